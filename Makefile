@@ -1,0 +1,49 @@
+# The front door: `make run` and `make test` work on a bare Debian machine.
+# ARGS="…" passes arguments to the program with `make run`.
+
+MAKEFLAGS += --no-print-directory
+PACKAGES := packaging/install-packages packaging/debian-packages.txt
+SOURCES = $(shell git ls-files --cached --others --exclude-standard '*.cpp' '*.h')
+
+.PHONY: help run test bench format check-format lint sanitize packages clean
+.DEFAULT_GOAL := help
+
+help: ## Show this list
+	@grep -hE '^[a-z-]+:.*## ' $(MAKEFILE_LIST) | sed 's/:.*## /\t/' | expand -t 16
+
+packages:
+	@$(PACKAGES)
+
+build/%/build.ninja: CMakePresets.json | packages
+	cmake --preset $*
+
+run: packages build/dev/build.ninja ## Build, then compare two sample observations
+	@cmake --build --preset dev --target tidemark
+	@./build/dev/cli/tidemark $(if $(ARGS),$(ARGS),compare docs/samples/before.json docs/samples/after.json)
+
+test: packages build/dev/build.ninja ## Build, then run every test
+	@cmake --build --preset dev
+	@ctest --preset dev
+
+sanitize: packages build/sanitize/build.ninja ## Build with sanitizers, then run every test
+	@cmake --build --preset sanitize
+	@ctest --preset sanitize
+
+bench: packages build/release/build.ninja ## Measure every promise of speed beside its bound
+	@cmake --build --preset release
+	@./bench/run build/release
+
+format: packages ## Format all sources
+	@clang-format-19 -i $(SOURCES)
+
+check-format: packages ## Fail when a source is not formatted
+	@clang-format-19 --dry-run --Werror $(SOURCES)
+
+lint: ## Run clang-tidy over all sources
+	@packaging/install-packages packaging/debian-packages.txt packaging/debian-packages-lint.txt
+	@cmake --preset dev -DCMAKE_CXX_COMPILER=clang++-19 -B build/lint >/dev/null
+	@run-clang-tidy-19 -quiet -p build/lint -header-filter='/(core|app|platform|cli|tests|bench)/' \
+		$(filter %.cpp,$(abspath $(SOURCES)))
+
+clean: ## Remove everything that was built
+	rm -rf build

@@ -1,0 +1,14 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace tidemark {
+
+/// Standard base64 with padding (RFC 4648, section 4), by libcrypto.
+std::string base64Encoded(std::string_view bytes);
+/// Absent when `text` is anything else.
+std::optional<std::string> base64Decoded(std::string_view text);
+
+} // namespace tidemark

@@ -1,0 +1,58 @@
+#include "core/base/Digest.h"
+
+#include "core/base/Error.h"
+
+#include <openssl/evp.h>
+
+namespace tidemark {
+
+struct Sha256::Context {
+    EVP_MD_CTX* handle = EVP_MD_CTX_new();
+
+    Context() = default;
+    Context(const Context&) = delete;
+    Context& operator=(const Context&) = delete;
+    ~Context() { EVP_MD_CTX_free(handle); }
+};
+
+namespace {
+
+void require(int status) {
+    if (status != 1)
+        throw Error("The SHA-256 digest is not available.");
+}
+
+} // namespace
+
+Sha256::Sha256() : context(std::make_unique<Context>()) {
+    require(EVP_DigestInit_ex(context->handle, EVP_sha256(), nullptr));
+}
+Sha256::~Sha256() = default;
+Sha256::Sha256(Sha256&&) noexcept = default;
+Sha256& Sha256::operator=(Sha256&&) noexcept = default;
+
+void Sha256::update(std::string_view bytes) {
+    require(EVP_DigestUpdate(context->handle, bytes.data(), bytes.size()));
+}
+
+std::string Sha256::finish() {
+    std::array<unsigned char, EVP_MAX_MD_SIZE> digest{};
+    unsigned int length = 0;
+    require(EVP_DigestFinal_ex(context->handle, digest.data(), &length));
+    constexpr std::string_view digits = "0123456789abcdef";
+    std::string text;
+    text.reserve(2 * std::size_t{length});
+    for (unsigned int i = 0; i < length; ++i) {
+        text += digits[digest[i] >> 4];
+        text += digits[digest[i] & 0x0F];
+    }
+    return text;
+}
+
+std::string Sha256::hex(std::string_view bytes) {
+    Sha256 digest;
+    digest.update(bytes);
+    return digest.finish();
+}
+
+} // namespace tidemark

@@ -1,0 +1,187 @@
+#include "core/base/Files.h"
+
+#include "core/base/Text.h"
+#include "core/base/Uuid.h"
+
+#include <cerrno>
+#include <cstring>
+
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+
+namespace tidemark {
+
+namespace {
+
+constexpr std::size_t writeBufferSize = 1 << 18;
+/// How much more is read at a time of a file that is larger than it said.
+constexpr std::size_t growth = 1 << 16;
+
+FileError failure(const std::filesystem::path& path, std::string_view what, int code) {
+    return {textFromBytes(path.native()) + " " + std::string(what) + ": "
+                + std::string(std::strerror(code)) + ".",
+            code};
+}
+
+/// Every temporary file of one target starts with this; the rest is a random identifier. The
+/// name is cut so that the whole stays within the 255 bytes of a file name.
+std::string temporaryPrefix(const std::filesystem::path& target) {
+    return "." + target.filename().native().substr(0, 200) + ".new-";
+}
+
+std::filesystem::path folderOf(const std::filesystem::path& path) {
+    const auto parent = path.parent_path();
+    return parent.empty() ? std::filesystem::path(".") : parent;
+}
+
+} // namespace
+
+std::string readFile(const std::filesystem::path& path, std::size_t limit) {
+    const FileDescriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+    if (!file)
+        throw failure(path, "could not be read", errno);
+    struct stat status{};
+    if (::fstat(file.get(), &status) != 0)
+        throw failure(path, "could not be read", errno);
+    if (S_ISDIR(status.st_mode))
+        throw failure(path, "could not be read", EISDIR);
+    if (!S_ISREG(status.st_mode))
+        throw FileError(textFromBytes(path.native()) + " is not a regular file.", EINVAL);
+    const auto size = static_cast<std::size_t>(status.st_size);
+    if (size > limit)
+        throw failure(path, "could not be read", EFBIG);
+
+    std::string bytes;
+    // One byte more than the size tells the end from a file that grows while it is read.
+    bytes.resize(size + 1);
+    std::size_t filled = 0;
+    while (true) {
+        if (filled > limit)
+            throw failure(path, "could not be read", EFBIG);
+        if (filled == bytes.size())
+            bytes.resize(filled + growth);
+        const ssize_t count = ::read(file.get(), bytes.data() + filled, bytes.size() - filled);
+        if (count < 0 && errno == EINTR)
+            continue;
+        if (count < 0)
+            throw failure(path, "could not be read", errno);
+        if (count == 0)
+            break;
+        filled += static_cast<std::size_t>(count);
+    }
+    bytes.resize(filled);
+    return bytes;
+}
+
+bool fileExists(const std::filesystem::path& path) {
+    struct stat status{};
+    if (::lstat(path.c_str(), &status) == 0)
+        return true;
+    if (errno == ENOENT || errno == ENOTDIR)
+        return false;
+    throw failure(path, "could not be inspected", errno);
+}
+
+void createPrivateFolders(const std::filesystem::path& folder) {
+    if (folder.empty() || ::mkdir(folder.c_str(), 0700) == 0)
+        return;
+    if (errno == ENOENT) {
+        createPrivateFolders(folder.parent_path());
+        if (::mkdir(folder.c_str(), 0700) == 0)
+            return;
+    }
+    const int code = errno;
+    struct stat status{};
+    if (::stat(folder.c_str(), &status) != 0 || !S_ISDIR(status.st_mode))
+        throw failure(folder, "could not be created", code);
+}
+
+void flushFolder(const std::filesystem::path& folder) {
+    const FileDescriptor directory(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    if (!directory || ::fsync(directory.get()) != 0) {
+        // Some file systems can't flush a folder; the rename itself has happened.
+        if (errno != EINVAL && errno != EACCES)
+            throw failure(folder, "could not be flushed", errno);
+    }
+}
+
+FileReplacement::FileReplacement(std::filesystem::path path) : target(std::move(path)) {
+    removeLeftovers(target);
+    // The lock tells `removeLeftovers` of another process that this one still lives. Between
+    // creating and locking the file it may have been taken for a leftover: then it has no name
+    // any more, and a new one is made.
+    for (int attempt = 0; attempt < 10; ++attempt) {
+        temporary = folderOf(target) / (temporaryPrefix(target) + Uuid::random().text());
+        file = FileDescriptor(
+            ::open(temporary.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC | O_NOFOLLOW, 0600));
+        if (!file)
+            throw failure(target, "could not be written", errno);
+        struct stat status{};
+        if (::flock(file.get(), LOCK_EX | LOCK_NB) == 0 && ::fstat(file.get(), &status) == 0
+            && status.st_nlink == 1)
+            return;
+        ::unlink(temporary.c_str());
+    }
+    throw failure(target, "could not be written", EBUSY);
+}
+
+FileReplacement::~FileReplacement() {
+    if (file)
+        ::unlink(temporary.c_str());
+}
+
+void FileReplacement::fail() const {
+    throw failure(target, "could not be written", errno);
+}
+
+void FileReplacement::write(std::string_view bytes) {
+    buffer.append(bytes);
+    if (buffer.size() >= writeBufferSize)
+        flush();
+}
+
+void FileReplacement::flush() {
+    std::string_view rest = buffer;
+    while (!rest.empty()) {
+        const ssize_t count = ::write(file.get(), rest.data(), rest.size());
+        if (count < 0 && errno == EINTR)
+            continue;
+        if (count < 0)
+            fail();
+        rest.remove_prefix(static_cast<std::size_t>(count));
+    }
+    buffer.clear();
+}
+
+void FileReplacement::commit() {
+    flush();
+    if (::fsync(file.get()) != 0 || ::rename(temporary.c_str(), target.c_str()) != 0)
+        fail();
+    file.reset();
+    flushFolder(folderOf(target));
+}
+
+void FileReplacement::removeLeftovers(const std::filesystem::path& path) {
+    const std::string prefix = temporaryPrefix(path);
+    std::error_code error;
+    for (std::filesystem::directory_iterator entries(folderOf(path), error), end;
+         !error && entries != end; entries.increment(error)) {
+        const auto& entry = entries->path();
+        const std::string name = entry.filename().native();
+        if (!name.starts_with(prefix) || !Uuid::parse(std::string_view(name).substr(prefix.size())))
+            continue;
+        const FileDescriptor leftover(
+            ::open(entry.c_str(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK));
+        if (leftover && ::flock(leftover.get(), LOCK_EX | LOCK_NB) == 0)
+            ::unlink(entry.c_str());
+    }
+}
+
+void replaceFile(const std::filesystem::path& path, std::string_view bytes) {
+    FileReplacement replacement(path);
+    replacement.write(bytes);
+    replacement.commit();
+}
+
+} // namespace tidemark

@@ -1,0 +1,200 @@
+#include "core/base/JsonDecoder.h"
+
+#include "core/base/Text.h"
+
+#include <nlohmann/json.hpp>
+
+namespace tidemark::json {
+
+namespace {
+
+using Tree = nlohmann::json;
+
+/// Longest piece of a document that an error repeats.
+constexpr std::size_t quotedLength = 60;
+
+/// Receives the tokens of a document and leads them to the value that they fill. One frame stands
+/// for each object or array that is open.
+class Handler final : public nlohmann::json_sax<Tree> {
+public:
+    explicit Handler(Target document) : root(document) {}
+
+    bool null() override {
+        if (skipping())
+            return true;
+        const Target outer = next();
+        if (outer.reader && !outer.reader->null(outer.value))
+            mismatch(outer, "null");
+        return true;
+    }
+    bool boolean(bool value) override {
+        return scalar([&](Target to) { return to.reader->boolean(to.value, value); },
+                      value ? "true" : "false");
+    }
+    bool number_integer(number_integer_t value) override {
+        return scalar([&](Target to) { return to.reader->integer(to.value, value); }, "a number");
+    }
+    bool number_unsigned(number_unsigned_t value) override {
+        if (value > static_cast<number_unsigned_t>(std::numeric_limits<std::int64_t>::max()))
+            return number_float(static_cast<double>(value), std::to_string(value));
+        return number_integer(static_cast<number_integer_t>(value));
+    }
+    bool number_float(number_float_t value, const string_t& token) override {
+        return scalar([&](Target to) { return to.reader->real(to.value, value); },
+                      token.substr(0, quotedLength));
+    }
+    bool string(string_t& value) override {
+        return scalar([&](Target to) { return to.reader->text(to.value, value); }, "text");
+    }
+    bool binary(binary_t&) override { return false; }
+
+    bool start_object(std::size_t) override {
+        return open([](Target to) { return to.reader->beginObject(to.value); }, "an object");
+    }
+    bool key(string_t& name) override {
+        if (skipping())
+            return true;
+        Frame& frame = frames.back();
+        frame.key = name;
+        frame.pending = frame.inner.reader->member(frame.inner.value, name, frame.seen);
+        return true;
+    }
+    bool end_object() override {
+        if (!skipping()) {
+            // The error belongs to the object, not to its last member.
+            Frame& frame = frames.back();
+            frame.key.clear();
+            frame.inner.reader->endObject(frame.inner.value, frame.seen);
+        }
+        return close();
+    }
+    bool start_array(std::size_t) override {
+        const bool done =
+            open([](Target to) { return to.reader->beginArray(to.value); }, "an array");
+        if (!skipping())
+            frames.back().isArray = true;
+        return done;
+    }
+    bool end_array() override { return close(); }
+
+    bool parse_error(std::size_t position, const std::string&,
+                     const nlohmann::detail::exception& reason) override {
+        // 406 is a number whose size no double can hold.
+        throw ValueError(
+            (reason.id == 406 ? "a number is out of range at byte " : "not valid JSON at byte ")
+            + std::to_string(position));
+    }
+
+    /// Where the current value stands, such as `snapshots[3].coverage`; empty for the document.
+    std::string path() const {
+        std::string text;
+        for (const Frame& frame : frames) {
+            if (frame.isArray) {
+                if (frame.count > 0)
+                    text += "[" + std::to_string(frame.count - 1) + "]";
+            } else if (!frame.key.empty()) {
+                text += (text.empty() ? "" : ".") + frame.key.substr(0, quotedLength);
+            }
+        }
+        return text;
+    }
+
+private:
+    struct Frame {
+        Target outer;
+        Target inner;
+        Target pending{};
+        std::string key{};
+        std::uint64_t seen = 0;
+        std::size_t count = 0;
+        bool isArray = false;
+    };
+
+    bool skipping() const { return skipDepth > 0; }
+
+    /// The value that the token at hand begins.
+    Target next() {
+        if (frames.empty())
+            return root;
+        Frame& frame = frames.back();
+        if (!frame.isArray)
+            return std::exchange(frame.pending, {});
+        ++frame.count;
+        return frame.inner.reader->element(frame.inner.value);
+    }
+
+    template <class Accept>
+    bool scalar(Accept accept, std::string_view found) {
+        if (skipping())
+            return true;
+        const Target outer = next();
+        if (!outer.reader)
+            return true;
+        if (!accept(outer.reader->open(outer.value)))
+            mismatch(outer, found);
+        outer.reader->close(outer.value, pool);
+        return true;
+    }
+
+    template <class Begin>
+    bool open(Begin begin, std::string_view found) {
+        if (skipping()) {
+            ++skipDepth;
+            return true;
+        }
+        const Target outer = next();
+        if (!outer.reader) {
+            skipDepth = 1;
+            return true;
+        }
+        const Target inner = outer.reader->open(outer.value);
+        if (!begin(inner))
+            mismatch(outer, found);
+        frames.push_back({outer, inner});
+        return true;
+    }
+
+    bool close() {
+        if (skipping()) {
+            --skipDepth;
+            return true;
+        }
+        const Frame& frame = frames.back();
+        const Target outer = frame.outer;
+        const Target inner = frame.inner;
+        frames.pop_back();
+        if (inner.value != outer.value)
+            inner.reader->close(inner.value, pool);
+        outer.reader->close(outer.value, pool);
+        return true;
+    }
+
+    [[noreturn]] static void mismatch(Target target, std::string_view found) {
+        throw ValueError("expected " + std::string(target.reader->expected()) + ", found "
+                         + std::string(found));
+    }
+
+    Target root;
+    std::vector<Frame> frames;
+    InternPool pool;
+    std::size_t skipDepth = 0;
+};
+
+} // namespace
+
+void detail::decodeInto(std::string_view bytes, const ValueReader& reader, void* value) {
+    if (bytes.empty())
+        throw DecodingError("the document is empty");
+    // The parser takes a NUL for the end of its input and would not look behind it.
+    if (const std::size_t nul = bytes.find('\0'); nul != std::string_view::npos)
+        throw DecodingError("not valid JSON at byte " + std::to_string(nul + 1));
+    Handler handler({&reader, value});
+    try {
+        Tree::sax_parse(bytes.begin(), bytes.end(), &handler);
+    } catch (const ValueError& error) {
+        const std::string path = handler.path();
+        throw DecodingError((path.empty() ? "" : textFromBytes(path) + ": ") + error.what());
+    }
+}
+
+} // namespace tidemark::json

@@ -1,0 +1,377 @@
+#pragma once
+
+#include "core/base/Base64.h"
+#include "core/base/Data.h"
+#include "core/base/Date.h"
+#include "core/base/InternPool.h"
+#include "core/base/JsonFields.h"
+#include "core/base/Shared.h"
+#include "core/base/Uuid.h"
+
+#include <bit>
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <optional>
+#include <set>
+#include <stdexcept>
+#include <string>
+#include <utility>
+#include <variant>
+#include <vector>
+
+/// What the decoder does with the tokens of one value, by the type of the value they fill. The
+/// readers are stateless; the decoder keeps the place in the document.
+namespace tidemark::json {
+
+/// What is wrong with a value; the decoder adds where it stands.
+struct ValueError : std::runtime_error {
+    using std::runtime_error::runtime_error;
+};
+
+class ValueReader;
+
+/// A value to fill, with the reader that knows its type. No reader: the value is to be ignored.
+struct Target {
+    const ValueReader* reader = nullptr;
+    void* value = nullptr;
+};
+
+/// Each member takes the address of a value of the reader's own type. A token that the type has
+/// no use for returns false, and the decoder reports the type mismatch.
+class ValueReader {
+public:
+    virtual ~ValueReader() = default;
+
+    /// What the type takes, as it stands in an error: "text", "an object".
+    virtual std::string_view expected() const = 0;
+
+    /// The value that the coming tokens really fill: an optional opens the value inside it.
+    virtual Target open(void* value) const { return {this, value}; }
+    /// The value behind `open` is complete.
+    virtual void close(void*, InternPool&) const {}
+    /// Back to a fresh value, for a key that comes twice: the last one holds.
+    virtual void reset(void* value) const = 0;
+
+    virtual bool null(void*) const { return false; }
+    virtual bool boolean(void*, bool) const { return false; }
+    virtual bool integer(void*, std::int64_t) const { return false; }
+    virtual bool real(void*, double) const { return false; }
+    virtual bool text(void*, const std::string&) const { return false; }
+
+    virtual bool beginObject(void*) const { return false; }
+    /// `seen` is a word of the object's own, zero at first, for noting which keys have come.
+    virtual Target member(void*, std::string_view, std::uint64_t& seen) const {
+        static_cast<void>(seen);
+        return {};
+    }
+    virtual void endObject(void*, std::uint64_t seen) const { static_cast<void>(seen); }
+
+    virtual bool beginArray(void*) const { return false; }
+    virtual Target element(void*) const { return {}; }
+};
+
+template <class T>
+const ValueReader& readerOf();
+
+namespace detail {
+
+template <class T>
+class Reader;
+
+/// What every reader of a `T` shares: getting at the value behind the address.
+template <class T>
+class TypedReader : public ValueReader {
+public:
+    void reset(void* value) const override { of(value) = T{}; }
+
+protected:
+    static T& of(void* value) { return *static_cast<T*>(value); }
+};
+
+template <>
+class Reader<std::string> final : public TypedReader<std::string> {
+public:
+    std::string_view expected() const override { return "text"; }
+    bool text(void* value, const std::string& text) const override {
+        of(value) = text;
+        return true;
+    }
+};
+
+template <>
+class Reader<bool> final : public TypedReader<bool> {
+public:
+    std::string_view expected() const override { return "true or false"; }
+    bool boolean(void* value, bool flag) const override {
+        of(value) = flag;
+        return true;
+    }
+};
+
+template <>
+class Reader<std::int64_t> final : public TypedReader<std::int64_t> {
+public:
+    std::string_view expected() const override { return "a whole number of 64 bits"; }
+    bool integer(void* value, std::int64_t number) const override {
+        of(value) = number;
+        return true;
+    }
+};
+
+template <>
+class Reader<double> final : public TypedReader<double> {
+public:
+    std::string_view expected() const override { return "a number"; }
+    bool integer(void* value, std::int64_t number) const override {
+        return real(value, static_cast<double>(number));
+    }
+    bool real(void* value, double number) const override {
+        of(value) = number;
+        return true;
+    }
+};
+
+template <>
+class Reader<Date> final : public TypedReader<Date> {
+public:
+    std::string_view expected() const override { return "a date in seconds since 2001"; }
+    bool integer(void* value, std::int64_t number) const override {
+        return real(value, static_cast<double>(number));
+    }
+    bool real(void* value, double number) const override {
+        of(value) = Date{number};
+        return true;
+    }
+};
+
+template <>
+class Reader<Uuid> final : public TypedReader<Uuid> {
+public:
+    std::string_view expected() const override { return "a UUID"; }
+    bool text(void* value, const std::string& text) const override {
+        const auto parsed = Uuid::parse(text);
+        if (parsed)
+            of(value) = *parsed;
+        return parsed.has_value();
+    }
+};
+
+template <>
+class Reader<Data> final : public TypedReader<Data> {
+public:
+    std::string_view expected() const override { return "base64 data"; }
+    bool text(void* value, const std::string& text) const override {
+        auto bytes = base64Decoded(text);
+        if (bytes)
+            of(value).bytes = std::move(*bytes);
+        return bytes.has_value();
+    }
+};
+
+template <TextEnumeration E>
+class Reader<E> final : public TypedReader<E> {
+public:
+    std::string_view expected() const override { return "one of the known texts"; }
+    bool text(void* value, const std::string& text) const override {
+        const auto known = fromRawValue<E>(text);
+        if (!known)
+            throw ValueError("unknown value \"" + text.substr(0, 60) + "\"");
+        this->of(value) = *known;
+        return true;
+    }
+};
+
+template <class T>
+class Reader<std::optional<T>> final : public TypedReader<std::optional<T>> {
+public:
+    std::string_view expected() const override { return readerOf<T>().expected(); }
+    bool null(void* value) const override {
+        this->of(value).reset();
+        return true;
+    }
+    Target open(void* value) const override {
+        return readerOf<T>().open(&this->of(value).emplace());
+    }
+};
+
+/// `Box` is `Shared` or `OptionalShared`: the value is filled before anyone else can see it.
+template <template <class> class Box, class T>
+class BoxReader : public TypedReader<Box<T>> {
+public:
+    std::string_view expected() const override { return readerOf<T>().expected(); }
+    Target open(void* value) const override {
+        auto fresh = std::make_shared<T>();
+        T* inner = fresh.get();
+        this->of(value) = Box<T>(std::shared_ptr<const T>(std::move(fresh)));
+        return readerOf<T>().open(inner);
+    }
+};
+
+template <class T>
+class Reader<Shared<T>> final : public BoxReader<Shared, T> {
+public:
+    void close(void* value, InternPool& pool) const override {
+        if constexpr (Recurring<T>)
+            pool.unify(this->of(value));
+    }
+};
+
+template <class T>
+class Reader<OptionalShared<T>> final : public BoxReader<OptionalShared, T> {
+public:
+    bool null(void* value) const override {
+        this->of(value) = {};
+        return true;
+    }
+};
+
+template <class T>
+class Reader<std::vector<T>> final : public TypedReader<std::vector<T>> {
+public:
+    std::string_view expected() const override { return "an array"; }
+    bool beginArray(void*) const override { return true; }
+    Target element(void* value) const override {
+        return {&readerOf<T>(), &this->of(value).emplace_back()};
+    }
+    void close(void* value, InternPool&) const override { this->of(value).shrink_to_fit(); }
+};
+
+template <class T>
+class Reader<std::map<std::string, T>> final : public TypedReader<std::map<std::string, T>> {
+public:
+    std::string_view expected() const override { return "an object"; }
+    bool beginObject(void*) const override { return true; }
+    Target member(void* value, std::string_view key, std::uint64_t&) const override {
+        auto& map = this->of(value);
+        const auto place = map.try_emplace(map.end(), std::string(key));
+        return {&readerOf<T>(), &place->second};
+    }
+};
+
+/// Sets hold texts and enumerations only, so an element is one token; duplicates collapse.
+template <class T>
+class SetElementReader final : public TypedReader<std::set<T>> {
+public:
+    std::string_view expected() const override { return readerOf<T>().expected(); }
+    bool text(void* value, const std::string& text) const override {
+        T element{};
+        if (!readerOf<T>().text(&element, text))
+            return false;
+        this->of(value).insert(std::move(element));
+        return true;
+    }
+};
+
+template <class T>
+class Reader<std::set<T>> final : public TypedReader<std::set<T>> {
+public:
+    std::string_view expected() const override { return "an array"; }
+    bool beginArray(void*) const override { return true; }
+    Target element(void* value) const override {
+        static const SetElementReader<T> reader;
+        return {&reader, value};
+    }
+};
+
+/// The name, reader and place of one member, as the decoder looks it up.
+template <class Record>
+struct MemberEntry {
+    std::string_view name;
+    const ValueReader& (*reader)();
+    void* (*address)(Record&);
+    bool required;
+};
+
+template <class T>
+inline constexpr bool isOptional = false;
+template <class T>
+inline constexpr bool isOptional<std::optional<T>> = true;
+template <class T>
+inline constexpr bool isOptional<OptionalShared<T>> = true;
+
+template <class Record>
+constexpr auto memberTable() {
+    constexpr auto fields = Record::fields();
+    return [&]<std::size_t... I>(std::index_sequence<I...>) {
+        return std::array<MemberEntry<Record>, sizeof...(I)>{[]() -> MemberEntry<Record> {
+            constexpr auto field = std::get<I>(Record::fields());
+            using Member = std::remove_cvref_t<decltype(std::declval<Record&>().*field.member)>;
+            return {field.name, &readerOf<Member>,
+                    [](Record& record) -> void* {
+                        return &(record.*std::get<I>(Record::fields()).member);
+                    },
+                    !isOptional<Member>};
+        }()...};
+    }(std::make_index_sequence<std::tuple_size_v<decltype(fields)>>());
+}
+
+template <Described Record>
+class Reader<Record> final : public TypedReader<Record> {
+    static constexpr auto table = memberTable<Record>();
+    static_assert(table.size() < 64, "one bit of `seen` a member");
+
+public:
+    std::string_view expected() const override { return "an object"; }
+    bool beginObject(void*) const override { return true; }
+
+    Target member(void* value, std::string_view key, std::uint64_t& seen) const override {
+        // Our own documents hold the keys in declared order: look behind the last one first.
+        const auto start = static_cast<std::size_t>(std::bit_width(seen));
+        for (std::size_t k = 0; k < table.size(); ++k) {
+            const std::size_t index =
+                start + k < table.size() ? start + k : start + k - table.size();
+            const auto& entry = table[index];
+            if (entry.name != key)
+                continue;
+            const Target target{&entry.reader(), entry.address(this->of(value))};
+            const std::uint64_t bit = std::uint64_t{1} << index;
+            if (seen & bit)
+                target.reader->reset(target.value);
+            seen |= bit;
+            return target;
+        }
+        return {};
+    }
+
+    void endObject(void*, std::uint64_t seen) const override {
+        for (std::size_t index = 0; index < table.size(); ++index)
+            if (table[index].required && !(seen >> index & 1))
+                throw ValueError("the required key \"" + std::string(table[index].name)
+                                 + "\" is missing");
+    }
+};
+
+template <class... Cases>
+class Reader<std::variant<Cases...>> final : public TypedReader<std::variant<Cases...>> {
+    using Variant = std::variant<Cases...>;
+
+public:
+    std::string_view expected() const override { return "an object with one key"; }
+    bool beginObject(void*) const override { return true; }
+    Target member(void* value, std::string_view key, std::uint64_t& seen) const override {
+        Target target;
+        const auto select = [&]<class Case>(std::type_identity<Case>) {
+            if (key != Case::tag)
+                return;
+            ++seen;
+            target = {&readerOf<Case>(), &this->of(value).template emplace<Case>()};
+        };
+        (select(std::type_identity<Cases>{}), ...);
+        return target;
+    }
+    void endObject(void*, std::uint64_t seen) const override {
+        if (seen != 1)
+            throw ValueError("Invalid number of keys found, expected one.");
+    }
+};
+
+} // namespace detail
+
+template <class T>
+const ValueReader& readerOf() {
+    static const detail::Reader<T> reader;
+    return reader;
+}
+
+} // namespace tidemark::json

@@ -1,0 +1,153 @@
+#include "core/base/JsonWriter.h"
+
+#include "core/base/Error.h"
+#include "core/base/Utf8.h"
+
+#include <array>
+#include <charconv>
+#include <cmath>
+
+namespace tidemark::json {
+
+namespace {
+
+constexpr std::size_t flushSize = 1 << 16;
+
+/// Bytes that stand for themselves in a JSON text: printable ASCII but for quote and backslash.
+constexpr auto plainBytes = [] {
+    std::array<bool, 256> plain{};
+    for (std::size_t byte = 0x20; byte < 0x80; ++byte)
+        plain[byte] = byte != '"' && byte != '\\';
+    return plain;
+}();
+
+void appendEscaped(std::string& buffer, char character) {
+    switch (character) {
+    case '"':
+        buffer += "\\\"";
+        break;
+    case '\\':
+        buffer += "\\\\";
+        break;
+    case '\n':
+        buffer += "\\n";
+        break;
+    case '\r':
+        buffer += "\\r";
+        break;
+    case '\t':
+        buffer += "\\t";
+        break;
+    default:
+        constexpr std::string_view digits = "0123456789abcdef";
+        buffer += "\\u00";
+        buffer += digits[static_cast<unsigned char>(character) >> 4];
+        buffer += digits[static_cast<unsigned char>(character) & 0x0F];
+    }
+}
+
+} // namespace
+
+void JsonWriter::beginValue() {
+    if (needsComma)
+        buffer += ',';
+}
+
+void JsonWriter::endValue() {
+    needsComma = true;
+    if (buffer.size() >= flushSize) {
+        output(buffer);
+        buffer.clear();
+    }
+}
+
+void JsonWriter::open(char bracket) {
+    beginValue();
+    buffer += bracket;
+    needsComma = false;
+}
+
+void JsonWriter::close(char bracket) {
+    buffer += bracket;
+    endValue();
+}
+
+void JsonWriter::key(std::string_view name) {
+    beginValue();
+    quoted(name);
+    buffer += ':';
+    needsComma = false;
+}
+
+void JsonWriter::text(std::string_view value) {
+    beginValue();
+    quoted(value);
+    endValue();
+}
+
+void JsonWriter::quoted(std::string_view value) {
+    buffer += '"';
+    std::size_t written = 0;
+    std::size_t place = 0;
+    while (place < value.size()) {
+        const auto byte = static_cast<unsigned char>(value[place]);
+        if (plainBytes[byte]) {
+            ++place;
+            continue;
+        }
+        const std::size_t start = place;
+        const bool escaped = byte < 0x80;
+        if (escaped)
+            ++place;
+        else if (utf8::next(value, place) >= 0)
+            continue;
+        buffer.append(value, written, start - written);
+        written = place;
+        if (escaped)
+            appendEscaped(buffer, value[start]);
+        else
+            buffer += "\uFFFD";
+    }
+    buffer.append(value, written, place - written);
+    buffer += '"';
+}
+
+void JsonWriter::integer(std::int64_t value) {
+    beginValue();
+    std::array<char, 24> digits{};
+    const auto result = std::to_chars(digits.data(), digits.data() + digits.size(), value);
+    buffer.append(digits.data(), result.ptr);
+    endValue();
+}
+
+void JsonWriter::real(double value) {
+    if (!std::isfinite(value))
+        throw Error("A number that is not finite can't be stored.");
+    beginValue();
+    std::array<char, 32> digits{};
+    const auto result = std::to_chars(digits.data(), digits.data() + digits.size(), value);
+    buffer.append(digits.data(), result.ptr);
+    // A reader that takes "-0" for an integer would lose its sign.
+    if (value == 0 && std::signbit(value))
+        buffer += ".0";
+    endValue();
+}
+
+void JsonWriter::boolean(bool value) {
+    beginValue();
+    buffer += value ? "true" : "false";
+    endValue();
+}
+
+void JsonWriter::null() {
+    beginValue();
+    buffer += "null";
+    endValue();
+}
+
+void JsonWriter::finish() {
+    output(buffer);
+    buffer.clear();
+}
+
+} // namespace tidemark::json

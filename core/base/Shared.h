@@ -1,0 +1,60 @@
+#pragma once
+
+#include <memory>
+#include <utility>
+
+namespace tidemark {
+
+/// An immutable value behind a pointer that copies share, so that copying what holds it never
+/// copies text. Never empty; equality is that of the values, asked of the pointers first.
+template <class T>
+class Shared {
+public:
+    Shared() : pointer(defaultValue()) {}
+    Shared(T value) : pointer(std::make_shared<const T>(std::move(value))) {}
+    /// Takes part in an existing value; `shared` must not be empty.
+    explicit Shared(std::shared_ptr<const T> shared) : pointer(std::move(shared)) {}
+
+    const T& operator*() const { return *pointer; }
+    const T* operator->() const { return pointer.get(); }
+    operator const T&() const { return *pointer; }
+
+    /// True when both are one object in memory, which implies equality.
+    bool sameObject(const Shared& other) const { return pointer == other.pointer; }
+    friend bool operator==(const Shared& a, const Shared& b) {
+        return a.pointer == b.pointer || *a.pointer == *b.pointer;
+    }
+
+private:
+    static const std::shared_ptr<const T>& defaultValue() {
+        static const auto value = std::make_shared<const T>();
+        return value;
+    }
+
+    std::shared_ptr<const T> pointer;
+};
+
+/// The same, possibly empty: an optional payload that costs one pointer where it is absent.
+template <class T>
+class OptionalShared {
+public:
+    OptionalShared() = default;
+    OptionalShared(T value) : pointer(std::make_shared<const T>(std::move(value))) {}
+    explicit OptionalShared(std::shared_ptr<const T> shared) : pointer(std::move(shared)) {}
+
+    bool has_value() const { return pointer != nullptr; }
+    explicit operator bool() const { return has_value(); }
+    const T& operator*() const { return *pointer; }
+    const T* operator->() const { return pointer.get(); }
+
+    friend bool operator==(const OptionalShared& a, const OptionalShared& b) {
+        if (a.pointer == b.pointer)
+            return true;
+        return a.pointer && b.pointer && *a.pointer == *b.pointer;
+    }
+
+private:
+    std::shared_ptr<const T> pointer;
+};
+
+} // namespace tidemark

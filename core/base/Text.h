@@ -1,0 +1,40 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+/// Small text facts that the whole tree needs. All text is UTF-8.
+namespace tidemark {
+
+/// A byte count as people read it: decimal units, no fraction below a megabyte, one digit for
+/// megabytes, two above, trailing zeros dropped; "Zero KB" for nothing.
+std::string byteString(std::int64_t bytes);
+
+/// `byteString` of the magnitude behind "+" (zero and above) or U+2212 MINUS SIGN.
+std::string signedBytes(std::int64_t bytes);
+
+/// The shortest decimal text that reads back as the same double, always with a fraction or an
+/// exponent, such as "1700000000.0".
+std::string shortestText(double value);
+
+/// Without white space and line breaks (Unicode White_Space) at either end.
+std::string_view trimmed(std::string_view text);
+
+/// Letters A to Z as a to z; all other bytes as they are.
+std::string asciiLowercased(std::string_view text);
+
+bool isValidUtf8(std::string_view bytes);
+
+/// The one border between names on disk, which are any bytes, and text in records: valid UTF-8
+/// passes as it is; each byte that is part of none becomes U+FFFD and its two hexadecimal digits,
+/// so that names that differ stay different.
+std::string textFromBytes(std::string_view bytes);
+
+/// The part of a path behind its last "/", trailing slashes ignored; "/" for the root.
+std::string_view lastPathComponent(std::string_view path);
+
+/// True when `path` lies below `root`: it starts with `root` and "/".
+bool isBelow(std::string_view path, std::string_view root);
+
+} // namespace tidemark

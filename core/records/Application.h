@@ -1,0 +1,37 @@
+#pragma once
+
+#include "core/base/Date.h"
+#include "core/base/JsonFields.h"
+
+#include <optional>
+#include <string>
+
+namespace tidemark {
+
+/// One application bundle on disk, by its own metadata.
+struct Application {
+    /// The same application stands in snapshot after snapshot.
+    static constexpr bool recurs = true;
+
+    std::string bundleID;
+    std::string name;
+    std::string version;
+    std::string build;
+    /// Absolute path of the bundle; also the record's identity.
+    std::string path;
+    /// Modification time of the bundle.
+    std::optional<Date> modified;
+
+    const std::string& id() const { return path; }
+
+    bool operator==(const Application&) const = default;
+    static constexpr auto fields() {
+        return std::tuple{
+            Field{"bundleID", &Application::bundleID}, Field{"name", &Application::name},
+            Field{"version", &Application::version},   Field{"build", &Application::build},
+            Field{"path", &Application::path},         Field{"modified", &Application::modified},
+        };
+    }
+};
+
+} // namespace tidemark

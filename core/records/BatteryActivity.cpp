@@ -1,0 +1,28 @@
+#include "core/records/BatteryActivity.h"
+
+namespace tidemark {
+
+std::string ObservedSession::durationLabel() const {
+    const auto minutes = static_cast<std::int64_t>(duration() / 60);
+    if (minutes < 1)
+        return "Under a minute";
+    if (minutes < 60)
+        return std::to_string(minutes) + " min";
+    return std::to_string(minutes / 60) + " hr " + std::to_string(minutes % 60) + " min";
+}
+
+std::string_view BatteryActivity::title() const {
+    switch (kind) {
+    case Kind::powerConnected:
+        return "Power Connected";
+    case Kind::switchedToBattery:
+        return "Switched to Battery";
+    case Kind::fullyCharged:
+        return "Battery Fully Charged";
+    case Kind::low:
+        return "Battery Low";
+    }
+    return "Battery Changed";
+}
+
+} // namespace tidemark

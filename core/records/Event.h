@@ -1,0 +1,74 @@
+#pragma once
+
+#include "core/base/Shared.h"
+#include "core/records/Change.h"
+#include "core/records/EventCategory.h"
+#include "core/records/InstallationRecord.h"
+#include "core/records/MemoryRecord.h"
+#include "core/records/ObservationGap.h"
+#include "core/records/StorageMeasurement.h"
+#include "core/records/SystemActivity.h"
+#include "core/records/VolumeContext.h"
+
+namespace tidemark {
+
+/// One entry of the timeline. Where it comes from shows in which payload is present; an event of
+/// a comparison has `changes` and the interval in which they happened.
+struct Event {
+    /// Stable for the same source, so that a rebuild from the same data gives the same events.
+    std::string id;
+    /// End of the interval, and what the timeline sorts by.
+    Date timestamp;
+    /// Start of the interval; equal to `timestamp` for an exact moment.
+    Date intervalStart;
+    std::string title;
+    std::string subtitle;
+    EventCategory category = EventCategory::applications;
+    Importance importance = Importance::prominent;
+    std::vector<Change> changes;
+    /// File system path of the subject.
+    std::optional<std::string> path;
+    /// Bundle identifier or job label of the subject.
+    std::optional<std::string> identifier;
+    /// Bundle identifier of the application concerned.
+    std::optional<std::string> appID;
+    /// Name of the symbol image shown with the event.
+    std::string symbol;
+    OptionalShared<StorageMeasurementRecord> applicationSizeBefore;
+    OptionalShared<StorageMeasurementRecord> applicationSizeAfter;
+    OptionalShared<VolumeContext> volumeContext;
+    /// Last known size of a removed application.
+    OptionalShared<StorageMeasurementRecord> removedApplicationSize;
+    OptionalShared<InstallationRecord> installationRecord;
+    OptionalShared<SystemActivity> systemActivity;
+    std::optional<ObservationGap> observationGap;
+    OptionalShared<MemoryRecord> memory;
+
+    bool operator==(const Event&) const = default;
+    static constexpr auto fields() {
+        return std::tuple{
+            Field{"id", &Event::id},
+            Field{"timestamp", &Event::timestamp},
+            Field{"intervalStart", &Event::intervalStart},
+            Field{"title", &Event::title},
+            Field{"subtitle", &Event::subtitle},
+            Field{"category", &Event::category},
+            Field{"importance", &Event::importance},
+            Field{"changes", &Event::changes},
+            Field{"path", &Event::path},
+            Field{"identifier", &Event::identifier},
+            Field{"appID", &Event::appID},
+            Field{"symbol", &Event::symbol},
+            Field{"applicationSizeBefore", &Event::applicationSizeBefore},
+            Field{"applicationSizeAfter", &Event::applicationSizeAfter},
+            Field{"volumeContext", &Event::volumeContext},
+            Field{"removedApplicationSize", &Event::removedApplicationSize},
+            Field{"installationRecord", &Event::installationRecord},
+            Field{"systemActivity", &Event::systemActivity},
+            Field{"observationGap", &Event::observationGap},
+            Field{"memory", &Event::memory},
+        };
+    }
+};
+
+} // namespace tidemark

@@ -1,0 +1,59 @@
+#pragma once
+
+#include "core/base/Date.h"
+#include "core/base/JsonFields.h"
+#include "core/base/Text.h"
+
+#include <cstdint>
+#include <map>
+#include <optional>
+#include <string>
+
+namespace tidemark {
+
+/// True for a path whose last component is exactly ".Trash".
+inline bool isTrashPath(std::string_view path) {
+    return lastPathComponent(path) == ".Trash";
+}
+
+/// One measured folder. Sizes are bytes.
+struct FolderSize {
+    static constexpr bool recurs = true;
+    /// The key of `breakdown` for the files that lie directly in the folder.
+    static constexpr std::string_view filesInFolder = "Files in folder";
+
+    /// Absolute path; also the record's identity.
+    std::string path;
+    std::string name;
+    std::int64_t bytes = 0;
+    /// Bytes per direct child name.
+    std::map<std::string, std::int64_t> breakdown;
+    /// Bytes per file lying directly in the folder.
+    std::optional<std::map<std::string, std::int64_t>> directFileSizes;
+    std::optional<std::int64_t> allocatedBytes;
+    /// Direct entries; 0 on a trash folder means that it was observed empty.
+    std::optional<std::int64_t> itemCount;
+    /// True when the value came from the rolling measurement and not from a complete one.
+    std::optional<bool> rollingMeasurement;
+    std::optional<Date> measuredAt;
+
+    const std::string& id() const { return path; }
+    bool isTrash() const { return isTrashPath(path); }
+
+    bool operator==(const FolderSize&) const = default;
+    static constexpr auto fields() {
+        return std::tuple{
+            Field{"path", &FolderSize::path},
+            Field{"name", &FolderSize::name},
+            Field{"bytes", &FolderSize::bytes},
+            Field{"breakdown", &FolderSize::breakdown},
+            Field{"directFileSizes", &FolderSize::directFileSizes},
+            Field{"allocatedBytes", &FolderSize::allocatedBytes},
+            Field{"itemCount", &FolderSize::itemCount},
+            Field{"rollingMeasurement", &FolderSize::rollingMeasurement},
+            Field{"measuredAt", &FolderSize::measuredAt},
+        };
+    }
+};
+
+} // namespace tidemark

@@ -1,0 +1,36 @@
+#pragma once
+
+#include "core/records/StorageMeasurement.h"
+
+namespace tidemark {
+
+/// What is known of one storage root at a capture: its own files, measured then, and its child
+/// folders, measured at various times. Sizes are bytes.
+struct FolderStorageReport {
+    std::string path;
+    std::string name;
+    std::int64_t directFileBytes = 0;
+    /// One record per direct subfolder.
+    StorageMeasurementReport children;
+    Date sampledAt;
+    /// Direct entries of the root.
+    std::optional<std::int64_t> itemCount;
+    std::optional<std::int64_t> directAllocatedBytes;
+    std::optional<std::map<std::string, std::int64_t>> directFileSizes;
+
+    bool operator==(const FolderStorageReport&) const = default;
+    static constexpr auto fields() {
+        return std::tuple{
+            Field{"path", &FolderStorageReport::path},
+            Field{"name", &FolderStorageReport::name},
+            Field{"directFileBytes", &FolderStorageReport::directFileBytes},
+            Field{"children", &FolderStorageReport::children},
+            Field{"sampledAt", &FolderStorageReport::sampledAt},
+            Field{"itemCount", &FolderStorageReport::itemCount},
+            Field{"directAllocatedBytes", &FolderStorageReport::directAllocatedBytes},
+            Field{"directFileSizes", &FolderStorageReport::directFileSizes},
+        };
+    }
+};
+
+} // namespace tidemark

@@ -1,0 +1,95 @@
+#pragma once
+
+#include "core/base/Data.h"
+#include "core/base/Date.h"
+#include "core/base/JsonFields.h"
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+namespace tidemark {
+
+/// One item of the memory history: a file, a download, an application or a clip.
+struct MemoryRecord {
+    enum class Kind {
+        fileOpened,
+        fileModified,
+        fileCreated,
+        downloaded,
+        appLaunched,
+        appClosed,
+        appUsage,
+        clipboard,
+    };
+
+    /// A digest for file records, a UUID text otherwise.
+    std::string id;
+    Kind kind = Kind::fileOpened;
+    Date timestamp;
+    std::string title;
+    /// File path, or the application's bundle path.
+    std::optional<std::string> path;
+    std::optional<std::string> appName;
+    /// Bundle identifier.
+    std::optional<std::string> appID;
+    /// File size; for a clip, the size of its payload or text.
+    std::optional<std::int64_t> bytes;
+    /// Web origin of a download.
+    std::optional<std::string> sourceURL;
+    /// Seconds, for `appUsage` only.
+    std::optional<double> duration;
+    /// Class of a clip, such as "Text" or "Image".
+    std::optional<std::string> contentType;
+    std::optional<std::string> text;
+    std::optional<Data> payload;
+    /// The payload, or the text, lies in a side file.
+    std::optional<bool> payloadStored;
+    std::optional<bool> textStored;
+    /// The pasteboard type that a clip came from.
+    std::optional<std::string> pasteboardType;
+    bool pinned = false;
+    std::optional<Date> lastOpened;
+    /// When the program first saw the item.
+    Date observedAt;
+
+    bool operator==(const MemoryRecord&) const = default;
+    static constexpr auto fields() {
+        return std::tuple{
+            Field{"id", &MemoryRecord::id},
+            Field{"kind", &MemoryRecord::kind},
+            Field{"timestamp", &MemoryRecord::timestamp},
+            Field{"title", &MemoryRecord::title},
+            Field{"path", &MemoryRecord::path},
+            Field{"appName", &MemoryRecord::appName},
+            Field{"appID", &MemoryRecord::appID},
+            Field{"bytes", &MemoryRecord::bytes},
+            Field{"sourceURL", &MemoryRecord::sourceURL},
+            Field{"duration", &MemoryRecord::duration},
+            Field{"contentType", &MemoryRecord::contentType},
+            Field{"text", &MemoryRecord::text},
+            Field{"payload", &MemoryRecord::payload},
+            Field{"payloadStored", &MemoryRecord::payloadStored},
+            Field{"textStored", &MemoryRecord::textStored},
+            Field{"pasteboardType", &MemoryRecord::pasteboardType},
+            Field{"pinned", &MemoryRecord::pinned},
+            Field{"lastOpened", &MemoryRecord::lastOpened},
+            Field{"observedAt", &MemoryRecord::observedAt},
+        };
+    }
+};
+
+template <>
+inline constexpr auto json::rawValues<MemoryRecord::Kind> =
+    std::to_array<json::RawValue<MemoryRecord::Kind>>({
+        {MemoryRecord::Kind::fileOpened, "fileOpened"},
+        {MemoryRecord::Kind::fileModified, "fileModified"},
+        {MemoryRecord::Kind::fileCreated, "fileCreated"},
+        {MemoryRecord::Kind::downloaded, "downloaded"},
+        {MemoryRecord::Kind::appLaunched, "appLaunched"},
+        {MemoryRecord::Kind::appClosed, "appClosed"},
+        {MemoryRecord::Kind::appUsage, "appUsage"},
+        {MemoryRecord::Kind::clipboard, "clipboard"},
+    });
+
+} // namespace tidemark

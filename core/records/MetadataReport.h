@@ -1,0 +1,75 @@
+#pragma once
+
+#include "core/base/JsonFields.h"
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace tidemark {
+
+/// One thing that an additional source observed.
+struct ObservedMetadata {
+    enum class Kind { homebrew, configuration, diagnostic };
+
+    Kind kind = Kind::homebrew;
+    /// Full path; also the record's identity.
+    std::string path;
+    std::string name;
+    /// Size of a configuration file; absent for the other kinds.
+    std::optional<std::int64_t> bytes;
+    /// Label of a diagnostic report.
+    std::optional<std::string> reportType;
+    /// The application that a report's file name names.
+    std::optional<std::string> inferredApplication;
+    /// What is compared: installed versions, a digest, or the kind of a report.
+    std::string value;
+
+    const std::string& id() const { return path; }
+
+    bool operator==(const ObservedMetadata&) const = default;
+    static constexpr auto fields() {
+        return std::tuple{
+            Field{"kind", &ObservedMetadata::kind},
+            Field{"path", &ObservedMetadata::path},
+            Field{"name", &ObservedMetadata::name},
+            Field{"bytes", &ObservedMetadata::bytes},
+            Field{"reportType", &ObservedMetadata::reportType},
+            Field{"inferredApplication", &ObservedMetadata::inferredApplication},
+            Field{"value", &ObservedMetadata::value},
+        };
+    }
+};
+
+template <>
+inline constexpr auto json::rawValues<ObservedMetadata::Kind> =
+    std::to_array<json::RawValue<ObservedMetadata::Kind>>({
+        {ObservedMetadata::Kind::homebrew, "homebrew"},
+        {ObservedMetadata::Kind::configuration, "configuration"},
+        {ObservedMetadata::Kind::diagnostic, "diagnostic"},
+    });
+
+/// What one additional source yielded in one capture.
+struct MetadataReport {
+    /// The path that was read.
+    std::string scope;
+    /// Sorted by path.
+    std::vector<ObservedMetadata> items;
+    /// All of the scope was read; an incomplete report is never compared.
+    bool complete = false;
+    /// Why it was not.
+    std::optional<std::string> issue;
+
+    bool operator==(const MetadataReport&) const = default;
+    static constexpr auto fields() {
+        return std::tuple{
+            Field{"scope", &MetadataReport::scope},
+            Field{"items", &MetadataReport::items},
+            Field{"complete", &MetadataReport::complete},
+            Field{"issue", &MetadataReport::issue},
+        };
+    }
+};
+
+} // namespace tidemark

@@ -1,0 +1,31 @@
+#pragma once
+
+#include "core/base/JsonFields.h"
+
+#include <optional>
+#include <string>
+
+namespace tidemark {
+
+struct OperatingSystemObservation {
+    std::string version;
+    std::optional<std::string> build;
+
+    /// The version, followed by the build in brackets when there is one.
+    std::string label() const { return build ? version + " (" + *build + ")" : version; }
+
+    /// A build that only one side knows is no difference, so that learning it raises no change.
+    bool differs(const OperatingSystemObservation& other) const {
+        return version != other.version || (build && other.build && *build != *other.build);
+    }
+
+    bool operator==(const OperatingSystemObservation&) const = default;
+    static constexpr auto fields() {
+        return std::tuple{
+            Field{"version", &OperatingSystemObservation::version},
+            Field{"build", &OperatingSystemObservation::build},
+        };
+    }
+};
+
+} // namespace tidemark

@@ -1,0 +1,88 @@
+#pragma once
+
+#include "core/base/Shared.h"
+#include "core/base/Uuid.h"
+#include "core/records/Application.h"
+#include "core/records/BackgroundItem.h"
+#include "core/records/Coverage.h"
+#include "core/records/FolderSize.h"
+#include "core/records/FolderStorageReport.h"
+#include "core/records/MetadataReport.h"
+#include "core/records/OperatingSystemObservation.h"
+#include "core/records/ScanTiming.h"
+#include "core/records/StorageMeasurement.h"
+#include "core/records/VolumeContext.h"
+
+namespace tidemark {
+
+/// One observation of the machine. Its larger parts are shared with the snapshots that hold the
+/// same, so that a history of hundreds stays small in memory.
+struct Snapshot {
+    Uuid id;
+    Date timestamp;
+    /// Sorted by path.
+    std::vector<Shared<Application>> applications;
+    std::vector<Shared<BackgroundItem>> backgroundItems;
+    std::vector<Shared<FolderSize>> folders;
+    std::optional<VolumeContext> volumeContext;
+    /// Free space of the observed volume, in bytes.
+    std::optional<std::int64_t> freeBytes;
+    /// Identity of that volume; free space is compared between equal ones only.
+    std::optional<std::string> volumeID;
+    Coverage coverage;
+    std::optional<std::vector<FolderStorageReport>> folderStorage;
+    std::optional<StorageMeasurementReport> applicationStorage;
+    /// Seconds after which the next capture was due when this one was made.
+    std::optional<double> expectedCaptureInterval;
+    std::optional<OperatingSystemObservation> operatingSystem;
+    /// Seconds that the capture took.
+    std::optional<double> captureDuration;
+    std::optional<std::vector<MetadataReport>> additionalReports;
+    std::optional<std::vector<ScanTiming>> scanTimings;
+
+    bool operator==(const Snapshot&) const = default;
+    static constexpr auto fields() {
+        return std::tuple{
+            Field{"id", &Snapshot::id},
+            Field{"timestamp", &Snapshot::timestamp},
+            Field{"applications", &Snapshot::applications},
+            Field{"backgroundItems", &Snapshot::backgroundItems},
+            Field{"folders", &Snapshot::folders},
+            Field{"volumeContext", &Snapshot::volumeContext},
+            Field{"freeBytes", &Snapshot::freeBytes},
+            Field{"volumeID", &Snapshot::volumeID},
+            Field{"coverage", &Snapshot::coverage},
+            Field{"folderStorage", &Snapshot::folderStorage},
+            Field{"applicationStorage", &Snapshot::applicationStorage},
+            Field{"expectedCaptureInterval", &Snapshot::expectedCaptureInterval},
+            Field{"operatingSystem", &Snapshot::operatingSystem},
+            Field{"captureDuration", &Snapshot::captureDuration},
+            Field{"additionalReports", &Snapshot::additionalReports},
+            Field{"scanTimings", &Snapshot::scanTimings},
+        };
+    }
+};
+
+/// A snapshot that the user named.
+struct Baseline {
+    /// Identity of the baseline, not of its snapshot.
+    Uuid id;
+    std::string name;
+    Shared<Snapshot> snapshot;
+
+    /// A baseline with a fresh identity.
+    static Baseline named(std::string name, Shared<Snapshot> snapshot) {
+        return {Uuid::random(), std::move(name), std::move(snapshot)};
+    }
+
+    bool operator==(const Baseline&) const = default;
+    static constexpr auto fields() {
+        return std::tuple{
+            Field{"id", &Baseline::id},
+            Field{"name", &Baseline::name},
+            Field{"snapshot", &Baseline::snapshot},
+        };
+    }
+};
+
+} // namespace tidemark

@@ -1,0 +1,101 @@
+#pragma once
+
+#include "core/base/Date.h"
+#include "core/base/JsonFields.h"
+#include "core/base/Shared.h"
+
+#include <cstdint>
+#include <map>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace tidemark {
+
+/// The identity of something whose size is measured.
+struct StorageMeasurementItem {
+    /// Canonical absolute path.
+    std::string path;
+    std::string name;
+    /// Bundle identifier of an application; "directory:" and the path for a folder.
+    std::string identifier;
+    /// Application version and build; empty for a folder.
+    std::string version;
+    std::string build;
+    std::optional<Date> modified;
+
+    bool operator==(const StorageMeasurementItem&) const = default;
+    static constexpr auto fields() {
+        return std::tuple{
+            Field{"path", &StorageMeasurementItem::path},
+            Field{"name", &StorageMeasurementItem::name},
+            Field{"identifier", &StorageMeasurementItem::identifier},
+            Field{"version", &StorageMeasurementItem::version},
+            Field{"build", &StorageMeasurementItem::build},
+            Field{"modified", &StorageMeasurementItem::modified},
+        };
+    }
+};
+
+/// What is known of one item: a size is a dated fact about a particular state of it, and survives
+/// later attempts that fail. `bytes`, `measuredAt` and `measuredItem` come from one success.
+struct StorageMeasurementRecord {
+    static constexpr bool recurs = true;
+
+    /// The item as last observed.
+    StorageMeasurementItem item;
+    /// Bytes of the largest parts by name, at most 256.
+    std::optional<std::map<std::string, std::int64_t>> breakdown;
+    /// True when `breakdown` holds all parts.
+    std::optional<bool> breakdownComplete;
+    std::optional<std::int64_t> allocatedBytes;
+    /// Seconds of the last attempt.
+    std::optional<double> lastAttemptDuration;
+    /// Entries walked in the last attempt.
+    std::optional<std::int64_t> visitedEntries;
+    /// Logical size.
+    std::optional<std::int64_t> bytes;
+    std::optional<Date> measuredAt;
+    /// `item` as it was when `bytes` was measured.
+    std::optional<StorageMeasurementItem> measuredItem;
+    /// The last attempt, good or bad.
+    std::optional<Date> attemptedAt;
+    /// Failed attempts in a row, 0 to 3.
+    std::int64_t attempts = 0;
+    /// Failure text of the last attempt; absent after a success.
+    std::optional<std::string> issue;
+
+    bool operator==(const StorageMeasurementRecord&) const = default;
+    static constexpr auto fields() {
+        return std::tuple{
+            Field{"item", &StorageMeasurementRecord::item},
+            Field{"breakdown", &StorageMeasurementRecord::breakdown},
+            Field{"breakdownComplete", &StorageMeasurementRecord::breakdownComplete},
+            Field{"allocatedBytes", &StorageMeasurementRecord::allocatedBytes},
+            Field{"lastAttemptDuration", &StorageMeasurementRecord::lastAttemptDuration},
+            Field{"visitedEntries", &StorageMeasurementRecord::visitedEntries},
+            Field{"bytes", &StorageMeasurementRecord::bytes},
+            Field{"measuredAt", &StorageMeasurementRecord::measuredAt},
+            Field{"measuredItem", &StorageMeasurementRecord::measuredItem},
+            Field{"attemptedAt", &StorageMeasurementRecord::attemptedAt},
+            Field{"attempts", &StorageMeasurementRecord::attempts},
+            Field{"issue", &StorageMeasurementRecord::issue},
+        };
+    }
+};
+
+/// The records of one round of measuring.
+struct StorageMeasurementReport {
+    std::vector<Shared<StorageMeasurementRecord>> records;
+    Date observedAt;
+
+    bool operator==(const StorageMeasurementReport&) const = default;
+    static constexpr auto fields() {
+        return std::tuple{
+            Field{"records", &StorageMeasurementReport::records},
+            Field{"observedAt", &StorageMeasurementReport::observedAt},
+        };
+    }
+};
+
+} // namespace tidemark

@@ -1,0 +1,86 @@
+#pragma once
+
+#include "core/base/Uuid.h"
+#include "core/records/BatteryActivity.h"
+#include "core/records/ConnectionActivity.h"
+#include "core/records/EnvironmentActivity.h"
+
+namespace tidemark {
+
+/// One live observation: sleep, power, connections, volumes, displays or thermal pressure. Each
+/// kind sets its own payload and leaves the others absent.
+struct SystemActivity {
+    enum class Kind {
+        sleepRequested,
+        woke,
+        powerOffRequested,
+        volumeChanged,
+        displayChanged,
+        thermalChanged,
+        networkChanged,
+        bluetoothChanged,
+        wifiChanged,
+        bluetoothPowerChanged,
+        batteryChanged,
+        lowPowerModeChanged,
+    };
+
+    Uuid id;
+    /// When the change was first observed.
+    Date timestamp;
+    Kind kind = Kind::sleepRequested;
+    std::optional<BatteryObservation> powerObservation;
+    std::optional<ObservedSession> observedSession;
+    /// The network joined, or the one left when disconnected.
+    std::optional<WiFiContext> wifiContext;
+    std::optional<WiFiContext> previousWiFi;
+    std::optional<EnvironmentActivity> environmentActivity;
+    std::optional<bool> lowPowerModeEnabled;
+    std::optional<BatteryActivity> batteryActivity;
+    std::optional<bool> bluetoothPoweredOn;
+    std::optional<bool> wifiConnected;
+    std::optional<NetworkConnectionChange> networkChange;
+    std::optional<BluetoothConnectionChange> bluetoothChange;
+
+    /// The headline that screens show.
+    std::string title() const;
+
+    bool operator==(const SystemActivity&) const = default;
+    static constexpr auto fields() {
+        return std::tuple{
+            Field{"id", &SystemActivity::id},
+            Field{"timestamp", &SystemActivity::timestamp},
+            Field{"kind", &SystemActivity::kind},
+            Field{"powerObservation", &SystemActivity::powerObservation},
+            Field{"observedSession", &SystemActivity::observedSession},
+            Field{"wifiContext", &SystemActivity::wifiContext},
+            Field{"previousWiFi", &SystemActivity::previousWiFi},
+            Field{"environmentActivity", &SystemActivity::environmentActivity},
+            Field{"lowPowerModeEnabled", &SystemActivity::lowPowerModeEnabled},
+            Field{"batteryActivity", &SystemActivity::batteryActivity},
+            Field{"bluetoothPoweredOn", &SystemActivity::bluetoothPoweredOn},
+            Field{"wifiConnected", &SystemActivity::wifiConnected},
+            Field{"networkChange", &SystemActivity::networkChange},
+            Field{"bluetoothChange", &SystemActivity::bluetoothChange},
+        };
+    }
+};
+
+template <>
+inline constexpr auto json::rawValues<SystemActivity::Kind> =
+    std::to_array<json::RawValue<SystemActivity::Kind>>({
+        {SystemActivity::Kind::sleepRequested, "sleepRequested"},
+        {SystemActivity::Kind::woke, "woke"},
+        {SystemActivity::Kind::powerOffRequested, "powerOffRequested"},
+        {SystemActivity::Kind::volumeChanged, "volumeChanged"},
+        {SystemActivity::Kind::displayChanged, "displayChanged"},
+        {SystemActivity::Kind::thermalChanged, "thermalChanged"},
+        {SystemActivity::Kind::networkChanged, "networkChanged"},
+        {SystemActivity::Kind::bluetoothChanged, "bluetoothChanged"},
+        {SystemActivity::Kind::wifiChanged, "wifiChanged"},
+        {SystemActivity::Kind::bluetoothPowerChanged, "bluetoothPowerChanged"},
+        {SystemActivity::Kind::batteryChanged, "batteryChanged"},
+        {SystemActivity::Kind::lowPowerModeChanged, "lowPowerModeChanged"},
+    });
+
+} // namespace tidemark

@@ -1,0 +1,36 @@
+#pragma once
+
+#include "core/base/JsonFields.h"
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+namespace tidemark {
+
+/// Facts of a volume as observed at one moment. Anything not known is absent.
+struct VolumeContext {
+    std::string name;
+    /// Total capacity in bytes.
+    std::optional<std::int64_t> capacity;
+    /// Description of the format.
+    std::optional<std::string> fileSystem;
+    /// Not a network file system.
+    std::optional<bool> local;
+    std::optional<bool> internalDevice;
+    std::optional<bool> readOnly;
+
+    bool operator==(const VolumeContext&) const = default;
+    static constexpr auto fields() {
+        return std::tuple{
+            Field{"name", &VolumeContext::name},
+            Field{"capacity", &VolumeContext::capacity},
+            Field{"fileSystem", &VolumeContext::fileSystem},
+            Field{"local", &VolumeContext::local},
+            Field{"internalDevice", &VolumeContext::internalDevice},
+            Field{"readOnly", &VolumeContext::readOnly},
+        };
+    }
+};
+
+} // namespace tidemark

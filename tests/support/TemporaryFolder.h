@@ -1,0 +1,36 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <string_view>
+
+namespace tidemark::test {
+
+/// A real folder that is there for one test, canonical in its path, and gone afterwards whatever
+/// rights the test took from what lies in it.
+class TemporaryFolder {
+public:
+    TemporaryFolder();
+    ~TemporaryFolder();
+    TemporaryFolder(const TemporaryFolder&) = delete;
+    TemporaryFolder& operator=(const TemporaryFolder&) = delete;
+
+    const std::filesystem::path& path() const { return folder; }
+    std::filesystem::path operator/(std::string_view name) const { return folder / name; }
+
+    /// Writes a file below the folder, with the folders that it needs.
+    std::filesystem::path write(std::string_view name, std::string_view bytes) const;
+    /// Makes a folder below the folder, with its parents.
+    std::filesystem::path makeFolder(std::string_view name) const;
+
+private:
+    std::filesystem::path folder;
+};
+
+std::string contents(const std::filesystem::path& file);
+/// The permission bits of a file, such as 0600.
+unsigned modeOf(const std::filesystem::path& file);
+/// The names in a folder, sorted.
+std::string namesIn(const std::filesystem::path& folder);
+
+} // namespace tidemark::test
