@@ -1,0 +1,18 @@
+#pragma once
+
+#include "core/capture/FolderListing.h"
+#include "core/records/Application.h"
+
+#include <optional>
+
+/// An application as a bundle: a folder whose name ends in ".app", with a property list inside.
+namespace tidemark::ApplicationBundle {
+
+bool recognises(const FolderEntry& entry);
+
+/// The application by its metadata: "Contents/Info.plist", or, where that is missing, the
+/// "Info.plist" of the only bundle in "Wrapper". Absent when it can't be read, is no such list,
+/// or names no bundle identifier. A link inside the bundle is not followed.
+std::optional<Application> read(const FolderEntry& bundle);
+
+} // namespace tidemark::ApplicationBundle
