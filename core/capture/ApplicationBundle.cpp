@@ -63,9 +63,27 @@ std::string textOr(const std::string* text, std::string fallback) {
     return text ? *text : std::move(fallback);
 }
 
-std::optional<Application> described(const Dictionary& list, const FolderEntry& bundle) {
+} // namespace
+
+bool recognises(const FolderEntry& entry) {
+    return entry.kind == Kind::folder && asciiLowercased(entry.extension()) == "app";
+}
+
+std::optional<Application> read(const FolderEntry& bundle) {
+    try {
+        return described(metadata(bundle), bundle);
+    } catch (const FileError&) {
+        return std::nullopt;
+    }
+}
+
+std::optional<Application> described(std::string_view metadata, const FolderEntry& bundle) {
+    const auto parsed = PropertyList::parse(metadata);
+    const auto* list = parsed ? parsed->as<Dictionary>() : nullptr;
+    if (!list)
+        return std::nullopt;
     const auto text = [&](std::string_view key) {
-        return PropertyList::find<std::string>(list, key);
+        return PropertyList::find<std::string>(*list, key);
     };
     const auto* identifier = text("CFBundleIdentifier");
     if (!identifier)
@@ -81,22 +99,6 @@ std::optional<Application> described(const Dictionary& list, const FolderEntry& 
         .path = bundle.pathText(),
         .modified = bundle.modified,
     };
-}
-
-} // namespace
-
-bool recognises(const FolderEntry& entry) {
-    return entry.kind == Kind::folder && asciiLowercased(entry.extension()) == "app";
-}
-
-std::optional<Application> read(const FolderEntry& bundle) {
-    try {
-        const auto list = PropertyList::parse(metadata(bundle));
-        const auto* dictionary = list ? list->as<Dictionary>() : nullptr;
-        return dictionary ? described(*dictionary, bundle) : std::nullopt;
-    } catch (const FileError&) {
-        return std::nullopt;
-    }
 }
 
 } // namespace tidemark::ApplicationBundle

@@ -122,8 +122,8 @@ std::expected<FolderListing, FolderListing::Failure>
 FolderListing::open(const std::filesystem::path& path, Hidden hidden) {
     // A slash at the end would have a link followed after all.
     FolderListing listing(path.has_filename() ? path : path.parent_path());
-    const char* location = listing.location.c_str();
-    const auto filled = listing.fill(FileDescriptor(::open(location, folderFlags)), hidden);
+    const auto filled =
+        listing.fill(FileDescriptor(::open(listing.location.c_str(), folderFlags)), hidden);
     if (!filled)
         return std::unexpected(filled.error());
     return listing;

@@ -75,7 +75,7 @@ public:
 
 private:
     struct Close {
-        void operator()(DIR* stream) const { ::closedir(stream); }
+        void operator()(DIR* opened) const { ::closedir(opened); }
     };
 
     explicit FolderListing(std::filesystem::path path) : location(std::move(path)) {}

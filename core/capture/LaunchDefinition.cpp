@@ -28,22 +28,6 @@ std::optional<std::string> programOf(const Dictionary& list) {
     return program ? std::optional(*program) : std::nullopt;
 }
 
-std::expected<BackgroundItem, Failure> described(const Dictionary& list,
-                                                 const FolderEntry& definition) {
-    if (list.empty())
-        return std::unexpected(Failure::empty);
-    const auto* label = PropertyList::find<std::string>(list, "Label");
-    if (!label || label->empty())
-        return std::unexpected(Failure::unreadable);
-    BackgroundItem item;
-    item.identifier = *label;
-    item.path = definition.pathText();
-    item.program = programOf(list);
-    item.safeSettings = BackgroundDefinition::safeSettings(list);
-    item.definitionFingerprints = BackgroundDefinition::fingerprints(list);
-    return item;
-}
-
 } // namespace
 
 bool recognises(const FolderEntry& entry) {
@@ -52,14 +36,30 @@ bool recognises(const FolderEntry& entry) {
 
 std::expected<BackgroundItem, Failure> read(const FolderEntry& definition) {
     try {
-        const auto list = PropertyList::parse(definition.read(PropertyList::maximumSize));
-        const auto* dictionary = list ? list->as<Dictionary>() : nullptr;
-        if (dictionary)
-            return described(*dictionary, definition);
+        return described(definition.read(PropertyList::maximumSize), definition);
     } catch (const FileError&) {
-        // Counted like every other definition that says nothing.
+        return std::unexpected(Failure::unreadable);
     }
-    return std::unexpected(Failure::unreadable);
+}
+
+std::expected<BackgroundItem, Failure> described(std::string_view bytes,
+                                                 const FolderEntry& definition) {
+    const auto parsed = PropertyList::parse(bytes);
+    const auto* list = parsed ? parsed->as<Dictionary>() : nullptr;
+    if (!list)
+        return std::unexpected(Failure::unreadable);
+    if (list->empty())
+        return std::unexpected(Failure::empty);
+    const auto* label = PropertyList::find<std::string>(*list, "Label");
+    if (!label || label->empty())
+        return std::unexpected(Failure::unreadable);
+    BackgroundItem item;
+    item.identifier = *label;
+    item.path = definition.pathText();
+    item.program = programOf(*list);
+    item.safeSettings = BackgroundDefinition::safeSettings(*list);
+    item.definitionFingerprints = BackgroundDefinition::fingerprints(*list);
+    return item;
 }
 
 } // namespace tidemark::LaunchDefinition
