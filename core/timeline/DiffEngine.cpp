@@ -65,36 +65,41 @@ struct Pair {
     const Shared<Item>* after = nullptr;
 };
 
-/// Calls `visit(before, after)` for every path of either side within `scope`, in ascending order
-/// of the paths; the side that lacks the path is null.
-template <class Item, class Visit>
-void forEachPath(const std::vector<Shared<Item>>& previous,
-                 const std::vector<Shared<Item>>& current, const Scope& scope, Visit visit) {
+/// Calls `visit(before, after)` for every path within `scope` that only one side has, the other
+/// being null, or whose two items `differ`, in ascending order of the paths.
+template <class Item, class Differ, class Visit>
+void forEachDifference(const std::vector<Shared<Item>>& previous,
+                       const std::vector<Shared<Item>>& current, const Scope& scope, Differ differ,
+                       Visit visit) {
     std::unordered_map<std::string_view, Pair<Item>> pairs;
     pairs.reserve(std::max(previous.size(), current.size()));
-    for (const auto& item : previous) {
-        if (!scope.contains(item->path))
-            continue;
-        auto& slot = pairs[item->path].before;
-        if (!slot)
-            slot = &item;
-    }
-    for (const auto& item : current) {
-        if (!scope.contains(item->path))
-            continue;
-        auto& slot = pairs[item->path].after;
-        if (!slot)
-            slot = &item;
-    }
-    std::vector<std::string_view> paths;
-    paths.reserve(pairs.size());
+    const auto collect = [&](const std::vector<Shared<Item>>& items,
+                             const Shared<Item>* Pair<Item>::* side) {
+        for (const auto& item : items) {
+            if (!scope.contains(item->path))
+                continue;
+            auto& slot = pairs[item->path].*side;
+            if (!slot)
+                slot = &item;
+        }
+    };
+    collect(previous, &Pair<Item>::before);
+    collect(current, &Pair<Item>::after);
+
+    // Most of two observations is alike: only the rest is worth sorting.
+    std::vector<std::pair<std::string_view, Pair<Item>>> differences;
     for (const auto& [path, pair] : pairs)
-        // Most of two observations is the same object in memory and can't make a change.
-        if (!pair.before || !pair.after || !pair.before->sameObject(*pair.after))
-            paths.push_back(path);
-    std::ranges::sort(paths);
-    for (const auto& path : paths)
-        visit(pairs[path].before, pairs[path].after);
+        if (!pair.before || !pair.after
+            || (!pair.before->sameObject(*pair.after) && differ(**pair.before, **pair.after)))
+            differences.emplace_back(path, pair);
+    std::ranges::sort(differences, {}, [](const auto& difference) { return difference.first; });
+    for (const auto& [path, pair] : differences)
+        visit(pair.before, pair.after);
+}
+
+bool applicationsDiffer(const Application& before, const Application& after) {
+    return before.bundleID != after.bundleID || before.version != after.version
+           || before.build != after.build;
 }
 
 void compareApplications(const Snapshot& previous, const Snapshot& current,
@@ -102,21 +107,24 @@ void compareApplications(const Snapshot& previous, const Snapshot& current,
     const Scope scope(
         intersection(previous.coverage.applicationRoots, current.coverage.applicationRoots),
         previous.coverage, current.coverage);
-    forEachPath(previous.applications, current.applications, scope,
-                [&](const Shared<Application>* before, const Shared<Application>* after) {
-                    if (!before) {
-                        changes.push_back(change::ApplicationInstalled{{*after}});
-                    } else if (!after) {
-                        changes.push_back(change::ApplicationRemoved{{*before}});
-                    } else if ((*before)->bundleID != (*after)->bundleID) {
-                        // Another application now stands at that path.
-                        changes.push_back(change::ApplicationRemoved{{*before}});
-                        changes.push_back(change::ApplicationInstalled{{*after}});
-                    } else if ((*before)->version != (*after)->version
-                               || (*before)->build != (*after)->build) {
-                        changes.push_back(change::ApplicationUpdated{{*before, *after}});
-                    }
-                });
+    const auto visit = [&](const Shared<Application>* before, const Shared<Application>* after) {
+        if (before && after && (*before)->bundleID == (*after)->bundleID) {
+            changes.push_back(change::ApplicationUpdated{{*before, *after}});
+            return;
+        }
+        // With both, another application now stands at that path.
+        if (before)
+            changes.push_back(change::ApplicationRemoved{{*before}});
+        if (after)
+            changes.push_back(change::ApplicationInstalled{{*after}});
+    };
+    forEachDifference(previous.applications, current.applications, scope, applicationsDiffer,
+                      visit);
+}
+
+bool definitionsDiffer(const BackgroundItem& before, const BackgroundItem& after) {
+    return before.identifier != after.identifier || before.program != after.program
+           || !BackgroundDefinition::changedKeys(before, after).empty();
 }
 
 void compareBackgroundItems(const Snapshot& previous, const Snapshot& current,
@@ -124,17 +132,17 @@ void compareBackgroundItems(const Snapshot& previous, const Snapshot& current,
     const Scope scope(
         intersection(previous.coverage.backgroundRoots, current.coverage.backgroundRoots),
         previous.coverage, current.coverage);
-    forEachPath(previous.backgroundItems, current.backgroundItems, scope,
-                [&](const Shared<BackgroundItem>* before, const Shared<BackgroundItem>* after) {
-                    if (!before)
-                        changes.push_back(change::BackgroundAdded{{*after}});
-                    else if (!after)
-                        changes.push_back(change::BackgroundRemoved{{*before}});
-                    else if ((*before)->identifier != (*after)->identifier
-                             || (*before)->program != (*after)->program
-                             || !BackgroundDefinition::changedKeys(*before, *after).empty())
-                        changes.push_back(change::BackgroundChanged{{*before, *after}});
-                });
+    const auto visit = [&](const Shared<BackgroundItem>* before,
+                           const Shared<BackgroundItem>* after) {
+        if (before && after)
+            changes.push_back(change::BackgroundChanged{{*before, *after}});
+        else if (before)
+            changes.push_back(change::BackgroundRemoved{{*before}});
+        else
+            changes.push_back(change::BackgroundAdded{{*after}});
+    };
+    forEachDifference(previous.backgroundItems, current.backgroundItems, scope, definitionsDiffer,
+                      visit);
 }
 
 /// The trash was seen with items and then without any.
