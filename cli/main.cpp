@@ -1,19 +1,72 @@
-#include "core/base/JsonDecoder.h"
-#include "core/base/JsonEncoder.h"
-#include "core/records/Event.h"
-#include "core/records/Snapshot.h"
+#include "cli/CompareCommand.h"
+#include "cli/Console.h"
+#include "core/base/Error.h"
 
 #include <cstdio>
-int main() {
-    using namespace tidemark;
-    Snapshot s;
-    s.applications.push_back(Application{"a", "b", "c", "d", "/e", Date{0.1}});
-    auto t = json::encoded(s);
-    auto u = json::decode<Snapshot>(t);
-    puts(t.c_str());
-    Event e;
-    e.changes.push_back(change::ApplicationInstalled{{s.applications[0]}});
-    auto et = json::encoded(e);
-    puts(et.c_str());
-    return !(u == s) || !(json::decode<Event>(et) == e);
+#include <functional>
+
+#include <CLI/CLI.hpp>
+
+namespace {
+
+constexpr int failed = 1;
+constexpr int wrongUsage = 2;
+
+constexpr const char* description =
+    "Tidemark records what changed on this computer. Everything stays on the machine.";
+
+/// The commands by name, and the one that the arguments chose.
+class CommandLine {
+public:
+    CommandLine() : app(description, "tidemark") {
+        app.set_version_flag("--version", "tidemark " TIDEMARK_VERSION);
+        app.set_help_flag("-h,--help", "Print this help and exit");
+        app.require_subcommand(0, 1);
+        addCompare();
+    }
+
+    int run(int argc, char** argv) {
+        try {
+            app.parse(argc, argv);
+            if (!chosen)
+                tidemark::console::print(app.help());
+            else
+                chosen();
+            tidemark::console::finishOutput();
+            return 0;
+        } catch (const CLI::ParseError& error) {
+            return app.exit(error) == 0 ? 0 : wrongUsage;
+        } catch (const std::exception& error) {
+            std::fprintf(stderr, "tidemark: %s\n",
+                         tidemark::console::oneLine(error.what()).c_str());
+            return failed;
+        }
+    }
+
+private:
+    CLI::App& command(const std::string& name, const std::string& purpose,
+                      std::function<void()> action) {
+        CLI::App& added = *app.add_subcommand(name, purpose);
+        added.set_version_flag("--version", app.version());
+        added.callback([this, action = std::move(action)] { chosen = action; });
+        return added;
+    }
+
+    void addCompare() {
+        auto& added = command("compare", "Tell what changed between two stored observations",
+                              [this] { compare.run(); });
+        added.add_option("BEFORE", compare.before, "File with the earlier observation")->required();
+        added.add_option("AFTER", compare.after, "File with the later observation")->required();
+        added.add_flag("--json", compare.json, "Print the events as one JSON array");
+    }
+
+    CLI::App app;
+    std::function<void()> chosen;
+    tidemark::CompareCommand compare;
+};
+
+} // namespace
+
+int main(int argc, char** argv) {
+    return CommandLine().run(argc, argv);
 }

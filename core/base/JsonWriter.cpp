@@ -124,8 +124,12 @@ void JsonWriter::real(double value) {
     if (!std::isfinite(value))
         throw Error("A number that is not finite can't be stored.");
     beginValue();
-    std::array<char, 32> digits{};
-    const auto result = std::to_chars(digits.data(), digits.data() + digits.size(), value);
+    std::array<char, 64> digits{};
+    const double size = std::abs(value);
+    const bool plain = size == 0 || (size >= 1e-5 && size < 1e17);
+    const auto result =
+        std::to_chars(digits.data(), digits.data() + digits.size(), value,
+                      plain ? std::chars_format::fixed : std::chars_format::scientific);
     buffer.append(digits.data(), result.ptr);
     // A reader that takes "-0" for an integer would lose its sign.
     if (value == 0 && std::signbit(value))

@@ -19,6 +19,7 @@ public:
     const T* operator->() const { return pointer.get(); }
     operator const T&() const { return *pointer; }
 
+    const std::shared_ptr<const T>& object() const { return pointer; }
     /// True when both are one object in memory, which implies equality.
     bool sameObject(const Shared& other) const { return pointer == other.pointer; }
     friend bool operator==(const Shared& a, const Shared& b) {
@@ -41,6 +42,7 @@ public:
     OptionalShared() = default;
     OptionalShared(T value) : pointer(std::make_shared<const T>(std::move(value))) {}
     explicit OptionalShared(std::shared_ptr<const T> shared) : pointer(std::move(shared)) {}
+    OptionalShared(const Shared<T>& shared) : pointer(shared.object()) {}
 
     bool has_value() const { return pointer != nullptr; }
     explicit operator bool() const { return has_value(); }

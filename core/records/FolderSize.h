@@ -18,7 +18,6 @@ inline bool isTrashPath(std::string_view path) {
 
 /// One measured folder. Sizes are bytes.
 struct FolderSize {
-    static constexpr bool recurs = true;
     /// The key of `breakdown` for the files that lie directly in the folder.
     static constexpr std::string_view filesInFolder = "Files in folder";
 

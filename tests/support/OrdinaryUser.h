@@ -1,6 +1,7 @@
 #pragma once
 
 #include <filesystem>
+
 #include <unistd.h>
 
 namespace tidemark::test {

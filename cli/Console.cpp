@@ -1,0 +1,60 @@
+#include "cli/Console.h"
+
+#include "core/base/Error.h"
+#include "core/base/Utf8.h"
+
+#include <cerrno>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+
+#include <unistd.h>
+
+namespace tidemark::console {
+
+namespace {
+
+[[noreturn]] void fail() {
+    throw Error("Standard output could not be written: " + std::string(std::strerror(errno)) + ".");
+}
+
+} // namespace
+
+void print(std::string_view text) {
+    if (std::fwrite(text.data(), 1, text.size(), stdout) != text.size())
+        fail();
+}
+
+void finishOutput() {
+    if (std::fflush(stdout) != 0)
+        fail();
+}
+
+bool useColour() {
+    const char* noColour = std::getenv("NO_COLOR");
+    return ::isatty(STDOUT_FILENO) != 0 && (noColour == nullptr || *noColour == '\0');
+}
+
+std::string oneLine(std::string_view text) {
+    std::string line;
+    for (std::size_t place = 0; place < text.size();) {
+        const std::size_t start = place;
+        const std::int32_t character = utf8::next(text, place);
+        const bool isControl =
+            character < 0x20 || (character >= 0x7F && character < 0xA0) || character == 0x2028;
+        if (isControl)
+            line += "\uFFFD";
+        else
+            line += text.substr(start, place - start);
+    }
+    return line;
+}
+
+std::size_t columns(std::string_view text) {
+    std::size_t count = 0;
+    for (std::size_t place = 0; place < text.size(); ++count)
+        utf8::next(text, place);
+    return count;
+}
+
+} // namespace tidemark::console

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+/// What the commands share in talking to a person or to another program.
+namespace tidemark::console {
+
+/// Writes to standard output. Throws `Error` when it can't be written, as on a full disk.
+void print(std::string_view text);
+/// Makes sure that all of it has arrived.
+void finishOutput();
+
+/// True when standard output is a terminal and `NO_COLOR` is not set.
+bool useColour();
+
+/// A name as one line: control characters, which a file name may hold, become U+FFFD.
+std::string oneLine(std::string_view text);
+
+/// How many columns of a terminal a text takes, one for each code point.
+std::size_t columns(std::string_view text);
+
+} // namespace tidemark::console

@@ -1,0 +1,97 @@
+#include "core/base/Iso8601.h"
+
+#include <chrono>
+
+namespace tidemark {
+
+namespace {
+
+/// Takes an ISO 8601 text apart from the front. Each step fails for good once one has.
+class Scanner {
+public:
+    explicit Scanner(std::string_view text) : rest(text) {}
+
+    int number(std::size_t digits) {
+        int value = 0;
+        if (rest.size() < digits)
+            return fail();
+        for (const char digit : rest.substr(0, digits)) {
+            if (digit < '0' || digit > '9')
+                return fail();
+            value = value * 10 + (digit - '0');
+        }
+        rest.remove_prefix(digits);
+        return value;
+    }
+    bool take(char character) {
+        if (!rest.starts_with(character))
+            return false;
+        rest.remove_prefix(1);
+        return true;
+    }
+    void require(char character) {
+        if (!take(character))
+            fail();
+    }
+    /// The digits behind a point, as a fraction of 1; digits beyond the fifteenth don't count.
+    double fraction() {
+        double digits = 0;
+        double scale = 1;
+        const std::size_t before = rest.size();
+        for (; !rest.empty() && rest.front() >= '0' && rest.front() <= '9'; rest.remove_prefix(1)) {
+            if (scale >= 1e15)
+                continue;
+            digits = digits * 10 + (rest.front() - '0');
+            scale *= 10;
+        }
+        return rest.size() == before ? fail() : digits / scale;
+    }
+    bool done() const { return ok && rest.empty(); }
+
+private:
+    int fail() {
+        ok = false;
+        return 0;
+    }
+
+    std::string_view rest;
+    bool ok = true;
+};
+
+} // namespace
+
+std::optional<Date> iso8601Date(std::string_view text) {
+    using namespace std::chrono;
+    Scanner scan(text);
+    const int y = scan.number(4);
+    scan.require('-');
+    const int m = scan.number(2);
+    scan.require('-');
+    const int d = scan.number(2);
+    scan.require('T');
+    const int hour = scan.number(2);
+    scan.require(':');
+    const int minute = scan.number(2);
+    scan.require(':');
+    const int second = scan.number(2);
+    const double fraction = scan.take('.') ? scan.fraction() : 0;
+    int offset = 0;
+    if (!scan.take('Z')) {
+        const int sign = scan.take('-') ? -1 : 1;
+        if (sign == 1)
+            scan.require('+');
+        const int hours = scan.number(2);
+        scan.take(':');
+        offset = sign * (hours * 3600 + scan.number(2) * 60);
+    }
+    const year_month_day day(year(y), month(static_cast<unsigned>(m)),
+                             std::chrono::day(static_cast<unsigned>(d)));
+    if (!scan.done() || !day.ok() || hour > 23 || minute > 59 || second > 60)
+        return std::nullopt;
+    const auto days = sys_days(day).time_since_epoch();
+    const double whole = static_cast<double>(duration_cast<seconds>(days).count()) + hour * 3600.0
+                         + minute * 60.0 + second - offset;
+    return Date::fromUnix(whole + fraction);
+}
+
+} // namespace tidemark

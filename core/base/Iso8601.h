@@ -1,0 +1,14 @@
+#pragma once
+
+#include "core/base/Date.h"
+
+#include <optional>
+#include <string_view>
+
+namespace tidemark {
+
+/// Reads an instant as ISO 8601 writes it in full, "2024-05-01T12:00:00Z", with or without a
+/// fraction of the second, and with "Z" or an offset such as "+02:00". Absent for anything else.
+std::optional<Date> iso8601Date(std::string_view text);
+
+} // namespace tidemark

@@ -1,0 +1,111 @@
+#include "core/history/InstallationHistory.h"
+
+#include "core/base/Iso8601.h"
+#include "core/base/Text.h"
+#include "core/history/ReportProcess.h"
+
+#include <algorithm>
+#include <optional>
+#include <unordered_set>
+
+#include <nlohmann/json.hpp>
+
+namespace tidemark::InstallationHistory {
+
+namespace {
+
+constexpr const char* reportKey = "SPInstallHistoryDataType";
+constexpr double window = 604'800;
+constexpr std::size_t reportLimit = 16'777'216;
+
+constexpr const char* messageOf(ImportError::Kind kind) {
+    switch (kind) {
+    case ImportError::Kind::reportFailed:
+        return "macOS couldn’t provide installation history. Try again; the report may have timed "
+               "out or access may be unavailable.";
+    case ImportError::Kind::invalidReport:
+        return "macOS returned an installation report in an unsupported format. Your history has "
+               "not been changed.";
+    case ImportError::Kind::tooLarge:
+        return "The installation report exceeded the import size limit. Your history has not been "
+               "changed.";
+    }
+    return "";
+}
+
+/// The text under `key`; absent when there is none or it is no text.
+std::optional<std::string> textAt(const nlohmann::json& entry, const char* key) {
+    const auto found = entry.find(key);
+    if (found == entry.end() || !found->is_string())
+        return std::nullopt;
+    return found->get<std::string>();
+}
+
+/// One entry of the report; absent when it lacks a name or a date that can be read.
+std::optional<InstallationRecord> recordFrom(const nlohmann::json& entry) {
+    if (!entry.is_object())
+        return std::nullopt;
+    InstallationRecord record;
+    record.name = trimmed(textAt(entry, "_name").value_or(""));
+    const auto date = iso8601Date(textAt(entry, "install_date").value_or(""));
+    if (record.name.empty() || !date)
+        return std::nullopt;
+    record.recordedAt = *date;
+    record.version = trimmed(textAt(entry, "install_version").value_or(""));
+    record.packageSource = textAt(entry, "package_source").value_or("");
+    return record;
+}
+
+} // namespace
+
+ImportError::ImportError(Kind which) : Error(messageOf(which)), reason(which) {}
+
+InstallationPreview collect(Date now, const ReportTool& tool) {
+    ReportProcess process(tool.path, {reportKey, "-json", "-timeout", "20"}, tool.timeLimit);
+    const std::string report = process.readOutput(reportLimit);
+    if (report.size() > reportLimit)
+        throw ImportError(ImportError::Kind::tooLarge);
+    if (!process.succeeded())
+        throw ImportError(ImportError::Kind::reportFailed);
+    return parse(report, now + -window, now);
+}
+
+InstallationPreview parse(std::string_view report, Date since, Date through) {
+    const auto tree = nlohmann::json::parse(report, nullptr, /*allow_exceptions=*/false);
+    if (!tree.is_object() || !tree.contains(reportKey) || !tree[reportKey].is_array())
+        throw ImportError(ImportError::Kind::invalidReport);
+
+    InstallationPreview preview;
+    preview.since = since;
+    preview.through = through;
+    std::unordered_set<std::string> seen;
+    for (const auto& entry : tree[reportKey]) {
+        auto record = recordFrom(entry);
+        if (!record) {
+            ++preview.skippedRecords;
+        } else if (record->recordedAt < since || record->recordedAt > through) {
+            ++preview.outsideWindowRecords;
+        } else if (seen.insert(record->id()).second) {
+            record->importedAt = through;
+            preview.records.push_back(std::move(*record));
+        }
+    }
+    std::ranges::stable_sort(
+        preview.records, [](const auto& a, const auto& b) { return a.recordedAt > b.recordedAt; });
+    return preview;
+}
+
+Event event(const InstallationRecord& record) {
+    Event event;
+    event.id = record.id();
+    event.timestamp = record.recordedAt;
+    event.intervalStart = record.recordedAt;
+    event.title = record.name + " Installation Recorded";
+    event.subtitle = record.version.empty() ? "Version not recorded" : "Version " + record.version;
+    event.importance = record.isRoutine() ? Importance::routine : Importance::prominent;
+    event.symbol = "clock.badge.checkmark";
+    event.installationRecord = record;
+    return event;
+}
+
+} // namespace tidemark::InstallationHistory

@@ -1,0 +1,62 @@
+#pragma once
+
+#include "core/base/Error.h"
+#include "core/records/Event.h"
+
+#include <filesystem>
+#include <string_view>
+#include <vector>
+
+namespace tidemark {
+
+/// What the report of the operating system's installations yielded.
+struct InstallationPreview {
+    /// Latest first.
+    std::vector<InstallationRecord> records;
+    /// Entries of the report that could not be understood.
+    std::size_t skippedRecords = 0;
+    Date since;
+    Date through;
+    /// Entries from before `since` or after `through`.
+    std::size_t outsideWindowRecords = 0;
+
+    bool operator==(const InstallationPreview&) const = default;
+};
+
+/// The installations that the operating system itself remembers, from the JSON report of its
+/// profiler tool. A partial history of the last 7 days.
+namespace InstallationHistory {
+
+class ImportError : public Error {
+public:
+    enum class Kind { reportFailed, invalidReport, tooLarge };
+
+    explicit ImportError(Kind which);
+    Kind kind() const { return reason; }
+
+private:
+    Kind reason;
+};
+
+/// How `collect` runs the report tool; tests put a script of their own in its place.
+struct ReportTool {
+    std::filesystem::path path = "/usr/sbin/system_profiler";
+    /// The tool is asked to finish in 20 seconds. One that is still running after this many is
+    /// ended, and its report counts as failed.
+    double timeLimit = 30;
+};
+
+/// Runs the report tool and reads what it says of the 7 days before `now`. Blocks; not for the
+/// main thread. Throws `ImportError`, or `Error` when the tool can't be started. The tool is never
+/// left running.
+InstallationPreview collect(Date now, const ReportTool& tool = {});
+
+/// Reads a report. Throws `ImportError` of kind `invalidReport` when it has another shape.
+InstallationPreview parse(std::string_view report, Date since, Date through);
+
+/// The timeline's entry for a record.
+Event event(const InstallationRecord& record);
+
+} // namespace InstallationHistory
+
+} // namespace tidemark

@@ -1,0 +1,134 @@
+#include "core/history/ReportProcess.h"
+
+#include "core/base/Clock.h"
+#include "core/base/Error.h"
+#include "core/base/Text.h"
+
+#include <array>
+#include <cerrno>
+#include <csignal>
+#include <cstring>
+
+#include <fcntl.h>
+#include <poll.h>
+#include <spawn.h>
+#include <sys/wait.h>
+
+extern char** environ;
+
+namespace tidemark {
+
+namespace {
+
+constexpr std::size_t blockSize = 65'536;
+/// How long a process that was asked to end may take before it is killed, in seconds.
+constexpr double terminationGrace = 1;
+/// How often a process that has closed its output is asked whether it has ended, in seconds.
+constexpr double waitingStep = 0.005;
+
+double now() {
+    return Clock::system().monotonicSeconds();
+}
+
+/// The redirections of the child; a C structure with a destructor of its own.
+struct FileActions {
+    posix_spawn_file_actions_t actions{};
+
+    explicit FileActions(int output) {
+        posix_spawn_file_actions_init(&actions);
+        posix_spawn_file_actions_addopen(&actions, STDIN_FILENO, "/dev/null", O_RDONLY, 0);
+        posix_spawn_file_actions_adddup2(&actions, output, STDOUT_FILENO);
+        posix_spawn_file_actions_addopen(&actions, STDERR_FILENO, "/dev/null", O_WRONLY, 0);
+    }
+    ~FileActions() { posix_spawn_file_actions_destroy(&actions); }
+    FileActions(const FileActions&) = delete;
+    FileActions& operator=(const FileActions&) = delete;
+};
+
+} // namespace
+
+ReportProcess::ReportProcess(const std::filesystem::path& program,
+                             const std::vector<std::string>& arguments, double timeLimit)
+    : deadline(now() + timeLimit) {
+    std::array<int, 2> ends{};
+    if (::pipe2(ends.data(), O_CLOEXEC) != 0)
+        throw Error("No pipe could be made: " + std::string(std::strerror(errno)) + ".");
+    output = FileDescriptor(ends[0]);
+    const FileDescriptor input(ends[1]);
+
+    std::string name = program.native();
+    std::vector<std::string> words = arguments;
+    std::vector<char*> argv{name.data()};
+    for (std::string& word : words)
+        argv.push_back(word.data());
+    argv.push_back(nullptr);
+    const FileActions actions(input.get());
+    const int error =
+        ::posix_spawn(&process, program.c_str(), &actions.actions, nullptr, argv.data(), environ);
+    if (error != 0) {
+        process = -1;
+        throw Error(textFromBytes(program.native())
+                    + " could not be started: " + std::string(std::strerror(error)) + ".");
+    }
+}
+
+ReportProcess::~ReportProcess() {
+    terminate();
+}
+
+std::string ReportProcess::readOutput(std::size_t limit) {
+    std::string bytes;
+    std::array<char, blockSize> block{};
+    while (bytes.size() <= limit) {
+        const double left = deadline - now();
+        pollfd ready{output.get(), POLLIN, 0};
+        const int count = left <= 0 ? 0 : ::poll(&ready, 1, static_cast<int>(left * 1000) + 1);
+        if (count < 0 && errno == EINTR)
+            continue;
+        if (count <= 0)
+            break;
+        const ssize_t length = ::read(output.get(), block.data(), block.size());
+        if (length < 0 && errno == EINTR)
+            continue;
+        if (length <= 0)
+            break;
+        bytes.append(block.data(), static_cast<std::size_t>(length));
+    }
+    if (bytes.size() > limit)
+        terminate();
+    return bytes;
+}
+
+bool ReportProcess::succeeded() {
+    const bool ended = waitUntil(deadline);
+    terminate();
+    return ended && WIFEXITED(status) && WEXITSTATUS(status) == 0;
+}
+
+bool ReportProcess::waitUntil(double until) {
+    while (process > 0) {
+        const pid_t ended = ::waitpid(process, &status, WNOHANG);
+        if (ended == process || (ended < 0 && errno != EINTR)) {
+            process = -1;
+            return ended >= 0;
+        }
+        if (now() >= until)
+            return false;
+        Clock::system().pause(waitingStep, {});
+    }
+    return true;
+}
+
+void ReportProcess::terminate() {
+    if (process > 0) {
+        ::kill(process, SIGTERM);
+        if (!waitUntil(now() + terminationGrace)) {
+            ::kill(process, SIGKILL);
+            ::waitpid(process, &status, 0);
+            process = -1;
+        }
+    }
+    output.reset();
+}
+
+} // namespace tidemark

@@ -1,0 +1,42 @@
+#pragma once
+
+#include "core/base/FileDescriptor.h"
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include <sys/types.h>
+
+namespace tidemark {
+
+/// A child process whose standard output is read, with its standard error thrown away. It is ended
+/// with this object, whatever it does.
+class ReportProcess {
+public:
+    /// Starts `program`. Throws `Error` when it can't be started. After `timeLimit` seconds
+    /// reading stops and the process counts as failed.
+    ReportProcess(const std::filesystem::path& program, const std::vector<std::string>& arguments,
+                  double timeLimit);
+    ~ReportProcess();
+    ReportProcess(const ReportProcess&) = delete;
+    ReportProcess& operator=(const ReportProcess&) = delete;
+
+    /// All that the process writes until it closes its output; more than `limit` bytes come back
+    /// when it wrote more, and then it is ended.
+    std::string readOutput(std::size_t limit);
+
+    /// Waits for the end; true when the process ended by itself with status 0 in time.
+    bool succeeded();
+
+private:
+    bool waitUntil(double deadline);
+    void terminate();
+
+    pid_t process = -1;
+    FileDescriptor output;
+    double deadline = 0;
+    int status = -1;
+};
+
+} // namespace tidemark

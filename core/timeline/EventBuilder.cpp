@@ -1,0 +1,311 @@
+#include "core/timeline/EventBuilder.h"
+
+#include "core/base/Arithmetic.h"
+#include "core/base/Text.h"
+#include "core/timeline/DiffEngine.h"
+#include "core/timeline/EventDisplay.h"
+#include "core/timeline/StorageBreakdown.h"
+
+#include <algorithm>
+
+namespace tidemark::EventBuilder {
+
+namespace {
+
+/// Two snapshots further apart than this don't tell that an application brought its background
+/// items along.
+constexpr double foldingInterval = 3600;
+/// Children looked at for the wording of a folder's event.
+constexpr std::int64_t describedChildren = 8;
+/// Children named when the contents changed and not the size.
+constexpr std::size_t namedChildren = 2;
+
+constexpr std::string_view dot = " · ";
+constexpr std::string_view arrow = " → ";
+
+std::string joined(std::initializer_list<std::string_view> parts) {
+    std::string text;
+    for (const auto part : parts)
+        text += part;
+    return text;
+}
+
+using MeasuredSize = OptionalShared<StorageMeasurementRecord>;
+
+/// The first record of a report that `matches`.
+template <class Matches>
+MeasuredSize findSize(const std::optional<StorageMeasurementReport>& report, Matches matches) {
+    if (report)
+        for (const auto& record : report->records)
+            if (matches(*record))
+                return MeasuredSize(record);
+    return {};
+}
+
+MeasuredSize sizeOf(const Application& app, const std::optional<StorageMeasurementReport>& report) {
+    return findSize(report, [&](const StorageMeasurementRecord& record) {
+        return record.item.path == app.path && record.item.identifier == app.bundleID;
+    });
+}
+
+/// The size of a removed application, by the item that was measured and not by what stands at
+/// its path now.
+MeasuredSize lastSizeOf(const Application& app,
+                        const std::optional<StorageMeasurementReport>& report) {
+    return findSize(report, [&](const StorageMeasurementRecord& record) {
+        return record.item.path == app.path && record.measuredItem
+               && record.measuredItem->identifier == app.bundleID && record.bytes;
+    });
+}
+
+std::string change(const StorageContribution& part) {
+    return part.name + " " + signedBytes(part.delta());
+}
+
+/// Fills in one event by the case of its change. Returns false when the change makes no event.
+class Wording {
+public:
+    Wording(const Snapshot& earlier, const Snapshot& later, Event& made)
+        : from(earlier), to(later), event(made) {}
+
+    bool operator()(const change::ApplicationInstalled& installed) const {
+        const Application& app = *installed.value;
+        describe(app, "plus.app", app.name + " installed", app.version);
+        return true;
+    }
+
+    bool operator()(const change::ApplicationRemoved& removed) const {
+        const Application& app = *removed.value;
+        describe(app, "minus.circle", app.name + " removed", "Previously " + app.version);
+        event.removedApplicationSize = lastSizeOf(app, from.applicationStorage);
+        if (event.removedApplicationSize)
+            event.subtitle +=
+                " · Last measured size: " + byteString(*event.removedApplicationSize->bytes);
+        return true;
+    }
+
+    bool operator()(const change::ApplicationUpdated& updated) const {
+        const Application& before = *updated.before;
+        const Application& after = *updated.after;
+        describe(after, "arrow.triangle.2.circlepath", after.name + " updated",
+                 before.version == after.version
+                     ? joined({"Build ", before.build, arrow, after.build})
+                     : joined({before.version, arrow, after.version}));
+        return true;
+    }
+
+    bool operator()(const change::BackgroundAdded& added) const {
+        const auto* owner = ownerOf(*added.value);
+        describe(*added.value,
+                 owner ? owner->name + ": new background item" : "New background item");
+        return true;
+    }
+
+    bool operator()(const change::BackgroundRemoved& removed) const {
+        describe(*removed.value, "Background item removed");
+        event.importance = Importance::routine;
+        return true;
+    }
+
+    bool operator()(const change::BackgroundChanged& changed) const {
+        describe(*changed.after, "Background item changed");
+        return true;
+    }
+
+    bool operator()(const change::OperatingSystemChanged& changed) const {
+        event.category = EventCategory::system;
+        event.symbol = "desktopcomputer";
+        event.title = "macOS Changed";
+        event.subtitle = joined({changed.before.label(), arrow, changed.after.label()});
+        return true;
+    }
+
+    bool operator()(const change::FolderSizeChanged& changed) const {
+        const FolderSize& before = *changed.before;
+        const FolderSize& after = *changed.after;
+        event.category = EventCategory::storage;
+        event.path = after.path;
+        event.symbol = after.isTrash() ? "trash" : "folder";
+        // The sizes were true when they were measured, which may be long before the capture.
+        event.intervalStart = before.measuredAt.value_or(from.timestamp);
+        event.timestamp = after.measuredAt.value_or(to.timestamp);
+        event.importance = after.bytes < before.bytes ? Importance::routine : Importance::prominent;
+        describeSize(before, after);
+        return true;
+    }
+
+    bool operator()(const change::FreeDiskSpaceChanged& space) const {
+        event.category = EventCategory::storage;
+        event.symbol = "internaldrive";
+        // Space that was lost asks for attention; freed space does not.
+        event.importance = space.before < space.after ? Importance::routine : Importance::prominent;
+        if (const auto& volume = to.volumeContext ? to.volumeContext : from.volumeContext)
+            event.volumeContext = *volume;
+        event.title = space.after < space.before ? "Less space available" : "Space freed up";
+        event.subtitle = displaySubtitle(event);
+        return true;
+    }
+
+    bool operator()(const change::TrashBecameEmpty& emptied) const {
+        event.category = EventCategory::storage;
+        event.symbol = "trash";
+        event.path = emptied.path;
+        event.title = "Trash Is Now Empty";
+        event.subtitle = "Previously " + std::to_string(emptied.previousItemCount)
+                         + (emptied.previousItemCount == 1 ? " item" : " items")
+                         + " · Previous size unavailable";
+        return true;
+    }
+
+    bool operator()(const change::MetadataChanged& changed) const {
+        const auto& item = changed.after ? changed.after : changed.before;
+        if (!item)
+            return false;
+        event.path = item->path;
+        switch (item->kind) {
+        case ObservedMetadata::Kind::homebrew:
+            event.category = EventCategory::applications;
+            event.symbol = "shippingbox";
+            event.title = item->name + verb(changed, " Installed");
+            event.subtitle = joined({"Homebrew", dot, changed.before ? changed.before->value : "",
+                                     changed.before ? arrow : "",
+                                     changed.after ? changed.after->value : "Not present"});
+            break;
+        case ObservedMetadata::Kind::configuration:
+            event.category = EventCategory::system;
+            event.symbol = "doc.text";
+            event.title = item->name + verb(changed, " Created");
+            event.subtitle = "Selected configuration file · Content fingerprint changed";
+            break;
+        case ObservedMetadata::Kind::diagnostic:
+            event.category = EventCategory::system;
+            event.symbol = "doc.text.magnifyingglass";
+            event.title = "New Diagnostic Report";
+            event.subtitle = item->name;
+            break;
+        }
+        return true;
+    }
+
+private:
+    static std::string verb(const change::MetadataChanged& changed, const char* appeared) {
+        if (!changed.after)
+            return " Removed";
+        return changed.before ? " Changed" : appeared;
+    }
+
+    void describe(const Application& app, const char* symbol, std::string title,
+                  std::string subtitle) const {
+        event.category = EventCategory::applications;
+        event.symbol = symbol;
+        event.title = std::move(title);
+        event.subtitle = std::move(subtitle);
+        event.path = app.path;
+        event.identifier = app.bundleID;
+        event.appID = app.bundleID;
+        event.applicationSizeBefore = sizeOf(app, from.applicationStorage);
+        event.applicationSizeAfter = sizeOf(app, to.applicationStorage);
+    }
+
+    void describe(const BackgroundItem& item, std::string title) const {
+        event.category = EventCategory::background;
+        event.symbol = "gearshape.2";
+        event.title = std::move(title);
+        event.subtitle = joined({rawValue(item.kind), dot, item.identifier});
+        event.path = item.path;
+        event.identifier = item.identifier;
+        event.appID = item.associatedAppID;
+    }
+
+    void describeSize(const FolderSize& before, const FolderSize& after) const {
+        const std::int64_t delta = saturatingDifference(after.bytes, before.bytes);
+        const StorageBreakdown breakdown(before, after, describedChildren);
+        const auto& parts = breakdown.contributions;
+        event.title = after.name + (before.bytes < after.bytes ? " grew" : " shrank");
+        event.subtitle = signedBytes(delta);
+        // The parts come largest first.
+        if (!parts.empty())
+            event.subtitle += joined({dot, change(parts.front())});
+        if (DiffEngine::isContentsChange(before, after)) {
+            event.title = after.name + " Contents Changed";
+            event.importance = Importance::prominent;
+            event.subtitle.clear();
+            for (std::size_t i = 0; i < std::min(parts.size(), namedChildren); ++i)
+                event.subtitle += joined({i == 0 ? "" : dot, change(parts[i])});
+            event.subtitle += " · Net " + signedBytes(delta);
+        }
+        if (after.isTrash() && after.itemCount == 0 && before.itemCount.value_or(0) >= 1) {
+            event.importance = Importance::prominent;
+            event.subtitle = "Previously " + std::to_string(*before.itemCount) + " items · "
+                             + byteString(before.bytes) + " · Observed empty";
+        }
+    }
+
+    /// The application that a background item belongs to, present or just gone.
+    const Application* ownerOf(const BackgroundItem& item) const {
+        if (item.associatedAppID)
+            for (const Snapshot* snapshot : {&to, &from})
+                for (const auto& app : snapshot->applications)
+                    if (app->bundleID == *item.associatedAppID)
+                        return &*app;
+        return nullptr;
+    }
+
+    const Snapshot& from;
+    const Snapshot& to;
+    Event& event;
+};
+
+/// An item whose program lies inside the bundle that `event` is about.
+bool bringsAlong(const Event& event, const Event& other) {
+    if (other.category != EventCategory::background || other.appID != event.appID
+        || other.changes.empty() || !event.path)
+        return false;
+    const auto* added = std::get_if<change::BackgroundAdded>(&other.changes.front());
+    if (!added)
+        return false;
+    const BackgroundItem& item = *added->value;
+    return item.association == BackgroundItem::insideBundle && item.program
+           && isBelow(*item.program, *event.path);
+}
+
+/// Moves the background items that came with an application into its event, so that one
+/// installation reads as one entry. The first application that claims an item gets it.
+void foldBackgroundItems(std::vector<Event>& events) {
+    for (Event& event : events) {
+        if (event.category != EventCategory::applications)
+            continue;
+        for (Event& other : events) {
+            if (&other == &event || !bringsAlong(event, other))
+                continue;
+            std::ranges::move(other.changes, std::back_inserter(event.changes));
+            other.changes.clear();
+        }
+    }
+}
+
+} // namespace
+
+std::vector<Event> build(const Snapshot& from, const Snapshot& to) {
+    const std::string prefix = from.id.text() + "-" + to.id.text() + "-";
+    std::vector<Event> events;
+    std::size_t number = 0;
+    for (Change& found : DiffEngine::compare(from, to)) {
+        Event event;
+        event.id = prefix + std::to_string(number++);
+        event.timestamp = to.timestamp;
+        event.intervalStart = from.timestamp;
+        event.symbol = "app";
+        event.changes.push_back(std::move(found));
+        if (std::visit(Wording(from, to, event), event.changes.front()))
+            events.push_back(std::move(event));
+    }
+    if (to.timestamp - from.timestamp <= foldingInterval)
+        foldBackgroundItems(events);
+    std::erase_if(events, [](const Event& event) { return event.changes.empty(); });
+    for (Event& event : events)
+        event.title = displayTitle(event);
+    return events;
+}
+
+} // namespace tidemark::EventBuilder

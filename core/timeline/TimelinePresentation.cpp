@@ -1,0 +1,100 @@
+#include "core/timeline/TimelinePresentation.h"
+
+#include "core/base/PhraseSearch.h"
+#include "core/timeline/EventDisplay.h"
+
+#include <algorithm>
+
+namespace tidemark {
+
+namespace {
+
+/// The count that each category adds to, in declared order.
+constexpr std::array counts{
+    &TimelinePresentation::applicationCount, &TimelinePresentation::backgroundCount,
+    &TimelinePresentation::storageCount,     &TimelinePresentation::systemCount,
+    &TimelinePresentation::networkingCount,  &TimelinePresentation::fileCount,
+    &TimelinePresentation::downloadCount,    &TimelinePresentation::clipboardCount,
+};
+static_assert(counts.size() == json::rawValues<EventCategory>.size());
+
+/// Everything of an event that a search looks at, as one text.
+void appendSearchText(const Event& event, std::string& text) {
+    text += displayTitle(event);
+    text += ' ';
+    text += displaySubtitle(event);
+    text += ' ';
+    if (event.path)
+        text += *event.path;
+    text += ' ';
+    if (event.memory && event.memory->text)
+        text += *event.memory->text;
+    text += ' ';
+    if (event.memory && event.memory->appName)
+        text += *event.memory->appName;
+}
+
+/// Groups a list by day. Events come in order of time, so the day of the last one is asked first
+/// and the calendar only at each change of day.
+class DayGrouping {
+public:
+    DayGrouping(const Calendar& zone, std::vector<TimelineDay>& into)
+        : calendar(zone), days(into) {}
+
+    void add(const Shared<Event>& event) {
+        const Date time = event->timestamp;
+        if (days.empty() || !(time >= days.back().id && time < end)) {
+            const Date start = calendar.startOfDay(time);
+            end = calendar.startOfNextDay(time);
+            if (days.empty() || days.back().id != start)
+                days.push_back({start, {}});
+        }
+        days.back().events.push_back(event);
+    }
+
+private:
+    const Calendar& calendar;
+    std::vector<TimelineDay>& days;
+    Date end;
+};
+
+} // namespace
+
+std::vector<Shared<Event>> TimelinePresentation::newestFirst(std::vector<Shared<Event>> events) {
+    std::ranges::stable_sort(events, [](const Shared<Event>& a, const Shared<Event>& b) {
+        return a->timestamp != b->timestamp ? a->timestamp > b->timestamp : a->id < b->id;
+    });
+    return events;
+}
+
+TimelinePresentation
+TimelinePresentation::build(const std::vector<Shared<Event>>& from, Date after, Date through,
+                            std::optional<EventCategory> category,
+                            const std::optional<std::set<EventCategory>>& categories,
+                            std::string_view search, const Calendar& calendar) {
+    const auto passes = [&](EventCategory candidate) {
+        return categories ? categories->contains(candidate) : !category || *category == candidate;
+    };
+    TimelinePresentation presentation;
+    DayGrouping grouping(calendar, presentation.days);
+    PhraseSearch phrase(search);
+    std::string text;
+    for (const Shared<Event>& event : from) {
+        if (!(event->timestamp > after && event->timestamp <= through))
+            continue;
+        if (!search.empty()) {
+            text.clear();
+            appendSearchText(*event, text);
+            if (!phrase.isIn(text))
+                continue;
+        }
+        ++(presentation.*counts[static_cast<std::size_t>(event->category)]);
+        if (!passes(event->category))
+            continue;
+        presentation.events.push_back(event);
+        grouping.add(event);
+    }
+    return presentation;
+}
+
+} // namespace tidemark
