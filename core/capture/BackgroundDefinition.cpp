@@ -3,9 +3,9 @@
 #include "core/base/Base64.h"
 #include "core/base/Digest.h"
 #include "core/base/JsonWriter.h"
+#include "core/base/Text.h"
 
 #include <algorithm>
-#include <charconv>
 #include <cmath>
 #include <optional>
 
@@ -36,21 +36,17 @@ std::string keepAliveText(const Value* value) {
     return value && value->as<Dictionary>() ? "Conditional" : flagText(value);
 }
 
-template <class Number>
-std::optional<std::string> amountText(Number value) {
-    if (!(value >= 0) || !std::isfinite(static_cast<double>(value)))
-        return std::nullopt;
-    std::array<char, 32> digits{};
-    const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), value);
-    return std::string(digits.data(), end.ptr);
-}
-
+/// A number of seconds as text; absent for what is no number, below zero, or not finite.
 std::optional<std::string> amountText(const Value* value) {
     if (const auto* integer = value ? value->as<std::int64_t>() : nullptr)
-        return amountText(*integer);
-    if (const auto* real = value ? value->as<double>() : nullptr)
-        return amountText(*real);
-    return std::nullopt;
+        return *integer >= 0 ? std::optional(std::to_string(*integer)) : std::nullopt;
+    const auto* real = value ? value->as<double>() : nullptr;
+    if (!real || !std::isfinite(*real) || *real < 0)
+        return std::nullopt;
+    std::string text = shortestText(*real);
+    if (text.ends_with(".0"))
+        text.resize(text.size() - 2);
+    return text;
 }
 
 /// Writes values in the one form of which digests are taken: JSON with sorted keys.

@@ -1,6 +1,7 @@
 #include "core/base/PropertyList.h"
 
 #include "tests/support/PropertyLists.h"
+#include "tests/support/TemporaryFolder.h"
 
 #include <clocale>
 #include <limits>
@@ -187,4 +188,16 @@ TEST(PropertyList, TextThatIsNoUtf8BecomesText) {
                                        "FF",
                                        {"a\uFFFD"
                                         "E9"s}}}}));
+}
+
+TEST(PropertyList, AgreesWithTheCorpusOfAnotherWriter) {
+    const std::filesystem::path corpus = TIDEMARK_FIXTURES "/property-lists";
+    const auto read = [](const std::filesystem::path& file) { return parse(test::contents(file)); };
+    for (const std::string name : {"bundle", "definition"}) {
+        const auto xml = read(corpus / "accepted" / (name + "-xml.plist"));
+        const auto binary = read(corpus / "accepted" / (name + "-binary.plist"));
+        EXPECT_TRUE(xml && xml == binary) << name;
+    }
+    for (const auto& file : std::filesystem::directory_iterator(corpus / "refused"))
+        EXPECT_FALSE(read(file.path())) << file.path();
 }
