@@ -200,6 +200,7 @@ TEST(AdditionalObservations, TellsWhyAConfigurationFileWasNotRead) {
     }
     // A file of the system that says it is empty and gives megabytes.
     const std::string endless = "/proc/kallsyms";
-    if (test::contents(endless).size() > AdditionalObservations::largestConfiguration)
+    if (test::contents(endless).size() > AdditionalObservations::largestConfiguration) {
         EXPECT_EQ(configurationReport(endless).issue, cases[6].second + endless);
+    }
 }
