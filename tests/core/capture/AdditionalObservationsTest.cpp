@@ -87,10 +87,10 @@ TEST(AdditionalObservations, AnIncompleteListingReportsNothing) {
     folder.makeFolder("cellar/wget/1");
     folder.makeFolder("cellar/curl/1");
     fs::create_symlink(folder / "cellar", folder / "link");
-    folder.write("file", "");
+    const auto file = folder.write("file", "");
     folder.makeFolder("part/closed/1");
     for (std::size_t i = 0; i <= AdditionalObservations::mostEntries; ++i)
-        folder.write("many/" + std::to_string(i), "");
+        fs::create_hard_link(file, folder.makeFolder("many") / std::to_string(i));
     EXPECT_EQ(cellarReport(folder / "many"), failed(folder / "many"));
     fs::remove(folder / "many/0");
     EXPECT_TRUE(cellarReport(folder / "many").complete);
