@@ -10,6 +10,9 @@ namespace {
 constexpr std::uint64_t maximumExpansion = std::uint64_t{64} << 20;
 /// Bytes that libplist may move while it replaces character references.
 constexpr std::uint64_t maximumMoves = std::uint64_t{1} << 30;
+/// Elements that libplist may pass while it looks whether a key was there before. One dictionary
+/// of 4,096 entries stays below.
+constexpr std::uint64_t maximumSteps = std::uint64_t{1} << 25;
 
 /// Follows an XML list tag by tag, reading quotes, comments and declarations just as libplist
 /// does. What libplist can't read either ends the look without an objection.
@@ -26,7 +29,8 @@ public:
             place = bracket + 1;
             if (place >= text.size() || !passMarkup())
                 break;
-            if (depth > maximumDepth || nodes > maximumNodes || moves > maximumMoves)
+            if (levels.size() - 1 > maximumDepth || nodes > maximumNodes || moves > maximumMoves
+                || steps > maximumSteps)
                 return Failure::beyondLimits;
         }
         return std::nullopt;
@@ -113,23 +117,34 @@ private:
 
     void count(std::string_view name, bool empty) {
         const bool closes = name.starts_with('/');
-        if (!closes)
-            ++nodes;
-        else
+        if (closes) {
             name.remove_prefix(1);
+        } else {
+            ++nodes;
+            if (levels.back().isDictionary)
+                steps += levels.back().elements++;
+        }
         if (name != "dict" && name != "array")
             return;
-        if (closes && depth > 0)
-            --depth;
+        if (closes && levels.size() > 1)
+            levels.pop_back();
         else if (!closes && !empty)
-            ++depth;
+            levels.push_back({.isDictionary = name == "dict"});
     }
+
+    /// An element that is open, and how many it holds so far.
+    struct Level {
+        bool isDictionary;
+        std::uint64_t elements = 0;
+    };
 
     std::string_view text;
     std::size_t place = 0;
-    std::size_t depth = 0;
+    /// The first stands for the document: what follows an empty root, libplist adds to it.
+    std::vector<Level> levels{{.isDictionary = true}};
     std::size_t nodes = 0;
     std::uint64_t moves = 0;
+    std::uint64_t steps = 0;
 };
 
 /// Adds up what each object of a binary list comes to with all that it refers to. The form: an

@@ -4,10 +4,10 @@
 
 #include <optional>
 
-/// A look at the outline of a list before libplist gets it. libplist 2.2 reads and frees binary
-/// lists by recursion without a limit (a few megabytes of nested arrays end the process), copies a
-/// shared object once per reference, takes quadratic time over character references, and aborts
-/// on a key with a NUL in it. Lists that would do that are kept from it.
+/// A look at the outline of a list before libplist gets it. libplist 2.2 reads binary lists and
+/// frees all lists by recursion without a limit (200,000 nested arrays end the process), copies a
+/// shared object once per reference, takes quadratic time over character references and over
+/// repeated keys, and aborts on a key with a NUL in it. Lists that would do that are kept from it.
 namespace tidemark::PropertyList {
 
 /// The reason to refuse the bytes; absent when libplist may have them, broken or not.

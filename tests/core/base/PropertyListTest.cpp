@@ -119,6 +119,9 @@ TEST(PropertyList, RefusesWhatWouldExhaustTheStackOrTheMemory) {
     std::string many;
     for (std::size_t i = 0; i <= PropertyList::maximumNodes; ++i)
         many += "<true/>";
+    std::string repeated;
+    for (int i = 0; i < 10'000; ++i)
+        repeated += "<key>" + std::to_string(i % 5'000) + "</key><true/>";
     std::string references;
     for (int i = 0; i < 100'000; ++i)
         references += "&lt;";
@@ -132,6 +135,8 @@ TEST(PropertyList, RefusesWhatWouldExhaustTheStackOrTheMemory) {
         {"one large object a hundred times",
          assembledList({"\xAF\x10\x64"s + std::string(100, '\1'), large})},
         {"many elements", xmlList("<array>" + many + "</array>")},
+        {"keys that repeat", xmlList("<dict>" + repeated + "</dict>")},
+        {"keys that repeat in an empty root", xmlList("<dict/>" + repeated)},
         {"character references that take quadratic time",
          xmlList("<string>" + references + "</string>")},
         {"a large file", std::string(PropertyList::maximumSize + 1, ' ')},
