@@ -1,11 +1,13 @@
 # The front door: `make run` and `make test` work on a bare Debian machine.
-# ARGS="…" passes arguments to the program with `make run`.
+# ARGS="…" passes arguments to the program with `make run`; FUZZ_SECONDS=… bounds `make fuzz`.
 
 MAKEFLAGS += --no-print-directory
 PACKAGES := packaging/install-packages packaging/debian-packages.txt
 SOURCES = $(shell git ls-files --cached --others --exclude-standard '*.cpp' '*.h')
 
-.PHONY: help run test bench format check-format lint sanitize packages clean
+FUZZ_SECONDS ?= 600
+
+.PHONY: help run test bench format check-format lint sanitize fuzz packages clean
 .DEFAULT_GOAL := help
 
 help: ## Show this list
@@ -28,6 +30,15 @@ test: packages build/dev/build.ninja ## Build, then run every test
 sanitize: packages build/sanitize/build.ninja ## Build with sanitizers, then run every test
 	@cmake --build --preset sanitize
 	@ctest --preset sanitize
+
+fuzz: ## Feed damaged property lists to the readers for FUZZ_SECONDS
+	@packaging/install-packages packaging/debian-packages.txt packaging/debian-packages-fuzz.txt
+	@cmake --preset fuzz >/dev/null
+	@cmake --build --preset fuzz
+	@mkdir -p build/fuzz/corpus
+	@./build/fuzz/tests/fuzz/property_list_fuzz -max_total_time=$(FUZZ_SECONDS) -timeout=10 \
+		-artifact_prefix=build/fuzz/ -dict=tests/fuzz/property-list.dict build/fuzz/corpus \
+		tests/fixtures/property-lists/accepted tests/fixtures/property-lists/refused
 
 bench: packages build/release/build.ninja ## Measure every promise of speed beside its bound
 	@cmake --build --preset release

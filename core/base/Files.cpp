@@ -41,6 +41,11 @@ std::string readFile(const std::filesystem::path& path, std::size_t limit) {
     const FileDescriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
     if (!file)
         throw failure(path, "could not be read", errno);
+    return readFile(file, path, limit);
+}
+
+std::string readFile(const FileDescriptor& file, const std::filesystem::path& path,
+                     std::size_t limit) {
     struct stat status{};
     if (::fstat(file.get(), &status) != 0)
         throw failure(path, "could not be read", errno);

@@ -26,6 +26,9 @@ private:
 /// Throws `FileError`.
 std::string readFile(const std::filesystem::path& path,
                      std::size_t limit = std::numeric_limits<std::size_t>::max());
+/// The same of a file that is open for reading, with `O_NONBLOCK`; `path` is for the sentence.
+std::string readFile(const FileDescriptor& file, const std::filesystem::path& path,
+                     std::size_t limit = std::numeric_limits<std::size_t>::max());
 
 /// True when something stands at `path`, false when nothing does. Anything that keeps this from
 /// being known (a folder that can't be searched) throws `FileError`: not knowing is not absence.

@@ -1,0 +1,307 @@
+#include "core/capture/AdditionalObservations.h"
+
+#include "core/base/Digest.h"
+#include "core/base/FileDescriptor.h"
+#include "core/base/Text.h"
+#include "core/capture/FolderListing.h"
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <expected>
+#include <optional>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+
+namespace tidemark::AdditionalObservations {
+
+namespace {
+
+using Kind = FolderEntry::Kind;
+
+struct Named {
+    std::string_view key;
+    std::string_view text;
+};
+
+constexpr auto reportTypes = std::to_array<Named>({
+    {"crash", "Crash report"},
+    {"ips", "Diagnostic report"},
+    {"hang", "Hang report"},
+    {"spin", "Sample report"},
+    {"diag", "Diagnostic report"},
+});
+constexpr std::string_view otherReportType = "Diagnostic report";
+constexpr auto reportExtensions = std::to_array<std::string_view>({"ips", "crash", "hang", "spin"});
+
+constexpr auto configurationLabels = std::to_array<Named>({
+    {".zshrc", "Zsh configuration"},
+    {".zprofile", "Zsh login configuration"},
+    {".bashrc", "Bash configuration"},
+    {".bash_profile", "Bash login configuration"},
+    {".gitconfig", "Git configuration"},
+    {"Brewfile", "Homebrew bundle configuration"},
+});
+
+template <std::size_t size>
+std::string_view textOf(const std::array<Named, size>& table, std::string_view key,
+                        std::string_view otherwise) {
+    for (const auto& row : table)
+        if (row.key == key)
+            return row.text;
+    return otherwise;
+}
+
+/// What became of one entry: an observation, nothing, or a failure of the whole listing.
+struct Incomplete {};
+using Observed = std::expected<std::optional<ObservedMetadata>, Incomplete>;
+
+Observed formula(const FolderEntry& entry) {
+    if (entry.kind != Kind::folder)
+        return std::nullopt;
+    const auto listing = FolderListing::open(entry, FolderListing::Hidden::listed);
+    // One that was removed in this moment is not installed; any other failure hides versions.
+    if (!listing && listing.error() == FolderListing::Failure::missing)
+        return std::nullopt;
+    if (!listing)
+        return std::unexpected(Incomplete{});
+    std::string versions;
+    for (const auto& name : listing->names()) {
+        const auto kind = listing->entry(name).kind;
+        if (kind == Kind::unknown)
+            return std::unexpected(Incomplete{});
+        if (kind == Kind::folder)
+            versions += (versions.empty() ? "" : ", ") + textFromBytes(name);
+    }
+    if (versions.empty())
+        return std::nullopt;
+    ObservedMetadata metadata;
+    metadata.kind = ObservedMetadata::Kind::homebrew;
+    metadata.path = entry.pathText();
+    metadata.name = textFromBytes(entry.name());
+    metadata.value = std::move(versions);
+    return metadata;
+}
+
+/// True when `text` begins with a separator and a date, such as "-2024-05-01" or "_2024_05_01".
+bool beginsWithDate(std::string_view text) {
+    constexpr std::string_view shape = "-0000-00-00";
+    if (text.size() < shape.size())
+        return false;
+    for (std::size_t i = 0; i < shape.size(); ++i) {
+        const bool fits =
+            shape[i] == '-' ? text[i] == '-' || text[i] == '_' : text[i] >= '0' && text[i] <= '9';
+        if (!fits)
+            return false;
+    }
+    return true;
+}
+
+/// A report's name is that of the application, then a date.
+std::optional<std::string> inferredApplication(std::string_view stem) {
+    std::size_t place = 0;
+    while (place < stem.size() && !beginsWithDate(stem.substr(place)))
+        ++place;
+    if (place == 0 || place == stem.size())
+        return std::nullopt;
+    return std::string(stem.substr(0, place));
+}
+
+Observed diagnostic(const FolderEntry& entry) {
+    const std::string extension = asciiLowercased(entry.extension());
+    const bool known = std::ranges::find(reportExtensions, extension) != reportExtensions.end();
+    if (!known || entry.kind != Kind::regular)
+        return std::nullopt;
+    ObservedMetadata metadata;
+    metadata.kind = ObservedMetadata::Kind::diagnostic;
+    metadata.path = entry.pathText();
+    metadata.name = textFromBytes(entry.name());
+    metadata.reportType = textOf(reportTypes, extension, otherReportType);
+    metadata.inferredApplication = inferredApplication(textFromBytes(entry.path.stem().native()));
+    metadata.value = extension;
+    return metadata;
+}
+
+struct Pace {
+    Clock& clock;
+    const std::stop_token& stop;
+};
+
+std::expected<std::vector<ObservedMetadata>, Incomplete>
+inspect(const std::filesystem::path& folder, Observed (*item)(const FolderEntry&), Pace pace) {
+    const auto listing = FolderListing::open(folder, FolderListing::Hidden::skipped);
+    if (!listing && listing.error() == FolderListing::Failure::missing)
+        return {};
+    if (!listing || listing->names().size() > mostEntries)
+        return std::unexpected(Incomplete{});
+    const double deadline = pace.clock.monotonicSeconds() + secondsPerListing;
+    std::vector<ObservedMetadata> items;
+    for (const auto& name : listing->names()) {
+        if (pace.stop.stop_requested() || pace.clock.monotonicSeconds() > deadline)
+            return std::unexpected(Incomplete{});
+        const auto entry = listing->entry(name);
+        if (entry.kind == Kind::link)
+            continue;
+        if (entry.kind == Kind::unknown)
+            return std::unexpected(Incomplete{});
+        auto observed = item(entry);
+        if (!observed)
+            return std::unexpected(observed.error());
+        if (*observed)
+            items.push_back(**std::move(observed));
+    }
+    std::ranges::sort(items, {}, &ObservedMetadata::path);
+    return items;
+}
+
+MetadataReport report(const std::filesystem::path& folder, Observed (*item)(const FolderEntry&),
+                      Pace pace) {
+    MetadataReport result;
+    result.scope = textFromBytes(folder.native());
+    if (auto items = inspect(folder, item, pace)) {
+        result.items = *std::move(items);
+        result.complete = true;
+    } else {
+        result.issue = "Additional history: could not completely inspect " + result.scope
+                       + ". No comparison was made.";
+    }
+    return result;
+}
+
+/// True for a placeholder whose contents are not on this disk (`SF_DATALESS`): reading it would
+/// download them.
+bool isCloudOnly([[maybe_unused]] const struct stat& status) {
+#if defined(__APPLE__)
+    return (status.st_flags & 0x40000000U) != 0;
+#else
+    return false;
+#endif
+}
+
+bool isLocalRegularFile(const struct stat& status) {
+    return S_ISREG(status.st_mode) && !isCloudOnly(status);
+}
+
+bool sameVersion(const struct stat& a, const struct stat& b) {
+#if defined(__APPLE__)
+    const timespec &first = a.st_mtimespec, &second = b.st_mtimespec;
+#else
+    const timespec &first = a.st_mtim, &second = b.st_mtim;
+#endif
+    return a.st_size == b.st_size && first.tv_sec == second.tv_sec
+           && first.tv_nsec == second.tv_nsec;
+}
+
+constexpr std::string_view notRegular = "Selected file is not a local regular file: ";
+constexpr std::string_view notOpened = "Selected file could not be read: ";
+constexpr std::string_view tooLarge = "Selected file is not a local regular file under 1 MB: ";
+constexpr std::string_view readFailed = "Selected file read failed: ";
+constexpr std::string_view changed = "Selected file changed while being read: ";
+
+struct Fingerprint {
+    std::string digest;
+    std::int64_t bytes;
+};
+
+/// The digest of what can be read from `file`, or the beginning of the issue.
+std::expected<std::string, std::string_view> digestOf(const FileDescriptor& file) {
+    Sha256 digest;
+    std::array<char, 1 << 16> buffer;
+    std::size_t total = 0;
+    while (true) {
+        const ssize_t count = ::read(file.get(), buffer.data(), buffer.size());
+        if (count < 0 && errno == EINTR)
+            continue;
+        if (count < 0)
+            return std::unexpected(readFailed);
+        if (count == 0)
+            return digest.finish();
+        total += static_cast<std::size_t>(count);
+        if (total > largestConfiguration)
+            return std::unexpected(tooLarge);
+        digest.update({buffer.data(), static_cast<std::size_t>(count)});
+    }
+}
+
+/// Empty when there is no such file.
+std::expected<std::optional<Fingerprint>, std::string_view>
+fingerprint(const std::filesystem::path& path) {
+    struct stat status{};
+    if (::lstat(path.c_str(), &status) != 0) {
+        if (errno == ENOENT)
+            return std::nullopt;
+        return std::unexpected(notRegular);
+    }
+    if (!isLocalRegularFile(status))
+        return std::unexpected(notRegular);
+    // Between the look and the opening another file may take the place: hence the flags and the
+    // second look.
+    const FileDescriptor file(::open(path.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
+    if (!file)
+        return std::unexpected(notOpened);
+    struct stat before{};
+    if (::fstat(file.get(), &before) != 0 || !isLocalRegularFile(before)
+        || static_cast<std::size_t>(before.st_size) > largestConfiguration)
+        return std::unexpected(tooLarge);
+    auto digest = digestOf(file);
+    if (!digest)
+        return std::unexpected(digest.error());
+    struct stat after{};
+    if (::fstat(file.get(), &after) != 0 || !sameVersion(before, after))
+        return std::unexpected(changed);
+    return Fingerprint{*std::move(digest), before.st_size};
+}
+
+MetadataReport configuration(const std::filesystem::path& path) {
+    MetadataReport result;
+    result.scope = textFromBytes(path.native());
+    auto found = fingerprint(path);
+    if (!found) {
+        result.issue = std::string(found.error()) + result.scope;
+        return result;
+    }
+    result.complete = true;
+    if (!*found)
+        return result;
+    ObservedMetadata metadata;
+    metadata.kind = ObservedMetadata::Kind::configuration;
+    metadata.path = result.scope;
+    metadata.name = configurationLabel(path);
+    metadata.bytes = (*found)->bytes;
+    metadata.value = std::move((*found)->digest);
+    result.items.push_back(std::move(metadata));
+    return result;
+}
+
+} // namespace
+
+std::vector<std::filesystem::path> standardCellars() {
+    return {"/opt/homebrew/Cellar", "/usr/local/Cellar"};
+}
+
+std::string configurationLabel(const std::filesystem::path& path) {
+    const std::string name = textFromBytes(path.filename().native());
+    if (name == "config" && path.parent_path().filename() == ".ssh")
+        return "SSH configuration";
+    return std::string(textOf(configurationLabels, name, name));
+}
+
+std::vector<MetadataReport> collect(bool homebrew, bool diagnostics,
+                                    const std::vector<std::filesystem::path>& configurationPaths,
+                                    const std::filesystem::path& home, Clock& clock,
+                                    const std::stop_token& stop,
+                                    const std::vector<std::filesystem::path>& cellars) {
+    const Pace pace{clock, stop};
+    std::vector<MetadataReport> reports;
+    if (homebrew)
+        for (const auto& cellar : cellars)
+            reports.push_back(report(cellar, formula, pace));
+    if (diagnostics)
+        reports.push_back(report(home / "Library/Logs/DiagnosticReports", diagnostic, pace));
+    for (const auto& path : configurationPaths)
+        reports.push_back(configuration(path));
+    return reports;
+}
+
+} // namespace tidemark::AdditionalObservations

@@ -1,0 +1,34 @@
+#pragma once
+
+#include "core/base/Clock.h"
+#include "core/records/MetadataReport.h"
+
+#include <filesystem>
+#include <stop_token>
+#include <string_view>
+#include <vector>
+
+/// Metadata that the user may add to an observation: installed formulas, diagnostic reports, and
+/// digests of chosen configuration files.
+namespace tidemark::AdditionalObservations {
+
+inline constexpr std::size_t mostEntries = 5'000;
+inline constexpr double secondsPerListing = 3;
+inline constexpr std::size_t largestConfiguration = 1'048'576;
+
+/// The folders in which Homebrew keeps what it installed.
+std::vector<std::filesystem::path> standardCellars();
+
+/// One report per cellar when `homebrew` is set, then one of the diagnostic folder in `home` when
+/// `diagnostics` is, then one per configuration file. Never fails: what could not be read
+/// completely is told by its report.
+std::vector<MetadataReport>
+collect(bool homebrew, bool diagnostics,
+        const std::vector<std::filesystem::path>& configurationPaths,
+        const std::filesystem::path& home, Clock& clock, const std::stop_token& stop = {},
+        const std::vector<std::filesystem::path>& cellars = standardCellars());
+
+/// How a configuration file is called on screen.
+std::string configurationLabel(const std::filesystem::path& path);
+
+} // namespace tidemark::AdditionalObservations

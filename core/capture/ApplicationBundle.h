@@ -1,0 +1,22 @@
+#pragma once
+
+#include "core/capture/FolderListing.h"
+#include "core/records/Application.h"
+
+#include <optional>
+#include <string_view>
+
+/// An application as a bundle: a folder whose name ends in ".app", with a property list inside.
+namespace tidemark::ApplicationBundle {
+
+bool recognises(const FolderEntry& entry);
+
+/// The application by its metadata: "Contents/Info.plist", or, where that is missing, the
+/// "Info.plist" of the only bundle in "Wrapper". Absent when it can't be read, is no such list,
+/// or names no bundle identifier. A link inside the bundle is not followed.
+std::optional<Application> read(const FolderEntry& bundle);
+
+/// The application that a bundle's metadata tell of.
+std::optional<Application> described(std::string_view metadata, const FolderEntry& bundle);
+
+} // namespace tidemark::ApplicationBundle

@@ -1,0 +1,40 @@
+#pragma once
+
+#include "core/base/Clock.h"
+#include "core/capture/ApplicationBundle.h"
+#include "core/capture/Inventory.h"
+
+#include <filesystem>
+#include <span>
+#include <stop_token>
+#include <vector>
+
+namespace tidemark {
+
+/// One way in which an application stands on disk.
+struct ApplicationFormat {
+    /// Decides by name and kind alone; never asked about a link.
+    bool (*recognises)(const FolderEntry&);
+    /// Absent when the application can't be told.
+    std::optional<Application> (*read)(const FolderEntry&);
+};
+
+/// Finds the applications below folders by their metadata; runs and opens none of them.
+namespace ApplicationsCollector {
+
+inline constexpr double secondsPerRoot = 8;
+/// Folders are listed down to this depth, the root being 0.
+inline constexpr int deepestListing = 4;
+inline constexpr ApplicationFormat formats[] = {
+    {ApplicationBundle::recognises, ApplicationBundle::read},
+};
+
+/// Items come sorted by path; folders that lie in each other report an application twice. Never
+/// fails: what could not be read is told by the result.
+Inventory<Application> collect(const std::vector<std::filesystem::path>& roots, Clock& clock,
+                               const std::stop_token& stop = {},
+                               std::span<const ApplicationFormat> among = formats);
+
+} // namespace ApplicationsCollector
+
+} // namespace tidemark

@@ -1,0 +1,143 @@
+#include "core/capture/BackgroundDefinition.h"
+
+#include "core/base/Base64.h"
+#include "core/base/Digest.h"
+#include "core/base/JsonWriter.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+#include <optional>
+
+namespace tidemark::BackgroundDefinition {
+
+namespace {
+
+using PropertyList::Array;
+using PropertyList::Dictionary;
+using PropertyList::Other;
+using PropertyList::Value;
+
+constexpr auto falseWhenMissing =
+    std::to_array<std::string_view>({"RunAtLoad", "KeepAlive", "Disabled"});
+constexpr auto shownNumbers =
+    std::to_array<std::string_view>({"StartInterval", "ThrottleInterval"});
+
+std::string answer(bool value) {
+    return value ? "Yes" : "No";
+}
+
+std::string flagText(const Value* value) {
+    const bool* flag = value ? value->as<bool>() : nullptr;
+    return answer(flag && *flag);
+}
+
+std::string keepAliveText(const Value* value) {
+    return value && value->as<Dictionary>() ? "Conditional" : flagText(value);
+}
+
+template <class Number>
+std::optional<std::string> amountText(Number value) {
+    if (!(value >= 0) || !std::isfinite(static_cast<double>(value)))
+        return std::nullopt;
+    std::array<char, 32> digits{};
+    const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), value);
+    return std::string(digits.data(), end.ptr);
+}
+
+std::optional<std::string> amountText(const Value* value) {
+    if (const auto* integer = value ? value->as<std::int64_t>() : nullptr)
+        return amountText(*integer);
+    if (const auto* real = value ? value->as<double>() : nullptr)
+        return amountText(*real);
+    return std::nullopt;
+}
+
+/// Writes values in the one form of which digests are taken: JSON with sorted keys.
+struct Normaliser {
+    json::JsonWriter& out;
+
+    static bool hasForm(const Value& value) {
+        if (const double* real = value.as<double>())
+            return std::isfinite(*real);
+        if (const Date* date = value.as<Date>())
+            return std::isfinite(date->secondsSince2001);
+        return !value.as<Other>();
+    }
+
+    void write(const Value& value) { std::visit(*this, value.content); }
+
+    void operator()(const Other&) {}
+    void operator()(bool value) { out.boolean(value); }
+    void operator()(std::int64_t value) { out.integer(value); }
+    void operator()(double value) { out.real(value); }
+    void operator()(const std::string& value) { out.text(value); }
+    void operator()(const Data& value) {
+        out.beginObject();
+        out.key("data");
+        out.text(base64Encoded(value.bytes));
+        out.endObject();
+    }
+    void operator()(const Date& value) {
+        out.beginObject();
+        out.key("date");
+        out.real(value.secondsSince2001);
+        out.endObject();
+    }
+    void operator()(const Array& values) {
+        out.beginArray();
+        for (const auto& value : values)
+            if (hasForm(value))
+                write(value);
+        out.endArray();
+    }
+    void operator()(const Dictionary& values) {
+        out.beginObject();
+        for (const auto& [key, value] : values) {
+            if (!hasForm(value))
+                continue;
+            out.key(key);
+            write(value);
+        }
+        out.endObject();
+    }
+};
+
+std::string fingerprint(const Value& value) {
+    Sha256 digest;
+    json::JsonWriter out([&](std::string_view piece) { digest.update(piece); });
+    out.beginArray();
+    Normaliser{out}.write(value);
+    out.endArray();
+    out.finish();
+    return digest.finish();
+}
+
+} // namespace
+
+std::map<std::string, std::string> safeSettings(const Dictionary& definition) {
+    std::map<std::string, std::string> settings{
+        {"RunAtLoad", flagText(PropertyList::find(definition, "RunAtLoad"))},
+        {"Disabled", flagText(PropertyList::find(definition, "Disabled"))},
+        {"KeepAlive", keepAliveText(PropertyList::find(definition, "KeepAlive"))},
+    };
+    for (const auto key : shownNumbers)
+        if (auto text = amountText(PropertyList::find(definition, key)))
+            settings.emplace(key, *std::move(text));
+    return settings;
+}
+
+std::map<std::string, std::string> fingerprints(const Dictionary& definition) {
+    static const Value no{false};
+    std::map<std::string, std::string> result;
+    for (const auto key : keys) {
+        const Value* value = PropertyList::find(definition, key);
+        if (!value && std::ranges::find(falseWhenMissing, key) != falseWhenMissing.end())
+            value = &no;
+        if (value && Normaliser::hasForm(*value))
+            result.emplace(key, fingerprint(*value));
+    }
+    return result;
+}
+
+} // namespace tidemark::BackgroundDefinition

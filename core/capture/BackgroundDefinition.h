@@ -1,0 +1,77 @@
+#pragma once
+
+#include "core/base/PropertyList.h"
+
+#include <array>
+#include <map>
+#include <string>
+#include <string_view>
+#include <utility>
+
+/// What may be kept of a definition of a job. Definitions can hold secrets, so of most keys there
+/// is a digest and nothing else.
+namespace tidemark::BackgroundDefinition {
+
+/// Why a definition on disk yields no item.
+enum class Failure {
+    /// It can't be read, has not the form of a definition, or names no job.
+    unreadable,
+    /// It is well formed but defines nothing.
+    empty,
+};
+
+/// The keys that are watched, in the words of launchd.plist(5).
+inline constexpr auto keys = std::to_array<std::string_view>({
+    "Program",
+    "ProgramArguments",
+    "RunAtLoad",
+    "KeepAlive",
+    "StartInterval",
+    "StartCalendarInterval",
+    "WatchPaths",
+    "QueueDirectories",
+    "EnvironmentVariables",
+    "WorkingDirectory",
+    "UserName",
+    "GroupName",
+    "ProcessType",
+    "Disabled",
+    "Sockets",
+    "MachServices",
+    "StandardOutPath",
+    "StandardErrorPath",
+    "ThrottleInterval",
+    "LimitLoadToSessionType",
+});
+
+struct Label {
+    std::string_view key;
+    std::string_view text;
+};
+
+/// Labels of the settings that are stored and may be shown with their values.
+inline constexpr auto labels = std::to_array<Label>({
+    {"RunAtLoad", "Starts when loaded"},
+    {"KeepAlive", "Keep running"},
+    {"Disabled", "Disabled in definition"},
+    {"StartInterval", "Run interval (seconds)"},
+    {"ThrottleInterval", "Minimum restart interval (seconds)"},
+});
+
+/// Labels of keys whose values are never stored.
+inline constexpr auto furtherLabels = std::to_array<Label>({
+    {"Program", "Executable"},
+    {"ProgramArguments", "Launch arguments"},
+    {"EnvironmentVariables", "Environment settings"},
+    {"StartCalendarInterval", "Calendar schedule"},
+    {"WatchPaths", "Watched paths"},
+});
+
+/// The settings that may be shown, by key: "Yes", "No", "Conditional" or a number.
+std::map<std::string, std::string> safeSettings(const PropertyList::Dictionary& definition);
+
+/// A SHA-256 digest per watched key that has a value; keys that are false when missing always have
+/// one, so that writing out the default is no change.
+std::map<std::string, std::string> fingerprints(const PropertyList::Dictionary& definition);
+
+} // namespace tidemark::BackgroundDefinition

@@ -1,0 +1,89 @@
+#pragma once
+
+#include "core/base/Date.h"
+#include "core/base/FileDescriptor.h"
+
+#include <expected>
+#include <filesystem>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include <dirent.h>
+#include <fcntl.h>
+
+namespace tidemark {
+
+/// The path under which a location is compared and stored: absolute, links resolved as far as the
+/// path exists, "." and ".." gone, no slash at the end.
+std::filesystem::path canonicalPath(const std::filesystem::path& path);
+
+/// One name in an open folder. Nothing here follows a link, and only regular files and folders
+/// are ever opened.
+struct FolderEntry {
+    enum class Kind {
+        regular,
+        folder,
+        link,
+        /// A FIFO, a socket, a device.
+        other,
+        missing,
+        /// Its status can't be read.
+        unknown,
+    };
+
+    /// Descriptor of the folder, which must stay open as long as the entry is used.
+    int folder = AT_FDCWD;
+    std::filesystem::path path;
+    Kind kind = Kind::unknown;
+    std::optional<Date> modified;
+
+    /// Looks at a name in a folder that is open as `descriptor` and lies at `folderPath`.
+    static FolderEntry describe(int descriptor, const std::filesystem::path& folderPath,
+                                const std::string& name);
+
+    std::string name() const { return path.filename().native(); }
+    /// The path as records store it.
+    std::string pathText() const;
+    /// What follows the last dot of the name, without the dot; empty for ".name".
+    std::string extension() const;
+
+    /// Empty when this is no folder or may not be opened.
+    FileDescriptor openFolder() const;
+    /// The bytes of a regular file of at most `limit` bytes. Throws `FileError`.
+    std::string read(std::size_t limit) const;
+};
+
+/// The names in one folder, in byte order, and the folder held open to look at them.
+class FolderListing {
+public:
+    enum class Hidden { skipped, listed };
+    enum class Failure {
+        /// Nothing stands at the path.
+        missing,
+        /// Something stands there, or may: a listing that fails for any other reason.
+        unreadable,
+    };
+
+    static std::expected<FolderListing, Failure> open(const std::filesystem::path& path,
+                                                      Hidden hidden);
+    static std::expected<FolderListing, Failure> open(const FolderEntry& folder, Hidden hidden);
+
+    const std::vector<std::string>& names() const { return all; }
+    FolderEntry entry(const std::string& name) const;
+
+private:
+    struct Close {
+        void operator()(DIR* opened) const { ::closedir(opened); }
+    };
+
+    explicit FolderListing(std::filesystem::path path) : location(std::move(path)) {}
+    std::expected<void, Failure> fill(FileDescriptor folder, Hidden hidden);
+
+    std::filesystem::path location;
+    std::unique_ptr<DIR, Close> stream;
+    std::vector<std::string> all;
+};
+
+} // namespace tidemark

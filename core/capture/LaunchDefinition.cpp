@@ -1,0 +1,65 @@
+#include "core/capture/LaunchDefinition.h"
+
+#include "core/base/Files.h"
+#include "core/base/PropertyList.h"
+
+#include <algorithm>
+
+namespace tidemark::LaunchDefinition {
+
+namespace {
+
+using PropertyList::Array;
+using PropertyList::Dictionary;
+
+/// The first argument, when the arguments are text and nothing else.
+const std::string* firstArgument(const Dictionary& list) {
+    const auto* arguments = PropertyList::find<Array>(list, "ProgramArguments");
+    const auto isText = [](const auto& value) { return value.template as<std::string>(); };
+    if (!arguments || arguments->empty() || !std::ranges::all_of(*arguments, isText))
+        return nullptr;
+    return arguments->front().as<std::string>();
+}
+
+std::optional<std::string> programOf(const Dictionary& list) {
+    const auto* program = PropertyList::find<std::string>(list, "Program");
+    if (!program)
+        program = firstArgument(list);
+    return program ? std::optional(*program) : std::nullopt;
+}
+
+} // namespace
+
+bool recognises(const FolderEntry& entry) {
+    return entry.extension() == "plist";
+}
+
+std::expected<BackgroundItem, Failure> read(const FolderEntry& definition) {
+    try {
+        return described(definition.read(PropertyList::maximumSize), definition);
+    } catch (const FileError&) {
+        return std::unexpected(Failure::unreadable);
+    }
+}
+
+std::expected<BackgroundItem, Failure> described(std::string_view bytes,
+                                                 const FolderEntry& definition) {
+    const auto parsed = PropertyList::parse(bytes);
+    const auto* list = parsed ? parsed->as<Dictionary>() : nullptr;
+    if (!list)
+        return std::unexpected(Failure::unreadable);
+    if (list->empty())
+        return std::unexpected(Failure::empty);
+    const auto* label = PropertyList::find<std::string>(*list, "Label");
+    if (!label || label->empty())
+        return std::unexpected(Failure::unreadable);
+    BackgroundItem item;
+    item.identifier = *label;
+    item.path = definition.pathText();
+    item.program = programOf(*list);
+    item.safeSettings = BackgroundDefinition::safeSettings(*list);
+    item.definitionFingerprints = BackgroundDefinition::fingerprints(*list);
+    return item;
+}
+
+} // namespace tidemark::LaunchDefinition
