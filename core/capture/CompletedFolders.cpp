@@ -38,8 +38,7 @@ void CompletedFolders::complete(Index folder, const FolderTotals& totals) {
     if (folder == noFolder || completed >= limit)
         return;
     folders[folder].totals = totals;
-    folders[folder].isComplete = true;
-    ++completed;
+    folders[folder].rank = static_cast<Index>(completed++);
 }
 
 std::optional<FolderSize> CompletedFolders::find(std::string_view path) const {
@@ -55,7 +54,7 @@ std::optional<FolderSize> CompletedFolders::find(std::string_view path) const {
             return std::nullopt;
         start = end + 1;
     }
-    if (found == noFolder || !folders[found].isComplete)
+    if (found == noFolder || folders[found].rank >= completed)
         return std::nullopt;
     return sizeOf(folders[found], path);
 }

@@ -2,6 +2,7 @@
 
 #include "core/records/FolderSize.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <limits>
 #include <optional>
@@ -43,6 +44,8 @@ public:
 
     /// How many folders are complete.
     std::size_t size() const { return completed; }
+    /// Leaves out all but the `count` that were complete first.
+    void keepFirst(std::size_t count) { completed = std::min(completed, count); }
     /// The size of the folder at `path`, when it is in the set.
     std::optional<FolderSize> find(std::string_view path) const;
 
@@ -53,7 +56,8 @@ private:
         Index nextSibling = noFolder;
         std::uint32_t nameStart;
         std::uint32_t nameLength;
-        bool isComplete = false;
+        /// The place in the order of completion.
+        Index rank = noFolder;
         FolderTotals totals;
     };
 
@@ -66,6 +70,7 @@ private:
     /// A folder whose parent is in the set is only ever complete after all of its children.
     std::vector<Folder> folders;
     std::string names;
+    /// The folders of a lower rank are the ones in the set.
     std::size_t completed = 0;
     /// All indices by parent and name, made when something is looked for.
     mutable std::vector<Index> byName;
