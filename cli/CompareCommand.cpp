@@ -16,8 +16,8 @@ Snapshot readSnapshot(const std::filesystem::path& path) {
     try {
         return json::decode<Snapshot>(bytes);
     } catch (const json::DecodingError& error) {
-        throw Error(textFromBytes(path.native()) + " is not a stored observation: " + error.what()
-                    + ".");
+        throw Error(asSentence(textFromBytes(path.native())
+                               + " is not a stored observation: " + error.what()));
     }
 }
 

@@ -140,6 +140,27 @@ std::string textFromBytes(std::string_view bytes) {
     return text;
 }
 
+std::string oneLine(std::string_view text) {
+    std::string line;
+    for (std::size_t place = 0; place < text.size();) {
+        const std::size_t start = place;
+        const std::int32_t character = utf8::next(text, place);
+        const bool breaks = character < 0x20 || (character >= 0x7F && character < 0xA0)
+                            || character == 0x2028 || character == 0x2029;
+        if (breaks)
+            line += "\uFFFD";
+        else
+            line += text.substr(start, place - start);
+    }
+    return line;
+}
+
+std::string asSentence(std::string text) {
+    if (!text.ends_with('.'))
+        text += '.';
+    return text;
+}
+
 std::string_view lastPathComponent(std::string_view path) {
     while (path.size() > 1 && path.back() == '/')
         path.remove_suffix(1);
