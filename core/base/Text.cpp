@@ -5,7 +5,6 @@
 #include <array>
 #include <charconv>
 #include <cmath>
-#include <cstdio>
 
 #include <unicode/uchar.h>
 
@@ -25,9 +24,11 @@ constexpr std::array units{
 };
 
 std::string fixedWithoutTrailingZeros(double value, int fractionDigits) {
+    // Not printf: its decimal point is that of the locale.
     std::array<char, 64> buffer{};
-    const int length = std::snprintf(buffer.data(), buffer.size(), "%.*f", fractionDigits, value);
-    std::string text(buffer.data(), static_cast<std::size_t>(length));
+    const auto result = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value,
+                                      std::chars_format::fixed, fractionDigits);
+    std::string text(buffer.data(), result.ptr);
     if (fractionDigits > 0) {
         text.erase(text.find_last_not_of('0') + 1);
         if (text.back() == '.')
