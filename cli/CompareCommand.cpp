@@ -11,8 +11,11 @@ namespace tidemark {
 
 namespace {
 
+/// Far beyond any real observation, and still something that can be held in memory.
+constexpr std::size_t largestDocument = std::size_t{1} << 30;
+
 Snapshot readSnapshot(const std::filesystem::path& path) {
-    const std::string bytes = readFile(path);
+    const std::string bytes = readFile(path, largestDocument);
     try {
         return json::decode<Snapshot>(bytes);
     } catch (const json::DecodingError& error) {
