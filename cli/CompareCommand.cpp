@@ -11,13 +11,16 @@ namespace tidemark {
 
 namespace {
 
+/// Far beyond any real observation, and still something that can be held in memory.
+constexpr std::size_t largestDocument = std::size_t{1} << 30;
+
 Snapshot readSnapshot(const std::filesystem::path& path) {
-    const std::string bytes = readFile(path);
+    const std::string bytes = readFile(path, largestDocument);
     try {
         return json::decode<Snapshot>(bytes);
     } catch (const json::DecodingError& error) {
-        throw Error(textFromBytes(path.native()) + " is not a stored observation: " + error.what()
-                    + ".");
+        throw Error(asSentence(textFromBytes(path.native())
+                               + " is not a stored observation: " + error.what()));
     }
 }
 

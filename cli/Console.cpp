@@ -35,21 +35,6 @@ bool useColour() {
     return ::isatty(STDOUT_FILENO) != 0 && (noColour == nullptr || *noColour == '\0');
 }
 
-std::string oneLine(std::string_view text) {
-    std::string line;
-    for (std::size_t place = 0; place < text.size();) {
-        const std::size_t start = place;
-        const std::int32_t character = utf8::next(text, place);
-        const bool isControl =
-            character < 0x20 || (character >= 0x7F && character < 0xA0) || character == 0x2028;
-        if (isControl)
-            line += "\uFFFD";
-        else
-            line += text.substr(start, place - start);
-    }
-    return line;
-}
-
 std::size_t columns(std::string_view text) {
     std::size_t count = 0;
     for (std::size_t place = 0; place < text.size(); ++count)

@@ -14,9 +14,6 @@ void finishOutput();
 /// True when standard output is a terminal and `NO_COLOR` is not set.
 bool useColour();
 
-/// A name as one line: control characters, which a file name may hold, become U+FFFD.
-std::string oneLine(std::string_view text);
-
 /// How many columns of a terminal a text takes, one for each code point.
 std::size_t columns(std::string_view text);
 

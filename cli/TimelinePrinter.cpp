@@ -1,6 +1,7 @@
 #include "cli/TimelinePrinter.h"
 
 #include "cli/Console.h"
+#include "core/base/Text.h"
 #include "core/timeline/EventDisplay.h"
 #include "core/timeline/TimelinePresentation.h"
 
@@ -42,10 +43,10 @@ void TimelinePrinter::append(std::string& out, const Event& event, std::size_t t
     std::string time = times(event);
     time.append(timeColumns - console::columns(time), ' ');
     out += prominent ? styled(prominentMark, attention) : " ";
-    out += " " + styled(time, dim) + "  " + styled(console::oneLine(displayTitle(event)), bold);
+    out += " " + styled(time, dim) + "  " + styled(oneLine(displayTitle(event)), bold);
     out += "\n";
     if (const std::string subtitle = displaySubtitle(event); !subtitle.empty())
-        out += std::string(timeColumns + 4, ' ') + console::oneLine(subtitle) + "\n";
+        out += std::string(timeColumns + 4, ' ') + oneLine(subtitle) + "\n";
 }
 
 std::string TimelinePrinter::text(std::vector<Shared<Event>> events) const {

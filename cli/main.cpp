@@ -1,6 +1,6 @@
 #include "cli/CompareCommand.h"
 #include "cli/Console.h"
-#include "core/base/Error.h"
+#include "core/base/Text.h"
 
 #include <cstdio>
 #include <functional>
@@ -37,8 +37,7 @@ public:
         } catch (const CLI::ParseError& error) {
             return app.exit(error) == 0 ? 0 : wrongUsage;
         } catch (const std::exception& error) {
-            std::fprintf(stderr, "tidemark: %s\n",
-                         tidemark::console::oneLine(error.what()).c_str());
+            std::fprintf(stderr, "tidemark: %s\n", tidemark::oneLine(error.what()).c_str());
             return failed;
         }
     }

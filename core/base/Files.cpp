@@ -103,7 +103,8 @@ void createPrivateFolders(const std::filesystem::path& folder) {
 }
 
 void flushFolder(const std::filesystem::path& folder) {
-    const FileDescriptor directory(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    const char* path = folder.empty() ? "." : folder.c_str();
+    const FileDescriptor directory(::open(path, O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     if (!directory || ::fsync(directory.get()) != 0) {
         // Some file systems can't flush a folder; the rename itself has happened.
         if (errno != EINVAL && errno != EACCES)

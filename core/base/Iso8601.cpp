@@ -82,7 +82,10 @@ std::optional<Date> iso8601Date(std::string_view text) {
             scan.require('+');
         const int hours = scan.number(2);
         scan.take(':');
-        offset = sign * (hours * 3600 + scan.number(2) * 60);
+        const int minutes = scan.number(2);
+        if (hours > 23 || minutes > 59)
+            return std::nullopt;
+        offset = sign * (hours * 3600 + minutes * 60);
     }
     const year_month_day day(year(y), month(static_cast<unsigned>(m)),
                              std::chrono::day(static_cast<unsigned>(d)));

@@ -163,7 +163,7 @@ private:
         const Target outer = frame.outer;
         const Target inner = frame.inner;
         frames.pop_back();
-        if (inner.value != outer.value)
+        if (inner.reader != outer.reader)
             inner.reader->close(inner.value, pool);
         outer.reader->close(outer.value, pool);
         return true;
@@ -182,6 +182,10 @@ private:
 
 } // namespace
 
+void throwUnknownValue(std::string_view text) {
+    throw ValueError("unknown value \"" + oneLine(text.substr(0, quotedLength)) + "\"");
+}
+
 void detail::decodeInto(std::string_view bytes, const ValueReader& reader, void* value) {
     if (bytes.empty())
         throw DecodingError("the document is empty");
@@ -193,7 +197,7 @@ void detail::decodeInto(std::string_view bytes, const ValueReader& reader, void*
         Tree::sax_parse(bytes.begin(), bytes.end(), &handler);
     } catch (const ValueError& error) {
         const std::string path = handler.path();
-        throw DecodingError((path.empty() ? "" : textFromBytes(path) + ": ") + error.what());
+        throw DecodingError((path.empty() ? "" : oneLine(path) + ": ") + error.what());
     }
 }
 

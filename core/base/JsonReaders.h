@@ -16,6 +16,7 @@
 #include <set>
 #include <stdexcept>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <variant>
 #include <vector>
@@ -28,6 +29,8 @@ namespace tidemark::json {
 struct ValueError : std::runtime_error {
     using std::runtime_error::runtime_error;
 };
+
+[[noreturn]] void throwUnknownValue(std::string_view text);
 
 class ValueReader;
 
@@ -176,7 +179,7 @@ public:
     bool text(void* value, const std::string& text) const override {
         const auto known = fromRawValue<E>(text);
         if (!known)
-            throw ValueError("unknown value \"" + text.substr(0, 60) + "\"");
+            throwUnknownValue(text);
         this->of(value) = *known;
         return true;
     }

@@ -5,7 +5,6 @@
 #include <array>
 #include <charconv>
 #include <cmath>
-#include <cstdio>
 
 #include <unicode/uchar.h>
 
@@ -25,9 +24,11 @@ constexpr std::array units{
 };
 
 std::string fixedWithoutTrailingZeros(double value, int fractionDigits) {
+    // Not printf: its decimal point is that of the locale.
     std::array<char, 64> buffer{};
-    const int length = std::snprintf(buffer.data(), buffer.size(), "%.*f", fractionDigits, value);
-    std::string text(buffer.data(), static_cast<std::size_t>(length));
+    const auto result = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value,
+                                      std::chars_format::fixed, fractionDigits);
+    std::string text(buffer.data(), result.ptr);
     if (fractionDigits > 0) {
         text.erase(text.find_last_not_of('0') + 1);
         if (text.back() == '.')
@@ -137,6 +138,27 @@ std::string textFromBytes(std::string_view bytes) {
             text += digits[static_cast<unsigned char>(byte) & 0x0F];
         }
     }
+    return text;
+}
+
+std::string oneLine(std::string_view text) {
+    std::string line;
+    for (std::size_t place = 0; place < text.size();) {
+        const std::size_t start = place;
+        const std::int32_t character = utf8::next(text, place);
+        const bool breaks = character < 0x20 || (character >= 0x7F && character < 0xA0)
+                            || character == 0x2028 || character == 0x2029;
+        if (breaks)
+            line += "\uFFFD";
+        else
+            line += text.substr(start, place - start);
+    }
+    return line;
+}
+
+std::string asSentence(std::string text) {
+    if (!text.ends_with('.'))
+        text += '.';
     return text;
 }
 

@@ -61,7 +61,8 @@ std::optional<InstallationRecord> recordFrom(const nlohmann::json& entry) {
 ImportError::ImportError(Kind which) : Error(messageOf(which)), reason(which) {}
 
 InstallationPreview collect(Date now, const ReportTool& tool) {
-    ReportProcess process(tool.path, {reportKey, "-json", "-timeout", "20"}, tool.timeLimit);
+    ReportProcess process(tool.path, {reportKey, "-json", "-timeout", "20"}, tool.timeLimit,
+                          tool.terminationGrace);
     const std::string report = process.readOutput(reportLimit);
     if (report.size() > reportLimit)
         throw ImportError(ImportError::Kind::tooLarge);

@@ -44,6 +44,8 @@ struct ReportTool {
     /// The tool is asked to finish in 20 seconds. One that is still running after this many is
     /// ended, and its report counts as failed.
     double timeLimit = 30;
+    /// How many seconds it may take to end when it is asked to.
+    double terminationGrace = 1;
 };
 
 /// Runs the report tool and reads what it says of the 7 days before `now`. Blocks; not for the

@@ -21,8 +21,6 @@ namespace tidemark {
 namespace {
 
 constexpr std::size_t blockSize = 65'536;
-/// How long a process that was asked to end may take before it is killed, in seconds.
-constexpr double terminationGrace = 1;
 /// How often a process that has closed its output is asked whether it has ended, in seconds.
 constexpr double waitingStep = 0.005;
 
@@ -48,8 +46,9 @@ struct FileActions {
 } // namespace
 
 ReportProcess::ReportProcess(const std::filesystem::path& program,
-                             const std::vector<std::string>& arguments, double timeLimit)
-    : deadline(now() + timeLimit) {
+                             const std::vector<std::string>& arguments, double timeLimit,
+                             double grace)
+    : deadline(now() + timeLimit), terminationGrace(grace) {
     std::array<int, 2> ends{};
     if (::pipe2(ends.data(), O_CLOEXEC) != 0)
         throw Error("No pipe could be made: " + std::string(std::strerror(errno)) + ".");
@@ -108,9 +107,14 @@ bool ReportProcess::succeeded() {
 bool ReportProcess::waitUntil(double until) {
     while (process > 0) {
         const pid_t ended = ::waitpid(process, &status, WNOHANG);
-        if (ended == process || (ended < 0 && errno != EINTR)) {
+        if (ended < 0 && errno == EINTR)
+            continue;
+        if (ended != 0) {
+            // Where SIGCHLD is ignored nobody learns how a child ended, only that it did.
+            if (ended < 0)
+                status = unknownStatus;
             process = -1;
-            return ended >= 0;
+            return true;
         }
         if (now() >= until)
             return false;
@@ -122,6 +126,7 @@ bool ReportProcess::waitUntil(double until) {
 void ReportProcess::terminate() {
     if (process > 0) {
         ::kill(process, SIGTERM);
+        // Only while the child is known to be there: the id −1 would mean every process.
         if (!waitUntil(now() + terminationGrace)) {
             ::kill(process, SIGKILL);
             ::waitpid(process, &status, 0);

@@ -15,9 +15,10 @@ namespace tidemark {
 class ReportProcess {
 public:
     /// Starts `program`. Throws `Error` when it can't be started. After `timeLimit` seconds
-    /// reading stops and the process counts as failed.
+    /// reading stops and the process counts as failed. One that was asked to end is killed after
+    /// `grace` seconds more.
     ReportProcess(const std::filesystem::path& program, const std::vector<std::string>& arguments,
-                  double timeLimit);
+                  double timeLimit, double grace);
     ~ReportProcess();
     ReportProcess(const ReportProcess&) = delete;
     ReportProcess& operator=(const ReportProcess&) = delete;
@@ -30,13 +31,18 @@ public:
     bool succeeded();
 
 private:
-    bool waitUntil(double deadline);
+    /// A wait status that is no exit.
+    static constexpr int unknownStatus = -1;
+
+    /// True once the process is gone.
+    bool waitUntil(double until);
     void terminate();
 
     pid_t process = -1;
     FileDescriptor output;
     double deadline = 0;
-    int status = -1;
+    double terminationGrace = 0;
+    int status = unknownStatus;
 };
 
 } // namespace tidemark

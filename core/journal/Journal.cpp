@@ -48,8 +48,8 @@ std::size_t Journal::importInstallations(const std::vector<InstallationRecord>& 
     std::vector<Entry> entries;
     std::unordered_set<std::string> seen;
     for (auto& record : importedInstallations.value_or(std::vector<InstallationRecord>())) {
-        seen.insert(record.id());
-        entries.push_back({record.id(), record});
+        entries.push_back({record.id(), std::move(record)});
+        seen.insert(entries.back().id);
     }
     const std::size_t known = entries.size();
     for (const auto& record : records)

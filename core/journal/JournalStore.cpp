@@ -21,8 +21,8 @@ Journal decoded(const std::string& bytes, const fs::path& source) {
     try {
         return json::decode<Journal>(bytes);
     } catch (const json::DecodingError& error) {
-        throw json::DecodingError(textFromBytes(source.native())
-                                  + " could not be read: " + error.what() + ".");
+        throw json::DecodingError(
+            asSentence(textFromBytes(source.native()) + " could not be read: " + error.what()));
     }
 }
 

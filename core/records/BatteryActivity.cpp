@@ -1,11 +1,15 @@
 #include "core/records/BatteryActivity.h"
 
+#include <algorithm>
+
 namespace tidemark {
 
 std::string ObservedSession::durationLabel() const {
-    const auto minutes = static_cast<std::int64_t>(duration() / 60);
-    if (minutes < 1)
+    // A damaged document may hold any two dates.
+    const double exact = std::min(duration() / 60, 1e15);
+    if (exact < 1)
         return "Under a minute";
+    const auto minutes = static_cast<std::int64_t>(exact);
     if (minutes < 60)
         return std::to_string(minutes) + " min";
     return std::to_string(minutes / 60) + " hr " + std::to_string(minutes % 60) + " min";

@@ -18,6 +18,10 @@ struct FolderStorageReport {
     std::optional<std::int64_t> directAllocatedBytes;
     std::optional<std::map<std::string, std::int64_t>> directFileSizes;
 
+    /// The comparable size of the whole root; absent unless every child folder has a size, since
+    /// a partial total must never stand for one.
+    std::optional<FolderSize> folderSize() const;
+
     bool operator==(const FolderStorageReport&) const = default;
     static constexpr auto fields() {
         return std::tuple{

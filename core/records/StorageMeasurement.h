@@ -3,8 +3,11 @@
 #include "core/base/Date.h"
 #include "core/base/JsonFields.h"
 #include "core/base/Shared.h"
+#include "core/records/Application.h"
+#include "core/records/FolderSize.h"
 
 #include <cstdint>
+#include <filesystem>
 #include <map>
 #include <optional>
 #include <string>
@@ -24,6 +27,11 @@ struct StorageMeasurementItem {
     std::string build;
     std::optional<Date> modified;
 
+    static StorageMeasurementItem application(const Application& application);
+    /// `path` is a canonical path of this machine, which becomes text here.
+    static StorageMeasurementItem directory(const std::filesystem::path& path,
+                                            std::optional<Date> modified);
+
     bool operator==(const StorageMeasurementItem&) const = default;
     static constexpr auto fields() {
         return std::tuple{
@@ -41,6 +49,8 @@ struct StorageMeasurementItem {
 /// later attempts that fail. `bytes`, `measuredAt` and `measuredItem` come from one success.
 struct StorageMeasurementRecord {
     static constexpr bool recurs = true;
+    /// How many parts `breakdown` keeps.
+    static constexpr std::size_t partLimit = 256;
 
     /// The item as last observed.
     StorageMeasurementItem item;
@@ -65,6 +75,13 @@ struct StorageMeasurementRecord {
     /// Failure text of the last attempt; absent after a success.
     std::optional<std::string> issue;
 
+    /// True when the size belongs to the item as it is now and the last attempt was good. Path and
+    /// name take no part: what was only moved keeps its measurement.
+    bool matchesObservedMetadata() const;
+    /// The size in the comparable form; absent while nothing is known. A breakdown that lacks
+    /// parts is left out, so that no part is taken for removed.
+    std::optional<FolderSize> folderSize() const;
+
     bool operator==(const StorageMeasurementRecord&) const = default;
     static constexpr auto fields() {
         return std::tuple{
@@ -88,6 +105,13 @@ struct StorageMeasurementRecord {
 struct StorageMeasurementReport {
     std::vector<Shared<StorageMeasurementRecord>> records;
     Date observedAt;
+
+    /// Records with a size, of whatever date.
+    std::int64_t measuredCount() const;
+    /// Records whose size belongs to the item as it is now.
+    std::int64_t matchingCount() const;
+    /// The sum of the known sizes.
+    std::int64_t knownBytes() const;
 
     bool operator==(const StorageMeasurementReport&) const = default;
     static constexpr auto fields() {

@@ -1,0 +1,323 @@
+#include "core/capture/SystemObserver.h"
+
+#include "core/base/Text.h"
+#include "core/base/Utf8.h"
+#include "core/capture/ApplicationsCollector.h"
+#include "core/storage/BatchedWalk.h"
+#include "core/storage/ComponentStorageScanner.h"
+#include "core/storage/StorageMeasurementError.h"
+#include "core/system/SystemFacts.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace tidemark::SystemObserver {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+/// Most entries of a root that is walked whole.
+constexpr std::int64_t entryLimit = 1'000'000;
+/// The bounds of a root in the plain inventory.
+constexpr std::int64_t quickEntryLimit = 100'000;
+constexpr double quickBudget = 3;
+/// Seconds for which the size of an application bundle holds.
+constexpr double bundleRefreshInterval = 86'400;
+
+constexpr const char* bundleNote =
+    "Application storage records individual app bundles, not all files in Applications. "
+    "Last-measured sizes may have different dates; unfinished bundles do not contribute a size.";
+
+std::string nameOf(const fs::path& root) {
+    return textFromBytes(lastPathComponent(root.native()));
+}
+
+std::string storageIssue(const fs::path& root, std::string_view rest) {
+    return "Storage · " + nameOf(root) + ": " + std::string(rest);
+}
+
+std::string noComparison(const fs::path& root, StorageMeasurementFailure failure) {
+    return storageIssue(root,
+                        std::string(messageOf(failure)) + " No size comparison was made.");
+}
+
+std::string of(std::size_t count, std::size_t total) {
+    return std::to_string(count) + " of " + std::to_string(total);
+}
+
+template <class Record>
+void takeInventory(const Inventory<Record>& found, std::vector<Shared<Record>>& items,
+                   std::set<std::string>& roots, Coverage& coverage) {
+    items = found.items;
+    roots = found.roots;
+    std::ranges::copy(found.issues, std::back_inserter(coverage.issues));
+    std::ranges::copy(found.notes, std::back_inserter(*coverage.notes));
+    coverage.excludedPaths->insert(found.excludedPaths.begin(), found.excludedPaths.end());
+}
+
+Snapshot inventory(const ObservationOptions& options, Clock& clock, const std::stop_token& stop) {
+    Snapshot snapshot;
+    Coverage& coverage = snapshot.coverage;
+    coverage.notes.emplace();
+    coverage.excludedPaths.emplace();
+    takeInventory(ApplicationsCollector::collect(options.applicationRoots, clock, stop),
+                  snapshot.applications, coverage.applicationRoots, coverage);
+    takeInventory(BackgroundCollector::collect(options.backgroundRoots, snapshot.applications),
+                  snapshot.backgroundItems, coverage.backgroundRoots, coverage);
+
+    const fs::path home = SystemFacts::homeDirectory();
+    const auto space = SystemFacts::volumeSpace(home);
+    snapshot.freeBytes = space.freeBytes;
+    snapshot.volumeID = space.volumeID;
+    snapshot.volumeContext = SystemFacts::readVolumeContext(home);
+    snapshot.id = Uuid::random();
+    snapshot.timestamp = clock.now();
+    return snapshot;
+}
+
+/// A small root, walked in one go.
+StorageTraversal::Result measureQuickly(const fs::path& root, Clock& clock,
+                                        const std::stop_token& stop) {
+    auto walk = StorageTraversal::open(root, quickEntryLimit);
+    if (!walk)
+        return std::unexpected(StorageMeasurementFailure::unavailable);
+    const double deadline = clock.monotonicSeconds() + quickBudget;
+    while (true) {
+        if (stop.stop_requested())
+            return std::unexpected(StorageMeasurementFailure::cancelled);
+        if (clock.monotonicSeconds() > deadline)
+            return std::unexpected(StorageMeasurementFailure::timeLimit);
+        if (auto result = walk->step())
+            return *result;
+    }
+}
+
+/// A whole root within the budget of a progressive capture, resting between batches.
+StorageTraversal::Result measureInBatches(const fs::path& root, double seconds, Clock& clock,
+                                          const std::stop_token& stop) {
+    auto walk = StorageTraversal::open(root, entryLimit);
+    if (!walk)
+        return std::unexpected(StorageMeasurementFailure::unavailable);
+    const WalkBudget budget{.deadline = clock.monotonicSeconds() + seconds};
+    auto run = walkInBatches(*walk, budget, clock, stop);
+    if (!run)
+        return std::unexpected(run.error());
+    return *run;
+}
+
+void take(StorageTraversal::Result result, const fs::path& root, Snapshot& snapshot) {
+    if (result)
+        snapshot.folders.emplace_back(std::move(*result));
+    else
+        snapshot.coverage.issues.push_back(noComparison(root, result.error()));
+}
+
+/// Between these two the scanner shares what it measures; it must not go on doing so afterwards,
+/// however the capture ends.
+class ScannerCapture {
+public:
+    explicit ScannerCapture(ComponentStorageScanner* used) : scanner(used) {
+        if (scanner)
+            scanner->beginCapture();
+    }
+    ~ScannerCapture() {
+        if (scanner)
+            scanner->endCapture();
+    }
+    ScannerCapture(const ScannerCapture&) = delete;
+    ScannerCapture& operator=(const ScannerCapture&) = delete;
+
+private:
+    ComponentStorageScanner* scanner;
+};
+
+/// Notes how long a phase took, and whether it came through without a new issue.
+class Phase {
+public:
+    Phase(std::string called, Snapshot& filled, Clock& time)
+        : name(std::move(called)), snapshot(filled), clock(time), start(time.monotonicSeconds()),
+          issues(filled.coverage.issues.size()) {}
+    ~Phase() {
+        snapshot.scanTimings->push_back({name, clock.monotonicSeconds() - start,
+                                         snapshot.coverage.issues.size() == issues});
+    }
+    Phase(const Phase&) = delete;
+    Phase& operator=(const Phase&) = delete;
+
+private:
+    std::string name;
+    Snapshot& snapshot;
+    Clock& clock;
+    double start;
+    std::size_t issues;
+};
+
+/// One progressive capture from the inventory on.
+class StorageRun {
+public:
+    StorageRun(const ObservationOptions& what, ComponentStorageScanner* used,
+               const Progress& listener, Snapshot& filled, Clock& time,
+               const std::stop_token& stopping)
+        : options(what), scanner(used), progress(listener), snapshot(filled), clock(time),
+          stop(stopping), deadline(time.monotonicSeconds() + storageBudget) {}
+
+    void measure() {
+        std::vector<fs::path> deferred;
+        for (const fs::path& root : shortestFirst(options.storageRoots)) {
+            if (scanner && isApplications(root))
+                deferred.push_back(root);
+            else
+                measureRoot(root);
+        }
+        if (!deferred.empty())
+            measureBundles(deferred);
+    }
+
+private:
+    double remaining() { return deadline - clock.monotonicSeconds(); }
+    void addIssue(std::string issue) { snapshot.coverage.issues.push_back(std::move(issue)); }
+
+    /// A parent comes before the folders nested in it, which its walk measures along the way.
+    static std::vector<fs::path> shortestFirst(std::vector<fs::path> roots) {
+        std::ranges::stable_sort(roots, {}, [](const fs::path& root) {
+            std::size_t characters = 0;
+            for (std::size_t place = 0; place < root.native().size(); ++characters)
+                utf8::next(root.native(), place);
+            return characters;
+        });
+        return roots;
+    }
+
+    /// Folders whose bundles are measured one by one instead.
+    bool isApplications(const fs::path& root) const {
+        return lastPathComponent(root.native()) == "Applications"
+               || std::ranges::any_of(options.applicationRoots, [&](const fs::path& other) {
+                      return canonicalPath(other) == canonicalPath(root);
+                  });
+    }
+
+    void measureRoot(const fs::path& root) {
+        const std::string name = nameOf(root);
+        progress("Scanning " + (name == ".Trash" ? "Trash" : name) + "…");
+        const Phase phase(name, snapshot, clock);
+        const double left = remaining();
+        if (left <= 0 || stop.stop_requested())
+            addIssue(storageIssue(root, "The overall storage scan was paused or reached its time "
+                                        "limit. No size comparison was made."));
+        else if (scanner)
+            measureByChildren(root, std::min(left, rootBudget));
+        else
+            take(measureInBatches(root, std::min(left, rootBudget), clock, stop), root, snapshot);
+    }
+
+    void measureByChildren(const fs::path& root, double seconds) {
+        try {
+            takeReport(root, scanner->collectFolder(root, seconds, stop));
+        } catch (const StorageMeasurementError& error) {
+            addPreservingIssue(root, error.what());
+        } catch (const std::exception&) {
+            addPreservingIssue(root, "Could not completely read or save this folder.");
+        }
+    }
+
+    void addPreservingIssue(const fs::path& root, std::string_view message) {
+        addIssue(storageIssue(root, std::string(message)
+                                        + " Earlier sizes are preserved; no partial total is "
+                                          "compared."));
+    }
+
+    void takeReport(const fs::path& root, FolderStorageReport report) {
+        const auto size = report.folderSize();
+        const std::size_t total = report.children.records.size();
+        if (!size) {
+            addIssue(storageIssue(root, of(report.children.measuredCount(), total)
+                                            + " child folders measured. Completed measurements "
+                                              "are retained; unfinished work continues on later "
+                                              "checks."));
+        } else {
+            snapshot.folders.emplace_back(*size);
+            if (report.children.matchingCount() < total)
+                addIssue(storageIssue(root, "Some child-folder sizes are awaiting refresh. The "
+                                            "displayed total retains their earlier dated "
+                                            "measurements."));
+        }
+        if (!snapshot.folderStorage)
+            snapshot.folderStorage.emplace();
+        snapshot.folderStorage->push_back(std::move(report));
+    }
+
+    void measureBundles(const std::vector<fs::path>& roots) {
+        progress("Scanning Application Bundles…");
+        const Phase phase("Application Bundle Sizes", snapshot, clock);
+        const auto found = ApplicationsCollector::collect(roots, clock, stop);
+        for (const auto& issue : found.issues)
+            addIssue(issue);
+        std::vector<StorageMeasurementItem> items;
+        for (const auto& application : found.items)
+            items.push_back(StorageMeasurementItem::application(*application));
+        try {
+            takeBundles(scanner->collect(items, std::max(0.0, std::floor(remaining())),
+                                         bundleRefreshInterval, {}, stop));
+        } catch (const std::exception& error) {
+            addIssue("Application size history could not be read or saved. Existing data was "
+                     "preserved. "
+                     + std::string(error.what()));
+        }
+    }
+
+    void takeBundles(StorageMeasurementReport report) {
+        for (const auto& record : report.records)
+            if (auto size = record->folderSize())
+                snapshot.folders.emplace_back(std::move(*size));
+        snapshot.coverage.notes->push_back(bundleNote);
+        const std::size_t total = report.records.size();
+        if (const std::size_t matching = report.matchingCount(); matching < total)
+            addIssue("Application storage: " + of(matching, total)
+                     + " app bundles have measurements matching their observed metadata. "
+                       "Remaining measurements will be retried on later checks; existing sizes "
+                       "are retained with their dates.");
+        snapshot.applicationStorage = std::move(report);
+    }
+
+    const ObservationOptions& options;
+    ComponentStorageScanner* scanner;
+    const Progress& progress;
+    Snapshot& snapshot;
+    Clock& clock;
+    const std::stop_token& stop;
+    double deadline;
+};
+
+} // namespace
+
+Snapshot capture(const ObservationOptions& options, Clock& clock, const std::stop_token& stop) {
+    Snapshot snapshot = inventory(options, clock, stop);
+    for (const fs::path& root : options.storageRoots)
+        take(measureQuickly(root, clock, stop), root, snapshot);
+    return snapshot;
+}
+
+Snapshot captureProgressively(const ObservationOptions& options,
+                              ComponentStorageScanner* applicationStorage,
+                              const Progress& progress, Clock& clock,
+                              const std::stop_token& stop) {
+    const double start = clock.monotonicSeconds();
+    progress("Scanning Applications and Background Items…");
+    const ScannerCapture bracket(applicationStorage);
+    if (applicationStorage)
+        applicationStorage->retainCursors(options.storageRoots);
+
+    Snapshot snapshot = inventory(options, clock, stop);
+    snapshot.scanTimings = {ScanTiming{"Applications and Background Inventory",
+                                       clock.monotonicSeconds() - start,
+                                       snapshot.coverage.issues.empty()}};
+    StorageRun(options, applicationStorage, progress, snapshot, clock, stop).measure();
+
+    snapshot.timestamp = clock.now();
+    snapshot.captureDuration = clock.monotonicSeconds() - start;
+    progress("Saving Observation…");
+    return snapshot;
+}
+
+} // namespace tidemark::SystemObserver

@@ -1,0 +1,295 @@
+#include "core/storage/ComponentStorageScanner.h"
+
+#include "core/base/CanonicalPath.h"
+#include "core/base/Collation.h"
+#include "core/base/Error.h"
+#include "core/capture/BatchedWalk.h"
+#include "core/storage/FolderContents.h"
+#include "core/storage/StorageMeasurementError.h"
+
+#include <algorithm>
+#include <array>
+
+namespace tidemark {
+
+namespace {
+
+constexpr std::int64_t cursorEntryLimit = 5'000'000;
+
+/// Seconds of a slice by failed attempts in a row, so that a huge item gets a large one in the end.
+constexpr std::array sliceSeconds{15.0, 30.0, 60.0, 120.0};
+constexpr std::int64_t attemptLimit = sliceSeconds.size() - 1;
+
+double sliceFor(std::int64_t attempts) {
+    return sliceSeconds[static_cast<std::size_t>(
+        std::clamp<std::int64_t>(attempts, 0, attemptLimit))];
+}
+
+/// Gives up a lock for its lifetime.
+class Unlocked {
+public:
+    explicit Unlocked(std::unique_lock<std::mutex>& held) : lock(held) { lock.unlock(); }
+    ~Unlocked() { lock.lock(); }
+    Unlocked(const Unlocked&) = delete;
+    Unlocked& operator=(const Unlocked&) = delete;
+
+private:
+    std::unique_lock<std::mutex>& lock;
+};
+
+/// Keeps a flag set for its lifetime.
+class Raised {
+public:
+    explicit Raised(bool& raised) : flag(raised) { flag = true; }
+    ~Raised() { flag = false; }
+    Raised(const Raised&) = delete;
+    Raised& operator=(const Raised&) = delete;
+
+private:
+    bool& flag;
+};
+
+bool isDue(const StorageMeasurementRecord& record, Date now, double refreshInterval) {
+    const bool fresh = record.matchesObservedMetadata() && record.measuredAt
+                       && now - *record.measuredAt < refreshInterval;
+    return !fresh;
+}
+
+using RecordPlace = MeasurementRecords::iterator;
+
+/// What is due, those first that were never tried, then those that waited longest.
+std::vector<RecordPlace> dueRecords(MeasurementRecords& records, Date now, double refreshInterval) {
+    std::vector<RecordPlace> due;
+    for (auto place = records.begin(); place != records.end(); ++place)
+        if (isDue(*place->second, now, refreshInterval))
+            due.push_back(place);
+    std::ranges::sort(due, {}, [](RecordPlace place) {
+        return std::pair(place->second->attemptedAt.value_or(Date::distantPast()),
+                         std::string_view(place->first));
+    });
+    return due;
+}
+
+std::map<std::string, std::int64_t> largestParts(const std::map<std::string, std::int64_t>& parts) {
+    if (parts.size() <= StorageMeasurementRecord::partLimit)
+        return parts;
+    std::vector<std::pair<std::string, std::int64_t>> largest(parts.begin(), parts.end());
+    const auto end = largest.begin() + StorageMeasurementRecord::partLimit;
+    std::ranges::partial_sort(largest, end, [](const auto& a, const auto& b) {
+        return a.second != b.second ? a.second > b.second : a.first < b.first;
+    });
+    return {largest.begin(), end};
+}
+
+void noteSuccess(StorageMeasurementRecord& record, const FolderSize& size, Date now) {
+    record.breakdown = largestParts(size.breakdown);
+    record.breakdownComplete = size.breakdown.size() <= StorageMeasurementRecord::partLimit;
+    record.bytes = size.bytes;
+    record.allocatedBytes = size.allocatedBytes;
+    record.measuredAt = now;
+    record.measuredItem = record.item;
+    record.attempts = 0;
+    record.issue.reset();
+}
+
+/// An earlier size stays: it is still a fact about its own date.
+void noteFailure(StorageMeasurementRecord& record, StorageMeasurementFailure failure) {
+    record.issue = rawValue(failure);
+    record.attempts = std::min(std::max<std::int64_t>(record.attempts, 0) + 1, attemptLimit);
+}
+
+StorageMeasurementReport reportOf(const MeasurementRecords& records, Date now) {
+    StorageMeasurementReport report{.records = {}, .observedAt = now};
+    report.records.reserve(records.size());
+    for (const auto& [path, record] : records)
+        report.records.push_back(record);
+    const Collation collation;
+    std::ranges::stable_sort(report.records, [&](const auto& a, const auto& b) {
+        return collation.compare(a->item.name, b->item.name) < 0;
+    });
+    return report;
+}
+
+} // namespace
+
+ComponentStorageScanner::ComponentStorageScanner(std::filesystem::path url,
+                                                 std::int64_t entriesInSlice, Clock& time)
+    : entriesPerSlice(std::max<std::int64_t>(entriesInSlice, 1)), clock(time),
+      cache(std::move(url)) {}
+
+void ComponentStorageScanner::beginCapture() {
+    const Lock lock(mutex);
+    captureActive = true;
+    captureSizes.clear();
+}
+
+void ComponentStorageScanner::endCapture() {
+    const Lock lock(mutex);
+    captureActive = false;
+    captureSizes.clear();
+}
+
+void ComponentStorageScanner::retainCursors(const std::vector<std::filesystem::path>& roots) {
+    std::vector<std::string> kept;
+    for (const auto& root : roots)
+        kept.push_back(textFromBytes(canonicalPath(root).native()));
+    const Lock lock(mutex);
+    std::erase_if(cursors, [&](const auto& cursor) {
+        return std::ranges::none_of(kept, [&](const std::string& root) {
+            return cursor.first == root || isBelow(cursor.first, root == "/" ? "" : root);
+        });
+    });
+}
+
+StorageMeasurementReport
+ComponentStorageScanner::collect(const std::vector<StorageMeasurementItem>& items, double seconds,
+                                 double refreshInterval, const Measure& measure,
+                                 const std::stop_token& stop) {
+    Lock lock(mutex);
+    return collectLocked(lock, items, seconds, refreshInterval, measure, stop);
+}
+
+FolderStorageReport ComponentStorageScanner::collectFolder(const std::filesystem::path& url,
+                                                           double seconds,
+                                                           const std::stop_token& stop) {
+    const auto folder = canonicalPath(url);
+    Lock lock(mutex);
+    const double start = clock.monotonicSeconds();
+    auto listing = listContents(folder, clock, stop);
+    if (!listing)
+        throw StorageMeasurementError(listing.error());
+
+    const double left = std::max(seconds - (clock.monotonicSeconds() - start), 0.0);
+    FolderStorageReport report;
+    report.children = collectLocked(lock, listing->subfolders, left, 0, {}, stop);
+    report.path = textFromBytes(folder.native());
+    report.name = isTrashPath(report.path) ? "Trash" : lastPathComponent(report.path);
+    report.directFileBytes = listing->fileBytes;
+    report.directAllocatedBytes = listing->fileAllocatedBytes;
+    report.directFileSizes = std::move(listing->fileSizes);
+    report.itemCount = listing->itemCount;
+    report.sampledAt = clock.now();
+    return report;
+}
+
+StorageMeasurementReport
+ComponentStorageScanner::collectLocked(Lock& lock, const std::vector<StorageMeasurementItem>& items,
+                                       double seconds, double refreshInterval,
+                                       const Measure& measure, const std::stop_token& stop) {
+    if (collecting)
+        throw Error("Another storage measurement is still running.");
+    const Raised busy(collecting);
+    cache.load();
+
+    const Date now = clock.now();
+    auto records = merged(items);
+    const Round round{clock.monotonicSeconds() + seconds, measure, stop};
+    for (const RecordPlace place : dueRecords(records, now, refreshInterval)) {
+        auto attempted = attempt(lock, *place->second, round);
+        if (!attempted)
+            break;
+        place->second = *std::move(attempted);
+        cache.store(place->second);
+    }
+    return reportOf(records, now);
+}
+
+/// What is known of each item, with the item as it is now.
+MeasurementRecords
+ComponentStorageScanner::merged(const std::vector<StorageMeasurementItem>& items) const {
+    MeasurementRecords records;
+    for (const StorageMeasurementItem& item : items) {
+        const auto* known = cache.find(item.path);
+        if (known && (*known)->item == item) {
+            records.insert_or_assign(item.path, *known);
+            continue;
+        }
+        StorageMeasurementRecord record;
+        // Under another identifier something else lies at that path now.
+        if (known && (*known)->item.identifier == item.identifier)
+            record = **known;
+        record.item = item;
+        records.insert_or_assign(item.path, std::move(record));
+    }
+    return records;
+}
+
+/// The record after one more attempt; absent when there is no time for it or it was cancelled.
+std::optional<StorageMeasurementRecord>
+ComponentStorageScanner::attempt(Lock& lock, StorageMeasurementRecord record, const Round& round) {
+    if (round.stop.stop_requested() || clock.monotonicSeconds() >= round.deadline)
+        return std::nullopt;
+    const Date start = clock.now();
+    lastVisited = 0;
+    auto result = measureNow(lock, record, round);
+    if (round.stop.stop_requested())
+        return std::nullopt;
+
+    const Date end = clock.now();
+    record.attemptedAt = end;
+    record.lastAttemptDuration = end - start;
+    record.visitedEntries = lastVisited;
+    if (!result) {
+        noteFailure(record, result.error());
+        return record;
+    }
+    noteSuccess(record, *result, end);
+    if (captureActive)
+        captureSizes.add(record.item.path, *std::move(result));
+    return record;
+}
+
+ComponentStorageScanner::Measurement
+ComponentStorageScanner::measureNow(Lock& lock, const StorageMeasurementRecord& record,
+                                    const Round& round) {
+    if (captureActive)
+        if (auto size = captureSizes.find(record.item.path))
+            return *std::move(size);
+    const double remaining = round.deadline - clock.monotonicSeconds();
+    const double slice = std::min(remaining, sliceFor(record.attempts));
+    if (!round.measure)
+        return measureSlice(lock, record.item, slice, round.stop);
+    const Unlocked others(lock);
+    return round.measure(record.item.path, slice);
+}
+
+ComponentStorageScanner::Measurement
+ComponentStorageScanner::measureSlice(Lock& lock, const StorageMeasurementItem& item,
+                                      double seconds, const std::stop_token& stop) {
+    const auto walk = cursorFor(item);
+    if (!walk)
+        return std::unexpected(StorageMeasurementFailure::unavailable);
+    const WalkBudget budget{clock.monotonicSeconds() + seconds, entriesPerSlice};
+    const std::int64_t start = walk->count();
+    auto outcome = walkInBatches(*walk, budget, clock, stop, [&](double pause) {
+        const Unlocked others(lock);
+        return clock.pause(pause, stop);
+    });
+    lastVisited = walk->count() - start;
+    if (!outcome)
+        return std::unexpected(outcome.error());
+
+    if (captureActive && outcome->has_value())
+        captureSizes.add(walk->takeCompletedSizes());
+    cursors.erase(item.path);
+    return *std::move(outcome);
+}
+
+/// The walk of an item, resumed or new; null when there is no folder to walk.
+std::shared_ptr<StorageTraversal>
+ComponentStorageScanner::cursorFor(const StorageMeasurementItem& item) {
+    const auto known = cursors.find(item.path);
+    // A walk that began before the item changed would end in a size of neither state.
+    if (known != cursors.end() && known->second.item == item)
+        return known->second.walk;
+    if (known != cursors.end())
+        cursors.erase(known);
+    auto walk = StorageTraversal::open(item.path, cursorEntryLimit);
+    if (!walk)
+        return nullptr;
+    const auto shared = std::make_shared<StorageTraversal>(*std::move(walk));
+    cursors.emplace(item.path, Cursor{item, shared});
+    return shared;
+}
+
+} // namespace tidemark

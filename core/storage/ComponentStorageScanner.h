@@ -1,0 +1,94 @@
+#pragma once
+
+#include "core/base/Clock.h"
+#include "core/capture/StorageTraversal.h"
+#include "core/records/FolderStorageReport.h"
+#include "core/storage/CaptureSizes.h"
+#include "core/storage/MeasurementCache.h"
+
+#include <functional>
+#include <mutex>
+#include <stop_token>
+
+namespace tidemark {
+
+/// Measures many items of very different sizes over many captures, in small time budgets, and
+/// never presents a partial total as a size. A walk that does not end within its slice of time is
+/// kept and resumed at a later capture; finished sizes are saved after each item. Unfinished walks
+/// live in memory only.
+///
+/// Any thread may call. Calls take turns, and a running measurement lets others in at each of its
+/// pauses, so none waits longer than one batch of walking and one save.
+class ComponentStorageScanner {
+public:
+    using Measurement = std::expected<FolderSize, StorageMeasurementFailure>;
+    /// Measures what lies at a path within so many seconds.
+    using Measure = std::function<Measurement(const std::filesystem::path&, double seconds)>;
+
+    /// `url` is the file of finished measurements; without one they are kept in memory only.
+    /// `entriesPerSlice` bounds the steps of one slice.
+    ComponentStorageScanner(std::filesystem::path url, std::int64_t entriesPerSlice,
+                            Clock& clock = Clock::system());
+
+    /// Sizes found between these two are shared: a folder walked as part of another costs nothing.
+    void beginCapture();
+    void endCapture();
+    /// Drops the unfinished walks of all that lies outside of `roots`.
+    void retainCursors(const std::vector<std::filesystem::path>& roots);
+
+    /// Spends up to `seconds` on the items whose size is not known for their present state or is
+    /// `refreshInterval` seconds old, those first that waited longest. The report holds every
+    /// item, measured or not, by name: running out of time, or being stopped, is no failure.
+    /// `measure` takes the place of the walk and runs while others may call.
+    /// Throws an `Error` while another `collect` runs, or when the file can't be read or written.
+    StorageMeasurementReport collect(const std::vector<StorageMeasurementItem>& items,
+                                     double seconds, double refreshInterval,
+                                     const Measure& measure = {}, const std::stop_token& stop = {});
+
+    /// Measures one folder in two layers: its own files are listed now, and each subfolder is an
+    /// item of `collect`. Throws a `StorageMeasurementError` when the folder can't be listed
+    /// whole, and what `collect` throws.
+    FolderStorageReport collectFolder(const std::filesystem::path& url, double seconds,
+                                      const std::stop_token& stop = {});
+
+private:
+    using Lock = std::unique_lock<std::mutex>;
+
+    struct Cursor {
+        /// What the walk was started for.
+        StorageMeasurementItem item;
+        /// Shared, since a cursor may be dropped in a pause of its own walk.
+        std::shared_ptr<StorageTraversal> walk;
+    };
+    struct Round {
+        double deadline;
+        const Measure& measure;
+        const std::stop_token& stop;
+    };
+
+    StorageMeasurementReport collectLocked(Lock& lock,
+                                           const std::vector<StorageMeasurementItem>& items,
+                                           double seconds, double refreshInterval,
+                                           const Measure& measure, const std::stop_token& stop);
+    MeasurementRecords merged(const std::vector<StorageMeasurementItem>& items) const;
+    std::optional<StorageMeasurementRecord> attempt(Lock& lock, StorageMeasurementRecord record,
+                                                    const Round& round);
+    Measurement measureNow(Lock& lock, const StorageMeasurementRecord& record, const Round& round);
+    Measurement measureSlice(Lock& lock, const StorageMeasurementItem& item, double seconds,
+                             const std::stop_token& stop);
+    std::shared_ptr<StorageTraversal> cursorFor(const StorageMeasurementItem& item);
+
+    const std::int64_t entriesPerSlice;
+    Clock& clock;
+
+    std::mutex mutex;
+    MeasurementCache cache;
+    std::map<std::string, Cursor> cursors;
+    bool collecting = false;
+    bool captureActive = false;
+    CaptureSizes captureSizes;
+    /// Entries walked by the last slice.
+    std::int64_t lastVisited = 0;
+};
+
+} // namespace tidemark

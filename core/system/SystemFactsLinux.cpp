@@ -1,0 +1,185 @@
+#include "core/base/Files.h"
+#include "core/base/Text.h"
+#include "core/system/MountTable.h"
+#include "core/system/OsRelease.h"
+#include "core/system/SystemFacts.h"
+
+#include <array>
+
+#include <fcntl.h>
+#include <sys/ioctl.h>
+#include <sys/stat.h>
+#include <sys/statvfs.h>
+#include <sys/sysmacros.h>
+#include <sys/utsname.h>
+
+namespace tidemark::SystemFacts {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr std::size_t systemFileLimit = 1 << 22;
+
+/// A file of the system; empty when there is none.
+std::string systemFile(const fs::path& path) {
+    try {
+        return readFile(path, systemFileLimit);
+    } catch (const FileError&) {
+        return {};
+    }
+}
+
+std::int64_t bytesOf(fsblkcnt_t blocks, unsigned long blockSize) {
+    return static_cast<std::int64_t>(blocks * blockSize);
+}
+
+std::optional<MountEntry> mountOf(const fs::path& path) {
+    struct stat status{};
+    std::error_code error;
+    const fs::path canonical = fs::canonical(path, error);
+    if (error || ::stat(canonical.c_str(), &status) != 0)
+        return std::nullopt;
+    const std::string device =
+        std::to_string(major(status.st_dev)) + ":" + std::to_string(minor(status.st_dev));
+    return tidemark::mountOf(parseMountTable(systemFile("/proc/self/mountinfo")),
+                             canonical.native(), device);
+}
+
+/// udev writes characters that a file name can't hold as "\x20".
+std::string unescapedLinkName(std::string_view name) {
+    const auto value = [](char digit) {
+        return digit >= '0' && digit <= '9'   ? digit - '0'
+               : digit >= 'a' && digit <= 'f' ? digit - 'a' + 10
+                                              : -1;
+    };
+    std::string text;
+    for (std::size_t i = 0; i < name.size(); ++i) {
+        if (name.substr(i).starts_with("\\x") && i + 3 < name.size() && value(name[i + 2]) >= 0
+            && value(name[i + 3]) >= 0) {
+            text += static_cast<char>(value(name[i + 2]) * 16 + value(name[i + 3]));
+            i += 3;
+        } else {
+            text += name[i];
+        }
+    }
+    return textFromBytes(text);
+}
+
+/// The name under which udev links to a device in one of its folders, such as "by-uuid".
+std::optional<std::string> linkTo(const std::string& device, const char* folder) {
+    std::error_code error;
+    const fs::path sought = fs::canonical(device, error);
+    if (error)
+        return std::nullopt;
+    const fs::path links = fs::path("/dev/disk") / folder;
+    for (fs::directory_iterator link(links, error), end; !error && link != end;
+         link.increment(error)) {
+        std::error_code unreadable;
+        if (fs::canonical(link->path(), unreadable) == sought && !unreadable)
+            return unescapedLinkName(link->path().filename().native());
+    }
+    return std::nullopt;
+}
+
+/// The kernel's own answer, FS_IOC_GETFSUUID since Linux 6.9, for where udev's links are missing
+/// (a container, a device of another name). Written out since the headers may be older.
+std::optional<std::string> fileSystemUuid(const fs::path& path) {
+    struct Answer {
+        std::uint8_t length;
+        std::array<std::uint8_t, 16> uuid;
+    };
+    const FileDescriptor file(::open(path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    Answer answer{};
+    if (!file || ::ioctl(file.get(), _IOR(0x15, 0, Answer), &answer) != 0
+        || answer.length != answer.uuid.size())
+        return std::nullopt;
+    constexpr std::string_view digits = "0123456789abcdef";
+    std::string text;
+    for (std::size_t i = 0; i < answer.uuid.size(); ++i) {
+        if (i == 4 || i == 6 || i == 8 || i == 10)
+            text += '-';
+        text += digits[answer.uuid[i] >> 4];
+        text += digits[answer.uuid[i] & 0x0F];
+    }
+    return text;
+}
+
+/// Whether a block device is built in, from its place in sysfs. A device made of others, such as
+/// an encrypted one, is where its first part is.
+std::optional<bool> isInternal(fs::path device) {
+    std::error_code error;
+    for (int depth = 0; depth < 8; ++depth) {
+        device = fs::canonical(device, error);
+        if (error)
+            return std::nullopt;
+        const fs::directory_iterator parts(device / "slaves", error);
+        if (error || parts == fs::directory_iterator())
+            break;
+        device = parts->path();
+    }
+    if (device.native().find("/usb") != std::string::npos)
+        return false;
+    // A partition has no such file: its disk, the folder above, does.
+    for (const fs::path& disk : {device, device.parent_path()})
+        if (const std::string removable = systemFile(disk / "removable"); !removable.empty())
+            return !removable.starts_with('1');
+    return std::nullopt;
+}
+
+std::optional<bool> isInternal(const MountEntry& mount) {
+    struct stat status{};
+    // The source names the device even where the file system has a number of its own.
+    if (::stat(mount.source.c_str(), &status) == 0 && S_ISBLK(status.st_mode))
+        return isInternal(fs::path("/sys/dev/block")
+                          / (std::to_string(major(status.st_rdev)) + ":"
+                             + std::to_string(minor(status.st_rdev))));
+    return isInternal(fs::path("/sys/dev/block") / mount.device);
+}
+
+} // namespace
+
+OperatingSystemObservation collectOperatingSystem() {
+    OperatingSystemObservation system;
+    const auto etc = versionOf(parseOsRelease(systemFile("/etc/os-release")));
+    const auto usr = etc ? etc : versionOf(parseOsRelease(systemFile("/usr/lib/os-release")));
+    system.version = usr.value_or("Linux");
+    utsname kernel{};
+    if (::uname(&kernel) == 0)
+        system.build = textFromBytes(kernel.release);
+    return system;
+}
+
+VolumeSpace volumeSpace(const fs::path& path) {
+    VolumeSpace space;
+    struct statvfs status{};
+    if (::statvfs(path.c_str(), &status) == 0)
+        space.freeBytes = bytesOf(status.f_bavail, status.f_frsize);
+    if (const auto mount = mountOf(path))
+        space.volumeID = linkTo(mount->source, "by-uuid");
+    if (!space.volumeID)
+        space.volumeID = fileSystemUuid(path);
+    return space;
+}
+
+std::optional<VolumeContext> readVolumeContext(const fs::path& path) {
+    struct statvfs status{};
+    if (::statvfs(path.c_str(), &status) != 0)
+        return std::nullopt;
+    VolumeContext context;
+    context.name = textFromBytes(lastPathComponent(path.native()));
+    context.capacity = bytesOf(status.f_blocks, status.f_frsize);
+    context.readOnly = (status.f_flag & ST_RDONLY) != 0;
+    const auto mount = mountOf(path);
+    if (!mount)
+        return context;
+    if (auto label = linkTo(mount->source, "by-label"))
+        context.name = std::move(*label);
+    context.fileSystem = textFromBytes(mount->type);
+    context.local = !isNetworkFileSystem(mount->type);
+    context.internalDevice = isInternal(*mount);
+    context.readOnly = mount->readOnly || *context.readOnly;
+    return context;
+}
+
+} // namespace tidemark::SystemFacts

@@ -1,0 +1,259 @@
+#include "core/capture/StorageTraversal.h"
+
+#include "core/base/FileDescriptor.h"
+#include "tests/support/FolderWalk.h"
+#include "tests/support/OrdinaryUser.h"
+#include "tests/support/TemporaryFolder.h"
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+
+using namespace tidemark;
+using test::failureOf;
+using test::TemporaryFolder;
+using test::walkToEnd;
+namespace fs = std::filesystem;
+using Failure = StorageMeasurementFailure;
+using Sizes = std::map<std::string, std::int64_t>;
+
+namespace {
+
+StorageTraversal opened(const fs::path& folder, std::int64_t entryLimit = 1'000'000) {
+    return StorageTraversal::open(folder, entryLimit).value();
+}
+
+/// A row of folders, each inside the one before, made by descriptor since no path reaches down.
+void makeDeepTree(const fs::path& root, int depth, const std::string& name) {
+    FileDescriptor folder(::open(root.c_str(), O_RDONLY | O_DIRECTORY));
+    for (int level = 0; level < depth; ++level) {
+        ASSERT_EQ(::mkdirat(folder.get(), name.c_str(), 0700), 0);
+        ASSERT_EQ(::mkdirat(folder.get(), "aside", 0700), 0);
+        folder = FileDescriptor(::openat(folder.get(), name.c_str(), O_RDONLY | O_DIRECTORY));
+    }
+    const FileDescriptor file(::openat(folder.get(), "file", O_WRONLY | O_CREAT, 0600));
+    ASSERT_EQ(::write(file.get(), "1234", 4), 4);
+}
+
+/// From the bottom up; the library's own removal of trees holds every level open.
+void removeDeepTree(const fs::path& root, int depth, const std::string& name) {
+    FileDescriptor folder(::open(root.c_str(), O_RDONLY | O_DIRECTORY));
+    for (int level = 0; level < depth; ++level)
+        folder = FileDescriptor(::openat(folder.get(), name.c_str(), O_RDONLY | O_DIRECTORY));
+    ::unlinkat(folder.get(), "file", 0);
+    for (int level = 0; level < depth; ++level) {
+        folder = FileDescriptor(::openat(folder.get(), "..", O_RDONLY | O_DIRECTORY));
+        ::unlinkat(folder.get(), name.c_str(), AT_REMOVEDIR);
+        ::unlinkat(folder.get(), "aside", AT_REMOVEDIR);
+    }
+}
+
+} // namespace
+
+TEST(StorageTraversal, AddsUpEveryFolderOfATree) {
+    const TemporaryFolder folder;
+    folder.write("tree/one.txt", "12345");
+    folder.write("tree/.DS_Store", "123");
+    folder.write("tree/sub/two.txt", "1234567");
+    folder.write("tree/sub/deeper/three.txt", std::string(10'000, 'x'));
+    folder.makeFolder("tree/empty");
+    fs::create_hard_link(folder / "tree/one.txt", folder / "tree/sub/again.txt");
+    fs::create_symlink(folder / "tree/one.txt", folder / "tree/link");
+    fs::create_symlink(folder / "tree/sub", folder / "tree/linked");
+    fs::create_symlink(folder / "tree", folder / "tree/sub/loop");
+    ::mkfifo((folder / "tree/pipe").c_str(), 0600);
+
+    auto walk = opened(folder / "tree");
+    const auto size = walkToEnd(walk).value();
+
+    EXPECT_EQ(size.path, (folder / "tree").native());
+    EXPECT_EQ(size.name, "tree");
+    EXPECT_EQ(size.bytes, 5 + 3 + 7 + 5 + 10'000);
+    EXPECT_EQ(size.breakdown, (Sizes{{"Files in folder", 8}, {"sub", 10'012}, {"empty", 0}}));
+    EXPECT_EQ(size.directFileSizes, (Sizes{{"one.txt", 5}, {".DS_Store", 3}}));
+    EXPECT_FALSE(size.itemCount);
+    EXPECT_EQ(size.rollingMeasurement, false);
+    EXPECT_FALSE(size.measuredAt);
+    EXPECT_EQ(walk.count(), 12);
+
+    std::int64_t allocated = 0;
+    for (const char* file :
+         {"one.txt", ".DS_Store", "sub/two.txt", "sub/again.txt", "sub/deeper/three.txt"}) {
+        struct stat status{};
+        ASSERT_EQ(::lstat((folder / "tree" / file).c_str(), &status), 0);
+        allocated += status.st_blocks * 512;
+    }
+    EXPECT_EQ(size.allocatedBytes, allocated);
+
+    EXPECT_EQ(walk.completedSizes().size(), 3U);
+    const auto sub = walk.completedSizes().find((folder / "tree/sub").native()).value();
+    EXPECT_EQ(sub.name, "sub");
+    EXPECT_EQ(sub.bytes, 10'012);
+    EXPECT_EQ(sub.breakdown, (Sizes{{"Files in folder", 12}, {"deeper", 10'000}}));
+    EXPECT_FALSE(sub.directFileSizes);
+    EXPECT_EQ(sub, walk.completedSizes().find(sub.path));
+    for (const char* other : {"tree", "tree/su", "tree/sub/", "tree/sub/two.txt", "sub"})
+        EXPECT_FALSE(walk.completedSizes().find((folder / other).native())) << other;
+}
+
+TEST(StorageTraversal, StartsAtFoldersOnly) {
+    const TemporaryFolder folder;
+    folder.write("file", "1");
+    folder.makeFolder("empty");
+    fs::create_symlink(folder / "file", folder / "to file");
+    fs::create_symlink(folder / "empty", folder / "to folder");
+    for (const char* name : {"file", "to file", "missing"})
+        EXPECT_FALSE(StorageTraversal::open(folder / name, 1)) << name;
+
+    const auto size = walkToEnd(folder / "to folder").value();
+    EXPECT_EQ(size.path, (folder / "empty").native());
+    EXPECT_EQ(size.bytes, 0);
+    EXPECT_EQ(size.breakdown, Sizes{});
+    EXPECT_EQ(size.directFileSizes, Sizes{});
+}
+
+TEST(StorageTraversal, EndsAtTheEntryBehindTheLimit) {
+    const TemporaryFolder folder;
+    folder.write("a", "1");
+    folder.write("b/c", "1");
+    EXPECT_EQ(walkToEnd(folder.path(), 3).value().bytes, 2);
+    EXPECT_EQ(failureOf(walkToEnd(folder.path(), 2)), Failure::entryLimit);
+}
+
+TEST(StorageTraversal, AFolderThatCannotBeReadCostsTheSizeButNotTheWalk) {
+    const TemporaryFolder folder;
+    folder.write("locked/file", "1");
+    folder.write("listed only/file", "1");
+    folder.write("open/file", "123");
+    fs::permissions(folder / "locked", fs::perms::none);
+    fs::permissions(folder / "listed only", fs::perms(0444));
+    const test::OrdinaryUser user(folder.path());
+
+    auto walk = opened(folder.path());
+    EXPECT_EQ(failureOf(walkToEnd(walk)), Failure::unreadable);
+    EXPECT_EQ(walk.completedSizes().find((folder / "open").native()).value().bytes, 3);
+    EXPECT_FALSE(walk.completedSizes().find((folder / "locked").native()));
+    EXPECT_EQ(failureOf(walkToEnd(folder / "locked")), Failure::unreadable);
+}
+
+TEST(StorageTraversal, NoticesWhatChangesUnderIt) {
+    struct Case {
+        const char* what;
+        /// Applied after the step that this is the number of; the first enters the root.
+        int step;
+        void (*change)(const TemporaryFolder& folder);
+    };
+    const Case cases[] = {
+        {"a folder vanishes before it is entered", 2,
+         [](const auto& folder) { fs::remove_all(folder / "tree/sub"); }},
+        {"a folder becomes a link", 2,
+         [](const auto& folder) {
+             fs::remove_all(folder / "tree/sub");
+             fs::create_symlink(folder / "outside", folder / "tree/sub");
+         }},
+        {"a folder becomes a file", 2,
+         [](const auto& folder) {
+             fs::remove_all(folder / "tree/sub");
+             folder.write("tree/sub", "1");
+         }},
+        {"a folder vanishes after it was entered", 3,
+         [](const auto& folder) { fs::remove_all(folder / "tree/sub"); }},
+        {"a file vanishes after it was listed", 4,
+         [](const auto& folder) { fs::remove_all(folder / "tree/sub"); }},
+    };
+    for (const Case& change : cases) {
+        const TemporaryFolder folder;
+        folder.write("outside/big", std::string(1000, 'x'));
+        folder.write("tree/file", "1");
+        folder.write("tree/sub/a", "1");
+        folder.write("tree/sub/b", "1");
+        auto walk = opened(folder / "tree");
+        int steps = 0;
+        const auto result = walkToEnd(walk, [&] {
+            if (++steps == change.step)
+                change.change(folder);
+        });
+        EXPECT_EQ(failureOf(result), Failure::unreadable) << change.what;
+    }
+}
+
+TEST(StorageTraversal, DoesNotLeaveATreeWhoseFolderWasMovedAway) {
+    const TemporaryFolder folder;
+    folder.write("outside/other/big", std::string(1000, 'x'));
+    for (const char* branch : {"one", "two"})
+        folder.write(std::string("tree/") + branch + "/b/c/file", "1");
+    auto walk = opened(folder / "tree");
+    const auto result = walkToEnd(walk, [&] {
+        // Deep in the first branch, where the root is not held open any more.
+        if (walk.count() == 4)
+            for (const char* branch : {"one", "two"})
+                if (std::error_code error; walk.completedSizes().size() == 0)
+                    fs::rename(folder / "tree" / branch / "b", folder / "outside" / branch, error);
+    });
+    EXPECT_EQ(failureOf(result), Failure::unreadable);
+}
+
+TEST(StorageTraversal, NamesThatAreNoTextCountAsFilesButNotAsFolders) {
+    const TemporaryFolder folder;
+    folder.write("bad \xFF", "123");
+    folder.write("good é", "12");
+    const auto size = walkToEnd(folder.path()).value();
+    EXPECT_EQ(size.bytes, 5);
+    EXPECT_EQ(size.directFileSizes, (Sizes{{"good é", 2}}));
+
+    folder.makeFolder("sub/bad \xFF");
+    EXPECT_EQ(failureOf(walkToEnd(folder.path())), Failure::unreadable);
+    EXPECT_EQ(failureOf(walkToEnd(folder / "sub/bad \xFF")), Failure::unreadable);
+}
+
+TEST(StorageTraversal, WalksDeeperThanAnyPathWithFewDescriptors) {
+    constexpr int depth = 400;
+    const TemporaryFolder folder;
+    const std::string name(250, 'x');
+    makeDeepTree(folder.path(), depth, name);
+    rlimit before{};
+    ::getrlimit(RLIMIT_NOFILE, &before);
+    const rlimit tight{32, before.rlim_max};
+    ::setrlimit(RLIMIT_NOFILE, &tight);
+
+    auto walk = opened(folder.path());
+    const auto size = walkToEnd(walk).value();
+    ::setrlimit(RLIMIT_NOFILE, &before);
+
+    EXPECT_EQ(size.bytes, 4);
+    EXPECT_EQ(walk.count(), 2 * depth + 1);
+    EXPECT_EQ(walk.completedSizes().size(), std::size_t{2 * depth});
+    std::string deepest = folder.path().native();
+    for (int level = 0; level < depth; ++level)
+        deepest += "/" + name;
+    EXPECT_EQ(walk.completedSizes().find(deepest).value().bytes, 4);
+    removeDeepTree(folder.path(), depth, name);
+}
+
+TEST(CompletedFolders, KeepsTheFirstAndFindsThemBelowUnfinishedOnes) {
+    CompletedFolders folders("/");
+    const auto parent = folders.enter(CompletedFolders::noFolder, "parent");
+    for (std::size_t k = 0; k <= CompletedFolders::limit; ++k)
+        folders.complete(folders.enter(parent, std::to_string(k)), {1, 1, {}});
+    folders.complete(parent, {2, 2, {}});
+
+    EXPECT_EQ(folders.size(), CompletedFolders::limit);
+    EXPECT_EQ(folders.find("/parent/49999").value().path, "/parent/49999");
+    EXPECT_FALSE(folders.find("/parent/50000"));
+    EXPECT_FALSE(folders.find("/parent"));
+    folders.keepFirst(10);
+    EXPECT_TRUE(folders.find("/parent/9"));
+    EXPECT_FALSE(folders.find("/parent/10"));
+}
+
+TEST(FolderTotals, HugeSizesDoNotWrapAround) {
+    constexpr auto most = std::numeric_limits<std::int64_t>::max();
+    FolderTotals totals;
+    totals.addFile(most, most);
+    totals.addFile(1, 1);
+    totals.addFolder(totals);
+    EXPECT_EQ(totals.bytes, most);
+    EXPECT_EQ(totals.allocatedBytes, most);
+    EXPECT_EQ(totals.ownFileBytes, most);
+}

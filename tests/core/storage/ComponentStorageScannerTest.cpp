@@ -1,0 +1,316 @@
+#include "core/storage/ComponentStorageScanner.h"
+
+#include "core/base/JsonDecoder.h"
+#include "core/base/JsonEncoder.h"
+#include "tests/support/ManualClock.h"
+#include "tests/support/TemporaryFolder.h"
+
+#include <csignal>
+
+#include <gtest/gtest.h>
+#include <sys/resource.h>
+
+using namespace tidemark;
+using test::ManualClock;
+using test::TemporaryFolder;
+namespace fs = std::filesystem;
+using Failure = StorageMeasurementFailure;
+using Record = StorageMeasurementRecord;
+using Sizes = std::map<std::string, std::int64_t>;
+
+namespace {
+
+constexpr double never = 1e9;
+
+struct Scanner : testing::Test {
+    TemporaryFolder folder;
+    ManualClock clock;
+    fs::path file = folder / "data/records.json";
+    ComponentStorageScanner scanner{file, 1'000'000, clock};
+
+    StorageMeasurementItem item(const std::string& name, double modified = 1) const {
+        return StorageMeasurementItem::directory(folder / name, Date{modified});
+    }
+    Record collectOne(const StorageMeasurementItem& one, double refreshInterval = 0,
+                      const ComponentStorageScanner::Measure& measure = {}) {
+        return *scanner.collect({one}, 1000, refreshInterval, measure).records.at(0);
+    }
+    MeasurementRecords stored() const {
+        return json::decode<MeasurementRecords>(test::contents(file));
+    }
+    static Record recordOf(const StorageMeasurementItem& one, Date attemptedAt) {
+        Record record;
+        record.item = one;
+        record.bytes = 1;
+        record.attemptedAt = attemptedAt;
+        return record;
+    }
+    static ComponentStorageScanner::Measurement sized(std::int64_t bytes) {
+        FolderSize size;
+        size.bytes = bytes;
+        return size;
+    }
+    static ComponentStorageScanner::Measurement failed(Failure failure) {
+        return std::unexpected(failure);
+    }
+};
+
+} // namespace
+
+TEST_F(Scanner, KeepsAMeasurementInAPrivateFileUntilItIsDueAgain) {
+    folder.write("app/one", "12345");
+    folder.write("app/sub/two", "123");
+    const auto record = collectOne(item("app"));
+    EXPECT_EQ(record.bytes, 8);
+    EXPECT_EQ(record.breakdown, (Sizes{{"Files in folder", 5}, {"sub", 3}}));
+    EXPECT_EQ(record.breakdownComplete, true);
+    EXPECT_EQ(record.measuredItem, item("app"));
+    EXPECT_EQ(record.measuredAt, ManualClock::start);
+    EXPECT_EQ(record.visitedEntries, 3);
+    EXPECT_EQ(*stored().at((folder / "app").native()), record);
+    EXPECT_EQ(test::modeOf(file), 0600U);
+    EXPECT_EQ(test::modeOf(file.parent_path()), 0700U);
+
+    folder.write("app/three", "1");
+    ComponentStorageScanner restarted(file, 1, clock);
+    clock.advance(99);
+    EXPECT_EQ(*restarted.collect({item("app")}, 10, 100).records.at(0), record);
+    clock.advance(1);
+    EXPECT_EQ(restarted.collect({item("app")}, 10, 100).records.at(0)->attemptedAt,
+              ManualClock::start + 100);
+}
+
+TEST_F(Scanner, WithoutTimeListsWhatIsKnown) {
+    folder.write("a/file", "1");
+    collectOne(item("a"));
+    const auto report = scanner.collect({item("b 10"), item("b 9"), item("a")}, 0, 0);
+    ASSERT_EQ(report.records.size(), 3U);
+    EXPECT_EQ(report.records[0]->bytes, 1);
+    EXPECT_EQ(report.records[1]->item.name, "b 9") << "numbers in names by their value";
+    EXPECT_FALSE(report.records[2]->attemptedAt);
+    EXPECT_EQ(report.measuredCount(), 1);
+    EXPECT_EQ(stored().size(), 1U);
+}
+
+TEST_F(Scanner, EveryItemTakesItsTurn) {
+    std::string order;
+    const auto measure = [&](const fs::path& path, double) {
+        order += path.filename().native();
+        clock.advance(1);
+        return failed(Failure::unreadable);
+    };
+    const auto collect = [&](const std::string& names, double seconds) {
+        std::vector<StorageMeasurementItem> items;
+        for (const char name : names)
+            items.push_back(item(std::string(1, name)));
+        order.clear();
+        scanner.collect(items, seconds, 0, measure);
+        return order;
+    };
+    EXPECT_EQ(collect("dcba", 3), "abc") << "those never tried go by path";
+    EXPECT_EQ(collect("abcd", 2), "da");
+    EXPECT_EQ(collect("abcde", 9), "ebcda");
+}
+
+TEST_F(Scanner, SlicesGrowWithFailuresAndAnEarlierSizeStays) {
+    std::vector<double> slices;
+    const auto fail = [&](const fs::path&, double slice) {
+        slices.push_back(slice);
+        return failed(Failure::timeLimit);
+    };
+    const auto succeed = [&](const fs::path&, double slice) {
+        slices.push_back(slice);
+        return sized(7);
+    };
+    collectOne(item("a"), 0, succeed);
+    auto record = collectOne(item("a"), never, fail);
+    EXPECT_EQ(slices, (std::vector<double>{15}));
+
+    for (const std::int64_t attempts : {1, 2, 3, 3, 3}) {
+        record = collectOne(item("a"), 0, fail);
+        EXPECT_EQ(record.attempts, attempts);
+    }
+    EXPECT_EQ(slices, (std::vector<double>{15, 15, 30, 60, 120, 120}));
+    EXPECT_EQ(record.issue, rawValue(Failure::timeLimit));
+    EXPECT_EQ(record.bytes, 7);
+    EXPECT_FALSE(record.matchesObservedMetadata());
+
+    scanner.collect({item("a")}, 50, 0, succeed);
+    EXPECT_EQ(slices.back(), 50) << "no more than remains";
+    record = collectOne(item("a"), 0, succeed);
+    EXPECT_EQ(slices.back(), 15);
+    EXPECT_EQ(record.attempts, 0);
+    EXPECT_FALSE(record.issue);
+}
+
+TEST_F(Scanner, AChangedItemKeepsItsOldSizeUntilMeasuredButAnotherOneDoesNot) {
+    collectOne(item("a"), 0, [](auto&, double) { return sized(7); });
+    const auto changed = *scanner.collect({item("a", 2)}, 0, never).records.at(0);
+    EXPECT_EQ(changed.bytes, 7);
+    EXPECT_FALSE(changed.matchesObservedMetadata());
+    EXPECT_EQ(changed.measuredItem, item("a", 1));
+
+    auto other = item("a", 1);
+    other.identifier = "app.other";
+    Record fresh;
+    fresh.item = other;
+    EXPECT_EQ(*scanner.collect({other}, 0, never).records.at(0), fresh);
+}
+
+TEST_F(Scanner, AWalkSpansCollectsUntilItsItemChanges) {
+    for (const char* name : {"1", "2", "3", "4"})
+        folder.write(std::string("a/") + name, "12");
+    ComponentStorageScanner small(file, 3, clock);
+    const auto collect = [&](double modified) {
+        return *small.collect({item("a", modified)}, 1000, 0).records.at(0);
+    };
+    auto record = collect(1);
+    EXPECT_EQ(record.issue, rawValue(Failure::paused));
+    EXPECT_EQ(record.visitedEntries, 2) << "the first step enters the folder itself";
+    EXPECT_FALSE(record.bytes);
+    record = collect(1);
+    EXPECT_EQ(record.bytes, 8);
+    EXPECT_EQ(record.visitedEntries, 2);
+
+    collect(1);
+    EXPECT_EQ(collect(2).issue, rawValue(Failure::paused)) << "begun anew";
+    EXPECT_EQ(collect(2).bytes, 8);
+
+    collect(2);
+    small.retainCursors({folder / "a/"});
+    EXPECT_FALSE(collect(2).issue) << "kept";
+    collect(2);
+    small.retainCursors({folder / "missing", folder / "a/1", folder / "a "});
+    EXPECT_EQ(collect(2).issue, rawValue(Failure::paused)) << "dropped";
+}
+
+TEST_F(Scanner, LetsOthersInDuringItsPauses) {
+    const auto first = folder.write("a/file", "1");
+    for (int name = 0; name < 2000; ++name)
+        fs::create_hard_link(first, folder / "a" / std::to_string(name));
+    std::stop_source stop;
+    int refused = 0;
+    clock.onPause = [&] {
+        EXPECT_THROW(scanner.collect({item("b")}, 1, 0), Error);
+        scanner.retainCursors({});
+        ++refused;
+    };
+    EXPECT_EQ(collectOne(item("a")).bytes, 2001);
+    EXPECT_EQ(refused, 1);
+
+    clock.onPause = [&] { stop.request_stop(); };
+    const auto known = collectOne(item("c"));
+    const auto report = scanner.collect({item("a"), item("c")}, 100, 0, {}, stop.get_token());
+    EXPECT_EQ(report.records.at(0)->attemptedAt, known.attemptedAt) << "its result was dropped";
+    EXPECT_EQ(*report.records.at(1), known) << "not begun";
+    EXPECT_NO_THROW(collectOne(item("b")));
+}
+
+TEST_F(Scanner, IsFreeAgainAfterAMeasureThatThrows) {
+    const auto thrower = [](const fs::path&, double) -> ComponentStorageScanner::Measurement {
+        throw std::runtime_error("no");
+    };
+    EXPECT_THROW(collectOne(item("a"), 0, thrower), std::runtime_error);
+    EXPECT_EQ(collectOne(item("a"), 0, [](auto&, double) { return sized(1); }).bytes, 1);
+}
+
+TEST_F(Scanner, AFileThatCannotBeUnderstoodIsNeverOverwritten) {
+    const std::string good =
+        json::encoded(MeasurementRecords{{item("a").path, recordOf(item("a"), Date{1})}});
+    const std::string withoutAttempts = R"({"/a":{"item":{"path":"/a","name":"a","identifier":"",)"
+                                        R"("version":"","build":""}}})";
+    for (const std::string& bad : {std::string("{"), withoutAttempts, good + "x"}) {
+        folder.write("data/records.json", bad);
+        EXPECT_THROW(collectOne(item("a")), Error) << bad;
+        EXPECT_EQ(test::contents(file), bad);
+    }
+    fs::remove(file);
+    fs::create_directories(file);
+    EXPECT_THROW(collectOne(item("a")), Error);
+    fs::remove(file);
+    folder.write("data/records.json", good);
+    EXPECT_EQ(scanner.collect({item("a")}, 0, 0).records.at(0)->bytes, 1);
+}
+
+TEST_F(Scanner, AFailedSaveFailsTheCallButKeepsTheSize) {
+    int measured = 0;
+    const auto measure = [&](const fs::path&, double) { return ++measured, sized(5); };
+    collectOne(item("a"), 0, measure);
+    const std::string before = test::contents(file);
+
+    rlimit limit{};
+    ::getrlimit(RLIMIT_FSIZE, &limit);
+    const rlimit full{100, limit.rlim_max};
+    const auto handler = std::signal(SIGXFSZ, SIG_IGN);
+    ::setrlimit(RLIMIT_FSIZE, &full);
+    EXPECT_THROW(scanner.collect({item("b"), item("c")}, 10, never, measure), Error);
+    ::setrlimit(RLIMIT_FSIZE, &limit);
+    std::signal(SIGXFSZ, handler);
+    EXPECT_EQ(test::contents(file), before);
+    EXPECT_EQ(test::namesIn(file.parent_path()), "records.json");
+    EXPECT_EQ(measured, 2) << "the call fails at once";
+
+    const auto report = scanner.collect({item("b"), item("c")}, 10, never, measure);
+    EXPECT_EQ(measured, 3);
+    EXPECT_EQ(report.matchingCount(), 2);
+    EXPECT_EQ(stored().size(), 3U);
+}
+
+TEST_F(Scanner, WithoutAFileKeepsRecordsInMemory) {
+    ComponentStorageScanner memory({}, 1000, clock);
+    folder.write("a/file", "1");
+    memory.collect({item("a")}, 10, never);
+    EXPECT_EQ(memory.collect({item("a")}, 0, never).records.at(0)->bytes, 1);
+    EXPECT_EQ(test::namesIn(folder.path()), "a");
+}
+
+TEST_F(Scanner, AFolderWalkedAsPartOfAnotherCostsNothingInTheSameCapture) {
+    folder.write("a/sub/deep/file", "12345");
+    const auto measureBoth = [&] {
+        collectOne(item("a"));
+        const auto record = collectOne(item("a/sub"));
+        EXPECT_EQ(record.bytes, 5);
+        EXPECT_EQ(record.breakdown, (Sizes{{"deep", 5}}));
+        return record.visitedEntries;
+    };
+    EXPECT_EQ(measureBoth(), 2) << "outside of a capture";
+    scanner.beginCapture();
+    EXPECT_EQ(measureBoth(), 0);
+    folder.write("a/sub/deep/file", "123456789");
+    EXPECT_EQ(collectOne(item("a/sub")).bytes, 5);
+    scanner.beginCapture();
+    EXPECT_EQ(collectOne(item("a/sub")).bytes, 9) << "a new capture looks anew";
+    scanner.endCapture();
+    folder.write("a/sub/deep/file", "1");
+    EXPECT_EQ(collectOne(item("a/sub")).bytes, 1);
+}
+
+TEST_F(Scanner, KeepsTheTenThousandRecordsAttemptedLast) {
+    MeasurementRecords records;
+    for (int k = 0; k < 10'000; ++k) {
+        const auto one = item("item " + std::to_string(k));
+        records.emplace(one.path, recordOf(one, Date{k * 1.0}));
+    }
+    folder.write("data/records.json", json::encoded(records));
+    collectOne(item("new"), 0, [](auto&, double) { return sized(1); });
+
+    const auto kept = stored();
+    EXPECT_EQ(kept.size(), 10'000U);
+    EXPECT_TRUE(kept.contains(item("new").path));
+    EXPECT_FALSE(kept.contains(item("item 0").path));
+    EXPECT_TRUE(kept.contains(item("item 1").path));
+}
+
+TEST_F(Scanner, KeepsTheLargestPartsOfAWideFolder) {
+    for (const int count : {256, 257}) {
+        FolderSize size;
+        for (int k = 0; k < count; ++k)
+            size.breakdown[std::to_string(1000 + k)] = k == 200 ? 1'000'000 : 5;
+        const auto record = collectOne(item("a"), 0, [&](auto&, double) { return size; });
+        EXPECT_EQ(record.breakdownComplete, count == 256);
+        EXPECT_EQ(record.breakdown->size(), 256U);
+        EXPECT_TRUE(record.breakdown->contains("1200"));
+        EXPECT_EQ(record.breakdown->contains("1256"), false) << "of equal sizes the first by name";
+        EXPECT_EQ(record.folderSize()->breakdown.size(), count == 256 ? 256U : 0U);
+    }
+}

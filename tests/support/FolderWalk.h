@@ -1,0 +1,30 @@
+#pragma once
+
+#include "core/capture/StorageTraversal.h"
+
+#include <functional>
+
+namespace tidemark::test {
+
+/// Walks to the end. `afterStep` may change the tree in between.
+inline StorageTraversal::Result
+walkToEnd(StorageTraversal& walk, const std::function<void()>& afterStep = [] {}) {
+    while (true) {
+        if (auto result = walk.step())
+            return *std::move(result);
+        afterStep();
+    }
+}
+
+inline StorageTraversal::Result walkToEnd(const std::filesystem::path& folder,
+                                          std::int64_t entryLimit = 1'000'000) {
+    auto walk = StorageTraversal::open(folder, entryLimit);
+    return walk ? walkToEnd(*walk) : std::unexpected(StorageMeasurementFailure::unavailable);
+}
+
+/// Absent after a success.
+inline std::optional<StorageMeasurementFailure> failureOf(const StorageTraversal::Result& result) {
+    return result ? std::nullopt : std::optional(result.error());
+}
+
+} // namespace tidemark::test
