@@ -18,9 +18,9 @@ namespace {
 
 constexpr int folderFlags = O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC;
 
-/// How many names are read ahead to be put in order. A step that reads them takes a millisecond
-/// or two; more would not make the order much better.
-constexpr std::size_t readAhead = 4096;
+/// How many names are read ahead to be put in order. More would not make the order much better,
+/// and cost every resting walk memory.
+constexpr std::size_t readAhead = 1024;
 
 std::unexpected<StorageMeasurementFailure> failure(StorageMeasurementFailure reason) {
     return std::unexpected(reason);

@@ -104,8 +104,9 @@ StorageMeasurementReport reportOf(const MeasurementRecords& records, Date now) {
     for (const auto& [path, record] : records)
         report.records.push_back(record);
     const Collation collation;
-    std::ranges::stable_sort(report.records, [&](const auto& a, const auto& b) {
-        return collation.compare(a->item.name, b->item.name) < 0;
+    std::ranges::sort(report.records, [&](const auto& a, const auto& b) {
+        const int order = collation.compare(a->item.name, b->item.name);
+        return order != 0 ? order < 0 : a->item.path < b->item.path;
     });
     return report;
 }

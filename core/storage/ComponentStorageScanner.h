@@ -19,7 +19,7 @@ namespace tidemark {
 /// live in memory only.
 ///
 /// Any thread may call. Calls take turns, and a running measurement lets others in at each of its
-/// pauses, so none waits longer than one batch of walking and one save.
+/// pauses: they wait for one batch of walking, one save, or the listing of one folder.
 class ComponentStorageScanner {
 public:
     using Measurement = std::expected<FolderSize, StorageMeasurementFailure>;

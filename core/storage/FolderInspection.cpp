@@ -72,12 +72,13 @@ std::vector<FolderInspectionRow> rows(const FolderInspectionNode* before,
         row.afterBytes = row.after ? row.after->bytes : std::nullopt;
     }
     const Collation collation;
-    std::ranges::stable_sort(rows, [&](const auto& a, const auto& b) {
+    std::ranges::sort(rows, [&](const auto& a, const auto& b) {
         if (magnitude(a) != magnitude(b))
             return magnitude(a) > magnitude(b);
         if (sizeOf(a) != sizeOf(b))
             return sizeOf(a) > sizeOf(b);
-        return collation.compare(a.name, b.name) < 0;
+        const int order = collation.compare(a.name, b.name);
+        return order != 0 ? order < 0 : a.id < b.id;
     });
     return rows;
 }

@@ -7,8 +7,11 @@
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sched.h>
+#include <sys/mount.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
 
 using namespace tidemark;
 using test::failureOf;
@@ -192,6 +195,29 @@ TEST(StorageTraversal, DoesNotLeaveATreeWhoseFolderWasMovedAway) {
                     fs::rename(folder / "tree" / branch / "b", folder / "outside" / branch, error);
     });
     EXPECT_EQ(failureOf(result), Failure::unreadable);
+}
+
+TEST(StorageTraversal, AFolderMountedBelowItselfDoesNotGoRound) {
+    const TemporaryFolder folder;
+    folder.makeFolder("tree/sub/again");
+    enum Outcome { notPermitted = 1, unreadable, other };
+    const pid_t child = ::fork();
+    if (child == 0) {
+        // The mount is seen by this process only and goes with it.
+        if (::unshare(CLONE_NEWNS) != 0
+            || ::mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) != 0
+            || ::mount((folder / "tree").c_str(), (folder / "tree/sub/again").c_str(), nullptr,
+                       MS_BIND, nullptr)
+                   != 0)
+            ::_exit(notPermitted);
+        ::_exit(failureOf(walkToEnd(folder / "tree", 100)) == Failure::unreadable ? unreadable
+                                                                                  : other);
+    }
+    int status = 0;
+    ::waitpid(child, &status, 0);
+    if (WEXITSTATUS(status) == notPermitted)
+        GTEST_SKIP() << "mounting takes more rights";
+    EXPECT_EQ(WEXITSTATUS(status), unreadable);
 }
 
 TEST(StorageTraversal, NamesThatAreNoTextCountAsFilesButNotAsFolders) {
