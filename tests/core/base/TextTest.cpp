@@ -123,9 +123,9 @@ TEST(Uuid, ReadsTheCanonicalFormOnly) {
           "5B1B7C0E-6B0C-4B58-9A58-0E6C0E1F7A0G", "5B1B7C0E-6B0C-4B58-9A580-E6C0E1F7A01"})
         EXPECT_FALSE(Uuid::parse(wrong)) << wrong;
     std::set<Uuid> made;
-    for (int i = 0; i < 1000; ++i)
+    for (int i = 0; i < 100; ++i)
         made.insert(Uuid::random());
-    EXPECT_EQ(made.size(), 1000U);
+    EXPECT_EQ(made.size(), 100U);
     for (const Uuid& uuid : made)
         ASSERT_TRUE(uuid.text()[14] == '4' && std::string("89AB").contains(uuid.text()[19]));
 }
