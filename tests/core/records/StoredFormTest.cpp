@@ -1,0 +1,221 @@
+#include "core/base/JsonDecoder.h"
+#include "core/journal/Journal.h"
+#include "tests/support/Observations.h"
+#include "tests/support/RecordFiller.h"
+
+#include <sstream>
+
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+#include <rapidcheck/gtest.h>
+
+using namespace tidemark;
+using Json = nlohmann::ordered_json;
+
+namespace {
+
+template <class Record>
+std::string failureOf(const Json& document) {
+    try {
+        json::decode<Record>(document.dump());
+        return {};
+    } catch (const json::DecodingError& error) {
+        return error.what();
+    }
+}
+
+/// One value of each JSON type.
+const Json samples[] = {nullptr, true, 7, 0.25, "other", Json::array(), Json::object()};
+
+/// True when a field that holds `original` could hold `other` as well, by its type alone.
+bool interchangeable(const Json& original, const Json& other) {
+    if (original.is_number_float())
+        return other.is_number();
+    if (original.is_number_integer())
+        return other.is_number_integer();
+    return original.type() == other.type();
+}
+
+/// Holds the record's stored form against `shape`: its keys in order, with "?" behind one that
+/// may be missing. Then each key in turn is left out, made null and given every other type.
+template <class Record>
+void expectShape(const std::string& shape) {
+    SCOPED_TRACE(shape);
+    const Json whole = Json::parse(json::encoded(test::fullSample<Record>()));
+    std::string keys;
+    std::istringstream words(shape);
+    for (std::string key; words >> key; keys += key + " ") {
+        SCOPED_TRACE(key);
+        const bool optional = key.ends_with('?');
+        if (optional)
+            key.pop_back();
+        ASSERT_TRUE(whole.contains(key));
+
+        Json without = whole;
+        without.erase(key);
+        EXPECT_EQ(failureOf<Record>(without),
+                  optional ? "" : "the required key \"" + key + "\" is missing");
+        for (const Json& sample : samples) {
+            if (interchangeable(whole[key], sample))
+                continue;
+            Json wrong = whole;
+            wrong[key] = sample;
+            const std::string failure = failureOf<Record>(wrong);
+            if (optional && sample.is_null()) {
+                EXPECT_EQ(failure, "");
+                EXPECT_EQ(json::encoded(json::decode<Record>(wrong.dump())), without.dump());
+            } else {
+                EXPECT_EQ(failure.rfind(key + ": expected ", 0), 0U) << sample << failure;
+            }
+        }
+    }
+    std::string stored;
+    for (const auto& [key, value] : whole.items())
+        stored += key + " ";
+    std::erase(keys, '?');
+    EXPECT_EQ(stored, keys);
+}
+
+/// The stored texts of an enumeration, in declared order.
+template <class E>
+std::string rawTexts() {
+    std::string list;
+    for (const auto& entry : json::rawValues<E>) {
+        list += (list.empty() ? "" : "|") + std::string(entry.text);
+        EXPECT_EQ(json::decode<E>(json::encoded(entry.value)), entry.value);
+    }
+    return list;
+}
+
+template <class Record>
+void expectIdentity(const Record& record) {
+    RC_ASSERT(json::decode<Record>(json::encoded(record)) == record);
+}
+
+} // namespace
+
+TEST(StoredForm, OfObservations) {
+    expectShape<Application>("bundleID name version build path modified?");
+    expectShape<BackgroundItem>("identifier path kind program? safeSettings? "
+                                "definitionFingerprints? associatedAppID? association?");
+    expectShape<FolderSize>("path name bytes breakdown directFileSizes? allocatedBytes? itemCount? "
+                            "rollingMeasurement? measuredAt?");
+    expectShape<Coverage>("applicationRoots backgroundRoots issues notes? excludedPaths?");
+    expectShape<VolumeContext>("name capacity? fileSystem? local? internalDevice? readOnly?");
+    expectShape<OperatingSystemObservation>("version build?");
+    expectShape<ScanTiming>("name seconds complete");
+    expectShape<ObservedMetadata>("kind path name bytes? reportType? inferredApplication? value");
+    expectShape<MetadataReport>("scope items complete issue?");
+    expectShape<StorageMeasurementItem>("path name identifier version build modified?");
+    expectShape<StorageMeasurementRecord>(
+        "item breakdown? breakdownComplete? allocatedBytes? lastAttemptDuration? visitedEntries? "
+        "bytes? measuredAt? measuredItem? attemptedAt? attempts issue?");
+    expectShape<StorageMeasurementReport>("records observedAt");
+    expectShape<FolderStorageReport>("path name directFileBytes children sampledAt itemCount? "
+                                     "directAllocatedBytes? directFileSizes?");
+    expectShape<Snapshot>(
+        "id timestamp applications backgroundItems folders volumeContext? freeBytes? volumeID? "
+        "coverage folderStorage? applicationStorage? expectedCaptureInterval? operatingSystem? "
+        "captureDuration? additionalReports? scanTimings?");
+    expectShape<Baseline>("id name snapshot");
+}
+
+TEST(StoredForm, OfTheTimeline) {
+    expectShape<Event>(
+        "id timestamp intervalStart title subtitle category importance changes path? identifier? "
+        "appID? symbol applicationSizeBefore? applicationSizeAfter? volumeContext? "
+        "removedApplicationSize? installationRecord? systemActivity? observationGap? memory?");
+    expectShape<Journal>(
+        "schemaVersion snapshots events baselines lastChecked? importedInstallations? "
+        "initialHistoryImportCompletedAt? eventsPrunedThrough?");
+    expectShape<InstallationRecord>("name version recordedAt packageSource importedAt");
+    expectShape<ObservationGap>("start end isOngoing");
+    expectShape<change::MetadataChanged>("before? after?");
+    expectShape<change::OperatingSystemChanged>("before after");
+    expectShape<change::ApplicationInstalled>("_0");
+    expectShape<change::ApplicationRemoved>("_0");
+    expectShape<change::ApplicationUpdated>("before after");
+    expectShape<change::BackgroundAdded>("_0");
+    expectShape<change::BackgroundRemoved>("_0");
+    expectShape<change::BackgroundChanged>("before after");
+    expectShape<change::FolderSizeChanged>("before after");
+    expectShape<change::FreeDiskSpaceChanged>("before after");
+    expectShape<change::TrashBecameEmpty>("path previousItemCount");
+}
+
+TEST(StoredForm, OfLiveActivityAndMemory) {
+    expectShape<SystemActivity>(
+        "id timestamp kind powerObservation? observedSession? wifiContext? previousWiFi? "
+        "environmentActivity? lowPowerModeEnabled? batteryActivity? bluetoothPoweredOn? "
+        "wifiConnected? networkChange? bluetoothChange?");
+    expectShape<ObservedSession>("startedAt endedAt initialBattery? finalBattery?");
+    expectShape<BatteryObservation>("externalPower percentage? charging? fullyCharged?");
+    expectShape<BatteryActivity>("kind before? session? observation");
+    expectShape<NetworkConnectionState>("availability expensive? constrained? interfaces");
+    expectShape<NetworkConnectionChange>("before after");
+    expectShape<BluetoothConnectionChange>("deviceClass? session? deviceName connected");
+    expectShape<WiFiContext>("networkName? band? channel? security? signalDBM? linkRateMbps?");
+    expectShape<EnvironmentActivity>("deviceName path? connected? volume? display? "
+                                     "previousDisplay? previousState? elevatedSince? state?");
+    expectShape<DisplayContext>(
+        "pixelWidth pixelHeight logicalWidth logicalHeight scale refreshRate? builtIn");
+    expectShape<MemoryRecord>("id kind timestamp title path? appName? appID? bytes? sourceURL? "
+                              "duration? contentType? text? payload? payloadStored? textStored? "
+                              "pasteboardType? pinned lastOpened? observedAt");
+}
+
+TEST(StoredForm, OfEnumerations) {
+    EXPECT_EQ(rawTexts<BackgroundItem::Kind>(), "LaunchAgent|LaunchDaemon");
+    EXPECT_EQ(rawTexts<ObservedMetadata::Kind>(), "homebrew|configuration|diagnostic");
+    EXPECT_EQ(rawTexts<EventCategory>(), "Applications|Background items|Storage|Mac Activity|"
+                                         "Networking|Recent Files|Downloads|Clipboard");
+    EXPECT_EQ(rawTexts<Importance>(), "prominent|routine");
+    EXPECT_EQ(rawTexts<SystemActivity::Kind>(),
+              "sleepRequested|woke|powerOffRequested|volumeChanged|displayChanged|thermalChanged|"
+              "networkChanged|bluetoothChanged|wifiChanged|bluetoothPowerChanged|batteryChanged|"
+              "lowPowerModeChanged");
+    EXPECT_EQ(rawTexts<BatteryActivity::Kind>(),
+              "powerConnected|switchedToBattery|fullyCharged|low");
+    EXPECT_EQ(rawTexts<NetworkConnectionState::Availability>(),
+              "Available|Unavailable|Connection required");
+    EXPECT_EQ(rawTexts<NetworkConnectionState::Interface>(),
+              "Wi-Fi|Ethernet|Cellular|Other network");
+    EXPECT_EQ(rawTexts<MemoryRecord::Kind>(),
+              "fileOpened|fileModified|fileCreated|downloaded|appLaunched|appClosed|appUsage|"
+              "clipboard");
+}
+
+TEST(StoredForm, NamesEachCaseOfAChange) {
+    std::string tags;
+    const auto add = [&]<class... Cases>(std::type_identity<std::variant<Cases...>>) {
+        ((tags += Json::parse(json::encoded(Change(Cases{}))).begin().key() + " "), ...);
+    };
+    add(std::type_identity<Change>{});
+    EXPECT_EQ(tags, "metadataChanged operatingSystemChanged applicationInstalled "
+                    "applicationRemoved applicationUpdated backgroundAdded backgroundRemoved "
+                    "backgroundChanged folderSizeChanged freeDiskSpaceChanged trashBecameEmpty ");
+}
+
+RC_GTEST_PROP(StoredForm, OfASnapshotReadsBackEqual, ()) {
+    expectIdentity(test::drawn<Snapshot>());
+}
+
+RC_GTEST_PROP(StoredForm, OfAnEventReadsBackEqual, ()) {
+    expectIdentity(test::drawn<Event>());
+}
+
+TEST(StoredForm, KeepsEqualPartsOfADocumentOnce) {
+    Journal journal;
+    for (int i = 0; i < 2; ++i) {
+        Snapshot snapshot;
+        snapshot.applications = {test::application("A"), test::application("B")};
+        snapshot.folders = {test::folder("/a", 9, {{"x", i}})};
+        journal.snapshots.emplace_back(snapshot);
+    }
+    const auto read = json::decode<Journal>(json::encoded(journal));
+    const Snapshot& first = *read.snapshots[0];
+    const Snapshot& second = *read.snapshots[1];
+    EXPECT_TRUE(first.applications[1].sameObject(second.applications[1]));
+    EXPECT_FALSE(first.applications[0].sameObject(second.applications[1]));
+    EXPECT_FALSE(first.folders[0].sameObject(second.folders[0]));
+}

@@ -1,0 +1,142 @@
+#pragma once
+
+#include "core/base/JsonEncoder.h"
+
+#include <limits>
+
+#include <rapidcheck.h>
+
+/// Fills any stored record field by field, from the description that it gives of itself.
+namespace tidemark::test {
+
+/// Every optional is there, every collection holds one element, every text is the same.
+struct FullSample {
+    bool present() { return true; }
+    bool flag() { return true; }
+    std::size_t count() { return 1; }
+    std::size_t choice(std::size_t) { return 0; }
+    std::int64_t integer() { return 7; }
+    double real() { return 0.5; }
+    std::string text() { return "text"; }
+    Uuid uuid() { return *Uuid::parse("00000000-0000-4000-8000-00000000000A"); }
+};
+
+/// All values that a document can hold, with the extremes among them.
+struct Drawn {
+    bool present() { return *rc::gen::arbitrary<bool>(); }
+    bool flag() { return *rc::gen::arbitrary<bool>(); }
+    std::size_t count() { return *rc::gen::inRange<std::size_t>(0, 3); }
+    std::size_t choice(std::size_t size) { return *rc::gen::inRange<std::size_t>(0, size); }
+    std::int64_t integer() {
+        return *rc::gen::oneOf(rc::gen::arbitrary<std::int64_t>(),
+                               rc::gen::element(std::numeric_limits<std::int64_t>::min(),
+                                                std::numeric_limits<std::int64_t>::max()));
+    }
+    double real() {
+        return *rc::gen::oneOf(rc::gen::arbitrary<double>(),
+                               rc::gen::element(-0.0, 5e-324, 1e308, 1e17, 0.1 + 0.2));
+    }
+    std::string text() {
+        return *rc::gen::element<std::string>("", "plain", "\"quoted\\\"", "line\nfeed\t",
+                                              std::string("nul\0", 4), "é 😀 \u2028", "\x7F");
+    }
+    Uuid uuid() { return Uuid::random(); }
+};
+
+template <class>
+inline constexpr bool isVariant = false;
+template <class... Cases>
+inline constexpr bool isVariant<std::variant<Cases...>> = true;
+
+template <class Source, class T>
+void fill(Source& source, T& value);
+
+template <class Source, class T>
+void fill(Source& source, std::optional<T>& value) {
+    if (source.present())
+        fill(source, value.emplace());
+}
+template <class Source, class T>
+void fill(Source& source, Shared<T>& value) {
+    T inner{};
+    fill(source, inner);
+    value = inner;
+}
+template <class Source, class T>
+void fill(Source& source, OptionalShared<T>& value) {
+    if (!source.present())
+        return;
+    T inner{};
+    fill(source, inner);
+    value = inner;
+}
+template <class Source, class T>
+void fill(Source& source, std::vector<T>& values) {
+    for (std::size_t left = source.count(); left > 0; --left)
+        fill(source, values.emplace_back());
+}
+template <class Source, class T>
+void fill(Source& source, std::set<T>& values) {
+    for (std::size_t left = source.count(); left > 0; --left) {
+        T value{};
+        fill(source, value);
+        values.insert(value);
+    }
+}
+template <class Source, class T>
+void fill(Source& source, std::map<std::string, T>& values) {
+    for (std::size_t left = source.count(); left > 0; --left)
+        fill(source, values[source.text()]);
+}
+template <class Source, class... Cases>
+void fillCase(Source& source, std::variant<Cases...>& value) {
+    std::size_t index = source.choice(sizeof...(Cases));
+    const auto fillIf = [&]<class Case>(std::type_identity<Case>) {
+        if (index-- == 0)
+            fill(source, value.template emplace<Case>());
+    };
+    (fillIf(std::type_identity<Cases>{}), ...);
+}
+
+template <class Source, class T>
+void fill(Source& source, T& value) {
+    if constexpr (std::is_same_v<T, std::string>)
+        value = source.text();
+    else if constexpr (std::is_same_v<T, bool>)
+        value = source.flag();
+    else if constexpr (std::is_same_v<T, std::int64_t>)
+        value = source.integer();
+    else if constexpr (std::is_same_v<T, double>)
+        value = source.real();
+    else if constexpr (std::is_same_v<T, Date>)
+        value = Date{source.real()};
+    else if constexpr (std::is_same_v<T, Uuid>)
+        value = source.uuid();
+    else if constexpr (std::is_same_v<T, Data>)
+        value = Data{source.text()};
+    else if constexpr (json::TextEnumeration<T>)
+        value = json::rawValues<T>[source.choice(json::rawValues<T>.size())].value;
+    else if constexpr (isVariant<T>)
+        fillCase(source, value);
+    else
+        std::apply([&](const auto&... field) { (fill(source, value.*field.member), ...); },
+                   T::fields());
+}
+
+template <class T>
+T fullSample() {
+    FullSample source;
+    T value{};
+    fill(source, value);
+    return value;
+}
+
+template <class T>
+T drawn() {
+    Drawn source;
+    T value{};
+    fill(source, value);
+    return value;
+}
+
+} // namespace tidemark::test
