@@ -92,7 +92,7 @@ std::optional<std::string> fileSystemUuid(const fs::path& path) {
     const FileDescriptor file(::open(path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     Answer answer{};
     if (!file || ::ioctl(file.get(), _IOR(0x15, 0, Answer), &answer) != 0
-        || answer.length != answer.uuid.size())
+        || answer.length != answer.uuid.size() || answer.uuid == decltype(answer.uuid){})
         return std::nullopt;
     constexpr std::string_view digits = "0123456789abcdef";
     std::string text;
