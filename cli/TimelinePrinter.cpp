@@ -35,7 +35,9 @@ std::string TimelinePrinter::times(const Event& event) const {
         return end;
     const bool sameDay =
         calendar.startOfDay(event.intervalStart) == calendar.startOfDay(event.timestamp);
-    return calendar.format(event.intervalStart, sameDay ? "HH:mm" : "d MMM HH:mm") + " – " + end;
+    const std::string start =
+        calendar.format(event.intervalStart, sameDay ? "HH:mm" : "d MMM HH:mm");
+    return start == end ? end : start + " – " + end;
 }
 
 void TimelinePrinter::append(std::string& out, const Event& event, std::size_t timeColumns) const {
