@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/base/CanonicalPath.h"
 #include "core/base/Date.h"
 #include "core/base/FileDescriptor.h"
 
@@ -14,10 +15,6 @@
 #include <fcntl.h>
 
 namespace tidemark {
-
-/// The path under which a location is compared and stored: absolute, links resolved as far as the
-/// path exists, "." and ".." gone, no slash at the end.
-std::filesystem::path canonicalPath(const std::filesystem::path& path);
 
 /// One name in an open folder. Nothing here follows a link, and only regular files and folders
 /// are ever opened.
