@@ -1,5 +1,6 @@
 #include "cli/CompareCommand.h"
 #include "cli/Console.h"
+#include "cli/ObserveCommand.h"
 #include "core/base/Text.h"
 
 #include <cstdio>
@@ -22,6 +23,7 @@ public:
         app.set_version_flag("--version", "tidemark " TIDEMARK_VERSION);
         app.set_help_flag("-h,--help", "Print this help and exit");
         app.require_subcommand(0, 1);
+        addObserve();
         addCompare();
     }
 
@@ -51,6 +53,30 @@ private:
         return added;
     }
 
+    void addObserve() {
+        auto& added =
+            command("observe", "Take one observation of this machine", [this] { observe.run(); });
+        const auto folders = [&](const std::string& names, auto& target, const std::string& what) {
+            added.add_option(names, target, what)->type_name("DIR");
+        };
+        const auto file = [&](const std::string& names, auto& target, const std::string& what) {
+            added.add_option(names, target, what)->type_name("FILE");
+        };
+        folders("--applications", observe.applications, "Folder to search for applications");
+        folders("--agents", observe.agents, "Folder of agent definitions");
+        folders("--daemons", observe.daemons, "Folder of daemon definitions");
+        folders("--storage", observe.storage, "Folder to measure");
+        added.add_flag("--homebrew", observe.homebrew, "Add the installed Homebrew formulas");
+        added.add_flag("--diagnostics", observe.diagnostics, "Add the diagnostic reports");
+        file("--config", observe.configurations, "Configuration file to fingerprint");
+        file("--measurements", observe.measurements,
+             "Keep finished measurements here, so that the next run continues");
+        file("-o,--output", observe.output, "Write the observation here as stored JSON");
+        added.add_flag("--json", observe.json, "Print the observation as stored JSON");
+        added.footer("Options that take a folder or a --config file can be given several times.\n"
+                     "Control-C ends the observation early; a second one ends the program.");
+    }
+
     void addCompare() {
         auto& added = command("compare", "Tell what changed between two stored observations",
                               [this] { compare.run(); });
@@ -61,6 +87,7 @@ private:
 
     CLI::App app;
     std::function<void()> chosen;
+    tidemark::ObserveCommand observe;
     tidemark::CompareCommand compare;
 };
 

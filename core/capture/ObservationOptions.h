@@ -18,10 +18,9 @@ struct ObservationOptions {
     std::vector<std::filesystem::path> storageRoots;
 
     /// The places of the system and of the user's own home, for what is not given.
-    explicit ObservationOptions(
-        std::optional<std::vector<std::filesystem::path>> applications = {},
-        std::optional<std::vector<BackgroundRoot>> background = {},
-        std::vector<std::filesystem::path> storage = {});
+    explicit ObservationOptions(std::optional<std::vector<std::filesystem::path>> applications = {},
+                                std::optional<std::vector<BackgroundRoot>> background = {},
+                                std::vector<std::filesystem::path> storage = {});
 
     bool operator==(const ObservationOptions&) const = default;
 };

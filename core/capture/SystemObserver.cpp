@@ -3,7 +3,7 @@
 #include "core/base/Text.h"
 #include "core/base/Utf8.h"
 #include "core/capture/ApplicationsCollector.h"
-#include "core/storage/BatchedWalk.h"
+#include "core/capture/BatchedWalk.h"
 #include "core/storage/ComponentStorageScanner.h"
 #include "core/storage/StorageMeasurementError.h"
 #include "core/system/SystemFacts.h"
@@ -38,11 +38,10 @@ std::string storageIssue(const fs::path& root, std::string_view rest) {
 }
 
 std::string noComparison(const fs::path& root, StorageMeasurementFailure failure) {
-    return storageIssue(root,
-                        std::string(messageOf(failure)) + " No size comparison was made.");
+    return storageIssue(root, std::string(rawValue(failure)) + " No size comparison was made.");
 }
 
-std::string of(std::size_t count, std::size_t total) {
+std::string of(std::int64_t count, std::int64_t total) {
     return std::to_string(count) + " of " + std::to_string(total);
 }
 
@@ -139,8 +138,8 @@ public:
         : name(std::move(called)), snapshot(filled), clock(time), start(time.monotonicSeconds()),
           issues(filled.coverage.issues.size()) {}
     ~Phase() {
-        snapshot.scanTimings->push_back({name, clock.monotonicSeconds() - start,
-                                         snapshot.coverage.issues.size() == issues});
+        snapshot.scanTimings->push_back(
+            {name, clock.monotonicSeconds() - start, snapshot.coverage.issues.size() == issues});
     }
     Phase(const Phase&) = delete;
     Phase& operator=(const Phase&) = delete;
@@ -229,7 +228,7 @@ private:
 
     void takeReport(const fs::path& root, FolderStorageReport report) {
         const auto size = report.folderSize();
-        const std::size_t total = report.children.records.size();
+        const auto total = static_cast<std::int64_t>(report.children.records.size());
         if (!size) {
             addIssue(storageIssue(root, of(report.children.measuredCount(), total)
                                             + " child folders measured. Completed measurements "
@@ -271,8 +270,8 @@ private:
             if (auto size = record->folderSize())
                 snapshot.folders.emplace_back(std::move(*size));
         snapshot.coverage.notes->push_back(bundleNote);
-        const std::size_t total = report.records.size();
-        if (const std::size_t matching = report.matchingCount(); matching < total)
+        const auto total = static_cast<std::int64_t>(report.records.size());
+        if (const std::int64_t matching = report.matchingCount(); matching < total)
             addIssue("Application storage: " + of(matching, total)
                      + " app bundles have measurements matching their observed metadata. "
                        "Remaining measurements will be retried on later checks; existing sizes "
@@ -299,9 +298,8 @@ Snapshot capture(const ObservationOptions& options, Clock& clock, const std::sto
 }
 
 Snapshot captureProgressively(const ObservationOptions& options,
-                              ComponentStorageScanner* applicationStorage,
-                              const Progress& progress, Clock& clock,
-                              const std::stop_token& stop) {
+                              ComponentStorageScanner* applicationStorage, const Progress& progress,
+                              Clock& clock, const std::stop_token& stop) {
     const double start = clock.monotonicSeconds();
     progress("Scanning Applications and Background Items…");
     const ScannerCapture bracket(applicationStorage);

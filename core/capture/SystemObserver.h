@@ -35,9 +35,8 @@ Snapshot capture(const ObservationOptions& options, Clock& clock = Clock::system
 /// time. With `applicationStorage` sizes are measured across captures and application bundles one
 /// by one; without, each root is walked whole or not at all.
 Snapshot captureProgressively(const ObservationOptions& options,
-                              ComponentStorageScanner* applicationStorage,
-                              const Progress& progress, Clock& clock = Clock::system(),
-                              const std::stop_token& stop = {});
+                              ComponentStorageScanner* applicationStorage, const Progress& progress,
+                              Clock& clock = Clock::system(), const std::stop_token& stop = {});
 
 } // namespace SystemObserver
 

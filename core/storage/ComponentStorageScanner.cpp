@@ -261,10 +261,14 @@ ComponentStorageScanner::measureSlice(Lock& lock, const StorageMeasurementItem& 
         return std::unexpected(StorageMeasurementFailure::unavailable);
     const WalkBudget budget{clock.monotonicSeconds() + seconds, entriesPerSlice};
     const std::int64_t start = walk->count();
+    std::int64_t told = start;
+    const auto tell = [&] { walked += walk->count() - std::exchange(told, walk->count()); };
     auto outcome = walkInBatches(*walk, budget, clock, stop, [&](double pause) {
+        tell();
         const Unlocked others(lock);
         return clock.pause(pause, stop);
     });
+    tell();
     lastVisited = walk->count() - start;
     if (!outcome)
         return std::unexpected(outcome.error());

@@ -6,6 +6,7 @@
 #include "core/storage/CaptureSizes.h"
 #include "core/storage/MeasurementCache.h"
 
+#include <atomic>
 #include <functional>
 #include <mutex>
 #include <stop_token>
@@ -35,6 +36,9 @@ public:
     void endCapture();
     /// Drops the unfinished walks of all that lies outside of `roots`.
     void retainCursors(const std::vector<std::filesystem::path>& roots);
+
+    /// Entries walked since the scanner was made. Never waits; for telling how a capture goes on.
+    std::int64_t entriesWalked() const { return walked.load(std::memory_order_relaxed); }
 
     /// Spends up to `seconds` on the items whose size is not known for their present state or is
     /// `refreshInterval` seconds old, those first that waited longest. The report holds every
@@ -89,6 +93,7 @@ private:
     CaptureSizes captureSizes;
     /// Entries walked by the last slice.
     std::int64_t lastVisited = 0;
+    std::atomic<std::int64_t> walked = 0;
 };
 
 } // namespace tidemark

@@ -1,5 +1,5 @@
 #include "core/storage/ComponentStorageScanner.h"
-#include "core/storage/FolderListing.h"
+#include "core/storage/FolderContents.h"
 #include "core/storage/StorageMeasurementError.h"
 #include "tests/support/ManualClock.h"
 #include "tests/support/OrdinaryUser.h"
@@ -110,7 +110,7 @@ TEST_F(FolderCollection, ListsUpToAHundredThousandEntries) {
     for (int name = 2; name < 100'000; ++name)
         ASSERT_EQ(
             ::link(sources[name % 2].c_str(), (folder / "root" / std::to_string(name)).c_str()), 0);
-    EXPECT_EQ(listFolder(folder / "root", clock, {}).value().fileBytes, 100'000);
+    EXPECT_EQ(listContents(folder / "root", clock, {}).value().fileBytes, 100'000);
     folder.write("root/one more", "");
-    EXPECT_EQ(listFolder(folder / "root", clock, {}).error(), Failure::entryLimit);
+    EXPECT_EQ(listContents(folder / "root", clock, {}).error(), Failure::entryLimit);
 }

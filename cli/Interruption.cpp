@@ -1,0 +1,46 @@
+#include "cli/Interruption.h"
+
+#include <csignal>
+
+#include <pthread.h>
+#include <unistd.h>
+
+namespace tidemark {
+
+namespace {
+
+/// What a shell reports of a program that a signal ended.
+constexpr int signalStatus = 128;
+
+sigset_t taken() {
+    sigset_t signals;
+    ::sigemptyset(&signals);
+    for (const int number : {SIGINT, SIGTERM, SIGUSR1})
+        ::sigaddset(&signals, number);
+    return signals;
+}
+
+} // namespace
+
+Interruption::Interruption() {
+    const sigset_t signals = taken();
+    ::pthread_sigmask(SIG_BLOCK, &signals, nullptr);
+    waiter = std::thread([this] { wait(); });
+}
+
+Interruption::~Interruption() {
+    // SIGUSR1 stands for: nothing to wait for any more.
+    ::pthread_kill(waiter.native_handle(), SIGUSR1);
+    waiter.join();
+    const sigset_t signals = taken();
+    ::pthread_sigmask(SIG_UNBLOCK, &signals, nullptr);
+}
+
+void Interruption::wait() {
+    const sigset_t signals = taken();
+    for (int number = 0; ::sigwait(&signals, &number) == 0 && number != SIGUSR1;)
+        if (!source.request_stop())
+            ::_exit(signalStatus + number);
+}
+
+} // namespace tidemark
