@@ -3,7 +3,7 @@
 #include "core/base/CanonicalPath.h"
 #include "core/base/Collation.h"
 #include "core/base/Error.h"
-#include "core/capture/BatchedWalk.h"
+#include "core/storage/BatchedWalk.h"
 #include "core/storage/FolderContents.h"
 #include "core/storage/StorageMeasurementError.h"
 
