@@ -3,6 +3,7 @@
 #include "cli/ObserveCommand.h"
 #include "core/base/Text.h"
 
+#include <csignal>
 #include <cstdio>
 #include <functional>
 #include <new>
@@ -101,5 +102,7 @@ private:
 } // namespace
 
 int main(int argc, char** argv) {
+    // A parent may have left it ignored, and then the end of a child process could not be known.
+    std::signal(SIGCHLD, SIG_DFL);
     return CommandLine().run(argc, argv);
 }
