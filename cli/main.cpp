@@ -18,6 +18,11 @@ constexpr int wrongUsage = 2;
 constexpr const char* description =
     "Tidemark records what changed on this computer. Everything stays on the machine.";
 
+/// What an unset variable of a shell becomes is no path.
+std::string notEmpty(const std::string& path) {
+    return path.empty() ? "a path can't be empty" : "";
+}
+
 /// The commands by name, and the one that the arguments chose.
 class CommandLine {
 public:
@@ -65,10 +70,10 @@ private:
         auto& added =
             command("observe", "Take one observation of this machine", [this] { observe.run(); });
         const auto folders = [&](const std::string& names, auto& target, const std::string& what) {
-            added.add_option(names, target, what)->type_name("DIR");
+            added.add_option(names, target, what)->type_name("DIR")->check(notEmpty);
         };
         const auto file = [&](const std::string& names, auto& target, const std::string& what) {
-            added.add_option(names, target, what)->type_name("FILE");
+            added.add_option(names, target, what)->type_name("FILE")->check(notEmpty);
         };
         folders("--applications", observe.applications, "Folder to search for applications");
         folders("--agents", observe.agents, "Folder of agent definitions");
