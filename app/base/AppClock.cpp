@@ -1,0 +1,82 @@
+#include "app/base/AppClock.h"
+
+#include "core/base/Clock.h"
+
+#include <QTimer>
+#include <algorithm>
+#include <chrono>
+#include <cmath>
+#include <coroutine>
+#include <memory>
+#include <optional>
+
+namespace tidemark {
+
+namespace {
+
+using std::chrono::milliseconds;
+
+/// Ends with the timer, or from the event loop once `stop` is requested.
+class TimerWait {
+public:
+    TimerWait(milliseconds time, Qt::TimerType type, const std::stop_token& token)
+        : duration(time), stop(token) {
+        timer->setSingleShot(true);
+        timer->setTimerType(type);
+    }
+
+    // GCC 12 copies an awaiter that is no temporary: so this one is but a pointer.
+    auto operator co_await() {
+        struct Awaiter {
+            TimerWait* wait;
+            bool await_ready() const { return false; }
+            void await_suspend(std::coroutine_handle<> waiting) const { wait->start(waiting); }
+            void await_resume() const {}
+        };
+        return Awaiter{this};
+    }
+
+private:
+    void start(std::coroutine_handle<> waiting) {
+        timer->callOnTimeout([waiting] { waiting.resume(); });
+        timer->start(duration);
+        wakeUp.emplace(stop, WakeUp{timer.get()});
+    }
+
+    struct WakeUp {
+        QTimer* timer;
+        void operator()() const { timer->start(milliseconds(0)); }
+    };
+
+    const milliseconds duration;
+    const std::stop_token stop;
+    // Resuming the coroutine, within the timer's own signal, ends the life of this object.
+    std::unique_ptr<QTimer, QScopedPointerDeleteLater> timer{new QTimer};
+    std::optional<std::stop_callback<WakeUp>> wakeUp;
+};
+
+class SystemAppClock final : public AppClock {
+public:
+    Date now() override { return Date::now(); }
+    double monotonicSeconds() override { return Clock::system().monotonicSeconds(); }
+    QCoro::Task<bool> sleep(double seconds, std::stop_token stop, Slack slack) override {
+        // What a timer takes ends after some 24 days.
+        constexpr double longest = 1'000'000;
+        for (double left = seconds; left > 0 && !stop.stop_requested(); left -= longest) {
+            const milliseconds time(std::llround(std::ceil(std::min(left, longest) * 1000)));
+            TimerWait wait(time, slack == Slack::allowed ? Qt::VeryCoarseTimer : Qt::PreciseTimer,
+                           stop);
+            co_await wait;
+        }
+        co_return !stop.stop_requested();
+    }
+};
+
+} // namespace
+
+AppClock& AppClock::system() {
+    static SystemAppClock clock;
+    return clock;
+}
+
+} // namespace tidemark

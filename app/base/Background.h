@@ -1,0 +1,61 @@
+#pragma once
+
+#include <QCoroTask>
+#include <coroutine>
+#include <exception>
+#include <functional>
+#include <optional>
+#include <stop_token>
+#include <type_traits>
+#include <utility>
+
+/// Work that blocks, away from the event loop.
+namespace tidemark {
+
+/// Utility work gives way to all else; user-initiated work is what somebody waits for.
+enum class WorkPriority { utility, userInitiated };
+
+namespace detail {
+
+/// Runs a function on the pool and resumes on the main thread.
+struct PoolWait {
+    // By address: GCC 12 copies an awaiter that is no temporary.
+    const std::function<void()>* work;
+    WorkPriority priority;
+
+    bool await_ready() const { return false; }
+    void await_suspend(std::coroutine_handle<> waiting) const;
+    void await_resume() const {}
+};
+
+} // namespace detail
+
+/// Calls `work` with `stop` on a thread of the pool; the awaiting coroutine goes on in the main
+/// thread's event loop with the result, or with what `work` threw. `work` always runs to its end,
+/// and is destroyed on the main thread: it is to look at `stop` itself.
+template <class Work, class Result = std::invoke_result_t<Work&, const std::stop_token&>>
+QCoro::Task<Result> runInBackground(Work work, std::stop_token stop = {},
+                                    WorkPriority priority = WorkPriority::utility) {
+    struct Nothing {};
+    using Stored = std::conditional_t<std::is_void_v<Result>, Nothing, Result>;
+    std::optional<Stored> result;
+    std::exception_ptr failure;
+    const std::function<void()> guarded = [&] {
+        try {
+            if constexpr (std::is_void_v<Result>)
+                work(stop);
+            else
+                result.emplace(work(stop));
+        } catch (...) {
+            failure = std::current_exception();
+        }
+    };
+    const detail::PoolWait wait{&guarded, priority};
+    co_await wait;
+    if (failure)
+        std::rethrow_exception(failure);
+    if constexpr (!std::is_void_v<Result>)
+        co_return std::move(*result);
+}
+
+} // namespace tidemark

@@ -1,0 +1,49 @@
+#include "app/base/NotificationCenter.h"
+
+#include <utility>
+#include <vector>
+
+namespace tidemark {
+
+NotificationCenter::Token::Token(Token&& other) noexcept
+    : observers(std::exchange(other.observers, {})), id(other.id) {}
+
+NotificationCenter::Token& NotificationCenter::Token::operator=(Token&& other) noexcept {
+    if (this != &other) {
+        remove();
+        observers = std::exchange(other.observers, {});
+        id = other.id;
+    }
+    return *this;
+}
+
+void NotificationCenter::Token::remove() {
+    if (const auto all = std::exchange(observers, {}).lock())
+        all->byId.erase(id);
+}
+
+NotificationCenter::Token NotificationCenter::observe(Notification notification,
+                                                      Callback callback) {
+    const std::uint64_t id = ++observers->lastId;
+    observers->byId.emplace(
+        id, Observer{notification, std::make_shared<const Callback>(std::move(callback))});
+    return {observers, id};
+}
+
+void NotificationCenter::post(Notification notification) {
+    // A callback may end its own observation, or the center itself.
+    const auto all = observers;
+    std::vector<std::uint64_t> ids;
+    for (const auto& [id, observer] : all->byId)
+        if (observer.notification == notification)
+            ids.push_back(id);
+    for (const std::uint64_t id : ids) {
+        const auto found = all->byId.find(id);
+        if (found == all->byId.end())
+            continue;
+        const auto callback = found->second.callback;
+        (*callback)();
+    }
+}
+
+} // namespace tidemark

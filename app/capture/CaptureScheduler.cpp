@@ -1,0 +1,59 @@
+#include "app/capture/CaptureScheduler.h"
+
+#include <QScopeGuard>
+#include <utility>
+
+namespace tidemark {
+
+namespace {
+
+QCoro::Task<void> beat(AppClock* clock, CaptureScheduler::Check check, std::stop_token stop) {
+    while (
+        co_await clock->sleep(CaptureScheduler::heartbeatInterval, stop, AppClock::Slack::allowed))
+        co_await check();
+}
+
+} // namespace
+
+CaptureScheduler::CaptureScheduler(NotificationCenter& application, NotificationCenter& workspace,
+                                   Heartbeat beats)
+    : applicationCenter(application), workspaceCenter(workspace), heartbeat(std::move(beats)) {}
+
+CaptureScheduler::Heartbeat CaptureScheduler::backgroundHeartbeat(AppClock& clock) {
+    return [&clock](Check check, std::stop_token stop) {
+        return beat(&clock, std::move(check), std::move(stop));
+    };
+}
+
+void CaptureScheduler::start(Check newCheck) {
+    if (check)
+        return;
+    check = std::move(newCheck);
+    heartbeatStop = std::stop_source();
+    tasks.start(heartbeat([this] { return runCheck(); }, heartbeatStop.get_token()));
+    const auto observe = [this](NotificationCenter& center, Notification notification) {
+        observers.push_back(center.observe(notification, [this] { tasks.start(runCheck()); }));
+    };
+    observe(applicationCenter, notification::applicationDidBecomeActive);
+    observe(workspaceCenter, notification::didWake);
+    observe(workspaceCenter, notification::sessionDidBecomeActive);
+}
+
+void CaptureScheduler::stop() {
+    check = nullptr;
+    heartbeatStop.request_stop();
+    observers.clear();
+}
+
+QCoro::Task<void> CaptureScheduler::runCheck() {
+    const auto hold = tasks.hold();
+    if (!check || checking)
+        co_return;
+    checking = true;
+    const auto done = qScopeGuard([this] { checking = false; });
+    // A stop in the meantime takes the member away.
+    const Check current = check;
+    co_await current();
+}
+
+} // namespace tidemark

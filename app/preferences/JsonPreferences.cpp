@@ -1,0 +1,223 @@
+#include "app/preferences/JsonPreferences.h"
+
+#include "core/base/Base64.h"
+#include "core/base/CanonicalPath.h"
+#include "core/base/Files.h"
+#include "core/base/Text.h"
+
+#include <array>
+#include <cerrno>
+#include <cstring>
+#include <ctime>
+
+#include <nlohmann/json.hpp>
+
+namespace tidemark {
+
+namespace {
+
+using nlohmann::json;
+
+constexpr std::size_t largestFile = 16 * 1024 * 1024;
+/// A document nested deeper is damage or malice, and would cost the stack when written.
+constexpr int deepestNesting = 64;
+
+/// "2026-11-21T10.00.00Z": no colons, which some file systems refuse.
+std::string fileTime(Date date) {
+    const auto seconds = static_cast<std::time_t>(date.secondsSince1970());
+    std::tm parts{};
+    ::gmtime_r(&seconds, &parts);
+    std::array<char, 32> text{};
+    std::strftime(text.data(), text.size(), "%Y-%m-%dT%H.%M.%SZ", &parts);
+    return text.data();
+}
+
+std::filesystem::path unusedName(const std::filesystem::path& wanted) {
+    std::filesystem::path name = wanted;
+    for (int number = 2; fileExists(name); ++number)
+        name = wanted.native() + "-" + std::to_string(number);
+    return name;
+}
+
+/// Absent when `bytes` are no JSON object.
+std::optional<json> parsed(const std::string& bytes) {
+    bool tooDeep = false;
+    const auto shallow = [&](int depth, json::parse_event_t, json&) {
+        tooDeep = tooDeep || depth > deepestNesting;
+        return !tooDeep;
+    };
+    json root = json::parse(bytes, shallow, false);
+    if (tooDeep || !root.is_object())
+        return std::nullopt;
+    return root;
+}
+
+template <class T>
+std::optional<T> converted(const json& value);
+
+template <>
+std::optional<bool> converted(const json& value) {
+    return value.is_boolean() ? std::optional(value.get<bool>()) : std::nullopt;
+}
+template <>
+std::optional<std::int64_t> converted(const json& value) {
+    if (!value.is_number_integer())
+        return std::nullopt;
+    if (value.is_number_unsigned() && value.get<std::uint64_t>() > INT64_MAX)
+        return std::nullopt;
+    return value.get<std::int64_t>();
+}
+template <>
+std::optional<std::string> converted(const json& value) {
+    return value.is_string() ? std::optional(value.get<std::string>()) : std::nullopt;
+}
+template <>
+std::optional<Data> converted(const json& value) {
+    const auto bytes = value.is_string() ? base64Decoded(value.get<std::string>()) : std::nullopt;
+    return bytes ? std::optional(Data{*bytes}) : std::nullopt;
+}
+template <>
+std::optional<std::vector<std::string>> converted(const json& value) {
+    if (!value.is_array())
+        return std::nullopt;
+    std::vector<std::string> texts;
+    for (const auto& element : value) {
+        if (!element.is_string())
+            return std::nullopt;
+        texts.push_back(element.get<std::string>());
+    }
+    return texts;
+}
+template <>
+std::optional<std::map<std::string, Data>> converted(const json& value) {
+    if (!value.is_object())
+        return std::nullopt;
+    std::map<std::string, Data> table;
+    for (const auto& [key, element] : value.items()) {
+        auto data = converted<Data>(element);
+        if (!data)
+            return std::nullopt;
+        table.emplace(key, *std::move(data));
+    }
+    return table;
+}
+
+json stored(bool value) {
+    return value;
+}
+json stored(std::int64_t value) {
+    return value;
+}
+json stored(const std::string& value) {
+    return value;
+}
+json stored(const std::vector<std::string>& value) {
+    return value;
+}
+json stored(const Data& value) {
+    return base64Encoded(value.bytes);
+}
+json stored(const std::map<std::string, Data>& table) {
+    json object = json::object();
+    for (const auto& [key, data] : table)
+        object[key] = stored(data);
+    return object;
+}
+
+} // namespace
+
+struct JsonPreferences::Document {
+    json root = json::object();
+};
+
+JsonPreferences::JsonPreferences(const std::filesystem::path& file, Clock& clock)
+    : path(canonicalPath(file)), document(std::make_unique<Document>()) {
+    try {
+        load(clock);
+    } catch (const FileError& error) {
+        writable = false;
+        loadProblem = "The settings can’t be read, so the defaults hold and changes are lost when "
+                      "Tidemark quits: "
+                      + std::string(error.what());
+    }
+}
+
+JsonPreferences::~JsonPreferences() = default;
+
+void JsonPreferences::load(Clock& clock) {
+    if (!fileExists(path))
+        return;
+    if (auto root = parsed(readFile(path, largestFile)))
+        document->root = *std::move(root);
+    else
+        setAside(clock);
+}
+
+void JsonPreferences::setAside(Clock& clock) {
+    const auto aside = unusedName(path.native() + ".damaged-" + fileTime(clock.now()));
+    if (::rename(path.c_str(), aside.c_str()) != 0)
+        throw FileError(textFromBytes(path.native())
+                            + " is damaged and could not be renamed: " + std::strerror(errno) + ".",
+                        errno);
+    loadProblem = "The settings were damaged and have been set aside as "
+                  + textFromBytes(aside.native()) + "; the defaults hold.";
+}
+
+template <class T>
+std::optional<T> JsonPreferences::read(std::string_view key) const {
+    const auto found = document->root.find(key);
+    return found == document->root.end() ? std::nullopt : converted<T>(*found);
+}
+
+std::optional<bool> JsonPreferences::boolean(std::string_view key) const {
+    return read<bool>(key);
+}
+std::optional<std::int64_t> JsonPreferences::integer(std::string_view key) const {
+    return read<std::int64_t>(key);
+}
+std::optional<std::string> JsonPreferences::text(std::string_view key) const {
+    return read<std::string>(key);
+}
+std::optional<std::vector<std::string>> JsonPreferences::texts(std::string_view key) const {
+    return read<std::vector<std::string>>(key);
+}
+std::optional<Data> JsonPreferences::data(std::string_view key) const {
+    return read<Data>(key);
+}
+std::optional<std::map<std::string, Data>> JsonPreferences::dataTable(std::string_view key) const {
+    return read<std::map<std::string, Data>>(key);
+}
+
+bool JsonPreferences::set(std::string_view key, PreferenceValue value) {
+    document->root[std::string(key)] =
+        std::visit([](const auto& held) { return stored(held); }, value);
+    return save();
+}
+
+bool JsonPreferences::remove(std::string_view key) {
+    const auto found = document->root.find(key);
+    if (found == document->root.end())
+        return true;
+    document->root.erase(found);
+    return save();
+}
+
+bool JsonPreferences::save() {
+    if (!writable)
+        return false;
+    try {
+        createPrivateFolders(path.parent_path());
+        replaceFile(path,
+                    document->root.dump(4, ' ', false, json::error_handler_t::replace) + "\n");
+        saveProblem.reset();
+    } catch (const FileError& error) {
+        saveProblem = "The settings can’t be saved: " + std::string(error.what());
+    }
+    return !saveProblem;
+}
+
+std::optional<std::string> JsonPreferences::problem() const {
+    return saveProblem ? saveProblem : loadProblem;
+}
+
+} // namespace tidemark

@@ -1,0 +1,52 @@
+#pragma once
+
+#include "app/preferences/Preferences.h"
+#include "core/base/Clock.h"
+
+#include <filesystem>
+#include <memory>
+
+namespace tidemark {
+
+/// Preferences in one JSON file, which is replaced whole, with mode 0600, at each change. Data is
+/// kept as base64 text. What this release doesn't know in the file stays there.
+///
+/// A file that is no JSON object is renamed aside with ".damaged-" and the time behind its name,
+/// and the defaults hold. One that can't be read, or can't be renamed, is never written.
+class JsonPreferences final : public Preferences {
+public:
+    /// Reads the file, if there is one. A link at `path` is followed, and stays.
+    explicit JsonPreferences(const std::filesystem::path& path, Clock& clock = Clock::system());
+    ~JsonPreferences() override;
+
+    std::optional<bool> boolean(std::string_view key) const override;
+    std::optional<std::int64_t> integer(std::string_view key) const override;
+    std::optional<std::string> text(std::string_view key) const override;
+    std::optional<std::vector<std::string>> texts(std::string_view key) const override;
+    std::optional<Data> data(std::string_view key) const override;
+    std::optional<std::map<std::string, Data>> dataTable(std::string_view key) const override;
+
+    bool set(std::string_view key, PreferenceValue value) override;
+    bool remove(std::string_view key) override;
+    std::optional<std::string> problem() const override;
+
+private:
+    struct Document;
+
+    void load(Clock& clock);
+    void setAside(Clock& clock);
+    bool save();
+    /// Null when the key is absent or its value can't be read as `T`.
+    template <class T>
+    std::optional<T> read(std::string_view key) const;
+
+    const std::filesystem::path path;
+    std::unique_ptr<Document> document;
+    bool writable = true;
+    /// Set for the whole run.
+    std::optional<std::string> loadProblem;
+    /// Of the last attempt to write.
+    std::optional<std::string> saveProblem;
+};
+
+} // namespace tidemark

@@ -1,0 +1,38 @@
+#include "app/preferences/PreferenceKeys.h"
+
+#include "core/base/Text.h"
+#include "core/system/SystemFacts.h"
+
+#include <algorithm>
+
+namespace tidemark {
+
+bool read(const Preferences& preferences, const SwitchKey& key) {
+    return preferences.boolean(key.name).value_or(key.fallback);
+}
+
+std::int64_t read(const Preferences& preferences, const NumberKey& key) {
+    return std::clamp(preferences.integer(key.name).value_or(key.fallback), key.least, key.most);
+}
+
+std::string read(const Preferences& preferences, const TextKey& key) {
+    return preferences.text(key.name).value_or(std::string(key.fallback));
+}
+
+std::string read(const Preferences& preferences, const ChoiceKey& key) {
+    const auto stored = preferences.text(key.name);
+    const bool known =
+        stored && std::ranges::find(key.choices, std::string_view(*stored)) != key.choices.end();
+    return known ? *stored : std::string(key.fallback);
+}
+
+std::vector<std::string> read(const Preferences& preferences, const PathsKey& key) {
+    if (auto stored = preferences.texts(key.name))
+        return *std::move(stored);
+    std::vector<std::string> paths;
+    for (const auto path : key.fallback)
+        paths.push_back(textFromBytes((SystemFacts::homeDirectory() / path).native()));
+    return paths;
+}
+
+} // namespace tidemark

@@ -1,0 +1,180 @@
+#pragma once
+
+#include "app/capture/CaptureSchedule.h"
+#include "app/preferences/Preferences.h"
+
+#include <array>
+#include <span>
+
+namespace tidemark {
+
+/// One key of the preferences and all that is known of it: where nothing is stored, or a value of
+/// another type, `fallback` holds. Kinds with more to say derive from this.
+template <class Value>
+struct PreferenceKey {
+    std::string_view name;
+    Value fallback{};
+    /// One line for people.
+    std::string_view meaning;
+    /// Noted by the program for itself, and not for the user to set.
+    bool isInternal = false;
+};
+
+using TextList = std::span<const std::string_view>;
+
+struct SwitchKey : PreferenceKey<bool> {};
+/// Any other number is read as the nearest of these.
+struct NumberKey : PreferenceKey<std::int64_t> {
+    std::int64_t least;
+    std::int64_t most;
+};
+struct TextKey : PreferenceKey<std::string_view> {};
+/// Any other text is read as the fallback.
+struct ChoiceKey : PreferenceKey<std::string_view> {
+    TextList choices;
+};
+/// Paths; a relative one of the fallback lies in the home directory.
+struct PathsKey : PreferenceKey<TextList> {};
+struct DataKey : PreferenceKey<std::monostate> {};
+struct DataTableKey : PreferenceKey<std::monostate> {};
+
+using AnyPreferenceKey =
+    std::variant<SwitchKey, NumberKey, TextKey, ChoiceKey, PathsKey, DataKey, DataTableKey>;
+
+bool read(const Preferences& preferences, const SwitchKey& key);
+std::int64_t read(const Preferences& preferences, const NumberKey& key);
+std::string read(const Preferences& preferences, const TextKey& key);
+std::string read(const Preferences& preferences, const ChoiceKey& key);
+/// With relative paths of the fallback made absolute in the home directory.
+std::vector<std::string> read(const Preferences& preferences, const PathsKey& key);
+
+namespace preference {
+
+namespace detail {
+
+inline constexpr std::array<std::string_view, 2> recordingModes{"recording", "paused"};
+inline constexpr auto captureSchedules = [] {
+    std::array<std::string_view, json::rawValues<CaptureSchedule>.size()> texts;
+    for (std::size_t i = 0; i < texts.size(); ++i)
+        texts[i] = json::rawValues<CaptureSchedule>[i].text;
+    return texts;
+}();
+inline constexpr std::array<std::string_view, 6> timeWindows{"day",   "threeDays", "week",
+                                                             "month", "custom",    "all"};
+inline constexpr std::array<std::string_view, 3> appearanceModes{"light", "dark", "system"};
+inline constexpr std::array<std::string_view, 3> memoryFolders{"Documents", "Desktop", "Downloads"};
+
+} // namespace detail
+
+// Capture.
+inline constexpr ChoiceKey recordingMode{
+    {"recordingMode", "recording", "Whether anything is recorded"}, detail::recordingModes};
+inline constexpr SwitchKey needsRecordingBaseline{
+    {"needsRecordingBaseline", false, "The next capture is not compared with the one before",
+     true}};
+inline constexpr ChoiceKey captureSchedule{
+    {"captureSchedule", "halfHourly", "How often a capture is due"}, detail::captureSchedules};
+inline constexpr SwitchKey storageEnabled{
+    {"storageEnabled", true, "Measure the storage of folders; of an earlier release", true}};
+
+// Screens.
+inline constexpr ChoiceKey historyTimeWindow{
+    {"historyTimeWindow", "week", "How far back the history is shown"}, detail::timeWindows};
+inline constexpr NumberKey historyCustomWindowDays{
+    {"historyCustomWindowDays", 3, "Days of the custom time window"}, 1, 365};
+inline constexpr NumberKey listingTextSize{
+    {"listingTextSize", 13, "Text size of the history list"}, 13, 26};
+inline constexpr ChoiceKey appearanceMode{{"appearanceMode", "system", "Light or dark appearance"},
+                                          detail::appearanceModes};
+
+// Folders.
+inline constexpr DataKey observationFolderBookmarks{
+    {"observationFolderBookmarks", {}, "The folders that Tidemark may read", true}};
+inline constexpr SwitchKey unifiedFolderTrackingMigrated{
+    {"unifiedFolderTrackingMigrated", false, "The single storage switch was taken over", true}};
+inline constexpr PathsKey removedRecommendedPaths{
+    {"removedRecommendedPaths", {}, "Recommended folders that the user removed", true}};
+inline constexpr SwitchKey folderSetupCompleted{
+    {"folderSetupCompleted", false, "The first choice of folders is done", true}};
+inline constexpr SwitchKey diskAccessSetupPending{
+    {"diskAccessSetupPending", false, "The user went to grant full disk access", true}};
+inline constexpr SwitchKey diskAccessCheckRequested{
+    {"diskAccessCheckRequested", false, "Check the access to folders when the user returns", true}};
+
+// Additional observations.
+inline constexpr SwitchKey homebrewHistoryEnabled{
+    {"homebrewHistoryEnabled", false, "Observe installed Homebrew formulas"}};
+inline constexpr SwitchKey diagnosticHistoryEnabled{
+    {"diagnosticHistoryEnabled", false, "Observe diagnostic reports"}};
+inline constexpr PathsKey configurationHistoryPaths{
+    {"configurationHistoryPaths", {}, "Configuration files whose fingerprints are observed"}};
+
+// Live history.
+inline constexpr SwitchKey networkHistoryEnabled{
+    {"networkHistoryEnabled", true, "Record network and Wi-Fi connections"}};
+inline constexpr SwitchKey bluetoothHistoryEnabled{
+    {"bluetoothHistoryEnabled", true, "Record Bluetooth connections"}};
+inline constexpr SwitchKey environmentHistoryEnabled{
+    {"environmentHistoryEnabled", true, "Record drives, displays and thermal pressure"}};
+inline constexpr SwitchKey batteryHistoryEnabled{
+    {"batteryHistoryEnabled", true, "Record power source and battery"}};
+inline constexpr SwitchKey wifiNetworkNamesEnabled{
+    {"wifiNetworkNamesEnabled", false, "Keep the names of Wi-Fi networks"}};
+
+// Memory history.
+inline constexpr SwitchKey memoryFiles{{"memoryFiles", true, "Remember recent files"}};
+inline constexpr SwitchKey memoryApps{
+    {"memoryApps", true, "Remember application launches and quits"}};
+inline constexpr SwitchKey memoryAllIndexedFiles{
+    {"memoryAllIndexedFiles", true, "Remember files anywhere, not in chosen folders alone"}};
+inline constexpr PathsKey memoryFolders{
+    {"memoryFolders", detail::memoryFolders, "The chosen folders"}};
+inline constexpr DataTableKey memoryFolderBookmarks{
+    {"memoryFolderBookmarks", {}, "Access to the chosen folders", true}};
+inline constexpr SwitchKey memoryClipboard{
+    {"memoryClipboard", false, "Remember what is copied to the clipboard"}};
+inline constexpr NumberKey memoryClipboardDays{
+    {"memoryClipboardDays", 7, "Days that clips are kept"}, 1, 3'650};
+inline constexpr TextKey memoryExcludedApps{
+    {"memoryExcludedApps",
+     "com.1password.1password, com.agilebits.onepassword7, com.bitwarden.desktop, "
+     "com.apple.Passwords",
+     "Identifiers of applications whose clips are not kept, with commas"}};
+
+/// All keys. "privateUntil", of an earlier release, is only ever removed.
+inline constexpr auto all = std::to_array<AnyPreferenceKey>({
+    recordingMode,
+    needsRecordingBaseline,
+    captureSchedule,
+    storageEnabled,
+    historyTimeWindow,
+    historyCustomWindowDays,
+    listingTextSize,
+    appearanceMode,
+    observationFolderBookmarks,
+    unifiedFolderTrackingMigrated,
+    removedRecommendedPaths,
+    folderSetupCompleted,
+    diskAccessSetupPending,
+    diskAccessCheckRequested,
+    homebrewHistoryEnabled,
+    diagnosticHistoryEnabled,
+    configurationHistoryPaths,
+    networkHistoryEnabled,
+    bluetoothHistoryEnabled,
+    environmentHistoryEnabled,
+    batteryHistoryEnabled,
+    wifiNetworkNamesEnabled,
+    memoryFiles,
+    memoryApps,
+    memoryAllIndexedFiles,
+    memoryFolders,
+    memoryFolderBookmarks,
+    memoryClipboard,
+    memoryClipboardDays,
+    memoryExcludedApps,
+});
+
+} // namespace preference
+
+} // namespace tidemark

@@ -1,0 +1,138 @@
+#include "app/base/AppClock.h"
+#include "app/base/Background.h"
+#include "app/base/NotificationCenter.h"
+#include "app/base/TaskScope.h"
+#include "core/base/Error.h"
+#include "tests/app/support/Await.h"
+#include "tests/app/support/ManualAppClock.h"
+
+#include <latch>
+#include <thread>
+
+#include <gtest/gtest.h>
+
+using namespace tidemark;
+
+namespace {
+
+QCoro::Task<void> note(AppClock* clock, double seconds, std::stop_token stop, std::string name,
+                       std::string* log) {
+    const bool whole = co_await clock->sleep(seconds, stop);
+    *log += name + (whole ? " " : "- ");
+}
+
+} // namespace
+
+TEST(NotificationCenter, CallsObserversInTheirOrderAndSparesThoseThatWentMeanwhile) {
+    NotificationCenter center;
+    std::string log;
+    NotificationCenter::Token first, second, third, added;
+    first = center.observe(notification::didWake, [&] {
+        log += "1";
+        first.remove();
+        second.remove();
+        added = center.observe(notification::didWake, [&] { log += "4"; });
+    });
+    second = center.observe(notification::didWake, [&] { log += "2"; });
+    third = center.observe(notification::didWake, [&] { log += "3"; });
+    const auto other = center.observe(notification::willSleep, [&] { log += "x"; });
+
+    center.post(notification::didWake);
+    EXPECT_EQ(log, "13");
+    center.post(notification::didWake);
+    EXPECT_EQ(log, "1334");
+}
+
+TEST(NotificationCenter, MayGoBeforeItsTokensAndWithinAPost) {
+    NotificationCenter::Token token;
+    auto center = std::make_unique<NotificationCenter>();
+    token = center->observe(notification::didWake, [&] { center.reset(); });
+    center->post(notification::didWake);
+    EXPECT_FALSE(center);
+}
+
+TEST(AppClock, SleepersWakeInTheOrderOfTheirTimes) {
+    test::ManualAppClock clock;
+    std::string log;
+    const auto a = note(&clock, 3, {}, "a", &log);
+    const auto b = note(&clock, 1, {}, "b", &log);
+    const auto c = note(&clock, 0, {}, "c", &log);
+    EXPECT_EQ(log, "c ");
+    clock.advance(2);
+    EXPECT_EQ(log, "c b ");
+    clock.advance(1);
+    EXPECT_EQ(log, "c b a ");
+}
+
+TEST(AppClock, AStoppedSleepEndsFromTheEventLoop) {
+    test::ManualAppClock manual;
+    for (AppClock* clock : {&AppClock::system(), static_cast<AppClock*>(&manual)}) {
+        std::stop_source source;
+        std::string log;
+        const auto task = note(clock, 3'000'000, source.get_token(), "a", &log);
+        source.request_stop();
+        EXPECT_EQ(log, "") << "not inside of the request";
+        test::until([&] { return task.isReady(); });
+        EXPECT_EQ(log, "a- ");
+        const auto late = note(clock, 10, source.get_token(), "b", &log);
+        EXPECT_EQ(log, "a- b- ");
+    }
+}
+
+TEST(AppClock, TheSystemsOwnWakesByItself) {
+    for (const auto slack : {AppClock::Slack::none, AppClock::Slack::allowed})
+        EXPECT_TRUE(test::await(AppClock::system().sleep(0.001, {}, slack)));
+}
+
+TEST(Background, ResultsAndFailuresArriveOnTheMainThread) {
+    const auto main = std::this_thread::get_id();
+    const auto check = [main]() -> QCoro::Task<void> {
+        auto worker = co_await runInBackground(
+            [](const std::stop_token&) { return std::this_thread::get_id(); });
+        EXPECT_NE(worker, main);
+        EXPECT_EQ(std::this_thread::get_id(), main);
+        std::string failure;
+        try {
+            co_await runInBackground([](const std::stop_token&) { throw Error("It failed."); });
+        } catch (const Error& error) {
+            failure = error.what();
+        }
+        EXPECT_EQ(failure, "It failed.");
+        EXPECT_EQ(std::this_thread::get_id(), main);
+    };
+    test::await(check());
+}
+
+TEST(TaskScope, WaitsForItsCoroutinesBeforeItGoes) {
+    test::ManualAppClock clock;
+    std::latch stopSeen(1);
+    std::string log;
+    {
+        TaskScope scope;
+        scope.start(note(&clock, 100, scope.token(), "sleeper", &log));
+        const auto worker = [](TaskScope* owner, std::latch* latch,
+                               std::string* text) -> QCoro::Task<void> {
+            const auto hold = owner->hold();
+            co_await runInBackground(
+                [latch](const std::stop_token& stop) {
+                    const std::stop_callback whenStopped(stop, [latch] { latch->count_down(); });
+                    latch->wait();
+                },
+                owner->token());
+            *text += "worker ";
+        };
+        const auto task = worker(&scope, &stopSeen, &log);
+        EXPECT_FALSE(scope.isIdle());
+    }
+    EXPECT_NE(log.find("sleeper- "), std::string::npos);
+    EXPECT_NE(log.find("worker "), std::string::npos);
+}
+
+TEST(TaskScope, OutlivesATaskThatFails) {
+    TaskScope scope;
+    const auto failing = []() -> QCoro::Task<void> {
+        co_await runInBackground([](const std::stop_token&) { throw Error("It failed."); });
+    };
+    scope.start(failing());
+    test::until([&] { return scope.isIdle(); });
+}

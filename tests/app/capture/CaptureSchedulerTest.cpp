@@ -1,0 +1,111 @@
+#include "app/capture/CaptureScheduler.h"
+
+#include "app/capture/CaptureSchedule.h"
+#include "tests/app/support/Await.h"
+#include "tests/app/support/ManualAppClock.h"
+
+#include <gtest/gtest.h>
+
+using namespace tidemark;
+
+TEST(CaptureSchedule, IsDueOncePeriodHasPassed) {
+    constexpr Date last{1000};
+    for (const auto& [schedule, name] : json::rawValues<CaptureSchedule>) {
+        const auto period = seconds(schedule);
+        EXPECT_EQ(period.has_value(), schedule != CaptureSchedule::manual) << name;
+        EXPECT_EQ(isDue(schedule, {}, last), period.has_value()) << name;
+        EXPECT_EQ(nextCapture(schedule, {}), std::nullopt) << name;
+        EXPECT_EQ(isDue(schedule, last, last + 1e9), period.has_value()) << name;
+        if (!period)
+            continue;
+        EXPECT_TRUE(isDue(schedule, last, last + *period)) << name;
+        EXPECT_FALSE(isDue(schedule, last, last + (*period - 0.001))) << name;
+        EXPECT_EQ(nextCapture(schedule, last), last + *period) << name;
+    }
+    EXPECT_EQ(seconds(CaptureSchedule::everyTwelveHours), 12 * 3600);
+    EXPECT_EQ(label(CaptureSchedule::daily), "Every day (24 hours)");
+}
+
+namespace {
+
+struct SchedulerTest : testing::Test {
+    QCoro::Task<void> check() {
+        ++checks;
+        co_await clock.sleep(checkDuration, {}, AppClock::Slack::none);
+    }
+    void start() {
+        scheduler.start([this] { return check(); });
+    }
+
+    test::ManualAppClock clock;
+    NotificationCenter application;
+    NotificationCenter workspace;
+    double checkDuration = 0;
+    int checks = 0;
+    CaptureScheduler scheduler{application, workspace,
+                               CaptureScheduler::backgroundHeartbeat(clock)};
+};
+
+} // namespace
+
+TEST_F(SchedulerTest, ChecksEveryMinuteAndWhenSomebodyComesBack) {
+    start();
+    EXPECT_EQ(checks, 0);
+    clock.advance(59);
+    EXPECT_EQ(checks, 0);
+    clock.advance(1);
+    EXPECT_EQ(checks, 1);
+    clock.advance(600);
+    EXPECT_EQ(checks, 11);
+
+    application.post(notification::applicationDidBecomeActive);
+    workspace.post(notification::didWake);
+    workspace.post(notification::sessionDidBecomeActive);
+    EXPECT_EQ(checks, 14);
+    application.post(notification::didWake);
+    workspace.post(notification::willSleep);
+    EXPECT_EQ(checks, 14);
+}
+
+TEST_F(SchedulerTest, DropsWhatComesDuringACheck) {
+    checkDuration = 90;
+    start();
+    clock.advance(60);
+    EXPECT_EQ(checks, 1);
+    workspace.post(notification::didWake);
+    clock.advance(60);
+    workspace.post(notification::didWake);
+    EXPECT_EQ(checks, 1);
+    clock.advance(31);
+    EXPECT_EQ(checks, 1) << "what was dropped is not made up for";
+    workspace.post(notification::didWake);
+    EXPECT_EQ(checks, 2);
+    clock.advance(90);
+}
+
+TEST_F(SchedulerTest, StopsForGoodAndStartsOnce) {
+    start();
+    start();
+    clock.advance(60);
+    EXPECT_EQ(checks, 1);
+    scheduler.stop();
+    clock.advance(600);
+    workspace.post(notification::didWake);
+    EXPECT_EQ(checks, 1);
+
+    start();
+    workspace.post(notification::didWake);
+    EXPECT_EQ(checks, 2);
+    clock.advance(60);
+    EXPECT_EQ(checks, 3);
+}
+
+TEST_F(SchedulerTest, MayBeStoppedByItsOwnCheck) {
+    scheduler.start([this] {
+        scheduler.stop();
+        return check();
+    });
+    clock.advance(60);
+    clock.advance(600);
+    EXPECT_EQ(checks, 1);
+}

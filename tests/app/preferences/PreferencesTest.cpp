@@ -1,0 +1,167 @@
+#include "app/preferences/JsonPreferences.h"
+#include "app/preferences/PreferenceKeys.h"
+#include "tests/app/support/MemoryPreferences.h"
+#include "tests/support/ManualClock.h"
+#include "tests/support/OrdinaryUser.h"
+#include "tests/support/TemporaryFolder.h"
+
+#include <set>
+
+#include <gtest/gtest.h>
+
+using namespace tidemark;
+using test::TemporaryFolder;
+
+namespace {
+
+constexpr std::string_view damagedName = "settings.json.damaged-2023-03-08T20.26.40Z";
+constexpr std::string_view secondName = "settings.json.damaged-2023-03-08T20.26.40Z-2";
+
+} // namespace
+
+TEST(JsonPreferences, KeepsEveryTypeInAPrivateFile) {
+    const TemporaryFolder folder;
+    const auto file = folder / "config/tidemark/settings.json";
+    const std::map<std::string, Data> table{{"/home/a", {std::string("\0\xFF", 2)}}, {"/b", {}}};
+    {
+        JsonPreferences preferences(file);
+        EXPECT_EQ(preferences.boolean("flag"), std::nullopt);
+        EXPECT_TRUE(preferences.set("flag", false));
+        EXPECT_TRUE(preferences.set("number", std::int64_t{-5}));
+        EXPECT_TRUE(preferences.set("text", std::string("naïve")));
+        EXPECT_TRUE(preferences.set("texts", std::vector<std::string>{"a", "b"}));
+        EXPECT_TRUE(preferences.set("data", Data{"{}"}));
+        EXPECT_TRUE(preferences.set("table", table));
+        EXPECT_TRUE(preferences.set("gone", true));
+        EXPECT_TRUE(preferences.remove("gone"));
+    }
+    const JsonPreferences preferences(file);
+    EXPECT_EQ(preferences.boolean("flag"), false);
+    EXPECT_EQ(preferences.integer("number"), -5);
+    EXPECT_EQ(preferences.text("text"), "naïve");
+    EXPECT_EQ(preferences.texts("texts"), (std::vector<std::string>{"a", "b"}));
+    EXPECT_EQ(preferences.data("data"), Data{"{}"});
+    EXPECT_EQ(preferences.dataTable("table"), table);
+    EXPECT_EQ(preferences.boolean("gone"), std::nullopt);
+    EXPECT_EQ(test::modeOf(file), 0600U);
+    EXPECT_EQ(test::modeOf(file.parent_path()), 0700U);
+    EXPECT_EQ(test::namesIn(file.parent_path()), "settings.json");
+}
+
+TEST(JsonPreferences, TakesAValueOfAnotherTypeForAbsentAndKeepsWhatItDoesNotKnow) {
+    const TemporaryFolder folder;
+    const auto file = folder.write("settings.json", R"({
+        "one": 1, "real": 1.5, "text": "%", "mixed": ["a", 1], "huge": 18446744073709551615,
+        "null": null, "object": {"a": "YQ==", "b": 2}, "future": {"deep": [1.25, {"x": null}]}})");
+    JsonPreferences preferences(file);
+    EXPECT_EQ(preferences.boolean("one"), std::nullopt);
+    EXPECT_EQ(preferences.text("one"), std::nullopt);
+    EXPECT_EQ(preferences.integer("real"), std::nullopt);
+    EXPECT_EQ(preferences.integer("huge"), std::nullopt);
+    EXPECT_EQ(preferences.integer("text"), std::nullopt);
+    EXPECT_EQ(preferences.data("text"), std::nullopt);
+    EXPECT_EQ(preferences.texts("mixed"), std::nullopt);
+    EXPECT_EQ(preferences.texts("text"), std::nullopt);
+    EXPECT_EQ(preferences.dataTable("object"), std::nullopt);
+    EXPECT_EQ(preferences.boolean("null"), std::nullopt);
+
+    EXPECT_TRUE(preferences.set("one", true));
+    const std::string after = test::contents(file);
+    for (const char* kept : {"\"deep\"", "1.25", "18446744073709551615", "\"x\": null"})
+        EXPECT_NE(after.find(kept), std::string::npos) << kept;
+}
+
+TEST(JsonPreferences, SetsADamagedFileAsideAndGoesOnWithTheDefaults) {
+    std::vector<std::string> damages{"",     "{\"a\": tr",     "[]",       "{} {}",
+                                     "null", "{\"a\xFF\": 1}", "\"text\"", "{\"a\":"};
+    damages.back().append(100'000, '[').append(100'000, ']') += '}';
+    for (const auto& damage : damages) {
+        const TemporaryFolder folder;
+        const auto file = folder.write("settings.json", damage);
+        folder.write(damagedName, "earlier");
+        test::ManualClock clock;
+        JsonPreferences preferences(file, clock);
+
+        EXPECT_EQ(test::contents(folder / secondName), damage);
+        EXPECT_EQ(test::contents(folder / damagedName), "earlier");
+        ASSERT_TRUE(preferences.problem());
+        EXPECT_NE(preferences.problem()->find(damagedName), std::string::npos);
+        EXPECT_TRUE(preferences.set("a", true));
+        EXPECT_EQ(JsonPreferences(file).boolean("a"), true);
+        EXPECT_EQ(JsonPreferences(file).problem(), std::nullopt);
+    }
+}
+
+TEST(JsonPreferences, NeverWritesAFileThatItCouldNotRead) {
+    const TemporaryFolder folder;
+    const auto file = folder.write("settings.json", "{\"a\": 1}");
+    std::filesystem::permissions(file, std::filesystem::perms::none);
+    {
+        const test::OrdinaryUser user(folder.path());
+        JsonPreferences preferences(file);
+        EXPECT_TRUE(preferences.problem());
+        EXPECT_EQ(preferences.integer("a"), std::nullopt);
+        EXPECT_FALSE(preferences.set("b", true));
+        EXPECT_EQ(preferences.boolean("b"), true) << "it holds for this run";
+    }
+    EXPECT_EQ(test::contents(file), "{\"a\": 1}");
+    EXPECT_EQ(test::namesIn(folder.path()), "settings.json");
+}
+
+TEST(JsonPreferences, KeepsAChangeThatCouldNotBeStoredUntilTheNextOne) {
+    const TemporaryFolder folder;
+    const auto file = folder / "config/settings.json";
+    folder.write("config", "a file in the way");
+    JsonPreferences preferences(file);
+    EXPECT_FALSE(preferences.set("a", true));
+    EXPECT_TRUE(preferences.problem());
+
+    std::filesystem::remove(folder / "config");
+    EXPECT_TRUE(preferences.set("b", true));
+    EXPECT_EQ(preferences.problem(), std::nullopt);
+    EXPECT_EQ(JsonPreferences(file).boolean("a"), true);
+}
+
+TEST(JsonPreferences, WritesThroughALink) {
+    const TemporaryFolder folder;
+    const auto real = folder.write("dotfiles/settings.json", "{}");
+    std::filesystem::create_symlink(real, folder / "settings.json");
+    JsonPreferences(folder / "settings.json").set("a", true);
+    EXPECT_TRUE(std::filesystem::is_symlink(folder / "settings.json"));
+    EXPECT_EQ(JsonPreferences(real).boolean("a"), true);
+}
+
+TEST(PreferenceKeys, HoldStoredValuesToWhatIsAllowed) {
+    test::MemoryPreferences preferences;
+    struct Case {
+        std::optional<PreferenceValue> stored;
+        std::int64_t textSize;
+    };
+    const Case cases[] = {
+        {std::nullopt, 13}, {std::int64_t{40}, 26},  {std::int64_t{2}, 13}, {std::int64_t{20}, 20},
+        {true, 13},         {std::string("20"), 13}, {INT64_MIN, 13}};
+    for (const auto& [stored, textSize] : cases) {
+        if (stored)
+            preferences.set("listingTextSize", *stored);
+        EXPECT_EQ(read(preferences, preference::listingTextSize), textSize);
+    }
+    preferences.set("captureSchedule", std::string("fortnightly"));
+    EXPECT_EQ(read(preferences, preference::captureSchedule), "halfHourly");
+    preferences.set("captureSchedule", std::string("daily"));
+    EXPECT_EQ(read(preferences, preference::captureSchedule), "daily");
+}
+
+TEST(PreferenceKeys, AreListedOnceWithAnAllowedDefault) {
+    std::set<std::string_view> names;
+    for (const auto& any : preference::all)
+        std::visit(
+            [&](const auto& key) {
+                EXPECT_TRUE(names.insert(key.name).second) << key.name;
+                EXPECT_FALSE(key.meaning.empty()) << key.name;
+                const test::MemoryPreferences nothing;
+                if constexpr (requires { read(nothing, key) == key.fallback; }) {
+                    EXPECT_EQ(read(nothing, key), key.fallback) << key.name;
+                }
+            },
+            any);
+}
