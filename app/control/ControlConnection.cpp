@@ -2,7 +2,6 @@
 
 #include "app/base/Background.h"
 
-#include <QPointer>
 #include <algorithm>
 #include <utility>
 

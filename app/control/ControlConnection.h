@@ -7,6 +7,7 @@
 
 #include <QCoroTask>
 #include <QLocalSocket>
+#include <QPointer>
 #include <functional>
 #include <stop_token>
 #include <string>

@@ -170,8 +170,12 @@ void LogindMonitor::sessionChanged(const QString& interface, const QVariantMap& 
 void LogindMonitor::readSessionActive() {
     readProperty(session, sessionInterface, activeProperty,
                  [this, asked = session](const QVariant& value) {
-                     if (asked == session)
-                         setSessionActive(value.toBool());
+                     if (asked != session)
+                         return;
+                     // A session that has just ended: the next one is looked for when it comes.
+                     if (!value.isValid())
+                         return leaveSession();
+                     setSessionActive(value.toBool());
                  });
 }
 
@@ -201,8 +205,8 @@ void LogindMonitor::readProperty(const QString& path, const QString& interface, 
                                  const std::function<void(const QVariant&)>& use) {
     call(path, propertiesInterface, QStringLiteral("Get"), {interface, name},
          [use](const QDBusMessage& reply) {
-             if (reply.type() == QDBusMessage::ReplyMessage)
-                 use(reply.arguments().value(0).value<QDBusVariant>().variant());
+             const bool isThere = reply.type() == QDBusMessage::ReplyMessage;
+             use(isThere ? reply.arguments().value(0).value<QDBusVariant>().variant() : QVariant());
          });
 }
 

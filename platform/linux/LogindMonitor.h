@@ -33,6 +33,7 @@ public:
 
     /// A logind runs, and its signals come in.
     bool isFollowing() const { return !owner.isEmpty(); }
+    bool isFollowingSession() const { return !session.isEmpty(); }
     /// Whether the user's session is the one in front; absent until that could be read.
     std::optional<bool> sessionActive() const { return isSessionActive; }
 
@@ -61,6 +62,7 @@ private:
     /// gone or been replaced meanwhile.
     void call(const QString& path, const QString& interface, const QString& method,
               const QVariantList& arguments, const Use& use);
+    /// `use` gets an invalid value when the property can't be read.
     void readProperty(const QString& path, const QString& interface, const QString& name,
                       const std::function<void(const QVariant&)>& use);
 

@@ -147,10 +147,11 @@ TEST_F(LogindMonitorTest, FollowsTheDisplaySessionOfAServiceOfTheUserOnceThereIs
     setActive(true);
     expectPosted("sessionDidBecomeActive ");
 
-    // Another login of the same name, looked for anew.
+    // The next login, after the display was for a moment the session that is no more.
     logind.control(managerPath, QStringLiteral("RemoveObject"), {sessionPath});
     emitSignal(QStringLiteral("SessionRemoved"), QStringLiteral("so"),
                {QStringLiteral("c1"), session()});
+    test::until([&] { return !monitor->isFollowingSession(); });
     addSession(false);
     emitSignal(QStringLiteral("SessionNew"), QStringLiteral("so"),
                {QStringLiteral("c1"), session()});
