@@ -1,0 +1,122 @@
+#include "app/control/ControlConnection.h"
+
+#include "app/base/Background.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace tidemark {
+
+namespace {
+
+/// As much as is handed to the socket at a time: each is copied once on its way.
+constexpr std::size_t pieceSize = 256 * 1024;
+constexpr std::size_t mostIncoming = control::headerSize + control::mostRequestBytes;
+
+QCoro::Task<ControlAnswer> carriedOut(ControlHandler handler, std::string json,
+                                      std::stop_token stop) {
+    try {
+        auto request = control::decodedRequest(json);
+        co_return co_await handler(std::move(request), std::move(stop));
+    } catch (const std::exception& error) {
+        co_return ControlAnswer{1, "", error.what()};
+    }
+}
+
+} // namespace
+
+ControlConnection::ControlConnection(FileDescriptor client, ControlHandler handler, AppClock& time,
+                                     const TaskScope& tasks,
+                                     std::function<void(ControlConnection*)> ended)
+    : carryOut(std::move(handler)), clock(time), scope(tasks), didEnd(std::move(ended)) {
+    connect(&socket, &QLocalSocket::readyRead, this, [this] { receive(); });
+    connect(&socket, &QLocalSocket::bytesWritten, this, [this] { sendMore(); });
+    connect(&socket, &QLocalSocket::disconnected, this, [this] { end(); });
+    // One byte more than a request may have tells a client that sends more.
+    socket.setReadBufferSize(mostIncoming + 1);
+    startDeadline(requestSeconds);
+    if (socket.setSocketDescriptor(client.get()))
+        client.release();
+    else
+        QMetaObject::invokeMethod(this, [this] { end(); }, Qt::QueuedConnection);
+}
+
+ControlConnection::~ControlConnection() {
+    socket.disconnect(this);
+    deadline.request_stop();
+    departure.request_stop();
+}
+
+void ControlConnection::receive() {
+    if (isComplete)
+        return;
+    incoming += socket.readAll().toStdString();
+    if (incoming.size() < control::headerSize)
+        return;
+    const std::size_t size = control::announcedSize(incoming);
+    const std::size_t whole = control::headerSize + size;
+    if (size == 0 || size > control::mostRequestBytes || incoming.size() > whole)
+        return end();
+    if (incoming.size() < whole)
+        return;
+    isComplete = true;
+    deadline.request_stop();
+    scope.start(answer(this, std::exchange(incoming, {}).substr(control::headerSize)));
+}
+
+QCoro::Task<void> ControlConnection::answer(QPointer<ControlConnection> connection,
+                                            std::string json) {
+    const std::stop_token stop = connection->departure.get_token();
+    ControlAnswer result = co_await carriedOut(connection->carryOut, std::move(json), stop);
+    if (stop.stop_requested())
+        co_return;
+    // Tens of megabytes of events take longer to write down than the event loop may stand still.
+    auto encode = [answer = std::move(result)](const std::stop_token&) {
+        return control::answerFrame(answer);
+    };
+    std::string frame =
+        co_await runInBackground(std::move(encode), stop, WorkPriority::userInitiated);
+    if (connection && !stop.stop_requested())
+        connection->offer(std::move(frame));
+}
+
+void ControlConnection::offer(std::string frame) {
+    outgoing = std::move(frame);
+    startDeadline(answerSeconds);
+    sendMore();
+}
+
+void ControlConnection::sendMore() {
+    while (sent < outgoing.size() && socket.bytesToWrite() < static_cast<qint64>(pieceSize)) {
+        const std::size_t count = std::min(pieceSize, outgoing.size() - sent);
+        if (socket.write(outgoing.data() + sent, static_cast<qint64>(count)) < 0)
+            return end();
+        sent += count;
+    }
+    if (sent == outgoing.size() && socket.bytesToWrite() == 0)
+        end();
+}
+
+void ControlConnection::end() {
+    if (std::exchange(hasEnded, true))
+        return;
+    deadline.request_stop();
+    departure.request_stop();
+    socket.abort();
+    didEnd(this);
+}
+
+void ControlConnection::startDeadline(double seconds) {
+    deadline = std::stop_source();
+    scope.start(dropAfter(this, seconds, deadline.get_token()));
+}
+
+QCoro::Task<void> ControlConnection::dropAfter(QPointer<ControlConnection> connection,
+                                               double seconds, std::stop_token stop) {
+    // Not within the condition: GCC 12 miscompiles a wait beside an "&&".
+    const bool isLate = co_await connection->clock.sleep(seconds, std::move(stop));
+    if (isLate && connection)
+        connection->end();
+}
+
+} // namespace tidemark

@@ -1,0 +1,78 @@
+#include "app/control/ControlProtocol.h"
+
+#include "core/base/CanonicalPath.h"
+#include "core/base/Digest.h"
+#include "core/base/JsonDecoder.h"
+#include "core/base/JsonEncoder.h"
+#include "core/base/Text.h"
+
+#include <algorithm>
+
+namespace tidemark::control {
+
+namespace {
+
+/// All that may be asked of a request of an unknown version.
+struct VersionOnly {
+    std::int64_t version = 0;
+
+    static constexpr auto fields() { return std::tuple{Field{"version", &VersionOnly::version}}; }
+};
+
+template <class Record>
+std::string framed(const Record& record) {
+    std::string frame(headerSize, '\0');
+    json::write(record, [&](std::string_view piece) { frame += piece; });
+    const std::size_t size = frame.size() - headerSize;
+    for (std::size_t index = 0; index < headerSize; ++index)
+        frame[index] = static_cast<char>((size >> (8 * (headerSize - 1 - index))) & 0xFFU);
+    return frame;
+}
+
+} // namespace
+
+std::size_t announcedSize(std::string_view frame) {
+    std::size_t size = 0;
+    for (const char byte : frame.substr(0, headerSize))
+        size = size << 8U | static_cast<unsigned char>(byte);
+    return size;
+}
+
+std::string requestFrame(const ControlRequest& request) {
+    // The codec would replace such bytes, and the command would meet another file.
+    if (!std::ranges::all_of(request.arguments, isValidUtf8) || !isValidUtf8(request.directory))
+        throw Error("Names that are not UTF-8 can't be handed to the running recorder.");
+    std::string frame = framed(request);
+    if (request.arguments.size() > mostArguments || frame.size() > headerSize + mostRequestBytes)
+        throw Error("The command is too long to be handed to the running recorder.");
+    return frame;
+}
+
+std::string answerFrame(const ControlAnswer& answer) {
+    std::string frame = framed(answer);
+    if (frame.size() <= headerSize + mostAnswerBytes)
+        return frame;
+    return framed(ControlAnswer{1, "", "The answer is too large to be handed over."});
+}
+
+ControlRequest decodedRequest(std::string_view json) {
+    if (json::decode<VersionOnly>(json).version != ControlRequest::currentVersion)
+        throw Error("The running recorder is of another version of Tidemark.");
+    auto request = json::decode<ControlRequest>(json);
+    if (request.arguments.size() > mostArguments)
+        throw Error("The command has too many arguments.");
+    return request;
+}
+
+ControlAnswer decodedAnswer(std::string_view json) {
+    return json::decode<ControlAnswer>(json);
+}
+
+std::filesystem::path socketPath(const std::filesystem::path& dataFolder,
+                                 const std::filesystem::path& runtimeFolder) {
+    // The path of a socket is short (108 bytes, 104 on a Mac); that of a data folder may not be.
+    const std::string name = Sha256::hex(canonicalPath(dataFolder).native()).substr(0, 16);
+    return runtimeFolder / "Tidemark" / (name + ".socket");
+}
+
+} // namespace tidemark::control

@@ -1,0 +1,35 @@
+#include "app/control/ControlServer.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace tidemark {
+
+ControlServer::ControlServer(ControlHandler handler, AppClock& time)
+    : carryOut(std::move(handler)), clock(time) {}
+
+ControlServer::~ControlServer() {
+    listener.reset();
+    // At once: each stops what runs on its behalf, and the scope then waits for that.
+    for (auto& connection : std::exchange(connections, {}))
+        delete connection.release();
+}
+
+void ControlServer::listen(const std::filesystem::path& socket, const FolderLock& held) {
+    listener = std::make_unique<LocalListener>(
+        socket, held, [this](FileDescriptor client) { welcome(std::move(client)); });
+}
+
+void ControlServer::welcome(FileDescriptor client) {
+    connections.emplace_back(
+        new ControlConnection(std::move(client), carryOut, clock, scope,
+                              [this](ControlConnection* ended) { forget(ended); }));
+    listener->setAccepting(connections.size() < mostConnections);
+}
+
+void ControlServer::forget(ControlConnection* connection) {
+    std::erase_if(connections, [&](const auto& held) { return held.get() == connection; });
+    listener->setAccepting(connections.size() < mostConnections);
+}
+
+} // namespace tidemark

@@ -1,0 +1,47 @@
+#pragma once
+
+#include "app/base/AppClock.h"
+#include "app/base/TaskScope.h"
+#include "app/control/ControlConnection.h"
+#include "app/control/LocalListener.h"
+
+#include <filesystem>
+#include <memory>
+#include <vector>
+
+namespace tidemark {
+
+/// The recorder's end of the control socket: carries out what other processes of the same user
+/// ask for. Main thread only.
+class ControlServer {
+public:
+    /// Clients that are served at once. More of them wait in the system's queue.
+    static constexpr std::size_t mostConnections = 16;
+
+    explicit ControlServer(ControlHandler handler, AppClock& time = AppClock::system());
+    /// Drops all clients, and waits for what is being carried out for them to end.
+    ~ControlServer();
+    ControlServer(const ControlServer&) = delete;
+    ControlServer& operator=(const ControlServer&) = delete;
+
+    /// Starts to listen as `LocalListener` does, at `control::socketPath` of the locked folder.
+    void listen(const std::filesystem::path& socket, const FolderLock& held);
+
+    std::size_t connectionCount() const { return connections.size(); }
+
+private:
+    void welcome(FileDescriptor client);
+    void forget(ControlConnection* connection);
+
+    struct DeleteLater {
+        void operator()(QObject* object) const { object->deleteLater(); }
+    };
+
+    ControlHandler carryOut;
+    AppClock& clock;
+    std::unique_ptr<LocalListener> listener;
+    std::vector<std::unique_ptr<ControlConnection, DeleteLater>> connections;
+    TaskScope scope;
+};
+
+} // namespace tidemark

@@ -1,0 +1,87 @@
+#include "core/base/FolderLock.h"
+
+#include "core/base/Files.h"
+#include "core/base/Text.h"
+
+#include <array>
+#include <cerrno>
+#include <charconv>
+#include <cstring>
+#include <string_view>
+
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+
+namespace tidemark {
+
+namespace {
+
+FileError failure(const std::filesystem::path& folder, int code) {
+    return {textFromBytes(folder.native())
+                + " could not be locked: " + std::string(std::strerror(code)) + ".",
+            code};
+}
+
+bool isFileAt(const FileDescriptor& file, const std::filesystem::path& path) {
+    struct stat opened{};
+    struct stat named{};
+    return ::fstat(file.get(), &opened) == 0 && ::lstat(path.c_str(), &named) == 0
+           && opened.st_dev == named.st_dev && opened.st_ino == named.st_ino;
+}
+
+FileDescriptor openLockFile(const std::filesystem::path& path) {
+    // O_NONBLOCK: a FIFO put there must not hold the program up.
+    FileDescriptor file(
+        ::open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK, 0600));
+    struct stat status{};
+    if (!file || ::fstat(file.get(), &status) != 0)
+        throw failure(path.parent_path(), errno);
+    if (!S_ISREG(status.st_mode))
+        throw failure(path.parent_path(), EINVAL);
+    return file;
+}
+
+std::optional<pid_t> processIn(const FileDescriptor& file) {
+    std::array<char, 16> text{};
+    const ssize_t count = ::pread(file.get(), text.data(), text.size(), 0);
+    pid_t process = 0;
+    if (count <= 0 || std::from_chars(text.data(), text.data() + count, process).ec != std::errc())
+        return std::nullopt;
+    return process;
+}
+
+void noteProcess(const FileDescriptor& file) {
+    const std::string text = std::to_string(::getpid()) + "\n";
+    // A full disk costs the number in the message, not the lock.
+    if (::ftruncate(file.get(), 0) == 0)
+        static_cast<void>(::pwrite(file.get(), text.data(), text.size(), 0) < 0);
+}
+
+} // namespace
+
+std::string FolderHolder::sentence() const {
+    return "Tidemark is already recording into " + textFromBytes(folder.native())
+           + (process ? " (process " + std::to_string(*process) + ")." : ".");
+}
+
+std::expected<FolderLock, FolderHolder> FolderLock::take(const std::filesystem::path& folder) {
+    const auto path = folder / "recorder.lock";
+    while (true) {
+        FileDescriptor file = openLockFile(path);
+        if (::flock(file.get(), LOCK_EX | LOCK_NB) != 0) {
+            if (errno == EINTR)
+                continue;
+            if (errno == EWOULDBLOCK)
+                return std::unexpected(FolderHolder{folder, processIn(file)});
+            throw failure(folder, errno);
+        }
+        // A file that was removed after it was opened locks nothing that others can see.
+        if (!isFileAt(file, path))
+            continue;
+        noteProcess(file);
+        return FolderLock(std::move(file));
+    }
+}
+
+} // namespace tidemark

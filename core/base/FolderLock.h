@@ -1,0 +1,42 @@
+#pragma once
+
+#include "core/base/FileDescriptor.h"
+
+#include <expected>
+#include <filesystem>
+#include <optional>
+#include <string>
+
+#include <sys/types.h>
+
+namespace tidemark {
+
+/// Who has a folder that could not be taken.
+struct FolderHolder {
+    std::filesystem::path folder;
+    /// Absent in the moment between taking the folder and writing the number down.
+    std::optional<pid_t> process;
+
+    /// "Tidemark is already recording into /home/me/data (process 123)."
+    std::string sentence() const;
+};
+
+/// A folder that belongs to this object alone, in all processes, as long as it lives. The system
+/// holds the lock (flock(2)) on the file "recorder.lock" in the folder, so it goes with the
+/// process however that ends; the file itself stays, and what is written in it means nothing.
+class FolderLock {
+public:
+    /// Takes a folder that exists. Never waits. Throws `FileError` when the file can't be made or
+    /// locked, such as in a folder without the right to write.
+    static std::expected<FolderLock, FolderHolder> take(const std::filesystem::path& folder);
+
+    FolderLock(FolderLock&&) = default;
+    FolderLock& operator=(FolderLock&&) = default;
+
+private:
+    explicit FolderLock(FileDescriptor locked) : file(std::move(locked)) {}
+
+    FileDescriptor file;
+};
+
+} // namespace tidemark

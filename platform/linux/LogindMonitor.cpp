@@ -1,0 +1,213 @@
+#include "platform/linux/LogindMonitor.h"
+
+#include <QDBusArgument>
+#include <QDBusObjectPath>
+#include <QDBusPendingCall>
+#include <QDBusPendingCallWatcher>
+#include <utility>
+
+#include <unistd.h>
+
+namespace tidemark {
+
+namespace {
+
+const QString service = QStringLiteral("org.freedesktop.login1");
+const QString managerPath = QStringLiteral("/org/freedesktop/login1");
+const QString managerInterface = QStringLiteral("org.freedesktop.login1.Manager");
+const QString sessionInterface = QStringLiteral("org.freedesktop.login1.Session");
+const QString userInterface = QStringLiteral("org.freedesktop.login1.User");
+const QString propertiesInterface = QStringLiteral("org.freedesktop.DBus.Properties");
+const QString activeProperty = QStringLiteral("Active");
+
+QString pathIn(const QDBusMessage& reply) {
+    return reply.arguments().value(0).value<QDBusObjectPath>().path();
+}
+
+/// The path in a pair of an identifier and a path, empty when there is no such object.
+QString pathInPair(const QVariant& value) {
+    const auto argument = value.value<QDBusArgument>();
+    if (argument.currentSignature() != QLatin1String("(so)"))
+        return {};
+    QString id;
+    QDBusObjectPath path;
+    argument.beginStructure();
+    argument >> id >> path;
+    argument.endStructure();
+    return id.isEmpty() ? QString() : path.path();
+}
+
+} // namespace
+
+LogindMonitor::LogindMonitor(QDBusConnection systemBus, NotificationCenter& notifications)
+    : bus(std::move(systemBus)), center(notifications),
+      watcher(service, bus, QDBusServiceWatcher::WatchForOwnerChange) {
+    if (!bus.isConnected())
+        return;
+    connect(&watcher, &QDBusServiceWatcher::serviceOwnerChanged, this,
+            [this](const QString&, const QString&, const QString& newOwner) { follow(newOwner); });
+    auto question = QDBusMessage::createMethodCall(
+        QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/org/freedesktop/DBus"),
+        QStringLiteral("org.freedesktop.DBus"), QStringLiteral("GetNameOwner"));
+    question << service;
+    auto* reply = new QDBusPendingCallWatcher(bus.asyncCall(question), this);
+    connect(reply, &QDBusPendingCallWatcher::finished, this, [this, reply] {
+        reply->deleteLater();
+        // An error means that nobody has the name; a change that came first is newer.
+        if (!reply->isError() && owner.isEmpty())
+            follow(reply->reply().arguments().value(0).toString());
+    });
+}
+
+LogindMonitor::~LogindMonitor() {
+    if (!owner.isEmpty())
+        setSubscribed(false);
+    leaveSession();
+}
+
+void LogindMonitor::follow(const QString& newOwner) {
+    if (newOwner == owner)
+        return;
+    if (!owner.isEmpty())
+        setSubscribed(false);
+    leaveSession();
+    owner = newOwner;
+    if (owner.isEmpty()) {
+        // Nobody is left who would tell of the wake.
+        setPreparingForSleep(false);
+        return;
+    }
+    setSubscribed(true);
+    readProperty(managerPath, managerInterface, QStringLiteral("PreparingForSleep"),
+                 [this](const QVariant& value) { setPreparingForSleep(value.toBool()); });
+    findSession();
+}
+
+void LogindMonitor::setSubscribed(bool subscribed) {
+    const auto toggle = [&](const char* signal, const char* slot) {
+        const QString name = QLatin1String(signal);
+        if (subscribed)
+            bus.connect(owner, managerPath, managerInterface, name, this, slot);
+        else
+            bus.disconnect(owner, managerPath, managerInterface, name, this, slot);
+    };
+    toggle("PrepareForSleep", SLOT(setPreparingForSleep(bool)));
+    toggle("PrepareForShutdown", SLOT(prepareForShutdown(bool)));
+    toggle("SessionNew", SLOT(sessionCame()));
+    toggle("SessionRemoved", SLOT(sessionWent(QString, QDBusObjectPath)));
+}
+
+void LogindMonitor::setPreparingForSleep(bool preparing) {
+    if (std::exchange(isPreparingForSleep, preparing) != preparing)
+        center.post(preparing ? notification::willSleep : notification::didWake);
+}
+
+void LogindMonitor::prepareForShutdown(bool preparing) {
+    if (preparing)
+        center.post(notification::willPowerOff);
+}
+
+void LogindMonitor::sessionCame() {
+    if (session.isEmpty())
+        findSession();
+}
+
+void LogindMonitor::sessionWent(const QString&, const QDBusObjectPath& path) {
+    if (path.path() != session)
+        return;
+    leaveSession();
+    findSession();
+}
+
+void LogindMonitor::findSession() {
+    call(managerPath, managerInterface, QStringLiteral("GetSessionByPID"),
+         {QVariant::fromValue(static_cast<quint32>(::getpid()))}, [this](const auto& reply) {
+             if (reply.type() == QDBusMessage::ReplyMessage)
+                 followSession(pathIn(reply));
+             else
+                 findDisplaySession();
+         });
+}
+
+void LogindMonitor::findDisplaySession() {
+    call(managerPath, managerInterface, QStringLiteral("GetUser"),
+         {QVariant::fromValue(static_cast<quint32>(::getuid()))}, [this](const auto& reply) {
+             if (reply.type() != QDBusMessage::ReplyMessage)
+                 return;
+             readProperty(pathIn(reply), userInterface, QStringLiteral("Display"),
+                          [this](const QVariant& value) { followSession(pathInPair(value)); });
+         });
+}
+
+void LogindMonitor::followSession(const QString& path) {
+    // Two searches may have run at once.
+    if (path.isEmpty() || !session.isEmpty())
+        return;
+    session = path;
+    bus.connect(owner, session, propertiesInterface, QStringLiteral("PropertiesChanged"), this,
+                SLOT(sessionChanged(QString, QVariantMap, QStringList)));
+    readSessionActive();
+}
+
+void LogindMonitor::leaveSession() {
+    if (session.isEmpty())
+        return;
+    bus.disconnect(owner, session, propertiesInterface, QStringLiteral("PropertiesChanged"), this,
+                   SLOT(sessionChanged(QString, QVariantMap, QStringList)));
+    session.clear();
+}
+
+void LogindMonitor::sessionChanged(const QString& interface, const QVariantMap& changed,
+                                   const QStringList& invalidated) {
+    if (interface != sessionInterface)
+        return;
+    if (const auto active = changed.constFind(activeProperty); active != changed.constEnd())
+        setSessionActive(active->toBool());
+    else if (invalidated.contains(activeProperty))
+        readSessionActive();
+}
+
+void LogindMonitor::readSessionActive() {
+    readProperty(session, sessionInterface, activeProperty,
+                 [this, asked = session](const QVariant& value) {
+                     if (asked != session)
+                         return;
+                     // A session that has just ended: the next one is looked for when it comes.
+                     if (!value.isValid())
+                         return leaveSession();
+                     setSessionActive(value.toBool());
+                 });
+}
+
+void LogindMonitor::setSessionActive(bool active) {
+    // What was known before a logind went, or of an earlier session, still holds: only a change
+    // is news, and the first reading is none.
+    const auto before = std::exchange(isSessionActive, active);
+    if (before && *before != active)
+        center.post(active ? notification::sessionDidBecomeActive
+                           : notification::sessionDidResignActive);
+}
+
+void LogindMonitor::call(const QString& path, const QString& interface, const QString& method,
+                         const QVariantList& arguments, const Use& use) {
+    // To the unique name: asking must not make the bus start a service.
+    auto question = QDBusMessage::createMethodCall(owner, path, interface, method);
+    question.setArguments(arguments);
+    auto* reply = new QDBusPendingCallWatcher(bus.asyncCall(question), this);
+    connect(reply, &QDBusPendingCallWatcher::finished, this, [this, reply, use, asked = owner] {
+        reply->deleteLater();
+        if (asked == owner)
+            use(reply->reply());
+    });
+}
+
+void LogindMonitor::readProperty(const QString& path, const QString& interface, const QString& name,
+                                 const std::function<void(const QVariant&)>& use) {
+    call(path, propertiesInterface, QStringLiteral("Get"), {interface, name},
+         [use](const QDBusMessage& reply) {
+             const bool isThere = reply.type() == QDBusMessage::ReplyMessage;
+             use(isThere ? reply.arguments().value(0).value<QDBusVariant>().variant() : QVariant());
+         });
+}
+
+} // namespace tidemark

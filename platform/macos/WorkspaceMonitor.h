@@ -1,0 +1,25 @@
+#pragma once
+
+#include "app/base/NotificationCenter.h"
+
+#include <memory>
+
+namespace tidemark {
+
+/// Sleep, wake, power-off and the return to the user's session, as the notification center of
+/// NSWorkspace tells of them. Posts `willSleep`, `didWake`, `screensDidSleep`, `screensDidWake`,
+/// `willPowerOff`, `sessionDidBecomeActive` and `sessionDidResignActive`. Main thread only.
+class WorkspaceMonitor {
+public:
+    /// The center must outlive the monitor.
+    explicit WorkspaceMonitor(NotificationCenter& notifications);
+    ~WorkspaceMonitor();
+    WorkspaceMonitor(const WorkspaceMonitor&) = delete;
+    WorkspaceMonitor& operator=(const WorkspaceMonitor&) = delete;
+
+private:
+    struct Observers;
+    std::unique_ptr<Observers> observers;
+};
+
+} // namespace tidemark

@@ -1,0 +1,302 @@
+#include "app/control/ControlServer.h"
+
+#include "app/base/Background.h"
+#include "app/control/ControlClient.h"
+#include "core/base/Error.h"
+#include "tests/app/support/Await.h"
+#include "tests/app/support/ManualAppClock.h"
+#include "tests/support/TemporaryFolder.h"
+
+#include <chrono>
+
+#include <gtest/gtest.h>
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <sys/wait.h>
+
+using namespace tidemark;
+using test::TemporaryFolder;
+
+namespace {
+
+constexpr std::size_t megabyte = 1'000'000;
+
+FileDescriptor connectRaw(const std::filesystem::path& path) {
+    sockaddr_un address{};
+    address.sun_family = AF_UNIX;
+    path.native().copy(address.sun_path, sizeof address.sun_path - 1);
+    FileDescriptor socket(::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0));
+    if (::connect(socket.get(), reinterpret_cast<const sockaddr*>(&address), sizeof address) != 0)
+        socket.reset();
+    return socket;
+}
+
+/// How many bytes went through before the other end was gone.
+std::size_t sendRaw(const FileDescriptor& socket, std::string_view bytes) {
+    std::size_t sent = 0;
+    while (sent < bytes.size()) {
+        const ssize_t count =
+            ::send(socket.get(), bytes.data() + sent, bytes.size() - sent, MSG_NOSIGNAL);
+        if (count <= 0)
+            break;
+        sent += static_cast<std::size_t>(count);
+    }
+    return sent;
+}
+
+/// Everything up to the end; waits for it.
+std::string readToEnd(const FileDescriptor& socket) {
+    std::string all;
+    std::string block(megabyte, '\0');
+    for (ssize_t count = 0; (count = ::recv(socket.get(), block.data(), block.size(), 0)) > 0;)
+        all.append(block, 0, static_cast<std::size_t>(count));
+    return all;
+}
+
+bool isReadable(const FileDescriptor& socket) {
+    char byte = 0;
+    return ::recv(socket.get(), &byte, 1, MSG_PEEK | MSG_DONTWAIT) > 0;
+}
+
+std::string framed(std::string_view json) {
+    return std::string("\0\0", 2) + static_cast<char>(json.size() >> 8U)
+           + static_cast<char>(json.size() & 0xFFU) + std::string(json);
+}
+
+ControlRequest request(std::vector<std::string> arguments) {
+    return {ControlRequest::currentVersion, std::move(arguments), true, "/where"};
+}
+
+struct ControlServerTest : testing::Test {
+    TemporaryFolder folder;
+    std::filesystem::path socket = control::socketPath(folder.path(), folder.path());
+    test::ManualAppClock clock;
+    FolderLock lock = FolderLock::take(folder.path()).value();
+    /// What the requests "wait" wait for.
+    bool mayAnswer = false;
+    bool wasStopped = false;
+    std::vector<ControlRequest> requests;
+    std::unique_ptr<ControlServer> server = std::make_unique<ControlServer>(
+        [this](ControlRequest asked, std::stop_token stop) { return handle(asked, stop); }, clock);
+
+    void SetUp() override { server->listen(socket, lock); }
+
+    QCoro::Task<ControlAnswer> handle(ControlRequest asked, std::stop_token stop) {
+        requests.push_back(asked);
+        const std::string word = asked.arguments.empty() ? "" : asked.arguments.front();
+        if (word == "fail")
+            throw Error("It did not work.");
+        if (word == "wait")
+            wasStopped = !co_await clock.sleep(1000, stop, AppClock::Slack::none);
+        if (word == "large")
+            co_return ControlAnswer{0, std::string(50 * megabyte, '"'), ""};
+        co_return ControlAnswer{3, "did " + word, "é\n"};
+    }
+
+    std::optional<ControlAnswer> ask(std::vector<std::string> arguments) {
+        const auto asking = [&](const std::stop_token&) {
+            return ControlClient::ask(socket, request(std::move(arguments)));
+        };
+        return test::await(runInBackground(asking));
+    }
+    std::string answerTo(const std::string& bytes) {
+        const auto talking = [&](const std::stop_token&) {
+            const auto client = connectRaw(socket);
+            sendRaw(client, bytes);
+            return readToEnd(client);
+        };
+        return test::await(runInBackground(talking));
+    }
+    void untilServed(std::size_t connections) {
+        test::until([&] { return server->connectionCount() == connections; });
+    }
+};
+
+} // namespace
+
+TEST_F(ControlServerTest, CarriesOutWhatAClientOfTheSameUserAsksFor) {
+    EXPECT_EQ(ask({"events", "naïve\n"}), (ControlAnswer{3, "did events", "é\n"}));
+    EXPECT_EQ(requests, std::vector{request({"events", "naïve\n"})});
+    EXPECT_EQ(ask({"fail"}), (ControlAnswer{1, "", "It did not work."}));
+    EXPECT_EQ(ask({"large"})->output, std::string(50 * megabyte, '"'));
+    EXPECT_EQ(test::modeOf(socket), 0600U);
+    EXPECT_EQ(test::modeOf(socket.parent_path()), 0700U);
+
+    server.reset();
+    EXPECT_FALSE(ask({"events"}));
+    EXPECT_FALSE(std::filesystem::exists(socket));
+}
+
+TEST_F(ControlServerTest, TheClientRefusesWhatItCannotHandOver) {
+    EXPECT_THROW(ask(std::vector<std::string>(65, "a")), Error);
+    EXPECT_THROW(ask({std::string(64 * 1024, 'a')}), Error);
+    EXPECT_THROW(ask({"not \xFF text"}), Error);
+    EXPECT_EQ(ask(std::vector<std::string>(64, "a"))->status, 3);
+    EXPECT_EQ(ask({std::string(63 * 1024, 'a')})->status, 3);
+}
+
+TEST_F(ControlServerTest, DropsOrRefusesWhatIsNoRequest) {
+    const std::string good = R"({"version":1,"arguments":["a"],"colour":false,"directory":"/"})";
+    std::string many = R"({"version":1,"colour":false,"directory":"/","arguments":["")";
+    for (int index = 0; index < 64; ++index)
+        many += R"(,"")";
+    many += "]}";
+    const struct {
+        std::string bytes;
+        std::string_view answer;
+    } cases[] = {
+        {"GET / HTTP/1.1\r\n\r\n", ""},
+        {std::string(4, '\0'), ""},
+        {std::string("\0\1\0\1", 4) + "{", ""},
+        {std::string(4, '\xFF'), ""},
+        {framed(good) + "more", ""},
+        {framed("{}"), "required"},
+        {framed("nonsense"), "\"status\":1"},
+        {framed(std::string(60'000, '[')), "\"status\":1"},
+        {framed(R"({"version":2})"), "The running recorder is of another version of Tidemark."},
+        {framed(many), "The command has too many arguments."},
+    };
+    for (const auto& [bytes, expected] : cases) {
+        const std::string answer = answerTo(bytes);
+        EXPECT_EQ(answer.empty(), expected.empty()) << bytes.substr(0, 40) << answer;
+        EXPECT_NE(answer.find(expected), std::string::npos) << answer;
+    }
+    EXPECT_TRUE(requests.empty());
+    EXPECT_NE(answerTo(framed(good)).find("did a"), std::string::npos);
+}
+
+TEST_F(ControlServerTest, TakesNoMoreThanARequestOfAClientThatSendsAHundredMegabytes) {
+    for (const std::string& start : {std::string("\x06\0\0\0", 4), framed("{}"), framed("")}) {
+        const auto flooding = [&](const std::stop_token&) {
+            const auto client = connectRaw(socket);
+            return sendRaw(client, start + std::string(100 * megabyte, 'x'));
+        };
+        EXPECT_LT(test::await(runInBackground(flooding)), megabyte);
+    }
+    untilServed(0);
+}
+
+TEST_F(ControlServerTest, DropsAClientThatSendsHalfARequestAfterFiveSeconds) {
+    const std::string whole =
+        framed(R"({"version":1,"arguments":[],"colour":false,"directory":"/"})");
+    const auto silent = connectRaw(socket);
+    const auto half = connectRaw(socket);
+    untilServed(2);
+    sendRaw(half, std::string_view(whole).substr(0, 20));
+    test::settle();
+    clock.advance(4.9);
+    sendRaw(half, std::string_view(whole).substr(20, 10));
+    test::settle();
+    EXPECT_EQ(server->connectionCount(), 2U);
+    clock.advance(0.1);
+    EXPECT_EQ(server->connectionCount(), 0U);
+    EXPECT_EQ(readToEnd(half), "");
+    EXPECT_EQ(readToEnd(silent), "");
+    EXPECT_TRUE(requests.empty());
+}
+
+TEST_F(ControlServerTest, DropsAClientThatNeverReadsItsAnswerAndServesOthersMeanwhile) {
+    const auto lazy = connectRaw(socket);
+    sendRaw(lazy, control::requestFrame(request({"large"})));
+    test::until([&] { return isReadable(lazy); });
+    clock.advance(29);
+    EXPECT_EQ(ask({"quick"})->output, "did quick");
+    EXPECT_EQ(server->connectionCount(), 1U);
+    clock.advance(1);
+    EXPECT_EQ(server->connectionCount(), 0U);
+    EXPECT_LT(readToEnd(lazy).size(), 2 * megabyte);
+}
+
+TEST_F(ControlServerTest, StopsTheWorkOfAClientThatIsGone) {
+    {
+        const auto client = connectRaw(socket);
+        sendRaw(client, control::requestFrame(request({"wait"})));
+        test::until([&] { return !requests.empty(); });
+        clock.advance(60);
+        EXPECT_EQ(server->connectionCount(), 1U) << "the time for the request is over";
+    }
+    test::until([&] { return wasStopped; });
+    EXPECT_EQ(server->connectionCount(), 0U);
+
+    // And when the recorder ends.
+    wasStopped = false;
+    const auto client = connectRaw(socket);
+    sendRaw(client, control::requestFrame(request({"wait"})));
+    test::until([&] { return requests.size() == 2; });
+    server.reset();
+    EXPECT_TRUE(wasStopped);
+    EXPECT_EQ(readToEnd(client), "");
+}
+
+TEST_F(ControlServerTest, ServesSixteenAtOnceAndTheOthersInTurn) {
+    std::vector<FileDescriptor> silent;
+    for (int count = 0; count < 40; ++count)
+        silent.push_back(connectRaw(socket));
+    untilServed(16);
+    test::settle();
+    EXPECT_EQ(server->connectionCount(), 16U);
+    const auto last = connectRaw(socket);
+    sendRaw(last, control::requestFrame(request({"patient"})));
+    for (int round = 0; round < 3; ++round) {
+        clock.advance(5);
+        test::settle();
+    }
+    test::until([&] { return isReadable(last); });
+    EXPECT_EQ(requests.size(), 1U);
+}
+
+TEST_F(ControlServerTest, DropsAnotherUser) {
+    if (::geteuid() != 0)
+        GTEST_SKIP() << "only root can become another user";
+    for (const auto& path : {folder.path(), socket.parent_path(), socket})
+        std::filesystem::permissions(path, std::filesystem::perms(0777));
+    const std::string bytes = control::requestFrame(request({"intrude"}));
+    const auto intruding = [&](const std::stop_token&) {
+        const pid_t child = ::fork();
+        if (child == 0) {
+            if (::setuid(65534) != 0)
+                ::_exit(2);
+            const auto client = connectRaw(socket);
+            sendRaw(client, bytes);
+            char byte = 0;
+            ::_exit(client && ::recv(client.get(), &byte, 1, 0) <= 0 ? 0 : 1);
+        }
+        int status = -1;
+        ::waitpid(child, &status, 0);
+        return status;
+    };
+    EXPECT_EQ(test::await(runInBackground(intruding)), 0);
+    EXPECT_TRUE(requests.empty());
+    EXPECT_EQ(ask({"own"})->output, "did own");
+}
+
+TEST_F(ControlServerTest, TakesThePlaceOfADeadRecorderOnly) {
+    server.reset();
+    const auto kept = [&] {
+        const TemporaryFolder other;
+        auto otherLock = FolderLock::take(other.path()).value();
+        LocalListener listener(socket, otherLock, [](FileDescriptor) {});
+        std::filesystem::rename(socket, folder / "kept");
+    };
+    kept();
+    std::filesystem::rename(folder / "kept", socket);
+    EXPECT_FALSE(ask({"events"})) << "nobody listens at the socket of a dead recorder";
+
+    server = std::make_unique<ControlServer>(
+        [this](ControlRequest asked, std::stop_token stop) { return handle(asked, stop); }, clock);
+    server->listen(socket, lock);
+    EXPECT_TRUE(ask({"events"}));
+    EXPECT_FALSE(FolderLock::take(folder.path()))
+        << "a second recorder gets no lock to listen with";
+
+    const auto refuses = [&](const std::filesystem::path& path) {
+        EXPECT_THROW(LocalListener(path, lock, [](FileDescriptor) {}), Error) << path;
+    };
+    folder.write("Tidemark/file", "");
+    refuses(folder / "Tidemark/file");
+    refuses(folder / ("Tidemark/" + std::string(108, 'x')));
+    std::filesystem::permissions(folder.makeFolder("open"), std::filesystem::perms(0755));
+    refuses(folder / "open/socket");
+    std::filesystem::create_directory_symlink(folder / "Tidemark", folder / "link");
+    refuses(folder / "link/socket");
+}

@@ -1,0 +1,93 @@
+#include "core/system/UserFolders.h"
+
+#include "core/base/Error.h"
+#include "tests/support/OrdinaryUser.h"
+#include "tests/support/TemporaryFolder.h"
+
+#include <map>
+
+#include <gtest/gtest.h>
+
+using namespace tidemark;
+using test::TemporaryFolder;
+
+namespace {
+
+UserFolders::Environment variables(std::map<std::string, std::string> values) {
+    return [values = std::move(values)](const char* name) {
+        const auto found = values.find(name);
+        return found == values.end() ? std::nullopt : std::optional(found->second);
+    };
+}
+
+void setMode(const std::filesystem::path& folder, unsigned mode) {
+    std::filesystem::permissions(folder, std::filesystem::perms(mode));
+}
+
+} // namespace
+
+#ifndef __APPLE__
+TEST(UserFolders, FollowTheVariablesThatAreAbsolutePaths) {
+    const struct {
+        std::map<std::string, std::string> given;
+        std::string data;
+        std::string configuration;
+    } cases[] = {
+        {{{"HOME", "/h"}}, "/h/.local/share", "/h/.config"},
+        {{{"HOME", "/h"}, {"XDG_DATA_HOME", "/d"}, {"XDG_CONFIG_HOME", "/c"}}, "/d", "/c"},
+        {{{"HOME", "/h"}, {"XDG_DATA_HOME", "d"}, {"XDG_CONFIG_HOME", ""}},
+         "/h/.local/share",
+         "/h/.config"},
+    };
+    for (const auto& [given, data, configuration] : cases) {
+        EXPECT_EQ(UserFolders::data(variables(given)), data);
+        EXPECT_EQ(UserFolders::configuration(variables(given)), configuration);
+    }
+    EXPECT_TRUE(UserFolders::data(variables({{"HOME", "relative"}})).is_absolute());
+}
+#endif
+
+TEST(UserFolders, TheRuntimeFolderIsTheFirstThatIsPrivate) {
+    const TemporaryFolder folder;
+    const std::string user = std::to_string(::geteuid());
+    const auto given = folder.makeFolder("given");
+    const auto session = folder.makeFolder("sessions/" + user);
+    const auto environment =
+        variables({{"XDG_RUNTIME_DIR", given.native()}, {"TMPDIR", folder.path().native()}});
+    const auto found = [&] { return UserFolders::runtime(environment, folder / "sessions"); };
+
+    setMode(given, 0700);
+    setMode(session, 0700);
+    EXPECT_EQ(found(), given);
+    setMode(given, 0750);
+    EXPECT_EQ(found(), session);
+    std::filesystem::remove(session);
+    std::filesystem::create_symlink(given, session);
+    setMode(given, 0700);
+    const auto own = folder / ("tidemark-" + user);
+    EXPECT_EQ(
+        UserFolders::runtime(variables({{"TMPDIR", folder.path().native()}}), folder / "sessions"),
+        own);
+    EXPECT_EQ(test::modeOf(own), 0700U);
+}
+
+TEST(UserFolders, ATemporaryFolderThatOthersMayEnterIsRefused) {
+    const TemporaryFolder folder;
+    const auto runtime = [&] {
+        return UserFolders::runtime(variables({{"TMPDIR", folder.path().native()}}), "/nowhere");
+    };
+    const std::string name = "tidemark-" + std::to_string(::geteuid());
+    setMode(folder.makeFolder(name), 0755);
+    EXPECT_THROW(runtime(), Error);
+
+    std::filesystem::remove(folder / name);
+    setMode(folder.makeFolder("elsewhere"), 0700);
+    std::filesystem::create_symlink(folder / "elsewhere", folder / name);
+    EXPECT_THROW(runtime(), Error);
+
+    if (::geteuid() != 0)
+        GTEST_SKIP() << "only root can make a folder of another user";
+    setMode(folder.makeFolder("tidemark-65534"), 0700);
+    const test::OrdinaryUser other(folder.path());
+    EXPECT_THROW(runtime(), Error);
+}
