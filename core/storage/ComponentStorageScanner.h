@@ -1,7 +1,7 @@
 #pragma once
 
 #include "core/base/Clock.h"
-#include "core/capture/StorageTraversal.h"
+#include "core/capture/BatchedWalk.h"
 #include "core/records/FolderStorageReport.h"
 #include "core/storage/CaptureSizes.h"
 #include "core/storage/MeasurementCache.h"
@@ -70,6 +70,7 @@ private:
         const std::stop_token& stop;
     };
 
+    bool rest(Lock& lock, double seconds, const std::stop_token& stop);
     StorageMeasurementReport collectLocked(Lock& lock,
                                            const std::vector<StorageMeasurementItem>& items,
                                            double seconds, double refreshInterval,
@@ -90,6 +91,8 @@ private:
     std::map<std::string, Cursor> cursors;
     bool collecting = false;
     bool captureActive = false;
+    /// What the running `collect` walked since it rested.
+    WalkBatch batch;
     CaptureSizes captureSizes;
     /// Entries walked by the last slice.
     std::int64_t lastVisited = 0;
