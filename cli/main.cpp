@@ -3,8 +3,10 @@
 #include "cli/ObserveCommand.h"
 #include "core/base/Text.h"
 
+#include <csignal>
 #include <cstdio>
 #include <functional>
+#include <new>
 
 #include <CLI/CLI.hpp>
 
@@ -43,13 +45,19 @@ public:
             return 0;
         } catch (const CLI::ParseError& error) {
             return app.exit(error) == 0 ? 0 : wrongUsage;
+        } catch (const std::bad_alloc&) {
+            return fail("There is not enough memory.");
         } catch (const std::exception& error) {
-            std::fprintf(stderr, "tidemark: %s\n", tidemark::oneLine(error.what()).c_str());
-            return failed;
+            return fail(error.what());
         }
     }
 
 private:
+    static int fail(const char* sentence) {
+        std::fprintf(stderr, "tidemark: %s\n", tidemark::oneLine(sentence).c_str());
+        return failed;
+    }
+
     CLI::App& command(const std::string& name, const std::string& purpose,
                       std::function<void()> action) {
         CLI::App& added = *app.add_subcommand(name, purpose);
@@ -99,5 +107,7 @@ private:
 } // namespace
 
 int main(int argc, char** argv) {
+    // A parent may have left it ignored, and then the end of a child process could not be known.
+    std::signal(SIGCHLD, SIG_DFL);
     return CommandLine().run(argc, argv);
 }

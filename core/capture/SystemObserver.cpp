@@ -3,7 +3,7 @@
 #include "core/base/Text.h"
 #include "core/base/Utf8.h"
 #include "core/capture/ApplicationsCollector.h"
-#include "core/capture/BatchedWalk.h"
+#include "core/storage/BatchedWalk.h"
 #include "core/storage/ComponentStorageScanner.h"
 #include "core/storage/StorageMeasurementError.h"
 #include "core/system/SystemFacts.h"

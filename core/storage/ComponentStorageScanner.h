@@ -1,10 +1,11 @@
 #pragma once
 
 #include "core/base/Clock.h"
-#include "core/capture/BatchedWalk.h"
 #include "core/records/FolderStorageReport.h"
+#include "core/storage/BatchedWalk.h"
 #include "core/storage/CaptureSizes.h"
 #include "core/storage/MeasurementCache.h"
+#include "core/storage/StorageTraversal.h"
 
 #include <atomic>
 #include <functional>
