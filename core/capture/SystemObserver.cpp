@@ -257,6 +257,7 @@ private:
         for (const auto& issue : found.issues)
             addIssue(issue);
         std::vector<StorageMeasurementItem> items;
+        items.reserve(found.items.size());
         for (const auto& application : found.items)
             items.push_back(StorageMeasurementItem::application(*application));
         try {

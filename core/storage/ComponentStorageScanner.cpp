@@ -131,6 +131,7 @@ void ComponentStorageScanner::endCapture() {
 
 void ComponentStorageScanner::retainCursors(const std::vector<std::filesystem::path>& roots) {
     std::vector<std::string> kept;
+    kept.reserve(roots.size());
     for (const auto& root : roots)
         kept.push_back(textFromBytes(canonicalPath(root).native()));
     const Lock lock(mutex);
