@@ -1,4 +1,5 @@
 #include "bench/Report.h"
+#include "bench/Workspace.h"
 #include "core/base/Clock.h"
 #include "core/base/FileDescriptor.h"
 #include "core/storage/StorageTraversal.h"
@@ -21,28 +22,6 @@ namespace {
 
 constexpr int rounds = 11;
 constexpr std::int64_t noLimit = 1'000'000'000;
-
-/// A folder of its own that is gone when the benchmark ends.
-class Workspace {
-public:
-    Workspace() {
-        std::string name = (fs::temp_directory_path() / "tidemark-bench-XXXXXX").native();
-        if (::mkdtemp(name.data()) == nullptr)
-            throw std::runtime_error("no temporary folder: " + name);
-        folder = name;
-    }
-    ~Workspace() {
-        std::error_code error;
-        fs::remove_all(folder, error);
-    }
-    Workspace(const Workspace&) = delete;
-    Workspace& operator=(const Workspace&) = delete;
-
-    fs::path path() const { return folder; }
-
-private:
-    fs::path folder;
-};
 
 void fill(const fs::path& folder, int files) {
     fs::create_directories(folder);
@@ -104,7 +83,7 @@ double residentMegabytes() {
 
 /// Both take the same tree in turns, so that whatever else the machine does meets them alike.
 void compareSpeed() {
-    const Workspace workspace;
+    const bench::Workspace workspace;
     makeTree(workspace.path(), 250, 4, 300);
     std::vector<double> ours;
     std::vector<double> theirs;
@@ -119,7 +98,7 @@ void compareSpeed() {
 }
 
 void measureMemory() {
-    const Workspace workspace;
+    const bench::Workspace workspace;
     makeTree(workspace.path(), 5200, 10, 1);
     const double start = residentMegabytes();
     double peak = start;

@@ -8,7 +8,6 @@ namespace {
 
 constexpr std::int64_t batchSteps = 1024;
 constexpr double batchSeconds = 0.025;
-constexpr double pauseSeconds = 0.001;
 
 /// Up to `steps` steps, or as many as fit before the clock reaches `deadline`; what is done is
 /// taken from `steps`.
@@ -28,9 +27,13 @@ std::optional<StorageTraversal::Result> walkBatch(StorageTraversal& walk, std::i
 
 } // namespace
 
+bool WalkBatch::isOver(double now) const {
+    return steps >= batchSteps || (start && now >= *start + batchSeconds);
+}
+
 std::expected<StorageTraversal::Result, StorageMeasurementFailure>
 walkInBatches(StorageTraversal& walk, const WalkBudget& budget, Clock& clock,
-              const std::stop_token& stop, const BatchPause& pause) {
+              const std::stop_token& stop, WalkBatch& batch, const BatchPause& pause) {
     std::int64_t stepsLeft = budget.steps;
     while (true) {
         if (stop.stop_requested())
@@ -39,23 +42,27 @@ walkInBatches(StorageTraversal& walk, const WalkBudget& budget, Clock& clock,
         if (now >= budget.deadline)
             return std::unexpected(StorageMeasurementFailure::timeLimit);
 
-        const std::int64_t granted = std::min(batchSteps, stepsLeft);
+        const double end = batch.start.emplace(batch.start.value_or(now)) + batchSeconds;
+        const std::int64_t granted = std::min(batchSteps - batch.steps, stepsLeft);
         std::int64_t steps = granted;
-        if (auto result =
-                walkBatch(walk, steps, std::min(now + batchSeconds, budget.deadline), clock, stop))
-            return *std::move(result);
+        auto result = walkBatch(walk, steps, std::min(end, budget.deadline), clock, stop);
+        batch.steps += granted - steps;
         stepsLeft -= granted - steps;
+        if (result)
+            return *std::move(result);
         if (stepsLeft <= 0)
             return std::unexpected(StorageMeasurementFailure::paused);
-        if (!pause(pauseSeconds))
+        if (!pause(walkPause))
             return std::unexpected(StorageMeasurementFailure::cancelled);
+        batch = {};
     }
 }
 
 std::expected<StorageTraversal::Result, StorageMeasurementFailure>
 walkInBatches(StorageTraversal& walk, const WalkBudget& budget, Clock& clock,
               const std::stop_token& stop) {
-    return walkInBatches(walk, budget, clock, stop,
+    WalkBatch batch;
+    return walkInBatches(walk, budget, clock, stop, batch,
                          [&](double seconds) { return clock.pause(seconds, stop); });
 }
 

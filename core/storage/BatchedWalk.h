@@ -5,6 +5,7 @@
 
 #include <functional>
 #include <limits>
+#include <optional>
 #include <stop_token>
 
 namespace tidemark {
@@ -14,6 +15,20 @@ struct WalkBudget {
     /// On the monotonic clock of the run.
     double deadline = std::numeric_limits<double>::infinity();
     std::int64_t steps = std::numeric_limits<std::int64_t>::max();
+};
+
+/// A rest between two batches of walking lasts this long.
+inline constexpr double walkPause = 0.001;
+
+/// What was walked since the last rest. Carried on from one walk to the next, so that many small
+/// walks in a row rest as often as one large one.
+struct WalkBatch {
+    /// On the monotonic clock; absent before the first step.
+    std::optional<double> start;
+    std::int64_t steps = 0;
+
+    /// At most 1024 steps or 25 milliseconds.
+    bool isOver(double now) const;
 };
 
 /// Waits `seconds` between two batches. False when the run was cancelled meanwhile.
@@ -27,12 +42,13 @@ using BatchPause = std::function<bool(double seconds)>;
 /// (the deadline; the walk is not touched when it has passed already) or `paused` (the steps of
 /// the budget are used up).
 ///
-/// `pause` is called without anything held by this function, so a caller can give up a lock in it.
+/// `batch` is what went before this run, and then what went on in it. `pause` is called without
+/// anything held by this function, so a caller can give up a lock in it.
 std::expected<StorageTraversal::Result, StorageMeasurementFailure>
 walkInBatches(StorageTraversal& walk, const WalkBudget& budget, Clock& clock,
-              const std::stop_token& stop, const BatchPause& pause);
+              const std::stop_token& stop, WalkBatch& batch, const BatchPause& pause);
 
-/// The same with nothing to give up in the pauses.
+/// The same after a rest, with nothing to give up in the pauses.
 std::expected<StorageTraversal::Result, StorageMeasurementFailure>
 walkInBatches(StorageTraversal& walk, const WalkBudget& budget, Clock& clock,
               const std::stop_token& stop);

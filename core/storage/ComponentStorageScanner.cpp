@@ -3,7 +3,6 @@
 #include "core/base/CanonicalPath.h"
 #include "core/base/Collation.h"
 #include "core/base/Error.h"
-#include "core/storage/BatchedWalk.h"
 #include "core/storage/FolderContents.h"
 #include "core/storage/StorageMeasurementError.h"
 
@@ -186,7 +185,11 @@ ComponentStorageScanner::collectLocked(Lock& lock, const std::vector<StorageMeas
     const Date now = clock.now();
     auto records = merged(items);
     const Round round{clock.monotonicSeconds() + seconds, measure, stop};
+    // Also sizes that are known already take time: that of saving them.
+    batch = {.start = clock.monotonicSeconds()};
     for (const RecordPlace place : dueRecords(records, now, refreshInterval)) {
+        if (batch.isOver(clock.monotonicSeconds()))
+            rest(lock, walkPause, stop);
         auto attempted = attempt(lock, *place->second, round);
         if (!attempted)
             break;
@@ -194,6 +197,17 @@ ComponentStorageScanner::collectLocked(Lock& lock, const std::vector<StorageMeas
         cache.store(place->second);
     }
     return reportOf(records, now);
+}
+
+/// Lets others in for a while. False when stopped.
+bool ComponentStorageScanner::rest(Lock& lock, double seconds, const std::stop_token& stop) {
+    const auto pause = [&] {
+        const Unlocked others(lock);
+        return clock.pause(seconds, stop);
+    };
+    const bool goesOn = pause();
+    batch = {.start = clock.monotonicSeconds()};
+    return goesOn;
 }
 
 /// What is known of each item, with the item as it is now.
@@ -265,10 +279,9 @@ ComponentStorageScanner::measureSlice(Lock& lock, const StorageMeasurementItem& 
     const std::int64_t start = walk->count();
     std::int64_t told = start;
     const auto tell = [&] { walked += walk->count() - std::exchange(told, walk->count()); };
-    auto outcome = walkInBatches(*walk, budget, clock, stop, [&](double pause) {
+    auto outcome = walkInBatches(*walk, budget, clock, stop, batch, [&](double pause) {
         tell();
-        const Unlocked others(lock);
-        return clock.pause(pause, stop);
+        return rest(lock, pause, stop);
     });
     tell();
     lastVisited = walk->count() - start;
@@ -290,7 +303,8 @@ ComponentStorageScanner::cursorFor(const StorageMeasurementItem& item) {
         return known->second.walk;
     if (known != cursors.end())
         cursors.erase(known);
-    auto walk = StorageTraversal::open(item.path, cursorEntryLimit);
+    auto walk =
+        StorageTraversal::open(item.path, cursorEntryLimit, StorageTraversal::RootFiles::summed);
     if (!walk)
         return nullptr;
     const auto shared = std::make_shared<StorageTraversal>(*std::move(walk));

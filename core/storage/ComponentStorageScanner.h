@@ -2,6 +2,7 @@
 
 #include "core/base/Clock.h"
 #include "core/records/FolderStorageReport.h"
+#include "core/storage/BatchedWalk.h"
 #include "core/storage/CaptureSizes.h"
 #include "core/storage/MeasurementCache.h"
 #include "core/storage/StorageTraversal.h"
@@ -70,6 +71,7 @@ private:
         const std::stop_token& stop;
     };
 
+    bool rest(Lock& lock, double seconds, const std::stop_token& stop);
     StorageMeasurementReport collectLocked(Lock& lock,
                                            const std::vector<StorageMeasurementItem>& items,
                                            double seconds, double refreshInterval,
@@ -90,6 +92,8 @@ private:
     std::map<std::string, Cursor> cursors;
     bool collecting = false;
     bool captureActive = false;
+    /// What the running `collect` walked since it rested.
+    WalkBatch batch;
     CaptureSizes captureSizes;
     /// Entries walked by the last slice.
     std::int64_t lastVisited = 0;

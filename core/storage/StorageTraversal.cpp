@@ -32,16 +32,19 @@ bool isDotOrDotDot(const char* name) {
 
 } // namespace
 
-StorageTraversal::StorageTraversal(std::string path, std::int64_t limit)
-    : rootPath(std::move(path)), entryLimit(limit), completed(rootPath) {}
+StorageTraversal::StorageTraversal(std::string path, std::int64_t limit, RootFiles files)
+    : rootPath(std::move(path)), entryLimit(limit), completed(rootPath) {
+    if (files == RootFiles::named)
+        directFileSizes.emplace();
+}
 
 std::optional<StorageTraversal> StorageTraversal::open(const std::filesystem::path& folder,
-                                                       std::int64_t entryLimit) {
+                                                       std::int64_t entryLimit, RootFiles files) {
     const auto path = canonicalPath(folder);
     const auto metadata = StorageFileMetadata::read(path);
     if (!metadata || !metadata->isDirectory())
         return std::nullopt;
-    return StorageTraversal(path.native(), entryLimit);
+    return StorageTraversal(path.native(), entryLimit, files);
 }
 
 std::optional<StorageTraversal::Result> StorageTraversal::step() {
@@ -174,8 +177,8 @@ std::optional<StorageTraversal::Result> StorageTraversal::visitNext() {
 
 void StorageTraversal::addFile(const char* name, std::int64_t bytes, std::int64_t allocatedBytes) {
     stack.back().totals.addFile(bytes, allocatedBytes);
-    if (stack.size() == 1 && isValidUtf8(name))
-        directFileSizes.insert_or_assign(name, bytes);
+    if (directFileSizes && stack.size() == 1 && isValidUtf8(name))
+        directFileSizes->insert_or_assign(name, bytes);
 }
 
 std::optional<StorageTraversal::Result> StorageTraversal::leave() {

@@ -25,12 +25,17 @@ namespace tidemark {
 /// several threads at once.
 class StorageTraversal {
 public:
+    /// Whether the result names the files that lie directly in the root: of a folder with millions
+    /// of them, that takes memory by the hundred megabytes.
+    enum class RootFiles { named, summed };
+
     using Result = std::expected<FolderSize, StorageMeasurementFailure>;
 
     /// A walk of the folder that `folder` is, or that it links to. At most `entryLimit` entries
     /// below the root are visited. Absent when there is no folder.
     static std::optional<StorageTraversal> open(const std::filesystem::path& folder,
-                                                std::int64_t entryLimit);
+                                                std::int64_t entryLimit,
+                                                RootFiles files = RootFiles::named);
 
     /// Handles one entry. Absent means: go on. A result, good or bad, ends the walk.
     std::optional<Result> step();
@@ -66,7 +71,7 @@ private:
         std::size_t nameStart;
     };
 
-    StorageTraversal(std::string path, std::int64_t limit);
+    StorageTraversal(std::string path, std::int64_t limit, RootFiles files);
 
     std::optional<Result> enterRoot();
     std::optional<Result> enterNext();
@@ -106,7 +111,7 @@ private:
     std::size_t nextEntry = 0;
     std::string entryNames;
 
-    std::map<std::string, std::int64_t> directFileSizes;
+    std::optional<std::map<std::string, std::int64_t>> directFileSizes;
     std::map<std::string, std::int64_t> rootBreakdown;
     CompletedFolders completed;
 };

@@ -65,6 +65,11 @@ bool contains(const std::string& text, const std::string& part) {
     return text.find(part) != std::string::npos;
 }
 
+/// What the program says when it fails.
+std::string sentence(const std::string& file, const std::string& reason) {
+    return "tidemark: " + file + reason + "\n";
+}
+
 /// The program, standing still at the first word that it says: its standard error is a pipe that
 /// is full. SIGINT is held back until the program itself asks for it.
 class StalledProgram {
@@ -192,8 +197,7 @@ TEST_F(ObserveCommand, FailsInOneSentenceBeforeItObserves) {
         {"/dev/null", " is not a regular file."},
     };
     for (const auto& [file, reason] : cases)
-        EXPECT_EQ(observe({"-o", file, "--json"}),
-                  (Outcome{1, "", "tidemark: " + file + reason + "\n"}));
+        EXPECT_EQ(observe({"-o", file, "--json"}), (Outcome{1, "", sentence(file, reason)}));
     EXPECT_EQ(test::namesIn(folder.path()), "locked pipe");
     for (const char* option : {"--storage", "--config", "--measurements", "-o"})
         EXPECT_EQ(observe({option, ""}).status, 2);
@@ -211,8 +215,8 @@ TEST_F(ObserveCommand, AFullDiskLeavesTheOldFile) {
     std::signal(SIGXFSZ, handler);
     EXPECT_EQ(outcome.status, 1);
     EXPECT_EQ(outcome.out, "");
-    EXPECT_TRUE(contains(outcome.err, "\ntidemark: " + path("snapshot.json")
-                                          + " could not be written: File too large.\n"))
+    EXPECT_TRUE(contains(outcome.err,
+                         sentence(path("snapshot.json"), " could not be written: File too large.")))
         << outcome.err;
     EXPECT_EQ(test::contents(folder / "snapshot.json"), "old");
     EXPECT_EQ(test::namesIn(folder.path()), "snapshot.json");
@@ -253,18 +257,22 @@ TEST_F(ObserveCommand, SaysWhatAnOrdinaryUserCannotRead) {
     const Snapshot seen =
         snapshot({"--applications", path("closed"), "--storage", path("tree"), "--storage",
                   path("root"), "--config", path("secret"), "--config", path("closed/file")});
-    EXPECT_EQ(
-        seen.coverage.issues,
-        (Words{"Applications: incomplete access or scan limit at " + path("closed")
-                   + ". Changes in this location are paused.",
-               "Applications: metadata could not be read for 1 app or folder locations. These "
-               "locations are excluded from comparisons.",
-               "Background items: cannot completely read " + path("agents")
-                   + ". Changes in this location are paused.",
-               "Storage · tree: 1 of 2 child folders measured. Completed measurements are "
-               "retained; unfinished work continues on later checks.",
-               "Storage · root: The folder could not be opened. It may be missing or access may "
-               "be unavailable. Earlier sizes are preserved; no partial total is compared."}));
+    const std::string metadata =
+        "Applications: metadata could not be read for 1 app or folder locations. These locations "
+        "are excluded from comparisons.";
+    const std::string children = "Storage · tree: 1 of 2 child folders measured. Completed "
+                                 "measurements are retained; unfinished work continues on later "
+                                 "checks.";
+    const std::string root =
+        "Storage · root: The folder could not be opened. It may be missing or access may be "
+        "unavailable. Earlier sizes are preserved; no partial total is compared.";
+    EXPECT_EQ(seen.coverage.issues,
+              (Words{"Applications: incomplete access or scan limit at " + path("closed")
+                         + ". Changes in this location are paused.",
+                     metadata,
+                     "Background items: cannot completely read " + path("agents")
+                         + ". Changes in this location are paused.",
+                     children, root}));
     EXPECT_EQ(seen.coverage.applicationRoots, std::set{path("apps")});
     EXPECT_EQ(seen.coverage.excludedPaths, std::set{path("apps/Sextant.app")});
     EXPECT_EQ(seen.additionalReports.value().at(0).issue,

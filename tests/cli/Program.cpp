@@ -52,6 +52,9 @@ Outcome run(const std::vector<std::string>& arguments, Output output,
     const int kept = ::open(outName.c_str(), O_WRONLY | O_CREAT | O_NOCTTY | O_CLOEXEC, 0600);
     const pid_t child = ::fork();
     if (child == 0) {
+        // A test that gave up the rights of root means the program to have none of them either.
+        if (::setreuid(::geteuid(), ::geteuid()) != 0)
+            ::_exit(126);
         const int err = ::open(errName.c_str(), O_WRONLY | O_CREAT, 0600);
         if (::dup2(kept, STDOUT_FILENO) < 0 || ::dup2(err, STDERR_FILENO) < 0)
             ::_exit(126);

@@ -92,6 +92,26 @@ TEST_F(Scanner, WithoutTimeListsWhatIsKnown) {
     EXPECT_EQ(stored().size(), 1U);
 }
 
+TEST_F(Scanner, ManySmallItemsRestLikeALargeOne) {
+    const auto original = folder.write("file", "1");
+    std::vector<StorageMeasurementItem> items;
+    for (const char* name : {"a", "b", "c", "d", "e"}) {
+        folder.makeFolder(name);
+        for (int link = 0; link < 500; ++link)
+            fs::create_hard_link(original, folder / name / std::to_string(link));
+        items.push_back(item(name));
+    }
+    EXPECT_EQ(scanner.collect(items, 9, 0).knownBytes(), 2500);
+    EXPECT_EQ(clock.pauses, 2);
+
+    const auto slow = [&](const fs::path&, double) {
+        clock.advance(0.02);
+        return sized(1);
+    };
+    scanner.collect(items, 9, 0, slow);
+    EXPECT_EQ(clock.pauses, 4) << "after each two of them";
+}
+
 TEST_F(Scanner, EveryItemTakesItsTurn) {
     std::string order;
     const auto measure = [&](const fs::path& path, double) {
