@@ -1,6 +1,8 @@
 #include "cli/CompareCommand.h"
 #include "cli/Console.h"
 #include "cli/ObserveCommand.h"
+#include "cli/recorder/RecorderArguments.h"
+#include "cli/recorder/RecorderProgram.h"
 #include "core/base/Text.h"
 
 #include <csignal>
@@ -30,6 +32,8 @@ public:
         app.set_version_flag("--version", "tidemark " TIDEMARK_VERSION);
         app.set_help_flag("-h,--help", "Print this help and exit");
         app.require_subcommand(0, 1);
+        addRun();
+        tidemark::addRecorderCommands(app, recorder);
         addObserve();
         addCompare();
     }
@@ -37,12 +41,9 @@ public:
     int run(int argc, char** argv) {
         try {
             app.parse(argc, argv);
-            if (!chosen)
-                tidemark::console::print(app.help());
-            else
-                chosen();
+            const int status = carryOut({argv + 1, argv + argc});
             tidemark::console::finishOutput();
-            return 0;
+            return status;
         } catch (const CLI::ParseError& error) {
             return app.exit(error) == 0 ? 0 : wrongUsage;
         } catch (const std::bad_alloc&) {
@@ -53,22 +54,43 @@ public:
     }
 
 private:
+    int carryOut(const std::vector<std::string>& line) const {
+        if (recorder.command != tidemark::RecorderArguments::Command::none)
+            return tidemark::recorderProgram::carryOut(recorder, line);
+        if (chosen)
+            return chosen();
+        tidemark::console::print(app.help());
+        return 0;
+    }
+
     static int fail(const char* sentence) {
         std::fprintf(stderr, "tidemark: %s\n", tidemark::oneLine(sentence).c_str());
         return failed;
     }
 
     CLI::App& command(const std::string& name, const std::string& purpose,
-                      std::function<void()> action) {
+                      std::function<int()> action) {
         CLI::App& added = *app.add_subcommand(name, purpose);
         added.set_version_flag("--version", app.version());
         added.callback([this, action = std::move(action)] { chosen = action; });
         return added;
     }
 
+    void addRun() {
+        auto& added = command("run", "Record in the foreground until Control-C",
+                              [this] { return tidemark::recorderProgram::run(setup); });
+        added
+            .add_option(
+                "--setup", setup,
+                "At a first start: monitor the recommended folders that can be read, or none")
+            ->check(CLI::IsMember({"recommended", "none"}));
+    }
+
     void addObserve() {
-        auto& added =
-            command("observe", "Take one observation of this machine", [this] { observe.run(); });
+        auto& added = command("observe", "Take one observation of this machine", [this] {
+            observe.run();
+            return 0;
+        });
         const auto folders = [&](const std::string& names, auto& target, const std::string& what) {
             added.add_option(names, target, what)->type_name("DIR")->check(notEmpty);
         };
@@ -91,15 +113,20 @@ private:
     }
 
     void addCompare() {
-        auto& added = command("compare", "Tell what changed between two stored observations",
-                              [this] { compare.run(); });
+        auto& added =
+            command("compare", "Tell what changed between two stored observations", [this] {
+                compare.run();
+                return 0;
+            });
         added.add_option("BEFORE", compare.before, "File with the earlier observation")->required();
         added.add_option("AFTER", compare.after, "File with the later observation")->required();
         added.add_flag("--json", compare.json, "Print the events as one JSON array");
     }
 
     CLI::App app;
-    std::function<void()> chosen;
+    std::function<int()> chosen;
+    std::string setup;
+    tidemark::RecorderArguments recorder;
     tidemark::ObserveCommand observe;
     tidemark::CompareCommand compare;
 };

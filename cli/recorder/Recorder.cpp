@@ -1,0 +1,34 @@
+#include "cli/recorder/Recorder.h"
+
+#include "app/control/ControlProtocol.h"
+#include "core/base/Files.h"
+#include "core/system/UserFolders.h"
+
+namespace tidemark {
+
+RecorderPlaces RecorderPlaces::current() {
+    RecorderPlaces places;
+    places.files = DataFiles::of(AppDataLocation::unbundled, UserFolders::data());
+    places.settings = UserFolders::configuration()
+                      / AppDataLocation::directoryName(AppDataLocation::unbundled)
+                      / "settings.json";
+    places.socket = control::socketPath(places.files.directory, UserFolders::runtime());
+    return places;
+}
+
+FolderLock Recorder::taken(const std::filesystem::path& folder) {
+    createPrivateFolders(folder);
+    auto lock = FolderLock::take(folder);
+    if (!lock)
+        throw Error(lock.error().sentence());
+    return *std::move(lock);
+}
+
+Recorder::Recorder(RecorderPlaces chosen)
+    : where(std::move(chosen)), held(taken(where.files.directory)), stored(where.settings),
+      appModel({.preferences = stored,
+                .files = where.files,
+                .applicationCenter = applicationCenter,
+                .workspaceCenter = workspaceCenter}) {}
+
+} // namespace tidemark

@@ -1,0 +1,49 @@
+#pragma once
+
+#include "app/base/NotificationCenter.h"
+#include "app/model/AppModel.h"
+#include "app/preferences/JsonPreferences.h"
+#include "core/base/FolderLock.h"
+
+#include <filesystem>
+#include <memory>
+
+namespace tidemark {
+
+/// Where the program keeps its things for this user.
+struct RecorderPlaces {
+    DataFiles files;
+    std::filesystem::path settings;
+    std::filesystem::path socket;
+
+    /// By the environment of the process.
+    static RecorderPlaces current();
+};
+
+/// Everything that records, put together: the one place that knows each class. Needs the
+/// application object of Qt. Main thread only.
+class Recorder {
+public:
+    /// Takes the data folder. Throws `Error` when another process has it.
+    explicit Recorder(RecorderPlaces where);
+
+    const RecorderPlaces& places() const { return where; }
+    const FolderLock& lock() const { return held; }
+    AppModel& model() { return appModel; }
+    Preferences& preferences() { return stored; }
+    NotificationCenter& workspace() { return workspaceCenter; }
+    TaskScope& tasks() { return scope; }
+
+private:
+    static FolderLock taken(const std::filesystem::path& folder);
+
+    RecorderPlaces where;
+    FolderLock held;
+    JsonPreferences stored;
+    NotificationCenter applicationCenter;
+    NotificationCenter workspaceCenter;
+    AppModel appModel;
+    TaskScope scope;
+};
+
+} // namespace tidemark
