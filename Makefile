@@ -19,9 +19,9 @@ packages:
 build/%/build.ninja: CMakePresets.json | packages
 	cmake --preset $*
 
-run: packages build/dev/build.ninja ## Build, then compare two sample observations
+run: packages build/dev/build.ninja ## Build, then observe this machine twice and compare
 	@cmake --build --preset dev --target tidemark
-	@./build/dev/cli/tidemark $(if $(ARGS),$(ARGS),compare docs/samples/before.json docs/samples/after.json)
+	@$(if $(ARGS),./build/dev/cli/tidemark $(ARGS),packaging/demo ./build/dev/cli/tidemark)
 
 test: packages build/dev/build.ninja ## Build, then run every test
 	@cmake --build --preset dev

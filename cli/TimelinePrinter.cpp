@@ -30,12 +30,14 @@ std::string TimelinePrinter::moment(Date date) const {
 }
 
 std::string TimelinePrinter::times(const Event& event) const {
-    const std::string end = calendar.format(event.timestamp, "HH:mm");
+    std::string end = calendar.format(event.timestamp, "HH:mm");
     if (event.intervalStart == event.timestamp)
         return end;
     const bool sameDay =
         calendar.startOfDay(event.intervalStart) == calendar.startOfDay(event.timestamp);
-    return calendar.format(event.intervalStart, sameDay ? "HH:mm" : "d MMM HH:mm") + " – " + end;
+    const std::string start =
+        calendar.format(event.intervalStart, sameDay ? "HH:mm" : "d MMM HH:mm");
+    return start == end ? end : start + " – " + end;
 }
 
 void TimelinePrinter::append(std::string& out, const Event& event, std::size_t timeColumns) const {

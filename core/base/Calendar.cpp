@@ -3,6 +3,7 @@
 #include "core/base/Error.h"
 
 #include <algorithm>
+#include <map>
 
 #include <unicode/gregocal.h>
 #include <unicode/smpdtfmt.h>
@@ -13,6 +14,8 @@ namespace tidemark {
 struct Calendar::Implementation {
     std::unique_ptr<icu::TimeZone> zone;
     std::unique_ptr<icu::Calendar> calendar;
+    /// By pattern; one is dear to make.
+    std::map<std::string, icu::SimpleDateFormat> formatters;
 
     explicit Implementation(icu::TimeZone* adopted) : zone(adopted) {
         UErrorCode status = U_ZERO_ERROR;
@@ -54,6 +57,8 @@ Calendar::Calendar(const std::string& zone)
     : implementation(std::make_unique<Implementation>(
           icu::TimeZone::createTimeZone(icu::UnicodeString::fromUTF8(zone)))) {}
 Calendar::~Calendar() = default;
+Calendar::Calendar(Calendar&&) noexcept = default;
+Calendar& Calendar::operator=(Calendar&&) noexcept = default;
 Calendar::Calendar(const Calendar& other)
     : implementation(std::make_unique<Implementation>(other.implementation->zone->clone())) {}
 Calendar& Calendar::operator=(const Calendar& other) {
@@ -81,12 +86,17 @@ Date Calendar::startOfNextDay(Date date) const {
 }
 
 std::string Calendar::format(Date date, const std::string& pattern) const {
-    UErrorCode status = U_ZERO_ERROR;
-    icu::SimpleDateFormat formatter(icu::UnicodeString::fromUTF8(pattern), status);
-    formatter.setTimeZone(*implementation->zone);
+    auto& formatters = implementation->formatters;
+    auto found = formatters.find(pattern);
+    if (found == formatters.end()) {
+        UErrorCode status = U_ZERO_ERROR;
+        found =
+            formatters.try_emplace(pattern, icu::UnicodeString::fromUTF8(pattern), status).first;
+        found->second.setTimeZone(*implementation->zone);
+    }
     icu::UnicodeString text;
     std::string bytes;
-    return formatter.format(toICU(date), text).toUTF8String(bytes);
+    return found->second.format(toICU(date), text).toUTF8String(bytes);
 }
 
 } // namespace tidemark

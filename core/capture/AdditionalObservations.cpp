@@ -4,6 +4,7 @@
 #include "core/base/FileDescriptor.h"
 #include "core/base/Text.h"
 #include "core/capture/FolderListing.h"
+#include "core/storage/StorageFileMetadata.h"
 
 #include <algorithm>
 #include <array>
@@ -169,18 +170,10 @@ MetadataReport report(const std::filesystem::path& folder, Observed (*item)(cons
     return result;
 }
 
-/// True for a placeholder whose contents are not on this disk (`SF_DATALESS`): reading it would
-/// download them.
-bool isCloudOnly([[maybe_unused]] const struct stat& status) {
-#if defined(__APPLE__)
-    return (status.st_flags & 0x40000000U) != 0;
-#else
-    return false;
-#endif
-}
-
+/// A placeholder whose contents are not on this disk would be downloaded by reading it.
 bool isLocalRegularFile(const struct stat& status) {
-    return S_ISREG(status.st_mode) && !isCloudOnly(status);
+    const StorageFileMetadata metadata(status);
+    return metadata.isRegularFile() && !metadata.isCloudOnly();
 }
 
 bool sameVersion(const struct stat& a, const struct stat& b) {

@@ -159,10 +159,10 @@ TEST_F(Scanner, AChangedItemKeepsItsOldSizeUntilMeasuredButAnotherOneDoesNot) {
 
 TEST_F(Scanner, AWalkSpansCollectsUntilItsItemChanges) {
     for (const char* name : {"1", "2", "3", "4"})
-        folder.write(std::string("a/") + name, "12");
+        folder.write(std::string("ab/") + name, "12");
     ComponentStorageScanner small(file, 3, clock);
     const auto collect = [&](double modified) {
-        return *small.collect({item("a", modified)}, 1000, 0).records.at(0);
+        return *small.collect({item("ab", modified)}, 1000, 0).records.at(0);
     };
     auto record = collect(1);
     EXPECT_EQ(record.issue, rawValue(Failure::paused));
@@ -177,10 +177,10 @@ TEST_F(Scanner, AWalkSpansCollectsUntilItsItemChanges) {
     EXPECT_EQ(collect(2).bytes, 8);
 
     collect(2);
-    small.retainCursors({folder / "a/"});
+    small.retainCursors({folder / "ab/"});
     EXPECT_FALSE(collect(2).issue) << "kept";
     collect(2);
-    small.retainCursors({folder / "missing", folder / "a/1", folder / "a "});
+    small.retainCursors({folder / "missing", folder / "ab/1", folder / "a"});
     EXPECT_EQ(collect(2).issue, rawValue(Failure::paused)) << "dropped";
 }
 

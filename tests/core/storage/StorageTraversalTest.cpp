@@ -1,4 +1,4 @@
-#include "core/capture/StorageTraversal.h"
+#include "core/storage/StorageTraversal.h"
 
 #include "core/base/FileDescriptor.h"
 #include "tests/support/FolderWalk.h"
@@ -183,16 +183,20 @@ TEST(StorageTraversal, NoticesWhatChangesUnderIt) {
 
 TEST(StorageTraversal, DoesNotLeaveATreeWhoseFolderWasMovedAway) {
     const TemporaryFolder folder;
-    folder.write("outside/other/big", std::string(1000, 'x'));
-    for (const char* branch : {"one", "two"})
+    for (const char* branch : {"one", "two"}) {
         folder.write(std::string("tree/") + branch + "/b/c/file", "1");
+        // What would be found by going up from where the folder is moved to.
+        folder.write(std::string("decoy/") + branch + "/big", std::string(1000, 'x'));
+    }
+    folder.makeFolder("decoy/place");
     auto walk = opened(folder / "tree");
     const auto result = walkToEnd(walk, [&] {
+        if (walk.count() != 4 || walk.completedSizes().size() != 0)
+            return;
         // Deep in the first branch, where the root is not held open any more.
-        if (walk.count() == 4)
-            for (const char* branch : {"one", "two"})
-                if (std::error_code error; walk.completedSizes().size() == 0)
-                    fs::rename(folder / "tree" / branch / "b", folder / "outside" / branch, error);
+        std::error_code error;
+        for (const char* branch : {"one", "two"})
+            fs::rename(folder / "tree" / branch / "b", folder / "decoy/place" / branch, error);
     });
     EXPECT_EQ(failureOf(result), Failure::unreadable);
 }

@@ -1,0 +1,72 @@
+#include "tests/cli/Program.h"
+
+#include <array>
+#include <stdexcept>
+
+#include <fcntl.h>
+#include <stdlib.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace tidemark::test {
+
+namespace {
+
+std::vector<char*> pointers(std::vector<std::string>& texts) {
+    std::vector<char*> list;
+    for (std::string& text : texts)
+        list.push_back(text.data());
+    list.push_back(nullptr);
+    return list;
+}
+
+/// What has been written to a terminal; its last reader gets an error in place of the end.
+std::string drained(int terminal) {
+    std::string text;
+    std::array<char, 4096> block{};
+    for (ssize_t count = 0; (count = ::read(terminal, block.data(), block.size())) > 0;)
+        text.append(block.data(), static_cast<std::size_t>(count));
+    return text;
+}
+
+} // namespace
+
+Outcome run(const std::vector<std::string>& arguments, Output output,
+            const std::vector<std::string>& environment) {
+    const TemporaryFolder folder;
+    std::vector<std::string> words{TIDEMARK_PROGRAM};
+    words.insert(words.end(), arguments.begin(), arguments.end());
+    std::vector<std::string> variables{"TZ=UTC", "LC_ALL=en_US.UTF-8"};
+    variables.insert(variables.end(), environment.begin(), environment.end());
+    const auto argv = pointers(words);
+    const auto envp = pointers(variables);
+
+    const int terminal = ::posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC);
+    if (terminal < 0 || ::grantpt(terminal) != 0 || ::unlockpt(terminal) != 0)
+        throw std::runtime_error("no terminal");
+    const std::string outName = output == Output::terminal   ? ::ptsname(terminal)
+                                : output == Output::fullDisk ? "/dev/full"
+                                                             : (folder / "out").native();
+    const std::string errName = (folder / "err").native();
+    // Held open until the child is gone, so that what it wrote stays to be read.
+    const int kept = ::open(outName.c_str(), O_WRONLY | O_CREAT | O_NOCTTY | O_CLOEXEC, 0600);
+    const pid_t child = ::fork();
+    if (child == 0) {
+        const int err = ::open(errName.c_str(), O_WRONLY | O_CREAT, 0600);
+        if (::dup2(kept, STDOUT_FILENO) < 0 || ::dup2(err, STDERR_FILENO) < 0)
+            ::_exit(126);
+        ::execve(argv[0], argv.data(), envp.data());
+        ::_exit(127);
+    }
+    int status = 0;
+    ::waitpid(child, &status, 0);
+    ::close(kept);
+    Outcome outcome;
+    outcome.status = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    outcome.out = output == Output::terminal ? drained(terminal) : contents(folder / "out");
+    outcome.err = contents(errName);
+    ::close(terminal);
+    return outcome;
+}
+
+} // namespace tidemark::test

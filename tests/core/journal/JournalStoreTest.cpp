@@ -1,0 +1,303 @@
+#include "core/journal/JournalStore.h"
+
+#include "core/base/Files.h"
+#include "core/base/JsonDecoder.h"
+#include "core/base/JsonEncoder.h"
+#include "tests/support/Observations.h"
+#include "tests/support/OrdinaryUser.h"
+#include "tests/support/TemporaryFolder.h"
+
+#include <algorithm>
+#include <csignal>
+#include <map>
+#include <thread>
+
+#include <gtest/gtest.h>
+#include <sys/resource.h>
+#include <sys/wait.h>
+
+using namespace tidemark;
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr const char* incompleteBackup =
+    "The pre-v2 history backup is incomplete. Your existing history has not been modified.";
+
+/// A data folder with all three places of a store.
+struct Place {
+    test::TemporaryFolder folder;
+    fs::path url = folder / "data/journal.json";
+    fs::path legacy = folder / "legacy/old.json";
+    fs::path backup = folder / "data/Backups/pre-v2";
+    JournalStore store{url, legacy, backup};
+
+    std::string failure() {
+        try {
+            store.load();
+            return "loaded";
+        } catch (const Error& error) {
+            return error.what();
+        }
+    }
+};
+
+Journal small() {
+    Journal journal;
+    journal.snapshots = {test::snapshot(1)};
+    journal.lastChecked = Date{0.1 + 0.2};
+    return journal;
+}
+
+Journal large(const std::string& name) {
+    Journal journal;
+    for (unsigned number = 0; number < 40; ++number) {
+        Snapshot snapshot = test::snapshot(number);
+        for (int i = 0; i < 400; ++i)
+            snapshot.applications.emplace_back(test::application(name + std::to_string(i)));
+        journal.snapshots.emplace_back(snapshot);
+    }
+    return journal;
+}
+
+} // namespace
+
+TEST(JournalStore, StartsEmptyWithoutTouchingTheDisk) {
+    Place place;
+    EXPECT_EQ(place.store.load(), Journal());
+    EXPECT_EQ(test::namesIn(place.folder.path()), "");
+}
+
+TEST(JournalStore, ReadsBackWhatItSavedAndKeepsItPrivate) {
+    Place place;
+    const Journal journal = test::fullJournal();
+    place.store.save(journal);
+    EXPECT_EQ(test::modeOf(place.folder / "data"), 0700U);
+    EXPECT_EQ(place.store.load(), journal);
+
+    fs::permissions(place.folder / "data", fs::perms(0755));
+    fs::permissions(place.url, fs::perms(0644));
+    place.store.save(small());
+    EXPECT_EQ(place.store.load(), small());
+    EXPECT_EQ(test::modeOf(place.url), 0600U);
+    EXPECT_EQ(test::modeOf(place.folder / "data"), 0755U) << "an existing folder stays as it is";
+}
+
+TEST(JournalStore, CopiesTheHistoryOnceBeforeUsingIt) {
+    Place place;
+    const std::string bytes = " " + json::encoded(small()) + "\n";
+    place.folder.write("data/journal.json", bytes);
+    place.folder.write("data/system-activity.json", "[1]");
+    EXPECT_EQ(place.store.load(), small());
+
+    EXPECT_EQ(test::namesIn(place.backup), "complete.json journal.json system-activity.json");
+    EXPECT_EQ(test::contents(place.backup / "journal.json"), bytes);
+    EXPECT_EQ(test::contents(place.backup / "system-activity.json"), "[1]");
+    EXPECT_EQ(test::contents(place.backup / "complete.json"),
+              R"(["journal.json","system-activity.json"])");
+    for (const char* name : {"journal.json", "system-activity.json", "complete.json"})
+        EXPECT_EQ(test::modeOf(place.backup / name), 0600U) << name;
+    for (const fs::path& made : {place.backup, place.backup.parent_path()})
+        EXPECT_EQ(test::modeOf(made), 0700U) << made;
+    EXPECT_EQ(test::namesIn(place.backup.parent_path()), "pre-v2") << "no working folder stays";
+    EXPECT_EQ(test::contents(place.url), bytes) << "loading writes no document";
+
+    place.store.save(Journal());
+    place.store.load();
+    EXPECT_EQ(test::contents(place.backup / "journal.json"), bytes) << "made once";
+}
+
+TEST(JournalStore, MovesTheHistoryOfAnEarlierRelease) {
+    Place place;
+    const std::string bytes = json::encoded(small()) + " ";
+    place.folder.write("legacy/old.json", bytes);
+    place.folder.write("legacy/storage-measurements.json", "m");
+    place.folder.write("data/system-activity.json", "not beside the source");
+    EXPECT_EQ(place.store.load(), small());
+    EXPECT_EQ(test::contents(place.backup / "complete.json"),
+              R"(["old.json","storage-measurements.json"])");
+    EXPECT_EQ(test::contents(place.backup / "old.json"), bytes);
+    EXPECT_EQ(test::contents(place.legacy), bytes);
+    EXPECT_EQ(json::decode<Journal>(test::contents(place.url)), small());
+
+    place.folder.write("legacy/old.json", "ignored from now on");
+    EXPECT_EQ(place.store.load(), small());
+}
+
+TEST(JournalStore, WithoutABackupFolderMakesNoCopy) {
+    const test::TemporaryFolder folder;
+    folder.write("journal.json", json::encoded(small()));
+    EXPECT_EQ(JournalStore(folder / "journal.json").load(), small());
+    EXPECT_EQ(test::namesIn(folder.path()), "journal.json");
+}
+
+TEST(JournalStore, StopsAtAnIncompleteBackup) {
+    Place place;
+    place.folder.write("data/journal.json", json::encoded(small()));
+    place.folder.write("data/Backups/pre-v2/journal.json", "half");
+    for (int attempt = 0; attempt < 2; ++attempt)
+        EXPECT_EQ(place.failure(), incompleteBackup);
+    EXPECT_EQ(test::namesIn(place.backup), "journal.json");
+    EXPECT_EQ(test::contents(place.url), json::encoded(small()));
+}
+
+TEST(JournalStore, LeavesNothingOfABackupThatFailed) {
+    Place place;
+    place.folder.write("data/journal.json", json::encoded(small()));
+    place.folder.makeFolder("data/storage-measurements.json");
+    EXPECT_EQ(place.failure(), (place.folder / "data/storage-measurements.json").native()
+                                   + " could not be read: Is a directory.");
+    EXPECT_EQ(test::namesIn(place.backup.parent_path()), "");
+    EXPECT_EQ(test::contents(place.url), json::encoded(small()));
+    fs::remove(place.folder / "data/storage-measurements.json");
+    EXPECT_EQ(place.failure(), "loaded");
+}
+
+TEST(JournalStore, LeavesTheEarlierDocumentWhenItCannotBeMoved) {
+    Place place;
+    place.folder.write("legacy/old.json", json::encoded(small()));
+    place.folder.makeFolder("data");
+    place.folder.write("data/Backups/pre-v2/complete.json", "[]");
+    const test::OrdinaryUser user(place.folder.path());
+    EXPECT_NE(place.failure().find("could not be written: Permission denied."), std::string::npos)
+        << place.failure();
+    EXPECT_EQ(test::contents(place.legacy), json::encoded(small()));
+    EXPECT_FALSE(fs::exists(place.url));
+}
+
+TEST(JournalStore, RefusesWhatItCannotReadAndLeavesIt) {
+    const std::map<std::string, std::string> reasons = {
+        {"array", "could not be read: expected an object, found an array."},
+        {"comment", "could not be read: not valid JSON at byte 1."},
+        {"cut-short", "could not be read: events[0].importance: not valid JSON at byte 341."},
+        {"date-as-text", "could not be read: events[0].timestamp: "
+                         "expected a date in seconds since 2001, found text."},
+        {"empty", "could not be read: the document is empty."},
+        {"fraction-for-integer", "could not be read: schemaVersion: "
+                                 "expected a whole number of 64 bits, found 1.5."},
+        {"huge-exponent",
+         "could not be read: events[0].timestamp: a number is out of range at byte 71."},
+        {"integer-of-65-bits", "could not be read: schemaVersion: expected a whole number of 64 "
+                               "bits, found 18446744073709551616."},
+        {"invalid-utf8", "could not be read: events[0].title: not valid JSON at byte 100."},
+        {"line-feed-in-text", "could not be read: events[0].title: not valid JSON at byte 97."},
+        {"lone-surrogate", "could not be read: events[0].title: not valid JSON at byte 101."},
+        {"missing-coverage",
+         "could not be read: snapshots[0]: the required key \"coverage\" is missing."},
+        {"no-case", "could not be read: events[0].changes[0]: "
+                    "Invalid number of keys found, expected one."},
+        {"not-a-number", "could not be read: events[0].timestamp: not valid JSON at byte 67."},
+        {"null-for-required", "could not be read: schemaVersion: "
+                              "expected a whole number of 64 bits, found null."},
+        {"raw-nul", "could not be read: not valid JSON at byte 381."},
+        {"trailing-comma", "could not be read: baselines: not valid JSON at byte 381."},
+        {"two-cases", "could not be read: events[0].changes[0]: "
+                      "Invalid number of keys found, expected one."},
+        {"two-documents", "could not be read: not valid JSON at byte 381."},
+        {"unknown-category", "could not be read: events[0].category: "
+                             "unknown value \"Weather\uFFFD\uFFFD\"."},
+        {"version-2", "is of version 2, which this release can't read."},
+    };
+    const fs::path corpus = fs::path(TIDEMARK_FIXTURES) / "hostile-journals";
+    EXPECT_EQ(static_cast<std::size_t>(std::distance(fs::directory_iterator(corpus), {})),
+              reasons.size());
+    for (const auto& [name, reason] : reasons) {
+        const std::string bytes = test::contents(corpus / (name + ".json"));
+        for (const bool isLegacy : {false, true}) {
+            Place place;
+            const fs::path file =
+                place.folder.write(isLegacy ? "legacy/old.json" : "data/journal.json", bytes);
+            EXPECT_EQ(place.failure(), file.native() + " " + reason);
+            EXPECT_EQ(test::contents(file), bytes) << name;
+            EXPECT_EQ(test::namesIn(file.parent_path()), file.filename().native());
+            EXPECT_FALSE(fs::exists(place.backup.parent_path()));
+        }
+    }
+    Place place;
+    place.folder.write("data/journal.json", test::contents(corpus / "version-2.json"));
+    EXPECT_THROW(place.store.load(), JournalStore::StoreError);
+}
+
+TEST(JournalStore, NeitherReadsNorReplacesWhatIsInTheWay) {
+    Place place;
+    place.folder.makeFolder("data/journal.json");
+    EXPECT_EQ(place.failure(), place.url.native() + " could not be read: Is a directory.");
+    EXPECT_THROW(place.store.save(small()), FileError);
+    EXPECT_EQ(test::namesIn(place.folder / "data"), "journal.json");
+
+    fs::remove(place.url);
+    place.folder.write("data/journal.json", json::encoded(small()));
+    fs::permissions(place.url, fs::perms(0));
+    {
+        const test::OrdinaryUser user(place.folder.path());
+        EXPECT_EQ(place.failure(), place.url.native() + " could not be read: Permission denied.");
+    }
+    fs::permissions(place.folder / "data", fs::perms(0));
+    const test::OrdinaryUser user(place.folder.path());
+    EXPECT_EQ(place.failure(), place.url.native() + " could not be inspected: Permission denied.")
+        << "not knowing is not absence";
+}
+
+TEST(JournalStore, KeepsTheOldDocumentWhenTheDiskIsFull) {
+    Place place;
+    place.store.save(small());
+    rlimit unlimited{};
+    ::getrlimit(RLIMIT_FSIZE, &unlimited);
+    const rlimit limited{1 << 20, unlimited.rlim_max};
+    const auto previous = ::signal(SIGXFSZ, SIG_IGN);
+    ::setrlimit(RLIMIT_FSIZE, &limited);
+    int code = 0;
+    try {
+        place.store.save(large("A"));
+    } catch (const FileError& error) {
+        code = error.code();
+    }
+    ::setrlimit(RLIMIT_FSIZE, &unlimited);
+    ::signal(SIGXFSZ, previous);
+    EXPECT_EQ(code, EFBIG);
+    EXPECT_EQ(place.store.load(), small());
+    EXPECT_EQ(test::namesIn(place.folder / "data"), "Backups journal.json");
+}
+
+TEST(JournalStore, SurvivesBeingKilledInTheMiddleOfASave) {
+    const test::TemporaryFolder folder;
+    JournalStore store(folder / "journal.json");
+    const Journal versions[] = {large("A"), large("B")};
+    store.save(versions[0]);
+    const auto isHalfWritten = [&] {
+        std::error_code gone;
+        return std::ranges::any_of(fs::directory_iterator(folder.path()), [&](const auto& entry) {
+            return entry.path().filename().native().starts_with(".") && entry.file_size(gone) > 0
+                   && !gone;
+        });
+    };
+    for (int round = 0; round < 20; ++round) {
+        const pid_t child = ::fork();
+        if (child == 0)
+            for (int i = 0;; ++i)
+                store.save(versions[i % 2]);
+        while (!isHalfWritten())
+            ::sched_yield();
+        ::kill(child, SIGKILL);
+        ::waitpid(child, nullptr, 0);
+        const Journal read = store.load();
+        ASSERT_TRUE(read == versions[0] || read == versions[1]);
+        ASSERT_EQ(test::namesIn(folder.path()), "journal.json");
+    }
+}
+
+TEST(JournalStore, TakesOneOperationAtATime) {
+    Place place;
+    const Journal versions[] = {large("A"), large("B")};
+    place.store.save(versions[0]);
+    std::vector<std::jthread> threads;
+    for (const Journal& journal : versions)
+        threads.emplace_back([&] {
+            for (int i = 0; i < 5; ++i)
+                place.store.save(journal);
+        });
+    for (int i = 0; i < 5; ++i) {
+        const Journal read = place.store.load();
+        EXPECT_TRUE(read == versions[0] || read == versions[1]);
+    }
+}
