@@ -1,7 +1,7 @@
 #include "bench/Report.h"
 #include "core/base/Clock.h"
 #include "core/base/FileDescriptor.h"
-#include "core/capture/StorageTraversal.h"
+#include "core/storage/StorageTraversal.h"
 
 #include <cstdlib>
 #include <filesystem>

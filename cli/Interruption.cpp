@@ -29,7 +29,8 @@ Interruption::Interruption() {
 }
 
 Interruption::~Interruption() {
-    // SIGUSR1 stands for: nothing to wait for any more.
+    over = true;
+    // Anyone may send a SIGUSR1, so it only wakes the waiter to look.
     ::pthread_kill(waiter.native_handle(), SIGUSR1);
     waiter.join();
     const sigset_t signals = taken();
@@ -38,8 +39,9 @@ Interruption::~Interruption() {
 
 void Interruption::wait() {
     const sigset_t signals = taken();
-    for (int number = 0; ::sigwait(&signals, &number) == 0 && number != SIGUSR1;)
-        if (!source.request_stop())
+    int number = 0;
+    while (::sigwait(&signals, &number) == 0 && !(number == SIGUSR1 && over))
+        if (number != SIGUSR1 && !source.request_stop())
             ::_exit(signalStatus + number);
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <atomic>
 #include <stop_token>
 #include <thread>
 
@@ -21,6 +22,7 @@ private:
     void wait();
 
     std::stop_source source;
+    std::atomic<bool> over = false;
     std::thread waiter;
 };
 

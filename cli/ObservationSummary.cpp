@@ -24,7 +24,7 @@ std::string secondsText(double seconds) {
     return text;
 }
 
-std::string padded(std::string text, std::size_t width) {
+std::string padded(const std::string& text, std::size_t width) {
     const std::size_t used = console::columns(text);
     return used < width ? std::string(width - used, ' ') + text : text;
 }

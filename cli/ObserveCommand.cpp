@@ -11,6 +11,9 @@
 #include "core/storage/ComponentStorageScanner.h"
 #include "core/system/SystemFacts.h"
 
+#include <algorithm>
+#include <cerrno>
+
 namespace tidemark {
 
 namespace {
@@ -19,12 +22,31 @@ using Paths = std::vector<std::filesystem::path>;
 
 constexpr std::int64_t entriesPerSlice = 1'000'000;
 
-/// A path as the user gave it, made whole: the working directory means nothing in a record.
+/// Paths as the user gave them, made whole, since the working directory means nothing in a record;
+/// what is given twice is observed once.
 Paths absolute(const Paths& paths) {
     Paths result;
-    for (const auto& path : paths)
-        result.push_back(canonicalPath(path));
+    for (const auto& given : paths)
+        if (auto path = canonicalPath(given); std::ranges::find(result, path) == result.end())
+            result.push_back(std::move(path));
     return result;
+}
+
+/// The file to write: the one that a link leads to. Anything but a regular file is refused, since
+/// a replacement would take the place of a device or a pipe. So is, before a long observation
+/// rather than after it, a place where no file can be made.
+std::filesystem::path writableFile(const std::filesystem::path& given) {
+    auto path = canonicalPath(given);
+    std::error_code error;
+    const auto status = std::filesystem::symlink_status(path, error);
+    if (status.type() == std::filesystem::file_type::none)
+        throw FileError(textFromBytes(path.native()) + " could not be written: " + error.message()
+                            + ".",
+                        error.value());
+    if (std::filesystem::exists(status) && !std::filesystem::is_regular_file(status))
+        throw FileError(textFromBytes(path.native()) + " is not a regular file.", EINVAL);
+    const FileReplacement probe(path);
+    return path;
 }
 
 ObservationOptions optionsOf(const ObserveCommand& command) {
@@ -82,13 +104,14 @@ void save(const Snapshot& snapshot, const std::filesystem::path& path) {
 } // namespace
 
 void ObserveCommand::run() const {
+    const auto file = output.empty() ? output : writableFile(output);
     Snapshot snapshot;
     {
         const Interruption interruption;
         snapshot = observe(*this, interruption.token());
     }
     if (!output.empty())
-        save(snapshot, output);
+        save(snapshot, file);
     if (json) {
         json::write(snapshot, console::print);
         console::print("\n");

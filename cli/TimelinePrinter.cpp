@@ -30,7 +30,7 @@ std::string TimelinePrinter::moment(Date date) const {
 }
 
 std::string TimelinePrinter::times(const Event& event) const {
-    const std::string end = calendar.format(event.timestamp, "HH:mm");
+    std::string end = calendar.format(event.timestamp, "HH:mm");
     if (event.intervalStart == event.timestamp)
         return end;
     const bool sameDay =

@@ -3,8 +3,10 @@
 #include "cli/ObserveCommand.h"
 #include "core/base/Text.h"
 
+#include <csignal>
 #include <cstdio>
 #include <functional>
+#include <new>
 
 #include <CLI/CLI.hpp>
 
@@ -15,6 +17,11 @@ constexpr int wrongUsage = 2;
 
 constexpr const char* description =
     "Tidemark records what changed on this computer. Everything stays on the machine.";
+
+/// What an unset variable of a shell becomes is no path.
+std::string notEmpty(const std::string& path) {
+    return path.empty() ? "a path can't be empty" : "";
+}
 
 /// The commands by name, and the one that the arguments chose.
 class CommandLine {
@@ -38,13 +45,19 @@ public:
             return 0;
         } catch (const CLI::ParseError& error) {
             return app.exit(error) == 0 ? 0 : wrongUsage;
+        } catch (const std::bad_alloc&) {
+            return fail("There is not enough memory.");
         } catch (const std::exception& error) {
-            std::fprintf(stderr, "tidemark: %s\n", tidemark::oneLine(error.what()).c_str());
-            return failed;
+            return fail(error.what());
         }
     }
 
 private:
+    static int fail(const char* sentence) {
+        std::fprintf(stderr, "tidemark: %s\n", tidemark::oneLine(sentence).c_str());
+        return failed;
+    }
+
     CLI::App& command(const std::string& name, const std::string& purpose,
                       std::function<void()> action) {
         CLI::App& added = *app.add_subcommand(name, purpose);
@@ -57,10 +70,10 @@ private:
         auto& added =
             command("observe", "Take one observation of this machine", [this] { observe.run(); });
         const auto folders = [&](const std::string& names, auto& target, const std::string& what) {
-            added.add_option(names, target, what)->type_name("DIR");
+            added.add_option(names, target, what)->type_name("DIR")->check(notEmpty);
         };
         const auto file = [&](const std::string& names, auto& target, const std::string& what) {
-            added.add_option(names, target, what)->type_name("FILE");
+            added.add_option(names, target, what)->type_name("FILE")->check(notEmpty);
         };
         folders("--applications", observe.applications, "Folder to search for applications");
         folders("--agents", observe.agents, "Folder of agent definitions");
@@ -94,5 +107,7 @@ private:
 } // namespace
 
 int main(int argc, char** argv) {
+    // A parent may have left it ignored, and then the end of a child process could not be known.
+    std::signal(SIGCHLD, SIG_DFL);
     return CommandLine().run(argc, argv);
 }

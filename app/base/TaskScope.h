@@ -9,6 +9,11 @@ namespace tidemark {
 /// The coroutines that run on behalf of one object. The object outlives them: it declares its
 /// scope as the last member, each of its coroutines takes a `hold` in its first line, and the
 /// scope is left only when no hold is left. Main thread only.
+///
+/// Traps of GCC 12 for whoever writes a coroutine: it destroys the awaited task twice when
+/// `co_await` stands in a condition, so let it stand alone or initialise a variable; it copies an
+/// awaiter that is no temporary; and what a lambda captured is not kept by the coroutine that the
+/// lambda is, so pass arguments, by value.
 class TaskScope {
 public:
     /// Keeps the scope from ending.

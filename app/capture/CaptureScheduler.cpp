@@ -8,9 +8,14 @@ namespace tidemark {
 namespace {
 
 QCoro::Task<void> beat(AppClock* clock, CaptureScheduler::Check check, std::stop_token stop) {
-    while (
-        co_await clock->sleep(CaptureScheduler::heartbeatInterval, stop, AppClock::Slack::allowed))
+    // Not in the condition of a loop: GCC 12 destroys the awaited task twice there.
+    for (;;) {
+        const bool whole = co_await clock->sleep(CaptureScheduler::heartbeatInterval, stop,
+                                                 AppClock::Slack::allowed);
+        if (!whole)
+            co_return;
         co_await check();
+    }
 }
 
 } // namespace

@@ -57,6 +57,8 @@ Calendar::Calendar(const std::string& zone)
     : implementation(std::make_unique<Implementation>(
           icu::TimeZone::createTimeZone(icu::UnicodeString::fromUTF8(zone)))) {}
 Calendar::~Calendar() = default;
+Calendar::Calendar(Calendar&&) noexcept = default;
+Calendar& Calendar::operator=(Calendar&&) noexcept = default;
 Calendar::Calendar(const Calendar& other)
     : implementation(std::make_unique<Implementation>(other.implementation->zone->clone())) {}
 Calendar& Calendar::operator=(const Calendar& other) {

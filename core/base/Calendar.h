@@ -18,6 +18,8 @@ public:
     ~Calendar();
     Calendar(const Calendar& other);
     Calendar& operator=(const Calendar& other);
+    Calendar(Calendar&& other) noexcept;
+    Calendar& operator=(Calendar&& other) noexcept;
 
     /// The first moment of the day that `date` falls on.
     Date startOfDay(Date date) const;

@@ -5,6 +5,8 @@
 #include "core/base/JsonFields.h"
 #include "core/base/Shared.h"
 
+#include <bit>
+#include <cstdint>
 #include <functional>
 #include <map>
 #include <memory>
@@ -45,9 +47,16 @@ struct Hash {
         }
     }
 };
+/// By bits, since 0 and −0 are equal and yet must not replace each other.
+template <>
+struct Hash<double> {
+    std::size_t operator()(double value) const {
+        return std::hash<std::uint64_t>()(std::bit_cast<std::uint64_t>(value));
+    }
+};
 template <>
 struct Hash<Date> {
-    std::size_t operator()(Date value) const { return std::hash<double>()(value.secondsSince2001); }
+    std::size_t operator()(Date value) const { return of(value.secondsSince2001); }
 };
 template <class T>
 struct Hash<std::optional<T>> {
@@ -78,18 +87,25 @@ class InternPool {
 public:
     template <Recurring T>
     void unify(Shared<T>& value) {
-        value = *table<T>().insert(value).first;
+        value = table<T>().insert({recordHash::of(*value), value}).first->value;
     }
 
 private:
-    struct Hasher {
+    template <class T>
+    struct Entry {
+        std::size_t hash;
+        Shared<T> value;
+
+        bool operator==(const Entry&) const = default;
+    };
+    struct StoredHash {
         template <class T>
-        std::size_t operator()(const Shared<T>& value) const {
-            return recordHash::of(*value);
+        std::size_t operator()(const Entry<T>& entry) const {
+            return entry.hash;
         }
     };
     template <class T>
-    using Table = std::unordered_set<Shared<T>, Hasher>;
+    using Table = std::unordered_set<Entry<T>, StoredHash>;
 
     template <class T>
     Table<T>& table() {

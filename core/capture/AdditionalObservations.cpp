@@ -4,7 +4,7 @@
 #include "core/base/FileDescriptor.h"
 #include "core/base/Text.h"
 #include "core/capture/FolderListing.h"
-#include "core/capture/StorageFileMetadata.h"
+#include "core/storage/StorageFileMetadata.h"
 
 #include <algorithm>
 #include <array>

@@ -59,8 +59,8 @@ std::string metadata(const FolderEntry& bundle) {
     return wrappedMetadata(FolderEntry::describe(inBundle.get(), bundle.path, "Wrapper"));
 }
 
-std::string textOr(const std::string* text, std::string fallback) {
-    return text ? *text : std::move(fallback);
+std::string textOr(const std::string* text, std::string_view fallback) {
+    return text ? *text : std::string(fallback);
 }
 
 } // namespace

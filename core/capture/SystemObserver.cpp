@@ -3,7 +3,7 @@
 #include "core/base/Text.h"
 #include "core/base/Utf8.h"
 #include "core/capture/ApplicationsCollector.h"
-#include "core/capture/BatchedWalk.h"
+#include "core/storage/BatchedWalk.h"
 #include "core/storage/ComponentStorageScanner.h"
 #include "core/storage/StorageMeasurementError.h"
 #include "core/system/SystemFacts.h"
@@ -55,26 +55,6 @@ void takeInventory(const Inventory<Record>& found, std::vector<Shared<Record>>& 
     coverage.excludedPaths->insert(found.excludedPaths.begin(), found.excludedPaths.end());
 }
 
-Snapshot inventory(const ObservationOptions& options, Clock& clock, const std::stop_token& stop) {
-    Snapshot snapshot;
-    Coverage& coverage = snapshot.coverage;
-    coverage.notes.emplace();
-    coverage.excludedPaths.emplace();
-    takeInventory(ApplicationsCollector::collect(options.applicationRoots, clock, stop),
-                  snapshot.applications, coverage.applicationRoots, coverage);
-    takeInventory(BackgroundCollector::collect(options.backgroundRoots, snapshot.applications),
-                  snapshot.backgroundItems, coverage.backgroundRoots, coverage);
-
-    const fs::path home = SystemFacts::homeDirectory();
-    const auto space = SystemFacts::volumeSpace(home);
-    snapshot.freeBytes = space.freeBytes;
-    snapshot.volumeID = space.volumeID;
-    snapshot.volumeContext = SystemFacts::readVolumeContext(home);
-    snapshot.id = Uuid::random();
-    snapshot.timestamp = clock.now();
-    return snapshot;
-}
-
 /// A small root, walked in one go.
 StorageTraversal::Result measureQuickly(const fs::path& root, Clock& clock,
                                         const std::stop_token& stop) {
@@ -110,6 +90,30 @@ void take(StorageTraversal::Result result, const fs::path& root, Snapshot& snaps
         snapshot.folders.emplace_back(std::move(*result));
     else
         snapshot.coverage.issues.push_back(noComparison(root, result.error()));
+}
+
+/// The plain inventory, measuring `storageRoots` on the way.
+Snapshot inventory(const ObservationOptions& options, const std::vector<fs::path>& storageRoots,
+                   Clock& clock, const std::stop_token& stop) {
+    Snapshot snapshot;
+    Coverage& coverage = snapshot.coverage;
+    coverage.notes.emplace();
+    coverage.excludedPaths.emplace();
+    takeInventory(ApplicationsCollector::collect(options.applicationRoots, clock, stop),
+                  snapshot.applications, coverage.applicationRoots, coverage);
+    takeInventory(BackgroundCollector::collect(options.backgroundRoots, snapshot.applications),
+                  snapshot.backgroundItems, coverage.backgroundRoots, coverage);
+    for (const fs::path& root : storageRoots)
+        take(measureQuickly(root, clock, stop), root, snapshot);
+
+    const fs::path home = SystemFacts::homeDirectory();
+    const auto space = SystemFacts::volumeSpace(home);
+    snapshot.freeBytes = space.freeBytes;
+    snapshot.volumeID = space.volumeID;
+    snapshot.volumeContext = SystemFacts::readVolumeContext(home);
+    snapshot.id = Uuid::random();
+    snapshot.timestamp = clock.now();
+    return snapshot;
 }
 
 /// Between these two the scanner shares what it measures; it must not go on doing so afterwards,
@@ -253,6 +257,7 @@ private:
         for (const auto& issue : found.issues)
             addIssue(issue);
         std::vector<StorageMeasurementItem> items;
+        items.reserve(found.items.size());
         for (const auto& application : found.items)
             items.push_back(StorageMeasurementItem::application(*application));
         try {
@@ -291,10 +296,7 @@ private:
 } // namespace
 
 Snapshot capture(const ObservationOptions& options, Clock& clock, const std::stop_token& stop) {
-    Snapshot snapshot = inventory(options, clock, stop);
-    for (const fs::path& root : options.storageRoots)
-        take(measureQuickly(root, clock, stop), root, snapshot);
-    return snapshot;
+    return inventory(options, options.storageRoots, clock, stop);
 }
 
 Snapshot captureProgressively(const ObservationOptions& options,
@@ -302,16 +304,17 @@ Snapshot captureProgressively(const ObservationOptions& options,
                               Clock& clock, const std::stop_token& stop) {
     const double start = clock.monotonicSeconds();
     progress("Scanning Applications and Background Items…");
-    const ScannerCapture bracket(applicationStorage);
-    if (applicationStorage)
-        applicationStorage->retainCursors(options.storageRoots);
-
-    Snapshot snapshot = inventory(options, clock, stop);
-    snapshot.scanTimings = {ScanTiming{"Applications and Background Inventory",
-                                       clock.monotonicSeconds() - start,
-                                       snapshot.coverage.issues.empty()}};
-    StorageRun(options, applicationStorage, progress, snapshot, clock, stop).measure();
-
+    Snapshot snapshot;
+    {
+        const ScannerCapture bracket(applicationStorage);
+        if (applicationStorage)
+            applicationStorage->retainCursors(options.storageRoots);
+        snapshot = inventory(options, {}, clock, stop);
+        snapshot.scanTimings = {ScanTiming{"Applications and Background Inventory",
+                                           clock.monotonicSeconds() - start,
+                                           snapshot.coverage.issues.empty()}};
+        StorageRun(options, applicationStorage, progress, snapshot, clock, stop).measure();
+    }
     snapshot.timestamp = clock.now();
     snapshot.captureDuration = clock.monotonicSeconds() - start;
     progress("Saving Observation…");

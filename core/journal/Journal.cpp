@@ -1,5 +1,6 @@
 #include "core/journal/Journal.h"
 
+#include "core/base/InternPool.h"
 #include "core/history/InstallationHistory.h"
 #include "core/timeline/EventBuilder.h"
 #include "core/timeline/ObservationCoverage.h"
@@ -8,6 +9,38 @@
 #include <unordered_set>
 
 namespace tidemark {
+
+namespace {
+
+template <class T>
+void unify(InternPool& pool, std::vector<Shared<T>>& values) {
+    for (auto& value : values)
+        pool.unify(value);
+}
+
+/// Makes `snapshot` share what it holds alike with others of the pool.
+void unify(InternPool& pool, Snapshot& snapshot) {
+    unify(pool, snapshot.applications);
+    unify(pool, snapshot.backgroundItems);
+    if (snapshot.applicationStorage)
+        unify(pool, snapshot.applicationStorage->records);
+    if (snapshot.folderStorage)
+        for (auto& report : *snapshot.folderStorage)
+            unify(pool, report.children.records);
+}
+
+/// The same snapshot, sharing its recurring parts with the one before, as it would after a load:
+/// otherwise a recorder that runs for weeks would hold every application hundreds of times.
+Shared<Snapshot> sharingWith(const Snapshot& previous, const Snapshot& snapshot) {
+    InternPool pool;
+    Snapshot known = previous;
+    unify(pool, known);
+    Snapshot sharing = snapshot;
+    unify(pool, sharing);
+    return sharing;
+}
+
+} // namespace
 
 std::vector<Event> Journal::eventsBetween(const Snapshot& from, const Snapshot& to) {
     std::vector<Event> added = EventBuilder::build(from, to);
@@ -20,7 +53,8 @@ void Journal::append(Shared<Snapshot> snapshot, bool comparingPrevious) {
     if (comparingPrevious && !snapshots.empty())
         for (Event& event : eventsBetween(*snapshots.back(), *snapshot))
             events.emplace_back(std::move(event));
-    snapshots.push_back(std::move(snapshot));
+    snapshots.push_back(snapshots.empty() ? std::move(snapshot)
+                                          : sharingWith(*snapshots.back(), *snapshot));
     if (snapshots.size() > snapshotLimit)
         snapshots.erase(snapshots.begin(),
                         snapshots.end() - static_cast<std::ptrdiff_t>(snapshotLimit));

@@ -11,8 +11,8 @@
 namespace tidemark {
 
 /// Reads and writes the journal document. Any thread may call it; one operation runs at a time,
-/// in the order of the calls. It never repairs, overwrites or renames a document that it could
-/// not read.
+/// and a caller that waits for one before it makes the next has them in order. It never repairs,
+/// overwrites or renames a document that it could not read.
 class JournalStore {
 public:
     /// The document is of a version that this release does not know.

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "core/capture/CompletedFolders.h"
+#include "core/storage/CompletedFolders.h"
 
 #include <unordered_map>
 

@@ -3,7 +3,7 @@
 #include "core/base/CanonicalPath.h"
 #include "core/base/Collation.h"
 #include "core/base/Error.h"
-#include "core/capture/BatchedWalk.h"
+#include "core/storage/BatchedWalk.h"
 #include "core/storage/FolderContents.h"
 #include "core/storage/StorageMeasurementError.h"
 
@@ -132,6 +132,7 @@ void ComponentStorageScanner::endCapture() {
 
 void ComponentStorageScanner::retainCursors(const std::vector<std::filesystem::path>& roots) {
     std::vector<std::string> kept;
+    kept.reserve(roots.size());
     for (const auto& root : roots)
         kept.push_back(textFromBytes(canonicalPath(root).native()));
     const Lock lock(mutex);

@@ -1,10 +1,10 @@
 #pragma once
 
 #include "core/base/Clock.h"
-#include "core/capture/StorageTraversal.h"
 #include "core/records/FolderStorageReport.h"
 #include "core/storage/CaptureSizes.h"
 #include "core/storage/MeasurementCache.h"
+#include "core/storage/StorageTraversal.h"
 
 #include <atomic>
 #include <functional>

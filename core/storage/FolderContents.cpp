@@ -2,7 +2,7 @@
 
 #include "core/base/Arithmetic.h"
 #include "core/base/FileDescriptor.h"
-#include "core/capture/StorageFileMetadata.h"
+#include "core/storage/StorageFileMetadata.h"
 
 #include <cerrno>
 #include <memory>

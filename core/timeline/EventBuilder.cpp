@@ -256,30 +256,38 @@ private:
     Event& event;
 };
 
-/// An item whose program lies inside the bundle that `event` is about.
+/// The item that `event` tells of, when it is a new one whose program lies inside an application.
+const BackgroundItem* broughtItem(const Event& event) {
+    if (event.category != EventCategory::background || event.changes.empty())
+        return nullptr;
+    const auto* added = std::get_if<change::BackgroundAdded>(&event.changes.front());
+    return added && added->value->association == BackgroundItem::insideBundle
+                   && added->value->program
+               ? &*added->value
+               : nullptr;
+}
+
+/// True when `other`, with a `broughtItem`, came with the application that `event` is about.
 bool bringsAlong(const Event& event, const Event& other) {
-    if (other.category != EventCategory::background || other.appID != event.appID
-        || other.changes.empty() || !event.path)
-        return false;
-    const auto* added = std::get_if<change::BackgroundAdded>(&other.changes.front());
-    if (!added)
-        return false;
-    const BackgroundItem& item = *added->value;
-    return item.association == BackgroundItem::insideBundle && item.program
-           && isBelow(*item.program, *event.path);
+    const BackgroundItem* item = broughtItem(other);
+    return item && event.path && event.appID == other.appID && isBelow(*item->program, *event.path);
 }
 
 /// Moves the background items that came with an application into its event, so that one
 /// installation reads as one entry. The first application that claims an item gets it.
 void foldBackgroundItems(std::vector<Event>& events) {
+    std::vector<Event*> brought;
+    for (Event& event : events)
+        if (broughtItem(event))
+            brought.push_back(&event);
     for (Event& event : events) {
         if (event.category != EventCategory::applications)
             continue;
-        for (Event& other : events) {
-            if (&other == &event || !bringsAlong(event, other))
+        for (Event* other : brought) {
+            if (!bringsAlong(event, *other))
                 continue;
-            std::ranges::move(other.changes, std::back_inserter(event.changes));
-            other.changes.clear();
+            std::ranges::move(other->changes, std::back_inserter(event.changes));
+            other->changes.clear();
         }
     }
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "core/capture/StorageTraversal.h"
+#include "core/storage/StorageTraversal.h"
 
 #include <functional>
 

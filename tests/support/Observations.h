@@ -1,7 +1,6 @@
 #pragma once
 
-#include "core/records/Change.h"
-#include "core/records/Snapshot.h"
+#include "core/journal/Journal.h"
 
 #include <string>
 #include <vector>
@@ -28,6 +27,9 @@ MetadataReport report(const std::string& scope, std::vector<ObservedMetadata> it
 /// A snapshot that could read "/Applications" and "/Library/LaunchAgents"; its id ends with
 /// `number`, and it was taken `number` minutes into 2001.
 Snapshot snapshot(unsigned number);
+
+/// A journal in which every optional is there and every collection holds one element.
+Journal fullJournal();
 
 /// Changes as lines such as "applicationInstalled /Applications/A.app".
 std::string summary(const std::vector<Change>& changes);

@@ -23,7 +23,7 @@ public:
         if (seconds > 0 && !stop.stop_requested()) {
             const auto sleeper = std::make_shared<Sleeper>(Sleeper{elapsed + seconds, {}});
             sleepers.push_back(sleeper);
-            const std::stop_callback wakeUp(stop, [this, sleeper] {
+            std::stop_callback wakeUp(stop, [this, sleeper] {
                 QMetaObject::invokeMethod(
                     QCoreApplication::instance(), [this, sleeper] { wake(sleeper); },
                     Qt::QueuedConnection);

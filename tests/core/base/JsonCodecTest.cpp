@@ -1,8 +1,6 @@
 #include "core/base/JsonDecoder.h"
 #include "core/base/JsonEncoder.h"
-#include "core/journal/Journal.h"
 #include "tests/support/Observations.h"
-#include "tests/support/RecordFiller.h"
 
 #include <cstring>
 
@@ -89,7 +87,7 @@ TEST(JsonCodec, WritesAnyBytesAsValidText) {
 
 TEST(JsonCodec, TellsWhereADocumentIsWrongAndHow) {
     using Json = nlohmann::json;
-    Journal sample = test::fullSample<Journal>();
+    Journal sample = test::fullJournal();
     sample.snapshots.assign(4, sample.snapshots.front());
     const Json good = Json::parse(json::encoded(sample));
     const std::tuple<const char*, Json, const char*> cases[] = {
@@ -194,7 +192,7 @@ TEST(JsonCodec, RefusesHostileDocuments) {
 }
 
 TEST(JsonCodec, RefusesAJournalCutAnywhere) {
-    const std::string whole = json::encoded(test::fullSample<Journal>());
+    const std::string whole = json::encoded(test::fullJournal());
     EXPECT_EQ(failureOf<Journal>(whole), "decoded");
     for (std::size_t length = 0; length < whole.size(); ++length)
         ASSERT_NE(failureOf<Journal>(std::string_view(whole).substr(0, length)), "decoded")

@@ -5,7 +5,6 @@
 #include "core/base/JsonEncoder.h"
 #include "tests/support/Observations.h"
 #include "tests/support/OrdinaryUser.h"
-#include "tests/support/RecordFiller.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <algorithm>
@@ -71,8 +70,7 @@ TEST(JournalStore, StartsEmptyWithoutTouchingTheDisk) {
 
 TEST(JournalStore, ReadsBackWhatItSavedAndKeepsItPrivate) {
     Place place;
-    Journal journal = test::fullSample<Journal>();
-    journal.schemaVersion = 1;
+    const Journal journal = test::fullJournal();
     place.store.save(journal);
     EXPECT_EQ(test::modeOf(place.folder / "data"), 0700U);
     EXPECT_EQ(place.store.load(), journal);

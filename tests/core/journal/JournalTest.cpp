@@ -59,6 +59,19 @@ TEST(Journal, ComparesWithTheSnapshotBefore) {
     EXPECT_EQ(journal.snapshots[2]->timestamp, Date{1e6});
 }
 
+TEST(Journal, HoldsWhatTwoSnapshotsShareOnce) {
+    Journal journal;
+    Snapshot first = withApplications(1, 2);
+    Snapshot second = withApplications(1, 2);
+    second.applications[1] = test::application("1-1", "2");
+    journal.append(first, true);
+    journal.append(second, true);
+    const auto& before = journal.snapshots[0]->applications;
+    const auto& after = journal.snapshots[1]->applications;
+    EXPECT_TRUE(before[0].sameObject(after[0]));
+    EXPECT_EQ(*journal.snapshots[1], second);
+}
+
 TEST(Journal, KeepsThe720LatestSnapshots) {
     Journal journal;
     journal.baselines = {Baseline::named("Mine", test::snapshot(1))};

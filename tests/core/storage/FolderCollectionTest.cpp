@@ -68,6 +68,11 @@ TEST_F(FolderCollection, ListsFilesNowAndMeasuresSubfolders) {
 
     fs::remove_all(folder / "root/sub");
     EXPECT_EQ(scanner.collectFolder(folder / "root", 10).children.records.size(), 1U);
+
+    clock.readingStep = 0.3;
+    folder.makeFolder("root/late");
+    const auto late = scanner.collectFolder(folder / "root", 2).children.records.at(1);
+    EXPECT_FALSE(late->attemptedAt) << "the listing took all the time";
 }
 
 TEST_F(FolderCollection, ATrashWithOnlyAFileManagersFileIsEmpty) {

@@ -222,6 +222,38 @@ TEST(EventBuilder, GivesApplicationsTheirSizes) {
     EXPECT_EQ(removed(record).subtitle, "Previously 1");
 }
 
+TEST(EventBuilder, PrefersTheLaterObservation) {
+    const Application old = application("A");
+    Application renamed = application("A", "2");
+    renamed.name = "Renamed";
+    const auto events = built([&](auto& before, auto& after) {
+        before.applications = {old};
+        after.applications = {renamed};
+        before.applicationStorage = {{measured(old, 1)}, Date{}};
+        after.applicationStorage = {{measured(old, 2)}, Date{}};
+        BackgroundItem helper = agentInside("A");
+        helper.association.reset();
+        after.backgroundItems = {helper};
+        before.volumeContext = VolumeContext{"Old", {}, {}, {}, {}, {}};
+        after.volumeContext = VolumeContext{"New", {}, {}, {}, {}, {}};
+        before.volumeID = after.volumeID = "V";
+        before.freeBytes = 0;
+        after.freeBytes = 5'000'000'000;
+    });
+    ASSERT_EQ(events.size(), 3U);
+    EXPECT_EQ(events[0].title, "Renamed Updated");
+    EXPECT_EQ(events[0].applicationSizeBefore->bytes, 1);
+    EXPECT_EQ(events[0].applicationSizeAfter->bytes, 2);
+    EXPECT_EQ(events[1].title, "Renamed: New Background Item");
+    EXPECT_EQ(events[2].subtitle, "New · 5 GB increase in free space · 5 GB remaining");
+
+    const auto gone = built([&](auto& before, auto& after) {
+        before.applications = {old};
+        after.backgroundItems = {agentInside("A")};
+    });
+    EXPECT_EQ(gone.at(0).changes.size(), 2U) << "folded even into a removal";
+}
+
 TEST(EventBuilder, FoldsWhatAnApplicationBroughtAlong) {
     const auto events = [](double apart, const std::function<void(BackgroundItem&)>& differ) {
         return built([&](Snapshot& before, Snapshot& after) {

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "core/base/Clock.h"
-#include "core/capture/StorageTraversal.h"
+#include "core/storage/StorageTraversal.h"
 
 #include <functional>
 #include <limits>

@@ -1,4 +1,4 @@
-#include "core/capture/BatchedWalk.h"
+#include "core/storage/BatchedWalk.h"
 
 #include <algorithm>
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "core/capture/CompletedFolders.h"
 #include "core/records/StorageMeasurementFailure.h"
+#include "core/storage/CompletedFolders.h"
 
 #include <expected>
 #include <filesystem>

@@ -1,9 +1,9 @@
-#include "core/capture/StorageTraversal.h"
+#include "core/storage/StorageTraversal.h"
 
 #include "core/base/Arithmetic.h"
 #include "core/base/CanonicalPath.h"
 #include "core/base/FileDescriptor.h"
-#include "core/capture/StorageFileMetadata.h"
+#include "core/storage/StorageFileMetadata.h"
 
 #include <algorithm>
 #include <cerrno>

@@ -1,4 +1,4 @@
-#include "core/capture/StorageTraversal.h"
+#include "core/storage/StorageTraversal.h"
 
 #include "core/base/FileDescriptor.h"
 #include "tests/support/FolderWalk.h"

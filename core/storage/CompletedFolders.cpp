@@ -1,4 +1,4 @@
-#include "core/capture/CompletedFolders.h"
+#include "core/storage/CompletedFolders.h"
 
 #include "core/base/Arithmetic.h"
 

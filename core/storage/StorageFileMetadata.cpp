@@ -1,4 +1,4 @@
-#include "core/capture/StorageFileMetadata.h"
+#include "core/storage/StorageFileMetadata.h"
 
 #include <algorithm>
 #include <limits>

@@ -1,0 +1,153 @@
+#include "app/capture/FolderAccess.h"
+
+#include "app/preferences/PreferenceKeys.h"
+#include "core/base/CanonicalPath.h"
+#include "core/base/Error.h"
+#include "core/base/JsonEncoder.h"
+#include "core/base/Text.h"
+
+#include <algorithm>
+
+namespace tidemark {
+
+namespace {
+
+constexpr std::string_view key = preference::observationFolderBookmarks.name;
+
+} // namespace
+
+FolderAccess::FolderAccess(Preferences& store, BookmarkOperations bookmarks, bool onlyApproved,
+                           std::vector<RecommendedFolder> folders)
+    : preferences(store), operations(std::move(bookmarks)), sandboxed(onlyApproved),
+      recommended(std::move(folders)) {
+    try {
+        load();
+    } catch (const Error&) {
+        report("Saved folder access couldn’t be read. Choose folders again to restore "
+               "observation.");
+    }
+}
+
+void FolderAccess::load() {
+    std::vector<FolderGrant> loaded;
+    const auto stored = preferences.data(key);
+    if (stored)
+        loaded = FolderGrant::unified(FolderGrant::decodeList(stored->bytes));
+    if (!read(preferences, preference::unifiedFolderTrackingMigrated)) {
+        if (preferences.boolean(preference::storageEnabled.name) == false)
+            for (auto& grant : loaded)
+                grant.purposes.erase(FolderPurpose::storage);
+        if (stored)
+            persist(loaded);
+        preferences.set(preference::unifiedFolderTrackingMigrated.name, true);
+    }
+    grantList = std::move(loaded);
+}
+
+void FolderAccess::persist(std::vector<FolderGrant> updated) {
+    const auto before = preferences.data(key);
+    if (!preferences.set(key, Data{json::encoded(updated)})) {
+        const auto problem = preferences.problem();
+        // What the user is told was not saved must not be saved along with a later change.
+        before ? preferences.set(key, *before) : preferences.remove(key);
+        throw Error(problem.value_or("The settings can’t be saved."));
+    }
+    grantList = std::move(updated);
+    Q_EMIT changed();
+}
+
+void FolderAccess::report(std::optional<std::string> text, bool success) {
+    lastMessage = std::move(text);
+    lastMessageIsSuccess = success;
+    Q_EMIT changed();
+}
+
+FolderAccess::AccessStatus FolderAccess::accessStatus(const std::string& path) const {
+    const auto found = statuses.find(path);
+    return found == statuses.end() ? AccessStatus::unchecked : found->second;
+}
+
+std::optional<std::string> FolderAccess::accessFailure(const std::string& path) const {
+    const auto found = failures.find(path);
+    return found == failures.end() ? std::nullopt : std::optional(found->second);
+}
+
+std::map<std::string, FolderPurposes> FolderAccess::selection() const {
+    std::map<std::string, FolderPurposes> tracked;
+    for (const auto& grant : grantList)
+        if (!grant.purposes.empty())
+            tracked.emplace(grant.path, grant.purposes);
+    return tracked;
+}
+
+const FolderGrant* FolderAccess::find(const Uuid& id) const {
+    const auto found = std::ranges::find(grantList, id, &FolderGrant::id);
+    return found == grantList.end() ? nullptr : &*found;
+}
+
+bool FolderAccess::isGranted(const std::filesystem::path& path) const {
+    return std::ranges::find(grantList, textFromBytes(path.native()), &FolderGrant::path)
+           != grantList.end();
+}
+
+void FolderAccess::setTracking(FolderPurpose purpose, bool enabled, const Uuid& id) {
+    auto updated = grantList;
+    for (auto& grant : updated) {
+        if (grant.id != id)
+            continue;
+        if (enabled) {
+            grant.purposes.insert(purpose);
+            grant.availablePurposes.insert(purpose);
+        } else {
+            grant.purposes.erase(purpose);
+        }
+    }
+    try {
+        persist(std::move(updated));
+        report(std::nullopt);
+    } catch (const Error& error) {
+        report(error.what());
+    }
+}
+
+void FolderAccess::remove(const Uuid& id) {
+    const FolderGrant* grant = find(id);
+    if (!grant)
+        return;
+    const std::string path = grant->path;
+    auto updated = grantList;
+    std::erase_if(updated, [&](const FolderGrant& each) { return each.id == id; });
+    try {
+        persist(std::move(updated));
+    } catch (const Error& error) {
+        report(error.what());
+        return;
+    }
+    // So that it is not brought back at the next start.
+    auto removed = read(preferences, preference::removedRecommendedPaths);
+    for (const auto& folder : recommended) {
+        const std::string own = textFromBytes(folder.url.native());
+        const bool same = own == path || textFromBytes(canonicalPath(folder.url).native()) == path;
+        if (same && std::ranges::find(removed, own) == removed.end())
+            removed.push_back(own);
+    }
+    preferences.set(preference::removedRecommendedPaths.name, std::move(removed));
+    report(std::nullopt);
+}
+
+void FolderAccess::completeSetup() {
+    preferences.set(preference::folderSetupCompleted.name, true);
+    preferences.set(preference::diskAccessSetupPending.name, false);
+    preferences.set(preference::diskAccessCheckRequested.name, false);
+}
+
+std::vector<RecommendedFolder> FolderAccess::candidates() const {
+    const auto removed = read(preferences, preference::removedRecommendedPaths);
+    auto folders = recommended;
+    std::erase_if(folders, [&](const RecommendedFolder& folder) {
+        return std::ranges::find(removed, textFromBytes(folder.url.native())) != removed.end();
+    });
+    return folders;
+}
+
+} // namespace tidemark

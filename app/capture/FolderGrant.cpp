@@ -1,0 +1,96 @@
+#include "app/capture/FolderGrant.h"
+
+#include "core/base/JsonDecoder.h"
+
+#include <algorithm>
+#include <optional>
+
+namespace tidemark {
+
+namespace {
+
+/// A grant as it may stand in the preferences.
+struct StoredGrant {
+    Uuid id;
+    std::string path;
+    Data bookmark;
+    std::optional<FolderPurposes> purposes;
+    std::optional<FolderPurposes> availablePurposes;
+    /// Of earlier releases, where a folder had one purpose.
+    std::optional<FolderPurpose> purpose;
+
+    static constexpr auto fields() {
+        return std::tuple{
+            Field{"id", &StoredGrant::id},
+            Field{"path", &StoredGrant::path},
+            Field{"bookmark", &StoredGrant::bookmark},
+            Field{"purposes", &StoredGrant::purposes},
+            Field{"availablePurposes", &StoredGrant::availablePurposes},
+            Field{"purpose", &StoredGrant::purpose},
+        };
+    }
+};
+
+struct Suggestion {
+    std::string_view lastComponent;
+    FolderPurpose purpose;
+};
+constexpr auto suggestions = std::to_array<Suggestion>({
+    {"Applications", FolderPurpose::applications},
+    {"LaunchAgents", FolderPurpose::launchAgents},
+    {"LaunchDaemons", FolderPurpose::launchDaemons},
+});
+
+FolderGrant converted(StoredGrant stored) {
+    if (!stored.purposes && !stored.purpose)
+        throw json::DecodingError("The folder " + stored.path + " has no purpose.");
+    FolderGrant grant{stored.id, std::move(stored.path), std::move(stored.bookmark), {}, {}};
+    grant.purposes =
+        stored.purposes ? *std::move(stored.purposes) : FolderPurposes{*stored.purpose};
+    if (stored.availablePurposes) {
+        grant.availablePurposes = *std::move(stored.availablePurposes);
+    } else {
+        grant.availablePurposes = FolderGrant::suggestedPurposes(grant.path);
+        grant.availablePurposes.insert(grant.purposes.begin(), grant.purposes.end());
+    }
+    return grant;
+}
+
+} // namespace
+
+std::filesystem::path standardizedPath(const std::filesystem::path& path) {
+    const auto normal = path.lexically_normal();
+    return normal.has_filename() || !normal.has_relative_path() ? normal : normal.parent_path();
+}
+
+FolderPurposes FolderGrant::suggestedPurposes(const std::filesystem::path& path) {
+    FolderPurposes purposes{FolderPurpose::storage};
+    for (const auto& suggestion : suggestions)
+        if (standardizedPath(path).filename().native() == suggestion.lastComponent)
+            purposes.insert(suggestion.purpose);
+    return purposes;
+}
+
+std::vector<FolderGrant> FolderGrant::unified(std::vector<FolderGrant> grants) {
+    std::vector<FolderGrant> result;
+    for (auto& grant : grants) {
+        grant.path = standardizedPath(grant.path).native();
+        const auto same = std::ranges::find(result, grant.path, &FolderGrant::path);
+        if (same == result.end()) {
+            result.push_back(std::move(grant));
+            continue;
+        }
+        same->purposes.merge(grant.purposes);
+        same->availablePurposes.merge(grant.availablePurposes);
+    }
+    return result;
+}
+
+std::vector<FolderGrant> FolderGrant::decodeList(std::string_view bytes) {
+    std::vector<FolderGrant> grants;
+    for (auto& stored : json::decode<std::vector<StoredGrant>>(bytes))
+        grants.push_back(converted(std::move(stored)));
+    return grants;
+}
+
+} // namespace tidemark

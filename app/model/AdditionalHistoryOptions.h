@@ -1,0 +1,26 @@
+#pragma once
+
+#include "app/preferences/PreferenceKeys.h"
+
+#include <filesystem>
+#include <vector>
+
+namespace tidemark {
+
+/// What the user wants observed beyond applications, services and folders.
+struct AdditionalHistoryOptions {
+    bool homebrew = false;
+    bool diagnostics = false;
+    std::vector<std::filesystem::path> files;
+
+    bool isEmpty() const { return !homebrew && !diagnostics && files.empty(); }
+
+    static AdditionalHistoryOptions stored(const Preferences& preferences) {
+        const auto paths = read(preferences, preference::configurationHistoryPaths);
+        return {read(preferences, preference::homebrewHistoryEnabled),
+                read(preferences, preference::diagnosticHistoryEnabled),
+                {paths.begin(), paths.end()}};
+    }
+};
+
+} // namespace tidemark

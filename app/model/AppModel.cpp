@@ -1,0 +1,157 @@
+#include "app/model/AppModel.h"
+
+#include "app/base/Background.h"
+#include "app/model/Log.h"
+#include "app/model/MachineObservation.h"
+#include "app/preferences/PreferenceKeys.h"
+#include "core/base/Files.h"
+#include "core/base/JsonDecoder.h"
+
+#include <QScopeGuard>
+
+namespace tidemark {
+
+namespace {
+
+constexpr std::int64_t entriesPerSlice = 1'000'000;
+
+} // namespace
+
+AppModel::AppModel(Setup setup)
+    : dataFiles(std::move(setup.files)),
+      modelState(setup.preferences, setup.sandboxed, setup.legacyStorageEnabled, setup.clock.now()),
+      folders(setup.preferences, std::move(setup.bookmarks), setup.sandboxed,
+              setup.recommended ? *std::move(setup.recommended)
+                                : RecommendedFolder::current(setup.home)),
+      store(dataFiles.journal(), dataFiles.legacyJournal, dataFiles.upgradeBackup()),
+      scanner(dataFiles.storageMeasurements(), entriesPerSlice),
+      services{setup.preferences,
+               setup.clock,
+               folders,
+               store,
+               tasks,
+               std::move(setup.home),
+               setup.observe ? std::move(setup.observe) : machineObservation(scanner, progress),
+               std::move(setup.beginActivity),
+               nullptr,
+               {}},
+      flow(modelState, progress, services), recording(modelState, flow, services),
+      folderSetup(modelState, flow, services),
+      scheduler(setup.applicationCenter, setup.workspaceCenter,
+                setup.heartbeat ? std::move(setup.heartbeat)
+                                : CaptureScheduler::backgroundHeartbeat(setup.clock)) {}
+
+AppModel::~AppModel() {
+    scheduler.stop();
+    tasks.drain();
+}
+
+QCoro::Task<void> AppModel::check(QPointer<AppModel> model) {
+    if (!model)
+        co_return;
+    co_await model->start();
+    if (model && !model->starting)
+        co_await model->refreshIfNeeded(model->services.clock.now());
+}
+
+QCoro::Task<void> AppModel::start() {
+    const auto hold = tasks.hold();
+    if (modelState.loaded || starting || tasks.isStopping())
+        co_return;
+    starting = true;
+    stopped = false;
+    const auto done = qScopeGuard([this] { starting = false; });
+    qCInfo(capturesLog, "Starting observation service");
+    scheduler.start([model = QPointer(this)] { return check(model); });
+    const bool isLoaded = co_await load();
+    if (isLoaded && !isEnding())
+        co_await run();
+}
+
+QCoro::Task<bool> AppModel::load() {
+    std::string failure;
+    try {
+        const auto read = [this](const std::stop_token&) { return store.load(); };
+        Journal journal = co_await runInBackground(read);
+        modelState.setJournal(std::move(journal));
+        if (services.live)
+            co_await services.live->loadMemory();
+        co_return true;
+    } catch (const std::exception& error) {
+        failure = error.what();
+    }
+    qCCritical(capturesLog, "Observation startup failed: %s", failure.c_str());
+    modelState.error = "Tidemark couldn’t read its history. Your existing file has not been "
+                       "overwritten. "
+                       + failure;
+    co_return false;
+}
+
+QCoro::Task<void> AppModel::run() {
+    modelState.error = std::nullopt;
+    modelState.loaded = true;
+    recording.restore();
+    if (!modelState.canRecord()) {
+        co_await showStoredActivity();
+    } else if (services.live) {
+        services.live->startActivityMonitors();
+        services.live->startMemory();
+    }
+
+    const bool restored = co_await folders.restoreRecommendedAccessAfterRestart();
+    if (isEnding())
+        co_return;
+    if (restored) {
+        services.preferences.set(preference::diskAccessCheckRequested.name, false);
+        co_await importInitialHistory();
+        co_await scan(false);
+    }
+
+    const bool isSetUp = read(services.preferences, preference::folderSetupCompleted)
+                         && !read(services.preferences, preference::diskAccessSetupPending);
+    if (!isSetUp) {
+        modelState.folderManagerPresented = true;
+        co_return;
+    }
+    co_await importInitialHistory();
+    if (!modelState.latest())
+        co_await scan(false);
+    else
+        co_await refreshIfNeeded(services.clock.now());
+}
+
+QCoro::Task<void> AppModel::showStoredActivity() {
+    const auto load = [file = dataFiles.systemActivity()](const std::stop_token&) {
+        return json::decode<std::vector<SystemActivity>>(readFile(file));
+    };
+    try {
+        auto records = co_await runInBackground(load);
+        modelState.setSystemActivity(std::move(records));
+    } catch (const Error&) {
+        // Only shown, and never written, while recording is paused.
+    }
+}
+
+QCoro::Task<void> AppModel::importInitialHistory() {
+    if (services.importInitialHistory && !isEnding())
+        co_await services.importInitialHistory();
+}
+
+void AppModel::stopAutomaticCaptures() {
+    qCInfo(capturesLog, "Stopping observation service");
+    stopped = true;
+    scheduler.stop();
+    if (services.live)
+        services.live->stop();
+}
+
+void AppModel::setCaptureSchedule(CaptureSchedule schedule) {
+    modelState.captureSchedule = schedule;
+    services.preferences.set(preference::captureSchedule.name, std::string(rawValue(schedule)));
+}
+
+std::optional<Date> AppModel::nextAutomaticCapture() const {
+    return nextCapture(modelState.captureSchedule, modelState.lastCapture());
+}
+
+} // namespace tidemark

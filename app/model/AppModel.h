@@ -1,0 +1,114 @@
+#pragma once
+
+#include "app/base/NotificationCenter.h"
+#include "app/capture/CaptureScheduler.h"
+#include "app/model/AppDataLocation.h"
+#include "app/model/CaptureFlow.h"
+#include "app/model/FolderSetup.h"
+#include "app/model/RecordingSwitch.h"
+#include "core/storage/ComponentStorageScanner.h"
+
+namespace tidemark {
+
+/// The one controller of the running application: it owns the journal and the services, and has
+/// the commands that change them. It knows no view. Main thread only.
+class AppModel : public QObject {
+    Q_OBJECT
+
+public:
+    /// What it is built with. All that is given by reference outlives it.
+    struct Setup {
+        Preferences& preferences;
+        DataFiles files;
+        NotificationCenter& applicationCenter;
+        NotificationCenter& workspaceCenter;
+        AppClock& clock = AppClock::system();
+        /// The process may open nothing but what the user picked.
+        bool sandboxed = false;
+        /// What an earlier edition of the program kept.
+        std::optional<bool> legacyStorageEnabled{};
+        BookmarkOperations bookmarks = BookmarkOperations::direct();
+        std::filesystem::path home = SystemFacts::homeDirectory();
+        /// Of `home`, when absent.
+        std::optional<std::vector<RecommendedFolder>> recommended{};
+        /// Once a minute, when absent.
+        CaptureScheduler::Heartbeat heartbeat{};
+        /// The machine itself, when absent.
+        Observe observe{};
+        /// Nothing, when absent.
+        BeginActivity beginActivity{};
+    };
+
+    explicit AppModel(Setup setup);
+    ~AppModel() override;
+
+    /// Before `start`: what records besides captures. It outlives this.
+    void setLiveServices(LiveServices& live) { services.live = &live; }
+    /// Before `start`: what fills an empty journal. Never fails.
+    void setInitialImport(std::function<QCoro::Task<void>()> import) {
+        services.importInitialHistory = std::move(import);
+    }
+
+    /// Reads the history and starts recording. Never fails: when the history can't be read,
+    /// `error` says so, nothing is recorded or written, and the scheduler tries again. Does
+    /// nothing when it has started or is starting.
+    QCoro::Task<void> start();
+    /// Ends automatic captures and all other recording, at the end of the program.
+    void stopAutomaticCaptures();
+
+    QCoro::Task<void> scan(bool allowDuringFolderSetup = false) {
+        return flow.scan(allowDuringFolderSetup);
+    }
+    QCoro::Task<Snapshot> captureObservation() { return flow.captureObservation(); }
+    QCoro::Task<bool> commit(Journal journal) { return flow.commit(std::move(journal)); }
+    QCoro::Task<void> refreshIfNeeded(Date now) { return flow.refreshIfNeeded(now); }
+
+    void setCaptureSchedule(CaptureSchedule schedule);
+    std::optional<Date> nextAutomaticCapture() const;
+
+    bool canChangeRecording() const { return recording.canChange(); }
+    void setRecordingMode(RecordingMode mode) { recording.set(mode); }
+    std::string_view recordingStatus() const { return recording.status(); }
+    std::string_view menuSymbol() const { return recording.menuSymbol(); }
+
+    void beginFolderManagement() { folderSetup.begin(); }
+    QCoro::Task<void> finishFolderManagement() { return folderSetup.finish(); }
+    QCoro::Task<void> checkRecommendedAccess(FolderAccess::Check check = {}) {
+        return folderSetup.checkRecommendedAccess(std::move(check));
+    }
+    QCoro::Task<void> resumePermissionSetupOnActivation(FolderAccess::Check check = {}) {
+        return folderSetup.resumeOnActivation(std::move(check));
+    }
+
+    ModelState& state() { return modelState; }
+    const ModelState& state() const { return modelState; }
+    FolderAccess& folderAccess() { return folders; }
+    CaptureProgress& scanProgress() { return progress; }
+    const DataFiles& files() const { return dataFiles; }
+    bool isStarting() const { return starting; }
+
+private:
+    static QCoro::Task<void> check(QPointer<AppModel> model);
+    bool isEnding() const { return stopped || tasks.isStopping(); }
+    QCoro::Task<bool> load();
+    QCoro::Task<void> run();
+    QCoro::Task<void> showStoredActivity();
+    QCoro::Task<void> importInitialHistory();
+
+    const DataFiles dataFiles;
+    CaptureProgress progress;
+    ModelState modelState;
+    FolderAccess folders;
+    JournalStore store;
+    ComponentStorageScanner scanner;
+    ModelServices services;
+    CaptureFlow flow;
+    RecordingSwitch recording;
+    FolderSetup folderSetup;
+    CaptureScheduler scheduler;
+    bool starting = false;
+    bool stopped = false;
+    TaskScope tasks;
+};
+
+} // namespace tidemark

@@ -1,0 +1,16 @@
+#pragma once
+
+#include "app/model/Published.h"
+
+#include <optional>
+#include <string>
+
+namespace tidemark {
+
+/// What the running capture is doing; nothing when none runs.
+class CaptureProgress : public Observable {
+public:
+    Published<std::optional<std::string>> stage{this};
+};
+
+} // namespace tidemark

@@ -1,0 +1,52 @@
+#include "app/model/FolderSetup.h"
+
+#include "app/preferences/PreferenceKeys.h"
+
+#include <utility>
+
+namespace tidemark {
+
+void FolderSetup::begin() {
+    if (!state.isManagingFolders)
+        selectionAtOpen = services.folderAccess.selection();
+    state.isManagingFolders = true;
+}
+
+QCoro::Task<void> FolderSetup::finish() {
+    const auto hold = services.tasks.hold();
+    auto& folders = services.folderAccess;
+    const bool firstSetup =
+        !read(services.preferences, preference::folderSetupCompleted) || !state.latest();
+    const auto before = std::exchange(selectionAtOpen, std::nullopt);
+    const bool selectionChanged = before && *before != folders.selection();
+    folders.completeSetup();
+    state.folderManagerPresented = false;
+    state.isManagingFolders = false;
+    if (services.importInitialHistory)
+        co_await services.importInitialHistory();
+    if ((firstSetup || selectionChanged) && !folders.grants().empty())
+        co_await flow.scan(false);
+}
+
+QCoro::Task<void> FolderSetup::checkRecommendedAccess(FolderAccess::Check check) {
+    const auto hold = services.tasks.hold();
+    if (state.isCheckingRecommendedAccess || state.isScanning || state.isSaving)
+        co_return;
+    state.isCheckingRecommendedAccess = true;
+    services.preferences.set(preference::diskAccessCheckRequested.name, false);
+    co_await services.folderAccess.enableReadableRecommended(
+        services.folderAccess.recommendedFolders(), check);
+    state.isCheckingRecommendedAccess = false;
+}
+
+QCoro::Task<void> FolderSetup::resumeOnActivation(FolderAccess::Check check) {
+    const auto hold = services.tasks.hold();
+    if (!state.loaded || !read(services.preferences, preference::diskAccessCheckRequested)
+        || state.isCheckingRecommendedAccess || state.isScanning || state.isSaving
+        || state.isReadingImport || state.isPreparingSnapshot || state.saveSnapshotPresented)
+        co_return;
+    co_await checkRecommendedAccess(check);
+    state.folderManagerPresented = true;
+}
+
+} // namespace tidemark

@@ -1,0 +1,29 @@
+#pragma once
+
+#include "app/model/CaptureFlow.h"
+
+namespace tidemark {
+
+/// The commands around choosing folders: no capture runs while the user chooses, and one follows
+/// a choice that changed anything.
+class FolderSetup {
+public:
+    FolderSetup(ModelState& shared, CaptureFlow& captures, const ModelServices& used)
+        : state(shared), flow(captures), services(used) {}
+
+    /// The folder manager opens, and closes.
+    void begin();
+    QCoro::Task<void> finish();
+    /// Looks which recommended folders can be read by now.
+    QCoro::Task<void> checkRecommendedAccess(FolderAccess::Check check = {});
+    /// The user is back, perhaps from the system's own settings of access.
+    QCoro::Task<void> resumeOnActivation(FolderAccess::Check check = {});
+
+private:
+    ModelState& state;
+    CaptureFlow& flow;
+    const ModelServices& services;
+    std::optional<std::map<std::string, FolderPurposes>> selectionAtOpen;
+};
+
+} // namespace tidemark

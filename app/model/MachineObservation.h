@@ -1,0 +1,14 @@
+#pragma once
+
+#include "app/model/CaptureProgress.h"
+#include "app/model/ModelServices.h"
+
+namespace tidemark {
+
+class ComponentStorageScanner;
+
+/// The observation of this machine, in the background, with its progress told as it goes. Both
+/// outlive all that it starts.
+Observe machineObservation(ComponentStorageScanner& scanner, CaptureProgress& progress);
+
+} // namespace tidemark

@@ -1,0 +1,74 @@
+#include "app/model/RecordingSwitch.h"
+
+#include "app/preferences/PreferenceKeys.h"
+
+namespace tidemark {
+
+namespace {
+
+constexpr std::string_view modeKey = preference::recordingMode.name;
+
+} // namespace
+
+void RecordingSwitch::restore() {
+    const auto stored = services.preferences.text(modeKey).value_or("");
+    auto mode = json::fromRawValue<RecordingMode>(stored).value_or(RecordingMode::recording);
+    if (stored == "privateMode")
+        mode = RecordingMode::paused;
+    state.recordingMode = mode;
+    services.preferences.set(modeKey, std::string(rawValue(mode)));
+    services.preferences.remove("privateUntil");
+}
+
+bool RecordingSwitch::canChange() const {
+    return state.loaded && !state.isSaving && !state.isPreparingSnapshot
+           && !state.saveSnapshotPresented && !state.isReadingImport;
+}
+
+void RecordingSwitch::set(RecordingMode mode) {
+    if (!canChange() || mode == *state.recordingMode)
+        return;
+    ++state.recordingGeneration;
+    // Before the mode itself: were the program to end in between, the pause would be compared.
+    if (mode == RecordingMode::paused)
+        services.preferences.set(preference::needsRecordingBaseline.name, true);
+    state.recordingMode = mode;
+    services.preferences.set(modeKey, std::string(rawValue(mode)));
+    if (mode == RecordingMode::paused)
+        pause();
+    else
+        resume();
+}
+
+void RecordingSwitch::pause() {
+    flow.abandonCapture();
+    if (services.live)
+        services.live->stop();
+}
+
+void RecordingSwitch::resume() {
+    if (services.live) {
+        services.live->startMemory();
+        services.live->startActivityMonitors();
+    }
+    services.tasks.start(flow.scan(false));
+}
+
+std::string_view RecordingSwitch::status() const {
+    if (!state.canRecord())
+        return "Paused";
+    if (state.isScanning)
+        return "Observing…";
+    return state.loaded ? "Recording" : "Starting…";
+}
+
+std::string_view RecordingSwitch::menuSymbol() const {
+    if (!state.canRecord())
+        return "pause.circle";
+    const bool memoryFailed = services.live && services.live->memoryFailure();
+    if (state.error->has_value() || state.activityError->has_value() || memoryFailed)
+        return "exclamationmark.circle";
+    return state.isScanning ? "arrow.triangle.2.circlepath" : "clock.arrow.circlepath";
+}
+
+} // namespace tidemark

@@ -1,0 +1,271 @@
+#include "app/model/AppModel.h"
+
+#include "core/base/JsonEncoder.h"
+#include "tests/app/support/ModelFixture.h"
+
+using namespace tidemark;
+using test::TemporaryFolder;
+
+struct AppModelTest : test::ModelFixture {};
+
+TEST(AppDataLocation, GivesEachEditionItsOwnFolder) {
+    const auto base = std::filesystem::path("/support");
+    struct Case {
+        std::string_view identifier;
+        bool sandboxed;
+        std::string_view directory;
+        bool takesOver;
+    };
+    for (const auto& [identifier, sandboxed, directory, takesOver] : std::to_array<Case>({
+             {AppDataLocation::unbundled, false, "/support/Tidemark", true},
+             {"app.tidemark", true, "/support/Tidemark", false},
+             {"app.tidemark.beta", false, "/support/Tidemark Beta", false},
+             {"app.tidemark.beta2", false, "/support/Tidemark", true},
+             {"app.tidemark.firstrun.7", false,
+              "/support/Tidemark First Run/app.tidemark.firstrun.7", false},
+         })) {
+        const auto files = DataFiles::of(identifier, base, sandboxed);
+        EXPECT_EQ(files.directory, directory);
+        EXPECT_EQ(files.legacyJournal.has_value(), takesOver) << identifier;
+    }
+    EXPECT_EQ(DataFiles::of("", base).legacyJournal, "/support/Kelda/journal.json");
+}
+
+TEST_F(AppModelTest, AFirstLaunchCapturesAtOnceAndLaterOnesBySchedule) {
+    preferences.set("captureSchedule", std::string("manual"));
+    create();
+    EXPECT_EQ(model->recordingStatus(), "Starting…");
+    EXPECT_TRUE(state().busy());
+    start();
+    EXPECT_EQ(snapshots(), 1U);
+    EXPECT_EQ(stored(), state().journal());
+    EXPECT_EQ(model->recordingStatus(), "Recording");
+    EXPECT_EQ(model->nextAutomaticCapture(), std::nullopt);
+    EXPECT_FALSE(state().busy());
+
+    clock.advance(1e6);
+    restart();
+    EXPECT_EQ(observations, 1);
+    model->setCaptureSchedule(CaptureSchedule::daily);
+    restart();
+    EXPECT_EQ(observations, 2);
+    EXPECT_EQ(model->nextAutomaticCapture(), clock.now() + 86'400);
+    restart();
+    EXPECT_EQ(observations, 2);
+    EXPECT_EQ(snapshots(), 2U);
+}
+
+TEST_F(AppModelTest, StartsOnce) {
+    const auto first = model->start();
+    const auto second = model->start();
+    EXPECT_TRUE(second.isReady());
+    test::until([&] { return first.isReady(); });
+    start();
+    EXPECT_EQ(live.log, "load activity memory ");
+    EXPECT_EQ(observations, 1);
+}
+
+TEST_F(AppModelTest, NeverWritesOverAHistoryThatItCannotReadAndTriesAgain) {
+    const std::string damage = "{\"schemaVersion\":1,\"snapshots\":[";
+    const auto file = folder.write("Tidemark/journal.json", damage);
+    start();
+    EXPECT_TRUE(error().starts_with("Tidemark couldn’t read its history. Your existing file has "
+                                    "not been overwritten. "));
+    EXPECT_TRUE(state().busy());
+    EXPECT_EQ(model->menuSymbol(), "exclamationmark.circle");
+    model->setRecordingMode(RecordingMode::paused);
+    EXPECT_EQ(model->recordingStatus(), "Starting…");
+    test::await(model->scan());
+    clock.advance(60);
+    finish();
+    EXPECT_EQ(observations, 0);
+    EXPECT_EQ(test::contents(file), damage);
+    EXPECT_EQ(test::namesIn(data), "journal.json");
+
+    std::filesystem::remove(file);
+    clock.advance(60);
+    test::until([&] { return snapshots() == 1; });
+    finish();
+    EXPECT_EQ(error(), "none");
+    EXPECT_EQ(stored(), state().journal());
+}
+
+TEST_F(AppModelTest, AMemoryThatCannotBeReadKeepsEverythingFromStarting) {
+    live.fails = true;
+    start();
+    EXPECT_TRUE(error().ends_with("The memory can't be read."));
+    EXPECT_FALSE(state().loaded);
+    EXPECT_EQ(live.log, "load ");
+    live.fails = false;
+    workspace.post(notification::didWake);
+    test::until([&] { return snapshots() == 1; });
+    finish();
+}
+
+TEST_F(AppModelTest, WaitsForTheFolderSetup) {
+    start();
+    for (const bool pending : {false, true}) {
+        preferences.set("folderSetupCompleted", pending);
+        preferences.set("diskAccessSetupPending", pending);
+        clock.advance(86'400);
+        finish();
+        const int before = observations;
+        restart();
+        EXPECT_TRUE(state().folderManagerPresented);
+        clock.advance(60);
+        finish();
+        EXPECT_EQ(observations, before);
+    }
+}
+
+TEST_F(AppModelTest, CapturesAfterAChoiceOfFoldersThatChangedSomething) {
+    start();
+    const auto choose = [this](const auto& change) {
+        const int before = observations;
+        model->beginFolderManagement();
+        EXPECT_TRUE(state().busy());
+        test::await(model->scan());
+        EXPECT_EQ(observations, before) << "not while the user chooses";
+        change();
+        model->beginFolderManagement();
+        test::await(model->finishFolderManagement());
+        EXPECT_FALSE(state().busy());
+        return observations - before;
+    };
+    const auto add = [&] {
+        test::await(model->folderAccess().add({folder.makeFolder("place")},
+                                              FolderGrant::suggestedPurposes));
+    };
+    EXPECT_EQ(choose([] {}), 0);
+    EXPECT_EQ(choose(add), 1);
+    EXPECT_EQ(lastOptions.storageRoots, std::vector{folder / "place"});
+    EXPECT_EQ(choose(add), 0);
+    preferences.set("folderSetupCompleted", false);
+    EXPECT_EQ(choose([] {}), 1);
+    EXPECT_EQ(preferences.boolean("folderSetupCompleted"), true);
+}
+
+TEST_F(AppModelTest, PicksUpAccessThatTheUserGrantedMeanwhile) {
+    start();
+    folder.makeFolder(".Trash");
+    preferences.set("diskAccessCheckRequested", true);
+    restart();
+    EXPECT_EQ(observations, 2) << "the Trash is worth a capture of its own";
+    EXPECT_EQ(lastOptions.storageRoots, std::vector{folder / ".Trash"});
+    EXPECT_EQ(preferences.boolean("diskAccessCheckRequested"), false);
+
+    const auto check = [](const std::filesystem::path&) { return true; };
+    test::await(model->resumePermissionSetupOnActivation(check));
+    EXPECT_FALSE(state().folderManagerPresented) << "nobody asked";
+    preferences.set("diskAccessCheckRequested", true);
+    holdCapture();
+    test::await(model->resumePermissionSetupOnActivation(check));
+    EXPECT_EQ(preferences.boolean("diskAccessCheckRequested"), true);
+    clock.advance(10);
+    finish();
+    const auto checking = model->resumePermissionSetupOnActivation(check);
+    EXPECT_TRUE(state().isCheckingRecommendedAccess);
+    test::until([&] { return checking.isReady(); });
+    EXPECT_TRUE(state().folderManagerPresented);
+    EXPECT_EQ(preferences.boolean("diskAccessCheckRequested"), false);
+}
+
+TEST_F(AppModelTest, TheSchedulerMakesUpForWhatWasMissedOnce) {
+    start();
+    clock.advance(1740);
+    finish();
+    EXPECT_EQ(observations, 1);
+    clock.advance(60);
+    finish();
+    EXPECT_EQ(observations, 2);
+    clock.suspend(7 * 86'400);
+    workspace.post(notification::didWake);
+    finish();
+    clock.advance(60);
+    finish();
+    EXPECT_EQ(observations, 3);
+
+    model->stopAutomaticCaptures();
+    clock.suspend(86'400);
+    clock.advance(600);
+    workspace.post(notification::didWake);
+    finish();
+    EXPECT_EQ(observations, 3);
+    EXPECT_EQ(live.log, "load activity memory stop ");
+}
+
+TEST_F(AppModelTest, QuittingInTheMiddleOfStartStartsNothingElse) {
+    const auto starting = model->start();
+    model->stopAutomaticCaptures();
+    test::until([&] { return starting.isReady(); });
+    EXPECT_EQ(live.log.find("activity"), std::string::npos);
+    EXPECT_EQ(observations, 0);
+}
+
+TEST_F(AppModelTest, TakesOverTheModesOfEarlierReleases) {
+    preferences.set("privateUntil", std::int64_t{1});
+    const std::pair<const char*, RecordingMode> cases[] = {
+        {"privateMode", RecordingMode::paused},
+        {"paused", RecordingMode::paused},
+        {"recording", RecordingMode::recording},
+        {"unheard-of", RecordingMode::recording},
+    };
+    for (const auto& [text, mode] : cases) {
+        preferences.set("recordingMode", std::string(text));
+        restart();
+        EXPECT_EQ(*state().recordingMode, mode) << text;
+        EXPECT_EQ(preferences.text("recordingMode"), rawValue(mode));
+        EXPECT_EQ(preferences.integer("privateUntil"), std::nullopt);
+    }
+}
+
+TEST_F(AppModelTest, APausedStartShowsTheStoredActivityAndRecordsNothing) {
+    preferences.set("recordingMode", std::string("paused"));
+    std::vector<SystemActivity> records(1);
+    records[0].kind = SystemActivity::Kind::woke;
+    for (const auto& text : {json::encoded(records), std::string("[{")}) {
+        folder.write("Tidemark/system-activity.json", text);
+        restart();
+        EXPECT_EQ(model->recordingStatus(), "Paused");
+        EXPECT_EQ(model->menuSymbol(), "pause.circle");
+        EXPECT_EQ(state().systemActivity().size(), text.size() > 2 ? 1U : 0U);
+        EXPECT_EQ(test::contents(data / "system-activity.json"), text);
+    }
+    EXPECT_EQ(observations, 0);
+    EXPECT_EQ(live.log, "load load ");
+}
+
+TEST_F(AppModelTest, TakesTheStorageSwitchOverFromAnEarlierEdition) {
+    struct Case {
+        std::optional<bool> stored;
+        std::optional<bool> legacy;
+        bool sandboxed;
+        bool expected;
+        std::optional<bool> kept;
+    };
+    for (const auto& each : std::to_array<Case>({
+             {{}, {}, false, true, {}},
+             {{}, false, false, false, false},
+             {{}, false, true, true, {}},
+             {true, false, false, true, true},
+             {false, true, false, false, false},
+         })) {
+        test::MemoryPreferences store;
+        if (each.stored)
+            store.set("storageEnabled", *each.stored);
+        const ModelState state(store, each.sandboxed, each.legacy, {});
+        EXPECT_EQ(*state.storageEnabled, each.expected);
+        EXPECT_EQ(store.boolean("storageEnabled"), each.kept);
+    }
+}
+
+TEST_F(AppModelTest, TheInitialImportComesBeforeTheFirstCapture) {
+    std::string log;
+    model->setInitialImport([&]() -> QCoro::Task<void> {
+        log += "import " + std::to_string(observations);
+        co_return;
+    });
+    start();
+    EXPECT_EQ(log, "import 0");
+    EXPECT_EQ(observations, 1);
+}
