@@ -113,7 +113,6 @@ void ControlConnection::startDeadline(double seconds) {
 
 QCoro::Task<void> ControlConnection::dropAfter(QPointer<ControlConnection> connection,
                                                double seconds, std::stop_token stop) {
-    // Not within the condition: GCC 12 miscompiles a wait beside an "&&".
     const bool isLate = co_await connection->clock.sleep(seconds, std::move(stop));
     if (isLate && connection)
         connection->end();

@@ -85,9 +85,11 @@ private:
         auto& track = add(folders, "track", "Read a monitored folder for a purpose, or not",
                           Command::trackFolder);
         track.add_option("PATH", into.path, "The folder")->required();
-        track.add_option("PURPOSE", into.purposes, "What to read it for")
+        track
+            .add_option_function<std::string>(
+                "PURPOSE", [&target = into](const std::string& text) { target.purposes = {text}; },
+                "What to read it for")
             ->required()
-            ->expected(1)
             ->check(CLI::IsMember(texts<FolderPurpose>()));
         track
             .add_option_function<std::string>(
