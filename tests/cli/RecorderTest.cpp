@@ -1,0 +1,175 @@
+#include "tests/cli/Program.h"
+
+#include <array>
+#include <csignal>
+#include <filesystem>
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+using namespace tidemark;
+using test::Outcome;
+using Words = std::vector<std::string>;
+
+namespace {
+
+/// A user of the recorder, with folders of her own.
+struct RecorderProgram : testing::Test {
+    test::TemporaryFolder folder;
+    std::filesystem::path stuff = folder.makeFolder("Stuff/part");
+    pid_t recorder = -1;
+    int log = -1;
+    std::string logged;
+
+    RecorderProgram() {
+        folder.makeFolder("run");
+        std::filesystem::permissions(folder / "run", std::filesystem::perms::owner_all);
+        grow(1);
+    }
+    ~RecorderProgram() override { stop(SIGKILL); }
+
+    Words environment() const {
+        const std::string root = folder.path().native();
+        return {"XDG_DATA_HOME=" + root + "/data", "XDG_CONFIG_HOME=" + root + "/config",
+                "XDG_RUNTIME_DIR=" + root + "/run", "HOME=" + root};
+    }
+    Outcome command(const Words& words) const {
+        return test::run(words, test::Output::file, environment());
+    }
+    std::string monitored() const { return (folder / "Stuff").native(); }
+    /// A sparse file: its size counts.
+    void grow(std::uintmax_t gigabytes) const {
+        if (!std::filesystem::exists(stuff / "file"))
+            folder.write("Stuff/part/file", "");
+        std::filesystem::resize_file(stuff / "file", gigabytes * 1'000'000'000);
+    }
+
+    void start() {
+        int ends[2];
+        ASSERT_EQ(::pipe(ends), 0);
+        Words variables = environment();
+        std::vector<char*> envp;
+        for (std::string& variable : variables)
+            envp.push_back(variable.data());
+        envp.push_back(nullptr);
+        recorder = ::fork();
+        if (recorder == 0) {
+            ::dup2(ends[1], STDERR_FILENO);
+            ::close(ends[0]);
+            ::execle(TIDEMARK_PROGRAM, TIDEMARK_PROGRAM, "run", nullptr, envp.data());
+            ::_exit(127);
+        }
+        ::close(ends[1]);
+        log = ends[0];
+        logged.clear();
+    }
+    /// Reads the recorder's log until it says so, or ends.
+    bool waitFor(const std::string& words) {
+        std::array<char, 512> block{};
+        while (logged.find(words) == std::string::npos) {
+            const ssize_t count = ::read(log, block.data(), block.size());
+            if (count <= 0)
+                return false;
+            logged.append(block.data(), static_cast<std::size_t>(count));
+        }
+        return true;
+    }
+    /// The exit status of the recorder; −1 when the signal ended it.
+    int stop(int signal) {
+        if (recorder <= 0)
+            return 0;
+        ::kill(recorder, signal);
+        int status = 0;
+        ::waitpid(recorder, &status, 0);
+        recorder = -1;
+        ::close(log);
+        return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    }
+};
+
+} // namespace
+
+TEST_F(RecorderProgram, DoesTheWorkOfACommandWhenNoRecorderRuns) {
+    EXPECT_EQ(command({"folders", "add", monitored()}).out, "Monitoring " + monitored() + ".\n");
+    EXPECT_EQ(command({"capture"}).status, 0);
+    grow(4);
+    const Outcome second = command({"capture"});
+    EXPECT_NE(second.out.find("Stuff Grew in Size"), std::string::npos) << second.out;
+    EXPECT_EQ(second.err, "");
+    EXPECT_NE(command({"timeline"}).out.find("+3 GB · part +3 GB"), std::string::npos);
+    EXPECT_EQ(command({"timeline", "--limit", "0"}).out, "No changes have been recorded.\n");
+    EXPECT_NE(command({"status"}).out.find("Captures kept   2"), std::string::npos);
+
+    command({"folders", "track", monitored(), "storage", "off"});
+    EXPECT_NE(command({"folders"}).out.find("for nothing"), std::string::npos);
+    EXPECT_EQ(command({"pause"}).status, 0);
+    const Outcome refused = command({"capture"});
+    EXPECT_EQ(refused.status, 1);
+    EXPECT_NE(refused.err.find("Recording is paused"), std::string::npos) << refused.err;
+    EXPECT_EQ(test::modeOf(folder / "data/Tidemark/journal.json"), 0600U);
+    EXPECT_EQ(test::modeOf(folder / "config/Tidemark/settings.json"), 0600U);
+}
+
+TEST_F(RecorderProgram, RefusesWhatDoesNotFit) {
+    const struct {
+        Words words;
+        int status;
+        const char* says;
+    } cases[] = {
+        {{"settings", "set", "listingTextSize", "40"}, 1, "no whole number from 13 to 26"},
+        {{"settings", "set", "memoryClipboard", "maybe"}, 1, "neither on nor off"},
+        {{"settings", "get", "needsRecordingBaseline"}, 1, "There is no setting"},
+        {{"timeline", "--since", "3x"}, 1, "is no time"},
+        {{"folders", "remove", "/nowhere"}, 1, "is not monitored"},
+        {{"schedule", "often"}, 2, "often"},
+    };
+    for (const auto& c : cases) {
+        const Outcome outcome = command(c.words);
+        EXPECT_EQ(outcome.status, c.status) << c.words.front();
+        EXPECT_EQ(outcome.out, "");
+        EXPECT_NE(outcome.err.find(c.says), std::string::npos) << outcome.err;
+    }
+    EXPECT_EQ(command({"settings", "get", "listingTextSize"}).out, "13\n");
+}
+
+TEST_F(RecorderProgram, CarriesOutCommandsOfOthersAndEndsCleanly) {
+    command({"folders", "add", monitored()});
+    start();
+    ASSERT_TRUE(waitFor("Capture saved")) << logged;
+    const Outcome second = command({"run"});
+    EXPECT_EQ(second.status, 1);
+    EXPECT_NE(second.err.find("already recording"), std::string::npos) << second.err;
+
+    grow(4);
+    EXPECT_NE(command({"capture"}).out.find("Stuff Grew in Size"), std::string::npos);
+    EXPECT_EQ(command({"schedule", "hourly"}).out, "hourly: Every hour\n");
+    const std::string status = command({"status", "--json"}).out;
+    EXPECT_NE(status.find("\"running\":true"), std::string::npos) << status;
+    EXPECT_NE(status.find("\"snapshots\":2"), std::string::npos) << status;
+    EXPECT_EQ(command({"folders", "remove", "/nowhere"}).status, 1);
+    EXPECT_EQ(stop(SIGTERM), 0);
+    EXPECT_NE(command({"status"}).out.find("No recorder runs"), std::string::npos);
+}
+
+TEST_F(RecorderProgram, LosesNothingThatWasSavedWhenItIsKilled) {
+    command({"folders", "add", monitored()});
+    start();
+    ASSERT_TRUE(waitFor("Capture saved")) << logged;
+    EXPECT_EQ(stop(SIGKILL), -1);
+    grow(4);
+    const Outcome next = command({"capture"});
+    EXPECT_EQ(next.status, 0) << next.err;
+    EXPECT_NE(next.out.find("Stuff Grew in Size"), std::string::npos) << next.out;
+}
+
+TEST_F(RecorderProgram, LeavesAHistoryAloneThatItCantRead) {
+    command({"folders", "add", monitored()});
+    const auto journal = folder.write("data/Tidemark/journal.json", "{\"schemaVersion\":2");
+    const Outcome outcome = command({"capture"});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_NE(outcome.err.find("Your existing file has not been overwritten."), std::string::npos)
+        << outcome.err;
+    EXPECT_EQ(test::contents(journal), "{\"schemaVersion\":2");
+}
