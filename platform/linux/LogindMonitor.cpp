@@ -86,15 +86,15 @@ void LogindMonitor::follow(const QString& newOwner) {
 void LogindMonitor::setSubscribed(bool subscribed) {
     const auto toggle = [&](const char* signal, const char* slot) {
         const QString name = QLatin1String(signal);
-        if (subscribed)
-            bus.connect(owner, managerPath, managerInterface, name, this, slot);
-        else
+        if (!subscribed)
             bus.disconnect(owner, managerPath, managerInterface, name, this, slot);
+        else if (!bus.connect(owner, managerPath, managerInterface, name, this, slot))
+            qWarning("The signal %s can't be followed.", signal);
     };
     toggle("PrepareForSleep", SLOT(setPreparingForSleep(bool)));
     toggle("PrepareForShutdown", SLOT(prepareForShutdown(bool)));
     toggle("SessionNew", SLOT(sessionCame()));
-    toggle("SessionRemoved", SLOT(sessionWent(QString, QDBusObjectPath)));
+    toggle("SessionRemoved", SLOT(sessionWent(QDBusMessage)));
 }
 
 void LogindMonitor::setPreparingForSleep(bool preparing) {
@@ -112,8 +112,8 @@ void LogindMonitor::sessionCame() {
         findSession();
 }
 
-void LogindMonitor::sessionWent(const QString&, const QDBusObjectPath& path) {
-    if (path.path() != session)
+void LogindMonitor::sessionWent(const QDBusMessage& signal) {
+    if (signal.arguments().value(1).value<QDBusObjectPath>().path() != session)
         return;
     leaveSession();
     findSession();

@@ -11,8 +11,6 @@
 #include <functional>
 #include <optional>
 
-class QDBusObjectPath;
-
 namespace tidemark {
 
 /// Sleep, wake, power-off and the return to the user's session, as logind tells of them
@@ -41,7 +39,9 @@ private Q_SLOTS:
     void setPreparingForSleep(bool preparing);
     void prepareForShutdown(bool preparing);
     void sessionCame();
-    void sessionWent(const QString& id, const QDBusObjectPath& path);
+    // The whole message: Qt refuses to connect a slot that takes an object path as long as nothing
+    // else has registered that type.
+    void sessionWent(const QDBusMessage& signal);
     void sessionChanged(const QString& interface, const QVariantMap& changed,
                         const QStringList& invalidated);
 
