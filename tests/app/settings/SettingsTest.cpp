@@ -48,9 +48,9 @@ TEST(ViewSettings, AppliesTheStoredAppearance) {
     for (const auto& [stored, expected] : cases) {
         MemoryPreferences preferences;
         preferences.set("appearanceMode", stored);
-        std::optional<std::optional<Appearance>> applied;
-        ViewSettings(preferences).applyAppearance([&](auto mode) { applied = mode; });
-        EXPECT_EQ(applied, std::optional(expected)) << stored;
+        std::vector<std::optional<Appearance>> applied;
+        ViewSettings(preferences).applyAppearance([&](auto mode) { applied.push_back(mode); });
+        EXPECT_EQ(applied, std::vector{expected}) << stored;
     }
 }
 
