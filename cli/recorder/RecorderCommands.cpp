@@ -15,6 +15,7 @@ namespace {
 
 using Command = RecorderArguments::Command;
 namespace fs = std::filesystem;
+using Folders = std::vector<RecommendedFolder>;
 
 std::string eventsJson(const std::vector<Shared<Event>>& events) {
     return json::encoded(events) + "\n";
@@ -139,7 +140,8 @@ private:
         const std::size_t eventsBefore = state().journal().events.size();
         const std::optional<Date> before = state().lastCapture();
         if (!arguments.setup.empty())
-            co_await setUp(recorder, arguments.setup);
+            co_await setUp(recorder,
+                           arguments.setup == "none" ? Folders{} : folders().recommendedFolders());
         else if (!tidemark::read(recorder.preferences(), preference::folderSetupCompleted))
             folders().completeSetup();
         // Starting takes a capture by itself when one is due.
@@ -353,12 +355,11 @@ std::string read(const RecorderPlaces& places, const RecorderArguments& argument
     }
 }
 
-QCoro::Task<void> setUp(Recorder& recorder, std::string choice) {
+QCoro::Task<void> setUp(Recorder& recorder, std::vector<RecommendedFolder> chosen) {
+    const auto hold = recorder.tasks().hold();
     auto& folders = recorder.model().folderAccess();
-    if (choice == "recommended") {
-        auto all = folders.recommendedFolders();
-        co_await folders.enableReadableRecommended(std::move(all));
-    }
+    if (!chosen.empty())
+        co_await folders.enableReadableRecommended(std::move(chosen));
     folders.completeSetup();
 }
 

@@ -26,7 +26,7 @@ QCoro::Task<std::string> carryOut(Recorder& recorder, RecorderArguments argument
 /// A command that only reads, in a process that does not have the data folder. Throws `Error`.
 std::string read(const RecorderPlaces& places, const RecorderArguments& arguments, bool colour);
 
-/// Chooses the recommended folders that can be read, or none, and counts the set-up as done.
-QCoro::Task<void> setUp(Recorder& recorder, std::string choice);
+/// Monitors those of `folders` that can be read, and counts the set-up as done.
+QCoro::Task<void> setUp(Recorder& recorder, std::vector<RecommendedFolder> folders);
 
 } // namespace tidemark::recorderCommands

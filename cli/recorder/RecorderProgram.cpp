@@ -87,9 +87,10 @@ std::string carryOutAlone(const RecorderArguments& arguments) {
     return output;
 }
 
-QCoro::Task<void> startRecording(Recorder& recorder, std::string setup) {
-    if (!setup.empty())
-        co_await recorderCommands::setUp(recorder, std::move(setup));
+QCoro::Task<void> startRecording(Recorder& recorder,
+                                 std::optional<std::vector<RecommendedFolder>> chosen) {
+    if (chosen)
+        co_await recorderCommands::setUp(recorder, *std::move(chosen));
     co_await recorder.model().start();
     if (const auto& error = *recorder.model().state().error)
         std::fprintf(stderr, "%s\n", oneLine(*error).c_str());
@@ -104,7 +105,9 @@ int run(const std::string& setup) {
     Recorder recorder(RecorderPlaces::current());
     if (const auto problem = recorder.preferences().problem())
         std::fprintf(stderr, "%s\n", oneLine(*problem).c_str());
-    const std::string choice = setup.empty() ? firstSetup(recorder) : setup;
+    const auto chosen = firstSetup(recorder, setup, interruption.token());
+    if (interruption.token().stop_requested())
+        return 0;
 
     ControlServer server([&recorder](ControlRequest request, std::stop_token) {
         return answer(recorder, std::move(request));
@@ -115,7 +118,7 @@ int run(const std::string& setup) {
         QMetaObject::invokeMethod(qApp, &QCoreApplication::quit, Qt::QueuedConnection);
     });
     QMetaObject::invokeMethod(
-        qApp, [&] { recorder.tasks().start(startRecording(recorder, choice)); },
+        qApp, [&] { recorder.tasks().start(startRecording(recorder, chosen)); },
         Qt::QueuedConnection);
     QCoreApplication::exec();
     recorder.model().stopAutomaticCaptures();
