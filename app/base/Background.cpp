@@ -38,4 +38,8 @@ void PoolWait::await_suspend(std::coroutine_handle<> waiting) const {
     });
 }
 
+void startOnPool(std::function<void()> work) {
+    poolFor(WorkPriority::utility).start(std::move(work));
+}
+
 } // namespace tidemark::detail

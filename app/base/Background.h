@@ -4,6 +4,7 @@
 #include <coroutine>
 #include <exception>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <stop_token>
 #include <type_traits>
@@ -27,6 +28,9 @@ struct PoolWait {
     void await_suspend(std::coroutine_handle<> waiting) const;
     void await_resume() const {}
 };
+
+/// Runs a function on the pool for utility work.
+void startOnPool(std::function<void()> work);
 
 } // namespace detail
 
@@ -56,6 +60,12 @@ QCoro::Task<Result> runInBackground(Work work, std::stop_token stop = {},
         std::rethrow_exception(failure);
     if constexpr (!std::is_void_v<Result>)
         co_return std::move(*result);
+}
+
+/// Ends the life of a large value on a thread of the pool.
+template <class T>
+void releaseInBackground(T value) {
+    detail::startOnPool([held = std::make_shared<T>(std::move(value))]() mutable { held.reset(); });
 }
 
 } // namespace tidemark

@@ -50,7 +50,7 @@ QCoro::Task<void> AppModel::check(QPointer<AppModel> model) {
     if (!model)
         co_return;
     co_await model->start();
-    if (model && !model->starting)
+    if (model && !model->starting && !model->isEnding())
         co_await model->refreshIfNeeded(model->services.clock.now());
 }
 
@@ -59,7 +59,7 @@ QCoro::Task<void> AppModel::start() {
     if (modelState.loaded || starting || tasks.isStopping())
         co_return;
     starting = true;
-    stopped = false;
+    modelState.isEnding = false;
     const auto done = qScopeGuard([this] { starting = false; });
     qCInfo(capturesLog, "Starting observation service");
     scheduler.start([model = QPointer(this)] { return check(model); });
@@ -105,6 +105,8 @@ QCoro::Task<void> AppModel::run() {
         services.preferences.set(preference::diskAccessCheckRequested.name, false);
         co_await importInitialHistory();
         co_await scan(false);
+        if (isEnding())
+            co_return;
     }
 
     const bool isSetUp = read(services.preferences, preference::folderSetupCompleted)
@@ -114,6 +116,8 @@ QCoro::Task<void> AppModel::run() {
         co_return;
     }
     co_await importInitialHistory();
+    if (isEnding())
+        co_return;
     if (!modelState.latest())
         co_await scan(false);
     else
@@ -126,8 +130,10 @@ QCoro::Task<void> AppModel::showStoredActivity() {
     };
     try {
         auto records = co_await runInBackground(load);
-        modelState.setSystemActivity(std::move(records));
-    } catch (const Error&) {
+        // Resumed in the meantime: then the monitors know better.
+        if (!isEnding() && !modelState.canRecord())
+            modelState.setSystemActivity(std::move(records));
+    } catch (const std::exception&) {
         // Only shown, and never written, while recording is paused.
     }
 }
@@ -139,8 +145,9 @@ QCoro::Task<void> AppModel::importInitialHistory() {
 
 void AppModel::stopAutomaticCaptures() {
     qCInfo(capturesLog, "Stopping observation service");
-    stopped = true;
+    modelState.isEnding = true;
     scheduler.stop();
+    flow.abandonCapture();
     if (services.live)
         services.live->stop();
 }

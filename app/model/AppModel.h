@@ -53,7 +53,8 @@ public:
     /// `error` says so, nothing is recorded or written, and the scheduler tries again. Does
     /// nothing when it has started or is starting.
     QCoro::Task<void> start();
-    /// Ends automatic captures and all other recording, at the end of the program.
+    /// Ends all recording, at the end of the program. A capture that runs is cut short; what is
+    /// being saved is finished.
     void stopAutomaticCaptures();
 
     QCoro::Task<void> scan(bool allowDuringFolderSetup = false) {
@@ -89,7 +90,7 @@ public:
 
 private:
     static QCoro::Task<void> check(QPointer<AppModel> model);
-    bool isEnding() const { return stopped || tasks.isStopping(); }
+    bool isEnding() const { return modelState.isEnding || tasks.isStopping(); }
     QCoro::Task<bool> load();
     QCoro::Task<void> run();
     QCoro::Task<void> showStoredActivity();
@@ -107,7 +108,6 @@ private:
     FolderSetup folderSetup;
     CaptureScheduler scheduler;
     bool starting = false;
-    bool stopped = false;
     TaskScope tasks;
 };
 

@@ -37,6 +37,12 @@ struct SchedulerTest : testing::Test {
         scheduler.start([this] { return check(); });
     }
 
+    /// Posts and lets the checks begin that it asks for.
+    static void post(NotificationCenter& center, Notification notification) {
+        center.post(notification);
+        test::settle();
+    }
+
     test::ManualAppClock clock;
     NotificationCenter application;
     NotificationCenter workspace;
@@ -58,12 +64,12 @@ TEST_F(SchedulerTest, ChecksEveryMinuteAndWhenSomebodyComesBack) {
     clock.advance(600);
     EXPECT_EQ(checks, 11);
 
-    application.post(notification::applicationDidBecomeActive);
-    workspace.post(notification::didWake);
-    workspace.post(notification::sessionDidBecomeActive);
+    post(application, notification::applicationDidBecomeActive);
+    post(workspace, notification::didWake);
+    post(workspace, notification::sessionDidBecomeActive);
     EXPECT_EQ(checks, 14);
-    application.post(notification::didWake);
-    workspace.post(notification::willSleep);
+    post(application, notification::didWake);
+    post(workspace, notification::willSleep);
     EXPECT_EQ(checks, 14);
 }
 
@@ -72,13 +78,13 @@ TEST_F(SchedulerTest, DropsWhatComesDuringACheck) {
     start();
     clock.advance(60);
     EXPECT_EQ(checks, 1);
-    workspace.post(notification::didWake);
+    post(workspace, notification::didWake);
     clock.advance(60);
-    workspace.post(notification::didWake);
+    post(workspace, notification::didWake);
     EXPECT_EQ(checks, 1);
     clock.advance(31);
     EXPECT_EQ(checks, 1) << "what was dropped is not made up for";
-    workspace.post(notification::didWake);
+    post(workspace, notification::didWake);
     EXPECT_EQ(checks, 2);
     clock.advance(90);
 }
@@ -90,11 +96,11 @@ TEST_F(SchedulerTest, StopsForGoodAndStartsOnce) {
     EXPECT_EQ(checks, 1);
     scheduler.stop();
     clock.advance(600);
-    workspace.post(notification::didWake);
+    post(workspace, notification::didWake);
     EXPECT_EQ(checks, 1);
 
     start();
-    workspace.post(notification::didWake);
+    post(workspace, notification::didWake);
     EXPECT_EQ(checks, 2);
     clock.advance(60);
     EXPECT_EQ(checks, 3);
