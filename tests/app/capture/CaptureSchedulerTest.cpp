@@ -1,6 +1,7 @@
 #include "app/capture/CaptureScheduler.h"
 
 #include "app/capture/CaptureSchedule.h"
+#include "core/base/Error.h"
 #include "tests/app/support/Await.h"
 #include "tests/app/support/ManualAppClock.h"
 
@@ -103,6 +104,16 @@ TEST_F(SchedulerTest, StopsForGoodAndStartsOnce) {
     post(workspace, notification::didWake);
     EXPECT_EQ(checks, 2);
     clock.advance(60);
+    EXPECT_EQ(checks, 3);
+}
+
+TEST_F(SchedulerTest, GoesOnAfterACheckThatFailed) {
+    scheduler.start([this]() -> QCoro::Task<void> {
+        ++checks;
+        throw Error("The check failed.");
+        co_return;
+    });
+    clock.advance(180);
     EXPECT_EQ(checks, 3);
 }
 
