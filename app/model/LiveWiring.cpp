@@ -6,6 +6,11 @@ LiveWiring::LiveWiring(Setup setup)
     : time(setup.clock), monitors(setup.monitors),
       power(setup.activityURL, setup.workspaceCenter, setup.clock, callbacks(setup)) {}
 
+LiveWiring::~LiveWiring() {
+    // A file that is still being read must not start the monitors.
+    LiveWiring::stop();
+}
+
 PowerActivityMonitor::Callbacks LiveWiring::callbacks(const Setup& setup) {
     return {
         .collectionAllowed = [this] { return canRecord(); },

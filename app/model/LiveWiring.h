@@ -26,6 +26,7 @@ public:
     };
 
     explicit LiveWiring(Setup setup);
+    ~LiveWiring() override;
 
     /// Before the controller starts: whose state shows the records and says whether there may be
     /// any. Once it is gone nothing is recorded.

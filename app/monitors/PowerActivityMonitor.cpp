@@ -34,7 +34,8 @@ QCoro::Task<bool> PowerActivityMonitor::start() {
     std::exception_ptr failure;
     std::vector<SystemActivity> records;
     try {
-        records = co_await onFile([](SystemActivityStore& file) { file.load(); });
+        const auto load = [](SystemActivityStore& file) { file.load(); };
+        records = co_await onFile(load);
     } catch (...) {
         failure = std::current_exception();
     }
@@ -69,9 +70,11 @@ void PowerActivityMonitor::record(SystemActivity activity) {
 }
 
 QCoro::Task<void> PowerActivityMonitor::append(SystemActivity activity) {
+    const auto write = [added = std::move(activity)](SystemActivityStore& file) {
+        file.append(added);
+    };
     try {
-        known = co_await onFile(
-            [activity = std::move(activity)](SystemActivityStore& file) { file.append(activity); });
+        known = co_await onFile(write);
     } catch (const std::exception& error) {
         calls.didFail(error);
         co_return;
