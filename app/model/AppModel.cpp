@@ -4,8 +4,7 @@
 #include "app/model/Log.h"
 #include "app/model/MachineObservation.h"
 #include "app/preferences/PreferenceKeys.h"
-#include "core/base/Files.h"
-#include "core/base/JsonDecoder.h"
+#include "core/activity/SystemActivityStore.h"
 
 #include <QScopeGuard>
 
@@ -123,7 +122,7 @@ QCoro::Task<void> AppModel::run() {
 
 QCoro::Task<void> AppModel::showStoredActivity() {
     const auto load = [file = dataFiles.systemActivity()](const std::stop_token&) {
-        return json::decode<std::vector<SystemActivity>>(readFile(file));
+        return SystemActivityStore::read(file);
     };
     try {
         auto records = co_await runInBackground(load);
