@@ -35,7 +35,8 @@ AppModel::AppModel(Setup setup)
                nullptr,
                {}},
       flow(modelState, progress, services), recording(modelState, flow, services),
-      folderSetup(modelState, flow, services),
+      folderSetup(modelState, flow, services), screen(modelState, services),
+      namedSnapshots(modelState, flow, screen, services),
       scheduler(setup.applicationCenter, setup.workspaceCenter,
                 setup.heartbeat ? std::move(setup.heartbeat)
                                 : CaptureScheduler::backgroundHeartbeat(setup.clock)) {}

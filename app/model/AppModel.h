@@ -5,6 +5,8 @@
 #include "app/model/AppDataLocation.h"
 #include "app/model/CaptureFlow.h"
 #include "app/model/FolderSetup.h"
+#include "app/model/HistoryScreen.h"
+#include "app/model/NamedSnapshots.h"
 #include "app/model/RecordingSwitch.h"
 #include "core/storage/ComponentStorageScanner.h"
 
@@ -81,6 +83,12 @@ public:
         return folderSetup.resumeOnActivation(std::move(check));
     }
 
+    /// The merged history, where the user stands in it, and what is shown there.
+    HistoryScreen& history() { return screen; }
+    const HistoryScreen& history() const { return screen; }
+    /// Saving and deleting named snapshots.
+    NamedSnapshots& snapshots() { return namedSnapshots; }
+
     ModelState& state() { return modelState; }
     const ModelState& state() const { return modelState; }
     FolderAccess& folderAccess() { return folders; }
@@ -106,6 +114,8 @@ private:
     CaptureFlow flow;
     RecordingSwitch recording;
     FolderSetup folderSetup;
+    HistoryScreen screen;
+    NamedSnapshots namedSnapshots;
     CaptureScheduler scheduler;
     bool starting = false;
     TaskScope tasks;
