@@ -48,8 +48,8 @@ std::vector<SystemActivity> BatteryHistory::settle(Date at) {
     rearm(settled->after);
     std::vector<SystemActivity> records;
     for (const BatteryActivity::Kind kind : news(*settled)) {
-        auto& record = records.emplace_back(SystemActivity::observed(
-            SystemActivity::Kind::batteryChanged, settled->firstObserved));
+        auto& record = records.emplace_back(
+            SystemActivity::observed(SystemActivity::Kind::batteryChanged, settled->firstObserved));
         record.batteryActivity = BatteryActivity{kind, settled->before, session, settled->after};
     }
     return records;
