@@ -81,9 +81,10 @@ std::vector<SystemActivity> EnvironmentHistory::changes(const Snapshot& before,
     return records;
 }
 
-EnvironmentActivity volumeEntry(std::string path, VolumeContext volume) {
+EnvironmentActivity volumeEntry(std::string path, std::optional<VolumeContext> volume) {
     EnvironmentActivity entry;
-    entry.deviceName = volume.name.empty() ? std::string(lastPathComponent(path)) : volume.name;
+    const bool named = volume && !volume->name.empty();
+    entry.deviceName = named ? volume->name : std::string(lastPathComponent(path));
     entry.path = std::move(path);
     entry.volume = std::move(volume);
     return entry;
@@ -93,6 +94,9 @@ EnvironmentActivity displayEntry(std::string name, std::optional<DisplayContext>
     EnvironmentActivity entry;
     entry.deviceName = std::move(name);
     entry.display = std::move(mode);
+    // Comparing the way round that drops what is no number, too.
+    if (entry.display && !(entry.display->refreshRate > 0))
+        entry.display->refreshRate.reset();
     return entry;
 }
 

@@ -42,10 +42,12 @@ private:
     std::optional<Date> elevatedSince;
 };
 
-/// The entry of a mounted volume in a snapshot. `path` is its mount point, as text.
-EnvironmentActivity volumeEntry(std::string path, VolumeContext volume);
+/// The entry of a mounted volume in a snapshot, named by the last component of its mount point
+/// `path` where it has no name that can be read.
+EnvironmentActivity volumeEntry(std::string path, std::optional<VolumeContext> volume);
 
-/// The entry of a display, with its mode if that can be read.
+/// The entry of a display, with its mode if that can be read. A refresh rate that is not
+/// above 0 is none.
 EnvironmentActivity displayEntry(std::string name, std::optional<DisplayContext> mode);
 
 } // namespace tidemark
