@@ -75,6 +75,10 @@ public:
     std::string_view menuSymbol() const { return recording.menuSymbol(); }
 
     void beginFolderManagement() { folderSetup.begin(); }
+    /// Leaves the folders as they are now, without having finished a first choice.
+    void cancelFolderManagement() { folderSetup.cancel(); }
+    /// Finishes the choice before `start`, so that no capture follows by itself.
+    void completeFolderManagement() { folderSetup.complete(); }
     QCoro::Task<void> finishFolderManagement() { return folderSetup.finish(); }
     QCoro::Task<void> checkRecommendedAccess(FolderAccess::Check check = {}) {
         return folderSetup.checkRecommendedAccess(std::move(check));

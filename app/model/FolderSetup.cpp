@@ -13,6 +13,17 @@ void FolderSetup::begin() {
     state.isManagingFolders = true;
 }
 
+void FolderSetup::cancel() {
+    selectionAtOpen.reset();
+    state.isManagingFolders = false;
+}
+
+void FolderSetup::complete() {
+    cancel();
+    services.folderAccess.completeSetup();
+    state.folderManagerPresented = false;
+}
+
 QCoro::Task<void> FolderSetup::finish() {
     const auto hold = services.tasks.hold();
     auto& folders = services.folderAccess;
@@ -20,9 +31,7 @@ QCoro::Task<void> FolderSetup::finish() {
         !read(services.preferences, preference::folderSetupCompleted) || !state.latest();
     const auto before = std::exchange(selectionAtOpen, std::nullopt);
     const bool selectionChanged = before && *before != folders.selection();
-    folders.completeSetup();
-    state.folderManagerPresented = false;
-    state.isManagingFolders = false;
+    complete();
     if (services.importInitialHistory && !state.isEnding)
         co_await services.importInitialHistory();
     if ((firstSetup || selectionChanged) && !folders.grants().empty())
