@@ -141,8 +141,8 @@ ObservationCoverageReport HistoryScreen::observationCoverage() const {
     const Baseline* baseline = selectedBaseline();
     const Date now = state.observationNow;
     return ObservationCoverageReport::build(
-        state.journal().snapshots,
-        baseline ? baseline->snapshot->timestamp : timeWindowCutoff(now), now);
+        state.journal().snapshots, baseline ? baseline->snapshot->timestamp : timeWindowCutoff(now),
+        now);
 }
 
 std::optional<HistoryScreen::Export> HistoryScreen::exported() const {

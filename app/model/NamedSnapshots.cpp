@@ -58,12 +58,11 @@ QCoro::Task<bool> NamedSnapshots::saveNamedSnapshot(std::string name) {
         co_return false;
     state.isSaving = true;
     snapshotError = std::nullopt;
-    const Shared<Snapshot> draft = snapshotDraft->value();
     const auto& baselineKey = preference::needsRecordingBaseline;
     Journal next = state.journal();
-    next.append(draft, !read(services.preferences, baselineKey));
+    next.append(snapshotDraft->value(), !read(services.preferences, baselineKey));
     next.baselines.push_back(
-        Baseline::named(std::string(firstCharacters(kept, longestName)), draft));
+        Baseline::named(std::string(firstCharacters(kept, longestName)), next.snapshots.back()));
     const Uuid id = next.baselines.back().id;
     std::string failure;
     bool saved = false;

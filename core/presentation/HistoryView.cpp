@@ -16,7 +16,7 @@ using Events = std::vector<Shared<Event>>;
 using Counts = std::map<WorkspaceDestination, std::size_t>;
 
 /// Those whose count is that of their events.
-constexpr std::array countedByEvent{timeline,   applications, storage, background,
+constexpr std::array countedByEvent{timeline,    applications, storage, background,
                                     macActivity, devices,      network};
 
 /// The texts of a record that a search for files, downloads and clips looks at.
@@ -113,7 +113,8 @@ HistoryView presentHistory(const MergedHistory& history, const HistoryPlace& pla
 
     std::erase_if(matching, [&](const Shared<Event>& event) { return !isAt(place, *event); });
     const auto& filters = place.categoryFilters;
-    view.presentation = build(matching, filters.empty() ? std::nullopt : std::optional(filters), "");
+    view.presentation =
+        build(matching, filters.empty() ? std::nullopt : std::optional(filters), "");
     return view;
 }
 
