@@ -14,7 +14,7 @@ LiveWiring::~LiveWiring() {
 PowerActivityMonitor::Callbacks LiveWiring::callbacks(const Setup& setup) {
     return {
         .collectionAllowed = [this] { return canRecord(); },
-        .didRecord = [this](const auto& records) { showActivity(records); },
+        .didRecord = [this](auto records) { showActivity(std::move(records)); },
         .didFail =
             [this](const auto&) {
                 showActivityError("Activity history could not be saved. Activity history may be "
@@ -34,17 +34,17 @@ void LiveWiring::startActivityMonitors() {
 }
 
 QCoro::Task<void> LiveWiring::openActivity() {
-    bool isFollowing = false;
+    std::optional<PowerActivityMonitor::Records> records;
     try {
-        isFollowing = co_await power.start();
+        records = co_await power.start();
     } catch (const std::exception&) {
         showActivityError("Activity history couldn’t be opened. The existing file has not been "
                           "replaced.");
     }
-    if (!isFollowing)
+    if (!records)
         co_return;
     if (state)
-        state->setSystemActivity(power.records());
+        state->setSystemActivity(*std::move(records));
     for (ActivityMonitor* monitor : monitors)
         monitor->start([to = QPointer(&power)](SystemActivity activity) {
             if (to)
@@ -52,11 +52,11 @@ QCoro::Task<void> LiveWiring::openActivity() {
         });
 }
 
-void LiveWiring::showActivity(const std::vector<SystemActivity>& records) {
+void LiveWiring::showActivity(PowerActivityMonitor::Records records) {
     if (!state)
         return;
     state->observationNow = time.now();
-    state->setSystemActivity(records);
+    state->setSystemActivity(std::move(records));
 }
 
 void LiveWiring::showActivityError(const char* sentence) {

@@ -41,7 +41,7 @@ public:
 private:
     bool canRecord() const { return state && state->canRecord(); }
     QCoro::Task<void> openActivity();
-    void showActivity(const std::vector<SystemActivity>& records);
+    void showActivity(PowerActivityMonitor::Records records);
     void showActivityError(const char* sentence);
     PowerActivityMonitor::Callbacks callbacks(const Setup& setup);
 

@@ -16,7 +16,7 @@ PowerActivityMonitor::~PowerActivityMonitor() {
 }
 
 template <class Work>
-QCoro::Task<std::vector<SystemActivity>> PowerActivityMonitor::onFile(Work work) {
+QCoro::Task<PowerActivityMonitor::Records> PowerActivityMonitor::onFile(Work work) {
     const auto access = [this, work = std::move(work)](const std::stop_token&) {
         work(store);
         return store.records();
@@ -25,14 +25,14 @@ QCoro::Task<std::vector<SystemActivity>> PowerActivityMonitor::onFile(Work work)
     co_return records;
 }
 
-QCoro::Task<bool> PowerActivityMonitor::start() {
+QCoro::Task<std::optional<PowerActivityMonitor::Records>> PowerActivityMonitor::start() {
     const auto hold = tasks.hold();
     if (isStarted() || tasks.isStopping())
-        co_return false;
+        co_return std::nullopt;
     phase = Phase::opening;
     const auto number = ++generation;
     std::exception_ptr failure;
-    std::vector<SystemActivity> records;
+    std::optional<Records> records;
     try {
         const auto load = [](SystemActivityStore& file) { file.load(); };
         records = co_await onFile(load);
@@ -40,14 +40,13 @@ QCoro::Task<bool> PowerActivityMonitor::start() {
         failure = std::current_exception();
     }
     if (number != generation)
-        co_return false;
+        co_return std::nullopt;
     phase = failure ? Phase::stopped : Phase::following;
     if (failure)
         std::rethrow_exception(failure);
-    known = std::move(records);
     follow(notification::willSleep, SystemActivity::Kind::sleepRequested);
     follow(notification::didWake, SystemActivity::Kind::woke);
-    co_return true;
+    co_return records;
 }
 
 void PowerActivityMonitor::follow(Notification notification, SystemActivity::Kind kind) {
@@ -73,13 +72,14 @@ QCoro::Task<void> PowerActivityMonitor::append(SystemActivity activity) {
     const auto write = [added = std::move(activity)](SystemActivityStore& file) {
         file.append(added);
     };
+    Records records;
     try {
-        known = co_await onFile(write);
+        records = co_await onFile(write);
     } catch (const std::exception& error) {
         calls.didFail(error);
         co_return;
     }
-    calls.didRecord(known);
+    calls.didRecord(std::move(records));
 }
 
 } // namespace tidemark

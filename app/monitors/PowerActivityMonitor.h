@@ -23,12 +23,14 @@ class PowerActivityMonitor final : public QObject {
     Q_OBJECT
 
 public:
+    using Records = std::vector<SystemActivity>;
+
     struct Callbacks {
         /// Asked before each record is taken.
         std::function<bool()> collectionAllowed = [] { return true; };
-        /// The whole list, after each record that is on disk, also when it gets there only after
-        /// `stop`.
-        std::function<void(const std::vector<SystemActivity>&)> didRecord = [](const auto&) {};
+        /// What the file holds, oldest first: after each record that is on disk, also when it gets
+        /// there only after `stop`.
+        std::function<void(Records)> didRecord = [](const auto&) {};
         /// A record could not be written, and is lost.
         std::function<void(const std::exception&)> didFail = [](const auto&) {};
         /// The battery as it is now; absent without one.
@@ -40,10 +42,11 @@ public:
                          Callbacks callbacks);
     ~PowerActivityMonitor() override;
 
-    /// Reads the file and follows the machine from then on. True when it does so; false when
-    /// `stop` came meanwhile. Throws `FileError` or `json::DecodingError` when the file can't be
-    /// read: nothing is recorded then, and the file stays as it is.
-    QCoro::Task<bool> start();
+    /// Reads the file, and follows the machine from then on. Gives what the file holds; absent when
+    /// `stop` came meanwhile, or when it has been started before. Throws `FileError` or
+    /// `json::DecodingError` when the file can't be read: nothing is recorded then, and the file
+    /// stays as it is.
+    QCoro::Task<std::optional<Records>> start();
     /// Follows nothing and takes no records any more.
     void stop();
     /// Between `start` and `stop`, whether the file has been read yet or not.
@@ -52,24 +55,21 @@ public:
     /// Takes a record to be written. Ignored unless the file was read and recording is allowed.
     void record(SystemActivity activity);
 
-    /// What the file holds, oldest first, as last read or written.
-    const std::vector<SystemActivity>& records() const { return known; }
-
 private:
     enum class Phase { stopped, opening, following };
 
     void follow(Notification notification, SystemActivity::Kind kind);
     QCoro::Task<void> append(SystemActivity activity);
-    /// Runs `work` on the thread of the file.
+    /// Runs `work` on the thread of the file, and copies there what the file holds then: a copy of
+    /// so many records would be felt in the event loop.
     template <class Work>
-    QCoro::Task<std::vector<SystemActivity>> onFile(Work work);
+    QCoro::Task<Records> onFile(Work work);
 
     NotificationCenter& notifications;
     AppClock& time;
     const Callbacks calls;
     SleepHistory sleepHistory;
     std::vector<NotificationCenter::Token> tokens;
-    std::vector<SystemActivity> known;
     Phase phase = Phase::stopped;
     /// Grows with every start and stop: what began under another number is stale.
     std::uint64_t generation = 0;

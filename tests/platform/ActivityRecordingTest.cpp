@@ -75,7 +75,7 @@ TEST_F(ActivityRecording, ASleepOfTheMachineIsInTheFile) {
 
     std::string kinds;
     for (const auto& record : stored())
-        kinds += rawValue(record.kind) + std::string(" ");
+        kinds += std::string(rawValue(record.kind)) + " ";
     EXPECT_NE(kinds.find("sleepRequested woke sleepRequested woke "), std::string::npos) << kinds;
     EXPECT_EQ(test::modeOf(file), 0600U);
     EXPECT_EQ(test::namesIn(file.parent_path()).find(".new-"), std::string::npos);
