@@ -36,10 +36,13 @@ std::string scheduleText(CaptureSchedule schedule) {
 }
 
 /// Why folders can't be read at present, by path. Blocks.
-std::map<std::string, std::string> accessFailures(const std::vector<fs::path>& folders) {
+std::map<std::string, std::string> accessFailures(const std::vector<fs::path>& folders,
+                                                  const std::stop_token& stop = {}) {
     std::map<std::string, std::string> failures;
     for (const auto& folder : folders)
-        if (auto failure = directoryAccessFailure(folder))
+        if (stop.stop_requested())
+            break;
+        else if (auto failure = directoryAccessFailure(folder))
             failures[textFromBytes(folder.native())] = std::move(*failure);
     return failures;
 }
@@ -124,6 +127,15 @@ public:
         }
         std::string output = co_await *slow;
         co_return output;
+    }
+
+    /// Throws when what the command changed will not outlive this process.
+    void requireStored() const {
+        const auto& preferences = recorder.preferences();
+        if (arguments.isReading() || arguments.command == Command::capture
+            || preferences.isStored())
+            return;
+        throw Error(preferences.problem().value_or("The settings could not be stored."));
     }
 
 private:
@@ -236,8 +248,10 @@ private:
 
     QCoro::Task<std::string> listFolders() {
         const auto paths = foldersOf(folders());
-        const auto failures = co_await runInBackground(
-            [paths](const std::stop_token&) { return accessFailures(paths); });
+        const auto look = [paths](const std::stop_token& stop) {
+            return accessFailures(paths, stop);
+        };
+        const auto failures = co_await runInBackground(look, circumstances.stop);
         co_return historyText::foldersText(folders(), failures);
     }
 
@@ -319,6 +333,7 @@ QCoro::Task<std::string> carryOut(Recorder& recorder, RecorderArguments argument
     const auto hold = recorder.tasks().hold();
     Session session(recorder, std::move(arguments), std::move(circumstances));
     std::string output = co_await session.run();
+    session.requireStored();
     co_return output;
 }
 

@@ -6,6 +6,7 @@
 
 #include <QCoroTask>
 #include <filesystem>
+#include <stop_token>
 
 /// Carrying out the commands that concern the recorded history.
 namespace tidemark::recorderCommands {
@@ -17,6 +18,8 @@ struct Circumstances {
     std::filesystem::path directory;
     /// This is the recorder that runs, and not a process that does one command.
     bool isRunning = false;
+    /// Who gave the command does not wait any more.
+    std::stop_token stop{};
 };
 
 /// In the process that has the data folder. Throws `Error`.

@@ -32,10 +32,14 @@ void logToStandardError(QtMsgType, const QMessageLogContext&, const QString& mes
 }
 
 /// A request of another process, carried out by the recorder.
-QCoro::Task<ControlAnswer> answer(Recorder& recorder, ControlRequest request) {
+QCoro::Task<ControlAnswer> answer(Recorder& recorder, ControlRequest request,
+                                  std::stop_token stop) {
     RecorderArguments arguments = parseRecorderArguments(request.arguments);
     recorderCommands::Circumstances circumstances{
-        .colour = request.colour, .directory = request.directory, .isRunning = true};
+        .colour = request.colour,
+        .directory = request.directory,
+        .isRunning = true,
+        .stop = std::move(stop)};
     std::string output = co_await recorderCommands::carryOut(recorder, std::move(arguments),
                                                              std::move(circumstances));
     ControlAnswer answer;
@@ -106,8 +110,8 @@ int run(const std::string& setup) {
         std::fprintf(stderr, "%s\n", oneLine(*problem).c_str());
     const std::string choice = setup.empty() ? firstSetup(recorder) : setup;
 
-    ControlServer server([&recorder](ControlRequest request, std::stop_token) {
-        return answer(recorder, std::move(request));
+    ControlServer server([&recorder](ControlRequest request, std::stop_token stop) {
+        return answer(recorder, std::move(request), std::move(stop));
     });
     server.listen(recorder.places().socket, recorder.lock());
     const LogindMonitor sleepAndSession(QDBusConnection::systemBus(), recorder.workspace());
