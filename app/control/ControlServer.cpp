@@ -1,5 +1,8 @@
 #include "app/control/ControlServer.h"
 
+#include "core/base/Error.h"
+
+#include <QScopeGuard>
 #include <algorithm>
 #include <utility>
 
@@ -20,9 +23,22 @@ void ControlServer::listen(const std::filesystem::path& socket, const FolderLock
         socket, held, [this](FileDescriptor client) { welcome(std::move(client)); });
 }
 
+QCoro::Task<ControlAnswer> ControlServer::carriedOut(ControlRequest request,
+                                                     std::stop_token stop) {
+    if (commands >= mostCommands)
+        throw Error("The recorder is still busy with earlier commands; try again in a moment.");
+    ++commands;
+    const auto done = qScopeGuard([this] { --commands; });
+    ControlAnswer answer = co_await carryOut(std::move(request), std::move(stop));
+    co_return answer;
+}
+
 void ControlServer::welcome(FileDescriptor client) {
+    auto handler = [this](ControlRequest request, std::stop_token stop) {
+        return carriedOut(std::move(request), std::move(stop));
+    };
     connections.emplace_back(
-        new ControlConnection(std::move(client), carryOut, clock, scope,
+        new ControlConnection(std::move(client), std::move(handler), clock, scope,
                               [this](ControlConnection* ended) { forget(ended); }));
     listener->setAccepting(connections.size() < mostConnections);
 }

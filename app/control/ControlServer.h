@@ -17,6 +17,9 @@ class ControlServer {
 public:
     /// Clients that are served at once. More of them wait in the system's queue.
     static constexpr std::size_t mostConnections = 16;
+    /// Commands that are carried out at once, also for clients that are gone and whose command
+    /// could not be stopped. More of them are refused.
+    static constexpr std::size_t mostCommands = 32;
 
     explicit ControlServer(ControlHandler handler, AppClock& time = AppClock::system());
     /// Drops all clients, and waits for what is being carried out for them to end.
@@ -30,6 +33,7 @@ public:
     std::size_t connectionCount() const { return connections.size(); }
 
 private:
+    QCoro::Task<ControlAnswer> carriedOut(ControlRequest request, std::stop_token stop);
     void welcome(FileDescriptor client);
     void forget(ControlConnection* connection);
 
@@ -41,6 +45,7 @@ private:
     AppClock& clock;
     std::unique_ptr<LocalListener> listener;
     std::vector<std::unique_ptr<ControlConnection, DeleteLater>> connections;
+    std::size_t commands = 0;
     TaskScope scope;
 };
 

@@ -207,6 +207,7 @@ bool JsonPreferences::remove(std::string_view key) {
 }
 
 bool JsonPreferences::save() {
+    isSaved = false;
     if (!writable)
         return false;
     try {
@@ -214,10 +215,11 @@ bool JsonPreferences::save() {
         replaceFile(path,
                     document->root.dump(4, ' ', false, json::error_handler_t::replace) + "\n");
         saveProblem.reset();
+        isSaved = true;
     } catch (const FileError& error) {
         saveProblem = "The settings can’t be saved: " + std::string(error.what());
     }
-    return !saveProblem;
+    return isSaved;
 }
 
 std::optional<std::string> JsonPreferences::problem() const {

@@ -29,6 +29,7 @@ public:
     bool set(std::string_view key, PreferenceValue value) override;
     bool remove(std::string_view key) override;
     std::optional<std::string> problem() const override;
+    bool isStored() const override { return isSaved; }
 
 private:
     struct Document;
@@ -43,6 +44,7 @@ private:
     const std::filesystem::path path;
     std::unique_ptr<Document> document;
     bool writable = true;
+    bool isSaved = true;
     /// Set for the whole run.
     std::optional<std::string> loadProblem;
     /// Of the last attempt to write.

@@ -38,6 +38,8 @@ public:
     /// What the user must know of the store, as a sentence: it was damaged and set aside when it
     /// was opened, or can't be written at present.
     virtual std::optional<std::string> problem() const { return std::nullopt; }
+    /// False when a change could not be stored, until a later one was.
+    virtual bool isStored() const { return true; }
 };
 
 } // namespace tidemark

@@ -42,11 +42,12 @@ QCoro::Task<std::string> setMode(CommandContext& context, RecordingMode mode) {
         if (!context.model().canChangeRecording())
             throw Error("Recording can't be changed at this moment; try again.");
         context.model().setRecordingMode(mode);
-    } else if (mode == RecordingMode::paused) {
+    } else {
         // A recorder that starts later goes by this.
-        context.store(preference::needsRecordingBaseline.name, true);
+        if (mode == RecordingMode::paused)
+            context.preferences().set(preference::needsRecordingBaseline.name, true);
+        context.preferences().set(preference::recordingMode.name, std::string(rawValue(mode)));
     }
-    context.store(preference::recordingMode.name, std::string(rawValue(mode)));
     co_return mode == RecordingMode::paused ? "Recording is paused.\n"
                                             : "Recording, with a new starting point.\n";
 }
@@ -110,7 +111,6 @@ std::string scheduleText(CaptureSchedule schedule) {
 QCoro::Task<std::string> setSchedule(CommandContext& context) {
     const auto schedule = *json::fromRawValue<CaptureSchedule>(context.arguments.schedule);
     context.model().setCaptureSchedule(schedule);
-    context.store(preference::captureSchedule.name, std::string(rawValue(schedule)));
     co_return scheduleText(schedule);
 }
 

@@ -5,6 +5,7 @@
 #include "core/base/Error.h"
 
 #include <filesystem>
+#include <stop_token>
 
 namespace tidemark {
 
@@ -17,6 +18,8 @@ struct CommandContext {
     const bool colour;
     /// This is the recorder that runs, and not a process that does one command.
     const bool isRunning;
+    /// Who gave the command does not wait any more.
+    const std::stop_token stop{};
 
     AppModel& model() const { return recorder.model(); }
     ModelState& state() const { return recorder.model().state(); }
@@ -28,12 +31,10 @@ struct CommandContext {
         if (!*state().loaded)
             throw Error(state().error->value_or("The history has not been read yet; try again."));
     }
-    /// Stores what the recorder goes by from now on. Throws `Error` when it will have forgotten it
-    /// at its next start.
-    void store(std::string_view key, PreferenceValue value) const {
-        if (!preferences().set(key, std::move(value)))
-            throw Error("This holds only until Tidemark quits: "
-                        + preferences().problem().value_or("the setting could not be stored."));
+    /// Throws `Error` when what was changed will not outlive this process.
+    void requireStored() const {
+        if (!preferences().isStored())
+            throw Error(preferences().problem().value_or("The settings could not be stored."));
     }
 };
 

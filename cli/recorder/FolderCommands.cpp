@@ -43,10 +43,12 @@ std::vector<Line> linesOf(const FolderAccess& folders) {
 }
 
 /// Blocks: a network volume may not answer.
-std::string withAccess(const std::vector<Line>& lines) {
+std::string withAccess(const std::vector<Line>& lines, const std::stop_token& stop = {}) {
     std::set<fs::path> monitored;
     std::map<bool, std::string> groups;
     for (const auto& line : lines) {
+        if (stop.stop_requested())
+            break;
         if (!line.isMonitored && monitored.contains(canonicalPath(line.path)))
             continue;
         if (line.isMonitored)
@@ -115,8 +117,10 @@ std::string text(const FolderAccess& folders) {
 
 QCoro::Task<std::string> list(CommandContext& context) {
     const auto& folders = context.folders();
-    std::string out = co_await runInBackground(
-        [lines = linesOf(folders)](const std::stop_token&) { return withAccess(lines); });
+    const auto look = [lines = linesOf(folders)](const std::stop_token& stop) {
+        return withAccess(lines, stop);
+    };
+    std::string out = co_await runInBackground(look, context.stop);
     if (folders.message() && !folders.messageIsSuccess())
         out += oneLine(*folders.message()) + "\n";
     co_return out;

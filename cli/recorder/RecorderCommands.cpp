@@ -104,7 +104,8 @@ QCoro::Task<std::string> tell(CommandContext& context, historyCommands::Command 
         .colour = context.colour,
     };
     std::string text = co_await runInBackground(
-        [&](const std::stop_token&) { return command(reading); }, {}, WorkPriority::userInitiated);
+        [&](const std::stop_token&) { return command(reading); }, context.stop,
+        WorkPriority::userInitiated);
     co_return text;
 }
 
@@ -126,6 +127,9 @@ QCoro::Task<std::string> carryOut(CommandContext context) {
         throw Error("There is no such command.");
     auto task = reading ? tell(context, reading) : action->carryOut(context);
     std::string text = co_await task;
+    // What a capture leaves is in the journal.
+    if (action && name != Name::capture && name != Name::status)
+        context.requireStored();
     co_return text;
 }
 

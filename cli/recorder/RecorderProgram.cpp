@@ -49,9 +49,10 @@ void logToStandardError(QtMsgType type, const QMessageLogContext&, const QString
 }
 
 /// A request of another process, carried out by the recorder.
-QCoro::Task<ControlAnswer> answer(Recorder& recorder, ControlRequest request) {
+QCoro::Task<ControlAnswer> answer(Recorder& recorder, ControlRequest request,
+                                  std::stop_token stop) {
     CommandContext context{recorder, parseRecorderArguments(request.arguments), request.directory,
-                           request.colour, true};
+                           request.colour, true, std::move(stop)};
     std::string output = co_await recorderCommands::carryOut(std::move(context));
     ControlAnswer answer;
     answer.output = std::move(output);
@@ -150,8 +151,8 @@ int run(const std::string& setup) {
         return 0;
 
     auto server =
-        std::make_unique<ControlServer>([&recorder](ControlRequest request, std::stop_token) {
-            return answer(recorder, std::move(request));
+        std::make_unique<ControlServer>([&recorder](ControlRequest request, std::stop_token stop) {
+            return answer(recorder, std::move(request), std::move(stop));
         });
     server->listen(recorder.places().socket, recorder.lock());
     const LogindMonitor sleepAndSession(QDBusConnection::systemBus(), recorder.workspace());

@@ -49,7 +49,8 @@ private:
 };
 
 bool isDue(const StorageMeasurementRecord& record, Date now, double refreshInterval) {
-    const bool fresh = record.matchesObservedMetadata() && record.measuredAt
+    // Without an interval also when a clock that was set back makes the age negative.
+    const bool fresh = refreshInterval > 0 && record.matchesObservedMetadata() && record.measuredAt
                        && now - *record.measuredAt < refreshInterval;
     return !fresh;
 }

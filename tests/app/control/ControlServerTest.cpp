@@ -88,6 +88,8 @@ struct ControlServerTest : testing::Test {
             throw Error("It did not work.");
         if (word == "wait")
             wasStopped = !co_await clock.sleep(1000, stop, AppClock::Slack::none);
+        if (word == "hang")
+            co_await clock.sleep(1000, {}, AppClock::Slack::none);
         if (word == "large")
             co_return ControlAnswer{0, std::string(50 * megabyte, '"'), ""};
         co_return ControlAnswer{3, "did " + word, "é\n"};
@@ -226,6 +228,19 @@ TEST_F(ControlServerTest, StopsTheWorkOfAClientThatIsGone) {
     server.reset();
     EXPECT_TRUE(wasStopped);
     EXPECT_EQ(readToEnd(client), "");
+}
+
+TEST_F(ControlServerTest, RefusesMoreWhenCommandsThatCannotBeStoppedPileUp) {
+    for (std::size_t count = 1; count <= ControlServer::mostCommands; ++count) {
+        const auto client = connectRaw(socket);
+        sendRaw(client, control::requestFrame(request({"hang"})));
+        test::until([&] { return requests.size() == count; });
+    }
+    untilServed(0);
+    EXPECT_NE(ask({"another"})->error.find("still busy"), std::string::npos);
+    EXPECT_EQ(requests.size(), ControlServer::mostCommands);
+    clock.advance(1000);
+    EXPECT_EQ(ask({"another"})->output, "did another");
 }
 
 TEST_F(ControlServerTest, ServesSixteenAtOnceAndTheOthersInTurn) {

@@ -195,6 +195,29 @@ TEST_F(AppModelTest, TheSchedulerMakesUpForWhatWasMissedOnce) {
     EXPECT_EQ(live.log, "load activity memory stop ");
 }
 
+TEST_F(AppModelTest, AClockThatJumpsCostsNoHistory) {
+    constexpr double day = 86'400;
+    start();
+    clock.suspend(-day);
+    clock.advance(3600);
+    finish();
+    EXPECT_EQ(observations, 1) << "the next capture is due after the last one";
+    applications = {test::application("Notes")};
+    test::await(model->scan());
+    EXPECT_EQ(events(), 1U);
+    clock.advance(1800);
+    finish();
+    EXPECT_EQ(observations, 3) << "counted from the last capture, not from the latest time";
+
+    clock.suspend(365 * day);
+    clock.advance(120);
+    finish();
+    EXPECT_EQ(observations, 4);
+    ASSERT_EQ(events(), 2U);
+    EXPECT_EQ(state().journal().events[1]->title, "Captures Resumed");
+    EXPECT_EQ(stored(), state().journal());
+}
+
 TEST_F(AppModelTest, QuittingInTheMiddleOfStartStartsNothingElse) {
     const auto starting = model->start();
     model->stopAutomaticCaptures();

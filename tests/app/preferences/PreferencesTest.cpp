@@ -115,10 +115,12 @@ TEST(JsonPreferences, KeepsAChangeThatCouldNotBeStoredUntilTheNextOne) {
     JsonPreferences preferences(file);
     EXPECT_FALSE(preferences.set("a", true));
     EXPECT_TRUE(preferences.problem());
+    EXPECT_FALSE(preferences.isStored());
 
     std::filesystem::remove(folder / "config");
     EXPECT_TRUE(preferences.set("b", true));
     EXPECT_EQ(preferences.problem(), std::nullopt);
+    EXPECT_TRUE(preferences.isStored());
     EXPECT_EQ(JsonPreferences(file).boolean("a"), true);
 }
 

@@ -36,6 +36,8 @@ public:
         return refuses ? std::optional<std::string>("The disk is full.") : std::nullopt;
     }
 
+    bool isStored() const override { return !refuses; }
+
     int changes = 0;
     /// Nothing can be stored.
     bool refuses = false;

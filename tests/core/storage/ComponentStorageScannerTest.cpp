@@ -92,6 +92,14 @@ TEST_F(Scanner, WithoutTimeListsWhatIsKnown) {
     EXPECT_EQ(stored().size(), 1U);
 }
 
+TEST_F(Scanner, WithoutAnIntervalMeasuresAlsoAfterTheClockWasSetBack) {
+    folder.write("a/file", "1");
+    collectOne(item("a"));
+    folder.write("a/file", "12");
+    clock.advance(-86'400);
+    EXPECT_EQ(collectOne(item("a")).bytes, 2);
+}
+
 TEST_F(Scanner, ManySmallItemsRestLikeALargeOne) {
     const auto original = folder.write("file", "1");
     std::vector<StorageMeasurementItem> items;
