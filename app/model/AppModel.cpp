@@ -15,6 +15,10 @@ namespace {
 
 constexpr std::int64_t entriesPerSlice = 1'000'000;
 
+CollectInstallations systemInstallations() {
+    return [](Date now) { return InstallationHistory::collect(now); };
+}
+
 } // namespace
 
 AppModel::AppModel(Setup setup)
@@ -37,9 +41,14 @@ AppModel::AppModel(Setup setup)
                {}},
       flow(modelState, progress, services), recording(modelState, flow, services),
       folderSetup(modelState, flow, services),
+      historyImport(modelState, flow, services,
+                    setup.collectInstallations ? std::move(setup.collectInstallations)
+                                               : systemInstallations()),
       scheduler(setup.applicationCenter, setup.workspaceCenter,
                 setup.heartbeat ? std::move(setup.heartbeat)
-                                : CaptureScheduler::backgroundHeartbeat(setup.clock)) {}
+                                : CaptureScheduler::backgroundHeartbeat(setup.clock)) {
+    services.importInitialHistory = [this] { return historyImport.importInitialHistoryIfNeeded(); };
+}
 
 AppModel::~AppModel() {
     scheduler.stop();

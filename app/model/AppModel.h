@@ -5,6 +5,7 @@
 #include "app/model/AppDataLocation.h"
 #include "app/model/CaptureFlow.h"
 #include "app/model/FolderSetup.h"
+#include "app/model/HistoryImport.h"
 #include "app/model/RecordingSwitch.h"
 #include "core/storage/ComponentStorageScanner.h"
 
@@ -37,6 +38,8 @@ public:
         Observe observe{};
         /// Nothing, when absent.
         BeginActivity beginActivity{};
+        /// The memory of this system, when absent.
+        CollectInstallations collectInstallations{};
     };
 
     explicit AppModel(Setup setup);
@@ -44,7 +47,7 @@ public:
 
     /// Before `start`: what records besides captures. It outlives this.
     void setLiveServices(LiveServices& live) { services.live = &live; }
-    /// Before `start`: what fills an empty journal. Never fails.
+    /// Before `start`: what fills an empty journal in the place of `imports`. Never fails.
     void setInitialImport(std::function<QCoro::Task<void>()> import) {
         services.importInitialHistory = std::move(import);
     }
@@ -83,6 +86,8 @@ public:
     ModelState& state() { return modelState; }
     const ModelState& state() const { return modelState; }
     FolderAccess& folderAccess() { return folders; }
+    /// Its commands are commands of this controller.
+    HistoryImport& imports() { return historyImport; }
     CaptureProgress& scanProgress() { return progress; }
     const DataFiles& files() const { return dataFiles; }
     bool isStarting() const { return starting; }
@@ -105,6 +110,7 @@ private:
     CaptureFlow flow;
     RecordingSwitch recording;
     FolderSetup folderSetup;
+    HistoryImport historyImport;
     CaptureScheduler scheduler;
     bool starting = false;
     bool stopped = false;
