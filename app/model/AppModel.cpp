@@ -14,6 +14,10 @@ namespace {
 
 constexpr std::int64_t entriesPerSlice = 1'000'000;
 
+CollectInstallations systemInstallations() {
+    return [](Date now) { return InstallationHistory::collect(now); };
+}
+
 } // namespace
 
 AppModel::AppModel(Setup setup)
@@ -35,11 +39,20 @@ AppModel::AppModel(Setup setup)
                nullptr,
                {}},
       flow(modelState, progress, services), recording(modelState, flow, services),
+<<<<<<< HEAD
       folderSetup(modelState, flow, services), screen(modelState, services),
       namedSnapshots(modelState, flow, screen, services),
+=======
+      folderSetup(modelState, flow, services),
+      historyImport(modelState, flow, services,
+                    setup.collectInstallations ? std::move(setup.collectInstallations)
+                                               : systemInstallations()),
+>>>>>>> export
       scheduler(setup.applicationCenter, setup.workspaceCenter,
                 setup.heartbeat ? std::move(setup.heartbeat)
-                                : CaptureScheduler::backgroundHeartbeat(setup.clock)) {}
+                                : CaptureScheduler::backgroundHeartbeat(setup.clock)) {
+    services.importInitialHistory = [this] { return historyImport.importInitialHistoryIfNeeded(); };
+}
 
 AppModel::~AppModel() {
     scheduler.stop();

@@ -5,8 +5,12 @@
 #include "app/model/AppDataLocation.h"
 #include "app/model/CaptureFlow.h"
 #include "app/model/FolderSetup.h"
+<<<<<<< HEAD
 #include "app/model/HistoryScreen.h"
 #include "app/model/NamedSnapshots.h"
+=======
+#include "app/model/HistoryImport.h"
+>>>>>>> export
 #include "app/model/RecordingSwitch.h"
 #include "core/storage/ComponentStorageScanner.h"
 
@@ -39,6 +43,8 @@ public:
         Observe observe{};
         /// Nothing, when absent.
         BeginActivity beginActivity{};
+        /// The memory of this system, when absent.
+        CollectInstallations collectInstallations{};
     };
 
     explicit AppModel(Setup setup);
@@ -46,7 +52,7 @@ public:
 
     /// Before `start`: what records besides captures. It outlives this.
     void setLiveServices(LiveServices& live) { services.live = &live; }
-    /// Before `start`: what fills an empty journal. Never fails.
+    /// Before `start`: what fills an empty journal in the place of `imports`. Never fails.
     void setInitialImport(std::function<QCoro::Task<void>()> import) {
         services.importInitialHistory = std::move(import);
     }
@@ -96,6 +102,8 @@ public:
     ModelState& state() { return modelState; }
     const ModelState& state() const { return modelState; }
     FolderAccess& folderAccess() { return folders; }
+    /// Its commands are commands of this controller.
+    HistoryImport& imports() { return historyImport; }
     CaptureProgress& scanProgress() { return progress; }
     const DataFiles& files() const { return dataFiles; }
     bool isStarting() const { return starting; }
@@ -118,8 +126,12 @@ private:
     CaptureFlow flow;
     RecordingSwitch recording;
     FolderSetup folderSetup;
+<<<<<<< HEAD
     HistoryScreen screen;
     NamedSnapshots namedSnapshots;
+=======
+    HistoryImport historyImport;
+>>>>>>> export
     CaptureScheduler scheduler;
     bool starting = false;
     TaskScope tasks;

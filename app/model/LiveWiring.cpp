@@ -1,14 +1,25 @@
 #include "app/model/LiveWiring.h"
 
+#include "core/memory/MemoryEvents.h"
+
 namespace tidemark {
 
 LiveWiring::LiveWiring(Setup setup)
-    : time(setup.clock), monitors(setup.monitors),
+    : time(setup.clock), monitors(setup.monitors), memory(setup.memory),
       power(setup.activityURL, setup.workspaceCenter, setup.clock, callbacks(setup)) {}
 
 LiveWiring::~LiveWiring() {
     // A file that is still being read must not start the monitors.
     LiveWiring::stop();
+}
+
+void LiveWiring::attach(ModelState& model, HistoryScreen& shown) {
+    state = &model;
+    memory.setCollectionAllowed([this] { return canRecord(); });
+    QObject::connect(&memory, &MemoryHistoryService::archiveChanged, &shown, [this, &shown] {
+        const auto events = MemoryEvents::events(memory.archive());
+        shown.setMemoryEvents({events.begin(), events.end()});
+    });
 }
 
 PowerActivityMonitor::Callbacks LiveWiring::callbacks(const Setup& setup) {
@@ -22,10 +33,6 @@ PowerActivityMonitor::Callbacks LiveWiring::callbacks(const Setup& setup) {
             },
         .battery = setup.battery,
     };
-}
-
-QCoro::Task<void> LiveWiring::loadMemory() {
-    co_return;
 }
 
 void LiveWiring::startActivityMonitors() {
@@ -65,6 +72,7 @@ void LiveWiring::showActivityError(const char* sentence) {
 }
 
 void LiveWiring::stop() {
+    memory.stop();
     for (ActivityMonitor* monitor : monitors)
         monitor->stop();
     power.stop();

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "app/memory/MemoryHistoryService.h"
+#include "app/model/HistoryScreen.h"
 #include "app/model/LiveServices.h"
 #include "app/model/ModelState.h"
 #include "app/monitors/ActivityMonitor.h"
@@ -11,13 +13,14 @@
 
 namespace tidemark {
 
-/// The live services of the running program: the activity file with the monitors that feed it.
-/// There is no memory history yet. Main thread only.
+/// The live services of the running program: the activity file with the monitors that feed it, and
+/// the memory history. Main thread only.
 class LiveWiring final : public LiveServices {
 public:
     struct Setup {
         std::filesystem::path activityURL;
         NotificationCenter& workspaceCenter;
+        MemoryHistoryService& memory;
         AppClock& clock = AppClock::system();
         /// Started in this order, and stopped in it. They outlive this.
         std::vector<ActivityMonitor*> monitors{};
@@ -30,13 +33,13 @@ public:
 
     /// Before the controller starts: whose state shows the records and says whether there may be
     /// any. Once it is gone nothing is recorded.
-    void attach(ModelState& model) { state = &model; }
+    void attach(ModelState& model, HistoryScreen& shown);
 
-    QCoro::Task<void> loadMemory() override;
+    QCoro::Task<void> loadMemory() override { return memory.load(); }
     void startActivityMonitors() override;
-    void startMemory() override {}
+    void startMemory() override { memory.start(); }
     void stop() override;
-    std::optional<std::string> memoryFailure() const override { return std::nullopt; }
+    std::optional<std::string> memoryFailure() const override { return memory.failure(); }
 
 private:
     bool canRecord() const { return state && state->canRecord(); }
@@ -47,6 +50,7 @@ private:
 
     AppClock& time;
     const std::vector<ActivityMonitor*> monitors;
+    MemoryHistoryService& memory;
     QPointer<ModelState> state;
     PowerActivityMonitor power;
     TaskScope tasks;

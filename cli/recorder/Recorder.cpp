@@ -26,13 +26,23 @@ FolderLock Recorder::taken(const std::filesystem::path& folder) {
 
 Recorder::Recorder(RecorderPlaces chosen)
     : where(std::move(chosen)), held(taken(where.files.directory)), stored(where.settings),
-      live({.activityURL = where.files.systemActivity(), .workspaceCenter = workspaceCenter}),
+      memory({.url = where.files.memoryHistory(),
+              .preferences = stored,
+              .workspaceCenter = workspaceCenter}),
+      live({.activityURL = where.files.systemActivity(),
+            .workspaceCenter = workspaceCenter,
+            .memory = memory}),
       appModel({.preferences = stored,
                 .files = where.files,
                 .applicationCenter = applicationCenter,
                 .workspaceCenter = workspaceCenter}) {
-    live.attach(appModel.state());
+    live.attach(appModel.state(), appModel.history());
     appModel.setLiveServices(live);
+}
+
+RecordedHistory Recorder::recorded() const {
+    const auto& state = appModel.state();
+    return {state.journal(), state.systemActivity(), memory.archive(), {}};
 }
 
 } // namespace tidemark

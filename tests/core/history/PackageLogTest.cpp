@@ -3,6 +3,7 @@
 #include "tests/support/OrdinaryUser.h"
 #include "tests/support/TemporaryFolder.h"
 
+#include <cmath>
 #include <ctime>
 
 #include <gtest/gtest.h>
@@ -147,7 +148,7 @@ TEST_F(PackageLogTest, PassesOverWhatNoPackageManagerWrites) {
         {"", "a 1 2, 0/0"},
         {"\n\n", "a 1 2, 0/0"},
         {"garbage\n", "a 1 2, 1/0"},
-        {std::string("2024-05-02 00:00:00 status in\0stalled b 1\n", 43), "a 1 2, 1/0"},
+        {std::string("2024-05-02 00:00:00 status in\0stalled b 1\n", 42), "a 1 2, 1/0"},
         {std::string(100, '\0') + "\n" + std::string(1'000'000, 'x') + "\n", "a 1 2, 2/0"},
         {"2024-05-02 00:00:00 install b\xFF <none> 1\n", "a 1 2, 1/0"},
         {"2024-05-02 00:00:00 install \u202Eb <none> 1\n", "a 1 2, 1/0"},
