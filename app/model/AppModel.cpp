@@ -39,19 +39,16 @@ AppModel::AppModel(Setup setup)
                nullptr,
                {}},
       flow(modelState, progress, services), recording(modelState, flow, services),
-<<<<<<< HEAD
       folderSetup(modelState, flow, services), screen(modelState, services),
       namedSnapshots(modelState, flow, screen, services),
-=======
-      folderSetup(modelState, flow, services),
       historyImport(modelState, flow, services,
                     setup.collectInstallations ? std::move(setup.collectInstallations)
                                                : systemInstallations()),
->>>>>>> export
       scheduler(setup.applicationCenter, setup.workspaceCenter,
                 setup.heartbeat ? std::move(setup.heartbeat)
                                 : CaptureScheduler::backgroundHeartbeat(setup.clock)) {
     services.importInitialHistory = [this] { return historyImport.importInitialHistoryIfNeeded(); };
+    historyImport.setShowImported([this] { screen.showImported(); });
 }
 
 AppModel::~AppModel() {

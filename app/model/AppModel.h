@@ -5,12 +5,9 @@
 #include "app/model/AppDataLocation.h"
 #include "app/model/CaptureFlow.h"
 #include "app/model/FolderSetup.h"
-<<<<<<< HEAD
+#include "app/model/HistoryImport.h"
 #include "app/model/HistoryScreen.h"
 #include "app/model/NamedSnapshots.h"
-=======
-#include "app/model/HistoryImport.h"
->>>>>>> export
 #include "app/model/RecordingSwitch.h"
 #include "core/storage/ComponentStorageScanner.h"
 
@@ -126,12 +123,9 @@ private:
     CaptureFlow flow;
     RecordingSwitch recording;
     FolderSetup folderSetup;
-<<<<<<< HEAD
     HistoryScreen screen;
     NamedSnapshots namedSnapshots;
-=======
     HistoryImport historyImport;
->>>>>>> export
     CaptureScheduler scheduler;
     bool starting = false;
     TaskScope tasks;

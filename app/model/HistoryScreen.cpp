@@ -304,12 +304,7 @@ bool HistoryScreen::hasIncompleteSnapshotHistory() const {
     const Baseline* baseline = selectedBaseline();
     if (!baseline || isStateComparison())
         return false;
-    const Journal& journal = state.journal();
-    const Date taken = baseline->snapshot->timestamp;
-    if (journal.eventsPrunedThrough)
-        return taken < *journal.eventsPrunedThrough;
-    return journal.events.size() >= Journal::eventLimit
-           && taken < journal.events.front()->timestamp;
+    return state.journal().mayLackEventsSince(baseline->snapshot->timestamp);
 }
 
 void HistoryScreen::openSnapshot(const Uuid& id) {
@@ -318,6 +313,14 @@ void HistoryScreen::openSnapshot(const Uuid& id) {
         return;
     moveTo(WorkspaceDestination::snapshots, true);
     applyNavigation(sidebar::OfBaseline{id});
+    refreshPresentation();
+}
+
+void HistoryScreen::showImported() {
+    changeRange(std::string(rawValue(HistoryTimeWindow::week)));
+    applyNavigation(sidebar::Timeline());
+    place.search.clear();
+    selectedEvent = {};
     refreshPresentation();
 }
 

@@ -101,6 +101,8 @@ public:
     bool hasIncompleteSnapshotHistory() const;
     /// Goes to a snapshot, if there is one.
     void openSnapshot(const Uuid& id);
+    /// Shows the last week, where an import has put its records, without a search.
+    void showImported();
     /// Shows a snapshot that was saved just now. Filters and search stay.
     void showSaved(const Uuid& id);
 

@@ -1,25 +1,17 @@
 #include "app/model/LiveWiring.h"
 
-#include "core/memory/MemoryEvents.h"
-
 namespace tidemark {
 
 LiveWiring::LiveWiring(Setup setup)
     : time(setup.clock), monitors(setup.monitors), memory(setup.memory),
-      power(setup.activityURL, setup.workspaceCenter, setup.clock, callbacks(setup)) {}
-
-LiveWiring::~LiveWiring() {
-    // A file that is still being read must not start the monitors.
-    LiveWiring::stop();
+      power(setup.activityURL, setup.workspaceCenter, setup.clock, callbacks(setup)) {
+    memory.setCollectionAllowed([this] { return canRecord(); });
 }
 
-void LiveWiring::attach(ModelState& model, HistoryScreen& shown) {
-    state = &model;
-    memory.setCollectionAllowed([this] { return canRecord(); });
-    QObject::connect(&memory, &MemoryHistoryService::archiveChanged, &shown, [this, &shown] {
-        const auto events = MemoryEvents::events(memory.archive());
-        shown.setMemoryEvents({events.begin(), events.end()});
-    });
+LiveWiring::~LiveWiring() {
+    memory.setCollectionAllowed([] { return false; });
+    // A file that is still being read must not start the monitors.
+    LiveWiring::stop();
 }
 
 PowerActivityMonitor::Callbacks LiveWiring::callbacks(const Setup& setup) {

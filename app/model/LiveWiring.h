@@ -1,7 +1,6 @@
 #pragma once
 
 #include "app/memory/MemoryHistoryService.h"
-#include "app/model/HistoryScreen.h"
 #include "app/model/LiveServices.h"
 #include "app/model/ModelState.h"
 #include "app/monitors/ActivityMonitor.h"
@@ -33,7 +32,7 @@ public:
 
     /// Before the controller starts: whose state shows the records and says whether there may be
     /// any. Once it is gone nothing is recorded.
-    void attach(ModelState& model, HistoryScreen& shown);
+    void attach(ModelState& model) { state = &model; }
 
     QCoro::Task<void> loadMemory() override { return memory.load(); }
     void startActivityMonitors() override;

@@ -41,8 +41,8 @@ std::string coverageText(const Journal& journal, Date since, Date now) {
                + (gap.isOngoing ? "now" : historyTime::moment(gap.end, "", calendar)) + "\n";
     std::map<std::string, Spell> problems;
     for (const auto& issue : report.accessIssues) {
-        auto& spell = problems.try_emplace(issue.message, Spell{issue.timestamp, {}, 0})
-                          .first->second;
+        auto& spell =
+            problems.try_emplace(issue.message, Spell{issue.timestamp, {}, 0}).first->second;
         spell.last = issue.timestamp;
         ++spell.captures;
     }

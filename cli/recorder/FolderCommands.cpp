@@ -35,10 +35,10 @@ std::vector<Line> linesOf(const FolderAccess& folders) {
         lines.push_back({true, oneLine(grant.path) + "  for " + joined(grant.purposes) + "; ",
                          fs::path(grant.path)});
     for (const auto& folder : folders.recommendedFolders())
-        lines.push_back({false,
-                         oneLine(folder.title) + ", "
-                             + oneLine(textFromBytes(folder.url.native())) + ": ",
-                         folder.url});
+        lines.push_back(
+            {false,
+             oneLine(folder.title) + ", " + oneLine(textFromBytes(folder.url.native())) + ": ",
+             folder.url});
     return lines;
 }
 
@@ -56,7 +56,9 @@ std::string withAccess(const std::vector<Line>& lines, const std::stop_token& st
         groups[line.isMonitored] +=
             "  " + line.words + directoryAccessFailure(line.path).value_or("readable") + "\n";
     }
-    const auto shown = [&](bool group) { return groups[group].empty() ? "  none\n" : groups[group]; };
+    const auto shown = [&](bool group) {
+        return groups[group].empty() ? "  none\n" : groups[group];
+    };
     return "Monitored\n" + shown(true) + "Recommended\n" + shown(false);
 }
 
@@ -131,10 +133,10 @@ QCoro::Task<std::string> add(CommandContext& context) {
     const auto cancel = qScopeGuard([&] { context.model().cancelFolderManagement(); });
     const auto path = co_await given(context);
     std::vector<fs::path> added{context.directory / context.arguments.path};
-    FolderAccess::PurposesOf purposes = [wanted = purposesOf(context.arguments)](
-                                            const fs::path& folder) {
-        return wanted.empty() ? FolderGrant::suggestedPurposes(folder) : wanted;
-    };
+    FolderAccess::PurposesOf purposes =
+        [wanted = purposesOf(context.arguments)](const fs::path& folder) {
+            return wanted.empty() ? FolderGrant::suggestedPurposes(folder) : wanted;
+        };
     co_await context.folders().add(std::move(added), std::move(purposes));
     finish(context);
     co_return "Monitoring " + oneLine(path.canonical) + ".\n";

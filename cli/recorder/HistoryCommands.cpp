@@ -87,8 +87,7 @@ std::string search(const Reading& reading) {
 
 std::string coverage(const Reading& reading) {
     return coverageText(reading.history.journal,
-                        historyTime::since(reading.arguments.view.since, reading.now),
-                        reading.now);
+                        historyTime::since(reading.arguments.view.since, reading.now), reading.now);
 }
 
 std::string activity(const Reading& reading) {
@@ -96,8 +95,8 @@ std::string activity(const Reading& reading) {
         return json::encoded(reading.history.activity) + "\n";
     std::string out;
     const Calendar calendar;
-    for (auto record = reading.history.activity.rbegin();
-         record != reading.history.activity.rend(); ++record)
+    for (auto record = reading.history.activity.rbegin(); record != reading.history.activity.rend();
+         ++record)
         out += historyTime::moment(record->timestamp, "", calendar) + "  "
                + oneLine(record->title()) + "  " + oneLine(record->detailSubtitle()) + "\n";
     return out.empty() ? "No activity has been recorded.\n" : out;
@@ -110,8 +109,8 @@ std::string memory(const Reading& reading) {
     std::string out;
     const Calendar calendar;
     for (const auto& record : records)
-        out += historyTime::moment(record->timestamp, "", calendar) + "  "
-               + oneLine(record->title) + "  " + oneLine(record->subtitle()) + "\n";
+        out += historyTime::moment(record->timestamp, "", calendar) + "  " + oneLine(record->title)
+               + "  " + oneLine(record->subtitle()) + "\n";
     return out.empty() ? "Nothing has been remembered.\n" : out;
 }
 

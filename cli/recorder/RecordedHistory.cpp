@@ -30,12 +30,10 @@ auto orProblem(std::vector<std::string>& problems, const Read& read) -> decltype
 RecordedHistory RecordedHistory::load(const DataFiles& files) {
     RecordedHistory history;
     history.journal = JournalStore(files.journal()).load();
-    history.activity = orProblem(history.problems, [&] {
-        return SystemActivityStore::read(files.systemActivity());
-    });
-    history.memory = orProblem(history.problems, [&] {
-        return MemoryHistoryStore(files.memoryHistory()).load();
-    });
+    history.activity = orProblem(history.problems,
+                                 [&] { return SystemActivityStore::read(files.systemActivity()); });
+    history.memory = orProblem(history.problems,
+                               [&] { return MemoryHistoryStore(files.memoryHistory()).load(); });
     return history;
 }
 

@@ -2,6 +2,7 @@
 
 #include "app/control/ControlProtocol.h"
 #include "core/base/Files.h"
+#include "core/memory/MemoryEvents.h"
 #include "core/system/UserFolders.h"
 
 namespace tidemark {
@@ -36,7 +37,12 @@ Recorder::Recorder(RecorderPlaces chosen)
                 .files = where.files,
                 .applicationCenter = applicationCenter,
                 .workspaceCenter = workspaceCenter}) {
-    live.attach(appModel.state(), appModel.history());
+    live.attach(appModel.state());
+    auto& screen = appModel.history();
+    QObject::connect(&memory, &MemoryHistoryService::archiveChanged, &screen, [this, &screen] {
+        const auto events = MemoryEvents::events(memory.archive());
+        screen.setMemoryEvents({events.begin(), events.end()});
+    });
     appModel.setLiveServices(live);
 }
 

@@ -101,7 +101,8 @@ private:
         std::map<std::string, E> byName(names.begin(), names.end());
         return to
             .add_option_function<std::vector<E>>(
-                name, [take = std::move(take)](const std::vector<E>& given) {
+                name,
+                [take = std::move(take)](const std::vector<E>& given) {
                     std::ranges::for_each(given, take);
                 },
                 purpose)
@@ -131,17 +132,15 @@ private:
         addJson(add(app, "status", "Tell how recording stands", Command::status));
         add(app, "pause", "Pause all recording", Command::pause);
         add(app, "resume", "Resume recording with a new starting point", Command::resume);
-        auto& schedule = add(app, "schedule", "Tell or set how often captures are due",
-                             Command::tellSchedule);
+        auto& schedule =
+            add(app, "schedule", "Tell or set how often captures are due", Command::tellSchedule);
         schedule
             .add_option_function<std::string>(
-                "VALUE",
-                [&target = into](const std::string& value) { target.schedule = value; },
+                "VALUE", [&target = into](const std::string& value) { target.schedule = value; },
                 "The new schedule")
             ->check(CLI::IsMember(texts<CaptureSchedule>()));
         schedule.callback([&target = into] {
-            target.command =
-                target.schedule.empty() ? Command::tellSchedule : Command::setSchedule;
+            target.command = target.schedule.empty() ? Command::tellSchedule : Command::setSchedule;
         });
         addSince(
             add(app, "coverage", "Tell when and where nothing could be seen", Command::coverage));
@@ -182,7 +181,8 @@ private:
     }
 
     void addExchange() {
-        auto& exported = add(app, "export", "Write a report of the history", Command::exportHistory);
+        auto& exported =
+            add(app, "export", "Write a report of the history", Command::exportHistory);
         addChoice<HistoryExport::Format>(
             exported, "--format", "csv or json", names<HistoryExport::Format>(),
             [&target = into](HistoryExport::Format format) { target.format = format; })

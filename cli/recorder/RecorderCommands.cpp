@@ -28,8 +28,8 @@ QCoro::Task<std::string> setSetting(CommandContext& context) {
     const auto& [key, value] = std::tie(context.arguments.key, context.arguments.value);
     // Something happens with these two besides.
     if (key == preference::recordingMode.name && (value == "paused" || value == "recording")) {
-        auto change = value == "paused" ? captureCommands::pause(context)
-                                        : captureCommands::resume(context);
+        auto change =
+            value == "paused" ? captureCommands::pause(context) : captureCommands::resume(context);
         std::string text = co_await change;
         co_return text;
     }
@@ -103,9 +103,9 @@ QCoro::Task<std::string> tell(CommandContext& context, historyCommands::Command 
         .arguments = context.arguments,
         .colour = context.colour,
     };
-    std::string text = co_await runInBackground(
-        [&](const std::stop_token&) { return command(reading); }, context.stop,
-        WorkPriority::userInitiated);
+    std::string text =
+        co_await runInBackground([&](const std::stop_token&) { return command(reading); },
+                                 context.stop, WorkPriority::userInitiated);
     co_return text;
 }
 

@@ -51,8 +51,12 @@ void logToStandardError(QtMsgType type, const QMessageLogContext&, const QString
 /// A request of another process, carried out by the recorder.
 QCoro::Task<ControlAnswer> answer(Recorder& recorder, ControlRequest request,
                                   std::stop_token stop) {
-    CommandContext context{recorder, parseRecorderArguments(request.arguments), request.directory,
-                           request.colour, true, std::move(stop)};
+    CommandContext context{recorder,
+                           parseRecorderArguments(request.arguments),
+                           request.directory,
+                           request.colour,
+                           true,
+                           std::move(stop)};
     std::string output = co_await recorderCommands::carryOut(std::move(context));
     ControlAnswer answer;
     answer.output = std::move(output);
@@ -92,10 +96,9 @@ std::string carryOutAlone(const RecorderArguments& arguments) {
     QMetaObject::invokeMethod(
         qApp,
         [&] {
-            recorder.tasks().start(carryOutHere({recorder, arguments,
-                                                 std::filesystem::current_path(),
-                                                 console::useColour(), false},
-                                                output, failure));
+            recorder.tasks().start(carryOutHere(
+                {recorder, arguments, std::filesystem::current_path(), console::useColour(), false},
+                output, failure));
         },
         Qt::QueuedConnection);
     QCoreApplication::exec();

@@ -34,6 +34,7 @@ struct LiveWiringTest : testing::Test {
     LiveWiringTest() {
         live.emplace(LiveWiring::Setup{.activityURL = file,
                                        .workspaceCenter = workspace,
+                                       .memory = memory,
                                        .clock = clock,
                                        .monitors = {&connections, &environment},
                                        .battery = [this] { return battery; }});
@@ -55,6 +56,10 @@ struct LiveWiringTest : testing::Test {
     test::ManualAppClock clock;
     test::MemoryPreferences preferences;
     NotificationCenter workspace;
+    MemoryHistoryService memory{{.url = folder / "data/memory-history.json",
+                                 .preferences = preferences,
+                                 .workspaceCenter = workspace,
+                                 .clock = clock}};
     std::optional<BatteryObservation> battery;
     std::string log;
     LoggedMonitor connections{log, "connections"};
