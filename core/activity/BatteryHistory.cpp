@@ -73,7 +73,7 @@ void BatteryHistory::followCharging(const Transition& settled) {
     }
     // A charge whose start nobody saw has no session.
     const bool alreadyCharging = before.externalPower && before.charging != false;
-    if (!chargingStart && !alreadyCharging)
+    if (!alreadyCharging)
         chargingStart = Charge{firstObserved, after};
 }
 

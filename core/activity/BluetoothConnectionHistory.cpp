@@ -38,13 +38,12 @@ std::optional<SystemActivity> BluetoothConnectionHistory::settle(const std::stri
         return std::nullopt;
     auto record =
         SystemActivity::observed(SystemActivity::Kind::bluetoothChanged, settled->firstObserved);
-    BluetoothConnectionChange change{device.deviceClass, {}, device.name, settled->after};
-    const auto since =
-        std::exchange(device.connectedSince,
-                      settled->after ? std::optional(settled->firstObserved) : std::nullopt);
-    if (!settled->after && since)
+    auto& change = record.bluetoothChange.emplace(
+        BluetoothConnectionChange{device.deviceClass, {}, device.name, settled->after});
+    if (const auto since = std::exchange(device.connectedSince, std::nullopt))
         change.session = ObservedSession{*since, settled->firstObserved, {}, {}};
-    record.bluetoothChange = std::move(change);
+    if (settled->after)
+        device.connectedSince = settled->firstObserved;
     return record;
 }
 

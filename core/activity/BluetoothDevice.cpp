@@ -4,6 +4,7 @@
 #include "core/base/Text.h"
 
 #include <array>
+#include <string_view>
 
 namespace tidemark {
 

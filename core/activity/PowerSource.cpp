@@ -34,9 +34,7 @@ std::optional<std::int64_t> wholePercentage(double percentage) {
 std::optional<std::int64_t> percentageOf(const PropertyList::Dictionary& description) {
     const auto current = numberOf(description, "Current Capacity");
     const auto maximum = numberOf(description, "Max Capacity");
-    if (!current || !maximum || !std::isfinite(*current) || !std::isfinite(*maximum))
-        return std::nullopt;
-    if (*current < 0 || *maximum <= 0 || *current > *maximum)
+    if (!current || !maximum || !std::isfinite(*maximum) || !(*maximum > 0))
         return std::nullopt;
     // Multiplied first: 29 / 100 * 100 is below 29 in binary.
     return wholePercentage(*current * 100 / *maximum);

@@ -4,6 +4,7 @@
 #include <array>
 #include <cmath>
 #include <span>
+#include <string_view>
 
 namespace tidemark::WiFiDetails {
 

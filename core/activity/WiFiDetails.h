@@ -5,7 +5,6 @@
 #include <cstdint>
 #include <optional>
 #include <string>
-#include <string_view>
 #include <vector>
 
 /// What the interfaces of IEEE 802.11 tell, in the words of a record. Bands and kinds of security

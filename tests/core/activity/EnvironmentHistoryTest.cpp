@@ -3,6 +3,7 @@
 #include "core/activity/ThermalState.h"
 
 #include <limits>
+#include <sstream>
 
 #include <gtest/gtest.h>
 
@@ -62,84 +63,67 @@ TEST(EnvironmentHistory, TellsOfDisplaysWithAnotherConfiguration) {
         std::optional<DisplayContext> after;
         bool changed;
     };
-    const auto with = [](auto change) {
-        DisplayContext other = mode;
-        change(other);
-        return other;
-    };
     const Case cases[] = {
         {"the same", mode, false},
         {"unreadable", std::nullopt, false},
-        {"pixels", with([](auto& other) { other.pixelHeight = 1080; }), true},
-        {"points", with([](auto& other) { other.logicalWidth = 1920; }), true},
-        {"scale", with([](auto& other) { other.scale = 1; }), true},
-        {"rate", with([](auto& other) { other.refreshRate.reset(); }), true},
-        {"place", with([](auto& other) { other.builtIn = true; }), true},
+        {"pixels", {{2560, 1080, 1280, 720, 2, 60.0, false}}, true},
+        {"points", {{2560, 1440, 1920, 720, 2, 60.0, false}}, true},
+        {"scale", {{2560, 1440, 1280, 720, 1, 60.0, false}}, true},
+        {"rate", {{2560, 1440, 1280, 720, 2, {}, false}}, true},
+        {"place", {{2560, 1440, 1280, 720, 2, 60.0, true}}, true},
     };
     for (const auto& [what, after, changed] : cases) {
         EnvironmentHistory history;
         history.receive({}, display(mode), "nominal", Date{0});
         const auto records = history.receive({}, display(after, "Renamed"), "nominal", Date{10});
         ASSERT_EQ(titlesOf(records), changed ? "Renamed Configuration Changed, " : "") << what;
-        if (!changed)
-            continue;
         auto expected = displayEntry("Renamed", after);
         expected.previousDisplay = mode;
-        EXPECT_EQ(records[0].environmentActivity, expected) << what;
+        for (const auto& record : records)
+            EXPECT_EQ(record.environmentActivity, expected) << what;
     }
 }
 
 TEST(EnvironmentHistory, TellsOfElevatedThermalPressure) {
-    struct Step {
-        const char* state;
-        const char* title;
-        std::optional<Date> elevatedSince;
+    struct Case {
+        const char* what;
+        /// One state a second; "reset" between them.
+        const char* states;
+        /// From which to which state it went, with when it became elevated.
+        const char* story;
     };
-    using Steps = std::vector<Step>;
-    constexpr auto eased = "Thermal Pressure Eased";
-    constexpr auto high = "High Thermal Pressure";
-    constexpr auto critical = "Critical Thermal Pressure";
-    const Steps days[] = {
-        {{"nominal", "", {}}, {"fair", "", {}}, {"nominal", "", {}}},
-        // The time of the rise comes with the records after it, and goes with the fall.
-        {{"nominal", "", {}},
-         {"serious", high, {}},
-         {"critical", critical, Date{1}},
-         {"critical", "", {}},
-         {"serious", high, Date{1}},
-         {"fair", eased, Date{1}},
-         {"critical", critical, {}},
-         {"nominal", eased, Date{6}}},
-        // Nobody saw this one rise.
-        {{"serious", "", {}}, {"critical", critical, {}}, {"fair", eased, {}}},
+    const Case cases[] = {
+        {"mild", "nominal fair nominal", ""},
+        {"the time of the rise comes after it, and goes with the fall",
+         "nominal serious critical critical serious fair critical nominal",
+         "nominal-serious serious-critical@1 critical-serious@1 serious-fair@1 fair-critical "
+         "critical-nominal@6 "},
+        {"nobody saw it rise", "serious critical fair", "serious-critical critical-fair "},
+        {"a rise is forgotten with the rest", "fair serious reset serious fair",
+         "fair-serious serious-fair "},
     };
-    for (const Steps& steps : days) {
+    for (const auto& [what, states, story] : cases) {
         EnvironmentHistory history;
-        for (std::size_t i = 0; i < steps.size(); ++i) {
-            SCOPED_TRACE(steps[i].state);
-            const auto records =
-                history.receive({}, {}, steps[i].state, Date{static_cast<double>(i)});
-            ASSERT_EQ(records.size(), *steps[i].title ? 1U : 0U);
-            if (records.empty())
+        std::istringstream words(states);
+        std::string told;
+        Date time;
+        for (std::string state; words >> state; time = time + 1) {
+            if (state == "reset") {
+                history.reset();
                 continue;
-            EXPECT_EQ(records[0].title(), steps[i].title);
-            EnvironmentActivity expected;
-            expected.deviceName = "Mac";
-            expected.state = steps[i].state;
-            expected.previousState = steps[i - 1].state;
-            expected.elevatedSince = steps[i].elevatedSince;
-            EXPECT_EQ(records[0].environmentActivity, expected);
+            }
+            for (const auto& record : history.receive({}, {}, state, time)) {
+                EXPECT_EQ(record.kind, SystemActivity::Kind::thermalChanged);
+                const auto& activity = record.environmentActivity.value();
+                EXPECT_EQ(activity.deviceName, "Mac");
+                told += activity.previousState.value() + "-" + activity.state.value();
+                if (const auto since = activity.elevatedSince)
+                    told += "@" + std::to_string(static_cast<int>(since->secondsSince2001));
+                told += " ";
+            }
         }
+        EXPECT_EQ(told, story) << what;
     }
-    // A rise that was seen is forgotten with the rest.
-    EnvironmentHistory history;
-    history.receive({}, {}, "fair", Date{0});
-    history.receive({}, {}, "serious", Date{1});
-    history.reset();
-    history.receive({}, {}, "serious", Date{2});
-    const auto records = history.receive({}, {}, "fair", Date{3});
-    ASSERT_EQ(records.size(), 1U);
-    EXPECT_EQ(records[0].environmentActivity->elevatedSince, std::nullopt);
 }
 
 TEST(EnvironmentHistory, NamesWhatItSees) {
