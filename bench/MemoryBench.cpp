@@ -17,7 +17,7 @@ constexpr std::size_t payloadSize = 80'000;
 constexpr std::size_t textSize = 15'000;
 
 MemoryRecord fileRecord(int number) {
-    const Date date = now + -200.0 * number - 0.123456;
+    const Date date = now + (-200.0 * number - 0.123456);
     const std::string name = "Quarterly report " + std::to_string(number) + ".odt";
     auto record = MemoryRecord::make(MemoryRecord::Kind::fileModified, date, name,
                                      "/home/somebody/Documents/Projects/2026/" + name);

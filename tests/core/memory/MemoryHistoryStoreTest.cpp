@@ -5,6 +5,7 @@
 #include "tests/support/TemporaryFolder.h"
 
 #include <csignal>
+#include <fstream>
 #include <functional>
 #include <map>
 
@@ -220,73 +221,48 @@ TEST(MemoryHistoryStore, LeavesOtherRecordsInTheDocument) {
 }
 
 TEST(MemoryHistoryStore, RefusesWhatItCannotReadAndLeavesIt) {
-    using Damage = std::function<void(const Place&)>;
-    const auto document = [](std::string bytes) -> Damage {
-        return
-            [bytes](const Place& place) { place.folder.write("data/memory-history.json", bytes); };
+    const auto bytes = [](std::string content) {
+        return [content](const fs::path& path) { std::ofstream(path) << content; };
     };
-    const auto blob = [](std::string bytes) -> Damage {
-        return [bytes](const Place& place) {
-            place.folder.write("data/memory-payloads/" + textFile("both"), bytes);
-        };
-    };
-    const auto remove = [](const Place& place, const std::string& name) {
-        fs::remove(place.payloads / name);
-    };
+    const std::string document = "memory-history.json";
+    const std::string data = "memory-payloads/" + dataFile("both");
+    const std::string text = "memory-payloads/" + textFile("both");
     const struct {
-        Damage damage;
+        std::string file;
+        /// What stands in its place.
+        std::function<void(const fs::path&)> put;
         std::string expected;
     } cases[] = {
-        {document(R"({"version":2,"records":[],"fileHistoryStarted":true,"more":{}})"),
-         "memory-history.json is of version 2, which this release can't read."},
-        {document(R"({"version":1,"records":[)"),
-         "memory-history.json could not be read: records: not valid JSON at byte 25."},
-        {document(""), "memory-history.json could not be read: the document is empty."},
-        {document(R"({"version":1,"records":[{"id":"a","kind":"dream"}]})"),
-         "memory-history.json could not be read: records[0].kind: unknown value \"dream\"."},
-        {document(R"({"version":1,"records":[]})"),
-         "memory-history.json could not be read: the required key \"fileHistoryStarted\" is "
-         "missing."},
-        {[](const Place& place) {
-             fs::remove(place.url);
-             fs::create_directory(place.url);
+        {document, bytes(R"({"version":2,"records":[],"fileHistoryStarted":true,"more":{}})"),
+         "is of version 2, which this release can't read."},
+        {document, bytes(R"({"version":1,"records":[)"),
+         "could not be read: records: not valid JSON at byte 25."},
+        {document, [](const fs::path& path) { fs::create_directory(path); },
+         "could not be read: Is a directory."},
+        {document, [](const fs::path& path) { fs::create_symlink("nowhere", path); },
+         "could not be read: No such file or directory."},
+        {text, [](const fs::path&) {}, "could not be read: No such file or directory."},
+        {text, bytes("\xC3"), "could not be read: it is no UTF-8 text."},
+        {data, [](const fs::path& path) { fs::create_directory(path); },
+         "could not be read: Is a directory."},
+        {data, [](const fs::path& path) { ::mkfifo(path.c_str(), 0600); },
+         "is not a regular file."},
+        {data, [](const fs::path& path) { fs::create_symlink("/etc/hostname", path); },
+         "could not be read: Too many levels of symbolic links."},
+        {data,
+         [&](const fs::path& path) {
+             bytes("")(path);
+             fs::resize_file(path, 1L << 40);
          },
-         "memory-history.json could not be read: Is a directory."},
-        {[](const Place& place) {
-             fs::remove(place.url);
-             fs::create_symlink("nowhere", place.url);
-         },
-         "memory-history.json could not be read: No such file or directory."},
-        {[](const Place& place) { fs::remove_all(place.payloads); },
-         "memory-payloads/" + dataFile("both") + " could not be read: No such file or directory."},
-        {[&](const Place& place) { remove(place, textFile("both")); },
-         "memory-payloads/" + textFile("both") + " could not be read: No such file or directory."},
-        {[&](const Place& place) {
-             remove(place, dataFile("both"));
-             place.folder.makeFolder("data/memory-payloads/" + dataFile("both"));
-         },
-         "memory-payloads/" + dataFile("both") + " could not be read: Is a directory."},
-        {[&](const Place& place) {
-             remove(place, dataFile("both"));
-             ::mkfifo((place.payloads / dataFile("both")).c_str(), 0600);
-         },
-         "memory-payloads/" + dataFile("both") + " is not a regular file."},
-        {[&](const Place& place) {
-             remove(place, dataFile("both"));
-             fs::create_symlink("/etc/hostname", place.payloads / dataFile("both"));
-         },
-         "memory-payloads/" + dataFile("both")
-             + " could not be read: Too many levels of symbolic links."},
-        {[](const Place& place) { fs::resize_file(place.payloads / dataFile("both"), 1L << 40); },
-         "memory-payloads/" + dataFile("both") + " could not be read: File too large."},
-        {blob("\xC3"),
-         "memory-payloads/" + textFile("both") + " could not be read: it is no UTF-8 text."},
+         "could not be read: File too large."},
     };
-    for (const auto& [damage, expected] : cases) {
+    for (const auto& [file, put, expected] : cases) {
         Place place;
         place.save(sample);
-        damage(place);
-        EXPECT_EQ(place.failure(), (place.folder / "data").native() + "/" + expected);
+        const fs::path path = place.folder / ("data/" + file);
+        fs::remove(path);
+        put(path);
+        EXPECT_EQ(place.failure(), path.native() + " " + expected);
         const auto before = place.files();
         try {
             place.store.save(sample);
