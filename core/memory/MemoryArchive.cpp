@@ -11,10 +11,13 @@ namespace {
 using Records = std::vector<Shared<MemoryRecord>>;
 
 /// Records of one moment keep their order, so that an archive that nothing happened to stays
-/// equal to itself.
+/// equal to itself. Nearly all of them are sorted already, in one run or two.
 void sortNewestFirst(Records& records) {
-    std::ranges::stable_sort(
-        records, [](const auto& a, const auto& b) { return a->timestamp > b->timestamp; });
+    const auto isNewer = [](const auto& a, const auto& b) { return a->timestamp > b->timestamp; };
+    const auto rest = std::is_sorted_until(records.begin(), records.end(), isNewer);
+    if (!std::is_sorted(rest, records.end(), isNewer))
+        std::stable_sort(rest, records.end(), isNewer);
+    std::inplace_merge(records.begin(), rest, records.end(), isNewer);
 }
 
 std::size_t clipSize(const MemoryRecord& clip) {
@@ -63,6 +66,7 @@ class RecordTable {
 public:
     explicit RecordTable(Records stored) {
         records.reserve(stored.size());
+        places.reserve(stored.size());
         for (auto& record : stored)
             if (places.try_emplace(record->id, records.size()).second)
                 records.push_back(std::move(record));
