@@ -7,7 +7,7 @@ SOURCES = $(shell git ls-files --cached --others --exclude-standard '*.cpp' '*.h
 
 FUZZ_SECONDS ?= 600
 
-.PHONY: help run demo test bench format check-format lint sanitize fuzz packages clean
+.PHONY: help run story test bench format check-format lint sanitize fuzz packages clean
 .DEFAULT_GOAL := help
 
 help: ## Show this list
@@ -23,9 +23,9 @@ run: packages build/dev/build.ninja ## Build, then record what changes on this m
 	@cmake --build --preset dev --target tidemark
 	@$(if $(ARGS),./build/dev/cli/tidemark $(ARGS),packaging/record ./build/dev/cli/tidemark)
 
-demo: packages build/dev/build.ninja ## Build, then observe a made-up machine twice and compare
+story: packages build/dev/build.ninja ## Build, then live through a day with the recorder
 	@cmake --build --preset dev --target tidemark
-	@packaging/demo ./build/dev/cli/tidemark
+	@packaging/story ./build/dev/cli/tidemark
 
 test: packages build/dev/build.ninja ## Build, then run every test
 	@cmake --build --preset dev

@@ -4,10 +4,12 @@
 #include "cli/recorder/CoverageText.h"
 #include "cli/recorder/HistoryTime.h"
 #include "cli/recorder/SnapshotReading.h"
+#include "core/base/Error.h"
 #include "core/base/JsonEncoder.h"
 #include "core/base/Text.h"
 #include "core/presentation/HistoryMatches.h"
 
+#include <algorithm>
 #include <array>
 
 namespace tidemark::historyCommands {

@@ -4,6 +4,7 @@
 #include "app/capture/FolderGrant.h"
 #include "cli/recorder/HistoryTime.h"
 #include "core/base/Error.h"
+#include "core/presentation/HistoryTimeWindow.h"
 
 #include <algorithm>
 #include <functional>

@@ -3,6 +3,7 @@
 #include "cli/ObservationSummary.h"
 #include "cli/TimelinePrinter.h"
 #include "cli/recorder/HistoryTime.h"
+#include "core/base/Error.h"
 #include "core/base/JsonEncoder.h"
 #include "core/base/Text.h"
 #include "core/timeline/EventBuilder.h"
