@@ -23,8 +23,7 @@ void ControlServer::listen(const std::filesystem::path& socket, const FolderLock
         socket, held, [this](FileDescriptor client) { welcome(std::move(client)); });
 }
 
-QCoro::Task<ControlAnswer> ControlServer::carriedOut(ControlRequest request,
-                                                     std::stop_token stop) {
+QCoro::Task<ControlAnswer> ControlServer::carriedOut(ControlRequest request, std::stop_token stop) {
     if (commands >= mostCommands)
         throw Error("The recorder is still busy with earlier commands; try again in a moment.");
     ++commands;

@@ -189,8 +189,12 @@ std::optional<std::map<std::string, Data>> JsonPreferences::dataTable(std::strin
 }
 
 bool JsonPreferences::set(std::string_view key, PreferenceValue value) {
-    document->root[std::string(key)] =
-        std::visit([](const auto& held) { return stored(held); }, value);
+    json wanted = std::visit([](const auto& held) { return stored(held); }, value);
+    const auto found = document->root.find(key);
+    // Each capture sets what is mostly set already, and a save waits for the disk.
+    if (isSaved && found != document->root.end() && *found == wanted)
+        return true;
+    document->root[std::string(key)] = std::move(wanted);
     return save();
 }
 

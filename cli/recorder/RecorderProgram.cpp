@@ -35,11 +35,10 @@ void logToStandardError(QtMsgType, const QMessageLogContext&, const QString& mes
 QCoro::Task<ControlAnswer> answer(Recorder& recorder, ControlRequest request,
                                   std::stop_token stop) {
     RecorderArguments arguments = parseRecorderArguments(request.arguments);
-    recorderCommands::Circumstances circumstances{
-        .colour = request.colour,
-        .directory = request.directory,
-        .isRunning = true,
-        .stop = std::move(stop)};
+    recorderCommands::Circumstances circumstances{.colour = request.colour,
+                                                  .directory = request.directory,
+                                                  .isRunning = true,
+                                                  .stop = std::move(stop)};
     std::string output = co_await recorderCommands::carryOut(recorder, std::move(arguments),
                                                              std::move(circumstances));
     ControlAnswer answer;
