@@ -7,7 +7,7 @@ SOURCES = $(shell git ls-files --cached --others --exclude-standard '*.cpp' '*.h
 
 FUZZ_SECONDS ?= 600
 
-.PHONY: help run test bench format check-format lint sanitize fuzz packages clean
+.PHONY: help run story test bench format check-format lint sanitize fuzz packages clean
 .DEFAULT_GOAL := help
 
 help: ## Show this list
@@ -19,9 +19,13 @@ packages:
 build/%/build.ninja: CMakePresets.json | packages
 	cmake --preset $*
 
-run: packages build/dev/build.ninja ## Build, then observe this machine twice and compare
+run: packages build/dev/build.ninja ## Build, then record what changes on this machine
 	@cmake --build --preset dev --target tidemark
-	@$(if $(ARGS),./build/dev/cli/tidemark $(ARGS),packaging/demo ./build/dev/cli/tidemark)
+	@$(if $(ARGS),./build/dev/cli/tidemark $(ARGS),packaging/record ./build/dev/cli/tidemark)
+
+story: packages build/dev/build.ninja ## Build, then live through a day with the recorder
+	@cmake --build --preset dev --target tidemark
+	@packaging/story ./build/dev/cli/tidemark
 
 test: packages build/dev/build.ninja ## Build, then run every test
 	@cmake --build --preset dev

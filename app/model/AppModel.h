@@ -5,6 +5,9 @@
 #include "app/model/AppDataLocation.h"
 #include "app/model/CaptureFlow.h"
 #include "app/model/FolderSetup.h"
+#include "app/model/HistoryImport.h"
+#include "app/model/HistoryScreen.h"
+#include "app/model/NamedSnapshots.h"
 #include "app/model/RecordingSwitch.h"
 #include "core/storage/ComponentStorageScanner.h"
 
@@ -37,6 +40,8 @@ public:
         Observe observe{};
         /// Nothing, when absent.
         BeginActivity beginActivity{};
+        /// The memory of this system, when absent.
+        CollectInstallations collectInstallations{};
     };
 
     explicit AppModel(Setup setup);
@@ -44,7 +49,7 @@ public:
 
     /// Before `start`: what records besides captures. It outlives this.
     void setLiveServices(LiveServices& live) { services.live = &live; }
-    /// Before `start`: what fills an empty journal. Never fails.
+    /// Before `start`: what fills an empty journal in the place of `imports`. Never fails.
     void setInitialImport(std::function<QCoro::Task<void>()> import) {
         services.importInitialHistory = std::move(import);
     }
@@ -53,7 +58,8 @@ public:
     /// `error` says so, nothing is recorded or written, and the scheduler tries again. Does
     /// nothing when it has started or is starting.
     QCoro::Task<void> start();
-    /// Ends automatic captures and all other recording, at the end of the program.
+    /// Ends all recording, at the end of the program. A capture that runs is cut short; what is
+    /// being saved is finished.
     void stopAutomaticCaptures();
 
     QCoro::Task<void> scan(bool allowDuringFolderSetup = false) {
@@ -72,6 +78,10 @@ public:
     std::string_view menuSymbol() const { return recording.menuSymbol(); }
 
     void beginFolderManagement() { folderSetup.begin(); }
+    /// Leaves the folders as they are now, without having finished a first choice.
+    void cancelFolderManagement() { folderSetup.cancel(); }
+    /// Finishes the choice before `start`, so that no capture follows by itself.
+    void completeFolderManagement() { folderSetup.complete(); }
     QCoro::Task<void> finishFolderManagement() { return folderSetup.finish(); }
     QCoro::Task<void> checkRecommendedAccess(FolderAccess::Check check = {}) {
         return folderSetup.checkRecommendedAccess(std::move(check));
@@ -80,16 +90,24 @@ public:
         return folderSetup.resumeOnActivation(std::move(check));
     }
 
+    /// The merged history, where the user stands in it, and what is shown there.
+    HistoryScreen& history() { return screen; }
+    const HistoryScreen& history() const { return screen; }
+    /// Saving and deleting named snapshots.
+    NamedSnapshots& snapshots() { return namedSnapshots; }
+
     ModelState& state() { return modelState; }
     const ModelState& state() const { return modelState; }
     FolderAccess& folderAccess() { return folders; }
+    /// Its commands are commands of this controller.
+    HistoryImport& imports() { return historyImport; }
     CaptureProgress& scanProgress() { return progress; }
     const DataFiles& files() const { return dataFiles; }
     bool isStarting() const { return starting; }
 
 private:
     static QCoro::Task<void> check(QPointer<AppModel> model);
-    bool isEnding() const { return stopped || tasks.isStopping(); }
+    bool isEnding() const { return modelState.isEnding || tasks.isStopping(); }
     QCoro::Task<bool> load();
     QCoro::Task<void> run();
     QCoro::Task<void> showStoredActivity();
@@ -105,9 +123,11 @@ private:
     CaptureFlow flow;
     RecordingSwitch recording;
     FolderSetup folderSetup;
+    HistoryScreen screen;
+    NamedSnapshots namedSnapshots;
+    HistoryImport historyImport;
     CaptureScheduler scheduler;
     bool starting = false;
-    bool stopped = false;
     TaskScope tasks;
 };
 

@@ -2,6 +2,7 @@
 
 #include "app/preferences/PreferenceKeys.h"
 
+#include <QScopeGuard>
 #include <utility>
 
 namespace tidemark {
@@ -12,6 +13,17 @@ void FolderSetup::begin() {
     state.isManagingFolders = true;
 }
 
+void FolderSetup::cancel() {
+    selectionAtOpen.reset();
+    state.isManagingFolders = false;
+}
+
+void FolderSetup::complete() {
+    cancel();
+    services.folderAccess.completeSetup();
+    state.folderManagerPresented = false;
+}
+
 QCoro::Task<void> FolderSetup::finish() {
     const auto hold = services.tasks.hold();
     auto& folders = services.folderAccess;
@@ -19,10 +31,8 @@ QCoro::Task<void> FolderSetup::finish() {
         !read(services.preferences, preference::folderSetupCompleted) || !state.latest();
     const auto before = std::exchange(selectionAtOpen, std::nullopt);
     const bool selectionChanged = before && *before != folders.selection();
-    folders.completeSetup();
-    state.folderManagerPresented = false;
-    state.isManagingFolders = false;
-    if (services.importInitialHistory)
+    complete();
+    if (services.importInitialHistory && !state.isEnding)
         co_await services.importInitialHistory();
     if ((firstSetup || selectionChanged) && !folders.grants().empty())
         co_await flow.scan(false);
@@ -33,10 +43,10 @@ QCoro::Task<void> FolderSetup::checkRecommendedAccess(FolderAccess::Check check)
     if (state.isCheckingRecommendedAccess || state.isScanning || state.isSaving)
         co_return;
     state.isCheckingRecommendedAccess = true;
+    const auto done = qScopeGuard([this] { state.isCheckingRecommendedAccess = false; });
     services.preferences.set(preference::diskAccessCheckRequested.name, false);
     co_await services.folderAccess.enableReadableRecommended(
         services.folderAccess.recommendedFolders(), check);
-    state.isCheckingRecommendedAccess = false;
 }
 
 QCoro::Task<void> FolderSetup::resumeOnActivation(FolderAccess::Check check) {

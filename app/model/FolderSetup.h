@@ -14,6 +14,10 @@ public:
     /// The folder manager opens, and closes.
     void begin();
     QCoro::Task<void> finish();
+    /// Closes without having finished a first choice.
+    void cancel();
+    /// Finishes the choice; nothing follows by itself.
+    void complete();
     /// Looks which recommended folders can be read by now.
     QCoro::Task<void> checkRecommendedAccess(FolderAccess::Check check = {});
     /// The user is back, perhaps from the system's own settings of access.

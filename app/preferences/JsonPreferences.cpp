@@ -189,12 +189,12 @@ std::optional<std::map<std::string, Data>> JsonPreferences::dataTable(std::strin
 }
 
 bool JsonPreferences::set(std::string_view key, PreferenceValue value) {
-    json wanted = std::visit([](const auto& held) { return stored(held); }, value);
-    const auto found = document->root.find(key);
-    // Each capture sets what is mostly set already, and a save waits for the disk.
-    if (isSaved && found != document->root.end() && *found == wanted)
+    auto next = std::visit([](const auto& held) { return stored(held); }, value);
+    auto& present = document->root[std::string(key)];
+    // What is on disk needs no writing; what could not be written before is tried again.
+    if (present == next && !saveProblem && writable)
         return true;
-    document->root[std::string(key)] = std::move(wanted);
+    present = std::move(next);
     return save();
 }
 

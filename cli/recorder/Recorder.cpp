@@ -2,6 +2,7 @@
 
 #include "app/control/ControlProtocol.h"
 #include "core/base/Files.h"
+#include "core/memory/MemoryEvents.h"
 #include "core/system/UserFolders.h"
 
 namespace tidemark {
@@ -26,9 +27,28 @@ FolderLock Recorder::taken(const std::filesystem::path& folder) {
 
 Recorder::Recorder(RecorderPlaces chosen)
     : where(std::move(chosen)), held(taken(where.files.directory)), stored(where.settings),
+      memory({.url = where.files.memoryHistory(),
+              .preferences = stored,
+              .workspaceCenter = workspaceCenter}),
+      live({.activityURL = where.files.systemActivity(),
+            .workspaceCenter = workspaceCenter,
+            .memory = memory}),
       appModel({.preferences = stored,
                 .files = where.files,
                 .applicationCenter = applicationCenter,
-                .workspaceCenter = workspaceCenter}) {}
+                .workspaceCenter = workspaceCenter}) {
+    live.attach(appModel.state());
+    auto& screen = appModel.history();
+    QObject::connect(&memory, &MemoryHistoryService::archiveChanged, &screen, [this, &screen] {
+        const auto events = MemoryEvents::events(memory.archive());
+        screen.setMemoryEvents({events.begin(), events.end()});
+    });
+    appModel.setLiveServices(live);
+}
+
+RecordedHistory Recorder::recorded() const {
+    const auto& state = appModel.state();
+    return {state.journal(), state.systemActivity(), memory.archive(), {}};
+}
 
 } // namespace tidemark

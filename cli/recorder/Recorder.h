@@ -1,8 +1,11 @@
 #pragma once
 
 #include "app/base/NotificationCenter.h"
+#include "app/memory/MemoryHistoryService.h"
 #include "app/model/AppModel.h"
+#include "app/model/LiveWiring.h"
 #include "app/preferences/JsonPreferences.h"
+#include "cli/recorder/RecordedHistory.h"
 #include "core/base/FolderLock.h"
 
 #include <filesystem>
@@ -33,6 +36,8 @@ public:
     Preferences& preferences() { return stored; }
     NotificationCenter& workspace() { return workspaceCenter; }
     TaskScope& tasks() { return scope; }
+    /// What has been recorded so far.
+    RecordedHistory recorded() const;
 
 private:
     static FolderLock taken(const std::filesystem::path& folder);
@@ -42,6 +47,8 @@ private:
     JsonPreferences stored;
     NotificationCenter applicationCenter;
     NotificationCenter workspaceCenter;
+    MemoryHistoryService memory;
+    LiveWiring live;
     AppModel appModel;
     TaskScope scope;
 };

@@ -2,9 +2,13 @@
 
 #include "app/capture/CaptureSchedule.h"
 #include "app/capture/FolderGrant.h"
+#include "cli/recorder/HistoryTime.h"
 #include "core/base/Error.h"
+#include "core/presentation/HistoryTimeWindow.h"
 
 #include <algorithm>
+#include <functional>
+#include <map>
 
 #include <CLI/CLI.hpp>
 
@@ -22,6 +26,31 @@ std::vector<std::string> texts() {
     return all;
 }
 
+template <class E>
+std::vector<std::pair<std::string, E>> names() {
+    std::vector<std::pair<std::string, E>> all;
+    for (const auto& entry : json::rawValues<E>)
+        all.emplace_back(entry.text, entry.value);
+    return all;
+}
+
+/// One word each, beside the titles that are stored.
+std::vector<std::pair<std::string, EventCategory>> categoryNames() {
+    auto all = names<EventCategory>();
+    all.insert(all.end(), {{"background", EventCategory::background},
+                           {"system", EventCategory::system},
+                           {"files", EventCategory::files}});
+    return all;
+}
+
+/// Empty when the text is the name of a time window or a number of days.
+std::string timeWindow(const std::string& text) {
+    const auto window = json::fromRawValue<HistoryTimeWindow>(text);
+    if ((window && *window != HistoryTimeWindow::custom) || historyTime::days(text))
+        return {};
+    return "\"" + text + "\" is none of day, threeDays, week, month, all or 1d to 365d";
+}
+
 class Builder {
 public:
     Builder(CLI::App& line, RecorderArguments& target) : app(line), into(target) {}
@@ -31,18 +60,10 @@ public:
             add(app, "capture", "Take a capture now and tell what changed", Command::capture);
         addSetup(capture);
         addJson(capture);
-        auto& timeline = add(app, "timeline", "Show the recorded history", Command::timeline);
-        addSince(timeline);
-        timeline.add_option("--limit", into.limit, "Most events to show");
-        addJson(timeline);
-        addJson(add(app, "status", "Tell how recording stands", Command::status));
-        add(app, "pause", "Pause all recording", Command::pause);
-        add(app, "resume", "Resume recording with a new starting point", Command::resume);
-        add(app, "schedule", "Tell or set how often captures are due", Command::schedule)
-            .add_option("VALUE", into.schedule, "The new schedule")
-            ->check(CLI::IsMember(texts<CaptureSchedule>()));
-        addSince(
-            add(app, "coverage", "Tell when and where nothing could be seen", Command::coverage));
+        addStanding();
+        addHistory();
+        addSnapshots();
+        addExchange();
         addFolders();
         addSettings();
     }
@@ -63,13 +84,122 @@ private:
     void addJson(CLI::App& to) {
         to.add_flag("--json", into.json, "Print stored JSON instead of text");
     }
-    void addSince(CLI::App& to) {
-        to.add_option("--since", into.since, "How far back: 12h, 7d, 3w or a date (2026-05-31)");
+    CLI::Option* addSince(CLI::App& to) {
+        return to.add_option("--since", into.view.since,
+                             "How far back: 12h, 7d, 3w or a date (2026-05-31)");
     }
     void addSetup(CLI::App& to) {
         to.add_option("--setup", into.setup,
                       "Choose the folders to monitor before the first capture")
             ->check(CLI::IsMember({"recommended", "none"}));
+    }
+
+    /// A name out of a table, in any letter case.
+    template <class E>
+    CLI::Option* addChoice(CLI::App& to, const std::string& name, const std::string& purpose,
+                           const std::vector<std::pair<std::string, E>>& names,
+                           std::function<void(E)> take) {
+        std::map<std::string, E> byName(names.begin(), names.end());
+        return to
+            .add_option_function<std::vector<E>>(
+                name,
+                [take = std::move(take)](const std::vector<E>& given) {
+                    std::ranges::for_each(given, take);
+                },
+                purpose)
+            ->transform(CLI::CheckedTransformer(std::move(byName), CLI::ignore_case))
+            ->expected(1)
+            ->take_all()
+            ->type_name("NAME");
+    }
+
+    void addView(CLI::App& to) {
+        auto* since = addSince(to);
+        to.add_option("--window", into.view.window,
+                      "The same as day, threeDays, week, month, all or a number of days (10d)")
+            ->check(timeWindow)
+            ->excludes(since);
+        addChoice<EventCategory>(
+            to, "--category", "Only events of this category; can be given several times",
+            categoryNames(),
+            [&target = into](EventCategory c) { target.view.categories.insert(c); });
+        addChoice<WorkspaceDestination>(
+            to, "--place", "What the sidebar shows under this name", names<WorkspaceDestination>(),
+            [&target = into](WorkspaceDestination place) { target.view.place = place; });
+        to.add_option("--search", into.view.search, "Only events with this text in them");
+    }
+
+    void addStanding() {
+        addJson(add(app, "status", "Tell how recording stands", Command::status));
+        add(app, "pause", "Pause all recording", Command::pause);
+        add(app, "resume", "Resume recording with a new starting point", Command::resume);
+        auto& schedule =
+            add(app, "schedule", "Tell or set how often captures are due", Command::tellSchedule);
+        schedule
+            .add_option_function<std::string>(
+                "VALUE", [&target = into](const std::string& value) { target.schedule = value; },
+                "The new schedule")
+            ->check(CLI::IsMember(texts<CaptureSchedule>()));
+        schedule.callback([&target = into] {
+            target.command = target.schedule.empty() ? Command::tellSchedule : Command::setSchedule;
+        });
+        addSince(
+            add(app, "coverage", "Tell when and where nothing could be seen", Command::coverage));
+    }
+
+    void addHistory() {
+        auto& timeline = add(app, "timeline", "Show the recorded history", Command::timeline);
+        addView(timeline);
+        timeline.add_option("--limit", into.limit, "Most events to show");
+        timeline.add_flag("--counts", into.counts, "Tell how much each place holds instead");
+        addJson(timeline);
+        auto& search = add(app, "search", "Search the whole history", Command::search);
+        search.add_option("TEXT", into.view.search, "What to look for")->required();
+        addJson(search);
+        addJson(add(app, "activity", "List what the machine reported live", Command::activity));
+        addJson(add(app, "memory", "List files, downloads, launches and clips", Command::memory));
+    }
+
+    void addSnapshots() {
+        auto& snapshots = add(app, "snapshot", "Keep the present state under a name, and compare",
+                              Command::listSnapshots);
+        snapshots.require_subcommand(0, 1);
+        const auto named = [&](const char* verb, const char* purpose, Command command) -> auto& {
+            auto& added = add(snapshots, verb, purpose, command);
+            added.add_option("NAME", into.name, "Its name, or its identifier")->required();
+            return added;
+        };
+        named("save", "Capture now and keep the result under a name", Command::saveSnapshot);
+        auto& list = add(snapshots, "list", "List the named snapshots", Command::listSnapshots);
+        addJson(list);
+        addJson(named("show", "Show what a named snapshot holds", Command::showSnapshot));
+        auto& compare = named("compare", "Tell what is different now", Command::compareSnapshot);
+        compare.add_flag("--timeline", into.sinceSnapshot,
+                         "What was recorded since, instead of the two states");
+        addJson(compare);
+        named("delete", "Remove a named snapshot; the history stays", Command::deleteSnapshot)
+            .add_flag("--yes", into.yes, "Do not ask");
+    }
+
+    void addExchange() {
+        auto& exported =
+            add(app, "export", "Write a report of the history", Command::exportHistory);
+        addChoice<HistoryExport::Format>(
+            exported, "--format", "csv or json", names<HistoryExport::Format>(),
+            [&target = into](HistoryExport::Format format) { target.format = format; })
+            ->required();
+        addView(exported);
+        exported.add_flag("--include-private", into.includePrivate,
+                          "With paths, names of devices and networks, clips and origins");
+        exported.add_option("-o,--output", into.output, "The file; standard output without it");
+        auto& imported = add(app, "import", "Add what the system remembers of installations",
+                             Command::importHistory);
+        imported.add_flag("--include-routine", into.includeRoutine,
+                          "With silent updates of the system's own data");
+        imported.add_flag("--preview", into.preview, "Tell what there is, and add nothing");
+        imported.callback([&target = into] {
+            target.command = target.preview ? Command::previewImport : Command::importHistory;
+        });
     }
 
     void addFolders() {
@@ -118,22 +248,6 @@ private:
 };
 
 } // namespace
-
-bool RecorderArguments::isReading() const {
-    switch (command) {
-    case Command::timeline:
-    case Command::status:
-    case Command::coverage:
-    case Command::listFolders:
-    case Command::listSettings:
-    case Command::getSetting:
-        return true;
-    case Command::schedule:
-        return schedule.empty();
-    default:
-        return false;
-    }
-}
 
 void addRecorderCommands(CLI::App& app, RecorderArguments& into) {
     Builder(app, into).addAll();

@@ -1,7 +1,12 @@
 #pragma once
 
+#include "core/history/HistoryExport.h"
+#include "core/presentation/WorkspaceDestination.h"
+#include "core/records/EventCategory.h"
+
 #include <cstddef>
 #include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -18,10 +23,12 @@ struct RecorderArguments {
         none,
         capture,
         timeline,
+        search,
         status,
         pause,
         resume,
-        schedule,
+        tellSchedule,
+        setSchedule,
         listFolders,
         addFolder,
         trackFolder,
@@ -31,14 +38,36 @@ struct RecorderArguments {
         getSetting,
         setSetting,
         coverage,
+        activity,
+        memory,
+        saveSnapshot,
+        listSnapshots,
+        showSnapshot,
+        compareSnapshot,
+        deleteSnapshot,
+        exportHistory,
+        previewImport,
+        importHistory,
+    };
+
+    /// Which events are shown.
+    struct View {
+        /// How far back: "7d", "12h", "3w" or a date.
+        std::string since;
+        /// The same by the name of a time window, or as a number of days.
+        std::string window;
+        std::set<EventCategory> categories;
+        WorkspaceDestination place = WorkspaceDestination::timeline;
+        std::string search;
     };
 
     Command command = Command::none;
     bool json = false;
-    /// How far back: "7d", "12h", "3w" or a date.
-    std::string since;
+    View view;
     std::optional<std::size_t> limit;
-    /// `schedule`: the new value; empty to tell the present one.
+    /// `timeline`: how much there is in each place, instead of the events.
+    bool counts = false;
+    /// `setSchedule`: the new value.
     std::string schedule;
     std::string path;
     std::vector<std::string> purposes;
@@ -47,9 +76,20 @@ struct RecorderArguments {
     std::string value;
     /// `capture`: "recommended" or "none" when the folder set-up is to be done first.
     std::string setup;
-
-    /// It only reads: it needs no lock when no recorder runs.
-    bool isReading() const;
+    /// A named snapshot.
+    std::string name;
+    /// `compareSnapshot`: what was recorded since, instead of the two states.
+    bool sinceSnapshot = false;
+    /// Nothing is asked.
+    bool yes = false;
+    HistoryExport::Format format = HistoryExport::Format::csv;
+    bool includePrivate = false;
+    /// `exportHistory`: the file; standard output when empty.
+    std::string output;
+    /// `import`: tell what there is, and add nothing.
+    bool preview = false;
+    /// With updates of the system's own data.
+    bool includeRoutine = false;
 };
 
 /// Adds the commands to a command line; the one that it finds ends in `into`.

@@ -4,8 +4,11 @@
 #include "app/control/ControlServer.h"
 #include "cli/Console.h"
 #include "cli/Interruption.h"
+#include "cli/recorder/CaptureCommands.h"
 #include "cli/recorder/FirstSetup.h"
 #include "cli/recorder/RecorderCommands.h"
+#include "core/base/CanonicalPath.h"
+#include "core/base/Files.h"
 #include "core/base/Text.h"
 #include "platform/linux/LogindMonitor.h"
 
@@ -14,6 +17,10 @@
 #include <QDBusConnection>
 #include <QLoggingCategory>
 #include <cstdio>
+#include <cstdlib>
+#include <iostream>
+
+#include <unistd.h>
 
 namespace tidemark::recorderProgram {
 
@@ -27,37 +34,51 @@ struct Application {
     QCoreApplication qt{count, names};
 };
 
-void logToStandardError(QtMsgType, const QMessageLogContext&, const QString& message) {
-    std::fprintf(stderr, "%s\n", oneLine(message.toStdString()).c_str());
+/// The journal of the system reads the level of a line from its start (sd-daemon(3)).
+const char* journalLevel(QtMsgType type) {
+    static const bool toJournal = ::getenv("JOURNAL_STREAM") && ::isatty(STDERR_FILENO) == 0;
+    if (!toJournal)
+        return "";
+    return type == QtCriticalMsg || type == QtFatalMsg ? "<3>"
+           : type == QtWarningMsg                      ? "<4>"
+                                                       : "<6>";
+}
+
+void logToStandardError(QtMsgType type, const QMessageLogContext&, const QString& message) {
+    std::fprintf(stderr, "%s%s\n", journalLevel(type), oneLine(message.toStdString()).c_str());
 }
 
 /// A request of another process, carried out by the recorder.
 QCoro::Task<ControlAnswer> answer(Recorder& recorder, ControlRequest request,
                                   std::stop_token stop) {
-    RecorderArguments arguments = parseRecorderArguments(request.arguments);
-    recorderCommands::Circumstances circumstances{.colour = request.colour,
-                                                  .directory = request.directory,
-                                                  .isRunning = true,
-                                                  .stop = std::move(stop)};
-    std::string output = co_await recorderCommands::carryOut(recorder, std::move(arguments),
-                                                             std::move(circumstances));
+    CommandContext context{recorder,
+                           parseRecorderArguments(request.arguments),
+                           request.directory,
+                           request.colour,
+                           true,
+                           std::move(stop)};
+    std::string output = co_await recorderCommands::carryOut(std::move(context));
     ControlAnswer answer;
     answer.output = std::move(output);
     co_return answer;
 }
 
 /// The error of a coroutine that nobody awaits is kept for who runs the event loop.
-QCoro::Task<void> carryOutHere(Recorder& recorder, RecorderArguments arguments,
-                               recorderCommands::Circumstances circumstances, std::string& output,
+QCoro::Task<void> carryOutHere(CommandContext context, std::string& output,
                                std::exception_ptr& failure) {
     try {
-        std::string result = co_await recorderCommands::carryOut(recorder, std::move(arguments),
-                                                                 std::move(circumstances));
+        std::string result = co_await recorderCommands::carryOut(std::move(context));
         output = std::move(result);
     } catch (...) {
         failure = std::current_exception();
     }
     QCoreApplication::quit();
+}
+
+/// That the settings were damaged is told by whoever set them aside.
+void tellProblem(Recorder& recorder) {
+    if (const auto problem = recorder.preferences().problem())
+        std::fprintf(stderr, "%s\n", oneLine(*problem).c_str());
 }
 
 std::string carryOutAlone(const RecorderArguments& arguments) {
@@ -66,6 +87,7 @@ std::string carryOutAlone(const RecorderArguments& arguments) {
     // The answer says it all.
     QLoggingCategory::setFilterRules("app.tidemark.captures=false");
     Recorder recorder(RecorderPlaces::current());
+    tellProblem(recorder);
     std::string output;
     std::exception_ptr failure;
     const std::stop_callback quit(interruption.token(), [] {
@@ -75,8 +97,7 @@ std::string carryOutAlone(const RecorderArguments& arguments) {
         qApp,
         [&] {
             recorder.tasks().start(carryOutHere(
-                recorder, arguments,
-                {.colour = console::useColour(), .directory = std::filesystem::current_path()},
+                {recorder, arguments, std::filesystem::current_path(), console::useColour(), false},
                 output, failure));
         },
         Qt::QueuedConnection);
@@ -90,12 +111,34 @@ std::string carryOutAlone(const RecorderArguments& arguments) {
     return output;
 }
 
-QCoro::Task<void> startRecording(Recorder& recorder, std::string setup) {
-    if (!setup.empty())
-        co_await recorderCommands::setUp(recorder, std::move(setup));
+QCoro::Task<void> startRecording(Recorder& recorder,
+                                 std::optional<std::vector<RecommendedFolder>> chosen) {
+    if (chosen)
+        co_await captureCommands::setUp(recorder, *std::move(chosen));
+    if (const auto& folders = recorder.model().folderAccess();
+        folders.message() && !folders.messageIsSuccess())
+        std::fprintf(stderr, "%s\n", oneLine(*folders.message()).c_str());
     co_await recorder.model().start();
     if (const auto& error = *recorder.model().state().error)
         std::fprintf(stderr, "%s\n", oneLine(*error).c_str());
+}
+
+/// Asks on the terminal. Throws `Error` where there is none.
+bool confirmed(const std::string& question) {
+    if (::isatty(STDIN_FILENO) == 0)
+        throw Error("Nobody is there to ask; --yes does it without a question.");
+    std::fprintf(stderr, "%s [y/N] ", question.c_str());
+    std::string answer;
+    std::getline(std::cin, answer);
+    return answer == "y" || answer == "Y" || answer == "yes";
+}
+
+/// To the file that was asked for, else to standard output.
+void deliver(const RecorderArguments& arguments, const std::string& text) {
+    if (arguments.output.empty())
+        console::print(text);
+    else
+        replaceFile(canonicalPath(arguments.output), text);
 }
 
 } // namespace
@@ -105,43 +148,49 @@ int run(const std::string& setup) {
     const Application application;
     qInstallMessageHandler(logToStandardError);
     Recorder recorder(RecorderPlaces::current());
-    if (const auto problem = recorder.preferences().problem())
-        std::fprintf(stderr, "%s\n", oneLine(*problem).c_str());
-    const std::string choice = setup.empty() ? firstSetup(recorder) : setup;
+    tellProblem(recorder);
+    const auto chosen = firstSetup(recorder, setup, interruption.token());
+    if (interruption.token().stop_requested())
+        return 0;
 
-    ControlServer server([&recorder](ControlRequest request, std::stop_token stop) {
-        return answer(recorder, std::move(request), std::move(stop));
-    });
-    server.listen(recorder.places().socket, recorder.lock());
+    auto server =
+        std::make_unique<ControlServer>([&recorder](ControlRequest request, std::stop_token stop) {
+            return answer(recorder, std::move(request), std::move(stop));
+        });
+    server->listen(recorder.places().socket, recorder.lock());
     const LogindMonitor sleepAndSession(QDBusConnection::systemBus(), recorder.workspace());
     const std::stop_callback quit(interruption.token(), [] {
         QMetaObject::invokeMethod(qApp, &QCoreApplication::quit, Qt::QueuedConnection);
     });
     QMetaObject::invokeMethod(
-        qApp, [&] { recorder.tasks().start(startRecording(recorder, choice)); },
+        qApp, [&] { recorder.tasks().start(startRecording(recorder, chosen)); },
         Qt::QueuedConnection);
     QCoreApplication::exec();
     recorder.model().stopAutomaticCaptures();
+    // Before the wait for what still runs: no client may begin anything new.
+    server.reset();
     recorder.tasks().drain();
     return 0;
 }
 
 int carryOut(const RecorderArguments& arguments, const std::vector<std::string>& line) {
+    if (arguments.command == RecorderArguments::Command::deleteSnapshot && !arguments.yes
+        && !confirmed("Delete the snapshot \"" + oneLine(arguments.name) + "\"?"))
+        return 0;
     const RecorderPlaces places = RecorderPlaces::current();
-    const auto answered =
-        ControlClient::ask(places.socket, {.arguments = line,
-                                           .colour = console::useColour(),
-                                           .directory = std::filesystem::current_path()});
-    if (answered) {
+    const bool colour = console::useColour();
+    const auto answered = ControlClient::ask(
+        places.socket,
+        {.arguments = line, .colour = colour, .directory = std::filesystem::current_path()});
+    if (answered && !answered->error.empty()) {
         console::print(answered->output);
-        if (!answered->error.empty())
-            throw Error(answered->error);
-        return static_cast<int>(answered->status);
+        throw Error(answered->error);
     }
-    console::print(arguments.isReading()
-                       ? recorderCommands::read(places, arguments, console::useColour())
-                       : carryOutAlone(arguments));
-    return 0;
+    const bool isReading = recorderCommands::isReading(arguments.command);
+    deliver(arguments, answered    ? answered->output
+                       : isReading ? recorderCommands::read(places, arguments, colour)
+                                   : carryOutAlone(arguments));
+    return answered ? static_cast<int>(answered->status) : 0;
 }
 
 } // namespace tidemark::recorderProgram

@@ -1,6 +1,9 @@
 #include "core/base/Iso8601.h"
 
+#include <array>
 #include <chrono>
+#include <cmath>
+#include <cstdio>
 
 namespace tidemark {
 
@@ -95,6 +98,27 @@ std::optional<Date> iso8601Date(std::string_view text) {
     const double whole = static_cast<double>(duration_cast<seconds>(days).count()) + hour * 3600.0
                          + minute * 60.0 + second - offset;
     return Date::fromUnix(whole + fraction);
+}
+
+std::optional<std::string> iso8601Text(Date date) {
+    using namespace std::chrono;
+    constexpr sys_days first = year(0) / January / 1;
+    constexpr sys_days end = year(10'000) / January / 1;
+    const double whole = std::floor(date.secondsSince1970());
+    if (!(whole >= static_cast<double>(sys_seconds(first).time_since_epoch().count())
+          && whole < static_cast<double>(sys_seconds(end).time_since_epoch().count())))
+        return std::nullopt;
+    const sys_seconds time{seconds(static_cast<std::int64_t>(whole))};
+    const auto midnight = floor<days>(time);
+    const year_month_day day(midnight);
+    const hh_mm_ss clock(time - midnight);
+    std::array<char, 32> text{};
+    const int size = std::snprintf(
+        text.data(), text.size(), "%04d-%02u-%02uT%02d:%02d:%02dZ", static_cast<int>(day.year()),
+        static_cast<unsigned>(day.month()), static_cast<unsigned>(day.day()),
+        static_cast<int>(clock.hours().count()), static_cast<int>(clock.minutes().count()),
+        static_cast<int>(clock.seconds().count()));
+    return std::string(text.data(), static_cast<std::size_t>(size));
 }
 
 } // namespace tidemark

@@ -3,6 +3,7 @@
 #include "core/base/Date.h"
 
 #include <optional>
+#include <string>
 #include <string_view>
 
 namespace tidemark {
@@ -10,5 +11,9 @@ namespace tidemark {
 /// Reads an instant as ISO 8601 writes it in full, "2024-05-01T12:00:00Z", with or without a
 /// fraction of the second, and with "Z" or an offset such as "+02:00". Absent for anything else.
 std::optional<Date> iso8601Date(std::string_view text);
+
+/// An instant in UTC to the second that it lies in, "2024-05-01T12:00:00Z". Absent outside of the
+/// years 0 to 9999, for which the format has no plain form.
+std::optional<std::string> iso8601Text(Date date);
 
 } // namespace tidemark

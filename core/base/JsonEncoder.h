@@ -31,7 +31,7 @@ inline void encode(JsonWriter& out, double value) {
     out.real(value);
 }
 inline void encode(JsonWriter& out, Date value) {
-    out.real(value.secondsSince2001);
+    out.date(value);
 }
 inline void encode(JsonWriter& out, const Uuid& value) {
     out.text(value.text());
@@ -127,17 +127,18 @@ void encode(JsonWriter& out, const std::variant<Cases...>& value) {
 
 /// Hands the JSON of `value` to `output` piece by piece.
 template <class T>
-void write(const T& value, JsonWriter::Output output) {
-    JsonWriter out(std::move(output));
+void write(const T& value, JsonWriter::Output output,
+           JsonWriter::DateForm dates = JsonWriter::DateForm::seconds) {
+    JsonWriter out(std::move(output), dates);
     encode(out, value);
     out.finish();
 }
 
 /// The whole JSON text of `value`.
 template <class T>
-std::string encoded(const T& value) {
+std::string encoded(const T& value, JsonWriter::DateForm dates = JsonWriter::DateForm::seconds) {
     std::string text;
-    write(value, [&](std::string_view piece) { text += piece; });
+    write(value, [&](std::string_view piece) { text += piece; }, dates);
     return text;
 }
 

@@ -1,6 +1,7 @@
 #include "core/base/JsonWriter.h"
 
 #include "core/base/Error.h"
+#include "core/base/Iso8601.h"
 #include "core/base/Utf8.h"
 
 #include <array>
@@ -135,6 +136,15 @@ void JsonWriter::real(double value) {
     if (value == 0 && std::signbit(value))
         buffer += ".0";
     endValue();
+}
+
+void JsonWriter::date(Date value) {
+    if (dateForm == DateForm::seconds)
+        return real(value.secondsSince2001);
+    const auto inWords = iso8601Text(value);
+    if (!inWords)
+        throw Error("A date outside of the years 0 to 9999 can't be written.");
+    text(*inWords);
 }
 
 void JsonWriter::boolean(bool value) {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "core/base/Date.h"
+
 #include <cstdint>
 #include <functional>
 #include <string>
@@ -13,8 +15,12 @@ class JsonWriter {
 public:
     using Output = std::function<void(std::string_view)>;
 
+    /// Stored documents hold seconds since 2001; what people read holds ISO 8601 texts.
+    enum class DateForm { seconds, iso8601 };
+
     /// `to` gets the bytes in pieces, the last of them with `finish`.
-    explicit JsonWriter(Output to) : output(std::move(to)) {}
+    explicit JsonWriter(Output to, DateForm form = DateForm::seconds)
+        : output(std::move(to)), dateForm(form) {}
 
     void beginObject() { open('{'); }
     void endObject() { close('}'); }
@@ -27,6 +33,8 @@ public:
     void integer(std::int64_t value);
     /// The shortest text that reads back as the same double. Throws `Error` for NaN and infinity.
     void real(double value);
+    /// Throws `Error` for a date that its form can't hold.
+    void date(Date value);
     void boolean(bool value);
     void null();
 
@@ -40,6 +48,7 @@ private:
     void quoted(std::string_view value);
 
     Output output;
+    DateForm dateForm;
     std::string buffer;
     bool needsComma = false;
 };

@@ -1,10 +1,14 @@
 #include "core/history/InstallationHistory.h"
 
+#include "core/base/Files.h"
 #include "core/base/Iso8601.h"
 #include "core/base/Text.h"
+#include "core/history/PackageLogReport.h"
 #include "core/history/ReportProcess.h"
+#include "core/history/RotatedLog.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <optional>
 #include <unordered_set>
 
@@ -69,6 +73,23 @@ InstallationPreview collect(Date now, const ReportTool& tool) {
     if (!process.succeeded())
         throw ImportError(ImportError::Kind::reportFailed);
     return parse(report, now + -window, now);
+}
+
+InstallationPreview collect(Date now, const PackageLog& log) {
+    const Date since = now + -window;
+    std::string text;
+    try {
+        text = RotatedLog::read(log.path, log.limit, [&](std::string_view older) {
+            return PackageLogReport::beginsBefore(older, since);
+        });
+    } catch (const FileError& error) {
+        throw ImportError(error.code() == EFBIG ? ImportError::Kind::tooLarge
+                                                : ImportError::Kind::reportFailed);
+    }
+    const std::string report = PackageLogReport::make(text, since);
+    if (report.size() > reportLimit)
+        throw ImportError(ImportError::Kind::tooLarge);
+    return parse(report, since, now);
 }
 
 InstallationPreview parse(std::string_view report, Date since, Date through) {

@@ -23,8 +23,9 @@ struct InstallationPreview {
     bool operator==(const InstallationPreview&) const = default;
 };
 
-/// The installations that the operating system itself remembers, from the JSON report of its
-/// profiler tool. A partial history of the last 7 days.
+/// The installations that the operating system itself remembers: a partial history of the last 7
+/// days, from the JSON report of its profiler tool, or from the log of its package manager in the
+/// same shape.
 namespace InstallationHistory {
 
 class ImportError : public Error {
@@ -48,10 +49,24 @@ struct ReportTool {
     double terminationGrace = 1;
 };
 
-/// Runs the report tool and reads what it says of the 7 days before `now`. Blocks; not for the
-/// main thread. Throws `ImportError`, or `Error` when the tool can't be started. The tool is never
-/// left running.
-InstallationPreview collect(Date now, const ReportTool& tool = {});
+/// The log of Debian's package manager; tests put a file of their own in its place.
+struct PackageLog {
+    std::filesystem::path path = "/var/log/dpkg.log";
+    /// Bytes of it, with the older logs beside it, that are looked at.
+    std::size_t limit = 16'777'216;
+};
+
+/// What this system remembers of the 7 days before `now`; no records where it keeps no such
+/// memory. Blocks; not for the main thread. Throws `ImportError`, or `Error` when a report tool
+/// can't be started.
+InstallationPreview collect(Date now);
+
+/// The same from the report tool, which is never left running.
+InstallationPreview collect(Date now, const ReportTool& tool);
+
+/// The same from a package manager's log and its predecessors, which are only read. No such log is
+/// no records.
+InstallationPreview collect(Date now, const PackageLog& log);
 
 /// Reads a report. Throws `ImportError` of kind `invalidReport` when it has another shape.
 InstallationPreview parse(std::string_view report, Date since, Date through);

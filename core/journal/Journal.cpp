@@ -42,6 +42,12 @@ Shared<Snapshot> sharingWith(const Snapshot& previous, const Snapshot& snapshot)
 
 } // namespace
 
+bool Journal::mayLackEventsSince(Date date) const {
+    if (eventsPrunedThrough)
+        return date < *eventsPrunedThrough;
+    return events.size() >= eventLimit && date < events.front()->timestamp;
+}
+
 std::vector<Event> Journal::eventsBetween(const Snapshot& from, const Snapshot& to) {
     std::vector<Event> added = EventBuilder::build(from, to);
     if (auto resumed = ObservationCoverage::completedEvent(from, to))

@@ -40,6 +40,9 @@ struct Journal {
     /// The events of the imported installations. They are not stored and count against no limit.
     std::vector<Shared<Event>> installationEvents() const;
 
+    /// Events later than `date` may have been pruned, or never kept.
+    bool mayLackEventsSince(Date date) const;
+
     /// What `append` adds to `events` when `to` follows `from`.
     static std::vector<Event> eventsBetween(const Snapshot& from, const Snapshot& to);
 

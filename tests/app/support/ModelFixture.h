@@ -42,17 +42,18 @@ struct ModelFixture : testing::Test {
     /// The program as it is before `start`.
     void create() {
         model.reset();
-        model.emplace(
-            AppModel::Setup{.preferences = preferences,
-                            .files = {data, {}},
-                            .applicationCenter = application,
-                            .workspaceCenter = workspace,
-                            .clock = clock,
-                            .bookmarks = bookmarks,
-                            .home = folder.path(),
-                            .observe = [this](ObservationOptions options, std::stop_token stop) {
-                                return observe(std::move(options), std::move(stop));
-                            }});
+        model.emplace(AppModel::Setup{.preferences = preferences,
+                                      .files = {data, {}},
+                                      .applicationCenter = application,
+                                      .workspaceCenter = workspace,
+                                      .clock = clock,
+                                      .bookmarks = bookmarks,
+                                      .home = folder.path(),
+                                      .observe =
+                                          [this](ObservationOptions options, std::stop_token stop) {
+                                              return observe(std::move(options), std::move(stop));
+                                          },
+                                      .collectInstallations = installations});
         model->setLiveServices(live);
     }
     void start() { await(model->start()); }
@@ -103,6 +104,8 @@ struct ModelFixture : testing::Test {
     double captureDuration = 0;
     bool fails = false;
     std::vector<Shared<Application>> applications;
+    /// What the system remembers: nothing.
+    CollectInstallations installations = [](Date) { return InstallationPreview{}; };
     int observations = 0;
     ObservationOptions lastOptions;
     QCoro::Task<void> holding;

@@ -1,6 +1,7 @@
 #include "core/base/Text.h"
 
 #include "core/base/Base64.h"
+#include "core/base/Characters.h"
 #include "core/base/Collation.h"
 #include "core/base/Digest.h"
 #include "core/base/PhraseSearch.h"
@@ -178,6 +179,21 @@ TEST(PhraseSearch, FindsAPhraseInAnyCaseAndForm) {
     };
     for (const auto& [phrase, text, found] : cases)
         EXPECT_EQ(PhraseSearch(phrase).isIn(text), found) << phrase << " in " << text;
+}
+
+TEST(Characters, AreCountedAsPeopleDo) {
+    const std::tuple<std::string, std::size_t, std::string> cases[] = {
+        {"", 3, ""},
+        {"abc", 3, "abc"},
+        {"abcd", 3, "abc"},
+        {"abc", 0, ""},
+        {"cafe\u0301s", 4, "cafe\u0301"},
+        {"👩‍👩‍👧🇩🇪x", 2, "👩‍👩‍👧🇩🇪"},
+        {std::string(100, 'n'), 80, std::string(80, 'n')},
+        {"a\xFF\xFE", 2, "a\xFF"},
+    };
+    for (const auto& [text, count, first] : cases)
+        EXPECT_EQ(firstCharacters(text, count), first) << text;
 }
 
 TEST(Collation, OrdersNamesAsPeopleDo) {

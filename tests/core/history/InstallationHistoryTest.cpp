@@ -11,6 +11,7 @@
 
 using namespace tidemark;
 using InstallationHistory::ImportError;
+using InstallationHistory::ReportTool;
 
 namespace {
 
@@ -58,7 +59,7 @@ public:
 
 private:
     test::TemporaryFolder folder;
-    InstallationHistory::ReportTool tool;
+    ReportTool tool;
 };
 
 bool noChildIsLeft() {
@@ -162,7 +163,9 @@ TEST(InstallationHistory, NeverLeavesTheToolRunning) {
         EXPECT_EQ(Tool(script).failure(timeLimit), failure) << script;
         EXPECT_TRUE(noChildIsLeft()) << script;
     }
-    const auto missing = [] { InstallationHistory::collect(through, {.path = "/no/such/tool"}); };
+    const auto missing = [] {
+        InstallationHistory::collect(through, ReportTool{.path = "/no/such/tool"});
+    };
     EXPECT_EQ(failureOf(missing), "/no/such/tool could not be started: No such file or directory.");
 }
 

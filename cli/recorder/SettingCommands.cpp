@@ -1,13 +1,13 @@
-// The part of HistoryText.h that concerns settings.
+#include "cli/recorder/SettingCommands.h"
 
 #include "app/preferences/PreferenceKeys.h"
-#include "cli/recorder/HistoryText.h"
 #include "core/base/Error.h"
+#include "core/base/Text.h"
 
 #include <algorithm>
 #include <charconv>
 
-namespace tidemark::historyText {
+namespace tidemark::settingCommands {
 
 namespace {
 
@@ -95,7 +95,7 @@ std::vector<std::string> pathsValue(const std::string& text) {
 
 } // namespace
 
-std::string settingsText(const Preferences& preferences) {
+std::string list(const Preferences& preferences) {
     std::string out;
     for (const auto& key : preference::all) {
         if (!isForUser(key))
@@ -110,11 +110,11 @@ std::string settingsText(const Preferences& preferences) {
     return out;
 }
 
-std::string settingText(const Preferences& preferences, const std::string& key) {
+std::string get(const Preferences& preferences, const std::string& key) {
     return oneLine(valueOf(preferences, find(key))) + "\n";
 }
 
-void setSetting(Preferences& preferences, const std::string& key, const std::string& text) {
+void set(Preferences& preferences, const std::string& key, const std::string& text) {
     const auto value =
         std::visit(Overloaded{
                        [&](const SwitchKey&) -> PreferenceValue { return switchValue(text); },
@@ -131,4 +131,4 @@ void setSetting(Preferences& preferences, const std::string& key, const std::str
         throw Error(preferences.problem().value_or("The setting could not be stored."));
 }
 
-} // namespace tidemark::historyText
+} // namespace tidemark::settingCommands

@@ -1,0 +1,51 @@
+#include "app/model/ImportView.h"
+
+namespace tidemark {
+
+std::string importText::initialSuccess(std::size_t newRecords) {
+    if (newRecords == 0)
+        return "No recent installation records were available. Tidemark will record changes from "
+               "now on.";
+    return "Added " + std::to_string(newRecords) + " recent installation "
+           + (newRecords == 1 ? "record" : "records")
+           + " from macOS. This partial history covers the last 7 days; future captures will "
+             "reveal new changes.";
+}
+
+std::string importText::skipped(std::size_t records) {
+    return std::to_string(records) + " malformed records in the macOS report were skipped.";
+}
+
+std::string importText::confirm(std::size_t newRecords) {
+    return "Import " + std::to_string(newRecords) + (newRecords == 1 ? " Record" : " Records");
+}
+
+std::vector<InstallationRecord> ImportView::candidates(const InstallationPreview& preview,
+                                                       bool includeRoutine) {
+    auto records = preview.records;
+    if (!includeRoutine)
+        std::erase_if(records, [](const auto& record) { return record.isRoutine(); });
+    return records;
+}
+
+ImportView ImportView::of(const InstallationPreview& preview, bool includeRoutine,
+                          const std::set<std::string>& importedIDs, bool busy) {
+    ImportView view;
+    for (auto& record : candidates(preview, includeRoutine)) {
+        const bool isImported = importedIDs.contains(record.id());
+        view.rows.push_back({record.name, InstallationHistory::event(record).subtitle, isImported});
+        if (!isImported)
+            view.newRecords.push_back(std::move(record));
+    }
+    if (view.rows.empty())
+        view.notice = preview.records.empty() ? importText::noRecords : importText::onlyRoutine;
+    else if (view.newRecords.empty())
+        view.notice = importText::allKnown;
+    if (preview.skippedRecords > 0)
+        view.skippedNotice = importText::skipped(preview.skippedRecords);
+    view.confirmLabel = importText::confirm(view.newRecords.size());
+    view.canConfirm = !view.newRecords.empty() && !busy;
+    return view;
+}
+
+} // namespace tidemark

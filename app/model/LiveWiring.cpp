@@ -1,0 +1,73 @@
+#include "app/model/LiveWiring.h"
+
+namespace tidemark {
+
+LiveWiring::LiveWiring(Setup setup)
+    : time(setup.clock), monitors(setup.monitors), memory(setup.memory),
+      power(setup.activityURL, setup.workspaceCenter, setup.clock, callbacks(setup)) {
+    memory.setCollectionAllowed([this] { return canRecord(); });
+}
+
+LiveWiring::~LiveWiring() {
+    memory.setCollectionAllowed([] { return false; });
+    // A file that is still being read must not start the monitors.
+    LiveWiring::stop();
+}
+
+PowerActivityMonitor::Callbacks LiveWiring::callbacks(const Setup& setup) {
+    return {
+        .collectionAllowed = [this] { return canRecord(); },
+        .didRecord = [this](auto records) { showActivity(std::move(records)); },
+        .didFail =
+            [this](const auto&) {
+                showActivityError("Activity history could not be saved. Activity history may be "
+                                  "incomplete.");
+            },
+        .battery = setup.battery,
+    };
+}
+
+void LiveWiring::startActivityMonitors() {
+    if (canRecord() && !power.isStarted())
+        tasks.start(openActivity());
+}
+
+QCoro::Task<void> LiveWiring::openActivity() {
+    std::optional<PowerActivityMonitor::Records> records;
+    try {
+        records = co_await power.start();
+    } catch (const std::exception&) {
+        showActivityError("Activity history couldn’t be opened. The existing file has not been "
+                          "replaced.");
+    }
+    if (!records)
+        co_return;
+    if (state)
+        state->setSystemActivity(*std::move(records));
+    for (ActivityMonitor* monitor : monitors)
+        monitor->start([to = QPointer(&power)](SystemActivity activity) {
+            if (to)
+                to->record(std::move(activity));
+        });
+}
+
+void LiveWiring::showActivity(PowerActivityMonitor::Records records) {
+    if (!state)
+        return;
+    state->observationNow = time.now();
+    state->setSystemActivity(std::move(records));
+}
+
+void LiveWiring::showActivityError(const char* sentence) {
+    if (state)
+        state->activityError = sentence;
+}
+
+void LiveWiring::stop() {
+    memory.stop();
+    for (ActivityMonitor* monitor : monitors)
+        monitor->stop();
+    power.stop();
+}
+
+} // namespace tidemark

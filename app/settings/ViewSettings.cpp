@@ -1,0 +1,39 @@
+#include "app/settings/ViewSettings.h"
+
+#include "app/preferences/PreferenceKeys.h"
+
+#include <algorithm>
+
+namespace tidemark {
+
+ViewSettings::ViewSettings(Preferences& stored)
+    : preferences(stored), textSize(this, read(stored, preference::listingTextSize)) {}
+
+void ViewSettings::changeListingTextSize(std::int64_t step) {
+    setListingTextSize(textSize + step);
+}
+
+void ViewSettings::resetListingTextSize() {
+    setListingTextSize(preference::listingTextSize.fallback);
+}
+
+void ViewSettings::setListingTextSize(std::int64_t size) {
+    constexpr auto& key = preference::listingTextSize;
+    const std::int64_t held = std::clamp(size, key.least, key.most);
+    if (held == textSize)
+        return;
+    textSize = held;
+    preferences.set(key.name, held);
+}
+
+void ViewSettings::applyAppearance(const ApplyAppearance& apply) const {
+    const auto mode = read(preferences, preference::appearanceMode);
+    if (mode == "light")
+        apply(Appearance::light);
+    else if (mode == "dark")
+        apply(Appearance::dark);
+    else
+        apply(std::nullopt);
+}
+
+} // namespace tidemark

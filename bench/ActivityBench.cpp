@@ -1,0 +1,153 @@
+// The activity file at its limit: appending to it beside a running event loop, reading it, and
+// making events of what it holds.
+
+#include "app/model/LiveWiring.h"
+#include "app/preferences/JsonPreferences.h"
+#include "bench/Report.h"
+#include "bench/Workspace.h"
+#include "core/activity/ActivityEventBuilder.h"
+#include "core/activity/SystemActivityStore.h"
+#include "core/base/Files.h"
+#include "core/base/JsonEncoder.h"
+
+#include <QCoreApplication>
+#include <ctime>
+
+using namespace tidemark;
+using namespace tidemark::bench;
+using Kind = SystemActivity::Kind;
+
+namespace {
+
+constexpr int runs = 51;
+constexpr std::size_t appended = 100;
+
+/// Records of all sizes, and as many drops of the Wi-Fi as there can be.
+std::vector<SystemActivity> fullHistory() {
+    const auto online = NetworkConnectionState::make(
+        NetworkConnectionState::Availability::available, {NetworkConnectionState::Interface::wifi});
+    std::vector<SystemActivity> records;
+    for (std::size_t i = 0; i < SystemActivityStore::mostRecords; ++i) {
+        auto activity =
+            SystemActivity::observed(Kind::networkChanged, Date{static_cast<double>(i / 3) * 60});
+        if (i % 3 == 0) {
+            activity.networkChange.emplace().before = online;
+        } else if (i % 3 == 1) {
+            activity.kind = Kind::wifiChanged;
+            activity.wifiConnected = false;
+            activity.wifiContext =
+                WiFiContext{"A network with a name", "5 GHz", 36, "WPA3", -60, 866};
+            activity.previousWiFi = activity.wifiContext;
+        } else {
+            activity.kind = Kind::volumeChanged;
+            auto& volume = activity.environmentActivity.emplace();
+            volume.deviceName = "A volume with a longer name";
+            volume.path = "/Volumes/A volume with a longer name";
+            volume.volume.emplace();
+        }
+        records.push_back(std::move(activity));
+    }
+    return records;
+}
+
+/// Seconds of the processor that this thread has used.
+double processorSeconds() {
+    timespec time{};
+    ::clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
+    return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) * 1e-9;
+}
+
+/// How long the event loop is away at most, by the clock, which other programs lengthen, and in
+/// time of the processor.
+struct Block {
+    double wall = 0;
+    double processor = 0;
+
+    template <class Work>
+    void measure(Work work) {
+        const double start = processorSeconds();
+        wall = std::max(wall, seconds(work));
+        processor = std::max(processor, processorSeconds() - start);
+    }
+};
+
+/// Measures each event that its loop handles.
+class MeasuredLoop : public QCoreApplication {
+public:
+    using QCoreApplication::QCoreApplication;
+
+    bool notify(QObject* receiver, QEvent* event) override {
+        bool isHandled = false;
+        longest.measure([&] { isHandled = QCoreApplication::notify(receiver, event); });
+        return isHandled;
+    }
+    template <class Condition>
+    void runUntil(const Condition& done) {
+        while (!done())
+            processEvents(QEventLoop::WaitForMoreEvents);
+    }
+
+    Block longest;
+};
+
+void rows(const std::string& what, const Block& block) {
+    row("longest block of the loop, " + what, block.wall * 1e3, "ms", 10);
+    row("  of it on the processor", block.processor * 1e3, "ms");
+}
+
+void appending(MeasuredLoop& loop, const std::filesystem::path& file) {
+    JsonPreferences preferences(file.parent_path() / "settings.json");
+    ModelState state(preferences, false, {}, Date::now());
+    NotificationCenter workspace;
+    LiveWiring live({.activityURL = file, .workspaceCenter = workspace});
+    live.attach(state);
+    std::size_t shown = 0;
+    QObject::connect(&state, &ModelState::systemActivityChanged, [&] { ++shown; });
+
+    loop.longest = {};
+    loop.longest.measure([&] { live.startActivityMonitors(); });
+    loop.runUntil([&] { return shown == 1; });
+    rows("opening 2,000 records", loop.longest);
+
+    // One after the other, as they come, and then all at once.
+    const auto append = [&] { workspace.post(notification::willSleep); };
+    loop.longest = {};
+    const double duration = seconds([&] {
+        for (std::size_t i = 0; i < appended; ++i) {
+            loop.longest.measure(append);
+            loop.runUntil([&] { return shown == i + 2; });
+        }
+    });
+    row("a record until it is shown, 2,000 in the file", duration / appended * 1e3, "ms");
+    rows("100 appends", loop.longest);
+    loop.longest = {};
+    loop.longest.measure([&] {
+        for (std::size_t i = 0; i < appended; ++i)
+            append();
+    });
+    loop.runUntil([&] { return shown == 2 * appended + 1; });
+    rows("100 records at once", loop.longest);
+}
+
+} // namespace
+
+int main(int count, char** arguments) {
+    MeasuredLoop loop(count, arguments);
+    const Workspace workspace;
+    const auto file = workspace.path() / "system-activity.json";
+    const auto records = fullHistory();
+    replaceFile(file, json::encoded(records));
+
+    std::size_t events = 0;
+    row("events of 2,000 activity records",
+        medianOf(
+            runs,
+            [&] { return seconds([&] { events = ActivityEventBuilder::build(records).size(); }); })
+            * 1e3,
+        "ms", 5);
+    row("events made", static_cast<double>(events), "");
+    row("read 2,000 activity records",
+        medianOf(runs, [&] { return seconds([&] { SystemActivityStore::read(file); }); }) * 1e3,
+        "ms");
+    appending(loop, file);
+}

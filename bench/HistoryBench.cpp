@@ -1,0 +1,160 @@
+// What a screen waits for: merging the history of all sources, rebuilding what is shown of it, and
+// searching it.
+
+#include "bench/Generator.h"
+#include "bench/Report.h"
+#include "core/activity/ActivityEventBuilder.h"
+#include "core/presentation/HistoryMatches.h"
+#include "core/presentation/HistoryView.h"
+
+#include <array>
+#include <atomic>
+#include <thread>
+
+using namespace tidemark;
+using namespace tidemark::bench;
+
+namespace {
+
+using Events = std::vector<Shared<Event>>;
+
+constexpr int runs = 51;
+constexpr std::size_t journalLength = 10'000;
+constexpr std::size_t activityLength = 2'000;
+constexpr std::size_t memoryLength = 10'000;
+constexpr std::size_t clipEvery = 50;
+constexpr std::size_t longestClips = 100'000;
+
+std::vector<SystemActivity> activities(Date end) {
+    constexpr std::array kinds{SystemActivity::Kind::sleepRequested, SystemActivity::Kind::woke,
+                               SystemActivity::Kind::volumeChanged,
+                               SystemActivity::Kind::wifiChanged,
+                               SystemActivity::Kind::networkChanged};
+    std::vector<SystemActivity> records;
+    for (std::size_t i = activityLength; i > 0; --i) {
+        SystemActivity record;
+        record.id = Uuid::random();
+        record.timestamp = end + -static_cast<double>(i) * 700.5;
+        record.kind = kinds[i % kinds.size()];
+        record.wifiConnected = i % 2 == 0;
+        records.push_back(std::move(record));
+    }
+    return records;
+}
+
+/// Files, downloads and applications, and 200 clips of so many bytes each.
+Events memories(Date end, std::size_t clipBytes) {
+    using enum MemoryRecord::Kind;
+    constexpr std::array kinds{fileOpened, fileModified, downloaded, appLaunched, appClosed};
+    constexpr std::array categories{EventCategory::files, EventCategory::files,
+                                    EventCategory::downloads, EventCategory::applications,
+                                    EventCategory::applications};
+    std::string clip;
+    while (clip.size() < clipBytes)
+        clip += "The quick brown fox jumps over the lazy dog. ";
+    Events events;
+    for (std::size_t i = 0; i < memoryLength; ++i) {
+        const bool isClip = i % clipEvery == 0;
+        MemoryRecord record;
+        record.id = Uuid::random().text();
+        record.kind = isClip ? clipboard : kinds[i % kinds.size()];
+        record.timestamp = end + -static_cast<double>(i) * 250.25;
+        record.title = "Bericht für Quartal " + std::to_string(i % 7'000) + ".pdf";
+        record.path = "/Users/someone/Documents/Projects/" + record.title;
+        if (isClip)
+            record.text = clip;
+        Event event;
+        event.id = "memory-" + record.id;
+        event.timestamp = event.intervalStart = record.timestamp;
+        event.title = record.title;
+        event.subtitle = "Last used · /Users/someone/Documents/Projects";
+        event.category = isClip ? EventCategory::clipboard : categories[i % categories.size()];
+        event.path = record.path;
+        event.memory = record;
+        events.emplace_back(std::move(event));
+    }
+    return events;
+}
+
+struct Sources {
+    Events journal = eventsOf(journalLength);
+    Date end = journal.front()->timestamp;
+    std::vector<SystemActivity> activity = activities(end);
+    Events memory;
+
+    explicit Sources(std::size_t clipBytes) : memory(memories(end, clipBytes)) {}
+
+    MergedHistory merged(const Events& activityEvents) const {
+        Events all = journal;
+        all.insert(all.end(), activityEvents.begin(), activityEvents.end());
+        all.insert(all.end(), memory.begin(), memory.end());
+        return MergedHistory::of(std::move(all));
+    }
+};
+
+double milliseconds(auto work) {
+    return medianOf(runs, [&] { return seconds(work); }) * 1e3;
+}
+
+void refresh(const MergedHistory& history, Date now, const char* what, std::string search,
+             double bound) {
+    HistoryPlace place{.window = HistoryTimeWindow::all, .search = std::move(search)};
+    std::size_t shown = 0;
+    const double figure = milliseconds([&] {
+        shown = presentHistory(history, place, now, Calendar()).presentation.events.size();
+    });
+    row(std::string("refresh, ") + what + ", shows " + std::to_string(shown), figure, "ms", bound);
+}
+
+void search(const MergedHistory& history, const char* what, std::string_view query, double bound) {
+    std::size_t found = 0;
+    const double figure =
+        milliseconds([&] { found = HistoryMatches::find(history.events, query).size(); });
+    row(std::string("search, ") + what + ", finds " + std::to_string(found), figure, "ms", bound);
+}
+
+/// From the request to the end of a search that is in the middle of its walk.
+void cancellation(const MergedHistory& history) {
+    const double figure = medianOf(runs, [&] {
+        std::stop_source source;
+        std::atomic<bool> walking = false;
+        std::thread searching([&] {
+            walking = true;
+            while (!source.stop_requested())
+                HistoryMatches::find(history.events, "nothing", source.get_token());
+        });
+        while (!walking)
+            std::this_thread::yield();
+        return seconds([&] {
+            source.request_stop();
+            searching.join();
+        });
+    });
+    row("search, from its cancellation to its end", figure * 1e3, "ms", 5);
+}
+
+void all(const Sources& sources, bool isBounded) {
+    const auto bound = [&](double limit) { return isBounded ? limit : 0; };
+    const MergedHistory history = sources.merged(ActivityEventBuilder::build(sources.activity));
+    refresh(history, sources.end, "no search text", "", bound(10));
+    refresh(history, sources.end, "search text", "application 17", bound(16));
+    refresh(history, sources.end, "search text beyond ASCII", "für Quartal 12", bound(16));
+    search(history, "the newest", "", bound(20));
+    search(history, "no match", "no such text", bound(20));
+    search(history, "no match beyond ASCII", "größer", bound(20));
+    cancellation(history);
+}
+
+} // namespace
+
+int main() {
+    const Sources sources(1'000);
+    const Events activityEvents = ActivityEventBuilder::build(sources.activity);
+    row("events of 2,000 activity records",
+        milliseconds([&] { ActivityEventBuilder::build(sources.activity); }), "ms");
+    row("merging 10,000 + 2,000 + 10,000 events",
+        milliseconds([&] { sources.merged(activityEvents); }), "ms", 16);
+    all(sources, true);
+    std::puts("With clips at their limit of 20 MB:");
+    all(Sources(longestClips), false);
+}

@@ -1,0 +1,45 @@
+#pragma once
+
+#include "cli/recorder/Recorder.h"
+#include "cli/recorder/RecorderArguments.h"
+#include "core/base/Error.h"
+
+#include <filesystem>
+#include <stop_token>
+
+namespace tidemark {
+
+/// What a command is carried out with, in the process that has the data folder.
+struct CommandContext {
+    Recorder& recorder;
+    const RecorderArguments arguments;
+    /// What relative paths are relative to.
+    const std::filesystem::path directory;
+    const bool colour;
+    /// This is the recorder that runs, and not a process that does one command.
+    const bool isRunning;
+    /// Who gave the command does not wait any more.
+    const std::stop_token stop{};
+
+    AppModel& model() const { return recorder.model(); }
+    ModelState& state() const { return recorder.model().state(); }
+    FolderAccess& folders() const { return recorder.model().folderAccess(); }
+    Preferences& preferences() const { return recorder.preferences(); }
+
+    /// Throws `Error` unless the history has been read.
+    void requireHistory() const {
+        if (!*state().loaded)
+            throw Error(state().error->value_or("The history has not been read yet; try again."));
+    }
+    /// Throws `Error` when what was changed will not outlive this process.
+    void requireStored() const {
+        if (!preferences().isStored())
+            throw Error(preferences().problem().value_or("The settings could not be stored."));
+    }
+};
+
+/// What a command says that finds the recorder at work.
+inline constexpr const char* anotherOperation =
+    "Another operation is running; try again in a moment.";
+
+} // namespace tidemark

@@ -1,0 +1,107 @@
+#include "core/history/PrivateDetails.h"
+
+#include <algorithm>
+#include <array>
+
+#include <nlohmann/json.hpp>
+
+namespace tidemark {
+
+namespace {
+
+using Json = nlohmann::json;
+
+constexpr std::string_view mark = "[Excluded]";
+
+constexpr auto privateKeys =
+    std::to_array<std::string_view>({"path", "program", "deviceName", "networkName"});
+/// Objects whose "name" is private.
+constexpr auto namedObjects = std::to_array<std::string_view>({"volume", "volumeContext"});
+constexpr auto memoryKeys = std::to_array<std::string_view>({"title", "text", "sourceURL"});
+constexpr auto internalKeys = std::to_array<std::string_view>({"id", "symbol"});
+constexpr auto droppedKeys =
+    std::to_array<std::string_view>({"path", "program", "deviceName", "networkName",
+                                     "directFileSizes", "text", "payload", "sourceURL"});
+
+bool holds(const auto& keys, std::string_view key) {
+    return std::ranges::find(keys, key) != keys.end();
+}
+
+} // namespace
+
+PrivateDetails::PrivateDetails(const Json& event, bool keep) : keepsDetails(keep) {
+    if (keep)
+        return;
+    collect(event);
+    if (const auto memory = event.find("memory"); memory != event.end() && memory->is_object())
+        for (const std::string_view key : memoryKeys)
+            collectText(*memory, key);
+    std::ranges::sort(texts, [](const std::string& a, const std::string& b) {
+        return a.size() != b.size() ? a.size() > b.size() : a < b;
+    });
+    const auto repetitions = std::ranges::unique(texts);
+    texts.erase(repetitions.begin(), repetitions.end());
+}
+
+void PrivateDetails::collect(const Json& node) {
+    if (node.is_object()) {
+        for (const std::string_view key : privateKeys)
+            collectText(node, key);
+        for (const std::string_view key : namedObjects)
+            if (const auto found = node.find(key); found != node.end() && found->is_object())
+                collectText(*found, "name");
+    }
+    if (node.is_structured())
+        for (const Json& child : node)
+            collect(child);
+}
+
+void PrivateDetails::collectText(const Json& object, std::string_view key) {
+    const auto found = object.find(key);
+    if (found == object.end() || !found->is_string())
+        return;
+    if (const auto& text = found->get_ref<const std::string&>(); !text.empty())
+        texts.push_back(text);
+}
+
+bool PrivateDetails::isDropped(std::string_view key) const {
+    return holds(internalKeys, key) || (!keepsDetails && holds(droppedKeys, key));
+}
+
+Json PrivateDetails::cleaned(Json node) const {
+    if (node.is_string() && !texts.empty())
+        return excluded(node.get_ref<const std::string&>());
+    if (node.is_array())
+        for (Json& child : node)
+            child = cleaned(std::move(child));
+    if (!node.is_object())
+        return node;
+    Json object = Json::object();
+    for (auto& [key, value] : node.items())
+        if (!isDropped(key))
+            object[excluded(key)] = cleaned(std::move(value));
+    return object;
+}
+
+std::string PrivateDetails::excluded(std::string_view text, std::size_t first) const {
+    for (std::size_t index = first; index < texts.size(); ++index)
+        if (text.find(texts[index]) != std::string_view::npos)
+            return excludedOccurrences(text, index);
+    return std::string(text);
+}
+
+std::string PrivateDetails::excludedOccurrences(std::string_view text, std::size_t index) const {
+    // Shorter texts are looked for between the marks and never inside of them: a device may be
+    // called "Excluded", and marks in marks would grow without end.
+    std::string result;
+    std::size_t start = 0;
+    for (std::size_t place = text.find(texts[index]); place != std::string_view::npos;
+         place = text.find(texts[index], start)) {
+        result += excluded(text.substr(start, place - start), index + 1);
+        result += mark;
+        start = place + texts[index].size();
+    }
+    return result + excluded(text.substr(start), index + 1);
+}
+
+} // namespace tidemark

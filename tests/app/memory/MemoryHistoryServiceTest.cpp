@@ -1,0 +1,235 @@
+#include "app/memory/MemoryHistoryService.h"
+
+#include "tests/app/support/Await.h"
+#include "tests/app/support/ManualAppClock.h"
+#include "tests/app/support/MemoryPreferences.h"
+#include "tests/support/TemporaryFolder.h"
+
+#include <gtest/gtest.h>
+
+using namespace tidemark;
+namespace fs = std::filesystem;
+using Kind = MemoryRecord::Kind;
+
+namespace {
+
+constexpr double day = 86'400;
+
+struct LoggedCollector final : MemoryCollector {
+    void start() override { log += "start "; }
+    void stop() override { log += "stop "; }
+    std::string taken() { return std::exchange(log, {}); }
+
+    std::string log;
+};
+
+/// A service over a real folder, on a clock that is driven.
+struct MemoryHistory : testing::Test {
+    MemoryHistory() { create(); }
+
+    /// The service as it is before `load`.
+    void create() {
+        service.reset();
+        service.emplace(
+            MemoryHistoryService::Setup{url, preferences, workspace, clock, observeLive});
+        service->addCollector(collector);
+        service->setCollectionAllowed([this] { return allowed; });
+        collector.taken();
+    }
+    void load() { test::await(service->load()); }
+    void finishWriting() { test::await(service->writer()); }
+    /// With the service gone, which waits for what is to be written.
+    MemoryArchive stored() {
+        service.reset();
+        return MemoryHistoryStore(url).load();
+    }
+
+    MemoryRecord clip(const std::string& text, double age = 0) {
+        auto record = MemoryRecord::make(Kind::clipboard, clock.now() + -age, "Clipboard");
+        record.text = text;
+        return record;
+    }
+    MemoryRecord application(const std::string& title) {
+        return MemoryRecord::make(Kind::appLaunched, clock.now(), title);
+    }
+    static std::string titles(const MemoryArchive& archive) {
+        std::string all;
+        for (const auto& record : archive.records)
+            all += record->text.value_or(record->title) + (record->pinned ? "! " : " ");
+        return all;
+    }
+    std::string titles() { return titles(service->archive()); }
+    /// A folder stands where the document is to go.
+    void blockDocument() {
+        finishWriting();
+        fs::remove(url);
+        fs::create_directory(url);
+    }
+
+    const test::TemporaryFolder folder;
+    const fs::path url = folder / "data/memory-history.json";
+    test::ManualAppClock clock;
+    test::MemoryPreferences preferences;
+    NotificationCenter workspace;
+    LoggedCollector collector;
+    bool allowed = true;
+    bool observeLive = true;
+    std::optional<MemoryHistoryService> service;
+};
+
+} // namespace
+
+TEST_F(MemoryHistory, KeepsWhatItIsToldUntilTheLastWrite) {
+    service->update({clip("too early")});
+    load();
+    EXPECT_EQ(titles(), "");
+    int changes = 0;
+    QObject::connect(&*service, &MemoryHistoryService::archiveChanged, [&] { ++changes; });
+    for (const auto* title : {"a", "b", "c", "d"}) {
+        clock.advance(1);
+        service->update({application(title)});
+    }
+    EXPECT_EQ(titles(), "d c b a ");
+    EXPECT_EQ(changes, 4);
+    service->update({clip("shown alone")}, false);
+    EXPECT_EQ(titles(stored()), "d c b a ") << "the end of the service waits for its writes";
+}
+
+TEST_F(MemoryHistory, WritesOnlyWhatIsNew) {
+    load();
+    service->update({application("a")});
+    finishWriting();
+    const auto written = fs::last_write_time(url);
+    fs::last_write_time(url, written - std::chrono::hours(1));
+    service->update({});
+    service->update({*service->archive().records[0]});
+    finishWriting();
+    EXPECT_EQ(fs::last_write_time(url), written - std::chrono::hours(1));
+    service->update({application("b")});
+    finishWriting();
+    EXPECT_GE(fs::last_write_time(url), written);
+}
+
+TEST_F(MemoryHistory, RefusesADocumentItCannotReadAndTriesAgain) {
+    folder.write("data/memory-history.json", "damaged");
+    EXPECT_THROW(load(), Error);
+    EXPECT_FALSE(service->isLoaded());
+    service->start();
+    service->update({application("a")});
+    service->clearClipboard();
+    finishWriting();
+    EXPECT_EQ(test::contents(url), "damaged");
+    EXPECT_EQ(collector.taken(), "");
+
+    fs::remove(url);
+    load();
+    service->update({application("a")});
+    EXPECT_EQ(titles(stored()), "a ");
+}
+
+TEST_F(MemoryHistory, AppliesTheAgeLimitsAtOnce) {
+    load();
+    service->update({clip("old", 6 * day), clip("new"), clip("pinned", 5 * day)});
+    service->togglePin(service->clips()[1]->id);
+    finishWriting();
+    clock.advance(2 * day);
+    create();
+    load();
+    EXPECT_EQ(titles(), "new pinned! ");
+    service->setClipboardDays(1);
+    EXPECT_EQ(service->clipboardDays(), 1);
+    EXPECT_EQ(titles(), "pinned! ");
+    EXPECT_EQ(preferences.integer("memoryClipboardDays"), 1);
+    EXPECT_EQ(titles(stored()), "pinned! ");
+    EXPECT_EQ(std::distance(fs::directory_iterator(folder / "data/memory-payloads"), {}), 1)
+        << "the contents go with the clips";
+}
+
+TEST_F(MemoryHistory, PinsAndClearsClipsAlone) {
+    load();
+    service->update({clip("a"), application("editor")});
+    const auto id = service->clips().at(0)->id;
+    service->togglePin(id);
+    EXPECT_EQ(titles(), "a! editor ");
+    service->togglePin(id);
+    EXPECT_EQ(titles(), "a editor ");
+    service->togglePin(service->archive().records[1]->id);
+    service->togglePin("unknown");
+    EXPECT_EQ(titles(), "a editor ");
+    service->togglePin(id);
+    service->clearClipboard();
+    EXPECT_EQ(titles(), "editor ");
+    EXPECT_EQ(titles(stored()), "editor ");
+    EXPECT_EQ(test::namesIn(folder / "data/memory-payloads"), "");
+}
+
+TEST_F(MemoryHistory, RecordsNothingWhenItMustNot) {
+    load();
+    service->update({clip("old", 6 * day)});
+    allowed = false;
+    clock.advance(2 * day);
+    service->update({application("secret")});
+    EXPECT_EQ(titles(), "") << "the limits apply all the same";
+    service->start();
+    EXPECT_EQ(collector.taken(), "stop ");
+    EXPECT_FALSE(service->active());
+}
+
+TEST_F(MemoryHistory, StopsForGoodWhenASaveFails) {
+    load();
+    service->start();
+    collector.taken();
+    blockDocument();
+    int changes = 0;
+    QObject::connect(&*service, &Observable::changed, [&] { ++changes; });
+    service->update({application("lost")});
+    finishWriting();
+    EXPECT_EQ(service->failure(), "New activity history could not be saved. Collection stopped to "
+                                  "protect the existing file.");
+    EXPECT_EQ(changes, 2) << "of the archive and of the failure";
+    EXPECT_EQ(collector.taken(), "stop ");
+    EXPECT_FALSE(service->isRunning());
+
+    service->update({application("later")});
+    service->start();
+    workspace.post(notification::willSleep);
+    workspace.post(notification::didWake);
+    EXPECT_EQ(titles(), "lost ");
+    EXPECT_EQ(collector.taken().find("start"), std::string::npos);
+    EXPECT_EQ(test::namesIn(folder / "data"), "memory-history.json memory-payloads");
+}
+
+TEST_F(MemoryHistory, RestsUntilEverythingIsBack) {
+    service->start();
+    EXPECT_EQ(collector.taken(), "") << "nothing starts before it is loaded";
+    load();
+    service->start();
+    service->start();
+    EXPECT_EQ(collector.taken(), "stop start ");
+    EXPECT_TRUE(service->active());
+    const auto generation = service->generation();
+
+    for (const auto begin : {notification::willSleep, notification::screensDidSleep,
+                             notification::sessionDidResignActive})
+        workspace.post(begin);
+    EXPECT_FALSE(service->active());
+    EXPECT_NE(service->generation(), generation);
+    collector.taken();
+    workspace.post(notification::screensDidWake);
+    workspace.post(notification::didWake);
+    EXPECT_EQ(collector.taken(), "");
+    workspace.post(notification::sessionDidBecomeActive);
+    EXPECT_EQ(collector.taken(), "stop start ");
+
+    service->stop();
+    workspace.post(notification::didWake);
+    EXPECT_EQ(collector.taken(), "stop ") << "it no longer listens";
+    service->start();
+    EXPECT_EQ(collector.taken(), "stop start ");
+
+    observeLive = false;
+    create();
+    load();
+    service->start();
+    EXPECT_FALSE(service->isRunning()) << "a preview";
+}

@@ -1,0 +1,259 @@
+#include "app/model/ImportView.h"
+#include "tests/app/support/ModelFixture.h"
+
+#include <future>
+
+using namespace tidemark;
+
+namespace {
+
+InstallationRecord record(const std::string& name, const std::string& version = "1") {
+    return {name, version, test::ManualAppClock::start + -3600, "package_source_other", {}};
+}
+
+/// The rows of a view, then its notices and its button.
+std::string shown(const ImportView& view) {
+    std::string text;
+    for (const auto& row : view.rows)
+        text += row.name + " " + row.version + (row.isImported ? " known, " : ", ");
+    return text + view.notice.value_or("-") + "|" + view.skippedNotice.value_or("-") + "|"
+           + view.confirmLabel + (view.canConfirm ? "" : " (disabled)");
+}
+
+} // namespace
+
+struct HistoryImportTest : test::ModelFixture {
+    HistoryImportTest() {
+        installations = [this](Date now) {
+            ++reports;
+            asked = now;
+            if (waitsFor)
+                waitsFor->get_future().wait();
+            if (reportFails)
+                throw InstallationHistory::ImportError(
+                    InstallationHistory::ImportError::Kind::reportFailed);
+            return InstallationPreview{found, 0, now, now, 0};
+        };
+        create();
+    }
+    HistoryImport& imports() { return model->imports(); }
+    std::string message() { return imports().initialHistoryMessage->value_or("none"); }
+    std::size_t imported() {
+        const auto& records = state().journal().importedInstallations;
+        return records ? records->size() : 0;
+    }
+    /// What the next start says of its import.
+    std::string messageAfterStart() {
+        restart();
+        EXPECT_FALSE(imports().isImportingInitialHistory);
+        EXPECT_FALSE(state().busy());
+        return message();
+    }
+    void forget() { std::filesystem::remove_all(data); }
+
+    std::vector<InstallationRecord> found;
+    bool reportFails = false;
+    std::optional<std::promise<void>> waitsFor;
+    int reports = 0;
+    Date asked;
+};
+
+TEST_F(HistoryImportTest, FillsANewJournalOnce) {
+    const std::string tail = " from macOS. This partial history covers the last 7 days; future "
+                             "captures will reveal new changes.";
+    EXPECT_EQ(messageAfterStart(), "No recent installation records were available. Tidemark will "
+                                   "record changes from now on.");
+    EXPECT_EQ(asked, clock.now());
+    EXPECT_EQ(messageAfterStart(), "none") << "an attempt that found nothing is one too";
+    EXPECT_EQ(reports, 1);
+
+    forget();
+    found = {record("keel"), record("XProtectPayloads")};
+    EXPECT_EQ(messageAfterStart(), "Added 1 recent installation record" + tail);
+    EXPECT_EQ(imported(), 1U) << "not what the system maintains by itself";
+    EXPECT_EQ(state().journal().initialHistoryImportCompletedAt, clock.now());
+    EXPECT_EQ(stored(), state().journal());
+
+    forget();
+    found.push_back(record("rudder"));
+    EXPECT_EQ(messageAfterStart(), "Added 2 recent installation records" + tail);
+    EXPECT_EQ(reports, 3);
+}
+
+TEST_F(HistoryImportTest, TriesAgainAfterAFailure) {
+    const std::string failure = "Recent history couldn’t be imported. New changes will still be "
+                                "recorded. You can retry using Import recent history…";
+    preferences.set("folderSetupCompleted", false);
+    reportFails = true;
+    start();
+    test::await(imports().importInitialHistoryIfNeeded());
+    EXPECT_EQ(reports, 0) << "not while the user chooses folders";
+    model->beginFolderManagement();
+    test::await(model->finishFolderManagement());
+    EXPECT_EQ(message(), failure);
+    EXPECT_EQ(state().journal(), Journal());
+    EXPECT_EQ(error(), "none");
+
+    reportFails = false;
+    // A file in the place of the data folder: nothing can be saved.
+    std::filesystem::remove_all(data);
+    folder.write("Tidemark", "");
+    test::await(imports().importInitialHistoryIfNeeded());
+    EXPECT_EQ(message(), failure);
+    EXPECT_EQ(state().journal(), Journal());
+    std::filesystem::remove(data);
+    test::await(imports().importInitialHistoryIfNeeded());
+    EXPECT_EQ(reports, 3);
+    EXPECT_EQ(state().journal().initialHistoryImportCompletedAt, clock.now());
+}
+
+TEST_F(HistoryImportTest, LeavesAJournalWithAnythingInItAlone) {
+    Journal journal;
+    journal.append(test::snapshot(1), false);
+    const Journal withSnapshot = journal;
+    journal = {};
+    journal.baselines = test::fullJournal().baselines;
+    const Journal withBaseline = journal;
+    journal = {};
+    journal.importInstallations({record("known")});
+    for (const Journal& kept : {withSnapshot, withBaseline, journal}) {
+        std::filesystem::create_directories(data);
+        JournalStore(data / "journal.json").save(kept);
+        EXPECT_EQ(messageAfterStart(), "none");
+        EXPECT_EQ(reports, 0);
+        EXPECT_EQ(state().journal().initialHistoryImportCompletedAt, std::nullopt);
+    }
+}
+
+TEST_F(HistoryImportTest, APauseWhileTheReportIsReadKeepsNothing) {
+    waitsFor.emplace();
+    found = {record("keel")};
+    const auto starting = model->start();
+    test::until([&] { return *imports().isImportingInitialHistory; });
+    EXPECT_TRUE(state().busy());
+    model->setRecordingMode(RecordingMode::paused);
+    waitsFor->set_value();
+    test::until([&] { return starting.isReady(); });
+    EXPECT_EQ(*state().recordingMode, RecordingMode::paused);
+    EXPECT_FALSE(imports().isImportingInitialHistory);
+    EXPECT_FALSE(state().isReadingImport);
+    EXPECT_EQ(message(), "none");
+    EXPECT_EQ(state().journal(), Journal());
+    EXPECT_EQ(test::await(imports().previewImport()), false);
+    EXPECT_EQ(test::await(imports().importHistory(found)), std::nullopt);
+    EXPECT_FALSE(imports().importPresented);
+}
+
+TEST_F(HistoryImportTest, TheControllerMayGoWhileTheReportIsRead) {
+    waitsFor.emplace();
+    const auto starting = model->start();
+    test::until([&] { return *imports().isImportingInitialHistory; });
+    waitsFor->set_value();
+    model.reset();
+    EXPECT_TRUE(starting.isReady());
+    EXPECT_FALSE(std::filesystem::exists(data / "journal.json"));
+}
+
+TEST_F(HistoryImportTest, ShowsWhatCouldBeImportedAndImportsTheChosen) {
+    start();
+    found = {record("keel"), record("rudder")};
+    int shows = 0;
+    imports().setShowImported([&] { ++shows; });
+    reportFails = true;
+    EXPECT_TRUE(test::await(imports().previewImport()));
+    EXPECT_TRUE(imports().importPresented);
+    EXPECT_EQ(imports().importError->value_or("none"),
+              "macOS couldn’t provide installation history. Try again; the report may have timed "
+              "out or access may be unavailable.");
+    reportFails = false;
+    EXPECT_TRUE(test::await(imports().previewImport()));
+    EXPECT_EQ(*imports().importError, std::nullopt);
+    ASSERT_TRUE(imports().importPreview->has_value());
+    EXPECT_FALSE(state().isReadingImport);
+
+    const auto completed = state().journal().initialHistoryImportCompletedAt;
+    clock.advance(1);
+    EXPECT_EQ(test::await(imports().importHistory({found[0], found[0]})), 1U);
+    EXPECT_FALSE(imports().importPresented);
+    EXPECT_EQ(shows, 1);
+    EXPECT_EQ(imports().importedIDs(), std::set{found[0].id()});
+    EXPECT_EQ(state().journal().initialHistoryImportCompletedAt, completed);
+    EXPECT_EQ(test::await(imports().importHistory(found)), 1U);
+    EXPECT_EQ(test::await(imports().importHistory(found)), 0U);
+    EXPECT_EQ(stored(), state().journal());
+    EXPECT_EQ(imported(), 2U);
+
+    const Journal before = state().journal();
+    test::await(imports().previewImport());
+    std::filesystem::remove_all(data);
+    folder.write("Tidemark", "");
+    EXPECT_EQ(test::await(imports().importHistory({record("hull")})), std::nullopt);
+    EXPECT_TRUE(error().starts_with("History couldn’t be saved. "));
+    EXPECT_EQ(state().journal(), before);
+    EXPECT_TRUE(imports().importPresented);
+    EXPECT_EQ(shows, 3);
+    state().isPreparingSnapshot = true;
+    EXPECT_FALSE(test::await(imports().previewImport()));
+}
+
+TEST_F(HistoryImportTest, AnImportByHandCountsAsTheFirstOne) {
+    preferences.set("folderSetupCompleted", false);
+    start();
+    state().folderManagerPresented = false;
+    EXPECT_EQ(test::await(imports().importHistory({})), 0U);
+    EXPECT_EQ(state().journal().initialHistoryImportCompletedAt, std::nullopt);
+    EXPECT_EQ(test::await(imports().importHistory({record("keel")})), 1U);
+    EXPECT_EQ(state().journal().initialHistoryImportCompletedAt, clock.now());
+}
+
+TEST(ImportView, SaysWhatThereIsToChoose) {
+    const auto keel = record("keel");
+    const auto rudder = record("rudder", "");
+    const auto routine = record("XProtectPlist");
+    const struct {
+        std::vector<InstallationRecord> records;
+        std::size_t skipped;
+        bool includeRoutine, busy;
+        std::set<std::string> known;
+        std::string expected;
+    } cases[] = {
+        {{},
+         0,
+         false,
+         false,
+         {},
+         "No installation records found in the last 7 days.|-|Import 0 Records (disabled)"},
+        {{routine},
+         2,
+         false,
+         false,
+         {},
+         "Only macOS maintenance records were found. Include them above to preview those "
+         "records.|2 malformed records in the macOS report were skipped.|Import 0 Records "
+         "(disabled)"},
+        {{routine}, 0, true, false, {}, "XProtectPlist Version 1, -|-|Import 1 Record"},
+        {{keel, routine, rudder},
+         0,
+         false,
+         false,
+         {},
+         "keel Version 1, rudder Version not recorded, -|-|Import 2 Records"},
+        {{keel, rudder},
+         0,
+         false,
+         true,
+         {keel.id()},
+         "keel Version 1 known, rudder Version not recorded, -|-|Import 1 Record (disabled)"},
+        {{keel, routine},
+         0,
+         false,
+         false,
+         {keel.id()},
+         "keel Version 1 known, These records are already in your timeline.|-|Import 0 Records "
+         "(disabled)"},
+    };
+    for (const auto& c : cases) {
+        const InstallationPreview preview{c.records, c.skipped, {}, {}, 0};
+        EXPECT_EQ(shown(ImportView::of(preview, c.includeRoutine, c.known, c.busy)), c.expected);
+    }
+}

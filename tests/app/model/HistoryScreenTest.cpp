@@ -1,0 +1,276 @@
+#include "app/model/HistoryScreen.h"
+
+#include "tests/app/support/ModelFixture.h"
+#include "tests/support/HistoryEvents.h"
+
+using namespace tidemark;
+using test::event;
+using test::ids;
+using test::memoryEvent;
+using enum WorkspaceDestination;
+
+struct HistoryScreenTest : test::ModelFixture {
+    HistoryScreen& screen() { return model->history(); }
+    std::string shown() { return ids(screen().presentation().events); }
+    double ago(double days) { return (clock.now() + -days * 86'400).secondsSince2001; }
+
+    /// A journal with one event of each kind that a capture makes, and two named snapshots: of two
+    /// days ago, and of the latest state.
+    Journal history() {
+        Journal journal;
+        Snapshot old = test::snapshot(1);
+        old.timestamp = Date{ago(2)};
+        Snapshot latest = test::snapshot(2);
+        latest.timestamp = clock.now();
+        latest.applications = {test::application("Lantern")};
+        journal.snapshots = {old, latest};
+        journal.events = {event("ancient", ago(100)), event("app", ago(3)),
+                          event("folder", ago(1), EventCategory::storage)};
+        journal.baselines = {Baseline::named("Old", old), Baseline::named("New", latest)};
+        return journal;
+    }
+    void load() { state().setJournal(history()); }
+    Uuid baseline(std::size_t index) { return state().journal().baselines.at(index).id; }
+    std::string compared() {
+        test::until([&] { return !screen().isComparing(); });
+        return shown();
+    }
+};
+
+TEST_F(HistoryScreenTest, MergesAllSources) {
+    load();
+    const auto before = screen().historyRevision();
+    SystemActivity woke{.timestamp = Date{ago(0.5)}, .kind = SystemActivity::Kind::woke};
+    state().setSystemActivity({woke});
+    screen().setMemoryEvents({memoryEvent("launch", ago(2), MemoryRecord::Kind::appLaunched),
+                              memoryEvent("clip", ago(1.5), MemoryRecord::Kind::clipboard),
+                              memoryEvent("usage", ago(1), MemoryRecord::Kind::appUsage)});
+    Journal journal = state().journal();
+    journal.importInstallations({{.name = "Tool", .recordedAt = Date{ago(4)}}});
+    state().setJournal(std::move(journal));
+    EXPECT_EQ(screen().historyRevision(), before + 3);
+    EXPECT_EQ(screen().fullHistory().size(), 8U);
+    EXPECT_EQ(screen().historyEvents().size(), 7U);
+    EXPECT_EQ(screen().timelineEvents().size(), 6U);
+    EXPECT_EQ(screen().presentation().events.size(), 5U) << "the ancient one is too old";
+    EXPECT_TRUE(screen().fullHistory().back().sameObject(state().journal().events.front()))
+        << "texts are not copied";
+}
+
+TEST_F(HistoryScreenTest, TheSelectedEventFollowsItsNewerForm) {
+    const auto memory = [](const char* id, const char* subtitle) {
+        Event made = memoryEvent(id, 1, MemoryRecord::Kind::appLaunched);
+        made.subtitle = subtitle;
+        return HistoryScreen::Events{made};
+    };
+    screen().setMemoryEvents(memory("a", "old"));
+    screen().setSelected(screen().fullHistory().front());
+    screen().setMemoryEvents(memory("a", "new"));
+    EXPECT_EQ(screen().selected()->subtitle, "new");
+    screen().setMemoryEvents(memory("b", "other"));
+    EXPECT_EQ(screen().selected()->subtitle, "new") << "what is gone stays to be read";
+}
+
+TEST_F(HistoryScreenTest, TheWindowIsKeptAndDropsASelectionThatLeavesIt) {
+    load();
+    EXPECT_EQ(shown(), "folder app");
+    screen().setSelected(screen().presentation().events.back());
+    screen().setRange("threeDays");
+    EXPECT_EQ(shown(), "folder");
+    EXPECT_FALSE(screen().selected());
+    screen().setRange("all");
+    EXPECT_EQ(shown(), "folder app ancient");
+    const auto refreshes = screen().presentationRevision();
+    screen().setRange("all");
+    screen().setSearch("");
+    screen().setCustomWindowDays(2);
+    EXPECT_EQ(screen().presentationRevision(), refreshes) << "nothing that is shown changed";
+    screen().setRange("custom");
+    EXPECT_EQ(shown(), "folder");
+    screen().setCustomWindowDays(0);
+    EXPECT_EQ(shown(), "") << "an event at the very edge of the one day";
+    EXPECT_EQ(screen().timeWindowOptions().at(4).label, "Custom: 0 days");
+    EXPECT_EQ(preferences.text("historyTimeWindow"), "custom");
+    screen().setCustomWindowDays(1000);
+    restart();
+    EXPECT_EQ(screen().range(), "custom");
+    EXPECT_EQ(screen().customWindowDays(), 365);
+    preferences.set("historyTimeWindow", std::string("decade"));
+    restart();
+    EXPECT_EQ(screen().range(), "week");
+    screen().setRange("decade");
+    EXPECT_EQ(screen().timeWindowCutoff(clock.now()), Date::distantPast());
+}
+
+TEST_F(HistoryScreenTest, GoesWhereItIsTold) {
+    load();
+    screen().setRange("all");
+    screen().setSearch("app");
+    screen().navigate(storage, false);
+    EXPECT_EQ(shown(), "");
+    screen().navigate(storage, true);
+    EXPECT_EQ(shown(), "folder");
+    EXPECT_EQ(screen().systemFilters(), std::set{storage});
+    EXPECT_EQ(screen().navigation(), SidebarDestination(sidebar::Category{EventCategory::storage}));
+    EXPECT_EQ(screen().sidebarCounts().at(timeline), 3U);
+    EXPECT_FALSE(screen().sidebarCounts().contains(folderSizes));
+
+    // Another filter joins it, although its place was gone to.
+    screen().toggleSystemFilter(applications);
+    EXPECT_EQ(screen().workspace(), timeline);
+    EXPECT_EQ(shown(), "folder app ancient");
+    screen().toggleSystemFilter(storage);
+    EXPECT_EQ(screen().workspace(), applications);
+    EXPECT_EQ(shown(), "app ancient");
+    screen().setSearch("anc");
+    screen().toggleSystemFilter(applications);
+    EXPECT_EQ(screen().workspace(), timeline);
+    EXPECT_TRUE(screen().systemFilters().empty());
+    EXPECT_EQ(shown(), "ancient") << "the search stays";
+    screen().toggleSystemFilter(folderSizes);
+    EXPECT_EQ(screen().workspace(), folderSizes);
+    EXPECT_EQ(shown(), "folder");
+
+    screen().setSelected(screen().fullHistory().front());
+    screen().setNavigation(
+        sidebar::Categories{{EventCategory::applications, EventCategory::storage}});
+    EXPECT_EQ(screen().categoryFilters().size(), 2U);
+    EXPECT_FALSE(screen().selected());
+}
+
+TEST_F(HistoryScreenTest, OpensAnEventWhereverItIs) {
+    load();
+    screen().setMemoryEvents({memoryEvent("clip", ago(90), MemoryRecord::Kind::clipboard)});
+    screen().setSearch("nothing");
+    screen().navigate(storage, false);
+    const Uuid scroll = screen().historyScrollRequest();
+    int told = 0;
+    QObject::connect(&screen(), &Observable::changed, [&] { ++told; });
+    screen().openEvent(screen().fullHistory().back());
+    EXPECT_EQ(told, 1);
+    EXPECT_EQ(screen().workspace(), timeline);
+    EXPECT_EQ(screen().selected()->id, "ancient");
+    EXPECT_EQ(shown(), "folder app ancient");
+    EXPECT_NE(screen().historyScrollRequest(), scroll);
+    EXPECT_EQ(preferences.text("historyTimeWindow"), "all");
+    screen().openEvent(memoryEvent("clip", ago(90), MemoryRecord::Kind::clipboard));
+    EXPECT_EQ(screen().workspace(), clipboard);
+    EXPECT_EQ(screen().selected()->id, "clip");
+}
+
+TEST_F(HistoryScreenTest, AnOpenSnapshotShowsWhatWasRecordedSince) {
+    load();
+    screen().setRange("day");
+    screen().openSnapshot(Uuid::random());
+    EXPECT_EQ(screen().workspace(), timeline);
+    screen().openSnapshot(baseline(0));
+    EXPECT_EQ(screen().workspace(), snapshots);
+    EXPECT_EQ(screen().selectedBaseline()->name, "Old");
+    EXPECT_EQ(shown(), "folder");
+    EXPECT_EQ(screen().exported()->mode, "Timeline");
+    screen().openSnapshot(baseline(1));
+    EXPECT_EQ(shown(), "");
+    EXPECT_FALSE(screen().exported());
+}
+
+TEST_F(HistoryScreenTest, ComparesStatesInTheBackground) {
+    load();
+    screen().setSelected(screen().fullHistory().front());
+    screen().openSnapshot(baseline(0));
+    screen().setSnapshotViewMode(SnapshotViewMode::states);
+    EXPECT_TRUE(screen().isComparing());
+    EXPECT_EQ(shown(), "");
+    EXPECT_FALSE(screen().exported());
+    EXPECT_TRUE(compared().ends_with("-0")) << shown();
+    EXPECT_EQ(screen().sidebarCounts().at(applications), 1U);
+    EXPECT_EQ(screen().exported()->mode, "Compare States");
+
+    // Each snapshot keeps its mode, and a comparison holds as long as the journal.
+    screen().setSnapshotViewMode(SnapshotViewMode::timeline);
+    EXPECT_EQ(shown(), "folder");
+    screen().setSnapshotViewMode(SnapshotViewMode::states);
+    EXPECT_FALSE(screen().isComparing());
+    screen().openSnapshot(baseline(1));
+    EXPECT_EQ(screen().snapshotViewMode(), SnapshotViewMode::timeline);
+    screen().setSnapshotViewMode(SnapshotViewMode::states);
+    EXPECT_EQ(compared(), "") << "the snapshot is the latest";
+    screen().openSnapshot(baseline(0));
+    EXPECT_EQ(screen().snapshotViewMode(), SnapshotViewMode::states);
+    EXPECT_FALSE(screen().isComparing());
+
+    Journal next = state().journal();
+    next.snapshots.push_back(next.snapshots.front());
+    state().setJournal(std::move(next));
+    EXPECT_TRUE(screen().isComparing());
+    EXPECT_EQ(shown(), "");
+    EXPECT_EQ(compared(), "") << "the application is gone again";
+}
+
+TEST_F(HistoryScreenTest, ALateComparisonOverwritesNothing) {
+    load();
+    screen().openSnapshot(baseline(0));
+    screen().setSnapshotViewMode(SnapshotViewMode::states);
+    ASSERT_TRUE(screen().isComparing());
+    screen().navigate(timeline, true);
+    EXPECT_FALSE(screen().isComparing());
+    test::settle();
+    EXPECT_EQ(shown(), "folder app");
+
+    screen().openSnapshot(baseline(0));
+    screen().setSnapshotViewMode(SnapshotViewMode::states);
+    screen().setSearch("lantern");
+    screen().setSearch("nothing");
+    EXPECT_EQ(compared(), "");
+    screen().setSearch("");
+    EXPECT_FALSE(screen().isComparing());
+    EXPECT_EQ(screen().presentation().events.size(), 1U);
+    screen().setNavigation(sidebar::OfBaseline{baseline(1)});
+    screen().setSnapshotViewMode(SnapshotViewMode::states);
+    model.reset();
+}
+
+TEST_F(HistoryScreenTest, KnowsWhenTheTimelineOfASnapshotMayLackEvents) {
+    struct Case {
+        std::size_t events;
+        std::optional<double> prunedDaysAgo;
+        SnapshotViewMode mode;
+        bool incomplete;
+    };
+    using enum SnapshotViewMode;
+    for (const auto& each : std::to_array<Case>({
+             {9'999, {}, SnapshotViewMode::timeline, false},
+             {10'000, {}, SnapshotViewMode::timeline, true},
+             {10'000, 3, SnapshotViewMode::timeline, false},
+             {1, 1, SnapshotViewMode::timeline, true},
+             {1, 1, states, false},
+         })) {
+        load();
+        Journal journal = state().journal();
+        journal.events.assign(each.events, event("e", ago(1)));
+        if (each.prunedDaysAgo)
+            journal.eventsPrunedThrough = Date{ago(*each.prunedDaysAgo)};
+        state().setJournal(std::move(journal));
+        EXPECT_FALSE(screen().hasIncompleteSnapshotHistory());
+        screen().openSnapshot(baseline(0));
+        screen().setSnapshotViewMode(each.mode);
+        EXPECT_EQ(screen().hasIncompleteSnapshotHistory(), each.incomplete);
+    }
+}
+
+TEST_F(HistoryScreenTest, TellsOfGapsOfWhatIsShown) {
+    load();
+    state().observationNow = clock.now();
+    EXPECT_EQ(screen().observationCoverage().gaps.size(), 1U);
+    EXPECT_EQ(screen().observationCoverage().gaps[0].start, Date{ago(2)});
+    screen().openSnapshot(baseline(1));
+    EXPECT_TRUE(screen().observationCoverage().gaps.empty());
+}
+
+TEST_F(HistoryScreenTest, LooksAgainWhenRecordingIsSwitched) {
+    start();
+    const auto before = screen().presentationRevision();
+    state().error = "Something";
+    EXPECT_EQ(screen().presentationRevision(), before);
+    model->setRecordingMode(RecordingMode::paused);
+    EXPECT_EQ(screen().presentationRevision(), before + 1);
+}

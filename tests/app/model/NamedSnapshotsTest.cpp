@@ -1,0 +1,135 @@
+#include "app/model/NamedSnapshots.h"
+
+#include "tests/app/support/ModelFixture.h"
+#include "tests/support/OrdinaryUser.h"
+
+using namespace tidemark;
+
+struct NamedSnapshotsTest : test::ModelFixture {
+    NamedSnapshots& named() { return model->snapshots(); }
+    void begin() { test::await(named().beginSavedSnapshot()); }
+    bool save(const char* name) { return test::await(named().saveNamedSnapshot(name)); }
+    std::string failure() { return named().snapshotError->value_or("none"); }
+    bool hasDraft() { return named().snapshotDraft->has_value(); }
+    const std::vector<Baseline>& baselines() { return state().journal().baselines; }
+};
+
+TEST_F(NamedSnapshotsTest, CapturesFirstAndKeepsItUnderAName) {
+    start();
+    applications = {test::application("Lantern")};
+    captureDuration = 10;
+    const auto beginning = named().beginSavedSnapshot();
+    test::until([&] { return clock.sleeping() > 1; });
+    EXPECT_TRUE(state().saveSnapshotPresented && state().isPreparingSnapshot);
+    clock.advance(10);
+    test::until([&] { return beginning.isReady(); });
+    EXPECT_FALSE(state().isPreparingSnapshot);
+    ASSERT_TRUE(hasDraft());
+    EXPECT_EQ(snapshots(), 1U) << "nothing is kept yet";
+    test::await(model->scan());
+    EXPECT_EQ(observations, 2);
+
+    EXPECT_FALSE(save(" \n "));
+    EXPECT_TRUE(hasDraft() && state().saveSnapshotPresented);
+    const std::string name(100, 'n');
+    const auto saving = named().saveNamedSnapshot("\n " + name + " ");
+    EXPECT_TRUE(state().isSaving);
+    test::until([&] { return saving.isReady(); });
+    ASSERT_EQ(baselines().size(), 1U);
+    EXPECT_EQ(baselines()[0].name, name.substr(0, 80));
+    EXPECT_EQ(baselines()[0].snapshot, state().journal().snapshots.back());
+    EXPECT_EQ(events(), 1U) << "the draft is an ordinary observation as well";
+    EXPECT_EQ(stored(), state().journal());
+    EXPECT_FALSE(hasDraft() || state().busy());
+    EXPECT_EQ(model->history().activeBaselineID(), baselines()[0].id);
+    EXPECT_EQ(model->history().workspace(), WorkspaceDestination::snapshots);
+}
+
+TEST_F(NamedSnapshotsTest, BeginsOnlyWhenNothingElseRuns) {
+    start();
+    state().isReadingImport = true;
+    begin();
+    state().isReadingImport = false;
+    test::await(named().prepareSnapshotDraft());
+    model->setRecordingMode(RecordingMode::paused);
+    begin();
+    EXPECT_FALSE(state().saveSnapshotPresented || save("Name"));
+    EXPECT_EQ(observations, 1);
+}
+
+TEST_F(NamedSnapshotsTest, AFailedCaptureCanBeTriedAgain) {
+    start();
+    fails = true;
+    begin();
+    EXPECT_EQ(failure(), "Couldn’t capture a fresh snapshot. The disk is gone.");
+    EXPECT_EQ(error(), "none");
+    EXPECT_TRUE(state().saveSnapshotPresented && !state().isPreparingSnapshot);
+    EXPECT_FALSE(save("Name"));
+    fails = false;
+    test::await(named().prepareSnapshotDraft());
+    EXPECT_EQ(failure(), "none");
+    preferences.set("needsRecordingBaseline", true);
+    EXPECT_TRUE(save("Name"));
+    EXPECT_EQ(preferences.boolean("needsRecordingBaseline"), false);
+}
+
+TEST_F(NamedSnapshotsTest, AFailedSaveKeepsTheDraftAndTheJournal) {
+    start();
+    begin();
+    const Journal before = state().journal();
+    std::filesystem::permissions(data, std::filesystem::perms(0500));
+    {
+        const test::OrdinaryUser user(folder.path());
+        EXPECT_FALSE(save("Name"));
+    }
+    std::filesystem::permissions(data, std::filesystem::perms(0700));
+    EXPECT_TRUE(failure().starts_with("The snapshot couldn’t be saved. ")) << failure();
+    EXPECT_EQ(error(), "none");
+    EXPECT_EQ(state().journal(), before);
+    EXPECT_EQ(stored(), before);
+    EXPECT_TRUE(hasDraft() && !state().isSaving);
+    EXPECT_TRUE(save("Name"));
+}
+
+TEST_F(NamedSnapshotsTest, DropsACaptureThatWasCancelledMeanwhile) {
+    start();
+    for (const bool failing : {false, true}) {
+        fails = failing;
+        captureDuration = 10;
+        const auto beginning = named().beginSavedSnapshot();
+        test::until([&] { return clock.sleeping() > 1; });
+        named().cancelSavedSnapshot();
+        EXPECT_TRUE(state().busy()) << "the capture still runs";
+        clock.advance(10);
+        test::until([&] { return beginning.isReady(); });
+        EXPECT_FALSE(hasDraft() || state().busy());
+        EXPECT_EQ(failure(), "none");
+    }
+    fails = false;
+    const auto beginning = named().beginSavedSnapshot();
+    test::until([&] { return clock.sleeping() > 1; });
+    model.reset();
+    EXPECT_TRUE(beginning.isReady());
+}
+
+TEST_F(NamedSnapshotsTest, DeletesTheNameAlone) {
+    start();
+    for (const char* name : {"One", "Two"}) {
+        begin();
+        ASSERT_TRUE(save(name));
+    }
+    const Uuid one = baselines()[0].id;
+    const Uuid two = baselines()[1].id;
+    const auto removed = [&](const Uuid& id) { return test::await(named().deleteSnapshot(id)); };
+    EXPECT_FALSE(removed(Uuid::random()));
+    state().isScanning = true;
+    EXPECT_FALSE(removed(one));
+    state().isScanning = false;
+    EXPECT_TRUE(removed(one));
+    EXPECT_EQ(model->history().activeBaselineID(), two);
+    EXPECT_TRUE(removed(two));
+    EXPECT_EQ(model->history().activeBaselineID(), std::nullopt);
+    EXPECT_EQ(snapshots(), 3U);
+    EXPECT_TRUE(stored().baselines.empty());
+    EXPECT_EQ(stored(), state().journal());
+}

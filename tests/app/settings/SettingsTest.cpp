@@ -1,0 +1,180 @@
+#include "app/preferences/PreferenceKeys.h"
+#include "app/settings/LoginLaunchController.h"
+#include "app/settings/UpdateController.h"
+#include "app/settings/ViewSettings.h"
+#include "core/base/Error.h"
+#include "tests/app/support/Await.h"
+#include "tests/app/support/MemoryPreferences.h"
+
+#include <vector>
+
+#include <gtest/gtest.h>
+
+namespace tidemark {
+namespace {
+
+using test::await;
+using test::MemoryPreferences;
+
+TEST(ViewSettings, HoldsTheTextSizeAndStoresIt) {
+    struct Case {
+        PreferenceValue stored;
+        std::int64_t step;
+        std::int64_t shown;
+    };
+    const std::vector<Case> cases{
+        {std::int64_t{40}, 0, 26},  {std::int64_t{2}, 0, 13},  {std::string("20"), 0, 13},
+        {std::int64_t{13}, -1, 13}, {std::int64_t{26}, 1, 26}, {std::int64_t{20}, -3, 17},
+    };
+    for (const auto& [stored, step, shown] : cases) {
+        MemoryPreferences preferences;
+        preferences.set("listingTextSize", stored);
+        ViewSettings settings(preferences);
+        settings.changeListingTextSize(step);
+        EXPECT_EQ(settings.listingTextSize(), shown);
+        EXPECT_EQ(read(preferences, preference::listingTextSize), shown);
+        settings.resetListingTextSize();
+        EXPECT_EQ(read(preferences, preference::listingTextSize), 13);
+    }
+}
+
+TEST(ViewSettings, AppliesTheStoredAppearance) {
+    using Appearance = ViewSettings::Appearance;
+    const std::vector<std::pair<std::string, std::optional<Appearance>>> cases{
+        {"light", Appearance::light},
+        {"dark", Appearance::dark},
+        {"system", std::nullopt},
+        {"sepia", std::nullopt}};
+    for (const auto& [stored, expected] : cases) {
+        MemoryPreferences preferences;
+        preferences.set("appearanceMode", stored);
+        std::vector<std::optional<Appearance>> applied;
+        ViewSettings(preferences).applyAppearance([&](auto mode) { applied.push_back(mode); });
+        EXPECT_EQ(applied, std::vector{expected}) << stored;
+    }
+}
+
+using ServiceStatus = LoginLaunchController::ServiceStatus;
+
+/// A system that keeps the item, may ask for approval, and fails with words when told to.
+struct LoginItems {
+    ServiceStatus status = ServiceStatus::notRegistered;
+    ServiceStatus afterRegistering = ServiceStatus::enabled;
+    const char* failure = nullptr;
+
+    LoginLaunchController::Service service() {
+        return {.readStatus = [this] { return status; },
+                .registerItem = [this] { change(afterRegistering); },
+                .unregisterItem = [this] { return unregister(this); }};
+    }
+    void change(ServiceStatus to) {
+        if (failure)
+            throw Error(failure);
+        status = to;
+    }
+    static QCoro::Task<void> unregister(LoginItems* items) {
+        items->change(ServiceStatus::notRegistered);
+        co_return;
+    }
+};
+
+TEST(LoginLaunchController, FollowsTheSystem) {
+    LoginItems items;
+    LoginLaunchController login(items.service());
+    EXPECT_FALSE(login.enabled());
+    int busyChanges = 0;
+    QObject::connect(&login, &Observable::changed, [&] { busyChanges += *login.busy ? 1 : 0; });
+
+    items.afterRegistering = ServiceStatus::requiresApproval;
+    await(login.setEnabled(true));
+    EXPECT_EQ(*login.status, ServiceStatus::requiresApproval);
+    EXPECT_TRUE(login.enabled());
+    EXPECT_GT(busyChanges, 0);
+
+    items.failure = "The item is managed by somebody else.";
+    await(login.setEnabled(false));
+    EXPECT_EQ(*login.error, items.failure);
+    EXPECT_TRUE(login.enabled());
+    EXPECT_FALSE(*login.busy);
+
+    items.failure = nullptr;
+    await(login.setEnabled(false));
+    EXPECT_EQ(*login.error, std::nullopt);
+    EXPECT_FALSE(login.enabled());
+}
+
+struct Updates {
+    int starts = 0;
+    int checks = 0;
+    bool automatic = false;
+    bool fails = false;
+    bool busy = false;
+
+    UpdateController controller(std::string identifier, std::optional<std::string> key) {
+        return UpdateController({std::move(identifier), std::move(key)},
+                                {.start =
+                                     [this] {
+                                         ++starts;
+                                         if (fails)
+                                             throw Error("No feed.");
+                                     },
+                                 .checkForUpdates = [this] { ++checks; },
+                                 .canCheck = [] { return true; },
+                                 .automaticChecks = [this] { return automatic; },
+                                 .setAutomaticChecks = [this](bool on) { automatic = on; },
+                                 .automaticDownloads = [] { return false; },
+                                 .setAutomaticDownloads = [](bool) {}},
+                                [this] { return busy; });
+    }
+};
+
+TEST(UpdateController, StartsInOneBuildAlone) {
+    const std::vector<std::tuple<std::string, std::optional<std::string>, bool>> cases{
+        {"app.tidemark.beta", "key", true},
+        {"app.tidemark.beta", std::nullopt, false},
+        {"app.tidemark.mac", "key", false},
+        {"app.tidemark.beta.x", "key", false},
+    };
+    for (const auto& [identifier, key, starts] : cases) {
+        Updates framework;
+        auto updates = framework.controller(identifier, key);
+        updates.start();
+        updates.start();
+        updates.setAutomaticChecks(true);
+        updates.checkForUpdates();
+        EXPECT_EQ(*updates.available, starts) << identifier;
+        EXPECT_EQ(*updates.connected, starts) << identifier;
+        EXPECT_EQ(framework.starts, starts) << identifier;
+        EXPECT_EQ(framework.checks, starts) << identifier;
+        EXPECT_EQ(framework.automatic, starts) << identifier;
+    }
+}
+
+TEST(UpdateController, TellsWhatFailedAndTriesAgain) {
+    Updates framework{.fails = true};
+    auto updates = framework.controller("app.tidemark.beta", "key");
+    updates.start();
+    EXPECT_EQ(*updates.error, "No feed.");
+    EXPECT_FALSE(*updates.connected);
+    framework.fails = false;
+    updates.start();
+    EXPECT_EQ(*updates.error, std::nullopt);
+    EXPECT_TRUE(*updates.connected);
+}
+
+TEST(UpdateController, RelaunchWaitsForTheCapture) {
+    Updates framework{.busy = true};
+    auto updates = framework.controller("app.tidemark.beta", "key");
+    int relaunches = 0;
+    EXPECT_TRUE(updates.postponeRelaunch([&] { ++relaunches; }));
+    updates.captureEnded();
+    EXPECT_EQ(relaunches, 0);
+    framework.busy = false;
+    updates.captureEnded();
+    updates.captureEnded();
+    EXPECT_EQ(relaunches, 1);
+    EXPECT_FALSE(updates.postponeRelaunch([&] { ++relaunches; }));
+}
+
+} // namespace
+} // namespace tidemark

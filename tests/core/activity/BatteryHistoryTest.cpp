@@ -1,0 +1,150 @@
+#include "core/activity/BatteryHistory.h"
+
+#include "core/base/Text.h"
+
+#include <charconv>
+#include <sstream>
+
+#include <gtest/gtest.h>
+
+using namespace tidemark;
+
+namespace {
+
+BatteryObservation battery(std::int64_t percentage, bool externalPower = false) {
+    return {externalPower, percentage, false, false};
+}
+
+/// A reading written as its percentage, "?" when unknown, behind "+" on external power; then "c"
+/// when charging, "f" when full, "u" when neither is known. "x" is a missing reading.
+std::optional<BatteryObservation> readingOf(std::string_view text) {
+    if (text == "x")
+        return std::nullopt;
+    BatteryObservation reading = battery(0, text.starts_with('+'));
+    text.remove_prefix(reading.externalPower ? 1 : 0);
+    std::from_chars(text.data(), text.data() + text.size(), *reading.percentage);
+    if (text.starts_with('?'))
+        reading.percentage.reset();
+    if (text.ends_with('u'))
+        reading.charging = reading.fullyCharged = std::nullopt;
+    else
+        reading.charging = text.ends_with('c'), reading.fullyCharged = text.ends_with('f');
+    return reading;
+}
+
+std::string whole(Date date) {
+    return std::to_string(static_cast<int>(date.secondsSince2001));
+}
+
+/// What readings at 0, 10, 20 … seconds make, as "Title@time", with the times of its session behind
+/// it. One behind "~" is replaced before it settles; one behind "<" has a clock set back to 5.
+std::string storyOf(const char* readings) {
+    BatteryHistory history;
+    std::string story;
+    std::istringstream words(readings);
+    double time = 0;
+    for (std::string word; words >> word; time += 10) {
+        const bool brief = word.starts_with('~');
+        const double at = word.starts_with('<') ? 5 : time;
+        if (!history.receive(readingOf(word.substr(word.find_first_not_of("~<"))), Date{at})
+            || brief)
+            continue;
+        for (const auto& record : history.settle(Date{at + BatteryHistory::delay})) {
+            story += " " + record.title() + "@" + whole(record.timestamp);
+            if (const auto& session = record.batteryActivity.value().session)
+                story += "[" + whole(session->startedAt) + "-" + whole(session->endedAt) + "]";
+        }
+    }
+    return std::string(trimmed(story));
+}
+
+struct Case {
+    const char* what;
+    const char* readings;
+    const char* story;
+};
+
+void expectStories(std::initializer_list<Case> cases) {
+    for (const auto& [what, readings, story] : cases)
+        EXPECT_EQ(storyOf(readings), story) << what;
+}
+
+} // namespace
+
+TEST(BatteryHistory, TellsOfALowBatteryOnceUntilItRecovered) {
+    const auto once = "Battery Low@10 Power Connected@20 Switched to Battery@30";
+    const auto again = "Battery Low@10 Power Connected@20 Switched to Battery@30 Battery Low@40";
+    expectStories({
+        {"20 is not low", "21 20", ""},
+        {"19 is", "20 19 18", "Battery Low@10"},
+        {"it must last", "21 ~19 21 20", ""},
+        {"low at the start is no news", "15 14", ""},
+        {"an unknown level is not below 20", "? 30 19", "Battery Low@20"},
+        {"nor was it above", "21 ? 19", ""},
+        {"on power nothing is low", "+21 +19", ""},
+        {"24 is no recovery", "21 19 +24 22 19", once},
+        {"nor is an unknown level", "21 19 +? 22 19", once},
+        {"25 is", "21 19 +25 22 19", again},
+        {"on battery nothing recovers", "21 19 40 19", "Battery Low@10"},
+        {"after a low start too", "15 +25 25 19",
+         "Power Connected@10 Switched to Battery@20 Battery Low@30"},
+    });
+}
+
+TEST(BatteryHistory, TellsOfAFullBatteryOnceUntilItWasUsed) {
+    const auto once = "Battery Fully Charged@10";
+    expectStories({
+        {"not after an unknown state", "+99u +100f", ""},
+        {"95 is not used", "+99 +100f +95 +100f", once},
+        {"94 is", "+99 +100f +94 +100f", "Battery Fully Charged@10 Battery Fully Charged@30"},
+        {"an unknown level is not", "+99 +100f +? +100f", once},
+        {"full at the start is no news", "+100f +96 +100f", ""},
+        {"only on power", "99 100f", ""},
+    });
+}
+
+TEST(BatteryHistory, TellsHowLongItCharged) {
+    const auto noSession = "Power Connected@10 Switched to Battery@30";
+    expectStories({
+        {"until unplugged", "50 +50c +51c 51", "Power Connected@10 Switched to Battery@30[10-30]"},
+        {"until full", "50 +50c +100f 99",
+         "Power Connected@10 Battery Fully Charged@20[10-20] Switched to Battery@30"},
+        {"from when it began, which may be later than power", "50 +50 +50c 70",
+         "Power Connected@10 Switched to Battery@30[20-30]"},
+        {"the same for all records of one change", "50 +50c 19",
+         "Power Connected@10 Switched to Battery@20[10-20] Battery Low@20[10-20]"},
+        {"not when it charged already", "+50c +51c 50", "Switched to Battery@20"},
+        {"nor when that was not known", "+50u +50c 50", "Switched to Battery@20"},
+        {"nor when it paused meanwhile", "50 +50c +60 60", noSession},
+        {"nor when the clock was set back", "50 +50c <60",
+         "Power Connected@10 Switched to Battery@5"},
+        {"a moment of power is none", "50 ~+50c 50 49", ""},
+    });
+}
+
+TEST(BatteryHistory, StartsAnewAfterAMissingReading) {
+    expectStories({
+        {"what was pending is dropped", "20 ~19 x 19", ""},
+        {"so is the charge", "50 +50c x +60c 60", "Power Connected@10 Switched to Battery@40"},
+    });
+    BatteryHistory history;
+    EXPECT_FALSE(history.receive(std::nullopt, Date{0}));
+    EXPECT_TRUE(history.receive(battery(50), Date{0}));
+    EXPECT_FALSE(history.receive(battery(50), Date{1})) << "a repetition leaves the wait alone";
+    EXPECT_TRUE(history.receive(std::nullopt, Date{2}));
+    EXPECT_FALSE(history.receive(std::nullopt, Date{3}));
+}
+
+TEST(BatteryHistory, KeepsBothReadings) {
+    BatteryHistory history;
+    history.receive(battery(50), Date{0});
+    history.receive(battery(51, true), Date{10});
+    EXPECT_TRUE(history.settle(Date{11.9}).empty());
+    const auto records = history.settle(Date{30});
+    ASSERT_EQ(records.size(), 1U);
+    auto expected = SystemActivity::observed(SystemActivity::Kind::batteryChanged, Date{10});
+    expected.id = records[0].id;
+    expected.batteryActivity = BatteryActivity{BatteryActivity::Kind::powerConnected, battery(50),
+                                               std::nullopt, battery(51, true)};
+    EXPECT_EQ(records[0], expected);
+}

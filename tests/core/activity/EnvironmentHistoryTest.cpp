@@ -1,0 +1,145 @@
+#include "core/activity/EnvironmentHistory.h"
+
+#include "core/activity/ThermalState.h"
+
+#include <limits>
+#include <sstream>
+
+#include <gtest/gtest.h>
+
+using namespace tidemark;
+
+namespace {
+
+using Entries = EnvironmentHistory::Entries;
+
+const DisplayContext mode{2560, 1440, 1280, 720, 2, 60.0, false};
+
+Entries volumes(std::initializer_list<const char*> paths) {
+    Entries entries;
+    for (const char* path : paths)
+        entries[path] = volumeEntry(path, std::nullopt);
+    return entries;
+}
+
+Entries display(std::optional<DisplayContext> shown, const char* name = "Screen") {
+    return {{"7", displayEntry(name, shown)}};
+}
+
+std::string titlesOf(const std::vector<SystemActivity>& records) {
+    std::string titles;
+    for (const auto& record : records)
+        titles += record.title() + ", ";
+    return titles;
+}
+
+} // namespace
+
+TEST(EnvironmentHistory, TellsWhatCameAndWent) {
+    EnvironmentHistory history;
+    EXPECT_EQ(
+        titlesOf(history.receive(volumes({"/m/a", "/m/d"}), display({}), "critical", Date{0})), "")
+        << "the starting point";
+    const auto records =
+        history.receive(volumes({"/m/c", "/m/a", "/m/b"}), {}, "critical", Date{10});
+    EXPECT_EQ(titlesOf(records), "b Mounted, c Mounted, d Unmounted, Screen Disconnected, ")
+        << "in the order of their paths";
+    ASSERT_EQ(records.size(), 4U);
+    auto expected = SystemActivity::observed(SystemActivity::Kind::volumeChanged, Date{10});
+    expected.id = records[0].id;
+    expected.environmentActivity = volumeEntry("/m/b", std::nullopt);
+    expected.environmentActivity->connected = true;
+    EXPECT_EQ(records[0], expected);
+
+    EXPECT_EQ(titlesOf(history.receive(volumes({"/m/a"}), display({}), "critical", Date{20})),
+              "b Unmounted, c Unmounted, Screen Connected, ");
+    history.reset();
+    EXPECT_EQ(titlesOf(history.receive({}, {}, "nominal", Date{30})), "");
+}
+
+TEST(EnvironmentHistory, TellsOfDisplaysWithAnotherConfiguration) {
+    struct Case {
+        const char* what;
+        std::optional<DisplayContext> after;
+        bool changed;
+    };
+    const Case cases[] = {
+        {"the same", mode, false},
+        {"unreadable", std::nullopt, false},
+        {"pixels", {{2560, 1080, 1280, 720, 2, 60.0, false}}, true},
+        {"points", {{2560, 1440, 1920, 720, 2, 60.0, false}}, true},
+        {"scale", {{2560, 1440, 1280, 720, 1, 60.0, false}}, true},
+        {"rate", {{2560, 1440, 1280, 720, 2, {}, false}}, true},
+        {"place", {{2560, 1440, 1280, 720, 2, 60.0, true}}, true},
+    };
+    for (const auto& [what, after, changed] : cases) {
+        EnvironmentHistory history;
+        history.receive({}, display(mode), "nominal", Date{0});
+        const auto records = history.receive({}, display(after, "Renamed"), "nominal", Date{10});
+        ASSERT_EQ(titlesOf(records), changed ? "Renamed Configuration Changed, " : "") << what;
+        auto expected = displayEntry("Renamed", after);
+        expected.previousDisplay = mode;
+        for (const auto& record : records)
+            EXPECT_EQ(record.environmentActivity, expected) << what;
+    }
+}
+
+TEST(EnvironmentHistory, TellsOfElevatedThermalPressure) {
+    struct Case {
+        const char* what;
+        /// One state a second; "reset" between them.
+        const char* states;
+        /// From which to which state it went, with when it became elevated.
+        const char* story;
+    };
+    const Case cases[] = {
+        {"mild", "nominal fair nominal", ""},
+        {"the time of the rise comes after it, and goes with the fall",
+         "nominal serious critical critical serious fair critical nominal",
+         "nominal-serious serious-critical@1 critical-serious@1 serious-fair@1 fair-critical "
+         "critical-nominal@6 "},
+        {"nobody saw it rise", "serious critical fair", "serious-critical critical-fair "},
+        {"a rise is forgotten with the rest", "fair serious reset serious fair",
+         "fair-serious serious-fair "},
+    };
+    for (const auto& [what, states, story] : cases) {
+        EnvironmentHistory history;
+        std::istringstream words(states);
+        std::string told;
+        Date time;
+        for (std::string state; words >> state; time = time + 1) {
+            if (state == "reset") {
+                history.reset();
+                continue;
+            }
+            for (const auto& record : history.receive({}, {}, state, time)) {
+                EXPECT_EQ(record.kind, SystemActivity::Kind::thermalChanged);
+                const auto& activity = record.environmentActivity.value();
+                EXPECT_EQ(activity.deviceName, "Mac");
+                told += activity.previousState.value() + "-" + activity.state.value();
+                if (const auto since = activity.elevatedSince)
+                    told += "@" + std::to_string(static_cast<int>(since->secondsSince2001));
+                told += " ";
+            }
+        }
+        EXPECT_EQ(told, story) << what;
+    }
+}
+
+TEST(EnvironmentHistory, NamesWhatItSees) {
+    std::string states;
+    for (int number = -1; number <= 4; ++number)
+        states += std::string(ThermalState::name(number).value_or("-")) + ",";
+    EXPECT_EQ(states, "-,nominal,fair,serious,critical,-,");
+
+    const VolumeContext labelled{"Backup", 5, {}, {}, {}, {}};
+    EXPECT_EQ(volumeEntry("/m/x", labelled).deviceName, "Backup");
+    EXPECT_EQ(volumeEntry("/m/x", labelled).volume, labelled);
+    EXPECT_EQ(volumeEntry("/m/x", VolumeContext{}).deviceName, "x");
+    for (const double rate : {0.0, -1.0, std::numeric_limits<double>::quiet_NaN()}) {
+        DisplayContext still = mode;
+        still.refreshRate = rate;
+        EXPECT_EQ(displayEntry("", still).display->refreshRate, std::nullopt) << rate;
+    }
+    EXPECT_EQ(displayEntry("", mode).display, mode);
+}
