@@ -66,6 +66,11 @@ Data createDirect(const std::filesystem::path& folder) {
 BookmarkOperations::Resolved resolveDirect(const Data& data) {
     const auto stored = json::decode<DirectBookmark>(data.bytes);
     const std::filesystem::path folder = stored.path.bytes;
+    // Where a link took its place, the folder that was chosen is not there: made anew, the
+    // bookmark would be of wherever the link leads.
+    struct stat status{};
+    if (::lstat(folder.c_str(), &status) == 0 && S_ISLNK(status.st_mode))
+        throw Error("A link has taken the place of the folder.");
     const auto current = bookmarkOf(folder);
     const bool stale =
         current && (current->device != stored.device || current->inode != stored.inode);

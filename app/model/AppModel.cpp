@@ -82,7 +82,8 @@ QCoro::Task<bool> AppModel::load() {
     std::string failure;
     try {
         const auto read = [this](const std::stop_token&) { return store.load(); };
-        Journal journal = co_await runInBackground(read);
+        // Whoever started the program waits for its history, however busy the machine is.
+        Journal journal = co_await runInBackground(read, {}, WorkPriority::userInitiated);
         modelState.setJournal(std::move(journal));
         if (services.live)
             co_await services.live->loadMemory();

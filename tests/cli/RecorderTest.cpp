@@ -78,6 +78,29 @@ TEST_F(RecorderProgram, LosesNothingThatWasSavedWhenItIsKilled) {
     EXPECT_NE(next.out.find("Stuff Grew in Size"), std::string::npos) << next.out;
 }
 
+TEST_F(RecorderProgram, TellsNothingOfAFolderThatItCannotSee) {
+    command({"folders", "add", monitored()});
+    grow(9);
+    command({"capture"});
+    const auto hidden = folder / "hidden";
+    const auto place = folder / "Stuff";
+    const auto comesAndGoes = [&](const auto& takePlace) {
+        std::filesystem::rename(place, hidden);
+        takePlace();
+        EXPECT_EQ(command({"capture"}).status, 0);
+        EXPECT_NE(command({"coverage"}).out.find(place.native()), std::string::npos);
+        std::filesystem::remove(place);
+        std::filesystem::rename(hidden, place);
+        EXPECT_EQ(command({"capture"}).status, 0);
+        EXPECT_EQ(command({"timeline"}).out, "No changes have been recorded.\n");
+    };
+    comesAndGoes([] {});
+    comesAndGoes([&] { folder.write("Stuff", ""); });
+    comesAndGoes([&] { std::filesystem::create_directory_symlink(folder / "run", place); });
+    grow(4);
+    EXPECT_NE(command({"capture"}).out.find("Stuff Shrank in Size"), std::string::npos);
+}
+
 TEST_F(RecorderProgram, LeavesAHistoryAloneThatItCantRead) {
     command({"folders", "add", monitored()});
     const auto journal = folder.write("data/Tidemark/journal.json", "{\"schemaVersion\":2");

@@ -174,11 +174,27 @@ TEST_F(FolderAccessTest, RenewsStaleBookmarksWithOneWrite) {
     EXPECT_EQ(preferences.changes, changes + 1);
 
     fs::remove(folder / "b");
-    fs::create_directory_symlink(folder / "old-b", folder / "b");
+    fs::rename(folder / "old-b", folder / "b");
     preferences.refuses = true;
     const auto unsaved = capture();
     EXPECT_EQ(unsaved.options.storageRoots.size(), 2U);
     EXPECT_EQ(unsaved.issues.front(), "Updated folder access couldn’t be saved.");
+}
+
+TEST_F(FolderAccessTest, DoesNotFollowALinkThatTookThePlaceOfAFolder) {
+    const auto place = folder.makeFolder("place");
+    add(place);
+    const auto before = access->grants();
+    fs::rename(place, folder / "kept");
+    fs::create_directory_symlink(folder.makeFolder("elsewhere"), place);
+    const auto linked = capture();
+    EXPECT_TRUE(linked.options.storageRoots.empty());
+    EXPECT_EQ(linked.issues.front(), "Couldn’t restore access to " + place.native()
+                                         + ". Choose the folder again in Settings.");
+    fs::remove(place);
+    fs::rename(folder / "kept", place);
+    EXPECT_EQ(capture().options.storageRoots, std::vector{place});
+    EXPECT_EQ(access->grants(), before);
 }
 
 TEST_F(FolderAccessTest, KeepsRealPathsOnceEach) {
