@@ -66,7 +66,8 @@ QCoro::Task<void> CaptureFlow::save(const Journal* journal) {
     const auto write = [store = &services.store, journal](const std::stop_token&) {
         store->save(*journal);
     };
-    co_await runInBackground(write);
+    // Not in the pool where checks of folders may hang.
+    co_await runInBackground(write, {}, WorkPriority::userInitiated);
 }
 
 QCoro::Task<Snapshot> CaptureFlow::captureObservation() {
