@@ -103,6 +103,9 @@ struct FolderAccess::Opened {
             return result;
         }
         result.url = resolved.url;
+        result.failure = resolved.failure;
+        if (result.failure)
+            return result;
         if (!operations.start(resolved.url)) {
             result.failure = directoryAccessFailure(resolved.url).value_or(unknownFailure);
             return result;
@@ -110,7 +113,7 @@ struct FolderAccess::Opened {
         try {
             if (resolved.stale)
                 result.fresh =
-                    Bookmarked{canonicalPath(resolved.url), operations.create(resolved.url)};
+                    Bookmarked{standardizedPath(resolved.url), operations.create(resolved.url)};
         } catch (const Error&) {
             // The old bookmark led here, and will again.
         }
@@ -192,7 +195,7 @@ QCoro::Task<FolderCaptureAccess> FolderAccess::beginCapture(bool measureStorage)
     }
     if (isChanged) {
         try {
-            persist(FolderGrant::unified(std::move(updated)));
+            persist(std::move(updated));
         } catch (const Error&) {
             issues.emplace_back("Updated folder access couldn’t be saved.");
         }
