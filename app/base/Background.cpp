@@ -28,7 +28,7 @@ QThreadPool& poolFor(WorkPriority priority) {
 } // namespace
 
 void PoolWait::await_suspend(std::coroutine_handle<> waiting) const {
-    poolFor(priority).start([call = work, urgency = priority, waiting] {
+    (pool ? *pool : poolFor(priority)).start([call = work, urgency = priority, waiting] {
         if (urgency == WorkPriority::utility)
             lowerThreadPriority();
         (*call)();
@@ -36,6 +36,10 @@ void PoolWait::await_suspend(std::coroutine_handle<> waiting) const {
         QMetaObject::invokeMethod(
             QCoreApplication::instance(), [waiting] { waiting.resume(); }, Qt::QueuedConnection);
     });
+}
+
+void startOnPool(std::function<void()> work) {
+    poolFor(WorkPriority::utility).start(std::move(work));
 }
 
 } // namespace tidemark::detail

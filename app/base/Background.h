@@ -4,10 +4,13 @@
 #include <coroutine>
 #include <exception>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <stop_token>
 #include <type_traits>
 #include <utility>
+
+class QThreadPool;
 
 /// Work that blocks, away from the event loop.
 namespace tidemark {
@@ -22,20 +25,26 @@ struct PoolWait {
     // By address: GCC 12 copies an awaiter that is no temporary.
     const std::function<void()>* work;
     WorkPriority priority;
+    QThreadPool* pool;
 
     bool await_ready() const { return false; }
     void await_suspend(std::coroutine_handle<> waiting) const;
     void await_resume() const {}
 };
 
+/// Runs a function on the pool for utility work.
+void startOnPool(std::function<void()> work);
+
 } // namespace detail
 
 /// Calls `work` with `stop` on a thread of the pool; the awaiting coroutine goes on in the main
 /// thread's event loop with the result, or with what `work` threw. `work` always runs to its end,
-/// and is destroyed on the main thread: it is to look at `stop` itself.
+/// and is destroyed on the main thread: it is to look at `stop` itself. A `pool` of one thread, of
+/// the caller's own, does its work in the order in which it was given; null is a common pool.
 template <class Work, class Result = std::invoke_result_t<Work&, const std::stop_token&>>
 QCoro::Task<Result> runInBackground(Work work, std::stop_token stop = {},
-                                    WorkPriority priority = WorkPriority::utility) {
+                                    WorkPriority priority = WorkPriority::utility,
+                                    QThreadPool* pool = nullptr) {
     struct Nothing {};
     using Stored = std::conditional_t<std::is_void_v<Result>, Nothing, Result>;
     std::optional<Stored> result;
@@ -50,12 +59,18 @@ QCoro::Task<Result> runInBackground(Work work, std::stop_token stop = {},
             failure = std::current_exception();
         }
     };
-    const detail::PoolWait wait{&guarded, priority};
+    const detail::PoolWait wait{&guarded, priority, pool};
     co_await wait;
     if (failure)
         std::rethrow_exception(failure);
     if constexpr (!std::is_void_v<Result>)
         co_return std::move(*result);
+}
+
+/// Ends the life of a large value on a thread of the pool.
+template <class T>
+void releaseInBackground(T value) {
+    detail::startOnPool([held = std::make_shared<T>(std::move(value))]() mutable { held.reset(); });
 }
 
 } // namespace tidemark

@@ -14,7 +14,11 @@ QCoro::Task<void> beat(AppClock* clock, CaptureScheduler::Check check, std::stop
                                                  AppClock::Slack::allowed);
         if (!whole)
             co_return;
-        co_await check();
+        try {
+            co_await check();
+        } catch (const std::exception& error) {
+            qCritical("A check of the schedule failed: %s", error.what());
+        }
     }
 }
 
@@ -37,7 +41,11 @@ void CaptureScheduler::start(Check newCheck) {
     heartbeatStop = std::stop_source();
     tasks.start(heartbeat([this] { return runCheck(); }, heartbeatStop.get_token()));
     const auto observe = [this](NotificationCenter& center, Notification notification) {
-        observers.push_back(center.observe(notification, [this] { tasks.start(runCheck()); }));
+        // Not from within the notification: whoever observes it as well may not have heard of it.
+        observers.push_back(center.observe(notification, [this] {
+            QMetaObject::invokeMethod(
+                &context, [this] { tasks.start(runCheck()); }, Qt::QueuedConnection);
+        }));
     };
     observe(applicationCenter, notification::applicationDidBecomeActive);
     observe(workspaceCenter, notification::didWake);

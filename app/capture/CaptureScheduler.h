@@ -46,6 +46,8 @@ private:
     std::stop_source heartbeatStop{std::nostopstate};
     Check check;
     bool checking = false;
+    /// What is queued for it ends with this.
+    QObject context;
     TaskScope tasks;
 };
 

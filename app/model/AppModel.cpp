@@ -4,8 +4,7 @@
 #include "app/model/Log.h"
 #include "app/model/MachineObservation.h"
 #include "app/preferences/PreferenceKeys.h"
-#include "core/base/Files.h"
-#include "core/base/JsonDecoder.h"
+#include "core/activity/SystemActivityStore.h"
 
 #include <QScopeGuard>
 
@@ -36,7 +35,8 @@ AppModel::AppModel(Setup setup)
                nullptr,
                {}},
       flow(modelState, progress, services), recording(modelState, flow, services),
-      folderSetup(modelState, flow, services),
+      folderSetup(modelState, flow, services), screen(modelState, services),
+      namedSnapshots(modelState, flow, screen, services),
       scheduler(setup.applicationCenter, setup.workspaceCenter,
                 setup.heartbeat ? std::move(setup.heartbeat)
                                 : CaptureScheduler::backgroundHeartbeat(setup.clock)) {}
@@ -50,7 +50,7 @@ QCoro::Task<void> AppModel::check(QPointer<AppModel> model) {
     if (!model)
         co_return;
     co_await model->start();
-    if (model && !model->starting)
+    if (model && !model->starting && !model->isEnding())
         co_await model->refreshIfNeeded(model->services.clock.now());
 }
 
@@ -59,7 +59,7 @@ QCoro::Task<void> AppModel::start() {
     if (modelState.loaded || starting || tasks.isStopping())
         co_return;
     starting = true;
-    stopped = false;
+    modelState.isEnding = false;
     const auto done = qScopeGuard([this] { starting = false; });
     qCInfo(capturesLog, "Starting observation service");
     scheduler.start([model = QPointer(this)] { return check(model); });
@@ -105,6 +105,8 @@ QCoro::Task<void> AppModel::run() {
         services.preferences.set(preference::diskAccessCheckRequested.name, false);
         co_await importInitialHistory();
         co_await scan(false);
+        if (isEnding())
+            co_return;
     }
 
     const bool isSetUp = read(services.preferences, preference::folderSetupCompleted)
@@ -114,6 +116,8 @@ QCoro::Task<void> AppModel::run() {
         co_return;
     }
     co_await importInitialHistory();
+    if (isEnding())
+        co_return;
     if (!modelState.latest())
         co_await scan(false);
     else
@@ -122,12 +126,14 @@ QCoro::Task<void> AppModel::run() {
 
 QCoro::Task<void> AppModel::showStoredActivity() {
     const auto load = [file = dataFiles.systemActivity()](const std::stop_token&) {
-        return json::decode<std::vector<SystemActivity>>(readFile(file));
+        return SystemActivityStore::read(file);
     };
     try {
         auto records = co_await runInBackground(load);
-        modelState.setSystemActivity(std::move(records));
-    } catch (const Error&) {
+        // Resumed in the meantime: then the monitors know better.
+        if (!isEnding() && !modelState.canRecord())
+            modelState.setSystemActivity(std::move(records));
+    } catch (const std::exception&) {
         // Only shown, and never written, while recording is paused.
     }
 }
@@ -139,8 +145,9 @@ QCoro::Task<void> AppModel::importInitialHistory() {
 
 void AppModel::stopAutomaticCaptures() {
     qCInfo(capturesLog, "Stopping observation service");
-    stopped = true;
+    modelState.isEnding = true;
     scheduler.stop();
+    flow.abandonCapture();
     if (services.live)
         services.live->stop();
 }

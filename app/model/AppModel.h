@@ -5,6 +5,8 @@
 #include "app/model/AppDataLocation.h"
 #include "app/model/CaptureFlow.h"
 #include "app/model/FolderSetup.h"
+#include "app/model/HistoryScreen.h"
+#include "app/model/NamedSnapshots.h"
 #include "app/model/RecordingSwitch.h"
 #include "core/storage/ComponentStorageScanner.h"
 
@@ -53,7 +55,8 @@ public:
     /// `error` says so, nothing is recorded or written, and the scheduler tries again. Does
     /// nothing when it has started or is starting.
     QCoro::Task<void> start();
-    /// Ends automatic captures and all other recording, at the end of the program.
+    /// Ends all recording, at the end of the program. A capture that runs is cut short; what is
+    /// being saved is finished.
     void stopAutomaticCaptures();
 
     QCoro::Task<void> scan(bool allowDuringFolderSetup = false) {
@@ -80,6 +83,12 @@ public:
         return folderSetup.resumeOnActivation(std::move(check));
     }
 
+    /// The merged history, where the user stands in it, and what is shown there.
+    HistoryScreen& history() { return screen; }
+    const HistoryScreen& history() const { return screen; }
+    /// Saving and deleting named snapshots.
+    NamedSnapshots& snapshots() { return namedSnapshots; }
+
     ModelState& state() { return modelState; }
     const ModelState& state() const { return modelState; }
     FolderAccess& folderAccess() { return folders; }
@@ -89,7 +98,7 @@ public:
 
 private:
     static QCoro::Task<void> check(QPointer<AppModel> model);
-    bool isEnding() const { return stopped || tasks.isStopping(); }
+    bool isEnding() const { return modelState.isEnding || tasks.isStopping(); }
     QCoro::Task<bool> load();
     QCoro::Task<void> run();
     QCoro::Task<void> showStoredActivity();
@@ -105,9 +114,10 @@ private:
     CaptureFlow flow;
     RecordingSwitch recording;
     FolderSetup folderSetup;
+    HistoryScreen screen;
+    NamedSnapshots namedSnapshots;
     CaptureScheduler scheduler;
     bool starting = false;
-    bool stopped = false;
     TaskScope tasks;
 };
 

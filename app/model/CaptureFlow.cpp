@@ -12,16 +12,15 @@
 namespace tidemark {
 
 bool CaptureFlow::mayScan(bool allowDuringFolderSetup) const {
-    if (services.tasks.isStopping() || !state.canRecord() || !state.loaded
-        || state.isCheckingRecommendedAccess || state.isScanning || state.isSaving
-        || state.isReadingImport || state.isPreparingSnapshot || state.saveSnapshotPresented)
+    if (isEnding() || !state.canRecord() || !state.loaded || state.isCheckingRecommendedAccess
+        || state.isScanning || state.isSaving || state.isReadingImport || state.isPreparingSnapshot
+        || state.saveSnapshotPresented)
         return false;
     return allowDuringFolderSetup || (!state.folderManagerPresented && !state.isManagingFolders);
 }
 
 bool CaptureFlow::isWanted(std::uint64_t generation) const {
-    return state.canRecord() && state.recordingGeneration == generation
-           && !services.tasks.isStopping();
+    return state.canRecord() && state.recordingGeneration == generation && !isEnding();
 }
 
 QCoro::Task<void> CaptureFlow::scan(bool allowDuringFolderSetup) {
@@ -34,7 +33,7 @@ QCoro::Task<void> CaptureFlow::scan(bool allowDuringFolderSetup) {
     qCInfo(capturesLog, "Capture started");
     co_await captureAndSave(generation);
     state.isScanning = false;
-    if (state.canRecord() && state.recordingGeneration != generation)
+    if (state.canRecord() && state.recordingGeneration != generation && !isEnding())
         services.tasks.start(scan(false));
 }
 

@@ -20,6 +20,9 @@ public:
     QCoro::Task<Snapshot> captureObservation();
     /// Saves a journal that no capture changed. True when that worked.
     QCoro::Task<bool> commit(Journal journal);
+    /// Writes a journal, which stays where it is meanwhile, and changes no state. Throws what the
+    /// store throws.
+    QCoro::Task<void> save(const Journal* journal);
     /// A capture if one is due.
     QCoro::Task<void> refreshIfNeeded(Date now);
 
@@ -27,12 +30,12 @@ public:
     void abandonCapture() { running.request_stop(); }
 
 private:
+    bool isEnding() const { return state.isEnding || services.tasks.isStopping(); }
     bool mayScan(bool allowDuringFolderSetup) const;
     bool isWanted(std::uint64_t generation) const;
     QCoro::Task<void> captureAndSave(std::uint64_t generation);
     QCoro::Task<Snapshot> observed(std::stop_source source);
     QCoro::Task<void> addAdditionalReports(Snapshot* snapshot, std::stop_token stop);
-    QCoro::Task<void> save(const Journal* journal);
 
     ModelState& state;
     CaptureProgress& scanProgress;

@@ -2,6 +2,7 @@
 
 #include "app/preferences/PreferenceKeys.h"
 
+#include <QScopeGuard>
 #include <utility>
 
 namespace tidemark {
@@ -22,7 +23,7 @@ QCoro::Task<void> FolderSetup::finish() {
     folders.completeSetup();
     state.folderManagerPresented = false;
     state.isManagingFolders = false;
-    if (services.importInitialHistory)
+    if (services.importInitialHistory && !state.isEnding)
         co_await services.importInitialHistory();
     if ((firstSetup || selectionChanged) && !folders.grants().empty())
         co_await flow.scan(false);
@@ -33,10 +34,10 @@ QCoro::Task<void> FolderSetup::checkRecommendedAccess(FolderAccess::Check check)
     if (state.isCheckingRecommendedAccess || state.isScanning || state.isSaving)
         co_return;
     state.isCheckingRecommendedAccess = true;
+    const auto done = qScopeGuard([this] { state.isCheckingRecommendedAccess = false; });
     services.preferences.set(preference::diskAccessCheckRequested.name, false);
     co_await services.folderAccess.enableReadableRecommended(
         services.folderAccess.recommendedFolders(), check);
-    state.isCheckingRecommendedAccess = false;
 }
 
 QCoro::Task<void> FolderSetup::resumeOnActivation(FolderAccess::Check check) {

@@ -1,5 +1,6 @@
 #include "app/model/ModelState.h"
 
+#include "app/base/Background.h"
 #include "app/model/Log.h"
 #include "app/preferences/PreferenceKeys.h"
 
@@ -29,7 +30,9 @@ ModelState::ModelState(Preferences& preferences, bool sandboxed,
       storageEnabled(this, storedStorageSwitch(preferences, sandboxed, legacyStorageEnabled)) {}
 
 void ModelState::setJournal(Journal journal) {
-    currentJournal = std::move(journal);
+    std::swap(currentJournal, journal);
+    // One that shares nothing with its successor takes long to take apart.
+    releaseInBackground(std::move(journal));
     Q_EMIT journalChanged();
     Q_EMIT changed();
 }

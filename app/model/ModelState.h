@@ -60,6 +60,8 @@ public:
     Published<RecordingMode> recordingMode{this};
     /// Grows with every change of `recordingMode`: what began under another number is stale.
     std::uint64_t recordingGeneration = 0;
+    /// The program ends: no capture begins, and none that runs is kept.
+    bool isEnding = false;
     Published<CaptureSchedule> captureSchedule;
     Published<bool> storageEnabled;
 

@@ -189,8 +189,12 @@ std::optional<std::map<std::string, Data>> JsonPreferences::dataTable(std::strin
 }
 
 bool JsonPreferences::set(std::string_view key, PreferenceValue value) {
-    document->root[std::string(key)] =
-        std::visit([](const auto& held) { return stored(held); }, value);
+    auto next = std::visit([](const auto& held) { return stored(held); }, value);
+    auto& present = document->root[std::string(key)];
+    // What is on disk needs no writing; what could not be written before is tried again.
+    if (present == next && !saveProblem && writable)
+        return true;
+    present = std::move(next);
     return save();
 }
 

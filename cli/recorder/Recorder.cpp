@@ -26,9 +26,13 @@ FolderLock Recorder::taken(const std::filesystem::path& folder) {
 
 Recorder::Recorder(RecorderPlaces chosen)
     : where(std::move(chosen)), held(taken(where.files.directory)), stored(where.settings),
+      live({.activityURL = where.files.systemActivity(), .workspaceCenter = workspaceCenter}),
       appModel({.preferences = stored,
                 .files = where.files,
                 .applicationCenter = applicationCenter,
-                .workspaceCenter = workspaceCenter}) {}
+                .workspaceCenter = workspaceCenter}) {
+    live.attach(appModel.state());
+    appModel.setLiveServices(live);
+}
 
 } // namespace tidemark

@@ -2,6 +2,7 @@
 
 #include "app/base/NotificationCenter.h"
 #include "app/model/AppModel.h"
+#include "app/model/LiveWiring.h"
 #include "app/preferences/JsonPreferences.h"
 #include "core/base/FolderLock.h"
 
@@ -42,6 +43,7 @@ private:
     JsonPreferences stored;
     NotificationCenter applicationCenter;
     NotificationCenter workspaceCenter;
+    LiveWiring live;
     AppModel appModel;
     TaskScope scope;
 };

@@ -48,6 +48,8 @@ public:
     explicit operator bool() const { return has_value(); }
     const T& operator*() const { return *pointer; }
     const T* operator->() const { return pointer.get(); }
+    /// The value, shared. Only where there is one.
+    Shared<T> value() const { return Shared<T>(pointer); }
 
     friend bool operator==(const OptionalShared& a, const OptionalShared& b) {
         if (a.pointer == b.pointer)

@@ -11,6 +11,15 @@ NetworkConnectionState NetworkConnectionState::make(Availability availability,
     return {availability, expensive, constrained, std::move(interfaces)};
 }
 
+std::string NetworkConnectionState::label() const {
+    if (availability != Availability::available || interfaces.empty())
+        return std::string(rawValue(availability));
+    std::string names;
+    for (const Interface interface : interfaces)
+        names += (names.empty() ? "" : " + ") + std::string(rawValue(interface));
+    return names;
+}
+
 std::string_view NetworkConnectionChange::title() const {
     using enum NetworkConnectionState::Availability;
     const bool was = before.availability == available;

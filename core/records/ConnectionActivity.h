@@ -25,6 +25,8 @@ struct NetworkConnectionState {
     static NetworkConnectionState make(Availability availability, std::set<Interface> interfaces,
                                        std::optional<bool> expensive = {},
                                        std::optional<bool> constrained = {});
+    /// The interfaces of an available path, as in "Wi-Fi + Ethernet", else the availability.
+    std::string label() const;
 
     bool operator==(const NetworkConnectionState&) const = default;
     static constexpr auto fields() {

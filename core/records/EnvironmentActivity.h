@@ -21,6 +21,9 @@ struct DisplayContext {
     std::optional<double> refreshRate;
     bool builtIn = false;
 
+    /// Both sizes, as in "3024 × 1964 pixels · 1512 × 982 points".
+    std::string label() const;
+
     bool operator==(const DisplayContext&) const = default;
     static constexpr auto fields() {
         return std::tuple{

@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
 
 namespace tidemark {
 
@@ -23,7 +24,7 @@ struct MemoryRecord {
         clipboard,
     };
 
-    /// A digest for file records, a UUID text otherwise.
+    /// `fileID` for file records, a UUID text otherwise.
     std::string id;
     Kind kind = Kind::fileOpened;
     Date timestamp;
@@ -52,6 +53,22 @@ struct MemoryRecord {
     std::optional<Date> lastOpened;
     /// When the program first saw the item.
     Date observedAt;
+
+    /// A record with a fresh UUID text as its id, not pinned.
+    static MemoryRecord make(Kind kind, Date timestamp, std::string title,
+                             std::optional<std::string> path = {},
+                             std::optional<std::string> appName = {},
+                             std::optional<std::string> appID = {}, Date observedAt = Date::now());
+    /// A digest of all three: the same observation, made again, has the same id.
+    static std::string fileID(Kind kind, std::string_view path, Date date);
+
+    bool isFile() const;
+    /// What happened, in a word or two.
+    std::string_view activity() const;
+    /// What the record can tell and what it can't, as sentences.
+    std::string_view explanation() const;
+    /// The line below the title.
+    std::string subtitle() const;
 
     bool operator==(const MemoryRecord&) const = default;
     static constexpr auto fields() {

@@ -31,16 +31,71 @@ std::string bluetoothTitle(const std::optional<BluetoothConnectionChange>& chang
     return change->deviceName + (change->connected ? " Connected" : " Disconnected");
 }
 
+std::optional<std::string> networkName(const std::optional<WiFiContext>& network) {
+    return network ? network->networkName : std::nullopt;
+}
+
+/// The name of the network that was left for another one.
+std::optional<std::string> replacedNetwork(const SystemActivity& activity) {
+    const auto name = networkName(activity.wifiContext);
+    auto previous = networkName(activity.previousWiFi);
+    if (!activity.wifiConnected.value_or(false) || !name || previous == name)
+        return std::nullopt;
+    return previous;
+}
+
 std::string wifiTitle(const SystemActivity& activity) {
     if (!activity.wifiConnected.value_or(false))
         return "Wi-Fi Disconnected";
-    const bool renamed = activity.wifiContext && activity.previousWiFi
-                         && activity.wifiContext->networkName && activity.previousWiFi->networkName
-                         && activity.wifiContext->networkName != activity.previousWiFi->networkName;
-    return renamed ? "Wi-Fi Network Changed" : "Wi-Fi Connected";
+    return replacedNetwork(activity) ? "Wi-Fi Network Changed" : "Wi-Fi Connected";
+}
+
+std::string changed(const std::string& before, const std::string& after) {
+    return before + " → " + after;
+}
+
+/// "nominal" as "Nominal". The states of the system are ASCII.
+std::string capitalized(std::string words) {
+    bool startsWord = true;
+    for (char& c : words) {
+        const bool isLower = c >= 'a' && c <= 'z';
+        const bool isUpper = c >= 'A' && c <= 'Z';
+        if (startsWord ? isLower : isUpper)
+            c = static_cast<char>(c ^ ('a' ^ 'A'));
+        startsWord = !isLower && !isUpper;
+    }
+    return words;
+}
+
+/// What there is to say of volumes, displays and thermal pressure.
+std::optional<std::string> environmentDetail(const EnvironmentActivity& activity) {
+    if (activity.display)
+        return activity.display->label();
+    if (activity.previousState && activity.state)
+        return changed(capitalized(*activity.previousState), capitalized(*activity.state));
+    return std::nullopt;
+}
+
+std::string bluetoothDetail(const BluetoothConnectionChange& change) {
+    return "Bluetooth · " + change.deviceClass.value_or("Paired device");
+}
+
+/// The charge that a record tells of, in percent.
+std::optional<std::int64_t> batteryLevel(const SystemActivity& activity) {
+    if (activity.batteryActivity && activity.batteryActivity->observation.percentage)
+        return activity.batteryActivity->observation.percentage;
+    return activity.powerObservation ? activity.powerObservation->percentage : std::nullopt;
 }
 
 } // namespace
+
+SystemActivity SystemActivity::observed(Kind kind, Date timestamp) {
+    SystemActivity activity;
+    activity.id = Uuid::random();
+    activity.timestamp = timestamp;
+    activity.kind = kind;
+    return activity;
+}
 
 std::string SystemActivity::title() const {
     switch (kind) {
@@ -71,6 +126,26 @@ std::string SystemActivity::title() const {
                                                    : "Low Power Mode Disabled";
     }
     return {};
+}
+
+std::string SystemActivity::detailSubtitle() const {
+    if (const auto name = networkName(wifiContext); kind == Kind::wifiChanged && name) {
+        const auto previous = replacedNetwork(*this);
+        return previous ? changed(*previous, *name) : *name;
+    }
+    if (kind == Kind::woke && observedSession)
+        return "Sleep interval: " + observedSession->durationLabel();
+    if (environmentActivity)
+        if (auto detail = environmentDetail(*environmentActivity))
+            return *std::move(detail);
+    if (const auto level = batteryLevel(*this))
+        return "Battery at " + std::to_string(*level) + "%";
+    if (networkChange)
+        return changed(networkChange->before.label(), networkChange->after.label());
+    if (bluetoothChange)
+        return bluetoothDetail(*bluetoothChange);
+    const std::string recorded = "Recorded while Tidemark was running";
+    return kind == Kind::wifiChanged ? "Wi-Fi link · " + recorded : recorded;
 }
 
 } // namespace tidemark

@@ -42,8 +42,23 @@ struct SystemActivity {
     std::optional<NetworkConnectionChange> networkChange;
     std::optional<BluetoothConnectionChange> bluetoothChange;
 
+    /// A new record of something first observed at `timestamp`, without a payload.
+    static SystemActivity observed(Kind kind, Date timestamp);
+
+    /// False for what older releases recorded and no screen shows.
+    bool isTimelineEligible() const { return kind != Kind::powerOffRequested; }
     /// The headline that screens show.
     std::string title() const;
+    /// The second line.
+    std::string detailSubtitle() const;
+    /// Name of the symbol image.
+    std::string_view symbol() const;
+    /// Which notification it comes from.
+    std::string_view source() const;
+    /// What the record says and what it does not prove.
+    std::string_view explanation() const;
+    /// When such records are made and what they leave out.
+    std::string_view coverageExplanation() const;
 
     bool operator==(const SystemActivity&) const = default;
     static constexpr auto fields() {

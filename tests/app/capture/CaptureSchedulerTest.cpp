@@ -1,6 +1,7 @@
 #include "app/capture/CaptureScheduler.h"
 
 #include "app/capture/CaptureSchedule.h"
+#include "core/base/Error.h"
 #include "tests/app/support/Await.h"
 #include "tests/app/support/ManualAppClock.h"
 
@@ -37,6 +38,12 @@ struct SchedulerTest : testing::Test {
         scheduler.start([this] { return check(); });
     }
 
+    /// Posts and lets the checks begin that it asks for.
+    static void post(NotificationCenter& center, Notification notification) {
+        center.post(notification);
+        test::settle();
+    }
+
     test::ManualAppClock clock;
     NotificationCenter application;
     NotificationCenter workspace;
@@ -58,12 +65,12 @@ TEST_F(SchedulerTest, ChecksEveryMinuteAndWhenSomebodyComesBack) {
     clock.advance(600);
     EXPECT_EQ(checks, 11);
 
-    application.post(notification::applicationDidBecomeActive);
-    workspace.post(notification::didWake);
-    workspace.post(notification::sessionDidBecomeActive);
+    post(application, notification::applicationDidBecomeActive);
+    post(workspace, notification::didWake);
+    post(workspace, notification::sessionDidBecomeActive);
     EXPECT_EQ(checks, 14);
-    application.post(notification::didWake);
-    workspace.post(notification::willSleep);
+    post(application, notification::didWake);
+    post(workspace, notification::willSleep);
     EXPECT_EQ(checks, 14);
 }
 
@@ -72,13 +79,13 @@ TEST_F(SchedulerTest, DropsWhatComesDuringACheck) {
     start();
     clock.advance(60);
     EXPECT_EQ(checks, 1);
-    workspace.post(notification::didWake);
+    post(workspace, notification::didWake);
     clock.advance(60);
-    workspace.post(notification::didWake);
+    post(workspace, notification::didWake);
     EXPECT_EQ(checks, 1);
     clock.advance(31);
     EXPECT_EQ(checks, 1) << "what was dropped is not made up for";
-    workspace.post(notification::didWake);
+    post(workspace, notification::didWake);
     EXPECT_EQ(checks, 2);
     clock.advance(90);
 }
@@ -90,13 +97,23 @@ TEST_F(SchedulerTest, StopsForGoodAndStartsOnce) {
     EXPECT_EQ(checks, 1);
     scheduler.stop();
     clock.advance(600);
-    workspace.post(notification::didWake);
+    post(workspace, notification::didWake);
     EXPECT_EQ(checks, 1);
 
     start();
-    workspace.post(notification::didWake);
+    post(workspace, notification::didWake);
     EXPECT_EQ(checks, 2);
     clock.advance(60);
+    EXPECT_EQ(checks, 3);
+}
+
+TEST_F(SchedulerTest, GoesOnAfterACheckThatFailed) {
+    scheduler.start([this]() -> QCoro::Task<void> {
+        ++checks;
+        throw Error("The check failed.");
+        co_return;
+    });
+    clock.advance(180);
     EXPECT_EQ(checks, 3);
 }
 

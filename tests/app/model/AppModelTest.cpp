@@ -1,5 +1,6 @@
 #include "app/model/AppModel.h"
 
+#include "core/base/Files.h"
 #include "core/base/JsonEncoder.h"
 #include "tests/app/support/ModelFixture.h"
 
@@ -200,6 +201,44 @@ TEST_F(AppModelTest, QuittingInTheMiddleOfStartStartsNothingElse) {
     test::until([&] { return starting.isReady(); });
     EXPECT_EQ(live.log.find("activity"), std::string::npos);
     EXPECT_EQ(observations, 0);
+}
+
+TEST_F(AppModelTest, QuittingDuringACaptureEndsItAndKeepsNothing) {
+    start();
+    const auto kept = snapshots();
+    captureDuration = 3600;
+    holding = model->scan();
+    test::until([&] { return clock.sleeping() > 1; });
+    model->stopAutomaticCaptures();
+    finish();
+    EXPECT_TRUE(holding.isReady());
+    EXPECT_EQ(snapshots(), kept);
+    EXPECT_EQ(error(), "none");
+    test::await(model->scan());
+    EXPECT_EQ(observations, 2);
+}
+
+TEST_F(AppModelTest, QuittingDuringTheInitialImportStartsNoCapture) {
+    model->setInitialImport([this]() -> QCoro::Task<void> {
+        model->stopAutomaticCaptures();
+        co_return;
+    });
+    start();
+    EXPECT_EQ(observations, 0);
+}
+
+TEST_F(AppModelTest, AResumeWhileTheStoredActivityIsReadKeepsWhatTheMonitorsKnow) {
+    preferences.set("recordingMode", std::string("paused"));
+    createPrivateFolders(data);
+    replaceFile(data / "system-activity.json", "[]");
+    const auto starting = model->start();
+    test::until([&] { return *state().loaded; });
+    const std::vector<SystemActivity> fresh(1);
+    model->setRecordingMode(RecordingMode::recording);
+    state().setSystemActivity(fresh);
+    test::until([&] { return starting.isReady(); });
+    EXPECT_EQ(state().systemActivity().size(), 1U);
+    finish();
 }
 
 TEST_F(AppModelTest, TakesOverTheModesOfEarlierReleases) {

@@ -1,0 +1,195 @@
+#include "app/memory/MemoryHistoryService.h"
+
+#include "app/base/Background.h"
+#include "app/preferences/PreferenceKeys.h"
+
+#include <QCoroSignal>
+#include <algorithm>
+
+namespace tidemark {
+
+namespace {
+
+struct Suspension {
+    std::string_view reason;
+    Notification begin;
+    Notification end;
+};
+
+constexpr auto suspensions = std::to_array<Suspension>({
+    {"sleep", notification::willSleep, notification::didWake},
+    {"screen", notification::screensDidSleep, notification::screensDidWake},
+    {"session", notification::sessionDidResignActive, notification::sessionDidBecomeActive},
+});
+
+bool isClip(const Shared<MemoryRecord>& record) {
+    return record->kind == MemoryRecord::Kind::clipboard;
+}
+
+} // namespace
+
+MemoryHistoryService::MemoryHistoryService(Setup setup)
+    : preferences(setup.preferences), workspace(setup.workspaceCenter), clock(setup.clock),
+      observeLive(setup.observeLive), store(std::move(setup.url)),
+      days(this, read(preferences, preference::memoryClipboardDays)) {}
+
+MemoryHistoryService::~MemoryHistoryService() {
+    stop();
+    tasks.drain();
+}
+
+QCoro::Task<void> MemoryHistoryService::load() {
+    const auto hold = tasks.hold();
+    if (loaded)
+        co_return;
+    const auto read = [this](const std::stop_token&) { return store.load(); };
+    MemoryArchive stored = co_await runInBackground(read);
+    if (loaded || tasks.isStopping())
+        co_return;
+    publish(std::move(stored));
+    loaded = true;
+    update({});
+}
+
+void MemoryHistoryService::start() {
+    if (!observeLive || !loaded || running || failure())
+        return;
+    running = true;
+    suspensionReasons.clear();
+    for (const auto& [reason, begin, end] : suspensions) {
+        observers.push_back(workspace.observe(begin, [this, why = reason] { suspend(why); }));
+        observers.push_back(workspace.observe(end, [this, why = reason] { resume(why); }));
+    }
+    reconfigure();
+}
+
+void MemoryHistoryService::stop() {
+    stopCollectors();
+    running = false;
+    observers.clear();
+}
+
+void MemoryHistoryService::reconfigure() {
+    if (!loaded)
+        return;
+    stopCollectors();
+    if (!active())
+        return;
+    for (MemoryCollector* collector : collectors)
+        collector->start();
+}
+
+void MemoryHistoryService::stopCollectors() {
+    ++stops;
+    for (MemoryCollector* collector : collectors)
+        collector->stop();
+}
+
+void MemoryHistoryService::suspend(std::string_view reason) {
+    stopCollectors();
+    suspensionReasons.insert(reason);
+}
+
+void MemoryHistoryService::resume(std::string_view reason) {
+    suspensionReasons.erase(reason);
+    if (suspensionReasons.empty())
+        reconfigure();
+}
+
+bool MemoryHistoryService::active() const {
+    return collectionAllowed() && loaded && running && suspensionReasons.empty() && !failure();
+}
+
+void MemoryHistoryService::update(std::vector<MemoryRecord> records, bool persist) {
+    if (!loaded || failure())
+        return;
+    if (!collectionAllowed())
+        records.clear();
+    MemoryArchive next = current;
+    next.upsert(std::move(records), clock.now(), days);
+    publish(std::move(next));
+    if (persist && current != lastEnqueued)
+        enqueue(current);
+}
+
+void MemoryHistoryService::publish(MemoryArchive next) {
+    if (next == current)
+        return;
+    current = std::move(next);
+    Q_EMIT archiveChanged();
+    Q_EMIT changed();
+}
+
+void MemoryHistoryService::enqueue(const MemoryArchive& next) {
+    lastEnqueued = next;
+    pending = next;
+    if (!writing)
+        tasks.start(write());
+}
+
+QCoro::Task<void> MemoryHistoryService::write() {
+    writing = true;
+    while (pending) {
+        const auto save = [this, archive = *std::exchange(pending, {})](const std::stop_token&) {
+            store.save(archive);
+        };
+        bool failed = false;
+        try {
+            co_await runInBackground(save);
+        } catch (const std::exception& error) {
+            qWarning("The memory history could not be saved: %s", error.what());
+            failed = true;
+        }
+        if (failed)
+            fail();
+    }
+    writing = false;
+    // From the event loop, so that who waits for it may end this object.
+    QMetaObject::invokeMethod(this, &MemoryHistoryService::written, Qt::QueuedConnection);
+}
+
+void MemoryHistoryService::fail() {
+    failureText = std::string(saveFailure);
+    stopCollectors();
+    running = false;
+}
+
+QCoro::Task<void> MemoryHistoryService::writer() {
+    const auto hold = tasks.hold();
+    while (writing)
+        co_await qCoro(this, &MemoryHistoryService::written);
+}
+
+void MemoryHistoryService::togglePin(std::string_view id) {
+    const auto found = std::ranges::find_if(
+        current.records, [&](const auto& record) { return isClip(record) && record->id == id; });
+    if (found == current.records.end())
+        return;
+    MemoryRecord flipped = **found;
+    flipped.pinned = !flipped.pinned;
+    MemoryArchive next = current;
+    next.records[static_cast<std::size_t>(found - current.records.begin())] = std::move(flipped);
+    publish(std::move(next));
+    update({});
+}
+
+void MemoryHistoryService::clearClipboard() {
+    MemoryArchive next = current;
+    std::erase_if(next.records, isClip);
+    publish(std::move(next));
+    update({});
+}
+
+std::vector<Shared<MemoryRecord>> MemoryHistoryService::clips() const {
+    std::vector<Shared<MemoryRecord>> clips;
+    std::ranges::copy_if(current.records, std::back_inserter(clips), isClip);
+    return clips;
+}
+
+void MemoryHistoryService::setClipboardDays(std::int64_t wanted) {
+    preferences.set(preference::memoryClipboardDays.name, wanted);
+    days = read(preferences, preference::memoryClipboardDays);
+    update({});
+}
+
+} // namespace tidemark

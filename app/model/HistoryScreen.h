@@ -1,0 +1,153 @@
+#pragma once
+
+#include "app/model/ModelServices.h"
+#include "app/model/ModelState.h"
+#include "core/presentation/HistoryView.h"
+#include "core/presentation/SidebarDestination.h"
+#include "core/presentation/SnapshotViewMode.h"
+#include "core/timeline/ObservationCoverage.h"
+
+namespace tidemark {
+
+/// The history as the user looks at it: the events of all sources merged, where the user stands in
+/// them, and what is to be seen there. Each command tells observers once, at its end. Main thread
+/// only.
+class HistoryScreen : public Observable {
+    Q_OBJECT
+
+public:
+    using Events = std::vector<Shared<Event>>;
+
+    HistoryScreen(ModelState& shared, const ModelServices& used);
+
+    /// Grows whenever the merged history itself became another.
+    std::uint64_t historyRevision() const { return merges; }
+    const Events& fullHistory() const { return merged->full; }
+    const Events& historyEvents() const { return merged->events; }
+    const Events& timelineEvents() const { return merged->timeline; }
+    /// The same lists, for the background.
+    std::shared_ptr<const MergedHistory> history() const { return merged; }
+    /// The memory history became another. The selected event is replaced by its newer form.
+    void setMemoryEvents(Events events);
+
+    // What is to be seen.
+
+    const TimelinePresentation& presentation() const { return view.presentation; }
+    const std::map<WorkspaceDestination, std::size_t>& sidebarCounts() const {
+        return view.sidebarCounts;
+    }
+    /// The states of a snapshot are being compared, and nothing is to be seen until that is done.
+    bool isComparing() const { return comparing; }
+    /// Grows with every refresh: what was computed for an older number is stale.
+    std::uint64_t presentationRevision() const { return refreshes; }
+    void refreshPresentation();
+
+    /// The event of the inspector, if any.
+    const OptionalShared<Event>& selected() const { return selectedEvent; }
+    void setSelected(OptionalShared<Event> event);
+    /// Another identifier asks the list to scroll to its top.
+    const Uuid& historyScrollRequest() const { return scrollRequest; }
+
+    /// Observation gaps and access problems since the open snapshot, or in the time window.
+    ObservationCoverageReport observationCoverage() const;
+
+    /// What an export of the screen holds.
+    struct Export {
+        Events events;
+        /// "Timeline" or "Compare States".
+        std::string_view mode;
+    };
+    /// Nothing while states are being compared, or when nothing is to be seen.
+    std::optional<Export> exported() const;
+
+    // Where the user stands.
+
+    /// The raw value of a `HistoryTimeWindow`; any other text shows all of the history.
+    const std::string& range() const { return rangeText; }
+    void setRange(std::string range);
+    std::int64_t customWindowDays() const { return place.customWindowDays; }
+    void setCustomWindowDays(std::int64_t days);
+    Date timeWindowCutoff(Date at) const;
+    struct TimeWindowOption {
+        std::string_view range;
+        std::string label;
+    };
+    std::vector<TimeWindowOption> timeWindowOptions() const;
+
+    const std::string& search() const { return place.search; }
+    void setSearch(std::string search);
+
+    WorkspaceDestination workspace() const { return place.workspace; }
+    const std::set<WorkspaceDestination>& systemFilters() const { return place.systemFilters; }
+    const std::set<EventCategory>& categoryFilters() const { return place.categoryFilters; }
+    const std::optional<SidebarDestination>& navigation() const { return destination; }
+    void setNavigation(std::optional<SidebarDestination> next);
+    void navigate(WorkspaceDestination to, bool clearSearch);
+    /// Adds a place to what narrows the timeline, or takes it out. A place that is no such filter
+    /// is gone to.
+    void toggleSystemFilter(WorkspaceDestination filter);
+    /// Goes to where the event is shown, and selects it.
+    void openEvent(const Shared<Event>& event);
+
+    // The open named snapshot.
+
+    const std::optional<Uuid>& activeBaselineID() const { return baselineID; }
+    /// Null when none is open.
+    const Baseline* selectedBaseline() const;
+    SnapshotViewMode snapshotViewMode() const { return viewMode; }
+    void setSnapshotViewMode(SnapshotViewMode mode);
+    bool isStateComparison() const;
+    /// The timeline of the open snapshot may lack events.
+    bool hasIncompleteSnapshotHistory() const;
+    /// Goes to a snapshot, if there is one.
+    void openSnapshot(const Uuid& id);
+    /// Shows a snapshot that was saved just now. Filters and search stay.
+    void showSaved(const Uuid& id);
+
+private:
+    void takeJournal();
+    void takeSystemActivity();
+    void takeRecordingMode();
+    void rebuild();
+
+    void refresh();
+    void show(std::optional<Date> since, std::optional<Events> stateComparison);
+    void dropVanishedSelection();
+    QCoro::Task<void> compare(Baseline baseline, Shared<Snapshot> latest, std::stop_token stop);
+
+    void takeRange(std::string range);
+    bool changeRange(std::string range);
+    bool applyNavigation(std::optional<SidebarDestination> next);
+    void moveTo(WorkspaceDestination to, bool clearSearch);
+
+    ModelState& state;
+    const ModelServices& services;
+
+    Events journalEvents;
+    Events activityEvents;
+    Events memoryEvents;
+    std::shared_ptr<const MergedHistory> merged = std::make_shared<const MergedHistory>();
+    std::uint64_t merges = 0;
+
+    /// The snapshot in it is filled in by each refresh.
+    HistoryPlace place;
+    std::string rangeText;
+    std::optional<SidebarDestination> destination;
+    RecordingMode recordingMode;
+
+    std::optional<Uuid> baselineID;
+    SnapshotViewMode viewMode = SnapshotViewMode::timeline;
+    /// The last mode of each snapshot.
+    std::map<Uuid, SnapshotViewMode> snapshotModes;
+    /// What comparing the states of each snapshot with the latest one gave.
+    std::map<Uuid, Events> baselineEvents;
+    std::stop_source comparison{std::nostopstate};
+    bool comparing = false;
+
+    HistoryView view;
+    std::uint64_t refreshes = 0;
+    OptionalShared<Event> selectedEvent;
+    Uuid scrollRequest = Uuid::random();
+};
+
+} // namespace tidemark

@@ -1,0 +1,55 @@
+#pragma once
+
+#include "app/model/LiveServices.h"
+#include "app/model/ModelState.h"
+#include "app/monitors/ActivityMonitor.h"
+#include "app/monitors/PowerActivityMonitor.h"
+
+#include <QPointer>
+#include <functional>
+#include <vector>
+
+namespace tidemark {
+
+/// The live services of the running program: the activity file with the monitors that feed it.
+/// There is no memory history yet. Main thread only.
+class LiveWiring final : public LiveServices {
+public:
+    struct Setup {
+        std::filesystem::path activityURL;
+        NotificationCenter& workspaceCenter;
+        AppClock& clock = AppClock::system();
+        /// Started in this order, and stopped in it. They outlive this.
+        std::vector<ActivityMonitor*> monitors{};
+        /// The battery as it is now; absent while its history is off or there is none.
+        std::function<std::optional<BatteryObservation>()> battery = [] { return std::nullopt; };
+    };
+
+    explicit LiveWiring(Setup setup);
+    ~LiveWiring() override;
+
+    /// Before the controller starts: whose state shows the records and says whether there may be
+    /// any. Once it is gone nothing is recorded.
+    void attach(ModelState& model) { state = &model; }
+
+    QCoro::Task<void> loadMemory() override;
+    void startActivityMonitors() override;
+    void startMemory() override {}
+    void stop() override;
+    std::optional<std::string> memoryFailure() const override { return std::nullopt; }
+
+private:
+    bool canRecord() const { return state && state->canRecord(); }
+    QCoro::Task<void> openActivity();
+    void showActivity(const std::vector<SystemActivity>& records);
+    void showActivityError(const char* sentence);
+    PowerActivityMonitor::Callbacks callbacks(const Setup& setup);
+
+    AppClock& time;
+    const std::vector<ActivityMonitor*> monitors;
+    QPointer<ModelState> state;
+    PowerActivityMonitor power;
+    TaskScope tasks;
+};
+
+} // namespace tidemark

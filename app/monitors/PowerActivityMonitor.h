@@ -1,0 +1,82 @@
+#pragma once
+
+#include "app/base/AppClock.h"
+#include "app/base/NotificationCenter.h"
+#include "app/base/TaskScope.h"
+#include "core/activity/SleepHistory.h"
+#include "core/activity/SystemActivityStore.h"
+
+#include <QObject>
+#include <QThreadPool>
+#include <functional>
+#include <optional>
+#include <vector>
+
+namespace tidemark {
+
+/// The single writer of the activity file: it makes the records of sleep and wake itself, and the
+/// other monitors hand theirs to it. The file is read and written on a thread of its own, one
+/// record after the other in the order in which they came, so that a slow disk holds up nothing.
+/// What was taken is written whatever comes: `stop` leaves it to be finished, the destructor waits
+/// for it. Main thread only.
+class PowerActivityMonitor final : public QObject {
+    Q_OBJECT
+
+public:
+    struct Callbacks {
+        /// Asked before each record is taken.
+        std::function<bool()> collectionAllowed = [] { return true; };
+        /// The whole list, after each record that is on disk, also when it gets there only after
+        /// `stop`.
+        std::function<void(const std::vector<SystemActivity>&)> didRecord = [](const auto&) {};
+        /// A record could not be written, and is lost.
+        std::function<void(const std::exception&)> didFail = [](const auto&) {};
+        /// The battery as it is now; absent without one.
+        std::function<std::optional<BatteryObservation>()> battery = [] { return std::nullopt; };
+    };
+
+    /// `url` is the file. The centre, which tells of sleep and wake, and the clock outlive this.
+    PowerActivityMonitor(std::filesystem::path url, NotificationCenter& center, AppClock& clock,
+                         Callbacks callbacks);
+    ~PowerActivityMonitor() override;
+
+    /// Reads the file and follows the machine from then on. True when it does so; false when
+    /// `stop` came meanwhile. Throws `FileError` or `json::DecodingError` when the file can't be
+    /// read: nothing is recorded then, and the file stays as it is.
+    QCoro::Task<bool> start();
+    /// Follows nothing and takes no records any more.
+    void stop();
+    /// Between `start` and `stop`, whether the file has been read yet or not.
+    bool isStarted() const { return phase != Phase::stopped; }
+
+    /// Takes a record to be written. Ignored unless the file was read and recording is allowed.
+    void record(SystemActivity activity);
+
+    /// What the file holds, oldest first, as last read or written.
+    const std::vector<SystemActivity>& records() const { return known; }
+
+private:
+    enum class Phase { stopped, opening, following };
+
+    void follow(Notification notification, SystemActivity::Kind kind);
+    QCoro::Task<void> append(SystemActivity activity);
+    /// Runs `work` on the thread of the file.
+    template <class Work>
+    QCoro::Task<std::vector<SystemActivity>> onFile(Work work);
+
+    NotificationCenter& notifications;
+    AppClock& time;
+    const Callbacks calls;
+    SleepHistory sleepHistory;
+    std::vector<NotificationCenter::Token> tokens;
+    std::vector<SystemActivity> known;
+    Phase phase = Phase::stopped;
+    /// Grows with every start and stop: what began under another number is stale.
+    std::uint64_t generation = 0;
+    /// Used by the thread alone.
+    SystemActivityStore store;
+    QThreadPool thread;
+    TaskScope tasks;
+};
+
+} // namespace tidemark

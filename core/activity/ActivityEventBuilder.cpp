@@ -1,0 +1,86 @@
+#include "core/activity/ActivityEventBuilder.h"
+
+#include <algorithm>
+#include <array>
+
+namespace tidemark::ActivityEventBuilder {
+
+namespace {
+
+using Kind = SystemActivity::Kind;
+
+/// How far apart a Wi-Fi link and the network path may change and still be one thing, in seconds.
+constexpr double oneMoment = 5;
+
+constexpr std::array networking{Kind::networkChanged, Kind::bluetoothChanged, Kind::wifiChanged,
+                                Kind::bluetoothPowerChanged};
+
+/// When the Wi-Fi link came or went, in order of time.
+class LinkTimes {
+public:
+    explicit LinkTimes(const std::vector<SystemActivity>& activities) {
+        for (const auto& activity : activities)
+            if (activity.kind == Kind::wifiChanged && activity.wifiConnected)
+                (*activity.wifiConnected ? up : down).push_back(activity.timestamp);
+        std::ranges::sort(up);
+        std::ranges::sort(down);
+    }
+
+    /// Whether the link came, or went, at about that time.
+    bool changed(bool connected, Date time) const {
+        const auto& times = connected ? up : down;
+        // The nearest ones are the first not before `time` and the one before that.
+        const auto next = std::ranges::lower_bound(times, time);
+        return (next != times.end() && *next - time <= oneMoment)
+               || (next != times.begin() && time - *std::prev(next) <= oneMoment);
+    }
+
+private:
+    std::vector<Date> up;
+    std::vector<Date> down;
+};
+
+/// True for a network that came or went with the Wi-Fi link as its only way.
+bool followsLink(const SystemActivity& activity, const LinkTimes& links) {
+    using enum NetworkConnectionState::Availability;
+    if (activity.kind != Kind::networkChanged || !activity.networkChange)
+        return false;
+    const auto& [before, after] = *activity.networkChange;
+    const bool came = after.availability == available;
+    if (came == (before.availability == available))
+        return false;
+    const auto& interfaces = (came ? after : before).interfaces;
+    return interfaces == std::set{NetworkConnectionState::Interface::wifi}
+           && links.changed(came, activity.timestamp);
+}
+
+} // namespace
+
+Event event(const SystemActivity& activity) {
+    Event event;
+    event.id = "activity-" + activity.id.text();
+    event.timestamp = activity.timestamp;
+    event.intervalStart = activity.timestamp;
+    event.title = activity.title();
+    event.subtitle = activity.detailSubtitle();
+    event.category = std::ranges::count(networking, activity.kind) > 0 ? EventCategory::networking
+                                                                       : EventCategory::system;
+    event.importance = Importance::prominent;
+    if (activity.environmentActivity)
+        event.path = activity.environmentActivity->path;
+    event.symbol = activity.symbol();
+    event.systemActivity = activity;
+    return event;
+}
+
+std::vector<Shared<Event>> build(const std::vector<SystemActivity>& from) {
+    const LinkTimes links(from);
+    std::vector<Shared<Event>> events;
+    events.reserve(from.size());
+    for (const auto& activity : from)
+        if (activity.isTimelineEligible() && !followsLink(activity, links))
+            events.emplace_back(event(activity));
+    return events;
+}
+
+} // namespace tidemark::ActivityEventBuilder

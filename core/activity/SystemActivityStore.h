@@ -1,0 +1,37 @@
+#pragma once
+
+#include "core/records/SystemActivity.h"
+
+#include <filesystem>
+#include <vector>
+
+namespace tidemark {
+
+/// The document of live activity: one JSON array of records, oldest first. Not for two threads at
+/// once; the file has one writer.
+class SystemActivityStore {
+public:
+    /// All kinds share these places; the oldest records make room.
+    static constexpr std::size_t mostRecords = 2000;
+
+    explicit SystemActivityStore(std::filesystem::path document) : url(std::move(document)) {}
+
+    /// Reads the file: its last `mostRecords` records, none when there is no file. Throws
+    /// `FileError`, or `json::DecodingError` naming the file. The disk is not touched.
+    static std::vector<SystemActivity> read(const std::filesystem::path& document);
+
+    /// Takes over what the file holds. Throws as `read` does; what was known stays then.
+    void load() { current = read(url); }
+    /// As last read or written.
+    const std::vector<SystemActivity>& records() const { return current; }
+
+    /// Replaces the file, of mode 0600 in folders of mode 0700, by one that ends with `activity`.
+    /// Throws `Error`; the file and `records` are as before then.
+    void append(SystemActivity activity);
+
+private:
+    const std::filesystem::path url;
+    std::vector<SystemActivity> current;
+};
+
+} // namespace tidemark

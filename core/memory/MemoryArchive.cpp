@@ -1,0 +1,121 @@
+#include "core/memory/MemoryArchive.h"
+
+#include <algorithm>
+#include <string_view>
+#include <unordered_map>
+
+namespace tidemark {
+
+namespace {
+
+using Records = std::vector<Shared<MemoryRecord>>;
+
+/// Records of one moment keep their order, so that an archive that nothing happened to stays
+/// equal to itself.
+void sortNewestFirst(Records& records) {
+    std::ranges::stable_sort(
+        records, [](const auto& a, const auto& b) { return a->timestamp > b->timestamp; });
+}
+
+std::size_t clipSize(const MemoryRecord& clip) {
+    return (clip.payload ? clip.payload->bytes.size() : 0) + (clip.text ? clip.text->size() : 0);
+}
+
+/// What is left of the limits while one record after the other asks to stay.
+class Room {
+public:
+    Room(Date now, std::int64_t clipboardDays)
+        : oldestClip(now
+                     + -86'400.0 * static_cast<double>(std::max<std::int64_t>(clipboardDays, 1))),
+          oldestOther(now + -MemoryArchive::otherAge) {}
+
+    bool take(const MemoryRecord& record) {
+        return record.kind == MemoryRecord::Kind::clipboard ? takeClip(record) : takeOther(record);
+    }
+
+private:
+    bool takeClip(const MemoryRecord& clip) {
+        const std::size_t size = clipSize(clip);
+        if (clips == MemoryArchive::clipLimit || size > MemoryArchive::clipByteLimit - clipBytes)
+            return false;
+        if (!clip.pinned && clip.timestamp < oldestClip)
+            return false;
+        ++clips;
+        clipBytes += size;
+        return true;
+    }
+    bool takeOther(const MemoryRecord& record) {
+        if (others == MemoryArchive::otherLimit || record.timestamp < oldestOther)
+            return false;
+        ++others;
+        return true;
+    }
+
+    const Date oldestClip;
+    const Date oldestOther;
+    std::size_t clips = 0;
+    std::size_t clipBytes = 0;
+    std::size_t others = 0;
+};
+
+/// Records by their id, in the order in which the ids came first.
+class RecordTable {
+public:
+    explicit RecordTable(Records stored) {
+        records.reserve(stored.size());
+        for (auto& record : stored)
+            if (places.try_emplace(record->id, records.size()).second)
+                records.push_back(std::move(record));
+            else
+                replaced.push_back(std::move(record));
+    }
+
+    void put(MemoryRecord next) {
+        const auto place = places.find(next.id);
+        if (place == places.end()) {
+            const auto& added = records.emplace_back(std::move(next));
+            places.emplace(added->id, records.size() - 1);
+            return;
+        }
+        auto& stored = records[place->second];
+        next.pinned = stored->pinned;
+        next.observedAt = stored->observedAt;
+        if (next != *stored)
+            replaced.push_back(std::exchange(stored, std::move(next)));
+    }
+
+    Records take() { return std::move(records); }
+
+private:
+    Records records;
+    /// The keys lie in records, those that were replaced among them.
+    std::unordered_map<std::string_view, std::size_t> places;
+    Records replaced;
+};
+
+} // namespace
+
+void MemoryArchive::upsert(std::vector<MemoryRecord> incoming, Date now,
+                           std::int64_t clipboardDays) {
+    RecordTable table(std::move(records));
+    for (auto& record : incoming)
+        table.put(std::move(record));
+    records = table.take();
+    sortNewestFirst(records);
+    prune(now, clipboardDays);
+}
+
+void MemoryArchive::prune(Date now, std::int64_t clipboardDays) {
+    sortNewestFirst(records);
+    std::ranges::stable_partition(records, [](const auto& record) { return record->pinned; });
+    Room room(now, clipboardDays);
+    Records kept;
+    kept.reserve(records.size());
+    for (auto& record : records)
+        if (room.take(*record))
+            kept.push_back(std::move(record));
+    sortNewestFirst(kept);
+    records = std::move(kept);
+}
+
+} // namespace tidemark

@@ -1,0 +1,165 @@
+#include "core/memory/MemoryHistoryStore.h"
+
+#include "core/base/Digest.h"
+#include "core/base/Files.h"
+#include "core/base/JsonDecoder.h"
+#include "core/base/JsonEncoder.h"
+#include "core/base/Text.h"
+
+#include <cerrno>
+#include <cstring>
+
+#include <sys/stat.h>
+
+namespace tidemark {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr std::string_view payloadExtension = ".data";
+constexpr std::string_view textExtension = ".text";
+
+fs::path folderOf(const fs::path& document) {
+    return document.has_parent_path() ? document.parent_path() : fs::path(".");
+}
+
+void makePrivate(const fs::path& folder) {
+    createPrivateFolders(folder);
+    if (::chmod(folder.c_str(), 0700) == 0)
+        return;
+    const int code = errno;
+    throw FileError(textFromBytes(folder.native())
+                        + " could not be made private: " + std::strerror(code) + ".",
+                    code);
+}
+
+MemoryArchive decoded(const fs::path& document) {
+    const std::string bytes = readFile(document);
+    try {
+        return json::decode<MemoryArchive>(bytes);
+    } catch (const json::DecodingError& error) {
+        throw json::DecodingError(
+            asSentence(textFromBytes(document.native()) + " could not be read: " + error.what()));
+    }
+}
+
+/// A side file that is no UTF-8 would refuse the next load.
+std::string asText(const std::string& text) {
+    return isValidUtf8(text) ? text : textFromBytes(text);
+}
+
+std::optional<bool> flag(bool isSet) {
+    return isSet ? std::optional(true) : std::nullopt;
+}
+
+} // namespace
+
+MemoryHistoryStore::MemoryHistoryStore(fs::path document)
+    : url(std::move(document)), payloads(folderOf(url) / "memory-payloads") {}
+
+std::string MemoryHistoryStore::blobName(std::string_view id, std::string_view extension) {
+    return Sha256::hex(id).append(extension);
+}
+
+MemoryArchive MemoryHistoryStore::load() {
+    const std::scoped_lock lock(mutex);
+    readable = false;
+    savedBlobs.clear();
+    MemoryArchive archive = read();
+    readable = true;
+    return archive;
+}
+
+MemoryArchive MemoryHistoryStore::read() {
+    if (!fileExists(url))
+        return {};
+    MemoryArchive archive = decoded(url);
+    if (archive.version != MemoryArchive::supportedVersion)
+        throw StoreError(StoreError::Kind::unsupportedVersion,
+                         textFromBytes(url.native()) + " is of version "
+                             + std::to_string(archive.version)
+                             + ", which this release can't read.");
+    for (auto& record : archive.records)
+        if (record->payloadStored == true || record->textStored == true)
+            record = withContents(record);
+    return archive;
+}
+
+Shared<MemoryRecord> MemoryHistoryStore::withContents(const Shared<MemoryRecord>& record) {
+    MemoryRecord whole = *record;
+    if (whole.payloadStored == true)
+        whole.payload = Data{fetch(blobName(whole.id, payloadExtension))};
+    if (whole.textStored == true) {
+        const std::string name = blobName(whole.id, textExtension);
+        whole.text = fetch(name);
+        if (!isValidUtf8(*whole.text))
+            throw FileError(textFromBytes((payloads.path() / name).native())
+                                + " could not be read: it is no UTF-8 text.",
+                            EILSEQ);
+    }
+    return whole;
+}
+
+std::string MemoryHistoryStore::fetch(const std::string& name) {
+    std::string bytes = payloads.read(name);
+    savedBlobs.insert(name);
+    return bytes;
+}
+
+void MemoryHistoryStore::save(const MemoryArchive& archive) {
+    const std::scoped_lock lock(mutex);
+    if (!readable)
+        throw StoreError(StoreError::Kind::notReadable,
+                         textFromBytes(url.native())
+                             + " could not be read, so it is not replaced.");
+    makePrivate(folderOf(url));
+    payloads.prepare();
+
+    std::set<std::string> wanted;
+    MemoryArchive document = archive;
+    for (auto& record : document.records)
+        record = withoutContents(record, wanted);
+    write(document);
+    payloads.keepOnly(wanted);
+    savedBlobs = std::move(wanted);
+}
+
+Shared<MemoryRecord> MemoryHistoryStore::withoutContents(const Shared<MemoryRecord>& record,
+                                                         std::set<std::string>& wanted) const {
+    const bool isClip = record->kind == MemoryRecord::Kind::clipboard;
+    const bool hasPayload = isClip && record->payload;
+    const bool hasText = isClip && record->text;
+    if (hasPayload)
+        keep(blobName(record->id, payloadExtension), record->payload->bytes, wanted);
+    if (hasText)
+        keep(blobName(record->id, textExtension), asText(*record->text), wanted);
+
+    // A document that claims a side file which is not there can't be loaded any more: the flags
+    // tell what was just kept, whatever they said before.
+    if (!hasPayload && !hasText && !record->payloadStored && !record->textStored)
+        return record;
+    MemoryRecord stored = *record;
+    stored.payloadStored = flag(hasPayload);
+    stored.textStored = flag(hasText);
+    if (hasPayload)
+        stored.payload.reset();
+    if (hasText)
+        stored.text.reset();
+    return stored;
+}
+
+void MemoryHistoryStore::keep(const std::string& name, std::string_view bytes,
+                              std::set<std::string>& wanted) const {
+    if (!savedBlobs.contains(name) || !payloads.contains(name))
+        payloads.write(name, bytes);
+    wanted.insert(name);
+}
+
+void MemoryHistoryStore::write(const MemoryArchive& document) const {
+    FileReplacement file(url);
+    json::write(document, [&](std::string_view piece) { file.write(piece); });
+    file.commit();
+}
+
+} // namespace tidemark

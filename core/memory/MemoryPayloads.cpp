@@ -1,0 +1,92 @@
+#include "core/memory/MemoryPayloads.h"
+
+#include "core/base/FileDescriptor.h"
+#include "core/base/Files.h"
+#include "core/base/Text.h"
+#include "core/memory/MemoryArchive.h"
+
+#include <cerrno>
+#include <cstring>
+#include <memory>
+#include <vector>
+
+#include <dirent.h>
+#include <fcntl.h>
+#include <sys/stat.h>
+
+namespace tidemark {
+
+namespace {
+
+FileError failure(const std::filesystem::path& path, std::string_view what) {
+    const int code = errno;
+    return {textFromBytes(path.native()) + " " + std::string(what) + ": " + std::strerror(code)
+                + ".",
+            code};
+}
+
+FileDescriptor opened(const std::filesystem::path& folder) {
+    FileDescriptor directory(
+        ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
+    if (!directory)
+        throw failure(folder, "could not be opened");
+    return directory;
+}
+
+/// The names of all entries that are no folders.
+std::vector<std::string> fileNames(const std::filesystem::path& folder, int descriptor) {
+    // The stream closes the descriptor that it is made of.
+    const std::unique_ptr<DIR, int (*)(DIR*)> entries(
+        ::fdopendir(::fcntl(descriptor, F_DUPFD_CLOEXEC, 0)), ::closedir);
+    if (!entries)
+        throw failure(folder, "could not be read");
+    std::vector<std::string> names;
+    errno = 0;
+    while (const dirent* entry = ::readdir(entries.get())) {
+        struct stat status{};
+        if (::fstatat(descriptor, entry->d_name, &status, AT_SYMLINK_NOFOLLOW) == 0
+            && !S_ISDIR(status.st_mode))
+            names.emplace_back(entry->d_name);
+        errno = 0;
+    }
+    if (errno != 0)
+        throw failure(folder, "could not be read");
+    return names;
+}
+
+} // namespace
+
+std::string MemoryPayloads::read(const std::string& name) const {
+    const auto path = folder / name;
+    const FileDescriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOFOLLOW));
+    if (!file)
+        throw failure(path, "could not be read");
+    return readFile(file, path, MemoryArchive::clipByteLimit);
+}
+
+void MemoryPayloads::prepare() const {
+    if (::mkdir(folder.c_str(), 0700) != 0 && errno != EEXIST)
+        throw failure(folder, "could not be created");
+    const auto directory = opened(folder);
+    if (::fchmod(directory.get(), 0700) != 0)
+        throw failure(folder, "could not be made private");
+}
+
+bool MemoryPayloads::contains(const std::string& name) const {
+    struct stat status{};
+    return ::lstat((folder / name).c_str(), &status) == 0 && S_ISREG(status.st_mode);
+}
+
+void MemoryPayloads::write(const std::string& name, std::string_view bytes) const {
+    replaceFile(folder / name, bytes);
+}
+
+void MemoryPayloads::keepOnly(const std::set<std::string>& wanted) const {
+    const auto directory = opened(folder);
+    for (const auto& name : fileNames(folder, directory.get()))
+        if (!wanted.contains(name) && ::unlinkat(directory.get(), name.c_str(), 0) != 0
+            && errno != ENOENT)
+            throw failure(folder / name, "could not be deleted");
+}
+
+} // namespace tidemark

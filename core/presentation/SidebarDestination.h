@@ -1,0 +1,36 @@
+#pragma once
+
+#include "core/base/Uuid.h"
+#include "core/records/EventCategory.h"
+
+#include <set>
+#include <variant>
+
+namespace tidemark {
+
+/// What of the sidebar is selected, as far as it decides which events are shown.
+namespace sidebar {
+
+struct Category {
+    EventCategory category;
+    bool operator==(const Category&) const = default;
+};
+struct Categories {
+    std::set<EventCategory> categories;
+    bool operator==(const Categories&) const = default;
+};
+/// A named snapshot.
+struct OfBaseline {
+    Uuid id;
+    bool operator==(const OfBaseline&) const = default;
+};
+struct Timeline {
+    bool operator==(const Timeline&) const = default;
+};
+
+} // namespace sidebar
+
+using SidebarDestination =
+    std::variant<sidebar::Category, sidebar::Categories, sidebar::OfBaseline, sidebar::Timeline>;
+
+} // namespace tidemark

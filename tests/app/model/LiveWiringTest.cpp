@@ -1,0 +1,143 @@
+#include "app/model/LiveWiring.h"
+
+#include "tests/app/support/Await.h"
+#include "tests/app/support/ManualAppClock.h"
+#include "tests/app/support/MemoryPreferences.h"
+#include "tests/support/TemporaryFolder.h"
+
+#include <gtest/gtest.h>
+
+using namespace tidemark;
+using Kind = SystemActivity::Kind;
+
+namespace {
+
+/// A monitor that writes down what it is told, and records on demand.
+class LoggedMonitor final : public ActivityMonitor {
+public:
+    LoggedMonitor(std::string& log, std::string called) : all(log), name(std::move(called)) {}
+
+    void start(Record to) override {
+        all += name + " ";
+        record = std::move(to);
+    }
+    void stop() override { all += "-" + name + " "; }
+
+    Record record;
+
+private:
+    std::string& all;
+    const std::string name;
+};
+
+struct LiveWiringTest : testing::Test {
+    LiveWiringTest() {
+        live.emplace(LiveWiring::Setup{.activityURL = file,
+                                       .workspaceCenter = workspace,
+                                       .clock = clock,
+                                       .monitors = {&connections, &environment},
+                                       .battery = [this] { return battery; }});
+        model.emplace(preferences, false, std::nullopt, clock.now());
+        live->attach(*model);
+    }
+    void start() {
+        live->startActivityMonitors();
+        test::until([&] { return !log.empty() || model->activityError->has_value(); });
+    }
+    void untilShown(std::size_t count) {
+        test::until([&] { return model->systemActivity().size() == count; });
+    }
+    std::string error() const { return model->activityError->value_or("none"); }
+    static SystemActivity activity() { return SystemActivity::observed(Kind::volumeChanged, {1}); }
+
+    const test::TemporaryFolder folder;
+    const std::filesystem::path file = folder / "data/system-activity.json";
+    test::ManualAppClock clock;
+    test::MemoryPreferences preferences;
+    NotificationCenter workspace;
+    std::optional<BatteryObservation> battery;
+    std::string log;
+    LoggedMonitor connections{log, "connections"};
+    LoggedMonitor environment{log, "environment"};
+    std::optional<LiveWiring> live;
+    std::optional<ModelState> model;
+};
+
+} // namespace
+
+TEST_F(LiveWiringTest, ShowsWhatIsStoredAndWhatComes) {
+    SystemActivityStore(file).append(activity());
+    live->startActivityMonitors();
+    start();
+    EXPECT_EQ(log, "connections environment ");
+    untilShown(1);
+
+    battery = {.externalPower = false, .percentage = 9, .charging = {}, .fullyCharged = {}};
+    clock.advance(60);
+    workspace.post(notification::willSleep);
+    environment.record(activity());
+    untilShown(3);
+    EXPECT_EQ(*model->observationNow, clock.now());
+    EXPECT_EQ(model->systemActivity(), SystemActivityStore::read(file));
+    EXPECT_EQ(model->systemActivity()[1].powerObservation, battery);
+    EXPECT_EQ(error(), "none");
+}
+
+TEST_F(LiveWiringTest, StopsForAPauseAndGoesOnAfterIt) {
+    start();
+    model->recordingMode = RecordingMode::paused;
+    environment.record(activity());
+    live->stop();
+    live->startActivityMonitors();
+    workspace.post(notification::willSleep);
+    test::settle();
+    EXPECT_EQ(log, "connections environment -connections -environment ");
+
+    model->recordingMode = RecordingMode::recording;
+    log.clear();
+    start();
+    EXPECT_EQ(log, "connections environment ");
+    workspace.post(notification::didWake);
+    untilShown(1);
+    EXPECT_FALSE(model->systemActivity().front().observedSession);
+}
+
+TEST_F(LiveWiringTest, StartsNothingOnAFileThatCannotBeRead) {
+    folder.write("data/system-activity.json", "[{}]");
+    start();
+    EXPECT_EQ(error(), "Activity history couldn’t be opened. The existing file has not been "
+                       "replaced.");
+    workspace.post(notification::willSleep);
+    test::settle();
+    EXPECT_EQ(log, "");
+    EXPECT_EQ(test::contents(file), "[{}]");
+}
+
+TEST_F(LiveWiringTest, GoesOnAfterAFailedWrite) {
+    start();
+    folder.write("data", "in the way");
+    connections.record(activity());
+    test::until([&] { return model->activityError->has_value(); });
+    EXPECT_EQ(error(), "Activity history could not be saved. Activity history may be incomplete.");
+    std::filesystem::remove(folder / "data");
+    connections.record(activity());
+    untilShown(1);
+}
+
+TEST_F(LiveWiringTest, RecordsNothingOnceTheControllerIsGone) {
+    start();
+    connections.record(activity());
+    model.reset();
+    connections.record(activity());
+    workspace.post(notification::willSleep);
+    live.reset();
+    // Nor once it is gone itself; what was taken before is there.
+    connections.record(activity());
+    EXPECT_EQ(SystemActivityStore::read(file).size(), 1U);
+}
+
+TEST_F(LiveWiringTest, StartsNoMonitorWhileItEnds) {
+    live->startActivityMonitors();
+    live.reset();
+    EXPECT_EQ(log, "-connections -environment ");
+}

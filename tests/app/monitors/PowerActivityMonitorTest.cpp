@@ -1,0 +1,187 @@
+#include "app/monitors/PowerActivityMonitor.h"
+
+#include "core/base/Error.h"
+#include "tests/app/support/Await.h"
+#include "tests/app/support/ManualAppClock.h"
+#include "tests/support/TemporaryFolder.h"
+
+#include <gtest/gtest.h>
+
+using namespace tidemark;
+using Kind = SystemActivity::Kind;
+
+namespace {
+
+/// A monitor over a real file, told of sleep and wake by hand.
+struct PowerActivityMonitorTest : testing::Test {
+    PowerActivityMonitorTest() { create(); }
+
+    void create() {
+        monitor.reset();
+        monitor.emplace(file, center, clock,
+                        PowerActivityMonitor::Callbacks{
+                            .collectionAllowed = [this] { return allowed; },
+                            .didRecord =
+                                [this](const auto& records) {
+                                    log += std::to_string(records.size()) + " ";
+                                    // Nothing is told before it is on disk.
+                                    EXPECT_GE(stored().size(), records.size());
+                                },
+                            .didFail = [this](const auto&) { log += "failed "; },
+                            .battery = [this] { return battery; },
+                        });
+    }
+    bool start() { return test::await(monitor->start()); }
+    void record(int second) {
+        monitor->record(SystemActivity::observed(Kind::woke, Date{static_cast<double>(second)}));
+    }
+    void expectLog(const std::string& expected) {
+        test::until([&] { return log.size() >= expected.size(); });
+        test::settle();
+        EXPECT_EQ(log, expected);
+        log.clear();
+    }
+    std::vector<SystemActivity> stored() const { return SystemActivityStore::read(file); }
+    /// The times of the stored records.
+    std::string times() const {
+        std::string text;
+        for (const auto& activity : stored())
+            text += std::to_string(static_cast<int>(activity.timestamp.secondsSince2001)) + " ";
+        return text;
+    }
+
+    const test::TemporaryFolder folder;
+    const std::filesystem::path file = folder / "data/system-activity.json";
+    NotificationCenter center;
+    test::ManualAppClock clock;
+    bool allowed = true;
+    std::optional<BatteryObservation> battery;
+    std::string log;
+    std::optional<PowerActivityMonitor> monitor;
+};
+
+} // namespace
+
+TEST_F(PowerActivityMonitorTest, RecordsSleepAndWake) {
+    EXPECT_TRUE(start());
+    EXPECT_FALSE(start());
+    EXPECT_FALSE(std::filesystem::exists(file));
+    battery = {.externalPower = true, .percentage = 80, .charging = {}, .fullyCharged = {}};
+    const Date asleep = clock.now();
+    center.post(notification::willSleep);
+    clock.suspend(3600);
+    battery.reset();
+    center.post(notification::didWake);
+    center.post(notification::willPowerOff);
+    expectLog("1 2 ");
+
+    const auto records = stored();
+    EXPECT_EQ(records, monitor->records());
+    ASSERT_EQ(records.size(), 2U);
+    EXPECT_EQ(records[0].kind, Kind::sleepRequested);
+    EXPECT_EQ(records[0].powerObservation->percentage, 80);
+    EXPECT_EQ(records[1].kind, Kind::woke);
+    EXPECT_EQ(records[1].observedSession->startedAt, asleep);
+    EXPECT_EQ(records[1].observedSession->endedAt, asleep + 3600);
+}
+
+TEST_F(PowerActivityMonitorTest, WritesOneRecordAfterTheOtherInOrder) {
+    start();
+    std::string sizes;
+    std::string expected;
+    for (int i = 1; i <= 30; ++i) {
+        record(i);
+        sizes += std::to_string(i) + " ";
+        expected += std::to_string(i) + " ";
+    }
+    // Nothing has been written on the way: that happens elsewhere.
+    EXPECT_TRUE(monitor->records().empty());
+    expectLog(sizes);
+    EXPECT_EQ(times(), expected);
+}
+
+TEST_F(PowerActivityMonitorTest, TakesNothingThatIsNotAllowed) {
+    start();
+    allowed = false;
+    record(1);
+    center.post(notification::willSleep);
+    allowed = true;
+    center.post(notification::didWake);
+    expectLog("1 ");
+    EXPECT_FALSE(stored().front().observedSession);
+}
+
+TEST_F(PowerActivityMonitorTest, LosesOnlyTheRecordThatCannotBeWritten) {
+    start();
+    folder.write("data", "in the way");
+    record(1);
+    expectLog("failed ");
+    EXPECT_TRUE(monitor->records().empty());
+    std::filesystem::remove(folder / "data");
+    record(2);
+    // A time that no document can hold.
+    monitor->record(SystemActivity::observed(Kind::woke, Date::distantFuture()));
+    record(3);
+    expectLog("1 failed 2 ");
+    EXPECT_EQ(times(), "2 3 ");
+}
+
+TEST_F(PowerActivityMonitorTest, FinishesWhatItTookAndTakesNothingAfterTheStop) {
+    start();
+    center.post(notification::willSleep);
+    record(1);
+    monitor->stop();
+    EXPECT_FALSE(monitor->isStarted());
+    record(2);
+    center.post(notification::didWake);
+    // What is still being written belongs to what the next start reads.
+    EXPECT_TRUE(start());
+    EXPECT_EQ(monitor->records().size(), 2U);
+    center.post(notification::didWake);
+    expectLog("1 2 3 ");
+    EXPECT_FALSE(stored().back().observedSession);
+
+    record(4);
+    record(5);
+    monitor.reset();
+    EXPECT_EQ(stored().size(), 5U);
+    EXPECT_EQ(log, "4 5 ");
+}
+
+TEST_F(PowerActivityMonitorTest, IsStoppedWhileItReads) {
+    auto first = monitor->start();
+    EXPECT_TRUE(monitor->isStarted());
+    monitor->stop();
+    auto second = monitor->start();
+    EXPECT_FALSE(test::await(std::move(first)));
+    EXPECT_TRUE(test::await(std::move(second)));
+    center.post(notification::didWake);
+    expectLog("1 ");
+
+    create();
+    const auto abandoned = monitor->start();
+    monitor.reset();
+    center.post(notification::didWake);
+    expectLog("");
+}
+
+TEST_F(PowerActivityMonitorTest, NeverWritesWhereItCouldNotRead) {
+    const std::string damaged = "[{\"kind\":\"woke\"";
+    folder.write("data/system-activity.json", damaged);
+    EXPECT_THROW(start(), Error);
+    EXPECT_FALSE(monitor->isStarted());
+    record(1);
+    center.post(notification::willSleep);
+    test::settle();
+    monitor.reset();
+    EXPECT_EQ(log, "");
+    EXPECT_EQ(test::contents(file), damaged);
+    EXPECT_EQ(test::namesIn(folder / "data"), "system-activity.json");
+
+    // Once somebody has mended it, it is read again.
+    create();
+    folder.write("data/system-activity.json", "[]");
+    EXPECT_TRUE(start());
+    record(1);
+    expectLog("1 ");
+}

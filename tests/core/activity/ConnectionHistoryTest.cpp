@@ -1,0 +1,133 @@
+#include "core/activity/BluetoothConnectionHistory.h"
+#include "core/activity/NetworkConnectionHistory.h"
+
+#include <gtest/gtest.h>
+
+using namespace tidemark;
+
+namespace {
+
+using Availability = NetworkConnectionState::Availability;
+using Interface = NetworkConnectionState::Interface;
+
+const auto wifi = NetworkConnectionState::make(Availability::available, {Interface::wifi}, false);
+const auto metered = NetworkConnectionState::make(Availability::available, {Interface::wifi}, true);
+const auto none = NetworkConnectionState::make(Availability::unavailable, {Interface::wifi}, false);
+
+constexpr auto address = "00-11";
+
+BluetoothDevice headset(bool connected, const char* name = "Headset") {
+    return {address, name, 4, connected};
+}
+
+/// The change that settles after what the device told at `at`.
+std::optional<BluetoothConnectionChange> changeAfter(BluetoothConnectionHistory& history,
+                                                     const BluetoothDevice& device, double at) {
+    if (!history.receive(device, Date{at}))
+        return std::nullopt;
+    const auto record = history.settle(address, Date{at + BluetoothConnectionHistory::delay});
+    if (!record)
+        return std::nullopt;
+    EXPECT_EQ(record->kind, SystemActivity::Kind::bluetoothChanged);
+    EXPECT_EQ(record->timestamp, Date{at});
+    return record->bluetoothChange;
+}
+
+ObservedSession session(double start, double end) {
+    return {Date{start}, Date{end}, {}, {}};
+}
+
+} // namespace
+
+TEST(NetworkConnectionHistory, TellsOfDifferencesThatLast) {
+    NetworkConnectionHistory history;
+    EXPECT_TRUE(history.receive(wifi, Date{0}));
+    EXPECT_EQ(history.settle(Date{2}), std::nullopt) << "the starting point";
+    EXPECT_TRUE(history.receive(none, Date{10}));
+    EXPECT_TRUE(history.receive(wifi, Date{11}));
+    EXPECT_EQ(history.settle(Date{13}), std::nullopt) << "a moment without a path";
+
+    EXPECT_TRUE(history.receive(metered, Date{20}));
+    EXPECT_FALSE(history.receive(metered, Date{21})) << "a repetition must not restart the wait";
+    EXPECT_EQ(history.settle(Date{21.9}), std::nullopt);
+    const auto record = history.settle(Date{22});
+    ASSERT_TRUE(record);
+    auto expected = SystemActivity::observed(SystemActivity::Kind::networkChanged, Date{20});
+    expected.id = record->id;
+    expected.networkChange = NetworkConnectionChange{wifi, metered};
+    EXPECT_EQ(*record, expected);
+
+    history.reset();
+    EXPECT_TRUE(history.receive(metered, Date{30})) << "after a reset nothing repeats";
+    EXPECT_EQ(history.settle(Date{32}), std::nullopt);
+}
+
+TEST(BluetoothConnectionHistory, TellsOfConnectionsAndHowLongTheyLasted) {
+    BluetoothConnectionHistory history;
+    const BluetoothConnectionChange gone{"Audio / video accessory", {}, "Headset", false};
+    const BluetoothConnectionChange back{"Audio / video accessory", {}, "Headset", true};
+    history.follow(headset(true));
+    EXPECT_EQ(changeAfter(history, headset(true), 0), std::nullopt) << "connected before";
+    EXPECT_EQ(changeAfter(history, headset(false), 10), gone) << "nobody saw it begin";
+    EXPECT_EQ(changeAfter(history, headset(true), 20), back);
+
+    EXPECT_TRUE(history.receive(headset(false), Date{30}));
+    EXPECT_EQ(history.settle(address, Date{34.9}), std::nullopt);
+    EXPECT_EQ(changeAfter(history, headset(true), 34.9), std::nullopt) << "a brief reconnect";
+    auto ended = gone;
+    ended.session = session(20, 60);
+    EXPECT_EQ(changeAfter(history, headset(false), 60), ended);
+    EXPECT_EQ(changeAfter(history, headset(true), 70), back);
+    history.follow(headset(true));
+    EXPECT_EQ(changeAfter(history, headset(false), 80), gone) << "a new start knows no beginning";
+}
+
+TEST(BluetoothConnectionHistory, TakesTheFirstNewsOfANewDeviceForAChange) {
+    for (const bool connected : {true, false}) {
+        BluetoothConnectionHistory history;
+        EXPECT_TRUE(history.receive(headset(connected), Date{0}));
+        // The name and class that count are the last ones told.
+        EXPECT_FALSE(history.receive({address, "Renamed", 0, connected}, Date{1}));
+        const auto record = history.settle(address, Date{5});
+        ASSERT_TRUE(record);
+        EXPECT_EQ(record->bluetoothChange,
+                  (BluetoothConnectionChange{{}, {}, "Renamed", connected}));
+    }
+}
+
+TEST(BluetoothConnectionHistory, ForgetsDevicesThatAreNoLongerPaired) {
+    BluetoothConnectionHistory history;
+    history.follow({"c", "", 0, false});
+    history.follow({"b", "", 0, false});
+    history.receive(headset(true), Date{0});
+    EXPECT_EQ(history.keepOnly({"b", "x"}), (std::vector<std::string>{address, "c"}));
+    EXPECT_EQ(history.settle(address, Date{9}), std::nullopt);
+    EXPECT_FALSE(history.receive({"b", "", 0, false}, Date{9})) << "this one stayed";
+}
+
+TEST(BluetoothDevice, NamesItselfAndItsClass) {
+    const auto nameOf = [](std::string name) {
+        return BluetoothDevice{"", name, 0, {}}.displayName();
+    };
+    EXPECT_EQ(nameOf(" \n\u2003Mouse\r\n"), "Mouse");
+    EXPECT_EQ(nameOf(""), "Bluetooth Device");
+    EXPECT_EQ(nameOf("\t \n"), "Bluetooth Device");
+    EXPECT_EQ(nameOf(" " + std::string(121, 'a')), std::string(120, 'a'));
+    // A letter and its accent are one character.
+    std::string accents;
+    for (int i = 0; i < 120; ++i)
+        accents += "e\u0301";
+    EXPECT_EQ(nameOf(accents + "e\u0301"), accents);
+
+    std::string names;
+    for (std::uint32_t major = 0; major <= 32; ++major)
+        names += BluetoothDevice{"", "", major, {}}.className().value_or("-") + ",";
+    std::string others;
+    for (int i = 10; i <= 32; ++i)
+        others += "-,";
+    EXPECT_EQ(names, "-,Computer,Phone,-,Audio / video accessory,Input accessory,"
+                     "Imaging accessory,Wearable,Toy,Health accessory,"
+                         + others);
+    EXPECT_EQ(BluetoothDevice::majorClassOf(0x240404), 4U) << "a headset";
+    EXPECT_EQ(BluetoothDevice::majorClassOf(0x002540), 5U) << "a keyboard";
+}

@@ -1,0 +1,132 @@
+#include "core/activity/SystemActivityStore.h"
+
+#include "core/base/Files.h"
+#include "core/base/JsonDecoder.h"
+#include "core/base/JsonEncoder.h"
+#include "tests/support/OrdinaryUser.h"
+#include "tests/support/TemporaryFolder.h"
+
+#include <gtest/gtest.h>
+
+using namespace tidemark;
+using test::contents;
+
+namespace {
+
+/// A wake at each second from `first` on.
+std::vector<SystemActivity> wakes(std::size_t count, double first = 0) {
+    std::vector<SystemActivity> records;
+    for (std::size_t i = 0; i < count; ++i)
+        records.push_back(SystemActivity::observed(SystemActivity::Kind::woke,
+                                                   Date{first + static_cast<double>(i)}));
+    return records;
+}
+
+std::string failureOf(const std::filesystem::path& file) {
+    try {
+        SystemActivityStore::read(file);
+        return "none";
+    } catch (const Error& error) {
+        return error.what();
+    }
+}
+
+} // namespace
+
+TEST(SystemActivityStore, WritesACompactArrayThatNobodyElseMayRead) {
+    const test::TemporaryFolder folder;
+    const auto file = folder / "deep/data/system-activity.json";
+    SystemActivityStore store(file);
+    store.load();
+    EXPECT_TRUE(store.records().empty());
+    EXPECT_FALSE(std::filesystem::exists(folder / "deep"));
+
+    auto activity = wakes(1, 0.5).front();
+    activity.id = *Uuid::parse("0A000000-0000-4000-8000-00000000000b");
+    store.append(activity);
+    EXPECT_EQ(contents(file), R"([{"id":"0A000000-0000-4000-8000-00000000000B","timestamp":0.5,)"
+                              R"("kind":"woke"}])");
+    EXPECT_EQ(test::modeOf(file), 0600U);
+    EXPECT_EQ(test::modeOf(folder / "deep/data"), 0700U);
+    EXPECT_EQ(test::modeOf(folder / "deep"), 0700U);
+
+    std::filesystem::permissions(file, std::filesystem::perms(0644));
+    store.append(activity);
+    EXPECT_EQ(test::modeOf(file), 0600U);
+    EXPECT_EQ(SystemActivityStore::read(file).size(), 2U);
+}
+
+TEST(SystemActivityStore, KeepsTheNewestRecords) {
+    const test::TemporaryFolder folder;
+    const auto file = folder.write("system-activity.json", json::encoded(wakes(2500)));
+    const std::string before = contents(file);
+    SystemActivityStore store(file);
+    store.load();
+    ASSERT_EQ(store.records().size(), 2000U);
+    EXPECT_EQ(store.records().front().timestamp, Date{500});
+    EXPECT_EQ(contents(file), before);
+
+    store.append(wakes(1, 9000).front());
+    EXPECT_EQ(store.records().size(), 2000U);
+    EXPECT_EQ(store.records().front().timestamp, Date{501});
+    EXPECT_EQ(store.records().back().timestamp, Date{9000});
+    EXPECT_EQ(SystemActivityStore::read(file), store.records());
+}
+
+TEST(SystemActivityStore, NeverTouchesAFileThatItCannotRead) {
+    const test::TemporaryFolder folder;
+    const std::string good = json::encoded(wakes(2));
+    const std::string texts[] = {
+        "",
+        "{}",
+        "null",
+        good.substr(0, good.size() / 2),
+        good + "x",
+        R"([{"id":"0A000000-0000-4000-8000-00000000000B","timestamp":1,"kind":"teleported"}])",
+        R"([{"id":"0A000000-0000-4000-8000-00000000000B","timestamp":"1","kind":"woke"}])",
+        R"([{"timestamp":1,"kind":"woke"}])",
+        std::string("\0\0\0\0", 4),
+    };
+    for (const auto& text : texts) {
+        const auto file = folder.write("damaged.json", text);
+        EXPECT_TRUE(failureOf(file).starts_with(file.native() + " could not be read: ")) << text;
+        EXPECT_EQ(contents(file), text);
+    }
+    EXPECT_NE(failureOf(folder.makeFolder("folder")), "none");
+    std::filesystem::create_symlink("nowhere", folder / "link");
+    EXPECT_NE(failureOf(folder / "link"), "none");
+
+    const auto secret = folder.write("secret.json", good);
+    std::filesystem::permissions(secret, std::filesystem::perms::none);
+    const test::OrdinaryUser user(folder.path());
+    EXPECT_NE(failureOf(secret), "none");
+}
+
+TEST(SystemActivityStore, ReadsAnEmptyHistoryAndWhatLaterReleasesAdd) {
+    const test::TemporaryFolder folder;
+    EXPECT_EQ(failureOf(folder.write("empty.json", "[]")), "none");
+    const auto records = SystemActivityStore::read(folder.write(
+        "later.json", R"([{"id":"0A000000-0000-4000-8000-00000000000B","timestamp":1,)"
+                      R"("kind":"powerOffRequested","wifiContext":null,"mood":{"a":[1]}}])"));
+    ASSERT_EQ(records.size(), 1U);
+    EXPECT_FALSE(records.front().isTimelineEligible());
+}
+
+TEST(SystemActivityStore, LosesOnlyTheRecordThatCouldNotBeWritten) {
+    const test::TemporaryFolder folder;
+    const auto blocked = folder.write("data", "no folder");
+    SystemActivityStore store(blocked / "system-activity.json");
+    store.load();
+    EXPECT_THROW(store.append(wakes(1, 1).front()), FileError);
+    EXPECT_TRUE(store.records().empty());
+    std::filesystem::remove(blocked);
+    store.append(wakes(1, 2).front());
+    ASSERT_EQ(store.records().size(), 1U);
+
+    // A time that no document can hold: the old document stays, and nothing lies beside it.
+    const std::string before = contents(blocked / "system-activity.json");
+    EXPECT_THROW(store.append(SystemActivity::observed({}, Date::distantFuture())), Error);
+    EXPECT_EQ(contents(blocked / "system-activity.json"), before);
+    EXPECT_EQ(store.records().size(), 1U);
+    EXPECT_EQ(test::namesIn(blocked), "system-activity.json");
+}

@@ -1,0 +1,161 @@
+#include "core/activity/NamedWiFiHistory.h"
+#include "core/activity/WiFiDetails.h"
+#include "core/activity/WiFiLinkHistory.h"
+
+#include <limits>
+
+#include <gtest/gtest.h>
+
+using namespace tidemark;
+
+namespace {
+
+WiFiObservation network(std::optional<std::string> name, std::int64_t channel = 1) {
+    WiFiContext context;
+    context.networkName = std::move(name);
+    context.channel = channel;
+    return {true, context};
+}
+
+const WiFiObservation nameless{true, std::nullopt};
+const WiFiObservation down{false, std::nullopt};
+
+} // namespace
+
+TEST(NamedWiFiHistory, TellsOfTheLinkAndOfItsName) {
+    using Observations = std::vector<std::optional<WiFiObservation>>;
+    struct Case {
+        const char* what;
+        /// Each stands for ten seconds.
+        Observations observations;
+        /// The titles that result.
+        std::string titles;
+    };
+    const std::string left = "Wi-Fi Disconnected@10 ";
+    const std::string changed = "Wi-Fi Network Changed@10 ";
+    const Case cases[] = {
+        {"another channel", {network("A"), network("A", 6)}, ""},
+        {"another network", {network("A"), network("B")}, changed},
+        {"another without names", {network({}), network({}, 6), nameless}, ""},
+        {"down and up", {network("A"), down, network("A")}, left + "Wi-Fi Connected@20 "},
+        {"down without names", {nameless, down, network({})}, left + "Wi-Fi Connected@20 "},
+        {"a name appears", {nameless, network("A"), network("B")}, "Wi-Fi Network Changed@20 "},
+        {"a name vanishes", {network("A"), network({}), down}, "Wi-Fi Disconnected@20 "},
+        {"a gap", {network("A"), std::nullopt, network("B"), down}, "Wi-Fi Disconnected@30 "},
+        {"up at last", {down, network("A")}, "Wi-Fi Connected@10 "},
+    };
+    for (const auto& [what, observations, titles] : cases) {
+        NamedWiFiHistory history;
+        std::string story;
+        for (double time = 0; const auto& observation : observations) {
+            if (history.receive(observation, Date{time}))
+                if (const auto record = history.settle(Date{time + NamedWiFiHistory::delay}))
+                    story += record->title() + "@"
+                             + std::to_string(static_cast<int>(record->timestamp.secondsSince2001))
+                             + " ";
+            time += 10;
+        }
+        EXPECT_EQ(story, titles) << what;
+    }
+}
+
+TEST(NamedWiFiHistory, WaitsAndTellsOfBothNetworks) {
+    NamedWiFiHistory history;
+    EXPECT_FALSE(history.receive(network("A"), Date{0}));
+    EXPECT_TRUE(history.receive(down, Date{10}));
+    EXPECT_TRUE(history.receive(network("A", 6), Date{11}));
+    EXPECT_EQ(history.settle(Date{20}), std::nullopt) << "down for a second";
+
+    EXPECT_TRUE(history.receive(network("B"), Date{20}));
+    EXPECT_FALSE(history.receive(network("B", 6), Date{21}));
+    EXPECT_EQ(history.settle(Date{21.9}), std::nullopt);
+    const auto joined = history.settle(Date{22});
+    ASSERT_TRUE(joined);
+    auto expected = SystemActivity::observed(SystemActivity::Kind::wifiChanged, Date{20});
+    expected.id = joined->id;
+    expected.wifiConnected = true;
+    expected.previousWiFi = network("A").context;
+    expected.wifiContext = network("B").context;
+    EXPECT_EQ(*joined, expected);
+
+    history.receive(down, Date{30});
+    const auto gone = history.settle(Date{32});
+    ASSERT_TRUE(gone);
+    EXPECT_EQ(gone->wifiConnected, false);
+    EXPECT_EQ(gone->previousWiFi, network("B").context);
+    EXPECT_EQ(gone->wifiContext, network("B").context) << "which network was left";
+
+    EXPECT_TRUE(history.receive(network("B"), Date{40}));
+    EXPECT_TRUE(history.receive(std::nullopt, Date{41})) << "the wait is void";
+    EXPECT_EQ(history.settle(Date{50}), std::nullopt);
+
+    // A name that turns up while another change waits takes the place of that change.
+    history.receive(network("B"), Date{60});
+    history.receive(network("C"), Date{70});
+    EXPECT_FALSE(history.receive(network({}), Date{71}));
+    EXPECT_EQ(history.settle(Date{80}), std::nullopt);
+}
+
+TEST(WiFiLinkHistory, TellsOfTheLinkAlone) {
+    WiFiLinkHistory history;
+    EXPECT_TRUE(history.receive(std::nullopt, Date{0}));
+    EXPECT_TRUE(history.receive(true, Date{0}));
+    EXPECT_FALSE(history.receive(true, Date{1}));
+    EXPECT_EQ(history.settle(Date{9}), std::nullopt);
+    EXPECT_TRUE(history.receive(false, Date{10}));
+    EXPECT_EQ(history.settle(Date{11.9}), std::nullopt);
+    const auto record = history.settle(Date{12});
+    ASSERT_TRUE(record);
+    auto expected = SystemActivity::observed(SystemActivity::Kind::wifiChanged, Date{10});
+    expected.id = record->id;
+    expected.wifiConnected = false;
+    EXPECT_EQ(*record, expected);
+    EXPECT_TRUE(history.receive(std::nullopt, Date{20}));
+    EXPECT_TRUE(history.receive(true, Date{21}));
+    EXPECT_EQ(history.settle(Date{30}), std::nullopt) << "a new starting point";
+}
+
+TEST(WiFiDetails, LabelsBandsAndSecurity) {
+    std::string bands;
+    for (int number = -1; number <= 4; ++number)
+        bands += WiFiDetails::bandLabel(number).value_or("-") + ",";
+    EXPECT_EQ(bands, "-,-,2.4 GHz,5 GHz,6 GHz,-,");
+    std::string securities;
+    for (int number = -1; number <= 14; ++number)
+        securities += WiFiDetails::securityLabel(number).value_or("-") + ",";
+    EXPECT_EQ(securities,
+              "-,Open,WEP,WPA Personal,WPA / WPA2 Personal,WPA2 Personal,-,-,WPA Enterprise,"
+              "WPA / WPA2 Enterprise,WPA2 Enterprise,-,WPA3 Personal,WPA3 Enterprise,"
+              "WPA2 / WPA3 Personal,-,");
+    constexpr std::int64_t unknown = std::numeric_limits<std::int64_t>::max();
+    EXPECT_EQ(WiFiDetails::securityLabel(unknown), std::nullopt);
+}
+
+TEST(WiFiDetails, KeepsOnlyWhatSaysSomething) {
+    const WiFiDetails::Reading reading{2, 36, 4, 866.5, -60, "Home"};
+    EXPECT_EQ(WiFiDetails::context(reading, true),
+              (WiFiContext{"Home", "5 GHz", 36, "WPA2 Personal", -60, 866.5}));
+    EXPECT_EQ(WiFiDetails::context(reading, false),
+              (WiFiContext{{}, "5 GHz", 36, "WPA2 Personal", -60, 866.5}));
+    for (const double rate : {0.0, -1.0, std::numeric_limits<double>::infinity(),
+                              std::numeric_limits<double>::quiet_NaN()})
+        EXPECT_EQ(WiFiDetails::context({{}, {}, {}, rate, 0, {}}, true), WiFiContext{}) << rate;
+}
+
+TEST(WiFiDetails, JoinsTheLinksOfAllInterfaces) {
+    using WiFiDetails::Link;
+    struct Case {
+        std::vector<WiFiDetails::Interface> interfaces;
+        std::optional<Link> link;
+    };
+    const Case cases[] = {
+        {{}, {}},
+        {{{"a", false}}, Link{}},
+        {{{"a", {}}}, {}},
+        {{{"a", false}, {"b", {}}}, {}},
+        {{{"a", true}, {"b", false}, {"c", {}}}, Link{true, "a"}},
+        {{{"a", true}, {"b", true}}, Link{true, "b"}},
+    };
+    for (const auto& [interfaces, link] : cases)
+        EXPECT_EQ(WiFiDetails::link(interfaces), link) << interfaces.size();
+}
