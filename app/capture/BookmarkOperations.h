@@ -34,6 +34,9 @@ struct BookmarkOperations {
     static BookmarkOperations direct();
 };
 
+/// What is said of a folder of which nothing is known: it gave no answer, or none in time.
+inline constexpr const char* unansweredFolder = "Folder access was unavailable during the check.";
+
 /// Why a folder can't be opened at this moment, as a sentence; absent when it can. May block for
 /// long on a network volume: never on the main thread.
 std::optional<std::string> directoryAccessFailure(const std::filesystem::path& folder);

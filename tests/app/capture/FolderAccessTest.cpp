@@ -8,13 +8,9 @@
 #include "tests/support/OrdinaryUser.h"
 #include "tests/support/TemporaryFolder.h"
 
-#include <thread>
+#include <set>
 
 #include <gtest/gtest.h>
-#ifdef __linux__
-#include <sched.h>
-#include <sys/mount.h>
-#endif
 
 using namespace tidemark;
 namespace fs = std::filesystem;
@@ -68,12 +64,13 @@ TEST(FolderGrant, ReadsTheRecordsOfEarlierReleases) {
         FolderGrant::decodeList("[{" + id + R"("path":"/Applications","purpose":"applications"},)"
                                 + "{" + id + R"("path":"/x/../home/.Trash/","purposes":[]},)" + "{"
                                 + id + R"("path":"/home/.Trash","purposes":["launchAgents"],)"
-                                + R"("availablePurposes":["launchAgents"],"purpose":"storage"}])");
+                                + R"("availablePurposes":["launchAgents"],"purpose":"new"}])");
     EXPECT_EQ(grants[0].purposes, FolderPurposes{applications});
     EXPECT_EQ(grants[0].availablePurposes, (FolderPurposes{applications, storage}));
     EXPECT_EQ(grants[1].purposes, FolderPurposes{});
     EXPECT_EQ(grants[2].purposes, FolderPurposes{launchAgents});
-    EXPECT_THROW(FolderGrant::decodeList("[{" + id + R"("path":"/Applications"}])"), Error);
+    for (const char* damage : {R"("path":"/Applications"}])", R"("path":"/a","purpose":"new"}])"})
+        EXPECT_THROW(FolderGrant::decodeList("[{" + id + damage), Error);
 
     const auto unified = FolderGrant::unified(grants);
     ASSERT_EQ(unified.size(), 2U);
@@ -198,39 +195,6 @@ TEST_F(FolderAccessTest, AFolderReplacedByALinkIsNotFollowed) {
     EXPECT_EQ(access->grants(), before);
 }
 
-#ifdef __linux__
-TEST(BookmarkOperations, TheEmptyFolderOfAnAbsentVolumeIsNotTheVolume) {
-    const TemporaryFolder folder;
-    const auto place = folder.makeFolder("place");
-    const auto operations = BookmarkOperations::direct();
-    bool canMount = false;
-    // What a thread of its own mounts, nobody else sees.
-    std::thread([&] {
-        canMount = ::unshare(CLONE_NEWNS) == 0
-                   && ::mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0
-                   && ::mount("tidemark", place.c_str(), "tmpfs", 0, nullptr) == 0;
-        if (!canMount)
-            return;
-        const Data bookmark = operations.create(place);
-        EXPECT_EQ(operations.resolve(bookmark).failure, std::nullopt);
-        ::umount(place.c_str());
-        EXPECT_EQ(operations.resolve(bookmark).failure, "Folder does not currently exist.");
-        EXPECT_EQ(bookmarkAccessFailure(operations, bookmark), "Folder does not currently exist.");
-
-        // After a new start of the machine the volume has another number, and a bind mount has
-        // that of the folder above.
-        fs::create_directory(folder / "volume");
-        ::mount((folder / "volume").c_str(), place.c_str(), nullptr, MS_BIND, nullptr);
-        EXPECT_EQ(operations.resolve(bookmark).failure, std::nullopt);
-        EXPECT_TRUE(operations.resolve(bookmark).stale);
-        EXPECT_EQ(bookmarkAccessFailure(operations, bookmark), std::nullopt);
-        ::umount(place.c_str());
-    }).join();
-    if (!canMount)
-        GTEST_SKIP() << "only root may mount";
-}
-#endif
-
 TEST_F(FolderAccessTest, KeepsRealPathsOnceEach) {
     const auto real = folder.makeFolder("real");
     fs::create_directory_symlink(real, folder / "link");
@@ -240,6 +204,15 @@ TEST_F(FolderAccessTest, KeepsRealPathsOnceEach) {
     EXPECT_EQ(access->grants().size(), 2U);
     EXPECT_EQ(access->grants()[0].path, real.native());
     EXPECT_EQ(capture().options.storageRoots, (std::vector{real, odd}));
+}
+
+TEST_F(FolderAccessTest, ALinkIsOfUseByItsOwnNameAsWell) {
+    const auto real = folder.makeFolder("opt/apps");
+    fs::create_directory_symlink(real, folder / "Applications");
+    add(folder / "Applications");
+    EXPECT_EQ(paths(), "apps");
+    EXPECT_EQ(access->grants()[0].purposes, (FolderPurposes{applications, storage}));
+    EXPECT_EQ(access->grants()[0].availablePurposes, (FolderPurposes{applications, storage}));
 }
 
 TEST_F(FolderAccessTest, AddsAllFoldersOrNone) {
@@ -305,6 +278,13 @@ TEST_F(FolderAccessTest, TakesTheSingleStorageSwitchOverOnce) {
     access->setTracking(storage, true, access->grants()[0].id);
     restart();
     EXPECT_EQ(access->grants()[0].purposes, (FolderPurposes{applications, storage}));
+
+    preferences.remove("unifiedFolderTrackingMigrated");
+    preferences.readOnly = true;
+    const int changes = preferences.changes;
+    restart();
+    EXPECT_EQ(access->grants()[0].purposes, FolderPurposes{applications});
+    EXPECT_EQ(preferences.changes, changes) << "who only looks changes nothing";
 }
 
 TEST_F(FolderAccessTest, SaysThatSavedAccessCannotBeRead) {
@@ -337,9 +317,28 @@ TEST_F(FolderAccessTest, EnablesTheRecommendedFoldersThatCanBeRead) {
     EXPECT_EQ(message(), "All selected folders are ready.");
     EXPECT_TRUE(access->messageIsSuccess());
     EXPECT_EQ(paths(), "gone Applications elsewhere .Trash");
+    EXPECT_TRUE(access->isGranted(folder / "elsewhere"));
     const auto once = access->grants();
-    test::await(access->enableReadableRecommended(access->recommendedFolders()));
+    std::multiset<fs::path> asked;
+    test::await(
+        access->enableReadableRecommended(access->recommendedFolders(), [&](const fs::path& path) {
+            asked.insert(path.filename());
+            return true;
+        }));
     EXPECT_EQ(access->grants(), once);
+    EXPECT_EQ(asked, (std::multiset<fs::path>{".Trash", "Applications", "elsewhere", "gone"}));
+    for (const char* name : {"Downloads", "elsewhere"})
+        EXPECT_EQ(access->accessStatus(folder / name), FolderAccess::AccessStatus::readable);
+
+    fs::remove(folder / "elsewhere");
+    folder.write("elsewhere", "");
+    test::await(access->enableReadableRecommended(access->recommendedFolders()));
+    EXPECT_EQ(message(), "Not yet readable: Downloads. Check System Settings or folder "
+                         "permissions.");
+    access->remove(access->grants()[2].id);
+    test::until([&] { return preferences.texts("removedRecommendedPaths").has_value(); });
+    EXPECT_EQ(preferences.texts("removedRecommendedPaths"),
+              std::vector<std::string>{folder / "Downloads"});
 
     test::await(access->enableReadableRecommended(access->recommendedFolders(),
                                                   [](const fs::path&) { return false; }));
@@ -363,6 +362,12 @@ TEST_F(FolderAccessTest, RestoresTheTrashUnlessTheUserRemovedIt) {
     EXPECT_EQ(preferences.texts("removedRecommendedPaths"),
               std::vector<std::string>{folder / ".Trash"});
     EXPECT_FALSE(restore());
+    add(folder / "Downloads");
+    const int changes = preferences.changes;
+    access->remove(access->grants()[0].id);
+    EXPECT_EQ(preferences.changes, changes + 2);
+    preferences.remove("removedRecommendedPaths");
+    preferences.set("removedRecommendedPaths", std::vector<std::string>{folder / ".Trash"});
 
     preferences.set("diskAccessSetupPending", true);
     EXPECT_TRUE(restore());
