@@ -39,10 +39,17 @@ AppModel::AppModel(Setup setup)
       namedSnapshots(modelState, flow, screen, services),
       scheduler(setup.applicationCenter, setup.workspaceCenter,
                 setup.heartbeat ? std::move(setup.heartbeat)
-                                : CaptureScheduler::backgroundHeartbeat(setup.clock)) {}
+                                : CaptureScheduler::backgroundHeartbeat(setup.clock)) {
+    // The user may come back from the system's own settings of access.
+    activation = setup.applicationCenter.observe(notification::applicationDidBecomeActive, [this] {
+        tasks.start(resumePermissionSetupOnActivation());
+    });
+}
 
 AppModel::~AppModel() {
+    activation.remove();
     scheduler.stop();
+    folders.stopWaiting();
     tasks.drain();
 }
 
@@ -148,6 +155,7 @@ void AppModel::stopAutomaticCaptures() {
     modelState.isEnding = true;
     scheduler.stop();
     flow.abandonCapture();
+    folders.stopWaiting();
     if (services.live)
         services.live->stop();
 }

@@ -79,6 +79,10 @@ public:
     QCoro::Task<void> checkRecommendedAccess(FolderAccess::Check check = {}) {
         return folderSetup.checkRecommendedAccess(std::move(check));
     }
+    void openDiskAccessPane(const std::function<bool(const std::string& location)>& open) {
+        folderSetup.openDiskAccessPane(open);
+    }
+    /// Follows each activation of the application.
     QCoro::Task<void> resumePermissionSetupOnActivation(FolderAccess::Check check = {}) {
         return folderSetup.resumeOnActivation(std::move(check));
     }
@@ -117,6 +121,7 @@ private:
     HistoryScreen screen;
     NamedSnapshots namedSnapshots;
     CaptureScheduler scheduler;
+    NotificationCenter::Token activation;
     bool starting = false;
     TaskScope tasks;
 };
