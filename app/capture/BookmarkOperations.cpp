@@ -3,6 +3,7 @@
 #include "core/base/Error.h"
 #include "core/base/JsonDecoder.h"
 #include "core/base/JsonEncoder.h"
+#include "core/system/SystemFacts.h"
 
 #include <cerrno>
 
@@ -18,20 +19,24 @@ struct DirectBookmark {
     Data path;
     std::int64_t device = 0;
     std::int64_t inode = 0;
+    /// The numbers of devices change with each start of the machine and say nothing of this.
+    std::optional<bool> isMountRoot{};
 
     static constexpr auto fields() {
         return std::tuple{
             Field{"path", &DirectBookmark::path},
             Field{"device", &DirectBookmark::device},
             Field{"inode", &DirectBookmark::inode},
+            Field{"isMountRoot", &DirectBookmark::isMountRoot},
         };
     }
 };
 
-/// Empty where nothing can be looked at; `errno` says why.
+/// Empty where nothing can be looked at; `errno` says why. A link is not followed: the user
+/// allowed the folder that was there, and not the one that the link was made to point to.
 std::optional<DirectBookmark> bookmarkOf(const std::filesystem::path& folder) {
     struct stat status{};
-    if (::stat(folder.c_str(), &status) != 0)
+    if (::lstat(folder.c_str(), &status) != 0)
         return std::nullopt;
     if (!S_ISDIR(status.st_mode)) {
         errno = ENOTDIR;
@@ -39,7 +44,8 @@ std::optional<DirectBookmark> bookmarkOf(const std::filesystem::path& folder) {
     }
     return DirectBookmark{{folder.native()},
                           static_cast<std::int64_t>(status.st_dev),
-                          static_cast<std::int64_t>(status.st_ino)};
+                          static_cast<std::int64_t>(status.st_ino),
+                          SystemFacts::isMountRoot(folder)};
 }
 
 std::string accessFailure(int code) {
@@ -66,15 +72,13 @@ Data createDirect(const std::filesystem::path& folder) {
 BookmarkOperations::Resolved resolveDirect(const Data& data) {
     const auto stored = json::decode<DirectBookmark>(data.bytes);
     const std::filesystem::path folder = stored.path.bytes;
-    // Where a link took its place, the folder that was chosen is not there: made anew, the
-    // bookmark would be of wherever the link leads.
-    struct stat status{};
-    if (::lstat(folder.c_str(), &status) == 0 && S_ISLNK(status.st_mode))
-        throw Error("A link has taken the place of the folder.");
     const auto current = bookmarkOf(folder);
-    const bool stale =
-        current && (current->device != stored.device || current->inode != stored.inode);
-    return {folder, stale};
+    if (!current)
+        return {folder, false, accessFailure(errno)};
+    if (stored.isMountRoot == true && current->isMountRoot == false)
+        return {folder, false, accessFailure(ENOENT)};
+    const bool isSame = current->device == stored.device && current->inode == stored.inode;
+    return {folder, !isSame, {}};
 }
 
 } // namespace
@@ -91,6 +95,16 @@ std::optional<std::string> directoryAccessFailure(const std::filesystem::path& f
         return accessFailure(errno);
     ::closedir(directory);
     return std::nullopt;
+}
+
+std::optional<std::string> bookmarkAccessFailure(const BookmarkOperations& operations,
+                                                 const Data& bookmark) {
+    try {
+        const auto resolved = operations.resolve(bookmark);
+        return resolved.failure ? resolved.failure : directoryAccessFailure(resolved.url);
+    } catch (const Error& error) {
+        return error.what();
+    }
 }
 
 } // namespace tidemark

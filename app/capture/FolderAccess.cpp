@@ -1,5 +1,6 @@
 #include "app/capture/FolderAccess.h"
 
+#include "app/base/Background.h"
 #include "app/preferences/PreferenceKeys.h"
 #include "core/base/CanonicalPath.h"
 #include "core/base/Error.h"
@@ -7,6 +8,7 @@
 #include "core/base/Text.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace tidemark {
 
@@ -14,12 +16,17 @@ namespace {
 
 constexpr std::string_view key = preference::observationFolderBookmarks.name;
 
+/// As it is recommended, which may be a link.
+std::string ownPath(const RecommendedFolder& folder) {
+    return textFromBytes(folder.url.native());
+}
+
 } // namespace
 
 FolderAccess::FolderAccess(Preferences& store, BookmarkOperations bookmarks, bool onlyApproved,
-                           std::vector<RecommendedFolder> folders)
+                           std::vector<RecommendedFolder> folders, FolderCalls folderCalls)
     : preferences(store), operations(std::move(bookmarks)), sandboxed(onlyApproved),
-      recommended(std::move(folders)) {
+      recommended(std::move(folders)), calls(std::move(folderCalls)) {
     try {
         load();
     } catch (const Error&) {
@@ -37,21 +44,19 @@ void FolderAccess::load() {
         if (preferences.boolean(preference::storageEnabled.name) == false)
             for (auto& grant : loaded)
                 grant.purposes.erase(FolderPurpose::storage);
-        if (stored)
-            persist(loaded);
-        preferences.set(preference::unifiedFolderTrackingMigrated.name, true);
+        if (!preferences.isReadOnly()) {
+            if (stored)
+                persist(loaded);
+            preferences.set(preference::unifiedFolderTrackingMigrated.name, true);
+        }
     }
     grantList = std::move(loaded);
 }
 
 void FolderAccess::persist(std::vector<FolderGrant> updated) {
-    const auto before = preferences.data(key);
-    if (!preferences.set(key, Data{json::encoded(updated)})) {
-        const auto problem = preferences.problem();
-        // What the user is told was not saved must not be saved along with a later change.
-        before ? preferences.set(key, *before) : preferences.remove(key);
-        throw Error(problem.value_or("The settings can’t be saved."));
-    }
+    // What the user is told was not saved must not be saved along with a later change.
+    if (!preferences.setOrKeep(key, Data{json::encoded(updated)}))
+        throw Error(preferences.problem().value_or("The settings can’t be saved."));
     grantList = std::move(updated);
     Q_EMIT changed();
 }
@@ -85,8 +90,8 @@ const FolderGrant* FolderAccess::find(const Uuid& id) const {
     return found == grantList.end() ? nullptr : &*found;
 }
 
-bool FolderAccess::isGranted(const std::filesystem::path& path) const {
-    return std::ranges::find(grantList, textFromBytes(path.native()), &FolderGrant::path)
+bool FolderAccess::isGranted(const std::filesystem::path& canonical) const {
+    return std::ranges::find(grantList, textFromBytes(canonical.native()), &FolderGrant::path)
            != grantList.end();
 }
 
@@ -124,15 +129,39 @@ void FolderAccess::remove(const Uuid& id) {
         return;
     }
     // So that it is not brought back at the next start.
-    auto removed = read(preferences, preference::removedRecommendedPaths);
-    for (const auto& folder : recommended) {
-        const std::string own = textFromBytes(folder.url.native());
-        const bool same = own == path || textFromBytes(canonicalPath(folder.url).native()) == path;
-        if (same && std::ranges::find(removed, own) == removed.end())
-            removed.push_back(own);
-    }
-    preferences.set(preference::removedRecommendedPaths.name, std::move(removed));
+    const auto same = std::ranges::find(recommended, path, ownPath);
+    if (same != recommended.end())
+        noteRemoved({path});
+    else
+        tasks.start(noteRemovedLink(path));
     report(std::nullopt);
+}
+
+void FolderAccess::noteRemoved(const std::vector<std::string>& paths) {
+    auto removed = read(preferences, preference::removedRecommendedPaths);
+    const auto before = removed.size();
+    for (const auto& path : paths)
+        if (std::ranges::find(removed, path) == removed.end())
+            removed.push_back(path);
+    if (removed.size() != before)
+        preferences.set(preference::removedRecommendedPaths.name, std::move(removed));
+}
+
+QCoro::Task<void> FolderAccess::noteRemovedLink(std::string path) {
+    const auto hold = tasks.hold();
+    // It goes on after a stop: the end of the program must not undo what the user did before.
+    const auto work = [path, folders = recommended, asked = calls](const std::stop_token&) {
+        std::vector<std::string> links;
+        for (const auto& folder : folders) {
+            const auto canonical =
+                asked.answer(folder.url, [url = folder.url] { return canonicalPath(url); }, {});
+            if (canonical && textFromBytes(canonical->native()) == path)
+                links.push_back(ownPath(folder));
+        }
+        return links;
+    };
+    const std::vector<std::string> links = co_await runInBackground(work);
+    noteRemoved(links);
 }
 
 void FolderAccess::completeSetup() {
@@ -141,11 +170,15 @@ void FolderAccess::completeSetup() {
     preferences.set(preference::diskAccessCheckRequested.name, false);
 }
 
+void FolderAccess::stopWaiting() {
+    std::exchange(waits, std::stop_source()).request_stop();
+}
+
 std::vector<RecommendedFolder> FolderAccess::candidates() const {
     const auto removed = read(preferences, preference::removedRecommendedPaths);
     auto folders = recommended;
     std::erase_if(folders, [&](const RecommendedFolder& folder) {
-        return std::ranges::find(removed, textFromBytes(folder.url.native())) != removed.end();
+        return std::ranges::find(removed, ownPath(folder)) != removed.end();
     });
     return folders;
 }

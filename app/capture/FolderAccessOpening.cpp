@@ -1,28 +1,21 @@
-// Where folders are opened and looked at: in the background, with the outcome taken over on the
-// main thread. A grant may be changed or removed in between.
+// Where folders are opened and allowed: in the background, with the outcome taken over on the main
+// thread. A grant may be changed or removed in between.
 
 #include "app/base/Background.h"
 #include "app/capture/FolderAccess.h"
-#include "app/preferences/PreferenceKeys.h"
 #include "core/base/CanonicalPath.h"
 #include "core/base/Error.h"
 #include "core/base/Text.h"
 
+#include <QPointer>
 #include <QScopeGuard>
 #include <algorithm>
-#include <set>
 
 namespace tidemark {
 
 namespace fs = std::filesystem;
 
 namespace {
-
-constexpr const char* unknownFailure = "Folder access was unavailable during the check.";
-
-bool isReadable(const fs::path& folder) {
-    return !directoryAccessFailure(folder);
-}
 
 FolderPurposes effectivePurposes(const FolderGrant& grant, bool measureStorage) {
     auto purposes = grant.purposes;
@@ -51,34 +44,47 @@ struct Roots {
     }
 };
 
+/// A folder to be allowed.
 struct Bookmarked {
     fs::path url;
     Data bookmark;
+    /// As it was named: a link says more of its use than the folder that it leads to.
+    std::vector<fs::path> names{};
+
+    FolderPurposes united(const FolderAccess::PurposesOf& purposesOf) const {
+        auto all = purposesOf(url);
+        for (const auto& name : names)
+            all.merge(purposesOf(name));
+        return all;
+    }
 };
 
-/// Bookmarks of folders, each once, by their real paths.
-std::vector<Bookmarked> bookmarked(const BookmarkOperations& operations,
-                                   const std::vector<fs::path>& urls) {
-    std::vector<Bookmarked> made;
-    for (const auto& given : urls) {
-        const auto url = canonicalPath(given);
-        if (std::ranges::find(made, url, &Bookmarked::url) != made.end())
-            continue;
-        const bool started = operations.start(url);
-        const auto stop = qScopeGuard([&] {
-            if (started)
-                operations.stop(url);
-        });
-        made.push_back({url, operations.create(url)});
-    }
-    return made;
+Bookmarked bookmarked(const BookmarkOperations& operations, const fs::path& given) {
+    const auto url = canonicalPath(given);
+    const bool started = operations.start(url);
+    const auto stop = qScopeGuard([&] {
+        if (started)
+            operations.stop(url);
+    });
+    return {url, operations.create(url), {given}};
 }
 
-std::string join(const std::vector<std::string>& names) {
-    std::string text;
-    for (const auto& name : names)
-        text += (text.empty() ? "" : ", ") + name;
-    return text;
+/// Bookmarks of folders, each once, by their real paths.
+std::vector<Bookmarked> bookmarked(const BookmarkOperations& operations, const FolderCalls& calls,
+                                   const std::vector<fs::path>& urls, const std::stop_token& stop) {
+    std::vector<Bookmarked> made;
+    for (const auto& given : urls) {
+        const auto make = [operations, given] { return bookmarked(operations, given); };
+        auto one = calls.answer(given, make, stop);
+        if (!one)
+            throw Error(unansweredFolder);
+        const auto same = std::ranges::find(made, one->url, &Bookmarked::url);
+        if (same == made.end())
+            made.push_back(*std::move(one));
+        else
+            same->names.push_back(given);
+    }
+    return made;
 }
 
 } // namespace
@@ -103,32 +109,34 @@ struct FolderAccess::Opened {
             return result;
         }
         result.url = resolved.url;
+        result.failure = resolved.failure;
+        if (result.failure)
+            return result;
         if (!operations.start(resolved.url)) {
-            result.failure = directoryAccessFailure(resolved.url).value_or(unknownFailure);
+            result.failure = directoryAccessFailure(resolved.url).value_or(unansweredFolder);
             return result;
         }
         try {
             if (resolved.stale)
                 result.fresh =
-                    Bookmarked{canonicalPath(resolved.url), operations.create(resolved.url)};
+                    Bookmarked{standardizedPath(resolved.url), operations.create(resolved.url)};
         } catch (const Error&) {
             // The old bookmark led here, and will again.
         }
         return result;
     }
-};
 
-/// What came of the check of one folder.
-struct FolderAccess::Tested {
-    std::string title;
-    /// As its status is kept.
-    std::string path;
-    fs::path url;
-    /// Set where it is recommended.
-    bool mayAdd = false;
-    Data bookmark{};
-    fs::path canonical{};
-    std::optional<std::string> failure{};
+    /// The same, as far as the folder answers.
+    static Opened open(const BookmarkOperations& operations, const FolderCalls& calls,
+                       const FolderGrant& grant, const std::stop_token& stop) {
+        const auto attempt = [operations, grant] { return open(operations, grant); };
+        const auto close = [operations](const Opened& late) {
+            if (late.isOpen())
+                operations.stop(*late.url);
+        };
+        return calls.answer(grant.path, attempt, stop, close)
+            .value_or(Opened{grant, grant.path, unansweredFolder, {}});
+    }
 };
 
 void FolderAccess::note(const Opened& opened, std::vector<std::string>& issues) {
@@ -154,13 +162,13 @@ QCoro::Task<FolderCaptureAccess> FolderAccess::beginCapture(bool measureStorage)
     for (const auto& grant : grantList)
         if (!effectivePurposes(grant, measureStorage).empty())
             wanted.push_back(grant);
-    const auto work = [bookmarks = operations, wanted](const std::stop_token&) {
+    const auto work = [bookmarks = operations, asked = calls, wanted](const std::stop_token& stop) {
         std::vector<Opened> all;
         for (const auto& grant : wanted)
-            all.push_back(Opened::open(bookmarks, grant));
+            all.push_back(Opened::open(bookmarks, asked, grant, stop));
         return all;
     };
-    const std::vector<Opened> all = co_await runInBackground(work);
+    const std::vector<Opened> all = co_await runInBackground(work, waits.get_token());
 
     Roots roots;
     std::vector<std::string> issues;
@@ -192,7 +200,7 @@ QCoro::Task<FolderCaptureAccess> FolderAccess::beginCapture(bool measureStorage)
     }
     if (isChanged) {
         try {
-            persist(FolderGrant::unified(std::move(updated)));
+            persist(std::move(updated));
         } catch (const Error&) {
             issues.emplace_back("Updated folder access couldn’t be saved.");
         }
@@ -212,128 +220,52 @@ QCoro::Task<FolderCaptureAccess> FolderAccess::beginCapture(bool measureStorage)
 
 QCoro::Task<void> FolderAccess::add(std::vector<fs::path> urls, PurposesOf purposes) {
     const auto hold = tasks.hold();
-    const auto work = [bookmarks = operations, urls](const std::stop_token&) {
-        return bookmarked(bookmarks, urls);
+    const auto work = [bookmarks = operations, asked = calls, urls](const std::stop_token& stop) {
+        return bookmarked(bookmarks, asked, urls, stop);
     };
-    const std::vector<Bookmarked> made = co_await runInBackground(work);
+    const std::vector<Bookmarked> made = co_await runInBackground(work, waits.get_token());
 
     auto updated = grantList;
-    for (const auto& [url, bookmark] : made) {
-        const std::string path = textFromBytes(url.native());
+    for (const auto& folder : made) {
+        const std::string path = textFromBytes(folder.url.native());
         auto grant = std::ranges::find(updated, path, &FolderGrant::path);
         if (grant == updated.end()) {
-            FolderGrant fresh{Uuid::random(), path, {}, {}, FolderGrant::suggestedPurposes(url)};
+            const auto suggested = folder.united(FolderGrant::suggestedPurposes);
+            FolderGrant fresh{Uuid::random(), path, {}, {}, suggested};
             grant = updated.insert(updated.end(), std::move(fresh));
         }
-        grant->bookmark = bookmark;
-        grant->purposes.merge(purposes(url));
+        grant->bookmark = folder.bookmark;
+        grant->purposes.merge(folder.united(purposes));
         grant->availablePurposes.insert(grant->purposes.begin(), grant->purposes.end());
     }
     persist(std::move(updated));
     report(std::nullopt);
 }
 
-void FolderAccess::note(const std::vector<Tested>& tested) {
-    for (const auto& folder : tested) {
-        statuses[folder.path] = folder.failure ? AccessStatus::unavailable : AccessStatus::readable;
-        failures.erase(folder.path);
-        if (folder.failure)
-            failures[folder.path] = *folder.failure;
+QCoro::Task<bool> FolderAccess::choose(std::optional<FolderPurpose> purpose,
+                                       std::optional<fs::path> suggested, FolderPicker picker) {
+    // Not held in the meantime: a panel stays open for as long as the user likes.
+    const QPointer<FolderAccess> self(this);
+    const auto request = FolderRequest::of(suggested);
+    std::vector<fs::path> urls = co_await picker(request);
+    if (!self || urls.empty())
+        co_return false;
+    if (!std::ranges::all_of(urls, [&](const fs::path& url) { return request.allows(url); })) {
+        report("Please select " + textFromBytes(lastPathComponent(suggested->native()))
+               + ", or deselect that folder from setup. No access was saved for the different "
+                 "folder.");
+        co_return false;
     }
-}
-
-QCoro::Task<void> FolderAccess::enableReadableRecommended(std::vector<RecommendedFolder> folders,
-                                                          Check check) {
-    const auto hold = tasks.hold();
-    if (sandboxed) {
-        report("This edition requires individual folder approval. Full Disk Access does not "
-               "override its sandbox.");
-        co_return;
-    }
-    std::vector<Tested> list;
-    for (const auto& folder : folders)
-        list.push_back({.title = folder.title,
-                        .path = textFromBytes(folder.url.native()),
-                        .url = folder.url,
-                        .mayAdd = true});
-    for (const auto& grant : grantList)
-        if (std::ranges::find(list, grant.path, &Tested::path) == list.end())
-            list.push_back({.title = std::string(lastPathComponent(grant.path)),
-                            .path = grant.path,
-                            .url = grant.path,
-                            .bookmark = grant.bookmark});
-
-    const auto work = [list, bookmarks = operations,
-                       readable = check ? check : isReadable](const std::stop_token&) {
-        auto tested = list;
-        for (auto& folder : tested) {
-            try {
-                // The path of a grant is a text, which not every path on disk is.
-                if (!folder.mayAdd)
-                    folder.url = bookmarks.resolve(folder.bookmark).url;
-            } catch (const Error&) {
-            }
-            folder.canonical = canonicalPath(folder.url);
-            if (!readable(folder.url))
-                folder.failure = directoryAccessFailure(folder.url).value_or(unknownFailure);
-        }
-        return tested;
+    PurposesOf purposesOf = [purpose](const fs::path& path) {
+        return purpose ? FolderPurposes{*purpose} : FolderGrant::suggestedPurposes(path);
     };
-    const std::vector<Tested> tested = co_await runInBackground(work);
-    note(tested);
-
-    std::vector<fs::path> fresh;
-    std::vector<std::string> unreadable;
-    for (const auto& folder : tested) {
-        if (folder.failure)
-            unreadable.push_back(folder.title);
-        else if (folder.mayAdd && !isGranted(folder.canonical))
-            fresh.push_back(folder.url);
-    }
     try {
-        if (!fresh.empty())
-            co_await add(fresh, FolderGrant::suggestedPurposes);
+        co_await add(std::move(urls), std::move(purposesOf));
     } catch (const Error& error) {
-        report("Couldn’t save the readable folder selections. " + std::string(error.what()));
-        co_return;
+        report("Couldn’t remember the selected folders. No new folders were saved. "
+               + std::string(error.what()));
+        co_return false;
     }
-    if (unreadable.empty())
-        report("All selected folders are ready.", true);
-    else
-        report("Not yet readable: " + join(unreadable)
-               + ". Check System Settings or folder permissions.");
-}
-
-QCoro::Task<bool> FolderAccess::restoreRecommendedAccessAfterRestart(Check check) {
-    const auto hold = tasks.hold();
-    const bool isPending = read(preferences, preference::diskAccessSetupPending);
-    if (sandboxed || (!isPending && !read(preferences, preference::folderSetupCompleted)))
-        co_return false;
-    auto folders = candidates();
-    if (isPending) {
-        const auto paths = [this] {
-            std::set<std::string> all;
-            for (const auto& grant : grantList)
-                all.insert(grant.path);
-            return all;
-        };
-        const auto before = paths();
-        co_await enableReadableRecommended(folders, check);
-        co_return paths() != before;
-    }
-
-    std::erase_if(
-        folders, [](const RecommendedFolder& folder) { return folder.url.filename() != ".Trash"; });
-    if (folders.empty() || isGranted(folders.front().url))
-        co_return false;
-    const auto work = [url = folders.front().url,
-                       readable = check ? check : isReadable](const std::stop_token&) {
-        return readable(url) ? std::optional(canonicalPath(url)) : std::nullopt;
-    };
-    const std::optional<fs::path> canonical = co_await runInBackground(work);
-    if (!canonical || isGranted(*canonical))
-        co_return false;
-    co_await enableReadableRecommended(folders, check);
     co_return true;
 }
 

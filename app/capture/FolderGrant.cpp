@@ -16,8 +16,9 @@ struct StoredGrant {
     Data bookmark;
     std::optional<FolderPurposes> purposes;
     std::optional<FolderPurposes> availablePurposes;
-    /// Of earlier releases, where a folder had one purpose.
-    std::optional<FolderPurpose> purpose;
+    /// Of earlier releases, where a folder had one purpose. Any text, since where it is of no use
+    /// it is not to be a fault either.
+    std::optional<std::string> purpose;
 
     static constexpr auto fields() {
         return std::tuple{
@@ -41,12 +42,17 @@ constexpr auto suggestions = std::to_array<Suggestion>({
     {"LaunchDaemons", FolderPurpose::launchDaemons},
 });
 
-FolderGrant converted(StoredGrant stored) {
-    if (!stored.purposes && !stored.purpose)
+FolderPurposes purposesOf(const StoredGrant& stored) {
+    if (stored.purposes)
+        return *stored.purposes;
+    const auto purpose = json::fromRawValue<FolderPurpose>(stored.purpose.value_or(""));
+    if (!purpose)
         throw json::DecodingError("The folder " + stored.path + " has no purpose.");
-    FolderGrant grant{stored.id, std::move(stored.path), std::move(stored.bookmark), {}, {}};
-    grant.purposes =
-        stored.purposes ? *std::move(stored.purposes) : FolderPurposes{*stored.purpose};
+    return {*purpose};
+}
+
+FolderGrant converted(StoredGrant stored) {
+    FolderGrant grant{stored.id, stored.path, std::move(stored.bookmark), purposesOf(stored), {}};
     if (stored.availablePurposes) {
         grant.availablePurposes = *std::move(stored.availablePurposes);
     } else {

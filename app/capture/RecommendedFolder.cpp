@@ -2,8 +2,17 @@
 
 namespace tidemark {
 
+using enum FolderPurpose;
+
 std::vector<RecommendedFolder> RecommendedFolder::current(const std::filesystem::path& home) {
-    using enum FolderPurpose;
+#ifdef __APPLE__
+    return ofMac(home);
+#else
+    return ofLinux(home);
+#endif
+}
+
+std::vector<RecommendedFolder> RecommendedFolder::ofMac(const std::filesystem::path& home) {
     return {
         {"Applications", "/Applications", applications},
         {"Downloads", home / "Downloads", storage},
@@ -12,6 +21,24 @@ std::vector<RecommendedFolder> RecommendedFolder::current(const std::filesystem:
         {"Your background agents", home / "Library/LaunchAgents", launchAgents},
         {"System background agents", "/Library/LaunchAgents", launchAgents},
         {"System background daemons", "/Library/LaunchDaemons", launchDaemons},
+    };
+}
+
+std::vector<RecommendedFolder>
+RecommendedFolder::ofLinux(const std::filesystem::path& home,
+                           const UserFolders::Environment& environment) {
+    const UserFolders::Environment atHome = [&](const char* name) {
+        return std::string_view(name) == "HOME" ? std::optional(home.native()) : environment(name);
+    };
+    const auto folder = [&](const char* kind, const char* usual) {
+        return UserFolders::localized(kind, atHome).value_or(home / usual);
+    };
+    return {
+        {"Downloads", folder("DOWNLOAD", "Downloads"), storage},
+        {"Documents", folder("DOCUMENTS", "Documents"), storage},
+        {"Trash", UserFolders::data(atHome) / "Trash/files", storage},
+        {"Optional software", "/opt", storage},
+        {"Local software", "/usr/local", storage},
     };
 }
 

@@ -2,6 +2,7 @@
 
 #include "app/capture/FolderGrant.h"
 #include "core/system/SystemFacts.h"
+#include "core/system/UserFolders.h"
 
 #include <filesystem>
 #include <string>
@@ -13,11 +14,20 @@ namespace tidemark {
 struct RecommendedFolder {
     std::string title;
     std::filesystem::path url;
+    /// Besides those that its name suggests.
     FolderPurpose purpose = FolderPurpose::storage;
 
-    /// In the order in which they are offered.
+    /// Those of this system, in the order in which they are offered.
     static std::vector<RecommendedFolder>
     current(const std::filesystem::path& home = SystemFacts::homeDirectory());
+
+    static std::vector<RecommendedFolder> ofMac(const std::filesystem::path& home);
+    /// By the folders that the desktop keeps for the user, under whatever names.
+    static std::vector<RecommendedFolder>
+    ofLinux(const std::filesystem::path& home,
+            const UserFolders::Environment& environment = UserFolders::processEnvironment);
+
+    bool operator==(const RecommendedFolder&) const = default;
 };
 
 } // namespace tidemark

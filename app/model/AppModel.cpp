@@ -49,10 +49,16 @@ AppModel::AppModel(Setup setup)
                                 : CaptureScheduler::backgroundHeartbeat(setup.clock)) {
     services.importInitialHistory = [this] { return historyImport.importInitialHistoryIfNeeded(); };
     historyImport.setShowImported([this] { screen.showImported(); });
+    // The user may come back from the system's own settings of access.
+    activation = setup.applicationCenter.observe(notification::applicationDidBecomeActive, [this] {
+        tasks.start(resumePermissionSetupOnActivation());
+    });
 }
 
 AppModel::~AppModel() {
+    activation.remove();
     scheduler.stop();
+    folders.stopWaiting();
     tasks.drain();
 }
 
@@ -159,6 +165,7 @@ void AppModel::stopAutomaticCaptures() {
     modelState.isEnding = true;
     scheduler.stop();
     flow.abandonCapture();
+    folders.stopWaiting();
     if (services.live)
         services.live->stop();
 }

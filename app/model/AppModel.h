@@ -86,6 +86,10 @@ public:
     QCoro::Task<void> checkRecommendedAccess(FolderAccess::Check check = {}) {
         return folderSetup.checkRecommendedAccess(std::move(check));
     }
+    void openDiskAccessPane(const std::function<bool(const std::string& location)>& open) {
+        folderSetup.openDiskAccessPane(open);
+    }
+    /// Follows each activation of the application.
     QCoro::Task<void> resumePermissionSetupOnActivation(FolderAccess::Check check = {}) {
         return folderSetup.resumeOnActivation(std::move(check));
     }
@@ -127,6 +131,7 @@ private:
     NamedSnapshots namedSnapshots;
     HistoryImport historyImport;
     CaptureScheduler scheduler;
+    NotificationCenter::Token activation;
     bool starting = false;
     TaskScope tasks;
 };

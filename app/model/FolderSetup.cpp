@@ -7,6 +7,14 @@
 
 namespace tidemark {
 
+namespace {
+
+constexpr const char* privacyPane =
+    "x-apple.systempreferences:com.apple.preference.security?Privacy_AllFiles";
+constexpr const char* systemSettings = "/System/Applications/System Settings.app";
+
+} // namespace
+
 void FolderSetup::begin() {
     if (!state.isManagingFolders)
         selectionAtOpen = services.folderAccess.selection();
@@ -47,6 +55,13 @@ QCoro::Task<void> FolderSetup::checkRecommendedAccess(FolderAccess::Check check)
     services.preferences.set(preference::diskAccessCheckRequested.name, false);
     co_await services.folderAccess.enableReadableRecommended(
         services.folderAccess.recommendedFolders(), check);
+}
+
+void FolderSetup::openDiskAccessPane(const std::function<bool(const std::string&)>& open) {
+    services.preferences.set(preference::diskAccessSetupPending.name, true);
+    services.preferences.set(preference::diskAccessCheckRequested.name, true);
+    if (!open(privacyPane))
+        open(systemSettings);
 }
 
 QCoro::Task<void> FolderSetup::resumeOnActivation(FolderAccess::Check check) {

@@ -20,6 +20,9 @@ public:
     void complete();
     /// Looks which recommended folders can be read by now.
     QCoro::Task<void> checkRecommendedAccess(FolderAccess::Check check = {});
+    /// Shows where the user may grant access to the whole disk; the check follows when they return.
+    /// `open` shows one location and says whether it could.
+    void openDiskAccessPane(const std::function<bool(const std::string& location)>& open);
     /// The user is back, perhaps from the system's own settings of access.
     QCoro::Task<void> resumeOnActivation(FolderAccess::Check check = {});
 

@@ -11,10 +11,8 @@ constexpr std::string_view modeKey = preference::recordingMode.name;
 } // namespace
 
 void RecordingSwitch::restore() {
-    const auto stored = services.preferences.text(modeKey).value_or("");
-    auto mode = json::fromRawValue<RecordingMode>(stored).value_or(RecordingMode::recording);
-    if (stored == "privateMode")
-        mode = RecordingMode::paused;
+    const auto stored = read(services.preferences, preference::recordingMode);
+    const auto mode = json::fromRawValue<RecordingMode>(stored).value_or(RecordingMode::recording);
     state.recordingMode = mode;
     services.preferences.set(modeKey, std::string(rawValue(mode)));
     services.preferences.remove("privateUntil");

@@ -130,15 +130,16 @@ struct JsonPreferences::Document {
     json root = json::object();
 };
 
-JsonPreferences::JsonPreferences(const std::filesystem::path& file, Clock& clock)
-    : path(canonicalPath(file)), document(std::make_unique<Document>()) {
+JsonPreferences::JsonPreferences(const std::filesystem::path& file, Opening opening, Clock& clock)
+    : path(canonicalPath(file)), purpose(opening), document(std::make_unique<Document>()),
+      writable(opening == Opening::toWrite) {
     try {
         load(clock);
     } catch (const FileError& error) {
         writable = false;
-        loadProblem = "The settings can’t be read, so the defaults hold and changes are lost when "
-                      "Tidemark quits: "
-                      + std::string(error.what());
+        const char* lost = isReadOnly() ? "" : " and changes are lost when Tidemark quits";
+        loadProblem = "The settings can’t be read, so the defaults hold" + std::string(lost) + ": "
+                      + error.what();
     }
 }
 
@@ -149,6 +150,8 @@ void JsonPreferences::load(Clock& clock) {
         return;
     if (auto root = parsed(readFile(path, largestFile)))
         document->root = *std::move(root);
+    else if (isReadOnly())
+        loadProblem = "The settings are damaged, so the defaults hold.";
     else
         setAside(clock);
 }
@@ -204,6 +207,20 @@ bool JsonPreferences::remove(std::string_view key) {
         return true;
     document->root.erase(found);
     return save();
+}
+
+bool JsonPreferences::setOrKeep(std::string_view key, PreferenceValue value) {
+    const std::string name(key);
+    const auto found = document->root.find(name);
+    // Whatever it is, and be it of a type that this release doesn't know.
+    const auto before = found == document->root.end() ? std::nullopt : std::optional<json>(*found);
+    if (set(key, std::move(value)))
+        return true;
+    if (before)
+        document->root[name] = *before;
+    else
+        document->root.erase(name);
+    return false;
 }
 
 bool JsonPreferences::save() {

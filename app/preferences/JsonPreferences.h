@@ -15,8 +15,14 @@ namespace tidemark {
 /// and the defaults hold. One that can't be read, or can't be renamed, is never written.
 class JsonPreferences final : public Preferences {
 public:
-    /// Reads the file, if there is one. A link at `path` is followed, and stays.
-    explicit JsonPreferences(const std::filesystem::path& path, Clock& clock = Clock::system());
+    /// To read leaves all files as they are: for who doesn't hold the lock of the data folder.
+    enum class Opening { toWrite, toRead };
+
+    /// Reads the file, if there is one. A link at `file` is followed, and stays.
+    JsonPreferences(const std::filesystem::path& file, Opening opening,
+                    Clock& clock = Clock::system());
+    explicit JsonPreferences(const std::filesystem::path& file, Clock& clock = Clock::system())
+        : JsonPreferences(file, Opening::toWrite, clock) {}
     ~JsonPreferences() override;
 
     std::optional<bool> boolean(std::string_view key) const override;
@@ -28,6 +34,8 @@ public:
 
     bool set(std::string_view key, PreferenceValue value) override;
     bool remove(std::string_view key) override;
+    bool setOrKeep(std::string_view key, PreferenceValue value) override;
+    bool isReadOnly() const override { return purpose == Opening::toRead; }
     std::optional<std::string> problem() const override;
     bool isStored() const override { return isSaved; }
 
@@ -42,6 +50,7 @@ private:
     std::optional<T> read(std::string_view key) const;
 
     const std::filesystem::path path;
+    const Opening purpose;
     std::unique_ptr<Document> document;
     bool writable = true;
     bool isSaved = true;

@@ -20,7 +20,9 @@ std::string read(const Preferences& preferences, const TextKey& key) {
 }
 
 std::string read(const Preferences& preferences, const ChoiceKey& key) {
-    const auto stored = preferences.text(key.name);
+    auto stored = preferences.text(key.name);
+    if (stored && !stored->empty() && *stored == key.alias.text)
+        stored = key.alias.choice;
     const bool known =
         stored && std::ranges::find(key.choices, std::string_view(*stored)) != key.choices.end();
     return known ? *stored : std::string(key.fallback);

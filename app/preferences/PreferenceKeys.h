@@ -31,7 +31,14 @@ struct NumberKey : PreferenceKey<std::int64_t> {
 struct TextKey : PreferenceKey<std::string_view> {};
 /// Any other text is read as the fallback.
 struct ChoiceKey : PreferenceKey<std::string_view> {
+    /// What an earlier release wrote for one of the choices.
+    struct Alias {
+        std::string_view text;
+        std::string_view choice;
+    };
+
     TextList choices;
+    Alias alias{};
 };
 /// Paths; a relative one of the fallback lies in the home directory.
 struct PathsKey : PreferenceKey<TextList> {};
@@ -68,7 +75,9 @@ inline constexpr std::array<std::string_view, 3> memoryFolders{"Documents", "Des
 
 // Capture.
 inline constexpr ChoiceKey recordingMode{
-    {"recordingMode", "recording", "Whether anything is recorded"}, detail::recordingModes};
+    {"recordingMode", "recording", "Whether anything is recorded"},
+    detail::recordingModes,
+    {"privateMode", "paused"}};
 inline constexpr SwitchKey needsRecordingBaseline{
     {"needsRecordingBaseline", false, "The next capture is not compared with the one before",
      true}};

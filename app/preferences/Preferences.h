@@ -34,7 +34,11 @@ public:
     /// why. Both are true of `remove` as well.
     virtual bool set(std::string_view key, PreferenceValue value) = 0;
     virtual bool remove(std::string_view key) = 0;
+    /// As `set`, but where the value can't be stored the key keeps what it had.
+    virtual bool setOrKeep(std::string_view key, PreferenceValue value) = 0;
 
+    /// Opened by who only looks: nothing is ever stored.
+    virtual bool isReadOnly() const { return false; }
     /// What the user must know of the store, as a sentence: it was damaged and set aside when it
     /// was opened, or can't be written at present.
     virtual std::optional<std::string> problem() const { return std::nullopt; }

@@ -20,6 +20,13 @@ struct Line {
     bool isMonitored = false;
     std::string words;
     fs::path path;
+    /// Of a monitored folder.
+    Data bookmark{};
+
+    std::optional<std::string> failure() const {
+        return isMonitored ? bookmarkAccessFailure(BookmarkOperations::direct(), bookmark)
+                           : directoryAccessFailure(path);
+    }
 };
 
 std::string joined(const FolderPurposes& purposes) {
@@ -33,7 +40,7 @@ std::vector<Line> linesOf(const FolderAccess& folders) {
     std::vector<Line> lines;
     for (const auto& grant : folders.grants())
         lines.push_back({true, oneLine(grant.path) + "  for " + joined(grant.purposes) + "; ",
-                         fs::path(grant.path)});
+                         fs::path(grant.path), grant.bookmark});
     for (const auto& folder : folders.recommendedFolders())
         lines.push_back(
             {false,
@@ -53,8 +60,7 @@ std::string withAccess(const std::vector<Line>& lines, const std::stop_token& st
             continue;
         if (line.isMonitored)
             monitored.insert(line.path);
-        groups[line.isMonitored] +=
-            "  " + line.words + directoryAccessFailure(line.path).value_or("readable") + "\n";
+        groups[line.isMonitored] += "  " + line.words + line.failure().value_or("readable") + "\n";
     }
     const auto shown = [&](bool group) {
         return groups[group].empty() ? "  none\n" : groups[group];

@@ -134,7 +134,7 @@ QCoro::Task<std::string> carryOut(CommandContext context) {
 }
 
 std::string read(const RecorderPlaces& places, const RecorderArguments& arguments, bool colour) {
-    JsonPreferences preferences(places.settings);
+    JsonPreferences preferences(places.settings, JsonPreferences::Opening::toRead);
     if (const auto* answer = find(answers, arguments.command))
         return answer->text(preferences, arguments);
     if (const auto command = historyCommands::find(arguments.command))

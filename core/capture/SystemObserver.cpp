@@ -30,7 +30,9 @@ constexpr const char* bundleNote =
     "Last-measured sizes may have different dates; unfinished bundles do not contribute a size.";
 
 std::string nameOf(const fs::path& root) {
-    return textFromBytes(lastPathComponent(root.native()));
+    const std::string_view name = lastPathComponent(root.native());
+    // "files" tells nobody that it is the trash.
+    return isTrashPath(root.native()) && name != ".Trash" ? "Trash" : textFromBytes(name);
 }
 
 std::string storageIssue(const fs::path& root, std::string_view rest) {

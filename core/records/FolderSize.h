@@ -11,9 +11,10 @@
 
 namespace tidemark {
 
-/// True for a path whose last component is exactly ".Trash".
+/// True for a folder of what the user threw away: one named exactly ".Trash", or the "files" of a
+/// "Trash", as desktops by freedesktop.org keep it.
 inline bool isTrashPath(std::string_view path) {
-    return lastPathComponent(path) == ".Trash";
+    return lastPathComponent(path) == ".Trash" || path.ends_with("/Trash/files");
 }
 
 /// One measured folder. Sizes are bytes.

@@ -30,6 +30,9 @@ struct VolumeSpace {
 };
 VolumeSpace volumeSpace(const std::filesystem::path& path);
 
+/// Whether `path` is the place where a volume is mounted. Absent when the path can't be reached.
+std::optional<bool> isMountRoot(const std::filesystem::path& path);
+
 /// What is known of the volume that holds `path`, named by the last component of `path` where it
 /// has no name of its own. Absent when the path can't be reached.
 std::optional<VolumeContext> readVolumeContext(const std::filesystem::path& path);

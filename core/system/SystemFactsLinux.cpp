@@ -162,6 +162,15 @@ VolumeSpace volumeSpace(const fs::path& path) {
     return space;
 }
 
+std::optional<bool> isMountRoot(const fs::path& path) {
+    struct statx status{};
+    // Knows bind mounts too, whose device is that of the folder above.
+    if (::statx(AT_FDCWD, path.c_str(), AT_SYMLINK_NOFOLLOW | AT_NO_AUTOMOUNT, 0, &status) != 0
+        || (status.stx_attributes_mask & STATX_ATTR_MOUNT_ROOT) == 0)
+        return std::nullopt;
+    return (status.stx_attributes & STATX_ATTR_MOUNT_ROOT) != 0;
+}
+
 std::optional<VolumeContext> readVolumeContext(const fs::path& path) {
     struct statvfs status{};
     if (::statvfs(path.c_str(), &status) != 0)

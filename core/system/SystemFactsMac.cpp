@@ -75,7 +75,7 @@ public:
         const Owned<CFTypeRef> value(copy(key));
         if (!value.get() || CFGetTypeID(value.get()) != CFBooleanGetTypeID())
             return std::nullopt;
-        return CFBooleanGetValue(static_cast<CFBooleanRef>(value.get()));
+        return CFBooleanGetValue(static_cast<CFBooleanRef>(value.get())) != 0;
     }
 
 private:
@@ -105,6 +105,10 @@ VolumeSpace volumeSpace(const std::filesystem::path& path) {
     const VolumeValues values(path);
     return {values.number(kCFURLVolumeAvailableCapacityKey),
             values.text(kCFURLVolumeUUIDStringKey)};
+}
+
+std::optional<bool> isMountRoot(const std::filesystem::path& path) {
+    return VolumeValues(path).flag(kCFURLIsVolumeKey);
 }
 
 std::optional<VolumeContext> readVolumeContext(const std::filesystem::path& path) {

@@ -1,9 +1,12 @@
 #include "core/system/UserFolders.h"
 
+#include "core/base/Files.h"
 #include "core/base/PrivateFolder.h"
 #include "core/system/SystemFacts.h"
 
+#include <algorithm>
 #include <cstdlib>
+#include <sstream>
 
 #include <unistd.h>
 
@@ -30,6 +33,68 @@ std::filesystem::path home(const Environment& environment) {
     return folder(environment, "HOME").value_or(SystemFacts::homeDirectory());
 }
 
+constexpr std::size_t largestUserDirs = 64 * 1024;
+
+std::string_view withoutBlanks(std::string_view text) {
+    text.remove_prefix(std::min(text.find_first_not_of(" \t"), text.size()));
+    return text;
+}
+
+/// What stands between the quotes of `NAME="value"`, as written; absent on any other line.
+std::optional<std::string_view> quotedValue(std::string_view line, std::string_view name) {
+    line = withoutBlanks(line);
+    if (!line.starts_with(name))
+        return std::nullopt;
+    line = withoutBlanks(line.substr(name.size()));
+    if (!line.starts_with('='))
+        return std::nullopt;
+    line = withoutBlanks(line.substr(1));
+    if (!line.starts_with('"'))
+        return std::nullopt;
+    line.remove_prefix(1);
+    for (std::size_t i = 0; i < line.size(); ++i) {
+        if (line[i] == '"')
+            return line.substr(0, i);
+        if (line[i] == '\\')
+            ++i;
+    }
+    return std::nullopt;
+}
+
+std::string withoutBackslashes(std::string_view text) {
+    std::string plain;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        if (text[i] == '\\' && i + 1 < text.size())
+            ++i;
+        plain += text[i];
+    }
+    return plain;
+}
+
+/// The path that a value stands for: an absolute one, or one that starts with "$HOME".
+std::optional<std::filesystem::path> pathOf(std::string_view value,
+                                            const std::filesystem::path& home) {
+    constexpr std::string_view homeVariable = "$HOME";
+    const bool isInHome = value.starts_with(homeVariable);
+    if (isInHome)
+        value.remove_prefix(homeVariable.size());
+    if (!value.empty() && value.front() != '/')
+        return std::nullopt;
+    auto path = std::filesystem::path((isInHome ? home.native() : "") + withoutBackslashes(value))
+                    .lexically_normal();
+    if (path.has_relative_path() && !path.has_filename())
+        path = path.parent_path();
+    return path.empty() || path == home.lexically_normal() ? std::nullopt : std::optional(path);
+}
+
+std::string userDirs(const Environment& environment) {
+    try {
+        return readFile(configuration(environment) / "user-dirs.dirs", largestUserDirs);
+    } catch (const FileError&) {
+        return {};
+    }
+}
+
 } // namespace
 
 std::optional<std::string> processEnvironment(const char* name) {
@@ -44,6 +109,18 @@ std::filesystem::path data(const Environment& environment) {
 std::filesystem::path configuration(const Environment& environment) {
     return folder(environment, "XDG_CONFIG_HOME")
         .value_or(home(environment) / configurationBelowHome);
+}
+
+std::optional<std::filesystem::path> localized(std::string_view kind,
+                                               const Environment& environment) {
+    const std::string variable = "XDG_" + std::string(kind) + "_DIR";
+    std::optional<std::filesystem::path> path;
+    std::istringstream lines(userDirs(environment));
+    // It is read by shells as well, where the last line holds.
+    for (std::string line; std::getline(lines, line);)
+        if (const auto value = quotedValue(line, variable))
+            path = pathOf(*value, home(environment));
+    return path;
 }
 
 std::filesystem::path runtime(const Environment& environment,

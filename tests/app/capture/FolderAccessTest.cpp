@@ -8,6 +8,8 @@
 #include "tests/support/OrdinaryUser.h"
 #include "tests/support/TemporaryFolder.h"
 
+#include <set>
+
 #include <gtest/gtest.h>
 
 using namespace tidemark;
@@ -62,12 +64,13 @@ TEST(FolderGrant, ReadsTheRecordsOfEarlierReleases) {
         FolderGrant::decodeList("[{" + id + R"("path":"/Applications","purpose":"applications"},)"
                                 + "{" + id + R"("path":"/x/../home/.Trash/","purposes":[]},)" + "{"
                                 + id + R"("path":"/home/.Trash","purposes":["launchAgents"],)"
-                                + R"("availablePurposes":["launchAgents"],"purpose":"storage"}])");
+                                + R"("availablePurposes":["launchAgents"],"purpose":"new"}])");
     EXPECT_EQ(grants[0].purposes, FolderPurposes{applications});
     EXPECT_EQ(grants[0].availablePurposes, (FolderPurposes{applications, storage}));
     EXPECT_EQ(grants[1].purposes, FolderPurposes{});
     EXPECT_EQ(grants[2].purposes, FolderPurposes{launchAgents});
-    EXPECT_THROW(FolderGrant::decodeList("[{" + id + R"("path":"/Applications"}])"), Error);
+    for (const char* damage : {R"("path":"/Applications"}])", R"("path":"/a","purpose":"new"}])"})
+        EXPECT_THROW(FolderGrant::decodeList("[{" + id + damage), Error);
 
     const auto unified = FolderGrant::unified(grants);
     ASSERT_EQ(unified.size(), 2U);
@@ -173,27 +176,22 @@ TEST_F(FolderAccessTest, RenewsStaleBookmarksWithOneWrite) {
     capture();
     EXPECT_EQ(preferences.changes, changes + 1);
 
-    fs::remove(folder / "b");
-    fs::rename(folder / "old-b", folder / "b");
+    fs::rename(folder / "b", folder / "older-b");
+    folder.makeFolder("b");
     preferences.refuses = true;
     const auto unsaved = capture();
     EXPECT_EQ(unsaved.options.storageRoots.size(), 2U);
     EXPECT_EQ(unsaved.issues.front(), "Updated folder access couldn’t be saved.");
 }
 
-TEST_F(FolderAccessTest, DoesNotFollowALinkThatTookThePlaceOfAFolder) {
-    const auto place = folder.makeFolder("place");
-    add(place);
+TEST_F(FolderAccessTest, AFolderReplacedByALinkIsNotFollowed) {
+    add(folder.makeFolder("a"));
+    add(folder.makeFolder("b"));
     const auto before = access->grants();
-    fs::rename(place, folder / "kept");
-    fs::create_directory_symlink(folder.makeFolder("elsewhere"), place);
-    const auto linked = capture();
-    EXPECT_TRUE(linked.options.storageRoots.empty());
-    EXPECT_EQ(linked.issues.front(), "Couldn’t restore access to " + place.native()
-                                         + ". Choose the folder again in Settings.");
-    fs::remove(place);
-    fs::rename(folder / "kept", place);
-    EXPECT_EQ(capture().options.storageRoots, std::vector{place});
+    fs::remove(folder / "b");
+    fs::create_directory_symlink(folder / "a", folder / "b");
+    EXPECT_EQ(capture().options.storageRoots, std::vector{folder / "a"});
+    EXPECT_EQ(access->accessFailure(folder / "b"), "This location is not a folder.");
     EXPECT_EQ(access->grants(), before);
 }
 
@@ -206,6 +204,15 @@ TEST_F(FolderAccessTest, KeepsRealPathsOnceEach) {
     EXPECT_EQ(access->grants().size(), 2U);
     EXPECT_EQ(access->grants()[0].path, real.native());
     EXPECT_EQ(capture().options.storageRoots, (std::vector{real, odd}));
+}
+
+TEST_F(FolderAccessTest, ALinkIsOfUseByItsOwnNameAsWell) {
+    const auto real = folder.makeFolder("opt/apps");
+    fs::create_directory_symlink(real, folder / "Applications");
+    add(folder / "Applications");
+    EXPECT_EQ(paths(), "apps");
+    EXPECT_EQ(access->grants()[0].purposes, (FolderPurposes{applications, storage}));
+    EXPECT_EQ(access->grants()[0].availablePurposes, (FolderPurposes{applications, storage}));
 }
 
 TEST_F(FolderAccessTest, AddsAllFoldersOrNone) {
@@ -271,6 +278,13 @@ TEST_F(FolderAccessTest, TakesTheSingleStorageSwitchOverOnce) {
     access->setTracking(storage, true, access->grants()[0].id);
     restart();
     EXPECT_EQ(access->grants()[0].purposes, (FolderPurposes{applications, storage}));
+
+    preferences.remove("unifiedFolderTrackingMigrated");
+    preferences.readOnly = true;
+    const int changes = preferences.changes;
+    restart();
+    EXPECT_EQ(access->grants()[0].purposes, FolderPurposes{applications});
+    EXPECT_EQ(preferences.changes, changes) << "who only looks changes nothing";
 }
 
 TEST_F(FolderAccessTest, SaysThatSavedAccessCannotBeRead) {
@@ -303,9 +317,28 @@ TEST_F(FolderAccessTest, EnablesTheRecommendedFoldersThatCanBeRead) {
     EXPECT_EQ(message(), "All selected folders are ready.");
     EXPECT_TRUE(access->messageIsSuccess());
     EXPECT_EQ(paths(), "gone Applications elsewhere .Trash");
+    EXPECT_TRUE(access->isGranted(folder / "elsewhere"));
     const auto once = access->grants();
-    test::await(access->enableReadableRecommended(access->recommendedFolders()));
+    std::multiset<fs::path> asked;
+    test::await(
+        access->enableReadableRecommended(access->recommendedFolders(), [&](const fs::path& path) {
+            asked.insert(path.filename());
+            return true;
+        }));
     EXPECT_EQ(access->grants(), once);
+    EXPECT_EQ(asked, (std::multiset<fs::path>{".Trash", "Applications", "elsewhere", "gone"}));
+    for (const char* name : {"Downloads", "elsewhere"})
+        EXPECT_EQ(access->accessStatus(folder / name), FolderAccess::AccessStatus::readable);
+
+    fs::remove(folder / "elsewhere");
+    folder.write("elsewhere", "");
+    test::await(access->enableReadableRecommended(access->recommendedFolders()));
+    EXPECT_EQ(message(), "Not yet readable: Downloads. Check System Settings or folder "
+                         "permissions.");
+    access->remove(access->grants()[2].id);
+    test::until([&] { return preferences.texts("removedRecommendedPaths").has_value(); });
+    EXPECT_EQ(preferences.texts("removedRecommendedPaths"),
+              std::vector<std::string>{folder / "Downloads"});
 
     test::await(access->enableReadableRecommended(access->recommendedFolders(),
                                                   [](const fs::path&) { return false; }));
@@ -329,6 +362,11 @@ TEST_F(FolderAccessTest, RestoresTheTrashUnlessTheUserRemovedIt) {
     EXPECT_EQ(preferences.texts("removedRecommendedPaths"),
               std::vector<std::string>{folder / ".Trash"});
     EXPECT_FALSE(restore());
+    add(folder.makeFolder("plain"));
+    const int changes = preferences.changes;
+    access->remove(access->grants()[0].id);
+    restart();
+    EXPECT_EQ(preferences.changes, changes + 1) << "nobody recommended that one";
 
     preferences.set("diskAccessSetupPending", true);
     EXPECT_TRUE(restore());

@@ -171,6 +171,25 @@ TEST_F(AppModelTest, PicksUpAccessThatTheUserGrantedMeanwhile) {
     EXPECT_EQ(preferences.boolean("diskAccessCheckRequested"), false);
 }
 
+TEST_F(AppModelTest, ChecksAgainWhenTheUserReturnsFromTheSystemsSettings) {
+    start();
+    std::vector<std::string> locations;
+    model->openDiskAccessPane([&](const std::string& location) {
+        locations.push_back(location);
+        return false;
+    });
+    EXPECT_EQ(locations.size(), 2U);
+    EXPECT_EQ(locations.back(), "/System/Applications/System Settings.app");
+    EXPECT_EQ(preferences.boolean("diskAccessSetupPending"), true);
+    EXPECT_EQ(preferences.boolean("diskAccessCheckRequested"), true);
+
+    folder.makeFolder(".Trash");
+    application.post(notification::applicationDidBecomeActive);
+    test::until([&] { return !!state().folderManagerPresented; });
+    EXPECT_EQ(preferences.boolean("diskAccessCheckRequested"), false);
+    EXPECT_EQ(model->folderAccess().grants().size(), 1U);
+}
+
 TEST_F(AppModelTest, TheSchedulerMakesUpForWhatWasMissedOnce) {
     start();
     clock.advance(1740);

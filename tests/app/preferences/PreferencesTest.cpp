@@ -124,6 +124,44 @@ TEST(JsonPreferences, KeepsAChangeThatCouldNotBeStoredUntilTheNextOne) {
     EXPECT_EQ(JsonPreferences(file).boolean("a"), true);
 }
 
+TEST(JsonPreferences, KeepsWhateverStoodThereWhenAValueCannotReplaceIt) {
+    const TemporaryFolder folder;
+    const auto file = folder.write("config/settings.json", R"({"odd": [1, {"x": null}]})");
+    JsonPreferences preferences(file);
+    std::filesystem::remove_all(folder / "config");
+    folder.write("config", "");
+    EXPECT_FALSE(preferences.setOrKeep("odd", true));
+    EXPECT_FALSE(preferences.setOrKeep("new", true));
+    EXPECT_EQ(preferences.boolean("odd"), std::nullopt);
+    EXPECT_EQ(preferences.boolean("new"), std::nullopt);
+    std::filesystem::remove(folder / "config");
+    EXPECT_TRUE(preferences.setOrKeep("other", true));
+    const std::string after = test::contents(file);
+    EXPECT_NE(after.find("\"x\": null"), std::string::npos);
+    EXPECT_EQ(after.find("new"), std::string::npos);
+}
+
+TEST(JsonPreferences, OnesToReadLeaveEveryFileAsItIs) {
+    using enum JsonPreferences::Opening;
+    for (const char* bytes : {"{\"a\": 1}", "{\"a\": tr"}) {
+        const TemporaryFolder folder;
+        const auto file = folder.write("settings.json", bytes);
+        JsonPreferences preferences(file, toRead);
+        const bool isDamaged = !preferences.integer("a");
+        EXPECT_EQ(preferences.problem(),
+                  isDamaged ? std::optional<std::string>(
+                                  "The settings are damaged, so the defaults hold.")
+                            : std::nullopt);
+        EXPECT_FALSE(preferences.set("a", true));
+        EXPECT_EQ(preferences.boolean("a"), true);
+        EXPECT_EQ(test::contents(file), bytes);
+        EXPECT_EQ(test::namesIn(folder.path()), "settings.json");
+    }
+    const TemporaryFolder folder;
+    JsonPreferences(folder / "none/settings.json", toRead).set("a", true);
+    EXPECT_EQ(test::namesIn(folder.path()), "");
+}
+
 TEST(JsonPreferences, WritesThroughALink) {
     const TemporaryFolder folder;
     const auto real = folder.write("dotfiles/settings.json", "{}");
@@ -151,6 +189,10 @@ TEST(PreferenceKeys, HoldStoredValuesToWhatIsAllowed) {
     EXPECT_EQ(read(preferences, preference::captureSchedule), "halfHourly");
     preferences.set("captureSchedule", std::string("daily"));
     EXPECT_EQ(read(preferences, preference::captureSchedule), "daily");
+    preferences.set("recordingMode", std::string("privateMode"));
+    EXPECT_EQ(read(preferences, preference::recordingMode), "paused");
+    preferences.set("recordingMode", std::string());
+    EXPECT_EQ(read(preferences, preference::recordingMode), "recording");
 }
 
 TEST(PreferenceKeys, AreListedOnceWithAnAllowedDefault) {

@@ -32,6 +32,13 @@ public:
         values.erase(std::string(key));
         return !refuses;
     }
+    bool setOrKeep(std::string_view key, PreferenceValue value) override {
+        ++changes;
+        if (!refuses)
+            values.insert_or_assign(std::string(key), std::move(value));
+        return !refuses;
+    }
+    bool isReadOnly() const override { return readOnly; }
     std::optional<std::string> problem() const override {
         return refuses ? std::optional<std::string>("The disk is full.") : std::nullopt;
     }
@@ -41,6 +48,7 @@ public:
     int changes = 0;
     /// Nothing can be stored.
     bool refuses = false;
+    bool readOnly = false;
 
 private:
     template <class T>

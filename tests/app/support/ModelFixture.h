@@ -49,6 +49,7 @@ struct ModelFixture : testing::Test {
                                       .clock = clock,
                                       .bookmarks = bookmarks,
                                       .home = folder.path(),
+                                      .recommended = RecommendedFolder::ofMac(folder.path()),
                                       .observe =
                                           [this](ObservationOptions options, std::stop_token stop) {
                                               return observe(std::move(options), std::move(stop));

@@ -120,6 +120,14 @@ TEST_F(Observer, TakesRootsShortestFirstAndApplicationsLast) {
     EXPECT_TRUE(snapshot.freeBytes && snapshot.volumeContext);
 }
 
+TEST_F(Observer, CallsTheTrashOfADesktopByItsName) {
+    measure({"share/Trash/files"});
+    const Snapshot snapshot = capture(&scanner);
+    EXPECT_EQ(phases.at(1), "Scanning Trash…");
+    EXPECT_EQ(timings(snapshot).at(1), "Trash +");
+    EXPECT_EQ(snapshot.folderStorage->at(0).name, "Trash");
+}
+
 TEST_F(Observer, WithoutAScannerWalksEachRootWhole) {
     writeBundle("Applications/One.app");
     folder.write("a/sub/file", "12345");

@@ -76,12 +76,16 @@ TEST_F(FolderCollection, ListsFilesNowAndMeasuresSubfolders) {
 }
 
 TEST_F(FolderCollection, ATrashWithOnlyAFileManagersFileIsEmpty) {
-    folder.write(".Trash/.DS_Store", "123");
-    const auto report = scanner.collectFolder(folder / ".Trash", 10);
-    EXPECT_EQ(report.name, "Trash");
-    EXPECT_EQ(report.itemCount, 0);
-    EXPECT_EQ(report.folderSize().value().breakdown, Sizes{});
-    EXPECT_TRUE(report.folderSize().value().isTrash());
+    for (const std::string trash : {".Trash", "Trash/files"}) {
+        folder.write(trash + "/.DS_Store", "123");
+        const auto report = scanner.collectFolder(folder / trash, 10);
+        EXPECT_EQ(report.name, "Trash");
+        EXPECT_EQ(report.itemCount, 0);
+        EXPECT_EQ(report.folderSize().value().breakdown, Sizes{});
+        EXPECT_TRUE(report.folderSize().value().isTrash());
+    }
+    for (const char* other : {"/h/Trash", "/h/files", "/h/MyTrash/files", "/h/Trash/files/a", ""})
+        EXPECT_FALSE(isTrashPath(other)) << other;
 }
 
 TEST_F(FolderCollection, AListingIsWholeOrAFailure) {

@@ -47,6 +47,36 @@ TEST(UserFolders, FollowTheVariablesThatAreAbsolutePaths) {
 }
 #endif
 
+TEST(UserFolders, KnowsTheFoldersOfTheDesktopByTheirLocalNames) {
+    const struct {
+        const char* lines;
+        std::optional<std::string> found;
+    } cases[] = {
+        {"XDG_DOWNLOAD_DIR=\"$HOME/Téléchargements\"", "/h/Téléchargements"},
+        {"# XDG_DOWNLOAD_DIR=\"/no\"\n\t XDG_DOWNLOAD_DIR = \"/a b/\" # yes\r", "/a b"},
+        {"XDG_DOWNLOAD_DIR=\"/first\"\nXDG_DOWNLOAD_DIR=\"/last\"", "/last"},
+        {R"(XDG_DOWNLOAD_DIR="$HOME/a\"b\\c\$d")", "/h/a\"b\\c$d"},
+        {"XDG_DOWNLOAD_DIR=\"$HOME\"", std::nullopt},
+        {"XDG_DOWNLOAD_DIR=\"$HOME/\"", std::nullopt},
+        {"XDG_DOWNLOAD_DIR=\"/h/./\"", std::nullopt},
+        {"XDG_DOWNLOAD_DIR=\"$HOMES/a\"", std::nullopt},
+        {"XDG_DOWNLOAD_DIR=\"relative\"", std::nullopt},
+        {"XDG_DOWNLOAD_DIR=\"/open\nXDG_DOWNLOAD_DIRS=\"/x\"\nXDG_DOWNLOAD_DIR\n=\n", std::nullopt},
+        {"XDG_DOWNLOAD_DIR=\"\\", std::nullopt},
+        {"XDG_DOWNLOAD_DIR=\"\"", std::nullopt},
+        {"XDG_DESKTOP_DIR=\"/desk\"", std::nullopt},
+        {"", std::nullopt},
+    };
+    const TemporaryFolder folder;
+    const auto environment =
+        variables({{"HOME", "/h"}, {"XDG_CONFIG_HOME", folder.path().native()}});
+    EXPECT_EQ(UserFolders::localized("DOWNLOAD", environment), std::nullopt);
+    for (const auto& [lines, found] : cases) {
+        folder.write("user-dirs.dirs", lines);
+        EXPECT_EQ(UserFolders::localized("DOWNLOAD", environment), found) << lines;
+    }
+}
+
 TEST(UserFolders, TheRuntimeFolderIsTheFirstThatIsPrivate) {
     const TemporaryFolder folder;
     const std::string user = std::to_string(::geteuid());

@@ -1,0 +1,61 @@
+#pragma once
+
+#include <chrono>
+#include <exception>
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <stop_token>
+#include <type_traits>
+
+namespace tidemark {
+
+/// Calls about folders, which a dead network volume may never answer. Each runs on a thread of its
+/// own; one that takes too long is left behind with it, so a call owns all that it uses. Copies
+/// know of the same calls. Any thread.
+class FolderCalls {
+public:
+    explicit FolderCalls(std::chrono::milliseconds longest = std::chrono::seconds(30));
+
+    /// Waits for what `call` gives or throws. Absent when that is not there in time or before a
+    /// stop, and at once while a call that was left behind still waits for the same folder. Such
+    /// a call hands a result that comes after all to `late`, on its thread.
+    template <class Call, class Result = std::invoke_result_t<Call&>>
+    std::optional<Result>
+    answer(const std::filesystem::path& folder, Call call, const std::stop_token& stop,
+           std::function<void(const std::type_identity_t<Result>&)> late = {}) const {
+        struct Answer {
+            std::optional<Result> result;
+            std::exception_ptr failure;
+        };
+        const auto answer = std::make_shared<Answer>();
+        const auto work = [answer, call] {
+            try {
+                answer->result.emplace(call());
+            } catch (...) {
+                answer->failure = std::current_exception();
+            }
+        };
+        const auto whenLate = [answer, late] {
+            if (late && answer->result)
+                late(*answer->result);
+        };
+        if (!comesToItsEnd(folder, work, whenLate, stop))
+            return std::nullopt;
+        if (answer->failure)
+            std::rethrow_exception(answer->failure);
+        return std::move(answer->result);
+    }
+
+private:
+    struct State;
+
+    bool comesToItsEnd(const std::filesystem::path& folder, std::function<void()> work,
+                       std::function<void()> whenLate, const std::stop_token& stop) const;
+
+    std::chrono::milliseconds longest;
+    std::shared_ptr<State> state;
+};
+
+} // namespace tidemark

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <QCoroTask>
+#include <filesystem>
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace tidemark {
+
+/// What a panel for choosing folders shows, and which folders it may return. It offers folders
+/// only, and makes no new ones.
+struct FolderRequest {
+    /// Of the errors by which a panel refuses a folder.
+    static constexpr const char* errorDomain = "Tidemark.FolderSelection";
+
+    std::string title;
+    std::string prompt;
+    std::string message;
+    /// The one folder that may be picked; any, when absent.
+    std::optional<std::filesystem::path> suggested;
+    bool allowsSeveral = false;
+    bool showsHiddenFiles = false;
+    /// Whether the panel may come back after a restart.
+    bool isRestorable = true;
+    /// Where it opens; where it likes, when absent.
+    std::optional<std::filesystem::path> opensAt;
+    std::optional<std::string> accessoryText;
+
+    static FolderRequest of(const std::optional<std::filesystem::path>& suggested);
+
+    /// By the text of its path alone.
+    bool allows(const std::filesystem::path& url) const;
+    /// Why the panel must not return this folder; absent when it may.
+    std::optional<std::string> refusal(const std::filesystem::path& url) const;
+};
+
+/// Shows a panel and gives the folders that the user picked; none when the user picked none.
+using FolderPicker = std::function<QCoro::Task<std::vector<std::filesystem::path>>(FolderRequest)>;
+
+} // namespace tidemark

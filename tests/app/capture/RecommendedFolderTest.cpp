@@ -1,0 +1,39 @@
+#include "app/capture/RecommendedFolder.h"
+
+#include "tests/support/TemporaryFolder.h"
+
+#include <gtest/gtest.h>
+
+using namespace tidemark;
+using test::TemporaryFolder;
+
+TEST(RecommendedFolder, AreThoseOfTheSystem) {
+    const auto shown = [](const std::vector<RecommendedFolder>& folders) {
+        std::string text;
+        for (const auto& [title, url, purpose] : folders)
+            text += title + " " + url.native() + " " + std::string(rawValue(purpose)) + "\n";
+        return text;
+    };
+    EXPECT_EQ(shown(RecommendedFolder::ofMac("/h")),
+              "Applications /Applications applications\n"
+              "Downloads /h/Downloads storage\n"
+              "Developer /h/Library/Developer storage\n"
+              "Trash /h/.Trash storage\n"
+              "Your background agents /h/Library/LaunchAgents launchAgents\n"
+              "System background agents /Library/LaunchAgents launchAgents\n"
+              "System background daemons /Library/LaunchDaemons launchDaemons\n");
+
+    const TemporaryFolder folder;
+    const auto home = folder.path().native();
+    const auto environment = [](const char*) { return std::nullopt; };
+    EXPECT_EQ(shown(RecommendedFolder::ofLinux(home, environment)),
+              "Downloads " + home + "/Downloads storage\n" + "Documents " + home
+                  + "/Documents storage\n" + "Trash " + home
+                  + "/.local/share/Trash/files storage\n"
+                    "Optional software /opt storage\nLocal software /usr/local storage\n");
+    folder.write(".config/user-dirs.dirs",
+                 "XDG_DOWNLOAD_DIR=\"$HOME/Téléchargements\"\nXDG_DOCUMENTS_DIR=\"/d\"\n");
+    const auto folders = RecommendedFolder::ofLinux(home, environment);
+    EXPECT_EQ(folders[0].url, home + "/Téléchargements");
+    EXPECT_EQ(folders[1].url, "/d");
+}
