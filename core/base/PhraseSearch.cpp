@@ -2,14 +2,17 @@
 
 #include "core/base/Utf8.h"
 
+#include <algorithm>
 #include <array>
 #include <cstring>
+#include <optional>
 
 #include <unicode/bytestream.h>
 #include <unicode/casemap.h>
 #include <unicode/locid.h>
 #include <unicode/normalizer2.h>
 #include <unicode/stringoptions.h>
+#include <unicode/unistr.h>
 
 namespace tidemark {
 
@@ -37,35 +40,109 @@ std::string foldedByUnicode(std::string_view text, bool turkic) {
     return U_SUCCESS(status) ? composed : std::string(text);
 }
 
-constexpr auto asciiLower = [] {
-    std::array<char, 128> lower{};
-    for (std::size_t c = 0; c < lower.size(); ++c)
-        lower[c] = static_cast<char>(c >= 'A' && c <= 'Z' ? c - 'A' + 'a' : c);
-    return lower;
-}();
+/// How the characters of Latin, Greek and Cyrillic fold that never compose with the one before,
+/// each as up to `longest` bytes of UTF-8.
+class PlainFolding {
+public:
+    static constexpr std::int32_t end = 0x530;
+    static constexpr std::size_t longest = 4;
+    struct Entry {
+        std::array<char, longest> bytes;
+        /// 0 for a character that needs a look at its neighbours.
+        std::uint8_t length = 0;
+    };
 
-/// The dots, dashes and arrows of the program's own texts: they have no case, and nothing
-/// composes with them.
+    explicit PlainFolding(bool turkic) {
+        UErrorCode status = U_ZERO_ERROR;
+        const icu::Normalizer2* normalizer = icu::Normalizer2::getNFCInstance(status);
+        for (std::int32_t c = 0; normalizer && c < end; ++c) {
+            icu::UnicodeString folded(c);
+            folded.foldCase(turkic ? U_FOLD_CASE_EXCLUDE_SPECIAL_I : U_FOLD_CASE_DEFAULT);
+            if (!standsAlone(*normalizer, folded))
+                continue;
+            std::string utf8;
+            folded.toUTF8String(utf8);
+            if (utf8.size() > longest)
+                continue;
+            std::ranges::copy(utf8, entries[static_cast<std::size_t>(c)].bytes.begin());
+            entries[static_cast<std::size_t>(c)].length = static_cast<std::uint8_t>(utf8.size());
+        }
+    }
+
+    const Entry& operator[](std::int32_t c) const { return entries[static_cast<std::size_t>(c)]; }
+
+    /// Made once for either kind of language.
+    static const PlainFolding& of(bool turkic) {
+        static const PlainFolding usual(false);
+        static const PlainFolding forTurkic(true);
+        return turkic ? forTurkic : usual;
+    }
+
+private:
+    static bool standsAlone(const icu::Normalizer2& normalizer, const icu::UnicodeString& text) {
+        UErrorCode status = U_ZERO_ERROR;
+        for (std::int32_t i = 0; i < text.length(); i = text.moveIndex32(i, 1))
+            if (!normalizer.hasBoundaryBefore(text.char32At(i)))
+                return false;
+        return normalizer.isNormalized(text, status) && U_SUCCESS(status);
+    }
+
+    std::array<Entry, end> entries{};
+};
+
+/// The dots, dashes and arrows of the program's own texts, and the ideographs: they have no case,
+/// and nothing composes with them.
 bool isPlainSymbol(std::int32_t character) {
-    return character == 0xB7 || (character >= 0x2010 && character <= 0x2027)
-           || (character >= 0x2190 && character <= 0x2193) || character == 0x2212;
+    return (character >= 0x2010 && character <= 0x2027)
+           || (character >= 0x2190 && character <= 0x2193) || character == 0x2212
+           || (character >= 0x4E00 && character <= 0x9FFF);
 }
 
-/// Folds what needs no tables. False when it meets anything else: then `out` is of no use.
-bool foldPlainText(std::string_view text, std::string& out) {
-    out.resize(text.size());
+constexpr std::size_t runLength = 16;
+
+/// Folds a run of ASCII characters at once. False when there is another character among them. Not
+/// for a language in which "I" is no capital "i".
+bool foldAsciiRun(const char* from, char* to) {
+    std::array<std::uint64_t, runLength / sizeof(std::uint64_t)> words;
+    std::memcpy(words.data(), from, runLength);
+    if (((words[0] | words[1]) & 0x8080'8080'8080'8080) != 0)
+        return false;
+    for (std::size_t i = 0; i < runLength; ++i) {
+        const auto c = static_cast<unsigned char>(from[i]);
+        to[i] = static_cast<char>(c + (static_cast<unsigned char>(c - 'A') < 26 ? 'a' - 'A' : 0));
+    }
+    return true;
+}
+
+/// Folds what needs no look at its neighbours, into the front of `room`; gives the length. None
+/// when it meets anything else.
+std::optional<std::size_t> foldPlainText(std::string_view text, std::string& room, bool turkic) {
+    // No character of two bytes folds to more than four, and others keep their length.
+    if (room.size() < 2 * text.size())
+        room.resize(2 * text.size());
+    const PlainFolding& folding = PlainFolding::of(turkic);
+    char* out = room.data();
     for (std::size_t place = 0; place < text.size();) {
-        const auto byte = static_cast<unsigned char>(text[place]);
-        if (byte < 0x80) {
-            out[place++] = asciiLower[byte];
+        if (!turkic && text.size() - place >= runLength && foldAsciiRun(text.data() + place, out)) {
+            place += runLength;
+            out += runLength;
             continue;
         }
         const std::size_t start = place;
-        if (!isPlainSymbol(utf8::next(text, place)))
-            return false;
-        std::memcpy(out.data() + start, text.data() + start, place - start);
+        const auto byte = static_cast<unsigned char>(text[place]);
+        const std::int32_t c = byte < 0x80 ? text[place++] : utf8::next(text, place);
+        if (c >= 0 && c < PlainFolding::end) {
+            const auto& [bytes, length] = folding[c];
+            if (length == 0)
+                return std::nullopt;
+            out = std::copy_n(bytes.begin(), length, out);
+        } else if (isPlainSymbol(c)) {
+            out = std::copy_n(text.data() + start, place - start, out);
+        } else {
+            return std::nullopt;
+        }
     }
-    return true;
+    return static_cast<std::size_t>(out - room.data());
 }
 
 } // namespace
@@ -75,9 +152,9 @@ PhraseSearch::PhraseSearch(std::string_view sought) : turkic(isTurkic()) {
 }
 
 bool PhraseSearch::isIn(std::string_view text) {
-    if (turkic || !foldPlainText(text, folded))
-        folded = foldedByUnicode(text, turkic);
-    return folded.find(phrase) != std::string::npos;
+    if (const auto length = foldPlainText(text, room, turkic))
+        return std::string_view(room.data(), *length).contains(phrase);
+    return foldedByUnicode(text, turkic).contains(phrase);
 }
 
 } // namespace tidemark

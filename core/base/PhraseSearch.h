@@ -18,7 +18,8 @@ public:
 
 private:
     std::string phrase;
-    std::string folded;
+    /// Room for folded texts, of which each takes up the front.
+    std::string room;
     bool turkic = false;
 };
 

@@ -18,18 +18,18 @@ struct HistoryPlace {
     std::int64_t customWindowDays = 3;
     WorkspaceDestination workspace = WorkspaceDestination::timeline;
     /// When there are any, events of each of these places are shown instead of the workspace's.
-    std::set<WorkspaceDestination> systemFilters;
+    std::set<WorkspaceDestination> systemFilters{};
     /// Nothing is filtered by category when this is empty.
-    std::set<EventCategory> categoryFilters;
+    std::set<EventCategory> categoryFilters{};
     /// One phrase, in any letter case.
-    std::string search;
+    std::string search{};
     /// A named snapshot is open: events of every workspace are shown.
     bool isInSnapshot = false;
     /// Shows what is later than this moment, whatever the window.
-    std::optional<Date> since;
+    std::optional<Date> since{};
     /// The differences of two states, newest first, shown instead of the history, whatever the
     /// window.
-    std::optional<std::vector<Shared<Event>>> stateComparison;
+    std::optional<std::vector<Shared<Event>>> stateComparison{};
 };
 
 /// What there is to see at a place.

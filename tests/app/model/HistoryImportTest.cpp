@@ -131,10 +131,9 @@ TEST_F(HistoryImportTest, APauseWhileTheReportIsReadKeepsNothing) {
     const auto starting = model->start();
     test::until([&] { return *imports().isImportingInitialHistory; });
     EXPECT_TRUE(state().busy());
-    model->setRecordingMode(RecordingMode::paused);
+    state().recordingMode = RecordingMode::paused;
     waitsFor->set_value();
     test::until([&] { return starting.isReady(); });
-    EXPECT_EQ(*state().recordingMode, RecordingMode::paused);
     EXPECT_FALSE(imports().isImportingInitialHistory);
     EXPECT_FALSE(state().isReadingImport);
     EXPECT_EQ(message(), "none");

@@ -7,7 +7,7 @@ using namespace tidemark;
 using test::event;
 using test::ids;
 using test::memoryEvent;
-using enum WorkspaceDestination;
+using Place = WorkspaceDestination;
 
 struct HistoryScreenTest : test::ModelFixture {
     HistoryScreen& screen() { return model->history(); }
@@ -40,13 +40,18 @@ struct HistoryScreenTest : test::ModelFixture {
 TEST_F(HistoryScreenTest, MergesAllSources) {
     load();
     const auto before = screen().historyRevision();
-    SystemActivity woke{.timestamp = Date{ago(0.5)}, .kind = SystemActivity::Kind::woke};
+    SystemActivity woke;
+    woke.timestamp = Date{ago(0.5)};
+    woke.kind = SystemActivity::Kind::woke;
     state().setSystemActivity({woke});
     screen().setMemoryEvents({memoryEvent("launch", ago(2), MemoryRecord::Kind::appLaunched),
                               memoryEvent("clip", ago(1.5), MemoryRecord::Kind::clipboard),
                               memoryEvent("usage", ago(1), MemoryRecord::Kind::appUsage)});
     Journal journal = state().journal();
-    journal.importInstallations({{.name = "Tool", .recordedAt = Date{ago(4)}}});
+    InstallationRecord tool;
+    tool.name = "Tool";
+    tool.recordedAt = Date{ago(4)};
+    journal.importInstallations({tool});
     state().setJournal(std::move(journal));
     EXPECT_EQ(screen().historyRevision(), before + 3);
     EXPECT_EQ(screen().fullHistory().size(), 8U);
@@ -106,29 +111,29 @@ TEST_F(HistoryScreenTest, GoesWhereItIsTold) {
     load();
     screen().setRange("all");
     screen().setSearch("app");
-    screen().navigate(storage, false);
+    screen().navigate(Place::storage, false);
     EXPECT_EQ(shown(), "");
-    screen().navigate(storage, true);
+    screen().navigate(Place::storage, true);
     EXPECT_EQ(shown(), "folder");
-    EXPECT_EQ(screen().systemFilters(), std::set{storage});
+    EXPECT_EQ(screen().systemFilters(), std::set{Place::storage});
     EXPECT_EQ(screen().navigation(), SidebarDestination(sidebar::Category{EventCategory::storage}));
-    EXPECT_EQ(screen().sidebarCounts().at(timeline), 3U);
-    EXPECT_FALSE(screen().sidebarCounts().contains(folderSizes));
+    EXPECT_EQ(screen().sidebarCounts().at(Place::timeline), 3U);
+    EXPECT_FALSE(screen().sidebarCounts().contains(Place::folderSizes));
 
     // Another filter joins it, although its place was gone to.
-    screen().toggleSystemFilter(applications);
-    EXPECT_EQ(screen().workspace(), timeline);
+    screen().toggleSystemFilter(Place::applications);
+    EXPECT_EQ(screen().workspace(), Place::timeline);
     EXPECT_EQ(shown(), "folder app ancient");
-    screen().toggleSystemFilter(storage);
-    EXPECT_EQ(screen().workspace(), applications);
+    screen().toggleSystemFilter(Place::storage);
+    EXPECT_EQ(screen().workspace(), Place::applications);
     EXPECT_EQ(shown(), "app ancient");
     screen().setSearch("anc");
-    screen().toggleSystemFilter(applications);
-    EXPECT_EQ(screen().workspace(), timeline);
+    screen().toggleSystemFilter(Place::applications);
+    EXPECT_EQ(screen().workspace(), Place::timeline);
     EXPECT_TRUE(screen().systemFilters().empty());
     EXPECT_EQ(shown(), "ancient") << "the search stays";
-    screen().toggleSystemFilter(folderSizes);
-    EXPECT_EQ(screen().workspace(), folderSizes);
+    screen().toggleSystemFilter(Place::folderSizes);
+    EXPECT_EQ(screen().workspace(), Place::folderSizes);
     EXPECT_EQ(shown(), "folder");
 
     screen().setSelected(screen().fullHistory().front());
@@ -142,19 +147,19 @@ TEST_F(HistoryScreenTest, OpensAnEventWhereverItIs) {
     load();
     screen().setMemoryEvents({memoryEvent("clip", ago(90), MemoryRecord::Kind::clipboard)});
     screen().setSearch("nothing");
-    screen().navigate(storage, false);
+    screen().navigate(Place::storage, false);
     const Uuid scroll = screen().historyScrollRequest();
     int told = 0;
     QObject::connect(&screen(), &Observable::changed, [&] { ++told; });
     screen().openEvent(screen().fullHistory().back());
     EXPECT_EQ(told, 1);
-    EXPECT_EQ(screen().workspace(), timeline);
+    EXPECT_EQ(screen().workspace(), Place::timeline);
     EXPECT_EQ(screen().selected()->id, "ancient");
     EXPECT_EQ(shown(), "folder app ancient");
     EXPECT_NE(screen().historyScrollRequest(), scroll);
     EXPECT_EQ(preferences.text("historyTimeWindow"), "all");
     screen().openEvent(memoryEvent("clip", ago(90), MemoryRecord::Kind::clipboard));
-    EXPECT_EQ(screen().workspace(), clipboard);
+    EXPECT_EQ(screen().workspace(), Place::clipboard);
     EXPECT_EQ(screen().selected()->id, "clip");
 }
 
@@ -162,9 +167,9 @@ TEST_F(HistoryScreenTest, AnOpenSnapshotShowsWhatWasRecordedSince) {
     load();
     screen().setRange("day");
     screen().openSnapshot(Uuid::random());
-    EXPECT_EQ(screen().workspace(), timeline);
+    EXPECT_EQ(screen().workspace(), Place::timeline);
     screen().openSnapshot(baseline(0));
-    EXPECT_EQ(screen().workspace(), snapshots);
+    EXPECT_EQ(screen().workspace(), Place::snapshots);
     EXPECT_EQ(screen().selectedBaseline()->name, "Old");
     EXPECT_EQ(shown(), "folder");
     EXPECT_EQ(screen().exported()->mode, "Timeline");
@@ -182,7 +187,7 @@ TEST_F(HistoryScreenTest, ComparesStatesInTheBackground) {
     EXPECT_EQ(shown(), "");
     EXPECT_FALSE(screen().exported());
     EXPECT_TRUE(compared().ends_with("-0")) << shown();
-    EXPECT_EQ(screen().sidebarCounts().at(applications), 1U);
+    EXPECT_EQ(screen().sidebarCounts().at(Place::applications), 1U);
     EXPECT_EQ(screen().exported()->mode, "Compare States");
 
     // Each snapshot keeps its mode, and a comparison holds as long as the journal.
@@ -211,7 +216,7 @@ TEST_F(HistoryScreenTest, ALateComparisonOverwritesNothing) {
     screen().openSnapshot(baseline(0));
     screen().setSnapshotViewMode(SnapshotViewMode::states);
     ASSERT_TRUE(screen().isComparing());
-    screen().navigate(timeline, true);
+    screen().navigate(Place::timeline, true);
     EXPECT_FALSE(screen().isComparing());
     test::settle();
     EXPECT_EQ(shown(), "folder app");
@@ -236,13 +241,12 @@ TEST_F(HistoryScreenTest, KnowsWhenTheTimelineOfASnapshotMayLackEvents) {
         SnapshotViewMode mode;
         bool incomplete;
     };
-    using enum SnapshotViewMode;
     for (const auto& each : std::to_array<Case>({
              {9'999, {}, SnapshotViewMode::timeline, false},
              {10'000, {}, SnapshotViewMode::timeline, true},
              {10'000, 3, SnapshotViewMode::timeline, false},
              {1, 1, SnapshotViewMode::timeline, true},
-             {1, 1, states, false},
+             {1, 1, SnapshotViewMode::states, false},
          })) {
         load();
         Journal journal = state().journal();

@@ -181,6 +181,24 @@ TEST(PhraseSearch, FindsAPhraseInAnyCaseAndForm) {
         EXPECT_EQ(PhraseSearch(phrase).isIn(text), found) << phrase << " in " << text;
 }
 
+TEST(PhraseSearch, FoldsPlainTextsAsItFoldsAll) {
+    // The emoji makes a text one that needs the whole of Unicode.
+    const auto encoded = [](std::uint32_t c) {
+        return c < 0x80 ? std::string{static_cast<char>(c)}
+                        : std::string{static_cast<char>(0xC0 | c >> 6),
+                                      static_cast<char>(0x80 | (c & 0x3F))};
+    };
+    for (const char* phrase : {"ss", "k", "s", "å", "i", "ω", "σ", "ж", "\u0307", "ʼn", "ä b"}) {
+        PhraseSearch search(phrase);
+        for (std::uint32_t c = 0; c < 0x600; ++c) {
+            const std::string text = "SIXTEEN LETTERS: " + encoded(c) + " B";
+            EXPECT_EQ(search.isIn(text), search.isIn(text + "😀")) << phrase << " in " << text;
+        }
+    }
+    for (std::uint32_t c = 0; c < 0x600; ++c)
+        EXPECT_TRUE(PhraseSearch(encoded(c)).isIn("😀" + encoded(c))) << c;
+}
+
 TEST(Characters, AreCountedAsPeopleDo) {
     const std::tuple<std::string, std::size_t, std::string> cases[] = {
         {"", 3, ""},

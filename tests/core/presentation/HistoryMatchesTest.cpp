@@ -52,8 +52,8 @@ TEST(HistoryMatches, LooksAtEveryTextOfAnEvent) {
                                                          {"  \n\t ", "agent file clip"},
                                                          {" title\n", "agent"},
                                                          {"nothing", ""},
-                                                         {"clip    clipboard grü", "clip"},
-                                                         {"clip   clipboard", ""}};
+                                                         {"clip   clipboard grü", "clip"},
+                                                         {"clip  clipboard", ""}};
     for (const auto& [query, matches] : cases)
         EXPECT_EQ(ids(HistoryMatches::find(events, query)), matches) << query;
 }

@@ -77,7 +77,7 @@ TEST(HistoryTimeWindow, ReachesBack) {
         {all, 3, INFINITY, "All history"},
     };
     for (const auto& [window, days, reach, text] : cases) {
-        EXPECT_EQ(cutoff(window, now, days), (Date{now.secondsSince2001 - reach * day})) << text;
+        EXPECT_EQ(cutoff(window, now, days), (Date{now.secondsSince2001 - reach * 86'400})) << text;
         EXPECT_EQ(label(window, days), text);
     }
 }
