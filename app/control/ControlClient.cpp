@@ -62,11 +62,11 @@ void receive(QLocalSocket& socket, std::string& frame, std::size_t size,
 
 std::optional<ControlAnswer> ask(const std::filesystem::path& socket, const ControlRequest& request,
                                  const Patience& patience) {
-    const std::string frame = control::requestFrame(request);
     QLocalSocket connection;
     if (!connectTo(connection, socket, patience.connection))
         return std::nullopt;
 
+    const std::string frame = control::requestFrame(request);
     const QDeadlineTimer deadline(patience.answer);
     send(connection, frame, deadline);
     std::string answer;

@@ -17,7 +17,8 @@ QCoro::Task<ControlAnswer> carriedOut(ControlHandler handler, std::string json,
                                       std::stop_token stop) {
     try {
         auto request = control::decodedRequest(json);
-        co_return co_await handler(std::move(request), std::move(stop));
+        ControlAnswer answer = co_await handler(std::move(request), std::move(stop));
+        co_return answer;
     } catch (const std::exception& error) {
         co_return ControlAnswer{1, "", error.what()};
     }

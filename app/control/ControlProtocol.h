@@ -50,7 +50,7 @@ struct ControlAnswer {
 namespace control {
 
 inline constexpr std::size_t headerSize = 4;
-inline constexpr std::size_t mostRequestBytes = 64 * 1024;
+inline constexpr std::size_t mostRequestBytes = 1024 * 1024;
 inline constexpr std::size_t mostArguments = 64;
 inline constexpr std::size_t mostAnswerBytes = 256 * 1024 * 1024;
 

@@ -56,6 +56,7 @@ AppModel::AppModel(Setup setup)
 }
 
 AppModel::~AppModel() {
+    modelState.isEnding = true;
     activation.remove();
     scheduler.stop();
     folders.stopWaiting();
@@ -84,6 +85,23 @@ QCoro::Task<void> AppModel::start() {
         co_await run();
 }
 
+QCoro::Task<void> AppModel::openHistory() {
+    const auto hold = tasks.hold();
+    if (modelState.loaded || starting || tasks.isStopping())
+        co_return;
+    starting = true;
+    const auto done = qScopeGuard([this] { starting = false; });
+    const bool isLoaded = co_await load();
+    if (isLoaded)
+        showHistory();
+}
+
+void AppModel::showHistory() {
+    modelState.error = std::nullopt;
+    modelState.loaded = true;
+    recording.restore();
+}
+
 QCoro::Task<bool> AppModel::load() {
     std::string failure;
     try {
@@ -105,9 +123,7 @@ QCoro::Task<bool> AppModel::load() {
 }
 
 QCoro::Task<void> AppModel::run() {
-    modelState.error = std::nullopt;
-    modelState.loaded = true;
-    recording.restore();
+    showHistory();
     if (!modelState.canRecord()) {
         co_await showStoredActivity();
     } else if (services.live) {

@@ -58,6 +58,9 @@ public:
     /// `error` says so, nothing is recorded or written, and the scheduler tries again. Does
     /// nothing when it has started or is starting.
     QCoro::Task<void> start();
+    /// Reads the history and records nothing, for a program that does one thing to it. Never
+    /// fails, as `start`.
+    QCoro::Task<void> openHistory();
     /// Ends all recording, at the end of the program. A capture that runs is cut short; what is
     /// being saved is finished.
     void stopAutomaticCaptures();
@@ -111,8 +114,9 @@ public:
 
 private:
     static QCoro::Task<void> check(QPointer<AppModel> model);
-    bool isEnding() const { return modelState.isEnding || tasks.isStopping(); }
+    bool isEnding() const { return modelState.isEnding; }
     QCoro::Task<bool> load();
+    void showHistory();
     QCoro::Task<void> run();
     QCoro::Task<void> showStoredActivity();
     QCoro::Task<void> importInitialHistory();

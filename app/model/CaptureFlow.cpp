@@ -12,7 +12,7 @@
 namespace tidemark {
 
 bool CaptureFlow::mayScan(bool allowDuringFolderSetup) const {
-    if (isEnding() || !state.canRecord() || !state.loaded || state.isCheckingRecommendedAccess
+    if (state.isEnding || !state.canRecord() || !state.loaded || state.isCheckingRecommendedAccess
         || state.isScanning || state.isSaving || state.isReadingImport || state.isPreparingSnapshot
         || state.saveSnapshotPresented)
         return false;
@@ -20,7 +20,7 @@ bool CaptureFlow::mayScan(bool allowDuringFolderSetup) const {
 }
 
 bool CaptureFlow::isWanted(std::uint64_t generation) const {
-    return state.canRecord() && state.recordingGeneration == generation && !isEnding();
+    return state.canRecord() && state.recordingGeneration == generation && !state.isEnding;
 }
 
 QCoro::Task<void> CaptureFlow::scan(bool allowDuringFolderSetup) {
@@ -33,7 +33,7 @@ QCoro::Task<void> CaptureFlow::scan(bool allowDuringFolderSetup) {
     qCInfo(capturesLog, "Capture started");
     co_await captureAndSave(generation);
     state.isScanning = false;
-    if (state.canRecord() && state.recordingGeneration != generation && !isEnding())
+    if (state.canRecord() && state.recordingGeneration != generation && !state.isEnding)
         services.tasks.start(scan(false));
 }
 
@@ -141,7 +141,12 @@ QCoro::Task<bool> CaptureFlow::commit(Journal journal) {
 QCoro::Task<void> CaptureFlow::refreshIfNeeded(Date now) {
     const auto hold = services.tasks.hold();
     state.observationNow = now;
-    if (isDue(state.captureSchedule, state.lastCapture(), now))
+    const auto last = state.lastCapture();
+    const auto period = seconds(state.captureSchedule);
+    // Taken under a clock that was ahead, as nothing else is from so far in the future. Waiting
+    // until its time has come could take years.
+    const bool isFromFuture = last && period && *last > now + *period;
+    if (isFromFuture || isDue(state.captureSchedule, last, now))
         co_await scan(false);
 }
 

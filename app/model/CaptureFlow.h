@@ -30,7 +30,6 @@ public:
     void abandonCapture() { running.request_stop(); }
 
 private:
-    bool isEnding() const { return state.isEnding || services.tasks.isStopping(); }
     bool mayScan(bool allowDuringFolderSetup) const;
     bool isWanted(std::uint64_t generation) const;
     QCoro::Task<void> captureAndSave(std::uint64_t generation);

@@ -11,7 +11,7 @@ bool HistoryImport::needsInitialHistory() const {
     const Journal& journal = state.journal();
     const bool hasImported =
         journal.importedInstallations && !journal.importedInstallations->empty();
-    return state.canRecord() && state.loaded && !state.busy() && !services.tasks.isStopping()
+    return state.canRecord() && state.loaded && !state.busy() && !state.isEnding
            && !journal.initialHistoryImportCompletedAt && journal.snapshots.empty()
            && journal.events.empty() && journal.baselines.empty() && !hasImported;
 }
@@ -43,16 +43,13 @@ QCoro::Task<void> HistoryImport::importInitialHistoryIfNeeded() {
 
 QCoro::Task<void> HistoryImport::fillJournal() {
     InstallationPreview preview = co_await collected();
-    if (!state.canRecord() || services.tasks.isStopping())
+    if (!state.canRecord() || state.isEnding)
         co_return;
     std::erase_if(preview.records, [](const auto& record) { return record.isRoutine(); });
     Journal next = state.journal();
     const std::size_t added = next.importInstallations(preview.records);
     next.initialHistoryImportCompletedAt = services.clock.now();
-    const auto write = [store = &services.store, journal = &next](const std::stop_token&) {
-        store->save(*journal);
-    };
-    co_await runInBackground(write);
+    co_await flow.save(&next);
     state.setJournal(std::move(next));
     initialHistoryMessage = importText::initialSuccess(added);
 }

@@ -145,11 +145,18 @@ ObservationCoverageReport HistoryScreen::observationCoverage() const {
         now);
 }
 
-std::optional<HistoryScreen::Export> HistoryScreen::exported() const {
+void HistoryScreen::beginExport() {
     if (comparing || view.presentation.events.empty())
-        return std::nullopt;
+        return;
     const auto mode = isStateComparison() ? SnapshotViewMode::states : SnapshotViewMode::timeline;
-    return Export{view.presentation.events, rawValue(mode)};
+    report =
+        HistoryExport{view.presentation.events, std::string(rawValue(mode)), services.clock.now()};
+    Q_EMIT changed();
+}
+
+void HistoryScreen::endExport() {
+    report.reset();
+    Q_EMIT changed();
 }
 
 // Where the user stands.
@@ -181,10 +188,9 @@ void HistoryScreen::setCustomWindowDays(std::int64_t days) {
         return;
     place.customWindowDays = days;
     services.preferences.set(preference::historyCustomWindowDays.name, days);
-    if (place.window == HistoryTimeWindow::custom) {
+    if (place.window == HistoryTimeWindow::custom)
         refresh();
-        dropVanishedSelection();
-    }
+    dropVanishedSelection();
     Q_EMIT changed();
 }
 
@@ -314,6 +320,12 @@ void HistoryScreen::openSnapshot(const Uuid& id) {
     moveTo(WorkspaceDestination::snapshots, true);
     applyNavigation(sidebar::OfBaseline{id});
     refreshPresentation();
+}
+
+void HistoryScreen::forgetSnapshot(const Uuid& id) {
+    snapshotModes.erase(id);
+    if (baselineID == id)
+        navigate(WorkspaceDestination::timeline, false);
 }
 
 void HistoryScreen::showImported() {

@@ -2,6 +2,7 @@
 
 #include "app/model/ModelServices.h"
 #include "app/model/ModelState.h"
+#include "core/history/HistoryExport.h"
 #include "core/presentation/HistoryView.h"
 #include "core/presentation/SidebarDestination.h"
 #include "core/presentation/SnapshotViewMode.h"
@@ -51,14 +52,12 @@ public:
     /// Observation gaps and access problems since the open snapshot, or in the time window.
     ObservationCoverageReport observationCoverage() const;
 
-    /// What an export of the screen holds.
-    struct Export {
-        Events events;
-        /// "Timeline" or "Compare States".
-        std::string_view mode;
-    };
-    /// Nothing while states are being compared, or when nothing is to be seen.
-    std::optional<Export> exported() const;
+    /// Makes `exportReport` of what is to be seen; nothing while states are being compared, or
+    /// when there is nothing.
+    void beginExport();
+    void endExport();
+    /// What the export that is under way writes.
+    const std::optional<HistoryExport>& exportReport() const { return report; }
 
     // Where the user stands.
 
@@ -101,6 +100,8 @@ public:
     bool hasIncompleteSnapshotHistory() const;
     /// Goes to a snapshot, if there is one.
     void openSnapshot(const Uuid& id);
+    /// A snapshot is gone. Whoever looked at it is taken to the timeline.
+    void forgetSnapshot(const Uuid& id);
     /// Shows the last week, where an import has put its records, without a search.
     void showImported();
     /// Shows a snapshot that was saved just now. Filters and search stay.
@@ -147,6 +148,7 @@ private:
     bool comparing = false;
 
     HistoryView view;
+    std::optional<HistoryExport> report;
     std::uint64_t refreshes = 0;
     OptionalShared<Event> selectedEvent;
     Uuid scrollRequest = Uuid::random();

@@ -18,8 +18,7 @@ QCoro::Task<void> NamedSnapshots::beginSavedSnapshot() {
 
 bool NamedSnapshots::mayPrepare() const {
     return state.canRecord() && state.loaded && state.saveSnapshotPresented
-           && !state.isPreparingSnapshot && !state.isScanning && !state.isSaving
-           && !services.tasks.isStopping();
+           && !state.isPreparingSnapshot && !state.isScanning && !state.isSaving && !state.isEnding;
 }
 
 QCoro::Task<void> NamedSnapshots::prepareSnapshotDraft() {
@@ -38,7 +37,7 @@ QCoro::Task<void> NamedSnapshots::prepareSnapshotDraft() {
         failure = error.what();
     }
     // A capture that the end of the program cut short is not whole.
-    const bool isWanted = state.saveSnapshotPresented && !services.tasks.isStopping();
+    const bool isWanted = state.saveSnapshotPresented && !state.isEnding;
     if (isWanted && draft && state.canRecord())
         snapshotDraft = std::move(draft);
     else if (isWanted && !draft)
@@ -48,7 +47,8 @@ QCoro::Task<void> NamedSnapshots::prepareSnapshotDraft() {
 
 bool NamedSnapshots::maySave(std::string_view name) const {
     return state.canRecord() && state.loaded && state.saveSnapshotPresented
-           && !state.isPreparingSnapshot && !state.isSaving && *snapshotDraft && !name.empty();
+           && !state.isPreparingSnapshot && !state.isSaving && !state.isEnding && *snapshotDraft
+           && !name.empty();
 }
 
 QCoro::Task<bool> NamedSnapshots::saveNamedSnapshot(std::string name) {
@@ -100,8 +100,8 @@ QCoro::Task<bool> NamedSnapshots::deleteSnapshot(Uuid id) {
     if (removed == 0 || state.busy())
         co_return false;
     const bool saved = co_await flow.commit(std::move(next));
-    if (saved && screen.activeBaselineID() == id)
-        screen.setNavigation(sidebar::Timeline());
+    if (saved)
+        screen.forgetSnapshot(id);
     co_return saved;
 }
 

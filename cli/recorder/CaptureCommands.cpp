@@ -38,6 +38,8 @@ std::string captured(const CommandContext& context, bool isCompared) {
 }
 
 QCoro::Task<std::string> setMode(CommandContext& context, RecordingMode mode) {
+    const bool wasPaused =
+        read(context.preferences(), preference::recordingMode) == rawValue(RecordingMode::paused);
     if (context.isRunning) {
         if (!context.model().canChangeRecording())
             throw Error("Recording can't be changed at this moment; try again.");
@@ -49,7 +51,8 @@ QCoro::Task<std::string> setMode(CommandContext& context, RecordingMode mode) {
         context.preferences().set(preference::recordingMode.name, std::string(rawValue(mode)));
     }
     co_return mode == RecordingMode::paused ? "Recording is paused.\n"
-                                            : "Recording, with a new starting point.\n";
+    : wasPaused                             ? "Recording, with a new starting point.\n"
+                                            : "Recording was not paused.\n";
 }
 
 } // namespace
@@ -57,6 +60,8 @@ QCoro::Task<std::string> setMode(CommandContext& context, RecordingMode mode) {
 QCoro::Task<void> setUp(Recorder& recorder, std::vector<RecommendedFolder> chosen) {
     const auto hold = recorder.tasks().hold();
     auto& model = recorder.model();
+    if (model.state().isManagingFolders || model.state().isCheckingRecommendedAccess)
+        throw Error(anotherOperation);
     model.beginFolderManagement();
     if (!chosen.empty())
         co_await model.folderAccess().enableReadableRecommended(std::move(chosen));
@@ -87,12 +92,11 @@ QCoro::Task<std::string> capture(CommandContext& context) {
     context.requireHistory();
     if (!state.canRecord())
         throw Error("Recording is paused; tidemark resume takes it up again.");
+    const bool wasBusy = state.isScanning || state.isSaving;
     if (latestId(state) == before)
         co_await context.model().scan(true);
-    if (state.error->has_value())
-        throw Error(**state.error);
     if (latestId(state) == before)
-        throw Error(anotherOperation);
+        throw Error(wasBusy ? anotherOperation : state.error->value_or(anotherOperation));
     co_return captured(context, before && !isNewStart);
 }
 

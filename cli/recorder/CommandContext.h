@@ -9,6 +9,10 @@
 
 namespace tidemark {
 
+/// What a command says that finds the recorder at work.
+inline constexpr const char* anotherOperation =
+    "Another operation is running; try again in a moment.";
+
 /// What a command is carried out with, in the process that has the data folder.
 struct CommandContext {
     Recorder& recorder;
@@ -31,15 +35,22 @@ struct CommandContext {
         if (!*state().loaded)
             throw Error(state().error->value_or("The history has not been read yet; try again."));
     }
+    /// Throws `Error` unless something may begin that changes the history.
+    void requireFree() const {
+        requireHistory();
+        if (!state().canRecord())
+            throw Error("Recording is paused; tidemark resume takes it up again.");
+        if (state().folderManagerPresented)
+            throw Error("The folders to monitor have not been chosen yet; tidemark folders does "
+                        "that.");
+        if (state().busy())
+            throw Error(anotherOperation);
+    }
     /// Throws `Error` when what was changed will not outlive this process.
     void requireStored() const {
         if (!preferences().isStored())
             throw Error(preferences().problem().value_or("The settings could not be stored."));
     }
 };
-
-/// What a command says that finds the recorder at work.
-inline constexpr const char* anotherOperation =
-    "Another operation is running; try again in a moment.";
 
 } // namespace tidemark

@@ -99,13 +99,13 @@ std::optional<Folders> chosenFolders(const Folders& offered, const std::string& 
 
 std::optional<Folders> firstSetup(Recorder& recorder, const std::string& setup,
                                   const std::stop_token& stop) {
+    if (read(recorder.preferences(), preference::folderSetupCompleted))
+        return std::nullopt;
     const auto& recommended = recorder.model().folderAccess().recommendedFolders();
     if (setup == "recommended")
         return recommended;
     if (setup == "none")
         return Folders{};
-    if (read(recorder.preferences(), preference::folderSetupCompleted))
-        return std::nullopt;
     if (::isatty(STDIN_FILENO) == 0 || ::isatty(STDERR_FILENO) == 0) {
         std::fprintf(stderr, "%s\n", noTerminal);
         return std::nullopt;

@@ -10,10 +10,10 @@
 
 namespace tidemark {
 
-/// The folders that a first start is to monitor: all recommended ones for `setup` "recommended",
-/// none for "none". For the empty text it asks on a terminal, showing what can be read; without a
-/// terminal it says that the folders are still to be chosen. Absent when the choice was made
-/// before, is left to `tidemark folders`, or `stop` ended the question.
+/// The folders that a first start is to monitor, and only a first one: all recommended ones for
+/// `setup` "recommended", none for "none". For the empty text it asks on a terminal, showing what
+/// can be read; without a terminal it says that the folders are still to be chosen. Absent when the
+/// choice was made before, is left to `tidemark folders`, or `stop` ended the question.
 std::optional<std::vector<RecommendedFolder>>
 firstSetup(Recorder& recorder, const std::string& setup, const std::stop_token& stop);
 

@@ -30,7 +30,7 @@ HistoryPlace placeOf(const Reading& reading) {
         place.customWindowDays = *days;
     }
     if (!view.since.empty())
-        place.since = historyTime::since(view.since, reading.now);
+        place.windowStart = historyTime::since(view.since, reading.now);
     place.workspace = view.place;
     place.categoryFilters = view.categories;
     place.search = view.search;
@@ -92,13 +92,16 @@ std::string timeline(const Reading& reading) {
     auto& events = view.presentation.events;
     if (const auto limit = reading.arguments.limit; limit && events.size() > *limit)
         events.erase(events.begin() + static_cast<std::ptrdiff_t>(*limit), events.end());
-    return shown(events, reading, "No changes have been recorded.\n");
+    const bool isNarrowed = !reading.history.merged().events.empty();
+    return shown(events, reading,
+                 isNarrowed ? "Nothing of what was recorded is shown.\n"
+                            : "No changes have been recorded.\n");
 }
 
 std::string search(const Reading& reading) {
     const auto merged = reading.history.merged();
-    return shown(HistoryMatches::find(merged.events, reading.arguments.view.search), reading,
-                 "Nothing was found.\n");
+    return shown(HistoryMatches::find(merged.events, reading.arguments.view.search, reading.stop),
+                 reading, "Nothing was found.\n");
 }
 
 std::string coverage(const Reading& reading) {
@@ -106,7 +109,14 @@ std::string coverage(const Reading& reading) {
                         historyTime::since(reading.arguments.view.since, reading.now), reading.now);
 }
 
+/// A file that can't be read is not an empty one.
+void requireReadable(const std::optional<std::string>& problem) {
+    if (problem)
+        throw Error(*problem);
+}
+
 std::string activity(const Reading& reading) {
+    requireReadable(reading.history.activityProblem);
     if (reading.arguments.json)
         return json::encoded(reading.history.activity) + "\n";
     std::string out;
@@ -119,6 +129,7 @@ std::string activity(const Reading& reading) {
 }
 
 std::string memory(const Reading& reading) {
+    requireReadable(reading.history.memoryProblem);
     const auto& records = reading.history.memory.records;
     if (reading.arguments.json)
         return json::encoded(records) + "\n";

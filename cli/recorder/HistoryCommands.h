@@ -3,6 +3,7 @@
 #include "cli/recorder/RecordedHistory.h"
 #include "cli/recorder/RecorderArguments.h"
 
+#include <stop_token>
 #include <string>
 
 /// What the commands tell that only read the recorded history. Pure functions but for the zone of
@@ -15,6 +16,8 @@ struct Reading {
     RecorderArguments arguments;
     bool colour = false;
     Date now = Date::now();
+    /// Who asked does not wait any more.
+    std::stop_token stop{};
 };
 
 using Command = std::string (*)(const Reading&);

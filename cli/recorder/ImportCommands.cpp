@@ -12,16 +12,17 @@ namespace {
 
 /// What the system remembers, as the import view would show it.
 QCoro::Task<ImportView> look(CommandContext& context) {
-    co_await context.model().start();
-    context.requireHistory();
-    if (!context.state().canRecord())
-        throw Error("Recording is paused; tidemark resume takes it up again.");
+    co_await context.model().openHistory();
+    context.requireFree();
     auto& imports = context.model().imports();
-    const bool read = co_await imports.previewImport();
-    // No view is open: nobody waits for the user to choose.
-    imports.importPresented = false;
-    if (!read)
-        throw Error(imports.importError->value_or(anotherOperation));
+    const bool wasPresented = imports.importPresented;
+    const bool isRead = co_await imports.previewImport();
+    // Nobody waits here for the user to choose.
+    imports.importPresented = wasPresented;
+    if (!isRead)
+        throw Error(anotherOperation);
+    if (const auto& failure = *imports.importError)
+        throw Error(*failure);
     co_return ImportView::of(**imports.importPreview, context.arguments.includeRoutine,
                              imports.importedIDs(), false);
 }
@@ -41,6 +42,8 @@ std::string text(const ImportView& view) {
     for (const auto& notice : {view.notice, view.skippedNotice})
         if (notice)
             out += *notice + "\n";
+    if (view.notice == importText::onlyRoutine)
+        out += "That is: tidemark import --include-routine\n";
     return out;
 }
 
@@ -59,12 +62,16 @@ QCoro::Task<std::string> import(CommandContext& context) {
     ImportView view = co_await look(context);
     if (view.newRecords.empty())
         co_return text(view);
+    context.requireFree();
     auto records = view.newRecords;
     const auto added = co_await context.model().imports().importHistory(std::move(records));
     if (!added)
         throw Error(context.state().error->value_or(anotherOperation));
-    co_return "Added " + std::to_string(*added) + (*added == 1 ? " record" : " records")
-        + " to the timeline, on their recorded dates.\n";
+    std::string out = "Added " + std::to_string(*added) + (*added == 1 ? " record" : " records")
+                      + " to the timeline, on their recorded dates.\n";
+    if (view.skippedNotice)
+        out += *view.skippedNotice + "\n";
+    co_return out;
 }
 
 } // namespace tidemark::importCommands

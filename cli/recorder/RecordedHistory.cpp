@@ -16,24 +16,25 @@ namespace {
 
 /// One source that can't be read takes nothing from the others.
 template <class Read>
-auto orProblem(std::vector<std::string>& problems, const Read& read) -> decltype(read()) {
+auto orProblem(std::optional<std::string>& problem, const Read& read) -> decltype(read()) {
     try {
         return read();
     } catch (const Error& error) {
-        problems.emplace_back(error.what());
+        problem = error.what();
         return {};
     }
 }
 
 } // namespace
 
-RecordedHistory RecordedHistory::load(const DataFiles& files) {
+RecordedHistory RecordedHistory::load(const DataFiles& files, std::int64_t clipboardDays) {
     RecordedHistory history;
     history.journal = JournalStore(files.journal()).load();
-    history.activity = orProblem(history.problems,
+    history.activity = orProblem(history.activityProblem,
                                  [&] { return SystemActivityStore::read(files.systemActivity()); });
-    history.memory = orProblem(history.problems,
+    history.memory = orProblem(history.memoryProblem,
                                [&] { return MemoryHistoryStore(files.memoryHistory()).load(); });
+    history.memory.prune(Date::now(), clipboardDays);
     return history;
 }
 

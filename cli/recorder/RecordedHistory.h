@@ -5,6 +5,8 @@
 #include "core/presentation/HistoryView.h"
 #include "core/records/SystemActivity.h"
 
+#include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -19,12 +21,13 @@ struct RecordedHistory {
     Journal journal;
     std::vector<SystemActivity> activity;
     MemoryArchive memory;
-    /// What could not be read besides, in words.
-    std::vector<std::string> problems;
+    /// Why `activity` or `memory` could not be read, in words.
+    std::optional<std::string> activityProblem{};
+    std::optional<std::string> memoryProblem{};
 
-    /// Reads the files of a recorder that does not run. Throws `Error` when the journal can't be
-    /// read. Blocks.
-    static RecordedHistory load(const DataFiles& files);
+    /// Reads the files of a recorder that does not run, and leaves out clips that are older than
+    /// `clipboardDays`. Throws `Error` when the journal can't be read. Blocks.
+    static RecordedHistory load(const DataFiles& files, std::int64_t clipboardDays);
 
     /// The events of all sources.
     MergedHistory merged() const;

@@ -48,7 +48,11 @@ Recorder::Recorder(RecorderPlaces chosen)
 
 RecordedHistory Recorder::recorded() const {
     const auto& state = appModel.state();
-    return {state.journal(), state.systemActivity(), memory.archive(), {}};
+    return {.journal = state.journal(),
+            .activity = state.systemActivity(),
+            .memory = memory.archive(),
+            .activityProblem = *state.activityError,
+            .memoryProblem = memory.failure()};
 }
 
 } // namespace tidemark

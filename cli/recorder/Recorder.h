@@ -36,6 +36,7 @@ public:
     Preferences& preferences() { return stored; }
     NotificationCenter& workspace() { return workspaceCenter; }
     TaskScope& tasks() { return scope; }
+    MemoryHistoryService& memoryHistory() { return memory; }
     /// What has been recorded so far.
     RecordedHistory recorded() const;
 

@@ -51,6 +51,10 @@ std::string timeWindow(const std::string& text) {
     return "\"" + text + "\" is none of day, threeDays, week, month, all or 1d to 365d";
 }
 
+std::string notEmpty(const std::string& path) {
+    return path.empty() ? "a path can't be empty" : "";
+}
+
 class Builder {
 public:
     Builder(CLI::App& line, RecorderArguments& target) : app(line), into(target) {}
@@ -99,15 +103,22 @@ private:
     CLI::Option* addChoice(CLI::App& to, const std::string& name, const std::string& purpose,
                            const std::vector<std::pair<std::string, E>>& names,
                            std::function<void(E)> take) {
-        std::map<std::string, E> byName(names.begin(), names.end());
+        std::map<std::string, E> byName;
+        std::vector<std::string> allowed;
+        for (const auto& [text, value] : names) {
+            byName.emplace(CLI::detail::to_lower(text), value);
+            allowed.push_back(text);
+        }
         return to
-            .add_option_function<std::vector<E>>(
+            .add_option_function<std::vector<std::string>>(
                 name,
-                [take = std::move(take)](const std::vector<E>& given) {
-                    std::ranges::for_each(given, take);
+                [byName = std::move(byName),
+                 take = std::move(take)](const std::vector<std::string>& given) {
+                    for (const auto& text : given)
+                        take(byName.at(CLI::detail::to_lower(text)));
                 },
                 purpose)
-            ->transform(CLI::CheckedTransformer(std::move(byName), CLI::ignore_case))
+            ->check(CLI::IsMember(std::move(allowed), CLI::ignore_case))
             ->expected(1)
             ->take_all()
             ->type_name("NAME");
@@ -169,7 +180,10 @@ private:
             added.add_option("NAME", into.name, "Its name, or its identifier")->required();
             return added;
         };
-        named("save", "Capture now and keep the result under a name", Command::saveSnapshot);
+        add(snapshots, "save", "Capture now and keep the result under a name",
+            Command::saveSnapshot)
+            .add_option("NAME", into.name, "Its new name")
+            ->required();
         auto& list = add(snapshots, "list", "List the named snapshots", Command::listSnapshots);
         addJson(list);
         addJson(named("show", "Show what a named snapshot holds", Command::showSnapshot));
@@ -191,7 +205,8 @@ private:
         addView(exported);
         exported.add_flag("--include-private", into.includePrivate,
                           "With paths, names of devices and networks, clips and origins");
-        exported.add_option("-o,--output", into.output, "The file; standard output without it");
+        exported.add_option("-o,--output", into.output, "The file; standard output without it")
+            ->check(notEmpty);
         auto& imported = add(app, "import", "Add what the system remembers of installations",
                              Command::importHistory);
         imported.add_flag("--include-routine", into.includeRoutine,

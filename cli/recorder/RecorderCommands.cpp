@@ -24,6 +24,25 @@ QCoro::Task<std::string> status(CommandContext& context) {
     co_return statusCommand::text(context);
 }
 
+/// Tells whoever has read the setting already.
+void applySetting(const CommandContext& context, std::string_view key) {
+    const auto& preferences = context.preferences();
+    auto& model = context.model();
+    if (key == preference::captureSchedule.name)
+        model.setCaptureSchedule(*json::fromRawValue<CaptureSchedule>(
+            tidemark::read(preferences, preference::captureSchedule)));
+    if (key == preference::historyTimeWindow.name)
+        model.history().setRange(tidemark::read(preferences, preference::historyTimeWindow));
+    if (key == preference::historyCustomWindowDays.name)
+        model.history().setCustomWindowDays(
+            tidemark::read(preferences, preference::historyCustomWindowDays));
+    auto& memory = context.recorder.memoryHistory();
+    if (key == preference::memoryClipboardDays.name)
+        memory.setClipboardDays(tidemark::read(preferences, preference::memoryClipboardDays));
+    else if (key.starts_with("memory"))
+        memory.reconfigure();
+}
+
 QCoro::Task<std::string> setSetting(CommandContext& context) {
     const auto& [key, value] = std::tie(context.arguments.key, context.arguments.value);
     // Something happens with these two besides.
@@ -34,8 +53,7 @@ QCoro::Task<std::string> setSetting(CommandContext& context) {
         co_return text;
     }
     settingCommands::set(context.preferences(), key, value);
-    if (key == preference::captureSchedule.name)
-        context.model().setCaptureSchedule(*json::fromRawValue<CaptureSchedule>(value));
+    applySetting(context, key);
     co_return settingCommands::get(context.preferences(), key);
 }
 
@@ -43,20 +61,22 @@ QCoro::Task<std::string> setSetting(CommandContext& context) {
 struct Action {
     Name name;
     QCoro::Task<std::string> (*carryOut)(CommandContext&);
+    /// What it changes is a setting, and lost when that can't be stored.
+    bool changesSettings = false;
 };
 
 constexpr auto actions = std::to_array<Action>({
     {Name::capture, captureCommands::capture},
-    {Name::pause, captureCommands::pause},
-    {Name::resume, captureCommands::resume},
-    {Name::setSchedule, captureCommands::setSchedule},
+    {Name::pause, captureCommands::pause, true},
+    {Name::resume, captureCommands::resume, true},
+    {Name::setSchedule, captureCommands::setSchedule, true},
     {Name::status, status},
     {Name::listFolders, folderCommands::list},
-    {Name::addFolder, folderCommands::add},
-    {Name::trackFolder, folderCommands::change},
-    {Name::removeFolder, folderCommands::change},
-    {Name::checkFolders, folderCommands::check},
-    {Name::setSetting, setSetting},
+    {Name::addFolder, folderCommands::add, true},
+    {Name::trackFolder, folderCommands::change, true},
+    {Name::removeFolder, folderCommands::change, true},
+    {Name::checkFolders, folderCommands::check, true},
+    {Name::setSetting, setSetting, true},
     {Name::saveSnapshot, snapshotCommands::save},
     {Name::deleteSnapshot, snapshotCommands::remove},
     {Name::previewImport, importCommands::preview},
@@ -102,6 +122,7 @@ QCoro::Task<std::string> tell(CommandContext& context, historyCommands::Command 
         .history = context.recorder.recorded(),
         .arguments = context.arguments,
         .colour = context.colour,
+        .stop = context.stop,
     };
     std::string text =
         co_await runInBackground([&](const std::stop_token&) { return command(reading); },
@@ -127,8 +148,7 @@ QCoro::Task<std::string> carryOut(CommandContext context) {
         throw Error("There is no such command.");
     auto task = reading ? tell(context, reading) : action->carryOut(context);
     std::string text = co_await task;
-    // What a capture leaves is in the journal.
-    if (action && name != Name::capture && name != Name::status)
+    if (action && action->changesSettings)
         context.requireStored();
     co_return text;
 }
@@ -138,9 +158,11 @@ std::string read(const RecorderPlaces& places, const RecorderArguments& argument
     if (const auto* answer = find(answers, arguments.command))
         return answer->text(preferences, arguments);
     if (const auto command = historyCommands::find(arguments.command))
-        return command({.history = RecordedHistory::load(places.files),
-                        .arguments = arguments,
-                        .colour = colour});
+        return command(
+            {.history = RecordedHistory::load(
+                 places.files, tidemark::read(preferences, preference::memoryClipboardDays)),
+             .arguments = arguments,
+             .colour = colour});
     const FolderAccess folders(preferences, BookmarkOperations::direct());
     if (arguments.command == Name::listFolders)
         return folderCommands::text(folders);

@@ -104,10 +104,10 @@ std::string carryOutAlone(const RecorderArguments& arguments) {
     QCoreApplication::exec();
     recorder.model().stopAutomaticCaptures();
     recorder.tasks().drain();
-    if (failure)
-        std::rethrow_exception(failure);
     if (interruption.token().stop_requested())
         throw Error("The command was interrupted.");
+    if (failure)
+        std::rethrow_exception(failure);
     return output;
 }
 

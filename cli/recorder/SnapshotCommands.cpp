@@ -8,12 +8,10 @@
 namespace tidemark::snapshotCommands {
 
 QCoro::Task<std::string> save(CommandContext& context) {
-    co_await context.model().start();
-    context.requireHistory();
-    if (!context.state().canRecord())
-        throw Error("Recording is paused; tidemark resume takes it up again.");
-    if (oneLine(context.arguments.name).find_first_not_of(' ') == std::string::npos)
+    if (trimmed(context.arguments.name).empty())
         throw Error("A snapshot needs a name.");
+    co_await context.model().openHistory();
+    context.requireFree();
     auto& snapshots = context.model().snapshots();
     const auto close = qScopeGuard([&] { snapshots.cancelSavedSnapshot(); });
     co_await snapshots.beginSavedSnapshot();
@@ -29,11 +27,13 @@ QCoro::Task<std::string> save(CommandContext& context) {
 }
 
 QCoro::Task<std::string> remove(CommandContext& context) {
-    co_await context.model().start();
+    co_await context.model().openHistory();
     context.requireHistory();
     const auto& baseline =
         snapshotReading::named(context.state().journal(), context.arguments.name);
     const std::string name = baseline.name;
+    if (context.state().busy())
+        throw Error(anotherOperation);
     const bool deleted = co_await context.model().snapshots().deleteSnapshot(baseline.id);
     if (!deleted)
         throw Error(context.state().error->value_or(anotherOperation));

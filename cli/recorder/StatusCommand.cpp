@@ -51,6 +51,9 @@ Status stored(const Journal& journal, const Preferences& preferences, const Fold
         status.problems.push_back(*std::move(problem));
     if (folders.message() && !folders.messageIsSuccess())
         status.problems.push_back(*folders.message());
+    if (!read(preferences, preference::folderSetupCompleted))
+        status.problems.emplace_back(
+            "No folders have been chosen yet; captures wait for tidemark folders.");
     return status;
 }
 
@@ -85,12 +88,10 @@ std::string text(const CommandContext& context) {
     status.running = context.isRunning;
     status.activity = context.model().recordingStatus();
     status.nextCapture = context.model().nextAutomaticCapture();
-    for (const auto& problem : {*state.error, *state.activityError})
+    for (const auto& problem :
+         {*state.error, *state.activityError, context.recorder.memoryHistory().failure()})
         if (problem)
             status.problems.push_back(*problem);
-    if (!read(context.preferences(), preference::folderSetupCompleted))
-        status.problems.emplace_back(
-            "No folders have been chosen yet; captures wait for tidemark folders.");
     return shown(status, context.arguments.json);
 }
 

@@ -96,7 +96,8 @@ bool isAt(const HistoryPlace& place, const Event& event) {
 
 HistoryView presentHistory(const MergedHistory& history, const HistoryPlace& place, Date now,
                            const Calendar& calendar) {
-    const Date windowStart = cutoff(place.window, now, place.customWindowDays);
+    const Date windowStart =
+        place.windowStart.value_or(cutoff(place.window, now, place.customWindowDays));
     const Date after =
         place.stateComparison ? Date::distantPast() : place.since.value_or(windowStart);
     const auto& source = place.stateComparison ? *place.stateComparison : history.timeline;

@@ -131,7 +131,7 @@ TEST_F(ControlServerTest, CarriesOutWhatAClientOfTheSameUserAsksFor) {
 
 TEST_F(ControlServerTest, TheClientRefusesWhatItCannotHandOver) {
     EXPECT_THROW(ask(std::vector<std::string>(65, "a")), Error);
-    EXPECT_THROW(ask({std::string(64 * 1024, 'a')}), Error);
+    EXPECT_THROW(ask({std::string(control::mostRequestBytes, 'a')}), Error);
     EXPECT_THROW(ask({"not \xFF text"}), Error);
     EXPECT_EQ(ask(std::vector<std::string>(64, "a"))->status, 3);
     EXPECT_EQ(ask({std::string(63 * 1024, 'a')})->status, 3);

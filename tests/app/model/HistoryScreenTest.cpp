@@ -172,10 +172,13 @@ TEST_F(HistoryScreenTest, AnOpenSnapshotShowsWhatWasRecordedSince) {
     EXPECT_EQ(screen().workspace(), Place::snapshots);
     EXPECT_EQ(screen().selectedBaseline()->name, "Old");
     EXPECT_EQ(shown(), "folder");
-    EXPECT_EQ(screen().exported()->mode, "Timeline");
+    screen().beginExport();
+    EXPECT_EQ(screen().exportReport()->mode, "Timeline");
     screen().openSnapshot(baseline(1));
     EXPECT_EQ(shown(), "");
-    EXPECT_FALSE(screen().exported());
+    screen().endExport();
+    screen().beginExport();
+    EXPECT_FALSE(screen().exportReport());
 }
 
 TEST_F(HistoryScreenTest, ComparesStatesInTheBackground) {
@@ -185,10 +188,13 @@ TEST_F(HistoryScreenTest, ComparesStatesInTheBackground) {
     screen().setSnapshotViewMode(SnapshotViewMode::states);
     EXPECT_TRUE(screen().isComparing());
     EXPECT_EQ(shown(), "");
-    EXPECT_FALSE(screen().exported());
+    screen().endExport();
+    screen().beginExport();
+    EXPECT_FALSE(screen().exportReport());
     EXPECT_TRUE(compared().ends_with("-0")) << shown();
     EXPECT_EQ(screen().sidebarCounts().at(Place::applications), 1U);
-    EXPECT_EQ(screen().exported()->mode, "Compare States");
+    screen().beginExport();
+    EXPECT_EQ(screen().exportReport()->mode, "Compare States");
 
     // Each snapshot keeps its mode, and a comparison holds as long as the journal.
     screen().setSnapshotViewMode(SnapshotViewMode::timeline);
