@@ -26,7 +26,8 @@ struct BookmarkOperations {
     /// For a process that may open whatever its user may. A bookmark is a small JSON document
     /// with the path, byte for byte, and the identity of the folder there. It resolves to that
     /// path even when nothing stands there, since a volume may come back; it is stale when
-    /// another folder does, and can't be resolved while a link does. `start` succeeds when the folder can be opened.
+    /// another folder does, and can't be resolved while a link does. `start` succeeds when the
+    /// folder can be opened.
     static BookmarkOperations direct();
 };
 
