@@ -26,7 +26,7 @@ struct HistoryPlace {
     /// A named snapshot is open: events of every workspace are shown.
     bool isInSnapshot = false;
     /// Where the window begins, for one without a name.
-    std::optional<Date> windowStart;
+    std::optional<Date> windowStart{};
     /// Shows what is later than this moment, whatever the window.
     std::optional<Date> since{};
     /// The differences of two states, newest first, shown instead of the history, whatever the

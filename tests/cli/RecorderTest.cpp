@@ -1,4 +1,7 @@
 #include "tests/cli/RecorderProgram.h"
+#include "tests/support/OrdinaryUser.h"
+
+#include <unistd.h>
 
 using namespace tidemark;
 using test::Outcome;
@@ -102,6 +105,35 @@ TEST_F(RecorderProgram, TellsNothingOfAFolderThatItCannotSee) {
     comesAndGoes([&] { std::filesystem::create_directory_symlink(folder / "run", place); });
     grow(4);
     EXPECT_NE(command({"capture"}).out.find("Stuff Shrank in Size"), std::string::npos);
+}
+
+TEST_F(RecorderProgram, SaysWhatItMayNotReadOrWrite) {
+    command({"folders", "add", monitored()});
+    command({"capture"});
+    const auto data = folder / "data/Tidemark";
+    const auto journal = data / "journal.json";
+    const std::string before = test::contents(journal);
+    const bool isRoot = ::geteuid() == 0;
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(folder.path()))
+        EXPECT_TRUE(!isRoot || ::lchown(entry.path().c_str(), 65534, 65534) == 0);
+    std::filesystem::permissions(data, std::filesystem::perms(0500));
+    const auto fails = [&](const char* word) {
+        const Outcome outcome = command({word});
+        EXPECT_EQ(outcome.status, 1) << word;
+        EXPECT_NE(outcome.err.find("Permission denied"), std::string::npos) << outcome.err;
+    };
+    {
+        const test::OrdinaryUser user(folder.path());
+        fails("capture");
+        EXPECT_NE(command({"status"}).out.find("Captures kept   1"), std::string::npos);
+    }
+    if (isRoot) {
+        EXPECT_EQ(::lchown(journal.c_str(), 0, 0), 0);
+        const test::OrdinaryUser user(folder.path());
+        fails("capture");
+        fails("status");
+    }
+    EXPECT_EQ(test::contents(journal), before);
 }
 
 TEST_F(RecorderProgram, LeavesAHistoryAloneThatItCantRead) {
