@@ -16,7 +16,8 @@ TEST_F(RecorderProgram, DoesTheWorkOfACommandWhenNoRecorderRuns) {
     EXPECT_NE(second.out.find("Stuff Grew in Size"), std::string::npos) << second.out;
     EXPECT_EQ(second.err, "");
     EXPECT_NE(command({"timeline"}).out.find("+3 GB · part +3 GB"), std::string::npos);
-    EXPECT_EQ(command({"timeline", "--limit", "0"}).out, "No changes have been recorded.\n");
+    EXPECT_EQ(command({"timeline", "--limit", "0"}).out,
+              "Nothing of what was recorded is shown.\n");
     EXPECT_NE(command({"status"}).out.find("Captures kept   2"), std::string::npos);
 
     command({"folders", "track", monitored(), "storage", "off"});

@@ -149,7 +149,7 @@ TEST_F(ControlServerTest, DropsOrRefusesWhatIsNoRequest) {
     } cases[] = {
         {"GET / HTTP/1.1\r\n\r\n", ""},
         {std::string(4, '\0'), ""},
-        {std::string("\0\1\0\1", 4) + "{", ""},
+        {std::string("\0\x10\0\x01", 4) + "{", ""},
         {std::string(4, '\xFF'), ""},
         {framed(good) + "more", ""},
         {framed("{}"), "required"},
