@@ -15,7 +15,7 @@ constexpr int signalStatus = 128;
 sigset_t taken() {
     sigset_t signals;
     ::sigemptyset(&signals);
-    for (const int number : {SIGINT, SIGTERM, SIGUSR1})
+    for (const int number : {SIGINT, SIGTERM, SIGHUP, SIGUSR1})
         ::sigaddset(&signals, number);
     return signals;
 }

@@ -6,9 +6,9 @@
 
 namespace tidemark {
 
-/// Turns the first Control-C (SIGINT) or SIGTERM into a request to stop, and the second into the
-/// end of the process at once. To be made before any other thread, which then inherits that these
-/// signals are taken here.
+/// Turns the first Control-C (SIGINT), SIGTERM or loss of the terminal (SIGHUP) into a request to
+/// stop, and the second into the end of the process at once. To be made before any other thread,
+/// which then inherits that these signals are taken here.
 class Interruption {
 public:
     Interruption();

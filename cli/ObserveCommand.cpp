@@ -3,6 +3,7 @@
 #include "cli/Console.h"
 #include "cli/Interruption.h"
 #include "cli/ObservationSummary.h"
+#include "cli/OutputFile.h"
 #include "cli/ProgressLine.h"
 #include "core/base/Files.h"
 #include "core/base/JsonEncoder.h"
@@ -30,23 +31,6 @@ Paths absolute(const Paths& paths) {
         if (auto path = canonicalPath(given); std::ranges::find(result, path) == result.end())
             result.push_back(std::move(path));
     return result;
-}
-
-/// The file to write: the one that a link leads to. Anything but a regular file is refused, since
-/// a replacement would take the place of a device or a pipe. So is, before a long observation
-/// rather than after it, a place where no file can be made.
-std::filesystem::path writableFile(const std::filesystem::path& given) {
-    auto path = canonicalPath(given);
-    std::error_code error;
-    const auto status = std::filesystem::symlink_status(path, error);
-    if (status.type() == std::filesystem::file_type::none)
-        throw FileError(textFromBytes(path.native()) + " could not be written: " + error.message()
-                            + ".",
-                        error.value());
-    if (std::filesystem::exists(status) && !std::filesystem::is_regular_file(status))
-        throw FileError(textFromBytes(path.native()) + " is not a regular file.", EINVAL);
-    const FileReplacement probe(path);
-    return path;
 }
 
 ObservationOptions optionsOf(const ObserveCommand& command) {

@@ -11,6 +11,8 @@
 #include <new>
 
 #include <CLI/CLI.hpp>
+#include <fcntl.h>
+#include <unistd.h>
 
 namespace {
 
@@ -133,7 +135,19 @@ private:
 
 } // namespace
 
+/// A file that the program opens must not get the number of a stream that its parent had closed:
+/// what is printed would go into it.
+void openStandardStreams() {
+    int opened = -1;
+    do
+        opened = ::open("/dev/null", O_RDWR);
+    while (opened >= 0 && opened <= STDERR_FILENO);
+    if (opened >= 0)
+        ::close(opened);
+}
+
 int main(int argc, char** argv) {
+    openStandardStreams();
     // A parent may have left it ignored, and then the end of a child process could not be known.
     std::signal(SIGCHLD, SIG_DFL);
     return CommandLine().run(argc, argv);

@@ -37,6 +37,7 @@ AppModel::AppModel(Setup setup)
                setup.observe ? std::move(setup.observe) : machineObservation(scanner, progress),
                std::move(setup.beginActivity),
                nullptr,
+               std::move(setup.ownsFolder),
                {}},
       flow(modelState, progress, services), recording(modelState, flow, services),
       folderSetup(modelState, flow, services), screen(modelState, services),

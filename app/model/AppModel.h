@@ -40,6 +40,8 @@ public:
         Observe observe{};
         /// Nothing, when absent.
         BeginActivity beginActivity{};
+        /// Whether the data folder is still this process's own; it is, when absent.
+        std::function<bool()> ownsFolder{};
         /// The memory of this system, when absent.
         CollectInstallations collectInstallations{};
     };

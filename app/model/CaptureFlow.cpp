@@ -4,6 +4,7 @@
 #include "app/model/AdditionalHistoryOptions.h"
 #include "app/model/Log.h"
 #include "core/base/Clock.h"
+#include "core/base/Error.h"
 #include "core/capture/AdditionalObservations.h"
 #include "core/system/SystemFacts.h"
 
@@ -63,8 +64,11 @@ QCoro::Task<void> CaptureFlow::captureAndSave(std::uint64_t generation) {
 }
 
 QCoro::Task<void> CaptureFlow::save(const Journal* journal) {
-    const auto write = [store = &services.store, journal](const std::stop_token&) {
-        store->save(*journal);
+    const auto write = [this, journal](const std::stop_token&) {
+        if (services.ownsFolder && !services.ownsFolder())
+            throw Error("The data folder was removed or replaced while Tidemark was running; start "
+                        "Tidemark again.");
+        services.store.save(*journal);
     };
     // Not in the pool where checks of folders may hang.
     co_await runInBackground(write, {}, WorkPriority::userInitiated);

@@ -34,6 +34,9 @@ struct ModelServices {
     BeginActivity beginActivity;
     /// Null in a program that has none.
     LiveServices* live = nullptr;
+    /// False once another process may have taken the data folder; absent where nobody could. Any
+    /// thread may ask.
+    std::function<bool()> ownsFolder{};
     /// Fills an empty journal from what the system remembers; absent in a program that can't.
     std::function<QCoro::Task<void>()> importInitialHistory;
 };

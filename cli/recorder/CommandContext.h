@@ -49,7 +49,8 @@ struct CommandContext {
     /// Throws `Error` when what was changed will not outlive this process.
     void requireStored() const {
         if (!preferences().isStored())
-            throw Error(preferences().problem().value_or("The settings could not be stored."));
+            throw Error("This holds until Tidemark ends, and no longer. "
+                        + preferences().problem().value_or("The settings could not be stored."));
     }
 };
 

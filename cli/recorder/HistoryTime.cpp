@@ -4,6 +4,7 @@
 #include "core/base/Error.h"
 
 #include <charconv>
+#include <cmath>
 #include <ctime>
 
 namespace tidemark::historyTime {
@@ -33,8 +34,12 @@ std::optional<Date> localMidnight(const std::string& text) {
     if (!end || *end)
         return std::nullopt;
     fields.tm_isdst = -1;
+    const int dayOfMonth = fields.tm_mday;
     const std::time_t time = std::mktime(&fields);
-    return time == -1 ? std::nullopt : std::optional(Date::fromUnix(static_cast<double>(time)));
+    // The 31st of a shorter month would be a day of the next one.
+    return time == -1 || fields.tm_mday != dayOfMonth
+               ? std::nullopt
+               : std::optional(Date::fromUnix(static_cast<double>(time)));
 }
 
 } // namespace
@@ -45,7 +50,7 @@ Date since(const std::string& text, Date now) {
     double count = 0;
     const char* end = text.data() + text.size();
     const auto number = std::from_chars(text.data(), end, count);
-    if (number.ec == std::errc() && number.ptr + 1 == end && count >= 0)
+    if (number.ec == std::errc() && number.ptr + 1 == end && count >= 0 && std::isfinite(count))
         if (const auto unit = secondsOf(*number.ptr))
             return now + -count * *unit;
     if (const auto date = localMidnight(text))

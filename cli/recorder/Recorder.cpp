@@ -21,7 +21,7 @@ FolderLock Recorder::taken(const std::filesystem::path& folder) {
     createPrivateFolders(folder);
     auto lock = FolderLock::take(folder);
     if (!lock)
-        throw Error(lock.error().sentence());
+        throw FolderTaken(lock.error().sentence());
     return *std::move(lock);
 }
 
@@ -36,7 +36,8 @@ Recorder::Recorder(RecorderPlaces chosen)
       appModel({.preferences = stored,
                 .files = where.files,
                 .applicationCenter = applicationCenter,
-                .workspaceCenter = workspaceCenter}) {
+                .workspaceCenter = workspaceCenter,
+                .ownsFolder = [this] { return held.isCurrent(); }}) {
     live.attach(appModel.state());
     auto& screen = appModel.history();
     QObject::connect(&memory, &MemoryHistoryService::archiveChanged, &screen, [this, &screen] {

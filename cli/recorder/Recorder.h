@@ -6,6 +6,7 @@
 #include "app/model/LiveWiring.h"
 #include "app/preferences/JsonPreferences.h"
 #include "cli/recorder/RecordedHistory.h"
+#include "core/base/Error.h"
 #include "core/base/FolderLock.h"
 
 #include <filesystem>
@@ -23,11 +24,17 @@ struct RecorderPlaces {
     static RecorderPlaces current();
 };
 
+/// Another process has the data folder.
+class FolderTaken : public Error {
+public:
+    using Error::Error;
+};
+
 /// Everything that records, put together: the one place that knows each class. Needs the
 /// application object of Qt. Main thread only.
 class Recorder {
 public:
-    /// Takes the data folder. Throws `Error` when another process has it.
+    /// Takes the data folder. Throws `FolderTaken` when another process has it.
     explicit Recorder(RecorderPlaces where);
 
     const RecorderPlaces& places() const { return where; }

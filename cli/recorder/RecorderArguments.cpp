@@ -161,7 +161,8 @@ private:
     void addHistory() {
         auto& timeline = add(app, "timeline", "Show the recorded history", Command::timeline);
         addView(timeline);
-        timeline.add_option("--limit", into.limit, "Most events to show");
+        timeline.add_option("--limit", into.limit, "Most events to show")
+            ->check(CLI::Range(0, 1'000'000));
         timeline.add_flag("--counts", into.counts, "Tell how much each place holds instead");
         addJson(timeline);
         auto& search = add(app, "search", "Search the whole history", Command::search);
@@ -224,12 +225,12 @@ private:
         add(folders, "list", "List the monitored and the recommended folders",
             Command::listFolders);
         auto& added = add(folders, "add", "Monitor a folder", Command::addFolder);
-        added.add_option("PATH", into.path, "The folder")->required();
+        added.add_option("PATH", into.path, "The folder")->required()->check(notEmpty);
         added.add_option("--purpose", into.purposes, "What to read it for")
             ->check(CLI::IsMember(texts<FolderPurpose>()));
         auto& track = add(folders, "track", "Read a monitored folder for a purpose, or not",
                           Command::trackFolder);
-        track.add_option("PATH", into.path, "The folder")->required();
+        track.add_option("PATH", into.path, "The folder")->required()->check(notEmpty);
         track
             .add_option_function<std::string>(
                 "PURPOSE", [&target = into](const std::string& text) { target.purposes = {text}; },
@@ -243,7 +244,7 @@ private:
             ->required()
             ->check(CLI::IsMember({"on", "off"}));
         auto& removed = add(folders, "remove", "Monitor a folder no longer", Command::removeFolder);
-        removed.add_option("PATH", into.path, "The folder")->required();
+        removed.add_option("PATH", into.path, "The folder")->required()->check(notEmpty);
         add(folders, "check", "Monitor all recommended folders that can be read",
             Command::checkFolders);
     }

@@ -9,10 +9,11 @@
 #include "cli/recorder/SettingCommands.h"
 #include "cli/recorder/SnapshotCommands.h"
 #include "cli/recorder/StatusCommand.h"
-#include "core/journal/JournalStore.h"
+#include "core/base/Text.h"
 
 #include <algorithm>
 #include <array>
+#include <cstdio>
 
 namespace tidemark::recorderCommands {
 
@@ -157,17 +158,23 @@ std::string read(const RecorderPlaces& places, const RecorderArguments& argument
     JsonPreferences preferences(places.settings, JsonPreferences::Opening::toRead);
     if (const auto* answer = find(answers, arguments.command))
         return answer->text(preferences, arguments);
-    if (const auto command = historyCommands::find(arguments.command))
-        return command(
-            {.history = RecordedHistory::load(
-                 places.files, tidemark::read(preferences, preference::memoryClipboardDays)),
-             .arguments = arguments,
-             .colour = colour});
+    const auto load = [&] {
+        return RecordedHistory::load(places.files,
+                                     tidemark::read(preferences, preference::memoryClipboardDays));
+    };
+    if (const auto command = historyCommands::find(arguments.command)) {
+        const historyCommands::Reading reading{
+            .history = load(), .arguments = arguments, .colour = colour};
+        std::string text = command(reading);
+        for (const auto& problem : {reading.history.activityProblem, reading.history.memoryProblem})
+            if (problem)
+                std::fprintf(stderr, "tidemark: %s\n", oneLine(*problem).c_str());
+        return text;
+    }
     const FolderAccess folders(preferences, BookmarkOperations::direct());
     if (arguments.command == Name::listFolders)
         return folderCommands::text(folders);
-    return statusCommand::text(JournalStore(places.files.journal()).load(), preferences, folders,
-                               arguments.json);
+    return statusCommand::text(load(), preferences, folders, arguments.json);
 }
 
 } // namespace tidemark::recorderCommands

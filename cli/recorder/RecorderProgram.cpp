@@ -4,10 +4,10 @@
 #include "app/control/ControlServer.h"
 #include "cli/Console.h"
 #include "cli/Interruption.h"
+#include "cli/OutputFile.h"
 #include "cli/recorder/CaptureCommands.h"
 #include "cli/recorder/FirstSetup.h"
 #include "cli/recorder/RecorderCommands.h"
-#include "core/base/CanonicalPath.h"
 #include "core/base/Files.h"
 #include "core/base/Text.h"
 #include "platform/linux/LogindMonitor.h"
@@ -16,15 +16,21 @@
 #include <QCoroTask>
 #include <QDBusConnection>
 #include <QLoggingCategory>
+#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <iostream>
+#include <thread>
 
 #include <unistd.h>
 
 namespace tidemark::recorderProgram {
 
 namespace {
+
+/// How long a command waits for the data folder: five seconds.
+constexpr int folderAttempts = 50;
+constexpr std::chrono::milliseconds folderPause{100};
 
 /// Qt wants the arguments of main() for as long as its application lives.
 struct Application {
@@ -81,12 +87,61 @@ void tellProblem(Recorder& recorder) {
         std::fprintf(stderr, "%s\n", oneLine(*problem).c_str());
 }
 
-std::string carryOutAlone(const RecorderArguments& arguments) {
+/// The file is written here, and its name need not be one that can be handed over.
+void hideOutput(std::vector<std::string>& words) {
+    for (std::size_t i = 0; i < words.size(); ++i)
+        if ((words[i] == "-o" || words[i] == "--output") && i + 1 < words.size())
+            words[++i] = "-";
+        else if (words[i].starts_with("--output="))
+            words[i] = "--output=-";
+}
+
+/// What the recorder that runs answers; absent when there is none.
+std::optional<ControlAnswer> askRecorder(const RecorderPlaces& places,
+                                         const RecorderArguments& arguments,
+                                         const std::vector<std::string>& line) {
+    ControlClient::Patience patience;
+    if (recorderCommands::isReading(arguments.command))
+        patience.answer = std::chrono::minutes(1);
+    std::error_code error;
+    // It is of use for paths alone, and need not exist.
+    const auto directory =
+        arguments.path.empty() ? std::filesystem::path("/") : std::filesystem::current_path(error);
+    ControlRequest request{
+        .arguments = line, .colour = console::useColour(), .directory = directory};
+    hideOutput(request.arguments);
+    return ControlClient::ask(places.socket, request, patience);
+}
+
+/// Waits a while for another command to leave the data folder, or a recorder to listen.
+std::optional<ControlAnswer> takeFolder(std::optional<Recorder>& recorder,
+                                        const RecorderPlaces& places,
+                                        const RecorderArguments& arguments,
+                                        const std::vector<std::string>& line) {
+    for (int attempt = 0;; ++attempt) {
+        try {
+            recorder.emplace(places);
+            return std::nullopt;
+        } catch (const FolderTaken&) {
+            if (attempt == folderAttempts)
+                throw;
+        }
+        std::this_thread::sleep_for(folderPause);
+        if (auto answer = askRecorder(places, arguments, line))
+            return answer;
+    }
+}
+
+ControlAnswer carryOutAlone(const RecorderPlaces& places, const RecorderArguments& arguments,
+                            const std::vector<std::string>& line) {
     const Interruption interruption;
     const Application application;
     // The answer says it all.
     QLoggingCategory::setFilterRules("app.tidemark.captures=false");
-    Recorder recorder(RecorderPlaces::current());
+    std::optional<Recorder> taken;
+    if (auto answer = takeFolder(taken, places, arguments, line))
+        return *std::move(answer);
+    Recorder& recorder = *taken;
     tellProblem(recorder);
     std::string output;
     std::exception_ptr failure;
@@ -108,7 +163,7 @@ std::string carryOutAlone(const RecorderArguments& arguments) {
         throw Error("The command was interrupted.");
     if (failure)
         std::rethrow_exception(failure);
-    return output;
+    return {0, std::move(output), {}};
 }
 
 QCoro::Task<void> startRecording(Recorder& recorder,
@@ -130,15 +185,10 @@ bool confirmed(const std::string& question) {
     std::fprintf(stderr, "%s [y/N] ", question.c_str());
     std::string answer;
     std::getline(std::cin, answer);
-    return answer == "y" || answer == "Y" || answer == "yes";
-}
-
-/// To the file that was asked for, else to standard output.
-void deliver(const RecorderArguments& arguments, const std::string& text) {
-    if (arguments.output.empty())
-        console::print(text);
-    else
-        replaceFile(canonicalPath(arguments.output), text);
+    if (answer.starts_with('y') || answer.starts_with('Y'))
+        return true;
+    std::fputs("Nothing was deleted.\n", stderr);
+    return false;
 }
 
 } // namespace
@@ -177,20 +227,22 @@ int carryOut(const RecorderArguments& arguments, const std::vector<std::string>&
     if (arguments.command == RecorderArguments::Command::deleteSnapshot && !arguments.yes
         && !confirmed("Delete the snapshot \"" + oneLine(arguments.name) + "\"?"))
         return 0;
+    const auto output =
+        arguments.output.empty() ? std::nullopt : std::optional(writableFile(arguments.output));
     const RecorderPlaces places = RecorderPlaces::current();
-    const bool colour = console::useColour();
-    const auto answered = ControlClient::ask(
-        places.socket,
-        {.arguments = line, .colour = colour, .directory = std::filesystem::current_path()});
-    if (answered && !answered->error.empty()) {
-        console::print(answered->output);
-        throw Error(answered->error);
-    }
-    const bool isReading = recorderCommands::isReading(arguments.command);
-    deliver(arguments, answered    ? answered->output
-                       : isReading ? recorderCommands::read(places, arguments, colour)
-                                   : carryOutAlone(arguments));
-    return answered ? static_cast<int>(answered->status) : 0;
+    auto answer = askRecorder(places, arguments, line);
+    if (!answer && recorderCommands::isReading(arguments.command))
+        answer =
+            ControlAnswer{0, recorderCommands::read(places, arguments, console::useColour()), {}};
+    if (!answer)
+        answer = carryOutAlone(places, arguments, line);
+    if (answer->error.empty() && output)
+        replaceFile(*output, answer->output);
+    else
+        console::print(answer->output);
+    if (!answer->error.empty())
+        throw Error(answer->error);
+    return static_cast<int>(answer->status);
 }
 
 } // namespace tidemark::recorderProgram

@@ -95,9 +95,13 @@ std::string text(const CommandContext& context) {
     return shown(status, context.arguments.json);
 }
 
-std::string text(const Journal& journal, const Preferences& preferences,
+std::string text(const RecordedHistory& history, const Preferences& preferences,
                  const FolderAccess& folders, bool asJson) {
-    return shown(stored(journal, preferences, folders), asJson);
+    Status status = stored(history.journal, preferences, folders);
+    for (const auto& problem : {history.activityProblem, history.memoryProblem})
+        if (problem)
+            status.problems.push_back(*problem);
+    return shown(status, asJson);
 }
 
 } // namespace tidemark::statusCommand

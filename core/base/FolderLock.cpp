@@ -80,8 +80,12 @@ std::expected<FolderLock, FolderHolder> FolderLock::take(const std::filesystem::
         if (!isFileAt(file, path))
             continue;
         noteProcess(file);
-        return FolderLock(std::move(file));
+        return FolderLock(std::move(file), path);
     }
+}
+
+bool FolderLock::isCurrent() const {
+    return isFileAt(file, place);
 }
 
 } // namespace tidemark

@@ -30,13 +30,19 @@ public:
     /// locked, such as in a folder without the right to write.
     static std::expected<FolderLock, FolderHolder> take(const std::filesystem::path& folder);
 
+    /// False once another file, or none, has the name of the locked one: then somebody else may
+    /// have taken the folder. Any thread may ask.
+    bool isCurrent() const;
+
     FolderLock(FolderLock&&) = default;
     FolderLock& operator=(FolderLock&&) = default;
 
 private:
-    explicit FolderLock(FileDescriptor locked) : file(std::move(locked)) {}
+    FolderLock(FileDescriptor locked, std::filesystem::path where)
+        : file(std::move(locked)), place(std::move(where)) {}
 
     FileDescriptor file;
+    std::filesystem::path place;
 };
 
 } // namespace tidemark

@@ -1,6 +1,9 @@
 #include "tests/cli/RecorderProgram.h"
 
+#include <filesystem>
+
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 using namespace tidemark;
 using test::Outcome;
@@ -121,6 +124,10 @@ TEST_P(HistoryCommands, ExportWhatTheFiltersShow) {
     EXPECT_EQ(said(with({"--output", file.native()})), "");
     EXPECT_NE(test::contents(file).find("Grew in Size"), std::string::npos);
     EXPECT_EQ(test::modeOf(file), 0600U);
+    const auto pipe = folder / "pipe";
+    ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
+    EXPECT_EQ(command(with({"--output", pipe.native()})).status, 1);
+    EXPECT_TRUE(std::filesystem::is_fifo(pipe));
     const Outcome nowhere = command(with({"--output", (folder / "none/history.csv").native()}));
     EXPECT_EQ(nowhere.status, 1);
     EXPECT_NE(nowhere.err, "");
@@ -129,8 +136,11 @@ TEST_P(HistoryCommands, ExportWhatTheFiltersShow) {
 
 TEST_P(HistoryCommands, PreviewAndImportWithoutHarm) {
     record();
-    // What this machine remembers is its own; none of it may be lost or doubled.
+    const auto journal = folder / "data/Tidemark/journal.json";
+    const std::string before = test::contents(journal);
     said({"import", "--preview", "--include-routine"});
+    EXPECT_EQ(test::contents(journal), before);
+    // What this machine remembers is its own; none of it may be doubled.
     said({"import", "--include-routine"});
     const std::string again = said({"import", "--include-routine"});
     EXPECT_EQ(again.find("Added"), std::string::npos) << again;

@@ -137,6 +137,36 @@ TEST_F(RecorderProgram, SaysWhatItMayNotReadOrWrite) {
     EXPECT_EQ(test::contents(journal), before);
 }
 
+TEST_F(RecorderProgram, TellsOfFilesBesideTheHistoryThatItCantRead) {
+    command({"folders", "add", monitored()});
+    command({"capture"});
+    const Words files{"system-activity.json", "memory-history.json"};
+    for (const auto& file : files)
+        folder.write("data/Tidemark/" + file, "{]");
+    for (const char* name : {"status", "timeline"}) {
+        const Outcome outcome = command({name});
+        for (const auto& file : files)
+            EXPECT_NE((outcome.out + outcome.err).find(file), std::string::npos) << name << file;
+    }
+    EXPECT_EQ(command({"activity"}).status, 1);
+    EXPECT_EQ(command({"memory"}).status, 1);
+    for (const auto& file : files)
+        EXPECT_EQ(test::contents(folder / "data/Tidemark" / file), "{]");
+}
+
+TEST_F(RecorderProgram, SavesNothingIntoADataFolderThatSomebodyElseMayHave) {
+    command({"folders", "add", monitored()});
+    start();
+    ASSERT_TRUE(waitFor("Capture saved")) << logged;
+    const auto data = folder / "data/Tidemark";
+    std::filesystem::rename(data, folder / "moved");
+    std::filesystem::create_directory(data);
+    const Outcome refused = command({"capture"});
+    EXPECT_EQ(refused.status, 1);
+    EXPECT_NE(refused.err.find("removed or replaced"), std::string::npos) << refused.err;
+    EXPECT_FALSE(std::filesystem::exists(data / "journal.json"));
+}
+
 TEST_F(RecorderProgram, LeavesAHistoryAloneThatItCantRead) {
     command({"folders", "add", monitored()});
     const auto journal = folder.write("data/Tidemark/journal.json", "{\"schemaVersion\":2");
