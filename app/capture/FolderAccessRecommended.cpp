@@ -73,7 +73,7 @@ struct FolderAccess::Checking {
     }
 
     /// Each once, whatever links lead to it.
-    std::vector<Tested> all(std::vector<Tested> folders, const FolderCalls& calls,
+    std::vector<Tested> all(std::vector<Tested> folders, const FolderCalls& folderCalls,
                             const std::stop_token& stop) const {
         std::vector<Tested> seen;
         const auto isSeen = [&](const fs::path& canonical) {
@@ -84,7 +84,7 @@ struct FolderAccess::Checking {
                 continue;
             const auto look = [checking = *this, folder] { return checking.tested(folder); };
             folder.failure = unansweredFolder;
-            auto found = calls.answer(folder.named, look, stop).value_or(folder);
+            auto found = folderCalls.answer(folder.named, look, stop).value_or(folder);
             if (!isSeen(found.canonical))
                 seen.push_back(std::move(found));
         }

@@ -31,9 +31,9 @@ public:
             stop(url);
     }
 
-    const ObservationOptions options;
+    ObservationOptions options;
     /// What could not be opened, as sentences for the coverage of the capture.
-    const std::vector<std::string> issues;
+    std::vector<std::string> issues;
 
 private:
     std::vector<std::filesystem::path> urls;

@@ -50,9 +50,9 @@ struct ControlAnswer {
 namespace control {
 
 inline constexpr std::size_t headerSize = 4;
-inline constexpr std::size_t mostRequestBytes = 1024 * 1024;
+inline constexpr std::size_t mostRequestBytes = std::size_t{1024} * 1024;
 inline constexpr std::size_t mostArguments = 64;
-inline constexpr std::size_t mostAnswerBytes = 256 * 1024 * 1024;
+inline constexpr std::size_t mostAnswerBytes = std::size_t{256} * 1024 * 1024;
 
 /// The length that a frame announces; `frame` holds at least the header.
 std::size_t announcedSize(std::string_view frame);

@@ -18,7 +18,7 @@ namespace {
 
 using nlohmann::json;
 
-constexpr std::size_t largestFile = 16 * 1024 * 1024;
+constexpr std::size_t largestFile = std::size_t{16} * 1024 * 1024;
 /// A document nested deeper is damage or malice, and would cost the stack when written.
 constexpr int deepestNesting = 64;
 

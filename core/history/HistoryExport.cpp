@@ -115,7 +115,7 @@ std::string movedIn(const std::string& lines) {
     for (const char character : lines) {
         text += character;
         if (character == '\n')
-            text.append(2 * indentation, ' ');
+            text.append(static_cast<std::size_t>(2 * indentation), ' ');
     }
     return text;
 }
