@@ -61,6 +61,17 @@ std::uint64_t magnitude(std::int64_t value) {
     return value < 0 ? ~static_cast<std::uint64_t>(value) + 1 : static_cast<std::uint64_t>(value);
 }
 
+bool isControl(std::int32_t character) {
+    return character < 0x20 || (character >= 0x7F && character < 0xA0);
+}
+
+/// Line separators, and embeddings, overrides and isolates of the direction, with which one name
+/// passes for another. The marks of direction stay: they turn nothing but themselves.
+bool breaksLine(std::int32_t character) {
+    return (character >= 0x2028 && character <= 0x202E)
+           || (character >= 0x2066 && character <= 0x2069);
+}
+
 } // namespace
 
 std::string byteString(std::int64_t bytes) {
@@ -146,9 +157,7 @@ std::string oneLine(std::string_view text) {
     for (std::size_t place = 0; place < text.size();) {
         const std::size_t start = place;
         const std::int32_t character = utf8::next(text, place);
-        const bool breaks = character < 0x20 || (character >= 0x7F && character < 0xA0)
-                            || character == 0x2028 || character == 0x2029;
-        if (breaks)
+        if (isControl(character) || breaksLine(character))
             line += "\uFFFD";
         else
             line += text.substr(start, place - start);

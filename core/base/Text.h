@@ -31,8 +31,9 @@ bool isValidUtf8(std::string_view bytes);
 /// so that names that differ stay different.
 std::string textFromBytes(std::string_view bytes);
 
-/// A text as one line for people: control characters and line separators, which a file name or a
-/// document may hold, and bytes that are no text become U+FFFD.
+/// A text as one line for people: control characters, line separators and what turns the direction
+/// of the text behind it, which a file name or a document may hold, and bytes that are no text
+/// become U+FFFD.
 std::string oneLine(std::string_view text);
 
 /// A text that ends with one full stop.
