@@ -2,6 +2,7 @@
 
 #include "core/base/Utf8.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cmath>
@@ -177,6 +178,15 @@ std::string_view lastPathComponent(std::string_view path) {
     if (path.size() <= 1)
         return path;
     return path.substr(path.rfind('/') + 1);
+}
+
+std::string_view parentFolder(std::string_view path) {
+    while (path.size() > 1 && path.ends_with('/'))
+        path.remove_suffix(1);
+    const std::size_t slash = path.rfind('/');
+    if (slash == std::string_view::npos)
+        return {};
+    return path.substr(0, std::max<std::size_t>(slash, 1));
 }
 
 bool isBelow(std::string_view path, std::string_view root) {

@@ -42,6 +42,10 @@ std::string asSentence(std::string text);
 /// The part of a path behind its last "/", trailing slashes ignored; "/" for the root.
 std::string_view lastPathComponent(std::string_view path);
 
+/// The part of a path before its last "/", trailing slashes ignored; "/" for what lies in the
+/// root, nothing for a path without a folder.
+std::string_view parentFolder(std::string_view path);
+
 /// True when `path` lies below `root`: it starts with `root` and "/".
 bool isBelow(std::string_view path, std::string_view root);
 
