@@ -5,6 +5,7 @@
 
 #include <QCoroSignal>
 #include <algorithm>
+#include <cmath>
 
 namespace tidemark {
 
@@ -24,6 +25,14 @@ constexpr auto suspensions = std::to_array<Suspension>({
 
 bool isClip(const Shared<MemoryRecord>& record) {
     return record->kind == MemoryRecord::Kind::clipboard;
+}
+
+/// One record that can't be written would end the whole history.
+bool isStorable(const MemoryRecord& record) {
+    const auto isFinite = [](Date date) { return std::isfinite(date.secondsSince2001); };
+    return isFinite(record.timestamp) && isFinite(record.observedAt)
+           && isFinite(record.lastOpened.value_or(Date{}))
+           && std::isfinite(record.duration.value_or(0));
 }
 
 } // namespace
@@ -105,6 +114,7 @@ void MemoryHistoryService::update(std::vector<MemoryRecord> records, bool persis
         return;
     if (!collectionAllowed())
         records.clear();
+    std::erase_if(records, std::not_fn(isStorable));
     MemoryArchive next = current;
     next.upsert(std::move(records), clock.now(), days);
     publish(std::move(next));

@@ -63,8 +63,9 @@ public:
     QCoro::Task<void> writer();
 
     /// The one way into the archive: adds records as `MemoryArchive::upsert` does, or none when
-    /// recording is not allowed; the limits apply in any case. With `persist`, the result is
-    /// written unless it is what was written last. Nothing before `load` or after a `failure`.
+    /// recording is not allowed; the limits apply in any case. Records with a number that is not
+    /// finite are left out. With `persist`, the result is written unless it is what was written
+    /// last. Nothing before `load` or after a `failure`.
     void update(std::vector<MemoryRecord> records, bool persist = true);
     /// Pins or unpins a clip.
     void togglePin(std::string_view id);

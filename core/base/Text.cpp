@@ -2,6 +2,7 @@
 
 #include "core/base/Utf8.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cmath>
@@ -59,6 +60,17 @@ std::string magnitudeText(std::uint64_t bytes) {
 
 std::uint64_t magnitude(std::int64_t value) {
     return value < 0 ? ~static_cast<std::uint64_t>(value) + 1 : static_cast<std::uint64_t>(value);
+}
+
+bool isControl(std::int32_t character) {
+    return character < 0x20 || (character >= 0x7F && character < 0xA0);
+}
+
+/// Line separators, and embeddings, overrides and isolates of the direction, with which one name
+/// passes for another. The marks of direction stay: they turn nothing but themselves.
+bool breaksLine(std::int32_t character) {
+    return (character >= 0x2028 && character <= 0x202E)
+           || (character >= 0x2066 && character <= 0x2069);
 }
 
 } // namespace
@@ -146,9 +158,7 @@ std::string oneLine(std::string_view text) {
     for (std::size_t place = 0; place < text.size();) {
         const std::size_t start = place;
         const std::int32_t character = utf8::next(text, place);
-        const bool breaks = character < 0x20 || (character >= 0x7F && character < 0xA0)
-                            || character == 0x2028 || character == 0x2029;
-        if (breaks)
+        if (isControl(character) || breaksLine(character))
             line += "\uFFFD";
         else
             line += text.substr(start, place - start);
@@ -168,6 +178,15 @@ std::string_view lastPathComponent(std::string_view path) {
     if (path.size() <= 1)
         return path;
     return path.substr(path.rfind('/') + 1);
+}
+
+std::string_view parentFolder(std::string_view path) {
+    while (path.size() > 1 && path.ends_with('/'))
+        path.remove_suffix(1);
+    const std::size_t slash = path.rfind('/');
+    if (slash == std::string_view::npos)
+        return {};
+    return path.substr(0, std::max<std::size_t>(slash, 1));
 }
 
 bool isBelow(std::string_view path, std::string_view root) {

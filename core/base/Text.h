@@ -31,8 +31,9 @@ bool isValidUtf8(std::string_view bytes);
 /// so that names that differ stay different.
 std::string textFromBytes(std::string_view bytes);
 
-/// A text as one line for people: control characters and line separators, which a file name or a
-/// document may hold, and bytes that are no text become U+FFFD.
+/// A text as one line for people: control characters, line separators and what turns the direction
+/// of the text behind it, which a file name or a document may hold, and bytes that are no text
+/// become U+FFFD.
 std::string oneLine(std::string_view text);
 
 /// A text that ends with one full stop.
@@ -40,6 +41,10 @@ std::string asSentence(std::string text);
 
 /// The part of a path behind its last "/", trailing slashes ignored; "/" for the root.
 std::string_view lastPathComponent(std::string_view path);
+
+/// The part of a path before its last "/", trailing slashes ignored; "/" for what lies in the
+/// root, nothing for a path without a folder.
+std::string_view parentFolder(std::string_view path);
 
 /// True when `path` lies below `root`: it starts with `root` and "/".
 bool isBelow(std::string_view path, std::string_view root);

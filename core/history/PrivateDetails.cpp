@@ -1,5 +1,8 @@
 #include "core/history/PrivateDetails.h"
 
+#include "core/base/Text.h"
+#include "core/records/MemoryRecord.h"
+
 #include <algorithm>
 #include <array>
 
@@ -27,6 +30,19 @@ bool holds(const auto& keys, std::string_view key) {
     return std::ranges::find(keys, key) != keys.end();
 }
 
+/// The text under a key; empty without one.
+std::string_view textOf(const Json& object, std::string_view key) {
+    const auto found = object.find(key);
+    if (found == object.end() || !found->is_string())
+        return {};
+    return found->get_ref<const std::string&>();
+}
+
+bool isOfFile(const Json& memory) {
+    const auto kind = json::fromRawValue<MemoryRecord::Kind>(textOf(memory, "kind"));
+    return kind && MemoryRecord::isFile(*kind);
+}
+
 } // namespace
 
 PrivateDetails::PrivateDetails(const Json& event, bool keep) : keepsDetails(keep) {
@@ -34,8 +50,7 @@ PrivateDetails::PrivateDetails(const Json& event, bool keep) : keepsDetails(keep
         return;
     collect(event);
     if (const auto memory = event.find("memory"); memory != event.end() && memory->is_object())
-        for (const std::string_view key : memoryKeys)
-            collectText(*memory, key);
+        collectMemory(*memory);
     std::ranges::sort(texts, [](const std::string& a, const std::string& b) {
         return a.size() != b.size() ? a.size() > b.size() : a < b;
     });
@@ -56,12 +71,23 @@ void PrivateDetails::collect(const Json& node) {
             collect(child);
 }
 
-void PrivateDetails::collectText(const Json& object, std::string_view key) {
-    const auto found = object.find(key);
-    if (found == object.end() || !found->is_string())
+void PrivateDetails::collectMemory(const Json& memory) {
+    for (const std::string_view key : memoryKeys)
+        collectText(memory, key);
+    // The line below the title of a file names its folder.
+    if (!isOfFile(memory))
         return;
-    if (const auto& text = found->get_ref<const std::string&>(); !text.empty())
-        texts.push_back(text);
+    if (const auto folder = parentFolder(textOf(memory, "path")); folder != "/")
+        collectText(folder);
+}
+
+void PrivateDetails::collectText(const Json& object, std::string_view key) {
+    collectText(textOf(object, key));
+}
+
+void PrivateDetails::collectText(std::string_view text) {
+    if (!text.empty())
+        texts.emplace_back(text);
 }
 
 bool PrivateDetails::isDropped(std::string_view key) const {

@@ -19,7 +19,9 @@ public:
 
 private:
     void collect(const nlohmann::json& node);
+    void collectMemory(const nlohmann::json& memory);
     void collectText(const nlohmann::json& object, std::string_view key);
+    void collectText(std::string_view text);
     bool isDropped(std::string_view key) const;
     std::string excluded(std::string_view text, std::size_t first = 0) const;
     std::string excludedOccurrences(std::string_view text, std::size_t index) const;

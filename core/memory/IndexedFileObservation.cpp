@@ -4,6 +4,7 @@
 #include "core/base/Url.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace tidemark {
 
@@ -14,6 +15,11 @@ bool isOfTheWeb(const std::string& origin) {
     return scheme == "https" || scheme == "http";
 }
 
+/// An index may hold any number; one that is no date can't be stored.
+std::optional<Date> finite(std::optional<Date> date) {
+    return date && std::isfinite(date->secondsSince2001) ? date : std::nullopt;
+}
+
 } // namespace
 
 std::vector<MemoryRecord> IndexedFileObservation::records(Date after, Date observedAt) const {
@@ -21,12 +27,13 @@ std::vector<MemoryRecord> IndexedFileObservation::records(Date after, Date obser
     if (const auto found = std::ranges::find_if(origins, isOfTheWeb); found != origins.end())
         source = *found;
 
+    const auto lastOpened = finite(used);
     using Kind = MemoryRecord::Kind;
     const std::pair<Kind, std::optional<Date>> candidates[] = {
-        {Kind::fileOpened, used},
-        {Kind::fileModified, modified},
-        {Kind::fileCreated, created},
-        {Kind::downloaded, source ? added : std::nullopt},
+        {Kind::fileOpened, lastOpened},
+        {Kind::fileModified, finite(modified)},
+        {Kind::fileCreated, finite(created)},
+        {Kind::downloaded, source ? finite(added) : std::nullopt},
     };
     std::vector<MemoryRecord> records;
     for (const auto& [kind, date] : candidates) {
@@ -40,7 +47,7 @@ std::vector<MemoryRecord> IndexedFileObservation::records(Date after, Date obser
         record.path = path;
         record.bytes = bytes;
         record.sourceURL = source;
-        record.lastOpened = used;
+        record.lastOpened = lastOpened;
         record.observedAt = observedAt;
     }
     return records;

@@ -19,7 +19,8 @@ struct IndexedFileObservation {
     std::optional<std::int64_t> bytes;
 
     /// One record for each of its dates from `after` to `observedAt`, both included: last used,
-    /// modified, created, and, for a file that came from the web, downloaded.
+    /// modified, created, and, for a file that came from the web, downloaded. Dates that are not
+    /// finite count as absent.
     std::vector<MemoryRecord> records(Date after, Date observedAt) const;
 
     bool operator==(const IndexedFileObservation&) const = default;

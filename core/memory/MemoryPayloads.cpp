@@ -58,7 +58,9 @@ std::vector<std::string> fileNames(const std::filesystem::path& folder, int desc
 
 std::string MemoryPayloads::read(const std::string& name) const {
     const auto path = folder / name;
-    const FileDescriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOFOLLOW));
+    const auto directory = opened(folder);
+    const FileDescriptor file(
+        ::openat(directory.get(), name.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOFOLLOW));
     if (!file)
         throw failure(path, "could not be read");
     return readFile(file, path, MemoryArchive::clipByteLimit);

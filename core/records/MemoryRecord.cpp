@@ -49,15 +49,6 @@ const Words& wordsOf(Kind kind) {
     return words[static_cast<std::size_t>(kind)];
 }
 
-std::string_view parentFolder(std::string_view path) {
-    while (path.size() > 1 && path.ends_with('/'))
-        path.remove_suffix(1);
-    const std::size_t slash = path.rfind('/');
-    if (slash == std::string_view::npos)
-        return {};
-    return path.substr(0, std::max<std::size_t>(slash, 1));
-}
-
 std::string joined(std::string_view first, std::string_view second) {
     std::string text(first);
     if (!first.empty() && !second.empty())
@@ -86,10 +77,6 @@ std::string MemoryRecord::fileID(Kind kind, std::string_view path, Date date) {
     std::string identity(rawValue(kind));
     identity.append("|").append(path).append("|");
     return Sha256::hex(identity + shortestText(date.secondsSince1970()));
-}
-
-bool MemoryRecord::isFile() const {
-    return kind <= Kind::downloaded;
 }
 
 std::string_view MemoryRecord::activity() const {

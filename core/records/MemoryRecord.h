@@ -62,7 +62,8 @@ struct MemoryRecord {
     /// A digest of all three: the same observation, made again, has the same id.
     static std::string fileID(Kind kind, std::string_view path, Date date);
 
-    bool isFile() const;
+    static constexpr bool isFile(Kind kind) { return kind <= Kind::downloaded; }
+    bool isFile() const { return isFile(kind); }
     /// What happened, in a word or two.
     std::string_view activity() const;
     /// What the record can tell and what it can't, as sentences.

@@ -5,6 +5,8 @@
 #include "tests/app/support/MemoryPreferences.h"
 #include "tests/support/TemporaryFolder.h"
 
+#include <cmath>
+
 #include <gtest/gtest.h>
 
 using namespace tidemark;
@@ -173,6 +175,21 @@ TEST_F(MemoryHistory, RecordsNothingWhenItMustNot) {
     service->start();
     EXPECT_EQ(collector.taken(), "stop ");
     EXPECT_FALSE(service->active());
+}
+
+TEST_F(MemoryHistory, LeavesOutWhatCannotBeStored) {
+    load();
+    std::vector<MemoryRecord> records(5, application("odd"));
+    records[0].timestamp = records[1].observedAt = Date::distantPast();
+    records[2].lastOpened = Date::distantFuture();
+    records[3].duration = std::nan("");
+    records[4].title = "editor";
+    for (std::size_t i = 0; i < records.size(); ++i)
+        records[i].id = std::to_string(i);
+    service->update(records);
+    finishWriting();
+    EXPECT_EQ(service->failure(), std::nullopt);
+    EXPECT_EQ(titles(stored()), "editor ");
 }
 
 TEST_F(MemoryHistory, StopsForGoodWhenASaveFails) {

@@ -111,6 +111,8 @@ TEST(Text, KeepsBrokenNamesApart) {
 TEST(Text, PutsAnythingOnOneLine) {
     EXPECT_EQ(oneLine("a\nb\r\x1B[31m\x7F\u0085\u2028\u2029é\xFF"),
               "a\uFFFDb\uFFFD\uFFFD[31m\uFFFD\uFFFD\uFFFD\uFFFDé\uFFFD");
+    EXPECT_EQ(oneLine("\u202Egnp.exe\u202A\u202F\u2065\u2066\u2069\u206A\u200F"),
+              "\uFFFDgnp.exe\uFFFD\u202F\u2065\uFFFD\uFFFD\u206A\u200F");
     EXPECT_EQ(asSentence("Done"), "Done.");
     EXPECT_EQ(asSentence("Done."), "Done.");
 }

@@ -2,6 +2,7 @@
 
 #include "core/base/Error.h"
 #include "core/history/ReportProcess.h"
+#include "core/memory/MemoryEvents.h"
 #include "tests/support/Observations.h"
 #include "tests/support/RecordFiller.h"
 #include "tests/support/TemporaryFolder.h"
@@ -147,6 +148,27 @@ TEST(HistoryExport, LooksForEachEventsOwnSecretsInItsKeysAndItsPayloads) {
     const Json& after = cleaned.at("changes").at(0).at("folderSizeChanged").at("after");
     EXPECT_EQ(after.at("breakdown").dump(), R"({"[Excluded]/a":1})");
     EXPECT_EQ(report.at("events").at(1).at("title"), "Home, Disk and /data");
+}
+
+TEST(HistoryExport, DoesNotTellTheFolderOfARememberedFile) {
+    using Kind = MemoryRecord::Kind;
+    const struct {
+        Kind kind;
+        const char* path;
+        const char* expected;
+    } cases[] = {
+        {Kind::fileOpened, "/home/ann/letter", "Last used · [Excluded], [Excluded] and /"},
+        {Kind::downloaded, "/home/ann/folder/", "Downloaded · [Excluded], [Excluded] and /"},
+        {Kind::fileModified, "/letter", "Modified · /, /home/ann and /"},
+        {Kind::fileCreated, "letter", "Created, /home/ann and /"},
+        {Kind::appLaunched, "/home/ann/Editor", "Launched, /home/ann and /"},
+    };
+    for (const auto& [kind, path, expected] : cases) {
+        Event event = MemoryEvents::event(MemoryRecord::make(kind, Date{}, "Report", path));
+        event.subtitle += ", /home/ann and /";
+        EXPECT_EQ(exported(event, false).at("subtitle"), expected);
+        EXPECT_EQ(exported(event, true).at("subtitle"), event.subtitle);
+    }
 }
 
 TEST(HistoryExport, HoldsEveryFieldButTheNamedOnes) {

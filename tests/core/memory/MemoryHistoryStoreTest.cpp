@@ -199,6 +199,15 @@ TEST(MemoryHistoryStore, DeletesNothingBehindALink) {
     EXPECT_FALSE(fs::exists(place.url));
 }
 
+TEST(MemoryHistoryStore, ReadsNothingBehindALink) {
+    Place place;
+    place.save(sample);
+    fs::rename(place.payloads, place.folder / "elsewhere");
+    fs::create_directory_symlink(place.folder / "elsewhere", place.payloads);
+    EXPECT_EQ(place.failure(), place.payloads.native() + " could not be opened: Not a directory.")
+        << "what can't be saved is not loaded";
+}
+
 TEST(MemoryHistoryStore, LeavesOtherRecordsInTheDocument) {
     Place place;
     auto odd = application("editor");
@@ -286,8 +295,8 @@ TEST(MemoryHistoryStore, TakesNoRightsForAbsence) {
     fs::permissions(place.url, fs::perms(0644));
     {
         const test::OrdinaryUser user(place.folder.path());
-        EXPECT_EQ(place.failure(), (place.payloads / dataFile("both")).native()
-                                       + " could not be read: Permission denied.");
+        EXPECT_EQ(place.failure(),
+                  place.payloads.native() + " could not be opened: Permission denied.");
     }
     fs::permissions(place.folder / "data", fs::perms(0));
     const test::OrdinaryUser user(place.folder.path());

@@ -98,6 +98,14 @@ TEST(IndexedFileObservation, GivesARecordForEachDateOfItsTime) {
         {{"/a/x", Date{150}, {}, {}, Date{99}, web, {}}, "fileOpened 150 https://example.org/x; "},
         {{"/a/x", {}, {}, {}, Date{120}, {"ftp://mirror/x"}, {}}, ""},
         {{"/a/x", {}, {}, {}, {}, web, {}}, ""},
+        {{"/a/x",
+          Date::distantFuture(),
+          Date{150},
+          Date{std::nan("")},
+          Date{std::nan("")},
+          web,
+          {}},
+         "fileModified 150 https://example.org/x; "},
     };
     for (const auto& [observation, expected] : cases)
         EXPECT_EQ(recordsOf(observation), expected);
@@ -109,4 +117,5 @@ TEST(IndexedFileObservation, GivesARecordForEachDateOfItsTime) {
     EXPECT_EQ(record.bytes, 5);
     EXPECT_EQ(record.lastOpened, Date{150});
     EXPECT_EQ(record.observedAt, Date{300});
+    EXPECT_EQ(cases[5].observation.records(Date{0}, Date{300}).at(0).lastOpened, std::nullopt);
 }
