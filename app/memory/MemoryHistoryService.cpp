@@ -40,7 +40,9 @@ bool isStorable(const MemoryRecord& record) {
 MemoryHistoryService::MemoryHistoryService(Setup setup)
     : preferences(setup.preferences), workspace(setup.workspaceCenter), clock(setup.clock),
       observeLive(setup.observeLive), store(std::move(setup.url)),
-      days(this, read(preferences, preference::memoryClipboardDays)) {}
+      days(this, read(preferences, preference::memoryClipboardDays)) {
+    thread.setMaxThreadCount(1);
+}
 
 MemoryHistoryService::~MemoryHistoryService() {
     stop();
@@ -52,7 +54,7 @@ QCoro::Task<void> MemoryHistoryService::load() {
     if (loaded)
         co_return;
     const auto read = [this](const std::stop_token&) { return store.load(); };
-    MemoryArchive stored = co_await runInBackground(read);
+    MemoryArchive stored = co_await runInBackground(read, {}, WorkPriority::userInitiated, &thread);
     if (loaded || tasks.isStopping())
         co_return;
     publish(std::move(stored));
@@ -145,7 +147,7 @@ QCoro::Task<void> MemoryHistoryService::write() {
         };
         bool failed = false;
         try {
-            co_await runInBackground(save);
+            co_await runInBackground(save, {}, WorkPriority::userInitiated, &thread);
         } catch (const std::exception& error) {
             qWarning("The memory history could not be saved: %s", error.what());
             failed = true;

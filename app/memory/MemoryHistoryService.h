@@ -8,6 +8,7 @@
 #include "app/preferences/Preferences.h"
 #include "core/memory/MemoryHistoryStore.h"
 
+#include <QThreadPool>
 #include <functional>
 #include <optional>
 #include <set>
@@ -18,8 +19,8 @@
 namespace tidemark {
 
 /// Owns the memory history: what there is of it, its file, and when its collectors may run. They
-/// stop for good when a save fails. Main thread only; the file is read and written in the
-/// background. Destroying it waits for the last write.
+/// stop for good when a save fails. Main thread only; the file is read and written on a thread of
+/// its own, which no other work can hold up. Destroying it waits for the last write.
 class MemoryHistoryService : public Observable {
     Q_OBJECT
 
@@ -128,6 +129,8 @@ private:
     /// that the older one did.
     std::optional<MemoryArchive> pending;
     bool writing = false;
+    /// In the common pool, folders that never answer would hold up the history and its end.
+    QThreadPool thread;
     TaskScope tasks;
 };
 

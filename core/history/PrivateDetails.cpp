@@ -5,6 +5,8 @@
 
 #include <algorithm>
 #include <array>
+#include <map>
+#include <set>
 
 #include <nlohmann/json.hpp>
 
@@ -37,6 +39,21 @@ std::string_view textOf(const Json& object, std::string_view key) {
         return {};
     return found->get_ref<const std::string&>();
 }
+
+/// Keys of one object, each a single time: those that became equal to another get a number.
+class Keys {
+public:
+    std::string unique(const std::string& key) {
+        std::string free = key;
+        while (!taken.insert(free).second)
+            free = key + ' ' + std::to_string(++numbers.try_emplace(key, 1).first->second);
+        return free;
+    }
+
+private:
+    std::set<std::string> taken;
+    std::map<std::string, int> numbers;
+};
 
 bool isOfFile(const Json& memory) {
     const auto kind = json::fromRawValue<MemoryRecord::Kind>(textOf(memory, "kind"));
@@ -103,9 +120,10 @@ Json PrivateDetails::cleaned(Json node) const {
     if (!node.is_object())
         return node;
     Json object = Json::object();
+    Keys keys;
     for (auto& [key, value] : node.items())
         if (!isDropped(key))
-            object[excluded(key)] = cleaned(std::move(value));
+            object[keys.unique(excluded(key))] = cleaned(std::move(value));
     return object;
 }
 

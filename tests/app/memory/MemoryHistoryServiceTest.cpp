@@ -1,11 +1,13 @@
 #include "app/memory/MemoryHistoryService.h"
 
+#include "app/base/Background.h"
 #include "tests/app/support/Await.h"
 #include "tests/app/support/ManualAppClock.h"
 #include "tests/app/support/MemoryPreferences.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <cmath>
+#include <future>
 
 #include <gtest/gtest.h>
 
@@ -95,6 +97,17 @@ TEST_F(MemoryHistory, KeepsWhatItIsToldUntilTheLastWrite) {
     EXPECT_EQ(changes, 4);
     service->update({clip("shown alone")}, false);
     EXPECT_EQ(titles(stored()), "d c b a ") << "the end of the service waits for its writes";
+}
+
+TEST_F(MemoryHistory, WaitsForNoOtherWork) {
+    std::promise<void> hanging;
+    const auto end = hanging.get_future().share();
+    for (int i = 0; i < 16; ++i)
+        detail::startOnPool([end] { end.wait(); });
+    load();
+    service->update({application("a")});
+    finishWriting();
+    EXPECT_EQ(titles(stored()), "a ");
 }
 
 TEST_F(MemoryHistory, WritesOnlyWhatIsNew) {

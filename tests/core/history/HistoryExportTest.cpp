@@ -137,7 +137,9 @@ TEST(HistoryExport, LooksForEachEventsOwnSecretsInItsKeysAndItsPayloads) {
     memory.sourceURL = "https://x.example/a";
     event.memory = memory;
     event.changes = {change::FolderSizeChanged{
-        {test::folder("/data", 1), test::folder("/data", 2, {{"/data/a", 1}, {"id", 3}})}}};
+        {test::folder("/data", 1),
+         test::folder("/data", 2,
+                      {{"/data", 5}, {"/data/a", 1}, {"Disk", 6}, {"Home", 7}, {"id", 3}})}}};
 
     const Json report =
         Json::parse(reportOf({event, titled("Home, Disk and /data")}).data(Format::json, false));
@@ -146,7 +148,8 @@ TEST(HistoryExport, LooksForEachEventsOwnSecretsInItsKeysAndItsPayloads) {
     EXPECT_EQ(cleaned.at("subtitle"), "of [Excluded] from [Excluded]");
     EXPECT_EQ(cleaned.at("volumeContext").at("name"), "[Excluded]");
     const Json& after = cleaned.at("changes").at(0).at("folderSizeChanged").at("after");
-    EXPECT_EQ(after.at("breakdown").dump(), R"({"[Excluded]/a":1})");
+    EXPECT_EQ(after.at("breakdown").dump(),
+              R"({"[Excluded]":5,"[Excluded] 2":6,"[Excluded] 3":7,"[Excluded]/a":1})");
     EXPECT_EQ(report.at("events").at(1).at("title"), "Home, Disk and /data");
 }
 
