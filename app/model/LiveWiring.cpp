@@ -14,6 +14,11 @@ LiveWiring::~LiveWiring() {
     LiveWiring::stop();
 }
 
+void LiveWiring::attach(ModelState& model) {
+    state = &model;
+    QObject::connect(&memory, &MemoryHistoryService::changed, state, &ModelState::changed);
+}
+
 PowerActivityMonitor::Callbacks LiveWiring::callbacks(const Setup& setup) {
     return {
         .collectionAllowed = [this] { return canRecord(); },

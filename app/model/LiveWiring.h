@@ -31,8 +31,9 @@ public:
     ~LiveWiring() override;
 
     /// Before the controller starts: whose state shows the records and says whether there may be
-    /// any. Once it is gone nothing is recorded.
-    void attach(ModelState& model) { state = &model; }
+    /// any. Changes of the memory history are changes of it, too: what it shows depends on both.
+    /// Once it is gone nothing is recorded.
+    void attach(ModelState& model);
 
     QCoro::Task<void> loadMemory() override { return memory.load(); }
     void startActivityMonitors() override;

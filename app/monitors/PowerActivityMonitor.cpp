@@ -31,6 +31,9 @@ QCoro::Task<std::optional<PowerActivityMonitor::Records>> PowerActivityMonitor::
         co_return std::nullopt;
     phase = Phase::opening;
     const auto number = ++generation;
+    // What comes while the file is read is part of the history, too.
+    follow(notification::willSleep, SystemActivity::Kind::sleepRequested);
+    follow(notification::didWake, SystemActivity::Kind::woke);
     std::exception_ptr failure;
     std::optional<Records> records;
     try {
@@ -41,18 +44,23 @@ QCoro::Task<std::optional<PowerActivityMonitor::Records>> PowerActivityMonitor::
     }
     if (number != generation)
         co_return std::nullopt;
-    phase = failure ? Phase::stopped : Phase::following;
-    if (failure)
+    if (failure) {
+        stop();
         std::rethrow_exception(failure);
-    follow(notification::willSleep, SystemActivity::Kind::sleepRequested);
-    follow(notification::didWake, SystemActivity::Kind::woke);
+    }
+    phase = Phase::following;
+    for (auto& activity : std::exchange(early, {}))
+        tasks.start(append(std::move(activity)));
     co_return records;
 }
 
 void PowerActivityMonitor::follow(Notification notification, SystemActivity::Kind kind) {
     tokens.push_back(notifications.observe(notification, [this, kind] {
-        if (calls.collectionAllowed())
-            record(sleepHistory.receive(kind, time.now(), calls.battery()));
+        if (!calls.collectionAllowed())
+            return;
+        // Before the battery is read, which may take its time.
+        const Date now = time.now();
+        record(sleepHistory.receive(kind, now, calls.battery()));
     }));
 }
 
@@ -61,10 +69,15 @@ void PowerActivityMonitor::stop() {
     phase = Phase::stopped;
     sleepHistory.reset();
     tokens.clear();
+    early.clear();
 }
 
 void PowerActivityMonitor::record(SystemActivity activity) {
-    if (phase == Phase::following && calls.collectionAllowed())
+    if (phase == Phase::stopped || !calls.collectionAllowed())
+        return;
+    if (phase == Phase::opening)
+        early.push_back(std::move(activity));
+    else
         tasks.start(append(std::move(activity)));
 }
 

@@ -17,8 +17,8 @@ namespace tidemark {
 /// The single writer of the activity file: it makes the records of sleep and wake itself, and the
 /// other monitors hand theirs to it. The file is read and written on a thread of its own, one
 /// record after the other in the order in which they came, so that a slow disk holds up nothing.
-/// What was taken is written whatever comes: `stop` leaves it to be finished, the destructor waits
-/// for it. Main thread only.
+/// What it began to write is written whatever comes: `stop` leaves it to be finished, the
+/// destructor waits for it. Main thread only.
 class PowerActivityMonitor final : public QObject {
     Q_OBJECT
 
@@ -42,17 +42,18 @@ public:
                          Callbacks callbacks);
     ~PowerActivityMonitor() override;
 
-    /// Reads the file, and follows the machine from then on. Gives what the file holds; absent when
-    /// `stop` came meanwhile, or when it has been started before. Throws `FileError` or
-    /// `json::DecodingError` when the file can't be read: nothing is recorded then, and the file
-    /// stays as it is.
+    /// Follows the machine and reads the file; what is recorded meanwhile is written after that.
+    /// Gives what the file holds; absent when `stop` came meanwhile, or when it has been started
+    /// before. Throws `FileError` or `json::DecodingError` when the file can't be read: nothing is
+    /// recorded then, and the file stays as it is.
     QCoro::Task<std::optional<Records>> start();
-    /// Follows nothing and takes no records any more.
+    /// Follows nothing and takes no records any more. Those that still wait for the file to be read
+    /// are dropped.
     void stop();
     /// Between `start` and `stop`, whether the file has been read yet or not.
     bool isStarted() const { return phase != Phase::stopped; }
 
-    /// Takes a record to be written. Ignored unless the file was read and recording is allowed.
+    /// Takes a record to be written. Ignored unless it is started and recording is allowed.
     void record(SystemActivity activity);
 
 private:
@@ -70,6 +71,8 @@ private:
     const Callbacks calls;
     SleepHistory sleepHistory;
     std::vector<NotificationCenter::Token> tokens;
+    /// What came while the file was being read.
+    std::vector<SystemActivity> early;
     Phase phase = Phase::stopped;
     /// Grows with every start and stop: what began under another number is stale.
     std::uint64_t generation = 0;

@@ -3,6 +3,7 @@
 #include "core/activity/ThermalState.h"
 #include "core/base/Text.h"
 
+#include <cmath>
 #include <utility>
 
 namespace tidemark {
@@ -94,9 +95,15 @@ EnvironmentActivity displayEntry(std::string name, std::optional<DisplayContext>
     EnvironmentActivity entry;
     entry.deviceName = std::move(name);
     entry.display = std::move(mode);
-    // Comparing the way round that drops what is no number, too.
-    if (entry.display && !(entry.display->refreshRate > 0))
-        entry.display->refreshRate.reset();
+    if (!entry.display)
+        return entry;
+    // A value that is no number in JSON would keep the whole record out of the file.
+    auto& shown = *entry.display;
+    if (!std::isfinite(shown.scale))
+        shown.scale = 1;
+    const double rate = shown.refreshRate.value_or(0);
+    if (rate <= 0 || !std::isfinite(rate))
+        shown.refreshRate.reset();
     return entry;
 }
 

@@ -46,8 +46,8 @@ private:
 /// `path` where it has no name that can be read.
 EnvironmentActivity volumeEntry(std::string path, std::optional<VolumeContext> volume);
 
-/// The entry of a display, with its mode if that can be read. A refresh rate that is not
-/// above 0 is none.
+/// The entry of a display, with its mode if that can be read. A refresh rate that is not a number
+/// above 0 is none, and a scale that is no number is 1.
 EnvironmentActivity displayEntry(std::string name, std::optional<DisplayContext> mode);
 
 } // namespace tidemark

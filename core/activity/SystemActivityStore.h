@@ -26,7 +26,8 @@ public:
     const std::vector<SystemActivity>& records() const { return current; }
 
     /// Replaces the file, of mode 0600 in folders of mode 0700, by one that ends with `activity`.
-    /// Throws `Error`; the file and `records` are as before then.
+    /// Throws `Error`: `records` is as before then, and the file too unless only its folder could
+    /// not be flushed.
     void append(SystemActivity activity);
 
 private:

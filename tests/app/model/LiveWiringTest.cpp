@@ -129,6 +129,13 @@ TEST_F(LiveWiringTest, GoesOnAfterAFailedWrite) {
     untilShown(1);
 }
 
+TEST_F(LiveWiringTest, TellsChangesOfTheMemoryHistoryAsChangesOfTheState) {
+    int changes = 0;
+    QObject::connect(&*model, &ModelState::changed, [&] { ++changes; });
+    memory.setClipboardDays(memory.clipboardDays() == 1 ? 7 : 1);
+    EXPECT_EQ(changes, 1);
+}
+
 TEST_F(LiveWiringTest, RecordsNothingOnceTheControllerIsGone) {
     start();
     connections.record(activity());

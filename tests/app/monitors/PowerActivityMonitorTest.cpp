@@ -167,6 +167,35 @@ TEST_F(PowerActivityMonitorTest, IsStoppedWhileItReads) {
     expectLog("");
 }
 
+TEST_F(PowerActivityMonitorTest, KeepsWhatComesWhileItReadsUnlessThatFails) {
+    const auto startWithASleep = [this] {
+        auto starting = monitor->start();
+        center.post(notification::willSleep);
+        record(1);
+        return test::await(std::move(starting));
+    };
+    EXPECT_EQ(startWithASleep()->size(), 0U);
+    expectLog("1 2 ");
+    EXPECT_EQ(stored().front().timestamp, clock.now());
+
+    create();
+    auto stopped = monitor->start();
+    center.post(notification::willSleep);
+    monitor->stop();
+    EXPECT_FALSE(test::await(std::move(stopped)));
+    EXPECT_EQ(start(), 2);
+    expectLog("");
+
+    create();
+    folder.write("data/system-activity.json", "[{}]");
+    EXPECT_THROW(startWithASleep(), Error);
+    folder.write("data/system-activity.json", "[]");
+    EXPECT_EQ(start(), 0);
+    center.post(notification::didWake);
+    expectLog("1 ");
+    EXPECT_FALSE(stored().front().observedSession);
+}
+
 TEST_F(PowerActivityMonitorTest, NeverWritesWhereItCouldNotRead) {
     const std::string damaged = "[{\"kind\":\"woke\"";
     folder.write("data/system-activity.json", damaged);

@@ -136,10 +136,16 @@ TEST(EnvironmentHistory, NamesWhatItSees) {
     EXPECT_EQ(volumeEntry("/m/x", labelled).deviceName, "Backup");
     EXPECT_EQ(volumeEntry("/m/x", labelled).volume, labelled);
     EXPECT_EQ(volumeEntry("/m/x", VolumeContext{}).deviceName, "x");
-    for (const double rate : {0.0, -1.0, std::numeric_limits<double>::quiet_NaN()}) {
+    using Limits = std::numeric_limits<double>;
+    for (const double rate : {0.0, -1.0, Limits::quiet_NaN(), Limits::infinity()}) {
         DisplayContext still = mode;
         still.refreshRate = rate;
         EXPECT_EQ(displayEntry("", still).display->refreshRate, std::nullopt) << rate;
+    }
+    for (const double scale : {Limits::quiet_NaN(), Limits::infinity()}) {
+        DisplayContext odd = mode;
+        odd.scale = scale;
+        EXPECT_EQ(displayEntry("", odd).display->scale, 1) << scale;
     }
     EXPECT_EQ(displayEntry("", mode).display, mode);
 }
