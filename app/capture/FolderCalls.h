@@ -30,14 +30,14 @@ public:
             std::exception_ptr failure;
         };
         const auto answer = std::make_shared<Answer>();
-        const auto work = [answer, call] {
+        const auto work = [answer, call = std::move(call)] {
             try {
                 answer->result.emplace(call());
             } catch (...) {
                 answer->failure = std::current_exception();
             }
         };
-        const auto whenLate = [answer, late] {
+        const auto whenLate = [answer, late = std::move(late)] {
             if (late && answer->result)
                 late(*answer->result);
         };

@@ -167,8 +167,9 @@ QCoro::Task<void> AppModel::showStoredActivity() {
         // Resumed in the meantime: then the monitors know better.
         if (!isEnding() && !modelState.canRecord())
             modelState.setSystemActivity(std::move(records));
-    } catch (const std::exception&) {
+    } catch (const std::exception& error) {
         // Only shown, and never written, while recording is paused.
+        qCDebug(capturesLog, "The stored activity can't be shown: %s", error.what());
     }
 }
 
