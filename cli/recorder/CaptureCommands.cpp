@@ -1,7 +1,9 @@
 #include "cli/recorder/CaptureCommands.h"
 
+#include "app/base/Background.h"
 #include "app/preferences/PreferenceKeys.h"
 #include "cli/TimelinePrinter.h"
+#include "cli/recorder/FirstSetup.h"
 #include "cli/recorder/HistoryTime.h"
 #include "core/base/JsonEncoder.h"
 
@@ -83,8 +85,11 @@ QCoro::Task<std::string> capture(CommandContext& context) {
             before = latestId(state);
     });
     if (!setup.empty()) {
-        auto chosen = setup == "none" ? std::vector<RecommendedFolder>{}
-                                      : context.folders().recommendedFolders();
+        std::vector<RecommendedFolder> offered;
+        if (setup == "recommended")
+            offered = context.folders().recommendedFolders();
+        const auto look = [offered](const std::stop_token&) { return readable(offered); };
+        auto chosen = co_await runInBackground(look, context.stop);
         co_await setUp(context.recorder, std::move(chosen));
     }
     // Takes one by itself when one is due.

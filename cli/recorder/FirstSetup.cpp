@@ -72,6 +72,12 @@ std::optional<Folders> ask(const Folders& folders, const std::stop_token& stop) 
 
 } // namespace
 
+Folders readable(Folders folders) {
+    std::erase_if(
+        folders, [](const auto& folder) { return directoryAccessFailure(folder.url).has_value(); });
+    return folders;
+}
+
 std::optional<Folders> chosenFolders(const Folders& offered, const std::string& answer) {
     std::string words = answer;
     std::ranges::replace(words, ',', ' ');
@@ -103,7 +109,7 @@ std::optional<Folders> firstSetup(Recorder& recorder, const std::string& setup,
         return std::nullopt;
     const auto& recommended = recorder.model().folderAccess().recommendedFolders();
     if (setup == "recommended")
-        return recommended;
+        return readable(recommended);
     if (setup == "none")
         return Folders{};
     if (::isatty(STDIN_FILENO) == 0 || ::isatty(STDERR_FILENO) == 0) {

@@ -17,6 +17,9 @@ namespace tidemark {
 std::optional<std::vector<RecommendedFolder>>
 firstSetup(Recorder& recorder, const std::string& setup, const std::stop_token& stop);
 
+/// Those of the folders that can be opened now. Blocks.
+std::vector<RecommendedFolder> readable(std::vector<RecommendedFolder> folders);
+
 /// The folders that an answer means out of those that were offered: their numbers from 1 on, with
 /// blanks or commas between them, "none", or all for "all" and the empty text. Absent when it
 /// means nothing.
