@@ -34,6 +34,7 @@ public:
     const FolderLock& lock() const { return held; }
     AppModel& model() { return appModel; }
     Preferences& preferences() { return stored; }
+    LiveWiring& liveServices() { return live; }
     NotificationCenter& workspace() { return workspaceCenter; }
     TaskScope& tasks() { return scope; }
     /// What has been recorded so far.
