@@ -24,6 +24,9 @@ inline constexpr Notification applicationDidBecomeActive{"applicationDidBecomeAc
 // Of the machine and of the user's session on it.
 inline constexpr Notification willSleep{"willSleep"};
 inline constexpr Notification didWake{"didWake"};
+/// Instead of `didWake`: who told of the sleep has gone, and whether and when the machine wakes
+/// is not known.
+inline constexpr Notification sleepAbandoned{"sleepAbandoned"};
 inline constexpr Notification screensDidSleep{"screensDidSleep"};
 inline constexpr Notification screensDidWake{"screensDidWake"};
 inline constexpr Notification sessionDidBecomeActive{"sessionDidBecomeActive"};

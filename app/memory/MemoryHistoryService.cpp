@@ -71,6 +71,8 @@ void MemoryHistoryService::start() {
         observers.push_back(workspace.observe(begin, [this, why = reason] { suspend(why); }));
         observers.push_back(workspace.observe(end, [this, why = reason] { resume(why); }));
     }
+    observers.push_back(
+        workspace.observe(notification::sleepAbandoned, [this] { resume("sleep"); }));
     reconfigure();
 }
 

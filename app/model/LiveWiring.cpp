@@ -19,6 +19,11 @@ void LiveWiring::attach(ModelState& model) {
     QObject::connect(&memory, &MemoryHistoryService::changed, state, &ModelState::changed);
 }
 
+QCoro::Task<void> LiveWiring::writer() {
+    co_await power.writer();
+    co_await memory.writer();
+}
+
 PowerActivityMonitor::Callbacks LiveWiring::callbacks(const Setup& setup) {
     return {
         .collectionAllowed = [this] { return canRecord(); },

@@ -34,6 +34,8 @@ public:
     /// any. Changes of the memory history are changes of it, too: what it shows depends on both.
     /// Once it is gone nothing is recorded.
     void attach(ModelState& model);
+    /// Waits until all that was recorded so far is on disk.
+    QCoro::Task<void> writer();
 
     QCoro::Task<void> loadMemory() override { return memory.load(); }
     void startActivityMonitors() override;

@@ -34,6 +34,8 @@ QCoro::Task<std::optional<PowerActivityMonitor::Records>> PowerActivityMonitor::
     // What comes while the file is read is part of the history, too.
     follow(notification::willSleep, SystemActivity::Kind::sleepRequested);
     follow(notification::didWake, SystemActivity::Kind::woke);
+    tokens.push_back(
+        notifications.observe(notification::sleepAbandoned, [this] { sleepHistory.reset(); }));
     std::exception_ptr failure;
     std::optional<Records> records;
     try {
@@ -52,6 +54,16 @@ QCoro::Task<std::optional<PowerActivityMonitor::Records>> PowerActivityMonitor::
     for (auto& activity : std::exchange(early, {}))
         tasks.start(append(std::move(activity)));
     co_return records;
+}
+
+QCoro::Task<void> PowerActivityMonitor::writer() {
+    const auto hold = tasks.hold();
+    // What came early takes its turn only after the file has been read.
+    const int turns = phase == Phase::opening ? 2 : 1;
+    for (int turn = 0; turn < turns; ++turn) {
+        const auto nothing = [](const std::stop_token&) {};
+        co_await runInBackground(nothing, {}, WorkPriority::userInitiated, &thread);
+    }
 }
 
 void PowerActivityMonitor::follow(Notification notification, SystemActivity::Kind kind) {

@@ -55,6 +55,8 @@ public:
 
     /// Takes a record to be written. Ignored unless it is started and recording is allowed.
     void record(SystemActivity activity);
+    /// Waits until what was taken so far is on disk, or has failed to get there.
+    QCoro::Task<void> writer();
 
 private:
     enum class Phase { stopped, opening, following };

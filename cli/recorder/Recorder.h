@@ -41,6 +41,7 @@ public:
     const FolderLock& lock() const { return held; }
     AppModel& model() { return appModel; }
     Preferences& preferences() { return stored; }
+    LiveWiring& liveServices() { return live; }
     NotificationCenter& workspace() { return workspaceCenter; }
     TaskScope& tasks() { return scope; }
     MemoryHistoryService& memoryHistory() { return memory; }

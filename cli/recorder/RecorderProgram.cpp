@@ -208,7 +208,8 @@ int run(const std::string& setup) {
             return answer(recorder, std::move(request), std::move(stop));
         });
     server->listen(recorder.places().socket, recorder.lock());
-    const LogindMonitor sleepAndSession(QDBusConnection::systemBus(), recorder.workspace());
+    const LogindMonitor sleepAndSession(QDBusConnection::systemBus(), recorder.workspace(),
+                                        [&recorder] { return recorder.liveServices().writer(); });
     const std::stop_callback quit(interruption.token(), [] {
         QMetaObject::invokeMethod(qApp, &QCoreApplication::quit, Qt::QueuedConnection);
     });

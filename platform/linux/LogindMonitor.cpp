@@ -39,9 +39,10 @@ QString pathInPair(const QVariant& value) {
 
 } // namespace
 
-LogindMonitor::LogindMonitor(QDBusConnection systemBus, NotificationCenter& notifications)
-    : bus(std::move(systemBus)), center(notifications),
-      watcher(service, bus, QDBusServiceWatcher::WatchForOwnerChange) {
+LogindMonitor::LogindMonitor(QDBusConnection systemBus, NotificationCenter& notifications,
+                             Settle settleForSleep, AppClock& appClock)
+    : bus(std::move(systemBus)), center(notifications), settle(std::move(settleForSleep)),
+      clock(appClock), watcher(service, bus, QDBusServiceWatcher::WatchForOwnerChange) {
     if (!bus.isConnected())
         return;
     connect(&watcher, &QDBusServiceWatcher::serviceOwnerChanged, this,
@@ -63,6 +64,10 @@ LogindMonitor::~LogindMonitor() {
     if (!owner.isEmpty())
         setSubscribed(false);
     leaveSession();
+    // Nothing may be followed anew while the event loop runs for what still settles.
+    watcher.disconnect(this);
+    owner.clear();
+    tasks.drain();
 }
 
 void LogindMonitor::follow(const QString& newOwner) {
@@ -72,12 +77,12 @@ void LogindMonitor::follow(const QString& newOwner) {
         setSubscribed(false);
     leaveSession();
     owner = newOwner;
-    if (owner.isEmpty()) {
-        // Nobody is left who would tell of the wake.
-        setPreparingForSleep(false);
+    delayLock = {};
+    abandonSleep();
+    if (owner.isEmpty())
         return;
-    }
     setSubscribed(true);
+    takeDelayLock();
     readProperty(managerPath, managerInterface, QStringLiteral("PreparingForSleep"),
                  [this](const QVariant& value) { setPreparingForSleep(value.toBool()); });
     findSession();
@@ -98,8 +103,55 @@ void LogindMonitor::setSubscribed(bool subscribed) {
 }
 
 void LogindMonitor::setPreparingForSleep(bool preparing) {
-    if (std::exchange(isPreparingForSleep, preparing) != preparing)
-        center.post(preparing ? notification::willSleep : notification::didWake);
+    if (std::exchange(isPreparingForSleep, preparing) == preparing)
+        return;
+    ++sleeps;
+    isReadyToSleep = false;
+    center.post(preparing ? notification::willSleep : notification::didWake);
+    if (!preparing)
+        return takeDelayLock();
+    tasks.start(settleForSleep(sleeps));
+    tasks.start(limitDelay(sleeps));
+}
+
+void LogindMonitor::abandonSleep() {
+    if (!std::exchange(isPreparingForSleep, false))
+        return;
+    ++sleeps;
+    isReadyToSleep = false;
+    center.post(notification::sleepAbandoned);
+}
+
+void LogindMonitor::takeDelayLock() {
+    call(managerPath, managerInterface, QStringLiteral("Inhibit"),
+         {QStringLiteral("sleep"), QStringLiteral("Tidemark"),
+          QStringLiteral("Write down what happened until then"), QStringLiteral("delay")},
+         [this](const QDBusMessage& reply) {
+             // Too late for a sleep that is ready meanwhile: it must not wait for this.
+             if (!isReadyToSleep)
+                 delayLock = reply.arguments().value(0).value<QDBusUnixFileDescriptor>();
+         });
+}
+
+QCoro::Task<void> LogindMonitor::settleForSleep(std::uint64_t sleep) {
+    try {
+        co_await settle();
+    } catch (const std::exception& error) {
+        qWarning("Before the sleep of the machine: %s", error.what());
+    }
+    letSleep(sleep);
+}
+
+QCoro::Task<void> LogindMonitor::limitDelay(std::uint64_t sleep) {
+    co_await clock.sleep(mostDelay, tasks.token());
+    letSleep(sleep);
+}
+
+void LogindMonitor::letSleep(std::uint64_t sleep) {
+    if (sleep != sleeps)
+        return;
+    isReadyToSleep = true;
+    delayLock = {};
 }
 
 void LogindMonitor::prepareForShutdown(bool preparing) {

@@ -1,10 +1,13 @@
 #pragma once
 
+#include "app/base/AppClock.h"
 #include "app/base/NotificationCenter.h"
+#include "app/base/TaskScope.h"
 
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusServiceWatcher>
+#include <QDBusUnixFileDescriptor>
 #include <QObject>
 #include <QString>
 #include <QVariantMap>
@@ -17,7 +20,11 @@ namespace tidemark {
 /// (org.freedesktop.login1, https://www.freedesktop.org/wiki/Software/systemd/logind). Posts
 /// `willSleep`, `didWake`, `willPowerOff`, `sessionDidBecomeActive` and
 /// `sessionDidResignActive`. Without a bus, a logind or a session it posts nothing; a logind that
-/// comes or comes back is followed from then on. Never blocks. Main thread only.
+/// comes or comes back is followed from then on; one that goes while the machine is about to sleep
+/// makes it post `sleepAbandoned`. Never blocks. Main thread only.
+///
+/// It holds a delay lock of logind (https://systemd.io/INHIBITOR_LOCKS), so that the machine does
+/// not sleep before those who heard of it are done. Where it gets none, they take their chance.
 ///
 /// The session is the one that this process belongs to; for a process outside of any, such as a
 /// service of the user, the one that logind calls the user's display.
@@ -25,8 +32,16 @@ class LogindMonitor final : public QObject {
     Q_OBJECT
 
 public:
-    /// `systemBus` is usually `QDBusConnection::systemBus()`. The center must outlive the monitor.
-    LogindMonitor(QDBusConnection systemBus, NotificationCenter& notifications);
+    /// Waits for what the observers of `willSleep` have set going.
+    using Settle = std::function<QCoro::Task<void>()>;
+
+    /// The most seconds that a sleep is delayed. By default, logind itself waits for 5.
+    static constexpr double mostDelay = 4;
+
+    /// `systemBus` is usually `QDBusConnection::systemBus()`. The center and the clock must outlive
+    /// the monitor.
+    LogindMonitor(QDBusConnection systemBus, NotificationCenter& notifications,
+                  Settle settleForSleep, AppClock& appClock = AppClock::system());
     ~LogindMonitor() override;
 
     /// A logind runs, and its signals come in.
@@ -34,6 +49,8 @@ public:
     bool isFollowingSession() const { return !session.isEmpty(); }
     /// Whether the user's session is the one in front; absent until that could be read.
     std::optional<bool> sessionActive() const { return isSessionActive; }
+    /// A sleep waits for this.
+    bool isDelayingSleep() const { return delayLock.isValid(); }
 
 private Q_SLOTS:
     void setPreparingForSleep(bool preparing);
@@ -51,6 +68,11 @@ private:
     void follow(const QString& newOwner);
     /// Subscribes to the present owner of the service, or ends that.
     void setSubscribed(bool subscribed);
+    void abandonSleep();
+    void takeDelayLock();
+    QCoro::Task<void> settleForSleep(std::uint64_t sleep);
+    QCoro::Task<void> limitDelay(std::uint64_t sleep);
+    void letSleep(std::uint64_t sleep);
     void findSession();
     void findDisplaySession();
     void followSession(const QString& path);
@@ -68,6 +90,8 @@ private:
 
     QDBusConnection bus;
     NotificationCenter& center;
+    const Settle settle;
+    AppClock& clock;
     QDBusServiceWatcher watcher;
     /// The unique name of the running logind; empty without one. Signals are taken from it alone:
     /// on the system bus anybody may send some.
@@ -75,7 +99,14 @@ private:
     /// Object path of the session that is followed; empty without one.
     QString session;
     bool isPreparingForSleep = false;
+    /// Grows with every sleep, and at its end: what began under another number is stale.
+    std::uint64_t sleeps = 0;
+    /// The sleep that is being prepared needs no delay any more.
+    bool isReadyToSleep = false;
+    /// Whoever has it open delays sleeps; invalid without a lock.
+    QDBusUnixFileDescriptor delayLock;
     std::optional<bool> isSessionActive;
+    TaskScope tasks;
 };
 
 } // namespace tidemark

@@ -1,8 +1,10 @@
 #include "platform/linux/LogindMonitor.h"
 
 #include "tests/app/support/Await.h"
+#include "tests/app/support/ManualAppClock.h"
 #include "tests/platform/PrivateBus.h"
 
+#include <QDBusArgument>
 #include <QDBusObjectPath>
 #include <csignal>
 #include <memory>
@@ -31,19 +33,29 @@ struct LogindMonitorTest : testing::Test {
     NotificationCenter center;
     std::string posted;
     std::vector<NotificationCenter::Token> tokens;
+    test::ManualAppClock clock;
+    /// How long the observers take to be ready for a sleep.
+    double settling = 1;
     std::unique_ptr<LogindMonitor> monitor;
 
     void SetUp() override {
         for (const auto notification :
-             {notification::willSleep, notification::didWake, notification::willPowerOff,
-              notification::sessionDidBecomeActive, notification::sessionDidResignActive})
+             {notification::willSleep, notification::didWake, notification::sleepAbandoned,
+              notification::willPowerOff, notification::sessionDidBecomeActive,
+              notification::sessionDidResignActive})
             tokens.push_back(center.observe(notification, [this, notification] {
                 posted += std::string(notification.name) + " ";
             }));
     }
 
+    ~LogindMonitorTest() override { clock.advance(1000); }
+
+    QCoro::Task<void> settle() { co_await clock.sleep(settling, {}, AppClock::Slack::none); }
+    void createMonitor() {
+        monitor = std::make_unique<LogindMonitor>(bus, center, [this] { return settle(); }, clock);
+    }
     void startMonitor() {
-        monitor = std::make_unique<LogindMonitor>(bus, center);
+        createMonitor();
         test::until([&] { return monitor->isFollowing(); });
     }
     void expectPosted(const std::string& expected) {
@@ -58,6 +70,35 @@ struct LogindMonitorTest : testing::Test {
     }
     void prepareForSleep(bool preparing) {
         emitSignal(QStringLiteral("PrepareForSleep"), QStringLiteral("b"), {preparing});
+    }
+    void untilDelaying(bool delaying) {
+        test::until([&] { return monitor->isDelayingSleep() == delaying; });
+    }
+    QString locks() const {
+        const auto reply = bus.call(
+            QDBusMessage::createMethodCall(QStringLiteral("org.freedesktop.login1"), managerPath,
+                                           manager, QStringLiteral("ListInhibitors")));
+        const auto list = reply.arguments().value(0).value<QDBusArgument>();
+        QString text;
+        for (list.beginArray(); !list.atEnd();) {
+            QString what;
+            QString who;
+            QString why;
+            QString mode;
+            quint32 user = 0;
+            quint32 process = 0;
+            list.beginStructure();
+            list >> what >> who >> why >> mode >> user >> process;
+            list.endStructure();
+            text += what + ' ' + who + ' ' + mode + ' ';
+        }
+        return text;
+    }
+    /// The mock learns of an end of a lock when it gets round to it.
+    void untilLocksAre(const char* expected) {
+        QTimer look;
+        look.start(5);
+        test::until([&] { return locks() == QLatin1String(expected); });
     }
     void addSession(bool active) {
         logind.control(managerPath, QStringLiteral("AddSession"),
@@ -110,6 +151,46 @@ TEST_F(LogindMonitorTest, PostsSleepWakeAndPowerOffOnce) {
     expectPosted("willSleep didWake willPowerOff ");
 }
 
+TEST_F(LogindMonitorTest, DelaysEachSleepUntilTheObserversAreReady) {
+    logind.start();
+    startMonitor();
+    for (const auto& [needed, delay] :
+         {std::pair{1.0, 1.0}, std::pair{60.0, LogindMonitor::mostDelay}}) {
+        settling = needed;
+        untilDelaying(true);
+        untilLocksAre("sleep Tidemark delay ");
+        prepareForSleep(true);
+        expectPosted("willSleep ");
+        clock.advance(delay - 0.5);
+        EXPECT_TRUE(monitor->isDelayingSleep());
+        clock.advance(0.5);
+        EXPECT_FALSE(monitor->isDelayingSleep());
+        untilLocksAre("");
+        prepareForSleep(false);
+        expectPosted("didWake ");
+    }
+    // What settles late belongs to a sleep that is over.
+    untilDelaying(true);
+    clock.advance(60);
+    EXPECT_TRUE(monitor->isDelayingSleep());
+    monitor.reset();
+    untilLocksAre("");
+}
+
+TEST_F(LogindMonitorTest, FollowsTheMachineWithoutALock) {
+    logind.start();
+    logind.control(managerPath, QStringLiteral("AddMethod"),
+                   {manager, QStringLiteral("Inhibit"), QStringLiteral("ssss"), QStringLiteral("h"),
+                    QStringLiteral("raise ValueError('refused')")});
+    startMonitor();
+    prepareForSleep(true);
+    expectPosted("willSleep ");
+    // Its answer came before the signal.
+    EXPECT_FALSE(monitor->isDelayingSleep());
+    prepareForSleep(false);
+    expectPosted("didWake ");
+}
+
 TEST_F(LogindMonitorTest, TakesNoSignalFromAnybodyElse) {
     logind.start();
     startMonitor();
@@ -159,7 +240,7 @@ TEST_F(LogindMonitorTest, FollowsTheDisplaySessionOfAServiceOfTheUserOnceThereIs
 }
 
 TEST_F(LogindMonitorTest, OutlivesTheServiceAndFollowsTheNextOne) {
-    monitor = std::make_unique<LogindMonitor>(bus, center);
+    createMonitor();
     for (const bool active : {true, false}) {
         logind.start();
         addSession(active);
@@ -174,8 +255,10 @@ TEST_F(LogindMonitorTest, OutlivesTheServiceAndFollowsTheNextOne) {
         prepareForSleep(true);
         expectPosted("willSleep ");
         logind.stop();
-        expectPosted("didWake ");
+        // No wake: nobody has reported one.
+        expectPosted("sleepAbandoned ");
         EXPECT_FALSE(monitor->isFollowing());
+        EXPECT_FALSE(monitor->isDelayingSleep());
     }
 }
 
@@ -185,10 +268,10 @@ TEST_F(LogindMonitorTest, NeverWaitsForTheBus) {
     // A wait for the bus would be one for ever: the alarm ends the test then.
     ::alarm(60);
     ::kill(daemon, SIGSTOP);
-    monitor = std::make_unique<LogindMonitor>(bus, center);
+    createMonitor();
     test::settle();
     monitor.reset();
-    monitor = std::make_unique<LogindMonitor>(bus, center);
+    createMonitor();
     ::kill(daemon, SIGCONT);
     ::alarm(0);
     test::until([&] { return monitor->isFollowing(); });
@@ -197,7 +280,8 @@ TEST_F(LogindMonitorTest, NeverWaitsForTheBus) {
 }
 
 TEST_F(LogindMonitorTest, NoBusIsANormalState) {
-    monitor = std::make_unique<LogindMonitor>(QDBusConnection(QStringLiteral("none")), center);
+    monitor = std::make_unique<LogindMonitor>(
+        QDBusConnection(QStringLiteral("none")), center, [this] { return settle(); }, clock);
     test::settle();
     EXPECT_FALSE(monitor->isFollowing());
 }

@@ -250,6 +250,9 @@ TEST_F(MemoryHistory, RestsUntilEverythingIsBack) {
     EXPECT_EQ(collector.taken(), "");
     workspace.post(notification::sessionDidBecomeActive);
     EXPECT_EQ(collector.taken(), "stop start ");
+    workspace.post(notification::willSleep);
+    workspace.post(notification::sleepAbandoned);
+    EXPECT_EQ(collector.taken(), "stop stop start ");
 
     service->stop();
     workspace.post(notification::didWake);

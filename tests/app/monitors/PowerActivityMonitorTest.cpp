@@ -167,6 +167,27 @@ TEST_F(PowerActivityMonitorTest, IsStoppedWhileItReads) {
     expectLog("");
 }
 
+TEST_F(PowerActivityMonitorTest, MakesNoSessionOfASleepWhoseEndIsUnknown) {
+    start();
+    center.post(notification::willSleep);
+    center.post(notification::sleepAbandoned);
+    center.post(notification::didWake);
+    expectLog("1 2 ");
+    EXPECT_FALSE(stored().back().observedSession);
+}
+
+TEST_F(PowerActivityMonitorTest, WaitsForWhatItTook) {
+    auto starting = monitor->start();
+    record(1);
+    record(2);
+    test::await(monitor->writer());
+    EXPECT_EQ(times(), "1 2 ");
+    EXPECT_TRUE(test::await(std::move(starting)));
+    record(3);
+    test::await(monitor->writer());
+    EXPECT_EQ(times(), "1 2 3 ");
+}
+
 TEST_F(PowerActivityMonitorTest, KeepsWhatComesWhileItReadsUnlessThatFails) {
     const auto startWithASleep = [this] {
         auto starting = monitor->start();
