@@ -92,6 +92,7 @@ struct LogindMonitorTest : testing::Test {
             list.endStructure();
             text += what + ' ' + who + ' ' + mode + ' ';
         }
+        list.endArray();
         return text;
     }
     /// The mock learns of an end of a lock when it gets round to it.

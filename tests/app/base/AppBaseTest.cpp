@@ -51,19 +51,6 @@ TEST(NotificationCenter, MayGoBeforeItsTokensAndWithinAPost) {
     EXPECT_FALSE(center);
 }
 
-TEST(AppClock, SleepersWakeInTheOrderOfTheirTimes) {
-    test::ManualAppClock clock;
-    std::string log;
-    const auto a = note(&clock, 3, {}, "a", &log);
-    const auto b = note(&clock, 1, {}, "b", &log);
-    const auto c = note(&clock, 0, {}, "c", &log);
-    EXPECT_EQ(log, "c ");
-    clock.advance(2);
-    EXPECT_EQ(log, "c b ");
-    clock.advance(1);
-    EXPECT_EQ(log, "c b a ");
-}
-
 TEST(AppClock, AStoppedSleepEndsFromTheEventLoop) {
     test::ManualAppClock manual;
     for (AppClock* clock : {&AppClock::system(), static_cast<AppClock*>(&manual)}) {

@@ -90,23 +90,6 @@ TEST_F(SchedulerTest, DropsWhatComesDuringACheck) {
     clock.advance(90);
 }
 
-TEST_F(SchedulerTest, StopsForGoodAndStartsOnce) {
-    start();
-    start();
-    clock.advance(60);
-    EXPECT_EQ(checks, 1);
-    scheduler.stop();
-    clock.advance(600);
-    post(workspace, notification::didWake);
-    EXPECT_EQ(checks, 1);
-
-    start();
-    post(workspace, notification::didWake);
-    EXPECT_EQ(checks, 2);
-    clock.advance(60);
-    EXPECT_EQ(checks, 3);
-}
-
 TEST_F(SchedulerTest, GoesOnAfterACheckThatFailed) {
     scheduler.start([this]() -> QCoro::Task<void> {
         ++checks;

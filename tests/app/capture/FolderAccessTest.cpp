@@ -102,13 +102,6 @@ TEST_F(FolderAccessTest, TurnsGrantsIntoTheRootsOfACapture) {
     EXPECT_EQ(access->accessStatus(plain), FolderAccess::AccessStatus::unchecked);
 }
 
-TEST_F(FolderAccessTest, AnEmptySelectionIsACaptureWithIssues) {
-    const auto empty = capture();
-    EXPECT_EQ(empty.options,
-              ObservationOptions(std::vector<fs::path>(), std::vector<BackgroundRoot>(), {}));
-    EXPECT_EQ(empty.issues, (std::vector{noApplications, noBackground}));
-}
-
 TEST_F(FolderAccessTest, AnUntrackedFolderStaysAndIsSkipped) {
     add(folder.makeFolder("Applications"));
     const Uuid id = access->grants()[0].id;
@@ -329,16 +322,6 @@ TEST_F(FolderAccessTest, EnablesTheRecommendedFoldersThatCanBeRead) {
     EXPECT_EQ(asked, (std::multiset<fs::path>{".Trash", "Applications", "elsewhere", "gone"}));
     for (const char* name : {"Downloads", "elsewhere"})
         EXPECT_EQ(access->accessStatus(folder / name), FolderAccess::AccessStatus::readable);
-
-    fs::remove(folder / "elsewhere");
-    folder.write("elsewhere", "");
-    test::await(access->enableReadableRecommended(access->recommendedFolders()));
-    EXPECT_EQ(message(), "Not yet readable: Downloads. Check System Settings or folder "
-                         "permissions.");
-    access->remove(access->grants()[2].id);
-    test::until([&] { return preferences.texts("removedRecommendedPaths").has_value(); });
-    EXPECT_EQ(preferences.texts("removedRecommendedPaths"),
-              std::vector<std::string>{folder / "Downloads"});
 
     test::await(access->enableReadableRecommended(access->recommendedFolders(),
                                                   [](const fs::path&) { return false; }));

@@ -9,17 +9,6 @@ struct CaptureFlowTest : test::ModelFixture {
     void capture() { test::await(model->scan()); }
 };
 
-TEST_F(CaptureFlowTest, ComparesEachCaptureWithTheOneBefore) {
-    start();
-    applications = {test::application("Notes")};
-    clock.advance(600);
-    capture();
-    EXPECT_EQ(snapshots(), 2U);
-    EXPECT_EQ(events(), 1U);
-    EXPECT_EQ(stored(), state().journal());
-    EXPECT_EQ(*state().observationNow, clock.now());
-}
-
 TEST_F(CaptureFlowTest, DropsATriggerWhileAnythingElseRuns) {
     start();
     const auto flags = {&ModelState::isReadingImport, &ModelState::isPreparingSnapshot,
@@ -213,26 +202,4 @@ TEST_F(CaptureFlowTest, TheControllerMayGoInTheMiddleOfACapture) {
     holding = model->start();
     model.reset();
     EXPECT_TRUE(holding.isReady());
-}
-
-TEST_F(CaptureFlowTest, ObservesTheRealMachine) {
-    model.reset();
-    folder.write("place/below/file", std::string(4096, 'x'));
-    model.emplace(AppModel::Setup{.preferences = preferences,
-                                  .files = {data, {}},
-                                  .applicationCenter = application,
-                                  .workspaceCenter = workspace,
-                                  .clock = clock,
-                                  .home = folder.path()});
-    test::await(model->folderAccess().add({folder / "place"}, FolderGrant::suggestedPurposes));
-    std::set<std::string> stages;
-    QObject::connect(&model->scanProgress(), &Observable::changed,
-                     [&] { stages.insert(model->scanProgress().stage->value_or("none")); });
-    start();
-    ASSERT_EQ(snapshots(), 1U);
-    ASSERT_EQ(state().latest()->folders.size(), 1U);
-    EXPECT_EQ(state().latest()->folders[0]->bytes, 4096);
-    EXPECT_TRUE(stages.contains("Saving Observation…"));
-    EXPECT_EQ(*model->scanProgress().stage, std::nullopt);
-    EXPECT_EQ(test::namesIn(data), "journal.json storage-measurements.json");
 }

@@ -209,47 +209,34 @@ TEST(ImportView, SaysWhatThereIsToChoose) {
     const auto keel = record("keel");
     const auto rudder = record("rudder", "");
     const auto routine = record("XProtectPlist");
+    const std::string none = "Import 0 Records (disabled)";
+    const std::set<std::string> known{keel.id()};
     const struct {
         std::vector<InstallationRecord> records;
-        std::size_t skipped;
-        bool includeRoutine, busy;
-        std::set<std::string> known;
         std::string expected;
+        std::set<std::string> known = {};
+        bool includeRoutine = false, busy = false;
+        std::size_t skipped = 0;
     } cases[] = {
-        {{},
-         0,
-         false,
-         false,
-         {},
-         "No installation records found in the last 7 days.|-|Import 0 Records (disabled)"},
-        {{routine},
-         2,
-         false,
-         false,
-         {},
-         "Only macOS maintenance records were found. Include them above to preview those "
-         "records.|2 malformed records in the macOS report were skipped.|Import 0 Records "
-         "(disabled)"},
-        {{routine}, 0, true, false, {}, "XProtectPlist Version 1, -|-|Import 1 Record"},
+        {{}, "No installation records found in the last 7 days.|-|" + none},
+        {.records = {routine},
+         .expected = "Only macOS maintenance records were found. Include them above to preview "
+                     "those records.|2 malformed records in the macOS report were skipped.|"
+                     + none,
+         .skipped = 2},
+        {.records = {routine},
+         .expected = "XProtectPlist Version 1, -|-|Import 1 Record",
+         .includeRoutine = true},
         {{keel, routine, rudder},
-         0,
-         false,
-         false,
-         {},
          "keel Version 1, rudder Version not recorded, -|-|Import 2 Records"},
-        {{keel, rudder},
-         0,
-         false,
-         true,
-         {keel.id()},
-         "keel Version 1 known, rudder Version not recorded, -|-|Import 1 Record (disabled)"},
+        {.records = {keel, rudder},
+         .expected = "keel Version 1 known, rudder Version not recorded, -|-|Import 1 Record "
+                     "(disabled)",
+         .known = known,
+         .busy = true},
         {{keel, routine},
-         0,
-         false,
-         false,
-         {keel.id()},
-         "keel Version 1 known, These records are already in your timeline.|-|Import 0 Records "
-         "(disabled)"},
+         "keel Version 1 known, These records are already in your timeline.|-|" + none,
+         known},
     };
     for (const auto& c : cases) {
         const InstallationPreview preview{c.records, c.skipped, {}, {}, 0};

@@ -163,24 +163,6 @@ TEST_F(HistoryScreenTest, OpensAnEventWhereverItIs) {
     EXPECT_EQ(screen().selected()->id, "clip");
 }
 
-TEST_F(HistoryScreenTest, AnOpenSnapshotShowsWhatWasRecordedSince) {
-    load();
-    screen().setRange("day");
-    screen().openSnapshot(Uuid::random());
-    EXPECT_EQ(screen().workspace(), Place::timeline);
-    screen().openSnapshot(baseline(0));
-    EXPECT_EQ(screen().workspace(), Place::snapshots);
-    EXPECT_EQ(screen().selectedBaseline()->name, "Old");
-    EXPECT_EQ(shown(), "folder");
-    screen().beginExport();
-    EXPECT_EQ(screen().exportReport()->mode, "Timeline");
-    screen().openSnapshot(baseline(1));
-    EXPECT_EQ(shown(), "");
-    screen().endExport();
-    screen().beginExport();
-    EXPECT_FALSE(screen().exportReport());
-}
-
 TEST_F(HistoryScreenTest, ComparesStatesInTheBackground) {
     load();
     screen().setSelected(screen().fullHistory().front());
@@ -265,22 +247,4 @@ TEST_F(HistoryScreenTest, KnowsWhenTheTimelineOfASnapshotMayLackEvents) {
         screen().setSnapshotViewMode(each.mode);
         EXPECT_EQ(screen().hasIncompleteSnapshotHistory(), each.incomplete);
     }
-}
-
-TEST_F(HistoryScreenTest, TellsOfGapsOfWhatIsShown) {
-    load();
-    state().observationNow = clock.now();
-    EXPECT_EQ(screen().observationCoverage().gaps.size(), 1U);
-    EXPECT_EQ(screen().observationCoverage().gaps[0].start, Date{ago(2)});
-    screen().openSnapshot(baseline(1));
-    EXPECT_TRUE(screen().observationCoverage().gaps.empty());
-}
-
-TEST_F(HistoryScreenTest, LooksAgainWhenRecordingIsSwitched) {
-    start();
-    const auto before = screen().presentationRevision();
-    state().error = "Something";
-    EXPECT_EQ(screen().presentationRevision(), before);
-    model->setRecordingMode(RecordingMode::paused);
-    EXPECT_EQ(screen().presentationRevision(), before + 1);
 }

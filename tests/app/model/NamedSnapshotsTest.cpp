@@ -45,18 +45,6 @@ TEST_F(NamedSnapshotsTest, CapturesFirstAndKeepsItUnderAName) {
     EXPECT_EQ(model->history().workspace(), WorkspaceDestination::snapshots);
 }
 
-TEST_F(NamedSnapshotsTest, BeginsOnlyWhenNothingElseRuns) {
-    start();
-    state().isReadingImport = true;
-    begin();
-    state().isReadingImport = false;
-    test::await(named().prepareSnapshotDraft());
-    model->setRecordingMode(RecordingMode::paused);
-    begin();
-    EXPECT_FALSE(state().saveSnapshotPresented || save("Name"));
-    EXPECT_EQ(observations, 1);
-}
-
 TEST_F(NamedSnapshotsTest, AFailedCaptureCanBeTriedAgain) {
     start();
     fails = true;

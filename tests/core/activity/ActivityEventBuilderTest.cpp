@@ -1,7 +1,5 @@
 #include "core/activity/ActivityEventBuilder.h"
 
-#include "core/base/Digest.h"
-
 #include <functional>
 
 #include <gtest/gtest.h>
@@ -107,10 +105,12 @@ TEST(SystemActivity, HasItsWords) {
         {at(Kind::sleepRequested), "Mac Going to Sleep | " + recorded + " | moon.zzz"},
         {with(Kind::sleepRequested, [](auto& a) { a.powerObservation = {false, 7, {}, {}}; }),
          "Mac Going to Sleep | Battery at 7% | moon.zzz"},
+        {wokeAfter(-5), "Mac Woke Up | Sleep interval: Under a minute | sun.max"},
         {wokeAfter(59), "Mac Woke Up | Sleep interval: Under a minute | sun.max"},
         {wokeAfter(60), "Mac Woke Up | Sleep interval: 1 min | sun.max"},
         {wokeAfter(3599), "Mac Woke Up | Sleep interval: 59 min | sun.max"},
         {wokeAfter(3600), "Mac Woke Up | Sleep interval: 1 hr 0 min | sun.max"},
+        {wokeAfter(1e300), "Mac Woke Up | Sleep interval: 16666666666666 hr 40 min | sun.max"},
         {environment(Kind::volumeChanged, "Backup", true),
          "Backup Mounted | " + recorded + " | externaldrive"},
         {environment(Kind::volumeChanged, "Backup", {}),
@@ -155,20 +155,6 @@ TEST(SystemActivity, HasItsWords) {
         EXPECT_EQ(worded(c.activity), c.words);
 }
 
-TEST(SystemActivity, ExplainsEachKindInItsOwnWords) {
-    std::string texts;
-    for (const auto& [kind, text] : json::rawValues<Kind>) {
-        const auto activity = at(kind);
-        for (const std::string_view line :
-             {activity.source(), activity.explanation(), activity.coverageExplanation()})
-            texts += std::string(line) + '\n';
-    }
-    // One digest instead of thirty long sentences, which are meant to the letter.
-    EXPECT_EQ(Sha256::hex(texts),
-              "cdcedde011eddaf3bca31eea8467b744a4e63dec5d1fed9f19866632a20012a5")
-        << texts;
-}
-
 TEST(ActivityEventBuilder, MakesAnEventOfARecord) {
     auto activity = environment(Kind::volumeChanged, "Backup", true);
     activity.environmentActivity->path = "/Volumes/Backup";
@@ -183,12 +169,6 @@ TEST(ActivityEventBuilder, MakesAnEventOfARecord) {
     expected.symbol = "externaldrive";
     expected.systemActivity = activity;
     EXPECT_EQ(ActivityEventBuilder::event(activity), expected);
-
-    std::string networking;
-    for (const auto& [kind, text] : json::rawValues<Kind>)
-        if (ActivityEventBuilder::event(at(kind)).category == EventCategory::networking)
-            networking += std::string(text) + " ";
-    EXPECT_EQ(networking, "networkChanged bluetoothChanged wifiChanged bluetoothPowerChanged ");
 }
 
 TEST(ActivityEventBuilder, KeepsTheOrderAndLeavesOutWhatBelongsToNoTimeline) {

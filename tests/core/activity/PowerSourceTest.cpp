@@ -87,17 +87,6 @@ TEST(PowerSource, HasAWholePercentageOrNone) {
     }
 }
 
-TEST(PowerSource, IsFullOnlyWhenChargedAndAtAHundred) {
-    const auto fullOf = [](Dictionary changed) {
-        return PowerSource::parse(source(std::move(changed))).value().fullyCharged;
-    };
-    EXPECT_EQ(fullOf({{"Is Charged", {true}}, {"Current Capacity", number(100)}}), true);
-    EXPECT_EQ(fullOf({{"Is Charged", {true}}, {"Current Capacity", number(99)}}), false);
-    EXPECT_EQ(fullOf({{"Current Capacity", number(100)}}), false);
-    EXPECT_EQ(fullOf({{"Is Charged", text("yes")}}), std::nullopt);
-    EXPECT_EQ(fullOf({{"Is Charged", {true}}, {"Max Capacity", text("")}}), std::nullopt);
-}
-
 TEST(PowerSource, ReadsTheSameFromUPower) {
     struct Case {
         const char* what;

@@ -102,16 +102,6 @@ TEST(SystemActivityStore, NeverTouchesAFileThatItCannotRead) {
     EXPECT_NE(failureOf(secret), "none");
 }
 
-TEST(SystemActivityStore, ReadsAnEmptyHistoryAndWhatLaterReleasesAdd) {
-    const test::TemporaryFolder folder;
-    EXPECT_EQ(failureOf(folder.write("empty.json", "[]")), "none");
-    const auto records = SystemActivityStore::read(folder.write(
-        "later.json", R"([{"id":"0A000000-0000-4000-8000-00000000000B","timestamp":1,)"
-                      R"("kind":"powerOffRequested","wifiContext":null,"mood":{"a":[1]}}])"));
-    ASSERT_EQ(records.size(), 1U);
-    EXPECT_FALSE(records.front().isTimelineEligible());
-}
-
 TEST(SystemActivityStore, LosesOnlyTheRecordThatCouldNotBeWritten) {
     const test::TemporaryFolder folder;
     const auto blocked = folder.write("data", "no folder");

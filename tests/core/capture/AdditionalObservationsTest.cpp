@@ -1,15 +1,15 @@
 #include "core/capture/AdditionalObservations.h"
 
 #include "core/base/Digest.h"
+#include "tests/support/ManualClock.h"
 #include "tests/support/OrdinaryUser.h"
-#include "tests/support/SteppingClock.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
 using namespace tidemark;
-using test::SteppingClock;
+using test::ManualClock;
 using test::TemporaryFolder;
 
 namespace fs = std::filesystem;
@@ -18,18 +18,19 @@ namespace {
 
 MetadataReport cellarReport(const fs::path& cellar, double secondsPerLook = 0,
                             const std::stop_token& stop = {}) {
-    SteppingClock clock(secondsPerLook);
+    ManualClock clock;
+    clock.readingStep = secondsPerLook;
     return AdditionalObservations::collect(true, false, {}, "/nowhere", clock, stop, {cellar})
         .at(0);
 }
 
 MetadataReport diagnosticReport(const fs::path& home) {
-    SteppingClock clock;
+    ManualClock clock;
     return AdditionalObservations::collect(false, true, {}, home, clock).at(0);
 }
 
 MetadataReport configurationReport(const fs::path& path) {
-    SteppingClock clock;
+    ManualClock clock;
     return AdditionalObservations::collect(false, false, {path}, "/nowhere", clock).at(0);
 }
 
@@ -45,7 +46,7 @@ MetadataReport failed(const fs::path& scope) {
 
 TEST(AdditionalObservations, ReportsComeCellarsFirstThenDiagnosticsThenFiles) {
     const TemporaryFolder folder;
-    SteppingClock clock;
+    ManualClock clock;
     const auto reports =
         AdditionalObservations::collect(true, true, {folder / "b", folder / "a"}, folder / "home",
                                         clock, {}, {folder / "two", folder / "one"});
@@ -160,16 +161,6 @@ TEST(AdditionalObservations, KeepsTheDigestOfAConfigurationFile) {
                                                            Sha256::hex(largest)}},
                                                          true,
                                                          {}}));
-
-    const std::pair<const char*, const char*> labels[] = {
-        {"/h/.ssh/config", "SSH configuration"},
-        {"/h/config", "config"},
-        {"/h/.gitconfig", "Git configuration"},
-        {"/h/Brewfile", "Homebrew bundle configuration"},
-        {"/h/.bash_profile", "Bash login configuration"},
-    };
-    for (const auto& [path, label] : labels)
-        EXPECT_EQ(AdditionalObservations::configurationLabel(path), label);
 }
 
 TEST(AdditionalObservations, TellsWhyAConfigurationFileWasNotRead) {

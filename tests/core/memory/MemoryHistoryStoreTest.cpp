@@ -118,14 +118,6 @@ private:
 
 } // namespace
 
-TEST(MemoryHistoryStore, StartsEmptyWithoutTouchingTheDisk) {
-    Place place;
-    EXPECT_EQ(place.store.load(), MemoryArchive());
-    EXPECT_EQ(test::namesIn(place.folder.path()), "");
-    place.store.save(sample);
-    EXPECT_EQ(place.reloaded(), loaded(sample));
-}
-
 TEST(MemoryHistoryStore, KeepsClipsInPrivateFilesBesideTheDocument) {
     Place place;
     place.folder.makeFolder("data/memory-payloads");

@@ -69,19 +69,6 @@ TEST(MemoryEvents, AreRoutineAndCarryTheRecord) {
     const Event event = MemoryEvents::event(record);
     EXPECT_EQ(event, expected);
     EXPECT_EQ(&*event.memory, &*record) << "no clip is copied";
-
-    std::string appearance;
-    for (const auto& kind : json::rawValues<Kind>) {
-        const auto of = MemoryEvents::event(MemoryRecord::make(kind.value, Date{}, "Title"));
-        appearance += std::string(of.memory->activity()) + ", " + of.symbol + ", "
-                      + std::string(rawValue(of.category)) + "; ";
-    }
-    EXPECT_EQ(appearance,
-              "Last used, doc, Recent Files; Modified, pencil, Recent Files; "
-              "Created, doc.badge.plus, Recent Files; "
-              "Downloaded, arrow.down.to.line, Downloads; Launched, play, Applications; "
-              "Closed, stop, Applications; Foreground, clock, Applications; "
-              "Copied, clipboard, Clipboard; ");
 }
 
 TEST(IndexedFileObservation, GivesARecordForEachDateOfItsTime) {

@@ -2,8 +2,6 @@
 
 #include "tests/support/HistoryEvents.h"
 
-#include <cmath>
-
 #include <gtest/gtest.h>
 
 using namespace tidemark;
@@ -63,33 +61,6 @@ std::string counted(const HistoryPlace& place) {
 
 } // namespace
 
-TEST(HistoryTimeWindow, ReachesBack) {
-    using enum HistoryTimeWindow;
-    const std::tuple<HistoryTimeWindow, std::int64_t, double, const char*> cases[] = {
-        {HistoryTimeWindow::day, 3, 1, "24 hours"},
-        {threeDays, 5, 3, "3 days"},
-        {week, 3, 7, "7 days"},
-        {month, 3, 30, "30 days"},
-        {custom, 3, 3, "Custom: 3 days"},
-        {custom, 0, 1, "Custom: 0 days"},
-        {custom, -9, 1, "Custom: -9 days"},
-        {custom, 1000, 365, "Custom: 1000 days"},
-        {all, 3, INFINITY, "All history"},
-    };
-    for (const auto& [window, days, reach, text] : cases) {
-        EXPECT_EQ(cutoff(window, now, days), (Date{now.secondsSince2001 - reach * 86'400})) << text;
-        EXPECT_EQ(label(window, days), text);
-    }
-}
-
-TEST(MergedHistory, KeepsThreeListsInOneOrder) {
-    EXPECT_EQ(history().full.size(), 19U);
-    EXPECT_EQ(ids(history().full).find("app agent folder slept"), 0U);
-    EXPECT_EQ(ids(history().events).find("usage"), std::string::npos);
-    EXPECT_EQ(ids(history().timeline),
-              "app agent folder slept drive mouse wifi launch week old-app");
-}
-
 TEST(WorkspaceDestination, ShowsWhatBelongsThere) {
     const std::pair<WorkspaceDestination, const char*> cases[] = {
         {timeline, "app agent folder slept drive mouse wifi launch"},
@@ -115,17 +86,6 @@ TEST(WorkspaceDestination, ShowsWhatBelongsThere) {
         EXPECT_TRUE(includes(homeOf(*found), *found)) << found->id;
     for (std::size_t i = 0; i < history().events.size(); ++i)
         EXPECT_TRUE(includes(snapshots, *history().events[i]));
-}
-
-TEST(WorkspaceDestination, FormsTheSidebar) {
-    std::string text;
-    for (const auto& group : destinationGroups()) {
-        (text += group.title) += ": ";
-        for (const auto destination : group.destinations)
-            (text += facts(destination).label) += facts(destination).isSystemFilter ? "* " : " ";
-    }
-    EXPECT_EQ(text, "Your Mac: Timeline Applications* Storage* Background* Mac Activity* Devices* "
-                    "Networking* Folder Sizes Activity: Recent Files Downloads Clipboard ");
 }
 
 TEST(HistoryView, CountsEveryPlaceWhateverIsShown) {

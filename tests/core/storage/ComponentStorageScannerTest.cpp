@@ -80,18 +80,6 @@ TEST_F(Scanner, KeepsAMeasurementInAPrivateFileUntilItIsDueAgain) {
               ManualClock::start + 100);
 }
 
-TEST_F(Scanner, WithoutTimeListsWhatIsKnown) {
-    folder.write("a/file", "1");
-    collectOne(item("a"));
-    const auto report = scanner.collect({item("b 10"), item("b 9"), item("a")}, 0, 0);
-    ASSERT_EQ(report.records.size(), 3U);
-    EXPECT_EQ(report.records[0]->bytes, 1);
-    EXPECT_EQ(report.records[1]->item.name, "b 9") << "numbers in names by their value";
-    EXPECT_FALSE(report.records[2]->attemptedAt);
-    EXPECT_EQ(report.measuredCount(), 1);
-    EXPECT_EQ(stored().size(), 1U);
-}
-
 TEST_F(Scanner, WithoutAnIntervalMeasuresAlsoAfterTheClockWasSetBack) {
     folder.write("a/file", "1");
     collectOne(item("a"));
@@ -282,14 +270,6 @@ TEST_F(Scanner, AFailedSaveFailsTheCallButKeepsTheSize) {
     EXPECT_EQ(measured, 3);
     EXPECT_EQ(report.matchingCount(), 2);
     EXPECT_EQ(stored().size(), 3U);
-}
-
-TEST_F(Scanner, WithoutAFileKeepsRecordsInMemory) {
-    ComponentStorageScanner memory({}, 1000, clock);
-    folder.write("a/file", "1");
-    memory.collect({item("a")}, 10, never);
-    EXPECT_EQ(memory.collect({item("a")}, 0, never).records.at(0)->bytes, 1);
-    EXPECT_EQ(test::namesIn(folder.path()), "a");
 }
 
 TEST_F(Scanner, AFolderWalkedAsPartOfAnotherCostsNothingInTheSameCapture) {
