@@ -98,20 +98,19 @@ bool isPlainSymbol(std::int32_t character) {
            || (character >= 0x4E00 && character <= 0x9FFF);
 }
 
-constexpr std::size_t runLength = 16;
+/// Eight ASCII characters at once.
+using Run = std::uint64_t;
+constexpr Run everyByte = 0x0101'0101'0101'0101;
 
-/// Folds a run of ASCII characters at once. False when there is another character among them. Not
-/// for a language in which "I" is no capital "i".
-bool foldAsciiRun(const char* from, char* to) {
-    std::array<std::uint64_t, runLength / sizeof(std::uint64_t)> words;
-    std::memcpy(words.data(), from, runLength);
-    if (((words[0] | words[1]) & 0x8080'8080'8080'8080) != 0)
-        return false;
-    for (std::size_t i = 0; i < runLength; ++i) {
-        const auto c = static_cast<unsigned char>(from[i]);
-        to[i] = static_cast<char>(c + (static_cast<unsigned char>(c - 'A') < 26 ? 'a' - 'A' : 0));
-    }
-    return true;
+constexpr bool isAscii(Run run) {
+    return (run & (everyByte * 0x80)) == 0;
+}
+
+/// The high bit of a byte tells of a sum whether it reached 0x80, and no sum reaches beyond.
+constexpr Run lowered(Run run) {
+    const Run fromA = run + everyByte * (0x80 - 'A');
+    const Run beyondZ = run + everyByte * (0x7F - 'Z');
+    return run | ((fromA & ~beyondZ & (everyByte * 0x80)) >> 2);
 }
 
 /// Folds what needs no look at its neighbours, into the front of `room`; gives the length. None
@@ -123,10 +122,15 @@ std::optional<std::size_t> foldPlainText(std::string_view text, std::string& roo
     const PlainFolding& folding = PlainFolding::of(turkic);
     char* out = room.data();
     for (std::size_t place = 0; place < text.size();) {
-        if (!turkic && text.size() - place >= runLength && foldAsciiRun(text.data() + place, out)) {
-            place += runLength;
-            out += runLength;
-            continue;
+        if (Run run = 0; !turkic && text.size() - place >= sizeof run) {
+            std::memcpy(&run, text.data() + place, sizeof run);
+            if (isAscii(run)) {
+                run = lowered(run);
+                std::memcpy(out, &run, sizeof run);
+                place += sizeof run;
+                out += sizeof run;
+                continue;
+            }
         }
         const std::size_t start = place;
         const auto byte = static_cast<unsigned char>(text[place]);
