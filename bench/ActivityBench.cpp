@@ -99,7 +99,10 @@ void appending(MeasuredLoop& loop, const std::filesystem::path& file) {
     JsonPreferences preferences(file.parent_path() / "settings.json");
     ModelState state(preferences, false, {}, Date::now());
     NotificationCenter workspace;
-    LiveWiring live({.activityURL = file, .workspaceCenter = workspace});
+    MemoryHistoryService memory({.url = file.parent_path() / "memory-history.json",
+                                 .preferences = preferences,
+                                 .workspaceCenter = workspace});
+    LiveWiring live({.activityURL = file, .workspaceCenter = workspace, .memory = memory});
     live.attach(state);
     std::size_t shown = 0;
     QObject::connect(&state, &ModelState::systemActivityChanged, [&] { ++shown; });
