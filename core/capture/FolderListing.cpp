@@ -72,27 +72,16 @@ std::string FolderEntry::read(std::size_t limit) const {
     return readFile(file, path, limit);
 }
 
-std::expected<void, FolderListing::Failure> FolderListing::fill(FileDescriptor folder,
-                                                                Hidden hidden) {
-    if (!folder)
-        return std::unexpected(errno == ENOENT ? Failure::missing : Failure::unreadable);
-    stream.reset(::fdopendir(folder.get()));
-    if (!stream)
+std::expected<void, FolderListing::Failure>
+FolderListing::fill(std::expected<FolderReader, int> opened, Hidden hidden) {
+    if (!opened)
+        return std::unexpected(opened.error() == ENOENT ? Failure::missing : Failure::unreadable);
+    folder = *std::move(opened);
+    while (const dirent* entry = folder.next())
+        if (hidden == Hidden::listed || entry->d_name[0] != '.')
+            all.emplace_back(entry->d_name);
+    if (folder.readError() != 0)
         return std::unexpected(Failure::unreadable);
-    folder.release();
-    while (true) {
-        errno = 0;
-        const dirent* entry = ::readdir(stream.get());
-        if (!entry && errno != 0)
-            return std::unexpected(Failure::unreadable);
-        if (!entry)
-            break;
-        const std::string_view name = entry->d_name;
-        const bool visible =
-            hidden == Hidden::listed ? name != "." && name != ".." : !name.starts_with('.');
-        if (visible)
-            all.emplace_back(name);
-    }
     std::ranges::sort(all);
     return {};
 }
@@ -102,7 +91,7 @@ FolderListing::open(const std::filesystem::path& path, Hidden hidden) {
     // A slash at the end would have a link followed after all.
     FolderListing listing(path.has_filename() ? path : path.parent_path());
     const auto filled =
-        listing.fill(FileDescriptor(::open(listing.location.c_str(), folderFlags)), hidden);
+        listing.fill(FolderReader::open(AT_FDCWD, listing.location.c_str()), hidden);
     if (!filled)
         return std::unexpected(filled.error());
     return listing;
@@ -111,14 +100,15 @@ FolderListing::open(const std::filesystem::path& path, Hidden hidden) {
 std::expected<FolderListing, FolderListing::Failure> FolderListing::open(const FolderEntry& folder,
                                                                          Hidden hidden) {
     FolderListing listing(folder.path);
-    const auto filled = listing.fill(folder.openFolder(), hidden);
+    const auto filled =
+        listing.fill(FolderReader::open(folder.folder, folder.name().c_str()), hidden);
     if (!filled)
         return std::unexpected(filled.error());
     return listing;
 }
 
 FolderEntry FolderListing::entry(const std::string& name) const {
-    return FolderEntry::describe(::dirfd(stream.get()), location, name);
+    return FolderEntry::describe(folder.descriptor(), location, name);
 }
 
 } // namespace tidemark

@@ -3,15 +3,14 @@
 #include "core/base/CanonicalPath.h"
 #include "core/base/Date.h"
 #include "core/base/FileDescriptor.h"
+#include "core/storage/FolderReader.h"
 
 #include <expected>
 #include <filesystem>
-#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
 
-#include <dirent.h>
 #include <fcntl.h>
 
 namespace tidemark {
@@ -71,15 +70,11 @@ public:
     FolderEntry entry(const std::string& name) const;
 
 private:
-    struct Close {
-        void operator()(DIR* opened) const { ::closedir(opened); }
-    };
-
     explicit FolderListing(std::filesystem::path path) : location(std::move(path)) {}
-    std::expected<void, Failure> fill(FileDescriptor folder, Hidden hidden);
+    std::expected<void, Failure> fill(std::expected<FolderReader, int> opened, Hidden hidden);
 
     std::filesystem::path location;
-    std::unique_ptr<DIR, Close> stream;
+    FolderReader folder;
     std::vector<std::string> all;
 };
 

@@ -62,7 +62,7 @@ StorageTraversal::Result measureQuickly(const fs::path& root, Clock& clock,
                                         const std::stop_token& stop) {
     auto walk = StorageTraversal::open(root, quickEntryLimit);
     if (!walk)
-        return std::unexpected(StorageMeasurementFailure::unavailable);
+        return std::unexpected(walk.error());
     const double deadline = clock.monotonicSeconds() + quickBudget;
     while (true) {
         if (stop.stop_requested())
@@ -79,7 +79,7 @@ StorageTraversal::Result measureInBatches(const fs::path& root, double seconds, 
                                           const std::stop_token& stop) {
     auto walk = StorageTraversal::open(root, entryLimit);
     if (!walk)
-        return std::unexpected(StorageMeasurementFailure::unavailable);
+        return std::unexpected(walk.error());
     const WalkBudget budget{.deadline = clock.monotonicSeconds() + seconds};
     auto run = walkInBatches(*walk, budget, clock, stop);
     if (!run)

@@ -41,6 +41,16 @@ void CompletedFolders::complete(Index folder, const FolderTotals& totals) {
     folders[folder].rank = static_cast<Index>(completed++);
 }
 
+void CompletedFolders::remove(Index index) {
+    if (index == noFolder)
+        return;
+    Folder& folder = folders[index];
+    if (folder.parent != noFolder)
+        folders[folder.parent].firstChild = folder.nextSibling;
+    // Its own child: no path from the root leads here any more.
+    folder.parent = index;
+}
+
 std::optional<FolderSize> CompletedFolders::find(std::string_view path) const {
     const std::string_view top = root == "/" ? std::string_view() : std::string_view(root);
     if (!isBelow(path, top))

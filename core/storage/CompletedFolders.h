@@ -42,7 +42,11 @@ public:
     /// All below the folder has been walked.
     void complete(Index folder, const FolderTotals& totals);
 
-    /// How many folders are complete.
+    /// Leaves out the folder that was entered last into its parent, with all below it: it is not
+    /// there any more.
+    void remove(Index folder);
+
+    /// How many folders are complete, those left out counted.
     std::size_t size() const { return completed; }
     /// Leaves out all but the `count` that were complete first.
     void keepFirst(std::size_t count) { completed = std::min(completed, count); }

@@ -81,13 +81,14 @@ std::map<std::string, std::int64_t> largestParts(const std::map<std::string, std
     return {largest.begin(), end};
 }
 
-void noteSuccess(StorageMeasurementRecord& record, const FolderSize& size, Date now) {
+void noteSuccess(StorageMeasurementRecord& record, const FolderSize& size,
+                 const StorageMeasurementItem& measured, Date now) {
     record.breakdown = largestParts(size.breakdown);
     record.breakdownComplete = size.breakdown.size() <= StorageMeasurementRecord::partLimit;
     record.bytes = size.bytes;
     record.allocatedBytes = size.allocatedBytes;
     record.measuredAt = now;
-    record.measuredItem = record.item;
+    record.measuredItem = measured;
     record.attempts = 0;
     record.issue.reset();
 }
@@ -250,7 +251,8 @@ ComponentStorageScanner::attempt(Lock& lock, StorageMeasurementRecord record, co
         noteFailure(record, result.error());
         return record;
     }
-    noteSuccess(record, *result, end);
+    lastMeasured = record.item;
+    noteSuccess(record, *result, lastMeasured, end);
     if (captureActive)
         captureSizes.add(record.item.path, *std::move(result));
     return record;
@@ -273,9 +275,11 @@ ComponentStorageScanner::measureNow(Lock& lock, const StorageMeasurementRecord& 
 ComponentStorageScanner::Measurement
 ComponentStorageScanner::measureSlice(Lock& lock, const StorageMeasurementItem& item,
                                       double seconds, const std::stop_token& stop) {
-    const auto walk = cursorFor(item);
-    if (!walk)
-        return std::unexpected(StorageMeasurementFailure::unavailable);
+    const auto cursor = cursorFor(item);
+    if (!cursor)
+        return std::unexpected(cursor.error());
+    const auto walk = *cursor;
+    lastMeasured = cursors.at(item.path).item;
     const WalkBudget budget{clock.monotonicSeconds() + seconds, entriesPerSlice};
     const std::int64_t start = walk->count();
     std::int64_t told = start;
@@ -286,7 +290,9 @@ ComponentStorageScanner::measureSlice(Lock& lock, const StorageMeasurementItem& 
     });
     tell();
     lastVisited = walk->count() - start;
-    if (!outcome)
+    if (!outcome) {
+        // The next slice may be hours away: until then the disk can be unmounted.
+        walk->rest();
         return std::unexpected(outcome.error());
 
     if (captureActive && outcome->has_value())
@@ -295,21 +301,31 @@ ComponentStorageScanner::measureSlice(Lock& lock, const StorageMeasurementItem& 
     return *std::move(outcome);
 }
 
-/// The walk of an item, resumed or new; null when there is no folder to walk.
-std::shared_ptr<StorageTraversal>
+/// A walk that began before the item changed would end in a size of neither state. But a folder
+/// that changes between all captures would never be measured: from the second change on its walk
+/// goes on, and the size is that of the state in which it began.
+bool ComponentStorageScanner::Cursor::goesOnFor(const StorageMeasurementItem& now) const {
+    StorageMeasurementItem unchanged = now;
+    if (startedAnew)
+        unchanged.modified = item.modified;
+    return unchanged == item;
+}
+
+/// The walk of an item, resumed or new.
+ComponentStorageScanner::SharedWalk
 ComponentStorageScanner::cursorFor(const StorageMeasurementItem& item) {
     const auto known = cursors.find(item.path);
-    // A walk that began before the item changed would end in a size of neither state.
-    if (known != cursors.end() && known->second.item == item)
+    const bool isKnown = known != cursors.end();
+    if (isKnown && known->second.goesOnFor(item))
         return known->second.walk;
-    if (known != cursors.end())
+    if (isKnown)
         cursors.erase(known);
-    auto walk =
-        StorageTraversal::open(item.path, cursorEntryLimit, StorageTraversal::RootFiles::summed);
+    auto walk = StorageTraversal::openItem(item.path, cursorEntryLimit,
+                                           StorageTraversal::RootFiles::summed);
     if (!walk)
-        return nullptr;
-    const auto shared = std::make_shared<StorageTraversal>(*std::move(walk));
-    cursors.emplace(item.path, Cursor{item, shared});
+        return std::unexpected(walk.error());
+    auto shared = std::make_shared<StorageTraversal>(*std::move(walk));
+    cursors.emplace(item.path, Cursor{item, shared, isKnown});
     return shared;
 }
 

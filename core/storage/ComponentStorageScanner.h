@@ -63,11 +63,17 @@ private:
         /// What the walk was started for.
         StorageMeasurementItem item;
         /// Shared, since a cursor may be dropped in a pause of its own walk.
+    using SharedWalk = std::expected<std::shared_ptr<StorageTraversal>, StorageMeasurementFailure>;
+
         std::shared_ptr<StorageTraversal> walk;
     };
     struct Round {
         double deadline;
         const Measure& measure;
+        /// Whether it took the place of a walk that began before the item changed.
+        bool startedAnew = false;
+
+        bool goesOnFor(const StorageMeasurementItem& now) const;
         const std::stop_token& stop;
     };
 
@@ -82,7 +88,7 @@ private:
     Measurement measureNow(Lock& lock, const StorageMeasurementRecord& record, const Round& round);
     Measurement measureSlice(Lock& lock, const StorageMeasurementItem& item, double seconds,
                              const std::stop_token& stop);
-    std::shared_ptr<StorageTraversal> cursorFor(const StorageMeasurementItem& item);
+    SharedWalk cursorFor(const StorageMeasurementItem& item);
 
     const std::int64_t entriesPerSlice;
     Clock& clock;
@@ -101,3 +107,5 @@ private:
 };
 
 } // namespace tidemark
+    /// The state of the item that the last attempt measured.
+    StorageMeasurementItem lastMeasured;

@@ -1,6 +1,7 @@
 #include "core/storage/StorageFileMetadata.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <limits>
 
 #include <fcntl.h>
@@ -14,24 +15,18 @@ constexpr std::int64_t blockSize = 512;
 
 } // namespace
 
-std::expected<StorageFileMetadata, StorageMeasurementFailure>
-StorageFileMetadata::read(const std::filesystem::path& path) {
-    if (const auto metadata = readEntry(AT_FDCWD, path.c_str()))
-        return *metadata;
-    return std::unexpected(StorageMeasurementFailure::unreadable);
-}
-
-std::optional<StorageFileMetadata> StorageFileMetadata::readEntry(int folder, const char* name) {
+std::expected<StorageFileMetadata, int> StorageFileMetadata::readEntry(int folder,
+                                                                       const char* name) {
     struct stat status;
     if (::fstatat(folder, name, &status, AT_SYMLINK_NOFOLLOW) != 0)
-        return std::nullopt;
+        return std::unexpected(errno);
     return StorageFileMetadata(status);
 }
 
-std::optional<StorageFileMetadata> StorageFileMetadata::readOpen(int descriptor) {
+std::expected<StorageFileMetadata, int> StorageFileMetadata::readOpen(int descriptor) {
     struct stat status;
     if (::fstat(descriptor, &status) != 0)
-        return std::nullopt;
+        return std::unexpected(errno);
     return StorageFileMetadata(status);
 }
 

@@ -2,32 +2,23 @@
 
 #include "core/base/Arithmetic.h"
 #include "core/base/CanonicalPath.h"
-#include "core/base/FileDescriptor.h"
-#include "core/storage/StorageFileMetadata.h"
+#include "core/system/BirthTime.h"
 
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <string_view>
 
-#include <fcntl.h>
-
 namespace tidemark {
 
 namespace {
 
-constexpr int folderFlags = O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC;
-
 /// How many names are read ahead to be put in order. More would not make the order much better,
-/// and cost every resting walk memory.
-constexpr std::size_t readAhead = 1024;
+/// and cost memory.
+constexpr std::int64_t readAhead = 1024;
 
 std::unexpected<StorageMeasurementFailure> failure(StorageMeasurementFailure reason) {
     return std::unexpected(reason);
-}
-
-bool isDotOrDotDot(const char* name) {
-    return name[0] == '.' && (name[1] == '\0' || (name[1] == '.' && name[2] == '\0'));
 }
 
 } // namespace
@@ -38,22 +29,45 @@ StorageTraversal::StorageTraversal(std::string path, std::int64_t limit, RootFil
         directFileSizes.emplace();
 }
 
-std::optional<StorageTraversal> StorageTraversal::open(const std::filesystem::path& folder,
-                                                       std::int64_t entryLimit, RootFiles files) {
-    const auto path = canonicalPath(folder);
-    const auto metadata = StorageFileMetadata::read(path);
-    if (!metadata || !metadata->isDirectory())
-        return std::nullopt;
-    return StorageTraversal(path.native(), entryLimit, files);
+bool StorageTraversal::Directory::is(const FolderReader& folder) const {
+    const auto metadata = folder.status();
+    return metadata && is(*metadata) && birthTime(folder.descriptor()) == birth;
+}
+
+StorageTraversal::Opened StorageTraversal::open(const std::filesystem::path& folder,
+                                                std::int64_t entryLimit, RootFiles files) {
+    return openCanonical(canonicalPath(folder), entryLimit, files);
+}
+
+StorageTraversal::Opened StorageTraversal::openItem(const std::filesystem::path& folder,
+                                                    std::int64_t entryLimit, RootFiles files) {
+    if (canonicalPath(folder.parent_path()) != folder.parent_path())
+        return failure(StorageMeasurementFailure::unavailable);
+    return openCanonical(folder, entryLimit, files);
+}
+
+StorageTraversal::Opened StorageTraversal::openCanonical(const std::filesystem::path& path,
+                                                         std::int64_t entryLimit, RootFiles files) {
+    auto folder = FolderReader::openRoot(path);
+    if (!folder)
+        return failure(folder.error());
+    StorageTraversal walk(path.native(), entryLimit, files);
+    if (const auto ended = walk.enterRoot(*std::move(folder)))
+        return failure(ended->error());
+    return walk;
 }
 
 std::optional<StorageTraversal::Result> StorageTraversal::step() {
-    if (!std::exchange(started, true))
-        return enterRoot();
     if (stack.empty())
         return failure(StorageMeasurementFailure::unreadable);
+    const bool isWalked = !reading && nextEntry == entries.size() && !stack.back().hasPending();
+    if (isWalked)
+        return leave();
+    if (!isAtTop())
+        if (auto ended = returnToTop())
+            return ended;
     if (reading && nextEntry == entries.size())
-        readEntries();
+        readEntries(readAhead);
     if (nextEntry < entries.size())
         return visitNext();
     if (reading)
@@ -61,124 +75,124 @@ std::optional<StorageTraversal::Result> StorageTraversal::step() {
     return stack.back().hasPending() ? enterNext() : leave();
 }
 
-std::optional<StorageTraversal::Result> StorageTraversal::enterRoot() {
+void StorageTraversal::rest() {
+    // One name more than may be visited is enough for the walk to end at its limit.
+    if (reading)
+        readEntries(std::max<std::int64_t>(entryLimit - visited, 0) + 1);
+    reading = false;
+    here = {};
+    above = {};
+}
+
+std::optional<StorageTraversal::Result> StorageTraversal::enterRoot(FolderReader folder) {
+    if (!isValidUtf8(rootPath))
+        return failure(StorageMeasurementFailure::unreadable);
     std::string_view name = lastPathComponent(rootPath);
     if (name == "/")
         name = {};
-    return enter(AT_FDCWD, rootPath.c_str(), std::string(name));
+    return enter(std::move(folder), std::string(name));
 }
 
 std::optional<StorageTraversal::Result> StorageTraversal::enterNext() {
-    if (!climb()) {
-        readFailed = true;
-        stack.back().pending.clear();
-        return std::nullopt;
-    }
     if (!countEntry())
         return failure(StorageMeasurementFailure::entryLimit);
     Directory& parent = stack.back();
-    const char* path = parent.pending.c_str() + parent.pendingStart;
-    std::string name(path);
+    std::string name(parent.pending.c_str() + parent.pendingStart);
     parent.pendingStart += name.size() + 1;
-    return enter(::dirfd(here.get()), path, std::move(name));
+    auto folder = FolderReader::open(here.descriptor(), name.c_str());
+    if (folder)
+        return enter(*std::move(folder), std::move(name));
+    // By now something else may have the name of the folder.
+    if (folder.error() == ENOTDIR || folder.error() == ELOOP)
+        add(name.c_str(), here.status(name.c_str()));
+    else if (folder.error() != ENOENT)
+        readFailed = true;
+    return std::nullopt;
 }
 
-std::optional<StorageTraversal::Result> StorageTraversal::enter(int parent, const char* path,
+std::optional<StorageTraversal::Result> StorageTraversal::enter(FolderReader folder,
                                                                 std::string name) {
-    if (!isValidUtf8(stack.empty() ? rootPath : name))
+    if (!isValidUtf8(name))
         return failure(StorageMeasurementFailure::unreadable);
-    FileDescriptor opened(::openat(parent, path, folderFlags));
-    const auto metadata = StorageFileMetadata::readOpen(opened.get());
-    if (!metadata || isCycle(metadata->device(), metadata->inode())) {
+    const auto metadata = folder.status();
+    if (!metadata || isCycle(*metadata)) {
         readFailed = true;
         return std::nullopt;
     }
     if (metadata->isCloudOnly())
         return failure(StorageMeasurementFailure::cloudBacked);
-    Stream stream(::fdopendir(opened.get()));
-    if (!stream) {
-        readFailed = true;
-        return std::nullopt;
-    }
-    opened.release();
 
-    const bool isRoot = stack.empty();
     const auto index =
-        isRoot ? CompletedFolders::noFolder : completed.enter(stack.back().index, name);
-    above = std::exchange(here, std::move(stream));
+        stack.empty() ? CompletedFolders::noFolder : completed.enter(stack.back().index, name);
+    above = std::exchange(here, std::move(folder));
     hereLevel = stack.size();
-    hereWasLinked = !metadata->isUnlinked();
     reading = true;
     stack.push_back({.name = std::move(name),
                      .device = metadata->device(),
                      .inode = metadata->inode(),
+                     .birth = birthTime(here.descriptor()),
                      .index = index,
                      .totals = {},
                      .pending = {}});
     return std::nullopt;
 }
 
-bool StorageTraversal::isCycle(dev_t device, ino_t inode) const {
+bool StorageTraversal::isCycle(const StorageFileMetadata& folder) const {
     // Without following links only a folder that is mounted below itself comes round again.
-    return std::ranges::any_of(stack, [&](const Directory& folder) {
-        return folder.inode == inode && folder.device == device;
-    });
+    return std::ranges::any_of(stack, [&](const Directory& open) { return open.is(folder); });
 }
 
-void StorageTraversal::readEntries() {
-    entries.clear();
-    entryNames.clear();
-    nextEntry = 0;
-    for (std::size_t taken = 0; taken < readAhead; ++taken) {
-        errno = 0;
-        const dirent* entry = ::readdir(here.get());
+void StorageTraversal::readEntries(std::int64_t most) {
+    if (nextEntry == entries.size())
+        forgetEntries();
+    for (; most > 0; --most) {
+        const dirent* entry = here.next();
         if (!entry) {
-            readFailed = readFailed || errno != 0;
-            endReading();
+            readFailed = readFailed || here.readError() != 0;
+            reading = false;
             break;
         }
-        if (isDotOrDotDot(entry->d_name))
-            continue;
-        const std::size_t size = std::strlen(entry->d_name) + 1;
         if (entry->d_type == DT_DIR) {
-            stack.back().pending.append(entry->d_name, size);
+            stack.back().addPending(entry->d_name);
             continue;
         }
         entries.push_back({entry->d_ino, entryNames.size()});
-        entryNames.append(entry->d_name, size);
+        entryNames.append(entry->d_name, std::strlen(entry->d_name) + 1);
     }
-    std::ranges::sort(entries, {}, &Entry::inode);
+    std::ranges::sort(entries.begin() + static_cast<std::ptrdiff_t>(nextEntry), entries.end(), {},
+                      &Entry::inode);
 }
 
-void StorageTraversal::endReading() {
-    reading = false;
-    // A folder that was removed after it was entered reads as an empty one.
-    const auto metadata = StorageFileMetadata::readOpen(::dirfd(here.get()));
-    if (!metadata || (metadata->isUnlinked() && hereWasLinked))
-        readFailed = true;
+void StorageTraversal::forgetEntries() {
+    entries.clear();
+    entryNames.clear();
+    nextEntry = 0;
 }
 
 std::optional<StorageTraversal::Result> StorageTraversal::visitNext() {
     const char* name = entryNames.c_str() + entries[nextEntry++].nameStart;
-    const auto metadata = StorageFileMetadata::readEntry(::dirfd(here.get()), name);
-    if (metadata && metadata->isDirectory()) {
-        // The listing did not tell. It counts when it is entered.
-        stack.back().pending.append(name, std::strlen(name) + 1);
-        return std::nullopt;
-    }
-    if (!countEntry())
+    const auto status = here.status(name);
+    // The listing may not tell a folder. It counts when it is entered.
+    const bool isFolder = status && status->isDirectory();
+    if (!isFolder && !countEntry())
         return failure(StorageMeasurementFailure::entryLimit);
-    if (!metadata)
-        readFailed = true;
-    else if (metadata->isRegularFile())
-        addFile(name, metadata->bytes(), metadata->allocatedBytes());
+    add(name, status);
     return std::nullopt;
 }
 
-void StorageTraversal::addFile(const char* name, std::int64_t bytes, std::int64_t allocatedBytes) {
-    stack.back().totals.addFile(bytes, allocatedBytes);
+void StorageTraversal::add(const char* name, const Status& status) {
+    if (!status)
+        readFailed = readFailed || status.error() != ENOENT;
+    else if (status->isDirectory())
+        stack.back().addPending(name);
+    else if (status->isRegularFile())
+        addFile(name, *status);
+}
+
+void StorageTraversal::addFile(const char* name, const StorageFileMetadata& metadata) {
+    stack.back().totals.addFile(metadata.bytes(), metadata.allocatedBytes());
     if (directFileSizes && stack.size() == 1 && isValidUtf8(name))
-        directFileSizes->insert_or_assign(name, bytes);
+        directFileSizes->insert_or_assign(name, metadata.bytes());
 }
 
 std::optional<StorageTraversal::Result> StorageTraversal::leave() {
@@ -191,31 +205,70 @@ std::optional<StorageTraversal::Result> StorageTraversal::leave() {
     if (stack.size() == 1)
         rootBreakdown.insert_or_assign(folder.name, folder.totals.bytes);
     if (above && hereLevel == stack.size()) {
-        here = std::move(above);
+        here = std::exchange(above, {});
         --hereLevel;
     }
     return std::nullopt;
 }
 
+/// Opens the top of the stack, or the nearest folder above it that is still at its place, which
+/// then is the top.
+std::optional<StorageTraversal::Result> StorageTraversal::returnToTop() {
+    above = {};
+    if (here && climb())
+        return std::nullopt;
+    return descend();
+}
+
 bool StorageTraversal::climb() {
-    if (hereLevel == stack.size() - 1)
-        return true;
-    while (hereLevel > stack.size() - 1) {
-        FileDescriptor parent(::openat(::dirfd(here.get()), "..", folderFlags));
-        const auto metadata = StorageFileMetadata::readOpen(parent.get());
-        const Directory& expected = stack[hereLevel - 1];
+    while (hereLevel + 1 > stack.size()) {
+        auto parent = FolderReader::open(here.descriptor(), "..");
         // A folder that was moved meanwhile has another parent now.
-        if (!metadata || metadata->device() != expected.device
-            || metadata->inode() != expected.inode)
+        if (!parent || !stack[hereLevel - 1].is(*parent))
             return false;
-        Stream stream(::fdopendir(parent.get()));
-        if (!stream)
-            return false;
-        parent.release();
-        here = std::move(stream);
+        here = *std::move(parent);
         --hereLevel;
     }
     return true;
+}
+
+std::optional<StorageTraversal::Result> StorageTraversal::descend() {
+    auto root = FolderReader::openRoot(rootPath);
+    if (!root)
+        return failure(root.error());
+    if (!stack.front().is(*root))
+        return startOver(*std::move(root));
+    here = *std::move(root);
+    for (std::size_t level = 1; level < stack.size(); ++level) {
+        auto folder = FolderReader::open(here.descriptor(), stack[level].name.c_str());
+        if (folder && stack[level].is(*folder))
+            here = *std::move(folder);
+        else
+            leaveOut(level);
+    }
+    hereLevel = stack.size() - 1;
+    return std::nullopt;
+}
+
+/// Takes the folder at `level` out of the walk with all below it. Its name is looked at anew.
+void StorageTraversal::leaveOut(std::size_t level) {
+    completed.remove(stack[level].index);
+    stack[level - 1].addPending(stack[level].name);
+    stack.erase(stack.begin() + static_cast<std::ptrdiff_t>(level), stack.end());
+    forgetEntries();
+}
+
+/// Another folder has the place of the root.
+std::optional<StorageTraversal::Result> StorageTraversal::startOver(FolderReader root) {
+    stack.clear();
+    forgetEntries();
+    completed = CompletedFolders(rootPath);
+    rootBreakdown.clear();
+    if (directFileSizes)
+        directFileSizes->clear();
+    readFailed = false;
+    here = {};
+    return enterRoot(std::move(root));
 }
 
 StorageTraversal::Result StorageTraversal::rootResult(const Directory& root) {

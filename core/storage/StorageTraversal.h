@@ -2,14 +2,12 @@
 
 #include "core/records/StorageMeasurementFailure.h"
 #include "core/storage/CompletedFolders.h"
+#include "core/storage/FolderReader.h"
 
 #include <expected>
 #include <filesystem>
-#include <memory>
 #include <optional>
 #include <vector>
-
-#include <dirent.h>
 
 namespace tidemark {
 
@@ -18,11 +16,15 @@ namespace tidemark {
 ///
 /// Links are not followed; other file systems mounted below are entered. A file with several names
 /// counts at each of them. What can't be read below the root does not stop the walk, but keeps it
-/// from ending in a size. What changes on disk between two steps is taken as it is found.
+/// from ending in a size. The tree may change between two steps: each folder counts as it was when
+/// its names were read, without the entries that have gone before their turn came.
 ///
 /// Folders are gone down into by descriptor, so no path is ever too long, and a folder that turns
-/// into a link is not followed. At most two descriptors are open, however deep the tree. Not for
-/// several threads at once.
+/// into a link is not followed. At most two descriptors are open, however deep the tree, and none
+/// after `rest`. The way back leads through the names of the folders, and holds only where device,
+/// inode and time of birth are still the same: a folder that is not at its place any more is taken
+/// out of the sums, and what stands there now is walked from its start. Not for several threads at
+/// once.
 class StorageTraversal {
 public:
     /// Whether the result names the files that lie directly in the root: of a folder with millions
@@ -30,17 +32,26 @@ public:
     enum class RootFiles { named, summed };
 
     using Result = std::expected<FolderSize, StorageMeasurementFailure>;
+    using Opened = std::expected<StorageTraversal, StorageMeasurementFailure>;
 
-    /// A walk of the folder that `folder` is, or that it links to. At most `entryLimit` entries
-    /// below the root are visited. Absent when there is no folder.
-    static std::optional<StorageTraversal> open(const std::filesystem::path& folder,
-                                                std::int64_t entryLimit,
-                                                RootFiles files = RootFiles::named);
+    /// Opens the folder that `folder` is, or that it links to. At most `entryLimit` entries below
+    /// the root are visited. The failures are those of `FolderReader::openRoot`.
+    static Opened open(const std::filesystem::path& folder, std::int64_t entryLimit,
+                       RootFiles files = RootFiles::named);
+    /// The same for a folder found before at a canonical path: where by now a link stands at the
+    /// path or on the way to it, the failure is `unavailable`.
+    static Opened openItem(const std::filesystem::path& folder, std::int64_t entryLimit,
+                           RootFiles files = RootFiles::named);
 
     /// Handles one entry. Absent means: go on. A result, good or bad, ends the walk.
     std::optional<Result> step();
 
-    /// Entries visited so far, the root not counted.
+    /// Closes what is open, after reading the names that are left in the folder being read. The
+    /// next step opens again what it needs.
+    void rest();
+
+    /// Entries visited so far, the root not counted; those of a folder that had to be walked again
+    /// count each time.
     std::int64_t count() const { return visited; }
     /// The finished subfolders.
     const CompletedFolders& completedSizes() const { return completed; }
@@ -48,16 +59,12 @@ public:
     CompletedFolders takeCompletedSizes() { return std::move(completed); }
 
 private:
-    struct StreamCloser {
-        void operator()(DIR* stream) const { ::closedir(stream); }
-    };
-    using Stream = std::unique_ptr<DIR, StreamCloser>;
-
     /// A folder that was entered and not yet left.
     struct Directory {
         std::string name;
         dev_t device;
         ino_t inode;
+        std::optional<std::int64_t> birth;
         CompletedFolders::Index index = CompletedFolders::noFolder;
         FolderTotals totals;
         /// Names of subfolders that are still to be entered, each ended by a zero byte.
@@ -65,48 +72,60 @@ private:
         std::size_t pendingStart = 0;
 
         bool hasPending() const { return pendingStart < pending.size(); }
+        void addPending(std::string_view folder) { pending.append(folder).push_back('\0'); }
+        bool is(const StorageFileMetadata& metadata) const {
+            return metadata.inode() == inode && metadata.device() == device;
+        }
+        bool is(const FolderReader& folder) const;
     };
     struct Entry {
         ino_t inode;
         std::size_t nameStart;
     };
+    using Status = std::expected<StorageFileMetadata, int>;
 
     StorageTraversal(std::string path, std::int64_t limit, RootFiles files);
 
-    std::optional<Result> enterRoot();
+    static Opened openCanonical(const std::filesystem::path& path, std::int64_t entryLimit,
+                                RootFiles files);
+    std::optional<Result> enterRoot(FolderReader folder);
     std::optional<Result> enterNext();
-    std::optional<Result> enter(int parent, const char* path, std::string name);
+    std::optional<Result> enter(FolderReader folder, std::string name);
     std::optional<Result> visitNext();
     std::optional<Result> leave();
     Result rootResult(const Directory& root);
-    void addFile(const char* name, std::int64_t bytes, std::int64_t allocatedBytes);
-    void readEntries();
-    void endReading();
+    void add(const char* name, const Status& status);
+    void addFile(const char* name, const StorageFileMetadata& metadata);
+    void readEntries(std::int64_t most);
+    bool isAtTop() const { return here && hereLevel + 1 == stack.size(); }
+    std::optional<Result> returnToTop();
     bool climb();
-    bool isCycle(dev_t device, ino_t inode) const;
+    std::optional<Result> descend();
+    void leaveOut(std::size_t level);
+    std::optional<Result> startOver(FolderReader root);
+    void forgetEntries();
+    bool isCycle(const StorageFileMetadata& folder) const;
     bool countEntry() { return ++visited <= entryLimit; }
 
     std::string rootPath;
     std::int64_t entryLimit;
     std::int64_t visited = 0;
     bool readFailed = false;
-    bool started = false;
 
-    /// The open folders, root first.
+    /// The folders on the way to where the walk stands, root first.
     std::vector<Directory> stack;
-    /// The descriptor of the folder that was entered last and is not left by its descriptor yet:
-    /// the top of the stack, or a folder that lay below it.
-    Stream here;
+    /// The folder that was entered last and is not left by its descriptor yet: the top of the
+    /// stack, or a folder that lay below it. Empty after a rest.
+    FolderReader here;
     /// The place of `here` in the stack.
     std::size_t hereLevel = 0;
     /// The parent of `here`, when it is open.
-    Stream above;
+    FolderReader above;
+    /// Whether `here` may have more names.
     bool reading = false;
-    /// Whether `here` had a name in the file system when it was entered.
-    bool hereWasLinked = false;
 
-    /// The entries of `here` that have been read and not visited yet, in the order of their
-    /// inodes, which is that of their place on disk.
+    /// The entries of the top of the stack that have been read and not visited yet, in the order of
+    /// their inodes, which is that of their place on disk.
     std::vector<Entry> entries;
     std::size_t nextEntry = 0;
     std::string entryNames;

@@ -19,7 +19,7 @@ walkToEnd(StorageTraversal& walk, const std::function<void()>& afterStep = [] {}
 inline StorageTraversal::Result walkToEnd(const std::filesystem::path& folder,
                                           std::int64_t entryLimit = 1'000'000) {
     auto walk = StorageTraversal::open(folder, entryLimit);
-    return walk ? walkToEnd(*walk) : std::unexpected(StorageMeasurementFailure::unavailable);
+    return walk ? walkToEnd(*walk) : std::unexpected(walk.error());
 }
 
 /// Absent after a success.

@@ -165,8 +165,8 @@ TEST_F(Observer, ThePlainInventoryMeasuresSmallRootsInTheOrderGiven) {
     EXPECT_EQ(slow.coverage.issues,
               (Lines{"Storage · a: The scan reached its time limit. Folder access may be valid; "
                      "the size measurement was not completed. No size comparison was made.",
-                     "Storage · missing: The folder could not be opened. It may be missing or "
-                     "access may be unavailable. No size comparison was made."}));
+                     "Storage · missing: Some entries could not be read. No size comparison was "
+                     "made."}));
     EXPECT_NEAR(slow.timestamp - ManualClock::start, 4, 0.9) << "taken after the measuring";
 
     stopping.request_stop();

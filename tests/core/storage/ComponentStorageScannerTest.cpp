@@ -182,15 +182,18 @@ TEST_F(Scanner, AWalkSpansCollectsUntilItsItemChanges) {
     };
     auto record = collect(1);
     EXPECT_EQ(record.issue, rawValue(Failure::paused));
-    EXPECT_EQ(record.visitedEntries, 2) << "the first step enters the folder itself";
+    EXPECT_EQ(record.visitedEntries, 3);
     EXPECT_FALSE(record.bytes);
     record = collect(1);
     EXPECT_EQ(record.bytes, 8);
-    EXPECT_EQ(record.visitedEntries, 2);
+    EXPECT_EQ(record.visitedEntries, 1);
 
     collect(1);
     EXPECT_EQ(collect(2).issue, rawValue(Failure::paused)) << "begun anew";
-    EXPECT_EQ(collect(2).bytes, 8);
+    record = collect(3);
+    EXPECT_EQ(record.bytes, 8) << "a folder that always changes is measured";
+    EXPECT_EQ(record.measuredItem, item("ab", 2));
+    EXPECT_FALSE(record.matchesObservedMetadata());
 
     collect(2);
     small.retainCursors({folder / "ab/"});
@@ -198,6 +201,70 @@ TEST_F(Scanner, AWalkSpansCollectsUntilItsItemChanges) {
     collect(2);
     small.retainCursors({folder / "missing", folder / "ab/1", folder / "a"});
     EXPECT_EQ(collect(2).issue, rawValue(Failure::paused)) << "dropped";
+}
+
+TEST_F(Scanner, AWalkThatSpansCollectsMeasuresATreeThatChangesBetweenThem) {
+    const auto files = [&](int from, int to) {
+        for (int name = from; name < to; ++name)
+            folder.write("a/sub/" + std::to_string(name), "1");
+    };
+    files(0, 1000);
+    ComponentStorageScanner small(file, 301, clock);
+    auto record = *small.collect({item("a")}, 1000, 0).records.at(0);
+    int collects = 1;
+    for (; !record.bytes && collects < 10; ++collects) {
+        EXPECT_EQ(record.issue, rawValue(Failure::paused));
+        for (int name = collects * 100; name < (collects + 1) * 100; ++name)
+            fs::remove(folder / "a/sub" / std::to_string(name));
+        record = *small.collect({item("a")}, 1000, 0).records.at(0);
+    }
+    EXPECT_EQ(collects, 4);
+    EXPECT_GE(record.bytes, 700);
+    EXPECT_LE(record.bytes, 1000);
+}
+
+TEST_F(Scanner, UnfinishedWalksHoldNothingOpen) {
+    constexpr int children = 520;
+    std::vector<StorageMeasurementItem> items;
+    for (int name = 0; name < children; ++name) {
+        folder.write("root/" + std::to_string(name) + "/sub/file", "1");
+        items.push_back(item("root/" + std::to_string(name)));
+    }
+    const auto openDescriptors = [] {
+        return std::distance(fs::directory_iterator("/proc/self/fd"), {});
+    };
+    rlimit before{};
+    ::getrlimit(RLIMIT_NOFILE, &before);
+    const rlimit tight{64, before.rlim_max};
+    ::setrlimit(RLIMIT_NOFILE, &tight);
+    const auto atRest = openDescriptors();
+    ComponentStorageScanner small("", 1, clock);
+    for (int step = 0; step < 2; ++step) {
+        const auto report = small.collect(items, 1000, 0);
+        EXPECT_EQ(report.measuredCount(), 0);
+        EXPECT_EQ(openDescriptors(), atRest);
+    }
+    StorageMeasurementReport report;
+    for (int step = 0; step < 5 && report.matchingCount() < children; ++step)
+        report = small.collect(items, 1000, 0);
+    ::setrlimit(RLIMIT_NOFILE, &before);
+    EXPECT_EQ(report.knownBytes(), children);
+}
+
+TEST_F(Scanner, NeverWalksThroughALinkThatTookThePlaceOfAnItem) {
+    folder.write("outside/sub/file", "12345");
+    folder.write("root/a/file", "1");
+    folder.write("root/b/sub/file", "1");
+    const std::vector items{item("root/a"), item("root/b/sub")};
+    for (const char* name : {"a", "b"}) {
+        fs::remove_all(folder / "root" / name);
+        fs::create_symlink(folder / "outside", folder / "root" / name);
+    }
+    const auto report = scanner.collect(items, 1000, 0);
+    for (const auto& record : report.records) {
+        EXPECT_FALSE(record->bytes) << record->item.path;
+        EXPECT_EQ(record->issue, rawValue(Failure::unavailable)) << record->item.path;
+    }
 }
 
 TEST_F(Scanner, LetsOthersInDuringItsPauses) {

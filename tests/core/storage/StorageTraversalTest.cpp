@@ -106,8 +106,17 @@ TEST(StorageTraversal, StartsAtFoldersOnly) {
     folder.makeFolder("empty");
     fs::create_symlink(folder / "file", folder / "to file");
     fs::create_symlink(folder / "empty", folder / "to folder");
-    for (const char* name : {"file", "to file", "missing"})
-        EXPECT_FALSE(StorageTraversal::open(folder / name, 1)) << name;
+    folder.makeFolder("target/sub");
+    fs::create_symlink(folder / "target", folder / "on the way");
+    const auto refusal = [&](auto open, const char* name) {
+        return open(folder / name, 1, StorageTraversal::RootFiles::named).error();
+    };
+    for (const char* name : {"file", "to file"})
+        EXPECT_EQ(refusal(StorageTraversal::open, name), Failure::unavailable) << name;
+    EXPECT_EQ(refusal(StorageTraversal::open, "missing"), Failure::unreadable);
+    for (const char* name : {"file", "to folder", "on the way/sub"})
+        EXPECT_EQ(refusal(StorageTraversal::openItem, name), Failure::unavailable) << name;
+    EXPECT_EQ(refusal(StorageTraversal::openItem, "missing"), Failure::unreadable);
 
     const auto size = walkToEnd(folder / "to folder").value();
     EXPECT_EQ(size.path, (folder / "empty").native());
@@ -137,48 +146,138 @@ TEST(StorageTraversal, AFolderThatCannotBeReadCostsTheSizeButNotTheWalk) {
     EXPECT_EQ(failureOf(walkToEnd(walk)), Failure::unreadable);
     EXPECT_EQ(walk.completedSizes().find((folder / "open").native()).value().bytes, 3);
     EXPECT_FALSE(walk.completedSizes().find((folder / "locked").native()));
-    EXPECT_EQ(failureOf(walkToEnd(folder / "locked")), Failure::unreadable);
+    EXPECT_EQ(failureOf(walkToEnd(folder / "locked")), Failure::unavailable);
 }
 
-TEST(StorageTraversal, NoticesWhatChangesUnderIt) {
+TEST(StorageTraversal, EndsInTheSizeOfWhatIsStillThere) {
+    const auto removeFolder = [](const auto& folder) { fs::remove_all(folder / "tree/sub"); };
+    // The new folder may well get the inode of the old one.
+    const auto replaceFolder = [](const auto& folder) {
+        fs::remove_all(folder / "tree/sub");
+        folder.write("tree/sub/c", "12345");
+    };
     struct Case {
         const char* what;
-        /// Applied after the step that this is the number of; the first enters the root.
+        /// Applied after the step that this is the number of: the first visits the file of the
+        /// root, the second enters the subfolder, the third and fourth visit its files.
         int step;
         void (*change)(const TemporaryFolder& folder);
+        /// Without a rest at the change, and with one.
+        std::int64_t bytes;
+        std::int64_t bytesAfterRest;
     };
     const Case cases[] = {
-        {"a folder vanishes before it is entered", 2,
-         [](const auto& folder) { fs::remove_all(folder / "tree/sub"); }},
-        {"a folder becomes a link", 2,
+        {"a folder vanishes before it is entered", 1, removeFolder, 1, 1},
+        {"a folder becomes a link", 1,
          [](const auto& folder) {
              fs::remove_all(folder / "tree/sub");
              fs::create_symlink(folder / "outside", folder / "tree/sub");
-         }},
-        {"a folder becomes a file", 2,
+         },
+         1, 1},
+        {"a folder becomes a file", 1,
          [](const auto& folder) {
              fs::remove_all(folder / "tree/sub");
-             folder.write("tree/sub", "1");
-         }},
-        {"a folder vanishes after it was entered", 3,
-         [](const auto& folder) { fs::remove_all(folder / "tree/sub"); }},
-        {"a file vanishes after it was listed", 4,
-         [](const auto& folder) { fs::remove_all(folder / "tree/sub"); }},
+             folder.write("tree/sub", "12345");
+         },
+         6, 6},
+        {"a folder vanishes after it was entered", 2, removeFolder, 1, 1},
+        {"files vanish after they were listed", 3,
+         [](const auto& folder) {
+             for (const char* name : {"a", "b"})
+                 fs::remove(folder / "tree/sub" / name);
+         },
+         2, 2},
+        {"a folder vanishes between its files", 3, removeFolder, 2, 1},
+        {"another folder gets its name", 3, replaceFolder, 2, 6},
+        {"a folder becomes a link between its files", 3,
+         [](const auto& folder) {
+             fs::rename(folder / "tree/sub", folder / "outside/moved");
+             fs::create_symlink(folder / "outside/moved", folder / "tree/sub");
+         },
+         3, 1},
+        {"another folder gets the name of the root", 3,
+         [](const auto& folder) {
+             fs::rename(folder / "tree", folder / "outside/moved");
+             folder.write("tree/file", "1234567");
+         },
+         3, 7},
     };
     for (const Case& change : cases) {
-        const TemporaryFolder folder;
-        folder.write("outside/big", std::string(1000, 'x'));
-        folder.write("tree/file", "1");
-        folder.write("tree/sub/a", "1");
-        folder.write("tree/sub/b", "1");
-        auto walk = opened(folder / "tree");
-        int steps = 0;
-        const auto result = walkToEnd(walk, [&] {
-            if (++steps == change.step)
-                change.change(folder);
-        });
-        EXPECT_EQ(failureOf(result), Failure::unreadable) << change.what;
+        for (const bool rests : {false, true}) {
+            const TemporaryFolder folder;
+            folder.write("outside/big", std::string(1000, 'x'));
+            folder.write("tree/file", "1");
+            folder.write("tree/sub/a", "1");
+            folder.write("tree/sub/b", "1");
+            auto walk = opened(folder / "tree");
+            int steps = 0;
+            const auto size = walkToEnd(walk, [&] {
+                                  if (++steps != change.step)
+                                      return;
+                                  if (rests)
+                                      walk.rest();
+                                  change.change(folder);
+                              }).value();
+            EXPECT_EQ(size.bytes, rests ? change.bytesAfterRest : change.bytes)
+                << change.what << (rests ? ", after a rest" : "");
+            std::int64_t parts = 0;
+            for (const auto& [name, bytes] : size.breakdown)
+                parts += bytes;
+            EXPECT_EQ(parts, size.bytes) << change.what;
+        }
     }
+}
+
+TEST(StorageTraversal, WhatIsWalkedAgainCountsOnceInTheFoldersAroundIt) {
+    const TemporaryFolder folder;
+    folder.write("tree/a/b/done/file", "123");
+    folder.write("tree/a/b/more/file", "1");
+    auto walk = opened(folder / "tree");
+    bool changed = false;
+    const auto size = walkToEnd(walk, [&] {
+                          if (walk.completedSizes().size() != 1 || std::exchange(changed, true))
+                              return;
+                          walk.rest();
+                          fs::rename(folder / "tree/a/b", folder / "moved");
+                          folder.write("tree/a/b/new/file", "12345");
+                      }).value();
+    EXPECT_EQ(size.breakdown, (Sizes{{"a", 5}}));
+    const auto a = walk.completedSizes().find((folder / "tree/a").native()).value();
+    EXPECT_EQ(a.breakdown, (Sizes{{"b", 5}}));
+    const auto b = walk.completedSizes().find((folder / "tree/a/b").native()).value();
+    EXPECT_EQ(b.breakdown, (Sizes{{"new", 5}}));
+}
+
+TEST(StorageTraversal, ARestingWalkWhoseRootIsGoneEndsInAFailure) {
+    const TemporaryFolder folder;
+    folder.write("tree/file", "1");
+    for (const bool becomesAFile : {false, true}) {
+        folder.makeFolder("tree");
+        auto walk = opened(folder / "tree");
+        walk.rest();
+        fs::remove_all(folder / "tree");
+        if (becomesAFile)
+            folder.write("tree", "1");
+        EXPECT_EQ(failureOf(walkToEnd(walk)),
+                  becomesAFile ? Failure::unavailable : Failure::unreadable);
+    }
+}
+
+TEST(StorageTraversal, RestsAfterAnyStepAndEndsAlike) {
+    const TemporaryFolder folder;
+    folder.write("tree/a/deep/down/file", "123");
+    folder.write("tree/a/other/file", "12");
+    folder.write("tree/b/file", "1");
+    for (int name = 0; name < 1500; ++name)
+        folder.write("tree/many/" + std::to_string(name), "");
+    auto unrested = opened(folder / "tree");
+    auto rested = opened(folder / "tree");
+    EXPECT_EQ(walkToEnd(rested, [&] { rested.rest(); }), walkToEnd(unrested));
+    EXPECT_EQ(rested.count(), unrested.count());
+    EXPECT_EQ(rested.completedSizes().size(), unrested.completedSizes().size());
+
+    auto limited = opened(folder / "tree", 20);
+    EXPECT_EQ(failureOf(walkToEnd(limited, [&] { limited.rest(); })), Failure::entryLimit);
 }
 
 TEST(StorageTraversal, DoesNotLeaveATreeWhoseFolderWasMovedAway) {
@@ -198,7 +297,7 @@ TEST(StorageTraversal, DoesNotLeaveATreeWhoseFolderWasMovedAway) {
         for (const char* branch : {"one", "two"})
             fs::rename(folder / "tree" / branch / "b", folder / "decoy/place" / branch, error);
     });
-    EXPECT_EQ(failureOf(result), Failure::unreadable);
+    EXPECT_EQ(result.value().bytes, 1) << "what was walked before it moved";
 }
 
 TEST(StorageTraversal, AFolderMountedBelowItselfDoesNotGoRound) {
