@@ -177,6 +177,8 @@ public:
         }
         if (!deferred.empty())
             measureBundles(deferred);
+        if (scanner)
+            saveMeasurements();
     }
 
 private:
@@ -268,6 +270,15 @@ private:
         } catch (const std::exception& error) {
             addIssue("Application size history could not be read or saved. Existing data was "
                      "preserved. "
+                     + std::string(error.what()));
+        }
+    }
+
+    void saveMeasurements() {
+        try {
+            scanner->save();
+        } catch (const std::exception& error) {
+            addIssue("Folder size history could not be saved. It will be retried on later checks. "
                      + std::string(error.what()));
         }
     }

@@ -15,6 +15,9 @@ namespace {
 
 constexpr std::int64_t cursorEntryLimit = 5'000'000;
 
+/// An item that took more seconds is saved at once, so that its work is not lost with the process.
+constexpr double longItem = 1;
+
 /// Seconds of a slice by failed attempts in a row, so that a huge item gets a large one in the end.
 constexpr std::array sliceSeconds{15.0, 30.0, 60.0, 120.0};
 constexpr std::int64_t attemptLimit = sliceSeconds.size() - 1;
@@ -131,6 +134,11 @@ void ComponentStorageScanner::endCapture() {
     captureSizes.clear();
 }
 
+void ComponentStorageScanner::save() {
+    const Lock lock(mutex);
+    cache.save();
+}
+
 void ComponentStorageScanner::retainCursors(const std::vector<std::filesystem::path>& roots) {
     std::vector<std::string> kept;
     kept.reserve(roots.size());
@@ -192,12 +200,19 @@ ComponentStorageScanner::collectLocked(Lock& lock, const std::vector<StorageMeas
     for (const RecordPlace place : dueRecords(records, now, refreshInterval)) {
         if (batch.isOver(clock.monotonicSeconds()))
             rest(lock, walkPause, stop);
+        const double start = clock.monotonicSeconds();
         auto attempted = attempt(lock, *place->second, round);
         if (!attempted)
             break;
         place->second = *std::move(attempted);
-        cache.store(place->second);
+        const double end = clock.monotonicSeconds();
+        cache.store(place->second, end);
+        if (end - start > longItem || cache.isSaveDue(end))
+            cache.save();
     }
+    // A capture calls for one folder after the other, and saves when it ends.
+    if (!captureActive || cache.isSaveDue(clock.monotonicSeconds()))
+        cache.save();
     return reportOf(records, now);
 }
 
@@ -239,6 +254,7 @@ ComponentStorageScanner::attempt(Lock& lock, StorageMeasurementRecord record, co
         return std::nullopt;
     const Date start = clock.now();
     lastVisited = 0;
+    lastMeasured = record.item;
     auto result = measureNow(lock, record, round);
     if (round.stop.stop_requested())
         return std::nullopt;
@@ -251,7 +267,6 @@ ComponentStorageScanner::attempt(Lock& lock, StorageMeasurementRecord record, co
         noteFailure(record, result.error());
         return record;
     }
-    lastMeasured = record.item;
     noteSuccess(record, *result, lastMeasured, end);
     if (captureActive)
         captureSizes.add(record.item.path, *std::move(result));
@@ -294,7 +309,7 @@ ComponentStorageScanner::measureSlice(Lock& lock, const StorageMeasurementItem& 
         // The next slice may be hours away: until then the disk can be unmounted.
         walk->rest();
         return std::unexpected(outcome.error());
-
+    }
     if (captureActive && outcome->has_value())
         captureSizes.add(walk->takeCompletedSizes());
     cursors.erase(item.path);

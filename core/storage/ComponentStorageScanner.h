@@ -16,8 +16,9 @@ namespace tidemark {
 
 /// Measures many items of very different sizes over many captures, in small time budgets, and
 /// never presents a partial total as a size. A walk that does not end within its slice of time is
-/// kept and resumed at a later capture; finished sizes are saved after each item. Unfinished walks
-/// live in memory only.
+/// kept, with nothing of it open, and resumed at a later capture. Unfinished walks live in memory
+/// only. Finished sizes are saved once they are a second old, and at once after an item that took
+/// longer than a second, so that is what a crash costs at most.
 ///
 /// Any thread may call. Calls take turns, and a running measurement lets others in at each of its
 /// pauses: they wait for one batch of walking, one save, or the listing of one folder.
@@ -35,6 +36,8 @@ public:
     /// Sizes found between these two are shared: a folder walked as part of another costs nothing.
     void beginCapture();
     void endCapture();
+    /// Saves what is not saved yet. Throws an `Error` when that fails; a later save tries again.
+    void save();
     /// Drops the unfinished walks of all that lies outside of `roots`.
     void retainCursors(const std::vector<std::filesystem::path>& roots);
 
@@ -44,7 +47,8 @@ public:
     /// Spends up to `seconds` on the items whose size is not known for their present state or is
     /// `refreshInterval` seconds old, those first that waited longest. The report holds every
     /// item, measured or not, by name: running out of time, or being stopped, is no failure.
-    /// `measure` takes the place of the walk and runs while others may call.
+    /// `measure` takes the place of the walk and runs while others may call. Outside of a capture
+    /// all is saved at the end; within one, whose end calls `save`, at most once a second.
     /// Throws an `Error` while another `collect` runs, or when the file can't be read or written.
     StorageMeasurementReport collect(const std::vector<StorageMeasurementItem>& items,
                                      double seconds, double refreshInterval,
@@ -59,21 +63,21 @@ public:
 private:
     using Lock = std::unique_lock<std::mutex>;
 
+    using SharedWalk = std::expected<std::shared_ptr<StorageTraversal>, StorageMeasurementFailure>;
+
     struct Cursor {
         /// What the walk was started for.
         StorageMeasurementItem item;
         /// Shared, since a cursor may be dropped in a pause of its own walk.
-    using SharedWalk = std::expected<std::shared_ptr<StorageTraversal>, StorageMeasurementFailure>;
-
         std::shared_ptr<StorageTraversal> walk;
-    };
-    struct Round {
-        double deadline;
-        const Measure& measure;
         /// Whether it took the place of a walk that began before the item changed.
         bool startedAnew = false;
 
         bool goesOnFor(const StorageMeasurementItem& now) const;
+    };
+    struct Round {
+        double deadline;
+        const Measure& measure;
         const std::stop_token& stop;
     };
 
@@ -103,9 +107,9 @@ private:
     CaptureSizes captureSizes;
     /// Entries walked by the last slice.
     std::int64_t lastVisited = 0;
+    /// The state of the item that the last attempt measured.
+    StorageMeasurementItem lastMeasured;
     std::atomic<std::int64_t> walked = 0;
 };
 
 } // namespace tidemark
-    /// The state of the item that the last attempt measured.
-    StorageMeasurementItem lastMeasured;

@@ -22,11 +22,11 @@ const Shared<StorageMeasurementRecord>* MeasurementCache::find(const std::string
     return place == records.end() ? nullptr : &place->second;
 }
 
-void MeasurementCache::store(const Shared<StorageMeasurementRecord>& record) {
+void MeasurementCache::store(const Shared<StorageMeasurementRecord>& record, double now) {
     records.insert_or_assign(record->item.path, record);
     trim();
-    if (!path.empty())
-        save();
+    if (!path.empty() && !unsavedSince)
+        unsavedSince = now;
 }
 
 void MeasurementCache::trim() {
@@ -47,11 +47,14 @@ void MeasurementCache::trim() {
         records.erase(place);
 }
 
-void MeasurementCache::save() const {
+void MeasurementCache::save() {
+    if (!unsavedSince)
+        return;
     createPrivateFolders(path.parent_path());
     FileReplacement file(path);
     json::write(records, [&](std::string_view piece) { file.write(piece); });
     file.commit();
+    unsavedSince.reset();
 }
 
 } // namespace tidemark

@@ -4,6 +4,7 @@
 
 #include <filesystem>
 #include <map>
+#include <optional>
 
 namespace tidemark {
 
@@ -25,16 +26,25 @@ public:
     void load();
     /// The record of the item at `itemPath`, or null.
     const Shared<StorageMeasurementRecord>* find(const std::string& itemPath) const;
-    /// Keeps the record in memory, then replaces the file. Throws an `Error` when that fails.
-    void store(const Shared<StorageMeasurementRecord>& record);
+    /// Keeps the record in memory. `now` is the time on the monotonic clock.
+    void store(const Shared<StorageMeasurementRecord>& record, double now);
+    /// Whether a record has waited a second for `save`: the file is written whole, which for many
+    /// small items would take far longer than measuring them.
+    bool isSaveDue(double now) const { return unsavedSince && now - *unsavedSince >= saveInterval; }
+    /// Replaces the file when a record was stored since the last time. Throws an `Error` when that
+    /// fails: it is tried again by the next call.
+    void save();
 
 private:
+    static constexpr double saveInterval = 1;
+
     void trim();
-    void save() const;
 
     std::filesystem::path path;
     MeasurementRecords records;
     bool loaded = false;
+    /// When the first record was stored that is not in the file yet.
+    std::optional<double> unsavedSince;
 };
 
 } // namespace tidemark

@@ -215,6 +215,18 @@ TEST_F(Observer, ByChildFoldersTellsWhatIsMissingAndGoesOnNextTime) {
     EXPECT_EQ(third.coverage.issues, Lines{"Storage · root: " + awaitingRefresh});
 }
 
+TEST_F(Observer, AFailedSaveOfMeasurementsIsReported) {
+    ComponentStorageScanner failing(folder.write("file", "1") / "records.json", 1'000'000, clock);
+    folder.write("a/sub/file", "1");
+    measure({"a"});
+    const Snapshot snapshot = capture(&failing);
+    ASSERT_EQ(snapshot.coverage.issues.size(), 1U);
+    EXPECT_TRUE(snapshot.coverage.issues[0].starts_with(
+        "Folder size history could not be saved. It will be retried on later checks. "))
+        << snapshot.coverage.issues[0];
+    EXPECT_EQ(sizes(snapshot), Lines{"a 1"});
+}
+
 TEST_F(Observer, WithoutTimeLeftBundlesAreReportedAsTheyAreKnown) {
     writeBundle("Applications/One.app");
     measure({"Applications", "a"});

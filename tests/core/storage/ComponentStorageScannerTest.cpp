@@ -267,6 +267,43 @@ TEST_F(Scanner, NeverWalksThroughALinkThatTookThePlaceOfAnItem) {
     }
 }
 
+TEST_F(Scanner, SavesOnceASecondAndAfterLongItemsAndAtTheEnd) {
+    std::vector<StorageMeasurementItem> items;
+    for (int name = 10; name < 40; ++name)
+        items.push_back(item(std::to_string(name)));
+    double itemSeconds = 0.1;
+    std::string saved;
+    const auto measure = [&](const fs::path&, double) {
+        const auto count = fs::exists(file) ? stored().size() : 0;
+        if (const std::string text = std::to_string(count) + " "; !saved.ends_with(text))
+            saved += text;
+        clock.advance(itemSeconds);
+        return sized(1);
+    };
+    scanner.collect(items, 1000, 0, measure);
+    EXPECT_EQ(saved, "0 11 22 ");
+    EXPECT_EQ(stored().size(), 30U);
+
+    fs::remove(file);
+    saved.clear();
+    itemSeconds = 1.1;
+    items.resize(3);
+    ComponentStorageScanner fresh(file, 1, clock);
+    fresh.beginCapture();
+    fresh.collect(items, 1000, 0, measure);
+    EXPECT_EQ(saved, "0 1 2 ");
+
+    fs::remove(file);
+    itemSeconds = 0.1;
+    ComponentStorageScanner capturing(file, 1, clock);
+    capturing.beginCapture();
+    capturing.collect({items[0]}, 1000, 0, measure);
+    capturing.collect({items[1]}, 1000, 0, measure);
+    EXPECT_FALSE(fs::exists(file)) << "a capture measures many folders in a second";
+    capturing.save();
+    EXPECT_EQ(stored().size(), 2U);
+}
+
 TEST_F(Scanner, LetsOthersInDuringItsPauses) {
     const auto first = folder.write("a/file", "1");
     for (int name = 0; name < 2000; ++name)
@@ -317,7 +354,10 @@ TEST_F(Scanner, AFileThatCannotBeUnderstoodIsNeverOverwritten) {
 
 TEST_F(Scanner, AFailedSaveFailsTheCallButKeepsTheSize) {
     int measured = 0;
-    const auto measure = [&](const fs::path&, double) { return ++measured, sized(5); };
+    const auto measure = [&](const fs::path&, double) {
+        clock.advance(1.5);
+        return ++measured, sized(5);
+    };
     collectOne(item("a"), 0, measure);
     const std::string before = test::contents(file);
 
