@@ -170,7 +170,7 @@ public:
     void measure() {
         std::vector<fs::path> deferred;
         for (const fs::path& root : shortestFirst(options.storageRoots)) {
-            if (scanner && isApplications(root))
+            if (scanner && isApplications(root) && mayHoldBundles(root))
                 deferred.push_back(root);
             else
                 measureRoot(root);
@@ -196,12 +196,20 @@ private:
         return roots;
     }
 
-    /// Folders whose bundles are measured one by one instead.
+    /// Folders whose bundles are measured one by one instead, where they hold any.
     bool isApplications(const fs::path& root) const {
         return lastPathComponent(root.native()) == "Applications"
                || std::ranges::any_of(options.applicationRoots, [&](const fs::path& other) {
                       return canonicalPath(other) == canonicalPath(root);
                   });
+    }
+
+    bool mayHoldBundles(const fs::path& root) const {
+        const std::string path = textFromBytes(canonicalPath(root).native());
+        return std::ranges::any_of(snapshot.applications,
+                                   [&](const auto& known) { return isBelow(known->path, path); })
+               || !ApplicationsCollector::collect({root}, clock, stop).items.empty()
+               || stop.stop_requested();
     }
 
     void measureRoot(const fs::path& root) {

@@ -215,6 +215,26 @@ TEST_F(Observer, ByChildFoldersTellsWhatIsMissingAndGoesOnNextTime) {
     EXPECT_EQ(third.coverage.issues, Lines{"Storage · root: " + awaitingRefresh});
 }
 
+TEST_F(Observer, AnApplicationsFolderWithoutBundlesIsMeasuredAsAnyOther) {
+    folder.write("data/Applications/file", "123");
+    folder.write("programs/file", "12");
+    writeBundle("Applications/One.app");
+    options.applicationRoots = {folder / "programs"};
+    measure({"data/Applications", "programs", "Applications", "gone/Applications"});
+    fs::remove(folder / "gone/Applications");
+    const Snapshot snapshot = capture(&scanner);
+    EXPECT_EQ(sizes(snapshot),
+              (Lines{"programs 2", "data/Applications 3",
+                     "Applications/One.app "
+                         + std::to_string(
+                             fs::file_size(folder / "Applications/One.app/Contents/Info.plist"))}));
+    EXPECT_EQ(timings(snapshot), (Lines{inventoryPhase + " +", "programs +", "Applications +",
+                                        "Applications -", "Application Bundle Sizes +"}));
+    EXPECT_EQ(snapshot.coverage.issues,
+              Lines{"Storage · Applications: Some entries could not be read. Earlier sizes are "
+                    "preserved; no partial total is compared."});
+}
+
 TEST_F(Observer, AFailedSaveOfMeasurementsIsReported) {
     ComponentStorageScanner failing(folder.write("file", "1") / "records.json", 1'000'000, clock);
     folder.write("a/sub/file", "1");
