@@ -18,7 +18,7 @@ namespace tidemark {
 /// never presents a partial total as a size. A walk that does not end within its slice of time is
 /// kept, with nothing of it open, and resumed at a later capture. Unfinished walks live in memory
 /// only. Finished sizes are saved once they are a second old, and at once after an item that took
-/// longer than a second, so that is what a crash costs at most.
+/// longer than a second: a crash loses at most the small items of the last second.
 ///
 /// Any thread may call. Calls take turns, and a running measurement lets others in at each of its
 /// pauses: they wait for one batch of walking, one save, or the listing of one folder.
