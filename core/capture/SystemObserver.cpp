@@ -7,6 +7,7 @@
 #include "core/storage/ComponentStorageScanner.h"
 #include "core/storage/StorageMeasurementError.h"
 #include "core/system/SystemFacts.h"
+#include "core/system/TrashFolder.h"
 
 #include <algorithm>
 #include <cmath>
@@ -31,8 +32,8 @@ constexpr const char* bundleNote =
 
 std::string nameOf(const fs::path& root) {
     const std::string_view name = lastPathComponent(root.native());
-    // "files" tells nobody that it is the trash.
-    return isTrashPath(root.native()) && name != ".Trash" ? "Trash" : textFromBytes(name);
+    // The Trash of a desktop is a folder named "files".
+    return TrashFolder::is(root.native()) && name != ".Trash" ? "Trash" : textFromBytes(name);
 }
 
 std::string storageIssue(const fs::path& root, std::string_view rest) {

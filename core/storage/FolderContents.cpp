@@ -2,7 +2,9 @@
 
 #include "core/base/Arithmetic.h"
 #include "core/base/FileDescriptor.h"
+#include "core/base/Text.h"
 #include "core/storage/StorageFileMetadata.h"
+#include "core/system/TrashFolder.h"
 
 #include <cerrno>
 #include <memory>
@@ -67,7 +69,6 @@ listContents(const std::filesystem::path& folder, Clock& clock, const std::stop_
     if (!stream)
         return std::unexpected(Failure::unavailable);
 
-    const bool isTrash = isTrashPath(folder.native());
     FolderContents listing;
     std::int64_t enumerated = 0;
     while (true) {
@@ -84,7 +85,7 @@ listContents(const std::filesystem::path& folder, Clock& clock, const std::stop_
             return std::unexpected(Failure::timeLimit);
         if (stop.stop_requested())
             return std::unexpected(Failure::cancelled);
-        if (isTrash && name == ".DS_Store")
+        if (TrashFolder::isFileManagersOwn(folder.native(), name))
             continue;
         ++listing.itemCount;
         const auto metadata = StorageFileMetadata::readEntry(::dirfd(stream.get()), entry->d_name);

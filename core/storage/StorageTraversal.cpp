@@ -3,6 +3,7 @@
 #include "core/base/Arithmetic.h"
 #include "core/base/CanonicalPath.h"
 #include "core/base/FileDescriptor.h"
+#include "core/base/Text.h"
 #include "core/storage/StorageFileMetadata.h"
 
 #include <algorithm>

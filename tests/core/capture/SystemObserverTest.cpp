@@ -121,7 +121,7 @@ TEST_F(Observer, TakesRootsShortestFirstAndApplicationsLast) {
 }
 
 TEST_F(Observer, CallsTheTrashOfADesktopByItsName) {
-    measure({"share/Trash/files"});
+    measure({".local/share/Trash/files"});
     const Snapshot snapshot = capture(&scanner);
     EXPECT_EQ(phases.at(1), "Scanning Trash…");
     EXPECT_EQ(timings(snapshot).at(1), "Trash +");
