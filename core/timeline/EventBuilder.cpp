@@ -160,7 +160,8 @@ public:
 
     bool operator()(const change::MetadataChanged& changed) const {
         const auto& item = changed.after ? changed.after : changed.before;
-        if (!item)
+        // That a diagnostic report was tidied away is no event of the machine.
+        if (!item || (item->kind == ObservedMetadata::Kind::diagnostic && !changed.after))
             return false;
         event.path = item->path;
         switch (item->kind) {
