@@ -10,15 +10,15 @@ namespace {
 
 using Applications = std::vector<Shared<Application>>;
 
-/// The one application that `belongs`; null when there is none or a choice. The same bundle found
-/// in two roots is one candidate.
+/// The one application that `belongs`; null when there is none or a choice. A bundle that two
+/// roots report counts twice.
 template <class Belongs>
 const Application* onlyOne(const Applications& apps, Belongs belongs) {
     const Application* only = nullptr;
     for (const auto& app : apps) {
         if (!belongs(*app))
             continue;
-        if (only && only->path != app->path)
+        if (only)
             return nullptr;
         only = &*app;
     }

@@ -152,7 +152,7 @@ TEST(BackgroundCollector, AssociatesByPlaceThenByNameAndNeverByAGuess) {
          {app, nested},
          "com.nested",
          byName},
-        {"com.example.app.worker", inside, {app, app}, "com.example.app", byPlace},
+        {"com.example.app.worker", inside, {app, app}, {}, {}},
     };
     for (const auto& each : cases) {
         const TemporaryFolder folder;
