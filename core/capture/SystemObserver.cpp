@@ -104,7 +104,8 @@ Snapshot inventory(const ObservationOptions& options, const std::vector<fs::path
     coverage.excludedPaths.emplace();
     takeInventory(ApplicationsCollector::collect(options.applicationRoots, clock, stop),
                   snapshot.applications, coverage.applicationRoots, coverage);
-    takeInventory(BackgroundCollector::collect(options.backgroundRoots, snapshot.applications),
+    takeInventory(BackgroundCollector::collect(options.backgroundRoots, snapshot.applications,
+                                               clock, stop),
                   snapshot.backgroundItems, coverage.backgroundRoots, coverage);
     for (const fs::path& root : storageRoots)
         take(measureQuickly(root, clock, stop), root, snapshot);
