@@ -234,13 +234,17 @@ TEST(ApplicationsCollector, GivesUpARootAfterEightSecondsOrWhenStopped) {
 
 TEST(ApplicationsCollector, ARootWithTooManyExclusionsIsIncompleteAndListsNone) {
     const TemporaryFolder folder;
-    makeBundle(folder, "1/A.app");
+    makeBundle(folder, "1/!.app");
     for (std::size_t i = 0; i <= RootReading::mostExcludedPaths; ++i)
         fs::create_symlink("/nowhere", folder / ("1/" + std::to_string(i)));
     const auto inventory = collected(folder / "1");
     EXPECT_EQ(inventory.issues, incomplete(folder / "1"));
     EXPECT_EQ(inventory.incompleteRoots, std::set{(folder / "1").native()});
     EXPECT_TRUE(inventory.excludedPaths.empty());
+    EXPECT_EQ(pathsBelow(inventory, folder), "1/!.app");
+    SteppingClock clock(3);
+    EXPECT_TRUE(ApplicationsCollector::collect({folder / "1"}, clock).items.empty())
+        << "the listing alone took all the time";
 
     fs::remove(folder / "1/0");
     EXPECT_EQ(collected(folder / "1").excludedPaths.size(), RootReading::mostExcludedPaths);
