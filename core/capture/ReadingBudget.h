@@ -6,8 +6,8 @@
 
 namespace tidemark {
 
-/// The time that reading one place may take. Each loop of a capture asks before every entry, so
-/// that neither a stop nor a capture has to wait for a place that was made to be slow.
+/// The time that reading one place may take. The loops of a capture ask before every entry, so that
+/// a place that is slow, or was made to be, holds up neither a stop nor the capture.
 class ReadingBudget {
 public:
     ReadingBudget(double seconds, Clock& time, const std::stop_token& token)

@@ -160,7 +160,7 @@ public:
 
     bool operator()(const change::MetadataChanged& changed) const {
         const auto& item = changed.after ? changed.after : changed.before;
-        // That a diagnostic report was tidied away is no event of the machine.
+        // Old diagnostic reports get deleted: only a new one is worth an event.
         if (!item || (item->kind == ObservedMetadata::Kind::diagnostic && !changed.after))
             return false;
         event.path = item->path;
