@@ -7,7 +7,7 @@
 #include "core/base/CanonicalPath.h"
 #include "core/base/Error.h"
 #include "core/base/Text.h"
-#include "core/records/FolderSize.h"
+#include "core/system/TrashFolder.h"
 
 #include <algorithm>
 #include <set>
@@ -173,7 +173,7 @@ QCoro::Task<bool> FolderAccess::restoreRecommendedAccessAfterRestart(Check check
     }
 
     std::erase_if(folders, [](const RecommendedFolder& folder) {
-        return !isTrashPath(textFromBytes(folder.url.native()));
+        return !TrashFolder::is(folder.url.native());
     });
     if (folders.empty() || isGranted(folders.front().url))
         co_return false;

@@ -57,11 +57,12 @@ std::string_view textOf(const std::array<Named, size>& table, std::string_view k
 /// What became of one entry: an observation, nothing, or a failure of the whole listing.
 struct Incomplete {};
 using Observed = std::expected<std::optional<ObservedMetadata>, Incomplete>;
+using Inspect = Observed (*)(const FolderEntry&, const ReadingBudget&);
 
-Observed formula(const FolderEntry& entry) {
+Observed formula(const FolderEntry& entry, const ReadingBudget& budget) {
     if (entry.kind != Kind::folder)
         return std::nullopt;
-    const auto listing = FolderListing::open(entry, FolderListing::Hidden::listed);
+    const auto listing = FolderListing::open(entry, FolderListing::Hidden::listed, budget);
     // One that was removed in this moment is not installed; any other failure hides versions.
     if (!listing && listing.error() == FolderListing::Failure::missing)
         return std::nullopt;
@@ -70,7 +71,7 @@ Observed formula(const FolderEntry& entry) {
     std::string versions;
     for (const auto& name : listing->names()) {
         const auto kind = listing->entry(name).kind;
-        if (kind == Kind::unknown)
+        if (kind == Kind::unknown || budget.isSpent())
             return std::unexpected(Incomplete{});
         if (kind == Kind::folder)
             versions += (versions.empty() ? "" : ", ") + textFromBytes(name);
@@ -109,7 +110,7 @@ std::optional<std::string> inferredApplication(std::string_view stem) {
     return std::string(stem.substr(0, place));
 }
 
-Observed diagnostic(const FolderEntry& entry) {
+Observed diagnostic(const FolderEntry& entry, const ReadingBudget&) {
     const std::string extension = asciiLowercased(entry.extension());
     const bool known = std::ranges::find(reportExtensions, extension) != reportExtensions.end();
     if (!known || entry.kind != Kind::regular)
@@ -124,29 +125,25 @@ Observed diagnostic(const FolderEntry& entry) {
     return metadata;
 }
 
-struct Pace {
-    Clock& clock;
-    const std::stop_token& stop;
-};
-
 std::expected<std::vector<ObservedMetadata>, Incomplete>
-inspect(const std::filesystem::path& folder, Observed (*item)(const FolderEntry&), Pace pace) {
-    const auto listing = FolderListing::open(folder, FolderListing::Hidden::skipped);
+inspect(const std::filesystem::path& folder, Inspect item, const ReadingBudget& budget) {
+    if (budget.isSpent())
+        return std::unexpected(Incomplete{});
+    const auto listing = FolderListing::open(folder, FolderListing::Hidden::skipped, budget);
     if (!listing && listing.error() == FolderListing::Failure::missing)
         return {};
     if (!listing || listing->names().size() > mostEntries)
         return std::unexpected(Incomplete{});
-    const double deadline = pace.clock.monotonicSeconds() + secondsPerListing;
     std::vector<ObservedMetadata> items;
     for (const auto& name : listing->names()) {
-        if (pace.stop.stop_requested() || pace.clock.monotonicSeconds() > deadline)
+        if (budget.isSpent())
             return std::unexpected(Incomplete{});
         const auto entry = listing->entry(name);
         if (entry.kind == Kind::link)
             continue;
         if (entry.kind == Kind::unknown)
             return std::unexpected(Incomplete{});
-        auto observed = item(entry);
+        auto observed = item(entry, budget);
         if (!observed)
             return std::unexpected(observed.error());
         if (*observed)
@@ -156,11 +153,11 @@ inspect(const std::filesystem::path& folder, Observed (*item)(const FolderEntry&
     return items;
 }
 
-MetadataReport report(const std::filesystem::path& folder, Observed (*item)(const FolderEntry&),
-                      Pace pace) {
+MetadataReport report(const std::filesystem::path& folder, Inspect item,
+                      const ReadingBudget& budget) {
     MetadataReport result;
     result.scope = textFromBytes(folder.native());
-    if (auto items = inspect(folder, item, pace)) {
+    if (auto items = inspect(folder, item, budget)) {
         result.items = *std::move(items);
         result.complete = true;
     } else {
@@ -176,14 +173,10 @@ bool isLocalRegularFile(const struct stat& status) {
     return metadata.isRegularFile() && !metadata.isCloudOnly();
 }
 
-bool sameVersion(const struct stat& a, const struct stat& b) {
-#if defined(__APPLE__)
-    const timespec &first = a.st_mtimespec, &second = b.st_mtimespec;
-#else
-    const timespec &first = a.st_mtim, &second = b.st_mtim;
-#endif
-    return a.st_size == b.st_size && first.tv_sec == second.tv_sec
-           && first.tv_nsec == second.tv_nsec;
+bool isSameVersion(const struct stat& a, const struct stat& b) {
+    const auto before = FileVersion::of(a);
+    const auto after = FileVersion::of(b);
+    return before.size == after.size && before.modified == after.modified;
 }
 
 constexpr std::string_view notRegular = "Selected file is not a local regular file: ";
@@ -198,11 +191,12 @@ struct Fingerprint {
 };
 
 /// The digest of what can be read from `file`, or the beginning of the issue.
-std::expected<std::string, std::string_view> digestOf(const FileDescriptor& file) {
+std::expected<std::string, std::string_view> digestOf(const FileDescriptor& file,
+                                                      const ReadingBudget& budget) {
     Sha256 digest;
     std::array<char, 1 << 16> buffer;
     std::size_t total = 0;
-    while (true) {
+    while (!budget.isSpent()) {
         const ssize_t count = ::read(file.get(), buffer.data(), buffer.size());
         if (count < 0 && errno == EINTR)
             continue;
@@ -215,11 +209,12 @@ std::expected<std::string, std::string_view> digestOf(const FileDescriptor& file
             return std::unexpected(tooLarge);
         digest.update({buffer.data(), static_cast<std::size_t>(count)});
     }
+    return std::unexpected(readFailed);
 }
 
 /// Empty when there is no such file.
 std::expected<std::optional<Fingerprint>, std::string_view>
-fingerprint(const std::filesystem::path& path) {
+fingerprint(const std::filesystem::path& path, const ReadingBudget& budget) {
     struct stat status{};
     if (::lstat(path.c_str(), &status) != 0) {
         if (errno == ENOENT)
@@ -237,19 +232,19 @@ fingerprint(const std::filesystem::path& path) {
     if (::fstat(file.get(), &before) != 0 || !isLocalRegularFile(before)
         || static_cast<std::size_t>(before.st_size) > largestConfiguration)
         return std::unexpected(tooLarge);
-    auto digest = digestOf(file);
+    auto digest = digestOf(file, budget);
     if (!digest)
         return std::unexpected(digest.error());
     struct stat after{};
-    if (::fstat(file.get(), &after) != 0 || !sameVersion(before, after))
+    if (::fstat(file.get(), &after) != 0 || !isSameVersion(before, after))
         return std::unexpected(changed);
     return Fingerprint{*std::move(digest), before.st_size};
 }
 
-MetadataReport configuration(const std::filesystem::path& path) {
+MetadataReport configuration(const std::filesystem::path& path, const ReadingBudget& budget) {
     MetadataReport result;
     result.scope = textFromBytes(path.native());
-    auto found = fingerprint(path);
+    auto found = fingerprint(path, budget);
     if (!found) {
         result.issue = std::string(found.error()) + result.scope;
         return result;
@@ -285,15 +280,15 @@ std::vector<MetadataReport> collect(bool homebrew, bool diagnostics,
                                     const std::filesystem::path& home, Clock& clock,
                                     const std::stop_token& stop,
                                     const std::vector<std::filesystem::path>& cellars) {
-    const Pace pace{clock, stop};
+    const auto budget = [&] { return ReadingBudget(secondsPerSource, clock, stop); };
     std::vector<MetadataReport> reports;
     if (homebrew)
         for (const auto& cellar : cellars)
-            reports.push_back(report(cellar, formula, pace));
+            reports.push_back(report(cellar, formula, budget()));
     if (diagnostics)
-        reports.push_back(report(home / "Library/Logs/DiagnosticReports", diagnostic, pace));
+        reports.push_back(report(home / "Library/Logs/DiagnosticReports", diagnostic, budget()));
     for (const auto& path : configurationPaths)
-        reports.push_back(configuration(path));
+        reports.push_back(configuration(path, budget()));
     return reports;
 }
 

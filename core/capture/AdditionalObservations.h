@@ -13,15 +13,15 @@
 namespace tidemark::AdditionalObservations {
 
 inline constexpr std::size_t mostEntries = 5'000;
-inline constexpr double secondsPerListing = 3;
+inline constexpr double secondsPerSource = 3;
 inline constexpr std::size_t largestConfiguration = 1'048'576;
 
 /// The folders in which Homebrew keeps what it installed.
 std::vector<std::filesystem::path> standardCellars();
 
 /// One report per cellar when `homebrew` is set, then one of the diagnostic folder in `home` when
-/// `diagnostics` is, then one per configuration file. Never fails: what could not be read
-/// completely is told by its report.
+/// `diagnostics` is, then one per configuration file. Never fails: each report says whether its
+/// source was read completely, which a stop or a source that takes too long prevents.
 std::vector<MetadataReport>
 collect(bool homebrew, bool diagnostics,
         const std::vector<std::filesystem::path>& configurationPaths,

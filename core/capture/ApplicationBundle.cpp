@@ -25,12 +25,14 @@ FolderEntry below(const FolderEntry& parent, const char* name, FileDescriptor& h
     return FolderEntry::describe(holder.get(), parent.path, name);
 }
 
-std::string wrappedMetadata(const FolderEntry& wrapper) {
-    const auto listing = FolderListing::open(wrapper, FolderListing::Hidden::listed);
+std::string wrappedMetadata(const FolderEntry& wrapper, const ReadingBudget& budget) {
+    const auto listing = FolderListing::open(wrapper, FolderListing::Hidden::listed, budget);
     if (!listing)
         throw notReadable(wrapper);
     std::optional<FolderEntry> inner;
     for (const auto& name : listing->names()) {
+        if (budget.isSpent())
+            throw notReadable(wrapper);
         const auto entry = listing->entry(name);
         if (!recognises(entry))
             continue;
@@ -45,7 +47,7 @@ std::string wrappedMetadata(const FolderEntry& wrapper) {
 }
 
 /// Throws `FileError`.
-std::string metadata(const FolderEntry& bundle) {
+std::string metadata(const FolderEntry& bundle, const ReadingBudget& budget) {
     FileDescriptor inBundle;
     const auto contents = below(bundle, "Contents", inBundle);
     if (contents.kind == Kind::link || contents.kind == Kind::unknown)
@@ -56,7 +58,7 @@ std::string metadata(const FolderEntry& bundle) {
         if (list.kind != Kind::missing)
             return list.read(PropertyList::maximumSize);
     }
-    return wrappedMetadata(FolderEntry::describe(inBundle.get(), bundle.path, "Wrapper"));
+    return wrappedMetadata(FolderEntry::describe(inBundle.get(), bundle.path, "Wrapper"), budget);
 }
 
 std::string textOr(const std::string* text, std::string_view fallback) {
@@ -69,9 +71,9 @@ bool recognises(const FolderEntry& entry) {
     return entry.kind == Kind::folder && asciiLowercased(entry.extension()) == "app";
 }
 
-std::optional<Application> read(const FolderEntry& bundle) {
+std::optional<Application> read(const FolderEntry& bundle, const ReadingBudget& budget) {
     try {
-        return described(metadata(bundle), bundle);
+        return described(metadata(bundle, budget), bundle);
     } catch (const FileError&) {
         return std::nullopt;
     }

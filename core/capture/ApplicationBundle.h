@@ -13,8 +13,9 @@ bool recognises(const FolderEntry& entry);
 
 /// The application by its metadata: "Contents/Info.plist", or, where that is missing, the
 /// "Info.plist" of the only bundle in "Wrapper". Absent when it can't be read, is no such list,
-/// or names no bundle identifier. A link inside the bundle is not followed.
-std::optional<Application> read(const FolderEntry& bundle);
+/// or names no bundle identifier. A link inside the bundle is not followed. A spent
+/// budget ends a long search in "Wrapper".
+std::optional<Application> read(const FolderEntry& bundle, const ReadingBudget& budget);
 
 /// The application that a bundle's metadata tell of.
 std::optional<Application> described(std::string_view metadata, const FolderEntry& bundle);

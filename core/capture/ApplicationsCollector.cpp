@@ -1,6 +1,7 @@
 #include "core/capture/ApplicationsCollector.h"
 
 #include "core/base/Text.h"
+#include "core/capture/RootReading.h"
 
 #include <algorithm>
 
@@ -10,6 +11,12 @@ namespace {
 
 using Kind = FolderEntry::Kind;
 
+bool isStorable(const Application& application) {
+    return std::max({application.bundleID.size(), application.name.size(),
+                     application.version.size(), application.build.size()})
+           <= longestText;
+}
+
 class Walk {
 public:
     Walk(Clock& time, const std::stop_token& token, std::span<const ApplicationFormat> among)
@@ -18,12 +25,9 @@ public:
     void visit(const std::filesystem::path& given) {
         const auto root = canonicalPath(given);
         const std::string path = textFromBytes(root.native());
-        complete = true;
-        deadline = clock.now() + secondsPerRoot;
-        visitRoot(root);
-        if (complete)
-            result.roots.insert(path);
-        else
+        RootReading reading(ReadingBudget(secondsPerRoot, clock, stop));
+        visitRoot(root, reading);
+        if (!reading.finish(path, result))
             result.issues.push_back("Applications: incomplete access or scan limit at " + path
                                     + ". Changes in this location are paused.");
     }
@@ -49,70 +53,63 @@ public:
     }
 
 private:
-    /// Whether time is left; if not, the root is incomplete.
-    bool mayGoOn() {
-        if (!stop.stop_requested() && clock.now() <= deadline)
-            return true;
-        complete = false;
-        return false;
-    }
-
-    void visitRoot(const std::filesystem::path& root) {
-        if (!mayGoOn())
+    void visitRoot(const std::filesystem::path& root, RootReading& reading) {
+        if (!reading.mayGoOn())
             return;
-        const auto listing = FolderListing::open(root, FolderListing::Hidden::skipped);
+        const auto listing =
+            FolderListing::open(root, FolderListing::Hidden::skipped, reading.budget());
         if (listing)
-            visitEntries(*listing, 0);
+            visitEntries(*listing, 0, reading);
         else if (listing.error() != FolderListing::Failure::missing)
-            complete = false;
+            reading.fail();
     }
 
-    void visitFolder(const FolderEntry& folder, int depth) {
-        if (!mayGoOn())
+    void visitFolder(const FolderEntry& folder, int depth, RootReading& reading) {
+        if (!reading.mayGoOn())
             return;
-        const auto listing = FolderListing::open(folder, FolderListing::Hidden::skipped);
+        const auto listing =
+            FolderListing::open(folder, FolderListing::Hidden::skipped, reading.budget());
         if (listing)
-            visitEntries(*listing, depth);
+            visitEntries(*listing, depth, reading);
         else
-            complete = false;
+            reading.fail();
     }
 
-    void visitEntries(const FolderListing& listing, int depth) {
+    void visitEntries(const FolderListing& listing, int depth, RootReading& reading) {
         for (const auto& name : listing.names()) {
-            if (!mayGoOn())
+            if (!reading.mayGoOn())
                 return;
-            visitEntry(listing.entry(name), depth);
+            visitEntry(listing.entry(name), depth, reading);
         }
     }
 
-    void visitEntry(const FolderEntry& entry, int depth) {
+    void visitEntry(const FolderEntry& entry, int depth, RootReading& reading) {
         if (entry.kind == Kind::link)
-            return exclude(entry, symbolicLinks);
+            return exclude(entry, symbolicLinks, reading);
         // A folder may be listed but not searched: what lies in it is then not known to be gone.
-        if (entry.kind == Kind::unknown) {
-            complete = false;
-            return;
-        }
+        if (entry.kind == Kind::unknown)
+            return reading.fail();
         const auto format = std::ranges::find_if(
             formats, [&](const ApplicationFormat& each) { return each.recognises(entry); });
         if (format != formats.end())
-            return add(entry, *format);
+            return add(entry, *format, reading);
         if (entry.kind != Kind::folder)
             return;
         if (depth >= deepestListing)
-            return exclude(entry, beyondDepth);
-        visitFolder(entry, depth + 1);
+            return exclude(entry, beyondDepth, reading);
+        visitFolder(entry, depth + 1, reading);
     }
 
-    void add(const FolderEntry& entry, const ApplicationFormat& format) {
-        if (auto application = format.read(entry))
+    void add(const FolderEntry& entry, const ApplicationFormat& format, RootReading& reading) {
+        auto application = format.read(entry, reading.budget());
+        if (application && isStorable(*application))
             result.items.emplace_back(*std::move(application));
         else
-            exclude(entry, unreadable);
+            exclude(entry, unreadable, reading);
     }
 
-    void exclude(const FolderEntry& entry, int& counter) {
-        result.excludedPaths.insert(entry.pathText());
+    static void exclude(const FolderEntry& entry, int& counter, RootReading& reading) {
+        reading.exclude(entry.pathText());
         ++counter;
     }
 
@@ -120,8 +117,6 @@ private:
     const std::stop_token& stop;
     std::span<const ApplicationFormat> formats;
     Inventory<Application> result;
-    Date deadline;
-    bool complete = true;
     int beyondDepth = 0;
     int symbolicLinks = 0;
     int unreadable = 0;

@@ -15,8 +15,8 @@ namespace tidemark {
 struct ApplicationFormat {
     /// Decides by name and kind alone; never asked about a link.
     bool (*recognises)(const FolderEntry&);
-    /// Absent when the application can't be told.
-    std::optional<Application> (*read)(const FolderEntry&);
+    /// Absent when the entry holds no application that can be read.
+    std::optional<Application> (*read)(const FolderEntry&, const ReadingBudget&);
 };
 
 /// Finds the applications below folders by their metadata; runs and opens none of them.
@@ -30,7 +30,7 @@ inline constexpr ApplicationFormat formats[] = {
 };
 
 /// Items come sorted by path; folders that lie in each other report an application twice. Never
-/// fails: what could not be read is told by the result.
+/// fails: the result says what could not be read.
 Inventory<Application> collect(const std::vector<std::filesystem::path>& roots, Clock& clock,
                                const std::stop_token& stop = {},
                                std::span<const ApplicationFormat> among = formats);

@@ -1,8 +1,11 @@
 #include "core/capture/BackgroundCollector.h"
 
 #include "core/base/Text.h"
+#include "core/capture/RootReading.h"
 
 #include <algorithm>
+#include <map>
+#include <utility>
 
 namespace tidemark::BackgroundCollector {
 
@@ -10,15 +13,15 @@ namespace {
 
 using Applications = std::vector<Shared<Application>>;
 
-/// The one application that `belongs`; null when there is none or a choice. The same bundle found
-/// in two roots is one candidate.
+/// The one application that `belongs`; null when there is none or a choice. A bundle that two
+/// roots report counts twice.
 template <class Belongs>
 const Application* onlyOne(const Applications& apps, Belongs belongs) {
     const Application* only = nullptr;
     for (const auto& app : apps) {
         if (!belongs(*app))
             continue;
-        if (only && only->path != app->path)
+        if (only)
             return nullptr;
         only = &*app;
     }
@@ -49,22 +52,18 @@ void associate(BackgroundItem& item, const Applications& apps) {
 
 class Collection {
 public:
-    Collection(const Applications& found, std::span<const BackgroundFormat> among)
-        : apps(found), formats(among) {}
+    Collection(const Applications& found, Clock& time, const std::stop_token& token,
+               std::span<const BackgroundFormat> among)
+        : apps(found), clock(time), stop(token), formats(among) {}
 
     void visit(const BackgroundRoot& root) {
         const auto canonical = canonicalPath(root.path);
         const std::string path = textFromBytes(canonical.native());
-        const auto listing = FolderListing::open(canonical, FolderListing::Hidden::skipped);
-        if (!listing && listing.error() != FolderListing::Failure::missing) {
+        RootReading reading(ReadingBudget(secondsPerRoot, clock, stop));
+        visitFolder(canonical, root.kind, reading);
+        if (!reading.finish(path, result))
             result.issues.push_back("Background items: cannot completely read " + path
                                     + ". Changes in this location are paused.");
-            return;
-        }
-        if (listing)
-            for (const auto& name : listing->names())
-                visitEntry(listing->entry(name), root.kind);
-        result.roots.insert(path);
     }
 
     Inventory<BackgroundItem> finish() {
@@ -85,29 +84,73 @@ public:
     }
 
 private:
-    void visitEntry(const FolderEntry& entry, BackgroundItem::Kind kind) {
+    void visitFolder(const std::filesystem::path& folder, BackgroundItem::Kind kind,
+                     RootReading& reading) {
+        if (!reading.mayGoOn())
+            return;
+        const auto listing =
+            FolderListing::open(folder, FolderListing::Hidden::skipped, reading.budget());
+        if (!listing && listing.error() != FolderListing::Failure::missing)
+            return reading.fail();
+        if (!listing)
+            return;
+        for (const auto& name : listing->names()) {
+            if (!reading.mayGoOn())
+                return;
+            visitEntry(listing->entry(name), kind, reading);
+        }
+    }
+
+    void visitEntry(const FolderEntry& entry, BackgroundItem::Kind kind, RootReading& reading) {
         const auto format = std::ranges::find_if(
             formats, [&](const BackgroundFormat& each) { return each.recognises(entry); });
         if (format == formats.end())
             return;
         if (entry.kind == FolderEntry::Kind::link)
-            return exclude(entry, symbolicLinks);
-        auto item = format->read(entry);
+            return exclude(entry, symbolicLinks, reading);
+        auto item = definition(entry, *format);
         if (!item)
             return exclude(
-                entry, item.error() == BackgroundDefinition::Failure::empty ? empty : unreadable);
+                entry, item.error() == BackgroundDefinition::Failure::empty ? empty : unreadable,
+                reading);
         item->kind = kind;
         associate(*item, apps);
         result.items.emplace_back(*std::move(item));
     }
 
-    void exclude(const FolderEntry& entry, int& counter) {
-        result.excludedPaths.insert(entry.pathText());
+    /// Reads a definition, once for all the names of one file: a large one with a thousand names
+    /// would take minutes.
+    BackgroundDefinition::Result definition(const FolderEntry& entry,
+                                            const BackgroundFormat& format) {
+        if (!format.isReadByContent || !entry.sharedVersion)
+            return storable(format.read(entry));
+        const auto key = std::pair(&format, *entry.sharedVersion);
+        auto known = shared.find(key);
+        if (known == shared.end())
+            known = shared.emplace(key, storable(format.read(entry))).first;
+        BackgroundDefinition::Result item = known->second;
+        if (item)
+            item->path = entry.pathText();
+        return item;
+    }
+
+    static BackgroundDefinition::Result storable(BackgroundDefinition::Result item) {
+        const auto isLong = [](const std::string& text) { return text.size() > longestText; };
+        if (item && (isLong(item->identifier) || (item->program && isLong(*item->program))))
+            return std::unexpected(BackgroundDefinition::Failure::unreadable);
+        return item;
+    }
+
+    static void exclude(const FolderEntry& entry, int& counter, RootReading& reading) {
+        reading.exclude(entry.pathText());
         ++counter;
     }
 
     const Applications& apps;
+    Clock& clock;
+    const std::stop_token& stop;
     std::span<const BackgroundFormat> formats;
+    std::map<std::pair<const BackgroundFormat*, FileVersion>, BackgroundDefinition::Result> shared;
     Inventory<BackgroundItem> result;
     int unreadable = 0;
     int empty = 0;
@@ -117,9 +160,10 @@ private:
 } // namespace
 
 Inventory<BackgroundItem> collect(const std::vector<BackgroundRoot>& roots,
-                                  const Applications& apps,
+                                  const Applications& apps, Clock& clock,
+                                  const std::stop_token& stop,
                                   std::span<const BackgroundFormat> among) {
-    Collection collection(apps, among);
+    Collection collection(apps, clock, stop, among);
     for (const auto& root : roots)
         collection.visit(root);
     return collection.finish();

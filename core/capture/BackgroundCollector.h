@@ -1,11 +1,13 @@
 #pragma once
 
+#include "core/base/Clock.h"
 #include "core/capture/Inventory.h"
 #include "core/capture/LaunchDefinition.h"
 #include "core/records/Application.h"
 
 #include <filesystem>
 #include <span>
+#include <stop_token>
 #include <vector>
 
 namespace tidemark {
@@ -22,22 +24,28 @@ struct BackgroundRoot {
 struct BackgroundFormat {
     /// Decides by name alone: a link to a definition is recognised too, and then skipped.
     bool (*recognises)(const FolderEntry&);
-    std::expected<BackgroundItem, BackgroundDefinition::Failure> (*read)(const FolderEntry&);
+    BackgroundDefinition::Result (*read)(const FolderEntry&);
+    /// True when `read` takes nothing but the path from the name, so that a file with several
+    /// names is read once.
+    bool isReadByContent = false;
 };
 
 /// Reads the definitions in folders, one level deep.
 namespace BackgroundCollector {
 
+inline constexpr double secondsPerRoot = 8;
 inline constexpr BackgroundFormat formats[] = {
-    {LaunchDefinition::recognises, LaunchDefinition::read},
+    {LaunchDefinition::recognises, LaunchDefinition::read, /*isReadByContent=*/true},
 };
 /// The association by a label that begins with an application's identifier.
 inline constexpr std::string_view byIdentifier = "Possible association based on bundle identifier";
 
 /// Items come in the order of the roots, by name within each, tied to those of `apps` that they
-/// belong to beyond doubt. Never fails: what could not be read is told by the result.
+/// belong to beyond doubt. Never fails: the result says what could not be read, be it for want of
+/// access, of time, or because a stop was requested.
 Inventory<BackgroundItem> collect(const std::vector<BackgroundRoot>& roots,
-                                  const std::vector<Shared<Application>>& apps,
+                                  const std::vector<Shared<Application>>& apps, Clock& clock,
+                                  const std::stop_token& stop = {},
                                   std::span<const BackgroundFormat> among = formats);
 
 } // namespace BackgroundCollector

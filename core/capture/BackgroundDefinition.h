@@ -1,8 +1,10 @@
 #pragma once
 
 #include "core/base/PropertyList.h"
+#include "core/records/BackgroundItem.h"
 
 #include <array>
+#include <expected>
 #include <map>
 #include <string>
 #include <string_view>
@@ -19,6 +21,9 @@ enum class Failure {
     /// It is well formed but defines nothing.
     empty,
 };
+
+/// An item, or why there is none.
+using Result = std::expected<BackgroundItem, Failure>;
 
 /// The keys that are watched, in the words of launchd.plist(5).
 inline constexpr auto keys = std::to_array<std::string_view>({

@@ -13,6 +13,8 @@ namespace tidemark {
 
 namespace {
 
+/// Listing a name is so quick that looking at the clock each time would take longer.
+constexpr std::size_t namesBetweenLooks = 1'024;
 constexpr int folderFlags = O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC | O_NONBLOCK;
 
 FolderEntry::Kind kindOf(mode_t mode) {
@@ -23,25 +25,24 @@ FolderEntry::Kind kindOf(mode_t mode) {
     return S_ISLNK(mode) ? FolderEntry::Kind::link : FolderEntry::Kind::other;
 }
 
-Date modificationDate(const struct stat& status) {
-#if defined(__APPLE__)
-    const timespec& time = status.st_mtimespec;
-#else
-    const timespec& time = status.st_mtim;
-#endif
-    return Date::fromUnix(static_cast<double>(time.tv_sec))
-           + static_cast<double>(time.tv_nsec) * 1e-9;
+Date dateOf(const FileVersion::Time& time) {
+    return Date::fromUnix(static_cast<double>(time.seconds))
+           + static_cast<double>(time.nanoseconds) * 1e-9;
 }
 
 } // namespace
 
 FolderEntry FolderEntry::describe(int descriptor, const std::filesystem::path& folderPath,
                                   const std::string& name) {
-    FolderEntry entry{.folder = descriptor, .path = folderPath / name, .modified = {}};
+    FolderEntry entry{
+        .folder = descriptor, .path = folderPath / name, .modified = {}, .sharedVersion = {}};
     struct stat status{};
     if (::fstatat(descriptor, name.c_str(), &status, AT_SYMLINK_NOFOLLOW) == 0) {
         entry.kind = kindOf(status.st_mode);
-        entry.modified = modificationDate(status);
+        const auto version = FileVersion::of(status);
+        entry.modified = dateOf(version.modified);
+        if (entry.kind == Kind::regular && status.st_nlink > 1)
+            entry.sharedVersion = version;
     } else if (errno == ENOENT) {
         entry.kind = Kind::missing;
     }
@@ -73,13 +74,17 @@ std::string FolderEntry::read(std::size_t limit) const {
 }
 
 std::expected<void, FolderListing::Failure>
-FolderListing::fill(std::expected<FolderReader, int> opened, Hidden hidden) {
+FolderListing::fill(std::expected<FolderReader, int> opened, Hidden hidden,
+                    const ReadingBudget& budget) {
     if (!opened)
         return std::unexpected(opened.error() == ENOENT ? Failure::missing : Failure::unreadable);
     folder = *std::move(opened);
-    while (const dirent* entry = folder.next())
+    for (std::size_t seen = 1; const dirent* entry = folder.next(); ++seen) {
+        if (seen % namesBetweenLooks == 0 && budget.isSpent())
+            return std::unexpected(Failure::unreadable);
         if (hidden == Hidden::listed || entry->d_name[0] != '.')
             all.emplace_back(entry->d_name);
+    }
     if (folder.readError() != 0)
         return std::unexpected(Failure::unreadable);
     std::ranges::sort(all);
@@ -87,21 +92,21 @@ FolderListing::fill(std::expected<FolderReader, int> opened, Hidden hidden) {
 }
 
 std::expected<FolderListing, FolderListing::Failure>
-FolderListing::open(const std::filesystem::path& path, Hidden hidden) {
+FolderListing::open(const std::filesystem::path& path, Hidden hidden, const ReadingBudget& budget) {
     // A slash at the end would have a link followed after all.
     FolderListing listing(path.has_filename() ? path : path.parent_path());
     const auto filled =
-        listing.fill(FolderReader::open(AT_FDCWD, listing.location.c_str()), hidden);
+        listing.fill(FolderReader::open(AT_FDCWD, listing.location.c_str()), hidden, budget);
     if (!filled)
         return std::unexpected(filled.error());
     return listing;
 }
 
-std::expected<FolderListing, FolderListing::Failure> FolderListing::open(const FolderEntry& folder,
-                                                                         Hidden hidden) {
+std::expected<FolderListing, FolderListing::Failure>
+FolderListing::open(const FolderEntry& folder, Hidden hidden, const ReadingBudget& budget) {
     FolderListing listing(folder.path);
     const auto filled =
-        listing.fill(FolderReader::open(folder.folder, folder.name().c_str()), hidden);
+        listing.fill(FolderReader::open(folder.folder, folder.name().c_str()), hidden, budget);
     if (!filled)
         return std::unexpected(filled.error());
     return listing;

@@ -3,6 +3,8 @@
 #include "core/base/CanonicalPath.h"
 #include "core/base/Date.h"
 #include "core/base/FileDescriptor.h"
+#include "core/capture/FileVersion.h"
+#include "core/capture/ReadingBudget.h"
 #include "core/storage/FolderReader.h"
 
 #include <expected>
@@ -34,6 +36,8 @@ struct FolderEntry {
     std::filesystem::path path;
     Kind kind = Kind::unknown;
     std::optional<Date> modified;
+    /// Of a regular file that has further names.
+    std::optional<FileVersion> sharedVersion;
 
     /// Looks at a name in a folder that is open as `descriptor` and lies at `folderPath`.
     static FolderEntry describe(int descriptor, const std::filesystem::path& folderPath,
@@ -58,20 +62,23 @@ public:
     enum class Failure {
         /// Nothing stands at the path.
         missing,
-        /// Something stands there, or may: a listing that fails for any other reason.
+        /// Something stands there, or may: a listing that fails for any other reason, such as a
+        /// spent budget.
         unreadable,
     };
 
     static std::expected<FolderListing, Failure> open(const std::filesystem::path& path,
-                                                      Hidden hidden);
-    static std::expected<FolderListing, Failure> open(const FolderEntry& folder, Hidden hidden);
+                                                      Hidden hidden, const ReadingBudget& budget);
+    static std::expected<FolderListing, Failure> open(const FolderEntry& folder, Hidden hidden,
+                                                      const ReadingBudget& budget);
 
     const std::vector<std::string>& names() const { return all; }
     FolderEntry entry(const std::string& name) const;
 
 private:
     explicit FolderListing(std::filesystem::path path) : location(std::move(path)) {}
-    std::expected<void, Failure> fill(std::expected<FolderReader, int> opened, Hidden hidden);
+    std::expected<void, Failure> fill(std::expected<FolderReader, int> opened, Hidden hidden,
+                                      const ReadingBudget& budget);
 
     std::filesystem::path location;
     FolderReader folder;

@@ -34,7 +34,7 @@ bool recognises(const FolderEntry& entry) {
     return entry.extension() == "plist";
 }
 
-std::expected<BackgroundItem, Failure> read(const FolderEntry& definition) {
+BackgroundDefinition::Result read(const FolderEntry& definition) {
     try {
         return described(definition.read(PropertyList::maximumSize), definition);
     } catch (const FileError&) {
@@ -42,8 +42,7 @@ std::expected<BackgroundItem, Failure> read(const FolderEntry& definition) {
     }
 }
 
-std::expected<BackgroundItem, Failure> described(std::string_view bytes,
-                                                 const FolderEntry& definition) {
+BackgroundDefinition::Result described(std::string_view bytes, const FolderEntry& definition) {
     const auto parsed = PropertyList::parse(bytes);
     const auto* list = parsed ? parsed->as<Dictionary>() : nullptr;
     if (!list)

@@ -2,9 +2,7 @@
 
 #include "core/capture/BackgroundDefinition.h"
 #include "core/capture/FolderListing.h"
-#include "core/records/BackgroundItem.h"
 
-#include <expected>
 #include <string_view>
 
 /// A job as a property list in the folders of launchd.plist(5).
@@ -16,10 +14,9 @@ using BackgroundDefinition::Failure;
 bool recognises(const FolderEntry& entry);
 
 /// The item without `kind` and association, which are not the definition's own.
-std::expected<BackgroundItem, Failure> read(const FolderEntry& definition);
+BackgroundDefinition::Result read(const FolderEntry& definition);
 
 /// The same of the bytes of the definition.
-std::expected<BackgroundItem, Failure> described(std::string_view bytes,
-                                                 const FolderEntry& definition);
+BackgroundDefinition::Result described(std::string_view bytes, const FolderEntry& definition);
 
 } // namespace tidemark::LaunchDefinition

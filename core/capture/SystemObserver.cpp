@@ -7,6 +7,7 @@
 #include "core/storage/ComponentStorageScanner.h"
 #include "core/storage/StorageMeasurementError.h"
 #include "core/system/SystemFacts.h"
+#include "core/system/TrashFolder.h"
 
 #include <algorithm>
 #include <cmath>
@@ -31,8 +32,8 @@ constexpr const char* bundleNote =
 
 std::string nameOf(const fs::path& root) {
     const std::string_view name = lastPathComponent(root.native());
-    // "files" tells nobody that it is the trash.
-    return isTrashPath(root.native()) && name != ".Trash" ? "Trash" : textFromBytes(name);
+    // The Trash of a desktop is a folder named "files".
+    return TrashFolder::is(root.native()) && name != ".Trash" ? "Trash" : textFromBytes(name);
 }
 
 std::string storageIssue(const fs::path& root, std::string_view rest) {
@@ -55,6 +56,24 @@ void takeInventory(const Inventory<Record>& found, std::vector<Shared<Record>>& 
     std::ranges::copy(found.issues, std::back_inserter(coverage.issues));
     std::ranges::copy(found.notes, std::back_inserter(*coverage.notes));
     coverage.excludedPaths->insert(found.excludedPaths.begin(), found.excludedPaths.end());
+}
+
+/// Keeps the complete roots around an incomplete one from claiming what lies in it, by excluding
+/// its path: what is missing there may still be on disk. A complete root inside it would be
+/// silenced by that as well, so without a root around there is no exclusion then.
+void excludeIncomplete(const std::set<std::string>& incomplete,
+                       const std::set<std::string>& complete, Coverage& coverage) {
+    const auto isInside = [](const std::string& root) {
+        return [&root](const std::string& path) { return path == root || isBelow(path, root); };
+    };
+    for (const std::string& root : incomplete) {
+        const bool isClaimed = std::ranges::any_of(
+            complete, [&](const std::string& around) { return isBelow(root, around); });
+        const bool silences = std::ranges::any_of(coverage.applicationRoots, isInside(root))
+                              || std::ranges::any_of(coverage.backgroundRoots, isInside(root));
+        if (isClaimed || !silences)
+            coverage.excludedPaths->insert(root);
+    }
 }
 
 /// A small root, walked in one go.
@@ -101,10 +120,13 @@ Snapshot inventory(const ObservationOptions& options, const std::vector<fs::path
     Coverage& coverage = snapshot.coverage;
     coverage.notes.emplace();
     coverage.excludedPaths.emplace();
-    takeInventory(ApplicationsCollector::collect(options.applicationRoots, clock, stop),
-                  snapshot.applications, coverage.applicationRoots, coverage);
-    takeInventory(BackgroundCollector::collect(options.backgroundRoots, snapshot.applications),
-                  snapshot.backgroundItems, coverage.backgroundRoots, coverage);
+    const auto applications = ApplicationsCollector::collect(options.applicationRoots, clock, stop);
+    takeInventory(applications, snapshot.applications, coverage.applicationRoots, coverage);
+    const auto background =
+        BackgroundCollector::collect(options.backgroundRoots, snapshot.applications, clock, stop);
+    takeInventory(background, snapshot.backgroundItems, coverage.backgroundRoots, coverage);
+    excludeIncomplete(applications.incompleteRoots, applications.roots, coverage);
+    excludeIncomplete(background.incompleteRoots, background.roots, coverage);
     for (const fs::path& root : storageRoots)
         take(measureQuickly(root, clock, stop), root, snapshot);
 

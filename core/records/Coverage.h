@@ -19,7 +19,9 @@ struct Coverage {
     std::vector<std::string> issues;
     /// Remarks that are no problems.
     std::optional<std::vector<std::string>> notes;
-    /// Paths that were left out, and so are left out of comparison on both sides.
+    /// Paths that were left out, with all that lies below them: entries that were seen but not
+    /// reported, and folders that were not read completely. Comparison leaves them out on both
+    /// sides.
     std::optional<std::set<std::string>> excludedPaths;
 
     bool operator==(const Coverage&) const = default;

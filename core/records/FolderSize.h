@@ -2,20 +2,14 @@
 
 #include "core/base/Date.h"
 #include "core/base/JsonFields.h"
-#include "core/base/Text.h"
 
 #include <cstdint>
 #include <map>
 #include <optional>
 #include <string>
+#include <string_view>
 
 namespace tidemark {
-
-/// True for a folder of what the user threw away: one named exactly ".Trash", or the "files" of a
-/// "Trash", as desktops by freedesktop.org keep it.
-inline bool isTrashPath(std::string_view path) {
-    return lastPathComponent(path) == ".Trash" || path.ends_with("/Trash/files");
-}
 
 /// One measured folder. Sizes are bytes.
 struct FolderSize {
@@ -38,7 +32,6 @@ struct FolderSize {
     std::optional<Date> measuredAt;
 
     const std::string& id() const { return path; }
-    bool isTrash() const { return isTrashPath(path); }
 
     bool operator==(const FolderSize&) const = default;
     static constexpr auto fields() {

@@ -1,6 +1,7 @@
 #include "core/records/StorageMeasurement.h"
 
 #include "core/base/Arithmetic.h"
+#include "core/base/Text.h"
 
 #include <algorithm>
 

@@ -1,6 +1,7 @@
 #include "core/storage/CompletedFolders.h"
 
 #include "core/base/Arithmetic.h"
+#include "core/base/Text.h"
 
 #include <algorithm>
 #include <numeric>

@@ -3,8 +3,10 @@
 #include "core/base/CanonicalPath.h"
 #include "core/base/Collation.h"
 #include "core/base/Error.h"
+#include "core/base/Text.h"
 #include "core/storage/FolderContents.h"
 #include "core/storage/StorageMeasurementError.h"
+#include "core/system/TrashFolder.h"
 
 #include <algorithm>
 #include <array>
@@ -174,7 +176,7 @@ FolderStorageReport ComponentStorageScanner::collectFolder(const std::filesystem
     FolderStorageReport report;
     report.children = collectLocked(lock, listing->subfolders, left, 0, {}, stop);
     report.path = textFromBytes(folder.native());
-    report.name = isTrashPath(report.path) ? "Trash" : lastPathComponent(report.path);
+    report.name = TrashFolder::is(report.path) ? "Trash" : lastPathComponent(report.path);
     report.directFileBytes = listing->fileBytes;
     report.directAllocatedBytes = listing->fileAllocatedBytes;
     report.directFileSizes = std::move(listing->fileSizes);

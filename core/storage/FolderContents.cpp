@@ -2,6 +2,7 @@
 
 #include "core/base/Arithmetic.h"
 #include "core/storage/FolderReader.h"
+#include "core/system/TrashFolder.h"
 
 #include <cerrno>
 
@@ -36,7 +37,6 @@ listContents(const std::filesystem::path& folder, Clock& clock, const std::stop_
     if (!reader)
         return std::unexpected(reader.error());
 
-    const bool isTrash = isTrashPath(folder.native());
     FolderContents listing;
     std::int64_t enumerated = 0;
     while (const dirent* entry = reader->next()) {
@@ -46,7 +46,7 @@ listContents(const std::filesystem::path& folder, Clock& clock, const std::stop_
             return std::unexpected(Failure::timeLimit);
         if (stop.stop_requested())
             return std::unexpected(Failure::cancelled);
-        if (isTrash && std::string_view(entry->d_name) == ".DS_Store")
+        if (TrashFolder::isFileManagersOwn(folder.native(), entry->d_name))
             continue;
         const auto metadata = reader->status(entry->d_name);
         // What has gone since its name was read is gone.

@@ -20,8 +20,8 @@ struct FolderContents {
 };
 
 /// Lists the folder at the canonical path `folder`: up to 100,000 entries, for up to 3 seconds,
-/// all or nothing. Of a trash folder the file that a file manager keeps there (".DS_Store") is
-/// passed over, or an empty trash would look occupied.
+/// all or nothing. What the file manager keeps in a Trash for itself is not counted
+/// (`TrashFolder::isFileManagersOwn`).
 std::expected<FolderContents, StorageMeasurementFailure>
 listContents(const std::filesystem::path& folder, Clock& clock, const std::stop_token& stop);
 

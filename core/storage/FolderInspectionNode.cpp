@@ -1,6 +1,7 @@
 #include "core/storage/FolderInspectionNode.h"
 
 #include "core/base/Arithmetic.h"
+#include "core/base/Text.h"
 
 #include <algorithm>
 
@@ -138,9 +139,8 @@ Node applicationsBelow(const std::string& root, const StorageMeasurementReport& 
 
 FolderInspectionNode FolderInspectionNode::recorded(const FolderSize& size) {
     Sizes breakdown = size.breakdown;
-    const std::string group(FolderSize::filesInFolder);
-    if (size.directFileSizes && (!size.directFileSizes->empty() || breakdown.contains(group)))
-        breakdown[group] = sumOf(*size.directFileSizes);
+    if (size.directFileSizes)
+        breakdown[std::string(FolderSize::filesInFolder)] = sumOf(*size.directFileSizes);
     Node node;
     node.path = size.path;
     node.name = size.name;

@@ -1,6 +1,8 @@
 #include "core/timeline/DiffEngine.h"
 
 #include "core/base/Arithmetic.h"
+#include "core/base/Text.h"
+#include "core/system/TrashFolder.h"
 #include "core/timeline/DefinitionComparison.h"
 #include "core/timeline/MapUnion.h"
 #include "core/timeline/MetadataComparison.h"
@@ -147,11 +149,11 @@ void compareBackgroundItems(const Snapshot& previous, const Snapshot& current,
 
 /// The trash was seen with items and then without any.
 bool wasEmptied(const FolderSize& before, const FolderSize& after) {
-    return after.isTrash() && after.itemCount == 0 && before.itemCount.value_or(0) > 0;
+    return TrashFolder::is(after.path) && after.itemCount == 0 && before.itemCount.value_or(0) > 0;
 }
 
 bool isNews(const FolderSize& before, const FolderSize& after) {
-    const std::int64_t threshold = after.isTrash() ? trashThreshold : folderThreshold;
+    const std::int64_t threshold = TrashFolder::is(after.path) ? trashThreshold : folderThreshold;
     return distanceBetween(after.bytes, before.bytes) >= threshold || wasEmptied(before, after)
            || hasSignificantChildChange(before, after);
 }
@@ -182,7 +184,7 @@ void compareTrashReports(const Snapshot& previous, const Snapshot& current,
     if (!previous.folderStorage || !current.folderStorage)
         return;
     for (const auto& after : *current.folderStorage) {
-        if (!isTrashPath(after.path) || after.itemCount != 0)
+        if (!TrashFolder::is(after.path) || after.itemCount != 0)
             continue;
         const auto before =
             std::ranges::find(*previous.folderStorage, after.path, &FolderStorageReport::path);
@@ -230,7 +232,7 @@ std::vector<Change> compare(const Snapshot& previous, const Snapshot& current) {
 }
 
 bool hasSignificantChildChange(const FolderSize& before, const FolderSize& after) {
-    if (after.isTrash() || !StorageBreakdown::available(before, after))
+    if (TrashFolder::is(after.path) || !StorageBreakdown::available(before, after))
         return false;
     bool significant = false;
     forEachInUnion(before.breakdown, after.breakdown,
@@ -243,7 +245,8 @@ bool hasSignificantChildChange(const FolderSize& before, const FolderSize& after
 }
 
 bool isContentsChange(const FolderSize& before, const FolderSize& after) {
-    return !after.isTrash() && distanceBetween(after.bytes, before.bytes) < folderThreshold
+    return !TrashFolder::is(after.path)
+           && distanceBetween(after.bytes, before.bytes) < folderThreshold
            && hasSignificantChildChange(before, after);
 }
 

@@ -2,6 +2,7 @@
 
 #include "core/base/Arithmetic.h"
 #include "core/base/Text.h"
+#include "core/system/TrashFolder.h"
 #include "core/timeline/DiffEngine.h"
 #include "core/timeline/EventDisplay.h"
 #include "core/timeline/StorageBreakdown.h"
@@ -125,7 +126,7 @@ public:
         const FolderSize& after = *changed.after;
         event.category = EventCategory::storage;
         event.path = after.path;
-        event.symbol = after.isTrash() ? "trash" : "folder";
+        event.symbol = TrashFolder::is(after.path) ? "trash" : "folder";
         // The sizes were true when they were measured, which may be long before the capture.
         event.intervalStart = before.measuredAt.value_or(from.timestamp);
         event.timestamp = after.measuredAt.value_or(to.timestamp);
@@ -159,7 +160,8 @@ public:
 
     bool operator()(const change::MetadataChanged& changed) const {
         const auto& item = changed.after ? changed.after : changed.before;
-        if (!item)
+        // Old diagnostic reports get deleted: only a new one is worth an event.
+        if (!item || (item->kind == ObservedMetadata::Kind::diagnostic && !changed.after))
             return false;
         event.path = item->path;
         switch (item->kind) {
@@ -234,7 +236,8 @@ private:
                 event.subtitle += joined({i == 0 ? "" : dot, change(parts[i])});
             event.subtitle += " · Net " + signedBytes(delta);
         }
-        if (after.isTrash() && after.itemCount == 0 && before.itemCount.value_or(0) >= 1) {
+        if (TrashFolder::is(after.path) && after.itemCount == 0
+            && before.itemCount.value_or(0) >= 1) {
             event.importance = Importance::prominent;
             event.subtitle = "Previously " + std::to_string(*before.itemCount) + " items · "
                              + byteString(before.bytes) + " · Observed empty";

@@ -2,6 +2,7 @@
 
 #include "core/base/Arithmetic.h"
 #include "core/base/Text.h"
+#include "core/system/TrashFolder.h"
 #include "core/timeline/DiffEngine.h"
 
 namespace tidemark {
@@ -15,7 +16,7 @@ std::string sizeTitle(const FolderSize& before, const FolderSize& after) {
         return after.name + " Contents Changed";
     // Equal sizes read as shrunk: only a change of the contents can bring them here.
     const char* direction = before.bytes < after.bytes ? " Grew in Size" : " Shrank in Size";
-    if (!after.isTrash())
+    if (!TrashFolder::is(after.path))
         return after.name + direction;
     if (after.itemCount == 0 && before.itemCount.value_or(0) >= 1)
         return "Trash Is Now Empty";

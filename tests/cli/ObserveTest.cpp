@@ -274,7 +274,8 @@ TEST_F(ObserveCommand, SaysWhatAnOrdinaryUserCannotRead) {
                          + ". Changes in this location are paused.",
                      children, root}));
     EXPECT_EQ(seen.coverage.applicationRoots, std::set{path("apps")});
-    EXPECT_EQ(seen.coverage.excludedPaths, std::set{path("apps/Sextant.app")});
+    EXPECT_EQ(seen.coverage.excludedPaths,
+              (std::set{path("agents"), path("apps/Sextant.app"), path("closed")}));
     EXPECT_EQ(seen.additionalReports.value().at(0).issue,
               "Selected file could not be read: " + path("secret"));
     EXPECT_FALSE(seen.additionalReports->at(1).complete);

@@ -33,7 +33,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
     if (list && depthOf(*list) > PropertyList::maximumDepth)
         std::abort();
 
-    const FolderEntry entry{.path = "/folder/name.app", .modified = {}};
+    const FolderEntry entry{.path = "/folder/name.app", .modified = {}, .sharedVersion = {}};
     if (const auto application = ApplicationBundle::described(text, entry))
         (void)json::encoded(*application);
     if (const auto item = LaunchDefinition::described(text, entry))

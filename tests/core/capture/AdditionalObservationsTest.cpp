@@ -102,8 +102,9 @@ TEST(AdditionalObservations, AnIncompleteListingReportsNothing) {
         EXPECT_EQ(cellarReport(folder / name), failed(folder / name));
     EXPECT_EQ(cellarReport(folder / "link/"), failed(folder / "link/"));
 
-    EXPECT_TRUE(cellarReport(folder / "cellar", 1.5).complete);
-    EXPECT_EQ(cellarReport(folder / "cellar", 1.51), failed(folder / "cellar"));
+    // Five looks at the time: before the listing, at each formula and at each of its versions.
+    EXPECT_TRUE(cellarReport(folder / "cellar", 0.6).complete);
+    EXPECT_EQ(cellarReport(folder / "cellar", 0.61), failed(folder / "cellar"));
     std::stop_source stop;
     stop.request_stop();
     EXPECT_EQ(cellarReport(folder / "cellar", 0, stop.get_token()), failed(folder / "cellar"));
@@ -151,6 +152,13 @@ TEST(AdditionalObservations, KeepsTheDigestOfAConfigurationFile) {
     const TemporaryFolder folder;
     const std::string largest(AdditionalObservations::largestConfiguration, 'x');
     const auto file = folder.write(".zshrc", largest);
+    std::stop_source stop;
+    stop.request_stop();
+    ManualClock clock;
+    EXPECT_EQ(
+        AdditionalObservations::collect(false, false, {file}, "/nowhere", clock, stop.get_token()),
+        (std::vector{MetadataReport{
+            file.native(), {}, false, "Selected file read failed: " + file.native()}}));
     EXPECT_EQ(configurationReport(file), (MetadataReport{file.native(),
                                                          {{ObservedMetadata::Kind::configuration,
                                                            file.native(),

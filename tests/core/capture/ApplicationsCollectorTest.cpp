@@ -1,5 +1,6 @@
 #include "core/capture/ApplicationsCollector.h"
 
+#include "core/capture/RootReading.h"
 #include "tests/support/OrdinaryUser.h"
 #include "tests/support/PropertyLists.h"
 #include "tests/support/SteppingClock.h"
@@ -151,7 +152,8 @@ TEST(ApplicationsCollector, CountsBundlesThatTellNothing) {
     ::mkfifo((folder / "pipe.app/Contents/Info.plist").c_str(), 0600);
     const auto sparse = folder.write("sparse.app/Contents/Info.plist", good);
     fs::resize_file(sparse, std::uintmax_t{1} << 30);
-    const int count = 10;
+    makeBundle(folder, "long.app", std::string(longestText + 1, 'x'));
+    const int count = 11;
 
     const auto inventory = collected(folder.path());
 
@@ -230,6 +232,24 @@ TEST(ApplicationsCollector, GivesUpARootAfterEightSecondsOrWhenStopped) {
     EXPECT_EQ(stopped.issues, incomplete(folder / "missing"));
 }
 
+TEST(ApplicationsCollector, ARootWithTooManyExclusionsIsIncompleteAndListsNone) {
+    const TemporaryFolder folder;
+    makeBundle(folder, "1/!.app");
+    for (std::size_t i = 0; i <= RootReading::mostExcludedPaths; ++i)
+        fs::create_symlink("/nowhere", folder / ("1/" + std::to_string(i)));
+    const auto inventory = collected(folder / "1");
+    EXPECT_EQ(inventory.issues, incomplete(folder / "1"));
+    EXPECT_EQ(inventory.incompleteRoots, std::set{(folder / "1").native()});
+    EXPECT_TRUE(inventory.excludedPaths.empty());
+    EXPECT_EQ(pathsBelow(inventory, folder), "1/!.app");
+    SteppingClock clock(3);
+    EXPECT_TRUE(ApplicationsCollector::collect({folder / "1"}, clock).items.empty())
+        << "the listing alone took all the time";
+
+    fs::remove(folder / "1/0");
+    EXPECT_EQ(collected(folder / "1").excludedPaths.size(), RootReading::mostExcludedPaths);
+}
+
 TEST(ApplicationsCollector, TakesAnyNameAndReportsOverlappingRootsTwice) {
     const TemporaryFolder folder;
     const std::string longest(251, 'x');
@@ -261,7 +281,7 @@ TEST(ApplicationsCollector, AnotherFormatJoinsWithoutTheWalkKnowing) {
         {[](const FolderEntry& entry) {
              return entry.kind == FolderEntry::Kind::regular && entry.extension() == "desktop";
          },
-         [](const FolderEntry& entry) {
+         [](const FolderEntry& entry, const ReadingBudget&) {
              return std::optional(Application{.bundleID = entry.read(100),
                                               .name = {},
                                               .version = {},

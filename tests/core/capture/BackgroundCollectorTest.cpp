@@ -1,14 +1,17 @@
 #include "core/capture/BackgroundCollector.h"
 
 #include "core/base/JsonEncoder.h"
+#include "core/capture/RootReading.h"
 #include "tests/support/OrdinaryUser.h"
 #include "tests/support/PropertyLists.h"
+#include "tests/support/SteppingClock.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
 using namespace tidemark;
+using test::SteppingClock;
 using test::TemporaryFolder;
 using test::xmlList;
 using Kind = BackgroundItem::Kind;
@@ -27,7 +30,13 @@ std::string program(const std::string& path) {
 
 Inventory<BackgroundItem> collected(const std::vector<BackgroundRoot>& roots,
                                     const std::vector<Shared<Application>>& apps = {}) {
-    return BackgroundCollector::collect(roots, apps);
+    SteppingClock clock;
+    return BackgroundCollector::collect(roots, apps, clock);
+}
+
+std::vector<std::string> cannotRead(const fs::path& root) {
+    return {"Background items: cannot completely read " + root.native()
+            + ". Changes in this location are paused."};
 }
 
 Shared<Application> application(const std::string& identifier, const std::string& path) {
@@ -54,6 +63,9 @@ TEST(BackgroundCollector, TellsDefinitionsFromLinksEmptyListsAndBrokenFiles) {
     folder.write("agents/no-text.plist",
                  xmlList("<dict><key>Label</key><integer>1</integer></dict>"));
     folder.write("agents/no-name.plist", definition(""));
+    folder.write("agents/long-label.plist", definition(std::string(longestText + 1, 'x')));
+    folder.write("agents/long-program.plist",
+                 definition("a", program(std::string(longestText + 1, 'x'))));
     folder.makeFolder("agents/folder.plist");
     ::mkfifo((folder / "agents/pipe.plist").c_str(), 0600);
     fs::resize_file(folder.write("agents/sparse.plist", whole), std::uintmax_t{1} << 30);
@@ -70,7 +82,7 @@ TEST(BackgroundCollector, TellsDefinitionsFromLinksEmptyListsAndBrokenFiles) {
     EXPECT_EQ(inventory.items[2]->path, good.native());
     EXPECT_EQ(inventory.issues,
               std::vector<std::string>{
-                  "Background items: 9 definitions could not be read or did not contain valid "
+                  "Background items: 11 definitions could not be read or did not contain valid "
                   "metadata. They are excluded from comparisons."});
     EXPECT_EQ(inventory.notes,
               (std::vector<std::string>{
@@ -78,7 +90,7 @@ TEST(BackgroundCollector, TellsDefinitionsFromLinksEmptyListsAndBrokenFiles) {
                   "service definition. No additional permission is needed for these files.",
                   "Background items: 2 symbolic links were skipped; their targets are not "
                   "followed."}));
-    EXPECT_EQ(inventory.excludedPaths.size(), 12U);
+    EXPECT_EQ(inventory.excludedPaths.size(), 14U);
     EXPECT_TRUE(inventory.excludedPaths.contains((folder / "agents/empty.plist").native()));
     EXPECT_EQ(inventory.roots.size(), 2U);
 }
@@ -94,13 +106,75 @@ TEST(BackgroundCollector, OnlyAMissingRootIsReadWithoutBeingThere) {
     EXPECT_EQ(collected({{folder / "missing", Kind::agent}}).roots,
               std::set{(folder / "missing").native()});
     const auto closed = collected({{folder / "closed", Kind::agent}});
-    EXPECT_EQ(closed.issues,
-              std::vector{"Background items: cannot completely read " + (folder / "closed").native()
-                          + ". Changes in this location are paused."});
+    EXPECT_EQ(closed.issues, cannotRead(folder / "closed"));
     EXPECT_TRUE(closed.roots.empty());
     const auto open = collected({{folder / "open", Kind::agent}});
     EXPECT_EQ(open.excludedPaths, std::set{(folder / "open/secret.plist").native()});
     EXPECT_EQ(open.roots.size(), 1U);
+}
+
+TEST(BackgroundCollector, GivesUpARootAfterEightSecondsOrWhenStopped) {
+    const TemporaryFolder folder;
+    for (const char* name : {"1/a.plist", "1/b.plist", "1/c.plist", "2/a.plist"})
+        folder.write(name, definition("x"));
+    // Looks at the clock: for the deadline, then before the listing and each definition.
+    const auto found = [&](double secondsPerLook, const std::stop_token& stop = {}) {
+        SteppingClock clock(secondsPerLook);
+        return BackgroundCollector::collect(
+            {{folder / "1", Kind::agent}, {folder / "2", Kind::agent}}, {}, clock, stop);
+    };
+    EXPECT_EQ(found(2).roots.size(), 2U);
+    const auto late = found(2.01);
+    EXPECT_EQ(late.items.size(), 3U);
+    EXPECT_EQ(late.roots, std::set{(folder / "2").native()});
+    EXPECT_EQ(late.incompleteRoots, std::set{(folder / "1").native()});
+    EXPECT_EQ(late.issues, cannotRead(folder / "1"));
+
+    std::stop_source stop;
+    stop.request_stop();
+    const auto stopped = found(0, stop.get_token());
+    EXPECT_TRUE(stopped.items.empty() && stopped.roots.empty());
+}
+
+TEST(BackgroundCollector, ReadsAFileWithManyNamesOnce) {
+    const TemporaryFolder folder;
+    const auto file = folder.write("a.plist", "first");
+    fs::create_hard_link(file, folder / "b.plist");
+    folder.write("c.plist", "other");
+    static int reads;
+    reads = 0;
+    BackgroundFormat format{LaunchDefinition::recognises,
+                            [](const FolderEntry& entry) {
+                                ++reads;
+                                BackgroundItem item;
+                                item.identifier = entry.read(100);
+                                item.path = entry.pathText();
+                                return BackgroundDefinition::Result(item);
+                            },
+                            /*isReadByContent=*/true};
+    const auto found = [&] {
+        SteppingClock clock;
+        std::string list;
+        for (const auto& item : BackgroundCollector::collect({{folder.path(), Kind::agent}}, {},
+                                                             clock, {}, {&format, 1})
+                                    .items)
+            list += fs::path(item->path).stem().native() + " " + item->identifier + ", ";
+        return list;
+    };
+    EXPECT_EQ(found(), "a first, b first, c other, ");
+    EXPECT_EQ(reads, 2);
+    format.isReadByContent = false;
+    EXPECT_EQ(found(), "a first, b first, c other, ");
+    EXPECT_EQ(reads, 5);
+}
+
+TEST(BackgroundCollector, ARootWithTooManyExclusionsIsIncompleteAndListsNone) {
+    const TemporaryFolder folder;
+    for (std::size_t i = 0; i <= RootReading::mostExcludedPaths; ++i)
+        fs::create_symlink("/nowhere", folder / (std::to_string(i) + ".plist"));
+    const auto inventory = collected({{folder.path(), Kind::agent}});
+    EXPECT_EQ(inventory.issues, cannotRead(folder.path()));
+    EXPECT_TRUE(inventory.excludedPaths.empty());
 }
 
 TEST(BackgroundCollector, TakesTheProgramOrTheFirstOfTextArguments) {
@@ -152,7 +226,7 @@ TEST(BackgroundCollector, AssociatesByPlaceThenByNameAndNeverByAGuess) {
          {app, nested},
          "com.nested",
          byName},
-        {"com.example.app.worker", inside, {app, app}, "com.example.app", byPlace},
+        {"com.example.app.worker", inside, {app, app}, {}, {}},
     };
     for (const auto& each : cases) {
         const TemporaryFolder folder;

@@ -1,7 +1,9 @@
 #include "core/capture/SystemObserver.h"
 
 #include "core/storage/ComponentStorageScanner.h"
+#include "core/timeline/DiffEngine.h"
 #include "tests/support/ManualClock.h"
+#include "tests/support/Observations.h"
 #include "tests/support/OrdinaryUser.h"
 #include "tests/support/PropertyLists.h"
 #include "tests/support/TemporaryFolder.h"
@@ -59,6 +61,10 @@ struct Observer : testing::Test {
         folder.write(path + "/Contents/Info.plist",
                      test::xmlList("<dict><key>CFBundleIdentifier</key><string>org.example." + path
                                    + "</string></dict>"));
+    }
+    void writeAgent(const std::string& path) const {
+        folder.write(path + ".plist",
+                     test::xmlList("<dict><key>Label</key><string>org.example</string></dict>"));
     }
     void writeFiles(const std::string& in, int count) const {
         for (int i = 0; i < count; ++i)
@@ -121,11 +127,35 @@ TEST_F(Observer, TakesRootsShortestFirstAndApplicationsLast) {
 }
 
 TEST_F(Observer, CallsTheTrashOfADesktopByItsName) {
-    measure({"share/Trash/files"});
+    measure({".local/share/Trash/files"});
     const Snapshot snapshot = capture(&scanner);
     EXPECT_EQ(phases.at(1), "Scanning Trash…");
     EXPECT_EQ(timings(snapshot).at(1), "Trash +");
     EXPECT_EQ(snapshot.folderStorage->at(0).name, "Trash");
+}
+
+TEST_F(Observer, NoRootSpeaksForANestedOneThatCouldNotBeRead) {
+    writeBundle("outer/.inner/One.app");
+    writeBundle("home/Two.app");
+    writeAgent("outer/.inner/a");
+    writeAgent("home/agents/b");
+    options.applicationRoots = {folder / "outer", folder / "outer/.inner", folder / "home"};
+    for (const char* root : {"outer", "outer/.inner", "home/agents"})
+        options.backgroundRoots.push_back({folder / root, BackgroundItem::Kind::agent});
+    folder.makeFolder("home/closed");
+    const Snapshot before = SystemObserver::capture(options, clock);
+    ASSERT_EQ(before.applications.size(), 2U);
+    ASSERT_EQ(before.backgroundItems.size(), 2U);
+
+    fs::remove(folder / "home/agents/b.plist");
+    fs::permissions(folder / "outer/.inner", fs::perms::none);
+    fs::permissions(folder / "home/closed", fs::perms::none);
+    const test::OrdinaryUser user(folder.path());
+    const Snapshot after = SystemObserver::capture(options, clock);
+    EXPECT_EQ(after.coverage.excludedPaths, std::set{(folder / "outer/.inner").native()});
+    EXPECT_EQ(test::summary(DiffEngine::compare(before, after)),
+              "backgroundRemoved " + (folder / "home/agents/b.plist").native())
+        << "an incomplete folder of applications silences no folder of definitions in it";
 }
 
 TEST_F(Observer, WithoutAScannerWalksEachRootWhole) {

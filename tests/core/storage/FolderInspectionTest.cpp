@@ -95,6 +95,13 @@ TEST(FolderInspectionNode, ShowsASizeByItsParts) {
     EXPECT_FALSE(node.children->at(1).childrenComplete);
 
     EXPECT_TRUE(Node::recorded(FolderSize{}).childrenComplete) << "empty, and known to be";
+
+    size.directFileSizes.emplace();
+    size.breakdown = {{"sub", 10}};
+    const auto withoutFiles = Node::recorded(size);
+    ASSERT_EQ(withoutFiles.children->size(), 2U) << "no files is something that is known";
+    EXPECT_TRUE(withoutFiles.children->at(0).isFileGroup);
+    EXPECT_EQ(withoutFiles.children->at(0).bytes, 0);
 }
 
 TEST(FolderInspectionNode, TakesTheFirstThatASnapshotKnowsOfARoot) {

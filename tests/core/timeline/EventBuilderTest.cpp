@@ -157,6 +157,7 @@ TEST(EventBuilder, WordsEachChange) {
         {source(diagnostic, "", "x"),
          "Mac Activity prominent doc.text.magnifyingglass | New Diagnostic Report | jq | /s/jq"},
     };
+    EXPECT_TRUE(built(source(diagnostic, "x", "")).empty()) << "a report that is gone is not new";
     for (const auto& [arrange, expected] : cases) {
         const auto events = built(arrange);
         ASSERT_EQ(events.size(), 1U) << expected;

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <compare>
+#include <ctime>
+
+#include <sys/stat.h>
+#include <sys/types.h>
+
+namespace tidemark {
+
+/// One version of one file, by stat(2): the same for all the names of the file, until somebody
+/// writes to it.
+struct FileVersion {
+    struct Time {
+        std::time_t seconds = 0;
+        long nanoseconds = 0;
+
+        auto operator<=>(const Time&) const = default;
+    };
+
+    dev_t device = 0;
+    ino_t inode = 0;
+    off_t size = 0;
+    /// When the contents were written last.
+    Time modified;
+    /// When contents or status changed last; nobody can set it back.
+    Time changed;
+
+    static FileVersion of(const struct stat& status);
+
+    auto operator<=>(const FileVersion&) const = default;
+};
+
+} // namespace tidemark

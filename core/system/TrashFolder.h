@@ -1,0 +1,25 @@
+#pragma once
+
+#include "core/system/UserFolders.h"
+
+/// The folders in which a desktop keeps what its user threw away. One source file per system.
+///
+/// Linux, by the Trash specification of freedesktop.org: "Trash/files" in the user's data folder,
+/// and for what was thrown away on another volume ".Trash-1000/files" or ".Trash/1000/files" at its
+/// top, the number being the user's. What was thrown away lies in "files"; the folders beside it
+/// hold records about it, and are never empty.
+/// A Mac: "~/.Trash", and "/Volumes/Name/.Trashes/501".
+/// On both: any folder named ".Trash", so that a history of either system reads the same on both.
+namespace tidemark::TrashFolder {
+
+/// Whether the folder at the absolute path `path` is one of them. Decided by the path and the
+/// place of the user's data folder, never by what is mounted or on disk now: a comparison of old
+/// observations must not change when a volume goes.
+bool is(std::string_view path,
+        const UserFolders::Environment& environment = UserFolders::processEnvironment);
+
+/// Whether `folder` is a Trash in which the file manager keeps a file of this name for itself: an
+/// empty Trash would look occupied if that were counted.
+bool isFileManagersOwn(std::string_view folder, std::string_view name);
+
+} // namespace tidemark::TrashFolder
