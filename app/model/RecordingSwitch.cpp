@@ -45,6 +45,9 @@ void RecordingSwitch::pause() {
 }
 
 void RecordingSwitch::resume() {
+    // The next start goes by the stored mode.
+    if (state.isEnding)
+        return;
     if (services.live) {
         services.live->startMemory();
         services.live->startActivityMonitors();

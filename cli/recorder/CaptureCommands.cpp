@@ -93,7 +93,9 @@ QCoro::Task<std::string> capture(CommandContext& context) {
         co_await setUp(context.recorder, std::move(chosen));
     }
     // Takes one by itself when one is due.
-    co_await context.model().start();
+    auto starting =
+        context.isRunning ? context.model().start() : context.model().startForOneCapture();
+    co_await starting;
     context.requireHistory();
     if (!state.canRecord())
         throw Error("Recording is paused; tidemark resume takes it up again.");
