@@ -154,7 +154,7 @@ QCoro::Task<void> AppModel::catchUp() {
     if (isEnding())
         co_return;
     if (restored) {
-        services.preferences.set(preference::diskAccessCheckRequested.name, false);
+        services.preferences.note(preference::diskAccessCheckRequested.name, false);
         co_await importInitialHistory();
         co_await scan(false);
         if (isEnding())

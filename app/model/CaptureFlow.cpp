@@ -53,7 +53,7 @@ QCoro::Task<void> CaptureFlow::captureAndSave(std::uint64_t generation) {
         state.setJournal(std::move(next));
         state.error = std::nullopt;
         if (state.recordingGeneration == generation)
-            services.preferences.set(preference::needsRecordingBaseline.name, false);
+            services.preferences.note(preference::needsRecordingBaseline.name, false);
         qCInfo(capturesLog, "Capture saved");
         co_return;
     } catch (const std::exception& error) {

@@ -78,7 +78,7 @@ QCoro::Task<bool> NamedSnapshots::saveNamedSnapshot(std::string name) {
         co_return false;
     }
     state.setJournal(std::move(next));
-    services.preferences.set(baselineKey.name, false);
+    services.preferences.note(baselineKey.name, false);
     screen.showSaved(*id);
     snapshotDraft = {};
     state.saveSnapshotPresented = false;
