@@ -2,8 +2,12 @@
 
 #include "app/control/ControlProtocol.h"
 #include "core/base/Files.h"
+#include "core/capture/AdditionalObservations.h"
 #include "core/memory/MemoryEvents.h"
+#include "core/system/SystemFacts.h"
 #include "core/system/UserFolders.h"
+
+#include <algorithm>
 
 namespace tidemark {
 
@@ -45,6 +49,22 @@ Recorder::Recorder(RecorderPlaces chosen)
         screen.setMemoryEvents({events.begin(), events.end()});
     });
     appModel.setLiveServices(live);
+}
+
+SettingSources Recorder::sources() {
+    std::set<SettingSource> present;
+    std::map<SettingSource, std::string> reasons;
+    std::error_code error;
+    const auto isFolder = [&](const std::filesystem::path& path) {
+        return std::filesystem::is_directory(path, error);
+    };
+    if (std::ranges::any_of(AdditionalObservations::standardCellars(), isFolder))
+        present.insert(SettingSource::formulas);
+    else
+        reasons[SettingSource::formulas] = "Homebrew is not installed.";
+    if (isFolder(AdditionalObservations::diagnosticFolder(SystemFacts::homeDirectory())))
+        present.insert(SettingSource::diagnosticReports);
+    return SettingSources(std::move(present), std::move(reasons));
 }
 
 RecordedHistory Recorder::recorded() const {

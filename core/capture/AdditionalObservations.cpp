@@ -269,6 +269,10 @@ MetadataReport configuration(const std::filesystem::path& path) {
 
 } // namespace
 
+std::filesystem::path diagnosticFolder(const std::filesystem::path& home) {
+    return home / "Library/Logs/DiagnosticReports";
+}
+
 std::vector<std::filesystem::path> standardCellars() {
     return {"/opt/homebrew/Cellar", "/usr/local/Cellar"};
 }
@@ -291,7 +295,7 @@ std::vector<MetadataReport> collect(bool homebrew, bool diagnostics,
         for (const auto& cellar : cellars)
             reports.push_back(report(cellar, formula, pace));
     if (diagnostics)
-        reports.push_back(report(home / "Library/Logs/DiagnosticReports", diagnostic, pace));
+        reports.push_back(report(diagnosticFolder(home), diagnostic, pace));
     for (const auto& path : configurationPaths)
         reports.push_back(configuration(path));
     return reports;
