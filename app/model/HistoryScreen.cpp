@@ -125,6 +125,7 @@ QCoro::Task<void> HistoryScreen::compare(Baseline baseline, Shared<Snapshot> lat
 void HistoryScreen::setSelected(OptionalShared<Event> event) {
     if (event == selectedEvent)
         return;
+    ++refreshes;
     selectedEvent = std::move(event);
     Q_EMIT changed();
 }
@@ -273,11 +274,11 @@ void HistoryScreen::toggleSystemFilter(WorkspaceDestination filter) {
     refreshPresentation();
 }
 
-void HistoryScreen::openEvent(const Shared<Event>& event) {
+void HistoryScreen::openEvent(Shared<Event> event) {
     moveTo(homeOf(*event), true);
     // So that the event is sure to be in the list.
     changeRange(std::string(rawValue(HistoryTimeWindow::all)));
-    selectedEvent = event;
+    selectedEvent = std::move(event);
     scrollRequest = Uuid::random();
     refreshPresentation();
 }

@@ -39,7 +39,8 @@ public:
     }
     /// The states of a snapshot are being compared, and nothing is to be seen until that is done.
     bool isComparing() const { return comparing; }
-    /// Grows with every refresh: what was computed for an older number is stale.
+    /// Grows whenever the presentation became another, also when a comparison is done: what was
+    /// computed for an older number is stale.
     std::uint64_t presentationRevision() const { return refreshes; }
     void refreshPresentation();
 
@@ -86,7 +87,7 @@ public:
     /// is gone to.
     void toggleSystemFilter(WorkspaceDestination filter);
     /// Goes to where the event is shown, and selects it.
-    void openEvent(const Shared<Event>& event);
+    void openEvent(Shared<Event> event);
 
     // The open named snapshot.
 
