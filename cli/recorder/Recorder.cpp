@@ -3,7 +3,6 @@
 #include "app/control/ControlProtocol.h"
 #include "core/base/Files.h"
 #include "core/capture/AdditionalObservations.h"
-#include "core/memory/MemoryEvents.h"
 #include "core/system/SystemFacts.h"
 #include "core/system/UserFolders.h"
 
@@ -44,10 +43,8 @@ Recorder::Recorder(RecorderPlaces chosen)
                 .ownsFolder = [this] { return held.isCurrent(); }}) {
     live.attach(appModel.state());
     auto& screen = appModel.history();
-    QObject::connect(&memory, &MemoryHistoryService::archiveChanged, &screen, [this, &screen] {
-        const auto events = MemoryEvents::events(memory.archive());
-        screen.setMemoryEvents({events.begin(), events.end()});
-    });
+    QObject::connect(&memory, &MemoryHistoryService::archiveChanged, &screen,
+                     [this, &screen] { screen.setMemory(memory.archive()); });
     appModel.setLiveServices(live);
 }
 
