@@ -1,12 +1,17 @@
 // What a screen waits for: merging the history of all sources, rebuilding what is shown of it, and
 // searching it.
 
+#include "app/memory/MemoryHistoryService.h"
+#include "app/model/AppModel.h"
+#include "app/preferences/JsonPreferences.h"
 #include "bench/Generator.h"
 #include "bench/Report.h"
+#include "bench/Workspace.h"
 #include "core/activity/ActivityEventBuilder.h"
 #include "core/presentation/HistoryMatches.h"
 #include "core/presentation/HistoryView.h"
 
+#include <QCoreApplication>
 #include <array>
 #include <atomic>
 #include <thread>
@@ -145,9 +150,88 @@ void all(const Sources& sources, bool isBounded) {
     cancellation(history);
 }
 
+/// The time at which the history ends.
+class StandingClock final : public AppClock {
+public:
+    explicit StandingClock(Date at) : time(at) {}
+
+    Date now() override { return time; }
+    double monotonicSeconds() override { return 0; }
+    QCoro::Task<bool> sleep(double, std::stop_token, Slack) override { co_return false; }
+
+    Date time;
+};
+
+/// The event loop of a recorder whose history is full, while one more file is remembered: how long
+/// it is away, from the record to what is to be seen, and what another release of the same would
+/// cost that makes all events anew.
+void oneMoreRecord(const Sources& sources) {
+    const Workspace workspace;
+    StandingClock clock(sources.end);
+    JsonPreferences preferences(workspace.path() / "settings.json");
+    NotificationCenter center;
+    MemoryHistoryService memory({.url = workspace.path() / "memory-history.json",
+                                 .preferences = preferences,
+                                 .workspaceCenter = center,
+                                 .clock = clock});
+    AppModel model({.preferences = preferences,
+                    .files = {workspace.path(), {}},
+                    .applicationCenter = center,
+                    .workspaceCenter = center,
+                    .clock = clock,
+                    .home = workspace.path()});
+    auto& screen = model.history();
+    QObject::connect(&memory, &MemoryHistoryService::archiveChanged, &screen,
+                     [&] { screen.setMemory(memory.archive()); });
+    Journal journal;
+    journal.events = sources.journal;
+    model.state().setJournal(std::move(journal));
+    model.state().setSystemActivity(sources.activity);
+    const auto handleUntil = [](const auto& isDone) {
+        while (!isDone())
+            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    };
+    const auto loading = memory.load();
+    handleUntil([&] { return loading.isReady(); });
+    std::vector<MemoryRecord> records;
+    for (const auto& event : sources.memory)
+        records.push_back(*event->memory);
+    memory.update(std::move(records));
+
+    for (const char* window : {"week", "all"}) {
+        screen.setRange(window);
+        double longest = 0;
+        const double figure = medianOf(runs, [&] {
+            const auto writing = memory.writer();
+            handleUntil([&] { return writing.isReady(); });
+            clock.time = clock.time + 1;
+            MemoryRecord record = *sources.memory[1]->memory;
+            record.id = Uuid::random().text();
+            record.timestamp = clock.time;
+            const double block = seconds([&] { memory.update({std::move(record)}); });
+            longest = std::max(longest, block);
+            return block;
+        });
+        const std::string title = std::string("block of the loop by one memory record, ") + window;
+        row(title, figure * 1e3, "ms", 5);
+        row("  the longest", longest * 1e3, "ms");
+    }
+    const auto writing = memory.writer();
+    handleUntil([&] { return writing.isReady(); });
+    row("  with all events made and merged anew", milliseconds([&] {
+            Events all = sources.journal;
+            MemoryEventList fresh;
+            const auto made = fresh.update(memory.archive().records).added;
+            all.insert(all.end(), made.begin(), made.end());
+            MergedHistory::of(std::move(all));
+        }),
+        "ms");
+}
+
 } // namespace
 
-int main() {
+int main(int count, char** arguments) {
+    const QCoreApplication application(count, arguments);
     const Sources sources(1'000);
     const Events activityEvents = ActivityEventBuilder::build(sources.activity);
     row("events of 2,000 activity records",
@@ -155,6 +239,7 @@ int main() {
     row("merging 10,000 + 2,000 + 10,000 events",
         milliseconds([&] { sources.merged(activityEvents); }), "ms", 16);
     all(sources, true);
+    oneMoreRecord(sources);
     std::puts("With clips at their limit of 20 MB:");
     all(Sources(longestClips), false);
 }

@@ -47,15 +47,14 @@ void FolderAccess::load() {
         if (!preferences.isReadOnly()) {
             if (stored)
                 persist(loaded);
-            preferences.set(preference::unifiedFolderTrackingMigrated.name, true);
+            preferences.note(preference::unifiedFolderTrackingMigrated.name, true);
         }
     }
     grantList = std::move(loaded);
 }
 
 void FolderAccess::persist(std::vector<FolderGrant> updated) {
-    // What the user is told was not saved must not be saved along with a later change.
-    if (!preferences.setOrKeep(key, Data{json::encoded(updated)}))
+    if (!preferences.set(key, Data{json::encoded(updated)}))
         throw Error(preferences.problem().value_or("The settings can’t be saved."));
     grantList = std::move(updated);
     Q_EMIT changed();
@@ -144,7 +143,7 @@ void FolderAccess::noteRemoved(const std::vector<std::string>& paths) {
         if (std::ranges::find(removed, path) == removed.end())
             removed.push_back(path);
     if (removed.size() != before)
-        preferences.set(preference::removedRecommendedPaths.name, std::move(removed));
+        preferences.note(preference::removedRecommendedPaths.name, std::move(removed));
 }
 
 QCoro::Task<void> FolderAccess::noteRemovedLink(std::string path) {
@@ -165,9 +164,9 @@ QCoro::Task<void> FolderAccess::noteRemovedLink(std::string path) {
 }
 
 void FolderAccess::completeSetup() {
-    preferences.set(preference::folderSetupCompleted.name, true);
-    preferences.set(preference::diskAccessSetupPending.name, false);
-    preferences.set(preference::diskAccessCheckRequested.name, false);
+    preferences.note(preference::folderSetupCompleted.name, true);
+    preferences.note(preference::diskAccessSetupPending.name, false);
+    preferences.note(preference::diskAccessCheckRequested.name, false);
 }
 
 void FolderAccess::stopWaiting() {

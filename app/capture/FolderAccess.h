@@ -71,7 +71,8 @@ public:
     QCoro::Task<void> enableReadableRecommended(std::vector<RecommendedFolder> folders,
                                                 Check check = {});
     /// At each start: picks up what the user allowed in the system's own settings, which took a
-    /// restart of the program. True when that brought a folder.
+    /// restart of the program. On a system without such settings, that is nothing. True when a
+    /// folder was added.
     QCoro::Task<bool> restoreRecommendedAccessAfterRestart(Check check = {});
 
     /// Ends what waits for folders at this moment: those that gave no answer are unavailable.

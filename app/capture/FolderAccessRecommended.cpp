@@ -7,7 +7,6 @@
 #include "core/base/CanonicalPath.h"
 #include "core/base/Error.h"
 #include "core/base/Text.h"
-#include "core/system/TrashFolder.h"
 
 #include <algorithm>
 #include <set>
@@ -124,10 +123,18 @@ QCoro::Task<void> FolderAccess::enableReadableRecommended(std::vector<Recommende
     };
     const std::vector<Tested> tested = co_await runInBackground(work, waits.get_token());
     note(tested);
+    const auto wasRemoved = [&](const Tested& folder) {
+        const auto path = textFromBytes(folder.canonical.native());
+        return std::ranges::find(checking.grants, path, &FolderGrant::path) != checking.grants.end()
+               && !isGranted(folder.canonical);
+    };
 
     std::vector<fs::path> fresh;
     std::vector<std::string> unreadable;
     for (const auto& folder : tested) {
+        // By the user, while the check ran.
+        if (wasRemoved(folder))
+            continue;
         if (folder.failure)
             unreadable.push_back(folder.title);
         else if (folder.mayAdd && !isGranted(folder.canonical))
@@ -172,9 +179,8 @@ QCoro::Task<bool> FolderAccess::restoreRecommendedAccessAfterRestart(Check check
         co_return paths() != before;
     }
 
-    std::erase_if(folders, [](const RecommendedFolder& folder) {
-        return !TrashFolder::is(folder.url.native());
-    });
+    std::erase_if(folders,
+                  [](const RecommendedFolder& folder) { return !folder.isGuardedBySystem; });
     if (folders.empty() || isGranted(folders.front().url))
         co_return false;
     const auto look = [url = folders.front().url, readable = check ? check : isReadable] {

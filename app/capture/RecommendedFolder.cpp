@@ -17,7 +17,7 @@ std::vector<RecommendedFolder> RecommendedFolder::ofMac(const std::filesystem::p
         {"Applications", "/Applications", applications},
         {"Downloads", home / "Downloads", storage},
         {"Developer", home / "Library/Developer", storage},
-        {"Trash", home / ".Trash", storage},
+        {"Trash", home / ".Trash", storage, true},
         {"Your background agents", home / "Library/LaunchAgents", launchAgents},
         {"System background agents", "/Library/LaunchAgents", launchAgents},
         {"System background daemons", "/Library/LaunchDaemons", launchDaemons},

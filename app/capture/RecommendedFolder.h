@@ -16,6 +16,10 @@ struct RecommendedFolder {
     std::filesystem::path url;
     /// Besides those that its name suggests.
     FolderPurpose purpose = FolderPurpose::storage;
+    /// The system lets the program read it only once the user has allowed that in the system's own
+    /// settings: to find it readable is to know that the user wants it read. Where any program of
+    /// the user may read it, being readable says nothing about consent.
+    bool isGuardedBySystem = false;
 
     /// Those of this system, in the order in which they are offered.
     static std::vector<RecommendedFolder>

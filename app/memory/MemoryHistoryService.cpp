@@ -174,7 +174,16 @@ QCoro::Task<void> MemoryHistoryService::writer() {
         co_await qCoro(this, &MemoryHistoryService::written);
 }
 
+void MemoryHistoryService::requireStorable() const {
+    if (!loaded)
+        throw Error("The clipboard history can’t be changed before it has been read.");
+    if (failure())
+        throw Error("The clipboard history can’t be changed, because the last change could not be "
+                    "saved. Start Tidemark again.");
+}
+
 void MemoryHistoryService::togglePin(std::string_view id) {
+    requireStorable();
     const auto found = std::ranges::find_if(
         current.records, [&](const auto& record) { return isClip(record) && record->id == id; });
     if (found == current.records.end())
@@ -188,6 +197,7 @@ void MemoryHistoryService::togglePin(std::string_view id) {
 }
 
 void MemoryHistoryService::clearClipboard() {
+    requireStorable();
     MemoryArchive next = current;
     std::erase_if(next.records, isClip);
     publish(std::move(next));

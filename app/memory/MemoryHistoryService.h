@@ -68,7 +68,8 @@ public:
     /// finite are left out. With `persist`, the result is written unless it is what was written
     /// last. Nothing before `load` or after a `failure`.
     void update(std::vector<MemoryRecord> records, bool persist = true);
-    /// Pins or unpins a clip.
+    /// Pins or unpins a clip. Both throw an `Error`, and change nothing, where it would be undone
+    /// by the next start: before `load`, and after a `failure`.
     void togglePin(std::string_view id);
     /// Removes all clips, pinned ones too.
     void clearClipboard();
@@ -97,6 +98,7 @@ Q_SIGNALS:
     void written();
 
 private:
+    void requireStorable() const;
     void publish(MemoryArchive next);
     void enqueue(const MemoryArchive& next);
     QCoro::Task<void> write();

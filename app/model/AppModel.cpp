@@ -82,8 +82,24 @@ QCoro::Task<void> AppModel::start() {
     qCInfo(capturesLog, "Starting observation service");
     scheduler.start([model = QPointer(this)] { return check(model); });
     const bool isLoaded = co_await load();
-    if (isLoaded && !isEnding())
-        co_await run();
+    if (!isLoaded || isEnding())
+        co_return;
+    showHistory();
+    co_await startLiveServices();
+    co_await catchUp();
+}
+
+QCoro::Task<void> AppModel::startForOneCapture() {
+    const auto hold = tasks.hold();
+    if (modelState.loaded || starting || tasks.isStopping())
+        co_return;
+    starting = true;
+    const auto done = qScopeGuard([this] { starting = false; });
+    const bool isLoaded = co_await load();
+    if (!isLoaded || isEnding())
+        co_return;
+    showHistory();
+    co_await catchUp();
 }
 
 QCoro::Task<void> AppModel::openHistory() {
@@ -123,20 +139,22 @@ QCoro::Task<bool> AppModel::load() {
     co_return false;
 }
 
-QCoro::Task<void> AppModel::run() {
-    showHistory();
+QCoro::Task<void> AppModel::startLiveServices() {
     if (!modelState.canRecord()) {
         co_await showStoredActivity();
     } else if (services.live) {
         services.live->startActivityMonitors();
         services.live->startMemory();
     }
+}
 
+/// Captures what should have been captured by now, unless the user still has to choose folders.
+QCoro::Task<void> AppModel::catchUp() {
     const bool restored = co_await folders.restoreRecommendedAccessAfterRestart();
     if (isEnding())
         co_return;
     if (restored) {
-        services.preferences.set(preference::diskAccessCheckRequested.name, false);
+        services.preferences.note(preference::diskAccessCheckRequested.name, false);
         co_await importInitialHistory();
         co_await scan(false);
         if (isEnding())

@@ -63,6 +63,9 @@ public:
     /// Reads the history and records nothing, for a program that does one thing to it. Never
     /// fails, as `start`.
     QCoro::Task<void> openHistory();
+    /// As `start`, for a program that captures once and ends: no schedule runs, and no live
+    /// service is started, so that nothing they do once in the life of a history is spent here.
+    QCoro::Task<void> startForOneCapture();
     /// Ends all recording, at the end of the program. A capture that runs is cut short; what is
     /// being saved is finished.
     void stopAutomaticCaptures();
@@ -119,7 +122,8 @@ private:
     bool isEnding() const { return modelState.isEnding; }
     QCoro::Task<bool> load();
     void showHistory();
-    QCoro::Task<void> run();
+    QCoro::Task<void> startLiveServices();
+    QCoro::Task<void> catchUp();
     QCoro::Task<void> showStoredActivity();
     QCoro::Task<void> importInitialHistory();
 

@@ -29,11 +29,13 @@ QCoro::Task<void> CaptureFlow::scan(bool allowDuringFolderSetup) {
     if (!mayScan(allowDuringFolderSetup))
         co_return;
     state.observationNow = services.clock.now();
-    state.isScanning = true;
     const auto generation = state.recordingGeneration;
-    qCInfo(capturesLog, "Capture started");
-    co_await captureAndSave(generation);
-    state.isScanning = false;
+    {
+        state.isScanning = true;
+        const auto done = qScopeGuard([this] { state.isScanning = false; });
+        qCInfo(capturesLog, "Capture started");
+        co_await captureAndSave(generation);
+    }
     if (state.canRecord() && state.recordingGeneration != generation && !state.isEnding)
         services.tasks.start(scan(false));
 }
@@ -51,7 +53,7 @@ QCoro::Task<void> CaptureFlow::captureAndSave(std::uint64_t generation) {
         state.setJournal(std::move(next));
         state.error = std::nullopt;
         if (state.recordingGeneration == generation)
-            services.preferences.set(preference::needsRecordingBaseline.name, false);
+            services.preferences.note(preference::needsRecordingBaseline.name, false);
         qCInfo(capturesLog, "Capture saved");
         co_return;
     } catch (const std::exception& error) {
@@ -126,6 +128,7 @@ QCoro::Task<void> CaptureFlow::addAdditionalReports(Snapshot* snapshot, std::sto
 QCoro::Task<bool> CaptureFlow::commit(Journal journal) {
     const auto hold = services.tasks.hold();
     state.isSaving = true;
+    const auto done = qScopeGuard([this] { state.isSaving = false; });
     std::string failure;
     bool saved = false;
     try {
@@ -138,7 +141,6 @@ QCoro::Task<bool> CaptureFlow::commit(Journal journal) {
         state.setJournal(std::move(journal));
     else
         state.error = "History couldn’t be saved. " + failure;
-    state.isSaving = false;
     co_return saved;
 }
 

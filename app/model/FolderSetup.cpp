@@ -52,14 +52,14 @@ QCoro::Task<void> FolderSetup::checkRecommendedAccess(FolderAccess::Check check)
         co_return;
     state.isCheckingRecommendedAccess = true;
     const auto done = qScopeGuard([this] { state.isCheckingRecommendedAccess = false; });
-    services.preferences.set(preference::diskAccessCheckRequested.name, false);
+    services.preferences.note(preference::diskAccessCheckRequested.name, false);
     co_await services.folderAccess.enableReadableRecommended(
         services.folderAccess.recommendedFolders(), check);
 }
 
 void FolderSetup::openDiskAccessPane(const std::function<bool(const std::string&)>& open) {
-    services.preferences.set(preference::diskAccessSetupPending.name, true);
-    services.preferences.set(preference::diskAccessCheckRequested.name, true);
+    services.preferences.note(preference::diskAccessSetupPending.name, true);
+    services.preferences.note(preference::diskAccessCheckRequested.name, true);
     if (!open(privacyPane))
         open(systemSettings);
 }

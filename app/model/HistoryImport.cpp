@@ -59,6 +59,7 @@ QCoro::Task<bool> HistoryImport::previewImport() {
     if (!state.canRecord() || state.busy())
         co_return false;
     state.isReadingImport = true;
+    const auto done = qScopeGuard([this] { state.isReadingImport = false; });
     importPresented = true;
     importPreview = std::nullopt;
     importError = std::nullopt;
@@ -68,7 +69,6 @@ QCoro::Task<bool> HistoryImport::previewImport() {
     } catch (const std::exception& error) {
         importError = error.what();
     }
-    state.isReadingImport = false;
     co_return true;
 }
 

@@ -45,10 +45,13 @@ void HistoryScreen::takeSystemActivity() {
     Q_EMIT changed();
 }
 
-void HistoryScreen::setMemoryEvents(Events events) {
-    memoryEvents = std::move(events);
-    rebuild();
-    if (selectedEvent) {
+void HistoryScreen::setMemory(const MemoryArchive& archive) {
+    MemoryEventList::Change change = memory.update(archive.records);
+    if (change.isEmpty())
+        return;
+    const bool mayBeSelected = selectedEvent && !change.added.empty();
+    takeHistory(merged->changed(std::move(change.removed), std::move(change.added)));
+    if (mayBeSelected) {
         const auto isSelected = [this](const Shared<Event>& event) {
             return event->id == selectedEvent->id;
         };
@@ -65,11 +68,15 @@ void HistoryScreen::takeRecordingMode() {
 }
 
 void HistoryScreen::rebuild() {
-    Events all;
-    all.reserve(journalEvents.size() + activityEvents.size() + memoryEvents.size());
-    for (const Events* source : {&journalEvents, &activityEvents, &memoryEvents})
+    Events all = memory.events();
+    all.reserve(all.size() + journalEvents.size() + activityEvents.size());
+    for (const Events* source : {&journalEvents, &activityEvents})
         all.insert(all.end(), source->begin(), source->end());
-    merged = std::make_shared<const MergedHistory>(MergedHistory::of(std::move(all)));
+    takeHistory(MergedHistory::of(std::move(all)));
+}
+
+void HistoryScreen::takeHistory(MergedHistory history) {
+    merged = std::make_shared<const MergedHistory>(std::move(history));
     ++merges;
     refresh();
 }
@@ -118,6 +125,7 @@ QCoro::Task<void> HistoryScreen::compare(Baseline baseline, Shared<Snapshot> lat
         co_return;
     baselineEvents[baseline.id] = events;
     comparing = false;
+    ++refreshes;
     show(std::nullopt, events);
     Q_EMIT changed();
 }
@@ -273,11 +281,11 @@ void HistoryScreen::toggleSystemFilter(WorkspaceDestination filter) {
     refreshPresentation();
 }
 
-void HistoryScreen::openEvent(const Shared<Event>& event) {
+void HistoryScreen::openEvent(Shared<Event> event) {
     moveTo(homeOf(*event), true);
     // So that the event is sure to be in the list.
     changeRange(std::string(rawValue(HistoryTimeWindow::all)));
-    selectedEvent = event;
+    selectedEvent = std::move(event);
     scrollRequest = Uuid::random();
     refreshPresentation();
 }

@@ -3,6 +3,7 @@
 #include "app/model/ModelServices.h"
 #include "app/model/ModelState.h"
 #include "core/history/HistoryExport.h"
+#include "core/memory/MemoryEventList.h"
 #include "core/presentation/HistoryView.h"
 #include "core/presentation/SidebarDestination.h"
 #include "core/presentation/SnapshotViewMode.h"
@@ -28,8 +29,9 @@ public:
     const Events& timelineEvents() const { return merged->timeline; }
     /// The same lists, for the background.
     std::shared_ptr<const MergedHistory> history() const { return merged; }
-    /// The memory history became another. The selected event is replaced by its newer form.
-    void setMemoryEvents(Events events);
+    /// The memory history became another. Only what is new in it is merged into the history; the
+    /// selected event is replaced by its newer form.
+    void setMemory(const MemoryArchive& archive);
 
     // What is to be seen.
 
@@ -39,7 +41,8 @@ public:
     }
     /// The states of a snapshot are being compared, and nothing is to be seen until that is done.
     bool isComparing() const { return comparing; }
-    /// Grows with every refresh: what was computed for an older number is stale.
+    /// Grows whenever the presentation became another, also when a comparison is done: what was
+    /// computed for an older number is stale.
     std::uint64_t presentationRevision() const { return refreshes; }
     void refreshPresentation();
 
@@ -86,7 +89,7 @@ public:
     /// is gone to.
     void toggleSystemFilter(WorkspaceDestination filter);
     /// Goes to where the event is shown, and selects it.
-    void openEvent(const Shared<Event>& event);
+    void openEvent(Shared<Event> event);
 
     // The open named snapshot.
 
@@ -112,6 +115,7 @@ private:
     void takeSystemActivity();
     void takeRecordingMode();
     void rebuild();
+    void takeHistory(MergedHistory history);
 
     void refresh();
     void show(std::optional<Date> since, std::optional<Events> stateComparison);
@@ -128,7 +132,7 @@ private:
 
     Events journalEvents;
     Events activityEvents;
-    Events memoryEvents;
+    MemoryEventList memory;
     std::shared_ptr<const MergedHistory> merged = std::make_shared<const MergedHistory>();
     std::uint64_t merges = 0;
 

@@ -2,6 +2,15 @@
 
 namespace tidemark {
 
+namespace {
+
+constexpr std::string_view notOpened =
+    "Activity history couldn’t be opened. The existing file has not been replaced.";
+constexpr std::string_view notSaved =
+    "Activity history could not be saved. Activity history may be incomplete.";
+
+} // namespace
+
 LiveWiring::LiveWiring(Setup setup)
     : time(setup.clock), monitors(setup.monitors), memory(setup.memory),
       power(setup.activityURL, setup.workspaceCenter, setup.clock, callbacks(setup)) {
@@ -28,11 +37,7 @@ PowerActivityMonitor::Callbacks LiveWiring::callbacks(const Setup& setup) {
     return {
         .collectionAllowed = [this] { return canRecord(); },
         .didRecord = [this](auto records) { showActivity(std::move(records)); },
-        .didFail =
-            [this](const auto&) {
-                showActivityError("Activity history could not be saved. Activity history may be "
-                                  "incomplete.");
-            },
+        .didFail = [this](const auto&) { showActivityError(notSaved); },
         .battery = setup.battery,
     };
 }
@@ -47,13 +52,15 @@ QCoro::Task<void> LiveWiring::openActivity() {
     try {
         records = co_await power.start();
     } catch (const std::exception&) {
-        showActivityError("Activity history couldn’t be opened. The existing file has not been "
-                          "replaced.");
+        showActivityError(notOpened);
     }
     if (!records)
         co_return;
-    if (state)
+    if (state) {
+        if (state->activityError->value_or("") == notOpened)
+            state->activityError = std::nullopt;
         state->setSystemActivity(*std::move(records));
+    }
     for (ActivityMonitor* monitor : monitors)
         monitor->start([to = QPointer(&power)](SystemActivity activity) {
             if (to)
@@ -64,13 +71,14 @@ QCoro::Task<void> LiveWiring::openActivity() {
 void LiveWiring::showActivity(PowerActivityMonitor::Records records) {
     if (!state)
         return;
+    state->activityError = std::nullopt;
     state->observationNow = time.now();
     state->setSystemActivity(std::move(records));
 }
 
-void LiveWiring::showActivityError(const char* sentence) {
+void LiveWiring::showActivityError(std::string_view sentence) {
     if (state)
-        state->activityError = sentence;
+        state->activityError = std::string(sentence);
 }
 
 void LiveWiring::stop() {

@@ -8,6 +8,7 @@
 
 #include <QPointer>
 #include <functional>
+#include <string_view>
 #include <vector>
 
 namespace tidemark {
@@ -47,7 +48,7 @@ private:
     bool canRecord() const { return state && state->canRecord(); }
     QCoro::Task<void> openActivity();
     void showActivity(PowerActivityMonitor::Records records);
-    void showActivityError(const char* sentence);
+    void showActivityError(std::string_view sentence);
     PowerActivityMonitor::Callbacks callbacks(const Setup& setup);
 
     AppClock& time;

@@ -18,7 +18,7 @@ CaptureSchedule storedSchedule(const Preferences& preferences) {
 bool storedStorageSwitch(Preferences& preferences, bool sandboxed, std::optional<bool> legacy) {
     const auto& key = preference::storageEnabled;
     if (!sandboxed && legacy && !preferences.boolean(key.name))
-        preferences.set(key.name, *legacy);
+        preferences.note(key.name, *legacy);
     return read(preferences, key);
 }
 

@@ -41,7 +41,7 @@ public:
     Published<bool> loaded{this};
     /// The last load, capture or save that failed.
     Published<std::optional<std::string>> error{this};
-    /// The activity file failed.
+    /// The activity file could not be opened or written; absent again once that works.
     Published<std::optional<std::string>> activityError{this};
 
     /// A capture runs.

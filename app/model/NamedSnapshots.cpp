@@ -4,6 +4,7 @@
 #include "core/base/Characters.h"
 #include "core/base/Text.h"
 
+#include <QScopeGuard>
 #include <algorithm>
 
 namespace tidemark {
@@ -26,6 +27,7 @@ QCoro::Task<void> NamedSnapshots::prepareSnapshotDraft() {
     if (!mayPrepare())
         co_return;
     state.isPreparingSnapshot = true;
+    const auto done = qScopeGuard([this] { state.isPreparingSnapshot = false; });
     snapshotDraft = {};
     snapshotError = std::nullopt;
     OptionalShared<Snapshot> draft;
@@ -42,7 +44,6 @@ QCoro::Task<void> NamedSnapshots::prepareSnapshotDraft() {
         snapshotDraft = std::move(draft);
     else if (isWanted && !draft)
         snapshotError = "Couldn’t capture a fresh snapshot. " + failure;
-    state.isPreparingSnapshot = false;
 }
 
 bool NamedSnapshots::maySave(std::string_view name) const {
@@ -57,32 +58,30 @@ QCoro::Task<bool> NamedSnapshots::saveNamedSnapshot(std::string name) {
     if (!maySave(kept))
         co_return false;
     state.isSaving = true;
+    const auto done = qScopeGuard([this] { state.isSaving = false; });
     snapshotError = std::nullopt;
     const auto& baselineKey = preference::needsRecordingBaseline;
     Journal next = state.journal();
-    next.append(snapshotDraft->value(), !read(services.preferences, baselineKey));
-    next.baselines.push_back(
-        Baseline::named(std::string(firstCharacters(kept, longestName)), next.snapshots.back()));
-    const Uuid id = next.baselines.back().id;
+    std::optional<Uuid> id;
     std::string failure;
-    bool saved = false;
     try {
+        next.append(snapshotDraft->value(), !read(services.preferences, baselineKey));
+        next.baselines.push_back(Baseline::named(std::string(firstCharacters(kept, longestName)),
+                                                 next.snapshots.back()));
         co_await flow.save(&next);
-        saved = true;
+        id = next.baselines.back().id;
     } catch (const std::exception& error) {
         failure = error.what();
     }
-    if (!saved) {
+    if (!id) {
         snapshotError = "The snapshot couldn’t be saved. " + failure;
-        state.isSaving = false;
         co_return false;
     }
     state.setJournal(std::move(next));
-    services.preferences.set(baselineKey.name, false);
-    screen.showSaved(id);
+    services.preferences.note(baselineKey.name, false);
+    screen.showSaved(*id);
     snapshotDraft = {};
     state.saveSnapshotPresented = false;
-    state.isSaving = false;
     co_return true;
 }
 

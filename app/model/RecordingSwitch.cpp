@@ -14,7 +14,7 @@ void RecordingSwitch::restore() {
     const auto stored = read(services.preferences, preference::recordingMode);
     const auto mode = json::fromRawValue<RecordingMode>(stored).value_or(RecordingMode::recording);
     state.recordingMode = mode;
-    services.preferences.set(modeKey, std::string(rawValue(mode)));
+    services.preferences.note(modeKey, std::string(rawValue(mode)));
     services.preferences.remove("privateUntil");
 }
 
@@ -29,7 +29,7 @@ void RecordingSwitch::set(RecordingMode mode) {
     ++state.recordingGeneration;
     // Before the mode itself: were the program to end in between, the pause would be compared.
     if (mode == RecordingMode::paused)
-        services.preferences.set(preference::needsRecordingBaseline.name, true);
+        services.preferences.note(preference::needsRecordingBaseline.name, true);
     state.recordingMode = mode;
     services.preferences.set(modeKey, std::string(rawValue(mode)));
     if (mode == RecordingMode::paused)
@@ -45,6 +45,9 @@ void RecordingSwitch::pause() {
 }
 
 void RecordingSwitch::resume() {
+    // The next start goes by the stored mode.
+    if (state.isEnding)
+        return;
     if (services.live) {
         services.live->startMemory();
         services.live->startActivityMonitors();

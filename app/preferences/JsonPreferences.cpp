@@ -11,6 +11,7 @@
 #include <ctime>
 
 #include <nlohmann/json.hpp>
+#include <unistd.h>
 
 namespace tidemark {
 
@@ -131,15 +132,15 @@ struct JsonPreferences::Document {
 };
 
 JsonPreferences::JsonPreferences(const std::filesystem::path& file, Opening opening, Clock& clock)
-    : path(canonicalPath(file)), purpose(opening), document(std::make_unique<Document>()),
-      writable(opening == Opening::toWrite) {
+    : path(canonicalPath(file)), copy(path.native() + ".bak"), purpose(opening),
+      document(std::make_unique<Document>()), writable(opening == Opening::toWrite) {
     try {
         load(clock);
     } catch (const FileError& error) {
         writable = false;
-        const char* lost = isReadOnly() ? "" : " and changes are lost when Tidemark quits";
-        loadProblem = "The settings can’t be read, so the defaults hold" + std::string(lost) + ": "
-                      + error.what();
+        const std::string held = takeCopy() ? "a copy of them holds" : "the defaults hold";
+        const char* changes = isReadOnly() ? "" : " and changes are lost when Tidemark quits";
+        loadProblem = "The settings can’t be read, so " + held + changes + ": " + error.what();
     }
 }
 
@@ -148,22 +149,57 @@ JsonPreferences::~JsonPreferences() = default;
 void JsonPreferences::load(Clock& clock) {
     if (!fileExists(path))
         return;
-    if (auto root = parsed(readFile(path, largestFile)))
+    const std::string bytes = readFile(path, largestFile);
+    if (auto root = parsed(bytes)) {
         document->root = *std::move(root);
-    else if (isReadOnly())
-        loadProblem = "The settings are damaged, so the defaults hold.";
-    else
-        setAside(clock);
+        keepCopy(bytes);
+        return;
+    }
+    if (isReadOnly()) {
+        loadProblem = takeCopy() ? "The settings are damaged, so a copy of them holds."
+                                 : "The settings are damaged, so the defaults hold.";
+        return;
+    }
+    const std::string aside = textFromBytes(setAside(clock).native());
+    const bool hasCopy = takeCopy();
+    if (hasCopy)
+        save();
+    loadProblem = "The settings were damaged and have been set aside as " + aside
+                  + (hasCopy ? "; a copy of them holds." : "; the defaults hold.");
 }
 
-void JsonPreferences::setAside(Clock& clock) {
+std::filesystem::path JsonPreferences::setAside(Clock& clock) const {
     const auto aside = unusedName(path.native() + ".damaged-" + fileTime(clock.now()));
     if (::rename(path.c_str(), aside.c_str()) != 0)
         throw FileError(textFromBytes(path.native())
                             + " is damaged and could not be renamed: " + std::strerror(errno) + ".",
                         errno);
-    loadProblem = "The settings were damaged and have been set aside as "
-                  + textFromBytes(aside.native()) + "; the defaults hold.";
+    return aside;
+}
+
+bool JsonPreferences::takeCopy() {
+    lost = true;
+    try {
+        if (auto root = fileExists(copy) ? parsed(readFile(copy, largestFile)) : std::nullopt) {
+            document->root = *std::move(root);
+            lost = false;
+        }
+    } catch (const FileError&) {
+        // As if there were none.
+    }
+    return !lost;
+}
+
+/// An old copy would bring back what the user has changed since: rather none.
+void JsonPreferences::keepCopy(const std::string& bytes) const {
+    if (!writable)
+        return;
+    try {
+        if (!fileExists(copy) || readFile(copy, largestFile) != bytes)
+            replaceFile(copy, bytes);
+    } catch (const FileError&) {
+        ::unlink(copy.c_str());
+    }
 }
 
 template <class T>
@@ -191,7 +227,7 @@ std::optional<std::map<std::string, Data>> JsonPreferences::dataTable(std::strin
     return read<std::map<std::string, Data>>(key);
 }
 
-bool JsonPreferences::set(std::string_view key, PreferenceValue value) {
+bool JsonPreferences::note(std::string_view key, PreferenceValue value) {
     auto next = std::visit([](const auto& held) { return stored(held); }, value);
     auto& present = document->root[std::string(key)];
     // What is on disk needs no writing; what could not be written before is tried again.
@@ -209,12 +245,12 @@ bool JsonPreferences::remove(std::string_view key) {
     return save();
 }
 
-bool JsonPreferences::setOrKeep(std::string_view key, PreferenceValue value) {
+bool JsonPreferences::set(std::string_view key, PreferenceValue value) {
     const std::string name(key);
     const auto found = document->root.find(name);
     // Whatever it is, and be it of a type that this release doesn't know.
     const auto before = found == document->root.end() ? std::nullopt : std::optional<json>(*found);
-    if (set(key, std::move(value)))
+    if (note(key, std::move(value)))
         return true;
     if (before)
         document->root[name] = *before;
@@ -229,10 +265,12 @@ bool JsonPreferences::save() {
         return false;
     try {
         createPrivateFolders(path.parent_path());
-        replaceFile(path,
-                    document->root.dump(4, ' ', false, json::error_handler_t::replace) + "\n");
+        const auto bytes =
+            document->root.dump(4, ' ', false, json::error_handler_t::replace) + "\n";
+        replaceFile(path, bytes);
         saveProblem.reset();
         isSaved = true;
+        keepCopy(bytes);
     } catch (const FileError& error) {
         saveProblem = "The settings can’t be saved: " + std::string(error.what());
     }

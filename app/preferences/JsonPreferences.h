@@ -11,8 +11,11 @@ namespace tidemark {
 /// Preferences in one JSON file, which is replaced whole, with mode 0600, at each change. Data is
 /// kept as base64 text. What this release doesn't know in the file stays there.
 ///
-/// A file that is no JSON object is renamed aside with ".damaged-" and the time behind its name,
-/// and the defaults hold. One that can't be read, or can't be renamed, is never written.
+/// A second file, with ".bak" behind the name, has the same content. When the first one turns out
+/// to be no JSON object, it is renamed aside with ".damaged-" and the time behind its name, and the
+/// second one is taken in its place; without that, the defaults hold. A file that can't be read,
+/// or can't be renamed, is never written. Without the first file there are no settings: removing
+/// it is how a user starts afresh.
 class JsonPreferences final : public Preferences {
 public:
     /// To read leaves all files as they are: for who doesn't hold the lock of the data folder.
@@ -33,9 +36,10 @@ public:
     std::optional<std::map<std::string, Data>> dataTable(std::string_view key) const override;
 
     bool set(std::string_view key, PreferenceValue value) override;
+    bool note(std::string_view key, PreferenceValue value) override;
     bool remove(std::string_view key) override;
-    bool setOrKeep(std::string_view key, PreferenceValue value) override;
     bool isReadOnly() const override { return purpose == Opening::toRead; }
+    bool isLost() const override { return lost; }
     std::optional<std::string> problem() const override;
     bool isStored() const override { return isSaved; }
 
@@ -43,16 +47,20 @@ private:
     struct Document;
 
     void load(Clock& clock);
-    void setAside(Clock& clock);
+    std::filesystem::path setAside(Clock& clock) const;
+    bool takeCopy();
+    void keepCopy(const std::string& bytes) const;
     bool save();
     /// Null when the key is absent or its value can't be read as `T`.
     template <class T>
     std::optional<T> read(std::string_view key) const;
 
     const std::filesystem::path path;
+    const std::filesystem::path copy;
     const Opening purpose;
     std::unique_ptr<Document> document;
     bool writable = true;
+    bool lost = false;
     bool isSaved = true;
     /// Set for the whole run.
     std::optional<std::string> loadProblem;

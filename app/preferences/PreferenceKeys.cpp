@@ -25,7 +25,9 @@ std::string read(const Preferences& preferences, const ChoiceKey& key) {
         stored = key.alias.choice;
     const bool known =
         stored && std::ranges::find(key.choices, std::string_view(*stored)) != key.choices.end();
-    return known ? *stored : std::string(key.fallback);
+    if (known)
+        return *stored;
+    return std::string(preferences.isLost() && !key.whenLost.empty() ? key.whenLost : key.fallback);
 }
 
 std::vector<std::string> read(const Preferences& preferences, const PathsKey& key) {

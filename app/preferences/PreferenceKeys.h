@@ -39,6 +39,8 @@ struct ChoiceKey : PreferenceKey<std::string_view> {
 
     TextList choices;
     Alias alias{};
+    /// Held, instead of the fallback, while the settings are lost; the fallback, if empty.
+    std::string_view whenLost{};
 };
 /// Paths; a relative one of the fallback lies in the home directory.
 struct PathsKey : PreferenceKey<TextList> {};
@@ -77,7 +79,9 @@ inline constexpr std::array<std::string_view, 3> memoryFolders{"Documents", "Des
 inline constexpr ChoiceKey recordingMode{
     {"recordingMode", "recording", "Whether anything is recorded"},
     detail::recordingModes,
-    {"privateMode", "paused"}};
+    {"privateMode", "paused"},
+    // Who had paused the recording must not be recorded because a file was damaged.
+    "paused"};
 inline constexpr SwitchKey needsRecordingBaseline{
     {"needsRecordingBaseline", false, "The next capture is not compared with the one before",
      true}};

@@ -29,16 +29,20 @@ public:
     virtual std::optional<Data> data(std::string_view key) const = 0;
     virtual std::optional<std::map<std::string, Data>> dataTable(std::string_view key) const = 0;
 
-    /// The value is what reads give from now on. False when it could not be stored: then it lasts
-    /// until the program ends, or until a later change is stored along with it, and `problem` says
-    /// why. Both are true of `remove` as well.
+    /// Stores what the user decided. False when it could not be stored, and `problem` says why:
+    /// then the key keeps what it had, since what the user was refused must not be stored later,
+    /// along with another change.
     virtual bool set(std::string_view key, PreferenceValue value) = 0;
+    /// Stores what the program notes for itself. False when it could not be stored: then it is
+    /// what reads return until the program ends, and it is stored along with the next change.
+    virtual bool note(std::string_view key, PreferenceValue value) = 0;
+    /// As `note`.
     virtual bool remove(std::string_view key) = 0;
-    /// As `set`, but where the value can't be stored the key keeps what it had.
-    virtual bool setOrKeep(std::string_view key, PreferenceValue value) = 0;
 
-    /// Opened by who only looks: nothing is ever stored.
+    /// Opened to be read: nothing is ever stored.
     virtual bool isReadOnly() const { return false; }
+    /// There were settings, and none of them could be read. What the user had decided is unknown.
+    virtual bool isLost() const { return false; }
     /// What the user must know of the store, as a sentence: it was damaged and set aside when it
     /// was opened, or can't be written at present.
     virtual std::optional<std::string> problem() const { return std::nullopt; }

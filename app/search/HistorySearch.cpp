@@ -57,9 +57,13 @@ void HistorySearch::moveSelection(std::ptrdiff_t delta) {
 }
 
 void HistorySearch::openSelected() const {
-    for (const Shared<Event>& event : *results)
-        if (event->id == *selection)
-            return open(event);
+    const auto selected = std::ranges::find_if(
+        *results, [this](const Shared<Event>& event) { return event->id == *selection; });
+    if (selected == results->end())
+        return;
+    // A copy: its owner may destroy this while it runs.
+    const Activate activate = open;
+    activate(*selected);
 }
 
 bool HistorySearch::isBlank() const {

@@ -20,7 +20,7 @@ class HistorySearch : public Observable {
 
 public:
     using History = std::function<std::shared_ptr<const MergedHistory>()>;
-    using Activate = std::function<void(const Shared<Event>&)>;
+    using Activate = std::function<void(Shared<Event>)>;
 
     static constexpr std::string_view title = "Search Tidemark";
     static constexpr std::string_view prompt = "Search Tidemark…";
@@ -28,7 +28,8 @@ public:
     static constexpr std::string_view escapeHint = "Esc to close";
     static constexpr std::string_view dismissLabel = "Dismiss search";
 
-    /// Searches at once. `activate` is given the event that the user opens.
+    /// Searches at once. `activate` is called with the event that the user opens; it may destroy
+    /// this, as closing the panel does.
     HistorySearch(History searched, Activate activate);
 
     /// What the user has typed, as it is.

@@ -40,8 +40,10 @@ std::string captured(const CommandContext& context, bool isCompared) {
 }
 
 QCoro::Task<std::string> setMode(CommandContext& context, RecordingMode mode) {
-    const bool wasPaused =
-        read(context.preferences(), preference::recordingMode) == rawValue(RecordingMode::paused);
+    const bool wasPaused = context.isRunning
+                               ? !context.state().canRecord()
+                               : read(context.preferences(), preference::recordingMode)
+                                     == rawValue(RecordingMode::paused);
     if (context.isRunning) {
         if (!context.model().canChangeRecording())
             throw Error("Recording can't be changed at this moment; try again.");
@@ -49,7 +51,7 @@ QCoro::Task<std::string> setMode(CommandContext& context, RecordingMode mode) {
     } else {
         // A recorder that starts later goes by this.
         if (mode == RecordingMode::paused)
-            context.preferences().set(preference::needsRecordingBaseline.name, true);
+            context.preferences().note(preference::needsRecordingBaseline.name, true);
         context.preferences().set(preference::recordingMode.name, std::string(rawValue(mode)));
     }
     co_return mode == RecordingMode::paused ? "Recording is paused.\n"
@@ -93,7 +95,9 @@ QCoro::Task<std::string> capture(CommandContext& context) {
         co_await setUp(context.recorder, std::move(chosen));
     }
     // Takes one by itself when one is due.
-    co_await context.model().start();
+    auto starting =
+        context.isRunning ? context.model().start() : context.model().startForOneCapture();
+    co_await starting;
     context.requireHistory();
     if (!state.canRecord())
         throw Error("Recording is paused; tidemark resume takes it up again.");

@@ -37,22 +37,8 @@ HistoryPlace placeOf(const Reading& reading) {
     return place;
 }
 
-/// Files, downloads and clips have places of their own and stand in no timeline.
-bool isOfMemory(const HistoryPlace& place) {
-    const auto category = facts(place.workspace).category;
-    return (category && !appearsInTimeline(*category))
-           || !std::ranges::all_of(place.categoryFilters, appearsInTimeline);
-}
-
 HistoryView viewOf(const Reading& reading) {
-    MergedHistory history = reading.history.merged();
-    HistoryPlace place = placeOf(reading);
-    if (isOfMemory(place)) {
-        history.timeline = history.events;
-        if (place.workspace == WorkspaceDestination::timeline)
-            place.workspace = WorkspaceDestination::snapshots;
-    }
-    return presentHistory(history, place, reading.now, Calendar());
+    return presentHistory(reading.history.merged(), placeOf(reading), reading.now, Calendar());
 }
 
 /// One count a place, under the name that commands know it by.

@@ -2,8 +2,11 @@
 
 #include "app/control/ControlProtocol.h"
 #include "core/base/Files.h"
-#include "core/memory/MemoryEvents.h"
+#include "core/capture/AdditionalObservations.h"
+#include "core/system/SystemFacts.h"
 #include "core/system/UserFolders.h"
+
+#include <algorithm>
 
 namespace tidemark {
 
@@ -40,11 +43,25 @@ Recorder::Recorder(RecorderPlaces chosen)
                 .ownsFolder = [this] { return held.isCurrent(); }}) {
     live.attach(appModel.state());
     auto& screen = appModel.history();
-    QObject::connect(&memory, &MemoryHistoryService::archiveChanged, &screen, [this, &screen] {
-        const auto events = MemoryEvents::events(memory.archive());
-        screen.setMemoryEvents({events.begin(), events.end()});
-    });
+    QObject::connect(&memory, &MemoryHistoryService::archiveChanged, &screen,
+                     [this, &screen] { screen.setMemory(memory.archive()); });
     appModel.setLiveServices(live);
+}
+
+SettingSources Recorder::sources() {
+    std::set<SettingSource> present;
+    std::map<SettingSource, std::string> reasons;
+    std::error_code error;
+    const auto isFolder = [&](const std::filesystem::path& path) {
+        return std::filesystem::is_directory(path, error);
+    };
+    if (std::ranges::any_of(AdditionalObservations::standardCellars(), isFolder))
+        present.insert(SettingSource::formulas);
+    else
+        reasons[SettingSource::formulas] = "Homebrew is not installed.";
+    if (isFolder(AdditionalObservations::diagnosticFolder(SystemFacts::homeDirectory())))
+        present.insert(SettingSource::diagnosticReports);
+    return SettingSources(std::move(present), std::move(reasons));
 }
 
 RecordedHistory Recorder::recorded() const {

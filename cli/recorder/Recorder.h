@@ -5,6 +5,7 @@
 #include "app/model/AppModel.h"
 #include "app/model/LiveWiring.h"
 #include "app/preferences/JsonPreferences.h"
+#include "app/preferences/SettingSource.h"
 #include "cli/recorder/RecordedHistory.h"
 #include "core/base/Error.h"
 #include "core/base/FolderLock.h"
@@ -36,6 +37,9 @@ class Recorder {
 public:
     /// Takes the data folder. Throws `FolderTaken` when another process has it.
     explicit Recorder(RecorderPlaces where);
+
+    /// What is connected here, for the settings to tell.
+    static SettingSources sources();
 
     const RecorderPlaces& places() const { return where; }
     const FolderLock& lock() const { return held; }

@@ -252,8 +252,10 @@ private:
     void addSettings() {
         auto& settings = add(app, "settings", "List or change settings", Command::listSettings);
         settings.require_subcommand(0, 1);
+        addJson(settings);
         auto& get = add(settings, "get", "Tell one setting", Command::getSetting);
         get.add_option("KEY", into.key, "The setting")->required();
+        addJson(get);
         auto& set = add(settings, "set", "Change one setting", Command::setSetting);
         set.add_option("KEY", into.key, "The setting")->required();
         set.add_option("VALUE", into.value, "The new value")->required();

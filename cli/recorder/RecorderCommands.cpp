@@ -55,7 +55,7 @@ QCoro::Task<std::string> setSetting(CommandContext& context) {
     }
     settingCommands::set(context.preferences(), key, value);
     applySetting(context, key);
-    co_return settingCommands::get(context.preferences(), key);
+    co_return settingCommands::get(context.preferences(), Recorder::sources(), key, false);
 }
 
 /// The commands that need the data folder.
@@ -84,12 +84,12 @@ constexpr auto actions = std::to_array<Action>({
     {Name::importHistory, importCommands::import},
 });
 
-std::string listSettings(const Preferences& preferences, const RecorderArguments&) {
-    return settingCommands::list(preferences);
+std::string listSettings(const Preferences& preferences, const RecorderArguments& arguments) {
+    return settingCommands::list(preferences, Recorder::sources(), arguments.json);
 }
 
 std::string getSetting(const Preferences& preferences, const RecorderArguments& arguments) {
-    return settingCommands::get(preferences, arguments.key);
+    return settingCommands::get(preferences, Recorder::sources(), arguments.key, arguments.json);
 }
 
 std::string tellSchedule(const Preferences& preferences, const RecorderArguments&) {

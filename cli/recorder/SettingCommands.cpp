@@ -2,6 +2,7 @@
 
 #include "app/preferences/PreferenceKeys.h"
 #include "core/base/Error.h"
+#include "core/base/JsonEncoder.h"
 #include "core/base/Text.h"
 
 #include <algorithm>
@@ -53,6 +54,41 @@ std::string valueOf(const Preferences& preferences, const AnyPreferenceKey& key)
         key);
 }
 
+/// One setting as it is shown.
+struct Setting {
+    std::string key;
+    std::string value;
+    std::string meaning;
+    /// Why it does nothing here, if so.
+    std::optional<std::string> notAvailable;
+
+    static constexpr auto fields() {
+        return std::tuple{
+            Field{"key", &Setting::key},
+            Field{"value", &Setting::value},
+            Field{"meaning", &Setting::meaning},
+            Field{"notAvailable", &Setting::notAvailable},
+        };
+    }
+};
+
+struct Report {
+    std::vector<Setting> settings;
+    /// What is wrong with the stored settings.
+    std::optional<std::string> problem;
+
+    static constexpr auto fields() {
+        return std::tuple{Field{"settings", &Report::settings}, Field{"problem", &Report::problem}};
+    }
+};
+
+Setting settingOf(const Preferences& preferences, const SettingSources& sources,
+                  const AnyPreferenceKey& key) {
+    const auto meaning = std::visit([](const auto& known) { return known.meaning; }, key);
+    return {std::string(nameOf(key)), valueOf(preferences, key), std::string(meaning),
+            sources.absence(nameOf(key))};
+}
+
 bool switchValue(const std::string& text) {
     if (text == "on" || text == "true")
         return true;
@@ -95,23 +131,35 @@ std::vector<std::string> pathsValue(const std::string& text) {
 
 } // namespace
 
-std::string list(const Preferences& preferences) {
+std::string list(const Preferences& preferences, const SettingSources& sources, bool asJson) {
+    Report report{{}, preferences.problem()};
+    for (const auto& key : preference::all)
+        if (isForUser(key))
+            report.settings.push_back(settingOf(preferences, sources, key));
+    if (asJson)
+        return json::encoded(report) + "\n";
     std::string out;
-    for (const auto& key : preference::all) {
-        if (!isForUser(key))
-            continue;
-        const std::string assignment =
-            std::string(nameOf(key)) + " = " + oneLine(valueOf(preferences, key));
+    for (const auto& setting : report.settings) {
+        const std::string assignment = setting.key + " = " + oneLine(setting.value);
         const std::size_t gap = assignment.size() < 44 ? 44 - assignment.size() : 2;
-        out += assignment + std::string(gap, ' ')
-               + std::string(std::visit([](const auto& known) { return known.meaning; }, key))
-               + "\n";
+        out += assignment + std::string(gap, ' ') + setting.meaning;
+        if (setting.notAvailable)
+            out += " (not available here: " + oneLine(*setting.notAvailable) + ")";
+        out += "\n";
     }
-    return out;
+    return report.problem ? out + oneLine(*report.problem) + "\n" : out;
 }
 
-std::string get(const Preferences& preferences, const std::string& key) {
-    return oneLine(valueOf(preferences, find(key))) + "\n";
+std::string get(const Preferences& preferences, const SettingSources& sources,
+                const std::string& key, bool asJson) {
+    const Report report{{settingOf(preferences, sources, find(key))}, preferences.problem()};
+    if (asJson)
+        return json::encoded(report) + "\n";
+    const auto& setting = report.settings.front();
+    std::string out = oneLine(setting.value) + "\n";
+    if (setting.notAvailable)
+        out += "Not available here: " + oneLine(*setting.notAvailable) + "\n";
+    return report.problem ? out + oneLine(*report.problem) + "\n" : out;
 }
 
 void set(Preferences& preferences, const std::string& key, const std::string& text) {

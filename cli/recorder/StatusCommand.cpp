@@ -86,6 +86,9 @@ std::string text(const CommandContext& context) {
     const auto& state = context.state();
     Status status = stored(state.journal(), context.preferences(), context.folders());
     status.running = context.isRunning;
+    // What holds, which a full disk may have kept from being stored.
+    if (context.isRunning && *state.loaded)
+        status.mode = rawValue(*state.recordingMode);
     status.activity = context.model().recordingStatus();
     status.nextCapture = context.model().nextAutomaticCapture();
     for (const auto& problem :

@@ -9,7 +9,7 @@
 namespace tidemark {
 
 /// The power source and the internal battery: which of their changes are news. A state that is
-/// already reached at the starting point never is. Has no clock of its own: each call is told the
+/// already reached at the starting point never is. Has no clock of its own: each call takes the
 /// time.
 class BatteryHistory {
 public:

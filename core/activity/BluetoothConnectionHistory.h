@@ -13,7 +13,7 @@
 namespace tidemark {
 
 /// The connections of paired devices, each device by itself under its address. Has no clock of its
-/// own: each call is told the time.
+/// own: each call takes the time.
 class BluetoothConnectionHistory {
 public:
     /// Seconds that a connection or its end must stand.

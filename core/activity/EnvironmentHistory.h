@@ -10,7 +10,7 @@
 namespace tidemark {
 
 /// Volumes, displays and thermal pressure, compared from one whole snapshot to the next. Has no
-/// clock of its own: each call is told the time.
+/// clock of its own: each call takes the time.
 class EnvironmentHistory {
 public:
     /// Seconds from the last sign of a change to the snapshot that tells of it.

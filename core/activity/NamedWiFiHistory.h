@@ -9,7 +9,7 @@
 namespace tidemark {
 
 /// The Wi-Fi link and, where it may be read, the name of its network. Has no clock of its own: each
-/// call is told the time.
+/// call takes the time.
 class NamedWiFiHistory {
 public:
     /// Seconds that an observation must stand.

@@ -8,7 +8,7 @@
 namespace tidemark {
 
 /// The network path: a difference in anything it tells is a change once it has lasted. Has no
-/// clock of its own: each call is told the time.
+/// clock of its own: each call takes the time.
 class NetworkConnectionHistory {
 public:
     /// Seconds that a state must stand.

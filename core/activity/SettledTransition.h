@@ -10,8 +10,8 @@ namespace tidemark {
 
 /// A state that flaps, cut down to the changes that last. A value other than the accepted one is
 /// held as a candidate, and counts only when it still stands after `delay`. The first value to
-/// stand that long becomes the starting point without a transition. Has no clock of its own: each
-/// call is told the time.
+/// stand that long becomes the starting point without a transition. Has no clock and no timer of
+/// its own: `SettlingTimer` of the application waits, and says what to call `settle` with.
 template <std::equality_comparable Value>
 class SettledTransition {
 public:
@@ -49,7 +49,8 @@ public:
     }
 
     /// Accepts the candidate when it has stood for `delay`. Absent when nothing settled, or when
-    /// what settled is the starting point.
+    /// what settled is the starting point. `at` is the time of the observation plus the monotonic
+    /// seconds since then, and not what the wall clock shows, which may have been set in between.
     std::optional<Transition> settle(Date at) {
         if (!waiting || settlingTime > at - waiting->since)
             return std::nullopt;

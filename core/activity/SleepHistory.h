@@ -6,7 +6,7 @@
 
 namespace tidemark {
 
-/// Pairs each wake with the sleep before it. Has no clock of its own: each call is told the time.
+/// Pairs each wake with the sleep before it. Has no clock of its own: each call takes the time.
 class SleepHistory {
 public:
     /// The record of one notification. A wake that follows a sleep has the interval between the

@@ -264,6 +264,10 @@ MetadataReport configuration(const std::filesystem::path& path, const ReadingBud
 
 } // namespace
 
+std::filesystem::path diagnosticFolder(const std::filesystem::path& home) {
+    return home / "Library/Logs/DiagnosticReports";
+}
+
 std::vector<std::filesystem::path> standardCellars() {
     return {"/opt/homebrew/Cellar", "/usr/local/Cellar"};
 }
@@ -286,7 +290,7 @@ std::vector<MetadataReport> collect(bool homebrew, bool diagnostics,
         for (const auto& cellar : cellars)
             reports.push_back(report(cellar, formula, budget()));
     if (diagnostics)
-        reports.push_back(report(home / "Library/Logs/DiagnosticReports", diagnostic, budget()));
+        reports.push_back(report(diagnosticFolder(home), diagnostic, budget()));
     for (const auto& path : configurationPaths)
         reports.push_back(configuration(path, budget()));
     return reports;

@@ -19,6 +19,9 @@ inline constexpr std::size_t largestConfiguration = 1'048'576;
 /// The folders in which Homebrew keeps what it installed.
 std::vector<std::filesystem::path> standardCellars();
 
+/// The folder in which the system keeps reports of crashes, below the user's home.
+std::filesystem::path diagnosticFolder(const std::filesystem::path& home);
+
 /// One report per cellar when `homebrew` is set, then one of the diagnostic folder in `home` when
 /// `diagnostics` is, then one per configuration file. Never fails: each report says whether its
 /// source was read completely, which a stop or a source that takes too long prevents.

@@ -61,6 +61,28 @@ private:
     std::size_t others = 0;
 };
 
+/// Up to so many records, looking for each among all is quicker than a table of all.
+constexpr std::size_t fewRecords = 4;
+
+/// Of what it replaces, only `pinned` and `observedAt` stay.
+MemoryRecord inPlaceOf(const MemoryRecord& stored, MemoryRecord next) {
+    next.pinned = stored.pinned;
+    next.observedAt = stored.observedAt;
+    return next;
+}
+
+void put(Records& records, MemoryRecord next) {
+    const auto stored =
+        std::ranges::find_if(records, [&](const auto& record) { return record->id == next.id; });
+    if (stored == records.end()) {
+        records.emplace_back(std::move(next));
+        return;
+    }
+    next = inPlaceOf(**stored, std::move(next));
+    if (next != **stored)
+        *stored = Shared(std::move(next));
+}
+
 /// Records by their id, in the order in which the ids came first.
 class RecordTable {
 public:
@@ -82,8 +104,7 @@ public:
             return;
         }
         auto& stored = records[place->second];
-        next.pinned = stored->pinned;
-        next.observedAt = stored->observedAt;
+        next = inPlaceOf(*stored, std::move(next));
         if (next != *stored)
             replaced.push_back(std::exchange(stored, std::move(next)));
     }
@@ -101,11 +122,15 @@ private:
 
 void MemoryArchive::upsert(std::vector<MemoryRecord> incoming, Date now,
                            std::int64_t clipboardDays) {
-    RecordTable table(std::move(records));
-    for (auto& record : incoming)
-        table.put(std::move(record));
-    records = table.take();
-    sortNewestFirst(records);
+    if (!incoming.empty() && incoming.size() <= fewRecords) {
+        for (auto& record : incoming)
+            put(records, std::move(record));
+    } else {
+        RecordTable table(std::move(records));
+        for (auto& record : incoming)
+            table.put(std::move(record));
+        records = table.take();
+    }
     prune(now, clipboardDays);
 }
 

@@ -31,46 +31,84 @@ bool isFile(MemoryRecord::Kind kind) {
     return kind <= MemoryRecord::Kind::downloaded;
 }
 
-/// Counts the memory history, apart from the rest: one file that was seen often is one row there.
-class MemoryCounts {
+/// Files, downloads and clips have places of their own. One file that was seen often is one row
+/// there, that of its newest record.
+class MemoryRows {
 public:
-    void add(const MemoryRecord& record) {
+    /// Keeps the rows of `place`, and counts those of all three.
+    explicit MemoryRows(WorkspaceDestination place) : listed(place) {}
+
+    /// Newest first.
+    void add(const Shared<Event>& event) {
+        const MemoryRecord& record = *event->memory;
         const std::string_view key = record.path ? *record.path : record.id;
-        if (isFile(record.kind))
-            filePaths.insert(key);
-        if (record.kind == MemoryRecord::Kind::downloaded)
-            downloadPaths.insert(key);
         if (record.kind == MemoryRecord::Kind::clipboard)
-            ++clips;
+            addRow(clipboard, event);
+        if (isFile(record.kind) && filePaths.insert(key).second)
+            addRow(files, event);
+        if (record.kind == MemoryRecord::Kind::downloaded && downloadPaths.insert(key).second)
+            addRow(downloads, event);
     }
-    void store(Counts& counts) const {
-        counts[files] = filePaths.size();
-        counts[downloads] = downloadPaths.size();
-        counts[clipboard] = clips;
+    void store(Counts& into) const {
+        for (const auto place : {files, downloads, clipboard}) {
+            const auto count = counts.find(place);
+            into[place] = count == counts.end() ? 0 : count->second;
+        }
     }
+    Events take() { return std::move(rows); }
 
 private:
+    void addRow(WorkspaceDestination place, const Shared<Event>& event) {
+        ++counts[place];
+        if (place == listed)
+            rows.push_back(event);
+    }
+
+    const WorkspaceDestination listed;
+    Events rows;
+    Counts counts;
     std::unordered_set<std::string_view> filePaths;
     std::unordered_set<std::string_view> downloadPaths;
-    std::size_t clips = 0;
 };
 
-MemoryCounts countMemory(const Events& events, Date from, std::string_view search) {
-    MemoryCounts counts;
-    PhraseSearch phrase(search);
+MemoryRows memoryRows(const Events& events, const HistoryPlace& place, Date from) {
+    MemoryRows rows(place.workspace);
+    PhraseSearch phrase(place.search);
     std::string text;
     for (const Shared<Event>& event : events) {
         if (!event->memory || event->memory->timestamp < from)
             continue;
-        if (!search.empty()) {
+        if (!place.search.empty()) {
             text.clear();
             appendSearchText(*event->memory, text);
             if (!phrase.isIn(text))
                 continue;
         }
-        counts.add(*event->memory);
+        rows.add(event);
     }
-    return counts;
+    return rows;
+}
+
+/// The place is one of the three that list the memory history.
+bool listsMemory(const HistoryPlace& place) {
+    const bool isOther =
+        place.isInSnapshot || place.stateComparison || !place.systemFilters.empty();
+    const auto category = facts(place.workspace).category;
+    return !isOther && category && !appearsInTimeline(*category);
+}
+
+/// A filter asks for categories that stand in no timeline.
+bool filtersMemory(const HistoryPlace& place) {
+    return place.workspace == timeline
+           && !std::ranges::all_of(place.categoryFilters, appearsInTimeline);
+}
+
+/// Absent where all are shown, or the place itself says which.
+std::optional<std::set<EventCategory>> categoriesAt(const HistoryPlace& place) {
+    const auto& filters = place.categoryFilters;
+    const auto own = facts(place.workspace).category;
+    const bool isImplied = own && filters == std::set{*own};
+    return filters.empty() || isImplied ? std::nullopt : std::optional(filters);
 }
 
 Counts countPlaces(const Events& events) {
@@ -89,7 +127,7 @@ bool isAt(const HistoryPlace& place, const Event& event) {
         return std::ranges::any_of(place.systemFilters, [&](WorkspaceDestination filter) {
             return includes(filter, event);
         });
-    return place.isInSnapshot || includes(place.workspace, event);
+    return place.isInSnapshot || filtersMemory(place) || includes(place.workspace, event);
 }
 
 } // namespace
@@ -100,22 +138,23 @@ HistoryView presentHistory(const MergedHistory& history, const HistoryPlace& pla
         place.windowStart.value_or(cutoff(place.window, now, place.customWindowDays));
     const Date after =
         place.stateComparison ? Date::distantPast() : place.since.value_or(windowStart);
-    const auto& source = place.stateComparison ? *place.stateComparison : history.timeline;
-    const auto build = [&](const Events& events, const auto& categories, std::string_view search) {
-        return TimelinePresentation::build(events, after, Date::distantFuture(), std::nullopt,
-                                           categories, search, calendar);
-    };
-
+    const auto& recorded = filtersMemory(place) ? history.events : history.timeline;
+    const auto& source = place.stateComparison ? *place.stateComparison : recorded;
     // Searched once, for the counts and for the list.
-    Events matching = build(source, std::nullopt, place.search).events;
+    Events matching =
+        TimelinePresentation::matching(source, after, Date::distantFuture(), place.search);
     HistoryView view;
     view.sidebarCounts = countPlaces(matching);
-    countMemory(history.events, windowStart, place.search).store(view.sidebarCounts);
+    MemoryRows rows = memoryRows(history.events, place, windowStart);
+    rows.store(view.sidebarCounts);
 
-    std::erase_if(matching, [&](const Shared<Event>& event) { return !isAt(place, *event); });
-    const auto& filters = place.categoryFilters;
+    if (listsMemory(place))
+        matching = rows.take();
+    else
+        std::erase_if(matching, [&](const Shared<Event>& event) { return !isAt(place, *event); });
     view.presentation =
-        build(matching, filters.empty() ? std::nullopt : std::optional(filters), "");
+        TimelinePresentation::build(matching, Date::distantPast(), Date::distantFuture(),
+                                    std::nullopt, categoriesAt(place), "", calendar);
     return view;
 }
 

@@ -36,10 +36,10 @@ struct HistoryPlace {
 
 /// What there is to see at a place.
 struct HistoryView {
+    /// At files, downloads and the clipboard: the remembered records, of each file the newest.
     TimelinePresentation presentation;
     /// What each place would hold with the present window and search. Folder sizes and snapshots
-    /// have no entry. Files and downloads are counted once however often they were seen, and with
-    /// clips they follow the time window always.
+    /// have no entry. Files, downloads and clips follow the time window always.
     std::map<WorkspaceDestination, std::size_t> sidebarCounts;
 };
 

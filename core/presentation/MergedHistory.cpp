@@ -2,7 +2,86 @@
 
 #include "core/timeline/TimelinePresentation.h"
 
+#include <algorithm>
+
 namespace tidemark {
+
+namespace {
+
+using Events = std::vector<Shared<Event>>;
+
+bool isLegacy(const Event& event) {
+    return event.memory && event.memory->kind == MemoryRecord::Kind::appUsage;
+}
+
+bool isInTimeline(const Event& event) {
+    return !isLegacy(event) && appearsInTimeline(event.category);
+}
+
+/// The part of a list up to a moment, and what comes after it.
+class Rest {
+public:
+    explicit Rest(const Events& events) : at(events.begin()), end(events.end()) {}
+
+    /// Appends to `list` what comes before `event`.
+    void moveTo(const Shared<Event>& event, Events& list) {
+        const auto place = std::lower_bound(at, end, event, TimelinePresentation::isBefore);
+        list.insert(list.end(), at, place);
+        at = place;
+    }
+    void skip(const Shared<Event>& event) {
+        if (at != end && at->sameObject(event))
+            ++at;
+    }
+    void moveToEnd(Events& list) {
+        list.insert(list.end(), at, end);
+        at = end;
+    }
+
+private:
+    Events::const_iterator at;
+    const Events::const_iterator end;
+};
+
+/// All lists are in the order of screens.
+template <class Predicate>
+Events changedList(const Events& before, const Events& removed, const Events& added,
+                   Predicate belongs) {
+    Events list;
+    list.reserve(before.size() + added.size());
+    Rest rest(before);
+    auto gone = removed.begin();
+    // Of an event and the one that takes its place, the old one comes first.
+    const auto skipUntil = [&](const auto& isReached) {
+        for (; gone != removed.end() && !isReached(*gone); ++gone) {
+            if (!belongs(**gone))
+                continue;
+            rest.moveTo(*gone, list);
+            rest.skip(*gone);
+        }
+    };
+    for (const auto& event : added) {
+        if (!belongs(*event))
+            continue;
+        skipUntil([&](const auto& old) { return TimelinePresentation::isBefore(event, old); });
+        rest.moveTo(event, list);
+        list.push_back(event);
+    }
+    skipUntil([](const auto&) { return false; });
+    rest.moveToEnd(list);
+    return list;
+}
+
+} // namespace
+
+MergedHistory MergedHistory::changed(Events removed, Events added) const {
+    removed = TimelinePresentation::newestFirst(std::move(removed));
+    added = TimelinePresentation::newestFirst(std::move(added));
+    const auto isAny = [](const Event&) { return true; };
+    const auto isShown = [](const Event& event) { return !isLegacy(event); };
+    return {changedList(full, removed, added, isAny), changedList(events, removed, added, isShown),
+            changedList(timeline, removed, added, isInTimeline)};
+}
 
 MergedHistory MergedHistory::of(std::vector<Shared<Event>> events) {
     MergedHistory merged;
@@ -10,10 +89,9 @@ MergedHistory MergedHistory::of(std::vector<Shared<Event>> events) {
     merged.events.reserve(merged.full.size());
     merged.timeline.reserve(merged.full.size());
     for (const Shared<Event>& event : merged.full) {
-        if (event->memory && event->memory->kind == MemoryRecord::Kind::appUsage)
-            continue;
-        merged.events.push_back(event);
-        if (appearsInTimeline(event->category))
+        if (!isLegacy(*event))
+            merged.events.push_back(event);
+        if (isInTimeline(*event))
             merged.timeline.push_back(event);
     }
     return merged;

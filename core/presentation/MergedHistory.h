@@ -17,6 +17,10 @@ struct MergedHistory {
 
     /// Of the events of all sources, in any order.
     static MergedHistory of(std::vector<Shared<Event>> events);
+    /// The same without those of `removed`, which are objects of this one, and with `added`, both
+    /// in any order. For few of them: their places are looked up, and nothing is sorted.
+    MergedHistory changed(std::vector<Shared<Event>> removed,
+                          std::vector<Shared<Event>> added) const;
 };
 
 } // namespace tidemark

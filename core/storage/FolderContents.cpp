@@ -1,6 +1,7 @@
 #include "core/storage/FolderContents.h"
 
 #include "core/base/Arithmetic.h"
+#include "core/base/Text.h"
 #include "core/storage/FolderReader.h"
 #include "core/system/TrashFolder.h"
 

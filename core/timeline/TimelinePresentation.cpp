@@ -4,6 +4,7 @@
 #include "core/timeline/EventDisplay.h"
 
 #include <algorithm>
+#include <iterator>
 
 namespace tidemark {
 
@@ -34,6 +35,31 @@ void appendSearchText(const Event& event, std::string& text) {
         text += *event.memory->appName;
 }
 
+/// Says of one event after the other whether it is later than `after`, not later than `through`,
+/// and contains a text.
+class EventFilter {
+public:
+    EventFilter(Date afterDate, Date throughDate, std::string_view search)
+        : after(afterDate), through(throughDate), isSearching(!search.empty()), phrase(search) {}
+
+    bool passes(const Event& event) {
+        if (!(event.timestamp > after && event.timestamp <= through))
+            return false;
+        if (!isSearching)
+            return true;
+        text.clear();
+        appendSearchText(event, text);
+        return phrase.isIn(text);
+    }
+
+private:
+    const Date after;
+    const Date through;
+    const bool isSearching;
+    PhraseSearch phrase;
+    std::string text;
+};
+
 /// Groups a list by day. Events come in order of time, so the day of the last one is asked first
 /// and the calendar only at each change of day.
 class DayGrouping {
@@ -61,9 +87,17 @@ private:
 } // namespace
 
 std::vector<Shared<Event>> TimelinePresentation::newestFirst(std::vector<Shared<Event>> events) {
-    std::ranges::stable_sort(events, [](const Shared<Event>& a, const Shared<Event>& b) {
-        return a->timestamp != b->timestamp ? a->timestamp > b->timestamp : a->id < b->id;
-    });
+    std::ranges::stable_sort(events, isBefore);
+    return events;
+}
+
+std::vector<Shared<Event>> TimelinePresentation::matching(const std::vector<Shared<Event>>& from,
+                                                          Date after, Date through,
+                                                          std::string_view search) {
+    EventFilter filter(after, through, search);
+    std::vector<Shared<Event>> events;
+    std::ranges::copy_if(from, std::back_inserter(events),
+                         [&](const Shared<Event>& event) { return filter.passes(*event); });
     return events;
 }
 
@@ -77,17 +111,10 @@ TimelinePresentation::build(const std::vector<Shared<Event>>& from, Date after, 
     };
     TimelinePresentation presentation;
     DayGrouping grouping(calendar, presentation.days);
-    PhraseSearch phrase(search);
-    std::string text;
+    EventFilter filter(after, through, search);
     for (const Shared<Event>& event : from) {
-        if (!(event->timestamp > after && event->timestamp <= through))
+        if (!filter.passes(*event))
             continue;
-        if (!search.empty()) {
-            text.clear();
-            appendSearchText(*event, text);
-            if (!phrase.isIn(text))
-                continue;
-        }
         ++(presentation.*counts[static_cast<std::size_t>(event->category)]);
         if (!passes(event->category))
             continue;

@@ -36,8 +36,17 @@ struct TimelinePresentation {
 
     bool operator==(const TimelinePresentation&) const = default;
 
-    /// Latest first; events of one time by their id as text. Stable.
+    /// The order of screens: latest first; events of one time by their id as text.
+    static bool isBefore(const Shared<Event>& a, const Shared<Event>& b) {
+        return a->timestamp != b->timestamp ? a->timestamp > b->timestamp : a->id < b->id;
+    }
+    /// In that order. Stable.
     static std::vector<Shared<Event>> newestFirst(std::vector<Shared<Event>> events);
+
+    /// Those of the events that are later than `after` and not later than `through`, and whose
+    /// texts contain `search`.
+    static std::vector<Shared<Event>> matching(const std::vector<Shared<Event>>& from, Date after,
+                                               Date through, std::string_view search);
 
     /// One pass over events that are in `newestFirst` order. An event passes when it is later
     /// than `after` and not later than `through`, its texts contain `search`, and its category is

@@ -49,7 +49,59 @@ TEST_F(RecorderProgram, RefusesWhatDoesNotFit) {
         EXPECT_EQ(outcome.out, "");
         EXPECT_NE(outcome.err.find(c.says), std::string::npos) << outcome.err;
     }
-    EXPECT_EQ(command({"settings", "get", "listingTextSize"}).out, "13\n");
+    EXPECT_TRUE(command({"settings", "get", "listingTextSize"}).out.starts_with("13\n"));
+}
+
+TEST_F(RecorderProgram, ASettingSaysThatItsSourceIsNotThere) {
+    for (const char* key : {"networkHistoryEnabled", "memoryFiles", "memoryClipboard"}) {
+        EXPECT_NE(command({"settings", "get", key}).out.find("Not available here: "),
+                  std::string::npos)
+            << key;
+        EXPECT_NE(command({"settings", "get", key, "--json"}).out.find("\"notAvailable\":\"This"),
+                  std::string::npos)
+            << key;
+    }
+    EXPECT_EQ(command({"settings", "get", "captureSchedule"}).out, "halfHourly\n");
+    EXPECT_NE(command({"settings"})
+                  .out.find("Record network and Wi-Fi connections (not available "
+                            "here: This release can’t follow network connections "
+                            "on this system.)\n"),
+              std::string::npos);
+    EXPECT_NE(command({"settings", "--json"}).out.find("\"key\":\"captureSchedule\""),
+              std::string::npos);
+}
+
+TEST_F(RecorderProgram, DamagedSettingsAreToldAndNeverEndAPause) {
+    EXPECT_EQ(command({"pause"}).status, 0);
+    for (const char* copy : {"kept", "damaged"}) {
+        if (copy == std::string_view("damaged"))
+            folder.write("config/Tidemark/settings.json.bak", "{");
+        folder.write("config/Tidemark/settings.json", "{\"recordingMode\":");
+        const std::string said = command({"settings", "get", "recordingMode"}).out;
+        EXPECT_TRUE(said.starts_with("paused\n")) << copy << said;
+        EXPECT_NE(said.find("The settings are damaged"), std::string::npos) << copy << said;
+        const Outcome refused = command({"capture"});
+        EXPECT_NE(refused.err.find("Recording is paused"), std::string::npos) << refused.err;
+        EXPECT_EQ(command({"settings", "get", "recordingMode"}).out, "paused\n");
+    }
+}
+
+TEST_F(RecorderProgram, ARefusedSettingIsNotStoredWithALaterOne) {
+    command({"folders", "add", monitored()});
+    start();
+    ASSERT_TRUE(waitFor("Capture saved")) << logged;
+    const auto settings = folder / "config/Tidemark";
+    std::filesystem::rename(settings, folder / "moved");
+    folder.write("config/Tidemark", "in the way");
+    EXPECT_EQ(command({"settings", "set", "listingTextSize", "20"}).status, 1);
+    EXPECT_EQ(command({"schedule", "daily"}).status, 1);
+    std::filesystem::remove(settings);
+    std::filesystem::rename(folder / "moved", settings);
+    EXPECT_EQ(command({"settings", "set", "historyCustomWindowDays", "5"}).status, 0);
+    const std::string stored = test::contents(settings / "settings.json");
+    EXPECT_NE(stored.find("\"historyCustomWindowDays\": 5"), std::string::npos) << stored;
+    EXPECT_EQ(stored.find("listingTextSize"), std::string::npos) << stored;
+    EXPECT_EQ(stored.find("daily"), std::string::npos) << stored;
 }
 
 TEST_F(RecorderProgram, CarriesOutCommandsOfOthersAndEndsCleanly) {

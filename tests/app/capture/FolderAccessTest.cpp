@@ -27,12 +27,12 @@ const std::string noBackground = "Background definitions are not observed until 
 
 struct FolderAccessTest : testing::Test {
     /// As a new start of the program finds it.
-    void restart() {
+    void restart(bool isTrashGuarded = true) {
         access.emplace(preferences, BookmarkOperations::direct(), false,
                        std::vector<RecommendedFolder>{
                            {"Applications", folder / "Applications", applications},
                            {"Downloads", folder / "Downloads", storage},
-                           {"Trash", folder / ".Trash", storage},
+                           {"Trash", folder / ".Trash", storage, isTrashGuarded},
                        });
     }
     void add(const fs::path& path) {
@@ -329,6 +329,15 @@ TEST_F(FolderAccessTest, EnablesTheRecommendedFoldersThatCanBeRead) {
               "Folder access was unavailable during the check.");
 }
 
+TEST_F(FolderAccessTest, AFolderRemovedDuringACheckIsNotAllowedAgain) {
+    add(folder.makeFolder("Downloads"));
+    add(folder.makeFolder("Applications"));
+    auto checking = access->enableReadableRecommended(access->recommendedFolders());
+    access->remove(access->grants()[0].id);
+    test::await(std::move(checking));
+    EXPECT_EQ(paths(), "Applications");
+}
+
 TEST_F(FolderAccessTest, RestoresTheTrashUnlessTheUserRemovedIt) {
     const auto restore = [&] {
         return test::await(access->restoreRecommendedAccessAfterRestart());
@@ -338,6 +347,9 @@ TEST_F(FolderAccessTest, RestoresTheTrashUnlessTheUserRemovedIt) {
     EXPECT_FALSE(restore()) << "nothing was set up yet";
 
     access->completeSetup();
+    restart(false);
+    EXPECT_FALSE(restore()) << "that any program may read it is not the user's consent";
+    restart();
     EXPECT_TRUE(restore());
     EXPECT_EQ(paths(), ".Trash") << "only the Trash comes by itself";
     EXPECT_FALSE(restore());

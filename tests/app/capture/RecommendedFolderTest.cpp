@@ -10,15 +10,16 @@ using test::TemporaryFolder;
 TEST(RecommendedFolder, AreThoseOfTheSystem) {
     const auto shown = [](const std::vector<RecommendedFolder>& folders) {
         std::string text;
-        for (const auto& [title, url, purpose] : folders)
-            text += title + " " + url.native() + " " + std::string(rawValue(purpose)) + "\n";
+        for (const auto& [title, url, purpose, isGuarded] : folders)
+            text += title + " " + url.native() + " " + std::string(rawValue(purpose))
+                    + (isGuarded ? " guarded\n" : "\n");
         return text;
     };
     EXPECT_EQ(shown(RecommendedFolder::ofMac("/h")),
               "Applications /Applications applications\n"
               "Downloads /h/Downloads storage\n"
               "Developer /h/Library/Developer storage\n"
-              "Trash /h/.Trash storage\n"
+              "Trash /h/.Trash storage guarded\n"
               "Your background agents /h/Library/LaunchAgents launchAgents\n"
               "System background agents /Library/LaunchAgents launchAgents\n"
               "System background daemons /Library/LaunchDaemons launchDaemons\n");

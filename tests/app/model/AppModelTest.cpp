@@ -66,6 +66,15 @@ TEST_F(AppModelTest, StartsOnce) {
     EXPECT_EQ(observations, 1);
 }
 
+TEST_F(AppModelTest, AProgramThatCapturesOnceStartsNoLiveService) {
+    test::await(model->startForOneCapture());
+    EXPECT_EQ(observations, 1);
+    EXPECT_EQ(live.log, "load ");
+    clock.advance(86'400);
+    finish();
+    EXPECT_EQ(observations, 1) << "and no schedule";
+}
+
 TEST_F(AppModelTest, NeverWritesOverAHistoryThatItCannotReadAndTriesAgain) {
     const std::string damage = "{\"schemaVersion\":1,\"snapshots\":[";
     const auto file = folder.write("Tidemark/journal.json", damage);
@@ -212,6 +221,11 @@ TEST_F(AppModelTest, TheSchedulerMakesUpForWhatWasMissedOnce) {
     finish();
     EXPECT_EQ(observations, 3);
     EXPECT_EQ(live.log, "load activity memory stop ");
+    for (const auto mode : {RecordingMode::paused, RecordingMode::recording})
+        model->setRecordingMode(mode);
+    finish();
+    EXPECT_EQ(observations, 3);
+    EXPECT_EQ(live.log, "load activity memory stop stop ") << "nothing is started after the end";
 }
 
 TEST_F(AppModelTest, AClockThatJumpsCostsNoHistory) {

@@ -31,6 +31,13 @@ struct HistoryScreenTest : test::ModelFixture {
     }
     void load() { state().setJournal(history()); }
     Uuid baseline(std::size_t index) { return state().journal().baselines.at(index).id; }
+    /// The memory history holds the records of these events, and no others.
+    void remember(const std::vector<Event>& events) {
+        MemoryArchive archive;
+        for (const auto& each : events)
+            archive.records.push_back(each.memory.value());
+        screen().setMemory(archive);
+    }
     std::string compared() {
         test::until([&] { return !screen().isComparing(); });
         return shown();
@@ -44,9 +51,9 @@ TEST_F(HistoryScreenTest, MergesAllSources) {
     woke.timestamp = Date{ago(0.5)};
     woke.kind = SystemActivity::Kind::woke;
     state().setSystemActivity({woke});
-    screen().setMemoryEvents({memoryEvent("launch", ago(2), MemoryRecord::Kind::appLaunched),
-                              memoryEvent("clip", ago(1.5), MemoryRecord::Kind::clipboard),
-                              memoryEvent("usage", ago(1), MemoryRecord::Kind::appUsage)});
+    remember({memoryEvent("launch", ago(2), MemoryRecord::Kind::appLaunched),
+              memoryEvent("clip", ago(1.5), MemoryRecord::Kind::clipboard),
+              memoryEvent("usage", ago(1), MemoryRecord::Kind::appUsage)});
     Journal journal = state().journal();
     InstallationRecord tool;
     tool.name = "Tool";
@@ -63,17 +70,16 @@ TEST_F(HistoryScreenTest, MergesAllSources) {
 }
 
 TEST_F(HistoryScreenTest, TheSelectedEventFollowsItsNewerForm) {
-    const auto memory = [](const char* id, const char* subtitle) {
-        Event made = memoryEvent(id, 1, MemoryRecord::Kind::appLaunched);
-        made.subtitle = subtitle;
-        return HistoryScreen::Events{made};
+    const auto opened = [](const char* id, const char* path) {
+        return memoryEvent(id, 1, MemoryRecord::Kind::fileOpened, path);
     };
-    screen().setMemoryEvents(memory("a", "old"));
+    remember({opened("a", "/old")});
     screen().setSelected(screen().fullHistory().front());
-    screen().setMemoryEvents(memory("a", "new"));
-    EXPECT_EQ(screen().selected()->subtitle, "new");
-    screen().setMemoryEvents(memory("b", "other"));
-    EXPECT_EQ(screen().selected()->subtitle, "new") << "what is gone stays to be read";
+    remember({opened("a", "/new")});
+    EXPECT_EQ(screen().selected()->path, "/new");
+    EXPECT_EQ(screen().fullHistory().size(), 1U);
+    remember({opened("b", "/other")});
+    EXPECT_EQ(screen().selected()->path, "/new") << "what is gone stays to be read";
 }
 
 TEST_F(HistoryScreenTest, TheWindowIsKeptAndDropsASelectionThatLeavesIt) {
@@ -143,9 +149,33 @@ TEST_F(HistoryScreenTest, GoesWhereItIsTold) {
     EXPECT_FALSE(screen().selected());
 }
 
+TEST_F(HistoryScreenTest, ThePlacesOfTheMemoryHistoryShowAndExportWhatTheyList) {
+    using Kind = MemoryRecord::Kind;
+    remember({memoryEvent("old", ago(5), Kind::fileOpened, "/old"),
+              memoryEvent("file", ago(0.5), Kind::fileOpened, "/file"),
+              memoryEvent("got", ago(0.5), Kind::downloaded, "/got"),
+              memoryEvent("clip", ago(0.5), Kind::clipboard)});
+    const std::pair<Place, const char*> cases[] = {
+        {Place::files, "memory-file memory-got memory-old"},
+        {Place::downloads, "memory-got"},
+        {Place::clipboard, "memory-clip"}};
+    for (const auto& [place, listed] : cases) {
+        screen().setRange("all");
+        screen().navigate(place, true);
+        EXPECT_EQ(shown(), listed);
+        screen().setSelected(screen().presentation().events.front());
+        screen().setRange("day");
+        EXPECT_TRUE(screen().selected()) << "it is still listed";
+        screen().beginExport();
+        ASSERT_TRUE(screen().exportReport());
+        EXPECT_EQ(ids(screen().exportReport()->events), shown());
+        screen().endExport();
+    }
+}
+
 TEST_F(HistoryScreenTest, OpensAnEventWhereverItIs) {
     load();
-    screen().setMemoryEvents({memoryEvent("clip", ago(90), MemoryRecord::Kind::clipboard)});
+    remember({memoryEvent("clip", ago(90), MemoryRecord::Kind::clipboard)});
     screen().setSearch("nothing");
     screen().navigate(Place::storage, false);
     const Uuid scroll = screen().historyScrollRequest();
@@ -173,7 +203,9 @@ TEST_F(HistoryScreenTest, ComparesStatesInTheBackground) {
     screen().endExport();
     screen().beginExport();
     EXPECT_FALSE(screen().exportReport());
+    const auto requested = screen().presentationRevision();
     EXPECT_TRUE(compared().ends_with("-0")) << shown();
+    EXPECT_EQ(screen().presentationRevision(), requested + 1) << "what is shown is another";
     EXPECT_EQ(screen().sidebarCounts().at(Place::applications), 1U);
     screen().beginExport();
     EXPECT_EQ(screen().exportReport()->mode, "Compare States");

@@ -116,6 +116,12 @@ TEST_F(LiveWiringTest, StartsNothingOnAFileThatCannotBeRead) {
     test::settle();
     EXPECT_EQ(log, "");
     EXPECT_EQ(test::contents(file), "[{}]");
+
+    std::filesystem::remove(file);
+    start();
+    untilShown(0);
+    test::until([&] { return !log.empty(); });
+    EXPECT_EQ(error(), "none") << "it is open now";
 }
 
 TEST_F(LiveWiringTest, GoesOnAfterAFailedWrite) {
@@ -127,6 +133,7 @@ TEST_F(LiveWiringTest, GoesOnAfterAFailedWrite) {
     std::filesystem::remove(folder / "data");
     connections.record(activity());
     untilShown(1);
+    EXPECT_EQ(error(), "none") << "a write works again";
 }
 
 TEST_F(LiveWiringTest, TellsChangesOfTheMemoryHistoryAsChangesOfTheState) {

@@ -79,6 +79,27 @@ TEST_F(NamedSnapshotsTest, AFailedSaveKeepsTheDraftAndTheJournal) {
     EXPECT_TRUE(save("Name"));
 }
 
+TEST_F(NamedSnapshotsTest, AFailureOfAnyKindLeavesTheControllerFree) {
+    start();
+    const std::function<bool()> operations[] = {
+        [this] { return (test::await(model->scan()), true); },
+        [this] { return test::await(model->commit(state().journal())); },
+        [this] {
+            if (!hasDraft())
+                begin();
+            return save("Name");
+        },
+    };
+    for (const auto& operation : operations) {
+        // Nothing that the program throws itself, and so caught by nobody.
+        ownsFolder = []() -> bool { throw 1; };
+        EXPECT_THROW(operation(), int);
+        EXPECT_FALSE(state().isSaving || state().isScanning);
+        ownsFolder = [] { return true; };
+        EXPECT_TRUE(operation());
+    }
+}
+
 TEST_F(NamedSnapshotsTest, DropsACaptureThatWasCancelledMeanwhile) {
     start();
     for (const bool failing : {false, true}) {

@@ -43,9 +43,10 @@ TEST(JsonPreferences, KeepsEveryTypeInAPrivateFile) {
     EXPECT_EQ(preferences.data("data"), Data{"{}"});
     EXPECT_EQ(preferences.dataTable("table"), table);
     EXPECT_EQ(preferences.boolean("gone"), std::nullopt);
-    EXPECT_EQ(test::modeOf(file), 0600U);
+    for (const char* name : {"settings.json", "settings.json.bak"})
+        EXPECT_EQ(test::modeOf(file.parent_path() / name), 0600U);
     EXPECT_EQ(test::modeOf(file.parent_path()), 0700U);
-    EXPECT_EQ(test::namesIn(file.parent_path()), "settings.json");
+    EXPECT_EQ(test::namesIn(file.parent_path()), "settings.json settings.json.bak");
 }
 
 TEST(JsonPreferences, TakesAValueOfAnotherTypeForAbsentAndKeepsWhatItDoesNotKnow) {
@@ -86,6 +87,9 @@ TEST(JsonPreferences, SetsADamagedFileAsideAndGoesOnWithTheDefaults) {
         EXPECT_EQ(test::contents(folder / damagedName), "earlier");
         ASSERT_TRUE(preferences.problem());
         EXPECT_NE(preferences.problem()->find(damagedName), std::string::npos);
+        EXPECT_TRUE(preferences.isLost());
+        EXPECT_EQ(read(preferences, preference::recordingMode), "paused");
+        EXPECT_EQ(read(preferences, preference::memoryFiles), true);
         EXPECT_TRUE(preferences.set("a", true));
         EXPECT_EQ(JsonPreferences(file).boolean("a"), true);
         EXPECT_EQ(JsonPreferences(file).problem(), std::nullopt);
@@ -101,19 +105,45 @@ TEST(JsonPreferences, NeverWritesAFileThatItCouldNotRead) {
         JsonPreferences preferences(file);
         EXPECT_TRUE(preferences.problem());
         EXPECT_EQ(preferences.integer("a"), std::nullopt);
-        EXPECT_FALSE(preferences.set("b", true));
+        EXPECT_FALSE(preferences.note("b", true));
         EXPECT_EQ(preferences.boolean("b"), true) << "it holds for this run";
     }
     EXPECT_EQ(test::contents(file), "{\"a\": 1}");
     EXPECT_EQ(test::namesIn(folder.path()), "settings.json");
 }
 
-TEST(JsonPreferences, KeepsAChangeThatCouldNotBeStoredUntilTheNextOne) {
+TEST(JsonPreferences, TakesACopyInPlaceOfADamagedFile) {
+    const TemporaryFolder folder;
+    const auto file = folder / "settings.json";
+    JsonPreferences(file).set("recordingMode", std::string("paused"));
+    JsonPreferences(file).set("flag", true);
+    folder.write("settings.json", "{\"flag\": tr");
+    for (const auto opening :
+         {JsonPreferences::Opening::toRead, JsonPreferences::Opening::toWrite}) {
+        const JsonPreferences preferences(file, opening);
+        EXPECT_EQ(read(preferences, preference::recordingMode), "paused");
+        EXPECT_EQ(preferences.boolean("flag"), true);
+        EXPECT_FALSE(preferences.isLost());
+        EXPECT_NE(preferences.problem().value_or("").find("a copy of them holds"),
+                  std::string::npos);
+    }
+    EXPECT_EQ(JsonPreferences(file).problem(), std::nullopt) << "it is stored again";
+
+    // What the user wrote by hand is in the copy from the next start on.
+    folder.write("settings.json", "{\"flag\": false}");
+    JsonPreferences(file).boolean("flag");
+    folder.write("settings.json", "{");
+    EXPECT_EQ(JsonPreferences(file).boolean("flag"), false);
+    std::filesystem::remove(file);
+    EXPECT_EQ(JsonPreferences(file).problem(), std::nullopt) << "starts afresh";
+}
+
+TEST(JsonPreferences, KeepsANoteThatCouldNotBeStoredUntilTheNextChange) {
     const TemporaryFolder folder;
     const auto file = folder / "config/settings.json";
     folder.write("config", "a file in the way");
     JsonPreferences preferences(file);
-    EXPECT_FALSE(preferences.set("a", true));
+    EXPECT_FALSE(preferences.note("a", true));
     EXPECT_TRUE(preferences.problem());
     EXPECT_FALSE(preferences.isStored());
 
@@ -130,12 +160,12 @@ TEST(JsonPreferences, KeepsWhateverStoodThereWhenAValueCannotReplaceIt) {
     JsonPreferences preferences(file);
     std::filesystem::remove_all(folder / "config");
     folder.write("config", "");
-    EXPECT_FALSE(preferences.setOrKeep("odd", true));
-    EXPECT_FALSE(preferences.setOrKeep("new", true));
+    EXPECT_FALSE(preferences.set("odd", true));
+    EXPECT_FALSE(preferences.set("new", true));
     EXPECT_EQ(preferences.boolean("odd"), std::nullopt);
     EXPECT_EQ(preferences.boolean("new"), std::nullopt);
     std::filesystem::remove(folder / "config");
-    EXPECT_TRUE(preferences.setOrKeep("other", true));
+    EXPECT_TRUE(preferences.set("other", true));
     const std::string after = test::contents(file);
     EXPECT_NE(after.find("\"x\": null"), std::string::npos);
     EXPECT_EQ(after.find("new"), std::string::npos);
@@ -152,7 +182,7 @@ TEST(JsonPreferences, OnesToReadLeaveEveryFileAsItIs) {
                   isDamaged ? std::optional<std::string>(
                                   "The settings are damaged, so the defaults hold.")
                             : std::nullopt);
-        EXPECT_FALSE(preferences.set("a", true));
+        EXPECT_FALSE(preferences.note("a", true));
         EXPECT_EQ(preferences.boolean("a"), true);
         EXPECT_EQ(test::contents(file), bytes);
         EXPECT_EQ(test::namesIn(folder.path()), "settings.json");

@@ -13,7 +13,11 @@ struct HistorySearchTest : testing::Test {
             events.emplace_back(event((i % 2 == 0 ? "even " : "odd ") + std::to_string(i), -i));
         history = std::make_shared<const MergedHistory>(MergedHistory::of(std::move(events)));
         search.emplace([this] { return history; },
-                       [this](const Shared<Event>& event) { opened = event->id; });
+                       [this](Shared<Event> event) {
+                           if (closes)
+                               search.reset();
+                           opened = event->id;
+                       });
     }
     void finish() {
         test::until([&] { return !search->searching; });
@@ -27,6 +31,8 @@ struct HistorySearchTest : testing::Test {
 
     std::shared_ptr<const MergedHistory> history;
     std::string opened;
+    /// Opening an event closes the panel.
+    bool closes = false;
     std::optional<HistorySearch> search;
 };
 
@@ -87,4 +93,10 @@ TEST_F(HistorySearchTest, MovesTheSelectionWithinTheResults) {
     search->moveSelection(1);
     search->openSelected();
     EXPECT_EQ(opened + selected(), "none");
+
+    found("odd 4");
+    history.reset();
+    closes = true;
+    search->openSelected();
+    EXPECT_EQ(opened, "odd 41");
 }

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <coroutine>
 #include <memory>
+#include <utility>
 #include <vector>
 
 namespace tidemark::test {
@@ -21,7 +22,8 @@ public:
 
     QCoro::Task<bool> sleep(double seconds, std::stop_token stop, Slack) override {
         if (seconds > 0 && !stop.stop_requested()) {
-            const auto sleeper = std::make_shared<Sleeper>(Sleeper{elapsed + seconds, {}});
+            const double end = elapsed + seconds - std::exchange(nextWakesEarly, 0);
+            const auto sleeper = std::make_shared<Sleeper>(Sleeper{end, {}});
             sleepers.push_back(sleeper);
             std::stop_callback wakeUp(stop, [this, sleeper] {
                 QMetaObject::invokeMethod(
@@ -46,6 +48,9 @@ public:
     void suspend(double seconds) { suspended += seconds; }
 
     std::size_t sleeping() const { return sleepers.size(); }
+
+    /// Seconds by which the next to sleep wakes up too early, as a timer of the system may.
+    double nextWakesEarly = 0;
 
 private:
     struct Sleeper {

@@ -22,7 +22,7 @@ public:
         return read<std::map<std::string, Data>>(key);
     }
 
-    bool set(std::string_view key, PreferenceValue value) override {
+    bool note(std::string_view key, PreferenceValue value) override {
         ++changes;
         values.insert_or_assign(std::string(key), std::move(value));
         return !refuses;
@@ -32,7 +32,7 @@ public:
         values.erase(std::string(key));
         return !refuses;
     }
-    bool setOrKeep(std::string_view key, PreferenceValue value) override {
+    bool set(std::string_view key, PreferenceValue value) override {
         ++changes;
         if (!refuses)
             values.insert_or_assign(std::string(key), std::move(value));

@@ -54,6 +54,7 @@ struct ModelFixture : testing::Test {
                                           [this](ObservationOptions options, std::stop_token stop) {
                                               return observe(std::move(options), std::move(stop));
                                           },
+                                      .ownsFolder = [this] { return ownsFolder(); },
                                       .collectInstallations = installations});
         model->setLiveServices(live);
     }
@@ -105,6 +106,7 @@ struct ModelFixture : testing::Test {
     double captureDuration = 0;
     bool fails = false;
     std::vector<Shared<Application>> applications;
+    std::function<bool()> ownsFolder = [] { return true; };
     /// What the system remembers: nothing.
     CollectInstallations installations = [](Date) { return InstallationPreview{}; };
     int observations = 0;

@@ -148,6 +148,19 @@ RC_GTEST_PROP(MemoryArchive, PruningTwiceIsPruningOnce, ()) {
     RC_ASSERT(again == archive);
 }
 
+RC_GTEST_PROP(MemoryArchive, TakesFewRecordsAsItTakesMany, ()) {
+    auto few = archiveOf(drawnRecords());
+    auto many = few;
+    std::vector<MemoryRecord> records = drawnRecords();
+    records.resize(std::min<std::size_t>(records.size(), 2));
+    few.upsert(records, now, 7);
+    std::vector<MemoryRecord> repeated;
+    for (int i = 0; i < 5; ++i)
+        repeated.insert(repeated.end(), records.begin(), records.end());
+    many.upsert(repeated, now, 7);
+    RC_ASSERT(few == many);
+}
+
 RC_GTEST_PROP(MemoryArchive, DoesNotDependOnTheOrderOfArrival, ()) {
     std::vector<MemoryRecord> records = drawnRecords();
     for (std::size_t i = 0; i < records.size(); ++i) {

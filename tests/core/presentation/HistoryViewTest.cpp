@@ -71,7 +71,9 @@ TEST(WorkspaceDestination, ShowsWhatBelongsThere) {
         {macActivity, "slept"},
         {devices, "drive mouse"},
         {network, "mouse wifi"},
-        {files, ""},
+        {files, "open nowhere got"},
+        {downloads, "got"},
+        {clipboard, "clip same-clip"},
         {snapshots, "app agent folder slept drive mouse wifi launch"},
     };
     for (const auto& [workspace, events] : cases)
@@ -80,6 +82,13 @@ TEST(WorkspaceDestination, ShowsWhatBelongsThere) {
               "folder drive mouse");
     EXPECT_EQ(shown({.workspace = timeline, .categoryFilters = {EventCategory::storage}}),
               "folder");
+    EXPECT_EQ(shown({.workspace = timeline,
+                     .categoryFilters = {EventCategory::downloads, EventCategory::storage}}),
+              "folder got got-again");
+    EXPECT_EQ(shown({.workspace = files, .categoryFilters = {EventCategory::files}}),
+              "open nowhere got");
+    EXPECT_EQ(shown({.workspace = files, .categoryFilters = {EventCategory::downloads}}), "got");
+    EXPECT_EQ(shown({.workspace = clipboard, .search = "no such thing"}), "");
     EXPECT_EQ(shown({.systemFilters = {devices}, .categoryFilters = {EventCategory::networking}}),
               "mouse");
     for (const auto& found : history().events)
