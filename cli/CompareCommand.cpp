@@ -1,11 +1,11 @@
 #include "cli/CompareCommand.h"
 
 #include "cli/Console.h"
-#include "cli/TimelinePrinter.h"
 #include "core/base/Files.h"
 #include "core/base/JsonDecoder.h"
 #include "core/base/JsonEncoder.h"
 #include "core/journal/Journal.h"
+#include "recorder/TimelinePrinter.h"
 
 namespace tidemark {
 

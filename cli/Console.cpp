@@ -1,7 +1,6 @@
 #include "cli/Console.h"
 
 #include "core/base/Error.h"
-#include "core/base/Utf8.h"
 
 #include <cerrno>
 #include <cstdio>
@@ -33,13 +32,6 @@ void finishOutput() {
 bool useColour() {
     const char* noColour = std::getenv("NO_COLOR");
     return ::isatty(STDOUT_FILENO) != 0 && (noColour == nullptr || *noColour == '\0');
-}
-
-std::size_t columns(std::string_view text) {
-    std::size_t count = 0;
-    for (std::size_t place = 0; place < text.size(); ++count)
-        utf8::next(text, place);
-    return count;
 }
 
 } // namespace tidemark::console

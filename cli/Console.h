@@ -14,7 +14,4 @@ void finishOutput();
 /// True when standard output is a terminal and `NO_COLOR` is not set.
 bool useColour();
 
-/// How many columns of a terminal a text takes, one for each code point.
-std::size_t columns(std::string_view text);
-
 } // namespace tidemark::console

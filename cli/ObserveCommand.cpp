@@ -2,7 +2,6 @@
 
 #include "cli/Console.h"
 #include "cli/Interruption.h"
-#include "cli/ObservationSummary.h"
 #include "cli/OutputFile.h"
 #include "cli/ProgressLine.h"
 #include "core/base/Files.h"
@@ -11,6 +10,7 @@
 #include "core/capture/SystemObserver.h"
 #include "core/storage/ComponentStorageScanner.h"
 #include "core/system/SystemFacts.h"
+#include "recorder/ObservationSummary.h"
 
 #include <algorithm>
 #include <cerrno>

@@ -1,9 +1,9 @@
 #include "cli/CompareCommand.h"
 #include "cli/Console.h"
 #include "cli/ObserveCommand.h"
-#include "cli/recorder/RecorderArguments.h"
-#include "cli/recorder/RecorderProgram.h"
+#include "cli/RecorderProgram.h"
 #include "core/base/Text.h"
+#include "recorder/RecorderArguments.h"
 
 #include <csignal>
 #include <cstdio>
