@@ -1,6 +1,7 @@
 #include "cli/Console.h"
 
 #include "core/base/Error.h"
+#include "core/base/Text.h"
 
 #include <cerrno>
 #include <cstdio>
@@ -27,6 +28,10 @@ void print(std::string_view text) {
 void finishOutput() {
     if (std::fflush(stdout) != 0)
         fail();
+}
+
+void complain(std::string_view sentence) {
+    std::fprintf(stderr, "tidemark: %s\n", oneLine(sentence).c_str());
 }
 
 bool useColour() {

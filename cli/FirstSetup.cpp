@@ -3,7 +3,8 @@
 #include "app/preferences/PreferenceKeys.h"
 #include "core/base/FileDescriptor.h"
 #include "core/base/Text.h"
-#include "recorder/CaptureCommands.h"
+#include "recorder/FirstFolders.h"
+#include "recorder/Recorder.h"
 
 #include <algorithm>
 #include <array>
@@ -98,14 +99,14 @@ std::optional<Folders> chosenFolders(const Folders& offered, const std::string& 
     return chosen;
 }
 
-std::optional<Folders> firstSetup(Recorder& recorder, const std::string& setup,
+std::optional<Folders> firstSetup(Recorder& recorder, std::optional<SetupChoice> setup,
                                   const std::stop_token& stop) {
     if (read(recorder.preferences(), preference::folderSetupCompleted))
         return std::nullopt;
     const auto& recommended = recorder.model().folderAccess().recommendedFolders();
-    if (setup == "recommended")
-        return captureCommands::readable(recommended);
-    if (setup == "none")
+    if (setup == SetupChoice::recommended)
+        return firstFolders::readable(recommended);
+    if (setup == SetupChoice::none)
         return Folders{};
     if (::isatty(STDIN_FILENO) == 0 || ::isatty(STDERR_FILENO) == 0) {
         std::fprintf(stderr, "%s\n", noTerminal);

@@ -1,57 +1,40 @@
 #pragma once
 
-#include "core/base/Error.h"
-#include "recorder/Recorder.h"
-#include "recorder/RecorderArguments.h"
-
-#include <filesystem>
 #include <stop_token>
 
 namespace tidemark {
 
-/// What a command says that finds the recorder at work.
+class AppModel;
+class FolderAccess;
+class ModelState;
+class Preferences;
+class Recorder;
+
+/// The sentence for a command that finds the recorder at work.
 inline constexpr const char* anotherOperation =
     "Another operation is running; try again in a moment.";
 
 /// What a command is carried out with, in the process that has the data folder.
 struct CommandContext {
     Recorder& recorder;
-    const RecorderArguments arguments;
-    /// What relative paths are relative to.
-    const std::filesystem::path directory;
+    /// The answer is read on a terminal that takes colours.
     const bool colour;
-    /// This is the recorder that runs, and not a process that does one command.
+    /// The recorder keeps running after the command.
     const bool isRunning;
-    /// Who gave the command does not wait any more.
+    /// Requested when nobody waits for the answer any more.
     const std::stop_token stop{};
 
-    AppModel& model() const { return recorder.model(); }
-    ModelState& state() const { return recorder.model().state(); }
-    FolderAccess& folders() const { return recorder.model().folderAccess(); }
-    Preferences& preferences() const { return recorder.preferences(); }
+    AppModel& model() const;
+    ModelState& state() const;
+    FolderAccess& folders() const;
+    Preferences& preferences() const;
 
     /// Throws `Error` unless the history has been read.
-    void requireHistory() const {
-        if (!*state().loaded)
-            throw Error(state().error->value_or("The history has not been read yet; try again."));
-    }
+    void requireHistory() const;
     /// Throws `Error` unless something may begin that changes the history.
-    void requireFree() const {
-        requireHistory();
-        if (!state().canRecord())
-            throw Error("Recording is paused; tidemark resume takes it up again.");
-        if (state().folderManagerPresented)
-            throw Error("The folders to monitor have not been chosen yet; tidemark folders does "
-                        "that.");
-        if (state().busy())
-            throw Error(anotherOperation);
-    }
-    /// Throws `Error` when what was changed will not outlive this process.
-    void requireStored() const {
-        if (!preferences().isStored())
-            throw Error("This holds until Tidemark ends, and no longer. "
-                        + preferences().problem().value_or("The settings could not be stored."));
-    }
+    void requireFree() const;
+    /// Throws `Error` when changed settings will not outlive this process.
+    void requireStored() const;
 };
 
 } // namespace tidemark

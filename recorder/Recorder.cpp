@@ -1,21 +1,9 @@
 #include "recorder/Recorder.h"
 
-#include "app/control/ControlProtocol.h"
 #include "core/base/Files.h"
 #include "core/memory/MemoryEvents.h"
-#include "core/system/UserFolders.h"
 
 namespace tidemark {
-
-RecorderPlaces RecorderPlaces::current() {
-    RecorderPlaces places;
-    places.files = DataFiles::of(AppDataLocation::unbundled, UserFolders::data());
-    places.settings = UserFolders::configuration()
-                      / AppDataLocation::directoryName(AppDataLocation::unbundled)
-                      / "settings.json";
-    places.socket = control::socketPath(places.files.directory, UserFolders::runtime());
-    return places;
-}
 
 FolderLock Recorder::taken(const std::filesystem::path& folder) {
     createPrivateFolders(folder);

@@ -8,21 +8,11 @@
 #include "core/base/Error.h"
 #include "core/base/FolderLock.h"
 #include "recorder/RecordedHistory.h"
+#include "recorder/RecorderPlaces.h"
 
 #include <filesystem>
-#include <memory>
 
 namespace tidemark {
-
-/// Where the program keeps its things for this user.
-struct RecorderPlaces {
-    DataFiles files;
-    std::filesystem::path settings;
-    std::filesystem::path socket;
-
-    /// By the environment of the process.
-    static RecorderPlaces current();
-};
 
 /// Another process has the data folder.
 class FolderTaken : public Error {
