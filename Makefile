@@ -57,7 +57,7 @@ check-format: packages ## Fail when a source is not formatted
 lint: ## Run clang-tidy over all sources
 	@packaging/install-packages packaging/debian-packages.txt packaging/debian-packages-lint.txt
 	@cmake --preset dev -DCMAKE_CXX_COMPILER=clang++-19 -B build/lint >/dev/null
-	@run-clang-tidy-19 -quiet -p build/lint -header-filter='/(core|app|platform|cli|tests|bench)/' \
+	@run-clang-tidy-19 -quiet -p build/lint -header-filter='/(core|app|platform|recorder|cli|tests|bench)/' \
 		$(filter %.cpp,$(abspath $(SOURCES)))
 
 clean: ## Remove everything that was built

@@ -1,7 +1,7 @@
 #include "cli/Console.h"
 
 #include "core/base/Error.h"
-#include "core/base/Utf8.h"
+#include "core/base/Text.h"
 
 #include <cerrno>
 #include <cstdio>
@@ -30,16 +30,13 @@ void finishOutput() {
         fail();
 }
 
+void complain(std::string_view sentence) {
+    std::fprintf(stderr, "tidemark: %s\n", oneLine(sentence).c_str());
+}
+
 bool useColour() {
     const char* noColour = std::getenv("NO_COLOR");
     return ::isatty(STDOUT_FILENO) != 0 && (noColour == nullptr || *noColour == '\0');
-}
-
-std::size_t columns(std::string_view text) {
-    std::size_t count = 0;
-    for (std::size_t place = 0; place < text.size(); ++count)
-        utf8::next(text, place);
-    return count;
 }
 
 } // namespace tidemark::console

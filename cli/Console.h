@@ -11,10 +11,10 @@ void print(std::string_view text);
 /// Makes sure that all of it has arrived.
 void finishOutput();
 
+/// Writes a sentence to standard error, as a line behind the program's name.
+void complain(std::string_view sentence);
+
 /// True when standard output is a terminal and `NO_COLOR` is not set.
 bool useColour();
-
-/// How many columns of a terminal a text takes, one for each code point.
-std::size_t columns(std::string_view text);
 
 } // namespace tidemark::console

@@ -3,6 +3,7 @@
 #include "core/base/CanonicalPath.h"
 #include "core/base/Files.h"
 #include "core/base/Text.h"
+#include "recorder/OwnFiles.h"
 
 #include <cerrno>
 
@@ -18,6 +19,7 @@ std::filesystem::path writableFile(const std::filesystem::path& given) {
                         error.value());
     if (std::filesystem::exists(status) && !std::filesystem::is_regular_file(status))
         throw FileError(textFromBytes(path.native()) + " is not a regular file.", EINVAL);
+    ownFiles::refuse(path);
     const FileReplacement probe(path);
     return path;
 }

@@ -4,9 +4,6 @@
 #include "core/base/Digest.h"
 #include "core/base/JsonDecoder.h"
 #include "core/base/JsonEncoder.h"
-#include "core/base/Text.h"
-
-#include <algorithm>
 
 namespace tidemark::control {
 
@@ -39,11 +36,8 @@ std::size_t announcedSize(std::string_view frame) {
 }
 
 std::string requestFrame(const ControlRequest& request) {
-    // The codec would replace such bytes, and the command would meet another file.
-    if (!std::ranges::all_of(request.arguments, isValidUtf8) || !isValidUtf8(request.directory))
-        throw Error("Names that are not UTF-8 can't be handed to the running recorder.");
     std::string frame = framed(request);
-    if (request.arguments.size() > mostArguments || frame.size() > headerSize + mostRequestBytes)
+    if (frame.size() > headerSize + mostRequestBytes)
         throw Error("The command is too long to be handed to the running recorder.");
     return frame;
 }
@@ -58,10 +52,7 @@ std::string answerFrame(const ControlAnswer& answer) {
 ControlRequest decodedRequest(std::string_view json) {
     if (json::decode<VersionOnly>(json).version != ControlRequest::currentVersion)
         throw Error("The running recorder is of another version of Tidemark.");
-    auto request = json::decode<ControlRequest>(json);
-    if (request.arguments.size() > mostArguments)
-        throw Error("The command has too many arguments.");
-    return request;
+    return json::decode<ControlRequest>(json);
 }
 
 ControlAnswer decodedAnswer(std::string_view json) {

@@ -7,26 +7,26 @@
 #include <string>
 #include <string_view>
 #include <tuple>
-#include <vector>
 
 namespace tidemark {
 
-/// A command line that the running recorder is to carry out for another process.
+/// A command that the running recorder is to carry out for another process.
 struct ControlRequest {
-    static constexpr std::int64_t currentVersion = 1;
+    static constexpr std::int64_t currentVersion = 2;
 
     std::int64_t version = currentVersion;
-    std::vector<std::string> arguments;
+    /// Its name, such as "snapshot delete".
+    std::string command;
+    /// The values of its options, as a JSON document of its own: only the command knows their
+    /// types.
+    std::string options;
     /// The output is read on a terminal that takes colours.
     bool colour = false;
-    /// What relative paths among the arguments are relative to.
-    std::string directory;
 
     static constexpr auto fields() {
-        return std::tuple{Field{"version", &ControlRequest::version},
-                          Field{"arguments", &ControlRequest::arguments},
-                          Field{"colour", &ControlRequest::colour},
-                          Field{"directory", &ControlRequest::directory}};
+        return std::tuple{
+            Field{"version", &ControlRequest::version}, Field{"command", &ControlRequest::command},
+            Field{"options", &ControlRequest::options}, Field{"colour", &ControlRequest::colour}};
     }
     bool operator==(const ControlRequest&) const = default;
 };
@@ -51,14 +51,12 @@ namespace control {
 
 inline constexpr std::size_t headerSize = 4;
 inline constexpr std::size_t mostRequestBytes = std::size_t{1024} * 1024;
-inline constexpr std::size_t mostArguments = 64;
 inline constexpr std::size_t mostAnswerBytes = std::size_t{256} * 1024 * 1024;
 
 /// The length that a frame announces; `frame` holds at least the header.
 std::size_t announcedSize(std::string_view frame);
 
-/// Throws `Error` when the request can't be handed over as it is: too many or too long
-/// arguments, or bytes that are no text.
+/// Throws `Error` when the request is too long to be handed over.
 std::string requestFrame(const ControlRequest& request);
 /// An answer above the limit becomes one that says so.
 std::string answerFrame(const ControlAnswer& answer);

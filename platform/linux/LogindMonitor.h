@@ -3,6 +3,7 @@
 #include "app/base/AppClock.h"
 #include "app/base/NotificationCenter.h"
 #include "app/base/TaskScope.h"
+#include "app/ports/SleepAndSessionSource.h"
 
 #include <QDBusConnection>
 #include <QDBusMessage>
@@ -28,13 +29,10 @@ namespace tidemark {
 ///
 /// The session is the one that this process belongs to; for a process outside of any, such as a
 /// service of the user, the one that logind calls the user's display.
-class LogindMonitor final : public QObject {
+class LogindMonitor final : public QObject, public SleepAndSessionSource {
     Q_OBJECT
 
 public:
-    /// Waits for what the observers of `willSleep` have set going.
-    using Settle = std::function<QCoro::Task<void>()>;
-
     /// The most seconds that a sleep is delayed. By default, logind itself waits for 5.
     static constexpr double mostDelay = 4;
 

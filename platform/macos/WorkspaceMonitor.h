@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/base/NotificationCenter.h"
+#include "app/ports/SleepAndSessionSource.h"
 
 #include <memory>
 
@@ -9,11 +10,11 @@ namespace tidemark {
 /// Sleep, wake, power-off and the return to the user's session, as the notification center of
 /// NSWorkspace tells of them. Posts `willSleep`, `didWake`, `screensDidSleep`, `screensDidWake`,
 /// `willPowerOff`, `sessionDidBecomeActive` and `sessionDidResignActive`. Main thread only.
-class WorkspaceMonitor {
+class WorkspaceMonitor final : public SleepAndSessionSource {
 public:
     /// The center must outlive the monitor.
     explicit WorkspaceMonitor(NotificationCenter& notifications);
-    ~WorkspaceMonitor();
+    ~WorkspaceMonitor() override;
     WorkspaceMonitor(const WorkspaceMonitor&) = delete;
     WorkspaceMonitor& operator=(const WorkspaceMonitor&) = delete;
 

@@ -106,10 +106,15 @@ TEST(CompareCommand, FailsInOneSentenceAndPrintsNothing) {
         EXPECT_EQ(run({"compare", before, path}).err, expected.err);
         EXPECT_EQ(run({"compare", "--json", path, after}), expected);
     }
-    const Outcome full = run({"compare", "--json", before, after}, Output::fullDisk);
-    EXPECT_EQ(full, (Outcome{1, "",
-                             "tidemark: Standard output could not be written: "
-                             "No space left on device.\n"}));
+    for (const std::vector<std::string>& words :
+         {std::vector<std::string>{"compare", "--json", before, after},
+          {"--help"},
+          {"compare", "--help"},
+          {"--version"}})
+        EXPECT_EQ(run(words, Output::fullDisk),
+                  (Outcome{1, "",
+                           "tidemark: Standard output could not be written: "
+                           "No space left on device.\n"}));
 }
 
 TEST(CompareCommand, RefusesWrongUsage) {

@@ -107,6 +107,19 @@ TEST_P(HistoryCommands, KeepAndCompareNamedSnapshots) {
     EXPECT_TRUE(shows({"timeline"})) << "the history stays";
 }
 
+TEST_P(HistoryCommands, TakeWordsBehindTwoDashesForWhatTheyAre) {
+    record();
+    for (const char* name : {"--output=a", "--output=-"})
+        EXPECT_EQ(said({"snapshot", "save", "--", name}),
+                  "Saved the snapshot \"" + std::string(name) + "\".\n");
+    EXPECT_EQ(said({"snapshot", "delete", "--yes", "--", "--output=a"}),
+              "Deleted the snapshot \"--output=a\"; the history stays.\n");
+    const std::string left = said({"snapshot", "list"});
+    EXPECT_NE(left.find("--output=-"), std::string::npos) << left;
+    EXPECT_EQ(left.find("--output=a"), std::string::npos) << left;
+    EXPECT_EQ(said({"search", "--", "-o"}), "Nothing was found.\n");
+}
+
 TEST_P(HistoryCommands, ExportWhatTheFiltersShow) {
     record();
     change();

@@ -41,7 +41,21 @@ TEST_F(RecorderProgram, RefusesWhatDoesNotFit) {
         {{"settings", "get", "needsRecordingBaseline"}, 1, "There is no setting"},
         {{"timeline", "--since", "3x"}, 1, "is no time"},
         {{"folders", "remove", "/nowhere"}, 1, "is not monitored"},
+        {{"settings", "set", "memoryFolders", "/na\xFFme"}, 2, "not UTF-8"},
+        {{"settings", "set",
+          "memory\xFF"
+          "Apps",
+          "on"},
+         2,
+         "not UTF-8"},
         {{"schedule", "often"}, 2, "often"},
+        {{"timeline", "--window", "9z"}, 2, "9z"},
+        {{"timeline", "--limit", "-1"}, 2, "from 0"},
+        {{"timeline", "--limit", "1x"}, 2, "whole number"},
+        {{"timeline", "--since", "7d", "--window", "day"}, 2, "together"},
+        {{"folders", "add", ""}, 2, "can't be empty"},
+        {{"snapshot", "delete"}, 2, "NAME"},
+        {{"snapshot", "burn", "A"}, 2, "burn"},
     };
     for (const auto& c : cases) {
         const Outcome outcome = command(c.words);

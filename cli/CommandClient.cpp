@@ -1,0 +1,166 @@
+#include "cli/CommandClient.h"
+
+#include "app/control/ControlClient.h"
+#include "cli/Application.h"
+#include "cli/Console.h"
+#include "cli/Interruption.h"
+#include "cli/OutputFile.h"
+#include "core/base/Files.h"
+#include "core/base/Text.h"
+#include "recorder/CommandRequests.h"
+#include "recorder/Recorder.h"
+#include "recorder/StoredRecords.h"
+
+#include <QCoroTask>
+#include <QLoggingCategory>
+#include <chrono>
+#include <cstdio>
+#include <iostream>
+#include <thread>
+
+#include <unistd.h>
+
+namespace tidemark::commandClient {
+
+namespace {
+
+/// How long a command waits for the data folder: five seconds.
+constexpr int folderAttempts = 50;
+constexpr std::chrono::milliseconds folderPause{100};
+
+/// Asks on the terminal. Throws `Error` where there is none.
+bool confirmed(const std::string& question) {
+    if (::isatty(STDIN_FILENO) == 0)
+        throw Error("Nobody is there to ask; --yes does it without a question.");
+    std::fprintf(stderr, "%s [y/N] ", question.c_str());
+    std::string answer;
+    std::getline(std::cin, answer);
+    if (answer.starts_with('y') || answer.starts_with('Y'))
+        return true;
+    std::fputs("Nothing was deleted.\n", stderr);
+    return false;
+}
+
+/// A command, and where it is to be carried out.
+struct Errand {
+    const Command& command;
+    std::unique_ptr<Invocation> invocation;
+    RecorderPlaces places = RecorderPlaces::current();
+};
+
+/// What the recorder that runs answers; absent when there is none.
+std::optional<ControlAnswer> askRecorder(const Errand& errand) {
+    ControlClient::Patience patience;
+    if (errand.invocation->isReading())
+        patience.answer = std::chrono::minutes(1);
+    return ControlClient::ask(
+        errand.places.socket,
+        commandRequests::request(errand.command, *errand.invocation, console::useColour()),
+        patience);
+}
+
+std::optional<ControlAnswer> answerFromStored(const Errand& errand) {
+    if (!errand.invocation->isReading())
+        return std::nullopt;
+    StoredRecords stored(errand.places, console::useColour());
+    auto answer = errand.invocation->answerFromStored(stored);
+    if (!answer)
+        return std::nullopt;
+    for (const auto& problem : answer->problems)
+        console::complain(problem);
+    return ControlAnswer{0, std::move(answer->text), {}};
+}
+
+/// The error of a coroutine that nobody awaits is kept for who runs the event loop.
+QCoro::Task<void> carryOutHere(CommandContext context, std::unique_ptr<Invocation> invocation,
+                               std::string& output, std::exception_ptr& failure) {
+    try {
+        std::string result =
+            co_await commandRequests::carryOut(std::move(context), std::move(invocation));
+        output = std::move(result);
+    } catch (...) {
+        failure = std::current_exception();
+    }
+    QCoreApplication::quit();
+}
+
+/// Waits a while for another command to leave the data folder, or a recorder to listen.
+std::optional<ControlAnswer> takeFolder(std::optional<Recorder>& recorder, const Errand& errand) {
+    for (int attempt = 0;; ++attempt) {
+        try {
+            recorder.emplace(errand.places);
+            return std::nullopt;
+        } catch (const FolderTaken&) {
+            if (attempt == folderAttempts)
+                throw;
+        }
+        std::this_thread::sleep_for(folderPause);
+        if (auto answer = askRecorder(errand))
+            return answer;
+    }
+}
+
+ControlAnswer carryOutAlone(Errand errand) {
+    const Interruption interruption;
+    const Application application;
+    // The answer says it all.
+    QLoggingCategory::setFilterRules("app.tidemark.captures=false");
+    std::optional<Recorder> taken;
+    if (auto answer = takeFolder(taken, errand))
+        return *std::move(answer);
+    Recorder& recorder = *taken;
+    // Damaged settings are reported by whoever set them aside.
+    if (const auto problem = recorder.preferences().problem())
+        std::fprintf(stderr, "%s\n", oneLine(*problem).c_str());
+    std::string output;
+    std::exception_ptr failure;
+    const std::stop_callback quit(interruption.token(), [] {
+        QMetaObject::invokeMethod(qApp, &QCoreApplication::quit, Qt::QueuedConnection);
+    });
+    QMetaObject::invokeMethod(
+        qApp,
+        [&] {
+            recorder.tasks().start(carryOutHere({recorder, console::useColour(), false},
+                                                std::move(errand.invocation), output, failure));
+        },
+        Qt::QueuedConnection);
+    QCoreApplication::exec();
+    recorder.model().stopAutomaticCaptures();
+    recorder.tasks().drain();
+    if (interruption.token().stop_requested())
+        throw Error("The command was interrupted.");
+    if (failure)
+        std::rethrow_exception(failure);
+    return {0, std::move(output), {}};
+}
+
+ControlAnswer answered(Errand errand) {
+    if (auto answer = askRecorder(errand))
+        return *std::move(answer);
+    if (auto answer = answerFromStored(errand))
+        return *std::move(answer);
+    return carryOutAlone(std::move(errand));
+}
+
+} // namespace
+
+int carryOut(const Command& command, std::unique_ptr<Invocation> invocation) {
+    if (const auto status = invocation->runHere())
+        return *status;
+    const auto question = invocation->question();
+    if (question && !confirmed(*question))
+        return 0;
+    auto output = invocation->outputFile();
+    if (output)
+        output = writableFile(*output);
+    const ControlAnswer answer = answered({command, std::move(invocation)});
+    if (answer.error.empty() && output)
+        replaceFile(*output, answer.output);
+    else
+        console::print(answer.output);
+    if (!answer.error.empty())
+        throw Error(answer.error);
+    return static_cast<int>(answer.status);
+}
+
+} // namespace tidemark::commandClient

@@ -1,0 +1,23 @@
+#pragma once
+
+#include "recorder/Command.h"
+
+#include <span>
+
+/// The commands that need this process itself, such as its terminal: a row for each, as in
+/// recorder/Commands.h. A source in cli/commands/ defines it.
+#define TIDEMARK_TERMINAL_COMMANDS(ROW)                                                            \
+    ROW(run)                                                                                       \
+    ROW(observe)                                                                                   \
+    ROW(compare)
+
+namespace tidemark::commands {
+
+#define TIDEMARK_DECLARE(name) Command name();
+TIDEMARK_TERMINAL_COMMANDS(TIDEMARK_DECLARE)
+#undef TIDEMARK_DECLARE
+
+/// Every command of the program, in the order of the help.
+std::span<const Command> all();
+
+} // namespace tidemark::commands

@@ -1,0 +1,73 @@
+#include "cli/Console.h"
+#include "cli/TerminalCommands.h"
+#include "core/base/Files.h"
+#include "core/base/JsonDecoder.h"
+#include "core/base/JsonEncoder.h"
+#include "core/journal/Journal.h"
+#include "recorder/TimelinePrinter.h"
+#include "recorder/TypedInvocation.h"
+
+namespace tidemark {
+
+namespace {
+
+struct Options {
+    FilePath before;
+    FilePath after;
+    bool json = false;
+
+    static constexpr auto fields() {
+        constexpr OptionForm file{.isPositional = true, .isRequired = true};
+        return std::tuple{
+            Option{"before", &Options::before, "File with the earlier observation", file},
+            Option{"after", &Options::after, "File with the later observation", file},
+            Option{"json", &Options::json, "Print the events as one JSON array"}};
+    }
+};
+
+/// Far beyond any real observation, and still something that can be held in memory.
+constexpr std::size_t largestDocument = std::size_t{1} << 30;
+
+Snapshot readSnapshot(const std::filesystem::path& path) {
+    const std::string bytes = readFile(path, largestDocument);
+    try {
+        return json::decode<Snapshot>(bytes);
+    } catch (const json::DecodingError& error) {
+        throw Error(asSentence(textFromBytes(path.native())
+                               + " is not a stored observation: " + error.what()));
+    }
+}
+
+int compare(const Options& options) {
+    const Snapshot from = readSnapshot(options.before.path());
+    const Snapshot to = readSnapshot(options.after.path());
+    std::vector<Event> events = Journal::eventsBetween(from, to);
+    if (options.json) {
+        json::write(events, console::print);
+        console::print("\n");
+        return 0;
+    }
+    const TimelinePrinter printer(Calendar(), console::useColour());
+    const std::string between =
+        "between " + printer.moment(from.timestamp) + " and " + printer.moment(to.timestamp);
+    if (events.empty()) {
+        console::print("Nothing changed " + between + ".\n");
+        return 0;
+    }
+    console::print("What changed " + between + ":\n\n"
+                   + printer.text({std::make_move_iterator(events.begin()),
+                                   std::make_move_iterator(events.end())}));
+    return 0;
+}
+
+} // namespace
+
+Command commands::compare() {
+    return makeCommand<Options, &tidemark::compare>({
+        .name = "compare",
+        .group = CommandGroup::observations,
+        .summary = "Tell what changed between two stored observations",
+    });
+}
+
+} // namespace tidemark

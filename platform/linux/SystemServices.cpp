@@ -1,0 +1,14 @@
+#include "app/ports/SystemServices.h"
+
+#include "platform/linux/LogindMonitor.h"
+
+namespace tidemark {
+
+std::unique_ptr<SleepAndSessionSource>
+systemServices::sleepAndSession(NotificationCenter& notifications,
+                                SleepAndSessionSource::Settle settle) {
+    return std::make_unique<LogindMonitor>(QDBusConnection::systemBus(), notifications,
+                                           std::move(settle));
+}
+
+} // namespace tidemark

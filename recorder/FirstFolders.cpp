@@ -1,0 +1,28 @@
+#include "recorder/FirstFolders.h"
+
+#include "recorder/CommandContext.h"
+#include "recorder/Recorder.h"
+
+namespace tidemark::firstFolders {
+
+std::vector<RecommendedFolder> readable(std::vector<RecommendedFolder> folders) {
+    std::erase_if(
+        folders, [](const auto& folder) { return directoryAccessFailure(folder.url).has_value(); });
+    return folders;
+}
+
+QCoro::Task<void> choose(Recorder& recorder, std::vector<RecommendedFolder> chosen) {
+    const auto hold = recorder.tasks().hold();
+    auto& model = recorder.model();
+    if (model.state().isManagingFolders || model.state().isCheckingRecommendedAccess)
+        throw Error(anotherOperation);
+    model.beginFolderManagement();
+    if (!chosen.empty())
+        co_await model.folderAccess().enableReadableRecommended(std::move(chosen));
+    if (*model.state().loaded)
+        co_await model.finishFolderManagement();
+    else
+        model.completeFolderManagement();
+}
+
+} // namespace tidemark::firstFolders

@@ -1,0 +1,76 @@
+#include "recorder/HistoryTime.h"
+
+#include "app/preferences/PreferenceKeys.h"
+#include "core/base/Error.h"
+
+#include <charconv>
+#include <cmath>
+#include <ctime>
+
+namespace tidemark::historyTime {
+
+namespace {
+
+constexpr double hour = 3600;
+constexpr double day = 86'400;
+
+std::optional<double> secondsOf(char unit) {
+    switch (unit) {
+    case 'h':
+        return hour;
+    case 'd':
+        return day;
+    case 'w':
+        return 7 * day;
+    default:
+        return std::nullopt;
+    }
+}
+
+/// "2026-05-31" as local midnight, by the rules of the C library's time zone.
+std::optional<Date> localMidnight(const std::string& text) {
+    std::tm fields{};
+    const char* end = ::strptime(text.c_str(), "%Y-%m-%d", &fields);
+    if (!end || *end)
+        return std::nullopt;
+    fields.tm_isdst = -1;
+    const int dayOfMonth = fields.tm_mday;
+    const std::time_t time = std::mktime(&fields);
+    // The 31st of a shorter month would be a day of the next one.
+    return time == -1 || fields.tm_mday != dayOfMonth
+               ? std::nullopt
+               : std::optional(Date::fromUnix(static_cast<double>(time)));
+}
+
+} // namespace
+
+Date since(const std::string& text, Date now) {
+    if (text.empty())
+        return Date::distantPast();
+    double count = 0;
+    const char* end = text.data() + text.size();
+    const auto number = std::from_chars(text.data(), end, count);
+    if (number.ec == std::errc() && number.ptr + 1 == end && count >= 0 && std::isfinite(count))
+        if (const auto unit = secondsOf(*number.ptr))
+            return now + -count * *unit;
+    if (const auto date = localMidnight(text))
+        return *date;
+    throw Error("\"" + text + "\" is no time: say 12h, 7d, 3w or a date such as 2026-05-31.");
+}
+
+std::optional<std::int64_t> days(const std::string& text) {
+    std::int64_t count = 0;
+    const char* end = text.data() + text.size();
+    const auto number = std::from_chars(text.data(), end, count);
+    const auto& allowed = preference::historyCustomWindowDays;
+    if (number.ec != std::errc() || number.ptr + 1 != end || *number.ptr != 'd'
+        || count < allowed.least || count > allowed.most)
+        return std::nullopt;
+    return count;
+}
+
+std::string moment(std::optional<Date> date, const char* absent, const Calendar& calendar) {
+    return date ? calendar.format(*date, "d MMM yyyy, HH:mm:ss") : absent;
+}
+
+} // namespace tidemark::historyTime

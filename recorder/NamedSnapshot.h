@@ -1,0 +1,16 @@
+#pragma once
+
+#include <string>
+
+namespace tidemark {
+
+struct Baseline;
+struct Journal;
+
+/// The help of an option that names one.
+inline constexpr const char* namedSnapshotHelp = "Its name, or its identifier";
+
+/// The snapshot of this name or identifier. Throws `Error` when there is none, or several.
+const Baseline& namedSnapshot(const Journal& journal, const std::string& name);
+
+} // namespace tidemark

@@ -1,0 +1,132 @@
+#pragma once
+
+#include "core/base/JsonFields.h"
+#include "core/base/Text.h"
+#include "recorder/CommandOption.h"
+#include "recorder/FilePath.h"
+
+#include <array>
+#include <charconv>
+#include <cstdint>
+#include <optional>
+#include <set>
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// The types that an option can have: how a word of a command line becomes a value, and what must
+/// hold of every value, whether it comes from a command line or from a request. Both throw
+/// `UsageError` with what is wrong, without a full stop.
+namespace tidemark {
+
+template <class T>
+struct OptionValue;
+
+/// Further names for values of an enumeration, beside the stored texts. Specialised where there
+/// are any.
+template <class E>
+inline constexpr std::array<json::RawValue<E>, 0> optionAliases{};
+
+template <>
+struct OptionValue<std::string> {
+    static constexpr std::string_view valueName = "TEXT";
+    static std::vector<std::string> choices() { return {}; }
+    static std::string read(const std::string& word) { return word; }
+    static void check(const std::string& text) {
+        // Whatever keeps or compares it would meet another text.
+        if (!isValidUtf8(text))
+            throw UsageError("\"" + textFromBytes(text) + "\" is not UTF-8");
+        if (text.find('\0') != std::string::npos)
+            throw UsageError("a text can't hold a NUL character");
+    }
+};
+
+template <>
+struct OptionValue<std::int64_t> {
+    static constexpr std::string_view valueName = "NUMBER";
+    static std::vector<std::string> choices() { return {}; }
+    static std::int64_t read(const std::string& word) {
+        std::int64_t value = 0;
+        const char* end = word.data() + word.size();
+        const auto number = std::from_chars(word.data(), end, value);
+        if (number.ec != std::errc() || number.ptr != end)
+            throw UsageError("\"" + word + "\" is no whole number");
+        return value;
+    }
+    static void check(std::int64_t) {}
+};
+
+template <>
+struct OptionValue<FilePath> {
+    static constexpr std::string_view valueName = "PATH";
+    static std::vector<std::string> choices() { return {}; }
+    static FilePath read(const std::string& word) { return FilePath::given(word); }
+    static void check(const FilePath& path) { path.check(); }
+};
+
+/// One of the stored texts or aliases, in any letter case.
+template <json::TextEnumeration E>
+struct OptionValue<E> {
+    static constexpr std::string_view valueName = "NAME";
+    static std::vector<std::string> choices() {
+        std::vector<std::string> all;
+        for (const auto& known : json::rawValues<E>)
+            all.emplace_back(known.text);
+        for (const auto& known : optionAliases<E>)
+            all.emplace_back(known.text);
+        return all;
+    }
+    static E read(const std::string& word) {
+        const auto isWord = [lower = asciiLowercased(word)](const auto& known) {
+            return asciiLowercased(known.text) == lower;
+        };
+        for (const auto& known : json::rawValues<E>)
+            if (isWord(known))
+                return known.value;
+        for (const auto& known : optionAliases<E>)
+            if (isWord(known))
+                return known.value;
+        std::string names;
+        for (const auto& name : choices())
+            names += (names.empty() ? "" : ", ") + name;
+        throw UsageError("\"" + word + "\" is none of " + names);
+    }
+    static void check(E) {}
+};
+
+template <class T>
+struct OptionValue<std::optional<T>> : OptionValue<T> {
+    static void add(std::optional<T>& to, const std::string& word) {
+        to = OptionValue<T>::read(word);
+    }
+    static void check(const std::optional<T>& value) {
+        if (value)
+            OptionValue<T>::check(*value);
+    }
+};
+
+/// Options that can be given several times.
+template <class Container>
+struct RepeatedOptionValue : OptionValue<typename Container::value_type> {
+    using Element = OptionValue<typename Container::value_type>;
+    static void add(Container& to, const std::string& word) {
+        to.insert(to.end(), Element::read(word));
+    }
+    static void check(const Container& values) {
+        for (const auto& value : values)
+            Element::check(value);
+    }
+};
+template <class T>
+struct OptionValue<std::vector<T>> : RepeatedOptionValue<std::vector<T>> {};
+template <class T>
+struct OptionValue<std::set<T>> : RepeatedOptionValue<std::set<T>> {};
+
+template <class T>
+inline constexpr bool isRepeatedOption = false;
+template <class T>
+inline constexpr bool isRepeatedOption<std::vector<T>> = true;
+template <class T>
+inline constexpr bool isRepeatedOption<std::set<T>> = true;
+
+} // namespace tidemark

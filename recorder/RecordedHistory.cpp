@@ -1,0 +1,50 @@
+#include "recorder/RecordedHistory.h"
+
+#include "app/model/AppDataLocation.h"
+#include "core/activity/ActivityEventBuilder.h"
+#include "core/activity/SystemActivityStore.h"
+#include "core/journal/JournalStore.h"
+#include "core/memory/MemoryEvents.h"
+#include "core/memory/MemoryHistoryStore.h"
+
+#include <algorithm>
+#include <iterator>
+
+namespace tidemark {
+
+namespace {
+
+/// One source that can't be read takes nothing from the others.
+template <class Read>
+auto orProblem(std::optional<std::string>& problem, const Read& read) -> decltype(read()) {
+    try {
+        return read();
+    } catch (const Error& error) {
+        problem = error.what();
+        return {};
+    }
+}
+
+} // namespace
+
+RecordedHistory RecordedHistory::load(const DataFiles& files, std::int64_t clipboardDays) {
+    RecordedHistory history;
+    history.journal = JournalStore(files.journal()).load();
+    history.activity = orProblem(history.activityProblem,
+                                 [&] { return SystemActivityStore::read(files.systemActivity()); });
+    history.memory = orProblem(history.memoryProblem,
+                               [&] { return MemoryHistoryStore(files.memoryHistory()).load(); });
+    history.memory.prune(Date::now(), clipboardDays);
+    return history;
+}
+
+MergedHistory RecordedHistory::merged() const {
+    std::vector<Shared<Event>> events = journal.events;
+    std::ranges::copy(journal.installationEvents(), std::back_inserter(events));
+    std::ranges::copy(ActivityEventBuilder::build(activity), std::back_inserter(events));
+    for (auto& event : MemoryEvents::events(memory))
+        events.emplace_back(std::move(event));
+    return MergedHistory::of(std::move(events));
+}
+
+} // namespace tidemark

@@ -1,0 +1,64 @@
+#include "recorder/Recorder.h"
+
+#include "core/base/Files.h"
+#include "core/capture/AdditionalObservations.h"
+#include "core/system/SystemFacts.h"
+
+#include <algorithm>
+
+namespace tidemark {
+
+FolderLock Recorder::taken(const std::filesystem::path& folder) {
+    createPrivateFolders(folder);
+    auto lock = FolderLock::take(folder);
+    if (!lock)
+        throw FolderTaken(lock.error().sentence());
+    return *std::move(lock);
+}
+
+Recorder::Recorder(RecorderPlaces chosen)
+    : where(std::move(chosen)), held(taken(where.files.directory)), stored(where.settings),
+      memory({.url = where.files.memoryHistory(),
+              .preferences = stored,
+              .workspaceCenter = workspaceCenter}),
+      live({.activityURL = where.files.systemActivity(),
+            .workspaceCenter = workspaceCenter,
+            .memory = memory}),
+      appModel({.preferences = stored,
+                .files = where.files,
+                .applicationCenter = applicationCenter,
+                .workspaceCenter = workspaceCenter,
+                .ownsFolder = [this] { return held.isCurrent(); }}) {
+    live.attach(appModel.state());
+    auto& screen = appModel.history();
+    QObject::connect(&memory, &MemoryHistoryService::archiveChanged, &screen,
+                     [this, &screen] { screen.setMemory(memory.archive()); });
+    appModel.setLiveServices(live);
+}
+
+SettingSources Recorder::sources() {
+    std::set<SettingSource> present;
+    std::map<SettingSource, std::string> reasons;
+    std::error_code error;
+    const auto isFolder = [&](const std::filesystem::path& path) {
+        return std::filesystem::is_directory(path, error);
+    };
+    if (std::ranges::any_of(AdditionalObservations::standardCellars(), isFolder))
+        present.insert(SettingSource::formulas);
+    else
+        reasons[SettingSource::formulas] = "Homebrew is not installed.";
+    if (isFolder(AdditionalObservations::diagnosticFolder(SystemFacts::homeDirectory())))
+        present.insert(SettingSource::diagnosticReports);
+    return SettingSources(std::move(present), std::move(reasons));
+}
+
+RecordedHistory Recorder::recorded() const {
+    const auto& state = appModel.state();
+    return {.journal = state.journal(),
+            .activity = state.systemActivity(),
+            .memory = memory.archive(),
+            .activityProblem = *state.activityError,
+            .memoryProblem = memory.failure()};
+}
+
+} // namespace tidemark

@@ -1,0 +1,15 @@
+#include "recorder/StoredRecords.h"
+
+#include "app/preferences/PreferenceKeys.h"
+
+namespace tidemark {
+
+StoredRecords::StoredRecords(const RecorderPlaces& where, bool withColour)
+    : files(where.files), settings(where.settings, JsonPreferences::Opening::toRead),
+      isColoured(withColour) {}
+
+RecordedHistory StoredRecords::history() const {
+    return RecordedHistory::load(files, read(settings, preference::memoryClipboardDays));
+}
+
+} // namespace tidemark

@@ -1,0 +1,232 @@
+#pragma once
+
+#include "app/preferences/Preferences.h"
+#include "core/base/JsonDecoder.h"
+#include "core/base/JsonEncoder.h"
+#include "recorder/Command.h"
+#include "recorder/CommandContext.h"
+#include "recorder/HistoryReading.h"
+#include "recorder/OptionValue.h"
+
+#include <functional>
+#include <memory>
+#include <tuple>
+#include <type_traits>
+
+/// How a command is put together out of its options and a function: the types behind `Invocation`.
+namespace tidemark {
+
+/// What answers a command: one of the four kinds of function below, by where it can answer.
+/// All throw `Error`.
+
+/// The process that was given the command, whether a recorder runs or not. Returns the exit status.
+template <class Options>
+using AnswerHere = int (*)(const Options&);
+
+/// Whoever has the settings.
+template <class Options>
+using AnswerFromSettings = std::string (*)(const Preferences&, const Options&);
+
+/// Whoever has the history; away from the event loop, since the text of a long one takes time.
+template <class Options>
+using AnswerFromHistory = std::string (*)(const HistoryReading&, const Options&);
+
+/// The process that has the data folder, which is a running recorder or, where none runs, the one
+/// that was given the command.
+template <class Options>
+using AnswerByRecorder = QCoro::Task<std::string> (*)(CommandContext&, const Options&);
+
+/// What some commands need besides.
+template <class Options>
+struct CommandExtras {
+    /// What `AnswerByRecorder` changes is a setting, and lost when that can't be stored.
+    bool changesSettings = false;
+    /// Answers in the place of `AnswerByRecorder` where no recorder runs. Absent when it needs the
+    /// data folder.
+    std::optional<CommandAnswer> (*fromStored)(StoredRecords&, const Options&) = nullptr;
+    /// See `Invocation`.
+    std::optional<std::string> (*question)(const Options&) = nullptr;
+    std::optional<std::filesystem::path> (*outputFile)(const Options&) = nullptr;
+};
+
+namespace detail {
+
+using SettingsReader = std::function<std::string(const Preferences&)>;
+using HistoryReader = std::function<std::string(const HistoryReading&)>;
+
+CommandAnswer storedSettings(StoredRecords& stored, const SettingsReader& answer);
+CommandAnswer storedHistory(StoredRecords& stored, const HistoryReader& answer);
+QCoro::Task<std::string> liveSettings(CommandContext& context, SettingsReader answer);
+QCoro::Task<std::string> liveHistory(CommandContext& context, HistoryReader answer);
+/// Fails when the settings that `change` changes can't be stored.
+QCoro::Task<std::string> storedChange(CommandContext& context, QCoro::Task<std::string> change);
+
+/// Adds the name of the option to what is wrong with its value.
+template <class Check>
+void checkOption(std::string_view name, const OptionForm& form, const Check& check) {
+    try {
+        check();
+    } catch (const UsageError& error) {
+        throw UsageError((form.isPositional ? "" : "--") + std::string(name) + ": " + error.what());
+    }
+}
+
+} // namespace detail
+
+/// `answer` is one of the four functions.
+template <class Options, auto answer, CommandExtras<Options> extras = {}>
+class TypedInvocation final : public Invocation {
+    using Answer = decltype(answer);
+    static constexpr bool isHere = std::is_same_v<Answer, AnswerHere<Options>>;
+    static constexpr bool isFromSettings = std::is_same_v<Answer, AnswerFromSettings<Options>>;
+    static constexpr bool isFromHistory = std::is_same_v<Answer, AnswerFromHistory<Options>>;
+    static constexpr bool isByRecorder = std::is_same_v<Answer, AnswerByRecorder<Options>>;
+    static_assert(isHere || isFromSettings || isFromHistory || isByRecorder,
+                  "a command is answered by a function of one of the four kinds");
+
+public:
+    void setOption(std::size_t place, const std::vector<std::string>& words) override {
+        std::size_t index = 0;
+        forEachOption([&](const auto& option) {
+            if (index++ == place)
+                detail::checkOption(option.name, option.form,
+                                    [&] { set(values.*option.member, words); });
+        });
+    }
+
+    std::string options() const override { return json::encoded(values); }
+
+    void setOptions(std::string_view json) override {
+        values = json::decode<Options>(json);
+        check();
+    }
+
+    void check() const override {
+        forEachOption([&](const auto& option) {
+            detail::checkOption(option.name, option.form,
+                                [&] { checkValue(values.*option.member, option.check); });
+            if (!option.form.excludes.empty() && isGiven(option.name)
+                && isGiven(option.form.excludes))
+                throw UsageError("--" + std::string(option.name)
+                                 + " can't be given together with --"
+                                 + std::string(option.form.excludes));
+        });
+    }
+
+    std::optional<std::string> question() const override {
+        if constexpr (extras.question != nullptr)
+            return extras.question(values);
+        return std::nullopt;
+    }
+    std::optional<std::filesystem::path> outputFile() const override {
+        if constexpr (extras.outputFile != nullptr)
+            return extras.outputFile(values);
+        return std::nullopt;
+    }
+
+    bool isReading() const override {
+        return isFromSettings || isFromHistory || extras.fromStored != nullptr;
+    }
+
+    std::optional<int> runHere() const override {
+        if constexpr (isHere)
+            return answer(values);
+        return std::nullopt;
+    }
+
+    std::optional<CommandAnswer>
+    answerFromStored([[maybe_unused]] StoredRecords& stored) const override {
+        if constexpr (isFromSettings)
+            return detail::storedSettings(stored, bound());
+        else if constexpr (isFromHistory)
+            return detail::storedHistory(stored, bound());
+        else if constexpr (extras.fromStored != nullptr)
+            return extras.fromStored(stored, values);
+        else
+            return std::nullopt;
+    }
+
+    QCoro::Task<std::string> carryOut([[maybe_unused]] CommandContext& context) const override {
+        if constexpr (isFromSettings)
+            return detail::liveSettings(context, bound());
+        else if constexpr (isFromHistory)
+            return detail::liveHistory(context, bound());
+        else if constexpr (isByRecorder && extras.changesSettings)
+            return detail::storedChange(context, answer(context, values));
+        else if constexpr (isByRecorder)
+            return answer(context, values);
+        else
+            throw Error("This command can't be handed to a recorder.");
+    }
+
+    static std::vector<OptionDescription> describeOptions() {
+        std::vector<OptionDescription> all;
+        forEachOption([&](const auto& option) { all.push_back(described(option)); });
+        return all;
+    }
+
+private:
+    static void forEachOption(const auto& use) {
+        std::apply([&](const auto&... option) { (use(option), ...); }, Options::fields());
+    }
+
+    template <class Record, class Member>
+    static OptionDescription described(const Option<Record, Member>& option) {
+        OptionDescription text{option.name, option.help, option.form};
+        if constexpr (std::is_same_v<Member, bool>) {
+            text.isFlag = true;
+        } else {
+            text.isRepeated = isRepeatedOption<Member>;
+            text.choices = OptionValue<Member>::choices();
+            if (text.form.valueName.empty())
+                text.form.valueName = OptionValue<Member>::valueName;
+        }
+        return text;
+    }
+
+    template <class Member>
+    static void set(Member& member, const std::vector<std::string>& words) {
+        if constexpr (std::is_same_v<Member, bool>)
+            member = true;
+        else if constexpr (requires { OptionValue<Member>::add(member, words.front()); })
+            for (const auto& word : words)
+                OptionValue<Member>::add(member, word);
+        else
+            member = OptionValue<Member>::read(words.back());
+    }
+
+    template <class Member>
+    static void checkValue(const Member& value, void (*further)(const Member&)) {
+        if constexpr (!std::is_same_v<Member, bool>)
+            OptionValue<Member>::check(value);
+        if (further)
+            further(value);
+    }
+
+    bool isGiven(std::string_view name) const {
+        const Options none{};
+        bool given = false;
+        forEachOption([&](const auto& option) {
+            if (option.name == name)
+                given = !(values.*option.member == none.*option.member);
+        });
+        return given;
+    }
+
+    auto bound() const {
+        return [this](const auto& source) { return answer(source, values); };
+    }
+
+    Options values;
+};
+
+/// The row of a command, apart from its words: `makeCommand<Options, answer>({.name = …})`.
+template <class Options, auto answer, CommandExtras<Options> extras = {}>
+Command makeCommand(Command description) {
+    using Typed = TypedInvocation<Options, answer, extras>;
+    description.options = Typed::describeOptions();
+    description.invoke = []() -> std::unique_ptr<Invocation> { return std::make_unique<Typed>(); };
+    return description;
+}
+
+} // namespace tidemark

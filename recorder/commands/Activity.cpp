@@ -1,0 +1,42 @@
+#include "recorder/Commands.h"
+#include "recorder/HistoryTime.h"
+#include "recorder/TypedInvocation.h"
+
+namespace tidemark {
+
+namespace {
+
+struct Options {
+    bool json = false;
+
+    static constexpr auto fields() {
+        return std::tuple{Option{"json", &Options::json, "Print stored JSON instead of text"}};
+    }
+};
+
+std::string activity(const HistoryReading& reading, const Options& options) {
+    // A file that can't be read is not an empty one.
+    if (reading.history.activityProblem)
+        throw Error(*reading.history.activityProblem);
+    const auto& records = reading.history.activity;
+    if (options.json)
+        return json::encoded(records) + "\n";
+    std::string out;
+    const Calendar calendar;
+    for (auto record = records.rbegin(); record != records.rend(); ++record)
+        out += historyTime::moment(record->timestamp, "", calendar) + "  "
+               + oneLine(record->title()) + "  " + oneLine(record->detailSubtitle()) + "\n";
+    return out.empty() ? "No activity has been recorded.\n" : out;
+}
+
+} // namespace
+
+Command commands::activity() {
+    return makeCommand<Options, &tidemark::activity>({
+        .name = "activity",
+        .group = CommandGroup::history,
+        .summary = "List what the machine reported live",
+    });
+}
+
+} // namespace tidemark

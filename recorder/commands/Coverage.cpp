@@ -1,0 +1,34 @@
+#include "recorder/Commands.h"
+#include "recorder/CoverageText.h"
+#include "recorder/HistoryFilter.h"
+#include "recorder/HistoryTime.h"
+#include "recorder/TypedInvocation.h"
+
+namespace tidemark {
+
+namespace {
+
+struct Options {
+    std::optional<std::string> since;
+
+    static constexpr auto fields() {
+        return std::tuple{Option{"since", &Options::since, sinceHelp}};
+    }
+};
+
+std::string coverage(const HistoryReading& reading, const Options& options) {
+    const Date since = historyTime::since(options.since.value_or(""), reading.now);
+    return coverageText(reading.history.journal, since, reading.now);
+}
+
+} // namespace
+
+Command commands::coverage() {
+    return makeCommand<Options, &tidemark::coverage>({
+        .name = "coverage",
+        .group = CommandGroup::history,
+        .summary = "Tell when and where nothing could be seen",
+    });
+}
+
+} // namespace tidemark

@@ -1,0 +1,54 @@
+#include "core/history/HistoryExport.h"
+#include "core/presentation/HistoryView.h"
+#include "recorder/Commands.h"
+#include "recorder/HistoryFilter.h"
+#include "recorder/TypedInvocation.h"
+
+namespace tidemark {
+
+namespace {
+
+struct Options : HistoryFilter {
+    HistoryExport::Format format{};
+    bool includePrivate = false;
+    /// Written by the process that was given the command.
+    std::optional<FilePath> output;
+
+    static constexpr auto fields() {
+        return std::tuple_cat(
+            std::tuple{Option{"format", &Options::format, "csv or json", {.isRequired = true}}},
+            HistoryFilter::fields(),
+            std::tuple{Option{"include-private", &Options::includePrivate,
+                              "With paths, names of devices and networks, clips and origins"},
+                       Option{"output",
+                              &Options::output,
+                              "The file; standard output without it",
+                              {.letter = 'o', .valueName = "FILE"}}});
+    }
+};
+
+std::string exported(const HistoryReading& reading, const Options& options) {
+    auto events = filtered(reading, options).presentation.events;
+    if (events.empty())
+        throw Error("There is nothing to export.");
+    const HistoryExport report{std::move(events), "Timeline", reading.now};
+    return report.data(options.format, options.includePrivate);
+}
+
+std::optional<std::filesystem::path> outputFile(const Options& options) {
+    return options.output ? std::optional(options.output->path()) : std::nullopt;
+}
+
+} // namespace
+
+Command commands::exportHistory() {
+    return makeCommand<Options, &exported, CommandExtras<Options>{.outputFile = outputFile}>({
+        .name = "export",
+        .group = CommandGroup::history,
+        .summary = "Write a report of the history",
+        .details = "Nothing can be restored from a report. Paths, names of devices and networks, "
+                   "clips and origins are left out unless --include-private asks for them.",
+    });
+}
+
+} // namespace tidemark

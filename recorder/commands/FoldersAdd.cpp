@@ -1,0 +1,48 @@
+#include "core/base/Text.h"
+#include "recorder/Commands.h"
+#include "recorder/FolderChange.h"
+#include "recorder/Recorder.h"
+#include "recorder/TypedInvocation.h"
+
+namespace tidemark {
+
+namespace {
+
+struct Options {
+    FilePath path;
+    std::set<FolderPurpose> purpose;
+
+    static constexpr auto fields() {
+        return std::tuple{
+            Option{
+                "path", &Options::path, "The folder", {.isPositional = true, .isRequired = true}},
+            Option{"purpose", &Options::purpose,
+                   "What to read it for; can be given several times"}};
+    }
+};
+
+QCoro::Task<std::string> foldersAdd(CommandContext& context, const Options& options) {
+    FolderChange change(context);
+    const auto folder = co_await GivenFolder::of(options.path);
+    std::vector<std::filesystem::path> added{options.path.path()};
+    FolderAccess::PurposesOf purposes = [wanted =
+                                             options.purpose](const std::filesystem::path& path) {
+        return wanted.empty() ? FolderGrant::suggestedPurposes(path) : wanted;
+    };
+    co_await context.folders().add(std::move(added), std::move(purposes));
+    change.finish();
+    co_return "Monitoring " + oneLine(folder.canonical) + ".\n";
+}
+
+} // namespace
+
+Command commands::foldersAdd() {
+    return makeCommand<Options, &tidemark::foldersAdd,
+                       CommandExtras<Options>{.changesSettings = true}>({
+        .name = "folders add",
+        .group = CommandGroup::choices,
+        .summary = "Monitor a folder",
+    });
+}
+
+} // namespace tidemark

@@ -1,0 +1,42 @@
+#include "core/base/Text.h"
+#include "recorder/Commands.h"
+#include "recorder/FolderChange.h"
+#include "recorder/Recorder.h"
+#include "recorder/TypedInvocation.h"
+
+namespace tidemark {
+
+namespace {
+
+struct Options {
+    FilePath path;
+
+    static constexpr auto fields() {
+        return std::tuple{Option{
+            "path", &Options::path, "The folder", {.isPositional = true, .isRequired = true}}};
+    }
+};
+
+QCoro::Task<std::string> foldersRemove(CommandContext& context, const Options& options) {
+    FolderChange change(context);
+    const auto folder = co_await GivenFolder::of(options.path);
+    const auto grant = folder.granted(context.folders());
+    context.folders().remove(grant.id);
+    if (context.folders().message())
+        throw Error(*context.folders().message());
+    change.finish();
+    co_return oneLine(grant.path) + " is monitored no longer.\n";
+}
+
+} // namespace
+
+Command commands::foldersRemove() {
+    return makeCommand<Options, &tidemark::foldersRemove,
+                       CommandExtras<Options>{.changesSettings = true}>({
+        .name = "folders remove",
+        .group = CommandGroup::choices,
+        .summary = "Monitor a folder no longer",
+    });
+}
+
+} // namespace tidemark

@@ -1,0 +1,42 @@
+#include "recorder/Commands.h"
+#include "recorder/HistoryTime.h"
+#include "recorder/TypedInvocation.h"
+
+namespace tidemark {
+
+namespace {
+
+struct Options {
+    bool json = false;
+
+    static constexpr auto fields() {
+        return std::tuple{Option{"json", &Options::json, "Print stored JSON instead of text"}};
+    }
+};
+
+std::string memory(const HistoryReading& reading, const Options& options) {
+    // A file that can't be read is not an empty one.
+    if (reading.history.memoryProblem)
+        throw Error(*reading.history.memoryProblem);
+    const auto& records = reading.history.memory.records;
+    if (options.json)
+        return json::encoded(records) + "\n";
+    std::string out;
+    const Calendar calendar;
+    for (const auto& record : records)
+        out += historyTime::moment(record->timestamp, "", calendar) + "  " + oneLine(record->title)
+               + "  " + oneLine(record->subtitle()) + "\n";
+    return out.empty() ? "Nothing has been remembered.\n" : out;
+}
+
+} // namespace
+
+Command commands::memory() {
+    return makeCommand<Options, &tidemark::memory>({
+        .name = "memory",
+        .group = CommandGroup::history,
+        .summary = "List files, downloads, launches and clips",
+    });
+}
+
+} // namespace tidemark

@@ -1,0 +1,53 @@
+#include "app/capture/CaptureSchedule.h"
+#include "app/preferences/PreferenceKeys.h"
+#include "recorder/Commands.h"
+#include "recorder/Recorder.h"
+#include "recorder/StoredRecords.h"
+#include "recorder/TypedInvocation.h"
+
+namespace tidemark {
+
+namespace {
+
+struct Options {
+    std::optional<CaptureSchedule> value;
+
+    static constexpr auto fields() {
+        return std::tuple{
+            Option{"value", &Options::value, "The new schedule", {.isPositional = true}}};
+    }
+};
+
+std::string text(const Preferences& preferences) {
+    const auto stored =
+        json::fromRawValue<CaptureSchedule>(read(preferences, preference::captureSchedule));
+    const auto schedule = stored.value_or(CaptureSchedule::halfHourly);
+    return std::string(rawValue(schedule)) + ": " + std::string(label(schedule)) + "\n";
+}
+
+QCoro::Task<std::string> schedule(CommandContext& context, const Options& options) {
+    if (options.value) {
+        context.model().setCaptureSchedule(*options.value);
+        context.requireStored();
+    }
+    co_return text(context.preferences());
+}
+
+std::optional<CommandAnswer> storedSchedule(StoredRecords& stored, const Options& options) {
+    if (options.value)
+        return std::nullopt;
+    return CommandAnswer{text(stored.preferences())};
+}
+
+} // namespace
+
+Command commands::schedule() {
+    return makeCommand<Options, &tidemark::schedule,
+                       CommandExtras<Options>{.fromStored = storedSchedule}>({
+        .name = "schedule",
+        .group = CommandGroup::recording,
+        .summary = "Tell or set how often captures are due",
+    });
+}
+
+} // namespace tidemark

@@ -1,0 +1,33 @@
+#include "recorder/Commands.h"
+#include "recorder/Recorder.h"
+#include "recorder/SettingCommands.h"
+#include "recorder/TypedInvocation.h"
+
+namespace tidemark {
+
+namespace {
+
+struct Options {
+    bool json = false;
+
+    static constexpr auto fields() {
+        return std::tuple{Option{"json", &Options::json, "Print JSON instead of text"}};
+    }
+};
+
+std::string settingsList(const Preferences& preferences, const Options& options) {
+    return settingCommands::list(preferences, Recorder::sources(), options.json);
+}
+
+} // namespace
+
+Command commands::settingsList() {
+    return makeCommand<Options, &tidemark::settingsList>({
+        .name = "settings list",
+        .group = CommandGroup::choices,
+        .summary = "List the settings",
+        .family = "List or change settings",
+    });
+}
+
+} // namespace tidemark

@@ -1,0 +1,76 @@
+#include "core/presentation/HistoryView.h"
+#include "core/timeline/EventBuilder.h"
+#include "recorder/Commands.h"
+#include "recorder/HistoryTime.h"
+#include "recorder/NamedSnapshot.h"
+#include "recorder/TimelinePrinter.h"
+#include "recorder/TypedInvocation.h"
+
+#include <iterator>
+
+namespace tidemark {
+
+namespace {
+
+struct Options {
+    std::string name;
+    /// What was recorded since, instead of the two states.
+    bool timeline = false;
+    bool json = false;
+
+    static constexpr auto fields() {
+        return std::tuple{Option{"name",
+                                 &Options::name,
+                                 namedSnapshotHelp,
+                                 {.isPositional = true, .isRequired = true}},
+                          Option{"timeline", &Options::timeline,
+                                 "What was recorded since, instead of the two states"},
+                          Option{"json", &Options::json, "Print stored JSON instead of text"}};
+    }
+};
+
+std::vector<Shared<Event>> differences(const Snapshot& before, const Snapshot& now) {
+    auto built = EventBuilder::build(before, now);
+    return TimelinePresentation::newestFirst(
+        {std::make_move_iterator(built.begin()), std::make_move_iterator(built.end())});
+}
+
+std::vector<Shared<Event>> recordedSince(const HistoryReading& reading, Date since) {
+    HistoryPlace place;
+    place.window = HistoryTimeWindow::all;
+    place.since = since;
+    place.isInSnapshot = true;
+    return presentHistory(reading.history.merged(), place, reading.now, Calendar())
+        .presentation.events;
+}
+
+std::string snapshotCompare(const HistoryReading& reading, const Options& options) {
+    const Journal& journal = reading.history.journal;
+    const Snapshot& before = *namedSnapshot(journal, options.name).snapshot;
+    if (journal.snapshots.empty())
+        throw Error("There is no capture to compare it with.");
+    const auto events = options.timeline ? recordedSince(reading, before.timestamp)
+                                         : differences(before, *journal.snapshots.back());
+    if (options.json)
+        return json::encoded(events) + "\n";
+    const Calendar calendar;
+    std::string out = (options.timeline ? "Recorded since " : "Different from ")
+                      + historyTime::moment(before.timestamp, "", calendar) + ":\n";
+    if (options.timeline && journal.mayLackEventsSince(before.timestamp))
+        out += "Older events were removed, so this may be incomplete.\n";
+    return out + "\n"
+           + (events.empty() ? "Nothing.\n"
+                             : TimelinePrinter(calendar, reading.colour).text(events));
+}
+
+} // namespace
+
+Command commands::snapshotCompare() {
+    return makeCommand<Options, &tidemark::snapshotCompare>({
+        .name = "snapshot compare",
+        .group = CommandGroup::history,
+        .summary = "Tell what is different now",
+    });
+}
+
+} // namespace tidemark

@@ -1,0 +1,54 @@
+#include "core/base/Text.h"
+#include "recorder/Commands.h"
+#include "recorder/NamedSnapshot.h"
+#include "recorder/Recorder.h"
+#include "recorder/TypedInvocation.h"
+
+namespace tidemark {
+
+namespace {
+
+struct Options {
+    std::string name;
+    bool yes = false;
+
+    static constexpr auto fields() {
+        return std::tuple{Option{"name",
+                                 &Options::name,
+                                 namedSnapshotHelp,
+                                 {.isPositional = true, .isRequired = true}},
+                          Option{"yes", &Options::yes, "Do not ask"}};
+    }
+};
+
+QCoro::Task<std::string> snapshotDelete(CommandContext& context, const Options& options) {
+    co_await context.model().openHistory();
+    context.requireHistory();
+    const auto& baseline = namedSnapshot(context.state().journal(), options.name);
+    const std::string name = baseline.name;
+    if (context.state().busy())
+        throw Error(anotherOperation);
+    const bool deleted = co_await context.model().snapshots().deleteSnapshot(baseline.id);
+    if (!deleted)
+        throw Error(context.state().error->value_or(anotherOperation));
+    co_return "Deleted the snapshot \"" + oneLine(name) + "\"; the history stays.\n";
+}
+
+std::optional<std::string> question(const Options& options) {
+    if (options.yes)
+        return std::nullopt;
+    return "Delete the snapshot \"" + oneLine(options.name) + "\"?";
+}
+
+} // namespace
+
+Command commands::snapshotDelete() {
+    return makeCommand<Options, &tidemark::snapshotDelete,
+                       CommandExtras<Options>{.question = question}>({
+        .name = "snapshot delete",
+        .group = CommandGroup::history,
+        .summary = "Remove a named snapshot; the history stays",
+    });
+}
+
+} // namespace tidemark

@@ -1,0 +1,60 @@
+#include "core/base/Text.h"
+#include "recorder/Commands.h"
+#include "recorder/HistoryTime.h"
+#include "recorder/TypedInvocation.h"
+
+namespace tidemark {
+
+namespace {
+
+struct Options {
+    bool json = false;
+
+    static constexpr auto fields() {
+        return std::tuple{Option{"json", &Options::json, "Print JSON instead of text"}};
+    }
+};
+
+/// A named snapshot without what it holds.
+struct Entry {
+    Uuid id;
+    std::string name;
+    Date timestamp;
+
+    static constexpr auto fields() {
+        return std::tuple{
+            Field{"id", &Entry::id},
+            Field{"name", &Entry::name},
+            Field{"timestamp", &Entry::timestamp},
+        };
+    }
+};
+
+std::string snapshotList(const HistoryReading& reading, const Options& options) {
+    const auto& baselines = reading.history.journal.baselines;
+    if (options.json) {
+        std::vector<Entry> entries;
+        for (const auto& baseline : baselines)
+            entries.push_back({baseline.id, baseline.name, baseline.snapshot->timestamp});
+        return json::encoded(entries) + "\n";
+    }
+    const Calendar calendar;
+    std::string out;
+    for (const auto& baseline : baselines)
+        out += historyTime::moment(baseline.snapshot->timestamp, "", calendar) + "  "
+               + baseline.id.text() + "  " + oneLine(baseline.name) + "\n";
+    return out.empty() ? "No snapshot has been saved.\n" : out;
+}
+
+} // namespace
+
+Command commands::snapshotList() {
+    return makeCommand<Options, &tidemark::snapshotList>({
+        .name = "snapshot list",
+        .group = CommandGroup::history,
+        .summary = "List the named snapshots",
+        .family = "Keep the present state under a name, and compare",
+    });
+}
+
+} // namespace tidemark

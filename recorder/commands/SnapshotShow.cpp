@@ -1,0 +1,38 @@
+#include "recorder/Commands.h"
+#include "recorder/NamedSnapshot.h"
+#include "recorder/ObservationSummary.h"
+#include "recorder/TypedInvocation.h"
+
+namespace tidemark {
+
+namespace {
+
+struct Options {
+    std::string name;
+    bool json = false;
+
+    static constexpr auto fields() {
+        return std::tuple{Option{"name",
+                                 &Options::name,
+                                 namedSnapshotHelp,
+                                 {.isPositional = true, .isRequired = true}},
+                          Option{"json", &Options::json, "Print stored JSON instead of text"}};
+    }
+};
+
+std::string snapshotShow(const HistoryReading& reading, const Options& options) {
+    const Baseline& baseline = namedSnapshot(reading.history.journal, options.name);
+    return options.json ? json::encoded(baseline) + "\n" : observationSummary(*baseline.snapshot);
+}
+
+} // namespace
+
+Command commands::snapshotShow() {
+    return makeCommand<Options, &tidemark::snapshotShow>({
+        .name = "snapshot show",
+        .group = CommandGroup::history,
+        .summary = "Show what a named snapshot holds",
+    });
+}
+
+} // namespace tidemark

@@ -1,0 +1,131 @@
+#include "app/preferences/PreferenceKeys.h"
+#include "core/base/JsonEncoder.h"
+#include "core/base/Text.h"
+#include "recorder/Commands.h"
+#include "recorder/HistoryTime.h"
+#include "recorder/Recorder.h"
+#include "recorder/StoredRecords.h"
+#include "recorder/TypedInvocation.h"
+
+#include <algorithm>
+
+namespace tidemark {
+
+namespace {
+
+struct Options {
+    bool json = false;
+
+    static constexpr auto fields() {
+        return std::tuple{Option{"json", &Options::json, "Print JSON instead of text"}};
+    }
+};
+
+struct Status {
+    /// A recorder runs.
+    bool running = false;
+    std::string mode;
+    std::string activity;
+    std::string schedule;
+    std::optional<Date> lastCapture;
+    std::optional<Date> nextCapture;
+    std::int64_t snapshots = 0;
+    std::int64_t events = 0;
+    std::int64_t folders = 0;
+    std::vector<std::string> problems;
+
+    static constexpr auto fields() {
+        return std::tuple{
+            Field{"running", &Status::running},         Field{"mode", &Status::mode},
+            Field{"activity", &Status::activity},       Field{"schedule", &Status::schedule},
+            Field{"lastCapture", &Status::lastCapture}, Field{"nextCapture", &Status::nextCapture},
+            Field{"snapshots", &Status::snapshots},     Field{"events", &Status::events},
+            Field{"folders", &Status::folders},         Field{"problems", &Status::problems},
+        };
+    }
+};
+
+Status stored(const Journal& journal, const Preferences& preferences, const FolderAccess& folders) {
+    Status status;
+    status.mode = read(preferences, preference::recordingMode);
+    status.activity = status.mode == "paused" ? "Paused" : "No recorder runs";
+    const auto schedule =
+        json::fromRawValue<CaptureSchedule>(read(preferences, preference::captureSchedule));
+    status.schedule = label(schedule.value_or(CaptureSchedule::halfHourly));
+    if (!journal.snapshots.empty())
+        status.lastCapture = journal.snapshots.back()->timestamp;
+    status.snapshots = static_cast<std::int64_t>(journal.snapshots.size());
+    status.events = static_cast<std::int64_t>(journal.events.size());
+    status.folders = static_cast<std::int64_t>(folders.grants().size());
+    if (auto problem = preferences.problem())
+        status.problems.push_back(*std::move(problem));
+    if (folders.message() && !folders.messageIsSuccess())
+        status.problems.push_back(*folders.message());
+    if (!read(preferences, preference::folderSetupCompleted))
+        status.problems.emplace_back(
+            "No folders have been chosen yet; captures wait for tidemark folders.");
+    return status;
+}
+
+void line(std::string& out, const std::string& label, const std::string& value) {
+    out += label + std::string(16 - std::min<std::size_t>(label.size(), 15), ' ') + oneLine(value)
+           + "\n";
+}
+
+std::string shown(const Status& status, bool asJson) {
+    if (asJson)
+        return json::encoded(status) + "\n";
+    std::string out;
+    line(out, "State", status.activity);
+    line(out, "Schedule", status.schedule);
+    line(out, "Last capture", historyTime::moment(status.lastCapture, "None yet"));
+    line(out, "Next capture",
+         status.running ? historyTime::moment(status.nextCapture, "Not scheduled")
+                        : "Not before a recorder runs (tidemark run)");
+    line(out, "Captures kept", std::to_string(status.snapshots));
+    line(out, "Events", std::to_string(status.events));
+    line(out, "Folders", std::to_string(status.folders));
+    for (const auto& problem : status.problems)
+        line(out, "Problem", problem);
+    return out;
+}
+
+QCoro::Task<std::string> status(CommandContext& context, const Options& options) {
+    const auto& state = context.state();
+    Status status = stored(state.journal(), context.preferences(), context.folders());
+    status.running = context.isRunning;
+    // What holds, which a full disk may have kept from being stored.
+    if (context.isRunning && *state.loaded)
+        status.mode = rawValue(*state.recordingMode);
+    status.activity = context.model().recordingStatus();
+    status.nextCapture = context.model().nextAutomaticCapture();
+    for (const auto& problem :
+         {*state.error, *state.activityError, context.recorder.memoryHistory().failure()})
+        if (problem)
+            status.problems.push_back(*problem);
+    co_return shown(status, options.json);
+}
+
+std::optional<CommandAnswer> storedStatus(StoredRecords& records, const Options& options) {
+    auto& preferences = records.preferences();
+    const RecordedHistory history = records.history();
+    const FolderAccess folders(preferences, BookmarkOperations::direct());
+    Status status = stored(history.journal, preferences, folders);
+    for (const auto& problem : {history.activityProblem, history.memoryProblem})
+        if (problem)
+            status.problems.push_back(*problem);
+    return CommandAnswer{shown(status, options.json)};
+}
+
+} // namespace
+
+Command commands::status() {
+    return makeCommand<Options, &tidemark::status,
+                       CommandExtras<Options>{.fromStored = storedStatus}>({
+        .name = "status",
+        .group = CommandGroup::recording,
+        .summary = "Tell how recording stands",
+    });
+}
+
+} // namespace tidemark
