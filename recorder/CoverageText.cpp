@@ -26,19 +26,7 @@ std::string problemLine(const std::string& message, const Spell& spell, const Ca
     return "Not seen    " + when + "\n            " + oneLine(message) + "\n";
 }
 
-} // namespace
-
-std::string coverageText(const Journal& journal, Date since, Date now) {
-    if (journal.snapshots.empty())
-        return "No capture has been taken yet.\n";
-    const auto report = ObservationCoverageReport::build(journal.snapshots, since, now);
-    if (report.gaps.empty() && report.accessIssues.empty())
-        return "Every place was seen at every capture that was due.\n";
-    const Calendar calendar;
-    std::string out;
-    for (const auto& gap : report.gaps)
-        out += "No capture  " + historyTime::moment(gap.start, "", calendar) + " – "
-               + (gap.isOngoing ? "now" : historyTime::moment(gap.end, "", calendar)) + "\n";
+std::string problemLines(const ObservationCoverageReport& report, const Calendar& calendar) {
     std::map<std::string, Spell> problems;
     for (const auto& issue : report.accessIssues) {
         auto& spell =
@@ -46,9 +34,49 @@ std::string coverageText(const Journal& journal, Date since, Date now) {
         spell.last = issue.timestamp;
         ++spell.captures;
     }
+    std::string out;
     for (const auto& [message, spell] : problems)
         out += problemLine(message, spell, calendar);
     return out;
+}
+
+std::string gapLines(const ObservationCoverageReport& report, const Calendar& calendar) {
+    std::string out;
+    for (const auto& gap : report.gaps)
+        out += "No capture  " + historyTime::moment(gap.start, "", calendar) + " – "
+               + (gap.isOngoing ? "now" : historyTime::moment(gap.end, "", calendar)) + "\n";
+    return out;
+}
+
+/// Of captures dated after `now`, by a clock that was ahead, the report says nothing.
+std::string futureLine(const std::vector<Date>& future, const Calendar& calendar) {
+    if (future.empty())
+        return {};
+    const std::string last = historyTime::moment(*std::ranges::max_element(future), "", calendar);
+    return "Not judged  "
+           + (future.size() == 1 ? "1 capture, which is dated "
+                                 : std::to_string(future.size()) + " captures, dated up to ")
+           + last + ", in the future\n";
+}
+
+} // namespace
+
+std::string coverageText(const Journal& journal, Date since, Date now) {
+    if (journal.snapshots.empty())
+        return "No capture has been taken yet.\n";
+    if (since > now)
+        return "That time has not come yet.\n";
+    std::vector<Date> future;
+    for (const auto& snapshot : journal.snapshots)
+        if (snapshot->timestamp > now)
+            future.push_back(snapshot->timestamp);
+    const Calendar calendar;
+    const auto report = ObservationCoverageReport::build(journal.snapshots, since, now);
+    std::string out =
+        futureLine(future, calendar) + gapLines(report, calendar) + problemLines(report, calendar);
+    if (!out.empty())
+        return out;
+    return "Every place was seen at every capture that was due.\n";
 }
 
 } // namespace tidemark

@@ -4,6 +4,7 @@
 #include "core/base/Error.h"
 
 #include <charconv>
+#include <chrono>
 #include <cmath>
 #include <ctime>
 
@@ -27,19 +28,18 @@ std::optional<double> secondsOf(char unit) {
     }
 }
 
-/// "2026-05-31" as local midnight, by the rules of the C library's time zone.
+/// "2026-05-31" as local midnight.
 std::optional<Date> localMidnight(const std::string& text) {
+    using namespace std::chrono;
     std::tm fields{};
     const char* end = ::strptime(text.c_str(), "%Y-%m-%d", &fields);
     if (!end || *end)
         return std::nullopt;
-    fields.tm_isdst = -1;
-    const int dayOfMonth = fields.tm_mday;
-    const std::time_t time = std::mktime(&fields);
-    // The 31st of a shorter month would be a day of the next one.
-    return time == -1 || fields.tm_mday != dayOfMonth
-               ? std::nullopt
-               : std::optional(Date::fromUnix(static_cast<double>(time)));
+    const year_month_day date(year(fields.tm_year + 1900),
+                              month(static_cast<unsigned>(fields.tm_mon + 1)),
+                              std::chrono::day(static_cast<unsigned>(fields.tm_mday)));
+    // No 31st of a shorter month.
+    return date.ok() ? std::optional(Calendar().momentOf(local_days(date))) : std::nullopt;
 }
 
 } // namespace

@@ -29,14 +29,21 @@ std::string TimelinePrinter::moment(Date date) const {
     return calendar.format(date, "d MMM yyyy, HH:mm:ss");
 }
 
+/// The start of an interval needs what differs from the day of the event, under which it stands.
+const char* TimelinePrinter::startPattern(const Event& event) const {
+    using namespace std::chrono;
+    const year_month_day start(floor<days>(calendar.clockAt(event.intervalStart)));
+    const year_month_day end(floor<days>(calendar.clockAt(event.timestamp)));
+    if (start == end)
+        return "HH:mm";
+    return start.year() == end.year() ? "d MMM HH:mm" : "d MMM yyyy HH:mm";
+}
+
 std::string TimelinePrinter::times(const Event& event) const {
     std::string end = calendar.format(event.timestamp, "HH:mm");
     if (event.intervalStart == event.timestamp)
         return end;
-    const bool sameDay =
-        calendar.startOfDay(event.intervalStart) == calendar.startOfDay(event.timestamp);
-    const std::string start =
-        calendar.format(event.intervalStart, sameDay ? "HH:mm" : "d MMM HH:mm");
+    const std::string start = calendar.format(event.intervalStart, startPattern(event));
     return start == end ? end : start + " – " + end;
 }
 

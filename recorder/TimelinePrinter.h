@@ -22,6 +22,7 @@ public:
 
 private:
     std::string times(const Event& event) const;
+    const char* startPattern(const Event& event) const;
     void append(std::string& out, const Event& event, std::size_t timeColumns) const;
     std::string styled(std::string_view text, std::string_view style) const;
 

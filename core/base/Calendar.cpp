@@ -3,100 +3,134 @@
 #include "core/base/Error.h"
 
 #include <algorithm>
+#include <cmath>
+#include <cstdint>
+#include <ctime>
 #include <map>
+#include <numeric>
 
-#include <unicode/gregocal.h>
 #include <unicode/smpdtfmt.h>
 #include <unicode/timezone.h>
 
 namespace tidemark {
 
-struct Calendar::Implementation {
-    std::unique_ptr<icu::TimeZone> zone;
-    std::unique_ptr<icu::Calendar> calendar;
-    /// By pattern; one is dear to make.
-    std::map<std::string, icu::SimpleDateFormat> formatters;
-
-    explicit Implementation(icu::TimeZone* adopted) : zone(adopted) {
-        UErrorCode status = U_ZERO_ERROR;
-        calendar = std::make_unique<icu::GregorianCalendar>(*zone, status);
-        if (U_FAILURE(status))
-            throw Error("The calendar of this system is not available.");
-    }
-};
-
 namespace {
 
-/// ICU counts milliseconds and takes no infinity; beyond this no calendar is meant.
-constexpr double furthest = 8e15;
+using std::chrono::days;
+using std::chrono::floor;
+using std::chrono::local_seconds;
+using std::chrono::seconds;
 
-UDate toICU(Date date) {
-    return std::clamp(date.secondsSince1970() * 1000, -furthest, furthest);
+/// Seconds from 1970 beyond which no calendar is meant. ICU and the C library can count them.
+constexpr double furthest = 8e12;
+constexpr std::int64_t day = 86'400;
+
+std::int64_t unixSeconds(Date date) {
+    const double whole = std::floor(date.secondsSince1970());
+    return static_cast<std::int64_t>(std::isnan(whole) ? -furthest
+                                                       : std::clamp(whole, -furthest, furthest));
 }
 
-Date fromICU(UDate date) {
-    return Date::fromUnix(date / 1000);
+/// How far the clocks of the process are ahead of UTC.
+std::int64_t offsetOfProcess(std::int64_t time) {
+    const auto moment = static_cast<std::time_t>(time);
+    std::tm local{};
+    return ::localtime_r(&moment, &local) ? local.tm_gmtoff : 0;
 }
 
-/// Sets the clock of `calendar` to the first moment of its day.
-void moveToStartOfDay(icu::Calendar& calendar) {
-    for (const UCalendarDateFields field :
-         {UCAL_HOUR_OF_DAY, UCAL_MINUTE, UCAL_SECOND, UCAL_MILLISECOND})
-        calendar.set(field, 0);
-    // Where midnight is skipped the day begins behind the gap; where it comes twice, with the
-    // first one.
-    calendar.setSkippedWallTimeOption(UCAL_WALLTIME_NEXT_VALID);
-    calendar.setRepeatedWallTimeOption(UCAL_WALLTIME_FIRST);
+std::int64_t offsetOf(const icu::TimeZone& zone, std::int64_t time) {
+    std::int32_t standard = 0;
+    std::int32_t saving = 0;
+    UErrorCode status = U_ZERO_ERROR;
+    zone.getOffset(static_cast<UDate>(time) * 1000, false, standard, saving, status);
+    return U_SUCCESS(status) ? (standard + saving) / 1000 : 0;
 }
 
 } // namespace
 
-Calendar::Calendar()
-    : implementation(std::make_unique<Implementation>(icu::TimeZone::createDefault())) {}
-Calendar::Calendar(const std::string& zone)
-    : implementation(std::make_unique<Implementation>(
-          icu::TimeZone::createTimeZone(icu::UnicodeString::fromUTF8(zone)))) {}
+struct Calendar::Implementation {
+    /// None for the zone of the process.
+    std::unique_ptr<icu::TimeZone> zone;
+    /// By pattern; one is expensive to make.
+    std::map<std::string, icu::SimpleDateFormat> formatters;
+
+    std::int64_t offset(std::int64_t time) const {
+        return zone ? offsetOf(*zone, time) : offsetOfProcess(time);
+    }
+
+    /// The first second after `from`, up to `until`, at which the clock is ahead by `offset`; it
+    /// must be so at `until`.
+    std::int64_t firstWith(std::int64_t offsetThen, std::int64_t from, std::int64_t until) const {
+        while (until - from > 1) {
+            const std::int64_t middle = std::midpoint(from, until);
+            (offset(middle) == offsetThen ? until : from) = middle;
+        }
+        return until;
+    }
+
+    icu::SimpleDateFormat& formatter(const std::string& pattern) {
+        const auto found = formatters.find(pattern);
+        if (found != formatters.end())
+            return found->second;
+        UErrorCode status = U_ZERO_ERROR;
+        icu::SimpleDateFormat made(icu::UnicodeString::fromUTF8(pattern), status);
+        if (U_FAILURE(status))
+            throw Error("The calendar of this system is not available.");
+        // It is given what the clock shows.
+        made.setTimeZone(*icu::TimeZone::getGMT());
+        return formatters.emplace(pattern, std::move(made)).first->second;
+    }
+};
+
+Calendar::Calendar() : implementation(std::make_unique<Implementation>()) {
+    // Only this looks at TZ and /etc/localtime again; localtime_r(3) does not.
+    ::tzset();
+}
+Calendar::Calendar(const std::string& zone) : implementation(std::make_unique<Implementation>()) {
+    implementation->zone.reset(icu::TimeZone::createTimeZone(icu::UnicodeString::fromUTF8(zone)));
+}
 Calendar::~Calendar() = default;
 Calendar::Calendar(Calendar&&) noexcept = default;
 Calendar& Calendar::operator=(Calendar&&) noexcept = default;
-Calendar::Calendar(const Calendar& other)
-    : implementation(std::make_unique<Implementation>(other.implementation->zone->clone())) {}
+Calendar::Calendar(const Calendar& other) : implementation(std::make_unique<Implementation>()) {
+    if (const auto& zone = other.implementation->zone)
+        implementation->zone.reset(zone->clone());
+}
 Calendar& Calendar::operator=(const Calendar& other) {
-    implementation = std::make_unique<Implementation>(other.implementation->zone->clone());
-    return *this;
+    return *this = Calendar(other);
+}
+
+local_seconds Calendar::clockAt(Date date) const {
+    const std::int64_t time = unixSeconds(date);
+    return local_seconds(seconds(time + implementation->offset(time)));
+}
+
+Date Calendar::momentOf(local_seconds time) const {
+    const std::int64_t shown = time.time_since_epoch().count();
+    const std::int64_t guess = shown - implementation->offset(shown);
+    // The clock changes once in these two days at most.
+    const auto [behind, ahead] =
+        std::minmax({implementation->offset(guess - day), implementation->offset(guess + day)});
+    for (const std::int64_t offset : {ahead, behind})
+        if (implementation->offset(shown - offset) == offset)
+            return Date::fromUnix(static_cast<double>(shown - offset));
+    const std::int64_t change = implementation->firstWith(ahead, shown - ahead, shown - behind);
+    return Date::fromUnix(static_cast<double>(change));
 }
 
 Date Calendar::startOfDay(Date date) const {
-    UErrorCode status = U_ZERO_ERROR;
-    auto& calendar = *implementation->calendar;
-    calendar.setTime(toICU(date), status);
-    moveToStartOfDay(calendar);
-    const UDate start = calendar.getTime(status);
-    return U_SUCCESS(status) ? fromICU(start) : date;
+    return momentOf(floor<days>(clockAt(date)));
 }
 
 Date Calendar::startOfNextDay(Date date) const {
-    UErrorCode status = U_ZERO_ERROR;
-    auto& calendar = *implementation->calendar;
-    calendar.setTime(toICU(date), status);
-    calendar.add(UCAL_DAY_OF_MONTH, 1, status);
-    moveToStartOfDay(calendar);
-    const UDate start = calendar.getTime(status);
-    return U_SUCCESS(status) ? fromICU(start) : date;
+    return momentOf(floor<days>(clockAt(date)) + days(1));
 }
 
 std::string Calendar::format(Date date, const std::string& pattern) const {
-    auto& formatters = implementation->formatters;
-    auto found = formatters.find(pattern);
-    if (found == formatters.end()) {
-        UErrorCode status = U_ZERO_ERROR;
-        found =
-            formatters.try_emplace(pattern, icu::UnicodeString::fromUTF8(pattern), status).first;
-        found->second.setTimeZone(*implementation->zone);
-    }
+    const double shown = static_cast<double>(clockAt(date).time_since_epoch().count());
     icu::UnicodeString text;
     std::string bytes;
-    return found->second.format(toICU(date), text).toUTF8String(bytes);
+    return implementation->formatter(pattern).format(shown * 1000, text).toUTF8String(bytes);
 }
 
 } // namespace tidemark

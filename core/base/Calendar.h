@@ -2,24 +2,33 @@
 
 #include "core/base/Date.h"
 
+#include <chrono>
 #include <memory>
 #include <string>
 
 namespace tidemark {
 
-/// Days and clock times in one time zone, by the rules of the IANA database (through ICU).
-/// Reading is cheap and a copy is its own; one object is not for several threads at once.
+/// Days and clock times in one time zone, in the Gregorian calendar. Reading is cheap and a copy is
+/// its own; one object is not for several threads at once. A date that no calendar holds counts as
+/// the furthest that this one does, some 250,000 years away.
 class Calendar {
 public:
-    /// The user's time zone.
+    /// The zone of the process, as localtime_r(3) applies it: the variable TZ in any of its forms,
+    /// else /etc/localtime. A zone that was changed is noticed here, so make one for each use.
     Calendar();
-    /// An IANA zone such as "Europe/Berlin"; an unknown name gives UTC.
+    /// A zone of the IANA database (through ICU), such as "Europe/Berlin"; an unknown name is UTC.
     explicit Calendar(const std::string& zone);
     ~Calendar();
     Calendar(const Calendar& other);
     Calendar& operator=(const Calendar& other);
     Calendar(Calendar&& other) noexcept;
     Calendar& operator=(Calendar&& other) noexcept;
+
+    /// What the clock shows, to the second.
+    std::chrono::local_seconds clockAt(Date date) const;
+    /// When the clock shows `time`: the first moment where it does so twice, and where it never
+    /// does, as the clock was put forward, the moment of that.
+    Date momentOf(std::chrono::local_seconds time) const;
 
     /// The first moment of the day that `date` falls on.
     Date startOfDay(Date date) const;

@@ -1,5 +1,6 @@
 #include "core/base/Iso8601.h"
 
+#include <algorithm>
 #include <array>
 #include <chrono>
 #include <cmath>
@@ -102,12 +103,13 @@ std::optional<Date> iso8601Date(std::string_view text) {
 
 std::optional<std::string> iso8601Text(Date date) {
     using namespace std::chrono;
-    constexpr sys_days first = year(0) / January / 1;
-    constexpr sys_days end = year(10'000) / January / 1;
-    const double whole = std::floor(date.secondsSince1970());
-    if (!(whole >= static_cast<double>(sys_seconds(first).time_since_epoch().count())
-          && whole < static_cast<double>(sys_seconds(end).time_since_epoch().count())))
+    constexpr sys_seconds first = sys_days(year(1) / January / 1);
+    constexpr sys_seconds last = sys_days(year(10'000) / January / 1) - seconds(1);
+    if (std::isnan(date.secondsSince2001))
         return std::nullopt;
+    const double whole = std::clamp(std::floor(date.secondsSince1970()),
+                                    static_cast<double>(first.time_since_epoch().count()),
+                                    static_cast<double>(last.time_since_epoch().count()));
     const sys_seconds time{seconds(static_cast<std::int64_t>(whole))};
     const auto midnight = floor<days>(time);
     const year_month_day day(midnight);

@@ -12,8 +12,9 @@ namespace tidemark {
 /// fraction of the second, and with "Z" or an offset such as "+02:00". Absent for anything else.
 std::optional<Date> iso8601Date(std::string_view text);
 
-/// An instant in UTC to the second that it lies in, "2024-05-01T12:00:00Z". Absent outside of the
-/// years 0 to 9999, for which the format has no plain form.
+/// An instant in UTC to the second that it lies in, "2024-05-01T12:00:00Z". The format has four
+/// digits for the year, and many readers know no year 0: an instant outside of the years 1 to 9999
+/// becomes the first or the last second of them. Absent for NaN.
 std::optional<std::string> iso8601Text(Date date);
 
 } // namespace tidemark

@@ -2,6 +2,7 @@
 
 #include "core/base/Error.h"
 #include "core/base/Iso8601.h"
+#include "core/base/Text.h"
 #include "core/base/Utf8.h"
 
 #include <array>
@@ -14,15 +15,17 @@ namespace {
 
 constexpr std::size_t flushSize = 1 << 16;
 
+constexpr std::size_t blanksPerLevel = 2;
+
 /// Bytes that stand for themselves in a JSON text: printable ASCII but for quote and backslash.
 constexpr auto plainBytes = [] {
     std::array<bool, 256> plain{};
-    for (std::size_t byte = 0x20; byte < 0x80; ++byte)
+    for (std::size_t byte = 0x20; byte < 0x7F; ++byte)
         plain[byte] = byte != '"' && byte != '\\';
     return plain;
 }();
 
-void appendEscaped(std::string& buffer, char character) {
+void appendEscaped(std::string& buffer, std::int32_t character) {
     switch (character) {
     case '"':
         buffer += "\\\"";
@@ -41,34 +44,45 @@ void appendEscaped(std::string& buffer, char character) {
         break;
     default:
         constexpr std::string_view digits = "0123456789abcdef";
-        buffer += "\\u00";
-        buffer += digits[static_cast<unsigned char>(character) >> 4];
-        buffer += digits[static_cast<unsigned char>(character) & 0x0F];
+        buffer += "\\u";
+        for (const int shift : {12, 8, 4, 0})
+            buffer += digits[static_cast<std::size_t>(character >> shift) & 0x0F];
     }
 }
 
 } // namespace
 
 void JsonWriter::beginValue() {
-    if (needsComma)
+    if (place == Place::value)
         buffer += ',';
+    if (layout == Layout::indented && place != Place::key && depth > 0)
+        beginLine();
 }
 
 void JsonWriter::endValue() {
-    needsComma = true;
+    place = Place::value;
     if (buffer.size() >= flushSize) {
         output(buffer);
         buffer.clear();
     }
 }
 
+void JsonWriter::beginLine() {
+    buffer += '\n';
+    buffer.append(depth * blanksPerLevel, ' ');
+}
+
 void JsonWriter::open(char bracket) {
     beginValue();
     buffer += bracket;
-    needsComma = false;
+    place = Place::start;
+    ++depth;
 }
 
 void JsonWriter::close(char bracket) {
+    --depth;
+    if (layout == Layout::indented && place == Place::value)
+        beginLine();
     buffer += bracket;
     endValue();
 }
@@ -76,8 +90,8 @@ void JsonWriter::close(char bracket) {
 void JsonWriter::key(std::string_view name) {
     beginValue();
     quoted(name);
-    buffer += ':';
-    needsComma = false;
+    buffer += layout == Layout::indented ? ": " : ":";
+    place = Place::key;
 }
 
 void JsonWriter::text(std::string_view value) {
@@ -89,27 +103,24 @@ void JsonWriter::text(std::string_view value) {
 void JsonWriter::quoted(std::string_view value) {
     buffer += '"';
     std::size_t written = 0;
-    std::size_t place = 0;
-    while (place < value.size()) {
-        const auto byte = static_cast<unsigned char>(value[place]);
-        if (plainBytes[byte]) {
-            ++place;
+    std::size_t next = 0;
+    while (next < value.size()) {
+        if (plainBytes[static_cast<unsigned char>(value[next])]) {
+            ++next;
             continue;
         }
-        const std::size_t start = place;
-        const bool escaped = byte < 0x80;
-        if (escaped)
-            ++place;
-        else if (utf8::next(value, place) >= 0)
+        const std::size_t start = next;
+        const std::int32_t character = utf8::next(value, next);
+        if (character >= 0x80 && isPrintable(character))
             continue;
         buffer.append(value, written, start - written);
-        written = place;
-        if (escaped)
-            appendEscaped(buffer, value[start]);
-        else
+        written = next;
+        if (character < 0)
             buffer += "\uFFFD";
+        else
+            appendEscaped(buffer, character);
     }
-    buffer.append(value, written, place - written);
+    buffer.append(value, written, next - written);
     buffer += '"';
 }
 
@@ -142,9 +153,7 @@ void JsonWriter::date(Date value) {
     if (dateForm == DateForm::seconds)
         return real(value.secondsSince2001);
     const auto inWords = iso8601Text(value);
-    if (!inWords)
-        throw Error("A date outside of the years 0 to 9999 can't be written.");
-    text(*inWords);
+    inWords ? text(*inWords) : null();
 }
 
 void JsonWriter::boolean(bool value) {

@@ -62,17 +62,6 @@ std::uint64_t magnitude(std::int64_t value) {
     return value < 0 ? ~static_cast<std::uint64_t>(value) + 1 : static_cast<std::uint64_t>(value);
 }
 
-bool isControl(std::int32_t character) {
-    return character < 0x20 || (character >= 0x7F && character < 0xA0);
-}
-
-/// Line separators, and embeddings, overrides and isolates of the direction, with which one name
-/// passes for another. The marks of direction stay: they turn nothing but themselves.
-bool breaksLine(std::int32_t character) {
-    return (character >= 0x2028 && character <= 0x202E)
-           || (character >= 0x2066 && character <= 0x2069);
-}
-
 } // namespace
 
 std::string byteString(std::int64_t bytes) {
@@ -153,17 +142,28 @@ std::string textFromBytes(std::string_view bytes) {
     return text;
 }
 
-std::string oneLine(std::string_view text) {
-    std::string line;
+bool isPrintable(std::int32_t character) {
+    const bool isControl = character < 0x20 || (character >= 0x7F && character < 0xA0);
+    const bool breaksLine = character >= 0x2028 && character <= 0x202E;
+    const bool isolates = character >= 0x2066 && character <= 0x2069;
+    return !isControl && !breaksLine && !isolates;
+}
+
+std::string printable(std::string_view text, std::string_view kept) {
+    std::string shown;
     for (std::size_t place = 0; place < text.size();) {
         const std::size_t start = place;
         const std::int32_t character = utf8::next(text, place);
-        if (isControl(character) || breaksLine(character))
-            line += "\uFFFD";
+        if (isPrintable(character) || kept.contains(text[start]))
+            shown += text.substr(start, place - start);
         else
-            line += text.substr(start, place - start);
+            shown += "\uFFFD";
     }
-    return line;
+    return shown;
+}
+
+std::string oneLine(std::string_view text) {
+    return printable(text, "");
 }
 
 std::string asSentence(std::string text) {

@@ -31,9 +31,18 @@ bool isValidUtf8(std::string_view bytes);
 /// so that names that differ stay different.
 std::string textFromBytes(std::string_view bytes);
 
-/// A text as one line for people: control characters, line separators and what turns the direction
-/// of the text behind it, which a file name or a document may hold, and bytes that are no text
-/// become U+FFFD.
+/// False for a code point that does something instead of being seen: control characters, line
+/// separators, and embeddings, overrides and isolates of the direction, with which one name passes
+/// for another. The marks of direction are printable: they turn nothing but themselves.
+bool isPrintable(std::int32_t character);
+
+/// A text that can be shown: what is not printable, but for the ASCII characters in `kept`, and
+/// bytes that are not UTF-8 each become U+FFFD. Names and texts of documents pass through here on
+/// their way to a terminal or into a table; `kept` is "\n" for several lines, "\t\r\n" for the
+/// cell of a table.
+std::string printable(std::string_view text, std::string_view kept);
+
+/// `printable` on a single line.
 std::string oneLine(std::string_view text);
 
 /// A text that ends with one full stop.

@@ -1,7 +1,6 @@
 #include "core/history/HistoryExport.h"
 
 #include "core/base/Files.h"
-#include "core/base/Iso8601.h"
 #include "core/base/JsonEncoder.h"
 #include "core/base/Text.h"
 #include "core/history/PrivateDetails.h"
@@ -17,8 +16,6 @@ namespace tidemark {
 namespace {
 
 using Json = nlohmann::json;
-
-constexpr int indentation = 2;
 
 constexpr auto header = std::to_array<std::string_view>({
     "Observed At (UTC)",
@@ -53,6 +50,43 @@ Json cleanedEvent(const Event& event, bool includePrivateDetails) {
     return details.cleaned(std::move(tree));
 }
 
+void write(json::JsonWriter& writer, const Json& value) {
+    switch (value.type()) {
+    case Json::value_t::object:
+        writer.beginObject();
+        for (const auto& [key, child] : value.items()) {
+            writer.key(key);
+            write(writer, child);
+        }
+        return writer.endObject();
+    case Json::value_t::array:
+        writer.beginArray();
+        for (const Json& child : value)
+            write(writer, child);
+        return writer.endArray();
+    case Json::value_t::string:
+        return writer.text(value.get_ref<const std::string&>());
+    case Json::value_t::boolean:
+        return writer.boolean(value.get<bool>());
+    case Json::value_t::number_integer:
+    case Json::value_t::number_unsigned:
+        return writer.integer(value.get<std::int64_t>());
+    case Json::value_t::number_float:
+        return writer.real(value.get<double>());
+    default:
+        return writer.null();
+    }
+}
+
+/// On one line.
+std::string written(const Json& value) {
+    std::string text;
+    json::JsonWriter writer([&](std::string_view piece) { text += piece; });
+    write(writer, value);
+    writer.finish();
+    return text;
+}
+
 /// A spreadsheet would take the cell for a formula and carry it out.
 bool looksLikeFormula(std::string_view cell) {
     const std::string_view visible = trimmed(cell);
@@ -60,7 +94,9 @@ bool looksLikeFormula(std::string_view cell) {
            || (!cell.empty() && std::string_view("\t\r\n").contains(cell.front()));
 }
 
-std::string quotedCell(std::string_view cell) {
+std::string quotedCell(std::string_view text) {
+    // A cell may have several lines.
+    const std::string cell = printable(text, "\t\r\n");
     std::string quoted = looksLikeFormula(cell) ? "\"'" : "\"";
     for (const char character : cell) {
         if (character == '"')
@@ -104,42 +140,34 @@ void writeTable(const HistoryExport& report, bool includePrivateDetails,
             rows.cell(isText ? found->get_ref<const std::string&>() : std::string());
         }
         rows.cell(report.mode);
-        rows.cell(cleaned.dump());
+        rows.cell(written(cleaned));
         rows.end();
     }
 }
 
-/// The lines of a pretty-printed value, moved in by two levels.
-std::string movedIn(const std::string& lines) {
-    std::string text;
-    for (const char character : lines) {
-        text += character;
-        if (character == '\n')
-            text.append(static_cast<std::size_t>(2 * indentation), ' ');
-    }
-    return text;
-}
-
 void writeDocument(const HistoryExport& report, bool includePrivateDetails,
                    const HistoryExport::Output& output) {
-    const auto date = iso8601Text(report.exportedAt);
-    if (!date)
-        throw Error("A date outside of the years 0 to 9999 can't be written.");
-    const Json rest{{"schemaVersion", 1},
-                    {"exportedAt", *date},
-                    {"mode", report.mode},
-                    {"includesPrivateDetails", includePrivateDetails},
-                    {"limitations", HistoryExport::limitations}};
-    // The events go out one by one; their key sorts before all others.
-    output("{\n  \"events\": [");
-    std::string_view separator = "\n    ";
-    for (const auto& event : report.events) {
-        output(separator);
-        output(movedIn(cleanedEvent(event, includePrivateDetails).dump(indentation)));
-        separator = ",\n    ";
-    }
-    output(report.events.empty() ? "]," : "\n  ],");
-    output(std::string_view(rest.dump(indentation)).substr(1));
+    using json::JsonWriter;
+    JsonWriter writer(output, JsonWriter::DateForm::iso8601, JsonWriter::Layout::indented);
+    // Keys in the order of their bytes, as in each event.
+    writer.beginObject();
+    writer.key("events");
+    writer.beginArray();
+    for (const auto& event : report.events)
+        write(writer, cleanedEvent(event, includePrivateDetails));
+    writer.endArray();
+    writer.key("exportedAt");
+    writer.date(report.exportedAt);
+    writer.key("includesPrivateDetails");
+    writer.boolean(includePrivateDetails);
+    writer.key("limitations");
+    writer.text(HistoryExport::limitations);
+    writer.key("mode");
+    writer.text(report.mode);
+    writer.key("schemaVersion");
+    writer.integer(1);
+    writer.endObject();
+    writer.finish();
 }
 
 } // namespace

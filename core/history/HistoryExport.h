@@ -28,8 +28,9 @@ struct HistoryExport {
     Date exportedAt;
 
     using Output = std::function<void(std::string_view)>;
-    /// Hands the report, which is UTF-8 text, to `output` event by event. Throws `Error` when an
-    /// event can't be written, as with a date that no calendar holds.
+    /// Hands the report, which is UTF-8 text, to `output` in pieces. What is not
+    /// printable comes out escaped in JSON and as U+FFFD in CSV, but for tabs and line breaks.
+    /// Throws `Error` when an event can't be written, as with a number that is not finite.
     void write(Format format, bool includePrivateDetails, const Output& output) const;
     /// The whole report.
     std::string data(Format format, bool includePrivateDetails) const;

@@ -3,6 +3,7 @@
 #include "core/base/Files.h"
 #include "core/base/Iso8601.h"
 #include "core/base/Text.h"
+#include "core/history/AptHistory.h"
 #include "core/history/PackageLogReport.h"
 #include "core/history/ReportProcess.h"
 #include "core/history/RotatedLog.h"
@@ -60,6 +61,18 @@ std::optional<InstallationRecord> recordFrom(const nlohmann::json& entry) {
     return record;
 }
 
+/// None where apt keeps no log, or one that can't be read: they add to what dpkg's own log says.
+std::vector<PackageTransaction> transactionsIn(const PackageLog& log, Date since) {
+    try {
+        return AptHistory::parse(
+            RotatedLog::read(log.transactions, log.limit, [&](std::string_view older) {
+                return AptHistory::beginsBefore(older, since);
+            }));
+    } catch (const FileError&) {
+        return {};
+    }
+}
+
 } // namespace
 
 ImportError::ImportError(Kind which) : Error(messageOf(which)), reason(which) {}
@@ -86,7 +99,7 @@ InstallationPreview collect(Date now, const PackageLog& log) {
         throw ImportError(error.code() == EFBIG ? ImportError::Kind::tooLarge
                                                 : ImportError::Kind::reportFailed);
     }
-    const std::string report = PackageLogReport::make(text, since);
+    const std::string report = PackageLogReport::make(text, transactionsIn(log, since), since);
     if (report.size() > reportLimit)
         throw ImportError(ImportError::Kind::tooLarge);
     return parse(report, since, now);
@@ -122,7 +135,7 @@ Event event(const InstallationRecord& record) {
     event.id = record.id();
     event.timestamp = record.recordedAt;
     event.intervalStart = record.recordedAt;
-    event.title = record.name + " Installation Recorded";
+    event.title = record.title();
     event.subtitle = record.version.empty() ? "Version not recorded" : "Version " + record.version;
     event.importance = record.isRoutine() ? Importance::routine : Importance::prominent;
     event.symbol = "clock.badge.checkmark";

@@ -49,10 +49,12 @@ struct ReportTool {
     double terminationGrace = 1;
 };
 
-/// The log of Debian's package manager; tests put a file of their own in its place.
+/// The logs of Debian's package manager; tests put files of their own in their place.
 struct PackageLog {
     std::filesystem::path path = "/var/log/dpkg.log";
-    /// Bytes of it, with the older logs beside it, that are looked at.
+    /// What was installed together, and what of it automatically. It may be missing.
+    std::filesystem::path transactions = "/var/log/apt/history.log";
+    /// Bytes of each, with the older logs beside it, that are looked at.
     std::size_t limit = 16'777'216;
 };
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "core/base/Date.h"
+#include "core/history/AptHistory.h"
 
 #include <string>
 #include <string_view>
@@ -11,10 +11,13 @@
 namespace tidemark::PackageLogReport {
 
 /// The report of a text of whole lines, oldest first. An installation is an "install" or "upgrade"
-/// that came to its end: the package is "installed" in the version that was asked for, and that is
-/// its moment. Lines that no dpkg writes are entries that can't be read, unless they stand among
-/// lines from before `since`, where nobody asks for them.
-std::string make(std::string_view log, Date since);
+/// that was completed: the package is "installed" in the version that was asked for. Its date is
+/// the start of the transaction that it was part of, or, where apt recorded none, of that run of
+/// dpkg, so that what was installed together stands together; its source tells whether it came
+/// along automatically. Lines that no dpkg writes are entries that can't be read, unless they stand
+/// among lines from before `since`, which nobody asks for.
+std::string make(std::string_view log, const std::vector<PackageTransaction>& transactions,
+                 Date since);
 
 /// True when the first line that can be read is from before `date`.
 bool beginsBefore(std::string_view log, Date date);

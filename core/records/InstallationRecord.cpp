@@ -25,16 +25,23 @@ std::string InstallationRecord::id() const {
     return "installation-" + Sha256::hex(json::encoded(identity));
 }
 
+std::string InstallationRecord::title() const {
+    return name + " Installation Recorded";
+}
+
 bool InstallationRecord::isRoutine() const {
-    return std::ranges::any_of(routinePrefixes,
-                               [&](std::string_view prefix) { return name.starts_with(prefix); });
+    return packageSource == automaticSource
+           || std::ranges::any_of(
+               routinePrefixes, [&](std::string_view prefix) { return name.starts_with(prefix); });
 }
 
 std::string InstallationRecord::sourceDescription() const {
-    if (packageSource == "package_source_apple")
+    if (packageSource == appleSource)
         return "Apple";
-    if (packageSource == "package_source_other")
+    if (packageSource == otherSource)
         return "Other installer";
+    if (packageSource == automaticSource)
+        return "Installed automatically";
     return "Not recorded";
 }
 

@@ -4,11 +4,17 @@
 #include "core/base/JsonFields.h"
 
 #include <string>
+#include <string_view>
 
 namespace tidemark {
 
 /// An installation that the operating system itself remembers.
 struct InstallationRecord {
+    static constexpr std::string_view appleSource = "package_source_apple";
+    static constexpr std::string_view otherSource = "package_source_other";
+    /// A package that others needed.
+    static constexpr std::string_view automaticSource = "package_source_automatic";
+
     std::string name;
     /// Empty when the report has none.
     std::string version;
@@ -20,7 +26,9 @@ struct InstallationRecord {
     /// "installation-" and a digest of everything but `importedAt`, so that the same record read
     /// twice has one identity.
     std::string id() const;
-    /// Silent updates of the system's own data.
+    /// The headline of its event.
+    std::string title() const;
+    /// Silent updates of the system's own data, and packages that came along with others.
     bool isRoutine() const;
     std::string sourceDescription() const;
 

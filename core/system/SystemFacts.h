@@ -12,7 +12,10 @@
 /// the system doesn't tell is absent, never guessed.
 namespace tidemark::SystemFacts {
 
-/// The home directory of the user that the process runs as, from the user database.
+/// The home directory of the user that the process runs as, without a slash at its end: `variable`,
+/// the value of $HOME, where that is an absolute path, else what the user database says.
+std::filesystem::path homeDirectory(const std::optional<std::string>& variable);
+/// The same by the environment of the process.
 std::filesystem::path homeDirectory();
 
 /// The present version and build. On Linux the distribution and its version of os-release(5) and

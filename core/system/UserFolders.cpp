@@ -30,7 +30,7 @@ std::optional<std::filesystem::path> folder(const Environment& environment, cons
 }
 
 std::filesystem::path home(const Environment& environment) {
-    return folder(environment, "HOME").value_or(SystemFacts::homeDirectory());
+    return SystemFacts::homeDirectory(environment("HOME"));
 }
 
 constexpr std::size_t largestUserDirs = 64 * 1024;

@@ -63,7 +63,8 @@ std::string change(const StorageContribution& part) {
     return part.name + " " + signedBytes(part.delta());
 }
 
-/// Fills in one event by the case of its change. Returns false when the change makes no event.
+/// Fills in one event by the case of its change, with the title only where `displayTitle` needs
+/// one. Returns false when the change makes no event.
 class Wording {
 public:
     Wording(const Snapshot& earlier, const Snapshot& later, Event& made)
@@ -71,13 +72,13 @@ public:
 
     bool operator()(const change::ApplicationInstalled& installed) const {
         const Application& app = *installed.value;
-        describe(app, "plus.app", app.name + " installed", app.version);
+        describe(app, "plus.app", app.version);
         return true;
     }
 
     bool operator()(const change::ApplicationRemoved& removed) const {
         const Application& app = *removed.value;
-        describe(app, "minus.circle", app.name + " removed", "Previously " + app.version);
+        describe(app, "minus.circle", "Previously " + app.version);
         event.removedApplicationSize = lastSizeOf(app, from.applicationStorage);
         if (event.removedApplicationSize)
             event.subtitle +=
@@ -88,7 +89,7 @@ public:
     bool operator()(const change::ApplicationUpdated& updated) const {
         const Application& before = *updated.before;
         const Application& after = *updated.after;
-        describe(after, "arrow.triangle.2.circlepath", after.name + " updated",
+        describe(after, "arrow.triangle.2.circlepath",
                  before.version == after.version
                      ? joined({"Build ", before.build, arrow, after.build})
                      : joined({before.version, arrow, after.version}));
@@ -96,27 +97,26 @@ public:
     }
 
     bool operator()(const change::BackgroundAdded& added) const {
-        const auto* owner = ownerOf(*added.value);
-        describe(*added.value,
-                 owner ? owner->name + ": new background item" : "New background item");
+        describe(*added.value);
+        if (const auto* owner = ownerOf(*added.value))
+            event.title = newBackgroundItemTitle(owner->name);
         return true;
     }
 
     bool operator()(const change::BackgroundRemoved& removed) const {
-        describe(*removed.value, "Background item removed");
+        describe(*removed.value);
         event.importance = Importance::routine;
         return true;
     }
 
     bool operator()(const change::BackgroundChanged& changed) const {
-        describe(*changed.after, "Background item changed");
+        describe(*changed.after);
         return true;
     }
 
     bool operator()(const change::OperatingSystemChanged& changed) const {
         event.category = EventCategory::system;
         event.symbol = "desktopcomputer";
-        event.title = "macOS Changed";
         event.subtitle = joined({changed.before.label(), arrow, changed.after.label()});
         return true;
     }
@@ -142,7 +142,6 @@ public:
         event.importance = space.before < space.after ? Importance::routine : Importance::prominent;
         if (const auto& volume = to.volumeContext ? to.volumeContext : from.volumeContext)
             event.volumeContext = *volume;
-        event.title = space.after < space.before ? "Less space available" : "Space freed up";
         event.subtitle = displaySubtitle(event);
         return true;
     }
@@ -151,7 +150,6 @@ public:
         event.category = EventCategory::storage;
         event.symbol = "trash";
         event.path = emptied.path;
-        event.title = "Trash Is Now Empty";
         event.subtitle = "Previously " + std::to_string(emptied.previousItemCount)
                          + (emptied.previousItemCount == 1 ? " item" : " items")
                          + " · Previous size unavailable";
@@ -196,11 +194,9 @@ private:
         return changed.before ? " Changed" : appeared;
     }
 
-    void describe(const Application& app, const char* symbol, std::string title,
-                  std::string subtitle) const {
+    void describe(const Application& app, const char* symbol, std::string subtitle) const {
         event.category = EventCategory::applications;
         event.symbol = symbol;
-        event.title = std::move(title);
         event.subtitle = std::move(subtitle);
         event.path = app.path;
         event.identifier = app.bundleID;
@@ -209,10 +205,9 @@ private:
         event.applicationSizeAfter = sizeOf(app, to.applicationStorage);
     }
 
-    void describe(const BackgroundItem& item, std::string title) const {
+    void describe(const BackgroundItem& item) const {
         event.category = EventCategory::background;
         event.symbol = "gearshape.2";
-        event.title = std::move(title);
         event.subtitle = joined({rawValue(item.kind), dot, item.identifier});
         event.path = item.path;
         event.identifier = item.identifier;
@@ -223,13 +218,11 @@ private:
         const std::int64_t delta = saturatingDifference(after.bytes, before.bytes);
         const StorageBreakdown breakdown(before, after, describedChildren);
         const auto& parts = breakdown.contributions;
-        event.title = after.name + (before.bytes < after.bytes ? " grew" : " shrank");
         event.subtitle = signedBytes(delta);
         // The parts come largest first.
         if (!parts.empty())
             event.subtitle += joined({dot, change(parts.front())});
         if (DiffEngine::isContentsChange(before, after)) {
-            event.title = after.name + " Contents Changed";
             event.importance = Importance::prominent;
             event.subtitle.clear();
             for (std::size_t i = 0; i < std::min(parts.size(), namedChildren); ++i)

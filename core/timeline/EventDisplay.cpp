@@ -9,7 +9,8 @@ namespace tidemark {
 
 namespace {
 
-constexpr std::string_view storedNewItem = ": new background item";
+constexpr const char* newItem = "New Background Item";
+constexpr const char* emptyTrash = "Trash Is Now Empty";
 
 std::string sizeTitle(const FolderSize& before, const FolderSize& after) {
     if (DiffEngine::isContentsChange(before, after))
@@ -19,7 +20,7 @@ std::string sizeTitle(const FolderSize& before, const FolderSize& after) {
     if (!TrashFolder::is(after.path))
         return after.name + direction;
     if (after.itemCount == 0 && before.itemCount.value_or(0) >= 1)
-        return "Trash Is Now Empty";
+        return emptyTrash;
     return std::string("Trash") + direction;
 }
 
@@ -39,9 +40,10 @@ struct TitleOfChange {
         return updated.after->name + " Updated";
     }
     std::string operator()(const change::BackgroundAdded&) const {
-        if (!asciiLowercased(stored).ends_with(storedNewItem))
-            return "New Background Item";
-        return stored.substr(0, stored.size() - storedNewItem.size()) + ": New Background Item";
+        const std::string ending = newBackgroundItemTitle("");
+        if (!asciiLowercased(stored).ends_with(asciiLowercased(ending)))
+            return newItem;
+        return stored.substr(0, stored.size() - ending.size()) + ending;
     }
     std::string operator()(const change::BackgroundRemoved&) const {
         return "Background Item Removed";
@@ -55,7 +57,7 @@ struct TitleOfChange {
     std::string operator()(const change::FreeDiskSpaceChanged& space) const {
         return space.after < space.before ? "Less Space Available" : "Space Freed Up";
     }
-    std::string operator()(const change::TrashBecameEmpty&) const { return "Trash Is Now Empty"; }
+    std::string operator()(const change::TrashBecameEmpty&) const { return emptyTrash; }
 };
 
 } // namespace
@@ -64,10 +66,14 @@ std::string displayTitle(const Event& event) {
     if (event.systemActivity)
         return event.systemActivity->title();
     if (event.installationRecord)
-        return event.installationRecord->name + " Installation Recorded";
+        return event.installationRecord->title();
     if (event.changes.empty())
         return event.title;
     return std::visit(TitleOfChange{event.title}, event.changes.front());
+}
+
+std::string newBackgroundItemTitle(std::string_view application) {
+    return std::string(application) + ": " + newItem;
 }
 
 std::string displaySubtitle(const Event& event) {

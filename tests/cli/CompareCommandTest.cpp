@@ -59,6 +59,26 @@ Saturday, 28 February 2026
               "Nothing changed between 28 Feb 2026, 19:33:20 and 28 Feb 2026, 19:33:20.\n");
 }
 
+TEST(CompareCommand, TellsTimesOfTheUsersZoneWithTheYearWhereItDiffers) {
+    const std::string rule = "TZ=CET-1CEST,M3.5.0,M10.5.0/3";
+    EXPECT_EQ(run({"compare", before, before}, Output::file, {rule}).out,
+              "Nothing changed between 28 Feb 2026, 20:33:20 and 28 Feb 2026, 20:33:20.\n");
+    const test::TemporaryFolder folder;
+    Snapshot late = test::snapshot(2);
+    late.applications = {test::application("A")};
+    const std::string to = written(folder, "to", late);
+    const std::pair<double, const char*> cases[] = {
+        {60, "● 00:01 – 00:02  A"},
+        {-60, "● 31 Dec 2000 23:59 – 00:02  A"},
+    };
+    for (const auto& [seconds, line] : cases) {
+        Snapshot early = test::snapshot(1);
+        early.timestamp = Date{seconds};
+        const Outcome outcome = run({"compare", written(folder, "from", early), to});
+        EXPECT_NE(outcome.out.find(line), std::string::npos) << outcome.out;
+    }
+}
+
 TEST(CompareCommand, TellsPrograms) {
     const auto read = [](const std::string& file) {
         return json::decode<Snapshot>(test::contents(file));

@@ -36,8 +36,9 @@ Outcome run(const std::vector<std::string>& arguments, Output output,
     const TemporaryFolder folder;
     std::vector<std::string> words{TIDEMARK_PROGRAM};
     words.insert(words.end(), arguments.begin(), arguments.end());
-    std::vector<std::string> variables{"TZ=UTC", "LC_ALL=en_US.UTF-8"};
-    variables.insert(variables.end(), environment.begin(), environment.end());
+    // The first of two values counts.
+    std::vector<std::string> variables = environment;
+    variables.insert(variables.end(), {"TZ=UTC", "LC_ALL=en_US.UTF-8"});
     const auto argv = pointers(words);
     const auto envp = pointers(variables);
 

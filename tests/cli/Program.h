@@ -19,7 +19,8 @@ struct Outcome {
 /// Where the standard output of a program goes.
 enum class Output { file, terminal, fullDisk };
 
-/// Runs the built program in English and UTC, with `environment` added, and waits for its end.
+/// Runs the built program in English and UTC, unless `environment` has it otherwise, and waits for
+/// its end.
 Outcome run(const std::vector<std::string>& arguments, Output output = Output::file,
             const std::vector<std::string>& environment = {});
 

@@ -1,4 +1,7 @@
+#include "core/base/JsonEncoder.h"
+#include "core/journal/Journal.h"
 #include "tests/cli/RecorderProgram.h"
+#include "tests/support/Observations.h"
 #include "tests/support/OrdinaryUser.h"
 
 #include <unistd.h>
@@ -218,6 +221,32 @@ TEST_F(RecorderProgram, TellsOfFilesBesideTheHistoryThatItCantRead) {
     EXPECT_EQ(command({"memory"}).status, 1);
     for (const auto& file : files)
         EXPECT_EQ(test::contents(folder / "data/Tidemark" / file), "{]");
+}
+
+TEST_F(RecorderProgram, JudgesNoCaptureOfTheFuture) {
+    const auto coverageOf = [&](const std::vector<Date>& captures, Words words = {}) {
+        Journal journal;
+        for (std::size_t i = 0; i < captures.size(); ++i) {
+            Snapshot snapshot = test::snapshot(static_cast<unsigned>(i));
+            snapshot.timestamp = captures[i];
+            journal.snapshots.emplace_back(snapshot);
+        }
+        folder.write("data/Tidemark/journal.json", json::encoded(journal));
+        words.insert(words.begin(), "coverage");
+        Words variables = environment();
+        variables.emplace_back("TZ=CET-1CEST,M3.5.0,M10.5.0/3");
+        return test::run(words, test::Output::file, variables).out;
+    };
+    const Date now = Date::now();
+    const Date early{600'000'000};
+    EXPECT_EQ(coverageOf({now + -60}), "Every place was seen at every capture that was due.\n");
+    EXPECT_EQ(coverageOf({now + -60, Date{4'000'000'000}}),
+              "Not judged  1 capture, which is dated 4 Oct 2127, 09:06:40, in the future\n");
+    EXPECT_EQ(coverageOf({Date{4'000'000'000}, Date{3'999'999'000}}),
+              "Not judged  2 captures, dated up to 4 Oct 2127, 09:06:40, in the future\n");
+    EXPECT_EQ(coverageOf({now}, {"--since", "2127-10-04"}), "That time has not come yet.\n");
+    EXPECT_EQ(coverageOf({early}, {"--since", "2020-06-01"}),
+              "No capture  1 Jun 2020, 00:00:00 – now\n");
 }
 
 TEST_F(RecorderProgram, SavesNothingIntoADataFolderThatSomebodyElseMayHave) {

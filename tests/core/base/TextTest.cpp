@@ -113,6 +113,7 @@ TEST(Text, PutsAnythingOnOneLine) {
               "a\uFFFDb\uFFFD\uFFFD[31m\uFFFD\uFFFD\uFFFD\uFFFDé\uFFFD");
     EXPECT_EQ(oneLine("\u202Egnp.exe\u202A\u202F\u2065\u2066\u2069\u206A\u200F"),
               "\uFFFDgnp.exe\uFFFD\u202F\u2065\uFFFD\uFFFD\u206A\u200F");
+    EXPECT_EQ(printable("\ta\r\nb\x1B\u0085", "\t\n"), "\ta\uFFFD\nb\uFFFD\uFFFD");
     EXPECT_EQ(asSentence("Done"), "Done.");
     EXPECT_EQ(asSentence("Done."), "Done.");
 }

@@ -1,5 +1,10 @@
 #include "core/base/Calendar.h"
 #include "core/base/Iso8601.h"
+#include "tests/support/ProcessZone.h"
+#include "tests/support/TemporaryFolder.h"
+
+#include <cmath>
+#include <filesystem>
 
 #include <gtest/gtest.h>
 
@@ -67,11 +72,54 @@ TEST(Calendar, KnowsWhenDaysBegin) {
     EXPECT_EQ(Calendar("Asia/Kathmandu").format(utc("2024-05-01T12:00:00Z"), "HH:mm"), "17:45");
 }
 
-TEST(Calendar, SurvivesAnyDate) {
-    const Calendar calendar("Europe/Berlin");
-    for (const Date date :
-         {Date{1e300}, Date{-1e300}, Date::distantPast(), Date::distantFuture(), Date{1e13}}) {
-        EXPECT_FALSE(calendar.format(date, "d MMM yyyy, HH:mm:ss").empty());
-        EXPECT_LE(calendar.startOfDay(date), calendar.startOfNextDay(date));
+TEST(Calendar, FollowsTheZoneOfTheProcess) {
+    const test::TemporaryFolder folder;
+    const auto file = folder / "a zone";
+    std::filesystem::copy_file("/usr/share/zoneinfo/Asia/Kathmandu", file);
+    const struct {
+        std::string zone;
+        const char* clock;
+        const char* start;
+    } cases[] = {
+        {"UTC", "1 May 2024, 22:30", "2024-05-01T00:00:00Z"},
+        {"Europe/Berlin", "2 May 2024, 00:30", "2024-05-01T22:00:00Z"},
+        {"CET-1CEST,M3.5.0,M10.5.0/3", "2 May 2024, 00:30", "2024-05-01T22:00:00Z"},
+        {":" + file.native(), "2 May 2024, 04:15", "2024-05-01T18:15:00Z"},
+        {"<-0330>3:30", "1 May 2024, 19:00", "2024-05-01T03:30:00Z"},
+        {"", "1 May 2024, 22:30", "2024-05-01T00:00:00Z"},
+    };
+    for (const auto& [zone, clock, start] : cases) {
+        const test::ProcessZone set(zone);
+        const Calendar calendar;
+        const Calendar copy = calendar;
+        EXPECT_EQ(copy.format(utc("2024-05-01T22:30:00Z"), "d MMM yyyy, HH:mm"), clock) << zone;
+        EXPECT_EQ(calendar.startOfDay(utc("2024-05-01T22:30:00Z")), utc(start)) << zone;
     }
+}
+
+TEST(Calendar, FindsTheMomentOfAClockTime) {
+    using namespace std::chrono;
+    const test::ProcessZone set("CET-1CEST,M3.5.0,M10.5.0/3");
+    const struct {
+        local_days day;
+        const char* moment;
+    } halfPastTwo[] = {
+        {local_days(2024y / May / 1), "2024-05-01T00:30:00Z"},
+        {local_days(2024y / January / 1), "2024-01-01T01:30:00Z"},
+        // Skipped, and shown twice.
+        {local_days(2024y / March / 31), "2024-03-31T01:00:00Z"},
+        {local_days(2024y / October / 27), "2024-10-27T00:30:00Z"},
+    };
+    for (const auto& calendar : {Calendar(), Calendar("Europe/Berlin")})
+        for (const auto& [day, moment] : halfPastTwo)
+            EXPECT_EQ(calendar.momentOf(day + 2h + 30min), utc(moment)) << moment;
+}
+
+TEST(Calendar, SurvivesAnyDate) {
+    const test::ProcessZone set("CET-1CEST,M3.5.0,M10.5.0/3");
+    for (const auto& calendar : {Calendar(), Calendar("Europe/Berlin")})
+        for (const double seconds : {1e300, -1e300, HUGE_VAL, -HUGE_VAL, std::nan(""), 1e13}) {
+            EXPECT_FALSE(calendar.format(Date{seconds}, "d MMM yyyy, HH:mm:ss").empty());
+            EXPECT_LE(calendar.startOfDay(Date{seconds}), calendar.startOfNextDay(Date{seconds}));
+        }
 }

@@ -1,17 +1,21 @@
 #include "core/history/HistoryExport.h"
 
 #include "core/base/Error.h"
+#include "core/base/Text.h"
 #include "core/history/ReportProcess.h"
 #include "core/memory/MemoryEvents.h"
 #include "tests/support/Observations.h"
 #include "tests/support/RecordFiller.h"
 #include "tests/support/TemporaryFolder.h"
 
+#include <cmath>
+
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
 using namespace tidemark;
 using Json = nlohmann::json;
+using nlohmann::literals::operator""_json_pointer;
 using Format = HistoryExport::Format;
 
 namespace {
@@ -84,8 +88,21 @@ constexpr const char* titles[] = {
     " ",
     "\\0 \xE2\x90\x80",
     "é 😀 \u2028 \uFEFF",
+    "\033]0;window\a \x7F\u0085\u009B2J \u202Egnp.exe",
     "bad \xFF\xC3(\xED\xA0\x80 end",
 };
+
+/// True when `text` holds bytes below U+0020, but for those in `allowed`, or U+007F to U+009F.
+bool holdsControls(const std::string& text, std::string_view allowed) {
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const auto byte = static_cast<unsigned char>(text[i]);
+        const auto next = static_cast<unsigned char>(i + 1 < text.size() ? text[i + 1] : 0);
+        if ((byte < 0x20 && !allowed.contains(text[i])) || byte == 0x7F
+            || (byte == 0xC2 && next < 0xA0))
+            return true;
+    }
+    return false;
+}
 
 } // namespace
 
@@ -224,8 +241,9 @@ TEST(HistoryExport, WritesATableThatAStrictReaderReadsBack) {
     for (const char* title : titles)
         events.push_back(titled(title));
     events.push_back(titled(std::string("nul\0byte", 8)));
-    const Json rows = readByPython("list(csv.reader(file, strict=True))",
-                                   reportOf(events).data(Format::csv, false));
+    const std::string table = reportOf(events).data(Format::csv, false);
+    EXPECT_FALSE(holdsControls(table, "\t\r\n"));
+    const Json rows = readByPython("list(csv.reader(file, strict=True))", table);
     ASSERT_EQ(rows.size(), events.size() + 1);
     for (std::size_t i = 0; i < events.size(); ++i) {
         const Json& cells = rows.at(i + 1);
@@ -233,7 +251,7 @@ TEST(HistoryExport, WritesATableThatAStrictReaderReadsBack) {
         const auto structured = Json::parse(cells.at(9).get<std::string>());
         const auto title = structured.at("title").get<std::string>();
         const bool guarded = (i > 0 && i < 7) || (i > 7 && i < 11);
-        EXPECT_EQ(cells.at(3), (guarded ? "'" : "") + title);
+        EXPECT_EQ(cells.at(3), (guarded ? "'" : "") + printable(title, "\t\r\n"));
         const bool valid = !events[i].title.starts_with("bad");
         EXPECT_EQ(title, valid ? events[i].title : "bad \uFFFD\uFFFD(\uFFFD\uFFFD\uFFFD end");
     }
@@ -268,19 +286,51 @@ TEST(HistoryExport, WritesADocumentThatAStrictParserReadsBack) {
         events.push_back(titled(title));
     for (const auto& some : {std::vector<Event>(), events}) {
         const std::string text = reportOf(some).data(Format::json, true);
+        EXPECT_FALSE(holdsControls(text, "\n"));
         EXPECT_EQ(
             readByPython("json.load(file, object_pairs_hook=unique, parse_constant=refused)", text),
             Json::parse(text));
     }
 }
 
+TEST(HistoryExport, WritesTheNearestDateThatTheFormatHas) {
+    const std::pair<double, const char*> cases[] = {
+        {1e15, "9999-12-31T23:59:59Z"},
+        {HUGE_VAL, "9999-12-31T23:59:59Z"},
+        {252'423'993'600, "9999-12-31T23:59:59Z"},
+        {252'423'993'599, "9999-12-31T23:59:59Z"},
+        {252'423'993'598, "9999-12-31T23:59:58Z"},
+        {-63'113'904'000, "0001-01-01T00:00:00Z"},
+        {-63'113'904'001, "0001-01-01T00:00:00Z"},
+        {-HUGE_VAL, "0001-01-01T00:00:00Z"},
+    };
+    for (const auto& [seconds, written] : cases) {
+        Event event = titled("x");
+        event.timestamp = Date{seconds};
+        EXPECT_EQ(exported(event, true).at("timestamp"), written);
+        EXPECT_NE(reportOf({event}).data(Format::csv, true).find(written), std::string::npos);
+    }
+    Application app = test::application("A");
+    app.modified = Date{std::nan("")};
+    Event event = titled("x");
+    event.changes = {change::ApplicationInstalled{{app}}};
+    HistoryExport report = reportOf({event});
+    report.exportedAt = *app.modified;
+    const Json document = Json::parse(report.data(Format::json, true));
+    EXPECT_TRUE(document.at("exportedAt").is_null());
+    EXPECT_TRUE(
+        document.at("/events/0/changes/0/applicationInstalled/_0/modified"_json_pointer).is_null());
+}
+
 TEST(HistoryExport, AFileIsThereWholeOrAsItWas) {
     const test::TemporaryFolder folder;
     const auto path = folder / HistoryExport::fileName(Format::csv);
     EXPECT_EQ(path.filename(), "Tidemark-History.csv");
-    Event timeless = titled("x");
-    timeless.timestamp = Date::distantFuture();
-    const auto broken = reportOf({titled("x"), timeless});
+    Event endless = titled("x");
+    MemoryRecord memory;
+    memory.duration = HUGE_VAL;
+    endless.memory = memory;
+    const auto broken = reportOf({titled("x"), endless});
     for (const Format format : {Format::csv, Format::json})
         EXPECT_THROW(broken.save(path, format, true), Error);
     EXPECT_EQ(test::namesIn(folder.path()), "");

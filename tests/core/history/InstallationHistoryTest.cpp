@@ -135,6 +135,9 @@ TEST(InstallationHistory, MakesAnEventOfARecord) {
     EXPECT_EQ(event.subtitle, "Version 3");
     EXPECT_EQ(event.importance, Importance::prominent);
     EXPECT_EQ(record.sourceDescription(), "Apple");
+    record.packageSource = "package_source_automatic";
+    EXPECT_EQ(InstallationHistory::event(record).importance, Importance::routine);
+    EXPECT_EQ(record.sourceDescription(), "Installed automatically");
     record.packageSource = "";
     EXPECT_EQ(record.sourceDescription(), "Not recorded");
 }

@@ -1,10 +1,10 @@
 #include "core/history/InstallationHistory.h"
 #include "core/history/ReportProcess.h"
 #include "tests/support/OrdinaryUser.h"
+#include "tests/support/ProcessZone.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <cmath>
-#include <ctime>
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
@@ -14,19 +14,6 @@ using InstallationHistory::ImportError;
 using InstallationHistory::PackageLog;
 
 namespace {
-
-/// The process has a time zone of its own for one test.
-class Zone {
-public:
-    explicit Zone(const char* name) {
-        ::setenv("TZ", name, 1);
-        ::tzset();
-    }
-    ~Zone() {
-        ::unsetenv("TZ");
-        ::tzset();
-    }
-};
 
 /// A week that ends at 2024-05-08 00:00 UTC.
 constexpr Date through = Date::fromUnix(1'715'126'400);
@@ -58,9 +45,9 @@ struct PackageLogTest : testing::Test {
         ASSERT_TRUE(gzip.succeeded());
     }
 
-    const Zone utc{"UTC"};
+    const test::ProcessZone utc{"UTC"};
     const test::TemporaryFolder folder;
-    PackageLog log{.path = folder / "dpkg.log"};
+    PackageLog log{.path = folder / "dpkg.log", .transactions = folder / "history.log"};
 };
 
 /// A package that is installed on a day of May.
@@ -102,10 +89,11 @@ TEST_F(PackageLogTest, TellsWhatWasInstalledOrUpgradedToItsEnd) {
     std::string found;
     for (const auto& record : preview.records)
         found += record.name + " " + record.version + ", ";
-    EXPECT_EQ(found, "tide-gauge 1:2.0~rc1-3+b1, rudder 1, harbour 4.2, ");
+    EXPECT_EQ(found, "harbour 4.2, rudder 1, tide-gauge 1:2.0~rc1-3+b1, ");
     EXPECT_EQ(preview.skippedRecords, 0U);
-    EXPECT_EQ(preview.records.at(0),
-              (InstallationRecord{"tide-gauge", "1:2.0~rc1-3+b1", Date::fromUnix(1'714'640'407),
+    // The moment at which this run of the package manager started.
+    EXPECT_EQ(preview.records.at(2),
+              (InstallationRecord{"tide-gauge", "1:2.0~rc1-3+b1", Date::fromUnix(1'714'640'403),
                                   "package_source_other", through}));
 }
 
@@ -124,19 +112,89 @@ TEST_F(PackageLogTest, ReadsLocalTimes) {
         {"Europe/Berlin", "2024-05-08 02:00:00", 1'715'126'400},
     };
     for (const auto& [zone, time, unix] : cases) {
-        const Zone local(zone);
+        const test::ProcessZone local(zone);
         folder.write("dpkg.log", std::string(time) + " install a:all <none> 1\n" + time
                                      + " status installed a:all 1\n");
         const auto preview = collect();
         ASSERT_EQ(preview.records.size(), 1U) << zone << " " << time;
         EXPECT_EQ(preview.records[0].recordedAt, Date::fromUnix(unix)) << zone << " " << time;
     }
-    const Zone local("Europe/Berlin");
+    const test::ProcessZone local("Europe/Berlin");
     folder.write("dpkg.log", "2024-05-01 01:59:59 install a 0 1\n"
                              "2024-05-01 01:59:59 status installed a 1\n"
                              "2024-05-08 02:00:01 install a 1 2\n"
                              "2024-05-08 02:00:01 status installed a 2\n");
     EXPECT_EQ(summary(), "0/2");
+}
+
+TEST_F(PackageLogTest, KnowsWhatWasInstalledTogetherAndWhatCameAlong) {
+    folder.write("dpkg.log", R"(2024-05-02 08:59:00 startup archives install
+2024-05-02 08:59:01 install own:amd64 <none> 1
+2024-05-02 08:59:03 status installed own:amd64 1
+2024-05-02 09:00:01 startup archives unpack
+2024-05-02 09:00:02 install tide-gauge:amd64 <none> 2.0
+2024-05-02 09:00:02 install libtide2:all <none> 2.0
+2024-05-02 09:00:02 install keel:i386 <none> 1
+2024-05-02 09:00:02 install keel:amd64 <none> 1
+2024-05-02 09:00:03 upgrade harbour:amd64 4.1 4.2
+2024-05-02 09:00:04 startup packages configure
+2024-05-02 09:00:05 status installed libtide2:all 2.0
+2024-05-02 09:00:05 status installed keel:i386 1
+2024-05-02 09:00:05 status installed keel:amd64 1
+2024-05-02 09:00:06 status installed harbour:amd64 4.2
+2024-05-02 09:00:07 status installed tide-gauge:amd64 2.0
+2024-05-02 09:10:00 startup archives install
+2024-05-02 09:10:01 upgrade libtide2:all 2.0 2.0
+2024-05-02 09:10:02 status installed libtide2:all 2.0
+)");
+    const std::string transaction = R"(
+Start-Date: 2024-05-02  09:00:00
+Commandline: apt install tide-gauge
+Install: tide-gauge:amd64 (2.0), libtide2:amd64 (2.0, automatic), keel:i386 (1, automatic), keel:amd64 (1)
+Upgrade: harbour:amd64 (4.1, 4.2)
+End-Date: 2024-05-02  09:00:07
+)";
+    const auto without = [&](const std::string& part) {
+        std::string text = transaction;
+        return text.erase(text.find(part), part.size());
+    };
+    /// The records with the seconds after 09:00 of each; "*" for routine ones.
+    const auto found = [&] {
+        std::string text;
+        for (const auto& record : collect().records)
+            text +=
+                record.name + (record.isRoutine() ? "*" : "") + " "
+                + std::to_string(std::lround(record.recordedAt.secondsSince1970()) - 1'714'640'400)
+                + ", ";
+        return text;
+    };
+    const std::string together =
+        "libtide2 600, libtide2* 0, keel 0, harbour 0, tide-gauge 0, own -60, ";
+    const std::string alone =
+        "libtide2 600, libtide2 4, keel 4, harbour 4, tide-gauge 4, own -60, ";
+    EXPECT_EQ(found(), alone) << "apt keeps no log here";
+    const std::pair<std::string, std::string> cases[] = {
+        {transaction, together},
+        {"\xFF\n\nInstall: own:amd64 (1, automatic)\n" + transaction + "Start-Date: x\nEnd-Date: ",
+         together},
+        {without("End-Date: 2024-05-02  09:00:07\n"),
+         "libtide2* 0, keel 0, harbour 0, tide-gauge 0, own -60, "},
+        {without("02  09:00:00"), alone},
+        {without("Install: "),
+         "libtide2 600, libtide2 4, keel 4, tide-gauge 4, harbour 0, own -60, "},
+        {without("), keel:i386 ("),
+         "libtide2 600, libtide2 4, keel 0, harbour 0, tide-gauge 0, own -60, "},
+        {std::string(1'000'000, '(') + transaction, together},
+    };
+    for (const auto& [text, expected] : cases) {
+        folder.write("history.log", text);
+        EXPECT_EQ(found(), expected) << text.substr(0, 400);
+    }
+    folder.write("history.log", "");
+    pack("history.log.1", transaction);
+    EXPECT_EQ(found(), together) << "set aside";
+    folder.write("history.log.1.gz", "no archive");
+    EXPECT_EQ(found(), alone) << "damaged";
 }
 
 TEST_F(PackageLogTest, PassesOverWhatNoPackageManagerWrites) {
@@ -159,9 +217,8 @@ TEST_F(PackageLogTest, PassesOverWhatNoPackageManagerWrites) {
          "a 1 2, 2/0"},
         {"2024-05-02\n2024-05-02 00:00:00\n2024-05-02 00:00:00 \n2024-05-02T00:00:00 status x\n",
          "a 1 2, 3/0"},
-        // A time that there is not makes an entry that can't be read.
-        {"2024-13-45 00:00:00 install b <none> 1\n2024-13-45 00:00:00 status installed b 1\n",
-         "a 1 2, 1/0"},
+        {"2024-13-45 00:00:00 install b <none> 1\n2024-05-02 24:00:00 status installed b 1\n",
+         "a 1 2, 2/0"},
         {"2024-05-02 00:00:00 something new from a later version\n", "a 1 2, 0/0"},
         // Damage among lines that are too old to matter.
         {"2023-05-02 00:00:00 startup archives unpack\ngarbage\n", "a 1 2, 0/0"},

@@ -2,9 +2,12 @@
 
 #include "core/system/MountTable.h"
 #include "core/system/OsRelease.h"
+#include "core/system/UserFolders.h"
 
 #include <gtest/gtest.h>
+#include <pwd.h>
 #include <sys/statvfs.h>
+#include <unistd.h>
 
 using namespace tidemark;
 
@@ -57,5 +60,20 @@ TEST(SystemFacts, DescribesTheVolumeOfThisMachine) {
     EXPECT_EQ(SystemFacts::readVolumeContext("/no/such/place"), std::nullopt);
     EXPECT_EQ(SystemFacts::volumeSpace("/no/such/place"), SystemFacts::VolumeSpace());
     EXPECT_FALSE(SystemFacts::collectOperatingSystem().version.empty());
-    EXPECT_TRUE(SystemFacts::homeDirectory().is_absolute());
+}
+
+TEST(SystemFacts, FindsTheHomeDirectory) {
+    const std::string recorded = ::getpwuid(::getuid())->pw_dir;
+    const std::pair<std::optional<std::string>, std::string> cases[] = {
+        {"/elsewhere", "/elsewhere"},
+        {"/elsewhere//", "/elsewhere"},
+        {"/", "/"},
+        {"relative/home", recorded},
+        {"", recorded},
+        {std::nullopt, recorded},
+    };
+    for (const auto& [variable, home] : cases)
+        EXPECT_EQ(SystemFacts::homeDirectory(variable), home) << variable.value_or("none");
+    EXPECT_EQ(SystemFacts::homeDirectory(),
+              SystemFacts::homeDirectory(UserFolders::processEnvironment("HOME")));
 }
