@@ -11,6 +11,7 @@
 
 #include <filesystem>
 #include <memory>
+#include <vector>
 
 namespace tidemark {
 
@@ -18,7 +19,8 @@ namespace tidemark {
 struct RecorderPlaces {
     DataFiles files;
     std::filesystem::path settings;
-    std::filesystem::path socket;
+    /// Where the recorder may be reached, best first.
+    std::vector<std::filesystem::path> sockets;
 
     /// By the environment of the process.
     static RecorderPlaces current();

@@ -110,7 +110,7 @@ std::optional<ControlAnswer> askRecorder(const RecorderPlaces& places,
     ControlRequest request{
         .arguments = line, .colour = console::useColour(), .directory = directory};
     hideOutput(request.arguments);
-    return ControlClient::ask(places.socket, request, patience);
+    return ControlClient::ask(places.sockets, request, patience);
 }
 
 /// Waits a while for another command to leave the data folder, or a recorder to listen.
@@ -207,7 +207,7 @@ int run(const std::string& setup) {
         std::make_unique<ControlServer>([&recorder](ControlRequest request, std::stop_token stop) {
             return answer(recorder, std::move(request), std::move(stop));
         });
-    server->listen(recorder.places().socket, recorder.lock());
+    server->listen(recorder.places().sockets, recorder.lock());
     const LogindMonitor sleepAndSession(QDBusConnection::systemBus(), recorder.workspace(),
                                         [&recorder] { return recorder.liveServices().writer(); });
     const std::stop_callback quit(interruption.token(), [] {
