@@ -11,10 +11,10 @@
 #include "core/base/Files.h"
 #include "core/base/Text.h"
 #include "platform/linux/LogindMonitor.h"
+#include "platform/linux/SystemBus.h"
 
 #include <QCoreApplication>
 #include <QCoroTask>
-#include <QDBusConnection>
 #include <QLoggingCategory>
 #include <chrono>
 #include <cstdio>
@@ -208,8 +208,11 @@ int run(const std::string& setup) {
             return answer(recorder, std::move(request), std::move(stop));
         });
     server->listen(recorder.places().sockets, recorder.lock());
-    const LogindMonitor sleepAndSession(QDBusConnection::systemBus(), recorder.workspace(),
-                                        [&recorder] { return recorder.liveServices().writer(); });
+    std::optional<LogindMonitor> sleepAndSession;
+    const SystemBus systemBus([&](QDBusConnection bus) {
+        sleepAndSession.emplace(std::move(bus), recorder.workspace(),
+                                [&recorder] { return recorder.liveServices().writer(); });
+    });
     const std::stop_callback quit(interruption.token(), [] {
         QMetaObject::invokeMethod(qApp, &QCoreApplication::quit, Qt::QueuedConnection);
     });
