@@ -91,7 +91,7 @@ void ObserveCommand::run() const {
     const auto file = output.empty() ? output : writableFile(output);
     Snapshot snapshot;
     {
-        const Interruption interruption;
+        const Interruption interruption(Interruption::AfterStop::goesOn);
         snapshot = observe(*this, interruption.token());
     }
     if (!output.empty())

@@ -134,7 +134,7 @@ std::optional<ControlAnswer> takeFolder(std::optional<Recorder>& recorder,
 
 ControlAnswer carryOutAlone(const RecorderPlaces& places, const RecorderArguments& arguments,
                             const std::vector<std::string>& line) {
-    const Interruption interruption;
+    const Interruption interruption(Interruption::AfterStop::ends);
     const Application application;
     // The answer says it all.
     QLoggingCategory::setFilterRules("app.tidemark.captures=false");
@@ -194,7 +194,7 @@ bool confirmed(const std::string& question) {
 } // namespace
 
 int run(const std::string& setup) {
-    const Interruption interruption;
+    const Interruption interruption(Interruption::AfterStop::ends);
     const Application application;
     qInstallMessageHandler(logToStandardError);
     Recorder recorder(RecorderPlaces::current());
