@@ -18,6 +18,8 @@ namespace {
 
 constexpr int failed = 1;
 constexpr int wrongUsage = 2;
+/// What a shell reports of a program that SIGPIPE ended.
+constexpr int readerGone = 128 + SIGPIPE;
 
 constexpr const char* description =
     "Tidemark records what changed on this computer. Everything stays on the machine.";
@@ -27,6 +29,11 @@ std::string notEmpty(const std::string& path) {
     return path.empty() ? "a path can't be empty" : "";
 }
 
+/// An argument that is quoted may hold anything.
+std::string usageMessage(const CLI::App*, const CLI::Error& error) {
+    return tidemark::oneLine(error.what()) + "\nRun with --help for more information.\n";
+}
+
 /// The commands by name, and the one that the arguments chose.
 class CommandLine {
 public:
@@ -34,6 +41,7 @@ public:
         app.set_version_flag("--version", "tidemark " TIDEMARK_VERSION);
         app.set_help_flag("-h,--help", "Print this help and exit");
         app.require_subcommand(0, 1);
+        app.failure_message(usageMessage);
         addRun();
         tidemark::addRecorderCommands(app, recorder);
         addObserve();
@@ -46,6 +54,8 @@ public:
             const int status = carryOut({argv + 1, argv + argc});
             tidemark::console::finishOutput();
             return status;
+        } catch (const tidemark::console::ReaderGone&) {
+            return readerGone;
         } catch (const CLI::ParseError& error) {
             return app.exit(error) == 0 ? 0 : wrongUsage;
         } catch (const std::bad_alloc&) {
