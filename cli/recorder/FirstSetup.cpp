@@ -4,6 +4,7 @@
 #include "core/base/FileDescriptor.h"
 #include "core/base/Text.h"
 
+#include <QLoggingCategory>
 #include <algorithm>
 #include <array>
 #include <cerrno>
@@ -113,7 +114,7 @@ std::optional<Folders> firstSetup(Recorder& recorder, const std::string& setup,
     if (setup == "none")
         return Folders{};
     if (::isatty(STDIN_FILENO) == 0 || ::isatty(STDERR_FILENO) == 0) {
-        std::fprintf(stderr, "%s\n", noTerminal);
+        qWarning("%s", noTerminal);
         return std::nullopt;
     }
     return ask(recommended, stop);

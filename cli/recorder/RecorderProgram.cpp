@@ -5,10 +5,12 @@
 #include "cli/Console.h"
 #include "cli/Interruption.h"
 #include "cli/OutputFile.h"
+#include "cli/RecorderLog.h"
 #include "cli/recorder/CaptureCommands.h"
 #include "cli/recorder/FirstSetup.h"
 #include "cli/recorder/RecorderCommands.h"
 #include "core/base/Files.h"
+#include "core/base/FreeDescriptors.h"
 #include "core/base/Text.h"
 #include "platform/linux/LogindMonitor.h"
 #include "platform/linux/SystemBus.h"
@@ -18,7 +20,6 @@
 #include <QLoggingCategory>
 #include <chrono>
 #include <cstdio>
-#include <cstdlib>
 #include <iostream>
 #include <thread>
 
@@ -32,6 +33,10 @@ namespace {
 constexpr int folderAttempts = 50;
 constexpr std::chrono::milliseconds folderPause{100};
 
+/// What the event loop, the locks and a capture need, with room to spare: the libraries of the
+/// event loop abort without theirs.
+constexpr int neededDescriptors = 16;
+
 /// Qt wants the arguments of main() for as long as its application lives.
 struct Application {
     int count = 1;
@@ -39,20 +44,6 @@ struct Application {
     char* names[2] = {name.data(), nullptr};
     QCoreApplication qt{count, names};
 };
-
-/// The journal of the system reads the level of a line from its start (sd-daemon(3)).
-const char* journalLevel(QtMsgType type) {
-    static const bool toJournal = ::getenv("JOURNAL_STREAM") && ::isatty(STDERR_FILENO) == 0;
-    if (!toJournal)
-        return "";
-    return type == QtCriticalMsg || type == QtFatalMsg ? "<3>"
-           : type == QtWarningMsg                      ? "<4>"
-                                                       : "<6>";
-}
-
-void logToStandardError(QtMsgType type, const QMessageLogContext&, const QString& message) {
-    std::fprintf(stderr, "%s%s\n", journalLevel(type), oneLine(message.toStdString()).c_str());
-}
 
 /// A request of another process, carried out by the recorder.
 QCoro::Task<ControlAnswer> answer(Recorder& recorder, ControlRequest request,
@@ -135,6 +126,7 @@ std::optional<ControlAnswer> takeFolder(std::optional<Recorder>& recorder,
 ControlAnswer carryOutAlone(const RecorderPlaces& places, const RecorderArguments& arguments,
                             const std::vector<std::string>& line) {
     const Interruption interruption(Interruption::AfterStop::ends);
+    requireFreeDescriptors(neededDescriptors);
     const Application application;
     // The answer says it all.
     QLoggingCategory::setFilterRules("app.tidemark.captures=false");
@@ -172,10 +164,10 @@ QCoro::Task<void> startRecording(Recorder& recorder,
         co_await captureCommands::setUp(recorder, *std::move(chosen));
     if (const auto& folders = recorder.model().folderAccess();
         folders.message() && !folders.messageIsSuccess())
-        std::fprintf(stderr, "%s\n", oneLine(*folders.message()).c_str());
+        qWarning("%s", folders.message()->c_str());
     co_await recorder.model().start();
     if (const auto& error = *recorder.model().state().error)
-        std::fprintf(stderr, "%s\n", oneLine(*error).c_str());
+        qCritical("%s", error->c_str());
 }
 
 /// Asks on the terminal. Throws `Error` where there is none.
@@ -195,10 +187,12 @@ bool confirmed(const std::string& question) {
 
 int run(const std::string& setup) {
     const Interruption interruption(Interruption::AfterStop::ends);
+    requireFreeDescriptors(neededDescriptors);
     const Application application;
-    qInstallMessageHandler(logToStandardError);
+    recorderLog::start();
     Recorder recorder(RecorderPlaces::current());
-    tellProblem(recorder);
+    if (const auto problem = recorder.preferences().problem())
+        qWarning("%s", problem->c_str());
     const auto chosen = firstSetup(recorder, setup, interruption.token());
     if (interruption.token().stop_requested())
         return 0;
