@@ -7,6 +7,10 @@ namespace tidemark {
 
 /// The application object of Qt. It wants the arguments of main() for as long as it lives.
 struct Application {
+    /// What the event loop, the locks and a capture need, with room to spare: the libraries of the
+    /// event loop abort without theirs. To be asked for before.
+    static constexpr int neededDescriptors = 16;
+
     int count = 1;
     std::string name = "tidemark";
     char* names[2] = {name.data(), nullptr};

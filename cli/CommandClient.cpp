@@ -6,6 +6,7 @@
 #include "cli/Interruption.h"
 #include "cli/OutputFile.h"
 #include "core/base/Files.h"
+#include "core/base/FreeDescriptors.h"
 #include "core/base/Text.h"
 #include "recorder/CommandRequests.h"
 #include "recorder/Recorder.h"
@@ -54,7 +55,7 @@ std::optional<ControlAnswer> askRecorder(const Errand& errand) {
     if (errand.invocation->isReading())
         patience.answer = std::chrono::minutes(1);
     return ControlClient::ask(
-        errand.places.socket,
+        errand.places.sockets,
         commandRequests::request(errand.command, *errand.invocation, console::useColour()),
         patience);
 }
@@ -101,7 +102,8 @@ std::optional<ControlAnswer> takeFolder(std::optional<Recorder>& recorder, const
 }
 
 ControlAnswer carryOutAlone(Errand errand) {
-    const Interruption interruption;
+    const Interruption interruption(Interruption::AfterStop::ends);
+    requireFreeDescriptors(Application::neededDescriptors);
     const Application application;
     // The answer says it all.
     QLoggingCategory::setFilterRules("app.tidemark.captures=false");

@@ -15,6 +15,10 @@ namespace tidemark::console {
 namespace {
 
 [[noreturn]] void fail() {
+    // Where SIGPIPE doesn't end the process before: the parent may have left it ignored, and Qt
+    // ignores it from its first socket on.
+    if (errno == EPIPE)
+        throw ReaderGone();
     throw Error("Standard output could not be written: " + std::string(std::strerror(errno)) + ".");
 }
 
@@ -34,9 +38,15 @@ void complain(std::string_view sentence) {
     std::fprintf(stderr, "tidemark: %s\n", oneLine(sentence).c_str());
 }
 
+bool takesEscapes(int descriptor) {
+    const char* terminal = std::getenv("TERM");
+    return ::isatty(descriptor) != 0 && terminal != nullptr && *terminal != '\0'
+           && std::string_view(terminal) != "dumb";
+}
+
 bool useColour() {
     const char* noColour = std::getenv("NO_COLOR");
-    return ::isatty(STDOUT_FILENO) != 0 && (noColour == nullptr || *noColour == '\0');
+    return takesEscapes(STDOUT_FILENO) && (noColour == nullptr || *noColour == '\0');
 }
 
 } // namespace tidemark::console

@@ -6,6 +6,7 @@
 #include "recorder/FirstFolders.h"
 #include "recorder/Recorder.h"
 
+#include <QLoggingCategory>
 #include <algorithm>
 #include <array>
 #include <cerrno>
@@ -109,7 +110,7 @@ std::optional<Folders> firstSetup(Recorder& recorder, std::optional<SetupChoice>
     if (setup == SetupChoice::none)
         return Folders{};
     if (::isatty(STDIN_FILENO) == 0 || ::isatty(STDERR_FILENO) == 0) {
-        std::fprintf(stderr, "%s\n", noTerminal);
+        qWarning("%s", noTerminal);
         return std::nullopt;
     }
     return ask(recommended, stop);

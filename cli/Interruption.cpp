@@ -1,13 +1,20 @@
 #include "cli/Interruption.h"
 
+#include "core/base/StartThread.h"
+
 #include <csignal>
 
 #include <pthread.h>
+#include <sys/time.h>
 #include <unistd.h>
 
 namespace tidemark {
 
 namespace {
+
+using std::chrono::microseconds;
+using std::chrono::milliseconds;
+using std::chrono::seconds;
 
 /// What a shell reports of a program that a signal ended.
 constexpr int signalStatus = 128;
@@ -20,29 +27,68 @@ sigset_t taken() {
     return signals;
 }
 
+volatile std::sig_atomic_t lateStatus = 0;
+
+void endLate(int) {
+    ::_exit(lateStatus);
+}
+
+void setTimer(milliseconds time) {
+    const auto whole = std::chrono::duration_cast<seconds>(time);
+    itimerval timer{};
+    timer.it_value.tv_sec = static_cast<time_t>(whole.count());
+    timer.it_value.tv_usec = static_cast<suseconds_t>(microseconds(time - whole).count());
+    ::setitimer(ITIMER_REAL, &timer, nullptr);
+}
+
+/// By a handler and no thread: none must have to get round to it.
+void endAfter(milliseconds time, int status) {
+    lateStatus = status;
+    struct sigaction action{};
+    action.sa_handler = endLate;
+    ::sigaction(SIGALRM, &action, nullptr);
+    sigset_t alarm;
+    ::sigemptyset(&alarm);
+    ::sigaddset(&alarm, SIGALRM);
+    ::pthread_sigmask(SIG_UNBLOCK, &alarm, nullptr);
+    setTimer(time);
+}
+
 } // namespace
 
-Interruption::Interruption() {
+Interruption::Masking::Masking() {
     const sigset_t signals = taken();
     ::pthread_sigmask(SIG_BLOCK, &signals, nullptr);
-    waiter = std::thread([this] { wait(); });
 }
+
+Interruption::Masking::~Masking() {
+    const sigset_t signals = taken();
+    ::pthread_sigmask(SIG_UNBLOCK, &signals, nullptr);
+}
+
+Interruption::Interruption(AfterStop next, milliseconds longest)
+    : afterStop(next), limit(longest), waiter(startThread([this] { wait(); })) {}
 
 Interruption::~Interruption() {
     over = true;
     // Anyone may send a SIGUSR1, so it only wakes the waiter to look.
     ::pthread_kill(waiter.native_handle(), SIGUSR1);
     waiter.join();
-    const sigset_t signals = taken();
-    ::pthread_sigmask(SIG_UNBLOCK, &signals, nullptr);
+    if (afterStop == AfterStop::goesOn)
+        setTimer({});
 }
 
 void Interruption::wait() {
     const sigset_t signals = taken();
     int number = 0;
-    while (::sigwait(&signals, &number) == 0 && !(number == SIGUSR1 && over))
-        if (number != SIGUSR1 && !source.request_stop())
+    while (::sigwait(&signals, &number) == 0 && !(number == SIGUSR1 && over)) {
+        if (number == SIGUSR1)
+            continue;
+        if (source.stop_requested())
             ::_exit(signalStatus + number);
+        endAfter(limit, signalStatus + number);
+        source.request_stop();
+    }
 }
 
 } // namespace tidemark

@@ -19,7 +19,7 @@ constexpr const char* clearLine = "\r\033[K";
 } // namespace
 
 ProgressLine::ProgressLine(std::function<std::int64_t()> entries)
-    : entriesSoFar(std::move(entries)), onTerminal(::isatty(STDERR_FILENO) != 0),
+    : entriesSoFar(std::move(entries)), onTerminal(console::takesEscapes(STDERR_FILENO)),
       start(monotonicSeconds()) {}
 
 ProgressLine::~ProgressLine() {

@@ -15,6 +15,8 @@ namespace {
 
 constexpr int failed = 1;
 constexpr int wrongUsage = 2;
+/// What a shell reports of a program that SIGPIPE ended.
+constexpr int readerGone = 128 + SIGPIPE;
 
 /// A file that the program opens must not get the number of a stream that its parent had closed:
 /// what is printed would go into it.
@@ -40,6 +42,8 @@ int run(std::vector<std::string> words) {
         const int status = carryOut(std::move(words));
         tidemark::console::finishOutput();
         return status;
+    } catch (const tidemark::console::ReaderGone&) {
+        return readerGone;
     } catch (const tidemark::UsageError& error) {
         tidemark::console::complain(error.what());
         std::fputs("Run with --help for more information.\n", stderr);

@@ -11,7 +11,7 @@ RecorderPlaces RecorderPlaces::current() {
     places.settings = UserFolders::configuration()
                       / AppDataLocation::directoryName(AppDataLocation::unbundled)
                       / "settings.json";
-    places.socket = control::socketPath(places.files.directory, UserFolders::runtime());
+    places.sockets = control::socketPaths(places.files.directory, UserFolders::runtime());
     return places;
 }
 

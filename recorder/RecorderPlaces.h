@@ -3,6 +3,7 @@
 #include "app/model/AppDataLocation.h"
 
 #include <filesystem>
+#include <vector>
 
 namespace tidemark {
 
@@ -10,7 +11,8 @@ namespace tidemark {
 struct RecorderPlaces {
     DataFiles files;
     std::filesystem::path settings;
-    std::filesystem::path socket;
+    /// Where the recorder may be reached, best first.
+    std::vector<std::filesystem::path> sockets;
 
     /// By the environment of the process.
     static RecorderPlaces current();

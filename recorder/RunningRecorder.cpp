@@ -12,7 +12,7 @@ RunningRecorder::RunningRecorder(Recorder& owner)
       })),
       sleepAndSession(systemServices::sleepAndSession(
           recorder.workspace(), [this] { return recorder.liveServices().writer(); })) {
-    server->listen(recorder.places().socket, recorder.lock());
+    server->listen(recorder.places().sockets, recorder.lock());
 }
 
 RunningRecorder::~RunningRecorder() {

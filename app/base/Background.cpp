@@ -1,9 +1,9 @@
 #include "app/base/Background.h"
 
+#include "core/base/Error.h"
 #include "core/system/ThreadPriority.h"
 
 #include <QCoreApplication>
-#include <QThreadPool>
 
 namespace tidemark::detail {
 
@@ -11,35 +11,41 @@ namespace {
 
 /// More threads than processors: most of them wait for a disk, and some perhaps for a network
 /// volume that never answers.
-constexpr int mostThreads = 8;
+constexpr std::size_t mostThreads = 8;
 
 /// Never destroyed: a thread that hangs in the system must not keep the program from ending.
-QThreadPool& poolFor(WorkPriority priority) {
-    const auto made = [] {
-        auto* pool = new QThreadPool;
-        pool->setMaxThreadCount(mostThreads);
-        return pool;
-    };
-    static QThreadPool* const utility = made();
-    static QThreadPool* const userInitiated = made();
+WorkerPool& poolFor(WorkPriority priority) {
+    static auto* const utility = new WorkerPool(mostThreads);
+    static auto* const userInitiated = new WorkerPool(mostThreads);
     return priority == WorkPriority::utility ? *utility : *userInitiated;
 }
 
 } // namespace
 
-void PoolWait::await_suspend(std::coroutine_handle<> waiting) const {
-    (pool ? *pool : poolFor(priority)).start([call = work, urgency = priority, waiting] {
+bool PoolWait::await_suspend(std::coroutine_handle<> waiting) const {
+    const auto onThread = [call = work, urgency = priority, waiting] {
         if (urgency == WorkPriority::utility)
             lowerThreadPriority();
         (*call)();
         // As the last step: what is awaited may be gone the moment after.
         QMetaObject::invokeMethod(
             QCoreApplication::instance(), [waiting] { waiting.resume(); }, Qt::QueuedConnection);
-    });
+    };
+    try {
+        (pool ? *pool : poolFor(priority)).start(onThread);
+        return true;
+    } catch (const Error&) {
+        *refusal = std::current_exception();
+        return false;
+    }
 }
 
-void startOnPool(std::function<void()> work) {
-    poolFor(WorkPriority::utility).start(std::move(work));
+void startOnPool(const std::function<void()>& work) {
+    try {
+        poolFor(WorkPriority::utility).start(work);
+    } catch (const Error&) {
+        work();
+    }
 }
 
 } // namespace tidemark::detail

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "app/base/WorkerPool.h"
+
 #include <QCoroTask>
 #include <coroutine>
 #include <exception>
@@ -9,8 +11,6 @@
 #include <stop_token>
 #include <type_traits>
 #include <utility>
-
-class QThreadPool;
 
 /// Work that blocks, away from the event loop.
 namespace tidemark {
@@ -25,26 +25,29 @@ struct PoolWait {
     // By address: GCC 12 copies an awaiter that is no temporary.
     const std::function<void()>* work;
     WorkPriority priority;
-    QThreadPool* pool;
+    WorkerPool* pool;
+    /// Why the work could not be given to the pool.
+    std::exception_ptr* refusal;
 
     bool await_ready() const { return false; }
-    void await_suspend(std::coroutine_handle<> waiting) const;
+    bool await_suspend(std::coroutine_handle<> waiting) const;
     void await_resume() const {}
 };
 
-/// Runs a function on the pool for utility work.
-void startOnPool(std::function<void()> work);
+/// Runs a function on the pool for utility work, or at once where no thread can be started.
+void startOnPool(const std::function<void()>& work);
 
 } // namespace detail
 
 /// Calls `work` with `stop` on a thread of the pool; the awaiting coroutine goes on in the main
-/// thread's event loop with the result, or with what `work` threw. `work` always runs to its end,
-/// and is destroyed on the main thread: it is to look at `stop` itself. A `pool` of one thread, of
-/// the caller's own, does its work in the order in which it was given; null is a common pool.
+/// thread's event loop with the result, or with what `work` threw. Throws `Error` at once when no
+/// thread can be started for it. `work` always runs to its end, and is destroyed on the main
+/// thread: it is to look at `stop` itself. A `pool` of one thread, of the caller's own, does its
+/// work in the order in which it was given; null is a common pool.
 template <class Work, class Result = std::invoke_result_t<Work&, const std::stop_token&>>
 QCoro::Task<Result> runInBackground(Work work, std::stop_token stop = {},
                                     WorkPriority priority = WorkPriority::utility,
-                                    QThreadPool* pool = nullptr) {
+                                    WorkerPool* pool = nullptr) {
     struct Nothing {};
     using Stored = std::conditional_t<std::is_void_v<Result>, Nothing, Result>;
     std::optional<Stored> result;
@@ -59,7 +62,7 @@ QCoro::Task<Result> runInBackground(Work work, std::stop_token stop = {},
             failure = std::current_exception();
         }
     };
-    const detail::PoolWait wait{&guarded, priority, pool};
+    const detail::PoolWait wait{&guarded, priority, pool, &failure};
     co_await wait;
     if (failure)
         std::rethrow_exception(failure);

@@ -1,11 +1,11 @@
 #include "app/capture/FolderCalls.h"
 
+#include "core/base/StartThread.h"
 #include "core/system/ThreadPriority.h"
 
 #include <condition_variable>
 #include <mutex>
 #include <set>
-#include <thread>
 
 namespace tidemark {
 
@@ -28,7 +28,7 @@ bool FolderCalls::comesToItsEnd(const std::filesystem::path& folder, std::functi
     if (stop.stop_requested() || state->hanging.contains(folder))
         return false;
     // Not of the pool, whose threads would run out.
-    std::thread([shared = state, stage, folder, work = std::move(work),
+    startThread([shared = state, stage, folder, work = std::move(work),
                  whenLate = std::move(whenLate)] {
         lowerThreadPriority();
         work();

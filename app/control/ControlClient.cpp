@@ -1,14 +1,20 @@
 #include "app/control/ControlClient.h"
 
 #include "core/base/Error.h"
+#include "core/base/FileDescriptor.h"
 #include "core/base/Text.h"
+#include "core/system/LocalSocketAddress.h"
 #include "core/system/PeerUser.h"
 
 #include <QDeadlineTimer>
-#include <QFile>
 #include <QLocalSocket>
 #include <algorithm>
+#include <cerrno>
+#include <cstring>
 
+#include <fcntl.h>
+#include <sys/socket.h>
+#include <sys/time.h>
 #include <unistd.h>
 
 namespace tidemark::ControlClient {
@@ -19,20 +25,46 @@ int millisecondsLeft(const QDeadlineTimer& deadline) {
     return static_cast<int>(deadline.remainingTime());
 }
 
-/// False when nobody listens there.
-bool connectTo(QLocalSocket& socket, const std::filesystem::path& path,
-               std::chrono::milliseconds patience) {
-    socket.connectToServer(QFile::decodeName(path.c_str()));
-    if (!socket.waitForConnected(static_cast<int>(patience.count()))) {
-        if (socket.error() == QLocalSocket::ServerNotFoundError
-            || socket.error() == QLocalSocket::ConnectionRefusedError)
-            return false;
-        throw Error("The recorder's socket " + textFromBytes(path.native())
-                    + " could not be reached.");
+bool meansNobody(int error) {
+    return error == ENOENT || error == ENOTDIR || error == ECONNREFUSED;
+}
+
+Error failure(const std::filesystem::path& path, int error) {
+    if (error == EAGAIN)
+        return Error("The running recorder is busy: too many commands wait for it already.");
+    return Error("The recorder's socket " + textFromBytes(path.native())
+                 + " could not be reached: " + std::strerror(error) + ".");
+}
+
+/// Until when connect(2) waits for room in the queue of the listener.
+void limitWait(const FileDescriptor& socket, std::chrono::milliseconds time) {
+    const auto whole = std::chrono::duration_cast<std::chrono::seconds>(time);
+    timeval limit{};
+    limit.tv_sec = static_cast<time_t>(whole.count());
+    limit.tv_usec = static_cast<suseconds_t>(std::chrono::microseconds(time - whole).count());
+    ::setsockopt(socket.get(), SOL_SOCKET, SO_SNDTIMEO, &limit, sizeof limit);
+}
+
+/// Invalid when nobody listens there. Not by QLocalSocket, which needs an event loop, and says so
+/// on standard error, as soon as the queue of the listener is full.
+FileDescriptor connectedTo(const std::filesystem::path& path, std::chrono::milliseconds patience) {
+    const auto address = LocalSocketAddress::of(path);
+    if (!address && meansNobody(address.error()))
+        return {};
+    if (!address)
+        throw failure(path, address.error());
+    FileDescriptor socket(::socket(AF_UNIX, SOCK_STREAM, 0));
+    if (!socket || ::fcntl(socket.get(), F_SETFD, FD_CLOEXEC) != 0)
+        throw failure(path, errno);
+    limitWait(socket, patience);
+    if (::connect(socket.get(), address->get(), address->size()) != 0) {
+        if (meansNobody(errno))
+            return {};
+        throw failure(path, errno);
     }
-    if (peerUser(static_cast<int>(socket.socketDescriptor())) != ::geteuid())
+    if (peerUser(socket.get()) != ::geteuid())
         throw Error("The recorder's socket belongs to another user.");
-    return true;
+    return socket;
 }
 
 void send(QLocalSocket& socket, const std::string& frame, const QDeadlineTimer& deadline) {
@@ -60,13 +92,19 @@ void receive(QLocalSocket& socket, std::string& frame, std::size_t size,
 
 } // namespace
 
-std::optional<ControlAnswer> ask(const std::filesystem::path& socket, const ControlRequest& request,
-                                 const Patience& patience) {
-    QLocalSocket connection;
-    if (!connectTo(connection, socket, patience.connection))
+std::optional<ControlAnswer> ask(const std::vector<std::filesystem::path>& sockets,
+                                 const ControlRequest& request, const Patience& patience) {
+    FileDescriptor connected;
+    for (auto path = sockets.begin(); path != sockets.end() && !connected; ++path)
+        connected = connectedTo(*path, patience.connection);
+    if (!connected)
         return std::nullopt;
 
     const std::string frame = control::requestFrame(request);
+    QLocalSocket connection;
+    if (!connection.setSocketDescriptor(connected.get()))
+        throw Error("The running recorder could not be asked.");
+    connected.release();
     const QDeadlineTimer deadline(patience.answer);
     send(connection, frame, deadline);
     std::string answer;

@@ -5,6 +5,7 @@
 #include <chrono>
 #include <filesystem>
 #include <optional>
+#include <vector>
 
 /// The other end of the control socket, for a process that has a command for the recorder. Blocks,
 /// and needs no event loop.
@@ -17,9 +18,9 @@ struct Patience {
     std::chrono::milliseconds answer{std::chrono::minutes(15)};
 };
 
-/// The answer of the recorder that listens at `socket`, absent when none does. Throws `Error` when
-/// the request can't be handed over, or when no whole answer comes.
-std::optional<ControlAnswer> ask(const std::filesystem::path& socket, const ControlRequest& request,
-                                 const Patience& patience = {});
+/// The answer of the recorder that listens at one of `sockets`, absent when none does. Throws
+/// `Error` when the request can't be handed over, or when no whole answer comes.
+std::optional<ControlAnswer> ask(const std::vector<std::filesystem::path>& sockets,
+                                 const ControlRequest& request, const Patience& patience = {});
 
 } // namespace tidemark::ControlClient

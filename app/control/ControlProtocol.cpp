@@ -59,11 +59,17 @@ ControlAnswer decodedAnswer(std::string_view json) {
     return json::decode<ControlAnswer>(json);
 }
 
-std::filesystem::path socketPath(const std::filesystem::path& dataFolder,
-                                 const std::filesystem::path& runtimeFolder) {
-    // The path of a socket is short (108 bytes, 104 on a Mac); that of a data folder may not be.
-    const std::string name = Sha256::hex(canonicalPath(dataFolder).native()).substr(0, 16);
-    return runtimeFolder / "Tidemark" / (name + ".socket");
+std::vector<std::filesystem::path>
+socketPaths(const std::filesystem::path& dataFolder,
+            const std::optional<std::filesystem::path>& runtimeFolder) {
+    std::vector<std::filesystem::path> paths;
+    if (runtimeFolder) {
+        // A name of its own for each data folder, of which one user may have several.
+        const std::string name = Sha256::hex(canonicalPath(dataFolder).native()).substr(0, 16);
+        paths.push_back(*runtimeFolder / "Tidemark" / (name + ".socket"));
+    }
+    paths.push_back(dataFolder / "control" / "recorder.socket");
+    return paths;
 }
 
 } // namespace tidemark::control

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <tuple>
@@ -65,9 +66,13 @@ std::string answerFrame(const ControlAnswer& answer);
 ControlRequest decodedRequest(std::string_view json);
 ControlAnswer decodedAnswer(std::string_view json);
 
-/// Where the recorder of a data folder listens, in the user's folder for sockets.
-std::filesystem::path socketPath(const std::filesystem::path& dataFolder,
-                                 const std::filesystem::path& runtimeFolder);
+/// The places where the recorder of a data folder may listen, best first: the user's folder for
+/// sockets, where there is one, and a folder inside of the data folder. The recorder takes the
+/// first that it can have, and a client asks at each: the two may have been started in different
+/// sessions.
+std::vector<std::filesystem::path>
+socketPaths(const std::filesystem::path& dataFolder,
+            const std::optional<std::filesystem::path>& runtimeFolder);
 
 } // namespace control
 

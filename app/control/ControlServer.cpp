@@ -2,6 +2,7 @@
 
 #include "core/base/Error.h"
 
+#include <QLoggingCategory>
 #include <QScopeGuard>
 #include <algorithm>
 #include <utility>
@@ -18,9 +19,36 @@ ControlServer::~ControlServer() {
         delete connection.release();
 }
 
-void ControlServer::listen(const std::filesystem::path& socket, const FolderLock& held) {
-    listener = std::make_unique<LocalListener>(
-        socket, held, [this](FileDescriptor client) { welcome(std::move(client)); });
+void ControlServer::listen(const std::vector<std::filesystem::path>& sockets,
+                           const FolderLock& held) {
+    std::string problem = "There is no place for a socket.";
+    for (const auto& socket : sockets) {
+        try {
+            listener = std::make_unique<LocalListener>(
+                socket, held, [this](FileDescriptor client) { welcome(std::move(client)); });
+            return scope.start(keepListening());
+        } catch (const Error& error) {
+            problem = error.what();
+        }
+    }
+    throw Error(problem);
+}
+
+QCoro::Task<void> ControlServer::keepListening() {
+    std::string problem;
+    while (!scope.isStopping()) {
+        co_await clock.sleep(restoringInterval, scope.token(), AppClock::Slack::allowed);
+        if (scope.isStopping() || !listener)
+            co_return;
+        try {
+            listener->restore();
+            problem.clear();
+        } catch (const Error& error) {
+            // Once, and not every minute.
+            if (std::exchange(problem, error.what()) != error.what())
+                qWarning("%s", error.what());
+        }
+    }
 }
 
 QCoro::Task<ControlAnswer> ControlServer::carriedOut(ControlRequest request, std::stop_token stop) {

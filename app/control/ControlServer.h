@@ -27,13 +27,20 @@ public:
     ControlServer(const ControlServer&) = delete;
     ControlServer& operator=(const ControlServer&) = delete;
 
-    /// Starts to listen as `LocalListener` does, at `control::socketPath` of the locked folder.
-    void listen(const std::filesystem::path& socket, const FolderLock& held);
+    /// Seconds between two looks whether the socket is still there. One that was removed, by hand
+    /// or by who cleans up temporary files, is made anew.
+    static constexpr double restoringInterval = 60;
+
+    /// Starts to listen as `LocalListener` does, at the first of `sockets` that it can have. They
+    /// are the `control::socketPaths` of the locked folder. The lock outlives the server. Throws
+    /// `Error` when it can have none.
+    void listen(const std::vector<std::filesystem::path>& sockets, const FolderLock& held);
 
     std::size_t connectionCount() const { return connections.size(); }
 
 private:
     QCoro::Task<ControlAnswer> carriedOut(ControlRequest request, std::stop_token stop);
+    QCoro::Task<void> keepListening();
     void welcome(FileDescriptor client);
     void forget(ControlConnection* connection);
 

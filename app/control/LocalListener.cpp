@@ -3,6 +3,7 @@
 #include "core/base/Error.h"
 #include "core/base/PrivateFolder.h"
 #include "core/base/Text.h"
+#include "core/system/LocalSocketAddress.h"
 #include "core/system/PeerUser.h"
 
 #include <algorithm>
@@ -14,7 +15,7 @@
 #include <fcntl.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
-#include <sys/un.h>
+#include <unistd.h>
 
 namespace tidemark {
 
@@ -51,16 +52,13 @@ void removeStaleSocket(const std::filesystem::path& path) {
 }
 
 FileDescriptor listeningSocket(const std::filesystem::path& path) {
-    sockaddr_un address{};
-    address.sun_family = AF_UNIX;
-    if (path.native().size() >= sizeof address.sun_path)
-        throw failure(path, "its path is too long");
-    path.native().copy(address.sun_path, sizeof address.sun_path - 1);
-
+    const auto address = LocalSocketAddress::of(path);
+    if (!address)
+        throw failure(path, std::strerror(address.error()));
     FileDescriptor socket(::socket(AF_UNIX, SOCK_STREAM, 0));
     // The folder is private, so nobody connects before the mode is set.
     if (!socket || !makePrivateToProcess(socket)
-        || ::bind(socket.get(), reinterpret_cast<const sockaddr*>(&address), sizeof address) != 0
+        || ::bind(socket.get(), address->get(), address->size()) != 0
         || ::chmod(path.c_str(), 0600) != 0 || ::listen(socket.get(), mostWaiting) != 0)
         throw failure(path);
     return socket;
@@ -68,19 +66,45 @@ FileDescriptor listeningSocket(const std::filesystem::path& path) {
 
 } // namespace
 
-LocalListener::LocalListener(std::filesystem::path path, const FolderLock&, Accept accept)
-    : socketPath(std::move(path)), handOver(std::move(accept)) {
-    requirePrivateFolder(socketPath.parent_path());
-    removeStaleSocket(socketPath);
-    socket = listeningSocket(socketPath);
-    notifier = std::make_unique<QSocketNotifier>(socket.get(), QSocketNotifier::Read);
-    QObject::connect(notifier.get(), &QSocketNotifier::activated, [this] { acceptOne(); });
+LocalListener::LocalListener(std::filesystem::path path, const FolderLock& held, Accept accept)
+    : socketPath(std::move(path)), lock(held), handOver(std::move(accept)) {
     recovery.setSingleShot(true);
     recovery.callOnTimeout([this] { notifier->setEnabled(wanted); });
+    requirePrivateFolder(socketPath.parent_path());
+    removeStaleSocket(socketPath);
+    listen();
 }
 
 LocalListener::~LocalListener() {
-    ::unlink(socketPath.c_str());
+    if (own && identityAt(socketPath) == own)
+        ::unlink(socketPath.c_str());
+}
+
+std::optional<LocalListener::Identity>
+LocalListener::identityAt(const std::filesystem::path& path) {
+    struct stat status{};
+    if (::lstat(path.c_str(), &status) != 0)
+        return std::nullopt;
+    return Identity{status.st_dev, status.st_ino};
+}
+
+void LocalListener::restore() {
+    // Without the lock the place belongs to the process that has it now.
+    if (identityAt(socketPath) || !lock.isCurrent())
+        return;
+    requirePrivateFolder(socketPath.parent_path());
+    listen();
+}
+
+void LocalListener::listen() {
+    FileDescriptor fresh = listeningSocket(socketPath);
+    own = identityAt(socketPath);
+    // Before the socket that it watches.
+    notifier.reset();
+    socket = std::move(fresh);
+    notifier = std::make_unique<QSocketNotifier>(socket.get(), QSocketNotifier::Read);
+    QObject::connect(notifier.get(), &QSocketNotifier::activated, [this] { acceptOne(); });
+    setAccepting(wanted);
 }
 
 void LocalListener::setAccepting(bool accepting) {

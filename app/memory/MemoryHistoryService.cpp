@@ -40,9 +40,7 @@ bool isStorable(const MemoryRecord& record) {
 MemoryHistoryService::MemoryHistoryService(Setup setup)
     : preferences(setup.preferences), workspace(setup.workspaceCenter), clock(setup.clock),
       observeLive(setup.observeLive), store(std::move(setup.url)),
-      days(this, read(preferences, preference::memoryClipboardDays)) {
-    thread.setMaxThreadCount(1);
-}
+      days(this, read(preferences, preference::memoryClipboardDays)) {}
 
 MemoryHistoryService::~MemoryHistoryService() {
     stop();

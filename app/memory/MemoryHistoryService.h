@@ -3,12 +3,12 @@
 #include "app/base/AppClock.h"
 #include "app/base/NotificationCenter.h"
 #include "app/base/TaskScope.h"
+#include "app/base/WorkerPool.h"
 #include "app/memory/MemoryCollector.h"
 #include "app/model/Published.h"
 #include "app/preferences/Preferences.h"
 #include "core/memory/MemoryHistoryStore.h"
 
-#include <QThreadPool>
 #include <functional>
 #include <optional>
 #include <set>
@@ -132,7 +132,7 @@ private:
     std::optional<MemoryArchive> pending;
     bool writing = false;
     /// In the common pool, folders that never answer would hold up the history and its end.
-    QThreadPool thread;
+    WorkerPool thread{1};
     TaskScope tasks;
 };
 

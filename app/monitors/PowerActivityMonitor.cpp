@@ -6,9 +6,7 @@ namespace tidemark {
 
 PowerActivityMonitor::PowerActivityMonitor(std::filesystem::path url, NotificationCenter& center,
                                            AppClock& clock, Callbacks callbacks)
-    : notifications(center), time(clock), calls(std::move(callbacks)), store(std::move(url)) {
-    thread.setMaxThreadCount(1);
-}
+    : notifications(center), time(clock), calls(std::move(callbacks)), store(std::move(url)) {}
 
 PowerActivityMonitor::~PowerActivityMonitor() {
     stop();

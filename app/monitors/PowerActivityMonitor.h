@@ -3,11 +3,11 @@
 #include "app/base/AppClock.h"
 #include "app/base/NotificationCenter.h"
 #include "app/base/TaskScope.h"
+#include "app/base/WorkerPool.h"
 #include "core/activity/SleepHistory.h"
 #include "core/activity/SystemActivityStore.h"
 
 #include <QObject>
-#include <QThreadPool>
 #include <functional>
 #include <optional>
 #include <vector>
@@ -80,7 +80,7 @@ private:
     std::uint64_t generation = 0;
     /// Used by the thread alone.
     SystemActivityStore store;
-    QThreadPool thread;
+    WorkerPool thread{1};
     TaskScope tasks;
 };
 

@@ -136,7 +136,7 @@ int observe(const Options& options) {
         options.output ? std::optional(writableFile(options.output->path())) : std::nullopt;
     Snapshot snapshot;
     {
-        const Interruption interruption;
+        const Interruption interruption(Interruption::AfterStop::goesOn);
         snapshot = observation(options, interruption.token());
     }
     if (file)

@@ -1,16 +1,14 @@
 #include "cli/Application.h"
 #include "cli/FirstSetup.h"
 #include "cli/Interruption.h"
+#include "cli/RecorderLog.h"
 #include "cli/TerminalCommands.h"
-#include "core/base/Text.h"
+#include "core/base/FreeDescriptors.h"
 #include "recorder/FirstFolders.h"
 #include "recorder/RunningRecorder.h"
 #include "recorder/TypedInvocation.h"
 
-#include <cstdio>
-#include <cstdlib>
-
-#include <unistd.h>
+#include <QLoggingCategory>
 
 namespace tidemark {
 
@@ -26,45 +24,28 @@ struct Options {
     }
 };
 
-/// The journal of the system reads the level of a line from its start (sd-daemon(3)).
-const char* journalLevel(QtMsgType type) {
-    static const bool toJournal = ::getenv("JOURNAL_STREAM") && ::isatty(STDERR_FILENO) == 0;
-    if (!toJournal)
-        return "";
-    return type == QtCriticalMsg || type == QtFatalMsg ? "<3>"
-           : type == QtWarningMsg                      ? "<4>"
-                                                       : "<6>";
-}
-
-void logToStandardError(QtMsgType type, const QMessageLogContext&, const QString& message) {
-    std::fprintf(stderr, "%s%s\n", journalLevel(type), oneLine(message.toStdString()).c_str());
-}
-
-void report(const std::string& problem) {
-    std::fprintf(stderr, "%s\n", oneLine(problem).c_str());
-}
-
 QCoro::Task<void> startRecording(Recorder& recorder,
                                  std::optional<std::vector<RecommendedFolder>> chosen) {
     if (chosen)
         co_await firstFolders::choose(recorder, *std::move(chosen));
     if (const auto& folders = recorder.model().folderAccess();
         folders.message() && !folders.messageIsSuccess())
-        report(*folders.message());
+        qWarning("%s", folders.message()->c_str());
     co_await recorder.model().start();
     if (const auto& error = *recorder.model().state().error)
-        report(*error);
+        qCritical("%s", error->c_str());
 }
 
 /// Records until SIGINT or SIGTERM.
 int run(const Options& options) {
-    const Interruption interruption;
+    const Interruption interruption(Interruption::AfterStop::ends);
+    requireFreeDescriptors(Application::neededDescriptors);
     const Application application;
-    qInstallMessageHandler(logToStandardError);
+    recorderLog::start();
     Recorder recorder(RecorderPlaces::current());
     // Damaged settings are reported by whoever set them aside.
     if (const auto problem = recorder.preferences().problem())
-        report(*problem);
+        qWarning("%s", problem->c_str());
     const auto chosen = firstSetup(recorder, options.setup, interruption.token());
     if (interruption.token().stop_requested())
         return 0;

@@ -43,6 +43,24 @@ struct FileActions {
     FileActions& operator=(const FileActions&) = delete;
 };
 
+/// The signals that this program blocks or ignores reach the child as usual: SIGTERM is to end it.
+struct OwnSignals {
+    posix_spawnattr_t attributes{};
+
+    OwnSignals() {
+        sigset_t signals;
+        ::sigemptyset(&signals);
+        posix_spawnattr_init(&attributes);
+        posix_spawnattr_setsigmask(&attributes, &signals);
+        ::sigaddset(&signals, SIGPIPE);
+        posix_spawnattr_setsigdefault(&attributes, &signals);
+        posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF);
+    }
+    ~OwnSignals() { posix_spawnattr_destroy(&attributes); }
+    OwnSignals(const OwnSignals&) = delete;
+    OwnSignals& operator=(const OwnSignals&) = delete;
+};
+
 } // namespace
 
 ReportProcess::ReportProcess(const std::filesystem::path& program,
@@ -62,8 +80,9 @@ ReportProcess::ReportProcess(const std::filesystem::path& program,
         argv.push_back(word.data());
     argv.push_back(nullptr);
     const FileActions actions(input.get());
-    const int error =
-        ::posix_spawn(&process, program.c_str(), &actions.actions, nullptr, argv.data(), environ);
+    const OwnSignals signals;
+    const int error = ::posix_spawn(&process, program.c_str(), &actions.actions,
+                                    &signals.attributes, argv.data(), environ);
     if (error != 0) {
         process = -1;
         throw Error(textFromBytes(program.native())

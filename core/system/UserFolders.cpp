@@ -123,17 +123,13 @@ std::optional<std::filesystem::path> localized(std::string_view kind,
     return path;
 }
 
-std::filesystem::path runtime(const Environment& environment,
-                              const std::filesystem::path& sessions) {
-    const std::string user = std::to_string(::geteuid());
+std::optional<std::filesystem::path> runtime(const Environment& environment,
+                                             const std::filesystem::path& sessions) {
     const auto given = folder(environment, "XDG_RUNTIME_DIR");
     if (given && isPrivateFolder(*given))
-        return *given;
-    if (isPrivateFolder(sessions / user))
-        return sessions / user;
-    const auto own = folder(environment, "TMPDIR").value_or("/tmp") / ("tidemark-" + user);
-    requirePrivateFolder(own);
-    return own;
+        return given;
+    const auto session = sessions / std::to_string(::geteuid());
+    return isPrivateFolder(session) ? std::optional(session) : std::nullopt;
 }
 
 } // namespace tidemark::UserFolders

@@ -27,11 +27,11 @@ std::optional<std::filesystem::path> localized(std::string_view kind,
                                                const Environment& environment = processEnvironment);
 
 /// A folder for sockets that nobody else may enter: the first that exists and is private of
-/// `XDG_RUNTIME_DIR` and the user's own in `sessions`, where a login manager makes it; else
-/// "tidemark-" and the user's number in the folder for temporary files, made now. Two processes
-/// of one user find the same one, even when only one of them was given the variable. Throws
-/// `Error` when the last is not private to this user.
-std::filesystem::path runtime(const Environment& environment = processEnvironment,
-                              const std::filesystem::path& sessions = "/run/user");
+/// `XDG_RUNTIME_DIR` and the user's own in `sessions`, where a login manager makes it. Two
+/// processes of one user find the same one, even when only one of them was given the variable.
+/// Absent outside of a session; a folder for temporary files is no substitute, as any other user
+/// could take the name in it first.
+std::optional<std::filesystem::path> runtime(const Environment& environment = processEnvironment,
+                                             const std::filesystem::path& sessions = "/run/user");
 
 } // namespace tidemark::UserFolders

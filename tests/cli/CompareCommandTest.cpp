@@ -91,15 +91,26 @@ TEST(CompareCommand, TellsPrograms) {
 }
 
 TEST(CompareCommand, ColoursOnlyATerminalThatWantsIt) {
-    const auto hasEscapes = [](const Outcome& outcome) {
+    const struct {
+        Output output;
+        std::vector<std::string> environment;
+        bool hasEscapes;
+    } cases[] = {
+        {Output::terminal, {"TERM=xterm"}, true},
+        {Output::terminal, {"TERM=xterm", "NO_COLOR="}, true},
+        {Output::terminal, {"TERM=xterm", "NO_COLOR=1"}, false},
+        {Output::terminal, {"TERM=dumb"}, false},
+        {Output::terminal, {"TERM="}, false},
+        {Output::terminal, {}, false},
+        {Output::file, {"TERM=xterm"}, false},
+    };
+    for (const auto& c : cases) {
+        const Outcome outcome = run({"compare", before, after}, c.output, c.environment);
         EXPECT_EQ(outcome.status, 0);
         EXPECT_NE(outcome.out.find("Lantern Updated"), std::string::npos);
-        return outcome.out.find('\033') != std::string::npos;
-    };
-    EXPECT_TRUE(hasEscapes(run({"compare", before, after}, Output::terminal)));
-    EXPECT_TRUE(hasEscapes(run({"compare", before, after}, Output::terminal, {"NO_COLOR="})));
-    EXPECT_FALSE(hasEscapes(run({"compare", before, after}, Output::terminal, {"NO_COLOR=1"})));
-    EXPECT_FALSE(hasEscapes(run({"compare", before, after})));
+        EXPECT_EQ(outcome.out.find('\033') != std::string::npos, c.hasEscapes)
+            << testing::PrintToString(c.environment);
+    }
 }
 
 TEST(CompareCommand, FailsInOneSentenceAndPrintsNothing) {

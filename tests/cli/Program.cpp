@@ -32,7 +32,7 @@ std::string drained(int terminal) {
 } // namespace
 
 Outcome run(const std::vector<std::string>& arguments, Output output,
-            const std::vector<std::string>& environment) {
+            const std::vector<std::string>& environment, const std::function<void()>& beforehand) {
     const TemporaryFolder folder;
     std::vector<std::string> words{TIDEMARK_PROGRAM};
     words.insert(words.end(), arguments.begin(), arguments.end());
@@ -51,20 +51,28 @@ Outcome run(const std::vector<std::string>& arguments, Output output,
     const std::string errName = (folder / "err").native();
     // Held open until the child is gone, so that what it wrote stays to be read.
     const int kept = ::open(outName.c_str(), O_WRONLY | O_CREAT | O_NOCTTY | O_CLOEXEC, 0600);
+    std::array<int, 2> ends{};
+    if (::pipe2(ends.data(), O_CLOEXEC) != 0)
+        throw std::runtime_error("no pipe");
+    ::close(ends[0]);
+    const int out = output == Output::closedPipe ? ends[1] : kept;
     const pid_t child = ::fork();
     if (child == 0) {
         // A test that gave up the rights of root means the program to have none of them either.
         if (::setreuid(::geteuid(), ::geteuid()) != 0)
             ::_exit(126);
         const int err = ::open(errName.c_str(), O_WRONLY | O_CREAT, 0600);
-        if (::dup2(kept, STDOUT_FILENO) < 0 || ::dup2(err, STDERR_FILENO) < 0)
+        if (::dup2(out, STDOUT_FILENO) < 0 || ::dup2(err, STDERR_FILENO) < 0)
             ::_exit(126);
+        ::close(err);
+        beforehand();
         ::execve(argv[0], argv.data(), envp.data());
         ::_exit(127);
     }
     int status = 0;
     ::waitpid(child, &status, 0);
     ::close(kept);
+    ::close(ends[1]);
     Outcome outcome;
     outcome.status = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
     outcome.out = output == Output::terminal ? drained(terminal) : contents(folder / "out");

@@ -2,6 +2,7 @@
 
 #include "tests/support/TemporaryFolder.h"
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -16,12 +17,14 @@ struct Outcome {
     bool operator==(const Outcome&) const = default;
 };
 
-/// Where the standard output of a program goes.
-enum class Output { file, terminal, fullDisk };
+/// Where the standard output of a program goes. Nobody reads from the pipe.
+enum class Output { file, terminal, fullDisk, closedPipe };
 
 /// Runs the built program in English and UTC, unless `environment` has it otherwise, and waits for
-/// its end.
-Outcome run(const std::vector<std::string>& arguments, Output output = Output::file,
-            const std::vector<std::string>& environment = {});
+/// its end. `beforehand` is called in its process before the program begins.
+Outcome run(
+    const std::vector<std::string>& arguments, Output output = Output::file,
+    const std::vector<std::string>& environment = {},
+    const std::function<void()>& beforehand = [] {});
 
 } // namespace tidemark::test

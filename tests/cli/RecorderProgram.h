@@ -36,6 +36,9 @@ struct RecorderProgram : testing::Test {
                 "XDG_RUNTIME_DIR=" + root + "/run", "HOME=" + root};
     }
     Outcome command(const Words& words) const { return run(words, Output::file, environment()); }
+    Outcome command(const Words& words, const std::function<void()>& beforehand) const {
+        return run(words, Output::file, environment(), beforehand);
+    }
     std::string monitored() const { return (folder / "Stuff").native(); }
     /// A sparse file: its size counts.
     void grow(std::uintmax_t gigabytes) const {
@@ -46,7 +49,13 @@ struct RecorderProgram : testing::Test {
 
     void start() {
         int ends[2];
-        ASSERT_EQ(::pipe(ends), 0);
+        ASSERT_EQ(::pipe2(ends, O_CLOEXEC), 0);
+        startWith(ends[1]);
+        ::close(ends[1]);
+        log = ends[0];
+        logged.clear();
+    }
+    void startWith(int standardError) {
         Words variables = environment();
         std::vector<char*> envp;
         for (std::string& variable : variables)
@@ -54,14 +63,10 @@ struct RecorderProgram : testing::Test {
         envp.push_back(nullptr);
         recorder = ::fork();
         if (recorder == 0) {
-            ::dup2(ends[1], STDERR_FILENO);
-            ::close(ends[0]);
+            ::dup2(standardError, STDERR_FILENO);
             ::execle(TIDEMARK_PROGRAM, TIDEMARK_PROGRAM, "run", nullptr, envp.data());
             ::_exit(127);
         }
-        ::close(ends[1]);
-        log = ends[0];
-        logged.clear();
     }
     /// Reads the recorder's log until it says so, or ends.
     bool waitFor(const std::string& words) {

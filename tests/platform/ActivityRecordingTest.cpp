@@ -2,6 +2,7 @@
 #include "tests/app/support/Await.h"
 #include "tests/platform/PrivateBus.h"
 
+#include <QLocalServer>
 #include <QProcessEnvironment>
 #include <algorithm>
 
@@ -29,7 +30,8 @@ struct ActivityRecording : testing::Test {
         recorder.waitForFinished();
     }
 
-    void start() {
+    void start() { start(home.address()); }
+    void start(const QString& systemBus) {
         const QString root = QString::fromStdString(folder.path().native());
         std::filesystem::permissions(folder.makeFolder("run"), std::filesystem::perms::owner_all);
         auto environment = QProcessEnvironment::systemEnvironment();
@@ -38,7 +40,7 @@ struct ActivityRecording : testing::Test {
                                root + '/' + QString::fromLatin1(folderOf).toLower());
         environment.insert(QStringLiteral("XDG_RUNTIME_DIR"), root + QStringLiteral("/run"));
         environment.insert(QStringLiteral("HOME"), root);
-        environment.insert(QStringLiteral("DBUS_SYSTEM_BUS_ADDRESS"), home.address());
+        environment.insert(QStringLiteral("DBUS_SYSTEM_BUS_ADDRESS"), systemBus);
         recorder.setProcessEnvironment(environment);
         recorder.setProcessChannelMode(QProcess::ForwardedErrorChannel);
         recorder.start(QStringLiteral(TIDEMARK_PROGRAM),
@@ -48,6 +50,13 @@ struct ActivityRecording : testing::Test {
         logind.control(managerPath, QStringLiteral("EmitSignal"),
                        {manager, QStringLiteral("PrepareForSleep"), QStringLiteral("b"),
                         QVariant(QVariantList{preparing})});
+    }
+    /// The recorder does what it is asked for, and ends when it shall.
+    void expectToEnd() {
+        recorder.terminate();
+        test::until([&] { return recorder.state() == QProcess::NotRunning; });
+        EXPECT_EQ(recorder.exitStatus(), QProcess::NormalExit);
+        EXPECT_EQ(recorder.exitCode(), 0);
     }
     std::vector<SystemActivity> stored() const { return SystemActivityStore::read(file); }
 };
@@ -68,10 +77,7 @@ TEST_F(ActivityRecording, ASleepOfTheMachineIsInTheFile) {
             records, [](const auto& record) { return record.observedSession.has_value(); });
     };
     test::until([&] { return sleeps() >= 2; });
-    recorder.terminate();
-    test::until([&] { return recorder.state() == QProcess::NotRunning; });
-    EXPECT_EQ(recorder.exitStatus(), QProcess::NormalExit);
-    EXPECT_EQ(recorder.exitCode(), 0);
+    expectToEnd();
 
     std::string kinds;
     for (const auto& record : stored())
@@ -79,4 +85,17 @@ TEST_F(ActivityRecording, ASleepOfTheMachineIsInTheFile) {
     EXPECT_NE(kinds.find("sleepRequested woke sleepRequested woke "), std::string::npos) << kinds;
     EXPECT_EQ(test::modeOf(file), 0600U);
     EXPECT_EQ(test::namesIn(file.parent_path()).find(".new-"), std::string::npos);
+}
+
+TEST_F(ActivityRecording, IsNotHeldUpByABusThatAcceptsAndNeverAnswers) {
+    QLocalServer stuck;
+    ASSERT_TRUE(stuck.listen(QString::fromStdString((folder / "stuck").native())));
+    start(QStringLiteral("unix:path=") + stuck.fullServerName());
+    QTimer look;
+    look.start(5);
+    test::until([&] {
+        return stuck.hasPendingConnections()
+               && std::filesystem::exists(file.parent_path() / "journal.json");
+    });
+    expectToEnd();
 }

@@ -5,6 +5,7 @@
 #include "core/base/Error.h"
 #include "tests/app/support/Await.h"
 #include "tests/app/support/ManualAppClock.h"
+#include "tests/support/NoThreads.h"
 
 #include <latch>
 #include <thread>
@@ -88,6 +89,39 @@ TEST(Background, ResultsAndFailuresArriveOnTheMainThread) {
         EXPECT_EQ(std::this_thread::get_id(), main);
     };
     test::await(check());
+}
+
+TEST(Background, ReportsThatNoThreadCanBeStartedUnlessOneIsThere) {
+    WorkerPool pool(2);
+    const auto answer = [](const std::stop_token&) { return 7; };
+    const auto ask = [&] {
+        return test::await(runInBackground(answer, {}, WorkPriority::userInitiated, &pool));
+    };
+    {
+        const test::NoThreads refused;
+        EXPECT_THROW(ask(), Error);
+    }
+    EXPECT_EQ(ask(), 7);
+    const test::NoThreads refused;
+    EXPECT_EQ(ask(), 7) << "the thread from before does it";
+}
+
+TEST(WorkerPool, DoesItsWorkInOrderOnNoMoreThreadsThanItMayHave) {
+    std::string log;
+    std::latch mayBegin(1);
+    std::latch done(3);
+    {
+        WorkerPool pool(1);
+        for (const char letter : {'a', 'b', 'c'})
+            pool.start([&, letter] {
+                mayBegin.wait();
+                log += letter;
+                done.count_down();
+            });
+        mayBegin.count_down();
+    }
+    done.wait();
+    EXPECT_EQ(log, "abc");
 }
 
 TEST(TaskScope, WaitsForItsCoroutinesBeforeItGoes) {

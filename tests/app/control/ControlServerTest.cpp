@@ -3,6 +3,7 @@
 #include "app/base/Background.h"
 #include "app/control/ControlClient.h"
 #include "core/base/Error.h"
+#include "core/system/LocalSocketAddress.h"
 #include "tests/app/support/Await.h"
 #include "tests/app/support/ManualAppClock.h"
 #include "tests/support/TemporaryFolder.h"
@@ -69,7 +70,8 @@ ControlRequest request(std::string command) {
 
 struct ControlServerTest : testing::Test {
     TemporaryFolder folder;
-    std::filesystem::path socket = control::socketPath(folder.path(), folder.path());
+    std::vector<std::filesystem::path> sockets = control::socketPaths(folder.path(), folder.path());
+    std::filesystem::path socket = sockets.front();
     test::ManualAppClock clock;
     FolderLock lock = FolderLock::take(folder.path()).value();
     /// What the requests "wait" wait for.
@@ -79,7 +81,7 @@ struct ControlServerTest : testing::Test {
     std::unique_ptr<ControlServer> server = std::make_unique<ControlServer>(
         [this](ControlRequest asked, std::stop_token stop) { return handle(asked, stop); }, clock);
 
-    void SetUp() override { server->listen(socket, lock); }
+    void SetUp() override { server->listen(sockets, lock); }
 
     QCoro::Task<ControlAnswer> handle(ControlRequest asked, std::stop_token stop) {
         requests.push_back(asked);
@@ -97,7 +99,7 @@ struct ControlServerTest : testing::Test {
 
     std::optional<ControlAnswer> ask(std::string command) {
         const auto asking = [&](const std::stop_token&) {
-            return ControlClient::ask(socket, request(std::move(command)));
+            return ControlClient::ask(sockets, request(std::move(command)));
         };
         return test::await(runInBackground(asking));
     }
@@ -291,7 +293,7 @@ TEST_F(ControlServerTest, TakesThePlaceOfADeadRecorderOnly) {
 
     server = std::make_unique<ControlServer>(
         [this](ControlRequest asked, std::stop_token stop) { return handle(asked, stop); }, clock);
-    server->listen(socket, lock);
+    server->listen(sockets, lock);
     EXPECT_TRUE(ask("events"));
     EXPECT_FALSE(FolderLock::take(folder.path()))
         << "a second recorder gets no lock to listen with";
@@ -306,4 +308,76 @@ TEST_F(ControlServerTest, TakesThePlaceOfADeadRecorderOnly) {
     refuses(folder / "open/socket");
     std::filesystem::create_directory_symlink(folder / "Tidemark", folder / "link");
     refuses(folder / "link/socket");
+}
+
+TEST_F(ControlServerTest, LeavesTheSocketOfASuccessorAndMakesItsOwnAnew) {
+    const auto lookAgain = [&] { clock.advance(ControlServer::restoringInterval); };
+    std::filesystem::remove_all(socket.parent_path());
+    EXPECT_FALSE(ask({"lost"}));
+    lookAgain();
+    EXPECT_EQ(ask({"found"})->output, "did found");
+    EXPECT_EQ(test::modeOf(socket), 0600U);
+
+    // The data folder was replaced, and another recorder took the new one.
+    std::filesystem::remove(folder / "recorder.lock");
+    const auto otherLock = FolderLock::take(folder.path()).value();
+    {
+        const LocalListener successor(socket, otherLock, [](FileDescriptor) {});
+        lookAgain();
+        server.reset();
+        EXPECT_TRUE(std::filesystem::exists(socket));
+        EXPECT_TRUE(connectRaw(socket)) << "the successor still listens";
+    }
+    EXPECT_FALSE(std::filesystem::exists(socket));
+}
+
+TEST_F(ControlServerTest, MakesNoSocketForAFolderThatItHasNoLongerLocked) {
+    std::filesystem::remove(socket);
+    std::filesystem::remove(folder / "recorder.lock");
+    clock.advance(ControlServer::restoringInterval);
+    EXPECT_FALSE(std::filesystem::exists(socket));
+}
+
+TEST_F(ControlServerTest, ListensInTheDataFolderWhereTheUserHasNoFolderForSockets) {
+    server.reset();
+    std::filesystem::path data = folder.path();
+    while (data.native().size() < 200)
+        data /= std::string(50, 'd');
+    folder.makeFolder(data.native().substr(folder.path().native().size() + 1));
+    // What a client asks at is not what the recorder could have.
+    std::filesystem::remove_all(folder / "Tidemark");
+    folder.write("Tidemark", "in the way");
+    for (const auto& runtime :
+         {std::optional(folder.path()), std::optional<std::filesystem::path>()}) {
+        server = std::make_unique<ControlServer>(
+            [this](ControlRequest asked, std::stop_token stop) { return handle(asked, stop); },
+            clock);
+        server->listen(control::socketPaths(data, runtime), lock);
+        sockets = control::socketPaths(data, folder.path());
+        EXPECT_EQ(ask({"far"})->output, "did far");
+        EXPECT_EQ(test::modeOf(sockets.back().parent_path()), 0700U);
+        server.reset();
+        EXPECT_FALSE(std::filesystem::exists(sockets.back()));
+    }
+}
+
+TEST_F(ControlServerTest, TellsInOneSentenceThatItsQueueIsFull) {
+    server.reset();
+    FileDescriptor listening(::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0));
+    const auto address = LocalSocketAddress::of(socket).value();
+    ASSERT_EQ(::bind(listening.get(), address.get(), address.size()), 0);
+    ASSERT_EQ(::listen(listening.get(), 0), 0);
+    const auto first = connectRaw(socket);
+    static int lines = 0;
+    const auto before = qInstallMessageHandler([](auto, const auto&, const auto&) { ++lines; });
+    std::string sentence;
+    try {
+        ControlClient::ask(sockets, request({"late"}),
+                           {.connection = std::chrono::milliseconds(20)});
+    } catch (const Error& error) {
+        sentence = error.what();
+    }
+    qInstallMessageHandler(before);
+    EXPECT_EQ(sentence, "The running recorder is busy: too many commands wait for it already.");
+    EXPECT_EQ(lines, 0);
 }

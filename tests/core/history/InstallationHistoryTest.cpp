@@ -1,6 +1,7 @@
 #include "core/history/InstallationHistory.h"
 
 #include "core/base/Digest.h"
+#include "core/history/ReportProcess.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <cerrno>
@@ -204,4 +205,18 @@ TEST(InstallationHistory, SurvivesIgnoredChildren) {
     int status = 0;
     ::waitpid(child, &status, 0);
     EXPECT_EQ(status, 0);
+}
+
+TEST(ReportProcess, GetsTheSignalsThatThisProcessBlocksOrIgnores) {
+    sigset_t terminate;
+    ::sigemptyset(&terminate);
+    ::sigaddset(&terminate, SIGTERM);
+    ::pthread_sigmask(SIG_BLOCK, &terminate, nullptr);
+    const auto before = std::signal(SIGPIPE, SIG_IGN);
+    // None is blocked, and the bit of SIGPIPE is not among those that are ignored.
+    const char* expected = "^(SigBlk:.0+|SigIgn:.*[02468ace]...)$";
+    ReportProcess child("/bin/grep", {"-c", "-E", expected, "/proc/self/status"}, 60, 1);
+    EXPECT_EQ(child.readOutput(1000), "2\n");
+    std::signal(SIGPIPE, before);
+    ::pthread_sigmask(SIG_UNBLOCK, &terminate, nullptr);
 }

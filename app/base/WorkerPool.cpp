@@ -1,0 +1,82 @@
+#include "app/base/WorkerPool.h"
+
+#include "core/base/Error.h"
+#include "core/base/StartThread.h"
+
+#include <chrono>
+#include <condition_variable>
+#include <deque>
+#include <mutex>
+#include <utility>
+
+namespace tidemark {
+
+namespace {
+
+constexpr std::chrono::seconds idleTime{30};
+
+} // namespace
+
+/// Shared with the threads, which may outlive the pool.
+struct WorkerPool::State {
+    std::mutex mutex;
+    std::condition_variable changed;
+    std::deque<std::function<void()>> waiting;
+    std::size_t mostThreads = 0;
+    std::size_t threads = 0;
+    /// Threads that wait for work, those included that are being woken up.
+    std::size_t idle = 0;
+    bool isEnding = false;
+
+    void takeWork();
+};
+
+void WorkerPool::State::takeWork() {
+    std::unique_lock lock(mutex);
+    while (true) {
+        ++idle;
+        changed.wait_for(lock, idleTime, [this] { return isEnding || !waiting.empty(); });
+        --idle;
+        if (waiting.empty())
+            break;
+        std::function<void()> work = std::move(waiting.front());
+        waiting.pop_front();
+        lock.unlock();
+        work();
+        // What the work captured ends here, not under the lock.
+        work = nullptr;
+        lock.lock();
+    }
+    --threads;
+}
+
+WorkerPool::WorkerPool(std::size_t mostThreads) : state(std::make_shared<State>()) {
+    state->mostThreads = mostThreads;
+}
+
+WorkerPool::~WorkerPool() {
+    const std::lock_guard lock(state->mutex);
+    state->isEnding = true;
+    state->changed.notify_all();
+}
+
+void WorkerPool::start(std::function<void()> work) {
+    const std::lock_guard lock(state->mutex);
+    state->waiting.push_back(std::move(work));
+    if (state->waiting.size() <= state->idle)
+        return state->changed.notify_one();
+    if (state->threads == state->mostThreads)
+        return;
+    try {
+        startThread([shared = state] { shared->takeWork(); }).detach();
+        ++state->threads;
+    } catch (const Error&) {
+        // The threads that are there do it in its turn.
+        if (state->threads > 0)
+            return;
+        state->waiting.pop_back();
+        throw;
+    }
+}
+
+} // namespace tidemark

@@ -1,0 +1,39 @@
+#include "cli/RecorderLog.h"
+
+#include "cli/LogWriter.h"
+#include "core/base/Text.h"
+
+#include <QLoggingCategory>
+#include <csignal>
+#include <cstdlib>
+
+#include <unistd.h>
+
+namespace tidemark::recorderLog {
+
+namespace {
+
+/// The journal of the system reads the level of a line from its start (sd-daemon(3)).
+const char* journalLevel(QtMsgType type) {
+    static const bool toJournal = ::getenv("JOURNAL_STREAM") && ::isatty(STDERR_FILENO) == 0;
+    if (!toJournal)
+        return "";
+    return type == QtCriticalMsg || type == QtFatalMsg ? "<3>"
+           : type == QtWarningMsg                      ? "<4>"
+                                                       : "<6>";
+}
+
+void write(QtMsgType type, const QMessageLogContext&, const QString& message) {
+    // Never destroyed: threads log until the process is gone.
+    static auto* const log = new LogWriter(STDERR_FILENO);
+    log->write(journalLevel(type) + oneLine(message.toStdString()));
+}
+
+} // namespace
+
+void start() {
+    std::signal(SIGPIPE, SIG_IGN);
+    qInstallMessageHandler(write);
+}
+
+} // namespace tidemark::recorderLog

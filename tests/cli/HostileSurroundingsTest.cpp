@@ -1,0 +1,212 @@
+#include "cli/Interruption.h"
+#include "cli/LogWriter.h"
+#include "tests/cli/RecorderProgram.h"
+
+#include <algorithm>
+#include <csignal>
+#include <cstring>
+#include <thread>
+
+#include <fcntl.h>
+#include <sys/resource.h>
+#include <sys/time.h>
+
+using namespace tidemark;
+using test::Outcome;
+using test::Output;
+using test::RecorderProgram;
+using test::Words;
+using namespace std::chrono_literals;
+
+namespace {
+
+void limit(auto resource, rlim_t value) {
+    const rlimit both{value, value};
+    ::setrlimit(resource, &both);
+}
+
+/// A pipe, and what is in it.
+struct Pipe {
+    FileDescriptor reading;
+    FileDescriptor writing;
+
+    Pipe() {
+        int ends[2];
+        if (::pipe2(ends, O_CLOEXEC) != 0)
+            throw std::runtime_error("no pipe");
+        reading = FileDescriptor(ends[0]);
+        writing = FileDescriptor(ends[1]);
+    }
+    void fill() const {
+        ::fcntl(writing.get(), F_SETFL, O_NONBLOCK);
+        const std::string block(4096, 'x');
+        while (::write(writing.get(), block.data(), block.size()) > 0)
+            ;
+        ::fcntl(writing.get(), F_SETFL, 0);
+    }
+    /// All that is there, without waiting for more.
+    std::string taken() const {
+        ::fcntl(reading.get(), F_SETFL, O_NONBLOCK);
+        std::string all;
+        std::string block(65'536, '\0');
+        for (ssize_t count = 0; (count = ::read(reading.get(), block.data(), block.size())) > 0;)
+            all.append(block, 0, static_cast<std::size_t>(count));
+        return all;
+    }
+};
+
+bool isCancelled() {
+    itimerval timer{};
+    ::getitimer(ITIMER_REAL, &timer);
+    return timer.it_value.tv_sec == 0 && timer.it_value.tv_usec == 0;
+}
+
+void hang() {
+    while (true)
+        ::pause();
+}
+
+} // namespace
+
+TEST_F(RecorderProgram, FailsInOneSentenceWhereNothingMoreCanBeStartedOrOpened) {
+    std::filesystem::permissions(folder.path(), std::filesystem::perms(0777));
+    std::filesystem::permissions(folder / "run", std::filesystem::perms(0777));
+    // A user with no other process, of whom root alone can make one.
+    const uid_t user = ::geteuid() == 0 ? 1'000'000 + static_cast<uid_t>(::getpid()) : ::geteuid();
+    for (const rlim_t processes : {1, 2, 3}) {
+        const Outcome outcome = command({"capture"}, [&] {
+            limit(RLIMIT_NPROC, processes);
+            if (::setreuid(user, user) != 0)
+                ::_exit(126);
+        });
+        EXPECT_EQ(outcome.status, 1) << processes;
+        EXPECT_NE(outcome.err.find("No further thread could be started: "), std::string::npos)
+            << outcome.err;
+        EXPECT_EQ(std::ranges::count(outcome.err, '\n'), 1) << outcome.err;
+    }
+    for (const rlim_t files : {7, 12, 17}) {
+        const Outcome outcome = command({"capture"}, [&] { limit(RLIMIT_NOFILE, files); });
+        EXPECT_EQ(outcome, (Outcome{1, "",
+                                    "tidemark: Too few files may be open at once: 16 more are "
+                                    "needed (ulimit -n).\n"}))
+            << files;
+    }
+}
+
+TEST(WrongUsage, IsToldWithoutWhatArgumentsDoToATerminal) {
+    const Outcome outcome = test::run({"timeline", "a\033]0;owned\a\nb\u202Ec"});
+    EXPECT_EQ(outcome.status, 2);
+    EXPECT_NE(outcome.err.find("a\uFFFD]0;owned\uFFFD\uFFFDb\uFFFDc\nRun with --help"),
+              std::string::npos)
+        << outcome.err;
+}
+
+TEST(Output, EndsWithoutAWordWhenItsReaderIsGone) {
+    const auto ignoring = [] { std::signal(SIGPIPE, SIG_IGN); };
+    const auto usual = [] { std::signal(SIGPIPE, SIG_DFL); };
+    EXPECT_EQ(test::run({}, Output::closedPipe, {}, ignoring), (Outcome{128 + SIGPIPE, "", ""}));
+    EXPECT_EQ(test::run({}, Output::closedPipe, {}, usual), (Outcome{-1, "", ""}));
+}
+
+TEST(LogWriter, NeverWaitsForItsReaderAndCountsWhatNobodyRead) {
+    const Pipe pipe;
+    LogWriter log(pipe.writing.get());
+    log.write("first");
+    EXPECT_EQ(pipe.taken(), "first\n");
+    pipe.fill();
+    const std::string line(1023, 'l');
+    for (int count = 0; count < 70; ++count)
+        log.write(line);
+    const std::string filling = pipe.taken();
+    EXPECT_EQ(filling, std::string(filling.size(), 'x'));
+    log.write("after");
+    std::string kept = pipe.taken();
+    log.write("last");
+    kept += pipe.taken();
+    EXPECT_EQ(std::ranges::count(kept, '\n'), 64 + 2);
+    EXPECT_TRUE(
+        kept.ends_with("l\nLines of this log were dropped, as nobody read them: 7.\nlast\n"))
+        << kept.substr(kept.size() - 100);
+}
+
+TEST(LogWriter, EndsWithItsReader) {
+    const auto before = std::signal(SIGPIPE, SIG_IGN);
+    Pipe pipe;
+    LogWriter log(pipe.writing.get());
+    pipe.reading.reset();
+    log.write("nobody hears");
+    log.write("of this");
+    std::signal(SIGPIPE, before);
+}
+
+TEST_F(RecorderProgram, RecordsOnWithoutAReaderOfItsLog) {
+    command({"folders", "add", monitored()});
+    start();
+    ASSERT_TRUE(waitFor("Capture saved")) << logged;
+    ::close(std::exchange(log, -1));
+    for (int times = 0; times < 3; ++times) {
+        grow(4 + static_cast<std::uintmax_t>(times));
+        EXPECT_EQ(command({"capture"}).status, 0);
+    }
+    EXPECT_NE(command({"status", "--json"}).out.find("\"running\":true"), std::string::npos);
+    EXPECT_EQ(stop(SIGTERM), 0);
+}
+
+TEST_F(RecorderProgram, RecordsOnWhenNobodyReadsItsLog) {
+    command({"folders", "add", monitored()});
+    const Pipe pipe;
+    pipe.fill();
+    startWith(pipe.writing.get());
+    const auto hasCaptured = [&] {
+        const std::string status = command({"status", "--json"}).out;
+        return status.find("\"running\":true") != std::string::npos
+               && status.find("\"snapshots\":1") != std::string::npos;
+    };
+    int attempts = 1000;
+    while (!hasCaptured() && --attempts > 0)
+        std::this_thread::yield();
+    EXPECT_GT(attempts, 0);
+    EXPECT_EQ(stop(SIGTERM), 0);
+}
+
+TEST(InterruptionDeathTest, OneSignalEndsWhateverHangs) {
+    using enum Interruption::AfterStop;
+    const auto status = testing::ExitedWithCode(128 + SIGTERM);
+    EXPECT_EXIT(
+        {
+            const Interruption interruption(goesOn, 20ms);
+            ::kill(::getpid(), SIGTERM);
+            hang();
+        },
+        status, "");
+    EXPECT_EXIT(
+        {
+            const Interruption interruption(goesOn, 20ms);
+            const std::stop_callback stuck(interruption.token(), hang);
+            ::kill(::getpid(), SIGTERM);
+            hang();
+        },
+        status, "");
+    EXPECT_EXIT(
+        {
+            {
+                const Interruption interruption(ends, 20ms);
+                ::kill(::getpid(), SIGTERM);
+                while (!interruption.token().stop_requested())
+                    std::this_thread::yield();
+            }
+            hang();
+        },
+        status, "");
+    EXPECT_EXIT(
+        {
+            {
+                const Interruption interruption(goesOn, 1min);
+                ::kill(::getpid(), SIGTERM);
+                while (!interruption.token().stop_requested())
+                    std::this_thread::yield();
+            }
+            std::_Exit(isCancelled() ? 0 : 1);
+        },
+        testing::ExitedWithCode(0), "");
+}

@@ -1,0 +1,79 @@
+#include "core/system/LocalSocketAddress.h"
+#include "platform/linux/BusAddress.h"
+#include "platform/linux/BusProbe.h"
+#include "tests/app/support/Await.h"
+#include "tests/platform/PrivateBus.h"
+
+#include <QLocalServer>
+#include <QLocalSocket>
+
+#include <gtest/gtest.h>
+
+using namespace tidemark;
+using busAddress::LocalSocket;
+
+TEST(BusAddress, IsTheFirstOfAListWhenThatIsALocalSocket) {
+    const struct {
+        const char* text;
+        std::optional<LocalSocket> socket;
+    } cases[] = {
+        {"unix:path=/run/dbus/socket", LocalSocket{"/run/dbus/socket", false}},
+        {"unix:guid=1,path=/a%20b%2C;unix:path=/c", LocalSocket{"/a b,", false}},
+        {"unix:abstract=/tmp/name,guid=1", LocalSocket{"/tmp/name", true}},
+        {"tcp:host=example;unix:path=/c", std::nullopt},
+        {"unix:path=", std::nullopt},
+        {"unix:path=/a%2", std::nullopt},
+        {"unix:path=/a%zz", std::nullopt},
+        {"unix:tmpdir=/tmp", std::nullopt},
+        {"unix:", std::nullopt},
+        {"", std::nullopt},
+    };
+    for (const auto& c : cases)
+        EXPECT_EQ(busAddress::localSocket(c.text), c.socket) << c.text;
+}
+
+TEST(BusProbe, ReportsABusThatAnswersAndOneThatDoesNot) {
+    const auto result = [](const std::string& path) {
+        std::optional<bool> answer;
+        const BusProbe probe(LocalSocket{path}, [&](bool isThere) { answer = isThere; });
+        test::until([&] { return answer.has_value(); });
+        return *answer;
+    };
+    const test::PrivateBus bus;
+    const std::string address = bus.address().toStdString();
+    EXPECT_TRUE(result(busAddress::localSocket(address).value().name)) << address;
+
+    const test::TemporaryFolder folder;
+    EXPECT_FALSE(result((folder / "nothing").native()));
+    EXPECT_FALSE(result(std::string(200, 'x')));
+    for (const char* words : {"", "REJECTED EXTERNAL\r\n", "HTTP/1.1 400\r\n\r\n"}) {
+        QLocalServer stranger;
+        ASSERT_TRUE(stranger.listen(QString::fromStdString((folder / "stranger").native())));
+        QObject::connect(&stranger, &QLocalServer::newConnection, [&] {
+            auto* client = stranger.nextPendingConnection();
+            client->write(words);
+            client->disconnectFromServer();
+        });
+        EXPECT_FALSE(result(stranger.fullServerName().toStdString())) << words;
+    }
+}
+
+TEST(BusProbe, WaitsWithoutBlockingForABusThatIsStuck) {
+    const test::TemporaryFolder folder;
+    const std::string path = (folder / "stuck").native();
+    const auto address = LocalSocketAddress::of(path).value();
+    const FileDescriptor listening(::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0));
+    ASSERT_EQ(::bind(listening.get(), address.get(), address.size()), 0);
+    ASSERT_EQ(::listen(listening.get(), 0), 0);
+    bool hasAnswered = false;
+    const auto probe = [&] {
+        return std::make_unique<BusProbe>(LocalSocket{path}, [&](bool) { hasAnswered = true; });
+    };
+    // Connected, and in a queue that is full.
+    const auto first = probe();
+    test::settle();
+    const auto second = probe();
+    const auto third = probe();
+    test::settle();
+    EXPECT_FALSE(hasAnswered);
+}
