@@ -2,25 +2,21 @@
 
 #include "cli/Console.h"
 #include "cli/TimelinePrinter.h"
-#include "core/base/Files.h"
-#include "core/base/JsonDecoder.h"
-#include "core/base/JsonEncoder.h"
+#include "core/base/Documents.h"
 #include "core/journal/Journal.h"
 
 namespace tidemark {
 
 namespace {
 
-/// Far beyond any real observation, and still something that can be held in memory.
-constexpr std::size_t largestDocument = std::size_t{1} << 30;
-
 Snapshot readSnapshot(const std::filesystem::path& path) {
-    const std::string bytes = readFile(path, largestDocument);
+    const auto bytes = readDocumentBytes(path);
+    if (!bytes)
+        throw FileError::ofSystem(path, "could not be read", ENOENT);
     try {
-        return json::decode<Snapshot>(bytes);
+        return json::decode<Snapshot>(*bytes);
     } catch (const json::DecodingError& error) {
-        throw Error(asSentence(textFromBytes(path.native())
-                               + " is not a stored observation: " + error.what()));
+        throw FileError(path, std::string("is not a stored observation: ") + error.what());
     }
 }
 

@@ -5,15 +5,13 @@
 #include "cli/ObservationSummary.h"
 #include "cli/OutputFile.h"
 #include "cli/ProgressLine.h"
-#include "core/base/Files.h"
-#include "core/base/JsonEncoder.h"
+#include "core/base/Documents.h"
 #include "core/capture/AdditionalObservations.h"
 #include "core/capture/SystemObserver.h"
 #include "core/storage/ComponentStorageScanner.h"
 #include "core/system/SystemFacts.h"
 
 #include <algorithm>
-#include <cerrno>
 
 namespace tidemark {
 
@@ -79,12 +77,6 @@ Snapshot observe(const ObserveCommand& command, const std::stop_token& stop) {
     return snapshot;
 }
 
-void save(const Snapshot& snapshot, const std::filesystem::path& path) {
-    FileReplacement document(path);
-    json::write(snapshot, [&](std::string_view piece) { document.write(piece); });
-    document.commit();
-}
-
 } // namespace
 
 void ObserveCommand::run() const {
@@ -95,7 +87,7 @@ void ObserveCommand::run() const {
         snapshot = observe(*this, interruption.token());
     }
     if (!output.empty())
-        save(snapshot, file);
+        writeDocument(file, snapshot);
     if (json) {
         json::write(snapshot, console::print);
         console::print("\n");

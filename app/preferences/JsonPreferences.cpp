@@ -7,7 +7,6 @@
 
 #include <array>
 #include <cerrno>
-#include <cstring>
 #include <ctime>
 
 #include <nlohmann/json.hpp>
@@ -130,9 +129,10 @@ struct JsonPreferences::Document {
     json root = json::object();
 };
 
-JsonPreferences::JsonPreferences(const std::filesystem::path& file, Opening opening, Clock& clock)
-    : path(canonicalPath(file)), purpose(opening), document(std::make_unique<Document>()),
-      writable(opening == Opening::toWrite) {
+JsonPreferences::JsonPreferences(const std::filesystem::path& file, Opening opening, Clock& clock,
+                                 FolderGuard guard)
+    : path(canonicalPath(file)), purpose(opening), permission(std::move(guard)),
+      document(std::make_unique<Document>()), writable(opening == Opening::toWrite) {
     try {
         load(clock);
     } catch (const FileError& error) {
@@ -159,9 +159,7 @@ void JsonPreferences::load(Clock& clock) {
 void JsonPreferences::setAside(Clock& clock) {
     const auto aside = unusedName(path.native() + ".damaged-" + fileTime(clock.now()));
     if (::rename(path.c_str(), aside.c_str()) != 0)
-        throw FileError(textFromBytes(path.native())
-                            + " is damaged and could not be renamed: " + std::strerror(errno) + ".",
-                        errno);
+        throw FileError::ofSystem(path, "is damaged and could not be renamed", errno);
     loadProblem = "The settings were damaged and have been set aside as "
                   + textFromBytes(aside.native()) + "; the defaults hold.";
 }
@@ -228,12 +226,13 @@ bool JsonPreferences::save() {
     if (!writable)
         return false;
     try {
+        permission.require();
         createPrivateFolders(path.parent_path());
-        replaceFile(path,
-                    document->root.dump(4, ' ', false, json::error_handler_t::replace) + "\n");
+        replaceFile(path, document->root.dump(4, ' ', false, json::error_handler_t::replace) + "\n",
+                    permission);
         saveProblem.reset();
         isSaved = true;
-    } catch (const FileError& error) {
+    } catch (const Error& error) {
         saveProblem = "The settings can’t be saved: " + std::string(error.what());
     }
     return isSaved;
