@@ -17,18 +17,21 @@ FolderLock Recorder::taken(const std::filesystem::path& folder) {
 }
 
 Recorder::Recorder(RecorderPlaces chosen)
-    : where(std::move(chosen)), held(taken(where.files.directory)), stored(where.settings),
+    : where(std::move(chosen)), held(taken(where.files.directory)),
+      stored(where.settings, JsonPreferences::Opening::toWrite, Clock::system(), held.guard()),
       memory({.url = where.files.memoryHistory(),
               .preferences = stored,
-              .workspaceCenter = workspaceCenter}),
+              .workspaceCenter = workspaceCenter,
+              .guard = held.guard()}),
       live({.activityURL = where.files.systemActivity(),
             .workspaceCenter = workspaceCenter,
-            .memory = memory}),
+            .memory = memory,
+            .guard = held.guard()}),
       appModel({.preferences = stored,
                 .files = where.files,
                 .applicationCenter = applicationCenter,
                 .workspaceCenter = workspaceCenter,
-                .ownsFolder = [this] { return held.isCurrent(); }}) {
+                .guard = held.guard()}) {
     live.attach(appModel.state());
     auto& screen = appModel.history();
     QObject::connect(&memory, &MemoryHistoryService::archiveChanged, &screen,

@@ -34,7 +34,7 @@ public:
     const RecorderPlaces& places() const { return where; }
     const FolderLock& lock() const { return held; }
     AppModel& model() { return appModel; }
-    Preferences& preferences() { return stored; }
+    JsonPreferences& preferences() { return stored; }
     LiveWiring& liveServices() { return live; }
     NotificationCenter& workspace() { return workspaceCenter; }
     TaskScope& tasks() { return scope; }

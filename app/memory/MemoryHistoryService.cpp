@@ -39,7 +39,7 @@ bool isStorable(const MemoryRecord& record) {
 
 MemoryHistoryService::MemoryHistoryService(Setup setup)
     : preferences(setup.preferences), workspace(setup.workspaceCenter), clock(setup.clock),
-      observeLive(setup.observeLive), store(std::move(setup.url)),
+      observeLive(setup.observeLive), store(std::move(setup.url), std::move(setup.guard)),
       days(this, read(preferences, preference::memoryClipboardDays)) {}
 
 MemoryHistoryService::~MemoryHistoryService() {

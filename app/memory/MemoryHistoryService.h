@@ -38,6 +38,8 @@ public:
         AppClock& clock = AppClock::system();
         /// Otherwise `start` does nothing.
         bool observeLive = true;
+        /// Asked before the document or its side files are written.
+        FolderGuard guard{};
     };
 
     explicit MemoryHistoryService(Setup setup);

@@ -5,6 +5,7 @@
 #include "app/model/MachineObservation.h"
 #include "app/preferences/PreferenceKeys.h"
 #include "core/activity/SystemActivityStore.h"
+#include "core/base/Clock.h"
 
 #include <QScopeGuard>
 
@@ -26,18 +27,18 @@ AppModel::AppModel(Setup setup)
       folders(setup.preferences, std::move(setup.bookmarks), setup.sandboxed,
               setup.recommended ? *std::move(setup.recommended)
                                 : RecommendedFolder::current(setup.home)),
-      store(dataFiles.journal(), dataFiles.legacyJournal, dataFiles.upgradeBackup()),
-      scanner(dataFiles.storageMeasurements(), entriesPerSlice),
+      store(dataFiles.journal(), dataFiles.legacyJournal, dataFiles.upgradeBackup(), setup.guard),
+      scanner(dataFiles.storageMeasurements(), entriesPerSlice, Clock::system(), setup.guard),
       services{setup.preferences,
                setup.clock,
                folders,
                store,
+               journalThread,
                tasks,
                std::move(setup.home),
                setup.observe ? std::move(setup.observe) : machineObservation(scanner, progress),
                std::move(setup.beginActivity),
                nullptr,
-               std::move(setup.ownsFolder),
                {}},
       flow(modelState, progress, services), recording(modelState, flow, services),
       folderSetup(modelState, flow, services), screen(modelState, services),
@@ -48,6 +49,7 @@ AppModel::AppModel(Setup setup)
       scheduler(setup.applicationCenter, setup.workspaceCenter,
                 setup.heartbeat ? std::move(setup.heartbeat)
                                 : CaptureScheduler::backgroundHeartbeat(setup.clock)) {
+    journalThread.setMaxThreadCount(1);
     services.importInitialHistory = [this] { return historyImport.importInitialHistoryIfNeeded(); };
     historyImport.setShowImported([this] { screen.showImported(); });
     // The user may come back from the system's own settings of access.
@@ -124,7 +126,8 @@ QCoro::Task<bool> AppModel::load() {
     try {
         const auto read = [this](const std::stop_token&) { return store.load(); };
         // Whoever started the program waits for its history, however busy the machine is.
-        Journal journal = co_await runInBackground(read, {}, WorkPriority::userInitiated);
+        Journal journal =
+            co_await runInBackground(read, {}, WorkPriority::userInitiated, &journalThread);
         modelState.setJournal(std::move(journal));
         if (services.live)
             co_await services.live->loadMemory();

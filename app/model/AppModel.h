@@ -11,6 +11,8 @@
 #include "app/model/RecordingSwitch.h"
 #include "core/storage/ComponentStorageScanner.h"
 
+#include <QThreadPool>
+
 namespace tidemark {
 
 /// The one controller of the running application: it owns the journal and the services, and has
@@ -40,8 +42,8 @@ public:
         Observe observe{};
         /// Nothing, when absent.
         BeginActivity beginActivity{};
-        /// Whether the data folder is still this process's own; it is, when absent.
-        std::function<bool()> ownsFolder{};
+        /// Asked before anything is written below `files`.
+        FolderGuard guard{};
         /// The memory of this system, when absent.
         CollectInstallations collectInstallations{};
     };
@@ -132,6 +134,7 @@ private:
     ModelState modelState;
     FolderAccess folders;
     JournalStore store;
+    QThreadPool journalThread;
     ComponentStorageScanner scanner;
     ModelServices services;
     CaptureFlow flow;

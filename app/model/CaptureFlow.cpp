@@ -66,14 +66,8 @@ QCoro::Task<void> CaptureFlow::captureAndSave(std::uint64_t generation) {
 }
 
 QCoro::Task<void> CaptureFlow::save(const Journal* journal) {
-    const auto write = [this, journal](const std::stop_token&) {
-        if (services.ownsFolder && !services.ownsFolder())
-            throw Error("The data folder was removed or replaced while Tidemark was running; start "
-                        "Tidemark again.");
-        services.store.save(*journal);
-    };
-    // Not in the pool where checks of folders may hang.
-    co_await runInBackground(write, {}, WorkPriority::userInitiated);
+    const auto write = [this, journal](const std::stop_token&) { services.store.save(*journal); };
+    co_await runInBackground(write, {}, WorkPriority::userInitiated, &services.journalThread);
 }
 
 QCoro::Task<Snapshot> CaptureFlow::captureObservation() {

@@ -13,7 +13,7 @@ constexpr std::string_view notSaved =
 
 LiveWiring::LiveWiring(Setup setup)
     : time(setup.clock), monitors(setup.monitors), memory(setup.memory),
-      power(setup.activityURL, setup.workspaceCenter, setup.clock, callbacks(setup)) {
+      power(setup.activityURL, setup.workspaceCenter, setup.clock, callbacks(setup), setup.guard) {
     memory.setCollectionAllowed([this] { return canRecord(); });
 }
 

@@ -21,6 +21,8 @@ public:
         std::filesystem::path activityURL;
         NotificationCenter& workspaceCenter;
         MemoryHistoryService& memory;
+        /// Asked before the activity file is written.
+        FolderGuard guard{};
         AppClock& clock = AppClock::system();
         /// Started in this order, and stopped in it. They outlive this.
         std::vector<ActivityMonitor*> monitors{};

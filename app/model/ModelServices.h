@@ -12,6 +12,8 @@
 #include <functional>
 #include <memory>
 
+class QThreadPool;
+
 namespace tidemark {
 
 /// Takes one observation of the machine; throws when it can't. One that is stopped may give an
@@ -27,6 +29,9 @@ struct ModelServices {
     AppClock& clock;
     FolderAccess& folderAccess;
     JournalStore& store;
+    /// A single thread for the store, so that saves reach it in the order in which they were asked
+    /// for, and checks of folders that hang can't hold them up.
+    QThreadPool& journalThread;
     /// Holds the coroutines of all parts.
     TaskScope& tasks;
     std::filesystem::path home;
@@ -34,9 +39,6 @@ struct ModelServices {
     BeginActivity beginActivity;
     /// Null in a program that has none.
     LiveServices* live = nullptr;
-    /// False once another process may have taken the data folder; absent where nobody could. Any
-    /// thread may ask.
-    std::function<bool()> ownsFolder{};
     /// Fills an empty journal from what the system remembers; absent in a program that can't.
     std::function<QCoro::Task<void>()> importInitialHistory;
 };

@@ -5,8 +5,9 @@
 namespace tidemark {
 
 PowerActivityMonitor::PowerActivityMonitor(std::filesystem::path url, NotificationCenter& center,
-                                           AppClock& clock, Callbacks callbacks)
-    : notifications(center), time(clock), calls(std::move(callbacks)), store(std::move(url)) {}
+                                           AppClock& clock, Callbacks callbacks, FolderGuard guard)
+    : notifications(center), time(clock), calls(std::move(callbacks)),
+      store(std::move(url), std::move(guard)) {}
 
 PowerActivityMonitor::~PowerActivityMonitor() {
     stop();

@@ -39,12 +39,12 @@ public:
 
     /// `url` is the file. The centre, which tells of sleep and wake, and the clock outlive this.
     PowerActivityMonitor(std::filesystem::path url, NotificationCenter& center, AppClock& clock,
-                         Callbacks callbacks);
+                         Callbacks callbacks, FolderGuard guard = {});
     ~PowerActivityMonitor() override;
 
     /// Follows the machine and reads the file; what is recorded meanwhile is written after that.
     /// Gives what the file holds; absent when `stop` came meanwhile, or when it has been started
-    /// before. Throws `FileError` or `json::DecodingError` when the file can't be read: nothing is
+    /// before. Throws `FileError` when the file can't be read: nothing is
     /// recorded then, and the file stays as it is.
     QCoro::Task<std::optional<Records>> start();
     /// Follows nothing and takes no records any more. Those that still wait for the file to be read

@@ -7,7 +7,6 @@
 
 #include <array>
 #include <cerrno>
-#include <cstring>
 #include <ctime>
 
 #include <nlohmann/json.hpp>
@@ -131,8 +130,10 @@ struct JsonPreferences::Document {
     json root = json::object();
 };
 
-JsonPreferences::JsonPreferences(const std::filesystem::path& file, Opening opening, Clock& clock)
+JsonPreferences::JsonPreferences(const std::filesystem::path& file, Opening opening, Clock& clock,
+                                 FolderGuard guard)
     : path(canonicalPath(file)), copy(path.native() + ".bak"), purpose(opening),
+      permission(std::move(guard)),
       document(std::make_unique<Document>()), writable(opening == Opening::toWrite) {
     try {
         load(clock);
@@ -171,9 +172,7 @@ void JsonPreferences::load(Clock& clock) {
 std::filesystem::path JsonPreferences::setAside(Clock& clock) const {
     const auto aside = unusedName(path.native() + ".damaged-" + fileTime(clock.now()));
     if (::rename(path.c_str(), aside.c_str()) != 0)
-        throw FileError(textFromBytes(path.native())
-                            + " is damaged and could not be renamed: " + std::strerror(errno) + ".",
-                        errno);
+        throw FileError::ofSystem(path, "is damaged and could not be renamed", errno);
     return aside;
 }
 
@@ -196,8 +195,8 @@ void JsonPreferences::keepCopy(const std::string& bytes) const {
         return;
     try {
         if (!fileExists(copy) || readFile(copy, largestFile) != bytes)
-            replaceFile(copy, bytes);
-    } catch (const FileError&) {
+            replaceFile(copy, bytes, permission);
+    } catch (const Error&) {
         ::unlink(copy.c_str());
     }
 }
@@ -264,14 +263,15 @@ bool JsonPreferences::save() {
     if (!writable)
         return false;
     try {
+        permission.require();
         createPrivateFolders(path.parent_path());
         const auto bytes =
             document->root.dump(4, ' ', false, json::error_handler_t::replace) + "\n";
-        replaceFile(path, bytes);
+        replaceFile(path, bytes, permission);
         saveProblem.reset();
         isSaved = true;
         keepCopy(bytes);
-    } catch (const FileError& error) {
+    } catch (const Error& error) {
         saveProblem = "The settings can’t be saved: " + std::string(error.what());
     }
     return isSaved;

@@ -2,6 +2,7 @@
 
 #include "app/preferences/Preferences.h"
 #include "core/base/Clock.h"
+#include "core/base/FolderGuard.h"
 
 #include <filesystem>
 #include <memory>
@@ -22,8 +23,10 @@ public:
     enum class Opening { toWrite, toRead };
 
     /// Reads the file, if there is one. A link at `file` is followed, and stays.
+    /// Nothing is stored any more once `guard` refuses, which is that of the data folder: who holds
+    /// its lock is the one process that writes the settings.
     JsonPreferences(const std::filesystem::path& file, Opening opening,
-                    Clock& clock = Clock::system());
+                    Clock& clock = Clock::system(), FolderGuard guard = {});
     explicit JsonPreferences(const std::filesystem::path& file, Clock& clock = Clock::system())
         : JsonPreferences(file, Opening::toWrite, clock) {}
     ~JsonPreferences() override;
@@ -41,6 +44,8 @@ public:
     bool isReadOnly() const override { return purpose == Opening::toRead; }
     bool isLost() const override { return lost; }
     std::optional<std::string> problem() const override;
+    /// What was wrong with the file when it was opened, as a sentence.
+    const std::optional<std::string>& loadingProblem() const { return loadProblem; }
     bool isStored() const override { return isSaved; }
 
 private:
@@ -58,6 +63,7 @@ private:
     const std::filesystem::path path;
     const std::filesystem::path copy;
     const Opening purpose;
+    const FolderGuard permission;
     std::unique_ptr<Document> document;
     bool writable = true;
     bool lost = false;

@@ -1,7 +1,6 @@
 #include "cli/Console.h"
 #include "cli/TerminalCommands.h"
-#include "core/base/Files.h"
-#include "core/base/JsonDecoder.h"
+#include "core/base/Documents.h"
 #include "core/base/JsonEncoder.h"
 #include "core/journal/Journal.h"
 #include "recorder/TimelinePrinter.h"
@@ -25,16 +24,14 @@ struct Options {
     }
 };
 
-/// Far beyond any real observation, and still something that can be held in memory.
-constexpr std::size_t largestDocument = std::size_t{1} << 30;
-
 Snapshot readSnapshot(const std::filesystem::path& path) {
-    const std::string bytes = readFile(path, largestDocument);
+    const auto bytes = readDocumentBytes(path);
+    if (!bytes)
+        throw FileError::ofSystem(path, "could not be read", ENOENT);
     try {
-        return json::decode<Snapshot>(bytes);
+        return json::decode<Snapshot>(*bytes);
     } catch (const json::DecodingError& error) {
-        throw Error(asSentence(textFromBytes(path.native())
-                               + " is not a stored observation: " + error.what()));
+        throw FileError(path, std::string("is not a stored observation: ") + error.what());
     }
 }
 

@@ -3,7 +3,7 @@
 #include "cli/OutputFile.h"
 #include "cli/ProgressLine.h"
 #include "cli/TerminalCommands.h"
-#include "core/base/Files.h"
+#include "core/base/Documents.h"
 #include "core/base/JsonEncoder.h"
 #include "core/capture/AdditionalObservations.h"
 #include "core/capture/SystemObserver.h"
@@ -14,7 +14,6 @@
 #include "recorder/TypedInvocation.h"
 
 #include <algorithm>
-#include <cerrno>
 
 namespace tidemark {
 
@@ -123,12 +122,6 @@ Snapshot observation(const Options& options, const std::stop_token& stop) {
     return snapshot;
 }
 
-void save(const Snapshot& snapshot, const std::filesystem::path& path) {
-    FileReplacement document(path);
-    json::write(snapshot, [&](std::string_view piece) { document.write(piece); });
-    document.commit();
-}
-
 int observe(const Options& options) {
     if (options.measurements)
         ownFiles::refuse(options.measurements->path());
@@ -140,7 +133,7 @@ int observe(const Options& options) {
         snapshot = observation(options, interruption.token());
     }
     if (file)
-        save(snapshot, *file);
+        writeDocument(*file, snapshot);
     if (options.json) {
         json::write(snapshot, console::print);
         console::print("\n");

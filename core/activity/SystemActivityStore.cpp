@@ -1,9 +1,6 @@
 #include "core/activity/SystemActivityStore.h"
 
-#include "core/base/Files.h"
-#include "core/base/JsonDecoder.h"
-#include "core/base/JsonEncoder.h"
-#include "core/base/Text.h"
+#include "core/base/Documents.h"
 
 namespace tidemark {
 
@@ -18,27 +15,18 @@ void keepNewest(std::vector<SystemActivity>& records) {
 } // namespace
 
 std::vector<SystemActivity> SystemActivityStore::read(const std::filesystem::path& document) {
-    if (!fileExists(document))
+    auto records = readDocument<std::vector<SystemActivity>>(document);
+    if (!records)
         return {};
-    const std::string bytes = readFile(document);
-    try {
-        auto records = json::decode<std::vector<SystemActivity>>(bytes);
-        keepNewest(records);
-        return records;
-    } catch (const json::DecodingError& error) {
-        throw json::DecodingError(
-            asSentence(textFromBytes(document.native()) + " could not be read: " + error.what()));
-    }
+    keepNewest(*records);
+    return *std::move(records);
 }
 
 void SystemActivityStore::append(SystemActivity activity) {
     std::vector<SystemActivity> next = current;
     next.push_back(std::move(activity));
     keepNewest(next);
-    createPrivateFolders(url.parent_path());
-    FileReplacement document(url);
-    json::write(next, [&](std::string_view piece) { document.write(piece); });
-    document.commit();
+    writeDocument(url, next, permission);
     current = std::move(next);
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/base/FolderGuard.h"
 #include "core/records/SystemActivity.h"
 
 #include <filesystem>
@@ -14,10 +15,12 @@ public:
     /// All kinds share these places; the oldest records make room.
     static constexpr std::size_t mostRecords = 2000;
 
-    explicit SystemActivityStore(std::filesystem::path document) : url(std::move(document)) {}
+    /// `guard` is that of the data folder.
+    explicit SystemActivityStore(std::filesystem::path document, FolderGuard guard = {})
+        : url(std::move(document)), permission(std::move(guard)) {}
 
     /// Reads the file: its last `mostRecords` records, none when there is no file. Throws
-    /// `FileError`, or `json::DecodingError` naming the file. The disk is not touched.
+    /// `FileError`. Nothing on disk changes.
     static std::vector<SystemActivity> read(const std::filesystem::path& document);
 
     /// Takes over what the file holds. Throws as `read` does; what was known stays then.
@@ -32,6 +35,7 @@ public:
 
 private:
     const std::filesystem::path url;
+    const FolderGuard permission;
     std::vector<SystemActivity> current;
 };
 

@@ -1,10 +1,9 @@
 #include "core/base/Files.h"
 
-#include "core/base/Text.h"
+#include "core/base/CanonicalPath.h"
 #include "core/base/Uuid.h"
 
 #include <cerrno>
-#include <cstring>
 
 #include <fcntl.h>
 #include <sys/file.h>
@@ -17,12 +16,6 @@ namespace {
 constexpr std::size_t writeBufferSize = 1 << 18;
 /// How much more is read at a time of a file that is larger than it said.
 constexpr std::size_t growth = 1 << 16;
-
-FileError failure(const std::filesystem::path& path, std::string_view what, int code) {
-    return {textFromBytes(path.native()) + " " + std::string(what) + ": "
-                + std::string(std::strerror(code)) + ".",
-            code};
-}
 
 /// Every temporary file of one target starts with this; the rest is a random identifier. The
 /// name is cut so that the whole stays within the 255 bytes of a file name.
@@ -40,7 +33,7 @@ std::filesystem::path folderOf(const std::filesystem::path& path) {
 std::string readFile(const std::filesystem::path& path, std::size_t limit) {
     const FileDescriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
     if (!file)
-        throw failure(path, "could not be read", errno);
+        throw FileError::ofSystem(path, "could not be read", errno);
     return readFile(file, path, limit);
 }
 
@@ -48,14 +41,14 @@ std::string readFile(const FileDescriptor& file, const std::filesystem::path& pa
                      std::size_t limit) {
     struct stat status{};
     if (::fstat(file.get(), &status) != 0)
-        throw failure(path, "could not be read", errno);
+        throw FileError::ofSystem(path, "could not be read", errno);
     if (S_ISDIR(status.st_mode))
-        throw failure(path, "could not be read", EISDIR);
+        throw FileError::ofSystem(path, "could not be read", EISDIR);
     if (!S_ISREG(status.st_mode))
-        throw FileError(textFromBytes(path.native()) + " is not a regular file.", EINVAL);
+        throw FileError(path, "is not a regular file");
     const auto size = static_cast<std::size_t>(status.st_size);
     if (size > limit)
-        throw failure(path, "could not be read", EFBIG);
+        throw FileError::ofSystem(path, "could not be read", EFBIG);
 
     std::string bytes;
     // One byte more than the size tells the end from a file that grows while it is read.
@@ -63,14 +56,14 @@ std::string readFile(const FileDescriptor& file, const std::filesystem::path& pa
     std::size_t filled = 0;
     while (true) {
         if (filled > limit)
-            throw failure(path, "could not be read", EFBIG);
+            throw FileError::ofSystem(path, "could not be read", EFBIG);
         if (filled == bytes.size())
             bytes.resize(filled + growth);
         const ssize_t count = ::read(file.get(), bytes.data() + filled, bytes.size() - filled);
         if (count < 0 && errno == EINTR)
             continue;
         if (count < 0)
-            throw failure(path, "could not be read", errno);
+            throw FileError::ofSystem(path, "could not be read", errno);
         if (count == 0)
             break;
         filled += static_cast<std::size_t>(count);
@@ -85,7 +78,7 @@ bool fileExists(const std::filesystem::path& path) {
         return true;
     if (errno == ENOENT || errno == ENOTDIR)
         return false;
-    throw failure(path, "could not be inspected", errno);
+    throw FileError::ofSystem(path, "could not be inspected", errno);
 }
 
 void createPrivateFolders(const std::filesystem::path& folder) {
@@ -99,7 +92,22 @@ void createPrivateFolders(const std::filesystem::path& folder) {
     const int code = errno;
     struct stat status{};
     if (::stat(folder.c_str(), &status) != 0 || !S_ISDIR(status.st_mode))
-        throw failure(folder, "could not be created", code);
+        throw FileError::ofSystem(folder, "could not be created", code);
+}
+
+std::filesystem::path replaceablePath(const std::filesystem::path& path) {
+    struct stat status{};
+    if (::lstat(path.c_str(), &status) != 0) {
+        if (errno == ENOENT || errno == ENOTDIR)
+            return path;
+        throw FileError::ofSystem(path, "could not be written", errno);
+    }
+    const bool isLink = S_ISLNK(status.st_mode);
+    if (isLink && ::stat(path.c_str(), &status) != 0)
+        throw FileError::ofSystem(path, "could not be written", errno);
+    if (!S_ISREG(status.st_mode))
+        throw FileError(path, "is not a regular file");
+    return isLink ? canonicalPath(path) : path;
 }
 
 void flushFolder(const std::filesystem::path& folder) {
@@ -108,11 +116,13 @@ void flushFolder(const std::filesystem::path& folder) {
     if (!directory || ::fsync(directory.get()) != 0) {
         // Some file systems can't flush a folder; the rename itself has happened.
         if (errno != EINVAL && errno != EACCES)
-            throw failure(folder, "could not be flushed", errno);
+            throw FileError::ofSystem(folder, "could not be flushed", errno);
     }
 }
 
-FileReplacement::FileReplacement(std::filesystem::path path) : target(std::move(path)) {
+FileReplacement::FileReplacement(std::filesystem::path path, FolderGuard guard)
+    : target(std::move(path)), permission(std::move(guard)) {
+    permission.require();
     removeLeftovers(target);
     // The lock tells `removeLeftovers` of another process that this one still lives. Between
     // creating and locking the file it may have been taken for a leftover: then it has no name
@@ -122,14 +132,14 @@ FileReplacement::FileReplacement(std::filesystem::path path) : target(std::move(
         file = FileDescriptor(
             ::open(temporary.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC | O_NOFOLLOW, 0600));
         if (!file)
-            throw failure(target, "could not be written", errno);
+            throw FileError::ofSystem(target, "could not be written", errno);
         struct stat status{};
         if (::flock(file.get(), LOCK_EX | LOCK_NB) == 0 && ::fstat(file.get(), &status) == 0
             && status.st_nlink == 1)
             return;
         ::unlink(temporary.c_str());
     }
-    throw failure(target, "could not be written", EBUSY);
+    throw FileError::ofSystem(target, "could not be written", EBUSY);
 }
 
 FileReplacement::~FileReplacement() {
@@ -138,7 +148,7 @@ FileReplacement::~FileReplacement() {
 }
 
 void FileReplacement::fail() const {
-    throw failure(target, "could not be written", errno);
+    throw FileError::ofSystem(target, "could not be written", errno);
 }
 
 void FileReplacement::write(std::string_view bytes) {
@@ -162,7 +172,11 @@ void FileReplacement::flush() {
 
 void FileReplacement::commit() {
     flush();
-    if (::fsync(file.get()) != 0 || ::rename(temporary.c_str(), target.c_str()) != 0)
+    if (::fsync(file.get()) != 0)
+        fail();
+    // A folder that was replaced since the temporary file was made has no such file to rename.
+    permission.require();
+    if (::rename(temporary.c_str(), target.c_str()) != 0)
         fail();
     file.reset();
     flushFolder(folderOf(target));
@@ -184,8 +198,9 @@ void FileReplacement::removeLeftovers(const std::filesystem::path& path) {
     }
 }
 
-void replaceFile(const std::filesystem::path& path, std::string_view bytes) {
-    FileReplacement replacement(path);
+void replaceFile(const std::filesystem::path& path, std::string_view bytes,
+                 const FolderGuard& guard) {
+    FileReplacement replacement(path, guard);
     replacement.write(bytes);
     replacement.commit();
 }

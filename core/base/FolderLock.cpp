@@ -1,12 +1,11 @@
 #include "core/base/FolderLock.h"
 
-#include "core/base/Files.h"
+#include "core/base/FileError.h"
 #include "core/base/Text.h"
 
 #include <array>
 #include <cerrno>
 #include <charconv>
-#include <cstring>
 #include <string_view>
 
 #include <fcntl.h>
@@ -16,12 +15,6 @@
 namespace tidemark {
 
 namespace {
-
-FileError failure(const std::filesystem::path& folder, int code) {
-    return {textFromBytes(folder.native())
-                + " could not be locked: " + std::string(std::strerror(code)) + ".",
-            code};
-}
 
 bool isFileAt(const FileDescriptor& file, const std::filesystem::path& path) {
     struct stat opened{};
@@ -36,9 +29,9 @@ FileDescriptor openLockFile(const std::filesystem::path& path) {
         ::open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK, 0600));
     struct stat status{};
     if (!file || ::fstat(file.get(), &status) != 0)
-        throw failure(path.parent_path(), errno);
+        throw FileError::ofSystem(path.parent_path(), "could not be locked", errno);
     if (!S_ISREG(status.st_mode))
-        throw failure(path.parent_path(), EINVAL);
+        throw FileError::ofSystem(path.parent_path(), "could not be locked", EINVAL);
     return file;
 }
 
@@ -60,6 +53,11 @@ void noteProcess(const FileDescriptor& file) {
 
 } // namespace
 
+struct FolderLock::LockedFile {
+    FileDescriptor descriptor;
+    std::filesystem::path path;
+};
+
 std::string FolderHolder::sentence() const {
     return "Tidemark is already recording into " + textFromBytes(folder.native())
            + (process ? " (process " + std::to_string(*process) + ")." : ".");
@@ -74,18 +72,21 @@ std::expected<FolderLock, FolderHolder> FolderLock::take(const std::filesystem::
                 continue;
             if (errno == EWOULDBLOCK)
                 return std::unexpected(FolderHolder{folder, processIn(file)});
-            throw failure(folder, errno);
+            throw FileError::ofSystem(folder, "could not be locked", errno);
         }
         // A file that was removed after it was opened locks nothing that others can see.
         if (!isFileAt(file, path))
             continue;
         noteProcess(file);
-        return FolderLock(std::move(file), path);
+        return FolderLock(std::make_shared<LockedFile>(std::move(file), path));
     }
 }
 
-bool FolderLock::isCurrent() const {
-    return isFileAt(file, place);
+FolderGuard FolderLock::guard() const {
+    return FolderGuard([held = std::weak_ptr(file)] {
+        const auto locked = held.lock();
+        return locked && isFileAt(locked->descriptor, locked->path);
+    });
 }
 
 } // namespace tidemark

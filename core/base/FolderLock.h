@@ -1,9 +1,11 @@
 #pragma once
 
 #include "core/base/FileDescriptor.h"
+#include "core/base/FolderGuard.h"
 
 #include <expected>
 #include <filesystem>
+#include <memory>
 #include <optional>
 #include <string>
 
@@ -30,19 +32,20 @@ public:
     /// locked, such as in a folder without the right to write.
     static std::expected<FolderLock, FolderHolder> take(const std::filesystem::path& folder);
 
-    /// False once another file, or none, has the name of the locked one: then somebody else may
-    /// have taken the folder. Any thread may ask.
-    bool isCurrent() const;
+    /// Permits writing for as long as this lock lives and its file has its name. Another file, or
+    /// none, by that name means that somebody else may have taken the folder.
+    FolderGuard guard() const;
 
     FolderLock(FolderLock&&) = default;
     FolderLock& operator=(FolderLock&&) = default;
 
 private:
-    FolderLock(FileDescriptor locked, std::filesystem::path where)
-        : file(std::move(locked)), place(std::move(where)) {}
+    struct LockedFile;
 
-    FileDescriptor file;
-    std::filesystem::path place;
+    explicit FolderLock(std::shared_ptr<const LockedFile> locked) : file(std::move(locked)) {}
+
+    /// Shared with the guards only while they look at it.
+    std::shared_ptr<const LockedFile> file;
 };
 
 } // namespace tidemark

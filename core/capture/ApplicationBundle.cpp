@@ -14,7 +14,7 @@ using PropertyList::Dictionary;
 constexpr const char* metadataName = "Info.plist";
 
 FileError notReadable(const FolderEntry& entry) {
-    return {entry.pathText() + " holds no readable metadata.", EINVAL};
+    return {entry.path, "holds no readable metadata"};
 }
 
 /// Looks at a name below an entry that must be a folder; `holder` keeps that folder open.

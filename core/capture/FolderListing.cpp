@@ -65,11 +65,11 @@ FileDescriptor FolderEntry::openFolder() const {
 std::string FolderEntry::read(std::size_t limit) const {
     // Opening a device can have effects, so what is known to be none is not even opened.
     if (kind != Kind::regular)
-        throw FileError(pathText() + " is not a regular file.", EINVAL);
+        throw FileError(path, "is not a regular file");
     const FileDescriptor file(
         ::openat(folder, name().c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
     if (!file)
-        throw FileError(pathText() + " could not be opened.", errno);
+        throw FileError(path, "could not be opened", errno);
     return readFile(file, path, limit);
 }
 

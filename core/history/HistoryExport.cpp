@@ -6,10 +6,8 @@
 #include "core/history/PrivateDetails.h"
 
 #include <array>
-#include <cerrno>
 
 #include <nlohmann/json.hpp>
-#include <sys/stat.h>
 
 namespace tidemark {
 
@@ -187,11 +185,7 @@ std::string HistoryExport::data(Format format, bool includePrivateDetails) const
 
 void HistoryExport::save(const std::filesystem::path& path, Format format,
                          bool includePrivateDetails) const {
-    // To replace a device, such as /dev/stdout, would take it from the whole system.
-    struct stat status{};
-    if (::stat(path.c_str(), &status) == 0 && !S_ISREG(status.st_mode))
-        throw FileError(textFromBytes(path.native()) + " is not a regular file.", EINVAL);
-    FileReplacement file(path);
+    FileReplacement file(replaceablePath(path));
     write(format, includePrivateDetails, [&](std::string_view piece) { file.write(piece); });
     file.commit();
 }

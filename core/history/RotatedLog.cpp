@@ -23,8 +23,7 @@ constexpr int oldestAge = 12;
 constexpr std::size_t blockSize = 65'536;
 
 [[noreturn]] void fail(const std::filesystem::path& path, int code) {
-    throw FileError(
-        textFromBytes(path.native()) + " could not be read: " + std::strerror(code) + ".", code);
+    throw FileError::ofSystem(path, "could not be read", code);
 }
 
 struct LogFile {

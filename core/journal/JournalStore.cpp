@@ -1,11 +1,11 @@
 #include "core/journal/JournalStore.h"
 
-#include "core/base/Files.h"
-#include "core/base/JsonDecoder.h"
-#include "core/base/JsonEncoder.h"
+#include "core/base/CanonicalPath.h"
+#include "core/base/Documents.h"
+#include "core/base/Text.h"
+#include "core/base/Uuid.h"
 
 #include <cerrno>
-#include <cstring>
 
 namespace tidemark {
 
@@ -17,13 +17,23 @@ constexpr const char* completionMark = "complete.json";
 /// The documents beside the journal that an upgrade could change as well.
 constexpr std::array companions{"system-activity.json", "storage-measurements.json"};
 
-Journal decoded(const std::string& bytes, const fs::path& source) {
-    try {
-        return json::decode<Journal>(bytes);
-    } catch (const json::DecodingError& error) {
-        throw json::DecodingError(
-            asSentence(textFromBytes(source.native()) + " could not be read: " + error.what()));
-    }
+constexpr std::string_view workingPrefix = ".pre-v2-";
+
+bool isWorkingDirectory(const fs::directory_entry& entry) {
+    const std::string name = entry.path().filename().native();
+    std::error_code error;
+    return name.starts_with(workingPrefix)
+           && Uuid::parse(std::string_view(name).substr(workingPrefix.size()))
+           && entry.symlink_status(error).type() == fs::file_type::directory;
+}
+
+/// Removes the copies that were begun and never put in place, since their process was killed.
+void removeUnfinishedBackups(const fs::path& parent) {
+    std::error_code error;
+    for (fs::directory_iterator entries(parent, error), end; !error && entries != end;
+         entries.increment(error))
+        if (std::error_code ignored; isWorkingDirectory(*entries))
+            fs::remove_all(entries->path(), ignored);
 }
 
 /// A folder that is removed with its contents unless it was moved away.
@@ -45,75 +55,72 @@ public:
 } // namespace
 
 JournalStore::JournalStore(fs::path document, std::optional<fs::path> legacy,
-                           std::optional<fs::path> backup)
+                           std::optional<fs::path> backup, FolderGuard guard)
     : url(std::move(document)), legacyURL(std::move(legacy)),
-      upgradeBackupDirectory(std::move(backup)) {}
+      upgradeBackupDirectory(std::move(backup)), permission(std::move(guard)) {}
 
 Journal JournalStore::load() {
     const std::scoped_lock lock(mutex);
-    FileReplacement::removeLeftovers(url);
+    FileReplacement::removeLeftovers(canonicalPath(url));
     const bool isCurrent = fileExists(url);
-    if (!isCurrent && (!legacyURL || !fileExists(*legacyURL)))
+    if (!isCurrent && !legacyURL)
         return {};
     const fs::path& source = isCurrent ? url : *legacyURL;
-
-    const std::string bytes = readFile(source);
-    Journal journal = decoded(bytes, source);
+    const auto bytes = readDocumentBytes(source);
+    if (!bytes)
+        return {};
+    auto journal = decodeDocument<Journal>(*bytes, source);
     if (journal.schemaVersion != Journal::supportedVersion)
         throw StoreError(StoreError::Kind::unsupportedVersion,
                          textFromBytes(source.native()) + " is of version "
                              + std::to_string(journal.schemaVersion)
                              + ", which this release can't read.");
     // The history is not used until it is known to be safe.
-    preservePreUpgradeHistory(source, bytes);
+    preservePreUpgradeHistory(source, *bytes);
     if (!isCurrent)
-        write(journal);
+        writeDocument(url, journal, permission);
     return journal;
 }
 
 void JournalStore::save(const Journal& journal) {
     const std::scoped_lock lock(mutex);
-    write(journal);
-}
-
-void JournalStore::write(const Journal& journal) const {
-    createPrivateFolders(url.parent_path());
-    FileReplacement document(url);
-    json::write(journal, [&](std::string_view piece) { document.write(piece); });
-    document.commit();
+    writeDocument(url, journal, permission);
 }
 
 void JournalStore::preservePreUpgradeHistory(const fs::path& source,
                                              const std::string& journalData) const {
     if (!upgradeBackupDirectory)
         return;
+    permission.require();
+    const fs::path parent = upgradeBackupDirectory->parent_path();
+    removeUnfinishedBackups(parent);
     if (fileExists(*upgradeBackupDirectory)) {
         if (!fileExists(*upgradeBackupDirectory / completionMark))
             throw IncompleteBackupError();
         return;
     }
-    const fs::path parent = upgradeBackupDirectory->parent_path();
     createPrivateFolders(parent);
-    const WorkingDirectory working(parent / (".pre-v2-" + Uuid::random().text()));
+    const WorkingDirectory working(parent / (std::string(workingPrefix) + Uuid::random().text()));
 
     const std::string sourceName = source.filename().native();
     std::vector<std::string> copied{sourceName};
-    replaceFile(working.path / sourceName, journalData);
+    replaceFile(working.path / sourceName, journalData, permission);
     for (const char* name : companions) {
-        const fs::path companion = source.parent_path() / name;
-        if (name == sourceName || !fileExists(companion))
+        if (name == sourceName)
             continue;
-        replaceFile(working.path / name, readFile(companion));
+        const auto bytes = readDocumentBytes(source.parent_path() / name);
+        if (!bytes)
+            continue;
+        replaceFile(working.path / name, *bytes, permission);
         copied.emplace_back(name);
     }
-    replaceFile(working.path / completionMark, json::encoded(copied));
+    replaceFile(working.path / completionMark, json::encoded(copied), permission);
 
-    // The move publishes the backup: a crash before it leaves a hidden folder, and the next load
-    // makes a new one.
+    // The move publishes the backup: a crash before it leaves a hidden folder, which the next load
+    // removes.
+    permission.require();
     if (::rename(working.path.c_str(), upgradeBackupDirectory->c_str()) != 0)
-        throw FileError("The backup of your history could not be put in place: "
-                            + std::string(std::strerror(errno)) + ".",
-                        errno);
+        throw FileError::ofSystem(*upgradeBackupDirectory, "could not be put in place", errno);
     flushFolder(parent);
 }
 

@@ -1,18 +1,19 @@
 #pragma once
 
 #include "core/base/Error.h"
+#include "core/base/FolderGuard.h"
+#include "core/base/OrderedMutex.h"
 #include "core/journal/Journal.h"
 
 #include <filesystem>
-#include <mutex>
 #include <optional>
 #include <string>
 
 namespace tidemark {
 
-/// Reads and writes the journal document. Any thread may call it; one operation runs at a time,
-/// and a caller that waits for one before it makes the next has them in order. It never repairs,
-/// overwrites or renames a document that it could not read.
+/// Reads and writes the journal document. Any thread may call it; operations run one at a time, in
+/// the order of their calls. It never repairs, overwrites or renames a document that it could not
+/// read.
 class JournalStore {
 public:
     /// The document is of a version that this release does not know.
@@ -36,29 +37,31 @@ public:
 
     /// `url` is the document. `legacyURL` is where an earlier release kept it: it is read when
     /// there is none at `url`, and never written. `upgradeBackupDirectory` gets a copy of the
-    /// history, once, before this release first uses it.
+    /// history, once, before this release first uses it; only the process that holds the lock of
+    /// the data folder names one. `guard` is that of the data folder.
     explicit JournalStore(std::filesystem::path url,
                           std::optional<std::filesystem::path> legacyURL = {},
-                          std::optional<std::filesystem::path> upgradeBackupDirectory = {});
+                          std::optional<std::filesystem::path> upgradeBackupDirectory = {},
+                          FolderGuard guard = {});
 
-    /// The stored history; a new journal where there is none, without touching the disk. Throws
-    /// `FileError`, `json::DecodingError` naming the document, `StoreError` or
-    /// `IncompleteBackupError`; the document is unchanged then.
+    /// The stored history; a new journal where there is none, which changes nothing on disk. Throws
+    /// `FileError`, `StoreError`, `IncompleteBackupError` or, when it has to write, what the guard
+    /// throws; the document is unchanged then.
     Journal load();
 
-    /// Replaces the document whole, with mode 0600. Throws `FileError`; the old document is
-    /// there then.
+    /// Replaces the document whole, with mode 0600. Throws `FileError` and what the guard throws;
+    /// the old document is there then.
     void save(const Journal& journal);
 
 private:
-    void write(const Journal& journal) const;
     void preservePreUpgradeHistory(const std::filesystem::path& source,
                                    const std::string& journalData) const;
 
     const std::filesystem::path url;
     const std::optional<std::filesystem::path> legacyURL;
     const std::optional<std::filesystem::path> upgradeBackupDirectory;
-    std::mutex mutex;
+    const FolderGuard permission;
+    OrderedMutex mutex;
 };
 
 } // namespace tidemark

@@ -1,13 +1,10 @@
 #include "core/memory/MemoryHistoryStore.h"
 
 #include "core/base/Digest.h"
-#include "core/base/Files.h"
-#include "core/base/JsonDecoder.h"
-#include "core/base/JsonEncoder.h"
+#include "core/base/Documents.h"
 #include "core/base/Text.h"
 
 #include <cerrno>
-#include <cstring>
 
 #include <sys/stat.h>
 
@@ -26,22 +23,8 @@ fs::path folderOf(const fs::path& document) {
 
 void makePrivate(const fs::path& folder) {
     createPrivateFolders(folder);
-    if (::chmod(folder.c_str(), 0700) == 0)
-        return;
-    const int code = errno;
-    throw FileError(textFromBytes(folder.native())
-                        + " could not be made private: " + std::strerror(code) + ".",
-                    code);
-}
-
-MemoryArchive decoded(const fs::path& document) {
-    const std::string bytes = readFile(document);
-    try {
-        return json::decode<MemoryArchive>(bytes);
-    } catch (const json::DecodingError& error) {
-        throw json::DecodingError(
-            asSentence(textFromBytes(document.native()) + " could not be read: " + error.what()));
-    }
+    if (::chmod(folder.c_str(), 0700) != 0)
+        throw FileError::ofSystem(folder, "could not be made private", errno);
 }
 
 /// A side file that is no UTF-8 would refuse the next load.
@@ -55,8 +38,9 @@ std::optional<bool> flag(bool isSet) {
 
 } // namespace
 
-MemoryHistoryStore::MemoryHistoryStore(fs::path document)
-    : url(std::move(document)), payloads(folderOf(url) / "memory-payloads") {}
+MemoryHistoryStore::MemoryHistoryStore(fs::path document, FolderGuard guard)
+    : url(std::move(document)), permission(std::move(guard)),
+      payloads(folderOf(url) / "memory-payloads", permission) {}
 
 std::string MemoryHistoryStore::blobName(std::string_view id, std::string_view extension) {
     return Sha256::hex(id).append(extension);
@@ -72,9 +56,7 @@ MemoryArchive MemoryHistoryStore::load() {
 }
 
 MemoryArchive MemoryHistoryStore::read() {
-    if (!fileExists(url))
-        return {};
-    MemoryArchive archive = decoded(url);
+    MemoryArchive archive = readDocument<MemoryArchive>(url).value_or(MemoryArchive());
     if (archive.version != MemoryArchive::supportedVersion)
         throw StoreError(StoreError::Kind::unsupportedVersion,
                          textFromBytes(url.native()) + " is of version "
@@ -94,8 +76,7 @@ Shared<MemoryRecord> MemoryHistoryStore::withContents(const Shared<MemoryRecord>
         const std::string name = blobName(whole.id, textExtension);
         whole.text = fetch(name);
         if (!isValidUtf8(*whole.text))
-            throw FileError(textFromBytes((payloads.path() / name).native())
-                                + " could not be read: it is no UTF-8 text.",
+            throw FileError(payloads.path() / name, "could not be read: it is no UTF-8 text",
                             EILSEQ);
     }
     return whole;
@@ -113,6 +94,7 @@ void MemoryHistoryStore::save(const MemoryArchive& archive) {
         throw StoreError(StoreError::Kind::notReadable,
                          textFromBytes(url.native())
                              + " could not be read, so it is not replaced.");
+    permission.require();
     makePrivate(folderOf(url));
     payloads.prepare();
 
@@ -120,7 +102,7 @@ void MemoryHistoryStore::save(const MemoryArchive& archive) {
     MemoryArchive document = archive;
     for (auto& record : document.records)
         record = withoutContents(record, wanted);
-    write(document);
+    writeDocument(url, document, permission);
     payloads.keepOnly(wanted);
     savedBlobs = std::move(wanted);
 }
@@ -154,12 +136,6 @@ void MemoryHistoryStore::keep(const std::string& name, std::string_view bytes,
     if (!savedBlobs.contains(name) || !payloads.contains(name))
         payloads.write(name, bytes);
     wanted.insert(name);
-}
-
-void MemoryHistoryStore::write(const MemoryArchive& document) const {
-    FileReplacement file(url);
-    json::write(document, [&](std::string_view piece) { file.write(piece); });
-    file.commit();
 }
 
 } // namespace tidemark

@@ -31,18 +31,18 @@ public:
         Kind reason;
     };
 
-    /// `url` is the document, "memory-history.json" in the data folder.
-    explicit MemoryHistoryStore(std::filesystem::path url);
+    /// `url` is the document, "memory-history.json" in the data folder, whose guard is `guard`.
+    explicit MemoryHistoryStore(std::filesystem::path url, FolderGuard guard = {});
 
     /// The stored archive with the contents of its clips; an empty one where there is none.
-    /// Throws `FileError`, `json::DecodingError` naming the document, or `StoreError`, also when
-    /// the content of a single clip is missing: no file is touched then, and none later.
+    /// Throws `FileError` or `StoreError`, also when the content of a single clip is missing: no
+    /// file is changed then, and none later.
     MemoryArchive load();
 
     /// Writes the contents of clips that are new, then the document, then deletes the contents
     /// that it no longer needs: what a crash leaves is whole, with too many side files at worst.
     /// Files get mode 0600, the folders 0700. Throws `StoreError` before any `load`, else
-    /// `FileError`.
+    /// `FileError` and what the guard throws.
     void save(const MemoryArchive& archive);
 
     /// The name of a clip's side file: a digest of its id, which tells nothing of the clip.
@@ -55,9 +55,9 @@ private:
                                          std::set<std::string>& wanted) const;
     std::string fetch(const std::string& name);
     void keep(const std::string& name, std::string_view bytes, std::set<std::string>& wanted) const;
-    void write(const MemoryArchive& document) const;
 
     const std::filesystem::path url;
+    const FolderGuard permission;
     const MemoryPayloads payloads;
     std::mutex mutex;
     bool readable = false;

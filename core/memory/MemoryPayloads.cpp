@@ -2,11 +2,9 @@
 
 #include "core/base/FileDescriptor.h"
 #include "core/base/Files.h"
-#include "core/base/Text.h"
 #include "core/memory/MemoryArchive.h"
 
 #include <cerrno>
-#include <cstring>
 #include <memory>
 #include <vector>
 
@@ -18,18 +16,11 @@ namespace tidemark {
 
 namespace {
 
-FileError failure(const std::filesystem::path& path, std::string_view what) {
-    const int code = errno;
-    return {textFromBytes(path.native()) + " " + std::string(what) + ": " + std::strerror(code)
-                + ".",
-            code};
-}
-
 FileDescriptor opened(const std::filesystem::path& folder) {
     FileDescriptor directory(
         ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
     if (!directory)
-        throw failure(folder, "could not be opened");
+        throw FileError::ofSystem(folder, "could not be opened", errno);
     return directory;
 }
 
@@ -39,7 +30,7 @@ std::vector<std::string> fileNames(const std::filesystem::path& folder, int desc
     const std::unique_ptr<DIR, int (*)(DIR*)> entries(
         ::fdopendir(::fcntl(descriptor, F_DUPFD_CLOEXEC, 0)), ::closedir);
     if (!entries)
-        throw failure(folder, "could not be read");
+        throw FileError::ofSystem(folder, "could not be read", errno);
     std::vector<std::string> names;
     errno = 0;
     while (const dirent* entry = ::readdir(entries.get())) {
@@ -50,7 +41,7 @@ std::vector<std::string> fileNames(const std::filesystem::path& folder, int desc
         errno = 0;
     }
     if (errno != 0)
-        throw failure(folder, "could not be read");
+        throw FileError::ofSystem(folder, "could not be read", errno);
     return names;
 }
 
@@ -62,16 +53,17 @@ std::string MemoryPayloads::read(const std::string& name) const {
     const FileDescriptor file(
         ::openat(directory.get(), name.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOFOLLOW));
     if (!file)
-        throw failure(path, "could not be read");
+        throw FileError::ofSystem(path, "could not be read", errno);
     return readFile(file, path, MemoryArchive::clipByteLimit);
 }
 
 void MemoryPayloads::prepare() const {
+    permission.require();
     if (::mkdir(folder.c_str(), 0700) != 0 && errno != EEXIST)
-        throw failure(folder, "could not be created");
+        throw FileError::ofSystem(folder, "could not be created", errno);
     const auto directory = opened(folder);
     if (::fchmod(directory.get(), 0700) != 0)
-        throw failure(folder, "could not be made private");
+        throw FileError::ofSystem(folder, "could not be made private", errno);
 }
 
 bool MemoryPayloads::contains(const std::string& name) const {
@@ -80,15 +72,17 @@ bool MemoryPayloads::contains(const std::string& name) const {
 }
 
 void MemoryPayloads::write(const std::string& name, std::string_view bytes) const {
-    replaceFile(folder / name, bytes);
+    replaceFile(folder / name, bytes, permission);
 }
 
 void MemoryPayloads::keepOnly(const std::set<std::string>& wanted) const {
     const auto directory = opened(folder);
+    // After the folder is open: from here on its name is not used.
+    permission.require();
     for (const auto& name : fileNames(folder, directory.get()))
         if (!wanted.contains(name) && ::unlinkat(directory.get(), name.c_str(), 0) != 0
             && errno != ENOENT)
-            throw failure(folder / name, "could not be deleted");
+            throw FileError::ofSystem(folder / name, "could not be deleted", errno);
 }
 
 } // namespace tidemark

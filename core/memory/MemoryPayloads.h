@@ -1,5 +1,7 @@
 #pragma once
 
+#include "core/base/FolderGuard.h"
+
 #include <filesystem>
 #include <set>
 #include <string>
@@ -9,10 +11,12 @@ namespace tidemark {
 
 /// The folder of the side files, which hold what clips are made of. Links are never followed, the
 /// folder's own among them: what is not wanted is deleted here, and may not lie elsewhere. All
-/// members throw `FileError`.
+/// members throw `FileError`, and those that change anything what the guard throws.
 class MemoryPayloads {
 public:
-    explicit MemoryPayloads(std::filesystem::path place) : folder(std::move(place)) {}
+    /// `guard` is that of the folder that `place` lies in.
+    explicit MemoryPayloads(std::filesystem::path place, FolderGuard guard = {})
+        : folder(std::move(place)), permission(std::move(guard)) {}
 
     const std::filesystem::path& path() const { return folder; }
     /// The bytes of a side file.
@@ -29,6 +33,7 @@ public:
 
 private:
     std::filesystem::path folder;
+    FolderGuard permission;
 };
 
 } // namespace tidemark

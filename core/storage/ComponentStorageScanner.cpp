@@ -120,9 +120,10 @@ StorageMeasurementReport reportOf(const MeasurementRecords& records, Date now) {
 } // namespace
 
 ComponentStorageScanner::ComponentStorageScanner(std::filesystem::path url,
-                                                 std::int64_t entriesInSlice, Clock& time)
+                                                 std::int64_t entriesInSlice, Clock& time,
+                                                 FolderGuard guard)
     : entriesPerSlice(std::max<std::int64_t>(entriesInSlice, 1)), clock(time),
-      cache(std::move(url)) {}
+      cache(std::move(url), std::move(guard)) {}
 
 void ComponentStorageScanner::beginCapture() {
     const Lock lock(mutex);

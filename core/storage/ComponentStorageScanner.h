@@ -29,9 +29,9 @@ public:
     using Measure = std::function<Measurement(const std::filesystem::path&, double seconds)>;
 
     /// `url` is the file of finished measurements; without one they are kept in memory only.
-    /// `entriesPerSlice` bounds the steps of one slice.
+    /// `entriesPerSlice` bounds the steps of one slice. `guard` is that of the folder of `url`.
     ComponentStorageScanner(std::filesystem::path url, std::int64_t entriesPerSlice,
-                            Clock& clock = Clock::system());
+                            Clock& clock = Clock::system(), FolderGuard guard = {});
 
     /// Sizes found between these two are shared: a folder walked as part of another costs nothing.
     void beginCapture();

@@ -1,8 +1,6 @@
 #include "core/storage/MeasurementCache.h"
 
-#include "core/base/Files.h"
-#include "core/base/JsonDecoder.h"
-#include "core/base/JsonEncoder.h"
+#include "core/base/Documents.h"
 
 #include <algorithm>
 #include <vector>
@@ -12,8 +10,8 @@ namespace tidemark {
 void MeasurementCache::load() {
     if (loaded)
         return;
-    if (!path.empty() && fileExists(path))
-        records = json::decode<MeasurementRecords>(readFile(path));
+    if (!path.empty())
+        records = readDocument<MeasurementRecords>(path).value_or(MeasurementRecords());
     loaded = true;
 }
 
@@ -50,10 +48,7 @@ void MeasurementCache::trim() {
 void MeasurementCache::save() {
     if (!unsavedSince)
         return;
-    createPrivateFolders(path.parent_path());
-    FileReplacement file(path);
-    json::write(records, [&](std::string_view piece) { file.write(piece); });
-    file.commit();
+    writeDocument(path, records, permission);
     unsavedSince.reset();
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/base/FolderGuard.h"
 #include "core/records/StorageMeasurement.h"
 
 #include <filesystem>
@@ -18,10 +19,11 @@ public:
     /// Most records that are kept; those attempted longest ago go first.
     static constexpr std::size_t limit = 10'000;
 
-    /// An empty `file` keeps everything in memory.
-    explicit MeasurementCache(std::filesystem::path file) : path(std::move(file)) {}
+    /// An empty `file` keeps everything in memory. `guard` is that of the folder of the file.
+    explicit MeasurementCache(std::filesystem::path file, FolderGuard guard = {})
+        : path(std::move(file)), permission(std::move(guard)) {}
 
-    /// Reads the file, once; no file is an empty cache. Throws an `Error` when it can't be read or
+    /// Reads the file, once; no file is an empty cache. Throws `FileError` when it can't be read or
     /// understood: nothing is known then, nothing is written, and the next call tries again.
     void load();
     /// The record of the item at `itemPath`, or null.
@@ -41,6 +43,7 @@ private:
     void trim();
 
     std::filesystem::path path;
+    FolderGuard permission;
     MeasurementRecords records;
     bool loaded = false;
     /// When the first record was stored that is not in the file yet.

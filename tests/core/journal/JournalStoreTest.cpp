@@ -10,7 +10,6 @@
 #include <algorithm>
 #include <csignal>
 #include <map>
-#include <thread>
 
 #include <gtest/gtest.h>
 #include <sys/resource.h>
@@ -286,18 +285,19 @@ TEST(JournalStore, SurvivesBeingKilledInTheMiddleOfASave) {
     }
 }
 
-TEST(JournalStore, TakesOneOperationAtATime) {
+TEST(JournalStore, RemovesTheCopiesThatAKillLeftUnfinished) {
     Place place;
-    const Journal versions[] = {large("A"), large("B")};
-    place.store.save(versions[0]);
-    std::vector<std::jthread> threads;
-    for (const Journal& journal : versions)
-        threads.emplace_back([&] {
-            for (int i = 0; i < 5; ++i)
-                place.store.save(journal);
-        });
-    for (int i = 0; i < 5; ++i) {
-        const Journal read = place.store.load();
-        EXPECT_TRUE(read == versions[0] || read == versions[1]);
+    place.folder.write("data/journal.json", json::encoded(small()));
+    const std::string left = "data/Backups/.pre-v2-0A000000-0000-4000-8000-00000000000";
+    place.folder.write(left + "A/journal.json", "half");
+    place.folder.write(left + "B", "no folder");
+    place.folder.write("data/Backups/.pre-v2-notes/mine", "kept");
+    fs::create_directory_symlink(place.folder / "data", place.folder / (left + "C"));
+    for (int start = 0; start < 2; ++start) {
+        EXPECT_EQ(place.failure(), "loaded");
+        EXPECT_EQ(test::namesIn(place.backup.parent_path()),
+                  ".pre-v2-0A000000-0000-4000-8000-00000000000B "
+                  ".pre-v2-0A000000-0000-4000-8000-00000000000C .pre-v2-notes pre-v2");
+        place.folder.write(left + "D/journal.json", "of a kill after the backup was made");
     }
 }

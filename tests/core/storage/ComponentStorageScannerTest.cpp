@@ -1,5 +1,6 @@
 #include "core/storage/ComponentStorageScanner.h"
 
+#include "core/base/FileError.h"
 #include "core/base/JsonDecoder.h"
 #include "core/base/JsonEncoder.h"
 #include "tests/support/ManualClock.h"
@@ -341,7 +342,7 @@ TEST_F(Scanner, AFileThatCannotBeUnderstoodIsNeverOverwritten) {
                                         R"("version":"","build":""}}})";
     for (const std::string& bad : {std::string("{"), withoutAttempts, good + "x"}) {
         folder.write("data/records.json", bad);
-        EXPECT_THROW(collectOne(item("a")), Error) << bad;
+        EXPECT_THROW(collectOne(item("a")), FileError) << bad;
         EXPECT_EQ(test::contents(file), bad);
     }
     fs::remove(file);

@@ -1,0 +1,69 @@
+#pragma once
+
+#include "core/base/Files.h"
+#include "core/base/JsonDecoder.h"
+#include "core/base/JsonEncoder.h"
+
+#include <optional>
+
+/// The JSON documents that the program keeps: each is read whole into one record and replaced
+/// whole by one. A document may be a symbolic link, so that it can be kept on another disk: what
+/// the link leads to is read and replaced, and the link stays.
+///
+/// All functions throw `FileError`, which names the document.
+namespace tidemark {
+
+/// The most bytes that a document has, 2 GB. Nothing larger is read or written: it would fill the
+/// memory of an ordinary machine.
+inline constexpr std::size_t largestDocument = 2'000'000'000;
+
+/// The bytes of a document; absent where there is none. A link that leads nowhere is no absence.
+std::optional<std::string> readDocumentBytes(const std::filesystem::path& file);
+
+/// The record in the bytes of the document `file`. Says what is wrong where in them.
+template <class T>
+T decodeDocument(std::string_view bytes, const std::filesystem::path& file) {
+    try {
+        return json::decode<T>(bytes);
+    } catch (const json::DecodingError& error) {
+        throw FileError(file, std::string("could not be read: ") + error.what(), EILSEQ);
+    }
+}
+
+/// The record that a document holds; absent where there is no document.
+template <class T>
+std::optional<T> readDocument(const std::filesystem::path& file) {
+    const auto bytes = readDocumentBytes(file);
+    return bytes ? std::optional(decodeDocument<T>(*bytes, file)) : std::nullopt;
+}
+
+namespace detail {
+
+/// A document in the making, of at most `limit` bytes.
+class DocumentReplacement {
+public:
+    DocumentReplacement(const std::filesystem::path& file, const FolderGuard& guard,
+                        std::size_t limit);
+    void write(std::string_view piece);
+    void commit() { replacement.commit(); }
+
+private:
+    std::filesystem::path document;
+    FileReplacement replacement;
+    std::size_t left;
+};
+
+} // namespace detail
+
+/// Replaces a document, or makes it with the folders that it needs: mode 0600, and 0700 for the
+/// folders. Throws also what `guard` throws. The old document is there whole then, unless only its
+/// folder could not be flushed.
+template <class T>
+void writeDocument(const std::filesystem::path& file, const T& record,
+                   const FolderGuard& guard = {}, std::size_t limit = largestDocument) {
+    detail::DocumentReplacement document(file, guard, limit);
+    json::write(record, [&](std::string_view piece) { document.write(piece); });
+    document.commit();
+}
+
+} // namespace tidemark
