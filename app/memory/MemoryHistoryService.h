@@ -4,7 +4,7 @@
 #include "app/base/NotificationCenter.h"
 #include "app/base/TaskScope.h"
 #include "app/memory/MemoryCollector.h"
-#include "app/model/Published.h"
+#include "app/base/Published.h"
 #include "app/preferences/Preferences.h"
 #include "core/memory/MemoryHistoryStore.h"
 

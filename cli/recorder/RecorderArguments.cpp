@@ -1,6 +1,6 @@
 #include "cli/recorder/RecorderArguments.h"
 
-#include "app/capture/CaptureSchedule.h"
+#include "core/capture/CaptureSchedule.h"
 #include "app/capture/FolderGrant.h"
 #include "cli/recorder/HistoryTime.h"
 #include "core/base/Error.h"
