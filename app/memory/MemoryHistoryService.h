@@ -5,7 +5,7 @@
 #include "app/base/TaskScope.h"
 #include "app/base/WorkerPool.h"
 #include "app/memory/MemoryCollector.h"
-#include "app/model/Published.h"
+#include "app/base/Published.h"
 #include "app/preferences/Preferences.h"
 #include "core/memory/MemoryHistoryStore.h"
 

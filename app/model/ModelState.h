@@ -1,8 +1,8 @@
 #pragma once
 
-#include "app/capture/CaptureSchedule.h"
-#include "app/capture/RecordingMode.h"
-#include "app/model/Published.h"
+#include "core/capture/CaptureSchedule.h"
+#include "core/capture/RecordingMode.h"
+#include "app/base/Published.h"
 #include "app/preferences/Preferences.h"
 #include "core/journal/Journal.h"
 #include "core/records/SystemActivity.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/capture/CaptureSchedule.h"
+#include "core/capture/CaptureSchedule.h"
 #include "app/preferences/Preferences.h"
 
 #include <array>

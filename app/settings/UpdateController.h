@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/model/Published.h"
+#include "app/base/Published.h"
 
 #include <functional>
 #include <optional>

@@ -2,6 +2,7 @@
 
 #include "core/base/Arithmetic.h"
 #include "core/base/CanonicalPath.h"
+#include "core/base/Text.h"
 #include "core/system/BirthTime.h"
 
 #include <algorithm>

@@ -1,6 +1,6 @@
 #include "app/capture/CaptureScheduler.h"
 
-#include "app/capture/CaptureSchedule.h"
+#include "core/capture/CaptureSchedule.h"
 #include "core/base/Error.h"
 #include "tests/app/support/Await.h"
 #include "tests/app/support/ManualAppClock.h"

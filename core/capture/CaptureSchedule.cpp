@@ -1,4 +1,4 @@
-#include "app/capture/CaptureSchedule.h"
+#include "core/capture/CaptureSchedule.h"
 
 namespace tidemark {
 

@@ -1,0 +1,40 @@
+# tidemark_room(FOLDER [SEES ROOM...] [USES LIBRARY...] [SHOWS LIBRARY...])
+#
+# Makes a static library of a folder of sources, named after the folder: core/base is core_base.
+#
+#   SEES   rooms whose headers it may include; what these see, it sees as well
+#   USES   libraries that only its own sources include
+#   SHOWS  libraries that its headers include
+#
+# Each room has an include folder of its own that holds nothing but a link to it. So a room finds the headers of
+# the rooms it SEES and no others: an include against the direction of the arrows does not compile.
+# A source named …Linux.cpp or …Mac.cpp is built on that system alone.
+function(tidemark_room folder)
+    cmake_parse_arguments(PARSE_ARGV 1 room "" "" "SEES;USES;SHOWS")
+    string(REPLACE "/" "_" name "${folder}")
+    set(sources_folder "${PROJECT_SOURCE_DIR}/${folder}")
+    file(GLOB_RECURSE sources CONFIGURE_DEPENDS "${sources_folder}/*.cpp" "${sources_folder}/*.mm"
+        "${sources_folder}/*.h")
+    if(APPLE)
+        list(FILTER sources EXCLUDE REGEX "Linux\\.cpp$")
+    else()
+        list(FILTER sources EXCLUDE REGEX "Mac\\.cpp$|\\.mm$")
+    endif()
+
+    add_library(${name} STATIC ${sources})
+    set_target_properties(${name} PROPERTIES LINKER_LANGUAGE CXX OUTPUT_NAME "tidemark_${name}")
+    tidemark_include_folder(${name} "${folder}")
+    list(TRANSFORM room_SEES REPLACE "/" "_")
+    target_link_libraries(${name}
+        PUBLIC ${room_SEES} ${room_SHOWS}
+        PRIVATE tidemark_options ${room_USES})
+endfunction()
+
+# Lets the target, and what links to it, write #include "FOLDER/….h".
+function(tidemark_include_folder target folder)
+    set(include_folder "${PROJECT_BINARY_DIR}/include/${target}")
+    get_filename_component(parent "${include_folder}/${folder}" DIRECTORY)
+    file(MAKE_DIRECTORY "${parent}")
+    file(CREATE_LINK "${PROJECT_SOURCE_DIR}/${folder}" "${include_folder}/${folder}" SYMBOLIC)
+    target_include_directories(${target} PUBLIC "${include_folder}")
+endfunction()
