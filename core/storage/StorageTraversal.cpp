@@ -25,9 +25,8 @@ std::unexpected<StorageMeasurementFailure> failure(StorageMeasurementFailure rea
 } // namespace
 
 StorageTraversal::StorageTraversal(std::string path, std::int64_t limit, RootFiles files)
-    : rootPath(std::move(path)), entryLimit(limit), completed(rootPath) {
-    if (files == RootFiles::named)
-        directFileSizes.emplace();
+    : rootPath(std::move(path)), entryLimit(limit), rootFiles(files), completed(rootPath) {
+    nameRootFiles();
 }
 
 bool StorageTraversal::Directory::is(const FolderReader& folder) const {
@@ -259,14 +258,19 @@ void StorageTraversal::leaveOut(std::size_t level) {
     forgetEntries();
 }
 
+void StorageTraversal::nameRootFiles() {
+    directFileSizes.reset();
+    if (rootFiles == RootFiles::named)
+        directFileSizes.emplace();
+}
+
 /// Another folder has the place of the root.
 std::optional<StorageTraversal::Result> StorageTraversal::startOver(FolderReader root) {
     stack.clear();
     forgetEntries();
     completed = CompletedFolders(rootPath);
     rootBreakdown.clear();
-    if (directFileSizes)
-        directFileSizes->clear();
+    nameRootFiles();
     readFailed = false;
     here = {};
     return enterRoot(std::move(root));

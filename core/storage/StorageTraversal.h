@@ -104,11 +104,13 @@ private:
     void leaveOut(std::size_t level);
     std::optional<Result> startOver(FolderReader root);
     void forgetEntries();
+    void nameRootFiles();
     bool isCycle(const StorageFileMetadata& folder) const;
     bool countEntry() { return ++visited <= entryLimit; }
 
     std::string rootPath;
     std::int64_t entryLimit;
+    RootFiles rootFiles;
     std::int64_t visited = 0;
     bool readFailed = false;
 

@@ -250,9 +250,8 @@ TEST(StorageTraversal, WhatIsWalkedAgainCountsOnceInTheFoldersAroundIt) {
 
 TEST(StorageTraversal, ARestingWalkWhoseRootIsGoneEndsInAFailure) {
     const TemporaryFolder folder;
-    folder.write("tree/file", "1");
     for (const bool becomesAFile : {false, true}) {
-        folder.makeFolder("tree");
+        folder.write("tree/file", "1");
         auto walk = opened(folder / "tree");
         walk.rest();
         fs::remove_all(folder / "tree");
