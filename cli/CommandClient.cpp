@@ -1,10 +1,10 @@
 #include "cli/CommandClient.h"
 
 #include "app/control/ControlClient.h"
-#include "cli/Application.h"
 #include "cli/Console.h"
 #include "cli/Interruption.h"
 #include "cli/OutputFile.h"
+#include "cli/QtApplication.h"
 #include "core/base/Files.h"
 #include "core/base/Text.h"
 #include "recorder/CommandRequests.h"
@@ -102,7 +102,7 @@ std::optional<ControlAnswer> takeFolder(std::optional<Recorder>& recorder, const
 
 ControlAnswer carryOutAlone(Errand errand) {
     const Interruption interruption;
-    const Application application;
+    const QtApplication application;
     // The answer says it all.
     QLoggingCategory::setFilterRules("app.tidemark.captures=false");
     std::optional<Recorder> taken;

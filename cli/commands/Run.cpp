@@ -1,6 +1,6 @@
-#include "cli/Application.h"
 #include "cli/FirstSetup.h"
 #include "cli/Interruption.h"
+#include "cli/QtApplication.h"
 #include "cli/TerminalCommands.h"
 #include "core/base/Text.h"
 #include "recorder/FirstFolders.h"
@@ -59,7 +59,7 @@ QCoro::Task<void> startRecording(Recorder& recorder,
 /// Records until SIGINT or SIGTERM.
 int run(const Options& options) {
     const Interruption interruption;
-    const Application application;
+    const QtApplication application;
     qInstallMessageHandler(logToStandardError);
     Recorder recorder(RecorderPlaces::current());
     // Damaged settings are reported by whoever set them aside.
