@@ -1,10 +1,10 @@
 #include "cli/CommandClient.h"
 
 #include "app/control/ControlClient.h"
-#include "cli/Application.h"
 #include "cli/Console.h"
 #include "cli/Interruption.h"
 #include "cli/OutputFile.h"
+#include "cli/QtApplication.h"
 #include "core/base/Files.h"
 #include "core/base/FreeDescriptors.h"
 #include "core/base/Text.h"
@@ -103,8 +103,8 @@ std::optional<ControlAnswer> takeFolder(std::optional<Recorder>& recorder, const
 
 ControlAnswer carryOutAlone(Errand errand) {
     const Interruption interruption(Interruption::AfterStop::ends);
-    requireFreeDescriptors(Application::neededDescriptors);
-    const Application application;
+    requireFreeDescriptors(QtApplication::neededDescriptors);
+    const QtApplication application;
     // The answer says it all.
     QLoggingCategory::setFilterRules("app.tidemark.captures=false");
     std::optional<Recorder> taken;

@@ -1,6 +1,6 @@
-#include "cli/Application.h"
 #include "cli/FirstSetup.h"
 #include "cli/Interruption.h"
+#include "cli/QtApplication.h"
 #include "cli/RecorderLog.h"
 #include "cli/TerminalCommands.h"
 #include "core/base/FreeDescriptors.h"
@@ -39,8 +39,8 @@ QCoro::Task<void> startRecording(Recorder& recorder,
 /// Records until SIGINT or SIGTERM.
 int run(const Options& options) {
     const Interruption interruption(Interruption::AfterStop::ends);
-    requireFreeDescriptors(Application::neededDescriptors);
-    const Application application;
+    requireFreeDescriptors(QtApplication::neededDescriptors);
+    const QtApplication application;
     recorderLog::start();
     Recorder recorder(RecorderPlaces::current());
     // Damaged settings are reported by whoever set them aside.
