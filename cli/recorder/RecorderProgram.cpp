@@ -81,9 +81,22 @@ QCoro::Task<void> carryOutHere(CommandContext context, std::string& output,
     QCoreApplication::quit();
 }
 
-/// That the settings were damaged is told by whoever set them aside.
-void tellProblem(Recorder& recorder) {
-    if (const auto problem = recorder.preferences().problem())
+std::string textOf(const std::exception_ptr& failure) {
+    try {
+        if (failure)
+            std::rethrow_exception(failure);
+    } catch (const std::exception& error) {
+        return error.what();
+    }
+    return "";
+}
+
+/// Prints what is wrong with the settings, unless the failure of the command says so. That they
+/// could not be stored goes without saying after a failure: it has the same cause.
+void tellProblem(Recorder& recorder, const std::exception_ptr& failure = {}) {
+    const auto& settings = recorder.preferences();
+    const auto problem = failure ? settings.loadingProblem() : settings.problem();
+    if (problem && !textOf(failure).contains(*problem))
         std::fprintf(stderr, "%s\n", oneLine(*problem).c_str());
 }
 
@@ -142,7 +155,6 @@ ControlAnswer carryOutAlone(const RecorderPlaces& places, const RecorderArgument
     if (auto answer = takeFolder(taken, places, arguments, line))
         return *std::move(answer);
     Recorder& recorder = *taken;
-    tellProblem(recorder);
     std::string output;
     std::exception_ptr failure;
     const std::stop_callback quit(interruption.token(), [] {
@@ -159,6 +171,7 @@ ControlAnswer carryOutAlone(const RecorderPlaces& places, const RecorderArgument
     QCoreApplication::exec();
     recorder.model().stopAutomaticCaptures();
     recorder.tasks().drain();
+    tellProblem(recorder, failure);
     if (interruption.token().stop_requested())
         throw Error("The command was interrupted.");
     if (failure)
@@ -173,9 +186,8 @@ QCoro::Task<void> startRecording(Recorder& recorder,
     if (const auto& folders = recorder.model().folderAccess();
         folders.message() && !folders.messageIsSuccess())
         std::fprintf(stderr, "%s\n", oneLine(*folders.message()).c_str());
+    // What fails there is in the log.
     co_await recorder.model().start();
-    if (const auto& error = *recorder.model().state().error)
-        std::fprintf(stderr, "%s\n", oneLine(*error).c_str());
 }
 
 /// Asks on the terminal. Throws `Error` where there is none.
