@@ -7,7 +7,7 @@ SOURCES = $(shell git ls-files --cached --others --exclude-standard '*.cpp' '*.h
 
 FUZZ_SECONDS ?= 600
 
-.PHONY: help run story test bench format check-format lint sanitize fuzz packages clean
+.PHONY: help run story test bench format check-format lint sanitize tsan fuzz packages clean
 .DEFAULT_GOAL := help
 
 help: ## Show this list
@@ -34,6 +34,10 @@ test: packages build/dev/build.ninja ## Build, then run every test
 sanitize: packages build/sanitize/build.ninja ## Build with sanitizers, then run every test
 	@cmake --build --preset sanitize
 	@ctest --preset sanitize
+
+tsan: packages build/tsan/build.ninja ## Build with ThreadSanitizer, then run the tests that use threads
+	@cmake --build --preset tsan
+	@ctest --preset tsan
 
 fuzz: ## Feed damaged property lists to the readers for FUZZ_SECONDS
 	@packaging/install-packages packaging/debian-packages.txt packaging/debian-packages-fuzz.txt

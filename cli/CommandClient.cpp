@@ -85,6 +85,24 @@ QCoro::Task<void> carryOutHere(CommandContext context, std::unique_ptr<Invocatio
     QCoreApplication::quit();
 }
 
+std::string textOf(const std::exception_ptr& failure) {
+    try {
+        if (failure)
+            std::rethrow_exception(failure);
+    } catch (const std::exception& error) {
+        return error.what();
+    }
+    return "";
+}
+
+/// Prints what is wrong with the settings, unless the failure of the command says so. After a
+/// failure only that they could not be read: that they could not be stored has the same cause.
+void reportProblem(const Preferences& settings, const std::exception_ptr& failure) {
+    const auto problem = failure ? settings.loadingProblem() : settings.problem();
+    if (problem && !textOf(failure).contains(*problem))
+        std::fprintf(stderr, "%s\n", oneLine(*problem).c_str());
+}
+
 /// Waits a while for another command to leave the data folder, or a recorder to listen.
 std::optional<ControlAnswer> takeFolder(std::optional<Recorder>& recorder, const Errand& errand) {
     for (int attempt = 0;; ++attempt) {
@@ -111,9 +129,6 @@ ControlAnswer carryOutAlone(Errand errand) {
     if (auto answer = takeFolder(taken, errand))
         return *std::move(answer);
     Recorder& recorder = *taken;
-    // Damaged settings are reported by whoever set them aside.
-    if (const auto problem = recorder.preferences().problem())
-        std::fprintf(stderr, "%s\n", oneLine(*problem).c_str());
     std::string output;
     std::exception_ptr failure;
     const std::stop_callback quit(interruption.token(), [] {
@@ -129,6 +144,7 @@ ControlAnswer carryOutAlone(Errand errand) {
     QCoreApplication::exec();
     recorder.model().stopAutomaticCaptures();
     recorder.tasks().drain();
+    reportProblem(recorder.preferences(), failure);
     if (interruption.token().stop_requested())
         throw Error("The command was interrupted.");
     if (failure)

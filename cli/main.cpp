@@ -62,5 +62,9 @@ int main(int argc, char** argv) {
     openStandardStreams();
     // A parent may have left it ignored, and then the end of a child process could not be known.
     std::signal(SIGCHLD, SIG_DFL);
+    // A write beyond the largest file that is allowed (ulimit -f) fails like any other, instead of
+    // ending the program with a temporary file left. A handler, unlike an ignored signal, is not
+    // inherited by the programs that this one starts.
+    std::signal(SIGXFSZ, [](int) {});
     return run({argv + std::min(argc, 1), argv + argc});
 }

@@ -31,9 +31,8 @@ QCoro::Task<void> startRecording(Recorder& recorder,
     if (const auto& folders = recorder.model().folderAccess();
         folders.message() && !folders.messageIsSuccess())
         qWarning("%s", folders.message()->c_str());
+    // What fails there is in the log.
     co_await recorder.model().start();
-    if (const auto& error = *recorder.model().state().error)
-        qCritical("%s", error->c_str());
 }
 
 /// Records until SIGINT or SIGTERM.

@@ -207,7 +207,8 @@ TEST_F(ObserveCommand, AFullDiskLeavesTheOldFile) {
     folder.write("snapshot.json", "old");
     rlimit before{};
     ::getrlimit(RLIMIT_FSIZE, &before);
-    const auto handler = std::signal(SIGXFSZ, SIG_IGN);
+    // Not ignored, which the program would inherit.
+    const auto handler = std::signal(SIGXFSZ, [](int) {});
     const rlimit small{300, before.rlim_max};
     ::setrlimit(RLIMIT_FSIZE, &small);
     const Outcome outcome = observe({"-o", path("snapshot.json"), "--json"});

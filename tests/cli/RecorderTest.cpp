@@ -206,6 +206,18 @@ TEST_F(RecorderProgram, SaysWhatItMayNotReadOrWrite) {
     EXPECT_EQ(test::contents(journal), before);
 }
 
+TEST_F(RecorderProgram, SaysOnceThatTheSettingsCantBeRead) {
+    folder.makeFolder("config/Tidemark/settings.json");
+    const std::string reason = "settings.json could not be read: Is a directory.";
+    for (const Words& words : {Words{"settings", "set", "listingTextSize", "20"},
+                               Words{"folders", "add", monitored()}, Words{"capture"}}) {
+        const std::string told = command(words).err;
+        const auto first = told.find(reason);
+        EXPECT_NE(first, std::string::npos) << told;
+        EXPECT_EQ(told.find(reason, first + 1), std::string::npos) << told;
+    }
+}
+
 TEST_F(RecorderProgram, TellsOfFilesBesideTheHistoryThatItCantRead) {
     command({"folders", "add", monitored()});
     command({"capture"});
@@ -255,11 +267,19 @@ TEST_F(RecorderProgram, SavesNothingIntoADataFolderThatSomebodyElseMayHave) {
     ASSERT_TRUE(waitFor("Capture saved")) << logged;
     const auto data = folder / "data/Tidemark";
     std::filesystem::rename(data, folder / "moved");
+    const auto refuses = [&](const Words& words) {
+        const Outcome refused = command(words);
+        EXPECT_EQ(refused.status, 1);
+        EXPECT_NE(refused.err.find("removed or replaced"), std::string::npos) << refused.err;
+    };
+    refuses({"capture"});
+    EXPECT_FALSE(std::filesystem::exists(data));
     std::filesystem::create_directory(data);
-    const Outcome refused = command({"capture"});
-    EXPECT_EQ(refused.status, 1);
-    EXPECT_NE(refused.err.find("removed or replaced"), std::string::npos) << refused.err;
-    EXPECT_FALSE(std::filesystem::exists(data / "journal.json"));
+    const std::string settings = test::contents(folder / "config/Tidemark/settings.json");
+    refuses({"capture"});
+    refuses({"settings", "set", "listingTextSize", "20"});
+    EXPECT_EQ(test::namesIn(data), "");
+    EXPECT_EQ(test::contents(folder / "config/Tidemark/settings.json"), settings);
 }
 
 TEST_F(RecorderProgram, LeavesAHistoryAloneThatItCantRead) {

@@ -49,7 +49,7 @@ const struct Writer {
      [](const fs::path& file, const FolderGuard& guard) {
          StorageMeasurementRecord record;
          record.item.path = "/a";
-         MeasurementCache(file, guard).store(record);
+         MeasurementCache(file, guard).store(Shared<StorageMeasurementRecord>(record));
      }},
     {"memory-payloads/made",
      [](const fs::path& file, const FolderGuard& guard) {

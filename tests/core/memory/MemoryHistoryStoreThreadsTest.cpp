@@ -1,0 +1,43 @@
+#include "core/memory/MemoryHistoryStore.h"
+#include "tests/support/TemporaryFolder.h"
+#include "tests/support/WatchedThread.h"
+
+#include <gtest/gtest.h>
+
+using namespace tidemark;
+
+namespace {
+
+MemoryArchive archiveWithTheClip(const std::string& id) {
+    MemoryRecord clip;
+    clip.id = id;
+    clip.kind = MemoryRecord::Kind::clipboard;
+    clip.text = id;
+    MemoryArchive archive;
+    archive.records.emplace_back(std::move(clip));
+    return archive;
+}
+
+} // namespace
+
+TEST(MemoryHistoryStoreThreads, ASaveDeletesNothingThatAnotherOneJustWrote) {
+    const test::TemporaryFolder folder;
+    const auto first = folder / ("memory-payloads/" + MemoryHistoryStore::blobName("a", ".text"));
+    std::optional<test::WatchedThread> second;
+    bool hasSecond = false;
+    std::optional<MemoryHistoryStore> store;
+    const auto loadAndSave = [&](const char* id) {
+        store->load();
+        store->save(archiveWithTheClip(id));
+    };
+    // The first thread is here before each of its writes, and half-way when it has written a clip.
+    const auto onWrite = [&] {
+        if (std::filesystem::exists(first) && !std::exchange(hasSecond, true))
+            second.emplace([&] { loadAndSave("b"); }).runUntilItWaits();
+        return true;
+    };
+    store.emplace(folder / "memory-history.json", FolderGuard(onWrite));
+    loadAndSave("a");
+    second.reset();
+    EXPECT_EQ(MemoryHistoryStore(folder / "memory-history.json").load().records.at(0)->text, "b");
+}
