@@ -17,7 +17,7 @@
 
 namespace tidemark {
 
-/// Sleep, wake, power-off and the return to the user's session, as logind tells of them
+/// Sleep, wake, power-off and the return to the user's session, as logind reports them
 /// (org.freedesktop.login1, https://www.freedesktop.org/wiki/Software/systemd/logind). Posts
 /// `willSleep`, `didWake`, `willPowerOff`, `sessionDidBecomeActive` and
 /// `sessionDidResignActive`. Without a bus, a logind or a session it posts nothing; a logind that
@@ -25,7 +25,8 @@ namespace tidemark {
 /// makes it post `sleepAbandoned`. Never blocks. Main thread only.
 ///
 /// It holds a delay lock of logind (https://systemd.io/INHIBITOR_LOCKS), so that the machine does
-/// not sleep before those who heard of it are done. Where it gets none, they take their chance.
+/// not sleep before the observers of `willSleep` are done. Where it gets none, the machine may
+/// sleep before that.
 ///
 /// The session is the one that this process belongs to; for a process outside of any, such as a
 /// service of the user, the one that logind calls the user's display.
@@ -36,8 +37,8 @@ public:
     /// The most seconds that a sleep is delayed. By default, logind itself waits for 5.
     static constexpr double mostDelay = 4;
 
-    /// `systemBus` is usually `QDBusConnection::systemBus()`. The center and the clock must outlive
-    /// the monitor.
+    /// `systemBus` is connected already, as by `SystemBus`, or not at all. The center and the clock
+    /// must outlive the monitor.
     LogindMonitor(QDBusConnection systemBus, NotificationCenter& notifications,
                   Settle settleForSleep, AppClock& appClock = AppClock::system());
     ~LogindMonitor() override;
