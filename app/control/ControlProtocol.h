@@ -24,9 +24,9 @@ struct ControlRequest {
 
     static constexpr auto fields() {
         return std::tuple{Field{"version", &ControlRequest::version},
-                          Field{"arguments", &ControlRequest::arguments},
+                          Field{"arguments", &ControlRequest::arguments, Private},
                           Field{"colour", &ControlRequest::colour},
-                          Field{"directory", &ControlRequest::directory}};
+                          Field{"directory", &ControlRequest::directory, Private}};
     }
     bool operator==(const ControlRequest&) const = default;
 };
@@ -39,8 +39,8 @@ struct ControlAnswer {
 
     static constexpr auto fields() {
         return std::tuple{Field{"status", &ControlAnswer::status},
-                          Field{"output", &ControlAnswer::output},
-                          Field{"error", &ControlAnswer::error}};
+                          Field{"output", &ControlAnswer::output, Private},
+                          Field{"error", &ControlAnswer::error, Private}};
     }
     bool operator==(const ControlAnswer&) const = default;
 };

@@ -40,7 +40,7 @@ struct Hash {
         if constexpr (json::Described<T>) {
             std::size_t hash = 0;
             std::apply([&](const auto&... field) { (mix(hash, of(value.*field.member)), ...); },
-                       T::fields());
+                       json::fieldsOf<T>());
             return hash;
         } else {
             return std::hash<T>()(value);

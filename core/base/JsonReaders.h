@@ -295,7 +295,7 @@ inline constexpr bool isOptional<OptionalShared<T>> = true;
 
 template <class Record>
 constexpr auto memberTable() {
-    constexpr auto fields = Record::fields();
+    constexpr auto fields = fieldsOf<Record>();
     return [&]<std::size_t... I>(std::index_sequence<I...>) {
         return std::array<MemberEntry<Record>, sizeof...(I)>{[]() -> MemberEntry<Record> {
             constexpr auto field = std::get<I>(Record::fields());

@@ -46,7 +46,7 @@ constexpr auto cellKeys = std::to_array<std::string_view>({
 });
 
 /// An event as it leaves the program. It goes by way of its JSON, so that a field that a record
-/// gains one day is cleaned like all others.
+/// gains one day is cleaned like all others, as its description says.
 Json cleanedEvent(const Event& event, bool includePrivateDetails) {
     auto tree = Json::parse(json::encoded(event, json::JsonWriter::DateForm::iso8601));
     const PrivateDetails details(tree, includePrivateDetails);

@@ -25,11 +25,11 @@ struct Coverage {
     bool operator==(const Coverage&) const = default;
     static constexpr auto fields() {
         return std::tuple{
-            Field{"applicationRoots", &Coverage::applicationRoots},
-            Field{"backgroundRoots", &Coverage::backgroundRoots},
-            Field{"issues", &Coverage::issues},
-            Field{"notes", &Coverage::notes},
-            Field{"excludedPaths", &Coverage::excludedPaths},
+            Field{"applicationRoots", &Coverage::applicationRoots, Private},
+            Field{"backgroundRoots", &Coverage::backgroundRoots, Private},
+            Field{"issues", &Coverage::issues, Private},
+            Field{"notes", &Coverage::notes, Private},
+            Field{"excludedPaths", &Coverage::excludedPaths, Omitted},
         };
     }
 };

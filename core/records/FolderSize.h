@@ -43,11 +43,11 @@ struct FolderSize {
     bool operator==(const FolderSize&) const = default;
     static constexpr auto fields() {
         return std::tuple{
-            Field{"path", &FolderSize::path},
-            Field{"name", &FolderSize::name},
+            Field{"path", &FolderSize::path, Private},
+            Field{"name", &FolderSize::name, Shown},
             Field{"bytes", &FolderSize::bytes},
-            Field{"breakdown", &FolderSize::breakdown},
-            Field{"directFileSizes", &FolderSize::directFileSizes},
+            Field{"breakdown", &FolderSize::breakdown, Shown},
+            Field{"directFileSizes", &FolderSize::directFileSizes, Omitted},
             Field{"allocatedBytes", &FolderSize::allocatedBytes},
             Field{"itemCount", &FolderSize::itemCount},
             Field{"rollingMeasurement", &FolderSize::rollingMeasurement},

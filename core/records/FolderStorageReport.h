@@ -25,14 +25,14 @@ struct FolderStorageReport {
     bool operator==(const FolderStorageReport&) const = default;
     static constexpr auto fields() {
         return std::tuple{
-            Field{"path", &FolderStorageReport::path},
-            Field{"name", &FolderStorageReport::name},
+            Field{"path", &FolderStorageReport::path, Private},
+            Field{"name", &FolderStorageReport::name, Shown},
             Field{"directFileBytes", &FolderStorageReport::directFileBytes},
             Field{"children", &FolderStorageReport::children},
             Field{"sampledAt", &FolderStorageReport::sampledAt},
             Field{"itemCount", &FolderStorageReport::itemCount},
             Field{"directAllocatedBytes", &FolderStorageReport::directAllocatedBytes},
-            Field{"directFileSizes", &FolderStorageReport::directFileSizes},
+            Field{"directFileSizes", &FolderStorageReport::directFileSizes, Omitted},
         };
     }
 };

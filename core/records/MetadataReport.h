@@ -32,12 +32,12 @@ struct ObservedMetadata {
     static constexpr auto fields() {
         return std::tuple{
             Field{"kind", &ObservedMetadata::kind},
-            Field{"path", &ObservedMetadata::path},
-            Field{"name", &ObservedMetadata::name},
+            Field{"path", &ObservedMetadata::path, Private},
+            Field{"name", &ObservedMetadata::name, Shown},
             Field{"bytes", &ObservedMetadata::bytes},
-            Field{"reportType", &ObservedMetadata::reportType},
-            Field{"inferredApplication", &ObservedMetadata::inferredApplication},
-            Field{"value", &ObservedMetadata::value},
+            Field{"reportType", &ObservedMetadata::reportType, Shown},
+            Field{"inferredApplication", &ObservedMetadata::inferredApplication, Shown},
+            Field{"value", &ObservedMetadata::value, Shown},
         };
     }
 };
@@ -64,10 +64,10 @@ struct MetadataReport {
     bool operator==(const MetadataReport&) const = default;
     static constexpr auto fields() {
         return std::tuple{
-            Field{"scope", &MetadataReport::scope},
+            Field{"scope", &MetadataReport::scope, Private},
             Field{"items", &MetadataReport::items},
             Field{"complete", &MetadataReport::complete},
-            Field{"issue", &MetadataReport::issue},
+            Field{"issue", &MetadataReport::issue, Private},
         };
     }
 };

@@ -35,11 +35,11 @@ struct StorageMeasurementItem {
     bool operator==(const StorageMeasurementItem&) const = default;
     static constexpr auto fields() {
         return std::tuple{
-            Field{"path", &StorageMeasurementItem::path},
-            Field{"name", &StorageMeasurementItem::name},
-            Field{"identifier", &StorageMeasurementItem::identifier},
-            Field{"version", &StorageMeasurementItem::version},
-            Field{"build", &StorageMeasurementItem::build},
+            Field{"path", &StorageMeasurementItem::path, Private},
+            Field{"name", &StorageMeasurementItem::name, Shown},
+            Field{"identifier", &StorageMeasurementItem::identifier, Shown},
+            Field{"version", &StorageMeasurementItem::version, Shown},
+            Field{"build", &StorageMeasurementItem::build, Shown},
             Field{"modified", &StorageMeasurementItem::modified},
         };
     }
@@ -86,7 +86,7 @@ struct StorageMeasurementRecord {
     static constexpr auto fields() {
         return std::tuple{
             Field{"item", &StorageMeasurementRecord::item},
-            Field{"breakdown", &StorageMeasurementRecord::breakdown},
+            Field{"breakdown", &StorageMeasurementRecord::breakdown, Shown},
             Field{"breakdownComplete", &StorageMeasurementRecord::breakdownComplete},
             Field{"allocatedBytes", &StorageMeasurementRecord::allocatedBytes},
             Field{"lastAttemptDuration", &StorageMeasurementRecord::lastAttemptDuration},
@@ -96,7 +96,7 @@ struct StorageMeasurementRecord {
             Field{"measuredItem", &StorageMeasurementRecord::measuredItem},
             Field{"attemptedAt", &StorageMeasurementRecord::attemptedAt},
             Field{"attempts", &StorageMeasurementRecord::attempts},
-            Field{"issue", &StorageMeasurementRecord::issue},
+            Field{"issue", &StorageMeasurementRecord::issue, Shown},
         };
     }
 };
