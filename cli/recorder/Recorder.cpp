@@ -41,8 +41,9 @@ Recorder::Recorder(RecorderPlaces chosen)
     live.attach(appModel.state());
     auto& screen = appModel.history();
     QObject::connect(&memory, &MemoryHistoryService::archiveChanged, &screen, [this, &screen] {
-        const auto events = MemoryEvents::events(memory.archive());
-        screen.setMemoryEvents({events.begin(), events.end()});
+        auto events = MemoryEvents::events(memory.archive());
+        screen.setMemoryEvents(
+            {std::make_move_iterator(events.begin()), std::make_move_iterator(events.end())});
     });
     appModel.setLiveServices(live);
 }

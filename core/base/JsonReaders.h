@@ -209,16 +209,14 @@ public:
         this->of(value) = Box<T>(std::shared_ptr<const T>(std::move(fresh)));
         return readerOf<T>().open(inner);
     }
-};
-
-template <class T>
-class Reader<Shared<T>> final : public BoxReader<Shared, T> {
-public:
     void close(void* value, InternPool& pool) const override {
         if constexpr (Recurring<T>)
             pool.unify(this->of(value));
     }
 };
+
+template <class T>
+class Reader<Shared<T>> final : public BoxReader<Shared, T> {};
 
 template <class T>
 class Reader<OptionalShared<T>> final : public BoxReader<OptionalShared, T> {

@@ -97,7 +97,7 @@ void writeTable(const HistoryExport& report, bool includePrivateDetails,
         rows.cell(title);
     rows.end();
     for (const auto& event : report.events) {
-        const Json cleaned = cleanedEvent(event, includePrivateDetails);
+        const Json cleaned = cleanedEvent(*event, includePrivateDetails);
         for (const std::string_view key : cellKeys) {
             const auto found = cleaned.find(key);
             const bool isText = found != cleaned.end() && found->is_string();
@@ -135,7 +135,7 @@ void writeDocument(const HistoryExport& report, bool includePrivateDetails,
     std::string_view separator = "\n    ";
     for (const auto& event : report.events) {
         output(separator);
-        output(movedIn(cleanedEvent(event, includePrivateDetails).dump(indentation)));
+        output(movedIn(cleanedEvent(*event, includePrivateDetails).dump(indentation)));
         separator = ",\n    ";
     }
     output(report.events.empty() ? "]," : "\n  ],");

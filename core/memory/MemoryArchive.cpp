@@ -85,7 +85,7 @@ public:
         next.pinned = stored->pinned;
         next.observedAt = stored->observedAt;
         if (next != *stored)
-            replaced.push_back(std::exchange(stored, std::move(next)));
+            replaced.push_back(std::exchange(stored, Shared(std::move(next))));
     }
 
     Records take() { return std::move(records); }

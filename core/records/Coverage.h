@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/base/JsonFields.h"
+#include "core/base/Shared.h"
 
 #include <optional>
 #include <set>
@@ -20,7 +21,7 @@ struct Coverage {
     /// Remarks that are no problems.
     std::optional<std::vector<std::string>> notes;
     /// Paths that were left out, and so are left out of comparison on both sides.
-    std::optional<std::set<std::string>> excludedPaths;
+    OptionalShared<std::set<std::string>> excludedPaths;
 
     bool operator==(const Coverage&) const = default;
     static constexpr auto fields() {

@@ -2,6 +2,7 @@
 
 #include "core/base/Date.h"
 #include "core/base/JsonFields.h"
+#include "core/base/Shared.h"
 #include "core/base/Text.h"
 
 #include <cstdint>
@@ -17,8 +18,14 @@ inline bool isTrashPath(std::string_view path) {
     return lastPathComponent(path) == ".Trash" || path.ends_with("/Trash/files");
 }
 
+/// Bytes by name.
+using SizeByName = std::map<std::string, std::int64_t>;
+
 /// One measured folder. Sizes are bytes.
 struct FolderSize {
+    static constexpr bool recurs = true;
+    /// A folder with more files of its own records their sum alone.
+    static constexpr std::size_t directFileLimit = 10'000;
     /// The key of `breakdown` for the files that lie directly in the folder.
     static constexpr std::string_view filesInFolder = "Files in folder";
 
@@ -27,9 +34,10 @@ struct FolderSize {
     std::string name;
     std::int64_t bytes = 0;
     /// Bytes per direct child name.
-    std::map<std::string, std::int64_t> breakdown;
-    /// Bytes per file lying directly in the folder.
-    std::optional<std::map<std::string, std::int64_t>> directFileSizes;
+    Shared<SizeByName> breakdown;
+    /// Bytes per file lying directly in the folder; absent where the names are not known or were
+    /// not kept, which says nothing about the files.
+    OptionalShared<SizeByName> directFileSizes;
     std::optional<std::int64_t> allocatedBytes;
     /// Direct entries; 0 on a trash folder means that it was observed empty.
     std::optional<std::int64_t> itemCount;

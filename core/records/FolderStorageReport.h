@@ -16,7 +16,8 @@ struct FolderStorageReport {
     /// Direct entries of the root.
     std::optional<std::int64_t> itemCount;
     std::optional<std::int64_t> directAllocatedBytes;
-    std::optional<std::map<std::string, std::int64_t>> directFileSizes;
+    /// As in `FolderSize`.
+    OptionalShared<SizeByName> directFileSizes;
 
     /// The comparable size of the whole root; absent unless every child folder has a size, since
     /// a partial total must never stand for one.

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/base/JsonFields.h"
+#include "core/base/Shared.h"
 
 #include <cstdint>
 #include <optional>
@@ -50,12 +51,15 @@ inline constexpr auto json::rawValues<ObservedMetadata::Kind> =
         {ObservedMetadata::Kind::diagnostic, "diagnostic"},
     });
 
+template <>
+inline constexpr bool collectionRecurs<std::vector<ObservedMetadata>> = true;
+
 /// What one additional source yielded in one capture.
 struct MetadataReport {
     /// The path that was read.
     std::string scope;
     /// Sorted by path.
-    std::vector<ObservedMetadata> items;
+    Shared<std::vector<ObservedMetadata>> items;
     /// All of the scope was read; an incomplete report is never compared.
     bool complete = false;
     /// Why it was not.

@@ -23,7 +23,7 @@ const Shared<StorageMeasurementRecord>* MeasurementCache::find(const std::string
 }
 
 void MeasurementCache::store(const Shared<StorageMeasurementRecord>& record) {
-    records.insert_or_assign(record->item.path, record);
+    records.insert_or_assign(record->item->path, record);
     trim();
     if (!path.empty())
         save();

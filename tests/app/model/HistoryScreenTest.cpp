@@ -2,6 +2,7 @@
 
 #include "tests/app/support/ModelFixture.h"
 #include "tests/support/HistoryEvents.h"
+#include "tests/support/SharedRecords.h"
 
 using namespace tidemark;
 using test::event;
@@ -22,11 +23,12 @@ struct HistoryScreenTest : test::ModelFixture {
         old.timestamp = Date{ago(2)};
         Snapshot latest = test::snapshot(2);
         latest.timestamp = clock.now();
-        latest.applications = {test::application("Lantern")};
-        journal.snapshots = {old, latest};
-        journal.events = {event("ancient", ago(100)), event("app", ago(3)),
-                          event("folder", ago(1), EventCategory::storage)};
-        journal.baselines = {Baseline::named("Old", old), Baseline::named("New", latest)};
+        latest.applications = test::shared(test::application("Lantern"));
+        journal.snapshots = test::shared(old, latest);
+        journal.events = test::shared(event("ancient", ago(100)), event("app", ago(3)),
+                                      event("folder", ago(1), EventCategory::storage));
+        journal.baselines = {Baseline::named("Old", journal.snapshots[0]),
+                             Baseline::named("New", journal.snapshots[1])};
         return journal;
     }
     void load() { state().setJournal(history()); }
@@ -44,9 +46,10 @@ TEST_F(HistoryScreenTest, MergesAllSources) {
     woke.timestamp = Date{ago(0.5)};
     woke.kind = SystemActivity::Kind::woke;
     state().setSystemActivity({woke});
-    screen().setMemoryEvents({memoryEvent("launch", ago(2), MemoryRecord::Kind::appLaunched),
-                              memoryEvent("clip", ago(1.5), MemoryRecord::Kind::clipboard),
-                              memoryEvent("usage", ago(1), MemoryRecord::Kind::appUsage)});
+    screen().setMemoryEvents(
+        test::shared(memoryEvent("launch", ago(2), MemoryRecord::Kind::appLaunched),
+                     memoryEvent("clip", ago(1.5), MemoryRecord::Kind::clipboard),
+                     memoryEvent("usage", ago(1), MemoryRecord::Kind::appUsage)));
     Journal journal = state().journal();
     InstallationRecord tool;
     tool.name = "Tool";
@@ -66,7 +69,7 @@ TEST_F(HistoryScreenTest, TheSelectedEventFollowsItsNewerForm) {
     const auto memory = [](const char* id, const char* subtitle) {
         Event made = memoryEvent(id, 1, MemoryRecord::Kind::appLaunched);
         made.subtitle = subtitle;
-        return HistoryScreen::Events{made};
+        return test::shared(std::move(made));
     };
     screen().setMemoryEvents(memory("a", "old"));
     screen().setSelected(screen().fullHistory().front());
@@ -145,7 +148,8 @@ TEST_F(HistoryScreenTest, GoesWhereItIsTold) {
 
 TEST_F(HistoryScreenTest, OpensAnEventWhereverItIs) {
     load();
-    screen().setMemoryEvents({memoryEvent("clip", ago(90), MemoryRecord::Kind::clipboard)});
+    screen().setMemoryEvents(
+        test::shared(memoryEvent("clip", ago(90), MemoryRecord::Kind::clipboard)));
     screen().setSearch("nothing");
     screen().navigate(Place::storage, false);
     const Uuid scroll = screen().historyScrollRequest();
@@ -158,7 +162,7 @@ TEST_F(HistoryScreenTest, OpensAnEventWhereverItIs) {
     EXPECT_EQ(shown(), "folder app ancient");
     EXPECT_NE(screen().historyScrollRequest(), scroll);
     EXPECT_EQ(preferences.text("historyTimeWindow"), "all");
-    screen().openEvent(memoryEvent("clip", ago(90), MemoryRecord::Kind::clipboard));
+    screen().openEvent(Shared(memoryEvent("clip", ago(90), MemoryRecord::Kind::clipboard)));
     EXPECT_EQ(screen().workspace(), Place::clipboard);
     EXPECT_EQ(screen().selected()->id, "clip");
 }
@@ -238,7 +242,7 @@ TEST_F(HistoryScreenTest, KnowsWhenTheTimelineOfASnapshotMayLackEvents) {
          })) {
         load();
         Journal journal = state().journal();
-        journal.events.assign(each.events, event("e", ago(1)));
+        journal.events.assign(each.events, Shared(event("e", ago(1))));
         if (each.prunedDaysAgo)
             journal.eventsPrunedThrough = Date{ago(*each.prunedDaysAgo)};
         state().setJournal(std::move(journal));

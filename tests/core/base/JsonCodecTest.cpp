@@ -52,6 +52,9 @@ template <class... T>
 constexpr bool noneMayHoldText = !(json::detail::mayHoldText<T> || ...);
 static_assert(noneMayHoldText<std::int64_t, bool, std::optional<Date>, Uuid, BackgroundItem::Kind,
                               std::vector<Shared<Counted>>, Change>);
+static_assert(!std::is_convertible_v<Counted, Shared<Counted>>
+              && !std::is_convertible_v<Shared<Counted>, Counted>
+              && !std::is_constructible_v<Shared<Counted>, const Counted&>);
 
 using Limits = std::numeric_limits<double>;
 
@@ -101,8 +104,8 @@ TEST(JsonCodec, WritesAnyBytesAsValidText) {
     for (const auto& [text, expected] : cases) {
         EXPECT_EQ(json::encoded(text), expected);
         Snapshot snapshot;
-        snapshot.applications.push_back(test::application(text));
-        snapshot.folders.push_back(test::folder("/a", 1, {{text, 1}}));
+        snapshot.applications.emplace_back(test::application(text));
+        snapshot.folders.emplace_back(test::folder("/a", 1, {{text, 1}}));
         EXPECT_TRUE(nlohmann::json::accept(json::encoded(snapshot)));
     }
 }

@@ -31,7 +31,7 @@ Inventory<BackgroundItem> collected(const std::vector<BackgroundRoot>& roots,
 }
 
 Shared<Application> application(const std::string& identifier, const std::string& path) {
-    return Application{identifier, "Name", "1", "1", path, {}};
+    return Shared(Application{identifier, "Name", "1", "1", path, {}});
 }
 
 } // namespace

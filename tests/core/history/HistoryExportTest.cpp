@@ -5,6 +5,7 @@
 #include "core/memory/MemoryEvents.h"
 #include "tests/support/Observations.h"
 #include "tests/support/RecordFiller.h"
+#include "tests/support/SharedRecords.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
@@ -27,7 +28,7 @@ Event titled(const std::string& title) {
 }
 
 HistoryExport reportOf(const std::vector<Event>& events) {
-    return {{events.begin(), events.end()}, "Timeline", Date{1}};
+    return {test::shared(events), "Timeline", Date{1}};
 }
 
 Json exported(const Event& event, bool keep) {
@@ -113,10 +114,10 @@ TEST(HistoryExport, TakesOutWhatIsPrivateWhereverTheEventSaysIt) {
         event.path = path;
         BackgroundItem item = test::agent("x");
         item.program = program;
-        event.changes = {change::BackgroundAdded{{item}}};
+        event.changes = {change::BackgroundAdded{{Shared(std::move(item))}}};
         SystemActivity activity;
         activity.environmentActivity.emplace().deviceName = device;
-        event.systemActivity = activity;
+        event.systemActivity.emplace(std::move(activity));
         EXPECT_EQ(exported(event, false).at("title"), expected) << title;
         EXPECT_EQ(exported(event, true).at("path"), path);
     }
@@ -128,19 +129,19 @@ TEST(HistoryExport, LooksForEachEventsOwnSecretsInItsKeysAndItsPayloads) {
     SystemActivity activity;
     activity.wifiContext.emplace().networkName = "Home";
     activity.environmentActivity.emplace().volume.emplace().name = "Backup";
-    event.systemActivity = activity;
+    event.systemActivity.emplace(std::move(activity));
     VolumeContext volume;
     volume.name = "Disk";
-    event.volumeContext = volume;
+    event.volumeContext.emplace(std::move(volume));
     MemoryRecord memory;
     memory.title = "clip one";
     memory.sourceURL = "https://x.example/a";
-    event.memory = memory;
+    event.memory.emplace(std::move(memory));
     event.changes = {change::FolderSizeChanged{
-        {test::folder("/data", 1),
-         test::folder(
+        {Shared(test::folder("/data", 1)),
+         Shared(test::folder(
              "/data", 2,
-             {{"/data", 5}, {"/data/a", 1}, {"Disk", 6}, {"Home", 7}, {"id", 3}, {"path", 4}})}}};
+             {{"/data", 5}, {"/data/a", 1}, {"Disk", 6}, {"Home", 7}, {"id", 3}, {"path", 4}}))}}};
 
     const Json report =
         Json::parse(reportOf({event, titled("Home, Disk and /data")}).data(Format::json, false));
@@ -170,7 +171,7 @@ TEST(HistoryExport, DoesNotTellTheFolderOfARememberedFile) {
         {Kind::appLaunched, "/home/ann/Editor", "Launched, /home/ann and /"},
     };
     for (const auto& [kind, path, expected] : cases) {
-        Event event = MemoryEvents::event(MemoryRecord::make(kind, Date{}, "Report", path));
+        Event event = MemoryEvents::event(Shared(MemoryRecord::make(kind, Date{}, "Report", path)));
         event.subtitle += ", /home/ann and /";
         EXPECT_EQ(exported(event, false).at("subtitle"), expected);
         EXPECT_EQ(exported(event, true).at("subtitle"), event.subtitle);
