@@ -185,7 +185,7 @@ TEST_F(CaptureFlowTest, AddsWhatTheControllerAloneKnows) {
     capture();
     const Snapshot& latest = *state().latest();
     ASSERT_EQ(latest.additionalReports->size(), 3U);
-    EXPECT_EQ(latest.additionalReports->at(2).items.at(0).name, "Zsh configuration");
+    EXPECT_EQ(latest.additionalReports->at(2).items->at(0).name, "Zsh configuration");
     EXPECT_EQ(latest.coverage.issues.at(0), latest.additionalReports->at(1).issue);
     EXPECT_EQ(latest.coverage.issues.size(), 3U);
     EXPECT_TRUE(latest.captureDuration);
