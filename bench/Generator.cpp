@@ -50,19 +50,128 @@ FolderSize folder(std::size_t index, std::size_t children, std::size_t generatio
     FolderSize size;
     size.name = "Folder " + std::to_string(index);
     size.path = "/Users/someone/" + size.name;
+    SizeByName parts;
     for (std::size_t child = 0; child < children; ++child) {
         // One child in ten moves from one snapshot to the next.
         const std::size_t moved = (generation + child) / 10;
         const auto bytes = static_cast<std::int64_t>(1'000'003 * (child + 1) + 7'777 * moved);
-        size.breakdown["Child folder " + std::to_string(child)] = bytes;
+        parts["Child folder " + std::to_string(child)] = bytes;
         size.bytes += bytes;
     }
+    size.breakdown.emplace(std::move(parts));
     size.rollingMeasurement = true;
     size.measuredAt = Date{firstCapture + static_cast<double>(generation) * interval};
     return size;
 }
 
+/// A folder as it is on a machine: its subfolders, the parts below all of them, its own files.
+struct RealFolder {
+    const char* path;
+    std::size_t children;
+    std::size_t parts;
+    std::size_t files;
+};
+constexpr std::array realFolders{RealFolder{"/var", 9, 35, 0}, RealFolder{"/etc", 71, 99, 66},
+                                 RealFolder{"/usr/lib", 61, 191, 1},
+                                 RealFolder{"/usr/share", 117, 746, 0}};
+
+Date dateOf(std::size_t generation) {
+    return Date{firstCapture + static_cast<double>(generation) * interval};
+}
+
+/// As the scanner leaves it after one more measurement of subfolder `index`.
+StorageMeasurementRecord measured(const RealFolder& root, std::size_t index,
+                                  std::size_t generation) {
+    const std::size_t version = versionOf(index, generation, Sharing::realistic);
+    const auto bytes = [&](std::size_t part) {
+        return static_cast<std::int64_t>(40'961 * (part + 1) + (part == 0 ? version * 777 : 0));
+    };
+    SizeByName parts{{std::string(FolderSize::filesInFolder), bytes(0)}};
+    for (std::size_t part = 1; part < root.parts / root.children; ++part)
+        parts["component-" + std::to_string(part)] = bytes(part);
+    StorageMeasurementRecord record;
+    record.item.emplace(StorageMeasurementItem::directory(
+        std::string(root.path) + "/subfolder-" + std::to_string(index), dateOf(version)));
+    record.measuredItem.emplace(StorageMeasurementItem(*record.item));
+    record.bytes = 0;
+    for (const auto& [name, size] : parts)
+        *record.bytes += size;
+    record.allocatedBytes = *record.bytes * 5 / 4;
+    record.breakdown.emplace(std::move(parts));
+    record.breakdownComplete = true;
+    record.lastAttemptDuration = 0.00296 + static_cast<double>(generation % 97) * 1e-6;
+    record.visitedEntries = static_cast<std::int64_t>(400 + index);
+    record.measuredAt = record.attemptedAt =
+        dateOf(generation) + static_cast<double>(index) * 0.0037;
+    return record;
+}
+
+SizeByName files(std::size_t count, std::size_t changed) {
+    SizeByName sizes;
+    for (std::size_t i = 0; i < count; ++i)
+        sizes["IMG_" + std::to_string(100'000 + i) + ".jpeg"] =
+            static_cast<std::int64_t>(2'400'000 + i + (i == changed ? 1 : 0));
+    return sizes;
+}
+
+/// As the scanner reports a folder and as a capture records it.
+void addFolder(Snapshot& snapshot, const RealFolder& folder, SizeByName own) {
+    FolderStorageReport report;
+    report.path = folder.path;
+    report.name = lastPathComponent(report.path);
+    report.itemCount = static_cast<std::int64_t>(folder.children + own.size());
+    for (const auto& [name, bytes] : own)
+        report.directFileBytes += bytes;
+    report.directAllocatedBytes = report.directFileBytes * 5 / 4;
+    if (own.size() <= FolderSize::directFileLimit)
+        report.directFileSizes.emplace(std::move(own));
+    report.sampledAt = report.children.observedAt = snapshot.timestamp;
+    const auto generation =
+        static_cast<std::size_t>((snapshot.timestamp.secondsSince2001 - firstCapture) / interval);
+    for (std::size_t i = 0; i < folder.children; ++i)
+        report.children.records.emplace_back(measured(folder, i, generation));
+    snapshot.folders.emplace_back(*report.folderSize());
+    snapshot.folderStorage->push_back(std::move(report));
+}
+
+Snapshot captureWithoutFolders(std::size_t applications, std::size_t backgroundItems,
+                               std::size_t generation) {
+    Snapshot snapshot = snapshotOf(applications, backgroundItems, 0, 0, generation);
+    snapshot.folderStorage.emplace();
+    return snapshot;
+}
+
+Journal journalOf(const auto& capture) {
+    Journal journal;
+    for (std::size_t i = 0; i < Journal::snapshotLimit; ++i)
+        journal.append(Shared(capture(i)), true);
+    return journal;
+}
+
 } // namespace
+
+Snapshot captureOfRealFolders(std::size_t generation) {
+    Snapshot snapshot = captureWithoutFolders(40, 60, generation);
+    for (const RealFolder& folder : realFolders)
+        addFolder(snapshot, folder, files(folder.files, generation / 100));
+    return snapshot;
+}
+
+Snapshot captureOfFiles(std::size_t count, bool changing, std::size_t generation) {
+    Snapshot snapshot = captureWithoutFolders(0, 0, generation);
+    addFolder(snapshot, {"/home/someone/Pictures", 0, 0, count},
+              files(count, changing ? generation : count));
+    return snapshot;
+}
+
+Journal journalOfRealFolders() {
+    return journalOf(captureOfRealFolders);
+}
+
+Journal journalOfFiles(std::size_t count, bool changing) {
+    return journalOf(
+        [&](std::size_t generation) { return captureOfFiles(count, changing, generation); });
+}
 
 Snapshot snapshotOf(std::size_t applications, std::size_t backgroundItems, std::size_t folders,
                     std::size_t childrenEach, std::size_t generation, Sharing sharing) {
@@ -70,11 +179,11 @@ Snapshot snapshotOf(std::size_t applications, std::size_t backgroundItems, std::
     snapshot.id = Uuid::random();
     snapshot.timestamp = Date{firstCapture + static_cast<double>(generation) * interval};
     for (std::size_t i = 0; i < applications; ++i)
-        snapshot.applications.push_back(application(i, versionOf(i, generation, sharing)));
+        snapshot.applications.emplace_back(application(i, versionOf(i, generation, sharing)));
     for (std::size_t i = 0; i < backgroundItems; ++i)
-        snapshot.backgroundItems.push_back(backgroundItem(i, versionOf(i, generation, sharing)));
+        snapshot.backgroundItems.emplace_back(backgroundItem(i, versionOf(i, generation, sharing)));
     for (std::size_t i = 0; i < folders; ++i)
-        snapshot.folders.push_back(folder(i, childrenEach, generation));
+        snapshot.folders.emplace_back(folder(i, childrenEach, generation));
     snapshot.freeBytes = 200'000'000'000 - static_cast<std::int64_t>(generation) * 10'000'000;
     snapshot.volumeID = "0E239BC6-F960-3107-89CF-1C97F78BB46B";
     snapshot.coverage.applicationRoots = {"/Applications"};

@@ -75,7 +75,7 @@ Events memories(Date end, std::size_t clipBytes) {
         event.subtitle = "Last used · /Users/someone/Documents/Projects";
         event.category = isClip ? EventCategory::clipboard : categories[i % categories.size()];
         event.path = record.path;
-        event.memory = record;
+        event.memory.emplace(std::move(record));
         events.emplace_back(std::move(event));
     }
     return events;

@@ -2,6 +2,7 @@
 
 #include "bench/Generator.h"
 #include "bench/Report.h"
+#include "bench/Workspace.h"
 #include "core/base/Files.h"
 #include "core/base/JsonEncoder.h"
 #include "core/journal/JournalStore.h"
@@ -11,8 +12,6 @@
 #include <iostream>
 
 #include <nlohmann/json.hpp>
-#include <sys/wait.h>
-#include <unistd.h>
 
 namespace {
 
@@ -37,7 +36,7 @@ void resetPeak() {
 }
 
 /// Runs this program again for one measurement of memory, which a fresh process alone can tell.
-double measuredApart(const char* what, const fs::path& document) {
+double measuredApart(const std::string& what, const fs::path& document) {
     const std::string command =
         "\"" + fs::read_symlink("/proc/self/exe").native() + "\" " + what + " " + document.native();
     FILE* output = ::popen(command.c_str(), "r");
@@ -69,27 +68,39 @@ double residentAfterLoading(const fs::path& document) {
     return statusBytes("VmRSS:");
 }
 
-void measure(const fs::path& folder, Sharing sharing) {
-    const fs::path document = folder / "journal.json";
-    JournalStore store(document);
-    store.save(journalAtItsLimits(sharing));
-    const auto size = static_cast<double>(fs::file_size(document));
-    const bool bounded = sharing == Sharing::realistic;
-    // Without a bound, to tell what the sharing is worth: no real history looks like that.
-    const std::string suffix = bounded ? "" : ", nothing shared";
-    const auto bound = [&](double value) { return bounded ? value : 0; };
-    row("document" + suffix, size / megabyte, "MB");
-    row("load, peak resident / document" + suffix, measuredApart("load", document) / size, "x",
-        bound(2.5));
-    row("resident after load" + suffix, measuredApart("resident", document) / megabyte, "MB");
-    row("save, peak above the journal" + suffix, measuredApart("save", document) / megabyte, "MB",
-        bound(64));
+/// Of a recorder that took all captures itself.
+double residentAfterCapturing() {
+    const Journal journal = journalOfRealFolders();
+    return statusBytes("VmRSS:");
+}
 
+double measurement(const std::string_view what, const fs::path& document) {
+    if (what == "load")
+        return peakOfLoading(document);
+    if (what == "save")
+        return peakOfSaving(document);
+    if (what == "captures")
+        return residentAfterCapturing();
+    if (what == "start") {
+        const fs::path empty = document.parent_path() / "empty.json";
+        JournalStore(empty).save({});
+        return residentAfterLoading(empty);
+    }
+    return residentAfterLoading(document);
+}
+
+/// Medians of loading and saving, and of their share of what a plain tree of the same bytes takes.
+struct Times {
+    double load;
+    double loadByParse;
+    double save;
+    double saveByDump;
+};
+
+Times timesOf(const fs::path& document) {
+    JournalStore store(document);
     const std::string bytes = readFile(document);
-    std::vector<double> load;
-    std::vector<double> save;
-    std::vector<double> loadSeconds;
-    std::vector<double> saveSeconds;
+    std::vector<double> load, loadSeconds, save, saveSeconds;
     for (int i = 0; i < runs; ++i) {
         nlohmann::json tree;
         const double parsing = seconds([&] { tree = nlohmann::json::parse(bytes); });
@@ -102,43 +113,108 @@ void measure(const fs::path& folder, Sharing sharing) {
         saveSeconds.push_back(seconds([&] { store.save(journal); }));
         save.push_back(saveSeconds.back() / dumping);
     }
-    row("load" + suffix, median(loadSeconds) * 1e3, "ms");
-    row("load / parse of the same bytes" + suffix, median(load), "x", bound(1));
-    row("save, flushed to disk" + suffix, median(saveSeconds) * 1e3, "ms");
-    row("save, flushed to disk / dump of a built tree" + suffix, median(save), "x", bound(1));
+    return {median(loadSeconds), median(load), median(saveSeconds), median(save)};
+}
 
-    if (!bounded)
-        return;
-    const Journal journal = store.load();
-    const Shared<Snapshot> next = snapshotOf(250, 60, 12, 60, Journal::snapshotLimit);
-    row("copy of the journal and one append",
-        medianOf(101,
+/// What a document may cost; 0 without a bound.
+struct Bounds {
+    double peak = 0;
+    double resident = 0;
+    double peakOfSave = 0;
+    double load = 0;
+    double save = 0;
+};
+constexpr Bounds realFoldersBounds{2, 1, 64, 0.8, 0.6};
+constexpr Bounds limitsBounds{2.5, 0, 64, 1, 1};
+
+void measureDocument(const fs::path& document, const std::string& suffix, const Bounds& bounds) {
+    const auto size = static_cast<double>(fs::file_size(document));
+    row("document" + suffix, size / megabyte, "MB");
+    row("load, peak resident / document" + suffix, measuredApart("load", document) / size, "x",
+        bounds.peak);
+    row("resident after load / document" + suffix, measuredApart("resident", document) / size, "x",
+        bounds.resident);
+    row("save, peak above the journal" + suffix, measuredApart("save", document) / megabyte, "MB",
+        bounds.peakOfSave);
+    const Times times = timesOf(document);
+    row("load" + suffix, times.load * 1e3, "ms");
+    row("load / parse of the same bytes" + suffix, times.loadByParse, "x", bounds.load);
+    row("save, flushed to disk" + suffix, times.save * 1e3, "ms");
+    row("save, flushed to disk / dump of a built tree" + suffix, times.saveByDump, "x",
+        bounds.save);
+}
+
+/// The history of one folder with nothing but files. Its document is small beside the program, so
+/// that the memory counts from what the program holds with an empty history.
+void measureFiles(const fs::path& document, std::size_t files, bool changing) {
+    const std::string suffix =
+        ", " + std::to_string(files) + " files" + (changing ? ", one changes" : "");
+    const Journal journal = journalOfFiles(files, changing);
+    JournalStore store(document);
+    const double saving = medianOf(3, [&] { return seconds([&] { store.save(journal); }); });
+    const double start = measuredApart("start", document);
+    row("document" + suffix, static_cast<double>(fs::file_size(document)) / megabyte, "MB", 2);
+    row("load, peak above an empty history" + suffix,
+        (measuredApart("load", document) - start) / megabyte, "MB", 4);
+    row("resident above an empty history" + suffix,
+        (measuredApart("resident", document) - start) / megabyte, "MB", 4);
+    row("save, flushed to disk" + suffix, saving * 1e3, "ms", 500);
+}
+
+template <class Capture>
+void measureAppend(const Journal& journal, const Capture& capture, const std::string& suffix) {
+    const Snapshot next = capture(Journal::snapshotLimit);
+    row("copy of the journal and one append" + suffix,
+        medianOf(51,
                  [&] {
+                     Shared<Snapshot> taken{Snapshot(next)};
                      return seconds([&] {
                          Journal copy = journal;
-                         copy.append(next, true);
+                         copy.append(std::move(taken), true);
                      });
                  })
             * 1e3,
         "ms", 1);
 }
 
+void measureRealFolders(const fs::path& document) {
+    const std::string suffix = ", real folders";
+    JournalStore store(document);
+    store.save(journalOfRealFolders());
+    measureDocument(document, suffix, realFoldersBounds);
+    row("resident after 720 captures / document" + suffix,
+        measuredApart("captures", document) / static_cast<double>(fs::file_size(document)), "x", 1);
+    measureAppend(store.load(), captureOfRealFolders, suffix);
+}
+
+void measureLimits(const fs::path& document, Sharing sharing) {
+    JournalStore(document).save(journalAtItsLimits(sharing));
+    // Where nothing is shared, to show what the sharing is worth: no real history looks like that.
+    if (sharing == Sharing::realistic)
+        measureDocument(document, ", limits", limitsBounds);
+    else
+        measureDocument(document, ", nothing shared", {});
+}
+
 } // namespace
 
+/// With the path of a document its rows alone are printed.
 int main(int argc, char** argv) {
-    if (argc == 3) {
-        const std::string_view what = argv[1];
-        const fs::path document = argv[2];
-        std::cout << (what == "load"   ? peakOfLoading(document)
-                      : what == "save" ? peakOfSaving(document)
-                                       : residentAfterLoading(document))
-                  << "\n";
+    if (argc == 2) {
+        measureDocument(argv[1], "", realFoldersBounds);
         return 0;
     }
-    std::string name = (fs::temp_directory_path() / "tidemark-bench-XXXXXX").native();
-    if (!::mkdtemp(name.data()))
-        return 1;
-    measure(name, Sharing::realistic);
-    measure(name, Sharing::none);
-    fs::remove_all(name);
+    if (argc == 3) {
+        std::cout << std::fixed << measurement(argv[1], argv[2]) << "\n";
+        return 0;
+    }
+    const Workspace workspace;
+    const fs::path document = workspace.path() / "journal.json";
+    measureRealFolders(document);
+    measureFiles(document, 2'000, true);
+    measureFiles(document, 9'999, false);
+    measureFiles(document, 9'999, true);
+    measureFiles(document, 40'000, false);
+    measureLimits(document, Sharing::realistic);
+    measureLimits(document, Sharing::none);
 }

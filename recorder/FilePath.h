@@ -24,7 +24,7 @@ struct FilePath {
     void check() const;
 
     bool operator==(const FilePath&) const = default;
-    static constexpr auto fields() { return std::tuple{Field{"bytes", &FilePath::bytes}}; }
+    static constexpr auto fields() { return std::tuple{Field{"bytes", &FilePath::bytes, Private}}; }
 };
 
 } // namespace tidemark

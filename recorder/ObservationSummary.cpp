@@ -41,8 +41,8 @@ void appendSize(std::string& out, std::int64_t bytes, const std::string& name,
 
 void appendFolder(std::string& out, const FolderSize& folder) {
     appendSize(out, folder.bytes, folder.path, "  ");
-    std::vector<std::pair<std::string, std::int64_t>> parts(folder.breakdown.begin(),
-                                                            folder.breakdown.end());
+    std::vector<std::pair<std::string, std::int64_t>> parts(folder.breakdown->begin(),
+                                                            folder.breakdown->end());
     std::ranges::stable_sort(parts, std::ranges::greater(),
                              [](const auto& part) { return part.second; });
     if (parts.size() > namedParts)
@@ -85,7 +85,7 @@ std::string observationSummary(const Snapshot& snapshot) {
     if (snapshot.additionalReports) {
         std::size_t items = 0;
         for (const auto& report : *snapshot.additionalReports)
-            items += report.items.size();
+            items += report.items->size();
         appendLine(out, "Further sources",
                    counted(snapshot.additionalReports->size(), "source", "sources") + ", "
                        + counted(items, "item", "items"));

@@ -64,10 +64,10 @@ struct Setting {
 
     static constexpr auto fields() {
         return std::tuple{
-            Field{"key", &Setting::key},
-            Field{"value", &Setting::value},
-            Field{"meaning", &Setting::meaning},
-            Field{"notAvailable", &Setting::notAvailable},
+            Field{"key", &Setting::key, Shown},
+            Field{"value", &Setting::value, Private},
+            Field{"meaning", &Setting::meaning, Shown},
+            Field{"notAvailable", &Setting::notAvailable, Shown},
         };
     }
 };
@@ -78,7 +78,8 @@ struct Report {
     std::optional<std::string> problem;
 
     static constexpr auto fields() {
-        return std::tuple{Field{"settings", &Report::settings}, Field{"problem", &Report::problem}};
+        return std::tuple{Field{"settings", &Report::settings},
+                          Field{"problem", &Report::problem, Private}};
     }
 };
 

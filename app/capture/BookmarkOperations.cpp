@@ -24,7 +24,7 @@ struct DirectBookmark {
 
     static constexpr auto fields() {
         return std::tuple{
-            Field{"path", &DirectBookmark::path},
+            Field{"path", &DirectBookmark::path, Private},
             Field{"device", &DirectBookmark::device},
             Field{"inode", &DirectBookmark::inode},
             Field{"isMountRoot", &DirectBookmark::isMountRoot},

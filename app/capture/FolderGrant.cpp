@@ -22,12 +22,12 @@ struct StoredGrant {
 
     static constexpr auto fields() {
         return std::tuple{
-            Field{"id", &StoredGrant::id},
-            Field{"path", &StoredGrant::path},
-            Field{"bookmark", &StoredGrant::bookmark},
+            Field{"id", &StoredGrant::id, Internal},
+            Field{"path", &StoredGrant::path, Private},
+            Field{"bookmark", &StoredGrant::bookmark, Private},
             Field{"purposes", &StoredGrant::purposes},
             Field{"availablePurposes", &StoredGrant::availablePurposes},
-            Field{"purpose", &StoredGrant::purpose},
+            Field{"purpose", &StoredGrant::purpose, Shown},
         };
     }
 };

@@ -49,9 +49,9 @@ struct FolderGrant {
     bool operator==(const FolderGrant&) const = default;
     static constexpr auto fields() {
         return std::tuple{
-            Field{"id", &FolderGrant::id},
-            Field{"path", &FolderGrant::path},
-            Field{"bookmark", &FolderGrant::bookmark},
+            Field{"id", &FolderGrant::id, Internal},
+            Field{"path", &FolderGrant::path, Private},
+            Field{"bookmark", &FolderGrant::bookmark, Private},
             Field{"purposes", &FolderGrant::purposes},
             Field{"availablePurposes", &FolderGrant::availablePurposes},
         };

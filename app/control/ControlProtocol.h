@@ -25,9 +25,10 @@ struct ControlRequest {
     bool colour = false;
 
     static constexpr auto fields() {
-        return std::tuple{
-            Field{"version", &ControlRequest::version}, Field{"command", &ControlRequest::command},
-            Field{"options", &ControlRequest::options}, Field{"colour", &ControlRequest::colour}};
+        return std::tuple{Field{"version", &ControlRequest::version},
+                          Field{"command", &ControlRequest::command, Shown},
+                          Field{"options", &ControlRequest::options, Private},
+                          Field{"colour", &ControlRequest::colour}};
     }
     bool operator==(const ControlRequest&) const = default;
 };
@@ -40,8 +41,8 @@ struct ControlAnswer {
 
     static constexpr auto fields() {
         return std::tuple{Field{"status", &ControlAnswer::status},
-                          Field{"output", &ControlAnswer::output},
-                          Field{"error", &ControlAnswer::error}};
+                          Field{"output", &ControlAnswer::output, Private},
+                          Field{"error", &ControlAnswer::error, Private}};
     }
     bool operator==(const ControlAnswer&) const = default;
 };

@@ -189,7 +189,8 @@ void MemoryHistoryService::togglePin(std::string_view id) {
     MemoryRecord flipped = **found;
     flipped.pinned = !flipped.pinned;
     MemoryArchive next = current;
-    next.records[static_cast<std::size_t>(found - current.records.begin())] = std::move(flipped);
+    next.records[static_cast<std::size_t>(found - current.records.begin())].emplace(
+        std::move(flipped));
     publish(std::move(next));
     update({});
 }

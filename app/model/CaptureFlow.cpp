@@ -47,7 +47,7 @@ QCoro::Task<void> CaptureFlow::captureAndSave(std::uint64_t generation) {
         if (!isWanted(generation))
             co_return;
         Journal next = state.journal();
-        next.append(std::move(snapshot),
+        next.append(Shared(std::move(snapshot)),
                     !read(services.preferences, preference::needsRecordingBaseline));
         co_await save(&next);
         state.setJournal(std::move(next));

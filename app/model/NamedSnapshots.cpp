@@ -34,7 +34,7 @@ QCoro::Task<void> NamedSnapshots::prepareSnapshotDraft() {
     std::string failure;
     try {
         Snapshot snapshot = co_await flow.captureObservation();
-        draft = std::move(snapshot);
+        draft.emplace(std::move(snapshot));
     } catch (const std::exception& error) {
         failure = error.what();
     }

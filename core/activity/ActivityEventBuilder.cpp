@@ -69,7 +69,7 @@ Event event(const SystemActivity& activity) {
     if (activity.environmentActivity)
         event.path = activity.environmentActivity->path;
     event.symbol = activity.symbol();
-    event.systemActivity = activity;
+    event.systemActivity.emplace(SystemActivity(activity));
     return event;
 }
 

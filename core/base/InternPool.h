@@ -11,20 +11,26 @@
 #include <map>
 #include <memory>
 #include <optional>
+#include <set>
 #include <string>
 #include <tuple>
-#include <typeindex>
 #include <unordered_map>
 #include <unordered_set>
+#include <vector>
 
 namespace tidemark {
 
-/// A record of which equal copies stand in snapshot after snapshot; it says so with
+template <>
+inline constexpr bool collectionRecurs<std::map<std::string, std::int64_t>> = true;
+template <>
+inline constexpr bool collectionRecurs<std::set<std::string>> = true;
+
+/// A value of which equal copies stand in snapshot after snapshot. A record says so with
 /// `static constexpr bool recurs = true`. Reading a document keeps one of each.
 template <class T>
-concept Recurring = json::Described<T> && requires { requires T::recurs; };
+concept Recurring = collectionRecurs<T> || (json::Described<T> && requires { requires T::recurs; });
 
-/// A hash of all stored fields, in step with `operator==`.
+/// A hash of all stored fields, in step with `operator==` among the values of one `InternPool`.
 namespace recordHash {
 
 template <class T>
@@ -40,7 +46,7 @@ struct Hash {
         if constexpr (json::Described<T>) {
             std::size_t hash = 0;
             std::apply([&](const auto&... field) { (mix(hash, of(value.*field.member)), ...); },
-                       T::fields());
+                       json::fieldsOf<T>());
             return hash;
         } else {
             return std::hash<T>()(value);
@@ -61,6 +67,35 @@ struct Hash<Date> {
 template <class T>
 struct Hash<std::optional<T>> {
     std::size_t operator()(const std::optional<T>& value) const { return value ? of(*value) : 1; }
+};
+/// By the object, as what a pool holds is shared from the inside out: equal parts are one.
+template <class T>
+struct Hash<Shared<T>> {
+    std::size_t operator()(const Shared<T>& value) const { return of(value.object().get()); }
+};
+template <class T>
+struct Hash<OptionalShared<T>> {
+    std::size_t operator()(const OptionalShared<T>& value) const {
+        return of(value.object().get());
+    }
+};
+template <class T>
+struct Hash<std::vector<T>> {
+    std::size_t operator()(const std::vector<T>& values) const {
+        std::size_t hash = values.size();
+        for (const auto& value : values)
+            mix(hash, of(value));
+        return hash;
+    }
+};
+template <class T>
+struct Hash<std::set<T>> {
+    std::size_t operator()(const std::set<T>& set) const {
+        std::size_t hash = set.size();
+        for (const auto& value : set)
+            mix(hash, of(value));
+        return hash;
+    }
 };
 template <class K, class V>
 struct Hash<std::map<K, V>> {
@@ -85,9 +120,18 @@ std::size_t of(const T& value) {
 /// in each of its snapshots: this is what keeps them in memory once.
 class InternPool {
 public:
+    /// Shared parts of the value must have been unified before.
     template <Recurring T>
     void unify(Shared<T>& value) {
         value = table<T>().insert({recordHash::of(*value), value}).first->value;
+    }
+    template <Recurring T>
+    void unify(OptionalShared<T>& value) {
+        if (!value)
+            return;
+        Shared<T> whole = value.value();
+        unify(whole);
+        value = whole;
     }
 
 private:
@@ -109,13 +153,17 @@ private:
 
     template <class T>
     Table<T>& table() {
-        auto& slot = tables[typeid(T)];
+        auto& slot = tables[&tableKey<T>];
         if (!slot)
             slot = std::make_shared<Table<T>>();
         return *static_cast<Table<T>*>(slot.get());
     }
 
-    std::unordered_map<std::type_index, std::shared_ptr<void>> tables;
+    /// Its address stands for the type, which is far quicker to look up than a `type_index`.
+    template <class T>
+    static constexpr char tableKey = 0;
+
+    std::unordered_map<const void*, std::shared_ptr<void>> tables;
 };
 
 } // namespace tidemark

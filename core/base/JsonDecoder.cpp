@@ -41,7 +41,7 @@ public:
     }
     bool number_float(number_float_t value, const string_t& token) override {
         return scalar([&](Target to) { return to.reader->real(to.value, value); },
-                      token.substr(0, quotedLength));
+                      std::string_view(token).substr(0, quotedLength));
     }
     bool string(string_t& value) override {
         return scalar([&](Target to) { return to.reader->text(to.value, value); }, "text");
@@ -54,7 +54,7 @@ public:
     bool key(string_t& name) override {
         if (skipping())
             return true;
-        Frame& frame = frames.back();
+        Frame& frame = top();
         frame.key = name;
         frame.pending = frame.inner.reader->member(frame.inner.value, name, frame.seen);
         return true;
@@ -62,7 +62,7 @@ public:
     bool end_object() override {
         if (!skipping()) {
             // The error belongs to the object, not to its last member.
-            Frame& frame = frames.back();
+            Frame& frame = top();
             frame.key.clear();
             frame.inner.reader->endObject(frame.inner.value, frame.seen);
         }
@@ -72,7 +72,7 @@ public:
         const bool done =
             open([](Target to) { return to.reader->beginArray(to.value); }, "an array");
         if (!skipping())
-            frames.back().isArray = true;
+            top().isArray = true;
         return done;
     }
     bool end_array() override { return close(); }
@@ -88,7 +88,8 @@ public:
     /// Where the current value stands, such as `snapshots[3].coverage`; empty for the document.
     std::string path() const {
         std::string text;
-        for (const Frame& frame : frames) {
+        for (std::size_t level = 0; level < depth; ++level) {
+            const Frame& frame = frames[level];
             if (frame.isArray) {
                 if (frame.count > 0)
                     text += "[" + std::to_string(frame.count - 1) + "]";
@@ -101,8 +102,8 @@ public:
 
 private:
     struct Frame {
-        Target outer;
-        Target inner;
+        Target outer{};
+        Target inner{};
         Target pending{};
         std::string key{};
         std::uint64_t seen = 0;
@@ -112,11 +113,26 @@ private:
 
     bool skipping() const { return skipDepth > 0; }
 
+    Frame& top() { return frames[depth - 1]; }
+    /// A frame is used again for the next value at its depth, with the memory that its key holds.
+    void push(Target outer, Target inner) {
+        if (depth == frames.size())
+            frames.emplace_back();
+        Frame& frame = frames[depth++];
+        frame.outer = outer;
+        frame.inner = inner;
+        frame.pending = {};
+        frame.key.clear();
+        frame.seen = 0;
+        frame.count = 0;
+        frame.isArray = false;
+    }
+
     /// The value that the token at hand begins.
     Target next() {
-        if (frames.empty())
+        if (depth == 0)
             return root;
-        Frame& frame = frames.back();
+        Frame& frame = top();
         if (!frame.isArray)
             return std::exchange(frame.pending, {});
         ++frame.count;
@@ -150,7 +166,7 @@ private:
         const Target inner = outer.reader->open(outer.value);
         if (!begin(inner))
             mismatch(outer, found);
-        frames.push_back({outer, inner});
+        push(outer, inner);
         return true;
     }
 
@@ -159,10 +175,9 @@ private:
             --skipDepth;
             return true;
         }
-        const Frame& frame = frames.back();
-        const Target outer = frame.outer;
-        const Target inner = frame.inner;
-        frames.pop_back();
+        const Target outer = top().outer;
+        const Target inner = top().inner;
+        --depth;
         if (inner.reader != outer.reader)
             inner.reader->close(inner.value, pool);
         outer.reader->close(outer.value, pool);
@@ -175,7 +190,9 @@ private:
     }
 
     Target root;
+    /// The first `depth` are open.
     std::vector<Frame> frames;
+    std::size_t depth = 0;
     InternPool pool;
     std::size_t skipDepth = 0;
 };

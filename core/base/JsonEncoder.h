@@ -111,7 +111,7 @@ void encode(JsonWriter& out, const T& record) {
         [&](const auto&... field) {
             (detail::encodeMember(out, field.name, record.*field.member), ...);
         },
-        T::fields());
+        fieldsOf<T>());
     out.endObject();
 }
 template <class... Cases>

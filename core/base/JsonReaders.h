@@ -209,16 +209,14 @@ public:
         this->of(value) = Box<T>(std::shared_ptr<const T>(std::move(fresh)));
         return readerOf<T>().open(inner);
     }
-};
-
-template <class T>
-class Reader<Shared<T>> final : public BoxReader<Shared, T> {
-public:
     void close(void* value, InternPool& pool) const override {
         if constexpr (Recurring<T>)
             pool.unify(this->of(value));
     }
 };
+
+template <class T>
+class Reader<Shared<T>> final : public BoxReader<Shared, T> {};
 
 template <class T>
 class Reader<OptionalShared<T>> final : public BoxReader<OptionalShared, T> {
@@ -295,7 +293,7 @@ inline constexpr bool isOptional<OptionalShared<T>> = true;
 
 template <class Record>
 constexpr auto memberTable() {
-    constexpr auto fields = Record::fields();
+    constexpr auto fields = fieldsOf<Record>();
     return [&]<std::size_t... I>(std::index_sequence<I...>) {
         return std::array<MemberEntry<Record>, sizeof...(I)>{[]() -> MemberEntry<Record> {
             constexpr auto field = std::get<I>(Record::fields());

@@ -5,19 +5,29 @@
 
 namespace tidemark {
 
+/// True for a collection of which equal copies stand in snapshot after snapshot, so that a pool
+/// keeps one of each (`InternPool`). Specialised per type.
+template <class T>
+inline constexpr bool collectionRecurs = false;
+
 /// An immutable value behind a pointer that copies share, so that copying what holds it never
 /// copies text. Never empty; equality is that of the values, asked of the pointers first.
+///
+/// Nothing converts by itself: the value is moved in by name and read by `*` or `->`, so that a
+/// copy of a map with thousands of names stands in the code as one.
 template <class T>
 class Shared {
 public:
     Shared() : pointer(defaultValue()) {}
-    Shared(T value) : pointer(std::make_shared<const T>(std::move(value))) {}
+    explicit Shared(T&& value) : pointer(std::make_shared<const T>(std::move(value))) {}
     /// Takes part in an existing value; `shared` must not be empty.
     explicit Shared(std::shared_ptr<const T> shared) : pointer(std::move(shared)) {}
 
+    /// Holds `value` from now on; who shares the old one keeps it.
+    void emplace(T&& value) { *this = Shared(std::move(value)); }
+
     const T& operator*() const { return *pointer; }
     const T* operator->() const { return pointer.get(); }
-    operator const T&() const { return *pointer; }
 
     const std::shared_ptr<const T>& object() const { return pointer; }
     /// True when both are one object in memory, which implies equality.
@@ -25,6 +35,7 @@ public:
     friend bool operator==(const Shared& a, const Shared& b) {
         return a.pointer == b.pointer || *a.pointer == *b.pointer;
     }
+    friend bool operator==(const Shared& a, const T& b) { return *a.pointer == b; }
 
 private:
     static const std::shared_ptr<const T>& defaultValue() {
@@ -40,9 +51,12 @@ template <class T>
 class OptionalShared {
 public:
     OptionalShared() = default;
-    OptionalShared(T value) : pointer(std::make_shared<const T>(std::move(value))) {}
+    explicit OptionalShared(T&& value) : pointer(std::make_shared<const T>(std::move(value))) {}
     explicit OptionalShared(std::shared_ptr<const T> shared) : pointer(std::move(shared)) {}
     OptionalShared(const Shared<T>& shared) : pointer(shared.object()) {}
+
+    void emplace(T&& value) { *this = OptionalShared(std::move(value)); }
+    void reset() { pointer.reset(); }
 
     bool has_value() const { return pointer != nullptr; }
     explicit operator bool() const { return has_value(); }
@@ -51,10 +65,14 @@ public:
     /// The value, shared. Only where there is one.
     Shared<T> value() const { return Shared<T>(pointer); }
 
+    const std::shared_ptr<const T>& object() const { return pointer; }
     friend bool operator==(const OptionalShared& a, const OptionalShared& b) {
         if (a.pointer == b.pointer)
             return true;
         return a.pointer && b.pointer && *a.pointer == *b.pointer;
+    }
+    friend bool operator==(const OptionalShared& a, const T& b) {
+        return a.pointer && *a.pointer == b;
     }
 
 private:

@@ -158,7 +158,7 @@ MetadataReport report(const std::filesystem::path& folder, Inspect item,
     MetadataReport result;
     result.scope = textFromBytes(folder.native());
     if (auto items = inspect(folder, item, budget)) {
-        result.items = *std::move(items);
+        result.items.emplace(*std::move(items));
         result.complete = true;
     } else {
         result.issue = "Additional history: could not completely inspect " + result.scope
@@ -258,7 +258,7 @@ MetadataReport configuration(const std::filesystem::path& path, const ReadingBud
     metadata.name = configurationLabel(path);
     metadata.bytes = (*found)->bytes;
     metadata.value = std::move((*found)->digest);
-    result.items.push_back(std::move(metadata));
+    result.items.emplace({std::move(metadata)});
     return result;
 }
 

@@ -50,19 +50,21 @@ std::string of(std::int64_t count, std::int64_t total) {
 
 template <class Record>
 void takeInventory(const Inventory<Record>& found, std::vector<Shared<Record>>& items,
-                   std::set<std::string>& roots, Coverage& coverage) {
+                   std::set<std::string>& roots, std::set<std::string>& excludedPaths,
+                   Coverage& coverage) {
     items = found.items;
     roots = found.roots;
     std::ranges::copy(found.issues, std::back_inserter(coverage.issues));
     std::ranges::copy(found.notes, std::back_inserter(*coverage.notes));
-    coverage.excludedPaths->insert(found.excludedPaths.begin(), found.excludedPaths.end());
+    excludedPaths.insert(found.excludedPaths.begin(), found.excludedPaths.end());
 }
 
 /// Keeps the complete roots around an incomplete one from claiming what lies in it, by excluding
 /// its path: what is missing there may still be on disk. A complete root inside it would be
 /// silenced by that as well, so without a root around there is no exclusion then.
 void excludeIncomplete(const std::set<std::string>& incomplete,
-                       const std::set<std::string>& complete, Coverage& coverage) {
+                       const std::set<std::string>& complete, const Coverage& coverage,
+                       std::set<std::string>& excludedPaths) {
     const auto isInside = [](const std::string& root) {
         return [&root](const std::string& path) { return path == root || isBelow(path, root); };
     };
@@ -72,7 +74,7 @@ void excludeIncomplete(const std::set<std::string>& incomplete,
         const bool silences = std::ranges::any_of(coverage.applicationRoots, isInside(root))
                               || std::ranges::any_of(coverage.backgroundRoots, isInside(root));
         if (isClaimed || !silences)
-            coverage.excludedPaths->insert(root);
+            excludedPaths.insert(root);
     }
 }
 
@@ -106,11 +108,21 @@ StorageTraversal::Result measureInBatches(const fs::path& root, double seconds, 
     return *run;
 }
 
+/// Notes it where a folder has too many files of its own for their names to be recorded.
+void noteFileNames(const auto& measured, const fs::path& root, Coverage& coverage) {
+    if (!measured.directFileSizes)
+        coverage.notes->push_back(
+            storageIssue(root, "The folder has more than 10,000 files of its own. Their total size "
+                               "is recorded, but not their names."));
+}
+
 void take(StorageTraversal::Result result, const fs::path& root, Snapshot& snapshot) {
-    if (result)
-        snapshot.folders.emplace_back(std::move(*result));
-    else
+    if (!result) {
         snapshot.coverage.issues.push_back(noComparison(root, result.error()));
+        return;
+    }
+    noteFileNames(*result, root, snapshot.coverage);
+    snapshot.folders.emplace_back(*std::move(result));
 }
 
 /// The plain inventory, measuring `storageRoots` on the way.
@@ -119,14 +131,17 @@ Snapshot inventory(const ObservationOptions& options, const std::vector<fs::path
     Snapshot snapshot;
     Coverage& coverage = snapshot.coverage;
     coverage.notes.emplace();
-    coverage.excludedPaths.emplace();
+    std::set<std::string> excludedPaths;
     const auto applications = ApplicationsCollector::collect(options.applicationRoots, clock, stop);
-    takeInventory(applications, snapshot.applications, coverage.applicationRoots, coverage);
+    takeInventory(applications, snapshot.applications, coverage.applicationRoots, excludedPaths,
+                  coverage);
     const auto background =
         BackgroundCollector::collect(options.backgroundRoots, snapshot.applications, clock, stop);
-    takeInventory(background, snapshot.backgroundItems, coverage.backgroundRoots, coverage);
-    excludeIncomplete(applications.incompleteRoots, applications.roots, coverage);
-    excludeIncomplete(background.incompleteRoots, background.roots, coverage);
+    takeInventory(background, snapshot.backgroundItems, coverage.backgroundRoots, excludedPaths,
+                  coverage);
+    excludeIncomplete(applications.incompleteRoots, applications.roots, coverage, excludedPaths);
+    excludeIncomplete(background.incompleteRoots, background.roots, coverage, excludedPaths);
+    coverage.excludedPaths.emplace(std::move(excludedPaths));
     for (const fs::path& root : storageRoots)
         take(measureQuickly(root, clock, stop), root, snapshot);
 
@@ -265,7 +280,8 @@ private:
     }
 
     void takeReport(const fs::path& root, FolderStorageReport report) {
-        const auto size = report.folderSize();
+        noteFileNames(report, root, snapshot.coverage);
+        auto size = report.folderSize();
         const auto total = static_cast<std::int64_t>(report.children.records.size());
         if (!size) {
             addIssue(storageIssue(root, of(report.children.measuredCount(), total)
@@ -273,7 +289,7 @@ private:
                                               "are retained; unfinished work continues on later "
                                               "checks."));
         } else {
-            snapshot.folders.emplace_back(*size);
+            snapshot.folders.emplace_back(*std::move(size));
             if (report.children.matchingCount() < total)
                 addIssue(storageIssue(root, "Some child-folder sizes are awaiting refresh. The "
                                             "displayed total retains their earlier dated "

@@ -41,7 +41,7 @@ constexpr auto cellKeys = std::to_array<std::string_view>({
 });
 
 /// An event as it leaves the program. It goes by way of its JSON, so that a field that a record
-/// gains one day is cleaned like all others.
+/// gains one day is cleaned like all others, as its description says.
 Json cleanedEvent(const Event& event, bool includePrivateDetails) {
     auto tree = Json::parse(json::encoded(event, json::JsonWriter::DateForm::iso8601));
     const PrivateDetails details(tree, includePrivateDetails);
@@ -131,7 +131,7 @@ void writeTable(const HistoryExport& report, bool includePrivateDetails,
         rows.cell(title);
     rows.end();
     for (const auto& event : report.events) {
-        const Json cleaned = cleanedEvent(event, includePrivateDetails);
+        const Json cleaned = cleanedEvent(*event, includePrivateDetails);
         for (const std::string_view key : cellKeys) {
             const auto found = cleaned.find(key);
             const bool isText = found != cleaned.end() && found->is_string();
@@ -152,7 +152,7 @@ void writeDocument(const HistoryExport& report, bool includePrivateDetails,
     writer.key("events");
     writer.beginArray();
     for (const auto& event : report.events)
-        write(writer, cleanedEvent(event, includePrivateDetails));
+        write(writer, cleanedEvent(*event, includePrivateDetails));
     writer.endArray();
     writer.key("exportedAt");
     writer.date(report.exportedAt);

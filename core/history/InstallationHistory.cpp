@@ -139,7 +139,7 @@ Event event(const InstallationRecord& record) {
     event.subtitle = record.version.empty() ? "Version not recorded" : "Version " + record.version;
     event.importance = record.isRoutine() ? Importance::routine : Importance::prominent;
     event.symbol = "clock.badge.checkmark";
-    event.installationRecord = record;
+    event.installationRecord.emplace(InstallationRecord(record));
     return event;
 }
 

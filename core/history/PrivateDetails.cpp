@@ -1,10 +1,9 @@
 #include "core/history/PrivateDetails.h"
 
 #include "core/base/Text.h"
-#include "core/records/MemoryRecord.h"
+#include "core/records/Event.h"
 
 #include <algorithm>
-#include <array>
 #include <map>
 #include <set>
 
@@ -17,20 +16,6 @@ namespace {
 using Json = nlohmann::json;
 
 constexpr std::string_view mark = "[Excluded]";
-
-constexpr auto privateKeys =
-    std::to_array<std::string_view>({"path", "program", "deviceName", "networkName"});
-/// Objects whose "name" is private.
-constexpr auto namedObjects = std::to_array<std::string_view>({"volume", "volumeContext"});
-constexpr auto memoryKeys = std::to_array<std::string_view>({"title", "text", "sourceURL"});
-constexpr auto internalKeys = std::to_array<std::string_view>({"id", "symbol"});
-constexpr auto droppedKeys =
-    std::to_array<std::string_view>({"path", "program", "deviceName", "networkName",
-                                     "directFileSizes", "text", "payload", "sourceURL"});
-
-bool holds(const auto& keys, std::string_view key) {
-    return std::ranges::find(keys, key) != keys.end();
-}
 
 /// The text under a key; empty without one.
 std::string_view textOf(const Json& object, std::string_view key) {
@@ -65,9 +50,9 @@ bool isOfFile(const Json& memory) {
 PrivateDetails::PrivateDetails(const Json& event, bool keep) : keepsDetails(keep) {
     if (keep)
         return;
-    collect(event);
-    if (const auto memory = event.find("memory"); memory != event.end() && memory->is_object())
-        collectMemory(*memory);
+    collect(event, storedShapeOf<Event>());
+    if (const auto memory = event.find("memory"); memory != event.end())
+        collectFolder(*memory);
     std::ranges::sort(texts, [](const std::string& a, const std::string& b) {
         return a.size() != b.size() ? a.size() > b.size() : a < b;
     });
@@ -75,31 +60,38 @@ PrivateDetails::PrivateDetails(const Json& event, bool keep) : keepsDetails(keep
     texts.erase(repetitions.begin(), repetitions.end());
 }
 
-void PrivateDetails::collect(const Json& node) {
-    if (node.is_object()) {
-        for (const std::string_view key : privateKeys)
-            collectText(node, key);
-        for (const std::string_view key : namedObjects)
-            if (const auto found = node.find(key); found != node.end() && found->is_object())
-                collectText(*found, "name");
-    }
-    if (node.is_structured())
+void PrivateDetails::collect(const Json& node, const StoredShape& shape) {
+    if (shape.element) {
         for (const Json& child : node)
-            collect(child);
+            collect(child, shape.element());
+        return;
+    }
+    for (const StoredShape::Key& key : shape.keys) {
+        const auto found = node.find(key.name);
+        if (found == node.end())
+            continue;
+        if (key.privacy == Private || key.privacy == Masked)
+            collectTexts(*found);
+        else
+            collect(*found, key.shape());
+    }
 }
 
-void PrivateDetails::collectMemory(const Json& memory) {
-    for (const std::string_view key : memoryKeys)
-        collectText(memory, key);
-    // The line below the title of a file names its folder.
+/// All texts of a private value, however deep.
+void PrivateDetails::collectTexts(const Json& node) {
+    if (node.is_string())
+        collectText(node.get_ref<const std::string&>());
+    else if (node.is_structured())
+        for (const Json& child : node)
+            collectTexts(child);
+}
+
+/// The line below the title of a remembered file names its folder.
+void PrivateDetails::collectFolder(const Json& memory) {
     if (!isOfFile(memory))
         return;
     if (const auto folder = parentFolder(textOf(memory, "path")); folder != "/")
         collectText(folder);
-}
-
-void PrivateDetails::collectText(const Json& object, std::string_view key) {
-    collectText(textOf(object, key));
 }
 
 void PrivateDetails::collectText(std::string_view text) {
@@ -107,23 +99,31 @@ void PrivateDetails::collectText(std::string_view text) {
         texts.emplace_back(text);
 }
 
-bool PrivateDetails::isDropped(std::string_view key) const {
-    return holds(internalKeys, key) || (!keepsDetails && holds(droppedKeys, key));
+bool PrivateDetails::isDropped(json::Privacy privacy) const {
+    return privacy == Internal || (!keepsDetails && (privacy == Private || privacy == Omitted));
 }
 
-Json PrivateDetails::cleaned(Json node) const {
+Json PrivateDetails::cleaned(Json event) const {
+    return cleaned(std::move(event), storedShapeOf<Event>());
+}
+
+Json PrivateDetails::cleaned(Json node, const StoredShape& shape) const {
     if (node.is_string() && !texts.empty())
         return excluded(node.get_ref<const std::string&>());
     if (node.is_array())
         for (Json& child : node)
-            child = cleaned(std::move(child));
+            child = cleaned(std::move(child), shape.element());
     if (!node.is_object())
         return node;
     Json object = Json::object();
     Keys keys;
-    for (auto& [key, value] : node.items())
-        if (!isDropped(key))
-            object[keys.unique(excluded(key))] = cleaned(std::move(value));
+    for (auto& [name, value] : node.items()) {
+        const StoredShape::Key* key = shape.element ? nullptr : shape.find(name);
+        if (!shape.element && (!key || isDropped(key->privacy)))
+            continue;
+        const StoredShape& inner = key ? key->shape() : shape.element();
+        object[keys.unique(excluded(name))] = cleaned(std::move(value), inner);
+    }
     return object;
 }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "core/history/StoredShape.h"
+
 #include <string>
 #include <string_view>
 #include <vector>
@@ -8,21 +10,24 @@
 
 namespace tidemark {
 
-/// What the tree of one exported event tells of places, devices, networks and clips, and the event
-/// without it. Each event is asked for itself: what is private in one may be harmless in another.
+/// The private texts of one exported event, such as paths and the names of devices, and the event
+/// without them. Which fields hold them is part of the description of each record (`Privacy`).
+/// Each event is cleaned for itself: what is private in one may be harmless in another.
 class PrivateDetails {
 public:
-    /// With `keep` everything stays but the keys that mean nothing outside of the program.
+    /// `event` is the JSON of an `Event`. With `keep` all stays but the `Internal` fields.
     PrivateDetails(const nlohmann::json& event, bool keep);
 
-    nlohmann::json cleaned(nlohmann::json node) const;
+    /// The same event without private details.
+    nlohmann::json cleaned(nlohmann::json event) const;
 
 private:
-    void collect(const nlohmann::json& node);
-    void collectMemory(const nlohmann::json& memory);
-    void collectText(const nlohmann::json& object, std::string_view key);
+    void collect(const nlohmann::json& node, const StoredShape& shape);
+    void collectTexts(const nlohmann::json& node);
+    void collectFolder(const nlohmann::json& memory);
     void collectText(std::string_view text);
-    bool isDropped(std::string_view key) const;
+    nlohmann::json cleaned(nlohmann::json node, const StoredShape& shape) const;
+    bool isDropped(json::Privacy privacy) const;
     std::string excluded(std::string_view text, std::size_t first = 0) const;
     std::string excludedOccurrences(std::string_view text, std::size_t index) const;
 

@@ -1,7 +1,7 @@
 #include "core/journal/Journal.h"
 
-#include "core/base/InternPool.h"
 #include "core/history/InstallationHistory.h"
+#include "core/journal/SnapshotSharing.h"
 #include "core/timeline/EventBuilder.h"
 #include "core/timeline/ObservationCoverage.h"
 
@@ -12,32 +12,41 @@ namespace tidemark {
 
 namespace {
 
-template <class T>
-void unify(InternPool& pool, std::vector<Shared<T>>& values) {
-    for (auto& value : values)
-        pool.unify(value);
+bool holdsFileNames(const Snapshot& snapshot) {
+    const auto named = [](const auto& folder) { return folder.directFileSizes.has_value(); };
+    return std::ranges::any_of(snapshot.folders, [&](const auto& size) { return named(*size); })
+           || (snapshot.folderStorage && std::ranges::any_of(*snapshot.folderStorage, named));
 }
 
-/// Makes `snapshot` share what it holds alike with others of the pool.
-void unify(InternPool& pool, Snapshot& snapshot) {
-    unify(pool, snapshot.applications);
-    unify(pool, snapshot.backgroundItems);
-    if (snapshot.applicationStorage)
-        unify(pool, snapshot.applicationStorage->records);
+Shared<FolderSize> withoutFileNames(const FolderSize& size) {
+    FolderSize sums = size;
+    sums.directFileSizes.reset();
+    return Shared(std::move(sums));
+}
+
+Shared<Snapshot> withoutFileNames(Snapshot snapshot) {
+    for (Shared<FolderSize>& size : snapshot.folders)
+        if (size->directFileSizes)
+            size = withoutFileNames(*size);
     if (snapshot.folderStorage)
-        for (auto& report : *snapshot.folderStorage)
-            unify(pool, report.children.records);
+        for (FolderStorageReport& report : *snapshot.folderStorage)
+            report.directFileSizes.reset();
+    return Shared(std::move(snapshot));
 }
 
-/// The same snapshot, sharing its recurring parts with the one before, as it would after a load:
-/// otherwise a recorder that runs for weeks would hold every application hundreds of times.
-Shared<Snapshot> sharingWith(const Snapshot& previous, const Snapshot& snapshot) {
-    InternPool pool;
-    Snapshot known = previous;
-    unify(pool, known);
-    Snapshot sharing = snapshot;
-    unify(pool, sharing);
-    return sharing;
+/// Drops the names of files from a change whose folders hold too many of them to be kept as long
+/// as an event is. From both sides, since one alone would show every file as new or gone.
+void dropManyFileNames(Event& event) {
+    const auto many = [](const Shared<FolderSize>& size) {
+        return size->directFileSizes && size->directFileSizes->size() > Journal::eventFileNameLimit;
+    };
+    for (Change& change : event.changes) {
+        auto* const moved = std::get_if<change::FolderSizeChanged>(&change);
+        if (!moved || !(many(moved->before) || many(moved->after)))
+            continue;
+        moved->before = withoutFileNames(*moved->before);
+        moved->after = withoutFileNames(*moved->after);
+    }
 }
 
 } // namespace
@@ -57,14 +66,25 @@ std::vector<Event> Journal::eventsBetween(const Snapshot& from, const Snapshot& 
 
 void Journal::append(Shared<Snapshot> snapshot, bool comparingPrevious) {
     if (comparingPrevious && !snapshots.empty())
-        for (Event& event : eventsBetween(*snapshots.back(), *snapshot))
+        for (Event& event : eventsBetween(*snapshots.back(), *snapshot)) {
+            dropManyFileNames(event);
             events.emplace_back(std::move(event));
-    snapshots.push_back(snapshots.empty() ? std::move(snapshot)
-                                          : sharingWith(*snapshots.back(), *snapshot));
+        }
+    if (!snapshots.empty())
+        snapshot.emplace(SnapshotSharing::sharingWith(*snapshots.back(), *snapshot));
+    snapshots.push_back(std::move(snapshot));
     if (snapshots.size() > snapshotLimit)
         snapshots.erase(snapshots.begin(),
                         snapshots.end() - static_cast<std::ptrdiff_t>(snapshotLimit));
+    dropOldFileNames();
     pruneEvents();
+}
+
+void Journal::dropOldFileNames() {
+    // All of them are looked at: releases before kept the names in every snapshot.
+    for (std::size_t place = 0; place + snapshotsWithFileNames < snapshots.size(); ++place)
+        if (holdsFileNames(*snapshots[place]))
+            snapshots[place] = withoutFileNames(*snapshots[place]);
 }
 
 void Journal::pruneEvents() {

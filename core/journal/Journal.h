@@ -14,6 +14,11 @@ struct Journal {
     static constexpr std::int64_t supportedVersion = 1;
     static constexpr std::size_t snapshotLimit = 720;
     static constexpr std::size_t eventLimit = 10'000;
+    /// How many of the newest snapshots keep the names of a folder's own files. They take the most
+    /// room by far, and are of use for the latest comparison only.
+    static constexpr std::size_t snapshotsWithFileNames = 2;
+    /// Most names of files that an event keeps of one folder.
+    static constexpr std::size_t eventFileNameLimit = 2'000;
 
     std::int64_t schemaVersion = supportedVersion;
     /// Oldest first.
@@ -31,7 +36,8 @@ struct Journal {
 
     /// Records a capture. With `comparingPrevious` the differences to the last snapshot become
     /// events, followed by the one that ends a gap. The oldest snapshots and events beyond the
-    /// limits are dropped.
+    /// limits are dropped, and the names of files in all but the newest snapshots. The new one
+    /// shares with the last what both hold alike.
     void append(Shared<Snapshot> snapshot, bool comparingPrevious);
 
     /// Merges records by their id, oldest first; returns how many were new.
@@ -61,6 +67,7 @@ struct Journal {
     }
 
 private:
+    void dropOldFileNames();
     void pruneEvents();
 };
 

@@ -106,7 +106,7 @@ public:
         auto& stored = records[place->second];
         next = inPlaceOf(*stored, std::move(next));
         if (next != *stored)
-            replaced.push_back(std::exchange(stored, std::move(next)));
+            replaced.push_back(std::exchange(stored, Shared(std::move(next))));
     }
 
     Records take() { return std::move(records); }

@@ -79,7 +79,7 @@ Shared<MemoryRecord> MemoryHistoryStore::withContents(const Shared<MemoryRecord>
             throw FileError(payloads.path() / name, "could not be read: it is no UTF-8 text",
                             EILSEQ);
     }
-    return whole;
+    return Shared(std::move(whole));
 }
 
 std::string MemoryHistoryStore::fetch(const std::string& name) {
@@ -128,7 +128,7 @@ Shared<MemoryRecord> MemoryHistoryStore::withoutContents(const Shared<MemoryReco
         stored.payload.reset();
     if (hasText)
         stored.text.reset();
-    return stored;
+    return Shared(std::move(stored));
 }
 
 void MemoryHistoryStore::keep(const std::string& name, std::string_view bytes,

@@ -27,9 +27,12 @@ struct Application {
     bool operator==(const Application&) const = default;
     static constexpr auto fields() {
         return std::tuple{
-            Field{"bundleID", &Application::bundleID}, Field{"name", &Application::name},
-            Field{"version", &Application::version},   Field{"build", &Application::build},
-            Field{"path", &Application::path},         Field{"modified", &Application::modified},
+            Field{"bundleID", &Application::bundleID, Shown},
+            Field{"name", &Application::name, Shown},
+            Field{"version", &Application::version, Shown},
+            Field{"build", &Application::build, Shown},
+            Field{"path", &Application::path, Private},
+            Field{"modified", &Application::modified},
         };
     }
 };

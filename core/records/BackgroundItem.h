@@ -37,14 +37,14 @@ struct BackgroundItem {
     bool operator==(const BackgroundItem&) const = default;
     static constexpr auto fields() {
         return std::tuple{
-            Field{"identifier", &BackgroundItem::identifier},
-            Field{"path", &BackgroundItem::path},
+            Field{"identifier", &BackgroundItem::identifier, Shown},
+            Field{"path", &BackgroundItem::path, Private},
             Field{"kind", &BackgroundItem::kind},
-            Field{"program", &BackgroundItem::program},
-            Field{"safeSettings", &BackgroundItem::safeSettings},
-            Field{"definitionFingerprints", &BackgroundItem::definitionFingerprints},
-            Field{"associatedAppID", &BackgroundItem::associatedAppID},
-            Field{"association", &BackgroundItem::association},
+            Field{"program", &BackgroundItem::program, Private},
+            Field{"safeSettings", &BackgroundItem::safeSettings, Shown},
+            Field{"definitionFingerprints", &BackgroundItem::definitionFingerprints, Shown},
+            Field{"associatedAppID", &BackgroundItem::associatedAppID, Shown},
+            Field{"association", &BackgroundItem::association, Shown},
         };
     }
 };

@@ -74,7 +74,7 @@ struct TrashBecameEmpty {
 
     bool operator==(const TrashBecameEmpty&) const = default;
     static constexpr auto fields() {
-        return std::tuple{Field{"path", &TrashBecameEmpty::path},
+        return std::tuple{Field{"path", &TrashBecameEmpty::path, Private},
                           Field{"previousItemCount", &TrashBecameEmpty::previousItemCount}};
     }
 };

@@ -81,9 +81,9 @@ struct BluetoothConnectionChange {
     bool operator==(const BluetoothConnectionChange&) const = default;
     static constexpr auto fields() {
         return std::tuple{
-            Field{"deviceClass", &BluetoothConnectionChange::deviceClass},
+            Field{"deviceClass", &BluetoothConnectionChange::deviceClass, Shown},
             Field{"session", &BluetoothConnectionChange::session},
-            Field{"deviceName", &BluetoothConnectionChange::deviceName},
+            Field{"deviceName", &BluetoothConnectionChange::deviceName, Private},
             Field{"connected", &BluetoothConnectionChange::connected},
         };
     }
@@ -103,10 +103,10 @@ struct WiFiContext {
     bool operator==(const WiFiContext&) const = default;
     static constexpr auto fields() {
         return std::tuple{
-            Field{"networkName", &WiFiContext::networkName},
-            Field{"band", &WiFiContext::band},
+            Field{"networkName", &WiFiContext::networkName, Private},
+            Field{"band", &WiFiContext::band, Shown},
             Field{"channel", &WiFiContext::channel},
-            Field{"security", &WiFiContext::security},
+            Field{"security", &WiFiContext::security, Shown},
             Field{"signalDBM", &WiFiContext::signalDBM},
             Field{"linkRateMbps", &WiFiContext::linkRateMbps},
         };

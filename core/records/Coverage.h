@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/base/JsonFields.h"
+#include "core/base/Shared.h"
 
 #include <optional>
 #include <set>
@@ -22,16 +23,16 @@ struct Coverage {
     /// Paths that were left out, with all that lies below them: entries that were seen but not
     /// reported, and folders that were not read completely. Comparison leaves them out on both
     /// sides.
-    std::optional<std::set<std::string>> excludedPaths;
+    OptionalShared<std::set<std::string>> excludedPaths;
 
     bool operator==(const Coverage&) const = default;
     static constexpr auto fields() {
         return std::tuple{
-            Field{"applicationRoots", &Coverage::applicationRoots},
-            Field{"backgroundRoots", &Coverage::backgroundRoots},
-            Field{"issues", &Coverage::issues},
-            Field{"notes", &Coverage::notes},
-            Field{"excludedPaths", &Coverage::excludedPaths},
+            Field{"applicationRoots", &Coverage::applicationRoots, Private},
+            Field{"backgroundRoots", &Coverage::backgroundRoots, Private},
+            Field{"issues", &Coverage::issues, Private},
+            Field{"notes", &Coverage::notes, Private},
+            Field{"excludedPaths", &Coverage::excludedPaths, Omitted},
         };
     }
 };

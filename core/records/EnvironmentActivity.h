@@ -58,15 +58,15 @@ struct EnvironmentActivity {
     bool operator==(const EnvironmentActivity&) const = default;
     static constexpr auto fields() {
         return std::tuple{
-            Field{"deviceName", &EnvironmentActivity::deviceName},
-            Field{"path", &EnvironmentActivity::path},
+            Field{"deviceName", &EnvironmentActivity::deviceName, Private},
+            Field{"path", &EnvironmentActivity::path, Private},
             Field{"connected", &EnvironmentActivity::connected},
             Field{"volume", &EnvironmentActivity::volume},
             Field{"display", &EnvironmentActivity::display},
             Field{"previousDisplay", &EnvironmentActivity::previousDisplay},
-            Field{"previousState", &EnvironmentActivity::previousState},
+            Field{"previousState", &EnvironmentActivity::previousState, Shown},
             Field{"elevatedSince", &EnvironmentActivity::elevatedSince},
-            Field{"state", &EnvironmentActivity::state},
+            Field{"state", &EnvironmentActivity::state, Shown},
         };
     }
 };

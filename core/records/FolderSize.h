@@ -2,6 +2,7 @@
 
 #include "core/base/Date.h"
 #include "core/base/JsonFields.h"
+#include "core/base/Shared.h"
 
 #include <cstdint>
 #include <map>
@@ -11,8 +12,14 @@
 
 namespace tidemark {
 
+/// Bytes by name.
+using SizeByName = std::map<std::string, std::int64_t>;
+
 /// One measured folder. Sizes are bytes.
 struct FolderSize {
+    static constexpr bool recurs = true;
+    /// A folder with more files of its own records their sum alone.
+    static constexpr std::size_t directFileLimit = 10'000;
     /// The key of `breakdown` for the files that lie directly in the folder.
     static constexpr std::string_view filesInFolder = "Files in folder";
 
@@ -21,9 +28,10 @@ struct FolderSize {
     std::string name;
     std::int64_t bytes = 0;
     /// Bytes per direct child name.
-    std::map<std::string, std::int64_t> breakdown;
-    /// Bytes per file lying directly in the folder.
-    std::optional<std::map<std::string, std::int64_t>> directFileSizes;
+    Shared<SizeByName> breakdown;
+    /// Bytes per file lying directly in the folder; absent where the names are not known or were
+    /// not kept, which says nothing about the files.
+    OptionalShared<SizeByName> directFileSizes;
     std::optional<std::int64_t> allocatedBytes;
     /// Direct entries; 0 on a trash folder means that it was observed empty.
     std::optional<std::int64_t> itemCount;
@@ -36,11 +44,11 @@ struct FolderSize {
     bool operator==(const FolderSize&) const = default;
     static constexpr auto fields() {
         return std::tuple{
-            Field{"path", &FolderSize::path},
-            Field{"name", &FolderSize::name},
+            Field{"path", &FolderSize::path, Private},
+            Field{"name", &FolderSize::name, Shown},
             Field{"bytes", &FolderSize::bytes},
-            Field{"breakdown", &FolderSize::breakdown},
-            Field{"directFileSizes", &FolderSize::directFileSizes},
+            Field{"breakdown", &FolderSize::breakdown, Shown},
+            Field{"directFileSizes", &FolderSize::directFileSizes, Omitted},
             Field{"allocatedBytes", &FolderSize::allocatedBytes},
             Field{"itemCount", &FolderSize::itemCount},
             Field{"rollingMeasurement", &FolderSize::rollingMeasurement},

@@ -12,8 +12,9 @@ std::optional<FolderSize> FolderStorageReport::folderSize() const {
     size.name = name;
     size.bytes = saturatingSum(directFileBytes, children.knownBytes());
     size.allocatedBytes = directAllocatedBytes;
+    SizeByName parts;
     for (const auto& child : children.records) {
-        auto& part = size.breakdown[child->item.name];
+        auto& part = parts[child->item->name];
         part = saturatingSum(part, child->bytes.value_or(0));
         if (size.allocatedBytes && child->allocatedBytes)
             size.allocatedBytes = saturatingSum(*size.allocatedBytes, *child->allocatedBytes);
@@ -21,9 +22,10 @@ std::optional<FolderSize> FolderStorageReport::folderSize() const {
             size.allocatedBytes.reset();
     }
     if (directFileBytes > 0) {
-        auto& part = size.breakdown[std::string(FolderSize::filesInFolder)];
+        auto& part = parts[std::string(FolderSize::filesInFolder)];
         part = saturatingSum(part, directFileBytes);
     }
+    size.breakdown.emplace(std::move(parts));
     size.directFileSizes = directFileSizes;
     size.itemCount = itemCount;
     size.rollingMeasurement = true;

@@ -16,7 +16,8 @@ struct FolderStorageReport {
     /// Direct entries of the root.
     std::optional<std::int64_t> itemCount;
     std::optional<std::int64_t> directAllocatedBytes;
-    std::optional<std::map<std::string, std::int64_t>> directFileSizes;
+    /// As in `FolderSize`.
+    OptionalShared<SizeByName> directFileSizes;
 
     /// The comparable size of the whole root; absent unless every child folder has a size, since
     /// a partial total must never stand for one.
@@ -25,14 +26,14 @@ struct FolderStorageReport {
     bool operator==(const FolderStorageReport&) const = default;
     static constexpr auto fields() {
         return std::tuple{
-            Field{"path", &FolderStorageReport::path},
-            Field{"name", &FolderStorageReport::name},
+            Field{"path", &FolderStorageReport::path, Private},
+            Field{"name", &FolderStorageReport::name, Shown},
             Field{"directFileBytes", &FolderStorageReport::directFileBytes},
             Field{"children", &FolderStorageReport::children},
             Field{"sampledAt", &FolderStorageReport::sampledAt},
             Field{"itemCount", &FolderStorageReport::itemCount},
             Field{"directAllocatedBytes", &FolderStorageReport::directAllocatedBytes},
-            Field{"directFileSizes", &FolderStorageReport::directFileSizes},
+            Field{"directFileSizes", &FolderStorageReport::directFileSizes, Omitted},
         };
     }
 };

@@ -35,10 +35,10 @@ struct InstallationRecord {
     bool operator==(const InstallationRecord&) const = default;
     static constexpr auto fields() {
         return std::tuple{
-            Field{"name", &InstallationRecord::name},
-            Field{"version", &InstallationRecord::version},
+            Field{"name", &InstallationRecord::name, Shown},
+            Field{"version", &InstallationRecord::version, Shown},
             Field{"recordedAt", &InstallationRecord::recordedAt},
-            Field{"packageSource", &InstallationRecord::packageSource},
+            Field{"packageSource", &InstallationRecord::packageSource, Shown},
             Field{"importedAt", &InstallationRecord::importedAt},
         };
     }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/base/JsonFields.h"
+#include "core/base/Shared.h"
 
 #include <cstdint>
 #include <optional>
@@ -32,12 +33,12 @@ struct ObservedMetadata {
     static constexpr auto fields() {
         return std::tuple{
             Field{"kind", &ObservedMetadata::kind},
-            Field{"path", &ObservedMetadata::path},
-            Field{"name", &ObservedMetadata::name},
+            Field{"path", &ObservedMetadata::path, Private},
+            Field{"name", &ObservedMetadata::name, Shown},
             Field{"bytes", &ObservedMetadata::bytes},
-            Field{"reportType", &ObservedMetadata::reportType},
-            Field{"inferredApplication", &ObservedMetadata::inferredApplication},
-            Field{"value", &ObservedMetadata::value},
+            Field{"reportType", &ObservedMetadata::reportType, Shown},
+            Field{"inferredApplication", &ObservedMetadata::inferredApplication, Shown},
+            Field{"value", &ObservedMetadata::value, Shown},
         };
     }
 };
@@ -50,12 +51,15 @@ inline constexpr auto json::rawValues<ObservedMetadata::Kind> =
         {ObservedMetadata::Kind::diagnostic, "diagnostic"},
     });
 
+template <>
+inline constexpr bool collectionRecurs<std::vector<ObservedMetadata>> = true;
+
 /// What one additional source yielded in one capture.
 struct MetadataReport {
     /// The path that was read.
     std::string scope;
     /// Sorted by path.
-    std::vector<ObservedMetadata> items;
+    Shared<std::vector<ObservedMetadata>> items;
     /// All of the scope was read; an incomplete report is never compared.
     bool complete = false;
     /// Why it was not.
@@ -64,10 +68,10 @@ struct MetadataReport {
     bool operator==(const MetadataReport&) const = default;
     static constexpr auto fields() {
         return std::tuple{
-            Field{"scope", &MetadataReport::scope},
+            Field{"scope", &MetadataReport::scope, Private},
             Field{"items", &MetadataReport::items},
             Field{"complete", &MetadataReport::complete},
-            Field{"issue", &MetadataReport::issue},
+            Field{"issue", &MetadataReport::issue, Private},
         };
     }
 };

@@ -22,8 +22,8 @@ struct OperatingSystemObservation {
     bool operator==(const OperatingSystemObservation&) const = default;
     static constexpr auto fields() {
         return std::tuple{
-            Field{"version", &OperatingSystemObservation::version},
-            Field{"build", &OperatingSystemObservation::build},
+            Field{"version", &OperatingSystemObservation::version, Shown},
+            Field{"build", &OperatingSystemObservation::build, Shown},
         };
     }
 };

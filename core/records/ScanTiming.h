@@ -16,7 +16,7 @@ struct ScanTiming {
     bool operator==(const ScanTiming&) const = default;
     static constexpr auto fields() {
         return std::tuple{
-            Field{"name", &ScanTiming::name},
+            Field{"name", &ScanTiming::name, Private},
             Field{"seconds", &ScanTiming::seconds},
             Field{"complete", &ScanTiming::complete},
         };

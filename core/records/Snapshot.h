@@ -43,14 +43,14 @@ struct Snapshot {
     bool operator==(const Snapshot&) const = default;
     static constexpr auto fields() {
         return std::tuple{
-            Field{"id", &Snapshot::id},
+            Field{"id", &Snapshot::id, Internal},
             Field{"timestamp", &Snapshot::timestamp},
             Field{"applications", &Snapshot::applications},
             Field{"backgroundItems", &Snapshot::backgroundItems},
             Field{"folders", &Snapshot::folders},
             Field{"volumeContext", &Snapshot::volumeContext},
             Field{"freeBytes", &Snapshot::freeBytes},
-            Field{"volumeID", &Snapshot::volumeID},
+            Field{"volumeID", &Snapshot::volumeID, Internal},
             Field{"coverage", &Snapshot::coverage},
             Field{"folderStorage", &Snapshot::folderStorage},
             Field{"applicationStorage", &Snapshot::applicationStorage},
@@ -78,8 +78,8 @@ struct Baseline {
     bool operator==(const Baseline&) const = default;
     static constexpr auto fields() {
         return std::tuple{
-            Field{"id", &Baseline::id},
-            Field{"name", &Baseline::name},
+            Field{"id", &Baseline::id, Internal},
+            Field{"name", &Baseline::name, Private},
             Field{"snapshot", &Baseline::snapshot},
         };
     }

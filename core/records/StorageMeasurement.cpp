@@ -21,20 +21,20 @@ StorageMeasurementItem StorageMeasurementItem::directory(const std::filesystem::
 }
 
 bool StorageMeasurementRecord::matchesObservedMetadata() const {
-    return measuredItem && bytes && !issue && measuredItem->identifier == item.identifier
-           && measuredItem->version == item.version && measuredItem->build == item.build
-           && measuredItem->modified == item.modified;
+    return measuredItem && bytes && !issue && measuredItem->identifier == item->identifier
+           && measuredItem->version == item->version && measuredItem->build == item->build
+           && measuredItem->modified == item->modified;
 }
 
 std::optional<FolderSize> StorageMeasurementRecord::folderSize() const {
     if (!bytes)
         return std::nullopt;
     FolderSize size;
-    size.path = item.path;
-    size.name = item.name;
+    size.path = item->path;
+    size.name = item->name;
     size.bytes = *bytes;
     if (breakdown && breakdownComplete.value_or(true))
-        size.breakdown = *breakdown;
+        size.breakdown = breakdown.value();
     size.allocatedBytes = allocatedBytes;
     size.rollingMeasurement = false;
     size.measuredAt = measuredAt;

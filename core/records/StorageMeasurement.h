@@ -17,6 +17,8 @@ namespace tidemark {
 
 /// The identity of something whose size is measured.
 struct StorageMeasurementItem {
+    static constexpr bool recurs = true;
+
     /// Canonical absolute path.
     std::string path;
     std::string name;
@@ -35,11 +37,11 @@ struct StorageMeasurementItem {
     bool operator==(const StorageMeasurementItem&) const = default;
     static constexpr auto fields() {
         return std::tuple{
-            Field{"path", &StorageMeasurementItem::path},
-            Field{"name", &StorageMeasurementItem::name},
-            Field{"identifier", &StorageMeasurementItem::identifier},
-            Field{"version", &StorageMeasurementItem::version},
-            Field{"build", &StorageMeasurementItem::build},
+            Field{"path", &StorageMeasurementItem::path, Private},
+            Field{"name", &StorageMeasurementItem::name, Shown},
+            Field{"identifier", &StorageMeasurementItem::identifier, Shown},
+            Field{"version", &StorageMeasurementItem::version, Shown},
+            Field{"build", &StorageMeasurementItem::build, Shown},
             Field{"modified", &StorageMeasurementItem::modified},
         };
     }
@@ -53,9 +55,9 @@ struct StorageMeasurementRecord {
     static constexpr std::size_t partLimit = 256;
 
     /// The item as last observed.
-    StorageMeasurementItem item;
+    Shared<StorageMeasurementItem> item;
     /// Bytes of the largest parts by name, at most 256.
-    std::optional<std::map<std::string, std::int64_t>> breakdown;
+    OptionalShared<SizeByName> breakdown;
     /// True when `breakdown` holds all parts.
     std::optional<bool> breakdownComplete;
     std::optional<std::int64_t> allocatedBytes;
@@ -67,7 +69,7 @@ struct StorageMeasurementRecord {
     std::optional<std::int64_t> bytes;
     std::optional<Date> measuredAt;
     /// `item` as it was when `bytes` was measured.
-    std::optional<StorageMeasurementItem> measuredItem;
+    OptionalShared<StorageMeasurementItem> measuredItem;
     /// The last attempt, good or bad.
     std::optional<Date> attemptedAt;
     /// Failed attempts in a row, 0 to 3.
@@ -86,7 +88,7 @@ struct StorageMeasurementRecord {
     static constexpr auto fields() {
         return std::tuple{
             Field{"item", &StorageMeasurementRecord::item},
-            Field{"breakdown", &StorageMeasurementRecord::breakdown},
+            Field{"breakdown", &StorageMeasurementRecord::breakdown, Shown},
             Field{"breakdownComplete", &StorageMeasurementRecord::breakdownComplete},
             Field{"allocatedBytes", &StorageMeasurementRecord::allocatedBytes},
             Field{"lastAttemptDuration", &StorageMeasurementRecord::lastAttemptDuration},
@@ -96,7 +98,7 @@ struct StorageMeasurementRecord {
             Field{"measuredItem", &StorageMeasurementRecord::measuredItem},
             Field{"attemptedAt", &StorageMeasurementRecord::attemptedAt},
             Field{"attempts", &StorageMeasurementRecord::attempts},
-            Field{"issue", &StorageMeasurementRecord::issue},
+            Field{"issue", &StorageMeasurementRecord::issue, Shown},
         };
     }
 };

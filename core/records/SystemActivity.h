@@ -63,7 +63,7 @@ struct SystemActivity {
     bool operator==(const SystemActivity&) const = default;
     static constexpr auto fields() {
         return std::tuple{
-            Field{"id", &SystemActivity::id},
+            Field{"id", &SystemActivity::id, Internal},
             Field{"timestamp", &SystemActivity::timestamp},
             Field{"kind", &SystemActivity::kind},
             Field{"powerObservation", &SystemActivity::powerObservation},

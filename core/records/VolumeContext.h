@@ -23,9 +23,9 @@ struct VolumeContext {
     bool operator==(const VolumeContext&) const = default;
     static constexpr auto fields() {
         return std::tuple{
-            Field{"name", &VolumeContext::name},
+            Field{"name", &VolumeContext::name, Masked},
             Field{"capacity", &VolumeContext::capacity},
-            Field{"fileSystem", &VolumeContext::fileSystem},
+            Field{"fileSystem", &VolumeContext::fileSystem, Shown},
             Field{"local", &VolumeContext::local},
             Field{"internalDevice", &VolumeContext::internalDevice},
             Field{"readOnly", &VolumeContext::readOnly},

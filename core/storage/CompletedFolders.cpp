@@ -100,12 +100,14 @@ FolderSize CompletedFolders::sizeOf(const Folder& folder, std::string_view path)
     size.bytes = folder.totals.bytes;
     size.allocatedBytes = folder.totals.allocatedBytes;
     size.rollingMeasurement = false;
+    SizeByName parts;
     for (Index part = folder.firstChild; part != noFolder; part = folders[part].nextSibling)
-        size.breakdown[std::string(nameOf(folders[part]))] = folders[part].totals.bytes;
+        parts[std::string(nameOf(folders[part]))] = folders[part].totals.bytes;
     if (folder.totals.ownFileBytes) {
-        auto& own = size.breakdown[std::string(FolderSize::filesInFolder)];
+        auto& own = parts[std::string(FolderSize::filesInFolder)];
         own = saturatingSum(own, *folder.totals.ownFileBytes);
     }
+    size.breakdown.emplace(std::move(parts));
     return size;
 }
 

@@ -75,21 +75,21 @@ std::vector<RecordPlace> dueRecords(MeasurementRecords& records, Date now, doubl
     return due;
 }
 
-std::map<std::string, std::int64_t> largestParts(const std::map<std::string, std::int64_t>& parts) {
-    if (parts.size() <= StorageMeasurementRecord::partLimit)
+Shared<SizeByName> largestParts(const Shared<SizeByName>& parts) {
+    if (parts->size() <= StorageMeasurementRecord::partLimit)
         return parts;
-    std::vector<std::pair<std::string, std::int64_t>> largest(parts.begin(), parts.end());
+    std::vector<std::pair<std::string, std::int64_t>> largest(parts->begin(), parts->end());
     const auto end = largest.begin() + StorageMeasurementRecord::partLimit;
     std::ranges::partial_sort(largest, end, [](const auto& a, const auto& b) {
         return a.second != b.second ? a.second > b.second : a.first < b.first;
     });
-    return {largest.begin(), end};
+    return Shared(SizeByName(largest.begin(), end));
 }
 
 void noteSuccess(StorageMeasurementRecord& record, const FolderSize& size,
                  const StorageMeasurementItem& measured, Date now) {
     record.breakdown = largestParts(size.breakdown);
-    record.breakdownComplete = size.breakdown.size() <= StorageMeasurementRecord::partLimit;
+    record.breakdownComplete = size.breakdown->size() <= StorageMeasurementRecord::partLimit;
     record.bytes = size.bytes;
     record.allocatedBytes = size.allocatedBytes;
     record.measuredAt = now;
@@ -111,8 +111,8 @@ StorageMeasurementReport reportOf(const MeasurementRecords& records, Date now) {
         report.records.push_back(record);
     const Collation collation;
     std::ranges::sort(report.records, [&](const auto& a, const auto& b) {
-        const int order = collation.compare(a->item.name, b->item.name);
-        return order != 0 ? order < 0 : a->item.path < b->item.path;
+        const int order = collation.compare(a->item->name, b->item->name);
+        return order != 0 ? order < 0 : a->item->path < b->item->path;
     });
     return report;
 }
@@ -180,7 +180,8 @@ FolderStorageReport ComponentStorageScanner::collectFolder(const std::filesystem
     report.name = TrashFolder::is(report.path) ? "Trash" : lastPathComponent(report.path);
     report.directFileBytes = listing->fileBytes;
     report.directAllocatedBytes = listing->fileAllocatedBytes;
-    report.directFileSizes = std::move(listing->fileSizes);
+    if (listing->fileSizes.size() <= FolderSize::directFileLimit)
+        report.directFileSizes.emplace(std::move(listing->fileSizes));
     report.itemCount = listing->itemCount;
     report.sampledAt = clock.now();
     return report;
@@ -207,7 +208,7 @@ ComponentStorageScanner::collectLocked(Lock& lock, const std::vector<StorageMeas
         auto attempted = attempt(lock, *place->second, round);
         if (!attempted)
             break;
-        place->second = *std::move(attempted);
+        place->second.emplace(*std::move(attempted));
         const double end = clock.monotonicSeconds();
         cache.store(place->second, end);
         if (end - start > longItem || cache.isSaveDue(end))
@@ -242,10 +243,10 @@ ComponentStorageScanner::merged(const std::vector<StorageMeasurementItem>& items
         }
         StorageMeasurementRecord record;
         // Under another identifier something else lies at that path now.
-        if (known && (*known)->item.identifier == item.identifier)
+        if (known && (*known)->item->identifier == item.identifier)
             record = **known;
-        record.item = item;
-        records.insert_or_assign(item.path, std::move(record));
+        record.item.emplace(StorageMeasurementItem(item));
+        records.insert_or_assign(item.path, Shared(std::move(record)));
     }
     return records;
 }
@@ -272,7 +273,7 @@ ComponentStorageScanner::attempt(Lock& lock, StorageMeasurementRecord record, co
     }
     noteSuccess(record, *result, lastMeasured, end);
     if (captureActive)
-        captureSizes.add(record.item.path, *std::move(result));
+        captureSizes.add(record.item->path, *std::move(result));
     return record;
 }
 
@@ -280,14 +281,14 @@ ComponentStorageScanner::Measurement
 ComponentStorageScanner::measureNow(Lock& lock, const StorageMeasurementRecord& record,
                                     const Round& round) {
     if (captureActive)
-        if (auto size = captureSizes.find(record.item.path))
+        if (auto size = captureSizes.find(record.item->path))
             return *std::move(size);
     const double remaining = round.deadline - clock.monotonicSeconds();
     const double slice = std::min(remaining, sliceFor(record.attempts));
     if (!round.measure)
-        return measureSlice(lock, record.item, slice, round.stop);
+        return measureSlice(lock, *record.item, slice, round.stop);
     const Unlocked others(lock);
-    return round.measure(record.item.path, slice);
+    return round.measure(record.item->path, slice);
 }
 
 ComponentStorageScanner::Measurement

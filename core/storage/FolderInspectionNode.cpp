@@ -10,7 +10,7 @@ namespace tidemark {
 namespace {
 
 using Node = FolderInspectionNode;
-using Sizes = std::map<std::string, std::int64_t>;
+using Sizes = SizeByName;
 
 constexpr std::string_view childrenUnmeasured = "Some child folders have no completed measurement.";
 constexpr std::string_view applicationsOnly =
@@ -41,7 +41,7 @@ Node leaf(const std::string& parent, const std::string& name, std::int64_t bytes
 }
 
 Node fileGroup(const std::string& parent, std::int64_t bytes, std::optional<Date> date,
-               const std::optional<Sizes>& files) {
+               const OptionalShared<Sizes>& files) {
     using namespace std::string_view_literals;
     Node node = leaf(parent, std::string(FolderSize::filesInFolder), bytes, date);
     node.path = below(parent, "\0direct-files"sv);
@@ -56,7 +56,7 @@ Node fileGroup(const std::string& parent, std::int64_t bytes, std::optional<Date
 }
 
 std::vector<Node> partsOf(const Sizes& breakdown, const std::string& parent,
-                          std::optional<Date> date, const std::optional<Sizes>& files = {}) {
+                          std::optional<Date> date, const OptionalShared<Sizes>& files = {}) {
     std::vector<Node> parts;
     for (const auto& [name, bytes] : breakdown)
         parts.push_back(name == FolderSize::filesInFolder ? fileGroup(parent, bytes, date, files)
@@ -66,8 +66,8 @@ std::vector<Node> partsOf(const Sizes& breakdown, const std::string& parent,
 
 Node nodeOf(const StorageMeasurementRecord& record) {
     Node node;
-    node.path = record.item.path;
-    node.name = record.item.name;
+    node.path = record.item->path;
+    node.name = record.item->name;
     node.bytes = record.bytes;
     node.measuredAt = record.measuredAt;
     node.issue = record.issue;
@@ -117,7 +117,7 @@ Node applicationsBelow(const std::string& root, const StorageMeasurementReport& 
                        const Coverage& coverage) {
     StorageMeasurementReport taken{.records = {}, .observedAt = report.observedAt};
     std::ranges::copy_if(report.records, std::back_inserter(taken.records),
-                         [&](const auto& record) { return isBelow(record->item.path, root); });
+                         [&](const auto& record) { return isBelow(record->item->path, root); });
     Node node;
     node.path = root;
     node.name = lastPathComponent(root);
@@ -138,7 +138,7 @@ Node applicationsBelow(const std::string& root, const StorageMeasurementReport& 
 } // namespace
 
 FolderInspectionNode FolderInspectionNode::recorded(const FolderSize& size) {
-    Sizes breakdown = size.breakdown;
+    Sizes breakdown = *size.breakdown;
     if (size.directFileSizes)
         breakdown[std::string(FolderSize::filesInFolder)] = sumOf(*size.directFileSizes);
     Node node;

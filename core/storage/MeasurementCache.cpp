@@ -21,7 +21,7 @@ const Shared<StorageMeasurementRecord>* MeasurementCache::find(const std::string
 }
 
 void MeasurementCache::store(const Shared<StorageMeasurementRecord>& record, double now) {
-    records.insert_or_assign(record->item.path, record);
+    records.insert_or_assign(record->item->path, record);
     trim();
     if (!path.empty() && !unsavedSince)
         unsavedSince = now;

@@ -193,6 +193,8 @@ void StorageTraversal::addFile(const char* name, const StorageFileMetadata& meta
     stack.back().totals.addFile(metadata.bytes(), metadata.allocatedBytes());
     if (directFileSizes && stack.size() == 1 && isValidUtf8(name))
         directFileSizes->insert_or_assign(name, metadata.bytes());
+    if (directFileSizes && directFileSizes->size() > FolderSize::directFileLimit)
+        directFileSizes.reset();
 }
 
 std::optional<StorageTraversal::Result> StorageTraversal::leave() {
@@ -284,12 +286,13 @@ StorageTraversal::Result StorageTraversal::rootResult(const Directory& root) {
     size.name = root.name;
     size.bytes = root.totals.bytes;
     size.allocatedBytes = root.totals.allocatedBytes;
-    size.breakdown = std::move(rootBreakdown);
     if (root.totals.ownFileBytes) {
-        auto& own = size.breakdown[std::string(FolderSize::filesInFolder)];
+        auto& own = rootBreakdown[std::string(FolderSize::filesInFolder)];
         own = saturatingSum(own, *root.totals.ownFileBytes);
     }
-    size.directFileSizes = std::move(directFileSizes);
+    size.breakdown.emplace(std::move(rootBreakdown));
+    if (directFileSizes)
+        size.directFileSizes.emplace(*std::move(directFileSizes));
     size.rollingMeasurement = false;
     return size;
 }

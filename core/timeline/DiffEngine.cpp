@@ -235,7 +235,7 @@ bool hasSignificantChildChange(const FolderSize& before, const FolderSize& after
     if (TrashFolder::is(after.path) || !StorageBreakdown::available(before, after))
         return false;
     bool significant = false;
-    forEachInUnion(before.breakdown, after.breakdown,
+    forEachInUnion(*before.breakdown, *after.breakdown,
                    [&](const std::string& name, const std::int64_t* was, const std::int64_t* is) {
                        if (distanceBetween(is ? *is : 0, was ? *was : 0) >= childFolderThreshold
                            && name != FolderSize::filesInFolder)

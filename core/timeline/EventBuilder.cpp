@@ -45,7 +45,7 @@ MeasuredSize findSize(const std::optional<StorageMeasurementReport>& report, Mat
 
 MeasuredSize sizeOf(const Application& app, const std::optional<StorageMeasurementReport>& report) {
     return findSize(report, [&](const StorageMeasurementRecord& record) {
-        return record.item.path == app.path && record.item.identifier == app.bundleID;
+        return record.item->path == app.path && record.item->identifier == app.bundleID;
     });
 }
 
@@ -54,7 +54,7 @@ MeasuredSize sizeOf(const Application& app, const std::optional<StorageMeasureme
 MeasuredSize lastSizeOf(const Application& app,
                         const std::optional<StorageMeasurementReport>& report) {
     return findSize(report, [&](const StorageMeasurementRecord& record) {
-        return record.item.path == app.path && record.measuredItem
+        return record.item->path == app.path && record.measuredItem
                && record.measuredItem->identifier == app.bundleID && record.bytes;
     });
 }
@@ -141,7 +141,7 @@ public:
         // Space that was lost asks for attention; freed space does not.
         event.importance = space.before < space.after ? Importance::routine : Importance::prominent;
         if (const auto& volume = to.volumeContext ? to.volumeContext : from.volumeContext)
-            event.volumeContext = *volume;
+            event.volumeContext.emplace(VolumeContext(*volume));
         event.subtitle = displaySubtitle(event);
         return true;
     }

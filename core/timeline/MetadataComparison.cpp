@@ -14,13 +14,13 @@ using ItemsByPath = std::map<std::string_view, const ObservedMetadata*>;
 
 ItemsByPath byPath(const MetadataReport& report) {
     ItemsByPath items;
-    for (const auto& item : report.items)
+    for (const auto& item : *report.items)
         items[item.path] = &item;
     return items;
 }
 
 OptionalShared<ObservedMetadata> copyOf(const ObservedMetadata* const* item) {
-    return item ? OptionalShared<ObservedMetadata>(**item) : OptionalShared<ObservedMetadata>();
+    return item ? OptionalShared(ObservedMetadata(**item)) : OptionalShared<ObservedMetadata>();
 }
 
 void compareReports(const MetadataReport& before, const MetadataReport& after,

@@ -9,7 +9,7 @@ namespace tidemark {
 namespace {
 
 bool partsUnknown(const FolderSize& folder) {
-    return folder.breakdown.empty() && folder.bytes != 0;
+    return folder.breakdown->empty() && folder.bytes != 0;
 }
 
 bool larger(const StorageContribution& a, const StorageContribution& b) {
@@ -29,7 +29,7 @@ StorageBreakdown::StorageBreakdown(const FolderSize& before, const FolderSize& a
     if (!available(before, after))
         return;
     isAvailable = true;
-    forEachInUnion(before.breakdown, after.breakdown,
+    forEachInUnion(*before.breakdown, *after.breakdown,
                    [&](const std::string& name, const std::int64_t* was, const std::int64_t* is) {
                        const StorageContribution part{name, was ? *was : 0, is ? *is : 0};
                        if (part.before != part.after)

@@ -23,8 +23,8 @@ struct Entry {
 
     static constexpr auto fields() {
         return std::tuple{
-            Field{"id", &Entry::id},
-            Field{"name", &Entry::name},
+            Field{"id", &Entry::id, Internal},
+            Field{"name", &Entry::name, Private},
             Field{"timestamp", &Entry::timestamp},
         };
     }

@@ -36,11 +36,16 @@ struct Status {
 
     static constexpr auto fields() {
         return std::tuple{
-            Field{"running", &Status::running},         Field{"mode", &Status::mode},
-            Field{"activity", &Status::activity},       Field{"schedule", &Status::schedule},
-            Field{"lastCapture", &Status::lastCapture}, Field{"nextCapture", &Status::nextCapture},
-            Field{"snapshots", &Status::snapshots},     Field{"events", &Status::events},
-            Field{"folders", &Status::folders},         Field{"problems", &Status::problems},
+            Field{"running", &Status::running},
+            Field{"mode", &Status::mode, Shown},
+            Field{"activity", &Status::activity, Shown},
+            Field{"schedule", &Status::schedule, Shown},
+            Field{"lastCapture", &Status::lastCapture},
+            Field{"nextCapture", &Status::nextCapture},
+            Field{"snapshots", &Status::snapshots},
+            Field{"events", &Status::events},
+            Field{"folders", &Status::folders},
+            Field{"problems", &Status::problems, Private},
         };
     }
 };

@@ -3,6 +3,7 @@
 #include "core/journal/Journal.h"
 #include "tests/cli/Program.h"
 #include "tests/support/Observations.h"
+#include "tests/support/SharedRecords.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -175,7 +176,7 @@ TEST(CompareCommand, KeepsHostileNamesOnTheirLine) {
     Application app = test::application("Evil\nFake line\r\033[2J");
     app.version = "1\u2028"
                   "2";
-    late.applications = {app};
+    late.applications = test::shared(app);
     const std::string from = written(folder, "a file with \"quotes\"", test::snapshot(1));
     const std::string to = written(folder, "line\nfeed.json", late);
     const Outcome outcome = run({"compare", from, to});
@@ -204,8 +205,8 @@ TEST(CompareCommand, BearsExtremes) {
     FolderSize is = test::folder("/a", INT64_MAX, {{"x", INT64_MIN}, {"y", INT64_MAX}});
     was.measuredAt = Date{1e308};
     is.measuredAt = Date{5e-324};
-    early.folders = {was, test::trash(INT64_MAX, INT64_MAX)};
-    late.folders = {is, test::trash(INT64_MIN, 0)};
+    early.folders = test::shared(was, test::trash(INT64_MAX, INT64_MAX));
+    late.folders = test::shared(is, test::trash(INT64_MIN, 0));
     for (int i = 0; i < 5000; ++i)
         late.applications.emplace_back(test::application(std::to_string(i)));
     const std::string from = written(folder, "from", early);

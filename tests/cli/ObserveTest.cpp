@@ -332,7 +332,7 @@ TEST_F(ObserveCommand, BearsAnyName) {
     const Snapshot seen = snapshot(options);
     EXPECT_TRUE(isValidUtf8(test::contents(folder / "snapshot\n\xFF.json")));
     EXPECT_EQ(seen.applications.at(0)->name, textFromBytes(name));
-    EXPECT_EQ(seen.additionalReports->at(0).items.at(0).bytes, 2);
+    EXPECT_EQ(seen.additionalReports->at(0).items->at(0).bytes, 2);
     std::map<std::string, std::int64_t> sizes;
     for (const auto& size : seen.folders)
         sizes[size->path] = size->bytes;

@@ -37,7 +37,7 @@ inline Event memoryEvent(const std::string& id, double time, MemoryRecord::Kind 
     record.timestamp = made.timestamp;
     record.path = made.path = std::move(path);
     record.text = std::move(text);
-    made.memory = record;
+    made.memory.emplace(std::move(record));
     return made;
 }
 
@@ -46,7 +46,7 @@ inline Event activityEvent(const std::string& id, double time, SystemActivity::K
     Event made = event(id, time, category);
     SystemActivity activity;
     activity.kind = kind;
-    made.systemActivity = activity;
+    made.systemActivity.emplace(std::move(activity));
     return made;
 }
 

@@ -31,7 +31,7 @@ FolderSize folder(const std::string& path, std::int64_t bytes,
     size.path = path;
     size.name = lastPathComponent(path);
     size.bytes = bytes;
-    size.breakdown = std::move(breakdown);
+    size.breakdown.emplace(std::move(breakdown));
     return size;
 }
 
@@ -53,7 +53,7 @@ ObservedMetadata metadata(ObservedMetadata::Kind kind, const std::string& path,
 
 MetadataReport report(const std::string& scope, std::vector<ObservedMetadata> items,
                       bool complete) {
-    return {scope, std::move(items), complete, {}};
+    return {scope, Shared(std::move(items)), complete, {}};
 }
 
 Snapshot snapshot(unsigned number) {

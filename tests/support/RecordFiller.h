@@ -60,7 +60,7 @@ template <class Source, class T>
 void fill(Source& source, Shared<T>& value) {
     T inner{};
     fill(source, inner);
-    value = inner;
+    value.emplace(std::move(inner));
 }
 template <class Source, class T>
 void fill(Source& source, OptionalShared<T>& value) {
@@ -68,7 +68,7 @@ void fill(Source& source, OptionalShared<T>& value) {
         return;
     T inner{};
     fill(source, inner);
-    value = inner;
+    value.emplace(std::move(inner));
 }
 template <class Source, class T>
 void fill(Source& source, std::vector<T>& values) {

@@ -3,6 +3,7 @@
 #include "core/base/Files.h"
 #include "core/base/JsonEncoder.h"
 #include "tests/app/support/ModelFixture.h"
+#include "tests/support/SharedRecords.h"
 
 using namespace tidemark;
 using test::TemporaryFolder;
@@ -235,7 +236,7 @@ TEST_F(AppModelTest, AClockThatJumpsCostsNoHistory) {
     clock.advance(3600);
     finish();
     EXPECT_EQ(observations, 2) << "captures do not wait for the time of one from the future";
-    applications = {test::application("Notes")};
+    applications = test::shared(test::application("Notes"));
     test::await(model->scan());
     EXPECT_EQ(events(), 1U);
     clock.advance(1800);

@@ -2,6 +2,7 @@
 
 #include "tests/app/support/ModelFixture.h"
 #include "tests/support/OrdinaryUser.h"
+#include "tests/support/SharedRecords.h"
 
 using namespace tidemark;
 
@@ -44,7 +45,7 @@ TEST_F(CaptureFlowTest, DropsATriggerWhileAnythingElseRuns) {
 
 TEST_F(CaptureFlowTest, APauseDropsTheRunningCaptureAndResumingBeginsANewBaseline) {
     start();
-    applications = {test::application("Notes")};
+    applications = test::shared(test::application("Notes"));
     holdCapture();
     model->setRecordingMode(RecordingMode::paused);
     finish();
@@ -73,7 +74,7 @@ TEST_F(CaptureFlowTest, APauseDropsTheRunningCaptureAndResumingBeginsANewBaselin
 
 TEST_F(CaptureFlowTest, PausingAndResumingDuringACaptureRunsAFreshOneAtItsEnd) {
     start();
-    applications = {test::application("Notes")};
+    applications = test::shared(test::application("Notes"));
     holdCapture();
     model->setRecordingMode(RecordingMode::paused);
     model->setRecordingMode(RecordingMode::recording);
@@ -123,7 +124,7 @@ TEST_F(CaptureFlowTest, AFailedCaptureChangesNothingAndClosesTheFolders) {
 
     fails = false;
     captureDuration = 0;
-    applications = {test::application("Notes")};
+    applications = test::shared(test::application("Notes"));
     capture();
     EXPECT_EQ(error(), "none");
     EXPECT_EQ(snapshots(), 2U);
@@ -184,7 +185,7 @@ TEST_F(CaptureFlowTest, AddsWhatTheControllerAloneKnows) {
     capture();
     const Snapshot& latest = *state().latest();
     ASSERT_EQ(latest.additionalReports->size(), 3U);
-    EXPECT_EQ(latest.additionalReports->at(2).items.at(0).name, "Zsh configuration");
+    EXPECT_EQ(latest.additionalReports->at(2).items->at(0).name, "Zsh configuration");
     EXPECT_EQ(latest.coverage.issues.at(0), latest.additionalReports->at(1).issue);
     EXPECT_EQ(latest.coverage.issues.size(), 3U);
     EXPECT_TRUE(latest.captureDuration);

@@ -109,7 +109,7 @@ TEST_F(HistoryImportTest, TriesAgainAfterAFailure) {
 
 TEST_F(HistoryImportTest, LeavesAJournalWithAnythingInItAlone) {
     Journal journal;
-    journal.append(test::snapshot(1), false);
+    journal.append(Shared(test::snapshot(1)), false);
     const Journal withSnapshot = journal;
     journal = {};
     journal.baselines = test::fullJournal().baselines;

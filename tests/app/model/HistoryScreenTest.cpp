@@ -2,6 +2,7 @@
 
 #include "tests/app/support/ModelFixture.h"
 #include "tests/support/HistoryEvents.h"
+#include "tests/support/SharedRecords.h"
 
 using namespace tidemark;
 using test::event;
@@ -22,11 +23,12 @@ struct HistoryScreenTest : test::ModelFixture {
         old.timestamp = Date{ago(2)};
         Snapshot latest = test::snapshot(2);
         latest.timestamp = clock.now();
-        latest.applications = {test::application("Lantern")};
-        journal.snapshots = {old, latest};
-        journal.events = {event("ancient", ago(100)), event("app", ago(3)),
-                          event("folder", ago(1), EventCategory::storage)};
-        journal.baselines = {Baseline::named("Old", old), Baseline::named("New", latest)};
+        latest.applications = test::shared(test::application("Lantern"));
+        journal.snapshots = test::shared(old, latest);
+        journal.events = test::shared(event("ancient", ago(100)), event("app", ago(3)),
+                                      event("folder", ago(1), EventCategory::storage));
+        journal.baselines = {Baseline::named("Old", journal.snapshots[0]),
+                             Baseline::named("New", journal.snapshots[1])};
         return journal;
     }
     void load() { state().setJournal(history()); }
@@ -188,7 +190,7 @@ TEST_F(HistoryScreenTest, OpensAnEventWhereverItIs) {
     EXPECT_EQ(shown(), "folder app ancient");
     EXPECT_NE(screen().historyScrollRequest(), scroll);
     EXPECT_EQ(preferences.text("historyTimeWindow"), "all");
-    screen().openEvent(memoryEvent("clip", ago(90), MemoryRecord::Kind::clipboard));
+    screen().openEvent(Shared(memoryEvent("clip", ago(90), MemoryRecord::Kind::clipboard)));
     EXPECT_EQ(screen().workspace(), Place::clipboard);
     EXPECT_EQ(screen().selected()->id, "clip");
 }
@@ -270,7 +272,7 @@ TEST_F(HistoryScreenTest, KnowsWhenTheTimelineOfASnapshotMayLackEvents) {
          })) {
         load();
         Journal journal = state().journal();
-        journal.events.assign(each.events, event("e", ago(1)));
+        journal.events.assign(each.events, Shared(event("e", ago(1))));
         if (each.prunedDaysAgo)
             journal.eventsPrunedThrough = Date{ago(*each.prunedDaysAgo)};
         state().setJournal(std::move(journal));

@@ -2,6 +2,7 @@
 
 #include "tests/app/support/ModelFixture.h"
 #include "tests/support/OrdinaryUser.h"
+#include "tests/support/SharedRecords.h"
 
 using namespace tidemark;
 
@@ -16,7 +17,7 @@ struct NamedSnapshotsTest : test::ModelFixture {
 
 TEST_F(NamedSnapshotsTest, CapturesFirstAndKeepsItUnderAName) {
     start();
-    applications = {test::application("Lantern")};
+    applications = test::shared(test::application("Lantern"));
     captureDuration = 10;
     const auto beginning = named().beginSavedSnapshot();
     test::until([&] { return clock.sleeping() > 1; });

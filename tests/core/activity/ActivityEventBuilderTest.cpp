@@ -83,8 +83,8 @@ const std::string recorded = "Recorded while Tidemark was running";
 /// The kinds of the events that come out.
 std::string kinds(const std::vector<SystemActivity>& activities) {
     std::string text;
-    for (const Event& event : ActivityEventBuilder::build(activities))
-        text += std::string(rawValue(event.systemActivity->kind)) + " ";
+    for (const auto& event : ActivityEventBuilder::build(activities))
+        text += std::string(rawValue(event->systemActivity->kind)) + " ";
     return text;
 }
 
@@ -167,7 +167,7 @@ TEST(ActivityEventBuilder, MakesAnEventOfARecord) {
     expected.category = EventCategory::system;
     expected.path = "/Volumes/Backup";
     expected.symbol = "externaldrive";
-    expected.systemActivity = activity;
+    expected.systemActivity.emplace(SystemActivity(activity));
     EXPECT_EQ(ActivityEventBuilder::event(activity), expected);
 }
 

@@ -31,6 +31,31 @@ std::string repeated(std::string_view piece, int times) {
 
 constexpr int deep = 100'000;
 
+/// What the checks of `fieldsOf` and `Field` stand on.
+struct Counted {
+    std::optional<std::string> text;
+    Shared<std::map<std::string, std::int64_t>> sizes;
+    std::vector<std::optional<bool>> flags;
+    static constexpr auto fields() {
+        return std::tuple{Field{"text", &Counted::text, Shown},
+                          Field{"sizes", &Counted::sizes, Shown}, Field{"flags", &Counted::flags}};
+    }
+};
+static_assert(json::detail::hasMembers<Counted, 3> && !json::detail::hasMembers<Counted, 4>);
+static_assert(!json::detail::areDistinct(std::tuple{Field{"a", &Counted::text, Shown},
+                                                    Field{"b", &Counted::text, Shown}}));
+template <class... T>
+constexpr bool allMayHoldText = (json::detail::mayHoldText<T> && ...);
+static_assert(allMayHoldText<std::string, Data, std::optional<std::string>, std::set<std::string>,
+                             OptionalShared<std::map<std::string, std::int64_t>>>);
+template <class... T>
+constexpr bool noneMayHoldText = !(json::detail::mayHoldText<T> || ...);
+static_assert(noneMayHoldText<std::int64_t, bool, std::optional<Date>, Uuid, BackgroundItem::Kind,
+                              std::vector<Shared<Counted>>, Change>);
+static_assert(!std::is_convertible_v<Counted, Shared<Counted>>
+              && !std::is_convertible_v<Shared<Counted>, Counted>
+              && !std::is_constructible_v<Shared<Counted>, const Counted&>);
+
 using Limits = std::numeric_limits<double>;
 
 } // namespace
@@ -79,8 +104,8 @@ TEST(JsonCodec, WritesAnyBytesAsValidText) {
     for (const auto& [text, expected] : cases) {
         EXPECT_EQ(json::encoded(text), expected);
         Snapshot snapshot;
-        snapshot.applications.push_back(test::application(text));
-        snapshot.folders.push_back(test::folder("/a", 1, {{text, 1}}));
+        snapshot.applications.emplace_back(test::application(text));
+        snapshot.folders.emplace_back(test::folder("/a", 1, {{text, 1}}));
         EXPECT_TRUE(nlohmann::json::accept(json::encoded(snapshot)));
     }
 }

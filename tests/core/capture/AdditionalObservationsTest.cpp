@@ -2,6 +2,7 @@
 
 #include "core/base/Digest.h"
 #include "tests/support/ManualClock.h"
+#include "tests/support/Observations.h"
 #include "tests/support/OrdinaryUser.h"
 #include "tests/support/TemporaryFolder.h"
 
@@ -75,12 +76,10 @@ TEST(AdditionalObservations, ListsInstalledVersionsOfFormulas) {
 
     const auto& root = folder.path().native();
     const auto kind = ObservedMetadata::Kind::homebrew;
-    EXPECT_EQ(report,
-              (MetadataReport{root,
-                              {{kind, root + "/curl", "curl", {}, {}, {}, "8.0"},
-                               {kind, root + "/wget", "wget", {}, {}, {}, ".hidden, 1.10, 1.9"}},
-                              true,
-                              {}}));
+    EXPECT_EQ(
+        report,
+        test::report(root, {{kind, root + "/curl", "curl", {}, {}, {}, "8.0"},
+                            {kind, root + "/wget", "wget", {}, {}, {}, ".hidden, 1.10, 1.9"}}));
 }
 
 TEST(AdditionalObservations, AnIncompleteListingReportsNothing) {
@@ -137,15 +136,15 @@ TEST(AdditionalObservations, ReadsWhatTheNameOfADiagnosticReportSays) {
 
     const auto report = diagnosticReport(home.path());
 
-    ASSERT_EQ(report.items.size(), std::size(cases));
+    ASSERT_EQ(report.items->size(), std::size(cases));
     for (std::size_t i = 0; i < std::size(cases); ++i) {
-        const auto& item = report.items[i];
+        const auto& item = (*report.items)[i];
         EXPECT_EQ(item.name, cases[i].name);
         EXPECT_EQ(item.path, (home.path() / reports / cases[i].name).native());
         EXPECT_EQ(item.reportType, cases[i].type) << item.name;
         EXPECT_EQ(item.inferredApplication, cases[i].application) << item.name;
     }
-    EXPECT_EQ(report.items[4].value, "spin");
+    EXPECT_EQ(report.items->at(4).value, "spin");
 }
 
 TEST(AdditionalObservations, KeepsTheDigestOfAConfigurationFile) {
@@ -155,20 +154,20 @@ TEST(AdditionalObservations, KeepsTheDigestOfAConfigurationFile) {
     std::stop_source stop;
     stop.request_stop();
     ManualClock clock;
+    auto unread = test::report(file.native(), {});
+    unread.complete = false;
+    unread.issue = "Selected file read failed: " + file.native();
     EXPECT_EQ(
         AdditionalObservations::collect(false, false, {file}, "/nowhere", clock, stop.get_token()),
-        (std::vector{MetadataReport{
-            file.native(), {}, false, "Selected file read failed: " + file.native()}}));
-    EXPECT_EQ(configurationReport(file), (MetadataReport{file.native(),
-                                                         {{ObservedMetadata::Kind::configuration,
-                                                           file.native(),
-                                                           "Zsh configuration",
-                                                           1'048'576,
-                                                           {},
-                                                           {},
-                                                           Sha256::hex(largest)}},
-                                                         true,
-                                                         {}}));
+        std::vector{unread});
+    EXPECT_EQ(configurationReport(file),
+              test::report(file.native(), {{ObservedMetadata::Kind::configuration,
+                                            file.native(),
+                                            "Zsh configuration",
+                                            1'048'576,
+                                            {},
+                                            {},
+                                            Sha256::hex(largest)}}));
 }
 
 TEST(AdditionalObservations, TellsWhyAConfigurationFileWasNotRead) {

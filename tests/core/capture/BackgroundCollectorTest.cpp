@@ -40,7 +40,7 @@ std::vector<std::string> cannotRead(const fs::path& root) {
 }
 
 Shared<Application> application(const std::string& identifier, const std::string& path) {
-    return Application{identifier, "Name", "1", "1", path, {}};
+    return Shared(Application{identifier, "Name", "1", "1", path, {}});
 }
 
 } // namespace

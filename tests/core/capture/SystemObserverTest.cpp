@@ -180,6 +180,25 @@ TEST_F(Observer, WithoutAScannerWalksEachRootWhole) {
     EXPECT_EQ(timings(capture(&scanner)), Lines{inventoryPhase + " +"});
 }
 
+TEST_F(Observer, RecordsTheSumOfTooManyFilesAndSaysSo) {
+    const Lines note{"Storage · a: The folder has more than 10,000 files of its own. Their total "
+                     "size is recorded, but not their names."};
+    writeFiles("a", 10'000);
+    measure({"a"});
+    for (const bool tooMany : {false, true}) {
+        if (tooMany)
+            folder.write("a/one more", "1");
+        for (ComponentStorageScanner* used : {&scanner, static_cast<decltype(&scanner)>(nullptr)}) {
+            const Snapshot snapshot = capture(used);
+            const FolderSize& size = *snapshot.folders.at(0);
+            EXPECT_EQ(size.directFileSizes.has_value(), !tooMany);
+            EXPECT_EQ(size.breakdown, (SizeByName{{"Files in folder", size.bytes}}));
+            EXPECT_EQ(snapshot.coverage.notes, tooMany ? note : Lines{});
+            EXPECT_EQ(snapshot.coverage.issues, Lines{});
+        }
+    }
+}
+
 TEST_F(Observer, ThePlainInventoryMeasuresSmallRootsInTheOrderGiven) {
     folder.write("long/file", "123");
     writeFiles("a", 40);

@@ -5,6 +5,7 @@
 #include "core/base/JsonEncoder.h"
 #include "tests/support/Observations.h"
 #include "tests/support/OrdinaryUser.h"
+#include "tests/support/SharedRecords.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <algorithm>
@@ -43,7 +44,7 @@ struct Place {
 
 Journal small() {
     Journal journal;
-    journal.snapshots = {test::snapshot(1)};
+    journal.snapshots = test::shared(test::snapshot(1));
     journal.lastChecked = Date{0.1 + 0.2};
     return journal;
 }
@@ -54,7 +55,7 @@ Journal large(const std::string& name) {
         Snapshot snapshot = test::snapshot(number);
         for (int i = 0; i < 400; ++i)
             snapshot.applications.emplace_back(test::application(name + std::to_string(i)));
-        journal.snapshots.emplace_back(snapshot);
+        journal.snapshots.emplace_back(std::move(snapshot));
     }
     return journal;
 }

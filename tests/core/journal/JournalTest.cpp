@@ -1,6 +1,8 @@
 #include "core/journal/Journal.h"
 
+#include "core/storage/FolderInspection.h"
 #include "tests/support/Observations.h"
+#include "tests/support/SharedRecords.h"
 
 #include <algorithm>
 
@@ -13,7 +15,7 @@ namespace {
 Shared<Event> eventAt(double time) {
     Event event;
     event.timestamp = Date{time};
-    return event;
+    return Shared(std::move(event));
 }
 
 /// A snapshot with `count` applications, none of which any other number has.
@@ -23,6 +25,39 @@ Snapshot withApplications(unsigned number, int count) {
         made.applications.emplace_back(
             test::application(std::to_string(number) + "-" + std::to_string(i)));
     return made;
+}
+
+/// A folder of `count` files of its own and a subfolder, measured now.
+Snapshot withFiles(unsigned number, int count) {
+    SizeByName files;
+    for (int i = 0; i < count; ++i)
+        files[std::to_string(i)] = 1'000'000;
+    StorageMeasurementRecord child;
+    child.item.emplace(StorageMeasurementItem::directory("/home/sub", Date{1}));
+    child.measuredItem.emplace(StorageMeasurementItem(*child.item));
+    child.breakdown.emplace({{"x", 5}});
+    child.bytes = 5;
+    child.allocatedBytes = 5;
+    child.measuredAt = Date{1.0 * number};
+    FolderStorageReport report;
+    report.path = "/home";
+    report.directFileBytes = 1'000'000LL * count;
+    report.directFileSizes.emplace(std::move(files));
+    report.children.records = test::shared(std::move(child));
+    report.sampledAt = Date{1.0 * number};
+    Snapshot made = test::snapshot(number);
+    made.folders.emplace_back(*report.folderSize());
+    made.folderStorage.emplace().push_back(std::move(report));
+    return made;
+}
+
+/// How many names of files the snapshot's size and report of the folder hold, "-" where none are
+/// known.
+std::string fileNames(const Snapshot& snapshot) {
+    const auto count = [](const auto& folder) {
+        return folder.directFileSizes ? std::to_string(folder.directFileSizes->size()) : "-";
+    };
+    return count(*snapshot.folders.at(0)) + count(snapshot.folderStorage->at(0));
 }
 
 InstallationRecord installed(const char* name, double time) {
@@ -40,17 +75,17 @@ std::string namesOf(const Journal& journal) {
 
 TEST(Journal, ComparesWithTheSnapshotBefore) {
     Journal journal;
-    journal.append(withApplications(1, 1), true);
+    journal.append(Shared(withApplications(1, 1)), true);
     EXPECT_TRUE(journal.events.empty()) << "nothing to compare with";
-    journal.append(withApplications(2, 1), false);
+    journal.append(Shared(withApplications(2, 1)), false);
     EXPECT_TRUE(journal.events.empty()) << "a new starting point";
     Snapshot late = withApplications(3, 1);
     late.timestamp = Date{1e6};
     late.expectedCaptureInterval = 600;
     Snapshot unchanged = late;
     unchanged.timestamp = Date{2e6};
-    journal.append(late, true);
-    journal.append(unchanged, true);
+    journal.append(Shared(Snapshot(late)), true);
+    journal.append(Shared(Snapshot(unchanged)), true);
     ASSERT_EQ(journal.events.size(), 3U);
     EXPECT_EQ(journal.events[0]->title, "2-0 Removed");
     EXPECT_EQ(journal.events[1]->title, "3-0 Installed");
@@ -63,23 +98,83 @@ TEST(Journal, HoldsWhatTwoSnapshotsShareOnce) {
     Journal journal;
     Snapshot first = withApplications(1, 2);
     Snapshot second = withApplications(1, 2);
-    second.applications[1] = test::application("1-1", "2");
-    journal.append(first, true);
-    journal.append(second, true);
+    second.applications[1].emplace(test::application("1-1", "2"));
+    journal.append(Shared(Snapshot(first)), true);
+    journal.append(Shared(Snapshot(second)), true);
     const auto& before = journal.snapshots[0]->applications;
     const auto& after = journal.snapshots[1]->applications;
     EXPECT_TRUE(before[0].sameObject(after[0]));
     EXPECT_EQ(*journal.snapshots[1], second);
 }
 
+TEST(Journal, SharesWhatStayedTheSameOfAFolderMeasuredAnew) {
+    Journal journal;
+    journal.append(Shared(withFiles(1, 3)), true);
+    journal.append(Shared(withFiles(2, 3)), true);
+    const Snapshot& before = *journal.snapshots[0];
+    const Snapshot& after = *journal.snapshots[1];
+    EXPECT_EQ(after, withFiles(2, 3));
+    EXPECT_TRUE(before.folders[0]->breakdown.sameObject(after.folders[0]->breakdown));
+    const auto& report = after.folderStorage->at(0);
+    EXPECT_EQ(report.directFileSizes.object(), before.folders[0]->directFileSizes.object());
+    const auto& child = *report.children.records[0];
+    const auto& earlier = *before.folderStorage->at(0).children.records[0];
+    EXPECT_NE(child, earlier);
+    EXPECT_TRUE(child.item.sameObject(earlier.item));
+    EXPECT_EQ(child.measuredItem.object(), earlier.measuredItem.object());
+    EXPECT_EQ(child.breakdown.object(), earlier.breakdown.object());
+}
+
+TEST(Journal, KeepsTheNamesOfFilesInTheNewestTwoSnapshotsAndInNamedOnes) {
+    Journal journal;
+    // As releases before left it: with the names in each.
+    journal.snapshots = test::shared(withFiles(1, 3), withFiles(2, 3), withFiles(3, 3));
+    journal.baselines = {Baseline::named("Mine", journal.snapshots[0])};
+    journal.append(Shared(withFiles(4, 3)), true);
+    std::string names;
+    for (const auto& snapshot : journal.snapshots)
+        names += fileNames(*snapshot) + " ";
+    EXPECT_EQ(names, "-- -- 33 33 ");
+    EXPECT_EQ(fileNames(*journal.baselines[0].snapshot), "33");
+
+    // What is not known any more is no change.
+    EXPECT_TRUE(Journal::eventsBetween(*journal.snapshots[0], *journal.snapshots[3]).empty());
+    EXPECT_TRUE(Journal::eventsBetween(*journal.snapshots[3], *journal.snapshots[0]).empty());
+    const auto nodeOf = [&](std::size_t snapshot) {
+        return FolderInspectionNode::recorded("/home", *journal.snapshots[snapshot]);
+    };
+    const auto before = nodeOf(0);
+    const auto after = nodeOf(3);
+    for (const auto& row : FolderInspection::rows(&before, &after)) {
+        EXPECT_EQ(row.beforeBytes, row.afterBytes) << row.name;
+        for (const auto& file : FolderInspection::rows(&*row.before, &*row.after))
+            EXPECT_EQ(file.beforeBytes.has_value(), file.name == "x") << file.name;
+    }
+}
+
+TEST(Journal, KeepsTheNamesOfFewFilesInAnEvent) {
+    for (const int count : {2'000, 2'001}) {
+        Journal journal;
+        journal.append(Shared(withFiles(1, 3)), true);
+        journal.append(Shared(withFiles(2, count)), true);
+        ASSERT_EQ(journal.events.size(), 1U);
+        const auto& moved = std::get<change::FolderSizeChanged>(journal.events[0]->changes.at(0));
+        const bool kept = count == 2'000;
+        EXPECT_EQ(moved.before->directFileSizes.has_value(), kept);
+        EXPECT_EQ(moved.after->directFileSizes.has_value(), kept);
+        EXPECT_EQ(moved.after->bytes, 1'000'000LL * count + 5);
+        EXPECT_TRUE(journal.snapshots[1]->folders[0]->directFileSizes);
+    }
+}
+
 TEST(Journal, KeepsThe720LatestSnapshots) {
     Journal journal;
-    journal.baselines = {Baseline::named("Mine", test::snapshot(1))};
+    journal.baselines = {Baseline::named("Mine", Shared(test::snapshot(1)))};
     for (unsigned number = 1; number <= 720; ++number)
-        journal.append(test::snapshot(number), true);
+        journal.append(Shared(test::snapshot(number)), true);
     ASSERT_EQ(journal.snapshots.size(), 720U);
     EXPECT_EQ(journal.snapshots.front()->id, test::snapshot(1).id);
-    journal.append(test::snapshot(721), true);
+    journal.append(Shared(test::snapshot(721)), true);
     ASSERT_EQ(journal.snapshots.size(), 720U);
     EXPECT_EQ(journal.snapshots.front()->id, test::snapshot(2).id);
     EXPECT_EQ(journal.snapshots.back()->id, test::snapshot(721).id);
@@ -89,30 +184,30 @@ TEST(Journal, KeepsThe720LatestSnapshots) {
 TEST(Journal, KeepsThe10000LastEvents) {
     const auto filled = [](int count) {
         Journal journal;
-        journal.snapshots = {test::snapshot(1)};
+        journal.snapshots = test::shared(test::snapshot(1));
         for (int i = 0; i < count; ++i)
             journal.events.push_back(eventAt(1000 - i));
         return journal;
     };
     Journal journal = filled(9'999);
-    journal.append(withApplications(2, 1), true);
+    journal.append(Shared(withApplications(2, 1)), true);
     EXPECT_EQ(journal.events.size(), 10'000U);
     EXPECT_FALSE(journal.eventsPrunedThrough);
-    journal.append(withApplications(3, 0), true);
+    journal.append(Shared(withApplications(3, 0)), true);
     EXPECT_EQ(journal.events.size(), 10'000U);
     EXPECT_EQ(journal.eventsPrunedThrough, Date{1000});
 
     journal = filled(9'990);
     // The first ones to go are not the earliest ones, nor is the latest of them the last to go.
     journal.events[7] = eventAt(5000);
-    journal.append(withApplications(2, 30), true);
+    journal.append(Shared(withApplications(2, 30)), true);
     ASSERT_EQ(journal.events.size(), 10'000U);
     EXPECT_EQ(journal.events.front(), eventAt(1000 - 20));
     EXPECT_EQ(journal.eventsPrunedThrough, Date{5000});
 
     journal = filled(10'000);
     journal.eventsPrunedThrough = Date{8000};
-    journal.append(withApplications(2, 1), true);
+    journal.append(Shared(withApplications(2, 1)), true);
     EXPECT_EQ(journal.eventsPrunedThrough, Date{8000});
 }
 

@@ -2,6 +2,7 @@
 
 #include "core/memory/IndexedFileObservation.h"
 #include "tests/support/RecordFiller.h"
+#include "tests/support/SharedRecords.h"
 
 #include <algorithm>
 #include <random>
@@ -90,8 +91,8 @@ TEST(MemoryArchive, DoesNotGrowByWhatItKnows) {
 
 TEST(MemoryArchive, MergesRecordsThatADocumentHoldsTwice) {
     MemoryArchive archive;
-    archive.records = {record("a", Kind::appClosed, 1), record("b", Kind::appClosed, 2),
-                       record("a", Kind::appClosed, 3)};
+    archive.records = test::shared(record("a", Kind::appClosed, 1), record("b", Kind::appClosed, 2),
+                                   record("a", Kind::appClosed, 3));
     archive.upsert({}, now, 7);
     EXPECT_EQ(ids(archive), "a b");
 }

@@ -52,7 +52,7 @@ MemoryArchive loaded(MemoryArchive archive) {
             record.payloadStored = true;
         if (record.kind == Kind::clipboard && record.text)
             record.textStored = true;
-        shared = std::move(record);
+        shared.emplace(std::move(record));
     }
     return archive;
 }

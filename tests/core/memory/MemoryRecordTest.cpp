@@ -55,7 +55,7 @@ TEST(MemoryRecord, SaysInALineWhatItIs) {
 }
 
 TEST(MemoryEvents, AreRoutineAndCarryTheRecord) {
-    const Shared<MemoryRecord> record = test::fullSample<MemoryRecord>();
+    const Shared record(test::fullSample<MemoryRecord>());
     Event expected;
     expected.id = "memory-text";
     expected.timestamp = expected.intervalStart = record->timestamp;

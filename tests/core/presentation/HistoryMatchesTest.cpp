@@ -1,6 +1,7 @@
 #include "core/presentation/HistoryMatches.h"
 
 #include "tests/support/HistoryEvents.h"
+#include "tests/support/SharedRecords.h"
 
 #include <gtest/gtest.h>
 #include <unicode/locid.h>
@@ -41,9 +42,9 @@ private:
 TEST(HistoryMatches, LooksAtEveryTextOfAnEvent) {
     Event agent = event("agent", 3, EventCategory::background);
     agent.subtitle = "Sub Title";
-    const Events events{agent,
-                        memoryEvent("file", 2, MemoryRecord::Kind::fileOpened, "/Work/Plans"),
-                        memoryEvent("clip", 1, MemoryRecord::Kind::clipboard, {}, "Grüße")};
+    const Events events =
+        test::shared(agent, memoryEvent("file", 2, MemoryRecord::Kind::fileOpened, "/Work/Plans"),
+                     memoryEvent("clip", 1, MemoryRecord::Kind::clipboard, {}, "Grüße"));
     const std::pair<const char*, const char*> cases[] = {{"plans", "file"},
                                                          {"background items", "agent"},
                                                          {"GRÜSSE", "clip"},

@@ -1,6 +1,7 @@
 #include "core/presentation/HistoryView.h"
 
 #include "tests/support/HistoryEvents.h"
+#include "tests/support/SharedRecords.h"
 
 #include <gtest/gtest.h>
 
@@ -21,11 +22,9 @@ constexpr Date now{100 * day};
 
 /// One event of every sort, one second apart and newest first, and some that are older.
 const MergedHistory& history() {
-    static const MergedHistory merged = MergedHistory::of({
-        event("old-app", 50 * day),
-        memoryEvent("old-clip", 50 * day, Kind::clipboard),
-        event("week", 93 * day),
-        event("app", 99.5 * day),
+    static const MergedHistory merged = MergedHistory::of(test::shared(
+        event("old-app", 50 * day), memoryEvent("old-clip", 50 * day, Kind::clipboard),
+        event("week", 93 * day), event("app", 99.5 * day),
         event("agent", 99.5 * day - 1, EventCategory::background),
         event("folder", 99.5 * day - 2, EventCategory::storage),
         activityEvent("slept", 99.5 * day - 3, Activity::sleepRequested),
@@ -41,8 +40,7 @@ const MergedHistory& history() {
         memoryEvent("got", 99.5 * day - 12, Kind::downloaded, "/b"),
         memoryEvent("got-again", 99.5 * day - 13, Kind::downloaded, "/b"),
         memoryEvent("clip", 99.5 * day - 14, Kind::clipboard, {}, "Secret text"),
-        memoryEvent("same-clip", 99.5 * day - 15, Kind::clipboard, {}, "Secret text"),
-    });
+        memoryEvent("same-clip", 99.5 * day - 15, Kind::clipboard, {}, "Secret text")));
     return merged;
 }
 
@@ -121,7 +119,8 @@ TEST(HistoryView, TheEdgesOfTheWindow) {
         << "the event at the very cutoff is outside";
     EXPECT_EQ(shown({.window = HistoryTimeWindow::custom, .customWindowDays = 8, .search = "week"}),
               "week");
-    const auto clips = MergedHistory::of({memoryEvent("edge", 93 * day, Kind::clipboard)});
+    const auto clips =
+        MergedHistory::of(test::shared(memoryEvent("edge", 93 * day, Kind::clipboard)));
     EXPECT_EQ(presentHistory(clips, {}, now, Calendar("UTC")).sidebarCounts.at(clipboard), 1U)
         << "the memory counts include it";
 }
@@ -133,7 +132,8 @@ TEST(HistoryView, AnOpenSnapshotIgnoresTheWindowButNotItsMemoryCounts) {
     place.since = Date{99.5 * day - 3};
     EXPECT_EQ(shown(place), "app agent folder");
 
-    place.stateComparison = {{event("gone", 1), event("grown", 0, EventCategory::storage)}};
+    place.stateComparison =
+        test::shared(event("gone", 1), event("grown", 0, EventCategory::storage));
     EXPECT_EQ(shown(place), "gone grown");
     EXPECT_EQ(counted(place).find("timeline 2 files 3 downloads 1 clipboard 2 applications 1"), 0U);
     place.systemFilters = {storage};

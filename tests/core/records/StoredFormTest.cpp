@@ -2,6 +2,7 @@
 #include "core/journal/Journal.h"
 #include "tests/support/Observations.h"
 #include "tests/support/RecordFiller.h"
+#include "tests/support/SharedRecords.h"
 
 #include <sstream>
 
@@ -204,13 +205,36 @@ RC_GTEST_PROP(StoredForm, OfAnEventReadsBackEqual, ()) {
     expectIdentity(test::drawn<Event>());
 }
 
+namespace {
+
+/// The same but for its dates in each of several observations.
+FolderSize recurringFolder(int observation) {
+    FolderSize size = test::folder("/same", 9, {{"x", 9}});
+    size.directFileSizes.emplace({{"file", 9}});
+    size.measuredAt = Date{1.0 * observation};
+    return size;
+}
+
+StorageMeasurementRecord recurringRecord(int observation) {
+    StorageMeasurementRecord record;
+    record.item.emplace(StorageMeasurementItem::application(test::application("A")));
+    record.measuredItem.emplace(StorageMeasurementItem(*record.item));
+    record.breakdown.emplace({{"x", 9}});
+    record.measuredAt = Date{1.0 * observation};
+    return record;
+}
+
+} // namespace
+
 TEST(StoredForm, KeepsEqualPartsOfADocumentOnce) {
     Journal journal;
     for (int i = 0; i < 2; ++i) {
         Snapshot snapshot;
-        snapshot.applications = {test::application("A"), test::application("B")};
-        snapshot.folders = {test::folder("/a", 9, {{"x", i}})};
-        journal.snapshots.emplace_back(snapshot);
+        snapshot.applications = test::shared(test::application("A"), test::application("B"));
+        snapshot.folders = test::shared(test::folder("/a", 9, {{"x", i}}), recurringFolder(i));
+        snapshot.applicationStorage = {test::shared(recurringRecord(i)), Date{1.0 * i}};
+        snapshot.coverage.excludedPaths.emplace({"/x"});
+        journal.snapshots.emplace_back(std::move(snapshot));
     }
     const auto read = json::decode<Journal>(json::encoded(journal));
     const Snapshot& first = *read.snapshots[0];
@@ -218,4 +242,16 @@ TEST(StoredForm, KeepsEqualPartsOfADocumentOnce) {
     EXPECT_TRUE(first.applications[1].sameObject(second.applications[1]));
     EXPECT_FALSE(first.applications[0].sameObject(second.applications[1]));
     EXPECT_FALSE(first.folders[0].sameObject(second.folders[0]));
+    // What was measured anew in each of them shares the parts that did not change.
+    const FolderSize& size = *first.folders[1];
+    const FolderSize& laterSize = *second.folders[1];
+    EXPECT_NE(size, laterSize);
+    EXPECT_TRUE(size.breakdown.sameObject(laterSize.breakdown));
+    EXPECT_EQ(size.directFileSizes.object(), laterSize.directFileSizes.object());
+    const auto& record = *first.applicationStorage->records[0];
+    const auto& laterRecord = *second.applicationStorage->records[0];
+    EXPECT_TRUE(record.item.sameObject(laterRecord.item));
+    EXPECT_EQ(record.item.object(), record.measuredItem.object());
+    EXPECT_EQ(record.breakdown.object(), laterRecord.breakdown.object());
+    EXPECT_EQ(first.coverage.excludedPaths.object(), second.coverage.excludedPaths.object());
 }

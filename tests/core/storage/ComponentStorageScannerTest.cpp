@@ -41,7 +41,7 @@ struct Scanner : testing::Test {
     }
     static Record recordOf(const StorageMeasurementItem& one, Date attemptedAt) {
         Record record;
-        record.item = one;
+        record.item.emplace(StorageMeasurementItem(one));
         record.bytes = 1;
         record.attemptedAt = attemptedAt;
         return record;
@@ -170,7 +170,7 @@ TEST_F(Scanner, AChangedItemKeepsItsOldSizeUntilMeasuredButAnotherOneDoesNot) {
     auto other = item("a", 1);
     other.identifier = "app.other";
     Record fresh;
-    fresh.item = other;
+    fresh.item.emplace(StorageMeasurementItem(other));
     EXPECT_EQ(*scanner.collect({other}, 0, never).records.at(0), fresh);
 }
 
@@ -337,7 +337,7 @@ TEST_F(Scanner, IsFreeAgainAfterAMeasureThatThrows) {
 
 TEST_F(Scanner, AFileThatCannotBeUnderstoodIsNeverOverwritten) {
     const std::string good =
-        json::encoded(MeasurementRecords{{item("a").path, recordOf(item("a"), Date{1})}});
+        json::encoded(MeasurementRecords{{item("a").path, Shared(recordOf(item("a"), Date{1}))}});
     const std::string withoutAttempts = R"({"/a":{"item":{"path":"/a","name":"a","identifier":"",)"
                                         R"("version":"","build":""}}})";
     for (const std::string& bad : {std::string("{"), withoutAttempts, good + "x"}) {
@@ -405,7 +405,7 @@ TEST_F(Scanner, KeepsTheTenThousandRecordsAttemptedLast) {
     MeasurementRecords records;
     for (int k = 0; k < 10'000; ++k) {
         const auto one = item("item " + std::to_string(k));
-        records.emplace(one.path, recordOf(one, Date{k * 1.0}));
+        records.emplace(one.path, Shared(recordOf(one, Date{k * 1.0})));
     }
     folder.write("data/records.json", json::encoded(records));
     collectOne(item("new"), 0, [](auto&, double) { return sized(1); });
@@ -419,14 +419,16 @@ TEST_F(Scanner, KeepsTheTenThousandRecordsAttemptedLast) {
 
 TEST_F(Scanner, KeepsTheLargestPartsOfAWideFolder) {
     for (const int count : {256, 257}) {
-        FolderSize size;
+        SizeByName parts;
         for (int k = 0; k < count; ++k)
-            size.breakdown[std::to_string(1000 + k)] = k == 200 ? 1'000'000 : 5;
+            parts[std::to_string(1000 + k)] = k == 200 ? 1'000'000 : 5;
+        FolderSize size;
+        size.breakdown.emplace(std::move(parts));
         const auto record = collectOne(item("a"), 0, [&](auto&, double) { return size; });
         EXPECT_EQ(record.breakdownComplete, count == 256);
         EXPECT_EQ(record.breakdown->size(), 256U);
         EXPECT_TRUE(record.breakdown->contains("1200"));
         EXPECT_EQ(record.breakdown->contains("1256"), false) << "of equal sizes the first by name";
-        EXPECT_EQ(record.folderSize()->breakdown.size(), count == 256 ? 256U : 0U);
+        EXPECT_EQ(record.folderSize()->breakdown->size(), count == 256 ? 256U : 0U);
     }
 }

@@ -55,7 +55,7 @@ TEST_F(FolderCollection, ListsFilesNowAndMeasuresSubfolders) {
     EXPECT_EQ(report.directFileBytes, 6);
     EXPECT_EQ(report.directFileSizes, (Sizes{{"one", 5}, {".DS_Store", 1}}));
     ASSERT_EQ(report.children.records.size(), 2U);
-    const auto& sub = report.children.records[1]->item;
+    const auto& sub = *report.children.records[1]->item;
     EXPECT_EQ(sub.path, (folder / "root/sub").native());
     EXPECT_EQ(sub.identifier, "directory:" + sub.path);
     EXPECT_EQ(sub.modified, Date::fromUnix(1'700'000'000.5));

@@ -1,5 +1,7 @@
 #include "core/storage/FolderInspection.h"
 
+#include "tests/support/SharedRecords.h"
+
 #include <gtest/gtest.h>
 
 using namespace tidemark;
@@ -13,7 +15,7 @@ const std::string fileGroupPath("/r/\0direct-files", 16);
 
 StorageMeasurementRecord recordOf(const std::string& path, Bytes bytes) {
     StorageMeasurementRecord record;
-    record.item = StorageMeasurementItem::directory(path, {});
+    record.item.emplace(StorageMeasurementItem::directory(path, {}));
     record.bytes = bytes;
     return record;
 }
@@ -59,7 +61,7 @@ std::string textOf(const std::vector<FolderInspectionRow>& rows) {
 TEST(FolderStorageReport, IsASizeOnlyWhenEveryChildHasOne) {
     auto measured = recordOf("/r/a", 5);
     measured.allocatedBytes = 8;
-    auto report = reportOf({measured, recordOf("/elsewhere/a", 2)}, 0);
+    auto report = reportOf(test::shared(measured, recordOf("/elsewhere/a", 2)), 0);
     report.directAllocatedBytes = 100;
     const auto size = report.folderSize().value();
     EXPECT_EQ(size.bytes, 7);
@@ -67,9 +69,9 @@ TEST(FolderStorageReport, IsASizeOnlyWhenEveryChildHasOne) {
     EXPECT_FALSE(size.allocatedBytes) << "one child's is not known";
     EXPECT_EQ(size.measuredAt, Date{7});
 
-    report.children.records = {measured};
+    report.children.records = test::shared(measured);
     EXPECT_EQ(report.folderSize().value().allocatedBytes, 108);
-    report.children.records.push_back(recordOf("/r/b", {}));
+    report.children.records.emplace_back(recordOf("/r/b", {}));
     EXPECT_FALSE(report.folderSize());
 }
 
@@ -80,8 +82,8 @@ TEST(FolderInspectionNode, ShowsASizeByItsParts) {
     EXPECT_FALSE(Node::recorded(size).children) << "nothing is known of the parts";
     EXPECT_FALSE(Node::recorded(size).childrenComplete);
 
-    size.breakdown = {{"Files in folder", 99}, {"sub", 4}};
-    size.directFileSizes = {{"one", 1}, {"two", 5}};
+    size.breakdown.emplace({{"Files in folder", 99}, {"sub", 4}});
+    size.directFileSizes.emplace({{"one", 1}, {"two", 5}});
     const auto node = Node::recorded(size);
     ASSERT_EQ(node.children->size(), 2U);
     EXPECT_TRUE(node.childrenComplete);
@@ -110,7 +112,7 @@ TEST(FolderInspectionNode, TakesTheFirstThatASnapshotKnowsOfARoot) {
     EXPECT_FALSE(Node::recorded("/r", snapshot).bytes);
 
     snapshot.applicationStorage = StorageMeasurementReport{
-        {recordOf("/r/a", 5), recordOf("/r/b", 6), recordOf("/rest/c", {})}, Date{9}};
+        test::shared(recordOf("/r/a", 5), recordOf("/r/b", 6), recordOf("/rest/c", {})), Date{9}};
     const auto partial = Node::recorded("/r", snapshot);
     EXPECT_FALSE(partial.bytes);
     EXPECT_EQ(partial.recordedSubtotal, 11);
@@ -120,22 +122,22 @@ TEST(FolderInspectionNode, TakesTheFirstThatASnapshotKnowsOfARoot) {
     EXPECT_EQ(Node::recorded("/r", snapshot).bytes, 11);
     EXPECT_TRUE(Node::recorded("/r", snapshot).issue->starts_with("Application bundles only;"));
     EXPECT_FALSE(Node::recorded("/rest", snapshot).bytes) << "one is not measured";
-    snapshot.coverage.excludedPaths = {"/rest/d"};
+    snapshot.coverage.excludedPaths.emplace({"/rest/d"});
     EXPECT_TRUE(Node::recorded("/r", snapshot).bytes);
-    snapshot.coverage.excludedPaths = {"/r/d"};
+    snapshot.coverage.excludedPaths.emplace({"/r/d"});
     EXPECT_FALSE(Node::recorded("/r", snapshot).bytes);
 
     FolderSize size;
     size.path = "/r";
     size.bytes = 3;
-    snapshot.folders = {size};
+    snapshot.folders = test::shared(size);
     EXPECT_EQ(Node::recorded("/r", snapshot).bytes, 3);
 
     auto cut = recordOf("/r/cut", 5);
-    cut.breakdown = {{"x", 5}};
+    cut.breakdown.emplace({{"x", 5}});
     auto whole = cut;
     cut.breakdownComplete = false;
-    snapshot.folderStorage = {{reportOf({cut, whole, recordOf("/r/c", {})}, 2)}};
+    snapshot.folderStorage = {{reportOf(test::shared(cut, whole, recordOf("/r/c", {})), 2)}};
     const auto node = Node::recorded("/r", snapshot);
     EXPECT_FALSE(node.bytes);
     EXPECT_EQ(node.recordedSubtotal, 12);
@@ -145,7 +147,7 @@ TEST(FolderInspectionNode, TakesTheFirstThatASnapshotKnowsOfARoot) {
     EXPECT_TRUE(node.children->at(1).childrenComplete);
     EXPECT_FALSE(node.children->at(2).childrenComplete) << "nothing is known of its parts";
     EXPECT_EQ(node.children->at(3).path, fileGroupPath);
-    snapshot.folderStorage = {{reportOf({whole}, 0)}};
+    snapshot.folderStorage = {{reportOf(test::shared(whole), 0)}};
     EXPECT_EQ(Node::recorded("/r", snapshot).bytes, 5);
     EXPECT_EQ(Node::recorded("/r", snapshot).children->size(), 1U);
 }

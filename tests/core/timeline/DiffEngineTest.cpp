@@ -4,6 +4,7 @@
 #include "core/timeline/MetadataComparison.h"
 #include "core/timeline/StorageBreakdown.h"
 #include "tests/support/Observations.h"
+#include "tests/support/SharedRecords.h"
 
 #include <algorithm>
 #include <functional>
@@ -41,8 +42,8 @@ void expectChanges(const std::vector<Case>& cases) {
 Case folders(const char* name, const FolderSize& was, const FolderSize& is, const char* changes) {
     return {name,
             [=](Snapshot& before, Snapshot& after) {
-                before.folders = {was};
-                after.folders = {is};
+                before.folders = test::shared(was);
+                after.folders = test::shared(is);
             },
             changes};
 }
@@ -58,8 +59,8 @@ TEST(DiffEngine, ComparesApplications) {
     const auto with = [](std::vector<Application> was, std::vector<Application> is,
                          const std::function<void(Coverage&, Coverage&)>& cover = {}) {
         return [=](Snapshot& before, Snapshot& after) {
-            before.applications.assign(was.begin(), was.end());
-            after.applications.assign(is.begin(), is.end());
+            before.applications = test::shared(was);
+            after.applications = test::shared(is);
             if (cover)
                 cover(before.coverage, after.coverage);
         };
@@ -102,15 +103,19 @@ TEST(DiffEngine, ComparesApplications) {
          with({}, {a}, [](Coverage& before, Coverage&) { before.applicationRoots.clear(); }), ""},
         {"excluded before",
          with({a, b}, {},
-              [](Coverage& before, Coverage&) { before.excludedPaths = {"/Applications/A.app"}; }),
+              [](Coverage& before, Coverage&) {
+                  before.excludedPaths.emplace({"/Applications/A.app"});
+              }),
          "applicationRemoved /Applications/B.app"},
         {"excluded after, by a folder above",
          with({moved}, {a},
-              [](Coverage&, Coverage& after) { after.excludedPaths = {"/Applications/Folder"}; }),
+              [](Coverage&, Coverage& after) {
+                  after.excludedPaths.emplace({"/Applications/Folder"});
+              }),
          "applicationInstalled /Applications/A.app"},
         {"an exclusion is no prefix of a name",
          with({}, {a},
-              [](Coverage&, Coverage& after) { after.excludedPaths = {"/Applications/A"}; }),
+              [](Coverage&, Coverage& after) { after.excludedPaths.emplace({"/Applications/A"}); }),
          "applicationInstalled /Applications/A.app"},
     });
 }
@@ -121,8 +126,8 @@ TEST(DiffEngine, ComparesBackgroundItems) {
             BackgroundItem was = agent("sync");
             BackgroundItem is = was;
             differ(was, is);
-            before.backgroundItems = {was, agent("old")};
-            after.backgroundItems = {agent("new"), is};
+            before.backgroundItems = test::shared(was, agent("old"));
+            after.backgroundItems = test::shared(agent("new"), is);
         };
     };
     const char* others = "backgroundAdded /Library/LaunchAgents/new.plist\n"
@@ -150,7 +155,7 @@ TEST(DiffEngine, ComparesBackgroundItems) {
          others},
         {"root became unreadable",
          [](Snapshot& before, Snapshot& after) {
-             before.backgroundItems = {agent("a")};
+             before.backgroundItems = test::shared(agent("a"));
              after.coverage.backgroundRoots.clear();
          },
          ""},
@@ -195,7 +200,7 @@ TEST(DiffEngine, ComparesFolders) {
             "trash has no children", trash(0),
             [] {
                 auto size = trash(1);
-                size.breakdown = {{"a", 900'000'000}};
+                size.breakdown.emplace({{"a", 900'000'000}});
                 return size;
             }(),
             ""),
@@ -206,8 +211,9 @@ TEST(DiffEngine, ComparesFolders) {
         folders("not emptied", rolling(trash(1, 3)), trash(0, 1), ""),
         {"first of two earlier ones, order of the later list",
          [&](Snapshot& before, Snapshot& after) {
-             before.folders = {folder("/a", 0), folder("/a", 2'000'000'000), folder("/b", 0)};
-             after.folders = {folder("/b", 2'000'000'000), folder("/a", 2'000'000'000)};
+             before.folders =
+                 test::shared(folder("/a", 0), folder("/a", 2'000'000'000), folder("/b", 0));
+             after.folders = test::shared(folder("/b", 2'000'000'000), folder("/a", 2'000'000'000));
          },
          "folderSizeChanged /b\nfolderSizeChanged /a"},
         folders("the ends of the type", movies(INT64_MIN, {{"a", INT64_MIN}}),
@@ -234,8 +240,8 @@ TEST(DiffEngine, ComparesReportsOfTheTrash) {
         {"never counted", reports({}, 0), ""},
         {"was empty", reports(0, 0), ""},
         {"is not counted", reports(3, {}), ""},
-        {"told by its size", reports(3, 0, {trash(1), trash(1, 1)}), ""},
-        {"size said nothing", reports(3, 0, {trash(1), trash(1, 0)}), emptied},
+        {"told by its size", reports(3, 0, test::shared(trash(1), trash(1, 1))), ""},
+        {"size said nothing", reports(3, 0, test::shared(trash(1), trash(1, 0))), emptied},
         {"no report before",
          [&](Snapshot& before, Snapshot& after) {
              reports(3, 0)(before, after);
@@ -344,21 +350,22 @@ Snapshot drawnSnapshot(unsigned number) {
         if (small() > 0) {
             Application app = application(name, std::to_string(small()));
             app.bundleID += std::to_string(small());
-            made.applications.emplace_back(app);
+            made.applications.emplace_back(std::move(app));
         }
         if (small() > 0) {
             BackgroundItem item = agent(name);
             item.definitionFingerprints = Texts{{"key", std::to_string(small())}};
-            made.backgroundItems.emplace_back(item);
+            made.backgroundItems.emplace_back(std::move(item));
         }
         FolderSize size = folder(std::string("/home/") + name, small() * 700'000'000LL);
-        size.breakdown = {{"x", small() * 300'000'000LL}, {name, size.bytes}};
-        made.folders.emplace_back(size);
+        size.breakdown.emplace({{"x", small() * 300'000'000LL}, {name, size.bytes}});
+        made.folders.emplace_back(std::move(size));
     }
     if (small() == 0)
         made.coverage.applicationRoots.clear();
     if (small() == 0)
-        made.coverage.excludedPaths = {"/Applications/B.app", "/Library/LaunchAgents/C.plist"};
+        made.coverage.excludedPaths.emplace(
+            {"/Applications/B.app", "/Library/LaunchAgents/C.plist"});
     made.folders.emplace_back(trash(small() * 60'000'000LL, small()));
     return made;
 }
@@ -379,9 +386,9 @@ RC_GTEST_PROP(DiffEngine, IsSilentOnEqualObservations, ()) {
     // A copy of its own, so that nothing is equal by being one object.
     Snapshot copy = snapshot;
     for (auto& app : copy.applications)
-        app = Application(*app);
+        app.emplace(Application(*app));
     for (auto& item : copy.backgroundItems)
-        item = BackgroundItem(*item);
+        item.emplace(BackgroundItem(*item));
     RC_ASSERT(test::summary(DiffEngine::compare(snapshot, copy)).empty());
 }
 

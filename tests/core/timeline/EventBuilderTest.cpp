@@ -2,6 +2,7 @@
 
 #include "core/timeline/EventDisplay.h"
 #include "tests/support/Observations.h"
+#include "tests/support/SharedRecords.h"
 
 #include <functional>
 
@@ -42,8 +43,7 @@ std::string numbers(const std::vector<Event>& events) {
 
 StorageMeasurementRecord measured(const Application& app, std::int64_t bytes) {
     StorageMeasurementRecord record;
-    record.item.path = app.path;
-    record.item.identifier = app.bundleID;
+    record.item.emplace(StorageMeasurementItem::application(app));
     record.measuredItem = record.item;
     record.bytes = bytes;
     return record;
@@ -55,8 +55,8 @@ TEST(EventBuilder, WordsEachChange) {
     using Arrange = std::function<void(Snapshot&, Snapshot&)>;
     const auto sizes = [](FolderSize was, FolderSize is) -> Arrange {
         return [=](Snapshot& before, Snapshot& after) {
-            before.folders = {was};
-            after.folders = {is};
+            before.folders = test::shared(was);
+            after.folders = test::shared(is);
         };
     };
     const auto free = [](std::int64_t was, std::int64_t is, bool named) -> Arrange {
@@ -85,38 +85,38 @@ TEST(EventBuilder, WordsEachChange) {
     constexpr auto giga = 1'000'000'000LL;
     using enum ObservedMetadata::Kind;
     const std::pair<Arrange, const char*> cases[] = {
-        {[](auto&, auto& after) { after.applications = {application("A", "2.0")}; },
+        {[](auto&, auto& after) { after.applications = test::shared(application("A", "2.0")); },
          "Applications prominent plus.app | A Installed | 2.0 | /Applications/A.app"},
         {[](auto& before, auto& after) {
-             before.applications = {application("A", "1", "7")};
-             after.applications = {application("A", "2", "8")};
+             before.applications = test::shared(application("A", "1", "7"));
+             after.applications = test::shared(application("A", "2", "8"));
          },
          "Applications prominent arrow.triangle.2.circlepath | A Updated | 1 → 2 | "
          "/Applications/A.app"},
         {[](auto& before, auto& after) {
-             before.applications = {application("A", "1", "7")};
-             after.applications = {application("A", "1", "8")};
+             before.applications = test::shared(application("A", "1", "7"));
+             after.applications = test::shared(application("A", "1", "8"));
          },
          "Applications prominent arrow.triangle.2.circlepath | A Updated | Build 7 → 8 | "
          "/Applications/A.app"},
-        {[](auto&, auto& after) { after.backgroundItems = {agent("org.sync")}; },
+        {[](auto&, auto& after) { after.backgroundItems = test::shared(agent("org.sync")); },
          "Background items prominent gearshape.2 | New Background Item | "
          "LaunchAgent · org.sync | /Library/LaunchAgents/org.sync.plist"},
         {[](auto& before, auto& after) {
-             before.applications = after.applications = {application("A")};
-             after.backgroundItems = {agentInside("A")};
+             before.applications = after.applications = test::shared(application("A"));
+             after.backgroundItems = test::shared(agentInside("A"));
          },
          "Background items prominent gearshape.2 | A: New Background Item | "
          "LaunchAgent · org.example.A.helper | /Library/LaunchAgents/org.example.A.helper.plist"},
-        {[](auto& before, auto&) { before.backgroundItems = {agent("org.sync")}; },
+        {[](auto& before, auto&) { before.backgroundItems = test::shared(agent("org.sync")); },
          "Background items routine gearshape.2 | Background Item Removed | "
          "LaunchAgent · org.sync | /Library/LaunchAgents/org.sync.plist"},
         {[](auto& before, auto& after) {
-             before.backgroundItems = {agent("org.sync")};
+             before.backgroundItems = test::shared(agent("org.sync"));
              BackgroundItem changed = agent("org.sync");
              changed.kind = BackgroundItem::Kind::daemon;
              changed.program = "/bin/x";
-             after.backgroundItems = {changed};
+             after.backgroundItems = test::shared(changed);
          },
          "Background items prominent gearshape.2 | Background Item Changed | "
          "LaunchDaemon · org.sync | /Library/LaunchAgents/org.sync.plist"},
@@ -176,8 +176,8 @@ TEST(EventBuilder, DatesAFolderByItsMeasurements) {
         FolderSize is = folder("/a", 5'000'000'000);
         was.measuredAt = Date{10};
         is.measuredAt = Date{20};
-        before.folders = {was};
-        after.folders = {is};
+        before.folders = test::shared(was);
+        after.folders = test::shared(is);
     });
     EXPECT_EQ(events.at(0).intervalStart, Date{10});
     EXPECT_EQ(events.at(0).timestamp, Date{20});
@@ -187,8 +187,9 @@ TEST(EventBuilder, GivesApplicationsTheirSizes) {
     const Application app = application("A");
     const auto removed = [&](StorageMeasurementRecord record) {
         return built([&](auto& before, auto&) {
-                   before.applications = {app};
-                   before.applicationStorage = {{measured(application("B"), 1), record}, Date{}};
+                   before.applications = test::shared(app);
+                   before.applicationStorage = {test::shared(measured(application("B"), 1), record),
+                                                Date{}};
                })
             .at(0);
     };
@@ -201,10 +202,12 @@ TEST(EventBuilder, GivesApplicationsTheirSizes) {
     EXPECT_EQ(removed(record).appID, app.bundleID);
 
     // What counts is the item that was measured.
-    record.item.identifier = "org.example.Stranger";
+    StorageMeasurementItem stranger = *record.item;
+    stranger.identifier = "org.example.Stranger";
+    record.item.emplace(StorageMeasurementItem(stranger));
     EXPECT_TRUE(removed(record).removedApplicationSize);
     EXPECT_FALSE(removed(record).applicationSizeBefore);
-    record.measuredItem->identifier = "org.example.Stranger";
+    record.measuredItem = record.item;
     EXPECT_EQ(removed(record).subtitle, "Previously 1");
     record = measured(app, 1);
     record.bytes.reset();
@@ -216,13 +219,13 @@ TEST(EventBuilder, PrefersTheLaterObservation) {
     Application renamed = application("A", "2");
     renamed.name = "Renamed";
     const auto events = built([&](auto& before, auto& after) {
-        before.applications = {old};
-        after.applications = {renamed};
-        before.applicationStorage = {{measured(old, 1)}, Date{}};
-        after.applicationStorage = {{measured(old, 2)}, Date{}};
+        before.applications = test::shared(old);
+        after.applications = test::shared(renamed);
+        before.applicationStorage = {test::shared(measured(old, 1)), Date{}};
+        after.applicationStorage = {test::shared(measured(old, 2)), Date{}};
         BackgroundItem helper = agentInside("A");
         helper.association.reset();
-        after.backgroundItems = {helper};
+        after.backgroundItems = test::shared(helper);
         before.volumeContext = VolumeContext{"Old", {}, {}, {}, {}, {}};
         after.volumeContext = VolumeContext{"New", {}, {}, {}, {}, {}};
         before.volumeID = after.volumeID = "V";
@@ -237,8 +240,8 @@ TEST(EventBuilder, PrefersTheLaterObservation) {
     EXPECT_EQ(events[2].subtitle, "New · 5 GB increase in free space · 5 GB remaining");
 
     const auto gone = built([&](auto& before, auto& after) {
-        before.applications = {old};
-        after.backgroundItems = {agentInside("A")};
+        before.applications = test::shared(old);
+        after.backgroundItems = test::shared(agentInside("A"));
     });
     EXPECT_EQ(gone.at(0).changes.size(), 2U) << "folded even into a removal";
 }
@@ -249,8 +252,8 @@ TEST(EventBuilder, FoldsWhatAnApplicationBroughtAlong) {
             after.timestamp = before.timestamp + apart;
             BackgroundItem helper = agentInside("B");
             differ(helper);
-            after.applications = {application("A"), application("B"), application("C")};
-            after.backgroundItems = {helper, agent("other")};
+            after.applications = test::shared(application("A"), application("B"), application("C"));
+            after.backgroundItems = test::shared(helper, agent("other"));
             before.operatingSystem = {"14", {}};
             after.operatingSystem = {"15", {}};
         });
@@ -271,12 +274,12 @@ TEST(EventBuilder, FoldsWhatAnApplicationBroughtAlong) {
 }
 
 TEST(EventDisplay, PutsOlderTitlesInPresentWording) {
-    const std::vector<Change> added{change::BackgroundAdded{{agent("a")}}};
+    const std::vector<Change> added{change::BackgroundAdded{{Shared(agent("a"))}}};
     Event titled, installed, slept;
     titled.title = "Lantern: New BACKGROUND Item";
-    installed.installationRecord = InstallationRecord{"Tool", "", {}, "", {}};
-    slept.installationRecord = InstallationRecord{};
-    slept.systemActivity = SystemActivity{};
+    installed.installationRecord.emplace({"Tool", "", {}, "", {}});
+    slept.installationRecord.emplace({});
+    slept.systemActivity.emplace({});
     const struct {
         Event event;
         std::vector<Change> changes;
@@ -292,7 +295,7 @@ TEST(EventDisplay, PutsOlderTitlesInPresentWording) {
          {change::FreeDiskSpaceChanged{{5, 5}}},
          "Space Freed Up | Zero KB increase in free space · 5 bytes remaining"},
         {{},
-         {change::FolderSizeChanged{{folder("/a", 1), folder("/a", 1)}}},
+         {change::FolderSizeChanged{{Shared(folder("/a", 1)), Shared(folder("/a", 1))}}},
          "a Shrank in Size | Second line"},
     };
     for (auto [event, changes, shown] : cases) {

@@ -1,6 +1,7 @@
 #include "core/timeline/ObservationCoverage.h"
 
 #include "tests/support/Observations.h"
+#include "tests/support/SharedRecords.h"
 
 #include <cmath>
 
@@ -32,9 +33,8 @@ std::string told(const ObservationCoverageReport& report) {
 }
 
 std::string told(std::vector<Snapshot> snapshots, double after, double through) {
-    return told(ObservationCoverageReport::build(
-        std::vector<Shared<Snapshot>>(snapshots.begin(), snapshots.end()), Date{after},
-        Date{through}));
+    return told(ObservationCoverageReport::build(test::shared(std::move(snapshots)), Date{after},
+                                                 Date{through}));
 }
 
 } // namespace

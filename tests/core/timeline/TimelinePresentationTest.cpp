@@ -1,6 +1,7 @@
 #include "core/timeline/TimelinePresentation.h"
 
 #include "tests/support/Observations.h"
+#include "tests/support/SharedRecords.h"
 
 #include <algorithm>
 #include <cmath>
@@ -42,8 +43,8 @@ TimelinePresentation presented(const Events& events, std::string_view search = "
 } // namespace
 
 TEST(TimelinePresentation, KeepsWhatPassesTheWindow) {
-    const Events events{event("late", 1e6 + 1), event("through", 1e6), event("in", 5),
-                        event("after", 0)};
+    const Events events = test::shared(event("late", 1e6 + 1), event("through", 1e6),
+                                       event("in", 5), event("after", 0));
     EXPECT_EQ(ids(presented(events).events), "through in");
     EXPECT_EQ(presented(events).applicationCount, 2U);
     EXPECT_EQ(presented({}), TimelinePresentation());
@@ -54,7 +55,7 @@ TEST(TimelinePresentation, CountsBeforeItFiltersByCategory) {
     double time = 100;
     for (const auto& entry : json::rawValues<EventCategory>)
         for (std::size_t i = 0; i <= static_cast<std::size_t>(entry.value); ++i)
-            events.push_back(event(std::string(entry.text), --time, entry.value));
+            events.emplace_back(event(std::string(entry.text), --time, entry.value));
     const auto none = presented(events, "", EventCategory::storage, std::set<EventCategory>());
     EXPECT_TRUE(none.events.empty() && none.days.empty());
     EXPECT_EQ((std::vector{none.applicationCount, none.backgroundCount, none.storageCount,
@@ -74,15 +75,15 @@ TEST(TimelinePresentation, SearchesAllTextsOfAnEvent) {
     clip.title = "Copied";
     clip.subtitle = "From";
     clip.path = "/notes";
-    clip.memory = MemoryRecord();
+    clip.memory.emplace({});
     MemoryRecord memory;
     memory.text = "Café secret";
     memory.appName = "Editor";
-    clip.memory = memory;
+    clip.memory.emplace(std::move(memory));
     Event installed = event("installed", 3);
     installed.title = "stale";
-    installed.changes = {change::ApplicationInstalled{{test::application("Lantern")}}};
-    const Events events{clip, installed};
+    installed.changes = {change::ApplicationInstalled{{Shared(test::application("Lantern"))}}};
+    const Events events = test::shared(clip, installed);
     const std::pair<const char*, const char*> cases[] = {
         {"CAFÉ SECRET", "clip"},
         {"copied from /notes", "clip"},
@@ -100,7 +101,7 @@ TEST(TimelinePresentation, SearchesAllTextsOfAnEvent) {
 
 TEST(TimelinePresentation, GroupsByTheDaysOfTheZone) {
     // 23:30 and 00:30 UTC, around a midnight.
-    const Events events{event("c", 200'000), event("b", 88'200), event("a", 84'600)};
+    const Events events = test::shared(event("c", 200'000), event("b", 88'200), event("a", 84'600));
     const auto days = [&](const char* zone) {
         std::string text;
         for (const auto& day : presented(events, "", {}, {}, zone).days)
@@ -115,15 +116,15 @@ TEST(TimelinePresentation, GroupsByTheDaysOfTheZone) {
 }
 
 TEST(TimelinePresentation, OrdersIdsAsText) {
-    EXPECT_EQ(ids(TimelinePresentation::newestFirst(
-                  {event("x-2", 1), event("x-10", 1), event("old", 0), event("new", 2)})),
+    EXPECT_EQ(ids(TimelinePresentation::newestFirst(test::shared(
+                  event("x-2", 1), event("x-10", 1), event("old", 0), event("new", 2)))),
               "new x-10 x-2 old");
 }
 
 RC_GTEST_PROP(TimelinePresentation, OrderDoesNotDependOnTheInput, (std::uint32_t seed)) {
     Events events;
     for (int i = 0; i < 40; ++i)
-        events.push_back(event(std::to_string(i), *rc::gen::inRange(0, 5)));
+        events.emplace_back(event(std::to_string(i), *rc::gen::inRange(0, 5)));
     Events shuffled = events;
     std::ranges::shuffle(shuffled, std::mt19937(seed));
     RC_ASSERT(TimelinePresentation::newestFirst(shuffled)

@@ -1,0 +1,89 @@
+#pragma once
+
+#include "core/base/JsonFields.h"
+
+#include <map>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tidemark {
+
+/// What the JSON of a value of one type holds and who may see it, from the fields of its record.
+/// The keys of a record and of a variant are known; a map has keys of its own, and all elements of
+/// a map or of an array have one shape.
+struct StoredShape {
+    using Of = const StoredShape& (*)();
+
+    struct Key {
+        std::string_view name;
+        json::Privacy privacy;
+        Of shape;
+    };
+
+    /// Empty unless the value is a record or a variant.
+    std::vector<Key> keys;
+    /// Null unless the value is a map, an array or a set.
+    Of element = nullptr;
+
+    /// Null for a key that no field describes.
+    const Key* find(std::string_view name) const {
+        for (const Key& key : keys)
+            if (key.name == name)
+                return &key;
+        return nullptr;
+    }
+};
+
+template <class T>
+const StoredShape& storedShapeOf();
+
+namespace detail {
+
+/// A text, a number or an enumeration.
+template <class T>
+struct ShapeOf {
+    static StoredShape make() { return {}; }
+};
+template <json::Described T>
+struct ShapeOf<T> {
+    static StoredShape make() {
+        StoredShape shape;
+        const auto add = [&]<class Field>(const Field& field) {
+            shape.keys.push_back(
+                {field.name, field.privacy, &storedShapeOf<typename Field::Member>});
+        };
+        std::apply([&](const auto&... field) { (add(field), ...); }, json::fieldsOf<T>());
+        return shape;
+    }
+};
+template <class... Cases>
+struct ShapeOf<std::variant<Cases...>> {
+    static StoredShape make() {
+        return {{{Cases::tag, json::Privacy::Shown, &storedShapeOf<Cases>}...}};
+    }
+};
+template <class T>
+struct ShapeOf<std::vector<T>> {
+    static StoredShape make() { return {{}, &storedShapeOf<T>}; }
+};
+template <class T>
+struct ShapeOf<std::set<T>> : ShapeOf<std::vector<T>> {};
+template <class T>
+struct ShapeOf<std::map<std::string, T>> : ShapeOf<std::vector<T>> {};
+template <class T>
+struct ShapeOf<std::optional<T>> : ShapeOf<T> {};
+template <class T>
+struct ShapeOf<Shared<T>> : ShapeOf<T> {};
+template <class T>
+struct ShapeOf<OptionalShared<T>> : ShapeOf<T> {};
+
+} // namespace detail
+
+template <class T>
+const StoredShape& storedShapeOf() {
+    static const StoredShape shape = detail::ShapeOf<T>::make();
+    return shape;
+}
+
+} // namespace tidemark
