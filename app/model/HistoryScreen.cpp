@@ -50,7 +50,14 @@ void HistoryScreen::setMemory(const MemoryArchive& archive) {
     if (change.isEmpty())
         return;
     const bool mayBeSelected = selectedEvent && !change.added.empty();
-    takeHistory(merged->changed(std::move(change.removed), std::move(change.added)));
+    const auto appears = [this](const Shared<Event>& event) { return mayAppear(place, *event); };
+    const bool isShown =
+        std::ranges::any_of(change.added, appears) || std::ranges::any_of(change.removed, appears);
+    setHistory(merged->changed(std::move(change.removed), std::move(change.added)));
+    if (isShown)
+        refresh();
+    else
+        recountMemory(view, *merged, place, services.clock.now());
     if (mayBeSelected) {
         const auto isSelected = [this](const Shared<Event>& event) {
             return event->id == selectedEvent->id;
@@ -72,13 +79,13 @@ void HistoryScreen::rebuild() {
     all.reserve(all.size() + journalEvents.size() + activityEvents.size());
     for (const Events* source : {&journalEvents, &activityEvents})
         all.insert(all.end(), source->begin(), source->end());
-    takeHistory(MergedHistory::of(std::move(all)));
+    setHistory(MergedHistory::of(std::move(all)));
+    refresh();
 }
 
-void HistoryScreen::takeHistory(MergedHistory history) {
+void HistoryScreen::setHistory(MergedHistory history) {
     merged = std::make_shared<const MergedHistory>(std::move(history));
     ++merges;
-    refresh();
 }
 
 // What is to be seen.

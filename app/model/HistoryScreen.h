@@ -115,7 +115,7 @@ private:
     void takeSystemActivity();
     void takeRecordingMode();
     void rebuild();
-    void takeHistory(MergedHistory history);
+    void setHistory(MergedHistory history);
 
     void refresh();
     void show(std::optional<Date> since, std::optional<Events> stateComparison);

@@ -130,14 +130,16 @@ bool isAt(const HistoryPlace& place, const Event& event) {
     return place.isInSnapshot || filtersMemory(place) || includes(place.workspace, event);
 }
 
+Date windowStart(const HistoryPlace& place, Date now) {
+    return place.windowStart.value_or(cutoff(place.window, now, place.customWindowDays));
+}
+
 } // namespace
 
 HistoryView presentHistory(const MergedHistory& history, const HistoryPlace& place, Date now,
                            const Calendar& calendar) {
-    const Date windowStart =
-        place.windowStart.value_or(cutoff(place.window, now, place.customWindowDays));
-    const Date after =
-        place.stateComparison ? Date::distantPast() : place.since.value_or(windowStart);
+    const Date start = windowStart(place, now);
+    const Date after = place.stateComparison ? Date::distantPast() : place.since.value_or(start);
     const auto& recorded = filtersMemory(place) ? history.events : history.timeline;
     const auto& source = place.stateComparison ? *place.stateComparison : recorded;
     // Searched once, for the counts and for the list.
@@ -145,7 +147,7 @@ HistoryView presentHistory(const MergedHistory& history, const HistoryPlace& pla
         TimelinePresentation::matching(source, after, Date::distantFuture(), place.search);
     HistoryView view;
     view.sidebarCounts = countPlaces(matching);
-    MemoryRows rows = memoryRows(history.events, place, windowStart);
+    MemoryRows rows = memoryRows(history.events, place, start);
     rows.store(view.sidebarCounts);
 
     if (listsMemory(place))
@@ -156,6 +158,15 @@ HistoryView presentHistory(const MergedHistory& history, const HistoryPlace& pla
         TimelinePresentation::build(matching, Date::distantPast(), Date::distantFuture(),
                                     std::nullopt, categoriesAt(place), "", calendar);
     return view;
+}
+
+bool mayAppear(const HistoryPlace& place, const Event& event) {
+    return appearsInTimeline(event.category) || listsMemory(place) || filtersMemory(place);
+}
+
+void recountMemory(HistoryView& view, const MergedHistory& history, const HistoryPlace& place,
+                   Date now) {
+    memoryRows(history.events, place, windowStart(place, now)).store(view.sidebarCounts);
 }
 
 } // namespace tidemark

@@ -47,4 +47,12 @@ struct HistoryView {
 HistoryView presentHistory(const MergedHistory& history, const HistoryPlace& place, Date now,
                            const Calendar& calendar);
 
+/// Whether an event may make a difference to the presentation at a place, or to another count than
+/// those of files, downloads and clips.
+bool mayAppear(const HistoryPlace& place, const Event& event);
+
+/// Counts files, downloads and clips anew: all that changes by events that may not appear.
+void recountMemory(HistoryView& view, const MergedHistory& history, const HistoryPlace& place,
+                   Date now);
+
 } // namespace tidemark

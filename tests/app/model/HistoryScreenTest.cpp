@@ -157,6 +157,7 @@ TEST_F(HistoryScreenTest, ThePlacesOfTheMemoryHistoryShowAndExportWhatTheyList) 
               memoryEvent("file", ago(0.5), Kind::fileOpened, "/file"),
               memoryEvent("got", ago(0.5), Kind::downloaded, "/got"),
               memoryEvent("clip", ago(0.5), Kind::clipboard)});
+    EXPECT_EQ(screen().sidebarCounts().at(Place::files), 3U) << "counted from elsewhere, too";
     const std::pair<Place, const char*> cases[] = {
         {Place::files, "memory-file memory-got memory-old"},
         {Place::downloads, "memory-got"},
