@@ -4,6 +4,7 @@
 
 #include <QCoroTask>
 #include <filesystem>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -88,7 +89,7 @@ struct Command {
 
     std::vector<OptionDescription> options{};
     /// A new one, with the options as they are when none is given.
-    std::unique_ptr<Invocation> (*invoke)() = nullptr;
+    std::function<std::unique_ptr<Invocation>()> invoke{};
 };
 
 } // namespace tidemark

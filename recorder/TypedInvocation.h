@@ -74,7 +74,7 @@ void checkOption(std::string_view name, const OptionForm& form, const Check& che
 } // namespace detail
 
 /// `answer` is one of the four functions.
-template <class Options, auto answer, CommandExtras<Options> extras = {}>
+template <class Options, auto answer>
 class TypedInvocation final : public Invocation {
     using Answer = decltype(answer);
     static constexpr bool isHere = std::is_same_v<Answer, AnswerHere<Options>>;
@@ -85,6 +85,8 @@ class TypedInvocation final : public Invocation {
                   "a command is answered by a function of one of the four kinds");
 
 public:
+    explicit TypedInvocation(const CommandExtras<Options>& more) : extras(more) {}
+
     void setOption(std::size_t place, const std::vector<std::string>& words) override {
         std::size_t index = 0;
         forEachOption([&](const auto& option) {
@@ -114,14 +116,10 @@ public:
     }
 
     std::optional<std::string> question() const override {
-        if constexpr (extras.question != nullptr)
-            return extras.question(values);
-        return std::nullopt;
+        return extras.question ? extras.question(values) : std::nullopt;
     }
     std::optional<std::filesystem::path> outputFile() const override {
-        if constexpr (extras.outputFile != nullptr)
-            return extras.outputFile(values);
-        return std::nullopt;
+        return extras.outputFile ? extras.outputFile(values) : std::nullopt;
     }
 
     bool isReading() const override {
@@ -140,10 +138,8 @@ public:
             return detail::storedSettings(stored, bound());
         else if constexpr (isFromHistory)
             return detail::storedHistory(stored, bound());
-        else if constexpr (extras.fromStored != nullptr)
-            return extras.fromStored(stored, values);
         else
-            return std::nullopt;
+            return extras.fromStored ? extras.fromStored(stored, values) : std::nullopt;
     }
 
     QCoro::Task<std::string> carryOut([[maybe_unused]] CommandContext& context) const override {
@@ -151,10 +147,9 @@ public:
             return detail::liveSettings(context, bound());
         else if constexpr (isFromHistory)
             return detail::liveHistory(context, bound());
-        else if constexpr (isByRecorder && extras.changesSettings)
-            return detail::storedChange(context, answer(context, values));
         else if constexpr (isByRecorder)
-            return answer(context, values);
+            return extras.changesSettings ? detail::storedChange(context, answer(context, values))
+                                          : answer(context, values);
         else
             throw Error("This command can't be handed to a recorder.");
     }
@@ -217,15 +212,16 @@ private:
         return [this](const auto& source) { return answer(source, values); };
     }
 
+    const CommandExtras<Options> extras;
     Options values;
 };
 
 /// The row of a command, apart from its words: `makeCommand<Options, answer>({.name = …})`.
-template <class Options, auto answer, CommandExtras<Options> extras = {}>
-Command makeCommand(Command description) {
-    using Typed = TypedInvocation<Options, answer, extras>;
+template <class Options, auto answer>
+Command makeCommand(Command description, CommandExtras<Options> extras = {}) {
+    using Typed = TypedInvocation<Options, answer>;
     description.options = Typed::describeOptions();
-    description.invoke = []() -> std::unique_ptr<Invocation> { return std::make_unique<Typed>(); };
+    description.invoke = [extras] { return std::make_unique<Typed>(extras); };
     return description;
 }
 

@@ -42,13 +42,16 @@ std::optional<std::filesystem::path> outputFile(const Options& options) {
 } // namespace
 
 Command commands::exportHistory() {
-    return makeCommand<Options, &exported, CommandExtras<Options>{.outputFile = outputFile}>({
-        .name = "export",
-        .group = CommandGroup::history,
-        .summary = "Write a report of the history",
-        .details = "Nothing can be restored from a report. Paths, names of devices and networks, "
-                   "clips and origins are left out unless --include-private asks for them.",
-    });
+    return makeCommand<Options, &exported>(
+        {
+            .name = "export",
+            .group = CommandGroup::history,
+            .summary = "Write a report of the history",
+            .details =
+                "Nothing can be restored from a report. Paths, names of devices and networks, "
+                "clips and origins are left out unless --include-private asks for them.",
+        },
+        {.outputFile = outputFile});
 }
 
 } // namespace tidemark

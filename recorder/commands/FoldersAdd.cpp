@@ -37,12 +37,13 @@ QCoro::Task<std::string> foldersAdd(CommandContext& context, const Options& opti
 } // namespace
 
 Command commands::foldersAdd() {
-    return makeCommand<Options, &tidemark::foldersAdd,
-                       CommandExtras<Options>{.changesSettings = true}>({
-        .name = "folders add",
-        .group = CommandGroup::choices,
-        .summary = "Monitor a folder",
-    });
+    return makeCommand<Options, &tidemark::foldersAdd>(
+        {
+            .name = "folders add",
+            .group = CommandGroup::choices,
+            .summary = "Monitor a folder",
+        },
+        {.changesSettings = true});
 }
 
 } // namespace tidemark

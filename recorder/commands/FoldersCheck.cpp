@@ -22,12 +22,13 @@ QCoro::Task<std::string> foldersCheck(CommandContext& context, const NoOptions&)
 } // namespace
 
 Command commands::foldersCheck() {
-    return makeCommand<NoOptions, &tidemark::foldersCheck,
-                       CommandExtras<NoOptions>{.changesSettings = true}>({
-        .name = "folders check",
-        .group = CommandGroup::choices,
-        .summary = "Monitor all recommended folders that can be read",
-    });
+    return makeCommand<NoOptions, &tidemark::foldersCheck>(
+        {
+            .name = "folders check",
+            .group = CommandGroup::choices,
+            .summary = "Monitor all recommended folders that can be read",
+        },
+        {.changesSettings = true});
 }
 
 } // namespace tidemark

@@ -91,13 +91,14 @@ std::optional<CommandAnswer> storedList(StoredRecords& stored, const NoOptions&)
 } // namespace
 
 Command commands::foldersList() {
-    return makeCommand<NoOptions, &tidemark::foldersList,
-                       CommandExtras<NoOptions>{.fromStored = storedList}>({
-        .name = "folders list",
-        .group = CommandGroup::choices,
-        .summary = "List the monitored and the recommended folders",
-        .family = "List or change the monitored folders",
-    });
+    return makeCommand<NoOptions, &tidemark::foldersList>(
+        {
+            .name = "folders list",
+            .group = CommandGroup::choices,
+            .summary = "List the monitored and the recommended folders",
+            .family = "List or change the monitored folders",
+        },
+        {.fromStored = storedList});
 }
 
 } // namespace tidemark

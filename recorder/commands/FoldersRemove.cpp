@@ -31,12 +31,13 @@ QCoro::Task<std::string> foldersRemove(CommandContext& context, const Options& o
 } // namespace
 
 Command commands::foldersRemove() {
-    return makeCommand<Options, &tidemark::foldersRemove,
-                       CommandExtras<Options>{.changesSettings = true}>({
-        .name = "folders remove",
-        .group = CommandGroup::choices,
-        .summary = "Monitor a folder no longer",
-    });
+    return makeCommand<Options, &tidemark::foldersRemove>(
+        {
+            .name = "folders remove",
+            .group = CommandGroup::choices,
+            .summary = "Monitor a folder no longer",
+        },
+        {.changesSettings = true});
 }
 
 } // namespace tidemark

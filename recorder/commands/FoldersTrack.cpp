@@ -54,12 +54,13 @@ QCoro::Task<std::string> foldersTrack(CommandContext& context, const Options& op
 } // namespace
 
 Command commands::foldersTrack() {
-    return makeCommand<Options, &tidemark::foldersTrack,
-                       CommandExtras<Options>{.changesSettings = true}>({
-        .name = "folders track",
-        .group = CommandGroup::choices,
-        .summary = "Read a monitored folder for a purpose, or not",
-    });
+    return makeCommand<Options, &tidemark::foldersTrack>(
+        {
+            .name = "folders track",
+            .group = CommandGroup::choices,
+            .summary = "Read a monitored folder for a purpose, or not",
+        },
+        {.changesSettings = true});
 }
 
 } // namespace tidemark

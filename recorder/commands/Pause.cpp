@@ -14,12 +14,13 @@ QCoro::Task<std::string> pause(CommandContext& context, const NoOptions&) {
 } // namespace
 
 Command commands::pause() {
-    return makeCommand<NoOptions, &tidemark::pause,
-                       CommandExtras<NoOptions>{.changesSettings = true}>({
-        .name = "pause",
-        .group = CommandGroup::recording,
-        .summary = "Pause all recording",
-    });
+    return makeCommand<NoOptions, &tidemark::pause>(
+        {
+            .name = "pause",
+            .group = CommandGroup::recording,
+            .summary = "Pause all recording",
+        },
+        {.changesSettings = true});
 }
 
 } // namespace tidemark

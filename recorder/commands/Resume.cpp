@@ -14,12 +14,13 @@ QCoro::Task<std::string> resume(CommandContext& context, const NoOptions&) {
 } // namespace
 
 Command commands::resume() {
-    return makeCommand<NoOptions, &tidemark::resume,
-                       CommandExtras<NoOptions>{.changesSettings = true}>({
-        .name = "resume",
-        .group = CommandGroup::recording,
-        .summary = "Resume recording with a new starting point",
-    });
+    return makeCommand<NoOptions, &tidemark::resume>(
+        {
+            .name = "resume",
+            .group = CommandGroup::recording,
+            .summary = "Resume recording with a new starting point",
+        },
+        {.changesSettings = true});
 }
 
 } // namespace tidemark

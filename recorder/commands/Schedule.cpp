@@ -42,12 +42,13 @@ std::optional<CommandAnswer> storedSchedule(StoredRecords& stored, const Options
 } // namespace
 
 Command commands::schedule() {
-    return makeCommand<Options, &tidemark::schedule,
-                       CommandExtras<Options>{.fromStored = storedSchedule}>({
-        .name = "schedule",
-        .group = CommandGroup::recording,
-        .summary = "Tell or set how often captures are due",
-    });
+    return makeCommand<Options, &tidemark::schedule>(
+        {
+            .name = "schedule",
+            .group = CommandGroup::recording,
+            .summary = "Tell or set how often captures are due",
+        },
+        {.fromStored = storedSchedule});
 }
 
 } // namespace tidemark

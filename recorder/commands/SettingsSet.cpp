@@ -55,12 +55,13 @@ QCoro::Task<std::string> settingsSet(CommandContext& context, const Options& opt
 } // namespace
 
 Command commands::settingsSet() {
-    return makeCommand<Options, &tidemark::settingsSet,
-                       CommandExtras<Options>{.changesSettings = true}>({
-        .name = "settings set",
-        .group = CommandGroup::choices,
-        .summary = "Change one setting",
-    });
+    return makeCommand<Options, &tidemark::settingsSet>(
+        {
+            .name = "settings set",
+            .group = CommandGroup::choices,
+            .summary = "Change one setting",
+        },
+        {.changesSettings = true});
 }
 
 } // namespace tidemark

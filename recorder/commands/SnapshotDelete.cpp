@@ -43,12 +43,13 @@ std::optional<std::string> question(const Options& options) {
 } // namespace
 
 Command commands::snapshotDelete() {
-    return makeCommand<Options, &tidemark::snapshotDelete,
-                       CommandExtras<Options>{.question = question}>({
-        .name = "snapshot delete",
-        .group = CommandGroup::history,
-        .summary = "Remove a named snapshot; the history stays",
-    });
+    return makeCommand<Options, &tidemark::snapshotDelete>(
+        {
+            .name = "snapshot delete",
+            .group = CommandGroup::history,
+            .summary = "Remove a named snapshot; the history stays",
+        },
+        {.question = question});
 }
 
 } // namespace tidemark

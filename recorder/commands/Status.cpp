@@ -125,12 +125,13 @@ std::optional<CommandAnswer> storedStatus(StoredRecords& records, const Options&
 } // namespace
 
 Command commands::status() {
-    return makeCommand<Options, &tidemark::status,
-                       CommandExtras<Options>{.fromStored = storedStatus}>({
-        .name = "status",
-        .group = CommandGroup::recording,
-        .summary = "Tell how recording stands",
-    });
+    return makeCommand<Options, &tidemark::status>(
+        {
+            .name = "status",
+            .group = CommandGroup::recording,
+            .summary = "Tell how recording stands",
+        },
+        {.fromStored = storedStatus});
 }
 
 } // namespace tidemark
