@@ -87,7 +87,7 @@ Shared<SizeByName> largestParts(const Shared<SizeByName>& parts) {
 }
 
 void noteSuccess(StorageMeasurementRecord& record, const FolderSize& size,
-                 const StorageMeasurementItem& measured, Date now) {
+                 const Shared<StorageMeasurementItem>& measured, Date now) {
     record.breakdown = largestParts(size.breakdown);
     record.breakdownComplete = size.breakdown->size() <= StorageMeasurementRecord::partLimit;
     record.bytes = size.bytes;
@@ -286,19 +286,19 @@ ComponentStorageScanner::measureNow(Lock& lock, const StorageMeasurementRecord& 
     const double remaining = round.deadline - clock.monotonicSeconds();
     const double slice = std::min(remaining, sliceFor(record.attempts));
     if (!round.measure)
-        return measureSlice(lock, *record.item, slice, round.stop);
+        return measureSlice(lock, record.item, slice, round.stop);
     const Unlocked others(lock);
     return round.measure(record.item->path, slice);
 }
 
 ComponentStorageScanner::Measurement
-ComponentStorageScanner::measureSlice(Lock& lock, const StorageMeasurementItem& item,
+ComponentStorageScanner::measureSlice(Lock& lock, const Shared<StorageMeasurementItem>& item,
                                       double seconds, const std::stop_token& stop) {
     const auto cursor = cursorFor(item);
     if (!cursor)
         return std::unexpected(cursor.error());
     const auto walk = *cursor;
-    lastMeasured = cursors.at(item.path).item;
+    lastMeasured = cursors.at(item->path).item;
     const WalkBudget budget{clock.monotonicSeconds() + seconds, entriesPerSlice};
     const std::int64_t start = walk->count();
     std::int64_t told = start;
@@ -316,7 +316,7 @@ ComponentStorageScanner::measureSlice(Lock& lock, const StorageMeasurementItem& 
     }
     if (captureActive && outcome->has_value())
         captureSizes.add(walk->takeCompletedSizes());
-    cursors.erase(item.path);
+    cursors.erase(item->path);
     return *std::move(outcome);
 }
 
@@ -326,25 +326,25 @@ ComponentStorageScanner::measureSlice(Lock& lock, const StorageMeasurementItem& 
 bool ComponentStorageScanner::Cursor::goesOnFor(const StorageMeasurementItem& now) const {
     StorageMeasurementItem unchanged = now;
     if (startedAnew)
-        unchanged.modified = item.modified;
-    return unchanged == item;
+        unchanged.modified = item->modified;
+    return unchanged == *item;
 }
 
 /// The walk of an item, resumed or new.
 ComponentStorageScanner::SharedWalk
-ComponentStorageScanner::cursorFor(const StorageMeasurementItem& item) {
-    const auto known = cursors.find(item.path);
+ComponentStorageScanner::cursorFor(const Shared<StorageMeasurementItem>& item) {
+    const auto known = cursors.find(item->path);
     const bool isKnown = known != cursors.end();
-    if (isKnown && known->second.goesOnFor(item))
+    if (isKnown && known->second.goesOnFor(*item))
         return known->second.walk;
     if (isKnown)
         cursors.erase(known);
-    auto walk = StorageTraversal::openItem(item.path, cursorEntryLimit,
+    auto walk = StorageTraversal::openItem(item->path, cursorEntryLimit,
                                            StorageTraversal::RootFiles::summed);
     if (!walk)
         return std::unexpected(walk.error());
     auto shared = std::make_shared<StorageTraversal>(*std::move(walk));
-    cursors.emplace(item.path, Cursor{item, shared, isKnown});
+    cursors.emplace(item->path, Cursor{item, shared, isKnown});
     return shared;
 }
 

@@ -67,7 +67,7 @@ private:
 
     struct Cursor {
         /// What the walk was started for.
-        StorageMeasurementItem item;
+        Shared<StorageMeasurementItem> item;
         /// Shared, since a cursor may be dropped in a pause of its own walk.
         std::shared_ptr<StorageTraversal> walk;
         /// Whether it took the place of a walk that began before the item changed.
@@ -90,9 +90,9 @@ private:
     std::optional<StorageMeasurementRecord> attempt(Lock& lock, StorageMeasurementRecord record,
                                                     const Round& round);
     Measurement measureNow(Lock& lock, const StorageMeasurementRecord& record, const Round& round);
-    Measurement measureSlice(Lock& lock, const StorageMeasurementItem& item, double seconds,
+    Measurement measureSlice(Lock& lock, const Shared<StorageMeasurementItem>& item, double seconds,
                              const std::stop_token& stop);
-    SharedWalk cursorFor(const StorageMeasurementItem& item);
+    SharedWalk cursorFor(const Shared<StorageMeasurementItem>& item);
 
     const std::int64_t entriesPerSlice;
     Clock& clock;
@@ -108,7 +108,7 @@ private:
     /// Entries walked by the last slice.
     std::int64_t lastVisited = 0;
     /// The state of the item that the last attempt measured.
-    StorageMeasurementItem lastMeasured;
+    Shared<StorageMeasurementItem> lastMeasured;
     std::atomic<std::int64_t> walked = 0;
 };
 
