@@ -82,6 +82,10 @@ std::expected<FolderLock, FolderHolder> FolderLock::take(const std::filesystem::
     }
 }
 
+bool FolderLock::isCurrent() const {
+    return isFileAt(file->descriptor, file->path);
+}
+
 FolderGuard FolderLock::guard() const {
     return FolderGuard([held = std::weak_ptr(file)] {
         const auto locked = held.lock();

@@ -32,6 +32,9 @@ public:
     /// locked, such as in a folder without the right to write.
     static std::expected<FolderLock, FolderHolder> take(const std::filesystem::path& folder);
 
+    /// False once another file, or none, has the name of the locked one: then somebody else may
+    /// have taken the folder. Any thread may ask.
+    bool isCurrent() const;
     /// Permits writing for as long as this lock lives and its file has its name. Another file, or
     /// none, by that name means that somebody else may have taken the folder.
     FolderGuard guard() const;
