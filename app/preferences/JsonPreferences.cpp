@@ -193,10 +193,12 @@ bool JsonPreferences::takeCopy() {
 void JsonPreferences::keepCopy(const std::string& bytes) const {
     if (!writable)
         return;
+    // Where the folder may be another's by now, nothing is removed either.
+    permission.require();
     try {
         if (!fileExists(copy) || readFile(copy, largestFile) != bytes)
             replaceFile(copy, bytes, permission);
-    } catch (const Error&) {
+    } catch (const FileError&) {
         ::unlink(copy.c_str());
     }
 }

@@ -54,7 +54,7 @@ struct ModelFixture : testing::Test {
                                           [this](ObservationOptions options, std::stop_token stop) {
                                               return observe(std::move(options), std::move(stop));
                                           },
-                                      .ownsFolder = [this] { return ownsFolder(); },
+                                      .guard = FolderGuard([this] { return ownsFolder(); }),
                                       .collectInstallations = installations});
         model->setLiveServices(live);
     }

@@ -47,9 +47,13 @@ const struct Writer {
      }},
     {"storage-measurements.json",
      [](const fs::path& file, const FolderGuard& guard) {
+         StorageMeasurementItem item;
+         item.path = "/a";
          StorageMeasurementRecord record;
-         record.item.path = "/a";
-         MeasurementCache(file, guard).store(Shared<StorageMeasurementRecord>(record));
+         record.item.emplace(std::move(item));
+         MeasurementCache cache(file, guard);
+         cache.store(Shared(std::move(record)), 0);
+         cache.save();
      }},
     {"memory-payloads/made",
      [](const fs::path& file, const FolderGuard& guard) {
