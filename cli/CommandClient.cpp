@@ -97,7 +97,7 @@ std::string textOf(const std::exception_ptr& failure) {
 
 /// Prints what is wrong with the settings, unless the failure of the command says so. After a
 /// failure only that they could not be read: that they could not be stored has the same cause.
-void reportProblem(const Preferences& settings, const std::exception_ptr& failure) {
+void reportProblem(const JsonPreferences& settings, const std::exception_ptr& failure) {
     const auto problem = failure ? settings.loadingProblem() : settings.problem();
     if (problem && !textOf(failure).contains(*problem))
         std::fprintf(stderr, "%s\n", oneLine(*problem).c_str());

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/capture/RecordingMode.h"
+#include "core/capture/RecordingMode.h"
 #include "recorder/CommandContext.h"
 
 #include <string>

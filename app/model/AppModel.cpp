@@ -49,7 +49,6 @@ AppModel::AppModel(Setup setup)
       scheduler(setup.applicationCenter, setup.workspaceCenter,
                 setup.heartbeat ? std::move(setup.heartbeat)
                                 : CaptureScheduler::backgroundHeartbeat(setup.clock)) {
-    journalThread.setMaxThreadCount(1);
     services.importInitialHistory = [this] { return historyImport.importInitialHistoryIfNeeded(); };
     historyImport.setShowImported([this] { screen.showImported(); });
     // The user may come back from the system's own settings of access.

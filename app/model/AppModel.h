@@ -11,8 +11,6 @@
 #include "app/model/RecordingSwitch.h"
 #include "core/storage/ComponentStorageScanner.h"
 
-#include <QThreadPool>
-
 namespace tidemark {
 
 /// The one controller of the running application: it owns the journal and the services, and has
@@ -134,7 +132,7 @@ private:
     ModelState modelState;
     FolderAccess folders;
     JournalStore store;
-    QThreadPool journalThread;
+    WorkerPool journalThread{1};
     ComponentStorageScanner scanner;
     ModelServices services;
     CaptureFlow flow;

@@ -2,6 +2,7 @@
 
 #include "app/base/AppClock.h"
 #include "app/base/TaskScope.h"
+#include "app/base/WorkerPool.h"
 #include "app/capture/FolderAccess.h"
 #include "app/model/LiveServices.h"
 #include "app/preferences/Preferences.h"
@@ -11,8 +12,6 @@
 
 #include <functional>
 #include <memory>
-
-class QThreadPool;
 
 namespace tidemark {
 
@@ -31,7 +30,7 @@ struct ModelServices {
     JournalStore& store;
     /// A single thread for the store, so that saves reach it in the order in which they were asked
     /// for, and checks of folders that hang can't hold them up.
-    QThreadPool& journalThread;
+    WorkerPool& journalThread;
     /// Holds the coroutines of all parts.
     TaskScope& tasks;
     std::filesystem::path home;

@@ -134,10 +134,10 @@ constexpr bool areDistinct(const std::tuple<Fields...>& fields) {
 namespace detail {
 
 /// False for the rows of other descriptions, such as those of a command's options.
-template <class Row>
-inline constexpr bool isField = false;
-template <class Owner, class Value>
-inline constexpr bool isField<Field<Owner, Value>> = true;
+template <class Rows>
+inline constexpr bool areFields = false;
+template <class... Owners, class... Values>
+inline constexpr bool areFields<std::tuple<Field<Owners, Values>...>> = sizeof...(Owners) > 0;
 
 /// Compiles where `fields` describe the whole record.
 template <class T, class Fields>
@@ -165,7 +165,7 @@ template <Described T>
 constexpr auto fieldsOf() {
     constexpr auto fields = T::fields();
     using Fields = std::remove_const_t<decltype(fields)>;
-    if constexpr (detail::isField<std::tuple_element_t<0, Fields>>)
+    if constexpr (detail::areFields<Fields>)
         detail::requireWhole<T, Fields>();
     return fields;
 }

@@ -123,10 +123,16 @@ private:
         write("_name", name);
         write("install_version", version);
         write("install_date", *iso8601Text(transaction ? transaction->start
-                                                       : calendar.momentOf(run.value_or(time))));
+                                                       : calendar.momentOf(startOfRun(time))));
         write("package_source",
               isAutomatic ? InstallationRecord::automaticSource : InstallationRecord::otherSource);
         out.endObject();
+    }
+
+    /// A run of dpkg takes hours at the most: an earlier start belongs to another run, whose
+    /// successor was not logged whole.
+    local_seconds startOfRun(local_seconds time) const {
+        return run && *run <= time && time - *run < std::chrono::days(1) ? *run : time;
     }
 
     void noteBroken() {

@@ -1,4 +1,4 @@
-#include "app/capture/CaptureSchedule.h"
+#include "core/capture/CaptureSchedule.h"
 #include "app/preferences/PreferenceKeys.h"
 #include "recorder/Commands.h"
 #include "recorder/Recorder.h"

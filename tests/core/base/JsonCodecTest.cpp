@@ -97,8 +97,7 @@ TEST(JsonCodec, WritesAnyBytesAsValidText) {
     const std::pair<std::string, const char*> cases[] = {
         {"\xFFtrash\xC3", "\"\uFFFDtrash\uFFFD\""},
         {"\xED\xA0\x80", "\"\uFFFD\uFFFD\uFFFD\""},
-        {std::string("\0\x1F\"\\\n\x7F", 6), R"("\u0000\u001f\"\\\n)"
-                                             "\x7F\""},
+        {std::string("\0\x1F\"\\\n\x7F", 6), R"("\u0000\u001f\"\\\n\u007f")"},
         {"é 😀", "\"é 😀\""},
     };
     for (const auto& [text, expected] : cases) {

@@ -315,12 +315,13 @@ TEST(HistoryExport, WritesTheNearestDateThatTheFormatHas) {
         EXPECT_EQ(exported(event, true).at("timestamp"), written);
         EXPECT_NE(reportOf({event}).data(Format::csv, true).find(written), std::string::npos);
     }
+    const Date never{std::nan("")};
     Application app = test::application("A");
-    app.modified = Date{std::nan("")};
+    app.modified = never;
     Event event = titled("x");
-    event.changes = {change::ApplicationInstalled{{app}}};
+    event.changes = {change::ApplicationInstalled{{Shared(std::move(app))}}};
     HistoryExport report = reportOf({event});
-    report.exportedAt = *app.modified;
+    report.exportedAt = never;
     const Json document = Json::parse(report.data(Format::json, true));
     EXPECT_TRUE(document.at("exportedAt").is_null());
     EXPECT_TRUE(
@@ -334,7 +335,7 @@ TEST(HistoryExport, AFileIsThereWholeOrAsItWas) {
     Event endless = titled("x");
     MemoryRecord memory;
     memory.duration = HUGE_VAL;
-    endless.memory = memory;
+    endless.memory.emplace(std::move(memory));
     const auto broken = reportOf({titled("x"), endless});
     for (const Format format : {Format::csv, Format::json})
         EXPECT_THROW(broken.save(path, format, true), Error);

@@ -50,7 +50,7 @@ TEST(MergedHistory, IsTheSameWhetherItIsChangedOrMadeAnew) {
     for (int step = 0; step < 200; ++step) {
         auto& records = archive.records;
         for (auto added = random() % 4; added > 0; --added)
-            records.insert(records.begin(), randomRecord(random, number++));
+            records.insert(records.begin(), Shared(randomRecord(random, number++)));
         for (auto removed = random() % 4; removed > 0 && !records.empty(); --removed)
             records.erase(records.begin() + static_cast<std::ptrdiff_t>(random() % records.size()));
         if (!records.empty()) {
@@ -58,7 +58,7 @@ TEST(MergedHistory, IsTheSameWhetherItIsChangedOrMadeAnew) {
             renamed.title += "!";
             if (random() % 2 == 0)
                 renamed.timestamp = Date{static_cast<double>(random() % 20)};
-            records.back() = std::move(renamed);
+            records.back().emplace(std::move(renamed));
         }
         auto change = memory.update(records);
         history = history.changed(std::move(change.removed), std::move(change.added));

@@ -263,8 +263,8 @@ TEST_F(Scanner, NeverWalksThroughALinkThatTookThePlaceOfAnItem) {
     }
     const auto report = scanner.collect(items, 1000, 0);
     for (const auto& record : report.records) {
-        EXPECT_FALSE(record->bytes) << record->item.path;
-        EXPECT_EQ(record->issue, rawValue(Failure::unavailable)) << record->item.path;
+        EXPECT_FALSE(record->bytes) << record->item->path;
+        EXPECT_EQ(record->issue, rawValue(Failure::unavailable)) << record->item->path;
     }
 }
 

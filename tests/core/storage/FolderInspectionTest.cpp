@@ -98,8 +98,8 @@ TEST(FolderInspectionNode, ShowsASizeByItsParts) {
 
     EXPECT_TRUE(Node::recorded(FolderSize{}).childrenComplete) << "empty, and known to be";
 
-    size.directFileSizes.emplace();
-    size.breakdown = {{"sub", 10}};
+    size.directFileSizes.emplace({});
+    size.breakdown.emplace({{"sub", 10}});
     const auto withoutFiles = Node::recorded(size);
     ASSERT_EQ(withoutFiles.children->size(), 2U) << "no files is something that is known";
     EXPECT_TRUE(withoutFiles.children->at(0).isFileGroup);

@@ -221,7 +221,7 @@ TEST(StorageTraversal, EndsInTheSizeOfWhatIsStillThere) {
             EXPECT_EQ(size.bytes, rests ? change.bytesAfterRest : change.bytes)
                 << change.what << (rests ? ", after a rest" : "");
             std::int64_t parts = 0;
-            for (const auto& [name, bytes] : size.breakdown)
+            for (const auto& [name, bytes] : *size.breakdown)
                 parts += bytes;
             EXPECT_EQ(parts, size.bytes) << change.what;
         }
