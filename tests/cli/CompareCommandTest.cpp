@@ -66,7 +66,7 @@ TEST(CompareCommand, TellsTimesOfTheUsersZoneWithTheYearWhereItDiffers) {
               "Nothing changed between 28 Feb 2026, 20:33:20 and 28 Feb 2026, 20:33:20.\n");
     const test::TemporaryFolder folder;
     Snapshot late = test::snapshot(2);
-    late.applications = {test::application("A")};
+    late.applications.emplace_back(test::application("A"));
     const std::string to = written(folder, "to", late);
     const std::pair<double, const char*> cases[] = {
         {60, "● 00:01 – 00:02  A"},
