@@ -4,6 +4,7 @@
 #include "core/base/FileDescriptor.h"
 #include "core/base/Text.h"
 #include "core/capture/FolderListing.h"
+#include "core/capture/Inventory.h"
 #include "core/storage/StorageFileMetadata.h"
 
 #include <algorithm>
@@ -75,6 +76,8 @@ Observed formula(const FolderEntry& entry, const ReadingBudget& budget) {
             return std::unexpected(Incomplete{});
         if (kind == Kind::folder)
             versions += (versions.empty() ? "" : ", ") + textFromBytes(name);
+        if (versions.size() > longestText)
+            return std::unexpected(Incomplete{});
     }
     if (versions.empty())
         return std::nullopt;

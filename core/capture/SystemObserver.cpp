@@ -241,12 +241,14 @@ private:
                   });
     }
 
+    /// Also true when that can't be told: a bundle that is being replaced has no readable list.
     bool mayHoldBundles(const fs::path& root) const {
         const std::string path = textFromBytes(canonicalPath(root).native());
-        return std::ranges::any_of(snapshot.applications,
-                                   [&](const auto& known) { return isBelow(known->path, path); })
-               || !ApplicationsCollector::collect({root}, clock, stop).items.empty()
-               || stop.stop_requested();
+        if (std::ranges::any_of(snapshot.applications,
+                                [&](const auto& known) { return isBelow(known->path, path); }))
+            return true;
+        const auto found = ApplicationsCollector::collect({root}, clock, stop);
+        return !found.items.empty() || !found.issues.empty() || stop.stop_requested();
     }
 
     void measureRoot(const fs::path& root) {

@@ -122,8 +122,8 @@ private:
         };
         write("_name", name);
         write("install_version", version);
-        write("install_date", *iso8601Text(transaction ? transaction->start
-                                                       : calendar.momentOf(startOfRun(time))));
+        write("install_date",
+              *iso8601Text(transaction ? transaction->start : calendar.momentOf(startOfRun(time))));
         write("package_source",
               isAutomatic ? InstallationRecord::automaticSource : InstallationRecord::otherSource);
         out.endObject();

@@ -65,13 +65,14 @@ std::vector<Event> Journal::eventsBetween(const Snapshot& from, const Snapshot& 
 }
 
 void Journal::append(Shared<Snapshot> snapshot, bool comparingPrevious) {
+    // First, so that events hold what snapshots share.
+    if (!snapshots.empty())
+        snapshot.emplace(SnapshotSharing::sharingWith(*snapshots.back(), *snapshot));
     if (comparingPrevious && !snapshots.empty())
         for (Event& event : eventsBetween(*snapshots.back(), *snapshot)) {
             dropManyFileNames(event);
             events.emplace_back(std::move(event));
         }
-    if (!snapshots.empty())
-        snapshot.emplace(SnapshotSharing::sharingWith(*snapshots.back(), *snapshot));
     snapshots.push_back(std::move(snapshot));
     if (snapshots.size() > snapshotLimit)
         snapshots.erase(snapshots.begin(),

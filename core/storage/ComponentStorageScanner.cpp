@@ -222,6 +222,9 @@ ComponentStorageScanner::collectLocked(Lock& lock, const std::vector<StorageMeas
 
 /// Lets others in for a while. False when stopped.
 bool ComponentStorageScanner::rest(Lock& lock, double seconds, const std::stop_token& stop) {
+    // What the items before a long walk yielded does not wait for its end.
+    if (cache.isSaveDue(clock.monotonicSeconds()))
+        cache.save();
     const auto pause = [&] {
         const Unlocked others(lock);
         return clock.pause(seconds, stop);
@@ -303,15 +306,23 @@ ComponentStorageScanner::measureSlice(Lock& lock, const Shared<StorageMeasuremen
     const std::int64_t start = walk->count();
     std::int64_t told = start;
     const auto tell = [&] { walked += walk->count() - std::exchange(told, walk->count()); };
-    auto outcome = walkInBatches(*walk, budget, clock, stop, batch, [&](double pause) {
-        tell();
-        return rest(lock, pause, stop);
-    });
+    const auto slice = [&] {
+        try {
+            return walkInBatches(*walk, budget, clock, stop, batch, [&](double pause) {
+                tell();
+                return rest(lock, pause, stop);
+            });
+        } catch (...) {
+            walk->rest(stop);
+            throw;
+        }
+    };
+    auto outcome = slice();
     tell();
     lastVisited = walk->count() - start;
     if (!outcome) {
         // The next slice may be hours away: until then the disk can be unmounted.
-        walk->rest();
+        walk->rest(stop);
         return std::unexpected(outcome.error());
     }
     if (captureActive && outcome->has_value())

@@ -17,6 +17,9 @@ namespace {
 /// How many names are read ahead to be put in order. More would not make the order much better,
 /// and cost memory.
 constexpr std::int64_t readAhead = 1024;
+/// How many names a stop leaves time for, so that the walk can go on where it was: some hundredths
+/// of a second on a disk of this machine.
+constexpr std::int64_t readAfterStop = 65'536;
 
 std::unexpected<StorageMeasurementFailure> failure(StorageMeasurementFailure reason) {
     return std::unexpected(reason);
@@ -31,7 +34,11 @@ StorageTraversal::StorageTraversal(std::string path, std::int64_t limit, RootFil
 
 bool StorageTraversal::Directory::is(const FolderReader& folder) const {
     const auto metadata = folder.status();
-    return metadata && is(*metadata) && birthTime(folder.descriptor()) == birth;
+    if (!metadata || metadata->device() != device)
+        return false;
+    // FAT numbers its inodes anew each time they are read, others hand them out again.
+    const auto made = birthTime(folder.descriptor());
+    return birth ? made == birth : !made && metadata->inode() == inode;
 }
 
 StorageTraversal::Opened StorageTraversal::open(const std::filesystem::path& folder,
@@ -67,7 +74,7 @@ std::optional<StorageTraversal::Result> StorageTraversal::step() {
         if (auto ended = returnToTop())
             return ended;
     if (reading && nextEntry == entries.size())
-        readEntries(readAhead);
+        readEntries();
     if (nextEntry < entries.size())
         return visitNext();
     if (reading)
@@ -75,10 +82,17 @@ std::optional<StorageTraversal::Result> StorageTraversal::step() {
     return stack.back().hasPending() ? enterNext() : leave();
 }
 
-void StorageTraversal::rest() {
+void StorageTraversal::rest(const std::stop_token& stop) {
     // One name more than may be visited is enough for the walk to end at its limit.
-    if (reading)
-        readEntries(std::max<std::int64_t>(entryLimit - visited, 0) + 1);
+    const auto most = std::max<std::int64_t>(entryLimit - visited, 0) + 1;
+    for (std::int64_t read = 0; reading && read < most; read += readAhead) {
+        if (read >= readAfterStop && stop.stop_requested()) {
+            stack.back().forgetIdentity();
+            break;
+        }
+        readNames(std::min(most - read, readAhead));
+    }
+    sortEntries();
     reading = false;
     here = {};
     above = {};
@@ -142,9 +156,13 @@ bool StorageTraversal::isCycle(const StorageFileMetadata& folder) const {
     return std::ranges::any_of(stack, [&](const Directory& open) { return open.is(folder); });
 }
 
-void StorageTraversal::readEntries(std::int64_t most) {
-    if (nextEntry == entries.size())
-        forgetEntries();
+void StorageTraversal::readEntries() {
+    forgetEntries();
+    readNames(readAhead);
+    sortEntries();
+}
+
+void StorageTraversal::readNames(std::int64_t most) {
     for (; most > 0; --most) {
         const dirent* entry = here.next();
         if (!entry) {
@@ -159,6 +177,9 @@ void StorageTraversal::readEntries(std::int64_t most) {
         entries.push_back({entry->d_ino, entryNames.size()});
         entryNames.append(entry->d_name, std::strlen(entry->d_name) + 1);
     }
+}
+
+void StorageTraversal::sortEntries() {
     std::ranges::sort(entries.begin() + static_cast<std::ptrdiff_t>(nextEntry), entries.end(), {},
                       &Entry::inode);
 }
@@ -235,6 +256,9 @@ bool StorageTraversal::climb() {
 }
 
 std::optional<StorageTraversal::Result> StorageTraversal::descend() {
+    // By now a link may stand on the way, and lead elsewhere.
+    if (canonicalPath(rootPath).native() != rootPath)
+        return failure(StorageMeasurementFailure::unavailable);
     auto root = FolderReader::openRoot(rootPath);
     if (!root)
         return failure(root.error());
@@ -275,7 +299,11 @@ std::optional<StorageTraversal::Result> StorageTraversal::startOver(FolderReader
     nameRootFiles();
     readFailed = false;
     here = {};
-    return enterRoot(std::move(root));
+    if (auto ended = enterRoot(std::move(root)))
+        return ended;
+    if (stack.empty())
+        return failure(StorageMeasurementFailure::unreadable);
+    return std::nullopt;
 }
 
 StorageTraversal::Result StorageTraversal::rootResult(const Directory& root) {

@@ -7,6 +7,7 @@
 #include <expected>
 #include <filesystem>
 #include <optional>
+#include <stop_token>
 #include <vector>
 
 namespace tidemark {
@@ -46,9 +47,10 @@ public:
     /// Handles one entry. Absent means: go on. A result, good or bad, ends the walk.
     std::optional<Result> step();
 
-    /// Closes what is open, after reading the names that are left in the folder being read. The
-    /// next step opens again what it needs.
-    void rest();
+    /// Closes what is open, after reading the names that are left in the folder being read. After a
+    /// stop only some are read: a folder with more is walked from its start then. The next step
+    /// opens again what it needs.
+    void rest(const std::stop_token& stop = {});
 
     /// Entries visited so far, the root not counted; those of a folder that had to be walked again
     /// count each time.
@@ -77,6 +79,11 @@ private:
             return metadata.inode() == inode && metadata.device() == device;
         }
         bool is(const FolderReader& folder) const;
+        /// No folder is this one any more.
+        void forgetIdentity() {
+            inode = 0;
+            birth.reset();
+        }
     };
     struct Entry {
         ino_t inode;
@@ -96,7 +103,9 @@ private:
     Result rootResult(const Directory& root);
     void add(const char* name, const Status& status);
     void addFile(const char* name, const StorageFileMetadata& metadata);
-    void readEntries(std::int64_t most);
+    void readEntries();
+    void readNames(std::int64_t most);
+    void sortEntries();
     bool isAtTop() const { return here && hereLevel + 1 == stack.size(); }
     std::optional<Result> returnToTop();
     bool climb();

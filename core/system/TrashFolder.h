@@ -4,7 +4,7 @@
 
 /// The folders in which a desktop keeps what its user threw away. One source file per system.
 ///
-/// Linux, by the Trash specification of freedesktop.org: "Trash/files" in the user's data folder,
+/// Linux, as desktops by freedesktop.org keep it: "Trash/files" in the user's data folder,
 /// and for what was thrown away on another volume ".Trash-1000/files" or ".Trash/1000/files" at its
 /// top, the number being the user's. What was thrown away lies in "files"; the folders beside it
 /// hold records about it, and are never empty.
@@ -13,8 +13,8 @@
 namespace tidemark::TrashFolder {
 
 /// Whether the folder at the absolute path `path` is one of them. Decided by the path and the
-/// place of the user's data folder, never by what is mounted or on disk now: a comparison of old
-/// observations must not change when a volume goes.
+/// place of the user's data folder, never by what is mounted now: a comparison of old observations
+/// must not change when a volume goes.
 bool is(std::string_view path,
         const UserFolders::Environment& environment = UserFolders::processEnvironment);
 

@@ -30,11 +30,14 @@ Roots intersection(const std::set<std::string>& a, const std::set<std::string>& 
 /// out by either.
 class Scope {
 public:
-    Scope(Roots commonRoots, const Coverage& previous, const Coverage& current)
-        : roots(std::move(commonRoots)) {
+    /// `before` and `after` are the roots that each of them could read.
+    Scope(const std::set<std::string>& before, const std::set<std::string>& after,
+          const Coverage& previous, const Coverage& current)
+        : roots(intersection(before, after)) {
         for (const Coverage* coverage : {&previous, &current})
             if (coverage->excludedPaths)
                 excluded.insert(coverage->excludedPaths->begin(), coverage->excludedPaths->end());
+        excludeRootsOfOne(before, after);
     }
 
     bool contains(std::string_view path) const {
@@ -43,6 +46,17 @@ public:
     }
 
 private:
+    /// A folder inside a root of both that only one of them read as a root of its own: the user
+    /// began or ended monitoring it, and what lies in it was seen once.
+    void excludeRootsOfOne(const std::set<std::string>& before,
+                           const std::set<std::string>& after) {
+        Roots ofOne;
+        std::ranges::set_symmetric_difference(before, after, std::back_inserter(ofOne));
+        for (auto& root : ofOne)
+            if (std::ranges::any_of(roots, [&](const auto& both) { return isBelow(root, both); }))
+                excluded.insert(std::move(root));
+    }
+
     /// The path itself or a folder above it is excluded. Looks each of them up, so the cost goes
     /// by the depth of the path and not by the number of exclusions.
     bool isExcluded(std::string_view path) const {
@@ -106,9 +120,8 @@ bool applicationsDiffer(const Application& before, const Application& after) {
 
 void compareApplications(const Snapshot& previous, const Snapshot& current,
                          std::vector<Change>& changes) {
-    const Scope scope(
-        intersection(previous.coverage.applicationRoots, current.coverage.applicationRoots),
-        previous.coverage, current.coverage);
+    const Scope scope(previous.coverage.applicationRoots, current.coverage.applicationRoots,
+                      previous.coverage, current.coverage);
     const auto visit = [&](const Shared<Application>* before, const Shared<Application>* after) {
         if (before && after && (*before)->bundleID == (*after)->bundleID) {
             changes.push_back(change::ApplicationUpdated{{*before, *after}});
@@ -131,9 +144,8 @@ bool definitionsDiffer(const BackgroundItem& before, const BackgroundItem& after
 
 void compareBackgroundItems(const Snapshot& previous, const Snapshot& current,
                             std::vector<Change>& changes) {
-    const Scope scope(
-        intersection(previous.coverage.backgroundRoots, current.coverage.backgroundRoots),
-        previous.coverage, current.coverage);
+    const Scope scope(previous.coverage.backgroundRoots, current.coverage.backgroundRoots,
+                      previous.coverage, current.coverage);
     const auto visit = [&](const Shared<BackgroundItem>* before,
                            const Shared<BackgroundItem>* after) {
         if (before && after)

@@ -262,6 +262,17 @@ TEST(StorageTraversal, ARestingWalkWhoseRootIsGoneEndsInAFailure) {
     }
 }
 
+TEST(StorageTraversal, ARestingWalkFollowsNoLinkThatCameOnItsWay) {
+    const TemporaryFolder folder;
+    folder.write("root/tree/file", "1");
+    folder.write("outside/tree/file", "12345");
+    auto walk = opened(folder / "root/tree");
+    walk.rest();
+    fs::rename(folder / "root", folder / "moved");
+    fs::create_symlink(folder / "outside", folder / "root");
+    EXPECT_EQ(failureOf(walkToEnd(walk)), Failure::unavailable);
+}
+
 TEST(StorageTraversal, RestsAfterAnyStepAndEndsAlike) {
     const TemporaryFolder folder;
     folder.write("tree/a/deep/down/file", "123");

@@ -101,6 +101,18 @@ TEST(DiffEngine, ComparesApplications) {
          ""},
         {"root became readable",
          with({}, {a}, [](Coverage& before, Coverage&) { before.applicationRoots.clear(); }), ""},
+        {"a root inside that is monitored no longer",
+         with({moved}, {},
+              [](Coverage& before, Coverage&) {
+                  before.applicationRoots.insert("/Applications/Folder");
+              }),
+         ""},
+        {"a root inside that is monitored from now on",
+         with({b}, {moved},
+              [](Coverage&, Coverage& after) {
+                  after.applicationRoots.insert("/Applications/Folder");
+              }),
+         "applicationRemoved /Applications/B.app"},
         {"excluded before",
          with({a, b}, {},
               [](Coverage& before, Coverage&) {
