@@ -123,8 +123,9 @@ ControlAnswer carryOutAlone(Errand errand) {
     const Interruption interruption(Interruption::AfterStop::ends);
     requireFreeDescriptors(QtApplication::neededDescriptors);
     const QtApplication application;
-    // The answer says it all.
-    QLoggingCategory::setFilterRules("app.tidemark.captures=false");
+    // What went wrong is said once, below or as the error of the command.
+    QLoggingCategory::setFilterRules("*.debug=false\n*.info=false\n*.warning=false\n"
+                                     "app.tidemark.captures=false");
     std::optional<Recorder> taken;
     if (auto answer = takeFolder(taken, errand))
         return *std::move(answer);
@@ -143,12 +144,16 @@ ControlAnswer carryOutAlone(Errand errand) {
         Qt::QueuedConnection);
     QCoreApplication::exec();
     recorder.model().stopAutomaticCaptures();
+    // Only then is it known whether the memory history could be saved.
+    recorder.tasks().start(recorder.memoryHistory().writer());
     recorder.tasks().drain();
     reportProblem(recorder.preferences(), failure);
     if (interruption.token().stop_requested())
         throw Error("The command was interrupted.");
     if (failure)
         std::rethrow_exception(failure);
+    if (const auto problem = recorder.memoryHistory().failure())
+        console::complain(*problem);
     return {0, std::move(output), {}};
 }
 

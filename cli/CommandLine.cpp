@@ -97,7 +97,7 @@ private:
         addEntry(parserFor(family, command.name.substr(space + 1), command), command);
         if (!command.family.empty()) {
             family.description(std::string(command.family));
-            families.push_back({&family, &command, command.invoke()});
+            addOptions(families.emplace_back(Entry{&family, &command, command.invoke()}), family);
         }
     }
 
@@ -123,9 +123,13 @@ private:
     }
 
     void addEntry(CLI::App& parser, const Command& command) {
-        auto& entry = entries.emplace_back(Entry{&parser, &command, command.invoke()});
-        for (std::size_t place = 0; place < command.options.size(); ++place)
-            addOption(parser, command.options[place], place, *entry.invocation);
+        addOptions(entries.emplace_back(Entry{&parser, &command, command.invoke()}), parser);
+    }
+
+    void addOptions(const Entry& entry, CLI::App& parser) {
+        const auto& options = entry.command->options;
+        for (std::size_t place = 0; place < options.size(); ++place)
+            addOption(parser, options[place], place, *entry.invocation);
     }
 
     /// The words are taken as they are: the library would read some of them as lists.

@@ -46,7 +46,7 @@ public:
     /// The file that takes the answer in place of standard output, if any.
     virtual std::optional<std::filesystem::path> outputFile() const = 0;
 
-    /// It changes nothing, and its answer does not take long.
+    /// Its answer does not take long, and may come from the stored records.
     virtual bool isReading() const = 0;
     /// Carries it out in the process that was given it, whether a recorder runs or not. Absent for
     /// a command that a recorder answers. Returns the exit status. Throws `Error`.

@@ -3,6 +3,8 @@
 #include "recorder/CommandContext.h"
 #include "recorder/Recorder.h"
 
+#include <QScopeGuard>
+
 namespace tidemark::firstFolders {
 
 std::vector<RecommendedFolder> readable(std::vector<RecommendedFolder> folders) {
@@ -17,8 +19,13 @@ QCoro::Task<void> choose(Recorder& recorder, std::vector<RecommendedFolder> chos
     if (model.state().isManagingFolders || model.state().isCheckingRecommendedAccess)
         throw Error(anotherOperation);
     model.beginFolderManagement();
+    auto cancel = qScopeGuard([&model] { model.cancelFolderManagement(); });
     if (!chosen.empty())
         co_await model.folderAccess().enableReadableRecommended(std::move(chosen));
+    // The end cut the check of the folders short: the choice is made again at the next start.
+    if (model.state().isEnding)
+        co_return;
+    cancel.dismiss();
     if (*model.state().loaded)
         co_await model.finishFolderManagement();
     else

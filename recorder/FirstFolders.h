@@ -16,7 +16,8 @@ namespace firstFolders {
 std::vector<RecommendedFolder> readable(std::vector<RecommendedFolder> folders);
 
 /// Monitors those of `folders` that can be read, and counts the choice as made. In a recorder that
-/// runs, a capture follows. Throws `Error`.
+/// runs, a capture follows. Where the program ends meanwhile, the choice is not counted. Throws
+/// `Error`, and then the choice is not counted either.
 QCoro::Task<void> choose(Recorder& recorder, std::vector<RecommendedFolder> folders);
 
 } // namespace firstFolders

@@ -9,8 +9,8 @@
 
 namespace tidemark {
 
-/// One change of the monitored folders by a command, from its begin to `finish`; without that,
-/// nothing stays changed. Main thread only.
+/// One change of the monitored folders by a command: no other begins until this object ends. Main
+/// thread only.
 class FolderChange {
 public:
     /// Throws `Error` while another change is being made: two at once would end each other's.
@@ -19,8 +19,7 @@ public:
     FolderChange(const FolderChange&) = delete;
     FolderChange& operator=(const FolderChange&) = delete;
 
-    /// A running recorder takes a capture then, which is not waited for. Throws `Error` when the
-    /// change could not be made.
+    /// A running recorder takes a capture then, which is not waited for.
     void finish();
 
 private:

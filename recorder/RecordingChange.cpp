@@ -5,6 +5,21 @@
 
 namespace tidemark {
 
+namespace {
+
+/// Throws `Error` when it can't be stored.
+void storeForNextRecorder(Preferences& preferences, RecordingMode mode, bool wasPaused) {
+    // A pause that lost settings are read as has not been noted yet.
+    if (mode == RecordingMode::paused || wasPaused)
+        preferences.note(preference::needsRecordingBaseline.name, true);
+    if (!preferences.set(preference::recordingMode.name, std::string(rawValue(mode))))
+        throw Error(preferences.problem().value_or("The recording mode could not be stored."));
+    // Not before: were the mode refused, an unknown pause would be forgotten.
+    preferences.remove(preference::settingsLost.name);
+}
+
+} // namespace
+
 std::string changeRecording(const CommandContext& context, RecordingMode mode) {
     auto& preferences = context.preferences();
     const bool wasPaused = context.isRunning ? !context.state().canRecord()
@@ -15,10 +30,7 @@ std::string changeRecording(const CommandContext& context, RecordingMode mode) {
             throw Error("Recording can't be changed at this moment; try again.");
         context.model().setRecordingMode(mode);
     } else {
-        // A recorder that starts later goes by this.
-        if (mode == RecordingMode::paused)
-            preferences.note(preference::needsRecordingBaseline.name, true);
-        preferences.set(preference::recordingMode.name, std::string(rawValue(mode)));
+        storeForNextRecorder(preferences, mode, wasPaused);
     }
     return mode == RecordingMode::paused ? "Recording is paused.\n"
            : wasPaused                   ? "Recording, with a new starting point.\n"

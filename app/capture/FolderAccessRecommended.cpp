@@ -166,6 +166,9 @@ QCoro::Task<bool> FolderAccess::restoreRecommendedAccessAfterRestart(Check check
     const bool isPending = read(preferences, preference::diskAccessSetupPending);
     if (sandboxed || (!isPending && !read(preferences, preference::folderSetupCompleted)))
         co_return false;
+    // Where no folder waits for the system's permission, being readable is no sign of consent.
+    if (std::ranges::none_of(recommended, &RecommendedFolder::isGuardedBySystem))
+        co_return false;
     auto folders = candidates();
     if (isPending) {
         const auto paths = [this] {

@@ -19,8 +19,8 @@ struct FolderCalls::State {
 FolderCalls::FolderCalls(std::chrono::milliseconds limit)
     : longest(limit), state(std::make_shared<State>()) {}
 
-bool FolderCalls::comesToItsEnd(const std::filesystem::path& folder, std::function<void()> work,
-                                std::function<void()> whenLate, const std::stop_token& stop) const {
+bool FolderCalls::endsInTime(const std::filesystem::path& folder, std::function<void()> work,
+                             std::function<void()> whenLate, const std::stop_token& stop) const {
     enum class Stage { running, ended, leftBehind };
     const auto stage = std::make_shared<Stage>(Stage::running);
 

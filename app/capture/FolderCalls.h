@@ -41,7 +41,7 @@ public:
             if (late && answer->result)
                 late(*answer->result);
         };
-        if (!comesToItsEnd(folder, work, whenLate, stop))
+        if (!endsInTime(folder, work, whenLate, stop))
             return std::nullopt;
         if (answer->failure)
             std::rethrow_exception(answer->failure);
@@ -51,8 +51,8 @@ public:
 private:
     struct State;
 
-    bool comesToItsEnd(const std::filesystem::path& folder, std::function<void()> work,
-                       std::function<void()> whenLate, const std::stop_token& stop) const;
+    bool endsInTime(const std::filesystem::path& folder, std::function<void()> work,
+                    std::function<void()> whenLate, const std::stop_token& stop) const;
 
     std::chrono::milliseconds longest;
     std::shared_ptr<State> state;

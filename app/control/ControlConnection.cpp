@@ -75,8 +75,15 @@ QCoro::Task<void> ControlConnection::answer(QPointer<ControlConnection> connecti
     auto encode = [answer = std::move(result)](const std::stop_token&) {
         return control::answerFrame(answer);
     };
-    std::string frame =
-        co_await runInBackground(std::move(encode), stop, WorkPriority::userInitiated);
+    std::string frame;
+    try {
+        std::string encoded =
+            co_await runInBackground(std::move(encode), stop, WorkPriority::userInitiated);
+        frame = std::move(encoded);
+    } catch (const std::exception& error) {
+        // Without an answer, the client would wait for ever.
+        frame = control::answerFrame({1, "", error.what()});
+    }
     if (connection && !stop.stop_requested())
         connection->offer(std::move(frame));
 }

@@ -2,10 +2,10 @@
 
 #include "app/base/AppClock.h"
 #include "app/base/NotificationCenter.h"
+#include "app/base/Published.h"
 #include "app/base/TaskScope.h"
 #include "app/base/WorkerPool.h"
 #include "app/memory/MemoryCollector.h"
-#include "app/base/Published.h"
 #include "app/preferences/Preferences.h"
 #include "core/memory/MemoryHistoryStore.h"
 

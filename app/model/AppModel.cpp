@@ -75,10 +75,9 @@ QCoro::Task<void> AppModel::check(QPointer<AppModel> model) {
 
 QCoro::Task<void> AppModel::start() {
     const auto hold = tasks.hold();
-    if (modelState.loaded || starting || tasks.isStopping())
+    if (modelState.loaded || starting || tasks.isStopping() || isEnding())
         co_return;
     starting = true;
-    modelState.isEnding = false;
     const auto done = qScopeGuard([this] { starting = false; });
     qCInfo(capturesLog, "Starting observation service");
     scheduler.start([model = QPointer(this)] { return check(model); });
@@ -208,9 +207,12 @@ void AppModel::stopAutomaticCaptures() {
         services.live->stop();
 }
 
-void AppModel::setCaptureSchedule(CaptureSchedule schedule) {
-    modelState.captureSchedule = schedule;
-    services.preferences.set(preference::captureSchedule.name, std::string(rawValue(schedule)));
+bool AppModel::setCaptureSchedule(CaptureSchedule schedule) {
+    const bool isStored =
+        services.preferences.set(preference::captureSchedule.name, std::string(rawValue(schedule)));
+    if (isStored)
+        modelState.captureSchedule = schedule;
+    return isStored;
 }
 
 std::optional<Date> AppModel::nextAutomaticCapture() const {

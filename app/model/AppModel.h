@@ -58,7 +58,7 @@ public:
 
     /// Reads the history and starts recording. Never fails: when the history can't be read,
     /// `error` says so, nothing is recorded or written, and the scheduler tries again. Does
-    /// nothing when it has started or is starting.
+    /// nothing when it has started or is starting, and after `stopAutomaticCaptures`.
     QCoro::Task<void> start();
     /// Reads the history and records nothing, for a program that does one thing to it. Never
     /// fails, as `start`.
@@ -77,7 +77,8 @@ public:
     QCoro::Task<bool> commit(Journal journal) { return flow.commit(std::move(journal)); }
     QCoro::Task<void> refreshIfNeeded(Date now) { return flow.refreshIfNeeded(now); }
 
-    void setCaptureSchedule(CaptureSchedule schedule);
+    /// False when it could not be stored: then the schedule is as before.
+    bool setCaptureSchedule(CaptureSchedule schedule);
     std::optional<Date> nextAutomaticCapture() const;
 
     bool canChangeRecording() const { return recording.canChange(); }

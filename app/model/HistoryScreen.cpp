@@ -1,6 +1,7 @@
 #include "app/model/HistoryScreen.h"
 
 #include "app/base/Background.h"
+#include "app/model/Log.h"
 #include "app/preferences/PreferenceKeys.h"
 #include "core/activity/ActivityEventBuilder.h"
 #include "core/timeline/EventBuilder.h"
@@ -127,13 +128,21 @@ QCoro::Task<void> HistoryScreen::compare(Baseline baseline, Shared<Snapshot> lat
     const auto build = [before = baseline.snapshot, latest](const std::stop_token&) {
         return differences(*before, *latest);
     };
-    const Events events = co_await runInBackground(build, stop, WorkPriority::userInitiated);
+    std::optional<Events> events;
+    try {
+        Events found = co_await runInBackground(build, stop, WorkPriority::userInitiated);
+        events = std::move(found);
+    } catch (const std::exception& error) {
+        qCCritical(capturesLog, "The comparison failed: %s", error.what());
+    }
     if (stop.stop_requested() || services.tasks.isStopping() || revision != refreshes)
         co_return;
-    baselineEvents[baseline.id] = events;
     comparing = false;
-    ++refreshes;
-    show(std::nullopt, events);
+    if (events) {
+        baselineEvents[baseline.id] = *events;
+        ++refreshes;
+        show(std::nullopt, *std::move(events));
+    }
     Q_EMIT changed();
 }
 

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "core/capture/CaptureSchedule.h"
-#include "core/capture/RecordingMode.h"
 #include "app/base/Published.h"
 #include "app/preferences/Preferences.h"
+#include "core/capture/CaptureSchedule.h"
+#include "core/capture/RecordingMode.h"
 #include "core/journal/Journal.h"
 #include "core/records/SystemActivity.h"
 

@@ -14,6 +14,9 @@ void RecordingSwitch::restore() {
     const auto stored = read(services.preferences, preference::recordingMode);
     const auto mode = json::fromRawValue<RecordingMode>(stored).value_or(RecordingMode::recording);
     state.recordingMode = mode;
+    // That a pause had begun was lost along with the settings.
+    if (services.preferences.isLost() && mode == RecordingMode::paused)
+        services.preferences.note(preference::needsRecordingBaseline.name, true);
     services.preferences.note(modeKey, std::string(rawValue(mode)));
     services.preferences.remove("privateUntil");
 }
@@ -31,7 +34,10 @@ void RecordingSwitch::set(RecordingMode mode) {
     if (mode == RecordingMode::paused)
         services.preferences.note(preference::needsRecordingBaseline.name, true);
     state.recordingMode = mode;
-    services.preferences.set(modeKey, std::string(rawValue(mode)));
+    // A pause is in force whether it can be stored or not, and stored as soon as that works.
+    services.preferences.note(modeKey, std::string(rawValue(mode)));
+    // The user has decided anew.
+    services.preferences.remove(preference::settingsLost.name);
     if (mode == RecordingMode::paused)
         pause();
     else

@@ -1,5 +1,6 @@
 #include "app/preferences/JsonPreferences.h"
 
+#include "app/preferences/PreferenceKeys.h"
 #include "core/base/Base64.h"
 #include "core/base/CanonicalPath.h"
 #include "core/base/Files.h"
@@ -16,7 +17,7 @@ namespace tidemark {
 
 namespace {
 
-using nlohmann::json;
+using Json = nlohmann::json;
 
 constexpr std::size_t largestFile = std::size_t{16} * 1024 * 1024;
 /// A document nested deeper is damage or malice, and would cost the stack when written.
@@ -40,27 +41,27 @@ std::filesystem::path unusedName(const std::filesystem::path& wanted) {
 }
 
 /// Absent when `bytes` are no JSON object.
-std::optional<json> parsed(const std::string& bytes) {
+std::optional<Json> parsed(const std::string& bytes) {
     bool tooDeep = false;
-    const auto shallow = [&](int depth, json::parse_event_t, json&) {
+    const auto shallow = [&](int depth, Json::parse_event_t, Json&) {
         tooDeep = tooDeep || depth > deepestNesting;
         return !tooDeep;
     };
-    json root = json::parse(bytes, shallow, false);
+    Json root = Json::parse(bytes, shallow, false);
     if (tooDeep || !root.is_object())
         return std::nullopt;
     return root;
 }
 
 template <class T>
-std::optional<T> converted(const json& value);
+std::optional<T> converted(const Json& value);
 
 template <>
-std::optional<bool> converted(const json& value) {
+std::optional<bool> converted(const Json& value) {
     return value.is_boolean() ? std::optional(value.get<bool>()) : std::nullopt;
 }
 template <>
-std::optional<std::int64_t> converted(const json& value) {
+std::optional<std::int64_t> converted(const Json& value) {
     if (!value.is_number_integer())
         return std::nullopt;
     if (value.is_number_unsigned() && value.get<std::uint64_t>() > INT64_MAX)
@@ -68,16 +69,16 @@ std::optional<std::int64_t> converted(const json& value) {
     return value.get<std::int64_t>();
 }
 template <>
-std::optional<std::string> converted(const json& value) {
+std::optional<std::string> converted(const Json& value) {
     return value.is_string() ? std::optional(value.get<std::string>()) : std::nullopt;
 }
 template <>
-std::optional<Data> converted(const json& value) {
+std::optional<Data> converted(const Json& value) {
     const auto bytes = value.is_string() ? base64Decoded(value.get<std::string>()) : std::nullopt;
     return bytes ? std::optional(Data{*bytes}) : std::nullopt;
 }
 template <>
-std::optional<std::vector<std::string>> converted(const json& value) {
+std::optional<std::vector<std::string>> converted(const Json& value) {
     if (!value.is_array())
         return std::nullopt;
     std::vector<std::string> texts;
@@ -89,7 +90,7 @@ std::optional<std::vector<std::string>> converted(const json& value) {
     return texts;
 }
 template <>
-std::optional<std::map<std::string, Data>> converted(const json& value) {
+std::optional<std::map<std::string, Data>> converted(const Json& value) {
     if (!value.is_object())
         return std::nullopt;
     std::map<std::string, Data> table;
@@ -102,23 +103,23 @@ std::optional<std::map<std::string, Data>> converted(const json& value) {
     return table;
 }
 
-json stored(bool value) {
+Json stored(bool value) {
     return value;
 }
-json stored(std::int64_t value) {
+Json stored(std::int64_t value) {
     return value;
 }
-json stored(const std::string& value) {
+Json stored(const std::string& value) {
     return value;
 }
-json stored(const std::vector<std::string>& value) {
+Json stored(const std::vector<std::string>& value) {
     return value;
 }
-json stored(const Data& value) {
+Json stored(const Data& value) {
     return base64Encoded(value.bytes);
 }
-json stored(const std::map<std::string, Data>& table) {
-    json object = json::object();
+Json stored(const std::map<std::string, Data>& table) {
+    Json object = Json::object();
     for (const auto& [key, data] : table)
         object[key] = stored(data);
     return object;
@@ -127,14 +128,14 @@ json stored(const std::map<std::string, Data>& table) {
 } // namespace
 
 struct JsonPreferences::Document {
-    json root = json::object();
+    Json root = Json::object();
 };
 
 JsonPreferences::JsonPreferences(const std::filesystem::path& file, Opening opening, Clock& clock,
                                  FolderGuard guard)
     : path(canonicalPath(file)), copy(path.native() + ".bak"), purpose(opening),
-      permission(std::move(guard)),
-      document(std::make_unique<Document>()), writable(opening == Opening::toWrite) {
+      permission(std::move(guard)), document(std::make_unique<Document>()),
+      writable(opening == Opening::toWrite) {
     try {
         load(clock);
     } catch (const FileError& error) {
@@ -163,13 +164,14 @@ void JsonPreferences::load(Clock& clock) {
     }
     const std::string aside = textFromBytes(setAside(clock).native());
     const bool hasCopy = takeCopy();
-    if (hasCopy)
-        save();
+    // Even without a copy: where there is no file, nothing says that the settings were lost.
+    save();
     loadProblem = "The settings were damaged and have been set aside as " + aside
                   + (hasCopy ? "; a copy of them holds." : "; the defaults hold.");
 }
 
 std::filesystem::path JsonPreferences::setAside(Clock& clock) const {
+    permission.require();
     const auto aside = unusedName(path.native() + ".damaged-" + fileTime(clock.now()));
     if (::rename(path.c_str(), aside.c_str()) != 0)
         throw FileError::ofSystem(path, "is damaged and could not be renamed", errno);
@@ -177,16 +179,20 @@ std::filesystem::path JsonPreferences::setAside(Clock& clock) const {
 }
 
 bool JsonPreferences::takeCopy() {
-    lost = true;
     try {
         if (auto root = fileExists(copy) ? parsed(readFile(copy, largestFile)) : std::nullopt) {
             document->root = *std::move(root);
-            lost = false;
+            return true;
         }
     } catch (const FileError&) {
         // As if there were none.
     }
-    return !lost;
+    document->root[std::string(preference::settingsLost.name)] = true;
+    return false;
+}
+
+bool JsonPreferences::isLost() const {
+    return tidemark::read(*this, preference::settingsLost);
 }
 
 /// An old copy would bring back what the user has changed since: rather none.
@@ -250,7 +256,7 @@ bool JsonPreferences::set(std::string_view key, PreferenceValue value) {
     const std::string name(key);
     const auto found = document->root.find(name);
     // Whatever it is, and be it of a type that this release doesn't know.
-    const auto before = found == document->root.end() ? std::nullopt : std::optional<json>(*found);
+    const auto before = found == document->root.end() ? std::nullopt : std::optional<Json>(*found);
     if (note(key, std::move(value)))
         return true;
     if (before)
@@ -268,7 +274,7 @@ bool JsonPreferences::save() {
         permission.require();
         createPrivateFolders(path.parent_path());
         const auto bytes =
-            document->root.dump(4, ' ', false, json::error_handler_t::replace) + "\n";
+            document->root.dump(4, ' ', false, Json::error_handler_t::replace) + "\n";
         replaceFile(path, bytes, permission);
         saveProblem.reset();
         isSaved = true;

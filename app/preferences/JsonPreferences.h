@@ -14,9 +14,9 @@ namespace tidemark {
 ///
 /// A second file, with ".bak" behind the name, has the same content. When the first one turns out
 /// to be no JSON object, it is renamed aside with ".damaged-" and the time behind its name, and the
-/// second one is taken in its place; without that, the defaults hold. A file that can't be read,
-/// or can't be renamed, is never written. Without the first file there are no settings: removing
-/// it is how a user starts afresh.
+/// second one is taken in its place; without that, the defaults hold, and the new file says that
+/// the settings were lost. A file that can't be read, or can't be renamed, is never written.
+/// Without the first file there are no settings: removing it is how a user starts afresh.
 class JsonPreferences final : public Preferences {
 public:
     /// To read leaves all files as they are: for who doesn't hold the lock of the data folder.
@@ -42,7 +42,7 @@ public:
     bool note(std::string_view key, PreferenceValue value) override;
     bool remove(std::string_view key) override;
     bool isReadOnly() const override { return purpose == Opening::toRead; }
-    bool isLost() const override { return lost; }
+    bool isLost() const override;
     std::optional<std::string> problem() const override;
     /// What was wrong with the file when it was opened, as a sentence.
     const std::optional<std::string>& loadingProblem() const { return loadProblem; }
@@ -66,7 +66,6 @@ private:
     const FolderGuard permission;
     std::unique_ptr<Document> document;
     bool writable = true;
-    bool lost = false;
     bool isSaved = true;
     /// Set for the whole run.
     std::optional<std::string> loadProblem;

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "core/capture/CaptureSchedule.h"
 #include "app/preferences/Preferences.h"
+#include "core/capture/CaptureSchedule.h"
 
 #include <array>
 #include <span>
@@ -85,6 +85,9 @@ inline constexpr ChoiceKey recordingMode{
 inline constexpr SwitchKey needsRecordingBaseline{
     {"needsRecordingBaseline", false, "The next capture is not compared with the one before",
      true}};
+inline constexpr SwitchKey settingsLost{
+    {"settingsLost", false,
+     "The settings were damaged, and whether the user had paused the recording is unknown", true}};
 inline constexpr ChoiceKey captureSchedule{
     {"captureSchedule", "halfHourly", "How often a capture is due"}, detail::captureSchedules};
 inline constexpr SwitchKey storageEnabled{
@@ -158,6 +161,7 @@ inline constexpr TextKey memoryExcludedApps{
 inline constexpr auto all = std::to_array<AnyPreferenceKey>({
     recordingMode,
     needsRecordingBaseline,
+    settingsLost,
     captureSchedule,
     storageEnabled,
     historyTimeWindow,

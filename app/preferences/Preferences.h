@@ -41,7 +41,8 @@ public:
 
     /// Opened to be read: nothing is ever stored.
     virtual bool isReadOnly() const { return false; }
-    /// There were settings, and none of them could be read. What the user had decided is unknown.
+    /// There were settings, and none of them could be read: what the user had decided is unknown.
+    /// This is stored, and holds until the key `preference::settingsLost` is removed.
     virtual bool isLost() const { return false; }
     /// What the user must know of the store, as a sentence: it was damaged and set aside when it
     /// was opened, or can't be written at present.

@@ -4,6 +4,7 @@
 #include "core/base/Text.h"
 #include "core/presentation/HistoryMatches.h"
 
+#include <QLoggingCategory>
 #include <algorithm>
 
 namespace tidemark {
@@ -35,7 +36,14 @@ QCoro::Task<void> HistorySearch::run(std::stop_token stop) {
     const auto find = [all = history(), query = typed](const std::stop_token& stopped) {
         return HistoryMatches::find(all->events, query, stopped);
     };
-    auto matches = co_await runInBackground(find, stop, WorkPriority::userInitiated);
+    std::vector<Shared<Event>> matches;
+    try {
+        auto found = co_await runInBackground(find, stop, WorkPriority::userInitiated);
+        matches = std::move(found);
+    } catch (const std::exception& error) {
+        // The results of another query are none of this one.
+        qCritical("The search failed: %s", error.what());
+    }
     if (stop.stop_requested())
         co_return;
     results = std::move(matches);

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "app/base/TaskScope.h"
 #include "app/base/Published.h"
+#include "app/base/TaskScope.h"
 #include "core/presentation/MergedHistory.h"
 
 #include <functional>

@@ -101,7 +101,7 @@ Snapshot observation(const Options& options, const std::stop_token& stop) {
     Snapshot snapshot = SystemObserver::captureProgressively(
         observationOptions(options), &scanner,
         [&](const std::string& phase) {
-            // Nothing has been saved yet that this phase could be told of.
+            // The driver reports this phase, but the saving is done below.
             if (phase != "Saving Observation…")
                 progress.begin(phase);
         },

@@ -26,8 +26,13 @@ struct Options {
 
 QCoro::Task<void> startRecording(Recorder& recorder,
                                  std::optional<std::vector<RecommendedFolder>> chosen) {
-    if (chosen)
-        co_await firstFolders::choose(recorder, *std::move(chosen));
+    try {
+        if (chosen)
+            co_await firstFolders::choose(recorder, *std::move(chosen));
+    } catch (const std::exception& error) {
+        // What else is recorded needs no folders.
+        qCritical("The folders to monitor could not be set up: %s", error.what());
+    }
     if (const auto& folders = recorder.model().folderAccess();
         folders.message() && !folders.messageIsSuccess())
         qWarning("%s", folders.message()->c_str());

@@ -241,7 +241,8 @@ private:
                   });
     }
 
-    /// Also true when that can't be told: a bundle that is being replaced has no readable list.
+    /// Also true when the folder could not be read whole: a bundle that is being replaced has no
+    /// readable property list.
     bool mayHoldBundles(const fs::path& root) const {
         const std::string path = textFromBytes(canonicalPath(root).native());
         if (std::ranges::any_of(snapshot.applications,

@@ -13,7 +13,7 @@ namespace tidemark::PackageLogReport {
 /// The report of a text of whole lines, oldest first. An installation is an "install" or "upgrade"
 /// that was completed: the package is "installed" in the version that was asked for. Its date is
 /// the start of the transaction that it was part of, or, where apt recorded none, of that run of
-/// dpkg, so that what was installed together stands together; its source tells whether it came
+/// dpkg, so that what was installed together stands together; its source says whether it came
 /// along automatically. Lines that no dpkg writes are entries that can't be read, unless they stand
 /// among lines from before `since`, which nobody asks for.
 std::string make(std::string_view log, const std::vector<PackageTransaction>& transactions,

@@ -61,7 +61,11 @@ JournalStore::JournalStore(fs::path document, std::optional<fs::path> legacy,
 
 Journal JournalStore::load() {
     const std::scoped_lock lock(mutex);
-    FileReplacement::removeLeftovers(canonicalPath(url));
+    // Only the process that holds the lock of the folder names a place for the copy.
+    if (upgradeBackupDirectory) {
+        permission.require();
+        FileReplacement::removeLeftovers(canonicalPath(url));
+    }
     const bool isCurrent = fileExists(url);
     if (!isCurrent && !legacyURL)
         return {};

@@ -45,8 +45,9 @@ public:
                           FolderGuard guard = {});
 
     /// The stored history; a new journal where there is none, which changes nothing on disk. Throws
-    /// `FileError`, `StoreError`, `IncompleteBackupError` or, when it has to write, what the guard
-    /// throws; the document is unchanged then.
+    /// `FileError`, `StoreError`, `IncompleteBackupError` and what the guard throws; the document
+    /// is unchanged then. With an `upgradeBackupDirectory`, what a killed save left is removed
+    /// first.
     Journal load();
 
     /// Replaces the document whole, with mode 0600. Throws `FileError` and what the guard throws;

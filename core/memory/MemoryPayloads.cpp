@@ -54,7 +54,8 @@ std::string MemoryPayloads::read(const std::string& name) const {
         ::openat(directory.get(), name.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOFOLLOW));
     if (!file)
         throw FileError::ofSystem(path, "could not be read", errno);
-    return readFile(file, path, MemoryArchive::clipByteLimit);
+    // A byte that is not UTF-8 is stored as U+FFFD, which takes three bytes.
+    return readFile(file, path, 3 * MemoryArchive::clipByteLimit);
 }
 
 void MemoryPayloads::prepare() const {

@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-/// Server addresses of D-Bus (https://dbus.freedesktop.org/doc/dbus-specification.html#addresses).
+/// Server addresses of D-Bus (https://dbus.freedesktop.org/doc, "Server Addresses").
 namespace tidemark::busAddress {
 
 /// A local socket that a bus listens at.

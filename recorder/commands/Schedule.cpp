@@ -1,5 +1,5 @@
-#include "core/capture/CaptureSchedule.h"
 #include "app/preferences/PreferenceKeys.h"
+#include "core/capture/CaptureSchedule.h"
 #include "recorder/Commands.h"
 #include "recorder/Recorder.h"
 #include "recorder/StoredRecords.h"
@@ -26,11 +26,10 @@ std::string text(const Preferences& preferences) {
 }
 
 QCoro::Task<std::string> schedule(CommandContext& context, const Options& options) {
-    if (options.value) {
-        context.model().setCaptureSchedule(*options.value);
-        context.requireStored();
-    }
-    co_return text(context.preferences());
+    const auto& preferences = context.preferences();
+    if (options.value && !context.model().setCaptureSchedule(*options.value))
+        throw Error(preferences.problem().value_or("The schedule could not be stored."));
+    co_return text(preferences);
 }
 
 std::optional<CommandAnswer> storedSchedule(StoredRecords& stored, const Options& options) {

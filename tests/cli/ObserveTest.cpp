@@ -356,6 +356,8 @@ TEST_F(ObserveCommand, EndsEarlyOnTheFirstSignalAndAtOnceOnTheSecond) {
     EXPECT_EQ(seen.coverage.issues,
               (Words{"Applications: incomplete access or scan limit at " + path("apps")
                          + ". Changes in this location are paused.",
+                     "Background items: cannot completely read " + path("agents")
+                         + ". Changes in this location are paused.",
                      "Storage · tree: The overall storage scan was paused or reached its time "
                      "limit. No size comparison was made."}));
 

@@ -1,6 +1,7 @@
 #include "tests/cli/Program.h"
 
 #include <array>
+#include <ostream>
 #include <stdexcept>
 
 #include <fcntl.h>
@@ -30,6 +31,12 @@ std::string drained(int terminal) {
 }
 
 } // namespace
+
+void PrintTo(const Outcome& outcome, std::ostream* stream) {
+    *stream << "status " << outcome.status << ", out:\n"
+            << outcome.out << "\nerr:\n"
+            << outcome.err;
+}
 
 Outcome run(const std::vector<std::string>& arguments, Output output,
             const std::vector<std::string>& environment, const std::function<void()>& beforehand) {

@@ -3,6 +3,7 @@
 #include "tests/support/TemporaryFolder.h"
 
 #include <functional>
+#include <iosfwd>
 #include <string>
 #include <vector>
 
@@ -16,6 +17,9 @@ struct Outcome {
 
     bool operator==(const Outcome&) const = default;
 };
+
+/// What a failed expectation shows of it.
+void PrintTo(const Outcome& outcome, std::ostream* stream);
 
 /// Where the standard output of a program goes. Nobody reads from the pipe.
 enum class Output { file, terminal, fullDisk, closedPipe };

@@ -112,6 +112,7 @@ TEST_F(RecorderProgram, ARefusedSettingIsNotStoredWithALaterOne) {
     folder.write("config/Tidemark", "in the way");
     EXPECT_EQ(command({"settings", "set", "listingTextSize", "20"}).status, 1);
     EXPECT_EQ(command({"schedule", "daily"}).status, 1);
+    EXPECT_EQ(command({"pause"}).status, 1);
     std::filesystem::remove(settings);
     std::filesystem::rename(folder / "moved", settings);
     EXPECT_EQ(command({"settings", "set", "historyCustomWindowDays", "5"}).status, 0);
@@ -119,6 +120,8 @@ TEST_F(RecorderProgram, ARefusedSettingIsNotStoredWithALaterOne) {
     EXPECT_NE(stored.find("\"historyCustomWindowDays\": 5"), std::string::npos) << stored;
     EXPECT_EQ(stored.find("listingTextSize"), std::string::npos) << stored;
     EXPECT_EQ(stored.find("daily"), std::string::npos) << stored;
+    EXPECT_NE(stored.find("\"recordingMode\": \"paused\""), std::string::npos)
+        << "a pause is in force and stored as soon as that works: " << stored;
 }
 
 TEST_F(RecorderProgram, CarriesOutCommandsOfOthersAndEndsCleanly) {
@@ -241,7 +244,7 @@ TEST_F(RecorderProgram, JudgesNoCaptureOfTheFuture) {
         for (std::size_t i = 0; i < captures.size(); ++i) {
             Snapshot snapshot = test::snapshot(static_cast<unsigned>(i));
             snapshot.timestamp = captures[i];
-            journal.snapshots.emplace_back(snapshot);
+            journal.snapshots.emplace_back(std::move(snapshot));
         }
         folder.write("data/Tidemark/journal.json", json::encoded(journal));
         words.insert(words.begin(), "coverage");

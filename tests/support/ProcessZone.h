@@ -5,7 +5,7 @@
 
 namespace tidemark::test {
 
-/// The value of TZ until the end of a test. The C library is not told of it, as nobody does when a
+/// The value of TZ until the end of a test. tzset(3) is not called, as nobody calls it when a
 /// user travels.
 class ProcessZone {
 public:

@@ -1,7 +1,7 @@
 #include "app/capture/CaptureScheduler.h"
 
-#include "core/capture/CaptureSchedule.h"
 #include "core/base/Error.h"
+#include "core/capture/CaptureSchedule.h"
 #include "tests/app/support/Await.h"
 #include "tests/app/support/ManualAppClock.h"
 

@@ -349,6 +349,9 @@ TEST_F(FolderAccessTest, RestoresTheTrashUnlessTheUserRemovedIt) {
     access->completeSetup();
     restart(false);
     EXPECT_FALSE(restore()) << "that any program may read it is not the user's consent";
+    preferences.set("diskAccessSetupPending", true);
+    EXPECT_FALSE(restore()) << "nor is it then";
+    preferences.set("diskAccessSetupPending", false);
     restart();
     EXPECT_TRUE(restore());
     EXPECT_EQ(paths(), ".Trash") << "only the Trash comes by itself";

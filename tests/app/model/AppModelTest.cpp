@@ -260,6 +260,19 @@ TEST_F(AppModelTest, QuittingInTheMiddleOfStartStartsNothingElse) {
     EXPECT_EQ(observations, 0);
 }
 
+TEST_F(AppModelTest, StartsNothingAfterTheEnd) {
+    model->stopAutomaticCaptures();
+    start();
+    EXPECT_EQ(live.log, "stop ");
+    EXPECT_EQ(observations, 0);
+}
+
+TEST_F(AppModelTest, AScheduleThatCannotBeStoredIsNotInForce) {
+    preferences.refuses = true;
+    EXPECT_FALSE(model->setCaptureSchedule(CaptureSchedule::daily));
+    EXPECT_EQ(*state().captureSchedule, CaptureSchedule::halfHourly);
+}
+
 TEST_F(AppModelTest, QuittingDuringACaptureEndsItAndKeepsNothing) {
     start();
     const auto kept = snapshots();

@@ -1,5 +1,6 @@
 #include "app/preferences/JsonPreferences.h"
 #include "app/preferences/PreferenceKeys.h"
+#include "core/base/Error.h"
 #include "tests/app/support/MemoryPreferences.h"
 #include "tests/support/ManualClock.h"
 #include "tests/support/OrdinaryUser.h"
@@ -90,10 +91,24 @@ TEST(JsonPreferences, SetsADamagedFileAsideAndGoesOnWithTheDefaults) {
         EXPECT_TRUE(preferences.isLost());
         EXPECT_EQ(read(preferences, preference::recordingMode), "paused");
         EXPECT_EQ(read(preferences, preference::memoryFiles), true);
+        EXPECT_EQ(read(JsonPreferences(file), preference::recordingMode), "paused");
         EXPECT_TRUE(preferences.set("a", true));
         EXPECT_EQ(JsonPreferences(file).boolean("a"), true);
         EXPECT_EQ(JsonPreferences(file).problem(), std::nullopt);
+        EXPECT_EQ(read(JsonPreferences(file), preference::recordingMode), "paused")
+            << "until the user chooses";
+        folder.write("settings.json", damage);
+        EXPECT_TRUE(JsonPreferences(file, clock).isLost()) << "so says the copy";
     }
+}
+
+TEST(JsonPreferences, SetsNothingAsideInAFolderOfAnother) {
+    const TemporaryFolder folder;
+    const auto file = folder.write("settings.json", "{");
+    const FolderGuard refused([] { return false; });
+    EXPECT_THROW(JsonPreferences(file, JsonPreferences::Opening::toWrite, Clock::system(), refused),
+                 Error);
+    EXPECT_EQ(test::namesIn(folder.path()), "settings.json");
 }
 
 TEST(JsonPreferences, NeverWritesAFileThatItCouldNotRead) {

@@ -261,7 +261,7 @@ TEST(JournalStore, KeepsTheOldDocumentWhenTheDiskIsFull) {
 
 TEST(JournalStore, SurvivesBeingKilledInTheMiddleOfASave) {
     const test::TemporaryFolder folder;
-    JournalStore store(folder / "journal.json");
+    JournalStore store(folder / "journal.json", {}, folder / "Backups/pre-v2");
     const Journal versions[] = {large("A"), large("B")};
     store.save(versions[0]);
     const auto isHalfWritten = [&] {
@@ -282,8 +282,20 @@ TEST(JournalStore, SurvivesBeingKilledInTheMiddleOfASave) {
         ::waitpid(child, nullptr, 0);
         const Journal read = store.load();
         ASSERT_TRUE(read == versions[0] || read == versions[1]);
-        ASSERT_EQ(test::namesIn(folder.path()), "journal.json");
+        ASSERT_EQ(test::namesIn(folder.path()), "Backups journal.json");
     }
+}
+
+TEST(JournalStore, RemovesNothingInAFolderThatIsNotItsOwn) {
+    const test::TemporaryFolder folder;
+    folder.write("journal.json", json::encoded(small()));
+    folder.write(".journal.json.new-0A000000-0000-4000-8000-00000000000A", "half");
+    const auto names = test::namesIn(folder.path());
+    EXPECT_EQ(JournalStore(folder / "journal.json").load(), small());
+    const FolderGuard refused([] { return false; });
+    JournalStore store(folder / "journal.json", {}, folder / "Backups/pre-v2", refused);
+    EXPECT_THROW(store.load(), Error);
+    EXPECT_EQ(test::namesIn(folder.path()), names);
 }
 
 TEST(JournalStore, RemovesTheCopiesThatAKillLeftUnfinished) {
