@@ -128,7 +128,7 @@ TEST_F(Requests, CarryPathsThatMeanTheSameInTheRecorder) {
     const Words relative{"folders", "add", "Stuff"};
     const std::string sentence = "tidemark: The working directory was removed: give an absolute "
                                  "path instead of \"Stuff\".\n";
-    EXPECT_EQ(command({"capture"}).status, 0);
+    EXPECT_EQ(command({"status"}).status, 0);
     EXPECT_EQ(command(relative), (Outcome{1, "", sentence}));
     EXPECT_EQ(stop(SIGTERM), 0);
     EXPECT_EQ(command({"capture"}).err, "");
