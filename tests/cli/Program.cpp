@@ -13,6 +13,10 @@ namespace tidemark::test {
 
 namespace {
 
+/// Opened with the rights that the tests were started with: an ordinary user, as whom some of them
+/// go on, may not reach the folder of the build.
+const int program = ::open(TIDEMARK_PROGRAM, O_PATH | O_CLOEXEC);
+
 std::vector<char*> pointers(std::vector<std::string>& texts) {
     std::vector<char*> list;
     for (std::string& text : texts)
@@ -73,7 +77,7 @@ Outcome run(const std::vector<std::string>& arguments, Output output,
             ::_exit(126);
         ::close(err);
         beforehand();
-        ::execve(argv[0], argv.data(), envp.data());
+        ::fexecve(program, argv.data(), envp.data());
         ::_exit(127);
     }
     int status = 0;
