@@ -5,7 +5,7 @@
 #include "core/base/Text.h"
 #include "core/capture/FolderListing.h"
 #include "core/capture/Inventory.h"
-#include "core/storage/StorageFileMetadata.h"
+#include "core/system/StorageFileMetadata.h"
 
 #include <algorithm>
 #include <array>
@@ -171,15 +171,12 @@ MetadataReport report(const std::filesystem::path& folder, Inspect item,
 }
 
 /// A placeholder whose contents are not on this disk would be downloaded by reading it.
-bool isLocalRegularFile(const struct stat& status) {
-    const StorageFileMetadata metadata(status);
-    return metadata.isRegularFile() && !metadata.isCloudOnly();
+bool isLocalRegularFile(const StorageFileMetadata::Read& status) {
+    return status && status->isRegularFile() && !status->isCloudOnly;
 }
 
-bool isSameVersion(const struct stat& a, const struct stat& b) {
-    const auto before = FileVersion::of(a);
-    const auto after = FileVersion::of(b);
-    return before.size == after.size && before.modified == after.modified;
+bool isSameVersion(const FileVersion& before, const FileVersion& after) {
+    return before.bytes == after.bytes && before.modified == after.modified;
 }
 
 constexpr std::string_view notRegular = "Selected file is not a local regular file: ";
@@ -218,12 +215,9 @@ std::expected<std::string, std::string_view> digestOf(const FileDescriptor& file
 /// Empty when there is no such file.
 std::expected<std::optional<Fingerprint>, std::string_view>
 fingerprint(const std::filesystem::path& path, const ReadingBudget& budget) {
-    struct stat status{};
-    if (::lstat(path.c_str(), &status) != 0) {
-        if (errno == ENOENT)
-            return std::nullopt;
-        return std::unexpected(notRegular);
-    }
+    const auto status = StorageFileMetadata::readEntry(AT_FDCWD, path.c_str());
+    if (!status && status.error() == ENOENT)
+        return std::nullopt;
     if (!isLocalRegularFile(status))
         return std::unexpected(notRegular);
     // Between the look and the opening another file may take the place: hence the flags and the
@@ -231,17 +225,17 @@ fingerprint(const std::filesystem::path& path, const ReadingBudget& budget) {
     const FileDescriptor file(::open(path.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
     if (!file)
         return std::unexpected(notOpened);
-    struct stat before{};
-    if (::fstat(file.get(), &before) != 0 || !isLocalRegularFile(before)
-        || static_cast<std::size_t>(before.st_size) > largestConfiguration)
+    const auto before = StorageFileMetadata::readOpen(file.get());
+    if (!isLocalRegularFile(before)
+        || static_cast<std::size_t>(before->bytes()) > largestConfiguration)
         return std::unexpected(tooLarge);
     auto digest = digestOf(file, budget);
     if (!digest)
         return std::unexpected(digest.error());
-    struct stat after{};
-    if (::fstat(file.get(), &after) != 0 || !isSameVersion(before, after))
+    const auto after = StorageFileMetadata::readOpen(file.get());
+    if (!after || !isSameVersion(before->version, after->version))
         return std::unexpected(changed);
-    return Fingerprint{*std::move(digest), before.st_size};
+    return Fingerprint{*std::move(digest), before->bytes()};
 }
 
 MetadataReport configuration(const std::filesystem::path& path, const ReadingBudget& budget) {

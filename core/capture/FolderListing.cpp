@@ -17,15 +17,15 @@ namespace {
 constexpr std::size_t namesBetweenLooks = 1'024;
 constexpr int folderFlags = O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC | O_NONBLOCK;
 
-FolderEntry::Kind kindOf(mode_t mode) {
-    if (S_ISREG(mode))
+FolderEntry::Kind kindOf(const StorageFileMetadata& status) {
+    if (status.isRegularFile())
         return FolderEntry::Kind::regular;
-    if (S_ISDIR(mode))
+    if (status.isDirectory())
         return FolderEntry::Kind::folder;
-    return S_ISLNK(mode) ? FolderEntry::Kind::link : FolderEntry::Kind::other;
+    return status.isSymbolicLink() ? FolderEntry::Kind::link : FolderEntry::Kind::other;
 }
 
-Date dateOf(const FileVersion::Time& time) {
+Date dateOf(const FileTime& time) {
     return Date::fromUnix(static_cast<double>(time.seconds))
            + static_cast<double>(time.nanoseconds) * 1e-9;
 }
@@ -36,14 +36,12 @@ FolderEntry FolderEntry::describe(int descriptor, const std::filesystem::path& f
                                   const std::string& name) {
     FolderEntry entry{
         .folder = descriptor, .path = folderPath / name, .modified = {}, .sharedVersion = {}};
-    struct stat status{};
-    if (::fstatat(descriptor, name.c_str(), &status, AT_SYMLINK_NOFOLLOW) == 0) {
-        entry.kind = kindOf(status.st_mode);
-        const auto version = FileVersion::of(status);
-        entry.modified = dateOf(version.modified);
-        if (entry.kind == Kind::regular && status.st_nlink > 1)
-            entry.sharedVersion = version;
-    } else if (errno == ENOENT) {
+    if (const auto status = StorageFileMetadata::readEntry(descriptor, name.c_str())) {
+        entry.kind = kindOf(*status);
+        entry.modified = dateOf(status->version.modified);
+        if (entry.kind == Kind::regular && status->names > 1)
+            entry.sharedVersion = status->version;
+    } else if (status.error() == ENOENT) {
         entry.kind = Kind::missing;
     }
     return entry;

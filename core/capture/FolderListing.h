@@ -3,9 +3,9 @@
 #include "core/base/CanonicalPath.h"
 #include "core/base/Date.h"
 #include "core/base/FileDescriptor.h"
-#include "core/capture/FileVersion.h"
 #include "core/capture/ReadingBudget.h"
 #include "core/storage/FolderReader.h"
+#include "core/system/StorageFileMetadata.h"
 
 #include <expected>
 #include <filesystem>

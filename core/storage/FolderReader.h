@@ -1,14 +1,11 @@
 #pragma once
 
-#include "core/base/FileDescriptor.h"
 #include "core/records/StorageMeasurementFailure.h"
-#include "core/storage/StorageFileMetadata.h"
+#include "core/system/FolderNames.h"
+#include "core/system/StorageFileMetadata.h"
 
 #include <expected>
 #include <filesystem>
-#include <memory>
-
-#include <dirent.h>
 
 namespace tidemark {
 
@@ -29,14 +26,14 @@ public:
     static std::expected<FolderReader, StorageMeasurementFailure>
     openRoot(const std::filesystem::path& path);
 
-    explicit operator bool() const { return stream || opened; }
-    int descriptor() const { return number; }
+    explicit operator bool() const { return names.descriptor() >= 0; }
+    int descriptor() const { return names.descriptor(); }
 
     /// The next entry, without "." and ".."; null at the end and after an error. Valid until the
     /// next call.
     const dirent* next();
     /// The error that ended the names early; 0 when there was none.
-    int readError() const { return failedWith; }
+    int readError() const { return names.error(); }
 
     /// The status of the folder itself.
     std::expected<StorageFileMetadata, int> status() const;
@@ -44,18 +41,9 @@ public:
     std::expected<StorageFileMetadata, int> status(const char* name) const;
 
 private:
-    struct Close {
-        void operator()(DIR* opened) const { ::closedir(opened); }
-    };
+    explicit FolderReader(FileDescriptor folder) : names(std::move(folder)) {}
 
-    explicit FolderReader(FileDescriptor folder);
-    bool startReading();
-
-    int number = -1;
-    /// Owns the descriptor until the names are asked for, which takes a buffer.
-    FileDescriptor opened;
-    std::unique_ptr<DIR, Close> stream;
-    int failedWith = 0;
+    FolderNames names;
 };
 
 } // namespace tidemark

@@ -3,7 +3,6 @@
 #include "core/base/Arithmetic.h"
 #include "core/base/CanonicalPath.h"
 #include "core/base/Text.h"
-#include "core/system/BirthTime.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -34,11 +33,10 @@ StorageTraversal::StorageTraversal(std::string path, std::int64_t limit, RootFil
 
 bool StorageTraversal::Directory::is(const FolderReader& folder) const {
     const auto metadata = folder.status();
-    if (!metadata || metadata->device() != device)
+    if (!metadata || metadata->version.device != device)
         return false;
     // FAT numbers its inodes anew each time they are read, others hand them out again.
-    const auto made = birthTime(folder.descriptor());
-    return birth ? made == birth : !made && metadata->inode() == inode;
+    return birth ? metadata->birth == birth : !metadata->birth && metadata->version.inode == inode;
 }
 
 StorageTraversal::Opened StorageTraversal::open(const std::filesystem::path& folder,
@@ -133,7 +131,7 @@ std::optional<StorageTraversal::Result> StorageTraversal::enter(FolderReader fol
         readFailed = true;
         return std::nullopt;
     }
-    if (metadata->isCloudOnly())
+    if (metadata->isCloudOnly)
         return failure(StorageMeasurementFailure::cloudBacked);
 
     const auto index =
@@ -142,9 +140,9 @@ std::optional<StorageTraversal::Result> StorageTraversal::enter(FolderReader fol
     hereLevel = stack.size();
     reading = true;
     stack.push_back({.name = std::move(name),
-                     .device = metadata->device(),
-                     .inode = metadata->inode(),
-                     .birth = birthTime(here.descriptor()),
+                     .device = metadata->version.device,
+                     .inode = metadata->version.inode,
+                     .birth = metadata->birth,
                      .index = index,
                      .totals = {},
                      .pending = {}});

@@ -66,7 +66,7 @@ private:
         std::string name;
         dev_t device;
         ino_t inode;
-        std::optional<std::int64_t> birth;
+        std::optional<FileTime> birth;
         CompletedFolders::Index index = CompletedFolders::noFolder;
         FolderTotals totals;
         /// Names of subfolders that are still to be entered, each ended by a zero byte.
@@ -76,7 +76,7 @@ private:
         bool hasPending() const { return pendingStart < pending.size(); }
         void addPending(std::string_view folder) { pending.append(folder).push_back('\0'); }
         bool is(const StorageFileMetadata& metadata) const {
-            return metadata.inode() == inode && metadata.device() == device;
+            return metadata.version.inode == inode && metadata.version.device == device;
         }
         bool is(const FolderReader& folder) const;
         /// No folder is this one any more.
