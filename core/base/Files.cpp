@@ -4,6 +4,7 @@
 #include "core/base/Uuid.h"
 
 #include <cerrno>
+#include <expected>
 
 #include <fcntl.h>
 #include <sys/file.h>
@@ -26,6 +27,23 @@ std::string temporaryPrefix(const std::filesystem::path& target) {
 std::filesystem::path folderOf(const std::filesystem::path& path) {
     const auto parent = path.parent_path();
     return parent.empty() ? std::filesystem::path(".") : parent;
+}
+
+/// How much was read: less than `size` at the end of the file alone. The error is that of `errno`.
+std::expected<std::size_t, int> readUntilFull(const FileDescriptor& file, char* data,
+                                              std::size_t size) {
+    std::size_t filled = 0;
+    while (filled < size) {
+        const ssize_t count = ::read(file.get(), data + filled, size - filled);
+        if (count < 0 && errno == EINTR)
+            continue;
+        if (count < 0)
+            return std::unexpected(errno);
+        if (count == 0)
+            break;
+        filled += static_cast<std::size_t>(count);
+    }
+    return filled;
 }
 
 } // namespace
@@ -52,24 +70,21 @@ std::string readFile(const FileDescriptor& file, const std::filesystem::path& pa
 
     std::string bytes;
     // One byte more than the size tells the end from a file that grows while it is read.
-    bytes.resize(size + 1);
-    std::size_t filled = 0;
-    while (true) {
-        if (filled > limit)
+    for (std::size_t room = size + 1;; room += growth) {
+        int failure = 0;
+        bytes.resize_and_overwrite(
+            room, [&, filled = bytes.size()](char* data, std::size_t) noexcept {
+                const auto count = readUntilFull(file, data + filled, room - filled);
+                failure = count ? 0 : count.error();
+                return filled + count.value_or(0);
+            });
+        if (failure != 0)
+            throw FileError::ofSystem(path, "could not be read", failure);
+        if (bytes.size() > limit)
             throw FileError::ofSystem(path, "could not be read", EFBIG);
-        if (filled == bytes.size())
-            bytes.resize(filled + growth);
-        const ssize_t count = ::read(file.get(), bytes.data() + filled, bytes.size() - filled);
-        if (count < 0 && errno == EINTR)
-            continue;
-        if (count < 0)
-            throw FileError::ofSystem(path, "could not be read", errno);
-        if (count == 0)
-            break;
-        filled += static_cast<std::size_t>(count);
+        if (bytes.size() < room)
+            return bytes;
     }
-    bytes.resize(filled);
-    return bytes;
 }
 
 bool fileExists(const std::filesystem::path& path) {

@@ -5,6 +5,7 @@
 #include "core/base/JsonFields.h"
 #include "core/base/Shared.h"
 
+#include <algorithm>
 #include <bit>
 #include <cstdint>
 #include <functional>
@@ -15,7 +16,7 @@
 #include <string>
 #include <tuple>
 #include <unordered_map>
-#include <unordered_set>
+#include <utility>
 #include <vector>
 
 namespace tidemark {
@@ -123,7 +124,9 @@ public:
     /// Shared parts of the value must have been unified before.
     template <Recurring T>
     void unify(Shared<T>& value) {
-        value = table<T>().insert({recordHash::of(*value), value}).first->value;
+        const auto& one = table<T>().insert(recordHash::of(*value), value.object());
+        if (one != value.object())
+            value = Shared<T>(one);
     }
     template <Recurring T>
     void unify(OptionalShared<T>& value) {
@@ -135,21 +138,55 @@ public:
     }
 
 private:
+    /// A set with open addressing: loading a history asks it some hundred thousand times, and
+    /// `std::unordered_set`, which follows pointers, takes a tenth of the whole time.
     template <class T>
-    struct Entry {
-        std::size_t hash;
-        Shared<T> value;
+    class Table {
+    public:
+        using Pointer = std::shared_ptr<const T>;
 
-        bool operator==(const Entry&) const = default;
-    };
-    struct StoredHash {
-        template <class T>
-        std::size_t operator()(const Entry<T>& entry) const {
-            return entry.hash;
+        /// The value here that equals `value`, which is `value` itself where there was none.
+        const Pointer& insert(std::size_t hash, const Pointer& value) {
+            if (used * 2 >= slots.size())
+                grow();
+            std::size_t index = home(hash);
+            for (; slots[index].value; index = next(index))
+                if (slots[index].hash == hash && *slots[index].value == *value)
+                    return slots[index].value;
+            ++used;
+            slots[index] = {hash, value};
+            return slots[index].value;
         }
+
+    private:
+        struct Slot {
+            std::size_t hash = 0;
+            Pointer value;
+        };
+
+        /// The upper bits of a product, as the lower ones of a hash may all be alike.
+        std::size_t home(std::size_t hash) const {
+            return (hash * 0x9e3779b97f4a7c15U) >> (64 - std::bit_width(slots.size() - 1));
+        }
+        std::size_t next(std::size_t index) const { return (index + 1) & (slots.size() - 1); }
+
+        void grow() {
+            auto old = std::exchange(
+                slots, std::vector<Slot>(std::max<std::size_t>(64, slots.size() * 2)));
+            for (Slot& slot : old) {
+                if (!slot.value)
+                    continue;
+                std::size_t index = home(slot.hash);
+                while (slots[index].value)
+                    index = next(index);
+                slots[index] = std::move(slot);
+            }
+        }
+
+        /// A power of two of them.
+        std::vector<Slot> slots;
+        std::size_t used = 0;
     };
-    template <class T>
-    using Table = std::unordered_set<Entry<T>, StoredHash>;
 
     template <class T>
     Table<T>& table() {

@@ -25,6 +25,15 @@ std::vector<char*> pointers(std::vector<std::string>& texts) {
     return list;
 }
 
+/// The side of a new terminal that stands for the person before it; -1 where there is none.
+int openTerminal() {
+    const int terminal = ::posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC);
+    if (terminal >= 0 && ::grantpt(terminal) == 0 && ::unlockpt(terminal) == 0)
+        return terminal;
+    ::close(terminal);
+    return -1;
+}
+
 /// What has been written to a terminal; its last reader gets an error in place of the end.
 std::string drained(int terminal) {
     std::string text;
@@ -42,6 +51,12 @@ void PrintTo(const Outcome& outcome, std::ostream* stream) {
             << outcome.err;
 }
 
+bool hasTerminals() {
+    const int terminal = openTerminal();
+    ::close(terminal);
+    return terminal >= 0;
+}
+
 Outcome run(const std::vector<std::string>& arguments, Output output,
             const std::vector<std::string>& environment, const std::function<void()>& beforehand) {
     const TemporaryFolder folder;
@@ -53,8 +68,8 @@ Outcome run(const std::vector<std::string>& arguments, Output output,
     const auto argv = pointers(words);
     const auto envp = pointers(variables);
 
-    const int terminal = ::posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC);
-    if (terminal < 0 || ::grantpt(terminal) != 0 || ::unlockpt(terminal) != 0)
+    const int terminal = output == Output::terminal ? openTerminal() : -1;
+    if (output == Output::terminal && terminal < 0)
         throw std::runtime_error("no terminal");
     const std::string outName = output == Output::terminal   ? ::ptsname(terminal)
                                 : output == Output::fullDisk ? "/dev/full"

@@ -1,5 +1,6 @@
 #include "core/system/SystemFacts.h"
 
+#include "core/base/Files.h"
 #include "core/system/MountTable.h"
 #include "core/system/OsRelease.h"
 #include "core/system/UserFolders.h"
@@ -48,6 +49,9 @@ TEST(OsRelease, UndoesTheQuotingOfTheShell) {
 }
 
 TEST(SystemFacts, DescribesTheVolumeOfThisMachine) {
+    const auto mounts = parseMountTable(readFile("/proc/self/mountinfo"));
+    if (std::ranges::none_of(mounts, [](const auto& mount) { return mount.mountPoint == "/"; }))
+        GTEST_SKIP() << "this machine's mount table has no entry for /";
     struct statvfs status{};
     ASSERT_EQ(::statvfs("/", &status), 0);
     const auto context = SystemFacts::readVolumeContext("/");
