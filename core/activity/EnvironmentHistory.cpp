@@ -97,7 +97,7 @@ EnvironmentActivity displayEntry(std::string name, std::optional<DisplayContext>
     entry.display = std::move(mode);
     if (!entry.display)
         return entry;
-    // A value that is no number in JSON would keep the whole record out of the file.
+    // JSON has no NaN or infinity: such a value would make writing the whole record fail.
     auto& shown = *entry.display;
     if (!std::isfinite(shown.scale))
         shown.scale = 1;

@@ -86,7 +86,7 @@ private:
     void visitEntry(const FolderEntry& entry, int depth, RootReading& reading) {
         if (entry.kind == Kind::link)
             return exclude(entry, symbolicLinks, reading);
-        // A folder may be listed but not searched: what lies in it is then not known to be gone.
+        // In a folder that may be listed but not searched, the kinds of the entries are unknown.
         if (entry.kind == Kind::unknown)
             return reading.fail();
         const auto format = std::ranges::find_if(

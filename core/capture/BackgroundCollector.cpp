@@ -13,8 +13,8 @@ namespace {
 
 using Applications = std::vector<Shared<Application>>;
 
-/// The one application that `belongs`; null when there is none or a choice. A bundle that two
-/// roots report counts twice.
+/// The only application for which `belongs` is true; null when there is none or more than one. A
+/// bundle reported by two roots counts twice.
 template <class Belongs>
 const Application* onlyOne(const Applications& apps, Belongs belongs) {
     const Application* only = nullptr;

@@ -8,8 +8,8 @@
 
 namespace tidemark {
 
-/// One version of one file, by stat(2): the same for all the names of the file, until somebody
-/// writes to it.
+/// Identifies one version of one file, from stat(2). Equal for all names of the file until it is
+/// written to.
 struct FileVersion {
     struct Time {
         std::time_t seconds = 0;
@@ -23,7 +23,7 @@ struct FileVersion {
     off_t size = 0;
     /// When the contents were written last.
     Time modified;
-    /// When contents or status changed last; nobody can set it back.
+    /// When contents or status were last changed. Programs can't set this time.
     Time changed;
 
     static FileVersion of(const struct stat& status);

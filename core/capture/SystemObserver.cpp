@@ -18,12 +18,12 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// Most entries of a root that is walked whole.
+/// The most entries of a root that is walked in one go.
 constexpr std::int64_t entryLimit = 1'000'000;
-/// The bounds of a root in the plain inventory.
+/// The most entries of a root in the plain inventory.
 constexpr std::int64_t quickEntryLimit = 100'000;
 constexpr double quickBudget = 3;
-/// Seconds for which the size of an application bundle holds.
+/// Seconds until the size of an application bundle is measured again.
 constexpr double bundleRefreshInterval = 86'400;
 
 constexpr const char* bundleNote =
@@ -32,7 +32,7 @@ constexpr const char* bundleNote =
 
 std::string nameOf(const fs::path& root) {
     const std::string_view name = lastPathComponent(root.native());
-    // The Trash of a desktop is a folder named "files".
+    // The Trash of a Linux desktop is a folder named "files".
     return TrashFolder::is(root.native()) && name != ".Trash" ? "Trash" : textFromBytes(name);
 }
 
@@ -59,9 +59,10 @@ void takeInventory(const Inventory<Record>& found, std::vector<Shared<Record>>& 
     excludedPaths.insert(found.excludedPaths.begin(), found.excludedPaths.end());
 }
 
-/// Keeps the complete roots around an incomplete one from claiming what lies in it, by excluding
-/// its path: what is missing there may still be on disk. A complete root inside it would be
-/// silenced by that as well, so without a root around there is no exclusion then.
+/// Excludes incomplete roots that are inside complete ones: items missing there may still be on
+/// disk, and comparing the outer root would report them as removed. An incomplete root that is not
+/// inside a complete one is not excluded, since that would also exclude complete roots inside of
+/// it.
 void excludeIncomplete(const std::set<std::string>& incomplete,
                        const std::set<std::string>& complete, const Coverage& coverage,
                        std::set<std::string>& excludedPaths) {
@@ -95,7 +96,7 @@ StorageTraversal::Result measureQuickly(const fs::path& root, Clock& clock,
     }
 }
 
-/// A whole root within the budget of a progressive capture, resting between batches.
+/// A whole root within the budget of a progressive capture, with pauses between batches.
 StorageTraversal::Result measureInBatches(const fs::path& root, double seconds, Clock& clock,
                                           const std::stop_token& stop) {
     auto walk = StorageTraversal::open(root, entryLimit);
@@ -108,7 +109,7 @@ StorageTraversal::Result measureInBatches(const fs::path& root, double seconds, 
     return *run;
 }
 
-/// Notes it where a folder has too many files of its own for their names to be recorded.
+/// Adds a note when a folder has too many files of its own for their names to be recorded.
 void noteFileNames(const auto& measured, const fs::path& root, Coverage& coverage) {
     if (!measured.directFileSizes)
         coverage.notes->push_back(
@@ -155,8 +156,7 @@ Snapshot inventory(const ObservationOptions& options, const std::vector<fs::path
     return snapshot;
 }
 
-/// Between these two the scanner shares what it measures; it must not go on doing so afterwards,
-/// however the capture ends.
+/// Calls `beginCapture` and, however the capture ends, `endCapture` of the scanner.
 class ScannerCapture {
 public:
     explicit ScannerCapture(ComponentStorageScanner* used) : scanner(used) {
@@ -174,7 +174,7 @@ private:
     ComponentStorageScanner* scanner;
 };
 
-/// Notes how long a phase took, and whether it came through without a new issue.
+/// Records how long a phase took and whether it finished without a new issue.
 class Phase {
 public:
     Phase(std::string called, Snapshot& filled, Clock& time)
@@ -222,7 +222,7 @@ private:
     double remaining() { return deadline - clock.monotonicSeconds(); }
     void addIssue(std::string issue) { snapshot.coverage.issues.push_back(std::move(issue)); }
 
-    /// A parent comes before the folders nested in it, which its walk measures along the way.
+    /// Parents before the folders nested in them: the walk of the parent measures these as well.
     static std::vector<fs::path> shortestFirst(std::vector<fs::path> roots) {
         std::ranges::stable_sort(roots, {}, [](const fs::path& root) {
             std::size_t characters = 0;
@@ -233,7 +233,7 @@ private:
         return roots;
     }
 
-    /// Folders whose bundles are measured one by one instead, where they hold any.
+    /// True for a folder of applications: if it has bundles, they are measured one by one.
     bool isApplications(const fs::path& root) const {
         return lastPathComponent(root.native()) == "Applications"
                || std::ranges::any_of(options.applicationRoots, [&](const fs::path& other) {
@@ -241,8 +241,8 @@ private:
                   });
     }
 
-    /// Also true when the folder could not be read whole: a bundle that is being replaced has no
-    /// readable property list.
+    /// Also true when the folder could not be read completely: a bundle that is being replaced has
+    /// no readable property list.
     bool mayHoldBundles(const fs::path& root) const {
         const std::string path = textFromBytes(canonicalPath(root).native());
         if (std::ranges::any_of(snapshot.applications,

@@ -21,14 +21,14 @@ namespace tidemark {
 namespace {
 
 constexpr std::size_t blockSize = 65'536;
-/// How often a process that has closed its output is asked whether it has ended, in seconds.
+/// Seconds between two checks whether a process that has closed its output has ended.
 constexpr double waitingStep = 0.005;
 
 double now() {
     return Clock::system().monotonicSeconds();
 }
 
-/// The redirections of the child; a C structure with a destructor of its own.
+/// Owns the C structure of the child's redirections.
 struct FileActions {
     posix_spawn_file_actions_t actions{};
 
@@ -43,7 +43,8 @@ struct FileActions {
     FileActions& operator=(const FileActions&) = delete;
 };
 
-/// The signals that this program blocks or ignores reach the child as usual: SIGTERM is to end it.
+/// Start attributes with which the child blocks no signal, so that SIGTERM ends it, and does not
+/// ignore SIGPIPE.
 struct OwnSignals {
     posix_spawnattr_t attributes{};
 
@@ -129,7 +130,7 @@ bool ReportProcess::waitUntil(double until) {
         if (ended < 0 && errno == EINTR)
             continue;
         if (ended != 0) {
-            // Where SIGCHLD is ignored nobody learns how a child ended, only that it did.
+            // If SIGCHLD is ignored, the status of the child is lost; only its end can be observed.
             if (ended < 0)
                 status = unknownStatus;
             process = -1;
@@ -145,7 +146,7 @@ bool ReportProcess::waitUntil(double until) {
 void ReportProcess::terminate() {
     if (process > 0) {
         ::kill(process, SIGTERM);
-        // Only while the child is known to be there: the id −1 would mean every process.
+        // Only while the child exists: kill(2) with the id −1 would signal every process.
         if (!waitUntil(now() + terminationGrace)) {
             ::kill(process, SIGKILL);
             ::waitpid(process, &status, 0);

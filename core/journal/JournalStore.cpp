@@ -14,7 +14,7 @@ namespace fs = std::filesystem;
 namespace {
 
 constexpr const char* completionMark = "complete.json";
-/// The documents beside the journal that an upgrade could change as well.
+/// The other documents in the folder that an upgrade may change.
 constexpr std::array companions{"system-activity.json", "storage-measurements.json"};
 
 constexpr std::string_view workingPrefix = ".pre-v2-";
@@ -27,7 +27,7 @@ bool isWorkingDirectory(const fs::directory_entry& entry) {
            && entry.symlink_status(error).type() == fs::file_type::directory;
 }
 
-/// Removes the copies that were begun and never put in place, since their process was killed.
+/// Removes incomplete copies that killed processes left.
 void removeUnfinishedBackups(const fs::path& parent) {
     std::error_code error;
     for (fs::directory_iterator entries(parent, error), end; !error && entries != end;
@@ -36,7 +36,7 @@ void removeUnfinishedBackups(const fs::path& parent) {
             fs::remove_all(entries->path(), ignored);
 }
 
-/// A folder that is removed with its contents unless it was moved away.
+/// A temporary folder, removed with its contents unless it was renamed.
 class WorkingDirectory {
 public:
     explicit WorkingDirectory(fs::path place) : path(std::move(place)) {
@@ -61,7 +61,7 @@ JournalStore::JournalStore(fs::path document, std::optional<fs::path> legacy,
 
 Journal JournalStore::load() {
     const std::scoped_lock lock(mutex);
-    // Only the process that holds the lock of the folder names a place for the copy.
+    // Only the process that holds the lock of the folder passes this directory.
     if (upgradeBackupDirectory) {
         permission.require();
         FileReplacement::removeLeftovers(canonicalPath(url));
@@ -79,7 +79,7 @@ Journal JournalStore::load() {
                          textFromBytes(source.native()) + " is of version "
                              + std::to_string(journal.schemaVersion)
                              + ", which this release can't read.");
-    // The history is not used until it is known to be safe.
+    // The history is not used before its copy is complete.
     preservePreUpgradeHistory(source, *bytes);
     if (!isCurrent)
         writeDocument(url, journal, permission);
@@ -120,8 +120,8 @@ void JournalStore::preservePreUpgradeHistory(const fs::path& source,
     }
     replaceFile(working.path / completionMark, json::encoded(copied), permission);
 
-    // The move publishes the backup: a crash before it leaves a hidden folder, which the next load
-    // removes.
+    // Renaming the folder completes the backup. A crash before leaves a hidden folder that the next
+    // load removes.
     permission.require();
     if (::rename(working.path.c_str(), upgradeBackupDirectory->c_str()) != 0)
         throw FileError::ofSystem(*upgradeBackupDirectory, "could not be put in place", errno);

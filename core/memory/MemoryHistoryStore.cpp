@@ -27,7 +27,7 @@ void makePrivate(const fs::path& folder) {
         throw FileError::ofSystem(folder, "could not be made private", errno);
 }
 
-/// A side file that is no UTF-8 would refuse the next load.
+/// The next load would fail if a text file were not UTF-8.
 std::string asText(const std::string& text) {
     return isValidUtf8(text) ? text : textFromBytes(text);
 }
@@ -117,8 +117,8 @@ Shared<MemoryRecord> MemoryHistoryStore::withoutContents(const Shared<MemoryReco
     if (hasText)
         keep(blobName(record->id, textExtension), asText(*record->text), wanted);
 
-    // A document that claims a side file which is not there can't be loaded any more: the flags
-    // tell what was just kept, whatever they said before.
+    // The flags say which files were written just now. A document that names a missing file can't
+    // be loaded.
     if (!hasPayload && !hasText && !record->payloadStored && !record->textStored)
         return record;
     MemoryRecord stored = *record;

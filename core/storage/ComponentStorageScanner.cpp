@@ -17,10 +17,11 @@ namespace {
 
 constexpr std::int64_t cursorEntryLimit = 5'000'000;
 
-/// An item that took more seconds is saved at once, so that its work is not lost with the process.
+/// An item that took longer, in seconds, is saved at once, so that a crash does not lose that work.
 constexpr double longItem = 1;
 
-/// Seconds of a slice by failed attempts in a row, so that a huge item gets a large one in the end.
+/// Length of a slice in seconds, by the number of consecutive failed attempts, so that a very large
+/// item gets longer slices.
 constexpr std::array sliceSeconds{15.0, 30.0, 60.0, 120.0};
 constexpr std::int64_t attemptLimit = sliceSeconds.size() - 1;
 
@@ -29,7 +30,7 @@ double sliceFor(std::int64_t attempts) {
         std::clamp<std::int64_t>(attempts, 0, attemptLimit))];
 }
 
-/// Gives up a lock for its lifetime.
+/// Unlocks a lock for its lifetime.
 class Unlocked {
 public:
     explicit Unlocked(std::unique_lock<std::mutex>& held) : lock(held) { lock.unlock(); }
@@ -41,7 +42,7 @@ private:
     std::unique_lock<std::mutex>& lock;
 };
 
-/// Keeps a flag set for its lifetime.
+/// Sets a flag for its lifetime.
 class Raised {
 public:
     explicit Raised(bool& raised) : flag(raised) { flag = true; }
@@ -54,7 +55,8 @@ private:
 };
 
 bool isDue(const StorageMeasurementRecord& record, Date now, double refreshInterval) {
-    // Without an interval also when a clock that was set back makes the age negative.
+    // With an interval of 0 everything is due, even if the clock was set back and the age is
+    // negative.
     const bool fresh = refreshInterval > 0 && record.matchesObservedMetadata() && record.measuredAt
                        && now - *record.measuredAt < refreshInterval;
     return !fresh;
@@ -62,7 +64,8 @@ bool isDue(const StorageMeasurementRecord& record, Date now, double refreshInter
 
 using RecordPlace = MeasurementRecords::iterator;
 
-/// What is due, those first that were never tried, then those that waited longest.
+/// The records that are due: first those that were never attempted, then by the time of the last
+/// attempt.
 std::vector<RecordPlace> dueRecords(MeasurementRecords& records, Date now, double refreshInterval) {
     std::vector<RecordPlace> due;
     for (auto place = records.begin(); place != records.end(); ++place)
@@ -98,7 +101,7 @@ void noteSuccess(StorageMeasurementRecord& record, const FolderSize& size,
     record.issue.reset();
 }
 
-/// An earlier size stays: it is still a fact about its own date.
+/// Records a failed attempt. An earlier size is kept, with its date.
 void noteFailure(StorageMeasurementRecord& record, StorageMeasurementFailure failure) {
     record.issue = rawValue(failure);
     record.attempts = std::min(std::max<std::int64_t>(record.attempts, 0) + 1, attemptLimit);
@@ -199,7 +202,8 @@ ComponentStorageScanner::collectLocked(Lock& lock, const std::vector<StorageMeas
     const Date now = clock.now();
     auto records = merged(items);
     const Round round{clock.monotonicSeconds() + seconds, measure, stop};
-    // Also sizes that are known already take time: that of saving them.
+    // The batch starts here and not with the first walk, since saving sizes that are known already
+    // takes time as well.
     batch = {.start = clock.monotonicSeconds()};
     for (const RecordPlace place : dueRecords(records, now, refreshInterval)) {
         if (batch.isOver(clock.monotonicSeconds()))
@@ -214,15 +218,15 @@ ComponentStorageScanner::collectLocked(Lock& lock, const std::vector<StorageMeas
         if (end - start > longItem || cache.isSaveDue(end))
             cache.save();
     }
-    // A capture calls for one folder after the other, and saves when it ends.
+    // A capture calls this for one folder after the other, and saves at its end.
     if (!captureActive || cache.isSaveDue(clock.monotonicSeconds()))
         cache.save();
     return reportOf(records, now);
 }
 
-/// Lets others in for a while. False when stopped.
+/// Waits with the lock released, so that other calls can run. False when stopped.
 bool ComponentStorageScanner::rest(Lock& lock, double seconds, const std::stop_token& stop) {
-    // What the items before a long walk yielded does not wait for its end.
+    // Saves the items before a long walk without waiting for its end.
     if (cache.isSaveDue(clock.monotonicSeconds()))
         cache.save();
     const auto pause = [&] {
@@ -234,7 +238,7 @@ bool ComponentStorageScanner::rest(Lock& lock, double seconds, const std::stop_t
     return goesOn;
 }
 
-/// What is known of each item, with the item as it is now.
+/// The known record of each item, updated with its present state.
 MeasurementRecords
 ComponentStorageScanner::merged(const std::vector<StorageMeasurementItem>& items) const {
     MeasurementRecords records;
@@ -245,7 +249,7 @@ ComponentStorageScanner::merged(const std::vector<StorageMeasurementItem>& items
             continue;
         }
         StorageMeasurementRecord record;
-        // Under another identifier something else lies at that path now.
+        // Another identifier means that something else is at that path now.
         if (known && (*known)->item->identifier == item.identifier)
             record = **known;
         record.item.emplace(StorageMeasurementItem(item));
@@ -254,7 +258,7 @@ ComponentStorageScanner::merged(const std::vector<StorageMeasurementItem>& items
     return records;
 }
 
-/// The record after one more attempt; absent when there is no time for it or it was cancelled.
+/// The record after another attempt; absent when there was no time left or it was cancelled.
 std::optional<StorageMeasurementRecord>
 ComponentStorageScanner::attempt(Lock& lock, StorageMeasurementRecord record, const Round& round) {
     if (round.stop.stop_requested() || clock.monotonicSeconds() >= round.deadline)
@@ -321,7 +325,8 @@ ComponentStorageScanner::measureSlice(Lock& lock, const Shared<StorageMeasuremen
     tell();
     lastVisited = walk->count() - start;
     if (!outcome) {
-        // The next slice may be hours away: until then the disk can be unmounted.
+        // Close the folder: the next slice may be hours away, and the disk may be unmounted until
+        // then.
         walk->rest(stop);
         return std::unexpected(outcome.error());
     }
@@ -331,9 +336,10 @@ ComponentStorageScanner::measureSlice(Lock& lock, const Shared<StorageMeasuremen
     return *std::move(outcome);
 }
 
-/// A walk that began before the item changed would end in a size of neither state. But a folder
-/// that changes between all captures would never be measured: from the second change on its walk
-/// goes on, and the size is that of the state in which it began.
+/// Whether an unfinished walk is continued for the present state of its item. A walk that began
+/// before the item changed gives a size of neither state, so it is started anew. But only once: a
+/// folder that changes between all captures would otherwise never be measured. From the second
+/// change on the walk is continued, and the size counts for the state in which it began.
 bool ComponentStorageScanner::Cursor::goesOnFor(const StorageMeasurementItem& now) const {
     StorageMeasurementItem unchanged = now;
     if (startedAnew)
@@ -341,7 +347,7 @@ bool ComponentStorageScanner::Cursor::goesOnFor(const StorageMeasurementItem& no
     return unchanged == *item;
 }
 
-/// The walk of an item, resumed or new.
+/// The unfinished walk of an item, or a new one.
 ComponentStorageScanner::SharedWalk
 ComponentStorageScanner::cursorFor(const Shared<StorageMeasurementItem>& item) {
     const auto known = cursors.find(item->path);

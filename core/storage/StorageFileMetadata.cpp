@@ -10,7 +10,7 @@ namespace tidemark {
 
 namespace {
 
-/// The unit of `st_blocks`, whatever the block size of the file system.
+/// The unit of `st_blocks`, independent of the block size of the file system.
 constexpr std::int64_t blockSize = 512;
 
 } // namespace

@@ -5,7 +5,7 @@
 
 namespace tidemark {
 
-/// A measurement failure where an exception is called for. `what()` is the failure's sentence.
+/// A `StorageMeasurementFailure` as an exception. `what()` is its sentence.
 class StorageMeasurementError : public Error {
 public:
     explicit StorageMeasurementError(StorageMeasurementFailure reason)
