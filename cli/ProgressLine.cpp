@@ -11,9 +11,9 @@ namespace tidemark {
 
 namespace {
 
-/// Seconds between two drawings of the line.
+/// Seconds between two updates of the line.
 constexpr double drawingInterval = 0.1;
-/// Back to the start of the line, and the rest of it away (ECMA-48).
+/// Moves to the start of the line and clears it (ECMA-48).
 constexpr const char* clearLine = "\r\033[K";
 
 } // namespace
