@@ -50,10 +50,10 @@ struct Options {
             Option{"diagnostics", &Options::diagnostics, "Add the diagnostic reports"},
             Option{"config", &Options::config, "Configuration file to fingerprint", file},
             Option{"measurements", &Options::measurements,
-                   "Keep finished measurements here, so that the next run continues", file},
+                   "File that keeps finished measurements for the next run", file},
             Option{"output",
                    &Options::output,
-                   "Write the observation here as stored JSON",
+                   "File to write the observation to, as stored JSON",
                    {.letter = 'o', .valueName = "FILE"}},
             Option{"json", &Options::json, "Print the observation as stored JSON"}};
     }
@@ -129,7 +129,7 @@ int observe(const Options& options) {
         options.output ? std::optional(writableFile(options.output->path())) : std::nullopt;
     Snapshot snapshot;
     {
-        const Interruption interruption(Interruption::AfterStop::goesOn);
+        const Interruption interruption(Interruption::AfterStop::continues);
         snapshot = observation(options, interruption.token());
     }
     if (file)

@@ -18,9 +18,9 @@ struct Options {
     std::optional<SetupChoice> setup;
 
     static constexpr auto fields() {
-        return std::tuple{
-            Option{"setup", &Options::setup,
-                   "At a first start: monitor the recommended folders that can be read, or none"}};
+        return std::tuple{Option{
+            "setup", &Options::setup,
+            "On the first start, monitor the recommended folders that can be read, or none"}};
     }
 };
 
