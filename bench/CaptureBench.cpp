@@ -94,9 +94,9 @@ public:
     bool pause(double seconds, const std::stop_token& stop) override {
         monotonicSeconds();
         stretches.push_back(lastLook - lastPause);
-        const bool goesOn = Clock::system().pause(seconds, stop);
+        const bool mayContinue = Clock::system().pause(seconds, stop);
         restart();
-        return goesOn;
+        return mayContinue;
     }
     void restart() { lastPause = lastLook = Clock::system().monotonicSeconds(); }
 

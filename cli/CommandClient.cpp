@@ -43,28 +43,28 @@ bool confirmed(const std::string& question) {
 }
 
 /// A command to be carried out, with its options and the folders to use.
-struct Errand {
+struct PendingCommand {
     const Command& command;
     std::unique_ptr<Invocation> invocation;
     RecorderPlaces places = RecorderPlaces::current();
 };
 
 /// The answer of the running recorder; absent when none is running.
-std::optional<ControlAnswer> askRecorder(const Errand& errand) {
+std::optional<ControlAnswer> askRecorder(const PendingCommand& pending) {
     ControlClient::Patience patience;
-    if (errand.invocation->isReading())
+    if (pending.invocation->isReading())
         patience.answer = std::chrono::minutes(1);
     return ControlClient::ask(
-        errand.places.sockets,
-        commandRequests::request(errand.command, *errand.invocation, console::useColour()),
+        pending.places.sockets,
+        commandRequests::request(pending.command, *pending.invocation, console::useColour()),
         patience);
 }
 
-std::optional<ControlAnswer> answerFromStored(const Errand& errand) {
-    if (!errand.invocation->isReading())
+std::optional<ControlAnswer> answerFromStored(const PendingCommand& pending) {
+    if (!pending.invocation->isReading())
         return std::nullopt;
-    StoredRecords stored(errand.places, console::useColour());
-    auto answer = errand.invocation->answerFromStored(stored);
+    StoredRecords stored(pending.places, console::useColour());
+    auto answer = pending.invocation->answerFromStored(stored);
     if (!answer)
         return std::nullopt;
     for (const auto& problem : answer->problems)
@@ -105,22 +105,23 @@ void reportProblem(const JsonPreferences& settings, const std::exception_ptr& fa
 }
 
 /// Waits until another command releases the data folder or a recorder listens.
-std::optional<ControlAnswer> takeFolder(std::optional<Recorder>& recorder, const Errand& errand) {
+std::optional<ControlAnswer> takeFolder(std::optional<Recorder>& recorder,
+                                        const PendingCommand& pending) {
     for (int attempt = 0;; ++attempt) {
         try {
-            recorder.emplace(errand.places);
+            recorder.emplace(pending.places);
             return std::nullopt;
         } catch (const FolderTaken&) {
             if (attempt == folderAttempts)
                 throw;
         }
         std::this_thread::sleep_for(folderPause);
-        if (auto answer = askRecorder(errand))
+        if (auto answer = askRecorder(pending))
             return answer;
     }
 }
 
-ControlAnswer carryOutAlone(Errand errand) {
+ControlAnswer carryOutAlone(PendingCommand pending) {
     const Interruption interruption(Interruption::AfterStop::ends);
     requireFreeDescriptors(QtApplication::neededDescriptors);
     const QtApplication application;
@@ -128,7 +129,7 @@ ControlAnswer carryOutAlone(Errand errand) {
     QLoggingCategory::setFilterRules("*.debug=false\n*.info=false\n*.warning=false\n"
                                      "app.tidemark.captures=false");
     std::optional<Recorder> taken;
-    if (auto answer = takeFolder(taken, errand))
+    if (auto answer = takeFolder(taken, pending))
         return *std::move(answer);
     Recorder& recorder = *taken;
     std::string output;
@@ -140,7 +141,7 @@ ControlAnswer carryOutAlone(Errand errand) {
         qApp,
         [&] {
             recorder.tasks().start(carryOutHere({recorder, console::useColour(), false},
-                                                std::move(errand.invocation), output, failure));
+                                                std::move(pending.invocation), output, failure));
         },
         Qt::QueuedConnection);
     QCoreApplication::exec();
@@ -158,12 +159,12 @@ ControlAnswer carryOutAlone(Errand errand) {
     return {0, std::move(output), {}};
 }
 
-ControlAnswer answered(Errand errand) {
-    if (auto answer = askRecorder(errand))
+ControlAnswer answered(PendingCommand pending) {
+    if (auto answer = askRecorder(pending))
         return *std::move(answer);
-    if (auto answer = answerFromStored(errand))
+    if (auto answer = answerFromStored(pending))
         return *std::move(answer);
-    return carryOutAlone(std::move(errand));
+    return carryOutAlone(std::move(pending));
 }
 
 } // namespace

@@ -66,15 +66,15 @@ Interruption::Masking::~Masking() {
     ::pthread_sigmask(SIG_UNBLOCK, &signals, nullptr);
 }
 
-Interruption::Interruption(AfterStop next, milliseconds longest)
-    : afterStop(next), limit(longest), waiter(startThread([this] { wait(); })) {}
+Interruption::Interruption(AfterStop afterStop, milliseconds limit)
+    : afterStop(afterStop), limit(limit), waiter(startThread([this] { wait(); })) {}
 
 Interruption::~Interruption() {
     over = true;
     // Any process may send SIGUSR1, so it only wakes the waiter, which then checks.
     ::pthread_kill(waiter.native_handle(), SIGUSR1);
     waiter.join();
-    if (afterStop == AfterStop::goesOn)
+    if (afterStop == AfterStop::continues)
         setTimer({});
 }
 

@@ -17,14 +17,14 @@ namespace tidemark {
 class Interruption {
 public:
     /// What the process does after a stop. With `ends`, it has to end within the time, even after
-    /// this object is destroyed. With `goesOn`, for example to print partial results, only the work
-    /// until the destruction of this object is limited.
-    enum class AfterStop { goesOn, ends };
+    /// this object is destroyed. With `continues`, for example to print partial results, only the
+    /// work until the destruction of this object is limited.
+    enum class AfterStop { continues, ends };
 
     static constexpr std::chrono::milliseconds longestEnd{10'000};
 
     /// Throws `Error` when the thread that waits for signals can't be started.
-    explicit Interruption(AfterStop next, std::chrono::milliseconds longest = longestEnd);
+    explicit Interruption(AfterStop afterStop, std::chrono::milliseconds limit = longestEnd);
     ~Interruption();
     Interruption(const Interruption&) = delete;
     Interruption& operator=(const Interruption&) = delete;

@@ -18,8 +18,8 @@ constexpr const char* clearLine = "\r\033[K";
 
 } // namespace
 
-ProgressLine::ProgressLine(std::function<std::int64_t()> entries)
-    : entriesSoFar(std::move(entries)), onTerminal(console::takesEscapes(STDERR_FILENO)),
+ProgressLine::ProgressLine(std::function<std::int64_t()> entriesSoFar)
+    : entriesSoFar(std::move(entriesSoFar)), onTerminal(console::takesEscapes(STDERR_FILENO)),
       start(monotonicSeconds()) {}
 
 ProgressLine::~ProgressLine() {

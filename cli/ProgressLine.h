@@ -14,8 +14,8 @@ namespace tidemark {
 /// batches.
 class ProgressLine final : public Clock {
 public:
-    /// `entries` returns the number of entries walked so far.
-    explicit ProgressLine(std::function<std::int64_t()> entries);
+    /// `entriesSoFar` returns the number of entries walked.
+    explicit ProgressLine(std::function<std::int64_t()> entriesSoFar);
     ~ProgressLine() override;
     ProgressLine(const ProgressLine&) = delete;
     ProgressLine& operator=(const ProgressLine&) = delete;

@@ -47,7 +47,7 @@ std::vector<SystemActivity> BatteryHistory::settle(Date at) {
     followCharging(*settled);
     rearm(settled->after);
     std::vector<SystemActivity> records;
-    for (const BatteryActivity::Kind kind : news(*settled)) {
+    for (const BatteryActivity::Kind kind : kindsToRecord(*settled)) {
         auto& record = records.emplace_back(
             SystemActivity::observed(SystemActivity::Kind::batteryChanged, settled->firstObserved));
         record.batteryActivity = BatteryActivity{kind, settled->before, session, settled->after};
@@ -84,7 +84,7 @@ void BatteryHistory::rearm(const BatteryObservation& after) {
         fullRecorded = false;
 }
 
-std::vector<BatteryActivity::Kind> BatteryHistory::news(const Transition& settled) {
+std::vector<BatteryActivity::Kind> BatteryHistory::kindsToRecord(const Transition& settled) {
     using Kind = BatteryActivity::Kind;
     const auto& before = settled.before;
     const auto& after = settled.after;

@@ -35,7 +35,7 @@ private:
     std::optional<ObservedSession> sessionEnding(const Transition& settled) const;
     void followCharging(const Transition& settled);
     void rearm(const BatteryObservation& after);
-    std::vector<BatteryActivity::Kind> news(const Transition& settled);
+    std::vector<BatteryActivity::Kind> kindsToRecord(const Transition& settled);
 
     SettledTransition<BatteryObservation> tracker{delay};
     std::optional<BatteryObservation> sample;

@@ -30,9 +30,9 @@ public:
         bool operator==(const Candidate&) const = default;
     };
 
-    /// `delay` is in seconds. `accepted` is the starting point, if there is one.
-    explicit SettledTransition(double seconds, std::optional<Value> start = {})
-        : settlingTime(seconds), accepted(std::move(start)) {}
+    /// `settlingTime` is the delay in seconds; `accepted` is the starting point, if there is one.
+    explicit SettledTransition(double settlingTime, std::optional<Value> accepted = {})
+        : settlingTime(settlingTime), accepted(std::move(accepted)) {}
 
     /// The last accepted value; absent before there is a starting point.
     const std::optional<Value>& baseline() const { return accepted; }

@@ -16,8 +16,8 @@ public:
     static constexpr std::size_t mostRecords = 2000;
 
     /// `guard` is the guard of the data folder.
-    explicit SystemActivityStore(std::filesystem::path document, FolderGuard guard = {})
-        : url(std::move(document)), permission(std::move(guard)) {}
+    explicit SystemActivityStore(std::filesystem::path url, FolderGuard guard = {})
+        : url(std::move(url)), guard(std::move(guard)) {}
 
     /// Reads the last `mostRecords` records of the file; none when there is no file. Throws
     /// `FileError`. Changes nothing on disk.
@@ -36,7 +36,7 @@ public:
 
 private:
     const std::filesystem::path url;
-    const FolderGuard permission;
+    const FolderGuard guard;
     std::vector<SystemActivity> current;
 };
 

@@ -120,9 +120,9 @@ void flushFolder(const std::filesystem::path& folder) {
     }
 }
 
-FileReplacement::FileReplacement(std::filesystem::path path, FolderGuard guard)
-    : target(std::move(path)), permission(std::move(guard)) {
-    permission.require();
+FileReplacement::FileReplacement(std::filesystem::path path, const FolderGuard& guard)
+    : target(std::move(path)), guard(guard) {
+    guard.require();
     removeLeftovers(target);
     // The lock shows `removeLeftovers` in other processes that this file is in use. Between
     // creating and locking it, another process may have removed it as a leftover; then a new one is
@@ -175,7 +175,7 @@ void FileReplacement::commit() {
     if (::fsync(file.get()) != 0)
         fail();
     // The folder may have been replaced since the temporary file was made.
-    permission.require();
+    guard.require();
     if (::rename(temporary.c_str(), target.c_str()) != 0)
         fail();
     file.reset();

@@ -45,7 +45,7 @@ class FileReplacement {
 public:
     /// The folder must exist. Like the other members, throws `FileError` and what `guard` throws;
     /// the guard is checked here and again before the rename.
-    explicit FileReplacement(std::filesystem::path path, FolderGuard guard = {});
+    explicit FileReplacement(std::filesystem::path path, const FolderGuard& guard = {});
     ~FileReplacement();
     FileReplacement(const FileReplacement&) = delete;
     FileReplacement& operator=(const FileReplacement&) = delete;
@@ -61,7 +61,7 @@ private:
     [[noreturn]] void fail() const;
 
     std::filesystem::path target;
-    FolderGuard permission;
+    FolderGuard guard;
     std::filesystem::path temporary;
     FileDescriptor file;
     std::string buffer;

@@ -14,7 +14,7 @@ public:
     FolderGuard() = default;
     /// `isOwn` returns whether the folder is still this process's own. Use `FolderLock::guard` to
     /// make one for a locked folder.
-    explicit FolderGuard(std::function<bool()> ask) : isOwn(std::move(ask)) {}
+    explicit FolderGuard(std::function<bool()> isOwn) : isOwn(std::move(isOwn)) {}
 
     /// Throws an `Error` when the folder is no longer this process's own.
     void require() const;

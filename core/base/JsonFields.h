@@ -88,14 +88,14 @@ struct Field {
     Member Record::* member;
     Privacy privacy;
 
-    constexpr Field(std::string_view key, Member Record::* place)
-        : Field(key, place, Privacy::Shown) {
+    constexpr Field(std::string_view name, Member Record::* member)
+        : Field(name, member, Privacy::Shown) {
         static_assert(!detail::mayHoldText<Member>,
                       "this field can hold a path or a name: say Private, or Shown when every "
                       "exported report may hold it");
     }
-    constexpr Field(std::string_view key, Member Record::* place, Privacy decided)
-        : name(key), member(place), privacy(decided) {}
+    constexpr Field(std::string_view name, Member Record::* member, Privacy privacy)
+        : name(name), member(member), privacy(privacy) {}
 };
 
 namespace detail {

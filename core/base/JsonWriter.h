@@ -21,9 +21,9 @@ public:
     enum class Layout { compact, indented };
 
     /// `output` is called with the bytes in pieces, the last of them from `finish`.
-    explicit JsonWriter(Output to, DateForm form = DateForm::seconds,
-                        Layout style = Layout::compact)
-        : output(std::move(to)), dateForm(form), layout(style) {}
+    explicit JsonWriter(Output output, DateForm dateForm = DateForm::seconds,
+                        Layout layout = Layout::compact)
+        : output(std::move(output)), dateForm(dateForm), layout(layout) {}
 
     void beginObject() { open('{'); }
     void endObject() { close('}'); }

@@ -114,14 +114,14 @@ constexpr Run lowered(Run run) {
     return run | ((fromA & ~beyondZ & (everyByte * 0x80)) >> 2);
 }
 
-/// Folds `text` into the front of `room` and returns the length; absent when `text` has a character
-/// whose folding depends on its neighbours.
-std::optional<std::size_t> foldPlainText(std::string_view text, std::string& room, bool turkic) {
+/// Folds `text` into the front of `buffer` and returns the length; absent when `text` has a
+/// character whose folding depends on its neighbours.
+std::optional<std::size_t> foldPlainText(std::string_view text, std::string& buffer, bool turkic) {
     // A character of two bytes folds to at most four; the others keep their length.
-    if (room.size() < 2 * text.size())
-        room.resize(2 * text.size());
+    if (buffer.size() < 2 * text.size())
+        buffer.resize(2 * text.size());
     const PlainFolding& folding = PlainFolding::of(turkic);
-    char* out = room.data();
+    char* out = buffer.data();
     for (std::size_t place = 0; place < text.size();) {
         if (Run run = 0; !turkic && text.size() - place >= sizeof run) {
             std::memcpy(&run, text.data() + place, sizeof run);
@@ -147,7 +147,7 @@ std::optional<std::size_t> foldPlainText(std::string_view text, std::string& roo
             return std::nullopt;
         }
     }
-    return static_cast<std::size_t>(out - room.data());
+    return static_cast<std::size_t>(out - buffer.data());
 }
 
 } // namespace
@@ -157,8 +157,8 @@ PhraseSearch::PhraseSearch(std::string_view sought) : turkic(isTurkic()) {
 }
 
 bool PhraseSearch::isIn(std::string_view text) {
-    if (const auto length = foldPlainText(text, room, turkic))
-        return std::string_view(room.data(), *length).contains(phrase);
+    if (const auto length = foldPlainText(text, buffer, turkic))
+        return std::string_view(buffer.data(), *length).contains(phrase);
     return foldedByUnicode(text, turkic).contains(phrase);
 }
 

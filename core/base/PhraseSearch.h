@@ -19,7 +19,7 @@ public:
 private:
     std::string phrase;
     /// Buffer for the folded text, reused from call to call.
-    std::string room;
+    std::string buffer;
     bool turkic = false;
 };
 

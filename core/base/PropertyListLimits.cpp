@@ -18,7 +18,7 @@ constexpr std::uint64_t maximumSteps = std::uint64_t{1} << 25;
 /// Stops without a refusal at text that libplist rejects itself.
 class XmlOutline {
 public:
-    explicit XmlOutline(std::string_view bytes) : text(bytes) {}
+    explicit XmlOutline(std::string_view text) : text(text) {}
 
     std::optional<Failure> refusal() {
         if (text.find('\0') != std::string_view::npos)
@@ -152,7 +152,7 @@ private:
 /// object begins with a byte of type and size.
 class BinaryOutline {
 public:
-    explicit BinaryOutline(std::string_view bytes) : list(bytes) {}
+    explicit BinaryOutline(std::string_view list) : list(list) {}
 
     std::optional<Failure> refusal() {
         if (!readTrailer())

@@ -16,10 +16,10 @@ public:
     /// More paths than this below one root are not listed one by one: the root is incomplete.
     static constexpr std::size_t mostExcludedPaths = 10'000;
 
-    explicit RootReading(ReadingBudget allowed) : time(std::move(allowed)) {}
+    explicit RootReading(ReadingBudget time) : time(std::move(time)) {}
 
     /// Whether another entry may be read; if not, marks the root as incomplete.
-    bool mayGoOn() {
+    bool mayContinue() {
         if (excluded.size() <= mostExcludedPaths && !time.isSpent())
             return true;
         complete = false;

@@ -59,22 +59,22 @@ void takeInventory(const Inventory<Record>& found, std::vector<Shared<Record>>& 
     excludedPaths.insert(found.excludedPaths.begin(), found.excludedPaths.end());
 }
 
-/// Excludes incomplete roots that are inside complete ones: items missing there may still be on
-/// disk, and comparing the outer root would report them as removed. An incomplete root that is not
-/// inside a complete one is not excluded, since that would also exclude complete roots inside of
-/// it.
+/// Excludes incomplete roots: items missing there may still be on disk, and comparing a complete
+/// root around would report them as removed. An incomplete root with a complete one inside, but
+/// none around, is not excluded, since the inner one would be excluded with it.
 void excludeIncomplete(const std::set<std::string>& incomplete,
                        const std::set<std::string>& complete, const Coverage& coverage,
                        std::set<std::string>& excludedPaths) {
-    const auto isInside = [](const std::string& root) {
+    const auto isAtOrBelow = [](const std::string& root) {
         return [&root](const std::string& path) { return path == root || isBelow(path, root); };
     };
     for (const std::string& root : incomplete) {
-        const bool isClaimed = std::ranges::any_of(
+        const bool isInsideComplete = std::ranges::any_of(
             complete, [&](const std::string& around) { return isBelow(root, around); });
-        const bool silences = std::ranges::any_of(coverage.applicationRoots, isInside(root))
-                              || std::ranges::any_of(coverage.backgroundRoots, isInside(root));
-        if (isClaimed || !silences)
+        const bool holdsComplete =
+            std::ranges::any_of(coverage.applicationRoots, isAtOrBelow(root))
+            || std::ranges::any_of(coverage.backgroundRoots, isAtOrBelow(root));
+        if (isInsideComplete || !holdsComplete)
             excludedPaths.insert(root);
     }
 }
@@ -159,7 +159,7 @@ Snapshot inventory(const ObservationOptions& options, const std::vector<fs::path
 /// Calls `beginCapture` and, however the capture ends, `endCapture` of the scanner.
 class ScannerCapture {
 public:
-    explicit ScannerCapture(ComponentStorageScanner* used) : scanner(used) {
+    explicit ScannerCapture(ComponentStorageScanner* scanner) : scanner(scanner) {
         if (scanner)
             scanner->beginCapture();
     }
@@ -177,9 +177,9 @@ private:
 /// Records how long a phase took and whether it finished without a new issue.
 class Phase {
 public:
-    Phase(std::string called, Snapshot& filled, Clock& time)
-        : name(std::move(called)), snapshot(filled), clock(time), start(time.monotonicSeconds()),
-          issues(filled.coverage.issues.size()) {}
+    Phase(std::string name, Snapshot& snapshot, Clock& clock)
+        : name(std::move(name)), snapshot(snapshot), clock(clock), start(clock.monotonicSeconds()),
+          issues(snapshot.coverage.issues.size()) {}
     ~Phase() {
         snapshot.scanTimings->push_back(
             {name, clock.monotonicSeconds() - start, snapshot.coverage.issues.size() == issues});
@@ -198,11 +198,11 @@ private:
 /// One progressive capture from the inventory on.
 class StorageRun {
 public:
-    StorageRun(const ObservationOptions& what, ComponentStorageScanner* used,
-               const Progress& listener, Snapshot& filled, Clock& time,
-               const std::stop_token& stopping)
-        : options(what), scanner(used), progress(listener), snapshot(filled), clock(time),
-          stop(stopping), deadline(time.monotonicSeconds() + storageBudget) {}
+    StorageRun(const ObservationOptions& options, ComponentStorageScanner* scanner,
+               const Progress& progress, Snapshot& snapshot, Clock& clock,
+               const std::stop_token& stop)
+        : options(options), scanner(scanner), progress(progress), snapshot(snapshot), clock(clock),
+          stop(stop), deadline(clock.monotonicSeconds() + storageBudget) {}
 
     void measure() {
         std::vector<fs::path> deferred;

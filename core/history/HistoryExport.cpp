@@ -107,7 +107,7 @@ std::string quotedCell(std::string_view text) {
 /// Writes the rows of the CSV report, each ended by a carriage return and a line feed.
 class RowWriter {
 public:
-    explicit RowWriter(const HistoryExport::Output& to) : output(to) {}
+    explicit RowWriter(const HistoryExport::Output& output) : output(output) {}
 
     void cell(std::string_view text) {
         if (!row.empty())

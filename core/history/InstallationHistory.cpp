@@ -75,7 +75,7 @@ std::vector<PackageTransaction> transactionsIn(const PackageLog& log, Date since
 
 } // namespace
 
-ImportError::ImportError(Kind which) : Error(messageOf(which)), reason(which) {}
+ImportError::ImportError(Kind kind) : Error(messageOf(kind)), reason(kind) {}
 
 InstallationPreview collect(Date now, const ReportTool& tool) {
     ReportProcess process(tool.path, {reportKey, "-json", "-timeout", "20"}, tool.timeLimit,

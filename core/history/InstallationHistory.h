@@ -32,7 +32,7 @@ class ImportError : public Error {
 public:
     enum class Kind { reportFailed, invalidReport, tooLarge };
 
-    explicit ImportError(Kind which);
+    explicit ImportError(Kind kind);
     Kind kind() const { return reason; }
 
 private:

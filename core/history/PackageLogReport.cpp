@@ -54,8 +54,8 @@ std::optional<Line> lineFrom(std::string_view text) {
 
 class Reader {
 public:
-    Reader(const std::vector<PackageTransaction>& known, Date since)
-        : out([this](std::string_view piece) { text += piece; }), transactions(known),
+    Reader(const std::vector<PackageTransaction>& transactions, Date since)
+        : out([this](std::string_view piece) { text += piece; }), transactions(transactions),
           start(calendar.clockAt(since)) {}
 
     std::string read(std::string_view log) {

@@ -47,8 +47,8 @@ bool isOfFile(const Json& memory) {
 
 } // namespace
 
-PrivateDetails::PrivateDetails(const Json& event, bool keep) : keepsDetails(keep) {
-    if (keep)
+PrivateDetails::PrivateDetails(const Json& event, bool keepsDetails) : keepsDetails(keepsDetails) {
+    if (keepsDetails)
         return;
     collect(event, storedShapeOf<Event>());
     if (const auto memory = event.find("memory"); memory != event.end())

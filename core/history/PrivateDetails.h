@@ -15,8 +15,9 @@ namespace tidemark {
 /// itself: a text that is private in one may be harmless in another.
 class PrivateDetails {
 public:
-    /// `event` is the JSON of an `Event`. With `keep`, only the `Internal` fields are removed.
-    PrivateDetails(const nlohmann::json& event, bool keep);
+    /// `event` is the JSON of an `Event`. With `keepsDetails`, only the `Internal` fields are
+    /// removed.
+    PrivateDetails(const nlohmann::json& event, bool keepsDetails);
 
     /// The same event without private details.
     nlohmann::json cleaned(nlohmann::json event) const;

@@ -45,10 +45,10 @@ struct FileActions {
 
 /// Start attributes with which the child blocks no signal, so that SIGTERM ends it, and does not
 /// ignore SIGPIPE.
-struct OwnSignals {
+struct DefaultSignals {
     posix_spawnattr_t attributes{};
 
-    OwnSignals() {
+    DefaultSignals() {
         sigset_t signals;
         ::sigemptyset(&signals);
         posix_spawnattr_init(&attributes);
@@ -57,17 +57,17 @@ struct OwnSignals {
         posix_spawnattr_setsigdefault(&attributes, &signals);
         posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF);
     }
-    ~OwnSignals() { posix_spawnattr_destroy(&attributes); }
-    OwnSignals(const OwnSignals&) = delete;
-    OwnSignals& operator=(const OwnSignals&) = delete;
+    ~DefaultSignals() { posix_spawnattr_destroy(&attributes); }
+    DefaultSignals(const DefaultSignals&) = delete;
+    DefaultSignals& operator=(const DefaultSignals&) = delete;
 };
 
 } // namespace
 
 ReportProcess::ReportProcess(const std::filesystem::path& program,
                              const std::vector<std::string>& arguments, double timeLimit,
-                             double grace)
-    : deadline(now() + timeLimit), terminationGrace(grace) {
+                             double terminationGrace)
+    : deadline(now() + timeLimit), terminationGrace(terminationGrace) {
     std::array<int, 2> ends{};
     if (::pipe2(ends.data(), O_CLOEXEC) != 0)
         throw Error("No pipe could be made: " + std::string(std::strerror(errno)) + ".");
@@ -81,7 +81,7 @@ ReportProcess::ReportProcess(const std::filesystem::path& program,
         argv.push_back(word.data());
     argv.push_back(nullptr);
     const FileActions actions(input.get());
-    const OwnSignals signals;
+    const DefaultSignals signals;
     const int error = ::posix_spawn(&process, program.c_str(), &actions.actions,
                                     &signals.attributes, argv.data(), environ);
     if (error != 0) {

@@ -18,7 +18,7 @@ public:
     /// and the process counts as failed. The process is killed when it has not ended
     /// `terminationGrace` seconds after SIGTERM.
     ReportProcess(const std::filesystem::path& program, const std::vector<std::string>& arguments,
-                  double timeLimit, double grace);
+                  double timeLimit, double terminationGrace);
     ~ReportProcess();
     ReportProcess(const ReportProcess&) = delete;
     ReportProcess& operator=(const ReportProcess&) = delete;

@@ -54,16 +54,16 @@ public:
 
 } // namespace
 
-JournalStore::JournalStore(fs::path document, std::optional<fs::path> legacy,
-                           std::optional<fs::path> backup, FolderGuard guard)
-    : url(std::move(document)), legacyURL(std::move(legacy)),
-      upgradeBackupDirectory(std::move(backup)), permission(std::move(guard)) {}
+JournalStore::JournalStore(fs::path url, std::optional<fs::path> legacyURL,
+                           std::optional<fs::path> upgradeBackupDirectory, FolderGuard guard)
+    : url(std::move(url)), legacyURL(std::move(legacyURL)),
+      upgradeBackupDirectory(std::move(upgradeBackupDirectory)), guard(std::move(guard)) {}
 
 Journal JournalStore::load() {
     const std::scoped_lock lock(mutex);
     // Only the process that holds the lock of the folder passes this directory.
     if (upgradeBackupDirectory) {
-        permission.require();
+        guard.require();
         FileReplacement::removeLeftovers(canonicalPath(url));
     }
     const bool isCurrent = fileExists(url);
@@ -82,20 +82,20 @@ Journal JournalStore::load() {
     // The history is not used before its copy is complete.
     preservePreUpgradeHistory(source, *bytes);
     if (!isCurrent)
-        writeDocument(url, journal, permission);
+        writeDocument(url, journal, guard);
     return journal;
 }
 
 void JournalStore::save(const Journal& journal) {
     const std::scoped_lock lock(mutex);
-    writeDocument(url, journal, permission);
+    writeDocument(url, journal, guard);
 }
 
 void JournalStore::preservePreUpgradeHistory(const fs::path& source,
                                              const std::string& journalData) const {
     if (!upgradeBackupDirectory)
         return;
-    permission.require();
+    guard.require();
     const fs::path parent = upgradeBackupDirectory->parent_path();
     removeUnfinishedBackups(parent);
     if (fileExists(*upgradeBackupDirectory)) {
@@ -108,21 +108,21 @@ void JournalStore::preservePreUpgradeHistory(const fs::path& source,
 
     const std::string sourceName = source.filename().native();
     std::vector<std::string> copied{sourceName};
-    replaceFile(working.path / sourceName, journalData, permission);
+    replaceFile(working.path / sourceName, journalData, guard);
     for (const char* name : companions) {
         if (name == sourceName)
             continue;
         const auto bytes = readDocumentBytes(source.parent_path() / name);
         if (!bytes)
             continue;
-        replaceFile(working.path / name, *bytes, permission);
+        replaceFile(working.path / name, *bytes, guard);
         copied.emplace_back(name);
     }
-    replaceFile(working.path / completionMark, json::encoded(copied), permission);
+    replaceFile(working.path / completionMark, json::encoded(copied), guard);
 
     // Renaming the folder completes the backup. A crash before leaves a hidden folder that the next
     // load removes.
-    permission.require();
+    guard.require();
     if (::rename(working.path.c_str(), upgradeBackupDirectory->c_str()) != 0)
         throw FileError::ofSystem(*upgradeBackupDirectory, "could not be put in place", errno);
     flushFolder(parent);

@@ -22,7 +22,7 @@ public:
     class StoreError : public Error {
     public:
         enum class Kind { unsupportedVersion };
-        StoreError(Kind which, const std::string& sentence) : Error(sentence), reason(which) {}
+        StoreError(Kind kind, const std::string& sentence) : Error(sentence), reason(kind) {}
         Kind kind() const { return reason; }
 
     private:
@@ -63,7 +63,7 @@ private:
     const std::filesystem::path url;
     const std::optional<std::filesystem::path> legacyURL;
     const std::optional<std::filesystem::path> upgradeBackupDirectory;
-    const FolderGuard permission;
+    const FolderGuard guard;
     OrderedMutex mutex;
 };
 

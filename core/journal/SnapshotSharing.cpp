@@ -20,7 +20,7 @@ std::string_view pathOf(const auto& record) {
 template <class T>
 class Earlier {
 public:
-    explicit Earlier(const std::vector<Shared<T>>& records) : all(records) {}
+    explicit Earlier(const std::vector<Shared<T>>& all) : all(all) {}
 
     const Shared<T>* find(std::string_view path) {
         if (next < all.size() && pathOf(*all[next]) == path)

@@ -25,9 +25,9 @@ std::size_t clipSize(const MemoryRecord& clip) {
 }
 
 /// The remaining room within the limits, used up record by record.
-class Room {
+class RemainingRoom {
 public:
-    Room(Date now, std::int64_t clipboardDays)
+    RemainingRoom(Date now, std::int64_t clipboardDays)
         : oldestClip(now
                      + -86'400.0 * static_cast<double>(std::max<std::int64_t>(clipboardDays, 1))),
           oldestOther(now + -MemoryArchive::otherAge) {}
@@ -137,7 +137,7 @@ void MemoryArchive::upsert(std::vector<MemoryRecord> incoming, Date now,
 void MemoryArchive::prune(Date now, std::int64_t clipboardDays) {
     sortNewestFirst(records);
     std::ranges::stable_partition(records, [](const auto& record) { return record->pinned; });
-    Room room(now, clipboardDays);
+    RemainingRoom room(now, clipboardDays);
     Records kept;
     kept.reserve(records.size());
     for (auto& record : records)

@@ -38,9 +38,9 @@ std::optional<bool> flag(bool isSet) {
 
 } // namespace
 
-MemoryHistoryStore::MemoryHistoryStore(fs::path document, FolderGuard guard)
-    : url(std::move(document)), permission(std::move(guard)),
-      payloads(folderOf(url) / "memory-payloads", permission) {}
+MemoryHistoryStore::MemoryHistoryStore(fs::path url, FolderGuard guard)
+    : url(std::move(url)), guard(std::move(guard)),
+      payloads(folderOf(this->url) / "memory-payloads", this->guard) {}
 
 std::string MemoryHistoryStore::blobName(std::string_view id, std::string_view extension) {
     return Sha256::hex(id).append(extension);
@@ -94,7 +94,7 @@ void MemoryHistoryStore::save(const MemoryArchive& archive) {
         throw StoreError(StoreError::Kind::notReadable,
                          textFromBytes(url.native())
                              + " could not be read, so it is not replaced.");
-    permission.require();
+    guard.require();
     makePrivate(folderOf(url));
     payloads.prepare();
 
@@ -102,7 +102,7 @@ void MemoryHistoryStore::save(const MemoryArchive& archive) {
     MemoryArchive document = archive;
     for (auto& record : document.records)
         record = withoutContents(record, wanted);
-    writeDocument(url, document, permission);
+    writeDocument(url, document, guard);
     payloads.keepOnly(wanted);
     savedBlobs = std::move(wanted);
 }

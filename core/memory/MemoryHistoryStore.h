@@ -25,7 +25,7 @@ public:
             /// `save` was called before a successful `load`.
             notReadable,
         };
-        StoreError(Kind which, const std::string& sentence) : Error(sentence), reason(which) {}
+        StoreError(Kind kind, const std::string& sentence) : Error(sentence), reason(kind) {}
         Kind kind() const { return reason; }
 
     private:
@@ -60,7 +60,7 @@ private:
     void keep(const std::string& name, std::string_view bytes, std::set<std::string>& wanted) const;
 
     const std::filesystem::path url;
-    const FolderGuard permission;
+    const FolderGuard guard;
     const MemoryPayloads payloads;
     std::mutex mutex;
     bool readable = false;

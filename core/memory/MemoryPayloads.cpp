@@ -59,7 +59,7 @@ std::string MemoryPayloads::read(const std::string& name) const {
 }
 
 void MemoryPayloads::prepare() const {
-    permission.require();
+    guard.require();
     if (::mkdir(folder.c_str(), 0700) != 0 && errno != EEXIST)
         throw FileError::ofSystem(folder, "could not be created", errno);
     const auto directory = opened(folder);
@@ -73,13 +73,13 @@ bool MemoryPayloads::contains(const std::string& name) const {
 }
 
 void MemoryPayloads::write(const std::string& name, std::string_view bytes) const {
-    replaceFile(folder / name, bytes, permission);
+    replaceFile(folder / name, bytes, guard);
 }
 
 void MemoryPayloads::keepOnly(const std::set<std::string>& wanted) const {
     const auto directory = opened(folder);
     // After the folder is open: from here on it is used by its descriptor, not by its name.
-    permission.require();
+    guard.require();
     for (const auto& name : fileNames(folder, directory.get()))
         if (!wanted.contains(name) && ::unlinkat(directory.get(), name.c_str(), 0) != 0
             && errno != ENOENT)

@@ -15,8 +15,8 @@ namespace tidemark {
 class MemoryPayloads {
 public:
     /// `guard` is the guard of the parent folder.
-    explicit MemoryPayloads(std::filesystem::path place, FolderGuard guard = {})
-        : folder(std::move(place)), permission(std::move(guard)) {}
+    explicit MemoryPayloads(std::filesystem::path folder, FolderGuard guard = {})
+        : folder(std::move(folder)), guard(std::move(guard)) {}
 
     const std::filesystem::path& path() const { return folder; }
     /// The bytes of a file.
@@ -35,7 +35,7 @@ public:
 
 private:
     std::filesystem::path folder;
-    FolderGuard permission;
+    FolderGuard guard;
 };
 
 } // namespace tidemark

@@ -34,7 +34,7 @@ public:
     static constexpr std::size_t limit = 50'000;
 
     /// `root` is the path of the walk's root, which is not in the set itself.
-    explicit CompletedFolders(std::string rootPath) : root(std::move(rootPath)) {}
+    explicit CompletedFolders(std::string root) : root(std::move(root)) {}
 
     /// Adds a folder that the walk enters. `parent` is `noFolder` for a child of the root. Returns
     /// `noFolder` when the set is full.

@@ -31,24 +31,24 @@ double sliceFor(std::int64_t attempts) {
 }
 
 /// Unlocks a lock for its lifetime.
-class Unlocked {
+class ScopedUnlock {
 public:
-    explicit Unlocked(std::unique_lock<std::mutex>& held) : lock(held) { lock.unlock(); }
-    ~Unlocked() { lock.lock(); }
-    Unlocked(const Unlocked&) = delete;
-    Unlocked& operator=(const Unlocked&) = delete;
+    explicit ScopedUnlock(std::unique_lock<std::mutex>& lock) : lock(lock) { lock.unlock(); }
+    ~ScopedUnlock() { lock.lock(); }
+    ScopedUnlock(const ScopedUnlock&) = delete;
+    ScopedUnlock& operator=(const ScopedUnlock&) = delete;
 
 private:
     std::unique_lock<std::mutex>& lock;
 };
 
 /// Sets a flag for its lifetime.
-class Raised {
+class ScopedFlag {
 public:
-    explicit Raised(bool& raised) : flag(raised) { flag = true; }
-    ~Raised() { flag = false; }
-    Raised(const Raised&) = delete;
-    Raised& operator=(const Raised&) = delete;
+    explicit ScopedFlag(bool& flag) : flag(flag) { flag = true; }
+    ~ScopedFlag() { flag = false; }
+    ScopedFlag(const ScopedFlag&) = delete;
+    ScopedFlag& operator=(const ScopedFlag&) = delete;
 
 private:
     bool& flag;
@@ -123,9 +123,9 @@ StorageMeasurementReport reportOf(const MeasurementRecords& records, Date now) {
 } // namespace
 
 ComponentStorageScanner::ComponentStorageScanner(std::filesystem::path url,
-                                                 std::int64_t entriesInSlice, Clock& time,
+                                                 std::int64_t entriesInSlice, Clock& clock,
                                                  FolderGuard guard)
-    : entriesPerSlice(std::max<std::int64_t>(entriesInSlice, 1)), clock(time),
+    : entriesPerSlice(std::max<std::int64_t>(entriesInSlice, 1)), clock(clock),
       cache(std::move(url), std::move(guard)) {}
 
 void ComponentStorageScanner::beginCapture() {
@@ -196,7 +196,7 @@ ComponentStorageScanner::collectLocked(Lock& lock, const std::vector<StorageMeas
                                        const Measure& measure, const std::stop_token& stop) {
     if (collecting)
         throw Error("Another storage measurement is still running.");
-    const Raised busy(collecting);
+    const ScopedFlag busy(collecting);
     cache.load();
 
     const Date now = clock.now();
@@ -230,12 +230,12 @@ bool ComponentStorageScanner::rest(Lock& lock, double seconds, const std::stop_t
     if (cache.isSaveDue(clock.monotonicSeconds()))
         cache.save();
     const auto pause = [&] {
-        const Unlocked others(lock);
+        const ScopedUnlock others(lock);
         return clock.pause(seconds, stop);
     };
-    const bool goesOn = pause();
+    const bool mayContinue = pause();
     batch = {.start = clock.monotonicSeconds()};
-    return goesOn;
+    return mayContinue;
 }
 
 /// The known record of each item, updated with its present state.
@@ -294,7 +294,7 @@ ComponentStorageScanner::measureNow(Lock& lock, const StorageMeasurementRecord& 
     const double slice = std::min(remaining, sliceFor(record.attempts));
     if (!round.measure)
         return measureSlice(lock, record.item, slice, round.stop);
-    const Unlocked others(lock);
+    const ScopedUnlock others(lock);
     return round.measure(record.item->path, slice);
 }
 
@@ -308,12 +308,14 @@ ComponentStorageScanner::measureSlice(Lock& lock, const Shared<StorageMeasuremen
     lastMeasured = cursors.at(item->path).item;
     const WalkBudget budget{clock.monotonicSeconds() + seconds, entriesPerSlice};
     const std::int64_t start = walk->count();
-    std::int64_t told = start;
-    const auto tell = [&] { walked += walk->count() - std::exchange(told, walk->count()); };
+    std::int64_t counted = start;
+    const auto countSteps = [&] {
+        walked += walk->count() - std::exchange(counted, walk->count());
+    };
     const auto slice = [&] {
         try {
             return walkInBatches(*walk, budget, clock, stop, batch, [&](double pause) {
-                tell();
+                countSteps();
                 return rest(lock, pause, stop);
             });
         } catch (...) {
@@ -322,7 +324,7 @@ ComponentStorageScanner::measureSlice(Lock& lock, const Shared<StorageMeasuremen
         }
     };
     auto outcome = slice();
-    tell();
+    countSteps();
     lastVisited = walk->count() - start;
     if (!outcome) {
         // Close the folder: the next slice may be hours away, and the disk may be unmounted until
@@ -340,7 +342,7 @@ ComponentStorageScanner::measureSlice(Lock& lock, const Shared<StorageMeasuremen
 /// before the item changed gives a size of neither state, so it is started anew. But only once: a
 /// folder that changes between all captures would otherwise never be measured. From the second
 /// change on the walk is continued, and the size counts for the state in which it began.
-bool ComponentStorageScanner::Cursor::goesOnFor(const StorageMeasurementItem& now) const {
+bool ComponentStorageScanner::Cursor::continuesFor(const StorageMeasurementItem& now) const {
     StorageMeasurementItem unchanged = now;
     if (startedAnew)
         unchanged.modified = item->modified;
@@ -352,7 +354,7 @@ ComponentStorageScanner::SharedWalk
 ComponentStorageScanner::cursorFor(const Shared<StorageMeasurementItem>& item) {
     const auto known = cursors.find(item->path);
     const bool isKnown = known != cursors.end();
-    if (isKnown && known->second.goesOnFor(*item))
+    if (isKnown && known->second.continuesFor(*item))
         return known->second.walk;
     if (isKnown)
         cursors.erase(known);

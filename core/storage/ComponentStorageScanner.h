@@ -80,7 +80,7 @@ private:
         /// Whether it replaced a walk that began before the item changed.
         bool startedAnew = false;
 
-        bool goesOnFor(const StorageMeasurementItem& now) const;
+        bool continuesFor(const StorageMeasurementItem& now) const;
     };
     struct Round {
         double deadline;

@@ -23,8 +23,8 @@ public:
     static constexpr std::size_t limit = 10'000;
 
     /// Without a file if `path` is empty. `guard` is the guard of its folder.
-    explicit MeasurementCache(std::filesystem::path file, FolderGuard guard = {})
-        : path(std::move(file)), permission(std::move(guard)) {}
+    explicit MeasurementCache(std::filesystem::path path, FolderGuard guard = {})
+        : path(std::move(path)), guard(std::move(guard)) {}
 
     /// Reads the file, on the first call only; if it does not exist the cache is empty. Throws
     /// `FileError` when it can't be read or decoded. Then the cache stays empty, `save` does not
@@ -47,7 +47,7 @@ private:
     void trim();
 
     std::filesystem::path path;
-    FolderGuard permission;
+    FolderGuard guard;
     MeasurementRecords records;
     bool loaded = false;
     /// When the oldest record that is not in the file was stored, on the monotonic clock.

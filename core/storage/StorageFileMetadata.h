@@ -12,7 +12,7 @@ namespace tidemark {
 /// The status of one entry of a file tree (`lstat`); for a link, of the link itself.
 class StorageFileMetadata {
 public:
-    explicit StorageFileMetadata(const struct stat& entryStatus) : status(entryStatus) {}
+    explicit StorageFileMetadata(const struct stat& status) : status(status) {}
 
     /// The status of the entry `name` in an open folder; works at any depth. The error is an
     /// `errno`.

@@ -8,8 +8,8 @@ namespace tidemark {
 /// A `StorageMeasurementFailure` as an exception. `what()` is its sentence.
 class StorageMeasurementError : public Error {
 public:
-    explicit StorageMeasurementError(StorageMeasurementFailure reason)
-        : Error(std::string(rawValue(reason))), cause(reason) {}
+    explicit StorageMeasurementError(StorageMeasurementFailure cause)
+        : Error(std::string(rawValue(cause))), cause(cause) {}
 
     StorageMeasurementFailure failure() const { return cause; }
 

@@ -26,8 +26,10 @@ std::unexpected<StorageMeasurementFailure> failure(StorageMeasurementFailure rea
 
 } // namespace
 
-StorageTraversal::StorageTraversal(std::string path, std::int64_t limit, RootFiles files)
-    : rootPath(std::move(path)), entryLimit(limit), rootFiles(files), completed(rootPath) {
+StorageTraversal::StorageTraversal(std::string rootPath, std::int64_t entryLimit,
+                                   RootFiles rootFiles)
+    : rootPath(std::move(rootPath)), entryLimit(entryLimit), rootFiles(rootFiles),
+      completed(this->rootPath) {
     nameRootFiles();
 }
 

@@ -93,7 +93,7 @@ private:
     };
     using Status = std::expected<StorageFileMetadata, int>;
 
-    StorageTraversal(std::string path, std::int64_t limit, RootFiles files);
+    StorageTraversal(std::string rootPath, std::int64_t entryLimit, RootFiles rootFiles);
 
     static Opened openCanonical(const std::filesystem::path& path, std::int64_t entryLimit,
                                 RootFiles files);

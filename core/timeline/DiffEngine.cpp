@@ -37,7 +37,7 @@ public:
         for (const Coverage* coverage : {&previous, &current})
             if (coverage->excludedPaths)
                 excluded.insert(coverage->excludedPaths->begin(), coverage->excludedPaths->end());
-        excludeRootsOfOne(before, after);
+        excludeRootsOfOneSide(before, after);
     }
 
     bool contains(std::string_view path) const {
@@ -48,8 +48,8 @@ public:
 private:
     /// Excludes folders inside a common root that only one observation read as a root of its own:
     /// the user began or stopped monitoring them, so their contents were seen only once.
-    void excludeRootsOfOne(const std::set<std::string>& before,
-                           const std::set<std::string>& after) {
+    void excludeRootsOfOneSide(const std::set<std::string>& before,
+                               const std::set<std::string>& after) {
         Roots ofOne;
         std::ranges::set_symmetric_difference(before, after, std::back_inserter(ofOne));
         for (auto& root : ofOne)
@@ -164,7 +164,7 @@ bool wasEmptied(const FolderSize& before, const FolderSize& after) {
     return TrashFolder::is(after.path) && after.itemCount == 0 && before.itemCount.value_or(0) > 0;
 }
 
-bool isNews(const FolderSize& before, const FolderSize& after) {
+bool isReported(const FolderSize& before, const FolderSize& after) {
     const std::int64_t threshold = TrashFolder::is(after.path) ? trashThreshold : folderThreshold;
     return distanceBetween(after.bytes, before.bytes) >= threshold || wasEmptied(before, after)
            || hasSignificantChildChange(before, after);
@@ -183,7 +183,7 @@ void compareFolders(const Snapshot& previous, const Snapshot& current,
             != after->rollingMeasurement.value_or(false)) {
             if (wasEmptied(*before, *after))
                 changes.push_back(change::TrashBecameEmpty{after->path, *before->itemCount});
-        } else if (isNews(*before, *after)) {
+        } else if (isReported(*before, *after)) {
             changes.push_back(change::FolderSizeChanged{{before, after}});
         }
     }
@@ -202,10 +202,11 @@ void compareTrashReports(const Snapshot& previous, const Snapshot& current,
             std::ranges::find(*previous.folderStorage, after.path, &FolderStorageReport::path);
         if (before == previous.folderStorage->end() || before->itemCount.value_or(0) < 1)
             continue;
-        const bool toldBySize = std::ranges::any_of(previous.folders, [&](const auto& folder) {
-            return folder->path == after.path && folder->itemCount.value_or(0) > 0;
-        });
-        if (!toldBySize)
+        const bool isReportedBySize =
+            std::ranges::any_of(previous.folders, [&](const auto& folder) {
+                return folder->path == after.path && folder->itemCount.value_or(0) > 0;
+            });
+        if (!isReportedBySize)
             changes.push_back(change::TrashBecameEmpty{after.path, *before->itemCount});
     }
 }

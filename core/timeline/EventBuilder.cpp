@@ -67,8 +67,8 @@ std::string change(const StorageContribution& part) {
 /// false when the change makes no event.
 class Wording {
 public:
-    Wording(const Snapshot& earlier, const Snapshot& later, Event& made)
-        : from(earlier), to(later), event(made) {}
+    Wording(const Snapshot& from, const Snapshot& to, Event& event)
+        : from(from), to(to), event(event) {}
 
     bool operator()(const change::ApplicationInstalled& installed) const {
         const Application& app = *installed.value;
@@ -255,7 +255,7 @@ private:
 
 /// The background item of `event`, if it is new and its program is inside an application; else
 /// null.
-const BackgroundItem* broughtItem(const Event& event) {
+const BackgroundItem* installedItem(const Event& event) {
     if (event.category != EventCategory::background || event.changes.empty())
         return nullptr;
     const auto* added = std::get_if<change::BackgroundAdded>(&event.changes.front());
@@ -265,9 +265,9 @@ const BackgroundItem* broughtItem(const Event& event) {
                : nullptr;
 }
 
-/// True when the `broughtItem` of `other` belongs to the application of `event`.
-bool bringsAlong(const Event& event, const Event& other) {
-    const BackgroundItem* item = broughtItem(other);
+/// True when the `installedItem` of `other` belongs to the application of `event`.
+bool isInstalledWith(const Event& event, const Event& other) {
+    const BackgroundItem* item = installedItem(other);
     return item && event.path && event.appID == other.appID && isBelow(*item->program, *event.path);
 }
 
@@ -275,15 +275,15 @@ bool bringsAlong(const Event& event, const Event& other) {
 /// application, so that one installation is one entry. If several applications match, the first one
 /// gets the item.
 void foldBackgroundItems(std::vector<Event>& events) {
-    std::vector<Event*> brought;
+    std::vector<Event*> installed;
     for (Event& event : events)
-        if (broughtItem(event))
-            brought.push_back(&event);
+        if (installedItem(event))
+            installed.push_back(&event);
     for (Event& event : events) {
         if (event.category != EventCategory::applications)
             continue;
-        for (Event* other : brought) {
-            if (!bringsAlong(event, *other))
+        for (Event* other : installed) {
+            if (!isInstalledWith(event, *other))
                 continue;
             std::ranges::move(other->changes, std::back_inserter(event.changes));
             other->changes.clear();

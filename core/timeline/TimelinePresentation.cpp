@@ -38,8 +38,8 @@ void appendSearchText(const Event& event, std::string& text) {
 /// Tests whether an event is later than `after`, not later than `through`, and contains a text.
 class EventFilter {
 public:
-    EventFilter(Date afterDate, Date throughDate, std::string_view search)
-        : after(afterDate), through(throughDate), isSearching(!search.empty()), phrase(search) {}
+    EventFilter(Date after, Date through, std::string_view search)
+        : after(after), through(through), isSearching(!search.empty()), phrase(search) {}
 
     bool passes(const Event& event) {
         if (!(event.timestamp > after && event.timestamp <= through))
@@ -63,8 +63,8 @@ private:
 /// not in the same day as the one before.
 class DayGrouping {
 public:
-    DayGrouping(const Calendar& zone, std::vector<TimelineDay>& into)
-        : calendar(zone), days(into) {}
+    DayGrouping(const Calendar& calendar, std::vector<TimelineDay>& into)
+        : calendar(calendar), days(into) {}
 
     void add(const Shared<Event>& event) {
         const Date time = event->timestamp;

@@ -84,8 +84,8 @@ std::string handshake() {
 
 } // namespace
 
-BusProbe::BusProbe(busAddress::LocalSocket bus, std::function<void(bool)> answered)
-    : address(std::move(bus)), didAnswer(std::move(answered)) {
+BusProbe::BusProbe(busAddress::LocalSocket address, std::function<void(bool)> didAnswer)
+    : address(std::move(address)), didAnswer(std::move(didAnswer)) {
     retry.setSingleShot(true);
     retry.callOnTimeout(this, [this] { connectToBus(); });
     retry.start(0);

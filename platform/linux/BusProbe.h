@@ -18,9 +18,9 @@ namespace tidemark {
 /// only.
 class BusProbe final : public QObject {
 public:
-    /// `answered` is called once from the event loop: with true when the bus has replied to Hello,
+    /// `didAnswer` is called once from the event loop: with true when the bus has replied to Hello,
     /// with false when it refused or nothing listens there. It is not called while the bus hangs.
-    BusProbe(busAddress::LocalSocket bus, std::function<void(bool)> answered);
+    BusProbe(busAddress::LocalSocket address, std::function<void(bool)> didAnswer);
 
 private:
     void connectToBus();

@@ -39,10 +39,10 @@ QString pathInPair(const QVariant& value) {
 
 } // namespace
 
-LogindMonitor::LogindMonitor(QDBusConnection systemBus, NotificationCenter& notifications,
-                             Settle settleForSleep, AppClock& appClock)
-    : bus(std::move(systemBus)), center(notifications), settle(std::move(settleForSleep)),
-      clock(appClock), watcher(service, bus, QDBusServiceWatcher::WatchForOwnerChange) {
+LogindMonitor::LogindMonitor(const QDBusConnection& bus, NotificationCenter& center, Settle settle,
+                             AppClock& clock)
+    : bus(bus), center(center), settle(std::move(settle)), clock(clock),
+      watcher(service, bus, QDBusServiceWatcher::WatchForOwnerChange) {
     if (!bus.isConnected())
         return;
     connect(&watcher, &QDBusServiceWatcher::serviceOwnerChanged, this,
@@ -99,8 +99,8 @@ void LogindMonitor::setSubscribed(bool subscribed) {
     };
     toggle("PrepareForSleep", SLOT(setPreparingForSleep(bool)));
     toggle("PrepareForShutdown", SLOT(prepareForShutdown(bool)));
-    toggle("SessionNew", SLOT(sessionCame()));
-    toggle("SessionRemoved", SLOT(sessionWent(QDBusMessage)));
+    toggle("SessionNew", SLOT(sessionAdded()));
+    toggle("SessionRemoved", SLOT(sessionRemoved(QDBusMessage)));
 }
 
 void LogindMonitor::setPreparingForSleep(bool preparing) {
@@ -140,15 +140,15 @@ QCoro::Task<void> LogindMonitor::settleForSleep(std::uint64_t sleep) {
     } catch (const std::exception& error) {
         qWarning("Before the sleep of the machine: %s", error.what());
     }
-    letSleep(sleep);
+    releaseDelay(sleep);
 }
 
 QCoro::Task<void> LogindMonitor::limitDelay(std::uint64_t sleep) {
     co_await clock.sleep(mostDelay, tasks.token());
-    letSleep(sleep);
+    releaseDelay(sleep);
 }
 
-void LogindMonitor::letSleep(std::uint64_t sleep) {
+void LogindMonitor::releaseDelay(std::uint64_t sleep) {
     if (sleep != sleeps)
         return;
     isReadyToSleep = true;
@@ -160,12 +160,12 @@ void LogindMonitor::prepareForShutdown(bool preparing) {
         center.post(notification::willPowerOff);
 }
 
-void LogindMonitor::sessionCame() {
+void LogindMonitor::sessionAdded() {
     if (session.isEmpty())
         findSession();
 }
 
-void LogindMonitor::sessionWent(const QDBusMessage& signal) {
+void LogindMonitor::sessionRemoved(const QDBusMessage& signal) {
     if (signal.arguments().value(1).value<QDBusObjectPath>().path() != session)
         return;
     leaveSession();

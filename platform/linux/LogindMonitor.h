@@ -37,10 +37,10 @@ public:
     /// The longest delay of a sleep in seconds. logind itself waits for 5 by default.
     static constexpr double mostDelay = 4;
 
-    /// `systemBus` is a connection made by `SystemBus`, or an invalid one. `notifications` and
-    /// `appClock` must outlive the monitor.
-    LogindMonitor(QDBusConnection systemBus, NotificationCenter& notifications,
-                  Settle settleForSleep, AppClock& appClock = AppClock::system());
+    /// `bus` is a connection made by `SystemBus`, or an invalid one. `center` and `clock` must
+    /// outlive the monitor.
+    LogindMonitor(const QDBusConnection& bus, NotificationCenter& center, Settle settle,
+                  AppClock& clock = AppClock::system());
     ~LogindMonitor() override;
 
     /// True while logind runs and its signals are received.
@@ -54,10 +54,10 @@ public:
 private Q_SLOTS:
     void setPreparingForSleep(bool preparing);
     void prepareForShutdown(bool preparing);
-    void sessionCame();
+    void sessionAdded();
     // Takes the whole message, because Qt does not connect a slot with an object path unless that
     // type was registered elsewhere.
-    void sessionWent(const QDBusMessage& signal);
+    void sessionRemoved(const QDBusMessage& signal);
     void sessionChanged(const QString& interface, const QVariantMap& changed,
                         const QStringList& invalidated);
 
@@ -71,7 +71,7 @@ private:
     void takeDelayLock();
     QCoro::Task<void> settleForSleep(std::uint64_t sleep);
     QCoro::Task<void> limitDelay(std::uint64_t sleep);
-    void letSleep(std::uint64_t sleep);
+    void releaseDelay(std::uint64_t sleep);
     void findSession();
     void findDisplaySession();
     void followSession(const QString& path);

@@ -19,8 +19,8 @@ QDBusConnection connection(const std::stop_token&) {
 
 } // namespace
 
-SystemBus::SystemBus(std::function<void(QDBusConnection)> connected)
-    : didConnect(std::move(connected)) {
+SystemBus::SystemBus(std::function<void(QDBusConnection)> didConnect)
+    : didConnect(std::move(didConnect)) {
     auto socket = busAddress::localSocket(busAddress::ofSystem());
     if (!socket) {
         tasks.start(connect());

@@ -13,9 +13,9 @@ namespace tidemark {
 /// neither the event loop nor the end of the process is delayed. Main thread only.
 class SystemBus {
 public:
-    /// `connected` is called once from the event loop, when the bus has replied; not at all without
-    /// a bus.
-    explicit SystemBus(std::function<void(QDBusConnection)> connected);
+    /// `didConnect` is called once from the event loop, when the bus has replied; not at all
+    /// without a bus.
+    explicit SystemBus(std::function<void(QDBusConnection)> didConnect);
     SystemBus(const SystemBus&) = delete;
     SystemBus& operator=(const SystemBus&) = delete;
 

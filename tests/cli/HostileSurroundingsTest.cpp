@@ -177,14 +177,14 @@ TEST(InterruptionDeathTest, OneSignalEndsWhateverHangs) {
     const auto status = testing::ExitedWithCode(128 + SIGTERM);
     EXPECT_EXIT(
         {
-            const Interruption interruption(goesOn, 20ms);
+            const Interruption interruption(continues, 20ms);
             ::kill(::getpid(), SIGTERM);
             hang();
         },
         status, "");
     EXPECT_EXIT(
         {
-            const Interruption interruption(goesOn, 20ms);
+            const Interruption interruption(continues, 20ms);
             const std::stop_callback stuck(interruption.token(), hang);
             ::kill(::getpid(), SIGTERM);
             hang();
@@ -204,7 +204,7 @@ TEST(InterruptionDeathTest, OneSignalEndsWhateverHangs) {
     EXPECT_EXIT(
         {
             {
-                const Interruption interruption(goesOn, 1min);
+                const Interruption interruption(continues, 1min);
                 ::kill(::getpid(), SIGTERM);
                 while (!interruption.token().stop_requested())
                     std::this_thread::yield();
