@@ -1,4 +1,4 @@
-# The front door: `make run` and `make test` work on a bare Debian machine.
+# `make run` and `make test` work on a bare Debian machine.
 # ARGS="…" passes arguments to the program with `make run`.
 
 MAKEFLAGS += --no-print-directory
@@ -22,11 +22,11 @@ packages:
 build/%/build.ninja: CMakePresets.json | packages
 	cmake --preset $*
 
-run: packages build/dev/build.ninja ## Build, then record what changes on this machine
+run: packages build/dev/build.ninja ## Build, then record changes of this machine
 	@cmake --build --preset dev --target tidemark
 	@$(if $(ARGS),./build/dev/cli/tidemark $(ARGS),packaging/record ./build/dev/cli/tidemark)
 
-story: packages build/dev/build.ninja ## Build, then live through a day with the recorder
+story: packages build/dev/build.ninja ## Build, then run the recorder for an example day
 	@cmake --build --preset dev --target tidemark
 	@packaging/story ./build/dev/cli/tidemark
 
@@ -64,7 +64,7 @@ fuzz: ## Feed damaged property lists to the readers for FUZZ_SECONDS
 		-artifact_prefix=build/fuzz/ -dict=tests/fuzz/property-list.dict build/fuzz/corpus \
 		tests/fixtures/property-lists/accepted tests/fixtures/property-lists/refused
 
-bench: packages build/release/build.ninja ## Measure every promise of speed beside its bound
+bench: packages build/release/build.ninja ## Measure everything that has a performance bound
 	@cmake --build --preset release
 	@./bench/run build/release
 

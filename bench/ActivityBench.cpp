@@ -1,5 +1,5 @@
-// The activity file at its limit: appending to it beside a running event loop, reading it, and
-// making events of what it holds.
+// The activity file at its limit: appending to it while the event loop runs, reading it, and making
+// events of its records.
 
 #include "app/model/LiveWiring.h"
 #include "app/preferences/JsonPreferences.h"
@@ -22,7 +22,7 @@ namespace {
 constexpr int runs = 51;
 constexpr std::size_t appended = 100;
 
-/// Records of all sizes, and as many drops of the Wi-Fi as there can be.
+/// Records of all kinds, with as many losses of the Wi-Fi link as there can be.
 std::vector<SystemActivity> fullHistory() {
     const auto online = NetworkConnectionState::make(
         NetworkConnectionState::Availability::available, {NetworkConnectionState::Interface::wifi});
@@ -50,15 +50,15 @@ std::vector<SystemActivity> fullHistory() {
     return records;
 }
 
-/// Seconds of the processor that this thread has used.
+/// Processor time of this thread in seconds.
 double processorSeconds() {
     timespec time{};
     ::clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
     return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) * 1e-9;
 }
 
-/// How long the event loop is away at most, by the clock, which other programs lengthen, and in
-/// time of the processor.
+/// The longest time for which the event loop was blocked: by the clock, which other programs
+/// influence, and in processor time.
 struct Block {
     double wall = 0;
     double processor = 0;
@@ -71,7 +71,7 @@ struct Block {
     }
 };
 
-/// Measures each event that its loop handles.
+/// Measures how long each event is handled.
 class MeasuredLoop : public QCoreApplication {
 public:
     using QCoreApplication::QCoreApplication;
@@ -112,7 +112,7 @@ void appending(MeasuredLoop& loop, const std::filesystem::path& file) {
     loop.runUntil([&] { return shown == 1; });
     rows("opening 2,000 records", loop.longest);
 
-    // One after the other, as they come, and then all at once.
+    // First one after the other, then all at once.
     const auto append = [&] { workspace.post(notification::willSleep); };
     loop.longest = {};
     const double duration = seconds([&] {

@@ -1,5 +1,5 @@
-// What a screen waits for: merging the history of all sources, rebuilding what is shown of it, and
-// searching it.
+// The work that a view waits for: merging the history of all sources, rebuilding the part that is
+// shown, and searching.
 
 #include "app/memory/MemoryHistoryService.h"
 #include "app/model/AppModel.h"
@@ -118,7 +118,7 @@ void search(const MergedHistory& history, const char* what, std::string_view que
     row(std::string("search, ") + what + ", finds " + std::to_string(found), figure, "ms", bound);
 }
 
-/// From the request to the end of a search that is in the middle of its walk.
+/// The time from cancelling a running search to its end.
 void cancellation(const MergedHistory& history) {
     const double figure = medianOf(runs, [&] {
         std::stop_source source;
@@ -162,9 +162,8 @@ public:
     Date time;
 };
 
-/// The event loop of a recorder whose history is full, while one more file is remembered: how long
-/// it is away, from the record to what is to be seen, and what another release of the same would
-/// cost that makes all events anew.
+/// How long adding one file to a full memory history blocks the event loop of a recorder, from the
+/// record to the new presentation; for comparison, the same with all events made again.
 void oneMoreRecord(const Sources& sources) {
     const Workspace workspace;
     StandingClock clock(sources.end);

@@ -15,7 +15,7 @@ namespace tidemark {
 namespace {
 
 constexpr std::size_t writeBufferSize = 1 << 18;
-/// How much more is read at a time of a file that is larger than it said.
+/// Bytes to read at a time from a file that turns out larger than its status said.
 constexpr std::size_t growth = 1 << 16;
 
 /// Every temporary file of one target starts with this; the rest is a random identifier. The
@@ -69,7 +69,7 @@ std::string readFile(const FileDescriptor& file, const std::filesystem::path& pa
         throw FileError::ofSystem(path, "could not be read", EFBIG);
 
     std::string bytes;
-    // One byte more than the size tells the end from a file that grows while it is read.
+    // With one byte of room beyond the size, a full buffer means that the file has grown.
     for (std::size_t room = size + 1;; room += growth) {
         int failure = 0;
         bytes.resize_and_overwrite(
@@ -135,13 +135,13 @@ void flushFolder(const std::filesystem::path& folder) {
     }
 }
 
-FileReplacement::FileReplacement(std::filesystem::path path, FolderGuard guard)
-    : target(std::move(path)), permission(std::move(guard)) {
-    permission.require();
+FileReplacement::FileReplacement(std::filesystem::path path, const FolderGuard& guard)
+    : target(std::move(path)), guard(guard) {
+    guard.require();
     removeLeftovers(target);
-    // The lock tells `removeLeftovers` of another process that this one still lives. Between
-    // creating and locking the file it may have been taken for a leftover: then it has no name
-    // any more, and a new one is made.
+    // The lock shows `removeLeftovers` in other processes that this file is in use. Between
+    // creating and locking it, another process may have removed it as a leftover; then a new one is
+    // made.
     for (int attempt = 0; attempt < 10; ++attempt) {
         temporary = folderOf(target) / (temporaryPrefix(target) + Uuid::random().text());
         file = FileDescriptor(
@@ -189,8 +189,8 @@ void FileReplacement::commit() {
     flush();
     if (::fsync(file.get()) != 0)
         fail();
-    // A folder that was replaced since the temporary file was made has no such file to rename.
-    permission.require();
+    // The folder may have been replaced since the temporary file was made.
+    guard.require();
     if (::rename(temporary.c_str(), target.c_str()) != 0)
         fail();
     file.reset();

@@ -26,12 +26,12 @@ inline constexpr bool collectionRecurs<std::map<std::string, std::int64_t>> = tr
 template <>
 inline constexpr bool collectionRecurs<std::set<std::string>> = true;
 
-/// A value of which equal copies stand in snapshot after snapshot. A record says so with
-/// `static constexpr bool recurs = true`. Reading a document keeps one of each.
+/// A type whose values repeat in snapshot after snapshot. A record declares it with `static
+/// constexpr bool recurs = true`; reading a document then keeps each distinct value once.
 template <class T>
 concept Recurring = collectionRecurs<T> || (json::Described<T> && requires { requires T::recurs; });
 
-/// A hash of all stored fields, in step with `operator==` among the values of one `InternPool`.
+/// A hash of all stored fields: equal values in one `InternPool` have equal hashes.
 namespace recordHash {
 
 template <class T>
@@ -54,7 +54,7 @@ struct Hash {
         }
     }
 };
-/// By bits, since 0 and −0 are equal and yet must not replace each other.
+/// By bits: 0 and −0 are equal but must not replace each other.
 template <>
 struct Hash<double> {
     std::size_t operator()(double value) const {
@@ -69,7 +69,7 @@ template <class T>
 struct Hash<std::optional<T>> {
     std::size_t operator()(const std::optional<T>& value) const { return value ? of(*value) : 1; }
 };
-/// By the object, as what a pool holds is shared from the inside out: equal parts are one.
+/// By address: the parts of a value are unified before it, so equal parts are one object.
 template <class T>
 struct Hash<Shared<T>> {
     std::size_t operator()(const Shared<T>& value) const { return of(value.object().get()); }
@@ -117,11 +117,11 @@ std::size_t of(const T& value) {
 
 } // namespace recordHash
 
-/// Replaces equal values by one shared object. A journal holds the same few hundred applications
-/// in each of its snapshots: this is what keeps them in memory once.
+/// Replaces equal values by one shared object. Each snapshot of a journal holds the same few
+/// hundred applications; with the pool they are in memory once.
 class InternPool {
 public:
-    /// Shared parts of the value must have been unified before.
+    /// The shared parts of the value must be unified before it.
     template <Recurring T>
     void unify(Shared<T>& value) {
         const auto& one = table<T>().insert(recordHash::of(*value), value.object());
@@ -196,7 +196,7 @@ private:
         return *static_cast<Table<T>*>(slot.get());
     }
 
-    /// Its address stands for the type, which is far quicker to look up than a `type_index`.
+    /// Its address identifies the type; looking it up is far quicker than with a `type_index`.
     template <class T>
     static constexpr char tableKey = 0;
 

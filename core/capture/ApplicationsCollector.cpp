@@ -19,8 +19,8 @@ bool isStorable(const Application& application) {
 
 class Walk {
 public:
-    Walk(Clock& time, const std::stop_token& token, std::span<const ApplicationFormat> among)
-        : clock(time), stop(token), formats(among) {}
+    Walk(Clock& clock, const std::stop_token& stop, std::span<const ApplicationFormat> formats)
+        : clock(clock), stop(stop), formats(formats) {}
 
     void visit(const std::filesystem::path& given) {
         const auto root = canonicalPath(given);
@@ -54,7 +54,7 @@ public:
 
 private:
     void visitRoot(const std::filesystem::path& root, RootReading& reading) {
-        if (!reading.mayGoOn())
+        if (!reading.mayContinue())
             return;
         const auto listing =
             FolderListing::open(root, FolderListing::Hidden::skipped, reading.budget());
@@ -65,7 +65,7 @@ private:
     }
 
     void visitFolder(const FolderEntry& folder, int depth, RootReading& reading) {
-        if (!reading.mayGoOn())
+        if (!reading.mayContinue())
             return;
         const auto listing =
             FolderListing::open(folder, FolderListing::Hidden::skipped, reading.budget());
@@ -77,7 +77,7 @@ private:
 
     void visitEntries(const FolderListing& listing, int depth, RootReading& reading) {
         for (const auto& name : listing.names()) {
-            if (!reading.mayGoOn())
+            if (!reading.mayContinue())
                 return;
             visitEntry(listing.entry(name), depth, reading);
         }
@@ -86,7 +86,7 @@ private:
     void visitEntry(const FolderEntry& entry, int depth, RootReading& reading) {
         if (entry.kind == Kind::link)
             return exclude(entry, symbolicLinks, reading);
-        // A folder may be listed but not searched: what lies in it is then not known to be gone.
+        // In a folder that may be listed but not searched, the kinds of the entries are unknown.
         if (entry.kind == Kind::unknown)
             return reading.fail();
         const auto format = std::ranges::find_if(

@@ -13,8 +13,8 @@ namespace {
 
 using Applications = std::vector<Shared<Application>>;
 
-/// The one application that `belongs`; null when there is none or a choice. A bundle that two
-/// roots report counts twice.
+/// The only application for which `belongs` is true; null when there is none or more than one. A
+/// bundle reported by two roots counts twice.
 template <class Belongs>
 const Application* onlyOne(const Applications& apps, Belongs belongs) {
     const Application* only = nullptr;
@@ -52,9 +52,9 @@ void associate(BackgroundItem& item, const Applications& apps) {
 
 class Collection {
 public:
-    Collection(const Applications& found, Clock& time, const std::stop_token& token,
-               std::span<const BackgroundFormat> among)
-        : apps(found), clock(time), stop(token), formats(among) {}
+    Collection(const Applications& apps, Clock& clock, const std::stop_token& stop,
+               std::span<const BackgroundFormat> formats)
+        : apps(apps), clock(clock), stop(stop), formats(formats) {}
 
     void visit(const BackgroundRoot& root) {
         const auto canonical = canonicalPath(root.path);
@@ -86,7 +86,7 @@ public:
 private:
     void visitFolder(const std::filesystem::path& folder, BackgroundItem::Kind kind,
                      RootReading& reading) {
-        if (!reading.mayGoOn())
+        if (!reading.mayContinue())
             return;
         const auto listing =
             FolderListing::open(folder, FolderListing::Hidden::skipped, reading.budget());
@@ -95,7 +95,7 @@ private:
         if (!listing)
             return;
         for (const auto& name : listing->names()) {
-            if (!reading.mayGoOn())
+            if (!reading.mayContinue())
                 return;
             visitEntry(listing->entry(name), kind, reading);
         }

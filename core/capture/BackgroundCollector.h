@@ -20,13 +20,13 @@ struct BackgroundRoot {
     bool operator==(const BackgroundRoot&) const = default;
 };
 
-/// One way in which a job that starts by itself stands on disk.
+/// A format in which service definitions are stored on disk.
 struct BackgroundFormat {
-    /// Decides by name alone: a link to a definition is recognised too, and then skipped.
+    /// Decides by name only; also called for links, which are skipped if recognised.
     bool (*recognises)(const FolderEntry&);
     BackgroundDefinition::Result (*read)(const FolderEntry&);
-    /// True when `read` takes nothing but the path from the name, so that a file with several
-    /// names is read once.
+    /// True when the result of `read` depends on the name for its path only, so that a file with
+    /// several names is read once.
     bool isReadByContent = false;
 };
 
@@ -37,7 +37,7 @@ inline constexpr double secondsPerRoot = 8;
 inline constexpr BackgroundFormat formats[] = {
     {LaunchDefinition::recognises, LaunchDefinition::read, /*isReadByContent=*/true},
 };
-/// The association by a label that begins with an application's identifier.
+/// `association` of an item whose label begins with an application's identifier.
 inline constexpr std::string_view byIdentifier = "Possible association based on bundle identifier";
 
 /// Items come in the order of the roots, by name within each, tied to those of `apps` that they

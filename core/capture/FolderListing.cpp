@@ -13,7 +13,7 @@ namespace tidemark {
 
 namespace {
 
-/// Listing a name is so quick that looking at the clock each time would take longer.
+/// The clock is only read once for so many names: reading it takes longer than listing one.
 constexpr std::size_t namesBetweenLooks = 1'024;
 constexpr int folderFlags = O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC | O_NONBLOCK;
 
@@ -61,7 +61,7 @@ FileDescriptor FolderEntry::openFolder() const {
 }
 
 std::string FolderEntry::read(std::size_t limit) const {
-    // Opening a device can have effects, so what is known to be none is not even opened.
+    // Opening a device can have effects, so only regular files are opened.
     if (kind != Kind::regular)
         throw FileError(path, "is not a regular file");
     const FileDescriptor file(
@@ -91,7 +91,7 @@ FolderListing::fill(std::expected<FolderReader, int> opened, Hidden hidden,
 
 std::expected<FolderListing, FolderListing::Failure>
 FolderListing::open(const std::filesystem::path& path, Hidden hidden, const ReadingBudget& budget) {
-    // A slash at the end would have a link followed after all.
+    // With a slash at the end, a link would be followed.
     FolderListing listing(path.has_filename() ? path : path.parent_path());
     const auto filled =
         listing.fill(FolderReader::open(AT_FDCWD, listing.location.c_str()), hidden, budget);

@@ -8,7 +8,7 @@
 
 namespace tidemark {
 
-/// What one capture looks at.
+/// The folders that one capture reads.
 struct ObservationOptions {
     /// Folders searched for applications.
     std::vector<std::filesystem::path> applicationRoots;
@@ -17,7 +17,7 @@ struct ObservationOptions {
     /// Folders whose size is measured.
     std::vector<std::filesystem::path> storageRoots;
 
-    /// The places of the system and of the user's own home, for what is not given.
+    /// Uses the standard folders of the system and of the user's home for those that are absent.
     explicit ObservationOptions(std::optional<std::vector<std::filesystem::path>> applications = {},
                                 std::optional<std::vector<BackgroundRoot>> background = {},
                                 std::vector<std::filesystem::path> storage = {});

@@ -94,7 +94,7 @@ private:
 OperatingSystemObservation collectOperatingSystem() {
     OperatingSystemObservation system;
     system.version = systemText("kern.osproductversion").value_or("0");
-    // The tool of the system leaves a patch of 0 away; a version here always has three numbers.
+    // The system omits a patch number of 0; a version here always has three numbers.
     while (std::ranges::count(system.version, '.') < 2)
         system.version += ".0";
     system.build = systemText("kern.osversion");

@@ -40,7 +40,7 @@ std::string_view withoutBlanks(std::string_view text) {
     return text;
 }
 
-/// What stands between the quotes of `NAME="value"`, as written; absent on any other line.
+/// The part between the quotes of `NAME="value"`, unchanged; absent for any other line.
 std::optional<std::string_view> quotedValue(std::string_view line, std::string_view name) {
     line = withoutBlanks(line);
     if (!line.starts_with(name))
@@ -116,7 +116,7 @@ std::optional<std::filesystem::path> localized(std::string_view kind,
     const std::string variable = "XDG_" + std::string(kind) + "_DIR";
     std::optional<std::filesystem::path> path;
     std::istringstream lines(userDirs(environment));
-    // It is read by shells as well, where the last line holds.
+    // The file is a shell script as well, so the last line counts.
     for (std::string line; std::getline(lines, line);)
         if (const auto value = quotedValue(line, variable))
             path = pathOf(*value, home(environment));

@@ -18,7 +18,8 @@ struct Options {
 
     static constexpr auto fields() {
         return std::tuple{
-            Option{"setup", &Options::setup, "Choose the folders to monitor before the capture"},
+            Option{"setup", &Options::setup,
+                   "Before the capture, monitor the recommended folders that can be read, or none"},
             Option{"json", &Options::json, "Print the new events as stored JSON"}};
     }
 };
@@ -93,7 +94,7 @@ Command commands::capture() {
     return makeCommand<Options, &tidemark::capture>({
         .name = "capture",
         .group = CommandGroup::recording,
-        .summary = "Take a capture now and tell what changed",
+        .summary = "Take a capture now and show what changed",
     });
 }
 

@@ -19,13 +19,14 @@ struct Options {
     bool json = false;
 
     static constexpr auto fields() {
-        return std::tuple{Option{"name",
-                                 &Options::name,
-                                 namedSnapshotHelp,
-                                 {.isPositional = true, .isRequired = true}},
-                          Option{"timeline", &Options::timeline,
-                                 "What was recorded since, instead of the two states"},
-                          Option{"json", &Options::json, "Print stored JSON instead of text"}};
+        return std::tuple{
+            Option{"name",
+                   &Options::name,
+                   namedSnapshotHelp,
+                   {.isPositional = true, .isRequired = true}},
+            Option{"timeline", &Options::timeline,
+                   "Show the events recorded since, instead of the differences of the two states"},
+            Option{"json", &Options::json, "Print stored JSON instead of text"}};
     }
 };
 
@@ -69,7 +70,7 @@ Command commands::snapshotCompare() {
     return makeCommand<Options, &tidemark::snapshotCompare>({
         .name = "snapshot compare",
         .group = CommandGroup::history,
-        .summary = "Tell what is different now",
+        .summary = "Show the differences between a named snapshot and now",
     });
 }
 

@@ -47,7 +47,7 @@ Command commands::snapshotDelete() {
         {
             .name = "snapshot delete",
             .group = CommandGroup::history,
-            .summary = "Remove a named snapshot; the history stays",
+            .summary = "Delete a named snapshot; the history stays",
         },
         {.question = question});
 }

@@ -43,7 +43,7 @@ Command commands::snapshotSave() {
     return makeCommand<Options, &tidemark::snapshotSave>({
         .name = "snapshot save",
         .group = CommandGroup::history,
-        .summary = "Capture now and keep the result under a name",
+        .summary = "Take a capture now and keep it under a name",
     });
 }
 

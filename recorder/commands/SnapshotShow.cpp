@@ -31,7 +31,7 @@ Command commands::snapshotShow() {
     return makeCommand<Options, &tidemark::snapshotShow>({
         .name = "snapshot show",
         .group = CommandGroup::history,
-        .summary = "Show what a named snapshot holds",
+        .summary = "Show the contents of a named snapshot",
     });
 }
 

@@ -129,7 +129,7 @@ Command commands::status() {
         {
             .name = "status",
             .group = CommandGroup::recording,
-            .summary = "Tell how recording stands",
+            .summary = "Show whether and how the recorder is recording",
         },
         {.fromStored = storedStatus});
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "tests/support/Contains.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <functional>
@@ -18,7 +19,7 @@ struct Outcome {
     bool operator==(const Outcome&) const = default;
 };
 
-/// What a failed expectation shows of it.
+/// Shown by failed expectations.
 void PrintTo(const Outcome& outcome, std::ostream* stream);
 
 /// Where the standard output of a program goes. Nobody reads from the pipe.

@@ -167,7 +167,7 @@ TEST_F(AppModelTest, PicksUpAccessThatTheUserGrantedMeanwhile) {
 
     const auto check = [](const std::filesystem::path&) { return true; };
     test::await(model->resumePermissionSetupOnActivation(check));
-    EXPECT_FALSE(state().folderManagerPresented) << "nobody asked";
+    EXPECT_FALSE(state().folderManagerPresented) << "without a request";
     preferences.set("diskAccessCheckRequested", true);
     holdCapture();
     test::await(model->resumePermissionSetupOnActivation(check));
