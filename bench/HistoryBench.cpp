@@ -181,7 +181,7 @@ void oneMoreRecord(const Sources& sources) {
                     .clock = clock,
                     .home = workspace.path()});
     auto& screen = model.history();
-    QObject::connect(&memory, &MemoryHistoryService::archiveChanged, &screen,
+    QObject::connect(&memory, &MemoryHistoryService::changed, &screen,
                      [&] { screen.setMemory(memory.archive()); });
     Journal journal;
     journal.events = sources.journal;
@@ -208,7 +208,10 @@ void oneMoreRecord(const Sources& sources) {
             MemoryRecord record = *sources.memory[1]->memory;
             record.id = Uuid::random().text();
             record.timestamp = clock.time;
-            const double block = seconds([&] { memory.update({std::move(record)}); });
+            const double block = seconds([&] {
+                memory.update({std::move(record)});
+                QCoreApplication::processEvents();
+            });
             longest = std::max(longest, block);
             return block;
         });

@@ -34,7 +34,7 @@ Recorder::Recorder(RecorderPlaces chosen)
                 .guard = held.guard()}) {
     live.attach(appModel.state());
     auto& screen = appModel.history();
-    QObject::connect(&memory, &MemoryHistoryService::archiveChanged, &screen,
+    QObject::connect(&memory, &MemoryHistoryService::changed, &screen,
                      [this, &screen] { screen.setMemory(memory.archive()); });
     appModel.setLiveServices(live);
 }

@@ -60,8 +60,6 @@ public:
     void start();
     /// Ends all collecting, until the next `start`.
     void stop();
-    /// Starts the collectors afresh, after a change of what they observe.
-    void reconfigure();
     /// Waits until nothing is left to be written.
     QCoro::Task<void> writer();
 
@@ -81,9 +79,8 @@ public:
     std::vector<Shared<MemoryRecord>> clips() const;
     /// Set when a save failed.
     const std::optional<std::string>& failure() const { return *failureText; }
-    /// How long unpinned clips are kept.
-    std::int64_t clipboardDays() const { return days; }
-    /// Stores the preference; a shorter time applies at once.
+    /// How long unpinned clips are kept: a setting, of which a shorter time applies when it is set.
+    std::int64_t clipboardDays() const;
     void setClipboardDays(std::int64_t wanted);
 
     bool isLoaded() const { return loaded; }
@@ -94,12 +91,13 @@ public:
     std::uint64_t generation() const { return stops; }
 
 Q_SIGNALS:
-    /// The archive is another now.
-    void archiveChanged();
     /// For `writer`: a run of writes has ended.
     void written();
 
 private:
+    void followPreferences();
+    /// Starts the collectors afresh, after a change of what they observe.
+    void reconfigure();
     void requireStorable() const;
     void publish(MemoryArchive next);
     void enqueue(const MemoryArchive& next);
@@ -119,7 +117,6 @@ private:
 
     MemoryArchive current;
     Published<std::optional<std::string>> failureText{this};
-    Published<std::int64_t> days;
     bool loaded = false;
     bool running = false;
     /// Why the collectors rest.

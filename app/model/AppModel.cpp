@@ -208,15 +208,12 @@ void AppModel::stopAutomaticCaptures() {
 }
 
 bool AppModel::setCaptureSchedule(CaptureSchedule schedule) {
-    const bool isStored =
-        services.preferences.set(preference::captureSchedule.name, std::string(rawValue(schedule)));
-    if (isStored)
-        modelState.captureSchedule = schedule;
-    return isStored;
+    return services.preferences.set(preference::captureSchedule.name,
+                                    std::string(rawValue(schedule)));
 }
 
 std::optional<Date> AppModel::nextAutomaticCapture() const {
-    return nextCapture(modelState.captureSchedule, modelState.lastCapture());
+    return nextCapture(modelState.captureSchedule(), modelState.lastCapture());
 }
 
 } // namespace tidemark

@@ -94,7 +94,7 @@ QCoro::Task<Snapshot> CaptureFlow::observed(std::stop_source source) {
     Snapshot snapshot = co_await services.observe(access.options, source.get_token());
     co_await addAdditionalReports(&snapshot, source.get_token());
     snapshot.operatingSystem = SystemFacts::collectOperatingSystem();
-    snapshot.expectedCaptureInterval = seconds(state.captureSchedule);
+    snapshot.expectedCaptureInterval = seconds(state.captureSchedule());
     for (const auto& issue : access.issues)
         snapshot.coverage.issues.push_back(issue);
     co_return snapshot;
@@ -142,11 +142,11 @@ QCoro::Task<void> CaptureFlow::refreshIfNeeded(Date now) {
     const auto hold = services.tasks.hold();
     state.observationNow = now;
     const auto last = state.lastCapture();
-    const auto period = seconds(state.captureSchedule);
+    const auto period = seconds(state.captureSchedule());
     // Taken under a clock that was ahead, as nothing else is from so far in the future. Waiting
     // until its time has come could take years.
     const bool isFromFuture = last && period && *last > now + *period;
-    if (isFromFuture || isDue(state.captureSchedule, last, now))
+    if (isFromFuture || isDue(state.captureSchedule(), last, now))
         co_await scan(false);
 }
 

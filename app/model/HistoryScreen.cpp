@@ -2,7 +2,7 @@
 
 #include "app/base/Background.h"
 #include "app/model/Log.h"
-#include "app/preferences/PreferenceKeys.h"
+#include "app/preferences/FollowSettings.h"
 #include "core/activity/ActivityEventBuilder.h"
 #include "core/timeline/EventBuilder.h"
 
@@ -25,25 +25,56 @@ HistoryScreen::HistoryScreen(ModelState& shared, const ModelServices& used)
     : state(shared), services(used), recordingMode(shared.recordingMode) {
     place.customWindowDays = read(services.preferences, preference::historyCustomWindowDays);
     takeRange(read(services.preferences, preference::historyTimeWindow));
-    connect(&state, &ModelState::journalChanged, this, &HistoryScreen::takeJournal);
-    connect(&state, &ModelState::systemActivityChanged, this, &HistoryScreen::takeSystemActivity);
-    connect(&state, &ModelState::changed, this, &HistoryScreen::takeRecordingMode);
+    connect(&state, &ModelState::changed, this, &HistoryScreen::followState);
+    followSettings();
 }
 
 // The sources.
 
-void HistoryScreen::takeJournal() {
-    journalEvents = state.journal().events;
-    std::ranges::move(state.journal().installationEvents(), std::back_inserter(journalEvents));
-    baselineEvents.clear();
-    rebuild();
-    Q_EMIT changed();
+void HistoryScreen::followState() {
+    const bool isOtherMode =
+        std::exchange(recordingMode, *state.recordingMode) != *state.recordingMode;
+    const bool isStale =
+        journalRevision != state.journalRevision() || activityRevision != state.activityRevision();
+    if (isOtherMode || isStale)
+        refreshPresentation();
 }
 
-void HistoryScreen::takeSystemActivity() {
-    activityEvents = ActivityEventBuilder::build(state.systemActivity());
-    rebuild();
-    Q_EMIT changed();
+void HistoryScreen::followSettings() {
+    const auto& preferences = services.preferences;
+    // What this screen stored itself may be read as another value, where it is none of the choices.
+    const auto takeWindow = [this, &preferences] {
+        if (preferences.text(preference::historyTimeWindow.name) != rangeText)
+            setRange(read(preferences, preference::historyTimeWindow));
+    };
+    const auto takeDays = [this, &preferences] {
+        if (preferences.integer(preference::historyCustomWindowDays.name) != place.customWindowDays)
+            setCustomWindowDays(read(preferences, preference::historyCustomWindowDays));
+    };
+    tidemark::followSettings(preferences, this, takeWindow, preference::historyTimeWindow);
+    tidemark::followSettings(preferences, this, takeDays, preference::historyCustomWindowDays);
+}
+
+/// Merges anew when the journal or the activity became another.
+void HistoryScreen::takeSources() {
+    const bool isNewJournal =
+        std::exchange(journalRevision, state.journalRevision()) != state.journalRevision();
+    const bool isNewActivity =
+        std::exchange(activityRevision, state.activityRevision()) != state.activityRevision();
+    if (isNewJournal) {
+        journalEvents = state.journal().events;
+        std::ranges::move(state.journal().installationEvents(), std::back_inserter(journalEvents));
+        baselineEvents.clear();
+    }
+    if (isNewActivity)
+        activityEvents = ActivityEventBuilder::build(state.systemActivity());
+    if (!isNewJournal && !isNewActivity)
+        return;
+    Events all = memory.events();
+    all.reserve(all.size() + journalEvents.size() + activityEvents.size());
+    for (const Events* source : {&journalEvents, &activityEvents})
+        all.insert(all.end(), source->begin(), source->end());
+    setHistory(MergedHistory::of(std::move(all)));
 }
 
 void HistoryScreen::setMemory(const MemoryArchive& archive) {
@@ -67,21 +98,7 @@ void HistoryScreen::setMemory(const MemoryArchive& archive) {
             found != merged->full.end())
             selectedEvent = *found;
     }
-    Q_EMIT changed();
-}
-
-void HistoryScreen::takeRecordingMode() {
-    if (std::exchange(recordingMode, *state.recordingMode) != *state.recordingMode)
-        refreshPresentation();
-}
-
-void HistoryScreen::rebuild() {
-    Events all = memory.events();
-    all.reserve(all.size() + journalEvents.size() + activityEvents.size());
-    for (const Events* source : {&journalEvents, &activityEvents})
-        all.insert(all.end(), source->begin(), source->end());
-    setHistory(MergedHistory::of(std::move(all)));
-    refresh();
+    noteChange();
 }
 
 void HistoryScreen::setHistory(MergedHistory history) {
@@ -93,10 +110,11 @@ void HistoryScreen::setHistory(MergedHistory history) {
 
 void HistoryScreen::refreshPresentation() {
     refresh();
-    Q_EMIT changed();
+    noteChange();
 }
 
 void HistoryScreen::refresh() {
+    takeSources();
     comparison.request_stop();
     ++refreshes;
     comparing = false;
@@ -143,14 +161,14 @@ QCoro::Task<void> HistoryScreen::compare(Baseline baseline, Shared<Snapshot> lat
         ++refreshes;
         show(std::nullopt, *std::move(events));
     }
-    Q_EMIT changed();
+    noteChange();
 }
 
 void HistoryScreen::setSelected(OptionalShared<Event> event) {
     if (event == selectedEvent)
         return;
     selectedEvent = std::move(event);
-    Q_EMIT changed();
+    noteChange();
 }
 
 void HistoryScreen::dropVanishedSelection() {
@@ -175,12 +193,12 @@ void HistoryScreen::beginExport() {
     const auto mode = isStateComparison() ? SnapshotViewMode::states : SnapshotViewMode::timeline;
     report =
         HistoryExport{view.presentation.events, std::string(rawValue(mode)), services.clock.now()};
-    Q_EMIT changed();
+    noteChange();
 }
 
 void HistoryScreen::endExport() {
     report.reset();
-    Q_EMIT changed();
+    noteChange();
 }
 
 // Where the user stands.
@@ -204,7 +222,7 @@ void HistoryScreen::setRange(std::string range) {
         return;
     refresh();
     dropVanishedSelection();
-    Q_EMIT changed();
+    noteChange();
 }
 
 void HistoryScreen::setCustomWindowDays(std::int64_t days) {
@@ -215,7 +233,7 @@ void HistoryScreen::setCustomWindowDays(std::int64_t days) {
     if (place.window == HistoryTimeWindow::custom)
         refresh();
     dropVanishedSelection();
-    Q_EMIT changed();
+    noteChange();
 }
 
 Date HistoryScreen::timeWindowCutoff(Date at) const {

@@ -12,8 +12,8 @@
 namespace tidemark {
 
 /// The history as the user looks at it: the events of all sources merged, where the user stands in
-/// them, and what is to be seen there. Each command tells observers once, at its end. Main thread
-/// only.
+/// them, and what is to be seen there. It follows the state by itself; observers of the state that
+/// were added later find it up to date. Main thread only.
 class HistoryScreen : public Observable {
     Q_OBJECT
 
@@ -111,10 +111,9 @@ public:
     void showSaved(const Uuid& id);
 
 private:
-    void takeJournal();
-    void takeSystemActivity();
-    void takeRecordingMode();
-    void rebuild();
+    void followState();
+    void followSettings();
+    void takeSources();
     void setHistory(MergedHistory history);
 
     void refresh();
@@ -132,6 +131,8 @@ private:
 
     Events journalEvents;
     Events activityEvents;
+    std::uint64_t journalRevision = 0;
+    std::uint64_t activityRevision = 0;
     MemoryEventList memory;
     std::shared_ptr<const MergedHistory> merged = std::make_shared<const MergedHistory>();
     std::uint64_t merges = 0;

@@ -25,7 +25,7 @@ LiveWiring::~LiveWiring() {
 
 void LiveWiring::attach(ModelState& model) {
     state = &model;
-    QObject::connect(&memory, &MemoryHistoryService::changed, state, &ModelState::changed);
+    QObject::connect(&memory, &MemoryHistoryService::changed, state, &ModelState::noteChange);
 }
 
 QCoro::Task<void> LiveWiring::writer() {

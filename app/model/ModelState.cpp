@@ -2,7 +2,7 @@
 
 #include "app/base/Background.h"
 #include "app/model/Log.h"
-#include "app/preferences/PreferenceKeys.h"
+#include "app/preferences/FollowSettings.h"
 
 namespace tidemark {
 
@@ -10,9 +10,10 @@ Q_LOGGING_CATEGORY(capturesLog, "app.tidemark.captures")
 
 namespace {
 
-CaptureSchedule storedSchedule(const Preferences& preferences) {
-    const auto text = read(preferences, preference::captureSchedule);
-    return json::fromRawValue<CaptureSchedule>(text).value_or(CaptureSchedule::halfHourly);
+std::optional<Uuid> newest(const Journal& journal) {
+    if (journal.snapshots.empty())
+        return std::nullopt;
+    return journal.snapshots.back()->id;
 }
 
 bool storedStorageSwitch(Preferences& preferences, bool sandboxed, std::optional<bool> legacy) {
@@ -24,23 +25,33 @@ bool storedStorageSwitch(Preferences& preferences, bool sandboxed, std::optional
 
 } // namespace
 
-ModelState::ModelState(Preferences& preferences, bool sandboxed,
+ModelState::ModelState(Preferences& stored, bool sandboxed,
                        std::optional<bool> legacyStorageEnabled, Date now)
-    : observationNow(this, now), captureSchedule(this, storedSchedule(preferences)),
-      storageEnabled(this, storedStorageSwitch(preferences, sandboxed, legacyStorageEnabled)) {}
+    : observationNow(this, now),
+      storageEnabled(this, storedStorageSwitch(stored, sandboxed, legacyStorageEnabled)),
+      preferences(stored) {
+    followSettings(preferences, this, [this] { noteChange(); }, preference::captureSchedule);
+}
+
+CaptureSchedule ModelState::captureSchedule() const {
+    const auto text = read(preferences, preference::captureSchedule);
+    return json::fromRawValue<CaptureSchedule>(text).value_or(CaptureSchedule::halfHourly);
+}
 
 void ModelState::setJournal(Journal journal) {
     std::swap(currentJournal, journal);
+    ++journals;
+    if (loaded && newest(currentJournal) != newest(journal))
+        ++captures;
     // One that shares nothing with its successor takes long to take apart.
     releaseInBackground(std::move(journal));
-    Q_EMIT journalChanged();
-    Q_EMIT changed();
+    noteChange();
 }
 
 void ModelState::setSystemActivity(std::vector<SystemActivity> records) {
     activity = std::move(records);
-    Q_EMIT systemActivityChanged();
-    Q_EMIT changed();
+    ++activities;
+    noteChange();
 }
 
 const Snapshot* ModelState::latest() const {

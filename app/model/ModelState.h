@@ -19,23 +19,31 @@ class ModelState : public Observable {
     Q_OBJECT
 
 public:
-    /// Reads what the preferences say. `legacyStorageEnabled` is what an earlier edition of the
+    /// The preferences outlive this. `legacyStorageEnabled` is what an earlier edition of the
     /// program kept; it is taken over unless `sandboxed`.
-    ModelState(Preferences& preferences, bool sandboxed, std::optional<bool> legacyStorageEnabled,
+    ModelState(Preferences& stored, bool sandboxed, std::optional<bool> legacyStorageEnabled,
                Date now);
 
     /// As last loaded or saved.
     const Journal& journal() const { return currentJournal; }
     void setJournal(Journal journal);
+    /// Grows with every `setJournal`.
+    std::uint64_t journalRevision() const { return journals; }
+    /// How many captures were kept since the history was read.
+    std::uint64_t keptCaptures() const { return captures; }
     /// The live activity records.
     const std::vector<SystemActivity>& systemActivity() const { return activity; }
     void setSystemActivity(std::vector<SystemActivity> records);
+    /// Grows with every `setSystemActivity`.
+    std::uint64_t activityRevision() const { return activities; }
 
     /// The newest snapshot; null when there is none.
     const Snapshot* latest() const;
     std::optional<Date> lastCapture() const;
     bool canRecord() const { return *recordingMode == RecordingMode::recording; }
     bool busy() const;
+    /// How often a capture is due, as the settings say.
+    CaptureSchedule captureSchedule() const;
 
     /// The journal and the memory history have been read.
     Published<bool> loaded{this};
@@ -62,16 +70,15 @@ public:
     std::uint64_t recordingGeneration = 0;
     /// The program ends: no capture begins, and none that runs is kept.
     bool isEnding = false;
-    Published<CaptureSchedule> captureSchedule;
     Published<bool> storageEnabled;
 
-Q_SIGNALS:
-    void journalChanged();
-    void systemActivityChanged();
-
 private:
+    const Preferences& preferences;
     Journal currentJournal;
+    std::uint64_t journals = 0;
+    std::uint64_t captures = 0;
     std::vector<SystemActivity> activity;
+    std::uint64_t activities = 0;
 };
 
 } // namespace tidemark

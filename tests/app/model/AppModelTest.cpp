@@ -270,7 +270,7 @@ TEST_F(AppModelTest, StartsNothingAfterTheEnd) {
 TEST_F(AppModelTest, AScheduleThatCannotBeStoredIsNotInForce) {
     preferences.refuses = true;
     EXPECT_FALSE(model->setCaptureSchedule(CaptureSchedule::daily));
-    EXPECT_EQ(*state().captureSchedule, CaptureSchedule::halfHourly);
+    EXPECT_EQ(state().captureSchedule(), CaptureSchedule::halfHourly);
 }
 
 TEST_F(AppModelTest, QuittingDuringACaptureEndsItAndKeepsNothing) {

@@ -31,7 +31,11 @@ struct HistoryScreenTest : test::ModelFixture {
                              Baseline::named("New", journal.snapshots[1])};
         return journal;
     }
-    void load() { state().setJournal(history()); }
+    void load() { take(history()); }
+    void take(Journal journal) {
+        state().setJournal(std::move(journal));
+        test::settle();
+    }
     Uuid baseline(std::size_t index) { return state().journal().baselines.at(index).id; }
     /// The memory history holds the records of these events, and no others.
     void remember(const std::vector<Event>& events) {
@@ -53,6 +57,7 @@ TEST_F(HistoryScreenTest, MergesAllSources) {
     woke.timestamp = Date{ago(0.5)};
     woke.kind = SystemActivity::Kind::woke;
     state().setSystemActivity({woke});
+    test::settle();
     remember({memoryEvent("launch", ago(2), MemoryRecord::Kind::appLaunched),
               memoryEvent("clip", ago(1.5), MemoryRecord::Kind::clipboard),
               memoryEvent("usage", ago(1), MemoryRecord::Kind::appUsage)});
@@ -61,7 +66,7 @@ TEST_F(HistoryScreenTest, MergesAllSources) {
     tool.name = "Tool";
     tool.recordedAt = Date{ago(4)};
     journal.importInstallations({tool});
-    state().setJournal(std::move(journal));
+    take(std::move(journal));
     EXPECT_EQ(screen().historyRevision(), before + 3);
     EXPECT_EQ(screen().fullHistory().size(), 8U);
     EXPECT_EQ(screen().historyEvents().size(), 7U);
@@ -113,6 +118,20 @@ TEST_F(HistoryScreenTest, TheWindowIsKeptAndDropsASelectionThatLeavesIt) {
     EXPECT_EQ(screen().range(), "week");
     screen().setRange("decade");
     EXPECT_EQ(screen().timeWindowCutoff(clock.now()), Date::distantPast());
+}
+
+TEST_F(HistoryScreenTest, FollowsTheSettingsThatOthersChange) {
+    load();
+    preferences.set("historyTimeWindow", std::string("all"));
+    preferences.set("historyCustomWindowDays", std::int64_t{9});
+    test::settle();
+    EXPECT_EQ(shown(), "folder app ancient");
+    EXPECT_EQ(screen().customWindowDays(), 9);
+    screen().setRange("decade");
+    screen().setCustomWindowDays(0);
+    test::settle();
+    EXPECT_EQ(screen().range() + std::to_string(screen().customWindowDays()), "decade0")
+        << "what it stored itself is not read back as the next best";
 }
 
 TEST_F(HistoryScreenTest, GoesWhereItIsTold) {
@@ -185,6 +204,8 @@ TEST_F(HistoryScreenTest, OpensAnEventWhereverItIs) {
     int told = 0;
     QObject::connect(&screen(), &Observable::changed, [&] { ++told; });
     screen().openEvent(screen().fullHistory().back());
+    EXPECT_EQ(told, 0) << "not in the middle of what else its caller does";
+    test::settle();
     EXPECT_EQ(told, 1);
     EXPECT_EQ(screen().workspace(), Place::timeline);
     EXPECT_EQ(screen().selected()->id, "ancient");
@@ -229,7 +250,7 @@ TEST_F(HistoryScreenTest, ComparesStatesInTheBackground) {
     Journal next = state().journal();
     next.snapshots.push_back(next.snapshots.front());
     state().setJournal(std::move(next));
-    EXPECT_TRUE(screen().isComparing());
+    test::until([&] { return screen().isComparing(); });
     EXPECT_EQ(shown(), "");
     EXPECT_EQ(compared(), "") << "the application is gone again";
 }
@@ -276,7 +297,7 @@ TEST_F(HistoryScreenTest, KnowsWhenTheTimelineOfASnapshotMayLackEvents) {
         journal.events.assign(each.events, Shared(event("e", ago(1))));
         if (each.prunedDaysAgo)
             journal.eventsPrunedThrough = Date{ago(*each.prunedDaysAgo)};
-        state().setJournal(std::move(journal));
+        take(std::move(journal));
         EXPECT_FALSE(screen().hasIncompleteSnapshotHistory());
         screen().openSnapshot(baseline(0));
         screen().setSnapshotViewMode(each.mode);

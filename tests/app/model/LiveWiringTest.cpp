@@ -140,6 +140,7 @@ TEST_F(LiveWiringTest, TellsChangesOfTheMemoryHistoryAsChangesOfTheState) {
     int changes = 0;
     QObject::connect(&*model, &ModelState::changed, [&] { ++changes; });
     memory.setClipboardDays(memory.clipboardDays() == 1 ? 7 : 1);
+    test::settle();
     EXPECT_EQ(changes, 1);
 }
 

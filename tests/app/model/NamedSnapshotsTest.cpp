@@ -46,6 +46,26 @@ TEST_F(NamedSnapshotsTest, CapturesFirstAndKeepsItUnderAName) {
     EXPECT_EQ(model->history().workspace(), WorkspaceDestination::snapshots);
 }
 
+TEST_F(NamedSnapshotsTest, NobodySeesItHalfSaved) {
+    start();
+    begin();
+    test::settle();
+    std::string seen;
+    const auto look = [&] {
+        const bool isKept = !baselines().empty();
+        const bool isShown = model->history().activeBaselineID().has_value();
+        seen += isKept && isShown && !hasDraft() && !state().saveSnapshotPresented ? "after "
+                : !isKept && !isShown && hasDraft()                                ? "before "
+                                                                                   : "between ";
+    };
+    for (Observable* each :
+         std::initializer_list<Observable*>{&state(), &named(), &model->history()})
+        QObject::connect(each, &Observable::changed, look);
+    ASSERT_TRUE(save("Name"));
+    test::settle();
+    EXPECT_EQ(seen, "before after after after ") << "once each, and while it was being saved";
+}
+
 TEST_F(NamedSnapshotsTest, AFailedCaptureCanBeTriedAgain) {
     start();
     fails = true;
