@@ -10,7 +10,7 @@
 namespace tidemark {
 
 FolderChange::FolderChange(const CommandContext& where) : context(where) {
-    if (context.state().isManagingFolders || context.state().isCheckingRecommendedAccess)
+    if (context.state().isAnyRunning(exclusions::checks.with(Operation::managingFolders)))
         throw Error(anotherOperation);
     context.model().beginFolderManagement();
 }
@@ -20,7 +20,7 @@ FolderChange::~FolderChange() {
 }
 
 void FolderChange::finish() {
-    if (context.isRunning && *context.state().loaded)
+    if (context.isRunning && context.state().loaded())
         context.recorder.tasks().start(context.model().finishFolderManagement());
     else
         context.model().completeFolderManagement();

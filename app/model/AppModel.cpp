@@ -75,7 +75,7 @@ QCoro::Task<void> AppModel::check(QPointer<AppModel> model) {
 
 QCoro::Task<void> AppModel::start() {
     const auto hold = tasks.hold();
-    if (modelState.loaded || starting || tasks.isStopping() || isEnding())
+    if (modelState.loaded() || starting || tasks.isStopping() || isEnding())
         co_return;
     starting = true;
     const auto done = qScopeGuard([this] { starting = false; });
@@ -91,7 +91,7 @@ QCoro::Task<void> AppModel::start() {
 
 QCoro::Task<void> AppModel::startForOneCapture() {
     const auto hold = tasks.hold();
-    if (modelState.loaded || starting || tasks.isStopping())
+    if (modelState.loaded() || starting || tasks.isStopping())
         co_return;
     starting = true;
     const auto done = qScopeGuard([this] { starting = false; });
@@ -104,7 +104,7 @@ QCoro::Task<void> AppModel::startForOneCapture() {
 
 QCoro::Task<void> AppModel::openHistory() {
     const auto hold = tasks.hold();
-    if (modelState.loaded || starting || tasks.isStopping())
+    if (modelState.loaded() || starting || tasks.isStopping())
         co_return;
     starting = true;
     const auto done = qScopeGuard([this] { starting = false; });
@@ -115,7 +115,7 @@ QCoro::Task<void> AppModel::openHistory() {
 
 void AppModel::showHistory() {
     modelState.error = std::nullopt;
-    modelState.loaded = true;
+    modelState.setLoaded();
     recording.restore();
 }
 
@@ -165,7 +165,7 @@ QCoro::Task<void> AppModel::catchUp() {
     const bool isSetUp = read(services.preferences, preference::folderSetupCompleted)
                          && !read(services.preferences, preference::diskAccessSetupPending);
     if (!isSetUp) {
-        modelState.folderManagerPresented = true;
+        folderSetup.present();
         co_return;
     }
     co_await importInitialHistory();

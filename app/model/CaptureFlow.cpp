@@ -12,30 +12,23 @@
 
 namespace tidemark {
 
-bool CaptureFlow::mayScan(bool allowDuringFolderSetup) const {
-    if (state.isEnding || !state.canRecord() || !state.loaded || state.isCheckingRecommendedAccess
-        || state.isScanning || state.isSaving || state.isReadingImport || state.isPreparingSnapshot
-        || state.saveSnapshotPresented)
-        return false;
-    return allowDuringFolderSetup || (!state.folderManagerPresented && !state.isManagingFolders);
-}
-
 bool CaptureFlow::isWanted(std::uint64_t generation) const {
     return state.canRecord() && state.recordingGeneration == generation && !state.isEnding;
 }
 
 QCoro::Task<void> CaptureFlow::scan(bool allowDuringFolderSetup) {
     const auto hold = services.tasks.hold();
-    if (!mayScan(allowDuringFolderSetup))
+    if (state.isEnding || !state.canRecord())
+        co_return;
+    auto capturing = state.operations().begin(allowDuringFolderSetup ? Operation::capturingInSetup
+                                                                     : Operation::capturing);
+    if (!capturing)
         co_return;
     state.observationNow = services.clock.now();
     const auto generation = state.recordingGeneration;
-    {
-        state.isScanning = true;
-        const auto done = qScopeGuard([this] { state.isScanning = false; });
-        qCInfo(capturesLog, "Capture started");
-        co_await captureAndSave(generation);
-    }
+    qCInfo(capturesLog, "Capture started");
+    co_await captureAndSave(generation);
+    capturing.reset();
     if (state.canRecord() && state.recordingGeneration != generation && !state.isEnding)
         services.tasks.start(scan(false));
 }
@@ -121,8 +114,9 @@ QCoro::Task<void> CaptureFlow::addAdditionalReports(Snapshot* snapshot, std::sto
 
 QCoro::Task<bool> CaptureFlow::commit(Journal journal) {
     const auto hold = services.tasks.hold();
-    state.isSaving = true;
-    const auto done = qScopeGuard([this] { state.isSaving = false; });
+    const auto saving = state.operations().begin(Operation::saving);
+    if (!saving)
+        co_return false;
     std::string failure;
     bool saved = false;
     try {

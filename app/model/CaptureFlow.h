@@ -18,7 +18,8 @@ public:
     QCoro::Task<void> scan(bool allowDuringFolderSetup = false);
     /// Observes the machine without keeping anything. Throws what the observation throws.
     QCoro::Task<Snapshot> captureObservation();
-    /// Saves a journal that no capture changed. True when that worked.
+    /// Saves a journal that no capture changed. True when that worked; false as well while
+    /// anything else is under way.
     QCoro::Task<bool> commit(Journal journal);
     /// Writes a journal, which stays where it is meanwhile, and changes no state. Throws what the
     /// store throws.
@@ -30,7 +31,6 @@ public:
     void abandonCapture() { running.request_stop(); }
 
 private:
-    bool mayScan(bool allowDuringFolderSetup) const;
     bool isWanted(std::uint64_t generation) const;
     QCoro::Task<void> captureAndSave(std::uint64_t generation);
     QCoro::Task<Snapshot> observed(std::stop_source source);

@@ -2,7 +2,6 @@
 
 #include "app/preferences/PreferenceKeys.h"
 
-#include <QScopeGuard>
 #include <utility>
 
 namespace tidemark {
@@ -15,21 +14,28 @@ constexpr const char* systemSettings = "/System/Applications/System Settings.app
 
 } // namespace
 
+void FolderSetup::present() {
+    if (auto begun = state.operations().begin(Operation::choosingFolders))
+        choosing = std::move(begun);
+}
+
 void FolderSetup::begin() {
-    if (!state.isManagingFolders)
-        selectionAtOpen = services.folderAccess.selection();
-    state.isManagingFolders = true;
+    auto begun = state.operations().begin(Operation::managingFolders);
+    if (!begun)
+        return;
+    managing = std::move(begun);
+    selectionAtOpen = services.folderAccess.selection();
 }
 
 void FolderSetup::cancel() {
     selectionAtOpen.reset();
-    state.isManagingFolders = false;
+    managing.reset();
 }
 
 void FolderSetup::complete() {
     cancel();
     services.folderAccess.completeSetup();
-    state.folderManagerPresented = false;
+    choosing.reset();
 }
 
 QCoro::Task<void> FolderSetup::finish() {
@@ -48,10 +54,12 @@ QCoro::Task<void> FolderSetup::finish() {
 
 QCoro::Task<void> FolderSetup::checkRecommendedAccess(FolderAccess::Check check) {
     const auto hold = services.tasks.hold();
-    if (state.isCheckingRecommendedAccess || state.isScanning || state.isSaving)
-        co_return;
-    state.isCheckingRecommendedAccess = true;
-    const auto done = qScopeGuard([this] { state.isCheckingRecommendedAccess = false; });
+    const auto checking = state.operations().begin(Operation::checkingFolders);
+    if (checking)
+        co_await this->check(std::move(check));
+}
+
+QCoro::Task<void> FolderSetup::check(FolderAccess::Check check) {
     services.preferences.note(preference::diskAccessCheckRequested.name, false);
     co_await services.folderAccess.enableReadableRecommended(
         services.folderAccess.recommendedFolders(), check);
@@ -66,12 +74,13 @@ void FolderSetup::openDiskAccessPane(const std::function<bool(const std::string&
 
 QCoro::Task<void> FolderSetup::resumeOnActivation(FolderAccess::Check check) {
     const auto hold = services.tasks.hold();
-    if (!state.loaded || !read(services.preferences, preference::diskAccessCheckRequested)
-        || state.isCheckingRecommendedAccess || state.isScanning || state.isSaving
-        || state.isReadingImport || state.isPreparingSnapshot || state.saveSnapshotPresented)
+    if (!read(services.preferences, preference::diskAccessCheckRequested))
         co_return;
-    co_await checkRecommendedAccess(check);
-    state.folderManagerPresented = true;
+    const auto checking = state.operations().begin(Operation::checkingAfterReturn);
+    if (!checking)
+        co_return;
+    co_await this->check(std::move(check));
+    present();
 }
 
 } // namespace tidemark

@@ -11,7 +11,9 @@ public:
     FolderSetup(ModelState& shared, CaptureFlow& captures, const ModelServices& used)
         : state(shared), flow(captures), services(used) {}
 
-    /// The folder manager opens, and closes.
+    /// Shows the folder manager, since the user has to choose.
+    void present();
+    /// The user begins to change folders, and is done.
     void begin();
     QCoro::Task<void> finish();
     /// Closes without having finished a first choice.
@@ -27,10 +29,14 @@ public:
     QCoro::Task<void> resumeOnActivation(FolderAccess::Check check = {});
 
 private:
+    QCoro::Task<void> check(FolderAccess::Check check);
+
     ModelState& state;
     CaptureFlow& flow;
     const ModelServices& services;
     std::optional<std::map<std::string, FolderPurposes>> selectionAtOpen;
+    std::optional<Operations::Token> choosing;
+    std::optional<Operations::Token> managing;
 };
 
 } // namespace tidemark

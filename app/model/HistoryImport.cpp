@@ -11,9 +11,9 @@ bool HistoryImport::needsInitialHistory() const {
     const Journal& journal = state.journal();
     const bool hasImported =
         journal.importedInstallations && !journal.importedInstallations->empty();
-    return state.canRecord() && state.loaded && !state.busy() && !state.isEnding
-           && !journal.initialHistoryImportCompletedAt && journal.snapshots.empty()
-           && journal.events.empty() && journal.baselines.empty() && !hasImported;
+    return state.canRecord() && !state.isEnding && !journal.initialHistoryImportCompletedAt
+           && journal.snapshots.empty() && journal.events.empty() && journal.baselines.empty()
+           && !hasImported;
 }
 
 QCoro::Task<InstallationPreview> HistoryImport::collected() {
@@ -28,12 +28,11 @@ QCoro::Task<void> HistoryImport::importInitialHistoryIfNeeded() {
     const auto hold = services.tasks.hold();
     if (!needsInitialHistory())
         co_return;
-    state.isReadingImport = true;
+    const auto importing = state.operations().begin(Operation::importing);
+    if (!importing)
+        co_return;
     isImportingInitialHistory = true;
-    const auto done = qScopeGuard([this] {
-        isImportingInitialHistory = false;
-        state.isReadingImport = false;
-    });
+    const auto done = qScopeGuard([this] { isImportingInitialHistory = false; });
     try {
         co_await fillJournal();
     } catch (const std::exception&) {
@@ -56,10 +55,11 @@ QCoro::Task<void> HistoryImport::fillJournal() {
 
 QCoro::Task<bool> HistoryImport::previewImport() {
     const auto hold = services.tasks.hold();
-    if (!state.canRecord() || state.busy())
+    if (!state.canRecord())
         co_return false;
-    state.isReadingImport = true;
-    const auto done = qScopeGuard([this] { state.isReadingImport = false; });
+    const auto importing = state.operations().begin(Operation::importing);
+    if (!importing)
+        co_return false;
     importPresented = true;
     importPreview = std::nullopt;
     importError = std::nullopt;
@@ -75,7 +75,7 @@ QCoro::Task<bool> HistoryImport::previewImport() {
 QCoro::Task<std::optional<std::size_t>>
 HistoryImport::importHistory(std::vector<InstallationRecord> records) {
     const auto hold = services.tasks.hold();
-    if (!state.canRecord() || state.busy())
+    if (!state.canRecord() || !state.mayBegin(Operation::saving))
         co_return std::nullopt;
     Journal next = state.journal();
     const std::size_t added = next.importInstallations(records);

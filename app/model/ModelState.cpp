@@ -41,7 +41,7 @@ CaptureSchedule ModelState::captureSchedule() const {
 void ModelState::setJournal(Journal journal) {
     std::swap(currentJournal, journal);
     ++journals;
-    if (loaded && newest(currentJournal) != newest(journal))
+    if (loaded() && newest(currentJournal) != newest(journal))
         ++captures;
     // One that shares nothing with its successor takes long to take apart.
     releaseInBackground(std::move(journal));
@@ -61,12 +61,6 @@ const Snapshot* ModelState::latest() const {
 std::optional<Date> ModelState::lastCapture() const {
     const Snapshot* snapshot = latest();
     return snapshot ? std::optional(snapshot->timestamp) : std::nullopt;
-}
-
-bool ModelState::busy() const {
-    return isCheckingRecommendedAccess || isScanning || isSaving || isReadingImport
-           || isPreparingSnapshot || saveSnapshotPresented || folderManagerPresented
-           || isManagingFolders || !loaded;
 }
 
 } // namespace tidemark

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/base/Published.h"
+#include "app/model/Operations.h"
 #include "app/preferences/Preferences.h"
 #include "core/capture/CaptureSchedule.h"
 #include "core/capture/RecordingMode.h"
@@ -13,8 +14,7 @@
 
 namespace tidemark {
 
-/// What the parts of the controller know together and screens show. The flags carry its state:
-/// whoever begins an operation asks `busy`, or the single flags, first. Main thread only.
+/// What the parts of the controller know together and screens show. Main thread only.
 class ModelState : public Observable {
     Q_OBJECT
 
@@ -41,27 +41,22 @@ public:
     const Snapshot* latest() const;
     std::optional<Date> lastCapture() const;
     bool canRecord() const { return *recordingMode == RecordingMode::recording; }
-    bool busy() const;
+    /// What is under way, and what may begin.
+    Operations& operations() { return running; }
+    bool isRunning(Operation operation) const { return running.isRunning(operation); }
+    bool isAnyRunning(OperationSet any) const { return running.isAnyRunning(any); }
+    bool mayBegin(Operation operation) const { return running.mayBegin(operation); }
+    bool busy() const { return !running.isIdle(); }
+    /// The journal and the memory history have been read.
+    bool loaded() const { return !opening; }
+    void setLoaded() { opening.reset(); }
     /// How often a capture is due, as the settings say.
     CaptureSchedule captureSchedule() const;
 
-    /// The journal and the memory history have been read.
-    Published<bool> loaded{this};
     /// The last load, capture or save that failed.
     Published<std::optional<std::string>> error{this};
     /// The activity file could not be opened or written; absent again once that works.
     Published<std::optional<std::string>> activityError{this};
-
-    /// A capture runs.
-    Published<bool> isScanning{this};
-    /// The journal is being saved apart from a capture.
-    Published<bool> isSaving{this};
-    Published<bool> isReadingImport{this};
-    Published<bool> isPreparingSnapshot{this};
-    Published<bool> saveSnapshotPresented{this};
-    Published<bool> folderManagerPresented{this};
-    Published<bool> isManagingFolders{this};
-    Published<bool> isCheckingRecommendedAccess{this};
 
     /// The moment that time windows are cut against.
     Published<Date> observationNow;
@@ -74,6 +69,8 @@ public:
 
 private:
     const Preferences& preferences;
+    Operations running{*this};
+    std::optional<Operations::Token> opening = running.begin(Operation::opening);
     Journal currentJournal;
     std::uint64_t journals = 0;
     std::uint64_t captures = 0;

@@ -4,30 +4,28 @@
 #include "core/base/Characters.h"
 #include "core/base/Text.h"
 
-#include <QScopeGuard>
 #include <algorithm>
 
 namespace tidemark {
 
 QCoro::Task<void> NamedSnapshots::beginSavedSnapshot() {
     const auto hold = services.tasks.hold();
-    if (!state.canRecord() || state.busy())
+    if (!state.canRecord())
         co_return;
-    state.saveSnapshotPresented = true;
+    auto begun = state.operations().begin(Operation::naming);
+    if (!begun)
+        co_return;
+    naming = std::move(begun);
     co_await prepareSnapshotDraft();
-}
-
-bool NamedSnapshots::mayPrepare() const {
-    return state.canRecord() && state.loaded && state.saveSnapshotPresented
-           && !state.isPreparingSnapshot && !state.isScanning && !state.isSaving && !state.isEnding;
 }
 
 QCoro::Task<void> NamedSnapshots::prepareSnapshotDraft() {
     const auto hold = services.tasks.hold();
-    if (!mayPrepare())
+    if (!isNaming())
         co_return;
-    state.isPreparingSnapshot = true;
-    const auto done = qScopeGuard([this] { state.isPreparingSnapshot = false; });
+    const auto drafting = state.operations().begin(Operation::drafting);
+    if (!drafting)
+        co_return;
     snapshotDraft = {};
     snapshotError = std::nullopt;
     OptionalShared<Snapshot> draft;
@@ -39,26 +37,21 @@ QCoro::Task<void> NamedSnapshots::prepareSnapshotDraft() {
         failure = error.what();
     }
     // A capture that the end of the program cut short is not whole.
-    const bool isWanted = state.saveSnapshotPresented && !state.isEnding;
+    const bool isWanted = naming && !state.isEnding;
     if (isWanted && draft && state.canRecord())
         snapshotDraft = std::move(draft);
     else if (isWanted && !draft)
         snapshotError = "Couldn’t capture a fresh snapshot. " + failure;
 }
 
-bool NamedSnapshots::maySave(std::string_view name) const {
-    return state.canRecord() && state.loaded && state.saveSnapshotPresented
-           && !state.isPreparingSnapshot && !state.isSaving && !state.isEnding && *snapshotDraft
-           && !name.empty();
-}
-
 QCoro::Task<bool> NamedSnapshots::saveNamedSnapshot(std::string name) {
     const auto hold = services.tasks.hold();
     const std::string_view kept = trimmed(name);
-    if (!maySave(kept))
+    if (!isNaming() || !*snapshotDraft || kept.empty())
         co_return false;
-    state.isSaving = true;
-    const auto done = qScopeGuard([this] { state.isSaving = false; });
+    const auto saving = state.operations().begin(Operation::savingDraft);
+    if (!saving)
+        co_return false;
     snapshotError = std::nullopt;
     const auto& baselineKey = preference::needsRecordingBaseline;
     Journal next = state.journal();
@@ -81,12 +74,12 @@ QCoro::Task<bool> NamedSnapshots::saveNamedSnapshot(std::string name) {
     services.preferences.note(baselineKey.name, false);
     screen.showSaved(*id);
     snapshotDraft = {};
-    state.saveSnapshotPresented = false;
+    naming.reset();
     co_return true;
 }
 
 void NamedSnapshots::cancelSavedSnapshot() {
-    state.saveSnapshotPresented = false;
+    naming.reset();
     snapshotDraft = {};
     snapshotError = std::nullopt;
 }
@@ -96,7 +89,7 @@ QCoro::Task<bool> NamedSnapshots::deleteSnapshot(Uuid id) {
     Journal next = state.journal();
     const auto removed =
         std::erase_if(next.baselines, [&](const Baseline& baseline) { return baseline.id == id; });
-    if (removed == 0 || state.busy())
+    if (removed == 0)
         co_return false;
     const bool saved = co_await flow.commit(std::move(next));
     if (saved)

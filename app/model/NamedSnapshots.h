@@ -38,13 +38,14 @@ public:
     QCoro::Task<bool> deleteSnapshot(Uuid id);
 
 private:
-    bool mayPrepare() const;
-    bool maySave(std::string_view name) const;
+    bool isNaming() const { return naming && state.canRecord() && !state.isEnding; }
 
     ModelState& state;
     CaptureFlow& flow;
     HistoryScreen& screen;
     const ModelServices& services;
+    /// From `beginSavedSnapshot` until the draft is saved or given up.
+    std::optional<Operations::Token> naming;
 };
 
 } // namespace tidemark

@@ -22,12 +22,12 @@ void RecordingSwitch::restore() {
 }
 
 bool RecordingSwitch::canChange() const {
-    return state.loaded && !state.isSaving && !state.isPreparingSnapshot
-           && !state.saveSnapshotPresented && !state.isReadingImport;
+    return state.mayBegin(Operation::switchingRecording);
 }
 
 void RecordingSwitch::set(RecordingMode mode) {
-    if (!canChange() || mode == *state.recordingMode)
+    const auto switching = state.operations().begin(Operation::switchingRecording);
+    if (!switching || mode == *state.recordingMode)
         return;
     ++state.recordingGeneration;
     // Before the mode itself: were the program to end in between, the pause would be compared.
@@ -64,9 +64,9 @@ void RecordingSwitch::resume() {
 std::string_view RecordingSwitch::status() const {
     if (!state.canRecord())
         return "Paused";
-    if (state.isScanning)
+    if (state.isAnyRunning(exclusions::captures))
         return "Observing…";
-    return state.loaded ? "Recording" : "Starting…";
+    return state.loaded() ? "Recording" : "Starting…";
 }
 
 std::string_view RecordingSwitch::menuSymbol() const {
@@ -75,7 +75,8 @@ std::string_view RecordingSwitch::menuSymbol() const {
     const bool memoryFailed = services.live && services.live->memoryFailure();
     if (state.error->has_value() || state.activityError->has_value() || memoryFailed)
         return "exclamationmark.circle";
-    return state.isScanning ? "arrow.triangle.2.circlepath" : "clock.arrow.circlepath";
+    return state.isAnyRunning(exclusions::captures) ? "arrow.triangle.2.circlepath"
+                                                    : "clock.arrow.circlepath";
 }
 
 } // namespace tidemark

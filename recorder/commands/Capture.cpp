@@ -69,7 +69,7 @@ QCoro::Task<std::string> capture(CommandContext& context, const Options& options
     context.requireHistory();
     if (!state.canRecord())
         throw Error("Recording is paused; tidemark resume takes it up again.");
-    const bool wasBusy = state.isScanning || state.isSaving;
+    const bool wasBusy = state.isAnyRunning(exclusions::captures.with(exclusions::saves));
     if (state.keptCaptures() == before)
         co_await context.model().scan(true);
     if (state.keptCaptures() == before)

@@ -26,7 +26,7 @@ QCoro::Task<std::string> snapshotDelete(CommandContext& context, const Options& 
     context.requireHistory();
     const auto& baseline = namedSnapshot(context.state().journal(), options.name);
     const std::string name = baseline.name;
-    if (context.state().busy())
+    if (!context.state().mayBegin(Operation::saving))
         throw Error(anotherOperation);
     const bool deleted = co_await context.model().snapshots().deleteSnapshot(baseline.id);
     if (!deleted)

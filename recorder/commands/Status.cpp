@@ -100,7 +100,7 @@ QCoro::Task<std::string> status(CommandContext& context, const Options& options)
     Status status = stored(state.journal(), context.preferences(), context.folders());
     status.running = context.isRunning;
     // What holds, which a full disk may have kept from being stored.
-    if (context.isRunning && *state.loaded)
+    if (context.isRunning && state.loaded())
         status.mode = rawValue(*state.recordingMode);
     status.activity = context.model().recordingStatus();
     status.nextCapture = context.model().nextAutomaticCapture();

@@ -105,7 +105,7 @@ TEST_F(AppModelTest, AMemoryThatCannotBeReadKeepsEverythingFromStarting) {
     live.fails = true;
     start();
     EXPECT_TRUE(error().ends_with("The memory can't be read."));
-    EXPECT_FALSE(state().loaded);
+    EXPECT_FALSE(state().loaded());
     EXPECT_EQ(live.log, "load ");
     live.fails = false;
     workspace.post(notification::didWake);
@@ -122,7 +122,7 @@ TEST_F(AppModelTest, WaitsForTheFolderSetup) {
         finish();
         const int before = observations;
         restart();
-        EXPECT_TRUE(state().folderManagerPresented);
+        EXPECT_TRUE(state().isRunning(Operation::choosingFolders));
         clock.advance(60);
         finish();
         EXPECT_EQ(observations, before);
@@ -167,7 +167,7 @@ TEST_F(AppModelTest, PicksUpAccessThatTheUserGrantedMeanwhile) {
 
     const auto check = [](const std::filesystem::path&) { return true; };
     test::await(model->resumePermissionSetupOnActivation(check));
-    EXPECT_FALSE(state().folderManagerPresented) << "nobody asked";
+    EXPECT_FALSE(state().isRunning(Operation::choosingFolders)) << "nobody asked";
     preferences.set("diskAccessCheckRequested", true);
     holdCapture();
     test::await(model->resumePermissionSetupOnActivation(check));
@@ -175,9 +175,9 @@ TEST_F(AppModelTest, PicksUpAccessThatTheUserGrantedMeanwhile) {
     clock.advance(10);
     finish();
     const auto checking = model->resumePermissionSetupOnActivation(check);
-    EXPECT_TRUE(state().isCheckingRecommendedAccess);
+    EXPECT_TRUE(state().isRunning(Operation::checkingAfterReturn));
     test::until([&] { return checking.isReady(); });
-    EXPECT_TRUE(state().folderManagerPresented);
+    EXPECT_TRUE(state().isRunning(Operation::choosingFolders));
     EXPECT_EQ(preferences.boolean("diskAccessCheckRequested"), false);
 }
 
@@ -195,7 +195,7 @@ TEST_F(AppModelTest, ChecksAgainWhenTheUserReturnsFromTheSystemsSettings) {
 
     folder.makeFolder(".Trash");
     application.post(notification::applicationDidBecomeActive);
-    test::until([&] { return !!state().folderManagerPresented; });
+    test::until([&] { return state().isRunning(Operation::choosingFolders); });
     EXPECT_EQ(preferences.boolean("diskAccessCheckRequested"), false);
     EXPECT_EQ(model->folderAccess().grants().size(), 1U);
 }
@@ -302,7 +302,7 @@ TEST_F(AppModelTest, AResumeWhileTheStoredActivityIsReadKeepsWhatTheMonitorsKnow
     createPrivateFolders(data);
     replaceFile(data / "system-activity.json", "[]");
     const auto starting = model->start();
-    test::until([&] { return *state().loaded; });
+    test::until([&] { return state().loaded(); });
     const std::vector<SystemActivity> fresh(1);
     model->setRecordingMode(RecordingMode::recording);
     state().setSystemActivity(fresh);

@@ -135,7 +135,7 @@ TEST_F(HistoryImportTest, APauseWhileTheReportIsReadKeepsNothing) {
     waitsFor->set_value();
     test::until([&] { return starting.isReady(); });
     EXPECT_FALSE(imports().isImportingInitialHistory);
-    EXPECT_FALSE(state().isReadingImport);
+    EXPECT_FALSE(state().isRunning(Operation::importing));
     EXPECT_EQ(message(), "none");
     EXPECT_EQ(state().journal(), Journal());
     EXPECT_EQ(test::await(imports().previewImport()), false);
@@ -168,7 +168,7 @@ TEST_F(HistoryImportTest, ShowsWhatCouldBeImportedAndImportsTheChosen) {
     EXPECT_TRUE(test::await(imports().previewImport()));
     EXPECT_EQ(*imports().importError, std::nullopt);
     ASSERT_TRUE(imports().importPreview->has_value());
-    EXPECT_FALSE(state().isReadingImport);
+    EXPECT_FALSE(state().isRunning(Operation::importing));
 
     const auto completed = state().journal().initialHistoryImportCompletedAt;
     clock.advance(1);
@@ -191,14 +191,14 @@ TEST_F(HistoryImportTest, ShowsWhatCouldBeImportedAndImportsTheChosen) {
     EXPECT_EQ(state().journal(), before);
     EXPECT_TRUE(imports().importPresented);
     EXPECT_EQ(shows, 3);
-    state().isPreparingSnapshot = true;
+    const auto saving = state().operations().begin(Operation::saving);
     EXPECT_FALSE(test::await(imports().previewImport()));
 }
 
 TEST_F(HistoryImportTest, AnImportByHandCountsAsTheFirstOne) {
     preferences.set("folderSetupCompleted", false);
     start();
-    state().folderManagerPresented = false;
+    model->completeFolderManagement();
     EXPECT_EQ(test::await(imports().importHistory({})), 0U);
     EXPECT_EQ(state().journal().initialHistoryImportCompletedAt, std::nullopt);
     EXPECT_EQ(test::await(imports().importHistory({record("keel")})), 1U);

@@ -11,6 +11,7 @@ struct NamedSnapshotsTest : test::ModelFixture {
     void begin() { test::await(named().beginSavedSnapshot()); }
     bool save(const char* name) { return test::await(named().saveNamedSnapshot(name)); }
     std::string failure() { return named().snapshotError->value_or("none"); }
+    bool isNaming() { return state().isRunning(Operation::naming); }
     bool hasDraft() { return named().snapshotDraft->has_value(); }
     const std::vector<Baseline>& baselines() { return state().journal().baselines; }
 };
@@ -21,20 +22,20 @@ TEST_F(NamedSnapshotsTest, CapturesFirstAndKeepsItUnderAName) {
     captureDuration = 10;
     const auto beginning = named().beginSavedSnapshot();
     test::until([&] { return clock.sleeping() > 1; });
-    EXPECT_TRUE(state().saveSnapshotPresented && state().isPreparingSnapshot);
+    EXPECT_TRUE(isNaming() && state().isRunning(Operation::drafting));
     clock.advance(10);
     test::until([&] { return beginning.isReady(); });
-    EXPECT_FALSE(state().isPreparingSnapshot);
+    EXPECT_FALSE(state().isRunning(Operation::drafting));
     ASSERT_TRUE(hasDraft());
     EXPECT_EQ(snapshots(), 1U) << "nothing is kept yet";
     test::await(model->scan());
     EXPECT_EQ(observations, 2);
 
     EXPECT_FALSE(save(" \n "));
-    EXPECT_TRUE(hasDraft() && state().saveSnapshotPresented);
+    EXPECT_TRUE(hasDraft() && isNaming());
     const std::string name(100, 'n');
     const auto saving = named().saveNamedSnapshot("\n " + name + " ");
-    EXPECT_TRUE(state().isSaving);
+    EXPECT_TRUE(state().isRunning(Operation::savingDraft));
     test::until([&] { return saving.isReady(); });
     ASSERT_EQ(baselines().size(), 1U);
     EXPECT_EQ(baselines()[0].name, name.substr(0, 80));
@@ -54,9 +55,9 @@ TEST_F(NamedSnapshotsTest, NobodySeesItHalfSaved) {
     const auto look = [&] {
         const bool isKept = !baselines().empty();
         const bool isShown = model->history().activeBaselineID().has_value();
-        seen += isKept && isShown && !hasDraft() && !state().saveSnapshotPresented ? "after "
-                : !isKept && !isShown && hasDraft()                                ? "before "
-                                                                                   : "between ";
+        seen += isKept && isShown && !hasDraft() && !isNaming() ? "after "
+                : !isKept && !isShown && hasDraft()             ? "before "
+                                                                : "between ";
     };
     for (Observable* each :
          std::initializer_list<Observable*>{&state(), &named(), &model->history()})
@@ -72,7 +73,7 @@ TEST_F(NamedSnapshotsTest, AFailedCaptureCanBeTriedAgain) {
     begin();
     EXPECT_EQ(failure(), "Couldn’t capture a fresh snapshot. The disk is gone.");
     EXPECT_EQ(error(), "none");
-    EXPECT_TRUE(state().saveSnapshotPresented && !state().isPreparingSnapshot);
+    EXPECT_TRUE(isNaming() && !state().isRunning(Operation::drafting));
     EXPECT_FALSE(save("Name"));
     fails = false;
     test::await(named().prepareSnapshotDraft());
@@ -96,7 +97,7 @@ TEST_F(NamedSnapshotsTest, AFailedSaveKeepsTheDraftAndTheJournal) {
     EXPECT_EQ(error(), "none");
     EXPECT_EQ(state().journal(), before);
     EXPECT_EQ(stored(), before);
-    EXPECT_TRUE(hasDraft() && !state().isSaving);
+    EXPECT_TRUE(hasDraft() && !state().isRunning(Operation::savingDraft));
     EXPECT_TRUE(save("Name"));
 }
 
@@ -115,7 +116,7 @@ TEST_F(NamedSnapshotsTest, AFailureOfAnyKindLeavesTheControllerFree) {
         // Nothing that the program throws itself, and so caught by nobody.
         ownsFolder = []() -> bool { throw 1; };
         EXPECT_THROW(operation(), int);
-        EXPECT_FALSE(state().isSaving || state().isScanning);
+        EXPECT_FALSE(state().isAnyRunning(exclusions::captures.with(exclusions::saves)));
         ownsFolder = [] { return true; };
         EXPECT_TRUE(operation());
     }
@@ -152,9 +153,10 @@ TEST_F(NamedSnapshotsTest, DeletesTheNameAlone) {
     const Uuid two = baselines()[1].id;
     const auto removed = [&](const Uuid& id) { return test::await(named().deleteSnapshot(id)); };
     EXPECT_FALSE(removed(Uuid::random()));
-    state().isScanning = true;
-    EXPECT_FALSE(removed(one));
-    state().isScanning = false;
+    {
+        const auto capturing = state().operations().begin(Operation::capturing);
+        EXPECT_FALSE(removed(one));
+    }
     EXPECT_TRUE(removed(one));
     EXPECT_EQ(model->history().activeBaselineID(), two);
     EXPECT_TRUE(removed(two));

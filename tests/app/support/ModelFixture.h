@@ -84,7 +84,10 @@ struct ModelFixture : testing::Test {
     }
     /// Lets what was begun come to its end.
     void finish() {
-        until([&] { return !model->isStarting() && !state().isScanning && !state().isSaving; });
+        until([&] {
+            return !model->isStarting()
+                   && !state().isAnyRunning(exclusions::captures.with(exclusions::saves));
+        });
         settle();
     }
 
