@@ -124,7 +124,7 @@ void measureBlocks(const fs::path& folder) {
     watch.restart();
     runToEnd(model.start());
     tell("load");
-    if (model.state().journal().snapshots.size() != Journal::snapshotLimit)
+    if (model.state().journal()->snapshots.size() != Journal::snapshotLimit)
         throw std::runtime_error("the journal was not loaded");
     for (int capture = 0; capture < captures; ++capture)
         runToEnd(model.scan());

@@ -35,7 +35,7 @@ QCoro::Task<GivenFolder> GivenFolder::of(FilePath path) {
                           std::move(canonical)};
 }
 
-const FolderGrant& GivenFolder::granted(const FolderAccess& folders) const {
+FolderGrant GivenFolder::granted(const FolderAccess& folders) const {
     // A folder that has become a link is known by where it was.
     for (const auto& candidate : {text, canonical})
         if (const auto grant = std::ranges::find(folders.grants(), candidate, &FolderGrant::path);

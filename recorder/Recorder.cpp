@@ -57,7 +57,7 @@ SettingSources Recorder::sources() {
 
 RecordedHistory Recorder::recorded() const {
     const auto& state = appModel.state();
-    return {.journal = state.journal(),
+    return {.journal = *state.journal(),
             .activity = state.systemActivity(),
             .memory = memory.archive(),
             .activityProblem = *state.activityError,

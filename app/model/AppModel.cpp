@@ -41,7 +41,8 @@ AppModel::AppModel(Setup setup)
                nullptr,
                {}},
       flow(modelState, progress, services), recording(modelState, flow, services),
-      folderSetup(modelState, flow, services), screen(modelState, services),
+      folderSetup(modelState, flow, services),
+      screen(modelState, setup.preferences, setup.clock, tasks),
       namedSnapshots(modelState, flow, screen, services),
       historyImport(modelState, flow, services,
                     setup.collectInstallations ? std::move(setup.collectInstallations)

@@ -39,7 +39,7 @@ QCoro::Task<void> CaptureFlow::captureAndSave(std::uint64_t generation) {
         Snapshot snapshot = co_await captureObservation();
         if (!isWanted(generation))
             co_return;
-        Journal next = state.journal();
+        Journal next = *state.journal();
         next.append(Shared(std::move(snapshot)),
                     !read(services.preferences, preference::needsRecordingBaseline));
         co_await save(&next);

@@ -8,7 +8,7 @@
 namespace tidemark {
 
 bool HistoryImport::needsInitialHistory() const {
-    const Journal& journal = state.journal();
+    const Journal& journal = *state.journal();
     const bool hasImported =
         journal.importedInstallations && !journal.importedInstallations->empty();
     return state.canRecord() && !state.isEnding && !journal.initialHistoryImportCompletedAt
@@ -45,7 +45,7 @@ QCoro::Task<void> HistoryImport::fillJournal() {
     if (!state.canRecord() || state.isEnding)
         co_return;
     std::erase_if(preview.records, [](const auto& record) { return record.isRoutine(); });
-    Journal next = state.journal();
+    Journal next = *state.journal();
     const std::size_t added = next.importInstallations(preview.records);
     next.initialHistoryImportCompletedAt = services.clock.now();
     co_await flow.save(&next);
@@ -77,7 +77,7 @@ HistoryImport::importHistory(std::vector<InstallationRecord> records) {
     const auto hold = services.tasks.hold();
     if (!state.canRecord() || !state.mayBegin(Operation::saving))
         co_return std::nullopt;
-    Journal next = state.journal();
+    Journal next = *state.journal();
     const std::size_t added = next.importInstallations(records);
     if (added > 0 && !next.initialHistoryImportCompletedAt)
         next.initialHistoryImportCompletedAt = services.clock.now();
@@ -92,7 +92,7 @@ HistoryImport::importHistory(std::vector<InstallationRecord> records) {
 
 std::set<std::string> HistoryImport::importedIDs() const {
     std::set<std::string> ids;
-    if (const auto& records = state.journal().importedInstallations)
+    if (const auto& records = state.journal()->importedInstallations)
         for (const InstallationRecord& record : *records)
             ids.insert(record.id());
     return ids;

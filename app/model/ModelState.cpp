@@ -4,16 +4,16 @@
 #include "app/model/Log.h"
 #include "app/preferences/FollowSettings.h"
 
+#include <utility>
+
 namespace tidemark {
 
 Q_LOGGING_CATEGORY(capturesLog, "app.tidemark.captures")
 
 namespace {
 
-std::optional<Uuid> newest(const Journal& journal) {
-    if (journal.snapshots.empty())
-        return std::nullopt;
-    return journal.snapshots.back()->id;
+OptionalShared<Snapshot> newest(const Journal& journal) {
+    return journal.snapshots.empty() ? OptionalShared<Snapshot>() : journal.snapshots.back();
 }
 
 bool storedStorageSwitch(Preferences& preferences, bool sandboxed, std::optional<bool> legacy) {
@@ -39,12 +39,12 @@ CaptureSchedule ModelState::captureSchedule() const {
 }
 
 void ModelState::setJournal(Journal journal) {
-    std::swap(currentJournal, journal);
+    auto last = std::exchange(currentJournal, Shared(std::move(journal)));
     ++journals;
-    if (loaded() && newest(currentJournal) != newest(journal))
+    if (loaded() && newest(*currentJournal).object() != newest(*last).object())
         ++captures;
     // One that shares nothing with its successor takes long to take apart.
-    releaseInBackground(std::move(journal));
+    releaseInBackground(std::move(last));
     noteChange();
 }
 
@@ -54,12 +54,12 @@ void ModelState::setSystemActivity(std::vector<SystemActivity> records) {
     noteChange();
 }
 
-const Snapshot* ModelState::latest() const {
-    return currentJournal.snapshots.empty() ? nullptr : &*currentJournal.snapshots.back();
+OptionalShared<Snapshot> ModelState::latest() const {
+    return newest(*currentJournal);
 }
 
 std::optional<Date> ModelState::lastCapture() const {
-    const Snapshot* snapshot = latest();
+    const auto snapshot = latest();
     return snapshot ? std::optional(snapshot->timestamp) : std::nullopt;
 }
 

@@ -24,8 +24,9 @@ public:
     ModelState(Preferences& stored, bool sandboxed, std::optional<bool> legacyStorageEnabled,
                Date now);
 
-    /// As last loaded or saved.
-    const Journal& journal() const { return currentJournal; }
+    /// As last loaded or saved. Whoever keeps this keeps that journal, also when the state has the
+    /// next one.
+    const Shared<Journal>& journal() const { return currentJournal; }
     void setJournal(Journal journal);
     /// Grows with every `setJournal`.
     std::uint64_t journalRevision() const { return journals; }
@@ -37,8 +38,8 @@ public:
     /// Grows with every `setSystemActivity`.
     std::uint64_t activityRevision() const { return activities; }
 
-    /// The newest snapshot; null when there is none.
-    const Snapshot* latest() const;
+    /// The newest snapshot, if there is one.
+    OptionalShared<Snapshot> latest() const;
     std::optional<Date> lastCapture() const;
     bool canRecord() const { return *recordingMode == RecordingMode::recording; }
     /// What is under way, and what may begin.
@@ -71,7 +72,7 @@ private:
     const Preferences& preferences;
     Operations running{*this};
     std::optional<Operations::Token> opening = running.begin(Operation::opening);
-    Journal currentJournal;
+    Shared<Journal> currentJournal;
     std::uint64_t journals = 0;
     std::uint64_t captures = 0;
     std::vector<SystemActivity> activity;

@@ -54,7 +54,7 @@ QCoro::Task<bool> NamedSnapshots::saveNamedSnapshot(std::string name) {
         co_return false;
     snapshotError = std::nullopt;
     const auto& baselineKey = preference::needsRecordingBaseline;
-    Journal next = state.journal();
+    Journal next = *state.journal();
     std::optional<Uuid> id;
     std::string failure;
     try {
@@ -86,7 +86,7 @@ void NamedSnapshots::cancelSavedSnapshot() {
 
 QCoro::Task<bool> NamedSnapshots::deleteSnapshot(Uuid id) {
     const auto hold = services.tasks.hold();
-    Journal next = state.journal();
+    Journal next = *state.journal();
     const auto removed =
         std::erase_if(next.baselines, [&](const Baseline& baseline) { return baseline.id == id; });
     if (removed == 0)

@@ -34,8 +34,7 @@ std::vector<Shared<Event>> eventsOf(const Journal& journal, const Uuid& snapshot
 }
 
 std::string captured(const CommandContext& context, bool asJson, bool isCompared) {
-    const auto& journal = context.state().journal();
-    const auto events = eventsOf(journal, context.state().latest()->id);
+    const auto events = eventsOf(*context.state().journal(), context.state().latest()->id);
     if (asJson)
         return json::encoded(events) + "\n";
     const std::string head =
@@ -74,7 +73,7 @@ QCoro::Task<std::string> capture(CommandContext& context, const Options& options
         co_await context.model().scan(true);
     if (state.keptCaptures() == before)
         throw Error(wasBusy ? anotherOperation : state.error->value_or(anotherOperation));
-    co_return captured(context, options.json, state.journal().snapshots.size() > 1 && !isNewStart);
+    co_return captured(context, options.json, state.journal()->snapshots.size() > 1 && !isNewStart);
 }
 
 } // namespace

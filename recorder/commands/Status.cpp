@@ -97,7 +97,7 @@ std::string shown(const Status& status, bool asJson) {
 
 QCoro::Task<std::string> status(CommandContext& context, const Options& options) {
     const auto& state = context.state();
-    Status status = stored(state.journal(), context.preferences(), context.folders());
+    Status status = stored(*state.journal(), context.preferences(), context.folders());
     status.running = context.isRunning;
     // What holds, which a full disk may have kept from being stored.
     if (context.isRunning && state.loaded())

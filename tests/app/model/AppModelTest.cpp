@@ -40,7 +40,7 @@ TEST_F(AppModelTest, AFirstLaunchCapturesAtOnceAndLaterOnesBySchedule) {
     EXPECT_TRUE(state().busy());
     start();
     EXPECT_EQ(snapshots(), 1U);
-    EXPECT_EQ(stored(), state().journal());
+    EXPECT_EQ(stored(), *state().journal());
     EXPECT_EQ(model->recordingStatus(), "Recording");
     EXPECT_EQ(model->nextAutomaticCapture(), std::nullopt);
     EXPECT_FALSE(state().busy());
@@ -98,7 +98,7 @@ TEST_F(AppModelTest, NeverWritesOverAHistoryThatItCannotReadAndTriesAgain) {
     test::until([&] { return snapshots() == 1; });
     finish();
     EXPECT_EQ(error(), "none");
-    EXPECT_EQ(stored(), state().journal());
+    EXPECT_EQ(stored(), *state().journal());
 }
 
 TEST_F(AppModelTest, AMemoryThatCannotBeReadKeepsEverythingFromStarting) {
@@ -248,8 +248,8 @@ TEST_F(AppModelTest, AClockThatJumpsCostsNoHistory) {
     finish();
     EXPECT_EQ(observations, 5);
     ASSERT_EQ(events(), 2U);
-    EXPECT_EQ(state().journal().events[1]->title, "Captures Resumed");
-    EXPECT_EQ(stored(), state().journal());
+    EXPECT_EQ(state().journal()->events[1]->title, "Captures Resumed");
+    EXPECT_EQ(stored(), *state().journal());
 }
 
 TEST_F(AppModelTest, QuittingInTheMiddleOfStartStartsNothingElse) {

@@ -89,7 +89,7 @@ TEST_F(CaptureFlowTest, APauseDuringTheSaveKeepsTheCaptureAndTheNextBaseline) {
     model->setRecordingMode(RecordingMode::paused);
     finish();
     EXPECT_EQ(snapshots(), 2U);
-    EXPECT_EQ(stored(), state().journal());
+    EXPECT_EQ(stored(), *state().journal());
     EXPECT_EQ(preferences.boolean("needsRecordingBaseline"), true);
 }
 
@@ -102,7 +102,7 @@ TEST_F(CaptureFlowTest, AFailedCaptureChangesNothingAndClosesTheFolders) {
         model->folderAccess().add({folder.makeFolder("a")}, FolderGrant::suggestedPurposes));
     start();
     preferences.set("needsRecordingBaseline", true);
-    const Journal before = state().journal();
+    const Journal before = *state().journal();
     fails = true;
     holdCapture();
     EXPECT_EQ(open, 1);
@@ -136,7 +136,7 @@ TEST_F(CaptureFlowTest, AFailureOfADroppedCaptureIsNotTold) {
 
 TEST_F(CaptureFlowTest, AJournalThatCannotBeSavedStaysAsItWas) {
     start();
-    const Journal before = state().journal();
+    const Journal before = *state().journal();
     std::filesystem::permissions(data, std::filesystem::perms(0500));
     {
         const test::OrdinaryUser user(folder.path());

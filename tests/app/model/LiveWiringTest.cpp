@@ -137,6 +137,7 @@ TEST_F(LiveWiringTest, GoesOnAfterAFailedWrite) {
 }
 
 TEST_F(LiveWiringTest, TellsChangesOfTheMemoryHistoryAsChangesOfTheState) {
+    test::settle();
     int changes = 0;
     QObject::connect(&*model, &ModelState::changed, [&] { ++changes; });
     memory.setClipboardDays(memory.clipboardDays() == 1 ? 7 : 1);

@@ -13,7 +13,7 @@ struct NamedSnapshotsTest : test::ModelFixture {
     std::string failure() { return named().snapshotError->value_or("none"); }
     bool isNaming() { return state().isRunning(Operation::naming); }
     bool hasDraft() { return named().snapshotDraft->has_value(); }
-    const std::vector<Baseline>& baselines() { return state().journal().baselines; }
+    const std::vector<Baseline>& baselines() { return state().journal()->baselines; }
 };
 
 TEST_F(NamedSnapshotsTest, CapturesFirstAndKeepsItUnderAName) {
@@ -39,12 +39,12 @@ TEST_F(NamedSnapshotsTest, CapturesFirstAndKeepsItUnderAName) {
     test::until([&] { return saving.isReady(); });
     ASSERT_EQ(baselines().size(), 1U);
     EXPECT_EQ(baselines()[0].name, name.substr(0, 80));
-    EXPECT_EQ(baselines()[0].snapshot, state().journal().snapshots.back());
+    EXPECT_EQ(baselines()[0].snapshot, state().journal()->snapshots.back());
     EXPECT_EQ(events(), 1U) << "the draft is an ordinary observation as well";
-    EXPECT_EQ(stored(), state().journal());
+    EXPECT_EQ(stored(), *state().journal());
     EXPECT_FALSE(hasDraft() || state().busy());
-    EXPECT_EQ(model->history().activeBaselineID(), baselines()[0].id);
-    EXPECT_EQ(model->history().workspace(), WorkspaceDestination::snapshots);
+    EXPECT_EQ(model->history().place().snapshot(), baselines()[0].id);
+    EXPECT_EQ(model->history().place().workspace(), WorkspaceDestination::snapshots);
 }
 
 TEST_F(NamedSnapshotsTest, NobodySeesItHalfSaved) {
@@ -54,7 +54,7 @@ TEST_F(NamedSnapshotsTest, NobodySeesItHalfSaved) {
     std::string seen;
     const auto look = [&] {
         const bool isKept = !baselines().empty();
-        const bool isShown = model->history().activeBaselineID().has_value();
+        const bool isShown = model->history().place().snapshot().has_value();
         seen += isKept && isShown && !hasDraft() && !isNaming() ? "after "
                 : !isKept && !isShown && hasDraft()             ? "before "
                                                                 : "between ";
@@ -86,7 +86,7 @@ TEST_F(NamedSnapshotsTest, AFailedCaptureCanBeTriedAgain) {
 TEST_F(NamedSnapshotsTest, AFailedSaveKeepsTheDraftAndTheJournal) {
     start();
     begin();
-    const Journal before = state().journal();
+    const Journal before = *state().journal();
     std::filesystem::permissions(data, std::filesystem::perms(0500));
     {
         const test::OrdinaryUser user(folder.path());
@@ -105,7 +105,7 @@ TEST_F(NamedSnapshotsTest, AFailureOfAnyKindLeavesTheControllerFree) {
     start();
     const std::function<bool()> operations[] = {
         [this] { return (test::await(model->scan()), true); },
-        [this] { return test::await(model->commit(state().journal())); },
+        [this] { return test::await(model->commit(*state().journal())); },
         [this] {
             if (!hasDraft())
                 begin();
@@ -158,10 +158,10 @@ TEST_F(NamedSnapshotsTest, DeletesTheNameAlone) {
         EXPECT_FALSE(removed(one));
     }
     EXPECT_TRUE(removed(one));
-    EXPECT_EQ(model->history().activeBaselineID(), two);
+    EXPECT_EQ(model->history().place().snapshot(), two);
     EXPECT_TRUE(removed(two));
-    EXPECT_EQ(model->history().activeBaselineID(), std::nullopt);
+    EXPECT_EQ(model->history().place().snapshot(), std::nullopt);
     EXPECT_EQ(snapshots(), 3U);
     EXPECT_TRUE(stored().baselines.empty());
-    EXPECT_EQ(stored(), state().journal());
+    EXPECT_EQ(stored(), *state().journal());
 }

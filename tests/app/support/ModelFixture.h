@@ -93,8 +93,8 @@ struct ModelFixture : testing::Test {
 
     ModelState& state() { return model->state(); }
     std::string error() { return state().error->value_or("none"); }
-    std::size_t snapshots() { return state().journal().snapshots.size(); }
-    std::size_t events() { return state().journal().events.size(); }
+    std::size_t snapshots() { return state().journal()->snapshots.size(); }
+    std::size_t events() { return state().journal()->events.size(); }
     Journal stored() const { return JournalStore(data / "journal.json").load(); }
 
     const TemporaryFolder folder;
