@@ -102,8 +102,8 @@ void appending(MeasuredLoop& loop, const std::filesystem::path& file) {
     MemoryHistoryService memory({.url = file.parent_path() / "memory-history.json",
                                  .preferences = preferences,
                                  .workspaceCenter = workspace});
-    LiveWiring live({.activityURL = file, .workspaceCenter = workspace, .memory = memory});
-    live.attach(state);
+    LiveWiring live(
+        {.state = state, .activityURL = file, .workspaceCenter = workspace, .memory = memory});
     const auto shown = [&] { return state.activityRevision(); };
 
     loop.longest = {};

@@ -3,6 +3,7 @@
 
 #include "app/memory/MemoryHistoryService.h"
 #include "app/model/AppModel.h"
+#include "app/model/LiveWiring.h"
 #include "app/preferences/JsonPreferences.h"
 #include "bench/Generator.h"
 #include "bench/Report.h"
@@ -174,7 +175,15 @@ void oneMoreRecord(const Sources& sources) {
                                  .preferences = preferences,
                                  .workspaceCenter = center,
                                  .clock = clock});
-    AppModel model({.preferences = preferences,
+    ModelState state(preferences, false, std::nullopt, clock.now());
+    LiveWiring live({.state = state,
+                     .activityURL = workspace.path() / "system-activity.json",
+                     .workspaceCenter = center,
+                     .memory = memory,
+                     .clock = clock});
+    AppModel model({.state = state,
+                    .live = live,
+                    .preferences = preferences,
                     .files = {workspace.path(), {}},
                     .applicationCenter = center,
                     .workspaceCenter = center,

@@ -6,6 +6,7 @@
 
 #include "app/base/Background.h"
 #include "app/model/AppModel.h"
+#include "app/model/LiveWiring.h"
 #include "app/preferences/JsonPreferences.h"
 #include "app/preferences/PreferenceKeys.h"
 #include "bench/Generator.h"
@@ -106,7 +107,17 @@ void measureBlocks(const fs::path& folder) {
         };
         return runInBackground(work, std::move(stop));
     };
-    AppModel model({.preferences = preferences,
+    ModelState state(preferences, false, std::nullopt, AppClock::system().now());
+    MemoryHistoryService memory({.url = folder / "memory-history.json",
+                                 .preferences = preferences,
+                                 .workspaceCenter = workspace});
+    LiveWiring live({.state = state,
+                     .activityURL = folder / "system-activity.json",
+                     .workspaceCenter = workspace,
+                     .memory = memory});
+    AppModel model({.state = state,
+                    .live = live,
+                    .preferences = preferences,
                     .files = {folder, {}},
                     .applicationCenter = application,
                     .workspaceCenter = workspace,

@@ -39,7 +39,9 @@ bool isStorable(const MemoryRecord& record) {
 
 MemoryHistoryService::MemoryHistoryService(Setup setup)
     : preferences(setup.preferences), workspace(setup.workspaceCenter), clock(setup.clock),
-      observeLive(setup.observeLive), store(std::move(setup.url), std::move(setup.guard)) {
+      observeLive(setup.observeLive), store(std::move(setup.url), std::move(setup.guard)),
+      collectors(std::move(setup.collectors)),
+      collectionAllowed(std::move(setup.collectionAllowed)) {
     followPreferences();
 }
 
@@ -100,7 +102,7 @@ void MemoryHistoryService::reconfigure() {
     if (!active())
         return;
     for (MemoryCollector* collector : collectors)
-        collector->start();
+        collector->start(*this);
 }
 
 void MemoryHistoryService::stopCollectors() {

@@ -36,6 +36,9 @@ public:
         /// Posts sleep and wake of the machine, of the screens and of the user's session.
         NotificationCenter& workspaceCenter;
         AppClock& clock = AppClock::system();
+        std::vector<MemoryCollector*> collectors{};
+        /// Whether anything may be recorded at all.
+        std::function<bool()> collectionAllowed = [] { return true; };
         /// Otherwise `start` does nothing.
         bool observeLive = true;
         /// Asked before the document or its side files are written.
@@ -44,13 +47,6 @@ public:
 
     explicit MemoryHistoryService(Setup setup);
     ~MemoryHistoryService() override;
-
-    /// Before `start`. It outlives this.
-    void addCollector(MemoryCollector& collector) { collectors.push_back(&collector); }
-    /// Whether anything may be recorded at all; true until one is set.
-    void setCollectionAllowed(std::function<bool()> allowed) {
-        collectionAllowed = std::move(allowed);
-    }
 
     /// Reads the file, once, and applies the age limits. Throws an `Error` when it can't be read:
     /// it is not touched then, nothing is collected, and the next call tries again.
@@ -112,8 +108,8 @@ private:
     AppClock& clock;
     const bool observeLive;
     MemoryHistoryStore store;
-    std::vector<MemoryCollector*> collectors;
-    std::function<bool()> collectionAllowed = [] { return true; };
+    const std::vector<MemoryCollector*> collectors;
+    const std::function<bool()> collectionAllowed;
 
     MemoryArchive current;
     Published<std::optional<std::string>> failureText{this};

@@ -24,7 +24,7 @@ void FolderSetup::begin() {
     if (!begun)
         return;
     managing = std::move(begun);
-    selectionAtOpen = services.folderAccess.selection();
+    selectionAtOpen = folders.selection();
 }
 
 void FolderSetup::cancel() {
@@ -34,47 +34,44 @@ void FolderSetup::cancel() {
 
 void FolderSetup::complete() {
     cancel();
-    services.folderAccess.completeSetup();
+    folders.completeSetup();
     choosing.reset();
 }
 
 QCoro::Task<void> FolderSetup::finish() {
-    const auto hold = services.tasks.hold();
-    auto& folders = services.folderAccess;
-    const bool firstSetup =
-        !read(services.preferences, preference::folderSetupCompleted) || !state.latest();
+    const auto hold = tasks.hold();
+    const bool firstSetup = !read(preferences, preference::folderSetupCompleted) || !state.latest();
     const auto before = std::exchange(selectionAtOpen, std::nullopt);
     const bool selectionChanged = before && *before != folders.selection();
     complete();
-    if (services.importInitialHistory && !state.isEnding)
-        co_await services.importInitialHistory();
+    if (!state.isEnding)
+        co_await imports.importInitialHistoryIfNeeded();
     if ((firstSetup || selectionChanged) && !folders.grants().empty())
         co_await flow.scan(false);
 }
 
 QCoro::Task<void> FolderSetup::checkRecommendedAccess(FolderAccess::Check check) {
-    const auto hold = services.tasks.hold();
+    const auto hold = tasks.hold();
     const auto checking = state.operations().begin(Operation::checkingFolders);
     if (checking)
         co_await this->check(std::move(check));
 }
 
 QCoro::Task<void> FolderSetup::check(FolderAccess::Check check) {
-    services.preferences.note(preference::diskAccessCheckRequested.name, false);
-    co_await services.folderAccess.enableReadableRecommended(
-        services.folderAccess.recommendedFolders(), check);
+    preferences.note(preference::diskAccessCheckRequested.name, false);
+    co_await folders.enableReadableRecommended(folders.recommendedFolders(), check);
 }
 
 void FolderSetup::openDiskAccessPane(const std::function<bool(const std::string&)>& open) {
-    services.preferences.note(preference::diskAccessSetupPending.name, true);
-    services.preferences.note(preference::diskAccessCheckRequested.name, true);
+    preferences.note(preference::diskAccessSetupPending.name, true);
+    preferences.note(preference::diskAccessCheckRequested.name, true);
     if (!open(privacyPane))
         open(systemSettings);
 }
 
 QCoro::Task<void> FolderSetup::resumeOnActivation(FolderAccess::Check check) {
-    const auto hold = services.tasks.hold();
-    if (!read(services.preferences, preference::diskAccessCheckRequested))
+    const auto hold = tasks.hold();
+    if (!read(preferences, preference::diskAccessCheckRequested))
         co_return;
     const auto checking = state.operations().begin(Operation::checkingAfterReturn);
     if (!checking)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/model/CaptureFlow.h"
+#include "app/model/HistoryImport.h"
 
 namespace tidemark {
 
@@ -8,8 +9,11 @@ namespace tidemark {
 /// a choice that changed anything.
 class FolderSetup {
 public:
-    FolderSetup(ModelState& shared, CaptureFlow& captures, const ModelServices& used)
-        : state(shared), flow(captures), services(used) {}
+    /// All of these outlive this.
+    FolderSetup(ModelState& state, CaptureFlow& flow, HistoryImport& imports, FolderAccess& folders,
+                Preferences& preferences, const TaskScope& tasks)
+        : state(state), flow(flow), imports(imports), folders(folders), preferences(preferences),
+          tasks(tasks) {}
 
     /// Shows the folder manager, since the user has to choose.
     void present();
@@ -33,7 +37,10 @@ private:
 
     ModelState& state;
     CaptureFlow& flow;
-    const ModelServices& services;
+    HistoryImport& imports;
+    FolderAccess& folders;
+    Preferences& preferences;
+    const TaskScope& tasks;
     std::optional<std::map<std::string, FolderPurposes>> selectionAtOpen;
     std::optional<Operations::Token> choosing;
     std::optional<Operations::Token> managing;

@@ -34,8 +34,7 @@ ModelState::ModelState(Preferences& stored, bool sandboxed,
 }
 
 CaptureSchedule ModelState::captureSchedule() const {
-    const auto text = read(preferences, preference::captureSchedule);
-    return json::fromRawValue<CaptureSchedule>(text).value_or(CaptureSchedule::halfHourly);
+    return tidemark::captureSchedule(preferences);
 }
 
 void ModelState::setJournal(Journal journal) {

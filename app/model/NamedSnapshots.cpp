@@ -9,7 +9,7 @@
 namespace tidemark {
 
 QCoro::Task<void> NamedSnapshots::beginSavedSnapshot() {
-    const auto hold = services.tasks.hold();
+    const auto hold = tasks.hold();
     if (!state.canRecord())
         co_return;
     auto begun = state.operations().begin(Operation::naming);
@@ -20,7 +20,7 @@ QCoro::Task<void> NamedSnapshots::beginSavedSnapshot() {
 }
 
 QCoro::Task<void> NamedSnapshots::prepareSnapshotDraft() {
-    const auto hold = services.tasks.hold();
+    const auto hold = tasks.hold();
     if (!isNaming())
         co_return;
     const auto drafting = state.operations().begin(Operation::drafting);
@@ -31,7 +31,7 @@ QCoro::Task<void> NamedSnapshots::prepareSnapshotDraft() {
     OptionalShared<Snapshot> draft;
     std::string failure;
     try {
-        Snapshot snapshot = co_await flow.captureObservation();
+        Snapshot snapshot = co_await observations.take();
         draft.emplace(std::move(snapshot));
     } catch (const std::exception& error) {
         failure = error.what();
@@ -45,7 +45,7 @@ QCoro::Task<void> NamedSnapshots::prepareSnapshotDraft() {
 }
 
 QCoro::Task<bool> NamedSnapshots::saveNamedSnapshot(std::string name) {
-    const auto hold = services.tasks.hold();
+    const auto hold = tasks.hold();
     const std::string_view kept = trimmed(name);
     if (!isNaming() || !*snapshotDraft || kept.empty())
         co_return false;
@@ -58,10 +58,10 @@ QCoro::Task<bool> NamedSnapshots::saveNamedSnapshot(std::string name) {
     std::optional<Uuid> id;
     std::string failure;
     try {
-        next.append(snapshotDraft->value(), !read(services.preferences, baselineKey));
+        next.append(snapshotDraft->value(), !read(preferences, baselineKey));
         next.baselines.push_back(Baseline::named(std::string(firstCharacters(kept, longestName)),
                                                  next.snapshots.back()));
-        co_await flow.save(&next);
+        co_await file.save(&next);
         id = next.baselines.back().id;
     } catch (const std::exception& error) {
         failure = error.what();
@@ -71,7 +71,7 @@ QCoro::Task<bool> NamedSnapshots::saveNamedSnapshot(std::string name) {
         co_return false;
     }
     state.setJournal(std::move(next));
-    services.preferences.note(baselineKey.name, false);
+    preferences.note(baselineKey.name, false);
     screen.showSaved(*id);
     snapshotDraft = {};
     naming.reset();
@@ -85,7 +85,7 @@ void NamedSnapshots::cancelSavedSnapshot() {
 }
 
 QCoro::Task<bool> NamedSnapshots::deleteSnapshot(Uuid id) {
-    const auto hold = services.tasks.hold();
+    const auto hold = tasks.hold();
     Journal next = *state.journal();
     const auto removed =
         std::erase_if(next.baselines, [&](const Baseline& baseline) { return baseline.id == id; });

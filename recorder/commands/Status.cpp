@@ -54,9 +54,7 @@ Status stored(const Journal& journal, const Preferences& preferences, const Fold
     Status status;
     status.mode = read(preferences, preference::recordingMode);
     status.activity = status.mode == "paused" ? "Paused" : "No recorder runs";
-    const auto schedule =
-        json::fromRawValue<CaptureSchedule>(read(preferences, preference::captureSchedule));
-    status.schedule = label(schedule.value_or(CaptureSchedule::halfHourly));
+    status.schedule = label(captureSchedule(preferences));
     if (!journal.snapshots.empty())
         status.lastCapture = journal.snapshots.back()->timestamp;
     status.snapshots = static_cast<std::int64_t>(journal.snapshots.size());

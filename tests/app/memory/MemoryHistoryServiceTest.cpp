@@ -20,7 +20,7 @@ namespace {
 constexpr double day = 86'400;
 
 struct LoggedCollector final : MemoryCollector {
-    void start() override { log += "start "; }
+    void start(MemoryHistoryService&) override { log += "start "; }
     void stop() override { log += "stop "; }
     std::string taken() { return std::exchange(log, {}); }
 
@@ -34,10 +34,13 @@ struct MemoryHistory : testing::Test {
     /// The service as it is before `load`.
     void create() {
         service.reset();
-        service.emplace(
-            MemoryHistoryService::Setup{url, preferences, workspace, clock, observeLive});
-        service->addCollector(collector);
-        service->setCollectionAllowed([this] { return allowed; });
+        service.emplace(MemoryHistoryService::Setup{.url = url,
+                                                    .preferences = preferences,
+                                                    .workspaceCenter = workspace,
+                                                    .clock = clock,
+                                                    .collectors = {&collector},
+                                                    .collectionAllowed = [this] { return allowed; },
+                                                    .observeLive = observeLive});
         collector.taken();
     }
     void load() { test::await(service->load()); }

@@ -5,6 +5,8 @@
 #include "tests/app/support/ModelFixture.h"
 #include "tests/support/SharedRecords.h"
 
+#include <future>
+
 using namespace tidemark;
 using test::TemporaryFolder;
 
@@ -288,12 +290,21 @@ TEST_F(AppModelTest, QuittingDuringACaptureEndsItAndKeepsNothing) {
     EXPECT_EQ(observations, 2);
 }
 
-TEST_F(AppModelTest, QuittingDuringTheInitialImportStartsNoCapture) {
-    model->setInitialImport([this]() -> QCoro::Task<void> {
-        model->stopAutomaticCaptures();
-        co_return;
-    });
-    start();
+TEST_F(AppModelTest, TheInitialImportComesBeforeTheFirstCaptureAndMayBeTheEnd) {
+    std::promise<void> readingEnds;
+    int capturesBefore = -1;
+    installations = [&](Date) {
+        capturesBefore = observations;
+        readingEnds.get_future().wait();
+        return InstallationPreview{};
+    };
+    create();
+    const auto starting = model->start();
+    test::until([&] { return *model->imports().isImportingInitialHistory; });
+    model->stopAutomaticCaptures();
+    readingEnds.set_value();
+    test::until([&] { return starting.isReady(); });
+    EXPECT_EQ(capturesBefore, 0);
     EXPECT_EQ(observations, 0);
 }
 
@@ -366,15 +377,4 @@ TEST_F(AppModelTest, TakesTheStorageSwitchOverFromAnEarlierEdition) {
         EXPECT_EQ(*state.storageEnabled, each.expected);
         EXPECT_EQ(store.boolean("storageEnabled"), each.kept);
     }
-}
-
-TEST_F(AppModelTest, TheInitialImportComesBeforeTheFirstCapture) {
-    std::string log;
-    model->setInitialImport([&]() -> QCoro::Task<void> {
-        log += "import " + std::to_string(observations);
-        co_return;
-    });
-    start();
-    EXPECT_EQ(log, "import 0");
-    EXPECT_EQ(observations, 1);
 }
