@@ -3,6 +3,7 @@
 
 #include "app/memory/MemoryHistoryService.h"
 #include "app/model/AppModel.h"
+#include "app/model/LiveWiring.h"
 #include "app/preferences/JsonPreferences.h"
 #include "bench/Generator.h"
 #include "bench/Report.h"
@@ -173,14 +174,22 @@ void oneMoreRecord(const Sources& sources) {
                                  .preferences = preferences,
                                  .workspaceCenter = center,
                                  .clock = clock});
-    AppModel model({.preferences = preferences,
+    ModelState state(preferences, false, std::nullopt, clock.now());
+    LiveWiring live({.state = state,
+                     .activityURL = workspace.path() / "system-activity.json",
+                     .workspaceCenter = center,
+                     .memory = memory,
+                     .clock = clock});
+    AppModel model({.state = state,
+                    .live = live,
+                    .preferences = preferences,
                     .files = {workspace.path(), {}},
                     .applicationCenter = center,
                     .workspaceCenter = center,
                     .clock = clock,
                     .home = workspace.path()});
     auto& screen = model.history();
-    QObject::connect(&memory, &MemoryHistoryService::archiveChanged, &screen,
+    QObject::connect(&memory, &MemoryHistoryService::changed, &screen,
                      [&] { screen.setMemory(memory.archive()); });
     Journal journal;
     journal.events = sources.journal;
@@ -207,7 +216,10 @@ void oneMoreRecord(const Sources& sources) {
             MemoryRecord record = *sources.memory[1]->memory;
             record.id = Uuid::random().text();
             record.timestamp = clock.time;
-            const double block = seconds([&] { memory.update({std::move(record)}); });
+            const double block = seconds([&] {
+                memory.update({std::move(record)});
+                QCoreApplication::processEvents();
+            });
             longest = std::max(longest, block);
             return block;
         });

@@ -6,6 +6,7 @@
 
 #include "app/base/Background.h"
 #include "app/model/AppModel.h"
+#include "app/model/LiveWiring.h"
 #include "app/preferences/JsonPreferences.h"
 #include "app/preferences/PreferenceKeys.h"
 #include "bench/Generator.h"
@@ -106,7 +107,17 @@ void measureBlocks(const fs::path& folder) {
         };
         return runInBackground(work, std::move(stop));
     };
-    AppModel model({.preferences = preferences,
+    ModelState state(preferences, false, std::nullopt, AppClock::system().now());
+    MemoryHistoryService memory({.url = folder / "memory-history.json",
+                                 .preferences = preferences,
+                                 .workspaceCenter = workspace});
+    LiveWiring live({.state = state,
+                     .activityURL = folder / "system-activity.json",
+                     .workspaceCenter = workspace,
+                     .memory = memory});
+    AppModel model({.state = state,
+                    .live = live,
+                    .preferences = preferences,
                     .files = {folder, {}},
                     .applicationCenter = application,
                     .workspaceCenter = workspace,
@@ -124,7 +135,7 @@ void measureBlocks(const fs::path& folder) {
     watch.restart();
     runToEnd(model.start());
     tell("load");
-    if (model.state().journal().snapshots.size() != Journal::snapshotLimit)
+    if (model.state().journal()->snapshots.size() != Journal::snapshotLimit)
         throw std::runtime_error("the journal was not loaded");
     for (int capture = 0; capture < captures; ++capture)
         runToEnd(model.scan());

@@ -11,6 +11,6 @@ struct Journal;
 inline constexpr const char* namedSnapshotHelp = "Name or identifier of the snapshot";
 
 /// The snapshot of this name or identifier. Throws `Error` when there is none, or several.
-const Baseline& namedSnapshot(const Journal& journal, const std::string& name);
+Baseline namedSnapshot(const Journal& journal, const std::string& name);
 
 } // namespace tidemark

@@ -11,7 +11,8 @@
 
 #include <locale.h>
 #include <plist/plist.h>
-#if defined(__APPLE__)
+// Where `uselocale` is declared, on the systems that have this header.
+#if __has_include(<xlocale.h>)
 #include <xlocale.h>
 #endif
 

@@ -2,6 +2,7 @@
 
 #include "core/base/Files.h"
 #include "core/base/PrivateFolder.h"
+#include "core/system/FoldersBelowHome.h"
 #include "core/system/SystemFacts.h"
 
 #include <algorithm>
@@ -13,14 +14,6 @@
 namespace tidemark::UserFolders {
 
 namespace {
-
-#ifdef __APPLE__
-constexpr const char* dataBelowHome = "Library/Application Support";
-constexpr const char* configurationBelowHome = dataBelowHome;
-#else
-constexpr const char* dataBelowHome = ".local/share";
-constexpr const char* configurationBelowHome = ".config";
-#endif
 
 std::optional<std::filesystem::path> folder(const Environment& environment, const char* name) {
     auto value = environment(name);
@@ -103,12 +96,13 @@ std::optional<std::string> processEnvironment(const char* name) {
 }
 
 std::filesystem::path data(const Environment& environment) {
-    return folder(environment, "XDG_DATA_HOME").value_or(home(environment) / dataBelowHome);
+    return folder(environment, "XDG_DATA_HOME")
+        .value_or(home(environment) / FoldersBelowHome::data);
 }
 
 std::filesystem::path configuration(const Environment& environment) {
     return folder(environment, "XDG_CONFIG_HOME")
-        .value_or(home(environment) / configurationBelowHome);
+        .value_or(home(environment) / FoldersBelowHome::configuration);
 }
 
 std::optional<std::filesystem::path> localized(std::string_view kind,

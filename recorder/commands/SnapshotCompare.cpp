@@ -47,17 +47,17 @@ std::vector<Shared<Event>> recordedSince(const HistoryReading& reading, Date sin
 
 std::string snapshotCompare(const HistoryReading& reading, const Options& options) {
     const Journal& journal = reading.history.journal;
-    const Snapshot& before = *namedSnapshot(journal, options.name).snapshot;
+    const auto before = namedSnapshot(journal, options.name).snapshot;
     if (journal.snapshots.empty())
         throw Error("There is no capture to compare it with.");
-    const auto events = options.timeline ? recordedSince(reading, before.timestamp)
-                                         : differences(before, *journal.snapshots.back());
+    const auto events = options.timeline ? recordedSince(reading, before->timestamp)
+                                         : differences(*before, *journal.snapshots.back());
     if (options.json)
         return json::encoded(events) + "\n";
     const Calendar calendar;
     std::string out = (options.timeline ? "Recorded since " : "Different from ")
-                      + historyTime::moment(before.timestamp, "", calendar) + ":\n";
-    if (options.timeline && journal.mayLackEventsSince(before.timestamp))
+                      + historyTime::moment(before->timestamp, "", calendar) + ":\n";
+    if (options.timeline && journal.mayLackEventsSince(before->timestamp))
         out += "Older events were removed, so this may be incomplete.\n";
     return out + "\n"
            + (events.empty() ? "Nothing.\n"

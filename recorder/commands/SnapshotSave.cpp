@@ -33,7 +33,7 @@ QCoro::Task<std::string> snapshotSave(CommandContext& context, const Options& op
     const bool saved = co_await snapshots.saveNamedSnapshot(options.name);
     if (!saved)
         throw Error(snapshots.snapshotError->value_or(anotherOperation));
-    const auto& kept = context.state().journal().baselines.back();
+    const auto& kept = context.state().journal()->baselines.back();
     co_return "Saved the snapshot \"" + oneLine(kept.name) + "\".\n";
 }
 
