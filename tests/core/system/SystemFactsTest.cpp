@@ -5,6 +5,8 @@
 #include "core/system/OsRelease.h"
 #include "core/system/UserFolders.h"
 
+#include <algorithm>
+
 #include <gtest/gtest.h>
 #include <pwd.h>
 #include <sys/statvfs.h>
