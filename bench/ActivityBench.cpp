@@ -97,7 +97,7 @@ void rows(const std::string& what, const Block& block) {
 
 void appending(MeasuredLoop& loop, const std::filesystem::path& file) {
     JsonPreferences preferences(file.parent_path() / "settings.json");
-    ModelState state(preferences, false, {}, Date::now());
+    ModelState state(preferences, Date::now());
     NotificationCenter workspace;
     MemoryHistoryService memory({.url = file.parent_path() / "memory-history.json",
                                  .preferences = preferences,

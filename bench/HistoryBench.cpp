@@ -174,7 +174,7 @@ void oneMoreRecord(const Sources& sources) {
                                  .preferences = preferences,
                                  .workspaceCenter = center,
                                  .clock = clock});
-    ModelState state(preferences, false, std::nullopt, clock.now());
+    ModelState state(preferences, clock.now());
     LiveWiring live({.state = state,
                      .activityURL = workspace.path() / "system-activity.json",
                      .workspaceCenter = center,

@@ -107,7 +107,7 @@ void measureBlocks(const fs::path& folder) {
         };
         return runInBackground(work, std::move(stop));
     };
-    ModelState state(preferences, false, std::nullopt, AppClock::system().now());
+    ModelState state(preferences, AppClock::system().now());
     MemoryHistoryService memory({.url = folder / "memory-history.json",
                                  .preferences = preferences,
                                  .workspaceCenter = workspace});

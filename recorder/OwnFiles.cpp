@@ -1,6 +1,6 @@
 #include "recorder/OwnFiles.h"
 
-#include "app/model/AppDataLocation.h"
+#include "app/model/DataFiles.h"
 #include "core/base/CanonicalPath.h"
 #include "core/base/Error.h"
 #include "core/base/Text.h"
@@ -23,9 +23,8 @@ bool isSameFolder(const std::filesystem::path& one, const std::filesystem::path&
 } // namespace
 
 bool contain(const std::filesystem::path& file) {
-    const auto name = AppDataLocation::directoryName(AppDataLocation::unbundled);
-    const std::array own{canonicalPath(UserFolders::data() / name),
-                         canonicalPath(UserFolders::configuration() / name)};
+    const std::array own{canonicalPath(UserFolders::data() / DataFiles::folderName),
+                         canonicalPath(UserFolders::configuration() / DataFiles::folderName)};
     for (auto place = canonicalPath(file); place.has_relative_path(); place = place.parent_path())
         if (std::ranges::any_of(own, [&](const auto& mine) { return isSameFolder(place, mine); }))
             return true;

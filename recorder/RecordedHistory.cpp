@@ -1,6 +1,6 @@
 #include "recorder/RecordedHistory.h"
 
-#include "app/model/AppDataLocation.h"
+#include "app/model/DataFiles.h"
 #include "core/activity/ActivityEventBuilder.h"
 #include "core/activity/SystemActivityStore.h"
 #include "core/journal/JournalStore.h"

@@ -19,7 +19,7 @@ FolderLock Recorder::taken(const std::filesystem::path& folder) {
 Recorder::Recorder(RecorderPlaces chosen)
     : where(std::move(chosen)), held(taken(where.files.directory)),
       stored(where.settings, JsonPreferences::Opening::toWrite, Clock::system(), held.guard()),
-      state(stored, false, std::nullopt, AppClock::system().now()),
+      state(stored, AppClock::system().now()),
       memory({.url = where.files.memoryHistory(),
               .preferences = stored,
               .workspaceCenter = workspaceCenter,

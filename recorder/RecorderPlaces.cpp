@@ -7,10 +7,8 @@ namespace tidemark {
 
 RecorderPlaces RecorderPlaces::current() {
     RecorderPlaces places;
-    places.files = DataFiles::of(AppDataLocation::unbundled, UserFolders::data());
-    places.settings = UserFolders::configuration()
-                      / AppDataLocation::directoryName(AppDataLocation::unbundled)
-                      / "settings.json";
+    places.files = DataFiles::below(UserFolders::data());
+    places.settings = UserFolders::configuration() / DataFiles::folderName / "settings.json";
     places.sockets = control::socketPaths(places.files.directory, UserFolders::runtime());
     return places;
 }

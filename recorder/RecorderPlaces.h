@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/model/AppDataLocation.h"
+#include "app/model/DataFiles.h"
 
 #include <filesystem>
 #include <vector>

@@ -34,13 +34,6 @@ const AnyPreferenceKey& find(const std::string& name) {
     return *key;
 }
 
-std::string joined(const std::vector<std::string>& texts) {
-    std::string all;
-    for (const auto& text : texts)
-        all += (all.empty() ? "" : ":") + text;
-    return all;
-}
-
 std::string valueOf(const Preferences& preferences, const AnyPreferenceKey& key) {
     return std::visit(
         Overloaded{
@@ -48,7 +41,7 @@ std::string valueOf(const Preferences& preferences, const AnyPreferenceKey& key)
             [&](const NumberKey& k) { return std::to_string(read(preferences, k)); },
             [&](const TextKey& k) { return read(preferences, k); },
             [&](const ChoiceKey& k) { return read(preferences, k); },
-            [&](const PathsKey& k) { return joined(read(preferences, k)); },
+            [&](const PathsKey& k) { return joined(read(preferences, k), ":"); },
             [](const auto&) { return std::string(); },
         },
         key);
@@ -111,10 +104,7 @@ std::int64_t numberValue(const std::string& text, const NumberKey& key) {
 std::string choiceValue(const std::string& text, const ChoiceKey& key) {
     if (std::ranges::find(key.choices, text) != key.choices.end())
         return text;
-    std::string choices;
-    for (const auto choice : key.choices)
-        choices += (choices.empty() ? "" : ", ") + std::string(choice);
-    throw Error("\"" + text + "\" is none of: " + choices + ".");
+    throw Error("\"" + text + "\" is none of: " + joined(key.choices, ", ") + ".");
 }
 
 /// Absolute paths with ":" between them; the empty text is none.

@@ -23,10 +23,10 @@ std::string ownPath(const RecommendedFolder& folder) {
 
 } // namespace
 
-FolderAccess::FolderAccess(Preferences& store, BookmarkOperations bookmarks, bool onlyApproved,
+FolderAccess::FolderAccess(Preferences& store, BookmarkOperations bookmarks,
                            std::vector<RecommendedFolder> folders, FolderCalls folderCalls)
-    : preferences(store), operations(std::move(bookmarks)), sandboxed(onlyApproved),
-      recommended(std::move(folders)), calls(std::move(folderCalls)) {
+    : preferences(store), operations(std::move(bookmarks)), recommended(std::move(folders)),
+      calls(std::move(folderCalls)) {
     try {
         load();
     } catch (const Error&) {

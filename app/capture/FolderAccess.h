@@ -28,10 +28,9 @@ public:
     using Check = std::function<bool(const std::filesystem::path&)>;
     using PurposesOf = std::function<FolderPurposes(const std::filesystem::path&)>;
 
-    /// Reads the grants; a list that can't be read leaves a `message`. `onlyApproved`: the
-    /// process may open nothing but what the user picked (a sandbox). `preferences` outlive this;
+    /// Reads the grants; a list that can't be read leaves a `message`. `preferences` outlive this;
     /// those that are read-only are not brought up to date.
-    FolderAccess(Preferences& preferences, BookmarkOperations operations, bool onlyApproved = false,
+    FolderAccess(Preferences& preferences, BookmarkOperations operations,
                  std::vector<RecommendedFolder> recommended = RecommendedFolder::current(),
                  FolderCalls folderCalls = FolderCalls());
     ~FolderAccess() override { stopWaiting(); }
@@ -95,7 +94,6 @@ private:
 
     Preferences& preferences;
     const BookmarkOperations operations;
-    const bool sandboxed;
     const std::vector<RecommendedFolder> recommended;
     const FolderCalls calls;
     std::vector<FolderGrant> grantList;

@@ -21,13 +21,6 @@ bool isReadable(const fs::path& folder) {
     return !directoryAccessFailure(folder);
 }
 
-std::string join(const std::vector<std::string>& names) {
-    std::string text;
-    for (const auto& name : names)
-        text += (text.empty() ? "" : ", ") + name;
-    return text;
-}
-
 } // namespace
 
 /// What came of the check of one folder.
@@ -106,11 +99,6 @@ void FolderAccess::note(const std::vector<Tested>& tested) {
 QCoro::Task<void> FolderAccess::enableReadableRecommended(std::vector<RecommendedFolder> folders,
                                                           Check check) {
     const auto hold = tasks.hold();
-    if (sandboxed) {
-        report("This edition requires individual folder approval. Full Disk Access does not "
-               "override its sandbox.");
-        co_return;
-    }
     std::vector<Tested> list;
     for (const auto& folder : folders)
         list.push_back({.title = folder.title, .named = folder.url, .mayAdd = true});
@@ -157,14 +145,14 @@ QCoro::Task<void> FolderAccess::enableReadableRecommended(std::vector<Recommende
     if (unreadable.empty())
         report("All selected folders are ready.", true);
     else
-        report("Not yet readable: " + join(unreadable)
+        report("Not yet readable: " + joined(unreadable, ", ")
                + ". Check System Settings or folder permissions.");
 }
 
 QCoro::Task<bool> FolderAccess::restoreRecommendedAccessAfterRestart(Check check) {
     const auto hold = tasks.hold();
     const bool isPending = read(preferences, preference::diskAccessSetupPending);
-    if (sandboxed || (!isPending && !read(preferences, preference::folderSetupCompleted)))
+    if (!isPending && !read(preferences, preference::folderSetupCompleted))
         co_return false;
     // Where no folder waits for the system's permission, being readable is no sign of consent.
     if (std::ranges::none_of(recommended, &RecommendedFolder::isGuardedBySystem))

@@ -39,8 +39,7 @@ bool isStorable(const MemoryRecord& record) {
 
 MemoryHistoryService::MemoryHistoryService(Setup setup)
     : preferences(setup.preferences), workspace(setup.workspaceCenter), clock(setup.clock),
-      observeLive(setup.observeLive), store(std::move(setup.url), std::move(setup.guard)),
-      collectors(std::move(setup.collectors)),
+      store(std::move(setup.url), std::move(setup.guard)), collectors(std::move(setup.collectors)),
       collectionAllowed(std::move(setup.collectionAllowed)) {
     followPreferences();
 }
@@ -76,7 +75,7 @@ QCoro::Task<void> MemoryHistoryService::load() {
 }
 
 void MemoryHistoryService::start() {
-    if (!observeLive || !loaded || running || failure())
+    if (!loaded || running || failure())
         return;
     running = true;
     suspensionReasons.clear();

@@ -39,8 +39,6 @@ public:
         std::vector<MemoryCollector*> collectors{};
         /// Whether anything may be recorded at all.
         std::function<bool()> collectionAllowed = [] { return true; };
-        /// Otherwise `start` does nothing.
-        bool observeLive = true;
         /// Asked before the document or its side files are written.
         FolderGuard guard{};
     };
@@ -106,7 +104,6 @@ private:
     Preferences& preferences;
     NotificationCenter& workspace;
     AppClock& clock;
-    const bool observeLive;
     MemoryHistoryStore store;
     const std::vector<MemoryCollector*> collectors;
     const std::function<bool()> collectionAllowed;

@@ -22,7 +22,7 @@ CollectInstallations systemInstallations() {
 AppModel::AppModel(Setup setup)
     : modelState(setup.state), live(setup.live), preferences(setup.preferences), clock(setup.clock),
       dataFiles(std::move(setup.files)),
-      folders(preferences, std::move(setup.bookmarks), setup.sandboxed,
+      folders(preferences, std::move(setup.bookmarks),
               setup.recommended ? *std::move(setup.recommended)
                                 : RecommendedFolder::current(setup.home)),
       journalFile(dataFiles, setup.guard),

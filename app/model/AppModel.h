@@ -2,8 +2,8 @@
 
 #include "app/base/NotificationCenter.h"
 #include "app/capture/CaptureScheduler.h"
-#include "app/model/AppDataLocation.h"
 #include "app/model/CaptureFlow.h"
+#include "app/model/DataFiles.h"
 #include "app/model/FolderSetup.h"
 #include "app/model/HistoryImport.h"
 #include "app/model/HistoryScreen.h"
@@ -29,8 +29,6 @@ public:
         NotificationCenter& applicationCenter;
         NotificationCenter& workspaceCenter;
         AppClock& clock = AppClock::system();
-        /// The process may open nothing but what the user picked.
-        bool sandboxed = false;
         BookmarkOperations bookmarks = BookmarkOperations::direct();
         std::filesystem::path home = SystemFacts::homeDirectory();
         /// Of `home`, when absent.

@@ -1,7 +1,7 @@
 #include "app/model/HistoryImport.h"
 
 #include "app/base/Background.h"
-#include "app/model/ImportView.h"
+#include "app/model/ImportText.h"
 
 #include <QScopeGuard>
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "app/base/WorkerPool.h"
-#include "app/model/AppDataLocation.h"
+#include "app/model/DataFiles.h"
 #include "core/base/FolderGuard.h"
 #include "core/journal/JournalStore.h"
 

@@ -16,20 +16,10 @@ OptionalShared<Snapshot> newest(const Journal& journal) {
     return journal.snapshots.empty() ? OptionalShared<Snapshot>() : journal.snapshots.back();
 }
 
-bool storedStorageSwitch(Preferences& preferences, bool sandboxed, std::optional<bool> legacy) {
-    const auto& key = preference::storageEnabled;
-    if (!sandboxed && legacy && !preferences.boolean(key.name))
-        preferences.note(key.name, *legacy);
-    return read(preferences, key);
-}
-
 } // namespace
 
-ModelState::ModelState(Preferences& stored, bool sandboxed,
-                       std::optional<bool> legacyStorageEnabled, Date now)
-    : observationNow(this, now),
-      storageEnabled(this, storedStorageSwitch(stored, sandboxed, legacyStorageEnabled)),
-      preferences(stored) {
+ModelState::ModelState(const Preferences& stored, Date now)
+    : observationNow(this, now), preferences(stored) {
     followSettings(preferences, this, [this] { noteChange(); }, preference::captureSchedule);
 }
 

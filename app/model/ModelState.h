@@ -19,10 +19,8 @@ class ModelState : public Observable {
     Q_OBJECT
 
 public:
-    /// The preferences outlive this. `legacyStorageEnabled` is what an earlier edition of the
-    /// program kept; it is taken over unless `sandboxed`.
-    ModelState(Preferences& stored, bool sandboxed, std::optional<bool> legacyStorageEnabled,
-               Date now);
+    /// The preferences outlive this.
+    ModelState(const Preferences& stored, Date now);
 
     /// As last loaded or saved. Whoever keeps this keeps that journal, also when the state has the
     /// next one.
@@ -66,7 +64,6 @@ public:
     std::uint64_t recordingGeneration = 0;
     /// The program ends: no capture begins, and none that runs is kept.
     bool isEnding = false;
-    Published<bool> storageEnabled;
 
 private:
     const Preferences& preferences;

@@ -9,10 +9,10 @@
 namespace tidemark {
 
 QCoro::Task<void> NamedSnapshots::beginSavedSnapshot() {
-    const auto hold = tasks.hold();
-    if (!state.canRecord())
+    const auto hold = used.tasks.hold();
+    if (!used.state.canRecord())
         co_return;
-    auto begun = state.operations().begin(Operation::naming);
+    auto begun = used.state.operations().begin(Operation::naming);
     if (!begun)
         co_return;
     naming = std::move(begun);
@@ -20,10 +20,10 @@ QCoro::Task<void> NamedSnapshots::beginSavedSnapshot() {
 }
 
 QCoro::Task<void> NamedSnapshots::prepareSnapshotDraft() {
-    const auto hold = tasks.hold();
+    const auto hold = used.tasks.hold();
     if (!isNaming())
         co_return;
-    const auto drafting = state.operations().begin(Operation::drafting);
+    const auto drafting = used.state.operations().begin(Operation::drafting);
     if (!drafting)
         co_return;
     snapshotDraft = {};
@@ -31,37 +31,37 @@ QCoro::Task<void> NamedSnapshots::prepareSnapshotDraft() {
     OptionalShared<Snapshot> draft;
     std::string failure;
     try {
-        Snapshot snapshot = co_await observations.take();
+        Snapshot snapshot = co_await used.observations.take();
         draft.emplace(std::move(snapshot));
     } catch (const std::exception& error) {
         failure = error.what();
     }
     // A capture that the end of the program cut short is not whole.
-    const bool isWanted = naming && !state.isEnding;
-    if (isWanted && draft && state.canRecord())
+    const bool isWanted = naming && !used.state.isEnding;
+    if (isWanted && draft && used.state.canRecord())
         snapshotDraft = std::move(draft);
     else if (isWanted && !draft)
         snapshotError = "Couldn’t capture a fresh snapshot. " + failure;
 }
 
 QCoro::Task<bool> NamedSnapshots::saveNamedSnapshot(std::string name) {
-    const auto hold = tasks.hold();
+    const auto hold = used.tasks.hold();
     const std::string_view kept = trimmed(name);
     if (!isNaming() || !*snapshotDraft || kept.empty())
         co_return false;
-    const auto saving = state.operations().begin(Operation::savingDraft);
+    const auto saving = used.state.operations().begin(Operation::savingDraft);
     if (!saving)
         co_return false;
     snapshotError = std::nullopt;
     const auto& baselineKey = preference::needsRecordingBaseline;
-    Journal next = *state.journal();
+    Journal next = *used.state.journal();
     std::optional<Uuid> id;
     std::string failure;
     try {
-        next.append(snapshotDraft->value(), !read(preferences, baselineKey));
+        next.append(snapshotDraft->value(), !read(used.preferences, baselineKey));
         next.baselines.push_back(Baseline::named(std::string(firstCharacters(kept, longestName)),
                                                  next.snapshots.back()));
-        co_await file.save(&next);
+        co_await used.file.save(&next);
         id = next.baselines.back().id;
     } catch (const std::exception& error) {
         failure = error.what();
@@ -70,9 +70,9 @@ QCoro::Task<bool> NamedSnapshots::saveNamedSnapshot(std::string name) {
         snapshotError = "The snapshot couldn’t be saved. " + failure;
         co_return false;
     }
-    state.setJournal(std::move(next));
-    preferences.note(baselineKey.name, false);
-    screen.showSaved(*id);
+    used.state.setJournal(std::move(next));
+    used.preferences.note(baselineKey.name, false);
+    used.screen.showSaved(*id);
     snapshotDraft = {};
     naming.reset();
     co_return true;
@@ -85,15 +85,15 @@ void NamedSnapshots::cancelSavedSnapshot() {
 }
 
 QCoro::Task<bool> NamedSnapshots::deleteSnapshot(Uuid id) {
-    const auto hold = tasks.hold();
-    Journal next = *state.journal();
+    const auto hold = used.tasks.hold();
+    Journal next = *used.state.journal();
     const auto removed =
         std::erase_if(next.baselines, [&](const Baseline& baseline) { return baseline.id == id; });
     if (removed == 0)
         co_return false;
-    const bool saved = co_await flow.commit(std::move(next));
+    const bool saved = co_await used.flow.commit(std::move(next));
     if (saved)
-        screen.forgetSnapshot(id);
+        used.screen.forgetSnapshot(id);
     co_return saved;
 }
 

@@ -24,9 +24,7 @@ public:
         const TaskScope& tasks;
     };
 
-    explicit NamedSnapshots(const Setup& setup)
-        : state(setup.state), observations(setup.observations), flow(setup.flow), file(setup.file),
-          screen(setup.screen), preferences(setup.preferences), tasks(setup.tasks) {}
+    explicit NamedSnapshots(const Setup& setup) : used(setup) {}
 
     /// What is waiting for a name.
     Published<OptionalShared<Snapshot>> snapshotDraft{this};
@@ -49,15 +47,9 @@ public:
     QCoro::Task<bool> deleteSnapshot(Uuid id);
 
 private:
-    bool isNaming() const { return naming && state.canRecord() && !state.isEnding; }
+    bool isNaming() const { return naming && used.state.canRecord() && !used.state.isEnding; }
 
-    ModelState& state;
-    ObservationFlow& observations;
-    CaptureFlow& flow;
-    JournalFile& file;
-    HistoryScreen& screen;
-    Preferences& preferences;
-    const TaskScope& tasks;
+    const Setup used;
     /// From `beginSavedSnapshot` until the draft is saved or given up.
     std::optional<Operations::Token> naming;
 };

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <utility>
 
 /// Small text functions for the whole program. All text is UTF-8.
 namespace tidemark {
@@ -37,15 +38,25 @@ std::string textFromBytes(std::string_view bytes);
 bool isPrintable(std::int32_t character);
 
 /// Text that is safe to show on a terminal or in a table. Characters that are not printable, except
-/// the ASCII characters in `kept`, and bytes that are not UTF-8 each become U+FFFD. `kept` is "
-///
-/// " for text of several lines and "\t\r
-///
-/// " for a table cell.
+/// the ASCII characters in `kept`, and bytes that are not UTF-8 each become U+FFFD. `kept` is "\n"
+/// for text of several lines and "\t\r\n" for a table cell.
 std::string printable(std::string_view text, std::string_view kept);
 
 /// `printable` text on a single line.
 std::string oneLine(std::string_view text);
+
+/// Texts in a row, with `separator` between them.
+template <class Texts>
+std::string joined(const Texts& texts, std::string_view separator) {
+    std::string all;
+    bool isFirst = true;
+    for (const auto& text : texts) {
+        if (!std::exchange(isFirst, false))
+            all += separator;
+        all += text;
+    }
+    return all;
+}
 
 /// `text`, ended with a full stop unless it has one.
 std::string asSentence(std::string text);

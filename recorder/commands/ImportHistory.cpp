@@ -1,3 +1,4 @@
+#include "app/model/ImportText.h"
 #include "app/model/ImportView.h"
 #include "core/base/Text.h"
 #include "recorder/Commands.h"

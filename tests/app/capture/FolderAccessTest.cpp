@@ -28,7 +28,7 @@ const std::string noBackground = "Background definitions are not observed until 
 struct FolderAccessTest : testing::Test {
     /// As a new start of the program finds it.
     void restart(bool isTrashGuarded = true) {
-        access.emplace(preferences, BookmarkOperations::direct(), false,
+        access.emplace(preferences, BookmarkOperations::direct(),
                        std::vector<RecommendedFolder>{
                            {"Applications", folder / "Applications", applications},
                            {"Downloads", folder / "Downloads", storage},
@@ -370,13 +370,4 @@ TEST_F(FolderAccessTest, RestoresTheTrashUnlessTheUserRemovedIt) {
     EXPECT_TRUE(restore());
     EXPECT_EQ(paths(), "Downloads");
     EXPECT_FALSE(restore());
-}
-
-TEST_F(FolderAccessTest, ASandboxNeedsTheUsersChoice) {
-    access.emplace(preferences, BookmarkOperations::direct(), true);
-    access->completeSetup();
-    EXPECT_FALSE(test::await(access->restoreRecommendedAccessAfterRestart()));
-    test::await(access->enableReadableRecommended(access->recommendedFolders()));
-    EXPECT_EQ(message(), "This edition requires individual folder approval. Full Disk Access does "
-                         "not override its sandbox.");
 }

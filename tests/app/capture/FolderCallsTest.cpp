@@ -40,7 +40,7 @@ struct FolderCallsTest : testing::Test {
             return true;
         };
         operations.stop = [volume = volume](const fs::path&) { volume->isClosed.release(); };
-        access.emplace(preferences, operations, false, std::vector<RecommendedFolder>(),
+        access.emplace(preferences, operations, std::vector<RecommendedFolder>(),
                        FolderCalls(longest));
     }
     void expectUnavailable(const FolderCaptureAccess& capture) {

@@ -34,13 +34,13 @@ struct MemoryHistory : testing::Test {
     /// The service as it is before `load`.
     void create() {
         service.reset();
-        service.emplace(MemoryHistoryService::Setup{.url = url,
-                                                    .preferences = preferences,
-                                                    .workspaceCenter = workspace,
-                                                    .clock = clock,
-                                                    .collectors = {&collector},
-                                                    .collectionAllowed = [this] { return allowed; },
-                                                    .observeLive = observeLive});
+        service.emplace(
+            MemoryHistoryService::Setup{.url = url,
+                                        .preferences = preferences,
+                                        .workspaceCenter = workspace,
+                                        .clock = clock,
+                                        .collectors = {&collector},
+                                        .collectionAllowed = [this] { return allowed; }});
         collector.taken();
     }
     void load() { test::await(service->load()); }
@@ -80,7 +80,6 @@ struct MemoryHistory : testing::Test {
     NotificationCenter workspace;
     LoggedCollector collector;
     bool allowed = true;
-    bool observeLive = true;
     std::optional<MemoryHistoryService> service;
 };
 
@@ -268,10 +267,4 @@ TEST_F(MemoryHistory, RestsUntilEverythingIsBack) {
     EXPECT_EQ(collector.taken(), "stop ") << "it no longer listens";
     service->start();
     EXPECT_EQ(collector.taken(), "stop start ");
-
-    observeLive = false;
-    create();
-    load();
-    service->start();
-    EXPECT_FALSE(service->isRunning()) << "a preview";
 }

@@ -8,32 +8,8 @@
 #include <future>
 
 using namespace tidemark;
-using test::TemporaryFolder;
 
 struct AppModelTest : test::ModelFixture {};
-
-TEST(AppDataLocation, GivesEachEditionItsOwnFolder) {
-    const auto base = std::filesystem::path("/support");
-    struct Case {
-        std::string_view identifier;
-        bool sandboxed;
-        std::string_view directory;
-        bool takesOver;
-    };
-    for (const auto& [identifier, sandboxed, directory, takesOver] : std::to_array<Case>({
-             {AppDataLocation::unbundled, false, "/support/Tidemark", true},
-             {"app.tidemark", true, "/support/Tidemark", false},
-             {"app.tidemark.beta", false, "/support/Tidemark Beta", false},
-             {"app.tidemark.beta2", false, "/support/Tidemark", true},
-             {"app.tidemark.firstrun.7", false,
-              "/support/Tidemark First Run/app.tidemark.firstrun.7", false},
-         })) {
-        const auto files = DataFiles::of(identifier, base, sandboxed);
-        EXPECT_EQ(files.directory, directory);
-        EXPECT_EQ(files.legacyJournal.has_value(), takesOver) << identifier;
-    }
-    EXPECT_EQ(DataFiles::of("", base).legacyJournal, "/support/Kelda/journal.json");
-}
 
 TEST_F(AppModelTest, AFirstLaunchCapturesAtOnceAndLaterOnesBySchedule) {
     preferences.set("captureSchedule", std::string("manual"));
@@ -353,28 +329,4 @@ TEST_F(AppModelTest, APausedStartShowsTheStoredActivityAndRecordsNothing) {
     }
     EXPECT_EQ(observations, 0);
     EXPECT_EQ(live.log, "load load ");
-}
-
-TEST_F(AppModelTest, TakesTheStorageSwitchOverFromAnEarlierEdition) {
-    struct Case {
-        std::optional<bool> stored;
-        std::optional<bool> legacy;
-        bool sandboxed;
-        bool expected;
-        std::optional<bool> kept;
-    };
-    for (const auto& each : std::to_array<Case>({
-             {{}, {}, false, true, {}},
-             {{}, false, false, false, false},
-             {{}, false, true, true, {}},
-             {true, false, false, true, true},
-             {false, true, false, false, false},
-         })) {
-        test::MemoryPreferences store;
-        if (each.stored)
-            store.set("storageEnabled", *each.stored);
-        const ModelState state(store, each.sandboxed, each.legacy, {});
-        EXPECT_EQ(*state.storageEnabled, each.expected);
-        EXPECT_EQ(store.boolean("storageEnabled"), each.kept);
-    }
 }

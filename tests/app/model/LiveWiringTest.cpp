@@ -55,7 +55,7 @@ struct LiveWiringTest : testing::Test {
     test::ManualAppClock clock;
     test::MemoryPreferences preferences;
     NotificationCenter workspace;
-    ModelState model{preferences, false, std::nullopt, clock.now()};
+    ModelState model{preferences, clock.now()};
     MemoryHistoryService memory{{.url = folder / "data/memory-history.json",
                                  .preferences = preferences,
                                  .workspaceCenter = workspace,

@@ -42,7 +42,7 @@ struct ModelFixture : testing::Test {
     /// The program as it is before `start`.
     void create() {
         model.reset();
-        modelState.emplace(preferences, false, std::nullopt, clock.now());
+        modelState.emplace(preferences, clock.now());
         model.emplace(AppModel::Setup{.state = *modelState,
                                       .live = live,
                                       .preferences = preferences,

@@ -2,25 +2,16 @@
 
 #include <filesystem>
 #include <optional>
-#include <string>
-#include <string_view>
 
 namespace tidemark {
 
-/// Where the files of one edition of the program lie.
-namespace AppDataLocation {
-
-/// The identifier of a program that runs without a bundle.
-inline constexpr std::string_view unbundled = "local.tidemark.mac";
-
-/// Below the user's folder for the data of applications.
-std::filesystem::path directoryName(std::string_view identifier);
-
-} // namespace AppDataLocation
-
+/// Where the files of this user's history lie.
 struct DataFiles {
+    /// Of the folders of the program, below those of the user for data and for configurations.
+    static constexpr const char* folderName = "Tidemark";
+
     std::filesystem::path directory;
-    /// Where an earlier release kept the journal, for those editions that take it over.
+    /// Where an earlier release kept the journal, which is taken over once.
     std::optional<std::filesystem::path> legacyJournal;
 
     std::filesystem::path journal() const { return directory / "journal.json"; }
@@ -32,8 +23,7 @@ struct DataFiles {
     }
 
     /// `applicationSupport` is the user's folder for the data of applications.
-    static DataFiles of(std::string_view identifier,
-                        const std::filesystem::path& applicationSupport, bool sandboxed = false);
+    static DataFiles below(const std::filesystem::path& applicationSupport);
 };
 
 } // namespace tidemark

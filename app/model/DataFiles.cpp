@@ -1,0 +1,9 @@
+#include "app/model/DataFiles.h"
+
+namespace tidemark {
+
+DataFiles DataFiles::below(const std::filesystem::path& applicationSupport) {
+    return {applicationSupport / folderName, applicationSupport / "Kelda/journal.json"};
+}
+
+} // namespace tidemark
