@@ -8,21 +8,20 @@
 
 namespace tidemark {
 
-/// The names in one open folder, one after the other, as the system reports them: in no order,
-/// with "." and "..".
+/// Reads the names in one open folder, in the order of the system and with "." and "..".
 class FolderNames {
 public:
     /// Holds no folder.
     FolderNames() = default;
     /// Takes the descriptor of a folder.
-    explicit FolderNames(FileDescriptor opened) : folder(std::move(opened)) {}
+    explicit FolderNames(FileDescriptor folder) : folder(std::move(folder)) {}
 
     /// -1 when no folder is open.
     int descriptor() const { return folder.get(); }
 
     /// The next entry; null at the end and after an error. Valid until the next call.
     const dirent* next();
-    /// The `errno` that ended the names early; 0 when there was none.
+    /// The `errno` value that ended `next` early; 0 when there was none.
     int error() const { return failedWith; }
 
 private:
@@ -32,7 +31,7 @@ private:
     };
 
     FileDescriptor folder;
-    /// What the system handed over last; made at the first name.
+    /// The entries read last; allocated by the first `next`.
     std::unique_ptr<Batch, Delete> batch;
     int failedWith = 0;
 };

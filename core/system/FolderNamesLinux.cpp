@@ -6,7 +6,7 @@
 
 namespace tidemark {
 
-/// readdir(3) would ask for the flags and the status of every folder first.
+/// A buffer for getdents64(2), because opening a folder for readdir(3) takes two more system calls.
 struct FolderNames::Batch {
     alignas(dirent64) std::array<char, 1 << 15> entries;
     std::size_t start = 0;
@@ -24,7 +24,7 @@ const dirent* FolderNames::next() {
         batch.reset(new Batch);
     if (batch->start == batch->end) {
         const auto size = ::getdents64(folder.get(), batch->entries.data(), batch->entries.size());
-        // A folder that was removed meanwhile has no names left, which is no error.
+        // ENOENT means that the folder was removed meanwhile; it has no more names then.
         failedWith = size < 0 && errno != ENOENT ? errno : 0;
         batch->start = 0;
         batch->end = size < 0 ? 0 : static_cast<std::size_t>(size);

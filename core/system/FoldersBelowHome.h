@@ -1,6 +1,6 @@
 #pragma once
 
-/// Where a system keeps the files of programs, relative to the home folder of the user.
+/// The folders for the files of programs, relative to the user's home folder.
 namespace tidemark::FoldersBelowHome {
 
 extern const char* const data;

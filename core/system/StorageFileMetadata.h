@@ -12,7 +12,7 @@
 
 namespace tidemark {
 
-/// A moment as file systems keep it: `seconds` since 1970, rounded down, and the rest.
+/// A time as file systems store it: `seconds` since 1970, rounded down, and the fraction.
 struct FileTime {
     std::int64_t seconds = 0;
     std::int64_t nanoseconds = 0;
@@ -20,14 +20,14 @@ struct FileTime {
     auto operator<=>(const FileTime&) const = default;
 };
 
-/// One version of one file: the same for all its names, until somebody writes to it.
+/// Identifies one version of one file: equal for all its names, and different after each write.
 struct FileVersion {
     dev_t device = 0;
     ino_t inode = 0;
     std::int64_t bytes = 0;
-    /// When the contents were written last.
+    /// The last change of the contents.
     FileTime modified;
-    /// When contents or status changed last; nobody can set it back.
+    /// The last change of contents or status; programs can't set it.
     FileTime changed;
 
     auto operator<=>(const FileVersion&) const = default;
@@ -40,23 +40,23 @@ struct StorageFileMetadata {
 
     /// The entry `name` of an open folder; works below any depth.
     static Read readEntry(int folder, const char* name);
-    /// What is open behind a descriptor, with its birth.
+    /// The file or folder that is open as `descriptor`, including `birth`.
     static Read readOpen(int descriptor);
 
     /// As in `st_mode`.
     mode_t mode = 0;
-    /// A placeholder whose contents lie elsewhere (`SF_DATALESS` of macOS). Other systems mark
-    /// nothing of the kind: there it is always false.
+    /// True for a placeholder whose contents are not on this disk (`SF_DATALESS` of macOS); always
+    /// false on other systems.
     bool isCloudOnly = false;
-    /// How many names the file has.
+    /// Number of names (hard links) of the file.
     std::uint64_t names = 0;
     /// In the unit of `st_blocks`, 512 bytes.
     std::int64_t blocks = 0;
     /// Device and inode are the identity of a file while it exists.
     FileVersion version;
-    /// When the file was made; absent where the file system keeps no such date. With device and
-    /// inode it is the identity of a file over time: the inode of a removed file is given to
-    /// another one soon.
+    /// When the file was created; absent where the file system does not store it. Together with
+    /// device and inode it identifies a file over time; these two alone don't, because the inode of
+    /// a removed file is reused.
     std::optional<FileTime> birth;
 
     bool isDirectory() const { return S_ISDIR(mode); }

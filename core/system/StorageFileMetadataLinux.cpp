@@ -21,7 +21,7 @@ FileTime timeOf(const statx_timestamp& time) {
 
 StorageFileMetadata::Read StorageFileMetadata::readEntry(int folder, const char* name) {
     Read result(StorageFileMetadata{});
-    // A walk spends most of its time here, and statx(2) takes longer.
+    // fstatat(2), because it is faster than statx(2) and a walk spends most of its time here.
     struct stat status;
     if (::fstatat(folder, name, &status, AT_SYMLINK_NOFOLLOW) != 0) {
         result = std::unexpected(errno);
