@@ -16,16 +16,16 @@ namespace {
 
 using std::chrono::milliseconds;
 
-/// Ends with the timer, or from the event loop once `stop` is requested.
+/// Awaits a timer. A requested `stop` ends the wait, too, from the event loop.
 class TimerWait {
 public:
-    TimerWait(milliseconds time, Qt::TimerType type, const std::stop_token& token)
-        : duration(time), stop(token) {
+    TimerWait(milliseconds duration, Qt::TimerType type, const std::stop_token& stop)
+        : duration(duration), stop(stop) {
         timer->setSingleShot(true);
         timer->setTimerType(type);
     }
 
-    // GCC 12 copies an awaiter that is no temporary: so this one is but a pointer.
+    // GCC 12 copies an awaiter that is not a temporary, so this one is only a pointer.
     auto operator co_await() {
         struct Awaiter {
             TimerWait* wait;
@@ -50,7 +50,7 @@ private:
 
     const milliseconds duration;
     const std::stop_token stop;
-    // Resuming the coroutine, within the timer's own signal, ends the life of this object.
+    // The coroutine is resumed within the timer's signal and destroys this object.
     std::unique_ptr<QTimer, QScopedPointerDeleteLater> timer{new QTimer};
     std::optional<std::stop_callback<WakeUp>> wakeUp;
 };
@@ -60,7 +60,7 @@ public:
     Date now() override { return Date::now(); }
     double monotonicSeconds() override { return Clock::system().monotonicSeconds(); }
     QCoro::Task<bool> sleep(double seconds, std::stop_token stop, Slack slack) override {
-        // What a timer takes ends after some 24 days.
+        // A QTimer can wait for at most about 24 days.
         constexpr double longest = 1'000'000;
         for (double left = seconds; left > 0 && !stop.stop_requested(); left -= longest) {
             const milliseconds time(std::llround(std::ceil(std::min(left, longest) * 1000)));

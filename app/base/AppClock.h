@@ -7,22 +7,21 @@
 
 namespace tidemark {
 
-/// Time as the running application asks for it: waits suspend a coroutine and leave the event
-/// loop free. Main thread only.
+/// The source of time for the running application. Waits suspend a coroutine without blocking the
+/// event loop. Main thread only.
 class AppClock {
 public:
-    /// Whether a wait may end up to a second early or late, so that the system can wake up once
-    /// for many.
+    /// Whether a wait may end up to a second early or late, so that the system can combine wakeups.
     enum class Slack { none, allowed };
 
     virtual ~AppClock() = default;
 
     /// Wall time.
     virtual Date now() = 0;
-    /// Seconds that only ever grow, from an arbitrary start.
+    /// Seconds from an arbitrary start; never decreases.
     virtual double monotonicSeconds() = 0;
-    /// Waits. False when `stop` was requested, before the wait or during it; the coroutine then
-    /// goes on from the event loop, never inside of the request.
+    /// Waits so many seconds. Returns false when `stop` is requested, before or during the wait;
+    /// the coroutine is resumed from the event loop then, not within the request.
     virtual QCoro::Task<bool> sleep(double seconds, std::stop_token stop = {},
                                     Slack slack = Slack::none) = 0;
 

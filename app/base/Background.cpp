@@ -9,11 +9,10 @@ namespace tidemark::detail {
 
 namespace {
 
-/// More threads than processors: most of them wait for a disk, and some perhaps for a network
-/// volume that never answers.
+/// More threads than processors, because most of them wait for a disk or a network volume.
 constexpr std::size_t mostThreads = 8;
 
-/// Never destroyed: a thread that hangs in the system must not keep the program from ending.
+/// Not destroyed, so that a thread that hangs in the system does not keep the program from ending.
 WorkerPool& poolFor(WorkPriority priority) {
     static auto* const utility = new WorkerPool(mostThreads);
     static auto* const userInitiated = new WorkerPool(mostThreads);
@@ -27,7 +26,7 @@ bool PoolWait::await_suspend(std::coroutine_handle<> waiting) const {
         if (urgency == WorkPriority::utility)
             lowerThreadPriority();
         (*call)();
-        // As the last step: what is awaited may be gone the moment after.
+        // The last step, since the awaiting object may be destroyed right after.
         QMetaObject::invokeMethod(
             QCoreApplication::instance(), [waiting] { waiting.resume(); }, Qt::QueuedConnection);
     };

@@ -12,21 +12,21 @@
 #include <type_traits>
 #include <utility>
 
-/// Work that blocks, away from the event loop.
+/// Runs blocking work outside of the event loop.
 namespace tidemark {
 
-/// Utility work gives way to all else; user-initiated work is what somebody waits for.
+/// Utility work has a low priority; for user-initiated work the user waits.
 enum class WorkPriority { utility, userInitiated };
 
 namespace detail {
 
 /// Runs a function on the pool and resumes on the main thread.
 struct PoolWait {
-    // By address: GCC 12 copies an awaiter that is no temporary.
+    // Pointers, because GCC 12 copies an awaiter that is not a temporary.
     const std::function<void()>* work;
     WorkPriority priority;
     WorkerPool* pool;
-    /// Why the work could not be given to the pool.
+    /// Set when the work could not be started.
     std::exception_ptr* refusal;
 
     bool await_ready() const { return false; }
@@ -39,11 +39,10 @@ void startOnPool(const std::function<void()>& work);
 
 } // namespace detail
 
-/// Calls `work` with `stop` on a thread of the pool; the awaiting coroutine goes on in the main
-/// thread's event loop with the result, or with what `work` threw. Throws `Error` at once when no
-/// thread can be started for it. `work` always runs to its end, and is destroyed on the main
-/// thread: it is to look at `stop` itself. A `pool` of one thread, of the caller's own, does its
-/// work in the order in which it was given; null is a common pool.
+/// Calls `work` with `stop` on a thread of `pool`, or of a common pool if that is null. The
+/// awaiting coroutine is resumed on the main thread with the result or the exception of `work`.
+/// Throws `Error` at once when no thread can be started. `work` has to check `stop` itself; it is
+/// destroyed on the main thread. A pool of one thread runs its work in the order of the calls.
 template <class Work, class Result = std::invoke_result_t<Work&, const std::stop_token&>>
 QCoro::Task<Result> runInBackground(Work work, std::stop_token stop = {},
                                     WorkPriority priority = WorkPriority::utility,
@@ -70,7 +69,7 @@ QCoro::Task<Result> runInBackground(Work work, std::stop_token stop = {},
         co_return std::move(*result);
 }
 
-/// Ends the life of a large value on a thread of the pool.
+/// Destroys a large value on a thread of the pool.
 template <class T>
 void releaseInBackground(T value) {
     detail::startOnPool([held = std::make_shared<T>(std::move(value))]() mutable { held.reset(); });

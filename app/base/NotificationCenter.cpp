@@ -31,7 +31,7 @@ NotificationCenter::Token NotificationCenter::observe(Notification notification,
 }
 
 void NotificationCenter::post(Notification notification) {
-    // A callback may end its own observation, or the center itself.
+    // A copy, since a callback may remove observers or destroy the center.
     const auto all = observers;
     std::vector<std::uint64_t> ids;
     for (const auto& [id, observer] : all->byId)

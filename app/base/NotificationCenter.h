@@ -8,8 +8,7 @@
 
 namespace tidemark {
 
-/// Something that happens to the application or to the machine. Two are the same when their names
-/// are.
+/// An event of the application or of the machine, identified by its name.
 struct Notification {
     std::string_view name;
 
@@ -24,8 +23,8 @@ inline constexpr Notification applicationDidBecomeActive{"applicationDidBecomeAc
 // Of the machine and of the user's session on it.
 inline constexpr Notification willSleep{"willSleep"};
 inline constexpr Notification didWake{"didWake"};
-/// Instead of `didWake`: who told of the sleep has gone, and whether and when the machine wakes
-/// is not known.
+/// Posted instead of `didWake` when the source of `willSleep` has stopped, so that it is not known
+/// whether and when the machine wakes.
 inline constexpr Notification sleepAbandoned{"sleepAbandoned"};
 inline constexpr Notification screensDidSleep{"screensDidSleep"};
 inline constexpr Notification screensDidWake{"screensDidWake"};
@@ -35,14 +34,14 @@ inline constexpr Notification willPowerOff{"willPowerOff"};
 
 } // namespace notification
 
-/// Hands notifications from those who learn of them to those who wait for them. Main thread only.
+/// Passes notifications from sources to observers. Main thread only.
 class NotificationCenter {
     struct Observers;
 
 public:
     using Callback = std::function<void()>;
 
-    /// Ends its observation when it goes. May outlive the center.
+    /// Removes its observer when it is destroyed. May outlive the center.
     class Token {
     public:
         Token() = default;
@@ -54,8 +53,8 @@ public:
 
     private:
         friend class NotificationCenter;
-        Token(std::weak_ptr<Observers> all, std::uint64_t number)
-            : observers(std::move(all)), id(number) {}
+        Token(std::weak_ptr<Observers> observers, std::uint64_t id)
+            : observers(std::move(observers)), id(id) {}
 
         std::weak_ptr<Observers> observers;
         std::uint64_t id = 0;
@@ -63,8 +62,8 @@ public:
 
     [[nodiscard]] Token observe(Notification notification, Callback callback);
 
-    /// Calls the observers in the order in which they came. One that is removed meanwhile is not
-    /// called any more, one that is added meanwhile not yet.
+    /// Calls the observers in the order in which they were added. An observer that is removed
+    /// during the call is not called any more, one that is added is not called yet.
     void post(Notification notification);
 
 private:

@@ -4,20 +4,20 @@
 
 namespace tidemark {
 
-/// An object that publishes values. Reading one returns what it is at that moment. `changed`
-/// follows from the event loop, once for all changes since the last time: an operation that changes
-/// several values, of one object or of many, is finished when the first observer is called, so that
-/// no observer reads a state between two of them. Main thread only.
+/// An object that publishes values. A read returns the present value at once. The signal `changed`
+/// is emitted later, from the event loop, once for all changes since it was last emitted. An
+/// operation that changes several values has therefore finished before the first observer is
+/// called, and no observer reads a half-changed state. Main thread only.
 class Observable : public QObject {
     Q_OBJECT
 
 public:
-    /// Announces that a published value is another now. To be called at any point of a change, as
-    /// often as is convenient.
+    /// Schedules `changed`. May be called before or after a value is changed, and any number of
+    /// times.
     void noteChange();
 
 Q_SIGNALS:
-    /// Some published value became another. Emitted by `noteChange` alone.
+    /// A published value has changed. Emitted only as a result of `noteChange`.
     void changed();
 
 private:

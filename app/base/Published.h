@@ -6,12 +6,11 @@
 
 namespace tidemark {
 
-/// A value that announces a change of its owner when it becomes another.
+/// A value that calls `noteChange` of its owner when it changes.
 template <class T>
 class Published {
 public:
-    explicit Published(Observable* object, T initial = {})
-        : owner(object), value(std::move(initial)) {}
+    explicit Published(Observable* owner, T value = {}) : owner(owner), value(std::move(value)) {}
 
     operator const T&() const { return value; }
     const T& operator*() const { return value; }

@@ -6,20 +6,21 @@
 
 namespace tidemark {
 
-/// The coroutines that run on behalf of one object. The object outlives them: it declares its
-/// scope as the last member, each of its coroutines takes a `hold` in its first line, and the
-/// scope is left only when no hold is left. Main thread only.
+/// Keeps one object alive until its coroutines have ended. The object declares its scope as the
+/// last member, and each of its coroutines takes a `hold` in its first line; the destructor of the
+/// scope waits until there are no more holds. Main thread only.
 ///
-/// Traps of GCC 12 for whoever writes a coroutine: it destroys the awaited task twice when
-/// `co_await` stands in a condition, so let it stand alone or initialise a variable; it copies an
-/// awaiter that is no temporary; and what a lambda captured is not kept by the coroutine that the
-/// lambda is, so pass arguments, by value.
+/// Traps in coroutines: GCC 12 destroys the awaited task twice when `co_await` is in a condition,
+/// so write it alone or to initialise a variable; GCC 12 copies an awaiter that is not a temporary;
+/// and a coroutine does not keep the captures of its lambda alive, so pass arguments by value.
 class TaskScope {
 public:
-    /// Keeps the scope from ending.
+    /// Keeps the scope alive.
     class Hold {
     public:
-        explicit Hold(std::shared_ptr<int> count) : counter(std::move(count)) { ++*counter; }
+        explicit Hold(std::shared_ptr<int> counter) : counter(std::move(counter)) {
+            ++*this->counter;
+        }
         Hold(Hold&& other) noexcept = default;
         ~Hold() {
             if (counter)
@@ -36,17 +37,18 @@ public:
     TaskScope& operator=(const TaskScope&) = delete;
 
     [[nodiscard]] Hold hold() const { return Hold(holds); }
-    /// Holds a coroutine that nobody awaits. One that fails is a mistake of the program: logged.
+    /// Starts a coroutine that is not awaited. Its exceptions are logged, since they are a fault of
+    /// the program.
     void start(QCoro::Task<void> task) const;
 
-    /// For the waits and the background work of these coroutines.
+    /// The stop token for the waits and the background work of these coroutines.
     std::stop_token token() const { return source.get_token(); }
     bool isStopping() const { return source.stop_requested(); }
     void requestStop() { source.request_stop(); }
     bool isIdle() const { return *holds == 0; }
 
-    /// Requests the stop and runs the event loop, without input of the user, until all coroutines
-    /// have ended. Never from within one of them.
+    /// Requests the stop and runs the event loop, without user input, until all coroutines have
+    /// ended. Must not be called from one of them.
     void drain();
 
 private:

@@ -17,14 +17,14 @@ constexpr std::chrono::seconds idleTime{30};
 
 } // namespace
 
-/// Shared with the threads, which may outlive the pool.
+/// Shared with the threads, because they may outlive the pool.
 struct WorkerPool::State {
     std::mutex mutex;
     std::condition_variable changed;
     std::deque<std::function<void()>> waiting;
     std::size_t mostThreads = 0;
     std::size_t threads = 0;
-    /// Threads that wait for work, those included that are being woken up.
+    /// Number of threads that wait for work, including those that are being woken.
     std::size_t idle = 0;
     bool isEnding = false;
 
@@ -43,7 +43,7 @@ void WorkerPool::State::takeWork() {
         waiting.pop_front();
         lock.unlock();
         work();
-        // What the work captured ends here, not under the lock.
+        // Destroys the captures of the work, before the mutex is locked.
         work = nullptr;
         lock.lock();
     }
@@ -71,7 +71,7 @@ void WorkerPool::start(std::function<void()> work) {
         startThread([shared = state] { shared->takeWork(); }).detach();
         ++state->threads;
     } catch (const Error&) {
-        // The threads that are there do it in its turn.
+        // The existing threads will do the work.
         if (state->threads > 0)
             return;
         state->waiting.pop_back();

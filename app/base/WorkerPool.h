@@ -6,20 +6,20 @@
 
 namespace tidemark {
 
-/// Threads that take work in the order in which it was given. One that finds none for a while ends.
+/// Threads that do work in the order of the calls to `start`. An idle thread ends after a while.
 ///
-/// The pool of Qt keeps work that waits for a thread which the system refused to start, and nobody
-/// ever does it; this one reports the refusal. Any thread.
+/// QThreadPool keeps work forever when the system refuses to start a thread for it; this pool
+/// reports the failure. Thread-safe.
 class WorkerPool {
 public:
     explicit WorkerPool(std::size_t mostThreads);
-    /// Does not wait: threads end with the work that was given to them, or with the process.
+    /// Does not wait: threads end when the given work is done, or with the process.
     ~WorkerPool();
     WorkerPool(const WorkerPool&) = delete;
     WorkerPool& operator=(const WorkerPool&) = delete;
 
-    /// `work` must not throw. Throws `Error`, and has dropped the work, when the pool has no thread
-    /// and none can be started.
+    /// `work` must not throw. Throws `Error` and drops the work when the pool has no thread and
+    /// none can be started.
     void start(std::function<void()> work);
 
 private:

@@ -15,11 +15,12 @@ namespace tidemark {
 namespace {
 
 struct DirectBookmark {
-    /// As data, since a name on disk may be any bytes.
+    /// Data and not text, since a name on disk can be any bytes.
     Data path;
     std::int64_t device = 0;
     std::int64_t inode = 0;
-    /// The numbers of devices change with each start of the machine and say nothing of this.
+    /// Whether a volume is mounted there. Device numbers don't show it, since they change with each
+    /// start of the machine.
     std::optional<bool> isMountRoot{};
 
     static constexpr auto fields() {
@@ -32,8 +33,8 @@ struct DirectBookmark {
     }
 };
 
-/// Empty where nothing can be looked at; `errno` says why. A link is not followed: the user
-/// allowed the folder that was there, and not the one that the link was made to point to.
+/// Absent, with `errno` set, when the folder can't be read. Does not follow a link: the user
+/// allowed the folder that was there, not the target of a link that replaced it.
 std::optional<DirectBookmark> bookmarkOf(const std::filesystem::path& folder) {
     struct stat status{};
     if (::lstat(folder.c_str(), &status) != 0)

@@ -9,15 +9,16 @@
 
 namespace tidemark {
 
-/// How folders are remembered and opened again. A bookmark outlives the run; what is started is
-/// stopped. The functions block and are called on any thread; those that may fail throw `Error`.
+/// Functions that remember folders across runs of the program and open them again. Every successful
+/// `start` is followed by a `stop`. They block, are called on any thread, and throw `Error` on
+/// failure.
 struct BookmarkOperations {
     struct Resolved {
         std::filesystem::path url;
-        /// It is found, but the bookmark should be made anew.
+        /// True when the folder was found but the bookmark should be created again.
         bool stale = false;
-        /// Why what stands there at this moment is not the folder of the bookmark, as a sentence.
-        /// It is not to be started, and the bookmark keeps.
+        /// Why the folder of the bookmark is not at its path now, as a sentence. It must not be
+        /// started; the bookmark stays valid.
         std::optional<std::string> failure{};
     };
 
@@ -26,22 +27,22 @@ struct BookmarkOperations {
     std::function<bool(const std::filesystem::path&)> start;
     std::function<void(const std::filesystem::path&)> stop;
 
-    /// For a process that may open whatever its user may. A bookmark is a small JSON document
-    /// with the path, byte for byte, and the identity of the folder there. It resolves to that
-    /// path even when nothing stands there, since a volume may come back; it is stale when
-    /// another folder does. A link there is no folder, and neither is the empty one that shows
-    /// below a volume that is not mounted. `start` succeeds when the folder can be opened.
+    /// For a process with all rights of its user. A bookmark is a small JSON document with the
+    /// bytes of the path and the identity of the folder. It resolves to the path even when nothing
+    /// is there, since a volume may be mounted again; it is stale when another folder is there. A
+    /// link does not count as the folder, nor does the empty mount point of a volume that is not
+    /// mounted. `start` succeeds when the folder can be opened.
     static BookmarkOperations direct();
 };
 
-/// What is said of a folder of which nothing is known: it gave no answer, or none in time.
+/// The sentence for a folder whose check failed or did not end in time.
 inline constexpr const char* unansweredFolder = "Folder access was unavailable during the check.";
 
-/// Why a folder can't be opened at this moment, as a sentence; absent when it can. May block for
-/// long on a network volume: never on the main thread.
+/// Why a folder can't be opened now, as a sentence; absent when it can. May block for long on a
+/// network volume; not for the main thread.
 std::optional<std::string> directoryAccessFailure(const std::filesystem::path& folder);
 
-/// The same of the folder that a bookmark stands for.
+/// The same for the folder of a bookmark.
 std::optional<std::string> bookmarkAccessFailure(const BookmarkOperations& operations,
                                                  const Data& bookmark);
 

@@ -8,7 +8,7 @@ namespace tidemark {
 namespace {
 
 QCoro::Task<void> beat(AppClock* clock, CaptureScheduler::Check check, std::stop_token stop) {
-    // Not in the condition of a loop: GCC 12 destroys the awaited task twice there.
+    // `co_await` is not in the condition of the loop, where GCC 12 destroys the awaited task twice.
     for (;;) {
         const bool whole = co_await clock->sleep(CaptureScheduler::heartbeatInterval, stop,
                                                  AppClock::Slack::allowed);
@@ -24,9 +24,10 @@ QCoro::Task<void> beat(AppClock* clock, CaptureScheduler::Check check, std::stop
 
 } // namespace
 
-CaptureScheduler::CaptureScheduler(NotificationCenter& application, NotificationCenter& workspace,
-                                   Heartbeat beats)
-    : applicationCenter(application), workspaceCenter(workspace), heartbeat(std::move(beats)) {}
+CaptureScheduler::CaptureScheduler(NotificationCenter& applicationCenter,
+                                   NotificationCenter& workspaceCenter, Heartbeat heartbeat)
+    : applicationCenter(applicationCenter), workspaceCenter(workspaceCenter),
+      heartbeat(std::move(heartbeat)) {}
 
 CaptureScheduler::Heartbeat CaptureScheduler::backgroundHeartbeat(AppClock& clock) {
     return [&clock](Check check, std::stop_token stop) {
@@ -41,7 +42,7 @@ void CaptureScheduler::start(Check newCheck) {
     heartbeatStop = std::stop_source();
     tasks.start(heartbeat([this] { return runCheck(); }, heartbeatStop.get_token()));
     const auto observe = [this](NotificationCenter& center, Notification notification) {
-        // Not from within the notification: whoever observes it as well may not have heard of it.
+        // Starts the check after the notification, when all other observers have been called.
         observers.push_back(center.observe(notification, [this] {
             QMetaObject::invokeMethod(
                 &context, [this] { tasks.start(runCheck()); }, Qt::QueuedConnection);
@@ -64,7 +65,7 @@ QCoro::Task<void> CaptureScheduler::runCheck() {
         co_return;
     checking = true;
     const auto done = qScopeGuard([this] { checking = false; });
-    // A stop in the meantime takes the member away.
+    // A copy, since `stop` clears the member.
     const Check current = check;
     co_await current();
 }

@@ -9,31 +9,31 @@
 
 namespace tidemark {
 
-/// Asks regularly, and whenever the user or the machine comes back, whether a capture is due. It
-/// knows no schedule: the check does. Main thread only.
+/// Calls a check regularly and whenever the user or the machine returns. The check decides whether
+/// a capture is due. Main thread only.
 class CaptureScheduler {
 public:
-    /// Fails never; what a check asks for may take as long as it likes.
+    /// Must not fail. May take any time.
     using Check = std::function<QCoro::Task<void>()>;
-    /// Runs a check time and again, and ends when it is told to stop.
+    /// Runs a check repeatedly until the stop is requested.
     using Heartbeat = std::function<QCoro::Task<void>(Check, std::stop_token)>;
 
     static constexpr double heartbeatInterval = 60;
 
-    /// `application` posts that the application became active; `workspace` that the machine woke
-    /// and that the user's session became active. Both outlive this.
-    CaptureScheduler(NotificationCenter& application, NotificationCenter& workspace,
+    /// `applicationCenter` posts that the application became active; `workspaceCenter` that the
+    /// machine woke and that the user's session became active. Both must outlive this object.
+    CaptureScheduler(NotificationCenter& applicationCenter, NotificationCenter& workspaceCenter,
                      Heartbeat heartbeat);
     ~CaptureScheduler() { stop(); }
 
-    /// Does nothing when already started. Checks that come while one runs are dropped: the next
-    /// beat is their retry.
+    /// Does nothing when already started. A check that becomes due while one is running is dropped;
+    /// the next heartbeat checks again.
     void start(Check check);
-    /// A running check goes on to its end.
+    /// A running check continues to its end.
     void stop();
 
-    /// One check a minute, counted from the end of the one before, with the slack that lets the
-    /// system wake up for many at once. The clock outlives the scheduler.
+    /// One check a minute, counted from the end of the previous one, with slack so that the system
+    /// can combine wakeups. The clock must outlive the scheduler.
     static Heartbeat backgroundHeartbeat(AppClock& clock);
 
 private:
@@ -46,7 +46,7 @@ private:
     std::stop_source heartbeatStop{std::nostopstate};
     Check check;
     bool checking = false;
-    /// What is queued for it ends with this.
+    /// Queued calls are dropped when this is destroyed.
     QObject context;
     TaskScope tasks;
 };

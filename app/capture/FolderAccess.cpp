@@ -16,17 +16,17 @@ namespace {
 
 constexpr std::string_view key = preference::observationFolderBookmarks.name;
 
-/// As it is recommended, which may be a link.
+/// The recommended path itself, which may be a link.
 std::string ownPath(const RecommendedFolder& folder) {
     return textFromBytes(folder.url.native());
 }
 
 } // namespace
 
-FolderAccess::FolderAccess(Preferences& store, BookmarkOperations bookmarks,
-                           std::vector<RecommendedFolder> folders, FolderCalls folderCalls)
-    : preferences(store), operations(std::move(bookmarks)), recommended(std::move(folders)),
-      calls(std::move(folderCalls)) {
+FolderAccess::FolderAccess(Preferences& preferences, BookmarkOperations operations,
+                           std::vector<RecommendedFolder> recommended, FolderCalls calls)
+    : preferences(preferences), operations(std::move(operations)),
+      recommended(std::move(recommended)), calls(std::move(calls)) {
     try {
         load();
     } catch (const Error&) {
@@ -127,7 +127,7 @@ void FolderAccess::remove(const Uuid& id) {
         report(error.what());
         return;
     }
-    // So that it is not brought back at the next start.
+    // Remembers the removal, so that the folder is not added again at the next start.
     const auto same = std::ranges::find(recommended, path, ownPath);
     if (same != recommended.end())
         noteRemoved({path});
@@ -148,7 +148,7 @@ void FolderAccess::noteRemoved(const std::vector<std::string>& paths) {
 
 QCoro::Task<void> FolderAccess::noteRemovedLink(std::string path) {
     const auto hold = tasks.hold();
-    // It goes on after a stop: the end of the program must not undo what the user did before.
+    // Continues after a stop, so that the end of the program does not lose the user's choice.
     const auto work = [path, folders = recommended, asked = calls](const std::stop_token&) {
         std::vector<std::string> links;
         for (const auto& folder : folders) {

@@ -15,66 +15,66 @@
 
 namespace tidemark {
 
-/// The folders that the user allowed to be read: kept in the preferences, opened for each capture.
-/// The rest of the program sees roots and issues, and no bookmark. Main thread only; whatever
-/// touches a folder runs in the background, and one that doesn't answer there counts as
-/// unavailable.
+/// The folders that the user allowed the program to read. They are stored in the preferences and
+/// opened for each capture; the rest of the program sees only roots and issues, not bookmarks. Main
+/// thread only. Everything that accesses a folder runs in the background, and a folder that does
+/// not respond counts as unavailable.
 class FolderAccess : public Observable {
     Q_OBJECT
 
 public:
     enum class AccessStatus { unchecked, readable, unavailable };
-    /// Whether a folder can be read. Called on a background thread.
+    /// Returns whether a folder can be read. Called on a background thread.
     using Check = std::function<bool(const std::filesystem::path&)>;
     using PurposesOf = std::function<FolderPurposes(const std::filesystem::path&)>;
 
-    /// Reads the grants; a list that can't be read leaves a `message`. `preferences` outlive this;
-    /// those that are read-only are not brought up to date.
+    /// Reads the grants; sets `message` when they can't be read. `preferences` must outlive this
+    /// object; read-only ones are not migrated.
     FolderAccess(Preferences& preferences, BookmarkOperations operations,
                  std::vector<RecommendedFolder> recommended = RecommendedFolder::current(),
-                 FolderCalls folderCalls = FolderCalls());
+                 FolderCalls calls = FolderCalls());
     ~FolderAccess() override { stopWaiting(); }
 
     const std::vector<FolderGrant>& grants() const { return grantList; }
-    /// Whether a folder is allowed, by its path without links (`canonicalPath`): a recommended
-    /// folder may be a link.
+    /// Whether a folder is allowed. `canonical` is its path without links (`canonicalPath`),
+    /// because a recommended folder may be a link.
     bool isGranted(const std::filesystem::path& canonical) const;
-    /// What the last capture or check found at the path of a grant or of a recommended folder.
+    /// The result of the last capture or check for the path of a grant or of a recommended folder.
     AccessStatus accessStatus(const std::string& path) const;
-    /// In words, where it found a failure.
+    /// The sentence for a failure of that capture or check.
     std::optional<std::string> accessFailure(const std::string& path) const;
-    /// The last outcome for the user.
+    /// The result of the last action, for the user.
     const std::optional<std::string>& message() const { return lastMessage; }
     bool messageIsSuccess() const { return lastMessageIsSuccess; }
     const std::vector<RecommendedFolder>& recommendedFolders() const { return recommended; }
-    /// What is tracked, by path.
+    /// The tracked purposes, by path.
     std::map<std::string, FolderPurposes> selection() const;
 
-    /// Opens the tracked folders. Whatever can't be opened is an issue and no failure.
+    /// Opens the tracked folders. A folder that can't be opened becomes an issue.
     QCoro::Task<FolderCaptureAccess> beginCapture(bool measureStorage);
 
-    /// Allows folders, with links in their paths resolved, for the purposes of both the path as
-    /// given and the real one. Throws `Error`, and then allows none of them.
+    /// Allows folders, with links in their paths resolved, for the purposes of both the given and
+    /// the real path. Throws `Error`; none of them is allowed then.
     QCoro::Task<void> add(std::vector<std::filesystem::path> urls, PurposesOf purposes);
-    /// Lets the user pick folders, or the one `suggested`, and allows them for `purpose`, or for
-    /// what their names suggest. True when that added any; a failure stands in `message`.
+    /// Lets the user pick folders, or the `suggested` one, and allows them for `purpose`, or for
+    /// the purposes that their names suggest. True when any were added; sets `message` on failure.
     QCoro::Task<bool> choose(std::optional<FolderPurpose> purpose,
                              std::optional<std::filesystem::path> suggested, FolderPicker picker);
-    /// A failure of these two stands in `message`.
+    /// These two set `message` on failure.
     void setTracking(FolderPurpose purpose, bool enabled, const Uuid& id);
     void remove(const Uuid& id);
 
-    /// The user is done with choosing folders for the first time.
+    /// Records that the user has chosen folders for the first time.
     void completeSetup();
-    /// Checks these and the granted folders and allows those of `folders` that can be read.
+    /// Checks `folders` and the granted folders, and allows those of `folders` that can be read.
     QCoro::Task<void> enableReadableRecommended(std::vector<RecommendedFolder> folders,
                                                 Check check = {});
-    /// At each start: picks up what the user allowed in the system's own settings, which took a
-    /// restart of the program. On a system without such settings, that is nothing. True when a
-    /// folder was added.
+    /// Called at each start: allows the folders that became readable by a change in the system's
+    /// settings, which requires a restart of the program. Does nothing on systems without such
+    /// settings. True when a folder was added.
     QCoro::Task<bool> restoreRecommendedAccessAfterRestart(Check check = {});
 
-    /// Ends what waits for folders at this moment: those that gave no answer are unavailable.
+    /// Ends all running waits for folders: those that have not responded are unavailable.
     void stopWaiting();
 
 private:

@@ -1,5 +1,5 @@
-// Where folders are opened and allowed: in the background, with the outcome taken over on the main
-// thread. A grant may be changed or removed in between.
+// Opens and allows folders in the background and applies the results on the main thread. A grant
+// may be changed or removed in between.
 
 #include "app/base/Background.h"
 #include "app/capture/FolderAccess.h"
@@ -24,7 +24,7 @@ FolderPurposes effectivePurposes(const FolderGrant& grant, bool measureStorage) 
     return purposes;
 }
 
-/// The roots of one capture, as they come together.
+/// Collects the roots of one capture.
 struct Roots {
     std::vector<fs::path> applications;
     std::vector<BackgroundRoot> background;
@@ -48,7 +48,7 @@ struct Roots {
 struct Bookmarked {
     fs::path url;
     Data bookmark;
-    /// As it was named: a link says more of its use than the folder that it leads to.
+    /// The paths as given: the name of a link suggests its purpose better than that of its target.
     std::vector<fs::path> names{};
 
     FolderPurposes united(const FolderAccess::PurposesOf& purposesOf) const {
@@ -69,7 +69,7 @@ Bookmarked bookmarked(const BookmarkOperations& operations, const fs::path& give
     return {url, operations.create(url), {given}};
 }
 
-/// Bookmarks of folders, each once, by their real paths.
+/// Creates bookmarks of folders, one for each real path.
 std::vector<Bookmarked> bookmarked(const BookmarkOperations& operations, const FolderCalls& calls,
                                    const std::vector<fs::path>& urls, const std::stop_token& stop) {
     std::vector<Bookmarked> made;
@@ -89,13 +89,13 @@ std::vector<Bookmarked> bookmarked(const BookmarkOperations& operations, const F
 
 } // namespace
 
-/// What came of one grant.
+/// The result of opening one grant.
 struct FolderAccess::Opened {
     FolderGrant grant;
     std::optional<fs::path> url;
-    /// Why it could not be started.
+    /// Why the folder could not be started.
     std::optional<std::string> failure;
-    /// Of a stale bookmark.
+    /// The new bookmark, if the old one is stale.
     std::optional<Bookmarked> fresh;
 
     bool isOpen() const { return url && !failure; }
@@ -121,12 +121,12 @@ struct FolderAccess::Opened {
                 result.fresh =
                     Bookmarked{standardizedPath(resolved.url), operations.create(resolved.url)};
         } catch (const Error&) {
-            // The old bookmark led here, and will again.
+            // Keep the old bookmark, which also resolves to this path.
         }
         return result;
     }
 
-    /// The same, as far as the folder answers.
+    /// The same, within the time limit of `calls`.
     static Opened open(const BookmarkOperations& operations, const FolderCalls& calls,
                        const FolderGrant& grant, const std::stop_token& stop) {
         const auto attempt = [operations, grant] { return open(operations, grant); };
@@ -244,7 +244,7 @@ QCoro::Task<void> FolderAccess::add(std::vector<fs::path> urls, PurposesOf purpo
 
 QCoro::Task<bool> FolderAccess::choose(std::optional<FolderPurpose> purpose,
                                        std::optional<fs::path> suggested, FolderPicker picker) {
-    // Not held in the meantime: a panel stays open for as long as the user likes.
+    // Not a hold, since the panel may stay open for any time.
     const QPointer<FolderAccess> self(this);
     const auto request = FolderRequest::of(suggested);
     std::vector<fs::path> urls = co_await picker(request);

@@ -1,5 +1,5 @@
-// Where folders are looked at and the recommended ones allowed: in the background, with the outcome
-// taken over on the main thread. A grant may be changed or removed in between.
+// Checks folders in the background and allows recommended ones on the main thread. A grant may be
+// changed or removed in between.
 
 #include "app/base/Background.h"
 #include "app/capture/FolderAccess.h"
@@ -23,19 +23,19 @@ bool isReadable(const fs::path& folder) {
 
 } // namespace
 
-/// What came of the check of one folder.
+/// The result of the check of one folder.
 struct FolderAccess::Tested {
     std::string title;
     /// The path of the recommended folder or of the grant.
     fs::path named;
-    /// Set where it is recommended.
+    /// True for a recommended folder.
     bool mayAdd = false;
-    /// Without links, which a recommended folder may be.
+    /// The path without links; a recommended folder may be a link.
     fs::path canonical = named;
     std::optional<std::string> failure{};
 };
 
-/// The check of folders, with all that it needs.
+/// Everything that the check of folders needs in the background.
 struct FolderAccess::Checking {
     BookmarkOperations operations;
     Check isReadable;
@@ -43,7 +43,8 @@ struct FolderAccess::Checking {
 
     /// Blocks.
     Tested tested(Tested folder) const {
-        // A grant that was replaced by a link is another folder.
+        // Links are only resolved for recommended folders: a granted folder that was replaced by a
+        // link is another folder.
         if (folder.mayAdd)
             folder.canonical = canonicalPath(folder.named);
         fs::path url = folder.canonical;
@@ -51,12 +52,13 @@ struct FolderAccess::Checking {
         const auto grant = std::ranges::find(grants, path, &FolderGrant::path);
         if (grant != grants.end()) {
             try {
-                // The path of a grant is a text, which not every path on disk is.
+                // The path of a grant is text, which can't represent every path, so its bookmark is
+                // resolved.
                 const auto resolved = operations.resolve(grant->bookmark);
                 url = resolved.url;
                 folder.failure = resolved.failure;
             } catch (const Error&) {
-                // Its path may be good all the same.
+                // The path may still be usable.
             }
         }
         if (!folder.failure && !isReadable(url))
@@ -64,7 +66,7 @@ struct FolderAccess::Checking {
         return folder;
     }
 
-    /// Each once, whatever links lead to it.
+    /// Checks each folder once, even if several links lead to it.
     std::vector<Tested> all(std::vector<Tested> folders, const FolderCalls& folderCalls,
                             const std::stop_token& stop) const {
         std::vector<Tested> seen;
@@ -120,7 +122,7 @@ QCoro::Task<void> FolderAccess::enableReadableRecommended(std::vector<Recommende
     std::vector<fs::path> fresh;
     std::vector<std::string> unreadable;
     for (const auto& folder : tested) {
-        // By the user, while the check ran.
+        // The user removed it while the check was running.
         if (wasRemoved(folder))
             continue;
         if (folder.failure)
@@ -154,7 +156,7 @@ QCoro::Task<bool> FolderAccess::restoreRecommendedAccessAfterRestart(Check check
     const bool isPending = read(preferences, preference::diskAccessSetupPending);
     if (!isPending && !read(preferences, preference::folderSetupCompleted))
         co_return false;
-    // Where no folder waits for the system's permission, being readable is no sign of consent.
+    // Without a folder that the system protects, being readable does not imply consent.
     if (std::ranges::none_of(recommended, &RecommendedFolder::isGuardedBySystem))
         co_return false;
     auto folders = candidates();

@@ -12,12 +12,12 @@ namespace tidemark {
 struct FolderCalls::State {
     std::mutex mutex;
     std::condition_variable_any ended;
-    /// The folders of the calls that were left behind: one thread for each is enough to lose.
+    /// The folders of calls that did not end in time; no second thread is started for them.
     std::multiset<std::filesystem::path> hanging;
 };
 
-FolderCalls::FolderCalls(std::chrono::milliseconds limit)
-    : longest(limit), state(std::make_shared<State>()) {}
+FolderCalls::FolderCalls(std::chrono::milliseconds longest)
+    : longest(longest), state(std::make_shared<State>()) {}
 
 bool FolderCalls::endsInTime(const std::filesystem::path& folder, std::function<void()> work,
                              std::function<void()> whenLate, const std::stop_token& stop) const {
@@ -27,7 +27,7 @@ bool FolderCalls::endsInTime(const std::filesystem::path& folder, std::function<
     std::unique_lock lock(state->mutex);
     if (stop.stop_requested() || state->hanging.contains(folder))
         return false;
-    // Not of the pool, whose threads would run out.
+    // Not a thread of the pool, which would run out of threads.
     startThread([shared = state, stage, folder, work = std::move(work),
                  whenLate = std::move(whenLate)] {
         lowerThreadPriority();

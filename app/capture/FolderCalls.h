@@ -11,16 +11,16 @@
 
 namespace tidemark {
 
-/// Calls about folders, which a dead network volume may never answer. Each runs on a thread of its
-/// own; one that takes too long is left behind with it, so a call owns all that it uses. Copies
-/// know of the same calls. Any thread.
+/// Runs calls that access folders with a time limit, since a dead network volume may never respond.
+/// Each call runs on a thread of its own, which is abandoned when the call takes too long, so a
+/// call must own everything that it uses. Copies share their state. Thread-safe.
 class FolderCalls {
 public:
     explicit FolderCalls(std::chrono::milliseconds longest = std::chrono::seconds(30));
 
-    /// Waits for what `call` gives or throws. Absent when that is not there in time or before a
-    /// stop, and at once while a call that was left behind still waits for the same folder. Such
-    /// a call hands a result that comes after all to `late`, on its thread.
+    /// Returns or throws the result of `call`. Absent when it does not end in time or before a
+    /// stop, and at once while an abandoned call for the same folder is still running. When an
+    /// abandoned call ends, `late` is called with its result, on its thread.
     template <class Call, class Result = std::invoke_result_t<Call&>>
     std::optional<Result>
     answer(const std::filesystem::path& folder, Call call, const std::stop_token& stop,

@@ -15,11 +15,11 @@ class FolderCaptureAccess {
 public:
     using Stop = std::function<void(const std::filesystem::path&)>;
 
-    /// `urls` are started and are stopped one by one.
-    FolderCaptureAccess(ObservationOptions roots, std::vector<std::string> problems,
-                        std::vector<std::filesystem::path> started, Stop stopOne)
-        : options(std::move(roots)), issues(std::move(problems)), urls(std::move(started)),
-          stop(std::move(stopOne)) {}
+    /// `urls` are the folders that were started; each is stopped by `stop`.
+    FolderCaptureAccess(ObservationOptions options, std::vector<std::string> issues,
+                        std::vector<std::filesystem::path> urls, Stop stop)
+        : options(std::move(options)), issues(std::move(issues)), urls(std::move(urls)),
+          stop(std::move(stop)) {}
     FolderCaptureAccess(FolderCaptureAccess&& other) noexcept
         : options(std::move(other.options)), issues(std::move(other.issues)),
           urls(std::exchange(other.urls, {})), stop(std::move(other.stop)) {}
@@ -32,7 +32,7 @@ public:
     }
 
     ObservationOptions options;
-    /// What could not be opened, as sentences for the coverage of the capture.
+    /// The folders that could not be opened, as sentences for the coverage of the capture.
     std::vector<std::string> issues;
 
 private:

@@ -9,15 +9,15 @@ namespace tidemark {
 
 namespace {
 
-/// A grant as it may stand in the preferences.
+/// The stored form of a grant, of this and of earlier releases.
 struct StoredGrant {
     Uuid id;
     std::string path;
     Data bookmark;
     std::optional<FolderPurposes> purposes;
     std::optional<FolderPurposes> availablePurposes;
-    /// Of earlier releases, where a folder had one purpose. Any text, since where it is of no use
-    /// it is not to be a fault either.
+    /// In earlier releases a folder had one purpose. Any text, so that an unknown purpose is not an
+    /// error.
     std::optional<std::string> purpose;
 
     static constexpr auto fields() {

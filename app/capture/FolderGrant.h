@@ -29,20 +29,20 @@ using FolderPurposes = std::set<FolderPurpose>;
 struct FolderGrant {
     Uuid id;
     std::string path;
-    /// What finds and opens the folder again; see `BookmarkOperations`.
+    /// Used to find and open the folder again; see `BookmarkOperations`.
     Data bookmark;
-    /// What it is tracked for now. May be empty: the grant stays and is skipped.
+    /// The purposes that it is tracked for. If empty, the grant is kept but skipped.
     FolderPurposes purposes;
-    /// What it can be tracked for.
+    /// The purposes that it can be tracked for.
     FolderPurposes availablePurposes;
 
-    /// By the last component of the path alone.
+    /// The purposes suggested by the last component of the path.
     static FolderPurposes suggestedPurposes(const std::filesystem::path& path);
 
-    /// One grant a path, standardised: the first stays, with the purposes of all.
+    /// One grant per standardised path: the first one, with the purposes of all.
     static std::vector<FolderGrant> unified(std::vector<FolderGrant> grants);
 
-    /// Reads a JSON array of grants as this or an earlier release wrote them. Throws
+    /// Reads a JSON array of grants written by this or an earlier release. Throws
     /// `json::DecodingError`.
     static std::vector<FolderGrant> decodeList(std::string_view bytes);
 
@@ -58,7 +58,7 @@ struct FolderGrant {
     }
 };
 
-/// Without ".", ".." and a slash at the end; of the text alone, without looking at the disk.
+/// The path without ".", ".." and a slash at the end. Does not access the disk.
 std::filesystem::path standardizedPath(const std::filesystem::path& path);
 
 } // namespace tidemark

@@ -9,10 +9,10 @@
 
 namespace tidemark {
 
-/// What a panel for choosing folders shows, and which folders it may return. It offers folders
-/// only, and makes no new ones.
+/// What a panel for choosing folders shows and which folders it may return. It offers only existing
+/// folders.
 struct FolderRequest {
-    /// Of the errors by which a panel refuses a folder.
+    /// The domain of the errors with which a panel refuses a folder.
     static constexpr const char* errorDomain = "Tidemark.FolderSelection";
 
     std::string title;
@@ -24,19 +24,19 @@ struct FolderRequest {
     bool showsHiddenFiles = false;
     /// Whether the panel may come back after a restart.
     bool isRestorable = true;
-    /// Where it opens; where it likes, when absent.
+    /// The folder in which it opens; its own choice when absent.
     std::optional<std::filesystem::path> opensAt;
     std::optional<std::string> accessoryText;
 
     static FolderRequest of(const std::optional<std::filesystem::path>& suggested);
 
-    /// By the text of its path alone.
+    /// Decided by the text of the path.
     bool allows(const std::filesystem::path& url) const;
     /// Why the panel must not return this folder; absent when it may.
     std::optional<std::string> refusal(const std::filesystem::path& url) const;
 };
 
-/// Shows a panel and gives the folders that the user picked; none when the user picked none.
+/// Shows a panel and returns the folders that the user picked, if any.
 using FolderPicker = std::function<QCoro::Task<std::vector<std::filesystem::path>>(FolderRequest)>;
 
 } // namespace tidemark

@@ -10,23 +10,23 @@
 
 namespace tidemark {
 
-/// A folder that is worth observing on most machines.
+/// A folder that is worth monitoring on most machines.
 struct RecommendedFolder {
     std::string title;
     std::filesystem::path url;
-    /// Besides those that its name suggests.
+    /// Its purpose in addition to those that its name suggests.
     FolderPurpose purpose = FolderPurpose::storage;
-    /// The system lets the program read it only once the user has allowed that in the system's own
-    /// settings: to find it readable is to know that the user wants it read. Where any program of
-    /// the user may read it, being readable says nothing about consent.
+    /// True when the program can read the folder only after the user allowed it in the system's
+    /// settings, so that being readable implies consent. When any program of the user can read the
+    /// folder, it does not.
     bool isGuardedBySystem = false;
 
-    /// Those of this system, in the order in which they are offered.
+    /// The recommended folders of this system, in the order in which they are offered.
     static std::vector<RecommendedFolder>
     current(const std::filesystem::path& home = SystemFacts::homeDirectory());
 
     static std::vector<RecommendedFolder> ofMac(const std::filesystem::path& home);
-    /// By the folders that the desktop keeps for the user, under whatever names.
+    /// Uses the folders of the desktop under their localised names.
     static std::vector<RecommendedFolder>
     ofLinux(const std::filesystem::path& home,
             const UserFolders::Environment& environment = UserFolders::processEnvironment);

@@ -36,7 +36,7 @@ Error failure(const std::filesystem::path& path, int error) {
                  + " could not be reached: " + std::strerror(error) + ".");
 }
 
-/// Until when connect(2) waits for room in the queue of the listener.
+/// Limits how long connect(2) waits for room in the queue of the listener.
 void limitWait(const FileDescriptor& socket, std::chrono::milliseconds time) {
     const auto whole = std::chrono::duration_cast<std::chrono::seconds>(time);
     timeval limit{};
@@ -45,8 +45,8 @@ void limitWait(const FileDescriptor& socket, std::chrono::milliseconds time) {
     ::setsockopt(socket.get(), SOL_SOCKET, SO_SNDTIMEO, &limit, sizeof limit);
 }
 
-/// Invalid when nobody listens there. Not by QLocalSocket, which needs an event loop, and says so
-/// on standard error, as soon as the queue of the listener is full.
+/// Invalid when nothing listens there. Does not use QLocalSocket: when the queue of the listener is
+/// full, that needs an event loop and prints a warning.
 FileDescriptor connectedTo(const std::filesystem::path& path, std::chrono::milliseconds patience) {
     const auto address = LocalSocketAddress::of(path);
     if (!address && meansNobody(address.error()))
@@ -74,7 +74,7 @@ void send(QLocalSocket& socket, const std::string& frame, const QDeadlineTimer& 
             throw Error("The running recorder did not take the command.");
 }
 
-/// Appends what comes until `frame` has `size` bytes.
+/// Receives until `frame` has `size` bytes.
 void receive(QLocalSocket& socket, std::string& frame, std::size_t size,
              const QDeadlineTimer& deadline) {
     while (frame.size() < size) {

@@ -9,7 +9,7 @@ namespace tidemark {
 
 namespace {
 
-/// As much as is handed to the socket at a time: each is copied once on its way.
+/// Bytes passed to the socket at a time, since it copies them.
 constexpr std::size_t pieceSize = 256 * 1024;
 constexpr std::size_t mostIncoming = control::headerSize + control::mostRequestBytes;
 
@@ -26,14 +26,14 @@ QCoro::Task<ControlAnswer> carriedOut(ControlHandler handler, std::string json,
 
 } // namespace
 
-ControlConnection::ControlConnection(FileDescriptor client, ControlHandler handler, AppClock& time,
-                                     const TaskScope& tasks,
-                                     std::function<void(ControlConnection*)> ended)
-    : carryOut(std::move(handler)), clock(time), scope(tasks), didEnd(std::move(ended)) {
+ControlConnection::ControlConnection(FileDescriptor client, ControlHandler carryOut,
+                                     AppClock& clock, const TaskScope& scope,
+                                     std::function<void(ControlConnection*)> didEnd)
+    : carryOut(std::move(carryOut)), clock(clock), scope(scope), didEnd(std::move(didEnd)) {
     connect(&socket, &QLocalSocket::readyRead, this, [this] { receive(); });
     connect(&socket, &QLocalSocket::bytesWritten, this, [this] { sendMore(); });
     connect(&socket, &QLocalSocket::disconnected, this, [this] { end(); });
-    // One byte more than a request may have tells a client that sends more.
+    // One byte more than a request may have, to detect a longer one.
     socket.setReadBufferSize(mostIncoming + 1);
     startDeadline(requestSeconds);
     if (socket.setSocketDescriptor(client.get()))
@@ -71,7 +71,8 @@ QCoro::Task<void> ControlConnection::answer(QPointer<ControlConnection> connecti
     ControlAnswer result = co_await carriedOut(connection->carryOut, std::move(json), stop);
     if (stop.stop_requested())
         co_return;
-    // Tens of megabytes of events take longer to write down than the event loop may stand still.
+    // In the background, since encoding tens of megabytes of events would block the event loop for
+    // too long.
     auto encode = [answer = std::move(result)](const std::stop_token&) {
         return control::answerFrame(answer);
     };
@@ -81,7 +82,7 @@ QCoro::Task<void> ControlConnection::answer(QPointer<ControlConnection> connecti
             co_await runInBackground(std::move(encode), stop, WorkPriority::userInitiated);
         frame = std::move(encoded);
     } catch (const std::exception& error) {
-        // Without an answer, the client would wait for ever.
+        // Without an answer the client would wait for ever.
         frame = control::answerFrame({1, "", error.what()});
     }
     if (connection && !stop.stop_requested())

@@ -14,24 +14,24 @@
 
 namespace tidemark {
 
-/// Carries a request out. The stop is requested when the client is gone. What it throws is the
-/// error of the answer.
+/// Carries out a request. `stop` is requested when the client has disconnected. An exception
+/// becomes the error of the answer.
 using ControlHandler =
     std::function<QCoro::Task<ControlAnswer>(ControlRequest request, std::stop_token stop)>;
 
-/// One client of the recorder: takes its request, has it carried out, and streams the answer. A
-/// client that breaks a rule or takes too long is dropped without a word.
+/// One client of the recorder: receives its request, has it carried out, and sends the answer. A
+/// client that violates the protocol or takes too long is disconnected without an answer.
 class ControlConnection final : public QObject {
 public:
-    /// A request must be complete so long after the client came.
+    /// Seconds from the connection until the request must be complete.
     static constexpr double requestSeconds = 5;
-    /// An answer must be read so long after it was offered.
+    /// Seconds within which the client must read the answer.
     static constexpr double answerSeconds = 30;
 
-    /// `ended` is called once with the connection, from the event loop; the object is to be deleted
-    /// later then. The coroutines of the connection run in `tasks`.
-    ControlConnection(FileDescriptor client, ControlHandler handler, AppClock& time,
-                      const TaskScope& tasks, std::function<void(ControlConnection*)> ended);
+    /// `didEnd` is called once, from the event loop, and has to delete the connection later. The
+    /// coroutines of the connection run in `scope`.
+    ControlConnection(FileDescriptor client, ControlHandler carryOut, AppClock& clock,
+                      const TaskScope& scope, std::function<void(ControlConnection*)> didEnd);
     ~ControlConnection() override;
 
 private:

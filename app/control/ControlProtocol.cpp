@@ -9,7 +9,7 @@ namespace tidemark::control {
 
 namespace {
 
-/// All that may be asked of a request of an unknown version.
+/// The only field that is read from a request of an unknown version.
 struct VersionOnly {
     std::int64_t version = 0;
 
@@ -64,7 +64,7 @@ socketPaths(const std::filesystem::path& dataFolder,
             const std::optional<std::filesystem::path>& runtimeFolder) {
     std::vector<std::filesystem::path> paths;
     if (runtimeFolder) {
-        // A name of its own for each data folder, of which one user may have several.
+        // A different name for each data folder, since one user may have several.
         const std::string name = Sha256::hex(canonicalPath(dataFolder).native()).substr(0, 16);
         paths.push_back(*runtimeFolder / "Tidemark" / (name + ".socket"));
     }

@@ -11,17 +11,16 @@
 
 namespace tidemark {
 
-/// A command that the running recorder is to carry out for another process.
+/// A command that another process asks the running recorder to carry out.
 struct ControlRequest {
     static constexpr std::int64_t currentVersion = 2;
 
     std::int64_t version = currentVersion;
     /// Its name, such as "snapshot delete".
     std::string command;
-    /// The values of its options, as a JSON document of its own: only the command knows their
-    /// types.
+    /// The values of its options, as a JSON document in a text: only the command knows their types.
     std::string options;
-    /// The output is read on a terminal that takes colours.
+    /// True when the output goes to a terminal that supports colours.
     bool colour = false;
 
     static constexpr auto fields() {
@@ -33,7 +32,7 @@ struct ControlRequest {
     bool operator==(const ControlRequest&) const = default;
 };
 
-/// What the other process is to print and to end with.
+/// What the other process prints, and its exit status.
 struct ControlAnswer {
     std::int64_t status = 0;
     std::string output;
@@ -47,30 +46,29 @@ struct ControlAnswer {
     bool operator==(const ControlAnswer&) const = default;
 };
 
-/// How the two stand on the socket: one request and one answer per connection, each a frame of
-/// four bytes, the length with its highest byte first, and that many bytes of UTF-8 JSON.
+/// The protocol of the control socket: one request and one answer per connection. Each is a frame
+/// of four bytes with the length in big-endian order, followed by that many bytes of UTF-8 JSON.
 namespace control {
 
 inline constexpr std::size_t headerSize = 4;
 inline constexpr std::size_t mostRequestBytes = std::size_t{1024} * 1024;
 inline constexpr std::size_t mostAnswerBytes = std::size_t{256} * 1024 * 1024;
 
-/// The length that a frame announces; `frame` holds at least the header.
+/// The length in the header of a frame; `frame` has at least the header.
 std::size_t announcedSize(std::string_view frame);
 
-/// Throws `Error` when the request is too long to be handed over.
+/// Throws `Error` when the request is too long to be sent.
 std::string requestFrame(const ControlRequest& request);
-/// An answer above the limit becomes one that says so.
+/// An answer above the limit is replaced by an error.
 std::string answerFrame(const ControlAnswer& answer);
 
-/// What a frame holds behind its header. Throws `Error`.
+/// Decodes a frame without its header. Throws `Error`.
 ControlRequest decodedRequest(std::string_view json);
 ControlAnswer decodedAnswer(std::string_view json);
 
-/// The places where the recorder of a data folder may listen, best first: the user's folder for
-/// sockets, where there is one, and a folder inside of the data folder. The recorder takes the
-/// first that it can have, and a client asks at each: the two may have been started in different
-/// sessions.
+/// The paths at which the recorder of a data folder may listen, in order of preference: in the
+/// user's runtime folder, if there is one, and inside the data folder. The recorder uses the first
+/// that works, and a client tries each, since the two may have been started in different sessions.
 std::vector<std::filesystem::path>
 socketPaths(const std::filesystem::path& dataFolder,
             const std::optional<std::filesystem::path>& runtimeFolder);

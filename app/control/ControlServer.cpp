@@ -9,12 +9,13 @@
 
 namespace tidemark {
 
-ControlServer::ControlServer(ControlHandler handler, AppClock& time)
-    : carryOut(std::move(handler)), clock(time) {}
+ControlServer::ControlServer(ControlHandler carryOut, AppClock& clock)
+    : carryOut(std::move(carryOut)), clock(clock) {}
 
 ControlServer::~ControlServer() {
     listener.reset();
-    // At once: each stops what runs on its behalf, and the scope then waits for that.
+    // Deletes all connections at once: each stops its command, and the scope then waits for the
+    // commands.
     for (auto& connection : std::exchange(connections, {}))
         delete connection.release();
 }
@@ -44,7 +45,7 @@ QCoro::Task<void> ControlServer::keepListening() {
             listener->restore();
             problem.clear();
         } catch (const Error& error) {
-            // Once, and not every minute.
+            // Logs a problem once and not every minute.
             if (std::exchange(problem, error.what()) != error.what())
                 qWarning("%s", error.what());
         }

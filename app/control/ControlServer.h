@@ -11,29 +11,29 @@
 
 namespace tidemark {
 
-/// The recorder's end of the control socket: carries out what other processes of the same user
-/// ask for. Main thread only.
+/// The server side of the control socket: carries out commands of other processes of the same user.
+/// Main thread only.
 class ControlServer {
 public:
-    /// Clients that are served at once. More of them wait in the system's queue.
+    /// The most clients that are served at the same time. Others wait in the system's queue.
     static constexpr std::size_t mostConnections = 16;
-    /// Commands that are carried out at once, also for clients that are gone and whose command
-    /// could not be stopped. More of them are refused.
+    /// The most commands that are carried out at the same time, including those of disconnected
+    /// clients that could not be stopped. Others are refused.
     static constexpr std::size_t mostCommands = 32;
 
-    explicit ControlServer(ControlHandler handler, AppClock& time = AppClock::system());
-    /// Drops all clients, and waits for what is being carried out for them to end.
+    explicit ControlServer(ControlHandler carryOut, AppClock& clock = AppClock::system());
+    /// Disconnects all clients and waits for their commands to end.
     ~ControlServer();
     ControlServer(const ControlServer&) = delete;
     ControlServer& operator=(const ControlServer&) = delete;
 
-    /// Seconds between two looks whether the socket is still there. One that was removed, by hand
-    /// or by who cleans up temporary files, is made anew.
+    /// Seconds between two checks whether the socket still exists. A socket that was removed, for
+    /// example by a cleanup of temporary files, is created again.
     static constexpr double restoringInterval = 60;
 
-    /// Starts to listen as `LocalListener` does, at the first of `sockets` that it can have. They
-    /// are the `control::socketPaths` of the locked folder. The lock outlives the server. Throws
-    /// `Error` when it can have none.
+    /// Starts to listen, as `LocalListener` does, at the first of `sockets` that works; these are
+    /// the `control::socketPaths` of the locked folder. The lock must outlive the server. Throws
+    /// `Error` when none works.
     void listen(const std::vector<std::filesystem::path>& sockets, const FolderLock& held);
 
     std::size_t connectionCount() const { return connections.size(); }

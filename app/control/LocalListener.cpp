@@ -24,7 +24,7 @@ namespace {
 constexpr int mostWaiting = 64;
 constexpr std::chrono::seconds recoveryTime{1};
 
-/// Failures of accept(2) that last for a while and would else come back at once.
+/// Failures of accept(2) that last for a while, so that an immediate retry would fail again.
 constexpr std::array lastingFailures{EMFILE, ENFILE, ENOBUFS, ENOMEM};
 
 Error failure(const std::filesystem::path& path, const std::string& reason) {
@@ -35,7 +35,7 @@ Error failure(const std::filesystem::path& path) {
     return failure(path, std::strerror(errno));
 }
 
-/// Not every system can open a socket so at once.
+/// Not every system has SOCK_CLOEXEC and SOCK_NONBLOCK.
 bool makePrivateToProcess(const FileDescriptor& socket) {
     return ::fcntl(socket.get(), F_SETFD, FD_CLOEXEC) == 0
            && ::fcntl(socket.get(), F_SETFL, O_NONBLOCK) == 0;
@@ -56,7 +56,7 @@ FileDescriptor listeningSocket(const std::filesystem::path& path) {
     if (!address)
         throw failure(path, std::strerror(address.error()));
     FileDescriptor socket(::socket(AF_UNIX, SOCK_STREAM, 0));
-    // The folder is private, so nobody connects before the mode is set.
+    // The folder is private, so no other user can connect before the mode is set.
     if (!socket || !makePrivateToProcess(socket)
         || ::bind(socket.get(), address->get(), address->size()) != 0
         || ::chmod(path.c_str(), 0600) != 0 || ::listen(socket.get(), mostWaiting) != 0)
@@ -66,8 +66,9 @@ FileDescriptor listeningSocket(const std::filesystem::path& path) {
 
 } // namespace
 
-LocalListener::LocalListener(std::filesystem::path path, const FolderLock& held, Accept accept)
-    : socketPath(std::move(path)), lock(held), handOver(std::move(accept)) {
+LocalListener::LocalListener(const std::filesystem::path& socketPath, const FolderLock& lock,
+                             Accept handOver)
+    : socketPath(socketPath), lock(lock), handOver(std::move(handOver)) {
     recovery.setSingleShot(true);
     recovery.callOnTimeout([this] { notifier->setEnabled(wanted); });
     requirePrivateFolder(socketPath.parent_path());
@@ -89,7 +90,7 @@ LocalListener::identityAt(const std::filesystem::path& path) {
 }
 
 void LocalListener::restore() {
-    // Without the lock the place belongs to the process that has it now.
+    // Without the lock the path may belong to another process.
     if (identityAt(socketPath) || !lock.isCurrent())
         return;
     requirePrivateFolder(socketPath.parent_path());
@@ -99,7 +100,7 @@ void LocalListener::restore() {
 void LocalListener::listen() {
     FileDescriptor fresh = listeningSocket(socketPath);
     own = identityAt(socketPath);
-    // Before the socket that it watches.
+    // Destroyed before the socket that it watches.
     notifier.reset();
     socket = std::move(fresh);
     notifier = std::make_unique<QSocketNotifier>(socket.get(), QSocketNotifier::Read);

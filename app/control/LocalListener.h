@@ -14,28 +14,27 @@
 
 namespace tidemark {
 
-/// A listening local socket that only its user can reach. Unlike the one of Qt it can leave clients
-/// waiting in the system's queue, and it outlives a moment without descriptors. Its file may be
-/// removed, or replaced by that of another listener, at any time: what is not its own it leaves
-/// alone.
+/// A listening local socket that only its user can reach. Unlike QLocalServer it can leave clients
+/// waiting in the system's queue, and it recovers from a lack of file descriptors. The file of the
+/// socket may be removed or replaced by another listener at any time; a file of another listener is
+/// not removed.
 class LocalListener {
 public:
     using Accept = std::function<void(FileDescriptor)>;
 
-    /// Listens at `path`, whose folder is made private or has to be. Under the lock of the data
-    /// folder that the socket stands for, what is left there of a dead process is removed. Throws
-    /// `Error`. `accept` is called from the event loop with each client of this user. The lock
-    /// outlives the listener.
-    LocalListener(std::filesystem::path path, const FolderLock& held, Accept accept);
+    /// Listens at `socketPath`, whose folder is created with mode 0700 or must be private. The lock
+    /// of the data folder proves that a socket there is left from a dead process; it is removed.
+    /// Throws `Error`. `handOver` is called from the event loop with each client of this user. The
+    /// lock must outlive the listener.
+    LocalListener(const std::filesystem::path& socketPath, const FolderLock& lock, Accept handOver);
     ~LocalListener();
     LocalListener(const LocalListener&) = delete;
     LocalListener& operator=(const LocalListener&) = delete;
 
-    /// While false, clients wait for their turn.
+    /// While false, clients wait in the system's queue.
     void setAccepting(bool accepting);
 
-    /// Listens anew when nothing is at the path any more and the lock is still current. Throws
-    /// `Error`.
+    /// Listens again when the file was removed and the lock is still current. Throws `Error`.
     void restore();
 
 private:
@@ -55,7 +54,7 @@ private:
     FileDescriptor socket;
     std::optional<Identity> own;
     std::unique_ptr<QSocketNotifier> notifier;
-    /// Running while there are no descriptors for another client.
+    /// Active while there are no descriptors for another client.
     QTimer recovery;
     bool wanted = true;
 };

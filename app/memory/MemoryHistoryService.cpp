@@ -27,7 +27,7 @@ bool isClip(const Shared<MemoryRecord>& record) {
     return record->kind == MemoryRecord::Kind::clipboard;
 }
 
-/// One record that can't be written would end the whole history.
+/// A single record that can't be written would make every save fail.
 bool isStorable(const MemoryRecord& record) {
     const auto isFinite = [](Date date) { return std::isfinite(date.secondsSince2001); };
     return isFinite(record.timestamp) && isFinite(record.observedAt)
@@ -169,7 +169,7 @@ QCoro::Task<void> MemoryHistoryService::write() {
             fail();
     }
     writing = false;
-    // From the event loop, so that who waits for it may end this object.
+    // Emitted from the event loop, so that a receiver may destroy this object.
     QMetaObject::invokeMethod(this, &MemoryHistoryService::written, Qt::QueuedConnection);
 }
 

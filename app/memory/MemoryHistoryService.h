@@ -18,9 +18,9 @@
 
 namespace tidemark {
 
-/// Owns the memory history: what there is of it, its file, and when its collectors may run. They
-/// stop for good when a save fails. Main thread only; the file is read and written on a thread of
-/// its own, which no other work can hold up. Destroying it waits for the last write.
+/// Owns the memory history and its file, and decides when its collectors run. They stop permanently
+/// when a save fails. Main thread only; the file is read and written on a thread of its own, so
+/// that no other work delays it. The destructor waits for the last write.
 class MemoryHistoryService : public Observable {
     Q_OBJECT
 
@@ -28,44 +28,46 @@ public:
     static constexpr std::string_view saveFailure =
         "New activity history could not be saved. Collection stopped to protect the existing file.";
 
-    /// What it is built with. All that is given by reference outlives it.
+    /// The constructor's arguments. References must outlive the service.
     struct Setup {
         /// The document, "memory-history.json" in the data folder.
         std::filesystem::path url;
         Preferences& preferences;
-        /// Posts sleep and wake of the machine, of the screens and of the user's session.
+        /// Posts the sleep and wake of the machine and of the screens, and changes of the user's
+        /// session.
         NotificationCenter& workspaceCenter;
         AppClock& clock = AppClock::system();
         std::vector<MemoryCollector*> collectors{};
         /// Whether anything may be recorded at all.
         std::function<bool()> collectionAllowed = [] { return true; };
-        /// Asked before the document or its side files are written.
+        /// Checked before the document or the contents of clips are written.
         FolderGuard guard{};
     };
 
     explicit MemoryHistoryService(Setup setup);
     ~MemoryHistoryService() override;
 
-    /// Reads the file, once, and applies the age limits. Throws an `Error` when it can't be read:
-    /// it is not touched then, nothing is collected, and the next call tries again.
+    /// Reads the file, on the first call only, and applies the age limits. Throws an `Error` when
+    /// it can't be read. Then the file is not changed, nothing is collected, and the next call
+    /// tries again.
     QCoro::Task<void> load();
-    /// Starts the collectors, which from then on rest while the machine, its screens or the user's
-    /// session do. Only after `load`, and never again after a `failure`.
+    /// Starts the collectors. From then on they are suspended while the machine or its screens
+    /// sleep or the user's session is not active. Does nothing before `load` and after a `failure`.
     void start();
-    /// Ends all collecting, until the next `start`.
+    /// Stops all collectors until the next `start`.
     void stop();
-    /// Waits until nothing is left to be written.
+    /// Waits until everything is written.
     QCoro::Task<void> writer();
 
-    /// The one way into the archive: adds records as `MemoryArchive::upsert` does, or none when
-    /// recording is not allowed; the limits apply in any case. Records with a number that is not
-    /// finite are left out. With `persist`, the result is written unless it is what was written
-    /// last. Nothing before `load` or after a `failure`.
+    /// Adds records to the archive, as `MemoryArchive::upsert` does, and applies the limits. When
+    /// recording is not allowed, only applies the limits. Records with a number that is not finite
+    /// are left out. With `persist`, the archive is written if it differs from the last written
+    /// one. Does nothing before `load` and after a `failure`.
     void update(std::vector<MemoryRecord> records, bool persist = true);
-    /// Pins or unpins a clip. Both throw an `Error`, and change nothing, where it would be undone
-    /// by the next start: before `load`, and after a `failure`.
+    /// Pins or unpins a clip. This and `clearClipboard` throw an `Error` and change nothing when
+    /// the change could not be saved: before `load` and after a `failure`.
     void togglePin(std::string_view id);
-    /// Removes all clips, pinned ones too.
+    /// Removes all clips, including pinned ones.
     void clearClipboard();
 
     const MemoryArchive& archive() const { return current; }
@@ -73,24 +75,25 @@ public:
     std::vector<Shared<MemoryRecord>> clips() const;
     /// Set when a save failed.
     const std::optional<std::string>& failure() const { return *failureText; }
-    /// How long unpinned clips are kept: a setting, of which a shorter time applies when it is set.
+    /// How long unpinned clips are kept, a setting. A shorter time applies at once.
     std::int64_t clipboardDays() const;
     void setClipboardDays(std::int64_t wanted);
 
     bool isLoaded() const { return loaded; }
     bool isRunning() const { return running; }
-    /// Whether collectors may collect.
+    /// True when collectors may collect.
     bool active() const;
-    /// Another number whenever the collectors were stopped: what began under another is stale.
+    /// Incremented whenever the collectors are stopped: work that began under another number is
+    /// stale.
     std::uint64_t generation() const { return stops; }
 
 Q_SIGNALS:
-    /// For `writer`: a run of writes has ended.
+    /// For `writer`: emitted when all pending writes have ended.
     void written();
 
 private:
     void followPreferences();
-    /// Starts the collectors afresh, after a change of what they observe.
+    /// Restarts the collectors after a change of their settings.
     void reconfigure();
     void requireStorable() const;
     void publish(MemoryArchive next);
@@ -112,18 +115,19 @@ private:
     Published<std::optional<std::string>> failureText{this};
     bool loaded = false;
     bool running = false;
-    /// Why the collectors rest.
+    /// Why the collectors are suspended.
     std::set<std::string_view> suspensionReasons;
     std::uint64_t stops = 0;
     std::vector<NotificationCenter::Token> observers;
 
-    /// What was last given to be written.
+    /// The last archive that was queued for writing.
     std::optional<MemoryArchive> lastEnqueued;
-    /// What is to be written after the write that runs. A newer one takes its place: it holds all
-    /// that the older one did.
+    /// The archive to write after the running write. A newer one replaces it, since it contains
+    /// everything.
     std::optional<MemoryArchive> pending;
     bool writing = false;
-    /// In the common pool, folders that never answer would hold up the history and its end.
+    /// Not the common pool, where folders that don't respond could delay the history and the end of
+    /// the program.
     WorkerPool thread{1};
     TaskScope tasks;
 };

@@ -7,7 +7,7 @@
 
 namespace tidemark {
 
-/// What the user wants observed beyond applications, services and folders.
+/// The additional sources that the user turned on.
 struct AdditionalHistoryOptions {
     bool homebrew = false;
     bool diagnostics = false;

@@ -56,7 +56,7 @@ AppModel::AppModel(Setup setup)
       scheduler(setup.applicationCenter, setup.workspaceCenter,
                 setup.heartbeat ? std::move(setup.heartbeat)
                                 : CaptureScheduler::backgroundHeartbeat(clock)) {
-    // The user may come back from the system's own settings of access.
+    // The user may have changed folder access in the system's settings.
     activation = setup.applicationCenter.observe(notification::applicationDidBecomeActive, [this] {
         tasks.start(resumePermissionSetupOnActivation());
     });
@@ -70,8 +70,8 @@ AppModel::~AppModel() {
     tasks.drain();
 }
 
-/// One of the ways to start, until it is done. They exclude each other, and there is one start in
-/// the life of a program, unless it failed.
+/// Marks a start as running. The kinds of start exclude each other, and only one of them succeeds
+/// in the lifetime of the program.
 class AppModel::Starting {
 public:
     explicit Starting(AppModel& model) : hold(model.tasks.hold()), starting(model.starting) {
@@ -130,7 +130,7 @@ QCoro::Task<void> AppModel::openHistory() {
         co_await open();
 }
 
-/// Reads the history. False when it can't be read, and when the program ends meanwhile.
+/// Reads the history. False when it can't be read or the program ends meanwhile.
 QCoro::Task<bool> AppModel::open() {
     std::string failure;
     try {
@@ -166,7 +166,7 @@ QCoro::Task<void> AppModel::startLiveServices() {
     }
 }
 
-/// Captures what should have been captured by now, unless the user still has to choose folders.
+/// Takes a capture if one is due, unless the user still has to choose folders.
 QCoro::Task<void> AppModel::catchUp() {
     const bool restored = co_await folders.restoreRecommendedAccessAfterRestart();
     if (isEnding())
@@ -200,11 +200,11 @@ QCoro::Task<void> AppModel::showStoredActivity() {
     };
     try {
         auto records = co_await runInBackground(load);
-        // Resumed in the meantime: then the monitors know better.
+        // If recording was resumed meanwhile, the monitors have newer records.
         if (!isEnding() && !modelState.canRecord())
             modelState.setSystemActivity(std::move(records));
     } catch (const std::exception& error) {
-        // Only shown, and never written, while recording is paused.
+        // While recording is paused, the file is only shown and not written.
         qCDebug(capturesLog, "The stored activity can't be shown: %s", error.what());
     }
 }

@@ -13,16 +13,20 @@
 
 namespace tidemark {
 
-/// The one controller of the running application: it owns the journal and the services, and has
-/// the commands that change them. It knows no view. Main thread only.
+/// The controller of the running application. Captures, imports, named snapshots and the user's
+/// commands all change one journal, and only one of them may do so at a time; so one object owns
+/// the journal and the services, and its commands check `Operations` before they begin. Each group
+/// of commands is a part of its own (`CaptureFlow`, `NamedSnapshots`, `HistoryImport` and others),
+/// and the parts share `ModelState`, which views read. It does not depend on views. Main thread
+/// only.
 class AppModel : public QObject {
     Q_OBJECT
 
 public:
-    /// What it is built with. All that is given by reference outlives it.
+    /// The constructor's arguments. References must outlive the model.
     struct Setup {
         ModelState& state;
-        /// What records besides captures.
+        /// Records everything except captures.
         LiveServices& live;
         Preferences& preferences;
         DataFiles files;
@@ -31,33 +35,34 @@ public:
         AppClock& clock = AppClock::system();
         BookmarkOperations bookmarks = BookmarkOperations::direct();
         std::filesystem::path home = SystemFacts::homeDirectory();
-        /// Of `home`, when absent.
+        /// If absent, those of `home`.
         std::optional<std::vector<RecommendedFolder>> recommended{};
-        /// Once a minute, when absent.
+        /// If absent, once a minute.
         CaptureScheduler::Heartbeat heartbeat{};
-        /// The machine itself, when absent.
+        /// If absent, observes this machine.
         Observe observe{};
-        /// Asked before anything is written below `files`.
+        /// Checked before anything is written to `files`.
         FolderGuard guard{};
-        /// The memory of this system, when absent.
+        /// If absent, reads the installation log of this system.
         CollectInstallations collectInstallations{};
     };
 
     explicit AppModel(Setup setup);
     ~AppModel() override;
 
-    /// Reads the history and starts recording. Never fails: when the history can't be read,
-    /// `error` says so, nothing is recorded or written, and the scheduler tries again. Does
-    /// nothing when it has started or is starting, and after `stopAutomaticCaptures`.
+    /// Reads the history and starts recording. Does not throw: when the history can't be read, sets
+    /// `error`, records and writes nothing, and the scheduler tries again. Does nothing when it has
+    /// started or is starting, and after `stopAutomaticCaptures`.
     QCoro::Task<void> start();
-    /// Reads the history and records nothing, for a program that does one thing to it. Never
-    /// fails, as `start`.
+    /// Reads the history without recording, for a program that carries out one command. Does not
+    /// throw, like `start`.
     QCoro::Task<void> openHistory();
-    /// As `start`, for a program that captures once and ends: no schedule runs, and no live
-    /// service is started, so that nothing they do once in the life of a history is spent here.
+    /// Like `start`, for a program that takes one capture and ends: starts no schedule and no live
+    /// services. Some of these do something only once per history, which has to be done by a
+    /// recorder that keeps running.
     QCoro::Task<void> startForOneCapture();
-    /// Ends all recording, at the end of the program. A capture that runs is cut short; what is
-    /// being saved is finished.
+    /// Ends all recording at the end of the program. A running capture is stopped; a running save
+    /// is finished.
     void stopAutomaticCaptures();
 
     QCoro::Task<void> scan(bool allowDuringFolderSetup = false) {
@@ -66,7 +71,7 @@ public:
     QCoro::Task<bool> commit(Journal journal) { return flow.commit(std::move(journal)); }
     QCoro::Task<void> refreshIfNeeded(Date now) { return flow.refreshIfNeeded(now); }
 
-    /// False when it could not be stored: then the schedule is as before.
+    /// False when it could not be stored; the schedule is unchanged then.
     bool setCaptureSchedule(CaptureSchedule schedule);
     std::optional<Date> nextAutomaticCapture() const;
 
@@ -76,9 +81,9 @@ public:
     std::string_view menuSymbol() const { return recording.menuSymbol(); }
 
     void beginFolderManagement() { folderSetup.begin(); }
-    /// Leaves the folders as they are now, without having finished a first choice.
+    /// Closes the folder manager without completing a first choice.
     void cancelFolderManagement() { folderSetup.cancel(); }
-    /// Finishes the choice before `start`, so that no capture follows by itself.
+    /// Completes the choice before `start`. No capture follows.
     void completeFolderManagement() { folderSetup.complete(); }
     QCoro::Task<void> finishFolderManagement() { return folderSetup.finish(); }
     QCoro::Task<void> checkRecommendedAccess(FolderAccess::Check check = {}) {
@@ -87,12 +92,12 @@ public:
     void openDiskAccessPane(const std::function<bool(const std::string& location)>& open) {
         folderSetup.openDiskAccessPane(open);
     }
-    /// Follows each activation of the application.
+    /// Called after each activation of the application.
     QCoro::Task<void> resumePermissionSetupOnActivation(FolderAccess::Check check = {}) {
         return folderSetup.resumeOnActivation(std::move(check));
     }
 
-    /// The merged history, where the user stands in it, and what is shown there.
+    /// The merged history, the user's place in it, and what is shown there.
     HistoryScreen& history() { return screen; }
     const HistoryScreen& history() const { return screen; }
     /// Saving and deleting named snapshots.
@@ -101,7 +106,7 @@ public:
     ModelState& state() { return modelState; }
     const ModelState& state() const { return modelState; }
     FolderAccess& folderAccess() { return folders; }
-    /// Its commands are commands of this controller.
+    /// The commands for imports.
     HistoryImport& imports() { return historyImport; }
     CaptureProgress& scanProgress() { return progress; }
     const DataFiles& files() const { return dataFiles; }

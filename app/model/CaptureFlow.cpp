@@ -76,8 +76,8 @@ QCoro::Task<void> CaptureFlow::refreshIfNeeded(Date now) {
     state.observationNow = now;
     const auto last = state.lastCapture();
     const auto period = seconds(state.captureSchedule());
-    // Taken under a clock that was ahead, as nothing else is from so far in the future. Waiting
-    // until its time has come could take years.
+    // The last capture was taken when the clock was ahead. Waiting for the next one to become due
+    // could take years.
     const bool isFromFuture = last && period && *last > now + *period;
     if (isFromFuture || isDue(state.captureSchedule(), last, now))
         co_await scan(false);

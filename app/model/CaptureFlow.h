@@ -6,23 +6,25 @@
 
 namespace tidemark {
 
-/// One capture from its trigger to the saved journal. A trigger that comes while the controller is
-/// busy is dropped: whoever keeps asking, as the scheduler does, is its retry. Main thread only.
+/// Takes a capture and saves it. The journal in memory is replaced only after the new one is on
+/// disk, so that memory and disk agree whatever fails. A capture requested while another operation
+/// is running is dropped; the scheduler asks again a minute later. Main thread only.
 class CaptureFlow {
 public:
-    /// All of these outlive this.
+    /// The arguments must outlive this object.
     CaptureFlow(ModelState& state, ObservationFlow& observations, JournalFile& file,
                 Preferences& preferences, AppClock& clock, const TaskScope& tasks)
         : state(state), observations(observations), file(file), preferences(preferences),
           clock(clock), tasks(tasks) {}
 
-    /// Never fails: `error` of the state tells. A capture that outlives a change of the recording
-    /// mode, or the controller, is dropped; after a change a fresh one follows at once.
+    /// Does not throw: sets `error` of the state. A capture during which recording was paused or
+    /// resumed, or the controller was destroyed, is dropped; after a resume a new one follows at
+    /// once.
     QCoro::Task<void> scan(bool allowDuringFolderSetup = false);
-    /// Saves a journal that no capture changed. True when that worked; false as well while
-    /// anything else is under way.
+    /// Saves a journal with a change that is not from a capture. False when that failed or another
+    /// operation is running.
     QCoro::Task<bool> commit(Journal journal);
-    /// A capture if one is due.
+    /// Takes a capture if one is due.
     QCoro::Task<void> refreshIfNeeded(Date now);
 
 private:

@@ -7,7 +7,7 @@
 
 namespace tidemark {
 
-/// What the running capture is doing; nothing when none runs.
+/// The phase of the running capture; empty when none is running.
 class CaptureProgress : public Observable {
 public:
     Published<std::optional<std::string>> stage{this};

@@ -5,13 +5,13 @@
 
 namespace tidemark {
 
-/// Where the files of this user's history lie.
+/// The paths of the files of this user's history.
 struct DataFiles {
     /// Of the folders of the program, below those of the user for data and for configurations.
     static constexpr const char* folderName = "Tidemark";
 
     std::filesystem::path directory;
-    /// Where an earlier release kept the journal, which is taken over once.
+    /// The journal of an earlier release, which is migrated once.
     std::optional<std::filesystem::path> legacyJournal;
 
     std::filesystem::path journal() const { return directory / "journal.json"; }
@@ -22,7 +22,7 @@ struct DataFiles {
         return directory / "storage-measurements.json";
     }
 
-    /// `applicationSupport` is the user's folder for the data of applications.
+    /// `applicationSupport` is the user's folder for application data.
     static DataFiles below(const std::filesystem::path& applicationSupport);
 };
 

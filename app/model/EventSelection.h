@@ -7,20 +7,20 @@
 
 namespace tidemark {
 
-/// The event that the user looks at, if any, and where the list is to be scrolled.
+/// The selected event, if any, and requests to scroll the list.
 class EventSelection {
 public:
     const OptionalShared<Event>& event() const { return selected; }
-    /// Another identifier asks the list to scroll to its top.
+    /// When this changes, the list scrolls to its top.
     const Uuid& scrollRequest() const { return scroll; }
 
-    /// True when it is another one than before.
+    /// True when the selection changed.
     bool select(OptionalShared<Event> event);
     void clear() { selected = {}; }
     void scrollToTop() { scroll = Uuid::random(); }
-    /// Clears the selection unless the event is among these.
+    /// Clears the selection unless the selected event is in `events`.
     void keepIfIn(const std::vector<Shared<Event>>& events);
-    /// Replaces the event by the one of these with its identifier, if there is one.
+    /// Replaces the selected event by the one in `events` with the same id, if there is one.
     void takeNewerForm(const std::vector<Shared<Event>>& events);
 
 private:

@@ -6,14 +6,14 @@
 
 namespace tidemark {
 
-/// What must not be under way when an operation begins.
+/// Which running operations prevent others from beginning.
 namespace exclusions {
 
 using enum Operation;
 
 struct Row {
     Operation beginning;
-    /// Besides the operation itself, which always is.
+    /// In addition to the operation itself, which is always excluded.
     OperationSet excluded;
 };
 
@@ -21,8 +21,7 @@ inline constexpr OperationSet captures{capturing, capturingInSetup};
 inline constexpr OperationSet saves{saving, savingDraft};
 inline constexpr OperationSet checks{checkingFolders, checkingAfterReturn};
 inline constexpr OperationSet folderChanges{choosingFolders, managingFolders};
-/// Each needs the journal to stay as it is until it ends, or keeps the machine busy as a capture
-/// does.
+/// Operations that need an unchanged journal until they end, or load the machine like a capture.
 inline constexpr OperationSet exclusive =
     captures.with(saves).with(checks).with({opening, importing, naming, drafting});
 
@@ -43,13 +42,13 @@ inline constexpr auto table = std::to_array<Row>({
     {switchingRecording, saves.with({opening, importing, naming, drafting})},
 });
 
-/// All that keeps an operation from beginning.
+/// The operations that prevent `operation` from beginning.
 constexpr OperationSet of(Operation operation) {
     return table[std::to_underlying(operation)].excluded.with(operation);
 }
 
 static_assert([] {
-    // The table is read by place.
+    // The table is indexed by operation.
     for (std::size_t i = 0; i < table.size(); ++i)
         if (std::to_underlying(table[i].beginning) != i)
             return false;

@@ -5,31 +5,31 @@
 
 namespace tidemark {
 
-/// The commands around choosing folders: no capture runs while the user chooses, and one follows
-/// a choice that changed anything.
+/// The commands for choosing folders. No capture runs while the user chooses, and one follows a
+/// choice that changed anything.
 class FolderSetup {
 public:
-    /// All of these outlive this.
+    /// The arguments must outlive this object.
     FolderSetup(ModelState& state, CaptureFlow& flow, HistoryImport& imports, FolderAccess& folders,
                 Preferences& preferences, const TaskScope& tasks)
         : state(state), flow(flow), imports(imports), folders(folders), preferences(preferences),
           tasks(tasks) {}
 
-    /// Shows the folder manager, since the user has to choose.
+    /// Shows the folder manager because the user has to choose.
     void present();
-    /// The user begins to change folders, and is done.
+    /// The user begins to change folders.
     void begin();
     QCoro::Task<void> finish();
-    /// Closes without having finished a first choice.
+    /// Closes the folder manager without completing a first choice.
     void cancel();
-    /// Finishes the choice; nothing follows by itself.
+    /// Completes the choice without a capture.
     void complete();
-    /// Looks which recommended folders can be read by now.
+    /// Checks which recommended folders can be read.
     QCoro::Task<void> checkRecommendedAccess(FolderAccess::Check check = {});
-    /// Shows where the user may grant access to the whole disk; the check follows when they return.
-    /// `open` shows one location and says whether it could.
+    /// Opens the system's settings where the user can allow access to the whole disk; the check
+    /// follows when the user returns. `open` opens one location and returns whether it succeeded.
     void openDiskAccessPane(const std::function<bool(const std::string& location)>& open);
-    /// The user is back, perhaps from the system's own settings of access.
+    /// Called when the user returns to the program, perhaps from the system's settings.
     QCoro::Task<void> resumeOnActivation(FolderAccess::Check check = {});
 
 private:

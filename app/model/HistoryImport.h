@@ -8,24 +8,24 @@
 
 namespace tidemark {
 
-/// What the system remembers of the days before a date, as `InstallationHistory::collect` reads
-/// it. Blocks, and throws what that throws; called away from the main thread.
+/// Reads the recent installations, like `InstallationHistory::collect`. Blocks; called in the
+/// background.
 using CollectInstallations = std::function<InstallationPreview(Date now)>;
 
-/// The commands around the installations that the operating system remembers: a new journal gets
-/// the recent ones by itself, once, and the user may choose from them at any time. Every failure
-/// leaves the journal as it was. Main thread only.
+/// Imports installations from the operating system's log. A new journal gets the recent ones
+/// automatically, once; later the user can choose which to import. A failure leaves the journal
+/// unchanged. Main thread only.
 class HistoryImport : public Observable {
     Q_OBJECT
 
 public:
-    /// All that is given by reference outlives this.
+    /// References must outlive this object.
     struct Setup {
         ModelState& state;
         CaptureFlow& flow;
         JournalFile& file;
-        /// Where the timeline's last week is brought forward after an import; its records lie
-        /// within it.
+        /// Shows the last week of the timeline after an import, since the records are from that
+        /// week.
         HistoryScreen& screen;
         AppClock& clock;
         const TaskScope& tasks;
@@ -34,23 +34,23 @@ public:
 
     explicit HistoryImport(Setup setup) : used(std::move(setup)) {}
 
-    /// Fills a journal with nothing in it, at most once in its life; after a failure the next call
-    /// is the retry. Never fails: `initialHistoryMessage` tells.
+    /// Imports into an empty journal, at most once in its lifetime; after a failure the next call
+    /// tries again. Does not throw: sets `initialHistoryMessage`.
     QCoro::Task<void> importInitialHistoryIfNeeded();
 
-    /// Reads what could be imported into `importPreview`, or why not into `importError`. Dropped,
-    /// with false, while recording is paused or the controller is busy.
+    /// Reads the records that can be imported and sets `importPreview` or `importError`. Returns
+    /// false and does nothing while recording is paused or another operation is running.
     QCoro::Task<bool> previewImport();
 
-    /// Puts records into the journal, known ones but once, and saves it: the number of new ones.
-    /// Absent when nothing was saved: while recording is paused, when the controller is busy, or
-    /// after a failing save, which `error` of the state tells.
+    /// Adds records to the journal, without duplicates, saves it and returns the number of new
+    /// ones. Absent when nothing was saved: while recording is paused, when another operation is
+    /// running, or when the save failed, which sets `error` of the state.
     QCoro::Task<std::optional<std::size_t>> importHistory(std::vector<InstallationRecord> records);
 
-    /// The ids of what was ever imported.
+    /// The ids of all imported records.
     std::set<std::string> importedIDs() const;
 
-    /// The import view is open; where it opened is for the view alone.
+    /// True while the import view is open.
     Published<bool> importPresented{this};
     Published<bool> importInSettings{this};
     Published<std::optional<InstallationPreview>> importPreview{this};

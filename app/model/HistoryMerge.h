@@ -8,22 +8,21 @@
 
 namespace tidemark {
 
-/// Merges the events of all sources: captures, installations that the system remembers, the
-/// activity of the machine, and the memory history. Main thread only; what it returns may be read
-/// by any thread.
+/// Merges the events of all sources: captures, imported installations, live activity and the memory
+/// history. Main thread only; the merged history may be read on any thread.
 class HistoryMerge {
 public:
     using Events = std::vector<Shared<Event>>;
 
-    /// Whether the state has another journal or other activity than was merged last.
+    /// Whether the journal or the activity in the state has changed since the last merge.
     bool isStale(const ModelState& state) const;
-    /// Merges anew if so.
+    /// Merges again if `isStale`.
     void update(const ModelState& state);
-    /// Merges what is new in the memory history, and nothing else, and returns it.
+    /// Merges only the changes of the memory history, and returns them.
     MemoryEventList::Change update(const MemoryArchive& archive);
 
     const std::shared_ptr<const MergedHistory>& history() const { return merged; }
-    /// Grows whenever the history became another.
+    /// Incremented with every change of the merged history.
     std::uint64_t revision() const { return merges; }
 
 private:

@@ -96,7 +96,7 @@ bool HistoryNavigation::toggleFilter(WorkspaceDestination filter) {
     }
     where.workspace = filters.size() == 1 ? *filters.begin() : WorkspaceDestination::timeline;
     where.systemFilters = std::move(filters);
-    // A place that was gone to filters by its category as well, which would hide all others.
+    // A selected category is a filter as well, which would hide the events of all others.
     const bool isByCategory = target && std::holds_alternative<sidebar::Category>(*target);
     return isByCategory && go(sidebar::Timeline());
 }

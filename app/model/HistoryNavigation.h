@@ -14,13 +14,13 @@
 
 namespace tidemark {
 
-/// Where the user stands in the history, and the ways from one place to another. A value that knows
-/// no event: what is to be seen there is for others to say.
+/// The user's place in the history and the moves from one place to another. A value without events;
+/// `HistoryPresentation` decides what is shown.
 class HistoryNavigation {
 public:
     // The time window.
 
-    /// The raw value of a `HistoryTimeWindow`; any other text shows all of the history.
+    /// The raw value of a `HistoryTimeWindow`; any other text means the whole history.
     const std::string& range() const { return rangeText; }
     std::int64_t customWindowDays() const { return where.customWindowDays; }
     Date timeWindowCutoff(Date at) const;
@@ -32,7 +32,8 @@ public:
 
     // The place.
 
-    /// With the window, the filters and the search; without what a snapshot narrows.
+    /// The place with time window, filters and search, but without the restrictions of the open
+    /// snapshot.
     const HistoryPlace& place() const { return where; }
     const std::string& search() const { return where.search; }
     WorkspaceDestination workspace() const { return where.workspace; }
@@ -43,22 +44,22 @@ public:
     const std::optional<Uuid>& snapshot() const { return openSnapshot; }
     SnapshotViewMode viewMode() const { return mode; }
 
-    // The ways. Those that return a bool return whether anything became another.
+    // The moves. Those that return a bool return whether anything changed.
 
     bool setRange(std::string range);
     bool setCustomWindowDays(std::int64_t days);
     bool setSearch(std::string search);
-    /// Of the open snapshot, which keeps it for the next time.
+    /// Sets the mode of the open snapshot, which is remembered for it.
     bool setViewMode(SnapshotViewMode mode);
     bool go(std::optional<SidebarDestination> to);
     void go(WorkspaceDestination to, bool clearSearch);
-    /// To a named snapshot, from wherever the user is; filters and search stay.
+    /// Opens a named snapshot. Filters and search stay.
     bool goToSnapshot(const Uuid& id);
-    /// Adds a place to what narrows the timeline, or takes it out. A place that is no such filter
-    /// is gone to, as the timeline is when no filter is left. True when the user has left where he
-    /// was.
+    /// Adds a place to the filters of the timeline or removes it. Goes to the place instead if it
+    /// can't be a filter, and to the timeline when no filter is left. True when the user's place
+    /// changed.
     bool toggleFilter(WorkspaceDestination filter);
-    /// A snapshot is gone.
+    /// Called when a snapshot was deleted.
     void forget(const Uuid& id) { modes.erase(id); }
 
 private:

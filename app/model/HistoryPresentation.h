@@ -5,18 +5,18 @@
 
 namespace tidemark {
 
-/// What is to be seen of the history, as it was made last.
+/// The presented part of the history, kept until it is updated.
 class HistoryPresentation {
 public:
     const HistoryView& view() const { return made; }
-    /// Grows whenever the view became another: what was computed for an older number is stale.
+    /// Incremented with every change of the view: results computed for an older number are stale.
     std::uint64_t revision() const { return revisions; }
 
-    /// `place` with what the open snapshot narrows.
+    /// Shows the history at `place`, which includes the restrictions of the open snapshot.
     void show(const MergedHistory& history, HistoryPlace place, Date now);
-    /// Shows nothing, as long as what is to be seen is not known. The counts stay.
+    /// Shows no events, while they are not known yet. The counts stay.
     void showNothing();
-    /// Takes over what became another in the memory history, of which `history` has the new form.
+    /// Updates the view after a change of the memory history, which `history` already includes.
     void update(const MergedHistory& history, const MemoryEventList::Change& change, Date now);
 
 private:

@@ -26,7 +26,7 @@ void HistoryScreen::followState() {
 }
 
 void HistoryScreen::followPreferences() {
-    // What this screen stored itself may be read as another value, where it is none of the choices.
+    // The stored value may be read as another one, if it is not among the choices.
     const auto takeWindow = [this] {
         if (preferences.text(preference::historyTimeWindow.name) != navigation.range())
             setRange(read(preferences, preference::historyTimeWindow));
@@ -50,7 +50,7 @@ void HistoryScreen::setMemory(const MemoryArchive& archive) {
     noteChange();
 }
 
-// What is to be seen.
+// The presentation.
 
 void HistoryScreen::refreshPresentation() {
     refresh();
@@ -112,7 +112,7 @@ void HistoryScreen::endExport() {
     noteChange();
 }
 
-// Where the user stands.
+// The user's place.
 
 void HistoryScreen::changeRange(std::string range) {
     if (navigation.setRange(std::move(range)))
@@ -164,7 +164,7 @@ void HistoryScreen::toggleSystemFilter(WorkspaceDestination filter) {
 
 void HistoryScreen::openEvent(Shared<Event> event) {
     navigation.go(homeOf(*event), true);
-    // So that the event is sure to be in the list.
+    // Shows the whole history, so that the event is in the list.
     changeRange(std::string(rawValue(HistoryTimeWindow::all)));
     selected.select(std::move(event));
     selected.scrollToTop();

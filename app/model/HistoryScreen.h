@@ -13,40 +13,39 @@
 
 namespace tidemark {
 
-/// The history as the user looks at it. It has the commands, which let its parts do their work in
-/// turn: where the user stands (`HistoryNavigation`), the events of all sources (`HistoryMerge`),
-/// what of them is to be seen there
-/// (`HistoryPresentation`, `StateComparisons`), and the event that is selected (`EventSelection`).
-/// It follows the state and the settings by itself; observers of the state that were added later
-/// find it up to date. Main thread only.
+/// The history as the user sees it, and the commands of the history views. Merging and comparing
+/// histories of thousands of events takes long, so it is done only when something changed, and each
+/// step has a part of its own: the user's place (`HistoryNavigation`), the events of all sources
+/// (`HistoryMerge`), those that are shown there (`HistoryPresentation`, `StateComparisons`), and
+/// the selected event (`EventSelection`). Follows the state and the settings; observers of the
+/// state that are added later find it up to date. Main thread only.
 class HistoryScreen : public Observable {
     Q_OBJECT
 
 public:
     using Events = std::vector<Shared<Event>>;
 
-    /// All of these outlive this.
+    /// The arguments must outlive this object.
     HistoryScreen(ModelState& state, Preferences& preferences, AppClock& clock,
                   const TaskScope& tasks);
 
-    /// The merged history, for the background as well.
+    /// The merged history; may be read on any thread.
     const std::shared_ptr<const MergedHistory>& history() const { return merge.history(); }
-    /// Grows whenever the merged history became another.
+    /// Incremented with every change of the merged history.
     std::uint64_t historyRevision() const { return merge.revision(); }
-    /// The memory history became another. Only what is new in it is merged into the history; the
-    /// selected event is replaced by its newer form.
+    /// Merges the changes of the memory history into the history and updates the selected event.
     void setMemory(const MemoryArchive& archive);
 
-    // What is to be seen.
+    // The presentation.
 
     const TimelinePresentation& presentation() const { return shown.view().presentation; }
     const std::map<WorkspaceDestination, std::size_t>& sidebarCounts() const {
         return shown.view().sidebarCounts;
     }
-    /// The states of a snapshot are being compared, and nothing is to be seen until that is done.
+    /// True while states are being compared; nothing is shown until that is done.
     bool isComparing() const { return comparisons.isRunning(); }
-    /// Grows whenever the presentation became another, also when a comparison is done: what was
-    /// computed for an older number is stale.
+    /// Incremented with every change of the presentation, also at the end of a comparison: results
+    /// computed for an older number are stale.
     std::uint64_t presentationRevision() const { return shown.revision(); }
     void refreshPresentation();
 
@@ -56,17 +55,17 @@ public:
     /// Observation gaps and access problems since the open snapshot, or in the time window.
     ObservationCoverageReport observationCoverage() const;
 
-    /// Makes `exportReport` of what is to be seen; nothing while states are being compared, or
-    /// when there is nothing.
+    /// Makes `exportReport` from the shown events. Does nothing while states are being compared and
+    /// when there are no events.
     void beginExport();
     void endExport();
-    /// What the export that is under way writes.
+    /// The report of the current export.
     const std::optional<HistoryExport>& exportReport() const { return report; }
 
-    // Where the user stands.
+    // The user's place.
 
     const HistoryNavigation& place() const { return navigation; }
-    /// These two are stored, too.
+    /// These two are also stored as settings.
     void setRange(std::string range);
     void setCustomWindowDays(std::int64_t days);
     void setSearch(std::string search);
@@ -74,7 +73,7 @@ public:
     void navigate(WorkspaceDestination to, bool clearSearch);
     /// See `HistoryNavigation::toggleFilter`.
     void toggleSystemFilter(WorkspaceDestination filter);
-    /// Goes to where the event is shown, and selects it.
+    /// Goes to the place of the event and selects it.
     void openEvent(Shared<Event> event);
 
     // The open named snapshot.
@@ -82,21 +81,21 @@ public:
     std::optional<Baseline> openBaseline() const;
     void setSnapshotViewMode(SnapshotViewMode mode);
     bool isStateComparison() const;
-    /// The timeline of the open snapshot may lack events.
+    /// True when events since the open snapshot may be missing.
     bool hasIncompleteSnapshotHistory() const;
-    /// Goes to a snapshot, if there is one.
+    /// Opens a snapshot, if it exists.
     void openSnapshot(const Uuid& id);
-    /// A snapshot is gone. Whoever looked at it is taken to the timeline.
+    /// Called when a snapshot was deleted. If it is open, goes to the timeline.
     void forgetSnapshot(const Uuid& id);
-    /// Shows the last week, where an import has put its records, without a search.
+    /// Shows the last week, which contains imported records, without a search.
     void showImported();
-    /// Shows a snapshot that was saved just now. Filters and search stay.
+    /// Opens a snapshot that was just saved. Filters and search stay.
     void showSaved(const Uuid& id);
 
 private:
     void followState();
     void followPreferences();
-    /// Brings what is to be seen up to date with the sources and the place.
+    /// Updates the presentation for the sources and the place.
     void refresh();
     void show(const std::optional<Baseline>& baseline, std::optional<Events> differences);
     void showCompared(std::optional<Events> differences);

@@ -9,13 +9,13 @@
 
 namespace tidemark {
 
-/// What the import view shows of a preview: values in, values out.
+/// The contents of the import view for a preview.
 struct ImportView {
     struct Row {
         std::string name;
         /// "Version 2", or "Version not recorded".
         std::string version;
-        /// It is labelled `importText::alreadyImported`.
+        /// True for a row with the label `importText::alreadyImported`.
         bool isImported = false;
 
         bool operator==(const Row&) const = default;
@@ -23,11 +23,11 @@ struct ImportView {
 
     /// The candidates, latest first.
     std::vector<Row> rows;
-    /// Those of them that confirming imports.
+    /// The records that are imported on confirmation.
     std::vector<InstallationRecord> newRecords;
-    /// Why there is nothing to choose or to import, if so.
+    /// Why there is nothing to import, if so.
     std::optional<std::string> notice;
-    /// Entries of the report that can't be shown, if any.
+    /// The text about entries of the report that could not be read, if any.
     std::optional<std::string> skippedNotice;
     std::string confirmLabel;
     bool canConfirm = false;
@@ -35,7 +35,7 @@ struct ImportView {
     static ImportView of(const InstallationPreview& preview, bool includeRoutine,
                          const std::set<std::string>& importedIDs, bool busy);
 
-    /// The records that are offered.
+    /// The records that can be imported.
     static std::vector<InstallationRecord> candidates(const InstallationPreview& preview,
                                                       bool includeRoutine);
 };

@@ -9,7 +9,7 @@ namespace tidemark {
 JournalFile::JournalFile(const DataFiles& files, FolderGuard guard)
     : store(files.journal(), files.legacyJournal, files.upgradeBackup(), std::move(guard)) {}
 
-// Whoever asks is waited for, however busy the machine is.
+// With the priority of work that the user waits for.
 
 QCoro::Task<Journal> JournalFile::load() {
     const auto read = [this](const std::stop_token&) { return store.load(); };

@@ -9,18 +9,17 @@
 
 namespace tidemark {
 
-/// The document of the journal, read and written on a thread of its own: saves reach it in the
-/// order in which they were asked for, and folders that never answer can't hold them up. Main
-/// thread only; outlives its tasks.
+/// Reads and writes the journal document on a thread of its own, so that saves run in the order of
+/// the calls and are not delayed by folders that don't respond. Main thread only; must outlive its
+/// tasks.
 class JournalFile {
 public:
-    /// `guard` is asked before anything is written.
+    /// `guard` is checked before anything is written.
     JournalFile(const DataFiles& files, FolderGuard guard);
 
-    /// Throws what `JournalStore::load` throws.
+    /// Throws as `JournalStore::load` does.
     QCoro::Task<Journal> load();
-    /// Writes a journal, which the caller keeps as it is until the end. Throws what
-    /// `JournalStore::save` throws.
+    /// Writes a journal, which must not change until the end. Throws as `JournalStore::save` does.
     QCoro::Task<void> save(const Journal* journal);
 
 private:

@@ -6,19 +6,19 @@
 
 namespace tidemark {
 
-/// What records while the program runs, besides captures: the monitors of the machine's activity
-/// and the memory history. The controller says when; it runs without any as well.
+/// Everything that records while the program runs, except captures: the monitors of live activity
+/// and the memory history. Started and stopped by the controller.
 class LiveServices {
 public:
     virtual ~LiveServices() = default;
 
-    /// Reads the memory history. Throws when its file can't be read; it is not touched then.
+    /// Reads the memory history. Throws when its file can't be read; the file is unchanged then.
     virtual QCoro::Task<void> loadMemory() = 0;
     virtual void startActivityMonitors() = 0;
     virtual void startMemory() = 0;
-    /// Ends all recording, for a pause or at the end.
+    /// Stops all recording, for a pause or at the end of the program.
     virtual void stop() = 0;
-    /// Set when the memory history had to stop by itself.
+    /// Set when the memory history has stopped after a failure.
     virtual std::optional<std::string> memoryFailure() const = 0;
 };
 

@@ -12,14 +12,14 @@ constexpr std::string_view notSaved =
 } // namespace
 
 LiveWiring::LiveWiring(Setup setup)
-    : state(setup.state), time(setup.clock), monitors(setup.monitors), memory(setup.memory),
+    : state(setup.state), clock(setup.clock), monitors(setup.monitors), memory(setup.memory),
       power(setup.activityURL, setup.workspaceCenter, setup.clock, callbacks(setup), setup.guard) {
-    // What is said of the state depends on the memory history as well.
+    // The status of the recorder depends on the memory history as well.
     QObject::connect(&memory, &MemoryHistoryService::changed, &state, &ModelState::noteChange);
 }
 
 LiveWiring::~LiveWiring() {
-    // A file that is still being read must not start the monitors.
+    // Otherwise the monitors would be started when a running read of the file ends.
     LiveWiring::stop();
 }
 
@@ -63,7 +63,7 @@ QCoro::Task<void> LiveWiring::openActivity() {
 
 void LiveWiring::showActivity(PowerActivityMonitor::Records records) {
     state.activityError = std::nullopt;
-    state.observationNow = time.now();
+    state.observationNow = clock.now();
     state.setSystemActivity(std::move(records));
 }
 

@@ -12,30 +12,31 @@
 
 namespace tidemark {
 
-/// The live services of the running program: the activity file with the monitors that feed it, and
-/// the memory history. Main thread only.
+/// The live services of the running program: the activity file, its monitors, and the memory
+/// history. Main thread only.
 class LiveWiring final : public LiveServices {
 public:
-    /// All that is given by reference outlives this.
+    /// References must outlive this object.
     struct Setup {
-        /// Shows the records, and says whether there may be any.
+        /// Gets the records, and determines whether recording is allowed.
         ModelState& state;
         std::filesystem::path activityURL;
         NotificationCenter& workspaceCenter;
         MemoryHistoryService& memory;
-        /// Asked before the activity file is written.
+        /// Checked before the activity file is written.
         FolderGuard guard{};
         AppClock& clock = AppClock::system();
-        /// Started in this order, and stopped in it.
+        /// Started and stopped in this order.
         std::vector<ActivityMonitor*> monitors{};
-        /// The battery as it is now; absent while its history is off or there is none.
+        /// Returns the present state of the battery; absent while its history is turned off and
+        /// without one.
         std::function<std::optional<BatteryObservation>()> battery = [] { return std::nullopt; };
     };
 
     explicit LiveWiring(Setup setup);
     ~LiveWiring() override;
 
-    /// Waits until all that was recorded so far is on disk.
+    /// Waits until all records are on disk.
     QCoro::Task<void> writer();
 
     QCoro::Task<void> loadMemory() override { return memory.load(); }
@@ -51,7 +52,7 @@ private:
     PowerActivityMonitor::Callbacks callbacks(const Setup& setup);
 
     ModelState& state;
-    AppClock& time;
+    AppClock& clock;
     const std::vector<ActivityMonitor*> monitors;
     MemoryHistoryService& memory;
     PowerActivityMonitor power;

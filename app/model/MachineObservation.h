@@ -6,8 +6,8 @@ namespace tidemark {
 
 class ComponentStorageScanner;
 
-/// The observation of this machine, in the background, with its progress told as it goes. Both
-/// outlive all that it starts.
+/// Observes this machine in the background and reports the progress. Both arguments must outlive
+/// all observations.
 Observe machineObservation(ComponentStorageScanner& scanner, CaptureProgress& progress);
 
 } // namespace tidemark

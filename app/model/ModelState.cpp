@@ -32,7 +32,8 @@ void ModelState::setJournal(Journal journal) {
     ++journals;
     if (loaded() && newest(*currentJournal).object() != newest(*last).object())
         ++captures;
-    // One that shares nothing with its successor takes long to take apart.
+    // In the background, since destroying a journal that shares nothing with the new one takes
+    // long.
     releaseInBackground(std::move(last));
     noteChange();
 }

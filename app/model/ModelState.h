@@ -14,55 +14,58 @@
 
 namespace tidemark {
 
-/// What the parts of the controller know together and screens show. Main thread only.
+/// The state that the parts of the controller share and views show. The journal in it is immutable
+/// and replaced as a whole, so that a view or a background task that holds one is not affected by
+/// the next capture. Main thread only.
 class ModelState : public Observable {
     Q_OBJECT
 
 public:
-    /// The preferences outlive this.
+    /// `preferences` must outlive this object.
     ModelState(const Preferences& stored, Date now);
 
-    /// As last loaded or saved. Whoever keeps this keeps that journal, also when the state has the
+    /// The journal as last loaded or saved. A copy keeps that journal, also after the state has the
     /// next one.
     const Shared<Journal>& journal() const { return currentJournal; }
     void setJournal(Journal journal);
-    /// Grows with every `setJournal`.
+    /// Incremented by every `setJournal`.
     std::uint64_t journalRevision() const { return journals; }
-    /// How many captures were kept since the history was read.
+    /// Number of captures that were kept since the history was read.
     std::uint64_t keptCaptures() const { return captures; }
     /// The live activity records.
     const std::vector<SystemActivity>& systemActivity() const { return activity; }
     void setSystemActivity(std::vector<SystemActivity> records);
-    /// Grows with every `setSystemActivity`.
+    /// Incremented by every `setSystemActivity`.
     std::uint64_t activityRevision() const { return activities; }
 
     /// The newest snapshot, if there is one.
     OptionalShared<Snapshot> latest() const;
     std::optional<Date> lastCapture() const;
     bool canRecord() const { return *recordingMode == RecordingMode::recording; }
-    /// What is under way, and what may begin.
+    /// The running operations.
     Operations& operations() { return running; }
     bool isRunning(Operation operation) const { return running.isRunning(operation); }
     bool isAnyRunning(OperationSet any) const { return running.isAnyRunning(any); }
     bool mayBegin(Operation operation) const { return running.mayBegin(operation); }
     bool busy() const { return !running.isIdle(); }
-    /// The journal and the memory history have been read.
+    /// True when the journal and the memory history have been read.
     bool loaded() const { return !opening; }
     void setLoaded() { opening.reset(); }
-    /// How often a capture is due, as the settings say.
+    /// The schedule in the settings.
     CaptureSchedule captureSchedule() const;
 
-    /// The last load, capture or save that failed.
+    /// The error of the last load, capture or save, if it failed.
     Published<std::optional<std::string>> error{this};
-    /// The activity file could not be opened or written; absent again once that works.
+    /// The error of the activity file; absent again once it can be read and written.
     Published<std::optional<std::string>> activityError{this};
 
-    /// The moment that time windows are cut against.
+    /// The end of the time windows.
     Published<Date> observationNow;
     Published<RecordingMode> recordingMode{this};
-    /// Grows with every change of `recordingMode`: what began under another number is stale.
+    /// Incremented with every change of the recording mode: work that began under another number is
+    /// stale.
     std::uint64_t recordingGeneration = 0;
-    /// The program ends: no capture begins, and none that runs is kept.
+    /// True when the program is ending: no capture begins, and a running one is not kept.
     bool isEnding = false;
 
 private:

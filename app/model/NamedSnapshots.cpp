@@ -36,7 +36,7 @@ QCoro::Task<void> NamedSnapshots::prepareSnapshotDraft() {
     } catch (const std::exception& error) {
         failure = error.what();
     }
-    // A capture that the end of the program cut short is not whole.
+    // A capture that was stopped at the end of the program is incomplete.
     const bool isWanted = naming && !used.state.isEnding;
     if (isWanted && draft && used.state.canRecord())
         snapshotDraft = std::move(draft);

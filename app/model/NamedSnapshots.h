@@ -5,15 +5,15 @@
 
 namespace tidemark {
 
-/// Keeping a snapshot under a name of the user: first a fresh capture, the draft, then its name.
-/// Between the two no other capture runs. Main thread only.
+/// Saves snapshots under names: first takes a new capture, the draft, then the user names it. No
+/// other capture runs in between. Main thread only.
 class NamedSnapshots : public Observable {
     Q_OBJECT
 
 public:
     static constexpr std::size_t longestName = 80;
 
-    /// All of these outlive this.
+    /// References must outlive this object.
     struct Setup {
         ModelState& state;
         ObservationFlow& observations;
@@ -26,31 +26,30 @@ public:
 
     explicit NamedSnapshots(const Setup& setup) : used(setup) {}
 
-    /// What is waiting for a name.
+    /// The capture that is waiting for a name.
     Published<OptionalShared<Snapshot>> snapshotDraft{this};
-    /// Why the capture or the save of this step failed.
+    /// Why the capture or the save failed.
     Published<std::optional<std::string>> snapshotError{this};
 
-    /// Opens the step and captures. Does nothing while anything else runs.
+    /// Begins naming and takes the capture. Does nothing while another operation is running.
     QCoro::Task<void> beginSavedSnapshot();
-    /// Captures a fresh draft; also the retry after a failure.
+    /// Takes the capture again, after a failure.
     QCoro::Task<void> prepareSnapshotDraft();
-    /// Keeps the draft under a name of at most `longestName` characters, and shows it. True when it
-    /// was saved; otherwise the step stays open with its draft, and the journal is as it was.
+    /// Saves the draft under a name of at most `longestName` characters and shows it. If that
+    /// fails, returns false, and the draft and the journal are unchanged.
     QCoro::Task<bool> saveNamedSnapshot(std::string name);
-    /// Closes the step. A capture that still runs is dropped at its end.
+    /// Ends naming. A running capture is dropped.
     void cancelSavedSnapshot();
 
-    /// Takes the name away, and the copy that was kept under it; the history stays. True when that
-    /// was saved; false when there is no such snapshot, while anything else runs, or when it could
-    /// not be saved, which `error` of the state tells.
+    /// Deletes a named snapshot; the history stays. False when it does not exist, another operation
+    /// is running, or the save failed, which sets `error` of the state.
     QCoro::Task<bool> deleteSnapshot(Uuid id);
 
 private:
     bool isNaming() const { return naming && used.state.canRecord() && !used.state.isEnding; }
 
     const Setup used;
-    /// From `beginSavedSnapshot` until the draft is saved or given up.
+    /// From `beginSavedSnapshot` until the draft is saved or dropped.
     std::optional<Operations::Token> naming;
 };
 

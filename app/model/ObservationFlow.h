@@ -14,15 +14,15 @@
 
 namespace tidemark {
 
-/// Takes one observation of the machine; throws when it can't. One that is stopped may give an
-/// incomplete snapshot, which is not kept.
+/// Takes one observation of the machine; throws on failure. After a stop the snapshot may be
+/// incomplete and is not kept.
 using Observe = std::function<QCoro::Task<Snapshot>(ObservationOptions, std::stop_token)>;
 
-/// One observation from the folders that it opens to the whole snapshot, without keeping anything.
-/// Main thread only.
+/// Takes one complete snapshot: opens the folders, observes the machine and adds what only the
+/// controller knows. Keeps nothing. Main thread only.
 class ObservationFlow {
 public:
-    /// All that is given by reference outlives this.
+    /// References must outlive this object.
     struct Setup {
         FolderAccess& folders;
         const Preferences& preferences;
@@ -35,9 +35,9 @@ public:
 
     explicit ObservationFlow(Setup setup) : used(std::move(setup)) {}
 
-    /// Throws what the observation throws.
+    /// Throws as the observation does.
     QCoro::Task<Snapshot> take();
-    /// Cuts short what runs, since nobody will keep it.
+    /// Stops a running observation, which will not be kept.
     void abandon() { running.request_stop(); }
 
 private:

@@ -5,34 +5,34 @@
 
 namespace tidemark {
 
-/// What may be under way in the controller. Each is at most once.
+/// The operations of the controller. Each runs at most once at a time.
 enum class Operation : std::uint8_t {
     /// From the start of the program until its history has been read.
     opening,
     /// A capture by schedule or by hand, until it is saved.
     capturing,
-    /// As `capturing`, of a user who has the folder manager open.
+    /// Like `capturing`, started by the user while the folder manager is open.
     capturingInSetup,
-    /// The journal is being saved apart from a capture.
+    /// The journal is being saved without a capture.
     saving,
-    /// The records that the system keeps of installations are being read, and saved if need be.
+    /// Installations are being read from the system's log, and saved if there are new ones.
     importing,
-    /// The user names a snapshot: from the fresh capture until it is saved or given up.
+    /// The user names a snapshot: from its capture until it is saved or dropped.
     naming,
-    /// Within `naming`: the fresh capture.
+    /// During `naming`: the capture.
     drafting,
-    /// Within `naming`: the draft is being saved under its name.
+    /// During `naming`: the draft is being saved under its name.
     savingDraft,
     /// The folder manager is shown because the user has to choose.
     choosingFolders,
     /// The user changes the folders.
     managingFolders,
-    /// It is being checked which of the recommended folders can be read.
+    /// A check which recommended folders can be read.
     checkingFolders,
-    /// As `checkingFolders`, for a user who is back from the system's own settings; then the folder
+    /// Like `checkingFolders`, after the user returned from the system's settings; then the folder
     /// manager is shown.
     checkingAfterReturn,
-    /// Recording is being paused or resumed; ends within the same call.
+    /// Recording is being paused or resumed. Ends within the same call.
     switchingRecording,
 };
 

@@ -8,11 +8,11 @@
 
 namespace tidemark {
 
-/// The operations that are under way, and the only place that decides which may join them. Main
+/// The running operations. Decides which others may begin, by the table in Exclusions.h. Main
 /// thread only.
 class Operations {
 public:
-    /// An operation that is under way, until this is destroyed. `Operations` outlives it.
+    /// A running operation; it ends when this is destroyed. `Operations` must outlive it.
     class [[nodiscard]] Token {
     public:
         Token(Token&& other) noexcept
@@ -29,18 +29,19 @@ public:
 
     private:
         friend class Operations;
-        Token(Operations& all, Operation begun) : operations(&all), operation(begun) {}
+        Token(Operations& operations, Operation operation)
+            : operations(&operations), operation(operation) {}
 
         Operations* operations;
         Operation operation;
     };
 
-    /// `published` announces each beginning and end as a change of it, and outlives this.
-    explicit Operations(Observable& published) : owner(published) {}
+    /// `owner` announces each begin and end as a change, and must outlive this object.
+    explicit Operations(Observable& owner) : owner(owner) {}
     Operations(const Operations&) = delete;
     Operations& operator=(const Operations&) = delete;
 
-    /// Begins an operation; absent when one that excludes it is under way.
+    /// Begins an operation; absent when a running one excludes it.
     [[nodiscard]] std::optional<Token> begin(Operation operation);
     bool mayBegin(Operation operation) const {
         return !running.intersects(exclusions::of(operation));

@@ -14,7 +14,7 @@ void RecordingSwitch::restore() {
     const auto stored = read(preferences, preference::recordingMode);
     const auto mode = json::fromRawValue<RecordingMode>(stored).value_or(RecordingMode::recording);
     state.recordingMode = mode;
-    // That a pause had begun was lost along with the settings.
+    // The note of the begun pause was lost with the settings.
     if (preferences.isLost() && mode == RecordingMode::paused)
         preferences.note(preference::needsRecordingBaseline.name, true);
     preferences.note(modeKey, std::string(rawValue(mode)));
@@ -30,13 +30,14 @@ void RecordingSwitch::set(RecordingMode mode) {
     if (!switching || mode == *state.recordingMode)
         return;
     ++state.recordingGeneration;
-    // Before the mode itself: were the program to end in between, the pause would be compared.
+    // Stored before the mode: if the program ended in between, changes during the pause would be
+    // reported.
     if (mode == RecordingMode::paused)
         preferences.note(preference::needsRecordingBaseline.name, true);
     state.recordingMode = mode;
-    // A pause is in force whether it can be stored or not, and stored as soon as that works.
+    // The mode takes effect even if it can't be stored now, and is stored with the next change.
     preferences.note(modeKey, std::string(rawValue(mode)));
-    // The user has decided anew.
+    // The user has made a new choice.
     preferences.remove(preference::settingsLost.name);
     if (mode == RecordingMode::paused)
         pause();
@@ -50,7 +51,7 @@ void RecordingSwitch::pause() {
 }
 
 void RecordingSwitch::resume() {
-    // The next start goes by the stored mode.
+    // The next start uses the stored mode.
     if (state.isEnding)
         return;
     live.startMemory();

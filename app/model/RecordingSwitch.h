@@ -5,23 +5,23 @@
 
 namespace tidemark {
 
-/// Turns all recording off and on. What changed while it was off is never reported as a change:
-/// the first capture afterwards is a new baseline, even if the program ended in between.
+/// Pauses and resumes all recording. Changes during a pause are not reported: the first capture
+/// after it is a new starting point, even if the program ended in between.
 class RecordingSwitch {
 public:
-    /// All of these outlive this.
+    /// The arguments must outlive this object.
     RecordingSwitch(ModelState& state, ObservationFlow& observations, CaptureFlow& flow,
                     LiveServices& live, Preferences& preferences, const TaskScope& tasks)
         : state(state), observations(observations), flow(flow), live(live),
           preferences(preferences), tasks(tasks) {}
 
-    /// Takes over the stored mode, in whatever words an earlier release wrote it.
+    /// Reads the stored mode, also in the form of an earlier release.
     void restore();
-    /// Not while the journal is being changed by something else than a capture.
+    /// False while the journal is being changed by another operation than a capture.
     bool canChange() const;
     void set(RecordingMode mode);
 
-    /// For people: "Paused", "Observing…", "Recording" or "Starting…".
+    /// The status text: "Paused", "Observing…", "Recording" or "Starting…".
     std::string_view status() const;
     /// The name of the symbol in the menu bar.
     std::string_view menuSymbol() const;

@@ -12,8 +12,8 @@
 
 namespace tidemark {
 
-/// Compares the states of named snapshots with the latest one, in the background, one at a time. A
-/// result is kept until there is another latest state. Main thread only.
+/// Compares named snapshots with the latest snapshot, in the background, one at a time. A result is
+/// kept until there is a newer snapshot. Main thread only.
 class StateComparisons {
 public:
     /// Newest first.
@@ -21,15 +21,14 @@ public:
     /// Absent when the comparison failed.
     using Finished = std::function<void(std::optional<Differences>)>;
 
-    /// `tasks` outlive this; `finished` is called at the end of each comparison that was not
-    /// abandoned.
+    /// `tasks` must outlive this object. `finished` is called at the end of each comparison that
+    /// was not abandoned.
     StateComparisons(const TaskScope& tasks, Finished finished);
 
-    /// The differences as far as they are known; otherwise their comparison begins, if it does not
-    /// run already.
+    /// The differences, if they are known; otherwise starts their comparison, unless it is running.
     std::optional<Differences> known(const Baseline& baseline, const Shared<Snapshot>& latest);
     bool isRunning() const { return running.has_value(); }
-    /// Gives up the one that runs.
+    /// Drops a running comparison.
     void abandon();
 
 private:

@@ -6,17 +6,17 @@
 
 namespace tidemark {
 
-/// Follows something of the machine and makes a record of each change. Main thread only.
+/// Follows one aspect of the machine and makes a record of each change. Main thread only.
 class ActivityMonitor {
 public:
     using Record = std::function<void(SystemActivity)>;
 
     virtual ~ActivityMonitor() = default;
 
-    /// Follows from now on: what is found first is a starting point, and every change after it
-    /// goes to `record`.
+    /// Starts to follow. The first state is a starting point; `record` is called with every change
+    /// after it.
     virtual void start(Record record) = 0;
-    /// Ends that. `record` is not called any more.
+    /// Stops. `record` is not called any more.
     virtual void stop() = 0;
 };
 

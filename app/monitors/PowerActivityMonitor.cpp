@@ -4,9 +4,10 @@
 
 namespace tidemark {
 
-PowerActivityMonitor::PowerActivityMonitor(std::filesystem::path url, NotificationCenter& center,
-                                           AppClock& clock, Callbacks callbacks, FolderGuard guard)
-    : notifications(center), time(clock), calls(std::move(callbacks)),
+PowerActivityMonitor::PowerActivityMonitor(std::filesystem::path url,
+                                           NotificationCenter& notifications, AppClock& clock,
+                                           Callbacks callbacks, FolderGuard guard)
+    : notifications(notifications), clock(clock), callbacks(std::move(callbacks)),
       store(std::move(url), std::move(guard)) {}
 
 PowerActivityMonitor::~PowerActivityMonitor() {
@@ -30,7 +31,8 @@ QCoro::Task<std::optional<PowerActivityMonitor::Records>> PowerActivityMonitor::
         co_return std::nullopt;
     phase = Phase::opening;
     const auto number = ++generation;
-    // What comes while the file is read is part of the history, too.
+    // Observes before the file is read, so that notifications during the reading are recorded as
+    // well.
     follow(notification::willSleep, SystemActivity::Kind::sleepRequested);
     follow(notification::didWake, SystemActivity::Kind::woke);
     tokens.push_back(
@@ -57,7 +59,7 @@ QCoro::Task<std::optional<PowerActivityMonitor::Records>> PowerActivityMonitor::
 
 QCoro::Task<void> PowerActivityMonitor::writer() {
     const auto hold = tasks.hold();
-    // What came early takes its turn only after the file has been read.
+    // Records that arrived while the file is being read are only queued after that.
     const int turns = phase == Phase::opening ? 2 : 1;
     for (int turn = 0; turn < turns; ++turn) {
         const auto nothing = [](const std::stop_token&) {};
@@ -67,11 +69,11 @@ QCoro::Task<void> PowerActivityMonitor::writer() {
 
 void PowerActivityMonitor::follow(Notification notification, SystemActivity::Kind kind) {
     tokens.push_back(notifications.observe(notification, [this, kind] {
-        if (!calls.collectionAllowed())
+        if (!callbacks.collectionAllowed())
             return;
-        // Before the battery is read, which may take its time.
-        const Date now = time.now();
-        record(sleepHistory.receive(kind, now, calls.battery()));
+        // Before the battery is read, which may take a while.
+        const Date now = clock.now();
+        record(sleepHistory.receive(kind, now, callbacks.battery()));
     }));
 }
 
@@ -84,7 +86,7 @@ void PowerActivityMonitor::stop() {
 }
 
 void PowerActivityMonitor::record(SystemActivity activity) {
-    if (phase == Phase::stopped || !calls.collectionAllowed())
+    if (phase == Phase::stopped || !callbacks.collectionAllowed())
         return;
     if (phase == Phase::opening)
         early.push_back(std::move(activity));
@@ -100,10 +102,10 @@ QCoro::Task<void> PowerActivityMonitor::append(SystemActivity activity) {
     try {
         records = co_await onFile(write);
     } catch (const std::exception& error) {
-        calls.didFail(error);
+        callbacks.didFail(error);
         co_return;
     }
-    calls.didRecord(std::move(records));
+    callbacks.didRecord(std::move(records));
 }
 
 } // namespace tidemark

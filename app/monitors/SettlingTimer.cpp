@@ -7,10 +7,10 @@ namespace tidemark {
 void SettlingTimer::start(Date receivedAt, double delay, Settle settle) {
     stop();
     running = std::stop_source();
-    tasks.start(wait(time, running, tasks.token(), receivedAt, delay, std::move(settle)));
+    tasks.start(wait(clock, running, tasks.token(), receivedAt, delay, std::move(settle)));
 }
 
-// Not of the object: what is called at the end may destroy it.
+// A static function, since the callback at the end may destroy the object.
 QCoro::Task<void> SettlingTimer::wait(AppClock& clock, std::stop_source source,
                                       std::stop_token ending, Date receivedAt, double delay,
                                       Settle settle) {

@@ -7,36 +7,35 @@
 
 namespace tidemark {
 
-/// The wait from an observation to the moment at which its change counts, if it still stands: one
-/// for each history of `core/activity` that settles. Main thread only.
+/// Waits from an observation until its change counts, for one history of `core/activity`. Main
+/// thread only.
 ///
-/// A change is settled once and not asked for again, so settling a hair too early loses it for
-/// good. Two things would do that: a timer that ends early, and a clock that was set back while
-/// the wait ran. So the wait is measured in monotonic seconds, it goes on until all of them have
-/// passed, and the wall clock is not read a second time.
+/// `settle` of a history is called only once for a change, so calling it slightly too early loses
+/// the change. That could happen with a timer that ends early, or when the clock is set back during
+/// the wait. So the wait is measured in monotonic seconds and continues until all of them have
+/// passed, and the wall clock is not read again.
 class SettlingTimer {
 public:
-    /// Called with the time of the observation plus the monotonic seconds waited since: what
-    /// `settle` of the history is to be called with.
+    /// Called with the argument for `settle` of the history: the time of the observation plus the
+    /// monotonic seconds since then.
     using Settle = std::function<void(Date at)>;
 
-    /// Both outlive this. The waits are coroutines of `scope`, and end with it.
-    SettlingTimer(AppClock& clock, TaskScope& scope) : time(clock), tasks(scope) {}
+    /// Both must outlive this object. The waits are coroutines of `tasks` and end with it.
+    SettlingTimer(AppClock& clock, TaskScope& tasks) : clock(clock), tasks(tasks) {}
     ~SettlingTimer() { stop(); }
     SettlingTimer(const SettlingTimer&) = delete;
     SettlingTimer& operator=(const SettlingTimer&) = delete;
 
-    /// Calls `settle` after `delay` seconds; it may destroy this. A wait that still runs is given
-    /// up.
+    /// Calls `settle` after `delay` seconds; it may destroy this object. Cancels a running wait.
     void start(Date receivedAt, double delay, Settle settle);
-    /// `settle` is not called any more.
+    /// Cancels a running wait.
     void stop() { running.request_stop(); }
 
 private:
     static QCoro::Task<void> wait(AppClock& clock, std::stop_source source, std::stop_token ending,
                                   Date receivedAt, double delay, Settle settle);
 
-    AppClock& time;
+    AppClock& clock;
     TaskScope& tasks;
     std::stop_source running{std::nostopstate};
 };

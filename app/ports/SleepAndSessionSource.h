@@ -5,12 +5,12 @@
 
 namespace tidemark {
 
-/// Follows sleep, wake, power-off and the user's session for as long as it lives, and posts what
-/// happens to a `NotificationCenter`. Without such a service it posts nothing. Main thread only.
+/// Follows sleep, wake, power-off and the user's session for its lifetime and posts them to a
+/// `NotificationCenter`. Posts nothing when the system has no such service. Main thread only.
 class SleepAndSessionSource {
 public:
-    /// Waits for what the observers of `willSleep` have begun; a system that can be delayed goes
-    /// to sleep only after that.
+    /// Waits until the observers of `willSleep` have finished their work. The sleep is delayed
+    /// until then where the system allows it.
     using Settle = std::function<QCoro::Task<void>()>;
 
     virtual ~SleepAndSessionSource() = default;

@@ -8,11 +8,11 @@ namespace tidemark {
 class NotificationCenter;
 }
 
-/// The services of the operating system behind the ports of the application. Each system
-/// implements these functions in one source, the only one that chooses among its adapters.
+/// Creates the implementations of the ports for this system. Each system defines these functions in
+/// one source file, the only one that chooses its adapters.
 namespace tidemark::systemServices {
 
-/// The center must outlive the source.
+/// `notifications` must outlive the source.
 std::unique_ptr<SleepAndSessionSource> sleepAndSession(NotificationCenter& notifications,
                                                        SleepAndSessionSource::Settle settle);
 

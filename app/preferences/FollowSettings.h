@@ -7,10 +7,9 @@
 
 namespace tidemark {
 
-/// Calls `use`, without arguments, whenever one of `keys` is read as another value than before,
-/// until `context` is gone. The call comes from the event loop, once for all of them. What counts
-/// is what `read` returns: a value that is stored in other words is no change, and one that follows
-/// from another key is. The preferences outlive `context`.
+/// Calls `use` whenever `read` returns another value than before for one of `keys`, until `context`
+/// is destroyed. The call comes from the event loop, once for several changed keys. `preferences`
+/// must outlive `context`.
 template <class Use, class... Keys>
 void followSettings(const Preferences& preferences, const QObject* context, Use use,
                     const Keys&... keys) {

@@ -20,7 +20,7 @@ namespace {
 using Json = nlohmann::json;
 
 constexpr std::size_t largestFile = std::size_t{16} * 1024 * 1024;
-/// A document nested deeper is damage or malice, and would cost the stack when written.
+/// A document nested more deeply is damaged or hostile, and writing it could overflow the stack.
 constexpr int deepestNesting = 64;
 
 /// "2026-11-21T10.00.00Z": no colons, which some file systems refuse.
@@ -40,7 +40,7 @@ std::filesystem::path unusedName(const std::filesystem::path& wanted) {
     return name;
 }
 
-/// Absent when `bytes` are no JSON object.
+/// Absent when `bytes` are not a JSON object.
 std::optional<Json> parsed(const std::string& bytes) {
     bool tooDeep = false;
     const auto shallow = [&](int depth, Json::parse_event_t, Json&) {
@@ -134,7 +134,7 @@ struct JsonPreferences::Document {
 JsonPreferences::JsonPreferences(const std::filesystem::path& file, Opening opening, Clock& clock,
                                  FolderGuard guard)
     : path(canonicalPath(file)), copy(path.native() + ".bak"), purpose(opening),
-      permission(std::move(guard)), document(std::make_unique<Document>()),
+      guard(std::move(guard)), document(std::make_unique<Document>()),
       writable(opening == Opening::toWrite) {
     try {
         load(clock);
@@ -164,14 +164,15 @@ void JsonPreferences::load(Clock& clock) {
     }
     const std::string aside = textFromBytes(setAside(clock).native());
     const bool hasCopy = takeCopy();
-    // Even without a copy: where there is no file, nothing says that the settings were lost.
+    // Saves even without a copy: otherwise there would be no file, and nothing would show that the
+    // settings were lost.
     save();
     loadProblem = "The settings were damaged and have been set aside as " + aside
                   + (hasCopy ? "; a copy of them holds." : "; the defaults hold.");
 }
 
 std::filesystem::path JsonPreferences::setAside(Clock& clock) const {
-    permission.require();
+    guard.require();
     const auto aside = unusedName(path.native() + ".damaged-" + fileTime(clock.now()));
     if (::rename(path.c_str(), aside.c_str()) != 0)
         throw FileError::ofSystem(path, "is damaged and could not be renamed", errno);
@@ -185,7 +186,7 @@ bool JsonPreferences::takeCopy() {
             return true;
         }
     } catch (const FileError&) {
-        // As if there were none.
+        // Continue without a copy.
     }
     document->root[std::string(preference::settingsLost.name)] = true;
     return false;
@@ -195,15 +196,16 @@ bool JsonPreferences::isLost() const {
     return tidemark::read(*this, preference::settingsLost);
 }
 
-/// An old copy would bring back what the user has changed since: rather none.
+/// Removes the copy when it can't be updated: an old copy would restore settings that the user has
+/// changed since.
 void JsonPreferences::keepCopy(const std::string& bytes) const {
     if (!writable)
         return;
-    // Where the folder may be another's by now, nothing is removed either.
-    permission.require();
+    // Nothing is removed either when the folder may belong to another process.
+    guard.require();
     try {
         if (!fileExists(copy) || readFile(copy, largestFile) != bytes)
-            replaceFile(copy, bytes, permission);
+            replaceFile(copy, bytes, guard);
     } catch (const FileError&) {
         ::unlink(copy.c_str());
     }
@@ -237,7 +239,8 @@ std::optional<std::map<std::string, Data>> JsonPreferences::dataTable(std::strin
 bool JsonPreferences::storeOrKeep(std::string_view key, PreferenceValue value) {
     auto next = std::visit([](const auto& held) { return stored(held); }, value);
     auto& present = document->root[std::string(key)];
-    // What is on disk needs no writing; what could not be written before is tried again.
+    // Nothing to write if it is on disk already. A value that could not be written before is tried
+    // again.
     if (present == next && !saveProblem && writable)
         return true;
     present = std::move(next);
@@ -255,7 +258,7 @@ bool JsonPreferences::removeOrForget(std::string_view key) {
 bool JsonPreferences::storeOrRefuse(std::string_view key, PreferenceValue value) {
     const std::string name(key);
     const auto found = document->root.find(name);
-    // Whatever it is, and be it of a type that this release doesn't know.
+    // Any value, also of a type that this release does not support.
     const auto before = found == document->root.end() ? std::nullopt : std::optional<Json>(*found);
     if (storeOrKeep(key, std::move(value)))
         return true;
@@ -271,11 +274,11 @@ bool JsonPreferences::save() {
     if (!writable)
         return false;
     try {
-        permission.require();
+        guard.require();
         createPrivateFolders(path.parent_path());
         const auto bytes =
             document->root.dump(4, ' ', false, Json::error_handler_t::replace) + "\n";
-        replaceFile(path, bytes, permission);
+        replaceFile(path, bytes, guard);
         saveProblem.reset();
         isSaved = true;
         keepCopy(bytes);

@@ -9,22 +9,22 @@
 
 namespace tidemark {
 
-/// Preferences in one JSON file, which is replaced whole, with mode 0600, at each change. Data is
-/// kept as base64 text. What this release doesn't know in the file stays there.
+/// Preferences in one JSON file, which is replaced as a whole, with mode 0600, at each change. Data
+/// is stored as base64 text. Unknown keys in the file are kept.
 ///
-/// A second file, with ".bak" behind the name, has the same content. When the first one turns out
-/// to be no JSON object, it is renamed aside with ".damaged-" and the time behind its name, and the
-/// second one is taken in its place; without that, the defaults hold, and the new file says that
-/// the settings were lost. A file that can't be read, or can't be renamed, is never written.
-/// Without the first file there are no settings: removing it is how a user starts afresh.
+/// A second file, with ".bak" appended to the name, has the same content. When the first one is not
+/// a JSON object, it is renamed with ".damaged-" and the time appended, and the second one is used
+/// instead; without that the defaults are used, and the new file records that the settings were
+/// lost. A file that can't be read or renamed is never written. Without the first file there are no
+/// settings, so a user can reset them by removing it.
 class JsonPreferences final : public Preferences {
 public:
-    /// To read leaves all files as they are: for who doesn't hold the lock of the data folder.
+    /// `toRead` changes no file: for processes without the lock of the data folder.
     enum class Opening { toWrite, toRead };
 
-    /// Reads the file, if there is one. A link at `file` is followed, and stays.
-    /// Nothing is stored any more once `guard` refuses, which is that of the data folder: who holds
-    /// its lock is the one process that writes the settings.
+    /// Reads the file, if it exists. A link at `file` is followed and kept. `guard` is the guard of
+    /// the data folder, because only the process that holds its lock writes the settings; once it
+    /// refuses, nothing is stored any more.
     JsonPreferences(const std::filesystem::path& file, Opening opening,
                     Clock& clock = Clock::system(), FolderGuard guard = {});
     explicit JsonPreferences(const std::filesystem::path& file, Clock& clock = Clock::system())
@@ -41,7 +41,7 @@ public:
     bool isReadOnly() const override { return purpose == Opening::toRead; }
     bool isLost() const override;
     std::optional<std::string> problem() const override;
-    /// What was wrong with the file when it was opened, as a sentence.
+    /// The problem of the file when it was opened, as a sentence.
     const std::optional<std::string>& loadingProblem() const { return loadProblem; }
     bool isStored() const override { return isSaved; }
 
@@ -56,20 +56,20 @@ private:
     bool takeCopy();
     void keepCopy(const std::string& bytes) const;
     bool save();
-    /// Null when the key is absent or its value can't be read as `T`.
+    /// Absent when the key is missing or its value can't be read as `T`.
     template <class T>
     std::optional<T> read(std::string_view key) const;
 
     const std::filesystem::path path;
     const std::filesystem::path copy;
     const Opening purpose;
-    const FolderGuard permission;
+    const FolderGuard guard;
     std::unique_ptr<Document> document;
     bool writable = true;
     bool isSaved = true;
-    /// Set for the whole run.
+    /// Set once, when the file is opened.
     std::optional<std::string> loadProblem;
-    /// Of the last attempt to write.
+    /// The problem of the last attempt to write.
     std::optional<std::string> saveProblem;
 };
 

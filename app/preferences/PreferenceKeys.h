@@ -8,30 +8,30 @@
 
 namespace tidemark {
 
-/// One key of the preferences and all that is known of it: where nothing is stored, or a value of
-/// another type, `fallback` holds. Kinds with more to say derive from this.
+/// One key of the preferences and its properties. `fallback` is used when nothing or a value of
+/// another type is stored. Kinds of keys with more properties derive from this.
 template <class Value>
 struct PreferenceKey {
     std::string_view name;
     Value fallback{};
-    /// One line for people.
+    /// A description in one line, shown to the user.
     std::string_view meaning;
-    /// Noted by the program for itself, and not for the user to set.
+    /// True for keys that the program sets itself and the user can't.
     bool isInternal = false;
 };
 
 using TextList = std::span<const std::string_view>;
 
 struct SwitchKey : PreferenceKey<bool> {};
-/// Any other number is read as the nearest of these.
+/// A number outside of the range is read as the nearest bound.
 struct NumberKey : PreferenceKey<std::int64_t> {
     std::int64_t least;
     std::int64_t most;
 };
 struct TextKey : PreferenceKey<std::string_view> {};
-/// Any other text is read as the fallback.
+/// A text that is not a choice is read as the fallback.
 struct ChoiceKey : PreferenceKey<std::string_view> {
-    /// What an earlier release wrote for one of the choices.
+    /// A text that an earlier release wrote for one of the choices.
     struct Alias {
         std::string_view text;
         std::string_view choice;
@@ -39,10 +39,10 @@ struct ChoiceKey : PreferenceKey<std::string_view> {
 
     TextList choices;
     Alias alias{};
-    /// Held, instead of the fallback, while the settings are lost; the fallback, if empty.
+    /// Used instead of the fallback while the settings are lost, unless empty.
     std::string_view whenLost{};
 };
-/// Paths; a relative one of the fallback lies in the home directory.
+/// A list of paths. Relative paths in the fallback are relative to the home directory.
 struct PathsKey : PreferenceKey<TextList> {};
 struct DataKey : PreferenceKey<std::monostate> {};
 struct DataTableKey : PreferenceKey<std::monostate> {};
@@ -54,7 +54,7 @@ bool read(const Preferences& preferences, const SwitchKey& key);
 std::int64_t read(const Preferences& preferences, const NumberKey& key);
 std::string read(const Preferences& preferences, const TextKey& key);
 std::string read(const Preferences& preferences, const ChoiceKey& key);
-/// With relative paths of the fallback made absolute in the home directory.
+/// Returns absolute paths; those of the fallback are relative to the home directory.
 std::vector<std::string> read(const Preferences& preferences, const PathsKey& key);
 /// How often a capture is due: the value of `preference::captureSchedule`.
 CaptureSchedule captureSchedule(const Preferences& preferences);
@@ -82,7 +82,7 @@ inline constexpr ChoiceKey recordingMode{
     {"recordingMode", "recording", "Whether anything is recorded"},
     detail::recordingModes,
     {"privateMode", "paused"},
-    // Who had paused the recording must not be recorded because a file was damaged.
+    // If recording was paused, it must not resume because the file was damaged.
     "paused"};
 inline constexpr SwitchKey needsRecordingBaseline{
     {"needsRecordingBaseline", false, "The next capture is not compared with the one before",
@@ -159,7 +159,7 @@ inline constexpr TextKey memoryExcludedApps{
      "com.apple.Passwords",
      "Identifiers of applications whose clips are not kept, with commas"}};
 
-/// All keys. "privateUntil", of an earlier release, is only ever removed.
+/// All keys. "privateUntil" is not among them: it is of an earlier release and only removed.
 inline constexpr auto all = std::to_array<AnyPreferenceKey>({
     recordingMode,
     needsRecordingBaseline,

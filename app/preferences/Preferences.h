@@ -16,10 +16,10 @@ namespace tidemark {
 using PreferenceValue = std::variant<bool, std::int64_t, std::string, std::vector<std::string>,
                                      Data, std::map<std::string, Data>>;
 
-/// The settings of the user and the few facts that outlive a run: a flat store of typed values.
-/// Reading never fails; a value of another type than the one asked for counts as absent. What the
-/// keys mean stands in PreferenceKeys.h. Whoever depends on a setting is called when it changes
-/// (`followSettings`), whoever changed it. Main thread only.
+/// The settings of the user and the few facts that the program remembers: a flat store of typed
+/// values. Reading does not fail; a value of another type than the requested one counts as absent.
+/// The keys are defined in PreferenceKeys.h. Objects that depend on a setting observe it with
+/// `followSettings`. Main thread only.
 class Preferences : public Observable {
 public:
     virtual std::optional<bool> boolean(std::string_view key) const = 0;
@@ -29,38 +29,37 @@ public:
     virtual std::optional<Data> data(std::string_view key) const = 0;
     virtual std::optional<std::map<std::string, Data>> dataTable(std::string_view key) const = 0;
 
-    /// Stores what the user decided. False when it could not be stored, and `problem` says why:
-    /// then the key keeps what it had, since what the user was refused must not be stored later,
-    /// along with another change.
+    /// Stores a choice of the user. False when it could not be stored, see `problem`. The key keeps
+    /// its old value then, so that a change that was refused is not stored later with another one.
     bool set(std::string_view key, PreferenceValue value) {
         noteChange();
         return storeOrRefuse(key, std::move(value));
     }
-    /// Stores what the program notes for itself. False when it could not be stored: then it is
-    /// what reads return until the program ends, and it is stored along with the next change.
+    /// Stores a fact for the program itself. False when it could not be stored. Reads return it
+    /// nevertheless, and it is stored with the next change.
     bool note(std::string_view key, PreferenceValue value) {
         noteChange();
         return storeOrKeep(key, std::move(value));
     }
-    /// As `note`.
+    /// Removes a key, like `note`.
     bool remove(std::string_view key) {
         noteChange();
         return removeOrForget(key);
     }
 
-    /// Opened to be read: nothing is ever stored.
+    /// True when nothing can be stored.
     virtual bool isReadOnly() const { return false; }
-    /// There were settings, and none of them could be read: what the user had decided is unknown.
-    /// This is stored, and holds until the key `preference::settingsLost` is removed.
+    /// True when there were settings but none could be read, so that the choices of the user are
+    /// not known. Stored until the key `preference::settingsLost` is removed.
     virtual bool isLost() const { return false; }
-    /// What the user must know of the store, as a sentence: it was damaged and set aside when it
-    /// was opened, or can't be written at present.
+    /// A problem to report to the user, as a sentence: the file was damaged and set aside, or can't
+    /// be written at present.
     virtual std::optional<std::string> problem() const { return std::nullopt; }
-    /// False when a change could not be stored, until a later one was.
+    /// False after a change could not be stored, until one is stored.
     virtual bool isStored() const { return true; }
 
 private:
-    /// As `set`, `note` and `remove`, which announce the change as well.
+    /// Implement `set`, `note` and `remove`, except for the call of `noteChange`.
     virtual bool storeOrRefuse(std::string_view key, PreferenceValue value) = 0;
     virtual bool storeOrKeep(std::string_view key, PreferenceValue value) = 0;
     virtual bool removeOrForget(std::string_view key) = 0;

@@ -13,7 +13,7 @@ struct Need {
     SettingSource source;
 };
 
-/// The settings that do nothing without a source; all others need none.
+/// The settings that need a source.
 constexpr auto needs = std::to_array<Need>({
     {preference::homebrewHistoryEnabled.name, SettingSource::formulas},
     {preference::diagnosticHistoryEnabled.name, SettingSource::diagnosticReports},

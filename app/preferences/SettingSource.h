@@ -8,7 +8,7 @@
 
 namespace tidemark {
 
-/// What settings switch or narrow, and what a system or a build may lack.
+/// A source of records that settings control and that a system or a build may lack.
 enum class SettingSource {
     formulas,
     diagnosticReports,
@@ -22,17 +22,17 @@ enum class SettingSource {
     windows,
 };
 
-/// The sources that this program has on this system. Whoever puts the program together fills it
-/// in, from what was really connected: a setting must not claim a source that is not there.
+/// The sources that this program has on this system. It is made where they are connected, so that a
+/// setting does not offer a source that does not exist.
 class SettingSources {
 public:
-    /// All but `present` are missing; `reasons` says why, as a sentence, where there is more to say
-    /// than that this release has none.
-    explicit SettingSources(std::set<SettingSource> present,
-                            std::map<SettingSource, std::string> reasons = {})
-        : available(std::move(present)), why(std::move(reasons)) {}
+    /// Sources that are not in `available` are missing; `why` has the reason as a sentence, where
+    /// it is another than that this release has none.
+    explicit SettingSources(std::set<SettingSource> available,
+                            std::map<SettingSource, std::string> why = {})
+        : available(std::move(available)), why(std::move(why)) {}
 
-    /// Why a setting does nothing here, as a sentence; absent when it does something.
+    /// Why a setting has no effect here, as a sentence; absent when it has one.
     std::optional<std::string> absence(std::string_view key) const;
 
 private:

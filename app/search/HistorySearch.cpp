@@ -9,8 +9,8 @@
 
 namespace tidemark {
 
-HistorySearch::HistorySearch(History searched, Activate activate)
-    : history(std::move(searched)), open(std::move(activate)) {
+HistorySearch::HistorySearch(History history, Activate open)
+    : history(std::move(history)), open(std::move(open)) {
     search();
 }
 
@@ -30,7 +30,7 @@ void HistorySearch::search() {
 
 QCoro::Task<void> HistorySearch::run(std::stop_token stop) {
     const auto hold = tasks.hold();
-    // The end of the panel ends the search.
+    // Closing the panel stops the search.
     std::stop_callback ending(tasks.token(),
                               [source = running]() mutable { source.request_stop(); });
     const auto find = [all = history(), query = typed](const std::stop_token& stopped) {
@@ -41,7 +41,7 @@ QCoro::Task<void> HistorySearch::run(std::stop_token stop) {
         auto found = co_await runInBackground(find, stop, WorkPriority::userInitiated);
         matches = std::move(found);
     } catch (const std::exception& error) {
-        // The results of another query are none of this one.
+        // Results of an earlier query are dropped.
         qCritical("The search failed: %s", error.what());
     }
     if (stop.stop_requested())
@@ -69,7 +69,7 @@ void HistorySearch::openSelected() const {
         *results, [this](const Shared<Event>& event) { return event->id == *selection; });
     if (selected == results->end())
         return;
-    // A copy: its owner may destroy this while it runs.
+    // A copy, since the callback may destroy this object.
     const Activate activate = open;
     activate(*selected);
 }

@@ -11,10 +11,9 @@
 
 namespace tidemark {
 
-/// One opening of the search panel: a query over the whole recorded history, whatever the user's
-/// place in it, and the result that is chosen. Searching runs in the background, on the history as
-/// it is when a search begins. A new opening makes a new one, so that the query starts empty. Main
-/// thread only.
+/// The state of the search panel from opening to closing: a query over the whole recorded history,
+/// independent of the user's place in it, its results and the selected one. Searches run in the
+/// background on the history at their start. Main thread only.
 class HistorySearch : public Observable {
     Q_OBJECT
 
@@ -28,13 +27,13 @@ public:
     static constexpr std::string_view escapeHint = "Esc to close";
     static constexpr std::string_view dismissLabel = "Dismiss search";
 
-    /// Searches at once. `activate` is called with the event that the user opens; it may destroy
-    /// this, as closing the panel does.
-    HistorySearch(History searched, Activate activate);
+    /// Starts a search for the newest events. `open` is called with the event that the user opens;
+    /// it may destroy this object.
+    HistorySearch(History history, Activate open);
 
-    /// What the user has typed, as it is.
+    /// The query exactly as the user typed it.
     const std::string& query() const { return typed; }
-    /// Searches anew, if this is another query; the search that runs is given up.
+    /// Starts a new search if the query has changed, and cancels the running one.
     void setQuery(std::string query);
 
     Published<bool> searching{this};
@@ -43,13 +42,13 @@ public:
     /// The identifier of one of the results.
     Published<std::optional<std::string>> selection{this};
 
-    /// Moves on by so many results, and no further than to the first or the last.
+    /// Moves the selection by so many results, at most to the first or the last.
     void moveSelection(std::ptrdiff_t delta);
     void openSelected() const;
 
-    /// What stands above the results.
+    /// The text above the results.
     std::string_view caption() const;
-    /// What stands in place of results, when there are none; the second line may be empty.
+    /// The text shown when there are no results; the second line may be empty.
     std::string_view emptyTitle() const;
     std::string_view emptyExplanation() const;
 

@@ -4,8 +4,8 @@
 
 namespace tidemark {
 
-LoginLaunchController::LoginLaunchController(Service used)
-    : status(this, used.readStatus()), service(std::move(used)) {}
+LoginLaunchController::LoginLaunchController(Service service)
+    : status(this, service.readStatus()), service(std::move(service)) {}
 
 bool LoginLaunchController::enabled() const {
     return *status == ServiceStatus::enabled || *status == ServiceStatus::requiresApproval;

@@ -10,30 +10,29 @@
 
 namespace tidemark {
 
-/// Whether the program starts when the user logs in, as the system keeps it, and the switch for
-/// it. Main thread only.
+/// Shows and changes whether the system starts the program when the user logs in. Main thread only.
 class LoginLaunchController : public Observable {
     Q_OBJECT
 
 public:
     enum class ServiceStatus { notRegistered, enabled, requiresApproval, notFound };
 
-    /// What the system offers for it. `registerItem` and `unregisterItem` throw `Error`.
+    /// The functions of the system. `registerItem` and `unregisterItem` throw `Error`.
     struct Service {
         std::function<ServiceStatus()> readStatus;
         std::function<void()> registerItem;
         std::function<QCoro::Task<void>()> unregisterItem;
     };
 
-    explicit LoginLaunchController(Service used);
+    explicit LoginLaunchController(Service service);
 
     Published<ServiceStatus> status;
     /// Why the last change failed.
     Published<std::optional<std::string>> error{this};
-    /// A change is under way.
+    /// True while a change is being made.
     Published<bool> busy{this};
 
-    /// The user wants it, even if the system still has to be told to allow it.
+    /// True when the user turned it on, even if it still needs approval in the system's settings.
     bool enabled() const;
     /// Does nothing while `busy`.
     QCoro::Task<void> setEnabled(bool on);

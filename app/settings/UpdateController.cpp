@@ -4,10 +4,10 @@
 
 namespace tidemark {
 
-UpdateController::UpdateController(Bundle running, Framework used,
-                                   std::function<bool()> captureIsBusy)
-    : bundle(std::move(running)), framework(std::move(used)),
-      captureBusy(std::move(captureIsBusy)) {}
+UpdateController::UpdateController(Bundle bundle, Framework framework,
+                                   std::function<bool()> captureBusy)
+    : bundle(std::move(bundle)), framework(std::move(framework)),
+      captureBusy(std::move(captureBusy)) {}
 
 void UpdateController::start() {
     if (connected || bundle.identifier != updatingBuild || !bundle.publicKey)

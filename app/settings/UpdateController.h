@@ -8,16 +8,15 @@
 
 namespace tidemark {
 
-/// Updates of the program through the framework of the system it runs on. Most builds have none:
-/// then nothing is started, nothing is asked of any server, and `available` stays false. Main
-/// thread only.
+/// Updates of the program by a framework of the system. Most builds have none: then nothing is
+/// started, no server is contacted, and `available` stays false. Main thread only.
 class UpdateController : public Observable {
     Q_OBJECT
 
 public:
-    /// The framework. What changes in it is told through `refresh`.
+    /// The functions of the framework. Changes of its state are reported by `refresh`.
     struct Framework {
-        /// Begins its scheduled checks. Throws `Error`.
+        /// Starts its scheduled checks. Throws `Error`.
         std::function<void()> start;
         std::function<void()> checkForUpdates;
         std::function<bool()> canCheck;
@@ -26,40 +25,40 @@ public:
         std::function<bool()> automaticDownloads;
         std::function<void(bool)> setAutomaticDownloads;
     };
-    /// The build that this is.
+    /// This build of the program.
     struct Bundle {
         std::string identifier;
-        /// The text under `publicKeyName` in the bundle's information, if it has one.
+        /// The value of `publicKeyName` in the bundle's property list, if it has one.
         std::optional<std::string> publicKey;
     };
 
-    /// The only build that updates itself, and only when it can verify what it is given.
+    /// The only build that updates itself, and only if it has a key to verify updates.
     static constexpr std::string_view updatingBuild = "app.tidemark.beta";
     static constexpr std::string_view publicKeyName = "SUPublicEDKey";
 
-    /// `captureIsBusy` holds while the program must not be replaced.
-    UpdateController(Bundle running, Framework used, std::function<bool()> captureIsBusy);
+    /// `captureBusy` returns true while the program must not be replaced.
+    UpdateController(Bundle bundle, Framework framework, std::function<bool()> captureBusy);
 
-    /// This build has an updater.
+    /// True when this build has an updater.
     Published<bool> available{this};
-    /// The framework has been started.
+    /// True when the framework has been started.
     Published<bool> connected{this};
-    /// A check may be asked for now.
+    /// True when the user can start a check now.
     Published<bool> canCheck{this};
     Published<bool> automaticChecks{this};
     Published<bool> automaticDownloads{this};
     Published<std::optional<std::string>> error{this};
 
-    /// Does nothing in a build without updater, or a second time.
+    /// Does nothing in a build without updater, and on further calls.
     void start();
-    /// Takes over what the framework says of itself.
+    /// Reads the state of the framework.
     void refresh();
     void checkForUpdates();
     void setAutomaticChecks(bool on);
     void setAutomaticDownloads(bool on);
 
-    /// The framework wants to start the program anew. True when that must wait: `relaunch` is then
-    /// called by `captureEnded`, once nothing is busy any more.
+    /// Called when the framework is about to restart the program. True when that must wait;
+    /// `captureEnded` then calls `relaunch` when nothing is busy any more.
     bool postponeRelaunch(std::function<void()> relaunch);
     void captureEnded();
 

@@ -6,10 +6,11 @@
 
 namespace tidemark {
 
-ViewSettings::ViewSettings(Preferences& stored)
-    : preferences(stored), textSize(this, read(stored, preference::listingTextSize)) {
+ViewSettings::ViewSettings(Preferences& preferences)
+    : preferences(preferences), textSize(this, read(preferences, preference::listingTextSize)) {
     followSettings(
-        preferences, this, [this] { textSize = read(preferences, preference::listingTextSize); },
+        preferences, this,
+        [this, &preferences] { textSize = read(preferences, preference::listingTextSize); },
         preference::listingTextSize);
     followSettings(preferences, this, [this] { noteChange(); }, preference::appearanceMode);
 }

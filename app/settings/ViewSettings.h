@@ -9,24 +9,24 @@
 
 namespace tidemark {
 
-/// How the screens look, as the user set it. Main thread only.
+/// The user's settings of the appearance. Main thread only.
 class ViewSettings : public Observable {
     Q_OBJECT
 
 public:
     enum class Appearance { light, dark };
-    /// Makes all windows light or dark; without a value the system's own choice holds.
+    /// Makes all windows light or dark; without a value they follow the system.
     using ApplyAppearance = std::function<void(std::optional<Appearance>)>;
 
-    /// `preferences` outlive this.
+    /// `preferences` must outlive this object.
     explicit ViewSettings(Preferences& preferences);
 
-    /// The text size of the history list, in points; of no other text.
+    /// The text size of the history list in points; other texts are not affected.
     std::int64_t listingTextSize() const { return textSize; }
     void changeListingTextSize(std::int64_t step);
     void resetListingTextSize();
 
-    /// The stored choice: at the start, and after each `changed`.
+    /// Calls `apply` with the stored choice. Called at the start and after each `changed`.
     void applyAppearance(const ApplyAppearance& apply) const;
 
 private:
