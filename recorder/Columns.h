@@ -5,7 +5,7 @@
 
 namespace tidemark {
 
-/// How many columns of a terminal a text takes, one for each code point.
+/// The width of a text in terminal columns, counting one for each code point.
 std::size_t columns(std::string_view text);
 
 } // namespace tidemark

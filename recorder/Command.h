@@ -16,49 +16,50 @@ namespace tidemark {
 struct CommandContext;
 class StoredRecords;
 
-/// What a command prints.
+/// The output of a command.
 struct CommandAnswer {
     std::string text;
-    /// What could not be read beside it, each in a sentence.
+    /// Files that could not be read in addition, each as a sentence.
     std::vector<std::string> problems{};
 };
 
-/// A command with the values of its options: what a command line is parsed into, what a request
-/// carries, and what is carried out. The options keep their type behind this; see
-/// `TypedInvocation`.
+/// A command with the values of its options. Command lines are parsed into one, requests contain
+/// one, and it can be carried out. `TypedInvocation` implements it for each type of options.
 class Invocation {
 public:
     virtual ~Invocation() = default;
 
-    /// Sets the option with this place in `Command::options` to the words that it was given with,
-    /// one a value, none for a flag. Throws `UsageError` for a word that is no value of it.
+    /// Sets the option at this index of `Command::options` to the given words, one per value, none
+    /// for a flag. Throws `UsageError` for an invalid value.
     virtual void setOption(std::size_t option, const std::vector<std::string>& words) = 0;
     /// All options as JSON.
     virtual std::string options() const = 0;
-    /// The options of a request. Throws `Error` when anything is missing, of a wrong type, or
-    /// refused by a check.
+    /// Sets all options from the JSON of a request. Throws `Error` when anything is missing, of a
+    /// wrong type or invalid.
     virtual void setOptions(std::string_view json) = 0;
-    /// Throws `UsageError` unless every value is one that the options allow.
+    /// Throws `UsageError` when a value is not allowed.
     virtual void check() const = 0;
 
-    /// What the user is asked before it is carried out; absent when nothing needs to be asked.
+    /// The question to confirm the command; absent when none is needed.
     virtual std::optional<std::string> question() const = 0;
-    /// The file that takes the answer in place of standard output, if any.
+    /// The file for the output instead of standard output, if any.
     virtual std::optional<std::filesystem::path> outputFile() const = 0;
 
-    /// Its answer does not take long, and may come from the stored records.
+    /// True for a command that only reads: it does not take long and can be answered from stored
+    /// records.
     virtual bool isReading() const = 0;
-    /// Carries it out in the process that was given it, whether a recorder runs or not. Absent for
-    /// a command that a recorder answers. Returns the exit status. Throws `Error`.
+    /// Carries out a command that always runs in this process, and returns the exit status. Absent
+    /// for a command that the recorder answers. Throws `Error`.
     virtual std::optional<int> runHere() const = 0;
-    /// Answers from the stored records where no recorder runs, without taking the data folder.
-    /// Absent when the command needs the folder. Blocks. Throws `Error`.
+    /// Answers from the stored records when no recorder is running, without locking the data
+    /// folder. Absent when the command needs the lock. Blocks. Throws `Error`.
     virtual std::optional<CommandAnswer> answerFromStored(StoredRecords& stored) const = 0;
-    /// In the process that has the data folder. The object has to outlive the task. Throws `Error`.
+    /// Carries out the command in the process that has locked the data folder. This object must
+    /// outlive the task. Throws `Error`.
     virtual QCoro::Task<std::string> carryOut(CommandContext& context) const = 0;
 };
 
-/// The headings of the help, in their order.
+/// The headings in the help, in order.
 enum class CommandGroup { recording, history, choices, observations };
 
 constexpr std::string_view title(CommandGroup group) {
@@ -75,20 +76,20 @@ constexpr std::string_view title(CommandGroup group) {
     return {};
 }
 
-/// One command: all that the command line, the help and the dispatch know of it.
+/// One command, with everything that the command line, the help and the dispatch need.
 struct Command {
-    /// The words of the command line: "status" or "snapshot list".
+    /// The words on the command line: "status" or "snapshot list".
     std::string_view name;
     CommandGroup group{};
     std::string_view summary;
-    /// More than the summary, for the help of this command; may be empty.
+    /// More text for the help of this command; may be empty.
     std::string_view details{};
-    /// What the commands with the same first word are for. Given for one of them, which is also
-    /// carried out for that word alone.
+    /// The summary of all commands with the same first word. Set for one of them, which is also
+    /// carried out when only that word is given.
     std::string_view family{};
 
     std::vector<OptionDescription> options{};
-    /// A new one, with the options as they are when none is given.
+    /// Makes an invocation with the default options.
     std::function<std::unique_ptr<Invocation>()> invoke{};
 };
 

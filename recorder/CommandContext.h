@@ -10,18 +10,18 @@ class ModelState;
 class Preferences;
 class Recorder;
 
-/// The sentence for a command that finds the recorder at work.
+/// The error of a command that conflicts with a running operation.
 inline constexpr const char* anotherOperation =
     "Another operation is running; try again in a moment.";
 
-/// What a command is carried out with, in the process that has the data folder.
+/// What a command can use in the process that has locked the data folder.
 struct CommandContext {
     Recorder& recorder;
-    /// The answer is read on a terminal that takes colours.
+    /// True when the output goes to a terminal that supports colours.
     const bool colour;
-    /// The recorder keeps running after the command.
+    /// True in a running recorder; false in a process that ends after the command.
     const bool isRunning;
-    /// Requested when nobody waits for the answer any more.
+    /// Requested when the client has disconnected.
     const std::stop_token stop{};
 
     AppModel& model() const;
@@ -31,9 +31,9 @@ struct CommandContext {
 
     /// Throws `Error` unless the history has been read.
     void requireHistory() const;
-    /// Throws `Error` unless something may begin that changes the history.
+    /// Throws `Error` while an operation is running that excludes a change of the history.
     void requireFree() const;
-    /// Throws `Error` when changed settings will not outlive this process.
+    /// Throws `Error` when the changed settings are not stored.
     void requireStored() const;
 };
 

@@ -8,7 +8,7 @@
 
 namespace tidemark {
 
-/// A command was given in a way that it does not allow.
+/// A command was used in a wrong way.
 class UsageError : public Error {
 public:
     using Error::Error;
@@ -16,19 +16,19 @@ public:
 
 /// How an option is written on a command line.
 struct OptionForm {
-    /// Of the short form, such as 'o' for "-o"; none when zero.
+    /// The letter of the short form, such as 'o' for "-o"; 0 if there is none.
     char letter = '\0';
-    /// Given by its place among the words, and not by its name.
+    /// True when it is given by position and not by name.
     bool isPositional = false;
     bool isRequired = false;
     /// The name of an option that can't be given together with this one.
     std::string_view excludes{};
-    /// What stands for the value in the help; by the type of the option, when empty.
+    /// The placeholder of the value in the help; if empty, one that depends on the type.
     std::string_view valueName{};
 };
 
-/// One option of a command: a row of `Options::fields()`, which is all that the command line, the
-/// help, the checks and the request to a running recorder are made of.
+/// One option of a command: a row of `Options::fields()`. The command line, the help, the checks
+/// and the request to a running recorder are all derived from these rows.
 ///
 ///     struct Options {
 ///         std::optional<std::int64_t> limit;
@@ -47,19 +47,19 @@ struct Option {
     Member Record::* member;
     std::string_view help;
     OptionForm form{};
-    /// Throws `UsageError` for a value that can't be taken. Called with each value of a command
-    /// line or a request, also with the one that holds when the option is not given.
+    /// Throws `UsageError` for an invalid value. Called for every option of a command line or a
+    /// request, also with the default value.
     void (*check)(const Member&) = nullptr;
 };
 
-/// An option without its type.
+/// The properties of an option without its type.
 struct OptionDescription {
     std::string_view name;
     std::string_view help;
     OptionForm form;
     bool isFlag = false;
     bool isRepeated = false;
-    /// What the value may be; empty when that can't be listed.
+    /// The possible values; empty when they can't be listed.
     std::vector<std::string> choices{};
 };
 

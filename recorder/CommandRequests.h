@@ -12,17 +12,16 @@ namespace tidemark {
 struct ControlAnswer;
 struct ControlRequest;
 
-/// Commands on their way between two processes, and their carrying out in the one that has the
-/// data folder. All throw `Error`.
+/// Makes requests to the recorder and answers them. All functions throw `Error`.
 namespace commandRequests {
 
-/// What another process sends for this command.
+/// The request for a command, to be sent to the recorder.
 ControlRequest request(const Command& command, const Invocation& invocation, bool colour);
 
 QCoro::Task<std::string> carryOut(CommandContext context, std::unique_ptr<Invocation> invocation);
 
-/// Carries out the command of a request. Nothing in it is trusted: it may be from any process of
-/// the user.
+/// Carries out the command of a request. The request is not trusted, since any process of the user
+/// may have sent it.
 QCoro::Task<ControlAnswer> answer(Recorder& recorder, ControlRequest request, std::stop_token stop);
 
 } // namespace commandRequests

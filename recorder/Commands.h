@@ -4,9 +4,9 @@
 
 #include <span>
 
-/// The commands that a recorder carries out, in the order of the help: a row for each, which
-/// declares the function of this name. A source in recorder/commands/ defines it; without the row
-/// that source does not compile, without the source the program does not link.
+/// The commands that a recorder carries out, in the order of the help. Each row declares a function
+/// of this name, which a file in recorder/commands/ defines: without the row the file does not
+/// compile, without the file the program does not link.
 #define TIDEMARK_RECORDER_COMMANDS(ROW)                                                            \
     ROW(capture)                                                                                   \
     ROW(status)                                                                                    \
@@ -40,7 +40,7 @@ namespace tidemark::commands {
 TIDEMARK_RECORDER_COMMANDS(TIDEMARK_DECLARE)
 #undef TIDEMARK_DECLARE
 
-/// All of them.
+/// All commands in the list above.
 std::span<const Command> ofRecorder();
 
 } // namespace tidemark::commands

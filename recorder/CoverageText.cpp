@@ -11,7 +11,7 @@ namespace tidemark {
 
 namespace {
 
-/// The captures that met one problem.
+/// A period of captures with the same problem.
 struct Spell {
     Date first;
     Date last;
@@ -48,7 +48,7 @@ std::string gapLines(const ObservationCoverageReport& report, const Calendar& ca
     return out;
 }
 
-/// Of captures dated after `now`, by a clock that was ahead, the report says nothing.
+/// Captures dated after `now`, made when the clock was ahead, are not part of the report.
 std::string futureLine(const std::vector<Date>& future, const Calendar& calendar) {
     if (future.empty())
         return {};

@@ -6,8 +6,8 @@
 
 namespace tidemark {
 
-/// Gaps and access problems after `since`, until `now`, for people. A problem that several
-/// captures met is told once.
+/// The gaps and access problems after `since` until `now`, as text. A problem of several captures
+/// is reported once.
 std::string coverageText(const Journal& journal, Date since, Date now);
 
 } // namespace tidemark

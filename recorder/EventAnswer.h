@@ -9,7 +9,7 @@
 
 namespace tidemark {
 
-/// Events as the answer of a command: stored JSON, or a timeline for people; `nothing` where there
+/// The output of a command that lists events: stored JSON or a timeline as text; `nothing` if there
 /// are none.
 std::string eventAnswer(const std::vector<Shared<Event>>& events, const HistoryReading& reading,
                         bool asJson, const char* nothing);

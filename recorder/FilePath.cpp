@@ -11,7 +11,7 @@ FilePath FilePath::given(const std::string& word) {
         return {{word}};
     std::error_code error;
     const auto directory = std::filesystem::current_path(error);
-    // The system marks a directory out of reach by a path that is not absolute.
+    // getcwd(3) returns a path that is not absolute for an unreachable directory.
     if (error || !directory.is_absolute())
         throw Error("The working directory was removed: give an absolute path instead of \"" + word
                     + "\".");

@@ -9,15 +9,15 @@ namespace tidemark {
 
 class Recorder;
 
-/// The first choice of the folders to monitor.
+/// Makes the first choice of folders to monitor.
 namespace firstFolders {
 
-/// Those of the folders that can be opened now. Blocks.
+/// The folders that can be opened now. Blocks.
 std::vector<RecommendedFolder> readable(std::vector<RecommendedFolder> folders);
 
-/// Monitors those of `folders` that can be read, and counts the choice as made. In a recorder that
-/// runs, a capture follows. Where the program ends meanwhile, the choice is not counted. Throws
-/// `Error`, and then the choice is not counted either.
+/// Monitors those of `folders` that can be read, and records that the choice was made. A running
+/// recorder then takes a capture. If the program ends meanwhile, or on an `Error`, the choice is
+/// not recorded.
 QCoro::Task<void> choose(Recorder& recorder, std::vector<RecommendedFolder> folders);
 
 } // namespace firstFolders

@@ -9,7 +9,7 @@
 
 namespace tidemark {
 
-FolderChange::FolderChange(const CommandContext& where) : context(where) {
+FolderChange::FolderChange(const CommandContext& context) : context(context) {
     if (context.state().isAnyRunning(exclusions::checks.with(Operation::managingFolders)))
         throw Error(anotherOperation);
     context.model().beginFolderManagement();
@@ -36,7 +36,7 @@ QCoro::Task<GivenFolder> GivenFolder::of(FilePath path) {
 }
 
 FolderGrant GivenFolder::granted(const FolderAccess& folders) const {
-    // A folder that has become a link is known by where it was.
+    // Also looks for the given path, since a monitored folder may have been replaced by a link.
     for (const auto& candidate : {text, canonical})
         if (const auto grant = std::ranges::find(folders.grants(), candidate, &FolderGrant::path);
             grant != folders.grants().end())

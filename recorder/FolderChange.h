@@ -9,30 +9,30 @@
 
 namespace tidemark {
 
-/// One change of the monitored folders by a command: no other begins until this object ends. Main
-/// thread only.
+/// A change of the monitored folders by a command. No other change can begin during its lifetime.
+/// Main thread only.
 class FolderChange {
 public:
     /// Throws `Error` while another change is being made: two at once would end each other's.
-    explicit FolderChange(const CommandContext& where);
+    explicit FolderChange(const CommandContext& context);
     ~FolderChange();
     FolderChange(const FolderChange&) = delete;
     FolderChange& operator=(const FolderChange&) = delete;
 
-    /// A running recorder takes a capture then, which is not waited for.
+    /// Ends the change. A running recorder takes a capture after it, without waiting for it here.
     void finish();
 
 private:
     const CommandContext& context;
 };
 
-/// A path as it was given: as text, and with links resolved.
+/// A path from the command line, as text and with links resolved.
 struct GivenFolder {
     std::string text;
     std::string canonical;
 
     static QCoro::Task<GivenFolder> of(FilePath path);
-    /// The monitored folder that it means. Throws `Error` when there is none.
+    /// The monitored folder at this path. Throws `Error` when there is none.
     FolderGrant granted(const FolderAccess& folders) const;
 };
 

@@ -10,7 +10,7 @@ namespace tidemark {
 
 namespace {
 
-/// The place of a screen that shows what the filter leaves.
+/// The place in the history that shows the filtered events.
 HistoryPlace placeOf(const HistoryFilter& filter, Date now) {
     HistoryPlace place;
     place.window = HistoryTimeWindow::all;

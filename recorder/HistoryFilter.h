@@ -15,10 +15,10 @@ namespace tidemark {
 struct HistoryReading;
 struct HistoryView;
 
-/// How far back a command looks: "7d", "12h", "3w" or a date.
+/// The help of the option for the start of the period.
 inline constexpr std::string_view sinceHelp = "How far back: 12h, 7d, 3w or a date (2026-05-31)";
 
-/// One word each, beside the titles that are stored.
+/// Short names of the categories, in addition to the stored titles.
 template <>
 inline constexpr auto optionAliases<EventCategory> = std::to_array<json::RawValue<EventCategory>>({
     {EventCategory::background, "background"},
@@ -26,10 +26,10 @@ inline constexpr auto optionAliases<EventCategory> = std::to_array<json::RawValu
     {EventCategory::files, "files"},
 });
 
-/// Which events of the history a command is about, as options.
+/// Options that select events of the history.
 struct HistoryFilter {
     std::optional<std::string> since;
-    /// The same by the name of a time window, or as a number of days.
+    /// The name of a time window or a number of days.
     std::optional<std::string> window;
     std::set<EventCategory> category;
     WorkspaceDestination place = WorkspaceDestination::timeline;
@@ -54,7 +54,7 @@ struct HistoryFilter {
     }
 };
 
-/// What the filter leaves of the history. Throws `Error` for a time that is none.
+/// The filtered history. Throws `Error` for an invalid time.
 HistoryView filtered(const HistoryReading& reading, const HistoryFilter& filter);
 
 } // namespace tidemark

@@ -7,13 +7,13 @@
 
 namespace tidemark {
 
-/// What a command reads that only looks at the recorded history. A value that any thread may use.
+/// The input of a command that only reads the history. A value, usable on any thread.
 struct HistoryReading {
     RecordedHistory history;
-    /// The answer is read on a terminal that takes colours.
+    /// True when the output goes to a terminal that supports colours.
     bool colour = false;
     Date now = Date::now();
-    /// Requested when nobody waits for the answer any more.
+    /// Requested when the client has disconnected.
     std::stop_token stop{};
 };
 

@@ -38,7 +38,7 @@ std::optional<Date> localMidnight(const std::string& text) {
     const year_month_day date(year(fields.tm_year + 1900),
                               month(static_cast<unsigned>(fields.tm_mon + 1)),
                               std::chrono::day(static_cast<unsigned>(fields.tm_mday)));
-    // No 31st of a shorter month.
+    // Absent for the 31st of a shorter month.
     return date.ok() ? std::optional(Calendar().momentOf(local_days(date))) : std::nullopt;
 }
 

@@ -6,17 +6,17 @@
 #include <optional>
 #include <string>
 
-/// Times as they are given to commands and shown by them.
+/// Parses the times given to commands and formats those in their output.
 namespace tidemark::historyTime {
 
-/// The moment that "12h", "7d", "3w" (back from `now`) or "2026-05-31" (its local midnight) means.
-/// Throws `Error` for anything else. The empty text is the distant past.
+/// The time given as "12h", "7d" or "3w" before `now`, or as "2026-05-31", meaning local midnight.
+/// The empty text is the distant past. Throws `Error` for anything else.
 Date since(const std::string& text, Date now);
 
 /// The days of a custom time window: "10d", from "1d" to "365d".
 std::optional<std::int64_t> days(const std::string& text);
 
-/// A date and time in the program's answers; `absent` where there is none.
+/// A date and time as text; `absent` if there is none.
 std::string moment(std::optional<Date> date, const char* absent = "",
                    const Calendar& calendar = Calendar());
 

@@ -4,7 +4,7 @@
 
 namespace tidemark {
 
-/// Of a command without options.
+/// The options of a command that has none.
 struct NoOptions {
     static constexpr auto fields() { return std::tuple<>(); }
 };

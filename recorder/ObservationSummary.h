@@ -6,8 +6,8 @@
 
 namespace tidemark {
 
-/// An observation for people: what was found, sizes, what could not be seen and why, and how long
-/// each phase took.
+/// An observation as text: the items found, sizes, folders that could not be read and why, and the
+/// duration of each phase.
 std::string observationSummary(const Snapshot& snapshot);
 
 } // namespace tidemark

@@ -14,16 +14,14 @@
 #include <string_view>
 #include <vector>
 
-/// The types that an option can have: how a word of a command line becomes a value, and what must
-/// hold of every value, whether it comes from a command line or from a request. Both throw
-/// `UsageError` with what is wrong, without a full stop.
+/// The types that an option can have: how to parse a word of the command line, and how to check a
+/// value from a command line or a request. Both throw `UsageError` with a text without a full stop.
 namespace tidemark {
 
 template <class T>
 struct OptionValue;
 
-/// Further names for values of an enumeration, beside the stored texts. Specialised where there
-/// are any.
+/// Additional names for the values of an enumeration. Specialised where there are any.
 template <class E>
 inline constexpr std::array<json::RawValue<E>, 0> optionAliases{};
 
@@ -33,7 +31,7 @@ struct OptionValue<std::string> {
     static std::vector<std::string> choices() { return {}; }
     static std::string read(const std::string& word) { return word; }
     static void check(const std::string& text) {
-        // Whatever keeps or compares it would meet another text.
+        // Storing it would change the text.
         if (!isValidUtf8(text))
             throw UsageError("\"" + textFromBytes(text) + "\" is not UTF-8");
         if (text.find('\0') != std::string::npos)
@@ -64,7 +62,7 @@ struct OptionValue<FilePath> {
     static void check(const FilePath& path) { path.check(); }
 };
 
-/// One of the stored texts or aliases, in any letter case.
+/// Accepts the stored texts and aliases in any letter case.
 template <json::TextEnumeration E>
 struct OptionValue<E> {
     static constexpr std::string_view valueName = "NAME";

@@ -13,8 +13,8 @@ namespace tidemark::ownFiles {
 
 namespace {
 
-/// By what the file system says, since one folder can have several names: another letter case, a
-/// second mount.
+/// Compares the identity in the file system, since one folder can have several paths: another
+/// letter case, a second mount.
 bool isSameFolder(const std::filesystem::path& one, const std::filesystem::path& other) {
     std::error_code error;
     return one == other || std::filesystem::equivalent(one, other, error);

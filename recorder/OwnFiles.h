@@ -2,14 +2,14 @@
 
 #include <filesystem>
 
-/// The files that only the program itself may write.
+/// Protects the program's own files from commands that write files.
 namespace tidemark::ownFiles {
 
-/// True for whatever lies, or would lie, in the folder of the history or in that of the settings of
-/// this user. Links are followed. Blocks.
+/// True for a path in the folder of this user's history or settings, whether it exists or not.
+/// Follows links. Blocks.
 bool contain(const std::filesystem::path& file);
 
-/// Throws `Error` for such a file: what a command writes would take the place of a document.
+/// Throws `Error` for such a file.
 void refuse(const std::filesystem::path& file);
 
 } // namespace tidemark::ownFiles

@@ -14,7 +14,7 @@ namespace tidemark {
 
 namespace {
 
-/// One source that can't be read takes nothing from the others.
+/// Runs `read` and stores its error, so that other sources are still read.
 template <class Read>
 auto orProblem(std::optional<std::string>& problem, const Read& read) -> decltype(read()) {
     try {

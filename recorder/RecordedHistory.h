@@ -15,18 +15,18 @@ namespace tidemark {
 class AppModel;
 class DataFiles;
 
-/// Everything that was recorded, as a value that any thread may read. Copying it copies no text of
-/// the journal or the memory history.
+/// Everything that was recorded, as a value that any thread may read. A copy shares the records of
+/// the journal and of the memory history.
 struct RecordedHistory {
     Journal journal;
     std::vector<SystemActivity> activity;
     MemoryArchive memory;
-    /// Why `activity` or `memory` could not be read, in words.
+    /// Why `activity` or `memory` could not be read, as a sentence.
     std::optional<std::string> activityProblem{};
     std::optional<std::string> memoryProblem{};
 
-    /// Reads the files of a recorder that does not run, and leaves out clips that are older than
-    /// `clipboardDays`. Throws `Error` when the journal can't be read. Blocks.
+    /// Reads the files when no recorder is running, without clips older than `clipboardDays`.
+    /// Throws `Error` when the journal can't be read. Blocks.
     static RecordedHistory load(const DataFiles& files, std::int64_t clipboardDays);
 
     /// The events of all sources.

@@ -16,8 +16,8 @@ FolderLock Recorder::taken(const std::filesystem::path& folder) {
     return *std::move(lock);
 }
 
-Recorder::Recorder(RecorderPlaces chosen)
-    : where(std::move(chosen)), held(taken(where.files.directory)),
+Recorder::Recorder(const RecorderPlaces& where)
+    : where(where), held(taken(where.files.directory)),
       stored(where.settings, JsonPreferences::Opening::toWrite, Clock::system(), held.guard()),
       state(stored, AppClock::system().now()),
       memory({.url = where.files.memoryHistory(),

@@ -15,20 +15,20 @@
 
 namespace tidemark {
 
-/// Another process has the data folder.
+/// Another process has locked the data folder.
 class FolderTaken : public Error {
 public:
     using Error::Error;
 };
 
-/// Everything that records, put together: the one place that knows each class. Needs the
-/// application object of Qt. Main thread only.
+/// Creates and connects everything that records; the only class that depends on all of it. Needs
+/// the application object of Qt. Main thread only.
 class Recorder {
 public:
-    /// Takes the data folder. Throws `FolderTaken` when another process has it.
-    explicit Recorder(RecorderPlaces where);
+    /// Locks the data folder. Throws `FolderTaken` when another process has locked it.
+    explicit Recorder(const RecorderPlaces& where);
 
-    /// What is connected here, for the settings to tell.
+    /// The sources that are connected here; settings of others are marked as not available.
     static SettingSources sources();
 
     const RecorderPlaces& places() const { return where; }
@@ -39,7 +39,7 @@ public:
     NotificationCenter& workspace() { return workspaceCenter; }
     TaskScope& tasks() { return scope; }
     MemoryHistoryService& memoryHistory() { return memory; }
-    /// What has been recorded so far.
+    /// Everything that has been recorded so far.
     RecordedHistory recorded() const;
 
 private:

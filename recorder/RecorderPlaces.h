@@ -7,14 +7,14 @@
 
 namespace tidemark {
 
-/// Where the program keeps its things for this user.
+/// The paths of the program's files for this user.
 struct RecorderPlaces {
     DataFiles files;
     std::filesystem::path settings;
-    /// Where the recorder may be reached, best first.
+    /// The sockets of the recorder, in order of preference.
     std::vector<std::filesystem::path> sockets;
 
-    /// By the environment of the process.
+    /// The paths for the environment of this process.
     static RecorderPlaces current();
 };
 

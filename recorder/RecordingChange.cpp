@@ -7,14 +7,15 @@ namespace tidemark {
 
 namespace {
 
-/// Throws `Error` when it can't be stored.
+/// Stores the mode for the next recorder. Throws `Error` when that fails.
 void storeForNextRecorder(Preferences& preferences, RecordingMode mode, bool wasPaused) {
-    // A pause that lost settings are read as has not been noted yet.
+    // When the settings were lost, the pause that is assumed has not been stored.
     if (mode == RecordingMode::paused || wasPaused)
         preferences.note(preference::needsRecordingBaseline.name, true);
     if (!preferences.set(preference::recordingMode.name, std::string(rawValue(mode))))
         throw Error(preferences.problem().value_or("The recording mode could not be stored."));
-    // Not before: were the mode refused, an unknown pause would be forgotten.
+    // Only after the mode is stored, or a pause assumed after lost settings could end
+    // unintentionally.
     preferences.remove(preference::settingsLost.name);
 }
 

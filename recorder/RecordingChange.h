@@ -7,8 +7,8 @@
 
 namespace tidemark {
 
-/// Pauses or resumes all recording, and returns what is to be said of it. Where no recorder runs,
-/// it holds for the next one. Throws `Error`.
+/// Pauses or resumes all recording and returns the message for the user. Without a running recorder
+/// it applies to the next one. Throws `Error`.
 std::string changeRecording(const CommandContext& context, RecordingMode mode);
 
 } // namespace tidemark

@@ -8,13 +8,13 @@
 
 namespace tidemark {
 
-/// What a recorder has besides in a program that stays: it follows the sleep of the machine and the
-/// user's session, and carries out the commands of other processes. Main thread only.
+/// The additional parts of a recorder that keeps running: it follows the sleep of the machine and
+/// the user's session, and carries out commands of other processes. Main thread only.
 class RunningRecorder {
 public:
-    /// Listens for commands from now on. Throws `Error` when the socket can't be made.
-    explicit RunningRecorder(Recorder& owner);
-    /// Ends all recording, and waits for what is being saved.
+    /// Starts to listen for commands. Throws `Error` when the socket can't be created.
+    explicit RunningRecorder(Recorder& recorder);
+    /// Ends all recording and waits for running saves.
     ~RunningRecorder();
     RunningRecorder(const RunningRecorder&) = delete;
     RunningRecorder& operator=(const RunningRecorder&) = delete;

@@ -47,12 +47,12 @@ std::string valueOf(const Preferences& preferences, const AnyPreferenceKey& key)
         key);
 }
 
-/// One setting as it is shown.
+/// One setting as it is printed.
 struct Setting {
     std::string key;
     std::string value;
     std::string meaning;
-    /// Why it does nothing here, if so.
+    /// Why it has no effect here, if so.
     std::optional<std::string> notAvailable;
 
     static constexpr auto fields() {
@@ -67,7 +67,7 @@ struct Setting {
 
 struct Report {
     std::vector<Setting> settings;
-    /// What is wrong with the stored settings.
+    /// A problem with the stored settings.
     std::optional<std::string> problem;
 
     static constexpr auto fields() {
@@ -107,7 +107,7 @@ std::string choiceValue(const std::string& text, const ChoiceKey& key) {
     throw Error("\"" + text + "\" is none of: " + joined(key.choices, ", ") + ".");
 }
 
-/// Absolute paths with ":" between them; the empty text is none.
+/// Parses absolute paths separated by ":"; the empty text is an empty list.
 std::vector<std::string> pathsValue(const std::string& text) {
     std::vector<std::string> paths;
     for (std::size_t start = 0; start < text.size();) {

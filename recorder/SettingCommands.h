@@ -5,18 +5,18 @@
 
 #include <string>
 
-/// The settings that are the user's to see and to set.
+/// Prints and changes the settings of the user.
 namespace tidemark::settingCommands {
 
-/// One line a setting, or all as JSON. A setting whose source is not among `sources` is marked with
-/// the reason, and what is wrong with the stored settings follows at the end.
+/// One line per setting, or all as JSON. A setting without its source in `sources` is marked with
+/// the reason, and a problem with the stored settings is appended.
 std::string list(const Preferences& preferences, const SettingSources& sources, bool asJson);
-/// The same of one setting, its value in the first line. Throws `Error` when there is no such
+/// The same for one setting, with its value in the first line. Throws `Error` when there is no such
 /// setting.
 std::string get(const Preferences& preferences, const SettingSources& sources,
                 const std::string& key, bool asJson);
-/// Checks `text` against the table of settings and stores it. Throws `Error` when it does not fit
-/// or can't be stored; then the setting is as before.
+/// Checks `text` by the table of settings and stores it. Throws `Error` when it is invalid or can't
+/// be stored; the setting is unchanged then.
 void set(Preferences& preferences, const std::string& key, const std::string& text);
 
 } // namespace tidemark::settingCommands

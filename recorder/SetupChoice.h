@@ -4,7 +4,7 @@
 
 namespace tidemark {
 
-/// Which folders a first start monitors: all recommended ones that can be read, or none.
+/// The folders to monitor from the first start: all recommended ones that can be read, or none.
 enum class SetupChoice { recommended, none };
 
 template <>

@@ -4,9 +4,9 @@
 
 namespace tidemark {
 
-StoredRecords::StoredRecords(const RecorderPlaces& where, bool withColour)
+StoredRecords::StoredRecords(const RecorderPlaces& where, bool isColoured)
     : files(where.files), settings(where.settings, JsonPreferences::Opening::toRead),
-      isColoured(withColour) {}
+      isColoured(isColoured) {}
 
 RecordedHistory StoredRecords::history() const {
     return RecordedHistory::load(files, read(settings, preference::memoryClipboardDays));

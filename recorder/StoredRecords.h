@@ -6,16 +6,15 @@
 
 namespace tidemark {
 
-/// What is on disk, for a process that reads it without having the data folder. Changes nothing.
+/// Reads the stored files in a process that has not locked the data folder. Changes nothing.
 class StoredRecords {
 public:
-    StoredRecords(const RecorderPlaces& where, bool withColour);
+    StoredRecords(const RecorderPlaces& where, bool isColoured);
 
-    /// Opened to read: setting one fails.
+    /// Read-only.
     Preferences& preferences() { return settings; }
     bool colour() const { return isColoured; }
-    /// The history, without clips that are too old. Throws `Error` when the journal can't be read.
-    /// Blocks.
+    /// The history, without expired clips. Throws `Error` when the journal can't be read. Blocks.
     RecordedHistory history() const;
 
 private:

@@ -11,7 +11,7 @@ namespace tidemark {
 
 namespace {
 
-/// ECMA-48 select graphic rendition.
+/// Escape sequences of ECMA-48 ("select graphic rendition").
 constexpr std::string_view bold = "\033[1m";
 constexpr std::string_view dim = "\033[2m";
 constexpr std::string_view attention = "\033[1;33m";
@@ -29,7 +29,8 @@ std::string TimelinePrinter::moment(Date date) const {
     return calendar.format(date, "d MMM yyyy, HH:mm:ss");
 }
 
-/// The start of an interval needs what differs from the day of the event, under which it stands.
+/// The format of the start of an interval, with only the parts that differ from the day of the
+/// event.
 const char* TimelinePrinter::startPattern(const Event& event) const {
     using namespace std::chrono;
     const year_month_day start(floor<days>(calendar.clockAt(event.intervalStart)));

@@ -8,16 +8,16 @@
 
 namespace tidemark {
 
-/// A timeline for people: grouped by day, newest first, each event with its time, or its interval
-/// where it is one, with its two lines and, when it asks for attention, with a mark.
+/// Prints a timeline as text: grouped by day, newest first, each event with its time or interval
+/// and its two lines. Prominent events are marked.
 class TimelinePrinter {
 public:
-    TimelinePrinter(Calendar zone, bool withColour)
-        : calendar(std::move(zone)), colour(withColour) {}
+    TimelinePrinter(Calendar calendar, bool colour)
+        : calendar(std::move(calendar)), colour(colour) {}
 
     std::string text(std::vector<Shared<Event>> events) const;
 
-    /// A date and time as they stand in the program's sentences.
+    /// A date and time as text.
     std::string moment(Date date) const;
 
 private:

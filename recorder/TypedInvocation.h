@@ -13,36 +13,38 @@
 #include <tuple>
 #include <type_traits>
 
-/// How a command is put together out of its options and a function: the types behind `Invocation`.
+/// Makes a command from its options and the function that answers it.
 namespace tidemark {
 
-/// What answers a command: one of the four kinds of function below, by where it can answer.
-/// All throw `Error`.
+/// A command is answered by one of the four kinds of functions below; the kind determines where it
+/// runs. All throw `Error`.
 
-/// The process that was given the command, whether a recorder runs or not. Returns the exit status.
+/// Always runs in the process of the command line. Returns the exit status.
 template <class Options>
 using AnswerHere = int (*)(const Options&);
 
-/// Whoever has the settings.
+/// Runs wherever the settings can be read.
 template <class Options>
 using AnswerFromSettings = std::string (*)(const Preferences&, const Options&);
 
-/// Whoever has the history; away from the event loop, since the text of a long one takes time.
+/// Runs wherever the history can be read, in the background, since formatting a long history takes
+/// time.
 template <class Options>
 using AnswerFromHistory = std::string (*)(const HistoryReading&, const Options&);
 
-/// The process that has the data folder, which is a running recorder or, where none runs, the one
-/// that was given the command.
+/// Runs in the process that has locked the data folder: the running recorder, or else the process
+/// of the command line.
 template <class Options>
 using AnswerByRecorder = QCoro::Task<std::string> (*)(CommandContext&, const Options&);
 
-/// What some commands need besides.
+/// Optional properties of a command.
 template <class Options>
 struct CommandExtras {
-    /// What `AnswerByRecorder` changes is a setting, and lost when that can't be stored.
+    /// True when `AnswerByRecorder` changes settings, so that the command must fail if they can't
+    /// be stored.
     bool changesSettings = false;
-    /// Answers in the place of `AnswerByRecorder` where no recorder runs. Absent when it needs the
-    /// data folder.
+    /// Used instead of `AnswerByRecorder` when no recorder is running. Returns nothing when the
+    /// command needs the data folder.
     std::optional<CommandAnswer> (*fromStored)(StoredRecords&, const Options&) = nullptr;
     /// See `Invocation`.
     std::optional<std::string> (*question)(const Options&) = nullptr;
@@ -58,10 +60,10 @@ CommandAnswer storedSettings(StoredRecords& stored, const SettingsReader& answer
 CommandAnswer storedHistory(StoredRecords& stored, const HistoryReader& answer);
 QCoro::Task<std::string> liveSettings(CommandContext& context, SettingsReader answer);
 QCoro::Task<std::string> liveHistory(CommandContext& context, HistoryReader answer);
-/// Fails when the settings that `change` changes can't be stored.
+/// Awaits `change` and throws when the changed settings can't be stored.
 QCoro::Task<std::string> storedChange(CommandContext& context, QCoro::Task<std::string> change);
 
-/// Adds the name of the option to what is wrong with its value.
+/// Adds the name of the option to the error of a check.
 template <class Check>
 void checkOption(std::string_view name, const OptionForm& form, const Check& check) {
     try {
@@ -85,7 +87,7 @@ class TypedInvocation final : public Invocation {
                   "a command is answered by a function of one of the four kinds");
 
 public:
-    explicit TypedInvocation(const CommandExtras<Options>& more) : extras(more) {}
+    explicit TypedInvocation(const CommandExtras<Options>& extras) : extras(extras) {}
 
     void setOption(std::size_t place, const std::vector<std::string>& words) override {
         std::size_t index = 0;
@@ -216,7 +218,7 @@ private:
     Options values;
 };
 
-/// The row of a command, apart from its words: `makeCommand<Options, answer>({.name = …})`.
+/// Makes a command from its texts: `makeCommand<Options, answer>({.name = …})`.
 template <class Options, auto answer>
 Command makeCommand(Command description, CommandExtras<Options> extras = {}) {
     using Typed = TypedInvocation<Options, answer>;

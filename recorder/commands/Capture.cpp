@@ -24,7 +24,7 @@ struct Options {
     }
 };
 
-/// The events that the capture of this snapshot made; their identifiers name it.
+/// The events of the capture with this snapshot, whose id is part of theirs.
 std::vector<Shared<Event>> eventsOf(const Journal& journal, const Uuid& snapshot) {
     const std::string name = snapshot.text();
     std::vector<Shared<Event>> made;
@@ -62,7 +62,7 @@ QCoro::Task<std::string> capture(CommandContext& context, const Options& options
     const auto before = state.keptCaptures();
     if (options.setup)
         co_await chooseFolders(context, *options.setup);
-    // Takes one by itself when one is due.
+    // The start takes a capture itself when one is due.
     auto starting =
         context.isRunning ? context.model().start() : context.model().startForOneCapture();
     co_await starting;

@@ -11,7 +11,7 @@ namespace {
 struct Options : HistoryFilter {
     HistoryExport::Format format{};
     bool includePrivate = false;
-    /// Written by the process that was given the command.
+    /// The file is written by the process of the command line.
     std::optional<FilePath> output;
 
     static constexpr auto fields() {

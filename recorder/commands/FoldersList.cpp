@@ -16,12 +16,12 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// A folder in the list: what is said of it, and where it is.
+/// A folder in the list, with its description.
 struct Line {
     bool isMonitored = false;
     std::string words;
     fs::path path;
-    /// Of a monitored folder.
+    /// The bookmark of a monitored folder.
     Data bookmark{};
 
     std::optional<std::string> failure() const {
@@ -50,7 +50,7 @@ std::vector<Line> linesOf(const FolderAccess& folders) {
     return lines;
 }
 
-/// Blocks: a network volume may not answer.
+/// Adds whether each folder can be opened. May block on a network volume.
 std::string withAccess(const std::vector<Line>& lines, const std::stop_token& stop = {}) {
     std::set<fs::path> monitored;
     std::map<bool, std::string> groups;

@@ -23,14 +23,14 @@ struct Options {
     }
 };
 
-/// What the system remembers, as the import view would show it.
+/// Reads the installations as the import view shows them.
 QCoro::Task<ImportView> look(CommandContext& context, bool includeRoutine) {
     co_await context.model().openHistory();
     context.requireFree();
     auto& imports = context.model().imports();
     const bool wasPresented = imports.importPresented;
     const bool isRead = co_await imports.previewImport();
-    // Nobody waits here for the user to choose.
+    // The command does not wait for a choice of the user.
     imports.importPresented = wasPresented;
     if (!isRead)
         throw Error(anotherOperation);

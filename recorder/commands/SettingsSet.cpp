@@ -25,7 +25,7 @@ struct Options {
 
 QCoro::Task<std::string> settingsSet(CommandContext& context, const Options& options) {
     const auto& [key, value] = options;
-    // More than a stored value changes with this one.
+    // Changing the recording mode involves more than the stored value.
     if (const auto mode = json::fromRawValue<RecordingMode>(value);
         mode && key == preference::recordingMode.name)
         co_return changeRecording(context, *mode);

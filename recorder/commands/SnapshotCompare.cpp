@@ -14,7 +14,7 @@ namespace {
 
 struct Options {
     std::string name;
-    /// What was recorded since, instead of the two states.
+    /// Prints the events recorded since, instead of the differences of the two states.
     bool timeline = false;
     bool json = false;
 

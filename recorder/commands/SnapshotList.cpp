@@ -15,7 +15,7 @@ struct Options {
     }
 };
 
-/// A named snapshot without what it holds.
+/// A named snapshot without its contents.
 struct Entry {
     Uuid id;
     std::string name;

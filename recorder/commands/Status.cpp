@@ -22,7 +22,7 @@ struct Options {
 };
 
 struct Status {
-    /// A recorder runs.
+    /// True when a recorder is running.
     bool running = false;
     std::string mode;
     std::string activity;
@@ -97,7 +97,7 @@ QCoro::Task<std::string> status(CommandContext& context, const Options& options)
     const auto& state = context.state();
     Status status = stored(*state.journal(), context.preferences(), context.folders());
     status.running = context.isRunning;
-    // What holds, which a full disk may have kept from being stored.
+    // The mode in effect, which could not be stored if the disk is full.
     if (context.isRunning && state.loaded())
         status.mode = rawValue(*state.recordingMode);
     status.activity = context.model().recordingStatus();

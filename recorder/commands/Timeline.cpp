@@ -28,7 +28,7 @@ struct Options : HistoryFilter {
     }
 };
 
-/// One count a place, under the name that commands know it by.
+/// The counts by the names of the places.
 std::string countsJson(const HistoryView& view) {
     std::map<std::string, std::int64_t> counts;
     for (const auto& [place, count] : view.sidebarCounts)
