@@ -24,7 +24,7 @@ QCoro::Task<void> note(AppClock* clock, double seconds, std::stop_token stop, st
 
 } // namespace
 
-TEST(NotificationCenter, CallsObserversInTheirOrderAndSparesThoseThatWentMeanwhile) {
+TEST(NotificationCenter, CallsObserversInOrderExceptRemovedOnes) {
     NotificationCenter center;
     std::string log;
     NotificationCenter::Token first, second, third, added;
@@ -44,7 +44,7 @@ TEST(NotificationCenter, CallsObserversInTheirOrderAndSparesThoseThatWentMeanwhi
     EXPECT_EQ(log, "1334");
 }
 
-TEST(NotificationCenter, MayGoBeforeItsTokensAndWithinAPost) {
+TEST(NotificationCenter, MayBeDestroyedBeforeItsTokensAndDuringAPost) {
     NotificationCenter::Token token;
     auto center = std::make_unique<NotificationCenter>();
     token = center->observe(notification::didWake, [&] { center.reset(); });
@@ -59,7 +59,7 @@ TEST(AppClock, AStoppedSleepEndsFromTheEventLoop) {
         std::string log;
         const auto task = note(clock, 3'000'000, source.get_token(), "a", &log);
         source.request_stop();
-        EXPECT_EQ(log, "") << "not inside of the request";
+        EXPECT_EQ(log, "") << "not within request_stop";
         test::until([&] { return task.isReady(); });
         EXPECT_EQ(log, "a- ");
         const auto late = note(clock, 10, source.get_token(), "b", &log);
@@ -67,7 +67,7 @@ TEST(AppClock, AStoppedSleepEndsFromTheEventLoop) {
     }
 }
 
-TEST(AppClock, TheSystemsOwnWakesByItself) {
+TEST(AppClock, TheSystemClockEndsASleep) {
     for (const auto slack : {AppClock::Slack::none, AppClock::Slack::allowed})
         EXPECT_TRUE(test::await(AppClock::system().sleep(0.001, {}, slack)));
 }
@@ -91,7 +91,7 @@ TEST(Background, ResultsAndFailuresArriveOnTheMainThread) {
     test::await(check());
 }
 
-TEST(Background, ReportsThatNoThreadCanBeStartedUnlessOneIsThere) {
+TEST(Background, ThrowsWhenNoThreadExistsOrCanBeStarted) {
     WorkerPool pool(2);
     const auto answer = [](const std::stop_token&) { return 7; };
     const auto ask = [&] {
@@ -103,10 +103,10 @@ TEST(Background, ReportsThatNoThreadCanBeStartedUnlessOneIsThere) {
     }
     EXPECT_EQ(ask(), 7);
     const test::NoThreads refused;
-    EXPECT_EQ(ask(), 7) << "the thread from before does it";
+    EXPECT_EQ(ask(), 7) << "done by the existing thread";
 }
 
-TEST(WorkerPool, DoesItsWorkInOrderOnNoMoreThreadsThanItMayHave) {
+TEST(WorkerPool, RunsWorkInOrderOnOneThread) {
     std::string log;
     std::latch mayBegin(1);
     std::latch done(3);
@@ -124,7 +124,7 @@ TEST(WorkerPool, DoesItsWorkInOrderOnNoMoreThreadsThanItMayHave) {
     EXPECT_EQ(log, "abc");
 }
 
-TEST(TaskScope, WaitsForItsCoroutinesBeforeItGoes) {
+TEST(TaskScope, DestructorWaitsForTheCoroutines) {
     test::ManualAppClock clock;
     std::latch stopSeen(1);
     std::string log;
@@ -149,7 +149,7 @@ TEST(TaskScope, WaitsForItsCoroutinesBeforeItGoes) {
     EXPECT_NE(log.find("worker "), std::string::npos);
 }
 
-TEST(TaskScope, OutlivesATaskThatFails) {
+TEST(TaskScope, SurvivesATaskThatFails) {
     TaskScope scope;
     const auto failing = []() -> QCoro::Task<void> {
         co_await runInBackground([](const std::stop_token&) { throw Error("It failed."); });

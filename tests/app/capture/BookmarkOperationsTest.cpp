@@ -14,12 +14,12 @@ using namespace tidemark;
 namespace fs = std::filesystem;
 using test::TemporaryFolder;
 
-TEST(BookmarkOperations, TheEmptyFolderOfAnAbsentVolumeIsNotTheVolume) {
+TEST(BookmarkOperations, DistinguishesAVolumeFromItsEmptyMountPoint) {
     const TemporaryFolder folder;
     const auto place = folder.makeFolder("place");
     const auto operations = BookmarkOperations::direct();
     bool canMount = false;
-    // What a thread of its own mounts, nobody else sees.
+    // A separate thread, so that its mounts are not visible to others.
     std::thread([&] {
         canMount = ::unshare(CLONE_NEWNS) == 0
                    && ::mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0
@@ -32,8 +32,8 @@ TEST(BookmarkOperations, TheEmptyFolderOfAnAbsentVolumeIsNotTheVolume) {
         EXPECT_EQ(operations.resolve(bookmark).failure, "Folder does not currently exist.");
         EXPECT_EQ(bookmarkAccessFailure(operations, bookmark), "Folder does not currently exist.");
 
-        // After a new start of the machine the volume has another number, and a bind mount has
-        // that of the folder above.
+        // The bind mount has another device number than before, as a volume may after a restart of
+        // the machine.
         fs::create_directory(folder / "volume");
         ::mount((folder / "volume").c_str(), place.c_str(), nullptr, MS_BIND, nullptr);
         EXPECT_EQ(operations.resolve(bookmark).failure, std::nullopt);

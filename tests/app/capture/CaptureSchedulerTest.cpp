@@ -38,7 +38,7 @@ struct SchedulerTest : testing::Test {
         scheduler.start([this] { return check(); });
     }
 
-    /// Posts and lets the checks begin that it asks for.
+    /// Posts a notification and waits until its checks have begun.
     static void post(NotificationCenter& center, Notification notification) {
         center.post(notification);
         test::settle();
@@ -55,7 +55,7 @@ struct SchedulerTest : testing::Test {
 
 } // namespace
 
-TEST_F(SchedulerTest, ChecksEveryMinuteAndWhenSomebodyComesBack) {
+TEST_F(SchedulerTest, ChecksEveryMinuteAndAtActivationWakeAndSessionChange) {
     start();
     EXPECT_EQ(checks, 0);
     clock.advance(59);
@@ -74,7 +74,7 @@ TEST_F(SchedulerTest, ChecksEveryMinuteAndWhenSomebodyComesBack) {
     EXPECT_EQ(checks, 14);
 }
 
-TEST_F(SchedulerTest, DropsWhatComesDuringACheck) {
+TEST_F(SchedulerTest, DropsRequestsDuringACheck) {
     checkDuration = 90;
     start();
     clock.advance(60);
@@ -84,13 +84,13 @@ TEST_F(SchedulerTest, DropsWhatComesDuringACheck) {
     post(workspace, notification::didWake);
     EXPECT_EQ(checks, 1);
     clock.advance(31);
-    EXPECT_EQ(checks, 1) << "what was dropped is not made up for";
+    EXPECT_EQ(checks, 1) << "the dropped request is not repeated";
     post(workspace, notification::didWake);
     EXPECT_EQ(checks, 2);
     clock.advance(90);
 }
 
-TEST_F(SchedulerTest, GoesOnAfterACheckThatFailed) {
+TEST_F(SchedulerTest, ContinuesAfterACheckThatFailed) {
     scheduler.start([this]() -> QCoro::Task<void> {
         ++checks;
         throw Error("The check failed.");

@@ -26,7 +26,7 @@ const std::string noBackground = "Background definitions are not observed until 
                                  "LaunchAgents or LaunchDaemons folder in Settings.";
 
 struct FolderAccessTest : testing::Test {
-    /// As a new start of the program finds it.
+    /// Creates the object anew, as a new start of the program does.
     void restart(bool isTrashGuarded = true) {
         access.emplace(preferences, BookmarkOperations::direct(),
                        std::vector<RecommendedFolder>{
@@ -58,7 +58,7 @@ struct FolderAccessTest : testing::Test {
 
 } // namespace
 
-TEST(FolderGrant, ReadsTheRecordsOfEarlierReleases) {
+TEST(FolderGrant, ReadsTheStoredFormsOfEarlierReleases) {
     const std::string id = "\"id\":\"E621E1F8-C36C-495A-93FC-0C247A3E6E5F\",\"bookmark\":\"YQ==\",";
     const auto grants =
         FolderGrant::decodeList("[{" + id + R"("path":"/Applications","purpose":"applications"},)"
@@ -80,7 +80,7 @@ TEST(FolderGrant, ReadsTheRecordsOfEarlierReleases) {
     EXPECT_EQ(FolderGrant::decodeList(json::encoded(unified)), unified);
 }
 
-TEST_F(FolderAccessTest, TurnsGrantsIntoTheRootsOfACapture) {
+TEST_F(FolderAccessTest, GrantsBecomeTheRootsOfACapture) {
     const auto apps = folder.makeFolder("Applications");
     const auto agents = folder.makeFolder("LaunchAgents");
     const auto daemons = folder.makeFolder("LaunchDaemons");
@@ -102,7 +102,7 @@ TEST_F(FolderAccessTest, TurnsGrantsIntoTheRootsOfACapture) {
     EXPECT_EQ(access->accessStatus(plain), FolderAccess::AccessStatus::unchecked);
 }
 
-TEST_F(FolderAccessTest, AnUntrackedFolderStaysAndIsSkipped) {
+TEST_F(FolderAccessTest, AnUntrackedFolderIsKeptButSkipped) {
     add(folder.makeFolder("Applications"));
     const Uuid id = access->grants()[0].id;
     access->setTracking(applications, false, id);
@@ -117,7 +117,7 @@ TEST_F(FolderAccessTest, AnUntrackedFolderStaysAndIsSkipped) {
     EXPECT_TRUE(access->grants()[0].availablePurposes.contains(launchAgents));
 }
 
-TEST_F(FolderAccessTest, SaysWhyAFolderCannotBeOpened) {
+TEST_F(FolderAccessTest, ReportsWhyAFolderCannotBeOpened) {
     const auto path = folder.makeFolder("place");
     add(path);
     const auto issue = "Folder access is unavailable for " + path.native()
@@ -144,7 +144,7 @@ TEST_F(FolderAccessTest, SaysWhyAFolderCannotBeOpened) {
     EXPECT_EQ(access->accessFailure(path), std::nullopt);
 }
 
-TEST_F(FolderAccessTest, ABookmarkThatCannotBeReadIsAnIssueOfItsOwn) {
+TEST_F(FolderAccessTest, ABookmarkThatCannotBeReadIsASeparateIssue) {
     preferences.set(bookmarksKey,
                     Data{R"([{"id":"E621E1F8-C36C-495A-93FC-0C247A3E6E5F","path":"/elsewhere",)"
                          R"("bookmark":"Ym9vaw==","purposes":["storage"]}])"});
@@ -188,7 +188,7 @@ TEST_F(FolderAccessTest, AFolderReplacedByALinkIsNotFollowed) {
     EXPECT_EQ(access->grants(), before);
 }
 
-TEST_F(FolderAccessTest, KeepsRealPathsOnceEach) {
+TEST_F(FolderAccessTest, KeepsEachRealPathOnce) {
     const auto real = folder.makeFolder("real");
     fs::create_directory_symlink(real, folder / "link");
     const auto odd = folder.makeFolder("odd\xFF");
@@ -199,7 +199,7 @@ TEST_F(FolderAccessTest, KeepsRealPathsOnceEach) {
     EXPECT_EQ(capture().options.storageRoots, (std::vector{real, odd}));
 }
 
-TEST_F(FolderAccessTest, ALinkIsOfUseByItsOwnNameAsWell) {
+TEST_F(FolderAccessTest, SuggestsPurposesByTheNameOfTheLinkToo) {
     const auto real = folder.makeFolder("opt/apps");
     fs::create_directory_symlink(real, folder / "Applications");
     add(folder / "Applications");
@@ -219,7 +219,7 @@ TEST_F(FolderAccessTest, AddsAllFoldersOrNone) {
     EXPECT_TRUE(access->grants().empty());
     preferences.refuses = false;
     restart();
-    EXPECT_TRUE(access->grants().empty()) << "what was not saved is not there after all";
+    EXPECT_TRUE(access->grants().empty()) << "nothing was saved";
 }
 
 TEST_F(FolderAccessTest, AFolderRemovedWhileACaptureOpensItIsNotObserved) {
@@ -231,7 +231,7 @@ TEST_F(FolderAccessTest, AFolderRemovedWhileACaptureOpensItIsNotObserved) {
     EXPECT_EQ(paths(), "b");
 }
 
-TEST_F(FolderAccessTest, StopsWhatItStartedOnce) {
+TEST_F(FolderAccessTest, StopsEachStartedFolderOnce) {
     std::map<std::string, int> open;
     auto counted = BookmarkOperations::direct();
     counted.start = [&](const fs::path& path) {
@@ -262,7 +262,7 @@ TEST_F(FolderAccessTest, StopsWhatItStartedOnce) {
     EXPECT_EQ(open[path], 0);
 }
 
-TEST_F(FolderAccessTest, TakesTheSingleStorageSwitchOverOnce) {
+TEST_F(FolderAccessTest, MigratesTheStorageSwitchOnce) {
     add(folder.makeFolder("Applications"));
     preferences.remove("unifiedFolderTrackingMigrated");
     preferences.set("storageEnabled", false);
@@ -277,10 +277,10 @@ TEST_F(FolderAccessTest, TakesTheSingleStorageSwitchOverOnce) {
     const int changes = preferences.changes;
     restart();
     EXPECT_EQ(access->grants()[0].purposes, FolderPurposes{applications});
-    EXPECT_EQ(preferences.changes, changes) << "who only looks changes nothing";
+    EXPECT_EQ(preferences.changes, changes) << "read-only preferences are not changed";
 }
 
-TEST_F(FolderAccessTest, SaysThatSavedAccessCannotBeRead) {
+TEST_F(FolderAccessTest, ReportsThatSavedAccessCannotBeRead) {
     for (const char* damage : {"[{", "{}", "[{\"id\":\"x\"}]"}) {
         preferences.set(bookmarksKey, Data{damage});
         restart();
@@ -344,17 +344,17 @@ TEST_F(FolderAccessTest, RestoresTheTrashUnlessTheUserRemovedIt) {
     };
     folder.makeFolder("Downloads");
     folder.makeFolder(".Trash");
-    EXPECT_FALSE(restore()) << "nothing was set up yet";
+    EXPECT_FALSE(restore()) << "before the setup";
 
     access->completeSetup();
     restart(false);
-    EXPECT_FALSE(restore()) << "that any program may read it is not the user's consent";
+    EXPECT_FALSE(restore()) << "not guarded by the system, so readable without consent";
     preferences.set("diskAccessSetupPending", true);
     EXPECT_FALSE(restore()) << "nor is it then";
     preferences.set("diskAccessSetupPending", false);
     restart();
     EXPECT_TRUE(restore());
-    EXPECT_EQ(paths(), ".Trash") << "only the Trash comes by itself";
+    EXPECT_EQ(paths(), ".Trash") << "only the Trash is restored";
     EXPECT_FALSE(restore());
     access->remove(access->grants()[0].id);
     EXPECT_EQ(preferences.texts("removedRecommendedPaths"),
@@ -364,7 +364,7 @@ TEST_F(FolderAccessTest, RestoresTheTrashUnlessTheUserRemovedIt) {
     const int changes = preferences.changes;
     access->remove(access->grants()[0].id);
     restart();
-    EXPECT_EQ(preferences.changes, changes + 1) << "nobody recommended that one";
+    EXPECT_EQ(preferences.changes, changes + 1) << "it was not a recommended folder";
 
     preferences.set("diskAccessSetupPending", true);
     EXPECT_TRUE(restore());

@@ -19,8 +19,7 @@ using test::TemporaryFolder;
 
 namespace {
 
-/// What becomes of a folder that does not answer before it is told to. Shared with the threads
-/// that wait there.
+/// A folder whose calls hang until `comesBack` is released. Shared with the hanging threads.
 struct DeadVolume {
     std::counting_semaphore<> comesBack{0};
     std::counting_semaphore<> isClosed{0};
@@ -57,14 +56,14 @@ struct FolderCallsTest : testing::Test {
 
 } // namespace
 
-TEST_F(FolderCallsTest, AFolderThatNeverAnswersIsLeftBehindOnce) {
+TEST_F(FolderCallsTest, AFolderThatDoesNotRespondCostsOneThread) {
     allow(1ms);
     for (int i = 0; i < 3; ++i)
         expectUnavailable(test::await(access->beginCapture(true)));
-    EXPECT_LE(volume->attempts, 1) << "each attempt loses a thread";
+    EXPECT_LE(volume->attempts, 1) << "each attempt costs a thread";
     volume->comesBack.release();
     volume->isClosed.acquire();
-    EXPECT_EQ(volume->attempts, 1) << "what is opened too late is closed again";
+    EXPECT_EQ(volume->attempts, 1) << "a folder that is opened too late is closed again";
 }
 
 TEST_F(FolderCallsTest, AStopDoesNotWaitForAFolder) {
@@ -83,7 +82,7 @@ TEST_F(FolderCallsTest, AStopDoesNotWaitForAFolder) {
     volume->comesBack.release();
 }
 
-TEST(FolderCalls, HandOnWhatACallThrows) {
+TEST(FolderCalls, ReturnOrThrowTheResultOfACall) {
     const FolderCalls calls(1h);
     EXPECT_EQ(calls.answer("/a", [] { return 7; }, {}), 7);
     EXPECT_THROW(calls.answer("/a", []() -> int { throw Error("No."); }, {}), Error);

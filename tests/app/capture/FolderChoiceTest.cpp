@@ -59,7 +59,7 @@ TEST(FolderRequest, RefusesAnyOtherFolderThanTheOneSuggested) {
               "Select Downloads to approve this recommended folder.");
 }
 
-TEST_F(FolderChoice, AllowsWhatWasPicked) {
+TEST_F(FolderChoice, GrantsThePickedFolders) {
     const auto agents = folder.makeFolder("LaunchAgents");
     const auto plain = folder.makeFolder("plain");
     EXPECT_FALSE(choose(std::nullopt, {}));
@@ -71,7 +71,7 @@ TEST_F(FolderChoice, AllowsWhatWasPicked) {
     EXPECT_EQ(access.grants()[2].availablePurposes, (FolderPurposes{launchDaemons, storage}));
 }
 
-TEST_F(FolderChoice, KeepsNothingOfAChoiceThatIsNotTheOneOrCannotBeSaved) {
+TEST_F(FolderChoice, KeepsNothingOfAWrongOrFailedChoice) {
     EXPECT_FALSE(choose(folder / "Downloads", {folder.makeFolder("other")}));
     EXPECT_EQ(message(), "Please select Downloads, or deselect that folder from setup. No access "
                          "was saved for the different folder.");
@@ -81,7 +81,7 @@ TEST_F(FolderChoice, KeepsNothingOfAChoiceThatIsNotTheOneOrCannotBeSaved) {
     EXPECT_TRUE(access.grants().empty());
 }
 
-TEST_F(FolderChoice, APanelThatStaysOpenKeepsNothingFromEnding) {
+TEST_F(FolderChoice, MayBeDestroyedWhileThePanelIsOpen) {
     test::ManualAppClock clock;
     std::optional<FolderAccess> leaving(std::in_place, preferences, BookmarkOperations::direct());
     auto choosing = leaving->choose(std::nullopt, std::nullopt, [&](FolderRequest) {

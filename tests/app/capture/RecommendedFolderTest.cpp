@@ -7,7 +7,7 @@
 using namespace tidemark;
 using test::TemporaryFolder;
 
-TEST(RecommendedFolder, AreThoseOfTheSystem) {
+TEST(RecommendedFolder, ListsTheFoldersOfEachSystem) {
     const auto shown = [](const std::vector<RecommendedFolder>& folders) {
         std::string text;
         for (const auto& [title, url, purpose, isGuarded] : folders)

@@ -6,6 +6,8 @@
 #include "core/system/LocalSocketAddress.h"
 #include "tests/app/support/Await.h"
 #include "tests/app/support/ManualAppClock.h"
+#include "tests/support/Contains.h"
+#include "tests/support/Failure.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <chrono>
@@ -32,7 +34,7 @@ FileDescriptor connectRaw(const std::filesystem::path& path) {
     return socket;
 }
 
-/// How many bytes went through before the other end was gone.
+/// Returns how many bytes could be sent before the other end closed.
 std::size_t sendRaw(const FileDescriptor& socket, std::string_view bytes) {
     std::size_t sent = 0;
     while (sent < bytes.size()) {
@@ -45,7 +47,7 @@ std::size_t sendRaw(const FileDescriptor& socket, std::string_view bytes) {
     return sent;
 }
 
-/// Everything up to the end; waits for it.
+/// Reads until the other end closes.
 std::string readToEnd(const FileDescriptor& socket) {
     std::string all;
     std::string block(megabyte, '\0');
@@ -74,14 +76,23 @@ struct ControlServerTest : testing::Test {
     std::filesystem::path socket = sockets.front();
     test::ManualAppClock clock;
     FolderLock lock = FolderLock::take(folder.path()).value();
-    /// What the requests "wait" wait for.
-    bool mayAnswer = false;
     bool wasStopped = false;
     std::vector<ControlRequest> requests;
-    std::unique_ptr<ControlServer> server = std::make_unique<ControlServer>(
-        [this](ControlRequest asked, std::stop_token stop) { return handle(asked, stop); }, clock);
+    std::unique_ptr<ControlServer> server;
 
-    void SetUp() override { server->listen(sockets, lock); }
+    void SetUp() override { listen(); }
+    void listen() {
+        server = std::make_unique<ControlServer>(
+            [this](ControlRequest asked, std::stop_token stop) { return handle(asked, stop); },
+            clock);
+        server->listen(sockets, lock);
+    }
+    /// Connects and sends a request.
+    FileDescriptor begin(const char* command) const {
+        FileDescriptor client = connectRaw(socket);
+        sendRaw(client, control::requestFrame(request(command)));
+        return client;
+    }
 
     QCoro::Task<ControlAnswer> handle(ControlRequest asked, std::stop_token stop) {
         requests.push_back(asked);
@@ -118,7 +129,7 @@ struct ControlServerTest : testing::Test {
 
 } // namespace
 
-TEST_F(ControlServerTest, CarriesOutWhatAClientOfTheSameUserAsksFor) {
+TEST_F(ControlServerTest, CarriesOutRequestsOfTheSameUser) {
     EXPECT_EQ(ask("events"), (ControlAnswer{3, "did events", "é\n"}));
     EXPECT_EQ(requests, std::vector{request("events")});
     EXPECT_EQ(ask("fail"), (ControlAnswer{1, "", "It did not work."}));
@@ -131,17 +142,14 @@ TEST_F(ControlServerTest, CarriesOutWhatAClientOfTheSameUserAsksFor) {
     EXPECT_FALSE(std::filesystem::exists(socket));
 }
 
-TEST_F(ControlServerTest, TheClientRefusesWhatItCannotHandOver) {
+TEST_F(ControlServerTest, TheClientRefusesARequestThatIsTooLong) {
     EXPECT_THROW(ask(std::string(control::mostRequestBytes, 'a')), Error);
     EXPECT_EQ(ask(std::string(63 * 1024, 'a'))->status, 3);
 }
 
-TEST_F(ControlServerTest, DropsOrRefusesWhatIsNoRequest) {
+TEST_F(ControlServerTest, DropsOrRefusesInvalidRequests) {
     const std::string good = R"({"version":2,"command":"a","options":"{}","colour":false})";
-    const struct {
-        std::string bytes;
-        std::string_view answer;
-    } cases[] = {
+    const std::pair<std::string, std::string_view> cases[] = {
         {"GET / HTTP/1.1\r\n\r\n", ""},
         {std::string(4, '\0'), ""},
         {std::string("\0\x10\0\x01", 4) + "{", ""},
@@ -156,13 +164,13 @@ TEST_F(ControlServerTest, DropsOrRefusesWhatIsNoRequest) {
     for (const auto& [bytes, expected] : cases) {
         const std::string answer = answerTo(bytes);
         EXPECT_EQ(answer.empty(), expected.empty()) << bytes.substr(0, 40) << answer;
-        EXPECT_NE(answer.find(expected), std::string::npos) << answer;
+        EXPECT_TRUE(test::contains(answer, expected));
     }
     EXPECT_TRUE(requests.empty());
     EXPECT_NE(answerTo(framed(good)).find("did a"), std::string::npos);
 }
 
-TEST_F(ControlServerTest, TakesNoMoreThanARequestOfAClientThatSendsAHundredMegabytes) {
+TEST_F(ControlServerTest, ReadsNoMoreThanOneRequestFromAClient) {
     for (const std::string& start : {std::string("\x06\0\0\0", 4), framed("{}"), framed("")}) {
         const auto flooding = [&](const std::stop_token&) {
             const auto client = connectRaw(socket);
@@ -191,9 +199,8 @@ TEST_F(ControlServerTest, DropsAClientThatSendsHalfARequestAfterFiveSeconds) {
     EXPECT_TRUE(requests.empty());
 }
 
-TEST_F(ControlServerTest, DropsAClientThatNeverReadsItsAnswerAndServesOthersMeanwhile) {
-    const auto lazy = connectRaw(socket);
-    sendRaw(lazy, control::requestFrame(request("large")));
+TEST_F(ControlServerTest, DropsAClientThatDoesNotReadItsAnswerAndServesOthersMeanwhile) {
+    const auto lazy = begin("large");
     test::until([&] { return isReadable(lazy); });
     clock.advance(29);
     EXPECT_EQ(ask("quick")->output, "did quick");
@@ -203,31 +210,28 @@ TEST_F(ControlServerTest, DropsAClientThatNeverReadsItsAnswerAndServesOthersMean
     EXPECT_LT(readToEnd(lazy).size(), 2 * megabyte);
 }
 
-TEST_F(ControlServerTest, StopsTheWorkOfAClientThatIsGone) {
+TEST_F(ControlServerTest, StopsTheCommandOfAClientThatDisconnects) {
     {
-        const auto client = connectRaw(socket);
-        sendRaw(client, control::requestFrame(request("wait")));
+        const auto client = begin("wait");
         test::until([&] { return !requests.empty(); });
         clock.advance(60);
-        EXPECT_EQ(server->connectionCount(), 1U) << "the time for the request is over";
+        EXPECT_EQ(server->connectionCount(), 1U) << "the deadline is only for the request";
     }
     test::until([&] { return wasStopped; });
     EXPECT_EQ(server->connectionCount(), 0U);
 
-    // And when the recorder ends.
+    // Likewise when the server is destroyed.
     wasStopped = false;
-    const auto client = connectRaw(socket);
-    sendRaw(client, control::requestFrame(request("wait")));
+    const auto client = begin("wait");
     test::until([&] { return requests.size() == 2; });
     server.reset();
     EXPECT_TRUE(wasStopped);
     EXPECT_EQ(readToEnd(client), "");
 }
 
-TEST_F(ControlServerTest, RefusesMoreWhenCommandsThatCannotBeStoppedPileUp) {
+TEST_F(ControlServerTest, RefusesMoreThanTheLimitOfUnstoppableCommands) {
     for (std::size_t count = 1; count <= ControlServer::mostCommands; ++count) {
-        const auto client = connectRaw(socket);
-        sendRaw(client, control::requestFrame(request("hang")));
+        const auto client = begin("hang");
         test::until([&] { return requests.size() == count; });
     }
     untilServed(0);
@@ -237,15 +241,14 @@ TEST_F(ControlServerTest, RefusesMoreWhenCommandsThatCannotBeStoppedPileUp) {
     EXPECT_EQ(ask("another")->output, "did another");
 }
 
-TEST_F(ControlServerTest, ServesSixteenAtOnceAndTheOthersInTurn) {
+TEST_F(ControlServerTest, ServesSixteenClientsAtOnceAndTheOthersInTurn) {
     std::vector<FileDescriptor> silent;
     for (int count = 0; count < 40; ++count)
         silent.push_back(connectRaw(socket));
     untilServed(16);
     test::settle();
     EXPECT_EQ(server->connectionCount(), 16U);
-    const auto last = connectRaw(socket);
-    sendRaw(last, control::requestFrame(request("patient")));
+    const auto last = begin("patient");
     for (int round = 0; round < 3; ++round) {
         clock.advance(5);
         test::settle();
@@ -254,7 +257,7 @@ TEST_F(ControlServerTest, ServesSixteenAtOnceAndTheOthersInTurn) {
     EXPECT_EQ(requests.size(), 1U);
 }
 
-TEST_F(ControlServerTest, DropsAnotherUser) {
+TEST_F(ControlServerTest, RefusesAnotherUser) {
     if (::geteuid() != 0)
         GTEST_SKIP() << "only root can become another user";
     for (const auto& path : {folder.path(), socket.parent_path(), socket})
@@ -279,7 +282,7 @@ TEST_F(ControlServerTest, DropsAnotherUser) {
     EXPECT_EQ(ask("own")->output, "did own");
 }
 
-TEST_F(ControlServerTest, TakesThePlaceOfADeadRecorderOnly) {
+TEST_F(ControlServerTest, ReplacesOnlyTheSocketOfADeadRecorder) {
     server.reset();
     const auto kept = [&] {
         const TemporaryFolder other;
@@ -289,14 +292,11 @@ TEST_F(ControlServerTest, TakesThePlaceOfADeadRecorderOnly) {
     };
     kept();
     std::filesystem::rename(folder / "kept", socket);
-    EXPECT_FALSE(ask("events")) << "nobody listens at the socket of a dead recorder";
+    EXPECT_FALSE(ask("events")) << "no process listens";
 
-    server = std::make_unique<ControlServer>(
-        [this](ControlRequest asked, std::stop_token stop) { return handle(asked, stop); }, clock);
-    server->listen(sockets, lock);
+    listen();
     EXPECT_TRUE(ask("events"));
-    EXPECT_FALSE(FolderLock::take(folder.path()))
-        << "a second recorder gets no lock to listen with";
+    EXPECT_FALSE(FolderLock::take(folder.path())) << "a second recorder can't lock the folder";
 
     const auto refuses = [&](const std::filesystem::path& path) {
         EXPECT_THROW(LocalListener(path, lock, [](FileDescriptor) {}), Error) << path;
@@ -310,7 +310,7 @@ TEST_F(ControlServerTest, TakesThePlaceOfADeadRecorderOnly) {
     refuses(folder / "link/socket");
 }
 
-TEST_F(ControlServerTest, LeavesTheSocketOfASuccessorAndMakesItsOwnAnew) {
+TEST_F(ControlServerTest, RestoresItsOwnSocketAndKeepsThatOfASuccessor) {
     const auto lookAgain = [&] { clock.advance(ControlServer::restoringInterval); };
     std::filesystem::remove_all(socket.parent_path());
     EXPECT_FALSE(ask({"lost"}));
@@ -318,7 +318,7 @@ TEST_F(ControlServerTest, LeavesTheSocketOfASuccessorAndMakesItsOwnAnew) {
     EXPECT_EQ(ask({"found"})->output, "did found");
     EXPECT_EQ(test::modeOf(socket), 0600U);
 
-    // The data folder was replaced, and another recorder took the new one.
+    // The data folder was replaced, and another recorder has locked the new one.
     std::filesystem::remove(folder / "recorder.lock");
     const auto otherLock = FolderLock::take(folder.path()).value();
     {
@@ -331,28 +331,26 @@ TEST_F(ControlServerTest, LeavesTheSocketOfASuccessorAndMakesItsOwnAnew) {
     EXPECT_FALSE(std::filesystem::exists(socket));
 }
 
-TEST_F(ControlServerTest, MakesNoSocketForAFolderThatItHasNoLongerLocked) {
+TEST_F(ControlServerTest, CreatesNoSocketAfterItLostTheLock) {
     std::filesystem::remove(socket);
     std::filesystem::remove(folder / "recorder.lock");
     clock.advance(ControlServer::restoringInterval);
     EXPECT_FALSE(std::filesystem::exists(socket));
 }
 
-TEST_F(ControlServerTest, ListensInTheDataFolderWhereTheUserHasNoFolderForSockets) {
+TEST_F(ControlServerTest, ListensInTheDataFolderWithoutARuntimeFolder) {
     server.reset();
     std::filesystem::path data = folder.path();
     while (data.native().size() < 200)
         data /= std::string(50, 'd');
     folder.makeFolder(data.native().substr(folder.path().native().size() + 1));
-    // What a client asks at is not what the recorder could have.
+    // The first socket path can't be used, so server and client have to use the second.
     std::filesystem::remove_all(folder / "Tidemark");
     folder.write("Tidemark", "in the way");
     for (const auto& runtime :
          {std::optional(folder.path()), std::optional<std::filesystem::path>()}) {
-        server = std::make_unique<ControlServer>(
-            [this](ControlRequest asked, std::stop_token stop) { return handle(asked, stop); },
-            clock);
-        server->listen(control::socketPaths(data, runtime), lock);
+        sockets = control::socketPaths(data, runtime);
+        listen();
         sockets = control::socketPaths(data, folder.path());
         EXPECT_EQ(ask({"far"})->output, "did far");
         EXPECT_EQ(test::modeOf(sockets.back().parent_path()), 0700U);
@@ -361,7 +359,7 @@ TEST_F(ControlServerTest, ListensInTheDataFolderWhereTheUserHasNoFolderForSocket
     }
 }
 
-TEST_F(ControlServerTest, TellsInOneSentenceThatItsQueueIsFull) {
+TEST_F(ControlServerTest, ReportsAFullQueueInOneSentence) {
     server.reset();
     FileDescriptor listening(::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0));
     const auto address = LocalSocketAddress::of(socket).value();
@@ -370,13 +368,10 @@ TEST_F(ControlServerTest, TellsInOneSentenceThatItsQueueIsFull) {
     const auto first = connectRaw(socket);
     static int lines = 0;
     const auto before = qInstallMessageHandler([](auto, const auto&, const auto&) { ++lines; });
-    std::string sentence;
-    try {
+    const std::string sentence = test::failureOf([&] {
         ControlClient::ask(sockets, request({"late"}),
                            {.connection = std::chrono::milliseconds(20)});
-    } catch (const Error& error) {
-        sentence = error.what();
-    }
+    });
     qInstallMessageHandler(before);
     EXPECT_EQ(sentence, "The running recorder is busy: too many commands wait for it already.");
     EXPECT_EQ(lines, 0);

@@ -27,11 +27,11 @@ struct LoggedCollector final : MemoryCollector {
     std::string log;
 };
 
-/// A service over a real folder, on a clock that is driven.
+/// A service with a real folder and a manual clock.
 struct MemoryHistory : testing::Test {
     MemoryHistory() { create(); }
 
-    /// The service as it is before `load`.
+    /// Creates the service without loading it.
     void create() {
         service.reset();
         service.emplace(
@@ -45,7 +45,7 @@ struct MemoryHistory : testing::Test {
     }
     void load() { test::await(service->load()); }
     void finishWriting() { test::await(service->writer()); }
-    /// With the service gone, which waits for what is to be written.
+    /// Destroys the service, which waits for the last write, and reads the document.
     MemoryArchive stored() {
         service.reset();
         return MemoryHistoryStore(url).load();
@@ -66,7 +66,7 @@ struct MemoryHistory : testing::Test {
         return all;
     }
     std::string titles() { return titles(service->archive()); }
-    /// A folder stands where the document is to go.
+    /// Replaces the document by a folder, so that it can't be written.
     void blockDocument() {
         finishWriting();
         fs::remove(url);
@@ -85,7 +85,7 @@ struct MemoryHistory : testing::Test {
 
 } // namespace
 
-TEST_F(MemoryHistory, KeepsWhatItIsToldUntilTheLastWrite) {
+TEST_F(MemoryHistory, DestructorWaitsForTheLastWrite) {
     service->update({clip("too early")});
     load();
     EXPECT_EQ(titles(), "");
@@ -95,10 +95,10 @@ TEST_F(MemoryHistory, KeepsWhatItIsToldUntilTheLastWrite) {
     }
     EXPECT_EQ(titles(), "d c b a ");
     service->update({clip("shown alone")}, false);
-    EXPECT_EQ(titles(stored()), "d c b a ") << "the end of the service waits for its writes";
+    EXPECT_EQ(titles(stored()), "d c b a ") << "written before the destructor returns";
 }
 
-TEST_F(MemoryHistory, WaitsForNoOtherWork) {
+TEST_F(MemoryHistory, OtherBackgroundWorkDoesNotDelayIt) {
     std::promise<void> hanging;
     const auto end = hanging.get_future().share();
     for (int i = 0; i < 16; ++i)
@@ -109,7 +109,7 @@ TEST_F(MemoryHistory, WaitsForNoOtherWork) {
     EXPECT_EQ(titles(stored()), "a ");
 }
 
-TEST_F(MemoryHistory, WritesOnlyWhatIsNew) {
+TEST_F(MemoryHistory, WritesOnlyChanges) {
     load();
     service->update({application("a")});
     finishWriting();
@@ -124,7 +124,7 @@ TEST_F(MemoryHistory, WritesOnlyWhatIsNew) {
     EXPECT_GE(fs::last_write_time(url), written);
 }
 
-TEST_F(MemoryHistory, RefusesADocumentItCannotReadAndTriesAgain) {
+TEST_F(MemoryHistory, RefusesAnUnreadableDocumentAndTriesAgain) {
     folder.write("data/memory-history.json", "damaged");
     EXPECT_THROW(load(), Error);
     EXPECT_FALSE(service->isLoaded());
@@ -157,10 +157,10 @@ TEST_F(MemoryHistory, AppliesTheAgeLimitsAtOnce) {
     EXPECT_EQ(preferences.integer("memoryClipboardDays"), 1);
     EXPECT_EQ(titles(stored()), "pinned! ");
     EXPECT_EQ(std::distance(fs::directory_iterator(folder / "data/memory-payloads"), {}), 1)
-        << "the contents go with the clips";
+        << "the contents of removed clips are removed";
 }
 
-TEST_F(MemoryHistory, PinsAndClearsClipsAlone) {
+TEST_F(MemoryHistory, PinsAndClearsOnlyClips) {
     load();
     service->update({clip("a"), application("editor")});
     const auto id = service->clips().at(0)->id;
@@ -178,19 +178,19 @@ TEST_F(MemoryHistory, PinsAndClearsClipsAlone) {
     EXPECT_EQ(test::namesIn(folder / "data/memory-payloads"), "");
 }
 
-TEST_F(MemoryHistory, RecordsNothingWhenItMustNot) {
+TEST_F(MemoryHistory, RecordsNothingWhileNotAllowed) {
     load();
     service->update({clip("old", 6 * day)});
     allowed = false;
     clock.advance(2 * day);
     service->update({application("secret")});
-    EXPECT_EQ(titles(), "") << "the limits apply all the same";
+    EXPECT_EQ(titles(), "") << "the limits still apply";
     service->start();
     EXPECT_EQ(collector.taken(), "stop ");
     EXPECT_FALSE(service->active());
 }
 
-TEST_F(MemoryHistory, LeavesOutWhatCannotBeStored) {
+TEST_F(MemoryHistory, LeavesOutRecordsThatCannotBeStored) {
     load();
     std::vector<MemoryRecord> records(5, application("odd"));
     records[0].timestamp = records[1].observedAt = Date::distantPast();
@@ -205,7 +205,7 @@ TEST_F(MemoryHistory, LeavesOutWhatCannotBeStored) {
     EXPECT_EQ(titles(stored()), "editor ");
 }
 
-TEST_F(MemoryHistory, StopsForGoodWhenASaveFails) {
+TEST_F(MemoryHistory, StopsPermanentlyAfterAFailedSave) {
     load();
     service->start();
     collector.taken();
@@ -217,7 +217,7 @@ TEST_F(MemoryHistory, StopsForGoodWhenASaveFails) {
     finishWriting();
     EXPECT_EQ(service->failure(), "New activity history could not be saved. Collection stopped to "
                                   "protect the existing file.");
-    EXPECT_EQ(changes, 2) << "of the archive and of the failure";
+    EXPECT_EQ(changes, 2) << "for the archive and for the failure";
     EXPECT_EQ(collector.taken(), "stop ");
     EXPECT_FALSE(service->isRunning());
 
@@ -228,14 +228,14 @@ TEST_F(MemoryHistory, StopsForGoodWhenASaveFails) {
     EXPECT_EQ(titles(), "lost secret ");
     EXPECT_THROW(service->togglePin(service->clips()[0]->id), Error);
     EXPECT_THROW(service->clearClipboard(), Error);
-    EXPECT_EQ(titles(), "lost secret ") << "what would come back is not shown as done";
+    EXPECT_EQ(titles(), "lost secret ") << "unchanged, because the change could not be saved";
     EXPECT_EQ(collector.taken().find("start"), std::string::npos);
     EXPECT_EQ(test::namesIn(folder / "data"), "memory-history.json memory-payloads");
 }
 
-TEST_F(MemoryHistory, RestsUntilEverythingIsBack) {
+TEST_F(MemoryHistory, IsSuspendedWhileAnythingSleeps) {
     service->start();
-    EXPECT_EQ(collector.taken(), "") << "nothing starts before it is loaded";
+    EXPECT_EQ(collector.taken(), "") << "nothing starts before load";
     load();
     service->start();
     service->start();
@@ -260,11 +260,11 @@ TEST_F(MemoryHistory, RestsUntilEverythingIsBack) {
 
     preferences.set("memoryApps", false);
     test::settle();
-    EXPECT_EQ(collector.taken(), "stop start ") << "what they observe is another";
+    EXPECT_EQ(collector.taken(), "stop start ") << "restarted for the new settings";
 
     service->stop();
     workspace.post(notification::didWake);
-    EXPECT_EQ(collector.taken(), "stop ") << "it no longer listens";
+    EXPECT_EQ(collector.taken(), "stop ") << "notifications are ignored after stop";
     service->start();
     EXPECT_EQ(collector.taken(), "stop start ");
 }

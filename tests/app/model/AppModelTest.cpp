@@ -11,7 +11,7 @@ using namespace tidemark;
 
 struct AppModelTest : test::ModelFixture {};
 
-TEST_F(AppModelTest, AFirstLaunchCapturesAtOnceAndLaterOnesBySchedule) {
+TEST_F(AppModelTest, TheFirstStartCapturesAtOnceAndLaterOnesBySchedule) {
     preferences.set("captureSchedule", std::string("manual"));
     create();
     EXPECT_EQ(model->recordingStatus(), "Starting…");
@@ -35,7 +35,7 @@ TEST_F(AppModelTest, AFirstLaunchCapturesAtOnceAndLaterOnesBySchedule) {
     EXPECT_EQ(snapshots(), 2U);
 }
 
-TEST_F(AppModelTest, StartsOnce) {
+TEST_F(AppModelTest, ASecondStartDoesNothing) {
     const auto first = model->start();
     const auto second = model->start();
     EXPECT_TRUE(second.isReady());
@@ -45,16 +45,16 @@ TEST_F(AppModelTest, StartsOnce) {
     EXPECT_EQ(observations, 1);
 }
 
-TEST_F(AppModelTest, AProgramThatCapturesOnceStartsNoLiveService) {
+TEST_F(AppModelTest, StartForOneCaptureStartsNoLiveService) {
     test::await(model->startForOneCapture());
     EXPECT_EQ(observations, 1);
     EXPECT_EQ(live.log, "load ");
     clock.advance(86'400);
     finish();
-    EXPECT_EQ(observations, 1) << "and no schedule";
+    EXPECT_EQ(observations, 1) << "no schedule was started";
 }
 
-TEST_F(AppModelTest, NeverWritesOverAHistoryThatItCannotReadAndTriesAgain) {
+TEST_F(AppModelTest, DoesNotOverwriteAnUnreadableHistoryAndTriesAgain) {
     const std::string damage = "{\"schemaVersion\":1,\"snapshots\":[";
     const auto file = folder.write("Tidemark/journal.json", damage);
     start();
@@ -79,7 +79,7 @@ TEST_F(AppModelTest, NeverWritesOverAHistoryThatItCannotReadAndTriesAgain) {
     EXPECT_EQ(stored(), *state().journal());
 }
 
-TEST_F(AppModelTest, AMemoryThatCannotBeReadKeepsEverythingFromStarting) {
+TEST_F(AppModelTest, StartsNothingWithAnUnreadableMemoryHistory) {
     live.fails = true;
     start();
     EXPECT_TRUE(error().ends_with("The memory can't be read."));
@@ -91,7 +91,7 @@ TEST_F(AppModelTest, AMemoryThatCannotBeReadKeepsEverythingFromStarting) {
     finish();
 }
 
-TEST_F(AppModelTest, WaitsForTheFolderSetup) {
+TEST_F(AppModelTest, CapturesNothingBeforeTheFolderSetupIsCompleted) {
     start();
     for (const bool pending : {false, true}) {
         preferences.set("folderSetupCompleted", pending);
@@ -134,12 +134,12 @@ TEST_F(AppModelTest, CapturesAfterAChoiceOfFoldersThatChangedSomething) {
     EXPECT_EQ(preferences.boolean("folderSetupCompleted"), true);
 }
 
-TEST_F(AppModelTest, PicksUpAccessThatTheUserGrantedMeanwhile) {
+TEST_F(AppModelTest, ChecksForNewFolderAccessAtStartAndOnActivation) {
     start();
     folder.makeFolder(".Trash");
     preferences.set("diskAccessCheckRequested", true);
     restart();
-    EXPECT_EQ(observations, 2) << "the Trash is worth a capture of its own";
+    EXPECT_EQ(observations, 2) << "a capture with the Trash";
     EXPECT_EQ(lastOptions.storageRoots, std::vector{folder / ".Trash"});
     EXPECT_EQ(preferences.boolean("diskAccessCheckRequested"), false);
 
@@ -159,7 +159,7 @@ TEST_F(AppModelTest, PicksUpAccessThatTheUserGrantedMeanwhile) {
     EXPECT_EQ(preferences.boolean("diskAccessCheckRequested"), false);
 }
 
-TEST_F(AppModelTest, ChecksAgainWhenTheUserReturnsFromTheSystemsSettings) {
+TEST_F(AppModelTest, ChecksAccessWhenTheUserReturnsFromTheSystemSettings) {
     start();
     std::vector<std::string> locations;
     model->openDiskAccessPane([&](const std::string& location) {
@@ -178,7 +178,7 @@ TEST_F(AppModelTest, ChecksAgainWhenTheUserReturnsFromTheSystemsSettings) {
     EXPECT_EQ(model->folderAccess().grants().size(), 1U);
 }
 
-TEST_F(AppModelTest, TheSchedulerMakesUpForWhatWasMissedOnce) {
+TEST_F(AppModelTest, TakesOneCaptureForAllThatWereMissed) {
     start();
     clock.advance(1740);
     finish();
@@ -204,22 +204,24 @@ TEST_F(AppModelTest, TheSchedulerMakesUpForWhatWasMissedOnce) {
         model->setRecordingMode(mode);
     finish();
     EXPECT_EQ(observations, 3);
-    EXPECT_EQ(live.log, "load activity memory stop stop ") << "nothing is started after the end";
+    EXPECT_EQ(live.log, "load activity memory stop stop ")
+        << "nothing is started after stopAutomaticCaptures";
 }
 
-TEST_F(AppModelTest, AClockThatJumpsCostsNoHistory) {
+TEST_F(AppModelTest, CapturesAndKeepsHistoryWhenTheClockJumps) {
     constexpr double day = 86'400;
     start();
     clock.suspend(-day);
     clock.advance(3600);
     finish();
-    EXPECT_EQ(observations, 2) << "captures do not wait for the time of one from the future";
+    EXPECT_EQ(observations, 2)
+        << "the next capture does not wait for the time of one in the future";
     applications = test::shared(test::application("Notes"));
     test::await(model->scan());
     EXPECT_EQ(events(), 1U);
     clock.advance(1800);
     finish();
-    EXPECT_EQ(observations, 4) << "counted from the last capture, not from the latest time";
+    EXPECT_EQ(observations, 4) << "due after the last capture, not after the latest time";
 
     clock.suspend(365 * day);
     clock.advance(120);
@@ -230,7 +232,7 @@ TEST_F(AppModelTest, AClockThatJumpsCostsNoHistory) {
     EXPECT_EQ(stored(), *state().journal());
 }
 
-TEST_F(AppModelTest, QuittingInTheMiddleOfStartStartsNothingElse) {
+TEST_F(AppModelTest, StopDuringStartStartsNothingMore) {
     const auto starting = model->start();
     model->stopAutomaticCaptures();
     test::until([&] { return starting.isReady(); });
@@ -238,20 +240,20 @@ TEST_F(AppModelTest, QuittingInTheMiddleOfStartStartsNothingElse) {
     EXPECT_EQ(observations, 0);
 }
 
-TEST_F(AppModelTest, StartsNothingAfterTheEnd) {
+TEST_F(AppModelTest, StartAfterStopStartsNothing) {
     model->stopAutomaticCaptures();
     start();
     EXPECT_EQ(live.log, "stop ");
     EXPECT_EQ(observations, 0);
 }
 
-TEST_F(AppModelTest, AScheduleThatCannotBeStoredIsNotInForce) {
+TEST_F(AppModelTest, AScheduleThatCannotBeStoredIsNotUsed) {
     preferences.refuses = true;
     EXPECT_FALSE(model->setCaptureSchedule(CaptureSchedule::daily));
     EXPECT_EQ(state().captureSchedule(), CaptureSchedule::halfHourly);
 }
 
-TEST_F(AppModelTest, QuittingDuringACaptureEndsItAndKeepsNothing) {
+TEST_F(AppModelTest, StopDuringACaptureDropsIt) {
     start();
     const auto kept = snapshots();
     captureDuration = 3600;
@@ -266,7 +268,7 @@ TEST_F(AppModelTest, QuittingDuringACaptureEndsItAndKeepsNothing) {
     EXPECT_EQ(observations, 2);
 }
 
-TEST_F(AppModelTest, TheInitialImportComesBeforeTheFirstCaptureAndMayBeTheEnd) {
+TEST_F(AppModelTest, StopDuringTheInitialImportTakesNoCapture) {
     std::promise<void> readingEnds;
     int capturesBefore = -1;
     installations = [&](Date) {
@@ -284,7 +286,7 @@ TEST_F(AppModelTest, TheInitialImportComesBeforeTheFirstCaptureAndMayBeTheEnd) {
     EXPECT_EQ(observations, 0);
 }
 
-TEST_F(AppModelTest, AResumeWhileTheStoredActivityIsReadKeepsWhatTheMonitorsKnow) {
+TEST_F(AppModelTest, ResumeDuringTheReadOfStoredActivityKeepsNewerRecords) {
     preferences.set("recordingMode", std::string("paused"));
     createPrivateFolders(data);
     replaceFile(data / "system-activity.json", "[]");
@@ -298,13 +300,13 @@ TEST_F(AppModelTest, AResumeWhileTheStoredActivityIsReadKeepsWhatTheMonitorsKnow
     finish();
 }
 
-TEST_F(AppModelTest, TakesOverTheModesOfEarlierReleases) {
+TEST_F(AppModelTest, ConvertsTheRecordingModesOfEarlierReleases) {
     preferences.set("privateUntil", std::int64_t{1});
     const std::pair<const char*, RecordingMode> cases[] = {
         {"privateMode", RecordingMode::paused},
         {"paused", RecordingMode::paused},
         {"recording", RecordingMode::recording},
-        {"unheard-of", RecordingMode::recording},
+        {"unknown", RecordingMode::recording},
     };
     for (const auto& [text, mode] : cases) {
         preferences.set("recordingMode", std::string(text));
@@ -315,7 +317,7 @@ TEST_F(AppModelTest, TakesOverTheModesOfEarlierReleases) {
     }
 }
 
-TEST_F(AppModelTest, APausedStartShowsTheStoredActivityAndRecordsNothing) {
+TEST_F(AppModelTest, AStartWhilePausedShowsStoredActivityAndRecordsNothing) {
     preferences.set("recordingMode", std::string("paused"));
     std::vector<SystemActivity> records(1);
     records[0].kind = SystemActivity::Kind::woke;

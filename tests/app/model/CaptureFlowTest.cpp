@@ -10,7 +10,7 @@ struct CaptureFlowTest : test::ModelFixture {
     void capture() { test::await(model->scan()); }
 };
 
-TEST_F(CaptureFlowTest, DropsATriggerWhileAnythingElseRuns) {
+TEST_F(CaptureFlowTest, DropsARequestWhileAnotherOperationRuns) {
     start();
     {
         const auto importing = state().operations().begin(Operation::importing);
@@ -36,7 +36,7 @@ TEST_F(CaptureFlowTest, DropsATriggerWhileAnythingElseRuns) {
     EXPECT_EQ(observations, 3);
 }
 
-TEST_F(CaptureFlowTest, APauseDropsTheRunningCaptureAndResumingBeginsANewBaseline) {
+TEST_F(CaptureFlowTest, APauseDropsTheRunningCaptureAndAResumeBeginsANewBaseline) {
     start();
     applications = test::shared(test::application("Notes"));
     holdCapture();
@@ -49,13 +49,13 @@ TEST_F(CaptureFlowTest, APauseDropsTheRunningCaptureAndResumingBeginsANewBaselin
     EXPECT_EQ(observations, 2);
 
     restart();
-    EXPECT_EQ(model->recordingStatus(), "Paused") << "a pause outlives the program";
+    EXPECT_EQ(model->recordingStatus(), "Paused") << "the pause is stored";
     model->setRecordingMode(RecordingMode::recording);
     test::until([&] { return clock.sleeping() > 1; });
     clock.advance(10);
     finish();
     EXPECT_EQ(snapshots(), 2U);
-    EXPECT_EQ(events(), 0U) << "what came while recording was off is no event";
+    EXPECT_EQ(events(), 0U) << "changes during the pause are not reported";
     EXPECT_EQ(preferences.boolean("needsRecordingBaseline"), false);
 
     applications.clear();
@@ -65,7 +65,7 @@ TEST_F(CaptureFlowTest, APauseDropsTheRunningCaptureAndResumingBeginsANewBaselin
     EXPECT_EQ(live.log, "load activity memory stop load memory activity ");
 }
 
-TEST_F(CaptureFlowTest, PausingAndResumingDuringACaptureRunsAFreshOneAtItsEnd) {
+TEST_F(CaptureFlowTest, PauseAndResumeDuringACaptureReplaceItByANewOne) {
     start();
     applications = test::shared(test::application("Notes"));
     holdCapture();
@@ -73,7 +73,7 @@ TEST_F(CaptureFlowTest, PausingAndResumingDuringACaptureRunsAFreshOneAtItsEnd) {
     model->setRecordingMode(RecordingMode::recording);
     EXPECT_EQ(observations, 2);
     test::until([&] { return observations == 3; });
-    EXPECT_EQ(snapshots(), 1U) << "the capture of before the pause is dropped";
+    EXPECT_EQ(snapshots(), 1U) << "the capture from before the pause is dropped";
     clock.advance(10);
     finish();
     EXPECT_EQ(snapshots(), 2U);
@@ -81,11 +81,11 @@ TEST_F(CaptureFlowTest, PausingAndResumingDuringACaptureRunsAFreshOneAtItsEnd) {
     EXPECT_EQ(events(), 0U);
 }
 
-TEST_F(CaptureFlowTest, APauseDuringTheSaveKeepsTheCaptureAndTheNextBaseline) {
+TEST_F(CaptureFlowTest, APauseDuringTheSaveKeepsTheCapture) {
     start();
     holdCapture();
     clock.advance(10);
-    ASSERT_TRUE(state().isRunning(Operation::capturing)) << "the save has only just begun";
+    ASSERT_TRUE(state().isRunning(Operation::capturing)) << "the save is running";
     model->setRecordingMode(RecordingMode::paused);
     finish();
     EXPECT_EQ(snapshots(), 2U);
@@ -125,7 +125,7 @@ TEST_F(CaptureFlowTest, AFailedCaptureChangesNothingAndClosesTheFolders) {
     EXPECT_EQ(open, 0);
 }
 
-TEST_F(CaptureFlowTest, AFailureOfADroppedCaptureIsNotTold) {
+TEST_F(CaptureFlowTest, TheFailureOfADroppedCaptureIsNotReported) {
     start();
     fails = true;
     holdCapture();
@@ -134,7 +134,7 @@ TEST_F(CaptureFlowTest, AFailureOfADroppedCaptureIsNotTold) {
     EXPECT_EQ(error(), "none");
 }
 
-TEST_F(CaptureFlowTest, AJournalThatCannotBeSavedStaysAsItWas) {
+TEST_F(CaptureFlowTest, TheJournalIsUnchangedWhenItCannotBeSaved) {
     start();
     const Journal before = *state().journal();
     std::filesystem::permissions(data, std::filesystem::perms(0500));
@@ -156,19 +156,19 @@ TEST_F(CaptureFlowTest, AJournalThatCannotBeSavedStaysAsItWas) {
     const auto committing = model->commit(changed);
     EXPECT_TRUE(state().isRunning(Operation::saving));
     model->setRecordingMode(RecordingMode::paused);
-    EXPECT_TRUE(state().canRecord()) << "not while the journal is being changed";
+    EXPECT_TRUE(state().canRecord()) << "no pause while the journal is being saved";
     finish();
     EXPECT_EQ(state().journal(), changed);
     EXPECT_EQ(stored(), changed);
 }
 
-TEST_F(CaptureFlowTest, AddsWhatTheControllerAloneKnows) {
+TEST_F(CaptureFlowTest, AddsReportsScheduleAndDurationToTheSnapshot) {
     start();
     EXPECT_EQ(state().latest()->additionalReports, std::vector<MetadataReport>());
     EXPECT_EQ(state().latest()->captureDuration, std::nullopt);
     EXPECT_EQ(state().latest()->expectedCaptureInterval, 1800);
     EXPECT_TRUE(state().latest()->operatingSystem);
-    EXPECT_EQ(state().latest()->coverage.issues.size(), 2U) << "no folder is allowed yet";
+    EXPECT_EQ(state().latest()->coverage.issues.size(), 2U) << "no folders are granted";
 
     model->setCaptureSchedule(CaptureSchedule::manual);
     EXPECT_EQ(preferences.text("captureSchedule"), "manual");
@@ -185,12 +185,12 @@ TEST_F(CaptureFlowTest, AddsWhatTheControllerAloneKnows) {
     EXPECT_EQ(latest.expectedCaptureInterval, std::nullopt);
 }
 
-TEST_F(CaptureFlowTest, TheControllerMayGoInTheMiddleOfACapture) {
+TEST_F(CaptureFlowTest, TheControllerMayBeDestroyedDuringACapture) {
     start();
     holdCapture();
     model.reset();
     EXPECT_TRUE(holding.isReady());
-    EXPECT_EQ(stored().snapshots.size(), 1U) << "a capture that was cut short is not kept";
+    EXPECT_EQ(stored().snapshots.size(), 1U) << "an incomplete capture is not kept";
 
     create();
     holding = model->start();

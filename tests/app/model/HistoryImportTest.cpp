@@ -11,7 +11,7 @@ InstallationRecord record(const std::string& name, const std::string& version = 
     return {name, version, test::ManualAppClock::start + -3600, "package_source_other", {}};
 }
 
-/// The rows of a view, then its notices and its button.
+/// Rows, notices and button of a view.
 std::string shown(const ImportView& view) {
     std::string text;
     for (const auto& row : view.rows)
@@ -42,7 +42,7 @@ struct HistoryImportTest : test::ModelFixture {
         const auto& records = state().journal()->importedInstallations;
         return records ? records->size() : 0;
     }
-    /// What the next start says of its import.
+    /// Starts again and returns the message about the import.
     std::string messageAfterStart() {
         restart();
         EXPECT_FALSE(imports().isImportingInitialHistory);
@@ -58,19 +58,19 @@ struct HistoryImportTest : test::ModelFixture {
     Date asked;
 };
 
-TEST_F(HistoryImportTest, FillsANewJournalOnce) {
+TEST_F(HistoryImportTest, ImportsIntoANewJournalOnce) {
     const std::string tail = " from macOS. This partial history covers the last 7 days; future "
                              "captures will reveal new changes.";
     EXPECT_EQ(messageAfterStart(), "No recent installation records were available. Tidemark will "
                                    "record changes from now on.");
     EXPECT_EQ(asked, clock.now());
-    EXPECT_EQ(messageAfterStart(), "none") << "an attempt that found nothing is one too";
+    EXPECT_EQ(messageAfterStart(), "none") << "also after an import that found nothing";
     EXPECT_EQ(reports, 1);
 
     forget();
     found = {record("keel"), record("XProtectPayloads")};
     EXPECT_EQ(messageAfterStart(), "Added 1 recent installation record" + tail);
-    EXPECT_EQ(imported(), 1U) << "not what the system maintains by itself";
+    EXPECT_EQ(imported(), 1U) << "without routine records";
     EXPECT_EQ(state().journal()->initialHistoryImportCompletedAt, clock.now());
     EXPECT_EQ(stored(), *state().journal());
 
@@ -95,7 +95,7 @@ TEST_F(HistoryImportTest, TriesAgainAfterAFailure) {
     EXPECT_EQ(error(), "none");
 
     reportFails = false;
-    // A file in the place of the data folder: nothing can be saved.
+    // A file instead of the data folder, so that nothing can be saved.
     std::filesystem::remove_all(data);
     folder.write("Tidemark", "");
     test::await(imports().importInitialHistoryIfNeeded());
@@ -107,7 +107,7 @@ TEST_F(HistoryImportTest, TriesAgainAfterAFailure) {
     EXPECT_EQ(state().journal()->initialHistoryImportCompletedAt, clock.now());
 }
 
-TEST_F(HistoryImportTest, LeavesAJournalWithAnythingInItAlone) {
+TEST_F(HistoryImportTest, DoesNotImportIntoAJournalWithContents) {
     Journal journal;
     journal.append(Shared(test::snapshot(1)), false);
     const Journal withSnapshot = journal;
@@ -125,7 +125,7 @@ TEST_F(HistoryImportTest, LeavesAJournalWithAnythingInItAlone) {
     }
 }
 
-TEST_F(HistoryImportTest, APauseWhileTheReportIsReadKeepsNothing) {
+TEST_F(HistoryImportTest, APauseDuringTheReportImportsNothing) {
     waitsFor.emplace();
     found = {record("keel")};
     const auto starting = model->start();
@@ -143,7 +143,7 @@ TEST_F(HistoryImportTest, APauseWhileTheReportIsReadKeepsNothing) {
     EXPECT_FALSE(imports().importPresented);
 }
 
-TEST_F(HistoryImportTest, TheControllerMayGoWhileTheReportIsRead) {
+TEST_F(HistoryImportTest, TheControllerMayBeDestroyedDuringTheReport) {
     waitsFor.emplace();
     const auto starting = model->start();
     test::until([&] { return *imports().isImportingInitialHistory; });
@@ -153,7 +153,7 @@ TEST_F(HistoryImportTest, TheControllerMayGoWhileTheReportIsRead) {
     EXPECT_FALSE(std::filesystem::exists(data / "journal.json"));
 }
 
-TEST_F(HistoryImportTest, ShowsWhatCouldBeImportedAndImportsTheChosen) {
+TEST_F(HistoryImportTest, PreviewsAndImportsTheSelectedRecords) {
     start();
     found = {record("keel"), record("rudder")};
     reportFails = true;
@@ -193,7 +193,7 @@ TEST_F(HistoryImportTest, ShowsWhatCouldBeImportedAndImportsTheChosen) {
     EXPECT_FALSE(test::await(imports().previewImport()));
 }
 
-TEST_F(HistoryImportTest, AnImportByHandCountsAsTheFirstOne) {
+TEST_F(HistoryImportTest, AManualImportCountsAsTheInitialOne) {
     preferences.set("folderSetupCompleted", false);
     start();
     model->completeFolderManagement();
@@ -203,7 +203,7 @@ TEST_F(HistoryImportTest, AnImportByHandCountsAsTheFirstOne) {
     EXPECT_EQ(state().journal()->initialHistoryImportCompletedAt, clock.now());
 }
 
-TEST(ImportView, SaysWhatThereIsToChoose) {
+TEST(ImportView, ShowsRowsNoticesAndTheButton) {
     const auto keel = record("keel");
     const auto rudder = record("rudder", "");
     const auto routine = record("XProtectPlist");

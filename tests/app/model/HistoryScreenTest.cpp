@@ -15,8 +15,8 @@ struct HistoryScreenTest : test::ModelFixture {
     std::string shown() { return ids(screen().presentation().events); }
     double ago(double days) { return (clock.now() + -days * 86'400).secondsSince2001; }
 
-    /// A journal with one event of each kind that a capture makes, and two named snapshots: of two
-    /// days ago, and of the latest state.
+    /// A journal with three events and two named snapshots: one of two days ago and one of the
+    /// latest state.
     Journal history() {
         Journal journal;
         Snapshot old = test::snapshot(1);
@@ -37,7 +37,7 @@ struct HistoryScreenTest : test::ModelFixture {
         test::settle();
     }
     Uuid baseline(std::size_t index) { return state().journal()->baselines.at(index).id; }
-    /// The memory history holds the records of these events, and no others.
+    /// Sets the memory history to the records of these events.
     void remember(const std::vector<Event>& events) {
         MemoryArchive archive;
         for (const auto& each : events)
@@ -76,7 +76,7 @@ TEST_F(HistoryScreenTest, MergesAllSources) {
         << "texts are not copied";
 }
 
-TEST_F(HistoryScreenTest, TheSelectedEventFollowsItsNewerForm) {
+TEST_F(HistoryScreenTest, TheSelectedEventIsReplacedByItsNewVersion) {
     const auto opened = [](const char* id, const char* path) {
         return memoryEvent(id, 1, MemoryRecord::Kind::fileOpened, path);
     };
@@ -86,10 +86,10 @@ TEST_F(HistoryScreenTest, TheSelectedEventFollowsItsNewerForm) {
     EXPECT_EQ(screen().selection().event()->path, "/new");
     EXPECT_EQ(screen().history()->full.size(), 1U);
     remember({opened("b", "/other")});
-    EXPECT_EQ(screen().selection().event()->path, "/new") << "what is gone stays to be read";
+    EXPECT_EQ(screen().selection().event()->path, "/new") << "a removed event stays selected";
 }
 
-TEST_F(HistoryScreenTest, TheWindowIsKeptAndDropsASelectionThatLeavesIt) {
+TEST_F(HistoryScreenTest, StoresTheTimeWindowAndClearsASelectionOutsideOfIt) {
     load();
     EXPECT_EQ(shown(), "folder app");
     screen().setSelected(screen().presentation().events.back());
@@ -102,11 +102,11 @@ TEST_F(HistoryScreenTest, TheWindowIsKeptAndDropsASelectionThatLeavesIt) {
     screen().setRange("all");
     screen().setSearch("");
     screen().setCustomWindowDays(2);
-    EXPECT_EQ(screen().presentationRevision(), refreshes) << "nothing that is shown changed";
+    EXPECT_EQ(screen().presentationRevision(), refreshes) << "nothing shown has changed";
     screen().setRange("custom");
     EXPECT_EQ(shown(), "folder");
     screen().setCustomWindowDays(0);
-    EXPECT_EQ(shown(), "") << "an event at the very edge of the one day";
+    EXPECT_EQ(shown(), "") << "the event is exactly one day old";
     EXPECT_EQ(screen().place().timeWindowOptions().at(4).label, "Custom: 0 days");
     EXPECT_EQ(preferences.text("historyTimeWindow"), "custom");
     screen().setCustomWindowDays(1000);
@@ -120,7 +120,7 @@ TEST_F(HistoryScreenTest, TheWindowIsKeptAndDropsASelectionThatLeavesIt) {
     EXPECT_EQ(screen().place().timeWindowCutoff(clock.now()), Date::distantPast());
 }
 
-TEST_F(HistoryScreenTest, FollowsTheSettingsThatOthersChange) {
+TEST_F(HistoryScreenTest, FollowsChangesOfTheSettings) {
     load();
     preferences.set("historyTimeWindow", std::string("all"));
     preferences.set("historyCustomWindowDays", std::int64_t{9});
@@ -132,10 +132,10 @@ TEST_F(HistoryScreenTest, FollowsTheSettingsThatOthersChange) {
     test::settle();
     EXPECT_EQ(screen().place().range() + std::to_string(screen().place().customWindowDays()),
               "decade0")
-        << "what it stored itself is not read back as the next best";
+        << "its own values are kept, not replaced by the nearest allowed ones";
 }
 
-TEST_F(HistoryScreenTest, GoesWhereItIsTold) {
+TEST_F(HistoryScreenTest, NavigationAndFiltersDetermineThePlace) {
     load();
     screen().setRange("all");
     screen().setSearch("app");
@@ -149,7 +149,7 @@ TEST_F(HistoryScreenTest, GoesWhereItIsTold) {
     EXPECT_EQ(screen().sidebarCounts().at(Place::timeline), 3U);
     EXPECT_FALSE(screen().sidebarCounts().contains(Place::folderSizes));
 
-    // Another filter joins it, although its place was gone to.
+    // The place itself becomes a filter, and the new filter is added to it.
     screen().toggleSystemFilter(Place::applications);
     EXPECT_EQ(screen().place().workspace(), Place::timeline);
     EXPECT_EQ(shown(), "folder app ancient");
@@ -172,13 +172,13 @@ TEST_F(HistoryScreenTest, GoesWhereItIsTold) {
     EXPECT_FALSE(screen().selection().event());
 }
 
-TEST_F(HistoryScreenTest, ThePlacesOfTheMemoryHistoryShowAndExportWhatTheyList) {
+TEST_F(HistoryScreenTest, MemoryPlacesShowAndExportTheirEventsOfAnyAge) {
     using Kind = MemoryRecord::Kind;
     remember({memoryEvent("old", ago(5), Kind::fileOpened, "/old"),
               memoryEvent("file", ago(0.5), Kind::fileOpened, "/file"),
               memoryEvent("got", ago(0.5), Kind::downloaded, "/got"),
               memoryEvent("clip", ago(0.5), Kind::clipboard)});
-    EXPECT_EQ(screen().sidebarCounts().at(Place::files), 3U) << "counted from elsewhere, too";
+    EXPECT_EQ(screen().sidebarCounts().at(Place::files), 3U) << "also counted at another place";
     const std::pair<Place, const char*> cases[] = {
         {Place::files, "memory-file memory-got memory-old"},
         {Place::downloads, "memory-got"},
@@ -189,7 +189,7 @@ TEST_F(HistoryScreenTest, ThePlacesOfTheMemoryHistoryShowAndExportWhatTheyList) 
         EXPECT_EQ(shown(), listed);
         screen().setSelected(screen().presentation().events.front());
         screen().setRange("day");
-        EXPECT_TRUE(screen().selection().event()) << "it is still listed";
+        EXPECT_TRUE(screen().selection().event()) << "the event is still listed";
         screen().beginExport();
         ASSERT_TRUE(screen().exportReport());
         EXPECT_EQ(ids(screen().exportReport()->events), shown());
@@ -197,18 +197,18 @@ TEST_F(HistoryScreenTest, ThePlacesOfTheMemoryHistoryShowAndExportWhatTheyList) 
     }
 }
 
-TEST_F(HistoryScreenTest, OpensAnEventWhereverItIs) {
+TEST_F(HistoryScreenTest, OpensThePlaceOfAnEvent) {
     load();
     remember({memoryEvent("clip", ago(90), MemoryRecord::Kind::clipboard)});
     screen().setSearch("nothing");
     screen().navigate(Place::storage, false);
     const Uuid scroll = screen().selection().scrollRequest();
-    int told = 0;
-    QObject::connect(&screen(), &Observable::changed, [&] { ++told; });
+    int changes = 0;
+    QObject::connect(&screen(), &Observable::changed, [&] { ++changes; });
     screen().openEvent(screen().history()->full.back());
-    EXPECT_EQ(told, 0) << "not in the middle of what else its caller does";
+    EXPECT_EQ(changes, 0) << "announced later, from the event loop";
     test::settle();
-    EXPECT_EQ(told, 1);
+    EXPECT_EQ(changes, 1);
     EXPECT_EQ(screen().place().workspace(), Place::timeline);
     EXPECT_EQ(screen().selection().event()->id, "ancient");
     EXPECT_EQ(shown(), "folder app ancient");
@@ -231,12 +231,12 @@ TEST_F(HistoryScreenTest, ComparesStatesInTheBackground) {
     EXPECT_FALSE(screen().exportReport());
     const auto requested = screen().presentationRevision();
     EXPECT_TRUE(compared().ends_with("-0")) << shown();
-    EXPECT_EQ(screen().presentationRevision(), requested + 1) << "what is shown is another";
+    EXPECT_EQ(screen().presentationRevision(), requested + 1) << "the shown events have changed";
     EXPECT_EQ(screen().sidebarCounts().at(Place::applications), 1U);
     screen().beginExport();
     EXPECT_EQ(screen().exportReport()->mode, "Compare States");
 
-    // Each snapshot keeps its mode, and a comparison holds as long as the journal.
+    // Each snapshot keeps its mode, and a result is kept as long as the journal.
     screen().setSnapshotViewMode(SnapshotViewMode::timeline);
     EXPECT_EQ(shown(), "folder");
     screen().setSnapshotViewMode(SnapshotViewMode::states);
@@ -254,10 +254,10 @@ TEST_F(HistoryScreenTest, ComparesStatesInTheBackground) {
     state().setJournal(std::move(next));
     test::until([&] { return screen().isComparing(); });
     EXPECT_EQ(shown(), "");
-    EXPECT_EQ(compared(), "") << "the application is gone again";
+    EXPECT_EQ(compared(), "") << "the application is no longer there";
 }
 
-TEST_F(HistoryScreenTest, ALateComparisonOverwritesNothing) {
+TEST_F(HistoryScreenTest, AnOutdatedComparisonIsDropped) {
     load();
     screen().openSnapshot(baseline(0));
     screen().setSnapshotViewMode(SnapshotViewMode::states);
@@ -280,14 +280,9 @@ TEST_F(HistoryScreenTest, ALateComparisonOverwritesNothing) {
     model.reset();
 }
 
-TEST_F(HistoryScreenTest, KnowsWhenTheTimelineOfASnapshotMayLackEvents) {
-    struct Case {
-        std::size_t events;
-        std::optional<double> prunedDaysAgo;
-        SnapshotViewMode mode;
-        bool incomplete;
-    };
-    for (const auto& each : std::to_array<Case>({
+TEST_F(HistoryScreenTest, ReportsWhenTheTimelineOfASnapshotMayBeIncomplete) {
+    using Case = std::tuple<std::size_t, std::optional<double>, SnapshotViewMode, bool>;
+    for (const auto& [events, prunedDaysAgo, mode, incomplete] : std::to_array<Case>({
              {9'999, {}, SnapshotViewMode::timeline, false},
              {10'000, {}, SnapshotViewMode::timeline, true},
              {10'000, 3, SnapshotViewMode::timeline, false},
@@ -296,13 +291,13 @@ TEST_F(HistoryScreenTest, KnowsWhenTheTimelineOfASnapshotMayLackEvents) {
          })) {
         load();
         Journal journal = *state().journal();
-        journal.events.assign(each.events, Shared(event("e", ago(1))));
-        if (each.prunedDaysAgo)
-            journal.eventsPrunedThrough = Date{ago(*each.prunedDaysAgo)};
+        journal.events.assign(events, Shared(event("e", ago(1))));
+        if (prunedDaysAgo)
+            journal.eventsPrunedThrough = Date{ago(*prunedDaysAgo)};
         take(std::move(journal));
         EXPECT_FALSE(screen().hasIncompleteSnapshotHistory());
         screen().openSnapshot(baseline(0));
-        screen().setSnapshotViewMode(each.mode);
-        EXPECT_EQ(screen().hasIncompleteSnapshotHistory(), each.incomplete);
+        screen().setSnapshotViewMode(mode);
+        EXPECT_EQ(screen().hasIncompleteSnapshotHistory(), incomplete);
     }
 }

@@ -12,7 +12,7 @@ using Kind = SystemActivity::Kind;
 
 namespace {
 
-/// A monitor that writes down what it is told, and records on demand.
+/// A monitor that logs its calls. The test records through `record`.
 class LoggedMonitor final : public ActivityMonitor {
 public:
     LoggedMonitor(std::string& log, std::string called) : all(log), name(std::move(called)) {}
@@ -69,7 +69,7 @@ struct LiveWiringTest : testing::Test {
 
 } // namespace
 
-TEST_F(LiveWiringTest, ShowsWhatIsStoredAndWhatComes) {
+TEST_F(LiveWiringTest, ShowsStoredAndNewRecords) {
     SystemActivityStore(file).append(activity());
     live->startActivityMonitors();
     start();
@@ -87,7 +87,7 @@ TEST_F(LiveWiringTest, ShowsWhatIsStoredAndWhatComes) {
     EXPECT_EQ(error(), "none");
 }
 
-TEST_F(LiveWiringTest, StopsForAPauseAndGoesOnAfterIt) {
+TEST_F(LiveWiringTest, StopsWhilePausedAndContinuesAfterwards) {
     start();
     model.recordingMode = RecordingMode::paused;
     environment.record(activity());
@@ -106,7 +106,7 @@ TEST_F(LiveWiringTest, StopsForAPauseAndGoesOnAfterIt) {
     EXPECT_FALSE(model.systemActivity().front().observedSession);
 }
 
-TEST_F(LiveWiringTest, StartsNothingOnAFileThatCannotBeRead) {
+TEST_F(LiveWiringTest, StartsNothingWithAnUnreadableFile) {
     folder.write("data/system-activity.json", "[{}]");
     start();
     EXPECT_EQ(error(), "Activity history couldn’t be opened. The existing file has not been "
@@ -120,10 +120,10 @@ TEST_F(LiveWiringTest, StartsNothingOnAFileThatCannotBeRead) {
     start();
     untilShown(0);
     test::until([&] { return !log.empty(); });
-    EXPECT_EQ(error(), "none") << "it is open now";
+    EXPECT_EQ(error(), "none") << "the file can be read now";
 }
 
-TEST_F(LiveWiringTest, GoesOnAfterAFailedWrite) {
+TEST_F(LiveWiringTest, ContinuesAfterAFailedWrite) {
     start();
     folder.write("data", "in the way");
     connections.record(activity());
@@ -132,10 +132,10 @@ TEST_F(LiveWiringTest, GoesOnAfterAFailedWrite) {
     std::filesystem::remove(folder / "data");
     connections.record(activity());
     untilShown(1);
-    EXPECT_EQ(error(), "none") << "a write works again";
+    EXPECT_EQ(error(), "none") << "cleared by a successful write";
 }
 
-TEST_F(LiveWiringTest, TellsChangesOfTheMemoryHistoryAsChangesOfTheState) {
+TEST_F(LiveWiringTest, AnnouncesChangesOfTheMemoryHistoryAsChangesOfTheState) {
     test::settle();
     int changes = 0;
     QObject::connect(&model, &ModelState::changed, [&] { ++changes; });
@@ -144,7 +144,7 @@ TEST_F(LiveWiringTest, TellsChangesOfTheMemoryHistoryAsChangesOfTheState) {
     EXPECT_EQ(changes, 1);
 }
 
-TEST_F(LiveWiringTest, RecordsNothingOnceItIsGone) {
+TEST_F(LiveWiringTest, RecordsNothingAfterItsDestruction) {
     start();
     connections.record(activity());
     live.reset();
@@ -153,7 +153,7 @@ TEST_F(LiveWiringTest, RecordsNothingOnceItIsGone) {
     EXPECT_EQ(SystemActivityStore::read(file).size(), 1U);
 }
 
-TEST_F(LiveWiringTest, StartsNoMonitorWhileItEnds) {
+TEST_F(LiveWiringTest, StartsNoMonitorDuringItsDestruction) {
     live->startActivityMonitors();
     live.reset();
     EXPECT_EQ(log, "-connections -environment ");

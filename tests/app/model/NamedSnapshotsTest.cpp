@@ -16,7 +16,7 @@ struct NamedSnapshotsTest : test::ModelFixture {
     const std::vector<Baseline>& baselines() { return state().journal()->baselines; }
 };
 
-TEST_F(NamedSnapshotsTest, CapturesFirstAndKeepsItUnderAName) {
+TEST_F(NamedSnapshotsTest, SavesANewCaptureUnderAName) {
     start();
     applications = test::shared(test::application("Lantern"));
     captureDuration = 10;
@@ -27,7 +27,7 @@ TEST_F(NamedSnapshotsTest, CapturesFirstAndKeepsItUnderAName) {
     test::until([&] { return beginning.isReady(); });
     EXPECT_FALSE(state().isRunning(Operation::drafting));
     ASSERT_TRUE(hasDraft());
-    EXPECT_EQ(snapshots(), 1U) << "nothing is kept yet";
+    EXPECT_EQ(snapshots(), 1U) << "not saved yet";
     test::await(model->scan());
     EXPECT_EQ(observations, 2);
 
@@ -40,14 +40,14 @@ TEST_F(NamedSnapshotsTest, CapturesFirstAndKeepsItUnderAName) {
     ASSERT_EQ(baselines().size(), 1U);
     EXPECT_EQ(baselines()[0].name, name.substr(0, 80));
     EXPECT_EQ(baselines()[0].snapshot, state().journal()->snapshots.back());
-    EXPECT_EQ(events(), 1U) << "the draft is an ordinary observation as well";
+    EXPECT_EQ(events(), 1U) << "the draft is compared like any capture";
     EXPECT_EQ(stored(), *state().journal());
     EXPECT_FALSE(hasDraft() || state().busy());
     EXPECT_EQ(model->history().place().snapshot(), baselines()[0].id);
     EXPECT_EQ(model->history().place().workspace(), WorkspaceDestination::snapshots);
 }
 
-TEST_F(NamedSnapshotsTest, NobodySeesItHalfSaved) {
+TEST_F(NamedSnapshotsTest, ObserversSeeNoHalfSavedState) {
     start();
     begin();
     test::settle();
@@ -64,7 +64,8 @@ TEST_F(NamedSnapshotsTest, NobodySeesItHalfSaved) {
         QObject::connect(each, &Observable::changed, look);
     ASSERT_TRUE(save("Name"));
     test::settle();
-    EXPECT_EQ(seen, "before after after after ") << "once each, and while it was being saved";
+    EXPECT_EQ(seen, "before after after after ")
+        << "each object once at the end, and the state once while saving";
 }
 
 TEST_F(NamedSnapshotsTest, AFailedCaptureCanBeTriedAgain) {
@@ -101,7 +102,7 @@ TEST_F(NamedSnapshotsTest, AFailedSaveKeepsTheDraftAndTheJournal) {
     EXPECT_TRUE(save("Name"));
 }
 
-TEST_F(NamedSnapshotsTest, AFailureOfAnyKindLeavesTheControllerFree) {
+TEST_F(NamedSnapshotsTest, OperationsEndAfterAnyException) {
     start();
     const std::function<bool()> operations[] = {
         [this] { return (test::await(model->scan()), true); },
@@ -113,7 +114,7 @@ TEST_F(NamedSnapshotsTest, AFailureOfAnyKindLeavesTheControllerFree) {
         },
     };
     for (const auto& operation : operations) {
-        // Nothing that the program throws itself, and so caught by nobody.
+        // A type that no handler of the program catches.
         ownsFolder = []() -> bool { throw 1; };
         EXPECT_THROW(operation(), int);
         EXPECT_FALSE(state().isAnyRunning(exclusions::captures.with(exclusions::saves)));
@@ -122,7 +123,7 @@ TEST_F(NamedSnapshotsTest, AFailureOfAnyKindLeavesTheControllerFree) {
     }
 }
 
-TEST_F(NamedSnapshotsTest, DropsACaptureThatWasCancelledMeanwhile) {
+TEST_F(NamedSnapshotsTest, DropsACaptureThatWasCancelledWhileRunning) {
     start();
     for (const bool failing : {false, true}) {
         fails = failing;
@@ -130,7 +131,7 @@ TEST_F(NamedSnapshotsTest, DropsACaptureThatWasCancelledMeanwhile) {
         const auto beginning = named().beginSavedSnapshot();
         test::until([&] { return clock.sleeping() > 1; });
         named().cancelSavedSnapshot();
-        EXPECT_TRUE(state().busy()) << "the capture still runs";
+        EXPECT_TRUE(state().busy()) << "the capture is still running";
         clock.advance(10);
         test::until([&] { return beginning.isReady(); });
         EXPECT_FALSE(hasDraft() || state().busy());
@@ -143,7 +144,7 @@ TEST_F(NamedSnapshotsTest, DropsACaptureThatWasCancelledMeanwhile) {
     EXPECT_TRUE(beginning.isReady());
 }
 
-TEST_F(NamedSnapshotsTest, DeletesTheNameAlone) {
+TEST_F(NamedSnapshotsTest, DeletesTheBaselineAndKeepsTheSnapshot) {
     start();
     for (const char* name : {"One", "Two"}) {
         begin();

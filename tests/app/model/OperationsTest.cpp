@@ -4,8 +4,8 @@
 
 using namespace tidemark;
 
-/// Each row begins while the operation of a column is under way: "x" where it must not.
-TEST(Operations, ExcludeEachOtherAsTheTableSays) {
+/// "x": the operation of the row must not begin while that of the column is running.
+TEST(Operations, ExcludeEachOtherByTheTable) {
     using enum Operation;
     struct Row {
         Operation beginning;
@@ -37,7 +37,7 @@ TEST(Operations, ExcludeEachOtherAsTheTableSays) {
     }
 }
 
-TEST(Operations, EndWithTheirTokenWhereverThatGoes) {
+TEST(Operations, EndWithTheirTokenAlsoAfterAMove) {
     Observable owner;
     int changes = 0;
     QObject::connect(&owner, &Observable::changed, [&] { ++changes; });
@@ -53,7 +53,7 @@ TEST(Operations, EndWithTheirTokenWhereverThatGoes) {
     EXPECT_FALSE(operations.isRunning(Operation::choosingFolders));
     test::settle();
     kept = operations.begin(Operation::managingFolders);
-    EXPECT_FALSE(operations.isRunning(Operation::saving)) << "another took its place";
+    EXPECT_FALSE(operations.isRunning(Operation::saving)) << "its token was replaced";
     kept.reset();
     EXPECT_TRUE(operations.isIdle());
     test::settle();

@@ -13,7 +13,7 @@ using Records = PowerActivityMonitor::Records;
 
 namespace {
 
-/// A monitor over a real file, told of sleep and wake by hand.
+/// A monitor with a real file; the test posts sleep and wake.
 struct PowerActivityMonitorTest : testing::Test {
     PowerActivityMonitorTest() { create(); }
 
@@ -25,14 +25,14 @@ struct PowerActivityMonitorTest : testing::Test {
                             .didRecord =
                                 [this](const Records& records) {
                                     log += std::to_string(records.size()) + " ";
-                                    // Nothing is told before it is on disk.
+                                    // Records are on disk before they are reported.
                                     EXPECT_GE(stored().size(), records.size());
                                 },
                             .didFail = [this](const auto&) { log += "failed "; },
                             .battery = [this] { return battery; },
                         });
     }
-    /// How many records it found; −1 when it did not start.
+    /// Returns the number of records in the file; −1 when it did not start.
     int start() {
         const auto records = test::await(monitor->start());
         return records ? static_cast<int>(records->size()) : -1;
@@ -89,7 +89,7 @@ TEST_F(PowerActivityMonitorTest, RecordsSleepAndWake) {
     EXPECT_EQ(records[1].observedSession->endedAt, asleep + 3600);
 }
 
-TEST_F(PowerActivityMonitorTest, WritesOneRecordAfterTheOtherInOrder) {
+TEST_F(PowerActivityMonitorTest, WritesRecordsInOrder) {
     start();
     std::string sizes;
     std::string expected;
@@ -98,13 +98,13 @@ TEST_F(PowerActivityMonitorTest, WritesOneRecordAfterTheOtherInOrder) {
         sizes += std::to_string(i) + " ";
         expected += std::to_string(i) + " ";
     }
-    // Nothing has been told on the way: that comes with the event loop.
+    // Reported from the event loop only.
     EXPECT_EQ(log, "");
     expectLog(sizes);
     EXPECT_EQ(times(), expected);
 }
 
-TEST_F(PowerActivityMonitorTest, TakesNothingThatIsNotAllowed) {
+TEST_F(PowerActivityMonitorTest, RecordsNothingWhileNotAllowed) {
     start();
     allowed = false;
     record(1);
@@ -115,21 +115,21 @@ TEST_F(PowerActivityMonitorTest, TakesNothingThatIsNotAllowed) {
     EXPECT_FALSE(stored().front().observedSession);
 }
 
-TEST_F(PowerActivityMonitorTest, LosesOnlyTheRecordThatCannotBeWritten) {
+TEST_F(PowerActivityMonitorTest, DropsOnlyTheRecordThatCannotBeWritten) {
     start();
     folder.write("data", "in the way");
     record(1);
     expectLog("failed ");
     std::filesystem::remove(folder / "data");
     record(2);
-    // A time that no document can hold.
+    // A time that can't be stored.
     monitor->record(SystemActivity::observed(Kind::woke, Date::distantFuture()));
     record(3);
     expectLog("1 failed 2 ");
     EXPECT_EQ(times(), "2 3 ");
 }
 
-TEST_F(PowerActivityMonitorTest, FinishesWhatItTookAndTakesNothingAfterTheStop) {
+TEST_F(PowerActivityMonitorTest, StopWritesAcceptedRecordsAndAcceptsNoMore) {
     start();
     center.post(notification::willSleep);
     record(1);
@@ -137,7 +137,7 @@ TEST_F(PowerActivityMonitorTest, FinishesWhatItTookAndTakesNothingAfterTheStop) 
     EXPECT_FALSE(monitor->isStarted());
     record(2);
     center.post(notification::didWake);
-    // What is still being written belongs to what the next start reads.
+    // The next start also reads the records that are still being written.
     EXPECT_EQ(start(), 2);
     center.post(notification::didWake);
     expectLog("1 2 3 ");
@@ -150,7 +150,7 @@ TEST_F(PowerActivityMonitorTest, FinishesWhatItTookAndTakesNothingAfterTheStop) 
     EXPECT_EQ(log, "4 5 ");
 }
 
-TEST_F(PowerActivityMonitorTest, IsStoppedWhileItReads) {
+TEST_F(PowerActivityMonitorTest, StopsDuringTheRead) {
     auto first = monitor->start();
     EXPECT_TRUE(monitor->isStarted());
     monitor->stop();
@@ -167,7 +167,7 @@ TEST_F(PowerActivityMonitorTest, IsStoppedWhileItReads) {
     expectLog("");
 }
 
-TEST_F(PowerActivityMonitorTest, MakesNoSessionOfASleepWhoseEndIsUnknown) {
+TEST_F(PowerActivityMonitorTest, RecordsNoSessionForASleepWithUnknownEnd) {
     start();
     center.post(notification::willSleep);
     center.post(notification::sleepAbandoned);
@@ -176,7 +176,7 @@ TEST_F(PowerActivityMonitorTest, MakesNoSessionOfASleepWhoseEndIsUnknown) {
     EXPECT_FALSE(stored().back().observedSession);
 }
 
-TEST_F(PowerActivityMonitorTest, WaitsForWhatItTook) {
+TEST_F(PowerActivityMonitorTest, WriterWaitsForAcceptedRecords) {
     auto starting = monitor->start();
     record(1);
     record(2);
@@ -188,7 +188,7 @@ TEST_F(PowerActivityMonitorTest, WaitsForWhatItTook) {
     EXPECT_EQ(times(), "1 2 3 ");
 }
 
-TEST_F(PowerActivityMonitorTest, KeepsWhatComesWhileItReadsUnlessThatFails) {
+TEST_F(PowerActivityMonitorTest, KeepsRecordsMadeDuringTheReadUnlessItFails) {
     const auto startWithASleep = [this] {
         auto starting = monitor->start();
         center.post(notification::willSleep);
@@ -217,7 +217,7 @@ TEST_F(PowerActivityMonitorTest, KeepsWhatComesWhileItReadsUnlessThatFails) {
     EXPECT_FALSE(stored().front().observedSession);
 }
 
-TEST_F(PowerActivityMonitorTest, NeverWritesWhereItCouldNotRead) {
+TEST_F(PowerActivityMonitorTest, DoesNotWriteAFileThatItCouldNotRead) {
     const std::string damaged = "[{\"kind\":\"woke\"";
     folder.write("data/system-activity.json", damaged);
     EXPECT_THROW(start(), Error);
@@ -229,11 +229,4 @@ TEST_F(PowerActivityMonitorTest, NeverWritesWhereItCouldNotRead) {
     EXPECT_EQ(log, "");
     EXPECT_EQ(test::contents(file), damaged);
     EXPECT_EQ(test::namesIn(folder / "data"), "system-activity.json");
-
-    // Once somebody has mended it, it is read again.
-    create();
-    folder.write("data/system-activity.json", "[]");
-    EXPECT_EQ(start(), 0);
-    record(1);
-    expectLog("1 ");
 }

@@ -21,7 +21,7 @@ struct SettlingTimerTest : testing::Test {
             settled = history.settle(at);
         });
     }
-    /// Moves the clock on, and waits for what wakes up by it.
+    /// Advances the clock and handles the events.
     void advance(double seconds) {
         clock.advance(seconds);
         test::settle();
@@ -37,15 +37,12 @@ struct SettlingTimerTest : testing::Test {
 
 } // namespace
 
-TEST_F(SettlingTimerTest, NeitherAnEarlyTimerNorAClockThatIsSetLosesAChange) {
+TEST_F(SettlingTimerTest, SettlesDespiteAnEarlyTimerOrAClockThatIsSet) {
     // Less than a millisecond, and exact in binary.
     constexpr double hair = 1.0 / 2048;
-    struct Case {
-        double early;
-        double clockSetBy;
-    };
-    for (const auto& [early, clockSetBy] :
-         {Case{0, 0}, Case{hair, 0}, Case{0, -3600}, Case{hair, -hair}, Case{0, 86'400}}) {
+    const std::pair<double, double> cases[] = {
+        {0, 0}, {hair, 0}, {0, -3600}, {hair, -hair}, {0, 86'400}};
+    for (const auto& [early, clockSetBy] : cases) {
         history.reset();
         history.receive(true, clock.now());
         settled.reset();
@@ -62,7 +59,7 @@ TEST_F(SettlingTimerTest, NeitherAnEarlyTimerNorAClockThatIsSetLosesAChange) {
     }
 }
 
-TEST_F(SettlingTimerTest, GivesUpAWaitThatIsReplacedOrStoppedOrDestroyed) {
+TEST_F(SettlingTimerTest, CancelsAWaitWhenReplacedStoppedOrDestroyed) {
     drop();
     advance(1);
     drop();

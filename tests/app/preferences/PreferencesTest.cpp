@@ -51,7 +51,7 @@ TEST(JsonPreferences, KeepsEveryTypeInAPrivateFile) {
     EXPECT_EQ(test::namesIn(file.parent_path()), "settings.json settings.json.bak");
 }
 
-TEST(JsonPreferences, TakesAValueOfAnotherTypeForAbsentAndKeepsWhatItDoesNotKnow) {
+TEST(JsonPreferences, TreatsOtherTypesAsAbsentAndKeepsUnknownKeys) {
     const TemporaryFolder folder;
     const auto file = folder.write("settings.json", R"({
         "one": 1, "real": 1.5, "text": "%", "mixed": ["a", 1], "huge": 18446744073709551615,
@@ -74,7 +74,7 @@ TEST(JsonPreferences, TakesAValueOfAnotherTypeForAbsentAndKeepsWhatItDoesNotKnow
         EXPECT_NE(after.find(kept), std::string::npos) << kept;
 }
 
-TEST(JsonPreferences, SetsADamagedFileAsideAndGoesOnWithTheDefaults) {
+TEST(JsonPreferences, RenamesADamagedFileAndUsesTheDefaults) {
     std::vector<std::string> damages{"",     "{\"a\": tr",     "[]",       "{} {}",
                                      "null", "{\"a\xFF\": 1}", "\"text\"", "{\"a\":"};
     damages.back().append(100'000, '[').append(100'000, ']') += '}';
@@ -97,13 +97,13 @@ TEST(JsonPreferences, SetsADamagedFileAsideAndGoesOnWithTheDefaults) {
         EXPECT_EQ(JsonPreferences(file).boolean("a"), true);
         EXPECT_EQ(JsonPreferences(file).problem(), std::nullopt);
         EXPECT_EQ(read(JsonPreferences(file), preference::recordingMode), "paused")
-            << "until the user chooses";
+            << "until the user sets it";
         folder.write("settings.json", damage);
-        EXPECT_TRUE(JsonPreferences(file, clock).isLost()) << "so says the copy";
+        EXPECT_TRUE(JsonPreferences(file, clock).isLost()) << "stored in the copy";
     }
 }
 
-TEST(JsonPreferences, SetsNothingAsideInAFolderOfAnother) {
+TEST(JsonPreferences, RenamesNothingWhenTheGuardRefuses) {
     const TemporaryFolder folder;
     const auto file = folder.write("settings.json", "{");
     const FolderGuard refused([] { return false; });
@@ -112,7 +112,7 @@ TEST(JsonPreferences, SetsNothingAsideInAFolderOfAnother) {
     EXPECT_EQ(test::namesIn(folder.path()), "settings.json");
 }
 
-TEST(JsonPreferences, NeverWritesAFileThatItCouldNotRead) {
+TEST(JsonPreferences, DoesNotWriteAFileThatItCouldNotRead) {
     const TemporaryFolder folder;
     const auto file = folder.write("settings.json", "{\"a\": 1}");
     std::filesystem::permissions(file, std::filesystem::perms::none);
@@ -122,13 +122,13 @@ TEST(JsonPreferences, NeverWritesAFileThatItCouldNotRead) {
         EXPECT_TRUE(preferences.problem());
         EXPECT_EQ(preferences.integer("a"), std::nullopt);
         EXPECT_FALSE(preferences.note("b", true));
-        EXPECT_EQ(preferences.boolean("b"), true) << "it holds for this run";
+        EXPECT_EQ(preferences.boolean("b"), true) << "until the program ends";
     }
     EXPECT_EQ(test::contents(file), "{\"a\": 1}");
     EXPECT_EQ(test::namesIn(folder.path()), "settings.json");
 }
 
-TEST(JsonPreferences, TakesACopyInPlaceOfADamagedFile) {
+TEST(JsonPreferences, UsesTheCopyInsteadOfADamagedFile) {
     const TemporaryFolder folder;
     const auto file = folder / "settings.json";
     JsonPreferences(file).set("recordingMode", std::string("paused"));
@@ -143,15 +143,16 @@ TEST(JsonPreferences, TakesACopyInPlaceOfADamagedFile) {
         EXPECT_NE(preferences.problem().value_or("").find("a copy of them holds"),
                   std::string::npos);
     }
-    EXPECT_EQ(JsonPreferences(file).problem(), std::nullopt) << "it is stored again";
+    EXPECT_EQ(JsonPreferences(file).problem(), std::nullopt) << "the file was written again";
 
-    // What the user wrote by hand is in the copy from the next start on.
+    // Changes that the user made in the file are copied at the next start.
     folder.write("settings.json", "{\"flag\": false}");
     JsonPreferences(file).boolean("flag");
     folder.write("settings.json", "{");
     EXPECT_EQ(JsonPreferences(file).boolean("flag"), false);
     std::filesystem::remove(file);
-    EXPECT_EQ(JsonPreferences(file).problem(), std::nullopt) << "starts afresh";
+    EXPECT_EQ(JsonPreferences(file).problem(), std::nullopt)
+        << "removing the file resets the settings";
 }
 
 TEST(JsonPreferences, KeepsANoteThatCouldNotBeStoredUntilTheNextChange) {
@@ -170,7 +171,7 @@ TEST(JsonPreferences, KeepsANoteThatCouldNotBeStoredUntilTheNextChange) {
     EXPECT_EQ(JsonPreferences(file).boolean("a"), true);
 }
 
-TEST(JsonPreferences, KeepsWhateverStoodThereWhenAValueCannotReplaceIt) {
+TEST(JsonPreferences, KeepsTheOldValueWhenTheNewOneCannotBeStored) {
     const TemporaryFolder folder;
     const auto file = folder.write("config/settings.json", R"({"odd": [1, {"x": null}]})");
     JsonPreferences preferences(file);
@@ -187,7 +188,7 @@ TEST(JsonPreferences, KeepsWhateverStoodThereWhenAValueCannotReplaceIt) {
     EXPECT_EQ(after.find("new"), std::string::npos);
 }
 
-TEST(JsonPreferences, OnesToReadLeaveEveryFileAsItIs) {
+TEST(JsonPreferences, OpenedForReadingChangesNoFile) {
     using enum JsonPreferences::Opening;
     for (const char* bytes : {"{\"a\": 1}", "{\"a\": tr"}) {
         const TemporaryFolder folder;
@@ -217,13 +218,9 @@ TEST(JsonPreferences, WritesThroughALink) {
     EXPECT_EQ(JsonPreferences(real).boolean("a"), true);
 }
 
-TEST(PreferenceKeys, HoldStoredValuesToWhatIsAllowed) {
+TEST(PreferenceKeys, LimitStoredValuesToAllowedOnes) {
     test::MemoryPreferences preferences;
-    struct Case {
-        std::optional<PreferenceValue> stored;
-        std::int64_t textSize;
-    };
-    const Case cases[] = {
+    const std::pair<std::optional<PreferenceValue>, std::int64_t> cases[] = {
         {std::nullopt, 13}, {std::int64_t{40}, 26},  {std::int64_t{2}, 13}, {std::int64_t{20}, 20},
         {true, 13},         {std::string("20"), 13}, {INT64_MIN, 13}};
     for (const auto& [stored, textSize] : cases) {
@@ -241,7 +238,7 @@ TEST(PreferenceKeys, HoldStoredValuesToWhatIsAllowed) {
     EXPECT_EQ(read(preferences, preference::recordingMode), "recording");
 }
 
-TEST(FollowSettings, ReportsOnceWhatIsReadAsAnotherValue) {
+TEST(FollowSettings, CallsOncePerChangeOfTheReadValue) {
     test::MemoryPreferences preferences;
     std::string log;
     {
@@ -254,14 +251,14 @@ TEST(FollowSettings, ReportsOnceWhatIsReadAsAnotherValue) {
             preference::memoryFolders);
         const auto after = [&](const auto& change) {
             change();
-            EXPECT_EQ(log, "") << "its caller may change more";
+            EXPECT_EQ(log, "") << "called later, from the event loop";
             test::settle();
             return std::exchange(log, {});
         };
         EXPECT_EQ(after([&] { preferences.set("recordingMode", std::string("privateMode")); }),
                   "paused");
         EXPECT_EQ(after([&] { preferences.note("recordingMode", std::string("paused")); }), "")
-            << "other words for the same";
+            << "read as the same value";
         EXPECT_EQ(after([&] { preferences.remove("recordingMode"); }), "recording");
         EXPECT_EQ(after([&] {
                       preferences.set("memoryFiles", false);
@@ -275,7 +272,7 @@ TEST(FollowSettings, ReportsOnceWhatIsReadAsAnotherValue) {
     }
     preferences.set("memoryFiles", true);
     test::settle();
-    EXPECT_EQ(log, "") << "the follower is gone";
+    EXPECT_EQ(log, "") << "not called after the context was destroyed";
 }
 
 TEST(PreferenceKeys, AreListedOnceWithAnAllowedDefault) {

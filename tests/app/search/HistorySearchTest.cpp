@@ -31,12 +31,12 @@ struct HistorySearchTest : testing::Test {
 
     std::shared_ptr<const MergedHistory> history;
     std::string opened;
-    /// Opening an event closes the panel.
+    /// True when opening an event destroys the search.
     bool closes = false;
     std::optional<HistorySearch> search;
 };
 
-TEST_F(HistorySearchTest, OpensOnTheNewest) {
+TEST_F(HistorySearchTest, StartsWithTheNewestEvents) {
     EXPECT_TRUE(search->searching);
     finish();
     EXPECT_EQ(search->results->size(), 40U);
@@ -53,7 +53,7 @@ TEST_F(HistorySearchTest, OpensOnTheNewest) {
     EXPECT_EQ(search->emptyTitle(), "No matching history");
 }
 
-TEST_F(HistorySearchTest, PublishesTheLastQueryAlone) {
+TEST_F(HistorySearchTest, PublishesOnlyTheResultsOfTheLastQuery) {
     finish();
     std::string published;
     QObject::connect(&*search, &Observable::changed, [&] {
@@ -67,7 +67,7 @@ TEST_F(HistorySearchTest, PublishesTheLastQueryAlone) {
     EXPECT_EQ(published, "6 ");
     search->setQuery("even 4");
     EXPECT_FALSE(search->searching);
-    // One that is closed in the middle ends.
+    // A running search ends when the object is destroyed.
     search->setQuery("odd");
     search.reset();
 }

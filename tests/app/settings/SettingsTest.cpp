@@ -16,17 +16,9 @@ namespace {
 using test::await;
 using test::MemoryPreferences;
 
-TEST(ViewSettings, HoldsTheTextSizeAndStoresIt) {
-    struct Case {
-        PreferenceValue stored;
-        std::int64_t step;
-        std::int64_t shown;
-    };
-    const std::vector<Case> cases{
-        {std::int64_t{13}, -1, 13},
-        {std::int64_t{26}, 1, 26},
-        {std::int64_t{20}, -3, 17},
-    };
+TEST(ViewSettings, StoresTheTextSizeWithinItsRange) {
+    const std::tuple<std::int64_t, std::int64_t, std::int64_t> cases[] = {
+        {13, -1, 13}, {26, 1, 26}, {20, -3, 17}};
     for (const auto& [stored, step, shown] : cases) {
         MemoryPreferences preferences;
         preferences.set("listingTextSize", stored);
@@ -41,7 +33,7 @@ TEST(ViewSettings, HoldsTheTextSizeAndStoresIt) {
 
 using ServiceStatus = LoginLaunchController::ServiceStatus;
 
-/// A system that keeps the item, may ask for approval, and fails with words when told to.
+/// The login items of a system that can require approval and can fail.
 struct LoginItems {
     ServiceStatus status = ServiceStatus::notRegistered;
     ServiceStatus afterRegistering = ServiceStatus::enabled;
@@ -63,7 +55,7 @@ struct LoginItems {
     }
 };
 
-TEST(LoginLaunchController, FollowsTheSystem) {
+TEST(LoginLaunchController, ReportsTheStatusOfTheSystem) {
     LoginItems items;
     LoginLaunchController login(items.service());
     EXPECT_FALSE(login.enabled());
@@ -104,7 +96,7 @@ struct Updates {
     }
 };
 
-TEST(UpdateController, StartsInOneBuildAlone) {
+TEST(UpdateController, StartsOnlyInTheUpdatingBuild) {
     const std::vector<std::tuple<std::string, std::optional<std::string>, bool>> cases{
         {"app.tidemark.beta", "key", true},
         {"app.tidemark.beta", std::nullopt, false},

@@ -8,10 +8,10 @@
 
 #include <gtest/gtest.h>
 
-/// Running the event loop in a test: as long as something is awaited, and no longer.
+/// Functions that run the event loop in a test.
 namespace tidemark::test {
 
-/// Handles events until `condition` holds. Fails, instead of hanging, after a minute.
+/// Handles events until `condition` returns true. Fails the test after a minute.
 template <class Condition>
 void until(const Condition& condition) {
     bool hangs = false;
@@ -20,10 +20,10 @@ void until(const Condition& condition) {
     watchdog.start(60'000);
     while (!condition() && !hangs)
         QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
-    ASSERT_FALSE(hangs) << "what the test waits for never came";
+    ASSERT_FALSE(hangs) << "the awaited condition was not met";
 }
 
-/// Handles the events that are there now and those that they bring about.
+/// Handles the pending events and those that they cause.
 inline void settle() {
     for (int round = 0; round < 10; ++round)
         QCoreApplication::processEvents();
@@ -53,7 +53,7 @@ QCoro::Task<void> collect(QCoro::Task<T> task, Outcome<Result>* outcome) {
 
 } // namespace detail
 
-/// The result of a coroutine, or what it threw.
+/// Runs the event loop until a coroutine has ended, and returns its result or throws its exception.
 template <class T>
 T await(QCoro::Task<T> task) {
     detail::Outcome<std::conditional_t<std::is_void_v<T>, bool, T>> outcome;

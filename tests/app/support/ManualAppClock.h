@@ -11,8 +11,8 @@
 
 namespace tidemark::test {
 
-/// A clock that moves when it is told to, and resumes who sleeps on it, in the order of their
-/// times, while it moves.
+/// A clock that the test advances. `advance` resumes the coroutines that sleep on it, in the order
+/// of their times.
 class ManualAppClock final : public AppClock {
 public:
     static constexpr Date start{700'000'000};
@@ -44,12 +44,12 @@ public:
         }
         elapsed = end;
     }
-    /// The machine sleeps: the time of day goes on and nothing else.
+    /// The machine sleeps: only the wall time advances.
     void suspend(double seconds) { suspended += seconds; }
 
     std::size_t sleeping() const { return sleepers.size(); }
 
-    /// Seconds by which the next to sleep wakes up too early, as a timer of the system may.
+    /// Seconds by which the next sleep ends too early, as timers of the system may.
     double nextWakesEarly = 0;
 
 private:

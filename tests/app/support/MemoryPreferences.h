@@ -4,7 +4,7 @@
 
 namespace tidemark::test {
 
-/// Preferences for tests that are not about the file.
+/// Preferences without a file.
 class MemoryPreferences final : public Preferences {
 public:
     std::optional<bool> boolean(std::string_view key) const override { return read<bool>(key); }
@@ -29,7 +29,7 @@ public:
     bool isStored() const override { return !refuses; }
 
     int changes = 0;
-    /// Nothing can be stored.
+    /// True when nothing can be stored.
     bool refuses = false;
     bool readOnly = false;
 

@@ -12,7 +12,7 @@
 
 namespace tidemark::test {
 
-/// Live services that write down what they are told.
+/// Live services that log their calls.
 class LoggedServices final : public LiveServices {
 public:
     QCoro::Task<void> loadMemory() override {
@@ -31,15 +31,15 @@ public:
     std::optional<std::string> failure;
 };
 
-/// A controller over a real journal in a real folder, on a clock that is driven. An observation
-/// takes `captureDuration` of that clock's time and finds `applications`.
+/// A controller with a real journal in a real folder and a manual clock. An observation takes
+/// `captureDuration` seconds of that clock and finds `applications`.
 struct ModelFixture : testing::Test {
     ModelFixture() {
         preferences.set("folderSetupCompleted", true);
         create();
     }
 
-    /// The program as it is before `start`.
+    /// Creates the controller without starting it.
     void create() {
         model.reset();
         modelState.emplace(preferences, clock.now());
@@ -78,13 +78,13 @@ struct ModelFixture : testing::Test {
         snapshot.applications = applications;
         co_return snapshot;
     }
-    /// Begins a capture that stays open until the clock moves on by `captureDuration`.
+    /// Begins a capture that runs until the clock is advanced by `captureDuration`.
     void holdCapture() {
         captureDuration = 10;
         holding = model->scan();
         until([&] { return clock.sleeping() > 1; });
     }
-    /// Lets what was begun come to its end.
+    /// Waits for the running operations.
     void finish() {
         until([&] {
             return !model->isStarting()
@@ -112,7 +112,7 @@ struct ModelFixture : testing::Test {
     bool fails = false;
     std::vector<Shared<Application>> applications;
     std::function<bool()> ownsFolder = [] { return true; };
-    /// What the system remembers: nothing.
+    /// Finds no installations.
     CollectInstallations installations = [](Date) { return InstallationPreview{}; };
     int observations = 0;
     ObservationOptions lastOptions;

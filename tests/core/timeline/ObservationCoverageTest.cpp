@@ -34,7 +34,7 @@ std::string summary(const ObservationCoverageReport& report) {
 
 std::string summary(std::vector<Snapshot> snapshots, double after, double through) {
     return summary(ObservationCoverageReport::build(test::shared(std::move(snapshots)), Date{after},
-                                                 Date{through}));
+                                                    Date{through}));
 }
 
 } // namespace
@@ -82,9 +82,10 @@ TEST(ObservationCoverage, ReportsGapsAndIssuesOfAPeriod) {
         << "a gap that ends at the start of the period";
     EXPECT_EQ(summary({taken(0, 600), taken(9000, 600)}, 100, 8000), "100-8000… ")
         << "later snapshots are ignored";
-    EXPECT_EQ(summary({taken(0, 600, {"old"}), taken(10, 600, {"b", "a", "b"}), taken(20, 600, {"a"})},
-                   10, 20),
-              "10 a 10 b 20 a ");
+    EXPECT_EQ(
+        summary({taken(0, 600, {"old"}), taken(10, 600, {"b", "a", "b"}), taken(20, 600, {"a"})},
+                10, 20),
+        "10 a 10 b 20 a ");
     EXPECT_EQ((ObservationGap{Date{0}, Date{1.25}, true}.id()), "978307200.0-978307201.25");
     EXPECT_EQ((ObservationAccessIssue{Date{0.5}, "No access"}.id()), "978307200.5-No access");
 }
