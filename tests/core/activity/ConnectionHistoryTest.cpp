@@ -79,7 +79,7 @@ TEST(BluetoothConnectionHistory, ReportsConnectionsAndTheirDuration) {
         << "the start before `follow` is not known";
 }
 
-TEST(BluetoothConnectionHistory, TakesTheFirstReportOfANewDeviceAsAChange) {
+TEST(BluetoothConnectionHistory, TreatsTheFirstReportOfANewDeviceAsAChange) {
     for (const bool connected : {true, false}) {
         BluetoothConnectionHistory history;
         EXPECT_TRUE(history.receive(headset(connected), Date{0}));

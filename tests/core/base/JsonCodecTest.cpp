@@ -159,7 +159,7 @@ TEST(JsonCodec, AcceptsExactlyOneKnownCaseOfAChange) {
     EXPECT_EQ(json::encoded(Change(change::MetadataChanged{})), R"({"metadataChanged":{}})");
 }
 
-TEST(JsonCodec, TakesTheLastOfTwoEqualKeys) {
+TEST(JsonCodec, UsesTheLastOfTwoEqualKeys) {
     const auto item = json::decode<FolderSize>(
         R"({"path":"/a","name":"A","bytes":1,"breakdown":{"x":1,"y":1,"x":2},"itemCount":3,
             "bytes":2,"breakdown":{"z":1,"z":5},"itemCount":null,"measuredAt":null,

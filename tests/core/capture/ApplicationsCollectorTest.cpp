@@ -186,7 +186,7 @@ TEST(ApplicationsCollector, ReadsTheOneApplicationInAWrapper) {
     EXPECT_EQ(inventory.issues, unreadable(4));
 }
 
-TEST(ApplicationsCollector, TakesAMissingRootAsEmptyAndOtherFailuresAsIncomplete) {
+TEST(ApplicationsCollector, TreatsAMissingRootAsEmptyAndOtherFailuresAsIncomplete) {
     const TemporaryFolder folder;
     folder.write("file", "");
     fs::create_symlink("/nowhere", folder / "dangling");

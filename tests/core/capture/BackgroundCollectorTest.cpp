@@ -95,7 +95,7 @@ TEST(BackgroundCollector, SkipsLinksEmptyListsAndDamagedFiles) {
     EXPECT_EQ(inventory.roots.size(), 2U);
 }
 
-TEST(BackgroundCollector, TakesAMissingRootAsEmptyAndOtherFailuresAsIncomplete) {
+TEST(BackgroundCollector, TreatsAMissingRootAsEmptyAndOtherFailuresAsIncomplete) {
     const TemporaryFolder folder;
     folder.write("closed/a.plist", definition("a"));
     folder.write("open/secret.plist", definition("a"));

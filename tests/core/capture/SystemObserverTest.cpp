@@ -88,7 +88,7 @@ struct Observer : testing::Test {
 
 } // namespace
 
-TEST_F(Observer, TakesRootsShortestFirstAndApplicationsLast) {
+TEST_F(Observer, MeasuresRootsShortestFirstAndApplicationsLast) {
     writeBundle("Applications/One.app");
     writeBundle("programs/Two.app");
     folder.write("abc/deep/file", "12345");

@@ -121,13 +121,6 @@ TEST(JournalStore, MovesTheHistoryOfAnEarlierRelease) {
     EXPECT_EQ(place.store.load(), small());
 }
 
-TEST(JournalStore, WithoutABackupFolderMakesNoCopy) {
-    const test::TemporaryFolder folder;
-    folder.write("journal.json", json::encoded(small()));
-    EXPECT_EQ(JournalStore(folder / "journal.json").load(), small());
-    EXPECT_EQ(test::namesIn(folder.path()), "journal.json");
-}
-
 TEST(JournalStore, StopsAtAnIncompleteBackup) {
     Place place;
     place.folder.write("data/journal.json", json::encoded(small()));

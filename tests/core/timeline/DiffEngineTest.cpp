@@ -313,7 +313,7 @@ TEST(DiffEngine, ComparesAdditionalReports) {
               "metadataChanged 1 > none");
 }
 
-TEST(DiffEngine, TellsChangedContentsFromAChangedSize) {
+TEST(DiffEngine, DistinguishesChangedContentsFromAChangedSize) {
     const auto isContents = [](std::int64_t total, const char* path) {
         return DiffEngine::isContentsChange(folder(path, 10, {{"a", 0}}),
                                             folder(path, 10 + total, {{"a", 500'000'000}}));
