@@ -7,7 +7,7 @@
 /// Small text functions for the whole program. All text is UTF-8.
 namespace tidemark {
 
-/// A byte count for people: decimal units, no fraction digits below a megabyte, one for megabytes,
+/// A byte count to be shown: decimal units, no fraction digits below a megabyte, one for megabytes,
 /// two above, trailing zeros dropped; "Zero KB" for 0.
 std::string byteString(std::int64_t bytes);
 
@@ -37,11 +37,8 @@ std::string textFromBytes(std::string_view bytes);
 bool isPrintable(std::int32_t character);
 
 /// Text that is safe to show on a terminal or in a table. Characters that are not printable, except
-/// the ASCII characters in `kept`, and bytes that are not UTF-8 each become U+FFFD. `kept` is "
-///
-/// " for text of several lines and "\t\r
-///
-/// " for a table cell.
+/// the ASCII characters in `kept`, and bytes that are not UTF-8 each become U+FFFD. For a table
+/// cell `kept` is "\t\r\n".
 std::string printable(std::string_view text, std::string_view kept);
 
 /// `printable` text on a single line.
