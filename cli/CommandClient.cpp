@@ -25,7 +25,8 @@ namespace tidemark::commandClient {
 
 namespace {
 
-/// How often a command tries to lock the data folder: for five seconds.
+/// How many times a command tries to lock the data folder. With the pauses in between, that takes
+/// five seconds.
 constexpr int folderAttempts = 50;
 constexpr std::chrono::milliseconds folderPause{100};
 
@@ -95,16 +96,17 @@ std::string textOf(const std::exception_ptr& failure) {
     return "";
 }
 
-/// Prints a problem with the settings, unless the failure of the command reports it. After a
-/// failure only a problem of reading is printed, since one of storing has the same cause as the
-/// failure.
+/// Prints a problem with the settings, unless the error of the command includes it. If the command
+/// failed, only a problem with reading the settings is printed: a problem with writing them has the
+/// same cause as the error.
 void reportProblem(const JsonPreferences& settings, const std::exception_ptr& failure) {
     const auto problem = failure ? settings.loadingProblem() : settings.problem();
     if (problem && !textOf(failure).contains(*problem))
         std::fprintf(stderr, "%s\n", oneLine(*problem).c_str());
 }
 
-/// Waits until another command releases the data folder or a recorder listens.
+/// Locks the data folder, waiting for another command to release it. If a recorder was started
+/// meanwhile, returns its answer.
 std::optional<ControlAnswer> takeFolder(std::optional<Recorder>& recorder,
                                         const PendingCommand& pending) {
     for (int attempt = 0;; ++attempt) {
@@ -146,7 +148,7 @@ ControlAnswer carryOutAlone(PendingCommand pending) {
         Qt::QueuedConnection);
     QCoreApplication::exec();
     recorder.model().stopAutomaticCaptures();
-    // Before this has ended it is not known whether the memory history could be saved.
+    // Only after this has ended it is known whether the memory history could be saved.
     recorder.tasks().start(recorder.memoryHistory().writer());
     recorder.tasks().drain();
     reportProblem(recorder.preferences(), failure);

@@ -71,7 +71,7 @@ Interruption::Interruption(AfterStop afterStop, milliseconds limit)
 
 Interruption::~Interruption() {
     over = true;
-    // Any process may send SIGUSR1, so it only wakes the waiter, which then checks.
+    // Any process may send SIGUSR1, so it only wakes the waiter, which then checks `over`.
     ::pthread_kill(waiter.native_handle(), SIGUSR1);
     waiter.join();
     if (afterStop == AfterStop::continues)

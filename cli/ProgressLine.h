@@ -9,9 +9,8 @@
 namespace tidemark {
 
 /// Prints the progress of a capture to standard error: on a terminal in one line that is updated,
-/// with the number of entries and the time so far, otherwise with one line per phase. It is the
-/// clock of the capture, so that it can update the line whenever the capture pauses between
-/// batches.
+/// with the number of entries and the time so far, otherwise with one line per phase. It is passed
+/// to the capture as its clock, so that it can update the line in the pauses between batches.
 class ProgressLine final : public Clock {
 public:
     /// `entriesSoFar` returns the number of entries walked.

@@ -4,9 +4,8 @@
 /// is read by the system journal.
 namespace tidemark::recorderLog {
 
-/// Handles all messages that Qt logs from now on, on any thread. A slow reader does not block the
-/// program, and when the reader closes the pipe only the log ends: the process ignores SIGPIPE from
-/// now on.
+/// From now on, writes all messages that Qt logs on any thread, and ignores SIGPIPE. A slow reader
+/// does not block the program, and when the reader closes the pipe only the log ends.
 void start();
 
 } // namespace tidemark::recorderLog

@@ -4,7 +4,7 @@
 
 #include <span>
 
-/// The commands that can't be handed to a recorder, because they use the terminal or record
+/// The commands that always run in this process, because they use the terminal or record
 /// themselves: a row for each, as in recorder/Commands.h. Each is defined in a file in
 /// cli/commands/.
 #define TIDEMARK_TERMINAL_COMMANDS(ROW)                                                            \

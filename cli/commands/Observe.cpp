@@ -87,7 +87,7 @@ ObservationOptions observationOptions(const Options& options) {
                               canonical(options.storage));
 }
 
-/// Empty when there is none.
+/// Empty for an option that was not given.
 std::filesystem::path pathOf(const std::optional<FilePath>& file) {
     return file ? file->path() : std::filesystem::path();
 }

@@ -36,7 +36,7 @@ QCoro::Task<void> startRecording(Recorder& recorder,
     if (const auto& folders = recorder.model().folderAccess();
         folders.message() && !folders.messageIsSuccess())
         qWarning("%s", folders.message()->c_str());
-    // Failures in it are logged.
+    // `start` logs its own failures.
     co_await recorder.model().start();
 }
 

@@ -9,7 +9,8 @@ namespace {
 
 using Kind = SystemActivity::Kind;
 
-/// A change of the network within so many seconds of a change of the Wi-Fi link is caused by it.
+/// A change of the network within this many seconds of a change of the Wi-Fi link counts as caused
+/// by it.
 constexpr double oneMoment = 5;
 
 constexpr std::array networking{Kind::networkChanged, Kind::bluetoothChanged, Kind::wifiChanged,

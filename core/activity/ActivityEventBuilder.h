@@ -13,7 +13,7 @@ Event event(const SystemActivity& activity);
 
 /// The events of these records, in their order. Leaves out kinds that are not shown, and each
 /// change of the network within five seconds of the change of the Wi-Fi link that caused it, so
-/// that people see one event and not two. Takes about linear time. A pure function.
+/// that one event is shown instead of two. Takes about linear time. A pure function.
 std::vector<Shared<Event>> build(const std::vector<SystemActivity>& from);
 
 } // namespace tidemark::ActivityEventBuilder

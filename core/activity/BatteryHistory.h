@@ -9,7 +9,7 @@
 namespace tidemark {
 
 /// Turns readings of the power source and the internal battery into records of their changes. The
-/// state at the first reading makes no record. Has no clock: each call takes the time.
+/// state at the first reading makes no record. The caller passes the time to each call.
 class BatteryHistory {
 public:
     /// Seconds for which a reading must last.

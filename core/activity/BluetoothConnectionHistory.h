@@ -12,8 +12,8 @@
 
 namespace tidemark {
 
-/// Turns reports of paired devices into records of their connections, each device by itself under
-/// its address. Has no clock: each call takes the time.
+/// Turns reports of paired devices into records of their connections, separately for each device,
+/// which is identified by its address. The caller passes the time to each call.
 class BluetoothConnectionHistory {
 public:
     /// Seconds for which a connection or its end must last.

@@ -10,7 +10,7 @@
 namespace tidemark {
 
 /// Turns successive states of volumes, displays and thermal pressure into records of their
-/// differences. Has no clock: each call takes the time.
+/// differences. The caller passes the time to each call.
 class EnvironmentHistory {
 public:
     /// Seconds that the caller waits after the last notification of a change before it reads the
@@ -44,8 +44,8 @@ private:
     std::optional<Date> elevatedSince;
 };
 
-/// The entry of a volume mounted at `path`, which gives it its name when the volume has none that
-/// can be read.
+/// The entry of a volume mounted at `path`. If the volume's own name can't be read, the name is
+/// taken from `path`.
 EnvironmentActivity volumeEntry(std::string path, std::optional<VolumeContext> volume);
 
 /// The entry of a display, with its mode if that can be read. A refresh rate that is not above 0

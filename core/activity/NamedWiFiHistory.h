@@ -9,7 +9,7 @@
 namespace tidemark {
 
 /// Turns observations of the Wi-Fi link and, where it may be read, the name of its network into
-/// records of their changes. Has no clock: each call takes the time.
+/// records of their changes. The caller passes the time to each call.
 class NamedWiFiHistory {
 public:
     /// Seconds for which an observation must last.
@@ -17,10 +17,11 @@ public:
 
     /// Takes one observation, absent when the link can't be read. True when the caller has to
     /// cancel any running wait and call `settle` after `delay`; after an absent one there is
-    /// nothing to settle. A name that becomes readable or unreadable is not a change of the link,
-    /// but a new starting point.
+    /// nothing to settle. A name that becomes readable or unreadable makes a new starting point and
+    /// no record.
     bool receive(std::optional<WiFiObservation> observation, Date at);
-    /// The record of the change that has lasted. That of a lost link names the previous network.
+    /// The record of the change that has lasted. The record of a lost link has the name of the
+    /// previous network.
     std::optional<SystemActivity> settle(Date at);
     /// Makes the next observation a new starting point.
     void reset() { *this = {}; }

@@ -7,8 +7,8 @@
 #include <optional>
 #include <vector>
 
-/// Reads the internal battery from a system's description of its power sources. Other batteries,
-/// such as that of a mouse, and unreadable descriptions give nothing.
+/// Reads the internal battery from a system's description of its power sources. The result is
+/// absent for other batteries, such as that of a mouse, and for unreadable descriptions.
 namespace tidemark::PowerSource {
 
 /// Reads one IOKit description (IOPSKeys.h) by its keys "Type", "Is Present", "Power Source State",

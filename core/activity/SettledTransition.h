@@ -10,8 +10,8 @@ namespace tidemark {
 
 /// Debounces a state: reports only changes that last. A value other than the accepted one is a
 /// candidate, and is accepted if it is still the last one received after `delay`. The first value
-/// to last that long becomes the starting point without a transition. Has no clock and no timer:
-/// `SettlingTimer` in the application waits and passes the time for `settle`.
+/// to last that long becomes the starting point without a transition. The caller passes the time to
+/// each call; in the application, `SettlingTimer` waits and calls `settle`.
 template <std::equality_comparable Value>
 class SettledTransition {
 public:

@@ -6,7 +6,7 @@
 
 namespace tidemark {
 
-/// Pairs each wake with the sleep before it. Has no clock: each call takes the time.
+/// Pairs each wake with the sleep before it. The caller passes the time to each call.
 class SleepHistory {
 public:
     /// The record of one notification. That of a wake after a sleep has the interval between them,

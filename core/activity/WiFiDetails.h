@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-/// Turns readings of Wi-Fi interfaces into the words of a record. Bands and kinds of security have
+/// Turns readings of Wi-Fi interfaces into the texts of a record. Bands and kinds of security have
 /// the numbers of CoreWLAN (CWChannelBand, CWSecurity); those of other services are mapped to them.
 namespace tidemark::WiFiDetails {
 

@@ -3,8 +3,8 @@
 #include <cstdint>
 #include <limits>
 
-/// Arithmetic on sizes that may come from a damaged document: where the exact result does not fit
-/// into 64 bits, the nearest value that does.
+/// Saturating arithmetic, for sizes that may come from a damaged document: a result that does not
+/// fit into 64 bits becomes the nearest value that does.
 namespace tidemark {
 
 constexpr std::int64_t saturatingDifference(std::int64_t a, std::int64_t b) {

@@ -84,7 +84,7 @@ struct Calendar::Implementation {
 };
 
 Calendar::Calendar() : implementation(std::make_unique<Implementation>()) {
-    // Only this looks at TZ and /etc/localtime again; localtime_r(3) does not.
+    // Reads TZ and /etc/localtime again, which localtime_r(3) does not.
     ::tzset();
 }
 Calendar::Calendar(const std::string& zone) : implementation(std::make_unique<Implementation>()) {

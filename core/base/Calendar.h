@@ -25,10 +25,11 @@ public:
     Calendar(Calendar&& other) noexcept;
     Calendar& operator=(Calendar&& other) noexcept;
 
-    /// What the clock shows, to the second.
+    /// The local time at `date`, to the second.
     std::chrono::local_seconds clockAt(Date date) const;
-    /// When the clock shows `time`. The first of two such moments where the clock is put back;
-    /// where it is put forward past `time`, the moment at which that happens.
+    /// The moment of a local time. If there are two, because the clock is put back, the first; if
+    /// there is none, because the clock is put forward past `time`, the moment at which that
+    /// happens.
     Date momentOf(std::chrono::local_seconds time) const;
 
     /// The first moment of the day that `date` falls on.

@@ -15,7 +15,7 @@ public:
     virtual Date now() = 0;
     /// Seconds from an arbitrary start; never decreases.
     virtual double monotonicSeconds() = 0;
-    /// Waits so many seconds. Returns false at once when `stop` is requested, before or during the
+    /// Waits for `seconds`. Returns false at once when `stop` is requested, before or during the
     /// wait.
     virtual bool pause(double seconds, const std::stop_token& stop) = 0;
 

@@ -29,7 +29,7 @@ std::filesystem::path folderOf(const std::filesystem::path& path) {
     return parent.empty() ? std::filesystem::path(".") : parent;
 }
 
-/// How much was read: less than `size` at the end of the file alone. The error is that of `errno`.
+/// How much was read: less than `size` only at the end of the file. The error is an `errno`.
 std::expected<std::size_t, int> readUntilFull(const FileDescriptor& file, char* data,
                                               std::size_t size) {
     std::size_t filled = 0;

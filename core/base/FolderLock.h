@@ -47,7 +47,7 @@ private:
 
     explicit FolderLock(std::shared_ptr<const LockedFile> locked) : file(std::move(locked)) {}
 
-    /// The guards hold weak references.
+    /// The guards hold weak references, so they throw once this lock is destroyed.
     std::shared_ptr<const LockedFile> file;
 };
 

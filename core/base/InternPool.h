@@ -138,14 +138,14 @@ public:
     }
 
 private:
-    /// A set with open addressing: loading a history asks it some hundred thousand times, and
-    /// `std::unordered_set`, which follows pointers, takes a tenth of the whole time.
+    /// A hash set with open addressing: loading a history takes some hundred thousand look-ups, and
+    /// with `std::unordered_set`, which follows pointers, these are a tenth of the whole time.
     template <class T>
     class Table {
     public:
         using Pointer = std::shared_ptr<const T>;
 
-        /// The value here that equals `value`, which is `value` itself where there was none.
+        /// The value in the set that equals `value`; if there is none, adds `value` and returns it.
         const Pointer& insert(std::size_t hash, const Pointer& value) {
             if (used * 2 >= slots.size())
                 grow();
@@ -164,7 +164,8 @@ private:
             Pointer value;
         };
 
-        /// The upper bits of a product, as the lower ones of a hash may all be alike.
+        /// The slot where the search begins: the upper bits of a product, as the lower bits of all
+        /// hashes may be equal.
         std::size_t home(std::size_t hash) const {
             return (hash * 0x9e3779b97f4a7c15U) >> (64 - std::bit_width(slots.size() - 1));
         }
@@ -183,7 +184,7 @@ private:
             }
         }
 
-        /// A power of two of them.
+        /// Their number is a power of two.
         std::vector<Slot> slots;
         std::size_t used = 0;
     };

@@ -114,7 +114,7 @@ private:
     bool skipping() const { return skipDepth > 0; }
 
     Frame& top() { return frames[depth - 1]; }
-    /// Frames are reused, so that the memory of their keys is.
+    /// Frames are reused, and with them the memory of their keys.
     void push(Target outer, Target inner) {
         if (depth == frames.size())
             frames.emplace_back();
@@ -128,7 +128,7 @@ private:
         frame.isArray = false;
     }
 
-    /// The value that the token at hand begins.
+    /// The value that the current token begins.
     Target next() {
         if (depth == 0)
             return root;

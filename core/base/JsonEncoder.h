@@ -125,7 +125,7 @@ void encode(JsonWriter& out, const std::variant<Cases...>& value) {
         value);
 }
 
-/// Hands the JSON of `value` to `output` piece by piece.
+/// Passes the JSON of `value` to `output` piece by piece.
 template <class T>
 void write(const T& value, JsonWriter::Output output,
            JsonWriter::DateForm dates = JsonWriter::DateForm::seconds) {

@@ -198,7 +198,7 @@ public:
     }
 };
 
-/// `Box` is `Shared` or `OptionalShared`: the value is filled before anyone else can see it.
+/// `Box` is `Shared` or `OptionalShared`: the value is filled before it is shared.
 template <template <class> class Box, class T>
 class BoxReader : public TypedReader<Box<T>> {
 public:
@@ -317,7 +317,8 @@ public:
     bool beginObject(void*) const override { return true; }
 
     Target member(void* value, std::string_view key, std::uint64_t& seen) const override {
-        // Our own documents hold the keys in declared order: try the one after the last first.
+        // Stored documents have the keys in declared order, so the key after the last one is tried
+        // first.
         const auto start = static_cast<std::size_t>(std::bit_width(seen));
         for (std::size_t k = 0; k < table.size(); ++k) {
             const std::size_t index =

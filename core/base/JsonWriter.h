@@ -15,9 +15,9 @@ class JsonWriter {
 public:
     using Output = std::function<void(std::string_view)>;
 
-    /// Stored documents hold seconds since 2001; reports for people hold ISO 8601 texts.
+    /// Stored documents have seconds since 2001; exported reports have ISO 8601 texts.
     enum class DateForm { seconds, iso8601 };
-    /// On one line without blanks, or one value a line, indented by two blanks per level.
+    /// On one line without blanks, or one value per line, indented by two blanks per level.
     enum class Layout { compact, indented };
 
     /// `output` is called with the bytes in pieces, the last of them from `finish`.

@@ -6,8 +6,8 @@
 
 namespace tidemark {
 
-/// A mutex that is granted in the order of the calls to `lock`. With a `std::mutex` a thread that
-/// unlocks it and locks it again usually overtakes the threads that wait.
+/// A fair mutex: threads lock it in the order of their calls to `lock`. With a `std::mutex` a
+/// thread that unlocks it and locks it again usually overtakes the threads that wait.
 class OrderedMutex {
 public:
     void lock() {

@@ -8,7 +8,7 @@
 /// Small text functions for the whole program. All text is UTF-8.
 namespace tidemark {
 
-/// A byte count for people: decimal units, no fraction digits below a megabyte, one for megabytes,
+/// A byte count to be shown: decimal units, no fraction digits below a megabyte, one for megabytes,
 /// two above, trailing zeros dropped; "Zero KB" for 0.
 std::string byteString(std::int64_t bytes);
 

@@ -221,8 +221,8 @@ fingerprint(const std::filesystem::path& path, const ReadingBudget& budget) {
         return std::nullopt;
     if (!isLocalRegularFile(status))
         return std::unexpected(notRegular);
-    // Another file may have replaced this one since its status was read, so the flags and the
-    // second check.
+    // Another file may have replaced this one since its status was read. So the flags prevent
+    // following a link or waiting for a pipe, and the status is checked again.
     const FileDescriptor file(::open(path.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
     if (!file)
         return std::unexpected(notOpened);

@@ -12,6 +12,7 @@
 /// reports, and digests of chosen configuration files.
 namespace tidemark::AdditionalObservations {
 
+/// Limits for one source: entries of a folder, seconds, and bytes of a configuration file.
 inline constexpr std::size_t mostEntries = 5'000;
 inline constexpr double secondsPerSource = 3;
 inline constexpr std::size_t largestConfiguration = 1'048'576;
@@ -23,8 +24,8 @@ std::vector<std::filesystem::path> standardCellars();
 std::filesystem::path diagnosticFolder(const std::filesystem::path& home);
 
 /// One report per cellar when `homebrew` is set, then one of the diagnostic folder in `home` when
-/// `diagnostics` is, then one per configuration file. Never fails: each report says whether its
-/// source was read completely, which a stop or a source that takes too long prevents.
+/// `diagnostics` is, then one per configuration file. Never fails: a report is marked as incomplete
+/// when its source could not be read, took too long, or a stop was requested.
 std::vector<MetadataReport>
 collect(bool homebrew, bool diagnostics,
         const std::vector<std::filesystem::path>& configurationPaths,

@@ -12,9 +12,9 @@ namespace tidemark::ApplicationBundle {
 bool recognises(const FolderEntry& entry);
 
 /// The application by its metadata: "Contents/Info.plist", or, where that is missing, the
-/// "Info.plist" of the only bundle in "Wrapper". Absent when it can't be read, is no such list,
-/// or names no bundle identifier. A link inside the bundle is not followed. A spent
-/// budget ends a long search in "Wrapper".
+/// "Info.plist" of the only bundle in "Wrapper". Absent when the file can't be read, is not a
+/// property list, or has no bundle identifier. Links inside the bundle are not followed. The search
+/// in "Wrapper" ends when `budget` is spent.
 std::optional<Application> read(const FolderEntry& bundle, const ReadingBudget& budget);
 
 /// The application described by the bytes of a bundle's property list.

@@ -86,7 +86,8 @@ private:
     void visitEntry(const FolderEntry& entry, int depth, RootReading& reading) {
         if (entry.kind == Kind::link)
             return exclude(entry, symbolicLinks, reading);
-        // In a folder that may be listed but not searched, the kinds of the entries are unknown.
+        // In a folder with read but without search permission, the kinds of the entries are
+        // unknown.
         if (entry.kind == Kind::unknown)
             return reading.fail();
         const auto format = std::ranges::find_if(

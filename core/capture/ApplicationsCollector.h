@@ -11,15 +11,15 @@
 
 namespace tidemark {
 
-/// One way in which an application stands on disk.
+/// A format in which applications are stored on disk.
 struct ApplicationFormat {
     /// Decides by name and kind only; not called for links.
     bool (*recognises)(const FolderEntry&);
-    /// Absent when the entry holds no application that can be read.
+    /// Absent when the entry is not an application or can't be read.
     std::optional<Application> (*read)(const FolderEntry&, const ReadingBudget&);
 };
 
-/// Finds the applications below folders by their metadata; runs and opens none of them.
+/// Finds the applications below folders by reading their metadata, without running them.
 namespace ApplicationsCollector {
 
 inline constexpr double secondsPerRoot = 8;
@@ -29,8 +29,8 @@ inline constexpr ApplicationFormat formats[] = {
     {ApplicationBundle::recognises, ApplicationBundle::read},
 };
 
-/// Items come sorted by path; folders that lie in each other report an application twice. Never
-/// fails: the result says what could not be read.
+/// The items are sorted by path. An application below two of the folders is reported twice. Never
+/// fails: the result lists what could not be read.
 Inventory<Application> collect(const std::vector<std::filesystem::path>& roots, Clock& clock,
                                const std::stop_token& stop = {},
                                std::span<const ApplicationFormat> among = formats);

@@ -118,8 +118,8 @@ private:
         result.items.emplace_back(*std::move(item));
     }
 
-    /// Reads a definition, once for all the names of one file: a large one with a thousand names
-    /// would take minutes.
+    /// Reads a definition. A file with several names is read once: reading a large one a thousand
+    /// times would take minutes.
     BackgroundDefinition::Result definition(const FolderEntry& entry,
                                             const BackgroundFormat& format) {
         if (!format.isReadByContent || !entry.sharedVersion)

@@ -12,7 +12,7 @@
 
 namespace tidemark {
 
-/// A folder of definitions and the kind of item that it yields.
+/// A folder of definitions and the kind of the items in it.
 struct BackgroundRoot {
     std::filesystem::path path;
     BackgroundItem::Kind kind = BackgroundItem::Kind::agent;
@@ -40,9 +40,9 @@ inline constexpr BackgroundFormat formats[] = {
 /// `association` of an item whose label begins with an application's identifier.
 inline constexpr std::string_view byIdentifier = "Possible association based on bundle identifier";
 
-/// Items come in the order of the roots, by name within each, tied to those of `apps` that they
-/// belong to beyond doubt. Never fails: the result says what could not be read, be it for want of
-/// access, of time, or because a stop was requested.
+/// The items are in the order of the roots, sorted by name within each. An item is associated with
+/// an application if exactly one of `apps` matches. Never fails: the result lists what was not
+/// read, for lack of permission or time or because a stop was requested.
 Inventory<BackgroundItem> collect(const std::vector<BackgroundRoot>& roots,
                                   const std::vector<Shared<Application>>& apps, Clock& clock,
                                   const std::stop_token& stop = {},

@@ -53,6 +53,7 @@ std::optional<std::string> amountText(const Value* value) {
 struct Normaliser {
     json::JsonWriter& out;
 
+    /// False for values that JSON can't represent; they are left out.
     static bool hasForm(const Value& value) {
         if (const double* real = value.as<double>())
             return std::isfinite(*real);

@@ -14,7 +14,7 @@
 /// keys only a digest of the value is kept.
 namespace tidemark::BackgroundDefinition {
 
-/// Why a definition on disk yields no item.
+/// Why no item was made from a definition on disk.
 enum class Failure {
     /// It can't be read, is not in the format of a definition, or has no label.
     unreadable,

@@ -35,7 +35,8 @@ inline constexpr auto json::rawValues<CaptureSchedule> =
 std::optional<double> seconds(CaptureSchedule schedule);
 std::string_view label(CaptureSchedule schedule);
 
-/// Absent without a last capture: the next is due at once then, or never.
+/// When the next capture is due. Absent for `manual`, and without a last capture, when one is due
+/// at once.
 std::optional<Date> nextCapture(CaptureSchedule schedule, std::optional<Date> lastCapture);
 bool isDue(CaptureSchedule schedule, std::optional<Date> lastCapture, Date now);
 

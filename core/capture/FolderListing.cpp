@@ -13,8 +13,8 @@ namespace tidemark {
 
 namespace {
 
-/// The clock is only read once for so many names: reading it takes longer than listing one.
-constexpr std::size_t namesBetweenLooks = 1'024;
+/// The clock is read once per this many names, because reading it takes longer than listing one.
+constexpr std::size_t namesBetweenChecks = 1'024;
 constexpr int folderFlags = O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC | O_NONBLOCK;
 
 FolderEntry::Kind kindOf(const StorageFileMetadata& status) {
@@ -78,7 +78,7 @@ FolderListing::fill(std::expected<FolderReader, int> opened, Hidden hidden,
         return std::unexpected(opened.error() == ENOENT ? Failure::missing : Failure::unreadable);
     folder = *std::move(opened);
     for (std::size_t seen = 1; const dirent* entry = folder.next(); ++seen) {
-        if (seen % namesBetweenLooks == 0 && budget.isSpent())
+        if (seen % namesBetweenChecks == 0 && budget.isSpent())
             return std::unexpected(Failure::unreadable);
         if (hidden == Hidden::listed || entry->d_name[0] != '.')
             all.emplace_back(entry->d_name);

@@ -62,8 +62,8 @@ public:
     enum class Failure {
         /// The path does not exist.
         missing,
-        /// The path exists or may exist, but listing it failed, for example because the time was
-        /// over.
+        /// The path exists or may exist, but listing it failed, for example because the budget was
+        /// spent.
         unreadable,
     };
 

@@ -6,14 +6,15 @@
 
 namespace tidemark {
 
-/// The time that reading one place may take. The loops of a capture check it before every entry, so
-/// that a slow or hostile place delays neither a stop nor the capture.
+/// The time that reading one folder or file may take. The loops of a capture check it before every
+/// entry, so that a slow or hostile folder delays neither a stop nor the capture.
 class ReadingBudget {
 public:
     ReadingBudget(double seconds, Clock& clock, const std::stop_token& stop)
         : clock(clock), stop(stop), deadline(clock.monotonicSeconds() + seconds) {}
 
-    /// True when the time is over or a stop was requested. The place counts as incomplete then.
+    /// True when the time is over or a stop was requested. What was being read counts as incomplete
+    /// then.
     bool isSpent() const { return stop.stop_requested() || clock.monotonicSeconds() > deadline; }
 
 private:

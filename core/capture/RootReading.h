@@ -13,7 +13,8 @@ namespace tidemark {
 /// out. A root that was not read to its end for any reason is incomplete.
 class RootReading {
 public:
-    /// More paths than this below one root are not listed one by one: the root is incomplete.
+    /// If more paths than this are left out below one root, they are not listed and the root is
+    /// incomplete.
     static constexpr std::size_t mostExcludedPaths = 10'000;
 
     explicit RootReading(ReadingBudget time) : time(std::move(time)) {}

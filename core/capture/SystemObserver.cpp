@@ -20,7 +20,7 @@ namespace fs = std::filesystem;
 
 /// The most entries of a root that is walked in one go.
 constexpr std::int64_t entryLimit = 1'000'000;
-/// The most entries of a root in the plain inventory.
+/// The most entries of a root that `capture` measures.
 constexpr std::int64_t quickEntryLimit = 100'000;
 constexpr double quickBudget = 3;
 /// Seconds until the size of an application bundle is measured again.
@@ -60,8 +60,8 @@ void takeInventory(const Inventory<Record>& found, std::vector<Shared<Record>>& 
 }
 
 /// Excludes incomplete roots: items missing there may still be on disk, and comparing a complete
-/// root around would report them as removed. An incomplete root with a complete one inside, but
-/// none around, is not excluded, since the inner one would be excluded with it.
+/// root around would report them as removed. An incomplete root that contains a complete one, and
+/// is not inside one itself, is not excluded, because that would exclude the complete one as well.
 void excludeIncomplete(const std::set<std::string>& incomplete,
                        const std::set<std::string>& complete, const Coverage& coverage,
                        std::set<std::string>& excludedPaths) {
@@ -79,7 +79,7 @@ void excludeIncomplete(const std::set<std::string>& incomplete,
     }
 }
 
-/// A small root, walked in one go.
+/// Measures a small root in one go.
 StorageTraversal::Result measureQuickly(const fs::path& root, Clock& clock,
                                         const std::stop_token& stop) {
     auto walk = StorageTraversal::open(root, quickEntryLimit);
@@ -96,7 +96,7 @@ StorageTraversal::Result measureQuickly(const fs::path& root, Clock& clock,
     }
 }
 
-/// A whole root within the budget of a progressive capture, with pauses between batches.
+/// Measures a root within the budget of a progressive capture, with pauses between batches.
 StorageTraversal::Result measureInBatches(const fs::path& root, double seconds, Clock& clock,
                                           const std::stop_token& stop) {
     auto walk = StorageTraversal::open(root, entryLimit);
@@ -109,7 +109,7 @@ StorageTraversal::Result measureInBatches(const fs::path& root, double seconds, 
     return *run;
 }
 
-/// Adds a note when a folder has too many files of its own for their names to be recorded.
+/// Adds a note when a folder has so many files of its own that their names are not recorded.
 void noteFileNames(const auto& measured, const fs::path& root, Coverage& coverage) {
     if (!measured.directFileSizes)
         coverage.notes->push_back(
@@ -126,7 +126,7 @@ void take(StorageTraversal::Result result, const fs::path& root, Snapshot& snaps
     snapshot.folders.emplace_back(*std::move(result));
 }
 
-/// The plain inventory, measuring `storageRoots` on the way.
+/// Finds applications and background items, and measures `storageRoots`.
 Snapshot inventory(const ObservationOptions& options, const std::vector<fs::path>& storageRoots,
                    Clock& clock, const std::stop_token& stop) {
     Snapshot snapshot;

@@ -21,19 +21,19 @@ namespace SystemObserver {
 
 /// Seconds that all measuring of a progressive capture may take, after the inventory.
 inline constexpr double storageBudget = 90;
-/// Seconds that one root may take of them.
+/// Seconds of these that one root may take.
 inline constexpr double rootBudget = 30;
 
 /// Called before each phase of a capture, with its description.
 using Progress = std::function<void(const std::string& text)>;
 
-/// The plain inventory, with a quick measurement of small storage roots.
+/// The inventory of applications and background items, and the sizes of small storage roots.
 Snapshot capture(const ObservationOptions& options, Clock& clock = Clock::system(),
                  const std::stop_token& stop = {});
 
-/// The inventory, then the sizes of folders and of application bundles under a shared budget of
-/// time. With `applicationStorage`, measurements continue across captures and application bundles
-/// are measured one by one; without, each root is walked in one go or has no size.
+/// The inventory, then the sizes of folders and of application bundles, within `storageBudget`.
+/// With `applicationStorage`, the next capture continues walks that did not finish, and application
+/// bundles are measured one by one; without, a root that is not walked in one go has no size.
 Snapshot captureProgressively(const ObservationOptions& options,
                               ComponentStorageScanner* applicationStorage, const Progress& progress,
                               Clock& clock = Clock::system(), const std::stop_token& stop = {});

@@ -11,8 +11,9 @@
 namespace tidemark {
 
 /// A report of the events that are shown, for reading and sharing; it can't be imported again.
-/// Unless private details are requested, paths, names of devices and networks, clips and origins
-/// are removed from their fields and from every other text of the same event.
+/// Unless private details are requested, paths, names of devices and networks, clipboard contents
+/// and the origins of downloads are removed from their fields and from every other text of the same
+/// event.
 struct HistoryExport {
     enum class Format { csv, json };
 

@@ -13,9 +13,9 @@ namespace tidemark::PackageLogReport {
 /// The report of a log of whole lines, oldest first. An installation is a completed "install" or
 /// "upgrade": the package reached the status "installed" in the requested version. Its date is the
 /// start of its apt transaction or, where apt recorded none, of the run of dpkg, so that packages
-/// installed together have the same date; its source tells manual and automatic installation apart.
-/// Lines in another format become entries that can't be read, except among lines from before
-/// `since`.
+/// installed together have the same date; its source is `automaticSource` for packages that others
+/// need, otherwise `otherSource`. Lines in another format become entries that can't be read, except
+/// among lines from before `since`.
 std::string make(std::string_view log, const std::vector<PackageTransaction>& transactions,
                  Date since);
 

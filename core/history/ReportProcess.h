@@ -31,7 +31,7 @@ public:
     bool succeeded();
 
 private:
-    /// A wait status that does not mean an exit.
+    /// A wait status for which `WIFEXITED` is false.
     static constexpr int unknownStatus = -1;
 
     /// True when the process has ended.

@@ -10,7 +10,7 @@
 /// with higher numbers.
 namespace tidemark::RotatedLog {
 
-/// Whether a text begins early enough, so that no older log is needed.
+/// True when a text begins early enough, so that no older log is needed.
 using ReachesBack = std::function<bool(std::string_view)>;
 
 /// The complete lines of a log, oldest first, preceded by older logs until `reachesBack` is true;

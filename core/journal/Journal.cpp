@@ -42,11 +42,11 @@ void dropManyFileNames(Event& event) {
         return size->directFileSizes && size->directFileSizes->size() > Journal::eventFileNameLimit;
     };
     for (Change& change : event.changes) {
-        auto* const moved = std::get_if<change::FolderSizeChanged>(&change);
-        if (!moved || !(many(moved->before) || many(moved->after)))
+        auto* const resized = std::get_if<change::FolderSizeChanged>(&change);
+        if (!resized || !(many(resized->before) || many(resized->after)))
             continue;
-        moved->before = withoutFileNames(*moved->before);
-        moved->after = withoutFileNames(*moved->after);
+        resized->before = withoutFileNames(*resized->before);
+        resized->after = withoutFileNames(*resized->after);
     }
 }
 
@@ -66,7 +66,7 @@ std::vector<Event> Journal::eventsBetween(const Snapshot& from, const Snapshot& 
 }
 
 void Journal::append(Shared<Snapshot> snapshot, bool comparingPrevious) {
-    // Before the events are made, so that they share the objects of the snapshots.
+    // Done before the events are made, so that they refer to the shared objects.
     if (!snapshots.empty())
         snapshot.emplace(SnapshotSharing::sharingWith(*snapshots.back(), *snapshot));
     if (comparingPrevious && !snapshots.empty())

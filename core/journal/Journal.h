@@ -10,9 +10,9 @@ namespace tidemark {
 
 /// The whole observed history, as one value and one stored document. Hundreds of snapshots repeat
 /// nearly the same content, and each capture works on a copy of the journal that replaces the
-/// original once it is on disk. So snapshots and events are immutable and shared: a copy costs
-/// pointers, and equal parts of snapshots are one object. All limits on its size are applied by
-/// `append`.
+/// original once it is on disk. So snapshots and events are immutable and shared: copying a journal
+/// copies only pointers, and equal parts of snapshots are one object. All limits on its size are
+/// applied by `append`.
 struct Journal {
     static constexpr std::int64_t supportedVersion = 1;
     static constexpr std::size_t snapshotLimit = 720;
@@ -51,7 +51,7 @@ struct Journal {
     /// limit applies to them.
     std::vector<Shared<Event>> installationEvents() const;
 
-    /// True when events later than `date` may have been pruned or were never recorded.
+    /// True when events later than `date` may have been pruned.
     bool mayLackEventsSince(Date date) const;
 
     /// The events that `append` adds when `to` is captured after `from`.

@@ -79,7 +79,7 @@ Journal JournalStore::load() {
                          textFromBytes(source.native()) + " is of version "
                              + std::to_string(journal.schemaVersion)
                              + ", which this release can't read.");
-    // The history is not used before its copy is complete.
+    // The copy must be complete before the history is used.
     preservePreUpgradeHistory(source, *bytes);
     if (!isCurrent)
         writeDocument(url, journal, guard);

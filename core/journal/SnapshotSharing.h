@@ -4,9 +4,10 @@
 
 namespace tidemark::SnapshotSharing {
 
-/// `snapshot` with every part that equals one in `previous` replaced by that object, as loading
-/// both from a document does. Without this, a recorder that runs for weeks would hold each
-/// application, each measured folder and each list of names hundreds of times.
+/// A copy of `snapshot` that shares with `previous` the objects of all equal parts. A new capture
+/// has only objects of its own; without this, a recorder that runs for weeks would hold each
+/// application, each measured folder and each list of names hundreds of times. Loading a document
+/// shares equal parts in the same way (`InternPool`).
 Snapshot sharingWith(const Snapshot& previous, Snapshot snapshot);
 
 } // namespace tidemark::SnapshotSharing

@@ -24,7 +24,7 @@ std::size_t clipSize(const MemoryRecord& clip) {
     return (clip.payload ? clip.payload->bytes.size() : 0) + (clip.text ? clip.text->size() : 0);
 }
 
-/// The remaining room within the limits, used up record by record.
+/// What may still be kept within the limits. Each record that is kept uses up a part of it.
 class RemainingRoom {
 public:
     RemainingRoom(Date now, std::int64_t clipboardDays)
@@ -61,7 +61,7 @@ private:
     std::size_t others = 0;
 };
 
-/// For up to so many records, a linear search for each is quicker than building a table.
+/// For up to this many new records, a linear search for each is quicker than building a table.
 constexpr std::size_t fewRecords = 4;
 
 /// `next`, with `pinned` and `observedAt` of the record that it replaces.

@@ -17,13 +17,14 @@ struct MemoryArchive {
     static constexpr std::size_t clipByteLimit = 20'000'000;
     /// The limit for the number of all other records.
     static constexpr std::size_t otherLimit = 10'000;
-    /// Seconds for which the others are kept.
+    /// Seconds for which records other than clips are kept.
     static constexpr double otherAge = 30 * 86'400.0;
 
     std::int64_t version = supportedVersion;
     /// Newest first after `prune`.
     std::vector<Shared<MemoryRecord>> records;
-    /// True once files from before the start of the history were added, which happens only once.
+    /// True after the files from before the start of the history were added; that happens only
+    /// once.
     bool fileHistoryStarted = false;
 
     /// Adds the records. Each replaces a record with the same id but keeps its `pinned` and

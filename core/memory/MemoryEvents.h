@@ -6,7 +6,7 @@
 /// Makes events of the memory history.
 namespace tidemark::MemoryEvents {
 
-/// The event of one record, which it shares.
+/// The event of one record. It refers to the same shared record.
 Event event(const Shared<MemoryRecord>& record);
 
 /// The events of all records, in the order of the archive.

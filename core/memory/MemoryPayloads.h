@@ -9,8 +9,8 @@
 
 namespace tidemark {
 
-/// The folder of the files with the contents of clips. It deletes files that are not wanted, so it
-/// does not follow links, not even one in the place of the folder itself. All members throw
+/// The folder of the files with the contents of clips. Because it deletes files that are not
+/// wanted, it follows no links, even if the folder itself was replaced by one. All members throw
 /// `FileError`; those that change anything also throw what the guard throws.
 class MemoryPayloads {
 public:

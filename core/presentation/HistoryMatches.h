@@ -6,7 +6,8 @@
 #include <string_view>
 #include <vector>
 
-/// Searches the whole history, independent of the user's place in it.
+/// Searches the whole history, independent of the view and filters that are chosen
+/// (`HistoryPlace`).
 namespace tidemark::HistoryMatches {
 
 inline constexpr std::size_t limit = 40;

@@ -15,11 +15,11 @@ using enum WorkspaceDestination;
 using Events = std::vector<Shared<Event>>;
 using Counts = std::map<WorkspaceDestination, std::size_t>;
 
-/// Places whose count is the number of their events.
+/// Sidebar items whose count is the number of their events.
 constexpr std::array countedByEvent{timeline,    applications, storage, background,
                                     macActivity, devices,      network};
 
-/// Appends the texts of a record that are searched at files, downloads and clips.
+/// Appends the texts of a record that are searched in the lists of files, downloads and clips.
 void appendSearchText(const MemoryRecord& record, std::string& text) {
     text += record.title;
     for (const auto* part : {&record.text, &record.path, &record.appName, &record.sourceURL})
@@ -31,8 +31,8 @@ bool isFile(MemoryRecord::Kind kind) {
     return kind <= MemoryRecord::Kind::downloaded;
 }
 
-/// The rows at files, downloads and clips, which have places of their own. A file that was seen
-/// several times is one row, that of its newest record.
+/// The rows in the lists of files, downloads and clips. A file that was seen several times is one
+/// row, that of its newest record.
 class MemoryRows {
 public:
     /// Keeps the rows of `place` and counts the rows of all three.
@@ -89,7 +89,7 @@ MemoryRows memoryRows(const Events& events, const HistoryPlace& place, Date from
     return rows;
 }
 
-/// The place is one of the three that list the memory history.
+/// True when one of the three lists of the memory history is shown.
 bool listsMemory(const HistoryPlace& place) {
     const bool isOther =
         place.isInSnapshot || place.stateComparison || !place.systemFilters.empty();
@@ -103,7 +103,7 @@ bool filtersMemory(const HistoryPlace& place) {
            && !std::ranges::all_of(place.categoryFilters, appearsInTimeline);
 }
 
-/// Absent where all are shown, or the place itself says which.
+/// The categories that are shown; absent for all, and where the sidebar item determines them.
 std::optional<std::set<EventCategory>> categoriesAt(const HistoryPlace& place) {
     const auto& filters = place.categoryFilters;
     const auto own = facts(place.workspace).category;

@@ -12,12 +12,13 @@
 
 namespace tidemark {
 
-/// The user's place in the history: the selection and the filters that decide what is shown.
+/// The chosen view of the history: the sidebar item and the filters that decide what is shown.
 struct HistoryPlace {
     HistoryTimeWindow window = HistoryTimeWindow::week;
     std::int64_t customWindowDays = 3;
     WorkspaceDestination workspace = WorkspaceDestination::timeline;
-    /// If not empty, events of any of these places are shown instead of those of the workspace.
+    /// If not empty, events of any of these sidebar items are shown instead of those of
+    /// `workspace`.
     std::set<WorkspaceDestination> systemFilters{};
     /// If empty, events of every category are shown.
     std::set<EventCategory> categoryFilters{};
@@ -34,13 +35,14 @@ struct HistoryPlace {
     std::optional<std::vector<Shared<Event>>> stateComparison{};
 };
 
-/// The part of the history that is shown at a place.
+/// The part of the history that is shown in one view.
 struct HistoryView {
-    /// At files, downloads and the clipboard: the events of the memory records, for each file only
+    /// For files, downloads and the clipboard: the events of the memory records, for each file only
     /// the newest.
     TimelinePresentation presentation;
-    /// The number of events at each place with the present time window and search. Folder sizes and
-    /// snapshots have no entry. Files, downloads and clips are always counted in the time window.
+    /// The number of events of each sidebar item with the present time window and search. Folder
+    /// sizes and snapshots have no entry. Files, downloads and clips are always counted in the time
+    /// window.
     std::map<WorkspaceDestination, std::size_t> sidebarCounts;
 };
 
@@ -48,12 +50,12 @@ struct HistoryView {
 HistoryView presentHistory(const MergedHistory& history, const HistoryPlace& place, Date now,
                            const Calendar& calendar);
 
-/// False when an event can change neither the presentation at a place nor any count except those of
-/// files, downloads and clips.
+/// Whether an event can change what is shown, or any count other than those of files, downloads and
+/// clips.
 bool mayAppear(const HistoryPlace& place, const Event& event);
 
-/// Updates the counts of files, downloads and clips, the only change by events for which
-/// `mayAppear` is false.
+/// Updates the counts of files, downloads and clips: all that events for which `mayAppear` is false
+/// can change.
 void recountMemory(HistoryView& view, const MergedHistory& history, const HistoryPlace& place,
                    Date now);
 

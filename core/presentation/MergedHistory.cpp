@@ -18,13 +18,13 @@ bool isInTimeline(const Event& event) {
     return !isLegacy(event) && appearsInTimeline(event.category);
 }
 
-/// The part of a list up to a moment, and what comes after it.
-class Rest {
+/// The events of a sorted list that were not copied yet.
+class Remaining {
 public:
-    explicit Rest(const Events& events) : at(events.begin()), end(events.end()) {}
+    explicit Remaining(const Events& events) : at(events.begin()), end(events.end()) {}
 
-    /// Appends to `list` what comes before `event`.
-    void moveTo(const Shared<Event>& event, Events& list) {
+    /// Appends the events before `event` to `list`.
+    void copyUntil(const Shared<Event>& event, Events& list) {
         const auto place = std::lower_bound(at, end, event, TimelinePresentation::isBefore);
         list.insert(list.end(), at, place);
         at = place;
@@ -33,7 +33,7 @@ public:
         if (at != end && at->sameObject(event))
             ++at;
     }
-    void moveToEnd(Events& list) {
+    void copyAll(Events& list) {
         list.insert(list.end(), at, end);
         at = end;
     }
@@ -49,26 +49,26 @@ Events changedList(const Events& before, const Events& removed, const Events& ad
                    Predicate belongs) {
     Events list;
     list.reserve(before.size() + added.size());
-    Rest rest(before);
+    Remaining remaining(before);
     auto gone = removed.begin();
     // Of a removed and an added event at the same position, the removed one is handled first.
     const auto skipUntil = [&](const auto& isReached) {
         for (; gone != removed.end() && !isReached(*gone); ++gone) {
             if (!belongs(**gone))
                 continue;
-            rest.moveTo(*gone, list);
-            rest.skip(*gone);
+            remaining.copyUntil(*gone, list);
+            remaining.skip(*gone);
         }
     };
     for (const auto& event : added) {
         if (!belongs(*event))
             continue;
         skipUntil([&](const auto& old) { return TimelinePresentation::isBefore(event, old); });
-        rest.moveTo(event, list);
+        remaining.copyUntil(event, list);
         list.push_back(event);
     }
     skipUntil([](const auto&) { return false; });
-    rest.moveToEnd(list);
+    remaining.copyAll(list);
     return list;
 }
 

@@ -6,13 +6,13 @@
 
 namespace tidemark {
 
-/// The events of all sources, newest first, as the two lists from which views are made. Not changed
-/// once made, so that it can be searched in the background.
+/// The events of all sources, newest first, as the lists from which views are made. It is never
+/// modified, so that it can be searched in the background.
 struct MergedHistory {
     std::vector<Shared<Event>> full;
     /// All events except the application foreground times that earlier releases recorded.
     std::vector<Shared<Event>> events;
-    /// `events` without files, downloads and clips, which have places of their own.
+    /// `events` without files, downloads and clips, which are shown in lists of their own.
     std::vector<Shared<Event>> timeline;
 
     /// Merges the events of all sources, given in any order.

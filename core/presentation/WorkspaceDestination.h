@@ -8,7 +8,7 @@
 
 namespace tidemark {
 
-/// A place in the sidebar, in the order shown. The raw value is its name in commands.
+/// An item of the sidebar, in the order shown. The raw value is its name in commands.
 enum class WorkspaceDestination {
     timeline,
     files,
@@ -41,7 +41,7 @@ inline constexpr auto json::rawValues<WorkspaceDestination> =
         {WorkspaceDestination::snapshots, "snapshots"},
     });
 
-/// The fixed properties of a place.
+/// The fixed properties of a sidebar item.
 struct DestinationFacts {
     std::string_view label;
     /// Name of the symbol image.
@@ -52,13 +52,13 @@ struct DestinationFacts {
 };
 const DestinationFacts& facts(WorkspaceDestination destination);
 
-/// True when an event belongs to the place.
+/// True when the list of the sidebar item contains the event.
 bool includes(WorkspaceDestination destination, const Event& event);
 
-/// The place where an event is opened from elsewhere, such as from a search.
+/// The sidebar item that is selected to show an event, for example when it is opened from a search.
 WorkspaceDestination homeOf(const Event& event);
 
-/// The places of the sidebar under one title.
+/// The items of the sidebar under one title.
 struct DestinationGroup {
     std::string_view title;
     std::span<const WorkspaceDestination> destinations;

@@ -10,7 +10,7 @@ namespace tidemark {
 
 /// One application bundle on disk, described by its own metadata.
 struct Application {
-    /// See `Recurring`.
+    /// Equal applications of many snapshots are in memory once (`Recurring`).
     static constexpr bool recurs = true;
 
     std::string bundleID;

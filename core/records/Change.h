@@ -11,8 +11,8 @@
 
 namespace tidemark {
 
-/// The cases of `Change`. `tag` is the single key of the stored object; a payload without a label
-/// is stored under "_0".
+/// The cases of `Change`. `tag` is the single key of the stored object; a single value is stored
+/// under the key "_0".
 namespace change {
 
 template <class T>

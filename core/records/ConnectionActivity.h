@@ -18,10 +18,10 @@ struct NetworkConnectionState {
     Availability availability = Availability::unavailable;
     std::optional<bool> expensive;
     std::optional<bool> constrained;
-    /// Empty unless the path is available.
+    /// Empty unless `availability` is `available`.
     std::set<Interface> interfaces;
 
-    /// Makes a state, without the interfaces unless it is available.
+    /// Makes a state. Drops `interfaces` unless `availability` is `available`.
     static NetworkConnectionState make(Availability availability, std::set<Interface> interfaces,
                                        std::optional<bool> expensive = {},
                                        std::optional<bool> constrained = {});

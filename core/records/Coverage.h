@@ -14,11 +14,11 @@ namespace tidemark {
 struct Coverage {
     /// Folders whose applications were read completely.
     std::set<std::string> applicationRoots;
-    /// Folders whose launch definitions were read completely.
+    /// Folders whose service definitions were read completely.
     std::set<std::string> backgroundRoots;
     /// Access problems of the capture, as sentences.
     std::vector<std::string> issues;
-    /// Remarks that don't concern problems.
+    /// Remarks about limits and skipped entries, as sentences; these are not problems.
     std::optional<std::vector<std::string>> notes;
     /// Paths that were left out with everything below them: entries that were found but not
     /// reported, and folders that were not read completely. A comparison ignores them on both

@@ -12,8 +12,10 @@
 
 namespace tidemark {
 
-/// One entry of the timeline. Its source is the payload that is present; an event from a comparison
-/// has `changes` and the interval in which they happened.
+/// One entry of the timeline. Its payload is what the event was made from: `changes` from the
+/// comparison of two snapshots, `installationRecord`, `systemActivity`, `observationGap` or
+/// `memory`; the others are empty. The interval of a comparison is the time in which the changes
+/// happened.
 struct Event {
     /// Derived from the source, so that rebuilding from the same data gives the same ids.
     std::string id;

@@ -34,7 +34,7 @@ constexpr bool appearsInTimeline(EventCategory category) {
     return category < EventCategory::files;
 }
 
-/// Whether an event asks for attention.
+/// Whether an event is highlighted in the timeline.
 enum class Importance { prominent, routine };
 
 template <>

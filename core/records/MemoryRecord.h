@@ -11,7 +11,8 @@
 
 namespace tidemark {
 
-/// One item of the memory history: a file, a download, an application or a clip.
+/// One item of the memory history: a file, a download, an application or a clip, which is an item
+/// copied to the clipboard.
 struct MemoryRecord {
     enum class Kind {
         fileOpened,

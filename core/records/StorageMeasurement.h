@@ -15,7 +15,8 @@
 
 namespace tidemark {
 
-/// Identifies a folder or application whose size is measured, in one state.
+/// A folder or application whose size is measured, as it was at one moment. When a field after
+/// `name` changes, an earlier measurement is out of date.
 struct StorageMeasurementItem {
     static constexpr bool recurs = true;
 
@@ -47,9 +48,8 @@ struct StorageMeasurementItem {
     }
 };
 
-/// What is known of the size of one item. A size belongs to a date and a state of the item, and is
-/// kept when later attempts fail. `bytes`, `measuredAt` and `measuredItem` come from the same
-/// successful attempt.
+/// What is known of the size of one item. `bytes`, `measuredAt` and `measuredItem` come from the
+/// last successful attempt and are kept when later attempts fail.
 struct StorageMeasurementRecord {
     static constexpr bool recurs = true;
     /// How many parts `breakdown` keeps.
@@ -109,7 +109,7 @@ struct StorageMeasurementReport {
     std::vector<Shared<StorageMeasurementRecord>> records;
     Date observedAt;
 
-    /// Number of records with a size of any date.
+    /// Number of records with a size, however old it is.
     std::int64_t measuredCount() const;
     /// Number of records whose size belongs to the present state of the item.
     std::int64_t matchingCount() const;

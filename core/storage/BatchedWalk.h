@@ -44,7 +44,7 @@ using BatchPause = std::function<bool(double seconds)>;
 /// steps of the budget are used up).
 ///
 /// `batch` is the part walked since the last pause, and is updated. `pause` may unlock a mutex of
-/// the caller: this function uses nothing during the call that others could change.
+/// the caller, because this function uses nothing during the call that other threads could change.
 std::expected<StorageTraversal::Result, StorageMeasurementFailure>
 walkInBatches(StorageTraversal& walk, const WalkBudget& budget, Clock& clock,
               const std::stop_token& stop, WalkBatch& batch, const BatchPause& pause);

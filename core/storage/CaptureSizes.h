@@ -14,9 +14,9 @@ public:
     static constexpr std::size_t limit = 50'000;
 
     void clear();
-    /// Keeps the size of the folder at `path`, instead of an earlier one.
+    /// Keeps the size of the folder at `path`, replacing an earlier one.
     void add(const std::string& path, FolderSize size);
-    /// Keeps the subfolders that a walk finished, as many as there is room for.
+    /// Keeps the subfolders that a walk finished, up to `limit` sizes in all.
     void add(CompletedFolders folders);
     std::optional<FolderSize> find(const std::string& path) const;
 

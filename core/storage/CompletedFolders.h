@@ -74,7 +74,7 @@ private:
     /// In the order of `enter`. Children are always completed before their parent.
     std::vector<Folder> folders;
     std::string names;
-    /// Only folders with a lower rank are in the set.
+    /// Number of finished folders in the set: those with a lower `rank`.
     std::size_t completed = 0;
     /// All indices sorted by parent and name; made by the first `find`.
     mutable std::vector<Index> byName;

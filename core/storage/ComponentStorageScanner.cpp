@@ -202,8 +202,8 @@ ComponentStorageScanner::collectLocked(Lock& lock, const std::vector<StorageMeas
     const Date now = clock.now();
     auto records = merged(items);
     const Round round{clock.monotonicSeconds() + seconds, measure, stop};
-    // The batch starts here and not with the first walk, since saving sizes that are known already
-    // takes time as well.
+    // The batch starts before the first walk: items whose size is known from another walk take time
+    // as well, because their records are stored and saved.
     batch = {.start = clock.monotonicSeconds()};
     for (const RecordPlace place : dueRecords(records, now, refreshInterval)) {
         if (batch.isOver(clock.monotonicSeconds()))
@@ -327,8 +327,7 @@ ComponentStorageScanner::measureSlice(Lock& lock, const Shared<StorageMeasuremen
     countSteps();
     lastVisited = walk->count() - start;
     if (!outcome) {
-        // Close the folder: the next slice may be hours away, and the disk may be unmounted until
-        // then.
+        // The next slice may be hours away, and a disk with an open folder can't be unmounted.
         walk->rest(stop);
         return std::unexpected(outcome.error());
     }

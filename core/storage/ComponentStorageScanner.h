@@ -72,6 +72,7 @@ private:
 
     using SharedWalk = std::expected<std::shared_ptr<StorageTraversal>, StorageMeasurementFailure>;
 
+    /// An unfinished walk.
     struct Cursor {
         /// The item in the state in which the walk was started.
         Shared<StorageMeasurementItem> item;
@@ -82,6 +83,7 @@ private:
 
         bool continuesFor(const StorageMeasurementItem& now) const;
     };
+    /// What all attempts of one `collect` have in common.
     struct Round {
         double deadline;
         const Measure& measure;

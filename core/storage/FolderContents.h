@@ -8,7 +8,9 @@
 
 namespace tidemark {
 
-/// The direct entries of a folder. Sizes are bytes.
+/// The direct entries of a folder. A storage root is listed in one go and each of its subfolders is
+/// measured by itself, because walking the whole tree may take longer than one capture. Sizes are
+/// bytes.
 struct FolderContents {
     /// The subfolders, in no particular order.
     std::vector<StorageMeasurementItem> subfolders;

@@ -5,7 +5,8 @@
 namespace tidemark {
 
 /// A node of the tree that the inspector shows for a measured folder. It is made from what a
-/// snapshot recorded, not from the disk. Sizes are bytes.
+/// snapshot recorded, because the inspector also shows earlier states, which are no longer on disk.
+/// Sizes are bytes.
 struct FolderInspectionNode {
     /// Identity of the node. That of a group of files ends with a NUL and "direct-files", so that
     /// it equals no path on disk.

@@ -5,7 +5,8 @@
 
 namespace tidemark {
 
-/// A `StorageMeasurementFailure` as an exception. `what()` is its sentence.
+/// A `StorageMeasurementFailure` as an exception. `what()` is its sentence. It has a type of its
+/// own because a capture reports this sentence, and a general one for other errors.
 class StorageMeasurementError : public Error {
 public:
     explicit StorageMeasurementError(StorageMeasurementFailure cause)

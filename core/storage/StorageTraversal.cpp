@@ -234,8 +234,8 @@ std::optional<StorageTraversal::Result> StorageTraversal::leave() {
     return std::nullopt;
 }
 
-/// Opens the top of the stack. If it is not at its place any more, opens the nearest folder above
-/// that is, and makes it the top.
+/// Opens the top of the stack. If it is no longer at its path, opens the nearest folder above that
+/// still is, and makes that the top.
 std::optional<StorageTraversal::Result> StorageTraversal::returnToTop() {
     above = {};
     if (here && climb())
@@ -256,7 +256,7 @@ bool StorageTraversal::climb() {
 }
 
 std::optional<StorageTraversal::Result> StorageTraversal::descend() {
-    // A folder on the way may have been replaced by a link by now.
+    // A folder in the path may have been replaced by a link.
     if (canonicalPath(rootPath).native() != rootPath)
         return failure(StorageMeasurementFailure::unavailable);
     auto root = FolderReader::openRoot(rootPath);
@@ -285,6 +285,7 @@ void StorageTraversal::leaveOut(std::size_t level) {
     forgetEntries();
 }
 
+/// Begins to record the sizes of the files in the root by name, if the result is to have them.
 void StorageTraversal::nameRootFiles() {
     directFileSizes.reset();
     if (rootFiles == RootFiles::named)

@@ -24,9 +24,10 @@ namespace tidemark {
 ///
 /// Folders are opened relative to their parent's descriptor, so no path is too long and a folder
 /// that is replaced by a link is not followed. At most two descriptors are open at any depth, and
-/// none after `rest`. To continue after a pause, the folders on the way are opened again by name
-/// and compared by device, inode and time of birth. A folder that is not at its place any more is
-/// removed from the sums, and whatever is there now is walked from its start. Not thread-safe.
+/// none after `rest`. To continue after a pause, the folders from the root to the current one are
+/// opened again by name and compared by device, inode and time of birth. A folder that is no longer
+/// at its path is removed from the sums, and what is there now is walked from its start. Not
+/// thread-safe.
 class StorageTraversal {
 public:
     /// Whether the result has the name and size of each file directly in the root. With millions of
@@ -50,8 +51,8 @@ public:
     std::optional<Result> step();
 
     /// Closes all descriptors, after reading the remaining names of the current folder. After a
-    /// stop only some more names are read; a folder with more of them is walked from its start
-    /// later. The next step opens again what it needs.
+    /// stop request it reads at most about 65,000 of them; a folder with more is walked from its
+    /// start later. The next step opens again what it needs.
     void rest(const std::stop_token& stop = {});
 
     /// Number of entries visited so far, without the root. Entries that had to be visited again

@@ -74,15 +74,15 @@ private:
     std::set<std::string, std::less<>> excluded;
 };
 
-/// The items of both sides with one path. Of several on one side, the first.
+/// The items with one path in both observations; the first one if an observation has several.
 template <class Item>
 struct Pair {
     const Shared<Item>* before = nullptr;
     const Shared<Item>* after = nullptr;
 };
 
-/// Calls `visit(before, after)` for every path within `scope` that only one side has, the other
-/// being null, or whose two items `differ`, in ascending order of the paths.
+/// Calls `visit(before, after)`, in ascending order of the paths, for each path within `scope` that
+/// only one observation has (the other argument is null) or whose two items `differ`.
 template <class Item, class Differ, class Visit>
 void forEachDifference(const std::vector<Shared<Item>>& previous,
                        const std::vector<Shared<Item>>& current, const Scope& scope, Differ differ,
@@ -178,7 +178,8 @@ void compareFolders(const Snapshot& previous, const Snapshot& current,
         if (found == previous.folders.end())
             continue;
         const Shared<FolderSize>& before = *found;
-        // A rolling size and a complete one can't be compared, but that the Trash is empty can.
+        // A size that was added up over several captures can't be compared with one measured at
+        // once. Whether the Trash was emptied is known even so.
         if (before->rollingMeasurement.value_or(false)
             != after->rollingMeasurement.value_or(false)) {
             if (wasEmptied(*before, *after))

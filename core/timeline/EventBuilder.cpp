@@ -219,7 +219,7 @@ private:
         const StorageBreakdown breakdown(before, after, describedChildren);
         const auto& parts = breakdown.contributions;
         event.subtitle = signedBytes(delta);
-        // The parts come largest first.
+        // The parts are sorted, the largest first.
         if (!parts.empty())
             event.subtitle += joined({dot, change(parts.front())});
         if (DiffEngine::isContentsChange(before, after)) {

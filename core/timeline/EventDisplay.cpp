@@ -15,7 +15,8 @@ constexpr const char* emptyTrash = "Trash Is Now Empty";
 std::string sizeTitle(const FolderSize& before, const FolderSize& after) {
     if (DiffEngine::isContentsChange(before, after))
         return after.name + " Contents Changed";
-    // Equal sizes count as shrunk; they only get here when the contents changed.
+    // Equal sizes are reported only for changed contents and an emptied Trash, whose titles have no
+    // direction.
     const char* direction = before.bytes < after.bytes ? " Grew in Size" : " Shrank in Size";
     if (!TrashFolder::is(after.path))
         return after.name + direction;

@@ -7,9 +7,9 @@
 namespace tidemark {
 
 /// The headline of an event. It is made from the payload each time, so that events stored by older
-/// releases get the present wording. Two kinds show the stored title, because the payload lacks
-/// what it says: new background items that belong to an application, and items of additional
-/// sources.
+/// releases get the present wording. Two kinds show the stored title, because it has information
+/// that the payload lacks: new background items that belong to an application, and items of
+/// additional sources.
 std::string displayTitle(const Event& event);
 
 /// The title of a new background item that belongs to an application.

@@ -8,9 +8,10 @@ namespace tidemark {
 
 namespace {
 
-/// The least time that a capture may be late without a gap, in seconds.
+/// A capture that is late by at most this many seconds leaves no gap.
 constexpr double leastGrace = 900;
-/// Longest silence without a gap after a snapshot that has no interval: a day, in seconds.
+/// Used for a snapshot without an interval: there is a gap if the next one is more than a day
+/// later.
 constexpr double defaultAllowance = 86'400;
 
 bool isValid(const std::optional<double>& interval) {

@@ -12,8 +12,8 @@ namespace tidemark {
 /// Finds the periods without captures.
 namespace ObservationCoverage {
 
-/// The event that captures resumed, when the time between both snapshots is longer than their
-/// capture interval allows. Absent unless both have an interval.
+/// The event "Captures Resumed", if the time between the snapshots is longer than their capture
+/// interval allows. Absent unless both have an interval.
 std::optional<Event> completedEvent(const Snapshot& from, const Snapshot& to);
 
 } // namespace ObservationCoverage
@@ -28,7 +28,7 @@ struct ObservationAccessIssue {
     bool operator==(const ObservationAccessIssue&) const = default;
 };
 
-/// The gaps and the access problems of a period, each in ascending time. Computed on demand, not
+/// The gaps and the access problems of a period, each in order of time. Computed on demand, not
 /// stored.
 struct ObservationCoverageReport {
     std::vector<ObservationGap> gaps;

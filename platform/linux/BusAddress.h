@@ -16,7 +16,7 @@ struct LocalSocket {
     bool operator==(const LocalSocket&) const = default;
 };
 
-/// The address of the system bus: `DBUS_SYSTEM_BUS_ADDRESS`, else the well-known one.
+/// The address of the system bus: `DBUS_SYSTEM_BUS_ADDRESS`, else the default address.
 std::string ofSystem();
 
 /// The first address in a list, if it is a local socket; absent for other transports and invalid

@@ -69,7 +69,8 @@ std::string helloMessage() {
     return message;
 }
 
-/// All lines of the client's part of the handshake: the server reads them one by one.
+/// The client's part of the handshake. It can be sent at once, because the server reads it line by
+/// line.
 std::string handshake() {
     constexpr std::string_view digits = "0123456789abcdef";
     std::string bytes("\0AUTH EXTERNAL ", 15);

@@ -46,7 +46,7 @@ public:
     /// True while logind runs and its signals are received.
     bool isFollowing() const { return !owner.isEmpty(); }
     bool isFollowingSession() const { return !session.isEmpty(); }
-    /// Whether the user's session is the active one; absent until that was read.
+    /// Whether the user's session is the active one; absent until it is known.
     std::optional<bool> sessionActive() const { return isSessionActive; }
     /// True while a delay lock is held.
     bool isDelayingSleep() const { return delayLock.isValid(); }

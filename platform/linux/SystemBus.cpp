@@ -11,7 +11,8 @@ namespace tidemark {
 
 namespace {
 
-/// Qt serves all buses on one thread, and waits for ever if that was not started.
+/// Qt handles all buses on one thread and waits for ever if it can't start that. So this first
+/// checks that a thread can be started.
 QDBusConnection connection(const std::stop_token&) {
     startThread([] {}).join();
     return QDBusConnection::systemBus();

@@ -13,8 +13,8 @@ namespace tidemark {
 /// neither the event loop nor the end of the process is delayed. Main thread only.
 class SystemBus {
 public:
-    /// `didConnect` is called once from the event loop, when the bus has replied; not at all
-    /// without a bus.
+    /// `didConnect` is called once from the event loop, when the bus has replied; never if there is
+    /// no bus.
     explicit SystemBus(std::function<void(QDBusConnection)> didConnect);
     SystemBus(const SystemBus&) = delete;
     SystemBus& operator=(const SystemBus&) = delete;

@@ -26,13 +26,13 @@ struct HistoryCommands : test::RecorderProgram, testing::WithParamInterface<bool
         ASSERT_TRUE(test::contains(captured.out, "Stuff Grew in Size")) << captured.err;
     }
     /// The output of a command, which must succeed.
-    std::string said(const Words& words) const {
+    std::string outputOf(const Words& words) const {
         const Outcome outcome = command(words);
         EXPECT_EQ(outcome.status, 0) << words.front() << ": " << outcome.err;
         return outcome.out;
     }
     bool shows(const Words& words) const {
-        return said(words).find("Stuff Grew in Size") != std::string::npos;
+        return outputOf(words).find("Stuff Grew in Size") != std::string::npos;
     }
 };
 
@@ -63,25 +63,25 @@ TEST_P(HistoryCommands, FilterTheHistory) {
     };
     for (const auto& [words, shown] : cases)
         EXPECT_EQ(shows(words), shown) << testing::PrintToString(words);
-    EXPECT_TRUE(test::contains(said({"timeline", "--counts"}), "Storage           1\n"));
-    EXPECT_TRUE(test::contains(said({"timeline", "--counts", "--json"}), "\"storage\":1"));
-    EXPECT_EQ(said({"memory", "--json"}), "[]\n");
-    EXPECT_EQ(said({"activity"}), "No activity has been recorded.\n");
+    EXPECT_TRUE(test::contains(outputOf({"timeline", "--counts"}), "Storage           1\n"));
+    EXPECT_TRUE(test::contains(outputOf({"timeline", "--counts", "--json"}), "\"storage\":1"));
+    EXPECT_EQ(outputOf({"memory", "--json"}), "[]\n");
+    EXPECT_EQ(outputOf({"activity"}), "No activity has been recorded.\n");
 }
 
 TEST_P(HistoryCommands, SaveAndCompareNamedSnapshots) {
     record();
-    EXPECT_EQ(said({"snapshot"}), "No snapshot has been saved.\n");
-    said({"snapshot", "save", "Before"});
+    EXPECT_EQ(outputOf({"snapshot"}), "No snapshot has been saved.\n");
+    outputOf({"snapshot", "save", "Before"});
     change();
-    EXPECT_TRUE(test::contains(said({"snapshot", "list", "--json"}), "\"name\":\"Before\""));
+    EXPECT_TRUE(test::contains(outputOf({"snapshot", "list", "--json"}), "\"name\":\"Before\""));
     EXPECT_TRUE(shows({"snapshot", "compare", "Before"}));
     EXPECT_TRUE(shows({"snapshot", "compare", "Before", "--timeline"}));
-    EXPECT_TRUE(test::contains(said({"snapshot", "show", "Before"}), monitored()));
+    EXPECT_TRUE(test::contains(outputOf({"snapshot", "show", "Before"}), monitored()));
 
-    said({"snapshot", "save", "After"});
+    outputOf({"snapshot", "save", "After"});
     EXPECT_FALSE(shows({"snapshot", "compare", "After"}));
-    said({"snapshot", "save", "After"});
+    outputOf({"snapshot", "save", "After"});
     const std::pair<Words, const char*> refused[] = {
         {{"snapshot", "save", "  "}, "needs a name"},
         {{"snapshot", "show", "Never"}, "There is no snapshot"},
@@ -93,22 +93,22 @@ TEST_P(HistoryCommands, SaveAndCompareNamedSnapshots) {
         EXPECT_EQ(outcome.status, 1);
         EXPECT_TRUE(test::contains(outcome.err, says));
     }
-    said({"snapshot", "delete", "Before", "--yes"});
-    EXPECT_FALSE(test::contains(said({"snapshot", "list"}), "Before"));
+    outputOf({"snapshot", "delete", "Before", "--yes"});
+    EXPECT_FALSE(test::contains(outputOf({"snapshot", "list"}), "Before"));
     EXPECT_TRUE(shows({"timeline"})) << "the history stays";
 }
 
 TEST_P(HistoryCommands, TakeWordsAfterTwoDashesAsArguments) {
     record();
     for (const char* name : {"--output=a", "--output=-"})
-        EXPECT_EQ(said({"snapshot", "save", "--", name}),
+        EXPECT_EQ(outputOf({"snapshot", "save", "--", name}),
                   "Saved the snapshot \"" + std::string(name) + "\".\n");
-    EXPECT_EQ(said({"snapshot", "delete", "--yes", "--", "--output=a"}),
+    EXPECT_EQ(outputOf({"snapshot", "delete", "--yes", "--", "--output=a"}),
               "Deleted the snapshot \"--output=a\"; the history stays.\n");
-    const std::string left = said({"snapshot", "list"});
+    const std::string left = outputOf({"snapshot", "list"});
     EXPECT_TRUE(test::contains(left, "--output=-"));
     EXPECT_FALSE(test::contains(left, "--output=a"));
-    EXPECT_EQ(said({"search", "--", "-o"}), "Nothing was found.\n");
+    EXPECT_EQ(outputOf({"search", "--", "-o"}), "Nothing was found.\n");
 }
 
 TEST_P(HistoryCommands, ExportTheFilteredEvents) {
@@ -119,13 +119,13 @@ TEST_P(HistoryCommands, ExportTheFilteredEvents) {
         more.insert(more.begin(), view.begin(), view.end());
         return more;
     };
-    const std::string cleaned = said(view);
+    const std::string cleaned = outputOf(view);
     EXPECT_TRUE(test::contains(cleaned, "Grew in Size"));
     EXPECT_FALSE(test::contains(cleaned, monitored()));
-    EXPECT_TRUE(test::contains(said(with({"--include-private"})), monitored()));
+    EXPECT_TRUE(test::contains(outputOf(with({"--include-private"})), monitored()));
 
     const auto file = folder / "history.csv";
-    EXPECT_EQ(said(with({"--output", file.native()})), "");
+    EXPECT_EQ(outputOf(with({"--output", file.native()})), "");
     EXPECT_TRUE(test::contains(test::contents(file), "Grew in Size"));
     EXPECT_EQ(test::modeOf(file), 0600U);
     const auto pipe = folder / "pipe";
@@ -142,10 +142,10 @@ TEST_P(HistoryCommands, PreviewChangesNothingAndImportAddsNoDuplicates) {
     record();
     const auto journal = folder / "data/Tidemark/journal.json";
     const std::string before = test::contents(journal);
-    said({"import", "--preview", "--include-routine"});
+    outputOf({"import", "--preview", "--include-routine"});
     EXPECT_EQ(test::contents(journal), before);
     // The records depend on this machine. A second import must not add any of them again.
-    said({"import", "--include-routine"});
-    const std::string again = said({"import", "--include-routine"});
+    outputOf({"import", "--include-routine"});
+    const std::string again = outputOf({"import", "--include-routine"});
     EXPECT_FALSE(test::contains(again, "Added"));
 }

@@ -71,7 +71,7 @@ std::string sentence(const std::string& file, const std::string& reason) {
 class StalledProgram {
 public:
     StalledProgram(Words words, const std::string& outFile) {
-        said.fill();
+        standardError.fill();
         words.insert(words.begin(), TIDEMARK_PROGRAM);
         std::vector<char*> argv;
         for (auto& word : words)
@@ -86,26 +86,27 @@ public:
         if (child == 0) {
             const int out = ::open(outFile.c_str(), O_WRONLY | O_CREAT, 0600);
             ::dup2(out, STDOUT_FILENO);
-            ::dup2(said.writing.get(), STDERR_FILENO);
+            ::dup2(standardError.writing.get(), STDERR_FILENO);
             ::execv(argv[0], argv.data());
             ::_exit(127);
         }
         ::pthread_sigmask(SIG_SETMASK, &old, nullptr);
-        said.writing.reset();
+        standardError.writing.reset();
     }
 
     /// Sends SIGINT and returns when the program has handled it.
     void interrupt() const {
         ::kill(child, SIGINT);
-        const fs::path facts = "/proc/" + std::to_string(child);
-        while (test::contains(test::contents(facts / "status"), "ShdPnd:\t0000000000000002"))
+        const fs::path process = "/proc/" + std::to_string(child);
+        while (test::contains(test::contents(process / "status"), "ShdPnd:\t0000000000000002"))
             std::this_thread::yield();
-        while (!allAsleep(facts / "task"))
+        while (!allAsleep(process / "task"))
             std::this_thread::yield();
     }
-    void letGo() const {
+    /// Reads what the program writes to standard error until the program has ended.
+    void readErrors() const {
         char block[4096];
-        while (::read(said.reading.get(), block, sizeof block) > 0)
+        while (::read(standardError.reading.get(), block, sizeof block) > 0)
             ;
     }
     /// Its exit status.
@@ -128,7 +129,7 @@ private:
     }
 
     pid_t child;
-    test::Pipe said;
+    test::Pipe standardError;
 };
 
 } // namespace
@@ -293,7 +294,7 @@ TEST_F(ObserveCommand, StopsEarlyOnTheFirstSignalAndAtOnceOnTheSecond) {
     const Words words = arguments({"--storage", path("tree"), "-o", path("snapshot.json")});
     const StalledProgram once(words, path("out"));
     once.interrupt();
-    once.letGo();
+    once.readErrors();
     EXPECT_EQ(once.wait(), 0);
     const auto seen = json::decode<Snapshot>(test::contents(folder / "snapshot.json"));
     EXPECT_EQ(seen.coverage.issues,

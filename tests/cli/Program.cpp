@@ -25,7 +25,7 @@ std::vector<char*> pointers(std::vector<std::string>& texts) {
     return list;
 }
 
-/// The side of a new terminal that stands for the person before it; -1 where there is none.
+/// The master side of a new pseudo-terminal; -1 when none can be opened.
 int openTerminal() {
     const int terminal = ::posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC);
     if (terminal >= 0 && ::grantpt(terminal) == 0 && ::unlockpt(terminal) == 0)

@@ -15,7 +15,8 @@ namespace tidemark::test {
 
 using Words = std::vector<std::string>;
 
-/// A user with folders of her own, who can start a recorder and run commands.
+/// Runs a recorder and commands of the program with data, settings and monitored folders of their
+/// own.
 struct RecorderProgram : testing::Test {
     TemporaryFolder folder;
     std::filesystem::path stuff = folder.makeFolder("Stuff/part");

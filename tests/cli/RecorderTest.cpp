@@ -151,18 +151,18 @@ TEST_F(RecorderProgram, ReportsNoChangeForAFolderThatItCannotRead) {
     };
     const auto hidden = folder / "hidden";
     const auto place = folder / "Stuff";
-    const auto comesAndGoes = [&](const auto& takePlace) {
+    const auto captureWithout = [&](const auto& makeReplacement) {
         std::filesystem::rename(place, hidden);
-        takePlace();
+        makeReplacement();
         capturesNothing();
         EXPECT_TRUE(test::contains(command({"coverage"}).out, place.native()));
         std::filesystem::remove(place);
         std::filesystem::rename(hidden, place);
         capturesNothing();
     };
-    comesAndGoes([] {});
-    comesAndGoes([&] { folder.write("Stuff", ""); });
-    comesAndGoes([&] { std::filesystem::create_directory_symlink(folder / "run", place); });
+    captureWithout([] {});
+    captureWithout([&] { folder.write("Stuff", ""); });
+    captureWithout([&] { std::filesystem::create_directory_symlink(folder / "run", place); });
     grow(4);
     EXPECT_TRUE(test::contains(command({"capture"}).out, "Stuff Shrank in Size"));
 }

@@ -38,7 +38,7 @@ std::string whole(Date date) {
 
 /// The records made from readings at 0, 10, 20 … seconds, as "Title@time[session]". A reading after
 /// "~" is replaced before it settles; at one after "<" the clock is set back to 5.
-std::string storyOf(const char* readings) {
+std::string recordsOf(const char* readings) {
     BatteryHistory history;
     std::string story;
     std::istringstream words(readings);
@@ -66,7 +66,7 @@ struct Case {
 
 void expectStories(std::initializer_list<Case> cases) {
     for (const auto& [what, readings, story] : cases)
-        EXPECT_EQ(storyOf(readings), story) << what;
+        EXPECT_EQ(recordsOf(readings), story) << what;
 }
 
 } // namespace

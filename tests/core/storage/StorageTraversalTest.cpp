@@ -39,7 +39,7 @@ void makeDeepTree(const fs::path& root, int depth, const std::string& name) {
     ASSERT_EQ(::write(file.get(), "1234", 4), 4);
 }
 
-/// From the bottom up, because `remove_all` keeps every level open.
+/// Removes the tree from the bottom up, because `remove_all` keeps every level open.
 void removeDeepTree(const fs::path& root, int depth, const std::string& name) {
     FileDescriptor folder(::open(root.c_str(), O_RDONLY | O_DIRECTORY));
     for (int level = 0; level < depth; ++level)
