@@ -26,14 +26,16 @@ FolderPurposes effectivePurposes(const FolderGrant& grant, bool measureStorage) 
 
 /// The roots of one capture, as they come together.
 struct Roots {
-    std::vector<fs::path> applications;
+    std::vector<ApplicationRoot> applications;
     std::vector<BackgroundRoot> background;
     std::vector<fs::path> storage;
 
     void add(const fs::path& url, FolderPurpose purpose) {
         switch (purpose) {
-        case FolderPurpose::applications:
-            return applications.push_back(url);
+        case FolderPurpose::applications: {
+            applications.emplace_back(url);
+            return;
+        }
         case FolderPurpose::launchAgents:
             return background.push_back({url, BackgroundItem::Kind::agent});
         case FolderPurpose::launchDaemons:

@@ -72,9 +72,12 @@ Paths canonical(const std::vector<FilePath>& paths) {
 }
 
 ObservationOptions observationOptions(const Options& options) {
-    std::optional<Paths> applications;
-    if (!options.applications.empty())
-        applications = canonical(options.applications);
+    std::optional<std::vector<ApplicationRoot>> applications;
+    if (!options.applications.empty()) {
+        applications.emplace();
+        for (const auto& path : canonical(options.applications))
+            applications->emplace_back(path);
+    }
     std::optional<std::vector<BackgroundRoot>> background;
     if (!options.agents.empty() || !options.daemons.empty()) {
         background.emplace();

@@ -19,11 +19,12 @@ bool isStorable(const Application& application) {
 
 class Walk {
 public:
-    Walk(Clock& time, const std::stop_token& token, std::span<const ApplicationFormat> among)
-        : clock(time), stop(token), formats(among) {}
+    Walk(Clock& time, const std::stop_token& token, std::span<const ApplicationFormat> among,
+         const MachineFiles& files)
+        : clock(time), stop(token), formats(among), machine(files) {}
 
-    void visit(const std::filesystem::path& given) {
-        const auto root = canonicalPath(given);
+    void visit(const ApplicationRoot& given) {
+        const auto root = machine.canonical(given.path);
         const std::string path = textFromBytes(root.native());
         RootReading reading(ReadingBudget(secondsPerRoot, clock, stop));
         visitRoot(root, reading);
@@ -57,7 +58,7 @@ private:
         if (!reading.mayGoOn())
             return;
         const auto listing =
-            FolderListing::open(root, FolderListing::Hidden::skipped, reading.budget());
+            FolderListing::open(machine, root, FolderListing::Hidden::skipped, reading.budget());
         if (listing)
             visitEntries(*listing, 0, reading);
         else if (listing.error() != FolderListing::Failure::missing)
@@ -116,6 +117,7 @@ private:
     Clock& clock;
     const std::stop_token& stop;
     std::span<const ApplicationFormat> formats;
+    const MachineFiles& machine;
     Inventory<Application> result;
     int beyondDepth = 0;
     int symbolicLinks = 0;
@@ -124,10 +126,11 @@ private:
 
 } // namespace
 
-Inventory<Application> collect(const std::vector<std::filesystem::path>& roots, Clock& clock,
+Inventory<Application> collect(const std::vector<ApplicationRoot>& roots, Clock& clock,
                                const std::stop_token& stop,
-                               std::span<const ApplicationFormat> among) {
-    Walk walk(clock, stop, among);
+                               std::span<const ApplicationFormat> among,
+                               const MachineFiles& machine) {
+    Walk walk(clock, stop, among, machine);
     for (const auto& root : roots)
         walk.visit(root);
     return walk.finish();

@@ -1,10 +1,11 @@
 #pragma once
 
 #include "core/base/Clock.h"
+#include "core/base/MachineFiles.h"
 #include "core/capture/ApplicationBundle.h"
 #include "core/capture/Inventory.h"
+#include "core/capture/InventoryRoots.h"
 
-#include <filesystem>
 #include <span>
 #include <stop_token>
 #include <vector>
@@ -31,9 +32,10 @@ inline constexpr ApplicationFormat formats[] = {
 
 /// Items come sorted by path; folders that lie in each other report an application twice. Never
 /// fails: the result says what could not be read.
-Inventory<Application> collect(const std::vector<std::filesystem::path>& roots, Clock& clock,
+Inventory<Application> collect(const std::vector<ApplicationRoot>& roots, Clock& clock,
                                const std::stop_token& stop = {},
-                               std::span<const ApplicationFormat> among = formats);
+                               std::span<const ApplicationFormat> among = formats,
+                               const MachineFiles& machine = {});
 
 } // namespace ApplicationsCollector
 

@@ -53,11 +53,13 @@ void associate(BackgroundItem& item, const Applications& apps) {
 class Collection {
 public:
     Collection(const Applications& found, Clock& time, const std::stop_token& token,
-               std::span<const BackgroundFormat> among)
-        : apps(found), clock(time), stop(token), formats(among) {}
+               std::span<const BackgroundFormat> among, const MachineFiles& files)
+        : apps(found), clock(time), stop(token), formats(among), machine(files) {}
 
     void visit(const BackgroundRoot& root) {
-        const auto canonical = canonicalPath(root.path);
+        const auto canonical = machine.canonical(root.path);
+        if (!visited.insert(canonical).second)
+            return;
         const std::string path = textFromBytes(canonical.native());
         RootReading reading(ReadingBudget(secondsPerRoot, clock, stop));
         visitFolder(canonical, root.kind, reading);
@@ -89,7 +91,7 @@ private:
         if (!reading.mayGoOn())
             return;
         const auto listing =
-            FolderListing::open(folder, FolderListing::Hidden::skipped, reading.budget());
+            FolderListing::open(machine, folder, FolderListing::Hidden::skipped, reading.budget());
         if (!listing && listing.error() != FolderListing::Failure::missing)
             return reading.fail();
         if (!listing)
@@ -150,6 +152,8 @@ private:
     Clock& clock;
     const std::stop_token& stop;
     std::span<const BackgroundFormat> formats;
+    const MachineFiles& machine;
+    std::set<std::filesystem::path> visited;
     std::map<std::pair<const BackgroundFormat*, FileVersion>, BackgroundDefinition::Result> shared;
     Inventory<BackgroundItem> result;
     int unreadable = 0;
@@ -162,8 +166,9 @@ private:
 Inventory<BackgroundItem> collect(const std::vector<BackgroundRoot>& roots,
                                   const Applications& apps, Clock& clock,
                                   const std::stop_token& stop,
-                                  std::span<const BackgroundFormat> among) {
-    Collection collection(apps, clock, stop, among);
+                                  std::span<const BackgroundFormat> among,
+                                  const MachineFiles& machine) {
+    Collection collection(apps, clock, stop, among, machine);
     for (const auto& root : roots)
         collection.visit(root);
     return collection.finish();

@@ -1,24 +1,17 @@
 #pragma once
 
 #include "core/base/Clock.h"
+#include "core/base/MachineFiles.h"
 #include "core/capture/Inventory.h"
+#include "core/capture/InventoryRoots.h"
 #include "core/capture/LaunchDefinition.h"
 #include "core/records/Application.h"
 
-#include <filesystem>
 #include <span>
 #include <stop_token>
 #include <vector>
 
 namespace tidemark {
-
-/// A folder of definitions and the kind of item that it yields.
-struct BackgroundRoot {
-    std::filesystem::path path;
-    BackgroundItem::Kind kind = BackgroundItem::Kind::agent;
-
-    bool operator==(const BackgroundRoot&) const = default;
-};
 
 /// One way in which a job that starts by itself stands on disk.
 struct BackgroundFormat {
@@ -41,12 +34,14 @@ inline constexpr BackgroundFormat formats[] = {
 inline constexpr std::string_view byIdentifier = "Possible association based on bundle identifier";
 
 /// Items come in the order of the roots, by name within each, tied to those of `apps` that they
-/// belong to beyond doubt. Never fails: the result says what could not be read, be it for want of
-/// access, of time, or because a stop was requested.
+/// belong to beyond doubt. Roots that are one folder by their canonical paths are read once. Never
+/// fails: the result says what could not be read, be it for want of access, of time, or because a
+/// stop was requested.
 Inventory<BackgroundItem> collect(const std::vector<BackgroundRoot>& roots,
                                   const std::vector<Shared<Application>>& apps, Clock& clock,
                                   const std::stop_token& stop = {},
-                                  std::span<const BackgroundFormat> among = formats);
+                                  std::span<const BackgroundFormat> among = formats,
+                                  const MachineFiles& machine = {});
 
 } // namespace BackgroundCollector
 

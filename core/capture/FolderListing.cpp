@@ -25,6 +25,10 @@ FolderEntry::Kind kindOf(mode_t mode) {
     return S_ISLNK(mode) ? FolderEntry::Kind::link : FolderEntry::Kind::other;
 }
 
+FolderListing::Failure failureOf(int code) {
+    return code == ENOENT ? FolderListing::Failure::missing : FolderListing::Failure::unreadable;
+}
+
 Date dateOf(const FileVersion::Time& time) {
     return Date::fromUnix(static_cast<double>(time.seconds))
            + static_cast<double>(time.nanoseconds) * 1e-9;
@@ -77,7 +81,7 @@ std::expected<void, FolderListing::Failure>
 FolderListing::fill(std::expected<FolderReader, int> opened, Hidden hidden,
                     const ReadingBudget& budget) {
     if (!opened)
-        return std::unexpected(opened.error() == ENOENT ? Failure::missing : Failure::unreadable);
+        return std::unexpected(failureOf(opened.error()));
     folder = *std::move(opened);
     for (std::size_t seen = 1; const dirent* entry = folder.next(); ++seen) {
         if (seen % namesBetweenLooks == 0 && budget.isSpent())
@@ -92,11 +96,14 @@ FolderListing::fill(std::expected<FolderReader, int> opened, Hidden hidden,
 }
 
 std::expected<FolderListing, FolderListing::Failure>
-FolderListing::open(const std::filesystem::path& path, Hidden hidden, const ReadingBudget& budget) {
+FolderListing::open(const MachineFiles& machine, const std::filesystem::path& path, Hidden hidden,
+                    const ReadingBudget& budget) {
     // A slash at the end would have a link followed after all.
     FolderListing listing(path.has_filename() ? path : path.parent_path());
-    const auto filled =
-        listing.fill(FolderReader::open(AT_FDCWD, listing.location.c_str()), hidden, budget);
+    auto opened = machine.open(listing.location, O_RDONLY | O_DIRECTORY);
+    if (!opened)
+        return std::unexpected(failureOf(opened.error()));
+    const auto filled = listing.fill(FolderReader(*std::move(opened)), hidden, budget);
     if (!filled)
         return std::unexpected(filled.error());
     return listing;

@@ -3,6 +3,7 @@
 #include "core/base/CanonicalPath.h"
 #include "core/base/Date.h"
 #include "core/base/FileDescriptor.h"
+#include "core/base/MachineFiles.h"
 #include "core/capture/FileVersion.h"
 #include "core/capture/ReadingBudget.h"
 #include "core/storage/FolderReader.h"
@@ -68,6 +69,12 @@ public:
     };
 
     static std::expected<FolderListing, Failure> open(const std::filesystem::path& path,
+                                                      Hidden hidden, const ReadingBudget& budget) {
+        return open(MachineFiles(), path, hidden, budget);
+    }
+    /// The folder at a path without links of a machine. Paths of entries are those of the machine.
+    static std::expected<FolderListing, Failure> open(const MachineFiles& machine,
+                                                      const std::filesystem::path& path,
                                                       Hidden hidden, const ReadingBudget& budget);
     static std::expected<FolderListing, Failure> open(const FolderEntry& folder, Hidden hidden,
                                                       const ReadingBudget& budget);

@@ -1,29 +1,29 @@
 #include "core/capture/ObservationOptions.h"
 
-#include "core/system/SystemFacts.h"
+#include "core/capture/StandardRoots.h"
+
+#include <algorithm>
+#include <iterator>
 
 namespace tidemark {
 
 namespace {
 
-std::vector<std::filesystem::path> standardApplicationRoots() {
-    return {"/Applications", SystemFacts::homeDirectory() / "Applications"};
-}
-
 std::vector<BackgroundRoot> standardBackgroundRoots() {
-    using enum BackgroundItem::Kind;
-    return {{SystemFacts::homeDirectory() / "Library/LaunchAgents", agent},
-            {"/Library/LaunchAgents", agent},
-            {"/Library/LaunchDaemons", daemon}};
+    const auto places = StandardRoots::Places::current();
+    auto roots = StandardRoots::agents(places);
+    std::ranges::move(StandardRoots::daemons(places), std::back_inserter(roots));
+    return roots;
 }
 
 } // namespace
 
-ObservationOptions::ObservationOptions(
-    std::optional<std::vector<std::filesystem::path>> applications,
-    std::optional<std::vector<BackgroundRoot>> background,
-    std::vector<std::filesystem::path> storage)
-    : applicationRoots(applications ? std::move(*applications) : standardApplicationRoots()),
+ObservationOptions::ObservationOptions(std::optional<std::vector<ApplicationRoot>> applications,
+                                       std::optional<std::vector<BackgroundRoot>> background,
+                                       std::vector<std::filesystem::path> storage)
+    : applicationRoots(applications
+                           ? std::move(*applications)
+                           : StandardRoots::applications(StandardRoots::Places::current())),
       backgroundRoots(background ? std::move(*background) : standardBackgroundRoots()),
       storageRoots(std::move(storage)) {}
 

@@ -1,6 +1,7 @@
 #pragma once
 
-#include "core/capture/BackgroundCollector.h"
+#include "core/base/MachineFiles.h"
+#include "core/capture/InventoryRoots.h"
 
 #include <filesystem>
 #include <optional>
@@ -11,14 +12,16 @@ namespace tidemark {
 /// What one capture looks at.
 struct ObservationOptions {
     /// Folders searched for applications.
-    std::vector<std::filesystem::path> applicationRoots;
+    std::vector<ApplicationRoot> applicationRoots;
     /// Folders of service definitions.
     std::vector<BackgroundRoot> backgroundRoots;
     /// Folders whose size is measured.
     std::vector<std::filesystem::path> storageRoots;
+    /// Whose applications and services these are. Sizes are measured on this machine.
+    MachineFiles machine;
 
     /// The places of the system and of the user's own home, for what is not given.
-    explicit ObservationOptions(std::optional<std::vector<std::filesystem::path>> applications = {},
+    explicit ObservationOptions(std::optional<std::vector<ApplicationRoot>> applications = {},
                                 std::optional<std::vector<BackgroundRoot>> background = {},
                                 std::vector<std::filesystem::path> storage = {});
 

@@ -3,6 +3,7 @@
 #include "core/base/Text.h"
 #include "core/base/Utf8.h"
 #include "core/capture/ApplicationsCollector.h"
+#include "core/capture/BackgroundCollector.h"
 #include "core/storage/BatchedWalk.h"
 #include "core/storage/ComponentStorageScanner.h"
 #include "core/storage/StorageMeasurementError.h"
@@ -132,11 +133,13 @@ Snapshot inventory(const ObservationOptions& options, const std::vector<fs::path
     Coverage& coverage = snapshot.coverage;
     coverage.notes.emplace();
     std::set<std::string> excludedPaths;
-    const auto applications = ApplicationsCollector::collect(options.applicationRoots, clock, stop);
+    const auto applications = ApplicationsCollector::collect(
+        options.applicationRoots, clock, stop, ApplicationsCollector::formats, options.machine);
     takeInventory(applications, snapshot.applications, coverage.applicationRoots, excludedPaths,
                   coverage);
     const auto background =
-        BackgroundCollector::collect(options.backgroundRoots, snapshot.applications, clock, stop);
+        BackgroundCollector::collect(options.backgroundRoots, snapshot.applications, clock, stop,
+                                     BackgroundCollector::formats, options.machine);
     takeInventory(background, snapshot.backgroundItems, coverage.backgroundRoots, excludedPaths,
                   coverage);
     excludeIncomplete(applications.incompleteRoots, applications.roots, coverage, excludedPaths);
@@ -205,10 +208,10 @@ public:
           stop(stopping), deadline(time.monotonicSeconds() + storageBudget) {}
 
     void measure() {
-        std::vector<fs::path> deferred;
+        std::vector<ApplicationRoot> deferred;
         for (const fs::path& root : shortestFirst(options.storageRoots)) {
             if (scanner && isApplications(root) && mayHoldBundles(root))
-                deferred.push_back(root);
+                deferred.emplace_back(root);
             else
                 measureRoot(root);
         }
@@ -236,8 +239,8 @@ private:
     /// Folders whose bundles are measured one by one instead, where they hold any.
     bool isApplications(const fs::path& root) const {
         return lastPathComponent(root.native()) == "Applications"
-               || std::ranges::any_of(options.applicationRoots, [&](const fs::path& other) {
-                      return canonicalPath(other) == canonicalPath(root);
+               || std::ranges::any_of(options.applicationRoots, [&](const ApplicationRoot& other) {
+                      return canonicalPath(other.path) == canonicalPath(root);
                   });
     }
 
@@ -303,7 +306,7 @@ private:
         snapshot.folderStorage->push_back(std::move(report));
     }
 
-    void measureBundles(const std::vector<fs::path>& roots) {
+    void measureBundles(const std::vector<ApplicationRoot>& roots) {
         progress("Scanning Application Bundles…");
         const Phase phase("Application Bundle Sizes", snapshot, clock);
         const auto found = ApplicationsCollector::collect(roots, clock, stop);

@@ -18,6 +18,8 @@ class FolderReader {
 public:
     /// Holds no folder.
     FolderReader() = default;
+    /// Reads a folder that was opened for reading.
+    explicit FolderReader(FileDescriptor folder);
 
     /// Opens the folder `name` of the folder open as `parent`. The error is ENOTDIR or ELOOP where
     /// a link or a file has that name.
@@ -48,7 +50,6 @@ private:
         void operator()(DIR* opened) const { ::closedir(opened); }
     };
 
-    explicit FolderReader(FileDescriptor folder);
     bool startReading();
 
     int number = -1;

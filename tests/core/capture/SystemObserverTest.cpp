@@ -38,7 +38,7 @@ struct Observer : testing::Test {
     TemporaryFolder folder;
     ManualClock clock;
     ComponentStorageScanner scanner{"", 1'000'000, clock};
-    ObservationOptions options{std::vector{folder / "none"}, std::vector<BackgroundRoot>{}};
+    ObservationOptions options{std::vector<ApplicationRoot>{folder / "none"}, std::vector<BackgroundRoot>{}};
     std::stop_source stopping;
     Lines phases;
     std::function<void(const std::string&)> onPhase = [](const auto&) {};
