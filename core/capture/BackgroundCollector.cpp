@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <map>
+#include <set>
 #include <utility>
 
 namespace tidemark::BackgroundCollector {
@@ -54,18 +55,25 @@ class Collection {
 public:
     Collection(const Applications& found, Clock& time, const std::stop_token& token,
                std::span<const BackgroundFormat> among, const MachineFiles& files)
-        : apps(found), clock(time), stop(token), formats(among), machine(files) {}
+        : apps(found), clock(time), stop(token), formats(among), machine(files),
+          programs(ProgramPaths::of(files)) {}
 
-    void visit(const BackgroundRoot& root) {
-        const auto canonical = machine.canonical(root.path);
-        if (!visited.insert(canonical).second)
-            return;
-        const std::string path = textFromBytes(canonical.native());
-        RootReading reading(ReadingBudget(secondsPerRoot, clock, stop));
-        visitFolder(canonical, root.kind, reading);
-        if (!reading.finish(path, result))
-            result.issues.push_back("Background items: cannot completely read " + path
-                                    + ". Changes in this location are paused.");
+    void visit(const std::vector<BackgroundRoot>& given) {
+        const auto roots = canonicalRoots(given);
+        const auto holdsTables = [](const BackgroundRoot& root) {
+            return root.family == RootFamily::cronTables;
+        };
+        if (std::ranges::any_of(roots, holdsTables) && CronDefinition::hasPersonalTables(machine))
+            result.notes.emplace_back("Background items: the crontabs of users are not observed. "
+                                      "Only the program crontab may read them.");
+        std::set<RootFamily> read;
+        for (const auto& root : roots) {
+            const auto family = std::ranges::find(families, root.family, &BackgroundFamily::family);
+            if (family == std::ranges::end(families))
+                visitRoot(root);
+            else if (read.insert(root.family).second)
+                visitFamily(*family, roots);
+        }
     }
 
     Inventory<BackgroundItem> finish() {
@@ -86,12 +94,76 @@ public:
     }
 
 private:
-    void visitFolder(const std::filesystem::path& folder, BackgroundItem::Kind kind,
-                     RootReading& reading) {
+    /// Each folder once, by whatever names it was given.
+    std::vector<BackgroundRoot> canonicalRoots(const std::vector<BackgroundRoot>& given) const {
+        std::vector<BackgroundRoot> roots;
+        for (BackgroundRoot root : given) {
+            root.path = machine.canonical(root.path);
+            if (std::ranges::find(roots, root.path, &BackgroundRoot::path) == roots.end())
+                roots.push_back(std::move(root));
+        }
+        return roots;
+    }
+
+    void visitRoot(const BackgroundRoot& root) {
+        const std::string path = textFromBytes(root.path.native());
+        RootReading reading(ReadingBudget(secondsPerRoot, clock, stop));
+        visitFolder(root, reading);
+        if (!reading.finish(path, result))
+            result.issues.push_back("Background items: cannot completely read " + path
+                                    + ". Changes in this location are paused.");
+    }
+
+    void visitFamily(const BackgroundFamily& family, const std::vector<BackgroundRoot>& roots) {
+        std::vector<BackgroundItem::Kind> kinds;
+        std::vector<std::filesystem::path> folders;
+        std::vector<RootReading> readings;
+        for (const auto& root : roots) {
+            if (root.family != family.family)
+                continue;
+            kinds.push_back(root.kind);
+            folders.push_back(root.path);
+            readings.emplace_back(ReadingBudget(secondsPerRoot, clock, stop));
+        }
+        auto found = family.read(machine, folders, readings, programs);
+        for (auto& definition : found.definitions)
+            addDefinition(definition, kinds[definition.folder], readings[definition.folder]);
+        for (const auto& [folder, path] : found.links)
+            exclude(textFromBytes(path.native()), symbolicLinks, readings[folder]);
+        if (found.unreadable) {
+            for (auto& reading : readings)
+                reading.fail();
+            result.issues.push_back("Background items: cannot completely read "
+                                    + textFromBytes(found.unreadable->native())
+                                    + ". Changes in this location and in the folders that it can "
+                                      "override are paused.");
+        }
+        for (std::size_t i = 0; i < folders.size(); ++i)
+            readings[i].finish(textFromBytes(folders[i].native()), result);
+    }
+
+    void addDefinition(FamilyDefinitions::Definition& definition, BackgroundItem::Kind kind,
+                       RootReading& reading) {
+        std::string path = textFromBytes(definition.path.native());
+        if (!definition.content)
+            return exclude(std::move(path), unreadable, reading);
+        auto item = storable(BackgroundDefinition::item(*definition.content, path));
+        if (!item)
+            return exclude(std::move(path), unreadable, reading);
+        add(*std::move(item), kind);
+    }
+
+    void add(BackgroundItem item, BackgroundItem::Kind kind) {
+        item.kind = kind;
+        associate(item, apps);
+        result.items.emplace_back(std::move(item));
+    }
+
+    void visitFolder(const BackgroundRoot& root, RootReading& reading) {
         if (!reading.mayGoOn())
             return;
-        const auto listing =
-            FolderListing::open(machine, folder, FolderListing::Hidden::skipped, reading.budget());
+        const auto listing = FolderListing::open(machine, root.path, FolderListing::Hidden::skipped,
+                                                 reading.budget());
         if (!listing && listing.error() != FolderListing::Failure::missing)
             return reading.fail();
         if (!listing)
@@ -99,25 +171,25 @@ private:
         for (const auto& name : listing->names()) {
             if (!reading.mayGoOn())
                 return;
-            visitEntry(listing->entry(name), kind, reading);
+            visitEntry(listing->entry(name), root, reading);
         }
     }
 
-    void visitEntry(const FolderEntry& entry, BackgroundItem::Kind kind, RootReading& reading) {
-        const auto format = std::ranges::find_if(
-            formats, [&](const BackgroundFormat& each) { return each.recognises(entry); });
+    void visitEntry(const FolderEntry& entry, const BackgroundRoot& root, RootReading& reading) {
+        const auto format = std::ranges::find_if(formats, [&](const BackgroundFormat& each) {
+            return each.family == root.family && each.recognises(entry);
+        });
         if (format == formats.end())
             return;
         if (entry.kind == FolderEntry::Kind::link)
-            return exclude(entry, symbolicLinks, reading);
+            return exclude(entry.pathText(), symbolicLinks, reading);
         auto item = definition(entry, *format);
-        if (!item)
-            return exclude(
-                entry, item.error() == BackgroundDefinition::Failure::empty ? empty : unreadable,
-                reading);
-        item->kind = kind;
-        associate(*item, apps);
-        result.items.emplace_back(*std::move(item));
+        if (item)
+            add(*std::move(item), root.kind);
+        else if (item.error() != BackgroundDefinition::Failure::noJob)
+            exclude(entry.pathText(),
+                    item.error() == BackgroundDefinition::Failure::empty ? empty : unreadable,
+                    reading);
     }
 
     /// Reads a definition, once for all the names of one file: a large one with a thousand names
@@ -125,11 +197,11 @@ private:
     BackgroundDefinition::Result definition(const FolderEntry& entry,
                                             const BackgroundFormat& format) {
         if (!format.isReadByContent || !entry.sharedVersion)
-            return storable(format.read(entry));
+            return storable(format.read(entry, programs));
         const auto key = std::pair(&format, *entry.sharedVersion);
         auto known = shared.find(key);
         if (known == shared.end())
-            known = shared.emplace(key, storable(format.read(entry))).first;
+            known = shared.emplace(key, storable(format.read(entry, programs))).first;
         BackgroundDefinition::Result item = known->second;
         if (item)
             item->path = entry.pathText();
@@ -143,8 +215,8 @@ private:
         return item;
     }
 
-    static void exclude(const FolderEntry& entry, int& counter, RootReading& reading) {
-        reading.exclude(entry.pathText());
+    static void exclude(std::string path, int& counter, RootReading& reading) {
+        reading.exclude(std::move(path));
         ++counter;
     }
 
@@ -153,7 +225,7 @@ private:
     const std::stop_token& stop;
     std::span<const BackgroundFormat> formats;
     const MachineFiles& machine;
-    std::set<std::filesystem::path> visited;
+    const ProgramPaths programs;
     std::map<std::pair<const BackgroundFormat*, FileVersion>, BackgroundDefinition::Result> shared;
     Inventory<BackgroundItem> result;
     int unreadable = 0;
@@ -169,8 +241,7 @@ Inventory<BackgroundItem> collect(const std::vector<BackgroundRoot>& roots,
                                   std::span<const BackgroundFormat> among,
                                   const MachineFiles& machine) {
     Collection collection(apps, clock, stop, among, machine);
-    for (const auto& root : roots)
-        collection.visit(root);
+    collection.visit(roots);
     return collection.finish();
 }
 

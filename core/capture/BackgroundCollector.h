@@ -2,9 +2,12 @@
 
 #include "core/base/Clock.h"
 #include "core/base/MachineFiles.h"
+#include "core/capture/AutostartEntries.h"
+#include "core/capture/CronDefinition.h"
 #include "core/capture/Inventory.h"
 #include "core/capture/InventoryRoots.h"
 #include "core/capture/LaunchDefinition.h"
+#include "core/capture/UnitItems.h"
 #include "core/records/Application.h"
 
 #include <span>
@@ -13,30 +16,47 @@
 
 namespace tidemark {
 
-/// One way in which a job that starts by itself stands on disk.
+/// One way in which a job that starts by itself stands on disk, in a file of its own.
 struct BackgroundFormat {
     /// Decides by name alone: a link to a definition is recognised too, and then skipped.
     bool (*recognises)(const FolderEntry&);
-    BackgroundDefinition::Result (*read)(const FolderEntry&);
+    BackgroundDefinition::Result (*read)(const FolderEntry&, const ProgramPaths&);
     /// True when `read` takes nothing but the path from the name, so that a file with several
     /// names is read once.
     bool isReadByContent = false;
+    /// The folders in which names mean this.
+    RootFamily family = RootFamily::any;
 };
 
-/// Reads the definitions in folders, one level deep.
+/// One way in which jobs stand on disk whose definitions are spread over several folders.
+struct BackgroundFamily {
+    RootFamily family;
+    /// Is called with all folders of the family, the most preferred first, and a reading for each.
+    FamilyDefinitions (*read)(const MachineFiles&, const std::vector<std::filesystem::path>&,
+                              std::vector<RootReading>&, const ProgramPaths&);
+};
+
+/// Reads the definitions in folders.
 namespace BackgroundCollector {
 
 inline constexpr double secondsPerRoot = 8;
 inline constexpr BackgroundFormat formats[] = {
     {LaunchDefinition::recognises, LaunchDefinition::read, /*isReadByContent=*/true},
+    {CronDefinition::recognises, CronDefinition::readTable, false, RootFamily::cronTables},
+    {CronDefinition::recognises, CronDefinition::readScript, false, RootFamily::cronScripts},
+};
+inline constexpr BackgroundFamily families[] = {
+    {RootFamily::systemUnits, UnitItems::read},
+    {RootFamily::userUnits, UnitItems::read},
+    {RootFamily::autostart, AutostartEntries::read},
 };
 /// The association by a label that begins with an application's identifier.
 inline constexpr std::string_view byIdentifier = "Possible association based on bundle identifier";
 
-/// Items come in the order of the roots, by name within each, tied to those of `apps` that they
-/// belong to beyond doubt. Roots that are one folder by their canonical paths are read once. Never
-/// fails: the result says what could not be read, be it for want of access, of time, or because a
-/// stop was requested.
+/// Items come in the order of the roots, by name within each; those of a `BackgroundFamily` where
+/// its first root stands. They are tied to those of `apps` that they belong to beyond doubt. Roots
+/// that are one folder by their canonical paths are read once. Never fails: the result says what
+/// could not be read, be it for want of access, of time, or because a stop was requested.
 Inventory<BackgroundItem> collect(const std::vector<BackgroundRoot>& roots,
                                   const std::vector<Shared<Application>>& apps, Clock& clock,
                                   const std::stop_token& stop = {},

@@ -4,10 +4,13 @@
 #include "core/base/Text.h"
 
 #include <algorithm>
+#include <array>
 #include <cerrno>
 #include <cstdlib>
 
+#include <limits.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 namespace tidemark {
 
@@ -45,6 +48,7 @@ FolderEntry FolderEntry::describe(int descriptor, const std::filesystem::path& f
         entry.kind = kindOf(status.st_mode);
         const auto version = FileVersion::of(status);
         entry.modified = dateOf(version.modified);
+        entry.isExecutable = (status.st_mode & (S_IXUSR | S_IXGRP | S_IXOTH)) != 0;
         if (entry.kind == Kind::regular && status.st_nlink > 1)
             entry.sharedVersion = version;
     } else if (errno == ENOENT) {
@@ -64,6 +68,12 @@ std::string FolderEntry::extension() const {
 
 FileDescriptor FolderEntry::openFolder() const {
     return FileDescriptor(::openat(folder, name().c_str(), folderFlags));
+}
+
+std::string FolderEntry::linkText() const {
+    std::array<char, PATH_MAX> text;
+    const ssize_t length = ::readlinkat(folder, name().c_str(), text.data(), text.size());
+    return length > 0 ? std::string(text.data(), static_cast<std::size_t>(length)) : std::string();
 }
 
 std::string FolderEntry::read(std::size_t limit) const {

@@ -39,6 +39,8 @@ struct FolderEntry {
     std::optional<Date> modified;
     /// Of a regular file that has further names.
     std::optional<FileVersion> sharedVersion;
+    /// Whether anybody may execute it.
+    bool isExecutable = false;
 
     /// Looks at a name in a folder that is open as `descriptor` and lies at `folderPath`.
     static FolderEntry describe(int descriptor, const std::filesystem::path& folderPath,
@@ -52,6 +54,8 @@ struct FolderEntry {
 
     /// Empty when this is no folder or may not be opened.
     FileDescriptor openFolder() const;
+    /// What a link says, as it stands in it; empty for what is no link.
+    std::string linkText() const;
     /// The bytes of a regular file of at most `limit` bytes. Throws `FileError`.
     std::string read(std::size_t limit) const;
 };

@@ -9,8 +9,7 @@ namespace tidemark {
 
 namespace {
 
-std::vector<BackgroundRoot> standardBackgroundRoots() {
-    const auto places = StandardRoots::Places::current();
+std::vector<BackgroundRoot> standardBackgroundRoots(const StandardRoots::Places& places) {
     auto roots = StandardRoots::agents(places);
     std::ranges::move(StandardRoots::daemons(places), std::back_inserter(roots));
     return roots;
@@ -20,11 +19,13 @@ std::vector<BackgroundRoot> standardBackgroundRoots() {
 
 ObservationOptions::ObservationOptions(std::optional<std::vector<ApplicationRoot>> applications,
                                        std::optional<std::vector<BackgroundRoot>> background,
-                                       std::vector<std::filesystem::path> storage)
-    : applicationRoots(applications
-                           ? std::move(*applications)
-                           : StandardRoots::applications(StandardRoots::Places::current())),
-      backgroundRoots(background ? std::move(*background) : standardBackgroundRoots()),
-      storageRoots(std::move(storage)) {}
+                                       std::vector<std::filesystem::path> storage,
+                                       MachineFiles observed)
+    : storageRoots(std::move(storage)), machine(std::move(observed)) {
+    const auto places = StandardRoots::Places::current(machine);
+    applicationRoots =
+        applications ? *std::move(applications) : StandardRoots::applications(places);
+    backgroundRoots = background ? *std::move(background) : standardBackgroundRoots(places);
+}
 
 } // namespace tidemark

@@ -17,13 +17,16 @@ struct ObservationOptions {
     std::vector<BackgroundRoot> backgroundRoots;
     /// Folders whose size is measured.
     std::vector<std::filesystem::path> storageRoots;
-    /// Whose applications and services these are. Sizes are measured on this machine.
+    /// Whose applications and services these are. Sizes are measured on the machine that the
+    /// program runs on.
     MachineFiles machine;
 
-    /// The places of the system and of the user's own home, for what is not given.
+    /// The places of the system and of the user's own home, for what is not given, all of
+    /// `observed`.
     explicit ObservationOptions(std::optional<std::vector<ApplicationRoot>> applications = {},
                                 std::optional<std::vector<BackgroundRoot>> background = {},
-                                std::vector<std::filesystem::path> storage = {});
+                                std::vector<std::filesystem::path> storage = {},
+                                MachineFiles observed = {});
 
     bool operator==(const ObservationOptions&) const = default;
 };

@@ -29,18 +29,29 @@ std::vector<ApplicationRoot> applications(const Places& places);
 std::vector<BackgroundRoot> agents(const Places& places);
 std::vector<BackgroundRoot> daemons(const Places& places);
 
-/// What is observed of `folder` when the user asks for it: the folder itself, as one of its family;
-/// or all standard roots of that purpose, when `folder` is the one that stands for them in a choice
-/// of folders. A folder that belongs to no family is `RootFamily::any`.
-std::vector<ApplicationRoot> applicationsOf(const std::filesystem::path& folder,
-                                            const Places& places);
-std::vector<BackgroundRoot> backgroundOf(const std::filesystem::path& folder,
-                                         BackgroundItem::Kind kind, const Places& places);
+/// A folder as a root of the family that it is known to belong to, as a standard root or by the end
+/// of its path; else of `RootFamily::any`.
+ApplicationRoot applicationRoot(const std::filesystem::path& folder, const Places& places);
+BackgroundRoot backgroundRoot(const std::filesystem::path& folder, BackgroundItem::Kind kind,
+                              const Places& places);
+
+/// What a capture reads where the user allowed `folder`: the folder alone; or all standard roots
+/// of that purpose, when it is one that stands for them in a choice of folders.
+std::vector<ApplicationRoot> applicationsFor(const std::filesystem::path& folder,
+                                             const Places& places);
+std::vector<BackgroundRoot> backgroundFor(const std::filesystem::path& folder,
+                                          BackgroundItem::Kind kind, const Places& places);
 
 /// The folders that stand for all applications, agents and daemons in a choice of folders; empty
-/// where each folder stands for itself.
+/// where each folder stands for itself. For agents it is one of two, by which of them exists now:
+/// many a user has no folder of start-up entries. Either stands for all.
 std::filesystem::path folderOfApplications(const Places& places);
 std::filesystem::path folderOfAgents(const Places& places);
 std::filesystem::path folderOfDaemons(const Places& places);
+
+/// Whether `folder` stands for all standard roots of a purpose.
+bool standsForApplications(const std::filesystem::path& folder, const Places& places);
+bool standsForBackground(const std::filesystem::path& folder, BackgroundItem::Kind kind,
+                         const Places& places);
 
 } // namespace tidemark::StandardRoots

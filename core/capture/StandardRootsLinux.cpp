@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <array>
+#include <iterator>
 #include <string_view>
 
 namespace tidemark::StandardRoots {
@@ -59,6 +60,12 @@ fs::path dataHome(const Places& places) {
     return userFolder(places, "XDG_DATA_HOME", ".local/share");
 }
 
+constexpr const char* sharedAutostart = "/etc/xdg/autostart";
+
+fs::path ownAutostart(const Places& places) {
+    return configurationHome(places) / "autostart";
+}
+
 /// The absolute paths of a list with colons between them.
 std::vector<fs::path> foldersOf(std::string_view list) {
     std::vector<fs::path> folders;
@@ -98,6 +105,10 @@ const Root* standardRoot(const std::vector<Root>& roots, const fs::path& canonic
     return found == roots.end() ? nullptr : &*found;
 }
 
+bool isSame(const fs::path& folder, const fs::path& other, const Places& places) {
+    return places.machine.canonical(folder) == places.machine.canonical(other);
+}
+
 } // namespace
 
 Places Places::current(const MachineFiles& machine) {
@@ -124,7 +135,7 @@ std::vector<ApplicationRoot> applications(const Places& places) {
 std::vector<BackgroundRoot> agents(const Places& places) {
     using enum RootFamily;
     std::vector<BackgroundRoot> roots;
-    addOnce(roots, {configurationHome(places) / "autostart", Kind::agent, autostart});
+    addOnce(roots, {ownAutostart(places), Kind::agent, autostart});
     for (const fs::path& configuration : foldersOf(variable(places, "XDG_CONFIG_DIRS", "/etc/xdg")))
         addOnce(roots, {configuration / "autostart", Kind::agent, autostart});
     for (const fs::path& folder :
@@ -156,31 +167,48 @@ fs::path folderOfApplications(const Places&) {
 }
 
 fs::path folderOfAgents(const Places& places) {
-    return configurationHome(places) / "autostart";
+    std::error_code unknown;
+    auto own = ownAutostart(places);
+    return fs::exists(places.machine.outside(own), unknown) ? own : fs::path(sharedAutostart);
 }
 
 fs::path folderOfDaemons(const Places&) {
     return "/etc/systemd/system";
 }
 
-std::vector<ApplicationRoot> applicationsOf(const fs::path& folder, const Places& places) {
-    const fs::path canonical = places.machine.canonical(folder);
-    auto all = applications(places);
-    if (canonical == places.machine.canonical(folderOfApplications(places)))
-        return all;
-    const auto* standard = standardRoot(all, canonical, places);
-    return {{folder, standard ? standard->family : familyByName(applicationFamilies, folder)}};
+ApplicationRoot applicationRoot(const fs::path& folder, const Places& places) {
+    const auto all = applications(places);
+    const auto* standard = standardRoot(all, places.machine.canonical(folder), places);
+    return {folder, standard ? standard->family : familyByName(applicationFamilies, folder)};
 }
 
-std::vector<BackgroundRoot> backgroundOf(const fs::path& folder, Kind kind, const Places& places) {
-    const bool isAgent = kind == Kind::agent;
-    const fs::path canonical = places.machine.canonical(folder);
-    auto all = isAgent ? agents(places) : daemons(places);
-    const auto stands = isAgent ? folderOfAgents(places) : folderOfDaemons(places);
-    if (canonical == places.machine.canonical(stands))
-        return all;
-    const auto* standard = standardRoot(all, canonical, places);
-    return {{folder, kind, standard ? standard->family : familyByName(backgroundFamilies, folder)}};
+BackgroundRoot backgroundRoot(const fs::path& folder, Kind kind, const Places& places) {
+    auto all = agents(places);
+    std::ranges::move(daemons(places), std::back_inserter(all));
+    const auto* standard = standardRoot(all, places.machine.canonical(folder), places);
+    return {folder, kind, standard ? standard->family : familyByName(backgroundFamilies, folder)};
+}
+
+bool standsForApplications(const fs::path& folder, const Places& places) {
+    return isSame(folder, folderOfApplications(places), places);
+}
+
+bool standsForBackground(const fs::path& folder, Kind kind, const Places& places) {
+    if (kind == Kind::daemon)
+        return isSame(folder, folderOfDaemons(places), places);
+    return isSame(folder, ownAutostart(places), places) || isSame(folder, sharedAutostart, places);
+}
+
+std::vector<ApplicationRoot> applicationsFor(const fs::path& folder, const Places& places) {
+    if (standsForApplications(folder, places))
+        return applications(places);
+    return {applicationRoot(folder, places)};
+}
+
+std::vector<BackgroundRoot> backgroundFor(const fs::path& folder, Kind kind, const Places& places) {
+    if (standsForBackground(folder, kind, places))
+        return kind == Kind::agent ? agents(places) : daemons(places);
+    return {backgroundRoot(folder, kind, places)};
 }
 
 } // namespace tidemark::StandardRoots

@@ -34,12 +34,28 @@ std::filesystem::path folderOfDaemons(const Places&) {
     return {};
 }
 
-std::vector<ApplicationRoot> applicationsOf(const std::filesystem::path& folder, const Places&) {
+bool standsForApplications(const std::filesystem::path&, const Places&) {
+    return false;
+}
+
+bool standsForBackground(const std::filesystem::path&, Kind, const Places&) {
+    return false;
+}
+
+ApplicationRoot applicationRoot(const std::filesystem::path& folder, const Places&) {
+    return {folder};
+}
+
+BackgroundRoot backgroundRoot(const std::filesystem::path& folder, Kind kind, const Places&) {
+    return {folder, kind};
+}
+
+std::vector<ApplicationRoot> applicationsFor(const std::filesystem::path& folder, const Places&) {
     return {ApplicationRoot(folder)};
 }
 
-std::vector<BackgroundRoot> backgroundOf(const std::filesystem::path& folder, Kind kind,
-                                         const Places&) {
+std::vector<BackgroundRoot> backgroundFor(const std::filesystem::path& folder, Kind kind,
+                                          const Places&) {
     return {{folder, kind}};
 }
 

@@ -126,6 +126,13 @@ void take(StorageTraversal::Result result, const fs::path& root, Snapshot& snaps
     snapshot.folders.emplace_back(*std::move(result));
 }
 
+void takeVolume(const fs::path& home, Snapshot& snapshot) {
+    const auto space = SystemFacts::volumeSpace(home);
+    snapshot.freeBytes = space.freeBytes;
+    snapshot.volumeID = space.volumeID;
+    snapshot.volumeContext = SystemFacts::readVolumeContext(home);
+}
+
 /// The plain inventory, measuring `storageRoots` on the way.
 Snapshot inventory(const ObservationOptions& options, const std::vector<fs::path>& storageRoots,
                    Clock& clock, const std::stop_token& stop) {
@@ -148,11 +155,9 @@ Snapshot inventory(const ObservationOptions& options, const std::vector<fs::path
     for (const fs::path& root : storageRoots)
         take(measureQuickly(root, clock, stop), root, snapshot);
 
-    const fs::path home = SystemFacts::homeDirectory();
-    const auto space = SystemFacts::volumeSpace(home);
-    snapshot.freeBytes = space.freeBytes;
-    snapshot.volumeID = space.volumeID;
-    snapshot.volumeContext = SystemFacts::readVolumeContext(home);
+    // The volumes of a machine elsewhere are not mounted as they are there.
+    if (!options.machine.isElsewhere())
+        takeVolume(SystemFacts::homeDirectory(), snapshot);
     snapshot.id = Uuid::random();
     snapshot.timestamp = clock.now();
     return snapshot;

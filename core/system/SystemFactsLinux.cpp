@@ -22,6 +22,14 @@ namespace fs = std::filesystem;
 constexpr std::size_t systemFileLimit = 1 << 22;
 
 /// A file of the system; empty when there is none.
+std::string systemFile(const MachineFiles& machine, const fs::path& path) {
+    try {
+        return machine.read(path, systemFileLimit);
+    } catch (const FileError&) {
+        return {};
+    }
+}
+
 std::string systemFile(const fs::path& path) {
     try {
         return readFile(path, systemFileLimit);
@@ -138,6 +146,15 @@ std::optional<bool> isInternal(const MountEntry& mount) {
 }
 
 } // namespace
+
+std::optional<OperatingSystemObservation> readOperatingSystem(const MachineFiles& machine) {
+    if (!machine.isElsewhere())
+        return collectOperatingSystem();
+    for (const char* path : {"/etc/os-release", "/usr/lib/os-release"})
+        if (auto version = versionOf(parseOsRelease(systemFile(machine, path))))
+            return OperatingSystemObservation{.version = *std::move(version), .build = {}};
+    return std::nullopt;
+}
 
 OperatingSystemObservation collectOperatingSystem() {
     OperatingSystemObservation system;
