@@ -3,6 +3,7 @@
 #include "cli/OutputFile.h"
 #include "cli/ProgressLine.h"
 #include "cli/TerminalCommands.h"
+#include "core/base/CanonicalPath.h"
 #include "core/base/Documents.h"
 #include "core/base/JsonEncoder.h"
 #include "core/capture/AdditionalObservations.h"

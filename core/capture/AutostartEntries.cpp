@@ -69,11 +69,13 @@ Dictionary definitionOf(const KeyFile& file, const fs::path& path, const Program
     return definition;
 }
 
-Entry readFile(const FolderEntry& entry, std::size_t folder, const ProgramPaths& programs) {
+Entry readFile(const FolderEntry& entry, std::size_t folder, RootReading& reading,
+               const ProgramPaths& programs) {
     Entry result{.folder = folder, .path = entry.path};
     try {
-        const auto file =
-            KeyFile::parse(entry.read(KeyFile::maximumSize), KeyFile::Continuation::none);
+        std::string bytes = entry.read(KeyFile::maximumSize);
+        reading.hold(bytes.size());
+        const auto file = KeyFile::parse(std::move(bytes), KeyFile::Continuation::none);
         if (!file || !file->hasGroup(group))
             return result;
         result.state = isDisabled(*file) ? Entry::State::disabled : Entry::State::enabled;
@@ -84,9 +86,10 @@ Entry readFile(const FolderEntry& entry, std::size_t folder, const ProgramPaths&
     return result;
 }
 
-Entry readEntry(const FolderEntry& entry, std::size_t folder, const ProgramPaths& programs) {
+Entry readEntry(const FolderEntry& entry, std::size_t folder, RootReading& reading,
+                const ProgramPaths& programs) {
     if (entry.kind != Kind::link)
-        return readFile(entry, folder, programs);
+        return readFile(entry, folder, reading, programs);
     // A usual way to disable an entry of the system.
     const bool leadsToNothing =
         (entry.path.parent_path() / entry.linkText()).lexically_normal() == "/dev/null";
@@ -111,7 +114,7 @@ bool readFolder(const MachineFiles& machine, const fs::path& folder, std::size_t
         if (entry.kind == Kind::unknown)
             return false;
         if (entry.extension() == "desktop" && entry.kind != Kind::missing)
-            entries[name].push_back(readEntry(entry, index, programs));
+            entries[name].push_back(readEntry(entry, index, reading, programs));
     }
     return true;
 }

@@ -16,17 +16,22 @@ public:
     /// More paths than this below one root are not listed one by one: the root is incomplete.
     static constexpr std::size_t mostExcludedPaths = 10'000;
 
+    /// Nor are more bytes of definitions held at once.
+    static constexpr std::size_t mostHeldBytes = std::size_t{64} << 20;
+
     explicit RootReading(ReadingBudget allowed) : time(std::move(allowed)) {}
 
     /// Whether a further entry may be read; if not, the root is incomplete.
     bool mayGoOn() {
-        if (excluded.size() <= mostExcludedPaths && !time.isSpent())
+        if (excluded.size() <= mostExcludedPaths && held <= mostHeldBytes && !time.isSpent())
             return true;
         complete = false;
         return false;
     }
     /// Something in the root can't be read; the rest of it still may be.
     void fail() { complete = false; }
+    /// So many bytes of what was read are held until the whole family was read.
+    void hold(std::size_t bytes) { held += bytes; }
     /// Leaves one path out of the inventory and of comparison.
     void exclude(std::string path) { excluded.insert(std::move(path)); }
 
@@ -47,6 +52,7 @@ public:
 private:
     ReadingBudget time;
     std::set<std::string> excluded;
+    std::size_t held = 0;
     bool complete = true;
 };
 

@@ -51,10 +51,10 @@ std::string of(std::int64_t count, std::int64_t total) {
 
 template <class Record>
 void takeInventory(const Inventory<Record>& found, std::vector<Shared<Record>>& items,
-                   std::set<std::string>& roots, std::set<std::string>& excludedPaths,
+                   Shared<std::set<std::string>>& roots, std::set<std::string>& excludedPaths,
                    Coverage& coverage) {
     items = found.items;
-    roots = found.roots;
+    roots.emplace(std::set(found.roots));
     std::ranges::copy(found.issues, std::back_inserter(coverage.issues));
     std::ranges::copy(found.notes, std::back_inserter(*coverage.notes));
     excludedPaths.insert(found.excludedPaths.begin(), found.excludedPaths.end());
@@ -72,8 +72,8 @@ void excludeIncomplete(const std::set<std::string>& incomplete,
     for (const std::string& root : incomplete) {
         const bool isClaimed = std::ranges::any_of(
             complete, [&](const std::string& around) { return isBelow(root, around); });
-        const bool silences = std::ranges::any_of(coverage.applicationRoots, isInside(root))
-                              || std::ranges::any_of(coverage.backgroundRoots, isInside(root));
+        const bool silences = std::ranges::any_of(*coverage.applicationRoots, isInside(root))
+                              || std::ranges::any_of(*coverage.backgroundRoots, isInside(root));
         if (isClaimed || !silences)
             excludedPaths.insert(root);
     }

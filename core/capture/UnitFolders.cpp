@@ -38,11 +38,12 @@ struct Content {
 };
 
 /// What a unit file says; no file where it can't be read or has not the form of one.
-Content contentOf(const FolderEntry& entry) {
+Content contentOf(const FolderEntry& entry, RootReading& reading) {
     try {
         std::string bytes = entry.read(KeyFile::maximumSize);
         if (bytes.empty())
             return {.isEmpty = true};
+        reading.hold(bytes.size());
         auto parsed = KeyFile::parse(std::move(bytes), KeyFile::Continuation::backslash);
         if (parsed)
             return {.file = *std::move(parsed)};
@@ -128,11 +129,12 @@ void UnitFoldersReader::readEntry(const FolderEntry& entry, std::size_t folder,
     else if (entry.kind == Kind::link)
         readLink(entry, folder);
     else if (entry.kind != Kind::missing)
-        readFragment(entry, folder);
+        readFragment(entry, folder, reading);
 }
 
-void UnitFoldersReader::readFragment(const FolderEntry& entry, std::size_t folder) {
-    auto content = contentOf(entry);
+void UnitFoldersReader::readFragment(const FolderEntry& entry, std::size_t folder,
+                                     RootReading& reading) {
+    auto content = contentOf(entry, reading);
     found.fragments[entry.name()].push_back({.folder = folder,
                                              .path = entry.path,
                                              .isMask = content.isEmpty,
@@ -207,7 +209,7 @@ void UnitFoldersReader::readDropIns(const FolderEntry& entry, std::size_t folder
             dropIn.linkText = file.linkText();
             dropIn.isMask = leadsToNothing(entry.path, dropIn.linkText);
         } else {
-            auto content = contentOf(file);
+            auto content = contentOf(file, reading);
             dropIn.isMask = content.isEmpty;
             dropIn.content = std::move(content.file);
         }

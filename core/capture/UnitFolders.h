@@ -90,7 +90,7 @@ public:
 
 private:
     void readEntry(const FolderEntry& entry, std::size_t folder, RootReading& reading);
-    void readFragment(const FolderEntry& entry, std::size_t folder);
+    void readFragment(const FolderEntry& entry, std::size_t folder, RootReading& reading);
     void readLink(const FolderEntry& entry, std::size_t folder);
     void readEnablements(const FolderEntry& entry, std::size_t folder, RootReading& reading);
     void readDropIns(const FolderEntry& entry, std::size_t folder, RootReading& reading);

@@ -13,9 +13,9 @@ namespace tidemark {
 /// What one capture could see, and what it could not.
 struct Coverage {
     /// Folders whose applications were read completely.
-    std::set<std::string> applicationRoots;
+    Shared<std::set<std::string>> applicationRoots;
     /// Folders whose launch definitions were read completely.
-    std::set<std::string> backgroundRoots;
+    Shared<std::set<std::string>> backgroundRoots;
     /// Access problems of the capture, as sentences.
     std::vector<std::string> issues;
     /// Remarks that are no problems.

@@ -371,7 +371,7 @@ TEST_F(Observer, EndsEarlyInAnyPhase) {
         EXPECT_EQ(timings(snapshot), expected) << at;
         EXPECT_EQ(phases.back(), "Saving Observation…");
         EXPECT_EQ(phases.size(), 5U);
-        EXPECT_EQ(snapshot.coverage.applicationRoots.size(), expected[0] == all ? 1U : 0U);
+        EXPECT_EQ(snapshot.coverage.applicationRoots->size(), expected[0] == all ? 1U : 0U);
     }
 }
 

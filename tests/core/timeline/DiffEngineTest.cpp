@@ -97,20 +97,22 @@ TEST(DiffEngine, ComparesApplications) {
         {"first of two earlier ones holds", with({a, application("A", "2")}, {a}), ""},
         {"not below a root", with({}, {outside, sibling}), ""},
         {"root became unreadable",
-         with({a}, {}, [](Coverage&, Coverage& after) { after.applicationRoots = {"/Other"}; }),
+         with({a}, {},
+              [](Coverage&, Coverage& after) { after.applicationRoots.emplace({"/Other"}); }),
          ""},
         {"root became readable",
-         with({}, {a}, [](Coverage& before, Coverage&) { before.applicationRoots.clear(); }), ""},
+         with({}, {a}, [](Coverage& before, Coverage&) { before.applicationRoots.emplace({}); }),
+         ""},
         {"a root inside that is monitored no longer",
          with({moved}, {},
               [](Coverage& before, Coverage&) {
-                  before.applicationRoots.insert("/Applications/Folder");
+                  before.applicationRoots.emplace({"/Applications", "/Applications/Folder"});
               }),
          ""},
         {"a root inside that is monitored from now on",
          with({b}, {moved},
               [](Coverage&, Coverage& after) {
-                  after.applicationRoots.insert("/Applications/Folder");
+                  after.applicationRoots.emplace({"/Applications", "/Applications/Folder"});
               }),
          "applicationRemoved /Applications/B.app"},
         {"excluded before",
@@ -168,7 +170,7 @@ TEST(DiffEngine, ComparesBackgroundItems) {
         {"root became unreadable",
          [](Snapshot& before, Snapshot& after) {
              before.backgroundItems = test::shared(agent("a"));
-             after.coverage.backgroundRoots.clear();
+             after.coverage.backgroundRoots.emplace({});
          },
          ""},
     });
@@ -374,7 +376,7 @@ Snapshot drawnSnapshot(unsigned number) {
         made.folders.emplace_back(std::move(size));
     }
     if (small() == 0)
-        made.coverage.applicationRoots.clear();
+        made.coverage.applicationRoots.emplace({});
     if (small() == 0)
         made.coverage.excludedPaths.emplace(
             {"/Applications/B.app", "/Library/LaunchAgents/C.plist"});
