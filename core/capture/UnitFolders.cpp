@@ -150,10 +150,16 @@ void UnitFoldersReader::readLink(const FolderEntry& entry, std::size_t folder) {
         return;
     }
     const fs::path target = (parent / text).lexically_normal();
-    if (!isInSearchPath(target.parent_path()))
+    if (!isInSearchPath(target.parent_path())) {
         found.linkedUnits.push_back(entry.path);
-    else if (target.filename() != entry.name())
-        found.aliases.try_emplace(entry.name(), target.filename().native());
+        return;
+    }
+    const std::string name = target.filename().native();
+    if (name == entry.name())
+        return;
+    found.aliases.try_emplace(entry.name(), name);
+    if (!isVendorsUnitFolder(searchPath[folder]))
+        found.enablements[name].push_back({entry.path, /*isVendors=*/false});
 }
 
 /// By the folder itself: on most machines /lib/systemd/system and /usr/lib/systemd/system are one,

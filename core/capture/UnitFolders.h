@@ -37,7 +37,9 @@ struct UnitFolders {
         /// Of a link that is no mask. What it leads to is not read.
         std::string linkText{};
     };
-    /// A link in a folder such as "multi-user.target.wants".
+    /// A link that enables a unit: one in a folder such as "multi-user.target.wants"; or one of an
+    /// administrator or a user that gives it a further name, which is all that enabling does to
+    /// some units, such as a display manager.
     struct Enablement {
         std::filesystem::path path;
         /// It lies in a folder of the distribution, not of an administrator or a user.

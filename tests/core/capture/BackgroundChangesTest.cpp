@@ -94,8 +94,14 @@ TEST(BackgroundChanges, OfAProgramAreTheEventsThatOneExpects) {
                  + "[Service]\n# new\nRestart=on-failure\nProtectSystem=full\nExecStart=/sbin/sshd "
                    "\\\n  # why\n   -D\n[Unit]\nAfter=network.target\n"),
          ""},
-        {"disabling", remove(admin + "multi-user.target.wants/ssh.service"),
+        {"disabling",
+         [](const Machine& machine) {
+             machine.remove(admin + "multi-user.target.wants/ssh.service");
+             machine.remove(admin + "sshd.service");
+         },
          changed + vendor + "ssh.service; Starts when loaded: Yes → No\n"},
+        {"being left with a further name only",
+         remove(admin + "multi-user.target.wants/ssh.service"), ""},
         {"enabling again for another target",
          [](const Machine& machine) {
              machine.remove(admin + "multi-user.target.wants/ssh.service");
@@ -229,7 +235,7 @@ TEST(BackgroundChanges, AreNoneForAnotherSessionOrOrderOnDisk) {
     std::vector<fs::path> names;
     for (const auto& file : fs::recursive_directory_iterator(machine.root()))
         if (!file.is_directory() || file.is_symlink())
-            names.push_back(fs::relative(file.path(), machine.root()));
+            names.push_back(file.path().lexically_relative(machine.root()));
     std::ranges::sort(names, std::ranges::greater());
     for (const auto& name : names) {
         fs::create_directories((copy.root() / name).parent_path());
