@@ -1,13 +1,16 @@
-# The front door: `make run` and `make test` work on a bare Debian machine.
-# ARGS="…" passes arguments to the program with `make run`; FUZZ_SECONDS=… bounds `make fuzz`.
+# `make run` and `make test` work on a bare Debian machine.
+# ARGS="…" passes arguments to the program with `make run`.
 
 MAKEFLAGS += --no-print-directory
 PACKAGES := packaging/install-packages packaging/debian-packages.txt
 SOURCES = $(shell git ls-files --cached --others --exclude-standard '*.cpp' '*.h')
 
+PREFIX ?= /usr/local
 FUZZ_SECONDS ?= 600
+FAULT_ROUNDS ?= 200
 
-.PHONY: help run story test bench format check-format lint sanitize tsan fuzz packages clean
+.PHONY: help run story test bench format check-format lint sanitize tsan clang fuzz faults \
+	thorough install packages clean
 .DEFAULT_GOAL := help
 
 help: ## Show this list
@@ -19,11 +22,11 @@ packages:
 build/%/build.ninja: CMakePresets.json | packages
 	cmake --preset $*
 
-run: packages build/dev/build.ninja ## Build, then record what changes on this machine
+run: packages build/dev/build.ninja ## Build, then record changes of this machine
 	@cmake --build --preset dev --target tidemark
 	@$(if $(ARGS),./build/dev/cli/tidemark $(ARGS),packaging/record ./build/dev/cli/tidemark)
 
-story: packages build/dev/build.ninja ## Build, then live through a day with the recorder
+story: packages build/dev/build.ninja ## Build, then run the recorder for an example day
 	@cmake --build --preset dev --target tidemark
 	@packaging/story ./build/dev/cli/tidemark
 
@@ -39,6 +42,19 @@ tsan: packages build/tsan/build.ninja ## Build with ThreadSanitizer, then run th
 	@cmake --build --preset tsan
 	@ctest --preset tsan
 
+clang: ## Build with clang beside GCC, warnings as errors
+	@packaging/install-packages packaging/debian-packages.txt packaging/debian-packages-lint.txt
+	@cmake --preset clang >/dev/null
+	@cmake --build --preset clang
+
+faults: packages build/dev/build.ninja ## Kill, fill up and start twice, FAULT_ROUNDS times each
+	@cmake --build --preset dev --target tidemark tidemark_preload
+	@tests/faults/kill_loop build/dev/cli/tidemark --rounds $(FAULT_ROUNDS)
+	@tests/faults/two_recorders build/dev/cli/tidemark --rounds $(FAULT_ROUNDS)
+	@tests/faults/disk_full build/dev/cli/tidemark build/dev/tests/faults/libtidemark_preload.so
+
+thorough: test sanitize tsan clang lint faults fuzz ## All checks, hours in all: before a release
+
 fuzz: ## Feed damaged property lists to the readers for FUZZ_SECONDS
 	@packaging/install-packages packaging/debian-packages.txt packaging/debian-packages-fuzz.txt
 	@cmake --preset fuzz >/dev/null
@@ -48,9 +64,13 @@ fuzz: ## Feed damaged property lists to the readers for FUZZ_SECONDS
 		-artifact_prefix=build/fuzz/ -dict=tests/fuzz/property-list.dict build/fuzz/corpus \
 		tests/fixtures/property-lists/accepted tests/fixtures/property-lists/refused
 
-bench: packages build/release/build.ninja ## Measure every promise of speed beside its bound
+bench: packages build/release/build.ninja ## Measure everything that has a performance bound
 	@cmake --build --preset release
 	@./bench/run build/release
+
+install: packages build/release/build.ninja ## Build, then install below PREFIX (and DESTDIR)
+	@cmake --build --preset release --target tidemark
+	@cmake --install build/release --prefix $(PREFIX)
 
 format: packages ## Format all sources
 	@clang-format-19 -i $(SOURCES)

@@ -1,5 +1,5 @@
-// The activity file at its limit: appending to it beside a running event loop, reading it, and
-// making events of what it holds.
+// The activity file at its limit: appending to it while the event loop runs, reading it, and making
+// events of its records.
 
 #include "app/model/LiveWiring.h"
 #include "app/preferences/JsonPreferences.h"
@@ -22,7 +22,7 @@ namespace {
 constexpr int runs = 51;
 constexpr std::size_t appended = 100;
 
-/// Records of all sizes, and as many drops of the Wi-Fi as there can be.
+/// Records of all kinds, with as many losses of the Wi-Fi link as there can be.
 std::vector<SystemActivity> fullHistory() {
     const auto online = NetworkConnectionState::make(
         NetworkConnectionState::Availability::available, {NetworkConnectionState::Interface::wifi});
@@ -50,15 +50,15 @@ std::vector<SystemActivity> fullHistory() {
     return records;
 }
 
-/// Seconds of the processor that this thread has used.
+/// Processor time of this thread in seconds.
 double processorSeconds() {
     timespec time{};
     ::clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
     return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) * 1e-9;
 }
 
-/// How long the event loop is away at most, by the clock, which other programs lengthen, and in
-/// time of the processor.
+/// The longest time for which the event loop was blocked: by the clock, which other programs
+/// influence, and in processor time.
 struct Block {
     double wall = 0;
     double processor = 0;
@@ -71,7 +71,7 @@ struct Block {
     }
 };
 
-/// Measures each event that its loop handles.
+/// Measures how long each event is handled.
 class MeasuredLoop : public QCoreApplication {
 public:
     using QCoreApplication::QCoreApplication;
@@ -102,23 +102,22 @@ void appending(MeasuredLoop& loop, const std::filesystem::path& file) {
     MemoryHistoryService memory({.url = file.parent_path() / "memory-history.json",
                                  .preferences = preferences,
                                  .workspaceCenter = workspace});
-    LiveWiring live({.activityURL = file, .workspaceCenter = workspace, .memory = memory});
-    live.attach(state);
-    std::size_t shown = 0;
-    QObject::connect(&state, &ModelState::systemActivityChanged, [&] { ++shown; });
+    LiveWiring live(
+        {.state = state, .activityURL = file, .workspaceCenter = workspace, .memory = memory});
+    const auto shown = [&] { return state.activityRevision(); };
 
     loop.longest = {};
     loop.longest.measure([&] { live.startActivityMonitors(); });
-    loop.runUntil([&] { return shown == 1; });
+    loop.runUntil([&] { return shown() == 1; });
     rows("opening 2,000 records", loop.longest);
 
-    // One after the other, as they come, and then all at once.
+    // First one after the other, then all at once.
     const auto append = [&] { workspace.post(notification::willSleep); };
     loop.longest = {};
     const double duration = seconds([&] {
         for (std::size_t i = 0; i < appended; ++i) {
             loop.longest.measure(append);
-            loop.runUntil([&] { return shown == i + 2; });
+            loop.runUntil([&] { return shown() == i + 2; });
         }
     });
     row("a record until it is shown, 2,000 in the file", duration / appended * 1e3, "ms");
@@ -128,7 +127,7 @@ void appending(MeasuredLoop& loop, const std::filesystem::path& file) {
         for (std::size_t i = 0; i < appended; ++i)
             append();
     });
-    loop.runUntil([&] { return shown == 2 * appended + 1; });
+    loop.runUntil([&] { return shown() == 2 * appended + 1; });
     rows("100 records at once", loop.longest);
 }
 

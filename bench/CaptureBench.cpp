@@ -34,7 +34,7 @@ void writeList(const fs::path& file, const std::string& elements) {
                         << "<dict>" << elements << "</dict></plist>\n";
 }
 
-/// As much metadata as an application of ordinary size has.
+/// A bundle with as much metadata as an ordinary application has.
 void writeBundle(const fs::path& root, int number) {
     const std::string name = "Application " + std::to_string(number);
     std::string more;
@@ -79,14 +79,14 @@ void measureInventory() {
     bench::row("inventory of 500 bundles and 300 definitions, warm", took * 1e3, "ms", 150);
 }
 
-/// Notes how long the capture goes on between two rests.
+/// Measures how long the capture works between two pauses.
 class TracingClock final : public Clock {
 public:
     TracingClock() { restart(); }
     Date now() override { return Clock::system().now(); }
     double monotonicSeconds() override {
         const double time = Clock::system().monotonicSeconds();
-        // Every step of a walk is followed by a look at the clock.
+        // The walk reads the clock after every step.
         longestStep = std::max(longestStep, time - lastLook);
         lastLook = time;
         return time;
@@ -94,9 +94,9 @@ public:
     bool pause(double seconds, const std::stop_token& stop) override {
         monotonicSeconds();
         stretches.push_back(lastLook - lastPause);
-        const bool goesOn = Clock::system().pause(seconds, stop);
+        const bool mayContinue = Clock::system().pause(seconds, stop);
         restart();
-        return goesOn;
+        return mayContinue;
     }
     void restart() { lastPause = lastLook = Clock::system().monotonicSeconds(); }
 
@@ -138,7 +138,8 @@ struct Capture {
     std::int64_t pauses = 0;
 };
 
-/// `withScanner` measures by child folders, as the program does; else the root is walked whole.
+/// With `withScanner`, measures by child folders as the program does; otherwise walks the root in
+/// one go.
 Capture captureOnce(const fs::path& root, bool withScanner) {
     const ObservationOptions options(std::vector<ApplicationRoot>{}, std::vector<BackgroundRoot>{},
                                      {root});
@@ -163,7 +164,7 @@ Capture captureOnce(const fs::path& root, bool withScanner) {
     return result;
 }
 
-/// In a process of its own, whose peak of memory is that of the capture alone.
+/// Runs in a process of its own, so that its peak memory is that of the capture.
 void measureProgressively(const fs::path& root, bool withScanner) {
     std::fflush(stdout);
     const pid_t child = ::fork();

@@ -1,4 +1,4 @@
-// The export of a history at its limits, as text and as a file.
+// Exports a history at its limits, to text and to a file.
 
 #include "bench/Generator.h"
 #include "bench/Report.h"

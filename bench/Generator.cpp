@@ -14,7 +14,7 @@ constexpr double interval = 1800;
 
 constexpr std::array definitionKeys{"ProgramArguments", "RunAtLoad", "KeepAlive", "Disabled"};
 
-/// The version of thing `index` in snapshot `generation`: one in a hundred moves each time.
+/// The version of item `index` in snapshot `generation`: one item in a hundred changes each time.
 std::size_t versionOf(std::size_t index, std::size_t generation, Sharing sharing) {
     return sharing == Sharing::none ? generation : (generation + index * 37) / 100;
 }
@@ -52,7 +52,7 @@ FolderSize folder(std::size_t index, std::size_t children, std::size_t generatio
     size.path = "/Users/someone/" + size.name;
     SizeByName parts;
     for (std::size_t child = 0; child < children; ++child) {
-        // One child in ten moves from one snapshot to the next.
+        // One child in ten changes from one snapshot to the next.
         const std::size_t moved = (generation + child) / 10;
         const auto bytes = static_cast<std::int64_t>(1'000'003 * (child + 1) + 7'777 * moved);
         parts["Child folder " + std::to_string(child)] = bytes;
@@ -64,7 +64,7 @@ FolderSize folder(std::size_t index, std::size_t children, std::size_t generatio
     return size;
 }
 
-/// A folder as it is on a machine: its subfolders, the parts below all of them, its own files.
+/// The numbers of a realistic folder: its subfolders, the parts of each, its own files.
 struct RealFolder {
     const char* path;
     std::size_t children;
@@ -79,7 +79,7 @@ Date dateOf(std::size_t generation) {
     return Date{firstCapture + static_cast<double>(generation) * interval};
 }
 
-/// As the scanner leaves it after one more measurement of subfolder `index`.
+/// The record that the scanner makes of subfolder `index` when it is measured again.
 StorageMeasurementRecord measured(const RealFolder& root, std::size_t index,
                                   std::size_t generation) {
     const std::size_t version = versionOf(index, generation, Sharing::realistic);
@@ -114,7 +114,7 @@ SizeByName files(std::size_t count, std::size_t changed) {
     return sizes;
 }
 
-/// As the scanner reports a folder and as a capture records it.
+/// Adds a folder to a snapshot as a capture does, with the report of the scanner.
 void addFolder(Snapshot& snapshot, const RealFolder& folder, SizeByName own) {
     FolderStorageReport report;
     report.path = folder.path;

@@ -4,11 +4,11 @@
 
 namespace tidemark::bench {
 
-/// How much of one snapshot is the same as in the one before.
+/// How much of a snapshot equals the one before.
 enum class Sharing {
     /// As on a real machine: a few applications are updated, folder sizes move.
     realistic,
-    /// Nothing at all: each application and each background item is another in each snapshot.
+    /// Nothing: each application and each background item differs in each snapshot.
     none,
 };
 
@@ -16,20 +16,20 @@ enum class Sharing {
 /// fingerprints and 12 folders with 60 children each, and 10,000 events; about 70 MB as JSON.
 Journal journalAtItsLimits(Sharing sharing = Sharing::realistic);
 
-/// What 720 captures of four folders as they are on a Linux machine leave (9 to 117 subfolders,
-/// up to 66 files of their own): every subfolder is measured anew each time, one in a hundred has
-/// changed. Taken over by `Journal::append`, as a recorder does; about 120 MB as JSON.
+/// A journal of 720 captures of four realistic folders (9 to 117 subfolders, up to 66 files of
+/// their own), added by `Journal::append`. Every subfolder is measured again each time; one in a
+/// hundred has changed. About 120 MB as JSON.
 Journal journalOfRealFolders();
 
-/// What 720 captures leave of one folder with this many files of its own and no subfolder. With
-/// `changing` one file has another size each time.
+/// A journal of 720 captures of one folder with this many files and no subfolder. With `changing`,
+/// one file has another size each time.
 Journal journalOfFiles(std::size_t files, bool changing);
 
-/// One capture of each of these; `generation` counts the captures.
+/// Capture number `generation` of the folders in `journalOfRealFolders`.
 Snapshot captureOfRealFolders(std::size_t generation);
 Snapshot captureOfFiles(std::size_t files, bool changing, std::size_t generation);
 
-/// One snapshot with this many of each; `generation` moves sizes and versions.
+/// One snapshot with this many of each; sizes and versions depend on `generation`.
 Snapshot snapshotOf(std::size_t applications, std::size_t backgroundItems, std::size_t folders,
                     std::size_t childrenEach, std::size_t generation,
                     Sharing sharing = Sharing::realistic);

@@ -1,8 +1,9 @@
-// What a screen waits for: merging the history of all sources, rebuilding what is shown of it, and
-// searching it.
+// The work that a view waits for: merging the history of all sources, rebuilding the part that is
+// shown, and searching.
 
 #include "app/memory/MemoryHistoryService.h"
 #include "app/model/AppModel.h"
+#include "app/model/LiveWiring.h"
 #include "app/preferences/JsonPreferences.h"
 #include "bench/Generator.h"
 #include "bench/Report.h"
@@ -118,7 +119,7 @@ void search(const MergedHistory& history, const char* what, std::string_view que
     row(std::string("search, ") + what + ", finds " + std::to_string(found), figure, "ms", bound);
 }
 
-/// From the request to the end of a search that is in the middle of its walk.
+/// The time from cancelling a running search to its end.
 void cancellation(const MergedHistory& history) {
     const double figure = medianOf(runs, [&] {
         std::stop_source source;
@@ -162,9 +163,8 @@ public:
     Date time;
 };
 
-/// The event loop of a recorder whose history is full, while one more file is remembered: how long
-/// it is away, from the record to what is to be seen, and what another release of the same would
-/// cost that makes all events anew.
+/// How long adding one file to a full memory history blocks the event loop of a recorder, from the
+/// record to the new presentation; for comparison, the same with all events made again.
 void oneMoreRecord(const Sources& sources) {
     const Workspace workspace;
     StandingClock clock(sources.end);
@@ -174,14 +174,22 @@ void oneMoreRecord(const Sources& sources) {
                                  .preferences = preferences,
                                  .workspaceCenter = center,
                                  .clock = clock});
-    AppModel model({.preferences = preferences,
+    ModelState state(preferences, false, std::nullopt, clock.now());
+    LiveWiring live({.state = state,
+                     .activityURL = workspace.path() / "system-activity.json",
+                     .workspaceCenter = center,
+                     .memory = memory,
+                     .clock = clock});
+    AppModel model({.state = state,
+                    .live = live,
+                    .preferences = preferences,
                     .files = {workspace.path(), {}},
                     .applicationCenter = center,
                     .workspaceCenter = center,
                     .clock = clock,
                     .home = workspace.path()});
     auto& screen = model.history();
-    QObject::connect(&memory, &MemoryHistoryService::archiveChanged, &screen,
+    QObject::connect(&memory, &MemoryHistoryService::changed, &screen,
                      [&] { screen.setMemory(memory.archive()); });
     Journal journal;
     journal.events = sources.journal;
@@ -208,7 +216,10 @@ void oneMoreRecord(const Sources& sources) {
             MemoryRecord record = *sources.memory[1]->memory;
             record.id = Uuid::random().text();
             record.timestamp = clock.time;
-            const double block = seconds([&] { memory.update({std::move(record)}); });
+            const double block = seconds([&] {
+                memory.update({std::move(record)});
+                QCoreApplication::processEvents();
+            });
             longest = std::max(longest, block);
             return block;
         });

@@ -1,4 +1,4 @@
-// The journal at its limits: loading, saving and copying it, each beside its bound.
+// Loading, saving and copying a journal at its limits, each compared with its bound.
 
 #include "bench/Generator.h"
 #include "bench/Report.h"
@@ -35,7 +35,7 @@ void resetPeak() {
     std::ofstream("/proc/self/clear_refs") << "5";
 }
 
-/// Runs this program again for one measurement of memory, which a fresh process alone can tell.
+/// Runs this program again for one measurement of memory, which needs a new process.
 double measuredApart(const std::string& what, const fs::path& document) {
     const std::string command =
         "\"" + fs::read_symlink("/proc/self/exe").native() + "\" " + what + " " + document.native();
@@ -54,7 +54,7 @@ double peakOfLoading(const fs::path& document) {
     return statusBytes("VmHWM:");
 }
 
-/// Peak above what the process held before the save.
+/// Peak memory of a save, less the memory of the process before it.
 double peakOfSaving(const fs::path& document) {
     const Journal journal = JournalStore(document).load();
     const double before = statusBytes("VmRSS:");
@@ -68,7 +68,7 @@ double residentAfterLoading(const fs::path& document) {
     return statusBytes("VmRSS:");
 }
 
-/// Of a recorder that took all captures itself.
+/// Resident memory of a process that added all captures itself.
 double residentAfterCapturing() {
     const Journal journal = journalOfRealFolders();
     return statusBytes("VmRSS:");
@@ -89,7 +89,8 @@ double measurement(const std::string_view what, const fs::path& document) {
     return residentAfterLoading(document);
 }
 
-/// Medians of loading and saving, and of their share of what a plain tree of the same bytes takes.
+/// Median times of loading and saving, and of their ratios to parsing and writing the same bytes as
+/// a generic tree.
 struct Times {
     double load;
     double loadByParse;
@@ -116,7 +117,7 @@ Times timesOf(const fs::path& document) {
     return {median(loadSeconds), median(load), median(saveSeconds), median(save)};
 }
 
-/// What a document may cost; 0 without a bound.
+/// The bounds for a document; 0 where there is none.
 struct Bounds {
     double peak = 0;
     double resident = 0;
@@ -144,8 +145,8 @@ void measureDocument(const fs::path& document, const std::string& suffix, const 
         bounds.save);
 }
 
-/// The history of one folder with nothing but files. Its document is small beside the program, so
-/// that the memory counts from what the program holds with an empty history.
+/// A history of one folder with nothing but files. Its document is small compared with the program,
+/// so the memory of the program with an empty history is subtracted.
 void measureFiles(const fs::path& document, std::size_t files, bool changing) {
     const std::string suffix =
         ", " + std::to_string(files) + " files" + (changing ? ", one changes" : "");
@@ -189,7 +190,7 @@ void measureRealFolders(const fs::path& document) {
 
 void measureLimits(const fs::path& document, Sharing sharing) {
     JournalStore(document).save(journalAtItsLimits(sharing));
-    // Where nothing is shared, to show what the sharing is worth: no real history looks like that.
+    // Without any sharing, for comparison; real histories are not like that.
     if (sharing == Sharing::realistic)
         measureDocument(document, ", limits", limitsBounds);
     else
@@ -198,7 +199,7 @@ void measureLimits(const fs::path& document, Sharing sharing) {
 
 } // namespace
 
-/// With the path of a document its rows alone are printed.
+/// With the path of a document as argument, prints only the rows for that document.
 int main(int argc, char** argv) {
     if (argc == 2) {
         measureDocument(argv[1], "", realFoldersBounds);

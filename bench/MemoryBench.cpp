@@ -1,4 +1,4 @@
-// The memory history at its limits: its store, and what one more record costs the event loop.
+// The memory history at its limits: its store, and how long one more record blocks the event loop.
 
 #include "bench/Report.h"
 #include "bench/Workspace.h"
@@ -12,7 +12,7 @@ namespace {
 
 constexpr int runs = 21;
 constexpr Date now{800'000'000};
-/// All clips together stay just below the limit of their bytes.
+/// With this size all clips together stay just below their limit in bytes.
 constexpr std::size_t payloadSize = 80'000;
 constexpr std::size_t textSize = 15'000;
 

@@ -9,8 +9,8 @@
 
 #include <malloc.h>
 
-// Records folders of this machine as the program does, capture after capture: what a history that
-// nobody made up costs in time, memory and disk. Nothing but the benchmark's own folder is written.
+// Records folders of this machine capture after capture, as the program does: the time, memory and
+// disk space of a real history. Writes only to a folder of its own.
 
 using namespace tidemark;
 namespace fs = std::filesystem;
@@ -20,7 +20,7 @@ namespace {
 constexpr int captures = 20;
 constexpr std::int64_t entriesPerSlice = 1'000'000;
 
-/// The number behind `key` in a file of the process's own counters.
+/// The number after `key` in a file of this process's counters.
 double counter(const char* file, std::string_view key) {
     std::ifstream lines(file);
     for (std::string line; std::getline(lines, line);)

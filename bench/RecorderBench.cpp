@@ -1,11 +1,12 @@
-// The recorder with a journal at its limits: how soon it answers, how long its event loop stands
-// still, how much memory it holds, and what it costs while nothing happens.
+// The recorder with a journal at its limits: how soon it replies, how long its event loop is
+// blocked, its memory, and its processor time while nothing happens.
 //
 // bench_recorder              all but the last
 // bench_recorder idle [MIN]   the last, over so many minutes (10)
 
 #include "app/base/Background.h"
 #include "app/model/AppModel.h"
+#include "app/model/LiveWiring.h"
 #include "app/preferences/JsonPreferences.h"
 #include "app/preferences/PreferenceKeys.h"
 #include "bench/Generator.h"
@@ -30,8 +31,8 @@ namespace {
 constexpr int starts = 5;
 constexpr int captures = 5;
 
-/// The longest time in which the event loop did nothing else, in milliseconds: as the clock on the
-/// wall tells it, and as the processor time of this thread, which other programs don't change.
+/// The longest time for which the event loop was blocked, in milliseconds: by the clock, and in
+/// processor time of this thread, which other programs don't influence.
 class LoopWatch {
 public:
     LoopWatch() {
@@ -75,7 +76,7 @@ void makeFolders(const fs::path& root) {
     }
 }
 
-/// A capture of the real folders, which then tells of as much as the snapshots before do.
+/// A capture of the realistic folders, of the same size as the snapshots before.
 Snapshot observeMuch(const ObservationOptions& options, std::size_t generation,
                      const std::stop_token& stop) {
     const Snapshot real = SystemObserver::captureProgressively(
@@ -106,7 +107,17 @@ void measureBlocks(const fs::path& folder) {
         };
         return runInBackground(work, std::move(stop));
     };
-    AppModel model({.preferences = preferences,
+    ModelState state(preferences, false, std::nullopt, AppClock::system().now());
+    MemoryHistoryService memory({.url = folder / "memory-history.json",
+                                 .preferences = preferences,
+                                 .workspaceCenter = workspace});
+    LiveWiring live({.state = state,
+                     .activityURL = folder / "system-activity.json",
+                     .workspaceCenter = workspace,
+                     .memory = memory});
+    AppModel model({.state = state,
+                    .live = live,
+                    .preferences = preferences,
                     .files = {folder, {}},
                     .applicationCenter = application,
                     .workspaceCenter = workspace,
@@ -124,7 +135,7 @@ void measureBlocks(const fs::path& folder) {
     watch.restart();
     runToEnd(model.start());
     tell("load");
-    if (model.state().journal().snapshots.size() != Journal::snapshotLimit)
+    if (model.state().journal()->snapshots.size() != Journal::snapshotLimit)
         throw std::runtime_error("the journal was not loaded");
     for (int capture = 0; capture < captures; ++capture)
         runToEnd(model.scan());
@@ -156,7 +167,7 @@ void measureIdle(const fs::path& folder, double minutes) {
     RecorderProcess recorder(folder);
     recorder.secondsUntil("\"snapshots\":720");
     recorder.command({"capture"});
-    // The threads that the capture needed go after half a minute.
+    // The threads of the capture end after half a minute.
     recorder.wait(60);
     const auto before = recorder.effort();
     recorder.wait(minutes * 60);

@@ -19,7 +19,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-/// Starts the program; what it prints goes to `output`, its log nowhere.
+/// Starts the program with standard output to `output` and without a log.
 pid_t spawn(const fs::path& home, const std::vector<std::string>& words, int output) {
     const pid_t child = ::fork();
     if (child != 0)
@@ -63,7 +63,7 @@ std::string outputOf(const fs::path& home, const std::vector<std::string>& words
     return text;
 }
 
-/// The number behind a name in a file such as /proc/1/status.
+/// The number after a name in a file such as /proc/1/status.
 std::int64_t numberIn(const fs::path& file, const std::string& name) {
     std::ifstream status(file);
     for (std::string line; std::getline(status, line);)
@@ -95,7 +95,7 @@ std::string RecorderProcess::command(const std::vector<std::string>& words) cons
 }
 
 double RecorderProcess::secondsUntil(const std::string& statusHolds) const {
-    // Before its socket is there, `status` would read the journal itself.
+    // Without the recorder's socket, `status` would read the journal itself.
     const auto hasSocket = [&] {
         std::error_code error;
         const fs::directory_iterator sockets(home / "run/Tidemark", error);
@@ -126,7 +126,7 @@ RecorderProcess::Effort RecorderProcess::effort() const {
     Effort effort;
     std::ifstream stat(place / "stat");
     std::string text((std::istreambuf_iterator<char>(stat)), {});
-    // Behind the name, which may hold anything, the processor times are the 12th and 13th.
+    // After the name, which may contain anything, the processor times are the 12th and 13th field.
     std::istringstream fields(text.substr(text.rfind(')') + 1));
     std::string field;
     for (int number = 0; number < 13 && fields >> field; ++number)

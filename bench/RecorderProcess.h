@@ -10,7 +10,7 @@
 
 namespace tidemark::bench {
 
-/// The program itself, recording for a user whose folders lie below one folder.
+/// The program as a child process, recording for a user whose folders are all below one folder.
 class RecorderProcess {
 public:
     /// Processor time and voluntary waits of all threads since the start.
@@ -19,7 +19,7 @@ public:
         std::int64_t wakeups = 0;
     };
 
-    /// What a user does once: chooses a folder, and captures by command only.
+    /// Sets up the recorder: one monitored folder, and captures by command only.
     static void prepare(const std::filesystem::path& home);
 
     explicit RecorderProcess(std::filesystem::path home);
@@ -27,9 +27,10 @@ public:
     RecorderProcess(const RecorderProcess&) = delete;
     RecorderProcess& operator=(const RecorderProcess&) = delete;
 
-    /// The output of another process with a command.
+    /// Runs another process with a command and returns its output.
     std::string command(const std::vector<std::string>& words) const;
-    /// Seconds from the start to the end of the first `status` that says so. Throws after a minute.
+    /// Seconds from the start until the output of `status` contains the text. Throws after a
+    /// minute.
     double secondsUntil(const std::string& statusHolds) const;
     double residentBytes() const;
     Effort effort() const;

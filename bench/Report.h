@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-/// What the benchmarks share: medians, and rows of a figure beside its bound.
+/// Functions that the benchmarks share: medians, and rows of a figure and its bound.
 namespace tidemark::bench {
 
 /// Seconds that `work` takes.
@@ -31,8 +31,8 @@ double medianOf(int runs, Measure measure) {
     return median(std::move(values));
 }
 
-/// One row: what, the figure, its bound, and whether it holds. A figure without a bound is told
-/// for comparison.
+/// Prints one row: what was measured, the figure, its bound, and whether it is met. A figure
+/// without a bound is for comparison.
 inline void row(const std::string& what, double figure, const char* unit, double bound = 0) {
     if (bound > 0)
         std::printf("%-62s %9.2f %-4s bound %8.2f  %s\n", what.c_str(), figure, unit, bound,

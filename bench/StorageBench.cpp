@@ -93,12 +93,12 @@ double processorSeconds(int who) {
     return secondsOf(usage.ru_utime) + secondsOf(usage.ru_stime);
 }
 
-/// Time on the clock and of the processor, by round.
+/// Time by the clock and processor time, by round.
 struct Times {
     std::vector<double> elapsed;
     std::vector<double> processor;
 
-    /// `who` is whose processor time counts: that of the process or of its children.
+    /// `who` selects the processor time of the process or of its children.
     void add(int who, auto&& work) {
         const double before = processorSeconds(who);
         elapsed.push_back(bench::seconds(work));
@@ -106,7 +106,7 @@ struct Times {
     }
 };
 
-/// The median of the ratios by round: what slows a round meets both alike.
+/// The median of the ratios by round, since anything that slows a round affects both sides.
 double ratio(const std::vector<double>& ours, const std::vector<double>& theirs) {
     std::vector<double> ratios;
     for (std::size_t round = 0; round < ours.size(); ++round)
@@ -114,7 +114,7 @@ double ratio(const std::vector<double>& ours, const std::vector<double>& theirs)
     return bench::median(std::move(ratios));
 }
 
-/// Both take the same tree in turns, so that whatever else the machine does meets them alike.
+/// Both walk the same tree in turns, so that other load on the machine affects them equally.
 void compareSpeed() {
     const bench::Workspace workspace;
     makeTree(workspace.path(), 250, 4, 300);
@@ -153,7 +153,7 @@ constexpr int childrenPerRoot = 60;
 
 struct MeasuredCapture {
     double seconds = 0;
-    /// Handed to the system to be written.
+    /// Passed to the system to be written.
     double megabytes = 0;
 };
 
@@ -177,7 +177,7 @@ MeasuredCapture captureOnce(const ObservationOptions& options, ComponentStorageS
     return result;
 }
 
-/// Many small folders, where saving what was measured could take longer than measuring it.
+/// Many small folders, where saving could take longer than measuring.
 void measureSaving() {
     const bench::Workspace workspace;
     std::vector<fs::path> folders;

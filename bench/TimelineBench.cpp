@@ -1,4 +1,4 @@
-// The pure engines: comparing two large snapshots, and rebuilding what the history screens show.
+// Comparing two large snapshots, and rebuilding the list of events that is shown.
 
 #include "bench/Generator.h"
 #include "bench/Report.h"

@@ -7,7 +7,7 @@
 
 namespace tidemark::bench {
 
-/// A folder of its own that is gone when the benchmark ends.
+/// A temporary folder, removed when the benchmark ends.
 class Workspace {
 public:
     Workspace() {

@@ -25,11 +25,11 @@ namespace tidemark::commandClient {
 
 namespace {
 
-/// How long a command waits for the data folder: five seconds.
+/// How often a command tries to lock the data folder: for five seconds.
 constexpr int folderAttempts = 50;
 constexpr std::chrono::milliseconds folderPause{100};
 
-/// Asks on the terminal. Throws `Error` where there is none.
+/// Asks a question on the terminal. Throws `Error` when there is none.
 bool confirmed(const std::string& question) {
     if (::isatty(STDIN_FILENO) == 0)
         throw Error("Nobody is there to ask; --yes does it without a question.");
@@ -42,29 +42,29 @@ bool confirmed(const std::string& question) {
     return false;
 }
 
-/// A command, and where it is to be carried out.
-struct Errand {
+/// A command to be carried out, with its options and the folders to use.
+struct PendingCommand {
     const Command& command;
     std::unique_ptr<Invocation> invocation;
     RecorderPlaces places = RecorderPlaces::current();
 };
 
-/// What the recorder that runs answers; absent when there is none.
-std::optional<ControlAnswer> askRecorder(const Errand& errand) {
+/// The answer of the running recorder; absent when none is running.
+std::optional<ControlAnswer> askRecorder(const PendingCommand& pending) {
     ControlClient::Patience patience;
-    if (errand.invocation->isReading())
+    if (pending.invocation->isReading())
         patience.answer = std::chrono::minutes(1);
     return ControlClient::ask(
-        errand.places.sockets,
-        commandRequests::request(errand.command, *errand.invocation, console::useColour()),
+        pending.places.sockets,
+        commandRequests::request(pending.command, *pending.invocation, console::useColour()),
         patience);
 }
 
-std::optional<ControlAnswer> answerFromStored(const Errand& errand) {
-    if (!errand.invocation->isReading())
+std::optional<ControlAnswer> answerFromStored(const PendingCommand& pending) {
+    if (!pending.invocation->isReading())
         return std::nullopt;
-    StoredRecords stored(errand.places, console::useColour());
-    auto answer = errand.invocation->answerFromStored(stored);
+    StoredRecords stored(pending.places, console::useColour());
+    auto answer = pending.invocation->answerFromStored(stored);
     if (!answer)
         return std::nullopt;
     for (const auto& problem : answer->problems)
@@ -72,7 +72,7 @@ std::optional<ControlAnswer> answerFromStored(const Errand& errand) {
     return ControlAnswer{0, std::move(answer->text), {}};
 }
 
-/// The error of a coroutine that nobody awaits is kept for who runs the event loop.
+/// No one awaits this coroutine, so its exception is passed to `failure`.
 QCoro::Task<void> carryOutHere(CommandContext context, std::unique_ptr<Invocation> invocation,
                                std::string& output, std::exception_ptr& failure) {
     try {
@@ -95,39 +95,41 @@ std::string textOf(const std::exception_ptr& failure) {
     return "";
 }
 
-/// Prints what is wrong with the settings, unless the failure of the command says so. After a
-/// failure only that they could not be read: that they could not be stored has the same cause.
+/// Prints a problem with the settings, unless the failure of the command reports it. After a
+/// failure only a problem of reading is printed, since one of storing has the same cause as the
+/// failure.
 void reportProblem(const JsonPreferences& settings, const std::exception_ptr& failure) {
     const auto problem = failure ? settings.loadingProblem() : settings.problem();
     if (problem && !textOf(failure).contains(*problem))
         std::fprintf(stderr, "%s\n", oneLine(*problem).c_str());
 }
 
-/// Waits a while for another command to leave the data folder, or a recorder to listen.
-std::optional<ControlAnswer> takeFolder(std::optional<Recorder>& recorder, const Errand& errand) {
+/// Waits until another command releases the data folder or a recorder listens.
+std::optional<ControlAnswer> takeFolder(std::optional<Recorder>& recorder,
+                                        const PendingCommand& pending) {
     for (int attempt = 0;; ++attempt) {
         try {
-            recorder.emplace(errand.places);
+            recorder.emplace(pending.places);
             return std::nullopt;
         } catch (const FolderTaken&) {
             if (attempt == folderAttempts)
                 throw;
         }
         std::this_thread::sleep_for(folderPause);
-        if (auto answer = askRecorder(errand))
+        if (auto answer = askRecorder(pending))
             return answer;
     }
 }
 
-ControlAnswer carryOutAlone(Errand errand) {
+ControlAnswer carryOutAlone(PendingCommand pending) {
     const Interruption interruption(Interruption::AfterStop::ends);
     requireFreeDescriptors(QtApplication::neededDescriptors);
     const QtApplication application;
-    // What went wrong is said once, below or as the error of the command.
+    // Problems are printed once, below or as the error of the command, and not logged as well.
     QLoggingCategory::setFilterRules("*.debug=false\n*.info=false\n*.warning=false\n"
                                      "app.tidemark.captures=false");
     std::optional<Recorder> taken;
-    if (auto answer = takeFolder(taken, errand))
+    if (auto answer = takeFolder(taken, pending))
         return *std::move(answer);
     Recorder& recorder = *taken;
     std::string output;
@@ -139,12 +141,12 @@ ControlAnswer carryOutAlone(Errand errand) {
         qApp,
         [&] {
             recorder.tasks().start(carryOutHere({recorder, console::useColour(), false},
-                                                std::move(errand.invocation), output, failure));
+                                                std::move(pending.invocation), output, failure));
         },
         Qt::QueuedConnection);
     QCoreApplication::exec();
     recorder.model().stopAutomaticCaptures();
-    // Only then is it known whether the memory history could be saved.
+    // Before this has ended it is not known whether the memory history could be saved.
     recorder.tasks().start(recorder.memoryHistory().writer());
     recorder.tasks().drain();
     reportProblem(recorder.preferences(), failure);
@@ -157,12 +159,12 @@ ControlAnswer carryOutAlone(Errand errand) {
     return {0, std::move(output), {}};
 }
 
-ControlAnswer answered(Errand errand) {
-    if (auto answer = askRecorder(errand))
+ControlAnswer answered(PendingCommand pending) {
+    if (auto answer = askRecorder(pending))
         return *std::move(answer);
-    if (auto answer = answerFromStored(errand))
+    if (auto answer = answerFromStored(pending))
         return *std::move(answer);
-    return carryOutAlone(std::move(errand));
+    return carryOutAlone(std::move(pending));
 }
 
 } // namespace

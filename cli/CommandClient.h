@@ -6,8 +6,8 @@
 
 namespace tidemark::commandClient {
 
-/// Has a command carried out and prints the answer: by the recorder that runs, else by this
-/// process. Returns the exit status. Throws `Error`.
+/// Carries out a command, in the running recorder or else in this process, and prints the answer.
+/// Returns the exit status. Throws `Error`.
 int carryOut(const Command& command, std::unique_ptr<Invocation> invocation);
 
 } // namespace tidemark::commandClient

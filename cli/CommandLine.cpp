@@ -21,7 +21,7 @@ std::string uppercased(std::string_view text) {
     return result;
 }
 
-/// The option under the names that the parser knows it by: "PATH", "--limit", "-o,--output".
+/// The names of the option in the notation of the parser: "PATH", "--limit", "-o,--output".
 std::string parserName(const OptionDescription& option) {
     if (option.form.isPositional)
         return uppercased(option.name);
@@ -30,7 +30,7 @@ std::string parserName(const OptionDescription& option) {
     return letter + "--" + std::string(option.name);
 }
 
-/// "NAME:{csv,json}"
+/// The placeholder for the value in the help, such as "NAME:{csv,json}".
 std::string valueText(const OptionDescription& option) {
     std::string text(option.form.valueName);
     for (const auto& choice : option.choices)
@@ -38,7 +38,7 @@ std::string valueText(const OptionDescription& option) {
     return option.choices.empty() ? text : text + "}";
 }
 
-/// The table of commands as a parser, for one command line.
+/// Parses one command line by the table of commands.
 class Parser {
 public:
     explicit Parser(std::span<const Command> commands) : app(description, "tidemark") {
@@ -50,7 +50,7 @@ public:
     }
 
     CommandLine parse(std::vector<std::string> words) {
-        // The library takes them from the back.
+        // CLI11 takes the words in reverse order.
         std::ranges::reverse(words);
         try {
             app.parse(std::move(words));
@@ -67,7 +67,8 @@ private:
         std::unique_ptr<Invocation> invocation;
     };
 
-    /// Help and version come as errors, too. Throws `UsageError` for the others.
+    /// The text of help or version, which CLI11 reports as errors as well. Throws `UsageError` for
+    /// other errors.
     std::string textOf(const CLI::ParseError& error) const {
         if (error.get_exit_code() != 0)
             throw UsageError(error.what());
@@ -77,7 +78,8 @@ private:
     }
 
     CommandLine chosen() {
-        // A family that was given alone is none of the commands in it.
+        // Commands are checked before families: a family only matches when none of its commands was
+        // given.
         for (auto* candidates : {&entries, &families})
             for (auto& [parser, command, invocation] : *candidates)
                 if (parser->parsed()) {
@@ -132,7 +134,7 @@ private:
             addOption(parser, options[place], place, *entry.invocation);
     }
 
-    /// The words are taken as they are: the library would read some of them as lists.
+    /// Takes the words unchanged: CLI11 would split some of them into lists.
     void addOption(CLI::App& parser, const OptionDescription& option, std::size_t place,
                    Invocation& invocation) {
         const CLI::callback_t take = [place, &invocation](const CLI::results_t& words) {
@@ -153,7 +155,7 @@ private:
     CLI::App app;
     std::map<std::string, CLI::App*> familyParsers;
     std::vector<Entry> entries;
-    /// What the first word of several commands means alone.
+    /// Commands whose name is also the first word of others, such as `folders`.
     std::vector<Entry> families;
 };
 

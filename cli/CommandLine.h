@@ -9,16 +9,16 @@
 
 namespace tidemark {
 
-/// What a command line asks for: a command, or a text to print, such as the help.
+/// A parsed command line: a command, or a text to print, such as the help.
 struct CommandLine {
-    /// Null when there is only `text`.
+    /// Null when only `text` is to be printed.
     const Command* command = nullptr;
-    /// With the options as given, and checked.
+    /// The command's options as given, after validation.
     std::unique_ptr<Invocation> invocation{};
     std::string text{};
 
-    /// The meaning of the words behind the program's name. Throws `UsageError` for words that fit
-    /// none of the commands.
+    /// Parses the words after the program's name. Throws `UsageError` when they fit none of the
+    /// commands.
     static CommandLine parse(std::span<const Command> commands, std::vector<std::string> words);
 };
 

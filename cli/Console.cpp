@@ -15,8 +15,7 @@ namespace tidemark::console {
 namespace {
 
 [[noreturn]] void fail() {
-    // Where SIGPIPE doesn't end the process before: the parent may have left it ignored, and Qt
-    // ignores it from its first socket on.
+    // Reached when SIGPIPE is ignored: by the parent, or by Qt once it has opened a socket.
     if (errno == EPIPE)
         throw ReaderGone();
     throw Error("Standard output could not be written: " + std::string(std::strerror(errno)) + ".");

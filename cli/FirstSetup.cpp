@@ -44,14 +44,14 @@ void offer(const Folders& folders) {
     }
 }
 
-/// A line of the terminal; absent at its end and when `stop` comes first.
+/// Reads a line from the terminal; absent at the end of input and when `stop` is requested.
 std::optional<std::string> readLine(const std::stop_token& stop) {
     std::array<int, 2> ends{-1, -1};
     if (::pipe(ends.data()) != 0)
         return std::nullopt;
     const FileDescriptor reading(ends[0]);
     FileDescriptor writing(ends[1]);
-    // Closing one end wakes who waits at the other.
+    // Closing one end of the pipe wakes the poll(2) on the other.
     const std::stop_callback onStop(stop, [&] { writing = FileDescriptor(); });
     std::array<pollfd, 2> sources{{{STDIN_FILENO, POLLIN, 0}, {reading.get(), POLLIN, 0}}};
     while (::poll(sources.data(), sources.size(), -1) < 0 && errno == EINTR) {

@@ -12,16 +12,16 @@ namespace tidemark {
 
 class Recorder;
 
-/// The folders that a first start is to monitor, and only a first one: all recommended ones for
-/// `recommended`, none for `none`. Without a choice it asks on a terminal, showing what can be
-/// read; without a terminal it says that the folders are still to be chosen. Absent when the choice
-/// was made before, is left to `tidemark folders`, or `stop` ended the question.
+/// The folders to monitor after the first start: all recommended ones for `recommended`, none for
+/// `none`. Without `setup` it lists the readable folders on the terminal and asks; without a
+/// terminal it prints that the folders are still to be chosen. Absent when they were chosen before,
+/// are left to `tidemark folders`, or `stop` was requested.
 std::optional<std::vector<RecommendedFolder>>
 firstSetup(Recorder& recorder, std::optional<SetupChoice> setup, const std::stop_token& stop);
 
-/// The folders that an answer means out of those that were offered: their numbers from 1 on, with
-/// blanks or commas between them, "none", or all for "all" and the empty text. Absent when it
-/// means nothing.
+/// Parses the answer to the question: numbers of the `offered` folders from 1 on, separated by
+/// blanks or commas, "none", or "all" or an empty text for all of them. Absent when it can't be
+/// parsed.
 std::optional<std::vector<RecommendedFolder>>
 chosenFolders(const std::vector<RecommendedFolder>& offered, const std::string& answer);
 

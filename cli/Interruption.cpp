@@ -16,7 +16,7 @@ using std::chrono::microseconds;
 using std::chrono::milliseconds;
 using std::chrono::seconds;
 
-/// What a shell reports of a program that a signal ended.
+/// Shells report 128 + N as the status of a program that signal N ended.
 constexpr int signalStatus = 128;
 
 sigset_t taken() {
@@ -41,7 +41,7 @@ void setTimer(milliseconds time) {
     ::setitimer(ITIMER_REAL, &timer, nullptr);
 }
 
-/// By a handler and no thread: none must have to get round to it.
+/// Ends the process by a signal handler, which also works when no thread can run.
 void endAfter(milliseconds time, int status) {
     lateStatus = status;
     struct sigaction action{};
@@ -66,15 +66,15 @@ Interruption::Masking::~Masking() {
     ::pthread_sigmask(SIG_UNBLOCK, &signals, nullptr);
 }
 
-Interruption::Interruption(AfterStop next, milliseconds longest)
-    : afterStop(next), limit(longest), waiter(startThread([this] { wait(); })) {}
+Interruption::Interruption(AfterStop afterStop, milliseconds limit)
+    : afterStop(afterStop), limit(limit), waiter(startThread([this] { wait(); })) {}
 
 Interruption::~Interruption() {
     over = true;
-    // Anyone may send a SIGUSR1, so it only wakes the waiter to look.
+    // Any process may send SIGUSR1, so it only wakes the waiter, which then checks.
     ::pthread_kill(waiter.native_handle(), SIGUSR1);
     waiter.join();
-    if (afterStop == AfterStop::goesOn)
+    if (afterStop == AfterStop::continues)
         setTimer({});
 }
 

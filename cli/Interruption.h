@@ -8,23 +8,23 @@
 namespace tidemark {
 
 /// Turns the first Control-C (SIGINT), SIGTERM or loss of the terminal (SIGHUP) into a request to
-/// stop, and the second into the end of the process at once. What was asked to stop may hang in the
-/// system, such as in a network volume that never answers: when it takes longer than `longestEnd`,
-/// the process ends as well. Nothing half-written is left then, as files are replaced whole.
+/// stop; the second ends the process at once. The process also ends when stopping takes longer than
+/// `longestEnd`, since a system call can hang, as on a network volume that does not respond. Files
+/// are replaced whole, so no half-written one is left.
 ///
-/// To be made before any other thread, which then inherits that these signals are taken here; one
+/// Construct it before any other thread, so that threads inherit the blocked signals; one instance
 /// at a time.
 class Interruption {
 public:
-    /// What follows a stop. A process that ends has to be gone in time, long after this object; one
-    /// that goes on, as to print what it has, has to be done with its work by the end of this
-    /// object.
-    enum class AfterStop { goesOn, ends };
+    /// What the process does after a stop. With `ends`, it has to end within the time, even after
+    /// this object is destroyed. With `continues`, for example to print partial results, only the
+    /// work until the destruction of this object is limited.
+    enum class AfterStop { continues, ends };
 
     static constexpr std::chrono::milliseconds longestEnd{10'000};
 
     /// Throws `Error` when the thread that waits for signals can't be started.
-    explicit Interruption(AfterStop next, std::chrono::milliseconds longest = longestEnd);
+    explicit Interruption(AfterStop afterStop, std::chrono::milliseconds limit = longestEnd);
     ~Interruption();
     Interruption(const Interruption&) = delete;
     Interruption& operator=(const Interruption&) = delete;
@@ -32,7 +32,7 @@ public:
     std::stop_token token() const { return source.get_token(); }
 
 private:
-    /// The signals that are taken here reach no other thread.
+    /// Blocks the handled signals in all other threads.
     struct Masking {
         Masking();
         ~Masking();

@@ -13,14 +13,15 @@ namespace tidemark {
 
 namespace {
 
-/// A pipe that takes anything takes as much as this at once (pipe(7)).
+/// A pipe that is ready for writing accepts at least this many bytes (pipe(7)).
 constexpr std::size_t pieceSize = PIPE_BUF;
 
-/// The flag O_NONBLOCK belongs to the opened file, which other processes share: the shell that
-/// started the program would suffer from it. So the stream is opened once more.
+/// Opens the stream again: the flag O_NONBLOCK would apply to all processes that share the open
+/// file, such as the shell that started the program.
 FileDescriptor openedAgain(int stream) {
     struct stat status{};
-    // A regular file never makes anybody wait for a reader, and has one place where to write.
+    // Writing to a regular file does not block, and opening it again would give a second write
+    // position.
     if (::fstat(stream, &status) != 0 || !(S_ISFIFO(status.st_mode) || S_ISCHR(status.st_mode)))
         return {};
     const std::string path = "/dev/fd/" + std::to_string(stream);

@@ -9,25 +9,25 @@
 
 namespace tidemark {
 
-/// Writes lines to a stream without ever waiting for its reader. Lines that a full pipe or a halted
-/// terminal doesn't take wait for the next line, `mostWaiting` bytes of them; further ones are
-/// dropped, and their number stands in the log later. Once the reader of a pipe is gone nothing is
-/// written any more; the process ignores SIGPIPE, or it ends with the reader. Any thread.
+/// Writes lines to a stream without waiting for its reader. While a pipe is full or a terminal is
+/// stopped, up to `mostWaiting` bytes of lines are queued; further lines are dropped, and their
+/// number is logged later. After the reader of a pipe has closed it, nothing more is written; the
+/// process must ignore SIGPIPE. Thread-safe.
 class LogWriter {
 public:
     static constexpr std::size_t mostWaiting = std::size_t{64} * 1024;
 
-    /// The stream stays open as long as this lives.
+    /// `stream` must stay open for the lifetime of this object.
     explicit LogWriter(int stream);
 
-    /// `line` comes without its line feed.
+    /// `line` is without a line feed.
     void write(std::string_view line);
 
 private:
     void keep(std::string_view line);
     void writeWhatFits();
 
-    /// The same pipe or terminal, opened without waiting; invalid where that is not possible.
+    /// The same pipe or terminal, opened with O_NONBLOCK; invalid if that is not possible.
     FileDescriptor own;
     const int descriptor;
     std::mutex mutex;

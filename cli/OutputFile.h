@@ -4,9 +4,9 @@
 
 namespace tidemark {
 
-/// The file to write: the one that a link leads to. Throws `FileError` for anything but a regular
-/// file, since a replacement would take the place of a device or a pipe, where no file can be made,
-/// and `Error` for a file of the program itself.
+/// The file to write for a path from the command line: the target of a link, else the path itself.
+/// Throws `FileError` when no file can be created there or it exists and is not a regular file, and
+/// `Error` for a file in the program's own folders.
 std::filesystem::path writableFile(const std::filesystem::path& given);
 
 } // namespace tidemark

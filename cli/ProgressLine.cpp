@@ -11,15 +11,15 @@ namespace tidemark {
 
 namespace {
 
-/// Seconds between two drawings of the line.
+/// Seconds between two updates of the line.
 constexpr double drawingInterval = 0.1;
-/// Back to the start of the line, and the rest of it away (ECMA-48).
+/// Moves to the start of the line and clears it (ECMA-48).
 constexpr const char* clearLine = "\r\033[K";
 
 } // namespace
 
-ProgressLine::ProgressLine(std::function<std::int64_t()> entries)
-    : entriesSoFar(std::move(entries)), onTerminal(console::takesEscapes(STDERR_FILENO)),
+ProgressLine::ProgressLine(std::function<std::int64_t()> entriesSoFar)
+    : entriesSoFar(std::move(entriesSoFar)), onTerminal(console::takesEscapes(STDERR_FILENO)),
       start(monotonicSeconds()) {}
 
 ProgressLine::~ProgressLine() {

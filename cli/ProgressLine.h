@@ -8,13 +8,14 @@
 
 namespace tidemark {
 
-/// Tells on standard error how a capture goes on: on a terminal in one line that is rewritten,
-/// with the entries so far and the time, otherwise with one line a phase. Hears of time passing as
-/// the clock of the capture, which rests between batches of work.
+/// Prints the progress of a capture to standard error: on a terminal in one line that is updated,
+/// with the number of entries and the time so far, otherwise with one line per phase. It is the
+/// clock of the capture, so that it can update the line whenever the capture pauses between
+/// batches.
 class ProgressLine final : public Clock {
 public:
-    /// `entries` tells how many have been walked so far.
-    explicit ProgressLine(std::function<std::int64_t()> entries);
+    /// `entriesSoFar` returns the number of entries walked.
+    explicit ProgressLine(std::function<std::int64_t()> entriesSoFar);
     ~ProgressLine() override;
     ProgressLine(const ProgressLine&) = delete;
     ProgressLine& operator=(const ProgressLine&) = delete;

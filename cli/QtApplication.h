@@ -5,10 +5,10 @@
 
 namespace tidemark {
 
-/// The application object of Qt. It wants the arguments of main() for as long as it lives.
+/// The application object of Qt, with the arguments of main() that it needs for its lifetime.
 struct QtApplication {
-    /// What the event loop, the locks and a capture need, with room to spare: the libraries of the
-    /// event loop abort without theirs. To be asked for before.
+    /// File descriptors needed by the event loop, the locks and a capture, with a margin. Check
+    /// them before (`requireFreeDescriptors`), because the libraries abort when they get none.
     static constexpr int neededDescriptors = 16;
 
     int count = 1;

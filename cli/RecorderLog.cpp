@@ -13,7 +13,7 @@ namespace tidemark::recorderLog {
 
 namespace {
 
-/// The journal of the system reads the level of a line from its start (sd-daemon(3)).
+/// The prefix from which the system journal reads the level of a line (sd-daemon(3)).
 const char* journalLevel(QtMsgType type) {
     static const bool toJournal = ::getenv("JOURNAL_STREAM") && ::isatty(STDERR_FILENO) == 0;
     if (!toJournal)
@@ -24,7 +24,7 @@ const char* journalLevel(QtMsgType type) {
 }
 
 void write(QtMsgType type, const QMessageLogContext&, const QString& message) {
-    // Never destroyed: threads log until the process is gone.
+    // Not destroyed, because threads log until the process ends.
     static auto* const log = new LogWriter(STDERR_FILENO);
     log->write(journalLevel(type) + oneLine(message.toStdString()));
 }

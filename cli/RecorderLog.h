@@ -1,11 +1,12 @@
 #pragma once
 
-/// The log of the program while it records: on standard error, in the form that the journal of the
-/// system reads where that is its reader.
+/// The log of the program while it records. It goes to standard error, with level prefixes if that
+/// is read by the system journal.
 namespace tidemark::recorderLog {
 
-/// Takes what Qt logs, from now on and on any thread. A slow reader holds nothing up, and the loss
-/// of the reader ends the log alone: the process ignores SIGPIPE from now on.
+/// Handles all messages that Qt logs from now on, on any thread. A slow reader does not block the
+/// program, and when the reader closes the pipe only the log ends: the process ignores SIGPIPE from
+/// now on.
 void start();
 
 } // namespace tidemark::recorderLog

@@ -4,8 +4,9 @@
 
 #include <span>
 
-/// The commands that need this process itself, such as its terminal: a row for each, as in
-/// recorder/Commands.h. A source in cli/commands/ defines it.
+/// The commands that can't be handed to a recorder, because they use the terminal or record
+/// themselves: a row for each, as in recorder/Commands.h. Each is defined in a file in
+/// cli/commands/.
 #define TIDEMARK_TERMINAL_COMMANDS(ROW)                                                            \
     ROW(run)                                                                                       \
     ROW(observe)                                                                                   \

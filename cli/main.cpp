@@ -15,11 +15,11 @@ namespace {
 
 constexpr int failed = 1;
 constexpr int wrongUsage = 2;
-/// What a shell reports of a program that SIGPIPE ended.
+/// The status that shells report for a program that SIGPIPE ended.
 constexpr int readerGone = 128 + SIGPIPE;
 
-/// A file that the program opens must not get the number of a stream that its parent had closed:
-/// what is printed would go into it.
+/// Opens /dev/null for standard streams that the parent has closed: otherwise a file opened by the
+/// program would get that number, and output would go into the file.
 void openStandardStreams() {
     int opened = -1;
     do
@@ -60,11 +60,11 @@ int run(std::vector<std::string> words) {
 
 int main(int argc, char** argv) {
     openStandardStreams();
-    // A parent may have left it ignored, and then the end of a child process could not be known.
+    // If the parent left SIGCHLD ignored, the status of child processes would be lost.
     std::signal(SIGCHLD, SIG_DFL);
-    // A write beyond the largest file that is allowed (ulimit -f) fails like any other, instead of
-    // ending the program with a temporary file left. A handler, unlike an ignored signal, is not
-    // inherited by the programs that this one starts.
+    // Makes a write beyond the file size limit (ulimit -f) fail with an error instead of killing
+    // the program and leaving a temporary file. A handler, unlike an ignored signal, is not
+    // inherited by child processes.
     std::signal(SIGXFSZ, [](int) {});
     return run({argv + std::min(argc, 1), argv + argc});
 }

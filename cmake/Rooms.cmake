@@ -2,13 +2,13 @@
 #
 # Makes a static library of a folder of sources, named after the folder: core/base is core_base.
 #
-#   SEES   rooms whose headers it may include; what these see, it sees as well
+#   SEES   rooms whose headers it may include, and those that these see
 #   USES   libraries that only its own sources include
 #   SHOWS  libraries that its headers include
 #
-# Each room has an include folder of its own that holds nothing but a link to it. So a room finds the headers of
-# the rooms it SEES and no others: an include against the direction of the arrows does not compile.
-# A source named …Linux.cpp or …Mac.cpp is built on that system alone.
+# Each room has an include folder of its own that contains only a link to it. So a room finds the headers of the
+# rooms that it SEES and no others: an include against the direction of the arrows does not compile.
+# A source named …Linux.cpp or …Mac.cpp is only built on that system.
 function(tidemark_room folder)
     cmake_parse_arguments(PARSE_ARGV 1 room "" "" "SEES;USES;SHOWS")
     string(REPLACE "/" "_" name "${folder}")

@@ -21,7 +21,7 @@ Preferences& CommandContext::preferences() const {
 }
 
 void CommandContext::requireHistory() const {
-    if (!*state().loaded)
+    if (!state().loaded())
         throw Error(state().error->value_or("The history has not been read yet; try again."));
 }
 
@@ -29,7 +29,7 @@ void CommandContext::requireFree() const {
     requireHistory();
     if (!state().canRecord())
         throw Error("Recording is paused; tidemark resume takes it up again.");
-    if (state().folderManagerPresented)
+    if (state().isRunning(Operation::choosingFolders))
         throw Error("The folders to monitor have not been chosen yet; tidemark folders does that.");
     if (state().busy())
         throw Error(anotherOperation);

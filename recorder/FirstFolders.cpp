@@ -16,7 +16,7 @@ std::vector<RecommendedFolder> readable(std::vector<RecommendedFolder> folders) 
 QCoro::Task<void> choose(Recorder& recorder, std::vector<RecommendedFolder> chosen) {
     const auto hold = recorder.tasks().hold();
     auto& model = recorder.model();
-    if (model.state().isManagingFolders || model.state().isCheckingRecommendedAccess)
+    if (model.state().isAnyRunning(exclusions::checks.with(Operation::managingFolders)))
         throw Error(anotherOperation);
     model.beginFolderManagement();
     auto cancel = qScopeGuard([&model] { model.cancelFolderManagement(); });
@@ -26,7 +26,7 @@ QCoro::Task<void> choose(Recorder& recorder, std::vector<RecommendedFolder> chos
     if (model.state().isEnding)
         co_return;
     cancel.dismiss();
-    if (*model.state().loaded)
+    if (model.state().loaded())
         co_await model.finishFolderManagement();
     else
         model.completeFolderManagement();

@@ -10,7 +10,7 @@
 namespace tidemark {
 
 FolderChange::FolderChange(const CommandContext& where) : context(where) {
-    if (context.state().isManagingFolders || context.state().isCheckingRecommendedAccess)
+    if (context.state().isAnyRunning(exclusions::checks.with(Operation::managingFolders)))
         throw Error(anotherOperation);
     context.model().beginFolderManagement();
 }
@@ -20,7 +20,7 @@ FolderChange::~FolderChange() {
 }
 
 void FolderChange::finish() {
-    if (context.isRunning && *context.state().loaded)
+    if (context.isRunning && context.state().loaded())
         context.recorder.tasks().start(context.model().finishFolderManagement());
     else
         context.model().completeFolderManagement();
@@ -35,7 +35,7 @@ QCoro::Task<GivenFolder> GivenFolder::of(FilePath path) {
                           std::move(canonical)};
 }
 
-const FolderGrant& GivenFolder::granted(const FolderAccess& folders) const {
+FolderGrant GivenFolder::granted(const FolderAccess& folders) const {
     // A folder that has become a link is known by where it was.
     for (const auto& candidate : {text, canonical})
         if (const auto grant = std::ranges::find(folders.grants(), candidate, &FolderGrant::path);

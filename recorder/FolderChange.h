@@ -33,7 +33,7 @@ struct GivenFolder {
 
     static QCoro::Task<GivenFolder> of(FilePath path);
     /// The monitored folder that it means. Throws `Error` when there is none.
-    const FolderGrant& granted(const FolderAccess& folders) const;
+    FolderGrant granted(const FolderAccess& folders) const;
 };
 
 } // namespace tidemark

@@ -5,7 +5,7 @@
 
 namespace tidemark {
 
-const Baseline& namedSnapshot(const Journal& journal, const std::string& name) {
+Baseline namedSnapshot(const Journal& journal, const std::string& name) {
     std::vector<const Baseline*> found;
     for (const auto& baseline : journal.baselines) {
         if (baseline.id.text() == name)

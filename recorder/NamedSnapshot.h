@@ -8,9 +8,9 @@ struct Baseline;
 struct Journal;
 
 /// The help of an option that names one.
-inline constexpr const char* namedSnapshotHelp = "Its name, or its identifier";
+inline constexpr const char* namedSnapshotHelp = "Name or identifier of the snapshot";
 
 /// The snapshot of this name or identifier. Throws `Error` when there is none, or several.
-const Baseline& namedSnapshot(const Journal& journal, const std::string& name);
+Baseline namedSnapshot(const Journal& journal, const std::string& name);
 
 } // namespace tidemark

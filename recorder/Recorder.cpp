@@ -19,24 +19,27 @@ FolderLock Recorder::taken(const std::filesystem::path& folder) {
 Recorder::Recorder(RecorderPlaces chosen)
     : where(std::move(chosen)), held(taken(where.files.directory)),
       stored(where.settings, JsonPreferences::Opening::toWrite, Clock::system(), held.guard()),
+      state(stored, false, std::nullopt, AppClock::system().now()),
       memory({.url = where.files.memoryHistory(),
               .preferences = stored,
               .workspaceCenter = workspaceCenter,
+              .collectionAllowed = [this] { return state.canRecord(); },
               .guard = held.guard()}),
-      live({.activityURL = where.files.systemActivity(),
+      live({.state = state,
+            .activityURL = where.files.systemActivity(),
             .workspaceCenter = workspaceCenter,
             .memory = memory,
             .guard = held.guard()}),
-      appModel({.preferences = stored,
+      appModel({.state = state,
+                .live = live,
+                .preferences = stored,
                 .files = where.files,
                 .applicationCenter = applicationCenter,
                 .workspaceCenter = workspaceCenter,
                 .guard = held.guard()}) {
-    live.attach(appModel.state());
     auto& screen = appModel.history();
-    QObject::connect(&memory, &MemoryHistoryService::archiveChanged, &screen,
+    QObject::connect(&memory, &MemoryHistoryService::changed, &screen,
                      [this, &screen] { screen.setMemory(memory.archive()); });
-    appModel.setLiveServices(live);
 }
 
 SettingSources Recorder::sources() {
@@ -56,8 +59,7 @@ SettingSources Recorder::sources() {
 }
 
 RecordedHistory Recorder::recorded() const {
-    const auto& state = appModel.state();
-    return {.journal = state.journal(),
+    return {.journal = *state.journal(),
             .activity = state.systemActivity(),
             .memory = memory.archive(),
             .activityProblem = *state.activityError,

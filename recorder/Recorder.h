@@ -50,6 +50,7 @@ private:
     JsonPreferences stored;
     NotificationCenter applicationCenter;
     NotificationCenter workspaceCenter;
+    ModelState state;
     MemoryHistoryService memory;
     LiveWiring live;
     AppModel appModel;

@@ -1,20 +1,12 @@
 #pragma once
 
-#include <QObject>
+#include "app/base/Observable.h"
+
 #include <utility>
 
 namespace tidemark {
 
-/// An object whose published values views may read, and are told about.
-class Observable : public QObject {
-    Q_OBJECT
-
-Q_SIGNALS:
-    /// Some published value is another now.
-    void changed();
-};
-
-/// A value that tells its owner's observers when it becomes another.
+/// A value that announces a change of its owner when it becomes another.
 template <class T>
 class Published {
 public:
@@ -29,7 +21,7 @@ public:
         if (next == value)
             return *this;
         value = std::move(next);
-        Q_EMIT owner->changed();
+        owner->noteChange();
         return *this;
     }
     Published(const Published&) = delete;

@@ -57,13 +57,13 @@ void FolderAccess::persist(std::vector<FolderGrant> updated) {
     if (!preferences.set(key, Data{json::encoded(updated)}))
         throw Error(preferences.problem().value_or("The settings can’t be saved."));
     grantList = std::move(updated);
-    Q_EMIT changed();
+    noteChange();
 }
 
 void FolderAccess::report(std::optional<std::string> text, bool success) {
     lastMessage = std::move(text);
     lastMessageIsSuccess = success;
-    Q_EMIT changed();
+    noteChange();
 }
 
 FolderAccess::AccessStatus FolderAccess::accessStatus(const std::string& path) const {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/base/Observable.h"
 #include "app/base/TaskScope.h"
 #include "app/capture/BookmarkOperations.h"
 #include "app/capture/FolderCalls.h"
@@ -9,7 +10,6 @@
 #include "app/capture/RecommendedFolder.h"
 #include "app/preferences/Preferences.h"
 
-#include <QObject>
 #include <map>
 #include <optional>
 
@@ -19,7 +19,7 @@ namespace tidemark {
 /// The rest of the program sees roots and issues, and no bookmark. Main thread only; whatever
 /// touches a folder runs in the background, and one that doesn't answer there counts as
 /// unavailable.
-class FolderAccess : public QObject {
+class FolderAccess : public Observable {
     Q_OBJECT
 
 public:
@@ -77,9 +77,6 @@ public:
 
     /// Ends what waits for folders at this moment: those that gave no answer are unavailable.
     void stopWaiting();
-
-Q_SIGNALS:
-    void changed();
 
 private:
     struct Opened;

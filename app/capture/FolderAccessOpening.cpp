@@ -255,7 +255,7 @@ QCoro::Task<FolderCaptureAccess> FolderAccess::beginCapture(bool measureStorage)
     if (roots.background.empty())
         issues.emplace_back("Background definitions are not observed until you allow a "
                             "LaunchAgents or LaunchDaemons folder in Settings.");
-    Q_EMIT changed();
+    noteChange();
     ObservationOptions options(std::move(roots.applications), std::move(roots.background),
                                std::move(roots.storage));
     co_return FolderCaptureAccess(std::move(options), std::move(issues), std::move(urls),

@@ -6,14 +6,6 @@ namespace tidemark {
 
 using enum FolderPurpose;
 
-std::vector<RecommendedFolder> RecommendedFolder::current(const std::filesystem::path& home) {
-#ifdef __APPLE__
-    return ofMac(home);
-#else
-    return ofLinux(home);
-#endif
-}
-
 std::vector<RecommendedFolder> RecommendedFolder::ofMac(const std::filesystem::path& home) {
     return {
         {"Applications", "/Applications", applications},

@@ -1,7 +1,7 @@
 #include "app/memory/MemoryHistoryService.h"
 
 #include "app/base/Background.h"
-#include "app/preferences/PreferenceKeys.h"
+#include "app/preferences/FollowSettings.h"
 
 #include <QCoroSignal>
 #include <algorithm>
@@ -40,11 +40,26 @@ bool isStorable(const MemoryRecord& record) {
 MemoryHistoryService::MemoryHistoryService(Setup setup)
     : preferences(setup.preferences), workspace(setup.workspaceCenter), clock(setup.clock),
       observeLive(setup.observeLive), store(std::move(setup.url), std::move(setup.guard)),
-      days(this, read(preferences, preference::memoryClipboardDays)) {}
+      collectors(std::move(setup.collectors)),
+      collectionAllowed(std::move(setup.collectionAllowed)) {
+    followPreferences();
+}
 
 MemoryHistoryService::~MemoryHistoryService() {
     stop();
     tasks.drain();
+}
+
+void MemoryHistoryService::followPreferences() {
+    using namespace preference;
+    const auto applyAge = [this] {
+        update({});
+        noteChange();
+    };
+    followSettings(preferences, this, applyAge, memoryClipboardDays);
+    followSettings(
+        preferences, this, [this] { reconfigure(); }, memoryFiles, memoryApps,
+        memoryAllIndexedFiles, memoryFolders, memoryClipboard, memoryExcludedApps);
 }
 
 QCoro::Task<void> MemoryHistoryService::load() {
@@ -87,7 +102,7 @@ void MemoryHistoryService::reconfigure() {
     if (!active())
         return;
     for (MemoryCollector* collector : collectors)
-        collector->start();
+        collector->start(*this);
 }
 
 void MemoryHistoryService::stopCollectors() {
@@ -118,7 +133,7 @@ void MemoryHistoryService::update(std::vector<MemoryRecord> records, bool persis
         records.clear();
     std::erase_if(records, std::not_fn(isStorable));
     MemoryArchive next = current;
-    next.upsert(std::move(records), clock.now(), days);
+    next.upsert(std::move(records), clock.now(), clipboardDays());
     publish(std::move(next));
     if (persist && current != lastEnqueued)
         enqueue(current);
@@ -128,8 +143,7 @@ void MemoryHistoryService::publish(MemoryArchive next) {
     if (next == current)
         return;
     current = std::move(next);
-    Q_EMIT archiveChanged();
-    Q_EMIT changed();
+    noteChange();
 }
 
 void MemoryHistoryService::enqueue(const MemoryArchive& next) {
@@ -211,8 +225,10 @@ std::vector<Shared<MemoryRecord>> MemoryHistoryService::clips() const {
 
 void MemoryHistoryService::setClipboardDays(std::int64_t wanted) {
     preferences.set(preference::memoryClipboardDays.name, wanted);
-    days = read(preferences, preference::memoryClipboardDays);
-    update({});
+}
+
+std::int64_t MemoryHistoryService::clipboardDays() const {
+    return read(preferences, preference::memoryClipboardDays);
 }
 
 } // namespace tidemark

@@ -36,6 +36,9 @@ public:
         /// Posts sleep and wake of the machine, of the screens and of the user's session.
         NotificationCenter& workspaceCenter;
         AppClock& clock = AppClock::system();
+        std::vector<MemoryCollector*> collectors{};
+        /// Whether anything may be recorded at all.
+        std::function<bool()> collectionAllowed = [] { return true; };
         /// Otherwise `start` does nothing.
         bool observeLive = true;
         /// Asked before the document or its side files are written.
@@ -45,13 +48,6 @@ public:
     explicit MemoryHistoryService(Setup setup);
     ~MemoryHistoryService() override;
 
-    /// Before `start`. It outlives this.
-    void addCollector(MemoryCollector& collector) { collectors.push_back(&collector); }
-    /// Whether anything may be recorded at all; true until one is set.
-    void setCollectionAllowed(std::function<bool()> allowed) {
-        collectionAllowed = std::move(allowed);
-    }
-
     /// Reads the file, once, and applies the age limits. Throws an `Error` when it can't be read:
     /// it is not touched then, nothing is collected, and the next call tries again.
     QCoro::Task<void> load();
@@ -60,8 +56,6 @@ public:
     void start();
     /// Ends all collecting, until the next `start`.
     void stop();
-    /// Starts the collectors afresh, after a change of what they observe.
-    void reconfigure();
     /// Waits until nothing is left to be written.
     QCoro::Task<void> writer();
 
@@ -81,9 +75,8 @@ public:
     std::vector<Shared<MemoryRecord>> clips() const;
     /// Set when a save failed.
     const std::optional<std::string>& failure() const { return *failureText; }
-    /// How long unpinned clips are kept.
-    std::int64_t clipboardDays() const { return days; }
-    /// Stores the preference; a shorter time applies at once.
+    /// How long unpinned clips are kept: a setting, of which a shorter time applies when it is set.
+    std::int64_t clipboardDays() const;
     void setClipboardDays(std::int64_t wanted);
 
     bool isLoaded() const { return loaded; }
@@ -94,12 +87,13 @@ public:
     std::uint64_t generation() const { return stops; }
 
 Q_SIGNALS:
-    /// The archive is another now.
-    void archiveChanged();
     /// For `writer`: a run of writes has ended.
     void written();
 
 private:
+    void followPreferences();
+    /// Starts the collectors afresh, after a change of what they observe.
+    void reconfigure();
     void requireStorable() const;
     void publish(MemoryArchive next);
     void enqueue(const MemoryArchive& next);
@@ -114,12 +108,11 @@ private:
     AppClock& clock;
     const bool observeLive;
     MemoryHistoryStore store;
-    std::vector<MemoryCollector*> collectors;
-    std::function<bool()> collectionAllowed = [] { return true; };
+    const std::vector<MemoryCollector*> collectors;
+    const std::function<bool()> collectionAllowed;
 
     MemoryArchive current;
     Published<std::optional<std::string>> failureText{this};
-    Published<std::int64_t> days;
     bool loaded = false;
     bool running = false;
     /// Why the collectors rest.

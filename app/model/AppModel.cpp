@@ -7,8 +7,6 @@
 #include "core/activity/SystemActivityStore.h"
 #include "core/base/Clock.h"
 
-#include <QScopeGuard>
-
 namespace tidemark {
 
 namespace {
@@ -22,35 +20,42 @@ CollectInstallations systemInstallations() {
 } // namespace
 
 AppModel::AppModel(Setup setup)
-    : dataFiles(std::move(setup.files)),
-      modelState(setup.preferences, setup.sandboxed, setup.legacyStorageEnabled, setup.clock.now()),
-      folders(setup.preferences, std::move(setup.bookmarks), setup.sandboxed,
+    : modelState(setup.state), live(setup.live), preferences(setup.preferences), clock(setup.clock),
+      dataFiles(std::move(setup.files)),
+      folders(preferences, std::move(setup.bookmarks), setup.sandboxed,
               setup.recommended ? *std::move(setup.recommended)
                                 : RecommendedFolder::current(setup.home)),
-      store(dataFiles.journal(), dataFiles.legacyJournal, dataFiles.upgradeBackup(), setup.guard),
+      journalFile(dataFiles, setup.guard),
       scanner(dataFiles.storageMeasurements(), entriesPerSlice, Clock::system(), setup.guard),
-      services{setup.preferences,
-               setup.clock,
-               folders,
-               store,
-               journalThread,
-               tasks,
-               std::move(setup.home),
-               setup.observe ? std::move(setup.observe) : machineObservation(scanner, progress),
-               std::move(setup.beginActivity),
-               nullptr,
-               {}},
-      flow(modelState, progress, services), recording(modelState, flow, services),
-      folderSetup(modelState, flow, services), screen(modelState, services),
-      namedSnapshots(modelState, flow, screen, services),
-      historyImport(modelState, flow, services,
-                    setup.collectInstallations ? std::move(setup.collectInstallations)
-                                               : systemInstallations()),
+      observations({.folders = folders,
+                    .preferences = preferences,
+                    .clock = clock,
+                    .progress = progress,
+                    .tasks = tasks,
+                    .home = std::move(setup.home),
+                    .observe = setup.observe ? std::move(setup.observe)
+                                             : machineObservation(scanner, progress)}),
+      flow(modelState, observations, journalFile, preferences, clock, tasks),
+      recording(modelState, observations, flow, live, preferences, tasks),
+      screen(modelState, preferences, clock, tasks), namedSnapshots({.state = modelState,
+                                                                     .observations = observations,
+                                                                     .flow = flow,
+                                                                     .file = journalFile,
+                                                                     .screen = screen,
+                                                                     .preferences = preferences,
+                                                                     .tasks = tasks}),
+      historyImport({.state = modelState,
+                     .flow = flow,
+                     .file = journalFile,
+                     .screen = screen,
+                     .clock = clock,
+                     .tasks = tasks,
+                     .collect = setup.collectInstallations ? std::move(setup.collectInstallations)
+                                                           : systemInstallations()}),
+      folderSetup(modelState, flow, historyImport, folders, preferences, tasks),
       scheduler(setup.applicationCenter, setup.workspaceCenter,
                 setup.heartbeat ? std::move(setup.heartbeat)
-                                : CaptureScheduler::backgroundHeartbeat(setup.clock)) {
-    services.importInitialHistory = [this] { return historyImport.importInitialHistoryIfNeeded(); };
-    historyImport.setShowImported([this] { screen.showImported(); });
+                                : CaptureScheduler::backgroundHeartbeat(clock)) {
     // The user may come back from the system's own settings of access.
     activation = setup.applicationCenter.observe(notification::applicationDidBecomeActive, [this] {
         tasks.start(resumePermissionSetupOnActivation());
@@ -65,70 +70,76 @@ AppModel::~AppModel() {
     tasks.drain();
 }
 
+/// One of the ways to start, until it is done. They exclude each other, and there is one start in
+/// the life of a program, unless it failed.
+class AppModel::Starting {
+public:
+    explicit Starting(AppModel& model) : hold(model.tasks.hold()), starting(model.starting) {
+        isFirst = !starting && !model.modelState.loaded() && !model.tasks.isStopping()
+                  && !model.isEnding();
+        starting = starting || isFirst;
+    }
+    ~Starting() {
+        if (isFirst)
+            starting = false;
+    }
+    Starting(const Starting&) = delete;
+    Starting& operator=(const Starting&) = delete;
+
+    explicit operator bool() const { return isFirst; }
+
+private:
+    const TaskScope::Hold hold;
+    bool& starting;
+    bool isFirst;
+};
+
 QCoro::Task<void> AppModel::check(QPointer<AppModel> model) {
     if (!model)
         co_return;
     co_await model->start();
     if (model && !model->starting && !model->isEnding())
-        co_await model->refreshIfNeeded(model->services.clock.now());
+        co_await model->refreshIfNeeded(model->clock.now());
 }
 
 QCoro::Task<void> AppModel::start() {
-    const auto hold = tasks.hold();
-    if (modelState.loaded || starting || tasks.isStopping() || isEnding())
+    const Starting started(*this);
+    if (!started)
         co_return;
-    starting = true;
-    const auto done = qScopeGuard([this] { starting = false; });
     qCInfo(capturesLog, "Starting observation service");
     scheduler.start([model = QPointer(this)] { return check(model); });
-    const bool isLoaded = co_await load();
-    if (!isLoaded || isEnding())
+    const bool isOpen = co_await open();
+    if (!isOpen)
         co_return;
-    showHistory();
     co_await startLiveServices();
     co_await catchUp();
 }
 
 QCoro::Task<void> AppModel::startForOneCapture() {
-    const auto hold = tasks.hold();
-    if (modelState.loaded || starting || tasks.isStopping())
+    const Starting started(*this);
+    if (!started)
         co_return;
-    starting = true;
-    const auto done = qScopeGuard([this] { starting = false; });
-    const bool isLoaded = co_await load();
-    if (!isLoaded || isEnding())
-        co_return;
-    showHistory();
-    co_await catchUp();
+    const bool isOpen = co_await open();
+    if (isOpen)
+        co_await catchUp();
 }
 
 QCoro::Task<void> AppModel::openHistory() {
-    const auto hold = tasks.hold();
-    if (modelState.loaded || starting || tasks.isStopping())
-        co_return;
-    starting = true;
-    const auto done = qScopeGuard([this] { starting = false; });
-    const bool isLoaded = co_await load();
-    if (isLoaded)
-        showHistory();
+    const Starting started(*this);
+    if (started)
+        co_await open();
 }
 
-void AppModel::showHistory() {
-    modelState.error = std::nullopt;
-    modelState.loaded = true;
-    recording.restore();
-}
-
-QCoro::Task<bool> AppModel::load() {
+/// Reads the history. False when it can't be read, and when the program ends meanwhile.
+QCoro::Task<bool> AppModel::open() {
     std::string failure;
     try {
-        const auto read = [this](const std::stop_token&) { return store.load(); };
-        // Whoever started the program waits for its history, however busy the machine is.
-        Journal journal =
-            co_await runInBackground(read, {}, WorkPriority::userInitiated, &journalThread);
-        modelState.setJournal(std::move(journal));
-        if (services.live)
-            co_await services.live->loadMemory();
+        co_await load();
+        if (isEnding())
+            co_return false;
+        modelState.error = std::nullopt;
+        modelState.setLoaded();
+        recording.restore();
         co_return true;
     } catch (const std::exception& error) {
         failure = error.what();
@@ -140,12 +151,18 @@ QCoro::Task<bool> AppModel::load() {
     co_return false;
 }
 
+QCoro::Task<void> AppModel::load() {
+    Journal journal = co_await journalFile.load();
+    modelState.setJournal(std::move(journal));
+    co_await live.loadMemory();
+}
+
 QCoro::Task<void> AppModel::startLiveServices() {
     if (!modelState.canRecord()) {
         co_await showStoredActivity();
-    } else if (services.live) {
-        services.live->startActivityMonitors();
-        services.live->startMemory();
+    } else {
+        live.startActivityMonitors();
+        live.startMemory();
     }
 }
 
@@ -155,26 +172,26 @@ QCoro::Task<void> AppModel::catchUp() {
     if (isEnding())
         co_return;
     if (restored) {
-        services.preferences.note(preference::diskAccessCheckRequested.name, false);
-        co_await importInitialHistory();
+        preferences.note(preference::diskAccessCheckRequested.name, false);
+        co_await historyImport.importInitialHistoryIfNeeded();
         co_await scan(false);
         if (isEnding())
             co_return;
     }
 
-    const bool isSetUp = read(services.preferences, preference::folderSetupCompleted)
-                         && !read(services.preferences, preference::diskAccessSetupPending);
+    const bool isSetUp = read(preferences, preference::folderSetupCompleted)
+                         && !read(preferences, preference::diskAccessSetupPending);
     if (!isSetUp) {
-        modelState.folderManagerPresented = true;
+        folderSetup.present();
         co_return;
     }
-    co_await importInitialHistory();
+    co_await historyImport.importInitialHistoryIfNeeded();
     if (isEnding())
         co_return;
     if (!modelState.latest())
         co_await scan(false);
     else
-        co_await refreshIfNeeded(services.clock.now());
+        co_await refreshIfNeeded(clock.now());
 }
 
 QCoro::Task<void> AppModel::showStoredActivity() {
@@ -192,31 +209,21 @@ QCoro::Task<void> AppModel::showStoredActivity() {
     }
 }
 
-QCoro::Task<void> AppModel::importInitialHistory() {
-    if (services.importInitialHistory && !isEnding())
-        co_await services.importInitialHistory();
-}
-
 void AppModel::stopAutomaticCaptures() {
     qCInfo(capturesLog, "Stopping observation service");
     modelState.isEnding = true;
     scheduler.stop();
-    flow.abandonCapture();
+    observations.abandon();
     folders.stopWaiting();
-    if (services.live)
-        services.live->stop();
+    live.stop();
 }
 
 bool AppModel::setCaptureSchedule(CaptureSchedule schedule) {
-    const bool isStored =
-        services.preferences.set(preference::captureSchedule.name, std::string(rawValue(schedule)));
-    if (isStored)
-        modelState.captureSchedule = schedule;
-    return isStored;
+    return preferences.set(preference::captureSchedule.name, std::string(rawValue(schedule)));
 }
 
 std::optional<Date> AppModel::nextAutomaticCapture() const {
-    return nextCapture(modelState.captureSchedule, modelState.lastCapture());
+    return nextCapture(modelState.captureSchedule(), modelState.lastCapture());
 }
 
 } // namespace tidemark

@@ -21,6 +21,9 @@ class AppModel : public QObject {
 public:
     /// What it is built with. All that is given by reference outlives it.
     struct Setup {
+        ModelState& state;
+        /// What records besides captures.
+        LiveServices& live;
         Preferences& preferences;
         DataFiles files;
         NotificationCenter& applicationCenter;
@@ -28,8 +31,6 @@ public:
         AppClock& clock = AppClock::system();
         /// The process may open nothing but what the user picked.
         bool sandboxed = false;
-        /// What an earlier edition of the program kept.
-        std::optional<bool> legacyStorageEnabled{};
         BookmarkOperations bookmarks = BookmarkOperations::direct();
         std::filesystem::path home = SystemFacts::homeDirectory();
         /// Of `home`, when absent.
@@ -38,8 +39,6 @@ public:
         CaptureScheduler::Heartbeat heartbeat{};
         /// The machine itself, when absent.
         Observe observe{};
-        /// Nothing, when absent.
-        BeginActivity beginActivity{};
         /// Asked before anything is written below `files`.
         FolderGuard guard{};
         /// The memory of this system, when absent.
@@ -48,13 +47,6 @@ public:
 
     explicit AppModel(Setup setup);
     ~AppModel() override;
-
-    /// Before `start`: what records besides captures. It outlives this.
-    void setLiveServices(LiveServices& live) { services.live = &live; }
-    /// Before `start`: what fills an empty journal in the place of `imports`. Never fails.
-    void setInitialImport(std::function<QCoro::Task<void>()> import) {
-        services.importInitialHistory = std::move(import);
-    }
 
     /// Reads the history and starts recording. Never fails: when the history can't be read,
     /// `error` says so, nothing is recorded or written, and the scheduler tries again. Does
@@ -73,7 +65,6 @@ public:
     QCoro::Task<void> scan(bool allowDuringFolderSetup = false) {
         return flow.scan(allowDuringFolderSetup);
     }
-    QCoro::Task<Snapshot> captureObservation() { return flow.captureObservation(); }
     QCoro::Task<bool> commit(Journal journal) { return flow.commit(std::move(journal)); }
     QCoro::Task<void> refreshIfNeeded(Date now) { return flow.refreshIfNeeded(now); }
 
@@ -119,29 +110,32 @@ public:
     bool isStarting() const { return starting; }
 
 private:
+    class Starting;
+
     static QCoro::Task<void> check(QPointer<AppModel> model);
     bool isEnding() const { return modelState.isEnding; }
-    QCoro::Task<bool> load();
-    void showHistory();
+    QCoro::Task<bool> open();
+    QCoro::Task<void> load();
     QCoro::Task<void> startLiveServices();
     QCoro::Task<void> catchUp();
     QCoro::Task<void> showStoredActivity();
-    QCoro::Task<void> importInitialHistory();
 
+    ModelState& modelState;
+    LiveServices& live;
+    Preferences& preferences;
+    AppClock& clock;
     const DataFiles dataFiles;
     CaptureProgress progress;
-    ModelState modelState;
     FolderAccess folders;
-    JournalStore store;
-    WorkerPool journalThread{1};
+    JournalFile journalFile;
     ComponentStorageScanner scanner;
-    ModelServices services;
+    ObservationFlow observations;
     CaptureFlow flow;
     RecordingSwitch recording;
-    FolderSetup folderSetup;
     HistoryScreen screen;
     NamedSnapshots namedSnapshots;
     HistoryImport historyImport;
+    FolderSetup folderSetup;
     CaptureScheduler scheduler;
     NotificationCenter::Token activation;
     bool starting = false;

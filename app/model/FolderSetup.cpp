@@ -2,7 +2,6 @@
 
 #include "app/preferences/PreferenceKeys.h"
 
-#include <QScopeGuard>
 #include <utility>
 
 namespace tidemark {
@@ -15,63 +14,70 @@ constexpr const char* systemSettings = "/System/Applications/System Settings.app
 
 } // namespace
 
+void FolderSetup::present() {
+    if (auto begun = state.operations().begin(Operation::choosingFolders))
+        choosing = std::move(begun);
+}
+
 void FolderSetup::begin() {
-    if (!state.isManagingFolders)
-        selectionAtOpen = services.folderAccess.selection();
-    state.isManagingFolders = true;
+    auto begun = state.operations().begin(Operation::managingFolders);
+    if (!begun)
+        return;
+    managing = std::move(begun);
+    selectionAtOpen = folders.selection();
 }
 
 void FolderSetup::cancel() {
     selectionAtOpen.reset();
-    state.isManagingFolders = false;
+    managing.reset();
 }
 
 void FolderSetup::complete() {
     cancel();
-    services.folderAccess.completeSetup();
-    state.folderManagerPresented = false;
+    folders.completeSetup();
+    choosing.reset();
 }
 
 QCoro::Task<void> FolderSetup::finish() {
-    const auto hold = services.tasks.hold();
-    auto& folders = services.folderAccess;
-    const bool firstSetup =
-        !read(services.preferences, preference::folderSetupCompleted) || !state.latest();
+    const auto hold = tasks.hold();
+    const bool firstSetup = !read(preferences, preference::folderSetupCompleted) || !state.latest();
     const auto before = std::exchange(selectionAtOpen, std::nullopt);
     const bool selectionChanged = before && *before != folders.selection();
     complete();
-    if (services.importInitialHistory && !state.isEnding)
-        co_await services.importInitialHistory();
+    if (!state.isEnding)
+        co_await imports.importInitialHistoryIfNeeded();
     if ((firstSetup || selectionChanged) && !folders.grants().empty())
         co_await flow.scan(false);
 }
 
 QCoro::Task<void> FolderSetup::checkRecommendedAccess(FolderAccess::Check check) {
-    const auto hold = services.tasks.hold();
-    if (state.isCheckingRecommendedAccess || state.isScanning || state.isSaving)
-        co_return;
-    state.isCheckingRecommendedAccess = true;
-    const auto done = qScopeGuard([this] { state.isCheckingRecommendedAccess = false; });
-    services.preferences.note(preference::diskAccessCheckRequested.name, false);
-    co_await services.folderAccess.enableReadableRecommended(
-        services.folderAccess.recommendedFolders(), check);
+    const auto hold = tasks.hold();
+    const auto checking = state.operations().begin(Operation::checkingFolders);
+    if (checking)
+        co_await this->check(std::move(check));
+}
+
+QCoro::Task<void> FolderSetup::check(FolderAccess::Check check) {
+    preferences.note(preference::diskAccessCheckRequested.name, false);
+    co_await folders.enableReadableRecommended(folders.recommendedFolders(), check);
 }
 
 void FolderSetup::openDiskAccessPane(const std::function<bool(const std::string&)>& open) {
-    services.preferences.note(preference::diskAccessSetupPending.name, true);
-    services.preferences.note(preference::diskAccessCheckRequested.name, true);
+    preferences.note(preference::diskAccessSetupPending.name, true);
+    preferences.note(preference::diskAccessCheckRequested.name, true);
     if (!open(privacyPane))
         open(systemSettings);
 }
 
 QCoro::Task<void> FolderSetup::resumeOnActivation(FolderAccess::Check check) {
-    const auto hold = services.tasks.hold();
-    if (!state.loaded || !read(services.preferences, preference::diskAccessCheckRequested)
-        || state.isCheckingRecommendedAccess || state.isScanning || state.isSaving
-        || state.isReadingImport || state.isPreparingSnapshot || state.saveSnapshotPresented)
+    const auto hold = tasks.hold();
+    if (!read(preferences, preference::diskAccessCheckRequested))
         co_return;
-    co_await checkRecommendedAccess(check);
-    state.folderManagerPresented = true;
+    const auto checking = state.operations().begin(Operation::checkingAfterReturn);
+    if (!checking)
+        co_return;
+    co_await this->check(std::move(check));
+    present();
 }
 
 } // namespace tidemark

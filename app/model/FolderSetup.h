@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/model/CaptureFlow.h"
+#include "app/model/HistoryImport.h"
 
 namespace tidemark {
 
@@ -8,10 +9,15 @@ namespace tidemark {
 /// a choice that changed anything.
 class FolderSetup {
 public:
-    FolderSetup(ModelState& shared, CaptureFlow& captures, const ModelServices& used)
-        : state(shared), flow(captures), services(used) {}
+    /// All of these outlive this.
+    FolderSetup(ModelState& state, CaptureFlow& flow, HistoryImport& imports, FolderAccess& folders,
+                Preferences& preferences, const TaskScope& tasks)
+        : state(state), flow(flow), imports(imports), folders(folders), preferences(preferences),
+          tasks(tasks) {}
 
-    /// The folder manager opens, and closes.
+    /// Shows the folder manager, since the user has to choose.
+    void present();
+    /// The user begins to change folders, and is done.
     void begin();
     QCoro::Task<void> finish();
     /// Closes without having finished a first choice.
@@ -27,10 +33,17 @@ public:
     QCoro::Task<void> resumeOnActivation(FolderAccess::Check check = {});
 
 private:
+    QCoro::Task<void> check(FolderAccess::Check check);
+
     ModelState& state;
     CaptureFlow& flow;
-    const ModelServices& services;
+    HistoryImport& imports;
+    FolderAccess& folders;
+    Preferences& preferences;
+    const TaskScope& tasks;
     std::optional<std::map<std::string, FolderPurposes>> selectionAtOpen;
+    std::optional<Operations::Token> choosing;
+    std::optional<Operations::Token> managing;
 };
 
 } // namespace tidemark

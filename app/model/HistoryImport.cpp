@@ -8,16 +8,16 @@
 namespace tidemark {
 
 bool HistoryImport::needsInitialHistory() const {
-    const Journal& journal = state.journal();
+    const Journal& journal = *used.state.journal();
     const bool hasImported =
         journal.importedInstallations && !journal.importedInstallations->empty();
-    return state.canRecord() && state.loaded && !state.busy() && !state.isEnding
+    return used.state.canRecord() && !used.state.isEnding
            && !journal.initialHistoryImportCompletedAt && journal.snapshots.empty()
            && journal.events.empty() && journal.baselines.empty() && !hasImported;
 }
 
 QCoro::Task<InstallationPreview> HistoryImport::collected() {
-    const auto read = [collect = collect, now = services.clock.now()](const std::stop_token&) {
+    const auto read = [collect = used.collect, now = used.clock.now()](const std::stop_token&) {
         return collect(now);
     };
     InstallationPreview preview = co_await runInBackground(read);
@@ -25,15 +25,14 @@ QCoro::Task<InstallationPreview> HistoryImport::collected() {
 }
 
 QCoro::Task<void> HistoryImport::importInitialHistoryIfNeeded() {
-    const auto hold = services.tasks.hold();
+    const auto hold = used.tasks.hold();
     if (!needsInitialHistory())
         co_return;
-    state.isReadingImport = true;
+    const auto importing = used.state.operations().begin(Operation::importing);
+    if (!importing)
+        co_return;
     isImportingInitialHistory = true;
-    const auto done = qScopeGuard([this] {
-        isImportingInitialHistory = false;
-        state.isReadingImport = false;
-    });
+    const auto done = qScopeGuard([this] { isImportingInitialHistory = false; });
     try {
         co_await fillJournal();
     } catch (const std::exception&) {
@@ -43,23 +42,24 @@ QCoro::Task<void> HistoryImport::importInitialHistoryIfNeeded() {
 
 QCoro::Task<void> HistoryImport::fillJournal() {
     InstallationPreview preview = co_await collected();
-    if (!state.canRecord() || state.isEnding)
+    if (!used.state.canRecord() || used.state.isEnding)
         co_return;
     std::erase_if(preview.records, [](const auto& record) { return record.isRoutine(); });
-    Journal next = state.journal();
+    Journal next = *used.state.journal();
     const std::size_t added = next.importInstallations(preview.records);
-    next.initialHistoryImportCompletedAt = services.clock.now();
-    co_await flow.save(&next);
-    state.setJournal(std::move(next));
+    next.initialHistoryImportCompletedAt = used.clock.now();
+    co_await used.file.save(&next);
+    used.state.setJournal(std::move(next));
     initialHistoryMessage = importText::initialSuccess(added);
 }
 
 QCoro::Task<bool> HistoryImport::previewImport() {
-    const auto hold = services.tasks.hold();
-    if (!state.canRecord() || state.busy())
+    const auto hold = used.tasks.hold();
+    if (!used.state.canRecord())
         co_return false;
-    state.isReadingImport = true;
-    const auto done = qScopeGuard([this] { state.isReadingImport = false; });
+    const auto importing = used.state.operations().begin(Operation::importing);
+    if (!importing)
+        co_return false;
     importPresented = true;
     importPreview = std::nullopt;
     importError = std::nullopt;
@@ -74,25 +74,24 @@ QCoro::Task<bool> HistoryImport::previewImport() {
 
 QCoro::Task<std::optional<std::size_t>>
 HistoryImport::importHistory(std::vector<InstallationRecord> records) {
-    const auto hold = services.tasks.hold();
-    if (!state.canRecord() || state.busy())
+    const auto hold = used.tasks.hold();
+    if (!used.state.canRecord() || !used.state.mayBegin(Operation::saving))
         co_return std::nullopt;
-    Journal next = state.journal();
+    Journal next = *used.state.journal();
     const std::size_t added = next.importInstallations(records);
     if (added > 0 && !next.initialHistoryImportCompletedAt)
-        next.initialHistoryImportCompletedAt = services.clock.now();
-    const bool saved = co_await flow.commit(std::move(next));
+        next.initialHistoryImportCompletedAt = used.clock.now();
+    const bool saved = co_await used.flow.commit(std::move(next));
     if (!saved)
         co_return std::nullopt;
-    if (showImported)
-        showImported();
+    used.screen.showImported();
     importPresented = false;
     co_return added;
 }
 
 std::set<std::string> HistoryImport::importedIDs() const {
     std::set<std::string> ids;
-    if (const auto& records = state.journal().importedInstallations)
+    if (const auto& records = used.state.journal()->importedInstallations)
         for (const InstallationRecord& record : *records)
             ids.insert(record.id());
     return ids;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/model/CaptureFlow.h"
+#include "app/model/HistoryScreen.h"
 #include "core/history/InstallationHistory.h"
 
 #include <set>
@@ -18,9 +19,20 @@ class HistoryImport : public Observable {
     Q_OBJECT
 
 public:
-    HistoryImport(ModelState& shared, CaptureFlow& captures, const ModelServices& used,
-                  CollectInstallations collectRecords)
-        : state(shared), flow(captures), services(used), collect(std::move(collectRecords)) {}
+    /// All that is given by reference outlives this.
+    struct Setup {
+        ModelState& state;
+        CaptureFlow& flow;
+        JournalFile& file;
+        /// Where the timeline's last week is brought forward after an import; its records lie
+        /// within it.
+        HistoryScreen& screen;
+        AppClock& clock;
+        const TaskScope& tasks;
+        CollectInstallations collect;
+    };
+
+    explicit HistoryImport(Setup setup) : used(std::move(setup)) {}
 
     /// Fills a journal with nothing in it, at most once in its life; after a failure the next call
     /// is the retry. Never fails: `initialHistoryMessage` tells.
@@ -38,9 +50,6 @@ public:
     /// The ids of what was ever imported.
     std::set<std::string> importedIDs() const;
 
-    /// What brings the timeline's last week forward after an import; its records lie within it.
-    void setShowImported(std::function<void()> show) { showImported = std::move(show); }
-
     /// The import view is open; where it opened is for the view alone.
     Published<bool> importPresented{this};
     Published<bool> importInSettings{this};
@@ -54,11 +63,7 @@ private:
     QCoro::Task<InstallationPreview> collected();
     QCoro::Task<void> fillJournal();
 
-    ModelState& state;
-    CaptureFlow& flow;
-    const ModelServices& services;
-    const CollectInstallations collect;
-    std::function<void()> showImported;
+    const Setup used;
 };
 
 } // namespace tidemark

@@ -1,56 +1,57 @@
 #pragma once
 
-#include "app/model/ModelServices.h"
+#include "app/base/AppClock.h"
+#include "app/base/TaskScope.h"
+#include "app/model/EventSelection.h"
+#include "app/model/HistoryMerge.h"
+#include "app/model/HistoryNavigation.h"
+#include "app/model/HistoryPresentation.h"
 #include "app/model/ModelState.h"
+#include "app/model/StateComparisons.h"
 #include "core/history/HistoryExport.h"
-#include "core/memory/MemoryEventList.h"
-#include "core/presentation/HistoryView.h"
-#include "core/presentation/SidebarDestination.h"
-#include "core/presentation/SnapshotViewMode.h"
 #include "core/timeline/ObservationCoverage.h"
 
 namespace tidemark {
 
-/// The history as the user looks at it: the events of all sources merged, where the user stands in
-/// them, and what is to be seen there. Each command tells observers once, at its end. Main thread
-/// only.
+/// The history as the user looks at it. It has the commands, which let its parts do their work in
+/// turn: where the user stands (`HistoryNavigation`), the events of all sources (`HistoryMerge`),
+/// what of them is to be seen there
+/// (`HistoryPresentation`, `StateComparisons`), and the event that is selected (`EventSelection`).
+/// It follows the state and the settings by itself; observers of the state that were added later
+/// find it up to date. Main thread only.
 class HistoryScreen : public Observable {
     Q_OBJECT
 
 public:
     using Events = std::vector<Shared<Event>>;
 
-    HistoryScreen(ModelState& shared, const ModelServices& used);
+    /// All of these outlive this.
+    HistoryScreen(ModelState& state, Preferences& preferences, AppClock& clock,
+                  const TaskScope& tasks);
 
-    /// Grows whenever the merged history itself became another.
-    std::uint64_t historyRevision() const { return merges; }
-    const Events& fullHistory() const { return merged->full; }
-    const Events& historyEvents() const { return merged->events; }
-    const Events& timelineEvents() const { return merged->timeline; }
-    /// The same lists, for the background.
-    std::shared_ptr<const MergedHistory> history() const { return merged; }
+    /// The merged history, for the background as well.
+    const std::shared_ptr<const MergedHistory>& history() const { return merge.history(); }
+    /// Grows whenever the merged history became another.
+    std::uint64_t historyRevision() const { return merge.revision(); }
     /// The memory history became another. Only what is new in it is merged into the history; the
     /// selected event is replaced by its newer form.
     void setMemory(const MemoryArchive& archive);
 
     // What is to be seen.
 
-    const TimelinePresentation& presentation() const { return view.presentation; }
+    const TimelinePresentation& presentation() const { return shown.view().presentation; }
     const std::map<WorkspaceDestination, std::size_t>& sidebarCounts() const {
-        return view.sidebarCounts;
+        return shown.view().sidebarCounts;
     }
     /// The states of a snapshot are being compared, and nothing is to be seen until that is done.
-    bool isComparing() const { return comparing; }
+    bool isComparing() const { return comparisons.isRunning(); }
     /// Grows whenever the presentation became another, also when a comparison is done: what was
     /// computed for an older number is stale.
-    std::uint64_t presentationRevision() const { return refreshes; }
+    std::uint64_t presentationRevision() const { return shown.revision(); }
     void refreshPresentation();
 
-    /// The event of the inspector, if any.
-    const OptionalShared<Event>& selected() const { return selectedEvent; }
+    const EventSelection& selection() const { return selected; }
     void setSelected(OptionalShared<Event> event);
-    /// Another identifier asks the list to scroll to its top.
-    const Uuid& historyScrollRequest() const { return scrollRequest; }
 
     /// Observation gaps and access problems since the open snapshot, or in the time window.
     ObservationCoverageReport observationCoverage() const;
@@ -64,39 +65,21 @@ public:
 
     // Where the user stands.
 
-    /// The raw value of a `HistoryTimeWindow`; any other text shows all of the history.
-    const std::string& range() const { return rangeText; }
+    const HistoryNavigation& place() const { return navigation; }
+    /// These two are stored, too.
     void setRange(std::string range);
-    std::int64_t customWindowDays() const { return place.customWindowDays; }
     void setCustomWindowDays(std::int64_t days);
-    Date timeWindowCutoff(Date at) const;
-    struct TimeWindowOption {
-        std::string_view range;
-        std::string label;
-    };
-    std::vector<TimeWindowOption> timeWindowOptions() const;
-
-    const std::string& search() const { return place.search; }
     void setSearch(std::string search);
-
-    WorkspaceDestination workspace() const { return place.workspace; }
-    const std::set<WorkspaceDestination>& systemFilters() const { return place.systemFilters; }
-    const std::set<EventCategory>& categoryFilters() const { return place.categoryFilters; }
-    const std::optional<SidebarDestination>& navigation() const { return destination; }
     void setNavigation(std::optional<SidebarDestination> next);
     void navigate(WorkspaceDestination to, bool clearSearch);
-    /// Adds a place to what narrows the timeline, or takes it out. A place that is no such filter
-    /// is gone to.
+    /// See `HistoryNavigation::toggleFilter`.
     void toggleSystemFilter(WorkspaceDestination filter);
     /// Goes to where the event is shown, and selects it.
     void openEvent(Shared<Event> event);
 
     // The open named snapshot.
 
-    const std::optional<Uuid>& activeBaselineID() const { return baselineID; }
-    /// Null when none is open.
-    const Baseline* selectedBaseline() const;
-    SnapshotViewMode snapshotViewMode() const { return viewMode; }
+    std::optional<Baseline> openBaseline() const;
     void setSnapshotViewMode(SnapshotViewMode mode);
     bool isStateComparison() const;
     /// The timeline of the open snapshot may lack events.
@@ -111,51 +94,26 @@ public:
     void showSaved(const Uuid& id);
 
 private:
-    void takeJournal();
-    void takeSystemActivity();
-    void takeRecordingMode();
-    void rebuild();
-    void setHistory(MergedHistory history);
-
+    void followState();
+    void followPreferences();
+    /// Brings what is to be seen up to date with the sources and the place.
     void refresh();
-    void show(std::optional<Date> since, std::optional<Events> stateComparison);
-    void dropVanishedSelection();
-    QCoro::Task<void> compare(Baseline baseline, Shared<Snapshot> latest, std::stop_token stop);
-
-    void takeRange(std::string range);
-    bool changeRange(std::string range);
-    bool applyNavigation(std::optional<SidebarDestination> next);
-    void moveTo(WorkspaceDestination to, bool clearSearch);
+    void show(const std::optional<Baseline>& baseline, std::optional<Events> differences);
+    void showCompared(std::optional<Events> differences);
+    void changeRange(std::string range);
+    std::optional<Baseline> baseline(const std::optional<Uuid>& id) const;
 
     ModelState& state;
-    const ModelServices& services;
+    Preferences& preferences;
+    AppClock& clock;
 
-    Events journalEvents;
-    Events activityEvents;
-    MemoryEventList memory;
-    std::shared_ptr<const MergedHistory> merged = std::make_shared<const MergedHistory>();
-    std::uint64_t merges = 0;
-
-    /// The snapshot in it is filled in by each refresh.
-    HistoryPlace place;
-    std::string rangeText;
-    std::optional<SidebarDestination> destination;
-    RecordingMode recordingMode;
-
-    std::optional<Uuid> baselineID;
-    SnapshotViewMode viewMode = SnapshotViewMode::timeline;
-    /// The last mode of each snapshot.
-    std::map<Uuid, SnapshotViewMode> snapshotModes;
-    /// What comparing the states of each snapshot with the latest one gave.
-    std::map<Uuid, Events> baselineEvents;
-    std::stop_source comparison{std::nostopstate};
-    bool comparing = false;
-
-    HistoryView view;
+    HistoryMerge merge;
+    HistoryNavigation navigation;
+    StateComparisons comparisons;
+    HistoryPresentation shown;
+    EventSelection selected;
     std::optional<HistoryExport> report;
-    std::uint64_t refreshes = 0;
-    OptionalShared<Event> selectedEvent;
-    Uuid scrollRequest = Uuid::random();
+    RecordingMode recordingMode;
 };
 
 } // namespace tidemark

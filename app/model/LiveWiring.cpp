@@ -12,20 +12,15 @@ constexpr std::string_view notSaved =
 } // namespace
 
 LiveWiring::LiveWiring(Setup setup)
-    : time(setup.clock), monitors(setup.monitors), memory(setup.memory),
+    : state(setup.state), time(setup.clock), monitors(setup.monitors), memory(setup.memory),
       power(setup.activityURL, setup.workspaceCenter, setup.clock, callbacks(setup), setup.guard) {
-    memory.setCollectionAllowed([this] { return canRecord(); });
+    // What is said of the state depends on the memory history as well.
+    QObject::connect(&memory, &MemoryHistoryService::changed, &state, &ModelState::noteChange);
 }
 
 LiveWiring::~LiveWiring() {
-    memory.setCollectionAllowed([] { return false; });
     // A file that is still being read must not start the monitors.
     LiveWiring::stop();
-}
-
-void LiveWiring::attach(ModelState& model) {
-    state = &model;
-    QObject::connect(&memory, &MemoryHistoryService::changed, state, &ModelState::changed);
 }
 
 QCoro::Task<void> LiveWiring::writer() {
@@ -35,7 +30,7 @@ QCoro::Task<void> LiveWiring::writer() {
 
 PowerActivityMonitor::Callbacks LiveWiring::callbacks(const Setup& setup) {
     return {
-        .collectionAllowed = [this] { return canRecord(); },
+        .collectionAllowed = [this] { return state.canRecord(); },
         .didRecord = [this](auto records) { showActivity(std::move(records)); },
         .didFail = [this](const auto&) { showActivityError(notSaved); },
         .battery = setup.battery,
@@ -43,7 +38,7 @@ PowerActivityMonitor::Callbacks LiveWiring::callbacks(const Setup& setup) {
 }
 
 void LiveWiring::startActivityMonitors() {
-    if (canRecord() && !power.isStarted())
+    if (state.canRecord() && !power.isStarted())
         tasks.start(openActivity());
 }
 
@@ -56,11 +51,9 @@ QCoro::Task<void> LiveWiring::openActivity() {
     }
     if (!records)
         co_return;
-    if (state) {
-        if (state->activityError->value_or("") == notOpened)
-            state->activityError = std::nullopt;
-        state->setSystemActivity(*std::move(records));
-    }
+    if (state.activityError->value_or("") == notOpened)
+        state.activityError = std::nullopt;
+    state.setSystemActivity(*std::move(records));
     for (ActivityMonitor* monitor : monitors)
         monitor->start([to = QPointer(&power)](SystemActivity activity) {
             if (to)
@@ -69,16 +62,13 @@ QCoro::Task<void> LiveWiring::openActivity() {
 }
 
 void LiveWiring::showActivity(PowerActivityMonitor::Records records) {
-    if (!state)
-        return;
-    state->activityError = std::nullopt;
-    state->observationNow = time.now();
-    state->setSystemActivity(std::move(records));
+    state.activityError = std::nullopt;
+    state.observationNow = time.now();
+    state.setSystemActivity(std::move(records));
 }
 
 void LiveWiring::showActivityError(std::string_view sentence) {
-    if (state)
-        state->activityError = std::string(sentence);
+    state.activityError = std::string(sentence);
 }
 
 void LiveWiring::stop() {

@@ -6,7 +6,6 @@
 #include "app/monitors/ActivityMonitor.h"
 #include "app/monitors/PowerActivityMonitor.h"
 
-#include <QPointer>
 #include <functional>
 #include <string_view>
 #include <vector>
@@ -17,14 +16,17 @@ namespace tidemark {
 /// the memory history. Main thread only.
 class LiveWiring final : public LiveServices {
 public:
+    /// All that is given by reference outlives this.
     struct Setup {
+        /// Shows the records, and says whether there may be any.
+        ModelState& state;
         std::filesystem::path activityURL;
         NotificationCenter& workspaceCenter;
         MemoryHistoryService& memory;
         /// Asked before the activity file is written.
         FolderGuard guard{};
         AppClock& clock = AppClock::system();
-        /// Started in this order, and stopped in it. They outlive this.
+        /// Started in this order, and stopped in it.
         std::vector<ActivityMonitor*> monitors{};
         /// The battery as it is now; absent while its history is off or there is none.
         std::function<std::optional<BatteryObservation>()> battery = [] { return std::nullopt; };
@@ -33,10 +35,6 @@ public:
     explicit LiveWiring(Setup setup);
     ~LiveWiring() override;
 
-    /// Before the controller starts: whose state shows the records and says whether there may be
-    /// any. Changes of the memory history are changes of it, too: what it shows depends on both.
-    /// Once it is gone nothing is recorded.
-    void attach(ModelState& model);
     /// Waits until all that was recorded so far is on disk.
     QCoro::Task<void> writer();
 
@@ -47,16 +45,15 @@ public:
     std::optional<std::string> memoryFailure() const override { return memory.failure(); }
 
 private:
-    bool canRecord() const { return state && state->canRecord(); }
     QCoro::Task<void> openActivity();
     void showActivity(PowerActivityMonitor::Records records);
     void showActivityError(std::string_view sentence);
     PowerActivityMonitor::Callbacks callbacks(const Setup& setup);
 
+    ModelState& state;
     AppClock& time;
     const std::vector<ActivityMonitor*> monitors;
     MemoryHistoryService& memory;
-    QPointer<ModelState> state;
     PowerActivityMonitor power;
     TaskScope tasks;
 };

@@ -1,7 +1,6 @@
 #pragma once
 
-#include "app/model/CaptureProgress.h"
-#include "app/model/ModelServices.h"
+#include "app/model/ObservationFlow.h"
 
 namespace tidemark {
 

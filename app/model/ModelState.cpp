@@ -2,7 +2,9 @@
 
 #include "app/base/Background.h"
 #include "app/model/Log.h"
-#include "app/preferences/PreferenceKeys.h"
+#include "app/preferences/FollowSettings.h"
+
+#include <utility>
 
 namespace tidemark {
 
@@ -10,9 +12,8 @@ Q_LOGGING_CATEGORY(capturesLog, "app.tidemark.captures")
 
 namespace {
 
-CaptureSchedule storedSchedule(const Preferences& preferences) {
-    const auto text = read(preferences, preference::captureSchedule);
-    return json::fromRawValue<CaptureSchedule>(text).value_or(CaptureSchedule::halfHourly);
+OptionalShared<Snapshot> newest(const Journal& journal) {
+    return journal.snapshots.empty() ? OptionalShared<Snapshot>() : journal.snapshots.back();
 }
 
 bool storedStorageSwitch(Preferences& preferences, bool sandboxed, std::optional<bool> legacy) {
@@ -24,38 +25,41 @@ bool storedStorageSwitch(Preferences& preferences, bool sandboxed, std::optional
 
 } // namespace
 
-ModelState::ModelState(Preferences& preferences, bool sandboxed,
+ModelState::ModelState(Preferences& stored, bool sandboxed,
                        std::optional<bool> legacyStorageEnabled, Date now)
-    : observationNow(this, now), captureSchedule(this, storedSchedule(preferences)),
-      storageEnabled(this, storedStorageSwitch(preferences, sandboxed, legacyStorageEnabled)) {}
+    : observationNow(this, now),
+      storageEnabled(this, storedStorageSwitch(stored, sandboxed, legacyStorageEnabled)),
+      preferences(stored) {
+    followSettings(preferences, this, [this] { noteChange(); }, preference::captureSchedule);
+}
+
+CaptureSchedule ModelState::captureSchedule() const {
+    return tidemark::captureSchedule(preferences);
+}
 
 void ModelState::setJournal(Journal journal) {
-    std::swap(currentJournal, journal);
+    auto last = std::exchange(currentJournal, Shared(std::move(journal)));
+    ++journals;
+    if (loaded() && newest(*currentJournal).object() != newest(*last).object())
+        ++captures;
     // One that shares nothing with its successor takes long to take apart.
-    releaseInBackground(std::move(journal));
-    Q_EMIT journalChanged();
-    Q_EMIT changed();
+    releaseInBackground(std::move(last));
+    noteChange();
 }
 
 void ModelState::setSystemActivity(std::vector<SystemActivity> records) {
     activity = std::move(records);
-    Q_EMIT systemActivityChanged();
-    Q_EMIT changed();
+    ++activities;
+    noteChange();
 }
 
-const Snapshot* ModelState::latest() const {
-    return currentJournal.snapshots.empty() ? nullptr : &*currentJournal.snapshots.back();
+OptionalShared<Snapshot> ModelState::latest() const {
+    return newest(*currentJournal);
 }
 
 std::optional<Date> ModelState::lastCapture() const {
-    const Snapshot* snapshot = latest();
+    const auto snapshot = latest();
     return snapshot ? std::optional(snapshot->timestamp) : std::nullopt;
-}
-
-bool ModelState::busy() const {
-    return isCheckingRecommendedAccess || isScanning || isSaving || isReadingImport
-           || isPreparingSnapshot || saveSnapshotPresented || folderManagerPresented
-           || isManagingFolders || !loaded;
 }
 
 } // namespace tidemark

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/base/Published.h"
+#include "app/model/Operations.h"
 #include "app/preferences/Preferences.h"
 #include "core/capture/CaptureSchedule.h"
 #include "core/capture/RecordingMode.h"
@@ -13,47 +14,50 @@
 
 namespace tidemark {
 
-/// What the parts of the controller know together and screens show. The flags carry its state:
-/// whoever begins an operation asks `busy`, or the single flags, first. Main thread only.
+/// What the parts of the controller know together and screens show. Main thread only.
 class ModelState : public Observable {
     Q_OBJECT
 
 public:
-    /// Reads what the preferences say. `legacyStorageEnabled` is what an earlier edition of the
+    /// The preferences outlive this. `legacyStorageEnabled` is what an earlier edition of the
     /// program kept; it is taken over unless `sandboxed`.
-    ModelState(Preferences& preferences, bool sandboxed, std::optional<bool> legacyStorageEnabled,
+    ModelState(Preferences& stored, bool sandboxed, std::optional<bool> legacyStorageEnabled,
                Date now);
 
-    /// As last loaded or saved.
-    const Journal& journal() const { return currentJournal; }
+    /// As last loaded or saved. Whoever keeps this keeps that journal, also when the state has the
+    /// next one.
+    const Shared<Journal>& journal() const { return currentJournal; }
     void setJournal(Journal journal);
+    /// Grows with every `setJournal`.
+    std::uint64_t journalRevision() const { return journals; }
+    /// How many captures were kept since the history was read.
+    std::uint64_t keptCaptures() const { return captures; }
     /// The live activity records.
     const std::vector<SystemActivity>& systemActivity() const { return activity; }
     void setSystemActivity(std::vector<SystemActivity> records);
+    /// Grows with every `setSystemActivity`.
+    std::uint64_t activityRevision() const { return activities; }
 
-    /// The newest snapshot; null when there is none.
-    const Snapshot* latest() const;
+    /// The newest snapshot, if there is one.
+    OptionalShared<Snapshot> latest() const;
     std::optional<Date> lastCapture() const;
     bool canRecord() const { return *recordingMode == RecordingMode::recording; }
-    bool busy() const;
-
+    /// What is under way, and what may begin.
+    Operations& operations() { return running; }
+    bool isRunning(Operation operation) const { return running.isRunning(operation); }
+    bool isAnyRunning(OperationSet any) const { return running.isAnyRunning(any); }
+    bool mayBegin(Operation operation) const { return running.mayBegin(operation); }
+    bool busy() const { return !running.isIdle(); }
     /// The journal and the memory history have been read.
-    Published<bool> loaded{this};
+    bool loaded() const { return !opening; }
+    void setLoaded() { opening.reset(); }
+    /// How often a capture is due, as the settings say.
+    CaptureSchedule captureSchedule() const;
+
     /// The last load, capture or save that failed.
     Published<std::optional<std::string>> error{this};
     /// The activity file could not be opened or written; absent again once that works.
     Published<std::optional<std::string>> activityError{this};
-
-    /// A capture runs.
-    Published<bool> isScanning{this};
-    /// The journal is being saved apart from a capture.
-    Published<bool> isSaving{this};
-    Published<bool> isReadingImport{this};
-    Published<bool> isPreparingSnapshot{this};
-    Published<bool> saveSnapshotPresented{this};
-    Published<bool> folderManagerPresented{this};
-    Published<bool> isManagingFolders{this};
-    Published<bool> isCheckingRecommendedAccess{this};
 
     /// The moment that time windows are cut against.
     Published<Date> observationNow;
@@ -62,16 +66,17 @@ public:
     std::uint64_t recordingGeneration = 0;
     /// The program ends: no capture begins, and none that runs is kept.
     bool isEnding = false;
-    Published<CaptureSchedule> captureSchedule;
     Published<bool> storageEnabled;
 
-Q_SIGNALS:
-    void journalChanged();
-    void systemActivityChanged();
-
 private:
-    Journal currentJournal;
+    const Preferences& preferences;
+    Operations running{*this};
+    std::optional<Operations::Token> opening = running.begin(Operation::opening);
+    Shared<Journal> currentJournal;
+    std::uint64_t journals = 0;
+    std::uint64_t captures = 0;
     std::vector<SystemActivity> activity;
+    std::uint64_t activities = 0;
 };
 
 } // namespace tidemark

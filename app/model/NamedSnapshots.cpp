@@ -4,71 +4,64 @@
 #include "core/base/Characters.h"
 #include "core/base/Text.h"
 
-#include <QScopeGuard>
 #include <algorithm>
 
 namespace tidemark {
 
 QCoro::Task<void> NamedSnapshots::beginSavedSnapshot() {
-    const auto hold = services.tasks.hold();
-    if (!state.canRecord() || state.busy())
+    const auto hold = tasks.hold();
+    if (!state.canRecord())
         co_return;
-    state.saveSnapshotPresented = true;
+    auto begun = state.operations().begin(Operation::naming);
+    if (!begun)
+        co_return;
+    naming = std::move(begun);
     co_await prepareSnapshotDraft();
 }
 
-bool NamedSnapshots::mayPrepare() const {
-    return state.canRecord() && state.loaded && state.saveSnapshotPresented
-           && !state.isPreparingSnapshot && !state.isScanning && !state.isSaving && !state.isEnding;
-}
-
 QCoro::Task<void> NamedSnapshots::prepareSnapshotDraft() {
-    const auto hold = services.tasks.hold();
-    if (!mayPrepare())
+    const auto hold = tasks.hold();
+    if (!isNaming())
         co_return;
-    state.isPreparingSnapshot = true;
-    const auto done = qScopeGuard([this] { state.isPreparingSnapshot = false; });
+    const auto drafting = state.operations().begin(Operation::drafting);
+    if (!drafting)
+        co_return;
     snapshotDraft = {};
     snapshotError = std::nullopt;
     OptionalShared<Snapshot> draft;
     std::string failure;
     try {
-        Snapshot snapshot = co_await flow.captureObservation();
+        Snapshot snapshot = co_await observations.take();
         draft.emplace(std::move(snapshot));
     } catch (const std::exception& error) {
         failure = error.what();
     }
     // A capture that the end of the program cut short is not whole.
-    const bool isWanted = state.saveSnapshotPresented && !state.isEnding;
+    const bool isWanted = naming && !state.isEnding;
     if (isWanted && draft && state.canRecord())
         snapshotDraft = std::move(draft);
     else if (isWanted && !draft)
         snapshotError = "Couldn’t capture a fresh snapshot. " + failure;
 }
 
-bool NamedSnapshots::maySave(std::string_view name) const {
-    return state.canRecord() && state.loaded && state.saveSnapshotPresented
-           && !state.isPreparingSnapshot && !state.isSaving && !state.isEnding && *snapshotDraft
-           && !name.empty();
-}
-
 QCoro::Task<bool> NamedSnapshots::saveNamedSnapshot(std::string name) {
-    const auto hold = services.tasks.hold();
+    const auto hold = tasks.hold();
     const std::string_view kept = trimmed(name);
-    if (!maySave(kept))
+    if (!isNaming() || !*snapshotDraft || kept.empty())
         co_return false;
-    state.isSaving = true;
-    const auto done = qScopeGuard([this] { state.isSaving = false; });
+    const auto saving = state.operations().begin(Operation::savingDraft);
+    if (!saving)
+        co_return false;
     snapshotError = std::nullopt;
     const auto& baselineKey = preference::needsRecordingBaseline;
-    Journal next = state.journal();
+    Journal next = *state.journal();
     std::optional<Uuid> id;
     std::string failure;
     try {
-        next.append(snapshotDraft->value(), !read(services.preferences, baselineKey));
+        next.append(snapshotDraft->value(), !read(preferences, baselineKey));
         next.baselines.push_back(Baseline::named(std::string(firstCharacters(kept, longestName)),
                                                  next.snapshots.back()));
-        co_await flow.save(&next);
+        co_await file.save(&next);
         id = next.baselines.back().id;
     } catch (const std::exception& error) {
         failure = error.what();
@@ -78,25 +71,25 @@ QCoro::Task<bool> NamedSnapshots::saveNamedSnapshot(std::string name) {
         co_return false;
     }
     state.setJournal(std::move(next));
-    services.preferences.note(baselineKey.name, false);
+    preferences.note(baselineKey.name, false);
     screen.showSaved(*id);
     snapshotDraft = {};
-    state.saveSnapshotPresented = false;
+    naming.reset();
     co_return true;
 }
 
 void NamedSnapshots::cancelSavedSnapshot() {
-    state.saveSnapshotPresented = false;
+    naming.reset();
     snapshotDraft = {};
     snapshotError = std::nullopt;
 }
 
 QCoro::Task<bool> NamedSnapshots::deleteSnapshot(Uuid id) {
-    const auto hold = services.tasks.hold();
-    Journal next = state.journal();
+    const auto hold = tasks.hold();
+    Journal next = *state.journal();
     const auto removed =
         std::erase_if(next.baselines, [&](const Baseline& baseline) { return baseline.id == id; });
-    if (removed == 0 || state.busy())
+    if (removed == 0)
         co_return false;
     const bool saved = co_await flow.commit(std::move(next));
     if (saved)

@@ -13,9 +13,20 @@ class NamedSnapshots : public Observable {
 public:
     static constexpr std::size_t longestName = 80;
 
-    NamedSnapshots(ModelState& shared, CaptureFlow& captures, HistoryScreen& shown,
-                   const ModelServices& used)
-        : state(shared), flow(captures), screen(shown), services(used) {}
+    /// All of these outlive this.
+    struct Setup {
+        ModelState& state;
+        ObservationFlow& observations;
+        CaptureFlow& flow;
+        JournalFile& file;
+        HistoryScreen& screen;
+        Preferences& preferences;
+        const TaskScope& tasks;
+    };
+
+    explicit NamedSnapshots(const Setup& setup)
+        : state(setup.state), observations(setup.observations), flow(setup.flow), file(setup.file),
+          screen(setup.screen), preferences(setup.preferences), tasks(setup.tasks) {}
 
     /// What is waiting for a name.
     Published<OptionalShared<Snapshot>> snapshotDraft{this};
@@ -38,13 +49,17 @@ public:
     QCoro::Task<bool> deleteSnapshot(Uuid id);
 
 private:
-    bool mayPrepare() const;
-    bool maySave(std::string_view name) const;
+    bool isNaming() const { return naming && state.canRecord() && !state.isEnding; }
 
     ModelState& state;
+    ObservationFlow& observations;
     CaptureFlow& flow;
+    JournalFile& file;
     HistoryScreen& screen;
-    const ModelServices& services;
+    Preferences& preferences;
+    const TaskScope& tasks;
+    /// From `beginSavedSnapshot` until the draft is saved or given up.
+    std::optional<Operations::Token> naming;
 };
 
 } // namespace tidemark

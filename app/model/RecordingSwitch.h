@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/model/CaptureFlow.h"
+#include "app/model/LiveServices.h"
 
 namespace tidemark {
 
@@ -8,8 +9,11 @@ namespace tidemark {
 /// the first capture afterwards is a new baseline, even if the program ended in between.
 class RecordingSwitch {
 public:
-    RecordingSwitch(ModelState& shared, CaptureFlow& captures, const ModelServices& used)
-        : state(shared), flow(captures), services(used) {}
+    /// All of these outlive this.
+    RecordingSwitch(ModelState& state, ObservationFlow& observations, CaptureFlow& flow,
+                    LiveServices& live, Preferences& preferences, const TaskScope& tasks)
+        : state(state), observations(observations), flow(flow), live(live),
+          preferences(preferences), tasks(tasks) {}
 
     /// Takes over the stored mode, in whatever words an earlier release wrote it.
     void restore();
@@ -27,8 +31,11 @@ private:
     void resume();
 
     ModelState& state;
+    ObservationFlow& observations;
     CaptureFlow& flow;
-    const ModelServices& services;
+    LiveServices& live;
+    Preferences& preferences;
+    const TaskScope& tasks;
 };
 
 } // namespace tidemark

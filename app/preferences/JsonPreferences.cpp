@@ -234,7 +234,7 @@ std::optional<std::map<std::string, Data>> JsonPreferences::dataTable(std::strin
     return read<std::map<std::string, Data>>(key);
 }
 
-bool JsonPreferences::note(std::string_view key, PreferenceValue value) {
+bool JsonPreferences::storeOrKeep(std::string_view key, PreferenceValue value) {
     auto next = std::visit([](const auto& held) { return stored(held); }, value);
     auto& present = document->root[std::string(key)];
     // What is on disk needs no writing; what could not be written before is tried again.
@@ -244,7 +244,7 @@ bool JsonPreferences::note(std::string_view key, PreferenceValue value) {
     return save();
 }
 
-bool JsonPreferences::remove(std::string_view key) {
+bool JsonPreferences::removeOrForget(std::string_view key) {
     const auto found = document->root.find(key);
     if (found == document->root.end())
         return true;
@@ -252,12 +252,12 @@ bool JsonPreferences::remove(std::string_view key) {
     return save();
 }
 
-bool JsonPreferences::set(std::string_view key, PreferenceValue value) {
+bool JsonPreferences::storeOrRefuse(std::string_view key, PreferenceValue value) {
     const std::string name(key);
     const auto found = document->root.find(name);
     // Whatever it is, and be it of a type that this release doesn't know.
     const auto before = found == document->root.end() ? std::nullopt : std::optional<Json>(*found);
-    if (note(key, std::move(value)))
+    if (storeOrKeep(key, std::move(value)))
         return true;
     if (before)
         document->root[name] = *before;

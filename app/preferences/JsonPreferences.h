@@ -38,9 +38,6 @@ public:
     std::optional<Data> data(std::string_view key) const override;
     std::optional<std::map<std::string, Data>> dataTable(std::string_view key) const override;
 
-    bool set(std::string_view key, PreferenceValue value) override;
-    bool note(std::string_view key, PreferenceValue value) override;
-    bool remove(std::string_view key) override;
     bool isReadOnly() const override { return purpose == Opening::toRead; }
     bool isLost() const override;
     std::optional<std::string> problem() const override;
@@ -51,6 +48,9 @@ public:
 private:
     struct Document;
 
+    bool storeOrRefuse(std::string_view key, PreferenceValue value) override;
+    bool storeOrKeep(std::string_view key, PreferenceValue value) override;
+    bool removeOrForget(std::string_view key) override;
     void load(Clock& clock);
     std::filesystem::path setAside(Clock& clock) const;
     bool takeCopy();

@@ -39,4 +39,9 @@ std::vector<std::string> read(const Preferences& preferences, const PathsKey& ke
     return paths;
 }
 
+CaptureSchedule captureSchedule(const Preferences& preferences) {
+    const auto text = read(preferences, preference::captureSchedule);
+    return json::fromRawValue<CaptureSchedule>(text).value_or(CaptureSchedule::halfHourly);
+}
+
 } // namespace tidemark

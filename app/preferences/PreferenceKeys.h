@@ -56,6 +56,8 @@ std::string read(const Preferences& preferences, const TextKey& key);
 std::string read(const Preferences& preferences, const ChoiceKey& key);
 /// With relative paths of the fallback made absolute in the home directory.
 std::vector<std::string> read(const Preferences& preferences, const PathsKey& key);
+/// How often a capture is due: the value of `preference::captureSchedule`.
+CaptureSchedule captureSchedule(const Preferences& preferences);
 
 namespace preference {
 

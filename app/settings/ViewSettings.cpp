@@ -1,13 +1,18 @@
 #include "app/settings/ViewSettings.h"
 
-#include "app/preferences/PreferenceKeys.h"
+#include "app/preferences/FollowSettings.h"
 
 #include <algorithm>
 
 namespace tidemark {
 
 ViewSettings::ViewSettings(Preferences& stored)
-    : preferences(stored), textSize(this, read(stored, preference::listingTextSize)) {}
+    : preferences(stored), textSize(this, read(stored, preference::listingTextSize)) {
+    followSettings(
+        preferences, this, [this] { textSize = read(preferences, preference::listingTextSize); },
+        preference::listingTextSize);
+    followSettings(preferences, this, [this] { noteChange(); }, preference::appearanceMode);
+}
 
 void ViewSettings::changeListingTextSize(std::int64_t step) {
     setListingTextSize(textSize + step);

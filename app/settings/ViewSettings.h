@@ -26,7 +26,7 @@ public:
     void changeListingTextSize(std::int64_t step);
     void resetListingTextSize();
 
-    /// The stored choice, at the start and whenever it was changed.
+    /// The stored choice: at the start, and after each `changed`.
     void applyAppearance(const ApplyAppearance& apply) const;
 
 private:

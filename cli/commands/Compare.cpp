@@ -63,7 +63,7 @@ Command commands::compare() {
     return makeCommand<Options, &tidemark::compare>({
         .name = "compare",
         .group = CommandGroup::observations,
-        .summary = "Tell what changed between two stored observations",
+        .summary = "Show what changed between two stored observations",
     });
 }
 

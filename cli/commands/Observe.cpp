@@ -24,21 +24,21 @@ namespace {
 using Paths = std::vector<std::filesystem::path>;
 
 struct Options {
-    /// The "/" of another machine, which is observed instead of this one.
+    /// The root folder of another machine, to be observed instead of this one.
     std::optional<FilePath> root;
-    /// Folders of the observed machine. Where nothing is given, the places of the system and of the
+    /// Folders of the observed machine. If not given, the standard folders of the system and of the
     /// user's home.
     std::vector<FilePath> applications;
     std::vector<FilePath> agents;
     std::vector<FilePath> daemons;
     std::vector<FilePath> storage;
-    /// Additional sources.
+    /// The additional sources.
     bool homebrew = false;
     bool diagnostics = false;
     std::vector<FilePath> config;
-    /// Carries finished measurements from one run to the next.
+    /// The file that keeps finished measurements from one run to the next.
     std::optional<FilePath> measurements;
-    /// Gets the snapshot as stored JSON.
+    /// The file for the snapshot, in the form of the stored JSON.
     std::optional<FilePath> output;
     bool json = false;
 
@@ -60,10 +60,10 @@ struct Options {
             Option{"diagnostics", &Options::diagnostics, "Add the diagnostic reports", here},
             Option{"config", &Options::config, "Configuration file to fingerprint", fileHere},
             Option{"measurements", &Options::measurements,
-                   "Keep finished measurements here, so that the next run continues", fileHere},
+                   "File that keeps finished measurements for the next run", fileHere},
             Option{"output",
                    &Options::output,
-                   "Write the observation here as stored JSON",
+                   "File to write the observation to, as stored JSON",
                    {.letter = 'o', .valueName = "FILE"}},
             Option{"json", &Options::json, "Print the observation as stored JSON"}};
     }
@@ -71,7 +71,7 @@ struct Options {
 
 constexpr std::int64_t entriesPerSlice = 1'000'000;
 
-/// Without links; what is given twice is observed once.
+/// The canonical paths, without duplicates.
 Paths canonical(const std::vector<FilePath>& paths) {
     Paths result;
     for (const auto& given : paths)
@@ -103,7 +103,7 @@ ObservationOptions observationOptions(const Options& options) {
                               canonical(options.storage), places.machine);
 }
 
-/// Empty for none.
+/// Empty when there is none.
 std::filesystem::path pathOf(const std::optional<FilePath>& file) {
     return file ? file->path() : std::filesystem::path();
 }
@@ -118,7 +118,7 @@ Snapshot observation(const Options& options, const std::stop_token& stop) {
     Snapshot snapshot = SystemObserver::captureProgressively(
         observed, &scanner,
         [&](const std::string& phase) {
-            // The driver reports this phase, but the saving is done below.
+            // `SystemObserver` reports this phase, but the observation is saved below.
             if (phase != "Saving Observation…")
                 progress.begin(phase);
         },
@@ -127,7 +127,7 @@ Snapshot observation(const Options& options, const std::stop_token& stop) {
     if (options.homebrew || options.diagnostics || !options.config.empty()) {
         progress.begin("Scanning Additional History…");
         Paths files;
-        // Not canonical: a link is refused there, not followed here.
+        // Not made canonical, so that a link is refused when the file is read.
         for (const auto& file : options.config)
             files.push_back(file.path().lexically_normal());
         snapshot.additionalReports =
@@ -146,7 +146,7 @@ int observe(const Options& options) {
         options.output ? std::optional(writableFile(options.output->path())) : std::nullopt;
     Snapshot snapshot;
     {
-        const Interruption interruption(Interruption::AfterStop::goesOn);
+        const Interruption interruption(Interruption::AfterStop::continues);
         snapshot = observation(options, interruption.token());
     }
     if (file)

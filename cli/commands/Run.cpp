@@ -18,9 +18,9 @@ struct Options {
     std::optional<SetupChoice> setup;
 
     static constexpr auto fields() {
-        return std::tuple{
-            Option{"setup", &Options::setup,
-                   "At a first start: monitor the recommended folders that can be read, or none"}};
+        return std::tuple{Option{
+            "setup", &Options::setup,
+            "On the first start, monitor the recommended folders that can be read, or none"}};
     }
 };
 
@@ -30,13 +30,13 @@ QCoro::Task<void> startRecording(Recorder& recorder,
         if (chosen)
             co_await firstFolders::choose(recorder, *std::move(chosen));
     } catch (const std::exception& error) {
-        // What else is recorded needs no folders.
+        // Continue, since recording everything else needs no folders.
         qCritical("The folders to monitor could not be set up: %s", error.what());
     }
     if (const auto& folders = recorder.model().folderAccess();
         folders.message() && !folders.messageIsSuccess())
         qWarning("%s", folders.message()->c_str());
-    // What fails there is in the log.
+    // Failures in it are logged.
     co_await recorder.model().start();
 }
 
@@ -47,7 +47,7 @@ int run(const Options& options) {
     const QtApplication application;
     recorderLog::start();
     Recorder recorder(RecorderPlaces::current());
-    // Damaged settings are reported by whoever set them aside.
+    // Reports settings that were damaged and set aside, or could not be read.
     if (const auto problem = recorder.preferences().problem())
         qWarning("%s", problem->c_str());
     const auto chosen = firstSetup(recorder, options.setup, interruption.token());

@@ -9,13 +9,13 @@ namespace {
 
 using Kind = SystemActivity::Kind;
 
-/// How far apart a Wi-Fi link and the network path may change and still be one thing, in seconds.
+/// A change of the network within so many seconds of a change of the Wi-Fi link is caused by it.
 constexpr double oneMoment = 5;
 
 constexpr std::array networking{Kind::networkChanged, Kind::bluetoothChanged, Kind::wifiChanged,
                                 Kind::bluetoothPowerChanged};
 
-/// When the Wi-Fi link came or went, in order of time.
+/// The times at which the Wi-Fi link came up or went down, in ascending order.
 class LinkTimes {
 public:
     explicit LinkTimes(const std::vector<SystemActivity>& activities) {
@@ -26,10 +26,10 @@ public:
         std::ranges::sort(down);
     }
 
-    /// Whether the link came, or went, at about that time.
+    /// Whether the link came up (or went down) within `oneMoment` of `time`.
     bool changed(bool connected, Date time) const {
         const auto& times = connected ? up : down;
-        // The nearest ones are the first not before `time` and the one before that.
+        // The nearest times are the first that is not before `time` and its predecessor.
         const auto next = std::ranges::lower_bound(times, time);
         return (next != times.end() && *next - time <= oneMoment)
                || (next != times.begin() && time - *std::prev(next) <= oneMoment);
@@ -40,7 +40,7 @@ private:
     std::vector<Date> down;
 };
 
-/// True for a network that came or went with the Wi-Fi link as its only way.
+/// True for a network change caused by the Wi-Fi link, its only interface.
 bool followsLink(const SystemActivity& activity, const LinkTimes& links) {
     using enum NetworkConnectionState::Availability;
     if (activity.kind != Kind::networkChanged || !activity.networkChange)

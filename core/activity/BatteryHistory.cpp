@@ -4,14 +4,14 @@ namespace tidemark {
 
 namespace {
 
-/// Low is below this, in percent.
+/// The battery is low below this level, in percent.
 constexpr std::int64_t lowBelow = 20;
-/// Low is news again after this much on external power.
+/// A low battery is recorded again after this level was reached on external power.
 constexpr std::int64_t recoveredFrom = 25;
-/// Full is news again after a level below this.
+/// A full battery is recorded again after the level was below this.
 constexpr std::int64_t fullAgainBelow = 95;
 
-// Comparing the optional itself would take an unknown level for one below every bound.
+// Comparing the optional itself would treat an unknown level as below every bound.
 bool isBelow(const BatteryObservation& battery, std::int64_t bound) {
     return battery.percentage && *battery.percentage < bound;
 }
@@ -47,7 +47,7 @@ std::vector<SystemActivity> BatteryHistory::settle(Date at) {
     followCharging(*settled);
     rearm(settled->after);
     std::vector<SystemActivity> records;
-    for (const BatteryActivity::Kind kind : news(*settled)) {
+    for (const BatteryActivity::Kind kind : kindsToRecord(*settled)) {
         auto& record = records.emplace_back(
             SystemActivity::observed(SystemActivity::Kind::batteryChanged, settled->firstObserved));
         record.batteryActivity = BatteryActivity{kind, settled->before, session, settled->after};
@@ -71,7 +71,7 @@ void BatteryHistory::followCharging(const Transition& settled) {
         chargingStart.reset();
         return;
     }
-    // A charge whose start nobody saw has no session.
+    // A charge whose start was not observed has no session.
     const bool alreadyCharging = before.externalPower && before.charging != false;
     if (!alreadyCharging)
         chargingStart = Charge{firstObserved, after};
@@ -84,7 +84,7 @@ void BatteryHistory::rearm(const BatteryObservation& after) {
         fullRecorded = false;
 }
 
-std::vector<BatteryActivity::Kind> BatteryHistory::news(const Transition& settled) {
+std::vector<BatteryActivity::Kind> BatteryHistory::kindsToRecord(const Transition& settled) {
     using Kind = BatteryActivity::Kind;
     const auto& before = settled.before;
     const auto& after = settled.after;

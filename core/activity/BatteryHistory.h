@@ -8,21 +8,20 @@
 
 namespace tidemark {
 
-/// The power source and the internal battery: which of their changes are news. A state that is
-/// already reached at the starting point never is. Has no clock of its own: each call takes the
-/// time.
+/// Turns readings of the power source and the internal battery into records of their changes. The
+/// state at the first reading makes no record. Has no clock: each call takes the time.
 class BatteryHistory {
 public:
-    /// Seconds that a reading must stand.
+    /// Seconds for which a reading must last.
     static constexpr double delay = 2;
 
-    /// Takes one reading, absent when there is none. True when `settle` is due once `delay` has
-    /// passed and any wait that still runs is void; an absent reading leaves nothing to settle.
+    /// Takes one reading, absent when there is none. True when the caller has to cancel any running
+    /// wait and call `settle` after `delay`; after an absent reading there is nothing to settle.
     bool receive(std::optional<BatteryObservation> observation, Date at);
-    /// The records of what has settled: power connected or gone, full, low, all dated by when the
-    /// change was first seen. A plain step of the percentage makes none.
+    /// The records of the change that has lasted: power connected or disconnected, full, low, each
+    /// dated by when the change was first seen. Other changes of the percentage make none.
     std::vector<SystemActivity> settle(Date at);
-    /// The next reading is a new starting point.
+    /// Makes the next reading a new starting point.
     void reset() { *this = {}; }
 
 private:
@@ -36,11 +35,11 @@ private:
     std::optional<ObservedSession> sessionEnding(const Transition& settled) const;
     void followCharging(const Transition& settled);
     void rearm(const BatteryObservation& after);
-    std::vector<BatteryActivity::Kind> news(const Transition& settled);
+    std::vector<BatteryActivity::Kind> kindsToRecord(const Transition& settled);
 
     SettledTransition<BatteryObservation> tracker{delay};
     std::optional<BatteryObservation> sample;
-    /// Spent until rearmed.
+    /// No further record of a low battery is made until it was charged.
     bool lowRecorded = false;
     bool fullRecorded = false;
     std::optional<Charge> chargingStart;

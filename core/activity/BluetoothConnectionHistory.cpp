@@ -15,7 +15,8 @@ void BluetoothConnectionHistory::follow(const BluetoothDevice& device) {
 }
 
 bool BluetoothConnectionHistory::receive(const BluetoothDevice& device, Date at) {
-    // One that was paired while running starts from the opposite, so that its first news is news.
+    // A device that is paired while the recorder runs starts from the opposite state, so that its
+    // first connection is recorded.
     auto& followed =
         devices.try_emplace(device.address, startingFrom(device, !device.connected)).first->second;
     followed.name = device.displayName();

@@ -12,26 +12,26 @@
 
 namespace tidemark {
 
-/// The connections of paired devices, each device by itself under its address. Has no clock of its
-/// own: each call takes the time.
+/// Turns reports of paired devices into records of their connections, each device by itself under
+/// its address. Has no clock: each call takes the time.
 class BluetoothConnectionHistory {
 public:
-    /// Seconds that a connection or its end must stand.
+    /// Seconds for which a connection or its end must last.
     static constexpr double delay = 5;
 
-    /// Follows a device from the state that it is in: a connection that is there already is no
-    /// news, and its end has no session.
+    /// Follows a device from its present state on: an existing connection makes no record, and its
+    /// end has no session.
     void follow(const BluetoothDevice& device);
-    /// Takes the news of one device; what is told of a device not followed yet counts as a change.
-    /// True when `settle` is due for its address once `delay` has passed and any wait for it that
-    /// still runs is void.
+    /// Takes a report of one device; the first report of a device that is not followed yet counts
+    /// as a change. True when the caller has to cancel any running wait for its address and call
+    /// `settle` after `delay`.
     bool receive(const BluetoothDevice& device, Date at);
-    /// The record of the change of one device that has settled; the end of a connection whose
-    /// start was recorded has its session.
+    /// The record of the change of one device that has lasted. The end of a connection has a
+    /// session when its start was recorded.
     std::optional<SystemActivity> settle(const std::string& address, Date at);
-    /// Forgets all devices but these, and gives the addresses of the forgotten in order.
+    /// Stops following all devices but these. Returns the addresses of the others, in order.
     std::vector<std::string> keepOnly(const std::set<std::string>& addresses);
-    /// Forgets all devices.
+    /// Stops following all devices.
     void reset() { devices.clear(); }
 
 private:
@@ -40,7 +40,7 @@ private:
         bool sample = false;
         std::string name;
         std::optional<std::string> deviceClass;
-        /// Since when a connection stands whose start was recorded.
+        /// Start of the present connection, if it was recorded.
         std::optional<Date> connectedSince;
     };
 

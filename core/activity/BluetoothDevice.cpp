@@ -12,7 +12,7 @@ namespace {
 
 constexpr std::size_t longestName = 120;
 
-/// By major class; empty where there is no name.
+/// Indexed by major class; empty where there is no name.
 constexpr auto classNames = std::to_array<std::string_view>({
     "",
     "Computer",

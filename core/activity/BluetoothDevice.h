@@ -6,7 +6,7 @@
 
 namespace tidemark {
 
-/// A paired device as the system tells of it.
+/// A paired device as the system reports it.
 struct BluetoothDevice {
     std::string address;
     std::string name;
@@ -14,15 +14,14 @@ struct BluetoothDevice {
     std::uint32_t majorClass = 0;
     bool connected = false;
 
-    /// The major class within a whole class of device, of which it is bits 8 to 12.
+    /// The major class in a whole class of device: its bits 8 to 12.
     static constexpr std::uint32_t majorClassOf(std::uint32_t classOfDevice) {
         return classOfDevice >> 8 & 0x1f;
     }
 
-    /// The name without white space around it, of at most 120 characters; "Bluetooth Device" for
-    /// one that has none.
+    /// The name, trimmed and cut to 120 characters; "Bluetooth Device" when there is none.
     std::string displayName() const;
-    /// What the major class is called; absent for one that says nothing to people.
+    /// The name of the major class; absent for classes without a useful name.
     std::optional<std::string> className() const;
 };
 

@@ -6,13 +6,14 @@
 
 namespace tidemark {
 
-/// The Bluetooth radio, compared from one reading to the next.
+/// Turns readings of the Bluetooth radio into records of its changes.
 class BluetoothPowerHistory {
 public:
-    /// `value` is true for on, absent when the state is not known. The record of a change between
-    /// two known states that follow each other: an unknown one breaks the chain.
+    /// `value` is true for on, absent when the state is not known. Returns the record of a change
+    /// between two successive known readings; after an unknown one the next is a new starting
+    /// point.
     std::optional<SystemActivity> receive(std::optional<bool> value, Date at);
-    /// The next known reading is a new starting point.
+    /// Makes the next known reading a new starting point.
     void reset() { previous.reset(); }
 
 private:

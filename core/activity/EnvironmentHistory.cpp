@@ -19,8 +19,8 @@ SystemActivity recordOf(Kind kind, Date at, EnvironmentActivity activity) {
     return record;
 }
 
-void appendComingAndGoing(std::vector<SystemActivity>& records, Kind kind, const Entries& before,
-                          const Entries& after, Date at) {
+void appendAddedAndRemoved(std::vector<SystemActivity>& records, Kind kind, const Entries& before,
+                           const Entries& after, Date at) {
     Entries changed;
     for (const auto& [key, entry] : before)
         if (!after.contains(key))
@@ -66,8 +66,8 @@ std::vector<SystemActivity> EnvironmentHistory::receive(Entries volumes, Entries
 std::vector<SystemActivity> EnvironmentHistory::changes(const Snapshot& before,
                                                         const Snapshot& after, Date at) const {
     std::vector<SystemActivity> records;
-    appendComingAndGoing(records, Kind::volumeChanged, before.volumes, after.volumes, at);
-    appendComingAndGoing(records, Kind::displayChanged, before.displays, after.displays, at);
+    appendAddedAndRemoved(records, Kind::volumeChanged, before.volumes, after.volumes, at);
+    appendAddedAndRemoved(records, Kind::displayChanged, before.displays, after.displays, at);
     appendReconfigured(records, before.displays, after.displays, at);
     const bool elevated =
         ThermalState::isElevated(before.thermal) || ThermalState::isElevated(after.thermal);
@@ -97,7 +97,7 @@ EnvironmentActivity displayEntry(std::string name, std::optional<DisplayContext>
     entry.display = std::move(mode);
     if (!entry.display)
         return entry;
-    // A value that is no number in JSON would keep the whole record out of the file.
+    // JSON has no NaN or infinity: such a value would make writing the whole record fail.
     auto& shown = *entry.display;
     if (!std::isfinite(shown.scale))
         shown.scale = 1;

@@ -9,22 +9,24 @@
 
 namespace tidemark {
 
-/// Volumes, displays and thermal pressure, compared from one whole snapshot to the next. Has no
-/// clock of its own: each call takes the time.
+/// Turns successive states of volumes, displays and thermal pressure into records of their
+/// differences. Has no clock: each call takes the time.
 class EnvironmentHistory {
 public:
-    /// Seconds from the last sign of a change to the snapshot that tells of it.
+    /// Seconds that the caller waits after the last notification of a change before it reads the
+    /// state.
     static constexpr double delay = 2;
 
-    /// Volumes by mount point or displays by the system's number of them, as text.
+    /// Volumes by mount point, or displays by the system's display number as text.
     using Entries = std::map<std::string, EnvironmentActivity>;
 
-    /// Takes one snapshot; `thermal` is a name of `ThermalState`. The records of what differs from
-    /// the one before, all at `at`: volumes and displays that came or went, displays with another
-    /// configuration, each in the order of their keys, then thermal pressure. The first makes none.
+    /// Takes the whole state; `thermal` is a name of `ThermalState`. Returns records of the
+    /// differences from the previous state, all dated `at`: volumes and displays that were added or
+    /// removed, displays with another configuration, each in the order of their keys, then thermal
+    /// pressure. The first call returns none.
     std::vector<SystemActivity> receive(Entries volumes, Entries displays, std::string thermal,
                                         Date at);
-    /// The next snapshot is a new starting point.
+    /// Makes the next state a new starting point.
     void reset() { *this = {}; }
 
 private:
@@ -38,16 +40,16 @@ private:
                                         Date at) const;
 
     std::optional<Snapshot> last;
-    /// When the thermal state became elevated; absent when nobody saw that.
+    /// When the thermal state became elevated; absent when that was not observed.
     std::optional<Date> elevatedSince;
 };
 
-/// The entry of a mounted volume in a snapshot, named by the last component of its mount point
-/// `path` where it has no name that can be read.
+/// The entry of a volume mounted at `path`, which gives it its name when the volume has none that
+/// can be read.
 EnvironmentActivity volumeEntry(std::string path, std::optional<VolumeContext> volume);
 
-/// The entry of a display, with its mode if that can be read. A refresh rate that is not a number
-/// above 0 is none, and a scale that is no number is 1.
+/// The entry of a display, with its mode if that can be read. A refresh rate that is not above 0
+/// becomes absent, and a scale that is not finite becomes 1.
 EnvironmentActivity displayEntry(std::string name, std::optional<DisplayContext> mode);
 
 } // namespace tidemark

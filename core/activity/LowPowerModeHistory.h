@@ -6,12 +6,12 @@
 
 namespace tidemark {
 
-/// Low Power Mode, compared from one reading to the next.
+/// Turns readings of Low Power Mode into records of its changes.
 class LowPowerModeHistory {
 public:
-    /// The record of a change; absent for the first reading and for one that repeats.
+    /// The record of a change; absent for the first reading and for one that equals the last.
     std::optional<SystemActivity> receive(bool enabled, Date at);
-    /// The next reading is a new starting point.
+    /// Makes the next reading a new starting point.
     void reset() { previous.reset(); }
 
 private:

@@ -8,21 +8,21 @@
 
 namespace tidemark {
 
-/// The Wi-Fi link and, where it may be read, the name of its network. Has no clock of its own: each
-/// call takes the time.
+/// Turns observations of the Wi-Fi link and, where it may be read, the name of its network into
+/// records of their changes. Has no clock: each call takes the time.
 class NamedWiFiHistory {
 public:
-    /// Seconds that an observation must stand.
+    /// Seconds for which an observation must last.
     static constexpr double delay = 2;
 
-    /// Takes one observation, absent when the link can't be read. True when `settle` is due once
-    /// `delay` has passed and any wait that still runs is void; an absent one leaves nothing to
-    /// settle. A name that becomes readable or unreadable says nothing about the link: that is a
-    /// new starting point.
+    /// Takes one observation, absent when the link can't be read. True when the caller has to
+    /// cancel any running wait and call `settle` after `delay`; after an absent one there is
+    /// nothing to settle. A name that becomes readable or unreadable is not a change of the link,
+    /// but a new starting point.
     bool receive(std::optional<WiFiObservation> observation, Date at);
-    /// The record of the change that has settled. A lost link tells of the network that was left.
+    /// The record of the change that has lasted. That of a lost link names the previous network.
     std::optional<SystemActivity> settle(Date at);
-    /// The next observation is a new starting point.
+    /// Makes the next observation a new starting point.
     void reset() { *this = {}; }
 
 private:

@@ -7,19 +7,19 @@
 
 namespace tidemark {
 
-/// The network path: a difference in anything it tells is a change once it has lasted. Has no
-/// clock of its own: each call takes the time.
+/// Turns states of the network connection into records of its changes. A difference in any field
+/// counts once it has lasted. Has no clock: each call takes the time.
 class NetworkConnectionHistory {
 public:
-    /// Seconds that a state must stand.
+    /// Seconds for which a state must last.
     static constexpr double delay = 2;
 
-    /// Takes one state. True when `settle` is due once `delay` has passed and any wait that still
-    /// runs is void; false when it repeats the last one, which leaves a running wait alone.
+    /// Takes one state. True when the caller has to cancel any running wait and call `settle` after
+    /// `delay`; false when the state equals the last one, and a running wait goes on.
     bool receive(const NetworkConnectionState& state, Date at);
-    /// The record of the change that has settled. The first state to settle makes none.
+    /// The record of the change that has lasted. The first state makes none.
     std::optional<SystemActivity> settle(Date at);
-    /// The next state to settle is a new starting point.
+    /// Makes the next state a new starting point.
     void reset() { *this = {}; }
 
 private:

@@ -6,7 +6,7 @@ namespace tidemark::PowerSource {
 
 namespace {
 
-// UpDeviceKind and UpDeviceState in the documentation of org.freedesktop.UPower.Device.
+// Values of UpDeviceKind and UpDeviceState, documented with org.freedesktop.UPower.Device.
 constexpr std::uint32_t batteryType = 2;
 constexpr std::uint32_t unknownState = 0;
 constexpr std::uint32_t chargingState = 1;
@@ -25,7 +25,7 @@ std::optional<double> numberOf(const PropertyList::Dictionary& dictionary, std::
 }
 
 std::optional<std::int64_t> wholePercentage(double percentage) {
-    // Not a number fails both comparisons.
+    // NaN fails both comparisons.
     if (!(percentage >= 0 && percentage <= 100))
         return std::nullopt;
     return static_cast<std::int64_t>(std::floor(percentage));
@@ -36,11 +36,11 @@ std::optional<std::int64_t> percentageOf(const PropertyList::Dictionary& descrip
     const auto maximum = numberOf(description, "Max Capacity");
     if (!current || !maximum || !std::isfinite(*maximum) || !(*maximum > 0))
         return std::nullopt;
-    // Multiplied first: 29 / 100 * 100 is below 29 in binary.
+    // Multiply first: 29 / 100 * 100 is below 29 in binary floating point.
     return wholePercentage(*current * 100 / *maximum);
 }
 
-/// Full is what the system calls charged and what shows as 100 percent.
+/// Full means that the system reports it as charged and the percentage is 100.
 std::optional<bool> fullyCharged(std::optional<bool> charged,
                                  std::optional<std::int64_t> percentage) {
     if (!charged || !percentage)
@@ -73,7 +73,7 @@ firstBattery(const std::vector<PropertyList::Dictionary>& descriptions) {
 }
 
 std::optional<BatteryObservation> parse(const UPowerDevice& device) {
-    // The battery of a keyboard or a phone is of another type or supplies no power.
+    // The battery of a keyboard or a phone has another type or is not a power supply.
     if (device.type != batteryType || device.powerSupply != true || device.isPresent != true)
         return std::nullopt;
     if (!device.onBattery)

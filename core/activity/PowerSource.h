@@ -7,21 +7,21 @@
 #include <optional>
 #include <vector>
 
-/// Reading the internal battery out of what a system tells of its power sources. What is no
-/// readable internal battery, such as that of a mouse, gives nothing.
+/// Reads the internal battery from a system's description of its power sources. Other batteries,
+/// such as that of a mouse, and unreadable descriptions give nothing.
 namespace tidemark::PowerSource {
 
-/// Reads one description with the keys of IOKit (IOPSKeys.h): "Type", "Is Present", "Power Source
-/// State", "Current Capacity", "Max Capacity", "Is Charged", "Is Charging". A value of another
-/// type counts as missing.
+/// Reads one IOKit description (IOPSKeys.h) by its keys "Type", "Is Present", "Power Source State",
+/// "Current Capacity", "Max Capacity", "Is Charged" and "Is Charging". A value of the wrong type
+/// counts as missing.
 std::optional<BatteryObservation> parse(const PropertyList::Dictionary& description);
 
-/// The first of several sources that can be read.
+/// The first description that `parse` can read.
 std::optional<BatteryObservation>
 firstBattery(const std::vector<PropertyList::Dictionary>& descriptions);
 
-/// Properties of org.freedesktop.UPower.Device by their names there; absent when the service
-/// does not tell them. `onBattery` is that of org.freedesktop.UPower itself.
+/// Properties of org.freedesktop.UPower.Device by their names there; absent when the service does
+/// not report them. `onBattery` is a property of org.freedesktop.UPower itself.
 struct UPowerDevice {
     std::optional<std::uint32_t> type;
     std::optional<bool> powerSupply;

@@ -8,10 +8,10 @@
 
 namespace tidemark {
 
-/// A state that flaps, cut down to the changes that last. A value other than the accepted one is
-/// held as a candidate, and counts only when it still stands after `delay`. The first value to
-/// stand that long becomes the starting point without a transition. Has no clock and no timer of
-/// its own: `SettlingTimer` of the application waits, and says what to call `settle` with.
+/// Debounces a state: reports only changes that last. A value other than the accepted one is a
+/// candidate, and is accepted if it is still the last one received after `delay`. The first value
+/// to last that long becomes the starting point without a transition. Has no clock and no timer:
+/// `SettlingTimer` in the application waits and passes the time for `settle`.
 template <std::equality_comparable Value>
 class SettledTransition {
 public:
@@ -30,17 +30,17 @@ public:
         bool operator==(const Candidate&) const = default;
     };
 
-    /// `seconds` is the delay; with a `start` the comparison begins at once.
-    explicit SettledTransition(double seconds, std::optional<Value> start = {})
-        : settlingTime(seconds), accepted(std::move(start)) {}
+    /// `settlingTime` is the delay in seconds; `accepted` is the starting point, if there is one.
+    explicit SettledTransition(double settlingTime, std::optional<Value> accepted = {})
+        : settlingTime(settlingTime), accepted(std::move(accepted)) {}
 
-    /// The last accepted value; absent without a starting point.
+    /// The last accepted value; absent before there is a starting point.
     const std::optional<Value>& baseline() const { return accepted; }
-    /// The value that waits, with when it was first seen.
+    /// The value that is waiting to be accepted, and when it was first seen.
     const std::optional<Candidate>& candidate() const { return waiting; }
     double delay() const { return settlingTime; }
 
-    /// Takes one observation.
+    /// Takes one observed value.
     void receive(Value value, Date at) {
         if (accepted == value)
             waiting.reset();
@@ -48,9 +48,9 @@ public:
             waiting.emplace(Candidate{std::move(value), at});
     }
 
-    /// Accepts the candidate when it has stood for `delay`. Absent when nothing settled, or when
-    /// what settled is the starting point. `at` is the time of the observation plus the monotonic
-    /// seconds since then, and not what the wall clock shows, which may have been set in between.
+    /// Accepts the candidate if it has lasted for `delay`. Absent when nothing was accepted or it
+    /// is the starting point. `at` is the time of the observation plus the monotonic seconds since
+    /// then; the wall clock itself may have been set in between.
     std::optional<Transition> settle(Date at) {
         if (!waiting || settlingTime > at - waiting->since)
             return std::nullopt;
@@ -61,7 +61,7 @@ public:
         return Transition{*std::move(before), settled.value, settled.since};
     }
 
-    /// Forgets all values: the next one to settle is a new starting point.
+    /// Forgets all values: the next one accepted is a new starting point.
     void reset() {
         accepted.reset();
         waiting.reset();

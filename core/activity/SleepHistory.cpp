@@ -13,7 +13,7 @@ SystemActivity SleepHistory::receive(SystemActivity::Kind kind, Date at,
         if (sleep && at >= sleep->began)
             activity.observedSession = ObservedSession{sleep->began, at, sleep->battery, battery};
     }
-    // Of two sleeps with no wake between them the first one began the interval.
+    // If two sleeps follow each other without a wake, the interval began with the first.
     if (kind == SystemActivity::Kind::sleepRequested && !start)
         start = Sleep{at, battery};
     return activity;

@@ -6,14 +6,14 @@
 
 namespace tidemark {
 
-/// Pairs each wake with the sleep before it. Has no clock of its own: each call takes the time.
+/// Pairs each wake with the sleep before it. Has no clock: each call takes the time.
 class SleepHistory {
 public:
-    /// The record of one notification. A wake that follows a sleep has the interval between the
-    /// two, unless the clock was set back before the sleep.
+    /// The record of one notification. That of a wake after a sleep has the interval between them,
+    /// unless the clock was set back to before the sleep.
     SystemActivity receive(SystemActivity::Kind kind, Date at,
                            std::optional<BatteryObservation> battery);
-    /// Forgets a sleep that still waits for its wake.
+    /// Forgets a sleep that has no wake yet.
     void reset() { start.reset(); }
 
 private:

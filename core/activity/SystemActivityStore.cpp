@@ -26,7 +26,7 @@ void SystemActivityStore::append(SystemActivity activity) {
     std::vector<SystemActivity> next = current;
     next.push_back(std::move(activity));
     keepNewest(next);
-    writeDocument(url, next, permission);
+    writeDocument(url, next, guard);
     current = std::move(next);
 }
 

@@ -8,34 +8,35 @@
 
 namespace tidemark {
 
-/// The document of live activity: one JSON array of records, oldest first. Not for two threads at
-/// once; the file has one writer.
+/// The document of live activity: one JSON array of records, oldest first. Not thread-safe; only
+/// one process may write the file.
 class SystemActivityStore {
 public:
-    /// All kinds share these places; the oldest records make room.
+    /// The limit for the records of all kinds together; the oldest ones are dropped.
     static constexpr std::size_t mostRecords = 2000;
 
-    /// `guard` is that of the data folder.
-    explicit SystemActivityStore(std::filesystem::path document, FolderGuard guard = {})
-        : url(std::move(document)), permission(std::move(guard)) {}
+    /// `guard` is the guard of the data folder.
+    explicit SystemActivityStore(std::filesystem::path url, FolderGuard guard = {})
+        : url(std::move(url)), guard(std::move(guard)) {}
 
-    /// Reads the file: its last `mostRecords` records, none when there is no file. Throws
-    /// `FileError`. Nothing on disk changes.
+    /// Reads the last `mostRecords` records of the file; none when there is no file. Throws
+    /// `FileError`. Changes nothing on disk.
     static std::vector<SystemActivity> read(const std::filesystem::path& document);
 
-    /// Takes over what the file holds. Throws as `read` does; what was known stays then.
+    /// Replaces `records` by the content of the file. Throws as `read` does; `records` is unchanged
+    /// then.
     void load() { current = read(url); }
-    /// As last read or written.
+    /// The records as last read or written.
     const std::vector<SystemActivity>& records() const { return current; }
 
-    /// Replaces the file, of mode 0600 in folders of mode 0700, by one that ends with `activity`.
-    /// Throws `Error`: `records` is as before then, and the file too unless only its folder could
-    /// not be flushed.
+    /// Appends a record by replacing the file, with mode 0600 in folders of mode 0700. Throws
+    /// `Error`; `records` is unchanged then, and so is the file, unless only flushing its folder
+    /// failed.
     void append(SystemActivity activity);
 
 private:
     const std::filesystem::path url;
-    const FolderGuard permission;
+    const FolderGuard guard;
     std::vector<SystemActivity> current;
 };
 

@@ -6,21 +6,21 @@
 #include <optional>
 #include <string_view>
 
-/// The thermal pressure of the whole machine, by the name that records keep.
+/// The thermal pressure of the whole machine, under the names that records store.
 namespace tidemark::ThermalState {
 
-/// By the number of NSProcessInfoThermalState, mildest first.
+/// Indexed by the value of NSProcessInfoThermalState, mildest first.
 inline constexpr auto names =
     std::to_array<std::string_view>({"nominal", "fair", "serious", "critical"});
 
-/// Absent for a number that is no state.
+/// Absent for a number without a state.
 constexpr std::optional<std::string_view> name(std::int64_t number) {
     if (number < 0 || number >= std::ssize(names))
         return std::nullopt;
     return names[static_cast<std::size_t>(number)];
 }
 
-/// The states that are news to people.
+/// Whether the machine is under thermal pressure that is worth recording.
 constexpr bool isElevated(std::string_view name) {
     return name == "serious" || name == "critical";
 }

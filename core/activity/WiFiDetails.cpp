@@ -10,7 +10,7 @@ namespace tidemark::WiFiDetails {
 
 namespace {
 
-/// By number; empty where there is no label.
+/// Indexed by number; empty where there is no label.
 constexpr auto bands = std::to_array<std::string_view>({"", "2.4 GHz", "5 GHz", "6 GHz"});
 
 constexpr auto securities = std::to_array<std::string_view>({

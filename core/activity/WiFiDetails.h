@@ -7,16 +7,16 @@
 #include <string>
 #include <vector>
 
-/// What the interfaces of IEEE 802.11 tell, in the words of a record. Bands and kinds of security
-/// have the numbers of CoreWLAN (CWChannelBand, CWSecurity), onto which other services are mapped.
+/// Turns readings of Wi-Fi interfaces into the words of a record. Bands and kinds of security have
+/// the numbers of CoreWLAN (CWChannelBand, CWSecurity); those of other services are mapped to them.
 namespace tidemark::WiFiDetails {
 
 /// "2.4 GHz", "5 GHz" or "6 GHz"; absent for other numbers.
 std::optional<std::string> bandLabel(std::int64_t band);
-/// Such as "WPA2 Personal"; absent for kinds that say nothing definite.
+/// Such as "WPA2 Personal"; absent for unknown and ambiguous kinds.
 std::optional<std::string> securityLabel(std::int64_t security);
 
-/// One interface as it reads; absent what does not.
+/// The properties of one interface; absent where they can't be read.
 struct Reading {
     std::optional<std::int64_t> band;
     std::optional<std::int64_t> channel;
@@ -28,10 +28,10 @@ struct Reading {
     std::optional<std::string> networkName;
 };
 
-/// The record of a reading, with the name of the network only when that is allowed.
+/// The record of a reading. It has the name of the network only if that is allowed.
 WiFiContext context(const Reading& reading, bool nameAllowed);
 
-/// One interface and whether its link is up; absent when that can't be read.
+/// One interface. Whether its link is up is absent when it can't be read.
 struct Interface {
     std::string name;
     std::optional<bool> active;
@@ -39,14 +39,14 @@ struct Interface {
 
 struct Link {
     bool connected = false;
-    /// Whose details tell of the link: the last of those that are up.
+    /// The interface whose details describe the link: the last of those that are up.
     std::optional<std::string> interfaceName;
 
     bool operator==(const Link&) const = default;
 };
 
-/// The link of all interfaces together: up when one is, down when all are known to be; absent
-/// otherwise, and when there are none.
+/// The link of all interfaces together: up if one is up, down if all are known to be down; absent
+/// otherwise and when there are no interfaces.
 std::optional<Link> link(const std::vector<Interface>& interfaces);
 
 } // namespace tidemark::WiFiDetails

@@ -7,18 +7,19 @@
 
 namespace tidemark {
 
-/// The Wi-Fi link as up or down alone, for where nothing is known of the network.
+/// Turns readings of the Wi-Fi link, as up or down only, into records of its changes. Used where no
+/// details of the network are known.
 class WiFiLinkHistory {
 public:
-    /// Seconds that a state must stand.
+    /// Seconds for which a state must last.
     static constexpr double delay = 2;
 
-    /// Takes one state, absent when the link can't be read. False only when it repeats the last
-    /// one; otherwise any wait that still runs is void and another may begin.
+    /// Takes one state, absent when the link can't be read. False when it equals the last one;
+    /// otherwise the caller has to cancel any running wait and may begin another.
     bool receive(std::optional<bool> connected, Date at);
-    /// The record of the change that has settled.
+    /// The record of the change that has lasted.
     std::optional<SystemActivity> settle(Date at);
-    /// The next state is a new starting point.
+    /// Makes the next state a new starting point.
     void reset() { *this = {}; }
 
 private:

@@ -7,7 +7,7 @@
 
 namespace tidemark {
 
-/// The Wi-Fi link at one moment, with what is known of its network.
+/// The Wi-Fi link at one moment, with the known details of its network.
 struct WiFiObservation {
     bool connected = false;
     std::optional<WiFiContext> context;
@@ -16,8 +16,8 @@ struct WiFiObservation {
         return context ? context->networkName : std::nullopt;
     }
 
-    /// Equal by link and name alone: moving to another channel or access point of one network, or
-    /// a weaker signal, is no change.
+    /// Compares only link and name: another channel or access point of the same network, or another
+    /// signal strength, is not a change.
     bool operator==(const WiFiObservation& other) const {
         return connected == other.connected && networkName() == other.networkName();
     }

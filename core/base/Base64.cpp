@@ -13,7 +13,7 @@ const unsigned char* bytePointer(std::string_view text) {
 } // namespace
 
 std::string base64Encoded(std::string_view bytes) {
-    // libcrypto writes a NUL behind the text.
+    // libcrypto writes a NUL after the text.
     std::string text((bytes.size() + 2) / 3 * 4 + 1, '\0');
     const int length = EVP_EncodeBlock(reinterpret_cast<unsigned char*>(text.data()),
                                        bytePointer(bytes), static_cast<int>(bytes.size()));
@@ -29,8 +29,8 @@ std::optional<std::string> base64Decoded(std::string_view text) {
                                        bytePointer(text), static_cast<int>(text.size()));
     if (length < 0)
         return std::nullopt;
-    // It counts the padding as bytes, and takes surrounding blanks for granted: write it back to
-    // tell whether the text was the canonical one.
+    // libcrypto counts the padding as bytes and accepts surrounding blanks. Encode the result again
+    // to check that the text was canonical.
     const std::size_t padding = text.ends_with("==") ? 2 : text.ends_with('=') ? 1 : 0;
     bytes.resize(static_cast<std::size_t>(length) - padding);
     return base64Encoded(bytes) == text ? std::optional(bytes) : std::nullopt;

@@ -21,7 +21,8 @@ using std::chrono::floor;
 using std::chrono::local_seconds;
 using std::chrono::seconds;
 
-/// Seconds from 1970 beyond which no calendar is meant. ICU and the C library can count them.
+/// Dates further from 1970 than this, in seconds, are clamped to it. ICU and the C library can
+/// still represent it.
 constexpr double furthest = 8e12;
 constexpr std::int64_t day = 86'400;
 
@@ -31,7 +32,7 @@ std::int64_t unixSeconds(Date date) {
                                                        : std::clamp(whole, -furthest, furthest));
 }
 
-/// How far the clocks of the process are ahead of UTC.
+/// Seconds by which local time of the process is ahead of UTC.
 std::int64_t offsetOfProcess(std::int64_t time) {
     const auto moment = static_cast<std::time_t>(time);
     std::tm local{};
@@ -49,17 +50,17 @@ std::int64_t offsetOf(const icu::TimeZone& zone, std::int64_t time) {
 } // namespace
 
 struct Calendar::Implementation {
-    /// None for the zone of the process.
+    /// Null for the zone of the process.
     std::unique_ptr<icu::TimeZone> zone;
-    /// By pattern; one is expensive to make.
+    /// By pattern, since a formatter is expensive to make.
     std::map<std::string, icu::SimpleDateFormat> formatters;
 
     std::int64_t offset(std::int64_t time) const {
         return zone ? offsetOf(*zone, time) : offsetOfProcess(time);
     }
 
-    /// The first second after `from`, up to `until`, at which the clock is ahead by `offset`; it
-    /// must be so at `until`.
+    /// The first second after `from`, up to `until`, at which local time is ahead of UTC by
+    /// `offsetThen`, as it must be at `until`.
     std::int64_t firstWith(std::int64_t offsetThen, std::int64_t from, std::int64_t until) const {
         while (until - from > 1) {
             const std::int64_t middle = std::midpoint(from, until);
@@ -76,7 +77,7 @@ struct Calendar::Implementation {
         icu::SimpleDateFormat made(icu::UnicodeString::fromUTF8(pattern), status);
         if (U_FAILURE(status))
             throw Error("The calendar of this system is not available.");
-        // It is given what the clock shows.
+        // It formats local time that was converted to UTC before.
         made.setTimeZone(*icu::TimeZone::getGMT());
         return formatters.emplace(pattern, std::move(made)).first->second;
     }

@@ -8,13 +8,14 @@
 
 namespace tidemark {
 
-/// Days and clock times in one time zone, in the Gregorian calendar. Reading is cheap and a copy is
-/// its own; one object is not for several threads at once. A date that no calendar holds counts as
-/// the furthest that this one does, some 250,000 years away.
+/// Days and clock times in one time zone, in the Gregorian calendar. Copies are independent; one
+/// object must not be used by several threads at once. A date too far away for any calendar counts
+/// as the furthest that this one can represent, some 250,000 years away.
 class Calendar {
 public:
     /// The zone of the process, as localtime_r(3) applies it: the variable TZ in any of its forms,
-    /// else /etc/localtime. A zone that was changed is noticed here, so make one for each use.
+    /// else /etc/localtime. A change of the zone takes effect when a calendar is made, so make one
+    /// for each use.
     Calendar();
     /// A zone of the IANA database (through ICU), such as "Europe/Berlin"; an unknown name is UTC.
     explicit Calendar(const std::string& zone);
@@ -26,8 +27,8 @@ public:
 
     /// What the clock shows, to the second.
     std::chrono::local_seconds clockAt(Date date) const;
-    /// When the clock shows `time`: the first moment where it does so twice, and where it never
-    /// does, as the clock was put forward, the moment of that.
+    /// When the clock shows `time`. The first of two such moments where the clock is put back;
+    /// where it is put forward past `time`, the moment at which that happens.
     Date momentOf(std::chrono::local_seconds time) const;
 
     /// The first moment of the day that `date` falls on.
@@ -35,7 +36,7 @@ public:
     /// The first moment of the day after it.
     Date startOfNextDay(Date date) const;
 
-    /// `date` by an ICU pattern such as "HH:mm" in the user's language.
+    /// Formats `date` by an ICU pattern such as "HH:mm" in the user's language.
     std::string format(Date date, const std::string& pattern) const;
 
 private:

@@ -7,7 +7,7 @@ namespace tidemark {
 
 namespace {
 
-/// Empty when the path does not lead anywhere.
+/// Empty when the path does not exist or can't be resolved.
 std::filesystem::path resolved(const std::filesystem::path& path) {
     const std::unique_ptr<char, decltype(&std::free)> real(::realpath(path.c_str(), nullptr),
                                                            &std::free);

@@ -6,16 +6,17 @@
 
 namespace tidemark {
 
-/// Time as the core asks for it, so that a test can drive hours in no time.
+/// The source of time for the core. Tests replace it by one that they advance by hand.
 class Clock {
 public:
     virtual ~Clock() = default;
 
     /// Wall time.
     virtual Date now() = 0;
-    /// Seconds that only ever grow, from an arbitrary start.
+    /// Seconds from an arbitrary start; never decreases.
     virtual double monotonicSeconds() = 0;
-    /// Waits. False when `stop` was requested, before the wait or during it.
+    /// Waits so many seconds. Returns false at once when `stop` is requested, before or during the
+    /// wait.
     virtual bool pause(double seconds, const std::stop_token& stop) = 0;
 
     /// The machine's own time. Any thread may use it.

@@ -5,8 +5,8 @@
 
 namespace tidemark {
 
-/// The order in which a person expects names in a list: that of the locale, with numbers inside
-/// names by their value. Making one is dear, comparing is cheap. Not for several threads at once.
+/// Compares names as people sort them: by the rules of the locale, with numbers inside names by
+/// their value. Construction is expensive, comparing is cheap. Not thread-safe.
 class Collation {
 public:
     Collation();
@@ -14,7 +14,7 @@ public:
     Collation(Collation&&) noexcept;
     Collation& operator=(Collation&&) noexcept;
 
-    /// Below 0, 0 or above 0, as `a` comes before, with or behind `b`.
+    /// Negative, 0 or positive when `a` comes before, equals or comes after `b`.
     int compare(std::string_view a, std::string_view b) const;
 
 private:

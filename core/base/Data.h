@@ -4,7 +4,8 @@
 
 namespace tidemark {
 
-/// Binary data, kept apart from text by its type; stored JSON writes it as base64.
+/// Binary data, a type of its own so that it is not mistaken for text; stored JSON writes it as
+/// base64.
 struct Data {
     std::string bytes;
 

@@ -7,7 +7,7 @@
 namespace tidemark {
 
 /// An instant: seconds since 2001-01-01T00:00:00Z as a binary64, which is also how every stored
-/// document writes it. Values compare and are kept exactly; only screens format them.
+/// document writes it. Values are stored and compared without rounding.
 struct Date {
     /// 2001-01-01T00:00:00Z in seconds since 1970.
     static constexpr double epochSince1970 = 978'307'200.0;

@@ -17,10 +17,10 @@ public:
     Sha256& operator=(Sha256&&) noexcept;
 
     void update(std::string_view bytes);
-    /// The digest as 64 lower-case hexadecimal digits; the object is spent afterwards.
+    /// The digest as 64 lower-case hexadecimal digits. The object must not be used afterwards.
     std::string finish();
 
-    /// The digest of one run of bytes.
+    /// The digest of `bytes`.
     static std::string hex(std::string_view bytes);
 
 private:

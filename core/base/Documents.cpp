@@ -9,7 +9,7 @@ FileError tooLarge(const std::filesystem::path& file, std::string_view failure) 
             EFBIG};
 }
 
-/// Makes the folders of a document. Returns the file to replace.
+/// Creates the missing folders of a document. Returns the file to replace.
 std::filesystem::path prepared(const std::filesystem::path& file, const FolderGuard& guard) {
     guard.require();
     createPrivateFolders(file.parent_path());

@@ -6,21 +6,23 @@
 
 #include <optional>
 
-/// The JSON documents that the program keeps: each is read whole into one record and replaced
-/// whole by one. A document may be a symbolic link, so that it can be kept on another disk: what
-/// the link leads to is read and replaced, and the link stays.
+/// The JSON documents that the program keeps: each is read whole into one record and replaced whole
+/// by one. A document may be a symbolic link, so that it can be kept on another disk: the file that
+/// the link points to is read and replaced, and the link stays.
 ///
 /// All functions throw `FileError`, which names the document.
 namespace tidemark {
 
-/// The most bytes that a document has, 2 GB. Nothing larger is read or written: it would fill the
-/// memory of an ordinary machine.
+/// The largest document that is read or written, in bytes. A larger one would fill the memory of an
+/// ordinary machine.
 inline constexpr std::size_t largestDocument = 2'000'000'000;
 
-/// The bytes of a document; absent where there is none. A link that leads nowhere is no absence.
+/// The bytes of a document; absent where there is none. Throws for a link whose target does not
+/// exist.
 std::optional<std::string> readDocumentBytes(const std::filesystem::path& file);
 
-/// The record in the bytes of the document `file`. Says what is wrong where in them.
+/// The record in the bytes of the document `file`. The error names the place in the document and
+/// what is wrong there.
 template <class T>
 T decodeDocument(std::string_view bytes, const std::filesystem::path& file) {
     try {
@@ -39,7 +41,7 @@ std::optional<T> readDocument(const std::filesystem::path& file) {
 
 namespace detail {
 
-/// A document in the making, of at most `limit` bytes.
+/// Writes the replacement of a document, of at most `limit` bytes.
 class DocumentReplacement {
 public:
     DocumentReplacement(const std::filesystem::path& file, const FolderGuard& guard,
@@ -55,9 +57,9 @@ private:
 
 } // namespace detail
 
-/// Replaces a document, or makes it with the folders that it needs: mode 0600, and 0700 for the
-/// folders. Throws also what `guard` throws. The old document is there whole then, unless only its
-/// folder could not be flushed.
+/// Replaces a document with mode 0600, or creates it, with missing folders of mode 0700. Also
+/// throws what `guard` throws. After a failure the old document is intact, unless only flushing its
+/// folder failed: then the new one is in place.
 template <class T>
 void writeDocument(const std::filesystem::path& file, const T& record,
                    const FolderGuard& guard = {}, std::size_t limit = largestDocument) {

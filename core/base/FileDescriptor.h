@@ -24,7 +24,7 @@ public:
 
     explicit operator bool() const { return descriptor >= 0; }
     int get() const { return descriptor; }
-    /// Gives the descriptor away without closing it.
+    /// Returns the descriptor without closing it; the caller owns it from now on.
     int release() { return std::exchange(descriptor, -1); }
     void reset() {
         if (descriptor >= 0)

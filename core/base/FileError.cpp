@@ -6,8 +6,8 @@
 
 namespace tidemark {
 
-FileError::FileError(std::filesystem::path file, std::string reason, int code)
-    : Error(asSentence(textFromBytes(file.native()) + " " + reason)), where(std::move(file)),
+FileError::FileError(std::filesystem::path path, std::string reason, int code)
+    : Error(asSentence(textFromBytes(path.native()) + " " + reason)), where(std::move(path)),
       why(std::move(reason)), number(code) {}
 
 FileError FileError::ofSystem(const std::filesystem::path& file, std::string_view failure,

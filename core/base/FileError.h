@@ -13,11 +13,12 @@ namespace tidemark {
 /// its path: "/home/me/journal.json could not be read: Permission denied."
 class FileError : public Error {
 public:
-    /// `reason` continues after the path, with or without a full stop: "is not a regular file".
-    /// `code` is the `errno` that fits best.
-    FileError(std::filesystem::path file, std::string reason, int code = EINVAL);
+    /// `reason` is the rest of the sentence after the path, with or without a full stop: "is not a
+    /// regular file". `code` is an `errno`, the closest where no system call failed.
+    FileError(std::filesystem::path path, std::string reason, int code = EINVAL);
 
-    /// The system refused a call: `failure`, such as "could not be read", and what `code` means.
+    /// For a failed system call. The sentence is `failure`, such as "could not be read", followed
+    /// by the description of the `errno` in `code`.
     static FileError ofSystem(const std::filesystem::path& file, std::string_view failure,
                               int code);
 

@@ -4,6 +4,7 @@
 #include "core/base/Uuid.h"
 
 #include <cerrno>
+#include <expected>
 
 #include <fcntl.h>
 #include <sys/file.h>
@@ -14,7 +15,7 @@ namespace tidemark {
 namespace {
 
 constexpr std::size_t writeBufferSize = 1 << 18;
-/// How much more is read at a time of a file that is larger than it said.
+/// Bytes to read at a time from a file that turns out larger than its status said.
 constexpr std::size_t growth = 1 << 16;
 
 /// Every temporary file of one target starts with this; the rest is a random identifier. The
@@ -26,6 +27,23 @@ std::string temporaryPrefix(const std::filesystem::path& target) {
 std::filesystem::path folderOf(const std::filesystem::path& path) {
     const auto parent = path.parent_path();
     return parent.empty() ? std::filesystem::path(".") : parent;
+}
+
+/// How much was read: less than `size` at the end of the file alone. The error is that of `errno`.
+std::expected<std::size_t, int> readUntilFull(const FileDescriptor& file, char* data,
+                                              std::size_t size) {
+    std::size_t filled = 0;
+    while (filled < size) {
+        const ssize_t count = ::read(file.get(), data + filled, size - filled);
+        if (count < 0 && errno == EINTR)
+            continue;
+        if (count < 0)
+            return std::unexpected(errno);
+        if (count == 0)
+            break;
+        filled += static_cast<std::size_t>(count);
+    }
+    return filled;
 }
 
 } // namespace
@@ -51,25 +69,22 @@ std::string readFile(const FileDescriptor& file, const std::filesystem::path& pa
         throw FileError::ofSystem(path, "could not be read", EFBIG);
 
     std::string bytes;
-    // One byte more than the size tells the end from a file that grows while it is read.
-    bytes.resize(size + 1);
-    std::size_t filled = 0;
-    while (true) {
-        if (filled > limit)
+    // With one byte of room beyond the size, a full buffer means that the file has grown.
+    for (std::size_t room = size + 1;; room += growth) {
+        int failure = 0;
+        bytes.resize_and_overwrite(
+            room, [&, filled = bytes.size()](char* data, std::size_t) noexcept {
+                const auto count = readUntilFull(file, data + filled, room - filled);
+                failure = count ? 0 : count.error();
+                return filled + count.value_or(0);
+            });
+        if (failure != 0)
+            throw FileError::ofSystem(path, "could not be read", failure);
+        if (bytes.size() > limit)
             throw FileError::ofSystem(path, "could not be read", EFBIG);
-        if (filled == bytes.size())
-            bytes.resize(filled + growth);
-        const ssize_t count = ::read(file.get(), bytes.data() + filled, bytes.size() - filled);
-        if (count < 0 && errno == EINTR)
-            continue;
-        if (count < 0)
-            throw FileError::ofSystem(path, "could not be read", errno);
-        if (count == 0)
-            break;
-        filled += static_cast<std::size_t>(count);
+        if (bytes.size() < room)
+            return bytes;
     }
-    bytes.resize(filled);
-    return bytes;
 }
 
 bool fileExists(const std::filesystem::path& path) {
@@ -120,13 +135,13 @@ void flushFolder(const std::filesystem::path& folder) {
     }
 }
 
-FileReplacement::FileReplacement(std::filesystem::path path, FolderGuard guard)
-    : target(std::move(path)), permission(std::move(guard)) {
-    permission.require();
+FileReplacement::FileReplacement(std::filesystem::path path, const FolderGuard& guard)
+    : target(std::move(path)), guard(guard) {
+    guard.require();
     removeLeftovers(target);
-    // The lock tells `removeLeftovers` of another process that this one still lives. Between
-    // creating and locking the file it may have been taken for a leftover: then it has no name
-    // any more, and a new one is made.
+    // The lock shows `removeLeftovers` in other processes that this file is in use. Between
+    // creating and locking it, another process may have removed it as a leftover; then a new one is
+    // made.
     for (int attempt = 0; attempt < 10; ++attempt) {
         temporary = folderOf(target) / (temporaryPrefix(target) + Uuid::random().text());
         file = FileDescriptor(
@@ -174,8 +189,8 @@ void FileReplacement::commit() {
     flush();
     if (::fsync(file.get()) != 0)
         fail();
-    // A folder that was replaced since the temporary file was made has no such file to rename.
-    permission.require();
+    // The folder may have been replaced since the temporary file was made.
+    guard.require();
     if (::rename(temporary.c_str(), target.c_str()) != 0)
         fail();
     file.reset();

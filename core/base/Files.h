@@ -9,27 +9,28 @@
 #include <string>
 #include <string_view>
 
-/// Whole files on disk: read, and replaced so that a crash leaves the old or the new one.
+/// Reads files whole, and replaces them so that a crash leaves either the old or the new content.
 namespace tidemark {
 
 /// The bytes of a regular file of at most `limit` bytes. Never waits on a FIFO or a device.
 /// Throws `FileError`.
 std::string readFile(const std::filesystem::path& path,
                      std::size_t limit = std::numeric_limits<std::size_t>::max());
-/// The same of a file that is open for reading, with `O_NONBLOCK`; `path` is for the sentence.
+/// The same for a file that is already open for reading, with `O_NONBLOCK`; `path` is used in
+/// errors only.
 std::string readFile(const FileDescriptor& file, const std::filesystem::path& path,
                      std::size_t limit = std::numeric_limits<std::size_t>::max());
 
-/// True when something stands at `path`, false when nothing does. Anything that keeps this from
-/// being known (a folder that can't be searched) throws `FileError`: not knowing is not absence.
+/// Whether there is an entry of any kind at `path`. Throws `FileError` when that can't be
+/// determined, as in a folder without search permission.
 bool fileExists(const std::filesystem::path& path);
 
 /// Creates a folder and its missing parents, each with mode 0700. Existing ones stay as they are.
 void createPrivateFolders(const std::filesystem::path& folder);
 
-/// The file to replace so that `path` gets new content: what a symbolic link there leads to, else
-/// `path` itself. Throws `FileError` for a link that leads nowhere, and for anything but a regular
-/// file: a replacement would take the place of a folder, a device or a pipe.
+/// The file to replace so that `path` gets new content: the target of a symbolic link, else `path`
+/// itself. Throws `FileError` for a link whose target does not exist, and for a folder, device or
+/// pipe, which a replacement would destroy.
 std::filesystem::path replaceablePath(const std::filesystem::path& path);
 
 /// Makes the entries of a folder (a rename, a new file) survive a power loss.
@@ -38,12 +39,13 @@ void flushFolder(const std::filesystem::path& folder);
 /// Replaces a file whole: the bytes go to a temporary file of mode 0600 in the same folder, and
 /// `commit` flushes it, renames it over `path` and flushes the folder. Without `commit` nothing
 /// changes. A process killed in between leaves a temporary file that the next replacement of the
-/// same file removes. A link at `path` is replaced, too; see `replaceablePath`.
+/// same file removes. A symbolic link at `path` is itself replaced; call `replaceablePath` first to
+/// replace its target.
 class FileReplacement {
 public:
-    /// The folder must exist. Throws `FileError`, as do the other members, and what `guard`
-    /// throws, which is asked now and again before the rename.
-    explicit FileReplacement(std::filesystem::path path, FolderGuard guard = {});
+    /// The folder must exist. Like the other members, throws `FileError` and what `guard` throws;
+    /// the guard is checked here and again before the rename.
+    explicit FileReplacement(std::filesystem::path path, const FolderGuard& guard = {});
     ~FileReplacement();
     FileReplacement(const FileReplacement&) = delete;
     FileReplacement& operator=(const FileReplacement&) = delete;
@@ -51,7 +53,7 @@ public:
     void write(std::string_view bytes);
     void commit();
 
-    /// Removes the temporary files of replacements of `path` whose process is gone.
+    /// Removes temporary files that killed processes left while replacing `path`.
     static void removeLeftovers(const std::filesystem::path& path);
 
 private:
@@ -59,7 +61,7 @@ private:
     [[noreturn]] void fail() const;
 
     std::filesystem::path target;
-    FolderGuard permission;
+    FolderGuard guard;
     std::filesystem::path temporary;
     FileDescriptor file;
     std::string buffer;

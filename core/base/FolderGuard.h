@@ -4,16 +4,17 @@
 
 namespace tidemark {
 
-/// Every writer of a data folder is made with one and asks it before it creates, replaces or
-/// deletes anything: once the folder was removed or replaced, what has its path may belong to
-/// another process. Copies are alike; any thread may ask.
+/// Checks that a data folder still belongs to this process. Every object that writes there gets a
+/// guard and calls `require` before it creates, replaces or deletes anything: once the folder was
+/// removed or replaced, whatever is at its path may belong to another process. Thread-safe.
 class FolderGuard {
 public:
-    /// Permits everything: for files that are under no lock, such as one named on the command line.
+    /// Permits everything. For files outside of a locked folder, such as one named on the command
+    /// line.
     FolderGuard() = default;
-    /// `ask` is true as long as the folder is this process's own. `FolderLock::guard` is the one
-    /// to use.
-    explicit FolderGuard(std::function<bool()> ask) : isOwn(std::move(ask)) {}
+    /// `isOwn` returns whether the folder is still this process's own. Use `FolderLock::guard` to
+    /// make one for a locked folder.
+    explicit FolderGuard(std::function<bool()> isOwn) : isOwn(std::move(isOwn)) {}
 
     /// Throws an `Error` when the folder is no longer this process's own.
     void require() const;

@@ -24,7 +24,7 @@ bool isFileAt(const FileDescriptor& file, const std::filesystem::path& path) {
 }
 
 FileDescriptor openLockFile(const std::filesystem::path& path) {
-    // O_NONBLOCK: a FIFO put there must not hold the program up.
+    // O_NONBLOCK, so that opening a FIFO with this name does not block.
     FileDescriptor file(
         ::open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK, 0600));
     struct stat status{};
@@ -46,7 +46,7 @@ std::optional<pid_t> processIn(const FileDescriptor& file) {
 
 void noteProcess(const FileDescriptor& file) {
     const std::string text = std::to_string(::getpid()) + "\n";
-    // A full disk costs the number in the message, not the lock.
+    // On a full disk the lock holds all the same; only the process number is missing.
     if (::ftruncate(file.get(), 0) == 0)
         static_cast<void>(::pwrite(file.get(), text.data(), text.size(), 0) < 0);
 }
@@ -74,7 +74,7 @@ std::expected<FolderLock, FolderHolder> FolderLock::take(const std::filesystem::
                 return std::unexpected(FolderHolder{folder, processIn(file)});
             throw FileError::ofSystem(folder, "could not be locked", errno);
         }
-        // A file that was removed after it was opened locks nothing that others can see.
+        // If the file was removed after it was opened, other processes don't see this lock.
         if (!isFileAt(file, path))
             continue;
         noteProcess(file);

@@ -13,30 +13,30 @@
 
 namespace tidemark {
 
-/// Who has a folder that could not be taken.
+/// The process that holds a folder which could not be locked.
 struct FolderHolder {
     std::filesystem::path folder;
-    /// Absent in the moment between taking the folder and writing the number down.
+    /// Absent when the process has taken the lock but not yet written its number.
     std::optional<pid_t> process;
 
     /// "Tidemark is already recording into /home/me/data (process 123)."
     std::string sentence() const;
 };
 
-/// A folder that belongs to this object alone, in all processes, as long as it lives. The system
-/// holds the lock (flock(2)) on the file "recorder.lock" in the folder, so it goes with the
-/// process however that ends; the file itself stays, and what is written in it means nothing.
+/// Exclusive ownership of a folder among all processes, for the lifetime of this object. It is an
+/// flock(2) lock on the file "recorder.lock" in the folder, so the kernel releases it however the
+/// process ends. The file stays; the process number in it serves the message of `FolderHolder`
+/// only.
 class FolderLock {
 public:
-    /// Takes a folder that exists. Never waits. Throws `FileError` when the file can't be made or
-    /// locked, such as in a folder without the right to write.
+    /// Locks an existing folder, without waiting. Throws `FileError` when the lock file can't be
+    /// created or locked, as in a folder without write permission.
     static std::expected<FolderLock, FolderHolder> take(const std::filesystem::path& folder);
 
-    /// False once another file, or none, has the name of the locked one: then somebody else may
-    /// have taken the folder. Any thread may ask.
+    /// False once the lock file was removed or replaced: another process may have locked the folder
+    /// then. Thread-safe.
     bool isCurrent() const;
-    /// Permits writing for as long as this lock lives and its file has its name. Another file, or
-    /// none, by that name means that somebody else may have taken the folder.
+    /// A guard that permits writing while this lock exists and `isCurrent`.
     FolderGuard guard() const;
 
     FolderLock(FolderLock&&) = default;
@@ -47,7 +47,7 @@ private:
 
     explicit FolderLock(std::shared_ptr<const LockedFile> locked) : file(std::move(locked)) {}
 
-    /// Shared with the guards only while they look at it.
+    /// The guards hold weak references.
     std::shared_ptr<const LockedFile> file;
 };
 

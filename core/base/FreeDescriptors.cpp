@@ -11,7 +11,7 @@
 namespace tidemark {
 
 void requireFreeDescriptors(int count) {
-    // The limit alone doesn't say it: a parent may have left any number of files open.
+    // Comparing with the limit is not enough: the parent may have left any number of files open.
     std::vector<FileDescriptor> opened;
     for (int left = count; left > 0; --left)
         if (!opened.emplace_back(::open("/", O_RDONLY | O_CLOEXEC)))

@@ -2,8 +2,8 @@
 
 namespace tidemark {
 
-/// Throws `Error` when this process can't open `count` further files (RLIMIT_NOFILE). Libraries end
-/// the process without a word of their own when a file that they can't do without fails to open.
+/// Throws `Error` when this process can't open `count` further files (RLIMIT_NOFILE). Call it
+/// before using libraries that abort without a message when they can't open a file.
 void requireFreeDescriptors(int count);
 
 } // namespace tidemark

@@ -5,6 +5,7 @@
 #include "core/base/JsonFields.h"
 #include "core/base/Shared.h"
 
+#include <algorithm>
 #include <bit>
 #include <cstdint>
 #include <functional>
@@ -15,7 +16,7 @@
 #include <string>
 #include <tuple>
 #include <unordered_map>
-#include <unordered_set>
+#include <utility>
 #include <vector>
 
 namespace tidemark {
@@ -25,12 +26,12 @@ inline constexpr bool collectionRecurs<std::map<std::string, std::int64_t>> = tr
 template <>
 inline constexpr bool collectionRecurs<std::set<std::string>> = true;
 
-/// A value of which equal copies stand in snapshot after snapshot. A record says so with
-/// `static constexpr bool recurs = true`. Reading a document keeps one of each.
+/// A type whose values repeat in snapshot after snapshot. A record declares it with `static
+/// constexpr bool recurs = true`; reading a document then keeps each distinct value once.
 template <class T>
 concept Recurring = collectionRecurs<T> || (json::Described<T> && requires { requires T::recurs; });
 
-/// A hash of all stored fields, in step with `operator==` among the values of one `InternPool`.
+/// A hash of all stored fields: equal values in one `InternPool` have equal hashes.
 namespace recordHash {
 
 template <class T>
@@ -53,7 +54,7 @@ struct Hash {
         }
     }
 };
-/// By bits, since 0 and −0 are equal and yet must not replace each other.
+/// By bits: 0 and −0 are equal but must not replace each other.
 template <>
 struct Hash<double> {
     std::size_t operator()(double value) const {
@@ -68,7 +69,7 @@ template <class T>
 struct Hash<std::optional<T>> {
     std::size_t operator()(const std::optional<T>& value) const { return value ? of(*value) : 1; }
 };
-/// By the object, as what a pool holds is shared from the inside out: equal parts are one.
+/// By address: the parts of a value are unified before it, so equal parts are one object.
 template <class T>
 struct Hash<Shared<T>> {
     std::size_t operator()(const Shared<T>& value) const { return of(value.object().get()); }
@@ -116,14 +117,16 @@ std::size_t of(const T& value) {
 
 } // namespace recordHash
 
-/// Replaces equal values by one shared object. A journal holds the same few hundred applications
-/// in each of its snapshots: this is what keeps them in memory once.
+/// Replaces equal values by one shared object. Each snapshot of a journal holds the same few
+/// hundred applications; with the pool they are in memory once.
 class InternPool {
 public:
-    /// Shared parts of the value must have been unified before.
+    /// The shared parts of the value must be unified before it.
     template <Recurring T>
     void unify(Shared<T>& value) {
-        value = table<T>().insert({recordHash::of(*value), value}).first->value;
+        const auto& one = table<T>().insert(recordHash::of(*value), value.object());
+        if (one != value.object())
+            value = Shared<T>(one);
     }
     template <Recurring T>
     void unify(OptionalShared<T>& value) {
@@ -135,21 +138,55 @@ public:
     }
 
 private:
+    /// A set with open addressing: loading a history asks it some hundred thousand times, and
+    /// `std::unordered_set`, which follows pointers, takes a tenth of the whole time.
     template <class T>
-    struct Entry {
-        std::size_t hash;
-        Shared<T> value;
+    class Table {
+    public:
+        using Pointer = std::shared_ptr<const T>;
 
-        bool operator==(const Entry&) const = default;
-    };
-    struct StoredHash {
-        template <class T>
-        std::size_t operator()(const Entry<T>& entry) const {
-            return entry.hash;
+        /// The value here that equals `value`, which is `value` itself where there was none.
+        const Pointer& insert(std::size_t hash, const Pointer& value) {
+            if (used * 2 >= slots.size())
+                grow();
+            std::size_t index = home(hash);
+            for (; slots[index].value; index = next(index))
+                if (slots[index].hash == hash && *slots[index].value == *value)
+                    return slots[index].value;
+            ++used;
+            slots[index] = {hash, value};
+            return slots[index].value;
         }
+
+    private:
+        struct Slot {
+            std::size_t hash = 0;
+            Pointer value;
+        };
+
+        /// The upper bits of a product, as the lower ones of a hash may all be alike.
+        std::size_t home(std::size_t hash) const {
+            return (hash * 0x9e3779b97f4a7c15U) >> (64 - std::bit_width(slots.size() - 1));
+        }
+        std::size_t next(std::size_t index) const { return (index + 1) & (slots.size() - 1); }
+
+        void grow() {
+            auto old = std::exchange(
+                slots, std::vector<Slot>(std::max<std::size_t>(64, slots.size() * 2)));
+            for (Slot& slot : old) {
+                if (!slot.value)
+                    continue;
+                std::size_t index = home(slot.hash);
+                while (slots[index].value)
+                    index = next(index);
+                slots[index] = std::move(slot);
+            }
+        }
+
+        /// A power of two of them.
+        std::vector<Slot> slots;
+        std::size_t used = 0;
     };
-    template <class T>
-    using Table = std::unordered_set<Entry<T>, StoredHash>;
 
     template <class T>
     Table<T>& table() {
@@ -159,7 +196,7 @@ private:
         return *static_cast<Table<T>*>(slot.get());
     }
 
-    /// Its address stands for the type, which is far quicker to look up than a `type_index`.
+    /// Its address identifies the type; looking it up is far quicker than with a `type_index`.
     template <class T>
     static constexpr char tableKey = 0;
 

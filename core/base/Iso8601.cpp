@@ -10,7 +10,7 @@ namespace tidemark {
 
 namespace {
 
-/// Takes an ISO 8601 text apart from the front. Each step fails for good once one has.
+/// Parses an ISO 8601 text from the front. After one step has failed, all further steps fail.
 class Scanner {
 public:
     explicit Scanner(std::string_view text) : rest(text) {}
@@ -37,7 +37,8 @@ public:
         if (!take(character))
             fail();
     }
-    /// The digits behind a point, as a fraction of 1; digits beyond the fifteenth don't count.
+    /// The digits after the decimal point as a fraction of 1; digits beyond the fifteenth are
+    /// ignored.
     double fraction() {
         double digits = 0;
         double scale = 1;

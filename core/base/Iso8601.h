@@ -12,9 +12,9 @@ namespace tidemark {
 /// fraction of the second, and with "Z" or an offset such as "+02:00". Absent for anything else.
 std::optional<Date> iso8601Date(std::string_view text);
 
-/// An instant in UTC to the second that it lies in, "2024-05-01T12:00:00Z". The format has four
-/// digits for the year, and many readers know no year 0: an instant outside of the years 1 to 9999
-/// becomes the first or the last second of them. Absent for NaN.
+/// An instant in UTC, rounded down to the second, "2024-05-01T12:00:00Z". An instant outside of the
+/// years 1 to 9999 is clamped to their first or last second: the format has four digits for the
+/// year, and many readers reject the year 0. Absent for NaN.
 std::optional<std::string> iso8601Text(Date date);
 
 } // namespace tidemark

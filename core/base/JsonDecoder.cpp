@@ -10,11 +10,11 @@ namespace {
 
 using Tree = nlohmann::json;
 
-/// Longest piece of a document that an error repeats.
+/// How many bytes of a document an error message quotes at most.
 constexpr std::size_t quotedLength = 60;
 
-/// Receives the tokens of a document and leads them to the value that they fill. One frame stands
-/// for each object or array that is open.
+/// Receives the tokens of a document and passes each to the reader of the value that it fills.
+/// There is one frame for each open object or array.
 class Handler final : public nlohmann::json_sax<Tree> {
 public:
     explicit Handler(Target document) : root(document) {}
@@ -61,7 +61,7 @@ public:
     }
     bool end_object() override {
         if (!skipping()) {
-            // The error belongs to the object, not to its last member.
+            // The path in the error is that of the object, not of its last member.
             Frame& frame = top();
             frame.key.clear();
             frame.inner.reader->endObject(frame.inner.value, frame.seen);
@@ -79,13 +79,13 @@ public:
 
     bool parse_error(std::size_t position, const std::string&,
                      const nlohmann::detail::exception& reason) override {
-        // 406 is a number whose size no double can hold.
+        // 406: a number too large for a double.
         throw ValueError(
             (reason.id == 406 ? "a number is out of range at byte " : "not valid JSON at byte ")
             + std::to_string(position));
     }
 
-    /// Where the current value stands, such as `snapshots[3].coverage`; empty for the document.
+    /// The path of the current value, such as `snapshots[3].coverage`; empty for the document.
     std::string path() const {
         std::string text;
         for (std::size_t level = 0; level < depth; ++level) {
@@ -114,7 +114,7 @@ private:
     bool skipping() const { return skipDepth > 0; }
 
     Frame& top() { return frames[depth - 1]; }
-    /// A frame is used again for the next value at its depth, with the memory that its key holds.
+    /// Frames are reused, so that the memory of their keys is.
     void push(Target outer, Target inner) {
         if (depth == frames.size())
             frames.emplace_back();
@@ -190,7 +190,7 @@ private:
     }
 
     Target root;
-    /// The first `depth` are open.
+    /// The first `depth` frames are open; the others are kept for reuse.
     std::vector<Frame> frames;
     std::size_t depth = 0;
     InternPool pool;
@@ -206,7 +206,7 @@ void throwUnknownValue(std::string_view text) {
 void detail::decodeInto(std::string_view bytes, const ValueReader& reader, void* value) {
     if (bytes.empty())
         throw DecodingError("the document is empty");
-    // The parser takes a NUL for the end of its input and would not look behind it.
+    // The parser takes a NUL for the end of its input and would ignore what follows.
     if (const std::size_t nul = bytes.find('\0'); nul != std::string_view::npos)
         throw DecodingError("not valid JSON at byte " + std::to_string(nul + 1));
     Handler handler({&reader, value});

@@ -6,11 +6,12 @@
 #include <string>
 #include <string_view>
 
-/// Reading side of the codec: a JSON document straight into records, with no tree in between.
+/// The reading side of the codec: parses a JSON document directly into records, without a tree in
+/// between.
 namespace tidemark::json {
 
-/// A document is no JSON, or not of the expected shape. `what()` says where, as a path of keys
-/// and indices such as `snapshots[3].coverage`, and what is wrong there.
+/// A document is not valid JSON or has another shape than expected. `what()` names the place, as a
+/// path of keys and indices such as `snapshots[3].coverage`, and what is wrong there.
 class DecodingError : public Error {
 public:
     using Error::Error;

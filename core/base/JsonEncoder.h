@@ -15,7 +15,7 @@
 #include <variant>
 #include <vector>
 
-/// Writing side of the codec: any stored record as JSON, from the list of its fields.
+/// The writing side of the codec: writes any stored record as JSON, from its list of fields.
 namespace tidemark::json {
 
 inline void encode(JsonWriter& out, const std::string& value) {

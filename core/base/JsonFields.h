@@ -16,7 +16,7 @@
 #include <variant>
 #include <vector>
 
-/// How a record describes what it stores: once, beside its members.
+/// A record describes the fields that it stores once, next to its members:
 ///
 ///     struct Point {
 ///         double x = 0;
@@ -29,21 +29,24 @@
 /// A member of type `std::optional` or `OptionalShared` may be missing; every other is required.
 /// A `std::variant` of records that each have a `tag` is stored as an object with that one key.
 ///
-/// Two mistakes don't compile: a member that no field describes, which would never be stored, and
-/// a field that can hold text without a `Privacy`, which would leave the computer in every report.
+/// Two mistakes don't compile: a member that no field describes, which would never be stored, and a
+/// field that can hold text but has no `Privacy`, which would appear in every exported report.
 namespace tidemark::json {
 
-/// What becomes of a field in an exported report.
+/// What an exported report does with a field.
 enum class Privacy {
-    /// It stands in every report.
+    /// It is in every report.
     Shown,
-    /// It is left out, and wherever else in the event its text occurs, it is replaced by a mark.
+    /// It is left out, and its text is replaced by a placeholder wherever it occurs in the same
+    /// event.
     Private,
-    /// It stays, but its text is replaced by a mark, here and wherever else it occurs.
+    /// It stays, but its text is replaced by a placeholder, here and wherever it occurs in the same
+    /// event.
     Masked,
-    /// It is left out. For what is too long to be looked for elsewhere.
+    /// It is left out, but not searched for in other fields: for texts that are too long for that.
     Omitted,
-    /// It means nothing outside of the program, and is left out even where `Private` fields stay.
+    /// It is left out even when private details are included: it means nothing outside of the
+    /// program.
     Internal,
 };
 using enum Privacy;
@@ -53,8 +56,8 @@ concept Described = requires { T::fields(); };
 
 namespace detail {
 
-/// True unless values of the type are known to hold no text: numbers, enumerations, dates, and
-/// records, whose own fields decide.
+/// True unless values of the type can't hold text (numbers, enumerations, dates), or are records,
+/// whose fields have a `Privacy` of their own.
 template <class T>
 inline constexpr bool mayHoldText = !(std::is_arithmetic_v<T> || std::is_enum_v<T> || Described<T>);
 template <>
@@ -85,25 +88,25 @@ struct Field {
     Member Record::* member;
     Privacy privacy;
 
-    constexpr Field(std::string_view key, Member Record::* place)
-        : Field(key, place, Privacy::Shown) {
+    constexpr Field(std::string_view name, Member Record::* member)
+        : Field(name, member, Privacy::Shown) {
         static_assert(!detail::mayHoldText<Member>,
                       "this field can hold a path or a name: say Private, or Shown when every "
                       "exported report may hold it");
     }
-    constexpr Field(std::string_view key, Member Record::* place, Privacy decided)
-        : name(key), member(place), privacy(decided) {}
+    constexpr Field(std::string_view name, Member Record::* member, Privacy privacy)
+        : name(name), member(member), privacy(privacy) {}
 };
 
 namespace detail {
 
-/// Stands for an initialiser of any type while the members of an aggregate are counted.
+/// Converts to any type; used as an initialiser to count the members of an aggregate.
 struct AnyValue {
     template <class T>
     operator T() const;
 };
 
-/// True when `Aggregate` has at least as many members as there are indices.
+/// Whether `Aggregate` has at least as many members as there are indices `I`.
 template <class Aggregate, std::size_t... I>
 constexpr bool takesInitialisers(std::index_sequence<I...>) {
     return requires { Aggregate{(static_cast<void>(I), AnyValue{})...}; };
@@ -119,7 +122,7 @@ constexpr bool sameMember(const First& first, const Second& second) {
         return first.name == second.name;
 }
 
-/// True when no name and no member comes twice.
+/// True when no two fields have the same name or the same member.
 template <class... Fields>
 constexpr bool areDistinct(const std::tuple<Fields...>& fields) {
     const auto occurrences = [&](const auto& field) {
@@ -133,17 +136,18 @@ constexpr bool areDistinct(const std::tuple<Fields...>& fields) {
 
 namespace detail {
 
-/// False for the rows of other descriptions, such as those of a command's options.
+/// Whether `Rows` is a tuple of `Field`; false for other descriptions, such as those of a command's
+/// options.
 template <class Rows>
 inline constexpr bool areFields = false;
 template <class... Owners, class... Values>
 inline constexpr bool areFields<std::tuple<Field<Owners, Values>...>> = sizeof...(Owners) > 0;
 
-/// Compiles where `fields` describe the whole record.
+/// Compiles only if `fields` describe every member of the record.
 template <class T, class Fields>
 constexpr void requireWhole() {
     constexpr auto fields = T::fields();
-    // A record may inherit its fields, and then has no members of its own.
+    // A record that inherits its fields has no members of its own.
     using Record = typename std::tuple_element_t<0, Fields>::Record;
     constexpr std::size_t count = std::tuple_size_v<Fields>;
     static_assert(std::is_aggregate_v<Record>,
@@ -160,7 +164,7 @@ constexpr void requireWhole() {
 
 } // namespace detail
 
-/// `T::fields()`, once it is certain that they describe the whole record.
+/// `T::fields()`; does not compile unless they describe the whole record.
 template <Described T>
 constexpr auto fieldsOf() {
     constexpr auto fields = T::fields();

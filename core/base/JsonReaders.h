@@ -21,11 +21,11 @@
 #include <variant>
 #include <vector>
 
-/// What the decoder does with the tokens of one value, by the type of the value they fill. The
-/// readers are stateless; the decoder keeps the place in the document.
+/// Fill values of each type from the tokens of a JSON document. The readers are stateless; the
+/// decoder keeps track of the place in the document.
 namespace tidemark::json {
 
-/// What is wrong with a value; the decoder adds where it stands.
+/// What is wrong with a value; the decoder adds its path in the document.
 struct ValueError : std::runtime_error {
     using std::runtime_error::runtime_error;
 };
@@ -34,26 +34,26 @@ struct ValueError : std::runtime_error {
 
 class ValueReader;
 
-/// A value to fill, with the reader that knows its type. No reader: the value is to be ignored.
+/// A value to fill and the reader for its type. With a null reader the value is ignored.
 struct Target {
     const ValueReader* reader = nullptr;
     void* value = nullptr;
 };
 
-/// Each member takes the address of a value of the reader's own type. A token that the type has
-/// no use for returns false, and the decoder reports the type mismatch.
+/// Each member function takes the address of a value of the reader's type. It returns false for a
+/// token that does not fit the type, and the decoder reports the mismatch.
 class ValueReader {
 public:
     virtual ~ValueReader() = default;
 
-    /// What the type takes, as it stands in an error: "text", "an object".
+    /// What the type accepts, in the words of an error message: "text", "an object".
     virtual std::string_view expected() const = 0;
 
-    /// The value that the coming tokens really fill: an optional opens the value inside it.
+    /// The value that the next tokens fill: for an optional, the value inside it.
     virtual Target open(void* value) const { return {this, value}; }
-    /// The value behind `open` is complete.
+    /// Called when the value that `open` returned is complete.
     virtual void close(void*, InternPool&) const {}
-    /// Back to a fresh value, for a key that comes twice: the last one holds.
+    /// Resets the value to its default, for a key that occurs twice: the last occurrence counts.
     virtual void reset(void* value) const = 0;
 
     virtual bool null(void*) const { return false; }
@@ -63,7 +63,7 @@ public:
     virtual bool text(void*, const std::string&) const { return false; }
 
     virtual bool beginObject(void*) const { return false; }
-    /// `seen` is a word of the object's own, zero at first, for noting which keys have come.
+    /// `seen` is 0 when the object begins; the reader marks in it which keys have occurred.
     virtual Target member(void*, std::string_view, std::uint64_t& seen) const {
         static_cast<void>(seen);
         return {};
@@ -82,7 +82,7 @@ namespace detail {
 template <class T>
 class Reader;
 
-/// What every reader of a `T` shares: getting at the value behind the address.
+/// Base of every reader of a `T`: converts the address back to the value.
 template <class T>
 class TypedReader : public ValueReader {
 public:
@@ -250,7 +250,7 @@ public:
     }
 };
 
-/// Sets hold texts and enumerations only, so an element is one token; duplicates collapse.
+/// Sets hold only texts and enumerations, so an element is one token. Duplicates are dropped.
 template <class T>
 class SetElementReader final : public TypedReader<std::set<T>> {
 public:
@@ -275,7 +275,7 @@ public:
     }
 };
 
-/// The name, reader and place of one member, as the decoder looks it up.
+/// The name, reader and address of one member, in the table in which the decoder looks it up.
 template <class Record>
 struct MemberEntry {
     std::string_view name;
@@ -317,7 +317,7 @@ public:
     bool beginObject(void*) const override { return true; }
 
     Target member(void* value, std::string_view key, std::uint64_t& seen) const override {
-        // Our own documents hold the keys in declared order: look behind the last one first.
+        // Our own documents hold the keys in declared order: try the one after the last first.
         const auto start = static_cast<std::size_t>(std::bit_width(seen));
         for (std::size_t k = 0; k < table.size(); ++k) {
             const std::size_t index =

@@ -17,7 +17,7 @@ constexpr std::size_t flushSize = 1 << 16;
 
 constexpr std::size_t blanksPerLevel = 2;
 
-/// Bytes that stand for themselves in a JSON text: printable ASCII but for quote and backslash.
+/// Bytes that need no escape in a JSON text: printable ASCII except quote and backslash.
 constexpr auto plainBytes = [] {
     std::array<bool, 256> plain{};
     for (std::size_t byte = 0x20; byte < 0x7F; ++byte)
@@ -143,7 +143,7 @@ void JsonWriter::real(double value) {
         std::to_chars(digits.data(), digits.data() + digits.size(), value,
                       plain ? std::chars_format::fixed : std::chars_format::scientific);
     buffer.append(digits.data(), result.ptr);
-    // A reader that takes "-0" for an integer would lose its sign.
+    // "-0" could be read as an integer and lose its sign.
     if (value == 0 && std::signbit(value))
         buffer += ".0";
     endValue();

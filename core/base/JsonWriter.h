@@ -9,21 +9,21 @@
 
 namespace tidemark::json {
 
-/// Writes JSON piece by piece, so that no tree of a document is ever built. The caller keeps begin
-/// and end in balance; commas come by themselves.
+/// Writes JSON in pieces, so that no tree of a document is built. The caller balances begin and
+/// end; commas are written automatically.
 class JsonWriter {
 public:
     using Output = std::function<void(std::string_view)>;
 
-    /// Stored documents hold seconds since 2001; what people read holds ISO 8601 texts.
+    /// Stored documents hold seconds since 2001; reports for people hold ISO 8601 texts.
     enum class DateForm { seconds, iso8601 };
-    /// On one line without blanks, or a line each value, indented by two blanks a level.
+    /// On one line without blanks, or one value a line, indented by two blanks per level.
     enum class Layout { compact, indented };
 
-    /// `to` gets the bytes in pieces, the last of them with `finish`.
-    explicit JsonWriter(Output to, DateForm form = DateForm::seconds,
-                        Layout style = Layout::compact)
-        : output(std::move(to)), dateForm(form), layout(style) {}
+    /// `output` is called with the bytes in pieces, the last of them from `finish`.
+    explicit JsonWriter(Output output, DateForm dateForm = DateForm::seconds,
+                        Layout layout = Layout::compact)
+        : output(std::move(output)), dateForm(dateForm), layout(layout) {}
 
     void beginObject() { open('{'); }
     void endObject() { close('}'); }
@@ -31,15 +31,15 @@ public:
     void endArray() { close(']'); }
     void key(std::string_view name);
 
-    /// Bytes that are not UTF-8 are written as U+FFFD: a save never fails half-way for a name.
-    /// What is not printable is escaped, also where JSON allows it as it is: a terminal obeys the
-    /// control characters from U+007F to U+009F as well.
+    /// Bytes that are not UTF-8 are written as U+FFFD, so that no name makes a save fail. Control
+    /// characters from U+007F to U+009F are escaped although JSON does not require it: a terminal
+    /// would interpret them.
     void text(std::string_view value);
     void integer(std::int64_t value);
     /// The shortest text that reads back as the same double. Throws `Error` for NaN and infinity.
     void real(double value);
-    /// In the form of texts a date beyond what the form holds is the nearest that it does, and null
-    /// for NaN; in seconds it is written by `real`.
+    /// As `DateForm::seconds`, written by `real`. As `DateForm::iso8601`, a date out of the range
+    /// of that format is clamped to it, and NaN is written as null.
     void date(Date value);
     void boolean(bool value);
     void null();
@@ -47,7 +47,7 @@ public:
     void finish();
 
 private:
-    /// What the next value or key follows.
+    /// What was written before the next value or key.
     enum class Place { start, key, value };
 
     void open(char bracket);

@@ -2,6 +2,7 @@
 
 #include "core/base/CanonicalPath.h"
 #include "core/base/Files.h"
+#include "core/base/OpenFlags.h"
 
 #include <array>
 #include <cerrno>
@@ -21,13 +22,6 @@ namespace fs = std::filesystem;
 /// As many links as a system follows in one path.
 constexpr int mostLinks = 40;
 
-/// Opens a folder only to look up names in it, which takes no permission to list it.
-#ifdef O_PATH
-constexpr int toSearch = O_PATH;
-#else
-constexpr int toSearch = O_SEARCH;
-#endif
-
 std::deque<std::string> componentsOf(const fs::path& path) {
     std::deque<std::string> components;
     for (const auto& component : path.relative_path())
@@ -38,6 +32,7 @@ std::deque<std::string> componentsOf(const fs::path& path) {
 
 /// The folder above `canonical`, opened from `top` one folder after the other.
 std::expected<FileDescriptor, int> openParent(int top, const fs::path& canonical) {
+    const int toSearch = openFlags::toSearchFolder;
     FileDescriptor folder(::openat(top, ".", toSearch | O_DIRECTORY | O_CLOEXEC));
     for (const auto& name : componentsOf(canonical.parent_path())) {
         if (!folder)

@@ -6,8 +6,8 @@
 
 namespace tidemark {
 
-/// A mutex whose callers get it in the order in which they asked. With a `std::mutex` the thread
-/// that unlocks it and asks again usually overtakes those that wait.
+/// A mutex that is granted in the order of the calls to `lock`. With a `std::mutex` a thread that
+/// unlocks it and locks it again usually overtakes the threads that wait.
 class OrderedMutex {
 public:
     void lock() {
@@ -25,7 +25,7 @@ private:
     std::mutex mutex;
     std::condition_variable turn;
     std::uint64_t issued = 0;
-    /// The ticket that holds the mutex, or will be the next to.
+    /// The ticket whose holder has the mutex, or gets it next.
     std::uint64_t served = 0;
 };
 

@@ -23,7 +23,7 @@ bool isTurkic() {
     return language == "tr" || language == "az";
 }
 
-/// Case-folded and composed, by the whole of Unicode.
+/// Case-folded and composed by the full Unicode rules.
 std::string foldedByUnicode(std::string_view text, bool turkic) {
     const auto piece = [](std::string_view bytes) {
         return icu::StringPiece(bytes.data(), static_cast<std::int32_t>(bytes.size()));
@@ -40,15 +40,15 @@ std::string foldedByUnicode(std::string_view text, bool turkic) {
     return U_SUCCESS(status) ? composed : std::string(text);
 }
 
-/// How the characters of Latin, Greek and Cyrillic fold that never compose with the one before,
-/// each as up to `longest` bytes of UTF-8.
+/// Table of the case folding of those Latin, Greek and Cyrillic characters that never compose with
+/// the character before, each folded to at most `longest` bytes of UTF-8.
 class PlainFolding {
 public:
     static constexpr std::int32_t end = 0x530;
     static constexpr std::size_t longest = 4;
     struct Entry {
         std::array<char, longest> bytes;
-        /// 0 for a character that needs a look at its neighbours.
+        /// 0 for a character whose folding depends on its neighbours.
         std::uint8_t length = 0;
     };
 
@@ -71,7 +71,7 @@ public:
 
     const Entry& operator[](std::int32_t c) const { return entries[static_cast<std::size_t>(c)]; }
 
-    /// Made once for either kind of language.
+    /// One table for Turkic languages and one for all others, each made once.
     static const PlainFolding& of(bool turkic) {
         static const PlainFolding usual(false);
         static const PlainFolding forTurkic(true);
@@ -106,21 +106,22 @@ constexpr bool isAscii(Run run) {
     return (run & (everyByte * 0x80)) == 0;
 }
 
-/// The high bit of a byte tells of a sum whether it reached 0x80, and no sum reaches beyond.
+/// Lowers eight ASCII letters at once: the high bit of each byte of a sum shows whether it reached
+/// 0x80, and no sum overflows its byte.
 constexpr Run lowered(Run run) {
     const Run fromA = run + everyByte * (0x80 - 'A');
     const Run beyondZ = run + everyByte * (0x7F - 'Z');
     return run | ((fromA & ~beyondZ & (everyByte * 0x80)) >> 2);
 }
 
-/// Folds what needs no look at its neighbours, into the front of `room`; gives the length. None
-/// when it meets anything else.
-std::optional<std::size_t> foldPlainText(std::string_view text, std::string& room, bool turkic) {
-    // No character of two bytes folds to more than four, and others keep their length.
-    if (room.size() < 2 * text.size())
-        room.resize(2 * text.size());
+/// Folds `text` into the front of `buffer` and returns the length; absent when `text` has a
+/// character whose folding depends on its neighbours.
+std::optional<std::size_t> foldPlainText(std::string_view text, std::string& buffer, bool turkic) {
+    // A character of two bytes folds to at most four; the others keep their length.
+    if (buffer.size() < 2 * text.size())
+        buffer.resize(2 * text.size());
     const PlainFolding& folding = PlainFolding::of(turkic);
-    char* out = room.data();
+    char* out = buffer.data();
     for (std::size_t place = 0; place < text.size();) {
         if (Run run = 0; !turkic && text.size() - place >= sizeof run) {
             std::memcpy(&run, text.data() + place, sizeof run);
@@ -146,7 +147,7 @@ std::optional<std::size_t> foldPlainText(std::string_view text, std::string& roo
             return std::nullopt;
         }
     }
-    return static_cast<std::size_t>(out - room.data());
+    return static_cast<std::size_t>(out - buffer.data());
 }
 
 } // namespace
@@ -156,8 +157,8 @@ PhraseSearch::PhraseSearch(std::string_view sought) : turkic(isTurkic()) {
 }
 
 bool PhraseSearch::isIn(std::string_view text) {
-    if (const auto length = foldPlainText(text, room, turkic))
-        return std::string_view(room.data(), *length).contains(phrase);
+    if (const auto length = foldPlainText(text, buffer, turkic))
+        return std::string_view(buffer.data(), *length).contains(phrase);
     return foldedByUnicode(text, turkic).contains(phrase);
 }
 

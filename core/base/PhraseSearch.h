@@ -6,9 +6,9 @@
 namespace tidemark {
 
 /// Looks for one phrase in many texts without regard to letter case, by Unicode case folding and
-/// canonical equivalence: "café" is found however it was composed. Not trimmed or split. Letters
-/// with a dot fold by the Turkish rules where the user's language has them. Not for several
-/// threads at once.
+/// canonical equivalence: "café" is found whether its é is one code point or two. The phrase is
+/// neither trimmed nor split into words. In Turkish and Azerbaijani locales, dotted and dotless i
+/// are folded by the Turkish rules. Not thread-safe.
 class PhraseSearch {
 public:
     explicit PhraseSearch(std::string_view phrase);
@@ -18,8 +18,8 @@ public:
 
 private:
     std::string phrase;
-    /// Room for folded texts, of which each takes up the front.
-    std::string room;
+    /// Buffer for the folded text, reused from call to call.
+    std::string buffer;
     bool turkic = false;
 };
 

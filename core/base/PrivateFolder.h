@@ -4,11 +4,12 @@
 
 namespace tidemark {
 
-/// True for a folder, not a link to one, that belongs to this user and that nobody else may enter.
+/// True for a folder (not a link to one) that this user owns and nobody else may enter.
 bool isPrivateFolder(const std::filesystem::path& folder);
 
-/// Makes a folder of mode 0700 in a folder that exists, or takes one that is private already.
-/// Throws `Error` for one that is not: what lies in it may be another user's trap.
+/// Creates a folder of mode 0700 in an existing folder, or accepts one that is private already.
+/// Throws `Error` for an existing folder that is not private: another user may have put files
+/// there.
 void requirePrivateFolder(const std::filesystem::path& folder);
 
 } // namespace tidemark

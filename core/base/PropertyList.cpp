@@ -11,7 +11,8 @@
 
 #include <locale.h>
 #include <plist/plist.h>
-#if defined(__APPLE__)
+// Where `uselocale` is declared, on the systems that have this header.
+#if __has_include(<xlocale.h>)
 #include <xlocale.h>
 #endif
 
@@ -29,8 +30,8 @@ using OwnedNode = std::unique_ptr<void, FreeNode>;
 template <class T>
 using OwnedBytes = std::unique_ptr<T, FreeBytes>;
 
-/// libplist reads a real with the decimal point of the thread's locale. For its lifetime that is
-/// the point.
+/// Makes "." the decimal point of the calling thread for its lifetime: libplist reads reals by the
+/// locale.
 class PlainNumbers {
 public:
     PlainNumbers() : previous(::uselocale(plain())) {}
@@ -46,8 +47,8 @@ private:
     locale_t previous;
 };
 
-/// The object of a scalar as a binary list writes it, type first: the one way to learn what the
-/// getters of libplist 2.2 cut off.
+/// A scalar as a binary list stores it, type first. The getters of libplist 2.2 truncate some
+/// values; this does not.
 std::string binaryObject(plist_t node) {
     char* written = nullptr;
     std::uint32_t length = 0;
@@ -57,8 +58,8 @@ std::string binaryObject(plist_t node) {
     return std::string(list.substr(std::min(binaryMagic.size(), list.size())));
 }
 
-/// libplist gives the sign away: a value above the signed range is a negative number unless it is
-/// written with sixteen bytes (type and size 0x14).
+/// The getter of libplist returns unsigned bits. They are a negative number unless the list stores
+/// the value with sixteen bytes (type and size 0x14).
 Value integer(plist_t node) {
     std::uint64_t bits = 0;
     ::plist_get_uint_val(node, &bits);
@@ -68,7 +69,8 @@ Value integer(plist_t node) {
     return {static_cast<std::int64_t>(bits)};
 }
 
-/// Seconds since 2001 as they stand: the getter cuts them to 32 bits and loses signs.
+/// Seconds since 2001 as stored: the getter of libplist truncates them to 32 bits and loses the
+/// sign.
 Value date(plist_t node) {
     const std::string object = binaryObject(node);
     std::uint64_t bits = 0;
@@ -120,7 +122,7 @@ Value dictionary(plist_t node) {
     }
 }
 
-/// The outline was checked, so the recursion is bounded.
+/// The recursion is bounded: `refusal` has checked the depth.
 Value converted(plist_t node) {
     switch (::plist_get_node_type(node)) {
     case PLIST_BOOLEAN: {
@@ -164,7 +166,7 @@ std::expected<Value, Failure> parse(std::string_view bytes) {
     if (const auto reason = refusal(bytes))
         return std::unexpected(*reason);
 
-    // libplist looks a few bytes past the end in places, so it gets a text with a NUL behind it.
+    // libplist reads a few bytes past the end in places, so it gets a copy that ends with a NUL.
     const std::string terminated(bytes);
     const auto length = static_cast<std::uint32_t>(terminated.size());
     plist_t root = nullptr;

@@ -19,13 +19,13 @@ struct Value;
 using Array = std::vector<Value>;
 using Dictionary = std::map<std::string, Value, std::less<>>;
 
-/// What only a keyed archive holds: references between its objects.
+/// A reference between the objects of a keyed archive; its content is not read.
 struct Other {
     bool operator==(const Other&) const = default;
 };
 
-/// One value with all that lies in it. Text is UTF-8 as `textFromBytes` makes it. An integer that
-/// only fits an unsigned 64-bit number is a `double`.
+/// A value of any type, with all values that it contains. Text is UTF-8 as `textFromBytes` makes
+/// it. An integer above the signed 64-bit range is a `double`.
 struct Value {
     std::variant<Other, bool, std::int64_t, double, std::string, Data, Date, Array, Dictionary>
         content;
@@ -49,16 +49,16 @@ const T* find(const Dictionary& dictionary, std::string_view key) {
     return value ? value->as<T>() : nullptr;
 }
 
-/// A list beyond any of these is not read. The metadata of the largest applications stays below
-/// a tenth of each.
+/// A list beyond any of these limits is not read: bytes, levels of nesting, and values. The largest
+/// metadata of real applications stays below a tenth of each.
 inline constexpr std::size_t maximumSize = std::size_t{16} << 20;
 inline constexpr std::size_t maximumDepth = 100;
 inline constexpr std::size_t maximumNodes = 50'000;
 
 enum class Failure {
-    /// Neither XML nor binary property list, or a broken one.
+    /// Neither an XML nor a binary property list, or a damaged one.
     malformed,
-    /// Too large, too deep, or made to cost more time or memory than any honest list.
+    /// Too large, too deep, or constructed to take excessive time or memory.
     beyondLimits,
 };
 

@@ -6,19 +6,19 @@ namespace tidemark::PropertyList {
 
 namespace {
 
-/// Bytes of text and data that a list may come to when every reference has its own copy.
+/// The most bytes of text and data in a list once every reference is copied.
 constexpr std::uint64_t maximumExpansion = std::uint64_t{64} << 20;
-/// Bytes that libplist may move while it replaces character references.
+/// The most bytes that libplist may have to move while it replaces character references.
 constexpr std::uint64_t maximumMoves = std::uint64_t{1} << 30;
-/// Elements that libplist may pass while it looks whether a key was there before. One dictionary
-/// of 4,096 entries stays below.
+/// The most elements that libplist may have to pass while it searches for repeated keys. A
+/// dictionary of 4,096 entries stays below.
 constexpr std::uint64_t maximumSteps = std::uint64_t{1} << 25;
 
-/// Follows an XML list tag by tag, reading quotes, comments and declarations just as libplist
-/// does. What libplist can't read either ends the look without an objection.
+/// Scans an XML list tag by tag, with quotes, comments and declarations parsed as libplist does.
+/// Stops without a refusal at text that libplist rejects itself.
 class XmlOutline {
 public:
-    explicit XmlOutline(std::string_view bytes) : text(bytes) {}
+    explicit XmlOutline(std::string_view text) : text(text) {}
 
     std::optional<Failure> refusal() {
         if (text.find('\0') != std::string_view::npos)
@@ -41,7 +41,7 @@ private:
         moves += static_cast<std::uint64_t>(std::ranges::count(run, '&')) * run.size();
     }
 
-    /// Passes what begins with the "<" before `place`; false when its end is missing.
+    /// Skips the markup that begins with the "<" before `place`; false when its end is missing.
     bool passMarkup() {
         const auto rest = text.substr(place);
         if (rest.starts_with('?'))
@@ -132,7 +132,7 @@ private:
             levels.push_back({.isDictionary = name == "dict"});
     }
 
-    /// An element that is open, and how many it holds so far.
+    /// An open element and how many elements it has so far.
     struct Level {
         bool isDictionary;
         std::uint64_t elements = 0;
@@ -140,19 +140,19 @@ private:
 
     std::string_view text;
     std::size_t place = 0;
-    /// The first stands for the document: what follows an empty root, libplist adds to it.
+    /// The first is the document itself: libplist adds to it what follows an empty root element.
     std::vector<Level> levels{{.isDictionary = true}};
     std::size_t nodes = 0;
     std::uint64_t moves = 0;
     std::uint64_t steps = 0;
 };
 
-/// Adds up what each object of a binary list comes to with all that it refers to. The form: an
-/// eight-byte magic, objects, a table of their offsets, and a trailer of 32 bytes; an object
-/// begins with a byte of type and size.
+/// Computes the size of each object of a binary list including everything it refers to. The format
+/// is an eight-byte magic, the objects, a table of their offsets, and a trailer of 32 bytes; an
+/// object begins with a byte of type and size.
 class BinaryOutline {
 public:
-    explicit BinaryOutline(std::string_view bytes) : list(bytes) {}
+    explicit BinaryOutline(std::string_view list) : list(list) {}
 
     std::optional<Failure> refusal() {
         if (!readTrailer())
@@ -196,7 +196,7 @@ private:
                && objects <= (trailer - table) / offsetSize;
     }
 
-    /// A number whose highest byte comes first. The caller has made sure that it lies in the list.
+    /// A big-endian number. The caller ensures that it lies within the list.
     std::uint64_t number(std::uint64_t start, std::uint64_t width) const {
         std::uint64_t value = 0;
         for (const char byte : list.substr(static_cast<std::size_t>(start), width))
@@ -210,7 +210,8 @@ private:
             return std::unexpected(Failure::malformed);
         const auto marker = static_cast<unsigned>(number(place++, 1));
         Head result{marker >> 4, marker & 0x0F, place};
-        // From data on, a size of 15 says that the size follows as an integer.
+        // For data and all types above, a size of 15 means that the real size follows as an
+        // integer.
         if (result.count < 15 || result.type < 0x4 || result.type == 0x8)
             return result;
         const auto sizeMarker = number(place++, 1);

@@ -4,13 +4,13 @@
 
 #include <optional>
 
-/// A look at the outline of a list before libplist gets it. libplist 2.2 reads binary lists and
-/// frees all lists by recursion without a limit (200,000 nested arrays end the process), copies a
-/// shared object once per reference, takes quadratic time over character references and over
-/// repeated keys, and aborts on a key with a NUL in it. Lists that would do that are kept from it.
+/// Checks the structure of a list before libplist parses it. libplist 2.2 reads binary lists and
+/// frees all lists by unlimited recursion (200,000 nested arrays crash the process), copies a
+/// shared object once per reference, takes quadratic time over character references and repeated
+/// keys, and aborts on a key that contains a NUL. Such lists are refused here.
 namespace tidemark::PropertyList {
 
-/// The reason to refuse the bytes; absent when libplist may have them, broken or not.
+/// Why the bytes are refused; absent when libplist can parse them safely, be they valid or not.
 std::optional<Failure> refusal(std::string_view bytes);
 
 inline constexpr std::string_view binaryMagic = "bplist00";

@@ -5,25 +5,25 @@
 
 namespace tidemark {
 
-/// True for a collection of which equal copies stand in snapshot after snapshot, so that a pool
-/// keeps one of each (`InternPool`). Specialised per type.
+/// True for a collection whose values repeat in snapshot after snapshot, so that `InternPool` keeps
+/// each once. Specialised per type.
 template <class T>
 inline constexpr bool collectionRecurs = false;
 
 /// An immutable value behind a pointer that copies share, so that copying what holds it never
-/// copies text. Never empty; equality is that of the values, asked of the pointers first.
+/// copies text. Never empty. Equality compares the pointers first, then the values.
 ///
-/// Nothing converts by itself: the value is moved in by name and read by `*` or `->`, so that a
-/// copy of a map with thousands of names stands in the code as one.
+/// There are no implicit conversions: a value has to be moved in, and is read by `*` or `->`, so
+/// that copying a map with thousands of names can't happen unnoticed.
 template <class T>
 class Shared {
 public:
     Shared() : pointer(defaultValue()) {}
     explicit Shared(T&& value) : pointer(std::make_shared<const T>(std::move(value))) {}
-    /// Takes part in an existing value; `shared` must not be empty.
+    /// Shares an existing value; `shared` must not be null.
     explicit Shared(std::shared_ptr<const T> shared) : pointer(std::move(shared)) {}
 
-    /// Holds `value` from now on; who shares the old one keeps it.
+    /// Replaces the value here; others that share the old one keep it.
     void emplace(T&& value) { *this = Shared(std::move(value)); }
 
     const T& operator*() const { return *pointer; }
@@ -46,7 +46,7 @@ private:
     std::shared_ptr<const T> pointer;
 };
 
-/// The same, possibly empty: an optional payload that costs one pointer where it is absent.
+/// A `Shared` that may be empty: an optional that takes one pointer when it is absent.
 template <class T>
 class OptionalShared {
 public:
@@ -62,7 +62,7 @@ public:
     explicit operator bool() const { return has_value(); }
     const T& operator*() const { return *pointer; }
     const T* operator->() const { return pointer.get(); }
-    /// The value, shared. Only where there is one.
+    /// Shares the value; must not be empty.
     Shared<T> value() const { return Shared<T>(pointer); }
 
     const std::shared_ptr<const T>& object() const { return pointer; }

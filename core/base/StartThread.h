@@ -5,8 +5,8 @@
 
 namespace tidemark {
 
-/// Runs `work` on a thread of its own. Throws `Error` when the system starts no further thread, as
-/// at the limit on the processes and threads of a user (RLIMIT_NPROC).
+/// Runs `work` on a thread of its own. Throws `Error` when the system can't start another thread,
+/// as at the limit of a user's processes and threads (RLIMIT_NPROC).
 std::thread startThread(std::function<void()> work);
 
 } // namespace tidemark

@@ -25,7 +25,7 @@ constexpr std::array units{
 };
 
 std::string fixedWithoutTrailingZeros(double value, int fractionDigits) {
-    // Not printf: its decimal point is that of the locale.
+    // Not printf, whose decimal point depends on the locale.
     std::array<char, 64> buffer{};
     const auto result = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value,
                                       std::chars_format::fixed, fractionDigits);

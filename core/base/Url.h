@@ -5,9 +5,9 @@
 
 namespace tidemark {
 
-/// The scheme of a text that is an absolute URL by its characters (RFC 3986, section 2 and 3.1),
-/// as it is written; absent for any other text. White space and letters beyond ASCII must be
-/// escaped in a URL.
+/// The scheme of an absolute URL, in the letter case of the text; absent when `text` has no scheme
+/// or has characters that a URL must escape, such as white space or non-ASCII letters (RFC 3986,
+/// sections 2 and 3.1).
 std::optional<std::string_view> urlScheme(std::string_view text);
 
 } // namespace tidemark

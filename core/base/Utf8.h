@@ -6,12 +6,12 @@
 
 namespace tidemark::utf8 {
 
-/// The code point at `place`, which moves behind it; −1 for bytes that are part of none, of which
-/// at least one is passed over. `place` must lie before the end.
+/// Returns the code point at `place` and moves `place` past it. Returns −1 for invalid bytes and
+/// moves past at least one of them. `place` must be before the end.
 std::int32_t next(std::string_view bytes, std::size_t& place);
 
-/// The code point before `place`, which moves to its start; −1 as for `next`. `place` must lie
-/// behind the start.
+/// Returns the code point before `place` and moves `place` to its start; −1 as for `next`. `place`
+/// must be after the start.
 std::int32_t previous(std::string_view bytes, std::size_t& place);
 
 } // namespace tidemark::utf8

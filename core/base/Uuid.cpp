@@ -8,7 +8,7 @@ namespace {
 
 constexpr std::string_view upperDigits = "0123456789ABCDEF";
 
-/// The places of the hyphens in the canonical text.
+/// Whether the canonical text has a hyphen at this index.
 constexpr bool isHyphen(std::size_t place) {
     return place == 8 || place == 13 || place == 18 || place == 23;
 }

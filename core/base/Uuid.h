@@ -15,9 +15,9 @@ public:
     /// The nil identifier, all zeros.
     Uuid() = default;
 
-    /// A fresh random (version 4) identifier.
+    /// A new random (version 4) identifier.
     static Uuid random();
-    /// Reads the 8-4-4-4-12 form in either letter case; nothing else.
+    /// Parses the 8-4-4-4-12 form in either letter case; absent for anything else.
     static std::optional<Uuid> parse(std::string_view text);
 
     std::string text() const;

@@ -5,7 +5,7 @@
 #include "core/base/Text.h"
 #include "core/capture/FolderListing.h"
 #include "core/capture/Inventory.h"
-#include "core/storage/StorageFileMetadata.h"
+#include "core/system/StorageFileMetadata.h"
 
 #include <algorithm>
 #include <array>
@@ -55,7 +55,7 @@ std::string_view textOf(const std::array<Named, size>& table, std::string_view k
     return otherwise;
 }
 
-/// What became of one entry: an observation, nothing, or a failure of the whole listing.
+/// The error when an entry can't be read, which makes the whole listing incomplete.
 struct Incomplete {};
 using Observed = std::expected<std::optional<ObservedMetadata>, Incomplete>;
 using Inspect = Observed (*)(const FolderEntry&, const ReadingBudget&);
@@ -64,7 +64,8 @@ Observed formula(const FolderEntry& entry, const ReadingBudget& budget) {
     if (entry.kind != Kind::folder)
         return std::nullopt;
     const auto listing = FolderListing::open(entry, FolderListing::Hidden::listed, budget);
-    // One that was removed in this moment is not installed; any other failure hides versions.
+    // A folder that was just removed is not installed. After any other failure the versions are not
+    // known.
     if (!listing && listing.error() == FolderListing::Failure::missing)
         return std::nullopt;
     if (!listing)
@@ -103,7 +104,7 @@ bool beginsWithDate(std::string_view text) {
     return true;
 }
 
-/// A report's name is that of the application, then a date.
+/// A report is named after the application, followed by a date.
 std::optional<std::string> inferredApplication(std::string_view stem) {
     std::size_t place = 0;
     while (place < stem.size() && !beginsWithDate(stem.substr(place)))
@@ -170,16 +171,13 @@ MetadataReport report(const std::filesystem::path& folder, Inspect item,
     return result;
 }
 
-/// A placeholder whose contents are not on this disk would be downloaded by reading it.
-bool isLocalRegularFile(const struct stat& status) {
-    const StorageFileMetadata metadata(status);
-    return metadata.isRegularFile() && !metadata.isCloudOnly();
+/// False for a placeholder whose contents are not on this disk: reading it would download them.
+bool isLocalRegularFile(const StorageFileMetadata::Read& status) {
+    return status && status->isRegularFile() && !status->isCloudOnly;
 }
 
-bool isSameVersion(const struct stat& a, const struct stat& b) {
-    const auto before = FileVersion::of(a);
-    const auto after = FileVersion::of(b);
-    return before.size == after.size && before.modified == after.modified;
+bool isSameVersion(const FileVersion& before, const FileVersion& after) {
+    return before.bytes == after.bytes && before.modified == after.modified;
 }
 
 constexpr std::string_view notRegular = "Selected file is not a local regular file: ";
@@ -193,7 +191,7 @@ struct Fingerprint {
     std::int64_t bytes;
 };
 
-/// The digest of what can be read from `file`, or the beginning of the issue.
+/// The digest of the content of `file`, or the beginning of the issue.
 std::expected<std::string, std::string_view> digestOf(const FileDescriptor& file,
                                                       const ReadingBudget& budget) {
     Sha256 digest;
@@ -218,30 +216,27 @@ std::expected<std::string, std::string_view> digestOf(const FileDescriptor& file
 /// Empty when there is no such file.
 std::expected<std::optional<Fingerprint>, std::string_view>
 fingerprint(const std::filesystem::path& path, const ReadingBudget& budget) {
-    struct stat status{};
-    if (::lstat(path.c_str(), &status) != 0) {
-        if (errno == ENOENT)
-            return std::nullopt;
-        return std::unexpected(notRegular);
-    }
+    const auto status = StorageFileMetadata::readEntry(AT_FDCWD, path.c_str());
+    if (!status && status.error() == ENOENT)
+        return std::nullopt;
     if (!isLocalRegularFile(status))
         return std::unexpected(notRegular);
-    // Between the look and the opening another file may take the place: hence the flags and the
-    // second look.
+    // Another file may have replaced this one since its status was read, so the flags and the
+    // second check.
     const FileDescriptor file(::open(path.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
     if (!file)
         return std::unexpected(notOpened);
-    struct stat before{};
-    if (::fstat(file.get(), &before) != 0 || !isLocalRegularFile(before)
-        || static_cast<std::size_t>(before.st_size) > largestConfiguration)
+    const auto before = StorageFileMetadata::readOpen(file.get());
+    if (!isLocalRegularFile(before)
+        || static_cast<std::size_t>(before->bytes()) > largestConfiguration)
         return std::unexpected(tooLarge);
     auto digest = digestOf(file, budget);
     if (!digest)
         return std::unexpected(digest.error());
-    struct stat after{};
-    if (::fstat(file.get(), &after) != 0 || !isSameVersion(before, after))
+    const auto after = StorageFileMetadata::readOpen(file.get());
+    if (!after || !isSameVersion(before->version, after->version))
         return std::unexpected(changed);
-    return Fingerprint{*std::move(digest), before.st_size};
+    return Fingerprint{*std::move(digest), before->bytes()};
 }
 
 MetadataReport configuration(const std::filesystem::path& path, const ReadingBudget& budget) {

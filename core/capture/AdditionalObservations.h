@@ -8,15 +8,15 @@
 #include <string_view>
 #include <vector>
 
-/// Metadata that the user may add to an observation: installed formulas, diagnostic reports, and
-/// digests of chosen configuration files.
+/// Reads the additional sources that the user can turn on: installed Homebrew formulas, diagnostic
+/// reports, and digests of chosen configuration files.
 namespace tidemark::AdditionalObservations {
 
 inline constexpr std::size_t mostEntries = 5'000;
 inline constexpr double secondsPerSource = 3;
 inline constexpr std::size_t largestConfiguration = 1'048'576;
 
-/// The folders in which Homebrew keeps what it installed.
+/// The standard folders of installed Homebrew formulas.
 std::vector<std::filesystem::path> standardCellars();
 
 /// The folder in which the system keeps reports of crashes, below the user's home.
@@ -31,7 +31,7 @@ collect(bool homebrew, bool diagnostics,
         const std::filesystem::path& home, Clock& clock, const std::stop_token& stop = {},
         const std::vector<std::filesystem::path>& cellars = standardCellars());
 
-/// How a configuration file is called on screen.
+/// The name of a configuration file that is shown.
 std::string configurationLabel(const std::filesystem::path& path);
 
 } // namespace tidemark::AdditionalObservations

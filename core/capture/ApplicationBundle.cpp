@@ -17,7 +17,7 @@ FileError notReadable(const FolderEntry& entry) {
     return {entry.path, "holds no readable metadata"};
 }
 
-/// Looks at a name below an entry that must be a folder; `holder` keeps that folder open.
+/// Describes the entry `name` in the folder `parent`; `holder` keeps that folder open.
 FolderEntry below(const FolderEntry& parent, const char* name, FileDescriptor& holder) {
     holder = parent.openFolder();
     if (!holder)

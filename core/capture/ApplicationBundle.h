@@ -6,7 +6,7 @@
 #include <optional>
 #include <string_view>
 
-/// An application as a bundle: a folder whose name ends in ".app", with a property list inside.
+/// Reads application bundles: folders whose names end in ".app", with a property list inside.
 namespace tidemark::ApplicationBundle {
 
 bool recognises(const FolderEntry& entry);
@@ -17,7 +17,7 @@ bool recognises(const FolderEntry& entry);
 /// budget ends a long search in "Wrapper".
 std::optional<Application> read(const FolderEntry& bundle, const ReadingBudget& budget);
 
-/// The application that a bundle's metadata tell of.
+/// The application described by the bytes of a bundle's property list.
 std::optional<Application> described(std::string_view metadata, const FolderEntry& bundle);
 
 } // namespace tidemark::ApplicationBundle

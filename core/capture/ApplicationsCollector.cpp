@@ -19,9 +19,9 @@ bool isStorable(const Application& application) {
 
 class Walk {
 public:
-    Walk(Clock& time, const std::stop_token& token, std::span<const ApplicationFormat> among,
-         const MachineFiles& files)
-        : clock(time), stop(token), formats(among), machine(files) {}
+    Walk(Clock& clock, const std::stop_token& stop, std::span<const ApplicationFormat> formats,
+         const MachineFiles& machine)
+        : clock(clock), stop(stop), formats(formats), machine(machine) {}
 
     void visit(const ApplicationRoot& given) {
         const auto root = machine.canonical(given.path);
@@ -55,7 +55,7 @@ public:
 
 private:
     void visitRoot(const std::filesystem::path& root, RootReading& reading) {
-        if (!reading.mayGoOn())
+        if (!reading.mayContinue())
             return;
         const auto listing =
             FolderListing::open(machine, root, FolderListing::Hidden::skipped, reading.budget());
@@ -66,7 +66,7 @@ private:
     }
 
     void visitFolder(const FolderEntry& folder, int depth, RootReading& reading) {
-        if (!reading.mayGoOn())
+        if (!reading.mayContinue())
             return;
         const auto listing =
             FolderListing::open(folder, FolderListing::Hidden::skipped, reading.budget());
@@ -78,7 +78,7 @@ private:
 
     void visitEntries(const FolderListing& listing, int depth, RootReading& reading) {
         for (const auto& name : listing.names()) {
-            if (!reading.mayGoOn())
+            if (!reading.mayContinue())
                 return;
             visitEntry(listing.entry(name), depth, reading);
         }
@@ -87,7 +87,7 @@ private:
     void visitEntry(const FolderEntry& entry, int depth, RootReading& reading) {
         if (entry.kind == Kind::link)
             return exclude(entry, symbolicLinks, reading);
-        // A folder may be listed but not searched: what lies in it is then not known to be gone.
+        // In a folder that may be listed but not searched, the kinds of the entries are unknown.
         if (entry.kind == Kind::unknown)
             return reading.fail();
         const auto format = std::ranges::find_if(

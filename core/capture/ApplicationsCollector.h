@@ -14,7 +14,7 @@ namespace tidemark {
 
 /// One way in which an application stands on disk.
 struct ApplicationFormat {
-    /// Decides by name and kind alone; never asked about a link.
+    /// Decides by name and kind only; not called for links.
     bool (*recognises)(const FolderEntry&);
     /// Absent when the entry holds no application that can be read.
     std::optional<Application> (*read)(const FolderEntry&, const ReadingBudget&);

@@ -101,14 +101,14 @@ Entry readEntry(const FolderEntry& entry, std::size_t folder, RootReading& readi
 /// False when the folder can't be read.
 bool readFolder(const MachineFiles& machine, const fs::path& folder, std::size_t index,
                 RootReading& reading, const ProgramPaths& programs, Entries& entries) {
-    if (!reading.mayGoOn())
+    if (!reading.mayContinue())
         return false;
     const auto listing =
         FolderListing::open(machine, folder, FolderListing::Hidden::skipped, reading.budget());
     if (!listing)
         return listing.error() == FolderListing::Failure::missing;
     for (const auto& name : listing->names()) {
-        if (!reading.mayGoOn())
+        if (!reading.mayContinue())
             return false;
         const auto entry = listing->entry(name);
         if (entry.kind == Kind::unknown)

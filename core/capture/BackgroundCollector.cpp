@@ -14,8 +14,8 @@ namespace {
 
 using Applications = std::vector<Shared<Application>>;
 
-/// The one application that `belongs`; null when there is none or a choice. A bundle that two
-/// roots report counts twice.
+/// The only application for which `belongs` is true; null when there is none or more than one. A
+/// bundle reported by two roots counts twice.
 template <class Belongs>
 const Application* onlyOne(const Applications& apps, Belongs belongs) {
     const Application* only = nullptr;
@@ -53,10 +53,10 @@ void associate(BackgroundItem& item, const Applications& apps) {
 
 class Collection {
 public:
-    Collection(const Applications& found, Clock& time, const std::stop_token& token,
-               std::span<const BackgroundFormat> among, const MachineFiles& files)
-        : apps(found), clock(time), stop(token), formats(among), machine(files),
-          programs(ProgramPaths::of(files)) {}
+    Collection(const Applications& apps, Clock& clock, const std::stop_token& stop,
+               std::span<const BackgroundFormat> formats, const MachineFiles& machine)
+        : apps(apps), clock(clock), stop(stop), formats(formats), machine(machine),
+          programs(ProgramPaths::of(machine)) {}
 
     void visit(const std::vector<BackgroundRoot>& given) {
         const auto roots = canonicalRoots(given);
@@ -160,7 +160,7 @@ private:
     }
 
     void visitFolder(const BackgroundRoot& root, RootReading& reading) {
-        if (!reading.mayGoOn())
+        if (!reading.mayContinue())
             return;
         const auto listing = FolderListing::open(machine, root.path, FolderListing::Hidden::skipped,
                                                  reading.budget());
@@ -169,7 +169,7 @@ private:
         if (!listing)
             return;
         for (const auto& name : listing->names()) {
-            if (!reading.mayGoOn())
+            if (!reading.mayContinue())
                 return;
             visitEntry(listing->entry(name), root, reading);
         }

@@ -16,19 +16,19 @@
 
 namespace tidemark {
 
-/// One way in which a job that starts by itself stands on disk, in a file of its own.
+/// A format in which service definitions are stored on disk, each in a file of its own.
 struct BackgroundFormat {
-    /// Decides by name alone: a link to a definition is recognised too, and then skipped.
+    /// Decides by name only; also called for links, which are skipped if recognised.
     bool (*recognises)(const FolderEntry&);
     BackgroundDefinition::Result (*read)(const FolderEntry&, const ProgramPaths&);
-    /// True when `read` takes nothing but the path from the name, so that a file with several
-    /// names is read once.
+    /// True when the result of `read` depends on the name for its path only, so that a file with
+    /// several names is read once.
     bool isReadByContent = false;
     /// The folders in which names mean this.
     RootFamily family = RootFamily::any;
 };
 
-/// One way in which jobs stand on disk whose definitions are spread over several folders.
+/// A format whose definitions are spread over several folders, where one file can override another.
 struct BackgroundFamily {
     RootFamily family;
     /// Is called with all folders of the family, the most preferred first, and a reading for each.
@@ -50,7 +50,7 @@ inline constexpr BackgroundFamily families[] = {
     {RootFamily::userUnits, UnitItems::read},
     {RootFamily::autostart, AutostartEntries::read},
 };
-/// The association by a label that begins with an application's identifier.
+/// `association` of an item whose label begins with an application's identifier.
 inline constexpr std::string_view byIdentifier = "Possible association based on bundle identifier";
 
 /// Items come in the order of the roots, by name within each; those of a `BackgroundFamily` where

@@ -36,7 +36,7 @@ std::string keepAliveText(const Value* value) {
     return value && value->as<Dictionary>() ? "Conditional" : flagText(value);
 }
 
-/// A number of seconds as text; absent for what is no number, below zero, or not finite.
+/// A number of seconds as text; absent when it is not a number, negative or not finite.
 std::optional<std::string> amountText(const Value* value) {
     if (const auto* integer = value ? value->as<std::int64_t>() : nullptr)
         return *integer >= 0 ? std::optional(std::to_string(*integer)) : std::nullopt;
@@ -49,7 +49,7 @@ std::optional<std::string> amountText(const Value* value) {
     return text;
 }
 
-/// Writes values in the one form of which digests are taken: JSON with sorted keys.
+/// Writes values in the canonical form that is digested: JSON with sorted keys.
 struct Normaliser {
     json::JsonWriter& out;
 

@@ -10,13 +10,13 @@
 #include <string_view>
 #include <utility>
 
-/// What may be kept of a definition of a job. Definitions can hold secrets, so of most keys there
-/// is a digest and nothing else.
+/// Makes the stored record of a service definition. Definitions can contain secrets, so for most
+/// keys only a digest of the value is kept.
 namespace tidemark::BackgroundDefinition {
 
 /// Why a definition on disk yields no item.
 enum class Failure {
-    /// It can't be read, has not the form of a definition, or names no job.
+    /// It can't be read, is not in the format of a definition, or has no label.
     unreadable,
     /// It is well formed but defines nothing.
     empty,
@@ -28,7 +28,7 @@ enum class Failure {
 /// An item, or why there is none.
 using Result = std::expected<BackgroundItem, Failure>;
 
-/// The keys that are watched, in the words of launchd.plist(5).
+/// The definition keys that are compared, as named in launchd.plist(5).
 inline constexpr auto keys = std::to_array<std::string_view>({
     "Program",
     "ProgramArguments",
@@ -78,8 +78,8 @@ inline constexpr auto furtherLabels = std::to_array<Label>({
 /// The settings that may be shown, by key: "Yes", "No", "Conditional" or a number.
 std::map<std::string, std::string> safeSettings(const PropertyList::Dictionary& definition);
 
-/// A SHA-256 digest per watched key that has a value; keys that are false when missing always have
-/// one, so that writing out the default is no change.
+/// A SHA-256 digest for each compared key that has a value. Keys that default to false always have
+/// one, so that adding the default to the file is not a change.
 std::map<std::string, std::string> fingerprints(const PropertyList::Dictionary& definition);
 
 /// The item that a definition describes, without `kind` and association, which are not its own. Its

@@ -16,23 +16,23 @@ namespace tidemark {
 
 namespace {
 
-/// Listing a name is so quick that looking at the clock each time would take longer.
+/// The clock is only read once for so many names: reading it takes longer than listing one.
 constexpr std::size_t namesBetweenLooks = 1'024;
 constexpr int folderFlags = O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC | O_NONBLOCK;
 
-FolderEntry::Kind kindOf(mode_t mode) {
-    if (S_ISREG(mode))
+FolderEntry::Kind kindOf(const StorageFileMetadata& status) {
+    if (status.isRegularFile())
         return FolderEntry::Kind::regular;
-    if (S_ISDIR(mode))
+    if (status.isDirectory())
         return FolderEntry::Kind::folder;
-    return S_ISLNK(mode) ? FolderEntry::Kind::link : FolderEntry::Kind::other;
+    return status.isSymbolicLink() ? FolderEntry::Kind::link : FolderEntry::Kind::other;
 }
 
 FolderListing::Failure failureOf(int code) {
     return code == ENOENT ? FolderListing::Failure::missing : FolderListing::Failure::unreadable;
 }
 
-Date dateOf(const FileVersion::Time& time) {
+Date dateOf(const FileTime& time) {
     return Date::fromUnix(static_cast<double>(time.seconds))
            + static_cast<double>(time.nanoseconds) * 1e-9;
 }
@@ -43,15 +43,13 @@ FolderEntry FolderEntry::describe(int descriptor, const std::filesystem::path& f
                                   const std::string& name) {
     FolderEntry entry{
         .folder = descriptor, .path = folderPath / name, .modified = {}, .sharedVersion = {}};
-    struct stat status{};
-    if (::fstatat(descriptor, name.c_str(), &status, AT_SYMLINK_NOFOLLOW) == 0) {
-        entry.kind = kindOf(status.st_mode);
-        const auto version = FileVersion::of(status);
-        entry.modified = dateOf(version.modified);
-        entry.isExecutable = (status.st_mode & (S_IXUSR | S_IXGRP | S_IXOTH)) != 0;
-        if (entry.kind == Kind::regular && status.st_nlink > 1)
-            entry.sharedVersion = version;
-    } else if (errno == ENOENT) {
+    if (const auto status = StorageFileMetadata::readEntry(descriptor, name.c_str())) {
+        entry.kind = kindOf(*status);
+        entry.modified = dateOf(status->version.modified);
+        entry.isExecutable = (status->mode & (S_IXUSR | S_IXGRP | S_IXOTH)) != 0;
+        if (entry.kind == Kind::regular && status->names > 1)
+            entry.sharedVersion = status->version;
+    } else if (status.error() == ENOENT) {
         entry.kind = Kind::missing;
     }
     return entry;
@@ -77,7 +75,7 @@ std::string FolderEntry::linkText() const {
 }
 
 std::string FolderEntry::read(std::size_t limit) const {
-    // Opening a device can have effects, so what is known to be none is not even opened.
+    // Opening a device can have effects, so only regular files are opened.
     if (kind != Kind::regular)
         throw FileError(path, "is not a regular file");
     const FileDescriptor file(
@@ -108,7 +106,7 @@ FolderListing::fill(std::expected<FolderReader, int> opened, Hidden hidden,
 std::expected<FolderListing, FolderListing::Failure>
 FolderListing::open(const MachineFiles& machine, const std::filesystem::path& path, Hidden hidden,
                     const ReadingBudget& budget) {
-    // A slash at the end would have a link followed after all.
+    // With a slash at the end, a link would be followed.
     FolderListing listing(path.has_filename() ? path : path.parent_path());
     auto opened = machine.open(listing.location, O_RDONLY | O_DIRECTORY);
     if (!opened)

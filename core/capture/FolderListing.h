@@ -4,9 +4,9 @@
 #include "core/base/Date.h"
 #include "core/base/FileDescriptor.h"
 #include "core/base/MachineFiles.h"
-#include "core/capture/FileVersion.h"
 #include "core/capture/ReadingBudget.h"
 #include "core/storage/FolderReader.h"
+#include "core/system/StorageFileMetadata.h"
 
 #include <expected>
 #include <filesystem>
@@ -18,8 +18,8 @@
 
 namespace tidemark {
 
-/// One name in an open folder. Nothing here follows a link, and only regular files and folders
-/// are ever opened.
+/// One entry of an open folder. Links are not followed, and only regular files and folders are
+/// opened.
 struct FolderEntry {
     enum class Kind {
         regular,
@@ -37,12 +37,12 @@ struct FolderEntry {
     std::filesystem::path path;
     Kind kind = Kind::unknown;
     std::optional<Date> modified;
-    /// Of a regular file that has further names.
+    /// Set for a regular file with several names.
     std::optional<FileVersion> sharedVersion;
     /// Whether anybody may execute it.
     bool isExecutable = false;
 
-    /// Looks at a name in a folder that is open as `descriptor` and lies at `folderPath`.
+    /// The entry `name` in the folder open as `descriptor`, whose path is `folderPath`.
     static FolderEntry describe(int descriptor, const std::filesystem::path& folderPath,
                                 const std::string& name);
 
@@ -52,7 +52,7 @@ struct FolderEntry {
     /// What follows the last dot of the name, without the dot; empty for ".name".
     std::string extension() const;
 
-    /// Empty when this is no folder or may not be opened.
+    /// Invalid when this is not a folder or can't be opened.
     FileDescriptor openFolder() const;
     /// What a link says, as it stands in it; empty for what is no link.
     std::string linkText() const;
@@ -60,15 +60,15 @@ struct FolderEntry {
     std::string read(std::size_t limit) const;
 };
 
-/// The names in one folder, in byte order, and the folder held open to look at them.
+/// The names in one folder, in byte order. The folder stays open for reading its entries.
 class FolderListing {
 public:
     enum class Hidden { skipped, listed };
     enum class Failure {
-        /// Nothing stands at the path.
+        /// The path does not exist.
         missing,
-        /// Something stands there, or may: a listing that fails for any other reason, such as a
-        /// spent budget.
+        /// The path exists or may exist, but listing it failed, for example because the time was
+        /// over.
         unreadable,
     };
 

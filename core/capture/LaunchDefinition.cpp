@@ -12,7 +12,7 @@ namespace {
 using PropertyList::Array;
 using PropertyList::Dictionary;
 
-/// The first argument, when the arguments are text and nothing else.
+/// The first argument, if all arguments are texts; else null.
 const std::string* firstArgument(const Dictionary& list) {
     const auto* arguments = PropertyList::find<Array>(list, "ProgramArguments");
     const auto isText = [](const auto& value) { return value.template as<std::string>(); };

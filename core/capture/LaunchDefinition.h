@@ -6,18 +6,18 @@
 
 #include <string_view>
 
-/// A job as a property list in the folders of launchd.plist(5).
+/// Reads service definitions that are property lists, as described in launchd.plist(5).
 namespace tidemark::LaunchDefinition {
 
 using BackgroundDefinition::Failure;
 
-/// True for a name that ends in ".plist", written just so.
+/// True for a name that ends in ".plist", in lower case.
 bool recognises(const FolderEntry& entry);
 
-/// The item without `kind` and association, which are not the definition's own.
+/// The item without `kind` and `association`, which are not part of the definition.
 BackgroundDefinition::Result read(const FolderEntry& definition, const ProgramPaths& programs = {});
 
-/// The same of the bytes of the definition.
+/// The same from the bytes of the definition.
 BackgroundDefinition::Result described(std::string_view bytes, const FolderEntry& definition);
 
 } // namespace tidemark::LaunchDefinition

@@ -9,7 +9,7 @@
 
 namespace tidemark {
 
-/// What one capture looks at.
+/// The folders that one capture reads.
 struct ObservationOptions {
     /// Folders searched for applications.
     std::vector<ApplicationRoot> applicationRoots;
@@ -21,12 +21,12 @@ struct ObservationOptions {
     /// program runs on.
     MachineFiles machine;
 
-    /// The places of the system and of the user's own home, for what is not given, all of
-    /// `observed`.
+    /// Uses the standard folders of the system and of the user's home for those that are absent,
+    /// all of them folders of `machine`.
     explicit ObservationOptions(std::optional<std::vector<ApplicationRoot>> applications = {},
                                 std::optional<std::vector<BackgroundRoot>> background = {},
                                 std::vector<std::filesystem::path> storage = {},
-                                MachineFiles observed = {});
+                                MachineFiles machine = {});
 
     bool operator==(const ObservationOptions&) const = default;
 };

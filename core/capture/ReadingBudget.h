@@ -6,14 +6,14 @@
 
 namespace tidemark {
 
-/// The time that reading one place may take. The loops of a capture ask before every entry, so that
-/// a place that is slow, or was made to be, holds up neither a stop nor the capture.
+/// The time that reading one place may take. The loops of a capture check it before every entry, so
+/// that a slow or hostile place delays neither a stop nor the capture.
 class ReadingBudget {
 public:
-    ReadingBudget(double seconds, Clock& time, const std::stop_token& token)
-        : clock(time), stop(token), deadline(time.monotonicSeconds() + seconds) {}
+    ReadingBudget(double seconds, Clock& clock, const std::stop_token& stop)
+        : clock(clock), stop(stop), deadline(clock.monotonicSeconds() + seconds) {}
 
-    /// True when the time is over or a stop was requested: what was not read by now is unknown.
+    /// True when the time is over or a stop was requested. The place counts as incomplete then.
     bool isSpent() const { return stop.stop_requested() || clock.monotonicSeconds() > deadline; }
 
 private:

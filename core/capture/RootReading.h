@@ -9,8 +9,8 @@
 
 namespace tidemark {
 
-/// Reading one root of an inventory: whether it may go on, and what is left out of it. A root that
-/// was not read to its end, for whatever reason, is incomplete.
+/// The state of reading one root of an inventory: whether it may continue and which paths are left
+/// out. A root that was not read to its end for any reason is incomplete.
 class RootReading {
 public:
     /// More paths than this below one root are not listed one by one: the root is incomplete.
@@ -19,16 +19,16 @@ public:
     /// Nor are more bytes of definitions held at once.
     static constexpr std::size_t mostHeldBytes = std::size_t{64} << 20;
 
-    explicit RootReading(ReadingBudget allowed) : time(std::move(allowed)) {}
+    explicit RootReading(ReadingBudget time) : time(std::move(time)) {}
 
-    /// Whether a further entry may be read; if not, the root is incomplete.
-    bool mayGoOn() {
+    /// Whether another entry may be read; if not, marks the root as incomplete.
+    bool mayContinue() {
         if (excluded.size() <= mostExcludedPaths && held <= mostHeldBytes && !time.isSpent())
             return true;
         complete = false;
         return false;
     }
-    /// Something in the root can't be read; the rest of it still may be.
+    /// Marks the root as incomplete. The rest of it may still be read.
     void fail() { complete = false; }
     /// So many bytes of what was read are held until the whole family was read.
     void hold(std::size_t bytes) { held += bytes; }

@@ -19,12 +19,12 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// Most entries of a root that is walked whole.
+/// The most entries of a root that is walked in one go.
 constexpr std::int64_t entryLimit = 1'000'000;
-/// The bounds of a root in the plain inventory.
+/// The most entries of a root in the plain inventory.
 constexpr std::int64_t quickEntryLimit = 100'000;
 constexpr double quickBudget = 3;
-/// Seconds for which the size of an application bundle holds.
+/// Seconds until the size of an application bundle is measured again.
 constexpr double bundleRefreshInterval = 86'400;
 
 constexpr const char* bundleNote =
@@ -33,7 +33,7 @@ constexpr const char* bundleNote =
 
 std::string nameOf(const fs::path& root) {
     const std::string_view name = lastPathComponent(root.native());
-    // The Trash of a desktop is a folder named "files".
+    // The Trash of a Linux desktop is a folder named "files".
     return TrashFolder::is(root.native()) && name != ".Trash" ? "Trash" : textFromBytes(name);
 }
 
@@ -60,21 +60,22 @@ void takeInventory(const Inventory<Record>& found, std::vector<Shared<Record>>& 
     excludedPaths.insert(found.excludedPaths.begin(), found.excludedPaths.end());
 }
 
-/// Keeps the complete roots around an incomplete one from claiming what lies in it, by excluding
-/// its path: what is missing there may still be on disk. A complete root inside it would be
-/// silenced by that as well, so without a root around there is no exclusion then.
+/// Excludes incomplete roots: items missing there may still be on disk, and comparing a complete
+/// root around would report them as removed. An incomplete root with a complete one inside, but
+/// none around, is not excluded, since the inner one would be excluded with it.
 void excludeIncomplete(const std::set<std::string>& incomplete,
                        const std::set<std::string>& complete, const Coverage& coverage,
                        std::set<std::string>& excludedPaths) {
-    const auto isInside = [](const std::string& root) {
+    const auto isAtOrBelow = [](const std::string& root) {
         return [&root](const std::string& path) { return path == root || isBelow(path, root); };
     };
     for (const std::string& root : incomplete) {
-        const bool isClaimed = std::ranges::any_of(
+        const bool isInsideComplete = std::ranges::any_of(
             complete, [&](const std::string& around) { return isBelow(root, around); });
-        const bool silences = std::ranges::any_of(*coverage.applicationRoots, isInside(root))
-                              || std::ranges::any_of(*coverage.backgroundRoots, isInside(root));
-        if (isClaimed || !silences)
+        const bool holdsComplete =
+            std::ranges::any_of(*coverage.applicationRoots, isAtOrBelow(root))
+            || std::ranges::any_of(*coverage.backgroundRoots, isAtOrBelow(root));
+        if (isInsideComplete || !holdsComplete)
             excludedPaths.insert(root);
     }
 }
@@ -96,7 +97,7 @@ StorageTraversal::Result measureQuickly(const fs::path& root, Clock& clock,
     }
 }
 
-/// A whole root within the budget of a progressive capture, resting between batches.
+/// A whole root within the budget of a progressive capture, with pauses between batches.
 StorageTraversal::Result measureInBatches(const fs::path& root, double seconds, Clock& clock,
                                           const std::stop_token& stop) {
     auto walk = StorageTraversal::open(root, entryLimit);
@@ -109,7 +110,7 @@ StorageTraversal::Result measureInBatches(const fs::path& root, double seconds, 
     return *run;
 }
 
-/// Notes it where a folder has too many files of its own for their names to be recorded.
+/// Adds a note when a folder has too many files of its own for their names to be recorded.
 void noteFileNames(const auto& measured, const fs::path& root, Coverage& coverage) {
     if (!measured.directFileSizes)
         coverage.notes->push_back(
@@ -163,11 +164,10 @@ Snapshot inventory(const ObservationOptions& options, const std::vector<fs::path
     return snapshot;
 }
 
-/// Between these two the scanner shares what it measures; it must not go on doing so afterwards,
-/// however the capture ends.
+/// Calls `beginCapture` and, however the capture ends, `endCapture` of the scanner.
 class ScannerCapture {
 public:
-    explicit ScannerCapture(ComponentStorageScanner* used) : scanner(used) {
+    explicit ScannerCapture(ComponentStorageScanner* scanner) : scanner(scanner) {
         if (scanner)
             scanner->beginCapture();
     }
@@ -182,12 +182,12 @@ private:
     ComponentStorageScanner* scanner;
 };
 
-/// Notes how long a phase took, and whether it came through without a new issue.
+/// Records how long a phase took and whether it finished without a new issue.
 class Phase {
 public:
-    Phase(std::string called, Snapshot& filled, Clock& time)
-        : name(std::move(called)), snapshot(filled), clock(time), start(time.monotonicSeconds()),
-          issues(filled.coverage.issues.size()) {}
+    Phase(std::string name, Snapshot& snapshot, Clock& clock)
+        : name(std::move(name)), snapshot(snapshot), clock(clock), start(clock.monotonicSeconds()),
+          issues(snapshot.coverage.issues.size()) {}
     ~Phase() {
         snapshot.scanTimings->push_back(
             {name, clock.monotonicSeconds() - start, snapshot.coverage.issues.size() == issues});
@@ -206,11 +206,11 @@ private:
 /// One progressive capture from the inventory on.
 class StorageRun {
 public:
-    StorageRun(const ObservationOptions& what, ComponentStorageScanner* used,
-               const Progress& listener, Snapshot& filled, Clock& time,
-               const std::stop_token& stopping)
-        : options(what), scanner(used), progress(listener), snapshot(filled), clock(time),
-          stop(stopping), deadline(time.monotonicSeconds() + storageBudget) {}
+    StorageRun(const ObservationOptions& options, ComponentStorageScanner* scanner,
+               const Progress& progress, Snapshot& snapshot, Clock& clock,
+               const std::stop_token& stop)
+        : options(options), scanner(scanner), progress(progress), snapshot(snapshot), clock(clock),
+          stop(stop), deadline(clock.monotonicSeconds() + storageBudget) {}
 
     void measure() {
         std::vector<ApplicationRoot> deferred;
@@ -230,7 +230,7 @@ private:
     double remaining() { return deadline - clock.monotonicSeconds(); }
     void addIssue(std::string issue) { snapshot.coverage.issues.push_back(std::move(issue)); }
 
-    /// A parent comes before the folders nested in it, which its walk measures along the way.
+    /// Parents before the folders nested in them: the walk of the parent measures these as well.
     static std::vector<fs::path> shortestFirst(std::vector<fs::path> roots) {
         std::ranges::stable_sort(roots, {}, [](const fs::path& root) {
             std::size_t characters = 0;
@@ -241,7 +241,7 @@ private:
         return roots;
     }
 
-    /// Folders whose bundles are measured one by one instead, where they hold any.
+    /// True for a folder of applications: if it has bundles, they are measured one by one.
     bool isApplications(const fs::path& root) const {
         return lastPathComponent(root.native()) == "Applications"
                || std::ranges::any_of(options.applicationRoots, [&](const ApplicationRoot& other) {
@@ -249,8 +249,8 @@ private:
                   });
     }
 
-    /// Also true when the folder could not be read whole: a bundle that is being replaced has no
-    /// readable property list.
+    /// Also true when the folder could not be read completely: a bundle that is being replaced has
+    /// no readable property list.
     bool mayHoldBundles(const fs::path& root) const {
         const std::string path = textFromBytes(canonicalPath(root).native());
         if (std::ranges::any_of(snapshot.applications,

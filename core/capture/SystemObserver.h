@@ -12,11 +12,11 @@ namespace tidemark {
 
 class ComponentStorageScanner;
 
-/// Takes one observation of the machine. No state, and no failure: each problem is a sentence in
-/// the snapshot's coverage, and the size in question is missing. Works on the caller's thread; a
-/// capture that is stopped still gives a snapshot, whose unfinished parts say so. What the caller
-/// alone knows (the operating system, additional reports, when the next capture is due) is left
-/// absent.
+/// Takes one observation of the machine, on the calling thread. Stateless. Does not throw: each
+/// problem becomes a sentence in the snapshot's coverage, and the size in question is missing. A
+/// capture that is stopped also returns a snapshot, with its unfinished parts marked incomplete.
+/// Fields that only the caller knows (the operating system, additional reports, when the next
+/// capture is due) are left absent.
 namespace SystemObserver {
 
 /// Seconds that all measuring of a progressive capture may take, after the inventory.
@@ -24,7 +24,7 @@ inline constexpr double storageBudget = 90;
 /// Seconds that one root may take of them.
 inline constexpr double rootBudget = 30;
 
-/// Is told what the capture is doing, before it does it.
+/// Called before each phase of a capture, with its description.
 using Progress = std::function<void(const std::string& text)>;
 
 /// The plain inventory, with a quick measurement of small storage roots.
@@ -32,8 +32,8 @@ Snapshot capture(const ObservationOptions& options, Clock& clock = Clock::system
                  const std::stop_token& stop = {});
 
 /// The inventory, then the sizes of folders and of application bundles under a shared budget of
-/// time. With `applicationStorage` sizes are measured across captures and application bundles one
-/// by one; without, each root is walked whole or not at all.
+/// time. With `applicationStorage`, measurements continue across captures and application bundles
+/// are measured one by one; without, each root is walked in one go or has no size.
 Snapshot captureProgressively(const ObservationOptions& options,
                               ComponentStorageScanner* applicationStorage, const Progress& progress,
                               Clock& clock = Clock::system(), const std::stop_token& stop = {});

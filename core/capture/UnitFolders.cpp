@@ -95,7 +95,7 @@ std::optional<fs::path> UnitFoldersReader::read(std::size_t index, RootReading& 
         reading.fail();
         return unreadable.value_or(folder);
     };
-    if (!reading.mayGoOn())
+    if (!reading.mayContinue())
         return fail();
     const auto listing =
         FolderListing::open(machine, folder, FolderListing::Hidden::skipped, reading.budget());
@@ -104,7 +104,7 @@ std::optional<fs::path> UnitFoldersReader::read(std::size_t index, RootReading& 
     if (!listing)
         return fail();
     for (const auto& name : listing->names()) {
-        if (!reading.mayGoOn())
+        if (!reading.mayContinue())
             return fail();
         readEntry(listing->entry(name), index, reading);
         if (unreadable)
@@ -181,7 +181,7 @@ void UnitFoldersReader::forEachIn(const FolderEntry& folder, RootReading& readin
         return;
     }
     for (const auto& name : listing->names()) {
-        if (!reading.mayGoOn()) {
+        if (!reading.mayContinue()) {
             unreadable = folder.path;
             return;
         }

@@ -31,7 +31,7 @@ FamilyDefinitions read(const MachineFiles& machine, const std::vector<fs::path>&
     for (const auto& item : UnitDefinition::itemsOf(units)) {
         const std::size_t folder = folderOf(item.path, folders);
         // With many drop-ins this is as much work as reading.
-        if (!readings[folder].mayGoOn()) {
+        if (!readings[folder].mayContinue()) {
             result.unreadable = result.unreadable.value_or(folders[folder]);
             break;
         }

@@ -15,7 +15,7 @@ constexpr std::string_view startKey = "Start-Date: ";
 constexpr std::string_view endKey = "End-Date: ";
 constexpr std::string_view packageKeys[] = {"Install: ", "Reinstall: ", "Upgrade: ", "Downgrade: "};
 
-/// What follows `key` on a line that begins with it.
+/// The rest of a line that begins with `key`; absent for other lines.
 std::optional<std::string_view> valueOf(std::string_view line, std::string_view key) {
     if (!line.starts_with(key))
         return std::nullopt;
@@ -31,7 +31,8 @@ std::optional<Date> dateOf(std::string_view text, const Calendar& calendar) {
     return time ? std::optional(calendar.momentOf(*time)) : std::nullopt;
 }
 
-/// Takes what stands before `separator` off `text`; all of it without one.
+/// Removes the part before `separator` and the separator from `text` and returns the part; without
+/// a separator, all of it.
 std::string_view takeUntil(std::string_view& text, std::string_view separator) {
     const std::string_view taken = text.substr(0, text.find(separator));
     text.remove_prefix(std::min(taken.size() + separator.size(), text.size()));
@@ -43,7 +44,7 @@ struct Details {
     bool isAutomatic = false;
 };
 
-/// "2.0-1, automatic" or "4.1, 4.2", of which the last version is the one that is installed then.
+/// Parses "2.0-1, automatic" or, for an upgrade, "4.1, 4.2" with the new version last.
 Details detailsOf(std::string_view text) {
     Details details;
     while (!text.empty()) {
@@ -112,7 +113,7 @@ bool beginsBefore(std::string_view log, Date date) {
 
 const PackageTransaction* transactionOf(const std::vector<PackageTransaction>& transactions,
                                         const std::string& packageAndVersion, Date moment) {
-    // Only one runs at a time.
+    // Transactions don't overlap: apt runs one at a time.
     const auto next =
         std::ranges::upper_bound(transactions, moment, {}, &PackageTransaction::start);
     if (next == transactions.begin())

@@ -10,33 +10,33 @@
 
 namespace tidemark {
 
-/// What one run of apt installed or upgraded.
+/// The packages that one run of apt installed or upgraded.
 struct PackageTransaction {
     Date start;
-    /// Absent while it runs, and when it was broken off.
+    /// Absent while it is running and when it was interrupted.
     std::optional<Date> end;
-    /// Whether a package, as "name version", came along because others need it. One that is there
-    /// for several architectures did so when all of them did.
+    /// Whether a package, as "name version", was only installed because others need it. For a
+    /// package of several architectures, true if it is true for all of them.
     std::unordered_map<std::string, bool> isAutomatic;
 };
 
-/// The transactions in the log that apt(8) keeps beside that of dpkg, which has no such notion:
+/// Reads the transactions in the log of apt(8); the log of dpkg has none:
 ///
 ///     Start-Date: 2024-05-01  12:00:00
 ///     Install: tide-gauge:amd64 (2.0-1), libtide2:amd64 (2.0-1, automatic)
 ///     Upgrade: harbour:amd64 (4.1, 4.2)
 ///     End-Date: 2024-05-01  12:00:07
 ///
-/// with times of the machine's own zone. What can't be understood is passed over.
+/// Times are in the machine's time zone. Lines that can't be parsed are skipped.
 namespace AptHistory {
 
-/// In the order of their starts.
+/// The transactions, in the order of their starts.
 std::vector<PackageTransaction> parse(std::string_view log);
 
-/// True when the first transaction is from before `date`.
+/// True when the first transaction started before `date`.
 bool beginsBefore(std::string_view log, Date date);
 
-/// The transaction in which a package was installed at `moment`; null when none did.
+/// The transaction that installed a package at `moment`; null when there is none.
 const PackageTransaction* transactionOf(const std::vector<PackageTransaction>& transactions,
                                         const std::string& packageAndVersion, Date moment);
 

@@ -28,7 +28,7 @@ constexpr auto header = std::to_array<std::string_view>({
     "Structured Details (JSON)",
 });
 
-/// The keys of an event under the first cells of the header.
+/// The event keys of the first columns.
 constexpr auto cellKeys = std::to_array<std::string_view>({
     "timestamp",
     "intervalStart",
@@ -40,8 +40,8 @@ constexpr auto cellKeys = std::to_array<std::string_view>({
     "importance",
 });
 
-/// An event as it leaves the program. It goes by way of its JSON, so that a field that a record
-/// gains one day is cleaned like all others, as its description says.
+/// The exported form of an event. It is made from the JSON of the event, so that fields added to
+/// records later are cleaned by their `Privacy` as well.
 Json cleanedEvent(const Event& event, bool includePrivateDetails) {
     auto tree = Json::parse(json::encoded(event, json::JsonWriter::DateForm::iso8601));
     const PrivateDetails details(tree, includePrivateDetails);
@@ -76,7 +76,7 @@ void write(json::JsonWriter& writer, const Json& value) {
     }
 }
 
-/// On one line.
+/// JSON on one line.
 std::string written(const Json& value) {
     std::string text;
     json::JsonWriter writer([&](std::string_view piece) { text += piece; });
@@ -85,7 +85,7 @@ std::string written(const Json& value) {
     return text;
 }
 
-/// A spreadsheet would take the cell for a formula and carry it out.
+/// True for a cell that a spreadsheet would evaluate as a formula.
 bool looksLikeFormula(std::string_view cell) {
     const std::string_view visible = trimmed(cell);
     return (!visible.empty() && std::string_view("=+-@").contains(visible.front()))
@@ -104,10 +104,10 @@ std::string quotedCell(std::string_view text) {
     return quoted + '"';
 }
 
-/// Rows of the CSV report, ended by a carriage return and a line feed each.
+/// Writes the rows of the CSV report, each ended by a carriage return and a line feed.
 class RowWriter {
 public:
-    explicit RowWriter(const HistoryExport::Output& to) : output(to) {}
+    explicit RowWriter(const HistoryExport::Output& output) : output(output) {}
 
     void cell(std::string_view text) {
         if (!row.empty())
@@ -147,7 +147,7 @@ void writeDocument(const HistoryExport& report, bool includePrivateDetails,
                    const HistoryExport::Output& output) {
     using json::JsonWriter;
     JsonWriter writer(output, JsonWriter::DateForm::iso8601, JsonWriter::Layout::indented);
-    // Keys in the order of their bytes, as in each event.
+    // Keys are in byte order, as in each event.
     writer.beginObject();
     writer.key("events");
     writer.beginArray();

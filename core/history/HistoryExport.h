@@ -10,9 +10,9 @@
 
 namespace tidemark {
 
-/// A report of what a screen shows, for reading and sharing; nothing can be restored from it.
-/// Unless private details are asked for, paths, names of devices and networks, clips and origins
-/// are taken out of the fields that hold them and out of every other text of the same event.
+/// A report of the events that are shown, for reading and sharing; it can't be imported again.
+/// Unless private details are requested, paths, names of devices and networks, clips and origins
+/// are removed from their fields and from every other text of the same event.
 struct HistoryExport {
     enum class Format { csv, json };
 
@@ -21,24 +21,24 @@ struct HistoryExport {
         "intervals are not exact change times. State comparisons show endpoint differences, not "
         "every intervening event. This export is not a restorable backup.";
 
-    /// In the order of the screen.
+    /// In the order in which they are shown.
     std::vector<Shared<Event>> events;
     /// "Timeline" or "Compare States".
     std::string mode;
     Date exportedAt;
 
     using Output = std::function<void(std::string_view)>;
-    /// Hands the report, which is UTF-8 text, to `output` in pieces. What is not
-    /// printable comes out escaped in JSON and as U+FFFD in CSV, but for tabs and line breaks.
-    /// Throws `Error` when an event can't be written, as with a number that is not finite.
+    /// Calls `output` with the report, as UTF-8 text in pieces. Characters that are not printable,
+    /// except tabs and line breaks, are escaped in JSON and U+FFFD in CSV. Throws `Error` when an
+    /// event can't be written, such as one with a number that is not finite.
     void write(Format format, bool includePrivateDetails, const Output& output) const;
-    /// The whole report.
+    /// The whole report as one text.
     std::string data(Format format, bool includePrivateDetails) const;
-    /// Writes the report to a file of mode 0600, which is there whole or, after a failure, as it
-    /// was before. Throws `Error`.
+    /// Writes the report to a file of mode 0600, replacing it. Throws `Error`; an existing file is
+    /// unchanged then.
     void save(const std::filesystem::path& path, Format format, bool includePrivateDetails) const;
 
-    /// What a file of this format is called: "Tidemark-History.csv".
+    /// The default file name of this format: "Tidemark-History.csv".
     static std::string fileName(Format format);
 };
 

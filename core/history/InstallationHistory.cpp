@@ -38,7 +38,7 @@ constexpr const char* messageOf(ImportError::Kind kind) {
     return "";
 }
 
-/// The text under `key`; absent when there is none or it is no text.
+/// The text under `key`; absent when the key is missing or its value is not a text.
 std::optional<std::string> textAt(const nlohmann::json& entry, const char* key) {
     const auto found = entry.find(key);
     if (found == entry.end() || !found->is_string())
@@ -46,7 +46,7 @@ std::optional<std::string> textAt(const nlohmann::json& entry, const char* key) 
     return found->get<std::string>();
 }
 
-/// One entry of the report; absent when it lacks a name or a date that can be read.
+/// One entry of the report; absent when it has no name or no valid date.
 std::optional<InstallationRecord> recordFrom(const nlohmann::json& entry) {
     if (!entry.is_object())
         return std::nullopt;
@@ -61,7 +61,7 @@ std::optional<InstallationRecord> recordFrom(const nlohmann::json& entry) {
     return record;
 }
 
-/// None where apt keeps no log, or one that can't be read: they add to what dpkg's own log says.
+/// Empty when apt has no log or it can't be read; the log of dpkg is enough without it.
 std::vector<PackageTransaction> transactionsIn(const PackageLog& log, Date since) {
     try {
         return AptHistory::parse(
@@ -75,7 +75,7 @@ std::vector<PackageTransaction> transactionsIn(const PackageLog& log, Date since
 
 } // namespace
 
-ImportError::ImportError(Kind which) : Error(messageOf(which)), reason(which) {}
+ImportError::ImportError(Kind kind) : Error(messageOf(kind)), reason(kind) {}
 
 InstallationPreview collect(Date now, const ReportTool& tool) {
     ReportProcess process(tool.path, {reportKey, "-json", "-timeout", "20"}, tool.timeLimit,

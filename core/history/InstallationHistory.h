@@ -9,71 +9,73 @@
 
 namespace tidemark {
 
-/// What the report of the operating system's installations yielded.
+/// The records read from a report of the operating system's installations.
 struct InstallationPreview {
     /// Latest first.
     std::vector<InstallationRecord> records;
-    /// Entries of the report that could not be understood.
+    /// Number of entries of the report that could not be parsed.
     std::size_t skippedRecords = 0;
     Date since;
     Date through;
-    /// Entries from before `since` or after `through`.
+    /// Number of entries from before `since` or after `through`.
     std::size_t outsideWindowRecords = 0;
 
     bool operator==(const InstallationPreview&) const = default;
 };
 
-/// The installations that the operating system itself remembers: a partial history of the last 7
-/// days, from the JSON report of its profiler tool, or from the log of its package manager in the
-/// same shape.
+/// Reads the installations of the last 7 days from the operating system: from the JSON report of
+/// its profiler tool, or from the log of its package manager brought into the same form. The
+/// history can be incomplete.
 namespace InstallationHistory {
 
 class ImportError : public Error {
 public:
     enum class Kind { reportFailed, invalidReport, tooLarge };
 
-    explicit ImportError(Kind which);
+    explicit ImportError(Kind kind);
     Kind kind() const { return reason; }
 
 private:
     Kind reason;
 };
 
-/// How `collect` runs the report tool; tests put a script of their own in its place.
+/// How `collect` runs the report tool. Tests use a script instead.
 struct ReportTool {
     std::filesystem::path path = "/usr/sbin/system_profiler";
-    /// The tool is asked to finish in 20 seconds. One that is still running after this many is
-    /// ended, and its report counts as failed.
+    /// Seconds after which the tool is terminated and its report counts as failed. The tool itself
+    /// is given a time limit of 20 seconds.
     double timeLimit = 30;
-    /// How many seconds it may take to end when it is asked to.
+    /// Seconds from asking the tool to terminate to killing it.
     double terminationGrace = 1;
 };
 
-/// The logs of Debian's package manager; tests put files of their own in their place.
+/// The logs of Debian's package manager. Tests use files of their own.
 struct PackageLog {
     std::filesystem::path path = "/var/log/dpkg.log";
-    /// What was installed together, and what of it automatically. It may be missing.
+    /// The log of apt, which groups packages into transactions and marks automatic ones. It may be
+    /// missing.
     std::filesystem::path transactions = "/var/log/apt/history.log";
-    /// Bytes of each, with the older logs beside it, that are looked at.
+    /// The most bytes to read of each log together with its rotated predecessors.
     std::size_t limit = 16'777'216;
 };
 
-/// What this system remembers of the 7 days before `now`; no records where it keeps no such
-/// memory. Blocks; not for the main thread. Throws `ImportError`, or `Error` when a report tool
-/// can't be started.
+/// The installations of the 7 days before `now`; no records when the system keeps no such log.
+/// Blocks; not for the main thread. Throws `ImportError`, or `Error` when the report tool can't be
+/// started.
 InstallationPreview collect(Date now);
 
-/// The same from the report tool, which is never left running.
+/// The same, from the report tool, which has ended when this returns.
 InstallationPreview collect(Date now, const ReportTool& tool);
 
-/// The same from a package manager's log and its predecessors, which are only read. No such log is
-/// no records.
+/// The same, from a package manager's log and its rotated predecessors. Without such a log there
+/// are no records.
 InstallationPreview collect(Date now, const PackageLog& log);
 
-/// Reads a report. Throws `ImportError` of kind `invalidReport` when it has another shape.
+/// Parses a report. Throws `ImportError` of kind `invalidReport` when it does not have the expected
+/// form.
 InstallationPreview parse(std::string_view report, Date since, Date through);
 
-/// The timeline's entry for a record.
+/// The event of a record.
 Event event(const InstallationRecord& record);
 
 } // namespace InstallationHistory

@@ -16,7 +16,7 @@ namespace {
 using namespace PackageLogText;
 using std::chrono::local_seconds;
 
-/// Far beyond any line that dpkg writes, but for names of configuration files.
+/// In bytes. Apart from names of configuration files, dpkg writes no line that is nearly as long.
 constexpr std::size_t longestLine = 8192;
 
 constexpr std::string_view stampShape = "2024-05-01 12:00:00";
@@ -24,11 +24,11 @@ constexpr std::size_t dateSize = 10;
 
 struct Line {
     local_seconds time;
-    /// What follows the time, split at each blank.
+    /// The rest of the line after the time, split at each blank.
     std::vector<std::string_view> words;
 };
 
-/// Absent for a line that dpkg does not write.
+/// Absent for a line that is not in the format of dpkg.
 std::optional<Line> lineFrom(std::string_view text) {
     const bool isText = std::ranges::none_of(text, [](char character) {
         return static_cast<unsigned char>(character) < 0x20 || character == 0x7F;
@@ -54,8 +54,8 @@ std::optional<Line> lineFrom(std::string_view text) {
 
 class Reader {
 public:
-    Reader(const std::vector<PackageTransaction>& known, Date since)
-        : out([this](std::string_view piece) { text += piece; }), transactions(known),
+    Reader(const std::vector<PackageTransaction>& transactions, Date since)
+        : out([this](std::string_view piece) { text += piece; }), transactions(transactions),
           start(calendar.clockAt(since)) {}
 
     std::string read(std::string_view log) {
@@ -72,7 +72,7 @@ public:
     }
 
 private:
-    /// False for a line that can't be understood.
+    /// False for a line that can't be parsed.
     bool take(std::string_view bytes) {
         const auto line = lineFrom(bytes);
         if (!line)
@@ -96,8 +96,8 @@ private:
         return true;
     }
 
-    /// "status installed NAME VERSION", which also follows on triggers of other packages and on
-    /// an upgrade that was taken back.
+    /// "status installed NAME VERSION". dpkg also writes it after triggers of other packages and
+    /// after an upgrade was rolled back.
     bool end(const Line& line) {
         const auto& words = line.words;
         if (words.size() != 4 || !isPackage(words[2]) || !isVersion(words[3]))
@@ -129,8 +129,8 @@ private:
         out.endObject();
     }
 
-    /// A run of dpkg takes hours at the most: an earlier start belongs to another run, whose
-    /// successor was not logged whole.
+    /// The start of the present run of dpkg. A start more than a day ago belongs to another run,
+    /// since the log can lack lines; then `time` itself is returned.
     local_seconds startOfRun(local_seconds time) const {
         return run && *run <= time && time - *run < std::chrono::days(1) ? *run : time;
     }
@@ -144,13 +144,13 @@ private:
     json::JsonWriter out;
     const std::vector<PackageTransaction>& transactions;
     const Calendar calendar;
-    /// Of the time that is asked for.
+    /// Start of the requested period.
     local_seconds start;
-    /// When the present run of dpkg started.
+    /// Start of the present run of dpkg.
     std::optional<local_seconds> run;
-    /// The last line that could be understood is from the time that is asked for.
+    /// True when the last line that could be parsed is within the requested period.
     bool isRecent = true;
-    /// The versions that packages are about to have.
+    /// The versions that are being installed, by package.
     std::unordered_map<std::string, std::string> underway;
 };
 

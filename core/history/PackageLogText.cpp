@@ -15,7 +15,7 @@ bool isLetterOrDigit(char character) {
            || (character >= 'A' && character <= 'Z');
 }
 
-/// True when `text` has a digit where `shape` has a "d", and all else as `shape` has it.
+/// True when `text` equals `shape` with a digit in the place of each "d".
 bool hasShape(std::string_view text, std::string_view shape) {
     return std::ranges::equal(text, shape, [](char character, char expected) {
         return expected == 'd' ? isDigit(character) : character == expected;

@@ -17,7 +17,7 @@ using Json = nlohmann::json;
 
 constexpr std::string_view mark = "[Excluded]";
 
-/// The text under a key; empty without one.
+/// The text under a key; empty when it is missing.
 std::string_view textOf(const Json& object, std::string_view key) {
     const auto found = object.find(key);
     if (found == object.end() || !found->is_string())
@@ -25,7 +25,7 @@ std::string_view textOf(const Json& object, std::string_view key) {
     return found->get_ref<const std::string&>();
 }
 
-/// Keys of one object, each a single time: those that became equal to another get a number.
+/// The keys of one object after cleaning: a number is added to those that became equal to another.
 class Keys {
 public:
     std::string unique(const std::string& key) {
@@ -47,8 +47,8 @@ bool isOfFile(const Json& memory) {
 
 } // namespace
 
-PrivateDetails::PrivateDetails(const Json& event, bool keep) : keepsDetails(keep) {
-    if (keep)
+PrivateDetails::PrivateDetails(const Json& event, bool keepsDetails) : keepsDetails(keepsDetails) {
+    if (keepsDetails)
         return;
     collect(event, storedShapeOf<Event>());
     if (const auto memory = event.find("memory"); memory != event.end())
@@ -77,7 +77,7 @@ void PrivateDetails::collect(const Json& node, const StoredShape& shape) {
     }
 }
 
-/// All texts of a private value, however deep.
+/// Collects all texts of a private value, at any depth.
 void PrivateDetails::collectTexts(const Json& node) {
     if (node.is_string())
         collectText(node.get_ref<const std::string&>());
@@ -86,7 +86,7 @@ void PrivateDetails::collectTexts(const Json& node) {
             collectTexts(child);
 }
 
-/// The line below the title of a remembered file names its folder.
+/// The subtitle of a remembered file contains its folder.
 void PrivateDetails::collectFolder(const Json& memory) {
     if (!isOfFile(memory))
         return;
@@ -135,8 +135,8 @@ std::string PrivateDetails::excluded(std::string_view text, std::size_t first) c
 }
 
 std::string PrivateDetails::excludedOccurrences(std::string_view text, std::size_t index) const {
-    // Shorter texts are looked for between the marks and never inside of them: a device may be
-    // called "Excluded", and marks in marks would grow without end.
+    // Shorter texts are searched for between the placeholders, not inside of them: a device may be
+    // called "Excluded", and placeholders in placeholders would grow without end.
     std::string result;
     std::size_t start = 0;
     for (std::size_t place = text.find(texts[index]); place != std::string_view::npos;

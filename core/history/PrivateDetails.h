@@ -10,13 +10,14 @@
 
 namespace tidemark {
 
-/// The private texts of one exported event, such as paths and the names of devices, and the event
-/// without them. Which fields hold them is part of the description of each record (`Privacy`).
-/// Each event is cleaned for itself: what is private in one may be harmless in another.
+/// Removes private texts, such as paths and the names of devices, from one exported event. The
+/// description of each record says which fields hold them (`Privacy`). Each event is cleaned by
+/// itself: a text that is private in one may be harmless in another.
 class PrivateDetails {
 public:
-    /// `event` is the JSON of an `Event`. With `keep` all stays but the `Internal` fields.
-    PrivateDetails(const nlohmann::json& event, bool keep);
+    /// `event` is the JSON of an `Event`. With `keepsDetails`, only the `Internal` fields are
+    /// removed.
+    PrivateDetails(const nlohmann::json& event, bool keepsDetails);
 
     /// The same event without private details.
     nlohmann::json cleaned(nlohmann::json event) const;
@@ -32,7 +33,7 @@ private:
     std::string excludedOccurrences(std::string_view text, std::size_t index) const;
 
     bool keepsDetails;
-    /// Longest first, so that a path is not cut by a shorter text inside of it.
+    /// Longest first, so that a path is replaced before a shorter text inside of it.
     std::vector<std::string> texts;
 };
 

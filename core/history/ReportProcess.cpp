@@ -21,14 +21,14 @@ namespace tidemark {
 namespace {
 
 constexpr std::size_t blockSize = 65'536;
-/// How often a process that has closed its output is asked whether it has ended, in seconds.
+/// Seconds between two checks whether a process that has closed its output has ended.
 constexpr double waitingStep = 0.005;
 
 double now() {
     return Clock::system().monotonicSeconds();
 }
 
-/// The redirections of the child; a C structure with a destructor of its own.
+/// Owns the C structure of the child's redirections.
 struct FileActions {
     posix_spawn_file_actions_t actions{};
 
@@ -43,11 +43,12 @@ struct FileActions {
     FileActions& operator=(const FileActions&) = delete;
 };
 
-/// The signals that this program blocks or ignores reach the child as usual: SIGTERM is to end it.
-struct OwnSignals {
+/// Start attributes with which the child blocks no signal, so that SIGTERM ends it, and does not
+/// ignore SIGPIPE.
+struct DefaultSignals {
     posix_spawnattr_t attributes{};
 
-    OwnSignals() {
+    DefaultSignals() {
         sigset_t signals;
         ::sigemptyset(&signals);
         posix_spawnattr_init(&attributes);
@@ -56,17 +57,17 @@ struct OwnSignals {
         posix_spawnattr_setsigdefault(&attributes, &signals);
         posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF);
     }
-    ~OwnSignals() { posix_spawnattr_destroy(&attributes); }
-    OwnSignals(const OwnSignals&) = delete;
-    OwnSignals& operator=(const OwnSignals&) = delete;
+    ~DefaultSignals() { posix_spawnattr_destroy(&attributes); }
+    DefaultSignals(const DefaultSignals&) = delete;
+    DefaultSignals& operator=(const DefaultSignals&) = delete;
 };
 
 } // namespace
 
 ReportProcess::ReportProcess(const std::filesystem::path& program,
                              const std::vector<std::string>& arguments, double timeLimit,
-                             double grace)
-    : deadline(now() + timeLimit), terminationGrace(grace) {
+                             double terminationGrace)
+    : deadline(now() + timeLimit), terminationGrace(terminationGrace) {
     std::array<int, 2> ends{};
     if (::pipe2(ends.data(), O_CLOEXEC) != 0)
         throw Error("No pipe could be made: " + std::string(std::strerror(errno)) + ".");
@@ -80,7 +81,7 @@ ReportProcess::ReportProcess(const std::filesystem::path& program,
         argv.push_back(word.data());
     argv.push_back(nullptr);
     const FileActions actions(input.get());
-    const OwnSignals signals;
+    const DefaultSignals signals;
     const int error = ::posix_spawn(&process, program.c_str(), &actions.actions,
                                     &signals.attributes, argv.data(), environ);
     if (error != 0) {
@@ -129,7 +130,7 @@ bool ReportProcess::waitUntil(double until) {
         if (ended < 0 && errno == EINTR)
             continue;
         if (ended != 0) {
-            // Where SIGCHLD is ignored nobody learns how a child ended, only that it did.
+            // If SIGCHLD is ignored, the status of the child is lost; only its end can be observed.
             if (ended < 0)
                 status = unknownStatus;
             process = -1;
@@ -145,7 +146,7 @@ bool ReportProcess::waitUntil(double until) {
 void ReportProcess::terminate() {
     if (process > 0) {
         ::kill(process, SIGTERM);
-        // Only while the child is known to be there: the id −1 would mean every process.
+        // Only while the child exists: kill(2) with the id −1 would signal every process.
         if (!waitUntil(now() + terminationGrace)) {
             ::kill(process, SIGKILL);
             ::waitpid(process, &status, 0);

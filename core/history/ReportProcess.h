@@ -10,31 +10,31 @@
 
 namespace tidemark {
 
-/// A child process whose standard output is read, with its standard error thrown away. It is ended
-/// with this object, whatever it does.
+/// A child process whose standard output is read; its standard error is discarded. The destructor
+/// terminates it if it is still running.
 class ReportProcess {
 public:
-    /// Starts `program`. Throws `Error` when it can't be started. After `timeLimit` seconds
-    /// reading stops and the process counts as failed. One that was asked to end is killed after
-    /// `grace` seconds more.
+    /// Starts `program`; throws `Error` when that fails. After `timeLimit` seconds reading stops
+    /// and the process counts as failed. The process is killed when it has not ended
+    /// `terminationGrace` seconds after SIGTERM.
     ReportProcess(const std::filesystem::path& program, const std::vector<std::string>& arguments,
-                  double timeLimit, double grace);
+                  double timeLimit, double terminationGrace);
     ~ReportProcess();
     ReportProcess(const ReportProcess&) = delete;
     ReportProcess& operator=(const ReportProcess&) = delete;
 
-    /// All that the process writes until it closes its output; more than `limit` bytes come back
-    /// when it wrote more, and then it is ended.
+    /// The whole output of the process. If it exceeds `limit` bytes, the process is terminated and
+    /// more than `limit` bytes are returned.
     std::string readOutput(std::size_t limit);
 
-    /// Waits for the end; true when the process ended by itself with status 0 in time.
+    /// Waits for the process to end. True when it exited with status 0 within the time limit.
     bool succeeded();
 
 private:
-    /// A wait status that is no exit.
+    /// A wait status that does not mean an exit.
     static constexpr int unknownStatus = -1;
 
-    /// True once the process is gone.
+    /// True when the process has ended.
     bool waitUntil(double until);
     void terminate();
 

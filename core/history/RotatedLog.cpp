@@ -18,7 +18,7 @@ namespace tidemark::RotatedLog {
 
 namespace {
 
-/// Rotations that Debian's own configuration keeps.
+/// How many rotated logs Debian keeps by default.
 constexpr int oldestAge = 12;
 constexpr std::size_t blockSize = 65'536;
 
@@ -32,7 +32,7 @@ struct LogFile {
     std::size_t size = 0;
 };
 
-/// Absent when nothing stands there. Links are not followed, and nothing but a file is waited for.
+/// Absent when the path does not exist. Does not follow links, and does not block on a FIFO.
 std::optional<LogFile> opened(const std::filesystem::path& path) {
     LogFile file{
         path, FileDescriptor(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOFOLLOW))};
@@ -47,7 +47,7 @@ std::optional<LogFile> opened(const std::filesystem::path& path) {
     return file;
 }
 
-/// The last `limit` bytes of a file, or all.
+/// The last `limit` bytes of a file, or all of a shorter one.
 std::string endOf(const LogFile& file, std::size_t limit) {
     std::string bytes(std::min(file.size, limit), '\0');
     const auto start = static_cast<off_t>(file.size - bytes.size());
@@ -71,15 +71,15 @@ struct CloseArchive {
     void operator()(gzFile archive) const { ::gzclose_r(archive); }
 };
 
-/// What a file packed by gzip holds. Its packed size is bounded as well: an archive can be long
-/// and hold nothing.
+/// The content of a gzip file. Its compressed size is limited as well: an archive can be long and
+/// its content empty.
 std::string unpacked(LogFile file, std::size_t limit) {
     if (file.size > limit)
         fail(file.path, EFBIG);
     std::unique_ptr<gzFile_s, CloseArchive> archive(::gzdopen(file.descriptor.get(), "rb"));
     if (!archive)
         fail(file.path, ENOMEM);
-    // Closing the archive closes it.
+    // `gzclose_r` closes the descriptor.
     static_cast<void>(file.descriptor.release());
     std::string bytes;
     std::array<char, blockSize> block{};
@@ -90,14 +90,14 @@ std::string unpacked(LogFile file, std::size_t limit) {
         if (bytes.size() > limit)
             fail(file.path, EFBIG);
     }
-    // Only closing tells of an archive that breaks off.
+    // Only `gzclose_r` reports that an archive is truncated.
     if (::gzclose_r(archive.release()) != Z_OK)
         fail(file.path, EIO);
     return bytes;
 }
 
-/// Without what stands before the first line break, if `fromMiddle`, and behind the last one: a
-/// line that is being written.
+/// `text` without an incomplete last line, which is still being written, and, if `fromMiddle`,
+/// without its first line.
 std::string wholeLines(std::string text, bool fromMiddle) {
     text.erase(text.rfind('\n') + 1);
     if (fromMiddle)
@@ -132,7 +132,7 @@ std::string read(const std::filesystem::path& log, std::size_t limit,
     std::string text;
     for (int age = 0; age <= oldestAge && !reachesBack(text); ++age) {
         const auto older = ofAge(log, age, limit - text.size(), reachesBack);
-        // A log that was set aside a moment ago may have no successor yet.
+        // The present log may be missing for a moment, just after it was rotated.
         if (!older && age > 0)
             break;
         text.insert(0, older.value_or(""));

@@ -9,9 +9,9 @@
 
 namespace tidemark {
 
-/// What the JSON of a value of one type holds and who may see it, from the fields of its record.
-/// The keys of a record and of a variant are known; a map has keys of its own, and all elements of
-/// a map or of an array have one shape.
+/// The structure of the JSON of one type and the privacy of its parts, derived from the fields of
+/// records. A record or variant has known keys. A map has arbitrary keys; all elements of a map or
+/// an array have the same shape.
 struct StoredShape {
     using Of = const StoredShape& (*)();
 
@@ -40,7 +40,7 @@ const StoredShape& storedShapeOf();
 
 namespace detail {
 
-/// A text, a number or an enumeration.
+/// The shape of a text, a number or an enumeration.
 template <class T>
 struct ShapeOf {
     static StoredShape make() { return {}; }

@@ -34,8 +34,9 @@ Shared<Snapshot> withoutFileNames(Snapshot snapshot) {
     return Shared(std::move(snapshot));
 }
 
-/// Drops the names of files from a change whose folders hold too many of them to be kept as long
-/// as an event is. From both sides, since one alone would show every file as new or gone.
+/// Drops the file names of a folder change that has too many to be kept for the lifetime of an
+/// event. Drops them on both sides: with one side alone every file would appear as added or
+/// removed.
 void dropManyFileNames(Event& event) {
     const auto many = [](const Shared<FolderSize>& size) {
         return size->directFileSizes && size->directFileSizes->size() > Journal::eventFileNameLimit;
@@ -65,7 +66,7 @@ std::vector<Event> Journal::eventsBetween(const Snapshot& from, const Snapshot& 
 }
 
 void Journal::append(Shared<Snapshot> snapshot, bool comparingPrevious) {
-    // First, so that events hold what snapshots share.
+    // Before the events are made, so that they share the objects of the snapshots.
     if (!snapshots.empty())
         snapshot.emplace(SnapshotSharing::sharingWith(*snapshots.back(), *snapshot));
     if (comparingPrevious && !snapshots.empty())
@@ -82,7 +83,7 @@ void Journal::append(Shared<Snapshot> snapshot, bool comparingPrevious) {
 }
 
 void Journal::dropOldFileNames() {
-    // All of them are looked at: releases before kept the names in every snapshot.
+    // All snapshots are checked: earlier releases kept the names in every one.
     for (std::size_t place = 0; place + snapshotsWithFileNames < snapshots.size(); ++place)
         if (holdsFileNames(*snapshots[place]))
             snapshots[place] = withoutFileNames(*snapshots[place]);
@@ -91,7 +92,7 @@ void Journal::dropOldFileNames() {
 void Journal::pruneEvents() {
     if (events.size() <= eventLimit)
         return;
-    // By position: the latest of the dropped ones need not be the last of them.
+    // `events` are not sorted by time, so the latest of the dropped ones need not be the last.
     const auto end = events.end() - static_cast<std::ptrdiff_t>(eventLimit);
     Date latest = eventsPrunedThrough.value_or(Date::distantPast());
     for (auto event = events.begin(); event != end; ++event)
@@ -101,7 +102,7 @@ void Journal::pruneEvents() {
 }
 
 std::size_t Journal::importInstallations(const std::vector<InstallationRecord>& records) {
-    // The id is a digest: each record's is made once.
+    // The id is a digest, so it is computed once per record.
     struct Entry {
         std::string id;
         InstallationRecord record;

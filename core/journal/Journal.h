@@ -8,48 +8,53 @@
 
 namespace tidemark {
 
-/// The whole observed history, as one value and one document. Snapshots and events are shared and
-/// immutable, so a copy costs pointers. All rules of its growth lie in `append`.
+/// The whole observed history, as one value and one stored document. Hundreds of snapshots repeat
+/// nearly the same content, and each capture works on a copy of the journal that replaces the
+/// original once it is on disk. So snapshots and events are immutable and shared: a copy costs
+/// pointers, and equal parts of snapshots are one object. All limits on its size are applied by
+/// `append`.
 struct Journal {
     static constexpr std::int64_t supportedVersion = 1;
     static constexpr std::size_t snapshotLimit = 720;
     static constexpr std::size_t eventLimit = 10'000;
-    /// How many of the newest snapshots keep the names of a folder's own files. They take the most
-    /// room by far, and are of use for the latest comparison only.
+    /// How many of the newest snapshots keep the names of the files directly in a folder. The names
+    /// take by far the most space and are used only by the latest comparison.
     static constexpr std::size_t snapshotsWithFileNames = 2;
-    /// Most names of files that an event keeps of one folder.
+    /// The most file names that an event keeps of one folder.
     static constexpr std::size_t eventFileNameLimit = 2'000;
 
     std::int64_t schemaVersion = supportedVersion;
     /// Oldest first.
     std::vector<Shared<Snapshot>> snapshots;
-    /// In order of creation; sorting is for screens.
+    /// In order of creation.
     std::vector<Shared<Event>> events;
-    /// Named snapshots with copies of their own, never pruned.
+    /// Named snapshots. Each holds its snapshot itself and is never pruned.
     std::vector<Baseline> baselines;
     std::optional<Date> lastChecked;
-    /// What the operating system remembered, oldest first; apart from `events`.
+    /// Imported from the installation log of the operating system, oldest first. Not part of
+    /// `events`.
     std::optional<std::vector<InstallationRecord>> importedInstallations;
     std::optional<Date> initialHistoryImportCompletedAt;
-    /// The latest time among events that were ever pruned.
+    /// The latest timestamp of all events that were ever pruned.
     std::optional<Date> eventsPrunedThrough;
 
-    /// Records a capture. With `comparingPrevious` the differences to the last snapshot become
-    /// events, followed by the one that ends a gap. The oldest snapshots and events beyond the
-    /// limits are dropped, and the names of files in all but the newest snapshots. The new one
-    /// shares with the last what both hold alike.
+    /// Adds a capture. With `comparingPrevious`, adds the events for its differences from the last
+    /// snapshot, then one if captures resumed after a gap. Drops the oldest snapshots and events
+    /// beyond the limits, and the file names in all but the newest snapshots. Equal parts of the
+    /// new and the last snapshot become shared.
     void append(Shared<Snapshot> snapshot, bool comparingPrevious);
 
     /// Merges records by their id, oldest first; returns how many were new.
     std::size_t importInstallations(const std::vector<InstallationRecord>& records);
 
-    /// The events of the imported installations. They are not stored and count against no limit.
+    /// The events of the imported installations. They are made on each call, not stored, and no
+    /// limit applies to them.
     std::vector<Shared<Event>> installationEvents() const;
 
-    /// Events later than `date` may have been pruned, or never kept.
+    /// True when events later than `date` may have been pruned or were never recorded.
     bool mayLackEventsSince(Date date) const;
 
-    /// What `append` adds to `events` when `to` follows `from`.
+    /// The events that `append` adds when `to` is captured after `from`.
     static std::vector<Event> eventsBetween(const Snapshot& from, const Snapshot& to);
 
     bool operator==(const Journal&) const = default;

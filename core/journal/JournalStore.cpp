@@ -14,7 +14,7 @@ namespace fs = std::filesystem;
 namespace {
 
 constexpr const char* completionMark = "complete.json";
-/// The documents beside the journal that an upgrade could change as well.
+/// The other documents in the folder that an upgrade may change.
 constexpr std::array companions{"system-activity.json", "storage-measurements.json"};
 
 constexpr std::string_view workingPrefix = ".pre-v2-";
@@ -27,7 +27,7 @@ bool isWorkingDirectory(const fs::directory_entry& entry) {
            && entry.symlink_status(error).type() == fs::file_type::directory;
 }
 
-/// Removes the copies that were begun and never put in place, since their process was killed.
+/// Removes incomplete copies that killed processes left.
 void removeUnfinishedBackups(const fs::path& parent) {
     std::error_code error;
     for (fs::directory_iterator entries(parent, error), end; !error && entries != end;
@@ -36,7 +36,7 @@ void removeUnfinishedBackups(const fs::path& parent) {
             fs::remove_all(entries->path(), ignored);
 }
 
-/// A folder that is removed with its contents unless it was moved away.
+/// A temporary folder, removed with its contents unless it was renamed.
 class WorkingDirectory {
 public:
     explicit WorkingDirectory(fs::path place) : path(std::move(place)) {
@@ -54,16 +54,16 @@ public:
 
 } // namespace
 
-JournalStore::JournalStore(fs::path document, std::optional<fs::path> legacy,
-                           std::optional<fs::path> backup, FolderGuard guard)
-    : url(std::move(document)), legacyURL(std::move(legacy)),
-      upgradeBackupDirectory(std::move(backup)), permission(std::move(guard)) {}
+JournalStore::JournalStore(fs::path url, std::optional<fs::path> legacyURL,
+                           std::optional<fs::path> upgradeBackupDirectory, FolderGuard guard)
+    : url(std::move(url)), legacyURL(std::move(legacyURL)),
+      upgradeBackupDirectory(std::move(upgradeBackupDirectory)), guard(std::move(guard)) {}
 
 Journal JournalStore::load() {
     const std::scoped_lock lock(mutex);
-    // Only the process that holds the lock of the folder names a place for the copy.
+    // Only the process that holds the lock of the folder passes this directory.
     if (upgradeBackupDirectory) {
-        permission.require();
+        guard.require();
         FileReplacement::removeLeftovers(canonicalPath(url));
     }
     const bool isCurrent = fileExists(url);
@@ -79,23 +79,23 @@ Journal JournalStore::load() {
                          textFromBytes(source.native()) + " is of version "
                              + std::to_string(journal.schemaVersion)
                              + ", which this release can't read.");
-    // The history is not used until it is known to be safe.
+    // The history is not used before its copy is complete.
     preservePreUpgradeHistory(source, *bytes);
     if (!isCurrent)
-        writeDocument(url, journal, permission);
+        writeDocument(url, journal, guard);
     return journal;
 }
 
 void JournalStore::save(const Journal& journal) {
     const std::scoped_lock lock(mutex);
-    writeDocument(url, journal, permission);
+    writeDocument(url, journal, guard);
 }
 
 void JournalStore::preservePreUpgradeHistory(const fs::path& source,
                                              const std::string& journalData) const {
     if (!upgradeBackupDirectory)
         return;
-    permission.require();
+    guard.require();
     const fs::path parent = upgradeBackupDirectory->parent_path();
     removeUnfinishedBackups(parent);
     if (fileExists(*upgradeBackupDirectory)) {
@@ -108,21 +108,21 @@ void JournalStore::preservePreUpgradeHistory(const fs::path& source,
 
     const std::string sourceName = source.filename().native();
     std::vector<std::string> copied{sourceName};
-    replaceFile(working.path / sourceName, journalData, permission);
+    replaceFile(working.path / sourceName, journalData, guard);
     for (const char* name : companions) {
         if (name == sourceName)
             continue;
         const auto bytes = readDocumentBytes(source.parent_path() / name);
         if (!bytes)
             continue;
-        replaceFile(working.path / name, *bytes, permission);
+        replaceFile(working.path / name, *bytes, guard);
         copied.emplace_back(name);
     }
-    replaceFile(working.path / completionMark, json::encoded(copied), permission);
+    replaceFile(working.path / completionMark, json::encoded(copied), guard);
 
-    // The move publishes the backup: a crash before it leaves a hidden folder, which the next load
-    // removes.
-    permission.require();
+    // Renaming the folder completes the backup. A crash before leaves a hidden folder that the next
+    // load removes.
+    guard.require();
     if (::rename(working.path.c_str(), upgradeBackupDirectory->c_str()) != 0)
         throw FileError::ofSystem(*upgradeBackupDirectory, "could not be put in place", errno);
     flushFolder(parent);

@@ -11,23 +11,25 @@
 
 namespace tidemark {
 
-/// Reads and writes the journal document. Any thread may call it; operations run one at a time, in
-/// the order of their calls. It never repairs, overwrites or renames a document that it could not
-/// read.
+/// Reads and writes the journal document. The journal is the only copy of the user's history, so
+/// every save replaces the document atomically, a document that can't be read is left exactly as it
+/// is, and before a new release first uses the history it makes a copy of it.
+///
+/// Thread-safe: operations run one at a time, in the order of the calls.
 class JournalStore {
 public:
-    /// The document is of a version that this release does not know.
+    /// The document has a version that this release does not support.
     class StoreError : public Error {
     public:
         enum class Kind { unsupportedVersion };
-        StoreError(Kind which, const std::string& sentence) : Error(sentence), reason(which) {}
+        StoreError(Kind kind, const std::string& sentence) : Error(sentence), reason(kind) {}
         Kind kind() const { return reason; }
 
     private:
         Kind reason;
     };
 
-    /// The copy of the history as an earlier release left it was begun and not finished.
+    /// The copy of an earlier release's history could not be completed.
     class IncompleteBackupError : public Error {
     public:
         IncompleteBackupError()
@@ -35,23 +37,23 @@ public:
                     "modified.") {}
     };
 
-    /// `url` is the document. `legacyURL` is where an earlier release kept it: it is read when
-    /// there is none at `url`, and never written. `upgradeBackupDirectory` gets a copy of the
-    /// history, once, before this release first uses it; only the process that holds the lock of
-    /// the data folder names one. `guard` is that of the data folder.
+    /// `url` is the document. `legacyURL` is where an earlier release kept it; it is read when
+    /// there is no document at `url`, and never written. `upgradeBackupDirectory` gets a copy of
+    /// the history once, before this release first uses it; only the process that holds the lock of
+    /// the data folder passes it. `guard` is the guard of the data folder.
     explicit JournalStore(std::filesystem::path url,
                           std::optional<std::filesystem::path> legacyURL = {},
                           std::optional<std::filesystem::path> upgradeBackupDirectory = {},
                           FolderGuard guard = {});
 
-    /// The stored history; a new journal where there is none, which changes nothing on disk. Throws
+    /// The stored history, or an empty journal when there is no document; none is created. With an
+    /// `upgradeBackupDirectory`, first removes the temporary files of killed saves. Throws
     /// `FileError`, `StoreError`, `IncompleteBackupError` and what the guard throws; the document
-    /// is unchanged then. With an `upgradeBackupDirectory`, what a killed save left is removed
-    /// first.
+    /// is unchanged then.
     Journal load();
 
-    /// Replaces the document whole, with mode 0600. Throws `FileError` and what the guard throws;
-    /// the old document is there then.
+    /// Replaces the document, with mode 0600. Throws `FileError` and what the guard throws; the old
+    /// document is kept then.
     void save(const Journal& journal);
 
 private:
@@ -61,7 +63,7 @@ private:
     const std::filesystem::path url;
     const std::optional<std::filesystem::path> legacyURL;
     const std::optional<std::filesystem::path> upgradeBackupDirectory;
-    const FolderGuard permission;
+    const FolderGuard guard;
     OrderedMutex mutex;
 };
 

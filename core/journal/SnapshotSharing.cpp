@@ -15,12 +15,12 @@ std::string_view pathOf(const auto& record) {
     return record.path;
 }
 
-/// Finds the earlier record of a path. Two snapshots mostly hold the same paths in the same
-/// order, so the record behind the one that was found last is tried first.
+/// Finds the earlier record of a path. Two snapshots mostly hold the same paths in the same order,
+/// so the record after the one found last is tried first.
 template <class T>
 class Earlier {
 public:
-    explicit Earlier(const std::vector<Shared<T>>& records) : all(records) {}
+    explicit Earlier(const std::vector<Shared<T>>& all) : all(all) {}
 
     const Shared<T>* find(std::string_view path) {
         if (next < all.size() && pathOf(*all[next]) == path)
@@ -41,7 +41,7 @@ private:
     std::size_t next = 0;
 };
 
-/// Takes the earlier object where both are equal. True when that changed `part`.
+/// Replaces `part` by `earlier` where both are equal. True when that changed `part`.
 template <class Box>
 bool adopt(Box& part, const Box& earlier) {
     if (part.object() == earlier.object() || !(part == earlier))
@@ -63,7 +63,7 @@ bool adoptParts(StorageMeasurementRecord& record, const StorageMeasurementRecord
     return item || measured || breakdown;
 }
 
-/// A record whose parts recur where it does not, as one that is measured anew each time.
+/// A record that changes with each capture although parts of it stay equal, such as a measurement.
 template <class T>
 concept OfParts = requires(T record) { adoptParts(record, record); };
 
@@ -75,7 +75,7 @@ template <OfParts T>
 void share(Shared<T>& record, const Shared<T>& earlier) {
     T sharing = *record;
     const bool changed = adoptParts(sharing, *earlier);
-    // Compared after the parts: those that are one object now cost nothing.
+    // Compared after the parts, which are the same objects by now and so are quick to compare.
     if (sharing == *earlier)
         record = earlier;
     else if (changed)
@@ -91,7 +91,7 @@ void share(std::vector<Shared<T>>& records, const std::vector<Shared<T>>& earlie
                 share(record, *known);
 }
 
-/// Calls `visit(report, earlier)` for each report with the earlier one of the same `key`.
+/// Calls `visit(report, earlier)` for each report that has an earlier one with the same `key`.
 template <class Report>
 void forEachPair(std::optional<std::vector<Report>>& reports,
                  const std::optional<std::vector<Report>>& earlierReports,

@@ -15,7 +15,7 @@ bool isOfTheWeb(const std::string& origin) {
     return scheme == "https" || scheme == "http";
 }
 
-/// An index may hold any number; one that is no date can't be stored.
+/// An index may hold any number; NaN and infinity can't be stored as a date.
 std::optional<Date> finite(std::optional<Date> date) {
     return date && std::isfinite(date->secondsSince2001) ? date : std::nullopt;
 }

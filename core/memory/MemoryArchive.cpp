@@ -10,8 +10,8 @@ namespace {
 
 using Records = std::vector<Shared<MemoryRecord>>;
 
-/// Records of one moment keep their order, so that an archive that nothing happened to stays
-/// equal to itself. Nearly all of them are sorted already, in one run or two.
+/// Stable, so that sorting an unchanged archive again does not reorder records of the same time.
+/// Most of the records are sorted already, in one or two runs.
 void sortNewestFirst(Records& records) {
     const auto isNewer = [](const auto& a, const auto& b) { return a->timestamp > b->timestamp; };
     const auto rest = std::is_sorted_until(records.begin(), records.end(), isNewer);
@@ -24,10 +24,10 @@ std::size_t clipSize(const MemoryRecord& clip) {
     return (clip.payload ? clip.payload->bytes.size() : 0) + (clip.text ? clip.text->size() : 0);
 }
 
-/// What is left of the limits while one record after the other asks to stay.
-class Room {
+/// The remaining room within the limits, used up record by record.
+class RemainingRoom {
 public:
-    Room(Date now, std::int64_t clipboardDays)
+    RemainingRoom(Date now, std::int64_t clipboardDays)
         : oldestClip(now
                      + -86'400.0 * static_cast<double>(std::max<std::int64_t>(clipboardDays, 1))),
           oldestOther(now + -MemoryArchive::otherAge) {}
@@ -61,10 +61,10 @@ private:
     std::size_t others = 0;
 };
 
-/// Up to so many records, looking for each among all is quicker than a table of all.
+/// For up to so many records, a linear search for each is quicker than building a table.
 constexpr std::size_t fewRecords = 4;
 
-/// Of what it replaces, only `pinned` and `observedAt` stay.
+/// `next`, with `pinned` and `observedAt` of the record that it replaces.
 MemoryRecord inPlaceOf(const MemoryRecord& stored, MemoryRecord next) {
     next.pinned = stored.pinned;
     next.observedAt = stored.observedAt;
@@ -83,7 +83,7 @@ void put(Records& records, MemoryRecord next) {
         *stored = Shared(std::move(next));
 }
 
-/// Records by their id, in the order in which the ids came first.
+/// Records by id, in the order in which each id was first added.
 class RecordTable {
 public:
     explicit RecordTable(Records stored) {
@@ -113,7 +113,7 @@ public:
 
 private:
     Records records;
-    /// The keys lie in records, those that were replaced among them.
+    /// The keys point into records, including replaced ones.
     std::unordered_map<std::string_view, std::size_t> places;
     Records replaced;
 };
@@ -137,7 +137,7 @@ void MemoryArchive::upsert(std::vector<MemoryRecord> incoming, Date now,
 void MemoryArchive::prune(Date now, std::int64_t clipboardDays) {
     sortNewestFirst(records);
     std::ranges::stable_partition(records, [](const auto& record) { return record->pinned; });
-    Room room(now, clipboardDays);
+    RemainingRoom room(now, clipboardDays);
     Records kept;
     kept.reserve(records.size());
     for (auto& record : records)

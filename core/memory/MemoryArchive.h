@@ -7,30 +7,30 @@
 
 namespace tidemark {
 
-/// The whole memory history as one value, and every rule of what stays in it. Records are shared,
-/// so that copying an archive copies no clip.
+/// The whole memory history as one value, with all rules of what is kept. Records are shared, so
+/// that copying an archive does not copy clips.
 struct MemoryArchive {
     static constexpr std::int64_t supportedVersion = 1;
 
     static constexpr std::size_t clipLimit = 200;
-    /// Of all clips together: payloads, and texts as UTF-8.
+    /// The limit for all clips together, in bytes of payloads and of texts as UTF-8.
     static constexpr std::size_t clipByteLimit = 20'000'000;
-    /// Of all records that are no clips.
+    /// The limit for the number of all other records.
     static constexpr std::size_t otherLimit = 10'000;
-    /// Seconds that those are kept.
+    /// Seconds for which the others are kept.
     static constexpr double otherAge = 30 * 86'400.0;
 
     std::int64_t version = supportedVersion;
     /// Newest first after `prune`.
     std::vector<Shared<MemoryRecord>> records;
-    /// Files from before the history began have been offered; that happens once.
+    /// True once files from before the start of the history were added, which happens only once.
     bool fileHistoryStarted = false;
 
-    /// Adds the records, each in place of one with the same id: of that, only `pinned` and
-    /// `observedAt` stay. Then prunes, also for no records at all.
+    /// Adds the records. Each replaces a record with the same id but keeps its `pinned` and
+    /// `observedAt`. Then prunes, even when `incoming` is empty.
     void upsert(std::vector<MemoryRecord> incoming, Date now, std::int64_t clipboardDays);
-    /// Drops what is past the limits: the oldest first, and of the clips the unpinned first.
-    /// Unpinned clips are kept `clipboardDays` days, at least one.
+    /// Drops the records beyond the limits: the oldest first, and unpinned clips before pinned
+    /// ones. Unpinned clips are kept for `clipboardDays` days, at least one.
     void prune(Date now, std::int64_t clipboardDays);
 
     bool operator==(const MemoryArchive&) const = default;

@@ -8,11 +8,12 @@
 
 namespace tidemark {
 
-/// The events of the memory history, kept from one archive to the next. Archives share the records
-/// that stay, so that after one more record one event is made, and none is compared.
+/// The events of the memory history, kept up to date from archive to archive. Archives share
+/// unchanged records, so an additional record makes only one new event, without comparing any
+/// others.
 class MemoryEventList {
 public:
-    /// By which events the list after an update differs from the one before.
+    /// The events that an update added and removed.
     struct Change {
         std::vector<Shared<Event>> removed;
         std::vector<Shared<Event>> added;
@@ -20,19 +21,19 @@ public:
         bool isEmpty() const { return removed.empty() && added.empty(); }
     };
 
-    /// Takes the records of the next archive.
+    /// Takes the records of the next archive and returns the difference.
     Change update(const std::vector<Shared<MemoryRecord>>& records);
-    /// All of them, in no order.
+    /// All events, in no particular order.
     std::vector<Shared<Event>> events() const;
 
 private:
     struct Entry {
         Shared<Event> event;
-        /// The last update that had the record.
+        /// Number of the last update that contained the record.
         std::size_t update;
     };
 
-    /// Each event shares its record, so that no address is that of another record meanwhile.
+    /// Each event shares its record, so the address is not reused for another record.
     std::unordered_map<const MemoryRecord*, Entry> entries;
     std::size_t updates = 0;
 };

@@ -9,7 +9,7 @@ struct Appearance {
     std::string_view symbol;
 };
 
-/// By kind, in declared order.
+/// Indexed by kind.
 constexpr auto appearances = std::to_array<Appearance>({
     {EventCategory::files, "doc"},
     {EventCategory::files, "pencil"},

@@ -3,7 +3,7 @@
 #include "core/memory/MemoryArchive.h"
 #include "core/records/Event.h"
 
-/// The memory history as the history screens show it.
+/// Makes events of the memory history.
 namespace tidemark::MemoryEvents {
 
 /// The event of one record, which it shares.

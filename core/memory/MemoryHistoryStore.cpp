@@ -27,7 +27,7 @@ void makePrivate(const fs::path& folder) {
         throw FileError::ofSystem(folder, "could not be made private", errno);
 }
 
-/// A side file that is no UTF-8 would refuse the next load.
+/// The next load would fail if a text file were not UTF-8.
 std::string asText(const std::string& text) {
     return isValidUtf8(text) ? text : textFromBytes(text);
 }
@@ -38,9 +38,9 @@ std::optional<bool> flag(bool isSet) {
 
 } // namespace
 
-MemoryHistoryStore::MemoryHistoryStore(fs::path document, FolderGuard guard)
-    : url(std::move(document)), permission(std::move(guard)),
-      payloads(folderOf(url) / "memory-payloads", permission) {}
+MemoryHistoryStore::MemoryHistoryStore(fs::path url, FolderGuard guard)
+    : url(std::move(url)), guard(std::move(guard)),
+      payloads(folderOf(this->url) / "memory-payloads", this->guard) {}
 
 std::string MemoryHistoryStore::blobName(std::string_view id, std::string_view extension) {
     return Sha256::hex(id).append(extension);
@@ -94,7 +94,7 @@ void MemoryHistoryStore::save(const MemoryArchive& archive) {
         throw StoreError(StoreError::Kind::notReadable,
                          textFromBytes(url.native())
                              + " could not be read, so it is not replaced.");
-    permission.require();
+    guard.require();
     makePrivate(folderOf(url));
     payloads.prepare();
 
@@ -102,7 +102,7 @@ void MemoryHistoryStore::save(const MemoryArchive& archive) {
     MemoryArchive document = archive;
     for (auto& record : document.records)
         record = withoutContents(record, wanted);
-    writeDocument(url, document, permission);
+    writeDocument(url, document, guard);
     payloads.keepOnly(wanted);
     savedBlobs = std::move(wanted);
 }
@@ -117,8 +117,8 @@ Shared<MemoryRecord> MemoryHistoryStore::withoutContents(const Shared<MemoryReco
     if (hasText)
         keep(blobName(record->id, textExtension), asText(*record->text), wanted);
 
-    // A document that claims a side file which is not there can't be loaded any more: the flags
-    // tell what was just kept, whatever they said before.
+    // The flags say which files were written just now. A document that names a missing file can't
+    // be loaded.
     if (!hasPayload && !hasText && !record->payloadStored && !record->textStored)
         return record;
     MemoryRecord stored = *record;

@@ -11,41 +11,44 @@
 
 namespace tidemark {
 
-/// Keeps the memory archive: a document, and beside it the folder "memory-payloads" with the
-/// contents of the clips, so that the document stays small and a clip is written once. Any thread
-/// may call it; one operation runs at a time. It never overwrites what it could not read.
+/// Stores the memory archive: a document, and next to it the folder "memory-payloads" with the
+/// contents of the clips in files of their own, so that the document stays small and a clip is
+/// written only once. A document that can't be read is not overwritten. Thread-safe: one operation
+/// runs at a time.
 class MemoryHistoryStore {
 public:
     class StoreError : public Error {
     public:
         enum class Kind {
-            /// The document is of a version that this release does not know.
+            /// The document has a version that this release does not support.
             unsupportedVersion,
-            /// A save without a load that succeeded.
+            /// `save` was called before a successful `load`.
             notReadable,
         };
-        StoreError(Kind which, const std::string& sentence) : Error(sentence), reason(which) {}
+        StoreError(Kind kind, const std::string& sentence) : Error(sentence), reason(kind) {}
         Kind kind() const { return reason; }
 
     private:
         Kind reason;
     };
 
-    /// `url` is the document, "memory-history.json" in the data folder, whose guard is `guard`.
+    /// `url` is the document, "memory-history.json" in the data folder; `guard` is the guard of
+    /// that folder.
     explicit MemoryHistoryStore(std::filesystem::path url, FolderGuard guard = {});
 
-    /// The stored archive with the contents of its clips; an empty one where there is none.
-    /// Throws `FileError` or `StoreError`, also when the content of a single clip is missing: no
-    /// file is changed then, and none later.
+    /// The stored archive with the contents of its clips; empty when there is no document. Throws
+    /// `FileError` or `StoreError`, also when the content of a single clip is missing. After that,
+    /// `save` throws and no file is changed.
     MemoryArchive load();
 
-    /// Writes the contents of clips that are new, then the document, then deletes the contents
-    /// that it no longer needs: what a crash leaves is whole, with too many side files at worst.
-    /// Files get mode 0600, the folders 0700. Throws `StoreError` before any `load`, else
+    /// Writes the contents of new clips, then the document, then deletes contents that are no
+    /// longer needed, so that a crash leaves a complete archive, at worst with unneeded files.
+    /// Files get mode 0600, folders 0700. Throws `StoreError` before a successful `load`, else
     /// `FileError` and what the guard throws.
     void save(const MemoryArchive& archive);
 
-    /// The name of a clip's side file: a digest of its id, which tells nothing of the clip.
+    /// The file name for the content of a clip: a digest of its id, which reveals nothing about the
+    /// clip.
     static std::string blobName(std::string_view id, std::string_view extension);
 
 private:
@@ -57,11 +60,11 @@ private:
     void keep(const std::string& name, std::string_view bytes, std::set<std::string>& wanted) const;
 
     const std::filesystem::path url;
-    const FolderGuard permission;
+    const FolderGuard guard;
     const MemoryPayloads payloads;
     std::mutex mutex;
     bool readable = false;
-    /// Side files that are known to hold what they should.
+    /// Names of files that are known to be complete on disk.
     std::set<std::string> savedBlobs;
 };
 

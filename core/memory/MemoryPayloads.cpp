@@ -24,9 +24,9 @@ FileDescriptor opened(const std::filesystem::path& folder) {
     return directory;
 }
 
-/// The names of all entries that are no folders.
+/// The names of all entries except folders.
 std::vector<std::string> fileNames(const std::filesystem::path& folder, int descriptor) {
-    // The stream closes the descriptor that it is made of.
+    // closedir(3) closes the descriptor that it was given.
     const std::unique_ptr<DIR, int (*)(DIR*)> entries(
         ::fdopendir(::fcntl(descriptor, F_DUPFD_CLOEXEC, 0)), ::closedir);
     if (!entries)
@@ -54,12 +54,12 @@ std::string MemoryPayloads::read(const std::string& name) const {
         ::openat(directory.get(), name.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOFOLLOW));
     if (!file)
         throw FileError::ofSystem(path, "could not be read", errno);
-    // A byte that is not UTF-8 is stored as U+FFFD, which takes three bytes.
+    // A byte that is not UTF-8 was stored as U+FFFD, which takes three bytes.
     return readFile(file, path, 3 * MemoryArchive::clipByteLimit);
 }
 
 void MemoryPayloads::prepare() const {
-    permission.require();
+    guard.require();
     if (::mkdir(folder.c_str(), 0700) != 0 && errno != EEXIST)
         throw FileError::ofSystem(folder, "could not be created", errno);
     const auto directory = opened(folder);
@@ -73,13 +73,13 @@ bool MemoryPayloads::contains(const std::string& name) const {
 }
 
 void MemoryPayloads::write(const std::string& name, std::string_view bytes) const {
-    replaceFile(folder / name, bytes, permission);
+    replaceFile(folder / name, bytes, guard);
 }
 
 void MemoryPayloads::keepOnly(const std::set<std::string>& wanted) const {
     const auto directory = opened(folder);
-    // After the folder is open: from here on its name is not used.
-    permission.require();
+    // After the folder is open: from here on it is used by its descriptor, not by its name.
+    guard.require();
     for (const auto& name : fileNames(folder, directory.get()))
         if (!wanted.contains(name) && ::unlinkat(directory.get(), name.c_str(), 0) != 0
             && errno != ENOENT)

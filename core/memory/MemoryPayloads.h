@@ -9,31 +9,33 @@
 
 namespace tidemark {
 
-/// The folder of the side files, which hold what clips are made of. Links are never followed, the
-/// folder's own among them: what is not wanted is deleted here, and may not lie elsewhere. All
-/// members throw `FileError`, and those that change anything what the guard throws.
+/// The folder of the files with the contents of clips. It deletes files that are not wanted, so it
+/// does not follow links, not even one in the place of the folder itself. All members throw
+/// `FileError`; those that change anything also throw what the guard throws.
 class MemoryPayloads {
 public:
-    /// `guard` is that of the folder that `place` lies in.
-    explicit MemoryPayloads(std::filesystem::path place, FolderGuard guard = {})
-        : folder(std::move(place)), permission(std::move(guard)) {}
+    /// `guard` is the guard of the parent folder.
+    explicit MemoryPayloads(std::filesystem::path folder, FolderGuard guard = {})
+        : folder(std::move(folder)), guard(std::move(guard)) {}
 
     const std::filesystem::path& path() const { return folder; }
-    /// The bytes of a side file.
+    /// The bytes of a file.
     std::string read(const std::string& name) const;
 
-    /// Makes the folder, if need be, and gives it mode 0700. Before any of what follows.
+    /// Creates the folder unless it exists, and sets its mode to 0700. Must be called before the
+    /// functions below.
     void prepare() const;
     /// True when a file of this name is there.
     bool contains(const std::string& name) const;
-    /// Replaces a side file, with mode 0600 from its first byte on.
+    /// Replaces a file; it has mode 0600 from the first byte on.
     void write(const std::string& name, std::string_view bytes) const;
-    /// Deletes every file with another name than these. Folders stay, since none is ours.
+    /// Deletes every file whose name is not in `wanted`. Leaves folders: the program creates none
+    /// there.
     void keepOnly(const std::set<std::string>& wanted) const;
 
 private:
     std::filesystem::path folder;
-    FolderGuard permission;
+    FolderGuard guard;
 };
 
 } // namespace tidemark

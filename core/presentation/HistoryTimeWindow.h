@@ -8,7 +8,7 @@
 
 namespace tidemark {
 
-/// How far back the history is shown. The raw value is what is stored.
+/// How far back the history is shown. The raw value is stored.
 enum class HistoryTimeWindow { day, threeDays, week, month, custom, all };
 
 template <>
@@ -22,12 +22,11 @@ inline constexpr auto json::rawValues<HistoryTimeWindow> =
         {HistoryTimeWindow::all, "all"},
     });
 
-/// For people. `customDays` is told by the custom window alone.
+/// The name that is shown. Only that of the custom window contains `customDays`.
 std::string label(HistoryTimeWindow window, std::int64_t customDays);
 
-/// The moment that the window opens when it is looked at from `at`; an event at that very moment
-/// is outside. The custom window reaches back `customDays`, but no less than 1 and no more than
-/// 365; all of the history reaches back to the distant past.
+/// The start of the window that ends at `at`; an event at exactly that moment is outside.
+/// `customDays` is limited to 1 to 365. For `all` it is the distant past.
 Date cutoff(HistoryTimeWindow window, Date at, std::int64_t customDays);
 
 } // namespace tidemark

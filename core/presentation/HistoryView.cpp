@@ -15,11 +15,11 @@ using enum WorkspaceDestination;
 using Events = std::vector<Shared<Event>>;
 using Counts = std::map<WorkspaceDestination, std::size_t>;
 
-/// Those whose count is that of their events.
+/// Places whose count is the number of their events.
 constexpr std::array countedByEvent{timeline,    applications, storage, background,
                                     macActivity, devices,      network};
 
-/// The texts of a record that a search for files, downloads and clips looks at.
+/// Appends the texts of a record that are searched at files, downloads and clips.
 void appendSearchText(const MemoryRecord& record, std::string& text) {
     text += record.title;
     for (const auto* part : {&record.text, &record.path, &record.appName, &record.sourceURL})
@@ -31,11 +31,11 @@ bool isFile(MemoryRecord::Kind kind) {
     return kind <= MemoryRecord::Kind::downloaded;
 }
 
-/// Files, downloads and clips have places of their own. One file that was seen often is one row
-/// there, that of its newest record.
+/// The rows at files, downloads and clips, which have places of their own. A file that was seen
+/// several times is one row, that of its newest record.
 class MemoryRows {
 public:
-    /// Keeps the rows of `place`, and counts those of all three.
+    /// Keeps the rows of `place` and counts the rows of all three.
     explicit MemoryRows(WorkspaceDestination place) : listed(place) {}
 
     /// Newest first.
@@ -97,7 +97,7 @@ bool listsMemory(const HistoryPlace& place) {
     return !isOther && category && !appearsInTimeline(*category);
 }
 
-/// A filter asks for categories that stand in no timeline.
+/// True when a filter includes categories that are not in the timeline.
 bool filtersMemory(const HistoryPlace& place) {
     return place.workspace == timeline
            && !std::ranges::all_of(place.categoryFilters, appearsInTimeline);

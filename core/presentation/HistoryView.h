@@ -12,34 +12,35 @@
 
 namespace tidemark {
 
-/// Where the user stands in the history: what narrows it to what is shown.
+/// The user's place in the history: the selection and the filters that decide what is shown.
 struct HistoryPlace {
     HistoryTimeWindow window = HistoryTimeWindow::week;
     std::int64_t customWindowDays = 3;
     WorkspaceDestination workspace = WorkspaceDestination::timeline;
-    /// When there are any, events of each of these places are shown instead of the workspace's.
+    /// If not empty, events of any of these places are shown instead of those of the workspace.
     std::set<WorkspaceDestination> systemFilters{};
-    /// Nothing is filtered by category when this is empty.
+    /// If empty, events of every category are shown.
     std::set<EventCategory> categoryFilters{};
     /// One phrase, in any letter case.
     std::string search{};
-    /// A named snapshot is open: events of every workspace are shown.
+    /// True when a named snapshot is open. Then events of every workspace are shown.
     bool isInSnapshot = false;
-    /// Where the window begins, for one without a name.
+    /// The start of the period that is shown, instead of that of the time window.
     std::optional<Date> windowStart{};
-    /// Shows what is later than this moment, whatever the window.
+    /// Shows events later than this, instead of those in the time window.
     std::optional<Date> since{};
-    /// The differences of two states, newest first, shown instead of the history, whatever the
-    /// window.
+    /// The differences of two states, newest first. They are shown instead of the history,
+    /// regardless of the time window.
     std::optional<std::vector<Shared<Event>>> stateComparison{};
 };
 
-/// What there is to see at a place.
+/// The part of the history that is shown at a place.
 struct HistoryView {
-    /// At files, downloads and the clipboard: the remembered records, of each file the newest.
+    /// At files, downloads and the clipboard: the events of the memory records, for each file only
+    /// the newest.
     TimelinePresentation presentation;
-    /// What each place would hold with the present window and search. Folder sizes and snapshots
-    /// have no entry. Files, downloads and clips follow the time window always.
+    /// The number of events at each place with the present time window and search. Folder sizes and
+    /// snapshots have no entry. Files, downloads and clips are always counted in the time window.
     std::map<WorkspaceDestination, std::size_t> sidebarCounts;
 };
 
@@ -47,11 +48,12 @@ struct HistoryView {
 HistoryView presentHistory(const MergedHistory& history, const HistoryPlace& place, Date now,
                            const Calendar& calendar);
 
-/// Whether an event may make a difference to the presentation at a place, or to another count than
-/// those of files, downloads and clips.
+/// False when an event can change neither the presentation at a place nor any count except those of
+/// files, downloads and clips.
 bool mayAppear(const HistoryPlace& place, const Event& event);
 
-/// Counts files, downloads and clips anew: all that changes by events that may not appear.
+/// Updates the counts of files, downloads and clips, the only change by events for which
+/// `mayAppear` is false.
 void recountMemory(HistoryView& view, const MergedHistory& history, const HistoryPlace& place,
                    Date now);
 

@@ -43,7 +43,7 @@ private:
     const Events::const_iterator end;
 };
 
-/// All lists are in the order of screens.
+/// All lists are in the order `TimelinePresentation::isBefore`.
 template <class Predicate>
 Events changedList(const Events& before, const Events& removed, const Events& added,
                    Predicate belongs) {
@@ -51,7 +51,7 @@ Events changedList(const Events& before, const Events& removed, const Events& ad
     list.reserve(before.size() + added.size());
     Rest rest(before);
     auto gone = removed.begin();
-    // Of an event and the one that takes its place, the old one comes first.
+    // Of a removed and an added event at the same position, the removed one is handled first.
     const auto skipUntil = [&](const auto& isReached) {
         for (; gone != removed.end() && !isReached(*gone); ++gone) {
             if (!belongs(**gone))

@@ -6,19 +6,20 @@
 
 namespace tidemark {
 
-/// The events of all sources in one order, newest first, and the two lists that screens start
-/// from. Immutable once made, so that it can be searched in the background.
+/// The events of all sources, newest first, as the two lists from which views are made. Not changed
+/// once made, so that it can be searched in the background.
 struct MergedHistory {
     std::vector<Shared<Event>> full;
-    /// Without the foreground times that earlier releases recorded.
+    /// All events except the application foreground times that earlier releases recorded.
     std::vector<Shared<Event>> events;
-    /// Of those, without what has a place of its own: files, downloads and clips.
+    /// `events` without files, downloads and clips, which have places of their own.
     std::vector<Shared<Event>> timeline;
 
-    /// Of the events of all sources, in any order.
+    /// Merges the events of all sources, given in any order.
     static MergedHistory of(std::vector<Shared<Event>> events);
-    /// The same without those of `removed`, which are objects of this one, and with `added`, both
-    /// in any order. For few of them: their places are looked up, and nothing is sorted.
+    /// A copy without the events in `removed`, which must be objects of this history, and with
+    /// `added`, both in any order. Fast for few events: their positions are looked up, and the
+    /// lists are not sorted again.
     MergedHistory changed(std::vector<Shared<Event>> removed,
                           std::vector<Shared<Event>> added) const;
 };

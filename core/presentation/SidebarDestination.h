@@ -8,7 +8,7 @@
 
 namespace tidemark {
 
-/// What of the sidebar is selected, as far as it decides which events are shown.
+/// The selection in the sidebar, as far as it decides which events are shown.
 namespace sidebar {
 
 struct Category {

@@ -4,8 +4,8 @@
 
 namespace tidemark {
 
-/// What an open named snapshot is asked: what was recorded since, or how the state of then
-/// differs from the latest one. The raw value is also the label.
+/// What an open named snapshot shows: the events recorded since, or the differences between its
+/// state and the latest one. The raw value is also the label.
 enum class SnapshotViewMode { timeline, states };
 
 template <>

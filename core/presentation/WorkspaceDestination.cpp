@@ -8,7 +8,7 @@ namespace {
 
 using enum WorkspaceDestination;
 
-/// In declared order.
+/// Indexed by destination.
 constexpr auto allFacts = std::to_array<DestinationFacts>({
     {"Timeline", "clock", {}, false},
     {"Recent Files", "doc.on.doc", EventCategory::files, false},
@@ -33,7 +33,7 @@ constexpr auto groups = std::to_array<DestinationGroup>({
     {"Activity", activityPlaces},
 });
 
-/// Where the records of each kind of memory are shown, in declared order.
+/// Where memory records are shown, indexed by kind.
 constexpr std::array memoryHomes{files,        files,        files,        downloads,
                                  applications, applications, applications, clipboard};
 static_assert(memoryHomes.size() == json::rawValues<MemoryRecord::Kind>.size());

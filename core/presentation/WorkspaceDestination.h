@@ -8,7 +8,7 @@
 
 namespace tidemark {
 
-/// A place of the sidebar, in the order of screens. The raw value is the name for commands.
+/// A place in the sidebar, in the order shown. The raw value is its name in commands.
 enum class WorkspaceDestination {
     timeline,
     files,
@@ -41,13 +41,13 @@ inline constexpr auto json::rawValues<WorkspaceDestination> =
         {WorkspaceDestination::snapshots, "snapshots"},
     });
 
-/// What is known of a place besides its events.
+/// The fixed properties of a place.
 struct DestinationFacts {
     std::string_view label;
     /// Name of the symbol image.
     std::string_view symbol;
     std::optional<EventCategory> category;
-    /// It can narrow the timeline, together with others of its kind.
+    /// True when it can be used as a filter of the timeline, alone or together with others.
     bool isSystemFilter = false;
 };
 const DestinationFacts& facts(WorkspaceDestination destination);
@@ -55,7 +55,7 @@ const DestinationFacts& facts(WorkspaceDestination destination);
 /// True when an event belongs to the place.
 bool includes(WorkspaceDestination destination, const Event& event);
 
-/// Where an event is shown to somebody who comes from elsewhere, such as from a search.
+/// The place where an event is opened from elsewhere, such as from a search.
 WorkspaceDestination homeOf(const Event& event);
 
 /// The places of the sidebar under one title.

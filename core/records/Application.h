@@ -8,9 +8,9 @@
 
 namespace tidemark {
 
-/// One application bundle on disk, by its own metadata.
+/// One application bundle on disk, described by its own metadata.
 struct Application {
-    /// The same application stands in snapshot after snapshot.
+    /// See `Recurring`.
     static constexpr bool recurs = true;
 
     std::string bundleID;

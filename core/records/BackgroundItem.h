@@ -8,7 +8,7 @@
 
 namespace tidemark {
 
-/// One launch definition: a job that the system starts by itself.
+/// One background service: the definition of a job that the system starts by itself.
 struct BackgroundItem {
     static constexpr bool recurs = true;
 
@@ -23,13 +23,14 @@ struct BackgroundItem {
     Kind kind = Kind::agent;
     /// The program that the definition starts.
     std::optional<std::string> program;
-    /// The settings that may be shown, by definition key.
+    /// The settings whose values may be shown, by definition key.
     std::optional<std::map<std::string, std::string>> safeSettings;
-    /// A digest per definition key; no value of a definition is ever stored.
+    /// A digest of the value of each definition key; the values themselves may be secret and are
+    /// not stored.
     std::optional<std::map<std::string, std::string>> definitionFingerprints;
     /// Bundle identifier of the application that this item belongs to.
     std::optional<std::string> associatedAppID;
-    /// How the link to the application was made, as a sentence.
+    /// How the application was determined, as a sentence.
     std::optional<std::string> association;
 
     const std::string& id() const { return path; }

@@ -5,7 +5,7 @@
 namespace tidemark {
 
 std::string ObservedSession::durationLabel() const {
-    // A damaged document may hold any two dates.
+    // The dates of a damaged document may be any distance apart.
     const double exact = std::min(duration() / 60, 1e15);
     if (exact < 1)
         return "Under a minute";

@@ -36,7 +36,7 @@ struct ObservedSession {
     std::optional<BatteryObservation> finalBattery;
 
     double duration() const { return endedAt - startedAt; }
-    /// Whole minutes as people say them: "Under a minute", "7 min", "2 hr 5 min".
+    /// Whole minutes in words: "Under a minute", "7 min", "2 hr 5 min".
     std::string durationLabel() const;
 
     bool operator==(const ObservedSession&) const = default;

@@ -11,8 +11,8 @@
 
 namespace tidemark {
 
-/// The cases of `Change`. Each names its `tag`, the one key of its stored object; a payload with
-/// no label of its own lies under "_0".
+/// The cases of `Change`. `tag` is the single key of the stored object; a payload without a label
+/// is stored under "_0".
 namespace change {
 
 template <class T>
@@ -81,7 +81,7 @@ struct TrashBecameEmpty {
 
 } // namespace change
 
-/// One detected difference between two snapshots.
+/// One difference between two snapshots.
 using Change =
     std::variant<change::MetadataChanged, change::OperatingSystemChanged,
                  change::ApplicationInstalled, change::ApplicationRemoved,

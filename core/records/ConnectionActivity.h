@@ -10,7 +10,7 @@
 
 namespace tidemark {
 
-/// The network path as the system sees it.
+/// The state of the machine's network connection as the system reports it.
 struct NetworkConnectionState {
     enum class Availability { available, unavailable, connectionRequired };
     enum class Interface { wifi, ethernet, cellular, other };
@@ -21,11 +21,11 @@ struct NetworkConnectionState {
     /// Empty unless the path is available.
     std::set<Interface> interfaces;
 
-    /// A state whose interfaces are dropped unless it is available.
+    /// Makes a state, without the interfaces unless it is available.
     static NetworkConnectionState make(Availability availability, std::set<Interface> interfaces,
                                        std::optional<bool> expensive = {},
                                        std::optional<bool> constrained = {});
-    /// The interfaces of an available path, as in "Wi-Fi + Ethernet", else the availability.
+    /// The interfaces of an available connection, as in "Wi-Fi + Ethernet", else the availability.
     std::string label() const;
 
     bool operator==(const NetworkConnectionState&) const = default;
@@ -91,7 +91,7 @@ struct BluetoothConnectionChange {
 
 /// Details of a Wi-Fi network.
 struct WiFiContext {
-    /// Present only where the user allowed it.
+    /// Present only if the user allowed recording it.
     std::optional<std::string> networkName;
     /// "2.4 GHz", "5 GHz" or "6 GHz".
     std::optional<std::string> band;

@@ -10,7 +10,7 @@
 
 namespace tidemark {
 
-/// What one capture could see, and what it could not.
+/// Which places one capture could read and which it could not.
 struct Coverage {
     /// Folders whose applications were read completely.
     Shared<std::set<std::string>> applicationRoots;
@@ -18,10 +18,10 @@ struct Coverage {
     Shared<std::set<std::string>> backgroundRoots;
     /// Access problems of the capture, as sentences.
     std::vector<std::string> issues;
-    /// Remarks that are no problems.
+    /// Remarks that don't concern problems.
     std::optional<std::vector<std::string>> notes;
-    /// Paths that were left out, with all that lies below them: entries that were seen but not
-    /// reported, and folders that were not read completely. Comparison leaves them out on both
+    /// Paths that were left out with everything below them: entries that were found but not
+    /// reported, and folders that were not read completely. A comparison ignores them on both
     /// sides.
     OptionalShared<std::set<std::string>> excludedPaths;
 

@@ -38,7 +38,7 @@ struct DisplayContext {
     }
 };
 
-/// A volume, a display or the thermal state, as seen or as changed.
+/// A volume, a display or the thermal state, as observed or as changed.
 struct EnvironmentActivity {
     /// Volume name, display name, or the machine for thermal states.
     std::string deviceName;

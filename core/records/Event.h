@@ -12,10 +12,10 @@
 
 namespace tidemark {
 
-/// One entry of the timeline. Where it comes from shows in which payload is present; an event of
-/// a comparison has `changes` and the interval in which they happened.
+/// One entry of the timeline. Its source is the payload that is present; an event from a comparison
+/// has `changes` and the interval in which they happened.
 struct Event {
-    /// Stable for the same source, so that a rebuild from the same data gives the same events.
+    /// Derived from the source, so that rebuilding from the same data gives the same ids.
     std::string id;
     /// End of the interval, and what the timeline sorts by.
     Date timestamp;

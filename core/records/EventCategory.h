@@ -4,7 +4,7 @@
 
 namespace tidemark {
 
-/// What an event is about. The raw value is also the title that screens show.
+/// The subject of an event. The raw value is also the title that is shown.
 enum class EventCategory {
     applications,
     background,
@@ -29,7 +29,7 @@ inline constexpr auto json::rawValues<EventCategory> =
         {EventCategory::clipboard, "Clipboard"},
     });
 
-/// The last three categories belong to the memory history and stay out of the timeline.
+/// False for the last three categories: they belong to the memory history.
 constexpr bool appearsInTimeline(EventCategory category) {
     return category < EventCategory::files;
 }

@@ -18,7 +18,7 @@ using SizeByName = std::map<std::string, std::int64_t>;
 /// One measured folder. Sizes are bytes.
 struct FolderSize {
     static constexpr bool recurs = true;
-    /// A folder with more files of its own records their sum alone.
+    /// For a folder with more files directly in it, only their sum is recorded.
     static constexpr std::size_t directFileLimit = 10'000;
     /// The key of `breakdown` for the files that lie directly in the folder.
     static constexpr std::string_view filesInFolder = "Files in folder";
@@ -27,15 +27,15 @@ struct FolderSize {
     std::string path;
     std::string name;
     std::int64_t bytes = 0;
-    /// Bytes per direct child name.
+    /// Bytes of each direct child, by name.
     Shared<SizeByName> breakdown;
-    /// Bytes per file lying directly in the folder; absent where the names are not known or were
-    /// not kept, which says nothing about the files.
+    /// Bytes of each file directly in the folder. Absent when the names are not known or were not
+    /// kept, which does not mean that there are no files.
     OptionalShared<SizeByName> directFileSizes;
     std::optional<std::int64_t> allocatedBytes;
-    /// Direct entries; 0 on a trash folder means that it was observed empty.
+    /// Number of direct entries. A Trash with 0 was observed empty.
     std::optional<std::int64_t> itemCount;
-    /// True when the value came from the rolling measurement and not from a complete one.
+    /// True when the size was added up from measurements of child folders at various times.
     std::optional<bool> rollingMeasurement;
     std::optional<Date> measuredAt;
 

@@ -4,7 +4,7 @@
 
 namespace tidemark {
 
-/// What is known of one storage root at a capture: its own files, measured then, and its child
+/// The known sizes in one storage root at a capture: its own files, measured then, and its child
 /// folders, measured at various times. Sizes are bytes.
 struct FolderStorageReport {
     std::string path;
@@ -13,14 +13,14 @@ struct FolderStorageReport {
     /// One record per direct subfolder.
     StorageMeasurementReport children;
     Date sampledAt;
-    /// Direct entries of the root.
+    /// Number of direct entries of the root.
     std::optional<std::int64_t> itemCount;
     std::optional<std::int64_t> directAllocatedBytes;
     /// As in `FolderSize`.
     OptionalShared<SizeByName> directFileSizes;
 
-    /// The comparable size of the whole root; absent unless every child folder has a size, since
-    /// a partial total must never stand for one.
+    /// The size of the whole root, for comparison. Absent unless every child folder has a size: a
+    /// partial total must never be shown as a size.
     std::optional<FolderSize> folderSize() const;
 
     bool operator==(const FolderStorageReport&) const = default;

@@ -8,27 +8,28 @@
 
 namespace tidemark {
 
-/// An installation that the operating system itself remembers.
+/// An installation from the operating system's own log.
 struct InstallationRecord {
     static constexpr std::string_view appleSource = "package_source_apple";
     static constexpr std::string_view otherSource = "package_source_other";
-    /// A package that others needed.
+    /// The source of a package that was installed because others need it.
     static constexpr std::string_view automaticSource = "package_source_automatic";
 
     std::string name;
-    /// Empty when the report has none.
+    /// Empty when the log has none.
     std::string version;
     Date recordedAt;
     std::string packageSource;
-    /// The moment of the report.
+    /// When the log was read.
     Date importedAt;
 
-    /// "installation-" and a digest of everything but `importedAt`, so that the same record read
-    /// twice has one identity.
+    /// "installation-" and a digest of everything but `importedAt`, so that reading the same record
+    /// twice gives the same id.
     std::string id() const;
     /// The headline of its event.
     std::string title() const;
-    /// Silent updates of the system's own data, and packages that came along with others.
+    /// True for silent updates of the system's own data and packages installed because others need
+    /// them.
     bool isRoutine() const;
     std::string sourceDescription() const;
 

@@ -14,7 +14,8 @@ namespace {
 using Kind = MemoryRecord::Kind;
 
 constexpr std::string_view dot = " · ";
-/// More whole seconds than a double counts one by one; a damaged document may hold any number.
+/// Upper bound of a duration, which may be any number in a damaged document. A double can't
+/// represent every whole second above it.
 constexpr double mostSeconds = 9e15;
 
 struct Words {
@@ -26,7 +27,7 @@ constexpr std::string_view ofChangedFiles =
     "macOS Spotlight metadata, not a complete filesystem audit. Indexed files only; times may "
     "precede Tidemark's observation.";
 
-/// By kind, in declared order.
+/// Indexed by kind.
 constexpr auto words = std::to_array<Words>({
     {"Last used", "macOS Spotlight last-used metadata. It may be delayed or unavailable and does "
                   "not identify which application opened the file."},

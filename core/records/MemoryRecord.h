@@ -38,13 +38,13 @@ struct MemoryRecord {
     std::optional<std::int64_t> bytes;
     /// Web origin of a download.
     std::optional<std::string> sourceURL;
-    /// Seconds, for `appUsage` only.
+    /// In seconds, for `appUsage` only.
     std::optional<double> duration;
-    /// Class of a clip, such as "Text" or "Image".
+    /// Kind of content of a clip, such as "Text" or "Image".
     std::optional<std::string> contentType;
     std::optional<std::string> text;
     std::optional<Data> payload;
-    /// The payload, or the text, lies in a side file.
+    /// The payload, or the text, is stored in a file of its own.
     std::optional<bool> payloadStored;
     std::optional<bool> textStored;
     /// The pasteboard type that a clip came from.
@@ -54,21 +54,21 @@ struct MemoryRecord {
     /// When the program first saw the item.
     Date observedAt;
 
-    /// A record with a fresh UUID text as its id, not pinned.
+    /// A record with a new UUID text as its id, not pinned.
     static MemoryRecord make(Kind kind, Date timestamp, std::string title,
                              std::optional<std::string> path = {},
                              std::optional<std::string> appName = {},
                              std::optional<std::string> appID = {}, Date observedAt = Date::now());
-    /// A digest of all three: the same observation, made again, has the same id.
+    /// A digest of all three, so that repeating an observation gives the same id.
     static std::string fileID(Kind kind, std::string_view path, Date date);
 
     static constexpr bool isFile(Kind kind) { return kind <= Kind::downloaded; }
     bool isFile() const { return isFile(kind); }
-    /// What happened, in a word or two.
+    /// What happened, in one or two words.
     std::string_view activity() const;
-    /// What the record can tell and what it can't, as sentences.
+    /// What the record shows and what it does not prove, as sentences.
     std::string_view explanation() const;
-    /// The line below the title.
+    /// The second line, below the title.
     std::string subtitle() const;
 
     bool operator==(const MemoryRecord&) const = default;

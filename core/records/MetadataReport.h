@@ -22,9 +22,9 @@ struct ObservedMetadata {
     std::optional<std::int64_t> bytes;
     /// Label of a diagnostic report.
     std::optional<std::string> reportType;
-    /// The application that a report's file name names.
+    /// The application named in the file name of a diagnostic report.
     std::optional<std::string> inferredApplication;
-    /// What is compared: installed versions, a digest, or the kind of a report.
+    /// The value that is compared: installed versions, a digest, or the kind of a report.
     std::string value;
 
     const std::string& id() const { return path; }
@@ -54,15 +54,15 @@ inline constexpr auto json::rawValues<ObservedMetadata::Kind> =
 template <>
 inline constexpr bool collectionRecurs<std::vector<ObservedMetadata>> = true;
 
-/// What one additional source yielded in one capture.
+/// The items that one additional source gave in one capture.
 struct MetadataReport {
-    /// The path that was read.
+    /// The path of the source.
     std::string scope;
     /// Sorted by path.
     Shared<std::vector<ObservedMetadata>> items;
-    /// All of the scope was read; an incomplete report is never compared.
+    /// True when everything in `scope` was read. Only complete reports are compared.
     bool complete = false;
-    /// Why it was not.
+    /// Why the report is not complete.
     std::optional<std::string> issue;
 
     bool operator==(const MetadataReport&) const = default;

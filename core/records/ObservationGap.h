@@ -6,11 +6,11 @@
 
 namespace tidemark {
 
-/// A spell without saved captures.
+/// A period without saved captures.
 struct ObservationGap {
     Date start;
     Date end;
-    /// It still runs at the end of the period that was asked for.
+    /// The gap had not ended by the end of the requested period.
     bool isOngoing = false;
 
     std::string id() const {

@@ -11,10 +11,10 @@ struct OperatingSystemObservation {
     std::string version;
     std::optional<std::string> build;
 
-    /// The version, followed by the build in brackets when there is one.
+    /// The version, followed by the build in parentheses when it is known.
     std::string label() const { return build ? version + " (" + *build + ")" : version; }
 
-    /// A build that only one side knows is no difference, so that learning it raises no change.
+    /// A build that is known on only one side is not a difference.
     bool differs(const OperatingSystemObservation& other) const {
         return version != other.version || (build && other.build && *build != *other.build);
     }

@@ -10,7 +10,7 @@ namespace tidemark {
 struct ScanTiming {
     std::string name;
     double seconds = 0;
-    /// The stage ran to its end without a new issue.
+    /// True when the stage finished without a new issue.
     bool complete = false;
 
     bool operator==(const ScanTiming&) const = default;

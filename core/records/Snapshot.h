@@ -15,8 +15,8 @@
 
 namespace tidemark {
 
-/// One observation of the machine. Its larger parts are shared with the snapshots that hold the
-/// same, so that a history of hundreds stays small in memory.
+/// One observation of the machine. Its larger parts are shared with other snapshots that have equal
+/// ones, so that hundreds of snapshots stay small in memory.
 struct Snapshot {
     Uuid id;
     Date timestamp;
@@ -27,7 +27,7 @@ struct Snapshot {
     std::optional<VolumeContext> volumeContext;
     /// Free space of the observed volume, in bytes.
     std::optional<std::int64_t> freeBytes;
-    /// Identity of that volume; free space is compared between equal ones only.
+    /// Identity of that volume; free space is only compared between snapshots of the same volume.
     std::optional<std::string> volumeID;
     Coverage coverage;
     std::optional<std::vector<FolderStorageReport>> folderStorage;
@@ -65,12 +65,12 @@ struct Snapshot {
 
 /// A snapshot that the user named.
 struct Baseline {
-    /// Identity of the baseline, not of its snapshot.
+    /// Id of the baseline, not of its snapshot.
     Uuid id;
     std::string name;
     Shared<Snapshot> snapshot;
 
-    /// A baseline with a fresh identity.
+    /// A baseline with a new id.
     static Baseline named(std::string name, Shared<Snapshot> snapshot) {
         return {Uuid::random(), std::move(name), std::move(snapshot)};
     }

@@ -15,7 +15,7 @@
 
 namespace tidemark {
 
-/// The identity of something whose size is measured.
+/// Identifies a folder or application whose size is measured, in one state.
 struct StorageMeasurementItem {
     static constexpr bool recurs = true;
 
@@ -30,7 +30,7 @@ struct StorageMeasurementItem {
     std::optional<Date> modified;
 
     static StorageMeasurementItem application(const Application& application);
-    /// `path` is a canonical path of this machine, which becomes text here.
+    /// The item of the folder at the canonical path `path`.
     static StorageMeasurementItem directory(const std::filesystem::path& path,
                                             std::optional<Date> modified);
 
@@ -47,18 +47,19 @@ struct StorageMeasurementItem {
     }
 };
 
-/// What is known of one item: a size is a dated fact about a particular state of it, and survives
-/// later attempts that fail. `bytes`, `measuredAt` and `measuredItem` come from one success.
+/// What is known of the size of one item. A size belongs to a date and a state of the item, and is
+/// kept when later attempts fail. `bytes`, `measuredAt` and `measuredItem` come from the same
+/// successful attempt.
 struct StorageMeasurementRecord {
     static constexpr bool recurs = true;
     /// How many parts `breakdown` keeps.
     static constexpr std::size_t partLimit = 256;
 
-    /// The item as last observed.
+    /// The item in its last observed state.
     Shared<StorageMeasurementItem> item;
-    /// Bytes of the largest parts by name, at most 256.
+    /// Bytes of the largest parts, by name; at most `partLimit`.
     OptionalShared<SizeByName> breakdown;
-    /// True when `breakdown` holds all parts.
+    /// True when `breakdown` has all parts.
     std::optional<bool> breakdownComplete;
     std::optional<std::int64_t> allocatedBytes;
     /// Seconds of the last attempt.
@@ -70,18 +71,18 @@ struct StorageMeasurementRecord {
     std::optional<Date> measuredAt;
     /// `item` as it was when `bytes` was measured.
     OptionalShared<StorageMeasurementItem> measuredItem;
-    /// The last attempt, good or bad.
+    /// When the last attempt was made, whether it succeeded or not.
     std::optional<Date> attemptedAt;
-    /// Failed attempts in a row, 0 to 3.
+    /// Consecutive failed attempts, 0 to 3.
     std::int64_t attempts = 0;
-    /// Failure text of the last attempt; absent after a success.
+    /// Why the last attempt failed; absent after a success.
     std::optional<std::string> issue;
 
-    /// True when the size belongs to the item as it is now and the last attempt was good. Path and
-    /// name take no part: what was only moved keeps its measurement.
+    /// True when the size belongs to the present state of the item and the last attempt succeeded.
+    /// Path and name are not compared, so an item that was only moved keeps its measurement.
     bool matchesObservedMetadata() const;
-    /// The size in the comparable form; absent while nothing is known. A breakdown that lacks
-    /// parts is left out, so that no part is taken for removed.
+    /// The size in the form that is compared; absent while none is known. An incomplete breakdown
+    /// is left out, so that a missing part is not reported as removed.
     std::optional<FolderSize> folderSize() const;
 
     bool operator==(const StorageMeasurementRecord&) const = default;
@@ -103,16 +104,16 @@ struct StorageMeasurementRecord {
     }
 };
 
-/// The records of one round of measuring.
+/// The records of all items of one measurement.
 struct StorageMeasurementReport {
     std::vector<Shared<StorageMeasurementRecord>> records;
     Date observedAt;
 
-    /// Records with a size, of whatever date.
+    /// Number of records with a size of any date.
     std::int64_t measuredCount() const;
-    /// Records whose size belongs to the item as it is now.
+    /// Number of records whose size belongs to the present state of the item.
     std::int64_t matchingCount() const;
-    /// The sum of the known sizes.
+    /// The sum of all known sizes.
     std::int64_t knownBytes() const;
 
     bool operator==(const StorageMeasurementReport&) const = default;

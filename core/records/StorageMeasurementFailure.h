@@ -15,7 +15,7 @@ enum class StorageMeasurementFailure {
     paused,
 };
 
-/// The text of a failure is the sentence that is shown, and what a record keeps as its issue.
+/// The raw value is the sentence that is shown and that a record keeps as its `issue`.
 template <>
 inline constexpr auto json::rawValues<StorageMeasurementFailure> =
     std::to_array<json::RawValue<StorageMeasurementFailure>>({

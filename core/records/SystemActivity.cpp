@@ -35,7 +35,7 @@ std::optional<std::string> networkName(const std::optional<WiFiContext>& network
     return network ? network->networkName : std::nullopt;
 }
 
-/// The name of the network that was left for another one.
+/// The name of the previous network, when another one was joined.
 std::optional<std::string> replacedNetwork(const SystemActivity& activity) {
     const auto name = networkName(activity.wifiContext);
     auto previous = networkName(activity.previousWiFi);
@@ -54,7 +54,7 @@ std::string changed(const std::string& before, const std::string& after) {
     return before + " → " + after;
 }
 
-/// "nominal" as "Nominal". The states of the system are ASCII.
+/// "nominal" as "Nominal". The names of states are ASCII.
 std::string capitalized(std::string words) {
     bool startsWord = true;
     for (char& c : words) {
@@ -67,7 +67,7 @@ std::string capitalized(std::string words) {
     return words;
 }
 
-/// What there is to say of volumes, displays and thermal pressure.
+/// The second line for volumes, displays and thermal pressure.
 std::optional<std::string> environmentDetail(const EnvironmentActivity& activity) {
     if (activity.display)
         return activity.display->label();
@@ -80,7 +80,7 @@ std::string bluetoothDetail(const BluetoothConnectionChange& change) {
     return "Bluetooth · " + change.deviceClass.value_or("Paired device");
 }
 
-/// The charge that a record tells of, in percent.
+/// The battery level in a record, in percent.
 std::optional<std::int64_t> batteryLevel(const SystemActivity& activity) {
     if (activity.batteryActivity && activity.batteryActivity->observation.percentage)
         return activity.batteryActivity->observation.percentage;

@@ -8,7 +8,7 @@
 namespace tidemark {
 
 /// One live observation: sleep, power, connections, volumes, displays or thermal pressure. Each
-/// kind sets its own payload and leaves the others absent.
+/// kind sets its own payload; the others are absent.
 struct SystemActivity {
     enum class Kind {
         sleepRequested,
@@ -42,18 +42,18 @@ struct SystemActivity {
     std::optional<NetworkConnectionChange> networkChange;
     std::optional<BluetoothConnectionChange> bluetoothChange;
 
-    /// A new record of something first observed at `timestamp`, without a payload.
+    /// A new record without a payload, of a change first observed at `timestamp`.
     static SystemActivity observed(Kind kind, Date timestamp);
 
-    /// False for what older releases recorded and no screen shows.
+    /// False for kinds that only older releases recorded and that are no longer shown.
     bool isTimelineEligible() const { return kind != Kind::powerOffRequested; }
-    /// The headline that screens show.
+    /// The headline that is shown.
     std::string title() const;
     /// The second line.
     std::string detailSubtitle() const;
     /// Name of the symbol image.
     std::string_view symbol() const;
-    /// Which notification it comes from.
+    /// The system notification that it comes from.
     std::string_view source() const;
     /// What the record says and what it does not prove.
     std::string_view explanation() const;

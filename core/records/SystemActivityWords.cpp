@@ -11,7 +11,7 @@ using Kind = SystemActivity::Kind;
 
 struct Words {
     Kind kind;
-    /// What most records of the kind show.
+    /// The symbol of most records of the kind.
     std::string_view symbol;
     std::string_view source;
     std::string_view explanation;

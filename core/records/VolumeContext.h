@@ -8,14 +8,14 @@
 
 namespace tidemark {
 
-/// Facts of a volume as observed at one moment. Anything not known is absent.
+/// Properties of a volume at one moment; absent where not known.
 struct VolumeContext {
     std::string name;
     /// Total capacity in bytes.
     std::optional<std::int64_t> capacity;
-    /// Description of the format.
+    /// Name of the file system format.
     std::optional<std::string> fileSystem;
-    /// Not a network file system.
+    /// False for a network file system.
     std::optional<bool> local;
     std::optional<bool> internalDevice;
     std::optional<bool> readOnly;

@@ -9,8 +9,8 @@ namespace {
 constexpr std::int64_t batchSteps = 1024;
 constexpr double batchSeconds = 0.025;
 
-/// Up to `steps` steps, or as many as fit before the clock reaches `deadline`; what is done is
-/// taken from `steps`.
+/// Walks up to `steps` steps, or fewer if the clock reaches `deadline`, and subtracts the steps
+/// done from `steps`.
 std::optional<StorageTraversal::Result> walkBatch(StorageTraversal& walk, std::int64_t& steps,
                                                   double deadline, Clock& clock,
                                                   const std::stop_token& stop) {
@@ -18,7 +18,7 @@ std::optional<StorageTraversal::Result> walkBatch(StorageTraversal& walk, std::i
         --steps;
         if (auto result = walk.step())
             return result;
-        // A single step may have waited long for the disk, so the clock is read after each.
+        // A single step may wait long for the disk, so the clock is read after each.
         if (clock.monotonicSeconds() >= deadline)
             break;
     }

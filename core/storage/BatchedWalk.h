@@ -10,45 +10,46 @@
 
 namespace tidemark {
 
-/// How long one run of a walk may take.
+/// The limits of one run of a walk.
 struct WalkBudget {
-    /// On the monotonic clock of the run.
+    /// On the monotonic clock, in seconds.
     double deadline = std::numeric_limits<double>::infinity();
     std::int64_t steps = std::numeric_limits<std::int64_t>::max();
 };
 
-/// A rest between two batches of walking lasts this long.
+/// Length of the pause between two batches, in seconds.
 inline constexpr double walkPause = 0.001;
 
-/// What was walked since the last rest. Carried on from one walk to the next, so that many small
-/// walks in a row rest as often as one large one.
+/// The part of a walk since the last pause. Passed on from one walk to the next, so that many small
+/// walks in a row pause as often as one large walk.
 struct WalkBatch {
-    /// On the monotonic clock; absent before the first step.
+    /// On the monotonic clock, in seconds; absent before the first step.
     std::optional<double> start;
     std::int64_t steps = 0;
 
-    /// At most 1024 steps or 25 milliseconds.
+    /// True after 1024 steps or 25 milliseconds.
     bool isOver(double now) const;
 };
 
-/// Waits `seconds` between two batches. False when the run was cancelled meanwhile.
+/// Waits `seconds` between two batches. Returns false when the run was cancelled meanwhile.
 using BatchPause = std::function<bool(double seconds)>;
 
-/// Walks on in batches of at most 1024 steps or 25 milliseconds with a millisecond of rest between
-/// them, so that a background measurement holds neither the disk nor a core.
+/// Continues a walk in batches of at most 1024 steps or 25 milliseconds, with a pause of a
+/// millisecond in between, so that a measurement in the background keeps neither the disk nor a
+/// core busy.
 ///
-/// The value is the result that the walk came to itself, good or bad: it is over. The error says
-/// why it was left where it stands, ready to be resumed by another call: `cancelled`, `timeLimit`
-/// (the deadline; the walk is not touched when it has passed already) or `paused` (the steps of
-/// the budget are used up).
+/// A value means that the walk is finished; it is the walk's own result, a size or a failure. An
+/// error means that the walk was interrupted and can be resumed by another call: `cancelled`,
+/// `timeLimit` (the deadline was reached; without a step if it had passed already) or `paused` (the
+/// steps of the budget are used up).
 ///
-/// `batch` is what went before this run, and then what went on in it. `pause` is called without
-/// anything held by this function, so a caller can give up a lock in it.
+/// `batch` is the part walked since the last pause, and is updated. `pause` may unlock a mutex of
+/// the caller: this function uses nothing during the call that others could change.
 std::expected<StorageTraversal::Result, StorageMeasurementFailure>
 walkInBatches(StorageTraversal& walk, const WalkBudget& budget, Clock& clock,
               const std::stop_token& stop, WalkBatch& batch, const BatchPause& pause);
 
-/// The same after a rest, with nothing to give up in the pauses.
+/// The same, with a new batch and with pauses that only wait.
 std::expected<StorageTraversal::Result, StorageMeasurementFailure>
 walkInBatches(StorageTraversal& walk, const WalkBudget& budget, Clock& clock,
               const std::stop_token& stop);

@@ -6,17 +6,17 @@
 
 namespace tidemark {
 
-/// The folder sizes that came to be known in one capture, so that a folder measured as part of
-/// another one is not walked again.
+/// The folder sizes found in one capture. Monitored folders are often inside each other; with this,
+/// a folder that was measured as part of another one is not walked again.
 class CaptureSizes {
 public:
-    /// Most sizes that are kept.
+    /// The most sizes to keep.
     static constexpr std::size_t limit = 50'000;
 
     void clear();
-    /// Keeps a size under its path, in place of an earlier one.
+    /// Keeps the size of the folder at `path`, instead of an earlier one.
     void add(const std::string& path, FolderSize size);
-    /// Keeps the subfolders that a walk passed through, as many as there is room for.
+    /// Keeps the subfolders that a walk finished, as many as there is room for.
     void add(CompletedFolders folders);
     std::optional<FolderSize> find(const std::string& path) const;
 
@@ -24,7 +24,7 @@ private:
     std::size_t room() const { return limit - std::min(limit, held); }
 
     std::unordered_map<std::string, FolderSize> sizes;
-    /// The latest walk last.
+    /// In the order of the walks.
     std::vector<CompletedFolders> walks;
     std::size_t held = 0;
 };

@@ -48,7 +48,7 @@ void CompletedFolders::remove(Index index) {
     Folder& folder = folders[index];
     if (folder.parent != noFolder)
         folders[folder.parent].firstChild = folder.nextSibling;
-    // Its own child: no path from the root leads here any more.
+    // Making the folder its own parent unlinks it: no path from the root leads to it.
     folder.parent = index;
 }
 

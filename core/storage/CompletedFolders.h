@@ -12,45 +12,45 @@
 
 namespace tidemark {
 
-/// The sums of one folder, in bytes.
+/// The sizes of one folder, in bytes.
 struct FolderTotals {
     std::int64_t bytes = 0;
     std::int64_t allocatedBytes = 0;
-    /// The part of `bytes` that lies directly in the folder; absent when it holds no file.
+    /// The size of the files directly in the folder; absent when there are none.
     std::optional<std::int64_t> ownFileBytes;
 
     void addFile(std::int64_t fileBytes, std::int64_t fileAllocatedBytes);
     void addFolder(const FolderTotals& folder);
 };
 
-/// The finished subfolders of one walk. A `FolderSize` each would hold every path twice and cost
-/// megabytes where trees are deep: a folder is kept here by its own name and its parent, and the
-/// full record is put together for the few that are asked for.
+/// The finished subfolders of one walk, with their sizes. A `FolderSize` for each would hold every
+/// path twice and take many megabytes for a deep tree. So this keeps only the name and the parent
+/// of each folder, and makes the full record on request.
 class CompletedFolders {
 public:
     using Index = std::uint32_t;
     static constexpr Index noFolder = std::numeric_limits<Index>::max();
-    /// Most folders that are kept; those that end later are left out.
+    /// The most folders to keep; those that are finished later are left out.
     static constexpr std::size_t limit = 50'000;
 
-    /// `rootPath` is the path of the walk's root, which is no part of the set itself.
-    explicit CompletedFolders(std::string rootPath) : root(std::move(rootPath)) {}
+    /// `root` is the path of the walk's root, which is not in the set itself.
+    explicit CompletedFolders(std::string root) : root(std::move(root)) {}
 
-    /// Notes a folder that the walk enters. `parent` is `noFolder` below the root. The answer is
+    /// Adds a folder that the walk enters. `parent` is `noFolder` for a child of the root. Returns
     /// `noFolder` when the set is full.
     Index enter(Index parent, std::string_view name);
-    /// All below the folder has been walked.
+    /// Marks the folder as finished: everything below it has been walked.
     void complete(Index folder, const FolderTotals& totals);
 
-    /// Leaves out the folder that was entered last into its parent, with all below it: it is not
-    /// there any more.
+    /// Removes the folder that was entered last in its parent, with everything below it, because it
+    /// is not on disk any more.
     void remove(Index folder);
 
-    /// How many folders are complete, those left out counted.
+    /// The number of finished folders, including removed ones.
     std::size_t size() const { return completed; }
-    /// Leaves out all but the `count` that were complete first.
+    /// Keeps only the `count` folders that were finished first.
     void keepFirst(std::size_t count) { completed = std::min(completed, count); }
-    /// The size of the folder at `path`, when it is in the set.
+    /// The size of the folder at `path`; absent when it is not in the set.
     std::optional<FolderSize> find(std::string_view path) const;
 
 private:
@@ -60,7 +60,7 @@ private:
         Index nextSibling = noFolder;
         std::uint32_t nameStart;
         std::uint32_t nameLength;
-        /// The place in the order of completion.
+        /// Position in the order of completion.
         Index rank = noFolder;
         FolderTotals totals;
     };
@@ -71,12 +71,12 @@ private:
     FolderSize sizeOf(const Folder& folder, std::string_view path) const;
 
     std::string root;
-    /// A folder whose parent is in the set is only ever complete after all of its children.
+    /// In the order of `enter`. Children are always completed before their parent.
     std::vector<Folder> folders;
     std::string names;
-    /// The folders of a lower rank are the ones in the set.
+    /// Only folders with a lower rank are in the set.
     std::size_t completed = 0;
-    /// All indices by parent and name, made when something is looked for.
+    /// All indices sorted by parent and name; made by the first `find`.
     mutable std::vector<Index> byName;
 };
 

@@ -17,10 +17,11 @@ namespace {
 
 constexpr std::int64_t cursorEntryLimit = 5'000'000;
 
-/// An item that took more seconds is saved at once, so that its work is not lost with the process.
+/// An item that took longer, in seconds, is saved at once, so that a crash does not lose that work.
 constexpr double longItem = 1;
 
-/// Seconds of a slice by failed attempts in a row, so that a huge item gets a large one in the end.
+/// Length of a slice in seconds, by the number of consecutive failed attempts, so that a very large
+/// item gets longer slices.
 constexpr std::array sliceSeconds{15.0, 30.0, 60.0, 120.0};
 constexpr std::int64_t attemptLimit = sliceSeconds.size() - 1;
 
@@ -29,32 +30,33 @@ double sliceFor(std::int64_t attempts) {
         std::clamp<std::int64_t>(attempts, 0, attemptLimit))];
 }
 
-/// Gives up a lock for its lifetime.
-class Unlocked {
+/// Unlocks a lock for its lifetime.
+class ScopedUnlock {
 public:
-    explicit Unlocked(std::unique_lock<std::mutex>& held) : lock(held) { lock.unlock(); }
-    ~Unlocked() { lock.lock(); }
-    Unlocked(const Unlocked&) = delete;
-    Unlocked& operator=(const Unlocked&) = delete;
+    explicit ScopedUnlock(std::unique_lock<std::mutex>& lock) : lock(lock) { lock.unlock(); }
+    ~ScopedUnlock() { lock.lock(); }
+    ScopedUnlock(const ScopedUnlock&) = delete;
+    ScopedUnlock& operator=(const ScopedUnlock&) = delete;
 
 private:
     std::unique_lock<std::mutex>& lock;
 };
 
-/// Keeps a flag set for its lifetime.
-class Raised {
+/// Sets a flag for its lifetime.
+class ScopedFlag {
 public:
-    explicit Raised(bool& raised) : flag(raised) { flag = true; }
-    ~Raised() { flag = false; }
-    Raised(const Raised&) = delete;
-    Raised& operator=(const Raised&) = delete;
+    explicit ScopedFlag(bool& flag) : flag(flag) { flag = true; }
+    ~ScopedFlag() { flag = false; }
+    ScopedFlag(const ScopedFlag&) = delete;
+    ScopedFlag& operator=(const ScopedFlag&) = delete;
 
 private:
     bool& flag;
 };
 
 bool isDue(const StorageMeasurementRecord& record, Date now, double refreshInterval) {
-    // Without an interval also when a clock that was set back makes the age negative.
+    // With an interval of 0 everything is due, even if the clock was set back and the age is
+    // negative.
     const bool fresh = refreshInterval > 0 && record.matchesObservedMetadata() && record.measuredAt
                        && now - *record.measuredAt < refreshInterval;
     return !fresh;
@@ -62,7 +64,8 @@ bool isDue(const StorageMeasurementRecord& record, Date now, double refreshInter
 
 using RecordPlace = MeasurementRecords::iterator;
 
-/// What is due, those first that were never tried, then those that waited longest.
+/// The records that are due: first those that were never attempted, then by the time of the last
+/// attempt.
 std::vector<RecordPlace> dueRecords(MeasurementRecords& records, Date now, double refreshInterval) {
     std::vector<RecordPlace> due;
     for (auto place = records.begin(); place != records.end(); ++place)
@@ -98,7 +101,7 @@ void noteSuccess(StorageMeasurementRecord& record, const FolderSize& size,
     record.issue.reset();
 }
 
-/// An earlier size stays: it is still a fact about its own date.
+/// Records a failed attempt. An earlier size is kept, with its date.
 void noteFailure(StorageMeasurementRecord& record, StorageMeasurementFailure failure) {
     record.issue = rawValue(failure);
     record.attempts = std::min(std::max<std::int64_t>(record.attempts, 0) + 1, attemptLimit);
@@ -120,9 +123,9 @@ StorageMeasurementReport reportOf(const MeasurementRecords& records, Date now) {
 } // namespace
 
 ComponentStorageScanner::ComponentStorageScanner(std::filesystem::path url,
-                                                 std::int64_t entriesInSlice, Clock& time,
+                                                 std::int64_t entriesInSlice, Clock& clock,
                                                  FolderGuard guard)
-    : entriesPerSlice(std::max<std::int64_t>(entriesInSlice, 1)), clock(time),
+    : entriesPerSlice(std::max<std::int64_t>(entriesInSlice, 1)), clock(clock),
       cache(std::move(url), std::move(guard)) {}
 
 void ComponentStorageScanner::beginCapture() {
@@ -193,13 +196,14 @@ ComponentStorageScanner::collectLocked(Lock& lock, const std::vector<StorageMeas
                                        const Measure& measure, const std::stop_token& stop) {
     if (collecting)
         throw Error("Another storage measurement is still running.");
-    const Raised busy(collecting);
+    const ScopedFlag busy(collecting);
     cache.load();
 
     const Date now = clock.now();
     auto records = merged(items);
     const Round round{clock.monotonicSeconds() + seconds, measure, stop};
-    // Also sizes that are known already take time: that of saving them.
+    // The batch starts here and not with the first walk, since saving sizes that are known already
+    // takes time as well.
     batch = {.start = clock.monotonicSeconds()};
     for (const RecordPlace place : dueRecords(records, now, refreshInterval)) {
         if (batch.isOver(clock.monotonicSeconds()))
@@ -214,27 +218,27 @@ ComponentStorageScanner::collectLocked(Lock& lock, const std::vector<StorageMeas
         if (end - start > longItem || cache.isSaveDue(end))
             cache.save();
     }
-    // A capture calls for one folder after the other, and saves when it ends.
+    // A capture calls this for one folder after the other, and saves at its end.
     if (!captureActive || cache.isSaveDue(clock.monotonicSeconds()))
         cache.save();
     return reportOf(records, now);
 }
 
-/// Lets others in for a while. False when stopped.
+/// Waits with the lock released, so that other calls can run. False when stopped.
 bool ComponentStorageScanner::rest(Lock& lock, double seconds, const std::stop_token& stop) {
-    // What the items before a long walk yielded does not wait for its end.
+    // Saves the items before a long walk without waiting for its end.
     if (cache.isSaveDue(clock.monotonicSeconds()))
         cache.save();
     const auto pause = [&] {
-        const Unlocked others(lock);
+        const ScopedUnlock others(lock);
         return clock.pause(seconds, stop);
     };
-    const bool goesOn = pause();
+    const bool mayContinue = pause();
     batch = {.start = clock.monotonicSeconds()};
-    return goesOn;
+    return mayContinue;
 }
 
-/// What is known of each item, with the item as it is now.
+/// The known record of each item, updated with its present state.
 MeasurementRecords
 ComponentStorageScanner::merged(const std::vector<StorageMeasurementItem>& items) const {
     MeasurementRecords records;
@@ -245,7 +249,7 @@ ComponentStorageScanner::merged(const std::vector<StorageMeasurementItem>& items
             continue;
         }
         StorageMeasurementRecord record;
-        // Under another identifier something else lies at that path now.
+        // Another identifier means that something else is at that path now.
         if (known && (*known)->item->identifier == item.identifier)
             record = **known;
         record.item.emplace(StorageMeasurementItem(item));
@@ -254,7 +258,7 @@ ComponentStorageScanner::merged(const std::vector<StorageMeasurementItem>& items
     return records;
 }
 
-/// The record after one more attempt; absent when there is no time for it or it was cancelled.
+/// The record after another attempt; absent when there was no time left or it was cancelled.
 std::optional<StorageMeasurementRecord>
 ComponentStorageScanner::attempt(Lock& lock, StorageMeasurementRecord record, const Round& round) {
     if (round.stop.stop_requested() || clock.monotonicSeconds() >= round.deadline)
@@ -290,7 +294,7 @@ ComponentStorageScanner::measureNow(Lock& lock, const StorageMeasurementRecord& 
     const double slice = std::min(remaining, sliceFor(record.attempts));
     if (!round.measure)
         return measureSlice(lock, record.item, slice, round.stop);
-    const Unlocked others(lock);
+    const ScopedUnlock others(lock);
     return round.measure(record.item->path, slice);
 }
 
@@ -304,12 +308,14 @@ ComponentStorageScanner::measureSlice(Lock& lock, const Shared<StorageMeasuremen
     lastMeasured = cursors.at(item->path).item;
     const WalkBudget budget{clock.monotonicSeconds() + seconds, entriesPerSlice};
     const std::int64_t start = walk->count();
-    std::int64_t told = start;
-    const auto tell = [&] { walked += walk->count() - std::exchange(told, walk->count()); };
+    std::int64_t counted = start;
+    const auto countSteps = [&] {
+        walked += walk->count() - std::exchange(counted, walk->count());
+    };
     const auto slice = [&] {
         try {
             return walkInBatches(*walk, budget, clock, stop, batch, [&](double pause) {
-                tell();
+                countSteps();
                 return rest(lock, pause, stop);
             });
         } catch (...) {
@@ -318,10 +324,11 @@ ComponentStorageScanner::measureSlice(Lock& lock, const Shared<StorageMeasuremen
         }
     };
     auto outcome = slice();
-    tell();
+    countSteps();
     lastVisited = walk->count() - start;
     if (!outcome) {
-        // The next slice may be hours away: until then the disk can be unmounted.
+        // Close the folder: the next slice may be hours away, and the disk may be unmounted until
+        // then.
         walk->rest(stop);
         return std::unexpected(outcome.error());
     }
@@ -331,22 +338,23 @@ ComponentStorageScanner::measureSlice(Lock& lock, const Shared<StorageMeasuremen
     return *std::move(outcome);
 }
 
-/// A walk that began before the item changed would end in a size of neither state. But a folder
-/// that changes between all captures would never be measured: from the second change on its walk
-/// goes on, and the size is that of the state in which it began.
-bool ComponentStorageScanner::Cursor::goesOnFor(const StorageMeasurementItem& now) const {
+/// Whether an unfinished walk is continued for the present state of its item. A walk that began
+/// before the item changed gives a size of neither state, so it is started anew. But only once: a
+/// folder that changes between all captures would otherwise never be measured. From the second
+/// change on the walk is continued, and the size counts for the state in which it began.
+bool ComponentStorageScanner::Cursor::continuesFor(const StorageMeasurementItem& now) const {
     StorageMeasurementItem unchanged = now;
     if (startedAnew)
         unchanged.modified = item->modified;
     return unchanged == *item;
 }
 
-/// The walk of an item, resumed or new.
+/// The unfinished walk of an item, or a new one.
 ComponentStorageScanner::SharedWalk
 ComponentStorageScanner::cursorFor(const Shared<StorageMeasurementItem>& item) {
     const auto known = cursors.find(item->path);
     const bool isKnown = known != cursors.end();
-    if (isKnown && known->second.goesOnFor(*item))
+    if (isKnown && known->second.continuesFor(*item))
         return known->second.walk;
     if (isKnown)
         cursors.erase(known);

@@ -14,49 +14,56 @@
 
 namespace tidemark {
 
-/// Measures many items of very different sizes over many captures, in small time budgets, and
-/// never presents a partial total as a size. A walk that does not end within its slice of time is
-/// kept, with nothing of it open, and resumed at a later capture. Unfinished walks live in memory
-/// only. Finished sizes are saved once they are a second old, and at once after an item that took
-/// longer than a second: a crash loses at most the small items of the last second.
+/// Measures many items of very different sizes over many captures. A capture has little time, but a
+/// large folder can take minutes to walk, and a partial total must never be reported as a size. So
+/// each item gets a slice of time; a walk that does not finish within it is kept in memory, with no
+/// file open, and continued by a later capture, and until then the item keeps its last known size.
 ///
-/// Any thread may call. Calls take turns, and a running measurement lets others in at each of its
-/// pauses: they wait for one batch of walking, one save, or the listing of one folder.
+/// Finished sizes are saved when they are a second old, or at once after an item that took longer
+/// than a second, so a crash loses at most the small items of the last second. Unfinished walks are
+/// not saved.
+///
+/// Thread-safe. One call runs at a time, but a running measurement releases the lock at each of its
+/// pauses: other calls wait at most for one batch of walking, one save, or the listing of one
+/// folder.
 class ComponentStorageScanner {
 public:
     using Measurement = std::expected<FolderSize, StorageMeasurementFailure>;
-    /// Measures what lies at a path within so many seconds.
+    /// Measures the item at a path within `seconds`.
     using Measure = std::function<Measurement(const std::filesystem::path&, double seconds)>;
 
-    /// `url` is the file of finished measurements; without one they are kept in memory only.
-    /// `entriesPerSlice` bounds the steps of one slice. `guard` is that of the folder of `url`.
+    /// `url` is the file of finished measurements; if empty they are kept in memory only.
+    /// `entriesPerSlice` limits the steps of one slice. `guard` is the guard of the folder of
+    /// `url`.
     ComponentStorageScanner(std::filesystem::path url, std::int64_t entriesPerSlice,
                             Clock& clock = Clock::system(), FolderGuard guard = {});
 
-    /// Sizes found between these two are shared: a folder walked as part of another costs nothing.
+    /// Between `beginCapture` and `endCapture`, a folder that was walked as part of another one is
+    /// not walked again.
     void beginCapture();
     void endCapture();
-    /// Saves what is not saved yet. Throws an `Error` when that fails; a later save tries again.
+    /// Saves the measurements that are not in the file yet. Throws an `Error` when that fails; a
+    /// later save tries again.
     void save();
-    /// Drops the unfinished walks of all that lies outside of `roots`.
+    /// Drops unfinished walks outside of `roots`.
     void retainCursors(const std::vector<std::filesystem::path>& roots);
 
-    /// Entries walked since the scanner was made. Never waits; for telling how a capture goes on.
+    /// Number of entries walked since construction, to show progress. Does not wait for the lock.
     std::int64_t entriesWalked() const { return walked.load(std::memory_order_relaxed); }
 
-    /// Spends up to `seconds` on the items whose size is not known for their present state or is
-    /// `refreshInterval` seconds old, those first that waited longest. The report holds every
-    /// item, measured or not, by name: running out of time, or being stopped, is no failure.
-    /// `measure` takes the place of the walk and runs while others may call. Outside of a capture
-    /// all is saved at the end; within one, whose end calls `save`, at most once a second.
-    /// Throws an `Error` while another `collect` runs, or when the file can't be read or written.
+    /// Spends up to `seconds` on measuring the items whose size is not known for their present
+    /// state or is `refreshInterval` seconds old, in the order of their last attempts. The report
+    /// has every item, measured or not, by name; running out of time or being stopped is not a
+    /// failure. `measure` is called instead of the walk, if given, without the lock. Saves at the
+    /// end; during a capture, which calls `save` itself, at most once a second. Throws an `Error`
+    /// while another `collect` is running, or when the file can't be read or written.
     StorageMeasurementReport collect(const std::vector<StorageMeasurementItem>& items,
                                      double seconds, double refreshInterval,
                                      const Measure& measure = {}, const std::stop_token& stop = {});
 
-    /// Measures one folder in two layers: its own files are listed now, and each subfolder is an
-    /// item of `collect`. Throws a `StorageMeasurementError` when the folder can't be listed
-    /// whole, and what `collect` throws.
+    /// Measures one folder: lists its own files now, and passes each subfolder as an item to
+    /// `collect`. Throws a `StorageMeasurementError` when the folder can't be listed completely,
+    /// and what `collect` throws.
     FolderStorageReport collectFolder(const std::filesystem::path& url, double seconds,
                                       const std::stop_token& stop = {});
 
@@ -66,14 +73,14 @@ private:
     using SharedWalk = std::expected<std::shared_ptr<StorageTraversal>, StorageMeasurementFailure>;
 
     struct Cursor {
-        /// What the walk was started for.
+        /// The item in the state in which the walk was started.
         Shared<StorageMeasurementItem> item;
-        /// Shared, since a cursor may be dropped in a pause of its own walk.
+        /// Shared, because another call may drop the cursor in a pause of its own walk.
         std::shared_ptr<StorageTraversal> walk;
-        /// Whether it took the place of a walk that began before the item changed.
+        /// Whether it replaced a walk that began before the item changed.
         bool startedAnew = false;
 
-        bool goesOnFor(const StorageMeasurementItem& now) const;
+        bool continuesFor(const StorageMeasurementItem& now) const;
     };
     struct Round {
         double deadline;
@@ -102,12 +109,12 @@ private:
     std::map<std::string, Cursor> cursors;
     bool collecting = false;
     bool captureActive = false;
-    /// What the running `collect` walked since it rested.
+    /// What the running `collect` walked since its last pause.
     WalkBatch batch;
     CaptureSizes captureSizes;
-    /// Entries walked by the last slice.
+    /// Number of entries walked in the last slice.
     std::int64_t lastVisited = 0;
-    /// The state of the item that the last attempt measured.
+    /// The item in the state that the last attempt measured.
     Shared<StorageMeasurementItem> lastMeasured;
     std::atomic<std::int64_t> walked = 0;
 };

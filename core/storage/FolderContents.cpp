@@ -50,7 +50,7 @@ listContents(const std::filesystem::path& folder, Clock& clock, const std::stop_
         if (TrashFolder::isFileManagersOwn(folder.native(), entry->d_name))
             continue;
         const auto metadata = reader->status(entry->d_name);
-        // What has gone since its name was read is gone.
+        // The entry was removed after its name was read.
         if (!metadata && metadata.error() == ENOENT)
             continue;
         if (!metadata)

@@ -28,7 +28,8 @@ std::map<std::string_view, Pair> childrenByPath(const Node* before, const Node* 
     return pairs;
 }
 
-/// The node of one side; that of the other stands in for what is known to be absent.
+/// The node of one side. If it is known to be absent there, a node of 0 bytes like that of the
+/// other side.
 std::optional<Node> sideOf(const Node* own, const Node& other, const Node* parent) {
     if (own)
         return *own;

@@ -4,7 +4,7 @@
 
 namespace tidemark {
 
-/// One line of a comparison of two folders.
+/// One row of a comparison of two folders.
 struct FolderInspectionRow {
     /// The path.
     std::string id;
@@ -17,9 +17,9 @@ struct FolderInspectionRow {
 
 namespace FolderInspection {
 
-/// The children of both nodes side by side, the largest change first. What one side lacks counts
-/// as 0 bytes there when that side is known to list everything, else as unknown, which also all
-/// is of a null side.
+/// The children of both nodes side by side, the largest change first. A child that one side lacks
+/// has 0 bytes there if that side lists everything, otherwise its size is unknown. If a node is
+/// null, all sizes of its side are unknown.
 std::vector<FolderInspectionRow> rows(const FolderInspectionNode* before,
                                       const FolderInspectionNode* after);
 

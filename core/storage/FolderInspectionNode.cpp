@@ -104,7 +104,7 @@ Node nodeOf(const FolderStorageReport& report) {
     return node;
 }
 
-/// True when nothing below `root` was kept from being seen.
+/// True when everything below `root` was read.
 bool isCovered(const std::string& root, const Coverage& coverage) {
     return coverage.applicationRoots->contains(root)
            && (!coverage.excludedPaths

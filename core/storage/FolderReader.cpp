@@ -16,9 +16,6 @@ bool isDotOrDotDot(const char* name) {
 
 } // namespace
 
-FolderReader::FolderReader(FileDescriptor folder)
-    : number(folder.get()), opened(std::move(folder)) {}
-
 std::expected<FolderReader, int> FolderReader::open(int parent, const char* name) {
     FileDescriptor folder(::openat(parent, name, folderFlags));
     if (!folder)
@@ -33,7 +30,7 @@ FolderReader::openRoot(const std::filesystem::path& path) {
         return std::unexpected(StorageMeasurementFailure::unreadable);
     if (!metadata->isDirectory())
         return std::unexpected(StorageMeasurementFailure::unavailable);
-    if (metadata->isCloudOnly())
+    if (metadata->isCloudOnly)
         return std::unexpected(StorageMeasurementFailure::cloudBacked);
     auto folder = open(AT_FDCWD, path.c_str());
     if (!folder)
@@ -41,30 +38,19 @@ FolderReader::openRoot(const std::filesystem::path& path) {
     return *std::move(folder);
 }
 
-bool FolderReader::startReading() {
-    stream.reset(::fdopendir(opened.get()));
-    if (!stream)
-        return false;
-    opened.release();
-    return true;
-}
-
 const dirent* FolderReader::next() {
-    errno = 0;
-    if (stream || startReading())
-        while (const dirent* entry = ::readdir(stream.get()))
-            if (!isDotOrDotDot(entry->d_name))
-                return entry;
-    failedWith = errno;
+    while (const dirent* entry = names.next())
+        if (!isDotOrDotDot(entry->d_name))
+            return entry;
     return nullptr;
 }
 
 std::expected<StorageFileMetadata, int> FolderReader::status() const {
-    return StorageFileMetadata::readOpen(number);
+    return StorageFileMetadata::readOpen(names.descriptor());
 }
 
 std::expected<StorageFileMetadata, int> FolderReader::status(const char* name) const {
-    return StorageFileMetadata::readEntry(number, name);
+    return StorageFileMetadata::readEntry(names.descriptor(), name);
 }
 
 } // namespace tidemark

@@ -48,7 +48,7 @@ void MeasurementCache::trim() {
 void MeasurementCache::save() {
     if (!unsavedSince)
         return;
-    writeDocument(path, records, permission);
+    writeDocument(path, records, guard);
     unsavedSince.reset();
 }
 

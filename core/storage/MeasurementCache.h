@@ -9,32 +9,36 @@
 
 namespace tidemark {
 
-/// Measurement records by the path of their item. Shared, so that passing them on copies nothing.
+/// Measurement records by the path of their item. Shared, so that passing them on does not copy
+/// them.
 using MeasurementRecords = std::map<std::string, Shared<StorageMeasurementRecord>>;
 
-/// The measurement records of all captures and the file that holds them: one JSON object from
-/// path to record. Without a file they last as long as the process.
+/// The measurement records of all captures and their file, one JSON object from path to record.
+/// Measuring a folder is expensive, so sizes are kept across captures and restarts; as the file is
+/// replaced whole, records are collected for a second before it is written. Without a file, records
+/// are kept in memory only.
 class MeasurementCache {
 public:
-    /// Most records that are kept; those attempted longest ago go first.
+    /// The most records to keep; those with the oldest attempts are dropped.
     static constexpr std::size_t limit = 10'000;
 
-    /// An empty `file` keeps everything in memory. `guard` is that of the folder of the file.
-    explicit MeasurementCache(std::filesystem::path file, FolderGuard guard = {})
-        : path(std::move(file)), permission(std::move(guard)) {}
+    /// Without a file if `path` is empty. `guard` is the guard of its folder.
+    explicit MeasurementCache(std::filesystem::path path, FolderGuard guard = {})
+        : path(std::move(path)), guard(std::move(guard)) {}
 
-    /// Reads the file, once; no file is an empty cache. Throws `FileError` when it can't be read or
-    /// understood: nothing is known then, nothing is written, and the next call tries again.
+    /// Reads the file, on the first call only; if it does not exist the cache is empty. Throws
+    /// `FileError` when it can't be read or decoded. Then the cache stays empty, `save` does not
+    /// write, and the next call tries again.
     void load();
-    /// The record of the item at `itemPath`, or null.
+    /// The record of the item at `itemPath`; null when there is none.
     const Shared<StorageMeasurementRecord>* find(const std::string& itemPath) const;
-    /// Keeps the record in memory. `now` is the time on the monotonic clock.
+    /// Keeps the record in memory. `now` is in seconds on the monotonic clock.
     void store(const Shared<StorageMeasurementRecord>& record, double now);
-    /// Whether a record has waited a second for `save`: the file is written whole, which for many
-    /// small items would take far longer than measuring them.
+    /// Whether a record has waited a second for `save`. Saving after each of many small items would
+    /// take far longer than measuring them.
     bool isSaveDue(double now) const { return unsavedSince && now - *unsavedSince >= saveInterval; }
-    /// Replaces the file when a record was stored since the last time. Throws an `Error` when that
-    /// fails: it is tried again by the next call.
+    /// Replaces the file if a record was stored since the last call. Throws an `Error` when that
+    /// fails; the next call tries again.
     void save();
 
 private:
@@ -43,10 +47,10 @@ private:
     void trim();
 
     std::filesystem::path path;
-    FolderGuard permission;
+    FolderGuard guard;
     MeasurementRecords records;
     bool loaded = false;
-    /// When the first record was stored that is not in the file yet.
+    /// When the oldest record that is not in the file was stored, on the monotonic clock.
     std::optional<double> unsavedSince;
 };
 

@@ -5,11 +5,11 @@
 
 namespace tidemark {
 
-/// A measurement failure where an exception is called for. `what()` is the failure's sentence.
+/// A `StorageMeasurementFailure` as an exception. `what()` is its sentence.
 class StorageMeasurementError : public Error {
 public:
-    explicit StorageMeasurementError(StorageMeasurementFailure reason)
-        : Error(std::string(rawValue(reason))), cause(reason) {}
+    explicit StorageMeasurementError(StorageMeasurementFailure cause)
+        : Error(std::string(rawValue(cause))), cause(cause) {}
 
     StorageMeasurementFailure failure() const { return cause; }
 

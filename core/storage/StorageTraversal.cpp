@@ -3,7 +3,6 @@
 #include "core/base/Arithmetic.h"
 #include "core/base/CanonicalPath.h"
 #include "core/base/Text.h"
-#include "core/system/BirthTime.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -14,11 +13,10 @@ namespace tidemark {
 
 namespace {
 
-/// How many names are read ahead to be put in order. More would not make the order much better,
-/// and cost memory.
+/// How many names are read ahead and sorted. More would take memory and hardly improve the order.
 constexpr std::int64_t readAhead = 1024;
-/// How many names a stop leaves time for, so that the walk can go on where it was: some hundredths
-/// of a second on a disk of this machine.
+/// How many names are still read after a stop, so that the walk can be resumed: some hundredths of
+/// a second on a local disk.
 constexpr std::int64_t readAfterStop = 65'536;
 
 std::unexpected<StorageMeasurementFailure> failure(StorageMeasurementFailure reason) {
@@ -27,18 +25,20 @@ std::unexpected<StorageMeasurementFailure> failure(StorageMeasurementFailure rea
 
 } // namespace
 
-StorageTraversal::StorageTraversal(std::string path, std::int64_t limit, RootFiles files)
-    : rootPath(std::move(path)), entryLimit(limit), rootFiles(files), completed(rootPath) {
+StorageTraversal::StorageTraversal(std::string rootPath, std::int64_t entryLimit,
+                                   RootFiles rootFiles)
+    : rootPath(std::move(rootPath)), entryLimit(entryLimit), rootFiles(rootFiles),
+      completed(this->rootPath) {
     nameRootFiles();
 }
 
 bool StorageTraversal::Directory::is(const FolderReader& folder) const {
     const auto metadata = folder.status();
-    if (!metadata || metadata->device() != device)
+    if (!metadata || metadata->version.device != device)
         return false;
-    // FAT numbers its inodes anew each time they are read, others hand them out again.
-    const auto made = birthTime(folder.descriptor());
-    return birth ? made == birth : !made && metadata->inode() == inode;
+    // Inode numbers alone don't identify a folder: FAT assigns new ones on each read, other file
+    // systems reuse them.
+    return birth ? metadata->birth == birth : !metadata->birth && metadata->version.inode == inode;
 }
 
 StorageTraversal::Opened StorageTraversal::open(const std::filesystem::path& folder,
@@ -83,7 +83,7 @@ std::optional<StorageTraversal::Result> StorageTraversal::step() {
 }
 
 void StorageTraversal::rest(const std::stop_token& stop) {
-    // One name more than may be visited is enough for the walk to end at its limit.
+    // One name more than the limit is enough to end the walk there.
     const auto most = std::max<std::int64_t>(entryLimit - visited, 0) + 1;
     for (std::int64_t read = 0; reading && read < most; read += readAhead) {
         if (read >= readAfterStop && stop.stop_requested()) {
@@ -116,7 +116,7 @@ std::optional<StorageTraversal::Result> StorageTraversal::enterNext() {
     auto folder = FolderReader::open(here.descriptor(), name.c_str());
     if (folder)
         return enter(*std::move(folder), std::move(name));
-    // By now something else may have the name of the folder.
+    // Something else may have the name of the folder by now.
     if (folder.error() == ENOTDIR || folder.error() == ELOOP)
         add(name.c_str(), here.status(name.c_str()));
     else if (folder.error() != ENOENT)
@@ -133,7 +133,7 @@ std::optional<StorageTraversal::Result> StorageTraversal::enter(FolderReader fol
         readFailed = true;
         return std::nullopt;
     }
-    if (metadata->isCloudOnly())
+    if (metadata->isCloudOnly)
         return failure(StorageMeasurementFailure::cloudBacked);
 
     const auto index =
@@ -142,9 +142,9 @@ std::optional<StorageTraversal::Result> StorageTraversal::enter(FolderReader fol
     hereLevel = stack.size();
     reading = true;
     stack.push_back({.name = std::move(name),
-                     .device = metadata->device(),
-                     .inode = metadata->inode(),
-                     .birth = birthTime(here.descriptor()),
+                     .device = metadata->version.device,
+                     .inode = metadata->version.inode,
+                     .birth = metadata->birth,
                      .index = index,
                      .totals = {},
                      .pending = {}});
@@ -152,7 +152,7 @@ std::optional<StorageTraversal::Result> StorageTraversal::enter(FolderReader fol
 }
 
 bool StorageTraversal::isCycle(const StorageFileMetadata& folder) const {
-    // Without following links only a folder that is mounted below itself comes round again.
+    // As links are not followed, only a folder that is mounted below itself can occur twice.
     return std::ranges::any_of(stack, [&](const Directory& open) { return open.is(folder); });
 }
 
@@ -193,7 +193,7 @@ void StorageTraversal::forgetEntries() {
 std::optional<StorageTraversal::Result> StorageTraversal::visitNext() {
     const char* name = entryNames.c_str() + entries[nextEntry++].nameStart;
     const auto status = here.status(name);
-    // The listing may not tell a folder. It counts when it is entered.
+    // The listing may not say that an entry is a folder. A folder is counted when it is entered.
     const bool isFolder = status && status->isDirectory();
     if (!isFolder && !countEntry())
         return failure(StorageMeasurementFailure::entryLimit);
@@ -234,8 +234,8 @@ std::optional<StorageTraversal::Result> StorageTraversal::leave() {
     return std::nullopt;
 }
 
-/// Opens the top of the stack, or the nearest folder above it that is still at its place, which
-/// then is the top.
+/// Opens the top of the stack. If it is not at its place any more, opens the nearest folder above
+/// that is, and makes it the top.
 std::optional<StorageTraversal::Result> StorageTraversal::returnToTop() {
     above = {};
     if (here && climb())
@@ -246,7 +246,7 @@ std::optional<StorageTraversal::Result> StorageTraversal::returnToTop() {
 bool StorageTraversal::climb() {
     while (hereLevel + 1 > stack.size()) {
         auto parent = FolderReader::open(here.descriptor(), "..");
-        // A folder that was moved meanwhile has another parent now.
+        // A folder that was moved in the meantime has another parent.
         if (!parent || !stack[hereLevel - 1].is(*parent))
             return false;
         here = *std::move(parent);
@@ -256,7 +256,7 @@ bool StorageTraversal::climb() {
 }
 
 std::optional<StorageTraversal::Result> StorageTraversal::descend() {
-    // By now a link may stand on the way, and lead elsewhere.
+    // A folder on the way may have been replaced by a link by now.
     if (canonicalPath(rootPath).native() != rootPath)
         return failure(StorageMeasurementFailure::unavailable);
     auto root = FolderReader::openRoot(rootPath);
@@ -276,7 +276,8 @@ std::optional<StorageTraversal::Result> StorageTraversal::descend() {
     return std::nullopt;
 }
 
-/// Takes the folder at `level` out of the walk with all below it. Its name is looked at anew.
+/// Removes the folder at `level` and everything below it from the sums, and queues its name to be
+/// visited again.
 void StorageTraversal::leaveOut(std::size_t level) {
     completed.remove(stack[level].index);
     stack[level - 1].addPending(stack[level].name);
@@ -290,7 +291,7 @@ void StorageTraversal::nameRootFiles() {
         directFileSizes.emplace();
 }
 
-/// Another folder has the place of the root.
+/// Restarts the walk, because another folder is at the path of the root.
 std::optional<StorageTraversal::Result> StorageTraversal::startOver(FolderReader root) {
     stack.clear();
     forgetEntries();

@@ -12,52 +12,54 @@
 
 namespace tidemark {
 
-/// A walk of one folder tree that can rest after any step and go on later, for days if need be. It
-/// adds up logical and allocated bytes per folder and ends with the size of the root.
+/// Walks one folder tree and adds up logical and allocated bytes per folder. Measuring a large tree
+/// can take longer than one capture may, so the walk goes step by step and can pause after any
+/// step, for seconds or for days, with no file open. The difficulty is that the tree may change
+/// during a pause.
 ///
-/// Links are not followed; other file systems mounted below are entered. A file with several names
-/// counts at each of them. What can't be read below the root does not stop the walk, but keeps it
-/// from ending in a size. The tree may change between two steps: each folder counts as it was when
-/// its names were read, without the entries that have gone before their turn came.
+/// Links are not followed; file systems mounted below are included. A file with several names is
+/// counted for each of them. If a part of the tree can't be read, the walk goes on but ends with a
+/// failure instead of a size. Each folder counts as it was when its names were read, without
+/// entries that were removed before they were visited.
 ///
-/// Folders are gone down into by descriptor, so no path is ever too long, and a folder that turns
-/// into a link is not followed. At most two descriptors are open, however deep the tree, and none
-/// after `rest`. The way back leads through the names of the folders, and holds only where device,
-/// inode and time of birth are still the same: a folder that is not at its place any more is taken
-/// out of the sums, and what stands there now is walked from its start. Not for several threads at
-/// once.
+/// Folders are opened relative to their parent's descriptor, so no path is too long and a folder
+/// that is replaced by a link is not followed. At most two descriptors are open at any depth, and
+/// none after `rest`. To continue after a pause, the folders on the way are opened again by name
+/// and compared by device, inode and time of birth. A folder that is not at its place any more is
+/// removed from the sums, and whatever is there now is walked from its start. Not thread-safe.
 class StorageTraversal {
 public:
-    /// Whether the result names the files that lie directly in the root: of a folder with millions
-    /// of them, that takes memory by the hundred megabytes.
+    /// Whether the result has the name and size of each file directly in the root. With millions of
+    /// files that takes hundreds of megabytes of memory.
     enum class RootFiles { named, summed };
 
     using Result = std::expected<FolderSize, StorageMeasurementFailure>;
     using Opened = std::expected<StorageTraversal, StorageMeasurementFailure>;
 
-    /// Opens the folder that `folder` is, or that it links to. At most `entryLimit` entries below
-    /// the root are visited. The failures are those of `FolderReader::openRoot`.
+    /// Starts a walk of `folder`, which may be a link to a folder. At most `entryLimit` entries
+    /// below the root are visited. The failures are those of `FolderReader::openRoot`.
     static Opened open(const std::filesystem::path& folder, std::int64_t entryLimit,
                        RootFiles files = RootFiles::named);
-    /// The same for a folder found before at a canonical path: where by now a link stands at the
-    /// path or on the way to it, the failure is `unavailable`.
+    /// The same for a folder that was found earlier at a canonical path. The failure is
+    /// `unavailable` when the path leads through a link by now.
     static Opened openItem(const std::filesystem::path& folder, std::int64_t entryLimit,
                            RootFiles files = RootFiles::named);
 
-    /// Handles one entry. Absent means: go on. A result, good or bad, ends the walk.
+    /// Visits one entry. Returns nothing while there is more to do; a result, a size or a failure,
+    /// ends the walk.
     std::optional<Result> step();
 
-    /// Closes what is open, after reading the names that are left in the folder being read. After a
-    /// stop only some are read: a folder with more is walked from its start then. The next step
-    /// opens again what it needs.
+    /// Closes all descriptors, after reading the remaining names of the current folder. After a
+    /// stop only some more names are read; a folder with more of them is walked from its start
+    /// later. The next step opens again what it needs.
     void rest(const std::stop_token& stop = {});
 
-    /// Entries visited so far, the root not counted; those of a folder that had to be walked again
+    /// Number of entries visited so far, without the root. Entries that had to be visited again
     /// count each time.
     std::int64_t count() const { return visited; }
     /// The finished subfolders.
     const CompletedFolders& completedSizes() const { return completed; }
-    /// Gives them away, once the walk has ended.
+    /// Moves the finished subfolders out. Only after the walk has ended.
     CompletedFolders takeCompletedSizes() { return std::move(completed); }
 
 private:
@@ -66,20 +68,20 @@ private:
         std::string name;
         dev_t device;
         ino_t inode;
-        std::optional<std::int64_t> birth;
+        std::optional<FileTime> birth;
         CompletedFolders::Index index = CompletedFolders::noFolder;
         FolderTotals totals;
-        /// Names of subfolders that are still to be entered, each ended by a zero byte.
+        /// Names of the subfolders that are still to be entered, each followed by a NUL.
         std::string pending;
         std::size_t pendingStart = 0;
 
         bool hasPending() const { return pendingStart < pending.size(); }
         void addPending(std::string_view folder) { pending.append(folder).push_back('\0'); }
         bool is(const StorageFileMetadata& metadata) const {
-            return metadata.inode() == inode && metadata.device() == device;
+            return metadata.version.inode == inode && metadata.version.device == device;
         }
         bool is(const FolderReader& folder) const;
-        /// No folder is this one any more.
+        /// Makes `is` return false for every folder.
         void forgetIdentity() {
             inode = 0;
             birth.reset();
@@ -91,7 +93,7 @@ private:
     };
     using Status = std::expected<StorageFileMetadata, int>;
 
-    StorageTraversal(std::string path, std::int64_t limit, RootFiles files);
+    StorageTraversal(std::string rootPath, std::int64_t entryLimit, RootFiles rootFiles);
 
     static Opened openCanonical(const std::filesystem::path& path, std::int64_t entryLimit,
                                 RootFiles files);
@@ -123,20 +125,20 @@ private:
     std::int64_t visited = 0;
     bool readFailed = false;
 
-    /// The folders on the way to where the walk stands, root first.
+    /// The folders from the root to the current one.
     std::vector<Directory> stack;
-    /// The folder that was entered last and is not left by its descriptor yet: the top of the
-    /// stack, or a folder that lay below it. Empty after a rest.
+    /// The open folder: the top of the stack, or a folder below it that the walk has finished but
+    /// not closed yet. Empty after `rest`.
     FolderReader here;
-    /// The place of `here` in the stack.
+    /// The index of `here` in the stack.
     std::size_t hereLevel = 0;
-    /// The parent of `here`, when it is open.
+    /// The parent of `here`, if it is open.
     FolderReader above;
-    /// Whether `here` may have more names.
+    /// Whether `here` may have more names to read.
     bool reading = false;
 
-    /// The entries of the top of the stack that have been read and not visited yet, in the order of
-    /// their inodes, which is that of their place on disk.
+    /// Entries of the top of the stack that have been read but not visited, sorted by inode, which
+    /// roughly is their order on disk.
     std::vector<Entry> entries;
     std::size_t nextEntry = 0;
     std::string entryNames;

@@ -15,7 +15,7 @@ namespace tidemark {
 /// its opened folder, so the address is good as long as this object lives.
 class LocalSocketAddress {
 public:
-    /// The error number when there is none: ENAMETOOLONG, or that of a folder that can't be opened.
+    /// The error is ENAMETOOLONG, or the `errno` of opening the folder.
     static std::expected<LocalSocketAddress, int> of(const std::filesystem::path& path);
 
     const sockaddr* get() const { return reinterpret_cast<const sockaddr*>(&address); }

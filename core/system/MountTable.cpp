@@ -113,7 +113,7 @@ std::optional<MountEntry> mountOf(const std::vector<MountEntry>& table, std::str
     for (const auto& entry : table)
         if (holds(entry, path) && (!best || entry.mountPoint.size() >= best->mountPoint.size()))
             best = &entry;
-    // A mount that hides the path's own is named by its number.
+    // The path may be on a mount that a later one hides; the device number tells them apart.
     if (best && best->device != device)
         for (const auto& entry : table)
             if (entry.device == device && holds(entry, path))

@@ -9,7 +9,7 @@ namespace tidemark {
 
 /// One line of the kernel's mount table, proc_pid_mountinfo(5).
 struct MountEntry {
-    /// "major:minor" of what `stat` reports for files on it.
+    /// The device number that stat(2) reports for its files, as "major:minor".
     std::string device;
     std::string mountPoint;
     bool readOnly = false;
@@ -21,15 +21,15 @@ struct MountEntry {
     bool operator==(const MountEntry&) const = default;
 };
 
-/// The table of a text as the kernel writes it; lines that are none are passed over.
+/// Parses the text of the kernel; skips lines in another format.
 std::vector<MountEntry> parseMountTable(std::string_view text);
 
-/// The entry that holds the canonical path `path` with the device number `device`: the deepest
-/// mount point above it, the latest of two on the same place.
+/// The mount that contains the canonical path `path`, whose device number is `device`: the deepest
+/// mount point above it, and of several at the same place the latest.
 std::optional<MountEntry> mountOf(const std::vector<MountEntry>& table, std::string_view path,
                                   std::string_view device);
 
-/// True for file systems whose files lie on another machine.
+/// True for file systems whose files are on another machine.
 bool isNetworkFileSystem(std::string_view type);
 
 } // namespace tidemark

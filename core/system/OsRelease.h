@@ -7,11 +7,11 @@
 
 namespace tidemark {
 
-/// The assignments of an os-release(5) file, with the quoting of the shell undone.
+/// The variables in an os-release(5) file, with the shell quoting removed.
 std::map<std::string, std::string> parseOsRelease(std::string_view text);
 
-/// How the system names itself with its version: `NAME` and `VERSION_ID`, or `PRETTY_NAME` where
-/// there is no version; absent when it says neither.
+/// The name of the system with its version: `NAME` and `VERSION_ID`, or `PRETTY_NAME` when there is
+/// no version; absent when it has neither.
 std::optional<std::string> versionOf(const std::map<std::string, std::string>& osRelease);
 
 } // namespace tidemark

@@ -9,14 +9,14 @@
 #include <optional>
 #include <string>
 
-/// Facts of the operating system that the core needs. One source file per system; anything that
-/// the system doesn't tell is absent, never guessed.
+/// Facts about the operating system that the core needs. One source file per system. Values that
+/// the system doesn't report are absent, not guessed.
 namespace tidemark::SystemFacts {
 
 /// The home directory of the user that the process runs as, without a slash at its end: `variable`,
-/// the value of $HOME, where that is an absolute path, else what the user database says.
+/// the value of $HOME, if that is an absolute path, else that in the user database.
 std::filesystem::path homeDirectory(const std::optional<std::string>& variable);
-/// The same by the environment of the process.
+/// The same, with $HOME of this process.
 std::filesystem::path homeDirectory();
 
 /// The present version and build of this machine. On Linux the distribution and its version of
@@ -26,9 +26,10 @@ OperatingSystemObservation collectOperatingSystem();
 /// asked: on Linux it has no build. Absent when it does not say its version.
 std::optional<OperatingSystemObservation> readOperatingSystem(const MachineFiles& machine);
 
-/// The volume that holds a path, as free space is compared by.
+/// The free space of a volume, and the volume's identity: only free space of the same volume is
+/// compared.
 struct VolumeSpace {
-    /// Bytes that an ordinary user may still use.
+    /// Bytes that an unprivileged user can still use.
     std::optional<std::int64_t> freeBytes;
     /// The UUID of the file system.
     std::optional<std::string> volumeID;
@@ -37,11 +38,11 @@ struct VolumeSpace {
 };
 VolumeSpace volumeSpace(const std::filesystem::path& path);
 
-/// Whether `path` is the place where a volume is mounted. Absent when the path can't be reached.
+/// Whether `path` is a mount point. Absent when the status of the path can't be read.
 std::optional<bool> isMountRoot(const std::filesystem::path& path);
 
-/// What is known of the volume that holds `path`, named by the last component of `path` where it
-/// has no name of its own. Absent when the path can't be reached.
+/// Properties of the volume that contains `path`. A volume without a name gets the last component
+/// of `path`. Absent when the status of the path can't be read.
 std::optional<VolumeContext> readVolumeContext(const std::filesystem::path& path);
 
 } // namespace tidemark::SystemFacts

@@ -21,7 +21,7 @@ namespace fs = std::filesystem;
 
 constexpr std::size_t systemFileLimit = 1 << 22;
 
-/// A file of the system; empty when there is none.
+/// The content of a file of a machine; empty when it can't be read.
 std::string systemFile(const MachineFiles& machine, const fs::path& path) {
     try {
         return machine.read(path, systemFileLimit);
@@ -30,6 +30,7 @@ std::string systemFile(const MachineFiles& machine, const fs::path& path) {
     }
 }
 
+/// The content of a system file; empty when it can't be read.
 std::string systemFile(const fs::path& path) {
     try {
         return readFile(path, systemFileLimit);
@@ -74,7 +75,7 @@ std::string unescapedLinkName(std::string_view name) {
     return textFromBytes(text);
 }
 
-/// The name under which udev links to a device in one of its folders, such as "by-uuid".
+/// The name of udev's link to a device in one of the folders below /dev/disk, such as "by-uuid".
 std::optional<std::string> linkTo(const std::string& device, const char* folder) {
     std::error_code error;
     const fs::path sought = fs::canonical(device, error);
@@ -90,8 +91,8 @@ std::optional<std::string> linkTo(const std::string& device, const char* folder)
     return std::nullopt;
 }
 
-/// The kernel's own answer, FS_IOC_GETFSUUID since Linux 6.9, for where udev's links are missing
-/// (a container, a device of another name). Written out since the headers may be older.
+/// Asks the kernel by FS_IOC_GETFSUUID (Linux 6.9), for when udev has no link, as in a container.
+/// The request is defined here because the headers may be older.
 std::optional<std::string> fileSystemUuid(const fs::path& path) {
     struct Answer {
         std::uint8_t length;
@@ -113,8 +114,8 @@ std::optional<std::string> fileSystemUuid(const fs::path& path) {
     return text;
 }
 
-/// Whether a block device is built in, from its place in sysfs. A device made of others, such as
-/// an encrypted one, is where its first part is.
+/// Whether a block device is built in, from its place in sysfs. For a device made of others, such
+/// as an encrypted one, the place of its first part counts.
 std::optional<bool> isInternal(fs::path device) {
     std::error_code error;
     for (int depth = 0; depth < 8; ++depth) {
@@ -128,7 +129,7 @@ std::optional<bool> isInternal(fs::path device) {
     }
     if (device.native().find("/usb") != std::string::npos)
         return false;
-    // A partition has no such file: its disk, the folder above, does.
+    // A partition has no such file, but its disk, the folder above, does.
     for (const fs::path& disk : {device, device.parent_path()})
         if (const std::string removable = systemFile(disk / "removable"); !removable.empty())
             return !removable.starts_with('1');
@@ -137,7 +138,7 @@ std::optional<bool> isInternal(fs::path device) {
 
 std::optional<bool> isInternal(const MountEntry& mount) {
     struct stat status{};
-    // The source names the device even where the file system has a number of its own.
+    // The source is the device even if the file system has a device number of its own.
     if (::stat(mount.source.c_str(), &status) == 0 && S_ISBLK(status.st_mode))
         return isInternal(fs::path("/sys/dev/block")
                           / (std::to_string(major(status.st_rdev)) + ":"
@@ -181,7 +182,8 @@ VolumeSpace volumeSpace(const fs::path& path) {
 
 std::optional<bool> isMountRoot(const fs::path& path) {
     struct statx status{};
-    // Knows bind mounts too, whose device is that of the folder above.
+    // Also true for bind mounts, which comparing the device number with that of the parent would
+    // miss.
     if (::statx(AT_FDCWD, path.c_str(), AT_SYMLINK_NOFOLLOW | AT_NO_AUTOMOUNT, 0, &status) != 0
         || (status.stx_attributes_mask & STATX_ATTR_MOUNT_ROOT) == 0)
         return std::nullopt;

@@ -1,4 +1,4 @@
-// What every POSIX system answers alike.
+// The facts that are read in the same way on every POSIX system.
 
 #include "core/system/SystemFacts.h"
 

@@ -2,8 +2,8 @@
 
 namespace tidemark {
 
-/// Makes the calling thread give way to whatever the user is doing, for the rest of its life. One
-/// source file per system; does nothing where the system refuses.
+/// Lowers the priority of the calling thread for the rest of its life, so that it does not slow
+/// down the user's work. One source file per system; does nothing if the system refuses.
 void lowerThreadPriority();
 
 } // namespace tidemark

@@ -6,7 +6,7 @@
 namespace tidemark {
 
 void lowerThreadPriority() {
-    // On Linux a nice value belongs to the one thread, against what POSIX says.
+    // On Linux, unlike POSIX, a nice value applies to one thread only.
     constexpr int niceValue = 10;
     static_cast<void>(::setpriority(PRIO_PROCESS, static_cast<id_t>(::gettid()), niceValue));
 }

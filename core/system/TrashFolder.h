@@ -2,7 +2,7 @@
 
 #include "core/system/UserFolders.h"
 
-/// The folders in which a desktop keeps what its user threw away. One source file per system.
+/// Recognises the Trash folders of the user. One source file per system.
 ///
 /// Linux, as desktops by freedesktop.org keep it: "Trash/files" in the user's data folder,
 /// and for what was thrown away on another volume ".Trash-1000/files" or ".Trash/1000/files" at its
@@ -18,8 +18,8 @@ namespace tidemark::TrashFolder {
 bool is(std::string_view path,
         const UserFolders::Environment& environment = UserFolders::processEnvironment);
 
-/// Whether `folder` is a Trash in which the file manager keeps a file of this name for itself: an
-/// empty Trash would look occupied if that were counted.
+/// Whether `folder` is a Trash and `name` a file that the file manager itself keeps there. Such a
+/// file is not counted, or an empty Trash would never appear empty.
 bool isFileManagersOwn(std::string_view folder, std::string_view name);
 
 } // namespace tidemark::TrashFolder

@@ -11,7 +11,7 @@ namespace {
 constexpr std::string_view nameOnAMac = ".Trash";
 constexpr std::string_view ownOfAVolume = ".Trash-";
 constexpr std::string_view sharedOnAVolume = ".Trash";
-/// Where the data folder of a user lies who has not moved it.
+/// The Trash in the default data folder of a user.
 constexpr std::string_view usualPlace = "/.local/share/Trash";
 
 bool isUserNumber(std::string_view text) {

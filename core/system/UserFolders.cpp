@@ -2,6 +2,7 @@
 
 #include "core/base/Files.h"
 #include "core/base/PrivateFolder.h"
+#include "core/system/FoldersBelowHome.h"
 #include "core/system/SystemFacts.h"
 
 #include <algorithm>
@@ -13,14 +14,6 @@
 namespace tidemark::UserFolders {
 
 namespace {
-
-#ifdef __APPLE__
-constexpr const char* dataBelowHome = "Library/Application Support";
-constexpr const char* configurationBelowHome = dataBelowHome;
-#else
-constexpr const char* dataBelowHome = ".local/share";
-constexpr const char* configurationBelowHome = ".config";
-#endif
 
 std::optional<std::filesystem::path> folder(const Environment& environment, const char* name) {
     auto value = environment(name);
@@ -40,7 +33,7 @@ std::string_view withoutBlanks(std::string_view text) {
     return text;
 }
 
-/// What stands between the quotes of `NAME="value"`, as written; absent on any other line.
+/// The part between the quotes of `NAME="value"`, unchanged; absent for any other line.
 std::optional<std::string_view> quotedValue(std::string_view line, std::string_view name) {
     line = withoutBlanks(line);
     if (!line.starts_with(name))
@@ -103,12 +96,13 @@ std::optional<std::string> processEnvironment(const char* name) {
 }
 
 std::filesystem::path data(const Environment& environment) {
-    return folder(environment, "XDG_DATA_HOME").value_or(home(environment) / dataBelowHome);
+    return folder(environment, "XDG_DATA_HOME")
+        .value_or(home(environment) / FoldersBelowHome::data);
 }
 
 std::filesystem::path configuration(const Environment& environment) {
     return folder(environment, "XDG_CONFIG_HOME")
-        .value_or(home(environment) / configurationBelowHome);
+        .value_or(home(environment) / FoldersBelowHome::configuration);
 }
 
 std::optional<std::filesystem::path> localized(std::string_view kind,
@@ -116,7 +110,7 @@ std::optional<std::filesystem::path> localized(std::string_view kind,
     const std::string variable = "XDG_" + std::string(kind) + "_DIR";
     std::optional<std::filesystem::path> path;
     std::istringstream lines(userDirs(environment));
-    // It is read by shells as well, where the last line holds.
+    // The file is a shell script as well, so the last line counts.
     for (std::string line; std::getline(lines, line);)
         if (const auto value = quotedValue(line, variable))
             path = pathOf(*value, home(environment));

@@ -5,11 +5,11 @@
 #include <string>
 #include <vector>
 
-/// Comparing definitions by their fingerprints alone. Making the fingerprints belongs to capture.
+/// Compares service definitions by their fingerprints, which `core/capture` makes.
 namespace tidemark::BackgroundDefinition {
 
-/// The definition keys whose fingerprints differ or stand on one side only, ascending. Empty when
-/// either item has no fingerprints: an older record says nothing about its definition.
+/// The definition keys whose fingerprints differ or exist on one side only, in ascending order.
+/// Empty when either item has no fingerprints, as in older records.
 std::vector<std::string> changedKeys(const BackgroundItem& before, const BackgroundItem& after);
 
 } // namespace tidemark::BackgroundDefinition

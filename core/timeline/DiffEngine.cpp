@@ -26,18 +26,18 @@ Roots intersection(const std::set<std::string>& a, const std::set<std::string>& 
     return common;
 }
 
-/// The paths that both observations speak of: below a root that both could read, and not left
-/// out by either.
+/// The paths that can be compared: below a root that both observations read, and excluded by
+/// neither.
 class Scope {
 public:
-    /// `before` and `after` are the roots that each of them could read.
+    /// `before` and `after` are the roots that the observations read.
     Scope(const std::set<std::string>& before, const std::set<std::string>& after,
           const Coverage& previous, const Coverage& current)
         : roots(intersection(before, after)) {
         for (const Coverage* coverage : {&previous, &current})
             if (coverage->excludedPaths)
                 excluded.insert(coverage->excludedPaths->begin(), coverage->excludedPaths->end());
-        excludeRootsOfOne(before, after);
+        excludeRootsOfOneSide(before, after);
     }
 
     bool contains(std::string_view path) const {
@@ -46,10 +46,10 @@ public:
     }
 
 private:
-    /// A folder inside a root of both that only one of them read as a root of its own: the user
-    /// began or ended monitoring it, and what lies in it was seen once.
-    void excludeRootsOfOne(const std::set<std::string>& before,
-                           const std::set<std::string>& after) {
+    /// Excludes folders inside a common root that only one observation read as a root of its own:
+    /// the user began or stopped monitoring them, so their contents were seen only once.
+    void excludeRootsOfOneSide(const std::set<std::string>& before,
+                               const std::set<std::string>& after) {
         Roots ofOne;
         std::ranges::set_symmetric_difference(before, after, std::back_inserter(ofOne));
         for (auto& root : ofOne)
@@ -57,8 +57,8 @@ private:
                 excluded.insert(std::move(root));
     }
 
-    /// The path itself or a folder above it is excluded. Looks each of them up, so the cost goes
-    /// by the depth of the path and not by the number of exclusions.
+    /// Whether the path or a folder above it is excluded. Looks up each of them, so the cost
+    /// depends on the depth of the path and not on the number of exclusions.
     bool isExcluded(std::string_view path) const {
         if (excluded.empty())
             return false;
@@ -74,7 +74,7 @@ private:
     std::set<std::string, std::less<>> excluded;
 };
 
-/// The items of both sides by path, the first of two with the same path.
+/// The items of both sides with one path. Of several on one side, the first.
 template <class Item>
 struct Pair {
     const Shared<Item>* before = nullptr;
@@ -102,7 +102,7 @@ void forEachDifference(const std::vector<Shared<Item>>& previous,
     collect(previous, &Pair<Item>::before);
     collect(current, &Pair<Item>::after);
 
-    // Most of two observations is alike: only the rest is worth sorting.
+    // Most items of two observations are equal; only the others are sorted.
     std::vector<std::pair<std::string_view, Pair<Item>>> differences;
     for (const auto& [path, pair] : pairs)
         if (!pair.before || !pair.after
@@ -127,7 +127,7 @@ void compareApplications(const Snapshot& previous, const Snapshot& current,
             changes.push_back(change::ApplicationUpdated{{*before, *after}});
             return;
         }
-        // With both, another application now stands at that path.
+        // Both at the same path: another application has replaced it.
         if (before)
             changes.push_back(change::ApplicationRemoved{{*before}});
         if (after)
@@ -159,12 +159,12 @@ void compareBackgroundItems(const Snapshot& previous, const Snapshot& current,
                       visit);
 }
 
-/// The trash was seen with items and then without any.
+/// True when the Trash was observed with items and then empty.
 bool wasEmptied(const FolderSize& before, const FolderSize& after) {
     return TrashFolder::is(after.path) && after.itemCount == 0 && before.itemCount.value_or(0) > 0;
 }
 
-bool isNews(const FolderSize& before, const FolderSize& after) {
+bool isReported(const FolderSize& before, const FolderSize& after) {
     const std::int64_t threshold = TrashFolder::is(after.path) ? trashThreshold : folderThreshold;
     return distanceBetween(after.bytes, before.bytes) >= threshold || wasEmptied(before, after)
            || hasSignificantChildChange(before, after);
@@ -178,19 +178,19 @@ void compareFolders(const Snapshot& previous, const Snapshot& current,
         if (found == previous.folders.end())
             continue;
         const Shared<FolderSize>& before = *found;
-        // A rolling figure and a complete one can't be compared; that the trash is empty can.
+        // A rolling size and a complete one can't be compared, but that the Trash is empty can.
         if (before->rollingMeasurement.value_or(false)
             != after->rollingMeasurement.value_or(false)) {
             if (wasEmptied(*before, *after))
                 changes.push_back(change::TrashBecameEmpty{after->path, *before->itemCount});
-        } else if (isNews(*before, *after)) {
+        } else if (isReported(*before, *after)) {
             changes.push_back(change::FolderSizeChanged{{before, after}});
         }
     }
 }
 
-/// Trash folders whose contents were counted but not wholly measured: there is no size to
-/// compare, but that it became empty is known.
+/// Compares Trash folders whose contents were counted but not completely measured. There is no size
+/// to compare, but it is known whether they were emptied.
 void compareTrashReports(const Snapshot& previous, const Snapshot& current,
                          std::vector<Change>& changes) {
     if (!previous.folderStorage || !current.folderStorage)
@@ -202,10 +202,11 @@ void compareTrashReports(const Snapshot& previous, const Snapshot& current,
             std::ranges::find(*previous.folderStorage, after.path, &FolderStorageReport::path);
         if (before == previous.folderStorage->end() || before->itemCount.value_or(0) < 1)
             continue;
-        const bool toldBySize = std::ranges::any_of(previous.folders, [&](const auto& folder) {
-            return folder->path == after.path && folder->itemCount.value_or(0) > 0;
-        });
-        if (!toldBySize)
+        const bool isReportedBySize =
+            std::ranges::any_of(previous.folders, [&](const auto& folder) {
+                return folder->path == after.path && folder->itemCount.value_or(0) > 0;
+            });
+        if (!isReportedBySize)
             changes.push_back(change::TrashBecameEmpty{after.path, *before->itemCount});
     }
 }

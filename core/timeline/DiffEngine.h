@@ -6,12 +6,12 @@
 #include <cstdint>
 #include <vector>
 
-/// What two observations tell apart. Sizes move all the time, so they are held against fixed
-/// thresholds; places come and go, so only what both observations could see is compared. An
-/// absent field on either side is never a change. Pure functions; safe on any thread.
+/// Compares two observations. Sizes change all the time, so their differences are reported from
+/// fixed thresholds on. Places come and go, so only those that both observations could read are
+/// compared. A field that is absent on either side is never a change. Pure functions; thread-safe.
 namespace tidemark::DiffEngine {
 
-/// Bytes, compared at this value or above.
+/// Sizes in bytes that differ by this much or more are reported.
 inline constexpr std::int64_t folderThreshold = 1'000'000'000;
 inline constexpr std::int64_t childFolderThreshold = 500'000'000;
 inline constexpr std::int64_t trashThreshold = 100'000'000;
@@ -22,11 +22,11 @@ inline constexpr std::int64_t diskThreshold = 5'000'000'000;
 /// additional reports.
 std::vector<Change> compare(const Snapshot& previous, const Snapshot& current);
 
-/// One child folder changed by `childFolderThreshold` or more. Never for the trash.
+/// Whether a child folder changed by `childFolderThreshold` or more. Always false for the Trash.
 bool hasSignificantChildChange(const FolderSize& before, const FolderSize& after);
 
-/// The total stayed below `folderThreshold` while a large child moved: the contents changed, not
-/// the size.
+/// True when a child changed significantly but the total by less than `folderThreshold`: the
+/// contents changed, not the size.
 bool isContentsChange(const FolderSize& before, const FolderSize& after);
 
 } // namespace tidemark::DiffEngine

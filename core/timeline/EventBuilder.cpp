@@ -13,12 +13,12 @@ namespace tidemark::EventBuilder {
 
 namespace {
 
-/// Two snapshots further apart than this don't tell that an application brought its background
-/// items along.
+/// Seconds. If two snapshots are further apart, a new background item is not attributed to the
+/// installation of its application.
 constexpr double foldingInterval = 3600;
-/// Children looked at for the wording of a folder's event.
+/// How many children are considered for the wording of a folder's event.
 constexpr std::int64_t describedChildren = 8;
-/// Children named when the contents changed and not the size.
+/// How many children are named when the contents changed but not the size.
 constexpr std::size_t namedChildren = 2;
 
 constexpr std::string_view dot = " · ";
@@ -49,8 +49,8 @@ MeasuredSize sizeOf(const Application& app, const std::optional<StorageMeasureme
     });
 }
 
-/// The size of a removed application, by the item that was measured and not by what stands at
-/// its path now.
+/// The last size of a removed application. It is looked up by the item that was measured, since
+/// something else may be at its path now.
 MeasuredSize lastSizeOf(const Application& app,
                         const std::optional<StorageMeasurementReport>& report) {
     return findSize(report, [&](const StorageMeasurementRecord& record) {
@@ -63,12 +63,12 @@ std::string change(const StorageContribution& part) {
     return part.name + " " + signedBytes(part.delta());
 }
 
-/// Fills in one event by the case of its change, with the title only where `displayTitle` needs
-/// one. Returns false when the change makes no event.
+/// Fills in one event from its change; sets the title only where `displayTitle` needs it. Returns
+/// false when the change makes no event.
 class Wording {
 public:
-    Wording(const Snapshot& earlier, const Snapshot& later, Event& made)
-        : from(earlier), to(later), event(made) {}
+    Wording(const Snapshot& from, const Snapshot& to, Event& event)
+        : from(from), to(to), event(event) {}
 
     bool operator()(const change::ApplicationInstalled& installed) const {
         const Application& app = *installed.value;
@@ -127,7 +127,7 @@ public:
         event.category = EventCategory::storage;
         event.path = after.path;
         event.symbol = TrashFolder::is(after.path) ? "trash" : "folder";
-        // The sizes were true when they were measured, which may be long before the capture.
+        // The sizes belong to the times of their measurement, which may be long before the capture.
         event.intervalStart = before.measuredAt.value_or(from.timestamp);
         event.timestamp = after.measuredAt.value_or(to.timestamp);
         event.importance = after.bytes < before.bytes ? Importance::routine : Importance::prominent;
@@ -138,7 +138,7 @@ public:
     bool operator()(const change::FreeDiskSpaceChanged& space) const {
         event.category = EventCategory::storage;
         event.symbol = "internaldrive";
-        // Space that was lost asks for attention; freed space does not.
+        // Less free space is prominent, more is routine.
         event.importance = space.before < space.after ? Importance::routine : Importance::prominent;
         if (const auto& volume = to.volumeContext ? to.volumeContext : from.volumeContext)
             event.volumeContext.emplace(VolumeContext(*volume));
@@ -158,7 +158,7 @@ public:
 
     bool operator()(const change::MetadataChanged& changed) const {
         const auto& item = changed.after ? changed.after : changed.before;
-        // Old diagnostic reports get deleted: only a new one is worth an event.
+        // The system deletes old diagnostic reports, so only new ones make an event.
         if (!item || (item->kind == ObservedMetadata::Kind::diagnostic && !changed.after))
             return false;
         event.path = item->path;
@@ -237,7 +237,8 @@ private:
         }
     }
 
-    /// The application that a background item belongs to, present or just gone.
+    /// The application that a background item belongs to, in the new snapshot or else in the old
+    /// one.
     const Application* ownerOf(const BackgroundItem& item) const {
         if (item.associatedAppID)
             for (const Snapshot* snapshot : {&to, &from})
@@ -252,8 +253,9 @@ private:
     Event& event;
 };
 
-/// The item that `event` tells of, when it is a new one whose program lies inside an application.
-const BackgroundItem* broughtItem(const Event& event) {
+/// The background item of `event`, if it is new and its program is inside an application; else
+/// null.
+const BackgroundItem* installedItem(const Event& event) {
     if (event.category != EventCategory::background || event.changes.empty())
         return nullptr;
     const auto* added = std::get_if<change::BackgroundAdded>(&event.changes.front());
@@ -263,24 +265,25 @@ const BackgroundItem* broughtItem(const Event& event) {
                : nullptr;
 }
 
-/// True when `other`, with a `broughtItem`, came with the application that `event` is about.
-bool bringsAlong(const Event& event, const Event& other) {
-    const BackgroundItem* item = broughtItem(other);
+/// True when the `installedItem` of `other` belongs to the application of `event`.
+bool isInstalledWith(const Event& event, const Event& other) {
+    const BackgroundItem* item = installedItem(other);
     return item && event.path && event.appID == other.appID && isBelow(*item->program, *event.path);
 }
 
-/// Moves the background items that came with an application into its event, so that one
-/// installation reads as one entry. The first application that claims an item gets it.
+/// Merges the events of background items that came with an application into the event of the
+/// application, so that one installation is one entry. If several applications match, the first one
+/// gets the item.
 void foldBackgroundItems(std::vector<Event>& events) {
-    std::vector<Event*> brought;
+    std::vector<Event*> installed;
     for (Event& event : events)
-        if (broughtItem(event))
-            brought.push_back(&event);
+        if (installedItem(event))
+            installed.push_back(&event);
     for (Event& event : events) {
         if (event.category != EventCategory::applications)
             continue;
-        for (Event* other : brought) {
-            if (!bringsAlong(event, *other))
+        for (Event* other : installed) {
+            if (!isInstalledWith(event, *other))
                 continue;
             std::ranges::move(other->changes, std::back_inserter(event.changes));
             other->changes.clear();

@@ -15,7 +15,7 @@ constexpr const char* emptyTrash = "Trash Is Now Empty";
 std::string sizeTitle(const FolderSize& before, const FolderSize& after) {
     if (DiffEngine::isContentsChange(before, after))
         return after.name + " Contents Changed";
-    // Equal sizes read as shrunk: only a change of the contents can bring them here.
+    // Equal sizes count as shrunk; they only get here when the contents changed.
     const char* direction = before.bytes < after.bytes ? " Grew in Size" : " Shrank in Size";
     if (!TrashFolder::is(after.path))
         return after.name + direction;
@@ -24,7 +24,7 @@ std::string sizeTitle(const FolderSize& before, const FolderSize& after) {
     return std::string("Trash") + direction;
 }
 
-/// The headline by the first change; `stored` is the title as it was saved.
+/// The headline for the first change of an event; `stored` is the title in the document.
 struct TitleOfChange {
     const std::string& stored;
 

@@ -4,8 +4,8 @@
 
 namespace tidemark {
 
-/// Walks the union of two maps in key order, calling `visit(key, before, after)` with a null
-/// pointer for the side that lacks the key.
+/// Calls `visit(key, before, after)` for each key of two maps, in order, with a null pointer for
+/// the side that lacks the key.
 template <class Key, class Value, class Visit>
 void forEachInUnion(const std::map<Key, Value>& before, const std::map<Key, Value>& after,
                     Visit visit) {

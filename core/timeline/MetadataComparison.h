@@ -6,12 +6,12 @@
 #include <optional>
 #include <vector>
 
-/// Comparing the additional sources. Reading them belongs to capture.
+/// Compares the reports of the additional sources, which `core/capture` reads.
 namespace tidemark::AdditionalObservations {
 
-/// The items that appeared, vanished or changed their value, report by report in the order of
-/// `after`, by path within a report. Only reports of one scope that both are complete are
-/// compared, so what could not be read neither appears nor disappears.
+/// The items that appeared, disappeared or changed their value, in the order of the reports in
+/// `after` and by path within each. Only two complete reports of the same scope are compared, so
+/// items that could not be read are not reported as removed.
 std::vector<Change> compare(const std::optional<std::vector<MetadataReport>>& before,
                             const std::optional<std::vector<MetadataReport>>& after);
 

@@ -8,16 +8,16 @@ namespace tidemark {
 
 namespace {
 
-/// Least grace that a capture may be late by, in seconds.
+/// The least time that a capture may be late without a gap, in seconds.
 constexpr double leastGrace = 900;
-/// What a snapshot without an interval of its own is judged by: a day.
+/// Longest silence without a gap after a snapshot that has no interval: a day, in seconds.
 constexpr double defaultAllowance = 86'400;
 
 bool isValid(const std::optional<double>& interval) {
     return interval && std::isfinite(*interval) && *interval > 0;
 }
 
-/// The silence, in seconds, beyond which it counts as a gap.
+/// The time without captures, in seconds, above which there is a gap.
 double allowance(double interval) {
     return std::max(interval + leastGrace, 2 * interval);
 }
@@ -28,7 +28,7 @@ std::optional<Event> ObservationCoverage::completedEvent(const Snapshot& from, c
     if (!isValid(from.expectedCaptureInterval) || !isValid(to.expectedCaptureInterval))
         return std::nullopt;
     const double interval = std::max(*from.expectedCaptureInterval, *to.expectedCaptureInterval);
-    // Written so that a time that is no number makes no event either.
+    // Negated so that NaN makes no event either.
     if (!(to.timestamp - from.timestamp > allowance(interval)))
         return std::nullopt;
     Event event;

@@ -9,16 +9,16 @@
 
 namespace tidemark {
 
-/// Where the history knows nothing: spells without captures.
+/// Finds the periods without captures.
 namespace ObservationCoverage {
 
-/// The event that tells that captures resumed after a longer silence than the captures' own
-/// interval allows. None unless both snapshots know that interval.
+/// The event that captures resumed, when the time between both snapshots is longer than their
+/// capture interval allows. Absent unless both have an interval.
 std::optional<Event> completedEvent(const Snapshot& from, const Snapshot& to);
 
 } // namespace ObservationCoverage
 
-/// An access problem that one capture met.
+/// An access problem of one capture.
 struct ObservationAccessIssue {
     /// When the capture ran.
     Date timestamp;
@@ -28,13 +28,14 @@ struct ObservationAccessIssue {
     bool operator==(const ObservationAccessIssue&) const = default;
 };
 
-/// The gaps and the access problems of a period, each in ascending time. Made on demand.
+/// The gaps and the access problems of a period, each in ascending time. Computed on demand, not
+/// stored.
 struct ObservationCoverageReport {
     std::vector<ObservationGap> gaps;
     std::vector<ObservationAccessIssue> accessIssues;
 
-    /// What `snapshots` tell of the time after `after` until `through`. A snapshot before `after`
-    /// can still begin a gap that reaches into the period.
+    /// The report for the period after `after` up to and including `through`. A gap that began
+    /// before `after` is included if it reaches into the period.
     static ObservationCoverageReport build(const std::vector<Shared<Snapshot>>& snapshots,
                                            Date after, Date through);
 

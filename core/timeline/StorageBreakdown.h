@@ -8,7 +8,7 @@
 
 namespace tidemark {
 
-/// How much one child of a folder had before and after, in bytes.
+/// The sizes of one child of a folder before and after, in bytes.
 struct StorageContribution {
     std::string name;
     std::int64_t before = 0;
@@ -18,13 +18,13 @@ struct StorageContribution {
     bool operator==(const StorageContribution&) const = default;
 };
 
-/// What contributed to the change between two sizes of one folder.
+/// Which children contributed to the change between two sizes of one folder.
 struct StorageBreakdown {
     /// The children that changed, the largest change first, ties by name.
     std::vector<StorageContribution> contributions;
-    /// The part of the change that `contributions` do not explain.
+    /// The rest of the change, in bytes.
     std::int64_t otherDelta = 0;
-    /// False when one side has a size of which no parts are known.
+    /// See `available`.
     bool isAvailable = false;
 
     /// Keeps the first `limit` contributions; a negative limit counts as 0.
@@ -32,8 +32,8 @@ struct StorageBreakdown {
 
     bool operator==(const StorageBreakdown&) const = default;
 
-    /// False when one side has a size of which no parts are known, so that nothing can be said
-    /// of what changed inside.
+    /// False when either side has a size but no known parts, so that it is not known what changed
+    /// inside.
     static bool available(const FolderSize& before, const FolderSize& after);
 };
 

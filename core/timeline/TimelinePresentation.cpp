@@ -10,7 +10,7 @@ namespace tidemark {
 
 namespace {
 
-/// The count that each category adds to, in declared order.
+/// The counter of each category, in declared order.
 constexpr std::array counts{
     &TimelinePresentation::applicationCount, &TimelinePresentation::backgroundCount,
     &TimelinePresentation::storageCount,     &TimelinePresentation::systemCount,
@@ -19,7 +19,7 @@ constexpr std::array counts{
 };
 static_assert(counts.size() == json::rawValues<EventCategory>.size());
 
-/// Everything of an event that a search looks at, as one text.
+/// Appends all texts of an event that are searched.
 void appendSearchText(const Event& event, std::string& text) {
     text += displayTitle(event);
     text += ' ';
@@ -35,12 +35,11 @@ void appendSearchText(const Event& event, std::string& text) {
         text += *event.memory->appName;
 }
 
-/// Says of one event after the other whether it is later than `after`, not later than `through`,
-/// and contains a text.
+/// Tests whether an event is later than `after`, not later than `through`, and contains a text.
 class EventFilter {
 public:
-    EventFilter(Date afterDate, Date throughDate, std::string_view search)
-        : after(afterDate), through(throughDate), isSearching(!search.empty()), phrase(search) {}
+    EventFilter(Date after, Date through, std::string_view search)
+        : after(after), through(through), isSearching(!search.empty()), phrase(search) {}
 
     bool passes(const Event& event) {
         if (!(event.timestamp > after && event.timestamp <= through))
@@ -60,12 +59,12 @@ private:
     std::string text;
 };
 
-/// Groups a list by day. Events come in order of time, so the day of the last one is asked first
-/// and the calendar only at each change of day.
+/// Groups a list by day. Events are in order of time, so the calendar is only used when an event is
+/// not in the same day as the one before.
 class DayGrouping {
 public:
-    DayGrouping(const Calendar& zone, std::vector<TimelineDay>& into)
-        : calendar(zone), days(into) {}
+    DayGrouping(const Calendar& calendar, std::vector<TimelineDay>& into)
+        : calendar(calendar), days(into) {}
 
     void add(const Shared<Event>& event) {
         const Date time = event->timestamp;

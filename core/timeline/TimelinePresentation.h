@@ -11,7 +11,7 @@
 
 namespace tidemark {
 
-/// The events of one calendar day, in the order of the list they came from.
+/// The events of one calendar day, in the order of the given list.
 struct TimelineDay {
     /// The start of the day; also the record's identity.
     Date id;
@@ -20,8 +20,8 @@ struct TimelineDay {
     bool operator==(const TimelineDay&) const = default;
 };
 
-/// What the history screens show: the events that passed the filters, the same grouped by day,
-/// and what each category would hold.
+/// The history as it is shown: the events that pass the filters, the same grouped by day, and the
+/// number of events in each category.
 struct TimelinePresentation {
     std::vector<Shared<Event>> events;
     std::vector<TimelineDay> days;
@@ -36,22 +36,22 @@ struct TimelinePresentation {
 
     bool operator==(const TimelinePresentation&) const = default;
 
-    /// The order of screens: latest first; events of one time by their id as text.
+    /// The order in which events are shown: latest first; events of the same time by id.
     static bool isBefore(const Shared<Event>& a, const Shared<Event>& b) {
         return a->timestamp != b->timestamp ? a->timestamp > b->timestamp : a->id < b->id;
     }
-    /// In that order. Stable.
+    /// Sorts by `isBefore`. Stable.
     static std::vector<Shared<Event>> newestFirst(std::vector<Shared<Event>> events);
 
-    /// Those of the events that are later than `after` and not later than `through`, and whose
-    /// texts contain `search`.
+    /// The events that are later than `after`, not later than `through`, and contain `search` in
+    /// their texts.
     static std::vector<Shared<Event>> matching(const std::vector<Shared<Event>>& from, Date after,
                                                Date through, std::string_view search);
 
-    /// One pass over events that are in `newestFirst` order. An event passes when it is later
-    /// than `after` and not later than `through`, its texts contain `search`, and its category is
-    /// in `categories`, or, where that is absent, is `category` or `category` is absent. Counts
-    /// are taken before the filter by category.
+    /// Takes events in `newestFirst` order. An event passes when it is later than `after` and not
+    /// later than `through`, its texts contain `search`, and its category is in `categories`; if
+    /// `categories` is absent, its category must be `category`, and if both are absent, every
+    /// category passes. The counts ignore the filter by category.
     static TimelinePresentation build(const std::vector<Shared<Event>>& from, Date after,
                                       Date through, std::optional<EventCategory> category,
                                       const std::optional<std::set<EventCategory>>& categories,

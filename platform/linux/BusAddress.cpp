@@ -7,7 +7,7 @@ namespace tidemark::busAddress {
 
 namespace {
 
-/// With "%20" as the byte 0x20; absent for an escape that is none.
+/// Replaces escapes such as "%20" by their bytes; absent for an invalid escape.
 std::optional<std::string> unescaped(std::string_view text) {
     std::string bytes;
     for (std::size_t i = 0; i < text.size(); ++i) {

@@ -23,7 +23,7 @@ constexpr std::string_view endOfLine = "\r\n";
 std::optional<std::pair<sockaddr_un, socklen_t>> socketAddress(const busAddress::LocalSocket& bus) {
     sockaddr_un address{};
     address.sun_family = AF_UNIX;
-    // The name of an abstract socket stands behind a byte of zero, and has no end but its length.
+    // The name of an abstract socket follows a zero byte and is not terminated; its length counts.
     const std::size_t start = bus.isAbstract ? 1 : 0;
     if (start + bus.name.size() >= sizeof address.sun_path)
         return std::nullopt;
@@ -43,7 +43,7 @@ void append(std::string& message, std::uint32_t number) {
         message += static_cast<char>(number >> shift & 0xFFU);
 }
 
-/// A field of a header: its number, the signature of its value, and a text.
+/// Appends a header field: its number, the signature of its value, and a text.
 void append(std::string& fields, char number, char signature, std::string_view text) {
     align(fields);
     fields += {number, 1, signature, '\0'};
@@ -52,14 +52,14 @@ void append(std::string& fields, char number, char signature, std::string_view t
     fields += '\0';
 }
 
-/// The call org.freedesktop.DBus.Hello in the order of bytes of "little endian".
+/// The message that calls org.freedesktop.DBus.Hello, in little-endian byte order.
 std::string helloMessage() {
     std::string fields;
     append(fields, 1, 'o', "/org/freedesktop/DBus");
     append(fields, 2, 's', "org.freedesktop.DBus");
     append(fields, 3, 's', "Hello");
     append(fields, 6, 's', "org.freedesktop.DBus");
-    // Method call, no flags, version 1, no body, serial number 1.
+    // Little endian, method call, no flags, protocol version 1; then no body and serial number 1.
     std::string message{'l', 1, 0, 1};
     append(message, 0);
     append(message, 1);
@@ -69,7 +69,7 @@ std::string helloMessage() {
     return message;
 }
 
-/// The whole side of the client at once: the server reads it line by line.
+/// All lines of the client's part of the handshake: the server reads them one by one.
 std::string handshake() {
     constexpr std::string_view digits = "0123456789abcdef";
     std::string bytes("\0AUTH EXTERNAL ", 15);
@@ -84,8 +84,8 @@ std::string handshake() {
 
 } // namespace
 
-BusProbe::BusProbe(busAddress::LocalSocket bus, std::function<void(bool)> answered)
-    : address(std::move(bus)), didAnswer(std::move(answered)) {
+BusProbe::BusProbe(busAddress::LocalSocket address, std::function<void(bool)> didAnswer)
+    : address(std::move(address)), didAnswer(std::move(didAnswer)) {
     retry.setSingleShot(true);
     retry.callOnTimeout(this, [this] { connectToBus(); });
     retry.start(0);
@@ -119,7 +119,7 @@ void BusProbe::receive() {
     if (count <= 0 || received.size() > most)
         return end(false);
     received.append(block.data(), static_cast<std::size_t>(count));
-    // One line answers the handshake; what comes behind it answers the greeting.
+    // The first line is the reply to the handshake, everything after it the reply to Hello.
     const std::size_t line = received.find(endOfLine);
     if (line == std::string::npos)
         return;
@@ -130,7 +130,7 @@ void BusProbe::receive() {
 }
 
 void BusProbe::end(bool isThere) {
-    // The notifier may be the one that called.
+    // Deleted later, because this may be called by a signal of the notifier.
     if (notifier) {
         notifier->setEnabled(false);
         notifier.release()->deleteLater();

@@ -12,15 +12,15 @@
 
 namespace tidemark {
 
-/// Finds out whether a message bus answers: speaks its handshake and the greeting "Hello" on a
-/// connection of its own, without ever waiting. Qt connects by calls that block, up to 100 seconds
-/// at a bus that accepts connections and is stuck, and all later connections of the process with
-/// them. Main thread only.
+/// Checks without blocking whether a message bus replies: does the handshake and calls Hello on a
+/// connection of its own. Qt connects by blocking calls, which take up to 100 seconds with a bus
+/// that accepts connections but hangs, and delay all later connections of the process. Main thread
+/// only.
 class BusProbe final : public QObject {
 public:
-    /// `answered` is called once from the event loop: with true when the bus has answered the
-    /// greeting, with false when it refused or nobody listens. Never, as long as the bus is stuck.
-    BusProbe(busAddress::LocalSocket bus, std::function<void(bool)> answered);
+    /// `didAnswer` is called once from the event loop: with true when the bus has replied to Hello,
+    /// with false when it refused or nothing listens there. It is not called while the bus hangs.
+    BusProbe(busAddress::LocalSocket address, std::function<void(bool)> didAnswer);
 
 private:
     void connectToBus();
@@ -31,7 +31,7 @@ private:
     const std::function<void(bool)> didAnswer;
     FileDescriptor socket;
     std::unique_ptr<QSocketNotifier> notifier;
-    /// Running while the queue of the bus is full.
+    /// Active while the connection queue of the bus is full.
     QTimer retry;
     std::string received;
 };

@@ -24,7 +24,7 @@ QString pathIn(const QDBusMessage& reply) {
     return reply.arguments().value(0).value<QDBusObjectPath>().path();
 }
 
-/// The path in a pair of an identifier and a path, empty when there is no such object.
+/// The object path in a pair of an identifier and a path; empty for the path of no object.
 QString pathInPair(const QVariant& value) {
     const auto argument = value.value<QDBusArgument>();
     if (argument.currentSignature() != QLatin1String("(so)"))
@@ -39,10 +39,10 @@ QString pathInPair(const QVariant& value) {
 
 } // namespace
 
-LogindMonitor::LogindMonitor(QDBusConnection systemBus, NotificationCenter& notifications,
-                             Settle settleForSleep, AppClock& appClock)
-    : bus(std::move(systemBus)), center(notifications), settle(std::move(settleForSleep)),
-      clock(appClock), watcher(service, bus, QDBusServiceWatcher::WatchForOwnerChange) {
+LogindMonitor::LogindMonitor(const QDBusConnection& bus, NotificationCenter& center, Settle settle,
+                             AppClock& clock)
+    : bus(bus), center(center), settle(std::move(settle)), clock(clock),
+      watcher(service, bus, QDBusServiceWatcher::WatchForOwnerChange) {
     if (!bus.isConnected())
         return;
     connect(&watcher, &QDBusServiceWatcher::serviceOwnerChanged, this,
@@ -54,7 +54,8 @@ LogindMonitor::LogindMonitor(QDBusConnection systemBus, NotificationCenter& noti
     auto* reply = new QDBusPendingCallWatcher(bus.asyncCall(question), this);
     connect(reply, &QDBusPendingCallWatcher::finished, this, [this, reply] {
         reply->deleteLater();
-        // An error means that nobody has the name; a change that came first is newer.
+        // An error means that the name has no owner. If `owner` is set already, a change of owner
+        // arrived first and is newer.
         if (!reply->isError() && owner.isEmpty())
             follow(reply->reply().arguments().value(0).toString());
     });
@@ -64,7 +65,7 @@ LogindMonitor::~LogindMonitor() {
     if (!owner.isEmpty())
         setSubscribed(false);
     leaveSession();
-    // Nothing may be followed anew while the event loop runs for what still settles.
+    // Settling may run the event loop, and logind must not be followed again then.
     watcher.disconnect(this);
     owner.clear();
     tasks.drain();
@@ -98,8 +99,8 @@ void LogindMonitor::setSubscribed(bool subscribed) {
     };
     toggle("PrepareForSleep", SLOT(setPreparingForSleep(bool)));
     toggle("PrepareForShutdown", SLOT(prepareForShutdown(bool)));
-    toggle("SessionNew", SLOT(sessionCame()));
-    toggle("SessionRemoved", SLOT(sessionWent(QDBusMessage)));
+    toggle("SessionNew", SLOT(sessionAdded()));
+    toggle("SessionRemoved", SLOT(sessionRemoved(QDBusMessage)));
 }
 
 void LogindMonitor::setPreparingForSleep(bool preparing) {
@@ -127,7 +128,7 @@ void LogindMonitor::takeDelayLock() {
          {QStringLiteral("sleep"), QStringLiteral("Tidemark"),
           QStringLiteral("Write down what happened until then"), QStringLiteral("delay")},
          [this](const QDBusMessage& reply) {
-             // Too late for a sleep that is ready meanwhile: it must not wait for this.
+             // If the preparations are finished by now, the sleep must not wait for this lock.
              if (!isReadyToSleep)
                  delayLock = reply.arguments().value(0).value<QDBusUnixFileDescriptor>();
          });
@@ -139,15 +140,15 @@ QCoro::Task<void> LogindMonitor::settleForSleep(std::uint64_t sleep) {
     } catch (const std::exception& error) {
         qWarning("Before the sleep of the machine: %s", error.what());
     }
-    letSleep(sleep);
+    releaseDelay(sleep);
 }
 
 QCoro::Task<void> LogindMonitor::limitDelay(std::uint64_t sleep) {
     co_await clock.sleep(mostDelay, tasks.token());
-    letSleep(sleep);
+    releaseDelay(sleep);
 }
 
-void LogindMonitor::letSleep(std::uint64_t sleep) {
+void LogindMonitor::releaseDelay(std::uint64_t sleep) {
     if (sleep != sleeps)
         return;
     isReadyToSleep = true;
@@ -159,12 +160,12 @@ void LogindMonitor::prepareForShutdown(bool preparing) {
         center.post(notification::willPowerOff);
 }
 
-void LogindMonitor::sessionCame() {
+void LogindMonitor::sessionAdded() {
     if (session.isEmpty())
         findSession();
 }
 
-void LogindMonitor::sessionWent(const QDBusMessage& signal) {
+void LogindMonitor::sessionRemoved(const QDBusMessage& signal) {
     if (signal.arguments().value(1).value<QDBusObjectPath>().path() != session)
         return;
     leaveSession();
@@ -192,7 +193,7 @@ void LogindMonitor::findDisplaySession() {
 }
 
 void LogindMonitor::followSession(const QString& path) {
-    // Two searches may have run at once.
+    // Two searches may have run at the same time.
     if (path.isEmpty() || !session.isEmpty())
         return;
     session = path;
@@ -224,7 +225,7 @@ void LogindMonitor::readSessionActive() {
                  [this, asked = session](const QVariant& value) {
                      if (asked != session)
                          return;
-                     // A session that has just ended: the next one is looked for when it comes.
+                     // The session has just ended. The next one is looked up when it begins.
                      if (!value.isValid())
                          return leaveSession();
                      setSessionActive(value.toBool());
@@ -232,8 +233,8 @@ void LogindMonitor::readSessionActive() {
 }
 
 void LogindMonitor::setSessionActive(bool active) {
-    // What was known before a logind went, or of an earlier session, still holds: only a change
-    // is news, and the first reading is none.
+    // The state from before logind restarted, or of an earlier session, is kept: only a change is
+    // posted, and the first reading is not a change.
     const auto before = std::exchange(isSessionActive, active);
     if (before && *before != active)
         center.post(active ? notification::sessionDidBecomeActive
@@ -242,7 +243,7 @@ void LogindMonitor::setSessionActive(bool active) {
 
 void LogindMonitor::call(const QString& path, const QString& interface, const QString& method,
                          const QVariantList& arguments, const Use& use) {
-    // To the unique name: asking must not make the bus start a service.
+    // Sent to the unique name, so that the bus does not start a service.
     auto question = QDBusMessage::createMethodCall(owner, path, interface, method);
     question.setArguments(arguments);
     auto* reply = new QDBusPendingCallWatcher(bus.asyncCall(question), this);

@@ -19,45 +19,45 @@ namespace tidemark {
 
 /// Sleep, wake, power-off and the return to the user's session, as logind reports them
 /// (org.freedesktop.login1, https://www.freedesktop.org/wiki/Software/systemd/logind). Posts
-/// `willSleep`, `didWake`, `willPowerOff`, `sessionDidBecomeActive` and
-/// `sessionDidResignActive`. Without a bus, a logind or a session it posts nothing; a logind that
-/// comes or comes back is followed from then on; one that goes while the machine is about to sleep
-/// makes it post `sleepAbandoned`. Never blocks. Main thread only.
+/// `willSleep`, `didWake`, `willPowerOff`, `sessionDidBecomeActive` and `sessionDidResignActive`.
+/// Follows logind whenever it starts or restarts; without a bus, logind or session it posts
+/// nothing. If logind stops while the machine is about to sleep, posts `sleepAbandoned`. Does not
+/// block. Main thread only.
 ///
 /// It holds a delay lock of logind (https://systemd.io/INHIBITOR_LOCKS), so that the machine does
-/// not sleep before the observers of `willSleep` are done. Where it gets none, the machine may
-/// sleep before that.
+/// not sleep before the observers of `willSleep` are done. If logind grants none, the machine may
+/// sleep earlier.
 ///
-/// The session is the one that this process belongs to; for a process outside of any, such as a
-/// service of the user, the one that logind calls the user's display.
+/// The session is that of this process; for a process outside of a session, such as a user service,
+/// it is the one that logind has as the user's `Display`.
 class LogindMonitor final : public QObject, public SleepAndSessionSource {
     Q_OBJECT
 
 public:
-    /// The most seconds that a sleep is delayed. By default, logind itself waits for 5.
+    /// The longest delay of a sleep in seconds. logind itself waits for 5 by default.
     static constexpr double mostDelay = 4;
 
-    /// `systemBus` is connected already, as by `SystemBus`, or not at all. The center and the clock
-    /// must outlive the monitor.
-    LogindMonitor(QDBusConnection systemBus, NotificationCenter& notifications,
-                  Settle settleForSleep, AppClock& appClock = AppClock::system());
+    /// `bus` is a connection made by `SystemBus`, or an invalid one. `center` and `clock` must
+    /// outlive the monitor.
+    LogindMonitor(const QDBusConnection& bus, NotificationCenter& center, Settle settle,
+                  AppClock& clock = AppClock::system());
     ~LogindMonitor() override;
 
-    /// A logind runs, and its signals come in.
+    /// True while logind runs and its signals are received.
     bool isFollowing() const { return !owner.isEmpty(); }
     bool isFollowingSession() const { return !session.isEmpty(); }
-    /// Whether the user's session is the one in front; absent until that could be read.
+    /// Whether the user's session is the active one; absent until that was read.
     std::optional<bool> sessionActive() const { return isSessionActive; }
-    /// A sleep waits for this.
+    /// True while a delay lock is held.
     bool isDelayingSleep() const { return delayLock.isValid(); }
 
 private Q_SLOTS:
     void setPreparingForSleep(bool preparing);
     void prepareForShutdown(bool preparing);
-    void sessionCame();
-    // The whole message: Qt refuses to connect a slot that takes an object path as long as nothing
-    // else has registered that type.
-    void sessionWent(const QDBusMessage& signal);
+    void sessionAdded();
+    // Takes the whole message, because Qt does not connect a slot with an object path unless that
+    // type was registered elsewhere.
+    void sessionRemoved(const QDBusMessage& signal);
     void sessionChanged(const QString& interface, const QVariantMap& changed,
                         const QStringList& invalidated);
 
@@ -65,13 +65,13 @@ private:
     using Use = std::function<void(const QDBusMessage& reply)>;
 
     void follow(const QString& newOwner);
-    /// Subscribes to the present owner of the service, or ends that.
+    /// Subscribes to or unsubscribes from the signals of `owner`.
     void setSubscribed(bool subscribed);
     void abandonSleep();
     void takeDelayLock();
     QCoro::Task<void> settleForSleep(std::uint64_t sleep);
     QCoro::Task<void> limitDelay(std::uint64_t sleep);
-    void letSleep(std::uint64_t sleep);
+    void releaseDelay(std::uint64_t sleep);
     void findSession();
     void findDisplaySession();
     void followSession(const QString& path);
@@ -79,11 +79,11 @@ private:
     void readSessionActive();
     void setSessionActive(bool active);
 
-    /// Calls a method of logind. `use` gets the reply, an error among them, unless the service has
-    /// gone or been replaced meanwhile.
+    /// Calls a method of logind. `use` is called with the reply or error, unless the service has
+    /// stopped or been replaced by then.
     void call(const QString& path, const QString& interface, const QString& method,
               const QVariantList& arguments, const Use& use);
-    /// `use` gets an invalid value when the property can't be read.
+    /// `use` is called with an invalid value when the property can't be read.
     void readProperty(const QString& path, const QString& interface, const QString& name,
                       const std::function<void(const QVariant&)>& use);
 
@@ -92,17 +92,18 @@ private:
     const Settle settle;
     AppClock& clock;
     QDBusServiceWatcher watcher;
-    /// The unique name of the running logind; empty without one. Signals are taken from it alone:
-    /// on the system bus anybody may send some.
+    /// The unique name of the running logind; empty when there is none. Only its signals are
+    /// handled: any process may send signals on the system bus.
     QString owner;
-    /// Object path of the session that is followed; empty without one.
+    /// Object path of the followed session; empty when there is none.
     QString session;
     bool isPreparingForSleep = false;
-    /// Grows with every sleep, and at its end: what began under another number is stale.
+    /// Incremented at the begin and the end of every sleep; replies to calls made under another
+    /// number are stale.
     std::uint64_t sleeps = 0;
-    /// The sleep that is being prepared needs no delay any more.
+    /// True when the preparations for the present sleep are finished.
     bool isReadyToSleep = false;
-    /// Whoever has it open delays sleeps; invalid without a lock.
+    /// The delay lock: sleep is delayed while this is open. Invalid without a lock.
     QDBusUnixFileDescriptor delayLock;
     std::optional<bool> isSessionActive;
     TaskScope tasks;

@@ -11,7 +11,7 @@ namespace tidemark {
 
 namespace {
 
-/// Qt serves all buses on one thread, and waits for ever for one that was never started.
+/// Qt serves all buses on one thread, and waits for ever if that was not started.
 QDBusConnection connection(const std::stop_token&) {
     startThread([] {}).join();
     return QDBusConnection::systemBus();
@@ -19,8 +19,8 @@ QDBusConnection connection(const std::stop_token&) {
 
 } // namespace
 
-SystemBus::SystemBus(std::function<void(QDBusConnection)> connected)
-    : didConnect(std::move(connected)) {
+SystemBus::SystemBus(std::function<void(QDBusConnection)> didConnect)
+    : didConnect(std::move(didConnect)) {
     auto socket = busAddress::localSocket(busAddress::ofSystem());
     if (!socket) {
         tasks.start(connect());

@@ -9,14 +9,13 @@
 
 namespace tidemark {
 
-/// Connects the process to the message bus of the system, away from the event loop. Without a bus,
-/// or with one that is stuck, nothing else is held up, also not the end of the process. Main thread
-/// only.
+/// Connects the process to the system bus in the background. If there is no bus or it hangs,
+/// neither the event loop nor the end of the process is delayed. Main thread only.
 class SystemBus {
 public:
-    /// `connected` is called once from the event loop, as soon as the bus answers; never without
-    /// one.
-    explicit SystemBus(std::function<void(QDBusConnection)> connected);
+    /// `didConnect` is called once from the event loop, when the bus has replied; not at all
+    /// without a bus.
+    explicit SystemBus(std::function<void(QDBusConnection)> didConnect);
     SystemBus(const SystemBus&) = delete;
     SystemBus& operator=(const SystemBus&) = delete;
 

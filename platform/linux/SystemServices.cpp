@@ -9,7 +9,7 @@ namespace tidemark {
 
 namespace {
 
-/// Follows logind as soon as the bus of the system answers.
+/// Follows logind from when the system bus has replied.
 class LogindSource final : public SleepAndSessionSource {
 public:
     LogindSource(NotificationCenter& notifications, Settle settle)

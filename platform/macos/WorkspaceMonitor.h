@@ -7,12 +7,12 @@
 
 namespace tidemark {
 
-/// Sleep, wake, power-off and the return to the user's session, as the notification center of
-/// NSWorkspace tells of them. Posts `willSleep`, `didWake`, `screensDidSleep`, `screensDidWake`,
+/// Follows sleep, wake, power-off and the return to the user's session by the notification center
+/// of NSWorkspace. Posts `willSleep`, `didWake`, `screensDidSleep`, `screensDidWake`,
 /// `willPowerOff`, `sessionDidBecomeActive` and `sessionDidResignActive`. Main thread only.
 class WorkspaceMonitor final : public SleepAndSessionSource {
 public:
-    /// The center must outlive the monitor.
+    /// `notifications` must outlive the monitor.
     explicit WorkspaceMonitor(NotificationCenter& notifications);
     ~WorkspaceMonitor() override;
     WorkspaceMonitor(const WorkspaceMonitor&) = delete;

@@ -35,7 +35,7 @@ Command commands::activity() {
     return makeCommand<Options, &tidemark::activity>({
         .name = "activity",
         .group = CommandGroup::history,
-        .summary = "List what the machine reported live",
+        .summary = "List sleep, power, network and device changes recorded live",
     });
 }
 

@@ -18,14 +18,11 @@ struct Options {
 
     static constexpr auto fields() {
         return std::tuple{
-            Option{"setup", &Options::setup, "Choose the folders to monitor before the capture"},
+            Option{"setup", &Options::setup,
+                   "Before the capture, monitor the recommended folders that can be read, or none"},
             Option{"json", &Options::json, "Print the new events as stored JSON"}};
     }
 };
-
-std::optional<Uuid> latestId(const ModelState& state) {
-    return state.latest() ? std::optional(state.latest()->id) : std::nullopt;
-}
 
 /// The events that the capture of this snapshot made; their identifiers name it.
 std::vector<Shared<Event>> eventsOf(const Journal& journal, const Uuid& snapshot) {
@@ -38,8 +35,7 @@ std::vector<Shared<Event>> eventsOf(const Journal& journal, const Uuid& snapshot
 }
 
 std::string captured(const CommandContext& context, bool asJson, bool isCompared) {
-    const auto& journal = context.state().journal();
-    const auto events = eventsOf(journal, context.state().latest()->id);
+    const auto events = eventsOf(*context.state().journal(), context.state().latest()->id);
     if (asJson)
         return json::encoded(events) + "\n";
     const std::string head =
@@ -63,13 +59,7 @@ QCoro::Task<void> chooseFolders(CommandContext& context, SetupChoice setup) {
 QCoro::Task<std::string> capture(CommandContext& context, const Options& options) {
     auto& state = context.state();
     const bool isNewStart = read(context.preferences(), preference::needsRecordingBaseline);
-    std::optional<Uuid> before = latestId(state);
-    // Reading the history is no capture of this command.
-    QObject reader;
-    QObject::connect(&state, &ModelState::journalChanged, &reader, [&] {
-        if (!*state.loaded)
-            before = latestId(state);
-    });
+    const auto before = state.keptCaptures();
     if (options.setup)
         co_await chooseFolders(context, *options.setup);
     // Takes one by itself when one is due.
@@ -79,12 +69,12 @@ QCoro::Task<std::string> capture(CommandContext& context, const Options& options
     context.requireHistory();
     if (!state.canRecord())
         throw Error("Recording is paused; tidemark resume takes it up again.");
-    const bool wasBusy = state.isScanning || state.isSaving;
-    if (latestId(state) == before)
+    const bool wasBusy = state.isAnyRunning(exclusions::captures.with(exclusions::saves));
+    if (state.keptCaptures() == before)
         co_await context.model().scan(true);
-    if (latestId(state) == before)
+    if (state.keptCaptures() == before)
         throw Error(wasBusy ? anotherOperation : state.error->value_or(anotherOperation));
-    co_return captured(context, options.json, before && !isNewStart);
+    co_return captured(context, options.json, state.journal()->snapshots.size() > 1 && !isNewStart);
 }
 
 } // namespace
@@ -93,7 +83,7 @@ Command commands::capture() {
     return makeCommand<Options, &tidemark::capture>({
         .name = "capture",
         .group = CommandGroup::recording,
-        .summary = "Take a capture now and tell what changed",
+        .summary = "Take a capture now and show what changed",
     });
 }
 

@@ -27,7 +27,7 @@ Command commands::coverage() {
     return makeCommand<Options, &tidemark::coverage>({
         .name = "coverage",
         .group = CommandGroup::history,
-        .summary = "Tell when and where nothing could be seen",
+        .summary = "Show gaps between captures and folders that could not be read",
     });
 }
 

@@ -19,10 +19,10 @@ struct Options : HistoryFilter {
             std::tuple{Option{"format", &Options::format, "csv or json", {.isRequired = true}}},
             HistoryFilter::fields(),
             std::tuple{Option{"include-private", &Options::includePrivate,
-                              "With paths, names of devices and networks, clips and origins"},
+                              "Include paths, names of devices and networks, clips and origins"},
                        Option{"output",
                               &Options::output,
-                              "The file; standard output without it",
+                              "File to write; without it the report is printed",
                               {.letter = 'o', .valueName = "FILE"}}});
     }
 };

@@ -17,7 +17,7 @@ struct Options {
             Option{
                 "path", &Options::path, "The folder", {.isPositional = true, .isRequired = true}},
             Option{"purpose", &Options::purpose,
-                   "What to read it for; can be given several times"}};
+                   "What the folder is read for; can be given several times"}};
     }
 };
 

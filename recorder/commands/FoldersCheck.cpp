@@ -11,7 +11,7 @@ namespace {
 
 QCoro::Task<std::string> foldersCheck(CommandContext& context, const NoOptions&) {
     FolderChange change(context);
-    if (context.state().isScanning || context.state().isSaving)
+    if (!context.state().mayBegin(Operation::checkingFolders))
         throw Error(anotherOperation);
     co_await context.model().checkRecommendedAccess();
     change.finish();

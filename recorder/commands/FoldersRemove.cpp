@@ -35,7 +35,7 @@ Command commands::foldersRemove() {
         {
             .name = "folders remove",
             .group = CommandGroup::choices,
-            .summary = "Monitor a folder no longer",
+            .summary = "Stop monitoring a folder",
         },
         {.changesSettings = true});
 }

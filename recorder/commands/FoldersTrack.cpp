@@ -29,7 +29,7 @@ struct Options {
                 "path", &Options::path, "The folder", {.isPositional = true, .isRequired = true}},
             Option{"purpose",
                    &Options::purpose,
-                   "What to read it for",
+                   "What the folder is read for",
                    {.isPositional = true, .isRequired = true}},
             Option{"switch",
                    &Options::state,
@@ -58,7 +58,7 @@ Command commands::foldersTrack() {
         {
             .name = "folders track",
             .group = CommandGroup::choices,
-            .summary = "Read a monitored folder for a purpose, or not",
+            .summary = "Turn a purpose of a monitored folder on or off",
         },
         {.changesSettings = true});
 }

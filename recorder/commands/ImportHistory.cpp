@@ -17,8 +17,8 @@ struct Options {
     static constexpr auto fields() {
         return std::tuple{
             Option{"include-routine", &Options::includeRoutine,
-                   "With silent updates of the system's own data"},
-            Option{"preview", &Options::preview, "Tell what there is, and add nothing"}};
+                   "Include silent updates of the system's own data"},
+            Option{"preview", &Options::preview, "Show what would be added, and add nothing"}};
     }
 };
 
@@ -90,7 +90,7 @@ Command commands::importHistory() {
     return makeCommand<Options, &imported>({
         .name = "import",
         .group = CommandGroup::history,
-        .summary = "Add what the system remembers of installations",
+        .summary = "Add installations from the system's own log to the history",
     });
 }
 

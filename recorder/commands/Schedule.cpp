@@ -45,7 +45,7 @@ Command commands::schedule() {
         {
             .name = "schedule",
             .group = CommandGroup::recording,
-            .summary = "Tell or set how often captures are due",
+            .summary = "Show or set how often captures are taken",
         },
         {.fromStored = storedSchedule});
 }

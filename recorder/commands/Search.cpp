@@ -14,7 +14,7 @@ struct Options {
     static constexpr auto fields() {
         return std::tuple{Option{"text",
                                  &Options::text,
-                                 "What to look for",
+                                 "Text to search for",
                                  {.isPositional = true, .isRequired = true}},
                           Option{"json", &Options::json, "Print stored JSON instead of text"}};
     }

@@ -28,7 +28,7 @@ Command commands::settingsGet() {
     return makeCommand<Options, &tidemark::settingsGet>({
         .name = "settings get",
         .group = CommandGroup::choices,
-        .summary = "Tell one setting",
+        .summary = "Show one setting",
     });
 }
 

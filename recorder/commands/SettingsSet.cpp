@@ -23,24 +23,6 @@ struct Options {
     }
 };
 
-/// Tells whoever has read the setting already.
-void applySetting(const CommandContext& context, std::string_view key) {
-    const auto& preferences = context.preferences();
-    auto& model = context.model();
-    if (key == preference::captureSchedule.name)
-        model.setCaptureSchedule(
-            *json::fromRawValue<CaptureSchedule>(read(preferences, preference::captureSchedule)));
-    if (key == preference::historyTimeWindow.name)
-        model.history().setRange(read(preferences, preference::historyTimeWindow));
-    if (key == preference::historyCustomWindowDays.name)
-        model.history().setCustomWindowDays(read(preferences, preference::historyCustomWindowDays));
-    auto& memory = context.recorder.memoryHistory();
-    if (key == preference::memoryClipboardDays.name)
-        memory.setClipboardDays(read(preferences, preference::memoryClipboardDays));
-    else if (key.starts_with("memory"))
-        memory.reconfigure();
-}
-
 QCoro::Task<std::string> settingsSet(CommandContext& context, const Options& options) {
     const auto& [key, value] = options;
     // More than a stored value changes with this one.
@@ -48,7 +30,6 @@ QCoro::Task<std::string> settingsSet(CommandContext& context, const Options& opt
         mode && key == preference::recordingMode.name)
         co_return changeRecording(context, *mode);
     settingCommands::set(context.preferences(), key, value);
-    applySetting(context, key);
     co_return settingCommands::get(context.preferences(), Recorder::sources(), key, false);
 }
 

@@ -19,13 +19,14 @@ struct Options {
     bool json = false;
 
     static constexpr auto fields() {
-        return std::tuple{Option{"name",
-                                 &Options::name,
-                                 namedSnapshotHelp,
-                                 {.isPositional = true, .isRequired = true}},
-                          Option{"timeline", &Options::timeline,
-                                 "What was recorded since, instead of the two states"},
-                          Option{"json", &Options::json, "Print stored JSON instead of text"}};
+        return std::tuple{
+            Option{"name",
+                   &Options::name,
+                   namedSnapshotHelp,
+                   {.isPositional = true, .isRequired = true}},
+            Option{"timeline", &Options::timeline,
+                   "Show the events recorded since, instead of the differences of the two states"},
+            Option{"json", &Options::json, "Print stored JSON instead of text"}};
     }
 };
 
@@ -46,17 +47,17 @@ std::vector<Shared<Event>> recordedSince(const HistoryReading& reading, Date sin
 
 std::string snapshotCompare(const HistoryReading& reading, const Options& options) {
     const Journal& journal = reading.history.journal;
-    const Snapshot& before = *namedSnapshot(journal, options.name).snapshot;
+    const auto before = namedSnapshot(journal, options.name).snapshot;
     if (journal.snapshots.empty())
         throw Error("There is no capture to compare it with.");
-    const auto events = options.timeline ? recordedSince(reading, before.timestamp)
-                                         : differences(before, *journal.snapshots.back());
+    const auto events = options.timeline ? recordedSince(reading, before->timestamp)
+                                         : differences(*before, *journal.snapshots.back());
     if (options.json)
         return json::encoded(events) + "\n";
     const Calendar calendar;
     std::string out = (options.timeline ? "Recorded since " : "Different from ")
-                      + historyTime::moment(before.timestamp, "", calendar) + ":\n";
-    if (options.timeline && journal.mayLackEventsSince(before.timestamp))
+                      + historyTime::moment(before->timestamp, "", calendar) + ":\n";
+    if (options.timeline && journal.mayLackEventsSince(before->timestamp))
         out += "Older events were removed, so this may be incomplete.\n";
     return out + "\n"
            + (events.empty() ? "Nothing.\n"
@@ -69,7 +70,7 @@ Command commands::snapshotCompare() {
     return makeCommand<Options, &tidemark::snapshotCompare>({
         .name = "snapshot compare",
         .group = CommandGroup::history,
-        .summary = "Tell what is different now",
+        .summary = "Show the differences between a named snapshot and now",
     });
 }
 

@@ -24,14 +24,13 @@ struct Options {
 QCoro::Task<std::string> snapshotDelete(CommandContext& context, const Options& options) {
     co_await context.model().openHistory();
     context.requireHistory();
-    const auto& baseline = namedSnapshot(context.state().journal(), options.name);
-    const std::string name = baseline.name;
-    if (context.state().busy())
+    const auto baseline = namedSnapshot(*context.state().journal(), options.name);
+    if (!context.state().mayBegin(Operation::saving))
         throw Error(anotherOperation);
     const bool deleted = co_await context.model().snapshots().deleteSnapshot(baseline.id);
     if (!deleted)
         throw Error(context.state().error->value_or(anotherOperation));
-    co_return "Deleted the snapshot \"" + oneLine(name) + "\"; the history stays.\n";
+    co_return "Deleted the snapshot \"" + oneLine(baseline.name) + "\"; the history stays.\n";
 }
 
 std::optional<std::string> question(const Options& options) {
@@ -47,7 +46,7 @@ Command commands::snapshotDelete() {
         {
             .name = "snapshot delete",
             .group = CommandGroup::history,
-            .summary = "Remove a named snapshot; the history stays",
+            .summary = "Delete a named snapshot; the history stays",
         },
         {.question = question});
 }

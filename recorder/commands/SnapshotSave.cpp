@@ -33,7 +33,7 @@ QCoro::Task<std::string> snapshotSave(CommandContext& context, const Options& op
     const bool saved = co_await snapshots.saveNamedSnapshot(options.name);
     if (!saved)
         throw Error(snapshots.snapshotError->value_or(anotherOperation));
-    const auto& kept = context.state().journal().baselines.back();
+    const auto& kept = context.state().journal()->baselines.back();
     co_return "Saved the snapshot \"" + oneLine(kept.name) + "\".\n";
 }
 
@@ -43,7 +43,7 @@ Command commands::snapshotSave() {
     return makeCommand<Options, &tidemark::snapshotSave>({
         .name = "snapshot save",
         .group = CommandGroup::history,
-        .summary = "Capture now and keep the result under a name",
+        .summary = "Take a capture now and keep it under a name",
     });
 }
 

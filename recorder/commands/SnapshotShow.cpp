@@ -21,7 +21,7 @@ struct Options {
 };
 
 std::string snapshotShow(const HistoryReading& reading, const Options& options) {
-    const Baseline& baseline = namedSnapshot(reading.history.journal, options.name);
+    const Baseline baseline = namedSnapshot(reading.history.journal, options.name);
     return options.json ? json::encoded(baseline) + "\n" : observationSummary(*baseline.snapshot);
 }
 
@@ -31,7 +31,7 @@ Command commands::snapshotShow() {
     return makeCommand<Options, &tidemark::snapshotShow>({
         .name = "snapshot show",
         .group = CommandGroup::history,
-        .summary = "Show what a named snapshot holds",
+        .summary = "Show the contents of a named snapshot",
     });
 }
 

@@ -54,9 +54,7 @@ Status stored(const Journal& journal, const Preferences& preferences, const Fold
     Status status;
     status.mode = read(preferences, preference::recordingMode);
     status.activity = status.mode == "paused" ? "Paused" : "No recorder runs";
-    const auto schedule =
-        json::fromRawValue<CaptureSchedule>(read(preferences, preference::captureSchedule));
-    status.schedule = label(schedule.value_or(CaptureSchedule::halfHourly));
+    status.schedule = label(captureSchedule(preferences));
     if (!journal.snapshots.empty())
         status.lastCapture = journal.snapshots.back()->timestamp;
     status.snapshots = static_cast<std::int64_t>(journal.snapshots.size());
@@ -97,10 +95,10 @@ std::string shown(const Status& status, bool asJson) {
 
 QCoro::Task<std::string> status(CommandContext& context, const Options& options) {
     const auto& state = context.state();
-    Status status = stored(state.journal(), context.preferences(), context.folders());
+    Status status = stored(*state.journal(), context.preferences(), context.folders());
     status.running = context.isRunning;
     // What holds, which a full disk may have kept from being stored.
-    if (context.isRunning && *state.loaded)
+    if (context.isRunning && state.loaded())
         status.mode = rawValue(*state.recordingMode);
     status.activity = context.model().recordingStatus();
     status.nextCapture = context.model().nextAutomaticCapture();
@@ -129,7 +127,7 @@ Command commands::status() {
         {
             .name = "status",
             .group = CommandGroup::recording,
-            .summary = "Tell how recording stands",
+            .summary = "Show whether and how the recorder is recording",
         },
         {.fromStored = storedStatus});
 }

@@ -21,8 +21,9 @@ struct Options : HistoryFilter {
     static constexpr auto fields() {
         return std::tuple_cat(
             HistoryFilter::fields(),
-            std::tuple{Option{"limit", &Options::limit, "Most events to show", {}, &checkLimit},
-                       Option{"counts", &Options::counts, "Tell how much each place holds instead"},
+            std::tuple{Option{"limit", &Options::limit, "The most events to show", {}, &checkLimit},
+                       Option{"counts", &Options::counts,
+                              "Show the number of events at each place instead"},
                        Option{"json", &Options::json, "Print stored JSON instead of text"}});
     }
 };

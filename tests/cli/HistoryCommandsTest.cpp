@@ -11,24 +11,21 @@ using test::Words;
 
 namespace {
 
-/// The same questions, asked of a running recorder and of the stored files.
+/// Each test runs with a recorder and without one, where the commands read the stored files.
 struct HistoryCommands : test::RecorderProgram, testing::WithParamInterface<bool> {
-    /// Two captures, between which a folder grew.
+    /// Takes the first capture.
     void record() {
+        if (GetParam())
+            return startRecording();
         ASSERT_EQ(command({"folders", "add", monitored()}).status, 0);
-        if (GetParam()) {
-            start();
-            ASSERT_TRUE(waitFor("Capture saved")) << logged;
-        } else {
-            ASSERT_EQ(command({"capture"}).status, 0);
-        }
+        ASSERT_EQ(command({"capture"}).status, 0);
     }
     void change() {
         grow(4);
         const Outcome captured = command({"capture"});
-        ASSERT_NE(captured.out.find("Stuff Grew in Size"), std::string::npos) << captured.err;
+        ASSERT_TRUE(test::contains(captured.out, "Stuff Grew in Size")) << captured.err;
     }
-    /// What a command prints; it must not fail.
+    /// The output of a command, which must succeed.
     std::string said(const Words& words) const {
         const Outcome outcome = command(words);
         EXPECT_EQ(outcome.status, 0) << words.front() << ": " << outcome.err;
@@ -45,13 +42,10 @@ INSTANTIATE_TEST_SUITE_P(Recorder, HistoryCommands, testing::Bool(), [](const au
     return parameter.param ? "Runs" : "IsAbsent";
 });
 
-TEST_P(HistoryCommands, NarrowTheHistory) {
+TEST_P(HistoryCommands, FilterTheHistory) {
     record();
     change();
-    const struct {
-        Words words;
-        bool shown;
-    } cases[] = {
+    const std::pair<Words, bool> cases[] = {
         {{"timeline"}, true},
         {{"timeline", "--window", "day"}, true},
         {{"timeline", "--window", "2d"}, true},
@@ -69,29 +63,26 @@ TEST_P(HistoryCommands, NarrowTheHistory) {
     };
     for (const auto& [words, shown] : cases)
         EXPECT_EQ(shows(words), shown) << testing::PrintToString(words);
-    EXPECT_NE(said({"timeline", "--counts"}).find("Storage           1\n"), std::string::npos);
-    EXPECT_NE(said({"timeline", "--counts", "--json"}).find("\"storage\":1"), std::string::npos);
+    EXPECT_TRUE(test::contains(said({"timeline", "--counts"}), "Storage           1\n"));
+    EXPECT_TRUE(test::contains(said({"timeline", "--counts", "--json"}), "\"storage\":1"));
     EXPECT_EQ(said({"memory", "--json"}), "[]\n");
     EXPECT_EQ(said({"activity"}), "No activity has been recorded.\n");
 }
 
-TEST_P(HistoryCommands, KeepAndCompareNamedSnapshots) {
+TEST_P(HistoryCommands, SaveAndCompareNamedSnapshots) {
     record();
     EXPECT_EQ(said({"snapshot"}), "No snapshot has been saved.\n");
     said({"snapshot", "save", "Before"});
     change();
-    EXPECT_NE(said({"snapshot", "list", "--json"}).find("\"name\":\"Before\""), std::string::npos);
+    EXPECT_TRUE(test::contains(said({"snapshot", "list", "--json"}), "\"name\":\"Before\""));
     EXPECT_TRUE(shows({"snapshot", "compare", "Before"}));
     EXPECT_TRUE(shows({"snapshot", "compare", "Before", "--timeline"}));
-    EXPECT_NE(said({"snapshot", "show", "Before"}).find(monitored()), std::string::npos);
+    EXPECT_TRUE(test::contains(said({"snapshot", "show", "Before"}), monitored()));
 
     said({"snapshot", "save", "After"});
     EXPECT_FALSE(shows({"snapshot", "compare", "After"}));
     said({"snapshot", "save", "After"});
-    const struct {
-        Words words;
-        const char* says;
-    } refused[] = {
+    const std::pair<Words, const char*> refused[] = {
         {{"snapshot", "save", "  "}, "needs a name"},
         {{"snapshot", "show", "Never"}, "There is no snapshot"},
         {{"snapshot", "compare", "After"}, "Several snapshots"},
@@ -100,14 +91,14 @@ TEST_P(HistoryCommands, KeepAndCompareNamedSnapshots) {
     for (const auto& [words, says] : refused) {
         const Outcome outcome = command(words);
         EXPECT_EQ(outcome.status, 1);
-        EXPECT_NE(outcome.err.find(says), std::string::npos) << outcome.err;
+        EXPECT_TRUE(test::contains(outcome.err, says));
     }
     said({"snapshot", "delete", "Before", "--yes"});
-    EXPECT_EQ(said({"snapshot", "list"}).find("Before"), std::string::npos);
+    EXPECT_FALSE(test::contains(said({"snapshot", "list"}), "Before"));
     EXPECT_TRUE(shows({"timeline"})) << "the history stays";
 }
 
-TEST_P(HistoryCommands, TakeWordsBehindTwoDashesForWhatTheyAre) {
+TEST_P(HistoryCommands, TakeWordsAfterTwoDashesAsArguments) {
     record();
     for (const char* name : {"--output=a", "--output=-"})
         EXPECT_EQ(said({"snapshot", "save", "--", name}),
@@ -115,12 +106,12 @@ TEST_P(HistoryCommands, TakeWordsBehindTwoDashesForWhatTheyAre) {
     EXPECT_EQ(said({"snapshot", "delete", "--yes", "--", "--output=a"}),
               "Deleted the snapshot \"--output=a\"; the history stays.\n");
     const std::string left = said({"snapshot", "list"});
-    EXPECT_NE(left.find("--output=-"), std::string::npos) << left;
-    EXPECT_EQ(left.find("--output=a"), std::string::npos) << left;
+    EXPECT_TRUE(test::contains(left, "--output=-"));
+    EXPECT_FALSE(test::contains(left, "--output=a"));
     EXPECT_EQ(said({"search", "--", "-o"}), "Nothing was found.\n");
 }
 
-TEST_P(HistoryCommands, ExportWhatTheFiltersShow) {
+TEST_P(HistoryCommands, ExportTheFilteredEvents) {
     record();
     change();
     const Words view{"export", "--format", "csv", "--place", "storage"};
@@ -129,13 +120,13 @@ TEST_P(HistoryCommands, ExportWhatTheFiltersShow) {
         return more;
     };
     const std::string cleaned = said(view);
-    EXPECT_NE(cleaned.find("Grew in Size"), std::string::npos) << cleaned;
-    EXPECT_EQ(cleaned.find(monitored()), std::string::npos) << cleaned;
-    EXPECT_NE(said(with({"--include-private"})).find(monitored()), std::string::npos);
+    EXPECT_TRUE(test::contains(cleaned, "Grew in Size"));
+    EXPECT_FALSE(test::contains(cleaned, monitored()));
+    EXPECT_TRUE(test::contains(said(with({"--include-private"})), monitored()));
 
     const auto file = folder / "history.csv";
     EXPECT_EQ(said(with({"--output", file.native()})), "");
-    EXPECT_NE(test::contents(file).find("Grew in Size"), std::string::npos);
+    EXPECT_TRUE(test::contains(test::contents(file), "Grew in Size"));
     EXPECT_EQ(test::modeOf(file), 0600U);
     const auto pipe = folder / "pipe";
     ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
@@ -147,14 +138,14 @@ TEST_P(HistoryCommands, ExportWhatTheFiltersShow) {
     EXPECT_EQ(command({"export", "--format", "json", "--search", "Stoff"}).status, 1);
 }
 
-TEST_P(HistoryCommands, PreviewAndImportWithoutHarm) {
+TEST_P(HistoryCommands, PreviewChangesNothingAndImportAddsNoDuplicates) {
     record();
     const auto journal = folder / "data/Tidemark/journal.json";
     const std::string before = test::contents(journal);
     said({"import", "--preview", "--include-routine"});
     EXPECT_EQ(test::contents(journal), before);
-    // What this machine remembers is its own; none of it may be doubled.
+    // The records depend on this machine. A second import must not add any of them again.
     said({"import", "--include-routine"});
     const std::string again = said({"import", "--include-routine"});
-    EXPECT_EQ(again.find("Added"), std::string::npos) << again;
+    EXPECT_FALSE(test::contains(again, "Added"));
 }

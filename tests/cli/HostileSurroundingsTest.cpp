@@ -1,19 +1,20 @@
 #include "cli/Interruption.h"
 #include "cli/LogWriter.h"
 #include "tests/cli/RecorderProgram.h"
+#include "tests/support/Pipe.h"
 
 #include <algorithm>
 #include <csignal>
 #include <cstring>
 #include <thread>
 
-#include <fcntl.h>
 #include <sys/resource.h>
 #include <sys/time.h>
 
 using namespace tidemark;
 using test::Outcome;
 using test::Output;
+using test::Pipe;
 using test::RecorderProgram;
 using test::Words;
 using namespace std::chrono_literals;
@@ -24,36 +25,6 @@ void limit(auto resource, rlim_t value) {
     const rlimit both{value, value};
     ::setrlimit(resource, &both);
 }
-
-/// A pipe, and what is in it.
-struct Pipe {
-    FileDescriptor reading;
-    FileDescriptor writing;
-
-    Pipe() {
-        int ends[2];
-        if (::pipe2(ends, O_CLOEXEC) != 0)
-            throw std::runtime_error("no pipe");
-        reading = FileDescriptor(ends[0]);
-        writing = FileDescriptor(ends[1]);
-    }
-    void fill() const {
-        ::fcntl(writing.get(), F_SETFL, O_NONBLOCK);
-        const std::string block(4096, 'x');
-        while (::write(writing.get(), block.data(), block.size()) > 0)
-            ;
-        ::fcntl(writing.get(), F_SETFL, 0);
-    }
-    /// All that is there, without waiting for more.
-    std::string taken() const {
-        ::fcntl(reading.get(), F_SETFL, O_NONBLOCK);
-        std::string all;
-        std::string block(65'536, '\0');
-        for (ssize_t count = 0; (count = ::read(reading.get(), block.data(), block.size())) > 0;)
-            all.append(block, 0, static_cast<std::size_t>(count));
-        return all;
-    }
-};
 
 bool isCancelled() {
     itimerval timer{};
@@ -68,10 +39,10 @@ void hang() {
 
 } // namespace
 
-TEST_F(RecorderProgram, FailsInOneSentenceWhereNothingMoreCanBeStartedOrOpened) {
+TEST_F(RecorderProgram, FailsWithOneSentenceWithoutThreadsOrFileDescriptors) {
     std::filesystem::permissions(folder.path(), std::filesystem::perms(0777));
     std::filesystem::permissions(folder / "run", std::filesystem::perms(0777));
-    // A user with no other process, of whom root alone can make one.
+    // Root can become a user without any other process.
     const uid_t user = ::geteuid() == 0 ? 1'000'000 + static_cast<uid_t>(::getpid()) : ::geteuid();
     // The leak check of a sanitizer would start a thread of its own.
     Words variables = environment();
@@ -83,8 +54,7 @@ TEST_F(RecorderProgram, FailsInOneSentenceWhereNothingMoreCanBeStartedOrOpened) 
                 ::_exit(126);
         });
         EXPECT_EQ(outcome.status, 1) << processes;
-        EXPECT_NE(outcome.err.find("No further thread could be started: "), std::string::npos)
-            << outcome.err;
+        EXPECT_TRUE(test::contains(outcome.err, "No further thread could be started: "));
         EXPECT_EQ(std::ranges::count(outcome.err, '\n'), 1) << outcome.err;
     }
     for (const rlim_t files : {7, 12, 17}) {
@@ -96,22 +66,21 @@ TEST_F(RecorderProgram, FailsInOneSentenceWhereNothingMoreCanBeStartedOrOpened) 
     }
 }
 
-TEST(WrongUsage, IsToldWithoutWhatArgumentsDoToATerminal) {
+TEST(WrongUsage, IsReportedWithoutControlCharacters) {
     const Outcome outcome = test::run({"timeline", "a\033]0;owned\a\nb\u202Ec"});
     EXPECT_EQ(outcome.status, 2);
-    EXPECT_NE(outcome.err.find("a\uFFFD]0;owned\uFFFD\uFFFDb\uFFFDc\nRun with --help"),
-              std::string::npos)
-        << outcome.err;
+    EXPECT_TRUE(
+        test::contains(outcome.err, "a\uFFFD]0;owned\uFFFD\uFFFDb\uFFFDc\nRun with --help"));
 }
 
-TEST(Output, EndsWithoutAWordWhenItsReaderIsGone) {
+TEST(Output, EndsTheProgramSilentlyWhenItsReaderIsGone) {
     const auto ignoring = [] { std::signal(SIGPIPE, SIG_IGN); };
     const auto usual = [] { std::signal(SIGPIPE, SIG_DFL); };
     EXPECT_EQ(test::run({}, Output::closedPipe, {}, ignoring), (Outcome{128 + SIGPIPE, "", ""}));
     EXPECT_EQ(test::run({}, Output::closedPipe, {}, usual), (Outcome{-1, "", ""}));
 }
 
-TEST(LogWriter, NeverWaitsForItsReaderAndCountsWhatNobodyRead) {
+TEST(LogWriter, DoesNotWaitForItsReaderAndCountsDroppedLines) {
     const Pipe pipe;
     LogWriter log(pipe.writing.get());
     log.write("first");
@@ -132,7 +101,7 @@ TEST(LogWriter, NeverWaitsForItsReaderAndCountsWhatNobodyRead) {
         << kept.substr(kept.size() - 100);
 }
 
-TEST(LogWriter, EndsWithItsReader) {
+TEST(LogWriter, StopsWritingWhenItsReaderIsGone) {
     const auto before = std::signal(SIGPIPE, SIG_IGN);
     Pipe pipe;
     LogWriter log(pipe.writing.get());
@@ -142,20 +111,18 @@ TEST(LogWriter, EndsWithItsReader) {
     std::signal(SIGPIPE, before);
 }
 
-TEST_F(RecorderProgram, RecordsOnWithoutAReaderOfItsLog) {
-    command({"folders", "add", monitored()});
-    start();
-    ASSERT_TRUE(waitFor("Capture saved")) << logged;
-    ::close(std::exchange(log, -1));
+TEST_F(RecorderProgram, KeepsRecordingWhenTheReaderOfItsLogIsGone) {
+    startRecording();
+    log.reset();
     for (int times = 0; times < 3; ++times) {
         grow(4 + static_cast<std::uintmax_t>(times));
         EXPECT_EQ(command({"capture"}).status, 0);
     }
-    EXPECT_NE(command({"status", "--json"}).out.find("\"running\":true"), std::string::npos);
+    EXPECT_TRUE(test::contains(command({"status", "--json"}).out, "\"running\":true"));
     EXPECT_EQ(stop(SIGTERM), 0);
 }
 
-TEST_F(RecorderProgram, RecordsOnWhenNobodyReadsItsLog) {
+TEST_F(RecorderProgram, KeepsRecordingWhenItsLogIsNotRead) {
     command({"folders", "add", monitored()});
     const Pipe pipe;
     pipe.fill();
@@ -172,19 +139,19 @@ TEST_F(RecorderProgram, RecordsOnWhenNobodyReadsItsLog) {
     EXPECT_EQ(stop(SIGTERM), 0);
 }
 
-TEST(InterruptionDeathTest, OneSignalEndsWhateverHangs) {
+TEST(InterruptionDeathTest, EndsAHangingProcessAfterOneSignal) {
     using enum Interruption::AfterStop;
     const auto status = testing::ExitedWithCode(128 + SIGTERM);
     EXPECT_EXIT(
         {
-            const Interruption interruption(goesOn, 20ms);
+            const Interruption interruption(continues, 20ms);
             ::kill(::getpid(), SIGTERM);
             hang();
         },
         status, "");
     EXPECT_EXIT(
         {
-            const Interruption interruption(goesOn, 20ms);
+            const Interruption interruption(continues, 20ms);
             const std::stop_callback stuck(interruption.token(), hang);
             ::kill(::getpid(), SIGTERM);
             hang();
@@ -204,7 +171,7 @@ TEST(InterruptionDeathTest, OneSignalEndsWhateverHangs) {
     EXPECT_EXIT(
         {
             {
-                const Interruption interruption(goesOn, 1min);
+                const Interruption interruption(continues, 1min);
                 ::kill(::getpid(), SIGTERM);
                 while (!interruption.token().stop_requested())
                     std::this_thread::yield();

@@ -3,15 +3,15 @@
 #include "core/records/Snapshot.h"
 #include "tests/cli/Program.h"
 #include "tests/support/OrdinaryUser.h"
+#include "tests/support/Pipe.h"
 #include "tests/support/PropertyLists.h"
+#include "tests/support/ResourceLimit.h"
 
 #include <csignal>
 #include <fstream>
 #include <thread>
 
-#include <fcntl.h>
 #include <gtest/gtest.h>
-#include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 
@@ -35,7 +35,7 @@ struct ObserveCommand : testing::Test {
     Outcome observe(const Words& more, Output output = Output::file) const {
         return test::run(arguments(more), output);
     }
-    /// What the program observes, when all goes well.
+    /// The observation that the program prints with --json.
     Snapshot snapshot(Words more) const {
         more.push_back("--json");
         const Outcome outcome = observe(more);
@@ -61,30 +61,17 @@ struct ObserveCommand : testing::Test {
     }
 };
 
-bool contains(const std::string& text, const std::string& part) {
-    return text.find(part) != std::string::npos;
-}
-
-/// What the program says when it fails.
+/// The message of the program for a failure.
 std::string sentence(const std::string& file, const std::string& reason) {
     return "tidemark: " + file + reason + "\n";
 }
 
-/// The program, standing still at the first word that it says: its standard error is a pipe that
-/// is full. SIGINT is held back until the program itself asks for it.
+/// The program, blocked at its first write to standard error, which is a full pipe. SIGINT stays
+/// blocked until the program itself handles it.
 class StalledProgram {
 public:
     StalledProgram(Words words, const std::string& outFile) {
-        int ends[2];
-        if (::pipe2(ends, O_CLOEXEC | O_NONBLOCK) != 0)
-            throw std::runtime_error("no pipe");
-        const std::string block(4096, 'x');
-        while (::write(ends[1], block.data(), block.size()) > 0)
-            ;
-        ::fcntl(ends[1], F_SETFL, 0);
-        ::fcntl(ends[0], F_SETFL, 0);
-        said = ends[0];
-
+        said.fill();
         words.insert(words.begin(), TIDEMARK_PROGRAM);
         std::vector<char*> argv;
         for (auto& word : words)
@@ -99,29 +86,26 @@ public:
         if (child == 0) {
             const int out = ::open(outFile.c_str(), O_WRONLY | O_CREAT, 0600);
             ::dup2(out, STDOUT_FILENO);
-            ::dup2(ends[1], STDERR_FILENO);
+            ::dup2(said.writing.get(), STDERR_FILENO);
             ::execv(argv[0], argv.data());
             ::_exit(127);
         }
         ::pthread_sigmask(SIG_SETMASK, &old, nullptr);
-        ::close(ends[1]);
+        said.writing.reset();
     }
-    ~StalledProgram() { ::close(said); }
-    StalledProgram(const StalledProgram&) = delete;
-    StalledProgram& operator=(const StalledProgram&) = delete;
 
-    /// Sends SIGINT, and returns when the program has done what it does about it.
+    /// Sends SIGINT and returns when the program has handled it.
     void interrupt() const {
         ::kill(child, SIGINT);
         const fs::path facts = "/proc/" + std::to_string(child);
-        while (contains(test::contents(facts / "status"), "ShdPnd:\t0000000000000002"))
+        while (test::contains(test::contents(facts / "status"), "ShdPnd:\t0000000000000002"))
             std::this_thread::yield();
         while (!allAsleep(facts / "task"))
             std::this_thread::yield();
     }
     void letGo() const {
         char block[4096];
-        while (::read(said, block, sizeof block) > 0)
+        while (::read(said.reading.get(), block, sizeof block) > 0)
             ;
     }
     /// Its exit status.
@@ -137,19 +121,19 @@ private:
         for (const auto& thread : fs::directory_iterator(threads, ended)) {
             const std::string stat = test::contents(thread.path() / "stat");
             const auto state = stat.rfind(") ");
-            if (state != std::string::npos && !contains("SZX", stat.substr(state + 2, 1)))
+            if (state != std::string::npos && !test::contains("SZX", stat.substr(state + 2, 1)))
                 return false;
         }
         return true;
     }
 
     pid_t child;
-    int said;
+    test::Pipe said;
 };
 
 } // namespace
 
-TEST_F(ObserveCommand, TellsPeople) {
+TEST_F(ObserveCommand, PrintsTheObservationAsText) {
     writeBundle("Sextant", "2.0");
     folder.write("tree/sub/file", "12345");
     folder.write("tree/file", "123");
@@ -166,7 +150,7 @@ TEST_F(ObserveCommand, TellsPeople) {
               + "\n         5 bytes  sub\n         3 bytes  Files in folder\n",
           std::string("\nNot seen completely\n  Storage · none: Some entries could not be read."),
           std::string(" s  none (incomplete)\n")})
-        EXPECT_TRUE(contains(outcome.out, part)) << part << outcome.out;
+        EXPECT_TRUE(test::contains(outcome.out, part));
 }
 
 TEST_F(ObserveCommand, WritesAPrivateFile) {
@@ -183,7 +167,7 @@ TEST_F(ObserveCommand, WritesAPrivateFile) {
     EXPECT_EQ(observe({"-o", path("snapshot.json")}).out, "");
 }
 
-TEST_F(ObserveCommand, FailsInOneSentenceBeforeItObserves) {
+TEST_F(ObserveCommand, FailsWithOneSentenceBeforeItObserves) {
     ::mkfifo(path("pipe").c_str(), 0600);
     folder.makeFolder("locked");
     fs::permissions(folder / "locked", fs::perms(0555));
@@ -203,28 +187,23 @@ TEST_F(ObserveCommand, FailsInOneSentenceBeforeItObserves) {
         EXPECT_EQ(observe({option, ""}).status, 2);
 }
 
-TEST_F(ObserveCommand, AFullDiskLeavesTheOldFile) {
+TEST_F(ObserveCommand, KeepsTheOldFileWhenTheDiskIsFull) {
     folder.write("snapshot.json", "old");
-    rlimit before{};
-    ::getrlimit(RLIMIT_FSIZE, &before);
-    // Not ignored, which the program would inherit.
-    const auto handler = std::signal(SIGXFSZ, [](int) {});
-    const rlimit small{300, before.rlim_max};
-    ::setrlimit(RLIMIT_FSIZE, &small);
-    const Outcome outcome = observe({"-o", path("snapshot.json"), "--json"});
-    ::setrlimit(RLIMIT_FSIZE, &before);
-    std::signal(SIGXFSZ, handler);
+    const Outcome outcome = [&] {
+        const test::ResourceLimit disk(RLIMIT_FSIZE, 300);
+        return observe({"-o", path("snapshot.json"), "--json"});
+    }();
     EXPECT_EQ(outcome.status, 1);
     EXPECT_EQ(outcome.out, "");
-    EXPECT_TRUE(contains(outcome.err,
-                         sentence(path("snapshot.json"), " could not be written: File too large.")))
+    EXPECT_TRUE(test::contains(
+        outcome.err, sentence(path("snapshot.json"), " could not be written: File too large.")))
         << outcome.err;
     EXPECT_EQ(test::contents(folder / "snapshot.json"), "old");
     EXPECT_EQ(test::namesIn(folder.path()), "snapshot.json");
     EXPECT_EQ(observe({"--json"}, Output::fullDisk).status, 1);
 }
 
-TEST_F(ObserveCommand, CarriesMeasurementsToTheNextRun) {
+TEST_F(ObserveCommand, KeepsMeasurementsForTheNextRun) {
     writeBundle("Sextant", "2.0");
     const Words options{"--storage", path("apps"), "--measurements", path("data/known.json")};
     const auto measured = [](const Snapshot& snapshot) {
@@ -246,43 +225,7 @@ TEST_F(ObserveCommand, CarriesMeasurementsToTheNextRun) {
     }
 }
 
-TEST_F(ObserveCommand, SaysWhatAnOrdinaryUserCannotRead) {
-    writeBundle("Sextant", "2.0");
-    for (const char* name : {"agents", "closed", "tree/closed", "tree/open", "root"})
-        folder.makeFolder(name);
-    folder.write("secret", "x");
-    for (const char* name :
-         {"apps/Sextant.app", "agents", "closed", "tree/closed", "secret", "root"})
-        fs::permissions(folder / name, fs::perms::none);
-    const test::OrdinaryUser user(folder.path());
-    const Snapshot seen =
-        snapshot({"--applications", path("closed"), "--storage", path("tree"), "--storage",
-                  path("root"), "--config", path("secret"), "--config", path("closed/file")});
-    const std::string metadata =
-        "Applications: metadata could not be read for 1 app or folder locations. These locations "
-        "are excluded from comparisons.";
-    const std::string children = "Storage · tree: 1 of 2 child folders measured. Completed "
-                                 "measurements are retained; unfinished work continues on later "
-                                 "checks.";
-    const std::string root =
-        "Storage · root: The folder could not be opened. It may be missing or access may be "
-        "unavailable. Earlier sizes are preserved; no partial total is compared.";
-    EXPECT_EQ(seen.coverage.issues,
-              (Words{"Applications: incomplete access or scan limit at " + path("closed")
-                         + ". Changes in this location are paused.",
-                     metadata,
-                     "Background items: cannot completely read " + path("agents")
-                         + ". Changes in this location are paused.",
-                     children, root}));
-    EXPECT_EQ(seen.coverage.applicationRoots, std::set{path("apps")});
-    EXPECT_EQ(seen.coverage.excludedPaths,
-              (std::set{path("agents"), path("apps/Sextant.app"), path("closed")}));
-    EXPECT_EQ(seen.additionalReports.value().at(0).issue,
-              "Selected file could not be read: " + path("secret"));
-    EXPECT_FALSE(seen.additionalReports->at(1).complete);
-}
-
-TEST_F(ObserveCommand, ObservationsAreCompared) {
+TEST_F(ObserveCommand, MakesObservationsThatCompareFinds) {
     writeBundle("Lantern", "3.4", test::binaryList);
     writeBundle("Paperweight", "1.9");
     writeAgent("sync", "<true/>", test::binaryList);
@@ -310,10 +253,10 @@ TEST_F(ObserveCommand, ObservationsAreCompared) {
                              "Previously 1.9", "Sextant Installed", "Background Item Changed",
                              "org.example.sync", "Background Item Removed", "org.example.gone",
                              "tree Grew in Size", "+6 GB", "Git configuration"})
-        EXPECT_TRUE(contains(outcome.out, line)) << line << "\n" << outcome.out;
-    EXPECT_TRUE(contains(test::run({"compare", path("after"), path("after")}).out,
-                         "Nothing changed between "));
-    EXPECT_FALSE(contains(test::contents(folder / "after"), "token"));
+        EXPECT_TRUE(test::contains(outcome.out, line));
+    EXPECT_TRUE(test::contains(test::run({"compare", path("after"), path("after")}).out,
+                               "Nothing changed between "));
+    EXPECT_FALSE(test::contains(test::contents(folder / "after"), "token"));
 }
 
 #ifndef __APPLE__
@@ -345,7 +288,7 @@ TEST_F(ObserveCommand, ObservesAMachineThatLiesElsewhere) {
 }
 #endif
 
-TEST_F(ObserveCommand, BearsAnyName) {
+TEST_F(ObserveCommand, HandlesAnyFileName) {
     const std::string name = "line\nfeed \xFF\033[2J";
     folder.write("apps/" + name + ".app/Contents/Info.plist",
                  test::xmlList("<dict>" + pair("CFBundleIdentifier", "a") + "</dict>"));
@@ -374,7 +317,7 @@ TEST_F(ObserveCommand, BearsAnyName) {
     EXPECT_EQ((outcome.out + outcome.err).find('\033'), std::string::npos);
 }
 
-TEST_F(ObserveCommand, EndsEarlyOnTheFirstSignalAndAtOnceOnTheSecond) {
+TEST_F(ObserveCommand, StopsEarlyOnTheFirstSignalAndAtOnceOnTheSecond) {
     folder.write("tree/sub/file", "1");
     const Words words = arguments({"--storage", path("tree"), "-o", path("snapshot.json")});
     const StalledProgram once(words, path("out"));

@@ -13,8 +13,8 @@ namespace tidemark::test {
 
 namespace {
 
-/// Opened with the rights that the tests were started with: an ordinary user, as whom some of them
-/// go on, may not reach the folder of the build.
+/// Opened with the rights of the test program: some tests become another user, who may not be able
+/// to reach the build folder.
 const int program = ::open(TIDEMARK_PROGRAM, O_PATH | O_CLOEXEC);
 
 std::vector<char*> pointers(std::vector<std::string>& texts) {
@@ -25,7 +25,17 @@ std::vector<char*> pointers(std::vector<std::string>& texts) {
     return list;
 }
 
-/// What has been written to a terminal; its last reader gets an error in place of the end.
+/// The side of a new terminal that stands for the person before it; -1 where there is none.
+int openTerminal() {
+    const int terminal = ::posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC);
+    if (terminal >= 0 && ::grantpt(terminal) == 0 && ::unlockpt(terminal) == 0)
+        return terminal;
+    ::close(terminal);
+    return -1;
+}
+
+/// Everything that was written to a terminal. Reading it ends with an error instead of an end of
+/// file.
 std::string drained(int terminal) {
     std::string text;
     std::array<char, 4096> block{};
@@ -42,25 +52,31 @@ void PrintTo(const Outcome& outcome, std::ostream* stream) {
             << outcome.err;
 }
 
+bool hasTerminals() {
+    const int terminal = openTerminal();
+    ::close(terminal);
+    return terminal >= 0;
+}
+
 Outcome run(const std::vector<std::string>& arguments, Output output,
             const std::vector<std::string>& environment, const std::function<void()>& beforehand) {
     const TemporaryFolder folder;
     std::vector<std::string> words{TIDEMARK_PROGRAM};
     words.insert(words.end(), arguments.begin(), arguments.end());
-    // The first of two values counts.
+    // If a variable occurs twice, the first value counts.
     std::vector<std::string> variables = environment;
     variables.insert(variables.end(), {"TZ=UTC", "LC_ALL=en_US.UTF-8"});
     const auto argv = pointers(words);
     const auto envp = pointers(variables);
 
-    const int terminal = ::posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC);
-    if (terminal < 0 || ::grantpt(terminal) != 0 || ::unlockpt(terminal) != 0)
+    const int terminal = output == Output::terminal ? openTerminal() : -1;
+    if (output == Output::terminal && terminal < 0)
         throw std::runtime_error("no terminal");
     const std::string outName = output == Output::terminal   ? ::ptsname(terminal)
                                 : output == Output::fullDisk ? "/dev/full"
                                                              : (folder / "out").native();
     const std::string errName = (folder / "err").native();
-    // Held open until the child is gone, so that what it wrote stays to be read.
+    // Kept open until the child has ended, so that its output can still be read.
     const int kept = ::open(outName.c_str(), O_WRONLY | O_CREAT | O_NOCTTY | O_CLOEXEC, 0600);
     std::array<int, 2> ends{};
     if (::pipe2(ends.data(), O_CLOEXEC) != 0)
@@ -69,7 +85,7 @@ Outcome run(const std::vector<std::string>& arguments, Output output,
     const int out = output == Output::closedPipe ? ends[1] : kept;
     const pid_t child = ::fork();
     if (child == 0) {
-        // A test that gave up the rights of root means the program to have none of them either.
+        // If the test gave up the rights of root, so must the program, also its real user.
         if (::setreuid(::geteuid(), ::geteuid()) != 0)
             ::_exit(126);
         const int err = ::open(errName.c_str(), O_WRONLY | O_CREAT, 0600);

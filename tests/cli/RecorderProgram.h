@@ -1,12 +1,12 @@
 #pragma once
 
 #include "tests/cli/Program.h"
+#include "tests/support/Pipe.h"
 
 #include <array>
 #include <csignal>
 #include <filesystem>
 
-#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -15,12 +15,12 @@ namespace tidemark::test {
 
 using Words = std::vector<std::string>;
 
-/// A user of the recorder, with folders of her own.
+/// A user with folders of her own, who can start a recorder and run commands.
 struct RecorderProgram : testing::Test {
     TemporaryFolder folder;
     std::filesystem::path stuff = folder.makeFolder("Stuff/part");
     pid_t recorder = -1;
-    int log = -1;
+    FileDescriptor log;
     std::string logged;
 
     RecorderProgram() {
@@ -40,7 +40,7 @@ struct RecorderProgram : testing::Test {
         return run(words, Output::file, environment(), beforehand);
     }
     std::string monitored() const { return (folder / "Stuff").native(); }
-    /// A sparse file: its size counts.
+    /// Sets the size of a sparse file in the monitored folder.
     void grow(std::uintmax_t gigabytes) const {
         if (!std::filesystem::exists(stuff / "file"))
             folder.write("Stuff/part/file", "");
@@ -48,12 +48,16 @@ struct RecorderProgram : testing::Test {
     }
 
     void start() {
-        int ends[2];
-        ASSERT_EQ(::pipe2(ends, O_CLOEXEC), 0);
-        startWith(ends[1]);
-        ::close(ends[1]);
-        log = ends[0];
+        Pipe pipe;
+        startWith(pipe.writing.get());
+        log = std::move(pipe.reading);
         logged.clear();
+    }
+    /// A recorder that monitors the folder and has taken its first capture.
+    void startRecording() {
+        ASSERT_EQ(command({"folders", "add", monitored()}).status, 0);
+        start();
+        ASSERT_TRUE(waitFor("Capture saved")) << logged;
     }
     void startWith(int standardError) {
         Words variables = environment();
@@ -68,18 +72,18 @@ struct RecorderProgram : testing::Test {
             ::_exit(127);
         }
     }
-    /// Reads the recorder's log until it says so, or ends.
+    /// Reads the recorder's log until it contains `words`; false when it ends before.
     bool waitFor(const std::string& words) {
         std::array<char, 512> block{};
         while (logged.find(words) == std::string::npos) {
-            const ssize_t count = ::read(log, block.data(), block.size());
+            const ssize_t count = ::read(log.get(), block.data(), block.size());
             if (count <= 0)
                 return false;
             logged.append(block.data(), static_cast<std::size_t>(count));
         }
         return true;
     }
-    /// The exit status of the recorder; −1 when the signal ended it.
+    /// Returns the exit status of the recorder; −1 when the signal ended it.
     int stop(int signal) {
         if (recorder <= 0)
             return 0;
@@ -87,7 +91,7 @@ struct RecorderProgram : testing::Test {
         int status = 0;
         ::waitpid(recorder, &status, 0);
         recorder = -1;
-        ::close(log);
+        log.reset();
         return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
     }
 };

@@ -11,34 +11,30 @@ using test::Outcome;
 using test::RecorderProgram;
 using test::Words;
 
-TEST_F(RecorderProgram, DoesTheWorkOfACommandWhenNoRecorderRuns) {
+TEST_F(RecorderProgram, CarriesOutCommandsWithoutARecorder) {
     EXPECT_EQ(command({"folders", "add", monitored()}).out, "Monitoring " + monitored() + ".\n");
     EXPECT_EQ(command({"capture"}).status, 0);
     grow(4);
     const Outcome second = command({"capture"});
-    EXPECT_NE(second.out.find("Stuff Grew in Size"), std::string::npos) << second.out;
+    EXPECT_TRUE(test::contains(second.out, "Stuff Grew in Size"));
     EXPECT_EQ(second.err, "");
-    EXPECT_NE(command({"timeline"}).out.find("+3 GB · part +3 GB"), std::string::npos);
+    EXPECT_TRUE(test::contains(command({"timeline"}).out, "+3 GB · part +3 GB"));
     EXPECT_EQ(command({"timeline", "--limit", "0"}).out,
               "Nothing of what was recorded is shown.\n");
-    EXPECT_NE(command({"status"}).out.find("Captures kept   2"), std::string::npos);
+    EXPECT_TRUE(test::contains(command({"status"}).out, "Captures kept   2"));
 
     command({"folders", "track", monitored(), "storage", "off"});
-    EXPECT_NE(command({"folders"}).out.find("for nothing"), std::string::npos);
+    EXPECT_TRUE(test::contains(command({"folders"}).out, "for nothing"));
     EXPECT_EQ(command({"pause"}).status, 0);
     const Outcome refused = command({"capture"});
     EXPECT_EQ(refused.status, 1);
-    EXPECT_NE(refused.err.find("Recording is paused"), std::string::npos) << refused.err;
+    EXPECT_TRUE(test::contains(refused.err, "Recording is paused"));
     EXPECT_EQ(test::modeOf(folder / "data/Tidemark/journal.json"), 0600U);
     EXPECT_EQ(test::modeOf(folder / "config/Tidemark/settings.json"), 0600U);
 }
 
-TEST_F(RecorderProgram, RefusesWhatDoesNotFit) {
-    const struct {
-        Words words;
-        int status;
-        const char* says;
-    } cases[] = {
+TEST_F(RecorderProgram, RefusesInvalidArguments) {
+    const std::tuple<Words, int, const char*> cases[] = {
         {{"settings", "set", "listingTextSize", "40"}, 1, "no whole number from 13 to 26"},
         {{"settings", "set", "memoryClipboard", "maybe"}, 1, "neither on nor off"},
         {{"settings", "get", "needsRecordingBaseline"}, 1, "There is no setting"},
@@ -60,35 +56,32 @@ TEST_F(RecorderProgram, RefusesWhatDoesNotFit) {
         {{"snapshot", "delete"}, 2, "NAME"},
         {{"snapshot", "burn", "A"}, 2, "burn"},
     };
-    for (const auto& c : cases) {
-        const Outcome outcome = command(c.words);
-        EXPECT_EQ(outcome.status, c.status) << c.words.front();
+    for (const auto& [words, status, says] : cases) {
+        const Outcome outcome = command(words);
+        EXPECT_EQ(outcome.status, status) << words.front();
         EXPECT_EQ(outcome.out, "");
-        EXPECT_NE(outcome.err.find(c.says), std::string::npos) << outcome.err;
+        EXPECT_TRUE(test::contains(outcome.err, says));
     }
     EXPECT_TRUE(command({"settings", "get", "listingTextSize"}).out.starts_with("13\n"));
 }
 
-TEST_F(RecorderProgram, ASettingSaysThatItsSourceIsNotThere) {
+TEST_F(RecorderProgram, MarksSettingsWhoseSourceIsNotAvailable) {
     for (const char* key : {"networkHistoryEnabled", "memoryFiles", "memoryClipboard"}) {
-        EXPECT_NE(command({"settings", "get", key}).out.find("Not available here: "),
-                  std::string::npos)
+        EXPECT_TRUE(test::contains(command({"settings", "get", key}).out, "Not available here: "))
             << key;
-        EXPECT_NE(command({"settings", "get", key, "--json"}).out.find("\"notAvailable\":\"This"),
-                  std::string::npos)
+        EXPECT_TRUE(test::contains(command({"settings", "get", key, "--json"}).out,
+                                   "\"notAvailable\":\"This"))
             << key;
     }
     EXPECT_EQ(command({"settings", "get", "captureSchedule"}).out, "halfHourly\n");
-    EXPECT_NE(command({"settings"})
-                  .out.find("Record network and Wi-Fi connections (not available "
-                            "here: This release can’t follow network connections "
-                            "on this system.)\n"),
-              std::string::npos);
-    EXPECT_NE(command({"settings", "--json"}).out.find("\"key\":\"captureSchedule\""),
-              std::string::npos);
+    EXPECT_TRUE(test::contains(command({"settings"}).out,
+                               "Record network and Wi-Fi connections (not available "
+                               "here: This release can’t follow network connections "
+                               "on this system.)\n"));
+    EXPECT_TRUE(test::contains(command({"settings", "--json"}).out, "\"key\":\"captureSchedule\""));
 }
 
-TEST_F(RecorderProgram, DamagedSettingsAreToldAndNeverEndAPause) {
+TEST_F(RecorderProgram, ReportsDamagedSettingsAndKeepsAPause) {
     EXPECT_EQ(command({"pause"}).status, 0);
     for (const char* copy : {"kept", "damaged"}) {
         if (copy == std::string_view("damaged"))
@@ -96,17 +89,15 @@ TEST_F(RecorderProgram, DamagedSettingsAreToldAndNeverEndAPause) {
         folder.write("config/Tidemark/settings.json", "{\"recordingMode\":");
         const std::string said = command({"settings", "get", "recordingMode"}).out;
         EXPECT_TRUE(said.starts_with("paused\n")) << copy << said;
-        EXPECT_NE(said.find("The settings are damaged"), std::string::npos) << copy << said;
+        EXPECT_TRUE(test::contains(said, "The settings are damaged")) << copy;
         const Outcome refused = command({"capture"});
-        EXPECT_NE(refused.err.find("Recording is paused"), std::string::npos) << refused.err;
+        EXPECT_TRUE(test::contains(refused.err, "Recording is paused"));
         EXPECT_EQ(command({"settings", "get", "recordingMode"}).out, "paused\n");
     }
 }
 
-TEST_F(RecorderProgram, ARefusedSettingIsNotStoredWithALaterOne) {
-    command({"folders", "add", monitored()});
-    start();
-    ASSERT_TRUE(waitFor("Capture saved")) << logged;
+TEST_F(RecorderProgram, DoesNotStoreARefusedSettingWithALaterOne) {
+    startRecording();
     const auto settings = folder / "config/Tidemark";
     std::filesystem::rename(settings, folder / "moved");
     folder.write("config/Tidemark", "in the way");
@@ -117,50 +108,46 @@ TEST_F(RecorderProgram, ARefusedSettingIsNotStoredWithALaterOne) {
     std::filesystem::rename(folder / "moved", settings);
     EXPECT_EQ(command({"settings", "set", "historyCustomWindowDays", "5"}).status, 0);
     const std::string stored = test::contents(settings / "settings.json");
-    EXPECT_NE(stored.find("\"historyCustomWindowDays\": 5"), std::string::npos) << stored;
-    EXPECT_EQ(stored.find("listingTextSize"), std::string::npos) << stored;
-    EXPECT_EQ(stored.find("daily"), std::string::npos) << stored;
-    EXPECT_NE(stored.find("\"recordingMode\": \"paused\""), std::string::npos)
-        << "a pause is in force and stored as soon as that works: " << stored;
+    EXPECT_TRUE(test::contains(stored, "\"historyCustomWindowDays\": 5"));
+    EXPECT_FALSE(test::contains(stored, "listingTextSize"));
+    EXPECT_FALSE(test::contains(stored, "daily"));
+    EXPECT_TRUE(test::contains(stored, "\"recordingMode\": \"paused\""))
+        << "a pause takes effect and is stored as soon as possible: ";
 }
 
-TEST_F(RecorderProgram, CarriesOutCommandsOfOthersAndEndsCleanly) {
-    command({"folders", "add", monitored()});
-    start();
-    ASSERT_TRUE(waitFor("Capture saved")) << logged;
+TEST_F(RecorderProgram, CarriesOutCommandsOfOtherProcessesAndEndsCleanly) {
+    startRecording();
     const Outcome second = command({"run"});
     EXPECT_EQ(second.status, 1);
-    EXPECT_NE(second.err.find("already recording"), std::string::npos) << second.err;
+    EXPECT_TRUE(test::contains(second.err, "already recording"));
 
     grow(4);
-    EXPECT_NE(command({"capture"}).out.find("Stuff Grew in Size"), std::string::npos);
+    EXPECT_TRUE(test::contains(command({"capture"}).out, "Stuff Grew in Size"));
     EXPECT_EQ(command({"schedule", "hourly"}).out, "hourly: Every hour\n");
     const std::string status = command({"status", "--json"}).out;
-    EXPECT_NE(status.find("\"running\":true"), std::string::npos) << status;
-    EXPECT_NE(status.find("\"snapshots\":2"), std::string::npos) << status;
+    EXPECT_TRUE(test::contains(status, "\"running\":true"));
+    EXPECT_TRUE(test::contains(status, "\"snapshots\":2"));
     EXPECT_EQ(command({"folders", "remove", "/nowhere"}).status, 1);
     EXPECT_EQ(stop(SIGTERM), 0);
-    EXPECT_NE(command({"status"}).out.find("No recorder runs"), std::string::npos);
+    EXPECT_TRUE(test::contains(command({"status"}).out, "No recorder runs"));
 }
 
-TEST_F(RecorderProgram, LosesNothingThatWasSavedWhenItIsKilled) {
-    command({"folders", "add", monitored()});
-    start();
-    ASSERT_TRUE(waitFor("Capture saved")) << logged;
+TEST_F(RecorderProgram, KeepsTheSavedHistoryWhenItIsKilled) {
+    startRecording();
     EXPECT_EQ(stop(SIGKILL), -1);
     grow(4);
     const Outcome next = command({"capture"});
     EXPECT_EQ(next.status, 0) << next.err;
-    EXPECT_NE(next.out.find("Stuff Grew in Size"), std::string::npos) << next.out;
+    EXPECT_TRUE(test::contains(next.out, "Stuff Grew in Size"));
 }
 
-TEST_F(RecorderProgram, TellsNothingOfAFolderThatItCannotSee) {
+TEST_F(RecorderProgram, ReportsNoChangeForAFolderThatItCannotRead) {
     command({"folders", "add", monitored()});
     grow(9);
     command({"capture"});
     const auto capturesNothing = [&] {
         const Outcome outcome = command({"capture"});
-        EXPECT_NE(outcome.out.find("Nothing changed"), std::string::npos) << outcome.out;
+        EXPECT_TRUE(test::contains(outcome.out, "Nothing changed"));
     };
     const auto hidden = folder / "hidden";
     const auto place = folder / "Stuff";
@@ -168,7 +155,7 @@ TEST_F(RecorderProgram, TellsNothingOfAFolderThatItCannotSee) {
         std::filesystem::rename(place, hidden);
         takePlace();
         capturesNothing();
-        EXPECT_NE(command({"coverage"}).out.find(place.native()), std::string::npos);
+        EXPECT_TRUE(test::contains(command({"coverage"}).out, place.native()));
         std::filesystem::remove(place);
         std::filesystem::rename(hidden, place);
         capturesNothing();
@@ -177,10 +164,10 @@ TEST_F(RecorderProgram, TellsNothingOfAFolderThatItCannotSee) {
     comesAndGoes([&] { folder.write("Stuff", ""); });
     comesAndGoes([&] { std::filesystem::create_directory_symlink(folder / "run", place); });
     grow(4);
-    EXPECT_NE(command({"capture"}).out.find("Stuff Shrank in Size"), std::string::npos);
+    EXPECT_TRUE(test::contains(command({"capture"}).out, "Stuff Shrank in Size"));
 }
 
-TEST_F(RecorderProgram, SaysWhatItMayNotReadOrWrite) {
+TEST_F(RecorderProgram, ReportsMissingPermissions) {
     command({"folders", "add", monitored()});
     command({"capture"});
     const auto data = folder / "data/Tidemark";
@@ -193,12 +180,12 @@ TEST_F(RecorderProgram, SaysWhatItMayNotReadOrWrite) {
     const auto fails = [&](const char* word) {
         const Outcome outcome = command({word});
         EXPECT_EQ(outcome.status, 1) << word;
-        EXPECT_NE(outcome.err.find("Permission denied"), std::string::npos) << outcome.err;
+        EXPECT_TRUE(test::contains(outcome.err, "Permission denied"));
     };
     {
         const test::OrdinaryUser user(folder.path());
         fails("capture");
-        EXPECT_NE(command({"status"}).out.find("Captures kept   1"), std::string::npos);
+        EXPECT_TRUE(test::contains(command({"status"}).out, "Captures kept   1"));
     }
     if (isRoot) {
         EXPECT_EQ(::lchown(journal.c_str(), 0, 0), 0);
@@ -209,19 +196,18 @@ TEST_F(RecorderProgram, SaysWhatItMayNotReadOrWrite) {
     EXPECT_EQ(test::contents(journal), before);
 }
 
-TEST_F(RecorderProgram, SaysOnceThatTheSettingsCantBeRead) {
+TEST_F(RecorderProgram, ReportsUnreadableSettingsOnce) {
     folder.makeFolder("config/Tidemark/settings.json");
     const std::string reason = "settings.json could not be read: Is a directory.";
     for (const Words& words : {Words{"settings", "set", "listingTextSize", "20"},
                                Words{"folders", "add", monitored()}, Words{"capture"}}) {
-        const std::string told = command(words).err;
-        const auto first = told.find(reason);
-        EXPECT_NE(first, std::string::npos) << told;
-        EXPECT_EQ(told.find(reason, first + 1), std::string::npos) << told;
+        const std::string error = command(words).err;
+        EXPECT_TRUE(test::contains(error, reason));
+        EXPECT_EQ(error.find(reason), error.rfind(reason)) << error;
     }
 }
 
-TEST_F(RecorderProgram, TellsOfFilesBesideTheHistoryThatItCantRead) {
+TEST_F(RecorderProgram, ReportsUnreadableFilesNextToTheHistory) {
     command({"folders", "add", monitored()});
     command({"capture"});
     const Words files{"system-activity.json", "memory-history.json"};
@@ -230,7 +216,7 @@ TEST_F(RecorderProgram, TellsOfFilesBesideTheHistoryThatItCantRead) {
     for (const char* name : {"status", "timeline"}) {
         const Outcome outcome = command({name});
         for (const auto& file : files)
-            EXPECT_NE((outcome.out + outcome.err).find(file), std::string::npos) << name << file;
+            EXPECT_TRUE(test::contains((outcome.out + outcome.err), file)) << name << file;
     }
     EXPECT_EQ(command({"activity"}).status, 1);
     EXPECT_EQ(command({"memory"}).status, 1);
@@ -238,7 +224,7 @@ TEST_F(RecorderProgram, TellsOfFilesBesideTheHistoryThatItCantRead) {
         EXPECT_EQ(test::contents(folder / "data/Tidemark" / file), "{]");
 }
 
-TEST_F(RecorderProgram, JudgesNoCaptureOfTheFuture) {
+TEST_F(RecorderProgram, ReportsNoGapsForCapturesInTheFuture) {
     const auto coverageOf = [&](const std::vector<Date>& captures, Words words = {}) {
         Journal journal;
         for (std::size_t i = 0; i < captures.size(); ++i) {
@@ -264,16 +250,14 @@ TEST_F(RecorderProgram, JudgesNoCaptureOfTheFuture) {
               "No capture  1 Jun 2020, 00:00:00 – now\n");
 }
 
-TEST_F(RecorderProgram, SavesNothingIntoADataFolderThatSomebodyElseMayHave) {
-    command({"folders", "add", monitored()});
-    start();
-    ASSERT_TRUE(waitFor("Capture saved")) << logged;
+TEST_F(RecorderProgram, WritesNothingToADataFolderThatWasReplaced) {
+    startRecording();
     const auto data = folder / "data/Tidemark";
     std::filesystem::rename(data, folder / "moved");
     const auto refuses = [&](const Words& words) {
         const Outcome refused = command(words);
         EXPECT_EQ(refused.status, 1);
-        EXPECT_NE(refused.err.find("removed or replaced"), std::string::npos) << refused.err;
+        EXPECT_TRUE(test::contains(refused.err, "removed or replaced"));
     };
     refuses({"capture"});
     EXPECT_FALSE(std::filesystem::exists(data));
@@ -285,12 +269,11 @@ TEST_F(RecorderProgram, SavesNothingIntoADataFolderThatSomebodyElseMayHave) {
     EXPECT_EQ(test::contents(folder / "config/Tidemark/settings.json"), settings);
 }
 
-TEST_F(RecorderProgram, LeavesAHistoryAloneThatItCantRead) {
+TEST_F(RecorderProgram, LeavesAnUnreadableHistoryUnchanged) {
     command({"folders", "add", monitored()});
     const auto journal = folder.write("data/Tidemark/journal.json", "{\"schemaVersion\":2");
     const Outcome outcome = command({"capture"});
     EXPECT_EQ(outcome.status, 1);
-    EXPECT_NE(outcome.err.find("Your existing file has not been overwritten."), std::string::npos)
-        << outcome.err;
+    EXPECT_TRUE(test::contains(outcome.err, "Your existing file has not been overwritten."));
     EXPECT_EQ(test::contents(journal), "{\"schemaVersion\":2");
 }

@@ -13,7 +13,7 @@ using test::Words;
 
 namespace {
 
-/// The relative paths of this process, and of what it starts, are relative to `path` for a while.
+/// Makes `path` the working directory of this process for its lifetime.
 class WorkingDirectory {
 public:
     explicit WorkingDirectory(const std::filesystem::path& path) {
@@ -28,13 +28,7 @@ private:
 };
 
 struct Requests : test::RecorderProgram {
-    void record() {
-        ASSERT_EQ(command({"folders", "add", monitored()}).status, 0);
-        start();
-        ASSERT_TRUE(waitFor("Capture saved")) << logged;
-    }
-
-    /// What the recorder answers to bytes that any program of the user may send.
+    /// The recorder's answer to a raw request, as any program of the user may send it.
     std::string answerTo(const std::string& name, const std::string& options) const {
         std::string json = R"({"version":2,"colour":false,"command":)" + quoted(name)
                            + R"(,"options":)" + quoted(options) + "}";
@@ -68,14 +62,10 @@ private:
 
 } // namespace
 
-TEST_F(Requests, AreCheckedAsACommandLineIs) {
-    record();
+TEST_F(Requests, AreCheckedLikeACommandLine) {
+    startRecording();
     const std::string folders = command({"folders"}).out;
-    const struct {
-        const char* command;
-        const char* options;
-        const char* says;
-    } cases[] = {
+    const std::tuple<const char*, const char*, const char*> cases[] = {
         {"erase", "{}", "no command"},
         {"run", R"({"setup":"none"})", "no command"},
         {"snapshot", "{}", "no command"},
@@ -106,22 +96,21 @@ TEST_F(Requests, AreCheckedAsACommandLineIs) {
     };
     for (const auto& [name, options, says] : cases) {
         const std::string answer = answerTo(name, options);
-        EXPECT_NE(answer.find("\"status\":1"), std::string::npos) << name << answer;
-        EXPECT_NE(answer.find(says), std::string::npos) << name << answer;
+        EXPECT_TRUE(test::contains(answer, "\"status\":1")) << name;
+        EXPECT_TRUE(test::contains(answer, says)) << name;
     }
     EXPECT_EQ(command({"folders"}).out, folders);
-    EXPECT_NE(answerTo("status", R"({"json":true})").find("\"status\":0"), std::string::npos);
+    EXPECT_TRUE(test::contains(answerTo("status", R"({"json":true})"), "\"status\":0"));
 }
 
-TEST_F(Requests, CarryPathsThatMeanTheSameInTheRecorder) {
-    record();
+TEST_F(Requests, HaveAbsolutePaths) {
+    startRecording();
     const auto other = folder.makeFolder("Other/na\xFFme");
     {
         const WorkingDirectory here(folder / "Other");
         const Outcome added = command({"folders", "add", "na\xFFme"});
         EXPECT_EQ(added.status, 0) << added.err;
-        EXPECT_NE(command({"folders", "remove", "./na\xFFme/"}).out.find("no longer"),
-                  std::string::npos);
+        EXPECT_TRUE(test::contains(command({"folders", "remove", "./na\xFFme/"}).out, "no longer"));
     }
     const WorkingDirectory gone(other);
     std::filesystem::remove(other);
@@ -136,7 +125,7 @@ TEST_F(Requests, CarryPathsThatMeanTheSameInTheRecorder) {
     EXPECT_EQ(command({"export", "--format", "csv", "-o", "Stuff"}), (Outcome{1, "", sentence}));
 }
 
-TEST_F(Requests, WriteOverNoDocumentOfTheProgram) {
+TEST_F(Requests, DoNotOverwriteTheProgramsOwnFiles) {
     command({"folders", "add", monitored()});
     command({"capture"});
     command({"pause"});
@@ -158,7 +147,7 @@ TEST_F(Requests, WriteOverNoDocumentOfTheProgram) {
             words.push_back(document);
             const Outcome outcome = command(words);
             EXPECT_EQ(outcome.status, 1) << words.front() << document;
-            EXPECT_NE(outcome.err.find("keeps its own files"), std::string::npos) << outcome.err;
+            EXPECT_TRUE(test::contains(outcome.err, "keeps its own files"));
         }
     EXPECT_EQ(test::contents(data / "journal.json"), before);
     EXPECT_EQ(test::contents(folder / "config/Tidemark/settings.json"), settings);

@@ -1,12 +1,12 @@
-// Loaded into the unchanged program before its libraries (LD_PRELOAD), for the checks beside it:
-// a clock that runs fast or jumps, and a disk that is full from a chosen moment on.
+// Loaded into the unchanged program by LD_PRELOAD, for the tests in this folder: simulates a clock
+// that runs fast or jumps, and a disk that becomes full.
 //
 // TIDEMARK_TEST_CLOCK names a file of three binary64: base, speed and shift. The time of day is
-// base + (real - base) * speed + shift then; whoever writes the file moves the clock of all
-// programs at once. Timers know nothing of it.
+// base + (real - base) * speed + shift. Writing the file changes the clock of all programs at once.
+// Timers are not affected.
 //
-// TIDEMARK_TEST_FULL="N FOLDER": from the Nth call on that makes or changes a file below FOLDER,
-// those calls fail with ENOSPC. TIDEMARK_TEST_CALLS names a file that gets a line for each call.
+// TIDEMARK_TEST_FULL="N FOLDER": from the Nth call on, calls that create or change a file below
+// FOLDER fail with ENOSPC. TIDEMARK_TEST_CALLS names a file that gets a line for each call.
 
 #include <cerrno>
 #include <cmath>
@@ -39,13 +39,13 @@ const volatile FastClock* mappedClock() {
     const int file = static_cast<int>(::syscall(SYS_openat, AT_FDCWD, name, O_RDONLY | O_CLOEXEC));
     void* address = ::mmap(nullptr, sizeof(FastClock), PROT_READ, MAP_SHARED, file, 0);
     ::close(file);
-    // A check that believed in a clock it does not have would be worth nothing.
+    // Without the clock the test would prove nothing.
     if (address == MAP_FAILED)
         std::abort();
     return static_cast<const volatile FastClock*>(address);
 }
 
-/// The calls that a full disk makes fail, counted.
+/// Counts the calls that fail on a full disk.
 class FullDisk {
 public:
     FullDisk() {
@@ -105,7 +105,7 @@ bool makesFile(int flags, const char* path) {
 
 } // namespace
 
-// The declarations of the C library differ between its versions in what they promise.
+// Attributes of these declarations differ between versions of the C library.
 #pragma GCC visibility push(default)
 extern "C" {
 

@@ -1,4 +1,4 @@
-"""What the checks of this folder share: a user of the recorder with folders of her own."""
+"""Shared by the tests of this folder: a user with folders of her own, and a recorder."""
 
 import json
 import os
@@ -15,7 +15,7 @@ PATIENCE = 60
 
 
 class Clock:
-    """The time of day of all programs of a user: fast, and it jumps on command (Preload.cpp)."""
+    """The simulated time of day of all programs of a user: runs fast and can jump (Preload.cpp)."""
 
     def __init__(self, path, speed=1.0):
         self.path = path
@@ -26,7 +26,7 @@ class Clock:
 
     def jump(self, seconds):
         self.shift += seconds
-        # In place: the programs have the file mapped.
+        # The file is written in place, because the programs have it mapped.
         with open(self.path, "r+b" if self.path.exists() else "wb") as file:
             file.write(struct.pack("ddd", self.base, self.speed, self.shift))
 
@@ -48,7 +48,7 @@ class User:
             "XDG_DATA_HOME": str(self.root / "data"),
             "XDG_CONFIG_HOME": str(self.root / "config"),
             "XDG_RUNTIME_DIR": str(self.root / "run"),
-            # The checks are about the recorder, not about the machine's session.
+            # Without a system bus, so that the machine's session has no influence.
             "DBUS_SYSTEM_BUS_ADDRESS": "unix:path=/nonexistent",
         }
         if preload:
@@ -73,7 +73,7 @@ class User:
     def document(self):
         return json.loads(self.journal.read_text())
 
-    # What stands on the user's disk.
+    # Changes on the user's disk.
 
     def bundle(self, name, version):
         contents = self.root / f"Applications/{name}.app/Contents"
@@ -89,7 +89,7 @@ class User:
             plistlib.dump({"Label": label, "Program": program}, file)
 
     def grow(self, name, gigabytes):
-        """A sparse file: its size counts, its bytes are not there."""
+        """Sets the size of a sparse file."""
         path = self.root / name
         path.parent.mkdir(parents=True, exist_ok=True)
         path.touch()
@@ -119,7 +119,7 @@ class Recorder:
             self.changed.notify_all()
 
     def wait_for(self, *texts, patience=PATIENCE):
-        """The next line that holds one of `texts`; those before it are passed over."""
+        """Returns the next line that contains one of `texts`, skipping other lines."""
         deadline = time.monotonic() + patience
         with self.changed:
             while True:

@@ -6,8 +6,8 @@
 #include <cstdint>
 #include <cstdlib>
 
-/// Any bytes as the metadata of a bundle and as a definition: what comes of them can be stored,
-/// and stays within the promised bounds.
+/// Reads any bytes as the metadata of a bundle and as a definition. The results must be storable
+/// and within the limits.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size);
 
 namespace {

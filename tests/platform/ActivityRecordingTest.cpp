@@ -1,6 +1,7 @@
 #include "core/activity/SystemActivityStore.h"
 #include "tests/app/support/Await.h"
 #include "tests/platform/PrivateBus.h"
+#include "tests/support/Contains.h"
 
 #include <QLocalServer>
 #include <QProcessEnvironment>
@@ -9,18 +10,19 @@
 #include <gtest/gtest.h>
 
 using namespace tidemark;
+using namespace Qt::StringLiterals;
 
 namespace {
 
-const QString service = QStringLiteral("org.freedesktop.login1");
-const QString manager = QStringLiteral("org.freedesktop.login1.Manager");
-const QString managerPath = QStringLiteral("/org/freedesktop/login1");
+const QString service = u"org.freedesktop.login1"_s;
+const QString manager = u"org.freedesktop.login1.Manager"_s;
+const QString managerPath = u"/org/freedesktop/login1"_s;
 
-/// The program as it records, on a machine whose logind is a mock.
+/// The recording program, with a mock of logind.
 struct ActivityRecording : testing::Test {
     test::PrivateBus home;
-    QDBusConnection bus = home.connect(QStringLiteral("machine"));
-    test::MockService logind{home, bus, QStringLiteral("logind"), service};
+    QDBusConnection bus = home.connect(u"machine"_s);
+    test::MockService logind{home, bus, u"logind"_s, service};
     test::TemporaryFolder folder;
     const std::filesystem::path file = folder / "data/Tidemark/system-activity.json";
     QProcess recorder;
@@ -36,22 +38,20 @@ struct ActivityRecording : testing::Test {
         std::filesystem::permissions(folder.makeFolder("run"), std::filesystem::perms::owner_all);
         auto environment = QProcessEnvironment::systemEnvironment();
         for (const auto* folderOf : {"DATA", "CONFIG"})
-            environment.insert(QStringLiteral("XDG_%1_HOME").arg(QLatin1String(folderOf)),
+            environment.insert(u"XDG_%1_HOME"_s.arg(QLatin1String(folderOf)),
                                root + '/' + QString::fromLatin1(folderOf).toLower());
-        environment.insert(QStringLiteral("XDG_RUNTIME_DIR"), root + QStringLiteral("/run"));
-        environment.insert(QStringLiteral("HOME"), root);
-        environment.insert(QStringLiteral("DBUS_SYSTEM_BUS_ADDRESS"), systemBus);
+        environment.insert(u"XDG_RUNTIME_DIR"_s, root + u"/run"_s);
+        environment.insert(u"HOME"_s, root);
+        environment.insert(u"DBUS_SYSTEM_BUS_ADDRESS"_s, systemBus);
         recorder.setProcessEnvironment(environment);
         recorder.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-        recorder.start(QStringLiteral(TIDEMARK_PROGRAM),
-                       {QStringLiteral("run"), QStringLiteral("--setup"), QStringLiteral("none")});
+        recorder.start(QStringLiteral(TIDEMARK_PROGRAM), {u"run"_s, u"--setup"_s, u"none"_s});
     }
     void prepareForSleep(bool preparing) {
-        logind.control(managerPath, QStringLiteral("EmitSignal"),
-                       {manager, QStringLiteral("PrepareForSleep"), QStringLiteral("b"),
-                        QVariant(QVariantList{preparing})});
+        logind.control(managerPath, u"EmitSignal"_s,
+                       {manager, u"PrepareForSleep"_s, u"b"_s, QVariant(QVariantList{preparing})});
     }
-    /// The recorder does what it is asked for, and ends when it shall.
+    /// Ends the recorder by SIGTERM and expects a clean end.
     void expectToEnd() {
         recorder.terminate();
         test::until([&] { return recorder.state() == QProcess::NotRunning; });
@@ -63,10 +63,10 @@ struct ActivityRecording : testing::Test {
 
 } // namespace
 
-TEST_F(ActivityRecording, ASleepOfTheMachineIsInTheFile) {
+TEST_F(ActivityRecording, WritesASleepToTheFile) {
     logind.start();
     start();
-    // It follows the machine from some moment on, which nothing tells.
+    // When the recorder begins to follow logind can't be observed, so sleeps are repeated.
     QTimer machine;
     bool asleep = false;
     machine.callOnTimeout([&] { prepareForSleep(asleep = !asleep); });
@@ -82,15 +82,15 @@ TEST_F(ActivityRecording, ASleepOfTheMachineIsInTheFile) {
     std::string kinds;
     for (const auto& record : stored())
         kinds += std::string(rawValue(record.kind)) + " ";
-    EXPECT_NE(kinds.find("sleepRequested woke sleepRequested woke "), std::string::npos) << kinds;
+    EXPECT_TRUE(test::contains(kinds, "sleepRequested woke sleepRequested woke "));
     EXPECT_EQ(test::modeOf(file), 0600U);
-    EXPECT_EQ(test::namesIn(file.parent_path()).find(".new-"), std::string::npos);
+    EXPECT_FALSE(test::contains(test::namesIn(file.parent_path()), ".new-"));
 }
 
-TEST_F(ActivityRecording, IsNotHeldUpByABusThatAcceptsAndNeverAnswers) {
+TEST_F(ActivityRecording, IsNotDelayedByABusThatHangs) {
     QLocalServer stuck;
     ASSERT_TRUE(stuck.listen(QString::fromStdString((folder / "stuck").native())));
-    start(QStringLiteral("unix:path=") + stuck.fullServerName());
+    start(u"unix:path="_s + stuck.fullServerName());
     QTimer look;
     look.start(5);
     test::until([&] {

@@ -14,12 +14,13 @@
 #include <unistd.h>
 
 using namespace tidemark;
+using namespace Qt::StringLiterals;
 
 namespace {
 
-const QString manager = QStringLiteral("org.freedesktop.login1.Manager");
-const QString managerPath = QStringLiteral("/org/freedesktop/login1");
-const QString sessionPath = QStringLiteral("/org/freedesktop/login1/session/c1");
+const QString manager = u"org.freedesktop.login1.Manager"_s;
+const QString managerPath = u"/org/freedesktop/login1"_s;
+const QString sessionPath = u"/org/freedesktop/login1/session/c1"_s;
 
 QVariant session() {
     return QVariant::fromValue(QDBusObjectPath(sessionPath));
@@ -27,14 +28,13 @@ QVariant session() {
 
 struct LogindMonitorTest : testing::Test {
     test::PrivateBus home;
-    QDBusConnection bus = home.connect(QStringLiteral("tested"));
-    test::MockService logind{home, bus, QStringLiteral("logind"),
-                             QStringLiteral("org.freedesktop.login1")};
+    QDBusConnection bus = home.connect(u"tested"_s);
+    test::MockService logind{home, bus, u"logind"_s, u"org.freedesktop.login1"_s};
     NotificationCenter center;
     std::string posted;
     std::vector<NotificationCenter::Token> tokens;
     test::ManualAppClock clock;
-    /// How long the observers take to be ready for a sleep.
+    /// Seconds until the observers are ready for a sleep.
     double settling = 1;
     std::unique_ptr<LogindMonitor> monitor;
 
@@ -65,19 +65,16 @@ struct LogindMonitorTest : testing::Test {
     }
 
     void emitSignal(const QString& name, const QString& signature, const QVariantList& arguments) {
-        logind.control(managerPath, QStringLiteral("EmitSignal"),
+        logind.control(managerPath, u"EmitSignal"_s,
                        {manager, name, signature, QVariant(arguments)});
     }
-    void prepareForSleep(bool preparing) {
-        emitSignal(QStringLiteral("PrepareForSleep"), QStringLiteral("b"), {preparing});
-    }
+    void prepareForSleep(bool preparing) { emitSignal(u"PrepareForSleep"_s, u"b"_s, {preparing}); }
     void untilDelaying(bool delaying) {
         test::until([&] { return monitor->isDelayingSleep() == delaying; });
     }
     QString locks() const {
-        const auto reply = bus.call(
-            QDBusMessage::createMethodCall(QStringLiteral("org.freedesktop.login1"), managerPath,
-                                           manager, QStringLiteral("ListInhibitors")));
+        const auto reply = bus.call(QDBusMessage::createMethodCall(
+            u"org.freedesktop.login1"_s, managerPath, manager, u"ListInhibitors"_s));
         const auto list = reply.arguments().value(0).value<QDBusArgument>();
         QString text;
         for (list.beginArray(); !list.atEnd();) {
@@ -95,43 +92,38 @@ struct LogindMonitorTest : testing::Test {
         list.endArray();
         return text;
     }
-    /// The mock learns of an end of a lock when it gets round to it.
+    /// The mock notices the release of a lock with a delay.
     void untilLocksAre(const char* expected) {
         QTimer look;
         look.start(5);
         test::until([&] { return locks() == QLatin1String(expected); });
     }
     void addSession(bool active) {
-        logind.control(managerPath, QStringLiteral("AddSession"),
-                       {QStringLiteral("c1"), QStringLiteral("seat0"),
-                        QVariant::fromValue(static_cast<quint32>(::getuid())), QStringLiteral("me"),
-                        active});
+        logind.control(managerPath, u"AddSession"_s,
+                       {u"c1"_s, u"seat0"_s, QVariant::fromValue(static_cast<quint32>(::getuid())),
+                        u"me"_s, active});
     }
     void setActive(bool active) {
-        logind.control(sessionPath, QStringLiteral("UpdateProperties"),
-                       {QStringLiteral("org.freedesktop.login1.Session"),
-                        QVariantMap{{QStringLiteral("Active"), active}}});
+        logind.control(sessionPath, u"UpdateProperties"_s,
+                       {u"org.freedesktop.login1.Session"_s, QVariantMap{{u"Active"_s, active}}});
     }
     void answer(const QString& method, const QString& path) {
-        logind.control(managerPath, QStringLiteral("AddMethod"),
-                       {manager, method, QStringLiteral("u"), QStringLiteral("o"),
-                        QStringLiteral("ret = '%1'").arg(path)});
+        logind.control(managerPath, u"AddMethod"_s,
+                       {manager, method, u"u"_s, u"o"_s, u"ret = '%1'"_s.arg(path)});
     }
-    /// The template leaves this method out; without it, a process belongs to no session.
-    void answerSessionOfProcess() { answer(QStringLiteral("GetSessionByPID"), sessionPath); }
+    /// The template lacks this method; without it, a process belongs to no session.
+    void answerSessionOfProcess() { answer(u"GetSessionByPID"_s, sessionPath); }
     void makeSessionTheDisplay() {
-        const QString user = QStringLiteral("/org/freedesktop/login1/user/%1").arg(::getuid());
-        // The one of the template takes texts only.
-        answer(QStringLiteral("GetUser"), user);
+        const QString user = u"/org/freedesktop/login1/user/%1"_s.arg(::getuid());
+        // The method of the template only accepts texts.
+        answer(u"GetUser"_s, user);
         const QString change =
-            QStringLiteral("objects['%1'].Set('org.freedesktop.login1.User', 'Display', "
-                           "('c1', dbus.ObjectPath('%2'))); ret = '/'")
-                .arg(user, sessionPath);
-        const QString name = QStringLiteral("MakeDisplay");
-        logind.control(managerPath, QStringLiteral("AddMethod"),
-                       {manager, name, QString(), QStringLiteral("o"), change});
-        const auto reply = bus.call(QDBusMessage::createMethodCall(
-            QStringLiteral("org.freedesktop.login1"), managerPath, manager, name));
+            u"objects['%1'].Set('org.freedesktop.login1.User', 'Display', "
+            u"('c1', dbus.ObjectPath('%2'))); ret = '/'"_s.arg(user, sessionPath);
+        const QString name = u"MakeDisplay"_s;
+        logind.control(managerPath, u"AddMethod"_s, {manager, name, QString(), u"o"_s, change});
+        const auto reply = bus.call(QDBusMessage::createMethodCall(u"org.freedesktop.login1"_s,
+                                                                   managerPath, manager, name));
         ASSERT_EQ(reply.type(), QDBusMessage::ReplyMessage) << qPrintable(reply.errorMessage());
     }
     void untilSessionIs(bool active) {
@@ -147,8 +139,8 @@ TEST_F(LogindMonitorTest, PostsSleepWakeAndPowerOffOnce) {
     prepareForSleep(true);
     prepareForSleep(true);
     prepareForSleep(false);
-    emitSignal(QStringLiteral("PrepareForShutdown"), QStringLiteral("b"), {false});
-    emitSignal(QStringLiteral("PrepareForShutdown"), QStringLiteral("b"), {true});
+    emitSignal(u"PrepareForShutdown"_s, u"b"_s, {false});
+    emitSignal(u"PrepareForShutdown"_s, u"b"_s, {true});
     expectPosted("willSleep didWake willPowerOff ");
 }
 
@@ -170,7 +162,7 @@ TEST_F(LogindMonitorTest, DelaysEachSleepUntilTheObserversAreReady) {
         prepareForSleep(false);
         expectPosted("didWake ");
     }
-    // What settles late belongs to a sleep that is over.
+    // Observers that finish late must not affect the next sleep.
     untilDelaying(true);
     clock.advance(60);
     EXPECT_TRUE(monitor->isDelayingSleep());
@@ -178,32 +170,29 @@ TEST_F(LogindMonitorTest, DelaysEachSleepUntilTheObserversAreReady) {
     untilLocksAre("");
 }
 
-TEST_F(LogindMonitorTest, FollowsTheMachineWithoutALock) {
+TEST_F(LogindMonitorTest, WorksWithoutADelayLock) {
     logind.start();
-    logind.control(managerPath, QStringLiteral("AddMethod"),
-                   {manager, QStringLiteral("Inhibit"), QStringLiteral("ssss"), QStringLiteral("h"),
-                    QStringLiteral("raise ValueError('refused')")});
+    logind.control(managerPath, u"AddMethod"_s,
+                   {manager, u"Inhibit"_s, u"ssss"_s, u"h"_s, u"raise ValueError('refused')"_s});
     startMonitor();
     prepareForSleep(true);
     expectPosted("willSleep ");
-    // Its answer came before the signal.
+    // The reply to `Inhibit` arrived before the signal.
     EXPECT_FALSE(monitor->isDelayingSleep());
     prepareForSleep(false);
     expectPosted("didWake ");
 }
 
-TEST_F(LogindMonitorTest, TakesNoSignalFromAnybodyElse) {
+TEST_F(LogindMonitorTest, IgnoresSignalsOfOtherProcesses) {
     logind.start();
     startMonitor();
-    const auto stranger = home.connect(QStringLiteral("stranger"));
-    auto forged =
-        QDBusMessage::createSignal(managerPath, manager, QStringLiteral("PrepareForSleep"));
+    const auto stranger = home.connect(u"stranger"_s);
+    auto forged = QDBusMessage::createSignal(managerPath, manager, u"PrepareForSleep"_s);
     forged << true;
     ASSERT_TRUE(stranger.send(forged));
-    stranger.call(QDBusMessage::createMethodCall(
-        QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/"),
-        QStringLiteral("org.freedesktop.DBus.Peer"), QStringLiteral("Ping")));
-    emitSignal(QStringLiteral("PrepareForShutdown"), QStringLiteral("b"), {true});
+    stranger.call(QDBusMessage::createMethodCall(u"org.freedesktop.DBus"_s, u"/"_s,
+                                                 u"org.freedesktop.DBus.Peer"_s, u"Ping"_s));
+    emitSignal(u"PrepareForShutdown"_s, u"b"_s, {true});
     expectPosted("willPowerOff ");
 }
 
@@ -218,55 +207,52 @@ TEST_F(LogindMonitorTest, FollowsTheSessionOfTheProcess) {
     expectPosted("sessionDidResignActive sessionDidBecomeActive ");
 }
 
-TEST_F(LogindMonitorTest, FollowsTheDisplaySessionOfAServiceOfTheUserOnceThereIsOne) {
+TEST_F(LogindMonitorTest, FollowsTheDisplaySessionForAUserService) {
     logind.start();
     startMonitor();
     addSession(false);
     makeSessionTheDisplay();
-    emitSignal(QStringLiteral("SessionNew"), QStringLiteral("so"),
-               {QStringLiteral("c1"), session()});
+    emitSignal(u"SessionNew"_s, u"so"_s, {u"c1"_s, session()});
     untilSessionIs(false);
     setActive(true);
     expectPosted("sessionDidBecomeActive ");
 
-    // The next login, after the display was for a moment the session that is no more.
-    logind.control(managerPath, QStringLiteral("RemoveObject"), {sessionPath});
-    emitSignal(QStringLiteral("SessionRemoved"), QStringLiteral("so"),
-               {QStringLiteral("c1"), session()});
+    // The next login, when the display is still the removed session for a moment.
+    logind.control(managerPath, u"RemoveObject"_s, {sessionPath});
+    emitSignal(u"SessionRemoved"_s, u"so"_s, {u"c1"_s, session()});
     test::until([&] { return !monitor->isFollowingSession(); });
     addSession(false);
-    emitSignal(QStringLiteral("SessionNew"), QStringLiteral("so"),
-               {QStringLiteral("c1"), session()});
+    emitSignal(u"SessionNew"_s, u"so"_s, {u"c1"_s, session()});
     expectPosted("sessionDidResignActive ");
 }
 
-TEST_F(LogindMonitorTest, OutlivesTheServiceAndFollowsTheNextOne) {
+TEST_F(LogindMonitorTest, FollowsARestartedService) {
     createMonitor();
     for (const bool active : {true, false}) {
         logind.start();
         addSession(active);
         answerSessionOfProcess();
         test::until([&] { return monitor->isFollowing(); });
-        // The search may have come before the session; a logind that starts has read them all.
-        emitSignal(QStringLiteral("SessionNew"), QStringLiteral("so"),
-                   {QStringLiteral("c1"), session()});
+        // The monitor may have looked for the session before it was added to the mock; the real
+        // logind knows all sessions when it starts.
+        emitSignal(u"SessionNew"_s, u"so"_s, {u"c1"_s, session()});
         untilSessionIs(active);
         if (!active)
             expectPosted("sessionDidResignActive ");
         prepareForSleep(true);
         expectPosted("willSleep ");
         logind.stop();
-        // No wake: nobody has reported one.
+        // No `didWake`, since none was reported.
         expectPosted("sleepAbandoned ");
         EXPECT_FALSE(monitor->isFollowing());
         EXPECT_FALSE(monitor->isDelayingSleep());
     }
 }
 
-TEST_F(LogindMonitorTest, NeverWaitsForTheBus) {
+TEST_F(LogindMonitorTest, DoesNotBlockOnTheBus) {
     const pid_t daemon = static_cast<pid_t>(home.daemon().processId());
     logind.start();
-    // A wait for the bus would be one for ever: the alarm ends the test then.
+    // If the monitor waited for the bus, it would wait for ever; the alarm ends the test then.
     ::alarm(60);
     ::kill(daemon, SIGSTOP);
     createMonitor();
@@ -280,9 +266,9 @@ TEST_F(LogindMonitorTest, NeverWaitsForTheBus) {
     expectPosted("willSleep ");
 }
 
-TEST_F(LogindMonitorTest, NoBusIsANormalState) {
+TEST_F(LogindMonitorTest, WorksWithoutABus) {
     monitor = std::make_unique<LogindMonitor>(
-        QDBusConnection(QStringLiteral("none")), center, [this] { return settle(); }, clock);
+        QDBusConnection(u"none"_s), center, [this] { return settle(); }, clock);
     test::settle();
     EXPECT_FALSE(monitor->isFollowing());
 }

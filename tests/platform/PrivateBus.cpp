@@ -8,14 +8,14 @@
 
 namespace tidemark::test {
 
+using namespace Qt::StringLiterals;
+
 PrivateBus::PrivateBus() {
-    // It complains when it may not raise its limits.
+    // Hides its warning about limits that it may not raise.
     process.setStandardErrorFile(QProcess::nullDevice());
-    process.start(QStringLiteral("dbus-daemon"),
-                  {QStringLiteral("--session"), QStringLiteral("--nofork"),
-                   QStringLiteral("--print-address"),
-                   QStringLiteral("--address=unix:path=")
-                       + QString::fromStdString((folder / "bus").native())});
+    process.start(u"dbus-daemon"_s,
+                  {u"--session"_s, u"--nofork"_s, u"--print-address"_s,
+                   u"--address=unix:path="_s + QString::fromStdString((folder / "bus").native())});
     while (!process.canReadLine())
         if (!process.waitForReadyRead())
             throw std::runtime_error("no dbus-daemon: " + process.errorString().toStdString());
@@ -49,14 +49,13 @@ MockService::~MockService() {
 
 void MockService::start() {
     auto environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"), busAddress);
+    environment.insert(u"DBUS_SESSION_BUS_ADDRESS"_s, busAddress);
     process.setProcessEnvironment(environment);
     process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
     process.setStandardOutputFile(QProcess::nullDevice());
-    // The system's own: the modules of its packages are not those of another in PATH.
-    process.start(QStringLiteral("/usr/bin/python3"),
-                  {QStringLiteral("-m"), QStringLiteral("dbusmock"), QStringLiteral("--session"),
-                   QStringLiteral("--template"), mockTemplate});
+    // The system's Python: another one in PATH would not find dbusmock.
+    process.start(u"/usr/bin/python3"_s,
+                  {u"-m"_s, u"dbusmock"_s, u"--session"_s, u"--template"_s, mockTemplate});
     until([&] { return isThere || process.state() == QProcess::NotRunning; });
     if (!isThere)
         throw std::runtime_error("no mock service");
@@ -69,8 +68,8 @@ void MockService::stop() {
 
 void MockService::control(const QString& path, const QString& method,
                           const QVariantList& arguments) const {
-    auto question = QDBusMessage::createMethodCall(
-        service, path, QStringLiteral("org.freedesktop.DBus.Mock"), method);
+    auto question =
+        QDBusMessage::createMethodCall(service, path, u"org.freedesktop.DBus.Mock"_s, method);
     question.setArguments(arguments);
     const auto reply = bus.call(question);
     if (reply.type() != QDBusMessage::ReplyMessage)

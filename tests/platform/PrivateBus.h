@@ -16,7 +16,7 @@ public:
     PrivateBus();
     ~PrivateBus();
 
-    /// A connection that lives as long as the bus.
+    /// A connection that is valid for the lifetime of the bus.
     QDBusConnection connect(const QString& name) const;
     const QString& address() const { return busAddress; }
     const QProcess& daemon() const { return process; }
@@ -27,21 +27,21 @@ private:
     QString busAddress;
 };
 
-/// A service that a template of python3-dbusmock plays.
+/// A mock service from a template of python3-dbusmock.
 class MockService {
 public:
-    /// `bus` also carries the calls of the test, so that they arrive in order with what the code
-    /// under test sent before over the same connection.
+    /// `connection` is also used by the code under test, so that its calls and those of the test
+    /// arrive in order.
     MockService(const PrivateBus& home, QDBusConnection connection, const QString& templateName,
                 const QString& serviceName);
     ~MockService();
 
-    /// Starts it and waits until it has its name.
+    /// Starts the service and waits until it owns its name.
     void start();
-    /// Kills it and waits until the name is free.
+    /// Kills the service and waits until its name is released.
     void stop();
 
-    /// Calls a method of the interface of the mock, org.freedesktop.DBus.Mock, and waits.
+    /// Calls a method of the mock's control interface, org.freedesktop.DBus.Mock, and waits.
     void control(const QString& path, const QString& method, const QVariantList& arguments) const;
 
 private:

@@ -12,11 +12,8 @@
 using namespace tidemark;
 using busAddress::LocalSocket;
 
-TEST(BusAddress, IsTheFirstOfAListWhenThatIsALocalSocket) {
-    const struct {
-        const char* text;
-        std::optional<LocalSocket> socket;
-    } cases[] = {
+TEST(BusAddress, IsTheFirstAddressIfThatIsALocalSocket) {
+    const std::pair<const char*, std::optional<LocalSocket>> cases[] = {
         {"unix:path=/run/dbus/socket", LocalSocket{"/run/dbus/socket", false}},
         {"unix:guid=1,path=/a%20b%2C;unix:path=/c", LocalSocket{"/a b,", false}},
         {"unix:abstract=/tmp/name,guid=1", LocalSocket{"/tmp/name", true}},
@@ -28,11 +25,11 @@ TEST(BusAddress, IsTheFirstOfAListWhenThatIsALocalSocket) {
         {"unix:", std::nullopt},
         {"", std::nullopt},
     };
-    for (const auto& c : cases)
-        EXPECT_EQ(busAddress::localSocket(c.text), c.socket) << c.text;
+    for (const auto& [text, socket] : cases)
+        EXPECT_EQ(busAddress::localSocket(text), socket) << text;
 }
 
-TEST(BusProbe, ReportsABusThatAnswersAndOneThatDoesNot) {
+TEST(BusProbe, ReportsWhetherABusReplies) {
     const auto result = [](const std::string& path) {
         std::optional<bool> answer;
         const BusProbe probe(LocalSocket{path}, [&](bool isThere) { answer = isThere; });
@@ -58,7 +55,7 @@ TEST(BusProbe, ReportsABusThatAnswersAndOneThatDoesNot) {
     }
 }
 
-TEST(BusProbe, WaitsWithoutBlockingForABusThatIsStuck) {
+TEST(BusProbe, DoesNotBlockOnABusThatHangs) {
     const test::TemporaryFolder folder;
     const std::string path = (folder / "stuck").native();
     const auto address = LocalSocketAddress::of(path).value();
@@ -69,7 +66,7 @@ TEST(BusProbe, WaitsWithoutBlockingForABusThatIsStuck) {
     const auto probe = [&] {
         return std::make_unique<BusProbe>(LocalSocket{path}, [&](bool) { hasAnswered = true; });
     };
-    // Connected, and in a queue that is full.
+    // The first is connected, the others find the connection queue full.
     const auto first = probe();
     test::settle();
     const auto second = probe();

@@ -6,7 +6,7 @@
 
 namespace tidemark::test {
 
-/// Walks to the end. `afterStep` may change the tree in between.
+/// Walks to the end, calling `afterStep` after each step.
 inline StorageTraversal::Result
 walkToEnd(StorageTraversal& walk, const std::function<void()>& afterStep = [] {}) {
     while (true) {

@@ -3,7 +3,7 @@
 
 namespace tidemark::test {
 
-// Apart from the other builders: filling every record takes a compiler some time.
+// In a file of its own, because filling every record takes long to compile.
 Journal fullJournal() {
     Journal journal = fullSample<Journal>();
     journal.schemaVersion = Journal::supportedVersion;

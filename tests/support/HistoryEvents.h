@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-/// Events of a history for tests, in few words. Times are seconds since 2001.
+/// Short builders of events for tests. Times are seconds since 2001.
 namespace tidemark::test {
 
 inline Event event(const std::string& id, double time,
@@ -18,7 +18,7 @@ inline Event event(const std::string& id, double time,
     return made;
 }
 
-/// The event of a memory record, with the category that screens put it in.
+/// The event of a memory record, with its category.
 inline Event memoryEvent(const std::string& id, double time, MemoryRecord::Kind kind,
                          std::optional<std::string> path = {},
                          std::optional<std::string> text = {}) {
@@ -50,7 +50,7 @@ inline Event activityEvent(const std::string& id, double time, SystemActivity::K
     return made;
 }
 
-/// The ids of events, with blanks between.
+/// The ids of events, separated by blanks.
 inline std::string ids(const std::vector<Shared<Event>>& events) {
     std::string text;
     for (const auto& each : events)

@@ -6,11 +6,13 @@
 
 namespace tidemark::test {
 
-/// A clock that only moves when it is told to: by a pause, by hand, or by `readingStep` at each
-/// reading of the monotonic time. Wall time moves along.
+/// A clock that only advances by pauses, by `advance`, and by `readingStep` at each reading of the
+/// monotonic time. Wall time advances with it.
 class ManualClock final : public Clock {
 public:
     static constexpr Date start{700'000'000};
+
+    explicit ManualClock(double readingStep = 0) : readingStep(readingStep) {}
 
     Date now() override { return start + elapsed; }
     double monotonicSeconds() override {
@@ -29,9 +31,9 @@ public:
     void advance(double seconds) { elapsed += seconds; }
 
     double elapsed = 0;
-    double readingStep = 0;
+    double readingStep;
     int pauses = 0;
-    /// Runs within each pause.
+    /// Called in each pause.
     std::function<void()> onPause;
 };
 

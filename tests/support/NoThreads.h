@@ -6,7 +6,7 @@
 
 namespace tidemark::test {
 
-/// For its lifetime no thread can be started: each wants a stack larger than the address space.
+/// Makes starting a thread fail for its lifetime, by a default stack larger than the address space.
 class NoThreads {
 public:
     NoThreads() {

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-/// Records for tests, in few words. Times are seconds since 2001.
+/// Short builders of records for tests. Times are seconds since 2001.
 namespace tidemark::test {
 
 /// "/Applications/Name.app" with the identifier "org.example.Name".
@@ -24,11 +24,11 @@ ObservedMetadata metadata(ObservedMetadata::Kind kind, const std::string& path,
 MetadataReport report(const std::string& scope, std::vector<ObservedMetadata> items,
                       bool complete = true);
 
-/// A snapshot that could read "/Applications" and "/Library/LaunchAgents"; its id ends with
-/// `number`, and it was taken `number` minutes into 2001.
+/// A snapshot that has read "/Applications" and "/Library/LaunchAgents". Its id ends with `number`;
+/// it was taken `number` minutes after the start of 2001.
 Snapshot snapshot(unsigned number);
 
-/// A journal in which every optional is there and every collection holds one element.
+/// A journal in which every optional is present and every collection has one element.
 Journal fullJournal();
 
 /// Changes as lines such as "applicationInstalled /Applications/A.app".

@@ -6,8 +6,8 @@
 
 namespace tidemark::test {
 
-/// For its lifetime a process of root has the rights of an ordinary user, so that permissions
-/// mean something. `folder` is opened to that user first. Does nothing for who is no root.
+/// Takes away the rights of root for its lifetime, so that file permissions apply. `folder` is
+/// first made accessible to that user. Does nothing unless the process runs as root.
 class OrdinaryUser {
 public:
     explicit OrdinaryUser(const std::filesystem::path& folder) {

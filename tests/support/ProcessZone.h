@@ -5,8 +5,7 @@
 
 namespace tidemark::test {
 
-/// The value of TZ until the end of a test. tzset(3) is not called, as nobody calls it when a
-/// user travels.
+/// Sets TZ for its lifetime. Does not call tzset(3), because nothing does when a user travels.
 class ProcessZone {
 public:
     explicit ProcessZone(const std::string& value) { ::setenv("TZ", value.c_str(), 1); }

@@ -11,11 +11,11 @@ std::string xmlList(std::string_view elements);
 /// The same list in binary form, written by libplist.
 std::string binaryList(std::string_view elements);
 
-/// A binary list put together from raw objects, the first of them the root, with one-byte
-/// references: for lists that no library would write.
+/// A binary list assembled from raw objects, the first of them the root, with one-byte references:
+/// for lists that no library writes.
 std::string assembledList(const std::vector<std::string>& objects);
 
-/// Arrays in arrays, `depth` of them.
+/// `depth` nested arrays.
 std::string nestedXml(std::size_t depth);
 std::string nestedBinary(std::size_t depth);
 

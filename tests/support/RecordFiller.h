@@ -6,10 +6,10 @@
 
 #include <rapidcheck.h>
 
-/// Fills any stored record field by field, from the description that it gives of itself.
+/// Fills any stored record by its list of fields.
 namespace tidemark::test {
 
-/// Every optional is there, every collection holds one element, every text is the same.
+/// Every optional is present, every collection has one element, every text is the same.
 struct FullSample {
     bool present() { return true; }
     bool flag() { return true; }
@@ -21,7 +21,7 @@ struct FullSample {
     Uuid uuid() { return *Uuid::parse("00000000-0000-4000-8000-00000000000A"); }
 };
 
-/// All values that a document can hold, with the extremes among them.
+/// Random values that a document can hold, including the extremes.
 struct Drawn {
     bool present() { return *rc::gen::arbitrary<bool>(); }
     bool flag() { return *rc::gen::arbitrary<bool>(); }

@@ -6,8 +6,8 @@
 
 namespace tidemark::test {
 
-/// A real folder that is there for one test, canonical in its path, and gone afterwards whatever
-/// rights the test took from what lies in it.
+/// A folder for one test, with a canonical path. Removed at the end, even if the test took away
+/// permissions in it.
 class TemporaryFolder {
 public:
     TemporaryFolder();
@@ -18,9 +18,9 @@ public:
     const std::filesystem::path& path() const { return folder; }
     std::filesystem::path operator/(std::string_view name) const { return folder / name; }
 
-    /// Writes a file below the folder, with the folders that it needs.
+    /// Writes a file below the folder and creates missing parents.
     std::filesystem::path write(std::string_view name, std::string_view bytes) const;
-    /// Makes a folder below the folder, with its parents.
+    /// Creates a folder below the folder, with missing parents.
     std::filesystem::path makeFolder(std::string_view name) const;
 
 private:

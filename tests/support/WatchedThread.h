@@ -10,7 +10,7 @@
 
 namespace tidemark::test {
 
-/// A thread that a test lets run until it gets no further.
+/// A thread whose test can wait until it is done or blocked.
 class WatchedThread {
 public:
     explicit WatchedThread(std::function<void()> work)
@@ -20,10 +20,10 @@ public:
               isDone.store(true, std::memory_order_relaxed);
           }) {}
 
-    /// Returns once the work is done or waits for something, such as a lock. Relaxed, so that
-    /// ThreadSanitizer takes it for no order between the two threads.
+    /// Returns when the work is done or blocked, such as on a lock. Uses relaxed atomics, so that
+    /// ThreadSanitizer sees no synchronisation between the two threads.
     void runUntilItWaits() const {
-        // A thread may also rest for a moment, such as for memory.
+        // A thread may also sleep for a moment, for example waiting for memory.
         constexpr int longRest = 100;
         for (int looks = 0; !isDone.load(std::memory_order_relaxed) && looks < longRest;) {
             looks = isWaiting() ? looks + 1 : 0;

@@ -5,6 +5,8 @@
 #include "tests/app/support/ModelFixture.h"
 #include "tests/support/SharedRecords.h"
 
+#include <future>
+
 using namespace tidemark;
 using test::TemporaryFolder;
 
@@ -40,7 +42,7 @@ TEST_F(AppModelTest, AFirstLaunchCapturesAtOnceAndLaterOnesBySchedule) {
     EXPECT_TRUE(state().busy());
     start();
     EXPECT_EQ(snapshots(), 1U);
-    EXPECT_EQ(stored(), state().journal());
+    EXPECT_EQ(stored(), *state().journal());
     EXPECT_EQ(model->recordingStatus(), "Recording");
     EXPECT_EQ(model->nextAutomaticCapture(), std::nullopt);
     EXPECT_FALSE(state().busy());
@@ -98,14 +100,14 @@ TEST_F(AppModelTest, NeverWritesOverAHistoryThatItCannotReadAndTriesAgain) {
     test::until([&] { return snapshots() == 1; });
     finish();
     EXPECT_EQ(error(), "none");
-    EXPECT_EQ(stored(), state().journal());
+    EXPECT_EQ(stored(), *state().journal());
 }
 
 TEST_F(AppModelTest, AMemoryThatCannotBeReadKeepsEverythingFromStarting) {
     live.fails = true;
     start();
     EXPECT_TRUE(error().ends_with("The memory can't be read."));
-    EXPECT_FALSE(state().loaded);
+    EXPECT_FALSE(state().loaded());
     EXPECT_EQ(live.log, "load ");
     live.fails = false;
     workspace.post(notification::didWake);
@@ -122,7 +124,7 @@ TEST_F(AppModelTest, WaitsForTheFolderSetup) {
         finish();
         const int before = observations;
         restart();
-        EXPECT_TRUE(state().folderManagerPresented);
+        EXPECT_TRUE(state().isRunning(Operation::choosingFolders));
         clock.advance(60);
         finish();
         EXPECT_EQ(observations, before);
@@ -167,7 +169,7 @@ TEST_F(AppModelTest, PicksUpAccessThatTheUserGrantedMeanwhile) {
 
     const auto check = [](const std::filesystem::path&) { return true; };
     test::await(model->resumePermissionSetupOnActivation(check));
-    EXPECT_FALSE(state().folderManagerPresented) << "nobody asked";
+    EXPECT_FALSE(state().isRunning(Operation::choosingFolders)) << "without a request";
     preferences.set("diskAccessCheckRequested", true);
     holdCapture();
     test::await(model->resumePermissionSetupOnActivation(check));
@@ -175,9 +177,9 @@ TEST_F(AppModelTest, PicksUpAccessThatTheUserGrantedMeanwhile) {
     clock.advance(10);
     finish();
     const auto checking = model->resumePermissionSetupOnActivation(check);
-    EXPECT_TRUE(state().isCheckingRecommendedAccess);
+    EXPECT_TRUE(state().isRunning(Operation::checkingAfterReturn));
     test::until([&] { return checking.isReady(); });
-    EXPECT_TRUE(state().folderManagerPresented);
+    EXPECT_TRUE(state().isRunning(Operation::choosingFolders));
     EXPECT_EQ(preferences.boolean("diskAccessCheckRequested"), false);
 }
 
@@ -195,7 +197,7 @@ TEST_F(AppModelTest, ChecksAgainWhenTheUserReturnsFromTheSystemsSettings) {
 
     folder.makeFolder(".Trash");
     application.post(notification::applicationDidBecomeActive);
-    test::until([&] { return !!state().folderManagerPresented; });
+    test::until([&] { return state().isRunning(Operation::choosingFolders); });
     EXPECT_EQ(preferences.boolean("diskAccessCheckRequested"), false);
     EXPECT_EQ(model->folderAccess().grants().size(), 1U);
 }
@@ -248,8 +250,8 @@ TEST_F(AppModelTest, AClockThatJumpsCostsNoHistory) {
     finish();
     EXPECT_EQ(observations, 5);
     ASSERT_EQ(events(), 2U);
-    EXPECT_EQ(state().journal().events[1]->title, "Captures Resumed");
-    EXPECT_EQ(stored(), state().journal());
+    EXPECT_EQ(state().journal()->events[1]->title, "Captures Resumed");
+    EXPECT_EQ(stored(), *state().journal());
 }
 
 TEST_F(AppModelTest, QuittingInTheMiddleOfStartStartsNothingElse) {
@@ -270,7 +272,7 @@ TEST_F(AppModelTest, StartsNothingAfterTheEnd) {
 TEST_F(AppModelTest, AScheduleThatCannotBeStoredIsNotInForce) {
     preferences.refuses = true;
     EXPECT_FALSE(model->setCaptureSchedule(CaptureSchedule::daily));
-    EXPECT_EQ(*state().captureSchedule, CaptureSchedule::halfHourly);
+    EXPECT_EQ(state().captureSchedule(), CaptureSchedule::halfHourly);
 }
 
 TEST_F(AppModelTest, QuittingDuringACaptureEndsItAndKeepsNothing) {
@@ -288,12 +290,21 @@ TEST_F(AppModelTest, QuittingDuringACaptureEndsItAndKeepsNothing) {
     EXPECT_EQ(observations, 2);
 }
 
-TEST_F(AppModelTest, QuittingDuringTheInitialImportStartsNoCapture) {
-    model->setInitialImport([this]() -> QCoro::Task<void> {
-        model->stopAutomaticCaptures();
-        co_return;
-    });
-    start();
+TEST_F(AppModelTest, TheInitialImportComesBeforeTheFirstCaptureAndMayBeTheEnd) {
+    std::promise<void> readingEnds;
+    int capturesBefore = -1;
+    installations = [&](Date) {
+        capturesBefore = observations;
+        readingEnds.get_future().wait();
+        return InstallationPreview{};
+    };
+    create();
+    const auto starting = model->start();
+    test::until([&] { return *model->imports().isImportingInitialHistory; });
+    model->stopAutomaticCaptures();
+    readingEnds.set_value();
+    test::until([&] { return starting.isReady(); });
+    EXPECT_EQ(capturesBefore, 0);
     EXPECT_EQ(observations, 0);
 }
 
@@ -302,7 +313,7 @@ TEST_F(AppModelTest, AResumeWhileTheStoredActivityIsReadKeepsWhatTheMonitorsKnow
     createPrivateFolders(data);
     replaceFile(data / "system-activity.json", "[]");
     const auto starting = model->start();
-    test::until([&] { return *state().loaded; });
+    test::until([&] { return state().loaded(); });
     const std::vector<SystemActivity> fresh(1);
     model->setRecordingMode(RecordingMode::recording);
     state().setSystemActivity(fresh);
@@ -366,15 +377,4 @@ TEST_F(AppModelTest, TakesTheStorageSwitchOverFromAnEarlierEdition) {
         EXPECT_EQ(*state.storageEnabled, each.expected);
         EXPECT_EQ(store.boolean("storageEnabled"), each.kept);
     }
-}
-
-TEST_F(AppModelTest, TheInitialImportComesBeforeTheFirstCapture) {
-    std::string log;
-    model->setInitialImport([&]() -> QCoro::Task<void> {
-        log += "import " + std::to_string(observations);
-        co_return;
-    });
-    start();
-    EXPECT_EQ(log, "import 0");
-    EXPECT_EQ(observations, 1);
 }

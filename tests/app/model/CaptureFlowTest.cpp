@@ -12,25 +12,18 @@ struct CaptureFlowTest : test::ModelFixture {
 
 TEST_F(CaptureFlowTest, DropsATriggerWhileAnythingElseRuns) {
     start();
-    const auto flags = {&ModelState::isReadingImport, &ModelState::isPreparingSnapshot,
-                        &ModelState::saveSnapshotPresented, &ModelState::isSaving,
-                        &ModelState::isCheckingRecommendedAccess};
-    const auto folderFlags = {&ModelState::folderManagerPresented, &ModelState::isManagingFolders};
-    for (const auto flag : flags) {
-        state().*flag = true;
+    {
+        const auto importing = state().operations().begin(Operation::importing);
         EXPECT_TRUE(state().busy());
         test::await(model->scan(true));
-        state().*flag = false;
+        EXPECT_EQ(observations, 1);
     }
-    EXPECT_EQ(observations, 1);
-    int allowed = 1;
-    for (const auto flag : folderFlags) {
-        state().*flag = true;
+    {
+        const auto managing = state().operations().begin(Operation::managingFolders);
         capture();
-        EXPECT_EQ(observations, allowed);
+        EXPECT_EQ(observations, 1);
         test::await(model->scan(true));
-        EXPECT_EQ(observations, ++allowed);
-        state().*flag = false;
+        EXPECT_EQ(observations, 2);
     }
 
     holdCapture();
@@ -40,7 +33,7 @@ TEST_F(CaptureFlowTest, DropsATriggerWhileAnythingElseRuns) {
     test::await(model->refreshIfNeeded(clock.now() + 1e6));
     clock.advance(10);
     finish();
-    EXPECT_EQ(observations, allowed + 1);
+    EXPECT_EQ(observations, 3);
 }
 
 TEST_F(CaptureFlowTest, APauseDropsTheRunningCaptureAndResumingBeginsANewBaseline) {
@@ -92,11 +85,11 @@ TEST_F(CaptureFlowTest, APauseDuringTheSaveKeepsTheCaptureAndTheNextBaseline) {
     start();
     holdCapture();
     clock.advance(10);
-    ASSERT_TRUE(state().isScanning) << "the save has only just begun";
+    ASSERT_TRUE(state().isRunning(Operation::capturing)) << "the save has only just begun";
     model->setRecordingMode(RecordingMode::paused);
     finish();
     EXPECT_EQ(snapshots(), 2U);
-    EXPECT_EQ(stored(), state().journal());
+    EXPECT_EQ(stored(), *state().journal());
     EXPECT_EQ(preferences.boolean("needsRecordingBaseline"), true);
 }
 
@@ -109,7 +102,7 @@ TEST_F(CaptureFlowTest, AFailedCaptureChangesNothingAndClosesTheFolders) {
         model->folderAccess().add({folder.makeFolder("a")}, FolderGrant::suggestedPurposes));
     start();
     preferences.set("needsRecordingBaseline", true);
-    const Journal before = state().journal();
+    const Journal before = *state().journal();
     fails = true;
     holdCapture();
     EXPECT_EQ(open, 1);
@@ -143,7 +136,7 @@ TEST_F(CaptureFlowTest, AFailureOfADroppedCaptureIsNotTold) {
 
 TEST_F(CaptureFlowTest, AJournalThatCannotBeSavedStaysAsItWas) {
     start();
-    const Journal before = state().journal();
+    const Journal before = *state().journal();
     std::filesystem::permissions(data, std::filesystem::perms(0500));
     {
         const test::OrdinaryUser user(folder.path());
@@ -161,7 +154,7 @@ TEST_F(CaptureFlowTest, AJournalThatCannotBeSavedStaysAsItWas) {
     Journal changed = before;
     changed.lastChecked = clock.now();
     const auto committing = model->commit(changed);
-    EXPECT_TRUE(state().isSaving);
+    EXPECT_TRUE(state().isRunning(Operation::saving));
     model->setRecordingMode(RecordingMode::paused);
     EXPECT_TRUE(state().canRecord()) << "not while the journal is being changed";
     finish();

@@ -39,7 +39,7 @@ struct HistoryImportTest : test::ModelFixture {
     HistoryImport& imports() { return model->imports(); }
     std::string message() { return imports().initialHistoryMessage->value_or("none"); }
     std::size_t imported() {
-        const auto& records = state().journal().importedInstallations;
+        const auto& records = state().journal()->importedInstallations;
         return records ? records->size() : 0;
     }
     /// What the next start says of its import.
@@ -71,8 +71,8 @@ TEST_F(HistoryImportTest, FillsANewJournalOnce) {
     found = {record("keel"), record("XProtectPayloads")};
     EXPECT_EQ(messageAfterStart(), "Added 1 recent installation record" + tail);
     EXPECT_EQ(imported(), 1U) << "not what the system maintains by itself";
-    EXPECT_EQ(state().journal().initialHistoryImportCompletedAt, clock.now());
-    EXPECT_EQ(stored(), state().journal());
+    EXPECT_EQ(state().journal()->initialHistoryImportCompletedAt, clock.now());
+    EXPECT_EQ(stored(), *state().journal());
 
     forget();
     found.push_back(record("rudder"));
@@ -104,7 +104,7 @@ TEST_F(HistoryImportTest, TriesAgainAfterAFailure) {
     std::filesystem::remove(data);
     test::await(imports().importInitialHistoryIfNeeded());
     EXPECT_EQ(reports, 3);
-    EXPECT_EQ(state().journal().initialHistoryImportCompletedAt, clock.now());
+    EXPECT_EQ(state().journal()->initialHistoryImportCompletedAt, clock.now());
 }
 
 TEST_F(HistoryImportTest, LeavesAJournalWithAnythingInItAlone) {
@@ -121,7 +121,7 @@ TEST_F(HistoryImportTest, LeavesAJournalWithAnythingInItAlone) {
         JournalStore(data / "journal.json").save(kept);
         EXPECT_EQ(messageAfterStart(), "none");
         EXPECT_EQ(reports, 0);
-        EXPECT_EQ(state().journal().initialHistoryImportCompletedAt, std::nullopt);
+        EXPECT_EQ(state().journal()->initialHistoryImportCompletedAt, std::nullopt);
     }
 }
 
@@ -135,7 +135,7 @@ TEST_F(HistoryImportTest, APauseWhileTheReportIsReadKeepsNothing) {
     waitsFor->set_value();
     test::until([&] { return starting.isReady(); });
     EXPECT_FALSE(imports().isImportingInitialHistory);
-    EXPECT_FALSE(state().isReadingImport);
+    EXPECT_FALSE(state().isRunning(Operation::importing));
     EXPECT_EQ(message(), "none");
     EXPECT_EQ(state().journal(), Journal());
     EXPECT_EQ(test::await(imports().previewImport()), false);
@@ -156,8 +156,6 @@ TEST_F(HistoryImportTest, TheControllerMayGoWhileTheReportIsRead) {
 TEST_F(HistoryImportTest, ShowsWhatCouldBeImportedAndImportsTheChosen) {
     start();
     found = {record("keel"), record("rudder")};
-    int shows = 0;
-    imports().setShowImported([&] { ++shows; });
     reportFails = true;
     EXPECT_TRUE(test::await(imports().previewImport()));
     EXPECT_TRUE(imports().importPresented);
@@ -168,21 +166,22 @@ TEST_F(HistoryImportTest, ShowsWhatCouldBeImportedAndImportsTheChosen) {
     EXPECT_TRUE(test::await(imports().previewImport()));
     EXPECT_EQ(*imports().importError, std::nullopt);
     ASSERT_TRUE(imports().importPreview->has_value());
-    EXPECT_FALSE(state().isReadingImport);
+    EXPECT_FALSE(state().isRunning(Operation::importing));
 
-    const auto completed = state().journal().initialHistoryImportCompletedAt;
+    const auto completed = state().journal()->initialHistoryImportCompletedAt;
     clock.advance(1);
+    model->history().setRange("day");
     EXPECT_EQ(test::await(imports().importHistory({found[0], found[0]})), 1U);
     EXPECT_FALSE(imports().importPresented);
-    EXPECT_EQ(shows, 1);
+    EXPECT_EQ(model->history().place().range(), "week");
     EXPECT_EQ(imports().importedIDs(), std::set{found[0].id()});
-    EXPECT_EQ(state().journal().initialHistoryImportCompletedAt, completed);
+    EXPECT_EQ(state().journal()->initialHistoryImportCompletedAt, completed);
     EXPECT_EQ(test::await(imports().importHistory(found)), 1U);
     EXPECT_EQ(test::await(imports().importHistory(found)), 0U);
-    EXPECT_EQ(stored(), state().journal());
+    EXPECT_EQ(stored(), *state().journal());
     EXPECT_EQ(imported(), 2U);
 
-    const Journal before = state().journal();
+    const Journal before = *state().journal();
     test::await(imports().previewImport());
     std::filesystem::remove_all(data);
     folder.write("Tidemark", "");
@@ -190,19 +189,18 @@ TEST_F(HistoryImportTest, ShowsWhatCouldBeImportedAndImportsTheChosen) {
     EXPECT_TRUE(error().starts_with("History couldn’t be saved. "));
     EXPECT_EQ(state().journal(), before);
     EXPECT_TRUE(imports().importPresented);
-    EXPECT_EQ(shows, 3);
-    state().isPreparingSnapshot = true;
+    const auto saving = state().operations().begin(Operation::saving);
     EXPECT_FALSE(test::await(imports().previewImport()));
 }
 
 TEST_F(HistoryImportTest, AnImportByHandCountsAsTheFirstOne) {
     preferences.set("folderSetupCompleted", false);
     start();
-    state().folderManagerPresented = false;
+    model->completeFolderManagement();
     EXPECT_EQ(test::await(imports().importHistory({})), 0U);
-    EXPECT_EQ(state().journal().initialHistoryImportCompletedAt, std::nullopt);
+    EXPECT_EQ(state().journal()->initialHistoryImportCompletedAt, std::nullopt);
     EXPECT_EQ(test::await(imports().importHistory({record("keel")})), 1U);
-    EXPECT_EQ(state().journal().initialHistoryImportCompletedAt, clock.now());
+    EXPECT_EQ(state().journal()->initialHistoryImportCompletedAt, clock.now());
 }
 
 TEST(ImportView, SaysWhatThereIsToChoose) {

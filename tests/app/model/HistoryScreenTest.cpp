@@ -31,8 +31,12 @@ struct HistoryScreenTest : test::ModelFixture {
                              Baseline::named("New", journal.snapshots[1])};
         return journal;
     }
-    void load() { state().setJournal(history()); }
-    Uuid baseline(std::size_t index) { return state().journal().baselines.at(index).id; }
+    void load() { take(history()); }
+    void take(Journal journal) {
+        state().setJournal(std::move(journal));
+        test::settle();
+    }
+    Uuid baseline(std::size_t index) { return state().journal()->baselines.at(index).id; }
     /// The memory history holds the records of these events, and no others.
     void remember(const std::vector<Event>& events) {
         MemoryArchive archive;
@@ -53,21 +57,22 @@ TEST_F(HistoryScreenTest, MergesAllSources) {
     woke.timestamp = Date{ago(0.5)};
     woke.kind = SystemActivity::Kind::woke;
     state().setSystemActivity({woke});
+    test::settle();
     remember({memoryEvent("launch", ago(2), MemoryRecord::Kind::appLaunched),
               memoryEvent("clip", ago(1.5), MemoryRecord::Kind::clipboard),
               memoryEvent("usage", ago(1), MemoryRecord::Kind::appUsage)});
-    Journal journal = state().journal();
+    Journal journal = *state().journal();
     InstallationRecord tool;
     tool.name = "Tool";
     tool.recordedAt = Date{ago(4)};
     journal.importInstallations({tool});
-    state().setJournal(std::move(journal));
+    take(std::move(journal));
     EXPECT_EQ(screen().historyRevision(), before + 3);
-    EXPECT_EQ(screen().fullHistory().size(), 8U);
-    EXPECT_EQ(screen().historyEvents().size(), 7U);
-    EXPECT_EQ(screen().timelineEvents().size(), 6U);
+    EXPECT_EQ(screen().history()->full.size(), 8U);
+    EXPECT_EQ(screen().history()->events.size(), 7U);
+    EXPECT_EQ(screen().history()->timeline.size(), 6U);
     EXPECT_EQ(screen().presentation().events.size(), 5U) << "the ancient one is too old";
-    EXPECT_TRUE(screen().fullHistory().back().sameObject(state().journal().events.front()))
+    EXPECT_TRUE(screen().history()->full.back().sameObject(state().journal()->events.front()))
         << "texts are not copied";
 }
 
@@ -76,12 +81,12 @@ TEST_F(HistoryScreenTest, TheSelectedEventFollowsItsNewerForm) {
         return memoryEvent(id, 1, MemoryRecord::Kind::fileOpened, path);
     };
     remember({opened("a", "/old")});
-    screen().setSelected(screen().fullHistory().front());
+    screen().setSelected(screen().history()->full.front());
     remember({opened("a", "/new")});
-    EXPECT_EQ(screen().selected()->path, "/new");
-    EXPECT_EQ(screen().fullHistory().size(), 1U);
+    EXPECT_EQ(screen().selection().event()->path, "/new");
+    EXPECT_EQ(screen().history()->full.size(), 1U);
     remember({opened("b", "/other")});
-    EXPECT_EQ(screen().selected()->path, "/new") << "what is gone stays to be read";
+    EXPECT_EQ(screen().selection().event()->path, "/new") << "what is gone stays to be read";
 }
 
 TEST_F(HistoryScreenTest, TheWindowIsKeptAndDropsASelectionThatLeavesIt) {
@@ -90,7 +95,7 @@ TEST_F(HistoryScreenTest, TheWindowIsKeptAndDropsASelectionThatLeavesIt) {
     screen().setSelected(screen().presentation().events.back());
     screen().setRange("threeDays");
     EXPECT_EQ(shown(), "folder");
-    EXPECT_FALSE(screen().selected());
+    EXPECT_FALSE(screen().selection().event());
     screen().setRange("all");
     EXPECT_EQ(shown(), "folder app ancient");
     const auto refreshes = screen().presentationRevision();
@@ -102,17 +107,32 @@ TEST_F(HistoryScreenTest, TheWindowIsKeptAndDropsASelectionThatLeavesIt) {
     EXPECT_EQ(shown(), "folder");
     screen().setCustomWindowDays(0);
     EXPECT_EQ(shown(), "") << "an event at the very edge of the one day";
-    EXPECT_EQ(screen().timeWindowOptions().at(4).label, "Custom: 0 days");
+    EXPECT_EQ(screen().place().timeWindowOptions().at(4).label, "Custom: 0 days");
     EXPECT_EQ(preferences.text("historyTimeWindow"), "custom");
     screen().setCustomWindowDays(1000);
     restart();
-    EXPECT_EQ(screen().range(), "custom");
-    EXPECT_EQ(screen().customWindowDays(), 365);
+    EXPECT_EQ(screen().place().range(), "custom");
+    EXPECT_EQ(screen().place().customWindowDays(), 365);
     preferences.set("historyTimeWindow", std::string("decade"));
     restart();
-    EXPECT_EQ(screen().range(), "week");
+    EXPECT_EQ(screen().place().range(), "week");
     screen().setRange("decade");
-    EXPECT_EQ(screen().timeWindowCutoff(clock.now()), Date::distantPast());
+    EXPECT_EQ(screen().place().timeWindowCutoff(clock.now()), Date::distantPast());
+}
+
+TEST_F(HistoryScreenTest, FollowsTheSettingsThatOthersChange) {
+    load();
+    preferences.set("historyTimeWindow", std::string("all"));
+    preferences.set("historyCustomWindowDays", std::int64_t{9});
+    test::settle();
+    EXPECT_EQ(shown(), "folder app ancient");
+    EXPECT_EQ(screen().place().customWindowDays(), 9);
+    screen().setRange("decade");
+    screen().setCustomWindowDays(0);
+    test::settle();
+    EXPECT_EQ(screen().place().range() + std::to_string(screen().place().customWindowDays()),
+              "decade0")
+        << "what it stored itself is not read back as the next best";
 }
 
 TEST_F(HistoryScreenTest, GoesWhereItIsTold) {
@@ -123,32 +143,33 @@ TEST_F(HistoryScreenTest, GoesWhereItIsTold) {
     EXPECT_EQ(shown(), "");
     screen().navigate(Place::storage, true);
     EXPECT_EQ(shown(), "folder");
-    EXPECT_EQ(screen().systemFilters(), std::set{Place::storage});
-    EXPECT_EQ(screen().navigation(), SidebarDestination(sidebar::Category{EventCategory::storage}));
+    EXPECT_EQ(screen().place().systemFilters(), std::set{Place::storage});
+    EXPECT_EQ(screen().place().destination(),
+              SidebarDestination(sidebar::Category{EventCategory::storage}));
     EXPECT_EQ(screen().sidebarCounts().at(Place::timeline), 3U);
     EXPECT_FALSE(screen().sidebarCounts().contains(Place::folderSizes));
 
     // Another filter joins it, although its place was gone to.
     screen().toggleSystemFilter(Place::applications);
-    EXPECT_EQ(screen().workspace(), Place::timeline);
+    EXPECT_EQ(screen().place().workspace(), Place::timeline);
     EXPECT_EQ(shown(), "folder app ancient");
     screen().toggleSystemFilter(Place::storage);
-    EXPECT_EQ(screen().workspace(), Place::applications);
+    EXPECT_EQ(screen().place().workspace(), Place::applications);
     EXPECT_EQ(shown(), "app ancient");
     screen().setSearch("anc");
     screen().toggleSystemFilter(Place::applications);
-    EXPECT_EQ(screen().workspace(), Place::timeline);
-    EXPECT_TRUE(screen().systemFilters().empty());
+    EXPECT_EQ(screen().place().workspace(), Place::timeline);
+    EXPECT_TRUE(screen().place().systemFilters().empty());
     EXPECT_EQ(shown(), "ancient") << "the search stays";
     screen().toggleSystemFilter(Place::folderSizes);
-    EXPECT_EQ(screen().workspace(), Place::folderSizes);
+    EXPECT_EQ(screen().place().workspace(), Place::folderSizes);
     EXPECT_EQ(shown(), "folder");
 
-    screen().setSelected(screen().fullHistory().front());
+    screen().setSelected(screen().history()->full.front());
     screen().setNavigation(
         sidebar::Categories{{EventCategory::applications, EventCategory::storage}});
-    EXPECT_EQ(screen().categoryFilters().size(), 2U);
-    EXPECT_FALSE(screen().selected());
+    EXPECT_EQ(screen().place().categoryFilters().size(), 2U);
+    EXPECT_FALSE(screen().selection().event());
 }
 
 TEST_F(HistoryScreenTest, ThePlacesOfTheMemoryHistoryShowAndExportWhatTheyList) {
@@ -168,7 +189,7 @@ TEST_F(HistoryScreenTest, ThePlacesOfTheMemoryHistoryShowAndExportWhatTheyList) 
         EXPECT_EQ(shown(), listed);
         screen().setSelected(screen().presentation().events.front());
         screen().setRange("day");
-        EXPECT_TRUE(screen().selected()) << "it is still listed";
+        EXPECT_TRUE(screen().selection().event()) << "it is still listed";
         screen().beginExport();
         ASSERT_TRUE(screen().exportReport());
         EXPECT_EQ(ids(screen().exportReport()->events), shown());
@@ -181,24 +202,26 @@ TEST_F(HistoryScreenTest, OpensAnEventWhereverItIs) {
     remember({memoryEvent("clip", ago(90), MemoryRecord::Kind::clipboard)});
     screen().setSearch("nothing");
     screen().navigate(Place::storage, false);
-    const Uuid scroll = screen().historyScrollRequest();
+    const Uuid scroll = screen().selection().scrollRequest();
     int told = 0;
     QObject::connect(&screen(), &Observable::changed, [&] { ++told; });
-    screen().openEvent(screen().fullHistory().back());
+    screen().openEvent(screen().history()->full.back());
+    EXPECT_EQ(told, 0) << "not in the middle of what else its caller does";
+    test::settle();
     EXPECT_EQ(told, 1);
-    EXPECT_EQ(screen().workspace(), Place::timeline);
-    EXPECT_EQ(screen().selected()->id, "ancient");
+    EXPECT_EQ(screen().place().workspace(), Place::timeline);
+    EXPECT_EQ(screen().selection().event()->id, "ancient");
     EXPECT_EQ(shown(), "folder app ancient");
-    EXPECT_NE(screen().historyScrollRequest(), scroll);
+    EXPECT_NE(screen().selection().scrollRequest(), scroll);
     EXPECT_EQ(preferences.text("historyTimeWindow"), "all");
     screen().openEvent(Shared(memoryEvent("clip", ago(90), MemoryRecord::Kind::clipboard)));
-    EXPECT_EQ(screen().workspace(), Place::clipboard);
-    EXPECT_EQ(screen().selected()->id, "clip");
+    EXPECT_EQ(screen().place().workspace(), Place::clipboard);
+    EXPECT_EQ(screen().selection().event()->id, "clip");
 }
 
 TEST_F(HistoryScreenTest, ComparesStatesInTheBackground) {
     load();
-    screen().setSelected(screen().fullHistory().front());
+    screen().setSelected(screen().history()->full.front());
     screen().openSnapshot(baseline(0));
     screen().setSnapshotViewMode(SnapshotViewMode::states);
     EXPECT_TRUE(screen().isComparing());
@@ -219,17 +242,17 @@ TEST_F(HistoryScreenTest, ComparesStatesInTheBackground) {
     screen().setSnapshotViewMode(SnapshotViewMode::states);
     EXPECT_FALSE(screen().isComparing());
     screen().openSnapshot(baseline(1));
-    EXPECT_EQ(screen().snapshotViewMode(), SnapshotViewMode::timeline);
+    EXPECT_EQ(screen().place().viewMode(), SnapshotViewMode::timeline);
     screen().setSnapshotViewMode(SnapshotViewMode::states);
     EXPECT_EQ(compared(), "") << "the snapshot is the latest";
     screen().openSnapshot(baseline(0));
-    EXPECT_EQ(screen().snapshotViewMode(), SnapshotViewMode::states);
+    EXPECT_EQ(screen().place().viewMode(), SnapshotViewMode::states);
     EXPECT_FALSE(screen().isComparing());
 
-    Journal next = state().journal();
+    Journal next = *state().journal();
     next.snapshots.push_back(next.snapshots.front());
     state().setJournal(std::move(next));
-    EXPECT_TRUE(screen().isComparing());
+    test::until([&] { return screen().isComparing(); });
     EXPECT_EQ(shown(), "");
     EXPECT_EQ(compared(), "") << "the application is gone again";
 }
@@ -272,11 +295,11 @@ TEST_F(HistoryScreenTest, KnowsWhenTheTimelineOfASnapshotMayLackEvents) {
              {1, 1, SnapshotViewMode::states, false},
          })) {
         load();
-        Journal journal = state().journal();
+        Journal journal = *state().journal();
         journal.events.assign(each.events, Shared(event("e", ago(1))));
         if (each.prunedDaysAgo)
             journal.eventsPrunedThrough = Date{ago(*each.prunedDaysAgo)};
-        state().setJournal(std::move(journal));
+        take(std::move(journal));
         EXPECT_FALSE(screen().hasIncompleteSnapshotHistory());
         screen().openSnapshot(baseline(0));
         screen().setSnapshotViewMode(each.mode);

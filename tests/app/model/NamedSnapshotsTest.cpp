@@ -11,8 +11,9 @@ struct NamedSnapshotsTest : test::ModelFixture {
     void begin() { test::await(named().beginSavedSnapshot()); }
     bool save(const char* name) { return test::await(named().saveNamedSnapshot(name)); }
     std::string failure() { return named().snapshotError->value_or("none"); }
+    bool isNaming() { return state().isRunning(Operation::naming); }
     bool hasDraft() { return named().snapshotDraft->has_value(); }
-    const std::vector<Baseline>& baselines() { return state().journal().baselines; }
+    const std::vector<Baseline>& baselines() { return state().journal()->baselines; }
 };
 
 TEST_F(NamedSnapshotsTest, CapturesFirstAndKeepsItUnderAName) {
@@ -21,29 +22,49 @@ TEST_F(NamedSnapshotsTest, CapturesFirstAndKeepsItUnderAName) {
     captureDuration = 10;
     const auto beginning = named().beginSavedSnapshot();
     test::until([&] { return clock.sleeping() > 1; });
-    EXPECT_TRUE(state().saveSnapshotPresented && state().isPreparingSnapshot);
+    EXPECT_TRUE(isNaming() && state().isRunning(Operation::drafting));
     clock.advance(10);
     test::until([&] { return beginning.isReady(); });
-    EXPECT_FALSE(state().isPreparingSnapshot);
+    EXPECT_FALSE(state().isRunning(Operation::drafting));
     ASSERT_TRUE(hasDraft());
     EXPECT_EQ(snapshots(), 1U) << "nothing is kept yet";
     test::await(model->scan());
     EXPECT_EQ(observations, 2);
 
     EXPECT_FALSE(save(" \n "));
-    EXPECT_TRUE(hasDraft() && state().saveSnapshotPresented);
+    EXPECT_TRUE(hasDraft() && isNaming());
     const std::string name(100, 'n');
     const auto saving = named().saveNamedSnapshot("\n " + name + " ");
-    EXPECT_TRUE(state().isSaving);
+    EXPECT_TRUE(state().isRunning(Operation::savingDraft));
     test::until([&] { return saving.isReady(); });
     ASSERT_EQ(baselines().size(), 1U);
     EXPECT_EQ(baselines()[0].name, name.substr(0, 80));
-    EXPECT_EQ(baselines()[0].snapshot, state().journal().snapshots.back());
+    EXPECT_EQ(baselines()[0].snapshot, state().journal()->snapshots.back());
     EXPECT_EQ(events(), 1U) << "the draft is an ordinary observation as well";
-    EXPECT_EQ(stored(), state().journal());
+    EXPECT_EQ(stored(), *state().journal());
     EXPECT_FALSE(hasDraft() || state().busy());
-    EXPECT_EQ(model->history().activeBaselineID(), baselines()[0].id);
-    EXPECT_EQ(model->history().workspace(), WorkspaceDestination::snapshots);
+    EXPECT_EQ(model->history().place().snapshot(), baselines()[0].id);
+    EXPECT_EQ(model->history().place().workspace(), WorkspaceDestination::snapshots);
+}
+
+TEST_F(NamedSnapshotsTest, NobodySeesItHalfSaved) {
+    start();
+    begin();
+    test::settle();
+    std::string seen;
+    const auto look = [&] {
+        const bool isKept = !baselines().empty();
+        const bool isShown = model->history().place().snapshot().has_value();
+        seen += isKept && isShown && !hasDraft() && !isNaming() ? "after "
+                : !isKept && !isShown && hasDraft()             ? "before "
+                                                                : "between ";
+    };
+    for (Observable* each :
+         std::initializer_list<Observable*>{&state(), &named(), &model->history()})
+        QObject::connect(each, &Observable::changed, look);
+    ASSERT_TRUE(save("Name"));
+    test::settle();
+    EXPECT_EQ(seen, "before after after after ") << "once each, and while it was being saved";
 }
 
 TEST_F(NamedSnapshotsTest, AFailedCaptureCanBeTriedAgain) {
@@ -52,7 +73,7 @@ TEST_F(NamedSnapshotsTest, AFailedCaptureCanBeTriedAgain) {
     begin();
     EXPECT_EQ(failure(), "Couldn’t capture a fresh snapshot. The disk is gone.");
     EXPECT_EQ(error(), "none");
-    EXPECT_TRUE(state().saveSnapshotPresented && !state().isPreparingSnapshot);
+    EXPECT_TRUE(isNaming() && !state().isRunning(Operation::drafting));
     EXPECT_FALSE(save("Name"));
     fails = false;
     test::await(named().prepareSnapshotDraft());
@@ -65,7 +86,7 @@ TEST_F(NamedSnapshotsTest, AFailedCaptureCanBeTriedAgain) {
 TEST_F(NamedSnapshotsTest, AFailedSaveKeepsTheDraftAndTheJournal) {
     start();
     begin();
-    const Journal before = state().journal();
+    const Journal before = *state().journal();
     std::filesystem::permissions(data, std::filesystem::perms(0500));
     {
         const test::OrdinaryUser user(folder.path());
@@ -76,7 +97,7 @@ TEST_F(NamedSnapshotsTest, AFailedSaveKeepsTheDraftAndTheJournal) {
     EXPECT_EQ(error(), "none");
     EXPECT_EQ(state().journal(), before);
     EXPECT_EQ(stored(), before);
-    EXPECT_TRUE(hasDraft() && !state().isSaving);
+    EXPECT_TRUE(hasDraft() && !state().isRunning(Operation::savingDraft));
     EXPECT_TRUE(save("Name"));
 }
 
@@ -84,7 +105,7 @@ TEST_F(NamedSnapshotsTest, AFailureOfAnyKindLeavesTheControllerFree) {
     start();
     const std::function<bool()> operations[] = {
         [this] { return (test::await(model->scan()), true); },
-        [this] { return test::await(model->commit(state().journal())); },
+        [this] { return test::await(model->commit(*state().journal())); },
         [this] {
             if (!hasDraft())
                 begin();
@@ -95,7 +116,7 @@ TEST_F(NamedSnapshotsTest, AFailureOfAnyKindLeavesTheControllerFree) {
         // Nothing that the program throws itself, and so caught by nobody.
         ownsFolder = []() -> bool { throw 1; };
         EXPECT_THROW(operation(), int);
-        EXPECT_FALSE(state().isSaving || state().isScanning);
+        EXPECT_FALSE(state().isAnyRunning(exclusions::captures.with(exclusions::saves)));
         ownsFolder = [] { return true; };
         EXPECT_TRUE(operation());
     }
@@ -132,14 +153,15 @@ TEST_F(NamedSnapshotsTest, DeletesTheNameAlone) {
     const Uuid two = baselines()[1].id;
     const auto removed = [&](const Uuid& id) { return test::await(named().deleteSnapshot(id)); };
     EXPECT_FALSE(removed(Uuid::random()));
-    state().isScanning = true;
-    EXPECT_FALSE(removed(one));
-    state().isScanning = false;
+    {
+        const auto capturing = state().operations().begin(Operation::capturing);
+        EXPECT_FALSE(removed(one));
+    }
     EXPECT_TRUE(removed(one));
-    EXPECT_EQ(model->history().activeBaselineID(), two);
+    EXPECT_EQ(model->history().place().snapshot(), two);
     EXPECT_TRUE(removed(two));
-    EXPECT_EQ(model->history().activeBaselineID(), std::nullopt);
+    EXPECT_EQ(model->history().place().snapshot(), std::nullopt);
     EXPECT_EQ(snapshots(), 3U);
     EXPECT_TRUE(stored().baselines.empty());
-    EXPECT_EQ(stored(), state().journal());
+    EXPECT_EQ(stored(), *state().journal());
 }

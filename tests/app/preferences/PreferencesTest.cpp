@@ -1,6 +1,7 @@
+#include "app/preferences/FollowSettings.h"
 #include "app/preferences/JsonPreferences.h"
-#include "app/preferences/PreferenceKeys.h"
 #include "core/base/Error.h"
+#include "tests/app/support/Await.h"
 #include "tests/app/support/MemoryPreferences.h"
 #include "tests/support/ManualClock.h"
 #include "tests/support/OrdinaryUser.h"
@@ -238,6 +239,43 @@ TEST(PreferenceKeys, HoldStoredValuesToWhatIsAllowed) {
     EXPECT_EQ(read(preferences, preference::recordingMode), "paused");
     preferences.set("recordingMode", std::string());
     EXPECT_EQ(read(preferences, preference::recordingMode), "recording");
+}
+
+TEST(FollowSettings, ReportsOnceWhatIsReadAsAnotherValue) {
+    test::MemoryPreferences preferences;
+    std::string log;
+    {
+        const QObject follower;
+        followSettings(
+            preferences, &follower, [&] { log += read(preferences, preference::recordingMode); },
+            preference::recordingMode);
+        followSettings(
+            preferences, &follower, [&] { log += "folders"; }, preference::memoryFiles,
+            preference::memoryFolders);
+        const auto after = [&](const auto& change) {
+            change();
+            EXPECT_EQ(log, "") << "its caller may change more";
+            test::settle();
+            return std::exchange(log, {});
+        };
+        EXPECT_EQ(after([&] { preferences.set("recordingMode", std::string("privateMode")); }),
+                  "paused");
+        EXPECT_EQ(after([&] { preferences.note("recordingMode", std::string("paused")); }), "")
+            << "other words for the same";
+        EXPECT_EQ(after([&] { preferences.remove("recordingMode"); }), "recording");
+        EXPECT_EQ(after([&] {
+                      preferences.set("memoryFiles", false);
+                      preferences.set("memoryFolders", std::vector<std::string>{"/a"});
+                      preferences.set("memoryApps", false);
+                  }),
+                  "folders");
+        preferences.refuses = true;
+        EXPECT_EQ(after([&] { preferences.set("memoryFiles", true); }), "");
+        preferences.refuses = false;
+    }
+    preferences.set("memoryFiles", true);
+    test::settle();
+    EXPECT_EQ(log, "") << "the follower is gone";
 }
 
 TEST(PreferenceKeys, AreListedOnceWithAnAllowedDefault) {

@@ -67,14 +67,11 @@ TEST(LoginLaunchController, FollowsTheSystem) {
     LoginItems items;
     LoginLaunchController login(items.service());
     EXPECT_FALSE(login.enabled());
-    int busyChanges = 0;
-    QObject::connect(&login, &Observable::changed, [&] { busyChanges += *login.busy ? 1 : 0; });
 
     items.afterRegistering = ServiceStatus::requiresApproval;
     await(login.setEnabled(true));
     EXPECT_EQ(*login.status, ServiceStatus::requiresApproval);
     EXPECT_TRUE(login.enabled());
-    EXPECT_GT(busyChanges, 0);
 
     items.failure = "The item is managed by somebody else.";
     await(login.setEnabled(false));

@@ -22,27 +22,10 @@ public:
         return read<std::map<std::string, Data>>(key);
     }
 
-    bool note(std::string_view key, PreferenceValue value) override {
-        ++changes;
-        values.insert_or_assign(std::string(key), std::move(value));
-        return !refuses;
-    }
-    bool remove(std::string_view key) override {
-        ++changes;
-        values.erase(std::string(key));
-        return !refuses;
-    }
-    bool set(std::string_view key, PreferenceValue value) override {
-        ++changes;
-        if (!refuses)
-            values.insert_or_assign(std::string(key), std::move(value));
-        return !refuses;
-    }
     bool isReadOnly() const override { return readOnly; }
     std::optional<std::string> problem() const override {
         return refuses ? std::optional<std::string>("The disk is full.") : std::nullopt;
     }
-
     bool isStored() const override { return !refuses; }
 
     int changes = 0;
@@ -51,6 +34,23 @@ public:
     bool readOnly = false;
 
 private:
+    bool storeOrKeep(std::string_view key, PreferenceValue value) override {
+        ++changes;
+        values.insert_or_assign(std::string(key), std::move(value));
+        return !refuses;
+    }
+    bool removeOrForget(std::string_view key) override {
+        ++changes;
+        values.erase(std::string(key));
+        return !refuses;
+    }
+    bool storeOrRefuse(std::string_view key, PreferenceValue value) override {
+        ++changes;
+        if (!refuses)
+            values.insert_or_assign(std::string(key), std::move(value));
+        return !refuses;
+    }
+
     template <class T>
     std::optional<T> read(std::string_view key) const {
         const auto found = values.find(key);

@@ -42,7 +42,10 @@ struct ModelFixture : testing::Test {
     /// The program as it is before `start`.
     void create() {
         model.reset();
-        model.emplace(AppModel::Setup{.preferences = preferences,
+        modelState.emplace(preferences, false, std::nullopt, clock.now());
+        model.emplace(AppModel::Setup{.state = *modelState,
+                                      .live = live,
+                                      .preferences = preferences,
                                       .files = {data, {}},
                                       .applicationCenter = application,
                                       .workspaceCenter = workspace,
@@ -56,7 +59,6 @@ struct ModelFixture : testing::Test {
                                           },
                                       .guard = FolderGuard([this] { return ownsFolder(); }),
                                       .collectInstallations = installations});
-        model->setLiveServices(live);
     }
     void start() { await(model->start()); }
     void restart() {
@@ -84,14 +86,17 @@ struct ModelFixture : testing::Test {
     }
     /// Lets what was begun come to its end.
     void finish() {
-        until([&] { return !model->isStarting() && !state().isScanning && !state().isSaving; });
+        until([&] {
+            return !model->isStarting()
+                   && !state().isAnyRunning(exclusions::captures.with(exclusions::saves));
+        });
         settle();
     }
 
-    ModelState& state() { return model->state(); }
+    ModelState& state() { return *modelState; }
     std::string error() { return state().error->value_or("none"); }
-    std::size_t snapshots() { return state().journal().snapshots.size(); }
-    std::size_t events() { return state().journal().events.size(); }
+    std::size_t snapshots() { return state().journal()->snapshots.size(); }
+    std::size_t events() { return state().journal()->events.size(); }
     Journal stored() const { return JournalStore(data / "journal.json").load(); }
 
     const TemporaryFolder folder;
@@ -113,6 +118,7 @@ struct ModelFixture : testing::Test {
     ObservationOptions lastOptions;
     QCoro::Task<void> holding;
 
+    std::optional<ModelState> modelState;
     std::optional<AppModel> model;
 };
 

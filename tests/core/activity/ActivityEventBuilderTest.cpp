@@ -80,7 +80,7 @@ std::string worded(const SystemActivity& activity) {
 
 const std::string recorded = "Recorded while Tidemark was running";
 
-/// The kinds of the events that come out.
+/// The kinds of the built events.
 std::string kinds(const std::vector<SystemActivity>& activities) {
     std::string text;
     for (const auto& event : ActivityEventBuilder::build(activities))
@@ -90,7 +90,7 @@ std::string kinds(const std::vector<SystemActivity>& activities) {
 
 } // namespace
 
-TEST(SystemActivity, HasItsWords) {
+TEST(SystemActivity, HasTitleSubtitleAndSymbol) {
     using enum BatteryActivity::Kind;
     const auto lowPower = [](bool on) {
         return with(Kind::lowPowerModeChanged, [=](auto& a) { a.lowPowerModeEnabled = on; });
@@ -98,10 +98,7 @@ TEST(SystemActivity, HasItsWords) {
     const auto radio = [](bool on) {
         return with(Kind::bluetoothPowerChanged, [=](auto& a) { a.bluetoothPoweredOn = on; });
     };
-    const struct {
-        SystemActivity activity;
-        std::string words;
-    } cases[] = {
+    const std::pair<SystemActivity, std::string> cases[] = {
         {at(Kind::sleepRequested), "Mac Going to Sleep | " + recorded + " | moon.zzz"},
         {with(Kind::sleepRequested, [](auto& a) { a.powerObservation = {false, 7, {}, {}}; }),
          "Mac Going to Sleep | Battery at 7% | moon.zzz"},
@@ -151,8 +148,8 @@ TEST(SystemActivity, HasItsWords) {
         {lowPower(true), "Low Power Mode Enabled | " + recorded + " | leaf"},
         {lowPower(false), "Low Power Mode Disabled | " + recorded + " | leaf"},
     };
-    for (const auto& c : cases)
-        EXPECT_EQ(worded(c.activity), c.words);
+    for (const auto& [activity, words] : cases)
+        EXPECT_EQ(worded(activity), words);
 }
 
 TEST(ActivityEventBuilder, MakesAnEventOfARecord) {
@@ -171,22 +168,17 @@ TEST(ActivityEventBuilder, MakesAnEventOfARecord) {
     EXPECT_EQ(ActivityEventBuilder::event(activity), expected);
 }
 
-TEST(ActivityEventBuilder, KeepsTheOrderAndLeavesOutWhatBelongsToNoTimeline) {
+TEST(ActivityEventBuilder, KeepsTheOrderAndLeavesOutKindsThatAreNotShown) {
     EXPECT_EQ(kinds({}), "");
     EXPECT_EQ(kinds({at(Kind::woke, 3), at(Kind::powerOffRequested, 2), at(Kind::woke, 1),
                      at(Kind::sleepRequested, 9)}),
               "woke woke sleepRequested ");
 }
 
-TEST(ActivityEventBuilder, TellsADropOfTheWiFiOnce) {
+TEST(ActivityEventBuilder, ReportsALossOfTheWiFiOnce) {
     const State onDemand = State::make(State::Availability::connectionRequired, {});
     const State radio = online({wifi});
-    const struct {
-        const char* what;
-        SystemActivity network;
-        SystemActivity link;
-        bool isOne;
-    } cases[] = {
+    const std::tuple<const char*, SystemActivity, SystemActivity, bool> cases[] = {
         {"lost, just before", network(radio, offline(), 96), wifiLink(false), true},
         {"lost, at the edge", network(radio, offline(), 95), wifiLink(false), true},
         {"lost, beyond the edge", network(radio, offline(), 94.9), wifiLink(false), false},
@@ -204,21 +196,19 @@ TEST(ActivityEventBuilder, TellsADropOfTheWiFiOnce) {
         {"never there", network(offline(), onDemand), wifiLink(false), false},
         {"nothing known", at(Kind::networkChanged), wifiLink(false), false},
     };
-    for (const auto& c : cases) {
-        EXPECT_EQ(kinds({c.network, c.link}),
-                  c.isOne ? "wifiChanged " : "networkChanged wifiChanged ")
-            << c.what;
-        EXPECT_EQ(kinds({c.link, c.network}),
-                  c.isOne ? "wifiChanged " : "wifiChanged networkChanged ")
-            << c.what;
+    for (const auto& [what, network, link, isOne] : cases) {
+        EXPECT_EQ(kinds({network, link}), isOne ? "wifiChanged " : "networkChanged wifiChanged ")
+            << what;
+        EXPECT_EQ(kinds({link, network}), isOne ? "wifiChanged " : "wifiChanged networkChanged ")
+            << what;
     }
 }
 
-TEST(ActivityEventBuilder, FindsTheLinkAmongMany) {
+TEST(ActivityEventBuilder, FindsTheLinkChangeAmongMany) {
     const State radio = online({wifi});
     std::vector<SystemActivity> activities;
     std::string expected;
-    // Out of order, and with links of the other direction in between.
+    // Not in order of time, and with opposite link changes in between.
     for (const double hour : {5, 1, 4, 2, 3}) {
         const double time = hour * 3600;
         activities.push_back(wifiLink(true, {}, {}, time + 1));

@@ -31,7 +31,7 @@ TEST(SleepHistory, PairsAWakeWithTheFirstSleepBeforeIt) {
     EXPECT_FALSE(history.receive(Kind::woke, {31}, half).observedSession);
 }
 
-TEST(SleepHistory, GivesNoIntervalThatRunsBackwardsOrWasForgotten) {
+TEST(SleepHistory, GivesNoNegativeIntervalAndNoneAfterAReset) {
     SleepHistory history;
     history.receive(Kind::sleepRequested, {10}, {});
     EXPECT_FALSE(history.receive(Kind::woke, {9}, {}).observedSession);
@@ -46,7 +46,7 @@ TEST(SleepHistory, GivesNoIntervalThatRunsBackwardsOrWasForgotten) {
               (ObservedSession{{12}, {12}, {}, {}}));
 }
 
-TEST(LowPowerModeHistory, TellsOfChangesAlone) {
+TEST(LowPowerModeHistory, ReportsOnlyChanges) {
     LowPowerModeHistory history;
     EXPECT_FALSE(history.receive(true, {1}));
     EXPECT_FALSE(history.receive(true, {2}));
@@ -60,7 +60,7 @@ TEST(LowPowerModeHistory, TellsOfChangesAlone) {
     EXPECT_FALSE(history.receive(true, {4}));
 }
 
-TEST(BluetoothPowerHistory, IsInterruptedByAnUnknownState) {
+TEST(BluetoothPowerHistory, StartsAgainAfterAnUnknownState) {
     BluetoothPowerHistory history;
     EXPECT_FALSE(history.receive(true, {1}));
     EXPECT_FALSE(history.receive(std::nullopt, {2}));

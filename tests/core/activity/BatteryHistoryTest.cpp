@@ -15,8 +15,8 @@ BatteryObservation battery(std::int64_t percentage, bool externalPower = false) 
     return {externalPower, percentage, false, false};
 }
 
-/// A reading written as its percentage, "?" when unknown, behind "+" on external power; then "c"
-/// when charging, "f" when full, "u" when neither is known. "x" is a missing reading.
+/// Parses a reading: "+" on external power, the percentage or "?", then "c" when charging, "f" when
+/// full, "u" when neither is known. "x" is a missing reading.
 std::optional<BatteryObservation> readingOf(std::string_view text) {
     if (text == "x")
         return std::nullopt;
@@ -36,8 +36,8 @@ std::string whole(Date date) {
     return std::to_string(static_cast<int>(date.secondsSince2001));
 }
 
-/// What readings at 0, 10, 20 … seconds make, as "Title@time", with the times of its session behind
-/// it. One behind "~" is replaced before it settles; one behind "<" has a clock set back to 5.
+/// The records made from readings at 0, 10, 20 … seconds, as "Title@time[session]". A reading after
+/// "~" is replaced before it settles; at one after "<" the clock is set back to 5.
 std::string storyOf(const char* readings) {
     BatteryHistory history;
     std::string story;
@@ -71,18 +71,18 @@ void expectStories(std::initializer_list<Case> cases) {
 
 } // namespace
 
-TEST(BatteryHistory, TellsOfALowBatteryOnceUntilItRecovered) {
+TEST(BatteryHistory, ReportsALowBatteryOnceUntilItRecovered) {
     const auto once = "Battery Low@10 Power Connected@20 Switched to Battery@30";
     const auto again = "Battery Low@10 Power Connected@20 Switched to Battery@30 Battery Low@40";
     expectStories({
         {"20 is not low", "21 20", ""},
         {"19 is", "20 19 18", "Battery Low@10"},
         {"it must last", "21 ~19 21 20", ""},
-        {"low at the start is no news", "15 14", ""},
+        {"low at the start makes no record", "15 14", ""},
         {"an unknown level is not below 20", "? 30 19", "Battery Low@20"},
         {"nor was it above", "21 ? 19", ""},
         {"on power nothing is low", "+21 +19", ""},
-        {"24 is no recovery", "21 19 +24 22 19", once},
+        {"24 is not recovered", "21 19 +24 22 19", once},
         {"nor is an unknown level", "21 19 +? 22 19", once},
         {"25 is", "21 19 +25 22 19", again},
         {"on battery nothing recovers", "21 19 40 19", "Battery Low@10"},
@@ -91,19 +91,19 @@ TEST(BatteryHistory, TellsOfALowBatteryOnceUntilItRecovered) {
     });
 }
 
-TEST(BatteryHistory, TellsOfAFullBatteryOnceUntilItWasUsed) {
+TEST(BatteryHistory, ReportsAFullBatteryOnceUntilItWasUsed) {
     const auto once = "Battery Fully Charged@10";
     expectStories({
         {"not after an unknown state", "+99u +100f", ""},
         {"95 is not used", "+99 +100f +95 +100f", once},
         {"94 is", "+99 +100f +94 +100f", "Battery Fully Charged@10 Battery Fully Charged@30"},
         {"an unknown level is not", "+99 +100f +? +100f", once},
-        {"full at the start is no news", "+100f +96 +100f", ""},
+        {"full at the start makes no record", "+100f +96 +100f", ""},
         {"only on power", "99 100f", ""},
     });
 }
 
-TEST(BatteryHistory, TellsHowLongItCharged) {
+TEST(BatteryHistory, ReportsHowLongItCharged) {
     const auto noSession = "Power Connected@10 Switched to Battery@30";
     expectStories({
         {"until unplugged", "50 +50c +51c 51", "Power Connected@10 Switched to Battery@30[10-30]"},
@@ -118,11 +118,11 @@ TEST(BatteryHistory, TellsHowLongItCharged) {
         {"nor when it paused meanwhile", "50 +50c +60 60", noSession},
         {"nor when the clock was set back", "50 +50c <60",
          "Power Connected@10 Switched to Battery@5"},
-        {"a moment of power is none", "50 ~+50c 50 49", ""},
+        {"a moment of power is not a charge", "50 ~+50c 50 49", ""},
     });
 }
 
-TEST(BatteryHistory, StartsAnewAfterAMissingReading) {
+TEST(BatteryHistory, StartsAgainAfterAMissingReading) {
     expectStories({
         {"what was pending is dropped", "20 ~19 x 19", ""},
         {"so is the charge", "50 +50c x +60c 60", "Power Connected@10 Switched to Battery@40"},
@@ -130,12 +130,12 @@ TEST(BatteryHistory, StartsAnewAfterAMissingReading) {
     BatteryHistory history;
     EXPECT_FALSE(history.receive(std::nullopt, Date{0}));
     EXPECT_TRUE(history.receive(battery(50), Date{0}));
-    EXPECT_FALSE(history.receive(battery(50), Date{1})) << "a repetition leaves the wait alone";
+    EXPECT_FALSE(history.receive(battery(50), Date{1})) << "a repetition does not restart the wait";
     EXPECT_TRUE(history.receive(std::nullopt, Date{2}));
     EXPECT_FALSE(history.receive(std::nullopt, Date{3}));
 }
 
-TEST(BatteryHistory, KeepsBothReadings) {
+TEST(BatteryHistory, RecordsBothReadings) {
     BatteryHistory history;
     history.receive(battery(50), Date{0});
     history.receive(battery(51, true), Date{10});

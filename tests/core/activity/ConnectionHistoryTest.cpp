@@ -20,7 +20,7 @@ BluetoothDevice headset(bool connected) {
     return {address, "Headset", 4, connected};
 }
 
-/// The change that settles after what the device told at `at`.
+/// The change that settles after a report of the device at `at`.
 std::optional<BluetoothConnectionChange> changeAfter(BluetoothConnectionHistory& history,
                                                      const BluetoothDevice& device, double at) {
     if (!history.receive(device, Date{at}))
@@ -35,16 +35,16 @@ std::optional<BluetoothConnectionChange> changeAfter(BluetoothConnectionHistory&
 
 } // namespace
 
-TEST(NetworkConnectionHistory, TellsOfDifferencesThatLast) {
+TEST(NetworkConnectionHistory, ReportsDifferencesThatLast) {
     NetworkConnectionHistory history;
     EXPECT_TRUE(history.receive(wifi, Date{0}));
     EXPECT_EQ(history.settle(Date{2}), std::nullopt) << "the starting point";
     EXPECT_TRUE(history.receive(none, Date{10}));
     EXPECT_TRUE(history.receive(wifi, Date{11}));
-    EXPECT_EQ(history.settle(Date{13}), std::nullopt) << "a moment without a path";
+    EXPECT_EQ(history.settle(Date{13}), std::nullopt) << "a moment without a connection";
 
     EXPECT_TRUE(history.receive(metered, Date{20}));
-    EXPECT_FALSE(history.receive(metered, Date{21})) << "a repetition must not restart the wait";
+    EXPECT_FALSE(history.receive(metered, Date{21})) << "a repetition does not restart the wait";
     EXPECT_EQ(history.settle(Date{21.9}), std::nullopt);
     const auto record = history.settle(Date{22});
     ASSERT_TRUE(record);
@@ -58,13 +58,13 @@ TEST(NetworkConnectionHistory, TellsOfDifferencesThatLast) {
     EXPECT_EQ(history.settle(Date{32}), std::nullopt);
 }
 
-TEST(BluetoothConnectionHistory, TellsOfConnectionsAndHowLongTheyLasted) {
+TEST(BluetoothConnectionHistory, ReportsConnectionsAndTheirDuration) {
     BluetoothConnectionHistory history;
     const BluetoothConnectionChange gone{"Audio / video accessory", {}, "Headset", false};
     const BluetoothConnectionChange back{"Audio / video accessory", {}, "Headset", true};
     history.follow(headset(true));
     EXPECT_EQ(changeAfter(history, headset(true), 0), std::nullopt) << "connected before";
-    EXPECT_EQ(changeAfter(history, headset(false), 10), gone) << "nobody saw it begin";
+    EXPECT_EQ(changeAfter(history, headset(false), 10), gone) << "its start was not observed";
     EXPECT_EQ(changeAfter(history, headset(true), 20), back);
 
     EXPECT_TRUE(history.receive(headset(false), Date{30}));
@@ -75,14 +75,15 @@ TEST(BluetoothConnectionHistory, TellsOfConnectionsAndHowLongTheyLasted) {
     EXPECT_EQ(changeAfter(history, headset(false), 60), ended);
     EXPECT_EQ(changeAfter(history, headset(true), 70), back);
     history.follow(headset(true));
-    EXPECT_EQ(changeAfter(history, headset(false), 80), gone) << "a new start knows no beginning";
+    EXPECT_EQ(changeAfter(history, headset(false), 80), gone)
+        << "the start before `follow` is not known";
 }
 
-TEST(BluetoothConnectionHistory, TakesTheFirstNewsOfANewDeviceForAChange) {
+TEST(BluetoothConnectionHistory, TakesTheFirstReportOfANewDeviceAsAChange) {
     for (const bool connected : {true, false}) {
         BluetoothConnectionHistory history;
         EXPECT_TRUE(history.receive(headset(connected), Date{0}));
-        // The name and class that count are the last ones told.
+        // The last reported name and class count.
         EXPECT_FALSE(history.receive({address, "Renamed", 0, connected}, Date{1}));
         const auto record = history.settle(address, Date{5});
         ASSERT_TRUE(record);
@@ -91,17 +92,17 @@ TEST(BluetoothConnectionHistory, TakesTheFirstNewsOfANewDeviceForAChange) {
     }
 }
 
-TEST(BluetoothConnectionHistory, ForgetsDevicesThatAreNoLongerPaired) {
+TEST(BluetoothConnectionHistory, StopsFollowingDevicesThatAreNoLongerPaired) {
     BluetoothConnectionHistory history;
     history.follow({"c", "", 0, false});
     history.follow({"b", "", 0, false});
     history.receive(headset(true), Date{0});
     EXPECT_EQ(history.keepOnly({"b", "x"}), (std::vector<std::string>{address, "c"}));
     EXPECT_EQ(history.settle(address, Date{9}), std::nullopt);
-    EXPECT_FALSE(history.receive({"b", "", 0, false}, Date{9})) << "this one stayed";
+    EXPECT_FALSE(history.receive({"b", "", 0, false}, Date{9})) << "this one is still followed";
 }
 
-TEST(BluetoothDevice, NamesItselfAndItsClass) {
+TEST(BluetoothDevice, HasADisplayNameAndAClass) {
     const auto nameOf = [](std::string name) {
         return BluetoothDevice{"", name, 0, {}}.displayName();
     };

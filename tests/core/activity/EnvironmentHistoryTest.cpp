@@ -35,7 +35,7 @@ std::string titlesOf(const std::vector<SystemActivity>& records) {
 
 } // namespace
 
-TEST(EnvironmentHistory, TellsWhatCameAndWent) {
+TEST(EnvironmentHistory, ReportsAddedAndRemovedDevices) {
     EnvironmentHistory history;
     EXPECT_EQ(
         titlesOf(history.receive(volumes({"/m/a", "/m/d"}), display({}), "critical", Date{0})), "")
@@ -57,13 +57,8 @@ TEST(EnvironmentHistory, TellsWhatCameAndWent) {
     EXPECT_EQ(titlesOf(history.receive({}, {}, "nominal", Date{30})), "");
 }
 
-TEST(EnvironmentHistory, TellsOfDisplaysWithAnotherConfiguration) {
-    struct Case {
-        const char* what;
-        std::optional<DisplayContext> after;
-        bool changed;
-    };
-    const Case cases[] = {
+TEST(EnvironmentHistory, ReportsReconfiguredDisplays) {
+    const std::tuple<const char*, std::optional<DisplayContext>, bool> cases[] = {
         {"the same", mode, false},
         {"unreadable", std::nullopt, false},
         {"pixels", {{2560, 1080, 1280, 720, 2, 60.0, false}}, true},
@@ -84,28 +79,28 @@ TEST(EnvironmentHistory, TellsOfDisplaysWithAnotherConfiguration) {
     }
 }
 
-TEST(EnvironmentHistory, TellsOfElevatedThermalPressure) {
+TEST(EnvironmentHistory, ReportsElevatedThermalPressure) {
     struct Case {
         const char* what;
         /// One state a second; "reset" between them.
         const char* states;
-        /// From which to which state it went, with when it became elevated.
+        /// The recorded changes of state, each with when it became elevated.
         const char* story;
     };
     const Case cases[] = {
         {"mild", "nominal fair nominal", ""},
-        {"the time of the rise comes after it, and goes with the fall",
+        {"with the time of the rise until the fall",
          "nominal serious critical critical serious fair critical nominal",
          "nominal-serious serious-critical@1 critical-serious@1 serious-fair@1 fair-critical "
          "critical-nominal@6 "},
-        {"nobody saw it rise", "serious critical fair", "serious-critical critical-fair "},
-        {"a rise is forgotten with the rest", "fair serious reset serious fair",
+        {"the rise was not observed", "serious critical fair", "serious-critical critical-fair "},
+        {"a reset forgets the rise", "fair serious reset serious fair",
          "fair-serious serious-fair "},
     };
     for (const auto& [what, states, story] : cases) {
         EnvironmentHistory history;
         std::istringstream words(states);
-        std::string told;
+        std::string recorded;
         Date time;
         for (std::string state; words >> state; time = time + 1) {
             if (state == "reset") {
@@ -116,17 +111,17 @@ TEST(EnvironmentHistory, TellsOfElevatedThermalPressure) {
                 EXPECT_EQ(record.kind, SystemActivity::Kind::thermalChanged);
                 const auto& activity = record.environmentActivity.value();
                 EXPECT_EQ(activity.deviceName, "Mac");
-                told += activity.previousState.value() + "-" + activity.state.value();
+                recorded += activity.previousState.value() + "-" + activity.state.value();
                 if (const auto since = activity.elevatedSince)
-                    told += "@" + std::to_string(static_cast<int>(since->secondsSince2001));
-                told += " ";
+                    recorded += "@" + std::to_string(static_cast<int>(since->secondsSince2001));
+                recorded += " ";
             }
         }
-        EXPECT_EQ(told, story) << what;
+        EXPECT_EQ(recorded, story) << what;
     }
 }
 
-TEST(EnvironmentHistory, NamesWhatItSees) {
+TEST(EnvironmentHistory, NamesStatesVolumesAndDisplays) {
     std::string states;
     for (int number = -1; number <= 4; ++number)
         states += std::string(ThermalState::name(number).value_or("-")) + ",";

@@ -38,7 +38,7 @@ Dictionary source(Dictionary changed = {}) {
 
 } // namespace
 
-TEST(PowerSource, IsAPresentInternalBatteryOfAKnownState) {
+TEST(PowerSource, ReadsAPresentInternalBattery) {
     EXPECT_EQ(PowerSource::parse(source()), (BatteryObservation{true, 80, true, false}));
     EXPECT_EQ(PowerSource::parse(source({{"Power Source State", text("Battery Power")}})),
               (BatteryObservation{false, 80, true, false}));

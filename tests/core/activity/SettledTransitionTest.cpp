@@ -10,8 +10,8 @@ using namespace tidemark;
 
 namespace {
 
-/// Plays a script against a tracker with a delay of two seconds: "B@0" receives B at 0, "settle@2"
-/// settles, "reset" resets. Gives what each settling returned, "-" for nothing.
+/// Runs a script with a delay of two seconds: "B@0" receives B at 0, "settle@2" settles, "reset"
+/// resets. Returns the result of each settling, "-" for none, then the baseline.
 std::string played(const std::string& script, std::optional<std::string> baseline = "A") {
     SettledTransition<std::string> tracker(2, std::move(baseline));
     std::istringstream steps(script);
@@ -36,18 +36,15 @@ std::string played(const std::string& script, std::optional<std::string> baselin
 
 } // namespace
 
-TEST(SettledTransition, ReportsOnlyWhatHasStoodForTheDelay) {
-    const struct {
-        const char* script;
-        const char* result;
-    } cases[] = {
+TEST(SettledTransition, ReportsOnlyValuesThatLastForTheDelay) {
+    const std::pair<const char*, const char*> cases[] = {
         {"settle@5", "- A"},
         {"B@0 settle@1.999 settle@2 settle@9", "- AB@0 - B"},
-        // Repeating what waits never pushes it back; another value starts anew.
+        // Repeating the candidate does not restart the wait; another value does.
         {"B@0 B@1 settle@2", "AB@0 B"},
         {"B@0 C@1 settle@2 settle@3", "- AC@1 C"},
         {"B@0 C@1 B@2 settle@3 settle@4", "- AB@2 B"},
-        // Back at the baseline in time: nothing ever happened.
+        // Returning to the baseline in time cancels the change.
         {"B@0 A@1 settle@10 B@10 settle@11", "- - A"},
         {"B@0 settle@2 A@3 settle@5", "AB@0 BA@3 A"},
         // The clock is set back.
@@ -55,7 +52,7 @@ TEST(SettledTransition, ReportsOnlyWhatHasStoodForTheDelay) {
         {"B@0 reset settle@9", "- none"},
         {"reset B@0 settle@1 settle@2 C@3 settle@4 settle@5", "- - - BC@3 C"},
     };
-    for (const auto& c : cases)
-        EXPECT_EQ(played(c.script), c.result) << c.script;
+    for (const auto& [script, result] : cases)
+        EXPECT_EQ(played(script), result) << script;
     EXPECT_EQ(played("A@0 B@1 settle@2 settle@3 A@4 settle@6", std::nullopt), "- - BA@4 A");
 }

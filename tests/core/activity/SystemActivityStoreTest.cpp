@@ -3,6 +3,7 @@
 #include "core/base/Files.h"
 #include "core/base/JsonDecoder.h"
 #include "core/base/JsonEncoder.h"
+#include "tests/support/Failure.h"
 #include "tests/support/OrdinaryUser.h"
 #include "tests/support/TemporaryFolder.h"
 
@@ -23,17 +24,12 @@ std::vector<SystemActivity> wakes(std::size_t count, double first = 0) {
 }
 
 std::string failureOf(const std::filesystem::path& file) {
-    try {
-        SystemActivityStore::read(file);
-        return "none";
-    } catch (const Error& error) {
-        return error.what();
-    }
+    return test::failureOf([&] { SystemActivityStore::read(file); });
 }
 
 } // namespace
 
-TEST(SystemActivityStore, WritesACompactArrayThatNobodyElseMayRead) {
+TEST(SystemActivityStore, WritesAPrivateCompactArray) {
     const test::TemporaryFolder folder;
     const auto file = folder / "deep/data/system-activity.json";
     SystemActivityStore store(file);
@@ -73,7 +69,7 @@ TEST(SystemActivityStore, KeepsTheNewestRecords) {
     EXPECT_EQ(SystemActivityStore::read(file), store.records());
 }
 
-TEST(SystemActivityStore, NeverTouchesAFileThatItCannotRead) {
+TEST(SystemActivityStore, LeavesAnUnreadableFileUnchanged) {
     const test::TemporaryFolder folder;
     const std::string good = json::encoded(wakes(2));
     const std::string texts[] = {
@@ -102,7 +98,7 @@ TEST(SystemActivityStore, NeverTouchesAFileThatItCannotRead) {
     EXPECT_NE(failureOf(secret), "none");
 }
 
-TEST(SystemActivityStore, LosesOnlyTheRecordThatCouldNotBeWritten) {
+TEST(SystemActivityStore, ContinuesAfterARecordThatCouldNotBeWritten) {
     const test::TemporaryFolder folder;
     const auto blocked = folder.write("data", "no folder");
     SystemActivityStore store(blocked / "system-activity.json");
@@ -113,7 +109,8 @@ TEST(SystemActivityStore, LosesOnlyTheRecordThatCouldNotBeWritten) {
     store.append(wakes(1, 2).front());
     ASSERT_EQ(store.records().size(), 1U);
 
-    // A time that no document can hold: the old document stays, and nothing lies beside it.
+    // An infinite time can't be stored: the old document stays, without a temporary file next to
+    // it.
     const std::string before = contents(blocked / "system-activity.json");
     EXPECT_THROW(store.append(SystemActivity::observed({}, Date::distantFuture())), Error);
     EXPECT_EQ(contents(blocked / "system-activity.json"), before);

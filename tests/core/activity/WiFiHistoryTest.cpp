@@ -22,12 +22,12 @@ const WiFiObservation down{false, std::nullopt};
 
 } // namespace
 
-TEST(NamedWiFiHistory, TellsOfTheLinkAndOfItsName) {
+TEST(NamedWiFiHistory, ReportsChangesOfTheLinkAndOfItsName) {
     struct Case {
         const char* what;
-        /// Each stands for ten seconds.
+        /// Ten seconds apart.
         std::vector<std::optional<WiFiObservation>> observations;
-        /// Which of them make a record.
+        /// The index and title of each record.
         const char* titles;
     };
     const Case cases[] = {
@@ -54,12 +54,12 @@ TEST(NamedWiFiHistory, TellsOfTheLinkAndOfItsName) {
     }
 }
 
-TEST(NamedWiFiHistory, WaitsAndTellsOfBothNetworks) {
+TEST(NamedWiFiHistory, WaitsAndRecordsBothNetworks) {
     NamedWiFiHistory history;
     EXPECT_FALSE(history.receive(network("A"), Date{0}));
     EXPECT_TRUE(history.receive(down, Date{10}));
     EXPECT_TRUE(history.receive(network("A", 6), Date{11}));
-    EXPECT_EQ(history.settle(Date{20}), std::nullopt) << "down for a second";
+    EXPECT_EQ(history.settle(Date{20}), std::nullopt) << "down for only a second";
 
     EXPECT_TRUE(history.receive(network("B"), Date{20}));
     EXPECT_FALSE(history.receive(network("B", 6), Date{21}));
@@ -76,18 +76,19 @@ TEST(NamedWiFiHistory, WaitsAndTellsOfBothNetworks) {
     history.receive(down, Date{30});
     const auto gone = history.settle(Date{32});
     ASSERT_TRUE(gone);
-    EXPECT_EQ(gone->wifiContext, network("B").context) << "which network was left";
+    EXPECT_EQ(gone->wifiContext, network("B").context) << "the previous network";
 
     history.receive(network("B"), Date{40});
-    EXPECT_TRUE(history.receive(std::nullopt, Date{41})) << "the wait is void";
+    EXPECT_TRUE(history.receive(std::nullopt, Date{41})) << "the wait is cancelled";
     EXPECT_EQ(history.settle(Date{50}), std::nullopt);
     history.receive(network("B"), Date{60});
     history.receive(network("C"), Date{70});
     EXPECT_FALSE(history.receive(network({}), Date{71}));
-    EXPECT_EQ(history.settle(Date{80}), std::nullopt) << "a name that vanishes drops a change";
+    EXPECT_EQ(history.settle(Date{80}), std::nullopt)
+        << "a name that becomes unreadable cancels a change";
 }
 
-TEST(WiFiLinkHistory, TellsOfTheLinkAlone) {
+TEST(WiFiLinkHistory, ReportsChangesOfTheLink) {
     WiFiLinkHistory history;
     EXPECT_TRUE(history.receive(true, Date{0}));
     EXPECT_FALSE(history.receive(true, Date{1}));
@@ -118,7 +119,7 @@ TEST(WiFiDetails, LabelsBandsAndSecurity) {
     EXPECT_EQ(WiFiDetails::securityLabel(unknown), std::nullopt);
 }
 
-TEST(WiFiDetails, KeepsOnlyWhatSaysSomething) {
+TEST(WiFiDetails, LeavesOutUnknownValues) {
     const WiFiDetails::Reading reading{2, 36, 4, 866.5, -60, "Home"};
     EXPECT_EQ(WiFiDetails::context(reading, true),
               (WiFiContext{"Home", "5 GHz", 36, "WPA2 Personal", -60, 866.5}));
@@ -129,13 +130,9 @@ TEST(WiFiDetails, KeepsOnlyWhatSaysSomething) {
         EXPECT_EQ(WiFiDetails::context({{}, {}, {}, rate, 0, {}}, true), WiFiContext{}) << rate;
 }
 
-TEST(WiFiDetails, JoinsTheLinksOfAllInterfaces) {
+TEST(WiFiDetails, CombinesTheLinksOfAllInterfaces) {
     using WiFiDetails::Link;
-    struct Case {
-        std::vector<WiFiDetails::Interface> interfaces;
-        std::optional<Link> link;
-    };
-    const Case cases[] = {
+    const std::pair<std::vector<WiFiDetails::Interface>, std::optional<Link>> cases[] = {
         {{}, {}},
         {{{"a", false}}, Link{}},
         {{{"a", {}}}, {}},

@@ -5,6 +5,8 @@
 #include "core/journal/JournalStore.h"
 #include "core/memory/MemoryHistoryStore.h"
 #include "core/storage/MeasurementCache.h"
+#include "tests/support/Contains.h"
+#include "tests/support/Failure.h"
 #include "tests/support/Observations.h"
 #include "tests/support/TemporaryFolder.h"
 
@@ -13,6 +15,7 @@
 
 using namespace tidemark;
 namespace fs = std::filesystem;
+using test::failureOf;
 
 namespace {
 
@@ -26,7 +29,7 @@ MemoryArchive archiveWithAClip() {
     return archive;
 }
 
-/// Everything that writes below a data folder, by the document that it writes.
+/// Every class that writes to a data folder, with the file that it writes.
 const struct Writer {
     std::string document;
     std::function<void(const fs::path&, const FolderGuard&)> write;
@@ -74,15 +77,6 @@ const struct Writer {
      }},
 };
 
-std::string failureOf(const std::function<void()>& call) {
-    try {
-        call();
-        return "none";
-    } catch (const Error& error) {
-        return error.what();
-    }
-}
-
 /// All paths below a folder.
 std::set<std::string> pathsBelow(const fs::path& folder) {
     std::set<std::string> paths;
@@ -93,7 +87,7 @@ std::set<std::string> pathsBelow(const fs::path& folder) {
 
 } // namespace
 
-TEST(Documents, AreWrittenWhereALinkLeadsTo) {
+TEST(Documents, AreWrittenToTheTargetOfALink) {
     for (const auto& [document, write] : writers) {
         if (!document.ends_with(".json"))
             continue;
@@ -102,9 +96,9 @@ TEST(Documents, AreWrittenWhereALinkLeadsTo) {
         const auto link = folder / ("data/" + document);
         folder.makeFolder("data");
         fs::create_symlink(real, link);
-        EXPECT_NE(failureOf([&] { write(link, {}); }).find("No such file or directory."),
-                  std::string::npos)
-            << "a link that leads nowhere";
+        EXPECT_TRUE(
+            test::contains(failureOf([&] { write(link, {}); }), "No such file or directory."))
+            << "a link without a target";
         EXPECT_FALSE(fs::exists(folder / "disk"));
 
         fs::remove(link);
@@ -125,7 +119,7 @@ TEST(Documents, AreWrittenWhereALinkLeadsTo) {
     }
 }
 
-TEST(Documents, OfMoreThanTwoGigabytesAreNeitherReadNorWritten) {
+TEST(Documents, AreLimitedToTwoGigabytes) {
     const test::TemporaryFolder folder;
     const auto file = folder.write("journal.json", "");
     fs::resize_file(file, 15'000'000'000'000);
@@ -142,7 +136,7 @@ TEST(Documents, OfMoreThanTwoGigabytesAreNeitherReadNorWritten) {
     EXPECT_EQ(test::namesIn(folder.path()), "journal.json");
 }
 
-TEST(FolderGuard, KeepsEveryWriterFromAFolderThatWasRemovedOrReplaced) {
+TEST(FolderGuard, StopsEveryWriterOnceTheFolderWasRemovedOrReplaced) {
     for (const auto& [document, write] : writers)
         for (const bool isReplaced : {false, true}) {
             const test::TemporaryFolder folder;
@@ -162,7 +156,7 @@ TEST(FolderGuard, KeepsEveryWriterFromAFolderThatWasRemovedOrReplaced) {
         }
 }
 
-TEST(FolderGuard, IsAskedAgainBeforeAFileIsReplaced) {
+TEST(FolderGuard, IsCheckedAgainBeforeAFileIsReplaced) {
     const test::TemporaryFolder folder;
     const auto file = folder.write("document.json", "old");
     bool isOwn = true;
@@ -173,7 +167,7 @@ TEST(FolderGuard, IsAskedAgainBeforeAFileIsReplaced) {
     EXPECT_EQ(test::contents(file), "old");
 }
 
-TEST(FolderGuard, RefusesOnceTheLockIsGone) {
+TEST(FolderGuard, RefusesAfterTheLockIsReleased) {
     const test::TemporaryFolder folder;
     auto lock = FolderLock::take(folder.path());
     const FolderGuard guard = lock->guard();

@@ -34,7 +34,7 @@ TEST(FileReplacement, WithoutCommitChangesNothing) {
     EXPECT_EQ(test::namesIn(folder.path()), "document.json");
 }
 
-TEST(FileReplacement, RemovesWhatAKilledProcessLeftAndSparesALivingOne) {
+TEST(FileReplacement, RemovesLeftoversOfKilledProcessesOnly) {
     const TemporaryFolder folder;
     const auto file = folder.write("document.json", "old");
     const pid_t child = ::fork();
@@ -56,7 +56,7 @@ TEST(FileReplacement, RemovesWhatAKilledProcessLeftAndSparesALivingOne) {
     EXPECT_EQ(test::namesIn(folder.path()), "document.json");
 }
 
-TEST(ReadFile, RefusesWhatIsNoRegularFileWithoutWaiting) {
+TEST(ReadFile, RefusesOtherThanRegularFilesWithoutBlocking) {
     const TemporaryFolder folder;
     ::mkfifo((folder / "pipe").c_str(), 0600);
     EXPECT_THROW(readFile(folder / "pipe"), FileError);
@@ -67,7 +67,7 @@ TEST(ReadFile, RefusesWhatIsNoRegularFileWithoutWaiting) {
     EXPECT_THROW(readFile(file, 4), FileError);
 }
 
-TEST(CreatePrivateFolders, MakesParentsPrivateAndLeavesExistingOnesAlone) {
+TEST(CreatePrivateFolders, CreatesPrivateParentsAndLeavesExistingFolders) {
     const TemporaryFolder folder;
     std::filesystem::permissions(folder.path(), std::filesystem::perms(0755));
     createPrivateFolders(folder / "a/b");

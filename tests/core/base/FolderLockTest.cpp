@@ -1,7 +1,9 @@
 #include "core/base/FolderLock.h"
 
 #include "core/base/Files.h"
+#include "tests/support/Failure.h"
 #include "tests/support/OrdinaryUser.h"
+#include "tests/support/Pipe.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <array>
@@ -12,38 +14,27 @@
 #include <sys/wait.h>
 
 using namespace tidemark;
+using test::Pipe;
 using test::TemporaryFolder;
 
 namespace {
-
-struct Pipe {
-    Pipe() {
-        std::array<int, 2> ends{};
-        if (::pipe(ends.data()) != 0)
-            throw std::runtime_error("no pipe");
-        reader = FileDescriptor(ends[0]);
-        writer = FileDescriptor(ends[1]);
-    }
-    FileDescriptor reader;
-    FileDescriptor writer;
-};
 
 char readByte(const FileDescriptor& file) {
     char byte = 0;
     return ::read(file.get(), &byte, 1) == 1 ? byte : '\0';
 }
 
-/// A process that waits for the start, tries to take the folder, tells how that went, and lives
-/// until it is killed.
+/// A process that waits for the start, tries to lock the folder, reports the result, and runs until
+/// it is killed.
 pid_t startContender(const std::filesystem::path& folder, Pipe& start, Pipe& outcome) {
     const pid_t child = ::fork();
     if (child != 0)
         return child;
-    start.writer.reset();
-    readByte(start.reader);
+    start.writing.reset();
+    readByte(start.reading);
     const auto lock = FolderLock::take(folder);
-    const char told = lock ? '+' : '-';
-    if (::write(outcome.writer.get(), &told, 1) != 1)
+    const char result = lock ? '+' : '-';
+    if (::write(outcome.writing.get(), &result, 1) != 1)
         ::_exit(1);
     while (true)
         ::pause();
@@ -56,23 +47,23 @@ void killAndWait(pid_t child) {
 
 } // namespace
 
-TEST(FolderLock, OneOfTwoProcessesTakesAFolderAndAKilledOneFreesIt) {
+TEST(FolderLock, IsHeldByOneProcessUntilThatIsKilled) {
     const TemporaryFolder folder;
     for (int round = 0; round < 50; ++round) {
         Pipe start;
         Pipe outcome;
         const std::array contenders{startContender(folder.path(), start, outcome),
                                     startContender(folder.path(), start, outcome)};
-        start.writer.reset();
-        const std::string told{readByte(outcome.reader), readByte(outcome.reader)};
-        EXPECT_TRUE(told == "+-" || told == "-+") << told << " in round " << round;
+        start.writing.reset();
+        const std::string result{readByte(outcome.reading), readByte(outcome.reading)};
+        EXPECT_TRUE(result == "+-" || result == "-+") << result << " in round " << round;
         for (const pid_t contender : contenders)
             killAndWait(contender);
     }
     EXPECT_TRUE(FolderLock::take(folder.path()));
 }
 
-TEST(FolderLock, SaysWhoHasTheFolderUntilItIsFree) {
+TEST(FolderLock, ReportsTheHolderUntilItIsReleased) {
     const TemporaryFolder folder;
     auto lock = FolderLock::take(folder.path());
     ASSERT_TRUE(lock);
@@ -95,7 +86,7 @@ TEST(FolderLock, SaysWhoHasTheFolderUntilItIsFree) {
     EXPECT_TRUE(FolderLock::take(folder.path()));
 }
 
-TEST(FolderLock, ARunProgramDoesNotInheritIt) {
+TEST(FolderLock, IsNotInheritedByStartedPrograms) {
     const TemporaryFolder folder;
     Pipe alive;
     pid_t child = 0;
@@ -104,24 +95,20 @@ TEST(FolderLock, ARunProgramDoesNotInheritIt) {
         ASSERT_TRUE(lock);
         child = ::fork();
         if (child == 0) {
-            ::dup2(alive.writer.get(), STDOUT_FILENO);
+            ::dup2(alive.writing.get(), STDOUT_FILENO);
             ::execl("/bin/sh", "sh", "-c", "echo; exec sleep 100", nullptr);
             ::_exit(127);
         }
-        EXPECT_EQ(readByte(alive.reader), '\n');
+        EXPECT_EQ(readByte(alive.reading), '\n');
     }
     EXPECT_TRUE(FolderLock::take(folder.path()));
     killAndWait(child);
 }
 
-TEST(FolderLock, RefusesAFolderItCannotLockInOneSentence) {
+TEST(FolderLock, FailsWithOneSentenceForAFolderItCannotLock) {
     const TemporaryFolder folder;
-    const auto sentence = [](const std::filesystem::path& path) -> std::string {
-        try {
-            return FolderLock::take(path) ? "taken" : "held";
-        } catch (const FileError& error) {
-            return error.what();
-        }
+    const auto sentence = [](const std::filesystem::path& path) {
+        return test::failureOf([&] { static_cast<void>(FolderLock::take(path)); });
     };
     const std::string start = folder.path().native();
     EXPECT_EQ(sentence(folder / "missing"),

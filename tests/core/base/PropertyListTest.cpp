@@ -54,7 +54,7 @@ const Dictionary& everyTypeRead() {
     return values;
 }
 
-/// A binary list of two objects: a dictionary of the one key that the second object is.
+/// A binary list of a dictionary with one key, given as the bytes of its object.
 std::string keyed(std::string key) {
     return assembledList({"\xD1\1\2"s, std::move(key), "\x09"s});
 }
@@ -74,7 +74,7 @@ TEST(PropertyList, ReadsEveryTypeInBothForms) {
     }
 }
 
-TEST(PropertyList, ReadsRealsAlikeUnderALocaleWithADecimalComma) {
+TEST(PropertyList, ReadsRealsUnderALocaleWithADecimalComma) {
     const std::string before = std::setlocale(LC_ALL, nullptr);
     const char* comma = nullptr;
     for (const char* name : {"de_DE.UTF-8", "fr_FR.UTF-8", "de_DE.utf8"})
@@ -86,7 +86,7 @@ TEST(PropertyList, ReadsRealsAlikeUnderALocaleWithADecimalComma) {
     EXPECT_EQ(list, Value{1.5});
 }
 
-TEST(PropertyList, CutAnywhereIsAnErrorOrTheWholeList) {
+TEST(PropertyList, IsAnErrorOrCompleteWhenTruncated) {
     const Value whole{everyTypeRead()};
     for (const auto& bytes : {xmlList(everyType), binaryList(everyType)}) {
         for (std::size_t length = 0; length < bytes.size(); ++length) {
@@ -96,7 +96,7 @@ TEST(PropertyList, CutAnywhereIsAnErrorOrTheWholeList) {
     }
 }
 
-TEST(PropertyList, AnyDamagedByteIsSurvived) {
+TEST(PropertyList, SurvivesAnyDamagedByte) {
     for (const auto& bytes : {xmlList(everyType), binaryList(everyType)})
         for (std::size_t place = 0; place < bytes.size(); ++place)
             for (const char damage : {'\0', '<', '"', '\x13', '\xA1', '\xFF'}) {
@@ -106,7 +106,7 @@ TEST(PropertyList, AnyDamagedByteIsSurvived) {
             }
 }
 
-TEST(PropertyList, RefusesWhatWouldExhaustTheStackOrTheMemory) {
+TEST(PropertyList, RefusesListsThatExhaustTheStackOrTheMemory) {
     constexpr auto depth = PropertyList::maximumDepth;
     EXPECT_TRUE(parse(test::nestedXml(depth)));
     EXPECT_TRUE(parse(test::nestedBinary(depth)));
@@ -148,7 +148,7 @@ TEST(PropertyList, RefusesWhatWouldExhaustTheStackOrTheMemory) {
     }
 }
 
-TEST(PropertyList, DepthIsNotHiddenByQuotesCommentsOrDeclarations) {
+TEST(PropertyList, SeesTheDepthBehindQuotesCommentsAndDeclarations) {
     std::string elements;
     for (int i = 0; i < 5'000; ++i)
         elements += "<array a=\"</array>\"><!-- </array> --><?x </array> \"?>\" ?>";
@@ -157,7 +157,7 @@ TEST(PropertyList, DepthIsNotHiddenByQuotesCommentsOrDeclarations) {
         EXPECT_EQ(parse(bytes), std::unexpected(Failure::beyondLimits));
 }
 
-TEST(PropertyList, RefusesBrokenOutlines) {
+TEST(PropertyList, RefusesDamagedStructures) {
     std::string liar = binaryList("<array><string>text</string></array>");
     std::vector<std::pair<std::string, std::string>> refused{
         {"empty", ""},
@@ -173,7 +173,8 @@ TEST(PropertyList, RefusesBrokenOutlines) {
         {"a key with a NUL, which libplist aborts on", keyed("\x62\0a\0\0"s)},
         {"a NUL in XML", xmlList("<string>a\0b</string>"s)},
     };
-    // The trailer: sizes of offsets and references, number of objects, root, place of the table.
+    // The fields of the trailer: sizes of offsets and references, number of objects, root, offset
+    // of the table.
     for (const std::size_t back : {26U, 25U, 24U, 16U, 8U})
         for (const char value : {'\0', '\x7F', '\xFF'}) {
             std::string changed = liar;
@@ -185,7 +186,7 @@ TEST(PropertyList, RefusesBrokenOutlines) {
         EXPECT_FALSE(parse(bytes)) << name;
 }
 
-TEST(PropertyList, TextThatIsNoUtf8BecomesText) {
+TEST(PropertyList, ConvertsTextThatIsNotUtf8) {
     const auto list = parse(assembledList({"\xD1\1\2"s, "\x51\xFF"s,
                                            "\x52"
                                            "a\xE9"s}));
@@ -195,7 +196,7 @@ TEST(PropertyList, TextThatIsNoUtf8BecomesText) {
                                         "E9"s}}}}));
 }
 
-TEST(PropertyList, AgreesWithTheCorpusOfAnotherWriter) {
+TEST(PropertyList, ReadsTheCorpusOfAnotherWriter) {
     const std::filesystem::path corpus = TIDEMARK_FIXTURES "/property-lists";
     const auto read = [](const std::filesystem::path& file) { return parse(test::contents(file)); };
     for (const std::string name : {"bundle", "definition"}) {

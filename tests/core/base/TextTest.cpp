@@ -15,7 +15,7 @@
 
 using namespace tidemark;
 
-TEST(Text, CountsBytesInDecimalUnits) {
+TEST(Text, FormatsBytesInDecimalUnits) {
     const std::pair<std::int64_t, const char*> cases[] = {
         {0, "Zero KB"},
         {1, "1 byte"},
@@ -58,7 +58,7 @@ TEST(Text, WritesDoublesShortly) {
         EXPECT_EQ(shortestText(value), text);
 }
 
-TEST(Text, TakesPathsApart) {
+TEST(Text, SplitsPaths) {
     const std::map<std::string, std::string> lastComponents = {
         {"/a/.Trash", ".Trash"},
         {"/a/.Trash/", ".Trash"},
@@ -75,7 +75,7 @@ TEST(Text, TakesPathsApart) {
         EXPECT_FALSE(isBelow(other, "/a")) << other;
 }
 
-TEST(Text, TrimsAllOfUnicodesWhiteSpace) {
+TEST(Text, TrimsUnicodeWhiteSpace) {
     const std::pair<std::string, std::string> cases[] = {
         {" \t\r\n a b \u00A0\u3000\u2028", "a b"},
         {"\u200Ba\u200B", "\u200Ba\u200B"},
@@ -87,7 +87,7 @@ TEST(Text, TrimsAllOfUnicodesWhiteSpace) {
         EXPECT_EQ(trimmed(text), expected);
 }
 
-TEST(Text, KeepsBrokenNamesApart) {
+TEST(Text, KeepsDifferentInvalidNamesDifferent) {
     const std::pair<std::string, std::string> cases[] = {
         {"é.txt", "é.txt"},
         {"\xE9.txt", "\uFFFD"
@@ -108,7 +108,7 @@ TEST(Text, KeepsBrokenNamesApart) {
     EXPECT_EQ(texts.size(), std::size(cases));
 }
 
-TEST(Text, PutsAnythingOnOneLine) {
+TEST(Text, ReplacesCharactersThatAreNotPrintable) {
     EXPECT_EQ(oneLine("a\nb\r\x1B[31m\x7F\u0085\u2028\u2029é\xFF"),
               "a\uFFFDb\uFFFD\uFFFD[31m\uFFFD\uFFFD\uFFFD\uFFFDé\uFFFD");
     EXPECT_EQ(oneLine("\u202Egnp.exe\u202A\u202F\u2065\u2066\u2069\u206A\u200F"),
@@ -184,8 +184,8 @@ TEST(PhraseSearch, FindsAPhraseInAnyCaseAndForm) {
         EXPECT_EQ(PhraseSearch(phrase).isIn(text), found) << phrase << " in " << text;
 }
 
-TEST(PhraseSearch, FoldsPlainTextsAsItFoldsAll) {
-    // The emoji makes a text one that needs the whole of Unicode.
+TEST(PhraseSearch, FoldsPlainTextsLikeAllOthers) {
+    // With the emoji, the text is folded by the full Unicode rules.
     const auto encoded = [](std::uint32_t c) {
         return c < 0x80 ? std::string{static_cast<char>(c)}
                         : std::string{static_cast<char>(0xC0 | c >> 6),
@@ -202,7 +202,7 @@ TEST(PhraseSearch, FoldsPlainTextsAsItFoldsAll) {
         EXPECT_TRUE(PhraseSearch(encoded(c)).isIn("😀" + encoded(c))) << c;
 }
 
-TEST(Characters, AreCountedAsPeopleDo) {
+TEST(Characters, AreGraphemeClusters) {
     const std::tuple<std::string, std::size_t, std::string> cases[] = {
         {"", 3, ""},
         {"abc", 3, "abc"},
@@ -217,7 +217,7 @@ TEST(Characters, AreCountedAsPeopleDo) {
         EXPECT_EQ(firstCharacters(text, count), first) << text;
 }
 
-TEST(Collation, OrdersNamesAsPeopleDo) {
+TEST(Collation, SortsNumbersInNamesByValue) {
     const Collation collation;
     EXPECT_LT(collation.compare("File 2", "File 10"), 0);
     EXPECT_EQ(collation.compare("same", "same"), 0);

@@ -19,8 +19,7 @@ namespace {
 
 MetadataReport cellarReport(const fs::path& cellar, double secondsPerLook = 0,
                             const std::stop_token& stop = {}) {
-    ManualClock clock;
-    clock.readingStep = secondsPerLook;
+    ManualClock clock(secondsPerLook);
     return AdditionalObservations::collect(true, false, {}, "/nowhere", clock, stop, {cellar})
         .at(0);
 }
@@ -45,7 +44,7 @@ MetadataReport failed(const fs::path& scope) {
 
 } // namespace
 
-TEST(AdditionalObservations, ReportsComeCellarsFirstThenDiagnosticsThenFiles) {
+TEST(AdditionalObservations, ReportsCellarsThenDiagnosticsThenFiles) {
     const TemporaryFolder folder;
     ManualClock clock;
     const auto reports =
@@ -53,7 +52,7 @@ TEST(AdditionalObservations, ReportsComeCellarsFirstThenDiagnosticsThenFiles) {
                                         clock, {}, {folder / "two", folder / "one"});
     std::vector<std::string> scopes;
     for (const auto& report : reports) {
-        EXPECT_EQ(report, (MetadataReport{report.scope, {}, true, {}})) << "nothing is there";
+        EXPECT_EQ(report, (MetadataReport{report.scope, {}, true, {}})) << "nothing exists there";
         scopes.push_back(report.scope.substr(folder.path().native().size() + 1));
     }
     EXPECT_EQ(scopes, (std::vector<std::string>{"two", "one", "home/Library/Logs/DiagnosticReports",
@@ -82,7 +81,7 @@ TEST(AdditionalObservations, ListsInstalledVersionsOfFormulas) {
                             {kind, root + "/wget", "wget", {}, {}, {}, ".hidden, 1.10, 1.9"}}));
 }
 
-TEST(AdditionalObservations, AnIncompleteListingReportsNothing) {
+TEST(AdditionalObservations, ReportsNothingFromAnIncompleteListing) {
     const TemporaryFolder folder;
     folder.makeFolder("cellar/wget/1");
     folder.makeFolder("cellar/curl/1");
@@ -101,7 +100,8 @@ TEST(AdditionalObservations, AnIncompleteListingReportsNothing) {
         EXPECT_EQ(cellarReport(folder / name), failed(folder / name));
     EXPECT_EQ(cellarReport(folder / "link/"), failed(folder / "link/"));
 
-    // Five looks at the time: before the listing, at each formula and at each of its versions.
+    // The clock is read five times: before the listing, at each formula and at each of its
+    // versions.
     EXPECT_TRUE(cellarReport(folder / "cellar", 0.6).complete);
     EXPECT_EQ(cellarReport(folder / "cellar", 0.61), failed(folder / "cellar"));
     std::stop_source stop;
@@ -109,7 +109,7 @@ TEST(AdditionalObservations, AnIncompleteListingReportsNothing) {
     EXPECT_EQ(cellarReport(folder / "cellar", 0, stop.get_token()), failed(folder / "cellar"));
 }
 
-TEST(AdditionalObservations, ReadsWhatTheNameOfADiagnosticReportSays) {
+TEST(AdditionalObservations, ReadsTheNameOfADiagnosticReport) {
     const TemporaryFolder home;
     const fs::path reports = "Library/Logs/DiagnosticReports";
     struct Case {
@@ -147,7 +147,7 @@ TEST(AdditionalObservations, ReadsWhatTheNameOfADiagnosticReportSays) {
     EXPECT_EQ(report.items->at(4).value, "spin");
 }
 
-TEST(AdditionalObservations, KeepsTheDigestOfAConfigurationFile) {
+TEST(AdditionalObservations, ReportsTheDigestOfAConfigurationFile) {
     const TemporaryFolder folder;
     const std::string largest(AdditionalObservations::largestConfiguration, 'x');
     const auto file = folder.write(".zshrc", largest);
@@ -170,7 +170,7 @@ TEST(AdditionalObservations, KeepsTheDigestOfAConfigurationFile) {
                                             Sha256::hex(largest)}}));
 }
 
-TEST(AdditionalObservations, TellsWhyAConfigurationFileWasNotRead) {
+TEST(AdditionalObservations, ReportsWhyAConfigurationFileWasNotRead) {
     const TemporaryFolder folder;
     const auto file = folder.write("file", "text");
     fs::create_symlink(file, folder / "link");
@@ -196,7 +196,7 @@ TEST(AdditionalObservations, TellsWhyAConfigurationFileWasNotRead) {
         const std::string path = (folder / name).native();
         EXPECT_EQ(configurationReport(path), (MetadataReport{path, {}, false, issue + path}));
     }
-    // A file of the system that says it is empty and gives megabytes.
+    // A system file whose status has size 0 but whose content is several megabytes.
     const std::string endless = "/proc/kallsyms";
     if (test::contents(endless).size() > AdditionalObservations::largestConfiguration) {
         EXPECT_EQ(configurationReport(endless).issue, cases[6].second + endless);

@@ -1,9 +1,9 @@
 #include "core/capture/ApplicationsCollector.h"
 
 #include "core/capture/RootReading.h"
+#include "tests/support/ManualClock.h"
 #include "tests/support/OrdinaryUser.h"
 #include "tests/support/PropertyLists.h"
-#include "tests/support/SteppingClock.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
@@ -11,7 +11,7 @@
 
 using namespace tidemark;
 using test::binaryList;
-using test::SteppingClock;
+using test::ManualClock;
 using test::TemporaryFolder;
 using test::xmlList;
 
@@ -30,7 +30,7 @@ fs::path makeBundle(const TemporaryFolder& folder, const std::string& path,
 }
 
 Inventory<Application> collected(const fs::path& root, const std::stop_token& stop = {}) {
-    SteppingClock clock;
+    ManualClock clock;
     return ApplicationsCollector::collect({root}, clock, stop);
 }
 
@@ -91,7 +91,7 @@ TEST(ApplicationsCollector, ReadsTheFieldsOfABundleInBothForms) {
                 && inventory.excludedPaths.empty());
 }
 
-TEST(ApplicationsCollector, WalksFourLevelsAndNeverIntoABundleOrAHiddenFolder) {
+TEST(ApplicationsCollector, WalksFourLevelsExceptBundlesAndHiddenFolders) {
     const TemporaryFolder folder;
     makeBundle(folder, "1/2/3/4/Deep.app");
     makeBundle(folder, "1/2/3/4/5/Deeper.app");
@@ -113,7 +113,7 @@ TEST(ApplicationsCollector, WalksFourLevelsAndNeverIntoABundleOrAHiddenFolder) {
     EXPECT_EQ(inventory.roots.size(), 1U);
 }
 
-TEST(ApplicationsCollector, FollowsTheLinkOfTheRootAndNoOther) {
+TEST(ApplicationsCollector, FollowsOnlyTheLinkOfTheRoot) {
     const TemporaryFolder folder;
     const auto bundle = makeBundle(folder, "real/A.app");
     makeBundle(folder, "elsewhere/B.app");
@@ -132,7 +132,7 @@ TEST(ApplicationsCollector, FollowsTheLinkOfTheRootAndNoOther) {
                                        "are not followed outside the selected folder."});
 }
 
-TEST(ApplicationsCollector, CountsBundlesThatTellNothing) {
+TEST(ApplicationsCollector, CountsBundlesWithoutReadableMetadata) {
     const TemporaryFolder folder;
     const std::string good = xmlList(bundleElements("com.example"));
     const auto list = folder.write("elsewhere/Contents/Info.plist", good);
@@ -186,7 +186,7 @@ TEST(ApplicationsCollector, ReadsTheOneApplicationInAWrapper) {
     EXPECT_EQ(inventory.issues, unreadable(4));
 }
 
-TEST(ApplicationsCollector, AMissingRootIsCompleteAndEmptyAndAnyOtherFailureIsNot) {
+TEST(ApplicationsCollector, TakesAMissingRootAsEmptyAndOtherFailuresAsIncomplete) {
     const TemporaryFolder folder;
     folder.write("file", "");
     fs::create_symlink("/nowhere", folder / "dangling");
@@ -211,13 +211,13 @@ TEST(ApplicationsCollector, AMissingRootIsCompleteAndEmptyAndAnyOtherFailureIsNo
     EXPECT_EQ(pathsBelow(collected(folder / "partly"), folder), "partly/A.app");
 }
 
-TEST(ApplicationsCollector, GivesUpARootAfterEightSecondsOrWhenStopped) {
+TEST(ApplicationsCollector, StopsReadingARootAfterEightSecondsOrWhenStopped) {
     const TemporaryFolder folder;
     for (const char* name : {"1/A.app", "1/B.app", "1/C.app", "1/D.app", "2/A.app"})
         makeBundle(folder, name);
-    // Looks at the clock: once for the deadline, then before each folder and each item.
+    // The clock is read once for the deadline, then before each folder and each item.
     const auto foundWith = [&](double secondsPerLook) {
-        SteppingClock clock(secondsPerLook);
+        ManualClock clock(secondsPerLook);
         return ApplicationsCollector::collect({folder / "1", folder / "2"}, clock);
     };
     EXPECT_EQ(pathsBelow(foundWith(1.6), folder), "1/A.app 1/B.app 1/C.app 1/D.app 2/A.app");
@@ -232,7 +232,7 @@ TEST(ApplicationsCollector, GivesUpARootAfterEightSecondsOrWhenStopped) {
     EXPECT_EQ(stopped.issues, incomplete(folder / "missing"));
 }
 
-TEST(ApplicationsCollector, ARootWithTooManyExclusionsIsIncompleteAndListsNone) {
+TEST(ApplicationsCollector, MarksARootWithTooManyExclusionsAsIncomplete) {
     const TemporaryFolder folder;
     makeBundle(folder, "1/!.app");
     for (std::size_t i = 0; i <= RootReading::mostExcludedPaths; ++i)
@@ -242,21 +242,21 @@ TEST(ApplicationsCollector, ARootWithTooManyExclusionsIsIncompleteAndListsNone) 
     EXPECT_EQ(inventory.incompleteRoots, std::set{(folder / "1").native()});
     EXPECT_TRUE(inventory.excludedPaths.empty());
     EXPECT_EQ(pathsBelow(inventory, folder), "1/!.app");
-    SteppingClock clock(3);
+    ManualClock clock(3);
     EXPECT_TRUE(ApplicationsCollector::collect({folder / "1"}, clock).items.empty())
-        << "the listing alone took all the time";
+        << "the listing took all the time";
 
     fs::remove(folder / "1/0");
     EXPECT_EQ(collected(folder / "1").excludedPaths.size(), RootReading::mostExcludedPaths);
 }
 
-TEST(ApplicationsCollector, TakesAnyNameAndReportsOverlappingRootsTwice) {
+TEST(ApplicationsCollector, ReadsAnyNameAndReportsOverlappingRootsTwice) {
     const TemporaryFolder folder;
     const std::string longest(251, 'x');
     for (const std::string& name : {std::string("a\nb"), std::string("\xFF\xFE"), longest})
         makeBundle(folder, "inner/" + name + ".app");
 
-    SteppingClock clock;
+    ManualClock clock;
     const auto inventory = ApplicationsCollector::collect({folder / "inner", folder.path()}, clock);
 
     const std::string twice[] = {"a\nb", longest,
@@ -272,7 +272,7 @@ TEST(ApplicationsCollector, TakesAnyNameAndReportsOverlappingRootsTwice) {
     EXPECT_TRUE(inventory.issues.empty());
 }
 
-TEST(ApplicationsCollector, AnotherFormatJoinsWithoutTheWalkKnowing) {
+TEST(ApplicationsCollector, ReadsAnotherFormat) {
     const TemporaryFolder folder;
     makeBundle(folder, "A.app");
     folder.write("tools/b.desktop", "[Desktop Entry]");
@@ -290,7 +290,7 @@ TEST(ApplicationsCollector, AnotherFormatJoinsWithoutTheWalkKnowing) {
                                               .modified = {}});
          }},
     };
-    SteppingClock clock;
+    ManualClock clock;
     const auto inventory = ApplicationsCollector::collect({folder.path()}, clock, {}, formats);
     ASSERT_EQ(pathsBelow(inventory, folder), "A.app tools/b.desktop");
     EXPECT_EQ(inventory.items[1]->bundleID, "[Desktop Entry]");

@@ -1,17 +1,17 @@
 #include "core/capture/BackgroundCollector.h"
 
 #include "core/base/JsonEncoder.h"
-#include "core/capture/RootReading.h"
+#include "tests/support/Contains.h"
+#include "tests/support/ManualClock.h"
 #include "tests/support/OrdinaryUser.h"
 #include "tests/support/PropertyLists.h"
-#include "tests/support/SteppingClock.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
 using namespace tidemark;
-using test::SteppingClock;
+using test::ManualClock;
 using test::TemporaryFolder;
 using test::xmlList;
 using Kind = BackgroundItem::Kind;
@@ -30,7 +30,7 @@ std::string program(const std::string& path) {
 
 Inventory<BackgroundItem> collected(const std::vector<BackgroundRoot>& roots,
                                     const std::vector<Shared<Application>>& apps = {}) {
-    SteppingClock clock;
+    ManualClock clock;
     return BackgroundCollector::collect(roots, apps, clock);
 }
 
@@ -45,7 +45,7 @@ Shared<Application> application(const std::string& identifier, const std::string
 
 } // namespace
 
-TEST(BackgroundCollector, TellsDefinitionsFromLinksEmptyListsAndBrokenFiles) {
+TEST(BackgroundCollector, SkipsLinksEmptyListsAndDamagedFiles) {
     const TemporaryFolder folder;
     const auto good = folder.write("agents/b.plist", definition("com.example.b"));
     folder.write("agents/a.plist", test::binaryList("<dict><key>Label</key><string>com.example.a"
@@ -95,7 +95,7 @@ TEST(BackgroundCollector, TellsDefinitionsFromLinksEmptyListsAndBrokenFiles) {
     EXPECT_EQ(inventory.roots.size(), 2U);
 }
 
-TEST(BackgroundCollector, OnlyAMissingRootIsReadWithoutBeingThere) {
+TEST(BackgroundCollector, TakesAMissingRootAsEmptyAndOtherFailuresAsIncomplete) {
     const TemporaryFolder folder;
     folder.write("closed/a.plist", definition("a"));
     folder.write("open/secret.plist", definition("a"));
@@ -113,13 +113,13 @@ TEST(BackgroundCollector, OnlyAMissingRootIsReadWithoutBeingThere) {
     EXPECT_EQ(open.roots.size(), 1U);
 }
 
-TEST(BackgroundCollector, GivesUpARootAfterEightSecondsOrWhenStopped) {
+TEST(BackgroundCollector, StopsReadingARootAfterEightSecondsOrWhenStopped) {
     const TemporaryFolder folder;
     for (const char* name : {"1/a.plist", "1/b.plist", "1/c.plist", "2/a.plist"})
         folder.write(name, definition("x"));
-    // Looks at the clock: for the deadline, then before the listing and each definition.
+    // The clock is read for the deadline, then before the listing and each definition.
     const auto found = [&](double secondsPerLook, const std::stop_token& stop = {}) {
-        SteppingClock clock(secondsPerLook);
+        ManualClock clock(secondsPerLook);
         return BackgroundCollector::collect(
             {{folder / "1", Kind::agent}, {folder / "2", Kind::agent}}, {}, clock, stop);
     };
@@ -153,7 +153,7 @@ TEST(BackgroundCollector, ReadsAFileWithManyNamesOnce) {
                             },
                             /*isReadByContent=*/true};
     const auto found = [&] {
-        SteppingClock clock;
+        ManualClock clock;
         std::string list;
         for (const auto& item : BackgroundCollector::collect({{folder.path(), Kind::agent}}, {},
                                                              clock, {}, {&format, 1})
@@ -168,16 +168,7 @@ TEST(BackgroundCollector, ReadsAFileWithManyNamesOnce) {
     EXPECT_EQ(reads, 5);
 }
 
-TEST(BackgroundCollector, ARootWithTooManyExclusionsIsIncompleteAndListsNone) {
-    const TemporaryFolder folder;
-    for (std::size_t i = 0; i <= RootReading::mostExcludedPaths; ++i)
-        fs::create_symlink("/nowhere", folder / (std::to_string(i) + ".plist"));
-    const auto inventory = collected({{folder.path(), Kind::agent}});
-    EXPECT_EQ(inventory.issues, cannotRead(folder.path()));
-    EXPECT_TRUE(inventory.excludedPaths.empty());
-}
-
-TEST(BackgroundCollector, TakesTheProgramOrTheFirstOfTextArguments) {
+TEST(BackgroundCollector, ReadsTheProgramOrTheFirstArgument) {
     const auto arguments = [](const std::string& elements) {
         return "<key>ProgramArguments</key><array>" + elements + "</array>";
     };
@@ -197,7 +188,7 @@ TEST(BackgroundCollector, TakesTheProgramOrTheFirstOfTextArguments) {
     }
 }
 
-TEST(BackgroundCollector, AssociatesByPlaceThenByNameAndNeverByAGuess) {
+TEST(BackgroundCollector, AssociatesItemsByPlaceThenByName) {
     const auto app = application("com.example.app", "/Apps/A.app");
     const auto other = application("com.other", "/Apps/B.app");
     const auto nested = application("com.nested", "/Apps/A.app/Contents/N.app");
@@ -252,8 +243,8 @@ TEST(BackgroundCollector, StoresNoValueOfADefinition) {
                                        "</string><string>secret-argument</string></array>"));
     const auto inventory = collected({{folder.path(), Kind::agent}});
     const std::string stored = json::encoded(inventory.items);
-    EXPECT_EQ(stored.find("secret"), std::string::npos) << stored;
-    EXPECT_EQ(stored.find("c2VjcmV0"), std::string::npos) << stored;
+    EXPECT_FALSE(test::contains(stored, "secret"));
+    EXPECT_FALSE(test::contains(stored, "c2VjcmV0"));
     EXPECT_EQ(inventory.items.at(0)->definitionFingerprints->size(),
               BackgroundDefinition::keys.size() - 1);
 }

@@ -35,7 +35,7 @@ std::vector<std::string> changes(const std::string& before, const std::string& a
 
 } // namespace
 
-TEST(BackgroundDefinition, ShowsOnlySafeSettings) {
+TEST(BackgroundDefinition, KeepsOnlySafeSettings) {
     const auto shown = [](const std::string& key, const std::string& value) {
         const auto all = BackgroundDefinition::safeSettings(read("<key>" + key + "</key>" + value));
         const auto found = all.find(key);
@@ -68,7 +68,7 @@ TEST(BackgroundDefinition, ShowsOnlySafeSettings) {
                   {"Disabled", "No"}, {"KeepAlive", "No"}, {"RunAtLoad", "No"}}));
 }
 
-TEST(BackgroundDefinition, TakesDigestsOfOneNormalForm) {
+TEST(BackgroundDefinition, DigestsOneCanonicalForm) {
     // A stored digest is compared for years: the form below must never change.
     const std::tuple<const char*, std::string, const char*> cases[] = {
         {"Program", "<string>/bin/é\"</string>", R"(["/bin/é\""])"},

@@ -38,7 +38,8 @@ struct Observer : testing::Test {
     TemporaryFolder folder;
     ManualClock clock;
     ComponentStorageScanner scanner{"", 1'000'000, clock};
-    ObservationOptions options{std::vector<ApplicationRoot>{folder / "none"}, std::vector<BackgroundRoot>{}};
+    ObservationOptions options{std::vector<ApplicationRoot>{folder / "none"},
+                               std::vector<BackgroundRoot>{}};
     std::stop_source stopping;
     Lines phases;
     std::function<void(const std::string&)> onPhase = [](const auto&) {};
@@ -70,7 +71,7 @@ struct Observer : testing::Test {
         for (int i = 0; i < count; ++i)
             folder.write(in + "/" + std::to_string(i), "1");
     }
-    /// Such as "a +" for a phase that came through whole.
+    /// The phases of a capture, with " +" for complete and " -" for incomplete ones.
     static Lines timings(const Snapshot& snapshot) {
         Lines lines;
         for (const auto& timing : snapshot.scanTimings.value())
@@ -111,7 +112,7 @@ TEST_F(Observer, TakesRootsShortestFirstAndApplicationsLast) {
     EXPECT_EQ(snapshot.coverage.issues, Lines{});
     EXPECT_EQ(snapshot.coverage.notes, Lines{bundleNote});
     EXPECT_EQ(snapshot.coverage.excludedPaths, std::set<std::string>{});
-    EXPECT_EQ(snapshot.applications.size(), 1U) << "those of the inventory";
+    EXPECT_EQ(snapshot.applications.size(), 1U) << "from the inventory only";
 
     const auto bundle = [&](const std::string& path) {
         return path + " " + std::to_string(fs::file_size(folder / path / "Contents/Info.plist"));
@@ -126,7 +127,7 @@ TEST_F(Observer, TakesRootsShortestFirstAndApplicationsLast) {
     EXPECT_TRUE(snapshot.freeBytes && snapshot.volumeContext);
 }
 
-TEST_F(Observer, CallsTheTrashOfADesktopByItsName) {
+TEST_F(Observer, NamesTheTrashOfADesktop) {
     measure({".local/share/Trash/files"});
     const Snapshot snapshot = capture(&scanner);
     EXPECT_EQ(phases.at(1), "Scanning Trash…");
@@ -134,7 +135,7 @@ TEST_F(Observer, CallsTheTrashOfADesktopByItsName) {
     EXPECT_EQ(snapshot.folderStorage->at(0).name, "Trash");
 }
 
-TEST_F(Observer, NoRootSpeaksForANestedOneThatCouldNotBeRead) {
+TEST_F(Observer, ExcludesANestedRootThatCouldNotBeRead) {
     writeBundle("outer/.inner/One.app");
     writeBundle("home/Two.app");
     writeAgent("outer/.inner/a");
@@ -155,10 +156,10 @@ TEST_F(Observer, NoRootSpeaksForANestedOneThatCouldNotBeRead) {
     EXPECT_EQ(after.coverage.excludedPaths, std::set{(folder / "outer/.inner").native()});
     EXPECT_EQ(test::summary(DiffEngine::compare(before, after)),
               "backgroundRemoved " + (folder / "home/agents/b.plist").native())
-        << "an incomplete folder of applications silences no folder of definitions in it";
+        << "an incomplete folder of applications does not exclude a folder of definitions in it";
 }
 
-TEST_F(Observer, WithoutAScannerWalksEachRootWhole) {
+TEST_F(Observer, WalksEachRootInOneGoWithoutAScanner) {
     writeBundle("Applications/One.app");
     folder.write("a/sub/file", "12345");
     folder.write("f", "1");
@@ -180,7 +181,7 @@ TEST_F(Observer, WithoutAScannerWalksEachRootWhole) {
     EXPECT_EQ(timings(capture(&scanner)), Lines{inventoryPhase + " +"});
 }
 
-TEST_F(Observer, RecordsTheSumOfTooManyFilesAndSaysSo) {
+TEST_F(Observer, RecordsOnlyTheSumOfTooManyFiles) {
     const Lines note{"Storage · a: The folder has more than 10,000 files of its own. Their total "
                      "size is recorded, but not their names."};
     writeFiles("a", 10'000);
@@ -199,7 +200,7 @@ TEST_F(Observer, RecordsTheSumOfTooManyFilesAndSaysSo) {
     }
 }
 
-TEST_F(Observer, ThePlainInventoryMeasuresSmallRootsInTheOrderGiven) {
+TEST_F(Observer, MeasuresSmallRootsInThePlainInventory) {
     folder.write("long/file", "123");
     writeFiles("a", 40);
     measure({"long", "a", "missing"});
@@ -224,7 +225,7 @@ TEST_F(Observer, ThePlainInventoryMeasuresSmallRootsInTheOrderGiven) {
               "Storage · long: The scan was cancelled. No size comparison was made.");
 }
 
-TEST_F(Observer, RootsShareTheBudget) {
+TEST_F(Observer, SharesTheBudgetAmongRoots) {
     for (const char* name : {"a", "b", "c", "d", "e"})
         writeFiles(name, 100);
     measure({"a", "b", "c", "d", "e"});
@@ -243,7 +244,7 @@ TEST_F(Observer, RootsShareTheBudget) {
     EXPECT_EQ(timings(snapshot), (Lines{inventoryPhase + " +", "a -", "b -", "c -", "d -", "e -"}));
 }
 
-TEST_F(Observer, ByChildFoldersTellsWhatIsMissingAndGoesOnNextTime) {
+TEST_F(Observer, ReportsUnmeasuredChildFoldersAndContinuesNextTime) {
     writeFiles("root/large", 100);
     folder.write("root/small/file", "123");
     measure({"root"});
@@ -264,7 +265,7 @@ TEST_F(Observer, ByChildFoldersTellsWhatIsMissingAndGoesOnNextTime) {
     EXPECT_EQ(third.coverage.issues, Lines{"Storage · root: " + awaitingRefresh});
 }
 
-TEST_F(Observer, AnApplicationsFolderWithoutBundlesIsMeasuredAsAnyOther) {
+TEST_F(Observer, MeasuresAnApplicationsFolderWithoutBundlesAsAFolder) {
     folder.write("data/Applications/file", "123");
     folder.write("programs/file", "12");
     writeBundle("Applications/One.app");
@@ -284,7 +285,7 @@ TEST_F(Observer, AnApplicationsFolderWithoutBundlesIsMeasuredAsAnyOther) {
                     "preserved; no partial total is compared."});
 }
 
-TEST_F(Observer, AFailedSaveOfMeasurementsIsReported) {
+TEST_F(Observer, ReportsAFailedSaveOfMeasurements) {
     ComponentStorageScanner failing(folder.write("file", "1") / "records.json", 1'000'000, clock);
     folder.write("a/sub/file", "1");
     measure({"a"});
@@ -296,7 +297,7 @@ TEST_F(Observer, AFailedSaveOfMeasurementsIsReported) {
     EXPECT_EQ(sizes(snapshot), Lines{"a 1"});
 }
 
-TEST_F(Observer, WithoutTimeLeftBundlesAreReportedAsTheyAreKnown) {
+TEST_F(Observer, ReportsKnownBundleSizesWithoutTimeLeft) {
     writeBundle("Applications/One.app");
     measure({"Applications", "a"});
     capture(&scanner);
@@ -318,7 +319,7 @@ TEST_F(Observer, WithoutTimeLeftBundlesAreReportedAsTheyAreKnown) {
     EXPECT_EQ(snapshot.applicationStorage->records.size(), 2U);
 }
 
-TEST_F(Observer, AStoredFileThatCannotBeReadCostsSizesAndNothingElse) {
+TEST_F(Observer, ContinuesWithoutSizesWhenTheirFileCannotBeRead) {
     const auto file = folder.write("records.json", "{ broken");
     ComponentStorageScanner failing(file, 1'000'000, clock);
     folder.write("f", "1");
@@ -345,7 +346,7 @@ TEST_F(Observer, AStoredFileThatCannotBeReadCostsSizesAndNothingElse) {
     EXPECT_EQ(test::contents(file), "{ broken");
 }
 
-TEST_F(Observer, EndsEarlyInAnyPhase) {
+TEST_F(Observer, StopsInAnyPhase) {
     writeBundle("Applications/One.app");
     folder.write("a/sub/file", "1");
     folder.write("b/sub/file", "1");
@@ -375,7 +376,7 @@ TEST_F(Observer, EndsEarlyInAnyPhase) {
     }
 }
 
-TEST_F(Observer, AStoppedMeasurementIsResumedAndSharesNothingAfterwards) {
+TEST_F(Observer, ResumesAStoppedMeasurement) {
     writeFiles("root/large", 1500);
     folder.write("root/a/b/file", "1");
     measure({"root"});
@@ -389,7 +390,7 @@ TEST_F(Observer, AStoppedMeasurementIsResumedAndSharesNothingAfterwards) {
     EXPECT_EQ(stopped.coverage.issues, Lines{"Storage · root: " + measuredChildren("1 of 2")});
     const auto nested = StorageMeasurementItem::directory(folder / "root/a/b", Date{1});
     EXPECT_EQ(scanner.collect({nested}, 9, 0).records.at(0)->visitedEntries, 1)
-        << "the walk of its parent belonged to the capture";
+        << "sizes are shared only during a capture";
 
     stopping = {};
     clock.onPause = {};
@@ -398,7 +399,7 @@ TEST_F(Observer, AStoppedMeasurementIsResumedAndSharesNothingAfterwards) {
     EXPECT_LT(resumed.folderStorage->at(0).children.records.at(1)->visitedEntries, 1000);
 }
 
-TEST_F(Observer, TheScannerHasEndedTheCaptureWhenItIsSaved) {
+TEST_F(Observer, EndsTheScannersCaptureBeforeSaving) {
     folder.write("root/a/b/file", "1");
     measure({"root"});
     const auto nested = StorageMeasurementItem::directory(folder / "root/a/b", Date{1});

@@ -39,7 +39,7 @@ Json exported(const Event& event, bool keep) {
     return Json::parse(reportOf({event}).data(Format::json, keep)).at("events").at(0);
 }
 
-/// What a strict reader of Python's makes of a file, as the JSON that it prints.
+/// Evaluates a Python expression with `file`, a file of these bytes, and returns the result.
 Json readByPython(const std::string& expression, std::string_view bytes) {
     const test::TemporaryFolder folder;
     const std::string script = R"(
@@ -58,7 +58,7 @@ json.dump()" + expression + ", sys.stdout)";
     return Json::parse(output);
 }
 
-/// All keys of a tree, and the values of those that hold dates.
+/// Collects all keys of a tree and all values of keys with dates.
 void walk(const Json& node, std::set<std::string>& keys, std::set<std::string>& dates) {
     if (node.is_object())
         for (const auto& [key, value] : node.items()) {
@@ -93,7 +93,8 @@ constexpr const char* titles[] = {
     "bad \xFF\xC3(\xED\xA0\x80 end",
 };
 
-/// True when `text` holds bytes below U+0020, but for those in `allowed`, or U+007F to U+009F.
+/// True when `text` has control characters: below U+0020, except those in `allowed`, or U+007F to
+/// U+009F.
 bool holdsControls(const std::string& text, std::string_view allowed) {
     for (std::size_t i = 0; i < text.size(); ++i) {
         const auto byte = static_cast<unsigned char>(text[i]);
@@ -107,14 +108,8 @@ bool holdsControls(const std::string& text, std::string_view allowed) {
 
 } // namespace
 
-TEST(HistoryExport, TakesOutWhatIsPrivateWhereverTheEventSaysIt) {
-    const struct {
-        const char* path;
-        const char* program;
-        const char* device;
-        const char* title;
-        const char* expected;
-    } cases[] = {
+TEST(HistoryExport, RemovesPrivateTextsEverywhereInTheEvent) {
+    const std::tuple<const char*, const char*, const char*, const char*, const char*> cases[] = {
         {"/Users/ann/x", "", "", "In /Users/ann/x: /Users/ann/x", "In [Excluded]: [Excluded]"},
         {"/a/b", "/a", "", "/a/b and /a and /a/c", "[Excluded] and [Excluded] and [Excluded]/c"},
         {"/a", "/a/b", "/a/bc", "/a/bc /a/b", "[Excluded] [Excluded]"},
@@ -140,7 +135,7 @@ TEST(HistoryExport, TakesOutWhatIsPrivateWhereverTheEventSaysIt) {
     }
 }
 
-TEST(HistoryExport, LooksForEachEventsOwnSecretsInItsKeysAndItsPayloads) {
+TEST(HistoryExport, RemovesPrivateTextsFromKeysAndPayloads) {
     Event event = titled("Backup joined Home, clip one");
     event.subtitle = "of Disk from https://x.example/a";
     SystemActivity activity;
@@ -170,17 +165,13 @@ TEST(HistoryExport, LooksForEachEventsOwnSecretsInItsKeysAndItsPayloads) {
     EXPECT_EQ(
         after.at("breakdown").dump(),
         R"({"[Excluded]":5,"[Excluded] 2":6,"[Excluded] 3":7,"[Excluded]/a":1,"id":3,"path":4})")
-        << "a child folder is no field, whatever it is called";
+        << "the name of a child folder is not a field";
     EXPECT_EQ(report.at("events").at(1).at("title"), "Home, Disk and /data");
 }
 
-TEST(HistoryExport, DoesNotTellTheFolderOfARememberedFile) {
+TEST(HistoryExport, RemovesTheFolderOfARememberedFile) {
     using Kind = MemoryRecord::Kind;
-    const struct {
-        Kind kind;
-        const char* path;
-        const char* expected;
-    } cases[] = {
+    const std::tuple<Kind, const char*, const char*> cases[] = {
         {Kind::fileOpened, "/home/ann/letter", "Last used · [Excluded], [Excluded] and /"},
         {Kind::downloaded, "/home/ann/folder/", "Downloaded · [Excluded], [Excluded] and /"},
         {Kind::fileModified, "/letter", "Modified · /, /home/ann and /"},
@@ -195,7 +186,7 @@ TEST(HistoryExport, DoesNotTellTheFolderOfARememberedFile) {
     }
 }
 
-TEST(HistoryExport, HoldsEveryFieldButTheNamedOnes) {
+TEST(HistoryExport, HasEveryFieldExceptTheNamedOnes) {
     const auto event = test::fullSample<Event>();
     std::set<std::string> all, kept, cleaned, dates;
     walk(Json::parse(json::encoded(event)), all, dates);
@@ -209,7 +200,7 @@ TEST(HistoryExport, HoldsEveryFieldButTheNamedOnes) {
     for (const char* key : {"path", "program", "deviceName", "networkName", "text", "payload",
                             "sourceURL", "directFileSizes"})
         all.erase(key);
-    // All texts of the sample are "text", which is private then, in keys as well.
+    // All texts of the sample are "text", which is private, so it is also replaced in keys.
     all.insert("[Excluded]");
     for (const char* key : {"textStored", "volumeContext", "wifiContext"}) {
         EXPECT_EQ(all.erase(key), 1U);
@@ -298,7 +289,7 @@ TEST(HistoryExport, WritesADocumentThatAStrictParserReadsBack) {
     }
 }
 
-TEST(HistoryExport, WritesTheNearestDateThatTheFormatHas) {
+TEST(HistoryExport, ClampsDatesToTheFormat) {
     const std::pair<double, const char*> cases[] = {
         {1e15, "9999-12-31T23:59:59Z"},
         {HUGE_VAL, "9999-12-31T23:59:59Z"},
@@ -328,7 +319,7 @@ TEST(HistoryExport, WritesTheNearestDateThatTheFormatHas) {
         document.at("/events/0/changes/0/applicationInstalled/_0/modified"_json_pointer).is_null());
 }
 
-TEST(HistoryExport, AFileIsThereWholeOrAsItWas) {
+TEST(HistoryExport, WritesAFileCompletelyOrNotAtAll) {
     const test::TemporaryFolder folder;
     const auto path = folder / HistoryExport::fileName(Format::csv);
     EXPECT_EQ(path.filename(), "Tidemark-History.csv");

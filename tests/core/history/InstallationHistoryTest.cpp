@@ -28,7 +28,8 @@ std::string entry(const std::string& name, const std::string& date, const std::s
     return R"({"_name":")" + name + R"(","install_date":")" + date + "\"" + more + "}";
 }
 
-/// What `attempt` failed with, as its kind; or the sentence of any other error.
+/// The kind of the `ImportError` that `attempt` throws, the sentence of any other error, or
+/// "nothing".
 std::string failureOf(const auto& attempt) {
     try {
         attempt();
@@ -41,7 +42,7 @@ std::string failureOf(const auto& attempt) {
     }
 }
 
-/// A report tool that is a script of one test.
+/// A shell script as the report tool.
 class Tool {
 public:
     explicit Tool(const std::string& script) {
@@ -70,10 +71,7 @@ bool noChildIsLeft() {
 } // namespace
 
 TEST(InstallationHistory, ReadsEntriesAndCountsTheRest) {
-    const struct {
-        std::string entries;
-        std::size_t records, skipped, outside;
-    } cases[] = {
+    const std::tuple<std::string, std::size_t, std::size_t, std::size_t> cases[] = {
         {"", 0, 0, 0},
         {entry("A", "2001-01-02T00:00:00Z"), 1, 0, 0},
         {entry("A", "2001-01-02T00:00:00.5Z"), 1, 0, 0},
@@ -86,11 +84,11 @@ TEST(InstallationHistory, ReadsEntriesAndCountsTheRest) {
          R"({"_name":"A","install_date":1})",
          0, 8, 0},
     };
-    for (const auto& c : cases) {
-        const auto preview = parsed(c.entries);
-        EXPECT_EQ(preview.records.size(), c.records) << c.entries;
-        EXPECT_EQ(preview.skippedRecords, c.skipped) << c.entries;
-        EXPECT_EQ(preview.outsideWindowRecords, c.outside) << c.entries;
+    for (const auto& [entries, records, skipped, outside] : cases) {
+        const auto preview = parsed(entries);
+        EXPECT_EQ(preview.records.size(), records) << entries;
+        EXPECT_EQ(preview.skippedRecords, skipped) << entries;
+        EXPECT_EQ(preview.outsideWindowRecords, outside) << entries;
     }
     const auto preview =
         parsed(entry("Old", "2001-01-02T00:00:00Z") + ","
@@ -103,7 +101,7 @@ TEST(InstallationHistory, ReadsEntriesAndCountsTheRest) {
     EXPECT_EQ(preview.through, through);
 }
 
-TEST(InstallationHistory, RefusesAReportOfAnotherShape) {
+TEST(InstallationHistory, RefusesAReportInAnotherForm) {
     std::string nested;
     for (int i = 0; i < 100'000; ++i)
         nested += "[";
@@ -152,7 +150,7 @@ printf '{"SPInstallHistoryDataType":[{"_name":"%s","install_date":"2001-01-01T00
     EXPECT_TRUE(noChildIsLeft());
 }
 
-TEST(InstallationHistory, NeverLeavesTheToolRunning) {
+TEST(InstallationHistory, EndsTheTool) {
     const std::tuple<const char*, double, const char*> cases[] = {
         {"echo '{}'; exit 3", 30, "reportFailed"},
         {"echo '{}'", 30, "invalidReport"},
@@ -173,15 +171,16 @@ TEST(InstallationHistory, NeverLeavesTheToolRunning) {
     EXPECT_EQ(failureOf(missing), "/no/such/tool could not be started: No such file or directory.");
 }
 
-TEST(InstallationHistory, HoldsAReportOf16MiBAndNoMore) {
+TEST(InstallationHistory, LimitsTheReportTo16MiB) {
     const std::string fill = "head -c $((16777216 - 33 + EXTRA)) /dev/zero | tr '\\0' ' '";
     const std::string report = "echo '{\"SPInstallHistoryDataType\":[' ; " + fill + "; echo ']}'";
     EXPECT_EQ(Tool("EXTRA=0\n" + report).failure(), "nothing");
     EXPECT_EQ(Tool("EXTRA=1\n" + report).failure(), "tooLarge");
 }
 
-// A child whose end nobody can wait for must not make the forced end go to every process.
-TEST(InstallationHistory, SurvivesIgnoredChildren) {
+// When SIGCHLD is ignored, the child can't be waited for. Terminating it must not signal every
+// process.
+TEST(InstallationHistory, WorksWhenChildrenAreIgnored) {
     Tool tool("exit 0");
     if (::geteuid() != 0)
         GTEST_SKIP() << "a failure would end every process of this user";
@@ -192,7 +191,7 @@ TEST(InstallationHistory, SurvivesIgnoredChildren) {
             ::_exit(2);
         const pid_t bystander = ::fork();
         if (bystander == 0) {
-            // Should all else fail, it ends by itself.
+            // Ends by itself if the test fails to kill it.
             ::alarm(60);
             while (true)
                 ::pause();
@@ -207,13 +206,13 @@ TEST(InstallationHistory, SurvivesIgnoredChildren) {
     EXPECT_EQ(status, 0);
 }
 
-TEST(ReportProcess, GetsTheSignalsThatThisProcessBlocksOrIgnores) {
+TEST(ReportProcess, UnblocksAndResetsSignals) {
     sigset_t terminate;
     ::sigemptyset(&terminate);
     ::sigaddset(&terminate, SIGTERM);
     ::pthread_sigmask(SIG_BLOCK, &terminate, nullptr);
     const auto before = std::signal(SIGPIPE, SIG_IGN);
-    // None is blocked, and the bit of SIGPIPE is not among those that are ignored.
+    // No signal is blocked, and SIGPIPE is not ignored.
     const char* expected = "^(SigBlk:.0+|SigIgn:.*[02468ace]...)$";
     ReportProcess child("/bin/grep", {"-c", "-E", expected, "/proc/self/status"}, 60, 1);
     EXPECT_EQ(child.readOutput(1000), "2\n");

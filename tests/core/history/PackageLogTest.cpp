@@ -15,7 +15,7 @@ using InstallationHistory::PackageLog;
 
 namespace {
 
-/// A week that ends at 2024-05-08 00:00 UTC.
+/// 2024-05-08 00:00 UTC, the end of the week that is read.
 constexpr Date through = Date::fromUnix(1'715'126'400);
 
 struct PackageLogTest : testing::Test {
@@ -28,7 +28,8 @@ struct PackageLogTest : testing::Test {
         }
         return "nothing";
     }
-    /// The records as "name version day-in-May" from the newest, and the counts.
+    /// The records as "name version day-in-May", newest first, then the numbers of skipped entries
+    /// and of entries outside the week.
     std::string summary() {
         const auto preview = collect();
         std::string text;
@@ -50,7 +51,7 @@ struct PackageLogTest : testing::Test {
     PackageLog log{.path = folder / "dpkg.log", .transactions = folder / "history.log"};
 };
 
-/// A package that is installed on a day of May.
+/// The log of the installation of a package on a day in May.
 std::string installation(const std::string& package, const std::string& version, int day) {
     const std::string stamp = "2024-05-0" + std::to_string(day) + " 00:00:00 ";
     return stamp + "install " + package + " <none> " + version + "\n" + stamp
@@ -61,7 +62,7 @@ std::string installation(const std::string& package, const std::string& version,
 
 } // namespace
 
-TEST_F(PackageLogTest, TellsWhatWasInstalledOrUpgradedToItsEnd) {
+TEST_F(PackageLogTest, ReportsCompletedInstallationsAndUpgrades) {
     folder.write("dpkg.log", R"(2024-05-02 09:00:00 startup archives unpack
 2024-05-02 09:00:00 install tide-gauge:amd64 <none> 1:2.0~rc1-3+b1
 2024-05-02 09:00:00 status half-installed tide-gauge:amd64 1:2.0~rc1-3+b1
@@ -91,23 +92,19 @@ TEST_F(PackageLogTest, TellsWhatWasInstalledOrUpgradedToItsEnd) {
         found += record.name + " " + record.version + ", ";
     EXPECT_EQ(found, "harbour 4.2, rudder 1, tide-gauge 1:2.0~rc1-3+b1, ");
     EXPECT_EQ(preview.skippedRecords, 0U);
-    // The moment at which this run of the package manager started.
+    // The date is the start of this run of dpkg.
     EXPECT_EQ(preview.records.at(2),
               (InstallationRecord{"tide-gauge", "1:2.0~rc1-3+b1", Date::fromUnix(1'714'640'403),
                                   "package_source_other", through}));
 }
 
 TEST_F(PackageLogTest, ReadsLocalTimes) {
-    const struct {
-        const char* zone;
-        const char* time;
-        double unix;
-    } cases[] = {
+    const std::tuple<const char*, const char*, double> cases[] = {
         {"UTC", "2024-05-02 09:00:00", 1'714'640'400},
         {"Europe/Berlin", "2024-05-02 11:00:00", 1'714'640'400},
         {"America/St_Johns", "2024-05-02 06:30:00", 1'714'640'400},
         {"Asia/Kathmandu", "2024-05-02 14:45:00", 1'714'640'400},
-        // The first moments of the interval, and of its end.
+        // The first and the last second of the week.
         {"Europe/Berlin", "2024-05-01 02:00:00", 1'714'521'600},
         {"Europe/Berlin", "2024-05-08 02:00:00", 1'715'126'400},
     };
@@ -127,7 +124,7 @@ TEST_F(PackageLogTest, ReadsLocalTimes) {
     EXPECT_EQ(summary(), "0/2");
 }
 
-TEST_F(PackageLogTest, KnowsWhatWasInstalledTogetherAndWhatCameAlong) {
+TEST_F(PackageLogTest, GroupsTransactionsAndMarksAutomaticPackages) {
     folder.write("dpkg.log", R"(2024-05-02 08:59:00 startup archives install
 2024-05-02 08:59:01 install own:amd64 <none> 1
 2024-05-02 08:59:03 status installed own:amd64 1
@@ -172,7 +169,7 @@ End-Date: 2024-05-02  09:00:07
         "libtide2 600, libtide2* 0, keel 0, harbour 0, tide-gauge 0, own -60, ";
     const std::string alone =
         "libtide2 600, libtide2 4, keel 4, harbour 4, tide-gauge 4, own -60, ";
-    EXPECT_EQ(found(), alone) << "apt keeps no log here";
+    EXPECT_EQ(found(), alone) << "without a log of apt";
     const std::pair<std::string, std::string> cases[] = {
         {transaction, together},
         {"\xFF\n\nInstall: own:amd64 (1, automatic)\n" + transaction + "Start-Date: x\nEnd-Date: ",
@@ -192,17 +189,14 @@ End-Date: 2024-05-02  09:00:07
     }
     folder.write("history.log", "");
     pack("history.log.1", transaction);
-    EXPECT_EQ(found(), together) << "set aside";
+    EXPECT_EQ(found(), together) << "rotated";
     folder.write("history.log.1.gz", "no archive");
     EXPECT_EQ(found(), alone) << "damaged";
 }
 
-TEST_F(PackageLogTest, PassesOverWhatNoPackageManagerWrites) {
+TEST_F(PackageLogTest, SkipsLinesInAnotherFormat) {
     const std::string good = installation("a:all", "1", 2);
-    const struct {
-        std::string lines;
-        const char* expected;
-    } cases[] = {
+    const std::pair<std::string, const char*> cases[] = {
         {"", "a 1 2, 0/0"},
         {"\n\n", "a 1 2, 0/0"},
         {"garbage\n", "a 1 2, 1/0"},
@@ -220,7 +214,7 @@ TEST_F(PackageLogTest, PassesOverWhatNoPackageManagerWrites) {
         {"2024-13-45 00:00:00 install b <none> 1\n2024-05-02 24:00:00 status installed b 1\n",
          "a 1 2, 2/0"},
         {"2024-05-02 00:00:00 something new from a later version\n", "a 1 2, 0/0"},
-        // Damage among lines that are too old to matter.
+        // A damaged line from before the week.
         {"2023-05-02 00:00:00 startup archives unpack\ngarbage\n", "a 1 2, 0/0"},
     };
     for (const auto& [lines, expected] : cases) {
@@ -233,13 +227,13 @@ TEST_F(PackageLogTest, PassesOverWhatNoPackageManagerWrites) {
     EXPECT_EQ(summary(), "a 1 2, 0/0") << "the last line is still being written";
 }
 
-TEST_F(PackageLogTest, GoesBackThroughItsPredecessorsAsFarAsItMust) {
+TEST_F(PackageLogTest, ReadsRotatedLogsAsFarBackAsNeeded) {
     EXPECT_EQ(summary(), "0/0") << "other systems have no such log";
     const std::string begun = "2024-05-05 00:00:00 install straddling <none> 1\n";
     const std::string ended = "2024-05-06 00:00:00 status installed straddling 1\n";
     pack("dpkg.log.2", installation("old", "1", 3));
     folder.write("dpkg.log.1", installation("mid", "1", 4) + begun);
-    EXPECT_EQ(summary(), "mid 1 4, old 1 3, 0/0") << "set aside a moment ago";
+    EXPECT_EQ(summary(), "mid 1 4, old 1 3, 0/0") << "just rotated";
     folder.write("dpkg.log", ended + installation("new", "1", 7));
     EXPECT_EQ(summary(), "new 1 7, straddling 1 6, mid 1 4, old 1 3, 0/0");
 
@@ -248,18 +242,18 @@ TEST_F(PackageLogTest, GoesBackThroughItsPredecessorsAsFarAsItMust) {
     folder.write("dpkg.log", "");
     EXPECT_EQ(summary(), "mid 1 4, old 1 3, 0/0");
 
-    // What is older is not even looked at.
+    // Older logs are not read.
     folder.write("dpkg.log",
                  "2024-04-01 00:00:00 startup archives unpack\n" + installation("new", "1", 7));
     folder.write("dpkg.log.1.gz", "no archive");
     EXPECT_EQ(summary(), "new 1 7, 0/0");
 }
 
-TEST_F(PackageLogTest, TellsWhenALogCannotBeRead) {
+TEST_F(PackageLogTest, FailsWhenALogCannotBeRead) {
     pack("dpkg.log.1", installation("a", "1", 3));
     auto packed = test::contents(folder / "dpkg.log.1.gz");
     folder.write("dpkg.log.1.gz", packed.substr(0, packed.size() - 9));
-    EXPECT_EQ(failure(), "reportFailed") << "an archive that breaks off";
+    EXPECT_EQ(failure(), "reportFailed") << "a truncated archive";
     packed[packed.size() / 2] ^= 0x55;
     folder.write("dpkg.log.1.gz", packed);
     EXPECT_EQ(failure(), "reportFailed") << "a damaged archive";
@@ -270,7 +264,7 @@ TEST_F(PackageLogTest, TellsWhenALogCannotBeRead) {
     EXPECT_EQ(failure(), "reportFailed") << "a link";
     std::filesystem::remove(folder / "dpkg.log");
     ASSERT_EQ(::mkfifo((folder / "dpkg.log").c_str(), 0600), 0);
-    EXPECT_EQ(failure(), "reportFailed") << "a pipe that nobody writes to";
+    EXPECT_EQ(failure(), "reportFailed") << "a pipe without a writer";
     std::filesystem::remove(folder / "dpkg.log");
     const auto file = folder.write("dpkg.log", installation("a", "1", 3));
     std::filesystem::permissions(file, std::filesystem::perms::none);
@@ -278,7 +272,7 @@ TEST_F(PackageLogTest, TellsWhenALogCannotBeRead) {
     EXPECT_EQ(failure(), "reportFailed") << "no permission";
 }
 
-TEST_F(PackageLogTest, LooksAtNoMoreThanItsLimit) {
+TEST_F(PackageLogTest, ReadsNoMoreThanTheLimit) {
     const std::string early = "2024-04-01 00:00:00 status unpacked filler 1\n";
     const std::string late = installation("new", "1", 7);
     std::string ancient;
@@ -286,11 +280,11 @@ TEST_F(PackageLogTest, LooksAtNoMoreThanItsLimit) {
         ancient += early;
     folder.write("dpkg.log", ancient + late);
     log.limit = late.size() + 2 * early.size();
-    EXPECT_EQ(summary(), "new 1 7, 0/0") << "the end of it reaches back far enough";
+    EXPECT_EQ(summary(), "new 1 7, 0/0") << "its end reaches back far enough";
     log.limit = late.size() + early.size() - 1;
     EXPECT_EQ(failure(), "tooLarge");
 
-    // A bomb: a few kilobytes that unpack to many megabytes.
+    // A few kilobytes that decompress to many megabytes.
     pack("dpkg.log.1", std::string(20'000'000, '\n'));
     folder.write("dpkg.log", late);
     log.limit = PackageLog{}.limit;

@@ -15,7 +15,7 @@ Journal version(double number) {
     return journal;
 }
 
-/// A store in which a second thread saves `version(2)` as soon as the first is about to write.
+/// A store in which a second thread calls `save(version(2))` when the first is about to write.
 struct Contended {
     test::TemporaryFolder folder;
     bool hasSecond = false;
@@ -35,14 +35,14 @@ struct Contended {
 
 } // namespace
 
-TEST(JournalStoreThreads, ASaveWaitsForALoadThatMovesTheHistory) {
+TEST(JournalStoreThreads, SaveWaitsForALoadThatMovesTheHistory) {
     Contended place;
     place.folder.write("old.json", json::encoded(version(1)));
     EXPECT_EQ(place.store.load(), version(1));
     EXPECT_EQ(place.stored(), version(2));
 }
 
-TEST(JournalStoreThreads, SavesComeInTheOrderOfTheirCalls) {
+TEST(JournalStoreThreads, SavesRunInTheOrderOfTheirCalls) {
     Contended place;
     place.store.save(version(1));
     place.store.save(version(3));

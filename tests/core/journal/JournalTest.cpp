@@ -18,7 +18,7 @@ Shared<Event> eventAt(double time) {
     return Shared(std::move(event));
 }
 
-/// A snapshot with `count` applications, none of which any other number has.
+/// A snapshot with `count` applications that differ for each `number`.
 Snapshot withApplications(unsigned number, int count) {
     Snapshot made = test::snapshot(number);
     for (int i = 0; i < count; ++i)
@@ -27,7 +27,7 @@ Snapshot withApplications(unsigned number, int count) {
     return made;
 }
 
-/// A folder of `count` files of its own and a subfolder, measured now.
+/// A snapshot of a folder with `count` files and a subfolder.
 Snapshot withFiles(unsigned number, int count) {
     SizeByName files;
     for (int i = 0; i < count; ++i)
@@ -51,8 +51,8 @@ Snapshot withFiles(unsigned number, int count) {
     return made;
 }
 
-/// How many names of files the snapshot's size and report of the folder hold, "-" where none are
-/// known.
+/// The numbers of file names in the size and in the report of the folder, "-" where they are
+/// absent.
 std::string fileNames(const Snapshot& snapshot) {
     const auto count = [](const auto& folder) {
         return folder.directFileSizes ? std::to_string(folder.directFileSizes->size()) : "-";
@@ -94,7 +94,7 @@ TEST(Journal, ComparesWithTheSnapshotBefore) {
     EXPECT_EQ(journal.snapshots[2]->timestamp, Date{1e6});
 }
 
-TEST(Journal, HoldsWhatTwoSnapshotsShareOnce) {
+TEST(Journal, SharesEqualApplications) {
     Journal journal;
     Snapshot first = withApplications(1, 2);
     Snapshot second = withApplications(1, 2);
@@ -107,7 +107,7 @@ TEST(Journal, HoldsWhatTwoSnapshotsShareOnce) {
     EXPECT_EQ(*journal.snapshots[1], second);
 }
 
-TEST(Journal, SharesWhatStayedTheSameOfAFolderMeasuredAnew) {
+TEST(Journal, SharesTheUnchangedPartsOfAMeasuredFolder) {
     Journal journal;
     journal.append(Shared(withFiles(1, 3)), true);
     journal.append(Shared(withFiles(2, 3)), true);
@@ -125,9 +125,9 @@ TEST(Journal, SharesWhatStayedTheSameOfAFolderMeasuredAnew) {
     EXPECT_EQ(child.breakdown.object(), earlier.breakdown.object());
 }
 
-TEST(Journal, KeepsTheNamesOfFilesInTheNewestTwoSnapshotsAndInNamedOnes) {
+TEST(Journal, KeepsFileNamesInTheNewestTwoAndInNamedSnapshots) {
     Journal journal;
-    // As releases before left it: with the names in each.
+    // As in earlier releases, every snapshot has the names.
     journal.snapshots = test::shared(withFiles(1, 3), withFiles(2, 3), withFiles(3, 3));
     journal.baselines = {Baseline::named("Mine", journal.snapshots[0])};
     journal.append(Shared(withFiles(4, 3)), true);
@@ -137,7 +137,7 @@ TEST(Journal, KeepsTheNamesOfFilesInTheNewestTwoSnapshotsAndInNamedOnes) {
     EXPECT_EQ(names, "-- -- 33 33 ");
     EXPECT_EQ(fileNames(*journal.baselines[0].snapshot), "33");
 
-    // What is not known any more is no change.
+    // Dropped names don't count as changes.
     EXPECT_TRUE(Journal::eventsBetween(*journal.snapshots[0], *journal.snapshots[3]).empty());
     EXPECT_TRUE(Journal::eventsBetween(*journal.snapshots[3], *journal.snapshots[0]).empty());
     const auto nodeOf = [&](std::size_t snapshot) {
@@ -152,7 +152,7 @@ TEST(Journal, KeepsTheNamesOfFilesInTheNewestTwoSnapshotsAndInNamedOnes) {
     }
 }
 
-TEST(Journal, KeepsTheNamesOfFewFilesInAnEvent) {
+TEST(Journal, KeepsUpTo2000FileNamesInAnEvent) {
     for (const int count : {2'000, 2'001}) {
         Journal journal;
         journal.append(Shared(withFiles(1, 3)), true);
@@ -198,7 +198,8 @@ TEST(Journal, KeepsThe10000LastEvents) {
     EXPECT_EQ(journal.eventsPrunedThrough, Date{1000});
 
     journal = filled(9'990);
-    // The first ones to go are not the earliest ones, nor is the latest of them the last to go.
+    // Events are not in order of time, so the latest of the dropped ones is neither the first nor
+    // the last.
     journal.events[7] = eventAt(5000);
     journal.append(Shared(withApplications(2, 30)), true);
     ASSERT_EQ(journal.events.size(), 10'000U);
@@ -214,20 +215,21 @@ TEST(Journal, KeepsThe10000LastEvents) {
 TEST(Journal, MergesInstallations) {
     Journal journal;
     EXPECT_EQ(journal.importInstallations({}), 0U);
-    ASSERT_TRUE(journal.importedInstallations) << "an empty list is one";
+    ASSERT_TRUE(journal.importedInstallations) << "an empty list is stored as well";
     EXPECT_EQ(
         journal.importInstallations({installed("C", 3), installed("A", 1), installed("C", 3)}), 2U);
     InstallationRecord again = installed("A", 1);
     again.importedAt = Date{99};
     EXPECT_EQ(journal.importInstallations({again, installed("B", 2)}), 1U);
     EXPECT_EQ(namesOf(journal), "ABC");
-    EXPECT_EQ(journal.importedInstallations->front().importedAt, Date{9}) << "the known one stays";
+    EXPECT_EQ(journal.importedInstallations->front().importedAt, Date{9})
+        << "the known record is kept";
 
     std::ranges::reverse(*journal.importedInstallations);
     EXPECT_EQ(journal.importInstallations({installed("B", 2)}), 0U);
     EXPECT_EQ(namesOf(journal), "ABC");
 
-    // Records of one moment stand by their id.
+    // Records of the same time are sorted by id.
     const bool xFirst = installed("X", 5).id() < installed("Y", 5).id();
     journal.importInstallations({installed("Y", 5), installed("X", 5)});
     EXPECT_EQ(namesOf(journal), xFirst ? "ABCXY" : "ABCYX");

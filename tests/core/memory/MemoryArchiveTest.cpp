@@ -19,7 +19,7 @@ constexpr Date now{100 * 86'400.0};
 constexpr double day = 86'400;
 constexpr std::size_t megabyte = 1'000'000;
 
-/// A record from `age` seconds before now.
+/// A record with a timestamp `age` seconds before `now`.
 MemoryRecord record(const std::string& id, Kind kind, double age) {
     MemoryRecord made;
     made.id = id;
@@ -48,7 +48,7 @@ MemoryArchive archiveOf(const std::vector<MemoryRecord>& records, std::int64_t c
     return archive;
 }
 
-/// Records of all ages and kinds, some of them on the same moment.
+/// Records of all ages and kinds, some with the same timestamp.
 std::vector<MemoryRecord> drawnRecords() {
     std::vector<MemoryRecord> records;
     const int count = *rc::gen::inRange(0, 60);
@@ -65,7 +65,7 @@ std::vector<MemoryRecord> drawnRecords() {
 
 } // namespace
 
-TEST(MemoryArchive, ReplacesAllButThePinAndTheFirstSight) {
+TEST(MemoryArchive, ReplacesAllExceptPinnedAndObservedAt) {
     auto first = clip("a", 50, true);
     first.observedAt = Date{1};
     auto again = clip("a", 40, false, 100);
@@ -78,7 +78,7 @@ TEST(MemoryArchive, ReplacesAllButThePinAndTheFirstSight) {
     EXPECT_EQ(*archive.records[0], again);
 }
 
-TEST(MemoryArchive, DoesNotGrowByWhatItKnows) {
+TEST(MemoryArchive, KeepsKnownRecordsUnchanged) {
     const IndexedFileObservation observation{"/a/x", now, now, now, {}, {}, 5};
     auto archive = archiveOf(observation.records(Date{0}, now));
     const auto before = archive;
@@ -89,7 +89,7 @@ TEST(MemoryArchive, DoesNotGrowByWhatItKnows) {
         EXPECT_TRUE(archive.records[i].sameObject(before.records[i])) << "nothing was copied";
 }
 
-TEST(MemoryArchive, MergesRecordsThatADocumentHoldsTwice) {
+TEST(MemoryArchive, MergesDuplicatesOfADocument) {
     MemoryArchive archive;
     archive.records = test::shared(record("a", Kind::appClosed, 1), record("b", Kind::appClosed, 2),
                                    record("a", Kind::appClosed, 3));
@@ -97,17 +97,15 @@ TEST(MemoryArchive, MergesRecordsThatADocumentHoldsTwice) {
     EXPECT_EQ(ids(archive), "a b");
 }
 
-TEST(MemoryArchive, DropsWhatIsTooOld) {
-    const struct {
-        std::int64_t clipboardDays;
-        std::string expected;
-    } cases[] = {{7, "hour day late-day week file-edge pinned"},
-                 {2, "hour day late-day file-edge pinned"},
-                 {1, "hour day file-edge pinned"},
-                 {0, "hour day file-edge pinned"},
-                 {-5, "hour day file-edge pinned"},
-                 {std::numeric_limits<std::int64_t>::max(),
-                  "hour day late-day week late-week file-edge pinned"}};
+TEST(MemoryArchive, DropsOldRecords) {
+    const std::pair<std::int64_t, std::string> cases[] = {
+        {7, "hour day late-day week file-edge pinned"},
+        {2, "hour day late-day file-edge pinned"},
+        {1, "hour day file-edge pinned"},
+        {0, "hour day file-edge pinned"},
+        {-5, "hour day file-edge pinned"},
+        {std::numeric_limits<std::int64_t>::max(),
+         "hour day late-day week late-week file-edge pinned"}};
     for (const auto& [days, expected] : cases)
         EXPECT_EQ(ids(archiveOf({record("file-late", Kind::fileOpened, 30 * day + 1),
                                  record("file-edge", Kind::fileOpened, 30 * day),
@@ -119,7 +117,7 @@ TEST(MemoryArchive, DropsWhatIsTooOld) {
             << days;
 }
 
-TEST(MemoryArchive, KeepsToItsNumbersPinnedClipsFirst) {
+TEST(MemoryArchive, LimitsTheNumberOfRecordsPinnedClipsFirst) {
     std::vector<MemoryRecord> records;
     for (int i = 0; i < 201; ++i)
         records.push_back(clip("pin" + std::to_string(i), 1000 + i, true));
@@ -128,16 +126,16 @@ TEST(MemoryArchive, KeepsToItsNumbersPinnedClipsFirst) {
         records.push_back(record("app" + std::to_string(i), Kind::appLaunched, 2000 + i));
     const auto archive = archiveOf(records);
     EXPECT_EQ(archive.records.size(), 10'200U);
-    EXPECT_EQ(archive.records[0]->id, "pin0") << "pinned clips take all places";
+    EXPECT_EQ(archive.records[0]->id, "pin0") << "pinned clips are kept first";
     EXPECT_EQ(archive.records[199]->id, "pin199");
     EXPECT_EQ(archive.records.back()->id, "app9999");
 }
 
-TEST(MemoryArchive, GoesOnBehindAClipThatDoesNotFit) {
+TEST(MemoryArchive, KeepsSmallerClipsAfterOneThatDoesNotFit) {
     const auto archive = archiveOf(
         {clip("a", 1, false, 9 * megabyte), clip("b", 2, false, 9 * megabyte),
          clip("c", 3, false, 9 * megabyte), clip("d", 4, false, 2 * megabyte), clip("e", 5)});
-    EXPECT_EQ(ids(archive), "a b d") << "two megabytes fit to the byte, one byte more does not";
+    EXPECT_EQ(ids(archive), "a b d") << "two megabytes fit exactly, one byte more does not";
 }
 
 RC_GTEST_PROP(MemoryArchive, PruningTwiceIsPruningOnce, ()) {
@@ -149,7 +147,7 @@ RC_GTEST_PROP(MemoryArchive, PruningTwiceIsPruningOnce, ()) {
     RC_ASSERT(again == archive);
 }
 
-RC_GTEST_PROP(MemoryArchive, TakesFewRecordsAsItTakesMany, ()) {
+RC_GTEST_PROP(MemoryArchive, AddsFewRecordsLikeMany, ()) {
     auto few = archiveOf(drawnRecords());
     auto many = few;
     std::vector<MemoryRecord> records = drawnRecords();

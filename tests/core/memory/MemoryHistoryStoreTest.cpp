@@ -1,7 +1,9 @@
 #include "core/memory/MemoryHistoryStore.h"
 
 #include "core/base/Files.h"
+#include "tests/support/Failure.h"
 #include "tests/support/OrdinaryUser.h"
+#include "tests/support/ResourceLimit.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <csignal>
@@ -10,7 +12,6 @@
 #include <map>
 
 #include <gtest/gtest.h>
-#include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 
@@ -44,7 +45,7 @@ MemoryArchive archiveOf(std::vector<MemoryRecord> records) {
     return archive;
 }
 
-/// As loading gives it back: clips know where their contents lie.
+/// The archive as `load` returns it, with the flags of stored contents.
 MemoryArchive loaded(MemoryArchive archive) {
     for (auto& shared : archive.records) {
         MemoryRecord record = *shared;
@@ -76,12 +77,7 @@ struct Place {
     }
     MemoryArchive reloaded() const { return MemoryHistoryStore(url).load(); }
     std::string failure() {
-        try {
-            store.load();
-            return "loaded";
-        } catch (const Error& error) {
-            return error.what();
-        }
+        return test::failureOf([&] { store.load(); });
     }
     /// Every entry below the folder, with the content of the small files.
     std::map<std::string, std::string> files() const {
@@ -97,24 +93,6 @@ struct Place {
 const MemoryArchive sample =
     archiveOf({clip("both", std::string("\x89PNG\0\r\n\xFF", 8), "é line\n"),
                clip("text", {}, "words"), clip("empty", "", ""), application("editor")});
-
-/// While it lives no file may grow past `bytes`: a disk that is full at a moment of our choice.
-class FullDisk {
-public:
-    explicit FullDisk(rlim_t bytes) : previous(::signal(SIGXFSZ, SIG_IGN)) {
-        ::getrlimit(RLIMIT_FSIZE, &unlimited);
-        const rlimit limited{bytes, unlimited.rlim_max};
-        ::setrlimit(RLIMIT_FSIZE, &limited);
-    }
-    ~FullDisk() {
-        ::setrlimit(RLIMIT_FSIZE, &unlimited);
-        ::signal(SIGXFSZ, previous);
-    }
-
-private:
-    rlimit unlimited{};
-    sighandler_t previous;
-};
 
 } // namespace
 
@@ -181,7 +159,7 @@ TEST(MemoryHistoryStore, DeletesTheContentsThatNoClipNeeds) {
     EXPECT_EQ(place.reloaded(), loaded(fewer));
 }
 
-TEST(MemoryHistoryStore, DeletesNothingBehindALink) {
+TEST(MemoryHistoryStore, DeletesNothingThroughALink) {
     Place place;
     place.folder.write("documents/letter", "Dear");
     place.folder.makeFolder("data");
@@ -191,16 +169,16 @@ TEST(MemoryHistoryStore, DeletesNothingBehindALink) {
     EXPECT_FALSE(fs::exists(place.url));
 }
 
-TEST(MemoryHistoryStore, ReadsNothingBehindALink) {
+TEST(MemoryHistoryStore, ReadsNothingThroughALink) {
     Place place;
     place.save(sample);
     fs::rename(place.payloads, place.folder / "elsewhere");
     fs::create_directory_symlink(place.folder / "elsewhere", place.payloads);
     EXPECT_EQ(place.failure(), place.payloads.native() + " could not be opened: Not a directory.")
-        << "what can't be saved is not loaded";
+        << "the archive could not be saved either";
 }
 
-TEST(MemoryHistoryStore, LeavesOtherRecordsInTheDocument) {
+TEST(MemoryHistoryStore, KeepsOtherRecordsInTheDocument) {
     Place place;
     auto odd = application("editor");
     odd.text = "kept";
@@ -218,10 +196,10 @@ TEST(MemoryHistoryStore, LeavesOtherRecordsInTheDocument) {
     lost.payloadStored.reset();
     damaged.text = "\uFFFDFF";
     EXPECT_EQ(place.reloaded(), loaded(archiveOf({odd, lost, damaged})))
-        << "no document may ask for a file that is not there";
+        << "the document names no missing file";
 }
 
-TEST(MemoryHistoryStore, RefusesWhatItCannotReadAndLeavesIt) {
+TEST(MemoryHistoryStore, LeavesAnUnreadableArchiveUnchanged) {
     const auto bytes = [](std::string content) {
         return [content](const fs::path& path) { std::ofstream(path) << content; };
     };
@@ -230,7 +208,7 @@ TEST(MemoryHistoryStore, RefusesWhatItCannotReadAndLeavesIt) {
     const std::string text = "memory-payloads/" + textFile("both");
     const struct {
         std::string file;
-        /// What stands in its place.
+        /// Creates something else at the path.
         std::function<void(const fs::path&)> put;
         std::string expected;
     } cases[] = {
@@ -238,10 +216,6 @@ TEST(MemoryHistoryStore, RefusesWhatItCannotReadAndLeavesIt) {
          "is of version 2, which this release can't read."},
         {document, bytes(R"({"version":1,"records":[)"),
          "could not be read: records: not valid JSON at byte 25."},
-        {document, [](const fs::path& path) { fs::create_directory(path); },
-         "could not be read: Is a directory."},
-        {document, [](const fs::path& path) { fs::create_symlink("nowhere", path); },
-         "could not be read: No such file or directory."},
         {text, [](const fs::path&) {}, "could not be read: No such file or directory."},
         {text, bytes("\xC3"), "could not be read: it is no UTF-8 text."},
         {data, [](const fs::path& path) { fs::create_directory(path); },
@@ -275,7 +249,7 @@ TEST(MemoryHistoryStore, RefusesWhatItCannotReadAndLeavesIt) {
     }
 }
 
-TEST(MemoryHistoryStore, TakesNoRightsForAbsence) {
+TEST(MemoryHistoryStore, DoesNotTakeMissingPermissionForAMissingFile) {
     Place place;
     place.save(sample);
     fs::permissions(place.folder / "data", fs::perms(0755));
@@ -298,10 +272,7 @@ TEST(MemoryHistoryStore, TakesNoRightsForAbsence) {
 
 TEST(MemoryHistoryStore, KeepsTheOldArchiveWhenTheDiskIsFull) {
     const std::string large(1 << 20, 'x');
-    const struct {
-        MemoryArchive next;
-        bool keepsNewContents;
-    } cases[] = {
+    const std::pair<MemoryArchive, bool> cases[] = {
         {archiveOf({clip("new", large, {})}), false},
         {archiveOf({clip("new", "small", {}), application("a", large)}), true},
     };
@@ -309,10 +280,11 @@ TEST(MemoryHistoryStore, KeepsTheOldArchiveWhenTheDiskIsFull) {
         Place place;
         place.save(sample);
         {
-            const FullDisk disk(1 << 16);
+            const test::ResourceLimit disk(RLIMIT_FSIZE, 1 << 16);
             EXPECT_THROW(place.store.save(next), FileError);
         }
-        EXPECT_EQ(place.reloaded(), loaded(sample)) << "old contents go last, after the document";
+        EXPECT_EQ(place.reloaded(), loaded(sample))
+            << "old contents are deleted after the document is written";
         EXPECT_EQ(fs::exists(place.payloads / dataFile("new")), keepsNewContents)
             << "new contents come first";
         place.store.save(next);
@@ -340,7 +312,7 @@ TEST(MemoryHistoryStore, SurvivesBeingKilledInTheMiddleOfASave) {
                 place.store.save(versions[i % 2]);
         while (test::namesIn(place.payloads) == before)
             ::sched_yield();
-        // Each round goes a little further into the save.
+        // Each round kills a little later in the save.
         for (int look = 0; look < 50 * round; ++look)
             test::namesIn(place.payloads);
         ::kill(child, SIGKILL);

@@ -20,7 +20,7 @@ MemoryArchive archiveWithTheClip(const std::string& id) {
 
 } // namespace
 
-TEST(MemoryHistoryStoreThreads, ASaveDeletesNothingThatAnotherOneJustWrote) {
+TEST(MemoryHistoryStoreThreads, SaveDeletesNothingThatAnotherOneJustWrote) {
     const test::TemporaryFolder folder;
     const auto first = folder / ("memory-payloads/" + MemoryHistoryStore::blobName("a", ".text"));
     std::optional<test::WatchedThread> second;
@@ -30,7 +30,7 @@ TEST(MemoryHistoryStoreThreads, ASaveDeletesNothingThatAnotherOneJustWrote) {
         store->load();
         store->save(archiveWithTheClip(id));
     };
-    // The first thread is here before each of its writes, and half-way when it has written a clip.
+    // Called before each write. The first save is half-way when the file of its clip exists.
     const auto onWrite = [&] {
         if (std::filesystem::exists(first) && !std::exchange(hasSecond, true))
             second.emplace([&] { loadAndSave("b"); }).runUntilItWaits();

@@ -19,7 +19,8 @@ std::string subtitle(Kind kind, std::optional<std::string> path = {},
     return record.subtitle();
 }
 
-/// Kinds and seconds of the records that an observation gives between 100 and 200.
+/// Kinds, times and origins of the records that an observation gives for the period from 100 to
+/// 200.
 std::string recordsOf(const IndexedFileObservation& observation) {
     std::string text;
     for (const auto& record : observation.records(Date{100}, Date{200}))
@@ -31,7 +32,7 @@ std::string recordsOf(const IndexedFileObservation& observation) {
 
 } // namespace
 
-TEST(MemoryRecord, IdentifiesAFileByKindPathAndDate) {
+TEST(MemoryRecord, DigestsKindPathAndDate) {
     // printf 'fileOpened|/home/é.txt|1700000000.5' | sha256sum
     EXPECT_EQ(
         MemoryRecord::fileID(Kind::fileOpened, "/home/é.txt", Date::fromUnix(1'700'000'000.5)),
@@ -41,7 +42,7 @@ TEST(MemoryRecord, IdentifiesAFileByKindPathAndDate) {
               "90a71d4280ae2cf1762a7ff345b2a35e0bead37e09a833feb7e3cd72809df532");
 }
 
-TEST(MemoryRecord, SaysInALineWhatItIs) {
+TEST(MemoryRecord, HasASubtitle) {
     EXPECT_EQ(subtitle(Kind::fileOpened, "/home/me/a.txt"), "Last used · /home/me");
     EXPECT_EQ(subtitle(Kind::fileModified, "/a.txt"), "Modified · /");
     EXPECT_EQ(subtitle(Kind::fileCreated, "/home/folder/"), "Created · /home");
@@ -71,7 +72,7 @@ TEST(MemoryEvents, AreRoutineAndCarryTheRecord) {
     EXPECT_EQ(&*event.memory, &*record) << "no clip is copied";
 }
 
-TEST(IndexedFileObservation, GivesARecordForEachDateOfItsTime) {
+TEST(IndexedFileObservation, GivesARecordForEachDateInThePeriod) {
     const std::vector<std::string> web{"ftp://mirror/x", "not a url", "https://example.org/x",
                                        "http://example.org/"};
     const struct {

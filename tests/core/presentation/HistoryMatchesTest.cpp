@@ -39,7 +39,7 @@ private:
 
 } // namespace
 
-TEST(HistoryMatches, LooksAtEveryTextOfAnEvent) {
+TEST(HistoryMatches, SearchesEveryTextOfAnEvent) {
     Event agent = event("agent", 3, EventCategory::background);
     agent.subtitle = "Sub Title";
     const Events events =
@@ -59,7 +59,7 @@ TEST(HistoryMatches, LooksAtEveryTextOfAnEvent) {
         EXPECT_EQ(ids(HistoryMatches::find(events, query)), matches) << query;
 }
 
-TEST(HistoryMatches, EndsAtItsLimitOrWhenItIsStopped) {
+TEST(HistoryMatches, StopsAtTheLimitOrWhenStopped) {
     Events events;
     for (int i = 0; i < 100; ++i)
         events.emplace_back(event("e", -i));
@@ -70,15 +70,8 @@ TEST(HistoryMatches, EndsAtItsLimitOrWhenItIsStopped) {
     EXPECT_TRUE(HistoryMatches::find(events, "", source.get_token()).empty());
 }
 
-TEST(HistoryMatches, UnderstandsEveryScript) {
-    const std::string accented = "re\u0301sume\u0301";
-    EXPECT_EQ(found({accented, "r\u00E9sum\u00E9", "resume"}, "R\u00C9SUME\u0301"), "0 1");
-    EXPECT_EQ(found({accented}, "resume"), "") << "an accent makes another letter";
-    // Both directions in one text: what counts is the order in which it was written.
-    EXPECT_EQ(found({"שלום world", "world שלום"}, "שלום W"), "0");
-    EXPECT_EQ(found({"مرحبا ١٢٣"}, "مرحبا"), "0");
+TEST(HistoryMatches, FoldsLettersByTheLanguageOfTheUser) {
     EXPECT_EQ(found({std::string("a\0b", 3), "ab"}, std::string_view("A\0B", 3)), "0");
-
     const std::vector<std::string> cities{"İstanbul", "istanbul", "ISTANBUL", "ısırgan"};
     EXPECT_EQ(found(cities, "ISTAN"), "1 2");
     EXPECT_EQ(found(cities, "İSTAN"), "0");
@@ -86,13 +79,4 @@ TEST(HistoryMatches, UnderstandsEveryScript) {
     EXPECT_EQ(found(cities, "istan"), "0 1");
     EXPECT_EQ(found(cities, "ISTAN"), "2");
     EXPECT_EQ(found(cities, "ISIR"), "3");
-}
-
-TEST(HistoryMatches, TakesLongTexts) {
-    std::string longText;
-    for (int i = 0; i < 100'000; ++i)
-        longText += i % 2 == 0 ? "ä" : "Ω";
-    EXPECT_EQ(found({longText, longText + "x", "short"}, longText), "0 1");
-    EXPECT_EQ(found({longText + "Needle"}, "ωneedle"), "0");
-    EXPECT_EQ(found({"short"}, std::string(100'000, 'x')), "");
 }

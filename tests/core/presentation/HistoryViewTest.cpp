@@ -20,7 +20,7 @@ using Activity = SystemActivity::Kind;
 constexpr double day = 86'400;
 constexpr Date now{100 * day};
 
-/// One event of every sort, one second apart and newest first, and some that are older.
+/// One event of every kind, a second apart, and some older ones.
 const MergedHistory& history() {
     static const MergedHistory merged = MergedHistory::of(test::shared(
         event("old-app", 50 * day), memoryEvent("old-clip", 50 * day, Kind::clipboard),
@@ -59,7 +59,7 @@ std::string counted(const HistoryPlace& place) {
 
 } // namespace
 
-TEST(WorkspaceDestination, ShowsWhatBelongsThere) {
+TEST(WorkspaceDestination, ShowsItsEvents) {
     const std::pair<WorkspaceDestination, const char*> cases[] = {
         {timeline, "app agent folder slept drive mouse wifi launch"},
         {applications, "app launch"},
@@ -95,7 +95,7 @@ TEST(WorkspaceDestination, ShowsWhatBelongsThere) {
         EXPECT_TRUE(includes(snapshots, *history().events[i]));
 }
 
-TEST(HistoryView, CountsEveryPlaceWhateverIsShown) {
+TEST(HistoryView, CountsEveryPlaceIndependentOfTheFilters) {
     const auto* all = "timeline 8 files 3 downloads 1 clipboard 2 applications 2 storage 1 "
                       "background 1 macActivity 1 devices 2 network 2 ";
     for (const HistoryPlace& place :
@@ -113,10 +113,10 @@ TEST(HistoryView, CountsEveryPlaceWhateverIsShown) {
     EXPECT_EQ(shown({.search = "wI"}), "wifi");
 }
 
-TEST(HistoryView, TheEdgesOfTheWindow) {
+TEST(HistoryView, IncludesTheRightEventsAtTheEdgesOfTheWindow) {
     EXPECT_EQ(shown({.window = HistoryTimeWindow::custom, .customWindowDays = 7, .search = "week"}),
               "")
-        << "the event at the very cutoff is outside";
+        << "an event exactly at the cutoff is outside";
     EXPECT_EQ(shown({.window = HistoryTimeWindow::custom, .customWindowDays = 8, .search = "week"}),
               "week");
     const auto clips =
@@ -125,7 +125,7 @@ TEST(HistoryView, TheEdgesOfTheWindow) {
         << "the memory counts include it";
 }
 
-TEST(HistoryView, AnOpenSnapshotIgnoresTheWindowButNotItsMemoryCounts) {
+TEST(HistoryView, IgnoresTheWindowForAnOpenSnapshotExceptInMemoryCounts) {
     HistoryPlace place{.workspace = devices, .isInSnapshot = true, .since = Date{49 * day}};
     EXPECT_EQ(shown(place), ids(history().timeline));
     EXPECT_EQ(counted(place).find("timeline 10 files 3 downloads 1 clipboard 2"), 0U);

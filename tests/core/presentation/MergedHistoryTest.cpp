@@ -15,7 +15,7 @@ using Kind = MemoryRecord::Kind;
 
 MemoryRecord randomRecord(std::mt19937& random, int number) {
     MemoryRecord record;
-    // Few times, so that many records share one, and identifiers in no order of time.
+    // Many records have the same time, and the ids are not in order of time.
     record.timestamp = Date{static_cast<double>(random() % 20)};
     record.id = std::to_string(random() % 1'000) + "-" + std::to_string(number);
     record.kind = static_cast<Kind>(random() % json::rawValues<Kind>.size());
@@ -41,7 +41,7 @@ void expectSame(const MergedHistory& changed, const MergedHistory& whole) {
 
 } // namespace
 
-TEST(MergedHistory, IsTheSameWhetherItIsChangedOrMadeAnew) {
+TEST(MergedHistory, IsTheSameWhetherChangedOrRebuilt) {
     std::mt19937 random(7);
     MemoryArchive archive;
     MemoryEventList memory;
@@ -72,7 +72,7 @@ TEST(MergedHistory, IsTheSameWhetherItIsChangedOrMadeAnew) {
     EXPECT_GT(number, 200);
 }
 
-TEST(MemoryEventList, MakesEventsOfNewRecordsAlone) {
+TEST(MemoryEventList, MakesEventsOnlyForNewRecords) {
     std::mt19937 random(7);
     MemoryArchive archive;
     for (int i = 0; i < 3; ++i)

@@ -28,7 +28,7 @@ std::string failureOf(const Json& document) {
 /// One value of each JSON type.
 const Json samples[] = {nullptr, true, 7, 0.25, "other", Json::array(), Json::object()};
 
-/// True when a field that holds `original` could hold `other` as well, by its type alone.
+/// True when a field with the value `original` also accepts the type of `other`.
 bool interchangeable(const Json& original, const Json& other) {
     if (original.is_number_float())
         return other.is_number();
@@ -37,8 +37,8 @@ bool interchangeable(const Json& original, const Json& other) {
     return original.type() == other.type();
 }
 
-/// Holds the record's stored form against `shape`: its keys in order, with "?" behind one that
-/// may be missing. Then each key in turn is left out, made null and given every other type.
+/// Checks the record's stored form: its keys in the order of `shape`, where "?" marks keys that may
+/// be missing. Then leaves out each key, sets it to null and to a value of every other type.
 template <class Record>
 void expectShape(const std::string& shape) {
     SCOPED_TRACE(shape);
@@ -207,7 +207,7 @@ RC_GTEST_PROP(StoredForm, OfAnEventReadsBackEqual, ()) {
 
 namespace {
 
-/// The same but for its dates in each of several observations.
+/// Equal in several observations except for its date.
 FolderSize recurringFolder(int observation) {
     FolderSize size = test::folder("/same", 9, {{"x", 9}});
     size.directFileSizes.emplace({{"file", 9}});
@@ -226,7 +226,7 @@ StorageMeasurementRecord recurringRecord(int observation) {
 
 } // namespace
 
-TEST(StoredForm, KeepsEqualPartsOfADocumentOnce) {
+TEST(StoredForm, SharesEqualPartsOfADocument) {
     Journal journal;
     for (int i = 0; i < 2; ++i) {
         Snapshot snapshot;
@@ -242,7 +242,7 @@ TEST(StoredForm, KeepsEqualPartsOfADocumentOnce) {
     EXPECT_TRUE(first.applications[1].sameObject(second.applications[1]));
     EXPECT_FALSE(first.applications[0].sameObject(second.applications[1]));
     EXPECT_FALSE(first.folders[0].sameObject(second.folders[0]));
-    // What was measured anew in each of them shares the parts that did not change.
+    // Records that differ share their equal parts.
     const FolderSize& size = *first.folders[1];
     const FolderSize& laterSize = *second.folders[1];
     EXPECT_NE(size, laterSize);

@@ -32,22 +32,22 @@ struct BatchedWalk : testing::Test {
 
 } // namespace
 
-TEST_F(BatchedWalk, RestsAfterSoManyStepsAndEndsInTheResult) {
+TEST_F(BatchedWalk, PausesAfterEachBatchOfSteps) {
     EXPECT_EQ(run({}).value().value().bytes, 2100);
     EXPECT_EQ(clock.pauses, 2);
     EXPECT_DOUBLE_EQ(clock.elapsed, 0.002);
 }
 
-TEST_F(BatchedWalk, RestsAfterSoMuchTime) {
+TEST_F(BatchedWalk, PausesAfterTheTimeOfABatch) {
     clock.readingStep = 0.005;
     std::int64_t firstBatch = 0;
     clock.onPause = [&] { firstBatch = firstBatch ? firstBatch : walk->count(); };
     EXPECT_TRUE(run({}).has_value());
-    // The batch starts at one reading and its fifth step is the one that reaches its end.
+    // The batch starts at the first reading of the clock; the fifth step reaches 25 milliseconds.
     EXPECT_EQ(firstBatch, 5);
 }
 
-TEST_F(BatchedWalk, IsResumedWhereABudgetLeftIt) {
+TEST_F(BatchedWalk, ResumesWhereABudgetEnded) {
     EXPECT_EQ(run({.steps = 1500}).error(), Failure::paused);
     EXPECT_EQ(walk->count(), 1500);
     EXPECT_EQ(clock.pauses, 1);
@@ -63,7 +63,7 @@ TEST_F(BatchedWalk, IsResumedWhereABudgetLeftIt) {
     EXPECT_EQ(run({}).value().value().bytes, 2100);
 }
 
-TEST_F(BatchedWalk, StopsWhenCancelledInAPauseOrBefore) {
+TEST_F(BatchedWalk, StopsWhenCancelled) {
     clock.onPause = [&] { stop.request_stop(); };
     EXPECT_EQ(run({}).error(), Failure::cancelled);
     EXPECT_EQ(walk->count(), 1024);

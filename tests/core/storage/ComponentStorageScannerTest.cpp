@@ -4,12 +4,10 @@
 #include "core/base/JsonDecoder.h"
 #include "core/base/JsonEncoder.h"
 #include "tests/support/ManualClock.h"
+#include "tests/support/ResourceLimit.h"
 #include "tests/support/TemporaryFolder.h"
 
-#include <csignal>
-
 #include <gtest/gtest.h>
-#include <sys/resource.h>
 
 using namespace tidemark;
 using test::ManualClock;
@@ -81,7 +79,7 @@ TEST_F(Scanner, KeepsAMeasurementInAPrivateFileUntilItIsDueAgain) {
               ManualClock::start + 100);
 }
 
-TEST_F(Scanner, WithoutAnIntervalMeasuresAlsoAfterTheClockWasSetBack) {
+TEST_F(Scanner, MeasuresAfterTheClockWasSetBackWithoutAnInterval) {
     folder.write("a/file", "1");
     collectOne(item("a"));
     folder.write("a/file", "12");
@@ -89,7 +87,7 @@ TEST_F(Scanner, WithoutAnIntervalMeasuresAlsoAfterTheClockWasSetBack) {
     EXPECT_EQ(collectOne(item("a")).bytes, 2);
 }
 
-TEST_F(Scanner, ManySmallItemsRestLikeALargeOne) {
+TEST_F(Scanner, PausesBetweenManySmallItems) {
     const auto original = folder.write("file", "1");
     std::vector<StorageMeasurementItem> items;
     for (const char* name : {"a", "b", "c", "d", "e"}) {
@@ -106,10 +104,10 @@ TEST_F(Scanner, ManySmallItemsRestLikeALargeOne) {
         return sized(1);
     };
     scanner.collect(items, 9, 0, slow);
-    EXPECT_EQ(clock.pauses, 4) << "after each two of them";
+    EXPECT_EQ(clock.pauses, 4) << "after every two items";
 }
 
-TEST_F(Scanner, EveryItemTakesItsTurn) {
+TEST_F(Scanner, MeasuresItemsInTurn) {
     std::string order;
     const auto measure = [&](const fs::path& path, double) {
         order += path.filename().native();
@@ -124,12 +122,12 @@ TEST_F(Scanner, EveryItemTakesItsTurn) {
         scanner.collect(items, seconds, 0, measure);
         return order;
     };
-    EXPECT_EQ(collect("dcba", 3), "abc") << "those never tried go by path";
+    EXPECT_EQ(collect("dcba", 3), "abc") << "items never attempted are in order of path";
     EXPECT_EQ(collect("abcd", 2), "da");
     EXPECT_EQ(collect("abcde", 9), "ebcda");
 }
 
-TEST_F(Scanner, SlicesGrowWithFailuresAndAnEarlierSizeStays) {
+TEST_F(Scanner, GrowsSlicesWithFailuresAndKeepsAnEarlierSize) {
     std::vector<double> slices;
     const auto fail = [&](const fs::path&, double slice) {
         slices.push_back(slice);
@@ -153,14 +151,14 @@ TEST_F(Scanner, SlicesGrowWithFailuresAndAnEarlierSizeStays) {
     EXPECT_FALSE(record.matchesObservedMetadata());
 
     scanner.collect({item("a")}, 50, 0, succeed);
-    EXPECT_EQ(slices.back(), 50) << "no more than remains";
+    EXPECT_EQ(slices.back(), 50) << "not more than the remaining time";
     record = collectOne(item("a"), 0, succeed);
     EXPECT_EQ(slices.back(), 15);
     EXPECT_EQ(record.attempts, 0);
     EXPECT_FALSE(record.issue);
 }
 
-TEST_F(Scanner, AChangedItemKeepsItsOldSizeUntilMeasuredButAnotherOneDoesNot) {
+TEST_F(Scanner, KeepsTheOldSizeOfAChangedItemUntilMeasured) {
     collectOne(item("a"), 0, [](auto&, double) { return sized(7); });
     const auto changed = *scanner.collect({item("a", 2)}, 0, never).records.at(0);
     EXPECT_EQ(changed.bytes, 7);
@@ -174,7 +172,7 @@ TEST_F(Scanner, AChangedItemKeepsItsOldSizeUntilMeasuredButAnotherOneDoesNot) {
     EXPECT_EQ(*scanner.collect({other}, 0, never).records.at(0), fresh);
 }
 
-TEST_F(Scanner, AWalkSpansCollectsUntilItsItemChanges) {
+TEST_F(Scanner, ContinuesAWalkUntilItsItemChanges) {
     for (const char* name : {"1", "2", "3", "4"})
         folder.write(std::string("ab/") + name, "12");
     ComponentStorageScanner small(file, 3, clock);
@@ -190,7 +188,7 @@ TEST_F(Scanner, AWalkSpansCollectsUntilItsItemChanges) {
     EXPECT_EQ(record.visitedEntries, 1);
 
     collect(1);
-    EXPECT_EQ(collect(2).issue, rawValue(Failure::paused)) << "begun anew";
+    EXPECT_EQ(collect(2).issue, rawValue(Failure::paused)) << "started again";
     record = collect(3);
     EXPECT_EQ(record.bytes, 8) << "a folder that always changes is measured";
     EXPECT_EQ(record.measuredItem, item("ab", 2));
@@ -204,7 +202,7 @@ TEST_F(Scanner, AWalkSpansCollectsUntilItsItemChanges) {
     EXPECT_EQ(collect(2).issue, rawValue(Failure::paused)) << "dropped";
 }
 
-TEST_F(Scanner, AWalkThatSpansCollectsMeasuresATreeThatChangesBetweenThem) {
+TEST_F(Scanner, MeasuresATreeThatChangesBetweenCaptures) {
     const auto files = [&](int from, int to) {
         for (int name = from; name < to; ++name)
             folder.write("a/sub/" + std::to_string(name), "1");
@@ -224,7 +222,7 @@ TEST_F(Scanner, AWalkThatSpansCollectsMeasuresATreeThatChangesBetweenThem) {
     EXPECT_LE(record.bytes, 1000);
 }
 
-TEST_F(Scanner, UnfinishedWalksHoldNothingOpen) {
+TEST_F(Scanner, KeepsNothingOpenForUnfinishedWalks) {
     constexpr int children = 520;
     std::vector<StorageMeasurementItem> items;
     for (int name = 0; name < children; ++name) {
@@ -234,10 +232,7 @@ TEST_F(Scanner, UnfinishedWalksHoldNothingOpen) {
     const auto openDescriptors = [] {
         return std::distance(fs::directory_iterator("/proc/self/fd"), {});
     };
-    rlimit before{};
-    ::getrlimit(RLIMIT_NOFILE, &before);
-    const rlimit tight{64, before.rlim_max};
-    ::setrlimit(RLIMIT_NOFILE, &tight);
+    const test::ResourceLimit few(RLIMIT_NOFILE, 64);
     const auto atRest = openDescriptors();
     ComponentStorageScanner small("", 1, clock);
     for (int step = 0; step < 2; ++step) {
@@ -248,11 +243,10 @@ TEST_F(Scanner, UnfinishedWalksHoldNothingOpen) {
     StorageMeasurementReport report;
     for (int step = 0; step < 5 && report.matchingCount() < children; ++step)
         report = small.collect(items, 1000, 0);
-    ::setrlimit(RLIMIT_NOFILE, &before);
     EXPECT_EQ(report.knownBytes(), children);
 }
 
-TEST_F(Scanner, NeverWalksThroughALinkThatTookThePlaceOfAnItem) {
+TEST_F(Scanner, DoesNotFollowALinkThatReplacedAnItem) {
     folder.write("outside/sub/file", "12345");
     folder.write("root/a/file", "1");
     folder.write("root/b/sub/file", "1");
@@ -305,7 +299,7 @@ TEST_F(Scanner, SavesOnceASecondAndAfterLongItemsAndAtTheEnd) {
     EXPECT_EQ(stored().size(), 2U);
 }
 
-TEST_F(Scanner, LetsOthersInDuringItsPauses) {
+TEST_F(Scanner, AllowsOtherCallsDuringItsPauses) {
     const auto first = folder.write("a/file", "1");
     for (int name = 0; name < 2000; ++name)
         fs::create_hard_link(first, folder / "a" / std::to_string(name));
@@ -323,11 +317,11 @@ TEST_F(Scanner, LetsOthersInDuringItsPauses) {
     const auto known = collectOne(item("c"));
     const auto report = scanner.collect({item("a"), item("c")}, 100, 0, {}, stop.get_token());
     EXPECT_EQ(report.records.at(0)->attemptedAt, known.attemptedAt) << "its result was dropped";
-    EXPECT_EQ(*report.records.at(1), known) << "not begun";
+    EXPECT_EQ(*report.records.at(1), known) << "not started";
     EXPECT_NO_THROW(collectOne(item("b")));
 }
 
-TEST_F(Scanner, IsFreeAgainAfterAMeasureThatThrows) {
+TEST_F(Scanner, IsUsableAfterAMeasureThatThrows) {
     const auto thrower = [](const fs::path&, double) -> ComponentStorageScanner::Measurement {
         throw std::runtime_error("no");
     };
@@ -335,7 +329,7 @@ TEST_F(Scanner, IsFreeAgainAfterAMeasureThatThrows) {
     EXPECT_EQ(collectOne(item("a"), 0, [](auto&, double) { return sized(1); }).bytes, 1);
 }
 
-TEST_F(Scanner, AFileThatCannotBeUnderstoodIsNeverOverwritten) {
+TEST_F(Scanner, DoesNotOverwriteADamagedFile) {
     const std::string good =
         json::encoded(MeasurementRecords{{item("a").path, Shared(recordOf(item("a"), Date{1}))}});
     const std::string withoutAttempts = R"({"/a":{"item":{"path":"/a","name":"a","identifier":"",)"
@@ -353,7 +347,7 @@ TEST_F(Scanner, AFileThatCannotBeUnderstoodIsNeverOverwritten) {
     EXPECT_EQ(scanner.collect({item("a")}, 0, 0).records.at(0)->bytes, 1);
 }
 
-TEST_F(Scanner, AFailedSaveFailsTheCallButKeepsTheSize) {
+TEST_F(Scanner, KeepsTheSizesWhenASaveFails) {
     int measured = 0;
     const auto measure = [&](const fs::path&, double) {
         clock.advance(1.5);
@@ -362,14 +356,10 @@ TEST_F(Scanner, AFailedSaveFailsTheCallButKeepsTheSize) {
     collectOne(item("a"), 0, measure);
     const std::string before = test::contents(file);
 
-    rlimit limit{};
-    ::getrlimit(RLIMIT_FSIZE, &limit);
-    const rlimit full{100, limit.rlim_max};
-    const auto handler = std::signal(SIGXFSZ, SIG_IGN);
-    ::setrlimit(RLIMIT_FSIZE, &full);
-    EXPECT_THROW(scanner.collect({item("b"), item("c")}, 10, never, measure), Error);
-    ::setrlimit(RLIMIT_FSIZE, &limit);
-    std::signal(SIGXFSZ, handler);
+    {
+        const test::ResourceLimit disk(RLIMIT_FSIZE, 100);
+        EXPECT_THROW(scanner.collect({item("b"), item("c")}, 10, never, measure), Error);
+    }
     EXPECT_EQ(test::contents(file), before);
     EXPECT_EQ(test::namesIn(file.parent_path()), "records.json");
     EXPECT_EQ(measured, 2) << "the call fails at once";
@@ -380,7 +370,7 @@ TEST_F(Scanner, AFailedSaveFailsTheCallButKeepsTheSize) {
     EXPECT_EQ(stored().size(), 3U);
 }
 
-TEST_F(Scanner, AFolderWalkedAsPartOfAnotherCostsNothingInTheSameCapture) {
+TEST_F(Scanner, DoesNotWalkAFolderTwiceInOneCapture) {
     folder.write("a/sub/deep/file", "12345");
     const auto measureBoth = [&] {
         collectOne(item("a"));
@@ -395,7 +385,7 @@ TEST_F(Scanner, AFolderWalkedAsPartOfAnotherCostsNothingInTheSameCapture) {
     folder.write("a/sub/deep/file", "123456789");
     EXPECT_EQ(collectOne(item("a/sub")).bytes, 5);
     scanner.beginCapture();
-    EXPECT_EQ(collectOne(item("a/sub")).bytes, 9) << "a new capture looks anew";
+    EXPECT_EQ(collectOne(item("a/sub")).bytes, 9) << "a new capture measures again";
     scanner.endCapture();
     folder.write("a/sub/deep/file", "1");
     EXPECT_EQ(collectOne(item("a/sub")).bytes, 1);

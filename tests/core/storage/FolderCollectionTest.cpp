@@ -75,7 +75,7 @@ TEST_F(FolderCollection, ListsFilesNowAndMeasuresSubfolders) {
     EXPECT_FALSE(late->attemptedAt) << "the listing took all the time";
 }
 
-TEST_F(FolderCollection, ATrashWithOnlyAFileManagersFileIsEmpty) {
+TEST_F(FolderCollection, IgnoresTheFileManagersFileInATrash) {
     for (const std::string name : {".Trash", "Music"})
         folder.write(name + "/.DS_Store", "123");
     const auto report = scanner.collectFolder(folder / ".Trash", 10);
@@ -85,7 +85,7 @@ TEST_F(FolderCollection, ATrashWithOnlyAFileManagersFileIsEmpty) {
     EXPECT_EQ(scanner.collectFolder(folder / "Music", 10).itemCount, 1);
 }
 
-TEST_F(FolderCollection, AListingIsWholeOrAFailure) {
+TEST_F(FolderCollection, ListsAFolderCompletelyOrFails) {
     folder.write("file", "1");
     folder.write("root/file", "1");
     folder.makeFolder("empty");
@@ -111,7 +111,7 @@ TEST_F(FolderCollection, AListingIsWholeOrAFailure) {
 }
 
 TEST_F(FolderCollection, ListsUpToAHundredThousandEntries) {
-    // A name is made far faster than a file, but a file takes no more than 65,000 names.
+    // Creating a link is far faster than creating a file, but a file can have at most 65,000 links.
     const fs::path sources[] = {folder.write("root/0", "1"), folder.write("root/1", "1")};
     for (int name = 2; name < 100'000; ++name)
         ASSERT_EQ(

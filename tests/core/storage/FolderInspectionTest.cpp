@@ -31,7 +31,7 @@ FolderStorageReport reportOf(std::vector<Shared<StorageMeasurementRecord>> child
     return report;
 }
 
-/// A parent of children that are told as "name size", "?" for an unknown size.
+/// A folder with these children; a size is absent when it is unknown.
 Node parentOf(const std::vector<std::pair<std::string, Bytes>>& children, bool complete) {
     Node parent;
     parent.path = "/r";
@@ -58,7 +58,7 @@ std::string textOf(const std::vector<FolderInspectionRow>& rows) {
 
 } // namespace
 
-TEST(FolderStorageReport, IsASizeOnlyWhenEveryChildHasOne) {
+TEST(FolderStorageReport, HasASizeOnlyWhenEveryChildHasOne) {
     auto measured = recordOf("/r/a", 5);
     measured.allocatedBytes = 8;
     auto report = reportOf(test::shared(measured, recordOf("/elsewhere/a", 2)), 0);
@@ -66,7 +66,7 @@ TEST(FolderStorageReport, IsASizeOnlyWhenEveryChildHasOne) {
     const auto size = report.folderSize().value();
     EXPECT_EQ(size.bytes, 7);
     EXPECT_EQ(size.breakdown, (Sizes{{"a", 7}}));
-    EXPECT_FALSE(size.allocatedBytes) << "one child's is not known";
+    EXPECT_FALSE(size.allocatedBytes) << "the size of one child is not known";
     EXPECT_EQ(size.measuredAt, Date{7});
 
     report.children.records = test::shared(measured);
@@ -79,7 +79,7 @@ TEST(FolderInspectionNode, ShowsASizeByItsParts) {
     FolderSize size;
     size.path = "/r";
     size.bytes = 10;
-    EXPECT_FALSE(Node::recorded(size).children) << "nothing is known of the parts";
+    EXPECT_FALSE(Node::recorded(size).children) << "the parts are not known";
     EXPECT_FALSE(Node::recorded(size).childrenComplete);
 
     size.breakdown.emplace({{"Files in folder", 99}, {"sub", 4}});
@@ -96,17 +96,17 @@ TEST(FolderInspectionNode, ShowsASizeByItsParts) {
     EXPECT_EQ(node.children->at(1).path, "/r/sub");
     EXPECT_FALSE(node.children->at(1).childrenComplete);
 
-    EXPECT_TRUE(Node::recorded(FolderSize{}).childrenComplete) << "empty, and known to be";
+    EXPECT_TRUE(Node::recorded(FolderSize{}).childrenComplete) << "known to be empty";
 
     size.directFileSizes.emplace({});
     size.breakdown.emplace({{"sub", 10}});
     const auto withoutFiles = Node::recorded(size);
-    ASSERT_EQ(withoutFiles.children->size(), 2U) << "no files is something that is known";
+    ASSERT_EQ(withoutFiles.children->size(), 2U) << "it is known that there are no files";
     EXPECT_TRUE(withoutFiles.children->at(0).isFileGroup);
     EXPECT_EQ(withoutFiles.children->at(0).bytes, 0);
 }
 
-TEST(FolderInspectionNode, TakesTheFirstThatASnapshotKnowsOfARoot) {
+TEST(FolderInspectionNode, UsesTheBestRecordOfASnapshot) {
     Snapshot snapshot;
     EXPECT_EQ(Node::recorded("/r/x", snapshot).name, "x");
     EXPECT_FALSE(Node::recorded("/r", snapshot).bytes);
@@ -145,7 +145,7 @@ TEST(FolderInspectionNode, TakesTheFirstThatASnapshotKnowsOfARoot) {
     ASSERT_EQ(node.children->size(), 4U);
     EXPECT_FALSE(node.children->at(0).childrenComplete);
     EXPECT_TRUE(node.children->at(1).childrenComplete);
-    EXPECT_FALSE(node.children->at(2).childrenComplete) << "nothing is known of its parts";
+    EXPECT_FALSE(node.children->at(2).childrenComplete) << "its parts are not known";
     EXPECT_EQ(node.children->at(3).path, fileGroupPath);
     snapshot.folderStorage = {{reportOf(test::shared(whole), 0)}};
     EXPECT_EQ(Node::recorded("/r", snapshot).bytes, 5);

@@ -7,8 +7,8 @@
 
 using namespace tidemark;
 
-/// What ThreadSanitizer is asked to look at: each call, while a measurement has the lock given up.
-TEST(ScannerThreads, EachCallMayComeWhileItemsAreMeasured) {
+/// For ThreadSanitizer: each call while a measurement has released the lock.
+TEST(ScannerThreads, AllowsEachCallDuringAMeasurement) {
     const test::TemporaryFolder folder;
     const auto sub = folder.makeFolder("sub");
     ComponentStorageScanner scanner(folder / "records.json", 1'000'000);
@@ -28,7 +28,7 @@ TEST(ScannerThreads, EachCallMayComeWhileItemsAreMeasured) {
                     try {
                         call();
                     } catch (const Error&) {
-                        // That another measurement runs.
+                        // Another measurement is running.
                     }
                 })
                 .runUntilItWaits();

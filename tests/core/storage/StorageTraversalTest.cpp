@@ -3,13 +3,13 @@
 #include "core/base/FileDescriptor.h"
 #include "tests/support/FolderWalk.h"
 #include "tests/support/OrdinaryUser.h"
+#include "tests/support/ResourceLimit.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sched.h>
 #include <sys/mount.h>
-#include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 
@@ -27,7 +27,7 @@ StorageTraversal opened(const fs::path& folder, std::int64_t entryLimit = 1'000'
     return StorageTraversal::open(folder, entryLimit).value();
 }
 
-/// A row of folders, each inside the one before, made by descriptor since no path reaches down.
+/// Nested folders, created by descriptor because the path would be too long.
 void makeDeepTree(const fs::path& root, int depth, const std::string& name) {
     FileDescriptor folder(::open(root.c_str(), O_RDONLY | O_DIRECTORY));
     for (int level = 0; level < depth; ++level) {
@@ -39,7 +39,7 @@ void makeDeepTree(const fs::path& root, int depth, const std::string& name) {
     ASSERT_EQ(::write(file.get(), "1234", 4), 4);
 }
 
-/// From the bottom up; the library's own removal of trees holds every level open.
+/// From the bottom up, because `remove_all` keeps every level open.
 void removeDeepTree(const fs::path& root, int depth, const std::string& name) {
     FileDescriptor folder(::open(root.c_str(), O_RDONLY | O_DIRECTORY));
     for (int level = 0; level < depth; ++level)
@@ -125,7 +125,7 @@ TEST(StorageTraversal, StartsAtFoldersOnly) {
     EXPECT_EQ(size.directFileSizes, Sizes{});
 }
 
-TEST(StorageTraversal, EndsAtTheEntryBehindTheLimit) {
+TEST(StorageTraversal, EndsAtTheEntryAfterTheLimit) {
     const TemporaryFolder folder;
     folder.write("a", "1");
     folder.write("b/c", "1");
@@ -133,7 +133,7 @@ TEST(StorageTraversal, EndsAtTheEntryBehindTheLimit) {
     EXPECT_EQ(failureOf(walkToEnd(folder.path(), 2)), Failure::entryLimit);
 }
 
-TEST(StorageTraversal, AFolderThatCannotBeReadCostsTheSizeButNotTheWalk) {
+TEST(StorageTraversal, ContinuesWithoutASizeAfterAnUnreadableFolder) {
     const TemporaryFolder folder;
     folder.write("locked/file", "1");
     folder.write("listed only/file", "1");
@@ -149,7 +149,7 @@ TEST(StorageTraversal, AFolderThatCannotBeReadCostsTheSizeButNotTheWalk) {
     EXPECT_EQ(failureOf(walkToEnd(folder / "locked")), Failure::unavailable);
 }
 
-TEST(StorageTraversal, EndsInTheSizeOfWhatIsStillThere) {
+TEST(StorageTraversal, MeasuresWhatIsLeftOfATreeThatChanges) {
     const auto removeFolder = [](const auto& folder) { fs::remove_all(folder / "tree/sub"); };
     // The new folder may well get the inode of the old one.
     const auto replaceFolder = [](const auto& folder) {
@@ -158,11 +158,11 @@ TEST(StorageTraversal, EndsInTheSizeOfWhatIsStillThere) {
     };
     struct Case {
         const char* what;
-        /// Applied after the step that this is the number of: the first visits the file of the
+        /// The number of the step after which the tree is changed: the first visits the file of the
         /// root, the second enters the subfolder, the third and fourth visit its files.
         int step;
         void (*change)(const TemporaryFolder& folder);
-        /// Without a rest at the change, and with one.
+        /// The size without a pause at the change, and with one.
         std::int64_t bytes;
         std::int64_t bytesAfterRest;
     };
@@ -228,7 +228,7 @@ TEST(StorageTraversal, EndsInTheSizeOfWhatIsStillThere) {
     }
 }
 
-TEST(StorageTraversal, WhatIsWalkedAgainCountsOnceInTheFoldersAroundIt) {
+TEST(StorageTraversal, CountsAFolderThatIsWalkedAgainOnce) {
     const TemporaryFolder folder;
     folder.write("tree/a/b/done/file", "123");
     folder.write("tree/a/b/more/file", "1");
@@ -248,7 +248,7 @@ TEST(StorageTraversal, WhatIsWalkedAgainCountsOnceInTheFoldersAroundIt) {
     EXPECT_EQ(b.breakdown, (Sizes{{"new", 5}}));
 }
 
-TEST(StorageTraversal, ARestingWalkWhoseRootIsGoneEndsInAFailure) {
+TEST(StorageTraversal, FailsWhenTheRootIsRemovedDuringAPause) {
     const TemporaryFolder folder;
     for (const bool becomesAFile : {false, true}) {
         folder.write("tree/file", "1");
@@ -262,7 +262,7 @@ TEST(StorageTraversal, ARestingWalkWhoseRootIsGoneEndsInAFailure) {
     }
 }
 
-TEST(StorageTraversal, ARestingWalkFollowsNoLinkThatCameOnItsWay) {
+TEST(StorageTraversal, FollowsNoLinkThatAppearedDuringAPause) {
     const TemporaryFolder folder;
     folder.write("root/tree/file", "1");
     folder.write("outside/tree/file", "12345");
@@ -273,7 +273,7 @@ TEST(StorageTraversal, ARestingWalkFollowsNoLinkThatCameOnItsWay) {
     EXPECT_EQ(failureOf(walkToEnd(walk)), Failure::unavailable);
 }
 
-TEST(StorageTraversal, RestsAfterAnyStepAndEndsAlike) {
+TEST(StorageTraversal, GivesTheSameResultWithAPauseAfterEveryStep) {
     const TemporaryFolder folder;
     folder.write("tree/a/deep/down/file", "123");
     folder.write("tree/a/other/file", "12");
@@ -290,11 +290,11 @@ TEST(StorageTraversal, RestsAfterAnyStepAndEndsAlike) {
     EXPECT_EQ(failureOf(walkToEnd(limited, [&] { limited.rest(); })), Failure::entryLimit);
 }
 
-TEST(StorageTraversal, DoesNotLeaveATreeWhoseFolderWasMovedAway) {
+TEST(StorageTraversal, StaysInTheTreeWhenAFolderIsMovedAway) {
     const TemporaryFolder folder;
     for (const char* branch : {"one", "two"}) {
         folder.write(std::string("tree/") + branch + "/b/c/file", "1");
-        // What would be found by going up from where the folder is moved to.
+        // Would be found by going up with ".." from where the folder is moved to.
         folder.write(std::string("decoy/") + branch + "/big", std::string(1000, 'x'));
     }
     folder.makeFolder("decoy/place");
@@ -302,7 +302,7 @@ TEST(StorageTraversal, DoesNotLeaveATreeWhoseFolderWasMovedAway) {
     const auto result = walkToEnd(walk, [&] {
         if (walk.count() != 4 || walk.completedSizes().size() != 0)
             return;
-        // Deep in the first branch, where the root is not held open any more.
+        // Deep in the first branch, where the root is not open any more.
         std::error_code error;
         for (const char* branch : {"one", "two"})
             fs::rename(folder / "tree" / branch / "b", folder / "decoy/place" / branch, error);
@@ -310,13 +310,13 @@ TEST(StorageTraversal, DoesNotLeaveATreeWhoseFolderWasMovedAway) {
     EXPECT_EQ(result.value().bytes, 1) << "what was walked before it moved";
 }
 
-TEST(StorageTraversal, AFolderMountedBelowItselfDoesNotGoRound) {
+TEST(StorageTraversal, EndsAtAFolderMountedBelowItself) {
     const TemporaryFolder folder;
     folder.makeFolder("tree/sub/again");
     enum Outcome { notPermitted = 1, unreadable, other };
     const pid_t child = ::fork();
     if (child == 0) {
-        // The mount is seen by this process only and goes with it.
+        // The mount exists only for this process.
         if (::unshare(CLONE_NEWNS) != 0
             || ::mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) != 0
             || ::mount((folder / "tree").c_str(), (folder / "tree/sub/again").c_str(), nullptr,
@@ -329,11 +329,11 @@ TEST(StorageTraversal, AFolderMountedBelowItselfDoesNotGoRound) {
     int status = 0;
     ::waitpid(child, &status, 0);
     if (WEXITSTATUS(status) == notPermitted)
-        GTEST_SKIP() << "mounting takes more rights";
+        GTEST_SKIP() << "mounting is not permitted";
     EXPECT_EQ(WEXITSTATUS(status), unreadable);
 }
 
-TEST(StorageTraversal, NamesThatAreNoTextCountAsFilesButNotAsFolders) {
+TEST(StorageTraversal, CountsFilesButNotFoldersWithInvalidNames) {
     const TemporaryFolder folder;
     folder.write("bad \xFF", "123");
     folder.write("good é", "12");
@@ -346,20 +346,14 @@ TEST(StorageTraversal, NamesThatAreNoTextCountAsFilesButNotAsFolders) {
     EXPECT_EQ(failureOf(walkToEnd(folder / "sub/bad \xFF")), Failure::unreadable);
 }
 
-TEST(StorageTraversal, WalksDeeperThanAnyPathWithFewDescriptors) {
+TEST(StorageTraversal, WalksDeepTreesWithFewDescriptors) {
     constexpr int depth = 400;
     const TemporaryFolder folder;
     const std::string name(250, 'x');
     makeDeepTree(folder.path(), depth, name);
-    rlimit before{};
-    ::getrlimit(RLIMIT_NOFILE, &before);
-    const rlimit tight{32, before.rlim_max};
-    ::setrlimit(RLIMIT_NOFILE, &tight);
-
+    const test::ResourceLimit few(RLIMIT_NOFILE, 32);
     auto walk = opened(folder.path());
     const auto size = walkToEnd(walk).value();
-    ::setrlimit(RLIMIT_NOFILE, &before);
-
     EXPECT_EQ(size.bytes, 4);
     EXPECT_EQ(walk.count(), 2 * depth + 1);
     EXPECT_EQ(walk.completedSizes().size(), std::size_t{2 * depth});
@@ -370,7 +364,7 @@ TEST(StorageTraversal, WalksDeeperThanAnyPathWithFewDescriptors) {
     removeDeepTree(folder.path(), depth, name);
 }
 
-TEST(CompletedFolders, KeepsTheFirstAndFindsThemBelowUnfinishedOnes) {
+TEST(CompletedFolders, KeepsTheFirstFoldersUpToTheLimit) {
     CompletedFolders folders("/");
     const auto parent = folders.enter(CompletedFolders::noFolder, "parent");
     for (std::size_t k = 0; k <= CompletedFolders::limit; ++k)
@@ -386,7 +380,7 @@ TEST(CompletedFolders, KeepsTheFirstAndFindsThemBelowUnfinishedOnes) {
     EXPECT_FALSE(folders.find("/parent/10"));
 }
 
-TEST(FolderTotals, HugeSizesDoNotWrapAround) {
+TEST(FolderTotals, DoNotOverflow) {
     constexpr auto most = std::numeric_limits<std::int64_t>::max();
     FolderTotals totals;
     totals.addFile(most, most);

@@ -1,5 +1,6 @@
 #include "core/system/SystemFacts.h"
 
+#include "core/base/Files.h"
 #include "core/system/MountTable.h"
 #include "core/system/OsRelease.h"
 #include "core/system/UserFolders.h"
@@ -11,7 +12,7 @@
 
 using namespace tidemark;
 
-TEST(MountTable, ReadsTheKernelsForm) {
+TEST(MountTable, ParsesTheKernelsFormat) {
     const auto table = parseMountTable("22 1 254:0 / / rw,relatime shared:1 - ext4 /dev/root rw\n"
                                        "nonsense\n"
                                        "30 22 0:40 / /mnt/My\\040Disk rw - nfs4 host:/x ro,vers=4\n"
@@ -37,7 +38,7 @@ TEST(MountTable, ReadsTheKernelsForm) {
     EXPECT_FALSE(isNetworkFileSystem("ext4"));
 }
 
-TEST(OsRelease, UndoesTheQuotingOfTheShell) {
+TEST(OsRelease, RemovesShellQuoting) {
     const auto values =
         parseOsRelease("# comment\nNAME='A \"B\"'\nVERSION_ID=\"1\\\"2\"\nEMPTY=\n");
     EXPECT_EQ(values.at("NAME"), "A \"B\"");
@@ -48,6 +49,9 @@ TEST(OsRelease, UndoesTheQuotingOfTheShell) {
 }
 
 TEST(SystemFacts, DescribesTheVolumeOfThisMachine) {
+    const auto mounts = parseMountTable(readFile("/proc/self/mountinfo"));
+    if (std::ranges::none_of(mounts, [](const auto& mount) { return mount.mountPoint == "/"; }))
+        GTEST_SKIP() << "this machine's mount table has no entry for /";
     struct statvfs status{};
     ASSERT_EQ(::statvfs("/", &status), 0);
     const auto context = SystemFacts::readVolumeContext("/");

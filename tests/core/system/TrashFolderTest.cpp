@@ -16,11 +16,8 @@ UserFolders::Environment withDataIn(const std::string& data) {
 
 } // namespace
 
-TEST(TrashFolder, IsKnownByItsPath) {
-    const struct {
-        const char* path;
-        bool isTrash;
-    } cases[] = {
+TEST(TrashFolder, IsRecognisedByItsPath) {
+    const std::pair<const char*, bool> cases[] = {
         {"/home/.Trash", true},
         {"/home/.Trash/", true},
         {"/home/.trash", false},
@@ -52,7 +49,7 @@ TEST(TrashFolder, IsKnownByItsPath) {
 }
 
 #ifndef __APPLE__
-TEST(TrashFolder, OfADataFolderThatIsALinkIsKnownByBothPaths) {
+TEST(TrashFolder, IsRecognisedThroughALinkedDataFolder) {
     const test::TemporaryFolder folder;
     folder.makeFolder("disk/Trash/files");
     std::filesystem::create_symlink(folder / "disk", folder / "data");

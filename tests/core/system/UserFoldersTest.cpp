@@ -26,11 +26,7 @@ void setMode(const std::filesystem::path& folder, unsigned mode) {
 
 #ifndef __APPLE__
 TEST(UserFolders, FollowTheVariablesThatAreAbsolutePaths) {
-    const struct {
-        std::map<std::string, std::string> given;
-        std::string data;
-        std::string configuration;
-    } cases[] = {
+    const std::tuple<std::map<std::string, std::string>, std::string, std::string> cases[] = {
         {{{"HOME", "/h"}}, "/h/.local/share", "/h/.config"},
         {{{"HOME", "/h"}, {"XDG_DATA_HOME", "/d"}, {"XDG_CONFIG_HOME", "/c"}}, "/d", "/c"},
         {{{"HOME", "/h"}, {"XDG_DATA_HOME", "d"}, {"XDG_CONFIG_HOME", ""}},
@@ -45,11 +41,8 @@ TEST(UserFolders, FollowTheVariablesThatAreAbsolutePaths) {
 }
 #endif
 
-TEST(UserFolders, KnowsTheFoldersOfTheDesktopByTheirLocalNames) {
-    const struct {
-        const char* lines;
-        std::optional<std::string> found;
-    } cases[] = {
+TEST(UserFolders, ReadsLocalisedFolders) {
+    const std::pair<const char*, std::optional<std::string>> cases[] = {
         {"XDG_DOWNLOAD_DIR=\"$HOME/Téléchargements\"", "/h/Téléchargements"},
         {"# XDG_DOWNLOAD_DIR=\"/no\"\n\t XDG_DOWNLOAD_DIR = \"/a b/\" # yes\r", "/a b"},
         {"XDG_DOWNLOAD_DIR=\"/first\"\nXDG_DOWNLOAD_DIR=\"/last\"", "/last"},
@@ -75,7 +68,7 @@ TEST(UserFolders, KnowsTheFoldersOfTheDesktopByTheirLocalNames) {
     }
 }
 
-TEST(UserFolders, TheRuntimeFolderIsTheFirstThatIsPrivate) {
+TEST(UserFolders, UsesTheFirstPrivateRuntimeFolder) {
     const TemporaryFolder folder;
     const std::string user = std::to_string(::geteuid());
     const auto given = folder.makeFolder("given");
@@ -90,5 +83,5 @@ TEST(UserFolders, TheRuntimeFolderIsTheFirstThatIsPrivate) {
     EXPECT_EQ(found(), session);
     std::filesystem::remove(session);
     std::filesystem::create_symlink(given, session);
-    EXPECT_EQ(found(), std::nullopt) << "a link may lead to another user's trap";
+    EXPECT_EQ(found(), std::nullopt) << "a link may lead to another user's folder";
 }

@@ -56,13 +56,26 @@ FolderSize rolling(FolderSize size) {
 } // namespace
 
 TEST(DiffEngine, ComparesApplications) {
-    const auto with = [](std::vector<Application> was, std::vector<Application> is,
-                         const std::function<void(Coverage&, Coverage&)>& cover = {}) {
+    using Paths = std::set<std::string>;
+    const Paths usual{"/Applications"};
+    const auto with = [&](std::vector<Application> was, std::vector<Application> is) {
         return [=](Snapshot& before, Snapshot& after) {
             before.applications = test::shared(was);
             after.applications = test::shared(is);
-            if (cover)
-                cover(before.coverage, after.coverage);
+        };
+    };
+    const auto reading = [](const Paths& was, const Paths& is, const auto& arrange) {
+        return [=](Snapshot& before, Snapshot& after) {
+            arrange(before, after);
+            before.coverage.applicationRoots.emplace(Paths(was));
+            after.coverage.applicationRoots.emplace(Paths(is));
+        };
+    };
+    const auto excluding = [](const Paths& was, const Paths& is, const auto& arrange) {
+        return [=](Snapshot& before, Snapshot& after) {
+            arrange(before, after);
+            before.coverage.excludedPaths.emplace(Paths(was));
+            after.coverage.excludedPaths.emplace(Paths(is));
         };
     };
     const Application a = application("A");
@@ -78,59 +91,37 @@ TEST(DiffEngine, ComparesApplications) {
     outside.path = "/Applications";
     Application sibling = a;
     sibling.path = "/ApplicationsOld/A.app";
+    const char* removed = "applicationRemoved /Applications/B.app";
+    const char* installed = "applicationInstalled /Applications/A.app";
     expectChanges({
         {"nothing", with({a, b}, {b, a}), ""},
-        {"order is that of the paths", with({b}, {application("C"), a}),
+        {"in the order of the paths", with({b}, {application("C"), a}),
          "applicationInstalled /Applications/A.app\napplicationRemoved /Applications/B.app\n"
          "applicationInstalled /Applications/C.app"},
         {"version", with({a}, {application("A", "2")}), "applicationUpdated /Applications/A.app"},
         {"build", with({a}, {application("A", "1", "2")}),
          "applicationUpdated /Applications/A.app"},
-        {"name and date say nothing", with({a}, {renamed}), ""},
+        {"name and date are not compared", with({a}, {renamed}), ""},
         {"another bundle in place", with({a, b}, {stranger, application("B", "2")}),
          "applicationRemoved /Applications/A.app\napplicationInstalled /Applications/A.app\n"
          "applicationUpdated /Applications/B.app"},
         {"moved", with({a}, {moved}),
          "applicationRemoved /Applications/A.app\n"
          "applicationInstalled /Applications/Folder/A.app"},
-        {"first of two holds", with({a}, {a, application("A", "2")}), ""},
-        {"first of two earlier ones holds", with({a, application("A", "2")}, {a}), ""},
+        {"the first of two counts", with({a}, {a, application("A", "2")}), ""},
+        {"the first of two earlier ones counts", with({a, application("A", "2")}, {a}), ""},
         {"not below a root", with({}, {outside, sibling}), ""},
-        {"root became unreadable",
-         with({a}, {},
-              [](Coverage&, Coverage& after) { after.applicationRoots.emplace({"/Other"}); }),
-         ""},
-        {"root became readable",
-         with({}, {a}, [](Coverage& before, Coverage&) { before.applicationRoots.emplace({}); }),
-         ""},
-        {"a root inside that is monitored no longer",
-         with({moved}, {},
-              [](Coverage& before, Coverage&) {
-                  before.applicationRoots.emplace({"/Applications", "/Applications/Folder"});
-              }),
-         ""},
-        {"a root inside that is monitored from now on",
-         with({b}, {moved},
-              [](Coverage&, Coverage& after) {
-                  after.applicationRoots.emplace({"/Applications", "/Applications/Folder"});
-              }),
-         "applicationRemoved /Applications/B.app"},
-        {"excluded before",
-         with({a, b}, {},
-              [](Coverage& before, Coverage&) {
-                  before.excludedPaths.emplace({"/Applications/A.app"});
-              }),
-         "applicationRemoved /Applications/B.app"},
+        {"root became unreadable", reading(usual, {"/Other"}, with({a}, {})), ""},
+        {"root became readable", reading({}, usual, with({}, {a})), ""},
+        {"an inner root is monitored no longer",
+         reading({"/Applications", "/Applications/Folder"}, usual, with({moved}, {})), ""},
+        {"an inner root is monitored from now on",
+         reading(usual, {"/Applications", "/Applications/Folder"}, with({b}, {moved})), removed},
+        {"excluded before", excluding({"/Applications/A.app"}, {}, with({a, b}, {})), removed},
         {"excluded after, by a folder above",
-         with({moved}, {a},
-              [](Coverage&, Coverage& after) {
-                  after.excludedPaths.emplace({"/Applications/Folder"});
-              }),
-         "applicationInstalled /Applications/A.app"},
-        {"an exclusion is no prefix of a name",
-         with({}, {a},
-              [](Coverage&, Coverage& after) { after.excludedPaths.emplace({"/Applications/A"}); }),
-         "applicationInstalled /Applications/A.app"},
+         excluding({}, {"/Applications/Folder"}, with({moved}, {a})), installed},
+        {"an exclusion is not a prefix of a name",
+         excluding({}, {"/Applications/A"}, with({}, {a})), installed},
     });
 }
 
@@ -195,7 +186,7 @@ TEST(DiffEngine, ComparesFolders) {
         folders("a child below", movies(5, {{"a", 0}}), movies(5, {{"a", 499'999'999}}), ""),
         folders("a child at it", movies(5, {{"a", 500'000'000}, {"b", 5}}), movies(5, {{"b", 5}}),
                 changed),
-        folders("own files are no child", movies(5, {{"Files in folder", 0}}),
+        folders("own files are not a child", movies(5, {{"Files in folder", 0}}),
                 movies(5, {{"Files in folder", 10'000'000'000}}), ""),
         folders("parts unknown", movies(5, {}), movies(5, {{"a", 500'000'000}}), ""),
         folders("another mode", rolling(movies(0, {})), movies(9'000'000'000, {}), ""),
@@ -254,8 +245,8 @@ TEST(DiffEngine, ComparesReportsOfTheTrash) {
         {"never counted", reports({}, 0), ""},
         {"was empty", reports(0, 0), ""},
         {"is not counted", reports(3, {}), ""},
-        {"told by its size", reports(3, 0, test::shared(trash(1), trash(1, 1))), ""},
-        {"size said nothing", reports(3, 0, test::shared(trash(1), trash(1, 0))), emptied},
+        {"reported by its size", reports(3, 0, test::shared(trash(1), trash(1, 1))), ""},
+        {"not reported by its size", reports(3, 0, test::shared(trash(1), trash(1, 0))), emptied},
         {"no report before",
          [&](Snapshot& before, Snapshot& after) {
              reports(3, 0)(before, after);
@@ -313,7 +304,7 @@ TEST(DiffEngine, ComparesAdditionalReports) {
     EXPECT_EQ(reports(List{test::report("/s", {}, false), test::report("/s", was)},
                       List{test::report("/s", is)}),
               changes)
-        << "the first complete one counts";
+        << "the first complete report counts";
     EXPECT_EQ(reports(List{test::report("/s", was)}, List{test::report("/s", is, false)}), "");
     EXPECT_EQ(reports(List{test::report("/s", was, false)}, List{test::report("/s", is)}), "");
     EXPECT_EQ(reports(List{test::report("/t", was)}, List{test::report("/s", is)}), "");
@@ -322,7 +313,7 @@ TEST(DiffEngine, ComparesAdditionalReports) {
               "metadataChanged 1 > none");
 }
 
-TEST(DiffEngine, KnowsAChangeOfContentsFromOneOfSize) {
+TEST(DiffEngine, TellsChangedContentsFromAChangedSize) {
     const auto isContents = [](std::int64_t total, const char* path) {
         return DiffEngine::isContentsChange(folder(path, 10, {{"a", 0}}),
                                             folder(path, 10 + total, {{"a", 500'000'000}}));
@@ -333,7 +324,7 @@ TEST(DiffEngine, KnowsAChangeOfContentsFromOneOfSize) {
     EXPECT_FALSE(isContents(0, "/a/.Trash"));
 }
 
-TEST(StorageBreakdown, RanksWhatChanged) {
+TEST(StorageBreakdown, SortsByChange) {
     const auto before = folder("/a", 100, {{"b", 10}, {"c", 10}, {"gone", 30}, {"same", 50}});
     const auto after = folder("/a", 130, {{"b", 20}, {"c", 0}, {"new", 60}, {"same", 50}});
     const std::vector<StorageContribution> ranked{
@@ -356,7 +347,7 @@ TEST(StorageBreakdown, RanksWhatChanged) {
 
 namespace {
 
-/// An observation of few names and versions, so that two of them share much.
+/// A random observation with few names and versions, so that two of them have much in common.
 Snapshot drawnSnapshot(unsigned number) {
     Snapshot made = test::snapshot(number);
     const auto small = [] { return *rc::gen::inRange(0, 3); };
@@ -395,9 +386,9 @@ std::multiset<std::string> pathsOf(const std::vector<Change>& changes) {
 
 } // namespace
 
-RC_GTEST_PROP(DiffEngine, IsSilentOnEqualObservations, ()) {
+RC_GTEST_PROP(DiffEngine, ReportsNothingForEqualObservations, ()) {
     const Snapshot snapshot = drawnSnapshot(1);
-    // A copy of its own, so that nothing is equal by being one object.
+    // A deep copy, so that equality does not follow from the same address.
     Snapshot copy = snapshot;
     for (auto& app : copy.applications)
         app.emplace(Application(*app));

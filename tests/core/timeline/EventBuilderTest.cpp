@@ -32,7 +32,7 @@ std::vector<Event> built(const std::function<void(Snapshot&, Snapshot&)>& arrang
     return EventBuilder::build(before, after);
 }
 
-/// The number that the ids of a comparison end with, then how many changes the event tells.
+/// The number at the end of each event's id, then the number of its changes.
 std::string numbers(const std::vector<Event>& events) {
     std::string text;
     for (const Event& event : events)
@@ -79,45 +79,50 @@ TEST(EventBuilder, WordsEachChange) {
             after.additionalReports = {test::report("/s", items(is))};
         };
     };
+    using Applications = std::vector<Application>;
+    const auto apps = [](Applications was, Applications is) -> Arrange {
+        return [=](Snapshot& before, Snapshot& after) {
+            before.applications = test::shared(was);
+            after.applications = test::shared(is);
+        };
+    };
+    using Items = std::vector<BackgroundItem>;
+    const auto items = [](Items was, Items is, Applications owners = {}) -> Arrange {
+        return [=](Snapshot& before, Snapshot& after) {
+            before.applications = after.applications = test::shared(owners);
+            before.backgroundItems = test::shared(was);
+            after.backgroundItems = test::shared(is);
+        };
+    };
+    BackgroundItem daemon = agent("org.sync");
+    daemon.kind = BackgroundItem::Kind::daemon;
+    daemon.program = "/bin/x";
+    FolderSize rolling = trash(1, 1);
+    rolling.rollingMeasurement = true;
     const auto movies = [](std::int64_t bytes, std::map<std::string, std::int64_t> parts) {
         return folder("/home/Movies", bytes, std::move(parts));
     };
     constexpr auto giga = 1'000'000'000LL;
     using enum ObservedMetadata::Kind;
     const std::pair<Arrange, const char*> cases[] = {
-        {[](auto&, auto& after) { after.applications = test::shared(application("A", "2.0")); },
+        {apps({}, {application("A", "2.0")}),
          "Applications prominent plus.app | A Installed | 2.0 | /Applications/A.app"},
-        {[](auto& before, auto& after) {
-             before.applications = test::shared(application("A", "1", "7"));
-             after.applications = test::shared(application("A", "2", "8"));
-         },
+        {apps({application("A", "1", "7")}, {application("A", "2", "8")}),
          "Applications prominent arrow.triangle.2.circlepath | A Updated | 1 → 2 | "
          "/Applications/A.app"},
-        {[](auto& before, auto& after) {
-             before.applications = test::shared(application("A", "1", "7"));
-             after.applications = test::shared(application("A", "1", "8"));
-         },
+        {apps({application("A", "1", "7")}, {application("A", "1", "8")}),
          "Applications prominent arrow.triangle.2.circlepath | A Updated | Build 7 → 8 | "
          "/Applications/A.app"},
-        {[](auto&, auto& after) { after.backgroundItems = test::shared(agent("org.sync")); },
+        {items({}, {agent("org.sync")}),
          "Background items prominent gearshape.2 | New Background Item | "
          "LaunchAgent · org.sync | /Library/LaunchAgents/org.sync.plist"},
-        {[](auto& before, auto& after) {
-             before.applications = after.applications = test::shared(application("A"));
-             after.backgroundItems = test::shared(agentInside("A"));
-         },
+        {items({}, {agentInside("A")}, {application("A")}),
          "Background items prominent gearshape.2 | A: New Background Item | "
          "LaunchAgent · org.example.A.helper | /Library/LaunchAgents/org.example.A.helper.plist"},
-        {[](auto& before, auto&) { before.backgroundItems = test::shared(agent("org.sync")); },
+        {items({agent("org.sync")}, {}),
          "Background items routine gearshape.2 | Background Item Removed | "
          "LaunchAgent · org.sync | /Library/LaunchAgents/org.sync.plist"},
-        {[](auto& before, auto& after) {
-             before.backgroundItems = test::shared(agent("org.sync"));
-             BackgroundItem changed = agent("org.sync");
-             changed.kind = BackgroundItem::Kind::daemon;
-             changed.program = "/bin/x";
-             after.backgroundItems = test::shared(changed);
-         },
+        {items({agent("org.sync")}, {daemon}),
          "Background items prominent gearshape.2 | Background Item Changed | "
          "LaunchDaemon · org.sync | /Library/LaunchAgents/org.sync.plist"},
         {[](auto& before, auto& after) {
@@ -136,11 +141,7 @@ TEST(EventBuilder, WordsEachChange) {
         {sizes(trash(500'000'000, 1), trash(0, 0)),
          "Storage prominent trash | Trash Is Now Empty | "
          "Previously 1 items · 500 MB · Observed empty | /home/.Trash"},
-        {[&](auto& before, auto& after) {
-             FolderSize rolling = trash(1, 1);
-             rolling.rollingMeasurement = true;
-             sizes(rolling, trash(0, 0))(before, after);
-         },
+        {sizes(rolling, trash(0, 0)),
          "Storage prominent trash | Trash Is Now Empty | "
          "Previously 1 item · Previous size unavailable | /home/.Trash"},
         {free(9 * giga, 2 * giga, true), "Storage prominent internaldrive | Less Space Available | "
@@ -157,7 +158,7 @@ TEST(EventBuilder, WordsEachChange) {
         {source(diagnostic, "", "x"),
          "Mac Activity prominent doc.text.magnifyingglass | New Diagnostic Report | jq | /s/jq"},
     };
-    EXPECT_TRUE(built(source(diagnostic, "x", "")).empty()) << "a report that is gone is not new";
+    EXPECT_TRUE(built(source(diagnostic, "x", "")).empty()) << "a removed report is not new";
     for (const auto& [arrange, expected] : cases) {
         const auto events = built(arrange);
         ASSERT_EQ(events.size(), 1U) << expected;
@@ -183,7 +184,7 @@ TEST(EventBuilder, DatesAFolderByItsMeasurements) {
     EXPECT_EQ(events.at(0).timestamp, Date{20});
 }
 
-TEST(EventBuilder, GivesApplicationsTheirSizes) {
+TEST(EventBuilder, AddsTheSizesOfApplications) {
     const Application app = application("A");
     const auto removed = [&](StorageMeasurementRecord record) {
         return built([&](auto& before, auto&) {
@@ -201,7 +202,7 @@ TEST(EventBuilder, GivesApplicationsTheirSizes) {
     EXPECT_EQ(removed(record).identifier, app.bundleID);
     EXPECT_EQ(removed(record).appID, app.bundleID);
 
-    // What counts is the item that was measured.
+    // The size belongs to the item that was measured.
     StorageMeasurementItem stranger = *record.item;
     stranger.identifier = "org.example.Stranger";
     record.item.emplace(StorageMeasurementItem(stranger));
@@ -214,7 +215,7 @@ TEST(EventBuilder, GivesApplicationsTheirSizes) {
     EXPECT_EQ(removed(record).subtitle, "Previously 1");
 }
 
-TEST(EventBuilder, PrefersTheLaterObservation) {
+TEST(EventBuilder, UsesTheLaterObservation) {
     const Application old = application("A");
     Application renamed = application("A", "2");
     renamed.name = "Renamed";
@@ -243,10 +244,10 @@ TEST(EventBuilder, PrefersTheLaterObservation) {
         before.applications = test::shared(old);
         after.backgroundItems = test::shared(agentInside("A"));
     });
-    EXPECT_EQ(gone.at(0).changes.size(), 2U) << "folded even into a removal";
+    EXPECT_EQ(gone.at(0).changes.size(), 2U) << "merged even into a removal";
 }
 
-TEST(EventBuilder, FoldsWhatAnApplicationBroughtAlong) {
+TEST(EventBuilder, MergesBackgroundItemsInstalledWithAnApplication) {
     const auto events = [](double apart, const std::function<void(BackgroundItem&)>& differ) {
         return built([&](Snapshot& before, Snapshot& after) {
             after.timestamp = before.timestamp + apart;
@@ -273,7 +274,7 @@ TEST(EventBuilder, FoldsWhatAnApplicationBroughtAlong) {
               apart);
 }
 
-TEST(EventDisplay, PutsOlderTitlesInPresentWording) {
+TEST(EventDisplay, ReplacesTitlesOfOlderReleases) {
     const std::vector<Change> added{change::BackgroundAdded{{Shared(agent("a"))}}};
     Event titled, installed, slept;
     titled.title = "Lantern: New BACKGROUND Item";

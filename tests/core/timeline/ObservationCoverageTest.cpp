@@ -19,8 +19,8 @@ Snapshot taken(double time, std::optional<double> interval, std::vector<std::str
     return made;
 }
 
-/// Gaps as "start-end", "…" behind one that still runs, then issues as "time message".
-std::string told(const ObservationCoverageReport& report) {
+/// Gaps as "start-end", with "…" for an ongoing one, then issues as "time message".
+std::string summary(const ObservationCoverageReport& report) {
     std::string text;
     for (const auto& gap : report.gaps)
         text += std::to_string(std::lround(gap.start.secondsSince2001)) + "-"
@@ -32,14 +32,14 @@ std::string told(const ObservationCoverageReport& report) {
     return text;
 }
 
-std::string told(std::vector<Snapshot> snapshots, double after, double through) {
-    return told(ObservationCoverageReport::build(test::shared(std::move(snapshots)), Date{after},
+std::string summary(std::vector<Snapshot> snapshots, double after, double through) {
+    return summary(ObservationCoverageReport::build(test::shared(std::move(snapshots)), Date{after},
                                                  Date{through}));
 }
 
 } // namespace
 
-TEST(ObservationCoverage, TellsThatCapturesResumed) {
+TEST(ObservationCoverage, ReportsThatCapturesResumed) {
     using Interval = std::optional<double>;
     const std::tuple<Interval, Interval, double, bool> cases[] = {
         {3600, 3600, 7200, false},   {3600, 3600, 7201, true}, {600, 600, 1500, false},
@@ -69,20 +69,20 @@ TEST(ObservationCoverage, TellsThatCapturesResumed) {
 
 TEST(ObservationCoverage, ReportsGapsAndIssuesOfAPeriod) {
     const double day = 86'400;
-    EXPECT_EQ(told({}, 0, 1e9), "");
-    EXPECT_EQ(told({taken(0, {}), taken(day, {})}, -1, day), "");
-    EXPECT_EQ(told({taken(0, {}), taken(day + 1, {})}, -1, day + 1), "0-86401 ");
-    EXPECT_EQ(told({taken(0, 600), taken(1501, 1e6)}, -1, 1501), "0-1501 ");
-    EXPECT_EQ(told({taken(0, 600)}, -1, 1500), "");
-    EXPECT_EQ(told({taken(0, 600)}, -1, 1501), "0-1501… ");
-    EXPECT_EQ(told({taken(0, -5)}, -1, day), "") << "an interval that is none counts as a day";
-    EXPECT_EQ(told({taken(9000, 600), taken(0, 600)}, 4000, 9000), "4000-9000 ")
-        << "sorted, and cut to the period";
-    EXPECT_EQ(told({taken(0, 600), taken(9000, 600)}, 9000, 9000), "")
-        << "a gap that ends where the period begins";
-    EXPECT_EQ(told({taken(0, 600), taken(9000, 600)}, 100, 8000), "100-8000… ")
-        << "later snapshots count for nothing";
-    EXPECT_EQ(told({taken(0, 600, {"old"}), taken(10, 600, {"b", "a", "b"}), taken(20, 600, {"a"})},
+    EXPECT_EQ(summary({}, 0, 1e9), "");
+    EXPECT_EQ(summary({taken(0, {}), taken(day, {})}, -1, day), "");
+    EXPECT_EQ(summary({taken(0, {}), taken(day + 1, {})}, -1, day + 1), "0-86401 ");
+    EXPECT_EQ(summary({taken(0, 600), taken(1501, 1e6)}, -1, 1501), "0-1501 ");
+    EXPECT_EQ(summary({taken(0, 600)}, -1, 1500), "");
+    EXPECT_EQ(summary({taken(0, 600)}, -1, 1501), "0-1501… ");
+    EXPECT_EQ(summary({taken(0, -5)}, -1, day), "") << "an invalid interval counts as a day";
+    EXPECT_EQ(summary({taken(9000, 600), taken(0, 600)}, 4000, 9000), "4000-9000 ")
+        << "sorted and limited to the period";
+    EXPECT_EQ(summary({taken(0, 600), taken(9000, 600)}, 9000, 9000), "")
+        << "a gap that ends at the start of the period";
+    EXPECT_EQ(summary({taken(0, 600), taken(9000, 600)}, 100, 8000), "100-8000… ")
+        << "later snapshots are ignored";
+    EXPECT_EQ(summary({taken(0, 600, {"old"}), taken(10, 600, {"b", "a", "b"}), taken(20, 600, {"a"})},
                    10, 20),
               "10 a 10 b 20 a ");
     EXPECT_EQ((ObservationGap{Date{0}, Date{1.25}, true}.id()), "978307200.0-978307201.25");

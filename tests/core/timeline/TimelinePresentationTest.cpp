@@ -1,5 +1,6 @@
 #include "core/timeline/TimelinePresentation.h"
 
+#include "tests/support/HistoryEvents.h"
 #include "tests/support/Observations.h"
 #include "tests/support/SharedRecords.h"
 
@@ -11,26 +12,12 @@
 #include <rapidcheck/gtest.h>
 
 using namespace tidemark;
+using test::event;
+using test::ids;
 
 namespace {
 
-Event event(const std::string& id, double time,
-            EventCategory category = EventCategory::applications) {
-    Event made;
-    made.id = id;
-    made.timestamp = Date{time};
-    made.category = category;
-    return made;
-}
-
 using Events = std::vector<Shared<Event>>;
-
-std::string ids(const Events& events) {
-    std::string text;
-    for (const auto& e : events)
-        text += (text.empty() ? "" : " ") + e->id;
-    return text;
-}
 
 TimelinePresentation presented(const Events& events, std::string_view search = "",
                                std::optional<EventCategory> category = {},
@@ -42,7 +29,7 @@ TimelinePresentation presented(const Events& events, std::string_view search = "
 
 } // namespace
 
-TEST(TimelinePresentation, KeepsWhatPassesTheWindow) {
+TEST(TimelinePresentation, FiltersByTime) {
     const Events events = test::shared(event("late", 1e6 + 1), event("through", 1e6),
                                        event("in", 5), event("after", 0));
     EXPECT_EQ(ids(presented(events).events), "through in");
@@ -99,8 +86,8 @@ TEST(TimelinePresentation, SearchesAllTextsOfAnEvent) {
     EXPECT_EQ(presented(events, "secret").applicationCount, 0U);
 }
 
-TEST(TimelinePresentation, GroupsByTheDaysOfTheZone) {
-    // 23:30 and 00:30 UTC, around a midnight.
+TEST(TimelinePresentation, GroupsByLocalDays) {
+    // 23:30 and 00:30 UTC.
     const Events events = test::shared(event("c", 200'000), event("b", 88'200), event("a", 84'600));
     const auto days = [&](const char* zone) {
         std::string text;

@@ -1,0 +1,25 @@
+#include "app/model/JournalFile.h"
+
+#include "app/base/Background.h"
+
+#include <utility>
+
+namespace tidemark {
+
+JournalFile::JournalFile(const DataFiles& files, FolderGuard guard)
+    : store(files.journal(), files.legacyJournal, files.upgradeBackup(), std::move(guard)) {}
+
+// Whoever asks is waited for, however busy the machine is.
+
+QCoro::Task<Journal> JournalFile::load() {
+    const auto read = [this](const std::stop_token&) { return store.load(); };
+    Journal journal = co_await runInBackground(read, {}, WorkPriority::userInitiated, &thread);
+    co_return journal;
+}
+
+QCoro::Task<void> JournalFile::save(const Journal* journal) {
+    const auto write = [this, journal](const std::stop_token&) { store.save(*journal); };
+    co_await runInBackground(write, {}, WorkPriority::userInitiated, &thread);
+}
+
+} // namespace tidemark
