@@ -1,0 +1,73 @@
+#include "core/packages/PackageIndex.h"
+
+#include "core/base/Text.h"
+#include "core/packages/DpkgDatabase.h"
+#include "core/packages/ListedPackages.h"
+#include "core/packages/PacmanDatabase.h"
+#include "core/packages/RpmDatabase.h"
+
+#include <algorithm>
+#include <iterator>
+
+namespace tidemark {
+
+namespace {
+
+/// A machine can have several: the tools of rpm run on Debian, too.
+using Form = PackageDatabaseForm (*)();
+constexpr Form forms[] = {DpkgDatabase::form, PacmanDatabase::form, RpmDatabase::form};
+
+} // namespace
+
+PackageIndex::Reading PackageIndex::read(const MachineFiles& of, const OwnedFolders& asked) {
+    return {*this, of, asked};
+}
+
+void PackageIndex::refresh(const MachineFiles& of, const OwnedFolders& asked) {
+    if (databases.empty() || !(machine == of) || folders != asked) {
+        machine = of;
+        folders = asked;
+        databases.clear();
+        for (const Form form : forms)
+            databases.push_back({form(), {}, nullptr});
+    }
+    for (auto& each : databases)
+        if (auto now = each.form.state(machine); now != each.state)
+            each = {each.form, std::move(now), nullptr};
+}
+
+Ownership PackageIndex::owner(const std::string& path) {
+    const bool isAsked = std::ranges::any_of(
+        folders, [&](const std::string& folder) { return isBelow(path, folder); });
+    if (!isAsked)
+        return std::nullopt;
+    Ownership answer = std::nullopt;
+    for (auto& each : databases) {
+        if (each.state.empty())
+            continue;
+        if (!each.database)
+            open(each);
+        const auto found = each.database->owner(path);
+        if (!found)
+            answer = found;
+        else if (*found)
+            return found;
+    }
+    return answer;
+}
+
+void PackageIndex::open(Kept& kept) const {
+    kept.database = kept.form.open(machine, folders);
+    // What was read while it was being written may be of no moment at all. The next reading finds
+    // another state, and opens it anew.
+    if (kept.form.state(machine) != kept.state)
+        kept.database = std::make_unique<UnreadablePackages>(PackageFailure::unreadable);
+}
+
+void PackageIndex::rest() {
+    for (auto& each : databases)
+        if (each.database)
+            each.database->rest();
+}
+
+} // namespace tidemark

@@ -1,0 +1,18 @@
+#pragma once
+
+#include "core/packages/PackageDatabase.h"
+
+#include <optional>
+#include <string_view>
+
+/// The database of pacman(8): a folder "local/NAME-VERSION" per package with the files "desc" and
+/// "files", in which lines such as "%VERSION%" begin a field of lines. "ALPM_DB_VERSION" is the
+/// version of its form, and a file "db.lck" beside "local" stands there while pacman works.
+namespace tidemark::PacmanDatabase {
+
+PackageDatabaseForm form();
+
+/// The lines of a field with their line breaks; absent when there is no such field.
+std::optional<std::string_view> field(std::string_view text, std::string_view name);
+
+} // namespace tidemark::PacmanDatabase

@@ -1,0 +1,222 @@
+#include "core/packages/RpmDatabase.h"
+
+#include "core/base/Text.h"
+#include "core/packages/ListedPackages.h"
+#include "core/packages/RpmHeader.h"
+
+#include <array>
+#include <cerrno>
+#include <cstdio>
+#include <unordered_map>
+
+#include <sqlite3.h>
+
+namespace tidemark::RpmDatabase {
+
+namespace {
+
+constexpr const char* folders[] = {"/usr/lib/sysimage/rpm", "/var/lib/rpm"};
+constexpr const char* sqliteFile = "/rpmdb.sqlite";
+constexpr const char* olderFiles[] = {"/Packages.db", "/Packages"};
+/// The header of a kernel with all its modules has about 2 MB.
+constexpr int largestHeader = 64 << 20;
+/// Steps of SQLite's virtual machine for one question. An honest one takes some dozens.
+constexpr int mostSteps = 100'000;
+
+struct CloseDatabase {
+    void operator()(sqlite3* database) const { ::sqlite3_close(database); }
+};
+struct EndStatement {
+    void operator()(sqlite3_stmt* statement) const { ::sqlite3_finalize(statement); }
+};
+using Database = std::unique_ptr<sqlite3, CloseDatabase>;
+using Statement = std::unique_ptr<sqlite3_stmt, EndStatement>;
+
+/// "file:…?immutable=1": a database that is written ahead can't be read otherwise without the
+/// right to write beside it. What is not yet in the file itself is not seen then.
+std::string uriOf(const std::string& path) {
+    std::string uri = "file:";
+    for (const char character : path) {
+        std::array<char, 4> escaped;
+        if (character == '%' || character == '?' || character == '#') {
+            std::snprintf(escaped.data(), escaped.size(), "%%%02X",
+                          static_cast<unsigned char>(character));
+            uri += escaped.data();
+        } else {
+            uri += character;
+        }
+    }
+    return uri + "?immutable=1";
+}
+
+Database opened(const std::string& path) {
+    sqlite3* raw = nullptr;
+    const int result =
+        ::sqlite3_open_v2(uriOf(path).c_str(), &raw,
+                          SQLITE_OPEN_READONLY | SQLITE_OPEN_URI | SQLITE_OPEN_NOMUTEX, nullptr);
+    Database database(raw);
+    if (result != SQLITE_OK)
+        return nullptr;
+    // A damaged or hostile file must neither run code of its own nor take all memory.
+    ::sqlite3_db_config(raw, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
+    ::sqlite3_db_config(raw, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
+    ::sqlite3_db_config(raw, SQLITE_DBCONFIG_ENABLE_VIEW, 0, nullptr);
+    ::sqlite3_limit(raw, SQLITE_LIMIT_LENGTH, largestHeader);
+    // Interrupts a question, which then fails.
+    ::sqlite3_progress_handler(raw, mostSteps, [](void*) { return 1; }, nullptr);
+    return database;
+}
+
+Statement prepared(sqlite3* database, const char* sql) {
+    sqlite3_stmt* statement = nullptr;
+    if (::sqlite3_prepare_v2(database, sql, -1, &statement, nullptr) != SQLITE_OK)
+        return nullptr;
+    return Statement(statement);
+}
+
+/// What the questions need, as long as the database is open.
+struct Connection {
+    Database database;
+    Statement files;
+    Statement package;
+
+    explicit Connection(const std::string& path)
+        : database(opened(path)),
+          files(prepared(database.get(), "SELECT hnum, idx FROM Basenames WHERE key = ?")),
+          package(prepared(database.get(), "SELECT blob FROM Packages WHERE hnum = ?")) {}
+
+    bool isUsable() const { return database && files && package; }
+};
+
+struct FilePlace {
+    sqlite3_int64 package;
+    std::size_t number;
+};
+
+class Reader : public PackageDatabase {
+public:
+    Reader(const MachineFiles& files, std::string folder)
+        : machine(files), path(std::move(folder) + sqliteFile), merged(files), start(state()) {}
+
+    Ownership owner(const std::string& file) override {
+        if (const auto known = answers.find(file); known != answers.end())
+            return known->second;
+        auto found = lookUp(file);
+        // An answer from a database that was written to meanwhile can be of no moment at all.
+        if (state() != start)
+            return std::unexpected(PackageFailure::unreadable);
+        answers.emplace(file, found);
+        return found;
+    }
+
+    void rest() override { connection.reset(); }
+
+private:
+    DatabaseState state() const { return stateOf(machine, {path, path + "-wal"}); }
+
+    /// Changes that are not in the file itself yet, as while rpm works. It leaves an empty log.
+    bool hasUnwritten() const {
+        return start.back() ? start.back()->bytes > 0 : start.back().error() != ENOENT;
+    }
+
+    Ownership lookUp(const std::string& file) {
+        if (hasUnwritten())
+            return std::unexpected(PackageFailure::unreadable);
+        if (!connection)
+            connection.emplace(machine.outside(machine.canonical(path)).native());
+        if (!connection->isUsable())
+            return std::unexpected(PackageFailure::unreadable);
+        const auto places = placesOf(lastPathComponent(file));
+        if (!places)
+            return std::unexpected(PackageFailure::unreadable);
+        for (const FilePlace& place : *places) {
+            const auto owner = ownerAt(place, file);
+            if (!owner || *owner)
+                return owner;
+        }
+        return std::nullopt;
+    }
+
+    /// All files of a name; absent when the database does not answer.
+    std::optional<std::vector<FilePlace>> placesOf(std::string_view name) {
+        sqlite3_stmt* statement = connection->files.get();
+        ::sqlite3_bind_text(statement, 1, name.data(), static_cast<int>(name.size()),
+                            SQLITE_STATIC);
+        std::vector<FilePlace> places;
+        int result = SQLITE_ROW;
+        while ((result = ::sqlite3_step(statement)) == SQLITE_ROW)
+            places.push_back({::sqlite3_column_int64(statement, 0),
+                              static_cast<std::size_t>(::sqlite3_column_int64(statement, 1))});
+        ::sqlite3_reset(statement);
+        return result == SQLITE_DONE ? std::optional(std::move(places)) : std::nullopt;
+    }
+
+    Ownership ownerAt(const FilePlace& place, const std::string& file) {
+        sqlite3_stmt* statement = connection->package.get();
+        ::sqlite3_bind_int64(statement, 1, place.package);
+        Ownership owner = std::unexpected(PackageFailure::unreadable);
+        if (::sqlite3_step(statement) == SQLITE_ROW)
+            owner = ownerIn(statement, place.number, file);
+        ::sqlite3_reset(statement);
+        return owner;
+    }
+
+    Ownership ownerIn(sqlite3_stmt* row, std::size_t number, const std::string& file) const {
+        const auto* bytes = static_cast<const char*>(::sqlite3_column_blob(row, 0));
+        const auto size = static_cast<std::size_t>(::sqlite3_column_bytes(row, 0));
+        const auto header = RpmHeader::parse({bytes, bytes ? size : 0});
+        const auto listed = header ? header->file(number) : std::nullopt;
+        if (!listed)
+            return std::unexpected(PackageFailure::unreadable);
+        if (merged.canonical(*listed) != file)
+            return std::nullopt;
+        auto owner = header->owner();
+        if (!owner)
+            return std::unexpected(PackageFailure::unreadable);
+        return owner;
+    }
+
+    const MachineFiles machine;
+    const std::string path;
+    const MergedFolders merged;
+    const DatabaseState start;
+    /// So that an unchanged database is not opened again.
+    std::unordered_map<std::string, Ownership> answers;
+    std::optional<Connection> connection;
+};
+
+/// The folder of the database; the first that holds one.
+std::optional<std::string> folderOf(const MachineFiles& machine) {
+    for (const std::string folder : folders) {
+        std::vector<std::string> files{folder + sqliteFile};
+        for (const char* older : olderFiles)
+            files.push_back(folder + older);
+        if (!stateOf(machine, files).empty())
+            return folder;
+    }
+    return std::nullopt;
+}
+
+DatabaseState state(const MachineFiles& machine) {
+    const auto folder = folderOf(machine);
+    if (!folder)
+        return {};
+    const std::string sqlite = *folder + sqliteFile;
+    return stateOf(machine,
+                   {sqlite, sqlite + "-wal", *folder + olderFiles[0], *folder + olderFiles[1]});
+}
+
+std::unique_ptr<PackageDatabase> open(const MachineFiles& machine, const OwnedFolders&) {
+    const auto folder = folderOf(machine);
+    if (!folder || stateOf(machine, {*folder + sqliteFile}).empty())
+        return std::make_unique<UnreadablePackages>(PackageFailure::unsupported);
+    return std::make_unique<Reader>(machine, *folder);
+}
+
+} // namespace
+
+PackageDatabaseForm form() {
+    return {state, open};
+}
+
+} // namespace tidemark::RpmDatabase

@@ -1,0 +1,13 @@
+#pragma once
+
+#include "core/packages/PackageDatabase.h"
+
+/// The database of rpm(8) since 4.16: a file of SQLite with the tables "Packages(hnum, blob)", a
+/// header per package, and "Basenames(key, hnum, idx)", the names of all files with the package
+/// and the number in it. Of its older forms (Berkeley DB, ndb) nothing is known but that they are
+/// there.
+namespace tidemark::RpmDatabase {
+
+PackageDatabaseForm form();
+
+} // namespace tidemark::RpmDatabase
