@@ -1,7 +1,6 @@
 #pragma once
 
-#include "core/capture/FolderListing.h"
-#include "core/records/Application.h"
+#include "core/capture/ApplicationFormat.h"
 
 #include <optional>
 #include <string_view>
@@ -9,13 +8,14 @@
 /// Reads application bundles: folders whose names end in ".app", with a property list inside.
 namespace tidemark::ApplicationBundle {
 
-bool recognises(const FolderEntry& entry);
+/// In folders of any kind but those of desktop entries and Flatpaks.
+bool recognises(const FolderEntry& entry, RootFamily family);
 
 /// The application by its metadata: "Contents/Info.plist", or, where that is missing, the
-/// "Info.plist" of the only bundle in "Wrapper". Absent when it can't be read, is no such list,
+/// "Info.plist" of the only bundle in "Wrapper". Unreadable when it can't be read, is no such list,
 /// or names no bundle identifier. A link inside the bundle is not followed. A spent
 /// budget ends a long search in "Wrapper".
-std::optional<Application> read(const FolderEntry& bundle, const ReadingBudget& budget);
+ApplicationReading read(const FolderEntry& bundle, const ApplicationSurroundings& where);
 
 /// The application described by the bytes of a bundle's property list.
 std::optional<Application> described(std::string_view metadata, const FolderEntry& bundle);

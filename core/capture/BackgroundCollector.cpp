@@ -1,6 +1,7 @@
 #include "core/capture/BackgroundCollector.h"
 
 #include "core/base/Text.h"
+#include "core/capture/PackageAssociation.h"
 #include "core/capture/RootReading.h"
 
 #include <algorithm>
@@ -34,7 +35,8 @@ bool matches(std::string_view label, std::string_view bundleID) {
            && (label.size() == bundleID.size() || label[bundleID.size()] == '.');
 }
 
-void associate(BackgroundItem& item, const Applications& apps) {
+void associate(BackgroundItem& item, const Applications& apps,
+               const PackageAssociation& byPackage) {
     std::string_view reason = BackgroundItem::insideBundle;
     const auto* app = onlyOne(apps, [&](const Application& candidate) {
         return item.program && isBelow(*item.program, candidate.path);
@@ -45,6 +47,10 @@ void associate(BackgroundItem& item, const Applications& apps) {
             return matches(item.identifier, candidate.bundleID);
         });
     }
+    if (!app) {
+        reason = PackageAssociation::reason;
+        app = byPackage.find(item.path);
+    }
     if (!app)
         return;
     item.associatedAppID = app->bundleID;
@@ -54,9 +60,10 @@ void associate(BackgroundItem& item, const Applications& apps) {
 class Collection {
 public:
     Collection(const Applications& apps, Clock& clock, const std::stop_token& stop,
-               std::span<const BackgroundFormat> formats, const MachineFiles& machine)
-        : apps(apps), clock(clock), stop(stop), formats(formats), machine(machine),
-          programs(ProgramPaths::of(machine)) {}
+               std::span<const BackgroundFormat> formats, const MachineFiles& machine,
+               PackageIndex::Reading* packages)
+        : apps(apps), byPackage(apps, packages), clock(clock), stop(stop), formats(formats),
+          machine(machine), programs(ProgramPaths::of(machine)) {}
 
     void visit(const std::vector<BackgroundRoot>& given) {
         const auto roots = canonicalRoots(given);
@@ -155,7 +162,7 @@ private:
 
     void add(BackgroundItem item, BackgroundItem::Kind kind) {
         item.kind = kind;
-        associate(item, apps);
+        associate(item, apps, byPackage);
         result.items.emplace_back(std::move(item));
     }
 
@@ -221,6 +228,7 @@ private:
     }
 
     const Applications& apps;
+    const PackageAssociation byPackage;
     Clock& clock;
     const std::stop_token& stop;
     std::span<const BackgroundFormat> formats;
@@ -239,8 +247,8 @@ Inventory<BackgroundItem> collect(const std::vector<BackgroundRoot>& roots,
                                   const Applications& apps, Clock& clock,
                                   const std::stop_token& stop,
                                   std::span<const BackgroundFormat> among,
-                                  const MachineFiles& machine) {
-    Collection collection(apps, clock, stop, among, machine);
+                                  const MachineFiles& machine, PackageIndex::Reading* packages) {
+    Collection collection(apps, clock, stop, among, machine, packages);
     collection.visit(roots);
     return collection.finish();
 }

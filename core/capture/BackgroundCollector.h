@@ -8,6 +8,7 @@
 #include "core/capture/InventoryRoots.h"
 #include "core/capture/LaunchDefinition.h"
 #include "core/capture/UnitItems.h"
+#include "core/packages/PackageIndex.h"
 #include "core/records/Application.h"
 
 #include <span>
@@ -61,7 +62,8 @@ Inventory<BackgroundItem> collect(const std::vector<BackgroundRoot>& roots,
                                   const std::vector<Shared<Application>>& apps, Clock& clock,
                                   const std::stop_token& stop = {},
                                   std::span<const BackgroundFormat> among = formats,
-                                  const MachineFiles& machine = {});
+                                  const MachineFiles& machine = {},
+                                  PackageIndex::Reading* packages = nullptr);
 
 } // namespace BackgroundCollector
 

@@ -46,6 +46,8 @@ FolderEntry FolderEntry::describe(int descriptor, const std::filesystem::path& f
     if (const auto status = StorageFileMetadata::readEntry(descriptor, name.c_str())) {
         entry.kind = kindOf(*status);
         entry.modified = dateOf(status->version.modified);
+        if (entry.kind == Kind::regular)
+            entry.size = status->version.bytes;
         entry.isExecutable = (status->mode & (S_IXUSR | S_IXGRP | S_IXOTH)) != 0;
         if (entry.kind == Kind::regular && status->names > 1)
             entry.sharedVersion = status->version;
@@ -74,15 +76,38 @@ std::string FolderEntry::linkText() const {
     return length > 0 ? std::string(text.data(), static_cast<std::size_t>(length)) : std::string();
 }
 
-std::string FolderEntry::read(std::size_t limit) const {
+FileDescriptor FolderEntry::openFile() const {
     // Opening a device can have effects, so only regular files are opened.
     if (kind != Kind::regular)
         throw FileError(path, "is not a regular file");
-    const FileDescriptor file(
+    FileDescriptor file(
         ::openat(folder, name().c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
     if (!file)
         throw FileError(path, "could not be opened", errno);
-    return readFile(file, path, limit);
+    return file;
+}
+
+std::string FolderEntry::read(std::size_t limit) const {
+    return readFile(openFile(), path, limit);
+}
+
+std::string FolderEntry::readStart(std::size_t count) const {
+    const FileDescriptor file = openFile();
+    std::string bytes(count, '\0');
+    std::size_t filled = 0;
+    while (filled < count) {
+        const ssize_t got =
+            ::pread(file.get(), bytes.data() + filled, count - filled, static_cast<off_t>(filled));
+        if (got < 0 && errno == EINTR)
+            continue;
+        if (got < 0)
+            throw FileError::ofSystem(path, "could not be read", errno);
+        if (got == 0)
+            break;
+        filled += static_cast<std::size_t>(got);
+    }
+    bytes.resize(filled);
+    return bytes;
 }
 
 std::expected<void, FolderListing::Failure>

@@ -36,6 +36,8 @@ struct FolderEntry {
     int folder = AT_FDCWD;
     std::filesystem::path path;
     Kind kind = Kind::unknown;
+    /// Bytes of a regular file.
+    std::int64_t size = 0;
     std::optional<Date> modified;
     /// Set for a regular file with several names.
     std::optional<FileVersion> sharedVersion;
@@ -58,6 +60,11 @@ struct FolderEntry {
     std::string linkText() const;
     /// The bytes of a regular file of at most `limit` bytes. Throws `FileError`.
     std::string read(std::size_t limit) const;
+    /// The first `count` bytes of a regular file, or all where it has fewer. Throws `FileError`.
+    std::string readStart(std::size_t count) const;
+
+private:
+    FileDescriptor openFile() const;
 };
 
 /// The names in one folder, in byte order. The folder stays open for reading its entries.

@@ -17,6 +17,14 @@ namespace {
 using Form = PackageDatabaseForm (*)();
 constexpr Form forms[] = {DpkgDatabase::form, PacmanDatabase::form, RpmDatabase::form};
 
+/// Packages place nothing in these (file-hierarchy(7)), so no damaged database is asked in vain.
+constexpr std::string_view foldersOfUsers[] = {"/home", "/root", "/usr/local", "/var/home"};
+
+bool isBelowAny(std::string_view path, const auto& folders) {
+    return std::ranges::any_of(folders,
+                               [&](std::string_view folder) { return isBelow(path, folder); });
+}
+
 } // namespace
 
 PackageIndex::Reading PackageIndex::read(const MachineFiles& of, const OwnedFolders& asked) {
@@ -37,9 +45,7 @@ void PackageIndex::refresh(const MachineFiles& of, const OwnedFolders& asked) {
 }
 
 Ownership PackageIndex::owner(const std::string& path) {
-    const bool isAsked = std::ranges::any_of(
-        folders, [&](const std::string& folder) { return isBelow(path, folder); });
-    if (!isAsked)
+    if (!isBelowAny(path, folders) || isBelowAny(path, foldersOfUsers))
         return std::nullopt;
     Ownership answer = std::nullopt;
     for (auto& each : databases) {

@@ -21,7 +21,7 @@ constexpr const char* entry = "/usr/share/applications/harbor.desktop";
 constexpr const char* unit = "/usr/lib/systemd/system/harbor.service";
 
 std::string harborHeader() {
-    return test::contents(std::filesystem::path(TIDEMARK_FIXTURES) / "packages/harbor.rpm-header");
+    return test::contents(std::filesystem::path(TIDEMARK_FIXTURES) / "packages/rpm/harbor");
 }
 
 /// A machine as a folder, on which /lib is a link to /usr/lib.
@@ -145,10 +145,15 @@ TEST(PackageIndex, CantTellFromADatabaseThatIsDamagedOrBusy) {
         {"status leads out of the machine",
          [](auto& it) {
              std::filesystem::remove(it.root / "var/lib/dpkg/status");
-             std::filesystem::create_symlink("../../../../../../../../../../var/lib/dpkg/status",
-                                             it.root / "var/lib/dpkg/status");
+             it.root.write("status", dpkgStatus);
+             std::filesystem::create_symlink(it.root / "status", it.root / "var/lib/dpkg/status");
          },
          "-"},
+        {"status is a link in a circle",
+         [](auto& it) {
+             std::filesystem::remove(it.root / "var/lib/dpkg/status");
+             std::filesystem::create_symlink("status", it.root / "var/lib/dpkg/status");
+         }},
         {"a reinstallation by dpkg",
          [&](auto& it) {
              it.writeDpkg("Package: harbor\nStatus: install ok half-configured\nVersion: 2-1\n"
