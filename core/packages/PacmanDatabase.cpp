@@ -15,6 +15,8 @@ constexpr const char* localFolder = "/var/lib/pacman/local";
 constexpr const char* versionFile = "/var/lib/pacman/local/ALPM_DB_VERSION";
 constexpr const char* lockFile = "/var/lib/pacman/db.lck";
 constexpr std::string_view knownVersion = "9";
+/// The value of the field "%REASON%" of a package that others need.
+constexpr std::string_view dependencyReason = "1";
 constexpr std::size_t largestFile = std::size_t{32} << 20;
 
 /// Throws `FileError`.
@@ -29,6 +31,18 @@ std::string readIn(const FileDescriptor& folder, const char* name) {
 /// The only line of a field; empty when there is none.
 std::string line(std::string_view text, std::string_view name) {
     return textFromBytes(trimmed(field(text, name).value_or("")));
+}
+
+std::expected<FolderReader, int> openPackages(const MachineFiles& machine) {
+    auto local = machine.open(machine.canonical(localFolder), O_RDONLY | O_DIRECTORY);
+    if (!local)
+        return std::unexpected(local.error());
+    return FolderReader(*std::move(local));
+}
+
+FileDescriptor openPackage(const FolderReader& packages, const dirent* entry) {
+    return FileDescriptor(::openat(packages.descriptor(), entry->d_name,
+                                   O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
 }
 
 /// False when the package is not recorded whole, as while it is being installed.
@@ -50,8 +64,7 @@ bool add(ListedPackages& all, const FileDescriptor& folder) {
 bool addAll(ListedPackages& all, FolderReader& packages) {
     bool isWhole = true;
     while (const dirent* entry = packages.next()) {
-        const FileDescriptor folder(::openat(packages.descriptor(), entry->d_name,
-                                             O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
+        const FileDescriptor folder = openPackage(packages, entry);
         if (folder)
             isWhole = add(all, folder) && isWhole;
         else if (errno != ENOTDIR)
@@ -74,12 +87,11 @@ std::unique_ptr<PackageDatabase> failed(PackageFailure why) {
 std::unique_ptr<PackageDatabase> read(const MachineFiles& machine, const OwnedFolders& folders) {
     if (trimmed(machine.read(versionFile, largestFile)) != knownVersion)
         return failed(PackageFailure::unsupported);
-    auto local = machine.open(machine.canonical(localFolder), O_RDONLY | O_DIRECTORY);
-    if (!local || !stateOf(machine, {lockFile}).empty())
+    auto packages = openPackages(machine);
+    if (!packages || !stateOf(machine, {lockFile}).empty())
         return failed(PackageFailure::unreadable);
-    FolderReader packages(*std::move(local));
     auto all = std::make_unique<ListedPackages>(machine, folders);
-    if (!addAll(*all, packages))
+    if (!addAll(*all, *packages))
         all->markIncomplete();
     return all;
 }
@@ -96,6 +108,21 @@ std::unique_ptr<PackageDatabase> open(const MachineFiles& machine, const OwnedFo
 
 PackageDatabaseForm form() {
     return {state, open};
+}
+
+std::set<std::string, std::less<>> dependencies(const MachineFiles& machine) {
+    std::set<std::string, std::less<>> names;
+    auto packages = openPackages(machine);
+    while (const dirent* entry = packages ? packages->next() : nullptr) {
+        try {
+            const std::string description = readIn(openPackage(*packages, entry), "desc");
+            if (line(description, "%REASON%") == dependencyReason)
+                names.insert(line(description, "%NAME%"));
+        } catch (const FileError&) {
+            // A file beside the packages, or one that is being installed.
+        }
+    }
+    return names;
 }
 
 std::optional<std::string_view> field(std::string_view text, std::string_view name) {

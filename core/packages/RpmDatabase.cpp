@@ -3,13 +3,10 @@
 #include "core/base/Text.h"
 #include "core/packages/ListedPackages.h"
 #include "core/packages/RpmHeader.h"
+#include "core/packages/SqliteFile.h"
 
-#include <array>
 #include <cerrno>
-#include <cstdio>
 #include <unordered_map>
-
-#include <sqlite3.h>
 
 namespace tidemark::RpmDatabase {
 
@@ -18,74 +15,21 @@ namespace {
 constexpr const char* folders[] = {"/usr/lib/sysimage/rpm", "/var/lib/rpm"};
 constexpr const char* sqliteFile = "/rpmdb.sqlite";
 constexpr const char* olderFiles[] = {"/Packages.db", "/Packages"};
-/// The header of a kernel with all its modules has about 2 MB.
-constexpr int largestHeader = 64 << 20;
 /// Steps of SQLite's virtual machine for one question. An honest one takes some dozens.
 constexpr int mostSteps = 100'000;
 
-struct CloseDatabase {
-    void operator()(sqlite3* database) const { ::sqlite3_close(database); }
-};
-struct EndStatement {
-    void operator()(sqlite3_stmt* statement) const { ::sqlite3_finalize(statement); }
-};
-using Database = std::unique_ptr<sqlite3, CloseDatabase>;
-using Statement = std::unique_ptr<sqlite3_stmt, EndStatement>;
-
-/// "file:…?immutable=1": a database that is written ahead can't be read otherwise without the
-/// right to write beside it. What is not yet in the file itself is not seen then.
-std::string uriOf(const std::string& path) {
-    std::string uri = "file:";
-    for (const char character : path) {
-        std::array<char, 4> escaped;
-        if (character == '%' || character == '?' || character == '#') {
-            std::snprintf(escaped.data(), escaped.size(), "%%%02X",
-                          static_cast<unsigned char>(character));
-            uri += escaped.data();
-        } else {
-            uri += character;
-        }
-    }
-    return uri + "?immutable=1";
-}
-
-Database opened(const std::string& path) {
-    sqlite3* raw = nullptr;
-    const int result =
-        ::sqlite3_open_v2(uriOf(path).c_str(), &raw,
-                          SQLITE_OPEN_READONLY | SQLITE_OPEN_URI | SQLITE_OPEN_NOMUTEX, nullptr);
-    Database database(raw);
-    if (result != SQLITE_OK)
-        return nullptr;
-    // A damaged or hostile file must neither run code of its own nor take all memory.
-    ::sqlite3_db_config(raw, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
-    ::sqlite3_db_config(raw, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
-    ::sqlite3_db_config(raw, SQLITE_DBCONFIG_ENABLE_VIEW, 0, nullptr);
-    ::sqlite3_limit(raw, SQLITE_LIMIT_LENGTH, largestHeader);
-    // Interrupts a question, which then fails.
-    ::sqlite3_progress_handler(raw, mostSteps, [](void*) { return 1; }, nullptr);
-    return database;
-}
-
-Statement prepared(sqlite3* database, const char* sql) {
-    sqlite3_stmt* statement = nullptr;
-    if (::sqlite3_prepare_v2(database, sql, -1, &statement, nullptr) != SQLITE_OK)
-        return nullptr;
-    return Statement(statement);
-}
-
 /// What the questions need, as long as the database is open.
 struct Connection {
-    Database database;
-    Statement files;
-    Statement package;
+    SqliteFile database;
+    SqliteFile::Statement files;
+    SqliteFile::Statement package;
 
     explicit Connection(const std::string& path)
-        : database(opened(path)),
-          files(prepared(database.get(), "SELECT hnum, idx FROM Basenames WHERE key = ?")),
-          package(prepared(database.get(), "SELECT blob FROM Packages WHERE hnum = ?")) {}
+        : database(path, mostSteps),
+          files(database.prepare("SELECT hnum, idx FROM Basenames WHERE key = ?")),
+          package(database.prepare("SELECT blob FROM Packages WHERE hnum = ?")) {}
 
-    bool isUsable() const { return database && files && package; }
+    bool isUsable() const { return files && package; }
 };
 
 struct FilePlace {
@@ -162,9 +106,7 @@ private:
     }
 
     Ownership ownerIn(sqlite3_stmt* row, std::size_t number, const std::string& file) const {
-        const auto* bytes = static_cast<const char*>(::sqlite3_column_blob(row, 0));
-        const auto size = static_cast<std::size_t>(::sqlite3_column_bytes(row, 0));
-        const auto header = RpmHeader::parse({bytes, bytes ? size : 0});
+        const auto header = RpmHeader::parse(bytesAt(row, 0));
         const auto listed = header ? header->file(number) : std::nullopt;
         if (!listed)
             return std::unexpected(PackageFailure::unreadable);
@@ -214,6 +156,13 @@ std::unique_ptr<PackageDatabase> open(const MachineFiles& machine, const OwnedFo
 }
 
 } // namespace
+
+std::optional<std::string> file(const MachineFiles& machine) {
+    const auto folder = folderOf(machine);
+    if (!folder || stateOf(machine, {*folder + sqliteFile}).empty())
+        return std::nullopt;
+    return *folder + sqliteFile;
+}
 
 PackageDatabaseForm form() {
     return {state, open};

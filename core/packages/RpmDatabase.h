@@ -10,4 +10,7 @@ namespace tidemark::RpmDatabase {
 
 PackageDatabaseForm form();
 
+/// Where the database lies; absent where there is none of this form.
+std::optional<std::string> file(const MachineFiles& machine);
+
 } // namespace tidemark::RpmDatabase
