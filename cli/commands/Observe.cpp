@@ -130,9 +130,9 @@ Snapshot observation(const Options& options, const std::stop_token& stop) {
         // Not made canonical, so that a link is refused when the file is read.
         for (const auto& file : options.config)
             files.push_back(file.path().lexically_normal());
-        snapshot.additionalReports =
-            AdditionalObservations::collect(options.homebrew, options.diagnostics, files,
-                                            SystemFacts::homeDirectory(), progress, stop);
+        snapshot.additionalReports = AdditionalObservations::collect(
+            options.homebrew, options.diagnostics, files,
+            AdditionalPlaces::standard(SystemFacts::homeDirectory()), progress, stop);
     }
     if (options.output)
         progress.begin("Saving Observation…");
