@@ -11,7 +11,7 @@ namespace {
 constexpr std::string_view blanks = " \t\r\f\v";
 constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
 
-/// `tidemark::trimmed` knows the spaces of Unicode, which are a part of a key or value here.
+/// Unlike `tidemark::trimmed`, keeps the other spaces of Unicode: they are part of a value here.
 std::string_view withoutBlanks(std::string_view text) {
     const auto start = text.find_first_not_of(blanks);
     if (start == std::string_view::npos)
@@ -45,8 +45,8 @@ std::string_view unindented(std::string_view line) {
     return line.substr(std::min(line.find_first_not_of(blanks), line.size()));
 }
 
-/// Each continued line and what continues it as one line. A comment in between is left out and
-/// ends nothing, whatever stands at its own end.
+/// Each continued line and what continues it as one line. A comment between them is skipped, and a
+/// backslash at its end has no meaning.
 std::string joinedLines(std::string_view bytes) {
     std::string joined;
     joined.reserve(bytes.size());
@@ -59,7 +59,7 @@ std::string joinedLines(std::string_view bytes) {
         if (isOpen)
             joined.back() = ' ';
         joined.append(line);
-        // An open line ends with its backslash, which becomes the space before the next one.
+        // The backslash at the end becomes the space before the next line.
         isOpen = isContinued(line);
         if (!isOpen)
             joined += '\n';

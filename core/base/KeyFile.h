@@ -42,7 +42,7 @@ public:
     struct Entry {
         std::string_view group;
         std::string_view key;
-        /// As it stands in the file, escapes included, of whatever encoding.
+        /// The bytes in the file, with escapes, in any encoding.
         std::string_view bytes;
 
         /// The value as records keep text: valid UTF-8, by `textFromBytes`.

@@ -141,7 +141,7 @@ std::optional<std::string> dumpedProgram(std::string_view name) {
     return std::string(name.substr(0, static_cast<std::size_t>(user->data() - name.data()) - 1));
 }
 
-/// A memory dump, whose contents are nobody's business.
+/// The report of a memory dump, from its name alone.
 std::optional<ObservedMetadata> coreDump(const FolderEntry& entry) {
     const std::string name = textFromBytes(entry.name());
     auto program = dumpedProgram(name);

@@ -13,20 +13,20 @@
 
 namespace tidemark {
 
-/// What the version of an application is called where it has none that can be read.
+/// The version of an application for which none is recorded.
 inline constexpr std::string_view unknownVersion = "Unknown version";
 
 struct FoundApplication {
     Application application;
-    /// Set when the version is one that could not be read this time: the application is there, but
-    /// must not be compared, or it would seem to be updated.
+    /// Set when reading the version failed: the application must not be compared then, or it would
+    /// be reported as updated.
     std::optional<PackageFailure> missesVersion = std::nullopt;
 };
 
 enum class ApplicationFailure {
     /// The entry is something else, such as a part of another program: nothing is counted.
     noApplication,
-    /// It can't be read or says too little.
+    /// It can't be read, or lacks a required field.
     unreadable,
 };
 
@@ -38,14 +38,14 @@ struct ApplicationSurroundings {
     /// Path of the root without links.
     const std::filesystem::path& root;
     const ReadingBudget& budget;
-    /// Null where no databases are asked: every version then is a format's own.
+    /// Null when versions of packages are not looked up.
     PackageIndex::Reading* packages = nullptr;
 };
 
 /// One way in which an application stands on disk.
 struct ApplicationFormat {
-    /// Decides by name and kind of the entry, and by what names mean in its root; never asked about
-    /// a link.
+    /// Decides by name and kind of the entry and by the family of its root only; not called for
+    /// links.
     bool (*recognises)(const FolderEntry&, RootFamily);
     ApplicationReading (*read)(const FolderEntry&, const ApplicationSurroundings&);
     /// Whether such an application is a folder, which has a size worth measuring.

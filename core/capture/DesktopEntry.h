@@ -7,7 +7,8 @@
 /// "applications" (Desktop Entry Specification 1.5). The version is that of the package which the
 /// file belongs to, or of the snap that the entry names.
 ///
-/// What depends on who looks is ignored: the session (`OnlyShowIn`, `TryExec`) and the language.
+/// What depends on the session (`OnlyShowIn`, `TryExec`) or the language is ignored, so that the
+/// inventory is the same for every session.
 namespace tidemark::DesktopEntry {
 
 inline constexpr std::string_view group = "Desktop Entry";

@@ -14,7 +14,7 @@ namespace fs = std::filesystem;
 constexpr std::size_t largestDeploy = std::size_t{1} << 20;
 constexpr std::size_t shortCommit = 12;
 
-/// A folder that is held open, and what stands in it.
+/// An open folder and its path.
 struct OpenFolder {
     FileDescriptor descriptor;
     fs::path path;

@@ -2,10 +2,10 @@
 
 #include "core/capture/ApplicationFormat.h"
 
-/// An application as a folder of Flatpak, named after its identifier. In it, a link "current" says
-/// the architecture and branch in use, ARCHITECTURE/BRANCH, in that folder a link "active" the
-/// installed state, a checksum, and the folder of that name holds what is installed and the file
-/// "deploy". The links are read as text and never followed.
+/// An application as a folder of Flatpak, named after its identifier. The link "current"
+/// in it has the text ARCHITECTURE/BRANCH; the link "active" in that folder has the checksum of the
+/// installed commit; and the folder of that name holds the installed files and the file "deploy".
+/// The links are read as text and never followed.
 namespace tidemark::FlatpakApplication {
 
 /// True for a folder that lies in a root of Flatpaks.

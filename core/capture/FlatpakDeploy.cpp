@@ -6,9 +6,9 @@
 #include <limits>
 
 /// The serialised form (GVariant specification 1.0): a container ends with the places at which its
-/// parts end, as numbers, the least significant byte first, that are just as long as the size of
-/// the container asks for. Those of a tuple stand in reverse. Alignment counts from the start of
-/// the container, which itself begins at a multiple of 8 here.
+/// parts end, as numbers, the least significant byte first, whose length depends on the size
+/// of the container. Those of a tuple are in reverse order. Alignment counts from the start of the
+/// container, which is itself at a multiple of 8 here.
 namespace tidemark::FlatpakDeploy {
 
 namespace {

@@ -18,7 +18,6 @@ PackageAssociation::PackageAssociation(const std::vector<Shared<Application>>& a
 }
 
 const Application* PackageAssociation::find(const std::string& definition) const {
-    // Most machines have definitions of many more packages than there are applications.
     if (only.empty())
         return nullptr;
     const auto owner = packages->owner(definition);

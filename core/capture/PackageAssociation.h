@@ -11,8 +11,8 @@
 
 namespace tidemark {
 
-/// Ties what starts by itself to the application that came with it: the only one in the package
-/// that the definition belongs to. A weak hint, since a package may hold several programs.
+/// Associates a background item with an application: the only one in the package that owns the
+/// item's definition. A weak hint, since a package may contain several programs.
 class PackageAssociation {
 public:
     static constexpr std::string_view reason = "Possible association based on installed package";
@@ -21,8 +21,8 @@ public:
     PackageAssociation(const std::vector<Shared<Application>>& applications,
                        PackageIndex::Reading* packages);
 
-    /// The application for the definition at a path without links; null when there is none, a
-    /// choice, or no telling.
+    /// The application for the definition at a path without links; null when its package is not
+    /// known or has no application or several.
     const Application* find(const std::string& definition) const;
 
 private:

@@ -25,8 +25,8 @@ struct InstallationPreview {
 };
 
 /// Reads the installations of the last 7 days from the operating system: from the JSON report of
-/// its profiler tool, or from the log or database of its package manager brought into the same form.
-/// The history can be incomplete.
+/// its profiler tool, or from the log or database of its package manager brought into the same
+/// form. The history can be incomplete.
 namespace InstallationHistory {
 
 class ImportError : public Error {

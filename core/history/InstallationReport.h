@@ -15,7 +15,7 @@ public:
     InstallationReport(const InstallationReport&) = delete;
     InstallationReport& operator=(const InstallationReport&) = delete;
 
-    /// `isAutomatic` for a package that came along because others need it.
+    /// `isAutomatic` for a package that was installed because others need it.
     void add(std::string_view name, std::string_view version, Date date, bool isAutomatic);
     /// Adds an entry that can't be understood, which is counted.
     void addUnreadable();

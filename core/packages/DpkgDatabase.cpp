@@ -74,8 +74,8 @@ std::expected<FolderReader, int> openFolder(const MachineFiles& machine, const c
     return FolderReader(*std::move(folder));
 }
 
-/// Whether dpkg is at work, or was interrupted: "status" is then behind. True as well when that
-/// can't be known.
+/// Whether dpkg is running or was interrupted, so that "status" is out of date. Also true when
+/// that can't be read.
 bool hasUpdates(const MachineFiles& machine) {
     auto folder = openFolder(machine, updatesFolder);
     if (!folder)
@@ -101,8 +101,8 @@ bool addList(ListedPackages& all, int folder, const std::string& name, const Pac
     }
 }
 
-/// A list without a stanza means that "status" is not whole: it was damaged, or is of another
-/// moment. So does a list that can't be read.
+/// Returns false when a list can't be read, or has no stanza: then "status" is damaged, or was
+/// written at another time than the lists.
 bool addLists(ListedPackages& all, FolderReader& folder, const Packages& packages) {
     bool isWhole = true;
     while (const dirent* entry = folder.next()) {

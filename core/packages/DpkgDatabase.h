@@ -6,8 +6,8 @@
 #include <string_view>
 
 /// The database of dpkg(1): "status", a stanza per package, and "info/NAME[:ARCHITECTURE].list",
-/// the paths of its files. The folder "info" says the version of its form in "format"; in "updates"
-/// lie the changes that are not yet in "status".
+/// the paths of its files. "info/format" has the version of the format; the folder
+/// "updates" holds the changes that are not in "status" yet.
 namespace tidemark::DpkgDatabase {
 
 PackageDatabaseForm form();

@@ -9,8 +9,8 @@
 
 namespace tidemark {
 
-/// A database that is a list of files per package, read whole. Of the lists, which name every file
-/// of a machine, only what lies below the folders that are asked for is kept.
+/// A database that is a list of files per package, read whole. The lists name every
+/// file of a machine; only the files below the given folders are kept.
 class ListedPackages : public PackageDatabase {
 public:
     ListedPackages(const MachineFiles& machine, const OwnedFolders& folders);
@@ -32,7 +32,7 @@ private:
     bool isComplete = true;
 };
 
-/// One that gives no answer but this.
+/// A database that could not be read: every question fails.
 class UnreadablePackages : public PackageDatabase {
 public:
     explicit UnreadablePackages(PackageFailure why) : failure(why) {}

@@ -11,7 +11,7 @@
 
 namespace tidemark {
 
-/// What a package manager recorded of its packages, as it was at one moment.
+/// What a package manager recorded about its packages, at one point in time.
 class PackageDatabase {
 public:
     PackageDatabase() = default;
@@ -21,19 +21,18 @@ public:
 
     /// The owner of the file at a path without links.
     virtual Ownership owner(const std::string& path) = 0;
-    /// Closes what is open; a later question opens it again.
+    /// Closes open files; the next call of `owner` opens them again.
     virtual void rest() {}
 };
 
-/// One version of the files by which a database is known to have changed: as long as it is equal,
-/// the answers are. A file that can't be looked at stands as its `errno`. Empty where a machine has
-/// no such database.
+/// The versions of the files that change with a database. Equal states have equal contents. For a
+/// file whose status can't be read, the `errno`. Empty when the machine has no such database.
 using DatabaseState = std::vector<std::expected<FileVersion, int>>;
 
 /// The state of these files; empty when there is none of them.
 DatabaseState stateOf(const MachineFiles& machine, const std::vector<std::string>& paths);
 
-/// The folders below which owners are asked for. A database needs to keep nothing of any other.
+/// Paths of the folders whose files are looked up. A database may leave out all other files.
 using OwnedFolders = std::vector<std::string>;
 
 /// One form of database. There is a source file for each, with a function that returns its row.

@@ -17,7 +17,8 @@ namespace {
 using Form = PackageDatabaseForm (*)();
 constexpr Form forms[] = {DpkgDatabase::form, PacmanDatabase::form, RpmDatabase::form};
 
-/// Packages place nothing in these (file-hierarchy(7)), so no damaged database is asked in vain.
+/// Packages install nothing here (file-hierarchy(7)). So a damaged database does not affect the
+/// applications that users installed themselves.
 constexpr std::string_view foldersOfUsers[] = {"/home", "/root", "/usr/local", "/var/home"};
 
 bool isBelowAny(std::string_view path, const auto& folders) {
@@ -64,8 +65,8 @@ Ownership PackageIndex::owner(const std::string& path) {
 
 void PackageIndex::open(Kept& kept) const {
     kept.database = kept.form.open(machine, folders);
-    // What was read while it was being written may be of no moment at all. The next reading finds
-    // another state, and opens it anew.
+    // The database was written while it was read, so what was read may be inconsistent. The next
+    // `read` sees another state and opens it again.
     if (kept.form.state(machine) != kept.state)
         kept.database = std::make_unique<UnreadablePackages>(PackageFailure::unreadable);
 }

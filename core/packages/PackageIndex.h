@@ -7,23 +7,23 @@
 namespace tidemark {
 
 /// Which package owns a file, by the databases of a machine's package managers, read as files: no
-/// tool is run. Their lists are long and change seldom, so this is kept from one capture to the
-/// next by whoever takes captures, and a database is read anew only when it has changed.
+/// tool is run. The lists are long and change rarely: the owner keeps this object from one
+/// capture to the next, and a database is read again only after a change.
 ///
-/// Any thread may ask for a reading; readings take turns.
+/// Any thread may call `read`; it waits until the previous reading is destroyed.
 class PackageIndex {
 public:
     class Reading;
 
-    /// The owners of files below `folders` (paths without links) of a machine, as they are now.
-    /// Waits while another reading lives.
+    /// Checks which databases have changed, for lookups of files below `folders` (paths without
+    /// links).
     Reading read(const MachineFiles& machine, const OwnedFolders& folders);
 
 private:
     struct Kept {
         PackageDatabaseForm form;
         DatabaseState state;
-        /// As it was in that state; null until it is asked.
+        /// Read in that state; null until the first lookup.
         std::unique_ptr<PackageDatabase> database;
     };
 
@@ -38,14 +38,14 @@ private:
     std::vector<Kept> databases;
 };
 
-/// The owners as they are while this lives. Nothing of a database stays open behind it.
+/// Lookups in the databases. Closes them when it is destroyed.
 class PackageIndex::Reading {
 public:
     ~Reading() { index.rest(); }
     Reading(const Reading&) = delete;
     Reading& operator=(const Reading&) = delete;
 
-    /// The owner of the file at a path without links; none for what lies outside of the folders.
+    /// The owner of the file at a path without links; none for a file outside of the folders.
     Ownership owner(const std::string& path) { return index.owner(path); }
 
 private:

@@ -16,15 +16,15 @@ struct PackageOwner {
     bool operator==(const PackageOwner&) const = default;
 };
 
-/// Why a database of packages does not answer.
+/// Why a lookup in a database of packages failed.
 enum class PackageFailure {
-    /// Its form, or the version of its form, is none that is read here.
+    /// Its format, or the version of its format, is not supported.
     unsupported,
-    /// It can't be read, is damaged, or is being changed at this moment.
+    /// It can't be read, is damaged, or is being written.
     unreadable,
 };
 
-/// The owner of a file; none when no package owns it. A failure is neither: the file may be owned.
+/// The owner of a file; none when no package owns it. After a failure the file may have an owner.
 using Ownership = std::expected<std::optional<PackageOwner>, PackageFailure>;
 
 /// The version of the program itself, without the epoch and revision that a distribution adds.

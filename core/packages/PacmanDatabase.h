@@ -8,8 +8,8 @@
 #include <string_view>
 
 /// The database of pacman(8): a folder "local/NAME-VERSION" per package with the files "desc" and
-/// "files", in which lines such as "%VERSION%" begin a field of lines. "ALPM_DB_VERSION" is the
-/// version of its form, and a file "db.lck" beside "local" stands there while pacman works.
+/// "files", in which lines such as "%VERSION%" begin a field of lines. "ALPM_DB_VERSION" has
+/// the version of the format. The file "db.lck" beside "local" exists while pacman is running.
 namespace tidemark::PacmanDatabase {
 
 PackageDatabaseForm form();

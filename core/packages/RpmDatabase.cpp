@@ -46,7 +46,7 @@ public:
         if (const auto known = answers.find(file); known != answers.end())
             return known->second;
         auto found = lookUp(file);
-        // An answer from a database that was written to meanwhile can be of no moment at all.
+        // The database was written during the lookup, so the result may be inconsistent.
         if (state() != start)
             return std::unexpected(PackageFailure::unreadable);
         answers.emplace(file, found);
@@ -58,7 +58,8 @@ public:
 private:
     DatabaseState state() const { return stateOf(machine, {path, path + "-wal"}); }
 
-    /// Changes that are not in the file itself yet, as while rpm works. It leaves an empty log.
+    /// Whether the write-ahead log has changes that may not be in the file, as while rpm is
+    /// running. At its end rpm leaves an empty log.
     bool hasUnwritten() const {
         return start.back() ? start.back()->bytes > 0 : start.back().error() != ENOENT;
     }

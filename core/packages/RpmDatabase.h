@@ -4,8 +4,8 @@
 
 /// The database of rpm(8) since 4.16: a file of SQLite with the tables "Packages(hnum, blob)", a
 /// header per package, and "Basenames(key, hnum, idx)", the names of all files with the package
-/// and the number in it. Of its older forms (Berkeley DB, ndb) nothing is known but that they are
-/// there.
+/// and the number in it. The older forms (Berkeley DB, ndb) are recognised but
+/// not read.
 namespace tidemark::RpmDatabase {
 
 PackageDatabaseForm form();

@@ -21,7 +21,7 @@ enum Tag : std::uint32_t {
 };
 enum Type : std::uint32_t { numbers = 4, oneText = 6, texts = 8 };
 
-/// `place` and the three bytes behind it must lie in `bytes`.
+/// The four bytes from `place` must be in `bytes`.
 std::uint32_t numberAt(std::string_view bytes, std::size_t place) {
     std::uint32_t number = 0;
     for (std::size_t i = 0; i < 4; ++i)

@@ -16,7 +16,7 @@ namespace tidemark {
 /// most significant byte first. Views into the header, which must outlive this.
 class RpmHeader {
 public:
-    /// Absent for what is no such header: none of its counts and offsets is taken on trust.
+    /// Absent when the bytes are not such a header. All counts and offsets are checked.
     static std::optional<RpmHeader> parse(std::string_view bytes);
 
     /// Name and "[epoch:]version-release"; absent when one of them is missing.

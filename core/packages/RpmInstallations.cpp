@@ -31,7 +31,7 @@ constexpr History histories[] = {
      "JOIN pkg_names ON pkg_names.id = rpm.name_id ORDER BY trans_item.id"},
 };
 
-/// None where there is no such history, or one that can't be read: it adds to what rpm says.
+/// Without a history that can be read, no package counts as automatic.
 std::set<std::string, std::less<>> automaticNames(const MachineFiles& machine) {
     std::set<std::string, std::less<>> names;
     for (const auto& [path, question] : histories) {

@@ -16,7 +16,7 @@ struct Installation {
     PackageOwner package;
     /// The start of the transaction.
     Date date;
-    /// Whether it came along because another package needs it.
+    /// Whether it was installed because another package needs it.
     bool isAutomatic = false;
 };
 

@@ -9,9 +9,9 @@
 
 namespace tidemark {
 
-/// A database of SQLite that another program keeps, read as it stands in its file, without a lock
-/// and without writing beside it. What its program has not brought into the file yet is not seen.
-/// For the sources of this room alone.
+/// An SQLite database of another program. Only the main file is read, without a lock and without
+/// creating files beside it: changes that are still in the write-ahead log are not seen. Only for
+/// the sources of this folder, as it shows the library.
 class SqliteFile {
 public:
     struct EndStatement {
@@ -34,7 +34,7 @@ private:
     std::unique_ptr<sqlite3, Close> database;
 };
 
-/// The bytes in a column of the row that `statement` stands at, valid until its next step.
+/// The bytes in a column of the current row, valid until the next step of `statement`.
 std::string_view bytesAt(sqlite3_stmt* statement, int column);
 
 } // namespace tidemark
