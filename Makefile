@@ -55,14 +55,11 @@ faults: packages build/dev/build.ninja ## Kill, fill up and start twice, FAULT_R
 
 thorough: test sanitize tsan clang lint faults fuzz ## All checks, hours in all: before a release
 
-fuzz: ## Feed damaged property lists to the readers for FUZZ_SECONDS
+fuzz: ## Feed damaged files to their readers, each for FUZZ_SECONDS
 	@packaging/install-packages packaging/debian-packages.txt packaging/debian-packages-fuzz.txt
 	@cmake --preset fuzz >/dev/null
 	@cmake --build --preset fuzz
-	@mkdir -p build/fuzz/corpus
-	@./build/fuzz/tests/fuzz/property_list_fuzz -max_total_time=$(FUZZ_SECONDS) -timeout=10 \
-		-artifact_prefix=build/fuzz/ -dict=tests/fuzz/property-list.dict build/fuzz/corpus \
-		tests/fixtures/property-lists/accepted tests/fixtures/property-lists/refused
+	@tests/fuzz/run $(FUZZ_SECONDS)
 
 bench: packages build/release/build.ninja ## Measure everything that has a performance bound
 	@cmake --build --preset release

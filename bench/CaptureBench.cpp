@@ -66,7 +66,7 @@ void measureInventory() {
         writeBundle(applications, i);
     for (int i = 0; i < definitions; ++i)
         writeDefinition(agents, i);
-    const ObservationOptions options(std::vector{applications},
+    const ObservationOptions options(std::vector<ApplicationRoot>{applications},
                                      std::vector{BackgroundRoot{agents}});
     const double took = bench::medianOf(rounds, [&] {
         return bench::seconds([&] {
@@ -141,7 +141,7 @@ struct Capture {
 /// With `withScanner`, measures by child folders as the program does; otherwise walks the root in
 /// one go.
 Capture captureOnce(const fs::path& root, bool withScanner) {
-    const ObservationOptions options(std::vector<fs::path>{}, std::vector<BackgroundRoot>{},
+    const ObservationOptions options(std::vector<ApplicationRoot>{}, std::vector<BackgroundRoot>{},
                                      {root});
     TracingClock clock;
     ComponentStorageScanner scanner("", 1'000'000, clock);

@@ -186,8 +186,8 @@ Snapshot snapshotOf(std::size_t applications, std::size_t backgroundItems, std::
         snapshot.folders.emplace_back(folder(i, childrenEach, generation));
     snapshot.freeBytes = 200'000'000'000 - static_cast<std::int64_t>(generation) * 10'000'000;
     snapshot.volumeID = "0E239BC6-F960-3107-89CF-1C97F78BB46B";
-    snapshot.coverage.applicationRoots = {"/Applications"};
-    snapshot.coverage.backgroundRoots = {"/Library/LaunchAgents"};
+    snapshot.coverage.applicationRoots.emplace({"/Applications"});
+    snapshot.coverage.backgroundRoots.emplace({"/Library/LaunchAgents"});
     snapshot.expectedCaptureInterval = interval;
     return snapshot;
 }

@@ -187,7 +187,7 @@ void measureSaving() {
         for (int child = 0; child < childrenPerRoot; ++child)
             fill(folders.back() / ("A project of the user " + std::to_string(child)), 5);
     }
-    const ObservationOptions options(std::vector<fs::path>{}, std::vector<BackgroundRoot>{},
+    const ObservationOptions options(std::vector<ApplicationRoot>{}, std::vector<BackgroundRoot>{},
                                      std::move(folders));
     ComponentStorageScanner inMemory("", 1'000'000);
     ComponentStorageScanner inFile(workspace.path() / "data/measurements.json", 1'000'000);

@@ -1,7 +1,7 @@
 #include "recorder/Recorder.h"
 
 #include "core/base/Files.h"
-#include "core/capture/AdditionalObservations.h"
+#include "core/capture/AdditionalPlaces.h"
 #include "core/system/SystemFacts.h"
 
 #include <algorithm>
@@ -49,11 +49,12 @@ SettingSources Recorder::sources() {
     const auto isFolder = [&](const std::filesystem::path& path) {
         return std::filesystem::is_directory(path, error);
     };
-    if (std::ranges::any_of(AdditionalObservations::standardCellars(), isFolder))
+    const auto places = AdditionalPlaces::standard(SystemFacts::homeDirectory());
+    if (std::ranges::any_of(places.cellars, isFolder))
         present.insert(SettingSource::formulas);
     else
         reasons[SettingSource::formulas] = "Homebrew is not installed.";
-    if (isFolder(AdditionalObservations::diagnosticFolder(SystemFacts::homeDirectory())))
+    if (std::ranges::any_of(places.diagnostics, isFolder))
         present.insert(SettingSource::diagnosticReports);
     return SettingSources(std::move(present), std::move(reasons));
 }

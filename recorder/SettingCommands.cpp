@@ -67,12 +67,15 @@ struct Setting {
 
 struct Report {
     std::vector<Setting> settings;
+    std::vector<std::string> suggestedConfigurationFiles;
     /// A problem with the stored settings.
     std::optional<std::string> problem;
 
     static constexpr auto fields() {
-        return std::tuple{Field{"settings", &Report::settings},
-                          Field{"problem", &Report::problem, Private}};
+        return std::tuple{
+            Field{"settings", &Report::settings},
+            Field{"suggestedConfigurationFiles", &Report::suggestedConfigurationFiles, Private},
+            Field{"problem", &Report::problem, Private}};
     }
 };
 
@@ -122,8 +125,11 @@ std::vector<std::string> pathsValue(const std::string& text) {
 
 } // namespace
 
-std::string list(const Preferences& preferences, const SettingSources& sources, bool asJson) {
-    Report report{{}, preferences.problem()};
+std::string list(const Preferences& preferences, const SettingSources& sources,
+                 const std::vector<std::filesystem::path>& suggestions, bool asJson) {
+    Report report{{}, {}, preferences.problem()};
+    for (const auto& file : suggestions)
+        report.suggestedConfigurationFiles.push_back(textFromBytes(file.native()));
     for (const auto& key : preference::all)
         if (isForUser(key))
             report.settings.push_back(settingOf(preferences, sources, key));
@@ -138,12 +144,15 @@ std::string list(const Preferences& preferences, const SettingSources& sources, 
             out += " (not available here: " + oneLine(*setting.notAvailable) + ")";
         out += "\n";
     }
+    if (!report.suggestedConfigurationFiles.empty())
+        out += "Files that " + std::string(preference::configurationHistoryPaths.name)
+               + " may name: " + oneLine(joined(report.suggestedConfigurationFiles)) + "\n";
     return report.problem ? out + oneLine(*report.problem) + "\n" : out;
 }
 
 std::string get(const Preferences& preferences, const SettingSources& sources,
                 const std::string& key, bool asJson) {
-    const Report report{{settingOf(preferences, sources, find(key))}, preferences.problem()};
+    const Report report{{settingOf(preferences, sources, find(key))}, {}, preferences.problem()};
     if (asJson)
         return json::encoded(report) + "\n";
     const auto& setting = report.settings.front();

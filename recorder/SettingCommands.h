@@ -3,14 +3,18 @@
 #include "app/preferences/Preferences.h"
 #include "app/preferences/SettingSource.h"
 
+#include <filesystem>
 #include <string>
+#include <vector>
 
 /// Prints and changes the settings of the user.
 namespace tidemark::settingCommands {
 
 /// One line per setting, or all as JSON. A setting without its source in `sources` is marked with
-/// the reason, and a problem with the stored settings is appended.
-std::string list(const Preferences& preferences, const SettingSources& sources, bool asJson);
+/// the reason. The configuration files in `suggestions`, which the user may want to observe, and a
+/// problem with the stored settings are appended.
+std::string list(const Preferences& preferences, const SettingSources& sources,
+                 const std::vector<std::filesystem::path>& suggestions, bool asJson);
 /// The same for one setting, with its value in the first line. Throws `Error` when there is no such
 /// setting.
 std::string get(const Preferences& preferences, const SettingSources& sources,

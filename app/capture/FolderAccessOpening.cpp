@@ -6,14 +6,18 @@
 #include "core/base/CanonicalPath.h"
 #include "core/base/Error.h"
 #include "core/base/Text.h"
+#include "core/capture/StandardRoots.h"
 
 #include <QPointer>
 #include <QScopeGuard>
 #include <algorithm>
+#include <iterator>
+#include <map>
 
 namespace tidemark {
 
 namespace fs = std::filesystem;
+using Kind = BackgroundItem::Kind;
 
 namespace {
 
@@ -26,23 +30,49 @@ FolderPurposes effectivePurposes(const FolderGrant& grant, bool measureStorage) 
 
 /// Collects the roots of one capture.
 struct Roots {
-    std::vector<fs::path> applications;
-    std::vector<BackgroundRoot> background;
-    std::vector<fs::path> storage;
+    std::vector<ApplicationRoot> applications{};
+    std::vector<BackgroundRoot> background{};
+    std::vector<fs::path> storage{};
 
-    void add(const fs::path& url, FolderPurpose purpose) {
+    /// Blocks: which folders a folder stands for goes by what is on disk.
+    static Roots of(const fs::path& url, FolderPurpose purpose) {
+        const auto places = StandardRoots::Places::current();
         switch (purpose) {
         case FolderPurpose::applications:
-            return applications.push_back(url);
+            return {.applications = StandardRoots::applicationsFor(url, places)};
         case FolderPurpose::launchAgents:
-            return background.push_back({url, BackgroundItem::Kind::agent});
+            return {.background = StandardRoots::backgroundFor(url, Kind::agent, places)};
         case FolderPurpose::launchDaemons:
-            return background.push_back({url, BackgroundItem::Kind::daemon});
+            return {.background = StandardRoots::backgroundFor(url, Kind::daemon, places)};
         case FolderPurpose::storage:
-            return storage.push_back(url);
+            return {.storage = {url}};
         }
+        return {};
+    }
+
+    void add(const Roots& more) {
+        std::ranges::copy(more.applications, std::back_inserter(applications));
+        std::ranges::copy(more.background, std::back_inserter(background));
+        std::ranges::copy(more.storage, std::back_inserter(storage));
     }
 };
+
+/// Whether a folder stands for others too, so that its own absence is no loss: nothing is in it.
+bool standsForOthers(const FolderGrant& grant) {
+    const auto places = StandardRoots::Places::current();
+    const fs::path folder = grant.path;
+    return (grant.purposes.contains(FolderPurpose::applications)
+            && StandardRoots::standsForApplications(folder, places))
+           || (grant.purposes.contains(FolderPurpose::launchAgents)
+               && StandardRoots::standsForBackground(folder, Kind::agent, places))
+           || (grant.purposes.contains(FolderPurpose::launchDaemons)
+               && StandardRoots::standsForBackground(folder, Kind::daemon, places));
+}
+
+bool isMissing(const fs::path& folder) {
+    std::error_code error;
+    return fs::symlink_status(folder, error).type() == fs::file_type::not_found;
+}
 
 /// A folder to be allowed.
 struct Bookmarked {
@@ -97,6 +127,9 @@ struct FolderAccess::Opened {
     std::optional<std::string> failure;
     /// The new bookmark, if the old one is stale.
     std::optional<Bookmarked> fresh;
+    /// What is read for each purpose of the grant.
+    std::map<FolderPurpose, Roots> roots{};
+    bool isStarted = false;
 
     bool isOpen() const { return url && !failure; }
 
@@ -110,20 +143,29 @@ struct FolderAccess::Opened {
         }
         result.url = resolved.url;
         result.failure = resolved.failure;
+        if (result.failure && isMissing(resolved.url) && standsForOthers(grant))
+            result.failure.reset();
+        else if (!result.failure)
+            result.start(operations, resolved);
         if (result.failure)
             return result;
-        if (!operations.start(resolved.url)) {
-            result.failure = directoryAccessFailure(resolved.url).value_or(unansweredFolder);
-            return result;
+        for (const FolderPurpose purpose : grant.purposes)
+            result.roots.emplace(purpose, Roots::of(resolved.url, purpose));
+        return result;
+    }
+
+    void start(const BookmarkOperations& operations, const BookmarkOperations::Resolved& resolved) {
+        isStarted = operations.start(resolved.url);
+        if (!isStarted) {
+            failure = directoryAccessFailure(resolved.url).value_or(unansweredFolder);
+            return;
         }
         try {
             if (resolved.stale)
-                result.fresh =
-                    Bookmarked{standardizedPath(resolved.url), operations.create(resolved.url)};
+                fresh = Bookmarked{standardizedPath(resolved.url), operations.create(resolved.url)};
         } catch (const Error&) {
             // Keep the old bookmark, which also resolves to this path.
         }
-        return result;
     }
 
     /// The same, within the time limit of `calls`.
@@ -131,7 +173,7 @@ struct FolderAccess::Opened {
                        const FolderGrant& grant, const std::stop_token& stop) {
         const auto attempt = [operations, grant] { return open(operations, grant); };
         const auto close = [operations](const Opened& late) {
-            if (late.isOpen())
+            if (late.isStarted)
                 operations.stop(*late.url);
         };
         return calls.answer(grant.path, attempt, stop, close)
@@ -180,14 +222,15 @@ QCoro::Task<FolderCaptureAccess> FolderAccess::beginCapture(bool measureStorage)
         const auto purposes =
             grant == updated.end() ? FolderPurposes() : effectivePurposes(*grant, measureStorage);
         if (purposes.empty()) {
-            if (opened.isOpen())
+            if (opened.isStarted)
                 operations.stop(*opened.url);
             continue;
         }
         note(opened, issues);
         if (!opened.isOpen())
             continue;
-        urls.push_back(*opened.url);
+        if (opened.isStarted)
+            urls.push_back(*opened.url);
         if (opened.fresh && grant->bookmark == opened.grant.bookmark) {
             grant->bookmark = opened.fresh->bookmark;
             grant->path = textFromBytes(opened.fresh->url.native());
@@ -196,7 +239,8 @@ QCoro::Task<FolderCaptureAccess> FolderAccess::beginCapture(bool measureStorage)
             isChanged = true;
         }
         for (const auto purpose : purposes)
-            roots.add(*opened.url, purpose);
+            if (const auto found = opened.roots.find(purpose); found != opened.roots.end())
+                roots.add(found->second);
     }
     if (isChanged) {
         try {

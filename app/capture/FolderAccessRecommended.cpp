@@ -130,11 +130,16 @@ QCoro::Task<void> FolderAccess::enableReadableRecommended(std::vector<Recommende
         else if (folder.mayAdd && !isGranted(folder.canonical))
             fresh.push_back(folder.named);
     }
-    PurposesOf purposesOf = [folders](const fs::path& path) {
+    PurposesOf purposesOf = [folders, tested](const fs::path& path) {
         auto purposes = FolderGrant::suggestedPurposes(path);
-        for (const auto& folder : folders)
+        for (const auto& folder : folders) {
+            const auto found = std::ranges::find(tested, folder.url, &Tested::named);
+            const bool isReal = found != tested.end() && found->canonical == path;
+            if (folder.standsForFamily && (isReal || folder.url == path))
+                return FolderPurposes{folder.purpose};
             if (folder.url == path)
                 purposes.insert(folder.purpose);
+        }
         return purposes;
     };
     try {

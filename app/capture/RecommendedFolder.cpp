@@ -1,5 +1,7 @@
 #include "app/capture/RecommendedFolder.h"
 
+#include "core/capture/StandardRoots.h"
+
 namespace tidemark {
 
 using enum FolderPurpose;
@@ -25,12 +27,18 @@ RecommendedFolder::ofLinux(const std::filesystem::path& home,
     const auto folder = [&](const char* kind, const char* usual) {
         return UserFolders::localized(kind, atHome).value_or(home / usual);
     };
+    const StandardRoots::Places places{.home = home, .environment = atHome};
     return {
+        {"Applications", StandardRoots::folderOfApplications(places), applications, false, true},
         {"Downloads", folder("DOWNLOAD", "Downloads"), storage},
         {"Documents", folder("DOCUMENTS", "Documents"), storage},
         {"Trash", UserFolders::data(atHome) / "Trash/files", storage},
         {"Optional software", "/opt", storage},
         {"Local software", "/usr/local", storage},
+        {"Your background agents", StandardRoots::folderOfAgents(places), launchAgents, false,
+         true},
+        {"System background daemons", StandardRoots::folderOfDaemons(places), launchDaemons, false,
+         true},
     };
 }
 

@@ -20,13 +20,17 @@ struct RecommendedFolder {
     /// settings, so that being readable implies consent. When any program of the user can read the
     /// folder, it does not.
     bool isGuardedBySystem = false;
+    /// It is read for its purpose only, and with it all folders that the system has for that
+    /// purpose (`StandardRoots`), which need not be chosen one by one.
+    bool standsForFamily = false;
 
     /// The recommended folders of this system, in the order in which they are offered.
     static std::vector<RecommendedFolder>
     current(const std::filesystem::path& home = SystemFacts::homeDirectory());
 
     static std::vector<RecommendedFolder> ofMac(const std::filesystem::path& home);
-    /// Uses the folders of the desktop under their localised names.
+    /// Uses the folders of the desktop under their localised names, and those that stand for
+    /// applications and for what starts by itself.
     static std::vector<RecommendedFolder>
     ofLinux(const std::filesystem::path& home,
             const UserFolders::Environment& environment = UserFolders::processEnvironment);

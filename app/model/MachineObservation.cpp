@@ -2,19 +2,23 @@
 
 #include "app/base/Background.h"
 #include "core/capture/SystemObserver.h"
+#include "core/packages/PackageIndex.h"
 #include "core/storage/ComponentStorageScanner.h"
+
+#include <memory>
 
 namespace tidemark {
 
 Observe machineObservation(ComponentStorageScanner& scanner, CaptureProgress& progress) {
-    return [&scanner, &progress](ObservationOptions options, std::stop_token stop) {
+    const auto packages = std::make_shared<PackageIndex>();
+    return [&scanner, &progress, packages](ObservationOptions options, std::stop_token stop) {
         const auto tell = [&progress](const std::string& text) {
             QMetaObject::invokeMethod(
                 &progress, [&progress, text] { progress.stage = text; }, Qt::QueuedConnection);
         };
-        const auto observe = [options, tell, &scanner](const std::stop_token& stopped) {
+        const auto observe = [options, tell, &scanner, packages](const std::stop_token& stopped) {
             return SystemObserver::captureProgressively(options, &scanner, tell, Clock::system(),
-                                                        stopped);
+                                                        stopped, packages.get());
         };
         return runInBackground(observe, std::move(stop));
     };

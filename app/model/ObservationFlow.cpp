@@ -43,10 +43,11 @@ QCoro::Task<void> ObservationFlow::addAdditionalReports(Snapshot* snapshot, std:
         co_return;
     used.progress.stage = "Scanning Additional History";
     const double start = used.clock.monotonicSeconds();
-    const auto collect = [wanted, home = used.home](const std::stop_token& stopped) {
-        return AdditionalObservations::collect(wanted.homebrew, wanted.diagnostics, wanted.files,
-                                               home, Clock::system(), stopped);
-    };
+    const auto collect =
+        [wanted, places = AdditionalPlaces::standard(used.home)](const std::stop_token& stopped) {
+            return AdditionalObservations::collect(wanted.homebrew, wanted.diagnostics,
+                                                   wanted.files, places, Clock::system(), stopped);
+        };
     reports = co_await runInBackground(collect, stop);
     snapshot->captureDuration =
         snapshot->captureDuration.value_or(0) + (used.clock.monotonicSeconds() - start);

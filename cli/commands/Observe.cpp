@@ -3,9 +3,11 @@
 #include "cli/OutputFile.h"
 #include "cli/ProgressLine.h"
 #include "cli/TerminalCommands.h"
+#include "core/base/CanonicalPath.h"
 #include "core/base/Documents.h"
 #include "core/base/JsonEncoder.h"
 #include "core/capture/AdditionalObservations.h"
+#include "core/capture/StandardRoots.h"
 #include "core/capture/SystemObserver.h"
 #include "core/storage/ComponentStorageScanner.h"
 #include "core/system/SystemFacts.h"
@@ -22,7 +24,10 @@ namespace {
 using Paths = std::vector<std::filesystem::path>;
 
 struct Options {
-    /// If not given, the standard folders of the system and of the user's home.
+    /// The root folder of another machine, to be observed instead of this one.
+    std::optional<FilePath> root;
+    /// Folders of the observed machine. If not given, the standard folders of the system and of the
+    /// user's home.
     std::vector<FilePath> applications;
     std::vector<FilePath> agents;
     std::vector<FilePath> daemons;
@@ -39,18 +44,23 @@ struct Options {
 
     static constexpr auto fields() {
         constexpr OptionForm folder{.valueName = "DIR"};
-        constexpr OptionForm file{.valueName = "FILE"};
+        // What is read of this machine alone.
+        constexpr OptionForm here{.excludes = "root"};
+        constexpr OptionForm folderHere{.excludes = "root", .valueName = "DIR"};
+        constexpr OptionForm fileHere{.excludes = "root", .valueName = "FILE"};
         return std::tuple{
+            Option{"root", &Options::root,
+                   "Observe the machine whose root folder is DIR, and not this one", folder},
             Option{"applications", &Options::applications, "Folder to search for applications",
                    folder},
             Option{"agents", &Options::agents, "Folder of agent definitions", folder},
             Option{"daemons", &Options::daemons, "Folder of daemon definitions", folder},
-            Option{"storage", &Options::storage, "Folder to measure", folder},
-            Option{"homebrew", &Options::homebrew, "Add the installed Homebrew formulas"},
-            Option{"diagnostics", &Options::diagnostics, "Add the diagnostic reports"},
-            Option{"config", &Options::config, "Configuration file to fingerprint", file},
+            Option{"storage", &Options::storage, "Folder to measure", folderHere},
+            Option{"homebrew", &Options::homebrew, "Add the installed Homebrew formulas", here},
+            Option{"diagnostics", &Options::diagnostics, "Add the diagnostic reports", here},
+            Option{"config", &Options::config, "Configuration file to fingerprint", fileHere},
             Option{"measurements", &Options::measurements,
-                   "File that keeps finished measurements for the next run", file},
+                   "File that keeps finished measurements for the next run", fileHere},
             Option{"output",
                    &Options::output,
                    "File to write the observation to, as stored JSON",
@@ -72,19 +82,25 @@ Paths canonical(const std::vector<FilePath>& paths) {
 }
 
 ObservationOptions observationOptions(const Options& options) {
-    std::optional<Paths> applications;
-    if (!options.applications.empty())
-        applications = canonical(options.applications);
+    using enum BackgroundItem::Kind;
+    const auto places = StandardRoots::Places::current(
+        options.root ? MachineFiles::below(options.root->path()) : MachineFiles());
+    std::optional<std::vector<ApplicationRoot>> applications;
+    if (!options.applications.empty()) {
+        applications.emplace();
+        for (const auto& folder : options.applications)
+            applications->push_back(StandardRoots::applicationRoot(folder.path(), places));
+    }
     std::optional<std::vector<BackgroundRoot>> background;
     if (!options.agents.empty() || !options.daemons.empty()) {
         background.emplace();
-        for (const auto& path : canonical(options.agents))
-            background->push_back({path, BackgroundItem::Kind::agent});
-        for (const auto& path : canonical(options.daemons))
-            background->push_back({path, BackgroundItem::Kind::daemon});
+        for (const auto& folder : options.agents)
+            background->push_back(StandardRoots::backgroundRoot(folder.path(), agent, places));
+        for (const auto& folder : options.daemons)
+            background->push_back(StandardRoots::backgroundRoot(folder.path(), daemon, places));
     }
     return ObservationOptions(std::move(applications), std::move(background),
-                              canonical(options.storage));
+                              canonical(options.storage), places.machine);
 }
 
 /// Empty for an option that was not given.
@@ -98,24 +114,25 @@ Snapshot observation(const Options& options, const std::stop_token& stop) {
     ComponentStorageScanner scanner(pathOf(options.measurements), entriesPerSlice, progress);
     running = &scanner;
 
+    const auto observed = observationOptions(options);
     Snapshot snapshot = SystemObserver::captureProgressively(
-        observationOptions(options), &scanner,
+        observed, &scanner,
         [&](const std::string& phase) {
             // `SystemObserver` reports this phase, but the observation is saved below.
             if (phase != "Saving Observation…")
                 progress.begin(phase);
         },
         progress, stop);
-    snapshot.operatingSystem = SystemFacts::collectOperatingSystem();
+    snapshot.operatingSystem = SystemFacts::readOperatingSystem(observed.machine);
     if (options.homebrew || options.diagnostics || !options.config.empty()) {
         progress.begin("Scanning Additional History…");
         Paths files;
         // Not made canonical, so that a link is refused when the file is read.
         for (const auto& file : options.config)
             files.push_back(file.path().lexically_normal());
-        snapshot.additionalReports =
-            AdditionalObservations::collect(options.homebrew, options.diagnostics, files,
-                                            SystemFacts::homeDirectory(), progress, stop);
+        snapshot.additionalReports = AdditionalObservations::collect(
+            options.homebrew, options.diagnostics, files,
+            AdditionalPlaces::standard(SystemFacts::homeDirectory()), progress, stop);
     }
     if (options.output)
         progress.begin("Saving Observation…");
@@ -149,9 +166,13 @@ Command commands::observe() {
     return makeCommand<Options, &tidemark::observe>({
         .name = "observe",
         .group = CommandGroup::observations,
-        .summary = "Take one observation of this machine",
-        .details = "Options that take a folder or a --config file can be given several times.\n"
-                   "Control-C ends the observation early; a second one ends the program.",
+        .summary = "Take one observation of this machine, or of one mounted elsewhere",
+        .details =
+            "With --root, folders are those of that machine, wherever it is mounted, and the\n"
+            "home folder is looked for where that of the user is here. Two such observations\n"
+            "can be compared with each other.\n"
+            "Options that take a folder or a --config file can be given several times.\n"
+            "Control-C ends the observation early; a second one ends the program.",
     });
 }
 

@@ -11,7 +11,9 @@
 #include <array>
 #include <cerrno>
 #include <expected>
+#include <iterator>
 #include <optional>
+#include <ranges>
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -44,6 +46,11 @@ constexpr auto configurationLabels = std::to_array<Named>({
     {".bash_profile", "Bash login configuration"},
     {".gitconfig", "Git configuration"},
     {"Brewfile", "Homebrew bundle configuration"},
+    {".profile", "Login shell configuration"},
+    {".bash_login", "Bash login configuration"},
+    {".zshenv", "Zsh environment"},
+    {"config.fish", "Fish configuration"},
+    {".pam_environment", "Login environment"},
 });
 
 template <std::size_t size>
@@ -114,10 +121,50 @@ std::optional<std::string> inferredApplication(std::string_view stem) {
     return std::string(stem.substr(0, place));
 }
 
+/// The program that systemd-coredump(8) names in "core.PROGRAM.USER.BOOT.PROCESS.TIME", perhaps
+/// with the extension of a compressed file; absent for any other name.
+std::optional<std::string> dumpedProgram(std::string_view name) {
+    constexpr std::string_view start = "core.";
+    constexpr std::size_t bootDigits = 32;
+    if (!name.starts_with(start))
+        return std::nullopt;
+    name.remove_prefix(start.size());
+    std::vector<std::string_view> parts;
+    for (const auto& part : std::views::split(name, '.'))
+        parts.emplace_back(part.begin(), part.end());
+    // The name of the program may have dots itself.
+    const auto boot = std::ranges::find_if(
+        parts, [](std::string_view part) { return part.size() == bootDigits; });
+    if (boot - parts.begin() < 2 || parts.end() - boot < 3)
+        return std::nullopt;
+    const auto user = std::prev(boot);
+    return std::string(name.substr(0, static_cast<std::size_t>(user->data() - name.data()) - 1));
+}
+
+/// The report of a memory dump, from its name alone.
+std::optional<ObservedMetadata> coreDump(const FolderEntry& entry) {
+    const std::string name = textFromBytes(entry.name());
+    auto program = dumpedProgram(name);
+    if (!program)
+        return std::nullopt;
+    ObservedMetadata metadata;
+    metadata.kind = ObservedMetadata::Kind::diagnostic;
+    metadata.path = entry.pathText();
+    metadata.name = name;
+    metadata.reportType = textOf(reportTypes, "crash", otherReportType);
+    metadata.inferredApplication = std::move(program);
+    metadata.value = "core";
+    return metadata;
+}
+
 Observed diagnostic(const FolderEntry& entry, const ReadingBudget&) {
+    if (entry.kind != Kind::regular)
+        return std::nullopt;
+    if (auto dump = coreDump(entry))
+        return dump;
     const std::string extension = asciiLowercased(entry.extension());
     const bool known = std::ranges::find(reportExtensions, extension) != reportExtensions.end();
-    if (!known || entry.kind != Kind::regular)
+    if (!known)
         return std::nullopt;
     ObservedMetadata metadata;
     metadata.kind = ObservedMetadata::Kind::diagnostic;
@@ -262,14 +309,6 @@ MetadataReport configuration(const std::filesystem::path& path, const ReadingBud
 
 } // namespace
 
-std::filesystem::path diagnosticFolder(const std::filesystem::path& home) {
-    return home / "Library/Logs/DiagnosticReports";
-}
-
-std::vector<std::filesystem::path> standardCellars() {
-    return {"/opt/homebrew/Cellar", "/usr/local/Cellar"};
-}
-
 std::string configurationLabel(const std::filesystem::path& path) {
     const std::string name = textFromBytes(path.filename().native());
     if (name == "config" && path.parent_path().filename() == ".ssh")
@@ -279,16 +318,16 @@ std::string configurationLabel(const std::filesystem::path& path) {
 
 std::vector<MetadataReport> collect(bool homebrew, bool diagnostics,
                                     const std::vector<std::filesystem::path>& configurationPaths,
-                                    const std::filesystem::path& home, Clock& clock,
-                                    const std::stop_token& stop,
-                                    const std::vector<std::filesystem::path>& cellars) {
+                                    const AdditionalPlaces& places, Clock& clock,
+                                    const std::stop_token& stop) {
     const auto budget = [&] { return ReadingBudget(secondsPerSource, clock, stop); };
     std::vector<MetadataReport> reports;
     if (homebrew)
-        for (const auto& cellar : cellars)
+        for (const auto& cellar : places.cellars)
             reports.push_back(report(cellar, formula, budget()));
     if (diagnostics)
-        reports.push_back(report(diagnosticFolder(home), diagnostic, budget()));
+        for (const auto& folder : places.diagnostics)
+            reports.push_back(report(folder, diagnostic, budget()));
     for (const auto& path : configurationPaths)
         reports.push_back(configuration(path, budget()));
     return reports;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/base/Clock.h"
+#include "core/capture/AdditionalPlaces.h"
 #include "core/records/MetadataReport.h"
 
 #include <filesystem>
@@ -17,20 +18,14 @@ inline constexpr std::size_t mostEntries = 5'000;
 inline constexpr double secondsPerSource = 3;
 inline constexpr std::size_t largestConfiguration = 1'048'576;
 
-/// The standard folders of installed Homebrew formulas.
-std::vector<std::filesystem::path> standardCellars();
-
-/// The folder in which the system keeps reports of crashes, below the user's home.
-std::filesystem::path diagnosticFolder(const std::filesystem::path& home);
-
-/// One report per cellar when `homebrew` is set, then one of the diagnostic folder in `home` when
-/// `diagnostics` is, then one per configuration file. Never fails: a report is marked as incomplete
-/// when its source could not be read, took too long, or a stop was requested.
-std::vector<MetadataReport>
-collect(bool homebrew, bool diagnostics,
-        const std::vector<std::filesystem::path>& configurationPaths,
-        const std::filesystem::path& home, Clock& clock, const std::stop_token& stop = {},
-        const std::vector<std::filesystem::path>& cellars = standardCellars());
+/// One report per cellar when `homebrew` is set, then one per folder of diagnostic reports when
+/// `diagnostics` is, of which the names alone are read, then one per configuration file. Never
+/// fails: a report is marked as incomplete when its source could not be read, took too long, or a
+/// stop was requested.
+std::vector<MetadataReport> collect(bool homebrew, bool diagnostics,
+                                    const std::vector<std::filesystem::path>& configurationPaths,
+                                    const AdditionalPlaces& places, Clock& clock,
+                                    const std::stop_token& stop = {});
 
 /// The name of a configuration file that is shown.
 std::string configurationLabel(const std::filesystem::path& path);

@@ -13,6 +13,10 @@ using PropertyList::Dictionary;
 
 constexpr const char* metadataName = "Info.plist";
 
+bool isBundle(const FolderEntry& entry) {
+    return entry.kind == Kind::folder && asciiLowercased(entry.extension()) == "app";
+}
+
 FileError notReadable(const FolderEntry& entry) {
     return {entry.path, "holds no readable metadata"};
 }
@@ -34,7 +38,7 @@ std::string wrappedMetadata(const FolderEntry& wrapper, const ReadingBudget& bud
         if (budget.isSpent())
             throw notReadable(wrapper);
         const auto entry = listing->entry(name);
-        if (!recognises(entry))
+        if (!isBundle(entry))
             continue;
         if (inner)
             throw notReadable(wrapper);
@@ -67,16 +71,19 @@ std::string textOr(const std::string* text, std::string_view fallback) {
 
 } // namespace
 
-bool recognises(const FolderEntry& entry) {
-    return entry.kind == Kind::folder && asciiLowercased(entry.extension()) == "app";
+bool recognises(const FolderEntry& entry, RootFamily family) {
+    return family != RootFamily::desktopEntries && family != RootFamily::flatpaks
+           && isBundle(entry);
 }
 
-std::optional<Application> read(const FolderEntry& bundle, const ReadingBudget& budget) {
+ApplicationReading read(const FolderEntry& bundle, const ApplicationSurroundings& where) {
     try {
-        return described(metadata(bundle, budget), bundle);
+        if (auto application = described(metadata(bundle, where.budget), bundle))
+            return FoundApplication{*std::move(application)};
     } catch (const FileError&) {
-        return std::nullopt;
+        // As unreadable as metadata that say nothing.
     }
+    return std::unexpected(ApplicationFailure::unreadable);
 }
 
 std::optional<Application> described(std::string_view metadata, const FolderEntry& bundle) {
@@ -96,7 +103,7 @@ std::optional<Application> described(std::string_view metadata, const FolderEntr
     return Application{
         .bundleID = *identifier,
         .name = textOr(name, textFromBytes(bundle.path.stem().native())),
-        .version = textOr(text("CFBundleShortVersionString"), "Unknown version"),
+        .version = textOr(text("CFBundleShortVersionString"), unknownVersion),
         .build = textOr(text("CFBundleVersion"), ""),
         .path = bundle.pathText(),
         .modified = bundle.modified,

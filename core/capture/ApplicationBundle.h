@@ -1,7 +1,6 @@
 #pragma once
 
-#include "core/capture/FolderListing.h"
-#include "core/records/Application.h"
+#include "core/capture/ApplicationFormat.h"
 
 #include <optional>
 #include <string_view>
@@ -9,13 +8,14 @@
 /// Reads application bundles: folders whose names end in ".app", with a property list inside.
 namespace tidemark::ApplicationBundle {
 
-bool recognises(const FolderEntry& entry);
+/// In folders of any kind but those of desktop entries and Flatpaks.
+bool recognises(const FolderEntry& entry, RootFamily family);
 
 /// The application by its metadata: "Contents/Info.plist", or, where that is missing, the
-/// "Info.plist" of the only bundle in "Wrapper". Absent when the file can't be read, is not a
+/// "Info.plist" of the only bundle in "Wrapper". Unreadable when the file can't be read, is not a
 /// property list, or has no bundle identifier. Links inside the bundle are not followed. The search
-/// in "Wrapper" ends when `budget` is spent.
-std::optional<Application> read(const FolderEntry& bundle, const ReadingBudget& budget);
+/// in "Wrapper" ends when the budget is spent.
+ApplicationReading read(const FolderEntry& bundle, const ApplicationSurroundings& where);
 
 /// The application described by the bytes of a bundle's property list.
 std::optional<Application> described(std::string_view metadata, const FolderEntry& bundle);

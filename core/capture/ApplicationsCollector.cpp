@@ -1,9 +1,11 @@
 #include "core/capture/ApplicationsCollector.h"
 
 #include "core/base/Text.h"
+#include "core/capture/ApplicationPrecedence.h"
 #include "core/capture/RootReading.h"
 
 #include <algorithm>
+#include <iterator>
 
 namespace tidemark::ApplicationsCollector {
 
@@ -17,17 +19,35 @@ bool isStorable(const Application& application) {
            <= longestText;
 }
 
+/// What was found is sorted together with where it was found.
+struct Found {
+    Shared<Application> application;
+    RootFamily family;
+    std::size_t root;
+};
+
+/// The root that is being read.
+struct Root {
+    std::filesystem::path path;
+    RootFamily family;
+    std::size_t number;
+    RootReading reading;
+};
+
 class Walk {
 public:
-    Walk(Clock& clock, const std::stop_token& stop, std::span<const ApplicationFormat> formats)
-        : clock(clock), stop(stop), formats(formats) {}
+    Walk(Clock& clock, const std::stop_token& stop, const Search& search)
+        : clock(clock), stop(stop), search(search) {}
 
-    void visit(const std::filesystem::path& given) {
-        const auto root = canonicalPath(given);
-        const std::string path = textFromBytes(root.native());
-        RootReading reading(ReadingBudget(secondsPerRoot, clock, stop));
-        visitRoot(root, reading);
-        if (!reading.finish(path, result))
+    void visit(const ApplicationRoot& given) {
+        const auto canonical = search.machine.canonical(given.path);
+        if (!visited.insert(canonical).second)
+            return;
+        Root root{canonical, given.family, visited.size(),
+                  RootReading(ReadingBudget(secondsPerRoot, clock, stop))};
+        visitRoot(root);
+        const std::string path = textFromBytes(canonical.native());
+        if (!root.reading.finish(path, result))
             result.issues.push_back("Applications: incomplete access or scan limit at " + path
                                     + ". Changes in this location are paused.");
     }
@@ -47,88 +67,135 @@ public:
             result.notes.push_back("Applications: " + std::to_string(symbolicLinks)
                                    + " symbolic links were skipped. Link targets are not "
                                      "followed outside the selected folder.");
-        std::ranges::stable_sort(result.items, {},
-                                 [](const auto& item) -> const auto& { return item->path; });
+        describeVersions();
+        takeFound();
         return std::move(result);
     }
 
 private:
-    void visitRoot(const std::filesystem::path& root, RootReading& reading) {
-        if (!reading.mayContinue())
-            return;
-        const auto listing =
-            FolderListing::open(root, FolderListing::Hidden::skipped, reading.budget());
-        if (listing)
-            visitEntries(*listing, 0, reading);
-        else if (listing.error() != FolderListing::Failure::missing)
-            reading.fail();
+    void describeVersions() {
+        const auto sentence = [](int count, std::string_view reason) {
+            return "Applications: the versions of " + std::to_string(count)
+                   + " applications could not be read, because " + std::string(reason)
+                   + ". They are excluded from comparisons.";
+        };
+        if (withoutVersion > 0)
+            result.issues.push_back(sentence(
+                withoutVersion, "the records of their installation can't be read or are being "
+                                "changed"));
+        if (ofUnknownForm > 0)
+            result.notes.push_back(
+                sentence(ofUnknownForm, "the form of the package database is not supported"));
     }
 
-    void visitFolder(const FolderEntry& folder, int depth, RootReading& reading) {
-        if (!reading.mayContinue())
-            return;
-        const auto listing =
-            FolderListing::open(folder, FolderListing::Hidden::skipped, reading.budget());
-        if (listing)
-            visitEntries(*listing, depth, reading);
-        else
-            reading.fail();
-    }
-
-    void visitEntries(const FolderListing& listing, int depth, RootReading& reading) {
-        for (const auto& name : listing.names()) {
-            if (!reading.mayContinue())
-                return;
-            visitEntry(listing.entry(name), depth, reading);
+    void takeFound() {
+        std::ranges::stable_sort(
+            found, {}, [](const Found& each) -> const auto& { return each.application->path; });
+        std::vector<ApplicationPrecedence::Candidate> candidates;
+        candidates.reserve(found.size());
+        for (const auto& each : found)
+            candidates.push_back({each.application->bundleID, each.family, each.root});
+        const auto overridden = ApplicationPrecedence::overridden(candidates);
+        for (std::size_t i = 0; i < found.size(); ++i) {
+            if (overridden[i])
+                result.excludedPaths.insert(found[i].application->path);
+            else
+                result.items.push_back(std::move(found[i].application));
         }
     }
 
-    void visitEntry(const FolderEntry& entry, int depth, RootReading& reading) {
+    void visitRoot(Root& root) {
+        if (!root.reading.mayContinue())
+            return;
+        const auto listing = FolderListing::open(
+            search.machine, root.path, FolderListing::Hidden::skipped, root.reading.budget());
+        if (listing)
+            visitEntries(*listing, 0, root);
+        else if (listing.error() != FolderListing::Failure::missing)
+            root.reading.fail();
+    }
+
+    void visitFolder(const FolderEntry& folder, int depth, Root& root) {
+        if (!root.reading.mayContinue())
+            return;
+        const auto listing =
+            FolderListing::open(folder, FolderListing::Hidden::skipped, root.reading.budget());
+        if (listing)
+            visitEntries(*listing, depth, root);
+        else
+            root.reading.fail();
+    }
+
+    void visitEntries(const FolderListing& listing, int depth, Root& root) {
+        for (const auto& name : listing.names()) {
+            if (!root.reading.mayContinue())
+                return;
+            visitEntry(listing.entry(name), depth, root);
+        }
+    }
+
+    void visitEntry(const FolderEntry& entry, int depth, Root& root) {
         if (entry.kind == Kind::link)
-            return exclude(entry, symbolicLinks, reading);
+            return exclude(entry, symbolicLinks, root);
         // In a folder with read but without search permission, the kinds of the entries are
         // unknown.
         if (entry.kind == Kind::unknown)
-            return reading.fail();
-        const auto format = std::ranges::find_if(
-            formats, [&](const ApplicationFormat& each) { return each.recognises(entry); });
-        if (format != formats.end())
-            return add(entry, *format, reading);
+            return root.reading.fail();
+        const auto* format = std::ranges::find_if(formats, [&](const ApplicationFormat& each) {
+            return each.recognises(entry, root.family);
+        });
+        if (format != std::end(formats))
+            return read(entry, *format, root);
         if (entry.kind != Kind::folder)
             return;
         if (depth >= deepestListing)
-            return exclude(entry, beyondDepth, reading);
-        visitFolder(entry, depth + 1, reading);
+            return exclude(entry, beyondDepth, root);
+        visitFolder(entry, depth + 1, root);
     }
 
-    void add(const FolderEntry& entry, const ApplicationFormat& format, RootReading& reading) {
-        auto application = format.read(entry, reading.budget());
-        if (application && isStorable(*application))
-            result.items.emplace_back(*std::move(application));
-        else
-            exclude(entry, unreadable, reading);
+    void read(const FolderEntry& entry, const ApplicationFormat& format, Root& root) {
+        if (search.foldersOnly && !format.isFolder)
+            return;
+        auto reading =
+            format.read(entry, {search.machine, root.path, root.reading.budget(), search.packages});
+        if (reading && isStorable(reading->application))
+            return add(*std::move(reading), root);
+        if (reading || reading.error() == ApplicationFailure::unreadable)
+            exclude(entry, unreadable, root);
     }
 
-    static void exclude(const FolderEntry& entry, int& counter, RootReading& reading) {
-        reading.exclude(entry.pathText());
+    void add(FoundApplication each, Root& root) {
+        if (each.missesVersion) {
+            root.reading.exclude(each.application.path);
+            ++(*each.missesVersion == PackageFailure::unsupported ? ofUnknownForm : withoutVersion);
+        }
+        found.push_back(
+            {Shared<Application>(std::move(each.application)), root.family, root.number});
+    }
+
+    static void exclude(const FolderEntry& entry, int& counter, Root& root) {
+        root.reading.exclude(entry.pathText());
         ++counter;
     }
 
     Clock& clock;
     const std::stop_token& stop;
-    std::span<const ApplicationFormat> formats;
+    const Search& search;
+    std::set<std::filesystem::path> visited;
+    std::vector<Found> found;
     Inventory<Application> result;
     int beyondDepth = 0;
     int symbolicLinks = 0;
     int unreadable = 0;
+    int withoutVersion = 0;
+    int ofUnknownForm = 0;
 };
 
 } // namespace
 
-Inventory<Application> collect(const std::vector<std::filesystem::path>& roots, Clock& clock,
-                               const std::stop_token& stop,
-                               std::span<const ApplicationFormat> among) {
-    Walk walk(clock, stop, among);
+Inventory<Application> collect(const std::vector<ApplicationRoot>& roots, Clock& clock,
+                               const std::stop_token& stop, const Search& search) {
+    Walk walk(clock, stop, search);
     for (const auto& root : roots)
         walk.visit(root);
     return walk.finish();

@@ -1,23 +1,18 @@
 #pragma once
 
 #include "core/base/Clock.h"
+#include "core/capture/AppImage.h"
 #include "core/capture/ApplicationBundle.h"
+#include "core/capture/ApplicationFormat.h"
+#include "core/capture/DesktopEntry.h"
+#include "core/capture/FlatpakApplication.h"
 #include "core/capture/Inventory.h"
+#include "core/capture/InventoryRoots.h"
 
-#include <filesystem>
-#include <span>
 #include <stop_token>
 #include <vector>
 
 namespace tidemark {
-
-/// A format in which applications are stored on disk.
-struct ApplicationFormat {
-    /// Decides by name and kind only; not called for links.
-    bool (*recognises)(const FolderEntry&);
-    /// Absent when the entry is not an application or can't be read.
-    std::optional<Application> (*read)(const FolderEntry&, const ReadingBudget&);
-};
 
 /// Finds the applications below folders by reading their metadata, without running them.
 namespace ApplicationsCollector {
@@ -26,14 +21,28 @@ inline constexpr double secondsPerRoot = 8;
 /// Folders are listed down to this depth, the root being 0.
 inline constexpr int deepestListing = 4;
 inline constexpr ApplicationFormat formats[] = {
-    {ApplicationBundle::recognises, ApplicationBundle::read},
+    {ApplicationBundle::recognises, ApplicationBundle::read, /*isFolder=*/true},
+    {DesktopEntry::recognises, DesktopEntry::read},
+    {FlatpakApplication::recognises, FlatpakApplication::read, /*isFolder=*/true},
+    {AppImage::recognises, AppImage::read},
 };
 
-/// The items are sorted by path. An application below two of the folders is reported twice. Never
-/// fails: the result lists what could not be read.
-Inventory<Application> collect(const std::vector<std::filesystem::path>& roots, Clock& clock,
-                               const std::stop_token& stop = {},
-                               std::span<const ApplicationFormat> among = formats);
+/// What a search looks for besides, and where.
+struct Search {
+    MachineFiles machine{};
+    /// Versions of what packages installed; null asks for none.
+    PackageIndex::Reading* packages = nullptr;
+    /// Only what is a folder, and so has a size worth measuring.
+    bool foldersOnly = false;
+};
+
+/// Items come sorted by path; folders that lie in each other report an application twice. Roots
+/// that are one folder by their canonical paths are read once. Of desktop entries with one
+/// identifier the one in the last root is the application, and the others are excluded. An item
+/// whose version could not be read stands in `items`, with its path excluded from comparison.
+/// Never fails: the result says what could not be read.
+Inventory<Application> collect(const std::vector<ApplicationRoot>& roots, Clock& clock,
+                               const std::stop_token& stop = {}, const Search& search = {});
 
 } // namespace ApplicationsCollector
 

@@ -1,10 +1,12 @@
 #include "core/capture/BackgroundCollector.h"
 
 #include "core/base/Text.h"
+#include "core/capture/PackageAssociation.h"
 #include "core/capture/RootReading.h"
 
 #include <algorithm>
 #include <map>
+#include <set>
 #include <utility>
 
 namespace tidemark::BackgroundCollector {
@@ -33,7 +35,8 @@ bool matches(std::string_view label, std::string_view bundleID) {
            && (label.size() == bundleID.size() || label[bundleID.size()] == '.');
 }
 
-void associate(BackgroundItem& item, const Applications& apps) {
+void associate(BackgroundItem& item, const Applications& apps,
+               const PackageAssociation& byPackage) {
     std::string_view reason = BackgroundItem::insideBundle;
     const auto* app = onlyOne(apps, [&](const Application& candidate) {
         return item.program && isBelow(*item.program, candidate.path);
@@ -44,6 +47,10 @@ void associate(BackgroundItem& item, const Applications& apps) {
             return matches(item.identifier, candidate.bundleID);
         });
     }
+    if (!app) {
+        reason = PackageAssociation::reason;
+        app = byPackage.find(item.path);
+    }
     if (!app)
         return;
     item.associatedAppID = app->bundleID;
@@ -53,17 +60,27 @@ void associate(BackgroundItem& item, const Applications& apps) {
 class Collection {
 public:
     Collection(const Applications& apps, Clock& clock, const std::stop_token& stop,
-               std::span<const BackgroundFormat> formats)
-        : apps(apps), clock(clock), stop(stop), formats(formats) {}
+               std::span<const BackgroundFormat> formats, const MachineFiles& machine,
+               PackageIndex::Reading* packages)
+        : apps(apps), byPackage(apps, packages), clock(clock), stop(stop), formats(formats),
+          machine(machine), programs(ProgramPaths::of(machine)) {}
 
-    void visit(const BackgroundRoot& root) {
-        const auto canonical = canonicalPath(root.path);
-        const std::string path = textFromBytes(canonical.native());
-        RootReading reading(ReadingBudget(secondsPerRoot, clock, stop));
-        visitFolder(canonical, root.kind, reading);
-        if (!reading.finish(path, result))
-            result.issues.push_back("Background items: cannot completely read " + path
-                                    + ". Changes in this location are paused.");
+    void visit(const std::vector<BackgroundRoot>& given) {
+        const auto roots = canonicalRoots(given);
+        const auto holdsTables = [](const BackgroundRoot& root) {
+            return root.family == RootFamily::cronTables;
+        };
+        if (std::ranges::any_of(roots, holdsTables) && CronDefinition::hasPersonalTables(machine))
+            result.notes.emplace_back("Background items: the crontabs of users are not observed. "
+                                      "Only the program crontab may read them.");
+        std::set<RootFamily> read;
+        for (const auto& root : roots) {
+            const auto family = std::ranges::find(families, root.family, &BackgroundFamily::family);
+            if (family == std::ranges::end(families))
+                visitRoot(root);
+            else if (read.insert(root.family).second)
+                visitFamily(*family, roots);
+        }
     }
 
     Inventory<BackgroundItem> finish() {
@@ -84,12 +101,76 @@ public:
     }
 
 private:
-    void visitFolder(const std::filesystem::path& folder, BackgroundItem::Kind kind,
-                     RootReading& reading) {
+    /// Each folder once, by whatever names it was given.
+    std::vector<BackgroundRoot> canonicalRoots(const std::vector<BackgroundRoot>& given) const {
+        std::vector<BackgroundRoot> roots;
+        for (BackgroundRoot root : given) {
+            root.path = machine.canonical(root.path);
+            if (std::ranges::find(roots, root.path, &BackgroundRoot::path) == roots.end())
+                roots.push_back(std::move(root));
+        }
+        return roots;
+    }
+
+    void visitRoot(const BackgroundRoot& root) {
+        const std::string path = textFromBytes(root.path.native());
+        RootReading reading(ReadingBudget(secondsPerRoot, clock, stop));
+        visitFolder(root, reading);
+        if (!reading.finish(path, result))
+            result.issues.push_back("Background items: cannot completely read " + path
+                                    + ". Changes in this location are paused.");
+    }
+
+    void visitFamily(const BackgroundFamily& family, const std::vector<BackgroundRoot>& roots) {
+        std::vector<BackgroundItem::Kind> kinds;
+        std::vector<std::filesystem::path> folders;
+        std::vector<RootReading> readings;
+        for (const auto& root : roots) {
+            if (root.family != family.family)
+                continue;
+            kinds.push_back(root.kind);
+            folders.push_back(root.path);
+            readings.emplace_back(ReadingBudget(secondsPerRoot, clock, stop));
+        }
+        auto found = family.read(machine, folders, readings, programs);
+        for (auto& definition : found.definitions)
+            addDefinition(definition, kinds[definition.folder], readings[definition.folder]);
+        for (const auto& [folder, path] : found.links)
+            exclude(textFromBytes(path.native()), symbolicLinks, readings[folder]);
+        if (found.unreadable) {
+            for (auto& reading : readings)
+                reading.fail();
+            result.issues.push_back("Background items: cannot completely read "
+                                    + textFromBytes(found.unreadable->native())
+                                    + ". Changes in this location and in the folders that it can "
+                                      "override are paused.");
+        }
+        for (std::size_t i = 0; i < folders.size(); ++i)
+            readings[i].finish(textFromBytes(folders[i].native()), result);
+    }
+
+    void addDefinition(FamilyDefinitions::Definition& definition, BackgroundItem::Kind kind,
+                       RootReading& reading) {
+        std::string path = textFromBytes(definition.path.native());
+        if (!definition.content)
+            return exclude(std::move(path), unreadable, reading);
+        auto item = storable(BackgroundDefinition::item(*definition.content, path));
+        if (!item)
+            return exclude(std::move(path), unreadable, reading);
+        add(*std::move(item), kind);
+    }
+
+    void add(BackgroundItem item, BackgroundItem::Kind kind) {
+        item.kind = kind;
+        associate(item, apps, byPackage);
+        result.items.emplace_back(std::move(item));
+    }
+
+    void visitFolder(const BackgroundRoot& root, RootReading& reading) {
         if (!reading.mayContinue())
             return;
-        const auto listing =
-            FolderListing::open(folder, FolderListing::Hidden::skipped, reading.budget());
+        const auto listing = FolderListing::open(machine, root.path, FolderListing::Hidden::skipped,
+                                                 reading.budget());
         if (!listing && listing.error() != FolderListing::Failure::missing)
             return reading.fail();
         if (!listing)
@@ -97,25 +178,25 @@ private:
         for (const auto& name : listing->names()) {
             if (!reading.mayContinue())
                 return;
-            visitEntry(listing->entry(name), kind, reading);
+            visitEntry(listing->entry(name), root, reading);
         }
     }
 
-    void visitEntry(const FolderEntry& entry, BackgroundItem::Kind kind, RootReading& reading) {
-        const auto format = std::ranges::find_if(
-            formats, [&](const BackgroundFormat& each) { return each.recognises(entry); });
+    void visitEntry(const FolderEntry& entry, const BackgroundRoot& root, RootReading& reading) {
+        const auto format = std::ranges::find_if(formats, [&](const BackgroundFormat& each) {
+            return each.family == root.family && each.recognises(entry);
+        });
         if (format == formats.end())
             return;
         if (entry.kind == FolderEntry::Kind::link)
-            return exclude(entry, symbolicLinks, reading);
+            return exclude(entry.pathText(), symbolicLinks, reading);
         auto item = definition(entry, *format);
-        if (!item)
-            return exclude(
-                entry, item.error() == BackgroundDefinition::Failure::empty ? empty : unreadable,
-                reading);
-        item->kind = kind;
-        associate(*item, apps);
-        result.items.emplace_back(*std::move(item));
+        if (item)
+            add(*std::move(item), root.kind);
+        else if (item.error() != BackgroundDefinition::Failure::noJob)
+            exclude(entry.pathText(),
+                    item.error() == BackgroundDefinition::Failure::empty ? empty : unreadable,
+                    reading);
     }
 
     /// Reads a definition. A file with several names is read once: reading a large one a thousand
@@ -123,11 +204,11 @@ private:
     BackgroundDefinition::Result definition(const FolderEntry& entry,
                                             const BackgroundFormat& format) {
         if (!format.isReadByContent || !entry.sharedVersion)
-            return storable(format.read(entry));
+            return storable(format.read(entry, programs));
         const auto key = std::pair(&format, *entry.sharedVersion);
         auto known = shared.find(key);
         if (known == shared.end())
-            known = shared.emplace(key, storable(format.read(entry))).first;
+            known = shared.emplace(key, storable(format.read(entry, programs))).first;
         BackgroundDefinition::Result item = known->second;
         if (item)
             item->path = entry.pathText();
@@ -141,15 +222,18 @@ private:
         return item;
     }
 
-    static void exclude(const FolderEntry& entry, int& counter, RootReading& reading) {
-        reading.exclude(entry.pathText());
+    static void exclude(std::string path, int& counter, RootReading& reading) {
+        reading.exclude(std::move(path));
         ++counter;
     }
 
     const Applications& apps;
+    const PackageAssociation byPackage;
     Clock& clock;
     const std::stop_token& stop;
     std::span<const BackgroundFormat> formats;
+    const MachineFiles& machine;
+    const ProgramPaths programs;
     std::map<std::pair<const BackgroundFormat*, FileVersion>, BackgroundDefinition::Result> shared;
     Inventory<BackgroundItem> result;
     int unreadable = 0;
@@ -162,10 +246,10 @@ private:
 Inventory<BackgroundItem> collect(const std::vector<BackgroundRoot>& roots,
                                   const Applications& apps, Clock& clock,
                                   const std::stop_token& stop,
-                                  std::span<const BackgroundFormat> among) {
-    Collection collection(apps, clock, stop, among);
-    for (const auto& root : roots)
-        collection.visit(root);
+                                  std::span<const BackgroundFormat> among,
+                                  const MachineFiles& machine, PackageIndex::Reading* packages) {
+    Collection collection(apps, clock, stop, among, machine, packages);
+    collection.visit(roots);
     return collection.finish();
 }
 

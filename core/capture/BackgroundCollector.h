@@ -1,52 +1,70 @@
 #pragma once
 
 #include "core/base/Clock.h"
+#include "core/base/MachineFiles.h"
+#include "core/capture/AutostartEntries.h"
+#include "core/capture/CronDefinition.h"
 #include "core/capture/Inventory.h"
+#include "core/capture/InventoryRoots.h"
 #include "core/capture/LaunchDefinition.h"
+#include "core/capture/UnitItems.h"
+#include "core/packages/PackageIndex.h"
 #include "core/records/Application.h"
 
-#include <filesystem>
 #include <span>
 #include <stop_token>
 #include <vector>
 
 namespace tidemark {
 
-/// A folder of definitions and the kind of the items in it.
-struct BackgroundRoot {
-    std::filesystem::path path;
-    BackgroundItem::Kind kind = BackgroundItem::Kind::agent;
-
-    bool operator==(const BackgroundRoot&) const = default;
-};
-
-/// A format in which service definitions are stored on disk.
+/// A format in which service definitions are stored on disk, each in a file of its own.
 struct BackgroundFormat {
     /// Decides by name only; also called for links, which are skipped if recognised.
     bool (*recognises)(const FolderEntry&);
-    BackgroundDefinition::Result (*read)(const FolderEntry&);
+    BackgroundDefinition::Result (*read)(const FolderEntry&, const ProgramPaths&);
     /// True when the result of `read` depends on the name for its path only, so that a file with
     /// several names is read once.
     bool isReadByContent = false;
+    /// The folders in which names mean this.
+    RootFamily family = RootFamily::any;
 };
 
-/// Reads the definitions in folders, one level deep.
+/// A format whose definitions are spread over several folders, where one file can override another.
+struct BackgroundFamily {
+    RootFamily family;
+    /// Is called with all folders of the family, the most preferred first, and a reading for each.
+    FamilyDefinitions (*read)(const MachineFiles&, const std::vector<std::filesystem::path>&,
+                              std::vector<RootReading>&, const ProgramPaths&);
+};
+
+/// Reads the definitions in folders.
 namespace BackgroundCollector {
 
 inline constexpr double secondsPerRoot = 8;
 inline constexpr BackgroundFormat formats[] = {
     {LaunchDefinition::recognises, LaunchDefinition::read, /*isReadByContent=*/true},
+    {CronDefinition::recognises, CronDefinition::readTable, false, RootFamily::cronTables},
+    {CronDefinition::recognises, CronDefinition::readScript, false, RootFamily::cronScripts},
+};
+inline constexpr BackgroundFamily families[] = {
+    {RootFamily::systemUnits, UnitItems::read},
+    {RootFamily::userUnits, UnitItems::read},
+    {RootFamily::autostart, AutostartEntries::read},
 };
 /// `association` of an item whose label begins with an application's identifier.
 inline constexpr std::string_view byIdentifier = "Possible association based on bundle identifier";
 
-/// The items are in the order of the roots, sorted by name within each. An item is associated with
-/// an application if exactly one of `apps` matches. Never fails: the result lists what was not
-/// read, for lack of permission or time or because a stop was requested.
+/// The items are in the order of the roots, sorted by name within each; those of a
+/// `BackgroundFamily` are where its first root is. An item is associated with an application if
+/// exactly one of `apps` matches. Roots that are one folder by their canonical paths are read once.
+/// Never fails: the result lists what was not read, for lack of permission or time or because a
+/// stop was requested.
 Inventory<BackgroundItem> collect(const std::vector<BackgroundRoot>& roots,
                                   const std::vector<Shared<Application>>& apps, Clock& clock,
                                   const std::stop_token& stop = {},
-                                  std::span<const BackgroundFormat> among = formats);
+                                  std::span<const BackgroundFormat> among = formats,
+                                  const MachineFiles& machine = {},
+                                  PackageIndex::Reading* packages = nullptr);
 
 } // namespace BackgroundCollector
 

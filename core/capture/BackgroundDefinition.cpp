@@ -137,4 +137,25 @@ std::map<std::string, std::string> fingerprints(const Dictionary& definition) {
     return result;
 }
 
+Result item(const Dictionary& definition, std::string path, const std::string* program) {
+    if (definition.empty())
+        return std::unexpected(Failure::empty);
+    const auto* label = PropertyList::find<std::string>(definition, "Label");
+    if (!label || label->empty())
+        return std::unexpected(Failure::unreadable);
+    BackgroundItem item;
+    item.identifier = *label;
+    item.path = std::move(path);
+    if (program)
+        item.program = *program;
+    item.safeSettings = safeSettings(definition);
+    item.definitionFingerprints = fingerprints(definition);
+    return item;
+}
+
+Result item(const Dictionary& definition, std::string path) {
+    return item(definition, std::move(path),
+                PropertyList::find<std::string>(definition, "Program"));
+}
+
 } // namespace tidemark::BackgroundDefinition

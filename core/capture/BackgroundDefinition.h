@@ -20,6 +20,9 @@ enum class Failure {
     unreadable,
     /// It is well formed but defines nothing.
     empty,
+    /// It is made to hold jobs and has none at present: there is no item, and nothing is left out
+    /// of comparison, so that a job that is added is new.
+    noJob,
 };
 
 /// An item, or why there is none.
@@ -78,5 +81,12 @@ std::map<std::string, std::string> safeSettings(const PropertyList::Dictionary& 
 /// A SHA-256 digest for each compared key that has a value. Keys that default to false always have
 /// one, so that adding the default to the file is not a change.
 std::map<std::string, std::string> fingerprints(const PropertyList::Dictionary& definition);
+
+/// The item that a definition describes, without `kind` and association, which are not its own. Its
+/// identifier is the `Label`. `program` is stored as it is: the path of a program and no argument.
+Result item(const PropertyList::Dictionary& definition, std::string path,
+            const std::string* program);
+/// The same with the program that the key `Program` names.
+Result item(const PropertyList::Dictionary& definition, std::string path);
 
 } // namespace tidemark::BackgroundDefinition

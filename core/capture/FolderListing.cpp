@@ -4,10 +4,13 @@
 #include "core/base/Text.h"
 
 #include <algorithm>
+#include <array>
 #include <cerrno>
 #include <cstdlib>
 
+#include <limits.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 namespace tidemark {
 
@@ -25,6 +28,10 @@ FolderEntry::Kind kindOf(const StorageFileMetadata& status) {
     return status.isSymbolicLink() ? FolderEntry::Kind::link : FolderEntry::Kind::other;
 }
 
+FolderListing::Failure failureOf(int code) {
+    return code == ENOENT ? FolderListing::Failure::missing : FolderListing::Failure::unreadable;
+}
+
 Date dateOf(const FileTime& time) {
     return Date::fromUnix(static_cast<double>(time.seconds))
            + static_cast<double>(time.nanoseconds) * 1e-9;
@@ -39,6 +46,9 @@ FolderEntry FolderEntry::describe(int descriptor, const std::filesystem::path& f
     if (const auto status = StorageFileMetadata::readEntry(descriptor, name.c_str())) {
         entry.kind = kindOf(*status);
         entry.modified = dateOf(status->version.modified);
+        if (entry.kind == Kind::regular)
+            entry.size = status->version.bytes;
+        entry.isExecutable = (status->mode & (S_IXUSR | S_IXGRP | S_IXOTH)) != 0;
         if (entry.kind == Kind::regular && status->names > 1)
             entry.sharedVersion = status->version;
     } else if (status.error() == ENOENT) {
@@ -60,22 +70,51 @@ FileDescriptor FolderEntry::openFolder() const {
     return FileDescriptor(::openat(folder, name().c_str(), folderFlags));
 }
 
-std::string FolderEntry::read(std::size_t limit) const {
+std::string FolderEntry::linkText() const {
+    std::array<char, PATH_MAX> text;
+    const ssize_t length = ::readlinkat(folder, name().c_str(), text.data(), text.size());
+    return length > 0 ? std::string(text.data(), static_cast<std::size_t>(length)) : std::string();
+}
+
+FileDescriptor FolderEntry::openFile() const {
     // Opening a device can have effects, so only regular files are opened.
     if (kind != Kind::regular)
         throw FileError(path, "is not a regular file");
-    const FileDescriptor file(
+    FileDescriptor file(
         ::openat(folder, name().c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
     if (!file)
         throw FileError(path, "could not be opened", errno);
-    return readFile(file, path, limit);
+    return file;
+}
+
+std::string FolderEntry::read(std::size_t limit) const {
+    return readFile(openFile(), path, limit);
+}
+
+std::string FolderEntry::readStart(std::size_t count) const {
+    const FileDescriptor file = openFile();
+    std::string bytes(count, '\0');
+    std::size_t filled = 0;
+    while (filled < count) {
+        const ssize_t got =
+            ::pread(file.get(), bytes.data() + filled, count - filled, static_cast<off_t>(filled));
+        if (got < 0 && errno == EINTR)
+            continue;
+        if (got < 0)
+            throw FileError::ofSystem(path, "could not be read", errno);
+        if (got == 0)
+            break;
+        filled += static_cast<std::size_t>(got);
+    }
+    bytes.resize(filled);
+    return bytes;
 }
 
 std::expected<void, FolderListing::Failure>
 FolderListing::fill(std::expected<FolderReader, int> opened, Hidden hidden,
                     const ReadingBudget& budget) {
     if (!opened)
-        return std::unexpected(opened.error() == ENOENT ? Failure::missing : Failure::unreadable);
+        return std::unexpected(failureOf(opened.error()));
     folder = *std::move(opened);
     for (std::size_t seen = 1; const dirent* entry = folder.next(); ++seen) {
         if (seen % namesBetweenChecks == 0 && budget.isSpent())
@@ -90,11 +129,14 @@ FolderListing::fill(std::expected<FolderReader, int> opened, Hidden hidden,
 }
 
 std::expected<FolderListing, FolderListing::Failure>
-FolderListing::open(const std::filesystem::path& path, Hidden hidden, const ReadingBudget& budget) {
+FolderListing::open(const MachineFiles& machine, const std::filesystem::path& path, Hidden hidden,
+                    const ReadingBudget& budget) {
     // With a slash at the end, a link would be followed.
     FolderListing listing(path.has_filename() ? path : path.parent_path());
-    const auto filled =
-        listing.fill(FolderReader::open(AT_FDCWD, listing.location.c_str()), hidden, budget);
+    auto opened = machine.open(listing.location, O_RDONLY | O_DIRECTORY);
+    if (!opened)
+        return std::unexpected(failureOf(opened.error()));
+    const auto filled = listing.fill(FolderReader(*std::move(opened)), hidden, budget);
     if (!filled)
         return std::unexpected(filled.error());
     return listing;

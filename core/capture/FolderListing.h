@@ -3,6 +3,7 @@
 #include "core/base/CanonicalPath.h"
 #include "core/base/Date.h"
 #include "core/base/FileDescriptor.h"
+#include "core/base/MachineFiles.h"
 #include "core/capture/ReadingBudget.h"
 #include "core/storage/FolderReader.h"
 #include "core/system/StorageFileMetadata.h"
@@ -35,9 +36,13 @@ struct FolderEntry {
     int folder = AT_FDCWD;
     std::filesystem::path path;
     Kind kind = Kind::unknown;
+    /// Bytes of a regular file.
+    std::int64_t size = 0;
     std::optional<Date> modified;
     /// Set for a regular file with several names.
     std::optional<FileVersion> sharedVersion;
+    /// Whether anybody may execute it.
+    bool isExecutable = false;
 
     /// The entry `name` in the folder open as `descriptor`, whose path is `folderPath`.
     static FolderEntry describe(int descriptor, const std::filesystem::path& folderPath,
@@ -51,8 +56,15 @@ struct FolderEntry {
 
     /// Invalid when this is not a folder or can't be opened.
     FileDescriptor openFolder() const;
+    /// What a link says, as it stands in it; empty for what is no link.
+    std::string linkText() const;
     /// The bytes of a regular file of at most `limit` bytes. Throws `FileError`.
     std::string read(std::size_t limit) const;
+    /// The first `count` bytes of a regular file, or all where it has fewer. Throws `FileError`.
+    std::string readStart(std::size_t count) const;
+
+private:
+    FileDescriptor openFile() const;
 };
 
 /// The names in one folder, in byte order. The folder stays open for reading its entries.
@@ -68,6 +80,12 @@ public:
     };
 
     static std::expected<FolderListing, Failure> open(const std::filesystem::path& path,
+                                                      Hidden hidden, const ReadingBudget& budget) {
+        return open(MachineFiles(), path, hidden, budget);
+    }
+    /// The folder at a path without links of a machine. Paths of entries are those of the machine.
+    static std::expected<FolderListing, Failure> open(const MachineFiles& machine,
+                                                      const std::filesystem::path& path,
                                                       Hidden hidden, const ReadingBudget& budget);
     static std::expected<FolderListing, Failure> open(const FolderEntry& folder, Hidden hidden,
                                                       const ReadingBudget& budget);

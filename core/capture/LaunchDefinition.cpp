@@ -21,11 +21,9 @@ const std::string* firstArgument(const Dictionary& list) {
     return arguments->front().as<std::string>();
 }
 
-std::optional<std::string> programOf(const Dictionary& list) {
+const std::string* programOf(const Dictionary& list) {
     const auto* program = PropertyList::find<std::string>(list, "Program");
-    if (!program)
-        program = firstArgument(list);
-    return program ? std::optional(*program) : std::nullopt;
+    return program ? program : firstArgument(list);
 }
 
 } // namespace
@@ -34,7 +32,7 @@ bool recognises(const FolderEntry& entry) {
     return entry.extension() == "plist";
 }
 
-BackgroundDefinition::Result read(const FolderEntry& definition) {
+BackgroundDefinition::Result read(const FolderEntry& definition, const ProgramPaths&) {
     try {
         return described(definition.read(PropertyList::maximumSize), definition);
     } catch (const FileError&) {
@@ -47,18 +45,7 @@ BackgroundDefinition::Result described(std::string_view bytes, const FolderEntry
     const auto* list = parsed ? parsed->as<Dictionary>() : nullptr;
     if (!list)
         return std::unexpected(Failure::unreadable);
-    if (list->empty())
-        return std::unexpected(Failure::empty);
-    const auto* label = PropertyList::find<std::string>(*list, "Label");
-    if (!label || label->empty())
-        return std::unexpected(Failure::unreadable);
-    BackgroundItem item;
-    item.identifier = *label;
-    item.path = definition.pathText();
-    item.program = programOf(*list);
-    item.safeSettings = BackgroundDefinition::safeSettings(*list);
-    item.definitionFingerprints = BackgroundDefinition::fingerprints(*list);
-    return item;
+    return BackgroundDefinition::item(*list, definition.pathText(), programOf(*list));
 }
 
 } // namespace tidemark::LaunchDefinition

@@ -1,30 +1,31 @@
 #include "core/capture/ObservationOptions.h"
 
-#include "core/system/SystemFacts.h"
+#include "core/capture/StandardRoots.h"
+
+#include <algorithm>
+#include <iterator>
 
 namespace tidemark {
 
 namespace {
 
-std::vector<std::filesystem::path> standardApplicationRoots() {
-    return {"/Applications", SystemFacts::homeDirectory() / "Applications"};
-}
-
-std::vector<BackgroundRoot> standardBackgroundRoots() {
-    using enum BackgroundItem::Kind;
-    return {{SystemFacts::homeDirectory() / "Library/LaunchAgents", agent},
-            {"/Library/LaunchAgents", agent},
-            {"/Library/LaunchDaemons", daemon}};
+std::vector<BackgroundRoot> standardBackgroundRoots(const StandardRoots::Places& places) {
+    auto roots = StandardRoots::agents(places);
+    std::ranges::move(StandardRoots::daemons(places), std::back_inserter(roots));
+    return roots;
 }
 
 } // namespace
 
-ObservationOptions::ObservationOptions(
-    std::optional<std::vector<std::filesystem::path>> applications,
-    std::optional<std::vector<BackgroundRoot>> background,
-    std::vector<std::filesystem::path> storage)
-    : applicationRoots(applications ? std::move(*applications) : standardApplicationRoots()),
-      backgroundRoots(background ? std::move(*background) : standardBackgroundRoots()),
-      storageRoots(std::move(storage)) {}
+ObservationOptions::ObservationOptions(std::optional<std::vector<ApplicationRoot>> applications,
+                                       std::optional<std::vector<BackgroundRoot>> background,
+                                       std::vector<std::filesystem::path> storage,
+                                       MachineFiles observed)
+    : storageRoots(std::move(storage)), machine(std::move(observed)) {
+    const auto places = StandardRoots::Places::current(machine);
+    applicationRoots =
+        applications ? *std::move(applications) : StandardRoots::applications(places);
+    backgroundRoots = background ? *std::move(background) : standardBackgroundRoots(places);
+}
 
 } // namespace tidemark

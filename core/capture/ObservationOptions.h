@@ -1,6 +1,7 @@
 #pragma once
 
-#include "core/capture/BackgroundCollector.h"
+#include "core/base/MachineFiles.h"
+#include "core/capture/InventoryRoots.h"
 
 #include <filesystem>
 #include <optional>
@@ -11,16 +12,21 @@ namespace tidemark {
 /// The folders that one capture reads.
 struct ObservationOptions {
     /// Folders searched for applications.
-    std::vector<std::filesystem::path> applicationRoots;
+    std::vector<ApplicationRoot> applicationRoots;
     /// Folders of service definitions.
     std::vector<BackgroundRoot> backgroundRoots;
     /// Folders whose size is measured.
     std::vector<std::filesystem::path> storageRoots;
+    /// Whose applications and services these are. Sizes are measured on the machine that the
+    /// program runs on.
+    MachineFiles machine;
 
-    /// Uses the standard folders of the system and of the user's home for those that are absent.
-    explicit ObservationOptions(std::optional<std::vector<std::filesystem::path>> applications = {},
+    /// Uses the standard folders of the system and of the user's home for those that are absent,
+    /// all of them folders of `machine`.
+    explicit ObservationOptions(std::optional<std::vector<ApplicationRoot>> applications = {},
                                 std::optional<std::vector<BackgroundRoot>> background = {},
-                                std::vector<std::filesystem::path> storage = {});
+                                std::vector<std::filesystem::path> storage = {},
+                                MachineFiles machine = {});
 
     bool operator==(const ObservationOptions&) const = default;
 };

@@ -17,17 +17,22 @@ public:
     /// incomplete.
     static constexpr std::size_t mostExcludedPaths = 10'000;
 
+    /// Nor are more bytes of definitions held at once.
+    static constexpr std::size_t mostHeldBytes = std::size_t{64} << 20;
+
     explicit RootReading(ReadingBudget time) : time(std::move(time)) {}
 
     /// Whether another entry may be read; if not, marks the root as incomplete.
     bool mayContinue() {
-        if (excluded.size() <= mostExcludedPaths && !time.isSpent())
+        if (excluded.size() <= mostExcludedPaths && held <= mostHeldBytes && !time.isSpent())
             return true;
         complete = false;
         return false;
     }
     /// Marks the root as incomplete. The rest of it may still be read.
     void fail() { complete = false; }
+    /// So many bytes of what was read are held until the whole family was read.
+    void hold(std::size_t bytes) { held += bytes; }
     /// Leaves one path out of the inventory and of comparison.
     void exclude(std::string path) { excluded.insert(std::move(path)); }
 
@@ -48,6 +53,7 @@ public:
 private:
     ReadingBudget time;
     std::set<std::string> excluded;
+    std::size_t held = 0;
     bool complete = true;
 };
 

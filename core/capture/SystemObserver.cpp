@@ -3,6 +3,7 @@
 #include "core/base/Text.h"
 #include "core/base/Utf8.h"
 #include "core/capture/ApplicationsCollector.h"
+#include "core/capture/BackgroundCollector.h"
 #include "core/storage/BatchedWalk.h"
 #include "core/storage/ComponentStorageScanner.h"
 #include "core/storage/StorageMeasurementError.h"
@@ -50,10 +51,10 @@ std::string of(std::int64_t count, std::int64_t total) {
 
 template <class Record>
 void takeInventory(const Inventory<Record>& found, std::vector<Shared<Record>>& items,
-                   std::set<std::string>& roots, std::set<std::string>& excludedPaths,
+                   Shared<std::set<std::string>>& roots, std::set<std::string>& excludedPaths,
                    Coverage& coverage) {
     items = found.items;
-    roots = found.roots;
+    roots.emplace(std::set(found.roots));
     std::ranges::copy(found.issues, std::back_inserter(coverage.issues));
     std::ranges::copy(found.notes, std::back_inserter(*coverage.notes));
     excludedPaths.insert(found.excludedPaths.begin(), found.excludedPaths.end());
@@ -72,8 +73,8 @@ void excludeIncomplete(const std::set<std::string>& incomplete,
         const bool isInsideComplete = std::ranges::any_of(
             complete, [&](const std::string& around) { return isBelow(root, around); });
         const bool holdsComplete =
-            std::ranges::any_of(coverage.applicationRoots, isAtOrBelow(root))
-            || std::ranges::any_of(coverage.backgroundRoots, isAtOrBelow(root));
+            std::ranges::any_of(*coverage.applicationRoots, isAtOrBelow(root))
+            || std::ranges::any_of(*coverage.backgroundRoots, isAtOrBelow(root));
         if (isInsideComplete || !holdsComplete)
             excludedPaths.insert(root);
     }
@@ -126,18 +127,38 @@ void take(StorageTraversal::Result result, const fs::path& root, Snapshot& snaps
     snapshot.folders.emplace_back(*std::move(result));
 }
 
+void takeVolume(const fs::path& home, Snapshot& snapshot) {
+    const auto space = SystemFacts::volumeSpace(home);
+    snapshot.freeBytes = space.freeBytes;
+    snapshot.volumeID = space.volumeID;
+    snapshot.volumeContext = SystemFacts::readVolumeContext(home);
+}
+
+/// The folders whose files may belong to packages.
+OwnedFolders foldersOf(const ObservationOptions& options) {
+    OwnedFolders folders;
+    for (const auto& root : options.applicationRoots)
+        folders.push_back(options.machine.canonical(root.path).native());
+    for (const auto& root : options.backgroundRoots)
+        folders.push_back(options.machine.canonical(root.path).native());
+    return folders;
+}
+
 /// Finds applications and background items, and measures `storageRoots`.
 Snapshot inventory(const ObservationOptions& options, const std::vector<fs::path>& storageRoots,
-                   Clock& clock, const std::stop_token& stop) {
+                   PackageIndex& packages, Clock& clock, const std::stop_token& stop) {
     Snapshot snapshot;
     Coverage& coverage = snapshot.coverage;
     coverage.notes.emplace();
     std::set<std::string> excludedPaths;
-    const auto applications = ApplicationsCollector::collect(options.applicationRoots, clock, stop);
+    auto reading = packages.read(options.machine, foldersOf(options));
+    const auto applications = ApplicationsCollector::collect(
+        options.applicationRoots, clock, stop, {.machine = options.machine, .packages = &reading});
     takeInventory(applications, snapshot.applications, coverage.applicationRoots, excludedPaths,
                   coverage);
     const auto background =
-        BackgroundCollector::collect(options.backgroundRoots, snapshot.applications, clock, stop);
+        BackgroundCollector::collect(options.backgroundRoots, snapshot.applications, clock, stop,
+                                     BackgroundCollector::formats, options.machine, &reading);
     takeInventory(background, snapshot.backgroundItems, coverage.backgroundRoots, excludedPaths,
                   coverage);
     excludeIncomplete(applications.incompleteRoots, applications.roots, coverage, excludedPaths);
@@ -146,11 +167,9 @@ Snapshot inventory(const ObservationOptions& options, const std::vector<fs::path
     for (const fs::path& root : storageRoots)
         take(measureQuickly(root, clock, stop), root, snapshot);
 
-    const fs::path home = SystemFacts::homeDirectory();
-    const auto space = SystemFacts::volumeSpace(home);
-    snapshot.freeBytes = space.freeBytes;
-    snapshot.volumeID = space.volumeID;
-    snapshot.volumeContext = SystemFacts::readVolumeContext(home);
+    // The volumes of a machine elsewhere are not mounted as they are there.
+    if (!options.machine.isElsewhere())
+        takeVolume(SystemFacts::homeDirectory(), snapshot);
     snapshot.id = Uuid::random();
     snapshot.timestamp = clock.now();
     return snapshot;
@@ -205,10 +224,10 @@ public:
           stop(stop), deadline(clock.monotonicSeconds() + storageBudget) {}
 
     void measure() {
-        std::vector<fs::path> deferred;
+        std::vector<ApplicationRoot> deferred;
         for (const fs::path& root : shortestFirst(options.storageRoots)) {
             if (scanner && isApplications(root) && mayHoldBundles(root))
-                deferred.push_back(root);
+                deferred.emplace_back(root, familyOf(root));
             else
                 measureRoot(root);
         }
@@ -233,23 +252,37 @@ private:
         return roots;
     }
 
+    /// The root of applications at a folder; null when it is none, or one of another machine.
+    const ApplicationRoot* applicationRoot(const fs::path& folder) const {
+        if (options.machine.isElsewhere())
+            return nullptr;
+        const auto found =
+            std::ranges::find_if(options.applicationRoots, [&](const ApplicationRoot& other) {
+                return canonicalPath(other.path) == canonicalPath(folder);
+            });
+        return found == options.applicationRoots.end() ? nullptr : &*found;
+    }
+
+    RootFamily familyOf(const fs::path& folder) const {
+        const auto* root = applicationRoot(folder);
+        return root ? root->family : RootFamily::any;
+    }
+
     /// True for a folder of applications: if it has bundles, they are measured one by one.
     bool isApplications(const fs::path& root) const {
-        return lastPathComponent(root.native()) == "Applications"
-               || std::ranges::any_of(options.applicationRoots, [&](const fs::path& other) {
-                      return canonicalPath(other) == canonicalPath(root);
-                  });
+        return lastPathComponent(root.native()) == "Applications" || applicationRoot(root);
     }
 
     /// Also true when the folder could not be read completely: a bundle that is being replaced has
     /// no readable property list.
     bool mayHoldBundles(const fs::path& root) const {
-        const std::string path = textFromBytes(canonicalPath(root).native());
-        if (std::ranges::any_of(snapshot.applications,
-                                [&](const auto& known) { return isBelow(known->path, path); }))
-            return true;
-        const auto found = ApplicationsCollector::collect({root}, clock, stop);
+        const auto found = bundlesIn({{root, familyOf(root)}});
         return !found.items.empty() || !found.issues.empty() || stop.stop_requested();
+    }
+
+    /// The applications that are folders; the others have no size of their own.
+    Inventory<Application> bundlesIn(const std::vector<ApplicationRoot>& roots) const {
+        return ApplicationsCollector::collect(roots, clock, stop, {.foldersOnly = true});
     }
 
     void measureRoot(const fs::path& root) {
@@ -303,10 +336,10 @@ private:
         snapshot.folderStorage->push_back(std::move(report));
     }
 
-    void measureBundles(const std::vector<fs::path>& roots) {
+    void measureBundles(const std::vector<ApplicationRoot>& roots) {
         progress("Scanning Application Bundles…");
         const Phase phase("Application Bundle Sizes", snapshot, clock);
-        const auto found = ApplicationsCollector::collect(roots, clock, stop);
+        const auto found = bundlesIn(roots);
         for (const auto& issue : found.issues)
             addIssue(issue);
         std::vector<StorageMeasurementItem> items;
@@ -358,12 +391,14 @@ private:
 } // namespace
 
 Snapshot capture(const ObservationOptions& options, Clock& clock, const std::stop_token& stop) {
-    return inventory(options, options.storageRoots, clock, stop);
+    PackageIndex packages;
+    return inventory(options, options.storageRoots, packages, clock, stop);
 }
 
 Snapshot captureProgressively(const ObservationOptions& options,
                               ComponentStorageScanner* applicationStorage, const Progress& progress,
-                              Clock& clock, const std::stop_token& stop) {
+                              Clock& clock, const std::stop_token& stop, PackageIndex* packages) {
+    PackageIndex packagesOfThisCapture;
     const double start = clock.monotonicSeconds();
     progress("Scanning Applications and Background Items…");
     Snapshot snapshot;
@@ -371,7 +406,8 @@ Snapshot captureProgressively(const ObservationOptions& options,
         const ScannerCapture bracket(applicationStorage);
         if (applicationStorage)
             applicationStorage->retainCursors(options.storageRoots);
-        snapshot = inventory(options, {}, clock, stop);
+        snapshot =
+            inventory(options, {}, packages ? *packages : packagesOfThisCapture, clock, stop);
         snapshot.scanTimings = {ScanTiming{"Applications and Background Inventory",
                                            clock.monotonicSeconds() - start,
                                            snapshot.coverage.issues.empty()}};

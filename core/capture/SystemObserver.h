@@ -11,6 +11,7 @@
 namespace tidemark {
 
 class ComponentStorageScanner;
+class PackageIndex;
 
 /// Takes one observation of the machine, on the calling thread. Stateless. Does not throw: each
 /// problem becomes a sentence in the snapshot's coverage, and the size in question is missing. A
@@ -34,9 +35,12 @@ Snapshot capture(const ObservationOptions& options, Clock& clock = Clock::system
 /// The inventory, then the sizes of folders and of application bundles, within `storageBudget`.
 /// With `applicationStorage`, the next capture continues walks that did not finish, and application
 /// bundles are measured one by one; without, a root that is not walked in one go has no size.
+/// `packages` is kept from one capture to the next, so that the databases of packages are read only
+/// when they changed.
 Snapshot captureProgressively(const ObservationOptions& options,
                               ComponentStorageScanner* applicationStorage, const Progress& progress,
-                              Clock& clock = Clock::system(), const std::stop_token& stop = {});
+                              Clock& clock = Clock::system(), const std::stop_token& stop = {},
+                              PackageIndex* packages = nullptr);
 
 } // namespace SystemObserver
 

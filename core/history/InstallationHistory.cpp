@@ -4,13 +4,19 @@
 #include "core/base/Iso8601.h"
 #include "core/base/Text.h"
 #include "core/history/AptHistory.h"
+#include "core/history/InstallationReport.h"
 #include "core/history/PackageLogReport.h"
+#include "core/history/PacmanLogReport.h"
 #include "core/history/ReportProcess.h"
 #include "core/history/RotatedLog.h"
+#include "core/packages/PacmanDatabase.h"
+#include "core/packages/RpmInstallations.h"
 
 #include <algorithm>
 #include <cerrno>
+#include <iterator>
 #include <optional>
+#include <span>
 #include <unordered_set>
 
 #include <nlohmann/json.hpp>
@@ -73,6 +79,29 @@ std::vector<PackageTransaction> transactionsIn(const PackageLog& log, Date since
     }
 }
 
+/// Throws `ImportError`.
+std::string logText(const std::filesystem::path& log, std::size_t limit,
+                    const RotatedLog::ReachesBack& reachesBack) {
+    try {
+        return RotatedLog::read(log, limit, reachesBack);
+    } catch (const FileError& error) {
+        throw ImportError(error.code() == EFBIG ? ImportError::Kind::tooLarge
+                                                : ImportError::Kind::reportFailed);
+    }
+}
+
+/// Throws `ImportError`.
+std::string limited(std::string report) {
+    if (report.size() > reportLimit)
+        throw ImportError(ImportError::Kind::tooLarge);
+    return report;
+}
+
+void sortLatestFirst(std::vector<InstallationRecord>& records) {
+    std::ranges::stable_sort(
+        records, [](const auto& a, const auto& b) { return a.recordedAt > b.recordedAt; });
+}
+
 } // namespace
 
 ImportError::ImportError(Kind kind) : Error(messageOf(kind)), reason(kind) {}
@@ -80,9 +109,7 @@ ImportError::ImportError(Kind kind) : Error(messageOf(kind)), reason(kind) {}
 InstallationPreview collect(Date now, const ReportTool& tool) {
     ReportProcess process(tool.path, {reportKey, "-json", "-timeout", "20"}, tool.timeLimit,
                           tool.terminationGrace);
-    const std::string report = process.readOutput(reportLimit);
-    if (report.size() > reportLimit)
-        throw ImportError(ImportError::Kind::tooLarge);
+    const std::string report = limited(process.readOutput(reportLimit));
     if (!process.succeeded())
         throw ImportError(ImportError::Kind::reportFailed);
     return parse(report, now + -window, now);
@@ -90,19 +117,44 @@ InstallationPreview collect(Date now, const ReportTool& tool) {
 
 InstallationPreview collect(Date now, const PackageLog& log) {
     const Date since = now + -window;
-    std::string text;
-    try {
-        text = RotatedLog::read(log.path, log.limit, [&](std::string_view older) {
-            return PackageLogReport::beginsBefore(older, since);
-        });
-    } catch (const FileError& error) {
-        throw ImportError(error.code() == EFBIG ? ImportError::Kind::tooLarge
-                                                : ImportError::Kind::reportFailed);
+    const std::string text = logText(log.path, log.limit, [&](std::string_view older) {
+        return PackageLogReport::beginsBefore(older, since);
+    });
+    return parse(limited(PackageLogReport::make(text, transactionsIn(log, since), since)), since,
+                 now);
+}
+
+InstallationPreview collect(Date now, const PacmanLog& log) {
+    const Date since = now + -window;
+    const std::string text = logText(log.path, log.limit, [&](std::string_view older) {
+        return PacmanLogReport::beginsBefore(older, since);
+    });
+    if (text.empty())
+        return parse(InstallationReport().finish(), since, now);
+    const auto automatic = PacmanDatabase::dependencies(log.machine);
+    return parse(limited(PacmanLogReport::make(text, automatic, since)), since, now);
+}
+
+InstallationPreview collect(Date now, const MachineFiles& machine) {
+    const Date since = now + -window;
+    const auto installations = RpmInstallations::read(machine, since);
+    if (!installations)
+        throw ImportError(ImportError::Kind::reportFailed);
+    InstallationReport report;
+    for (const auto& each : *installations)
+        report.add(each.package.package, each.package.version, each.date, each.isAutomatic);
+    return parse(limited(report.finish()), since, now);
+}
+
+InstallationPreview merged(std::vector<InstallationPreview> previews) {
+    InstallationPreview all = std::move(previews.at(0));
+    for (auto& preview : std::span(previews).subspan(1)) {
+        std::ranges::move(preview.records, std::back_inserter(all.records));
+        all.skippedRecords += preview.skippedRecords;
+        all.outsideWindowRecords += preview.outsideWindowRecords;
     }
-    const std::string report = PackageLogReport::make(text, transactionsIn(log, since), since);
-    if (report.size() > reportLimit)
-        throw ImportError(ImportError::Kind::tooLarge);
-    return parse(report, since, now);
+    sortLatestFirst(all.records);
+    return all;
 }
 
 InstallationPreview parse(std::string_view report, Date since, Date through) {
@@ -125,8 +177,7 @@ InstallationPreview parse(std::string_view report, Date since, Date through) {
             preview.records.push_back(std::move(*record));
         }
     }
-    std::ranges::stable_sort(
-        preview.records, [](const auto& a, const auto& b) { return a.recordedAt > b.recordedAt; });
+    sortLatestFirst(preview.records);
     return preview;
 }
 

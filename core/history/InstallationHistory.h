@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/base/Error.h"
+#include "core/base/MachineFiles.h"
 #include "core/records/Event.h"
 
 #include <filesystem>
@@ -24,8 +25,8 @@ struct InstallationPreview {
 };
 
 /// Reads the installations of the last 7 days from the operating system: from the JSON report of
-/// its profiler tool, or from the log of its package manager brought into the same form. The
-/// history can be incomplete.
+/// its profiler tool, or from the log or database of its package manager brought into the same
+/// form. The history can be incomplete.
 namespace InstallationHistory {
 
 class ImportError : public Error {
@@ -59,6 +60,13 @@ struct PackageLog {
     std::size_t limit = 16'777'216;
 };
 
+/// The log of pacman(8), and the machine whose database says what other packages needed.
+struct PacmanLog {
+    std::filesystem::path path = "/var/log/pacman.log";
+    std::size_t limit = 16'777'216;
+    MachineFiles machine{};
+};
+
 /// The installations of the 7 days before `now`; no records when the system keeps no such log.
 /// Blocks; not for the main thread. Throws `ImportError`, or `Error` when the report tool can't be
 /// started.
@@ -70,6 +78,15 @@ InstallationPreview collect(Date now, const ReportTool& tool);
 /// The same, from a package manager's log and its rotated predecessors. Without such a log there
 /// are no records.
 InstallationPreview collect(Date now, const PackageLog& log);
+
+/// The same, from pacman's log. Without such a log there are no records.
+InstallationPreview collect(Date now, const PacmanLog& log);
+
+/// The same, from the database of rpm and the histories of dnf on a machine.
+InstallationPreview collect(Date now, const MachineFiles& machine);
+
+/// The records of several sources for one period, latest first. Not for an empty list.
+InstallationPreview merged(std::vector<InstallationPreview> previews);
 
 /// Parses a report. Throws `ImportError` of kind `invalidReport` when it does not have the expected
 /// form.

@@ -3,7 +3,8 @@
 namespace tidemark::InstallationHistory {
 
 InstallationPreview collect(Date now) {
-    return collect(now, PackageLog{});
+    return merged(
+        {collect(now, PackageLog{}), collect(now, PacmanLog{}), collect(now, MachineFiles{})});
 }
 
 } // namespace tidemark::InstallationHistory

@@ -1,11 +1,9 @@
 #include "core/history/PackageLogReport.h"
 
 #include "core/base/Calendar.h"
-#include "core/base/Iso8601.h"
-#include "core/base/JsonWriter.h"
 #include "core/base/Text.h"
+#include "core/history/InstallationReport.h"
 #include "core/history/PackageLogText.h"
-#include "core/records/InstallationRecord.h"
 
 #include <algorithm>
 
@@ -55,20 +53,13 @@ std::optional<Line> lineFrom(std::string_view text) {
 class Reader {
 public:
     Reader(const std::vector<PackageTransaction>& transactions, Date since)
-        : out([this](std::string_view piece) { text += piece; }), transactions(transactions),
-          start(calendar.clockAt(since)) {}
+        : transactions(transactions), start(calendar.clockAt(since)) {}
 
     std::string read(std::string_view log) {
-        out.beginObject();
-        out.key("SPInstallHistoryDataType");
-        out.beginArray();
         while (!log.empty())
             if (const std::string_view line = nextLine(log); !line.empty() && !take(line))
                 noteBroken();
-        out.endArray();
-        out.endObject();
-        out.finish();
-        return std::move(text);
+        return report.finish();
     }
 
 private:
@@ -114,19 +105,8 @@ private:
         const std::string key = name + " " + version;
         const auto* transaction =
             AptHistory::transactionOf(transactions, key, calendar.momentOf(time));
-        const bool isAutomatic = transaction && transaction->isAutomatic.at(key);
-        out.beginObject();
-        const auto write = [this](std::string_view field, std::string_view value) {
-            out.key(field);
-            out.text(value);
-        };
-        write("_name", name);
-        write("install_version", version);
-        write("install_date",
-              *iso8601Text(transaction ? transaction->start : calendar.momentOf(startOfRun(time))));
-        write("package_source",
-              isAutomatic ? InstallationRecord::automaticSource : InstallationRecord::otherSource);
-        out.endObject();
+        const Date date = transaction ? transaction->start : calendar.momentOf(startOfRun(time));
+        report.add(name, version, date, transaction && transaction->isAutomatic.at(key));
     }
 
     /// The start of the present run of dpkg. A start more than a day ago belongs to another run,
@@ -137,11 +117,10 @@ private:
 
     void noteBroken() {
         if (isRecent)
-            out.null();
+            report.addUnreadable();
     }
 
-    std::string text;
-    json::JsonWriter out;
+    InstallationReport report;
     const std::vector<PackageTransaction>& transactions;
     const Calendar calendar;
     /// Start of the requested period.

@@ -125,6 +125,8 @@ Snapshot sharingWith(const Snapshot& previous, Snapshot snapshot) {
                 shareFolder);
     forEachPair(snapshot.additionalReports, previous.additionalReports, &MetadataReport::scope,
                 shareItems);
+    adopt(snapshot.coverage.applicationRoots, previous.coverage.applicationRoots);
+    adopt(snapshot.coverage.backgroundRoots, previous.coverage.backgroundRoots);
     adopt(snapshot.coverage.excludedPaths, previous.coverage.excludedPaths);
     return snapshot;
 }

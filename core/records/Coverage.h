@@ -13,9 +13,9 @@ namespace tidemark {
 /// Which places one capture could read and which it could not.
 struct Coverage {
     /// Folders whose applications were read completely.
-    std::set<std::string> applicationRoots;
+    Shared<std::set<std::string>> applicationRoots;
     /// Folders whose service definitions were read completely.
-    std::set<std::string> backgroundRoots;
+    Shared<std::set<std::string>> backgroundRoots;
     /// Access problems of the capture, as sentences.
     std::vector<std::string> issues;
     /// Remarks about limits and skipped entries, as sentences; these are not problems.

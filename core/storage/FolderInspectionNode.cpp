@@ -106,7 +106,7 @@ Node nodeOf(const FolderStorageReport& report) {
 
 /// True when everything below `root` was read.
 bool isCovered(const std::string& root, const Coverage& coverage) {
-    return coverage.applicationRoots.contains(root)
+    return coverage.applicationRoots->contains(root)
            && (!coverage.excludedPaths
                || std::ranges::none_of(*coverage.excludedPaths, [&](const std::string& path) {
                       return isBelow(path, root);

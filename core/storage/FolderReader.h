@@ -6,6 +6,7 @@
 
 #include <expected>
 #include <filesystem>
+#include <utility>
 
 namespace tidemark {
 
@@ -15,6 +16,8 @@ class FolderReader {
 public:
     /// Without an open folder.
     FolderReader() = default;
+    /// Reads a folder that was opened for reading.
+    explicit FolderReader(FileDescriptor folder) : names(std::move(folder)) {}
 
     /// Opens the folder `name` in the folder open as `parent`. The error is ENOTDIR or ELOOP when a
     /// link or a file has that name.
@@ -41,8 +44,6 @@ public:
     std::expected<StorageFileMetadata, int> status(const char* name) const;
 
 private:
-    explicit FolderReader(FileDescriptor folder) : names(std::move(folder)) {}
-
     FolderNames names;
 };
 

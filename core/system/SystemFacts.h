@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/base/MachineFiles.h"
 #include "core/records/OperatingSystemObservation.h"
 #include "core/records/VolumeContext.h"
 
@@ -18,9 +19,12 @@ std::filesystem::path homeDirectory(const std::optional<std::string>& variable);
 /// The same, with $HOME of this process.
 std::filesystem::path homeDirectory();
 
-/// The present version and build. On Linux the distribution and its version of os-release(5) and
-/// the kernel release of uname(2).
+/// The present version and build of this machine. On Linux the distribution and its version of
+/// os-release(5) and the kernel release of uname(2).
 OperatingSystemObservation collectOperatingSystem();
+/// The same by the files of a machine. Of one elsewhere, no kernel runs whose release could be
+/// asked: on Linux it has no build. Absent when it does not say its version.
+std::optional<OperatingSystemObservation> readOperatingSystem(const MachineFiles& machine);
 
 /// The free space of a volume, and the volume's identity: only free space of the same volume is
 /// compared.

@@ -21,6 +21,15 @@ namespace fs = std::filesystem;
 
 constexpr std::size_t systemFileLimit = 1 << 22;
 
+/// The content of a file of a machine; empty when it can't be read.
+std::string systemFile(const MachineFiles& machine, const fs::path& path) {
+    try {
+        return machine.read(path, systemFileLimit);
+    } catch (const FileError&) {
+        return {};
+    }
+}
+
 /// The content of a system file; empty when it can't be read.
 std::string systemFile(const fs::path& path) {
     try {
@@ -138,6 +147,15 @@ std::optional<bool> isInternal(const MountEntry& mount) {
 }
 
 } // namespace
+
+std::optional<OperatingSystemObservation> readOperatingSystem(const MachineFiles& machine) {
+    if (!machine.isElsewhere())
+        return collectOperatingSystem();
+    for (const char* path : {"/etc/os-release", "/usr/lib/os-release"})
+        if (auto version = versionOf(parseOsRelease(systemFile(machine, path))))
+            return OperatingSystemObservation{.version = *std::move(version), .build = {}};
+    return std::nullopt;
+}
 
 OperatingSystemObservation collectOperatingSystem() {
     OperatingSystemObservation system;

@@ -1,3 +1,5 @@
+#include "core/base/FileError.h"
+#include "core/base/PropertyList.h"
 #include "core/base/Text.h"
 #include "core/system/SystemFacts.h"
 
@@ -89,14 +91,38 @@ private:
     Owned<CFURLRef> url;
 };
 
+/// The tool of the system leaves a patch of 0 away; a version here always has three numbers.
+std::string threeNumbers(std::string version) {
+    while (std::ranges::count(version, '.') < 2)
+        version += ".0";
+    return version;
+}
+
 } // namespace
+
+std::optional<OperatingSystemObservation> readOperatingSystem(const MachineFiles& machine) {
+    if (!machine.isElsewhere())
+        return collectOperatingSystem();
+    try {
+        const auto list = PropertyList::parse(machine.read(
+            "/System/Library/CoreServices/SystemVersion.plist", PropertyList::maximumSize));
+        const auto* facts = list ? list->as<PropertyList::Dictionary>() : nullptr;
+        const auto* version =
+            facts ? PropertyList::find<std::string>(*facts, "ProductVersion") : nullptr;
+        if (!version)
+            return std::nullopt;
+        OperatingSystemObservation system{.version = threeNumbers(*version), .build = {}};
+        if (const auto* build = PropertyList::find<std::string>(*facts, "ProductBuildVersion"))
+            system.build = *build;
+        return system;
+    } catch (const FileError&) {
+        return std::nullopt;
+    }
+}
 
 OperatingSystemObservation collectOperatingSystem() {
     OperatingSystemObservation system;
-    system.version = systemText("kern.osproductversion").value_or("0");
-    // The system omits a patch number of 0; a version here always has three numbers.
-    while (std::ranges::count(system.version, '.') < 2)
-        system.version += ".0";
+    system.version = threeNumbers(systemText("kern.osproductversion").value_or("0"));
     system.build = systemText("kern.osversion");
     return system;
 }

@@ -120,7 +120,7 @@ bool applicationsDiffer(const Application& before, const Application& after) {
 
 void compareApplications(const Snapshot& previous, const Snapshot& current,
                          std::vector<Change>& changes) {
-    const Scope scope(previous.coverage.applicationRoots, current.coverage.applicationRoots,
+    const Scope scope(*previous.coverage.applicationRoots, *current.coverage.applicationRoots,
                       previous.coverage, current.coverage);
     const auto visit = [&](const Shared<Application>* before, const Shared<Application>* after) {
         if (before && after && (*before)->bundleID == (*after)->bundleID) {
@@ -144,7 +144,7 @@ bool definitionsDiffer(const BackgroundItem& before, const BackgroundItem& after
 
 void compareBackgroundItems(const Snapshot& previous, const Snapshot& current,
                             std::vector<Change>& changes) {
-    const Scope scope(previous.coverage.backgroundRoots, current.coverage.backgroundRoots,
+    const Scope scope(*previous.coverage.backgroundRoots, *current.coverage.backgroundRoots,
                       previous.coverage, current.coverage);
     const auto visit = [&](const Shared<BackgroundItem>* before,
                            const Shared<BackgroundItem>* after) {

@@ -1,3 +1,5 @@
+#include "core/capture/AdditionalPlaces.h"
+#include "core/system/SystemFacts.h"
 #include "recorder/Commands.h"
 #include "recorder/Recorder.h"
 #include "recorder/SettingCommands.h"
@@ -16,7 +18,8 @@ struct Options {
 };
 
 std::string settingsList(const Preferences& preferences, const Options& options) {
-    return settingCommands::list(preferences, Recorder::sources(), options.json);
+    const auto files = AdditionalPlaces::suggestedConfigurations(SystemFacts::homeDirectory());
+    return settingCommands::list(preferences, Recorder::sources(), files, options.json);
 }
 
 } // namespace

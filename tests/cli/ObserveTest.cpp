@@ -260,6 +260,35 @@ TEST_F(ObserveCommand, MakesObservationsThatCompareFinds) {
     EXPECT_FALSE(test::contains(test::contents(folder / "after"), "token"));
 }
 
+#ifndef __APPLE__
+TEST_F(ObserveCommand, ObservesAMachineThatLiesElsewhere) {
+    const std::string unit = "usr/lib/systemd/system/a.service";
+    folder.write("machine/" + unit, "[Service]\nExecStart=/x secret\n[Install]\nWantedBy=y\n");
+    folder.write("machine/usr/lib/os-release", "NAME=Made\nVERSION_ID=1\n");
+    folder.makeFolder("machine/etc");
+    fs::create_symlink("/usr/lib/os-release", folder / "machine/etc/os-release");
+    const auto observeRoot = [&](Words more) {
+        more.insert(more.begin(), {"observe", "--root", path("machine")});
+        return test::run(more);
+    };
+    const auto seen = json::decode<Snapshot>(observeRoot({"--json", "-o", path("before")}).out);
+    EXPECT_EQ(seen.backgroundItems.at(0)->path, "/" + unit);
+    EXPECT_EQ(seen.operatingSystem, (OperatingSystemObservation{"Made 1", {}}));
+    EXPECT_FALSE(seen.freeBytes || seen.volumeID || seen.volumeContext);
+    EXPECT_EQ(seen.coverage.issues, Words());
+    folder.write("machine/usr/lib/os-release", "NAME=Made\nVERSION_ID=2\n");
+    fs::remove(folder / "machine" / unit);
+    EXPECT_EQ(observeRoot({"-o", path("after")}).status, 0);
+    const std::string changes = test::run({"compare", path("before"), path("after")}).out;
+    EXPECT_TRUE(contains(changes, "Made 1 → Made 2")) << changes;
+    EXPECT_TRUE(contains(changes, "Background Item Removed")) << changes;
+    EXPECT_EQ(observeRoot({"--storage", "/etc"}).status, 2);
+    const Outcome missing = test::run({"observe", "--root", path("missing")});
+    EXPECT_EQ(missing.status, 1);
+    EXPECT_TRUE(contains(missing.err, path("missing") + " could not be opened")) << missing.err;
+}
+#endif
+
 TEST_F(ObserveCommand, HandlesAnyFileName) {
     const std::string name = "line\nfeed \xFF\033[2J";
     folder.write("apps/" + name + ".app/Contents/Info.plist",

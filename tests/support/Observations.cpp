@@ -62,8 +62,8 @@ Snapshot snapshot(unsigned number) {
     Snapshot made;
     made.id = *Uuid::parse(text.data());
     made.timestamp = Date{60.0 * number};
-    made.coverage.applicationRoots = {"/Applications"};
-    made.coverage.backgroundRoots = {"/Library/LaunchAgents"};
+    made.coverage.applicationRoots.emplace({"/Applications"});
+    made.coverage.backgroundRoots.emplace({"/Library/LaunchAgents"});
     return made;
 }
 

@@ -3,6 +3,7 @@
 #include "app/preferences/PreferenceKeys.h"
 #include "core/base/Error.h"
 #include "core/base/JsonEncoder.h"
+#include "core/capture/StandardRoots.h"
 #include "tests/app/support/Await.h"
 #include "tests/app/support/MemoryPreferences.h"
 #include "tests/support/OrdinaryUser.h"
@@ -89,7 +90,8 @@ TEST_F(FolderAccessTest, GrantsBecomeTheRootsOfACapture) {
         add(path);
 
     const auto all = capture();
-    EXPECT_EQ(all.options, ObservationOptions({{apps}},
+    const auto family = StandardRoots::applicationRoot(apps, StandardRoots::Places::current());
+    EXPECT_EQ(all.options, ObservationOptions({{family}},
                                               {{{agents, BackgroundItem::Kind::agent},
                                                 {daemons, BackgroundItem::Kind::daemon}}},
                                               {apps, agents, daemons, plain}));
@@ -101,6 +103,26 @@ TEST_F(FolderAccessTest, GrantsBecomeTheRootsOfACapture) {
     EXPECT_EQ(capture(false).options.storageRoots, std::vector<fs::path>());
     EXPECT_EQ(access->accessStatus(plain), FolderAccess::AccessStatus::unchecked);
 }
+
+#ifndef __APPLE__
+TEST_F(FolderAccessTest, AFolderThatStandsForAFamilyBringsItAlsoWhenItIsGone) {
+    const auto home = folder.makeFolder("home");
+    const auto autostart = folder.makeFolder("home/.config/autostart");
+    const std::string before = SystemFacts::homeDirectory();
+    ::setenv("HOME", home.c_str(), 1);
+    auto recommended = RecommendedFolder::ofLinux(home, [](const char*) { return std::nullopt; });
+    std::erase_if(recommended, [](const auto& each) { return each.purpose != launchAgents; });
+    test::await(access->enableReadableRecommended(recommended));
+    EXPECT_EQ(access->grants().at(0).purposes, FolderPurposes{launchAgents});
+    const auto agents = StandardRoots::agents(StandardRoots::Places::current());
+    EXPECT_EQ(capture().options.backgroundRoots, agents);
+    fs::remove(autostart);
+    const auto later = capture();
+    EXPECT_EQ(later.options.backgroundRoots, agents);
+    EXPECT_EQ(later.issues, std::vector{noApplications});
+    ::setenv("HOME", before.c_str(), 1);
+}
+#endif
 
 TEST_F(FolderAccessTest, AnUntrackedFolderIsKeptButSkipped) {
     add(folder.makeFolder("Applications"));

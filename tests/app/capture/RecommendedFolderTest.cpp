@@ -10,9 +10,9 @@ using test::TemporaryFolder;
 TEST(RecommendedFolder, ListsTheFoldersOfEachSystem) {
     const auto shown = [](const std::vector<RecommendedFolder>& folders) {
         std::string text;
-        for (const auto& [title, url, purpose, isGuarded] : folders)
+        for (const auto& [title, url, purpose, isGuarded, family] : folders)
             text += title + " " + url.native() + " " + std::string(rawValue(purpose))
-                    + (isGuarded ? " guarded\n" : "\n");
+                    + (isGuarded ? " guarded" : "") + (family ? " family\n" : "\n");
         return text;
     };
     EXPECT_EQ(shown(RecommendedFolder::ofMac("/h")),
@@ -28,13 +28,18 @@ TEST(RecommendedFolder, ListsTheFoldersOfEachSystem) {
     const auto home = folder.path().native();
     const auto environment = [](const char*) { return std::nullopt; };
     EXPECT_EQ(shown(RecommendedFolder::ofLinux(home, environment)),
-              "Downloads " + home + "/Downloads storage\n" + "Documents " + home
-                  + "/Documents storage\n" + "Trash " + home
+              "Applications /usr/share/applications applications family\nDownloads " + home
+                  + "/Downloads storage\nDocuments " + home + "/Documents storage\n" + "Trash "
+                  + home
                   + "/.local/share/Trash/files storage\n"
-                    "Optional software /opt storage\nLocal software /usr/local storage\n");
+                    "Optional software /opt storage\nLocal software /usr/local storage\n"
+                    "Your background agents /etc/xdg/autostart launchAgents family\n"
+                    "System background daemons /etc/systemd/system launchDaemons family\n");
+    folder.makeFolder(".config/autostart");
+    EXPECT_EQ(RecommendedFolder::ofLinux(home, environment)[6].url, home + "/.config/autostart");
     folder.write(".config/user-dirs.dirs",
                  "XDG_DOWNLOAD_DIR=\"$HOME/Téléchargements\"\nXDG_DOCUMENTS_DIR=\"/d\"\n");
     const auto folders = RecommendedFolder::ofLinux(home, environment);
-    EXPECT_EQ(folders[0].url, home + "/Téléchargements");
-    EXPECT_EQ(folders[1].url, "/d");
+    EXPECT_EQ(folders[1].url, home + "/Téléchargements");
+    EXPECT_EQ(folders[2].url, "/d");
 }

@@ -20,18 +20,21 @@ namespace {
 MetadataReport cellarReport(const fs::path& cellar, double secondsPerLook = 0,
                             const std::stop_token& stop = {}) {
     ManualClock clock(secondsPerLook);
-    return AdditionalObservations::collect(true, false, {}, "/nowhere", clock, stop, {cellar})
+    return AdditionalObservations::collect(true, false, {},
+                                           {.cellars = {cellar}, .diagnostics = {}}, clock, stop)
         .at(0);
 }
 
-MetadataReport diagnosticReport(const fs::path& home) {
+MetadataReport diagnosticReport(const fs::path& folder) {
     ManualClock clock;
-    return AdditionalObservations::collect(false, true, {}, home, clock).at(0);
+    return AdditionalObservations::collect(false, true, {},
+                                           {.cellars = {}, .diagnostics = {folder}}, clock)
+        .at(0);
 }
 
 MetadataReport configurationReport(const fs::path& path) {
     ManualClock clock;
-    return AdditionalObservations::collect(false, false, {path}, "/nowhere", clock).at(0);
+    return AdditionalObservations::collect(false, false, {path}, {}, clock).at(0);
 }
 
 MetadataReport failed(const fs::path& scope) {
@@ -47,17 +50,16 @@ MetadataReport failed(const fs::path& scope) {
 TEST(AdditionalObservations, ReportsCellarsThenDiagnosticsThenFiles) {
     const TemporaryFolder folder;
     ManualClock clock;
-    const auto reports =
-        AdditionalObservations::collect(true, true, {folder / "b", folder / "a"}, folder / "home",
-                                        clock, {}, {folder / "two", folder / "one"});
+    const auto reports = AdditionalObservations::collect(
+        true, true, {folder / "b", folder / "a"},
+        {.cellars = {folder / "two", folder / "one"}, .diagnostics = {folder / "reports"}}, clock);
     std::vector<std::string> scopes;
     for (const auto& report : reports) {
         EXPECT_EQ(report, (MetadataReport{report.scope, {}, true, {}})) << "nothing exists there";
         scopes.push_back(report.scope.substr(folder.path().native().size() + 1));
     }
-    EXPECT_EQ(scopes, (std::vector<std::string>{"two", "one", "home/Library/Logs/DiagnosticReports",
-                                                "b", "a"}));
-    EXPECT_TRUE(AdditionalObservations::collect(false, false, {}, "/", clock).empty());
+    EXPECT_EQ(scopes, (std::vector<std::string>{"two", "one", "reports", "b", "a"}));
+    EXPECT_TRUE(AdditionalObservations::collect(false, false, {}, {}, clock).empty());
 }
 
 TEST(AdditionalObservations, ListsInstalledVersionsOfFormulas) {
@@ -111,7 +113,7 @@ TEST(AdditionalObservations, ReportsNothingFromAnIncompleteListing) {
 
 TEST(AdditionalObservations, ReadsTheNameOfADiagnosticReport) {
     const TemporaryFolder home;
-    const fs::path reports = "Library/Logs/DiagnosticReports";
+    const fs::path reports = "reports";
     struct Case {
         const char* name;
         const char* type;
@@ -124,17 +126,19 @@ TEST(AdditionalObservations, ReadsTheNameOfADiagnosticReport) {
         {"Xcode-2024-05-01-120000.ips", "Diagnostic report", "Xcode"},
         {"Xcode_2024_05_01.crash", "Crash report", "Xcode"},
         {"a b-2024_05-01.SPIN", "Sample report", "a b"},
+        {"core.my.tool.1000.0123456789abcdef0123456789abcdef.42.1700000000000000.zst",
+         "Crash report", "my.tool"},
         {"short-2024-05-1.ips", "Diagnostic report", {}},
         {"stacks.ips", "Diagnostic report", {}},
     };
     for (const auto& each : cases)
         home.write((reports / each.name).native(), "");
-    for (const char* unseen : {"a.diag", "a.txt", "ips", ".hidden.ips"})
+    for (const char* unseen : {"a.diag", "a.txt", "ips", ".hidden.ips", "core.tool.1000.42"})
         home.write((reports / unseen).native(), "");
     home.makeFolder((reports / "folder.ips").native());
     fs::create_symlink(home / "file", home.path() / reports / "link.ips");
 
-    const auto report = diagnosticReport(home.path());
+    const auto report = diagnosticReport(home.path() / reports);
 
     ASSERT_EQ(report.items->size(), std::size(cases));
     for (std::size_t i = 0; i < std::size(cases); ++i) {
@@ -157,9 +161,8 @@ TEST(AdditionalObservations, ReportsTheDigestOfAConfigurationFile) {
     auto unread = test::report(file.native(), {});
     unread.complete = false;
     unread.issue = "Selected file read failed: " + file.native();
-    EXPECT_EQ(
-        AdditionalObservations::collect(false, false, {file}, "/nowhere", clock, stop.get_token()),
-        std::vector{unread});
+    EXPECT_EQ(AdditionalObservations::collect(false, false, {file}, {}, clock, stop.get_token()),
+              std::vector{unread});
     EXPECT_EQ(configurationReport(file),
               test::report(file.native(), {{ObservedMetadata::Kind::configuration,
                                             file.native(),

@@ -271,27 +271,3 @@ TEST(ApplicationsCollector, ReadsAnyNameAndReportsOverlappingRootsTwice) {
     }
     EXPECT_TRUE(inventory.issues.empty());
 }
-
-TEST(ApplicationsCollector, ReadsAnotherFormat) {
-    const TemporaryFolder folder;
-    makeBundle(folder, "A.app");
-    folder.write("tools/b.desktop", "[Desktop Entry]");
-    const ApplicationFormat formats[] = {
-        ApplicationsCollector::formats[0],
-        {[](const FolderEntry& entry) {
-             return entry.kind == FolderEntry::Kind::regular && entry.extension() == "desktop";
-         },
-         [](const FolderEntry& entry, const ReadingBudget&) {
-             return std::optional(Application{.bundleID = entry.read(100),
-                                              .name = {},
-                                              .version = {},
-                                              .build = {},
-                                              .path = entry.pathText(),
-                                              .modified = {}});
-         }},
-    };
-    ManualClock clock;
-    const auto inventory = ApplicationsCollector::collect({folder.path()}, clock, {}, formats);
-    ASSERT_EQ(pathsBelow(inventory, folder), "A.app tools/b.desktop");
-    EXPECT_EQ(inventory.items[1]->bundleID, "[Desktop Entry]");
-}

@@ -38,7 +38,8 @@ struct Observer : testing::Test {
     TemporaryFolder folder;
     ManualClock clock;
     ComponentStorageScanner scanner{"", 1'000'000, clock};
-    ObservationOptions options{std::vector{folder / "none"}, std::vector<BackgroundRoot>{}};
+    ObservationOptions options{std::vector<ApplicationRoot>{folder / "none"},
+                               std::vector<BackgroundRoot>{}};
     std::stop_source stopping;
     Lines phases;
     std::function<void(const std::string&)> onPhase = [](const auto&) {};
@@ -371,7 +372,7 @@ TEST_F(Observer, StopsInAnyPhase) {
         EXPECT_EQ(timings(snapshot), expected) << at;
         EXPECT_EQ(phases.back(), "Saving Observation…");
         EXPECT_EQ(phases.size(), 5U);
-        EXPECT_EQ(snapshot.coverage.applicationRoots.size(), expected[0] == all ? 1U : 0U);
+        EXPECT_EQ(snapshot.coverage.applicationRoots->size(), expected[0] == all ? 1U : 0U);
     }
 }
 

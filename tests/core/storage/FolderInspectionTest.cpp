@@ -118,7 +118,7 @@ TEST(FolderInspectionNode, UsesTheBestRecordOfASnapshot) {
     EXPECT_EQ(partial.recordedSubtotal, 11);
     EXPECT_TRUE(partial.issue->starts_with("≥ shows the subtotal"));
     EXPECT_EQ(partial.children->size(), 2U);
-    snapshot.coverage.applicationRoots = {"/r", "/rest"};
+    snapshot.coverage.applicationRoots.emplace({"/r", "/rest"});
     EXPECT_EQ(Node::recorded("/r", snapshot).bytes, 11);
     EXPECT_TRUE(Node::recorded("/r", snapshot).issue->starts_with("Application bundles only;"));
     EXPECT_FALSE(Node::recorded("/rest", snapshot).bytes) << "one is not measured";

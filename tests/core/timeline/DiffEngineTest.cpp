@@ -67,8 +67,8 @@ TEST(DiffEngine, ComparesApplications) {
     const auto reading = [](const Paths& was, const Paths& is, const auto& arrange) {
         return [=](Snapshot& before, Snapshot& after) {
             arrange(before, after);
-            before.coverage.applicationRoots = was;
-            after.coverage.applicationRoots = is;
+            before.coverage.applicationRoots.emplace(Paths(was));
+            after.coverage.applicationRoots.emplace(Paths(is));
         };
     };
     const auto excluding = [](const Paths& was, const Paths& is, const auto& arrange) {
@@ -161,7 +161,7 @@ TEST(DiffEngine, ComparesBackgroundItems) {
         {"root became unreadable",
          [](Snapshot& before, Snapshot& after) {
              before.backgroundItems = test::shared(agent("a"));
-             after.coverage.backgroundRoots.clear();
+             after.coverage.backgroundRoots.emplace({});
          },
          ""},
     });
@@ -367,7 +367,7 @@ Snapshot drawnSnapshot(unsigned number) {
         made.folders.emplace_back(std::move(size));
     }
     if (small() == 0)
-        made.coverage.applicationRoots.clear();
+        made.coverage.applicationRoots.emplace({});
     if (small() == 0)
         made.coverage.excludedPaths.emplace(
             {"/Applications/B.app", "/Library/LaunchAgents/C.plist"});

@@ -1,0 +1,130 @@
+#include "core/base/MachineFiles.h"
+
+#include "core/base/CanonicalPath.h"
+#include "core/base/Files.h"
+#include "core/base/OpenFlags.h"
+
+#include <array>
+#include <cerrno>
+#include <deque>
+#include <utility>
+
+#include <fcntl.h>
+#include <limits.h>
+#include <unistd.h>
+
+namespace tidemark {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+/// As many links as a system follows in one path.
+constexpr int mostLinks = 40;
+
+std::deque<std::string> componentsOf(const fs::path& path) {
+    std::deque<std::string> components;
+    for (const auto& component : path.relative_path())
+        if (!component.empty() && component != ".")
+            components.push_back(component.native());
+    return components;
+}
+
+/// The folder above `canonical`, opened from `top` one folder after the other.
+std::expected<FileDescriptor, int> openParent(int top, const fs::path& canonical) {
+    const int toSearch = openFlags::toSearchFolder;
+    FileDescriptor folder(::openat(top, ".", toSearch | O_DIRECTORY | O_CLOEXEC));
+    for (const auto& name : componentsOf(canonical.parent_path())) {
+        if (!folder)
+            break;
+        if (name == "..")
+            return std::unexpected(EINVAL);
+        folder = FileDescriptor(
+            ::openat(folder.get(), name.c_str(), toSearch | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
+    }
+    if (!folder)
+        return std::unexpected(errno);
+    return folder;
+}
+
+/// What the link `name` of an open folder says; empty for what is no link.
+std::string linkText(int folder, const std::string& name) {
+    std::array<char, PATH_MAX> text;
+    const ssize_t length = ::readlinkat(folder, name.c_str(), text.data(), text.size());
+    return length > 0 ? std::string(text.data(), static_cast<std::size_t>(length)) : std::string();
+}
+
+fs::path resolvedBelow(int top, const fs::path& path) {
+    fs::path resolved = "/";
+    auto rest = componentsOf(path);
+    int links = 0;
+    while (!rest.empty()) {
+        const std::string name = std::move(rest.front());
+        rest.pop_front();
+        if (name == "..") {
+            resolved = resolved.parent_path();
+            continue;
+        }
+        const auto folder = openParent(top, resolved / name);
+        const std::string text = folder ? linkText(folder->get(), name) : std::string();
+        // A circle of links leads nowhere, like a link that is missing.
+        if (text.empty() || ++links > mostLinks) {
+            resolved /= name;
+            continue;
+        }
+        if (text.starts_with('/'))
+            resolved = "/";
+        auto target = componentsOf(text);
+        rest.insert(rest.begin(), target.begin(), target.end());
+    }
+    return resolved;
+}
+
+} // namespace
+
+MachineFiles MachineFiles::below(const fs::path& root) {
+    MachineFiles files;
+    files.root = canonicalPath(root);
+    FileDescriptor opened(
+        ::open(files.root.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
+    if (!opened)
+        throw FileError::ofSystem(files.root, "could not be opened", errno);
+    files.top = std::make_shared<const FileDescriptor>(std::move(opened));
+    return files;
+}
+
+fs::path MachineFiles::canonical(const fs::path& path) const {
+    return top ? resolvedBelow(top->get(), path) : canonicalPath(path);
+}
+
+std::expected<FileDescriptor, int> MachineFiles::open(const fs::path& canonical, int flags) const {
+    flags |= O_NOFOLLOW | O_CLOEXEC;
+    FileDescriptor opened;
+    if (!top) {
+        opened = FileDescriptor(::open(canonical.c_str(), flags));
+    } else {
+        const auto folder = openParent(top->get(), canonical);
+        if (!folder)
+            return std::unexpected(folder.error());
+        const auto name = canonical.has_filename() ? canonical.filename() : fs::path(".");
+        if (name == "..")
+            return std::unexpected(EINVAL);
+        opened = FileDescriptor(::openat(folder->get(), name.c_str(), flags));
+    }
+    if (!opened)
+        return std::unexpected(errno);
+    return opened;
+}
+
+std::string MachineFiles::read(const fs::path& path, std::size_t limit) const {
+    const auto file = open(canonical(path), O_RDONLY | O_NONBLOCK);
+    if (!file)
+        throw FileError::ofSystem(path, "could not be read", file.error());
+    return readFile(*file, path, limit);
+}
+
+fs::path MachineFiles::outside(const fs::path& canonical) const {
+    return top ? root / canonical.relative_path() : canonical;
+}
+
+} // namespace tidemark

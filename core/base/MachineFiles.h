@@ -1,0 +1,61 @@
+#pragma once
+
+#include "core/base/FileDescriptor.h"
+
+#include <cstddef>
+#include <expected>
+#include <filesystem>
+#include <memory>
+#include <string>
+
+namespace tidemark {
+
+/// The files of a machine: of the one that the program runs on, or of one whose root folder is
+/// mounted or unpacked somewhere else, such as an image, a container or a backup.
+///
+/// Every path given here, and every path returned but for `outside`, is one of that machine: "/etc"
+/// is its own, wherever it lies. Of a machine elsewhere, links are resolved as it would resolve
+/// them itself, an absolute one from its root folder and ".." never above that; and folders are
+/// opened one by one from its root folder, without following a link. So nothing outside of it is
+/// ever opened, even when somebody replaces a folder by a link in between.
+///
+/// A value that is cheap to copy. Any thread.
+class MachineFiles {
+public:
+    /// The machine that the program runs on.
+    MachineFiles() = default;
+    /// The machine whose "/" is the folder `root`. Throws `FileError` when that can't be opened.
+    static MachineFiles below(const std::filesystem::path& root);
+
+    /// Whether this is another machine than the one that the program runs on.
+    bool isElsewhere() const { return static_cast<bool>(top); }
+
+    /// The absolute path with links, "." and ".." resolved and no slash at the end; of a path that
+    /// does not exist, the part that can be resolved is. `canonicalPath` for the machine itself.
+    std::filesystem::path canonical(const std::filesystem::path& path) const;
+
+    /// Opens what stands at a canonical path, with `flags` of open(2); `O_NOFOLLOW` and `O_CLOEXEC`
+    /// are added. Without `O_NONBLOCK` this may wait for a FIFO. The error is that of `errno`:
+    /// ENOENT for what is missing, ELOOP or ENOTDIR for a link.
+    std::expected<FileDescriptor, int> open(const std::filesystem::path& canonical,
+                                            int flags) const;
+
+    /// The bytes of a regular file of at most `limit` bytes, links in its path resolved. Never
+    /// waits on a FIFO or a device. Throws `FileError`.
+    std::string read(const std::filesystem::path& path, std::size_t limit) const;
+
+    /// Where a path lies for the process, for a library that opens nothing but paths. The links in
+    /// `canonical` must have been resolved; one that is made later would be followed.
+    std::filesystem::path outside(const std::filesystem::path& canonical) const;
+
+    /// The same machine, by the path of its root folder.
+    bool operator==(const MachineFiles& other) const { return root == other.root; }
+
+private:
+    /// Empty for the machine that the program runs on.
+    std::filesystem::path root;
+    /// The root folder, held open.
+    std::shared_ptr<const FileDescriptor> top;
+};
+
+} // namespace tidemark

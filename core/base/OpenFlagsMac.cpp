@@ -1,0 +1,9 @@
+#include "core/base/OpenFlags.h"
+
+#include <fcntl.h>
+
+namespace tidemark {
+
+const int openFlags::toSearchFolder = O_SEARCH;
+
+} // namespace tidemark

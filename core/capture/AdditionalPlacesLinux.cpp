@@ -1,0 +1,48 @@
+#include "core/capture/AdditionalPlaces.h"
+
+namespace tidemark {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+/// Files that a login or a shell runs, below the home.
+constexpr const char* ofUser[] = {
+    ".profile",   ".bash_profile",    ".bash_login", ".bashrc",
+    ".zprofile",  ".zshrc",           ".zshenv",     ".config/fish/config.fish",
+    ".gitconfig", ".pam_environment",
+};
+/// What a folder holds that is too wide to be observed whole, and single files.
+constexpr const char* ofSystem[] = {"/etc/crontab", "/etc/anacrontab", "/etc/profile",
+                                    "/etc/environment"};
+constexpr const char* foldersOfSystem[] = {"/etc/modules-load.d", "/etc/udev/rules.d",
+                                           "/etc/profile.d", "/etc/environment.d"};
+
+} // namespace
+
+AdditionalPlaces AdditionalPlaces::standard(const fs::path&) {
+    return {.cellars = {"/home/linuxbrew/.linuxbrew/Cellar"},
+            .diagnostics = {"/var/crash", "/var/lib/systemd/coredump"}};
+}
+
+std::vector<fs::path> AdditionalPlaces::suggestedConfigurations(const fs::path& home) {
+    std::vector<fs::path> files;
+    std::error_code error;
+    const auto add = [&](const fs::path& file) {
+        if (fs::symlink_status(file, error).type() == fs::file_type::regular)
+            files.push_back(file);
+    };
+    for (const char* name : ofUser)
+        add(home / name);
+    for (const char* file : ofSystem)
+        add(file);
+    for (const char* folder : foldersOfSystem) {
+        // A folder that can't be listed offers nothing.
+        fs::directory_iterator entries(folder, error);
+        for (; !error && entries != fs::directory_iterator(); entries.increment(error))
+            add(entries->path());
+    }
+    return files;
+}
+
+} // namespace tidemark

@@ -1,0 +1,27 @@
+#pragma once
+
+#include "core/capture/InventoryRoots.h"
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+/// Which of several desktop entries with one identifier is the application.
+///
+/// A desktop shows the one in the most preferred folder. Here it is the one in the least preferred,
+/// the vendor's: a menu editor writes a whole copy into the user's folder, and if that took over,
+/// the vendor's would seem to be removed and the copy installed.
+namespace tidemark::ApplicationPrecedence {
+
+struct Candidate {
+    std::string identifier;
+    RootFamily family = RootFamily::any;
+    /// The place of its root, the most preferred first.
+    std::size_t root = 0;
+};
+
+/// For each candidate whether another one is the application. Applications of other families
+/// stand for themselves, however many have one identifier.
+std::vector<bool> overridden(const std::vector<Candidate>& candidates);
+
+} // namespace tidemark::ApplicationPrecedence

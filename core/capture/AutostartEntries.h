@@ -1,0 +1,23 @@
+#pragma once
+
+#include "core/base/MachineFiles.h"
+#include "core/capture/FamilyDefinitions.h"
+#include "core/capture/ProgramPaths.h"
+#include "core/capture/RootReading.h"
+
+#include <filesystem>
+#include <vector>
+
+/// Programs that a desktop session starts: files "….desktop" in the folders of the Desktop
+/// Application Autostart Specification.
+namespace tidemark::AutostartEntries {
+
+/// Reads the folders, the most preferred first, each with its reading. A file that disables what
+/// has its name in a less preferred folder is the state of that, and no definition of its own; one
+/// that replaces it is one of its own. For which desktops an entry is meant, and whether its
+/// program is there, says nothing about whether it is defined.
+FamilyDefinitions read(const MachineFiles& machine,
+                       const std::vector<std::filesystem::path>& folders,
+                       std::vector<RootReading>& readings, const ProgramPaths& programs);
+
+} // namespace tidemark::AutostartEntries

@@ -1,0 +1,26 @@
+#pragma once
+
+#include "core/base/MachineFiles.h"
+#include "core/capture/BackgroundDefinition.h"
+#include "core/capture/FolderListing.h"
+#include "core/capture/ProgramPaths.h"
+
+/// What cron(8) runs for the system: tables of commands with their times in a folder such as
+/// /etc/cron.d, and scripts in folders that say how often, such as /etc/cron.daily.
+namespace tidemark::CronDefinition {
+
+/// By the rule of cron and run-parts(8): a name of nothing but letters, digits, "_" and "-". So
+/// files that a package manager keeps beside another, such as "x.dpkg-old", are left out.
+bool recognises(const FolderEntry& entry);
+
+/// All jobs of a table as one item. A line that is no comment, no assignment and no job makes the
+/// whole table unreadable.
+BackgroundDefinition::Result readTable(const FolderEntry& table, const ProgramPaths& programs);
+
+/// A script, of which nothing but its name and whether it may be executed is read.
+BackgroundDefinition::Result readScript(const FolderEntry& script, const ProgramPaths& programs);
+
+/// Whether the machine keeps tables of its users, which only a program of cron itself may read.
+bool hasPersonalTables(const MachineFiles& machine);
+
+} // namespace tidemark::CronDefinition

@@ -1,0 +1,29 @@
+#pragma once
+
+#include "core/base/KeyFile.h"
+#include "core/capture/ApplicationFormat.h"
+
+/// An application as a desktop entry: a file whose name ends in ".desktop", in a folder
+/// "applications" (Desktop Entry Specification 1.5). The version is that of the package which the
+/// file belongs to, or of the snap that the entry names.
+///
+/// What depends on the session (`OnlyShowIn`, `TryExec`) or the language is ignored, so that the
+/// inventory is the same for every session.
+namespace tidemark::DesktopEntry {
+
+inline constexpr std::string_view group = "Desktop Entry";
+
+/// True for a file in a root of desktop entries, its name ending in ".desktop" written just so.
+bool recognises(const FolderEntry& entry, RootFamily family);
+
+/// No application: another type than "Application", and what is hidden or not displayed, which are
+/// mostly parts of other programs. Unreadable: no such file of keys, or one without a name.
+ApplicationReading read(const FolderEntry& entry, const ApplicationSurroundings& where);
+
+/// The same of the bytes of the file, without identifier and version.
+ApplicationReading described(std::string bytes, const FolderEntry& entry);
+
+/// The identifier of an entry: its path below the root, "/" as "-", without ".desktop".
+std::string identifier(const std::filesystem::path& path, const std::filesystem::path& root);
+
+} // namespace tidemark::DesktopEntry

@@ -1,0 +1,53 @@
+#pragma once
+
+#include "core/records/BackgroundItem.h"
+
+#include <filesystem>
+#include <utility>
+
+namespace tidemark {
+
+/// What the names in a folder mean: ".service" is a unit in one folder and an activation file in
+/// another, ".desktop" an application in one and a start-up entry in another. A root of an
+/// inventory therefore says its family, and each format says the families that it is read in.
+enum class RootFamily {
+    /// What any folder may hold: bundles, and property lists of jobs.
+    any,
+    /// Desktop entries below a folder "applications" (desktop-entry-spec).
+    desktopEntries,
+    /// A folder per application with what is installed of it (flatpak-installation(5)).
+    flatpaks,
+    /// AppImages, and bundles, that the user put there.
+    ownApplications,
+    /// Units of the manager of one user, and of the manager of the system (systemd.unit(5)).
+    userUnits,
+    systemUnits,
+    /// Desktop entries that a session starts (autostart-spec).
+    autostart,
+    /// Tables of commands, as /etc/cron.d, and scripts, as /etc/cron.daily (cron(8)).
+    cronTables,
+    cronScripts,
+};
+
+/// A folder searched for applications.
+struct ApplicationRoot {
+    std::filesystem::path path;
+    RootFamily family = RootFamily::any;
+
+    /// Also by a path alone, of a folder that belongs to no family.
+    ApplicationRoot(std::filesystem::path folder, RootFamily holds = RootFamily::any)
+        : path(std::move(folder)), family(holds) {}
+
+    bool operator==(const ApplicationRoot&) const = default;
+};
+
+/// A folder of definitions and the kind of item that it yields.
+struct BackgroundRoot {
+    std::filesystem::path path;
+    BackgroundItem::Kind kind = BackgroundItem::Kind::agent;
+    RootFamily family = RootFamily::any;
+
+    bool operator==(const BackgroundRoot&) const = default;
+};
+
+} // namespace tidemark

@@ -1,0 +1,13 @@
+#pragma once
+
+#include <optional>
+#include <string_view>
+
+/// Spans of time as systemd.time(7) writes them: "15min", "1h 30min", "2.5 s", a bare number of
+/// seconds.
+namespace tidemark::TimeSpan {
+
+/// In seconds. Absent for what is no span, and for "infinity".
+std::optional<double> seconds(std::string_view text);
+
+} // namespace tidemark::TimeSpan

@@ -1,0 +1,110 @@
+#pragma once
+
+#include "core/base/KeyFile.h"
+#include "core/base/MachineFiles.h"
+#include "core/capture/FolderListing.h"
+#include "core/capture/RootReading.h"
+
+#include <filesystem>
+#include <map>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tidemark {
+
+/// What the unit folders of one manager hold, the system's or a user's (systemd.unit(5)). Files
+/// give units, drop-ins change them, links enable, mask and rename them; which of them holds
+/// depends on all folders together. So all are read first, in one pass, and a unit is looked up
+/// here afterwards without a look at the disk.
+struct UnitFolders {
+    /// A file that defines a unit, or masks those of its name in less preferred folders.
+    struct Fragment {
+        /// Index of its folder, 0 being the most preferred one.
+        std::size_t folder = 0;
+        std::filesystem::path path;
+        bool isMask = false;
+        /// Absent for a mask and for a file that can't be read.
+        std::optional<KeyFile> content{};
+    };
+    /// A file "….conf" in a folder such as "ssh.service.d".
+    struct DropIn {
+        std::size_t folder = 0;
+        std::string name;
+        bool isMask = false;
+        std::optional<KeyFile> content{};
+        /// Of a link that is no mask. What it leads to is not read.
+        std::string linkText{};
+    };
+    /// A link that enables a unit: one in a folder such as "multi-user.target.wants"; or one of an
+    /// administrator or a user that gives it a further name, which is all that enabling does to
+    /// some units, such as a display manager.
+    struct Enablement {
+        std::filesystem::path path;
+        /// It lies in a folder of the distribution, not of an administrator or a user.
+        bool isVendors = false;
+    };
+
+    /// By name of the unit, the most preferred folder first.
+    std::map<std::string, std::vector<Fragment>, std::less<>> fragments;
+    /// By name of their folder without ".d"; the most preferred folder first.
+    std::map<std::string, std::vector<DropIn>, std::less<>> dropIns;
+    /// By name of the enabled unit.
+    std::map<std::string, std::vector<Enablement>, std::less<>> enablements;
+    /// Further names of units, and the name of the file that each leads to.
+    std::map<std::string, std::string, std::less<>> aliases;
+    /// Links to unit files in other folders. They are not followed.
+    std::vector<std::filesystem::path> linkedUnits;
+};
+
+/// The words of unit names.
+namespace UnitName {
+
+/// A unit that can be an item: a service, or what starts one at a time or an event.
+bool isOfItem(std::string_view name);
+/// ".service" and the like, with the dot; empty for what is no unit.
+std::string_view suffix(std::string_view name);
+std::string_view withoutSuffix(std::string_view name);
+/// "x@.service", of which units are made by adding something behind the "@".
+bool isTemplate(std::string_view name);
+/// "x@.service" for "x@y.service"; empty for what is no instance.
+std::string templateOf(std::string_view name);
+
+} // namespace UnitName
+
+/// Whether a folder of units belongs to the distribution, by its path.
+bool isVendorsUnitFolder(const std::filesystem::path& folder);
+
+/// Reads the folders of one manager, each once.
+class UnitFoldersReader {
+public:
+    /// All folders of the manager, the most preferred first, by canonical paths.
+    UnitFoldersReader(const MachineFiles& files, std::vector<std::filesystem::path> folders)
+        : machine(files), searchPath(std::move(folders)) {}
+
+    /// Reads the folder at `index` of the search path. Where it, or a folder in it, can't be read,
+    /// `reading` has failed and the path is returned: nothing is known then of the state of any
+    /// unit of this manager.
+    std::optional<std::filesystem::path> read(std::size_t index, RootReading& reading);
+
+    UnitFolders finish() { return std::move(found); }
+
+private:
+    void readEntry(const FolderEntry& entry, std::size_t folder, RootReading& reading);
+    void readFragment(const FolderEntry& entry, std::size_t folder, RootReading& reading);
+    void readLink(const FolderEntry& entry, std::size_t folder);
+    void readEnablements(const FolderEntry& entry, std::size_t folder, RootReading& reading);
+    void readDropIns(const FolderEntry& entry, std::size_t folder, RootReading& reading);
+    void forEachIn(const FolderEntry& folder, RootReading& reading, auto visit);
+    bool isInSearchPath(const std::filesystem::path& folder);
+
+    const MachineFiles& machine;
+    std::vector<std::filesystem::path> searchPath;
+    /// What was asked about folders that links lead to.
+    std::map<std::filesystem::path, bool> knownFolders;
+    std::optional<std::filesystem::path> unreadable;
+    UnitFolders found;
+};
+
+} // namespace tidemark

@@ -1,0 +1,19 @@
+#pragma once
+
+#include "core/base/MachineFiles.h"
+#include "core/capture/FamilyDefinitions.h"
+#include "core/capture/ProgramPaths.h"
+#include "core/capture/RootReading.h"
+
+#include <filesystem>
+#include <vector>
+
+/// The units of one manager, the system's or a user's (systemd.unit(5)), as definitions.
+namespace tidemark::UnitItems {
+
+/// Reads the folders, the most preferred first, each with its reading.
+FamilyDefinitions read(const MachineFiles& machine,
+                       const std::vector<std::filesystem::path>& folders,
+                       std::vector<RootReading>& readings, const ProgramPaths& programs);
+
+} // namespace tidemark::UnitItems

@@ -1,0 +1,30 @@
+#pragma once
+
+#include "core/base/Date.h"
+#include "core/base/JsonWriter.h"
+
+#include <string>
+#include <string_view>
+
+namespace tidemark {
+
+/// A report of installations in the making, in the shape that `InstallationHistory::parse` reads.
+class InstallationReport {
+public:
+    InstallationReport();
+    InstallationReport(const InstallationReport&) = delete;
+    InstallationReport& operator=(const InstallationReport&) = delete;
+
+    /// `isAutomatic` for a package that was installed because others need it.
+    void add(std::string_view name, std::string_view version, Date date, bool isAutomatic);
+    /// Adds an entry that can't be understood, which is counted.
+    void addUnreadable();
+    /// The whole report. Nothing can be added any more.
+    std::string finish();
+
+private:
+    std::string text;
+    json::JsonWriter out;
+};
+
+} // namespace tidemark

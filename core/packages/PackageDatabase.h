@@ -1,0 +1,44 @@
+#pragma once
+
+#include "core/base/MachineFiles.h"
+#include "core/packages/PackageOwner.h"
+#include "core/system/StorageFileMetadata.h"
+
+#include <expected>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace tidemark {
+
+/// What a package manager recorded about its packages, at one point in time.
+class PackageDatabase {
+public:
+    PackageDatabase() = default;
+    virtual ~PackageDatabase() = default;
+    PackageDatabase(const PackageDatabase&) = delete;
+    PackageDatabase& operator=(const PackageDatabase&) = delete;
+
+    /// The owner of the file at a path without links.
+    virtual Ownership owner(const std::string& path) = 0;
+    /// Closes open files; the next call of `owner` opens them again.
+    virtual void rest() {}
+};
+
+/// The versions of the files that change with a database. Equal states have equal contents. For a
+/// file whose status can't be read, the `errno`. Empty when the machine has no such database.
+using DatabaseState = std::vector<std::expected<FileVersion, int>>;
+
+/// The state of these files; empty when there is none of them.
+DatabaseState stateOf(const MachineFiles& machine, const std::vector<std::string>& paths);
+
+/// Paths of the folders whose files are looked up. A database may leave out all other files.
+using OwnedFolders = std::vector<std::string>;
+
+/// One form of database. There is a source file for each, with a function that returns its row.
+struct PackageDatabaseForm {
+    DatabaseState (*state)(const MachineFiles&);
+    std::unique_ptr<PackageDatabase> (*open)(const MachineFiles&, const OwnedFolders&);
+};
+
+} // namespace tidemark

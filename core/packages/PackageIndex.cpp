@@ -1,0 +1,80 @@
+#include "core/packages/PackageIndex.h"
+
+#include "core/base/Text.h"
+#include "core/packages/DpkgDatabase.h"
+#include "core/packages/ListedPackages.h"
+#include "core/packages/PacmanDatabase.h"
+#include "core/packages/RpmDatabase.h"
+
+#include <algorithm>
+#include <iterator>
+
+namespace tidemark {
+
+namespace {
+
+/// A machine can have several: the tools of rpm run on Debian, too.
+using Form = PackageDatabaseForm (*)();
+constexpr Form forms[] = {DpkgDatabase::form, PacmanDatabase::form, RpmDatabase::form};
+
+/// Packages install nothing here (file-hierarchy(7)). So a damaged database does not affect the
+/// applications that users installed themselves.
+constexpr std::string_view foldersOfUsers[] = {"/home", "/root", "/usr/local", "/var/home"};
+
+bool isBelowAny(std::string_view path, const auto& folders) {
+    return std::ranges::any_of(folders,
+                               [&](std::string_view folder) { return isBelow(path, folder); });
+}
+
+} // namespace
+
+PackageIndex::Reading PackageIndex::read(const MachineFiles& of, const OwnedFolders& asked) {
+    return {*this, of, asked};
+}
+
+void PackageIndex::refresh(const MachineFiles& of, const OwnedFolders& asked) {
+    if (databases.empty() || !(machine == of) || folders != asked) {
+        machine = of;
+        folders = asked;
+        databases.clear();
+        for (const Form form : forms)
+            databases.push_back({form(), {}, nullptr});
+    }
+    for (auto& each : databases)
+        if (auto now = each.form.state(machine); now != each.state)
+            each = {each.form, std::move(now), nullptr};
+}
+
+Ownership PackageIndex::owner(const std::string& path) {
+    if (!isBelowAny(path, folders) || isBelowAny(path, foldersOfUsers))
+        return std::nullopt;
+    Ownership answer = std::nullopt;
+    for (auto& each : databases) {
+        if (each.state.empty())
+            continue;
+        if (!each.database)
+            open(each);
+        const auto found = each.database->owner(path);
+        if (!found)
+            answer = found;
+        else if (*found)
+            return found;
+    }
+    return answer;
+}
+
+void PackageIndex::open(Kept& kept) const {
+    kept.database = kept.form.open(machine, folders);
+    // The database was written while it was read, so what was read may be inconsistent. The next
+    // `read` sees another state and opens it again.
+    if (kept.form.state(machine) != kept.state)
+        kept.database = std::make_unique<UnreadablePackages>(PackageFailure::unreadable);
+}
+
+void PackageIndex::rest() {
+    for (auto& each : databases)
+        if (each.database)
+            each.database->rest();
+}
+
+} // namespace tidemark

@@ -1,0 +1,62 @@
+#pragma once
+
+#include "core/packages/PackageDatabase.h"
+
+#include <mutex>
+
+namespace tidemark {
+
+/// Which package owns a file, by the databases of a machine's package managers, read as files: no
+/// tool is run. The lists are long and change rarely: the owner keeps this object from one
+/// capture to the next, and a database is read again only after a change.
+///
+/// Any thread may call `read`; it waits until the previous reading is destroyed.
+class PackageIndex {
+public:
+    class Reading;
+
+    /// Checks which databases have changed, for lookups of files below `folders` (paths without
+    /// links).
+    Reading read(const MachineFiles& machine, const OwnedFolders& folders);
+
+private:
+    struct Kept {
+        PackageDatabaseForm form;
+        DatabaseState state;
+        /// Read in that state; null until the first lookup.
+        std::unique_ptr<PackageDatabase> database;
+    };
+
+    void refresh(const MachineFiles& of, const OwnedFolders& asked);
+    Ownership owner(const std::string& path);
+    void open(Kept& kept) const;
+    void rest();
+
+    std::mutex mutex;
+    MachineFiles machine;
+    OwnedFolders folders;
+    std::vector<Kept> databases;
+};
+
+/// Lookups in the databases. Closes them when it is destroyed.
+class PackageIndex::Reading {
+public:
+    ~Reading() { index.rest(); }
+    Reading(const Reading&) = delete;
+    Reading& operator=(const Reading&) = delete;
+
+    /// The owner of the file at a path without links; none for a file outside of the folders.
+    Ownership owner(const std::string& path) { return index.owner(path); }
+
+private:
+    friend PackageIndex;
+    Reading(PackageIndex& asked, const MachineFiles& machine, const OwnedFolders& folders)
+        : index(asked), lock(asked.mutex) {
+        index.refresh(machine, folders);
+    }
+
+    PackageIndex& index;
+    std::unique_lock<std::mutex> lock;
+};
+
+} // namespace tidemark

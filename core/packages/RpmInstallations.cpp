@@ -1,0 +1,118 @@
+#include "core/packages/RpmInstallations.h"
+
+#include "core/packages/RpmDatabase.h"
+#include "core/packages/RpmHeader.h"
+#include "core/packages/SqliteFile.h"
+
+#include <cstring>
+#include <set>
+
+namespace tidemark::RpmInstallations {
+
+namespace {
+
+/// For a machine with tens of thousands of transactions.
+constexpr int mostSteps = 100'000'000;
+/// Keys of other makers are recorded like packages.
+constexpr std::string_view keyPackage = "gpg-pubkey";
+
+struct History {
+    const char* path;
+    const char* question;
+};
+/// A name and the reason of its last change last. Those looked for are "dependency", 1, and "weak
+/// dependency", 4.
+constexpr History histories[] = {
+    {"/var/lib/dnf/history.sqlite",
+     "SELECT rpm.name, trans_item.reason FROM trans_item JOIN rpm USING (item_id) "
+     "ORDER BY trans_item.id"},
+    {"/usr/lib/sysimage/libdnf5/transaction_history.sqlite",
+     "SELECT pkg_names.name, trans_item.reason_id FROM trans_item JOIN rpm USING (item_id) "
+     "JOIN pkg_names ON pkg_names.id = rpm.name_id ORDER BY trans_item.id"},
+};
+
+/// Without a history that can be read, no package counts as automatic.
+std::set<std::string, std::less<>> automaticNames(const MachineFiles& machine) {
+    std::set<std::string, std::less<>> names;
+    for (const auto& [path, question] : histories) {
+        const SqliteFile file(machine.outside(machine.canonical(path)).native(), mostSteps);
+        const auto statement = file.prepare(question);
+        while (statement && ::sqlite3_step(statement.get()) == SQLITE_ROW) {
+            std::string name(bytesAt(statement.get(), 0));
+            const int reason = ::sqlite3_column_int(statement.get(), 1);
+            if (reason == 1 || reason == 4)
+                names.insert(std::move(name));
+            else
+                names.erase(name);
+        }
+    }
+    return names;
+}
+
+/// The number of a transaction is the second in which it began, in the byte order of the machine.
+std::optional<Date> dateOf(std::string_view key) {
+    std::uint32_t seconds = 0;
+    if (key.size() != sizeof(seconds))
+        return std::nullopt;
+    std::memcpy(&seconds, key.data(), sizeof(seconds));
+    return Date::fromUnix(seconds);
+}
+
+struct Number {
+    sqlite3_int64 package;
+    Date date;
+};
+
+/// The packages of the transactions since then; absent when the file does not answer.
+std::optional<std::vector<Number>> numbersSince(const SqliteFile& file, Date since) {
+    const auto statement = file.prepare("SELECT key, hnum FROM Installtid");
+    std::vector<Number> numbers;
+    int result = SQLITE_ERROR;
+    while (statement && (result = ::sqlite3_step(statement.get())) == SQLITE_ROW)
+        if (const auto date = dateOf(bytesAt(statement.get(), 0)); date && *date >= since)
+            numbers.push_back({::sqlite3_column_int64(statement.get(), 1), *date});
+    return result == SQLITE_DONE ? std::optional(std::move(numbers)) : std::nullopt;
+}
+
+std::expected<std::vector<Installation>, PackageFailure> readFrom(const SqliteFile& file,
+                                                                  Date since) {
+    const auto numbers = numbersSince(file, since);
+    const auto statement = file.prepare("SELECT blob FROM Packages WHERE hnum = ?");
+    if (!numbers || !statement)
+        return std::unexpected(PackageFailure::unreadable);
+    std::vector<Installation> all;
+    for (const auto& [package, date] : *numbers) {
+        ::sqlite3_reset(statement.get());
+        ::sqlite3_bind_int64(statement.get(), 1, package);
+        if (::sqlite3_step(statement.get()) != SQLITE_ROW)
+            return std::unexpected(PackageFailure::unreadable);
+        const auto header = RpmHeader::parse(bytesAt(statement.get(), 0));
+        const auto owner = header ? header->owner() : std::nullopt;
+        if (owner && owner->package != keyPackage)
+            all.push_back({*owner, date, false});
+    }
+    return all;
+}
+
+} // namespace
+
+std::expected<std::vector<Installation>, PackageFailure> read(const MachineFiles& machine,
+                                                              Date since) {
+    const auto before = RpmDatabase::form().state(machine);
+    const auto path = RpmDatabase::file(machine);
+    if (!path)
+        return before.empty() ? std::expected<std::vector<Installation>, PackageFailure>()
+                              : std::unexpected(PackageFailure::unsupported);
+    auto found =
+        readFrom(SqliteFile(machine.outside(machine.canonical(*path)).native(), mostSteps), since);
+    if (RpmDatabase::form().state(machine) != before)
+        return std::unexpected(PackageFailure::unreadable);
+    if (!found || found->empty())
+        return found;
+    const auto automatic = automaticNames(machine);
+    for (auto& each : *found)
+        each.isAutomatic = automatic.contains(each.package.package);
+    return found;
+}
+
+} // namespace tidemark::RpmInstallations

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include <sqlite3.h>
+
+namespace tidemark {
+
+/// An SQLite database of another program. Only the main file is read, without a lock and without
+/// creating files beside it: changes that are still in the write-ahead log are not seen. Only for
+/// the sources of this folder, as it shows the library.
+class SqliteFile {
+public:
+    struct EndStatement {
+        void operator()(sqlite3_stmt* statement) const { ::sqlite3_finalize(statement); }
+    };
+    using Statement = std::unique_ptr<sqlite3_stmt, EndStatement>;
+
+    /// `steps` is how many steps of SQLite's virtual machine one question may take before it is
+    /// broken off.
+    SqliteFile(const std::string& path, int steps);
+
+    /// Null when the file can't be read or has no such tables.
+    Statement prepare(const char* question) const;
+
+private:
+    struct Close {
+        void operator()(sqlite3* database) const { ::sqlite3_close(database); }
+    };
+
+    std::unique_ptr<sqlite3, Close> database;
+};
+
+/// The bytes in a column of the current row, valid until the next step of `statement`.
+std::string_view bytesAt(sqlite3_stmt* statement, int column);
+
+} // namespace tidemark

@@ -1,0 +1,38 @@
+#pragma once
+
+#include "core/records/Snapshot.h"
+#include "tests/support/TemporaryFolder.h"
+
+#include <filesystem>
+#include <string>
+#include <string_view>
+
+namespace tidemark::test {
+
+/// The root folder of a machine that is made of nothing but what a test puts there. Paths are those
+/// of that machine.
+class MadeUpMachine {
+public:
+    /// With /lib, /bin and /sbin as links into /usr, as machines have them.
+    MadeUpMachine();
+
+    const std::filesystem::path& root() const { return folder.path(); }
+    /// Where a path lies for the test.
+    std::filesystem::path at(std::string_view path) const { return folder / path.substr(1); }
+
+    void write(std::string_view path, std::string_view bytes) const;
+    void link(std::string_view path, const std::string& target) const;
+    void remove(std::string_view path) const;
+
+    /// Its applications and services, from the places where machines have them.
+    Snapshot observed() const;
+
+private:
+    TemporaryFolder folder;
+};
+
+/// The events between two observations: one line each, with the title, the path, and for a changed
+/// definition what changed.
+std::string eventLines(const Snapshot& before, const Snapshot& after);
+
+} // namespace tidemark::test
