@@ -34,7 +34,7 @@ struct Roots {
     std::vector<BackgroundRoot> background{};
     std::vector<fs::path> storage{};
 
-    /// Blocks: which folders a folder stands for goes by what is on disk.
+    /// Blocks: it resolves links to see which family the folder stands for.
     static Roots of(const fs::path& url, FolderPurpose purpose) {
         const auto places = StandardRoots::Places::current();
         switch (purpose) {
@@ -57,7 +57,8 @@ struct Roots {
     }
 };
 
-/// Whether a folder stands for others too, so that its own absence is no loss: nothing is in it.
+/// Whether a grant stands for a family of folders. Its own folder may then be missing: it counts as
+/// empty, and the others are read.
 bool standsForOthers(const FolderGrant& grant) {
     const auto places = StandardRoots::Places::current();
     const fs::path folder = grant.path;

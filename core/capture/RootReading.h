@@ -17,7 +17,7 @@ public:
     /// incomplete.
     static constexpr std::size_t mostExcludedPaths = 10'000;
 
-    /// Nor are more bytes of definitions held at once.
+    /// A root of which more bytes are kept in memory at once is incomplete, too.
     static constexpr std::size_t mostHeldBytes = std::size_t{64} << 20;
 
     explicit RootReading(ReadingBudget time) : time(std::move(time)) {}
@@ -31,7 +31,7 @@ public:
     }
     /// Marks the root as incomplete. The rest of it may still be read.
     void fail() { complete = false; }
-    /// So many bytes of what was read are held until the whole family was read.
+    /// Counts bytes that are kept in memory until the whole family was read.
     void hold(std::size_t bytes) { held += bytes; }
     /// Leaves one path out of the inventory and of comparison.
     void exclude(std::string path) { excluded.insert(std::move(path)); }

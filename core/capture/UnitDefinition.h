@@ -23,7 +23,7 @@ struct Item {
 
 /// The units that are items, by name, each name's files from the most preferred on: every unit in
 /// a folder of an administrator or a user; of the distribution's only those that can be enabled or
-/// were, since the rest is the plumbing of the system; and enabled instances of templates.
+/// were, since the others are internal to the system; and enabled instances of templates.
 std::vector<Item> itemsOf(const UnitFolders& folders);
 
 /// The unit in the words of launchd.plist(5), by the keys of `BackgroundDefinition`. Drop-ins

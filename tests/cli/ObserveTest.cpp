@@ -280,12 +280,12 @@ TEST_F(ObserveCommand, ObservesAMachineThatLiesElsewhere) {
     fs::remove(folder / "machine" / unit);
     EXPECT_EQ(observeRoot({"-o", path("after")}).status, 0);
     const std::string changes = test::run({"compare", path("before"), path("after")}).out;
-    EXPECT_TRUE(contains(changes, "Made 1 → Made 2")) << changes;
-    EXPECT_TRUE(contains(changes, "Background Item Removed")) << changes;
+    EXPECT_TRUE(test::contains(changes, "Made 1 → Made 2"));
+    EXPECT_TRUE(test::contains(changes, "Background Item Removed"));
     EXPECT_EQ(observeRoot({"--storage", "/etc"}).status, 2);
     const Outcome missing = test::run({"observe", "--root", path("missing")});
     EXPECT_EQ(missing.status, 1);
-    EXPECT_TRUE(contains(missing.err, path("missing") + " could not be opened")) << missing.err;
+    EXPECT_TRUE(test::contains(missing.err, path("missing") + " could not be opened"));
 }
 #endif
 

@@ -3,7 +3,7 @@
 #include "core/capture/DefinitionDescriptions.h"
 #include "core/capture/SystemObserver.h"
 #include "core/timeline/EventBuilder.h"
-#include "tests/support/SteppingClock.h"
+#include "tests/support/ManualClock.h"
 
 namespace tidemark::test {
 
@@ -30,7 +30,7 @@ void MadeUpMachine::remove(std::string_view path) const {
 }
 
 Snapshot MadeUpMachine::observed() const {
-    SteppingClock clock;
+    ManualClock clock;
     return SystemObserver::capture(ObservationOptions({}, {}, {}, MachineFiles::below(root())),
                                    clock);
 }
