@@ -5,13 +5,22 @@
 #include "recorder/HistoryReading.h"
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace tidemark {
 
-/// Events as the answer of a command: stored JSON, or a timeline for people; `nothing` where there
-/// are none.
+/// Of the option that sets `EventAnswerForm::withIDs`.
+inline constexpr std::string_view eventIDsHelp = "Show each event's identifier, for tidemark show";
+
+/// The form of an answer that consists of events: a timeline for people, or stored JSON.
+struct EventAnswerForm {
+    bool asJson = false;
+    bool withIDs = false;
+};
+
+/// Events as the answer of a command; `nothing` where there are none.
 std::string eventAnswer(const std::vector<Shared<Event>>& events, const HistoryReading& reading,
-                        bool asJson, const char* nothing);
+                        EventAnswerForm form, const char* nothing);
 
 } // namespace tidemark

@@ -12,8 +12,9 @@ namespace tidemark {
 /// where it is one, with its two lines and, when it asks for attention, with a mark.
 class TimelinePrinter {
 public:
-    TimelinePrinter(Calendar zone, bool withColour)
-        : calendar(std::move(zone)), colour(withColour) {}
+    /// `withIDs`: each event with its identifier, which `tidemark show` takes.
+    TimelinePrinter(Calendar zone, bool withColour, bool withIDs = false)
+        : calendar(std::move(zone)), colour(withColour), ids(withIDs) {}
 
     std::string text(std::vector<Shared<Event>> events) const;
 
@@ -21,13 +22,11 @@ public:
     std::string moment(Date date) const;
 
 private:
-    std::string times(const Event& event) const;
-    const char* startPattern(const Event& event) const;
     void append(std::string& out, const Event& event, std::size_t timeColumns) const;
-    std::string styled(std::string_view text, std::string_view style) const;
 
     Calendar calendar;
     bool colour;
+    bool ids;
 };
 
 } // namespace tidemark

@@ -75,6 +75,22 @@ TEST_P(HistoryCommands, NarrowTheHistory) {
     EXPECT_EQ(said({"activity"}), "No activity has been recorded.\n");
 }
 
+TEST_P(HistoryCommands, ShowOneEvent) {
+    record();
+    change();
+    const std::string listed = said({"timeline", "--search", "Stuff grew", "--ids"});
+    const std::size_t start = listed.find_last_of(' ') + 1;
+    const std::string id = listed.substr(start, listed.size() - start - 1);
+    const std::string shown = said({"show", id});
+    EXPECT_NE(shown.find("Folder path"), std::string::npos) << shown;
+    EXPECT_NE(shown.find("part +3 GB: 1 GB → 4 GB\n"), std::string::npos) << shown;
+    EXPECT_EQ(said({"show", id.substr(1)}), shown);
+    EXPECT_NE(said({"show", id, "--json"}).find("\"id\":\"" + id), std::string::npos);
+    EXPECT_EQ(command({"show", "nothing"}).err,
+              "tidemark: No event has the identifier \"nothing\".\n");
+    EXPECT_EQ(command({"show", ""}).status, 1);
+}
+
 TEST_P(HistoryCommands, KeepAndCompareNamedSnapshots) {
     record();
     EXPECT_EQ(said({"snapshot"}), "No snapshot has been saved.\n");
