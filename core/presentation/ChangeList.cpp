@@ -46,7 +46,12 @@ struct LinesOfChange {
         return {{removed.value->name, versionOf(*removed.value), notPresent}};
     }
     Lines operator()(const change::ApplicationUpdated& updated) const {
-        return {{updated.after->name, versionOf(*updated.before), versionOf(*updated.after)}};
+        const Application& before = *updated.before;
+        const Application& after = *updated.after;
+        if (before.version != after.version)
+            return {{after.name, before.version, after.version}};
+        return {{after.name, before.version + " (" + before.build + ")",
+                 after.version + " (" + after.build + ")"}};
     }
     Lines operator()(const change::BackgroundAdded& added) const {
         return {{added.value->identifier, notPresent, std::string(rawValue(added.value->kind))}};

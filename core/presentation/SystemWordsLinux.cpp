@@ -154,6 +154,13 @@ constexpr auto entries = std::to_array<Entry>({
     {"This edition requires individual folder approval. Full Disk Access does not override its "
      "sandbox.",
      "This edition requires individual folder approval."},
+    {"Folder access is unavailable for {}. Recheck access in Monitored Folders. Trash requires "
+     "Full Disk Access for the installed copy of Tidemark.",
+     "Folder access is unavailable for {}. Recheck access in Monitored Folders."},
+    {"Select the .Trash folder, not your home folder. Hidden folders are visible. You can also "
+     "press Shift–Command–G and enter {}",
+     "Select the .Trash folder, not your home folder. Hidden folders are visible. You can also "
+     "type {}"},
     {"Command-click to select multiple folders.", "Ctrl-click to select multiple folders."},
     {"If macOS opens your home folder, select .Trash in the list.\nOr press Shift–Command–G and "
      "enter ~/.Trash.",
