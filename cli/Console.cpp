@@ -2,6 +2,7 @@
 
 #include "core/base/Error.h"
 #include "core/base/Text.h"
+#include "core/presentation/SystemWords.h"
 
 #include <cerrno>
 #include <cstdio>
@@ -34,7 +35,7 @@ void finishOutput() {
 }
 
 void complain(std::string_view sentence) {
-    std::fprintf(stderr, "tidemark: %s\n", oneLine(sentence).c_str());
+    std::fprintf(stderr, "tidemark: %s\n", oneLine(systemWords::shown(sentence)).c_str());
 }
 
 bool takesEscapes(int descriptor) {

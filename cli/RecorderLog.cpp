@@ -2,6 +2,7 @@
 
 #include "cli/LogWriter.h"
 #include "core/base/Text.h"
+#include "core/presentation/SystemWords.h"
 
 #include <QLoggingCategory>
 #include <csignal>
@@ -26,7 +27,7 @@ const char* journalLevel(QtMsgType type) {
 void write(QtMsgType type, const QMessageLogContext&, const QString& message) {
     // Not destroyed, because threads log until the process ends.
     static auto* const log = new LogWriter(STDERR_FILENO);
-    log->write(journalLevel(type) + oneLine(message.toStdString()));
+    log->write(journalLevel(type) + oneLine(systemWords::shown(message.toStdString())));
 }
 
 } // namespace

@@ -16,6 +16,7 @@
     ROW(coverage)                                                                                  \
     ROW(timeline)                                                                                  \
     ROW(search)                                                                                    \
+    ROW(show)                                                                                      \
     ROW(activity)                                                                                  \
     ROW(memory)                                                                                    \
     ROW(snapshotSave)                                                                              \

@@ -6,10 +6,12 @@
 namespace tidemark {
 
 std::string eventAnswer(const std::vector<Shared<Event>>& events, const HistoryReading& reading,
-                        bool asJson, const char* nothing) {
-    if (asJson)
+                        EventAnswerForm form, const char* nothing) {
+    if (form.asJson)
         return json::encoded(events) + "\n";
-    return events.empty() ? nothing : TimelinePrinter(Calendar(), reading.colour).text(events);
+    if (events.empty())
+        return nothing;
+    return TimelinePrinter(Calendar(), reading.colour, form.withIDs).text(events);
 }
 
 } // namespace tidemark

@@ -2,6 +2,7 @@
 
 #include "core/base/Calendar.h"
 #include "core/base/Text.h"
+#include "core/presentation/SystemWords.h"
 #include "recorder/Columns.h"
 
 #include <algorithm>
@@ -56,7 +57,7 @@ void appendList(std::string& out, const std::string& title, const std::vector<st
         return;
     out += "\n" + title + "\n";
     for (const auto& line : lines)
-        out += "  " + oneLine(line) + "\n";
+        out += "  " + oneLine(systemWords::shown(line)) + "\n";
 }
 
 std::string systemText(const Snapshot& snapshot) {

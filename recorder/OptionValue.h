@@ -2,6 +2,7 @@
 
 #include "core/base/JsonFields.h"
 #include "core/base/Text.h"
+#include "core/presentation/SystemWords.h"
 #include "recorder/CommandOption.h"
 #include "recorder/FilePath.h"
 
@@ -62,21 +63,23 @@ struct OptionValue<FilePath> {
     static void check(const FilePath& path) { path.check(); }
 };
 
-/// Accepts the stored texts and aliases in any letter case.
+/// Accepts the stored texts and aliases in any letter case. A stored text that names another system
+/// is offered in the words of this one.
 template <json::TextEnumeration E>
 struct OptionValue<E> {
     static constexpr std::string_view valueName = "NAME";
     static std::vector<std::string> choices() {
         std::vector<std::string> all;
         for (const auto& known : json::rawValues<E>)
-            all.emplace_back(known.text);
+            all.emplace_back(systemWords::shown(known.text));
         for (const auto& known : optionAliases<E>)
             all.emplace_back(known.text);
         return all;
     }
     static E read(const std::string& word) {
         const auto isWord = [lower = asciiLowercased(word)](const auto& known) {
-            return asciiLowercased(known.text) == lower;
+            return asciiLowercased(known.text) == lower
+                   || asciiLowercased(systemWords::shown(known.text)) == lower;
         };
         for (const auto& known : json::rawValues<E>)
             if (isWord(known))

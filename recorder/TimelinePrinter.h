@@ -12,8 +12,9 @@ namespace tidemark {
 /// and its two lines. Prominent events are marked.
 class TimelinePrinter {
 public:
-    TimelinePrinter(Calendar calendar, bool colour)
-        : calendar(std::move(calendar)), colour(colour) {}
+    /// `withIDs` adds the identifier of each event, which `tidemark show` takes.
+    TimelinePrinter(Calendar calendar, bool colour, bool withIDs = false)
+        : calendar(std::move(calendar)), colour(colour), ids(withIDs) {}
 
     std::string text(std::vector<Shared<Event>> events) const;
 
@@ -21,13 +22,11 @@ public:
     std::string moment(Date date) const;
 
 private:
-    std::string times(const Event& event) const;
-    const char* startPattern(const Event& event) const;
     void append(std::string& out, const Event& event, std::size_t timeColumns) const;
-    std::string styled(std::string_view text, std::string_view style) const;
 
     Calendar calendar;
     bool colour;
+    bool ids;
 };
 
 } // namespace tidemark

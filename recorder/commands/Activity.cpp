@@ -25,7 +25,8 @@ std::string activity(const HistoryReading& reading, const Options& options) {
     const Calendar calendar;
     for (auto record = records.rbegin(); record != records.rend(); ++record)
         out += historyTime::moment(record->timestamp, "", calendar) + "  "
-               + oneLine(record->title()) + "  " + oneLine(record->detailSubtitle()) + "\n";
+               + oneLine(systemWords::shown(record->title())) + "  "
+               + oneLine(systemWords::shown(record->detailSubtitle())) + "\n";
     return out.empty() ? "No activity has been recorded.\n" : out;
 }
 

@@ -1,4 +1,5 @@
 #include "core/base/Text.h"
+#include "core/presentation/SystemWords.h"
 #include "recorder/Commands.h"
 #include "recorder/FolderChange.h"
 #include "recorder/NoOptions.h"
@@ -16,7 +17,7 @@ QCoro::Task<std::string> foldersCheck(CommandContext& context, const NoOptions&)
     co_await context.model().checkRecommendedAccess();
     change.finish();
     const auto& message = context.folders().message();
-    co_return message ? oneLine(*message) + "\n" : "";
+    co_return message ? oneLine(systemWords::shown(*message)) + "\n" : "";
 }
 
 } // namespace

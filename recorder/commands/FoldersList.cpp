@@ -1,6 +1,7 @@
 #include "app/base/Background.h"
 #include "core/base/CanonicalPath.h"
 #include "core/base/Text.h"
+#include "core/presentation/SystemWords.h"
 #include "recorder/Commands.h"
 #include "recorder/NoOptions.h"
 #include "recorder/Recorder.h"
@@ -33,7 +34,7 @@ struct Line {
 std::string joined(const FolderPurposes& purposes) {
     std::string text;
     for (const FolderPurpose purpose : purposes)
-        text += (text.empty() ? "" : ", ") + std::string(rawValue(purpose));
+        text += (text.empty() ? "" : ", ") + systemWords::shown(rawValue(purpose));
     return text.empty() ? "nothing" : text;
 }
 
@@ -61,7 +62,8 @@ std::string withAccess(const std::vector<Line>& lines, const std::stop_token& st
             continue;
         if (line.isMonitored)
             monitored.insert(line.path);
-        groups[line.isMonitored] += "  " + line.words + line.failure().value_or("readable") + "\n";
+        groups[line.isMonitored] +=
+            "  " + line.words + systemWords::shown(line.failure().value_or("readable")) + "\n";
     }
     const auto shown = [&](bool group) {
         return groups[group].empty() ? "  none\n" : groups[group];
@@ -70,8 +72,9 @@ std::string withAccess(const std::vector<Line>& lines, const std::stop_token& st
 }
 
 std::string problem(const FolderAccess& folders) {
-    return folders.message() && !folders.messageIsSuccess() ? oneLine(*folders.message()) + "\n"
-                                                            : "";
+    return folders.message() && !folders.messageIsSuccess()
+               ? oneLine(systemWords::shown(*folders.message())) + "\n"
+               : "";
 }
 
 QCoro::Task<std::string> foldersList(CommandContext& context, const NoOptions&) {

@@ -1,6 +1,7 @@
 #include "app/model/ImportText.h"
 #include "app/model/ImportView.h"
 #include "core/base/Text.h"
+#include "core/presentation/SystemWords.h"
 #include "recorder/Commands.h"
 #include "recorder/Recorder.h"
 #include "recorder/TypedInvocation.h"
@@ -53,7 +54,7 @@ std::string text(const ImportView& view) {
     }
     for (const auto& notice : {view.notice, view.skippedNotice})
         if (notice)
-            out += *notice + "\n";
+            out += systemWords::shown(*notice) + "\n";
     if (view.notice == importText::onlyRoutine)
         out += "That is: tidemark import --include-routine\n";
     return out;
@@ -81,7 +82,7 @@ QCoro::Task<std::string> imported(CommandContext& context, const Options& option
     std::string out = "Added " + std::to_string(*added) + (*added == 1 ? " record" : " records")
                       + " to the timeline, on their recorded dates.\n";
     if (view.skippedNotice)
-        out += *view.skippedNotice + "\n";
+        out += systemWords::shown(*view.skippedNotice) + "\n";
     co_return out;
 }
 

@@ -1,3 +1,4 @@
+#include "core/presentation/SystemWords.h"
 #include "recorder/Commands.h"
 #include "recorder/HistoryTime.h"
 #include "recorder/TypedInvocation.h"
@@ -25,7 +26,7 @@ std::string memory(const HistoryReading& reading, const Options& options) {
     const Calendar calendar;
     for (const auto& record : records)
         out += historyTime::moment(record->timestamp, "", calendar) + "  " + oneLine(record->title)
-               + "  " + oneLine(record->subtitle()) + "\n";
+               + "  " + oneLine(systemWords::shown(record->subtitle())) + "\n";
     return out.empty() ? "Nothing has been remembered.\n" : out;
 }
 

@@ -9,6 +9,7 @@ namespace {
 
 struct Options {
     std::string text;
+    bool ids = false;
     bool json = false;
 
     static constexpr auto fields() {
@@ -16,6 +17,7 @@ struct Options {
                                  &Options::text,
                                  "Text to search for",
                                  {.isPositional = true, .isRequired = true}},
+                          Option{"ids", &Options::ids, eventIDsHelp},
                           Option{"json", &Options::json, "Print stored JSON instead of text"}};
     }
 };
@@ -23,7 +25,7 @@ struct Options {
 std::string search(const HistoryReading& reading, const Options& options) {
     const auto merged = reading.history.merged();
     return eventAnswer(HistoryMatches::find(merged.events, options.text, reading.stop), reading,
-                       options.json, "Nothing was found.\n");
+                       {options.json, options.ids}, "Nothing was found.\n");
 }
 
 } // namespace

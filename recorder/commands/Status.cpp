@@ -1,6 +1,7 @@
 #include "app/preferences/PreferenceKeys.h"
 #include "core/base/JsonEncoder.h"
 #include "core/base/Text.h"
+#include "core/presentation/SystemWords.h"
 #include "recorder/Commands.h"
 #include "recorder/HistoryTime.h"
 #include "recorder/Recorder.h"
@@ -71,8 +72,8 @@ Status stored(const Journal& journal, const Preferences& preferences, const Fold
 }
 
 void line(std::string& out, const std::string& label, const std::string& value) {
-    out += label + std::string(16 - std::min<std::size_t>(label.size(), 15), ' ') + oneLine(value)
-           + "\n";
+    out += label + std::string(16 - std::min<std::size_t>(label.size(), 15), ' ')
+           + oneLine(systemWords::shown(value)) + "\n";
 }
 
 std::string shown(const Status& status, bool asJson) {

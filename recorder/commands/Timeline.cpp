@@ -1,4 +1,5 @@
 #include "core/presentation/HistoryView.h"
+#include "core/presentation/SystemWords.h"
 #include "recorder/Commands.h"
 #include "recorder/EventAnswer.h"
 #include "recorder/HistoryFilter.h"
@@ -11,6 +12,7 @@ namespace {
 struct Options : HistoryFilter {
     std::optional<std::int64_t> limit;
     bool counts = false;
+    bool ids = false;
     bool json = false;
 
     static void checkLimit(const std::optional<std::int64_t>& limit) {
@@ -24,6 +26,7 @@ struct Options : HistoryFilter {
             std::tuple{Option{"limit", &Options::limit, "The most events to show", {}, &checkLimit},
                        Option{"counts", &Options::counts,
                               "Show the number of events at each place instead"},
+                       Option{"ids", &Options::ids, eventIDsHelp},
                        Option{"json", &Options::json, "Print stored JSON instead of text"}});
     }
 };
@@ -39,12 +42,12 @@ std::string countsJson(const HistoryView& view) {
 std::string countsText(const HistoryView& view) {
     std::string out;
     for (const auto& group : destinationGroups()) {
-        out += std::string(out.empty() ? "" : "\n") + std::string(group.title) + "\n";
+        out += std::string(out.empty() ? "" : "\n") + systemWords::shown(group.title) + "\n";
         for (const auto place : group.destinations)
             if (const auto count = view.sidebarCounts.find(place);
                 count != view.sidebarCounts.end()) {
-                const auto label = facts(place).label;
-                out += "  " + std::string(label) + std::string(18 - label.size(), ' ')
+                const std::string label = systemWords::shown(facts(place).label);
+                out += "  " + label + std::string(18 - label.size(), ' ')
                        + std::to_string(count->second) + "\n";
             }
     }
@@ -59,7 +62,7 @@ std::string timeline(const HistoryReading& reading, const Options& options) {
     if (options.limit && static_cast<std::int64_t>(events.size()) > *options.limit)
         events.erase(events.begin() + *options.limit, events.end());
     const bool isNarrowed = !reading.history.merged().events.empty();
-    return eventAnswer(events, reading, options.json,
+    return eventAnswer(events, reading, {options.json, options.ids},
                        isNarrowed ? "Nothing of what was recorded is shown.\n"
                                   : "No changes have been recorded.\n");
 }

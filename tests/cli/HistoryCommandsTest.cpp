@@ -69,6 +69,22 @@ TEST_P(HistoryCommands, FilterTheHistory) {
     EXPECT_EQ(outputOf({"activity"}), "No activity has been recorded.\n");
 }
 
+TEST_P(HistoryCommands, ShowOneEvent) {
+    record();
+    change();
+    const std::string listed = outputOf({"timeline", "--search", "Stuff grew", "--ids"});
+    const std::size_t start = listed.find_last_of(' ') + 1;
+    const std::string id = listed.substr(start, listed.size() - start - 1);
+    const std::string shown = outputOf({"show", id});
+    EXPECT_NE(shown.find("Folder path"), std::string::npos) << shown;
+    EXPECT_NE(shown.find("part +3 GB: 1 GB → 4 GB\n"), std::string::npos) << shown;
+    EXPECT_EQ(outputOf({"show", id.substr(1)}), shown);
+    EXPECT_NE(outputOf({"show", id, "--json"}).find("\"id\":\"" + id), std::string::npos);
+    EXPECT_EQ(command({"show", "nothing"}).err,
+              "tidemark: No event has the identifier \"nothing\".\n");
+    EXPECT_EQ(command({"show", ""}).status, 1);
+}
+
 TEST_P(HistoryCommands, SaveAndCompareNamedSnapshots) {
     record();
     EXPECT_EQ(outputOf({"snapshot"}), "No snapshot has been saved.\n");

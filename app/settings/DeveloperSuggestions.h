@@ -1,0 +1,59 @@
+#pragma once
+
+#include "app/capture/FolderGrant.h"
+#include "app/capture/RecommendedFolder.h"
+
+#include <functional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tidemark {
+
+/// A folder in which developers often have much data. Its identity is the path.
+struct DeveloperFolderSuggestion {
+    std::string title;
+    std::string detail;
+    std::filesystem::path url;
+    /// A folder that is monitored covers it, so that it can't be selected.
+    bool isCovered = false;
+
+    bool operator==(const DeveloperFolderSuggestion&) const = default;
+};
+
+namespace developerSuggestions {
+
+inline constexpr std::string_view heading = "Developer Folders";
+inline constexpr std::string_view explanation =
+    "Suggested locations found on this Mac. Select the ones you want to monitor.";
+inline constexpr std::string_view monitorSelected = "Monitor Selected";
+inline constexpr std::string_view covered = "Already covered by your monitored folders";
+inline constexpr std::string_view none =
+    "No common developer folders found. Use Add Additional Folders for a project elsewhere.";
+
+/// A place below the home directory.
+struct Location {
+    std::string_view title;
+    std::string_view path;
+    std::string_view detail;
+};
+/// In the order in which they are offered. One source file per system.
+std::span<const Location> locations();
+
+using IsDirectory = std::function<bool(const std::filesystem::path&)>;
+
+/// The home directory: the parent of the recommended "Downloads", else `home`.
+std::filesystem::path homeOf(const std::vector<RecommendedFolder>& recommended,
+                             const std::filesystem::path& home);
+
+/// Those of `places` that are directories. Asks the disk through `isDirectory`, so call it where
+/// that may take time.
+std::vector<DeveloperFolderSuggestion> found(std::span<const Location> places,
+                                             const std::filesystem::path& home,
+                                             const std::vector<FolderGrant>& grants,
+                                             const IsDirectory& isDirectory);
+
+} // namespace developerSuggestions
+
+} // namespace tidemark

@@ -1,0 +1,88 @@
+#pragma once
+
+#include "app/capture/FolderAccess.h"
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tidemark {
+
+/// The page on which the user chooses what is observed, which is also the first set-up. Values in
+/// the words of this system, but for the constants, which are shown through `systemWords::shown`.
+struct FolderManagerPage {
+    static constexpr std::string_view explanation =
+        "Choose what Tidemark observes. Everything stays on this Mac.";
+    static constexpr std::string_view listHeading = "Folders to Monitor";
+    static constexpr std::string_view addFolders = "Add Additional Folders";
+    static constexpr std::string_view later = "You can finish setup later.";
+    static constexpr std::string_view finish = "Continue";
+
+    /// A recommended folder or one that is monitored.
+    struct Row {
+        /// What the button of the row does.
+        enum class Action { none, allow, setUpAccess };
+
+        std::string name;
+        std::string path;
+        /// Of the grant; absent for a folder that is not monitored.
+        std::optional<Uuid> grant;
+        bool isMonitored = false;
+        /// Whether it can be read, in words.
+        std::string status;
+        Action action = Action::none;
+        /// Empty without a button.
+        std::string actionLabel;
+        std::string accessibleText;
+    };
+
+    std::string heading;
+    std::vector<Row> rows;
+    /// Which folder is being asked for; may be empty.
+    std::string requesting;
+};
+
+/// What the page is made of.
+struct FolderManagerState {
+    bool isFirstSetup = false;
+    const FolderAccess& access;
+    /// The recommended folders' paths without links, in their order; looked up in the background,
+    /// as a folder may not answer, and empty before that is done.
+    std::vector<std::string> recommendedPaths{};
+    /// The title of the folder that is being asked for.
+    std::optional<std::string> currentFolder{};
+};
+
+/// The recommended folders in their order, then those that the user added.
+FolderManagerPage folderManagerPage(const FolderManagerState& state);
+
+/// The question before a folder is monitored no longer.
+struct StopMonitoring {
+    static constexpr std::string_view explanation =
+        "Future captures will no longer check this folder. A capture already in progress may "
+        "finish using the previous selection. Your existing history stays saved. You can add the "
+        "folder again later.";
+
+    static std::string title(std::string_view name);
+};
+
+/// The panel that leads to the permission of the system to read every folder. A system that has
+/// none shows none of it: its texts are empty there.
+struct DiskAccessPanel {
+    std::string steps;
+    std::string scope;
+    std::string openSettings;
+    std::string showProgram;
+    std::string showProgramHelp;
+    std::string check;
+    std::string checkNote;
+    /// After a check that failed.
+    std::string failure;
+
+    bool isShown() const { return !steps.empty(); }
+    /// `name` is that of the program.
+    static DiskAccessPanel of(const std::string& name);
+};
+
+} // namespace tidemark

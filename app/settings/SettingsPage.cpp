@@ -1,0 +1,215 @@
+#include "app/settings/SettingsPage.h"
+
+#include "app/preferences/PreferenceKeys.h"
+#include "core/base/Text.h"
+#include "core/presentation/HistoryTimeWindow.h"
+#include "core/presentation/SystemWords.h"
+
+#include <algorithm>
+
+namespace tidemark {
+
+namespace {
+
+using Row = SettingsRow;
+using Kind = SettingsRow::Kind;
+using Command = SettingsRow::Command;
+using systemWords::shown;
+
+/// Makes the rows of one group. A row whose text is empty on this system is left out.
+class Group {
+public:
+    Group(const SettingsPageState& used, std::string_view heading) : state(used) {
+        made.heading = shown(heading);
+    }
+
+    Group& text(std::string_view words) { return add({.kind = Kind::text, .label = shown(words)}); }
+    Group& command(Command command, std::string_view label, bool isPossible = true) {
+        return add({.kind = Kind::button,
+                    .label = shown(label),
+                    .command = command,
+                    .absence = isPossible ? "" : "Not possible at this moment."});
+    }
+    Group& toggle(const SwitchKey& key, std::string_view label) {
+        Row row{.kind = Kind::toggle, .label = shown(label), .key = key.name};
+        row.isOn = read(state.preferences, key);
+        row.absence = absenceOf(key.name);
+        return add(std::move(row));
+    }
+    Group& toggle(Command command, std::string_view label, bool isOn) {
+        return add({.kind = Kind::toggle, .label = shown(label), .command = command, .isOn = isOn});
+    }
+    Group& choice(const ChoiceKey& key, std::string_view label, std::vector<Row::Option> options) {
+        Row row{.kind = Kind::choice, .label = shown(label), .key = key.name};
+        row.value = read(state.preferences, key);
+        row.options = std::move(options);
+        row.absence = absenceOf(key.name);
+        return add(std::move(row));
+    }
+    Group& number(const NumberKey& key, std::string_view label) {
+        Row row{.kind = Kind::number, .label = shown(label), .key = key.name};
+        row.value = std::to_string(read(state.preferences, key));
+        row.absence = absenceOf(key.name);
+        return add(std::move(row));
+    }
+    Group& textField(const TextKey& key, std::string_view label) {
+        Row row{.kind = Kind::textField, .label = shown(label), .key = key.name};
+        row.value = read(state.preferences, key);
+        row.absence = absenceOf(key.name);
+        return add(std::move(row));
+    }
+    Group& add(Row row) {
+        if (!row.label.empty())
+            made.rows.push_back(std::move(row));
+        return *this;
+    }
+
+    SettingsGroup group() { return std::move(made); }
+
+private:
+    std::string absenceOf(std::string_view key) const {
+        return shown(state.sources.absence(key).value_or(""));
+    }
+
+    const SettingsPageState& state;
+    SettingsGroup made;
+};
+
+std::vector<Row::Option> scheduleOptions() {
+    std::vector<Row::Option> options;
+    for (const auto& [schedule, raw] : json::rawValues<CaptureSchedule>)
+        options.push_back({std::string(raw), std::string(label(schedule))});
+    return options;
+}
+
+SettingsSection foldersSection(const SettingsPageState& state) {
+    Group group(state, "");
+    group.command(Command::openFolders, "Monitored Folders…");
+    return {"Monitored Folders", {group.group()}};
+}
+
+SettingsSection observationSection(const SettingsPageState& state, const Calendar& calendar) {
+    Group group(state, "");
+    if (state.opensAtLogin) {
+        group.toggle(Command::openLogin, "Open at Login", *state.opensAtLogin);
+        if (state.loginNeedsApproval)
+            group.text("Allow Tidemark in Login Items to finish enabling this setting.")
+                .command(Command::openLoginItems, "Open Login Items");
+    }
+    group.choice(preference::captureSchedule, "Automatic captures", scheduleOptions());
+    if (read(state.preferences, preference::captureSchedule) == rawValue(CaptureSchedule::manual)) {
+        group.text("Use Check Now to capture manually.");
+    } else {
+        if (state.nextCapture)
+            group.text("Next capture due: "
+                       + calendar.format(*state.nextCapture, "d MMM yyyy, HH:mm"));
+        group.text("Keep Tidemark running to record changes.");
+    }
+    return {"Observation", {group.group()}};
+}
+
+SettingsGroup recordingControls(const SettingsPageState& state) {
+    return Group(state, "")
+        .command(Command::changeRecording,
+                 state.isRecording ? "Pause recording" : "Resume recording",
+                 state.canChangeRecording)
+        .text("Pause stops collection. Resuming starts a fresh observation; saved snapshot "
+              "comparisons can still reveal net changes made during the interval.")
+        .group();
+}
+
+SettingsGroup additionalHistory(const SettingsPageState& state) {
+    Group group(state, "Additional History");
+    group.toggle(preference::homebrewHistoryEnabled, "Homebrew formula changes")
+        .toggle(preference::diagnosticHistoryEnabled, "New diagnostic report files")
+        .text("Diagnostic reports may require Full Disk Access.")
+        .command(Command::addConfigurationFile, "Choose Configuration Files")
+        .text("Track changes in selected files up to 1 MB. File contents are read but never "
+              "saved.");
+    for (const auto& path : read(state.preferences, preference::configurationHistoryPaths)) {
+        Row row{.kind = Kind::button,
+                .label = oneLine(path),
+                .command = Command::removeConfigurationFile,
+                .value = path};
+        row.help = "Stop tracking this file; existing history is retained";
+        group.add(std::move(row));
+    }
+    return group.group();
+}
+
+SettingsGroup clipboardHistory(const SettingsPageState& state) {
+    return Group(state, "Clipboard History")
+        .toggle(preference::memoryClipboard, "Remember what is copied")
+        .number(preference::memoryClipboardDays, "Days to keep clips")
+        .textField(preference::memoryExcludedApps, "Applications whose clips are not kept")
+        .command(Command::clearClipboard, "Clear Clipboard History…")
+        .group();
+}
+
+SettingsSection privacySection(const SettingsPageState& state) {
+    std::vector<SettingsGroup> groups;
+    groups.push_back(recordingControls(state));
+    groups.push_back(Group(state, "Connection History")
+                         .toggle(preference::networkHistoryEnabled, "Network connection changes")
+                         .toggle(preference::wifiNetworkNamesEnabled, "Wi-Fi network names")
+                         .toggle(preference::bluetoothHistoryEnabled, "Bluetooth activity")
+                         .text("Bluetooth requires permission and supports paired devices.")
+                         .group());
+    groups.push_back(Group(state, "Battery History")
+                         .toggle(preference::batteryHistoryEnabled, "Power and battery changes")
+                         .text("Includes Low Power Mode, charging, and low battery.")
+                         .group());
+    groups.push_back(
+        Group(state, "Environment History")
+            .toggle(preference::environmentHistoryEnabled, "Drives, displays, and thermal pressure")
+            .group());
+    groups.push_back(additionalHistory(state));
+    groups.push_back(Group(state, "Files and Applications")
+                         .toggle(preference::memoryFiles, "Recent files and downloads")
+                         .toggle(preference::memoryAllIndexedFiles, "Files in every folder")
+                         .toggle(preference::memoryApps, "Application launches and quits")
+                         .group());
+    groups.push_back(clipboardHistory(state));
+    return {"Recording & Privacy", std::move(groups)};
+}
+
+SettingsSection readingSection(const SettingsPageState& state) {
+    Group group(state, "");
+    group
+        .text("Listing text: "
+              + std::to_string(read(state.preferences, preference::listingTextSize)))
+        .text("Use ⌘+ or ⌘− to resize timeline, file, download, clipboard and search listings. ⌘0 "
+              "restores the default.")
+        .text("Time windows filter retained history. Saved snapshot comparisons use their own "
+              "observation interval.");
+    return {"Reading & Time Window", {group.group()}};
+}
+
+SettingsSection historySection(const SettingsPageState& state) {
+    Group group(state, "");
+    group.text("Import available installation records from the last seven days.")
+        .command(Command::importHistory, "Import Recent History")
+        .command(Command::searchHistory, "Search History")
+        .text(state.hasShortcut ? "Control–Shift–Space" : "Shortcut unavailable; use the menu bar");
+    std::vector<SettingsGroup> groups{group.group()};
+    if (state.hasUpdater)
+        groups.push_back(Group(state, "Updates")
+                             .toggle(Command::automaticUpdateChecks,
+                                     "Automatically check for updates", state.checksForUpdates)
+                             .toggle(Command::automaticUpdateDownloads,
+                                     "Automatically download and install updates",
+                                     state.downloadsUpdates)
+                             .command(Command::checkForUpdates, "Check for Updates…")
+                             .group());
+    return {"History", std::move(groups)};
+}
+
+} // namespace
+
+std::vector<SettingsSection> settingsPage(const SettingsPageState& state,
+                                          const Calendar& calendar) {
+    return {foldersSection(state), observationSection(state, calendar), privacySection(state),
+            readingSection(state), historySection(state)};
+}
+
+} // namespace tidemark

@@ -1,0 +1,112 @@
+#pragma once
+
+#include "app/preferences/Preferences.h"
+#include "app/preferences/SettingSource.h"
+#include "core/base/Calendar.h"
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tidemark {
+
+/// One line of the settings: what it is, how it stands, and what it does.
+struct SettingsRow {
+    enum class Kind {
+        /// A note, without a control.
+        text,
+        toggle,
+        choice,
+        number,
+        textField,
+        button,
+    };
+    enum class Command {
+        none,
+        openFolders,
+        openLogin,
+        openLoginItems,
+        changeRecording,
+        addConfigurationFile,
+        removeConfigurationFile,
+        clearClipboard,
+        importHistory,
+        searchHistory,
+        checkForUpdates,
+        automaticUpdateChecks,
+        automaticUpdateDownloads,
+    };
+    struct Option {
+        /// What is stored.
+        std::string value;
+        std::string label;
+
+        bool operator==(const Option&) const = default;
+    };
+
+    Kind kind = Kind::text;
+    std::string label{};
+    /// The key of the preference that the control sets; empty for what is none.
+    std::string_view key{};
+    /// What a control does that sets no preference.
+    Command command = Command::none;
+    bool isOn = false;
+    /// The stored value of a choice, a number or a text, or the path that a command is about.
+    std::string value{};
+    std::vector<Option> options{};
+    /// Why the control does nothing here, as a sentence; it is disabled then. Empty otherwise.
+    std::string absence{};
+    /// The tool tip; may be empty.
+    std::string help{};
+
+    bool isEnabled() const { return absence.empty(); }
+};
+
+struct SettingsGroup {
+    /// Empty for the rows that stand directly below the heading of the section.
+    std::string heading;
+    std::vector<SettingsRow> rows;
+};
+
+struct SettingsSection {
+    std::string heading;
+    std::vector<SettingsGroup> groups;
+};
+
+/// What the page shows besides the stored preferences.
+struct SettingsPageState {
+    const Preferences& preferences;
+    const SettingSources& sources;
+    bool isRecording = true;
+    bool canChangeRecording = true;
+    /// Absent where the next capture is not scheduled.
+    std::optional<Date> nextCapture{};
+    /// Whether the program starts when the user logs in; absent where it can't be made to.
+    std::optional<bool> opensAtLogin{};
+    /// The system holds that back until the user allows it there.
+    bool loginNeedsApproval = false;
+    /// The global shortcut of the search panel works.
+    bool hasShortcut = false;
+    /// This build updates itself.
+    bool hasUpdater = false;
+    bool checksForUpdates = false;
+    bool downloadsUpdates = false;
+};
+
+/// All sections in their order, in the words of this system. A row of something that this system
+/// does not have is left out; a control without its source says why.
+std::vector<SettingsSection> settingsPage(const SettingsPageState& state,
+                                          const Calendar& calendar = Calendar());
+
+/// What the dialog says that picks configuration files.
+inline constexpr std::string_view configurationFilesPrompt =
+    "Choose configuration files. Tidemark reads files under 1 MB to store a fingerprint; contents "
+    "are never saved.";
+
+/// The question before the clipboard history is deleted.
+inline constexpr std::string_view clearClipboardQuestion =
+    "Delete all saved clipboard items, including pins?";
+inline constexpr std::string_view clearClipboardConfirm = "Delete Clipboard History";
+
+} // namespace tidemark

@@ -1,0 +1,14 @@
+#pragma once
+
+#include "core/presentation/Inspection.h"
+#include "core/records/Event.h"
+#include "core/records/Snapshot.h"
+
+namespace tidemark::ChangeInspection {
+
+/// What an event of a comparison is about, by its first change, and below that all its changes.
+/// `latest` may be null. Empty for an event without changes.
+std::vector<InspectionSection> sections(const Event& event, const Snapshot* latest,
+                                        const Calendar& calendar);
+
+} // namespace tidemark::ChangeInspection

@@ -1,0 +1,45 @@
+#pragma once
+
+#include "core/presentation/Inspection.h"
+#include "core/records/Event.h"
+#include "core/records/Snapshot.h"
+
+#include <string_view>
+
+namespace tidemark {
+
+/// What the inspector offers to do with an event.
+enum class InspectionCommand { copyIdentifier, inspectFolderSizes, backgroundSettings };
+
+struct InspectionAction {
+    InspectionCommand command;
+    std::string label;
+
+    bool operator==(const InspectionAction&) const = default;
+};
+
+/// All that is known of one event, as the inspector shows it and a terminal prints it: what was
+/// observed, and what the observation does not prove. In the words of this system.
+struct EventInspection {
+    static constexpr std::string_view heading = "About this event";
+    static constexpr std::string_view closeDetails = "Close details";
+    static constexpr std::string_view before = "Before";
+    static constexpr std::string_view after = "After";
+    /// Stands in the inspector while no event is selected.
+    static constexpr std::string_view placeholder =
+        "Select an event to inspect its source, observation interval, and details.";
+
+    std::string title;
+    std::string subtitle;
+    /// Name of the symbol image.
+    std::string symbol;
+    std::vector<InspectionSection> sections;
+    std::vector<InspectionAction> actions;
+
+    /// `latest` is the newest snapshot, which says what is still there; null when there is none.
+    /// `isStateComparison`: the event is a difference between a named snapshot and the latest one.
+    static EventInspection of(const Event& event, const Snapshot* latest, bool isStateComparison,
+                              const Calendar& calendar = Calendar());
+};
+
+} // namespace tidemark

@@ -1,0 +1,36 @@
+#pragma once
+
+#include "core/base/Calendar.h"
+#include "core/records/Event.h"
+
+#include <string>
+
+namespace tidemark {
+
+/// One event as a list shows it, each text on a single line and in the words of this system.
+struct EventRow {
+    std::string title;
+    /// May be empty.
+    std::string subtitle;
+    /// The time of day, or for an interval its two ends.
+    std::string time;
+    /// The label of an event that the system remembers and no capture saw; empty for all others.
+    std::string importedLabel;
+    /// Name of the symbol image.
+    std::string symbol;
+    bool isProminent = false;
+    /// All of that in one sentence, for a screen reader.
+    std::string accessibleText;
+
+    static EventRow of(const Event& event, const Calendar& calendar);
+    bool operator==(const EventRow&) const = default;
+};
+
+/// The time of day of an event under the heading of its day. An interval has the day of its start
+/// where that is another one, and the year where that is.
+std::string timesOf(const Event& event, const Calendar& calendar);
+
+/// The heading of a day, given by its start: "Today", "Yesterday", or the date.
+std::string dayHeading(Date day, Date now, const Calendar& calendar);
+
+} // namespace tidemark

@@ -1,0 +1,78 @@
+#pragma once
+
+#include "core/base/Calendar.h"
+#include "core/records/Event.h"
+#include "core/storage/FolderInspection.h"
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tidemark {
+
+/// The table of folder sizes. Its rows are `FolderInspectionRow`s, whose children are looked up
+/// when a row is opened; here is what stands in it besides.
+struct FolderSizeTable {
+    static constexpr std::string_view title = "Folder Sizes";
+    static constexpr std::string_view aboutTitle = "About These Sizes";
+    static constexpr std::string_view about =
+        "Recorded sizes · — unknown · ≥ measured subtotal\n"
+        "All changes shown, regardless of timeline thresholds.";
+    static constexpr std::string_view noFolders =
+        "Add folders in Monitored Folders to record their sizes.";
+
+    enum class Scope { event, allFolders };
+    enum class Comparison { latestOnly, previousCapture };
+    enum class Column { folder, before, after, change };
+
+    struct Header {
+        Column column;
+        std::string_view title;
+
+        bool operator==(const Header&) const = default;
+    };
+
+    /// What is known of a folder now, against what was.
+    enum class Trend { unknown, same, grew, shrank };
+
+    /// One row as it is shown.
+    struct Cells {
+        std::string name;
+        std::string before;
+        std::string after;
+        std::string change;
+        Trend trend = Trend::unknown;
+        /// When the size was measured, and why it is missing or partial; a line each.
+        std::string help;
+        /// Of the button that opens the row; empty where there is nothing to open.
+        std::string toggle;
+        /// Stands below an open row in place of children; empty where there are some.
+        std::string noChildren;
+        /// All of that in one sentence, for a screen reader.
+        std::string accessibleText;
+    };
+};
+
+std::string_view label(FolderSizeTable::Scope scope);
+std::string_view label(FolderSizeTable::Comparison comparison);
+
+/// The sizes that an event recorded; none for an event about something else.
+std::vector<FolderInspectionRow> folderSizesOf(const Event& event);
+
+/// All folders that either snapshot measured, the largest change first. `previous` is null where
+/// nothing is compared.
+std::vector<FolderInspectionRow> folderSizesOf(const Snapshot* previous, const Snapshot& latest);
+
+/// The children of an open row, the largest change first.
+std::vector<FolderInspectionRow> childrenOf(const FolderInspectionRow& row);
+
+std::vector<FolderSizeTable::Header> headersOf(FolderSizeTable::Scope scope,
+                                               FolderSizeTable::Comparison comparison);
+FolderSizeTable::Cells cellsOf(const FolderInspectionRow& row, const Calendar& calendar);
+
+/// By one column: names in the user's order, sizes and changes with what is unknown at the end
+/// either way. Rows that are alike there keep their order.
+void sortRows(std::vector<FolderInspectionRow>& rows, FolderSizeTable::Column column,
+              bool ascending);
+
+} // namespace tidemark

@@ -1,0 +1,53 @@
+#pragma once
+
+#include "core/base/Calendar.h"
+
+#include <string>
+#include <vector>
+
+namespace tidemark {
+
+/// One line of the inspector: what it is, and what was recorded.
+struct InspectionRow {
+    std::string label;
+    std::string value;
+
+    bool operator==(const InspectionRow&) const = default;
+};
+
+/// One thing that was different at the two ends of an interval.
+struct InspectionChange {
+    std::string subject;
+    std::string before;
+    std::string after;
+
+    bool operator==(const InspectionChange&) const = default;
+};
+
+/// Shown in this order: the heading, the rows, the changes as a table, the sentences.
+struct InspectionSection {
+    /// May be empty.
+    std::string heading{};
+    std::vector<InspectionRow> rows{};
+    std::vector<InspectionChange> changes{};
+    std::vector<std::string> sentences{};
+
+    bool isEmpty() const { return rows.empty() && changes.empty() && sentences.empty(); }
+    bool operator==(const InspectionSection&) const = default;
+};
+
+/// Words that several sections use.
+namespace inspectionText {
+
+inline constexpr const char* notReported = "Not reported";
+inline constexpr const char* notPresent = "Not present";
+inline constexpr const char* arrow = " → ";
+
+/// A date and time, to the second.
+inline std::string moment(Date date, const Calendar& calendar) {
+    return calendar.format(date, "d MMM yyyy, HH:mm:ss");
+}
+
+} // namespace inspectionText
+
+} // namespace tidemark

@@ -1,0 +1,103 @@
+#include "core/presentation/MenuContent.h"
+
+#include "core/base/Text.h"
+#include "core/base/Utf8.h"
+#include "core/presentation/SystemWords.h"
+#include "core/timeline/EventDisplay.h"
+
+#include <algorithm>
+
+namespace tidemark {
+
+namespace {
+
+using Kind = MenuEntry::Kind;
+using systemWords::shown;
+
+constexpr std::size_t recentEvents = 5;
+constexpr std::size_t recentClips = 3;
+/// In characters; menus grow as wide as their longest entry.
+constexpr std::size_t longestLabel = 60;
+
+/// No longer than a menu should be wide.
+std::string cut(const std::string& text) {
+    std::size_t place = 0;
+    for (std::size_t count = 0; count + 1 < longestLabel && place < text.size(); ++count)
+        utf8::next(text, place);
+    std::size_t following = place;
+    if (following < text.size())
+        utf8::next(text, following);
+    return following >= text.size() ? text : text.substr(0, place) + "…";
+}
+
+MenuEntry text(std::string_view label) {
+    return {.kind = Kind::text, .label = cut(oneLine(shown(label))), .isEnabled = false};
+}
+
+MenuEntry command(Kind kind, std::string_view label, std::string_view symbol = {}) {
+    return {.kind = kind, .label = shown(label), .symbol = std::string(symbol)};
+}
+
+MenuEntry entryOf(const Shared<Event>& event) {
+    return {.kind = Kind::event,
+            .label = cut(oneLine(shown(displayTitle(*event)))),
+            .symbol = event->symbol,
+            .event = event};
+}
+
+MenuEntry clipOf(const Shared<Event>& event) {
+    MenuEntry entry = entryOf(event);
+    entry.kind = Kind::clip;
+    entry.isPinned = event->memory->pinned;
+    return entry;
+}
+
+void addRecent(std::vector<MenuEntry>& menu, const std::vector<Shared<Event>>& timeline) {
+    menu.push_back(text("RECENT ACTIVITY"));
+    for (std::size_t i = 0; i < std::min(timeline.size(), recentEvents); ++i)
+        menu.push_back(entryOf(timeline[i]));
+    if (timeline.empty())
+        menu.push_back(text("Recorded changes will appear here after an observation."));
+    else
+        menu.push_back(command(Kind::viewAll, "View all"));
+}
+
+void addClips(std::vector<MenuEntry>& menu, const std::vector<Shared<Event>>& history) {
+    std::vector<MenuEntry> clips;
+    for (const auto& event : history) {
+        if (clips.size() == recentClips)
+            break;
+        if (event->memory && event->memory->kind == MemoryRecord::Kind::clipboard)
+            clips.push_back(clipOf(event));
+    }
+    if (clips.empty())
+        return;
+    menu.push_back({.kind = Kind::separator});
+    menu.push_back(text("CLIPBOARD"));
+    std::ranges::move(clips, std::back_inserter(menu));
+}
+
+} // namespace
+
+std::vector<MenuEntry> menuContent(const MenuState& state) {
+    std::vector<MenuEntry> menu{text(state.status), {.kind = Kind::separator}};
+    menu.push_back(command(Kind::search, "Search history · ⌃⇧Space", "search"));
+    menu.push_back({.kind = Kind::separator});
+    addRecent(menu, state.timeline);
+    addClips(menu, state.history);
+    menu.push_back({.kind = Kind::separator});
+    menu.push_back(command(Kind::search, "Search History…", "search"));
+    menu.push_back(command(Kind::openTimeline, "Open Timeline", "clock"));
+    menu.push_back(command(Kind::openProgram, "Open Tidemark", "app"));
+    menu.push_back({.kind = Kind::separator});
+    MenuEntry recording =
+        command(Kind::changeRecording, state.isRecording ? "Pause recording" : "Resume recording",
+                state.isRecording ? "pause.circle" : "play");
+    recording.isEnabled = state.canChangeRecording;
+    menu.push_back(std::move(recording));
+    menu.push_back(command(Kind::quit, "Quit Tidemark"));
+    menu.push_back(text("History stays on your Mac"));
+    return menu;
+}
+
+} // namespace tidemark

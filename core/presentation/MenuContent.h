@@ -1,0 +1,64 @@
+#pragma once
+
+#include "core/records/Event.h"
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tidemark {
+
+/// One entry of the menu beside the clock. A desktop draws that menu itself, so that an entry is
+/// text, an image and whether it can be chosen, and no more.
+struct MenuEntry {
+    enum class Kind {
+        /// Not to be chosen: how recording stands, a heading, a note.
+        text,
+        separator,
+        event,
+        clip,
+        viewAll,
+        search,
+        openTimeline,
+        openProgram,
+        changeRecording,
+        quit,
+    };
+
+    Kind kind = Kind::text;
+    std::string label{};
+    /// Name of the symbol image; may be empty.
+    std::string symbol{};
+    /// What `event` opens, and what `clip` shows, pins or unpins.
+    OptionalShared<Event> event{};
+    /// Of a clip.
+    bool isPinned = false;
+    bool isEnabled = true;
+
+    bool operator==(const MenuEntry&) const = default;
+};
+
+/// What the menu is made of.
+struct MenuState {
+    /// How recording stands.
+    std::string_view status;
+    bool isRecording = true;
+    bool canChangeRecording = true;
+    /// Newest first.
+    const std::vector<Shared<Event>>& timeline;
+    const std::vector<Shared<Event>>& history;
+};
+
+namespace menuText {
+
+inline constexpr std::string_view showClip = "Show in Tidemark";
+inline constexpr std::string_view pinClip = "Pin";
+inline constexpr std::string_view unpinClip = "Unpin";
+
+} // namespace menuText
+
+/// The whole menu, in order and in the words of this system.
+std::vector<MenuEntry> menuContent(const MenuState& state);
+
+} // namespace tidemark
