@@ -9,7 +9,7 @@ namespace {
 constexpr std::string_view projects = "Project folders, dependencies, and build outputs";
 
 /// Where package managers, containers and caches keep their data by default; the folders of the
-/// XDG Base Directory Specification without its variables.
+/// XDG Base Directories without their variables.
 constexpr auto places = std::to_array<Location>({
     {"Caches", ".cache", "Caches across applications; changes reported at folder thresholds"},
     {"Container Data", ".local/share/containers",

@@ -15,7 +15,7 @@ namespace tidemark {
 ///     [Group]
 ///     Key=value
 ///
-/// as the Desktop Entry Specification, systemd.syntax(7) and Flatpak's metadata have it. Lines
+/// as Desktop Entries of the XDG, systemd.syntax(7) and Flatpak's metadata have it. Lines
 /// that begin with "#" or ";" are comments. A key may occur again in a group, and a group again in
 /// a file; both stay in the order of the file. What is no group, no key and no comment is skipped,
 /// and so are keys before the first group. A key and its value are trimmed.

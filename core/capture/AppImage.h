@@ -2,8 +2,8 @@
 
 #include "core/capture/ApplicationFormat.h"
 
-/// An application as a single file that can be run, with its file system inside (AppImage
-/// specification): its name ends in ".appimage" in any case, and it is an ELF file with the
+/// An application as a single file that can be run, with its file system inside (AppImage,
+/// types 1 and 2): its name ends in ".appimage" in any case, and it is an ELF file with the
 /// bytes "AI" and 1 or 2 at offset 8. Only this beginning is read.
 namespace tidemark::AppImage {
 

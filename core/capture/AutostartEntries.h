@@ -8,8 +8,8 @@
 #include <filesystem>
 #include <vector>
 
-/// Programs that a desktop session starts: files "….desktop" in the folders of the Desktop
-/// Application Autostart Specification.
+/// Programs that a desktop session starts: files "….desktop" in the folders that the XDG
+/// has for autostart.
 namespace tidemark::AutostartEntries {
 
 /// Reads the folders, the most preferred first, each with its reading. A file that disables what

@@ -4,7 +4,7 @@
 #include "core/capture/ApplicationFormat.h"
 
 /// An application as a desktop entry: a file whose name ends in ".desktop", in a folder
-/// "applications" (Desktop Entry Specification 1.5). The version is that of the package which the
+/// "applications" (XDG Desktop Entry 1.5). The version is that of the package which the
 /// file belongs to, or of the snap that the entry names.
 ///
 /// What depends on the session (`OnlyShowIn`, `TryExec`) or the language is ignored, so that the

@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <limits>
 
-/// The serialised form (GVariant specification 1.0): a container ends with the places at which its
+/// The serialised form (GVariant): a container ends with the places at which its
 /// parts end, as numbers, the least significant byte first, whose length depends on the size
 /// of the container. Those of a tuple are in reverse order. Alignment counts from the start of the
 /// container, which is itself at a multiple of 8 here.

@@ -50,8 +50,8 @@ std::set<std::string> rootsOf(const Snapshot& snapshot) {
         for (const auto& report : *snapshot.folderStorage)
             roots.insert(report.path);
     if (snapshot.applicationStorage)
-        roots.insert(snapshot.coverage.applicationRoots.begin(),
-                     snapshot.coverage.applicationRoots.end());
+        roots.insert(snapshot.coverage.applicationRoots->begin(),
+                     snapshot.coverage.applicationRoots->end());
     return roots;
 }
 

@@ -113,7 +113,7 @@ std::optional<MountEntry> mountOf(const std::vector<MountEntry>& table, std::str
     for (const auto& entry : table)
         if (holds(entry, path) && (!best || entry.mountPoint.size() >= best->mountPoint.size()))
             best = &entry;
-    // The path may be on a mount that a later one hides; the device number tells them apart.
+    // The path may be on a mount that a later one hides; the device number is that of one of them.
     if (best && best->device != device)
         for (const auto& entry : table)
             if (entry.device == device && holds(entry, path))
