@@ -29,7 +29,7 @@ struct FolderManagerPage {
         /// Of the grant; absent for a folder that is not monitored.
         std::optional<Uuid> grant;
         bool isMonitored = false;
-        /// Whether it can be read, in words.
+        /// A text about whether the folder can be read.
         std::string status;
         Action action = Action::none;
         /// Empty without a button.
@@ -39,25 +39,25 @@ struct FolderManagerPage {
 
     std::string heading;
     std::vector<Row> rows;
-    /// Which folder is being asked for; may be empty.
+    /// Which folder the user is asked to choose; may be empty.
     std::string requesting;
 };
 
-/// What the page is made of.
+/// The state from which the page is made.
 struct FolderManagerState {
     bool isFirstSetup = false;
     const FolderAccess& access;
-    /// The recommended folders' paths without links, in their order; looked up in the background,
-    /// as a folder may not answer, and empty before that is done.
+    /// The paths of the recommended folders without links, in their order. Resolved in the
+    /// background, because a folder may not respond; empty until then.
     std::vector<std::string> recommendedPaths{};
-    /// The title of the folder that is being asked for.
+    /// The title of the folder that the user is asked to choose.
     std::optional<std::string> currentFolder{};
 };
 
 /// The recommended folders in their order, then those that the user added.
 FolderManagerPage folderManagerPage(const FolderManagerState& state);
 
-/// The question before a folder is monitored no longer.
+/// The confirmation before a folder is removed.
 struct StopMonitoring {
     static constexpr std::string_view explanation =
         "Future captures will no longer check this folder. A capture already in progress may "

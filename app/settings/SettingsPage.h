@@ -11,7 +11,7 @@
 
 namespace tidemark {
 
-/// One line of the settings: what it is, how it stands, and what it does.
+/// One line of the settings: its label, its value and its effect.
 struct SettingsRow {
     enum class Kind {
         /// A note, without a control.
@@ -38,7 +38,7 @@ struct SettingsRow {
         automaticUpdateDownloads,
     };
     struct Option {
-        /// What is stored.
+        /// The stored value.
         std::string value;
         std::string label;
 
@@ -47,9 +47,9 @@ struct SettingsRow {
 
     Kind kind = Kind::text;
     std::string label{};
-    /// The key of the preference that the control sets; empty for what is none.
+    /// The key of the preference that the control sets; empty if it sets none.
     std::string_view key{};
-    /// What a control does that sets no preference.
+    /// The command of a control that sets no preference.
     Command command = Command::none;
     bool isOn = false;
     /// The stored value of a choice, a number or a text, or the path that a command is about.
@@ -64,7 +64,7 @@ struct SettingsRow {
 };
 
 struct SettingsGroup {
-    /// Empty for the rows that stand directly below the heading of the section.
+    /// Empty for rows directly below the heading of the section.
     std::string heading;
     std::vector<SettingsRow> rows;
 };
@@ -74,7 +74,7 @@ struct SettingsSection {
     std::vector<SettingsGroup> groups;
 };
 
-/// What the page shows besides the stored preferences.
+/// The state that the page shows besides the stored preferences.
 struct SettingsPageState {
     const Preferences& preferences;
     const SettingSources& sources;
@@ -82,29 +82,29 @@ struct SettingsPageState {
     bool canChangeRecording = true;
     /// Absent where the next capture is not scheduled.
     std::optional<Date> nextCapture{};
-    /// Whether the program starts when the user logs in; absent where it can't be made to.
+    /// Whether the program starts when the user logs in; absent where that is not possible.
     std::optional<bool> opensAtLogin{};
-    /// The system holds that back until the user allows it there.
+    /// True when the user still has to allow that in the system's settings.
     bool loginNeedsApproval = false;
-    /// The global shortcut of the search panel works.
+    /// True when the global shortcut of the search panel is available.
     bool hasShortcut = false;
-    /// This build updates itself.
+    /// True when this build updates itself.
     bool hasUpdater = false;
     bool checksForUpdates = false;
     bool downloadsUpdates = false;
 };
 
-/// All sections in their order, in the words of this system. A row of something that this system
-/// does not have is left out; a control without its source says why.
+/// All sections in their order, in the words of this system. Rows for something that this system
+/// does not have are left out; a control without a source is disabled, with the reason.
 std::vector<SettingsSection> settingsPage(const SettingsPageState& state,
                                           const Calendar& calendar = Calendar());
 
-/// What the dialog says that picks configuration files.
+/// The texts of the dialog that picks configuration files.
 inline constexpr std::string_view configurationFilesPrompt =
     "Choose configuration files. Tidemark reads files under 1 MB to store a fingerprint; contents "
     "are never saved.";
 
-/// The question before the clipboard history is deleted.
+/// The confirmation before the clipboard history is deleted.
 inline constexpr std::string_view clearClipboardQuestion =
     "Delete all saved clipboard items, including pins?";
 inline constexpr std::string_view clearClipboardConfirm = "Delete Clipboard History";

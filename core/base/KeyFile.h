@@ -15,19 +15,21 @@ namespace tidemark {
 ///     [Group]
 ///     Key=value
 ///
-/// as Desktop Entries of the XDG, systemd.syntax(7) and Flatpak's metadata have it. Lines
-/// that begin with "#" or ";" are comments. A key may occur again in a group, and a group again in
-/// a file; both stay in the order of the file. What is no group, no key and no comment is skipped,
-/// and so are keys before the first group. A key and its value are trimmed.
+/// as Desktop Entries of the XDG, systemd.syntax(7) and Flatpak's metadata have it. Lines that
+/// begin with "#" or ";" are comments. A key may occur again in a group, and a group again in a
+/// file; both stay in the order of the file. Other lines, and keys before the first group, are
+/// skipped. A key and its value are trimmed.
 class KeyFile {
 public:
-    /// A larger file is not read. Honest ones with all their translations stay below a tenth.
+    /// Larger files are not read. Usual files with all their translations have less than a tenth of
+    /// this.
     static constexpr std::size_t maximumSize = std::size_t{1} << 20;
 
     enum class Continuation {
-        /// A "\" at the end of a line is a part of the value: desktop entries.
+        /// A "\" at the end of a line belongs to the value, as in desktop entries.
         none,
-        /// It joins the line with the next one that is no comment, by a space: units of systemd.
+        /// A "\" at the end of a line joins it by a space with the next line that is not a comment,
+        /// as in units of systemd.
         backslash,
     };
 
@@ -38,7 +40,7 @@ public:
         malformed,
     };
 
-    /// Views into the file, valid as long as it is.
+    /// Views into the file, valid while the `KeyFile` exists.
     struct Entry {
         std::string_view group;
         std::string_view key;
@@ -52,16 +54,17 @@ public:
     static std::expected<KeyFile, Failure> parse(std::string bytes, Continuation continuation);
 
     bool hasGroup(std::string_view group) const;
-    /// All of them, in the order of the file.
+    /// All entries, in the order of the file.
     const std::vector<Entry>& entries() const { return all; }
-    /// The text of the last entry of a key, which is the one that holds where a key may stand
-    /// once; absent when there is none.
+    /// The text of the last entry of a key, which takes effect where a key has one value; absent
+    /// when there is none.
     std::optional<std::string> value(std::string_view group, std::string_view key) const;
     /// The texts of all entries of a key, in order.
     std::vector<std::string> values(std::string_view group, std::string_view key) const;
 
-    /// A value of a desktop entry or of Flatpak's metadata with its escapes "\s", "\n", "\t", "\r"
-    /// and "\\" replaced by what they stand for. Other pairs stay as they are.
+    /// A value of a desktop entry or of Flatpak's metadata with its escapes "\s", "
+    ///
+    /// ", "\t", "\r" and "\\" replaced by the characters that they mean. Other pairs are unchanged.
     static std::string unescaped(std::string_view value);
 
 private:

@@ -47,7 +47,7 @@ std::expected<FileDescriptor, int> openParent(int top, const fs::path& canonical
     return folder;
 }
 
-/// What the link `name` of an open folder says; empty for what is no link.
+/// The text of the link `name` in an open folder; empty if it is not a link.
 std::string linkText(int folder, const std::string& name) {
     std::array<char, PATH_MAX> text;
     const ssize_t length = ::readlinkat(folder, name.c_str(), text.data(), text.size());

@@ -17,7 +17,7 @@ namespace tidemark {
 /// is its own, wherever it lies. Of a machine elsewhere, links are resolved as it would resolve
 /// them itself, an absolute one from its root folder and ".." never above that; and folders are
 /// opened one by one from its root folder, without following a link. So nothing outside of it is
-/// ever opened, even when somebody replaces a folder by a link in between.
+/// opened, even when a folder is replaced by a link meanwhile.
 ///
 /// A value that is cheap to copy. Any thread.
 class MachineFiles {
@@ -34,9 +34,9 @@ public:
     /// does not exist, the part that can be resolved is. `canonicalPath` for the machine itself.
     std::filesystem::path canonical(const std::filesystem::path& path) const;
 
-    /// Opens what stands at a canonical path, with `flags` of open(2); `O_NOFOLLOW` and `O_CLOEXEC`
-    /// are added. Without `O_NONBLOCK` this may wait for a FIFO. The error is that of `errno`:
-    /// ENOENT for what is missing, ELOOP or ENOTDIR for a link.
+    /// Opens the file or folder at a canonical path, with `flags` of open(2); `O_NOFOLLOW` and
+    /// `O_CLOEXEC` are added. Without `O_NONBLOCK` this may wait for a FIFO. The error is an
+    /// `errno` value: ENOENT when it does not exist, ELOOP or ENOTDIR for a link.
     std::expected<FileDescriptor, int> open(const std::filesystem::path& canonical,
                                             int flags) const;
 

@@ -1,6 +1,6 @@
 #pragma once
 
-/// Flags of open(2) that each system calls by another name.
+/// Flags of open(2) that have a different name on each system.
 namespace tidemark::openFlags {
 
 /// Opens a folder to look up names in it, without the permission to list it.

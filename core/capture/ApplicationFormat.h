@@ -26,7 +26,7 @@ struct FoundApplication {
 enum class ApplicationFailure {
     /// The entry is something else, such as a part of another program: nothing is counted.
     noApplication,
-    /// It can't be read, or lacks a required field.
+    /// The entry can't be read or lacks a required field.
     unreadable,
 };
 
@@ -42,13 +42,13 @@ struct ApplicationSurroundings {
     PackageIndex::Reading* packages = nullptr;
 };
 
-/// One way in which an application stands on disk.
+/// One form in which applications are stored on disk.
 struct ApplicationFormat {
     /// Decides by name and kind of the entry and by the family of its root only; not called for
     /// links.
     bool (*recognises)(const FolderEntry&, RootFamily);
     ApplicationReading (*read)(const FolderEntry&, const ApplicationSurroundings&);
-    /// Whether such an application is a folder, which has a size worth measuring.
+    /// True when such an application is a folder, whose size is measured.
     bool isFolder = false;
 };
 

@@ -20,8 +20,8 @@ struct Candidate {
     std::size_t root = 0;
 };
 
-/// For each candidate whether another one is the application. Applications of other families
-/// stand for themselves, however many have one identifier.
+/// For each candidate, true when another one is the application. In other families every candidate
+/// is an application, even when several have the same identifier.
 std::vector<bool> overridden(const std::vector<Candidate>& candidates);
 
 } // namespace tidemark::ApplicationPrecedence

@@ -14,8 +14,8 @@ namespace tidemark::AutostartEntries {
 
 /// Reads the folders, the most preferred first, each with its reading. A file that disables what
 /// has its name in a less preferred folder is the state of that, and no definition of its own; one
-/// that replaces it is one of its own. For which desktops an entry is meant, and whether its
-/// program is there, says nothing about whether it is defined.
+/// that replaces it is one of its own. An entry counts as defined for whichever desktops it is
+/// meant, and also when its program is missing.
 FamilyDefinitions read(const MachineFiles& machine,
                        const std::vector<std::filesystem::path>& folders,
                        std::vector<RootReading>& readings, const ProgramPaths& programs);

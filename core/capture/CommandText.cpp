@@ -18,7 +18,7 @@ std::string_view withoutBlanks(std::string_view text) {
     return text;
 }
 
-/// Goes through a text and knows at each character whether it stands in quotes.
+/// Iterates over a text and determines for each character whether it is in quotes.
 class Scanner {
 public:
     explicit Scanner(Quoting used) : quoting(used) {}
@@ -26,7 +26,7 @@ public:
     enum class Meaning {
         /// Ends a word.
         blank,
-        /// Belongs to how the text is written, not to what it says.
+        /// A quote or backslash that is not part of the value.
         mark,
         content,
     };

@@ -7,7 +7,7 @@
 /// Command lines as definitions have them: words with blanks between, which quotes hold together.
 namespace tidemark::CommandText {
 
-/// What stands in quotes, and what a backslash does.
+/// The rules for quotes and backslashes.
 enum class Quoting {
     /// Either kind of quotes, and a backslash before any character (systemd.service(5)).
     unit,
@@ -21,7 +21,7 @@ enum class Quoting {
 /// text.
 std::optional<std::string> firstWord(std::string_view command, Quoting quoting);
 
-/// What follows the first word, without the blanks before it.
+/// The text after the first word, without the blanks before it.
 std::string_view afterFirstWord(std::string_view command, Quoting quoting);
 
 /// The text with one space for each run of blanks outside of quotes, so that another indentation

@@ -55,7 +55,7 @@ bool isAssignment(std::string_view line) {
     return isName && line.contains('=');
 }
 
-/// What one table says, by definition key.
+/// The contents of one table, by definition key.
 struct Table {
     Array times;
     Array users;
@@ -154,7 +154,7 @@ BackgroundDefinition::Result readScript(const FolderEntry& entry, const ProgramP
     if (entry.kind != FolderEntry::Kind::regular)
         return std::unexpected(Failure::unreadable);
     const std::string folder = entry.path.parent_path().filename().native();
-    // "cron.daily" says how often.
+    // The interval is part of the name, as in "cron.daily".
     const std::string interval = folder.substr(folder.find('.') + 1);
     const Dictionary definition{
         {"Label", {textFromBytes(folder + "/" + entry.name())}},

@@ -5,8 +5,8 @@
 #include "core/capture/FolderListing.h"
 #include "core/capture/ProgramPaths.h"
 
-/// What cron(8) runs for the system: tables of commands with their times in a folder such as
-/// /etc/cron.d, and scripts in folders that say how often, such as /etc/cron.daily.
+/// The jobs that cron(8) runs for the system: tables of commands and times in folders such as
+/// /etc/cron.d, and scripts in folders whose names give the interval, such as /etc/cron.daily.
 namespace tidemark::CronDefinition {
 
 /// By the rule of cron and run-parts(8): a name of nothing but letters, digits, "_" and "-". So

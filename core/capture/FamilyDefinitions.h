@@ -9,8 +9,8 @@
 
 namespace tidemark {
 
-/// What the folders of one family define together, where a file in one folder can change what
-/// another says.
+/// The definitions of all folders of one family, where a file in one folder can change a definition
+/// in another.
 struct FamilyDefinitions {
     struct Definition {
         /// Index of the folder that it was found in.
@@ -22,8 +22,8 @@ struct FamilyDefinitions {
     std::vector<Definition> definitions;
     /// Links that were skipped, with the index of their folder.
     std::vector<std::pair<std::size_t, std::filesystem::path>> links;
-    /// A folder that can't be read. Nothing in any folder of the family can be compared then, as
-    /// what it would say about the others is not known.
+    /// A folder that can't be read. Then nothing in any folder of the family can be compared,
+    /// because that folder could change definitions in the others.
     std::optional<std::filesystem::path> unreadable;
 };
 

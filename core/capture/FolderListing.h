@@ -56,7 +56,7 @@ struct FolderEntry {
 
     /// Invalid when this is not a folder or can't be opened.
     FileDescriptor openFolder() const;
-    /// What a link says, as it stands in it; empty for what is no link.
+    /// The text of a link; empty if the entry is not a link.
     std::string linkText() const;
     /// The bytes of a regular file of at most `limit` bytes. Throws `FileError`.
     std::string read(std::size_t limit) const;

@@ -7,11 +7,12 @@
 
 namespace tidemark {
 
-/// What the names in a folder mean: ".service" is a unit in one folder and an activation file in
-/// another, ".desktop" an application in one and a start-up entry in another. A root of an
-/// inventory therefore says its family, and each format says the families that it is read in.
+/// The meaning of the names in a folder depends on the folder: ".service" is a unit in one folder
+/// and an activation file in another, ".desktop" an application in one and a start-up entry in
+/// another. Each root of an inventory therefore has a family, and each format is read only in
+/// certain families.
 enum class RootFamily {
-    /// What any folder may hold: bundles, and property lists of jobs.
+    /// Any folder: bundles, and property lists of jobs.
     any,
     /// Desktop entries below a folder "applications" (desktop-entry-spec).
     desktopEntries,
@@ -34,7 +35,7 @@ struct ApplicationRoot {
     std::filesystem::path path;
     RootFamily family = RootFamily::any;
 
-    /// Also by a path alone, of a folder that belongs to no family.
+    /// Not explicit, so that a path alone is a root of no family.
     ApplicationRoot(std::filesystem::path folder, RootFamily holds = RootFamily::any)
         : path(std::move(folder)), family(holds) {}
 

@@ -17,7 +17,7 @@ class PackageAssociation {
 public:
     static constexpr std::string_view reason = "Possible association based on installed package";
 
-    /// Without `packages`, none is ever found. `applications` must outlive this.
+    /// Without `packages`, no application is found. `applications` must outlive this object.
     PackageAssociation(const std::vector<Shared<Application>>& applications,
                        PackageIndex::Reading* packages);
 

@@ -13,7 +13,7 @@ namespace tidemark {
 /// names for the same program, and releases move from one to the other without any meaning.
 class ProgramPaths {
 public:
-    /// Where all folders of programs are folders.
+    /// For a machine on which no folder of programs is a link.
     ProgramPaths() = default;
     /// By the links that the machine has among its folders of programs.
     static ProgramPaths of(const MachineFiles& machine);

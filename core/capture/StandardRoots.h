@@ -7,15 +7,17 @@
 #include <filesystem>
 #include <vector>
 
-/// Where a system keeps applications and what starts by itself. One source file per system.
+/// The standard folders for applications and for programs that start automatically. One source file
+/// per system.
 ///
-/// Within a family the folder that has precedence comes first. Folders are named whether they exist
-/// or not, since what appears in a missing one is new. None of them lies in another, and none is
-/// emptied by a restart, so that what goes with a restart is never reported as removed.
+/// Within a family the folder that has precedence comes first. Folders are included even if they
+/// don't exist, so that whatever appears in them later is reported as new. None of them is inside
+/// another one, and none is emptied by a restart, which would be reported as removals.
 namespace tidemark::StandardRoots {
 
-/// Whose folders: of `home`, and of the variables that move or add folders. The environment of this
-/// process says nothing about a machine elsewhere, for which none is asked.
+/// Selects the folders: those of `home`, and those that environment variables move or add. For a
+/// machine elsewhere no variables are used, because the environment of this process does not apply
+/// to it.
 struct Places {
     MachineFiles machine{};
     std::filesystem::path home;
@@ -35,21 +37,22 @@ ApplicationRoot applicationRoot(const std::filesystem::path& folder, const Place
 BackgroundRoot backgroundRoot(const std::filesystem::path& folder, BackgroundItem::Kind kind,
                               const Places& places);
 
-/// What a capture reads where the user allowed `folder`: the folder alone; or all standard roots
-/// of that purpose, when it is one that stands for them in a choice of folders.
+/// The roots that a capture reads when the user granted `folder`: all standard roots of that
+/// purpose if `folder` represents them in a choice of folders, otherwise only the folder itself.
 std::vector<ApplicationRoot> applicationsFor(const std::filesystem::path& folder,
                                              const Places& places);
 std::vector<BackgroundRoot> backgroundFor(const std::filesystem::path& folder,
                                           BackgroundItem::Kind kind, const Places& places);
 
-/// The folders that stand for all applications, agents and daemons in a choice of folders; empty
-/// where each folder stands for itself. For agents it is one of two, by which of them exists now:
-/// many a user has no folder of start-up entries. Either stands for all.
+/// The folders that represent all standard roots for applications, agents and daemons in a choice
+/// of folders; empty on systems where the user chooses each folder separately. For agents it is the
+/// one of two folders that exists at present, since many users have no folder of start-up entries.
+/// Either of them represents all.
 std::filesystem::path folderOfApplications(const Places& places);
 std::filesystem::path folderOfAgents(const Places& places);
 std::filesystem::path folderOfDaemons(const Places& places);
 
-/// Whether `folder` stands for all standard roots of a purpose.
+/// True when `folder` represents all standard roots of a purpose.
 bool standsForApplications(const std::filesystem::path& folder, const Places& places);
 bool standsForBackground(const std::filesystem::path& folder, BackgroundItem::Kind kind,
                          const Places& places);

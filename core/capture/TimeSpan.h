@@ -7,7 +7,7 @@
 /// seconds.
 namespace tidemark::TimeSpan {
 
-/// In seconds. Absent for what is no span, and for "infinity".
+/// The span in seconds. Absent for other texts and for "infinity".
 std::optional<double> seconds(std::string_view text);
 
 } // namespace tidemark::TimeSpan

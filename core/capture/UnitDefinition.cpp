@@ -135,7 +135,7 @@ std::vector<const DropIn*> dropInsOf(const UnitFolders& folders, const std::stri
     return chosen;
 }
 
-/// What a unit file says, with its drop-ins where they belong to it.
+/// The settings of a unit file, with its drop-ins if they apply to it.
 struct Effective {
     UnitSettings settings;
     /// Links among the drop-ins. They are not followed, but one that comes or goes is a change.

@@ -9,13 +9,13 @@
 #include <string>
 #include <vector>
 
-/// From units to items. Pure functions of what the folders of a manager hold.
+/// Makes background items from units. Pure functions of the contents of a manager's folders.
 namespace tidemark::UnitDefinition {
 
-/// A unit that is an item.
+/// A unit that is listed as a background item.
 struct Item {
     std::string name;
-    /// Of its file, or of the link that enables an instance of a template.
+    /// The path of its file, or of the link that enables an instance of a template.
     std::filesystem::path path;
     /// The file that defines it.
     const UnitFolders::Fragment* fragment = nullptr;
@@ -26,7 +26,7 @@ struct Item {
 /// were, since the others are internal to the system; and enabled instances of templates.
 std::vector<Item> itemsOf(const UnitFolders& folders);
 
-/// The unit in the words of launchd.plist(5), by the keys of `BackgroundDefinition`. Drop-ins
+/// The unit in the terms of launchd.plist(5), with the keys of `BackgroundDefinition`. Drop-ins
 /// belong to the most preferred file of a name; being enabled and being masked to all of them. A
 /// timer, a socket or a path has the program of the unit that it starts. `unreadable` when the
 /// file, or a drop-in, or those of the unit that it starts, can't be read.

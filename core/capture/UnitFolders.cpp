@@ -37,7 +37,7 @@ struct Content {
     std::optional<KeyFile> file{};
 };
 
-/// What a unit file says; no file where it can't be read or has not the form of one.
+/// The contents of a unit file; absent when it can't be read or is malformed.
 Content contentOf(const FolderEntry& entry, RootReading& reading) {
     try {
         std::string bytes = entry.read(KeyFile::maximumSize);
@@ -48,7 +48,7 @@ Content contentOf(const FolderEntry& entry, RootReading& reading) {
         if (parsed)
             return {.file = *std::move(parsed)};
     } catch (const FileError&) {
-        // As one that has not the form of a unit.
+        // Treated like a malformed file.
     }
     return {};
 }

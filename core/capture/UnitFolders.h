@@ -14,10 +14,10 @@
 
 namespace tidemark {
 
-/// What the unit folders of one manager hold, the system's or a user's (systemd.unit(5)). Files
-/// give units, drop-ins change them, links enable, mask and rename them; which of them holds
-/// depends on all folders together. So all are read first, in one pass, and a unit is looked up
-/// here afterwards without a look at the disk.
+/// The contents of the unit folders of one manager, the system's or a user's (systemd.unit(5)).
+/// Files define units, drop-ins change them, and links enable, mask and rename them; which of them
+/// takes effect depends on all folders together. So all folders are read first, in one pass, and
+/// units are looked up here afterwards without access to the disk.
 struct UnitFolders {
     /// A file that defines a unit, or masks those of its name in less preferred folders.
     struct Fragment {
@@ -34,7 +34,7 @@ struct UnitFolders {
         std::string name;
         bool isMask = false;
         std::optional<KeyFile> content{};
-        /// Of a link that is no mask. What it leads to is not read.
+        /// True for a link that is not a mask. Its target is not read.
         std::string linkText{};
     };
     /// A link that enables a unit: one in a folder such as "multi-user.target.wants"; or one of an
@@ -42,7 +42,7 @@ struct UnitFolders {
     /// some units, such as a display manager.
     struct Enablement {
         std::filesystem::path path;
-        /// It lies in a folder of the distribution, not of an administrator or a user.
+        /// True for a link in a folder of the distribution, not of an administrator or a user.
         bool isVendors = false;
     };
 
@@ -101,7 +101,7 @@ private:
 
     const MachineFiles& machine;
     std::vector<std::filesystem::path> searchPath;
-    /// What was asked about folders that links lead to.
+    /// Cached results of `isInSearchPath`.
     std::map<std::filesystem::path, bool> knownFolders;
     std::optional<std::filesystem::path> unreadable;
     UnitFolders found;

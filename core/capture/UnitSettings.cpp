@@ -23,7 +23,7 @@ enum class Form {
     outputFile,
 };
 
-/// A setting that is watched. A name that ends with "*" stands for all that begin like it.
+/// A setting that is watched. A name that ends with "*" matches all names with that beginning.
 struct Setting {
     std::string_view name;
     /// The definition key that its text goes to; empty for those that are translated one by one.

@@ -11,11 +11,11 @@
 namespace tidemark {
 
 /// The settings of a unit that are watched: of its file and then of its drop-ins, each read on top
-/// of what was read before. Settings of a list add to it, and an empty one clears the list; of
-/// others the last one holds, and an empty one means the default.
+/// of what was read before. Settings of a list add to it, and an empty one clears the list; for
+/// others the last one takes effect, and an empty one means the default.
 class UnitSettings {
 public:
-    /// `unitName` says by its suffix which group of the files counts.
+    /// The suffix of `unitName` determines which group of the files is read.
     explicit UnitSettings(std::string_view unitName);
 
     void read(const KeyFile& file);
@@ -26,7 +26,7 @@ public:
     std::vector<std::string> values(std::string_view name) const;
 
     /// Texts "Name=value" by the definition key that they belong to, in the order of the names and
-    /// within a name in that of the files. What means the same is written alike.
+    /// within a name in that of the files. Settings with the same meaning have the same text.
     std::map<std::string_view, std::vector<std::string>> byDefinitionKey() const;
 
 private:

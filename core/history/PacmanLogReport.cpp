@@ -19,7 +19,7 @@ constexpr std::string_view arrow = " -> ";
 constexpr auto actions =
     std::to_array<std::string_view>({"installed ", "upgraded ", "reinstalled ", "downgraded "});
 
-/// Seconds east of Greenwich that "+0200" says; absent for anything else.
+/// The offset from UTC in seconds of a text such as "+0200"; absent for other texts.
 std::optional<double> offset(std::string_view text) {
     if (text.size() != 5 || (text[0] != '+' && text[0] != '-'))
         return std::nullopt;

@@ -19,7 +19,7 @@ namespace tidemark::PacmanLogReport {
 
 /// The report of a text of whole lines, oldest first. The date of an installation is the start of
 /// its transaction. `automatic` has the names of packages that were installed because others need
-/// them. Lines of programs that a package runs stand between those of pacman, and are passed over.
+/// them. Lines of programs that a package runs appear between those of pacman and are skipped.
 std::string make(std::string_view log, const std::set<std::string, std::less<>>& automatic,
                  Date since);
 

@@ -5,7 +5,7 @@
 
 namespace tidemark {
 
-/// What a live observation recorded besides its title, as rows and sentences.
+/// The details of a live activity record besides its title, as rows and sentences.
 InspectionSection activityContextDetails(const SystemActivity& activity, const Calendar& calendar);
 
 } // namespace tidemark

@@ -6,11 +6,11 @@
 
 namespace tidemark {
 
-/// What is known of the size of the application that an event is about: when the event was made,
-/// and in the newest snapshot, which may be null. Empty where no application was ever measured.
+/// The sizes of an event's application at the time of the event and in the newest snapshot, which
+/// may be null. Empty when the application was never measured.
 InspectionSection applicationSizeDetail(const Event& event, const Application& application,
                                         const Snapshot* latest, const Calendar& calendar);
-/// Of an application that is gone.
+/// For an application that was removed.
 InspectionSection removedApplicationSizeDetail(const Event& event, const Calendar& calendar);
 
 } // namespace tidemark

@@ -6,8 +6,8 @@
 
 namespace tidemark::ChangeInspection {
 
-/// What an event of a comparison is about, by its first change, and below that all its changes.
-/// `latest` may be null. Empty for an event without changes.
+/// Describes the subject of a comparison event, taken from its first change, and then lists all its
+/// changes. `latest` may be null. Empty for an event without changes.
 std::vector<InspectionSection> sections(const Event& event, const Snapshot* latest,
                                         const Calendar& calendar);
 

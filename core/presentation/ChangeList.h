@@ -5,7 +5,7 @@
 
 namespace tidemark {
 
-/// What was before and after each change; nothing of a change whose values can't be shown.
+/// The values before and after each change. Changes whose values can't be shown are left out.
 std::vector<InspectionChange> changeList(const std::vector<Change>& changes);
 
 } // namespace tidemark

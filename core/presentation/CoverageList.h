@@ -9,7 +9,7 @@
 
 namespace tidemark {
 
-/// What the coverage report lists: when nothing was captured, and what captures could not see.
+/// The contents of the coverage report: the times without captures, and the problems of captures.
 struct CoverageList {
     static constexpr std::string_view title = "Coverage";
     static constexpr std::string_view explanation = "Observation gaps and access limitations";
@@ -19,10 +19,10 @@ struct CoverageList {
         std::string when;
         bool isOngoing = false;
     };
-    /// One problem, however many captures met it.
+    /// One problem, listed once for all captures that had it.
     struct AccessProblem {
         std::string message;
-        /// When it was met, and by how many captures where that is several.
+        /// The time of the problem, and the number of captures if there are several.
         std::string when;
     };
 

@@ -9,7 +9,7 @@
 
 namespace tidemark {
 
-/// What stands in place of a list without events: why it is empty, and what can be done.
+/// The texts shown instead of an empty list: why it is empty, and what the user can do.
 struct EmptyState {
     enum class Action { none, checkNow, openCoverage, saveSnapshot };
 
@@ -18,23 +18,23 @@ struct EmptyState {
     /// Name of the symbol image.
     std::string symbol;
     Action action = Action::none;
-    /// Of the button; empty without one.
+    /// The label of the button; empty without a button.
     std::string actionLabel{};
 
     bool operator==(const EmptyState&) const = default;
 };
 
-/// What an empty list is explained by.
+/// The state from which the texts are made.
 struct EmptyTimeline {
     /// Null when nothing was captured yet.
     const Snapshot* latest = nullptr;
     /// Since the open snapshot, or in the time window.
     ObservationCoverageReport coverage{};
-    /// How many captures are kept.
+    /// Number of captures that are kept.
     std::size_t captures = 0;
     WorkspaceDestination place = WorkspaceDestination::timeline;
     bool isSnapshotOpen = false;
-    /// Why nothing can come to the place on this system, if so.
+    /// Why the place is always empty on this system, if it is.
     std::optional<std::string> absentSource{};
 };
 

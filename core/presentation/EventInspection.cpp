@@ -43,7 +43,7 @@ InspectionSection installationSection(const InstallationRecord& record, const Ca
             .sentences = {installationSentence}};
 }
 
-/// When it happened, which for what two observations tell apart is an interval.
+/// The time of the event; an interval for changes between two observations.
 InspectionSection timeSection(const Event& event, bool isStateComparison,
                               const Calendar& calendar) {
     InspectionSection section;

@@ -8,7 +8,7 @@
 
 namespace tidemark {
 
-/// What the inspector offers to do with an event.
+/// A button of the inspector.
 enum class InspectionCommand { copyIdentifier, inspectFolderSizes, backgroundSettings };
 
 struct InspectionAction {
@@ -25,7 +25,7 @@ struct EventInspection {
     static constexpr std::string_view closeDetails = "Close details";
     static constexpr std::string_view before = "Before";
     static constexpr std::string_view after = "After";
-    /// Stands in the inspector while no event is selected.
+    /// Shown in the inspector while no event is selected.
     static constexpr std::string_view placeholder =
         "Select an event to inspect its source, observation interval, and details.";
 
@@ -36,7 +36,7 @@ struct EventInspection {
     std::vector<InspectionSection> sections;
     std::vector<InspectionAction> actions;
 
-    /// `latest` is the newest snapshot, which says what is still there; null when there is none.
+    /// `latest` is the newest snapshot, which shows what still exists; null when there is none.
     /// `isStateComparison`: the event is a difference between a named snapshot and the latest one.
     static EventInspection of(const Event& event, const Snapshot* latest, bool isStateComparison,
                               const Calendar& calendar = Calendar());

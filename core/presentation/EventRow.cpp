@@ -10,7 +10,8 @@ namespace {
 
 using systemWords::shown;
 
-/// The start of an interval needs what differs from the day of the event, under which it stands.
+/// The start of an interval is written with the date or year only where they differ from those of
+/// the event's heading.
 const char* startPattern(const Event& event, const Calendar& calendar) {
     using namespace std::chrono;
     const year_month_day start(floor<days>(calendar.clockAt(event.intervalStart)));

@@ -12,9 +12,10 @@ struct EventRow {
     std::string title;
     /// May be empty.
     std::string subtitle;
-    /// The time of day, or for an interval its two ends.
+    /// The time of day; for an interval, its start and end.
     std::string time;
-    /// The label of an event that the system remembers and no capture saw; empty for all others.
+    /// A label for events that come from the system's log instead of a capture; empty for all
+    /// others.
     std::string importedLabel;
     /// Name of the symbol image.
     std::string symbol;

@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-/// What the panel says that saves the history as a report. The file is proposed to be called
+/// The texts of the panel that saves the history as a report. The suggested file name is
 /// `HistoryExport::fileName`.
 namespace tidemark::exportPanel {
 

@@ -93,7 +93,7 @@ bool hasChildren(const std::optional<Node>& node) {
     return node && node->children && !node->children->empty();
 }
 
-/// What a row says when it is opened and has no children.
+/// The text below an open row without children.
 std::string noChildrenOf(const Row& row) {
     if (hasChildren(row.before) || hasChildren(row.after))
         return {};

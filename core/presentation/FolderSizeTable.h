@@ -10,8 +10,8 @@
 
 namespace tidemark {
 
-/// The table of folder sizes. Its rows are `FolderInspectionRow`s, whose children are looked up
-/// when a row is opened; here is what stands in it besides.
+/// The texts, columns and order of the table of folder sizes. Its rows are `FolderInspectionRow`s,
+/// whose children are looked up when a row is opened.
 struct FolderSizeTable {
     static constexpr std::string_view title = "Folder Sizes";
     static constexpr std::string_view aboutTitle = "About These Sizes";
@@ -32,7 +32,7 @@ struct FolderSizeTable {
         bool operator==(const Header&) const = default;
     };
 
-    /// What is known of a folder now, against what was.
+    /// How the present measurement of a folder compares with the earlier one.
     enum class Trend { unknown, same, grew, shrank };
 
     /// One row as it is shown.
@@ -42,11 +42,11 @@ struct FolderSizeTable {
         std::string after;
         std::string change;
         Trend trend = Trend::unknown;
-        /// When the size was measured, and why it is missing or partial; a line each.
+        /// The time of the measurement, and why the size is missing or partial; one line each.
         std::string help;
-        /// Of the button that opens the row; empty where there is nothing to open.
+        /// The label of the button that opens the row; empty for a row that can't be opened.
         std::string toggle;
-        /// Stands below an open row in place of children; empty where there are some.
+        /// Shown below an open row without children; empty when there are some.
         std::string noChildren;
         /// All of that in one sentence, for a screen reader.
         std::string accessibleText;

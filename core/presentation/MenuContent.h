@@ -13,7 +13,7 @@ namespace tidemark {
 /// text, an image and whether it can be chosen, and no more.
 struct MenuEntry {
     enum class Kind {
-        /// Not to be chosen: how recording stands, a heading, a note.
+        /// Can't be chosen: the recording status, a heading or a note.
         text,
         separator,
         event,
@@ -39,9 +39,9 @@ struct MenuEntry {
     bool operator==(const MenuEntry&) const = default;
 };
 
-/// What the menu is made of.
+/// The state from which the menu is made.
 struct MenuState {
-    /// How recording stands.
+    /// The recording status.
     std::string_view status;
     bool isRecording = true;
     bool canChangeRecording = true;

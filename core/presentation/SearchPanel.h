@@ -8,16 +8,16 @@
 
 namespace tidemark {
 
-/// The keys that the search panel takes before its field gets them.
+/// The keys that the search panel handles before its text field.
 enum class SearchPanelKey { up, down, pageUp, pageDown, enter, escape, other };
 
-/// What a key does there.
+/// The action of a key.
 struct SearchPanelAction {
     enum class Kind { type, moveSelection, openSelected, dismiss };
 
-    /// `type` leaves the key to the field, also where the list has the focus.
+    /// `type` passes the key to the field, also when the list has the focus.
     Kind kind = Kind::type;
-    /// Of `moveSelection`: by how many results.
+    /// The number of results for `moveSelection`.
     std::ptrdiff_t delta = 0;
 
     bool operator==(const SearchPanelAction&) const = default;
@@ -29,7 +29,7 @@ SearchPanelAction actionOf(SearchPanelKey key, std::ptrdiff_t page);
 /// One result, each text on a single line and in the words of this system.
 struct SearchResultRow {
     std::string title;
-    /// What it is about, and where it belongs.
+    /// The second line of the event, and its category.
     std::string subtitle;
     std::string when;
     /// Name of the symbol image.

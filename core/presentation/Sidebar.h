@@ -19,30 +19,30 @@ struct SidebarRow {
 
     Kind kind = Kind::heading;
     std::string label;
-    /// The second line: of a snapshot, when it was taken.
+    /// The second line; for a snapshot, when it was taken.
     std::string detail{};
     /// Name of the symbol image; empty for a row without one.
     std::string symbol{};
-    /// What the place would hold; absent where that isn't counted.
+    /// The number of events in the place; absent when they are not counted.
     std::optional<std::size_t> count{};
     std::optional<WorkspaceDestination> place{};
     std::optional<Uuid> snapshot{};
-    /// It is what the list shows.
+    /// True when the list shows this place.
     bool isSelected = false;
-    /// The place narrows the timeline now, alone or with others.
+    /// True when the place is a filter of the timeline.
     bool isFilter = false;
-    /// What the button says that adds the place to the filters of the timeline, or takes it out;
-    /// empty for a row without it.
+    /// The label of the button that adds the place to the filters of the timeline or removes it;
+    /// empty for a row without that button.
     std::string filterToggle{};
     /// The tool tip; may be empty.
     std::string help{};
-    /// What a screen reader says.
+    /// The text for a screen reader.
     std::string accessibleText{};
 
     bool operator==(const SidebarRow&) const = default;
 };
 
-/// What the sidebar is made of.
+/// The state from which the sidebar is made.
 struct SidebarState {
     WorkspaceDestination workspace = WorkspaceDestination::timeline;
     std::set<WorkspaceDestination> systemFilters{};

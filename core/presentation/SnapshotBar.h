@@ -9,7 +9,7 @@
 
 namespace tidemark {
 
-/// What stands above the list while a named snapshot is open.
+/// The bar above the list while a named snapshot is open.
 struct SnapshotBar {
     struct Mode {
         SnapshotViewMode mode;
@@ -22,20 +22,21 @@ struct SnapshotBar {
     /// The name, and when the snapshot was taken.
     std::string title;
     std::vector<Mode> modes;
-    /// What is compared, what is still being done, or what may be missing; may be empty.
+    /// A note on the compared states, the running comparison, or events that may be missing; may be
+    /// empty.
     std::string note;
 
     bool operator==(const SnapshotBar&) const = default;
 };
 
-/// What the bar is made of.
+/// The state from which the bar is made.
 struct OpenSnapshot {
     const Baseline& snapshot;
     /// Null when nothing was captured yet.
     const Snapshot* latest;
     SnapshotViewMode mode;
     bool isComparing;
-    /// Events since the snapshot may have been removed.
+    /// True when events since the snapshot may be missing.
     bool isIncomplete;
 };
 SnapshotBar snapshotBar(const OpenSnapshot& open, const Calendar& calendar);

@@ -17,20 +17,20 @@ struct ToolbarAction {
     /// Name of the symbol image.
     std::string symbol;
     bool isEnabled = true;
-    /// Absent for what is no switch.
+    /// Absent when the button is not a switch.
     std::optional<bool> isOn{};
 
     bool operator==(const ToolbarAction&) const = default;
 };
 
-/// What the toolbar is made of.
+/// The state from which the toolbar is made.
 struct ToolbarState {
-    /// Something runs that no capture may begin beside.
+    /// True when a running operation prevents a capture.
     bool isBusy = false;
     bool isChecking = false;
     bool isRecording = true;
     bool canChangeRecording = true;
-    /// There is something in the list, and nothing is being compared.
+    /// True when the list has events and no comparison is running.
     bool canExport = false;
     bool isDark = false;
 };

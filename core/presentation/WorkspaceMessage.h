@@ -8,32 +8,33 @@ namespace tidemark {
 
 /// A bar above the list.
 struct WorkspaceMessage {
-    /// What the button of the bar does.
+    /// The action of the button.
     enum class Retry { none, readHistory, check };
 
-    /// Empty for what is no failure.
+    /// Empty when the message is not about a failure.
     std::string title;
     std::string text;
     Retry retry = Retry::none;
-    /// Of the button; empty without one.
+    /// The label of the button; empty without a button.
     std::string retryLabel{};
 
     bool isFailure() const { return !title.empty(); }
     bool operator==(const WorkspaceMessage&) const = default;
 };
 
-/// What messages are made of: each text absent where there is nothing to say.
+/// The state from which the messages are made. A text is absent when there is no message of its
+/// kind.
 struct WorkspaceProblems {
-    /// Of the last load, capture or save.
+    /// The error of the last load, capture or save.
     std::optional<std::string> error{};
-    /// The history has been read.
+    /// True when the history has been read.
     bool isLoaded = true;
     bool canCheck = true;
     std::optional<std::string> activity{};
     std::optional<std::string> memory{};
     std::optional<std::string> settings{};
     std::optional<std::string> folders{};
-    /// What became of the import at the first start.
+    /// The result of the import at the first start.
     std::optional<std::string> initialHistory{};
 };
 
