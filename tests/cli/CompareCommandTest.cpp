@@ -47,7 +47,7 @@ Saturday, 28 February 2026
 ● 19:33 – 20:03  Sextant Installed
                  2.0
 ● 19:33 – 20:03  Background Item Changed
-                 LaunchAgent · org.example.lantern.sync
+                 User service · org.example.lantern.sync
 ● 19:33 – 20:03  Less Space Available
                  Main Disk · 7 GB decrease in free space · 205 GB remaining
 ● 19:32 – 20:02  Trash Is Now Empty
