@@ -146,7 +146,7 @@ std::string list(const Preferences& preferences, const SettingSources& sources,
     }
     if (!report.suggestedConfigurationFiles.empty())
         out += "Files that " + std::string(preference::configurationHistoryPaths.name)
-               + " may name: " + oneLine(joined(report.suggestedConfigurationFiles)) + "\n";
+               + " may name: " + oneLine(joined(report.suggestedConfigurationFiles, ", ")) + "\n";
     return report.problem ? out + oneLine(*report.problem) + "\n" : out;
 }
 

@@ -53,13 +53,6 @@ std::string presenceOf(State state, bool isDefinition) {
     return "Unknown · location was not fully observed.";
 }
 
-std::string joined(const std::vector<std::string>& words) {
-    std::string text;
-    for (const auto& word : words)
-        text += (text.empty() ? "" : ", ") + word;
-    return text;
-}
-
 /// Fills the sections by the case of the first change.
 class Subject {
 public:
@@ -92,7 +85,7 @@ public:
     void operator()(const change::BackgroundChanged& changed) {
         const auto keys = BackgroundDefinition::changedKeys(*changed.before, *changed.after);
         if (!keys.empty())
-            row("Changed settings", joined(keys));
+            row("Changed settings", joined(keys, ", "));
         add(*changed.after);
     }
 

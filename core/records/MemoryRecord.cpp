@@ -50,7 +50,7 @@ const Words& wordsOf(Kind kind) {
     return words[static_cast<std::size_t>(kind)];
 }
 
-std::string joined(std::string_view first, std::string_view second) {
+std::string twoParts(std::string_view first, std::string_view second) {
     std::string text(first);
     if (!first.empty() && !second.empty())
         text += dot;
@@ -90,9 +90,9 @@ std::string_view MemoryRecord::explanation() const {
 
 std::string MemoryRecord::subtitle() const {
     if (isFile())
-        return joined(activity(), path ? parentFolder(*path) : std::string_view());
+        return twoParts(activity(), path ? parentFolder(*path) : std::string_view());
     if (kind == Kind::clipboard)
-        return joined(contentType.value_or(""), appName.value_or(""));
+        return twoParts(contentType.value_or(""), appName.value_or(""));
     if (kind != Kind::appUsage)
         return std::string(activity());
     const auto seconds =

@@ -76,15 +76,15 @@ TEST_F(Requests, AreCheckedLikeACommandLine) {
         {"schedule", R"({"value":"often"})", "often"},
         {"snapshot save", R"({"name":"a\u0000b"})", "name: a text can't hold a NUL"},
         {"timeline",
-         R"({"category":[],"place":"timeline","search":"","counts":false,"json":false,)"
+         R"({"category":[],"place":"timeline","search":"","counts":false,"ids":false,"json":false,)"
          R"("limit":-1})",
          "--limit: the number must be"},
         {"timeline",
-         R"({"category":[],"place":"timeline","search":"","counts":false,"json":false,)"
+         R"({"category":[],"place":"timeline","search":"","counts":false,"ids":false,"json":false,)"
          R"("window":"9z"})",
          "--window: "},
         {"timeline",
-         R"({"category":[],"place":"timeline","search":"","counts":false,"json":false,)"
+         R"({"category":[],"place":"timeline","search":"","counts":false,"ids":false,"json":false,)"
          R"("window":"day","since":"7d"})",
          "together"},
         // "Stuff", "/\0x" and "Zm9v=" as base64.
