@@ -151,6 +151,10 @@ constexpr auto entries = std::to_array<Entry>({
     {"{}macOS denied folder access to this running copy of Tidemark.",
      "{}The system denied folder access to this running copy of Tidemark."},
     {"{}. Check System Settings or folder permissions.", "{}. Check folder permissions."},
+    {"Background definitions are not observed until you allow a LaunchAgents or LaunchDaemons "
+     "folder in Settings.",
+     "Background definitions are not observed until you allow a folder of background agents or "
+     "system daemons in Settings."},
     {"This edition requires individual folder approval. Full Disk Access does not override its "
      "sandbox.",
      "This edition requires individual folder approval."},

@@ -18,7 +18,9 @@ namespace fs = std::filesystem;
 bool namesOtherSystem(const std::string& text) {
     static const std::regex names(
         R"(\b(Mac|macOS|macActivity|Finder|Spotlight|XProtect|Gatekeeper|Xcode|IOBluetooth|APFS)\b)"
-        R"(|\b(LaunchAgent|LaunchDaemon|launchAgents|launchDaemons|Command-click)\b)"
+        R"(|\b(launchAgents|launchDaemons|Command-click)\b)"
+        // As the last part of a path they are not shown.
+        R"(|(^|[^/])\b(LaunchAgents?|LaunchDaemons?)\b)"
         R"(|System Settings|Login Items|Full Disk Access|menu bar|–Command–|Control–|⌘|⌃)");
     return std::regex_search(text, names);
 }
