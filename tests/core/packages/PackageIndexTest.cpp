@@ -34,7 +34,7 @@ struct Machine {
         std::filesystem::create_symlink("usr/lib", root / "lib");
     }
 
-    /// "package version", "-" where no package owns the file, "?" where that can't be told.
+    /// "package version", "-" where no package owns the file, "?" where the owner is unknown.
     std::string owner(const std::string& path) {
         auto reading = index.read(MachineFiles::below(root.path()),
                                   {"/usr/share/applications", "/usr/lib/systemd/system"});
