@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QStyleOptionViewItem>
+#include <QWidget>
+
+/// The two colours of text, by the palette and never by name, so that a dark or a high contrast
+/// palette is followed.
+namespace tidemark::textColor {
+
+/// How much of the text colour a second line has.
+inline constexpr double dimness = 0.68;
+
+inline QColor dimmed(QColor color) {
+    color.setAlphaF(static_cast<float>(color.alphaF() * dimness));
+    return color;
+}
+
+inline QColor strong(const QStyleOptionViewItem& option) {
+    return option.palette.color(option.state & QStyle::State_Selected ? QPalette::HighlightedText
+                                                                      : QPalette::Text);
+}
+
+inline QColor dim(const QStyleOptionViewItem& option) {
+    return option.state & QStyle::State_Selected ? strong(option) : dimmed(strong(option));
+}
+
+/// Makes the text of a widget a second line.
+inline void dim(QWidget& widget) {
+    QPalette palette = widget.palette();
+    palette.setColor(QPalette::WindowText, dimmed(palette.color(QPalette::Text)));
+    widget.setPalette(palette);
+}
+
+} // namespace tidemark::textColor
