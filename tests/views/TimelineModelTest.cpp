@@ -73,6 +73,7 @@ TEST(TimelineView, KeepsWhatIsBeingReadInPlace) {
     view.show();
     auto events = history(200);
     view.present(presentationOf(events), Date{0});
+    QCoreApplication::processEvents();
     view.verticalScrollBar()->setValue(view.verticalScrollBar()->maximum() / 2);
     const QPersistentModelIndex top = view.indexAt({1, 1});
     const int place = view.visualRect(top).top();

@@ -16,8 +16,10 @@ inline QColor dimmed(QColor color) {
 }
 
 inline QColor strong(const QStyleOptionViewItem& option) {
-    return option.palette.color(option.state & QStyle::State_Selected ? QPalette::HighlightedText
-                                                                      : QPalette::Text);
+    if (option.state & QStyle::State_Selected)
+        return option.palette.color(QPalette::HighlightedText);
+    // Also in a heading, which can't be selected and counts as disabled.
+    return option.palette.color(QPalette::Active, QPalette::Text);
 }
 
 inline QColor dim(const QStyleOptionViewItem& option) {

@@ -17,6 +17,7 @@ QLabel* label(const QString& text) {
     auto* made = new QLabel(isolated(text));
     made->setTextFormat(Qt::PlainText);
     made->setWordWrap(true);
+    made->setAlignment(Qt::AlignTop | Qt::AlignLeading);
     made->setTextInteractionFlags(Qt::TextSelectableByMouse);
     // Paths have no blanks to wrap at: the column must not become as wide as the longest.
     made->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Minimum);
@@ -108,8 +109,8 @@ void InspectorView::addSection(QVBoxLayout& column, const InspectionSection& sec
     auto* rows = grid();
     for (const auto& [name, value] : section.rows) {
         const int row = rows->rowCount();
-        rows->addWidget(dimLabel(shownText(name)), row, 0, Qt::AlignTop);
-        rows->addWidget(label(breakable(value)), row, 1, Qt::AlignTop);
+        rows->addWidget(dimLabel(shownText(name)), row, 0);
+        rows->addWidget(label(breakable(value)), row, 1);
     }
     if (!section.changes.empty()) {
         const int row = rows->rowCount();
@@ -119,9 +120,9 @@ void InspectorView::addSection(QVBoxLayout& column, const InspectionSection& sec
     }
     for (const auto& [subject, before, after] : section.changes) {
         const int row = rows->rowCount();
-        rows->addWidget(label(breakable(subject)), row, 0, Qt::AlignTop);
-        rows->addWidget(label(breakable(before)), row, 1, Qt::AlignTop);
-        rows->addWidget(label(breakable(after)), row, 2, Qt::AlignTop);
+        rows->addWidget(label(breakable(subject)), row, 0);
+        rows->addWidget(label(breakable(before)), row, 1);
+        rows->addWidget(label(breakable(after)), row, 2);
     }
     column.addLayout(rows);
     for (const auto& sentence : section.sentences)

@@ -55,7 +55,7 @@ const EventRow& TimelineModel::textsOf(int row) const {
 }
 
 OptionalShared<Event> TimelineModel::eventAt(const QModelIndex& index) const {
-    if (!checkIndex(index, CheckIndexOption::IndexIsValid))
+    if (!index.isValid())
         return {};
     return rows[static_cast<std::size_t>(index.row())].event;
 }

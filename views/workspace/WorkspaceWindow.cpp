@@ -197,7 +197,7 @@ void WorkspaceWindow::makeToolbar() {
     bar->setMovable(false);
     bar->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
     for (const auto command : {ToolbarCommand::checkNow, ToolbarCommand::changeRecording}) {
-        auto* action = bar->addAction({});
+        auto* action = bar->addAction(QString());
         connect(action, &QAction::triggered, this, [this, command] { trigger(command); });
         buttons.emplace(command, action);
     }
