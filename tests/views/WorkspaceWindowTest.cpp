@@ -18,8 +18,7 @@ struct Workspace : test::ModelFixture {
     Workspace()
         : memory({.url = data / "memory-history.json",
                   .preferences = preferences,
-                  .workspaceCenter = workspace,
-                  .observeLive = false}),
+                  .workspaceCenter = workspace}),
           viewSettings(preferences) {}
 
     void open() {

@@ -47,7 +47,7 @@ SaveSnapshotDialog::SaveSnapshotDialog(AppModel& controller, TaskScope& scope, Q
 
 void SaveSnapshotDialog::run() {
     tasks.start(model.snapshots().beginSavedSnapshot());
-    if (!*model.state().saveSnapshotPresented)
+    if (!model.state().isRunning(Operation::naming))
         return;
     refresh();
     exec();
@@ -57,19 +57,20 @@ void SaveSnapshotDialog::refresh() {
     const auto& state = model.state();
     const auto& snapshots = model.snapshots();
     // The step was finished.
-    if (!*state.saveSnapshotPresented)
+    if (!state.isRunning(Operation::naming))
         return accept();
-    const bool isReady = snapshots.snapshotDraft->has_value() && !*state.isSaving;
+    const bool isReady =
+        snapshots.snapshotDraft->has_value() && !state.isRunning(Operation::savingDraft);
     saving->setEnabled(isReady && !trimmed(name->text().toStdString()).empty());
     const auto& failure = *snapshots.snapshotError;
     retry->setVisible(failure.has_value() && !isReady);
     const auto& stage = *model.scanProgress().stage;
     if (failure)
         status->setText(shownText(systemWords::shown(*failure)));
-    else if (*state.isPreparingSnapshot)
+    else if (state.isRunning(Operation::drafting))
         status->setText(stage ? shownText(*stage) : tr("Capturing…"));
     else
-        status->setText(*state.isSaving ? tr("Saving…") : QString());
+        status->setText(state.isRunning(Operation::savingDraft) ? tr("Saving…") : QString());
 }
 
 void SaveSnapshotDialog::save() {

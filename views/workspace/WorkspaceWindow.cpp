@@ -185,7 +185,7 @@ QWidget* WorkspaceWindow::makeMiddle() {
     connect(messages, &MessageBar::retryTriggered, this, &WorkspaceWindow::retry);
     connect(empty, &EmptyStateView::actionTriggered, this, &WorkspaceWindow::follow);
     connect(inspector, &InspectorView::actionTriggered, this, [this](InspectionCommand command) {
-        const auto& selected = uses.model.history().selected();
+        const auto& selected = uses.model.history().selection().event();
         if (command == InspectionCommand::copyIdentifier && selected && selected->identifier)
             QApplication::clipboard()->setText(QString::fromStdString(*selected->identifier));
     });
@@ -220,8 +220,11 @@ void WorkspaceWindow::makeMenus() {
     file->addAction(tr("&Save Snapshot…"), this,
                     [this] { follow(EmptyState::Action::saveSnapshot); });
     file->addAction(tr("Observation &Coverage…"), this, &WorkspaceWindow::showCoverage);
-    file->addAction(tr("&Monitored Folders…"), this,
-                    [this] { uses.model.state().folderManagerPresented = true; });
+    file->addAction(tr("&Monitored Folders…"), this, [this] {
+        uses.model.beginFolderManagement();
+        managesFolders = true;
+        refreshing.start();
+    });
     file->addSeparator();
     file->addAction(tr("&Quit"), QKeySequence(Qt::CTRL | Qt::Key_Q), qApp, &QApplication::quit);
     auto* view = menuBar()->addMenu(tr("&View"));
@@ -245,12 +248,10 @@ void WorkspaceWindow::followModel() {
     connect(&refreshing, &QTimer::timeout, this, &WorkspaceWindow::refresh);
     const auto later = [this] { refreshing.start(); };
     auto& model = uses.model;
-    for (Observable* part :
-         std::initializer_list<Observable*>{&model.state(), &model.history(), &model.imports(),
-                                            &model.scanProgress(), &uses.viewSettings})
+    for (Observable* part : std::initializer_list<Observable*>{
+             &model.state(), &model.history(), &model.imports(), &model.scanProgress(),
+             &model.folderAccess(), &uses.viewSettings})
         connect(part, &Observable::changed, this, later);
-    connect(&model.state(), &ModelState::journalChanged, this, later);
-    connect(&model.folderAccess(), &FolderAccess::changed, this, later);
 }
 
 void WorkspaceWindow::refresh() {
@@ -264,7 +265,9 @@ void WorkspaceWindow::refresh() {
 }
 
 void WorkspaceWindow::refreshPage() {
-    const bool choosing = *uses.model.state().folderManagerPresented;
+    const auto& state = uses.model.state();
+    managesFolders = managesFolders && state.isRunning(Operation::managingFolders);
+    const bool choosing = managesFolders || state.isRunning(Operation::choosingFolders);
     if (choosing && pages->currentWidget() != folders)
         folders->begin(!read(uses.preferences, preference::folderSetupCompleted));
     pages->setCurrentIndex(choosing ? 1 : 0);
@@ -272,10 +275,11 @@ void WorkspaceWindow::refreshPage() {
 
 void WorkspaceWindow::refreshToolbar() {
     const auto& state = uses.model.state();
-    const ToolbarState shown{.isBusy = state.busy(),
-                             .isChecking = *state.isScanning,
-                             .isRecording = state.canRecord(),
-                             .canChangeRecording = uses.model.canChangeRecording()};
+    const ToolbarState shown{
+        .isBusy = state.busy(),
+        .isChecking = state.isAnyRunning({Operation::capturing, Operation::capturingInSetup}),
+        .isRecording = state.canRecord(),
+        .canChangeRecording = uses.model.canChangeRecording()};
     for (const auto& each : toolbarActions(shown)) {
         const auto found = buttons.find(each.command);
         if (found == buttons.end())
@@ -293,11 +297,11 @@ void WorkspaceWindow::refreshToolbar() {
 void WorkspaceWindow::refreshSidebar() {
     const QScopedValueRollback following(isFollowing, true);
     const auto& history = uses.model.history();
-    places->show(sidebarRows({.workspace = history.workspace(),
-                              .systemFilters = history.systemFilters(),
-                              .openSnapshot = history.activeBaselineID(),
+    places->show(sidebarRows({.workspace = history.place().workspace(),
+                              .systemFilters = history.place().systemFilters(),
+                              .openSnapshot = history.place().snapshot(),
                               .counts = history.sidebarCounts()},
-                             uses.model.state().journal().baselines, Calendar()));
+                             uses.model.state().journal()->baselines, Calendar()));
     // The command at the end keeps the keyboard until another row is chosen.
     const auto current = sidebar->currentIndex();
     const bool isCommand = current.isValid() && sidebar->hasFocus()
@@ -309,18 +313,21 @@ void WorkspaceWindow::refreshSidebar() {
 void WorkspaceWindow::refreshHead() {
     const auto& history = uses.model.history();
     // Going to another place has cleared it.
-    if (const auto text = QString::fromStdString(history.search()); search->text() != text) {
+    if (const auto text = QString::fromStdString(history.place().search());
+        search->text() != text) {
         const QSignalBlocker blocker(search);
         search->setText(text);
     }
-    const Baseline* open = history.selectedBaseline();
+    const auto open = history.openBaseline();
+    const auto latest = uses.model.state().latest();
     title->setText(open ? QString::fromStdString(open->name)
-                        : spoken(facts(history.workspace()).label));
+                        : spoken(facts(history.place().workspace()).label));
     header->setText(spoken(
         workspaceText::header(history.presentation().events.size(), history.isStateComparison())));
     std::vector<std::pair<QString, QString>> windows;
     int selected = 0;
-    for (const auto& option : windowOptions(history.range(), history.customWindowDays())) {
+    for (const auto& option :
+         windowOptions(history.place().range(), history.place().customWindowDays())) {
         if (option.isSelected)
             selected = static_cast<int>(windows.size());
         windows.emplace_back(
@@ -329,12 +336,12 @@ void WorkspaceWindow::refreshHead() {
     }
     fill(*timeWindow, windows, selected);
     timeWindow->setVisible(!open);
-    snapshotBar->setVisible(open != nullptr);
+    snapshotBar->setVisible(open.has_value());
     if (!open)
         return;
     const auto bar = tidemark::snapshotBar({.snapshot = *open,
-                                            .latest = uses.model.state().latest(),
-                                            .mode = history.snapshotViewMode(),
+                                            .latest = latest ? &*latest : nullptr,
+                                            .mode = history.place().viewMode(),
                                             .isComparing = history.isComparing(),
                                             .isIncomplete = history.hasIncompleteSnapshotHistory()},
                                            Calendar());
@@ -350,7 +357,7 @@ void WorkspaceWindow::refreshMessages() {
     const auto& folders = uses.model.folderAccess();
     WorkspaceProblems problems;
     problems.error = *state.error;
-    problems.isLoaded = *state.loaded;
+    problems.isLoaded = state.loaded();
     problems.canCheck = state.canRecord() && !state.busy();
     problems.activity = *state.activityError;
     problems.memory = uses.memory.failure();
@@ -367,8 +374,8 @@ void WorkspaceWindow::refreshList() {
         shownRevision = history.presentationRevision();
         timeline->present(history.presentation(), *uses.model.state().observationNow);
     }
-    timeline->select(history.selected() ? &history.selected()->id : nullptr);
-    if (const bool isLoading = !*uses.model.state().loaded; isLoading || history.isComparing()) {
+    timeline->select(history.selection().event() ? &history.selection().event()->id : nullptr);
+    if (const bool isLoading = !uses.model.state().loaded(); isLoading || history.isComparing()) {
         waiting->setText(isLoading ? tr("Reading the history…") : spoken(workspaceText::comparing));
         stack->setCurrentWidget(waiting);
     } else if (!history.presentation().events.empty()) {
@@ -382,26 +389,28 @@ void WorkspaceWindow::refreshList() {
 EmptyState WorkspaceWindow::emptyStateNow() const {
     const auto& history = uses.model.history();
     const auto& state = uses.model.state();
-    return emptyState({.latest = state.latest(),
+    const auto latest = state.latest();
+    return emptyState({.latest = latest ? &*latest : nullptr,
                        .coverage = history.observationCoverage(),
-                       .captures = state.journal().snapshots.size(),
-                       .place = history.workspace(),
-                       .isSnapshotOpen = history.selectedBaseline() != nullptr,
-                       .absentSource = absentSourceOf(history.workspace(), uses.sources)});
+                       .captures = state.journal()->snapshots.size(),
+                       .place = history.place().workspace(),
+                       .isSnapshotOpen = history.openBaseline().has_value(),
+                       .absentSource = absentSourceOf(history.place().workspace(), uses.sources)});
 }
 
 void WorkspaceWindow::refreshInspector() {
     const auto& history = uses.model.history();
-    const auto& selected = history.selected();
-    const Snapshot* latest = uses.model.state().latest();
+    const auto& selected = history.selection().event();
+    const auto latest = uses.model.state().latest();
     const Uuid snapshot = latest ? latest->id : Uuid();
     if (inspected && inspected->first.object() == selected.object()
         && inspected->second == snapshot)
         return;
     inspected = {selected, snapshot};
-    inspector->present(selected ? std::optional(EventInspection::of(*selected, latest,
-                                                                    history.isStateComparison()))
-                                : std::nullopt);
+    inspector->present(
+        selected ? std::optional(EventInspection::of(*selected, latest ? &*latest : nullptr,
+                                                     history.isStateComparison()))
+                 : std::nullopt);
 }
 
 void WorkspaceWindow::choosePlace(const QModelIndex& index) {

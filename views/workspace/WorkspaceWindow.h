@@ -99,6 +99,8 @@ private:
     QLabel* snapshotNote;
     QComboBox* snapshotMode;
     QLineEdit* search;
+    /// The user asked for the choice of folders; other processes may change folders, too.
+    bool managesFolders = false;
     /// The selection of the sidebar follows the controller, and is no choice of the user.
     bool isFollowing = false;
     std::map<ToolbarCommand, QAction*> buttons;
