@@ -2,7 +2,7 @@
 
 #include "app/control/ControlClient.h"
 #include "cli/Console.h"
-#include "cli/Interruption.h"
+#include "recorder/Interruption.h"
 #include "cli/OutputFile.h"
 #include "cli/QtApplication.h"
 #include "core/base/Files.h"

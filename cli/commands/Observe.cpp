@@ -1,5 +1,5 @@
 #include "cli/Console.h"
-#include "cli/Interruption.h"
+#include "recorder/Interruption.h"
 #include "cli/OutputFile.h"
 #include "cli/ProgressLine.h"
 #include "cli/TerminalCommands.h"

@@ -1,5 +1,5 @@
-#include "cli/Interruption.h"
-#include "cli/LogWriter.h"
+#include "recorder/Interruption.h"
+#include "recorder/LogWriter.h"
 #include "tests/cli/RecorderProgram.h"
 #include "tests/support/Pipe.h"
 

@@ -74,7 +74,7 @@ bool isInTable(const std::string& literal) {
 /// Sources that are compiled on this system, without the table itself.
 std::vector<fs::path> sources() {
     std::vector<fs::path> found;
-    for (const char* room : {"core", "app", "platform", "recorder", "cli"})
+    for (const char* room : {"core", "app", "platform", "recorder", "views", "cli", "desktop"})
         for (const auto& entry : fs::recursive_directory_iterator(fs::path(TIDEMARK_ROOT) / room)) {
             const std::string name = entry.path().filename();
             const bool isCode = name.ends_with(".cpp") || name.ends_with(".h");

@@ -1,4 +1,4 @@
-#include "cli/LogWriter.h"
+#include "recorder/LogWriter.h"
 
 #include <algorithm>
 #include <cerrno>

@@ -1,4 +1,4 @@
-#include "cli/Interruption.h"
+#include "recorder/Interruption.h"
 
 #include "core/base/StartThread.h"
 

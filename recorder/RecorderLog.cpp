@@ -1,6 +1,6 @@
-#include "cli/RecorderLog.h"
+#include "recorder/RecorderLog.h"
 
-#include "cli/LogWriter.h"
+#include "recorder/LogWriter.h"
 #include "core/base/Text.h"
 #include "core/presentation/SystemWords.h"
 

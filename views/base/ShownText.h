@@ -1,0 +1,16 @@
+#pragma once
+
+#include <QString>
+#include <string_view>
+
+namespace tidemark {
+
+/// A text of the core as a window shows it: in the language of the user where a translation has it,
+/// else as it is. Of a sentence that was put together there is no translation.
+QString shownText(std::string_view text);
+
+/// The same within FIRST STRONG ISOLATE and POP DIRECTIONAL ISOLATE, so that "1 → 2" does not read
+/// "2 → 1" in a window that is laid out from right to left. To be done last, after eliding.
+QString isolated(const QString& text);
+
+} // namespace tidemark

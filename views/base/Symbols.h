@@ -1,0 +1,12 @@
+#pragma once
+
+#include <QIcon>
+#include <string_view>
+
+namespace tidemark {
+
+/// The image of a symbol from the icon theme of the desktop: the first of its freedesktop names
+/// that the theme has. Empty for a symbol that is not known.
+QIcon symbolIcon(std::string_view symbol);
+
+} // namespace tidemark

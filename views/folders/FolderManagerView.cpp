@@ -1,0 +1,202 @@
+#include "views/folders/FolderManagerView.h"
+
+#include "app/base/Background.h"
+#include "core/base/CanonicalPath.h"
+#include "core/base/Error.h"
+#include "core/base/Text.h"
+#include "core/presentation/SystemWords.h"
+#include "views/base/ShownText.h"
+#include "views/base/Symbols.h"
+#include "views/base/TextColor.h"
+
+#include <QCheckBox>
+#include <QDir>
+#include <QFile>
+#include <QFileDialog>
+#include <QLabel>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+namespace tidemark {
+
+namespace {
+
+constexpr int widestPage = 640;
+
+QString spoken(std::string_view text) {
+    return shownText(systemWords::shown(text));
+}
+
+QLabel* dimLabel(const QString& text) {
+    auto* made = new QLabel(text);
+    made->setTextFormat(Qt::PlainText);
+    made->setWordWrap(true);
+    textColor::dim(*made);
+    return made;
+}
+
+QLabel* headingLabel(const QString& text, double scale) {
+    auto* made = new QLabel(text);
+    QFont font = made->font();
+    font.setBold(true);
+    font.setPointSizeF(font.pointSizeF() * scale);
+    made->setFont(font);
+    return made;
+}
+
+/// The page may be gone when that is done. A failure is shown on it: `FolderAccess::message` has it
+/// only of some commands.
+QCoro::Task<void> allow(AppModel& model, std::vector<std::filesystem::path> folders,
+                        FolderPurposes purposes, QPointer<QLabel> message) {
+    const FolderAccess::PurposesOf purposesOf = [purposes](const std::filesystem::path& path) {
+        auto all = FolderGrant::suggestedPurposes(path);
+        all.insert(purposes.begin(), purposes.end());
+        return all;
+    };
+    std::string failure;
+    try {
+        co_await model.folderAccess().add(std::move(folders), purposesOf);
+    } catch (const Error& error) {
+        failure = error.what();
+    }
+    if (!message)
+        co_return;
+    message->setText(spoken(failure));
+    message->setVisible(!failure.empty());
+}
+
+} // namespace
+
+FolderManagerView::FolderManagerView(AppModel& controller, TaskScope& scope, QWidget* parent)
+    : QScrollArea(parent), model(controller), tasks(scope), heading(headingLabel({}, 1.6)),
+      message(dimLabel({})), later(dimLabel(spoken(FolderManagerPage::later))),
+      rows(new QVBoxLayout) {
+    setWidgetResizable(true);
+    setFrameShape(QFrame::NoFrame);
+    setAccessibleName(spoken(FolderManagerPage::listHeading));
+    auto* page = new QWidget;
+    page->setMaximumWidth(widestPage);
+    auto* column = new QVBoxLayout(page);
+    column->setContentsMargins(24, 24, 24, 24);
+    column->setSpacing(12);
+    auto* add = new QPushButton(spoken(FolderManagerPage::addFolders));
+    auto* finish = new QPushButton(spoken(FolderManagerPage::finish));
+    finish->setDefault(true);
+    message->hide();
+    column->addWidget(heading);
+    column->addWidget(dimLabel(spoken(FolderManagerPage::explanation)));
+    column->addWidget(headingLabel(spoken(FolderManagerPage::listHeading), 1));
+    column->addLayout(rows);
+    column->addWidget(message);
+    column->addWidget(add, 0, Qt::AlignLeading);
+    column->addSpacing(12);
+    column->addWidget(later);
+    column->addWidget(finish, 0, Qt::AlignTrailing);
+    column->addStretch();
+    auto* content = new QWidget;
+    content->setBackgroundRole(QPalette::Base);
+    auto* centre = new QHBoxLayout(content);
+    centre->addStretch();
+    centre->addWidget(page, 1);
+    centre->addStretch();
+    setWidget(content);
+    connect(add, &QPushButton::clicked, this, &FolderManagerView::addFolders);
+    connect(finish, &QPushButton::clicked, this,
+            [this] { tasks.start(model.finishFolderManagement()); });
+    connect(&model.folderAccess(), &FolderAccess::changed, this, &FolderManagerView::refresh);
+}
+
+void FolderManagerView::begin(bool isFirstSetup) {
+    isFirst = isFirstSetup;
+    model.beginFolderManagement();
+    tasks.start(lookUp(this, tasks));
+    refresh();
+}
+
+QCoro::Task<void> FolderManagerView::lookUp(QPointer<FolderManagerView> view, TaskScope& tasks) {
+    const auto hold = tasks.hold();
+    const auto find =
+        [folders = view->model.folderAccess().recommendedFolders()](const std::stop_token&) {
+            std::vector<std::string> paths;
+            for (const auto& folder : folders)
+                paths.push_back(textFromBytes(canonicalPath(folder.url).native()));
+            return paths;
+        };
+    auto paths = co_await runInBackground(find, tasks.token());
+    if (!view)
+        co_return;
+    view->recommendedPaths = std::move(paths);
+    view->refresh();
+}
+
+void FolderManagerView::refresh() {
+    const auto page = folderManagerPage({.isFirstSetup = isFirst,
+                                         .access = model.folderAccess(),
+                                         .recommendedPaths = recommendedPaths});
+    heading->setText(spoken(page.heading));
+    later->setVisible(isFirst);
+    fillRows(page);
+}
+
+void FolderManagerView::fillRows(const FolderManagerPage& page) {
+    while (auto* item = rows->takeAt(0)) {
+        item->widget()->deleteLater();
+        delete item;
+    }
+    for (const auto& row : page.rows)
+        rows->addWidget(rowOf(row));
+}
+
+QWidget* FolderManagerView::rowOf(const FolderManagerPage::Row& row) {
+    auto* made = new QFrame;
+    made->setFrameShape(QFrame::StyledPanel);
+    auto* box = new QCheckBox(QString::fromStdString(row.name));
+    box->setChecked(row.isMonitored);
+    box->setAccessibleName(QString::fromStdString(row.accessibleText));
+    auto* path = dimLabel(isolated(QString::fromStdString(row.path)));
+    auto* status = dimLabel(shownText(row.status));
+    status->setWordWrap(false);
+    auto* line = new QHBoxLayout(made);
+    auto* texts = new QVBoxLayout;
+    texts->setSpacing(2);
+    texts->addWidget(box);
+    texts->addWidget(path);
+    line->addLayout(texts, 1);
+    line->addWidget(status);
+    // The click itself changes nothing: the row follows what is stored.
+    connect(box, &QCheckBox::clicked, this, [this, row, box](bool isOn) {
+        box->setChecked(row.isMonitored);
+        isOn ? monitor(row) : stopMonitoring(row);
+    });
+    return made;
+}
+
+void FolderManagerView::monitor(const FolderManagerPage::Row& row) {
+    for (const auto& folder : model.folderAccess().recommendedFolders())
+        if (folder.title == row.name) {
+            tasks.start(allow(model, {folder.url}, {folder.purpose}, message));
+            return;
+        }
+    tasks.start(allow(model, {std::filesystem::path(row.path)}, {FolderPurpose::storage}, message));
+}
+
+void FolderManagerView::stopMonitoring(const FolderManagerPage::Row& row) {
+    QMessageBox question(QMessageBox::Question, {}, shownText(StopMonitoring::title(row.name)),
+                         QMessageBox::Cancel, this);
+    question.setInformativeText(spoken(StopMonitoring::explanation));
+    auto* stop = question.addButton(tr("Stop Monitoring"), QMessageBox::DestructiveRole);
+    question.exec();
+    if (question.clickedButton() == stop && row.grant)
+        model.folderAccess().remove(*row.grant);
+}
+
+void FolderManagerView::addFolders() {
+    const QString chosen = QFileDialog::getExistingDirectory(
+        this, spoken(FolderManagerPage::addFolders), QDir::homePath());
+    if (!chosen.isEmpty())
+        tasks.start(allow(model, {std::filesystem::path(QFile::encodeName(chosen).toStdString())},
+                          {FolderPurpose::storage}, message));
+}
+
+} // namespace tidemark

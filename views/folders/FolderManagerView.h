@@ -1,0 +1,46 @@
+#pragma once
+
+#include "app/base/TaskScope.h"
+#include "app/model/AppModel.h"
+#include "app/settings/FolderManagerPage.h"
+
+#include <QPointer>
+#include <QScrollArea>
+
+class QLabel;
+class QVBoxLayout;
+
+namespace tidemark {
+
+/// The page on which the user chooses the folders that are observed; also the first set-up.
+class FolderManagerView : public QScrollArea {
+    Q_OBJECT
+
+public:
+    /// Both outlive the view.
+    FolderManagerView(AppModel& controller, TaskScope& scope, QWidget* parent = nullptr);
+
+    /// Begins the choice, and shows the folders as they are.
+    void begin(bool isFirstSetup);
+
+private:
+    static QCoro::Task<void> lookUp(QPointer<FolderManagerView> view, TaskScope& tasks);
+    void refresh();
+    void fillRows(const FolderManagerPage& page);
+    QWidget* rowOf(const FolderManagerPage::Row& row);
+    void monitor(const FolderManagerPage::Row& row);
+    void stopMonitoring(const FolderManagerPage::Row& row);
+    void addFolders();
+
+    AppModel& model;
+    TaskScope& tasks;
+    bool isFirst = false;
+    /// See `FolderManagerState`.
+    std::vector<std::string> recommendedPaths;
+    QLabel* heading;
+    QLabel* message;
+    QLabel* later;
+    QVBoxLayout* rows;
+};
+
+} // namespace tidemark

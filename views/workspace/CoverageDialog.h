@@ -1,0 +1,17 @@
+#pragma once
+
+#include "core/presentation/CoverageList.h"
+
+#include <QDialog>
+
+namespace tidemark {
+
+/// When nothing was captured, and what captures could not see.
+class CoverageDialog : public QDialog {
+    Q_OBJECT
+
+public:
+    CoverageDialog(const CoverageList& list, QWidget* parent);
+};
+
+} // namespace tidemark

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "core/presentation/EmptyState.h"
+
+#include <QWidget>
+
+class QLabel;
+class QPushButton;
+
+namespace tidemark {
+
+/// What stands in place of an empty list: a large symbol, a title, a sentence, at most one button.
+class EmptyStateView : public QWidget {
+    Q_OBJECT
+
+public:
+    explicit EmptyStateView(QWidget* parent = nullptr);
+
+    void present(const EmptyState& state);
+
+Q_SIGNALS:
+    void actionTriggered(tidemark::EmptyState::Action action);
+
+private:
+    EmptyState shown;
+    QLabel* symbol;
+    QLabel* title;
+    QLabel* explanation;
+    QPushButton* button;
+};
+
+} // namespace tidemark

@@ -1,0 +1,38 @@
+#pragma once
+
+#include "app/base/TaskScope.h"
+#include "app/model/AppModel.h"
+
+#include <QDialog>
+
+class QLabel;
+class QLineEdit;
+class QPushButton;
+
+namespace tidemark {
+
+/// Saving a snapshot under a name: a fresh capture is taken while the user types it.
+class SaveSnapshotDialog : public QDialog {
+    Q_OBJECT
+
+public:
+    SaveSnapshotDialog(AppModel& controller, TaskScope& scope, QWidget* parent);
+
+    /// Begins the step and returns when it is done or given up. Does nothing while anything else
+    /// runs.
+    void run();
+
+private:
+    void refresh();
+    void save();
+    void cancel();
+
+    AppModel& model;
+    TaskScope& tasks;
+    QLineEdit* name;
+    QLabel* status;
+    QPushButton* saving = nullptr;
+    QPushButton* retry = nullptr;
+};
+
+} // namespace tidemark

@@ -1,0 +1,74 @@
+#include "views/workspace/SidebarModel.h"
+
+#include "views/base/ShownText.h"
+#include "views/base/Symbols.h"
+
+#include <algorithm>
+
+namespace tidemark {
+
+using Kind = SidebarRow::Kind;
+
+void SidebarModel::show(std::vector<SidebarRow> next) {
+    if (next == rows)
+        return;
+    const auto isSamePlace = [](const SidebarRow& a, const SidebarRow& b) {
+        return a.kind == b.kind && a.place == b.place && a.snapshot == b.snapshot;
+    };
+    // Counts change all the time; a reset would lose the keyboard's place.
+    if (std::ranges::equal(rows, next, isSamePlace)) {
+        rows = std::move(next);
+        Q_EMIT dataChanged(index(0), index(rowCount() - 1));
+        return;
+    }
+    beginResetModel();
+    rows = std::move(next);
+    endResetModel();
+}
+
+const SidebarRow& SidebarModel::rowAt(const QModelIndex& index) const {
+    return rows[static_cast<std::size_t>(index.row())];
+}
+
+QModelIndex SidebarModel::selected() const {
+    const auto found = std::ranges::find(rows, true, &SidebarRow::isSelected);
+    return found == rows.end() ? QModelIndex() : index(static_cast<int>(found - rows.begin()));
+}
+
+int SidebarModel::rowCount(const QModelIndex& parent) const {
+    return parent.isValid() ? 0 : static_cast<int>(rows.size());
+}
+
+QVariant SidebarModel::data(const QModelIndex& index, int role) const {
+    if (!checkIndex(index, CheckIndexOption::IndexIsValid))
+        return {};
+    const SidebarRow& row = rowAt(index);
+    switch (role) {
+    case Qt::DisplayRole:
+        return row.kind == Kind::snapshot ? QString::fromStdString(row.label)
+                                          : shownText(row.label);
+    case Qt::AccessibleTextRole:
+        return QString::fromStdString(row.accessibleText);
+    case Qt::ToolTipRole:
+        return row.help.empty() ? QString::fromStdString(row.detail) : shownText(row.help);
+    case Qt::DecorationRole:
+        return row.symbol.empty() ? QVariant() : QVariant(symbolIcon(row.symbol));
+    case kindRole:
+        return static_cast<int>(row.kind);
+    case countRole:
+        return row.count ? QString::number(*row.count) : QString();
+    default:
+        return {};
+    }
+}
+
+Qt::ItemFlags SidebarModel::flags(const QModelIndex& index) const {
+    if (!checkIndex(index, CheckIndexOption::IndexIsValid))
+        return Qt::NoItemFlags;
+    const Kind kind = rowAt(index).kind;
+    if (kind == Kind::heading || kind == Kind::note)
+        return Qt::NoItemFlags;
+    return Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemNeverHasChildren;
+}
+
+} // namespace tidemark

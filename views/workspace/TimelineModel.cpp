@@ -1,0 +1,104 @@
+#include "views/workspace/TimelineModel.h"
+
+#include "views/base/ShownText.h"
+
+#include <algorithm>
+
+namespace tidemark {
+
+std::vector<TimelineModel::Row> TimelineModel::rowsOf(const TimelinePresentation& presentation) {
+    std::vector<Row> all;
+    all.reserve(presentation.events.size() + presentation.days.size());
+    for (const auto& day : presentation.days) {
+        all.push_back({day.id, {}});
+        for (const auto& event : day.events)
+            all.push_back({day.id, event});
+    }
+    return all;
+}
+
+void TimelineModel::show(const TimelinePresentation& presentation, Date now) {
+    auto next = rowsOf(presentation);
+    const auto head = std::ranges::mismatch(rows, next).in1 - rows.begin();
+    const auto shorter = static_cast<std::ptrdiff_t>(std::min(rows.size(), next.size()));
+    std::ptrdiff_t tail = 0;
+    while (tail < shorter - head && *(rows.end() - tail - 1) == *(next.end() - tail - 1))
+        ++tail;
+
+    const auto removedEnd = rows.end() - tail;
+    if (rows.begin() + head != removedEnd) {
+        beginRemoveRows({}, static_cast<int>(head),
+                        static_cast<int>(rows.size()) - static_cast<int>(tail) - 1);
+        rows.erase(rows.begin() + head, removedEnd);
+        endRemoveRows();
+    }
+    const auto addedEnd = next.end() - tail;
+    if (next.begin() + head != addedEnd) {
+        beginInsertRows({}, static_cast<int>(head),
+                        static_cast<int>(next.size()) - static_cast<int>(tail) - 1);
+        rows.insert(rows.begin() + head, next.begin() + head, addedEnd);
+        endInsertRows();
+    }
+    const bool isOtherDay = calendar.startOfDay(now) != calendar.startOfDay(shownAt);
+    calendar = Calendar();
+    shownAt = now;
+    // "Today" is "Yesterday" now.
+    if (isOtherDay && !rows.empty())
+        Q_EMIT dataChanged(index(0), index(rowCount() - 1));
+}
+
+const EventRow& TimelineModel::textsOf(int row) const {
+    const auto& event = rows[static_cast<std::size_t>(row)].event;
+    if (lastTexts.first.object() != event.object())
+        lastTexts = {event, EventRow::of(*event, calendar)};
+    return lastTexts.second;
+}
+
+OptionalShared<Event> TimelineModel::eventAt(const QModelIndex& index) const {
+    if (!index.isValid())
+        return {};
+    return rows[static_cast<std::size_t>(index.row())].event;
+}
+
+QModelIndex TimelineModel::indexOf(const std::string& id) const {
+    const auto found = std::ranges::find_if(
+        rows, [&](const Row& row) { return row.event && row.event->id == id; });
+    return found == rows.end() ? QModelIndex() : index(static_cast<int>(found - rows.begin()));
+}
+
+int TimelineModel::rowCount(const QModelIndex& parent) const {
+    return parent.isValid() ? 0 : static_cast<int>(rows.size());
+}
+
+QVariant TimelineModel::data(const QModelIndex& index, int role) const {
+    if (!checkIndex(index, CheckIndexOption::IndexIsValid))
+        return {};
+    const Row& row = rows[static_cast<std::size_t>(index.row())];
+    if (role == isDayRole)
+        return !row.event.has_value();
+    if (!row.event) {
+        const bool isText = role == Qt::DisplayRole || role == Qt::AccessibleTextRole;
+        return isText ? QVariant(shownText(dayHeading(row.day, shownAt, calendar))) : QVariant();
+    }
+    switch (role) {
+    case Qt::DisplayRole:
+        return shownText(textsOf(index.row()).title);
+    case Qt::AccessibleTextRole:
+        return shownText(textsOf(index.row()).accessibleText);
+    case rowRole:
+        return QVariant::fromValue(textsOf(index.row()));
+    case idRole:
+        return QString::fromStdString(row.event->id);
+    default:
+        return {};
+    }
+}
+
+Qt::ItemFlags TimelineModel::flags(const QModelIndex& index) const {
+    // The arrow keys step over a row without flags.
+    if (!eventAt(index))
+        return Qt::NoItemFlags;
+    return Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemNeverHasChildren;
+}
+
+} // namespace tidemark

@@ -1,0 +1,58 @@
+#include "views/workspace/TimelineView.h"
+
+#include "views/workspace/EventDelegate.h"
+
+#include <QScopedValueRollback>
+#include <QScrollBar>
+
+namespace tidemark {
+
+TimelineView::TimelineView(QWidget* parent) : QListView(parent) {
+    setModel(&events);
+    setItemDelegate(new EventDelegate(this));
+    setVerticalScrollMode(ScrollPerPixel);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setFrameShape(QFrame::NoFrame);
+    setAccessibleName(tr("Events"));
+}
+
+void TimelineView::present(const TimelinePresentation& presentation, Date now) {
+    const bool isAtTop = verticalScrollBar()->value() == 0;
+    const QPersistentModelIndex top = indexAt(QPoint(1, 1));
+    const int offset = visualRect(top).top();
+    {
+        // Removing rows moves the current one: no choice of the user.
+        const QScopedValueRollback updating(isUpdating, true);
+        events.show(presentation, now);
+    }
+    if (isAtTop || !top.isValid())
+        return;
+    executeDelayedItemsLayout();
+    verticalScrollBar()->setValue(verticalScrollBar()->value() + visualRect(top).top() - offset);
+}
+
+void TimelineView::select(const std::string* id) {
+    const QModelIndex found = id ? events.indexOf(*id) : QModelIndex();
+    if (found == currentIndex())
+        return;
+    const QScopedValueRollback updating(isUpdating, true);
+    setCurrentIndex(found);
+    if (!found.isValid())
+        clearSelection();
+}
+
+void TimelineView::setTextSize(int points) {
+    QFont sized = font();
+    if (sized.pointSize() == points)
+        return;
+    sized.setPointSize(points);
+    setFont(sized);
+}
+
+void TimelineView::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
+    QListView::currentChanged(current, previous);
+    if (!isUpdating)
+        Q_EMIT eventChosen(events.eventAt(current));
+}
+
+} // namespace tidemark

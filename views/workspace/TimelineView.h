@@ -1,0 +1,34 @@
+#pragma once
+
+#include "views/workspace/TimelineModel.h"
+
+#include <QListView>
+
+namespace tidemark {
+
+/// The list of events. New events at the top leave what is being read where it is, unless the user
+/// is at the very top.
+class TimelineView : public QListView {
+    Q_OBJECT
+
+public:
+    explicit TimelineView(QWidget* parent = nullptr);
+
+    void present(const TimelinePresentation& presentation, Date now);
+    /// Selects the event with this identifier, or none.
+    void select(const std::string* id);
+    void setTextSize(int points);
+
+Q_SIGNALS:
+    /// The user chose an event; absent for none.
+    void eventChosen(const tidemark::OptionalShared<tidemark::Event>& event);
+
+protected:
+    void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
+
+private:
+    TimelineModel events;
+    bool isUpdating = false;
+};
+
+} // namespace tidemark
