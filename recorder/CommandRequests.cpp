@@ -43,7 +43,10 @@ QCoro::Task<std::string> carryOut(CommandContext context, std::unique_ptr<Invoca
 QCoro::Task<ControlAnswer> answer(Recorder& recorder, ControlRequest request,
                                   std::stop_token stop) {
     CommandContext context{recorder, request.colour, true, std::move(stop)};
-    auto carriedOut = carryOut(std::move(context), requested(request));
+    auto invocation = requested(request);
+    // A request may arrive while the history is still being read.
+    co_await recorder.model().historyRead();
+    auto carriedOut = carryOut(std::move(context), std::move(invocation));
     std::string output = co_await carriedOut;
     co_return ControlAnswer{0, std::move(output), {}};
 }

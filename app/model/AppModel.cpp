@@ -7,6 +7,8 @@
 #include "core/activity/SystemActivityStore.h"
 #include "core/base/Clock.h"
 
+#include <QCoroSignal>
+
 namespace tidemark {
 
 namespace {
@@ -64,6 +66,7 @@ AppModel::AppModel(Setup setup)
 
 AppModel::~AppModel() {
     modelState.isEnding = true;
+    Q_EMIT readingEnded();
     activation.remove();
     scheduler.stop();
     folders.stopWaiting();
@@ -140,6 +143,7 @@ QCoro::Task<bool> AppModel::open() {
         modelState.error = std::nullopt;
         modelState.setLoaded();
         recording.restore();
+        announceReading();
         co_return true;
     } catch (const std::exception& error) {
         failure = error.what();
@@ -148,7 +152,19 @@ QCoro::Task<bool> AppModel::open() {
     modelState.error = "Tidemark couldn’t read its history. Your existing file has not been "
                        "overwritten. "
                        + failure;
+    announceReading();
     co_return false;
+}
+
+/// From the event loop, so that what waits for it does not run in the middle of the start.
+void AppModel::announceReading() {
+    QMetaObject::invokeMethod(this, &AppModel::readingEnded, Qt::QueuedConnection);
+}
+
+QCoro::Task<void> AppModel::historyRead() {
+    const auto hold = tasks.hold();
+    if (!modelState.loaded() && !*modelState.error && !isEnding())
+        co_await qCoro(this, &AppModel::readingEnded);
 }
 
 QCoro::Task<void> AppModel::load() {
@@ -212,6 +228,7 @@ QCoro::Task<void> AppModel::showStoredActivity() {
 void AppModel::stopAutomaticCaptures() {
     qCInfo(capturesLog, "Stopping observation service");
     modelState.isEnding = true;
+    Q_EMIT readingEnded();
     scheduler.stop();
     observations.abandon();
     folders.stopWaiting();

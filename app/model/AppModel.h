@@ -61,6 +61,10 @@ public:
     /// services. Some of these do something only once per history, which has to be done by a
     /// recorder that keeps running.
     QCoro::Task<void> startForOneCapture();
+    /// Waits for the first reading of the history to end, in whatever way, and for a `start` that
+    /// has not been called yet. Returns at once when the history has been read, when it can't be
+    /// read, and when the program is ending.
+    QCoro::Task<void> historyRead();
     /// Ends all recording at the end of the program. A running capture is stopped; a running save
     /// is finished.
     void stopAutomaticCaptures();
@@ -112,12 +116,17 @@ public:
     const DataFiles& files() const { return dataFiles; }
     bool isStarting() const { return starting; }
 
+Q_SIGNALS:
+    /// The history has been read or can't be read, or the program is ending.
+    void readingEnded();
+
 private:
     class Starting;
 
     static QCoro::Task<void> check(QPointer<AppModel> model);
     bool isEnding() const { return modelState.isEnding; }
     QCoro::Task<bool> open();
+    void announceReading();
     QCoro::Task<void> load();
     QCoro::Task<void> startLiveServices();
     QCoro::Task<void> catchUp();

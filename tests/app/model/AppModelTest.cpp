@@ -45,6 +45,16 @@ TEST_F(AppModelTest, ASecondStartDoesNothing) {
     EXPECT_EQ(observations, 1);
 }
 
+TEST_F(AppModelTest, WhatNeedsTheHistoryWaitsUntilItHasBeenRead) {
+    const auto reading = model->historyRead();
+    EXPECT_FALSE(reading.isReady());
+    const auto started = model->start();
+    test::until([&] { return reading.isReady(); });
+    EXPECT_TRUE(state().loaded());
+    test::until([&] { return started.isReady(); });
+    EXPECT_TRUE(model->historyRead().isReady());
+}
+
 TEST_F(AppModelTest, StartForOneCaptureStartsNoLiveService) {
     test::await(model->startForOneCapture());
     EXPECT_EQ(observations, 1);
