@@ -35,17 +35,30 @@ void resetPeak() {
     std::ofstream("/proc/self/clear_refs") << "5";
 }
 
-/// Runs this program again for one measurement of memory, which needs a new process.
+/// Runs this program again for one measurement that needs a new process: of memory, or of a time
+/// that depends on what the heap was used for before.
 double measuredApart(const std::string& what, const fs::path& document) {
     const std::string command =
         "\"" + fs::read_symlink("/proc/self/exe").native() + "\" " + what + " " + document.native();
     FILE* output = ::popen(command.c_str(), "r");
-    double bytes = 0;
-    if (!output || std::fscanf(output, "%lf", &bytes) != 1 || ::pclose(output) != 0) {
+    double figure = 0;
+    if (!output || std::fscanf(output, "%lf", &figure) != 1 || ::pclose(output) != 0) {
         std::fprintf(stderr, "the measurement failed: %s\n", command.c_str());
         std::exit(1);
     }
-    return bytes;
+    return figure;
+}
+
+double secondsToLoad(const fs::path& document) {
+    Journal journal;
+    return seconds([&] { journal = JournalStore(document).load(); });
+}
+
+/// As a generic tree, from bytes in memory.
+double secondsToParse(const fs::path& document) {
+    const std::string bytes = readFile(document);
+    nlohmann::json tree;
+    return seconds([&] { tree = nlohmann::json::parse(bytes); });
 }
 
 double peakOfLoading(const fs::path& document) {
@@ -79,6 +92,10 @@ double measurement(const std::string_view what, const fs::path& document) {
         return peakOfLoading(document);
     if (what == "save")
         return peakOfSaving(document);
+    if (what == "load-time")
+        return secondsToLoad(document);
+    if (what == "parse-time")
+        return secondsToParse(document);
     if (what == "captures")
         return residentAfterCapturing();
     if (what == "start") {
@@ -90,7 +107,8 @@ double measurement(const std::string_view what, const fs::path& document) {
 }
 
 /// Median times of loading and saving, and of their ratios to parsing and writing the same bytes as
-/// a generic tree.
+/// a generic tree. Each load and each parse has a process of its own, as at the start of a
+/// recorder: freeing a tree leaves a heap in pieces, which slows down whatever is loaded next.
 struct Times {
     double load;
     double loadByParse;
@@ -100,17 +118,14 @@ struct Times {
 
 Times timesOf(const fs::path& document) {
     JournalStore store(document);
-    const std::string bytes = readFile(document);
+    const Journal journal = store.load();
+    const auto tree = nlohmann::json::parse(readFile(document));
     std::vector<double> load, loadSeconds, save, saveSeconds;
     for (int i = 0; i < runs; ++i) {
-        nlohmann::json tree;
-        const double parsing = seconds([&] { tree = nlohmann::json::parse(bytes); });
+        loadSeconds.push_back(measuredApart("load-time", document));
+        load.push_back(loadSeconds.back() / measuredApart("parse-time", document));
         std::string text;
         const double dumping = seconds([&] { text = tree.dump(); });
-        tree = nullptr;
-        Journal journal;
-        loadSeconds.push_back(seconds([&] { journal = store.load(); }));
-        load.push_back(loadSeconds.back() / parsing);
         saveSeconds.push_back(seconds([&] { store.save(journal); }));
         save.push_back(saveSeconds.back() / dumping);
     }
