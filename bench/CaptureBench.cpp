@@ -71,8 +71,8 @@ void measureInventory() {
     const double took = bench::medianOf(rounds, [&] {
         return bench::seconds([&] {
             const Snapshot snapshot = SystemObserver::capture(options);
-            if (snapshot.applications.size() != bundles
-                || snapshot.backgroundItems.size() != definitions)
+            if (snapshot.applications->size() != bundles
+                || snapshot.backgroundItems->size() != definitions)
                 throw std::runtime_error("the inventory is not complete");
         });
     });

@@ -178,10 +178,14 @@ Snapshot snapshotOf(std::size_t applications, std::size_t backgroundItems, std::
     Snapshot snapshot;
     snapshot.id = Uuid::random();
     snapshot.timestamp = Date{firstCapture + static_cast<double>(generation) * interval};
+    std::vector<Shared<Application>> installed;
     for (std::size_t i = 0; i < applications; ++i)
-        snapshot.applications.emplace_back(application(i, versionOf(i, generation, sharing)));
+        installed.emplace_back(application(i, versionOf(i, generation, sharing)));
+    snapshot.applications.emplace(std::move(installed));
+    std::vector<Shared<BackgroundItem>> services;
     for (std::size_t i = 0; i < backgroundItems; ++i)
-        snapshot.backgroundItems.emplace_back(backgroundItem(i, versionOf(i, generation, sharing)));
+        services.emplace_back(backgroundItem(i, versionOf(i, generation, sharing)));
+    snapshot.backgroundItems.emplace(std::move(services));
     for (std::size_t i = 0; i < folders; ++i)
         snapshot.folders.emplace_back(folder(i, childrenEach, generation));
     snapshot.freeBytes = 200'000'000'000 - static_cast<std::int64_t>(generation) * 10'000'000;

@@ -122,10 +122,10 @@ double capture(const ObservationOptions& options, PackageIndex& index) {
     return bench::seconds([&] {
         const auto snapshot = SystemObserver::captureProgressively(
             options, nullptr, [](const std::string&) {}, Clock::system(), {}, &index);
-        if (snapshot.applications.size() != entries
-            || snapshot.backgroundItems.size() != units + startEntries
+        if (snapshot.applications->size() != entries
+            || snapshot.backgroundItems->size() != units + startEntries
             || !snapshot.coverage.issues.empty()
-            || snapshot.applications.front()->version == "Unknown version")
+            || snapshot.applications->front()->version == "Unknown version")
             throw std::runtime_error("the inventory is not complete");
     });
 }

@@ -102,10 +102,10 @@ int main() {
     const double took = bench::medianOf(
         rounds, [&] { return bench::seconds([&] { SystemObserver::capture(options); }); });
     bench::row("services of a full desktop, warm", took * 1e3, "ms", 40);
-    bench::row("records of them", static_cast<double>(snapshot.backgroundItems.size()), "");
+    bench::row("records of them", static_cast<double>(snapshot.backgroundItems->size()), "");
     const std::string with = json::encoded(journalOf(snapshot));
     const double memory = megabytesOf(with);
-    snapshot.backgroundItems.clear();
+    snapshot.backgroundItems = {};
     snapshot.coverage.backgroundRoots.emplace({});
     const std::string without = json::encoded(journalOf(snapshot));
     bench::row("what they add to a document of 720 snapshots",

@@ -81,8 +81,8 @@ std::string observationSummary(const Snapshot& snapshot) {
         "Observed " + Calendar().format(snapshot.timestamp, "d MMM yyyy, HH:mm:ss") + "\n";
     appendLine(out, "System", systemText(snapshot));
     appendLine(out, "Disk space", spaceText(snapshot));
-    appendLine(out, "Applications", std::to_string(snapshot.applications.size()));
-    appendLine(out, "Background items", std::to_string(snapshot.backgroundItems.size()));
+    appendLine(out, "Applications", std::to_string(snapshot.applications->size()));
+    appendLine(out, "Background items", std::to_string(snapshot.backgroundItems->size()));
     if (snapshot.additionalReports) {
         std::size_t items = 0;
         for (const auto& report : *snapshot.additionalReports)

@@ -1,6 +1,7 @@
 #include "app/model/JournalFile.h"
 
 #include "app/base/Background.h"
+#include "core/base/Documents.h"
 
 #include <utility>
 
@@ -17,8 +18,10 @@ QCoro::Task<Journal> JournalFile::load() {
     co_return journal;
 }
 
-QCoro::Task<void> JournalFile::save(const Journal* journal) {
-    const auto write = [this, journal](const std::stop_token&) { store.save(*journal); };
+QCoro::Task<void> JournalFile::save(Journal* journal) {
+    const auto write = [this, journal](const std::stop_token&) {
+        store.saveWithin(largestDocument, *journal);
+    };
     co_await runInBackground(write, {}, WorkPriority::userInitiated, &thread);
 }
 

@@ -19,8 +19,9 @@ public:
 
     /// Throws as `JournalStore::load` does.
     QCoro::Task<Journal> load();
-    /// Writes a journal, which must not change until the end. Throws as `JournalStore::save` does.
-    QCoro::Task<void> save(const Journal* journal);
+    /// Writes a journal as `JournalStore::saveWithin` does with the limit of documents, and throws
+    /// as it does. Nothing else may use the journal until the end.
+    QCoro::Task<void> save(Journal* journal);
 
 private:
     JournalStore store;

@@ -4,9 +4,10 @@ namespace tidemark {
 
 namespace {
 
-FileError tooLarge(const std::filesystem::path& file, std::string_view failure) {
-    return {file, std::string(failure) + ": it has more than 2 GB, the most a document may have",
-            EFBIG};
+DocumentTooLarge tooLarge(const std::filesystem::path& file, std::string_view failure) {
+    return DocumentTooLarge(
+        file, std::string(failure) + ": it has more than 2 GB, the most a document may have",
+        EFBIG);
 }
 
 /// Creates the missing folders of a document. Returns the file to replace.

@@ -39,6 +39,12 @@ std::optional<T> readDocument(const std::filesystem::path& file) {
     return bytes ? std::optional(decodeDocument<T>(*bytes, file)) : std::nullopt;
 }
 
+/// A document would be larger than it may be.
+class DocumentTooLarge : public FileError {
+public:
+    using FileError::FileError;
+};
+
 namespace detail {
 
 /// Writes the replacement of a document, of at most `limit` bytes.

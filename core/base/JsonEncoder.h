@@ -12,6 +12,7 @@
 #include <optional>
 #include <set>
 #include <string>
+#include <utility>
 #include <variant>
 #include <vector>
 
@@ -83,6 +84,33 @@ void encodeArray(JsonWriter& out, const Values& values) {
     out.endArray();
 }
 
+/// Writes a record without the fields that are the same object in `before`, if that is given.
+template <Described T>
+void encodeRecord(JsonWriter& out, const T& record, const T* before) {
+    const auto isLeftOut = [&]<class Field>(const Field& field) {
+        if constexpr (isShared<typename Field::Member>)
+            return field.repeats && before
+                   && (record.*field.member).sameObject(before->*field.member);
+        return false;
+    };
+    const auto encodeField = [&](const auto& field) {
+        if (!isLeftOut(field))
+            encodeMember(out, field.name, record.*field.member);
+    };
+    out.beginObject();
+    std::apply([&](const auto&... field) { (encodeField(field), ...); }, fieldsOf<T>());
+    out.endObject();
+}
+
+template <Repeating T>
+void encodeArray(JsonWriter& out, const std::vector<Shared<T>>& records) {
+    const T* before = nullptr;
+    out.beginArray();
+    for (const auto& record : records)
+        encodeRecord(out, *record, std::exchange(before, &*record));
+    out.endArray();
+}
+
 } // namespace detail
 
 template <class T>
@@ -106,13 +134,17 @@ void encode(JsonWriter& out, const std::map<std::string, T>& values) {
 }
 template <Described T>
 void encode(JsonWriter& out, const T& record) {
-    out.beginObject();
-    std::apply(
-        [&](const auto&... field) {
-            (detail::encodeMember(out, field.name, record.*field.member), ...);
-        },
-        fieldsOf<T>());
-    out.endObject();
+    if constexpr (Repeating<T>) {
+        detail::encodeRecord<T>(out, record, nullptr);
+    } else {
+        out.beginObject();
+        std::apply(
+            [&](const auto&... field) {
+                (detail::encodeMember(out, field.name, record.*field.member), ...);
+            },
+            fieldsOf<T>());
+        out.endObject();
+    }
 }
 template <class... Cases>
 void encode(JsonWriter& out, const std::variant<Cases...>& value) {

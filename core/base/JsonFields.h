@@ -26,7 +26,13 @@
 ///         }
 ///     };
 ///
-/// A member of type `std::optional` or `OptionalShared` may be missing; every other is required.
+/// A member of type `std::optional` or `OptionalShared` may be missing; every other is required,
+/// but for one that repeats:
+///
+///     Field{"names", &Point::names, Repeats}
+///
+/// In an array of records, such a member, which is a `Shared`, is left out of every record where it
+/// is the same object as in the record before.
 /// A `std::variant` of records that each have a `tag` is stored as an object with that one key.
 ///
 /// Two mistakes don't compile: a member that no field describes, which would never be stored, and a
@@ -51,8 +57,17 @@ enum class Privacy {
 };
 using enum Privacy;
 
+/// Marks a field whose value mostly repeats from record to record.
+struct RepeatsMark {};
+inline constexpr RepeatsMark Repeats;
+
 template <class T>
 concept Described = requires { T::fields(); };
+
+template <class T>
+inline constexpr bool isShared = false;
+template <class T>
+inline constexpr bool isShared<Shared<T>> = true;
 
 namespace detail {
 
@@ -87,6 +102,7 @@ struct Field {
     std::string_view name;
     Member Record::* member;
     Privacy privacy;
+    bool repeats = false;
 
     constexpr Field(std::string_view name, Member Record::* member)
         : Field(name, member, Privacy::Shown) {
@@ -96,6 +112,11 @@ struct Field {
     }
     constexpr Field(std::string_view name, Member Record::* member, Privacy privacy)
         : name(name), member(member), privacy(privacy) {}
+    constexpr Field(std::string_view name, Member Record::* member, RepeatsMark)
+        : Field(name, member) {
+        static_assert(isShared<Member>, "only a shared value can be the same as in another record");
+        repeats = true;
+    }
 };
 
 namespace detail {
@@ -174,6 +195,38 @@ constexpr auto fieldsOf() {
     return fields;
 }
 
+/// Calls `visit` with each field of `T` that repeats.
+template <Described T>
+constexpr void forEachRepeated(auto visit) {
+    std::apply(
+        [&](const auto&... field) {
+            const auto visitRepeated = [&](const auto& one) {
+                if constexpr (isShared<typename std::remove_cvref_t<decltype(one)>::Member>)
+                    if (one.repeats)
+                        visit(one);
+            };
+            (visitRepeated(field), ...);
+        },
+        fieldsOf<T>());
+}
+
+namespace detail {
+
+template <class T>
+constexpr bool hasRepeated() {
+    bool found = false;
+    if constexpr (Described<T>)
+        if constexpr (areFields<std::remove_const_t<decltype(T::fields())>>)
+            forEachRepeated<T>([&](const auto&) { found = true; });
+    return found;
+}
+
+} // namespace detail
+
+/// A record with fields that repeat.
+template <class T>
+concept Repeating = detail::hasRepeated<T>();
+
 template <class E>
 struct RawValue {
     E value;
@@ -208,5 +261,6 @@ constexpr std::optional<E> fromRawValue(std::string_view text) {
 namespace tidemark {
 using json::Field;
 using json::rawValue;
+using json::Repeats;
 using enum json::Privacy;
 } // namespace tidemark

@@ -206,6 +206,10 @@ public:
     Target open(void* value) const override {
         auto fresh = std::make_shared<T>();
         T* inner = fresh.get();
+        if constexpr (std::is_same_v<Box<T>, Shared<T>> && Repeating<T>)
+            forEachRepeated<T>([&](const auto& field) {
+                inner->*field.member = (*this->of(value)).*field.member;
+            });
         this->of(value) = Box<T>(std::shared_ptr<const T>(std::move(fresh)));
         return readerOf<T>().open(inner);
     }
@@ -228,12 +232,22 @@ public:
 };
 
 template <class T>
+inline constexpr bool isRepeating = false;
+template <Repeating T>
+inline constexpr bool isRepeating<Shared<T>> = true;
+
+template <class T>
 class Reader<std::vector<T>> final : public TypedReader<std::vector<T>> {
 public:
     std::string_view expected() const override { return "an array"; }
     bool beginArray(void*) const override { return true; }
     Target element(void* value) const override {
-        return {&readerOf<T>(), &this->of(value).emplace_back()};
+        auto& values = this->of(value);
+        if constexpr (isRepeating<T>)
+            // Its reader begins with what repeats.
+            if (!values.empty())
+                return {&readerOf<T>(), &values.emplace_back(T(values.back()))};
+        return {&readerOf<T>(), &values.emplace_back()};
     }
     void close(void* value, InternPool&) const override { this->of(value).shrink_to_fit(); }
 };
@@ -282,6 +296,8 @@ struct MemberEntry {
     const ValueReader& (*reader)();
     void* (*address)(Record&);
     bool required;
+    /// Whether the member has a value from the record before.
+    bool (*isRepeated)(const Record&);
 };
 
 template <class T>
@@ -302,7 +318,13 @@ constexpr auto memberTable() {
                     [](Record& record) -> void* {
                         return &(record.*std::get<I>(Record::fields()).member);
                     },
-                    !isOptional<Member>};
+                    !isOptional<Member>,
+                    [](const Record& record) {
+                        if constexpr (isShared<Member>)
+                            return std::get<I>(Record::fields()).repeats
+                                   && !(record.*std::get<I>(Record::fields()).member).isDefault();
+                        return false;
+                    }};
         }()...};
     }(std::make_index_sequence<std::tuple_size_v<decltype(fields)>>());
 }
@@ -336,9 +358,10 @@ public:
         return {};
     }
 
-    void endObject(void*, std::uint64_t seen) const override {
+    void endObject(void* value, std::uint64_t seen) const override {
         for (std::size_t index = 0; index < table.size(); ++index)
-            if (table[index].required && !(seen >> index & 1))
+            if (table[index].required && !(seen >> index & 1)
+                && !table[index].isRepeated(this->of(value)))
                 throw ValueError("the required key \"" + std::string(table[index].name)
                                  + "\" is missing");
     }

@@ -30,6 +30,8 @@ public:
     const T* operator->() const { return pointer.get(); }
 
     const std::shared_ptr<const T>& object() const { return pointer; }
+    /// True for one that never got a value.
+    bool isDefault() const { return pointer == defaultValue(); }
     /// True when both are one object in memory, which implies equality.
     bool sameObject(const Shared& other) const { return pointer == other.pointer; }
     friend bool operator==(const Shared& a, const Shared& b) {

@@ -50,10 +50,10 @@ std::string of(std::int64_t count, std::int64_t total) {
 }
 
 template <class Record>
-void takeInventory(const Inventory<Record>& found, std::vector<Shared<Record>>& items,
+void takeInventory(Inventory<Record>& found, Shared<std::vector<Shared<Record>>>& items,
                    Shared<std::set<std::string>>& roots, std::set<std::string>& excludedPaths,
                    Coverage& coverage) {
-    items = found.items;
+    items.emplace(std::move(found.items));
     roots.emplace(std::set(found.roots));
     std::ranges::copy(found.issues, std::back_inserter(coverage.issues));
     std::ranges::copy(found.notes, std::back_inserter(*coverage.notes));
@@ -152,12 +152,12 @@ Snapshot inventory(const ObservationOptions& options, const std::vector<fs::path
     coverage.notes.emplace();
     std::set<std::string> excludedPaths;
     auto reading = packages.read(options.machine, foldersOf(options));
-    const auto applications = ApplicationsCollector::collect(
+    auto applications = ApplicationsCollector::collect(
         options.applicationRoots, clock, stop, {.machine = options.machine, .packages = &reading});
     takeInventory(applications, snapshot.applications, coverage.applicationRoots, excludedPaths,
                   coverage);
-    const auto background =
-        BackgroundCollector::collect(options.backgroundRoots, snapshot.applications, clock, stop,
+    auto background =
+        BackgroundCollector::collect(options.backgroundRoots, *snapshot.applications, clock, stop,
                                      BackgroundCollector::formats, options.machine, &reading);
     takeInventory(background, snapshot.backgroundItems, coverage.backgroundRoots, excludedPaths,
                   coverage);

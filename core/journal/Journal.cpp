@@ -82,6 +82,16 @@ void Journal::append(Shared<Snapshot> snapshot, bool comparingPrevious) {
     pruneEvents();
 }
 
+bool Journal::dropOldestSnapshots() {
+    constexpr std::size_t needed = 2;
+    if (snapshots.size() <= needed)
+        return false;
+    const std::size_t dropped =
+        std::clamp<std::size_t>(snapshots.size() / 4, 1, snapshots.size() - needed);
+    snapshots.erase(snapshots.begin(), snapshots.begin() + static_cast<std::ptrdiff_t>(dropped));
+    return true;
+}
+
 void Journal::dropOldFileNames() {
     // All snapshots are checked: earlier releases kept the names in every one.
     for (std::size_t place = 0; place + snapshotsWithFileNames < snapshots.size(); ++place)

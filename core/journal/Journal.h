@@ -44,6 +44,10 @@ struct Journal {
     /// new and the last snapshot become shared.
     void append(Shared<Snapshot> snapshot, bool comparingPrevious);
 
+    /// Drops the oldest quarter of the snapshots, except for the two that the next comparison and
+    /// the latest one need. False when there is none to drop.
+    bool dropOldestSnapshots();
+
     /// Merges records by their id, oldest first; returns how many were new.
     std::size_t importInstallations(const std::vector<InstallationRecord>& records);
 

@@ -91,6 +91,17 @@ void JournalStore::save(const Journal& journal) {
     writeDocument(url, journal, guard);
 }
 
+void JournalStore::saveWithin(std::size_t limit, Journal& journal) {
+    const std::scoped_lock lock(mutex);
+    for (;;)
+        try {
+            return writeDocument(url, journal, guard, limit);
+        } catch (const DocumentTooLarge&) {
+            if (!journal.dropOldestSnapshots())
+                throw;
+        }
+}
+
 void JournalStore::preservePreUpgradeHistory(const fs::path& source,
                                              const std::string& journalData) const {
     if (!upgradeBackupDirectory)

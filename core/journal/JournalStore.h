@@ -55,6 +55,9 @@ public:
     /// Replaces the document, with mode 0600. Throws `FileError` and what the guard throws; the old
     /// document is kept then.
     void save(const Journal& journal);
+    /// Like `save`. Where the document would have more than `limit` bytes, first drops the oldest
+    /// snapshots of `journal`, so that a history that has reached the limit can grow on.
+    void saveWithin(std::size_t limit, Journal& journal);
 
 private:
     void preservePreUpgradeHistory(const std::filesystem::path& source,

@@ -91,6 +91,16 @@ void share(std::vector<Shared<T>>& records, const std::vector<Shared<T>>& earlie
                 share(record, *known);
 }
 
+template <class T>
+void share(Shared<std::vector<Shared<T>>>& list, const Shared<std::vector<Shared<T>>>& earlier) {
+    auto records = *list;
+    share(records, *earlier);
+    if (records == *earlier)
+        list = earlier;
+    else
+        list.emplace(std::move(records));
+}
+
 /// Calls `visit(report, earlier)` for each report that has an earlier one with the same `key`.
 template <class Report>
 void forEachPair(std::optional<std::vector<Report>>& reports,

@@ -29,13 +29,13 @@ bool holds(const auto& items, std::string_view path) {
 } // namespace
 
 State ofApplication(std::string_view path, const Snapshot& latest) {
-    if (holds(latest.applications, path))
+    if (holds(*latest.applications, path))
         return State::present;
     return absence(path, *latest.coverage.applicationRoots, latest.coverage);
 }
 
 State ofDefinition(std::string_view path, const Snapshot& latest) {
-    if (holds(latest.backgroundItems, path))
+    if (holds(*latest.backgroundItems, path))
         return State::present;
     return absence(path, *latest.coverage.backgroundRoots, latest.coverage);
 }

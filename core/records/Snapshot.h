@@ -15,14 +15,22 @@
 
 namespace tidemark {
 
+/// Sorted by path.
+using ApplicationList = Shared<std::vector<Shared<Application>>>;
+/// Sorted by path.
+using BackgroundItemList = Shared<std::vector<Shared<BackgroundItem>>>;
+template <>
+inline constexpr bool collectionRecurs<std::vector<Shared<Application>>> = true;
+template <>
+inline constexpr bool collectionRecurs<std::vector<Shared<BackgroundItem>>> = true;
+
 /// One observation of the machine. Its larger parts are shared with other snapshots that have equal
 /// ones, so that hundreds of snapshots stay small in memory.
 struct Snapshot {
     Uuid id;
     Date timestamp;
-    /// Sorted by path.
-    std::vector<Shared<Application>> applications;
-    std::vector<Shared<BackgroundItem>> backgroundItems;
+    ApplicationList applications;
+    BackgroundItemList backgroundItems;
     std::vector<Shared<FolderSize>> folders;
     std::optional<VolumeContext> volumeContext;
     /// Free space of the observed volume, in bytes.
@@ -45,8 +53,8 @@ struct Snapshot {
         return std::tuple{
             Field{"id", &Snapshot::id, Internal},
             Field{"timestamp", &Snapshot::timestamp},
-            Field{"applications", &Snapshot::applications},
-            Field{"backgroundItems", &Snapshot::backgroundItems},
+            Field{"applications", &Snapshot::applications, Repeats},
+            Field{"backgroundItems", &Snapshot::backgroundItems, Repeats},
             Field{"folders", &Snapshot::folders},
             Field{"volumeContext", &Snapshot::volumeContext},
             Field{"freeBytes", &Snapshot::freeBytes},

@@ -133,7 +133,7 @@ void compareApplications(const Snapshot& previous, const Snapshot& current,
         if (after)
             changes.push_back(change::ApplicationInstalled{{*after}});
     };
-    forEachDifference(previous.applications, current.applications, scope, applicationsDiffer,
+    forEachDifference(*previous.applications, *current.applications, scope, applicationsDiffer,
                       visit);
 }
 
@@ -155,7 +155,7 @@ void compareBackgroundItems(const Snapshot& previous, const Snapshot& current,
         else
             changes.push_back(change::BackgroundAdded{{*after}});
     };
-    forEachDifference(previous.backgroundItems, current.backgroundItems, scope, definitionsDiffer,
+    forEachDifference(*previous.backgroundItems, *current.backgroundItems, scope, definitionsDiffer,
                       visit);
 }
 

@@ -242,7 +242,7 @@ private:
     const Application* ownerOf(const BackgroundItem& item) const {
         if (item.associatedAppID)
             for (const Snapshot* snapshot : {&to, &from})
-                for (const auto& app : snapshot->applications)
+                for (const auto& app : *snapshot->applications)
                     if (app->bundleID == *item.associatedAppID)
                         return &*app;
         return nullptr;

@@ -66,7 +66,7 @@ TEST(CompareCommand, PrintsLocalTimesWithTheYearWhereItDiffers) {
               "Nothing changed between 28 Feb 2026, 20:33:20 and 28 Feb 2026, 20:33:20.\n");
     const test::TemporaryFolder folder;
     Snapshot late = test::snapshot(2);
-    late.applications.emplace_back(test::application("A"));
+    test::add(late.applications, test::application("A"));
     const std::string to = written(folder, "to", late);
     const std::pair<double, const char*> cases[] = {
         {60, "● 00:01 – 00:02  A"},
@@ -175,7 +175,7 @@ TEST(CompareCommand, PrintsHostileNamesOnOneLine) {
     Application app = test::application("Evil\nFake line\r\033[2J");
     app.version = "1\u2028"
                   "2";
-    late.applications = test::shared(app);
+    late.applications.emplace(test::shared(app));
     const std::string from = written(folder, "a file with \"quotes\"", test::snapshot(1));
     const std::string to = written(folder, "line\nfeed.json", late);
     const Outcome outcome = run({"compare", from, to});
@@ -207,7 +207,7 @@ TEST(CompareCommand, HandlesExtremeDatesAndSizes) {
     early.folders = test::shared(was, test::trash(INT64_MAX, INT64_MAX));
     late.folders = test::shared(is, test::trash(INT64_MIN, 0));
     for (int i = 0; i < 5000; ++i)
-        late.applications.emplace_back(test::application(std::to_string(i)));
+        test::add(late.applications, test::application(std::to_string(i)));
     const std::string from = written(folder, "from", early);
     const std::string to = written(folder, "to", late);
     for (const bool backwards : {false, true}) {

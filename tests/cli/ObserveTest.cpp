@@ -272,7 +272,7 @@ TEST_F(ObserveCommand, ObservesAMachineThatLiesElsewhere) {
         return test::run(more);
     };
     const auto seen = json::decode<Snapshot>(observeRoot({"--json", "-o", path("before")}).out);
-    EXPECT_EQ(seen.backgroundItems.at(0)->path, "/" + unit);
+    EXPECT_EQ(seen.backgroundItems->at(0)->path, "/" + unit);
     EXPECT_EQ(seen.operatingSystem, (OperatingSystemObservation{"Made 1", {}}));
     EXPECT_FALSE(seen.freeBytes || seen.volumeID || seen.volumeContext);
     EXPECT_EQ(seen.coverage.issues, Words());
@@ -304,7 +304,7 @@ TEST_F(ObserveCommand, HandlesAnyFileName) {
                         "-o",        path("snapshot\n\xFF.json")};
     const Snapshot seen = snapshot(options);
     EXPECT_TRUE(isValidUtf8(test::contents(folder / "snapshot\n\xFF.json")));
-    EXPECT_EQ(seen.applications.at(0)->name, textFromBytes(name));
+    EXPECT_EQ(seen.applications->at(0)->name, textFromBytes(name));
     EXPECT_EQ(seen.additionalReports->at(0).items->at(0).bytes, 2);
     std::map<std::string, std::int64_t> sizes;
     for (const auto& size : seen.folders)

@@ -22,4 +22,12 @@ std::vector<Shared<First>> shared(First first, Rest... rest) {
     return list;
 }
 
+/// Adds a record to a list that snapshots share.
+template <class T>
+void add(Shared<std::vector<Shared<T>>>& list, T record) {
+    auto records = *list;
+    records.emplace_back(std::move(record));
+    list.emplace(std::move(records));
+}
+
 } // namespace tidemark::test

@@ -23,7 +23,7 @@ struct HistoryScreenTest : test::ModelFixture {
         old.timestamp = Date{ago(2)};
         Snapshot latest = test::snapshot(2);
         latest.timestamp = clock.now();
-        latest.applications = test::shared(test::application("Lantern"));
+        latest.applications.emplace(test::shared(test::application("Lantern")));
         journal.snapshots = test::shared(old, latest);
         journal.events = test::shared(event("ancient", ago(100)), event("app", ago(3)),
                                       event("folder", ago(1), EventCategory::storage));

@@ -75,7 +75,7 @@ struct ModelFixture : testing::Test {
             throw Error("The disk is gone.");
         Snapshot snapshot = test::snapshot(static_cast<unsigned>(observations));
         snapshot.timestamp = clock.now();
-        snapshot.applications = applications;
+        snapshot.applications.emplace(std::vector(applications));
         co_return snapshot;
     }
     /// Begins a capture that runs until the clock is advanced by `captureDuration`.

@@ -1,6 +1,7 @@
 #include "core/base/JsonDecoder.h"
 #include "core/base/JsonEncoder.h"
 #include "tests/support/Observations.h"
+#include "tests/support/SharedRecords.h"
 
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
@@ -96,7 +97,7 @@ TEST(JsonCodec, WritesAnyBytesAsValidText) {
     for (const auto& [text, expected] : cases) {
         EXPECT_EQ(json::encoded(text), expected);
         Snapshot snapshot;
-        snapshot.applications.emplace_back(test::application(text));
+        test::add(snapshot.applications, test::application(text));
         snapshot.folders.emplace_back(test::folder("/a", 1, {{text, 1}}));
         EXPECT_TRUE(nlohmann::json::accept(json::encoded(snapshot)));
     }

@@ -72,7 +72,7 @@ struct Machine {
     std::vector<std::string> found() {
         const auto snapshot = capture();
         std::vector<std::string> all;
-        for (const auto& each : snapshot.applications)
+        for (const auto& each : *snapshot.applications)
             all.push_back(each->bundleID + "|" + each->name + "|" + each->version + "|"
                           + each->build);
         for (const auto& path : *snapshot.coverage.excludedPaths)
@@ -149,7 +149,7 @@ TEST(ApplicationFormats, AVersionThatCantBeToldIsNoUpdate) {
               Texts{"Applications: the versions of 1 applications could not be read, because the "
                     "records of their installation can't be read or are being changed. They are "
                     "excluded from comparisons."});
-    EXPECT_EQ(busy.applications.size(), 1U);
+    EXPECT_EQ(busy.applications->size(), 1U);
     EXPECT_TRUE(EventBuilder::build(before, busy).empty());
 
     fs::remove(machine.root / "var/lib/dpkg/updates/0000");
@@ -249,7 +249,7 @@ TEST(ApplicationFormats, OnlyFoldersHaveTheirSizeMeasured) {
     ComponentStorageScanner scanner({}, 1'000, clock);
     const auto snapshot =
         SystemObserver::captureProgressively(options, &scanner, [](const std::string&) {}, clock);
-    EXPECT_EQ(snapshot.applications.size(), 3U);
+    EXPECT_EQ(snapshot.applications->size(), 3U);
     EXPECT_EQ(snapshot.coverage.issues, Texts{});
     ASSERT_TRUE(snapshot.applicationStorage);
     ASSERT_EQ(snapshot.applicationStorage->records.size(), 1U);
@@ -262,7 +262,7 @@ TEST(ApplicationFormats, TiesWhatStartsByItselfToTheOnlyApplicationOfItsPackage)
                        test::xmlList("<dict><key>Label</key><string>x</string></dict>"));
     const auto association = [&] {
         const auto snapshot = machine.capture();
-        return snapshot.backgroundItems.at(0)->association.value_or("");
+        return snapshot.backgroundItems->at(0)->association.value_or("");
     };
     EXPECT_EQ(association(), "");
     machine.root.write(vendors + 1 + "/harbor.desktop"s, entryNamed("Harbor"));

@@ -187,7 +187,7 @@ TEST(BackgroundChanges, OfAProgramAreTheEventsThatOneExpects) {
         const Snapshot before = machine.observed();
         EXPECT_EQ(before.coverage.issues, std::vector<std::string>()) << each.what;
         EXPECT_EQ(before.coverage.notes, std::vector<std::string>()) << each.what;
-        EXPECT_EQ(before.backgroundItems.size(), 7U) << each.what;
+        EXPECT_EQ(before.backgroundItems->size(), 7U) << each.what;
         each.change(machine);
         const Snapshot after = machine.observed();
         EXPECT_EQ(test::eventLines(before, after), each.events) << each.what;
@@ -254,7 +254,7 @@ TEST(BackgroundChanges, AreNoneForAnotherSessionOrOrderOnDisk) {
         ::unsetenv(name);
     EXPECT_EQ(test::eventLines(before, after), "");
     EXPECT_EQ(before.coverage.backgroundRoots, after.coverage.backgroundRoots);
-    EXPECT_EQ(before.backgroundItems.size(), after.backgroundItems.size());
+    EXPECT_EQ(before.backgroundItems->size(), after.backgroundItems->size());
 }
 
 TEST(BackgroundChanges, AreNoneWhereTheStateOfUnitsCannotBeKnown) {
@@ -330,11 +330,11 @@ TEST(BackgroundChanges, AreNotFoundInBadFiles) {
         if (each.program == unreadable) {
             EXPECT_EQ(found.coverage.excludedPaths->size(), 1U) << shown;
             EXPECT_EQ(found.coverage.issues.size(), 1U) << shown;
-            EXPECT_TRUE(found.backgroundItems.empty()) << shown;
+            EXPECT_TRUE(found.backgroundItems->empty()) << shown;
             continue;
         }
-        ASSERT_EQ(found.backgroundItems.size(), 1U) << shown;
-        const BackgroundItem& item = *found.backgroundItems.front();
+        ASSERT_EQ(found.backgroundItems->size(), 1U) << shown;
+        const BackgroundItem& item = *found.backgroundItems->front();
         EXPECT_EQ(item.program, each.program) << shown;
         // What is quoted to the end is taken for the name of the program.
         const bool isStored = json::encoded(item).contains("secret");
@@ -359,8 +359,8 @@ TEST(BackgroundChanges, NeverFollowWhatIsNoFileOfTheMachine) {
     ::mkfifo(machine.at(admin + "pipe.service").c_str(), 0600);
     ::mkfifo(machine.at(vendor + "pipe.service.d/pipe.conf").c_str(), 0600);
     const Snapshot found = machine.observed();
-    ASSERT_EQ(found.backgroundItems.size(), 1U);
-    EXPECT_EQ(found.backgroundItems.front()->identifier, "bad.timer");
+    ASSERT_EQ(found.backgroundItems->size(), 1U);
+    EXPECT_EQ(found.backgroundItems->front()->identifier, "bad.timer");
     EXPECT_EQ(
         found.coverage.excludedPaths,
         (std::set<std::string>{admin + "evil.service", admin + "pipe.service", "/etc/cron.d"}));

@@ -112,7 +112,7 @@ TEST_F(Observer, MeasuresRootsShortestFirstAndApplicationsLast) {
     EXPECT_EQ(snapshot.coverage.issues, Lines{});
     EXPECT_EQ(snapshot.coverage.notes, Lines{bundleNote});
     EXPECT_EQ(snapshot.coverage.excludedPaths, std::set<std::string>{});
-    EXPECT_EQ(snapshot.applications.size(), 1U) << "from the inventory only";
+    EXPECT_EQ(snapshot.applications->size(), 1U) << "from the inventory only";
 
     const auto bundle = [&](const std::string& path) {
         return path + " " + std::to_string(fs::file_size(folder / path / "Contents/Info.plist"));
@@ -145,8 +145,8 @@ TEST_F(Observer, ExcludesANestedRootThatCouldNotBeRead) {
         options.backgroundRoots.push_back({folder / root, BackgroundItem::Kind::agent});
     folder.makeFolder("home/closed");
     const Snapshot before = SystemObserver::capture(options, clock);
-    ASSERT_EQ(before.applications.size(), 2U);
-    ASSERT_EQ(before.backgroundItems.size(), 2U);
+    ASSERT_EQ(before.applications->size(), 2U);
+    ASSERT_EQ(before.backgroundItems->size(), 2U);
 
     fs::remove(folder / "home/agents/b.plist");
     fs::permissions(folder / "outer/.inner", fs::perms::none);

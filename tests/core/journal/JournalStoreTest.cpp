@@ -51,7 +51,7 @@ Journal large(const std::string& name) {
     for (unsigned number = 0; number < 40; ++number) {
         Snapshot snapshot = test::snapshot(number);
         for (int i = 0; i < 400; ++i)
-            snapshot.applications.emplace_back(test::application(name + std::to_string(i)));
+            test::add(snapshot.applications, test::application(name + std::to_string(i)));
         journal.snapshots.emplace_back(std::move(snapshot));
     }
     return journal;
@@ -78,6 +78,22 @@ TEST(JournalStore, ReadsBackWhatItSavedWithPrivateModes) {
     EXPECT_EQ(place.store.load(), small());
     EXPECT_EQ(test::modeOf(place.url), 0600U);
     EXPECT_EQ(test::modeOf(place.folder / "data"), 0755U) << "an existing folder keeps its mode";
+}
+
+TEST(JournalStore, DropsTheOldestSnapshotsOfAHistoryThatIsTooLarge) {
+    const Place place;
+    Journal journal = large("A");
+    const Journal whole = journal;
+    const std::size_t bytes = json::encoded(journal).size();
+    JournalStore store(place.url);
+    store.saveWithin(bytes, journal);
+    EXPECT_EQ(journal, whole);
+    store.saveWithin(bytes - 1, journal);
+    EXPECT_EQ(journal.snapshots.size(), 30U);
+    EXPECT_EQ(journal.snapshots.back(), whole.snapshots.back());
+    EXPECT_EQ(store.load(), journal);
+    EXPECT_THROW(store.saveWithin(1'000, journal), FileError);
+    EXPECT_EQ(journal.snapshots.size(), 2U);
 }
 
 TEST(JournalStore, MakesABackupOnceBeforeTheFirstUse) {

@@ -22,8 +22,8 @@ Shared<Event> eventAt(double time) {
 Snapshot withApplications(unsigned number, int count) {
     Snapshot made = test::snapshot(number);
     for (int i = 0; i < count; ++i)
-        made.applications.emplace_back(
-            test::application(std::to_string(number) + "-" + std::to_string(i)));
+        test::add(made.applications,
+                  test::application(std::to_string(number) + "-" + std::to_string(i)));
     return made;
 }
 
@@ -98,11 +98,12 @@ TEST(Journal, SharesEqualApplications) {
     Journal journal;
     Snapshot first = withApplications(1, 2);
     Snapshot second = withApplications(1, 2);
-    second.applications[1].emplace(test::application("1-1", "2"));
+    second.applications.emplace(
+        test::shared(*(*second.applications)[0], test::application("1-1", "2")));
     journal.append(Shared(Snapshot(first)), true);
     journal.append(Shared(Snapshot(second)), true);
-    const auto& before = journal.snapshots[0]->applications;
-    const auto& after = journal.snapshots[1]->applications;
+    const auto& before = *journal.snapshots[0]->applications;
+    const auto& after = *journal.snapshots[1]->applications;
     EXPECT_TRUE(before[0].sameObject(after[0]));
     EXPECT_EQ(*journal.snapshots[1], second);
 }

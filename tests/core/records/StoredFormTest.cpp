@@ -226,11 +226,38 @@ StorageMeasurementRecord recurringRecord(int observation) {
 
 } // namespace
 
+TEST(StoredForm, LeavesOutAListThatIsTheSameAsInTheSnapshotBefore) {
+    Journal journal;
+    for (unsigned number = 1; number <= 5; ++number) {
+        Snapshot snapshot = test::snapshot(number);
+        snapshot.applications.emplace(test::shared(test::application(number < 4 ? "A" : "B")));
+        journal.append(Shared(std::move(snapshot)), false);
+    }
+    journal.baselines.push_back(Baseline::named("kept", journal.snapshots[1]));
+    auto stored = nlohmann::json::parse(json::encoded(journal));
+    std::string present;
+    for (const auto& snapshot : stored["snapshots"])
+        present += snapshot.contains("applications") ? 'a' : '-';
+    EXPECT_EQ(present, "a--a-");
+    EXPECT_TRUE(stored["baselines"][0]["snapshot"].contains("applications"));
+    const auto read = json::decode<Journal>(stored.dump());
+    EXPECT_EQ(read, journal);
+    EXPECT_TRUE(read.snapshots[0]->applications.sameObject(read.snapshots[2]->applications));
+
+    // The first one has nothing to repeat, and a baseline is no successor.
+    for (const char* place : {"/snapshots/0/applications", "/baselines/0/snapshot/applications"}) {
+        auto lacking = stored;
+        const nlohmann::json::json_pointer at(place);
+        lacking[at.parent_pointer()].erase(at.back());
+        EXPECT_THROW(json::decode<Journal>(lacking.dump()), json::DecodingError) << place;
+    }
+}
+
 TEST(StoredForm, SharesEqualPartsOfADocument) {
     Journal journal;
     for (int i = 0; i < 2; ++i) {
         Snapshot snapshot;
-        snapshot.applications = test::shared(test::application("A"), test::application("B"));
+        snapshot.applications.emplace(test::shared(test::application("A"), test::application("B")));
         snapshot.folders = test::shared(test::folder("/a", 9, {{"x", i}}), recurringFolder(i));
         snapshot.applicationStorage = {test::shared(recurringRecord(i)), Date{1.0 * i}};
         snapshot.coverage.excludedPaths.emplace({"/x"});
@@ -239,8 +266,8 @@ TEST(StoredForm, SharesEqualPartsOfADocument) {
     const auto read = json::decode<Journal>(json::encoded(journal));
     const Snapshot& first = *read.snapshots[0];
     const Snapshot& second = *read.snapshots[1];
-    EXPECT_TRUE(first.applications[1].sameObject(second.applications[1]));
-    EXPECT_FALSE(first.applications[0].sameObject(second.applications[1]));
+    EXPECT_TRUE((*first.applications)[1].sameObject((*second.applications)[1]));
+    EXPECT_FALSE((*first.applications)[0].sameObject((*second.applications)[1]));
     EXPECT_FALSE(first.folders[0].sameObject(second.folders[0]));
     // Records that differ share their equal parts.
     const FolderSize& size = *first.folders[1];

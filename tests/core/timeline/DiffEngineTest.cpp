@@ -60,8 +60,8 @@ TEST(DiffEngine, ComparesApplications) {
     const Paths usual{"/Applications"};
     const auto with = [&](std::vector<Application> was, std::vector<Application> is) {
         return [=](Snapshot& before, Snapshot& after) {
-            before.applications = test::shared(was);
-            after.applications = test::shared(is);
+            before.applications.emplace(test::shared(was));
+            after.applications.emplace(test::shared(is));
         };
     };
     const auto reading = [](const Paths& was, const Paths& is, const auto& arrange) {
@@ -131,8 +131,8 @@ TEST(DiffEngine, ComparesBackgroundItems) {
             BackgroundItem was = agent("sync");
             BackgroundItem is = was;
             differ(was, is);
-            before.backgroundItems = test::shared(was, agent("old"));
-            after.backgroundItems = test::shared(agent("new"), is);
+            before.backgroundItems.emplace(test::shared(was, agent("old")));
+            after.backgroundItems.emplace(test::shared(agent("new"), is));
         };
     };
     const char* others = "backgroundAdded /Library/LaunchAgents/new.plist\n"
@@ -160,7 +160,7 @@ TEST(DiffEngine, ComparesBackgroundItems) {
          others},
         {"root became unreadable",
          [](Snapshot& before, Snapshot& after) {
-             before.backgroundItems = test::shared(agent("a"));
+             before.backgroundItems.emplace(test::shared(agent("a")));
              after.coverage.backgroundRoots.emplace({});
          },
          ""},
@@ -355,12 +355,12 @@ Snapshot drawnSnapshot(unsigned number) {
         if (small() > 0) {
             Application app = application(name, std::to_string(small()));
             app.bundleID += std::to_string(small());
-            made.applications.emplace_back(std::move(app));
+            test::add(made.applications, std::move(app));
         }
         if (small() > 0) {
             BackgroundItem item = agent(name);
             item.definitionFingerprints = Texts{{"key", std::to_string(small())}};
-            made.backgroundItems.emplace_back(std::move(item));
+            test::add(made.backgroundItems, std::move(item));
         }
         FolderSize size = folder(std::string("/home/") + name, small() * 700'000'000LL);
         size.breakdown.emplace({{"x", small() * 300'000'000LL}, {name, size.bytes}});
@@ -390,10 +390,12 @@ RC_GTEST_PROP(DiffEngine, ReportsNothingForEqualObservations, ()) {
     const Snapshot snapshot = drawnSnapshot(1);
     // A deep copy, so that equality does not follow from the same address.
     Snapshot copy = snapshot;
-    for (auto& app : copy.applications)
-        app.emplace(Application(*app));
-    for (auto& item : copy.backgroundItems)
-        item.emplace(BackgroundItem(*item));
+    copy.applications = {};
+    for (const auto& app : *snapshot.applications)
+        test::add(copy.applications, Application(*app));
+    copy.backgroundItems = {};
+    for (const auto& item : *snapshot.backgroundItems)
+        test::add(copy.backgroundItems, BackgroundItem(*item));
     RC_ASSERT(test::summary(DiffEngine::compare(snapshot, copy)).empty());
 }
 
@@ -416,8 +418,12 @@ RC_GTEST_PROP(DiffEngine, DoesNotDependOnTheOrderOfItsInput, (std::uint32_t seed
     Snapshot later = after;
     std::mt19937 random(seed);
     for (Snapshot* snapshot : {&shuffled, &later}) {
-        std::ranges::shuffle(snapshot->applications, random);
-        std::ranges::shuffle(snapshot->backgroundItems, random);
+        auto applications = *snapshot->applications;
+        std::ranges::shuffle(applications, random);
+        snapshot->applications.emplace(std::move(applications));
+        auto items = *snapshot->backgroundItems;
+        std::ranges::shuffle(items, random);
+        snapshot->backgroundItems.emplace(std::move(items));
     }
     std::ranges::shuffle(shuffled.folders, random);
     RC_ASSERT(DiffEngine::compare(shuffled, later) == DiffEngine::compare(before, after));

@@ -82,16 +82,17 @@ TEST(EventBuilder, WordsEachChange) {
     using Applications = std::vector<Application>;
     const auto apps = [](Applications was, Applications is) -> Arrange {
         return [=](Snapshot& before, Snapshot& after) {
-            before.applications = test::shared(was);
-            after.applications = test::shared(is);
+            before.applications.emplace(test::shared(was));
+            after.applications.emplace(test::shared(is));
         };
     };
     using Items = std::vector<BackgroundItem>;
     const auto items = [](Items was, Items is, Applications owners = {}) -> Arrange {
         return [=](Snapshot& before, Snapshot& after) {
-            before.applications = after.applications = test::shared(owners);
-            before.backgroundItems = test::shared(was);
-            after.backgroundItems = test::shared(is);
+            before.applications.emplace(test::shared(owners));
+            after.applications = before.applications;
+            before.backgroundItems.emplace(test::shared(was));
+            after.backgroundItems.emplace(test::shared(is));
         };
     };
     BackgroundItem daemon = agent("org.sync");
@@ -188,7 +189,7 @@ TEST(EventBuilder, AddsTheSizesOfApplications) {
     const Application app = application("A");
     const auto removed = [&](StorageMeasurementRecord record) {
         return built([&](auto& before, auto&) {
-                   before.applications = test::shared(app);
+                   before.applications.emplace(test::shared(app));
                    before.applicationStorage = {test::shared(measured(application("B"), 1), record),
                                                 Date{}};
                })
@@ -220,13 +221,13 @@ TEST(EventBuilder, UsesTheLaterObservation) {
     Application renamed = application("A", "2");
     renamed.name = "Renamed";
     const auto events = built([&](auto& before, auto& after) {
-        before.applications = test::shared(old);
-        after.applications = test::shared(renamed);
+        before.applications.emplace(test::shared(old));
+        after.applications.emplace(test::shared(renamed));
         before.applicationStorage = {test::shared(measured(old, 1)), Date{}};
         after.applicationStorage = {test::shared(measured(old, 2)), Date{}};
         BackgroundItem helper = agentInside("A");
         helper.association.reset();
-        after.backgroundItems = test::shared(helper);
+        after.backgroundItems.emplace(test::shared(helper));
         before.volumeContext = VolumeContext{"Old", {}, {}, {}, {}, {}};
         after.volumeContext = VolumeContext{"New", {}, {}, {}, {}, {}};
         before.volumeID = after.volumeID = "V";
@@ -241,8 +242,8 @@ TEST(EventBuilder, UsesTheLaterObservation) {
     EXPECT_EQ(events[2].subtitle, "New · 5 GB increase in free space · 5 GB remaining");
 
     const auto gone = built([&](auto& before, auto& after) {
-        before.applications = test::shared(old);
-        after.backgroundItems = test::shared(agentInside("A"));
+        before.applications.emplace(test::shared(old));
+        after.backgroundItems.emplace(test::shared(agentInside("A")));
     });
     EXPECT_EQ(gone.at(0).changes.size(), 2U) << "merged even into a removal";
 }
@@ -253,8 +254,9 @@ TEST(EventBuilder, MergesBackgroundItemsInstalledWithAnApplication) {
             after.timestamp = before.timestamp + apart;
             BackgroundItem helper = agentInside("B");
             differ(helper);
-            after.applications = test::shared(application("A"), application("B"), application("C"));
-            after.backgroundItems = test::shared(helper, agent("other"));
+            after.applications.emplace(
+                test::shared(application("A"), application("B"), application("C")));
+            after.backgroundItems.emplace(test::shared(helper, agent("other")));
             before.operatingSystem = {"14", {}};
             after.operatingSystem = {"15", {}};
         });
