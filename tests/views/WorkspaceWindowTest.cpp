@@ -4,6 +4,7 @@
 #include "tests/support/SharedRecords.h"
 
 #include <QAccessible>
+#include <QAction>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListView>
@@ -21,6 +22,13 @@ struct Workspace : test::ModelFixture {
                   .workspaceCenter = workspace}),
           viewSettings(preferences) {}
 
+    /// Without folders, each capture lacks the places that nobody allowed.
+    void allowFolders() {
+        const auto purposes = [](const auto&) {
+            return FolderPurposes{FolderPurpose::applications, FolderPurpose::launchAgents};
+        };
+        test::await(model->folderAccess().add({folder.makeFolder("places")}, purposes));
+    }
     void open() {
         window.emplace(
             WorkspaceWindow::Uses{*model, memory, viewSettings, preferences, sources, tasks});
@@ -43,11 +51,15 @@ struct Workspace : test::ModelFixture {
                 return *each;
         throw std::runtime_error(accessibleName);
     }
-    bool shows(const char* text) {
-        for (auto* label : window->findChildren<QLabel*>())
+    testing::AssertionResult shows(const char* text) {
+        std::string others;
+        for (auto* label : window->findChildren<QLabel*>()) {
             if (label->isVisible() && label->text().contains(QString::fromUtf8(text)))
-                return true;
-        return false;
+                return testing::AssertionSuccess();
+            if (label->isVisible())
+                others += "\n  " + label->text().toStdString();
+        }
+        return testing::AssertionFailure() << text << " is not among" << others;
     }
 
     MemoryHistoryService memory;
@@ -60,6 +72,7 @@ struct Workspace : test::ModelFixture {
 } // namespace
 
 TEST_F(Workspace, ShowsWhatIsRecordedAndInspectsWhatIsChosen) {
+    allowFolders();
     start();
     open();
     EXPECT_TRUE(shows("Starting Point Saved"));
@@ -80,6 +93,22 @@ TEST_F(Workspace, ShowsWhatIsRecordedAndInspectsWhatIsChosen) {
     test::await(model->scan());
     test::settle();
     EXPECT_TRUE(shows("Tidemark needs your attention"));
+}
+
+TEST_F(Workspace, PausesAndResumes) {
+    start();
+    open();
+    for (const char* label : {"Pause", "Resume", "Pause"}) {
+        SCOPED_TRACE(label);
+        const bool wasRecording = state().canRecord();
+        for (auto* action : window->findChildren<QAction*>())
+            if (action->text() == QLatin1String(label)) {
+                action->trigger();
+                break;
+            }
+        test::settle();
+        EXPECT_NE(state().canRecord(), wasRecording);
+    }
 }
 
 TEST_F(Workspace, NamesWhatTakesTheKeyboard) {

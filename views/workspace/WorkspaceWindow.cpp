@@ -441,7 +441,6 @@ void WorkspaceWindow::showSidebarMenu(const QPoint& position) {
 void WorkspaceWindow::trigger(ToolbarCommand command) {
     if (command == ToolbarCommand::checkNow)
         checkNow();
-    return;
     if (command == ToolbarCommand::changeRecording)
         uses.model.setRecordingMode(uses.model.state().canRecord() ? RecordingMode::paused
                                                                    : RecordingMode::recording);
