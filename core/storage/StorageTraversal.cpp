@@ -15,9 +15,6 @@ namespace {
 
 /// How many names are read ahead and sorted. More would take memory and hardly improve the order.
 constexpr std::int64_t readAhead = 1024;
-/// The inodes of this many files lie in a few dozen blocks, which are soon all in memory, whatever
-/// the order.
-constexpr std::size_t fewEntries = 512;
 /// How many names are still read after a stop, so that the walk can be resumed: some hundredths of
 /// a second on a local disk.
 constexpr std::int64_t readAfterStop = 65'536;
@@ -183,8 +180,6 @@ void StorageTraversal::readNames(std::int64_t most) {
 }
 
 void StorageTraversal::sortEntries() {
-    if (entries.size() - nextEntry <= fewEntries)
-        return;
     std::ranges::sort(entries.begin() + static_cast<std::ptrdiff_t>(nextEntry), entries.end(), {},
                       &Entry::inode);
 }
