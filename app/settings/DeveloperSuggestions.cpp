@@ -3,6 +3,7 @@
 #include "core/base/Text.h"
 
 #include <algorithm>
+#include <array>
 
 namespace tidemark::developerSuggestions {
 
@@ -13,7 +14,23 @@ bool covers(const FolderGrant& grant, const std::string& path) {
            && (path == grant.path || isBelow(path, grant.path));
 }
 
+constexpr std::string_view projects = "Project folders, dependencies, and build outputs";
+
+constexpr auto projectLocations = std::to_array<Location>({
+    {"Work", "Work", projects},
+    {"Projects", "Projects", projects},
+    {"Developer", "Developer", projects},
+    {"Code", "Code", projects},
+});
+
 } // namespace
+
+std::vector<Location> locations() {
+    const auto system = systemLocations();
+    std::vector<Location> all(system.begin(), system.end());
+    all.insert(all.end(), projectLocations.begin(), projectLocations.end());
+    return all;
+}
 
 std::filesystem::path homeOf(const std::vector<RecommendedFolder>& recommended,
                              const std::filesystem::path& home) {

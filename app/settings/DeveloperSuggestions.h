@@ -38,8 +38,10 @@ struct Location {
     std::string_view path;
     std::string_view detail;
 };
-/// In the order in which they are offered. One source file per system.
-std::span<const Location> locations();
+/// In the order in which they are offered: those of this system, then folders of projects.
+std::vector<Location> locations();
+/// Where the tools of this system keep their data by default. One source file per system.
+std::span<const Location> systemLocations();
 
 using IsDirectory = std::function<bool(const std::filesystem::path&)>;
 

@@ -6,8 +6,6 @@ namespace tidemark::developerSuggestions {
 
 namespace {
 
-constexpr std::string_view projects = "Project folders, dependencies, and build outputs";
-
 /// Where package managers, containers and caches keep their data by default; the folders of the
 /// XDG Base Directories without their variables.
 constexpr auto places = std::to_array<Location>({
@@ -16,15 +14,11 @@ constexpr auto places = std::to_array<Location>({
      "Container images and volumes; logical size can exceed allocated storage"},
     {"Docker Data", ".local/share/docker",
      "Docker disk images; logical size can exceed allocated storage"},
-    {"Work", "Work", projects},
-    {"Projects", "Projects", projects},
-    {"Developer", "Developer", projects},
-    {"Code", "Code", projects},
 });
 
 } // namespace
 
-std::span<const Location> locations() {
+std::span<const Location> systemLocations() {
     return places;
 }
 

@@ -6,23 +6,17 @@ namespace tidemark::developerSuggestions {
 
 namespace {
 
-constexpr std::string_view projects = "Project folders, dependencies, and build outputs";
-
 constexpr auto places = std::to_array<Location>({
     {"Developer Data", "Library/Developer", "Xcode builds, archives, and simulators"},
     {"Caches", "Library/Caches",
      "Caches across applications; changes reported at folder thresholds"},
     {"Docker Data", "Library/Containers/com.docker.docker/Data/vms",
      "Docker disk images; logical size can exceed allocated storage"},
-    {"Work", "Work", projects},
-    {"Projects", "Projects", projects},
-    {"Developer", "Developer", projects},
-    {"Code", "Code", projects},
 });
 
 } // namespace
 
-std::span<const Location> locations() {
+std::span<const Location> systemLocations() {
     return places;
 }
 

@@ -1,6 +1,7 @@
 #include "core/base/Digest.h"
 
 #include "core/base/Error.h"
+#include "core/base/Hex.h"
 
 #include <openssl/evp.h>
 
@@ -39,13 +40,10 @@ std::string Sha256::finish() {
     std::array<unsigned char, EVP_MAX_MD_SIZE> digest{};
     unsigned int length = 0;
     require(EVP_DigestFinal_ex(context->handle, digest.data(), &length));
-    constexpr std::string_view digits = "0123456789abcdef";
     std::string text;
     text.reserve(2 * std::size_t{length});
-    for (unsigned int i = 0; i < length; ++i) {
-        text += digits[digest[i] >> 4];
-        text += digits[digest[i] & 0x0F];
-    }
+    for (unsigned int i = 0; i < length; ++i)
+        appendHex(text, digest[i]);
     return text;
 }
 

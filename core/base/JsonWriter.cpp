@@ -1,6 +1,7 @@
 #include "core/base/JsonWriter.h"
 
 #include "core/base/Error.h"
+#include "core/base/Hex.h"
 #include "core/base/Iso8601.h"
 #include "core/base/Text.h"
 #include "core/base/Utf8.h"
@@ -43,10 +44,9 @@ void appendEscaped(std::string& buffer, std::int32_t character) {
         buffer += "\\t";
         break;
     default:
-        constexpr std::string_view digits = "0123456789abcdef";
         buffer += "\\u";
         for (const int shift : {12, 8, 4, 0})
-            buffer += digits[static_cast<std::size_t>(character >> shift) & 0x0F];
+            buffer += lowerHexDigits[static_cast<std::size_t>(character >> shift) & 0x0F];
     }
 }
 

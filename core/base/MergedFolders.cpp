@@ -1,4 +1,4 @@
-#include "core/packages/MergedFolders.h"
+#include "core/base/MergedFolders.h"
 
 #include "core/base/Text.h"
 
@@ -6,29 +6,31 @@ namespace tidemark {
 
 namespace {
 
-constexpr std::string_view merged = "/usr";
-constexpr std::string_view candidates[] = {"/bin", "/sbin", "/lib", "/lib32", "/lib64", "/libx32"};
+constexpr const char* candidates[] = {"/bin",   "/sbin",   "/lib",     "/lib32",
+                                      "/lib64", "/libx32", "/usr/sbin"};
 
 } // namespace
 
 MergedFolders::MergedFolders(const MachineFiles& machine) {
-    for (const auto folder : candidates)
-        if (machine.canonical(folder).native() == std::string(merged) + std::string(folder))
-            links.emplace_back(folder);
+    for (const char* folder : candidates) {
+        const std::string real = machine.canonical(folder).native();
+        if (real != folder && isBelow(real, "/usr"))
+            links.push_back({folder, real});
+    }
 }
 
 std::string MergedFolders::canonical(std::string_view path) const {
-    for (const auto& link : links)
-        if (isBelow(path, link))
-            return std::string(merged) + std::string(path);
+    for (const auto& [from, to] : links)
+        if (isBelow(path, from))
+            return to + std::string(path.substr(from.size()));
     return std::string(path);
 }
 
 std::vector<std::string> MergedFolders::spellings(std::string_view folder) const {
     std::vector<std::string> all{std::string(folder)};
-    for (const auto& link : links)
-        if (isBelow(folder, std::string(merged) + link))
-            all.emplace_back(folder.substr(merged.size()));
+    for (const auto& [from, to] : links)
+        if (isBelow(folder, to))
+            all.push_back(from + std::string(folder.substr(to.size())));
     return all;
 }
 

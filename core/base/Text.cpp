@@ -1,5 +1,6 @@
 #include "core/base/Text.h"
 
+#include "core/base/Hex.h"
 #include "core/base/Utf8.h"
 
 #include <algorithm>
@@ -123,7 +124,6 @@ bool isValidUtf8(std::string_view bytes) {
 std::string textFromBytes(std::string_view bytes) {
     if (isValidUtf8(bytes))
         return std::string(bytes);
-    constexpr std::string_view digits = "0123456789ABCDEF";
     std::string text;
     for (std::size_t place = 0; place < bytes.size();) {
         const std::size_t start = place;
@@ -135,8 +135,7 @@ std::string textFromBytes(std::string_view bytes) {
         }
         for (const char byte : piece) {
             text += "\uFFFD";
-            text += digits[static_cast<unsigned char>(byte) >> 4];
-            text += digits[static_cast<unsigned char>(byte) & 0x0F];
+            appendHex(text, static_cast<std::uint8_t>(byte), upperHexDigits);
         }
     }
     return text;

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <concepts>
 #include <cstdint>
+#include <ranges>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -46,7 +48,8 @@ std::string printable(std::string_view text, std::string_view kept);
 std::string oneLine(std::string_view text);
 
 /// Texts in a row, with `separator` between them.
-template <class Texts>
+template <std::ranges::input_range Texts>
+    requires(!std::convertible_to<const Texts&, std::string_view>)
 std::string joined(const Texts& texts, std::string_view separator) {
     std::string all;
     bool isFirst = true;

@@ -1,12 +1,12 @@
 #include "core/base/Uuid.h"
 
+#include "core/base/Hex.h"
+
 #include <random>
 
 namespace tidemark {
 
 namespace {
-
-constexpr std::string_view upperDigits = "0123456789ABCDEF";
 
 /// Whether the canonical text has a hyphen at this index.
 constexpr bool isHyphen(std::size_t place) {
@@ -65,8 +65,7 @@ std::string Uuid::text() const {
     for (const std::uint8_t byte : bytes) {
         if (isHyphen(result.size()))
             result += '-';
-        result += upperDigits[byte >> 4];
-        result += upperDigits[byte & 0x0F];
+        appendHex(result, byte, upperHexDigits);
     }
     return result;
 }

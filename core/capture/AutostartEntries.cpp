@@ -43,18 +43,18 @@ bool isDisabled(const KeyFile& file) {
 }
 
 /// The command with the path of its program in the one form of this machine.
-std::string normalisedCommand(const std::string& command, const ProgramPaths& programs) {
-    return programs.normalised(CommandText::withSingleBlanks(command, Quoting::desktopEntry));
+std::string normalisedCommand(const std::string& command, const MergedFolders& merged) {
+    return merged.canonical(CommandText::withSingleBlanks(command, Quoting::desktopEntry));
 }
 
-Dictionary definitionOf(const KeyFile& file, const fs::path& path, const ProgramPaths& programs) {
+Dictionary definitionOf(const KeyFile& file, const fs::path& path, const MergedFolders& merged) {
     Dictionary definition;
     definition["Label"] = {textFromBytes(path.stem().native())};
     if (const auto exec = file.value(group, "Exec")) {
         const std::string command = KeyFile::unescaped(*exec);
         if (const auto program = CommandText::firstWord(command, Quoting::desktopEntry))
-            definition["Program"] = {programs.normalised(*program)};
-        definition["ProgramArguments"] = {Array{{normalisedCommand(command, programs)}}};
+            definition["Program"] = {merged.canonical(*program)};
+        definition["ProgramArguments"] = {Array{{normalisedCommand(command, merged)}}};
     }
     if (isTrue(file, "X-GNOME-AutoRestart"))
         definition["KeepAlive"] = {true};
@@ -70,7 +70,7 @@ Dictionary definitionOf(const KeyFile& file, const fs::path& path, const Program
 }
 
 Entry readFile(const FolderEntry& entry, std::size_t folder, RootReading& reading,
-               const ProgramPaths& programs) {
+               const MergedFolders& merged) {
     Entry result{.folder = folder, .path = entry.path};
     try {
         std::string bytes = entry.read(KeyFile::maximumSize);
@@ -79,7 +79,7 @@ Entry readFile(const FolderEntry& entry, std::size_t folder, RootReading& readin
         if (!file || !file->hasGroup(group))
             return result;
         result.state = isDisabled(*file) ? Entry::State::disabled : Entry::State::enabled;
-        result.definition = definitionOf(*file, entry.path, programs);
+        result.definition = definitionOf(*file, entry.path, merged);
     } catch (const FileError&) {
         // It stays unreadable.
     }
@@ -87,9 +87,9 @@ Entry readFile(const FolderEntry& entry, std::size_t folder, RootReading& readin
 }
 
 Entry readEntry(const FolderEntry& entry, std::size_t folder, RootReading& reading,
-                const ProgramPaths& programs) {
+                const MergedFolders& merged) {
     if (entry.kind != Kind::link)
-        return readFile(entry, folder, reading, programs);
+        return readFile(entry, folder, reading, merged);
     // A usual way to disable an entry of the system.
     const bool leadsToNothing =
         (entry.path.parent_path() / entry.linkText()).lexically_normal() == "/dev/null";
@@ -100,7 +100,7 @@ Entry readEntry(const FolderEntry& entry, std::size_t folder, RootReading& readi
 
 /// False when the folder can't be read.
 bool readFolder(const MachineFiles& machine, const fs::path& folder, std::size_t index,
-                RootReading& reading, const ProgramPaths& programs, Entries& entries) {
+                RootReading& reading, const MergedFolders& merged, Entries& entries) {
     if (!reading.mayContinue())
         return false;
     const auto listing =
@@ -114,7 +114,7 @@ bool readFolder(const MachineFiles& machine, const fs::path& folder, std::size_t
         if (entry.kind == Kind::unknown)
             return false;
         if (entry.extension() == "desktop" && entry.kind != Kind::missing)
-            entries[name].push_back(readEntry(entry, index, reading, programs));
+            entries[name].push_back(readEntry(entry, index, reading, merged));
     }
     return true;
 }
@@ -151,11 +151,11 @@ void settle(std::vector<Entry>& entries, FamilyDefinitions& result) {
 } // namespace
 
 FamilyDefinitions read(const MachineFiles& machine, const std::vector<fs::path>& folders,
-                       std::vector<RootReading>& readings, const ProgramPaths& programs) {
+                       std::vector<RootReading>& readings, const MergedFolders& merged) {
     FamilyDefinitions result;
     Entries entries;
     for (std::size_t i = 0; i < folders.size(); ++i) {
-        if (readFolder(machine, folders[i], i, readings[i], programs, entries))
+        if (readFolder(machine, folders[i], i, readings[i], merged, entries))
             continue;
         readings[i].fail();
         if (!result.unreadable)

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "core/base/MachineFiles.h"
+#include "core/base/MergedFolders.h"
 #include "core/capture/FamilyDefinitions.h"
-#include "core/capture/ProgramPaths.h"
 #include "core/capture/RootReading.h"
 
 #include <filesystem>
@@ -18,6 +18,6 @@ namespace tidemark::AutostartEntries {
 /// meant, and also when its program is missing.
 FamilyDefinitions read(const MachineFiles& machine,
                        const std::vector<std::filesystem::path>& folders,
-                       std::vector<RootReading>& readings, const ProgramPaths& programs);
+                       std::vector<RootReading>& readings, const MergedFolders& merged);
 
 } // namespace tidemark::AutostartEntries

@@ -63,7 +63,7 @@ public:
                std::span<const BackgroundFormat> formats, const MachineFiles& machine,
                PackageIndex::Reading* packages)
         : apps(apps), byPackage(apps, packages), clock(clock), stop(stop), formats(formats),
-          machine(machine), programs(ProgramPaths::of(machine)) {}
+          machine(machine), merged(machine) {}
 
     void visit(const std::vector<BackgroundRoot>& given) {
         const auto roots = canonicalRoots(given);
@@ -132,7 +132,7 @@ private:
             folders.push_back(root.path);
             readings.emplace_back(ReadingBudget(secondsPerRoot, clock, stop));
         }
-        auto found = family.read(machine, folders, readings, programs);
+        auto found = family.read(machine, folders, readings, merged);
         for (auto& definition : found.definitions)
             addDefinition(definition, kinds[definition.folder], readings[definition.folder]);
         for (const auto& [folder, path] : found.links)
@@ -204,11 +204,11 @@ private:
     BackgroundDefinition::Result definition(const FolderEntry& entry,
                                             const BackgroundFormat& format) {
         if (!format.isReadByContent || !entry.sharedVersion)
-            return storable(format.read(entry, programs));
+            return storable(format.read(entry, merged));
         const auto key = std::pair(&format, *entry.sharedVersion);
         auto known = shared.find(key);
         if (known == shared.end())
-            known = shared.emplace(key, storable(format.read(entry, programs))).first;
+            known = shared.emplace(key, storable(format.read(entry, merged))).first;
         BackgroundDefinition::Result item = known->second;
         if (item)
             item->path = entry.pathText();
@@ -233,7 +233,7 @@ private:
     const std::stop_token& stop;
     std::span<const BackgroundFormat> formats;
     const MachineFiles& machine;
-    const ProgramPaths programs;
+    const MergedFolders merged;
     std::map<std::pair<const BackgroundFormat*, FileVersion>, BackgroundDefinition::Result> shared;
     Inventory<BackgroundItem> result;
     int unreadable = 0;

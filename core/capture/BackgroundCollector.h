@@ -21,7 +21,7 @@ namespace tidemark {
 struct BackgroundFormat {
     /// Decides by name only; also called for links, which are skipped if recognised.
     bool (*recognises)(const FolderEntry&);
-    BackgroundDefinition::Result (*read)(const FolderEntry&, const ProgramPaths&);
+    BackgroundDefinition::Result (*read)(const FolderEntry&, const MergedFolders&);
     /// True when the result of `read` depends on the name for its path only, so that a file with
     /// several names is read once.
     bool isReadByContent = false;
@@ -34,7 +34,7 @@ struct BackgroundFamily {
     RootFamily family;
     /// Is called with all folders of the family, the most preferred first, and a reading for each.
     FamilyDefinitions (*read)(const MachineFiles&, const std::vector<std::filesystem::path>&,
-                              std::vector<RootReading>&, const ProgramPaths&);
+                              std::vector<RootReading>&, const MergedFolders&);
 };
 
 /// Reads the definitions in folders.

@@ -75,7 +75,7 @@ std::string_view takeWord(std::string_view& rest) {
 }
 
 /// False for what is no job.
-bool readJob(std::string_view line, const ProgramPaths& programs, Table& table) {
+bool readJob(std::string_view line, const MergedFolders& merged, Table& table) {
     std::string time;
     if (line.starts_with('@')) {
         time = takeWord(line);
@@ -95,14 +95,14 @@ bool readJob(std::string_view line, const ProgramPaths& programs, Table& table) 
         return false;
     table.runsWhenStarted = table.runsWhenStarted || time == whenStarted;
     if (!table.program)
-        table.program = programs.normalised(*program);
+        table.program = merged.canonical(*program);
     table.times.push_back({std::move(time)});
     table.users.push_back({textFromBytes(user)});
-    table.commands.push_back({textFromBytes(programs.normalised(line))});
+    table.commands.push_back({textFromBytes(merged.canonical(line))});
     return true;
 }
 
-std::expected<Table, Failure> parsed(std::string_view bytes, const ProgramPaths& programs) {
+std::expected<Table, Failure> parsed(std::string_view bytes, const MergedFolders& merged) {
     if (bytes.contains('\0'))
         return std::unexpected(Failure::unreadable);
     Table table;
@@ -113,7 +113,7 @@ std::expected<Table, Failure> parsed(std::string_view bytes, const ProgramPaths&
             continue;
         if (isAssignment(line))
             table.environment.push_back({textFromBytes(line)});
-        else if (!readJob(line, programs, table))
+        else if (!readJob(line, merged, table))
             return std::unexpected(Failure::unreadable);
     }
     return table;
@@ -127,14 +127,14 @@ bool recognises(const FolderEntry& entry) {
     });
 }
 
-BackgroundDefinition::Result readTable(const FolderEntry& entry, const ProgramPaths& programs) {
+BackgroundDefinition::Result readTable(const FolderEntry& entry, const MergedFolders& merged) {
     std::string bytes;
     try {
         bytes = entry.read(largestTable);
     } catch (const FileError&) {
         return std::unexpected(Failure::unreadable);
     }
-    auto table = parsed(bytes, programs);
+    auto table = parsed(bytes, merged);
     if (!table)
         return std::unexpected(table.error());
     if (table->commands.empty())
@@ -150,7 +150,7 @@ BackgroundDefinition::Result readTable(const FolderEntry& entry, const ProgramPa
     return BackgroundDefinition::item(definition, entry.pathText());
 }
 
-BackgroundDefinition::Result readScript(const FolderEntry& entry, const ProgramPaths&) {
+BackgroundDefinition::Result readScript(const FolderEntry& entry, const MergedFolders&) {
     if (entry.kind != FolderEntry::Kind::regular)
         return std::unexpected(Failure::unreadable);
     const std::string folder = entry.path.parent_path().filename().native();

@@ -1,9 +1,9 @@
 #pragma once
 
 #include "core/base/MachineFiles.h"
+#include "core/base/MergedFolders.h"
 #include "core/capture/BackgroundDefinition.h"
 #include "core/capture/FolderListing.h"
-#include "core/capture/ProgramPaths.h"
 
 /// The jobs that cron(8) runs for the system: tables of commands and times in folders such as
 /// /etc/cron.d, and scripts in folders whose names give the interval, such as /etc/cron.daily.
@@ -15,10 +15,10 @@ bool recognises(const FolderEntry& entry);
 
 /// All jobs of a table as one item. A line that is no comment, no assignment and no job makes the
 /// whole table unreadable.
-BackgroundDefinition::Result readTable(const FolderEntry& table, const ProgramPaths& programs);
+BackgroundDefinition::Result readTable(const FolderEntry& table, const MergedFolders& merged);
 
 /// A script, of which nothing but its name and whether it may be executed is read.
-BackgroundDefinition::Result readScript(const FolderEntry& script, const ProgramPaths& programs);
+BackgroundDefinition::Result readScript(const FolderEntry& script, const MergedFolders& merged);
 
 /// Whether the machine keeps tables of its users, which only a program of cron itself may read.
 bool hasPersonalTables(const MachineFiles& machine);

@@ -32,7 +32,7 @@ bool recognises(const FolderEntry& entry) {
     return entry.extension() == "plist";
 }
 
-BackgroundDefinition::Result read(const FolderEntry& definition, const ProgramPaths&) {
+BackgroundDefinition::Result read(const FolderEntry& definition, const MergedFolders&) {
     try {
         return described(definition.read(PropertyList::maximumSize), definition);
     } catch (const FileError&) {

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "core/base/MergedFolders.h"
 #include "core/capture/BackgroundDefinition.h"
 #include "core/capture/FolderListing.h"
-#include "core/capture/ProgramPaths.h"
 
 #include <string_view>
 
@@ -15,7 +15,7 @@ using BackgroundDefinition::Failure;
 bool recognises(const FolderEntry& entry);
 
 /// The item without `kind` and `association`, which are not part of the definition.
-BackgroundDefinition::Result read(const FolderEntry& definition, const ProgramPaths& programs = {});
+BackgroundDefinition::Result read(const FolderEntry& definition, const MergedFolders& merged = {});
 
 /// The same from the bytes of the definition.
 BackgroundDefinition::Result described(std::string_view bytes, const FolderEntry& definition);

@@ -180,9 +180,9 @@ std::string startedUnit(const std::string& name, const UnitSettings& settings) {
 constexpr std::string_view execPrefixes = "@-:+!|";
 
 /// A value of a setting "Exec…" with the path of its program in the one form of this machine.
-std::string normalisedCommand(const std::string& command, const ProgramPaths& programs) {
+std::string normalisedCommand(const std::string& command, const MergedFolders& merged) {
     const auto start = std::min(command.find_first_not_of(execPrefixes), command.size());
-    return command.substr(0, start) + programs.normalised(std::string_view(command).substr(start));
+    return command.substr(0, start) + merged.canonical(std::string_view(command).substr(start));
 }
 
 Array arrayOf(const std::vector<std::string>& texts) {
@@ -192,14 +192,13 @@ Array arrayOf(const std::vector<std::string>& texts) {
     return array;
 }
 
-void addPrograms(const Effective& unit, const ProgramPaths& programs, Dictionary& definition) {
+void addPrograms(const Effective& unit, const MergedFolders& merged, Dictionary& definition) {
     std::vector<std::string> lines;
     const auto texts = unit.settings.byDefinitionKey();
     if (const auto found = texts.find("ProgramArguments"); found != texts.end()) {
         for (const auto& line : found->second) {
             const auto value = line.find('=') + 1;
-            lines.push_back(line.substr(0, value)
-                            + normalisedCommand(line.substr(value), programs));
+            lines.push_back(line.substr(0, value) + normalisedCommand(line.substr(value), merged));
         }
     }
     std::ranges::copy(unit.linkedDropIns, std::back_inserter(lines));
@@ -216,7 +215,7 @@ void addPrograms(const Effective& unit, const ProgramPaths& programs, Dictionary
     std::string_view command = commands.front();
     command.remove_prefix(std::min(command.find_first_not_of(execPrefixes), command.size()));
     if (const auto program = CommandText::firstWord(command, Quoting::unit))
-        definition["Program"] = {programs.normalised(*program)};
+        definition["Program"] = {merged.canonical(*program)};
 }
 
 Value secondsValue(double seconds) {
@@ -259,14 +258,14 @@ void addKeepAlive(const UnitSettings& settings, Dictionary& definition) {
 
 /// What the unit that is started runs.
 std::expected<void, Failure> addStarted(const UnitFolders& folders, const std::string& name,
-                                        const ProgramPaths& programs, Dictionary& definition) {
+                                        const MergedFolders& merged, Dictionary& definition) {
     const Fragment* fragment = fragmentOfUnit(folders, name);
     if (!fragment)
         return {};
     const auto unit = effective(folders, name, *fragment, /*withDropIns=*/true);
     if (!unit)
         return std::unexpected(unit.error());
-    addPrograms(*unit, programs, definition);
+    addPrograms(*unit, merged, definition);
     return {};
 }
 
@@ -288,7 +287,7 @@ std::vector<Item> itemsOf(const UnitFolders& folders) {
 }
 
 std::expected<Dictionary, Failure> definition(const UnitFolders& folders, const Item& item,
-                                              const ProgramPaths& programs) {
+                                              const MergedFolders& merged) {
     const bool isPreferred = fragmentOfUnit(folders, item.name) == item.fragment;
     const auto unit = effective(folders, item.name, *item.fragment, isPreferred);
     if (!unit)
@@ -302,9 +301,9 @@ std::expected<Dictionary, Failure> definition(const UnitFolders& folders, const 
     result["Disabled"] = {isMasked(folders, item)};
     addKeepAlive(unit->settings, result);
     addIntervals(unit->settings, result);
-    addPrograms(*unit, programs, result);
+    addPrograms(*unit, merged, result);
     if (const std::string started = startedUnit(item.name, unit->settings); !started.empty())
-        if (const auto added = addStarted(folders, started, programs, result); !added)
+        if (const auto added = addStarted(folders, started, merged, result); !added)
             return std::unexpected(added.error());
     return result;
 }

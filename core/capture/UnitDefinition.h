@@ -1,7 +1,7 @@
 #pragma once
 
+#include "core/base/MergedFolders.h"
 #include "core/capture/BackgroundDefinition.h"
-#include "core/capture/ProgramPaths.h"
 #include "core/capture/UnitFolders.h"
 
 #include <expected>
@@ -31,6 +31,6 @@ std::vector<Item> itemsOf(const UnitFolders& folders);
 /// timer, a socket or a path has the program of the unit that it starts. `unreadable` when the
 /// file, or a drop-in, or those of the unit that it starts, can't be read.
 std::expected<PropertyList::Dictionary, BackgroundDefinition::Failure>
-definition(const UnitFolders& folders, const Item& item, const ProgramPaths& programs);
+definition(const UnitFolders& folders, const Item& item, const MergedFolders& merged);
 
 } // namespace tidemark::UnitDefinition

@@ -21,7 +21,7 @@ std::size_t folderOf(const fs::path& path, const std::vector<fs::path>& folders)
 } // namespace
 
 FamilyDefinitions read(const MachineFiles& machine, const std::vector<fs::path>& folders,
-                       std::vector<RootReading>& readings, const ProgramPaths& programs) {
+                       std::vector<RootReading>& readings, const MergedFolders& merged) {
     FamilyDefinitions result;
     UnitFoldersReader reader(machine, folders);
     for (std::size_t i = 0; i < folders.size(); ++i)
@@ -36,7 +36,7 @@ FamilyDefinitions read(const MachineFiles& machine, const std::vector<fs::path>&
             break;
         }
         result.definitions.push_back(
-            {folder, item.path, UnitDefinition::definition(units, item, programs)});
+            {folder, item.path, UnitDefinition::definition(units, item, merged)});
     }
     for (const auto& link : units.linkedUnits)
         result.links.emplace_back(folderOf(link, folders), link);

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "core/base/MachineFiles.h"
+#include "core/base/MergedFolders.h"
 #include "core/capture/FamilyDefinitions.h"
-#include "core/capture/ProgramPaths.h"
 #include "core/capture/RootReading.h"
 
 #include <filesystem>
@@ -14,6 +14,6 @@ namespace tidemark::UnitItems {
 /// Reads the folders, the most preferred first, each with its reading.
 FamilyDefinitions read(const MachineFiles& machine,
                        const std::vector<std::filesystem::path>& folders,
-                       std::vector<RootReading>& readings, const ProgramPaths& programs);
+                       std::vector<RootReading>& readings, const MergedFolders& merged);
 
 } // namespace tidemark::UnitItems

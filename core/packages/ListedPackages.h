@@ -1,6 +1,6 @@
 #pragma once
 
-#include "core/packages/MergedFolders.h"
+#include "core/base/MergedFolders.h"
 #include "core/packages/PackageDatabase.h"
 
 #include <cstdint>

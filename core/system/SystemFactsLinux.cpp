@@ -1,4 +1,5 @@
 #include "core/base/Files.h"
+#include "core/base/Hex.h"
 #include "core/base/Text.h"
 #include "core/system/MountTable.h"
 #include "core/system/OsRelease.h"
@@ -103,13 +104,11 @@ std::optional<std::string> fileSystemUuid(const fs::path& path) {
     if (!file || ::ioctl(file.get(), _IOR(0x15, 0, Answer), &answer) != 0
         || answer.length != answer.uuid.size() || answer.uuid == decltype(answer.uuid){})
         return std::nullopt;
-    constexpr std::string_view digits = "0123456789abcdef";
     std::string text;
     for (std::size_t i = 0; i < answer.uuid.size(); ++i) {
         if (i == 4 || i == 6 || i == 8 || i == 10)
             text += '-';
-        text += digits[answer.uuid[i] >> 4];
-        text += digits[answer.uuid[i] & 0x0F];
+        appendHex(text, answer.uuid[i]);
     }
     return text;
 }

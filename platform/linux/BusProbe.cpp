@@ -1,5 +1,7 @@
 #include "platform/linux/BusProbe.h"
 
+#include "core/base/Hex.h"
+
 #include <array>
 #include <cerrno>
 #include <chrono>
@@ -72,12 +74,9 @@ std::string helloMessage() {
 /// The client's part of the handshake. It can be sent at once, because the server reads it line by
 /// line.
 std::string handshake() {
-    constexpr std::string_view digits = "0123456789abcdef";
     std::string bytes("\0AUTH EXTERNAL ", 15);
-    for (const char digit : std::to_string(::geteuid())) {
-        bytes += digits[static_cast<unsigned char>(digit) >> 4];
-        bytes += digits[static_cast<unsigned char>(digit) & 0x0F];
-    }
+    for (const char digit : std::to_string(::geteuid()))
+        appendHex(bytes, static_cast<std::uint8_t>(digit));
     bytes += endOfLine;
     bytes += "BEGIN\r\n";
     return bytes + helloMessage();

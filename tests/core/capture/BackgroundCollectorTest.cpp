@@ -144,7 +144,7 @@ TEST(BackgroundCollector, ReadsAFileWithManyNamesOnce) {
     static int reads;
     reads = 0;
     BackgroundFormat format{LaunchDefinition::recognises,
-                            [](const FolderEntry& entry, const ProgramPaths&) {
+                            [](const FolderEntry& entry, const MergedFolders&) {
                                 ++reads;
                                 BackgroundItem item;
                                 item.identifier = entry.read(100);
