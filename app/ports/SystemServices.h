@@ -26,6 +26,10 @@ using DidChange = std::function<void()>;
 std::unique_ptr<SleepAndSessionSource> sleepAndSession(NotificationCenter& notifications,
                                                        SleepAndSessionSource::Settle settle);
 
+/// Whether this system has adapters for power, and for volumes, displays and thermal state.
+bool hasPower();
+bool hasEnvironment();
+
 std::unique_ptr<BatterySource> battery(DidChange didChange);
 std::unique_ptr<DisplaySource> displays(DidChange didChange);
 std::unique_ptr<LowPowerModeSource> lowPowerMode(DidChange didChange);
