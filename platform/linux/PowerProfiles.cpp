@@ -13,14 +13,20 @@ PowerProfiles::Name::Name(PowerProfiles& owner, const MessageBus& bus, const QSt
 void PowerProfiles::Name::follow() {
     delay.cancel();
     properties.clear();
-    signal = service.subscribe(
-        path, BusService::propertiesInterface, BusService::propertiesChanged,
-        [this](const auto&) { delay.request(); }, interface);
+    signal.reset();
     owner.publish();
     read();
 }
 
 void PowerProfiles::Name::read() {
+    // Before the reading, so that no change is missed. After a signal there is no subscription
+    // until the next reading, so that a service that floods the bus is not listened to.
+    const auto readSoon = [this](const auto&) {
+        signal.reset();
+        delay.request();
+    };
+    signal = service.subscribe(path, BusService::propertiesInterface, BusService::propertiesChanged,
+                               readSoon, interface);
     service.readProperties(path, interface, [this](const QVariantMap& all) {
         properties = all;
         owner.publish();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QTimer>
+#include <chrono>
 #include <functional>
 
 namespace tidemark {
@@ -17,10 +18,10 @@ public:
         timer.callOnTimeout(&timer, std::move(read));
     }
 
-    /// Reads after the delay. Does nothing while a reading is due.
-    void request() {
-        if (!timer.isActive())
-            timer.start(length);
+    /// Reads after this time. Does nothing while a reading is due earlier.
+    void request(std::chrono::milliseconds after = length) {
+        if (!timer.isActive() || timer.remainingTimeAsDuration() > after)
+            timer.start(after);
     }
     void cancel() { timer.stop(); }
 

@@ -13,8 +13,8 @@ namespace tidemark {
 
 /// Whether the screens sleep or are locked, as the screen savers of the desktops, the display
 /// server of GNOME and logind report it. They sleep while any of them says so. Posts
-/// `screensDidSleep` and `screensDidWake`. Lockers that tell nobody, such as swaylock, are not
-/// noticed. Main thread only.
+/// `screensDidSleep` and `screensDidWake`. Lockers that report to no service, such as
+/// swaylock, are not noticed. Main thread only.
 ///
 /// A locker that was killed leaves the hint of logind set for ever, so that counts only where no
 /// screen saver answers.

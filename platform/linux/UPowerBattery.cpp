@@ -20,6 +20,9 @@ const QStringList batteryProperties{QStringLiteral("Type"), QStringLiteral("Powe
                                     QStringLiteral("IsPresent"), QStringLiteral("Percentage"),
                                     QStringLiteral("State")};
 
+/// Until a service that did not answer is asked again.
+constexpr std::chrono::seconds retryTime{30};
+
 /// Absent when the property is missing or of another type.
 template <class T>
 std::optional<T> valueOf(const QVariantMap& properties, const char* name) {
@@ -66,21 +69,36 @@ void UPowerBattery::follow() {
     if (tasks.isStopping())
         return;
     ++owners;
-    signalsOfManager.clear();
-    signalsOfBatteries.clear();
+    unsubscribe();
+    batteries.clear();
     delay.cancel();
     isReading = false;
     isProvisional = true;
     publish(upower.isThere() ? State::unknown : State::unavailable, std::nullopt);
     if (!upower.isThere())
         return;
-    for (const char* signal : {"DeviceAdded", "DeviceRemoved"})
-        signalsOfManager.push_back(upower.subscribe(managerPath, managerInterface,
-                                                    QLatin1String(signal),
-                                                    [this](const auto&) { delay.request(); }));
-    signalsOfManager.push_back(followProperties(managerPath, managerInterface, managerProperties));
     read();
     tasks.start(endProvisionalTime(owners));
+}
+
+void UPowerBattery::subscribe() {
+    for (const char* signal : {"DeviceAdded", "DeviceRemoved"})
+        subscriptions.push_back(upower.subscribe(managerPath, managerInterface,
+                                                 QLatin1String(signal),
+                                                 [this](const auto&) { readSoon(); }));
+    subscriptions.push_back(followProperties(managerPath, managerInterface, managerProperties));
+    for (const QString& path : batteries)
+        subscriptions.push_back(followProperties(path, deviceInterface, batteryProperties));
+}
+
+void UPowerBattery::unsubscribe() {
+    subscriptions.clear();
+    ignoredSignals = 0;
+}
+
+void UPowerBattery::readSoon() {
+    unsubscribe();
+    delay.request();
 }
 
 QCoro::Task<void> UPowerBattery::endProvisionalTime(std::uint64_t owner) {
@@ -89,6 +107,9 @@ QCoro::Task<void> UPowerBattery::endProvisionalTime(std::uint64_t owner) {
     if (owner != owners || tasks.isStopping())
         co_return;
     isProvisional = false;
+    // A running reading may have begun before the refresh.
+    ++rounds;
+    isReading = false;
     refresh();
     read();
 }
@@ -96,20 +117,24 @@ QCoro::Task<void> UPowerBattery::endProvisionalTime(std::uint64_t owner) {
 /// Has UPower read the batteries now; otherwise it does so every half a minute or at an event of
 /// the kernel.
 void UPowerBattery::refresh() {
-    for (const auto& [path, signals] : signalsOfBatteries)
+    for (const QString& path : batteries)
         upower.call(path, deviceInterface, QStringLiteral("Refresh"), {}, [](const auto&) {});
 }
 
 void UPowerBattery::read() {
+    // Before the reading, so that no change is missed.
+    if (subscriptions.empty())
+        subscribe();
     if (std::exchange(isReading, true)) {
         isOutdated = true;
         return;
     }
     isOutdated = false;
     round = {};
-    ++rounds;
     upower.call(managerPath, managerInterface, QStringLiteral("EnumerateDevices"), {},
-                [this](const QDBusMessage& reply) {
+                [this, number = ++rounds](const QDBusMessage& reply) {
+                    if (number != rounds)
+                        return;
                     if (reply.type() == QDBusMessage::ReplyMessage)
                         readDevices(pathsIn(reply));
                     else
@@ -144,33 +169,30 @@ void UPowerBattery::receive() {
 
 void UPowerBattery::finish() {
     isReading = false;
-    followDevices();
+    findBatteries();
     std::vector<PowerSource::UPowerDevice> devices;
     for (const auto& [path, properties] : round.devices)
         devices.push_back(deviceOf(properties));
     if (isOutdated)
         delay.request();
     // Without an answer, the service hangs or is ending.
-    if (!round.onBattery)
+    if (!round.onBattery) {
+        delay.request(retryTime);
         return publish(State::unknown, std::nullopt);
+    }
     if (!isProvisional)
         publish(State::following, PowerSource::combined(devices, round.onBattery));
 }
 
-void UPowerBattery::followDevices() {
-    std::map<QString, BusService::Subscription> followed;
-    for (const auto& [path, properties] : round.devices) {
-        if (!PowerSource::isInternal(deviceOf(properties)))
-            continue;
-        if (auto known = signalsOfBatteries.extract(path)) {
-            followed.insert(std::move(known));
-            continue;
-        }
-        followed[path] = followProperties(path, deviceInterface, batteryProperties);
-        // A change between this reading and the subscription has been missed.
-        delay.request();
-    }
-    signalsOfBatteries = std::move(followed);
+void UPowerBattery::findBatteries() {
+    std::set<QString> found;
+    for (const auto& [path, properties] : round.devices)
+        if (PowerSource::isInternal(deviceOf(properties)))
+            found.insert(path);
+    if (std::exchange(batteries, found) == found)
+        return;
+    // A change of a new battery that followed its reading has been missed.
+    readSoon();
 }
 
 /// Reads again when one of these properties has changed.
@@ -178,8 +200,9 @@ BusService::Subscription UPowerBattery::followProperties(const QString& path,
                                                          const QString& interface,
                                                          const QStringList& properties) {
     const auto handle = [this, properties](const QDBusMessage& signal) {
-        if (BusService::isAbout(signal, properties))
-            delay.request();
+        constexpr int mostIgnored = 20;
+        if (BusService::isAbout(signal, properties) || ++ignoredSignals > mostIgnored)
+            readSoon();
     };
     return upower.subscribe(path, BusService::propertiesInterface, BusService::propertiesChanged,
                             handle, interface);

@@ -9,6 +9,8 @@
 
 #include <QStringList>
 #include <map>
+#include <set>
+#include <vector>
 
 namespace tidemark {
 
@@ -40,13 +42,17 @@ private:
     };
 
     void follow();
+    void subscribe();
+    void unsubscribe();
+    /// Reads soon, without listening until then.
+    void readSoon();
     QCoro::Task<void> endProvisionalTime(std::uint64_t owner);
     void refresh();
     void read();
     void readDevices(const QStringList& paths);
     void receive();
     void finish();
-    void followDevices();
+    void findBatteries();
     BusService::Subscription followProperties(const QString& path, const QString& interface,
                                               const QStringList& properties);
     void publish(State state, std::optional<BatteryObservation> reading);
@@ -66,10 +72,14 @@ private:
     std::uint64_t rounds = 0;
     ReadDelay delay;
     BusService upower;
-    std::vector<BusService::Subscription> signalsOfManager;
-    /// By the object paths of the internal batteries. Other devices are not followed: a phone or a
+    /// The object paths of the internal batteries. Other devices are not followed: a phone or a
     /// mouse reports its own changes often.
-    std::map<QString, BusService::Subscription> signalsOfBatteries;
+    std::set<QString> batteries;
+    /// Empty from a signal until the next reading, so that a service that floods the bus is not
+    /// listened to.
+    std::vector<BusService::Subscription> subscriptions;
+    /// The signals since the last reading that a reading does not depend on.
+    int ignoredSignals = 0;
     TaskScope tasks;
 };
 

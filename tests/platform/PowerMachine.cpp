@@ -42,7 +42,7 @@ std::string PowerMachine::missing() {
     return {};
 }
 
-void PowerMachine::tell(const std::string& command) {
+void PowerMachine::carryOut(const std::string& command) {
     process.write((command + "\n").c_str());
     while (!process.canReadLine())
         if (!process.waitForReadyRead())

@@ -19,7 +19,7 @@ public:
     static std::string missing();
 
     /// Carries out a command of power_supplies.py and waits until it is done.
-    void tell(const std::string& command);
+    void carryOut(const std::string& command);
 
 private:
     TemporaryFolder history;

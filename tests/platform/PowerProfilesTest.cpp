@@ -54,11 +54,11 @@ TEST_F(PowerProfilesTest, FollowsTheRealDaemonAndNeverStartsIt) {
     test::settle();
     EXPECT_EQ(profiles->isOn(), std::nullopt);
     for (int round = 0; round < 2; ++round) {
-        machine.tell("start power-profiles-daemon");
+        machine.carryOut("start power-profiles-daemon");
         expect(false);
         choose(oldName, oldPath, u"power-saver"_s);
         expect(true);
-        machine.tell("kill power-profiles-daemon");
+        machine.carryOut("kill power-profiles-daemon");
         expect(std::nullopt);
     }
 }

@@ -66,7 +66,7 @@ struct RealUPower : UPowerBatteryTest {
         if (const auto missing = test::PowerMachine::missing(); !missing.empty())
             GTEST_SKIP() << missing;
         machine.emplace(home);
-        machine->tell("mains AC online=1");
+        machine->carryOut("mains AC online=1");
     }
     std::optional<test::PowerMachine> machine;
 };
@@ -77,7 +77,7 @@ constexpr const char* charging =
 } // namespace
 
 TEST_F(RealUPower, ReadsWhatTheServiceReports) {
-    machine->tell("start upowerd");
+    machine->carryOut("start upowerd");
     follow();
     expect("none");
     const std::pair<std::string, const char*> steps[] = {
@@ -96,28 +96,28 @@ TEST_F(RealUPower, ReadsWhatTheServiceReports) {
         {"remove BAT1", "none"},
     };
     for (const auto& [command, text] : steps) {
-        machine->tell(command);
+        machine->carryOut(command);
         expect(text);
     }
 }
 
 TEST_F(RealUPower, FollowsARestartAndAServiceThatHangs) {
-    machine->tell(charging);
+    machine->carryOut(charging);
     follow();
     // Nothing is installed on this bus that could be started.
     expect("unavailable");
     EXPECT_EQ(source->absence(), "UPower, the service that reports batteries, is not available.");
     for (const char* level : {"30000000", "42000000"}) {
-        machine->tell(std::string("battery BAT0 energy_now=") + level);
-        machine->tell("start upowerd");
+        machine->carryOut(std::string("battery BAT0 energy_now=") + level);
+        machine->carryOut("start upowerd");
         expect(*level == '3' ? "mains 50 charging" : "mains 70 charging");
         // Answers late, and meanwhile nothing else is delayed.
-        machine->tell("stop upowerd");
-        machine->tell("battery BAT0 energy_now=54000000");
+        machine->carryOut("stop upowerd");
+        machine->carryOut("battery BAT0 energy_now=54000000");
         test::settle();
-        machine->tell("cont upowerd");
+        machine->carryOut("cont upowerd");
         expect("mains 90 charging");
-        machine->tell("kill upowerd");
+        machine->carryOut("kill upowerd");
         expect("unavailable");
     }
 }
