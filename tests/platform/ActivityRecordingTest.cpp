@@ -66,7 +66,7 @@ struct ActivityRecording : testing::Test {
         else
             recorder.start(u"/usr/bin/strace"_s,
                            QStringList{u"-D"_s, u"-f"_s, u"-qq"_s, u"-e"_s,
-                                       u"trace=connect,sendto,sendmsg"_s, u"-o"_s, trace}
+                                       u"trace=connect,sendto,sendmsg,exit_group"_s, u"-o"_s, trace}
                                + words);
     }
     void prepareForSleep(bool preparing) {
@@ -138,6 +138,8 @@ TEST_F(ActivityRecording, StartsNoServiceButUPowerAndConnectsToNoOtherMachine) {
     expectToEnd();
     for (const QString& service : startable)
         EXPECT_EQ(home.hasStarted(service), service == startable.front()) << qPrintable(service);
+    // The last call. strace ends after the recorder.
+    test::until([&] { return test::contains(readFile(folder / "trace"), "exit_group("); });
     int connections = 0;
     std::istringstream calls(readFile(folder / "trace"));
     for (std::string call; std::getline(calls, call);) {
