@@ -38,7 +38,9 @@ void BatteryActivityMonitor::stop() {
 }
 
 std::optional<std::string> BatteryActivityMonitor::absence() const {
-    return battery ? battery->absence() : std::nullopt;
+    // The setting has an effect where only the mode is known.
+    const bool hasMode = lowPowerMode && lowPowerMode->isOn();
+    return battery && !hasMode ? battery->absence() : std::nullopt;
 }
 
 bool BatteryActivityMonitor::isEnabled() const {

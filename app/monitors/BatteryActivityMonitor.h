@@ -61,8 +61,8 @@ public:
 
     /// What is observed at present, for the user.
     Published<std::string> status{this, std::string(notYet)};
-    /// Why the power source can't be observed here, as a sentence; absent where it can and while
-    /// that is not known.
+    /// Why nothing can be observed here, as a sentence; absent where the power source or the low
+    /// power mode can, and while that is not known.
     std::optional<std::string> absence() const;
     bool isEnabled() const;
 

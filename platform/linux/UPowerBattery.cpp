@@ -62,7 +62,7 @@ UPowerBattery::~UPowerBattery() = default;
 std::optional<std::string> UPowerBattery::absence() const {
     if (now != State::unavailable)
         return std::nullopt;
-    return "UPower, the service that reports batteries, is not available.";
+    return "UPower, the service that reports batteries, does not run.";
 }
 
 void UPowerBattery::follow() {

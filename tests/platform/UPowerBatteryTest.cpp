@@ -106,7 +106,7 @@ TEST_F(RealUPower, FollowsARestartAndAServiceThatHangs) {
     follow();
     // Nothing is installed on this bus that could be started.
     expect("unavailable");
-    EXPECT_EQ(source->absence(), "UPower, the service that reports batteries, is not available.");
+    EXPECT_EQ(source->absence(), "UPower, the service that reports batteries, does not run.");
     for (const char* level : {"30000000", "42000000"}) {
         machine->carryOut(std::string("battery BAT0 energy_now=") + level);
         machine->carryOut("start upowerd");

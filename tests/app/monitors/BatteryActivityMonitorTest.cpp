@@ -215,6 +215,7 @@ TEST_F(BatteryActivityMonitorTest, ShowsWhatItObserves) {
     EXPECT_EQ(monitor.absence(), "There is none.");
     // The mode is observed without a battery as well.
     saves(false);
+    EXPECT_EQ(monitor.absence(), std::nullopt);
     saves(true);
     EXPECT_EQ(titles(), "Low Power Mode Enabled, ");
     showState(State::following);

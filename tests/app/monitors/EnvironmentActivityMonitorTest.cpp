@@ -264,6 +264,8 @@ TEST(VolumeObservationReader, ListsAVolumeThatDoesNotRespondWithoutDetails) {
         EXPECT_EQ(test::await(reader.read({})).value().at("/mnt/dead").deviceName, "dead");
         EXPECT_EQ(asked, 1);
         server.count_down();
+        QTimer look;
+        look.start(5);
         test::until([&] {
             return test::await(reader.read({})).value().at("/mnt/dead").deviceName == "Named";
         });
