@@ -25,11 +25,14 @@ Recorder::Recorder(const RecorderPlaces& where)
               .workspaceCenter = workspaceCenter,
               .collectionAllowed = [this] { return state.canRecord(); },
               .guard = held.guard()}),
+      monitors(stored, workspaceCenter),
       live({.state = state,
             .activityURL = where.files.systemActivity(),
             .workspaceCenter = workspaceCenter,
             .memory = memory,
-            .guard = held.guard()}),
+            .guard = held.guard(),
+            .monitors = monitors.inOrder(),
+            .battery = [this] { return monitors.batteryReading(); }}),
       appModel({.state = state,
                 .live = live,
                 .preferences = stored,
@@ -40,11 +43,21 @@ Recorder::Recorder(const RecorderPlaces& where)
     auto& screen = appModel.history();
     QObject::connect(&memory, &MemoryHistoryService::changed, &screen,
                      [this, &screen] { screen.setMemory(memory.archive()); });
+    monitors.announceChangesTo(state);
 }
 
 SettingSources Recorder::sources() {
-    std::set<SettingSource> present;
-    std::map<SettingSource, std::string> reasons;
+    return sourcesWithout({});
+}
+
+SettingSources Recorder::presentSources() const {
+    return sourcesWithout(monitors.absences());
+}
+
+SettingSources Recorder::sourcesWithout(std::map<SettingSource, std::string> reasons) {
+    std::set<SettingSource> present = LiveMonitors::connected();
+    for (const auto& [absent, reason] : reasons)
+        present.erase(absent);
     std::error_code error;
     const auto isFolder = [&](const std::filesystem::path& path) {
         return std::filesystem::is_directory(path, error);

@@ -8,6 +8,7 @@
 #include "app/preferences/SettingSource.h"
 #include "core/base/Error.h"
 #include "core/base/FolderLock.h"
+#include "recorder/LiveMonitors.h"
 #include "recorder/RecordedHistory.h"
 #include "recorder/RecorderPlaces.h"
 
@@ -28,8 +29,13 @@ public:
     /// Locks the data folder. Throws `FolderTaken` when another process has locked it.
     explicit Recorder(const RecorderPlaces& where);
 
-    /// The sources that are connected here; settings of others are marked as not available.
+    /// The sources that are connected on this system; settings of others are marked as not
+    /// available.
     static SettingSources sources();
+    /// The same without those that the running monitors have found missing on this machine.
+    SettingSources presentSources() const;
+    /// What the running monitors observe.
+    std::vector<MonitorStatus> monitorStatuses() const { return monitors.statuses(); }
 
     const RecorderPlaces& places() const { return where; }
     const FolderLock& lock() const { return held; }
@@ -43,6 +49,7 @@ public:
     RecordedHistory recorded() const;
 
 private:
+    static SettingSources sourcesWithout(std::map<SettingSource, std::string> absent);
     static FolderLock taken(const std::filesystem::path& folder);
 
     RecorderPlaces where;
@@ -52,6 +59,7 @@ private:
     NotificationCenter workspaceCenter;
     ModelState state;
     MemoryHistoryService memory;
+    LiveMonitors monitors;
     LiveWiring live;
     AppModel appModel;
     TaskScope scope;

@@ -11,7 +11,8 @@ RunningRecorder::RunningRecorder(Recorder& recorder)
           return commandRequests::answer(recorder, std::move(request), std::move(stop));
       })),
       sleepAndSession(systemServices::sleepAndSession(
-          recorder.workspace(), [&recorder] { return recorder.liveServices().writer(); })) {
+          recorder.workspace(), [&recorder] { return recorder.liveServices().writer(); })),
+      screenSleep(systemServices::screenSleep(recorder.workspace())) {
     server->listen(recorder.places().sockets, recorder.lock());
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/control/ControlServer.h"
+#include "app/ports/ScreenSleepSource.h"
 #include "app/ports/SleepAndSessionSource.h"
 #include "recorder/Recorder.h"
 
@@ -23,6 +24,7 @@ private:
     Recorder& recorder;
     std::unique_ptr<ControlServer> server;
     const std::unique_ptr<SleepAndSessionSource> sleepAndSession;
+    const std::unique_ptr<ScreenSleepSource> screenSleep;
 };
 
 } // namespace tidemark

@@ -7,7 +7,7 @@
 namespace tidemark::detail {
 
 CommandAnswer storedSettings(StoredRecords& stored, const SettingsReader& answer) {
-    return {answer(stored.preferences())};
+    return {answer({stored.preferences(), Recorder::sources()})};
 }
 
 CommandAnswer storedHistory(StoredRecords& stored, const HistoryReader& answer) {
@@ -20,7 +20,7 @@ CommandAnswer storedHistory(StoredRecords& stored, const HistoryReader& answer) 
 }
 
 QCoro::Task<std::string> liveSettings(CommandContext& context, SettingsReader answer) {
-    co_return answer(context.preferences());
+    co_return answer({context.preferences(), context.recorder.presentSources()});
 }
 
 QCoro::Task<std::string> liveHistory(CommandContext& context, HistoryReader answer) {

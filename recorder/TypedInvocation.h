@@ -1,12 +1,12 @@
 #pragma once
 
-#include "app/preferences/Preferences.h"
 #include "core/base/JsonDecoder.h"
 #include "core/base/JsonEncoder.h"
 #include "recorder/Command.h"
 #include "recorder/CommandContext.h"
 #include "recorder/HistoryReading.h"
 #include "recorder/OptionValue.h"
+#include "recorder/SettingsReading.h"
 
 #include <functional>
 #include <memory>
@@ -25,7 +25,7 @@ using AnswerHere = int (*)(const Options&);
 
 /// Runs wherever the settings can be read.
 template <class Options>
-using AnswerFromSettings = std::string (*)(const Preferences&, const Options&);
+using AnswerFromSettings = std::string (*)(const SettingsReading&, const Options&);
 
 /// Runs wherever the history can be read, in the background, since formatting a long history takes
 /// time.
@@ -53,7 +53,7 @@ struct CommandExtras {
 
 namespace detail {
 
-using SettingsReader = std::function<std::string(const Preferences&)>;
+using SettingsReader = std::function<std::string(const SettingsReading&)>;
 using HistoryReader = std::function<std::string(const HistoryReading&)>;
 
 CommandAnswer storedSettings(StoredRecords& stored, const SettingsReader& answer);

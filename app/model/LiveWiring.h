@@ -30,7 +30,7 @@ public:
         std::vector<ActivityMonitor*> monitors{};
         /// Returns the present state of the battery; absent while its history is turned off and
         /// without one.
-        std::function<std::optional<BatteryObservation>()> battery = [] { return std::nullopt; };
+        PowerActivityMonitor::ReadBattery battery = PowerActivityMonitor::noBattery;
     };
 
     explicit LiveWiring(Setup setup);

@@ -35,8 +35,10 @@ QCoro::Task<std::optional<PowerActivityMonitor::Records>> PowerActivityMonitor::
     // well.
     follow(notification::willSleep, SystemActivity::Kind::sleepRequested);
     follow(notification::didWake, SystemActivity::Kind::woke);
-    tokens.push_back(
-        notifications.observe(notification::sleepAbandoned, [this] { sleepHistory.reset(); }));
+    tokens.push_back(notifications.observe(notification::sleepAbandoned, [this] {
+        finish(std::nullopt);
+        sleepHistory.reset();
+    }));
     std::exception_ptr failure;
     std::optional<Records> records;
     try {
@@ -59,6 +61,7 @@ QCoro::Task<std::optional<PowerActivityMonitor::Records>> PowerActivityMonitor::
 
 QCoro::Task<void> PowerActivityMonitor::writer() {
     const auto hold = tasks.hold();
+    finish(std::nullopt);
     // Records that arrived while the file is being read are only queued after that.
     const int turns = phase == Phase::opening ? 2 : 1;
     for (int turn = 0; turn < turns; ++turn) {
@@ -69,15 +72,30 @@ QCoro::Task<void> PowerActivityMonitor::writer() {
 
 void PowerActivityMonitor::follow(Notification notification, SystemActivity::Kind kind) {
     tokens.push_back(notifications.observe(notification, [this, kind] {
+        finish(std::nullopt);
         if (!callbacks.collectionAllowed())
             return;
-        // Before the battery is read, which may take a while.
-        const Date now = clock.now();
-        record(sleepHistory.receive(kind, now, callbacks.battery()));
+        // The time before the battery is read, which may take a while.
+        observed = Observed{kind, clock.now()};
+        tasks.start(readBattery(++batteryReadings));
     }));
 }
 
+QCoro::Task<void> PowerActivityMonitor::readBattery(std::uint64_t number) {
+    const auto hold = tasks.hold();
+    const auto battery = co_await callbacks.battery();
+    if (number == batteryReadings)
+        finish(battery);
+}
+
+void PowerActivityMonitor::finish(std::optional<BatteryObservation> battery) {
+    const auto waiting = std::exchange(observed, std::nullopt);
+    if (waiting)
+        record(sleepHistory.receive(waiting->kind, waiting->at, battery));
+}
+
 void PowerActivityMonitor::stop() {
+    finish(std::nullopt);
     ++generation;
     phase = Phase::stopped;
     sleepHistory.reset();

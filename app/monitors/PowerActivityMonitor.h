@@ -23,6 +23,9 @@ class PowerActivityMonitor final : public QObject {
 
 public:
     using Records = std::vector<SystemActivity>;
+    using ReadBattery = std::function<QCoro::Task<std::optional<BatteryObservation>>()>;
+
+    static QCoro::Task<std::optional<BatteryObservation>> noBattery() { co_return std::nullopt; }
 
     struct Callbacks {
         /// Called before each record is accepted.
@@ -32,8 +35,9 @@ public:
         std::function<void(Records)> didRecord = [](const auto&) {};
         /// Called when a record could not be written and is lost.
         std::function<void(const std::exception&)> didFail = [](const auto&) {};
-        /// Returns the present state of the battery; absent without one.
-        std::function<std::optional<BatteryObservation>()> battery = [] { return std::nullopt; };
+        /// Returns the present state of the battery; absent without one. After a wake it may take
+        /// some seconds until that is known.
+        ReadBattery battery = noBattery;
     };
 
     /// `url` is the file. `notifications`, which posts sleep and wake, and `clock` must outlive
@@ -55,13 +59,23 @@ public:
 
     /// Writes a record. Ignored unless started and recording is allowed.
     void record(SystemActivity activity);
-    /// Waits until all accepted records are written or have failed.
+    /// Waits until all accepted records are written or have failed. A record that waits for the
+    /// battery is made without it.
     QCoro::Task<void> writer();
 
 private:
     enum class Phase { stopped, opening, following };
 
+    /// A sleep or wake whose record waits for the reading of the battery.
+    struct Observed {
+        SystemActivity::Kind kind{};
+        Date at;
+    };
+
     void follow(Notification notification, SystemActivity::Kind kind);
+    QCoro::Task<void> readBattery(std::uint64_t number);
+    /// Makes the record that waits, if there is one.
+    void finish(std::optional<BatteryObservation> battery);
     QCoro::Task<void> append(SystemActivity activity);
     /// Runs `work` on the thread of the file and returns the records of the file after it. They are
     /// copied on that thread, since copying so many would block the event loop.
@@ -72,6 +86,9 @@ private:
     AppClock& clock;
     const Callbacks callbacks;
     SleepHistory sleepHistory;
+    std::optional<Observed> observed;
+    /// Incremented with each reading of the battery.
+    std::uint64_t batteryReadings = 0;
     std::vector<NotificationCenter::Token> tokens;
     /// Records made while the file is being read.
     std::vector<SystemActivity> early;

@@ -1,7 +1,14 @@
 #pragma once
 
+#include "app/ports/BatterySource.h"
+#include "app/ports/DisplaySource.h"
+#include "app/ports/LowPowerModeSource.h"
+#include "app/ports/ScreenSleepSource.h"
 #include "app/ports/SleepAndSessionSource.h"
+#include "app/ports/ThermalSource.h"
+#include "app/ports/VolumeSource.h"
 
+#include <functional>
 #include <memory>
 
 namespace tidemark {
@@ -9,11 +16,27 @@ class NotificationCenter;
 }
 
 /// Creates the implementations of the ports for this system. Each system defines these functions in
-/// one source file, the only one that chooses its adapters.
+/// one source file, the only one that chooses its adapters. A source that this system does not have
+/// is null.
 namespace tidemark::systemServices {
+
+using DidChange = std::function<void()>;
 
 /// `notifications` must outlive the source.
 std::unique_ptr<SleepAndSessionSource> sleepAndSession(NotificationCenter& notifications,
                                                        SleepAndSessionSource::Settle settle);
+
+/// Whether this system has adapters for power, and for volumes, displays and thermal state.
+bool hasPower();
+bool hasEnvironment();
+
+std::unique_ptr<BatterySource> battery(DidChange didChange);
+std::unique_ptr<DisplaySource> displays(DidChange didChange);
+std::unique_ptr<LowPowerModeSource> lowPowerMode(DidChange didChange);
+/// `notifications` must outlive the source.
+std::unique_ptr<ScreenSleepSource> screenSleep(NotificationCenter& notifications);
+std::unique_ptr<ThermalSource> thermalState(DidChange didChange);
+std::unique_ptr<VolumeSource> volumes(DidChange didChange);
+VolumeReading volumeReading();
 
 } // namespace tidemark::systemServices

@@ -1,6 +1,9 @@
 #include "core/activity/PowerSource.h"
 
+#include <algorithm>
 #include <cmath>
+#include <iterator>
+#include <limits>
 
 namespace tidemark::PowerSource {
 
@@ -48,6 +51,26 @@ std::optional<bool> fullyCharged(std::optional<bool> charged,
     return *charged && *percentage == 100;
 }
 
+/// The level of several batteries together. Without all energies, the mean of their levels.
+std::optional<std::int64_t> percentageOf(const std::vector<UPowerDevice>& batteries) {
+    double energy = 0;
+    double energyFull = 0;
+    double levels = 0;
+    bool hasEnergies = batteries.size() > 1;
+    for (const auto& battery : batteries) {
+        const double now = battery.energy.value_or(0);
+        const double full = battery.energyFull.value_or(0);
+        hasEnergies = hasEnergies && now > 0 && full > 0 && std::isfinite(now + full);
+        energy += now;
+        energyFull += full;
+        levels += battery.percentage.value_or(std::numeric_limits<double>::quiet_NaN());
+    }
+    // A battery may hold more than the capacity that it reports.
+    if (hasEnergies)
+        return wholePercentage(std::min(energy * 100 / energyFull, 100.0));
+    return wholePercentage(levels / static_cast<double>(batteries.size()));
+}
+
 } // namespace
 
 std::optional<BatteryObservation> parse(const PropertyList::Dictionary& description) {
@@ -72,19 +95,30 @@ firstBattery(const std::vector<PropertyList::Dictionary>& descriptions) {
     return std::nullopt;
 }
 
-std::optional<BatteryObservation> parse(const UPowerDevice& device) {
-    // The battery of a keyboard or a phone has another type or is not a power supply.
-    if (device.type != batteryType || device.powerSupply != true || device.isPresent != true)
+bool isInternal(const UPowerDevice& device) {
+    return device.type == batteryType && device.powerSupply == true && device.isPresent == true;
+}
+
+std::optional<BatteryObservation> combined(const std::vector<UPowerDevice>& devices,
+                                           std::optional<bool> onBattery) {
+    std::vector<UPowerDevice> batteries;
+    std::ranges::copy_if(devices, std::back_inserter(batteries), isInternal);
+    if (batteries.empty() || !onBattery)
         return std::nullopt;
-    if (!device.onBattery)
-        return std::nullopt;
-    const auto percentage = device.percentage ? wholePercentage(*device.percentage) : std::nullopt;
-    BatteryObservation battery{!*device.onBattery, percentage, {}, {}};
-    if (device.state.value_or(unknownState) != unknownState) {
-        battery.charging = device.state == chargingState;
-        battery.fullyCharged = fullyCharged(device.state == fullState, percentage);
-    }
-    return battery;
+    BatteryObservation reading{!*onBattery, percentageOf(batteries), {}, {}};
+    const auto isIn = [](std::uint32_t state) {
+        return [state](const UPowerDevice& battery) { return battery.state == state; };
+    };
+    const bool allKnown = std::ranges::all_of(batteries, [](const UPowerDevice& battery) {
+        return battery.state.value_or(unknownState) != unknownState;
+    });
+    if (std::ranges::any_of(batteries, isIn(chargingState)))
+        reading.charging = true;
+    else if (allKnown)
+        reading.charging = false;
+    if (allKnown)
+        reading.fullyCharged = std::ranges::all_of(batteries, isIn(fullState));
+    return reading;
 }
 
 } // namespace tidemark::PowerSource

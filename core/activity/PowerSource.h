@@ -21,7 +21,7 @@ std::optional<BatteryObservation>
 firstBattery(const std::vector<PropertyList::Dictionary>& descriptions);
 
 /// Properties of org.freedesktop.UPower.Device by their names there; absent when the service does
-/// not report them. `onBattery` is a property of org.freedesktop.UPower itself.
+/// not report them.
 struct UPowerDevice {
     std::optional<std::uint32_t> type;
     std::optional<bool> powerSupply;
@@ -29,9 +29,21 @@ struct UPowerDevice {
     /// 0 to 100.
     std::optional<double> percentage;
     std::optional<std::uint32_t> state;
-    std::optional<bool> onBattery;
+    /// Watt hours.
+    std::optional<double> energy;
+    std::optional<double> energyFull;
 };
 
-std::optional<BatteryObservation> parse(const UPowerDevice& device);
+/// False for the batteries of keyboards, phones and the like, and for one that is not inserted.
+bool isInternal(const UPowerDevice& device);
+
+/// Combines all internal batteries into one reading; absent when there is none. `onBattery` is a
+/// property of org.freedesktop.UPower itself. Full is what the batteries report as full, whatever
+/// their percentage: an old battery or one with a charge limit is full below 100 percent.
+///
+/// The display device of UPower combines them as well, but it guesses: with batteries in different
+/// states it reports charging though none is, and next to a UPS it reports that one.
+std::optional<BatteryObservation> combined(const std::vector<UPowerDevice>& devices,
+                                           std::optional<bool> onBattery);
 
 } // namespace tidemark::PowerSource

@@ -47,8 +47,9 @@ bool isOctal(char digit) {
     return digit >= '0' && digit <= '7';
 }
 
-/// The kernel writes blanks, tabs, line feeds and backslashes as three octal digits.
-std::string unescaped(std::string_view word) {
+} // namespace
+
+std::string unescapedMountField(std::string_view word) {
     std::string text;
     for (std::size_t i = 0; i < word.size(); ++i) {
         if (word[i] == '\\' && i + 3 < word.size() && isOctal(word[i + 1]) && isOctal(word[i + 2])
@@ -63,7 +64,7 @@ std::string unescaped(std::string_view word) {
     return text;
 }
 
-bool hasOption(std::string_view options, std::string_view sought) {
+bool hasMountOption(std::string_view options, std::string_view sought) {
     while (!options.empty()) {
         const std::size_t end = std::min(options.find(','), options.size());
         if (options.substr(0, end) == sought)
@@ -73,6 +74,8 @@ bool hasOption(std::string_view options, std::string_view sought) {
     return false;
 }
 
+namespace {
+
 /// 36 35 98:0 /mnt1 /mnt2 rw,noatime master:1 - ext3 /dev/root rw,errors=continue
 std::optional<MountEntry> entryOf(std::string_view line) {
     const auto fields = words(line);
@@ -80,13 +83,14 @@ std::optional<MountEntry> entryOf(std::string_view line) {
     const auto before = separator - fields.begin();
     if (before < 6 || fields.end() - separator < 3)
         return std::nullopt;
-    const bool volumeReadOnly = fields.end() - separator > 3 && hasOption(separator[3], "ro");
+    const bool volumeReadOnly = fields.end() - separator > 3 && hasMountOption(separator[3], "ro");
     return MountEntry{
         .device = std::string(fields[2]),
-        .mountPoint = unescaped(fields[4]),
-        .readOnly = hasOption(fields[5], "ro") || volumeReadOnly,
+        .mountPoint = unescapedMountField(fields[4]),
+        .readOnly = hasMountOption(fields[5], "ro") || volumeReadOnly,
         .type = std::string(separator[1]),
-        .source = unescaped(separator[2]),
+        .source = unescapedMountField(separator[2]),
+        .root = unescapedMountField(fields[3]),
     };
 }
 

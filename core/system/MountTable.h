@@ -17,12 +17,22 @@ struct MountEntry {
     std::string type;
     /// The device or server behind it, such as "/dev/sda1".
     std::string source;
+    /// The folder of that file system which is mounted: "/" unless it is a bind mount of a folder
+    /// or a subvolume.
+    std::string root = "/";
 
     bool operator==(const MountEntry&) const = default;
 };
 
 /// Parses the text of the kernel; skips lines in another format.
 std::vector<MountEntry> parseMountTable(std::string_view text);
+
+/// A field of a mount table as bytes: blanks, tabs, line feeds and backslashes are written as three
+/// octal digits there.
+std::string unescapedMountField(std::string_view field);
+
+/// Whether a list such as "rw,noatime" contains an option.
+bool hasMountOption(std::string_view options, std::string_view sought);
 
 /// The mount that contains the canonical path `path`, whose device number is `device`: the deepest
 /// mount point above it, and of several at the same place the latest.

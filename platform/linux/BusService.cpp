@@ -4,6 +4,7 @@
 #include <QDBusPendingCall>
 #include <QDBusPendingCallWatcher>
 #include <QPointer>
+#include <algorithm>
 #include <utility>
 
 namespace tidemark {
@@ -24,9 +25,9 @@ QDBusMessage busCall(const QString& method, const QVariantList& arguments) {
 const QString BusService::propertiesInterface = QStringLiteral("org.freedesktop.DBus.Properties");
 const QString BusService::propertiesChanged = QStringLiteral("PropertiesChanged");
 
-BusService::BusService(const MessageBus& messageBus, QString name,
-                       std::function<void()> didChangeOwner, WhenMissing whenMissing)
-    : messageBus(messageBus), name(std::move(name)), didChangeOwner(std::move(didChangeOwner)) {
+BusService::BusService(const MessageBus& messageBus, QString name, std::function<void()> didChange,
+                       WhenMissing whenMissing)
+    : messageBus(messageBus), name(std::move(name)), didChange(std::move(didChange)) {
     messageBus.whenConnected(this, [this, whenMissing](const QDBusConnection& connection) {
         start(connection, whenMissing);
     });
@@ -34,6 +35,11 @@ BusService::BusService(const MessageBus& messageBus, QString name,
 
 void BusService::start(const QDBusConnection& connection, WhenMissing whenMissing) {
     bus = connection;
+    if (!bus.isConnected()) {
+        // Queued, because the constructor may be running.
+        QMetaObject::invokeMethod(this, [this] { noteAbsence(); }, Qt::QueuedConnection);
+        return;
+    }
     watcher.setConnection(bus);
     watcher.setWatchMode(QDBusServiceWatcher::WatchForOwnerChange);
     watcher.addWatchedService(name);
@@ -55,19 +61,35 @@ void BusService::findOwner(WhenMissing whenMissing) {
             follow(reply->reply().arguments().value(0).toString());
         else if (whenMissing == WhenMissing::start)
             askToStart();
+        else
+            noteAbsence();
     });
 }
 
 void BusService::askToStart() {
-    // The reply is not awaited: a start is noticed by the change of owner.
-    bus.asyncCall(busCall(QStringLiteral("StartServiceByName"), {name, quint32{0}}));
+    const auto question = busCall(QStringLiteral("StartServiceByName"), {name, quint32{0}});
+    auto* reply = new QDBusPendingCallWatcher(bus.asyncCall(question), this);
+    connect(reply, &QDBusPendingCallWatcher::finished, this, [this, reply] {
+        reply->deleteLater();
+        // A start is noticed by the change of owner.
+        if (reply->isError())
+            noteAbsence();
+    });
 }
 
 void BusService::follow(const QString& newOwner) {
     if (newOwner == uniqueName)
         return;
     uniqueName = newOwner;
-    didChangeOwner();
+    now = isThere() ? State::running : State::absent;
+    didChange();
+}
+
+void BusService::noteAbsence() {
+    if (now != State::unknown)
+        return;
+    now = State::absent;
+    didChange();
 }
 
 void BusService::call(const QString& path, const QString& interface, const QString& method,
@@ -102,6 +124,14 @@ void BusService::readProperties(const QString& path, const QString& interface,
              const bool isThere = reply.type() == QDBusMessage::ReplyMessage;
              use(isThere ? qdbus_cast<QVariantMap>(reply.arguments().value(0)) : QVariantMap());
          });
+}
+
+bool BusService::isAbout(const QDBusMessage& signal, const QStringList& properties) {
+    const auto changed = qdbus_cast<QVariantMap>(signal.arguments().value(1));
+    const auto invalidated = signal.arguments().value(2).toStringList();
+    return std::ranges::any_of(properties, [&](const QString& property) {
+        return changed.contains(property) || invalidated.contains(property);
+    });
 }
 
 BusService::Subscription BusService::subscribe(const QString& path, const QString& interface,

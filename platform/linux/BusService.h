@@ -7,6 +7,7 @@
 #include <QDBusServiceWatcher>
 #include <QObject>
 #include <QString>
+#include <QStringList>
 #include <QVariantMap>
 #include <functional>
 #include <memory>
@@ -27,18 +28,25 @@ public:
         /// Ask the bus once to start it.
         start,
     };
+    enum class State {
+        /// The bus has not answered yet.
+        unknown,
+        absent,
+        running,
+    };
     /// Ends when it is destroyed.
     using Subscription = std::unique_ptr<QObject>;
     using Use = std::function<void(const QDBusMessage& message)>;
     using UseValue = std::function<void(const QVariant& value)>;
     using UseValues = std::function<void(const QVariantMap& values)>;
 
-    /// `didChangeOwner` is called from the event loop whenever the service has started, ended or
-    /// been replaced; whatever was known about it is then unknown. It is never called without a
-    /// bus.
-    BusService(const MessageBus& bus, QString name, std::function<void()> didChangeOwner,
+    /// `didChange` is called from the event loop when it is first known whether the service runs,
+    /// and whenever it has started, ended or been replaced; whatever was known about it is then
+    /// unknown.
+    BusService(const MessageBus& bus, QString name, std::function<void()> didChange,
                WhenMissing whenMissing = WhenMissing::wait);
 
+    State state() const { return now; }
     bool isThere() const { return !uniqueName.isEmpty(); }
     /// The unique name of the running service; empty when there is none.
     const QString& owner() const { return uniqueName; }
@@ -56,11 +64,14 @@ public:
 
     /// Calls `handle` with each signal of this name that the running service sends from `path`.
     /// With `firstArgument`, only those whose first argument is this text. The subscription ends
-    /// with this owner, so it is to be made again when `didChangeOwner` is called. Null when there
+    /// with this owner, so it is to be made again when `didChange` is called. Null when there
     /// is no service.
     [[nodiscard]] Subscription subscribe(const QString& path, const QString& interface,
                                          const QString& signal, Use handle,
                                          const QString& firstArgument = {});
+
+    /// Whether a signal `PropertiesChanged` is about one of these properties.
+    static bool isAbout(const QDBusMessage& signal, const QStringList& properties);
 
     // The standard interface of all properties, https://dbus.freedesktop.org/doc.
     static const QString propertiesInterface;
@@ -71,15 +82,17 @@ private:
     void findOwner(WhenMissing whenMissing);
     void askToStart();
     void follow(const QString& newOwner);
+    void noteAbsence();
 
     /// Keeps the connection, also while it is being made.
     const MessageBus messageBus;
     /// Invalid until connected.
     QDBusConnection bus{QString()};
     const QString name;
-    const std::function<void()> didChangeOwner;
+    const std::function<void()> didChange;
     QDBusServiceWatcher watcher;
     QString uniqueName;
+    State now = State::unknown;
 };
 
 namespace detail {

@@ -1,10 +1,6 @@
 #include "platform/linux/LogindMonitor.h"
 
-#include <QDBusArgument>
-#include <QDBusObjectPath>
 #include <utility>
-
-#include <unistd.h>
 
 namespace tidemark {
 
@@ -13,26 +9,6 @@ namespace {
 const QString service = QStringLiteral("org.freedesktop.login1");
 const QString managerPath = QStringLiteral("/org/freedesktop/login1");
 const QString managerInterface = QStringLiteral("org.freedesktop.login1.Manager");
-const QString sessionInterface = QStringLiteral("org.freedesktop.login1.Session");
-const QString userInterface = QStringLiteral("org.freedesktop.login1.User");
-const QString activeProperty = QStringLiteral("Active");
-
-QString pathIn(const QDBusMessage& message, qsizetype argument = 0) {
-    return message.arguments().value(argument).value<QDBusObjectPath>().path();
-}
-
-/// The object path in a pair of an identifier and a path; empty for the path of no object.
-QString pathInPair(const QVariant& value) {
-    const auto argument = value.value<QDBusArgument>();
-    if (argument.currentSignature() != QLatin1String("(so)"))
-        return {};
-    QString id;
-    QDBusObjectPath path;
-    argument.beginStructure();
-    argument >> id >> path;
-    argument.endStructure();
-    return id.isEmpty() ? QString() : path.path();
-}
 
 } // namespace
 
@@ -40,19 +16,20 @@ LogindMonitor::LogindMonitor(const MessageBus& bus, NotificationCenter& center, 
                              AppClock& clock)
     : center(center), settle(std::move(settle)), clock(clock) {
     logind.emplace(bus, service, [this] { follow(); });
+    session.emplace(bus, QStringLiteral("Active"),
+                    [this](std::optional<bool> active) { setSessionActive(active); });
 }
 
 LogindMonitor::~LogindMonitor() {
     // Settling may run the event loop, and logind must not be followed any more then.
     signalsOfManager.clear();
-    signalsOfSession.reset();
+    session.reset();
     logind.reset();
     tasks.drain();
 }
 
 void LogindMonitor::follow() {
     signalsOfManager.clear();
-    leaveSession();
     delayLock = {};
     abandonSleep();
     if (!logind->isThere())
@@ -61,7 +38,6 @@ void LogindMonitor::follow() {
     takeDelayLock();
     logind->readProperty(managerPath, managerInterface, QStringLiteral("PreparingForSleep"),
                          [this](const QVariant& value) { setPreparingForSleep(value.toBool()); });
-    findSession();
 }
 
 void LogindMonitor::subscribe() {
@@ -73,9 +49,6 @@ void LogindMonitor::subscribe() {
        [this](const auto& signal) { setPreparingForSleep(signal.arguments().value(0).toBool()); });
     on(QStringLiteral("PrepareForShutdown"),
        [this](const auto& signal) { prepareForShutdown(signal.arguments().value(0).toBool()); });
-    on(QStringLiteral("SessionNew"), [this](const auto&) { sessionAdded(); });
-    on(QStringLiteral("SessionRemoved"),
-       [this](const auto& signal) { sessionRemoved(pathIn(signal, 1)); });
 }
 
 void LogindMonitor::setPreparingForSleep(bool preparing) {
@@ -136,84 +109,12 @@ void LogindMonitor::prepareForShutdown(bool preparing) {
         center.post(notification::willPowerOff);
 }
 
-void LogindMonitor::sessionAdded() {
-    if (session.isEmpty())
-        findSession();
-}
-
-void LogindMonitor::sessionRemoved(const QString& path) {
-    if (path != session)
-        return;
-    leaveSession();
-    findSession();
-}
-
-void LogindMonitor::findSession() {
-    logind->call(managerPath, managerInterface, QStringLiteral("GetSessionByPID"),
-                 {QVariant::fromValue(static_cast<quint32>(::getpid()))},
-                 [this](const auto& reply) {
-                     if (reply.type() == QDBusMessage::ReplyMessage)
-                         followSession(pathIn(reply));
-                     else
-                         findDisplaySession();
-                 });
-}
-
-void LogindMonitor::findDisplaySession() {
-    logind->call(managerPath, managerInterface, QStringLiteral("GetUser"),
-                 {QVariant::fromValue(static_cast<quint32>(::getuid()))},
-                 [this](const auto& reply) {
-                     if (reply.type() != QDBusMessage::ReplyMessage)
-                         return;
-                     logind->readProperty(
-                         pathIn(reply), userInterface, QStringLiteral("Display"),
-                         [this](const QVariant& value) { followSession(pathInPair(value)); });
-                 });
-}
-
-void LogindMonitor::followSession(const QString& path) {
-    // Two searches may have run at the same time.
-    if (path.isEmpty() || !session.isEmpty())
-        return;
-    session = path;
-    signalsOfSession = logind->subscribe(
-        session, BusService::propertiesInterface, BusService::propertiesChanged,
-        [this](const QDBusMessage& signal) {
-            sessionChanged(qdbus_cast<QVariantMap>(signal.arguments().value(1)),
-                           signal.arguments().value(2).toStringList());
-        },
-        sessionInterface);
-    readSessionActive();
-}
-
-void LogindMonitor::leaveSession() {
-    signalsOfSession.reset();
-    session.clear();
-}
-
-void LogindMonitor::sessionChanged(const QVariantMap& changed, const QStringList& invalidated) {
-    if (const auto active = changed.constFind(activeProperty); active != changed.constEnd())
-        setSessionActive(active->toBool());
-    else if (invalidated.contains(activeProperty))
-        readSessionActive();
-}
-
-void LogindMonitor::readSessionActive() {
-    logind->readProperty(session, sessionInterface, activeProperty,
-                         [this, asked = session](const QVariant& value) {
-                             if (asked != session)
-                                 return;
-                             // The session has just ended. The next one is looked up when it
-                             // begins.
-                             if (!value.isValid())
-                                 return leaveSession();
-                             setSessionActive(value.toBool());
-                         });
-}
-
-void LogindMonitor::setSessionActive(bool active) {
+void LogindMonitor::setSessionActive(std::optional<bool> value) {
     // The state from before logind restarted, or of an earlier session, is kept: only a change is
     // posted, and the first reading is not a change.
+    if (!value)
+        return;
+    const bool active = *value;
     const auto before = std::exchange(isSessionActive, active);
     if (before && *before != active)
         center.post(active ? notification::sessionDidBecomeActive

@@ -5,6 +5,7 @@
 #include "app/base/TaskScope.h"
 #include "app/ports/SleepAndSessionSource.h"
 #include "platform/linux/BusService.h"
+#include "platform/linux/LogindSession.h"
 
 #include <QDBusUnixFileDescriptor>
 #include <optional>
@@ -22,9 +23,6 @@ namespace tidemark {
 /// It holds a delay lock of logind (https://systemd.io/INHIBITOR_LOCKS), so that the machine does
 /// not sleep before the observers of `willSleep` are done. If logind grants none, the machine may
 /// sleep earlier.
-///
-/// The session is that of this process; for a process outside of a session, such as a user service,
-/// it is the one that logind has as the user's `Display`.
 class LogindMonitor final : public SleepAndSessionSource {
 public:
     /// The longest delay of a sleep in seconds. logind itself waits for 5 by default.
@@ -37,7 +35,7 @@ public:
 
     /// True while logind runs and its signals are received.
     bool isFollowing() const { return logind->isThere(); }
-    bool isFollowingSession() const { return !session.isEmpty(); }
+    bool isFollowingSession() const { return session->isFollowing(); }
     /// Whether the user's session is the active one; absent until it is known.
     std::optional<bool> sessionActive() const { return isSessionActive; }
     /// True while a delay lock is held.
@@ -53,25 +51,15 @@ private:
     QCoro::Task<void> limitDelay(std::uint64_t sleep);
     void releaseDelay(std::uint64_t sleep);
     void prepareForShutdown(bool preparing);
-    void sessionAdded();
-    void sessionRemoved(const QString& path);
-    void findSession();
-    void findDisplaySession();
-    void followSession(const QString& path);
-    void leaveSession();
-    void sessionChanged(const QVariantMap& changed, const QStringList& invalidated);
-    void readSessionActive();
-    void setSessionActive(bool active);
+    void setSessionActive(std::optional<bool> value);
 
     NotificationCenter& center;
     const Settle settle;
     AppClock& clock;
-    /// Absent only while this object is being destroyed.
+    // Absent only while this object is being destroyed.
     std::optional<BusService> logind;
     std::vector<BusService::Subscription> signalsOfManager;
-    /// Object path of the followed session; empty when there is none.
-    QString session;
-    BusService::Subscription signalsOfSession;
+    std::optional<LogindSession> session;
     bool isPreparingForSleep = false;
     /// Incremented at the begin and the end of every sleep; replies to calls made under another
     /// number are stale.

@@ -21,19 +21,23 @@ public:
 
     Connecting(const std::string& address, QDBusConnection (*connect)()) : connect(connect) {
         auto socket = busAddress::localSocket(address);
-        if (!socket)
+        if (!socket) {
+            connected.emplace(QString());
             return;
+        }
         probe = std::make_unique<BusProbe>(*std::move(socket), [this](bool isThere) {
             if (isThere)
                 tasks.start(connectInBackground());
+            else
+                finish(QDBusConnection(QString()));
         });
     }
 
     void whenConnected(QObject* receiver, Use use) {
-        if (!connected)
-            waiting.push_back({receiver, std::move(use)});
-        else if (connected->isConnected())
+        if (connected)
             use(*connected);
+        else
+            waiting.push_back({receiver, std::move(use)});
     }
 
 private:
@@ -50,18 +54,21 @@ private:
             startThread([] {}).join();
             return connect();
         };
-        std::optional<QDBusConnection> connection;
+        QDBusConnection connection{QString()};
         try {
             connection = co_await runInBackground(work);
         } catch (const Error& error) {
             qWarning("A message bus can't be followed. %s", error.what());
         }
-        if (!connection || tasks.isStopping())
-            co_return;
+        if (!tasks.isStopping())
+            finish(connection);
+    }
+
+    void finish(const QDBusConnection& connection) {
         connected = connection;
-        for (auto& [receiver, use] : std::exchange(waiting, {}))
-            if (receiver && connected->isConnected())
-                use(*connected);
+        for (const auto& [receiver, use] : std::exchange(waiting, {}))
+            if (receiver)
+                use(connection);
     }
 
     QDBusConnection (*const connect)() = nullptr;

@@ -22,9 +22,9 @@ public:
     /// A connection that was made elsewhere; if it is not connected there is no bus.
     MessageBus(const QDBusConnection& connection);
 
-    /// Calls `use` once: at once when connected, else from the event loop when the bus has replied,
-    /// and never if there is no bus or `receiver` was destroyed before. `use` must not destroy the
-    /// last copy of this value.
+    /// Calls `use` once, unless `receiver` is destroyed before: with the connection, at once or
+    /// from the event loop when the bus has replied; or with an invalid connection when there is no
+    /// bus. Not called while a bus hangs. `use` must not destroy the last copy of this value.
     void whenConnected(QObject* receiver, Use use) const;
 
 private:

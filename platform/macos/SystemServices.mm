@@ -9,4 +9,43 @@ systemServices::sleepAndSession(NotificationCenter& notifications, SleepAndSessi
     return std::make_unique<WorkspaceMonitor>(notifications);
 }
 
+// This system's adapters of the other ports are not written yet.
+
+bool systemServices::hasPower() {
+    return false;
+}
+
+bool systemServices::hasEnvironment() {
+    return false;
+}
+
+std::unique_ptr<BatterySource> systemServices::battery(DidChange) {
+    return nullptr;
+}
+
+std::unique_ptr<DisplaySource> systemServices::displays(DidChange) {
+    return nullptr;
+}
+
+std::unique_ptr<LowPowerModeSource> systemServices::lowPowerMode(DidChange) {
+    return nullptr;
+}
+
+/// WorkspaceMonitor posts these notifications as well.
+std::unique_ptr<ScreenSleepSource> systemServices::screenSleep(NotificationCenter&) {
+    return nullptr;
+}
+
+std::unique_ptr<ThermalSource> systemServices::thermalState(DidChange) {
+    return nullptr;
+}
+
+std::unique_ptr<VolumeSource> systemServices::volumes(DidChange) {
+    return nullptr;
+}
+
+VolumeReading systemServices::volumeReading() {
+    return {.list = [] { return std::nullopt; }, .details = [](const auto&) { return std::nullopt; }};
+}
+
 } // namespace tidemark

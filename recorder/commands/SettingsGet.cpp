@@ -18,8 +18,8 @@ struct Options {
     }
 };
 
-std::string settingsGet(const Preferences& preferences, const Options& options) {
-    return settingCommands::get(preferences, Recorder::sources(), options.key, options.json);
+std::string settingsGet(const SettingsReading& reading, const Options& options) {
+    return settingCommands::get(reading.preferences, reading.sources, options.key, options.json);
 }
 
 } // namespace

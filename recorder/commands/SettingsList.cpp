@@ -17,9 +17,9 @@ struct Options {
     }
 };
 
-std::string settingsList(const Preferences& preferences, const Options& options) {
+std::string settingsList(const SettingsReading& reading, const Options& options) {
     const auto files = AdditionalPlaces::suggestedConfigurations(SystemFacts::homeDirectory());
-    return settingCommands::list(preferences, Recorder::sources(), files, options.json);
+    return settingCommands::list(reading.preferences, reading.sources, files, options.json);
 }
 
 } // namespace

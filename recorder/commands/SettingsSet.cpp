@@ -30,7 +30,8 @@ QCoro::Task<std::string> settingsSet(CommandContext& context, const Options& opt
         mode && key == preference::recordingMode.name)
         co_return changeRecording(context, *mode);
     settingCommands::set(context.preferences(), key, value);
-    co_return settingCommands::get(context.preferences(), Recorder::sources(), key, false);
+    co_return settingCommands::get(context.preferences(), context.recorder.presentSources(), key,
+                                   false);
 }
 
 } // namespace

@@ -33,6 +33,8 @@ struct Status {
     std::int64_t snapshots = 0;
     std::int64_t events = 0;
     std::int64_t folders = 0;
+    /// Empty when no recorder is running.
+    std::vector<MonitorStatus> monitors;
     std::vector<std::string> problems;
 
     static constexpr auto fields() {
@@ -46,6 +48,7 @@ struct Status {
             Field{"snapshots", &Status::snapshots},
             Field{"events", &Status::events},
             Field{"folders", &Status::folders},
+            Field{"monitors", &Status::monitors},
             Field{"problems", &Status::problems, Private},
         };
     }
@@ -89,6 +92,8 @@ std::string shown(const Status& status, bool asJson) {
     line(out, "Captures kept", std::to_string(status.snapshots));
     line(out, "Events", std::to_string(status.events));
     line(out, "Folders", std::to_string(status.folders));
+    for (const auto& monitor : status.monitors)
+        line(out, monitor.name, monitor.text);
     for (const auto& problem : status.problems)
         line(out, "Problem", problem);
     return out;
@@ -102,6 +107,8 @@ QCoro::Task<std::string> status(CommandContext& context, const Options& options)
     if (context.isRunning && state.loaded())
         status.mode = rawValue(*state.recordingMode);
     status.activity = context.model().recordingStatus();
+    if (context.isRunning)
+        status.monitors = context.recorder.monitorStatuses();
     status.nextCapture = context.model().nextAutomaticCapture();
     for (const auto& problem :
          {*state.error, *state.activityError, context.recorder.memoryHistory().failure()})

@@ -127,6 +127,7 @@ TEST_F(RecorderProgram, CarriesOutCommandsOfOtherProcessesAndEndsCleanly) {
     const std::string status = command({"status", "--json"}).out;
     EXPECT_TRUE(test::contains(status, "\"running\":true"));
     EXPECT_TRUE(test::contains(status, "\"snapshots\":2"));
+    EXPECT_TRUE(test::contains(status, "{\"name\":\"Battery\",\"text\":\""));
     EXPECT_EQ(command({"folders", "remove", "/nowhere"}).status, 1);
     EXPECT_EQ(stop(SIGTERM), 0);
     EXPECT_TRUE(test::contains(command({"status"}).out, "No recorder runs"));

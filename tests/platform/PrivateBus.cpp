@@ -10,7 +10,16 @@ namespace tidemark::test {
 
 using namespace Qt::StringLiterals;
 
-PrivateBus::PrivateBus() {
+PrivateBus::PrivateBus(const QStringList& startable) {
+    for (const QString& name : startable) {
+        const std::string service = name.toStdString();
+        folder.write("dbus-1/services/" + service + ".service",
+                     "[D-BUS Service]\nName=" + service + "\nExec=/usr/bin/touch "
+                         + (folder / ("started-" + service)).native() + "\n");
+    }
+    auto environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(u"XDG_DATA_HOME"_s, QString::fromStdString(folder.path().native()));
+    process.setProcessEnvironment(environment);
     // Hides its warning about limits that it may not raise.
     process.setStandardErrorFile(QProcess::nullDevice());
     process.start(u"dbus-daemon"_s,
@@ -27,6 +36,10 @@ PrivateBus::~PrivateBus() {
     process.waitForFinished();
 }
 
+bool PrivateBus::hasStarted(const QString& service) const {
+    return std::filesystem::exists(folder / ("started-" + service.toStdString()));
+}
+
 QDBusConnection PrivateBus::connect(const QString& name) const {
     QDBusConnection::disconnectFromBus(name);
     return QDBusConnection::connectToBus(busAddress, name);
@@ -34,7 +47,17 @@ QDBusConnection PrivateBus::connect(const QString& name) const {
 
 MockService::MockService(const PrivateBus& home, QDBusConnection connection,
                          const QString& templateName, const QString& serviceName)
-    : busAddress(home.address()), bus(std::move(connection)), mockTemplate(templateName),
+    : MockService(home, std::move(connection), QStringList{u"--template"_s, templateName},
+                  serviceName) {}
+
+MockService::MockService(const PrivateBus& home, QDBusConnection connection, const Bare& object,
+                         const QString& serviceName)
+    : MockService(home, std::move(connection), QStringList{serviceName, object.path, serviceName},
+                  serviceName) {}
+
+MockService::MockService(const PrivateBus& home, QDBusConnection connection, QStringList arguments,
+                         const QString& serviceName)
+    : busAddress(home.address()), bus(std::move(connection)), arguments(std::move(arguments)),
       service(serviceName), watcher(service, bus) {
     QObject::connect(&watcher, &QDBusServiceWatcher::serviceOwnerChanged,
                      [this](const QString&, const QString&, const QString& owner) {
@@ -55,7 +78,7 @@ void MockService::start() {
     process.setStandardOutputFile(QProcess::nullDevice());
     // The system's Python: another one in PATH would not find dbusmock.
     process.start(u"/usr/bin/python3"_s,
-                  {u"-m"_s, u"dbusmock"_s, u"--session"_s, u"--template"_s, mockTemplate});
+                  QStringList{u"-m"_s, u"dbusmock"_s, u"--session"_s} + arguments);
     until([&] { return isThere || process.state() == QProcess::NotRunning; });
     if (!isThere)
         throw std::runtime_error("no mock service");

@@ -6,6 +6,7 @@
 #include <QDBusServiceWatcher>
 #include <QProcess>
 #include <QString>
+#include <QStringList>
 #include <QVariantList>
 
 namespace tidemark::test {
@@ -13,13 +14,16 @@ namespace tidemark::test {
 /// A message bus for one test.
 class PrivateBus {
 public:
-    PrivateBus();
+    /// `startable` are services that are started by asking for them: each only leaves a trace, for
+    /// `hasStarted`.
+    explicit PrivateBus(const QStringList& startable = {});
     ~PrivateBus();
 
     /// A connection that is valid for the lifetime of the bus.
     QDBusConnection connect(const QString& name) const;
     const QString& address() const { return busAddress; }
     const QProcess& daemon() const { return process; }
+    bool hasStarted(const QString& service) const;
 
 private:
     TemporaryFolder folder;
@@ -34,6 +38,13 @@ public:
     /// arrive in order.
     MockService(const PrivateBus& home, QDBusConnection connection, const QString& templateName,
                 const QString& serviceName);
+    /// A service without a template: one object at `path` with an empty interface that has the name
+    /// of the service.
+    struct Bare {
+        QString path;
+    };
+    MockService(const PrivateBus& home, QDBusConnection connection, const Bare& object,
+                const QString& serviceName);
     ~MockService();
 
     /// Starts the service and waits until it owns its name.
@@ -45,9 +56,13 @@ public:
     void control(const QString& path, const QString& method, const QVariantList& arguments) const;
 
 private:
+    MockService(const PrivateBus& home, QDBusConnection connection, QStringList arguments,
+                const QString& serviceName);
+
     QString busAddress;
     QDBusConnection bus;
-    QString mockTemplate;
+    /// Of dbusmock.
+    QStringList arguments;
     QString service;
     QDBusServiceWatcher watcher;
     QProcess process;

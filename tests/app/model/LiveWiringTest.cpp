@@ -38,7 +38,7 @@ struct LiveWiringTest : testing::Test {
                                        .memory = memory,
                                        .clock = clock,
                                        .monitors = {&connections, &environment},
-                                       .battery = [this] { return battery; }});
+                                       .battery = [this] { return reading(); }});
     }
     void start() {
         live->startActivityMonitors();
@@ -47,6 +47,7 @@ struct LiveWiringTest : testing::Test {
     void untilShown(std::size_t count) {
         test::until([&] { return model.systemActivity().size() == count; });
     }
+    QCoro::Task<std::optional<BatteryObservation>> reading() { co_return battery; }
     std::string error() const { return model.activityError->value_or("none"); }
     static SystemActivity activity() { return SystemActivity::observed(Kind::volumeChanged, {1}); }
 

@@ -29,7 +29,7 @@ struct PowerActivityMonitorTest : testing::Test {
                                     EXPECT_GE(stored().size(), records.size());
                                 },
                             .didFail = [this](const auto&) { log += "failed "; },
-                            .battery = [this] { return battery; },
+                            .battery = [this] { return reading(); },
                         });
     }
     /// Returns the number of records in the file; −1 when it did not start.
@@ -46,6 +46,11 @@ struct PowerActivityMonitorTest : testing::Test {
         EXPECT_EQ(log, expected);
         log.clear();
     }
+    QCoro::Task<std::optional<BatteryObservation>> reading() {
+        if (batteryDelay > 0)
+            co_await clock.sleep(batteryDelay, {}, AppClock::Slack::none);
+        co_return battery;
+    }
     std::vector<SystemActivity> stored() const { return SystemActivityStore::read(file); }
     /// The times of the stored records.
     std::string times() const {
@@ -61,6 +66,8 @@ struct PowerActivityMonitorTest : testing::Test {
     test::ManualAppClock clock;
     bool allowed = true;
     std::optional<BatteryObservation> battery;
+    /// Seconds until a reading is there.
+    double batteryDelay = 0;
     std::string log;
     std::optional<PowerActivityMonitor> monitor;
 };
@@ -87,6 +94,34 @@ TEST_F(PowerActivityMonitorTest, RecordsSleepAndWake) {
     EXPECT_EQ(records[1].kind, Kind::woke);
     EXPECT_EQ(records[1].observedSession->startedAt, asleep);
     EXPECT_EQ(records[1].observedSession->endedAt, asleep + 3600);
+}
+
+TEST_F(PowerActivityMonitorTest, WaitsForTheBatteryAfterAWakeButNotLongerThanItMay) {
+    start();
+    battery = {.externalPower = true, .percentage = 60, .charging = {}, .fullyCharged = {}};
+    batteryDelay = 3;
+    center.post(notification::didWake);
+    const Date woke = clock.now();
+    clock.advance(3);
+    expectLog("1 ");
+    // The next sleep comes before the battery is read, and so does the end of the program.
+    center.post(notification::didWake);
+    center.post(notification::willSleep);
+    test::await(monitor->writer());
+    center.post(notification::didWake);
+    monitor->stop();
+    clock.advance(10);
+    expectLog("2 3 4 ");
+
+    const auto records = stored();
+    EXPECT_EQ(records[0].timestamp, woke);
+    EXPECT_EQ(records[0].powerObservation, battery);
+    EXPECT_EQ(records[1].kind, Kind::woke);
+    EXPECT_EQ(records[2].kind, Kind::sleepRequested);
+    EXPECT_EQ(records[3].kind, Kind::woke);
+    EXPECT_TRUE(records[3].observedSession);
+    EXPECT_FALSE(records[1].powerObservation || records[2].powerObservation
+                 || records[3].powerObservation);
 }
 
 TEST_F(PowerActivityMonitorTest, WritesRecordsInOrder) {

@@ -87,27 +87,40 @@ TEST(PowerSource, HasAWholePercentageOrNone) {
     }
 }
 
-TEST(PowerSource, ReadsTheSameFromUPower) {
+TEST(PowerSource, CombinesTheBatteriesOfUPower) {
+    using Device = PowerSource::UPowerDevice;
+    const auto battery = [](std::optional<double> level, std::optional<std::uint32_t> state) {
+        return Device{2, true, true, level, state, {}, {}};
+    };
+    const auto sized = [](double energy, double full, std::uint32_t state) {
+        return Device{2, true, true, energy * 100 / full, state, energy, full};
+    };
+    const Device mouse{2, false, true, 3, 2, {}, {}};
+    const Device emptyBay{2, true, false, 0, 0, {}, {}};
+    const Device line{1, true, {}, {}, {}, {}, {}};
     struct Case {
         const char* what;
-        PowerSource::UPowerDevice device;
-        std::optional<BatteryObservation> battery;
+        std::vector<Device> devices;
+        std::optional<bool> onBattery;
+        std::optional<BatteryObservation> reading;
     };
     const Case cases[] = {
-        {"charging", {2, true, true, 80.9, 1, false}, {{true, 80, true, false}}},
-        {"discharging", {2, true, true, 80, 2, true}, {{false, 80, false, false}}},
-        {"waits to charge", {2, true, true, 80, 5, false}, {{true, 80, false, false}}},
-        {"full", {2, true, true, 100, 4, false}, {{true, 100, false, true}}},
-        {"held below full", {2, true, true, 80, 4, false}, {{true, 80, false, false}}},
-        {"unknown state", {2, true, true, 80, 0, false}, {{true, 80, {}, {}}}},
-        {"no state", {2, true, true, 80, {}, false}, {{true, 80, {}, {}}}},
-        {"no level", {2, true, true, notANumber, 1, false}, {{true, {}, true, {}}}},
-        {"beyond full", {2, true, true, 101, 1, false}, {{true, {}, true, {}}}},
-        {"line power", {1, true, true, 80, 1, false}, {}},
-        {"a mouse", {2, false, true, 80, 1, false}, {}},
-        {"an empty bay", {2, true, false, 80, 1, false}, {}},
-        {"power not known", {2, true, true, 80, 1, {}}, {}},
+        {"charging", {line, battery(80.9, 1)}, false, {{true, 80, true, false}}},
+        {"discharging", {battery(80, 2), mouse}, true, {{false, 80, false, false}}},
+        {"weak charger", {battery(80, 2)}, false, {{true, 80, false, false}}},
+        {"waits to charge", {battery(80, 5)}, false, {{true, 80, false, false}}},
+        {"worn and full", {sized(58.5, 60, 4)}, false, {{true, 97, false, true}}},
+        {"unknown state", {battery(80, 0)}, false, {{true, 80, {}, {}}}},
+        {"no state", {battery(80, {})}, false, {{true, 80, {}, {}}}},
+        {"no level", {battery(notANumber, 1)}, false, {{true, {}, true, false}}},
+        {"beyond full", {battery(101, 1)}, false, {{true, {}, true, false}}},
+        {"by their sizes", {sized(10, 20, 2), sized(60, 60, 4)}, true, {{false, 87, false, false}}},
+        {"no energies", {battery(50, 1), battery(71, 5)}, false, {{true, 60, true, false}}},
+        {"one fills", {sized(30, 60, 1), battery(9, 0)}, false, {{true, 29, true, {}}}},
+        {"both full", {sized(60, 60, 4), sized(20.1, 20, 4)}, false, {{true, 100, false, true}}},
+        {"none but others", {line, mouse, emptyBay}, false, {}},
+        {"power not known", {battery(80, 1)}, {}, {}},
     };
-    for (const auto& [what, device, battery] : cases)
-        EXPECT_EQ(PowerSource::parse(device), battery) << what;
+    for (const auto& [what, devices, onBattery, reading] : cases)
+        EXPECT_EQ(PowerSource::combined(devices, onBattery), reading) << what;
 }

@@ -1,0 +1,46 @@
+#pragma once
+
+#include "app/base/TaskScope.h"
+#include "app/ports/VolumeSource.h"
+#include "core/base/FileDescriptor.h"
+#include "platform/linux/ReadDelay.h"
+#include "platform/linux/UserVolumes.h"
+
+#include <QSocketNotifier>
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <optional>
+
+namespace tidemark {
+
+/// Notices volumes by the mount table of the kernel, which poll(2) reports as an exceptional
+/// condition after each change (proc_pid_mountinfo(5)). Main thread only.
+///
+/// Containers and packages mount and unmount often. So the table is read after such a change, in
+/// the background, and only another list of volumes is a change for the observer.
+class MountTableWatch final : public VolumeSource {
+public:
+    MountTableWatch(userVolumes::Tables tables, std::function<void()> didChange);
+
+    /// True once the table has been read; changes before that are not reported.
+    bool isFollowing() const { return last.has_value(); }
+
+private:
+    using Volumes = std::optional<std::vector<std::filesystem::path>>;
+
+    QCoro::Task<void> read();
+
+    const userVolumes::Tables tables;
+    const std::function<void()> didChange;
+    FileDescriptor file;
+    std::unique_ptr<QSocketNotifier> notifier;
+    /// Absent before the first reading.
+    std::optional<Volumes> last;
+    bool isReading = false;
+    bool isOutdated = false;
+    ReadDelay delay;
+    TaskScope tasks;
+};
+
+} // namespace tidemark

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <QTimer>
+#include <chrono>
+#include <functional>
+
+namespace tidemark {
+
+/// Combines the signals of one change, and those of a service that floods the bus, into one reading
+/// of the whole state: reads a moment after the first signal, and at most that often. Main thread
+/// only.
+class ReadDelay {
+public:
+    static constexpr std::chrono::milliseconds length{200};
+
+    explicit ReadDelay(std::function<void()> read) {
+        timer.setSingleShot(true);
+        timer.callOnTimeout(&timer, std::move(read));
+    }
+
+    /// Reads after this time. Does nothing while a reading is due earlier.
+    void request(std::chrono::milliseconds after = length) {
+        if (!timer.isActive() || timer.remainingTimeAsDuration() > after)
+            timer.start(after);
+    }
+    void cancel() { timer.stop(); }
+
+private:
+    QTimer timer;
+};
+
+} // namespace tidemark

@@ -1,0 +1,47 @@
+#pragma once
+
+#include "app/base/NotificationCenter.h"
+#include "app/ports/ScreenSleepSource.h"
+#include "platform/linux/BusService.h"
+#include "platform/linux/LogindSession.h"
+
+#include <memory>
+#include <optional>
+#include <vector>
+
+namespace tidemark {
+
+/// Whether the screens sleep or are locked, as the screen savers of the desktops, the display
+/// server of GNOME and logind report it. They sleep while any of them says so. Posts
+/// `screensDidSleep` and `screensDidWake`. Lockers that report to no service, such as
+/// swaylock, are not noticed. Main thread only.
+///
+/// A locker that was killed leaves the hint of logind set for ever, so that counts only where no
+/// screen saver answers.
+class ScreenSleepMonitor final : public ScreenSleepSource {
+public:
+    /// `center` must outlive the monitor.
+    ScreenSleepMonitor(const MessageBus& system, const MessageBus& session,
+                       NotificationCenter& center);
+    ~ScreenSleepMonitor() override;
+
+    bool areAsleep() const { return asleep; }
+
+private:
+    class Saver;
+
+    void update();
+    void followDisplays();
+    void readDisplays();
+
+    NotificationCenter& center;
+    bool asleep = false;
+    std::vector<std::unique_ptr<Saver>> savers;
+    bool isPowerSaving = false;
+    std::optional<bool> isLocked;
+    BusService displays;
+    BusService::Subscription signalsOfDisplays;
+    LogindSession session;
+};
+
+} // namespace tidemark

@@ -1,0 +1,220 @@
+#include "platform/linux/UPowerBattery.h"
+
+#include <QDBusArgument>
+#include <QDBusObjectPath>
+#include <utility>
+
+namespace tidemark {
+
+namespace {
+
+const QString service = QStringLiteral("org.freedesktop.UPower");
+const QString managerPath = QStringLiteral("/org/freedesktop/UPower");
+const QString managerInterface = QStringLiteral("org.freedesktop.UPower");
+const QString deviceInterface = QStringLiteral("org.freedesktop.UPower.Device");
+
+// The properties that a reading depends on. UPower also reports voltages and times, often alone.
+// The energy is left out because the percentage changes with it.
+const QStringList managerProperties{QStringLiteral("OnBattery")};
+const QStringList batteryProperties{QStringLiteral("Type"), QStringLiteral("PowerSupply"),
+                                    QStringLiteral("IsPresent"), QStringLiteral("Percentage"),
+                                    QStringLiteral("State")};
+
+/// Until a service that did not answer is asked again.
+constexpr std::chrono::seconds retryTime{30};
+
+/// Absent when the property is missing or of another type.
+template <class T>
+std::optional<T> valueOf(const QVariantMap& properties, const char* name) {
+    const QVariant value = properties.value(QLatin1String(name));
+    return value.metaType() == QMetaType::fromType<T>() ? std::optional(value.value<T>())
+                                                        : std::nullopt;
+}
+
+PowerSource::UPowerDevice deviceOf(const QVariantMap& properties) {
+    return {
+        .type = valueOf<quint32>(properties, "Type"),
+        .powerSupply = valueOf<bool>(properties, "PowerSupply"),
+        .isPresent = valueOf<bool>(properties, "IsPresent"),
+        .percentage = valueOf<double>(properties, "Percentage"),
+        .state = valueOf<quint32>(properties, "State"),
+        .energy = valueOf<double>(properties, "Energy"),
+        .energyFull = valueOf<double>(properties, "EnergyFull"),
+    };
+}
+
+QStringList pathsIn(const QDBusMessage& reply) {
+    QStringList paths;
+    for (const auto& path : qdbus_cast<QList<QDBusObjectPath>>(reply.arguments().value(0)))
+        paths.push_back(path.path());
+    return paths;
+}
+
+} // namespace
+
+UPowerBattery::UPowerBattery(const MessageBus& bus, AppClock& clock,
+                             std::function<void()> didChange)
+    : clock(clock), didChange(std::move(didChange)), delay([this] { read(); }),
+      upower(bus, service, [this] { follow(); }, BusService::WhenMissing::start) {}
+
+UPowerBattery::~UPowerBattery() = default;
+
+std::optional<std::string> UPowerBattery::absence() const {
+    if (now != State::unavailable)
+        return std::nullopt;
+    return "UPower, the service that reports batteries, does not run.";
+}
+
+void UPowerBattery::follow() {
+    if (tasks.isStopping())
+        return;
+    ++owners;
+    unsubscribe();
+    batteries.clear();
+    delay.cancel();
+    isReading = false;
+    isProvisional = true;
+    publish(upower.isThere() ? State::unknown : State::unavailable, std::nullopt);
+    if (!upower.isThere())
+        return;
+    read();
+    tasks.start(endProvisionalTime(owners));
+}
+
+void UPowerBattery::subscribe() {
+    for (const char* signal : {"DeviceAdded", "DeviceRemoved"})
+        subscriptions.push_back(upower.subscribe(managerPath, managerInterface,
+                                                 QLatin1String(signal),
+                                                 [this](const auto&) { readSoon(); }));
+    subscriptions.push_back(followProperties(managerPath, managerInterface, managerProperties));
+    for (const QString& path : batteries)
+        subscriptions.push_back(followProperties(path, deviceInterface, batteryProperties));
+}
+
+void UPowerBattery::unsubscribe() {
+    subscriptions.clear();
+    ignoredSignals = 0;
+}
+
+void UPowerBattery::readSoon() {
+    unsubscribe();
+    delay.request();
+}
+
+QCoro::Task<void> UPowerBattery::endProvisionalTime(std::uint64_t owner) {
+    const auto hold = tasks.hold();
+    co_await clock.sleep(provisional, tasks.token());
+    if (owner != owners || tasks.isStopping())
+        co_return;
+    isProvisional = false;
+    // A running reading may have begun before the refresh.
+    ++rounds;
+    isReading = false;
+    refresh();
+    read();
+}
+
+/// Has UPower read the batteries now; otherwise it does so every half a minute or at an event of
+/// the kernel.
+void UPowerBattery::refresh() {
+    for (const QString& path : batteries)
+        upower.call(path, deviceInterface, QStringLiteral("Refresh"), {}, [](const auto&) {});
+}
+
+void UPowerBattery::read() {
+    // Before the reading, so that no change is missed.
+    if (subscriptions.empty())
+        subscribe();
+    if (std::exchange(isReading, true)) {
+        isOutdated = true;
+        return;
+    }
+    isOutdated = false;
+    round = {};
+    upower.call(managerPath, managerInterface, QStringLiteral("EnumerateDevices"), {},
+                [this, number = ++rounds](const QDBusMessage& reply) {
+                    if (number != rounds)
+                        return;
+                    if (reply.type() == QDBusMessage::ReplyMessage)
+                        readDevices(pathsIn(reply));
+                    else
+                        finish();
+                });
+}
+
+void UPowerBattery::readDevices(const QStringList& paths) {
+    round.missingReplies = static_cast<std::size_t>(paths.size()) + 1;
+    const auto number = rounds;
+    for (const QString& path : paths)
+        upower.readProperties(path, deviceInterface,
+                              [this, number, path](const QVariantMap& properties) {
+                                  if (number != rounds)
+                                      return;
+                                  round.devices[path] = properties;
+                                  receive();
+                              });
+    upower.readProperties(managerPath, managerInterface,
+                          [this, number](const QVariantMap& properties) {
+                              if (number != rounds)
+                                  return;
+                              round.onBattery = valueOf<bool>(properties, "OnBattery");
+                              receive();
+                          });
+}
+
+void UPowerBattery::receive() {
+    if (--round.missingReplies == 0)
+        finish();
+}
+
+void UPowerBattery::finish() {
+    isReading = false;
+    findBatteries();
+    std::vector<PowerSource::UPowerDevice> devices;
+    for (const auto& [path, properties] : round.devices)
+        devices.push_back(deviceOf(properties));
+    if (isOutdated)
+        delay.request();
+    // Without an answer, the service hangs or is ending.
+    if (!round.onBattery) {
+        delay.request(retryTime);
+        return publish(State::unknown, std::nullopt);
+    }
+    if (!isProvisional)
+        publish(State::following, PowerSource::combined(devices, round.onBattery));
+}
+
+void UPowerBattery::findBatteries() {
+    std::set<QString> found;
+    for (const auto& [path, properties] : round.devices)
+        if (PowerSource::isInternal(deviceOf(properties)))
+            found.insert(path);
+    if (std::exchange(batteries, found) == found)
+        return;
+    // A change of a new battery that followed its reading has been missed.
+    readSoon();
+}
+
+/// Reads again when one of these properties has changed.
+BusService::Subscription UPowerBattery::followProperties(const QString& path,
+                                                         const QString& interface,
+                                                         const QStringList& properties) {
+    const auto handle = [this, properties](const QDBusMessage& signal) {
+        constexpr int mostIgnored = 20;
+        if (BusService::isAbout(signal, properties) || ++ignoredSignals > mostIgnored)
+            readSoon();
+    };
+    return upower.subscribe(path, BusService::propertiesInterface, BusService::propertiesChanged,
+                            handle, interface);
+}
+
+void UPowerBattery::publish(State state, std::optional<BatteryObservation> reading) {
+    // While this object is being destroyed, the event loop may still run.
+    if (tasks.isStopping() || (state == now && reading == battery))
+        return;
+    now = state;
+    battery = reading;
+    didChange();
+}
+
+} // namespace tidemark

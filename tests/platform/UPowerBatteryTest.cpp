@@ -1,0 +1,173 @@
+#include "platform/linux/UPowerBattery.h"
+
+#include "tests/app/support/Await.h"
+#include "tests/app/support/ManualAppClock.h"
+#include "tests/platform/PowerMachine.h"
+
+#include <QDBusArgument>
+
+#include <gtest/gtest.h>
+
+using namespace tidemark;
+using namespace Qt::StringLiterals;
+using State = BatterySource::State;
+
+namespace {
+
+const QString upower = u"org.freedesktop.UPower"_s;
+const QString managerPath = u"/org/freedesktop/UPower"_s;
+
+/// A reading as text, such as "mains 80 % charging".
+std::string textOf(const BatterySource& source) {
+    if (source.state() != State::following)
+        return source.state() == State::unknown ? "unknown" : "unavailable";
+    const auto battery = source.reading();
+    if (!battery)
+        return "none";
+    std::string text = battery->externalPower ? "mains" : "battery";
+    if (battery->percentage)
+        text += " " + std::to_string(*battery->percentage);
+    const auto add = [&](std::optional<bool> value, const char* word) {
+        text += value ? (*value ? std::string(" ") + word : "") : std::string(" ") + word + "?";
+    };
+    add(battery->charging, "charging");
+    add(battery->fullyCharged, "full");
+    return text;
+}
+
+struct UPowerBatteryTest : testing::Test {
+    test::PrivateBus home;
+    QDBusConnection bus = home.connect(u"tested"_s);
+    test::ManualAppClock clock;
+    int changes = 0;
+    std::unique_ptr<UPowerBattery> source;
+
+    ~UPowerBatteryTest() override {
+        source.reset();
+        clock.advance(1000);
+    }
+    void follow() {
+        source = std::make_unique<UPowerBattery>(bus, clock, [this] { ++changes; });
+    }
+    void expect(const std::string& text) {
+        // The test advances the time that a first reading has to wait.
+        test::until([&] {
+            if (clock.sleeping() > 0)
+                clock.advance(UPowerBattery::provisional);
+            return textOf(*source) == text;
+        });
+        EXPECT_EQ(textOf(*source), text);
+    }
+};
+
+/// With the real service.
+struct RealUPower : UPowerBatteryTest {
+    void SetUp() override {
+        if (const auto missing = test::PowerMachine::missing(); !missing.empty())
+            GTEST_SKIP() << missing;
+        machine.emplace(home);
+        machine->carryOut("mains AC online=1");
+    }
+    std::optional<test::PowerMachine> machine;
+};
+
+constexpr const char* charging =
+    "battery BAT0 status=Charging energy_full=60000000 energy_now=30000000";
+
+} // namespace
+
+TEST_F(RealUPower, ReadsWhatTheServiceReports) {
+    machine->carryOut("start upowerd");
+    follow();
+    expect("none");
+    const std::pair<std::string, const char*> steps[] = {
+        {"mouse hidpp_battery_0 status=Discharging capacity=5 model_name=Mouse", "none"},
+        {charging, "mains 50 charging"},
+        {"battery BAT0 energy_now=36000000", "mains 60 charging"},
+        // UPower waits for the battery.
+        {"mains AC online=0", "mains 60 charging"},
+        {"battery BAT0 status=Discharging", "battery 60"},
+        {"mains AC online=1", "mains 60"},
+        {"battery BAT0 status=Charging", "mains 60 charging"},
+        {"battery BAT0 status=Full energy_now=58500000", "mains 97 full"},
+        // The display device of UPower reports charging for these two.
+        {"battery BAT1 status=Not_charging energy_full=20000000 energy_now=10000000", "mains 85"},
+        {"remove BAT0", "mains 50"},
+        {"remove BAT1", "none"},
+    };
+    for (const auto& [command, text] : steps) {
+        machine->carryOut(command);
+        expect(text);
+    }
+}
+
+TEST_F(RealUPower, FollowsARestartAndAServiceThatHangs) {
+    machine->carryOut(charging);
+    follow();
+    // Nothing is installed on this bus that could be started.
+    expect("unavailable");
+    EXPECT_EQ(source->absence(), "UPower, the service that reports batteries, does not run.");
+    for (const char* level : {"30000000", "42000000"}) {
+        machine->carryOut(std::string("battery BAT0 energy_now=") + level);
+        machine->carryOut("start upowerd");
+        expect(*level == '3' ? "mains 50 charging" : "mains 70 charging");
+        // Answers late, and meanwhile nothing else is delayed.
+        machine->carryOut("stop upowerd");
+        machine->carryOut("battery BAT0 energy_now=54000000");
+        test::settle();
+        machine->carryOut("cont upowerd");
+        expect("mains 90 charging");
+        machine->carryOut("kill upowerd");
+        expect("unavailable");
+    }
+}
+
+TEST_F(UPowerBatteryTest, DoesNotTrustTheFirstReadings) {
+    test::MockService mock{home, bus, u"upower"_s, upower};
+    mock.start();
+    mock.control(managerPath, u"AddChargingBattery"_s,
+                 {u"BAT0"_s, u"Battery"_s, 30.0, qint64{1200}});
+    follow();
+    test::until([&] { return clock.sleeping() > 0; });
+    test::settle();
+    clock.advance(UPowerBattery::provisional - 0.1);
+    test::settle();
+    EXPECT_EQ(textOf(*source), "unknown");
+    expect("mains 30 charging");
+}
+
+TEST_F(UPowerBatteryTest, ReadsRarelyDuringAFlood) {
+    test::MockService mock{home, bus, u"upower"_s, upower};
+    mock.start();
+    mock.control(managerPath, u"AddChargingBattery"_s,
+                 {u"BAT0"_s, u"Battery"_s, 30.0, qint64{1200}});
+    follow();
+    expect("mains 30 charging");
+    changes = 0;
+    mock.control(managerPath, u"AddMethod"_s,
+                 {upower, u"Flood"_s, QString(), QString(),
+                  u"for i in range(1000): "
+                  u"objects['/org/freedesktop/UPower/devices/BAT0'].UpdateProperties("
+                  u"'org.freedesktop.UPower.Device', {'Percentage': 30 + i / 10000})"_s});
+    mock.control(managerPath, u"ClearCalls"_s, {});
+    bus.call(QDBusMessage::createMethodCall(upower, managerPath, upower, u"Flood"_s), QDBus::Block,
+             60'000);
+    mock.control(u"/org/freedesktop/UPower/devices/BAT0"_s, u"UpdateProperties"_s,
+                 {u"org.freedesktop.UPower.Device"_s, QVariantMap{{u"Percentage"_s, 29.0}}});
+    expect("mains 29 charging");
+    EXPECT_EQ(changes, 1);
+    const auto calls =
+        bus.call(QDBusMessage::createMethodCall(upower, managerPath, u"org.freedesktop.DBus.Mock"_s,
+                                                u"GetMethodCalls"_s)
+                 << u"EnumerateDevices"_s);
+    const auto list = calls.arguments().value(0).value<QDBusArgument>();
+    int readings = 0;
+    for (list.beginArray(); !list.atEnd(); ++readings) {
+        list.beginStructure();
+        quint64 time = 0;
+        QVariantList arguments;
+        list >> time >> arguments;
+        list.endStructure();
+    }
+    EXPECT_LE(readings, 30);
+}
