@@ -1,5 +1,6 @@
 #include "recorder/Recorder.h"
 
+#include "app/ports/SystemServices.h"
 #include "core/base/Files.h"
 #include "core/capture/AdditionalPlaces.h"
 #include "core/system/SystemFacts.h"
@@ -25,11 +26,18 @@ Recorder::Recorder(const RecorderPlaces& where)
               .workspaceCenter = workspaceCenter,
               .collectionAllowed = [this] { return state.canRecord(); },
               .guard = held.guard()}),
+      connections({.preferences = stored,
+                   .workspaceCenter = workspaceCenter,
+                   .path = systemServices::networkPath(),
+                   .wifi = systemServices::wifi(),
+                   .wifiNames = systemServices::wifiNameAccess(),
+                   .bluetooth = systemServices::bluetooth()}),
       live({.state = state,
             .activityURL = where.files.systemActivity(),
             .workspaceCenter = workspaceCenter,
             .memory = memory,
-            .guard = held.guard()}),
+            .guard = held.guard(),
+            .monitors = {&connections}}),
       appModel({.state = state,
                 .live = live,
                 .preferences = stored,
@@ -56,6 +64,12 @@ SettingSources Recorder::sources() {
         reasons[SettingSource::formulas] = "Homebrew is not installed.";
     if (std::ranges::any_of(places.diagnostics, isFolder))
         present.insert(SettingSource::diagnosticReports);
+    if (systemServices::networkPath())
+        present.insert(SettingSource::network);
+    if (auto reason = systemServices::bluetoothAbsence())
+        reasons[SettingSource::bluetooth] = *std::move(reason);
+    else
+        present.insert(SettingSource::bluetooth);
     return SettingSources(std::move(present), std::move(reasons));
 }
 

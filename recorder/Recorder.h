@@ -4,6 +4,7 @@
 #include "app/memory/MemoryHistoryService.h"
 #include "app/model/AppModel.h"
 #include "app/model/LiveWiring.h"
+#include "app/monitors/ConnectionActivityMonitor.h"
 #include "app/preferences/JsonPreferences.h"
 #include "app/preferences/SettingSource.h"
 #include "core/base/Error.h"
@@ -38,6 +39,7 @@ public:
     LiveWiring& liveServices() { return live; }
     NotificationCenter& workspace() { return workspaceCenter; }
     TaskScope& tasks() { return scope; }
+    const ConnectionActivityMonitor& connectionMonitor() const { return connections; }
     MemoryHistoryService& memoryHistory() { return memory; }
     /// Everything that has been recorded so far.
     RecordedHistory recorded() const;
@@ -52,6 +54,7 @@ private:
     NotificationCenter workspaceCenter;
     ModelState state;
     MemoryHistoryService memory;
+    ConnectionActivityMonitor connections;
     LiveWiring live;
     AppModel appModel;
     TaskScope scope;

@@ -9,4 +9,24 @@ systemServices::sleepAndSession(NotificationCenter& notifications, SleepAndSessi
     return std::make_unique<WorkspaceMonitor>(notifications);
 }
 
+std::unique_ptr<BluetoothSource> systemServices::bluetooth() {
+    return nullptr;
+}
+
+std::optional<std::string> systemServices::bluetoothAbsence() {
+    return "This release can’t follow Bluetooth on this system.";
+}
+
+std::unique_ptr<NetworkPathSource> systemServices::networkPath() {
+    return nullptr;
+}
+
+std::unique_ptr<WiFiSource> systemServices::wifi() {
+    return nullptr;
+}
+
+std::unique_ptr<WiFiNameAccess> systemServices::wifiNameAccess() {
+    return nullptr;
+}
+
 } // namespace tidemark

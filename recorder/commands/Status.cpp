@@ -34,6 +34,10 @@ struct Status {
     std::int64_t events = 0;
     std::int64_t folders = 0;
     std::vector<std::string> problems;
+    /// What the recorder observes at present.
+    std::optional<std::string> network;
+    std::optional<std::string> wifi;
+    std::optional<std::string> bluetooth;
 
     static constexpr auto fields() {
         return std::tuple{
@@ -47,6 +51,9 @@ struct Status {
             Field{"events", &Status::events},
             Field{"folders", &Status::folders},
             Field{"problems", &Status::problems, Private},
+            Field{"network", &Status::network, Shown},
+            Field{"wifi", &Status::wifi, Shown},
+            Field{"bluetooth", &Status::bluetooth, Shown},
         };
     }
 };
@@ -89,6 +96,11 @@ std::string shown(const Status& status, bool asJson) {
     line(out, "Captures kept", std::to_string(status.snapshots));
     line(out, "Events", std::to_string(status.events));
     line(out, "Folders", std::to_string(status.folders));
+    for (const auto& [label, source] : {std::pair("Network", &Status::network),
+                                        {"Wi-Fi", &Status::wifi},
+                                        {"Bluetooth", &Status::bluetooth}})
+        if (status.*source)
+            line(out, label, *(status.*source));
     for (const auto& problem : status.problems)
         line(out, "Problem", problem);
     return out;
@@ -103,6 +115,12 @@ QCoro::Task<std::string> status(CommandContext& context, const Options& options)
         status.mode = rawValue(*state.recordingMode);
     status.activity = context.model().recordingStatus();
     status.nextCapture = context.model().nextAutomaticCapture();
+    if (context.isRunning) {
+        const auto& connections = context.recorder.connectionMonitor();
+        status.network = *connections.networkStatus;
+        status.wifi = *connections.wifiStatus;
+        status.bluetooth = *connections.bluetoothStatus;
+    }
     for (const auto& problem :
          {*state.error, *state.activityError, context.recorder.memoryHistory().failure()})
         if (problem)

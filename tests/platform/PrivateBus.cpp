@@ -43,27 +43,27 @@ MockService::MockService(const PrivateBus& home, QDBusConnection connection,
 }
 
 MockService::~MockService() {
-    process.kill();
-    process.waitForFinished();
+    running.kill();
+    running.waitForFinished();
 }
 
 void MockService::start() {
     auto environment = QProcessEnvironment::systemEnvironment();
     environment.insert(u"DBUS_SESSION_BUS_ADDRESS"_s, busAddress);
-    process.setProcessEnvironment(environment);
-    process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-    process.setStandardOutputFile(QProcess::nullDevice());
+    running.setProcessEnvironment(environment);
+    running.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    running.setStandardOutputFile(QProcess::nullDevice());
     // The system's Python: another one in PATH would not find dbusmock.
-    process.start(u"/usr/bin/python3"_s,
+    running.start(u"/usr/bin/python3"_s,
                   {u"-m"_s, u"dbusmock"_s, u"--session"_s, u"--template"_s, mockTemplate});
-    until([&] { return isThere || process.state() == QProcess::NotRunning; });
+    until([&] { return isThere || running.state() == QProcess::NotRunning; });
     if (!isThere)
         throw std::runtime_error("no mock service");
 }
 
 void MockService::stop() {
-    process.kill();
-    until([&] { return !isThere && process.state() == QProcess::NotRunning; });
+    running.kill();
+    until([&] { return !isThere && running.state() == QProcess::NotRunning; });
 }
 
 void MockService::control(const QString& path, const QString& method,

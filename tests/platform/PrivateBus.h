@@ -43,6 +43,7 @@ public:
 
     /// Calls a method of the mock's control interface, org.freedesktop.DBus.Mock, and waits.
     void control(const QString& path, const QString& method, const QVariantList& arguments) const;
+    const QProcess& process() const { return running; }
 
 private:
     QString busAddress;
@@ -50,7 +51,7 @@ private:
     QString mockTemplate;
     QString service;
     QDBusServiceWatcher watcher;
-    QProcess process;
+    QProcess running;
     bool isThere = false;
 };
 
