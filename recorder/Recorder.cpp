@@ -68,7 +68,7 @@ SettingSources Recorder::sources() {
         present.insert(SettingSource::network);
     if (auto reason = systemServices::bluetoothAbsence())
         reasons[SettingSource::bluetooth] = *std::move(reason);
-    else
+    else if (systemServices::bluetooth())
         present.insert(SettingSource::bluetooth);
     return SettingSources(std::move(present), std::move(reasons));
 }

@@ -10,7 +10,19 @@ namespace {
 
 constexpr const char* notYet = "Not observing yet";
 constexpr const char* off = "Off";
-constexpr const char* asleep = "Paused during sleep";
+
+struct Statuses {
+    Published<std::string>& network;
+    Published<std::string>& bluetooth;
+};
+
+/// Shows why nothing is observed, for the histories that the user turned on.
+void showIfOn(const Preferences& preferences, const Statuses& statuses, const char* why) {
+    if (read(preferences, preference::networkHistoryEnabled))
+        statuses.network = why;
+    if (read(preferences, preference::bluetoothHistoryEnabled))
+        statuses.bluetooth = why;
+}
 
 } // namespace
 
@@ -47,12 +59,14 @@ void ConnectionActivityMonitor::start(Record to) {
 }
 
 void ConnectionActivityMonitor::stop() {
-    isStarted = false;
+    if (!std::exchange(isStarted, false))
+        return;
     tokens.clear();
     wakeTimer.stop();
     network.stop();
     bluetooth.stop();
     record = nullptr;
+    showIfOn(preferences, {networkStatus, bluetoothStatus}, "Paused");
 }
 
 void ConnectionActivityMonitor::switchNetwork() {
@@ -76,10 +90,7 @@ void ConnectionActivityMonitor::pauseForSleep() {
     wakeTimer.stop();
     network.stop();
     bluetooth.stop();
-    if (read(preferences, preference::networkHistoryEnabled))
-        networkStatus = asleep;
-    if (read(preferences, preference::bluetoothHistoryEnabled))
-        bluetoothStatus = asleep;
+    showIfOn(preferences, {networkStatus, bluetoothStatus}, "Paused during sleep");
 }
 
 void ConnectionActivityMonitor::resumeAfterWake() {

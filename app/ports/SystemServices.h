@@ -15,7 +15,8 @@ class NotificationCenter;
 }
 
 /// Creates the implementations of the ports for this system. Each system defines these functions in
-/// one source file, the only one that chooses its adapters.
+/// one source file, the only one that chooses its adapters. A source that this system does not have
+/// is null.
 namespace tidemark::systemServices {
 
 /// `notifications` must outlive the source.

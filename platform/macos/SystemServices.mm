@@ -14,7 +14,7 @@ std::unique_ptr<BluetoothSource> systemServices::bluetooth() {
 }
 
 std::optional<std::string> systemServices::bluetoothAbsence() {
-    return "This release can’t follow Bluetooth on this system.";
+    return std::nullopt;
 }
 
 std::unique_ptr<NetworkPathSource> systemServices::networkPath() {

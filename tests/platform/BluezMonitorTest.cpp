@@ -1,5 +1,6 @@
 #include "platform/linux/BluezMonitor.h"
 
+#include "platform/linux/BluetoothPresence.h"
 #include "tests/app/support/Await.h"
 #include "tests/platform/PrivateBus.h"
 
@@ -145,4 +146,17 @@ TEST_F(BluezMonitorTest, IgnoresWhatASearchForDevicesReports) {
     test::settle();
     changeHeadset({{u"Connected"_s, false}});
     expectDevices({headset(false)});
+}
+
+TEST(BluetoothPresence, SaysWhatIsMissing) {
+    const test::TemporaryFolder folder;
+    const auto absence = [&] {
+        return bluetoothPresence::absence(folder / "adapters", {folder / "none", folder / "share"})
+            .value_or("nothing");
+    };
+    EXPECT_EQ(absence(), "This computer has no Bluetooth adapter.");
+    folder.makeFolder("adapters/hci0");
+    EXPECT_EQ(absence(), "The Bluetooth service BlueZ is not installed.");
+    folder.write("share/dbus-1/system-services/org.bluez.service", "");
+    EXPECT_EQ(absence(), "nothing");
 }

@@ -5,6 +5,8 @@
 #include <QDBusObjectPath>
 #include <QProcessEnvironment>
 #include <QRegularExpression>
+#include <csignal>
+#include <string>
 
 #include <gtest/gtest.h>
 
@@ -91,8 +93,12 @@ struct Privacy : testing::Test {
                         root() + u"/calls"_s, QStringLiteral(TIDEMARK_PROGRAM), u"run"_s,
                         u"--setup"_s, u"none"_s});
     }
+    /// Ends the program; strace, which ignores the signal, ends with it.
     void stopRecorder() {
-        recorder.terminate();
+        const std::string tracer = std::to_string(recorder.processId());
+        const std::string traced =
+            test::contents("/proc/" + tracer + "/task/" + tracer + "/children");
+        ::kill(std::stoi(traced), SIGTERM);
         test::until([&] { return recorder.state() == QProcess::NotRunning; });
     }
     void untilSaid(const QString& text) {

@@ -148,6 +148,8 @@ TEST_F(ConnectionActivityMonitorTest, RecordsAPathThatLasts) {
     EXPECT_EQ(*monitor->networkStatus, "Observing connection changes · Unavailable");
     monitor->stop();
     EXPECT_FALSE(path->running);
+    EXPECT_EQ(*monitor->networkStatus, "Paused");
+    EXPECT_EQ(*monitor->bluetoothStatus, "Paused");
 }
 
 TEST_F(ConnectionActivityMonitorTest, RecordsNothingFromASourceThatWasStopped) {
