@@ -14,7 +14,13 @@ LiveMonitors::LiveMonitors(Preferences& preferences, NotificationCenter& workspa
       battery({.preferences = preferences,
                .workspaceCenter = workspaceCenter,
                .battery = systemServices::battery,
-               .lowPowerMode = systemServices::lowPowerMode}) {}
+               .lowPowerMode = systemServices::lowPowerMode}),
+      connections({.preferences = preferences,
+                   .workspaceCenter = workspaceCenter,
+                   .path = systemServices::networkPath(),
+                   .wifi = systemServices::wifi(),
+                   .wifiNames = systemServices::wifiNameAccess(),
+                   .bluetooth = systemServices::bluetooth()}) {}
 
 std::set<SettingSource> LiveMonitors::connected() {
     std::set<SettingSource> sources;
@@ -22,15 +28,22 @@ std::set<SettingSource> LiveMonitors::connected() {
         sources.insert(SettingSource::environment);
     if (systemServices::hasPower())
         sources.insert(SettingSource::battery);
+    if (systemServices::hasConnections()) {
+        sources.insert(SettingSource::network);
+        sources.insert(SettingSource::bluetooth);
+    }
     return sources;
 }
 
 std::vector<ActivityMonitor*> LiveMonitors::inOrder() {
-    return {&environment, &battery};
+    return {&connections, &environment, &battery};
 }
 
 std::vector<MonitorStatus> LiveMonitors::statuses() const {
-    return {{"Battery", *battery.status}};
+    return {{"Battery", *battery.status},
+            {"Network", *connections.networkStatus},
+            {"Wi-Fi", *connections.wifiStatus},
+            {"Bluetooth", *connections.bluetoothStatus}};
 }
 
 std::map<SettingSource, std::string> LiveMonitors::absences() const {
@@ -42,6 +55,7 @@ std::map<SettingSource, std::string> LiveMonitors::absences() const {
 
 void LiveMonitors::announceChangesTo(Observable& observer) const {
     QObject::connect(&battery, &Observable::changed, &observer, &Observable::noteChange);
+    QObject::connect(&connections, &Observable::changed, &observer, &Observable::noteChange);
 }
 
 } // namespace tidemark

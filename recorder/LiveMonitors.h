@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/monitors/BatteryActivityMonitor.h"
+#include "app/monitors/ConnectionActivityMonitor.h"
 #include "app/monitors/EnvironmentActivityMonitor.h"
 #include "app/preferences/SettingSource.h"
 
@@ -46,6 +47,7 @@ public:
 private:
     EnvironmentActivityMonitor environment;
     BatteryActivityMonitor battery;
+    ConnectionActivityMonitor connections;
 };
 
 } // namespace tidemark

@@ -1,5 +1,6 @@
 #include "recorder/Recorder.h"
 
+#include "app/ports/SystemServices.h"
 #include "core/base/Files.h"
 #include "core/capture/AdditionalPlaces.h"
 #include "core/system/SystemFacts.h"
@@ -69,6 +70,10 @@ SettingSources Recorder::sourcesWithout(std::map<SettingSource, std::string> rea
         reasons[SettingSource::formulas] = "Homebrew is not installed.";
     if (std::ranges::any_of(places.diagnostics, isFolder))
         present.insert(SettingSource::diagnosticReports);
+    if (auto reason = systemServices::bluetoothAbsence()) {
+        present.erase(SettingSource::bluetooth);
+        reasons[SettingSource::bluetooth] = *std::move(reason);
+    }
     return SettingSources(std::move(present), std::move(reasons));
 }
 

@@ -1,8 +1,8 @@
 #include "recorder/RecorderLog.h"
 
-#include "recorder/LogWriter.h"
 #include "core/base/Text.h"
 #include "core/presentation/SystemWords.h"
+#include "recorder/LogWriter.h"
 
 #include <QLoggingCategory>
 #include <csignal>

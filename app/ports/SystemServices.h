@@ -1,15 +1,21 @@
 #pragma once
 
 #include "app/ports/BatterySource.h"
+#include "app/ports/BluetoothSource.h"
 #include "app/ports/DisplaySource.h"
 #include "app/ports/LowPowerModeSource.h"
+#include "app/ports/NetworkPathSource.h"
 #include "app/ports/ScreenSleepSource.h"
 #include "app/ports/SleepAndSessionSource.h"
 #include "app/ports/ThermalSource.h"
 #include "app/ports/VolumeSource.h"
+#include "app/ports/WiFiNameAccess.h"
+#include "app/ports/WiFiSource.h"
 
 #include <functional>
 #include <memory>
+#include <optional>
+#include <string>
 
 namespace tidemark {
 class NotificationCenter;
@@ -26,7 +32,9 @@ using DidChange = std::function<void()>;
 std::unique_ptr<SleepAndSessionSource> sleepAndSession(NotificationCenter& notifications,
                                                        SleepAndSessionSource::Settle settle);
 
-/// Whether this system has adapters for power, and for volumes, displays and thermal state.
+/// Whether this system has adapters for connections; for power; and for volumes, displays and
+/// thermal state.
+bool hasConnections();
 bool hasPower();
 bool hasEnvironment();
 
@@ -38,5 +46,12 @@ std::unique_ptr<ScreenSleepSource> screenSleep(NotificationCenter& notifications
 std::unique_ptr<ThermalSource> thermalState(DidChange didChange);
 std::unique_ptr<VolumeSource> volumes(DidChange didChange);
 VolumeReading volumeReading();
+std::unique_ptr<BluetoothSource> bluetooth();
+/// Why this machine has no Bluetooth, as a sentence; absent when it has.
+std::optional<std::string> bluetoothAbsence();
+std::unique_ptr<NetworkPathSource> networkPath();
+std::unique_ptr<WiFiSource> wifi();
+/// Null where names may be read without a permission of the system.
+std::unique_ptr<WiFiNameAccess> wifiNameAccess();
 
 } // namespace tidemark::systemServices

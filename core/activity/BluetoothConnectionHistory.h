@@ -22,6 +22,7 @@ public:
     /// Follows a device from its present state on: an existing connection makes no record, and its
     /// end has no session.
     void follow(const BluetoothDevice& device);
+    bool isFollowing(const std::string& address) const { return devices.contains(address); }
     /// Takes a report of one device; the first report of a device that is not followed yet counts
     /// as a change. True when the caller has to cancel any running wait for its address and call
     /// `settle` after `delay`.

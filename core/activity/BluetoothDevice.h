@@ -23,6 +23,8 @@ struct BluetoothDevice {
     std::string displayName() const;
     /// The name of the major class; absent for classes without a useful name.
     std::optional<std::string> className() const;
+
+    bool operator==(const BluetoothDevice&) const = default;
 };
 
 } // namespace tidemark

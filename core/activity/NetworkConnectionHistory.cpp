@@ -1,6 +1,23 @@
 #include "core/activity/NetworkConnectionHistory.h"
 
+#include <utility>
+
 namespace tidemark {
+
+namespace {
+
+/// True when the states differ only in facts that one of them does not know.
+bool differInKnowledge(NetworkConnectionState before, NetworkConnectionState after) {
+    const auto forgetUnknown = [](std::optional<bool>& one, std::optional<bool>& other) {
+        if (one.has_value() != other.has_value())
+            one = other = std::nullopt;
+    };
+    forgetUnknown(before.expensive, after.expensive);
+    forgetUnknown(before.constrained, after.constrained);
+    return before == after;
+}
+
+} // namespace
 
 bool NetworkConnectionHistory::receive(const NetworkConnectionState& state, Date at) {
     if (sample == state)
@@ -12,7 +29,7 @@ bool NetworkConnectionHistory::receive(const NetworkConnectionState& state, Date
 
 std::optional<SystemActivity> NetworkConnectionHistory::settle(Date at) {
     const auto settled = tracker.settle(at);
-    if (!settled)
+    if (!settled || differInKnowledge(settled->before, settled->after))
         return std::nullopt;
     auto record =
         SystemActivity::observed(SystemActivity::Kind::networkChanged, settled->firstObserved);

@@ -26,6 +26,8 @@ struct Reading {
     /// dBm; 0 when not known.
     std::int64_t rssi = 0;
     std::optional<std::string> networkName;
+
+    bool operator==(const Reading&) const = default;
 };
 
 /// The record of a reading. It has the name of the network only if that is allowed.
@@ -35,6 +37,8 @@ WiFiContext context(const Reading& reading, bool nameAllowed);
 struct Interface {
     std::string name;
     std::optional<bool> active;
+
+    bool operator==(const Interface&) const = default;
 };
 
 struct Link {

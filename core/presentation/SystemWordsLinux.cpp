@@ -91,6 +91,15 @@ constexpr auto entries = std::to_array<Entry>({
      "source."},
     {"macOS connection cost flag", "Connection cost flag"},
 
+    // What prevents the history of connections.
+    {"Bluetooth permission is unavailable. Review Privacy & Security → Bluetooth in System "
+     "Settings.",
+     "Bluetooth permission is unavailable. The rules of the system bus do not let you use the "
+     "Bluetooth service."},
+    {"In System Settings → Privacy & Security → Location Services, enable Location Services and "
+     "Tidemark.",
+     "The system does not permit reading the names of Wi-Fi networks."},
+
     // The memory history.
     {"macOS Spotlight last-used metadata. It may be delayed or unavailable and does not identify "
      "which application opened the file.",

@@ -2,6 +2,9 @@
 
 #include "app/base/AppClock.h"
 #include "core/system/SystemFacts.h"
+#include "platform/linux/BluetoothPresence.h"
+#include "platform/linux/BluezMonitor.h"
+#include "platform/linux/KernelNetworkPath.h"
 #include "platform/linux/LogindMonitor.h"
 #include "platform/linux/MountTableWatch.h"
 #include "platform/linux/PowerProfiles.h"
@@ -9,6 +12,7 @@
 #include "platform/linux/ThermalWatch.h"
 #include "platform/linux/UPowerBattery.h"
 #include "platform/linux/UserVolumes.h"
+#include "platform/linux/WirelessLinks.h"
 
 namespace tidemark {
 
@@ -16,6 +20,10 @@ std::unique_ptr<SleepAndSessionSource>
 systemServices::sleepAndSession(NotificationCenter& notifications,
                                 SleepAndSessionSource::Settle settle) {
     return std::make_unique<LogindMonitor>(MessageBus::system(), notifications, std::move(settle));
+}
+
+bool systemServices::hasConnections() {
+    return true;
 }
 
 bool systemServices::hasPower() {
@@ -56,6 +64,26 @@ std::unique_ptr<VolumeSource> systemServices::volumes(DidChange didChange) {
 VolumeReading systemServices::volumeReading() {
     return {.list = [] { return userVolumes::read({}); },
             .details = [](const auto& path) { return SystemFacts::readVolumeContext(path); }};
+}
+
+std::unique_ptr<BluetoothSource> systemServices::bluetooth() {
+    return std::make_unique<BluezMonitor>(MessageBus::system);
+}
+
+std::optional<std::string> systemServices::bluetoothAbsence() {
+    return bluetoothPresence::absence();
+}
+
+std::unique_ptr<NetworkPathSource> systemServices::networkPath() {
+    return std::make_unique<KernelNetworkPath>(MessageBus::system);
+}
+
+std::unique_ptr<WiFiSource> systemServices::wifi() {
+    return std::make_unique<WirelessLinks>(MessageBus::system);
+}
+
+std::unique_ptr<WiFiNameAccess> systemServices::wifiNameAccess() {
+    return nullptr;
 }
 
 } // namespace tidemark

@@ -11,6 +11,10 @@ systemServices::sleepAndSession(NotificationCenter& notifications, SleepAndSessi
 
 // This system's adapters of the other ports are not written yet.
 
+bool systemServices::hasConnections() {
+    return false;
+}
+
 bool systemServices::hasPower() {
     return false;
 }
@@ -46,6 +50,26 @@ std::unique_ptr<VolumeSource> systemServices::volumes(DidChange) {
 
 VolumeReading systemServices::volumeReading() {
     return {.list = [] { return std::nullopt; }, .details = [](const auto&) { return std::nullopt; }};
+}
+
+std::unique_ptr<BluetoothSource> systemServices::bluetooth() {
+    return nullptr;
+}
+
+std::optional<std::string> systemServices::bluetoothAbsence() {
+    return std::nullopt;
+}
+
+std::unique_ptr<NetworkPathSource> systemServices::networkPath() {
+    return nullptr;
+}
+
+std::unique_ptr<WiFiSource> systemServices::wifi() {
+    return nullptr;
+}
+
+std::unique_ptr<WiFiNameAccess> systemServices::wifiNameAccess() {
+    return nullptr;
 }
 
 } // namespace tidemark

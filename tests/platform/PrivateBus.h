@@ -54,6 +54,7 @@ public:
 
     /// Calls a method of the mock's control interface, org.freedesktop.DBus.Mock, and waits.
     void control(const QString& path, const QString& method, const QVariantList& arguments) const;
+    const QProcess& process() const { return running; }
 
 private:
     MockService(const PrivateBus& home, QDBusConnection connection, QStringList arguments,
@@ -65,7 +66,7 @@ private:
     QStringList arguments;
     QString service;
     QDBusServiceWatcher watcher;
-    QProcess process;
+    QProcess running;
     bool isThere = false;
 };
 

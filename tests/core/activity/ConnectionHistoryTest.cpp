@@ -53,6 +53,13 @@ TEST(NetworkConnectionHistory, ReportsDifferencesThatLast) {
     expected.networkChange = NetworkConnectionChange{wifi, metered};
     EXPECT_EQ(*record, expected);
 
+    const auto unknown = NetworkConnectionState::make(Availability::available, {Interface::wifi});
+    for (const auto& [at, state] : {std::pair{23.0, unknown}, {26.0, wifi}}) {
+        EXPECT_TRUE(history.receive(state, Date{at}));
+        EXPECT_EQ(history.settle(Date{at + 2}), std::nullopt)
+            << "whether it costs money became unknown or known";
+    }
+
     history.reset();
     EXPECT_TRUE(history.receive(metered, Date{30})) << "after a reset nothing repeats";
     EXPECT_EQ(history.settle(Date{32}), std::nullopt);

@@ -1,0 +1,42 @@
+#pragma once
+
+#include "app/monitors/ActivityMonitor.h"
+#include "app/monitors/SettlingTimer.h"
+#include "app/monitors/WiFiDetailsProvider.h"
+#include "app/ports/WiFiSource.h"
+#include "core/activity/NamedWiFiHistory.h"
+
+namespace tidemark {
+
+/// Records changes of the Wi-Fi link and, where allowed, of the network's name. Each start is a new
+/// starting point. Main thread only.
+class WiFiLinkMonitor {
+public:
+    /// `source` is null on systems without one. All must outlive this object; the waits are
+    /// coroutines of `tasks`.
+    WiFiLinkMonitor(WiFiSource* source, WiFiDetailsProvider& details, AppClock& clock,
+                    TaskScope& tasks);
+    ~WiFiLinkMonitor() { stop(); }
+
+    /// False when links can't be followed.
+    bool start(ActivityMonitor::Record record);
+    void stop();
+
+private:
+    bool startSource();
+    void observe(const WiFiSource::Links& links);
+    std::optional<WiFiObservation> observation(const WiFiSource::Links& links) const;
+    void settle(Date at);
+
+    WiFiSource* const source;
+    WiFiDetailsProvider& details;
+    AppClock& clock;
+    ActivityMonitor::Record record;
+    NamedWiFiHistory history;
+    SettlingTimer timer;
+    bool isStarted = false;
+    /// Incremented by every start of the source: links that it sent before are stale.
+    std::uint64_t generation = 0;
+};
+
+} // namespace tidemark

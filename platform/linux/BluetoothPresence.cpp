@@ -1,0 +1,46 @@
+#include "platform/linux/BluetoothPresence.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <sstream>
+
+namespace tidemark::bluetoothPresence {
+
+namespace {
+
+constexpr const char* serviceFile = "dbus-1/system-services/org.bluez.service";
+
+std::vector<std::filesystem::path> systemDataFolders() {
+    std::vector<std::filesystem::path> folders{"/usr/local/share", "/usr/share"};
+    const char* listed = std::getenv("XDG_DATA_DIRS");
+    std::istringstream list(listed ? listed : "");
+    for (std::string folder; std::getline(list, folder, ':');)
+        folders.emplace_back(folder);
+    return folders;
+}
+
+bool isEmpty(const std::filesystem::path& folder) {
+    std::error_code error;
+    return std::filesystem::directory_iterator(folder, error)
+           == std::filesystem::directory_iterator();
+}
+
+} // namespace
+
+std::optional<std::string> absence(const std::filesystem::path& adapters,
+                                   const std::vector<std::filesystem::path>& dataFolders) {
+    if (isEmpty(adapters))
+        return "This computer has no Bluetooth adapter.";
+    std::error_code error;
+    const bool hasService = std::ranges::any_of(dataFolders, [&](const auto& folder) {
+        return std::filesystem::exists(folder / serviceFile, error);
+    });
+    return hasService ? std::nullopt
+                      : std::optional<std::string>("The Bluetooth service BlueZ is not installed.");
+}
+
+std::optional<std::string> absence() {
+    return absence("/sys/class/bluetooth", systemDataFolders());
+}
+
+} // namespace tidemark::bluetoothPresence

@@ -1,0 +1,19 @@
+#pragma once
+
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace tidemark::bluetoothPresence {
+
+/// Why this machine has no Bluetooth that can be followed, as a sentence: the kernel has no adapter
+/// in its folder `adapters`, or none of the data folders of the system (XDG_DATA_DIRS) describes
+/// the service BlueZ. Absent when it has.
+std::optional<std::string> absence(const std::filesystem::path& adapters,
+                                   const std::vector<std::filesystem::path>& dataFolders);
+
+/// The same for the folders of this machine.
+std::optional<std::string> absence();
+
+} // namespace tidemark::bluetoothPresence

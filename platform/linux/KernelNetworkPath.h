@@ -1,0 +1,38 @@
+#pragma once
+
+#include "app/ports/NetworkPathSource.h"
+#include "platform/linux/BackgroundReading.h"
+#include "platform/linux/KernelRoutes.h"
+#include "platform/linux/NetworkManagerMetered.h"
+#include "platform/linux/RoutingWatch.h"
+
+#include <functional>
+#include <optional>
+
+namespace tidemark {
+
+/// The network connection by the kernel's own choice of a route, which includes tunnels and works
+/// with any network manager or none; NetworkManager is only asked whether it costs money. Main
+/// thread only.
+class KernelNetworkPath final : public NetworkPathSource {
+public:
+    /// `bus` is called by each start. `devices` is the kernel's folder of network devices.
+    explicit KernelNetworkPath(std::function<MessageBus()> bus,
+                               const std::filesystem::path& devices = kernelRoutes::deviceFolder);
+
+    void start(Receive receive) override;
+    void stop() override;
+
+private:
+    void publish();
+
+    const std::function<MessageBus()> bus;
+    Receive receive;
+    std::optional<RoutingWatch> watch;
+    std::optional<NetworkManagerMetered> metered;
+    /// Absent until it has been read.
+    std::optional<NetworkRoutes::Reading> routes;
+    BackgroundReading<NetworkRoutes::Reading> reading;
+};
+
+} // namespace tidemark

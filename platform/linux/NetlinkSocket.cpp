@@ -1,0 +1,120 @@
+#include "platform/linux/NetlinkSocket.h"
+
+#include "core/base/Error.h"
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <cstring>
+#include <vector>
+
+#include <linux/netlink.h>
+#include <linux/rtnetlink.h>
+#include <sys/socket.h>
+#include <sys/time.h>
+
+namespace tidemark {
+
+namespace {
+
+// Messages and attributes begin at multiples of four bytes.
+constexpr std::size_t aligned(std::size_t size) {
+    return (size + 3) & ~std::size_t{3};
+}
+
+template <class Value>
+Value read(std::span<const std::byte> bytes) {
+    Value value{};
+    std::memcpy(&value, bytes.data(), sizeof value);
+    return value;
+}
+
+void set(int socket, int level, int option, const auto& value) {
+    ::setsockopt(socket, level, option, &value, sizeof value);
+}
+
+} // namespace
+
+NetlinkSocket::NetlinkSocket()
+    : socket(::socket(AF_NETLINK, SOCK_RAW | SOCK_CLOEXEC, NETLINK_ROUTE)) {
+    if (!socket)
+        throw Error(std::string("The kernel can't be asked about the network: ")
+                    + std::strerror(errno) + ".");
+    // Lets the kernel filter the routes of a table. Old kernels send all, which is checked as well.
+    set(socket.get(), SOL_NETLINK, NETLINK_GET_STRICT_CHK, 1);
+    set(socket.get(), SOL_SOCKET, SO_RCVTIMEO, timeval{.tv_sec = 5, .tv_usec = 0});
+}
+
+int NetlinkSocket::ask(std::uint16_t type, std::uint16_t flags, std::span<const std::byte> body,
+                       const Use& use) {
+    if (const int failure = send(type, flags, body))
+        return failure;
+    int failure = 0;
+    while (!receive(use, failure)) {
+    }
+    return failure;
+}
+
+int NetlinkSocket::send(std::uint16_t type, std::uint16_t flags, std::span<const std::byte> body) {
+    nlmsghdr header{};
+    header.nlmsg_len = static_cast<std::uint32_t>(sizeof header + body.size());
+    header.nlmsg_type = type;
+    header.nlmsg_flags = static_cast<std::uint16_t>(flags | NLM_F_REQUEST);
+    header.nlmsg_seq = ++lastQuestion;
+    std::vector<std::byte> message(sizeof header + body.size());
+    std::memcpy(message.data(), &header, sizeof header);
+    std::ranges::copy(body, message.begin() + sizeof header);
+    return ::send(socket.get(), message.data(), message.size(), 0) < 0 ? errno : 0;
+}
+
+bool NetlinkSocket::receive(const Use& use, int& failure) {
+    std::array<std::byte, 32 * 1024> buffer;
+    const ssize_t size = ::recv(socket.get(), buffer.data(), buffer.size(), 0);
+    if (size < 0) {
+        failure = errno;
+        return failure != EINTR;
+    }
+    std::span<const std::byte> rest(buffer.data(), static_cast<std::size_t>(size));
+    while (rest.size() >= sizeof(nlmsghdr)) {
+        const auto header = read<nlmsghdr>(rest);
+        if (header.nlmsg_len < sizeof header || header.nlmsg_len > rest.size())
+            break;
+        const auto body = rest.first(header.nlmsg_len).subspan(sizeof header);
+        rest = rest.subspan(std::min(rest.size(), aligned(header.nlmsg_len)));
+        // The rest of a reply to an earlier question that was not read to its end.
+        if (header.nlmsg_seq != lastQuestion)
+            continue;
+        if (header.nlmsg_type == NLMSG_ERROR || header.nlmsg_type == NLMSG_DONE) {
+            failure = body.size() >= sizeof(int) ? -read<int>(body) : EBADMSG;
+            return true;
+        }
+        use(header.nlmsg_type, body);
+        if ((header.nlmsg_flags & NLM_F_MULTI) == 0)
+            return true;
+    }
+    return false;
+}
+
+void netlinkAttributes::forEach(
+    std::span<const std::byte> attributes,
+    const std::function<void(std::uint16_t, std::span<const std::byte>)>& use) {
+    while (attributes.size() >= sizeof(rtattr)) {
+        const auto header = read<rtattr>(attributes);
+        if (header.rta_len < sizeof header || header.rta_len > attributes.size())
+            return;
+        use(header.rta_type & NLA_TYPE_MASK,
+            attributes.first(header.rta_len).subspan(sizeof header));
+        attributes = attributes.subspan(std::min(attributes.size(), aligned(header.rta_len)));
+    }
+}
+
+std::uint32_t netlinkAttributes::number32(std::span<const std::byte> value) {
+    return value.size() < sizeof(std::uint32_t) ? 0 : read<std::uint32_t>(value);
+}
+
+std::string_view netlinkAttributes::text(std::span<const std::byte> value) {
+    const std::string_view all(reinterpret_cast<const char*>(value.data()), value.size());
+    return all.substr(0, all.find('\0'));
+}
+
+} // namespace tidemark

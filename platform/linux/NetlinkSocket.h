@@ -1,0 +1,51 @@
+#pragma once
+
+#include "core/base/FileDescriptor.h"
+
+#include <cstdint>
+#include <functional>
+#include <span>
+#include <string_view>
+
+namespace tidemark {
+
+/// Asks the kernel about links and routes by rtnetlink(7). Nothing is sent to a network. A question
+/// waits for locks of the kernel, so it must not be asked on the event loop. Used by one thread at
+/// a time.
+class NetlinkSocket {
+public:
+    /// A message of a reply: its type and what follows its header.
+    using Use = std::function<void(std::uint16_t type, std::span<const std::byte> body)>;
+
+    /// Throws `Error` when no socket can be opened.
+    NetlinkSocket();
+
+    /// Sends a question of this type, with NLM_F_… flags and a body, and calls `use` with each
+    /// message of the reply. Returns 0 or an error number.
+    int ask(std::uint16_t type, std::uint16_t flags, std::span<const std::byte> body,
+            const Use& use);
+
+private:
+    int send(std::uint16_t type, std::uint16_t flags, std::span<const std::byte> body);
+    /// Reads one datagram. True when the reply has ended, `failure` is set then.
+    bool receive(const Use& use, int& failure);
+
+    FileDescriptor socket;
+    std::uint32_t lastQuestion = 0;
+};
+
+/// The attributes of a netlink message.
+namespace netlinkAttributes {
+
+/// Calls `use` with the type and the value of each attribute; ends at the first damaged one.
+void forEach(std::span<const std::byte> attributes,
+             const std::function<void(std::uint16_t type, std::span<const std::byte> value)>& use);
+
+/// The value as a number of this size; 0 when it is shorter.
+std::uint32_t number32(std::span<const std::byte> value);
+/// The value as text, without the zero byte at its end.
+std::string_view text(std::span<const std::byte> value);
+
+} // namespace netlinkAttributes
+
+} // namespace tidemark

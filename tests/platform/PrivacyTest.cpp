@@ -1,0 +1,168 @@
+#include "tests/app/support/Await.h"
+#include "tests/platform/PrivateBus.h"
+
+#include <QDBusMessage>
+#include <QDBusObjectPath>
+#include <QProcessEnvironment>
+#include <QRegularExpression>
+#include <csignal>
+#include <string>
+
+#include <gtest/gtest.h>
+
+using namespace tidemark;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const QString managerName = u"org.freedesktop.NetworkManager"_s;
+const QString managerRoot = u"/org/freedesktop"_s;
+const QString cardPath = u"/org/freedesktop/NetworkManager/Devices/card"_s;
+const QString pointPath = u"/org/freedesktop/NetworkManager/AccessPoint/home"_s;
+const QString wireless = u"org.freedesktop.NetworkManager.Device.Wireless"_s;
+
+/// What a recorder may ask the bus and its services. None of this changes anything.
+const QStringList harmless{
+    u"Hello"_s,  u"AddMatch"_s,         u"RemoveMatch"_s,       u"GetNameOwner"_s,    u"Get"_s,
+    u"GetAll"_s, u"EnumerateDevices"_s, u"GetManagedObjects"_s, u"GetSessionByPID"_s, u"GetUser"_s,
+    u"Inhibit"_s};
+
+/// The recording program under strace, with mocks of NetworkManager and BlueZ on a bus whose
+/// messages are written down.
+struct Privacy : testing::Test {
+    test::PrivateBus home;
+    QDBusConnection bus = home.connect(u"machine"_s);
+    test::MockService manager{home, bus, u"networkmanager"_s, managerName};
+    test::MockService bluez{home, bus, u"bluez5"_s, u"org.bluez"_s};
+    test::TemporaryFolder folder;
+    QProcess listener;
+    QString messages;
+    QProcess recorder;
+
+    ~Privacy() override {
+        for (QProcess* process : {&recorder, &listener}) {
+            process->kill();
+            process->waitForFinished();
+        }
+    }
+
+    static bool canTrace() {
+        return QProcess::execute(u"strace"_s, {u"-qq"_s, u"-o"_s, u"/dev/null"_s, u"true"_s}) == 0;
+    }
+    QString root() const { return QString::fromStdString(folder.path().native()); }
+
+    void startMachine() {
+        manager.start();
+        manager.control(managerRoot, u"AddWiFiDevice"_s, {u"card"_s, u"card0"_s, 100});
+        manager.control(managerRoot, u"AddAccessPoint"_s,
+                        {cardPath, u"home"_s, u"Secret"_s, u"00:11:22:33:44:55"_s, quint32{2},
+                         quint32{5180}, quint32{270'000}, QVariant::fromValue(uchar{70}),
+                         quint32{0x188}});
+        manager.control(cardPath, u"AddProperties"_s,
+                        {wireless, QVariantMap{{u"ActiveAccessPoint"_s,
+                                                QVariant::fromValue(QDBusObjectPath(pointPath))}}});
+        bluez.start();
+        startListening();
+    }
+    void startListening() {
+        listener.start(u"dbus-monitor"_s, {u"--address"_s, home.address()});
+        QObject::connect(&listener, &QProcess::readyRead,
+                         [this] { messages += QString::fromUtf8(listener.readAll()); });
+        QTimer question;
+        question.callOnTimeout([this] {
+            bus.send(QDBusMessage::createMethodCall(u"org.bluez"_s, u"/"_s,
+                                                    u"org.freedesktop.DBus.Peer"_s, u"Ping"_s));
+        });
+        question.start(20);
+        test::until([&] { return messages.contains(u"Ping"_s); });
+    }
+    void startRecorder(const QString& settings) {
+        std::filesystem::permissions(folder.makeFolder("run"), std::filesystem::perms::owner_all);
+        folder.write("config/Tidemark/settings.json", settings.toStdString());
+        auto environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(u"HOME"_s, root());
+        environment.insert(u"XDG_DATA_HOME"_s, root() + u"/data"_s);
+        environment.insert(u"XDG_CONFIG_HOME"_s, root() + u"/config"_s);
+        environment.insert(u"XDG_RUNTIME_DIR"_s, root() + u"/run"_s);
+        environment.insert(u"DBUS_SYSTEM_BUS_ADDRESS"_s, home.address());
+        environment.remove(u"DBUS_SESSION_BUS_ADDRESS"_s);
+        recorder.setProcessEnvironment(environment);
+        recorder.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+        recorder.start(u"strace"_s,
+                       {u"-f"_s, u"-qq"_s, u"-e"_s, u"trace=socket,connect,sendto"_s, u"-o"_s,
+                        root() + u"/calls"_s, QStringLiteral(TIDEMARK_PROGRAM), u"run"_s,
+                        u"--setup"_s, u"none"_s});
+    }
+    /// Ends the program; strace, which ignores the signal, ends with it.
+    void stopRecorder() {
+        const std::string tracer = std::to_string(recorder.processId());
+        const std::string traced =
+            test::contents("/proc/" + tracer + "/task/" + tracer + "/children");
+        ::kill(std::stoi(traced), SIGTERM);
+        test::until([&] { return recorder.state() == QProcess::NotRunning; });
+    }
+    void untilSaid(const QString& text) {
+        test::until([&] { return messages.contains(text); });
+    }
+    /// The method calls of the recorder: their first lines, and their arguments on the lines after.
+    QStringList calls() const {
+        QStringList found;
+        for (const QString& message : messages.split(QRegularExpression(u"\n(?=[a-z])"_s)))
+            if (message.startsWith(u"method call"_s)
+                && !message.contains(u"sender="_s + bus.baseService() + u' ')
+                && !message.contains(u"interface=org.freedesktop.DBus.Monitoring"_s))
+                found.push_back(message);
+        return found;
+    }
+};
+
+QString part(const QString& call, const char* pattern) {
+    return QRegularExpression(QLatin1String(pattern)).match(call).captured(1);
+}
+
+} // namespace
+
+TEST_F(Privacy, ConnectsToNothingOutsideAndChangesNothing) {
+    if (!canTrace())
+        GTEST_SKIP() << "strace can't trace processes here";
+    startMachine();
+    startRecorder(u"{}"_s);
+    untilSaid(u"RsnFlags"_s);
+    untilSaid(u"member=GetManagedObjects"_s);
+    stopRecorder();
+
+    EXPECT_GT(calls().size(), 20);
+    for (const QString& call : calls()) {
+        const QString destination = part(call, "destination=(\\S+)");
+        const QString member = part(call, "member=(\\S+)");
+        // A call to the name of a service could start it.
+        EXPECT_TRUE(destination == u"org.freedesktop.DBus"_s || destination.startsWith(u':'))
+            << qPrintable(call);
+        if (member == u"StartServiceByName"_s)
+            EXPECT_TRUE(call.contains(u"\"org.freedesktop.UPower\""_s)) << qPrintable(call);
+        else
+            EXPECT_TRUE(harmless.contains(member)) << qPrintable(call);
+        EXPECT_FALSE(call.contains(u"\"Ssid\""_s)) << qPrintable(call);
+        // This would return the name as well.
+        EXPECT_FALSE(member == u"GetAll"_s && call.contains(u".AccessPoint\""_s))
+            << qPrintable(call);
+    }
+    EXPECT_FALSE(messages.contains(u"Secret"_s));
+
+    const QString traced = QString::fromStdString(test::contents(folder / "calls"));
+    EXPECT_TRUE(traced.contains(u"socket(AF_NETLINK"_s)) << "the trace works";
+    const QRegularExpression family(u"\\b(socket\\(|sa_family=|nl_family=)(AF_\\w+)"_s);
+    for (auto match = family.globalMatch(traced); match.hasNext();) {
+        const QString name = match.next().captured(2);
+        EXPECT_TRUE(name == u"AF_UNIX"_s || name == u"AF_NETLINK"_s) << qPrintable(name);
+    }
+}
+
+TEST_F(Privacy, ReadsTheNameOfTheNetworkWhenTheUserTurnedItOn) {
+    if (!canTrace())
+        GTEST_SKIP() << "strace can't trace processes here";
+    startMachine();
+    startRecorder(u"{\"wifiNetworkNamesEnabled\":true}"_s);
+    untilSaid(u"\"Ssid\""_s);
+    stopRecorder();
+}

@@ -1,0 +1,155 @@
+#include "platform/linux/WirelessLinks.h"
+
+#include "tests/app/support/Await.h"
+#include "tests/platform/PrivateBus.h"
+
+#include <QDBusObjectPath>
+
+#include <gtest/gtest.h>
+
+using namespace tidemark;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const QString service = u"org.freedesktop.NetworkManager"_s;
+const QString root = u"/org/freedesktop"_s;
+const QString managerPath = u"/org/freedesktop/NetworkManager"_s;
+const QString device = u"org.freedesktop.NetworkManager.Device"_s;
+const QString wireless = u"org.freedesktop.NetworkManager.Device.Wireless"_s;
+const QString accessPoint = u"org.freedesktop.NetworkManager.AccessPoint"_s;
+const QString cardPath = managerPath + u"/Devices/card"_s;
+
+QVariant object(const QString& path) {
+    return QVariant::fromValue(QDBusObjectPath(path));
+}
+QString pointPath(const QString& name) {
+    return managerPath + u"/AccessPoint/"_s + name;
+}
+
+/// A card without an interface in the kernel, so that only NetworkManager reports it.
+struct WirelessLinksTest : testing::Test {
+    test::PrivateBus home;
+    QDBusConnection bus = home.connect(u"tested"_s);
+    test::MockService manager{home, bus, u"networkmanager"_s, service};
+    WirelessLinks links{[this] { return MessageBus(bus); }, "/nowhere"};
+    WiFiSource::Links last;
+    int received = 0;
+
+    void follow(WiFiSource::Names names) {
+        last.reset();
+        EXPECT_TRUE(links.start(names, [this](const WiFiSource::Links& all) {
+            last = all;
+            ++received;
+        }));
+    }
+    void addPoint(const QString& name, const QString& ssid, quint32 frequency) const {
+        manager.control(root, u"AddAccessPoint"_s,
+                        {cardPath, name, ssid, u"00:11:22:33:44:55"_s, quint32{2}, frequency,
+                         quint32{270'000}, QVariant::fromValue(uchar{70}), quint32{0x188}});
+        // The template gives both the same flags.
+        manager.control(pointPath(name), u"UpdateProperties"_s,
+                        {accessPoint, QVariantMap{{u"WpaFlags"_s, quint32{0}}}});
+    }
+    /// Adds what the template lacks.
+    void addCard(int state, const QString& point) const {
+        manager.control(root, u"AddWiFiDevice"_s, {u"card"_s, u"card0"_s, state});
+        manager.control(cardPath, u"AddProperties"_s,
+                        {wireless, QVariantMap{{u"ActiveAccessPoint"_s, object(point)}}});
+        addPoint(u"home"_s, u"Home"_s, 5180);
+        addPoint(u"office"_s, u"Office"_s, 2412);
+    }
+    void set(const QString& interface, const QString& property, const QVariant& value) const {
+        manager.control(cardPath, u"UpdateProperties"_s,
+                        {interface, QVariantMap{{property, value}}});
+    }
+    void setState(quint32 state) const { set(device, u"State"_s, state); }
+    void setPoint(const QString& path) const {
+        set(wireless, u"ActiveAccessPoint"_s, object(path));
+    }
+    /// The link of the card as text; "none" without a card.
+    std::string text() const {
+        if (!last || last->empty())
+            return last ? "none" : "unread";
+        const auto& link = last->front();
+        std::string all = link.interface.name;
+        all += !link.interface.active ? " unknown" : *link.interface.active ? " up" : " down";
+        if (!link.details)
+            return all;
+        const auto context = WiFiDetails::context(*link.details, true);
+        EXPECT_EQ(context.signalDBM, std::nullopt) << "a percentage is no signal strength";
+        return all + " " + context.networkName.value_or("-") + " " + context.band.value_or("-")
+               + " " + std::to_string(context.channel.value_or(0)) + " "
+               + context.security.value_or("-");
+    }
+    void expect(const std::string& expected) {
+        test::until([&] { return text() == expected; });
+        EXPECT_EQ(text(), expected);
+    }
+};
+
+} // namespace
+
+TEST_F(WirelessLinksTest, ReportsTheLinkAndItsNetwork) {
+    manager.start();
+    follow(WiFiSource::Names::read);
+    expect("none");
+    addCard(100, pointPath(u"home"_s));
+    expect("card0 up Home 5 GHz 36 WPA2 Personal");
+    setState(110);
+    expect("card0 down");
+    setState(50);
+    setPoint(pointPath(u"office"_s));
+    setState(70);
+    expect("card0 up Office 2.4 GHz 1 WPA2 Personal");
+    // Another program manages it from now on.
+    setState(10);
+    expect("card0 unknown");
+    setState(100);
+    expect("card0 up Office 2.4 GHz 1 WPA2 Personal");
+    follow(WiFiSource::Names::omit);
+    expect("card0 up - 2.4 GHz 1 WPA2 Personal");
+    manager.control(
+        managerPath, u"EmitSignal"_s,
+        {service, u"DeviceRemoved"_s, u"o"_s, QVariant(QVariantList{object(cardPath)})});
+    expect("none");
+}
+
+TEST_F(WirelessLinksTest, KeepsTheNetworkThroughMomentsWithoutAnAccessPoint) {
+    manager.start();
+    // The access point is not known yet, then its name is not.
+    addCard(100, u"/"_s);
+    follow(WiFiSource::Names::read);
+    expect("card0 up");
+    const auto setName = [&](const QByteArray& name) {
+        manager.control(pointPath(u"home"_s), u"UpdateProperties"_s,
+                        {accessPoint, QVariantMap{{u"Ssid"_s, name}}});
+    };
+    setName(QByteArray(4, '\0'));
+    setPoint(pointPath(u"home"_s));
+    expect("card0 up - 5 GHz 36 WPA2 Personal");
+    setName("Home");
+    expect("card0 up Home 5 GHz 36 WPA2 Personal");
+
+    const int before = received;
+    setPoint(u"/"_s);
+    setState(100);
+    test::until([&] { return received > before; });
+    expect("card0 up Home 5 GHz 36 WPA2 Personal");
+    setState(30);
+    expect("card0 down");
+    setState(100);
+    expect("card0 up");
+}
+
+TEST_F(WirelessLinksTest, FollowsARestartedService) {
+    follow(WiFiSource::Names::read);
+    expect("none");
+    for (const char* name : {"home", "office"}) {
+        manager.start();
+        addCard(100, pointPath(QLatin1String(name)));
+        test::until([&] { return text().starts_with("card0 up"); });
+        manager.stop();
+        expect("none");
+    }
+}
