@@ -9,4 +9,16 @@ systemServices::sleepAndSession(NotificationCenter& notifications, SleepAndSessi
     return std::make_unique<WorkspaceMonitor>(notifications);
 }
 
+std::unique_ptr<Clipboard> systemServices::clipboard() {
+    return nullptr;
+}
+
+std::optional<std::string> systemServices::clipboardAbsence() {
+    return std::string();
+}
+
+std::unique_ptr<DisplaySource> systemServices::displays(std::function<void()>) {
+    return nullptr;
+}
+
 } // namespace tidemark
