@@ -1,5 +1,6 @@
 #include "recorder/Recorder.h"
 
+#include "app/ports/SystemServices.h"
 #include "core/base/Files.h"
 #include "core/capture/AdditionalPlaces.h"
 #include "core/system/SystemFacts.h"
@@ -19,10 +20,11 @@ FolderLock Recorder::taken(const std::filesystem::path& folder) {
 Recorder::Recorder(const RecorderPlaces& where)
     : where(where), held(taken(where.files.directory)),
       stored(where.settings, JsonPreferences::Opening::toWrite, Clock::system(), held.guard()),
-      state(stored, AppClock::system().now()),
+      state(stored, AppClock::system().now()), clipboard(stored, systemServices::clipboard()),
       memory({.url = where.files.memoryHistory(),
               .preferences = stored,
               .workspaceCenter = workspaceCenter,
+              .collectors = {&clipboard},
               .collectionAllowed = [this] { return state.canRecord(); },
               .guard = held.guard()}),
       live({.state = state,
@@ -56,6 +58,10 @@ SettingSources Recorder::sources() {
         reasons[SettingSource::formulas] = "Homebrew is not installed.";
     if (std::ranges::any_of(places.diagnostics, isFolder))
         present.insert(SettingSource::diagnosticReports);
+    if (const auto absence = systemServices::clipboardAbsence(); !absence)
+        present.insert(SettingSource::clipboard);
+    else if (!absence->empty())
+        reasons[SettingSource::clipboard] = *absence;
     return SettingSources(std::move(present), std::move(reasons));
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/base/NotificationCenter.h"
+#include "app/memory/ClipboardHistory.h"
 #include "app/memory/MemoryHistoryService.h"
 #include "app/model/AppModel.h"
 #include "app/model/LiveWiring.h"
@@ -39,6 +40,7 @@ public:
     NotificationCenter& workspace() { return workspaceCenter; }
     TaskScope& tasks() { return scope; }
     MemoryHistoryService& memoryHistory() { return memory; }
+    ClipboardHistory& clipboardHistory() { return clipboard; }
     /// Everything that has been recorded so far.
     RecordedHistory recorded() const;
 
@@ -51,6 +53,7 @@ private:
     NotificationCenter applicationCenter;
     NotificationCenter workspaceCenter;
     ModelState state;
+    ClipboardHistory clipboard;
     MemoryHistoryService memory;
     LiveWiring live;
     AppModel appModel;

@@ -33,6 +33,8 @@ struct Status {
     std::int64_t snapshots = 0;
     std::int64_t events = 0;
     std::int64_t folders = 0;
+    /// What is recorded of the clipboard; absent while its history is off or no recorder runs.
+    std::optional<std::string> clipboard;
     std::vector<std::string> problems;
 
     static constexpr auto fields() {
@@ -46,6 +48,7 @@ struct Status {
             Field{"snapshots", &Status::snapshots},
             Field{"events", &Status::events},
             Field{"folders", &Status::folders},
+            Field{"clipboard", &Status::clipboard, Shown},
             Field{"problems", &Status::problems, Private},
         };
     }
@@ -89,6 +92,8 @@ std::string shown(const Status& status, bool asJson) {
     line(out, "Captures kept", std::to_string(status.snapshots));
     line(out, "Events", std::to_string(status.events));
     line(out, "Folders", std::to_string(status.folders));
+    if (status.clipboard)
+        line(out, "Clipboard", *status.clipboard);
     for (const auto& problem : status.problems)
         line(out, "Problem", problem);
     return out;
@@ -103,6 +108,8 @@ QCoro::Task<std::string> status(CommandContext& context, const Options& options)
         status.mode = rawValue(*state.recordingMode);
     status.activity = context.model().recordingStatus();
     status.nextCapture = context.model().nextAutomaticCapture();
+    if (context.isRunning && read(context.preferences(), preference::memoryClipboard))
+        status.clipboard = context.recorder.clipboardHistory().status();
     for (const auto& problem :
          {*state.error, *state.activityError, context.recorder.memoryHistory().failure()})
         if (problem)
