@@ -40,7 +40,7 @@ void ClipFollower::decide(const std::optional<ClipTypeNames>& read) {
         guard.noteEnd(seconds());
         return drop();
     }
-    if (current.isOld || !guard.admits(seconds(), current.mayBeKept))
+    if (current.isOld || !guard.admits(seconds(), current.mayBeKeeper))
         return drop();
     types = read;
     readNext();

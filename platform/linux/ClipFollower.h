@@ -40,8 +40,8 @@ public:
     struct Item {
         std::unique_ptr<OfferedItem> content;
         ClipOrigin origin;
-        /// True when a clipboard keeper, or an unknown program, offers it.
-        bool mayBeKept = false;
+        /// True when a clipboard keeper, or a program that is not known, offers it.
+        bool mayBeKeeper = false;
         /// True for what lies on the clipboard when the following begins: only its types are read,
         /// since it may be marked.
         bool isOld = false;

@@ -25,6 +25,8 @@ public:
 ///
 ///     static std::unique_ptr<Connection> open(const std::string& display,
 ///                                             std::function<void()> lost);
+///     /// Sends what was requested, and handles the events that were received meanwhile.
+///     void settle();
 ///
 /// Main thread only.
 template <class Connection>
@@ -66,9 +68,10 @@ private:
 
         void add(int id, const Plug& plug) {
             plugs[id] = plug;
-            if (connection)
+            if (connection) {
                 readers[id] = plug.make(*connection);
-            else if (isWaiting)
+                connection->settle();
+            } else if (isWaiting)
                 plug.noteAbsence();
             else
                 connect();
@@ -76,6 +79,8 @@ private:
         void remove(int id) {
             readers.erase(id);
             plugs.erase(id);
+            if (connection)
+                connection->settle();
         }
         void close() {
             isClosed = true;
@@ -98,6 +103,7 @@ private:
             pause = firstPause;
             for (const auto& [id, plug] : plugs)
                 readers[id] = plug.make(*connection);
+            connection->settle();
         }
         void lose() {
             readers.clear();

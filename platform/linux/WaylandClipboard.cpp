@@ -51,7 +51,7 @@ public:
         const FileDescriptor output(ends[1]);
         wl_proxy_marshal_flags(object.get(), dataControl::offerRequest::receive, nullptr,
                                wl_proxy_get_version(object.get()), 0, type.c_str(), output.get());
-        connection.flush();
+        connection.settle();
         reader = std::make_unique<PipeReader>(
             std::move(input), limit, readTimes,
             [type, use = std::move(use)](std::optional<std::string> bytes, bool isComplete) {
@@ -119,7 +119,7 @@ void WaylandClipboard::select(wl_proxy* offer) {
     ClipFollower::Item item;
     if (const auto id = windows.activeApplication())
         item.origin.frontmost = applications.ofWindow({}, {*id});
-    item.mayBeKept = true;
+    item.mayBeKeeper = true;
     item.isOld = isFirst;
     item.content = std::move(content);
     follower.replace(std::move(item));

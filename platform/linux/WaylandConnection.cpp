@@ -81,7 +81,7 @@ void WaylandConnection::finishRequests() {
     noteLoss();
 }
 
-void WaylandConnection::flush() {
+void WaylandConnection::settle() {
     // A full socket is emptied by the compositor; the rest is sent after the next event.
     wl_display_flush(display);
     noteLoss();
@@ -94,7 +94,7 @@ void WaylandConnection::readEvents() {
     wl_display_flush(display);
     if (wl_display_read_events(display) >= 0)
         wl_display_dispatch_pending(display);
-    flush();
+    settle();
 }
 
 void WaylandConnection::noteLoss() {

@@ -56,9 +56,9 @@ public:
     wl_proxy* bind(const Global& global, const wl_interface& interface, std::uint32_t version);
     /// Waits until the compositor has handled all requests and their events are handled here.
     void finishRequests();
-    /// Sends the requests made since. Needed after requests that are not made while an event of
-    /// this connection is handled.
-    void flush();
+    /// Sends all requests. Needed after requests that are not made while an event of this
+    /// connection is handled.
+    void settle();
 
 private:
     WaylandConnection(wl_display* display, std::function<void()> lost);

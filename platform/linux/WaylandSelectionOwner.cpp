@@ -54,12 +54,12 @@ WaylandSelectionOwner::WaylandSelectionOwner(WaylandConnection& connection,
     }
     wl_proxy_marshal_flags(device.get(), dataControl::deviceRequest::setSelection, nullptr, version,
                            0, source.get());
-    connection.flush();
+    connection.settle();
 }
 
 WaylandSelectionOwner::~WaylandSelectionOwner() {
     end();
-    connection.flush();
+    connection.settle();
 }
 
 void WaylandSelectionOwner::send(std::string_view type, int descriptor) {

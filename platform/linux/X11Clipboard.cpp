@@ -86,7 +86,7 @@ ClipFollower::Item X11Clipboard::itemOf(xcb_window_t owner) {
         item.origin.writer = applications.ofProcess(*process);
     if (!setup.isInsideWayland)
         item.origin.frontmost = windows.frontmost();
-    item.mayBeKept = isKeeper || !item.origin.writer;
+    item.mayBeKeeper = isKeeper || !item.origin.writer;
     return item;
 }
 

@@ -49,7 +49,7 @@ X11Connection::X11Connection(xcb_connection_t* connection, int screenNumber,
         xcb_screen_next(&screens);
     screen = screens.data;
     readable.emplace(xcb_get_file_descriptor(connection), QSocketNotifier::Read);
-    connect(&*readable, &QSocketNotifier::activated, this, [this] { handleEvents(); });
+    connect(&*readable, &QSocketNotifier::activated, this, [this] { settle(); });
 }
 
 X11Connection::~X11Connection() {
@@ -61,17 +61,15 @@ bool X11Connection::isLost() const {
     return xcb_connection_has_error(connection) != 0;
 }
 
-void X11Connection::run(const std::function<void()>& work) {
-    work();
-    handleEvents();
-}
-
 void X11Connection::after(std::chrono::milliseconds time, const QObject* context,
                           std::function<void()> work) {
-    QTimer::singleShot(time, context, [this, work = std::move(work)] { run(work); });
+    QTimer::singleShot(time, context, [this, work = std::move(work)] {
+        work();
+        settle();
+    });
 }
 
-void X11Connection::handleEvents() {
+void X11Connection::settle() {
     while (const XcbPointer<xcb_generic_event_t> event{xcb_poll_for_event(connection)})
         // 0 is an error: usually that of a window that has just been closed.
         if (event->response_type != 0)

@@ -64,15 +64,16 @@ public:
                                                std::function<void()> lost);
     ~X11Connection() override;
 
-    /// For calls of xcb. They are sent by `flush`, or after the event or the call of `run` that is
-    /// being handled.
+    /// For calls of xcb. What they request is sent after the event that is being handled, or by
+    /// `settle`.
     xcb_connection_t* raw() const { return connection; }
     xcb_window_t root() const { return screen->root; }
     bool isLost() const;
 
-    /// Calls `work`, then handles the events that were received while it waited for replies.
-    void run(const std::function<void()>& work);
-    /// Calls `work` as `run` does after a time, unless `context` is destroyed before.
+    /// Handles the events that were received while a call waited for a reply, and sends all
+    /// requests. Needed after calls that are not made while an event is handled.
+    void settle();
+    /// Calls `work` and settles after a time, unless `context` is destroyed before.
     void after(std::chrono::milliseconds time, const QObject* context, std::function<void()> work);
 
     xcb_atom_t atom(std::string_view name);
@@ -92,7 +93,6 @@ public:
 
 private:
     X11Connection(xcb_connection_t* connection, int screenNumber, std::function<void()> lost);
-    void handleEvents();
     void handle(const xcb_generic_event_t& event);
 
     xcb_connection_t* connection;

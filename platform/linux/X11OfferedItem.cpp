@@ -82,6 +82,8 @@ void X11OfferedItem::takeAnswer(const xcb_selection_notify_event_t& event) {
 
 void X11OfferedItem::takePiece() {
     const auto piece = connection.property(window, property, limit, true);
+    if (piece.type == XCB_ATOM_NONE)
+        return;
     // An empty piece is the last one.
     if (piece.bytes.empty())
         return finish(std::exchange(pieces, {}));

@@ -19,12 +19,14 @@ void setOutput(X11Connection& connection, bool isOn) {
         xcb_randr_get_screen_resources_reply(
             raw, xcb_randr_get_screen_resources(raw, connection.root()), nullptr)};
     auto* output = xcb_randr_get_screen_resources_outputs(resources.get());
-    const auto mode = xcb_randr_get_screen_resources_modes(resources.get())->id;
+    const auto* mode = xcb_randr_get_screen_resources_modes(resources.get());
+    while (mode->width != 640 || mode->height != 480)
+        ++mode;
     const auto crtc = *xcb_randr_get_screen_resources_crtcs(resources.get());
     const XcbPointer<xcb_randr_set_crtc_config_reply_t> reply{xcb_randr_set_crtc_config_reply(
         raw,
         xcb_randr_set_crtc_config(raw, crtc, XCB_CURRENT_TIME, XCB_CURRENT_TIME, 0, 0,
-                                  isOn ? mode : xcb_randr_mode_t{XCB_NONE},
+                                  isOn ? mode->id : xcb_randr_mode_t{XCB_NONE},
                                   XCB_RANDR_ROTATION_ROTATE_0, isOn ? 1 : 0, output),
         nullptr)};
     ASSERT_TRUE(reply && reply->status == XCB_RANDR_SET_CONFIG_SUCCESS);

@@ -4,8 +4,6 @@
 #include "tests/app/support/Await.h"
 #include "tests/platform/DisplayServers.h"
 
-#include <algorithm>
-
 #include <gtest/gtest.h>
 
 using namespace tidemark;
@@ -93,26 +91,24 @@ TEST_F(WaylandSessionTest, ServesWhatItPutsBack) {
 }
 
 TEST_F(WaylandSessionTest, FollowsDisplays) {
-    std::string log;
-    const std::vector<ObservedDisplay> lost{{"lost", "lost", {}}};
+    int changes = 0;
     std::optional<SessionDisplays> displays;
-    displays.emplace(
-        [&] {
-            for (const auto& display : displays->displays().value_or(lost))
-                log += display.key + (display.mode ? " " + display.mode->label() : "") + "; ";
-            log += "\n";
-        },
-        sessions);
-    const auto untilLines = [&](int count) {
-        test::until([&] { return std::ranges::count(log, '\n') == count; });
+    displays.emplace([&] { ++changes; }, sessions);
+    using Displays = std::vector<ObservedDisplay>;
+    const auto until = [&](const auto& condition) {
+        test::until([&] { return displays->displays() && condition(*displays->displays()); });
     };
     EXPECT_EQ(displays->displays(), std::nullopt);
-    untilLines(1);
+    until([](const Displays& now) { return now.size() == 1 && now[0].mode; });
+    EXPECT_TRUE(displays->displays()->at(0).key.starts_with("HEADLESS-1"));
     server->command(u"create_output"_s);
-    untilLines(2);
+    until([](const Displays& now) { return now.size() == 2 && now[1].mode; });
     server->command(u"output HEADLESS-2 scale 2"_s);
-    untilLines(3);
+    until([](const Displays& now) { return now[1].mode->scale == 2; });
+    const auto mode = displays->displays()->at(1).mode;
+    EXPECT_EQ(mode->logicalWidth * 2, mode->pixelWidth) << mode->label();
+    EXPECT_FALSE(mode->builtIn);
+    EXPECT_GE(changes, 3);
     server.reset();
-    untilLines(4);
-    EXPECT_EQ(log, "");
+    test::until([&] { return !displays->displays(); });
 }

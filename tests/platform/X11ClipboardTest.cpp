@@ -223,7 +223,6 @@ TEST_F(X11ClipboardTest, ProgramsThatDoNotAnswerOrDieDelayNothing) {
     const auto other = connect();
     const LoggedOwner dying(*other, Behaviour::diesInTheMiddle, {"UTF8_STRING"});
     test::until([&] { return dying.isDead; });
-    watch();
     copy("after the dead one");
     untilLogged("one");
 
