@@ -1,6 +1,7 @@
 #include "recorder/Recorder.h"
 
 #include "app/ports/SystemServices.h"
+#include "app/preferences/PreferenceKeys.h"
 #include "core/base/Files.h"
 #include "core/capture/AdditionalPlaces.h"
 #include "core/system/SystemFacts.h"
@@ -20,10 +21,11 @@ FolderLock Recorder::taken(const std::filesystem::path& folder) {
 Recorder::Recorder(const RecorderPlaces& where)
     : where(where), held(taken(where.files.directory)),
       stored(where.settings, JsonPreferences::Opening::toWrite, Clock::system(), held.guard()),
-      state(stored, AppClock::system().now()),
+      state(stored, AppClock::system().now()), clipboard(stored, systemServices::clipboard()),
       memory({.url = where.files.memoryHistory(),
               .preferences = stored,
               .workspaceCenter = workspaceCenter,
+              .collectors = {&clipboard},
               .collectionAllowed = [this] { return state.canRecord(); },
               .guard = held.guard()}),
       monitors(stored, workspaceCenter),
@@ -45,6 +47,13 @@ Recorder::Recorder(const RecorderPlaces& where)
     QObject::connect(&memory, &MemoryHistoryService::changed, &screen,
                      [this, &screen] { screen.setMemory(memory.archive()); });
     monitors.announceChangesTo(state);
+}
+
+std::vector<MonitorStatus> Recorder::monitorStatuses() const {
+    auto statuses = monitors.statuses();
+    if (read(stored, preference::memoryClipboard))
+        statuses.push_back({"Clipboard", clipboard.status()});
+    return statuses;
 }
 
 SettingSources Recorder::sources() {
@@ -74,6 +83,10 @@ SettingSources Recorder::sourcesWithout(std::map<SettingSource, std::string> rea
         present.erase(SettingSource::bluetooth);
         reasons[SettingSource::bluetooth] = *std::move(reason);
     }
+    if (const auto absence = systemServices::clipboardAbsence(); !absence)
+        present.insert(SettingSource::clipboard);
+    else if (!absence->empty())
+        reasons[SettingSource::clipboard] = *absence;
     return SettingSources(std::move(present), std::move(reasons));
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/base/NotificationCenter.h"
+#include "app/memory/ClipboardHistory.h"
 #include "app/memory/MemoryHistoryService.h"
 #include "app/model/AppModel.h"
 #include "app/model/LiveWiring.h"
@@ -35,7 +36,7 @@ public:
     /// The same without those that the running monitors have found missing on this machine.
     SettingSources presentSources() const;
     /// What the running monitors observe.
-    std::vector<MonitorStatus> monitorStatuses() const { return monitors.statuses(); }
+    std::vector<MonitorStatus> monitorStatuses() const;
 
     const RecorderPlaces& places() const { return where; }
     const FolderLock& lock() const { return held; }
@@ -45,6 +46,7 @@ public:
     NotificationCenter& workspace() { return workspaceCenter; }
     TaskScope& tasks() { return scope; }
     MemoryHistoryService& memoryHistory() { return memory; }
+    ClipboardHistory& clipboardHistory() { return clipboard; }
     /// Everything that has been recorded so far.
     RecordedHistory recorded() const;
 
@@ -58,6 +60,7 @@ private:
     NotificationCenter applicationCenter;
     NotificationCenter workspaceCenter;
     ModelState state;
+    ClipboardHistory clipboard;
     MemoryHistoryService memory;
     LiveMonitors monitors;
     LiveWiring live;

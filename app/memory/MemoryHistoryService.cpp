@@ -222,6 +222,11 @@ std::vector<Shared<MemoryRecord>> MemoryHistoryService::clips() const {
     return clips;
 }
 
+std::optional<Shared<MemoryRecord>> MemoryHistoryService::newestClip() const {
+    const auto found = std::ranges::find_if(current.records, isClip);
+    return found == current.records.end() ? std::nullopt : std::optional(*found);
+}
+
 void MemoryHistoryService::setClipboardDays(std::int64_t wanted) {
     preferences.set(preference::memoryClipboardDays.name, wanted);
 }

@@ -73,6 +73,8 @@ public:
     const MemoryArchive& archive() const { return current; }
     /// The clips, newest first.
     std::vector<Shared<MemoryRecord>> clips() const;
+    /// The newest of them.
+    std::optional<Shared<MemoryRecord>> newestClip() const;
     /// Set when a save failed.
     const std::optional<std::string>& failure() const { return *failureText; }
     /// How long unpinned clips are kept, a setting. A shorter time applies at once.

@@ -2,6 +2,7 @@
 
 #include "app/ports/BatterySource.h"
 #include "app/ports/BluetoothSource.h"
+#include "app/ports/Clipboard.h"
 #include "app/ports/DisplaySource.h"
 #include "app/ports/LowPowerModeSource.h"
 #include "app/ports/NetworkPathSource.h"
@@ -53,5 +54,10 @@ std::unique_ptr<NetworkPathSource> networkPath();
 std::unique_ptr<WiFiSource> wifi();
 /// Null where names may be read without a permission of the system.
 std::unique_ptr<WiFiNameAccess> wifiNameAccess();
+/// Null where this release has none for the system.
+std::unique_ptr<Clipboard> clipboard();
+/// Why the clipboard can't be followed in the present session, as a sentence; absent when it can,
+/// as far as that is known before it is followed. Empty where `clipboard` is null.
+std::optional<std::string> clipboardAbsence();
 
 } // namespace tidemark::systemServices

@@ -16,7 +16,8 @@ std::int64_t read(const Preferences& preferences, const NumberKey& key) {
 }
 
 std::string read(const Preferences& preferences, const TextKey& key) {
-    return preferences.text(key.name).value_or(std::string(key.fallback));
+    const auto fallback = key.systemFallback != nullptr ? key.systemFallback() : key.fallback;
+    return preferences.text(key.name).value_or(std::string(fallback));
 }
 
 std::string read(const Preferences& preferences, const ChoiceKey& key) {

@@ -28,7 +28,10 @@ struct NumberKey : PreferenceKey<std::int64_t> {
     std::int64_t least;
     std::int64_t most;
 };
-struct TextKey : PreferenceKey<std::string_view> {};
+struct TextKey : PreferenceKey<std::string_view> {
+    /// Returns the fallback of this system, where systems differ; else null.
+    std::string_view (*systemFallback)() = nullptr;
+};
 /// A text that is not a choice is read as the fallback.
 struct ChoiceKey : PreferenceKey<std::string_view> {
     /// A text that an earlier release wrote for one of the choices.
@@ -74,6 +77,8 @@ inline constexpr std::array<std::string_view, 6> timeWindows{"day",   "threeDays
                                                              "month", "custom",    "all"};
 inline constexpr std::array<std::string_view, 3> appearanceModes{"light", "dark", "system"};
 inline constexpr std::array<std::string_view, 3> memoryFolders{"Documents", "Desktop", "Downloads"};
+/// The password managers of this system; a source file per system.
+std::string_view passwordManagers();
 
 } // namespace detail
 
@@ -154,10 +159,8 @@ inline constexpr SwitchKey memoryClipboard{
 inline constexpr NumberKey memoryClipboardDays{
     {"memoryClipboardDays", 7, "Days that clips are kept"}, 1, 3'650};
 inline constexpr TextKey memoryExcludedApps{
-    {"memoryExcludedApps",
-     "com.1password.1password, com.agilebits.onepassword7, com.bitwarden.desktop, "
-     "com.apple.Passwords",
-     "Identifiers of applications whose clips are not kept, with commas"}};
+    {"memoryExcludedApps", "", "Identifiers of applications whose clips are not kept, with commas"},
+    &detail::passwordManagers};
 
 /// All keys. "privateUntil" is not among them: it is of an earlier release and only removed.
 inline constexpr auto all = std::to_array<AnyPreferenceKey>({

@@ -9,10 +9,14 @@
 #include "platform/linux/MountTableWatch.h"
 #include "platform/linux/PowerProfiles.h"
 #include "platform/linux/ScreenSleepMonitor.h"
+#include "platform/linux/SessionClipboard.h"
+#include "platform/linux/SessionDisplays.h"
 #include "platform/linux/ThermalWatch.h"
 #include "platform/linux/UPowerBattery.h"
 #include "platform/linux/UserVolumes.h"
 #include "platform/linux/WirelessLinks.h"
+
+#include <optional>
 
 namespace tidemark {
 
@@ -43,8 +47,8 @@ std::unique_ptr<LowPowerModeSource> systemServices::lowPowerMode(DidChange didCh
     return std::make_unique<PowerProfiles>(MessageBus::system(), std::move(didChange));
 }
 
-std::unique_ptr<DisplaySource> systemServices::displays(DidChange) {
-    return nullptr;
+std::unique_ptr<DisplaySource> systemServices::displays(DidChange didChange) {
+    return std::make_unique<SessionDisplays>(std::move(didChange));
 }
 
 std::unique_ptr<ScreenSleepSource> systemServices::screenSleep(NotificationCenter& notifications) {
@@ -84,6 +88,17 @@ std::unique_ptr<WiFiSource> systemServices::wifi() {
 
 std::unique_ptr<WiFiNameAccess> systemServices::wifiNameAccess() {
     return nullptr;
+}
+
+std::unique_ptr<Clipboard> systemServices::clipboard() {
+    return std::make_unique<SessionClipboard>();
+}
+
+std::optional<std::string> systemServices::clipboardAbsence() {
+    const auto addresses = GraphicalSessions::Addresses::ofEnvironment();
+    if (!addresses.wayland.empty() || !addresses.x11.empty())
+        return std::nullopt;
+    return std::string(SessionClipboard::noSession);
 }
 
 } // namespace tidemark

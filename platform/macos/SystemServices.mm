@@ -72,4 +72,12 @@ std::unique_ptr<WiFiNameAccess> systemServices::wifiNameAccess() {
     return nullptr;
 }
 
+std::unique_ptr<Clipboard> systemServices::clipboard() {
+    return nullptr;
+}
+
+std::optional<std::string> systemServices::clipboardAbsence() {
+    return std::string();
+}
+
 } // namespace tidemark

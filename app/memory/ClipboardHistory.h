@@ -1,0 +1,55 @@
+#pragma once
+
+#include "app/base/AppClock.h"
+#include "app/base/Published.h"
+#include "app/base/TaskScope.h"
+#include "app/memory/MemoryCollector.h"
+#include "app/ports/Clipboard.h"
+#include "app/preferences/Preferences.h"
+#include "core/records/MemoryRecord.h"
+
+#include <memory>
+#include <stop_token>
+#include <string>
+
+namespace tidemark {
+
+/// Records what the user copies, while the setting `memoryClipboard` is on; and puts recorded clips
+/// back. Main thread only.
+class ClipboardHistory final : public Observable, public MemoryCollector {
+    Q_OBJECT
+
+public:
+    /// Seconds between two removals of clips that have become too old.
+    static constexpr double agePeriod = 60;
+
+    /// `clipboard` is null where the system has none. The others must outlive this object.
+    ClipboardHistory(Preferences& preferences, std::unique_ptr<Clipboard> clipboard,
+                     AppClock& clock = AppClock::system());
+    ~ClipboardHistory() override;
+
+    void start(MemoryHistoryService& history) override;
+    void stop() override;
+
+    /// Puts a clip back on the clipboard, in the background. That adds no record.
+    void copyAgain(const MemoryRecord& clip);
+
+    /// What is recorded at present and what is not, as sentences.
+    const std::string& status() const { return *statusText; }
+
+private:
+    void record(const CopiedItem& item);
+    void showAccess(const ClipboardAccess& access);
+    QCoro::Task<void> applyAges(std::stop_token stop);
+
+    Preferences& preferences;
+    const std::unique_ptr<Clipboard> clipboard;
+    AppClock& clock;
+    /// Set while it collects.
+    MemoryHistoryService* history = nullptr;
+    Published<std::string> statusText{this};
+    std::stop_source watching;
+    TaskScope tasks;
+};
+
+} // namespace tidemark

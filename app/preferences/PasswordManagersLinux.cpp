@@ -1,0 +1,12 @@
+#include "app/preferences/PreferenceKeys.h"
+
+namespace tidemark::preference::detail {
+
+/// The identifiers of their desktop entries. Some of them do not mark what they copy.
+std::string_view passwordManagers() {
+    return "1password, com.1password.1password, bitwarden, com.bitwarden.desktop, "
+           "org.gnome.World.Secrets, org.gnome.seahorse.Application, "
+           "org.kde.kwalletmanager, org.kde.kwalletmanager5, org.keepassxc.KeePassXC";
+}
+
+} // namespace tidemark::preference::detail

@@ -1,0 +1,25 @@
+#pragma once
+
+#include "core/memory/CopiedItem.h"
+#include "core/records/MemoryRecord.h"
+
+#include <span>
+#include <string_view>
+
+/// The types of clipboard contents on this system; a source file per system.
+namespace tidemark::clipTypes {
+
+/// The types of a part, the preferred one first.
+std::span<const std::string_view> of(ClipPart part);
+
+/// True when one of the types marks the item as not to be kept, such as a password. The presence of
+/// the type is the mark; its content is not read.
+bool areMarked(const ClipTypeNames& types);
+
+/// The text as UTF-8, by the encoding that its type names. Empty when it has none.
+std::string decodedText(const ClipData& data);
+
+/// The contents under which a clip is put back on the clipboard; empty when it has none.
+std::vector<ClipData> offered(const MemoryRecord& clip);
+
+} // namespace tidemark::clipTypes

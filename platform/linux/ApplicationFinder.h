@@ -1,0 +1,38 @@
+#pragma once
+
+#include "platform/linux/DesktopEntries.h"
+
+#include <string_view>
+#include <vector>
+
+#include <sys/types.h>
+
+namespace tidemark {
+
+/// Finds the application that a process or a window belongs to. Reads files; for one thread.
+class ApplicationFinder {
+public:
+    explicit ApplicationFinder(DesktopEntries entries = DesktopEntries())
+        : entries(std::move(entries)) {}
+
+    /// By the unit in which the process was started, else by its program. Absent for a process that
+    /// has ended, and for programs that are no application.
+    std::optional<ClipApplication> ofProcess(pid_t process);
+    /// By the identifier in the name of a unit of the systemd user manager, such as
+    /// "app-gnome-org.gnome.Terminal-92502.scope"; absent unless an application has it. See
+    /// https://systemd.io/DESKTOP_ENVIRONMENTS.
+    std::optional<ClipApplication> ofUnit(std::string_view unit);
+    /// By what is known of a window: identifiers that it names, the unit of its process, its
+    /// classes (the best first), and its program. An identifier or, if nothing else is found, a
+    /// class in lower case is used even if no desktop entry has it.
+    std::optional<ClipApplication> ofWindow(const std::vector<std::string>& ids,
+                                            const std::vector<std::string>& classes,
+                                            std::optional<pid_t> process = {});
+
+private:
+    std::optional<ClipApplication> ofProgram(pid_t process);
+
+    DesktopEntries entries;
+};
+
+} // namespace tidemark

@@ -1,0 +1,70 @@
+#include "platform/linux/ClipFollower.h"
+
+#include "core/memory/ClipTypes.h"
+
+namespace tidemark {
+
+void ClipFollower::replace(Item item) {
+    drop();
+    if (!clipRules::admits(item.origin, excluded)) {
+        // A keeper may re-publish it under its own name.
+        guard.noteMarked(seconds());
+        return;
+    }
+    current = std::move(item);
+    current.content->readTypes([this](const auto& read) { decide(read); });
+}
+
+void ClipFollower::drop() {
+    current = {};
+    types.reset();
+    contents.clear();
+}
+
+void ClipFollower::withdraw() {
+    const bool mayHaveBeenMarked = current.content && !types;
+    drop();
+    if (mayHaveBeenMarked)
+        guard.noteMarked(seconds());
+    else
+        guard.noteEnd(seconds());
+}
+
+void ClipFollower::decide(const std::optional<ClipTypeNames>& read) {
+    if (!read || clipTypes::areMarked(*read)) {
+        guard.noteMarked(seconds());
+        return drop();
+    }
+    // Some programs empty the clipboard by offering nothing.
+    if (read->empty()) {
+        guard.noteEnd(seconds());
+        return drop();
+    }
+    if (current.isOld || !guard.admits(seconds(), current.mayBeKeeper))
+        return drop();
+    types = read;
+    readNext();
+}
+
+void ClipFollower::readNext() {
+    const auto next = clipRules::nextRead(*types, contents);
+    if (!next)
+        return current.content->readTypes([this](const auto& read) { finish(read); });
+    current.content->read(next->type, next->limit, [this, part = next->part](ClipData data) {
+        contents[part] = std::move(data);
+        readNext();
+    });
+}
+
+void ClipFollower::finish(const std::optional<ClipTypeNames>& typesNow) {
+    // Some programs mark their items a moment after they offer them.
+    if (!typesNow || clipTypes::areMarked(*typesNow)) {
+        guard.noteMarked(seconds());
+        return drop();
+    }
+    CopiedItem item{std::move(contents), std::move(current.origin)};
+    drop();
+    copied(std::move(item));
+}
+
+} // namespace tidemark

@@ -1,0 +1,63 @@
+#pragma once
+
+#include "platform/linux/WaylandConnection.h"
+
+/// The protocols ext-data-control-v1 and wlr-data-control-unstable-v1, which have the same form: a
+/// program may read and set the clipboard without having the keyboard. Requests and events are
+/// numbered in the order of the protocol.
+namespace tidemark::dataControl {
+
+namespace managerRequest {
+inline constexpr std::uint32_t createSource = 0;
+inline constexpr std::uint32_t getDevice = 1;
+inline constexpr std::uint32_t destroy = 2;
+} // namespace managerRequest
+
+namespace deviceRequest {
+inline constexpr std::uint32_t setSelection = 0;
+inline constexpr std::uint32_t destroy = 1;
+} // namespace deviceRequest
+
+namespace sourceRequest {
+inline constexpr std::uint32_t offer = 0;
+inline constexpr std::uint32_t destroy = 1;
+} // namespace sourceRequest
+
+namespace offerRequest {
+inline constexpr std::uint32_t receive = 0;
+inline constexpr std::uint32_t destroy = 1;
+} // namespace offerRequest
+
+struct DeviceListener {
+    /// A new offer. Its types follow, then the event that says what it is.
+    void (*dataOffer)(void* data, wl_proxy* device, wl_proxy* offer);
+    /// The clipboard has this offer, or nothing.
+    void (*selection)(void* data, wl_proxy* device, wl_proxy* offer);
+    /// The device is of no use any more.
+    void (*finished)(void* data, wl_proxy* device);
+    void (*primarySelection)(void* data, wl_proxy* device, wl_proxy* offer);
+};
+
+struct SourceListener {
+    /// Write the content to the descriptor and close it.
+    void (*send)(void* data, wl_proxy* source, const char* type, int descriptor);
+    /// Another source has replaced this one.
+    void (*cancelled)(void* data, wl_proxy* source);
+};
+
+struct OfferListener {
+    void (*offer)(void* data, wl_proxy* offer, const char* type);
+};
+
+/// True when the compositor has one of the protocols and a seat.
+bool isOffered(const WaylandConnection& connection);
+
+/// The manager of the one that it has; ext is preferred.
+WaylandObject bindManager(WaylandConnection& connection);
+WaylandObject getDevice(const WaylandObject& manager, wl_seat* seat);
+WaylandObject createSource(const WaylandObject& manager);
+
+/// The first seat.
+WaylandObject bindSeat(WaylandConnection& connection);
+
+} // namespace tidemark::dataControl

@@ -1,0 +1,133 @@
+#include "platform/linux/DesktopEntries.h"
+
+#include "core/base/FileError.h"
+#include "core/base/Files.h"
+#include "core/base/KeyFile.h"
+#include "core/base/Text.h"
+#include "core/system/UserFolders.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <ranges>
+#include <utility>
+
+namespace tidemark {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr std::string_view group = "Desktop Entry";
+constexpr std::string_view suffix = ".desktop";
+constexpr int mostDepth = 3;
+
+/// The name of the program in a value of `Exec`; empty when it has none.
+std::string programIn(std::string_view command) {
+    for (const auto part : command | std::views::split(' ')) {
+        std::string_view word(part.begin(), part.end());
+        if (word.starts_with('"') && word.ends_with('"') && word.size() > 1)
+            word = word.substr(1, word.size() - 2);
+        const auto name = lastPathComponent(word);
+        if (!word.empty() && name != "env" && !word.contains('='))
+            return std::string(name);
+    }
+    return {};
+}
+
+} // namespace
+
+std::vector<fs::path> DesktopEntries::standardFolders() {
+    std::vector<fs::path> folders{UserFolders::data() / "applications"};
+    const char* listed = std::getenv("XDG_DATA_DIRS");
+    const std::string_view others =
+        listed != nullptr && *listed != '\0' ? listed : "/usr/local/share:/usr/share";
+    for (const auto part : others | std::views::split(':'))
+        if (const fs::path folder = std::string_view(part.begin(), part.end());
+            folder.is_absolute())
+            folders.push_back(folder / "applications");
+    return folders;
+}
+
+void DesktopEntries::refresh() {
+    std::vector<fs::file_time_type> now;
+    std::error_code error;
+    for (const auto& folder : folders)
+        now.push_back(fs::last_write_time(folder, error));
+    if (now == state)
+        return;
+    state = std::move(now);
+    names.clear();
+    idsByClass.clear();
+    idsByProgram.clear();
+    for (const auto& folder : folders)
+        readFolder(folder);
+}
+
+void DesktopEntries::readFolder(const fs::path& folder) {
+    std::error_code error;
+    fs::recursive_directory_iterator walk(folder, error);
+    for (; !error && walk != fs::recursive_directory_iterator(); walk.increment(error)) {
+        if (walk.depth() >= mostDepth)
+            walk.disable_recursion_pending();
+        const auto& path = walk->path();
+        if (path.extension() != suffix)
+            continue;
+        std::string id = path.native().substr(folder.native().size() + 1);
+        id.resize(id.size() - suffix.size());
+        std::ranges::replace(id, '/', '-');
+        // An entry in an earlier folder replaces one of the same identifier.
+        if (!names.contains(id))
+            readEntry(path, textFromBytes(id));
+    }
+}
+
+void DesktopEntries::readEntry(const fs::path& file, std::string id) {
+    std::string bytes;
+    try {
+        bytes = readFile(file, KeyFile::maximumSize);
+    } catch (const FileError&) {
+        return;
+    }
+    const auto keys = KeyFile::parse(std::move(bytes), KeyFile::Continuation::none);
+    if (!keys || keys->value(group, "Type") != "Application")
+        return;
+    const bool isHidden = keys->value(group, "Hidden") == "true";
+    names[id] = isHidden ? std::string() : keys->value(group, "Name").value_or(id);
+    if (isHidden)
+        return;
+    idsByClass.emplace(asciiLowercased(id), id);
+    if (const auto windowClass = keys->value(group, "StartupWMClass"))
+        idsByClass[asciiLowercased(*windowClass)] = id;
+    const auto program = programIn(keys->value(group, "Exec").value_or(""));
+    if (const auto [known, isNew] = idsByProgram.emplace(program, id); !isNew)
+        known->second.clear();
+}
+
+std::optional<ClipApplication> DesktopEntries::withId(std::string_view id) {
+    refresh();
+    const auto found = names.find(id);
+    if (found == names.end() || found->second.empty())
+        return std::nullopt;
+    return ClipApplication{found->first, found->second};
+}
+
+std::optional<ClipApplication> DesktopEntries::withWindowClass(std::string_view windowClass) {
+    refresh();
+    return application(idsByClass, asciiLowercased(windowClass));
+}
+
+std::optional<ClipApplication> DesktopEntries::withProgram(std::string_view program) {
+    refresh();
+    return application(idsByProgram, program);
+}
+
+std::optional<ClipApplication>
+DesktopEntries::application(const std::map<std::string, std::string>& index,
+                            std::string_view key) const {
+    const auto found = index.find(std::string(key));
+    if (key.empty() || found == index.end() || found->second.empty())
+        return std::nullopt;
+    return ClipApplication{found->second, names.at(found->second)};
+}
+
+} // namespace tidemark

@@ -1,0 +1,13 @@
+#pragma once
+
+#include <chrono>
+
+namespace tidemark {
+
+/// Seconds from an arbitrary start; never decreases. For threads other than the main thread.
+inline double monotonicSeconds() {
+    return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch())
+        .count();
+}
+
+} // namespace tidemark

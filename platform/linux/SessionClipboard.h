@@ -1,0 +1,52 @@
+#pragma once
+
+#include "app/ports/Clipboard.h"
+#include "platform/linux/GraphicalSessions.h"
+#include "platform/linux/MainThreadCalls.h"
+
+#include <memory>
+#include <optional>
+
+namespace tidemark {
+
+/// The clipboard of a Wayland session by the data-control protocols; without them, and in an X11
+/// session, the selection of the X11 server.
+class SessionClipboard final : public Clipboard {
+public:
+    static constexpr std::string_view noSession =
+        "The clipboard can’t be watched: there is no graphical session.";
+
+    explicit SessionClipboard(
+        std::shared_ptr<GraphicalSessions> sessions = GraphicalSessions::ofProcess())
+        : sessions(std::move(sessions)) {}
+
+    void watch(std::string excluded, Copied copied, AccessChanged accessChanged) override;
+    void unwatch() override;
+    void put(std::vector<ClipData> contents) override;
+
+private:
+    struct Watch {
+        std::string excluded;
+        Copied copied;
+        AccessChanged accessChanged;
+        MainThreadCalls calls{};
+        std::shared_ptr<void> wayland{};
+        std::shared_ptr<void> x11{};
+    };
+
+    void watchWayland();
+    void watchX11();
+    /// Functions for the threads of the connections; they call those of `watching` on the main
+    /// thread.
+    AccessChanged accessPosted() const;
+    Copied copiedPosted() const;
+    void putOnX11(std::vector<ClipData> contents);
+
+    const std::shared_ptr<GraphicalSessions> sessions;
+    std::unique_ptr<Watch> watching;
+    MainThreadCalls calls;
+    /// What this program has put on the clipboard.
+    std::shared_ptr<void> owned;
+};
+
+} // namespace tidemark

@@ -1,0 +1,46 @@
+#pragma once
+
+#include "app/ports/Clipboard.h"
+#include "platform/linux/ClipFollower.h"
+#include "platform/linux/DisplaySession.h"
+#include "platform/linux/X11Connection.h"
+#include "platform/linux/X11Windows.h"
+
+namespace tidemark {
+
+/// Follows the selection CLIPBOARD of an X11 server by the notifications of XFixes. Lives on the
+/// thread of the connection.
+class X11Clipboard final : public DisplayReader, private X11Connection::Observer {
+public:
+    struct Setup {
+        /// A value of `memoryExcludedApps`.
+        std::string excluded;
+        ClipFollower::Copied copied;
+        /// Called once, with what this server lets one know.
+        Clipboard::AccessChanged started;
+        /// True for the X11 server inside of a Wayland session. There, only some compositors show
+        /// the copies of all programs to it, and its windows are not all windows.
+        bool isInsideWayland = false;
+    };
+
+    X11Clipboard(X11Connection& connection, Setup setup, ApplicationFinder& applications);
+    ~X11Clipboard() override;
+
+private:
+    ClipboardAccess follow();
+    /// Chooses the notifications of XFixes that are wanted.
+    void selectEvents(std::uint32_t events);
+    void handle(const xcb_generic_event_t& event) override;
+    void takeOwner(xcb_window_t owner, xcb_timestamp_t time, bool isOld);
+    ClipFollower::Item itemOf(xcb_window_t owner);
+
+    const Setup setup;
+    ApplicationFinder& applications;
+    X11Windows windows;
+    const xcb_atom_t selection;
+    ClipFollower follower;
+    /// The number of the first event of XFixes; absent when copies are not followed.
+    std::optional<int> firstEvent;
+};
+
+} // namespace tidemark

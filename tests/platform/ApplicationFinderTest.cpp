@@ -1,0 +1,69 @@
+#include "platform/linux/ApplicationFinder.h"
+
+#include "tests/support/TemporaryFolder.h"
+
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+using namespace tidemark;
+
+namespace {
+
+struct ApplicationFinderTest : testing::Test {
+    void add(const std::string& name, const std::string& keys,
+             const std::string& folder = "first") const {
+        data.write(folder + "/" + name + ".desktop", "[Desktop Entry]\nType=Application\n" + keys);
+    }
+    static std::string id(const std::optional<ClipApplication>& application) {
+        return application ? application->id + "=" + application->name : "none";
+    }
+
+    const test::TemporaryFolder data;
+    ApplicationFinder finder{DesktopEntries({data / "first", data / "second"})};
+};
+
+} // namespace
+
+TEST_F(ApplicationFinderTest, FindsTheEntryOfAUnit) {
+    add("org.gnome.Foo-Bar", "Name=Foo\n");
+    add("kate", "Name=Kate\n");
+    add("spotify_spotify", "Name=Player\n");
+    add("kde/marble", "Name=Marble\n");
+    add("kate", "Name=Other\n", "second");
+    add("gone", "Hidden=true\nName=Gone\n");
+    add("gone", "Name=Gone\n", "second");
+    const std::pair<const char*, const char*> cases[] = {
+        {R"(app-gnome-org.gnome.Foo\x2dBar-4711.scope)", "org.gnome.Foo-Bar=Foo"},
+        {"app-org.gnome.Foo-Bar-4711.scope", "org.gnome.Foo-Bar=Foo"},
+        {"app-kate-1b2c3d.scope", "kate=Kate"},
+        {"app-KDE-kate@abcdef0123.service", "kate=Kate"},
+        {"app-kate@autostart.service", "kate=Kate"},
+        {"app-kate.service", "kate=Kate"},
+        {"dbus-:1.2-kate@0.service", "kate=Kate"},
+        {"app-flatpak-kde-marble-99.scope", "kde-marble=Marble"},
+        {"snap.spotify.spotify-1b2c.scope", "spotify_spotify=Player"},
+        {"app-gone-1.scope", "none"},
+        {"app-unknown-1.scope", "none"},
+        {R"(app-app\x2dkate.slice)", "none"},
+        {"session-2.scope", "none"},
+        {"", "none"},
+    };
+    for (const auto& [unit, expected] : cases)
+        EXPECT_EQ(id(finder.ofUnit(unit)), expected) << unit;
+}
+
+TEST_F(ApplicationFinderTest, FindsTheEntryOfAWindowAndOfAProgram) {
+    add("org.example.Editor", "Name=Editor\nStartupWMClass=ed\n");
+    add("org.example.Tests", "Name=Tests\nExec=env A=1 \"/usr/bin/tidemark_platform_tests\" %f\n");
+    EXPECT_EQ(id(finder.ofWindow({"org.example.Editor"}, {"other"})), "org.example.Editor=Editor");
+    EXPECT_EQ(id(finder.ofWindow({"not.installed"}, {"ed"})), "not.installed=not.installed");
+    EXPECT_EQ(id(finder.ofWindow({}, {"x", "ED"})), "org.example.Editor=Editor");
+    EXPECT_EQ(id(finder.ofWindow({}, {"Org.Example.Editor"})), "org.example.Editor=Editor");
+    EXPECT_EQ(id(finder.ofWindow({}, {"XTerm"})), "xterm=XTerm");
+    EXPECT_EQ(id(finder.ofWindow({}, {})), "none");
+    EXPECT_EQ(id(finder.ofWindow({}, {"XTerm"}, ::getpid())), "org.example.Tests=Tests");
+    EXPECT_EQ(id(finder.ofProcess(::getpid())), "org.example.Tests=Tests");
+    add("second-one", "Name=Second\nExec=tidemark_platform_tests\n");
+    EXPECT_EQ(id(finder.ofProcess(::getpid())), "none") << "two entries start it";
+    EXPECT_EQ(id(finder.ofProcess(0)), "none");
+}

@@ -1,0 +1,273 @@
+#include "core/memory/ClipRules.h"
+#include "core/memory/ClipTypes.h"
+#include "platform/linux/SessionClipboard.h"
+#include "platform/linux/X11OfferedItem.h"
+#include "tests/app/support/Await.h"
+#include "tests/platform/DisplayServers.h"
+
+#include <algorithm>
+
+#include <gtest/gtest.h>
+
+using namespace tidemark;
+using namespace Qt::StringLiterals;
+using Part = ClipPart;
+
+namespace {
+
+/// A program that owns the selection and logs what it is asked for.
+class LoggedOwner final : private X11Connection::Observer {
+public:
+    enum class Behaviour { refuses, isSilent, diesInTheMiddle };
+
+    LoggedOwner(X11Connection& connection, Behaviour behaviour, std::vector<std::string> types)
+        : Observer(connection), behaviour(behaviour), types(std::move(types)),
+          window(connection.createWindow()) {
+        xcb_set_selection_owner(connection.raw(), window, connection.atom("CLIPBOARD"),
+                                XCB_CURRENT_TIME);
+        xcb_flush(connection.raw());
+    }
+
+    std::string asked;
+    bool isDead = false;
+
+private:
+    void handle(const xcb_generic_event_t& event) override {
+        if ((event.response_type & 0x7F) != XCB_SELECTION_REQUEST)
+            return;
+        const auto& request = reinterpret_cast<const xcb_selection_request_event_t&>(event);
+        const auto name = connection.nameOf(request.target);
+        asked += name + " ";
+        if (behaviour == Behaviour::isSilent)
+            return;
+        if (name == "TARGETS") {
+            std::vector<xcb_atom_t> atoms;
+            for (const auto& type : types)
+                atoms.push_back(connection.atom(type));
+            write(request, XCB_ATOM_ATOM, atoms);
+            return answer(request, request.property);
+        }
+        if (behaviour == Behaviour::refuses)
+            return answer(request, XCB_ATOM_NONE);
+        write(request, connection.atom("INCR"), {1'000'000});
+        answer(request, request.property);
+        xcb_destroy_window(connection.raw(), window);
+        isDead = true;
+    }
+    void write(const xcb_selection_request_event_t& request, xcb_atom_t type,
+               const std::vector<std::uint32_t>& numbers) const {
+        xcb_change_property(connection.raw(), XCB_PROP_MODE_REPLACE, request.requestor,
+                            request.property, type, 32, static_cast<std::uint32_t>(numbers.size()),
+                            numbers.data());
+    }
+    void answer(const xcb_selection_request_event_t& request, xcb_atom_t property) const {
+        std::array<std::uint32_t, 8> bytes{};
+        auto& notice = reinterpret_cast<xcb_selection_notify_event_t&>(bytes);
+        notice.response_type = XCB_SELECTION_NOTIFY;
+        notice.requestor = request.requestor;
+        notice.selection = request.selection;
+        notice.target = request.target;
+        notice.property = property;
+        xcb_send_event(connection.raw(), 0, request.requestor, 0,
+                       reinterpret_cast<const char*>(&notice));
+    }
+
+    const Behaviour behaviour;
+    const std::vector<std::string> types;
+    const xcb_window_t window;
+};
+
+using Behaviour = LoggedOwner::Behaviour;
+
+struct X11ClipboardTest : testing::Test {
+    void SetUp() override {
+        if (!test::hasPrograms({"Xvfb", "openbox", "xclip"}))
+            GTEST_SKIP() << "Xvfb, openbox or xclip is not installed";
+        server.emplace();
+        open();
+    }
+    ~X11ClipboardTest() override { clipboard.reset(); }
+
+    void open() {
+        sessions = std::make_shared<GraphicalSessions>(
+            GraphicalSessions::Addresses{.x11 = server->display()});
+        clipboard.emplace(sessions);
+    }
+    void watch(const std::string& excluded = {}) {
+        access.reset();
+        clipboard->watch(
+            excluded,
+            [this](CopiedItem item) {
+                const auto record = clipRules::record(item, Date{});
+                log += (record ? record->title : "nothing") + " ";
+                items.push_back(std::move(item));
+            },
+            [this](const ClipboardAccess& now) { access = now; });
+        test::until([&] { return access.has_value(); });
+    }
+    void untilLogged(const std::string& end) {
+        test::until([&] { return log.ends_with(end + " "); });
+    }
+    void copy(const QByteArray& text, const QString& type = u"UTF8_STRING"_s) const {
+        server->run({u"xclip"_s, u"-selection"_s, u"clipboard"_s, u"-t"_s, type}, text);
+    }
+    QByteArray paste(const QString& type = u"UTF8_STRING"_s) const {
+        return server->run({u"xclip"_s, u"-o"_s, u"-selection"_s, u"clipboard"_s, u"-t"_s, type});
+    }
+    /// A connection of another program.
+    std::unique_ptr<X11Connection> connect() const {
+        return X11Connection::open(server->display(), [] {});
+    }
+
+    std::optional<test::X11Server> server;
+    std::shared_ptr<GraphicalSessions> sessions;
+    std::optional<SessionClipboard> clipboard;
+    std::optional<ClipboardAccess> access;
+    std::string log;
+    std::vector<CopiedItem> items;
+};
+
+} // namespace
+
+TEST_F(X11ClipboardTest, ReadsWhatOtherProgramsCopy) {
+    copy("old");
+    watch();
+    EXPECT_EQ(*access, (ClipboardAccess{.hasWriter = true, .hasFrontmost = true}));
+    const QByteArray picture(900'000, 'p');
+    copy("first");
+    untilLogged("first");
+    copy("first");
+    untilLogged("first first");
+    copy("caf\xE9", u"STRING"_s);
+    untilLogged("café");
+    copy("# two\r\nfile:///home/a%20b\r\nfile:///c\r\n", u"text/uri-list"_s);
+    untilLogged("a b");
+    copy(picture, u"image/png"_s);
+    untilLogged("Copied image");
+    EXPECT_EQ(items.back().contents[Part::image].bytes, picture.toStdString());
+    // Not kept, but that is found out before all of it is read.
+    copy(QByteArray(30'000'000, 'x'));
+    untilLogged("nothing");
+    EXPECT_LE(items.back().contents[Part::text].bytes.size(), 66'000U);
+    clipboard->unwatch();
+    copy("unwatched");
+    watch();
+    copy("last");
+    untilLogged("last");
+    EXPECT_EQ(log, "first first café a b Copied image nothing last ");
+    EXPECT_EQ(items.back().origin.writer, std::nullopt) << "xclip has ended its first process";
+}
+
+TEST_F(X11ClipboardTest, NeverReadsAMarkedItemNorItsRepublication) {
+    const auto other = connect();
+    for (const auto* mark : {"x-kde-passwordManagerHint", "text/x-kde-passwordManagerHint"}) {
+        watch();
+        LoggedOwner vault(*other, Behaviour::refuses, {"UTF8_STRING", mark});
+        test::until([&] { return !vault.asked.empty(); });
+        copy("republished");
+        EXPECT_EQ(vault.asked, "TARGETS ");
+    }
+    // Marked items from before are not read either.
+    LoggedOwner vault(*other, Behaviour::refuses, {"UTF8_STRING", "x-kde-passwordManagerHint"});
+    watch();
+    copy("republished");
+    watch();
+    copy("honest");
+    untilLogged("honest");
+    EXPECT_EQ(log, "honest ");
+}
+
+TEST_F(X11ClipboardTest, ReadsNothingOfExcludedApplications) {
+    const test::TemporaryFolder data;
+    data.write("applications/org.example.Vault.desktop",
+               "[Desktop Entry]\nType=Application\nName=Vault\nExec=tidemark_platform_tests %f\n");
+    qputenv("XDG_DATA_HOME", QByteArray::fromStdString(data.path().native()));
+    open();
+    const auto other = connect();
+    {
+        watch("org.example.Vault");
+        const LoggedOwner vault(*other, Behaviour::refuses, {"UTF8_STRING"});
+        copy("republished");
+        watch("org.other");
+        EXPECT_EQ(vault.asked, "");
+    }
+    SessionClipboard vault(std::make_shared<GraphicalSessions>(
+        GraphicalSessions::Addresses{.x11 = server->display()}));
+    vault.put({{"UTF8_STRING", "kept"}});
+    untilLogged("kept");
+    qunsetenv("XDG_DATA_HOME");
+    EXPECT_EQ(log, "kept ");
+    EXPECT_EQ(items[0].origin.writer, (ClipApplication{"org.example.Vault", "Vault"}));
+}
+
+TEST_F(X11ClipboardTest, ReadsNothingWhileAnExcludedApplicationIsInFront) {
+    const test::X11Window window(*server, {"vault", "Vault"});
+    watch();
+    // The window manager activates a new window.
+    do {
+        copy("number " + QByteArray::number(items.size()));
+        test::until([&, before = items.size()] { return items.size() > before; });
+    } while (!items.back().origin.frontmost);
+    EXPECT_EQ(items.back().origin.frontmost, (ClipApplication{"vault", "Vault"}));
+    log.clear();
+    watch("vault");
+    copy("secret");
+    watch();
+    copy("honest");
+    untilLogged("honest");
+    EXPECT_EQ(log, "honest ");
+}
+
+TEST_F(X11ClipboardTest, ProgramsThatDoNotAnswerOrDieDelayNothing) {
+    watch();
+    const auto other = connect();
+    const LoggedOwner dying(*other, Behaviour::diesInTheMiddle, {"UTF8_STRING"});
+    test::until([&] { return dying.isDead; });
+    copy("after the dead one");
+    untilLogged("one");
+
+    const LoggedOwner silent(*other, Behaviour::isSilent, {});
+    test::until([&] { return !silent.asked.empty(); });
+    const auto begin = std::chrono::steady_clock::now();
+    copy("while one is silent");
+    untilLogged("silent");
+    EXPECT_LT(std::chrono::steady_clock::now() - begin, X11OfferedItem::answerTime);
+}
+
+TEST_F(X11ClipboardTest, ConnectsAgainWhenTheServerReturns) {
+    watch();
+    copy("before");
+    untilLogged("before");
+    const auto display = server->display();
+    server.reset();
+    test::until([&] { return !access->absence.empty(); });
+    EXPECT_EQ(access->absence, "The clipboard can’t be watched: there is no graphical session.");
+    server.emplace(display);
+    test::until([&] { return access->absence.empty(); });
+    copy("after");
+    untilLogged("after");
+    EXPECT_EQ(log, "before after ");
+}
+
+TEST_F(X11ClipboardTest, ServesWhatItPutsBack) {
+    watch();
+    const std::string large(3'000'000, 'l');
+    clipboard->put({{"image/png", large}, {"UTF8_STRING", "small"}, {"STRING", "small"}});
+    while (paste() != "small") {
+    }
+    EXPECT_EQ(paste(u"image/png"_s).toStdString(), large);
+    EXPECT_EQ(paste(u"image/jpeg"_s), "");
+    const auto targets = paste(u"TARGETS"_s);
+    for (const auto* target : {"TARGETS", "MULTIPLE", "TIMESTAMP", "image/png", "UTF8_STRING"})
+        EXPECT_TRUE(targets.contains(target)) << target;
+    clipboard->put({{"UTF8_STRING", "second"}});
+    while (paste() != "second") {
+    }
+    clipboard->unwatch();
+    EXPECT_EQ(paste(), "second") << "kept when recording stops";
+    watch();
+    copy("of another program");
+    untilLogged("program");
+    EXPECT_EQ(paste(), "of another program");
+    EXPECT_EQ(log, "of another program ") << "what this program puts there is not recorded";
+}
