@@ -2,8 +2,6 @@
 
 #include <QDBusArgument>
 #include <QDBusObjectPath>
-#include <QDBusPendingCall>
-#include <QDBusPendingCallWatcher>
 #include <utility>
 
 #include <unistd.h>
@@ -17,11 +15,10 @@ const QString managerPath = QStringLiteral("/org/freedesktop/login1");
 const QString managerInterface = QStringLiteral("org.freedesktop.login1.Manager");
 const QString sessionInterface = QStringLiteral("org.freedesktop.login1.Session");
 const QString userInterface = QStringLiteral("org.freedesktop.login1.User");
-const QString propertiesInterface = QStringLiteral("org.freedesktop.DBus.Properties");
 const QString activeProperty = QStringLiteral("Active");
 
-QString pathIn(const QDBusMessage& reply) {
-    return reply.arguments().value(0).value<QDBusObjectPath>().path();
+QString pathIn(const QDBusMessage& message, qsizetype argument = 0) {
+    return message.arguments().value(argument).value<QDBusObjectPath>().path();
 }
 
 /// The object path in a pair of an identifier and a path; empty for the path of no object.
@@ -41,66 +38,44 @@ QString pathInPair(const QVariant& value) {
 
 LogindMonitor::LogindMonitor(const QDBusConnection& bus, NotificationCenter& center, Settle settle,
                              AppClock& clock)
-    : bus(bus), center(center), settle(std::move(settle)), clock(clock),
-      watcher(service, bus, QDBusServiceWatcher::WatchForOwnerChange) {
-    if (!bus.isConnected())
-        return;
-    connect(&watcher, &QDBusServiceWatcher::serviceOwnerChanged, this,
-            [this](const QString&, const QString&, const QString& newOwner) { follow(newOwner); });
-    auto question = QDBusMessage::createMethodCall(
-        QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/org/freedesktop/DBus"),
-        QStringLiteral("org.freedesktop.DBus"), QStringLiteral("GetNameOwner"));
-    question << service;
-    auto* reply = new QDBusPendingCallWatcher(bus.asyncCall(question), this);
-    connect(reply, &QDBusPendingCallWatcher::finished, this, [this, reply] {
-        reply->deleteLater();
-        // An error means that the name has no owner. If `owner` is set already, a change of owner
-        // arrived first and is newer.
-        if (!reply->isError() && owner.isEmpty())
-            follow(reply->reply().arguments().value(0).toString());
-    });
+    : center(center), settle(std::move(settle)), clock(clock) {
+    logind.emplace(bus, service, [this] { follow(); });
 }
 
 LogindMonitor::~LogindMonitor() {
-    if (!owner.isEmpty())
-        setSubscribed(false);
-    leaveSession();
-    // Settling may run the event loop, and logind must not be followed again then.
-    watcher.disconnect(this);
-    owner.clear();
+    // Settling may run the event loop, and logind must not be followed any more then.
+    signalsOfManager.clear();
+    signalsOfSession.reset();
+    logind.reset();
     tasks.drain();
 }
 
-void LogindMonitor::follow(const QString& newOwner) {
-    if (newOwner == owner)
-        return;
-    if (!owner.isEmpty())
-        setSubscribed(false);
+void LogindMonitor::follow() {
+    signalsOfManager.clear();
     leaveSession();
-    owner = newOwner;
     delayLock = {};
     abandonSleep();
-    if (owner.isEmpty())
+    if (!logind->isThere())
         return;
-    setSubscribed(true);
+    subscribe();
     takeDelayLock();
-    readProperty(managerPath, managerInterface, QStringLiteral("PreparingForSleep"),
-                 [this](const QVariant& value) { setPreparingForSleep(value.toBool()); });
+    logind->readProperty(managerPath, managerInterface, QStringLiteral("PreparingForSleep"),
+                         [this](const QVariant& value) { setPreparingForSleep(value.toBool()); });
     findSession();
 }
 
-void LogindMonitor::setSubscribed(bool subscribed) {
-    const auto toggle = [&](const char* signal, const char* slot) {
-        const QString name = QLatin1String(signal);
-        if (!subscribed)
-            bus.disconnect(owner, managerPath, managerInterface, name, this, slot);
-        else if (!bus.connect(owner, managerPath, managerInterface, name, this, slot))
-            qWarning("The signal %s can't be followed.", signal);
+void LogindMonitor::subscribe() {
+    const auto on = [this](const QString& signal, const BusService::Use& handle) {
+        signalsOfManager.push_back(
+            logind->subscribe(managerPath, managerInterface, signal, handle));
     };
-    toggle("PrepareForSleep", SLOT(setPreparingForSleep(bool)));
-    toggle("PrepareForShutdown", SLOT(prepareForShutdown(bool)));
-    toggle("SessionNew", SLOT(sessionAdded()));
-    toggle("SessionRemoved", SLOT(sessionRemoved(QDBusMessage)));
+    on(QStringLiteral("PrepareForSleep"),
+       [this](const auto& signal) { setPreparingForSleep(signal.arguments().value(0).toBool()); });
+    on(QStringLiteral("PrepareForShutdown"),
+       [this](const auto& signal) { prepareForShutdown(signal.arguments().value(0).toBool()); });
+    on(QStringLiteral("SessionNew"), [this](const auto&) { sessionAdded(); });
+    on(QStringLiteral("SessionRemoved"),
+       [this](const auto& signal) { sessionRemoved(pathIn(signal, 1)); });
 }
 
 void LogindMonitor::setPreparingForSleep(bool preparing) {
@@ -124,14 +99,15 @@ void LogindMonitor::abandonSleep() {
 }
 
 void LogindMonitor::takeDelayLock() {
-    call(managerPath, managerInterface, QStringLiteral("Inhibit"),
-         {QStringLiteral("sleep"), QStringLiteral("Tidemark"),
-          QStringLiteral("Write down what happened until then"), QStringLiteral("delay")},
-         [this](const QDBusMessage& reply) {
-             // If the preparations are finished by now, the sleep must not wait for this lock.
-             if (!isReadyToSleep)
-                 delayLock = reply.arguments().value(0).value<QDBusUnixFileDescriptor>();
-         });
+    logind->call(managerPath, managerInterface, QStringLiteral("Inhibit"),
+                 {QStringLiteral("sleep"), QStringLiteral("Tidemark"),
+                  QStringLiteral("Write down what happened until then"), QStringLiteral("delay")},
+                 [this](const QDBusMessage& reply) {
+                     // If the preparations are finished by now, the sleep must not wait for this
+                     // lock.
+                     if (!isReadyToSleep)
+                         delayLock = reply.arguments().value(0).value<QDBusUnixFileDescriptor>();
+                 });
 }
 
 QCoro::Task<void> LogindMonitor::settleForSleep(std::uint64_t sleep) {
@@ -165,31 +141,34 @@ void LogindMonitor::sessionAdded() {
         findSession();
 }
 
-void LogindMonitor::sessionRemoved(const QDBusMessage& signal) {
-    if (signal.arguments().value(1).value<QDBusObjectPath>().path() != session)
+void LogindMonitor::sessionRemoved(const QString& path) {
+    if (path != session)
         return;
     leaveSession();
     findSession();
 }
 
 void LogindMonitor::findSession() {
-    call(managerPath, managerInterface, QStringLiteral("GetSessionByPID"),
-         {QVariant::fromValue(static_cast<quint32>(::getpid()))}, [this](const auto& reply) {
-             if (reply.type() == QDBusMessage::ReplyMessage)
-                 followSession(pathIn(reply));
-             else
-                 findDisplaySession();
-         });
+    logind->call(managerPath, managerInterface, QStringLiteral("GetSessionByPID"),
+                 {QVariant::fromValue(static_cast<quint32>(::getpid()))},
+                 [this](const auto& reply) {
+                     if (reply.type() == QDBusMessage::ReplyMessage)
+                         followSession(pathIn(reply));
+                     else
+                         findDisplaySession();
+                 });
 }
 
 void LogindMonitor::findDisplaySession() {
-    call(managerPath, managerInterface, QStringLiteral("GetUser"),
-         {QVariant::fromValue(static_cast<quint32>(::getuid()))}, [this](const auto& reply) {
-             if (reply.type() != QDBusMessage::ReplyMessage)
-                 return;
-             readProperty(pathIn(reply), userInterface, QStringLiteral("Display"),
-                          [this](const QVariant& value) { followSession(pathInPair(value)); });
-         });
+    logind->call(managerPath, managerInterface, QStringLiteral("GetUser"),
+                 {QVariant::fromValue(static_cast<quint32>(::getuid()))},
+                 [this](const auto& reply) {
+                     if (reply.type() != QDBusMessage::ReplyMessage)
+                         return;
+                     logind->readProperty(
+                         pathIn(reply), userInterface, QStringLiteral("Display"),
+                         [this](const QVariant& value) { followSession(pathInPair(value)); });
+                 });
 }
 
 void LogindMonitor::followSession(const QString& path) {
@@ -197,23 +176,22 @@ void LogindMonitor::followSession(const QString& path) {
     if (path.isEmpty() || !session.isEmpty())
         return;
     session = path;
-    bus.connect(owner, session, propertiesInterface, QStringLiteral("PropertiesChanged"), this,
-                SLOT(sessionChanged(QString, QVariantMap, QStringList)));
+    signalsOfSession = logind->subscribe(
+        session, BusService::propertiesInterface, BusService::propertiesChanged,
+        [this](const QDBusMessage& signal) {
+            sessionChanged(qdbus_cast<QVariantMap>(signal.arguments().value(1)),
+                           signal.arguments().value(2).toStringList());
+        },
+        sessionInterface);
     readSessionActive();
 }
 
 void LogindMonitor::leaveSession() {
-    if (session.isEmpty())
-        return;
-    bus.disconnect(owner, session, propertiesInterface, QStringLiteral("PropertiesChanged"), this,
-                   SLOT(sessionChanged(QString, QVariantMap, QStringList)));
+    signalsOfSession.reset();
     session.clear();
 }
 
-void LogindMonitor::sessionChanged(const QString& interface, const QVariantMap& changed,
-                                   const QStringList& invalidated) {
-    if (interface != sessionInterface)
-        return;
+void LogindMonitor::sessionChanged(const QVariantMap& changed, const QStringList& invalidated) {
     if (const auto active = changed.constFind(activeProperty); active != changed.constEnd())
         setSessionActive(active->toBool());
     else if (invalidated.contains(activeProperty))
@@ -221,15 +199,16 @@ void LogindMonitor::sessionChanged(const QString& interface, const QVariantMap& 
 }
 
 void LogindMonitor::readSessionActive() {
-    readProperty(session, sessionInterface, activeProperty,
-                 [this, asked = session](const QVariant& value) {
-                     if (asked != session)
-                         return;
-                     // The session has just ended. The next one is looked up when it begins.
-                     if (!value.isValid())
-                         return leaveSession();
-                     setSessionActive(value.toBool());
-                 });
+    logind->readProperty(session, sessionInterface, activeProperty,
+                         [this, asked = session](const QVariant& value) {
+                             if (asked != session)
+                                 return;
+                             // The session has just ended. The next one is looked up when it
+                             // begins.
+                             if (!value.isValid())
+                                 return leaveSession();
+                             setSessionActive(value.toBool());
+                         });
 }
 
 void LogindMonitor::setSessionActive(bool active) {
@@ -239,28 +218,6 @@ void LogindMonitor::setSessionActive(bool active) {
     if (before && *before != active)
         center.post(active ? notification::sessionDidBecomeActive
                            : notification::sessionDidResignActive);
-}
-
-void LogindMonitor::call(const QString& path, const QString& interface, const QString& method,
-                         const QVariantList& arguments, const Use& use) {
-    // Sent to the unique name, so that the bus does not start a service.
-    auto question = QDBusMessage::createMethodCall(owner, path, interface, method);
-    question.setArguments(arguments);
-    auto* reply = new QDBusPendingCallWatcher(bus.asyncCall(question), this);
-    connect(reply, &QDBusPendingCallWatcher::finished, this, [this, reply, use, asked = owner] {
-        reply->deleteLater();
-        if (asked == owner)
-            use(reply->reply());
-    });
-}
-
-void LogindMonitor::readProperty(const QString& path, const QString& interface, const QString& name,
-                                 const std::function<void(const QVariant&)>& use) {
-    call(path, propertiesInterface, QStringLiteral("Get"), {interface, name},
-         [use](const QDBusMessage& reply) {
-             const bool isThere = reply.type() == QDBusMessage::ReplyMessage;
-             use(isThere ? reply.arguments().value(0).value<QDBusVariant>().variant() : QVariant());
-         });
 }
 
 } // namespace tidemark

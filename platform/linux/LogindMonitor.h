@@ -4,16 +4,11 @@
 #include "app/base/NotificationCenter.h"
 #include "app/base/TaskScope.h"
 #include "app/ports/SleepAndSessionSource.h"
+#include "platform/linux/BusService.h"
 
-#include <QDBusConnection>
-#include <QDBusMessage>
-#include <QDBusServiceWatcher>
 #include <QDBusUnixFileDescriptor>
-#include <QObject>
-#include <QString>
-#include <QVariantMap>
-#include <functional>
 #include <optional>
+#include <vector>
 
 namespace tidemark {
 
@@ -30,9 +25,7 @@ namespace tidemark {
 ///
 /// The session is that of this process; for a process outside of a session, such as a user service,
 /// it is the one that logind has as the user's `Display`.
-class LogindMonitor final : public QObject, public SleepAndSessionSource {
-    Q_OBJECT
-
+class LogindMonitor final : public SleepAndSessionSource {
 public:
     /// The longest delay of a sleep in seconds. logind itself waits for 5 by default.
     static constexpr double mostDelay = 4;
@@ -44,59 +37,42 @@ public:
     ~LogindMonitor() override;
 
     /// True while logind runs and its signals are received.
-    bool isFollowing() const { return !owner.isEmpty(); }
+    bool isFollowing() const { return logind->isThere(); }
     bool isFollowingSession() const { return !session.isEmpty(); }
     /// Whether the user's session is the active one; absent until it is known.
     std::optional<bool> sessionActive() const { return isSessionActive; }
     /// True while a delay lock is held.
     bool isDelayingSleep() const { return delayLock.isValid(); }
 
-private Q_SLOTS:
-    void setPreparingForSleep(bool preparing);
-    void prepareForShutdown(bool preparing);
-    void sessionAdded();
-    // Takes the whole message, because Qt does not connect a slot with an object path unless that
-    // type was registered elsewhere.
-    void sessionRemoved(const QDBusMessage& signal);
-    void sessionChanged(const QString& interface, const QVariantMap& changed,
-                        const QStringList& invalidated);
-
 private:
-    using Use = std::function<void(const QDBusMessage& reply)>;
-
-    void follow(const QString& newOwner);
-    /// Subscribes to or unsubscribes from the signals of `owner`.
-    void setSubscribed(bool subscribed);
+    void follow();
+    void subscribe();
+    void setPreparingForSleep(bool preparing);
     void abandonSleep();
     void takeDelayLock();
     QCoro::Task<void> settleForSleep(std::uint64_t sleep);
     QCoro::Task<void> limitDelay(std::uint64_t sleep);
     void releaseDelay(std::uint64_t sleep);
+    void prepareForShutdown(bool preparing);
+    void sessionAdded();
+    void sessionRemoved(const QString& path);
     void findSession();
     void findDisplaySession();
     void followSession(const QString& path);
     void leaveSession();
+    void sessionChanged(const QVariantMap& changed, const QStringList& invalidated);
     void readSessionActive();
     void setSessionActive(bool active);
 
-    /// Calls a method of logind. `use` is called with the reply or error, unless the service has
-    /// stopped or been replaced by then.
-    void call(const QString& path, const QString& interface, const QString& method,
-              const QVariantList& arguments, const Use& use);
-    /// `use` is called with an invalid value when the property can't be read.
-    void readProperty(const QString& path, const QString& interface, const QString& name,
-                      const std::function<void(const QVariant&)>& use);
-
-    QDBusConnection bus;
     NotificationCenter& center;
     const Settle settle;
     AppClock& clock;
-    QDBusServiceWatcher watcher;
-    /// The unique name of the running logind; empty when there is none. Only its signals are
-    /// handled: any process may send signals on the system bus.
-    QString owner;
+    /// Absent only while this object is being destroyed.
+    std::optional<BusService> logind;
+    std::vector<BusService::Subscription> signalsOfManager;
     /// Object path of the followed session; empty when there is none.
     QString session;
+    BusService::Subscription signalsOfSession;
     bool isPreparingForSleep = false;
     /// Incremented at the begin and the end of every sleep; replies to calls made under another
     /// number are stale.
