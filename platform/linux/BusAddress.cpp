@@ -26,11 +26,24 @@ std::optional<std::string> unescaped(std::string_view text) {
     return bytes;
 }
 
+std::string variable(const char* name) {
+    const char* value = std::getenv(name);
+    return value ? value : "";
+}
+
 } // namespace
 
 std::string ofSystem() {
-    const char* given = std::getenv("DBUS_SYSTEM_BUS_ADDRESS");
-    return given && *given != '\0' ? given : "unix:path=/var/run/dbus/system_bus_socket";
+    const std::string given = variable("DBUS_SYSTEM_BUS_ADDRESS");
+    return given.empty() ? "unix:path=/var/run/dbus/system_bus_socket" : given;
+}
+
+std::string ofSession() {
+    const std::string given = variable("DBUS_SESSION_BUS_ADDRESS");
+    if (!given.empty())
+        return given;
+    const std::string folder = variable("XDG_RUNTIME_DIR");
+    return folder.empty() ? std::string() : "unix:path=" + folder + "/bus";
 }
 
 std::optional<LocalSocket> localSocket(std::string_view addresses) {

@@ -24,14 +24,19 @@ QDBusMessage busCall(const QString& method, const QVariantList& arguments) {
 const QString BusService::propertiesInterface = QStringLiteral("org.freedesktop.DBus.Properties");
 const QString BusService::propertiesChanged = QStringLiteral("PropertiesChanged");
 
-BusService::BusService(const QDBusConnection& bus, QString name,
+BusService::BusService(const MessageBus& messageBus, QString name,
                        std::function<void()> didChangeOwner, WhenMissing whenMissing)
-    : bus(bus), name(std::move(name)), didChangeOwner(std::move(didChangeOwner)) {
-    if (!bus.isConnected())
-        return;
+    : messageBus(messageBus), name(std::move(name)), didChangeOwner(std::move(didChangeOwner)) {
+    messageBus.whenConnected(this, [this, whenMissing](const QDBusConnection& connection) {
+        start(connection, whenMissing);
+    });
+}
+
+void BusService::start(const QDBusConnection& connection, WhenMissing whenMissing) {
+    bus = connection;
     watcher.setConnection(bus);
     watcher.setWatchMode(QDBusServiceWatcher::WatchForOwnerChange);
-    watcher.addWatchedService(this->name);
+    watcher.addWatchedService(name);
     connect(&watcher, &QDBusServiceWatcher::serviceOwnerChanged, this,
             [this](const QString&, const QString&, const QString& newOwner) { follow(newOwner); });
     findOwner(whenMissing);

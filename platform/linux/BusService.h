@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/linux/MessageBus.h"
+
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusServiceWatcher>
@@ -31,10 +33,10 @@ public:
     using UseValue = std::function<void(const QVariant& value)>;
     using UseValues = std::function<void(const QVariantMap& values)>;
 
-    /// `bus` is a connection made by `SystemBus`; with an invalid one nothing is ever called.
-    /// `didChangeOwner` is called whenever the service has started, ended or been replaced;
-    /// whatever was known about it is then unknown.
-    BusService(const QDBusConnection& bus, QString name, std::function<void()> didChangeOwner,
+    /// `didChangeOwner` is called from the event loop whenever the service has started, ended or
+    /// been replaced; whatever was known about it is then unknown. It is never called without a
+    /// bus.
+    BusService(const MessageBus& bus, QString name, std::function<void()> didChangeOwner,
                WhenMissing whenMissing = WhenMissing::wait);
 
     bool isThere() const { return !uniqueName.isEmpty(); }
@@ -65,11 +67,15 @@ public:
     static const QString propertiesChanged;
 
 private:
+    void start(const QDBusConnection& connection, WhenMissing whenMissing);
     void findOwner(WhenMissing whenMissing);
     void askToStart();
     void follow(const QString& newOwner);
 
-    QDBusConnection bus;
+    /// Keeps the connection, also while it is being made.
+    const MessageBus messageBus;
+    /// Invalid until connected.
+    QDBusConnection bus{QString()};
     const QString name;
     const std::function<void()> didChangeOwner;
     QDBusServiceWatcher watcher;

@@ -36,7 +36,7 @@ QString pathInPair(const QVariant& value) {
 
 } // namespace
 
-LogindMonitor::LogindMonitor(const QDBusConnection& bus, NotificationCenter& center, Settle settle,
+LogindMonitor::LogindMonitor(const MessageBus& bus, NotificationCenter& center, Settle settle,
                              AppClock& clock)
     : center(center), settle(std::move(settle)), clock(clock) {
     logind.emplace(bus, service, [this] { follow(); });

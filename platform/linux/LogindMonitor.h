@@ -30,9 +30,8 @@ public:
     /// The longest delay of a sleep in seconds. logind itself waits for 5 by default.
     static constexpr double mostDelay = 4;
 
-    /// `bus` is a connection made by `SystemBus`, or an invalid one. `center` and `clock` must
-    /// outlive the monitor.
-    LogindMonitor(const QDBusConnection& bus, NotificationCenter& center, Settle settle,
+    /// `center` and `clock` must outlive the monitor.
+    LogindMonitor(const MessageBus& bus, NotificationCenter& center, Settle settle,
                   AppClock& clock = AppClock::system());
     ~LogindMonitor() override;
 
