@@ -1,5 +1,6 @@
 #include "recorder/Recorder.h"
 
+#include "app/ports/SystemServices.h"
 #include "core/base/Files.h"
 #include "core/capture/AdditionalPlaces.h"
 #include "core/system/SystemFacts.h"
@@ -20,9 +21,12 @@ Recorder::Recorder(const RecorderPlaces& where)
     : where(where), held(taken(where.files.directory)),
       stored(where.settings, JsonPreferences::Opening::toWrite, Clock::system(), held.guard()),
       state(stored, AppClock::system().now()),
+      fileCollector({.preferences = stored, .index = systemServices::fileIndex()}),
+      applicationCollector(stored, systemServices::applications()),
       memory({.url = where.files.memoryHistory(),
               .preferences = stored,
               .workspaceCenter = workspaceCenter,
+              .collectors = {&fileCollector, &applicationCollector},
               .collectionAllowed = [this] { return state.canRecord(); },
               .guard = held.guard()}),
       live({.state = state,
@@ -56,6 +60,12 @@ SettingSources Recorder::sources() {
         reasons[SettingSource::formulas] = "Homebrew is not installed.";
     if (std::ranges::any_of(places.diagnostics, isFolder))
         present.insert(SettingSource::diagnosticReports);
+    if (systemServices::fileIndex())
+        present.insert(SettingSource::recentFiles);
+    if (auto reason = systemServices::applicationsAbsence())
+        reasons[SettingSource::applicationLaunches] = *std::move(reason);
+    else
+        present.insert(SettingSource::applicationLaunches);
     return SettingSources(std::move(present), std::move(reasons));
 }
 

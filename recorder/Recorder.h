@@ -1,6 +1,8 @@
 #pragma once
 
 #include "app/base/NotificationCenter.h"
+#include "app/memory/ApplicationCollector.h"
+#include "app/memory/FileCollector.h"
 #include "app/memory/MemoryHistoryService.h"
 #include "app/model/AppModel.h"
 #include "app/model/LiveWiring.h"
@@ -39,6 +41,7 @@ public:
     NotificationCenter& workspace() { return workspaceCenter; }
     TaskScope& tasks() { return scope; }
     MemoryHistoryService& memoryHistory() { return memory; }
+    const FileCollector& files() const { return fileCollector; }
     /// Everything that has been recorded so far.
     RecordedHistory recorded() const;
 
@@ -51,6 +54,8 @@ private:
     NotificationCenter applicationCenter;
     NotificationCenter workspaceCenter;
     ModelState state;
+    FileCollector fileCollector;
+    ApplicationCollector applicationCollector;
     MemoryHistoryService memory;
     LiveWiring live;
     AppModel appModel;

@@ -7,15 +7,19 @@
 namespace tidemark {
 
 void ApplicationCollector::start(MemoryHistoryService& history) {
-    if (!read(preferences, preference::memoryApps))
-        return;
-    source.start([this, &history](const auto& change) { record(history, change); });
+    if (source && read(preferences, preference::memoryApps))
+        source->start([this, &history](const auto& change) { record(history, change); });
+}
+
+void ApplicationCollector::stop() {
+    if (source)
+        source->stop();
 }
 
 void ApplicationCollector::record(MemoryHistoryService& history,
                                   const ApplicationSource::Change& change) {
     const auto& [id, name, path] = change.application;
-    if (!history.active() || id.empty() || id == ownIdentifier
+    if (!history.active() || id.empty() || id == ApplicationSource::ownIdentifier
         || isExcludedApplication(read(preferences, preference::memoryExcludedApps), id))
         return;
     const bool isLaunch = change.kind == ApplicationSource::Change::Kind::launched;

@@ -39,6 +39,10 @@ FileCollector::~FileCollector() {
 void FileCollector::start(MemoryHistoryService& of) {
     if (!read(uses.preferences, preference::memoryFiles))
         return;
+    if (!uses.index) {
+        statusText = unavailable;
+        return;
+    }
     history = &of;
     const bool isFirst = of.beginFileHistory();
     cutoff = uses.clock.now() + (isFirst ? -importedTime : 0);
@@ -49,7 +53,8 @@ void FileCollector::start(MemoryHistoryService& of) {
 }
 
 void FileCollector::stop() {
-    uses.index.stop();
+    if (uses.index)
+        uses.index->stop();
     history = nullptr;
     waiting.clear();
     for (const auto& folder : std::exchange(opened, {}))
@@ -83,10 +88,9 @@ QCoro::Task<void> FileCollector::openFolders() {
 void FileCollector::follow(std::optional<std::vector<std::filesystem::path>> folders) {
     hasMatches = false;
     const bool isStarted =
-        uses.index.start({.since = cutoff, .folders = std::move(folders)},
-                         [this](FileIndex::Matches matches) { take(std::move(matches)); });
-    statusText = isStarted ? "Reading indexed metadata…"
-                           : "File index unavailable. Check folder access and Spotlight indexing.";
+        uses.index->start({.since = cutoff, .folders = std::move(folders)},
+                          [this](FileIndex::Matches matches) { take(std::move(matches)); });
+    statusText = isStarted ? "Reading indexed metadata…" : unavailable;
 }
 
 void FileCollector::take(FileIndex::Matches matches) {

@@ -10,6 +10,7 @@
 #include "app/preferences/Preferences.h"
 
 #include <deque>
+#include <memory>
 #include <string>
 
 namespace tidemark {
@@ -27,7 +28,8 @@ public:
     /// References must outlive the collector.
     struct Setup {
         Preferences& preferences;
-        FileIndex& index;
+        /// Null where the system has none.
+        std::unique_ptr<FileIndex> index;
         AppClock& clock = AppClock::system();
         BookmarkOperations bookmarks = BookmarkOperations::direct();
     };
@@ -50,6 +52,9 @@ private:
     void showMatches();
     /// Whether what began under this generation may still be recorded.
     bool isCurrent(std::uint64_t generation) const;
+
+    static constexpr const char* unavailable =
+        "File index unavailable. Check folder access and Spotlight indexing.";
 
     const Setup uses;
     Published<std::string> statusText{this, "Not observing"};

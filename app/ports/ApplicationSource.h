@@ -4,6 +4,7 @@
 
 #include <functional>
 #include <string>
+#include <string_view>
 
 namespace tidemark {
 
@@ -11,6 +12,9 @@ namespace tidemark {
 /// background are none. Main thread only.
 class ApplicationSource {
 public:
+    /// The identifier of this program as an application.
+    static constexpr std::string_view ownIdentifier = "app.tidemark";
+
     struct Application {
         /// The identifier that the system knows it by.
         std::string id;

@@ -11,8 +11,9 @@ std::string unescaped(std::string_view name) {
     std::string text;
     while (!name.empty()) {
         unsigned code = 0;
-        const bool isEscape = name.starts_with("\\x") && name.size() >= 4
-                              && std::from_chars(&name[2], &name[2] + 2, code, 16).ptr == &name[2] + 2;
+        const bool isEscape =
+            name.starts_with("\\x") && name.size() >= 4
+            && std::from_chars(&name[2], &name[2] + 2, code, 16).ptr == &name[2] + 2;
         text += isEscape ? static_cast<char>(code) : name.front();
         name.remove_prefix(isEscape ? 4 : 1);
     }
@@ -89,8 +90,8 @@ std::optional<ApplicationUnit> ofSnap(std::string_view name) {
     const auto dot = name.find('.');
     if (dot == name.npos || dot == 0 || dot + 1 == name.size())
         return std::nullopt;
-    return ApplicationUnit{
-        {unescaped(name.substr(0, dot)) + '_' + unescaped(name.substr(dot + 1))}, false};
+    return ApplicationUnit{{unescaped(name.substr(0, dot)) + '_' + unescaped(name.substr(dot + 1))},
+                           false};
 }
 
 } // namespace

@@ -1,14 +1,15 @@
 #include "platform/linux/DesktopApplications.h"
 
 #include "core/base/Files.h"
+#include "core/base/Text.h"
 #include "core/capture/CommandText.h"
 #include "core/capture/DesktopEntry.h"
 #include "core/system/UserFolders.h"
+#include "platform/linux/PathList.h"
 
 #include <QStandardPaths>
 #include <algorithm>
 #include <array>
-#include <ranges>
 
 namespace tidemark::desktopApplications {
 
@@ -21,18 +22,12 @@ using Application = ApplicationSource::Application;
 constexpr auto runners =
     std::to_array<std::string_view>({"env", "sh", "bash", "flatpak", "snap", "python3"});
 
-std::string valueOf(const char* variable, const char* otherwise) {
-    const auto value = UserFolders::processEnvironment(variable);
-    return value && !value->empty() ? *value : otherwise;
-}
-
 /// The program of the entry, else the entry itself.
 std::string pathOf(const KeyFile& entry, const fs::path& file) {
     const auto command = entry.value(DesktopEntry::group, "Exec");
-    const auto program =
-        command ? CommandText::firstWord(KeyFile::unescaped(*command),
-                                         CommandText::Quoting::desktopEntry)
-                : std::nullopt;
+    const auto program = command ? CommandText::firstWord(KeyFile::unescaped(*command),
+                                                          CommandText::Quoting::desktopEntry)
+                                 : std::nullopt;
     if (!program || std::ranges::find(runners, fs::path(*program).filename()) != runners.end())
         return textFromBytes(file.native());
     const auto found = QStandardPaths::findExecutable(QString::fromStdString(*program));
@@ -41,11 +36,13 @@ std::string pathOf(const KeyFile& entry, const fs::path& file) {
 
 std::optional<Application> read(const std::string& identifier, const fs::path& file,
                                 std::string bytes) {
-    const auto described = DesktopEntry::described(bytes, FolderEntry{.path = file});
+    FolderEntry described;
+    described.path = file;
+    const auto application = DesktopEntry::described(bytes, described);
     const auto entry = KeyFile::parse(std::move(bytes), KeyFile::Continuation::none);
-    if (!described || !entry || entry->value(DesktopEntry::group, "Terminal") == "true")
+    if (!application || !entry || entry->value(DesktopEntry::group, "Terminal") == "true")
         return std::nullopt;
-    return Application{identifier, described->application.name, pathOf(*entry, file)};
+    return Application{identifier, application->application.name, pathOf(*entry, file)};
 }
 
 /// The files that an identifier may stand for: a "-" in it may be a folder.
@@ -78,10 +75,8 @@ std::optional<std::pair<fs::path, std::string>> firstEntry(const std::string& id
 std::vector<fs::path> folders() {
     std::vector<fs::path> folders{UserFolders::data() / "applications",
                                   UserFolders::data() / "flatpak/exports/share/applications"};
-    const std::string list = valueOf("XDG_DATA_DIRS", "/usr/local/share:/usr/share");
-    for (const auto part : list | std::views::split(':'))
-        if (const fs::path folder(std::string(part.begin(), part.end())); folder.is_absolute())
-            folders.push_back(folder / "applications");
+    for (const auto& data : pathList("XDG_DATA_DIRS", "/usr/local/share:/usr/share"))
+        folders.push_back(data / "applications");
     folders.emplace_back("/var/lib/flatpak/exports/share/applications");
     folders.emplace_back("/var/lib/snapd/desktop/applications");
     return folders;

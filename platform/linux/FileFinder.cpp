@@ -98,7 +98,9 @@ FileFinder::FileFinder(Setup setup)
 
 void FileFinder::run(const Report& report, const std::stop_token& stop) {
     const Waiting waiting(stop);
-    auto first = matches(findAll(stop).take(), stop);
+    NewestFiles found(FileIndex::mostMatches);
+    findAll(found, stop);
+    auto first = matches(found.take(), stop);
     if (!stop.stop_requested())
         report(std::move(first));
     while (!stop.stop_requested()) {
@@ -108,9 +110,9 @@ void FileFinder::run(const Report& report, const std::stop_token& stop) {
         waiting.until(monotonicNow() + uses.delays.batch, -1);
         if (stop.stop_requested())
             return;
-        auto found = findChanged(stop);
+        findChanged(found, stop);
         if (const auto due = nextWalk(); due && *due <= monotonicNow())
-            found = findAll(stop);
+            findAll(found, stop);
         auto changes = matches(found.take(), stop);
         if (!changes.files.empty() && !stop.stop_requested())
             report(std::move(changes));
@@ -125,8 +127,7 @@ std::optional<double> FileFinder::nextWalk() const {
     return std::nullopt;
 }
 
-NewestFiles FileFinder::findAll(const std::stop_token& stop) {
-    NewestFiles found(FileIndex::mostMatches);
+void FileFinder::findAll(NewestFiles& found, const std::stop_token& stop) {
     const Date since = std::exchange(lastWalkDate, Date::now());
     isOverBudget = hasLostEvents = hasMissingFolders = false;
     watchFolder(uses.recentlyUsed.parent_path());
@@ -135,7 +136,6 @@ NewestFiles FileFinder::findAll(const std::stop_token& stop) {
     readList(since, found);
     enter(startsOf(uses.folders), since, found, stop);
     lastWalk = monotonicNow();
-    return found;
 }
 
 void FileFinder::watchFolder(const fs::path& folder) {
@@ -155,8 +155,7 @@ void FileFinder::enter(std::vector<folderWalk::Start> starts, Date since, Newest
     folderWalk::visit(starts, visitor, stop);
 }
 
-NewestFiles FileFinder::findChanged(const std::stop_token& stop) {
-    NewestFiles found(FileIndex::mostMatches);
+void FileFinder::findChanged(NewestFiles& found, const std::stop_token& stop) {
     const auto [events, isIncomplete] = watch.read();
     hasLostEvents = hasLostEvents || isIncomplete;
     std::unordered_set<std::string_view> seen;
@@ -164,7 +163,6 @@ NewestFiles FileFinder::findChanged(const std::stop_token& stop) {
         if (event.kind != FolderWatch::Event::Kind::written
             || seen.insert(event.path.native()).second)
             handle(event, found, stop);
-    return found;
 }
 
 void FileFinder::handle(const FolderWatch::Event& event, NewestFiles& found,
@@ -173,7 +171,8 @@ void FileFinder::handle(const FolderWatch::Event& event, NewestFiles& found,
     if (event.path == uses.recentlyUsed)
         return readList(uses.scope.since, found);
     if (event.kind == Kind::gone) {
-        hasMissingFolders = hasMissingFolders || depthOf(event.path) == 0;
+        hasMissingFolders = hasMissingFolders || depthOf(event.path) == 0
+                            || event.path == uses.recentlyUsed.parent_path();
         return;
     }
     const auto depth = depthOf(event.path);
@@ -186,6 +185,8 @@ void FileFinder::handle(const FolderWatch::Event& event, NewestFiles& found,
         return;
     if (event.isFromElsewhere && arrivals.size() < mostArrivals)
         arrivals[event.path.native()] = status->changed;
+    else if (event.kind == Kind::movedIn)
+        arrivals.erase(event.path.native());
     add(event.path, status, uses.scope.since, found);
 }
 

@@ -53,8 +53,8 @@ private:
     using File = NewestFiles::File;
     using Uses = std::unordered_map<std::string, Date>;
 
-    NewestFiles findAll(const std::stop_token& stop);
-    NewestFiles findChanged(const std::stop_token& stop);
+    void findAll(NewestFiles& found, const std::stop_token& stop);
+    void findChanged(NewestFiles& found, const std::stop_token& stop);
     void enter(std::vector<folderWalk::Start> starts, Date since, NewestFiles& found,
                const std::stop_token& stop);
     void handle(const FolderWatch::Event& event, NewestFiles& found, const std::stop_token& stop);

@@ -41,16 +41,16 @@ std::vector<fs::path> canonical(const std::vector<fs::path>& folders) {
     return paths;
 }
 
-FileFinder::Setup finderSetup(FileIndex::Scope scope, const FolderFileIndex::Setup& uses) {
-    const auto places = uses.places();
+FileFinder::Setup finderSetup(FileIndex::Scope scope, const FolderFileIndex::Places& places,
+                              DownloadOrigins origins, FileFinder::Delays delays) {
     auto folders = canonical(scope.folders.value_or(places.documents));
     return {.scope = std::move(scope),
             .folders = std::move(folders),
             .recentlyUsed =
                 canonicalPath(places.recentlyUsed.parent_path()) / places.recentlyUsed.filename(),
             .downloads = canonicalPath(places.downloads),
-            .origins = DownloadOrigins(DownloadOrigins::findGio(), uses.hasMetadata),
-            .delays = uses.delays};
+            .origins = std::move(origins),
+            .delays = delays};
 }
 
 } // namespace
@@ -60,10 +60,13 @@ class FolderFileIndex::Run : public std::enable_shared_from_this<Run> {
 public:
     explicit Run(Found found) : found(std::move(found)) {}
 
-    void begin(Scope scope, const Setup& uses) {
-        startThread([self = shared_from_this(), scope = std::move(scope), uses] {
+    void begin(Scope scope, const Setup& uses, std::shared_ptr<std::atomic<bool>> hasMetadata) {
+        startThread([self = shared_from_this(), scope = std::move(scope), uses,
+                     hasMetadata = std::move(hasMetadata)] {
             lowerThreadPriority();
-            FileFinder(finderSetup(scope, uses))
+            DownloadOrigins origins(DownloadOrigins::findGio(),
+                                    [hasMetadata] { return hasMetadata->load(); });
+            FileFinder(finderSetup(scope, uses.places(), std::move(origins), uses.delays))
                 .run([&](Matches matches) { self->deliver(std::move(matches)); },
                      self->source.get_token());
         }).detach();
@@ -111,15 +114,22 @@ FolderFileIndex::Places FolderFileIndex::Places::current() {
 
 bool FolderFileIndex::start(Scope scope, Found found) {
     stop();
+    followMetadata();
     run = std::make_shared<Run>(std::move(found));
     try {
-        run->begin(std::move(scope), uses);
+        run->begin(std::move(scope), uses, hasMetadata);
         return true;
     } catch (const Error& error) {
         qWarning("Recent files can't be followed. %s", error.what());
         run.reset();
         return false;
     }
+}
+
+void FolderFileIndex::followMetadata() {
+    if (!metadata)
+        metadata.emplace(uses.bus(), QStringLiteral("org.gtk.vfs.Daemon"),
+                         [this] { hasMetadata->store(metadata->isThere()); });
 }
 
 void FolderFileIndex::stop() {

@@ -1,8 +1,11 @@
 #pragma once
 
+#include "platform/linux/BusService.h"
 #include "platform/linux/FileFinder.h"
 
+#include <atomic>
 #include <memory>
+#include <optional>
 
 namespace tidemark {
 
@@ -23,8 +26,8 @@ public:
     };
     struct Setup {
         std::function<Places()> places = &Places::current;
-        /// Whether the service with the metadata of the desktop runs. Called on any thread.
-        std::function<bool()> hasMetadata = [] { return false; };
+        /// The bus of the session; used from the first start on.
+        std::function<MessageBus()> bus = &MessageBus::session;
         FileFinder::Delays delays{};
     };
 
@@ -38,7 +41,14 @@ public:
 private:
     class Run;
 
+    void followMetadata();
+
     const Setup uses;
+    /// The service with the metadata of the desktop.
+    std::optional<BusService> metadata;
+    /// Whether it runs; also read by the thread.
+    const std::shared_ptr<std::atomic<bool>> hasMetadata =
+        std::make_shared<std::atomic<bool>>(false);
     std::shared_ptr<Run> run;
 };
 

@@ -9,4 +9,20 @@ systemServices::sleepAndSession(NotificationCenter& notifications, SleepAndSessi
     return std::make_unique<WorkspaceMonitor>(notifications);
 }
 
+std::unique_ptr<ApplicationSource> systemServices::applications() {
+    return nullptr;
+}
+
+std::optional<std::string> systemServices::applicationsAbsence() {
+    return "This release can’t follow applications on this system.";
+}
+
+std::unique_ptr<FileIndex> systemServices::fileIndex() {
+    return nullptr;
+}
+
+std::unique_ptr<LoginItem> systemServices::loginItem(std::vector<std::string>) {
+    return nullptr;
+}
+
 } // namespace tidemark

@@ -34,6 +34,8 @@ struct Status {
     std::int64_t events = 0;
     std::int64_t folders = 0;
     std::vector<std::string> problems;
+    /// What the file history does at present.
+    std::optional<std::string> files;
 
     static constexpr auto fields() {
         return std::tuple{
@@ -47,6 +49,7 @@ struct Status {
             Field{"events", &Status::events},
             Field{"folders", &Status::folders},
             Field{"problems", &Status::problems, Private},
+            Field{"files", &Status::files, Shown},
         };
     }
 };
@@ -89,6 +92,8 @@ std::string shown(const Status& status, bool asJson) {
     line(out, "Captures kept", std::to_string(status.snapshots));
     line(out, "Events", std::to_string(status.events));
     line(out, "Folders", std::to_string(status.folders));
+    if (status.files)
+        line(out, "Recent files", *status.files);
     for (const auto& problem : status.problems)
         line(out, "Problem", problem);
     return out;
@@ -103,6 +108,8 @@ QCoro::Task<std::string> status(CommandContext& context, const Options& options)
         status.mode = rawValue(*state.recordingMode);
     status.activity = context.model().recordingStatus();
     status.nextCapture = context.model().nextAutomaticCapture();
+    if (context.isRunning)
+        status.files = context.recorder.files().status();
     for (const auto& problem :
          {*state.error, *state.activityError, context.recorder.memoryHistory().failure()})
         if (problem)

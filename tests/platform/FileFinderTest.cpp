@@ -15,8 +15,11 @@
 #include <thread>
 
 #include <gtest/gtest.h>
+#include <sched.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
 #include <sys/xattr.h>
+#include <unistd.h>
 
 using namespace tidemark;
 namespace fs = std::filesystem;
@@ -265,6 +268,31 @@ TEST_F(FileFinderTest, WalksAgainWhereItCannotWatch) {
     nextOf("c.txt");
 }
 
+TEST(FolderWatch, ReportsThatTheSystemAllowsNoFurtherFolder) {
+    const test::TemporaryFolder folder;
+    for (const char* name : {"a", "b", "c"})
+        folder.makeFolder(name);
+    constexpr int notPossible = 77;
+    // The limit is that of a user namespace, which only a process of one thread may create.
+    const pid_t child = ::fork();
+    if (child == 0) {
+        const bool isLimited =
+            ::unshare(CLONE_NEWUSER) == 0
+            && (std::ofstream("/proc/sys/user/max_inotify_watches") << 2).flush();
+        if (!isLimited)
+            ::_exit(notPossible);
+        FolderWatch watch(100);
+        const bool isAsExpected =
+            watch.add(folder / "a") && watch.add(folder / "b") && !watch.add(folder / "c");
+        ::_exit(isAsExpected ? 0 : 1);
+    }
+    int status = 0;
+    ASSERT_EQ(::waitpid(child, &status, 0), child);
+    if (WEXITSTATUS(status) == notPossible)
+        GTEST_SKIP() << "the limit can't be changed here";
+    EXPECT_EQ(status, 0);
+}
+
 TEST_F(FileFinderTest, WalksAgainAfterAFlood) {
     start();
     hold();
@@ -335,14 +363,15 @@ TEST(DownloadOrigins, AreInAttributesOrInTheMetadataOfTheDesktop) {
 TEST(FolderFileIndex, ReportsToTheEventLoopUntilStopped) {
     const test::TemporaryFolder home;
     home.write("Documents/a.txt", "");
-    FolderFileIndex index({.places =
-                               [&] {
-                                   return FolderFileIndex::Places{.documents = {home / "Documents"},
-                                                                  .downloads = home / "Downloads",
-                                                                  .recentlyUsed = home / "list"};
-                               },
-                           .hasMetadata = [] { return false; },
-                           .delays = {.batch = 0.005}});
+    FolderFileIndex index(
+        {.places =
+             [&] {
+                 return FolderFileIndex::Places{.documents = {home / "Documents"},
+                                                .downloads = home / "Downloads",
+                                                .recentlyUsed = home / "list"};
+             },
+         .bus = [] { return MessageBus(QDBusConnection(QStringLiteral("none"))); },
+         .delays = {.batch = 0.005}});
     const auto main = std::this_thread::get_id();
     std::vector<std::string> paths;
     const auto found = [&](const FileIndex::Matches& matches) {

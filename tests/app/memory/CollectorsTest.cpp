@@ -76,11 +76,14 @@ struct Collectors : testing::Test {
     test::ManualAppClock clock;
     test::MemoryPreferences preferences;
     NotificationCenter workspace;
-    FakeIndex index;
-    FakeApplications source;
+    FakeIndex* const made = new FakeIndex;
+    FakeIndex& index = *made;
+    FakeApplications* const madeSource = new FakeApplications;
+    FakeApplications& source = *madeSource;
     bool allowed = true;
-    FileCollector files{{.preferences = preferences, .index = index, .clock = clock}};
-    ApplicationCollector applications{preferences, source};
+    FileCollector files{
+        {.preferences = preferences, .index = std::unique_ptr<FileIndex>(made), .clock = clock}};
+    ApplicationCollector applications{preferences, std::unique_ptr<ApplicationSource>(madeSource)};
     std::optional<MemoryHistoryService> service;
 };
 
