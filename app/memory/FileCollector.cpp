@@ -4,6 +4,7 @@
 #include "app/memory/MemoryFolders.h"
 #include "app/memory/MemoryHistoryService.h"
 #include "app/preferences/PreferenceKeys.h"
+#include "core/base/Error.h"
 #include "core/memory/FileRecords.h"
 
 #include <algorithm>
@@ -72,7 +73,12 @@ QCoro::Task<void> FileCollector::openFolders() {
     const auto generation = history->generation();
     const auto open = [folders = MemoryFolders(uses.preferences, uses.bookmarks)](
                           const std::stop_token&) { return folders.open(); };
-    auto folders = co_await runInBackground(open, tasks.token());
+    std::vector<std::filesystem::path> folders;
+    try {
+        folders = co_await runInBackground(open, tasks.token());
+    } catch (const Error& error) {
+        qWarning("The folders of the file history can't be opened. %s", error.what());
+    }
     if (!isCurrent(generation)) {
         for (const auto& folder : folders)
             uses.bookmarks.stop(folder);
@@ -110,8 +116,12 @@ QCoro::Task<void> FileCollector::add() {
                            now = uses.clock.now()](const std::stop_token&) {
             return recordsOf(files, archive, after, now);
         };
-        auto records =
-            co_await runInBackground(make, tasks.token(), WorkPriority::utility, &thread);
+        std::vector<MemoryRecord> records;
+        try {
+            records = co_await runInBackground(make, tasks.token(), WorkPriority::utility, &thread);
+        } catch (const Error& error) {
+            qWarning("Recent files can't be recorded. %s", error.what());
+        }
         if (isCurrent(generation) && !records.empty())
             history->update(std::move(records));
     }

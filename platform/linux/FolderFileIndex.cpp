@@ -66,9 +66,11 @@ public:
             lowerThreadPriority();
             DownloadOrigins origins(DownloadOrigins::findGio(),
                                     [hasMetadata] { return hasMetadata->load(); });
-            FileFinder(finderSetup(scope, uses.places(), std::move(origins), uses.delays))
-                .run([&](Matches matches) { self->deliver(std::move(matches)); },
-                     self->source.get_token());
+            try {
+                self->find(finderSetup(scope, uses.places(), std::move(origins), uses.delays));
+            } catch (const std::exception& error) {
+                qWarning("Recent files are not followed any more. %s", error.what());
+            }
         }).detach();
     }
     void end() {
@@ -78,6 +80,10 @@ public:
     }
 
 private:
+    void find(FileFinder::Setup setup) {
+        FileFinder(std::move(setup))
+            .run([this](Matches matches) { deliver(std::move(matches)); }, source.get_token());
+    }
     void deliver(Matches matches) {
         // The application object exists as long as the index, but not as long as this thread.
         const std::lock_guard guard(mutex);

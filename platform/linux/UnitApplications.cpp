@@ -1,6 +1,7 @@
 #include "platform/linux/UnitApplications.h"
 
 #include "app/base/Background.h"
+#include "core/base/Error.h"
 
 #include <QDBusArgument>
 #include <QDBusObjectPath>
@@ -167,7 +168,12 @@ QCoro::Task<void> UnitApplications::identify(QString name, Date moment, double n
                        folders = uses.folders](const std::stop_token&) {
         return desktopApplications::find(identifiers, folders());
     };
-    const auto application = co_await runInBackground(find, tasks.token());
+    std::optional<Application> application;
+    try {
+        application = co_await runInBackground(find, tasks.token());
+    } catch (const Error& error) {
+        qWarning("An application can't be identified. %s", error.what());
+    }
     const auto unit = units.find(name);
     const bool isStill =
         unit != units.end() && unit->second.number == number && unit->second.isActive;

@@ -209,7 +209,8 @@ TEST(ApplicationInstances, AreCountedByApplication) {
 TEST_F(UnitApplicationsTest, FollowARealServiceManager) {
     if (const auto absence = test::UserManager::absence())
         GTEST_SKIP() << *absence;
-    test::UserManager real(home);
+    test::UserManager real;
+    bus = real.connect();
     start();
     untilFollowing();
     real.run(
@@ -229,21 +230,22 @@ TEST_F(UnitApplicationsTest, FollowARealServiceManager) {
 
 TEST_F(MockedUnits, CountOnlyUnitsThatBecomeActive) {
     startManager();
-    systemd.control(managerPath, u"AddMockUnit"_s, {u"app-org.example.Editor@1.service"_s});
-    setState(u"app-org.example.Editor@1.service"_s, u"active"_s);
+    systemd.control(managerPath, u"AddMockUnit"_s, {u"app-org.example.Editor-1.scope"_s});
+    setState(u"app-org.example.Editor-1.scope"_s, u"active"_s);
     start();
     untilFollowing();
     // It ran before, so it is not launched; asking for a unit makes it known without running it.
-    add(u"app-org.example.Player@1.service"_s, u"inactive"_s);
-    add(u"app-two-words@autostart.service"_s, u"active"_s);
-    add(u"app-org.example.Unknown@1.service"_s, u"active"_s);
-    setState(u"app-org.example.Player@1.service"_s, u"activating"_s);
-    setState(u"app-org.example.Player@1.service"_s, u"active"_s);
+    add(u"app-org.example.Player.service"_s, u"inactive"_s);
+    add(u"app-two-words-autostart.service"_s, u"active"_s);
+    add(u"app-org.example.Unknown.service"_s, u"active"_s);
+    setState(u"app-org.example.Player.service"_s, u"activating"_s);
+    setState(u"app-org.example.Player.service"_s, u"active"_s);
     expectReported("+org.example.Player ");
-    setState(u"app-org.example.Player@1.service"_s, u"failed"_s);
-    emitSignal(u"UnitRemoved"_s, u"app-two-words@autostart.service"_s);
-    emitSignal(u"UnitRemoved"_s, u"app-org.example.Editor@1.service"_s);
-    expectReported("-org.example.Player -two-words -org.example.Editor ");
+    setState(u"app-org.example.Player.service"_s, u"failed"_s);
+    expectReported("-org.example.Player ");
+    emitSignal(u"UnitRemoved"_s, u"app-two-words-autostart.service"_s);
+    emitSignal(u"UnitRemoved"_s, u"app-org.example.Editor-1.scope"_s);
+    expectReported("-two-words -org.example.Editor ");
 }
 
 TEST_F(MockedUnits, StartAnewWithTheServiceAndTheCollector) {
@@ -251,19 +253,19 @@ TEST_F(MockedUnits, StartAnewWithTheServiceAndTheCollector) {
     for (int i = 0; i < 2; ++i) {
         startManager();
         untilFollowing();
-        add(u"app-org.example.Editor@1.service"_s, u"active"_s);
+        add(u"app-org.example.Editor-1.scope"_s, u"active"_s);
         expectReported("+org.example.Editor ");
         systemd.stop();
         test::until([&] { return !source->isFollowing(); });
     }
     startManager();
-    add(u"app-org.example.Editor@1.service"_s, u"active"_s);
+    add(u"app-org.example.Editor-1.scope"_s, u"active"_s);
     untilFollowing();
     source->stop();
-    emitSignal(u"UnitRemoved"_s, u"app-org.example.Editor@1.service"_s);
+    emitSignal(u"UnitRemoved"_s, u"app-org.example.Editor-1.scope"_s);
     follow();
     untilFollowing();
-    add(u"app-org.example.Player@1.service"_s, u"active"_s);
+    add(u"app-org.example.Player.service"_s, u"active"_s);
     expectReported("+org.example.Player ");
 }
 
@@ -272,15 +274,15 @@ TEST_F(MockedUnits, IgnoreOtherSendersAndFloods) {
     start();
     untilFollowing();
     const auto stranger = home.connect(u"stranger"_s);
-    add(u"app-org.example.Editor@1.service"_s, u"active"_s);
+    add(u"app-org.example.Editor-1.scope"_s, u"active"_s);
     expectReported("+org.example.Editor ");
     auto forged = QDBusMessage::createSignal(managerPath, manager, u"UnitRemoved"_s);
-    forged << u"app-org.example.Editor@1.service"_s
-           << QVariant::fromValue(QDBusObjectPath(pathOf(u"app-org.example.Editor@1.service"_s)));
+    forged << u"app-org.example.Editor-1.scope"_s
+           << QVariant::fromValue(QDBusObjectPath(pathOf(u"app-org.example.Editor-1.scope"_s)));
     for (int i = 0; i < 1'000; ++i)
         ASSERT_TRUE(stranger.send(forged));
     for (int i = 0; i < 500; ++i)
-        emitSignal(u"UnitNew"_s, u"app-org.example.Nothing@%1.service"_s.arg(i));
-    add(u"app-org.example.Player@1.service"_s, u"active"_s);
+        emitSignal(u"UnitNew"_s, u"app-org.example.Nothing%1.service"_s.arg(i));
+    add(u"app-org.example.Player.service"_s, u"active"_s);
     expectReported("+org.example.Player ");
 }

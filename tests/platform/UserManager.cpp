@@ -1,6 +1,9 @@
 #include "tests/platform/UserManager.h"
 
+#include "tests/app/support/Await.h"
+
 #include <QProcessEnvironment>
+#include <QTimer>
 #include <fstream>
 
 #include <unistd.h>
@@ -40,20 +43,21 @@ constexpr const char* script = R"(
 std::optional<std::string> UserManager::absence() {
     if (::geteuid() != 0)
         return "only root may create control groups";
-    if (!std::filesystem::exists("/usr/lib/systemd/systemd"))
-        return "systemd is not installed";
+    for (const char* file : {"/usr/lib/systemd/systemd", "/usr/lib/systemd/user/dbus.socket"})
+        if (!std::filesystem::exists(file))
+            return std::string(file) + " is not installed";
     if (controlGroups().empty() || !std::filesystem::exists("/sys/fs/cgroup"))
         return "control groups of version 2 are not mounted";
     return std::nullopt;
 }
 
-UserManager::UserManager(const PrivateBus& bus)
-    : group(controlGroups() / ("tidemark-test-" + std::to_string(::getpid()))) {
+UserManager::UserManager()
+    : runtime(folder.makeFolder("run")),
+      group(controlGroups() / ("tidemark-test-" + std::to_string(::getpid()))) {
     std::filesystem::create_directory(group);
-    const auto runtime = folder.makeFolder("run");
     std::filesystem::permissions(runtime, std::filesystem::perms::owner_all);
     auto environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(u"DBUS_SESSION_BUS_ADDRESS"_s, bus.address());
+    environment.remove(u"DBUS_SESSION_BUS_ADDRESS"_s);
     environment.insert(u"XDG_RUNTIME_DIR"_s, QString::fromStdString(runtime.native()));
     environment.insert(u"HOME"_s, QString::fromStdString(folder.path().native()));
     environment.insert(u"GROUP"_s, QString::fromStdString(group.native()));
@@ -63,7 +67,17 @@ UserManager::UserManager(const PrivateBus& bus)
     process.waitForStarted();
 }
 
+QDBusConnection UserManager::connect() {
+    const auto socket = runtime / "bus";
+    QTimer look;
+    look.start(5);
+    until([&] { return std::filesystem::exists(socket); });
+    return QDBusConnection::connectToBus(u"unix:path="_s + QString::fromStdString(socket.native()),
+                                         u"user"_s);
+}
+
 UserManager::~UserManager() {
+    QDBusConnection::disconnectFromBus(u"user"_s);
     std::ofstream(group / "cgroup.kill") << 1;
     process.waitForFinished();
     // The system removes the killed processes a moment later.

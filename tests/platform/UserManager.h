@@ -1,8 +1,8 @@
 #pragma once
 
-#include "tests/platform/PrivateBus.h"
 #include "tests/support/TemporaryFolder.h"
 
+#include <QDBusConnection>
 #include <QProcess>
 #include <filesystem>
 #include <optional>
@@ -10,21 +10,25 @@
 
 namespace tidemark::test {
 
-/// A real service manager of a user (systemd --user) on a private bus, in a control group and a
-/// mount namespace of its own.
+/// A real service manager of a user (systemd --user) and the message bus that it starts, in a
+/// control group and a mount namespace of their own.
 class UserManager {
 public:
     /// Why there can be none on this machine.
     static std::optional<std::string> absence();
 
-    explicit UserManager(const PrivateBus& bus);
+    UserManager();
     ~UserManager();
+
+    /// Waits for the bus and connects to it.
+    QDBusConnection connect();
 
     /// Runs a shell command in the background in its namespace, such as systemd-run.
     void run(const QByteArray& command) { process.write(command + " &\n"); }
 
 private:
     TemporaryFolder folder;
+    std::filesystem::path runtime;
     std::filesystem::path group;
     QProcess process;
 };
