@@ -7,8 +7,14 @@
 #include "tests/platform/PrivateBus.h"
 #include "tests/platform/UserManager.h"
 
+#include <QDBusArgument>
+#include <QDBusMetaType>
 #include <QDBusObjectPath>
+#include <QDBusVariant>
+#include <QDBusVirtualObject>
 #include <QTimer>
+#include <algorithm>
+#include <map>
 #include <memory>
 
 #include <gtest/gtest.h>
@@ -19,7 +25,8 @@ namespace fs = std::filesystem;
 
 namespace {
 
-const QString manager = u"org.freedesktop.systemd1.Manager"_s;
+const QString serviceName = u"org.freedesktop.systemd1"_s;
+const QString managerInterface = u"org.freedesktop.systemd1.Manager"_s;
 const QString managerPath = u"/org/freedesktop/systemd1"_s;
 const QString unitInterface = u"org.freedesktop.systemd1.Unit"_s;
 
@@ -73,42 +80,93 @@ struct UnitApplicationsTest : testing::Test {
     std::unique_ptr<UnitApplications> source;
 };
 
-/// With a mock of the service manager, for what the real one can't be made to do.
-struct MockedUnits : UnitApplicationsTest {
-    test::MockService systemd{home, bus, u"systemd"_s, u"org.freedesktop.systemd1"_s};
+/// One unit in the reply to `ListUnitsByPatterns`.
+struct ListedUnit {
+    QString name;
+    QString path;
+};
 
-    void startManager() {
-        systemd.start();
-        const auto answer = [&](const QString& method, const QString& in, const QString& out,
-                                const QString& code) {
-            systemd.control(managerPath, u"AddMethod"_s, {manager, method, in, out, code});
-        };
-        answer(u"Subscribe"_s, u""_s, u""_s, u""_s);
-        answer(u"ListUnitsByPatterns"_s, u"asas"_s, u"a(ssssssouso)"_s,
-               u"ret = [(n, '', 'loaded', '', '', '', dbus.ObjectPath(p), 0, '', "
-               u"dbus.ObjectPath('/')) for n, p in self.units.items()]"_s);
+QDBusArgument& operator<<(QDBusArgument& argument, const ListedUnit& unit) {
+    argument.beginStructure();
+    argument << unit.name << QString() << QString() << QString() << QString() << QString()
+             << QDBusObjectPath(unit.path) << quint32{0} << QString() << QDBusObjectPath(u"/"_s);
+    argument.endStructure();
+    return argument;
+}
+
+/// Only for the registration of the type.
+const QDBusArgument& operator>>(const QDBusArgument& argument, ListedUnit&) {
+    return argument;
+}
+
+/// A service manager in this process, for what the real one can't be made to do.
+class FakeManager final : public QDBusVirtualObject {
+public:
+    explicit FakeManager(QDBusConnection connection) : bus(std::move(connection)) {
+        qDBusRegisterMetaType<ListedUnit>();
+        qDBusRegisterMetaType<QList<ListedUnit>>();
+        bus.registerVirtualObject(managerPath, this, QDBusConnection::SubPath);
     }
-    static QString pathOf(const QString& unit) {
-        QString name = unit;
-        return u"/org/freedesktop/systemd1/unit/"_s
-               + name.replace(QLatin1Char('.'), QLatin1Char('_'))
-                     .replace(QLatin1Char('-'), QLatin1Char('_'));
-    }
-    void emitSignal(const QString& signal, const QString& unit) {
-        systemd.control(
-            managerPath, u"EmitSignal"_s,
-            {manager, signal, u"so"_s,
-             QVariant(QVariantList{unit, QVariant::fromValue(QDBusObjectPath(pathOf(unit)))})});
+
+    void start() { ASSERT_TRUE(bus.registerService(serviceName)); }
+    void stop() {
+        states.clear();
+        bus.unregisterService(serviceName);
     }
     void add(const QString& unit, const QString& state) {
-        systemd.control(managerPath, u"AddMockUnit"_s, {unit});
-        setState(unit, state);
+        states[unit] = state;
         emitSignal(u"UnitNew"_s, unit);
     }
     void setState(const QString& unit, const QString& state) {
-        systemd.control(pathOf(unit), u"UpdateProperties"_s,
-                        {unitInterface, QVariantMap{{u"ActiveState"_s, state}}});
+        states[unit] = state;
+        auto signal = QDBusMessage::createSignal(pathOf(unit), u"org.freedesktop.DBus.Properties"_s,
+                                                 u"PropertiesChanged"_s);
+        signal << unitInterface << QVariantMap{{u"ActiveState"_s, state}} << QStringList();
+        bus.send(signal);
     }
+    void remove(const QString& unit) {
+        states.erase(unit);
+        emitSignal(u"UnitRemoved"_s, unit);
+    }
+    void emitSignal(const QString& name, const QString& unit) const { emitSignal(bus, name, unit); }
+    static void emitSignal(const QDBusConnection& sender, const QString& name,
+                           const QString& unit) {
+        auto signal = QDBusMessage::createSignal(managerPath, managerInterface, name);
+        signal << unit << QVariant::fromValue(QDBusObjectPath(pathOf(unit)));
+        sender.send(signal);
+    }
+
+    bool handleMessage(const QDBusMessage& call, const QDBusConnection& connection) override {
+        auto reply = call.createReply();
+        if (call.member() == u"ListUnitsByPatterns"_s) {
+            QList<ListedUnit> units;
+            for (const auto& [name, state] : states)
+                units.append({name, pathOf(name)});
+            reply << QVariant::fromValue(units);
+        } else if (call.member() == u"Get"_s) {
+            const auto unit = std::ranges::find_if(
+                states, [&](const auto& known) { return pathOf(known.first) == call.path(); });
+            if (unit == states.end())
+                reply = call.createErrorReply(QDBusError::UnknownObject, u"no such unit"_s);
+            else
+                reply << QVariant::fromValue(QDBusVariant(unit->second));
+        }
+        return connection.send(reply);
+    }
+    QString introspect(const QString&) const override { return {}; }
+
+private:
+    static QString pathOf(const QString& unit) {
+        return managerPath + u"/unit/"_s + QString::fromLatin1(unit.toLatin1().toHex());
+    }
+
+    QDBusConnection bus;
+    /// The state of each unit.
+    std::map<QString, QString> states;
+};
+
+struct MockedUnits : UnitApplicationsTest {
+    FakeManager systemd{home.connect(u"manager"_s)};
 };
 
 } // namespace
@@ -229,60 +287,56 @@ TEST_F(UnitApplicationsTest, FollowARealServiceManager) {
 }
 
 TEST_F(MockedUnits, CountOnlyUnitsThatBecomeActive) {
-    startManager();
-    systemd.control(managerPath, u"AddMockUnit"_s, {u"app-org.example.Editor-1.scope"_s});
-    setState(u"app-org.example.Editor-1.scope"_s, u"active"_s);
+    systemd.start();
+    systemd.add(u"app-org.example.Editor-1.scope"_s, u"active"_s);
     start();
     untilFollowing();
     // It ran before, so it is not launched; asking for a unit makes it known without running it.
-    add(u"app-org.example.Player.service"_s, u"inactive"_s);
-    add(u"app-two-words-autostart.service"_s, u"active"_s);
-    add(u"app-org.example.Unknown.service"_s, u"active"_s);
-    setState(u"app-org.example.Player.service"_s, u"activating"_s);
-    setState(u"app-org.example.Player.service"_s, u"active"_s);
+    systemd.add(u"app-org.example.Player@1.service"_s, u"inactive"_s);
+    systemd.add(u"app-two-words@autostart.service"_s, u"active"_s);
+    systemd.add(u"app-org.example.Unknown@1.service"_s, u"active"_s);
+    systemd.setState(u"app-org.example.Player@1.service"_s, u"activating"_s);
+    systemd.setState(u"app-org.example.Player@1.service"_s, u"active"_s);
     expectReported("+org.example.Player ");
-    setState(u"app-org.example.Player.service"_s, u"failed"_s);
+    systemd.setState(u"app-org.example.Player@1.service"_s, u"failed"_s);
     expectReported("-org.example.Player ");
-    emitSignal(u"UnitRemoved"_s, u"app-two-words-autostart.service"_s);
-    emitSignal(u"UnitRemoved"_s, u"app-org.example.Editor-1.scope"_s);
+    systemd.remove(u"app-two-words@autostart.service"_s);
+    systemd.remove(u"app-org.example.Editor-1.scope"_s);
     expectReported("-two-words -org.example.Editor ");
 }
 
 TEST_F(MockedUnits, StartAnewWithTheServiceAndTheCollector) {
     start();
     for (int i = 0; i < 2; ++i) {
-        startManager();
+        systemd.start();
         untilFollowing();
-        add(u"app-org.example.Editor-1.scope"_s, u"active"_s);
+        systemd.add(u"app-org.example.Editor-1.scope"_s, u"active"_s);
         expectReported("+org.example.Editor ");
         systemd.stop();
         test::until([&] { return !source->isFollowing(); });
     }
-    startManager();
-    add(u"app-org.example.Editor-1.scope"_s, u"active"_s);
+    systemd.add(u"app-org.example.Editor-1.scope"_s, u"active"_s);
+    systemd.start();
     untilFollowing();
     source->stop();
-    emitSignal(u"UnitRemoved"_s, u"app-org.example.Editor-1.scope"_s);
+    systemd.remove(u"app-org.example.Editor-1.scope"_s);
     follow();
     untilFollowing();
-    add(u"app-org.example.Player.service"_s, u"active"_s);
+    systemd.add(u"app-org.example.Player@1.service"_s, u"active"_s);
     expectReported("+org.example.Player ");
 }
 
 TEST_F(MockedUnits, IgnoreOtherSendersAndFloods) {
-    startManager();
+    systemd.start();
     start();
     untilFollowing();
     const auto stranger = home.connect(u"stranger"_s);
-    add(u"app-org.example.Editor-1.scope"_s, u"active"_s);
+    systemd.add(u"app-org.example.Editor-1.scope"_s, u"active"_s);
     expectReported("+org.example.Editor ");
-    auto forged = QDBusMessage::createSignal(managerPath, manager, u"UnitRemoved"_s);
-    forged << u"app-org.example.Editor-1.scope"_s
-           << QVariant::fromValue(QDBusObjectPath(pathOf(u"app-org.example.Editor-1.scope"_s)));
     for (int i = 0; i < 1'000; ++i)
-        ASSERT_TRUE(stranger.send(forged));
-    for (int i = 0; i < 500; ++i)
-        emitSignal(u"UnitNew"_s, u"app-org.example.Nothing%1.service"_s.arg(i));
-    add(u"app-org.example.Player.service"_s, u"active"_s);
+        FakeManager::emitSignal(stranger, u"UnitRemoved"_s, u"app-org.example.Editor-1.scope"_s);
+    for (int i = 0; i < 1'000; ++i)
+        systemd.emitSignal(u"UnitNew"_s, u"app-org.example.Nothing@%1.service"_s.arg(i));
+    systemd.add(u"app-org.example.Player@1.service"_s, u"active"_s);
     expectReported("+org.example.Player ");
 }
