@@ -3,15 +3,13 @@
 
 #include "app/model/LiveWiring.h"
 #include "app/preferences/JsonPreferences.h"
+#include "bench/MeasuredLoop.h"
 #include "bench/Report.h"
 #include "bench/Workspace.h"
 #include "core/activity/ActivityEventBuilder.h"
 #include "core/activity/SystemActivityStore.h"
 #include "core/base/Files.h"
 #include "core/base/JsonEncoder.h"
-
-#include <QCoreApplication>
-#include <ctime>
 
 using namespace tidemark;
 using namespace tidemark::bench;
@@ -48,51 +46,6 @@ std::vector<SystemActivity> fullHistory() {
         records.push_back(std::move(activity));
     }
     return records;
-}
-
-/// Processor time of this thread in seconds.
-double processorSeconds() {
-    timespec time{};
-    ::clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
-    return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) * 1e-9;
-}
-
-/// The longest time for which the event loop was blocked: by the clock, which other programs
-/// influence, and in processor time.
-struct Block {
-    double wall = 0;
-    double processor = 0;
-
-    template <class Work>
-    void measure(Work work) {
-        const double start = processorSeconds();
-        wall = std::max(wall, seconds(work));
-        processor = std::max(processor, processorSeconds() - start);
-    }
-};
-
-/// Measures how long each event is handled.
-class MeasuredLoop : public QCoreApplication {
-public:
-    using QCoreApplication::QCoreApplication;
-
-    bool notify(QObject* receiver, QEvent* event) override {
-        bool isHandled = false;
-        longest.measure([&] { isHandled = QCoreApplication::notify(receiver, event); });
-        return isHandled;
-    }
-    template <class Condition>
-    void runUntil(const Condition& done) {
-        while (!done())
-            processEvents(QEventLoop::WaitForMoreEvents);
-    }
-
-    Block longest;
-};
-
-void rows(const std::string& what, const Block& block) {
-    row("longest block of the loop, " + what, block.wall * 1e3, "ms", 10);
-    row("  of it on the processor", block.processor * 1e3, "ms");
 }
 
 void appending(MeasuredLoop& loop, const std::filesystem::path& file) {

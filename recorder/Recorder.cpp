@@ -22,10 +22,12 @@ Recorder::Recorder(const RecorderPlaces& where)
     : where(where), held(taken(where.files.directory)),
       stored(where.settings, JsonPreferences::Opening::toWrite, Clock::system(), held.guard()),
       state(stored, AppClock::system().now()), clipboard(stored, systemServices::clipboard()),
+      fileCollector({.preferences = stored, .index = systemServices::fileIndex()}),
+      applicationCollector(stored, systemServices::applications()),
       memory({.url = where.files.memoryHistory(),
               .preferences = stored,
               .workspaceCenter = workspaceCenter,
-              .collectors = {&clipboard},
+              .collectors = {&fileCollector, &applicationCollector, &clipboard},
               .collectionAllowed = [this] { return state.canRecord(); },
               .guard = held.guard()}),
       monitors(stored, workspaceCenter),
@@ -51,6 +53,7 @@ Recorder::Recorder(const RecorderPlaces& where)
 
 std::vector<MonitorStatus> Recorder::monitorStatuses() const {
     auto statuses = monitors.statuses();
+    statuses.push_back({"Recent files", fileCollector.status()});
     if (read(stored, preference::memoryClipboard))
         statuses.push_back({"Clipboard", clipboard.status()});
     return statuses;
@@ -87,6 +90,12 @@ SettingSources Recorder::sourcesWithout(std::map<SettingSource, std::string> rea
         present.insert(SettingSource::clipboard);
     else if (!absence->empty())
         reasons[SettingSource::clipboard] = *absence;
+    if (systemServices::hasFileIndex())
+        present.insert(SettingSource::recentFiles);
+    if (auto reason = systemServices::applicationsAbsence())
+        reasons[SettingSource::applicationLaunches] = *std::move(reason);
+    else
+        present.insert(SettingSource::applicationLaunches);
     return SettingSources(std::move(present), std::move(reasons));
 }
 

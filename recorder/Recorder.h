@@ -1,7 +1,9 @@
 #pragma once
 
 #include "app/base/NotificationCenter.h"
+#include "app/memory/ApplicationCollector.h"
 #include "app/memory/ClipboardHistory.h"
+#include "app/memory/FileCollector.h"
 #include "app/memory/MemoryHistoryService.h"
 #include "app/model/AppModel.h"
 #include "app/model/LiveWiring.h"
@@ -47,6 +49,7 @@ public:
     TaskScope& tasks() { return scope; }
     MemoryHistoryService& memoryHistory() { return memory; }
     ClipboardHistory& clipboardHistory() { return clipboard; }
+    const FileCollector& files() const { return fileCollector; }
     /// Everything that has been recorded so far.
     RecordedHistory recorded() const;
 
@@ -61,6 +64,8 @@ private:
     NotificationCenter workspaceCenter;
     ModelState state;
     ClipboardHistory clipboard;
+    FileCollector fileCollector;
+    ApplicationCollector applicationCollector;
     MemoryHistoryService memory;
     LiveMonitors monitors;
     LiveWiring live;

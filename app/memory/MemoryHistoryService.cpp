@@ -138,6 +138,16 @@ void MemoryHistoryService::update(std::vector<MemoryRecord> records, bool persis
         enqueue(current);
 }
 
+bool MemoryHistoryService::beginFileHistory() {
+    if (current.fileHistoryStarted)
+        return false;
+    MemoryArchive next = current;
+    next.fileHistoryStarted = true;
+    publish(std::move(next));
+    update({});
+    return true;
+}
+
 void MemoryHistoryService::publish(MemoryArchive next) {
     if (next == current)
         return;

@@ -64,6 +64,9 @@ public:
     /// are left out. With `persist`, the archive is written if it differs from the last written
     /// one. Does nothing before `load` and after a `failure`.
     void update(std::vector<MemoryRecord> records, bool persist = true);
+    /// True when the history of files begins with this call. False when it has begun before, which
+    /// is stored. Called by a collector, that is after `load`.
+    bool beginFileHistory();
     /// Pins or unpins a clip. This and `clearClipboard` throw an `Error` and change nothing when
     /// the change could not be saved: before `load` and after a `failure`.
     void togglePin(std::string_view id);

@@ -1,9 +1,12 @@
 #pragma once
 
+#include "app/ports/ApplicationSource.h"
 #include "app/ports/BatterySource.h"
 #include "app/ports/BluetoothSource.h"
 #include "app/ports/Clipboard.h"
 #include "app/ports/DisplaySource.h"
+#include "app/ports/FileIndex.h"
+#include "app/ports/LoginItem.h"
 #include "app/ports/LowPowerModeSource.h"
 #include "app/ports/NetworkPathSource.h"
 #include "app/ports/ScreenSleepSource.h"
@@ -17,6 +20,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace tidemark {
 class NotificationCenter;
@@ -59,5 +63,16 @@ std::unique_ptr<Clipboard> clipboard();
 /// Why the clipboard can't be followed in the present session, as a sentence; absent when it can,
 /// as far as that is known before it is followed. Empty where `clipboard` is null.
 std::optional<std::string> clipboardAbsence();
+/// Null where this release has none for the system.
+std::unique_ptr<ApplicationSource> applications();
+/// Why launches of applications are not noticed on this machine, as a sentence; absent when they
+/// are.
+std::optional<std::string> applicationsAbsence();
+bool hasFileIndex();
+/// Null where this release has none for the system.
+std::unique_ptr<FileIndex> fileIndex();
+/// `command` is the absolute path of the program to start at login, and its arguments. Null where
+/// this release has none for the system.
+std::unique_ptr<LoginItem> loginItem(std::vector<std::string> command);
 
 } // namespace tidemark::systemServices

@@ -4,8 +4,8 @@
 
 namespace tidemark {
 
-LoginLaunchController::LoginLaunchController(Service service)
-    : status(this, service.readStatus()), service(std::move(service)) {}
+LoginLaunchController::LoginLaunchController(std::unique_ptr<LoginItem> item)
+    : status(this, item->status()), item(std::move(item)) {}
 
 bool LoginLaunchController::enabled() const {
     return *status == ServiceStatus::enabled || *status == ServiceStatus::requiresApproval;
@@ -24,15 +24,15 @@ QCoro::Task<void> LoginLaunchController::setEnabled(bool on) {
         failure = thrown.what();
     }
     error = std::move(failure);
-    status = service.readStatus();
+    status = item->status();
     busy = false;
 }
 
 QCoro::Task<void> LoginLaunchController::change(bool on) {
     if (on)
-        service.registerItem();
+        item->add();
     else
-        co_await service.unregisterItem();
+        co_await item->remove();
 }
 
 } // namespace tidemark

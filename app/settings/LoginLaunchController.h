@@ -2,9 +2,10 @@
 
 #include "app/base/Published.h"
 #include "app/base/TaskScope.h"
+#include "app/ports/LoginItem.h"
 
 #include <QCoroTask>
-#include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 
@@ -15,16 +16,9 @@ class LoginLaunchController : public Observable {
     Q_OBJECT
 
 public:
-    enum class ServiceStatus { notRegistered, enabled, requiresApproval, notFound };
+    using ServiceStatus = LoginItem::Status;
 
-    /// The functions of the system. `registerItem` and `unregisterItem` throw `Error`.
-    struct Service {
-        std::function<ServiceStatus()> readStatus;
-        std::function<void()> registerItem;
-        std::function<QCoro::Task<void>()> unregisterItem;
-    };
-
-    explicit LoginLaunchController(Service service);
+    explicit LoginLaunchController(std::unique_ptr<LoginItem> item);
 
     Published<ServiceStatus> status;
     /// Why the last change failed.
@@ -40,7 +34,7 @@ public:
 private:
     QCoro::Task<void> change(bool on);
 
-    const Service service;
+    const std::unique_ptr<LoginItem> item;
     TaskScope tasks;
 };
 

@@ -167,6 +167,7 @@ SettingsSection privacySection(const SettingsPageState& state) {
     groups.push_back(Group(state, "Files and Applications")
                          .toggle(preference::memoryFiles, "Recent files and downloads")
                          .toggle(preference::memoryAllIndexedFiles, "Files in every folder")
+                         .text(state.fileStatus)
                          .toggle(preference::memoryApps, "Application launches and quits")
                          .group());
     groups.push_back(clipboardHistory(state));

@@ -86,6 +86,8 @@ struct SettingsPageState {
     std::optional<bool> opensAtLogin{};
     /// True when the user still has to allow that in the system's settings.
     bool loginNeedsApproval = false;
+    /// What the file history does at present; empty when that is not known.
+    std::string fileStatus{};
     /// True when the global shortcut of the search panel is available.
     bool hasShortcut = false;
     /// True when this build updates itself.

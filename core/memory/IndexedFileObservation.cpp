@@ -1,18 +1,20 @@
 #include "core/memory/IndexedFileObservation.h"
 
 #include "core/base/Text.h"
-#include "core/base/Url.h"
+#include "core/memory/WebOrigin.h"
 
-#include <algorithm>
 #include <cmath>
 
 namespace tidemark {
 
 namespace {
 
-bool isOfTheWeb(const std::string& origin) {
-    const auto scheme = urlScheme(origin);
-    return scheme == "https" || scheme == "http";
+/// The first origin on the web.
+std::optional<std::string> sourceOf(const std::vector<std::string>& origins) {
+    for (const auto& origin : origins)
+        if (auto source = webOrigin(origin))
+            return source;
+    return std::nullopt;
 }
 
 /// An index may hold any number; NaN and infinity can't be stored as a date.
@@ -23,10 +25,7 @@ std::optional<Date> finite(std::optional<Date> date) {
 } // namespace
 
 std::vector<MemoryRecord> IndexedFileObservation::records(Date after, Date observedAt) const {
-    std::optional<std::string> source;
-    if (const auto found = std::ranges::find_if(origins, isOfTheWeb); found != origins.end())
-        source = *found;
-
+    const auto source = sourceOf(origins);
     const auto lastOpened = finite(used);
     using Kind = MemoryRecord::Kind;
     const std::pair<Kind, std::optional<Date>> candidates[] = {

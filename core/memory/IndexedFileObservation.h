@@ -20,7 +20,7 @@ struct IndexedFileObservation {
 
     /// One record for each of its dates between `after` and `observedAt`, both included: last used,
     /// modified, created, and, for a file from the web, downloaded. Dates that are not finite count
-    /// as absent.
+    /// as absent. Of the origin, only what `webOrigin` returns is kept.
     std::vector<MemoryRecord> records(Date after, Date observedAt) const;
 
     bool operator==(const IndexedFileObservation&) const = default;

@@ -120,6 +120,12 @@ constexpr auto entries = std::to_array<Entry>({
      "Observed application termination while Tidemark was recording. Closing a window alone does "
      "not quit the application."},
 
+    {"Indexed files across this Mac{}", "Document folders and recently used files{}"},
+    {"File index unavailable. Check folder access and Spotlight indexing.",
+     "Recent files can’t be followed. Check folder access."},
+    {"No indexed matches. Check folder access and Spotlight indexing.",
+     "No recent changes in the document folders"},
+
     // The inspector.
     {"No system snapshots were saved during this interval. Tidemark may have been closed, your Mac "
      "asleep, or a capture delayed or unsuccessful. This does not establish a shutdown or loss of "

@@ -2,8 +2,11 @@
 
 #include "app/base/AppClock.h"
 #include "core/system/SystemFacts.h"
+#include "core/system/UserFolders.h"
+#include "platform/linux/AutostartItem.h"
 #include "platform/linux/BluetoothPresence.h"
 #include "platform/linux/BluezMonitor.h"
+#include "platform/linux/FolderFileIndex.h"
 #include "platform/linux/KernelNetworkPath.h"
 #include "platform/linux/LogindMonitor.h"
 #include "platform/linux/MountTableWatch.h"
@@ -13,6 +16,7 @@
 #include "platform/linux/SessionDisplays.h"
 #include "platform/linux/ThermalWatch.h"
 #include "platform/linux/UPowerBattery.h"
+#include "platform/linux/UnitApplications.h"
 #include "platform/linux/UserVolumes.h"
 #include "platform/linux/WirelessLinks.h"
 
@@ -99,6 +103,31 @@ std::optional<std::string> systemServices::clipboardAbsence() {
     if (!addresses.wayland.empty() || !addresses.x11.empty())
         return std::nullopt;
     return std::string(SessionClipboard::noSession);
+}
+
+std::unique_ptr<ApplicationSource> systemServices::applications() {
+    return std::make_unique<UnitApplications>(UnitApplications::Setup{});
+}
+
+std::optional<std::string> systemServices::applicationsAbsence() {
+    // The socket of the user's service manager.
+    const auto runtime = UserFolders::runtime();
+    std::error_code unknown;
+    if (runtime && std::filesystem::exists(*runtime / "systemd/private", unknown))
+        return std::nullopt;
+    return "No service manager runs for this user, so launches of applications can’t be noticed.";
+}
+
+bool systemServices::hasFileIndex() {
+    return true;
+}
+
+std::unique_ptr<FileIndex> systemServices::fileIndex() {
+    return std::make_unique<FolderFileIndex>(FolderFileIndex::Setup{});
+}
+
+std::unique_ptr<LoginItem> systemServices::loginItem(std::vector<std::string> command) {
+    return std::make_unique<AutostartItem>(AutostartItem::Places::current(), std::move(command));
 }
 
 } // namespace tidemark

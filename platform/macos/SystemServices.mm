@@ -80,4 +80,24 @@ std::optional<std::string> systemServices::clipboardAbsence() {
     return std::string();
 }
 
+std::unique_ptr<ApplicationSource> systemServices::applications() {
+    return nullptr;
+}
+
+std::optional<std::string> systemServices::applicationsAbsence() {
+    return "This release can’t follow applications on this system.";
+}
+
+bool systemServices::hasFileIndex() {
+    return false;
+}
+
+std::unique_ptr<FileIndex> systemServices::fileIndex() {
+    return nullptr;
+}
+
+std::unique_ptr<LoginItem> systemServices::loginItem(std::vector<std::string>) {
+    return nullptr;
+}
+
 } // namespace tidemark

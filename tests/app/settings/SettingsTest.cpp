@@ -33,31 +33,29 @@ TEST(ViewSettings, StoresTheTextSizeWithinItsRange) {
 
 using ServiceStatus = LoginLaunchController::ServiceStatus;
 
-/// The login items of a system that can require approval and can fail.
-struct LoginItems {
-    ServiceStatus status = ServiceStatus::notRegistered;
+/// The login item of a system that can require approval and can fail.
+struct FakeLoginItem final : LoginItem {
+    ServiceStatus present = ServiceStatus::notRegistered;
     ServiceStatus afterRegistering = ServiceStatus::enabled;
     const char* failure = nullptr;
 
-    LoginLaunchController::Service service() {
-        return {.readStatus = [this] { return status; },
-                .registerItem = [this] { change(afterRegistering); },
-                .unregisterItem = [this] { return unregister(this); }};
+    ServiceStatus status() const override { return present; }
+    void add() override { change(afterRegistering); }
+    QCoro::Task<void> remove() override {
+        change(ServiceStatus::notRegistered);
+        co_return;
     }
     void change(ServiceStatus to) {
         if (failure)
             throw Error(failure);
-        status = to;
-    }
-    static QCoro::Task<void> unregister(LoginItems* items) {
-        items->change(ServiceStatus::notRegistered);
-        co_return;
+        present = to;
     }
 };
 
 TEST(LoginLaunchController, ReportsTheStatusOfTheSystem) {
-    LoginItems items;
-    LoginLaunchController login(items.service());
+    auto made = std::make_unique<FakeLoginItem>();
+    FakeLoginItem& items = *made;
+    LoginLaunchController login(std::move(made));
     EXPECT_FALSE(login.enabled());
 
     items.afterRegistering = ServiceStatus::requiresApproval;

@@ -1,0 +1,76 @@
+#pragma once
+
+#include "app/base/AppClock.h"
+#include "app/base/Published.h"
+#include "app/base/TaskScope.h"
+#include "app/base/WorkerPool.h"
+#include "app/capture/BookmarkOperations.h"
+#include "app/memory/MemoryCollector.h"
+#include "app/ports/FileIndex.h"
+#include "app/preferences/Preferences.h"
+
+#include <deque>
+#include <memory>
+#include <string>
+
+namespace tidemark {
+
+/// Records which files were used, changed, created and downloaded. The first time, also those of
+/// the last 30 days; after that only what happens while it runs. Main thread only; records are made
+/// on another thread and added in small parts, so that the event loop is not blocked.
+class FileCollector final : public Observable, public MemoryCollector {
+    Q_OBJECT
+
+public:
+    /// Seconds before the first start whose files are recorded as well.
+    static constexpr double importedTime = 30 * 86'400.0;
+
+    /// References must outlive the collector.
+    struct Setup {
+        Preferences& preferences;
+        /// Null where the system has none.
+        std::unique_ptr<FileIndex> index;
+        AppClock& clock = AppClock::system();
+        BookmarkOperations bookmarks = BookmarkOperations::direct();
+    };
+
+    explicit FileCollector(Setup setup);
+    ~FileCollector() override;
+
+    /// What the collector does at present, to be shown with the setting.
+    const std::string& status() const { return *statusText; }
+
+    void start(MemoryHistoryService& history) override;
+    void stop() override;
+
+private:
+    QCoro::Task<void> openFolders();
+    void follow(std::optional<std::vector<std::filesystem::path>> folders);
+    void take(FileIndex::Matches matches);
+    QCoro::Task<void> add();
+    std::vector<IndexedFileObservation> nextPart();
+    void showMatches();
+    /// Whether what began under this generation may still be recorded.
+    bool isCurrent(std::uint64_t generation) const;
+
+    static constexpr const char* unavailable =
+        "File index unavailable. Check folder access and Spotlight indexing.";
+
+    const Setup uses;
+    Published<std::string> statusText{this, "Not observing"};
+    /// Set while started.
+    MemoryHistoryService* history = nullptr;
+    Date cutoff;
+    /// Folders that were opened by their bookmarks.
+    std::vector<std::filesystem::path> opened;
+    /// Found, but not recorded yet.
+    std::deque<IndexedFileObservation> waiting;
+    bool isAdding = false;
+    bool hasMatches = false;
+    bool isLive = true;
+    /// Not the common pool, where folders that don't respond could delay the records.
+    WorkerPool thread{1};
+    TaskScope tasks;
+};
+
+} // namespace tidemark

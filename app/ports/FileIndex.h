@@ -1,0 +1,45 @@
+#pragma once
+
+#include "core/memory/IndexedFileObservation.h"
+
+#include <filesystem>
+#include <functional>
+#include <optional>
+#include <vector>
+
+namespace tidemark {
+
+/// Finds files that were used, changed or downloaded recently, by their metadata only. Finding them
+/// does not block the event loop. Main thread only.
+class FileIndex {
+public:
+    /// Of more matches, the newest are reported.
+    static constexpr std::size_t mostMatches = 2'000;
+
+    struct Scope {
+        /// Files without a date from then on are no matches.
+        Date since;
+        /// The folders whose files are matches, with their subfolders; absent for all files that
+        /// the system has an index of.
+        std::optional<std::vector<std::filesystem::path>> folders;
+    };
+    struct Matches {
+        /// First all matches, in later calls those that are new or have changed. The newest first,
+        /// at most `mostMatches`.
+        std::vector<IndexedFileObservation> files;
+        /// False when the system can't report every change at once, so that some are found late.
+        bool isLive = true;
+    };
+    using Found = std::function<void(Matches)>;
+
+    virtual ~FileIndex() = default;
+
+    /// Starts to find files. `found` is called from the event loop when all have been found, also
+    /// without any, and after that for changes, at most once every few seconds. False when the
+    /// index can't be read. Called first or after `stop`.
+    virtual bool start(Scope scope, Found found) = 0;
+    /// `found` is not called any more.
+    virtual void stop() = 0;
+};
+
+} // namespace tidemark

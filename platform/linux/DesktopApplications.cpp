@@ -1,0 +1,96 @@
+#include "platform/linux/DesktopApplications.h"
+
+#include "core/base/Files.h"
+#include "core/base/Text.h"
+#include "core/capture/CommandText.h"
+#include "core/capture/DesktopEntry.h"
+#include "core/system/UserFolders.h"
+#include "platform/linux/PathList.h"
+
+#include <QStandardPaths>
+#include <algorithm>
+#include <array>
+
+namespace tidemark::desktopApplications {
+
+namespace {
+
+namespace fs = std::filesystem;
+using Application = ApplicationSource::Application;
+
+/// These run another program, which the command does not always name by a path.
+constexpr auto runners =
+    std::to_array<std::string_view>({"env", "sh", "bash", "flatpak", "snap", "python3"});
+
+/// The program of the entry, else the entry itself.
+std::string pathOf(const KeyFile& entry, const fs::path& file) {
+    const auto command = entry.value(DesktopEntry::group, "Exec");
+    const auto program = command ? CommandText::firstWord(KeyFile::unescaped(*command),
+                                                          CommandText::Quoting::desktopEntry)
+                                 : std::nullopt;
+    if (!program || std::ranges::find(runners, fs::path(*program).filename()) != runners.end())
+        return textFromBytes(file.native());
+    const auto found = QStandardPaths::findExecutable(QString::fromStdString(*program));
+    return found.isEmpty() ? textFromBytes(file.native()) : found.toStdString();
+}
+
+std::optional<Application> read(const std::string& identifier, const fs::path& file,
+                                std::string bytes) {
+    FolderEntry described;
+    described.path = file;
+    const auto application = DesktopEntry::described(bytes, described);
+    const auto entry = KeyFile::parse(std::move(bytes), KeyFile::Continuation::none);
+    if (!application || !entry || entry->value(DesktopEntry::group, "Terminal") == "true")
+        return std::nullopt;
+    return Application{identifier, application->application.name, pathOf(*entry, file)};
+}
+
+/// The files that an identifier may stand for: a "-" in it may be a folder.
+std::vector<fs::path> namesOf(const std::string& identifier) {
+    std::vector<fs::path> names{identifier + ".desktop"};
+    if (const auto dash = identifier.find('-'); dash != std::string::npos && dash > 0) {
+        std::string name = identifier;
+        name[dash] = '/';
+        names.emplace_back(name + ".desktop");
+    }
+    return names;
+}
+
+/// The bytes of the first entry of that name.
+std::optional<std::pair<fs::path, std::string>> firstEntry(const std::string& identifier,
+                                                           const std::vector<fs::path>& folders) {
+    for (const auto& folder : folders)
+        for (const auto& name : namesOf(identifier)) {
+            try {
+                return std::pair(folder / name, readFile(folder / name, KeyFile::maximumSize));
+            } catch (const FileError&) {
+                // There is none, or it can't be read.
+            }
+        }
+    return std::nullopt;
+}
+
+} // namespace
+
+std::vector<fs::path> folders() {
+    std::vector<fs::path> folders{UserFolders::data() / "applications",
+                                  UserFolders::data() / "flatpak/exports/share/applications"};
+    for (const auto& data : pathList("XDG_DATA_DIRS", "/usr/local/share:/usr/share"))
+        folders.push_back(data / "applications");
+    folders.emplace_back("/var/lib/flatpak/exports/share/applications");
+    folders.emplace_back("/var/lib/snapd/desktop/applications");
+    return folders;
+}
+
+std::optional<Application> find(const std::vector<std::string>& identifiers,
+                                const std::vector<fs::path>& folders) {
+    for (const auto& identifier : identifiers) {
+        if (identifier.empty() || identifier.contains('/') || identifier.contains('\0'))
+            continue;
+        if (auto entry = firstEntry(identifier, folders))
+            return read(identifier, entry->first, std::move(entry->second));
+    }
+    return std::nullopt;
+}
+
+} // namespace tidemark::desktopApplications

@@ -1,0 +1,25 @@
+#pragma once
+
+#include "app/ports/ApplicationSource.h"
+
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <vector>
+
+/// Finds applications by the identifiers of their desktop entries (XDG Desktop Entry 1.5). Blocks;
+/// any thread.
+namespace tidemark::desktopApplications {
+
+/// The folders with desktop entries, the one with precedence first; also those of Flatpak and snap,
+/// which services often lack in their environment.
+std::vector<std::filesystem::path> folders();
+
+/// The application of the first identifier that has a desktop entry in one of the folders. Absent
+/// when there is none, and when it is one without a window of its own: hidden, not displayed, or
+/// run in a terminal.
+std::optional<ApplicationSource::Application>
+find(const std::vector<std::string>& identifiers,
+     const std::vector<std::filesystem::path>& folders);
+
+} // namespace tidemark::desktopApplications

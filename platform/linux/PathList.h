@@ -1,0 +1,12 @@
+#pragma once
+
+#include <filesystem>
+#include <vector>
+
+namespace tidemark {
+
+/// The absolute paths in the value of a variable such as `XDG_DATA_DIRS`, which has ":" between
+/// them; those in `otherwise` when it is empty or not set.
+std::vector<std::filesystem::path> pathList(const char* variable, const char* otherwise);
+
+} // namespace tidemark

@@ -1,0 +1,211 @@
+#include "platform/linux/UnitApplications.h"
+
+#include "app/base/Background.h"
+#include "core/base/Error.h"
+
+#include <QDBusArgument>
+#include <QDBusObjectPath>
+#include <algorithm>
+
+namespace tidemark {
+
+namespace {
+
+const QString service = QStringLiteral("org.freedesktop.systemd1");
+const QString managerPath = QStringLiteral("/org/freedesktop/systemd1");
+const QString managerInterface = QStringLiteral("org.freedesktop.systemd1.Manager");
+const QString unitInterface = QStringLiteral("org.freedesktop.systemd1.Unit");
+
+/// One unit in the reply to `ListUnitsByPatterns`, without what is not needed.
+struct ListedUnit {
+    QString name;
+    QString path;
+};
+
+std::vector<ListedUnit> unitsIn(const QDBusMessage& reply) {
+    const auto list = reply.arguments().value(0).value<QDBusArgument>();
+    std::vector<ListedUnit> units;
+    if (list.currentSignature() != QLatin1String("a(ssssssouso)"))
+        return units;
+    for (list.beginArray(); !list.atEnd();) {
+        ListedUnit unit;
+        QString skipped;
+        QDBusObjectPath path;
+        list.beginStructure();
+        list >> unit.name;
+        for (int i = 0; i < 5; ++i)
+            list >> skipped;
+        list >> path;
+        list.endStructure();
+        unit.path = path.path();
+        units.push_back(std::move(unit));
+    }
+    list.endArray();
+    return units;
+}
+
+QString nameIn(const QDBusMessage& signal) {
+    return signal.arguments().value(0).toString();
+}
+
+/// A unit that is stopping still has the application.
+bool isActiveState(const QString& state) {
+    return state == QLatin1String("active") || state == QLatin1String("reloading")
+           || state == QLatin1String("deactivating");
+}
+
+} // namespace
+
+UnitApplications::UnitApplications(Setup setup) : uses(std::move(setup)) {}
+
+UnitApplications::~UnitApplications() {
+    UnitApplications::stop();
+    tasks.drain();
+}
+
+void UnitApplications::start(Report wanted) {
+    report = std::move(wanted);
+    if (!manager)
+        manager.emplace(uses.bus(), service, [this] { follow(); });
+    else
+        follow();
+}
+
+void UnitApplications::stop() {
+    report = {};
+    forget();
+}
+
+void UnitApplications::forget() {
+    hasList = false;
+    subscriptions.clear();
+    units.clear();
+    instances.clear();
+}
+
+void UnitApplications::follow() {
+    forget();
+    if (!report || !manager->isThere())
+        return;
+    const auto on = [this](const QString& signal, const BusService::Use& handle) {
+        subscriptions.push_back(manager->subscribe(managerPath, managerInterface, signal, handle));
+    };
+    on(QStringLiteral("UnitNew"), [this](const auto& signal) {
+        add(nameIn(signal), signal.arguments().value(1).template value<QDBusObjectPath>().path(),
+            false);
+    });
+    on(QStringLiteral("UnitRemoved"), [this](const auto& signal) { remove(nameIn(signal)); });
+    // Without it the manager sends no signals. It lasts as long as the connection.
+    manager->call(managerPath, managerInterface, QStringLiteral("Subscribe"), {},
+                  [](const auto&) {});
+    list();
+}
+
+void UnitApplications::list() {
+    const QStringList patterns{QStringLiteral("app-*.scope"), QStringLiteral("app-*.service"),
+                               QStringLiteral("dbus-:*.service"), QStringLiteral("snap.*.scope")};
+    manager->call(managerPath, managerInterface, QStringLiteral("ListUnitsByPatterns"),
+                  {QStringList(), patterns}, [this](const auto& reply) { addListed(reply); });
+}
+
+void UnitApplications::addListed(const QDBusMessage& reply) {
+    if (!report)
+        return;
+    for (const auto& [name, path] : unitsIn(reply))
+        add(name, path, true);
+    hasList = reply.type() == QDBusMessage::ReplyMessage;
+}
+
+void UnitApplications::add(const QString& name, const QString& path, bool isListed) {
+    auto application = ApplicationUnit::parse(name.toStdString());
+    if (!application || units.contains(name))
+        return;
+    Unit& unit = units[name];
+    unit.path = path;
+    // What the session starts by itself the user has not launched.
+    unit.isAssumed = isListed || application->isAutostart;
+    unit.application = *std::move(application);
+    unit.number = ++lastNumber;
+    // A unit is new also when somebody only asks for it, and may become active later.
+    unit.changes = manager->subscribe(
+        path, BusService::propertiesInterface, BusService::propertiesChanged,
+        [this, name](const auto&) { readState(name); }, unitInterface);
+    readState(name);
+}
+
+void UnitApplications::readState(const QString& name) {
+    const auto unit = units.find(name);
+    if (unit == units.end())
+        return;
+    manager->readProperty(unit->second.path, unitInterface, QStringLiteral("ActiveState"),
+                          [this, name, asked = unit->second.number](const QVariant& state) {
+                              const auto found = units.find(name);
+                              if (found != units.end() && found->second.number == asked)
+                                  setState(name, state.toString());
+                          });
+}
+
+void UnitApplications::setState(const QString& name, const QString& state) {
+    Unit& unit = units.at(name);
+    const bool isActive = isActiveState(state);
+    if (std::exchange(unit.isActive, isActive) == isActive)
+        return;
+    if (isActive)
+        tasks.start(identify(name, uses.clock.now(), uses.clock.monotonicSeconds()));
+    else
+        close(name);
+}
+
+void UnitApplications::remove(const QString& name) {
+    if (units.erase(name) > 0)
+        close(name);
+}
+
+QCoro::Task<void> UnitApplications::identify(QString name, Date moment, double now) {
+    const auto hold = tasks.hold();
+    const auto number = units.at(name).number;
+    const auto find = [identifiers = units.at(name).application.identifiers,
+                       folders = uses.folders](const std::stop_token&) {
+        return desktopApplications::find(identifiers, folders());
+    };
+    std::optional<Application> application;
+    try {
+        application = co_await runInBackground(find, tasks.token());
+    } catch (const Error& error) {
+        qWarning("An application can't be identified. %s", error.what());
+    }
+    const auto unit = units.find(name);
+    const bool isStill =
+        unit != units.end() && unit->second.number == number && unit->second.isActive;
+    if (!application || !isStill)
+        co_return;
+    if (std::exchange(unit->second.isAssumed, false))
+        instances.assume(name.toStdString(), *application);
+    else
+        instances.add(name.toStdString(), *application, moment, now);
+    if (!isSettling)
+        tasks.start(settle());
+}
+
+void UnitApplications::close(const QString& name) {
+    const auto change = instances.remove(name.toStdString(), uses.clock.now());
+    if (change && report)
+        report(*change);
+}
+
+QCoro::Task<void> UnitApplications::settle() {
+    const auto hold = tasks.hold();
+    isSettling = true;
+    while (const auto next = instances.nextSettling()) {
+        const double left = *next - uses.clock.monotonicSeconds();
+        const bool goesOn = co_await uses.clock.sleep(left, tasks.token());
+        if (!goesOn)
+            break;
+        for (const auto& change : instances.settled(uses.clock.monotonicSeconds()))
+            if (report)
+                report(change);
+    }
+    isSettling = false;
+}
+
+} // namespace tidemark

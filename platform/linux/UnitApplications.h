@@ -1,0 +1,77 @@
+#pragma once
+
+#include "app/base/AppClock.h"
+#include "app/base/TaskScope.h"
+#include "app/ports/ApplicationSource.h"
+#include "platform/linux/ApplicationInstances.h"
+#include "platform/linux/ApplicationUnit.h"
+#include "platform/linux/BusService.h"
+#include "platform/linux/DesktopApplications.h"
+
+#include <filesystem>
+#include <map>
+#include <optional>
+#include <vector>
+
+namespace tidemark {
+
+/// Applications by the units that desktops start them in, as the user's service manager reports
+/// them (org.freedesktop.systemd1, https://www.freedesktop.org/wiki/Software/systemd/dbus). Which
+/// application a unit has, its name and the desktop entries say. What a terminal starts, and what
+/// desktops start without a unit, is not noticed. Main thread only.
+class UnitApplications final : public QObject, public ApplicationSource {
+public:
+    struct Setup {
+        /// The bus of the session; used from the first start on.
+        std::function<MessageBus()> bus = &MessageBus::session;
+        AppClock& clock = AppClock::system();
+        /// The folders with desktop entries. Called on any thread.
+        std::function<std::vector<std::filesystem::path>()> folders = &desktopApplications::folders;
+    };
+
+    explicit UnitApplications(Setup setup);
+    ~UnitApplications() override;
+
+    void start(Report report) override;
+    void stop() override;
+
+    /// True when the units that exist are known and changes are followed.
+    bool isFollowing() const { return hasList; }
+
+private:
+    struct Unit {
+        QString path;
+        ApplicationUnit application;
+        /// Whether it is active since before the service was followed.
+        bool isAssumed = false;
+        bool isActive = false;
+        /// Distinguishes several units of the same name, one after the other.
+        std::uint64_t number = 0;
+        BusService::Subscription changes{};
+    };
+
+    void follow();
+    void forget();
+    void list();
+    void addListed(const QDBusMessage& reply);
+    void add(const QString& name, const QString& path, bool isListed);
+    void readState(const QString& name);
+    void setState(const QString& name, const QString& state);
+    void remove(const QString& name);
+    QCoro::Task<void> identify(QString name, Date moment, double now);
+    void close(const QString& name);
+    QCoro::Task<void> settle();
+
+    const Setup uses;
+    Report report;
+    std::optional<BusService> manager;
+    std::vector<BusService::Subscription> subscriptions;
+    std::map<QString, Unit> units;
+    ApplicationInstances instances;
+    std::uint64_t lastNumber = 0;
+    bool hasList = false;
+    bool isSettling = false;
+    TaskScope tasks;
+};
+
+} // namespace tidemark
