@@ -58,6 +58,9 @@ constexpr auto table = std::to_array<Names>({
     {"exclamationmark.circle", "dialog-warning", "dialog-warning-symbolic"},
     {"search", "edit-find", "edit-find-symbolic"},
     {"export", "document-export", "document-save-as-symbolic"},
+    {"bookmark", "bookmark-new", "bookmark-new-symbolic"},
+    {"trash.slash", "edit-delete", "edit-delete-symbolic"},
+    {"xmark", "window-close", "window-close-symbolic"},
     {"settings", "configure", "preferences-system-symbolic"},
 });
 

@@ -1,7 +1,6 @@
 #include "views/workspace/SidebarModel.h"
 
 #include "views/base/ShownText.h"
-#include "views/base/Symbols.h"
 
 #include <algorithm>
 
@@ -10,6 +9,7 @@ namespace tidemark {
 using Kind = SidebarRow::Kind;
 
 void SidebarModel::show(std::vector<SidebarRow> next) {
+    std::erase_if(next, [](const SidebarRow& row) { return row.kind == Kind::saveSnapshot; });
     if (next == rows)
         return;
     const auto isSamePlace = [](const SidebarRow& a, const SidebarRow& b) {
@@ -51,12 +51,14 @@ QVariant SidebarModel::data(const QModelIndex& index, int role) const {
         return QString::fromStdString(row.accessibleText);
     case Qt::ToolTipRole:
         return row.help.empty() ? QString::fromStdString(row.detail) : shownText(row.help);
-    case Qt::DecorationRole:
-        return row.symbol.empty() ? QVariant() : QVariant(symbolIcon(row.symbol));
     case kindRole:
         return static_cast<int>(row.kind);
-    case countRole:
-        return row.count ? QString::number(*row.count) : QString();
+    case symbolRole:
+        return QString::fromStdString(row.symbol);
+    case trailingRole:
+        return row.count ? QString::number(*row.count) : QString::fromStdString(row.day);
+    case isFilterRole:
+        return row.isFilter;
     default:
         return {};
     }

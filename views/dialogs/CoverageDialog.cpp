@@ -1,4 +1,4 @@
-#include "views/workspace/CoverageDialog.h"
+#include "views/dialogs/CoverageDialog.h"
 
 #include "core/base/Text.h"
 #include "views/base/ShownText.h"

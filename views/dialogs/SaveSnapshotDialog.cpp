@@ -1,4 +1,4 @@
-#include "views/workspace/SaveSnapshotDialog.h"
+#include "views/dialogs/SaveSnapshotDialog.h"
 
 #include "core/base/Text.h"
 #include "core/presentation/SystemWords.h"
