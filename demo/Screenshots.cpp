@@ -1,7 +1,7 @@
 #include "demo/Screenshots.h"
 
 #include "demo/DemoRecorder.h"
-#include "demo/Palettes.h"
+#include "views/base/Palettes.h"
 #include "views/dialogs/CoverageDialog.h"
 #include "views/dialogs/ExportDialog.h"
 #include "views/dialogs/ImportDialog.h"
@@ -25,7 +25,9 @@ namespace {
 
 constexpr QSize windowSize(1280, 800);
 /// On 21 November 2026.
-const Date pictured = MadeUpHistory::endOfDay(Date::fromUnix(1'795'262'400));
+Date pictured() {
+    return MadeUpHistory::endOfDay(Date::fromUnix(1'795'262'400));
+}
 
 /// The recorder and the window of one picture.
 struct Studio {
@@ -108,7 +110,7 @@ std::function<void(const Studio&)> atPlace(WorkspaceDestination place) {
 
 void withoutHistory(Studio& studio) {
     studio.recorder = std::make_unique<DemoRecorder>(studio.folder.path().toStdString(),
-                                                     MadeUpHistory{}, pictured);
+                                                     MadeUpHistory{}, pictured());
 }
 
 void withUnreadableHistory(Studio& studio) {
@@ -185,7 +187,7 @@ Studio opened(const Scene& scene, const MadeUpHistory& history) {
     scene.prepare(studio);
     if (!studio.recorder)
         studio.recorder =
-            std::make_unique<DemoRecorder>(studio.folder.path().toStdString(), history, pictured);
+            std::make_unique<DemoRecorder>(studio.folder.path().toStdString(), history, pictured());
     studio.window = std::make_unique<WorkspaceWindow>(studio.recorder->uses());
     studio.window->resize(scene.size);
     studio.window->show();
@@ -239,7 +241,7 @@ void photographDialogs(const MadeUpHistory& history, const QString& folder, cons
 void takeScreenshots(const QString& folder, const QString& only) {
     if (!QDir().mkpath(folder))
         throw Error(folder.toStdString() + " could not be created.");
-    const auto history = MadeUpHistory::endingAt(pictured);
+    const auto history = MadeUpHistory::endingAt(pictured());
     for (const auto& scene : scenes())
         if (QString::fromLatin1(scene.name).contains(only))
             photograph(scene, history, folder);

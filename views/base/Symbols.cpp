@@ -76,4 +76,11 @@ QIcon symbolIcon(std::string_view symbol) {
     return {};
 }
 
+std::vector<std::string_view> knownSymbols() {
+    std::vector<std::string_view> all;
+    for (const auto& names : table)
+        all.push_back(names.symbol);
+    return all;
+}
+
 } // namespace tidemark

@@ -1,7 +1,6 @@
 #include "views/dialogs/SaveSnapshotDialog.h"
 
 #include "core/base/Text.h"
-#include "core/presentation/SystemWords.h"
 #include "views/base/ShownText.h"
 
 #include <QDialogButtonBox>
@@ -32,6 +31,8 @@ SaveSnapshotDialog::SaveSnapshotDialog(AppModel& controller, TaskScope& scope, Q
     saving = buttons->button(QDialogButtonBox::Save);
     retry = buttons->addButton(tr("Try Again"), QDialogButtonBox::ActionRole);
     auto* column = new QVBoxLayout(this);
+    column->setContentsMargins(20, 20, 20, 16);
+    column->setSpacing(10);
     for (QWidget* widget : std::initializer_list<QWidget*>{label, name, status, buttons})
         column->addWidget(widget);
     connect(buttons, &QDialogButtonBox::accepted, this, &SaveSnapshotDialog::save);
@@ -66,9 +67,9 @@ void SaveSnapshotDialog::refresh() {
     retry->setVisible(failure.has_value() && !isReady);
     const auto& stage = *model.scanProgress().stage;
     if (failure)
-        status->setText(shownText(systemWords::shown(*failure)));
+        status->setText(isolated(wordsHere(*failure)));
     else if (state.isRunning(Operation::drafting))
-        status->setText(stage ? shownText(*stage) : tr("Capturing…"));
+        status->setText(stage ? wordsHere(*stage) : tr("Capturing…"));
     else
         status->setText(state.isRunning(Operation::savingDraft) ? tr("Saving…") : QString());
 }

@@ -30,11 +30,13 @@ FooterView::FooterView(QWidget* parent)
     cancel->setText(tr("Cancel"));
     cancel->setToolTip(tr("Stop this capture; nothing of it is kept"));
     auto* row = new QHBoxLayout(this);
-    row->setContentsMargins(20, 6, 14, 6);
+    row->setContentsMargins(20, 4, 14, 4);
     row->setSpacing(10);
     row->addWidget(text, 1);
     row->addWidget(bar);
     row->addWidget(cancel);
+    // The list must not move when a capture begins.
+    setFixedHeight(cancel->sizeHint().height() + 8);
     connect(cancel, &QPushButton::clicked, this, &FooterView::cancelled);
     present(std::nullopt);
 }

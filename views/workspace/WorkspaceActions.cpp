@@ -67,7 +67,7 @@ void WorkspaceActions::makeActions(QMainWindow& window) {
         {Command::coverage, tr("Observation &Coverage…"), {}},
         {Command::monitoredFolders, tr("&Monitored Folders…"), {}},
         {Command::importHistory, tr("&Import Recent History…"), {}},
-        {Command::searchHistory, tr("Search &History…"), {}},
+        {Command::searchHistory, tr("Search &History…"), Qt::CTRL | Qt::SHIFT | Qt::Key_F},
         {Command::quit, tr("&Quit"), Qt::CTRL | Qt::Key_Q},
         {Command::find, tr("&Find"), QKeySequence::Find},
         {Command::largerText, tr("&Larger Text"), QKeySequence::ZoomIn},

@@ -42,6 +42,11 @@ public:
 
     explicit WorkspaceWindow(const Uses& used);
 
+    /// Shows the choice of the folders that are observed.
+    void manageFolders();
+    /// Lets the user choose recent installations to import.
+    void importHistory();
+
 Q_SIGNALS:
     void settingsRequested();
     void searchPanelRequested();
@@ -66,11 +71,9 @@ private:
     void act(InspectionCommand command);
     void retry(WorkspaceMessage::Retry what);
     void follow(EmptyState::Action action);
-    void manageFolders();
     void setDark(bool isDark);
     void showCoverage();
     void exportHistory();
-    void importHistory();
     void deleteSnapshot(const Uuid& id);
     void goToPane(int step);
 

@@ -1,6 +1,6 @@
-#include "demo/Palettes.h"
+#include "views/base/Palettes.h"
 
-namespace tidemark::demo::palettes {
+namespace tidemark::palettes {
 
 namespace {
 
@@ -11,6 +11,10 @@ struct Colors {
     QColor text;
     QColor line;
     QColor accent;
+    QColor onAccent = Qt::white;
+    /// Of what can't be used, and of hints in empty fields.
+    double disabledStrength = 0.4;
+    double hintStrength = 0.62;
 };
 
 QPalette made(const Colors& colors) {
@@ -23,14 +27,16 @@ QPalette made(const Colors& colors) {
     palette.setColor(QPalette::ToolTipBase, colors.base);
     palette.setColor(QPalette::Midlight, colors.line);
     palette.setColor(QPalette::Highlight, colors.accent);
-    palette.setColor(QPalette::HighlightedText, Qt::white);
+    palette.setColor(QPalette::HighlightedText, colors.onAccent);
     palette.setColor(QPalette::Link, colors.accent);
-    QColor dim = colors.text;
-    dim.setAlphaF(0.62F);
-    palette.setColor(QPalette::PlaceholderText, dim);
-    dim.setAlphaF(0.4F);
+    const auto faded = [&](double strength) {
+        QColor color = colors.text;
+        color.setAlphaF(static_cast<float>(strength));
+        return color;
+    };
+    palette.setColor(QPalette::PlaceholderText, faded(colors.hintStrength));
     for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
-        palette.setColor(QPalette::Disabled, role, dim);
+        palette.setColor(QPalette::Disabled, role, faded(colors.disabledStrength));
     return palette;
 }
 
@@ -54,4 +60,27 @@ QPalette dark() {
                  .accent = 0x3f74b5});
 }
 
-} // namespace tidemark::demo::palettes
+QPalette lightHighContrast() {
+    return made({.window = 0xffffff,
+                 .base = 0xffffff,
+                 .button = 0xffffff,
+                 .text = 0x000000,
+                 .line = 0x000000,
+                 .accent = 0x00319c,
+                 .disabledStrength = 0.6,
+                 .hintStrength = 0.8});
+}
+
+QPalette darkHighContrast() {
+    return made({.window = 0x000000,
+                 .base = 0x000000,
+                 .button = 0x000000,
+                 .text = 0xffffff,
+                 .line = 0xffffff,
+                 .accent = 0xffd500,
+                 .onAccent = 0x000000,
+                 .disabledStrength = 0.6,
+                 .hintStrength = 0.8});
+}
+
+} // namespace tidemark::palettes
