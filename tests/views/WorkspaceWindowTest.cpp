@@ -3,6 +3,7 @@
 #include "tests/app/support/ModelFixture.h"
 #include "tests/support/SharedRecords.h"
 #include "views/base/ShownText.h"
+#include "views/workspace/SidebarDelegate.h"
 
 #include <QAccessible>
 #include <QAction>
@@ -189,6 +190,25 @@ TEST_F(Workspace, ShowsTheSizesOfAnEventAndThoseOfAllFolders) {
     const auto& sizes = *child<QTreeView>("Folder Sizes").model();
     EXPECT_EQ(sizes.headerData(2, Qt::Horizontal).toString(), "After");
     EXPECT_EQ(sizes.index(0, 3).data().toString(), "+8 GB");
+}
+
+TEST_F(Workspace, FiltersTheTimelineByAButtonOfAPlaceAndByAKey) {
+    start();
+    open();
+    auto& list = child<QListView>("Places");
+    QModelIndex storage;
+    for (int row = 0; row < list.model()->rowCount(); ++row)
+        if (list.model()->index(row, 0).data().toString() == "Storage")
+            storage = list.model()->index(row, 0);
+    ASSERT_TRUE(storage.isValid());
+    const auto filters = [&] { return model->history().place().systemFilters().size(); };
+    const QRect button = SidebarDelegate::toggleArea(list.visualRect(storage), Qt::LeftToRight);
+    QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, button.center());
+    EXPECT_EQ(filters(), 1U);
+    test::settle();
+    ASSERT_EQ(list.currentIndex(), storage);
+    QTest::keyClick(&list, Qt::Key_Space);
+    EXPECT_EQ(filters(), 0U);
 }
 
 TEST_F(Workspace, MovesBetweenThePanes) {

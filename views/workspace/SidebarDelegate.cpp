@@ -29,7 +29,32 @@ QFont sized(QFont font, double scale, bool isBold) {
 constexpr int margin = 8;
 constexpr int padding = 8;
 
+constexpr std::string_view filterSymbol = "filter";
+
+/// In a window that is laid out from left to right.
+QRect toggleFromLeft(const QRect& row) {
+    const int side = row.height() - 6;
+    return {row.right() - margin - padding / 2 - side, row.top() + 3, side, side};
+}
+
+bool showsToggle(const QStyleOptionViewItem& option, const QModelIndex& index) {
+    const bool isAt = option.state.testFlag(QStyle::State_MouseOver)
+                      || option.state.testFlag(QStyle::State_HasFocus);
+    return isAt && index.data(SidebarModel::hasToggleRole).toBool();
+}
+
+/// The dot of a place that is a filter, before its count.
+void drawFilterMark(const RowPainter& row, const QStyleOptionViewItem& option, QRect& area) {
+    const int dot = option.fontMetrics.height() / 3;
+    row.drawDot({area.right() - dot, area.center().y() - dot / 2, dot, dot}, row.accent());
+    area.adjust(0, 0, -dot - padding / 2, 0);
+}
+
 } // namespace
+
+QRect SidebarDelegate::toggleArea(const QRect& row, Qt::LayoutDirection direction) {
+    return QStyle::visualRect(direction, row, toggleFromLeft(row));
+}
 
 void SidebarDelegate::paint(QPainter* painter, const QStyleOptionViewItem& styled,
                             const QModelIndex& index) const {
@@ -50,15 +75,17 @@ void SidebarDelegate::paint(QPainter* painter, const QStyleOptionViewItem& style
         row.drawSymbol({area.left(), area.top(), side, area.height()},
                        index.data(SidebarModel::symbolRole).toString().toStdString(), row.strong());
         area.setLeft(area.left() + side + padding);
+        if (showsToggle(option, index)) {
+            const QRect place = toggleFromLeft(option.rect);
+            row.drawSymbol(place.adjusted(2, 2, -2, -2), filterSymbol, row.strong());
+            area.setRight(place.left() - padding / 2);
+        }
         const QString trailing = index.data(SidebarModel::trailingRole).toString();
         row.drawText(area, trailing, row.dim(), option.font, Qt::AlignTrailing);
         if (!trailing.isEmpty())
             area.adjust(0, 0, -option.fontMetrics.horizontalAdvance(trailing) - padding, 0);
-        if (index.data(SidebarModel::isFilterRole).toBool()) {
-            const int dot = option.fontMetrics.height() / 3;
-            row.drawDot({area.right() - dot, area.center().y() - dot / 2, dot, dot}, row.accent());
-            area.adjust(0, 0, -dot - padding / 2, 0);
-        }
+        if (index.data(SidebarModel::isFilterRole).toBool())
+            drawFilterMark(row, option, area);
         row.drawText(area, option.text, row.strong(), option.font);
     }
     painter->restore();

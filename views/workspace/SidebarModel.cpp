@@ -8,6 +8,19 @@ namespace tidemark {
 
 using Kind = SidebarRow::Kind;
 
+namespace {
+
+QString tipOf(const SidebarRow& row) {
+    if (!row.help.empty())
+        return shownText(row.help);
+    // A long name is elided before its date.
+    if (row.kind == Kind::snapshot)
+        return QString::fromStdString(row.label + "\n" + row.detail);
+    return shownText(row.filterToggle);
+}
+
+} // namespace
+
 void SidebarModel::show(std::vector<SidebarRow> next) {
     std::erase_if(next, [](const SidebarRow& row) { return row.kind == Kind::saveSnapshot; });
     if (next == rows)
@@ -50,7 +63,7 @@ QVariant SidebarModel::data(const QModelIndex& index, int role) const {
     case Qt::AccessibleTextRole:
         return QString::fromStdString(row.accessibleText);
     case Qt::ToolTipRole:
-        return row.help.empty() ? QString::fromStdString(row.detail) : shownText(row.help);
+        return tipOf(row);
     case kindRole:
         return static_cast<int>(row.kind);
     case symbolRole:
@@ -59,6 +72,8 @@ QVariant SidebarModel::data(const QModelIndex& index, int role) const {
         return row.count ? QString::number(*row.count) : QString::fromStdString(row.day);
     case isFilterRole:
         return row.isFilter;
+    case hasToggleRole:
+        return !row.filterToggle.empty();
     default:
         return {};
     }

@@ -21,6 +21,8 @@ public:
         trailingRole,
         /// True when the place is a filter of the timeline.
         isFilterRole,
+        /// True when it can be one.
+        hasToggleRole,
     };
 
     using QAbstractListModel::QAbstractListModel;

@@ -34,6 +34,7 @@ SidebarView::SidebarView(QWidget* parent)
     list->setContextMenuPolicy(Qt::CustomContextMenu);
     list->setAccessibleName(tr("Places"));
     list->installEventFilter(this);
+    list->viewport()->installEventFilter(this);
     useThinScrollBars(*list);
     save->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
     save->setAutoRaise(true);
@@ -97,18 +98,40 @@ void SidebarView::showMenu(const QPoint& position) {
 }
 
 bool SidebarView::eventFilter(QObject* watched, QEvent* event) {
-    if (event->type() != QEvent::KeyPress)
-        return QWidget::eventFilter(watched, event);
-    const auto* key = static_cast<const QKeyEvent*>(event);
+    const bool isHandled =
+        event->type() == QEvent::KeyPress           ? press(static_cast<QKeyEvent&>(*event))
+        : event->type() == QEvent::MouseButtonPress ? press(static_cast<QMouseEvent&>(*event))
+                                                    : false;
+    return isHandled || QWidget::eventFilter(watched, event);
+}
+
+bool SidebarView::press(const QKeyEvent& key) {
     const QModelIndex index = list->currentIndex();
     if (!index.isValid())
-        return QWidget::eventFilter(watched, event);
+        return false;
     const SidebarRow row = places->rowAt(index);
-    if (key->key() == Qt::Key_Delete && row.snapshot) {
+    if (key.key() == Qt::Key_Delete && row.snapshot) {
         Q_EMIT deletionRequested(*row.snapshot);
         return true;
     }
-    return QWidget::eventFilter(watched, event);
+    if (key.key() == Qt::Key_Space && !row.filterToggle.empty()) {
+        Q_EMIT filterToggled(*row.place);
+        return true;
+    }
+    return false;
+}
+
+bool SidebarView::press(const QMouseEvent& mouse) {
+    const QModelIndex index = list->indexAt(mouse.pos());
+    if (mouse.button() != Qt::LeftButton || !index.isValid())
+        return false;
+    const SidebarRow row = places->rowAt(index);
+    const QRect toggle =
+        SidebarDelegate::toggleArea(list->visualRect(index), list->layoutDirection());
+    if (row.filterToggle.empty() || !toggle.contains(mouse.pos()))
+        return false;
+    Q_EMIT filterToggled(*row.place);
+    return true;
 }
 
 } // namespace tidemark

@@ -4,7 +4,9 @@
 
 #include <QWidget>
 
+class QKeyEvent;
 class QListView;
+class QMouseEvent;
 class QToolButton;
 
 namespace tidemark {
@@ -35,6 +37,9 @@ protected:
 private:
     void reportChoice(const QModelIndex& index);
     void showMenu(const QPoint& position);
+    // What the list does not do itself; true when it was done.
+    bool press(const QKeyEvent& key);
+    bool press(const QMouseEvent& mouse);
 
     SidebarModel* places;
     QListView* list;
