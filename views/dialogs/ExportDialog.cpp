@@ -32,8 +32,11 @@ std::filesystem::path pathOf(const QString& file) {
 } // namespace
 
 QString ExportDialog::askForFile(QWidget* parent, const QString& name, const QString& filter) {
-    return QFileDialog::getSaveFileName(parent, wordsHere(exportPanel::title),
-                                        QDir::home().filePath(name), filter);
+    QFileDialog dialog(parent, wordsHere(exportPanel::title), QDir::home().filePath(name), filter);
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.setDefaultSuffix(name.section(u'.', -1));
+    dialog.selectFile(name);
+    return dialog.exec() == QDialog::Accepted ? dialog.selectedFiles().value(0) : QString();
 }
 
 ExportDialog::ExportDialog(HistoryExport exported, TaskScope& scope, QWidget* parent,
@@ -86,8 +89,12 @@ void ExportDialog::save() {
         chooseFile(this, QString::fromStdString(HistoryExport::fileName(chosenFormat())), filter);
     if (file.isEmpty())
         return;
-    if (!file.endsWith(u'.' + suffix, Qt::CaseInsensitive))
+    if (!file.endsWith(u'.' + suffix, Qt::CaseInsensitive)) {
         file += u'.' + suffix;
+        // The user was asked about a file of the other name.
+        if (QFile::exists(file))
+            return tell(tr("%1 exists already.").arg(file));
+    }
     setSaving(true);
     tasks.start(write(this, tasks.token(), pathOf(file)));
 }
@@ -122,7 +129,11 @@ void ExportDialog::finish(const std::string& failure) {
     setSaving(false);
     if (failure.empty())
         return accept();
-    failureText->setText(isolated(wordsHere(exportPanel::failure(failure))));
+    tell(wordsHere(exportPanel::failure(failure)));
+}
+
+void ExportDialog::tell(const QString& problem) {
+    failureText->setText(isolated(problem));
     failureText->show();
 }
 

@@ -38,6 +38,7 @@ private:
     void save();
     void setSaving(bool isSaving);
     void finish(const std::string& failure);
+    void tell(const QString& problem);
 
     const HistoryExport report;
     TaskScope& tasks;

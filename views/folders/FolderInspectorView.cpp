@@ -69,6 +69,7 @@ FolderInspectorView::FolderInspectorView(QWidget* parent)
     auto* all = new QVBoxLayout(this);
     all->setContentsMargins(0, 0, 0, 0);
     all->addWidget(stack);
+    setFocusProxy(tree);
 }
 
 QWidget* FolderInspectorView::makeControls() {
@@ -139,7 +140,7 @@ void FolderInspectorView::fill(const Snapshot* previous, const Snapshot* latest)
     tree->fitColumns();
     open(opened);
     if (isSingle)
-        tree->expand(sizes->index(0, 0));
+        openRow(sizes->index(0, 0));
     tree->setCurrentIndex(sizes->find(current));
     tree->verticalScrollBar()->setValue(scrolled);
 }
@@ -156,12 +157,18 @@ std::set<QString> FolderInspectorView::openRows(const QModelIndex& parent) const
     return ids;
 }
 
+void FolderInspectorView::openRow(const QModelIndex& index) {
+    // The tree would do that when it is laid out next, after its place was restored.
+    sizes->fetchMore(index);
+    tree->expand(index);
+}
+
 void FolderInspectorView::open(const std::set<QString>& ids, const QModelIndex& parent) {
     for (int row = 0; row < sizes->rowCount(parent); ++row) {
         const QModelIndex index = sizes->index(row, 0, parent);
         if (!ids.contains(index.data(FolderSizeModel::idRole).toString()))
             continue;
-        tree->expand(index);
+        openRow(index);
         open(ids, index);
     }
 }

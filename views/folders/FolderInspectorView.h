@@ -51,6 +51,7 @@ private:
     void choose();
     void fill(const Snapshot* previous, const Snapshot* latest);
     std::set<QString> openRows(const QModelIndex& parent = {}) const;
+    void openRow(const QModelIndex& index);
     void open(const std::set<QString>& ids, const QModelIndex& parent = {});
     QString describe(std::size_t folders, const Snapshot* previous, const Snapshot* latest) const;
 

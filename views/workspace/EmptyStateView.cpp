@@ -29,6 +29,7 @@ EmptyStateView::EmptyStateView(QWidget* parent)
         label->setAlignment(Qt::AlignHCenter);
         label->setFixedWidth(widestSentence);
     }
+    setFocusProxy(button);
     auto* column = new QVBoxLayout(this);
     column->setSpacing(10);
     column->addStretch(2);
