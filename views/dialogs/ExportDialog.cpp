@@ -5,6 +5,7 @@
 #include "views/base/Choices.h"
 #include "views/base/Labels.h"
 #include "views/base/ShownText.h"
+#include "views/base/WrappingLabel.h"
 
 #include <QCheckBox>
 #include <QDialogButtonBox>
@@ -43,7 +44,7 @@ ExportDialog::ExportDialog(HistoryExport exported, TaskScope& scope, QWidget* pa
                            ChooseFile choose)
     : QDialog(parent), report(std::move(exported)), tasks(scope), chooseFile(std::move(choose)),
       format(new QComboBox), includePrivate(new QCheckBox(wordsHere(exportPanel::includePrivate))),
-      failureText(new QLabel),
+      failureText(new WrappingLabel),
       buttons(new QDialogButtonBox(QDialogButtonBox::Save | QDialogButtonBox::Cancel)) {
     setWindowTitle(wordsHere(exportPanel::title));
     setMinimumWidth(narrowest);
@@ -56,8 +57,6 @@ ExportDialog::ExportDialog(HistoryExport exported, TaskScope& scope, QWidget* pa
     }
     showChoices(*format, formats, first);
     format->setAccessibleName(wordsHere(exportPanel::formatLabel));
-    failureText->setTextFormat(Qt::PlainText);
-    failureText->setWordWrap(true);
     failureText->hide();
 
     auto* choices = new QFormLayout;
@@ -122,7 +121,7 @@ void ExportDialog::setSaving(bool isSaving) {
              format, includePrivate, buttons->button(QDialogButtonBox::Save)})
         control->setEnabled(!isSaving);
     failureText->setVisible(isSaving);
-    failureText->setText(isSaving ? tr("Saving…") : QString());
+    failureText->setWhole(isSaving ? tr("Saving…") : QString());
 }
 
 void ExportDialog::finish(const std::string& failure) {
@@ -133,7 +132,7 @@ void ExportDialog::finish(const std::string& failure) {
 }
 
 void ExportDialog::tell(const QString& problem) {
-    failureText->setText(isolated(problem));
+    failureText->setWhole(problem);
     failureText->show();
 }
 

@@ -10,9 +10,10 @@
 class QCheckBox;
 class QComboBox;
 class QDialogButtonBox;
-class QLabel;
 
 namespace tidemark {
+
+class WrappingLabel;
 
 /// Saves what is shown as a report. The file is written in the background; when that fails, the
 /// dialog says why and stays open.
@@ -45,7 +46,7 @@ private:
     const ChooseFile chooseFile;
     QComboBox* format;
     QCheckBox* includePrivate;
-    QLabel* failureText;
+    WrappingLabel* failureText;
     QDialogButtonBox* buttons;
     bool saving = false;
 };

@@ -7,6 +7,7 @@
 #include "views/base/ShownText.h"
 #include "views/base/Symbols.h"
 #include "views/base/ThinScrollBar.h"
+#include "views/base/WrappingLabel.h"
 
 #include <QCheckBox>
 #include <QDialogButtonBox>
@@ -45,14 +46,13 @@ QListWidgetItem* itemOf(const ImportView::Row& row) {
 ImportDialog::ImportDialog(AppModel& controller, TaskScope& scope, QWidget* parent)
     : QDialog(parent), model(controller), tasks(scope),
       includeRoutine(new QCheckBox(wordsHere(importText::includeRoutine))), rows(new QListWidget),
-      status(new QLabel), skipped(labels::note({})),
+      status(new WrappingLabel), skipped(labels::note({})),
       retry(new QPushButton(wordsHere(importText::tryAgain))), confirmation(new QPushButton) {
     setWindowTitle(wordsHere(importText::title));
     resize(firstSize);
     rows->setAccessibleName(tr("Installation records"));
     rows->setAlternatingRowColors(true);
     useThinScrollBars(*rows);
-    status->setWordWrap(true);
     auto* explanation = new QLabel(wordsHere(importText::explanation));
     explanation->setWordWrap(true);
     auto* buttons = new QDialogButtonBox;
@@ -106,15 +106,15 @@ void ImportDialog::refresh() {
     confirmation->setEnabled(false);
     confirmation->setText(wordsHere(importText::confirm(0)));
     if (failure)
-        return status->setText(isolated(wordsHere(*failure)));
+        return status->setWhole(wordsHere(*failure));
     if (!preview)
-        return status->setText(wordsHere(importText::reading));
+        return status->setWhole(wordsHere(importText::reading));
     const auto view = ImportView::of(*preview, includeRoutine->isChecked(), imports.importedIDs(),
                                      model.state().busy());
     for (const auto& row : view.rows)
         rows->addItem(itemOf(row));
     status->setVisible(view.notice.has_value());
-    status->setText(wordsHere(view.notice.value_or("")));
+    status->setWhole(wordsHere(view.notice.value_or("")));
     skipped->setVisible(view.skippedNotice.has_value());
     skipped->setText(wordsHere(view.skippedNotice.value_or("")));
     confirmation->setText(wordsHere(view.confirmLabel));

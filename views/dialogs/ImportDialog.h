@@ -6,13 +6,13 @@
 #include <QDialog>
 
 class QCheckBox;
-class QLabel;
 class QListWidget;
 class QPushButton;
 
 namespace tidemark {
 
 class DimLabel;
+class WrappingLabel;
 
 /// The choice of recent installations that are added to the history: reads them when it opens, and
 /// imports them on confirmation.
@@ -33,7 +33,7 @@ private:
     TaskScope& tasks;
     QCheckBox* includeRoutine;
     QListWidget* rows;
-    QLabel* status;
+    WrappingLabel* status;
     DimLabel* skipped;
     QPushButton* retry;
     QPushButton* confirmation;

@@ -2,6 +2,7 @@
 
 #include "core/base/Text.h"
 #include "views/base/ShownText.h"
+#include "views/base/WrappingLabel.h"
 
 #include <QDialogButtonBox>
 #include <QLabel>
@@ -20,13 +21,13 @@ QCoro::Task<void> saveUnder(NamedSnapshots& snapshots, std::string name) {
 } // namespace
 
 SaveSnapshotDialog::SaveSnapshotDialog(AppModel& controller, TaskScope& scope, QWidget* parent)
-    : QDialog(parent), model(controller), tasks(scope), name(new QLineEdit), status(new QLabel) {
+    : QDialog(parent), model(controller), tasks(scope), name(new QLineEdit),
+      status(new WrappingLabel) {
     setWindowTitle(tr("Save Snapshot"));
     setMinimumWidth(420);
     auto* label = new QLabel(tr("&Name"));
     label->setBuddy(name);
     name->setMaxLength(static_cast<int>(NamedSnapshots::longestName));
-    status->setWordWrap(true);
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Save | QDialogButtonBox::Cancel);
     saving = buttons->button(QDialogButtonBox::Save);
     retry = buttons->addButton(tr("Try Again"), QDialogButtonBox::ActionRole);
@@ -67,11 +68,11 @@ void SaveSnapshotDialog::refresh() {
     retry->setVisible(failure.has_value() && !isReady);
     const auto& stage = *model.scanProgress().stage;
     if (failure)
-        status->setText(isolated(wordsHere(*failure)));
+        status->setWhole(wordsHere(*failure));
     else if (state.isRunning(Operation::drafting))
-        status->setText(stage ? wordsHere(*stage) : tr("Capturing…"));
+        status->setWhole(stage ? wordsHere(*stage) : tr("Capturing…"));
     else
-        status->setText(state.isRunning(Operation::savingDraft) ? tr("Saving…") : QString());
+        status->setWhole(state.isRunning(Operation::savingDraft) ? tr("Saving…") : QString());
 }
 
 void SaveSnapshotDialog::save() {

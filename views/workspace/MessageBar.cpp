@@ -3,7 +3,7 @@
 #include "views/base/Labels.h"
 #include "views/base/ShownText.h"
 #include "views/base/Symbols.h"
-#include "views/base/TintedSymbol.h"
+#include "views/base/WrappingLabel.h"
 
 #include <QHBoxLayout>
 #include <QPainter>
@@ -71,11 +71,7 @@ QWidget* MessageBar::barOf(const WorkspaceMessage& message) {
     texts->setSpacing(2);
     if (message.isFailure())
         texts->addWidget(labels::heading(shownText(message.title)));
-    auto* text = new QLabel(isolated(shownText(message.text)));
-    text->setTextFormat(Qt::PlainText);
-    text->setWordWrap(true);
-    text->setTextInteractionFlags(Qt::TextSelectableByMouse);
-    texts->addWidget(text);
+    texts->addWidget(new WrappingLabel(shownText(message.text)));
     row->addLayout(texts, 1);
 
     if (!message.retryLabel.empty()) {
