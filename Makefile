@@ -9,7 +9,7 @@ PREFIX ?= /usr/local
 FUZZ_SECONDS ?= 600
 FAULT_ROUNDS ?= 200
 
-.PHONY: help run story test bench format check-format lint sanitize tsan clang fuzz faults \
+.PHONY: help run story demo screenshots test bench format check-format lint sanitize tsan clang fuzz faults \
 	thorough install packages clean
 .DEFAULT_GOAL := help
 
@@ -29,6 +29,14 @@ run: packages build/dev/build.ninja ## Build, then record changes of this machin
 story: packages build/dev/build.ninja ## Build, then run the recorder for an example day
 	@cmake --build --preset dev --target tidemark
 	@packaging/story ./build/dev/cli/tidemark
+
+demo: packages build/dev/build.ninja ## Build, then open the window over a made-up history
+	@cmake --build --preset dev --target tidemark-demo
+	@./build/dev/demo/tidemark-demo
+
+screenshots: packages build/dev/build.ninja ## Write pictures of every screen into docs/screenshots
+	@cmake --build --preset dev --target tidemark-demo
+	@packaging/screenshots ./build/dev/demo/tidemark-demo docs/screenshots
 
 test: packages build/dev/build.ninja ## Build, then run every test
 	@cmake --build --preset dev

@@ -38,8 +38,8 @@ private:
             line(styled(label, textStyle::dim, colour)
                  + std::string(width - columns(label) + 2, ' ') + oneLine(value));
         for (const auto& change : section.changes)
-            line(oneLine(change.subject) + ": " + oneLine(change.before) + inspectionText::arrow
-                 + oneLine(change.after));
+            line(oneLine(change.subject) + (change.growth ? " " + signedBytes(*change.growth) : "")
+                 + ": " + oneLine(change.before) + inspectionText::arrow + oneLine(change.after));
         for (const auto& sentence : section.sentences)
             line(oneLine(sentence));
     }

@@ -72,6 +72,7 @@ public:
     QCoro::Task<void> scan(bool allowDuringFolderSetup = false) {
         return flow.scan(allowDuringFolderSetup);
     }
+    void cancelCapture() { flow.cancel(); }
     QCoro::Task<bool> commit(Journal journal) { return flow.commit(std::move(journal)); }
     QCoro::Task<void> refreshIfNeeded(Date now) { return flow.refreshIfNeeded(now); }
 

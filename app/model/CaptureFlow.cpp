@@ -6,7 +6,8 @@
 namespace tidemark {
 
 bool CaptureFlow::isWanted(std::uint64_t generation) const {
-    return state.canRecord() && state.recordingGeneration == generation && !state.isEnding;
+    return state.canRecord() && state.recordingGeneration == generation && !state.isEnding
+           && !isCancelled;
 }
 
 QCoro::Task<void> CaptureFlow::scan(bool allowDuringFolderSetup) {
@@ -18,12 +19,20 @@ QCoro::Task<void> CaptureFlow::scan(bool allowDuringFolderSetup) {
     if (!capturing)
         co_return;
     state.observationNow = clock.now();
+    isCancelled = false;
     const auto generation = state.recordingGeneration;
     qCInfo(capturesLog, "Capture started");
     co_await captureAndSave(generation);
     capturing.reset();
     if (state.canRecord() && state.recordingGeneration != generation && !state.isEnding)
         tasks.start(scan(false));
+}
+
+void CaptureFlow::cancel() {
+    if (!state.isAnyRunning({Operation::capturing, Operation::capturingInSetup}))
+        return;
+    isCancelled = true;
+    observations.abandon();
 }
 
 QCoro::Task<void> CaptureFlow::captureAndSave(std::uint64_t generation) {

@@ -21,6 +21,9 @@ public:
     /// resumed, or the controller was destroyed, is dropped; after a resume a new one follows at
     /// once.
     QCoro::Task<void> scan(bool allowDuringFolderSetup = false);
+    /// Stops a running capture, of which nothing is kept. Does nothing while none runs and once it
+    /// is being saved.
+    void cancel();
     /// Saves a journal with a change that is not from a capture. False when that failed or another
     /// operation is running.
     QCoro::Task<bool> commit(Journal journal);
@@ -37,6 +40,8 @@ private:
     Preferences& preferences;
     AppClock& clock;
     const TaskScope& tasks;
+    /// The user does not want the running capture any more.
+    bool isCancelled = false;
 };
 
 } // namespace tidemark

@@ -2,6 +2,8 @@
 
 #include "core/base/Calendar.h"
 
+#include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -20,6 +22,8 @@ struct InspectionChange {
     std::string subject;
     std::string before;
     std::string after;
+    /// The difference in bytes; absent where it is none of sizes.
+    std::optional<std::int64_t> growth{};
 
     bool operator==(const InspectionChange&) const = default;
 };

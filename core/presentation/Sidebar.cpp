@@ -55,6 +55,7 @@ SidebarRow rowOf(WorkspaceDestination place, const SidebarState& state) {
 SidebarRow rowOf(const Baseline& snapshot, const SidebarState& state, const Calendar& calendar) {
     SidebarRow row = named(Kind::snapshot, oneLine(snapshot.name));
     row.detail = calendar.format(snapshot.snapshot->timestamp, "d MMM yyyy, HH:mm");
+    row.day = calendar.format(snapshot.snapshot->timestamp, "d MMM");
     row.symbol = facts(WorkspaceDestination::snapshots).symbol;
     row.snapshot = snapshot.id;
     row.isSelected = state.openSnapshot == snapshot.id;

@@ -21,6 +21,8 @@ struct SidebarRow {
     std::string label;
     /// The second line; for a snapshot, when it was taken.
     std::string detail{};
+    /// The day and month of a snapshot.
+    std::string day{};
     /// Name of the symbol image; empty for a row without one.
     std::string symbol{};
     /// The number of events in the place; absent when they are not counted.

@@ -20,8 +20,7 @@ constexpr const char* logicalSizes =
     "physical disk usage.";
 
 InspectionChange lineOf(const StorageContribution& part) {
-    return {part.name + " " + signedBytes(part.delta()), byteString(part.before),
-            byteString(part.after)};
+    return {part.name, byteString(part.before), byteString(part.after), part.delta()};
 }
 
 void addParts(InspectionSection& section, const StorageBreakdown& breakdown) {

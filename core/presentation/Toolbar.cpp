@@ -16,7 +16,7 @@ std::vector<ToolbarAction> toolbarActions(const ToolbarState& state) {
          state.isRecording ? "Pause recording" : "Resume recording",
          state.isRecording ? "pause.circle" : "play", state.canChangeRecording},
         {exportHistory, "Export", "Export the events in this view", "export", state.canExport},
-        {darkMode, "Dark Mode", "Switch between Light Mode and Dark Mode", "moon.zzz", true,
+        {darkMode, "Dark Mode", "Switch between Light Mode and Dark Mode", "sun.max", true,
          state.isDark},
         {settings, "Settings", "Settings", "settings"},
     };

@@ -2,13 +2,20 @@
 
 #include "tests/app/support/ModelFixture.h"
 #include "tests/support/SharedRecords.h"
+#include "views/base/ShownText.h"
+#include "views/workspace/SidebarDelegate.h"
 
 #include <QAccessible>
 #include <QAction>
+#include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListView>
 #include <QPushButton>
+#include <QTest>
+#include <QTimer>
+#include <QToolButton>
+#include <QTreeView>
 
 using namespace tidemark;
 
@@ -109,6 +116,129 @@ TEST_F(Workspace, PausesAndResumes) {
         test::settle();
         EXPECT_NE(state().canRecord(), wasRecording);
     }
+}
+
+TEST_F(Workspace, CancelsACaptureOfWhichNothingIsKept) {
+    allowFolders();
+    start();
+    open();
+    holdCapture();
+    test::settle();
+    ASSERT_TRUE(shows("Observing"));
+    for (auto* button : window->findChildren<QPushButton*>())
+        if (button->isVisible() && button->text() == "Cancel")
+            button->click();
+    finish();
+    EXPECT_EQ(snapshots(), 1U);
+    EXPECT_EQ(error(), "none");
+    EXPECT_TRUE(shows("History is stored locally."));
+    captureDuration = 0;
+    capture({"Pen"});
+    EXPECT_EQ(snapshots(), 2U) << "the next capture is kept";
+}
+
+TEST_F(Workspace, DeletesASnapshotOnlyAfterAConfirmation) {
+    allowFolders();
+    start();
+    open();
+    Journal named = *state().journal();
+    named.baselines.push_back(Baseline::named("Before", named.snapshots.back()));
+    test::await(model->commit(std::move(named)));
+    model->history().openSnapshot(state().journal()->baselines.front().id);
+    test::settle();
+    for (const char* answer : {"Cancel", "Delete Snapshot"}) {
+        EXPECT_EQ(state().journal()->baselines.size(), 1U);
+        QTimer::singleShot(0, [answer] {
+            for (auto* button : QApplication::activeModalWidget()->findChildren<QPushButton*>())
+                if (button->text().remove(u'&') == QLatin1String(answer))
+                    return button->click();
+        });
+        child<QToolButton>("Delete Snapshot…").click();
+        finish();
+    }
+    EXPECT_TRUE(state().journal()->baselines.empty());
+}
+
+TEST_F(Workspace, ShowsTheSizesOfAnEventAndThoseOfAllFolders) {
+    allowFolders();
+    start();
+    open();
+    clock.advance(300);
+    Journal grown = *state().journal();
+    for (const std::int64_t bytes : {1'000'000'000, 9'000'000'000}) {
+        Snapshot next = *grown.snapshots.back();
+        next.id = Uuid::random();
+        next.timestamp = next.timestamp + 60;
+        next.folders = {Shared(test::folder("/home/ada/Projects", bytes, {{"target", bytes}}))};
+        grown.append(Shared(std::move(next)), true);
+    }
+    test::await(model->commit(std::move(grown)));
+    test::settle();
+    auto& list = child<QListView>("Events");
+    list.setCurrentIndex(list.model()->index(1, 0));
+    test::settle();
+    EXPECT_TRUE(shows("Where the Size Changed"));
+    for (auto* button : window->findChildren<QPushButton*>())
+        if (button->text() == "Inspect Folder Sizes") {
+            button->click();
+            break;
+        }
+    test::settle();
+    EXPECT_TRUE(shows("Folder Sizes"));
+    EXPECT_EQ(child<QComboBox>("Folders that are shown").currentText(),
+              "This event’s measurements");
+    const auto& sizes = *child<QTreeView>("Folder Sizes").model();
+    EXPECT_EQ(sizes.headerData(2, Qt::Horizontal).toString(), "After");
+    EXPECT_EQ(sizes.index(0, 3).data().toString(), "+8 GB");
+}
+
+TEST_F(Workspace, FiltersTheTimelineByAButtonOfAPlaceAndByAKey) {
+    start();
+    open();
+    auto& list = child<QListView>("Places");
+    QModelIndex storage;
+    for (int row = 0; row < list.model()->rowCount(); ++row)
+        if (list.model()->index(row, 0).data().toString() == "Storage")
+            storage = list.model()->index(row, 0);
+    ASSERT_TRUE(storage.isValid());
+    const auto filters = [&] { return model->history().place().systemFilters().size(); };
+    const QRect button = SidebarDelegate::toggleArea(list.visualRect(storage), Qt::LeftToRight);
+    QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, button.center());
+    EXPECT_EQ(filters(), 1U);
+    test::settle();
+    ASSERT_EQ(list.currentIndex(), storage);
+    QTest::keyClick(&list, Qt::Key_Space);
+    EXPECT_EQ(filters(), 0U);
+}
+
+TEST_F(Workspace, MovesBetweenThePanes) {
+    start();
+    capture({"Pen"});
+    open();
+    window->activateWindow();
+    QStringList visited;
+    for (int i = 0; i < 3; ++i) {
+        QTest::keyClick(&*window, Qt::Key_F6);
+        visited +=
+            QApplication::focusWidget() ? QApplication::focusWidget()->accessibleName() : QString();
+    }
+    EXPECT_EQ(visited.join(u' ').toStdString(), "About this event Places Events");
+}
+
+TEST_F(Workspace, SurvivesHostileNames) {
+    allowFolders();
+    start();
+    open();
+    const std::string hostile =
+        "\u202Eevil\u2069\n" + std::string(10'000, 'x') + "/" + std::string(300, 'y');
+    capture({hostile.c_str()});
+    auto& list = child<QListView>("Events");
+    list.setCurrentIndex(list.model()->index(1, 0));
+    test::settle();
+    EXPECT_FALSE(list.model()->index(1, 0).data().toString().contains(u'\n'));
+    EXPECT_FALSE(window->grab().isNull());
+    EXPECT_LE(window->width(), 1400) << "no text makes the window wider";
+    EXPECT_EQ(isolated(u"a\u2069\u202Eb"_qs), u"\u2068ab\u2069"_qs);
 }
 
 TEST_F(Workspace, NamesWhatTakesTheKeyboard) {

@@ -57,7 +57,11 @@ constexpr auto table = std::to_array<Names>({
     {"pause.circle", "media-playback-pause", "media-playback-pause-symbolic"},
     {"exclamationmark.circle", "dialog-warning", "dialog-warning-symbolic"},
     {"search", "edit-find", "edit-find-symbolic"},
+    {"filter", "view-filter", "view-more-symbolic"},
     {"export", "document-export", "document-save-as-symbolic"},
+    {"bookmark", "bookmark-new", "bookmark-new-symbolic"},
+    {"trash.slash", "edit-delete", "edit-delete-symbolic"},
+    {"xmark", "window-close", "window-close-symbolic"},
     {"settings", "configure", "preferences-system-symbolic"},
 });
 
@@ -71,6 +75,13 @@ QIcon symbolIcon(std::string_view symbol) {
         if (QIcon::hasThemeIcon(QString::fromLatin1(name)))
             return QIcon::fromTheme(QString::fromLatin1(name));
     return {};
+}
+
+std::vector<std::string_view> knownSymbols() {
+    std::vector<std::string_view> all;
+    for (const auto& names : table)
+        all.push_back(names.symbol);
+    return all;
 }
 
 } // namespace tidemark

@@ -2,11 +2,15 @@
 
 #include <QIcon>
 #include <string_view>
+#include <vector>
 
 namespace tidemark {
 
 /// The image of a symbol from the icon theme of the desktop: the first of its freedesktop names
 /// that the theme has. Empty for a symbol that is not known.
 QIcon symbolIcon(std::string_view symbol);
+
+/// The names of all symbols.
+std::vector<std::string_view> knownSymbols();
 
 } // namespace tidemark

@@ -4,10 +4,11 @@
 #include "core/base/CanonicalPath.h"
 #include "core/base/Error.h"
 #include "core/base/Text.h"
-#include "core/presentation/SystemWords.h"
+#include "views/base/Labels.h"
+#include "views/base/RoundedPanel.h"
 #include "views/base/ShownText.h"
 #include "views/base/Symbols.h"
-#include "views/base/TextColor.h"
+#include "views/base/ThinScrollBar.h"
 
 #include <QCheckBox>
 #include <QDir>
@@ -23,27 +24,6 @@ namespace tidemark {
 namespace {
 
 constexpr int widestPage = 640;
-
-QString spoken(std::string_view text) {
-    return shownText(systemWords::shown(text));
-}
-
-QLabel* dimLabel(const QString& text) {
-    auto* made = new QLabel(text);
-    made->setTextFormat(Qt::PlainText);
-    made->setWordWrap(true);
-    textColor::dim(*made);
-    return made;
-}
-
-QLabel* headingLabel(const QString& text, double scale) {
-    auto* made = new QLabel(text);
-    QFont font = made->font();
-    font.setBold(true);
-    font.setPointSizeF(font.pointSizeF() * scale);
-    made->setFont(font);
-    return made;
-}
 
 /// The page may be gone when that is done. A failure is shown on it: `FolderAccess::message` has it
 /// only of some commands.
@@ -62,31 +42,33 @@ QCoro::Task<void> allow(AppModel& model, std::vector<std::filesystem::path> fold
     }
     if (!message)
         co_return;
-    message->setText(spoken(failure));
+    message->setText(wordsHere(failure));
     message->setVisible(!failure.empty());
 }
 
 } // namespace
 
 FolderManagerView::FolderManagerView(AppModel& controller, TaskScope& scope, QWidget* parent)
-    : QScrollArea(parent), model(controller), tasks(scope), heading(headingLabel({}, 1.6)),
-      message(dimLabel({})), later(dimLabel(spoken(FolderManagerPage::later))),
+    : QScrollArea(parent), model(controller), tasks(scope), heading(labels::title({}, 1.6)),
+      message(labels::note({})), later(labels::note(wordsHere(FolderManagerPage::later))),
       rows(new QVBoxLayout) {
     setWidgetResizable(true);
     setFrameShape(QFrame::NoFrame);
-    setAccessibleName(spoken(FolderManagerPage::listHeading));
+    useThinScrollBars(*this);
+    setAccessibleName(wordsHere(FolderManagerPage::listHeading));
     auto* page = new QWidget;
     page->setMaximumWidth(widestPage);
     auto* column = new QVBoxLayout(page);
-    column->setContentsMargins(24, 24, 24, 24);
+    column->setContentsMargins(24, 32, 24, 24);
     column->setSpacing(12);
-    auto* add = new QPushButton(spoken(FolderManagerPage::addFolders));
-    auto* finish = new QPushButton(spoken(FolderManagerPage::finish));
+    rows->setSpacing(6);
+    auto* add = new QPushButton(wordsHere(FolderManagerPage::addFolders));
+    auto* finish = new QPushButton(wordsHere(FolderManagerPage::finish));
     finish->setDefault(true);
     message->hide();
     column->addWidget(heading);
-    column->addWidget(dimLabel(spoken(FolderManagerPage::explanation)));
-    column->addWidget(headingLabel(spoken(FolderManagerPage::listHeading), 1));
+    column->addWidget(labels::note(wordsHere(FolderManagerPage::explanation)));
+    column->addWidget(labels::heading(wordsHere(FolderManagerPage::listHeading)));
     column->addLayout(rows);
     column->addWidget(message);
     column->addWidget(add, 0, Qt::AlignLeading);
@@ -134,7 +116,7 @@ void FolderManagerView::refresh() {
     const auto page = folderManagerPage({.isFirstSetup = isFirst,
                                          .access = model.folderAccess(),
                                          .recommendedPaths = recommendedPaths});
-    heading->setText(spoken(page.heading));
+    heading->setText(wordsHere(page.heading));
     later->setVisible(isFirst);
     fillRows(page);
 }
@@ -149,15 +131,15 @@ void FolderManagerView::fillRows(const FolderManagerPage& page) {
 }
 
 QWidget* FolderManagerView::rowOf(const FolderManagerPage::Row& row) {
-    auto* made = new QFrame;
-    made->setFrameShape(QFrame::StyledPanel);
+    auto* made = new RoundedPanel;
     auto* box = new QCheckBox(QString::fromStdString(row.name));
     box->setChecked(row.isMonitored);
     box->setAccessibleName(QString::fromStdString(row.accessibleText));
-    auto* path = dimLabel(isolated(QString::fromStdString(row.path)));
-    auto* status = dimLabel(shownText(row.status));
+    auto* path = labels::note(isolated(QString::fromStdString(row.path)));
+    auto* status = labels::note(shownText(row.status));
     status->setWordWrap(false);
     auto* line = new QHBoxLayout(made);
+    line->setContentsMargins(14, 10, 14, 10);
     auto* texts = new QVBoxLayout;
     texts->setSpacing(2);
     texts->addWidget(box);
@@ -184,7 +166,7 @@ void FolderManagerView::monitor(const FolderManagerPage::Row& row) {
 void FolderManagerView::stopMonitoring(const FolderManagerPage::Row& row) {
     QMessageBox question(QMessageBox::Question, {}, shownText(StopMonitoring::title(row.name)),
                          QMessageBox::Cancel, this);
-    question.setInformativeText(spoken(StopMonitoring::explanation));
+    question.setInformativeText(wordsHere(StopMonitoring::explanation));
     auto* stop = question.addButton(tr("Stop Monitoring"), QMessageBox::DestructiveRole);
     question.exec();
     if (question.clickedButton() == stop && row.grant)
@@ -193,7 +175,7 @@ void FolderManagerView::stopMonitoring(const FolderManagerPage::Row& row) {
 
 void FolderManagerView::addFolders() {
     const QString chosen = QFileDialog::getExistingDirectory(
-        this, spoken(FolderManagerPage::addFolders), QDir::homePath());
+        this, wordsHere(FolderManagerPage::addFolders), QDir::homePath());
     if (!chosen.isEmpty())
         tasks.start(allow(model, {std::filesystem::path(QFile::encodeName(chosen).toStdString())},
                           {FolderPurpose::storage}, message));

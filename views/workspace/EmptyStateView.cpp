@@ -1,10 +1,11 @@
 #include "views/workspace/EmptyStateView.h"
 
+#include "views/base/Labels.h"
 #include "views/base/ShownText.h"
-#include "views/base/Symbols.h"
 #include "views/base/TextColor.h"
+#include "views/base/TintedSymbol.h"
 
-#include <QLabel>
+#include <QEvent>
 #include <QPushButton>
 #include <QVBoxLayout>
 
@@ -12,44 +13,55 @@ namespace tidemark {
 
 namespace {
 
-constexpr int symbolSide = 64;
-constexpr int widestSentence = 420;
+constexpr int symbolSide = 66;
+constexpr int widestSentence = 400;
+constexpr float symbolStrength = 0.4F;
 
 } // namespace
 
 EmptyStateView::EmptyStateView(QWidget* parent)
-    : QWidget(parent), symbol(new QLabel), title(new QLabel), explanation(new QLabel),
-      button(new QPushButton) {
+    : QWidget(parent), symbol(new QLabel), title(labels::title({}, 1.25)),
+      explanation(labels::note({})), button(new QPushButton) {
     setBackgroundRole(QPalette::Base);
     setAutoFillBackground(true);
-    QFont font = title->font();
-    font.setBold(true);
-    font.setPointSizeF(font.pointSizeF() * 1.3);
-    title->setFont(font);
-    title->setWordWrap(true);
-    title->setAlignment(Qt::AlignHCenter);
-    title->setFixedWidth(widestSentence);
-    explanation->setWordWrap(true);
-    explanation->setAlignment(Qt::AlignHCenter);
-    explanation->setFixedWidth(widestSentence);
-    textColor::dim(*explanation);
+    for (QLabel* label : {title, static_cast<QLabel*>(explanation)}) {
+        label->setWordWrap(true);
+        label->setAlignment(Qt::AlignHCenter);
+        label->setFixedWidth(widestSentence);
+    }
+    setFocusProxy(button);
     auto* column = new QVBoxLayout(this);
-    column->addStretch();
-    for (QWidget* widget : std::initializer_list<QWidget*>{symbol, title, explanation, button})
+    column->setSpacing(10);
+    column->addStretch(2);
+    for (QWidget* widget : std::initializer_list<QWidget*>{symbol, title, explanation})
         column->addWidget(widget, 0, Qt::AlignHCenter);
-    column->addStretch();
+    column->addSpacing(8);
+    column->addWidget(button, 0, Qt::AlignHCenter);
+    column->addStretch(3);
     connect(button, &QPushButton::clicked, this, [this] { Q_EMIT actionTriggered(shown.action); });
 }
 
 void EmptyStateView::present(const EmptyState& state) {
+    if (state == shown)
+        return;
     shown = state;
-    symbol->setPixmap(
-        symbolIcon(state.symbol)
-            .pixmap(QSize(symbolSide, symbolSide), devicePixelRatioF(), QIcon::Disabled));
+    drawSymbol();
     title->setText(shownText(state.title));
     explanation->setText(shownText(state.explanation));
     button->setText(shownText(state.actionLabel));
     button->setVisible(!state.actionLabel.empty());
+}
+
+void EmptyStateView::changeEvent(QEvent* event) {
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange)
+        drawSymbol();
+}
+
+void EmptyStateView::drawSymbol() {
+    QColor color = palette().color(QPalette::Text);
+    color.setAlphaF(symbolStrength);
+    symbol->setPixmap(tintedSymbol(shown.symbol, symbolSide, color, devicePixelRatioF()));
 }
 
 } // namespace tidemark

@@ -9,6 +9,8 @@ class QPushButton;
 
 namespace tidemark {
 
+class DimLabel;
+
 /// What stands in place of an empty list: a large symbol, a title, a sentence, at most one button.
 class EmptyStateView : public QWidget {
     Q_OBJECT
@@ -21,11 +23,16 @@ public:
 Q_SIGNALS:
     void actionTriggered(tidemark::EmptyState::Action action);
 
+protected:
+    void changeEvent(QEvent* event) override;
+
 private:
+    void drawSymbol();
+
     EmptyState shown;
     QLabel* symbol;
     QLabel* title;
-    QLabel* explanation;
+    DimLabel* explanation;
     QPushButton* button;
 };
 

@@ -5,7 +5,8 @@
 namespace tidemark {
 
 /// Paints a row of `TimelineModel`: symbol, title and time, and below them the second line; a dot
-/// before what asks for attention. Heights come from the font alone, never from a text.
+/// before what asks for attention. A gap in the observation is one line on stripes. Heights come
+/// from the font alone, never from a text.
 class EventDelegate : public QStyledItemDelegate {
     Q_OBJECT
 

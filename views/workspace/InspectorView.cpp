@@ -1,56 +1,38 @@
 #include "views/workspace/InspectorView.h"
 
+#include "views/base/Labels.h"
 #include "views/base/ShownText.h"
-#include "views/base/TextColor.h"
+#include "views/base/Symbols.h"
+#include "views/base/ThinScrollBar.h"
+#include "views/base/TintedSymbol.h"
+#include "views/workspace/InspectionSectionView.h"
 
-#include <QGridLayout>
-#include <QLabel>
 #include <QPushButton>
+#include <QToolButton>
 #include <QVBoxLayout>
 
 namespace tidemark {
 
 namespace {
 
-/// A text that wraps, and can be selected and copied.
-QLabel* label(const QString& text) {
-    auto* made = new QLabel(isolated(text));
-    made->setTextFormat(Qt::PlainText);
-    made->setWordWrap(true);
-    made->setAlignment(Qt::AlignTop | Qt::AlignLeading);
-    made->setTextInteractionFlags(Qt::TextSelectableByMouse);
-    // Paths have no blanks to wrap at: the column must not become as wide as the longest.
-    made->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Minimum);
-    return made;
+constexpr int margin = 20;
+constexpr int symbolSide = 33;
+/// A title is as long as the name of a file can be, or a clip.
+constexpr qsizetype mostCharacters = 300;
+
+QString headText(const std::string& text) {
+    const QString all = QString::fromStdString(text).simplified();
+    return isolated(all.size() <= mostCharacters ? all
+                                                 : all.left(mostCharacters) + QStringLiteral("…"));
 }
 
-QLabel* dimLabel(const QString& text) {
-    auto* made = label(text);
-    textColor::dim(*made);
-    return made;
-}
-
-QLabel* heading(const QString& text) {
-    auto* made = label(text);
-    QFont font = made->font();
-    font.setBold(true);
-    made->setFont(font);
-    return made;
-}
-
-/// Lets a text without blanks wrap at its slashes.
-QString breakable(const std::string& text) {
-    QString shown = shownText(text);
-    return shown.replace(u'/', QStringLiteral("/\u200B"));
-}
-
-QGridLayout* grid() {
-    auto* made = new QGridLayout;
-    made->setHorizontalSpacing(12);
-    made->setVerticalSpacing(4);
-    made->setColumnStretch(0, 2);
-    made->setColumnStretch(1, 3);
-    return made;
+/// May be narrower than its longest word.
+template <class Label>
+Label* wrapping(Label* label) {
+    label->setWordWrap(true);
+    label->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    label->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Minimum);
+    return label;
 }
 
 } // namespace
@@ -60,82 +42,75 @@ InspectorView::InspectorView(QWidget* parent) : QScrollArea(parent) {
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setFrameShape(QFrame::NoFrame);
     setAccessibleName(shownText(EventInspection::heading));
+    viewport()->setBackgroundRole(QPalette::Window);
+    useThinScrollBars(*this);
     present(std::nullopt);
 }
 
 void InspectorView::present(const std::optional<EventInspection>& inspection) {
     auto* content = new QWidget;
-    content->setBackgroundRole(QPalette::Base);
     auto* column = new QVBoxLayout(content);
-    column->setContentsMargins(16, 16, 16, 16);
-    column->setSpacing(12);
+    column->setContentsMargins(margin, margin, margin, margin);
+    column->setSpacing(18);
     if (!inspection) {
         addPlaceholder(*column);
     } else {
         addHead(*column, *inspection);
         for (const auto& section : inspection->sections)
-            addSection(*column, section);
+            column->addWidget(new InspectionSectionView(section));
         addActions(*column, *inspection);
+        column->addStretch();
     }
-    column->addStretch();
     setWidget(content);
 }
 
 void InspectorView::addPlaceholder(QVBoxLayout& column) {
-    auto* text = dimLabel(shownText(EventInspection::placeholder));
+    auto* text = labels::note(isolated(wordsHere(EventInspection::placeholder)));
     text->setAlignment(Qt::AlignHCenter);
-    column.addStretch();
+    column.addStretch(2);
     column.addWidget(text);
+    column.addStretch(3);
 }
 
 void InspectorView::addHead(QVBoxLayout& column, const EventInspection& inspection) {
-    auto* title = heading(QString::fromStdString(inspection.title));
-    QFont font = title->font();
-    font.setPointSizeF(font.pointSizeF() * 1.3);
-    title->setFont(font);
-    column.addWidget(title);
+    auto* symbol = new QLabel;
+    symbol->setPixmap(tintedSymbol(inspection.symbol, symbolSide, palette().color(QPalette::Text),
+                                   devicePixelRatioF()));
+    auto* texts = new QVBoxLayout;
+    texts->setSpacing(2);
+    texts->addWidget(wrapping(labels::title(headText(inspection.title), 1.25)));
     if (!inspection.subtitle.empty())
-        column.addWidget(dimLabel(QString::fromStdString(inspection.subtitle)));
-}
+        texts->addWidget(wrapping(labels::note(headText(inspection.subtitle))));
+    auto* close = new QToolButton;
+    close->setAutoRaise(true);
+    close->setIcon(symbolIcon("xmark"));
+    close->setAccessibleName(wordsHere(EventInspection::closeDetails));
+    close->setToolTip(close->accessibleName());
+    connect(close, &QToolButton::clicked, this, &InspectorView::closed);
 
-void InspectorView::addSection(QVBoxLayout& column, const InspectionSection& section) {
-    auto* line = new QFrame;
-    line->setFrameShape(QFrame::HLine);
-    line->setFrameShadow(QFrame::Plain);
-    line->setForegroundRole(QPalette::Midlight);
-    column.addWidget(line);
-    if (!section.heading.empty())
-        column.addWidget(heading(shownText(section.heading)));
-    auto* rows = grid();
-    for (const auto& [name, value] : section.rows) {
-        const int row = rows->rowCount();
-        rows->addWidget(dimLabel(shownText(name)), row, 0);
-        rows->addWidget(label(breakable(value)), row, 1);
-    }
-    if (!section.changes.empty()) {
-        const int row = rows->rowCount();
-        rows->setColumnStretch(2, 2);
-        rows->addWidget(dimLabel(shownText(EventInspection::before)), row, 1);
-        rows->addWidget(dimLabel(shownText(EventInspection::after)), row, 2);
-    }
-    for (const auto& [subject, before, after] : section.changes) {
-        const int row = rows->rowCount();
-        rows->addWidget(label(breakable(subject)), row, 0);
-        rows->addWidget(label(breakable(before)), row, 1);
-        rows->addWidget(label(breakable(after)), row, 2);
-    }
-    column.addLayout(rows);
-    for (const auto& sentence : section.sentences)
-        column.addWidget(dimLabel(shownText(sentence)));
+    auto* about = labels::note(wordsHere(EventInspection::heading));
+    labels::scale(*about, 0.93);
+    auto* bar = new QHBoxLayout;
+    bar->addWidget(about, 1);
+    bar->addWidget(close);
+    auto* head = new QHBoxLayout;
+    head->setSpacing(14);
+    head->addWidget(symbol, 0, Qt::AlignTop);
+    head->addLayout(texts, 1);
+    column.addLayout(bar);
+    column.addLayout(head);
 }
 
 void InspectorView::addActions(QVBoxLayout& column, const EventInspection& inspection) {
+    auto* buttons = new QVBoxLayout;
+    buttons->setSpacing(6);
     for (const auto& [command, words] : inspection.actions) {
         auto* button = new QPushButton(shownText(words));
         connect(button, &QPushButton::clicked, this,
                 [this, command = command] { Q_EMIT actionTriggered(command); });
-        column.addWidget(button, 0, Qt::AlignLeading);
+        buttons->addWidget(button, 0, Qt::AlignLeading);
     }
+    column.addLayout(buttons);
 }
 
 } // namespace tidemark

@@ -20,11 +20,11 @@ public:
 
 Q_SIGNALS:
     void actionTriggered(tidemark::InspectionCommand command);
+    void closed();
 
 private:
     void addPlaceholder(QVBoxLayout& column);
     void addHead(QVBoxLayout& column, const EventInspection& inspection);
-    void addSection(QVBoxLayout& column, const InspectionSection& section);
     void addActions(QVBoxLayout& column, const EventInspection& inspection);
 };
 

@@ -19,6 +19,8 @@ public:
 
 Q_SIGNALS:
     void retryTriggered(tidemark::WorkspaceMessage::Retry retry);
+    /// The user has read the message that is not about a failure.
+    void noticeClosed();
 
 private:
     QWidget* barOf(const WorkspaceMessage& message);

@@ -1,10 +1,8 @@
 #include "views/workspace/SidebarDelegate.h"
 
-#include "views/base/ShownText.h"
-#include "views/base/TextColor.h"
+#include "views/base/RowPainter.h"
 #include "views/workspace/SidebarModel.h"
 
-#include <QApplication>
 #include <QPainter>
 
 namespace tidemark {
@@ -21,55 +19,84 @@ bool isPlain(Kind kind) {
     return kind == Kind::heading || kind == Kind::note;
 }
 
-void drawText(QPainter& painter, const QStyleOptionViewItem& option, const QRect& area,
-              const QString& text, const QColor& color, Qt::Alignment alignment) {
-    const QString elided =
-        QFontMetrics(painter.font()).elidedText(text, Qt::ElideRight, area.width());
-    painter.setPen(color);
-    painter.drawText(QStyle::visualRect(option.direction, option.rect, area),
-                     static_cast<int>(QStyle::visualAlignment(option.direction, alignment))
-                         | Qt::AlignVCenter | Qt::TextSingleLine,
-                     isolated(elided));
+QFont sized(QFont font, double scale, bool isBold) {
+    font.setPointSizeF(font.pointSizeF() * scale);
+    font.setBold(isBold);
+    return font;
+}
+
+/// From the edge of the list to the panel of a row, and from there to its content.
+constexpr int margin = 8;
+constexpr int padding = 8;
+
+constexpr std::string_view filterSymbol = "filter";
+
+/// In a window that is laid out from left to right.
+QRect toggleFromLeft(const QRect& row) {
+    const int side = row.height() - 6;
+    return {row.right() - margin - padding / 2 - side, row.top() + 3, side, side};
+}
+
+bool showsToggle(const QStyleOptionViewItem& option, const QModelIndex& index) {
+    const bool isAt = option.state.testFlag(QStyle::State_MouseOver)
+                      || option.state.testFlag(QStyle::State_HasFocus);
+    return isAt && index.data(SidebarModel::hasToggleRole).toBool();
+}
+
+/// The dot of a place that is a filter, before its count.
+void drawFilterMark(const RowPainter& row, const QStyleOptionViewItem& option, QRect& area) {
+    const int dot = option.fontMetrics.height() / 3;
+    row.drawDot({area.right() - dot, area.center().y() - dot / 2, dot, dot}, row.accent());
+    area.adjust(0, 0, -dot - padding / 2, 0);
 }
 
 } // namespace
+
+QRect SidebarDelegate::toggleArea(const QRect& row, Qt::LayoutDirection direction) {
+    return QStyle::visualRect(direction, row, toggleFromLeft(row));
+}
 
 void SidebarDelegate::paint(QPainter* painter, const QStyleOptionViewItem& styled,
                             const QModelIndex& index) const {
     QStyleOptionViewItem option = styled;
     initStyleOption(&option, index);
-    const int pad = option.fontMetrics.height() / 2;
-    QRect area = option.rect.adjusted(pad, 0, -pad, 0);
     painter->save();
-    painter->setFont(option.font);
+    const RowPainter row(*painter, option);
+    const QRect panel = option.rect.adjusted(margin, 1, -margin, -1);
+    QRect area = panel.adjusted(padding, 0, -padding, 0);
     if (isPlain(kindOf(index))) {
-        QFont font = option.font;
-        font.setBold(kindOf(index) == Kind::heading);
-        painter->setFont(font);
-        drawText(*painter, option, area, option.text, textColor::dim(option), Qt::AlignLeading);
-        painter->restore();
-        return;
+        const bool isHeading = kindOf(index) == Kind::heading;
+        area.setTop(area.bottom() - option.fontMetrics.height() * 3 / 2);
+        row.drawText(area, option.text, row.dim(),
+                     sized(option.font, isHeading ? 0.92 : 1, isHeading));
+    } else {
+        row.drawPanel(panel);
+        const int side = option.fontMetrics.height() + 2;
+        row.drawSymbol({area.left(), area.top(), side, area.height()},
+                       index.data(SidebarModel::symbolRole).toString().toStdString(), row.strong());
+        area.setLeft(area.left() + side + padding);
+        if (showsToggle(option, index)) {
+            const QRect place = toggleFromLeft(option.rect);
+            row.drawSymbol(place.adjusted(2, 2, -2, -2), filterSymbol, row.strong());
+            area.setRight(place.left() - padding / 2);
+        }
+        const QString trailing = index.data(SidebarModel::trailingRole).toString();
+        row.drawText(area, trailing, row.dim(), option.font, Qt::AlignTrailing);
+        if (!trailing.isEmpty())
+            area.adjust(0, 0, -option.fontMetrics.horizontalAdvance(trailing) - padding, 0);
+        if (index.data(SidebarModel::isFilterRole).toBool())
+            drawFilterMark(row, option, area);
+        row.drawText(area, option.text, row.strong(), option.font);
     }
-    const QStyle* style = option.widget ? option.widget->style() : QApplication::style();
-    style->drawPrimitive(QStyle::PE_PanelItemViewItem, &option, painter, option.widget);
-    const int side = option.fontMetrics.height();
-    const QRect symbol(area.left(), area.center().y() - side / 2, side, side);
-    option.icon.paint(painter, QStyle::visualRect(option.direction, option.rect, symbol),
-                      Qt::AlignCenter,
-                      option.state & QStyle::State_Selected ? QIcon::Selected : QIcon::Normal);
-    area.adjust(side + pad, 0, 0, 0);
-    const QString count = index.data(SidebarModel::countRole).toString();
-    drawText(*painter, option, area, count, textColor::dim(option), Qt::AlignTrailing);
-    area.adjust(0, 0, -option.fontMetrics.horizontalAdvance(count) - pad, 0);
-    drawText(*painter, option, area, option.text, textColor::strong(option), Qt::AlignLeading);
     painter->restore();
 }
 
 QSize SidebarDelegate::sizeHint(const QStyleOptionViewItem& option,
                                 const QModelIndex& index) const {
     const int line = option.fontMetrics.height();
-    const bool opensGroup = kindOf(index) == Kind::heading && index.row() > 0;
-    return {line, opensGroup ? line * 5 / 2 : line * 7 / 4};
+    if (kindOf(index) == Kind::heading)
+        return {line, index.row() == 0 ? line * 2 : line * 5 / 2};
+    return {line, line + 14};
 }
 
 } // namespace tidemark

@@ -1,7 +1,6 @@
 #include "views/workspace/SidebarModel.h"
 
 #include "views/base/ShownText.h"
-#include "views/base/Symbols.h"
 
 #include <algorithm>
 
@@ -9,7 +8,21 @@ namespace tidemark {
 
 using Kind = SidebarRow::Kind;
 
+namespace {
+
+QString tipOf(const SidebarRow& row) {
+    if (!row.help.empty())
+        return shownText(row.help);
+    // A long name is elided before its date.
+    if (row.kind == Kind::snapshot)
+        return QString::fromStdString(row.label + "\n" + row.detail);
+    return shownText(row.filterToggle);
+}
+
+} // namespace
+
 void SidebarModel::show(std::vector<SidebarRow> next) {
+    std::erase_if(next, [](const SidebarRow& row) { return row.kind == Kind::saveSnapshot; });
     if (next == rows)
         return;
     const auto isSamePlace = [](const SidebarRow& a, const SidebarRow& b) {
@@ -50,13 +63,17 @@ QVariant SidebarModel::data(const QModelIndex& index, int role) const {
     case Qt::AccessibleTextRole:
         return QString::fromStdString(row.accessibleText);
     case Qt::ToolTipRole:
-        return row.help.empty() ? QString::fromStdString(row.detail) : shownText(row.help);
-    case Qt::DecorationRole:
-        return row.symbol.empty() ? QVariant() : QVariant(symbolIcon(row.symbol));
+        return tipOf(row);
     case kindRole:
         return static_cast<int>(row.kind);
-    case countRole:
-        return row.count ? QString::number(*row.count) : QString();
+    case symbolRole:
+        return QString::fromStdString(row.symbol);
+    case trailingRole:
+        return row.count ? QString::number(*row.count) : QString::fromStdString(row.day);
+    case isFilterRole:
+        return row.isFilter;
+    case hasToggleRole:
+        return !row.filterToggle.empty();
     default:
         return {};
     }

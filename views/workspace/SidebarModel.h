@@ -6,7 +6,8 @@
 
 namespace tidemark {
 
-/// The rows of the sidebar. Headings and notes can't be selected.
+/// The rows of the sidebar but for the command at its end, which is a button. Headings and notes
+/// can't be selected.
 class SidebarModel : public QAbstractListModel {
     Q_OBJECT
 
@@ -14,8 +15,14 @@ public:
     enum Role {
         /// A `SidebarRow::Kind` as a number.
         kindRole = Qt::UserRole,
-        /// How much the place holds, as text; empty where that isn't counted.
-        countRole,
+        /// The name of the symbol image.
+        symbolRole,
+        /// How much the place holds, or when the snapshot was taken; may be empty.
+        trailingRole,
+        /// True when the place is a filter of the timeline.
+        isFilterRole,
+        /// True when it can be one.
+        hasToggleRole,
     };
 
     using QAbstractListModel::QAbstractListModel;

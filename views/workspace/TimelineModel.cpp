@@ -3,6 +3,7 @@
 #include "views/base/ShownText.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace tidemark {
 
@@ -10,9 +11,9 @@ std::vector<TimelineModel::Row> TimelineModel::rowsOf(const TimelinePresentation
     std::vector<Row> all;
     all.reserve(presentation.events.size() + presentation.days.size());
     for (const auto& day : presentation.days) {
-        all.push_back({day.id, {}});
+        all.push_back({.day = day.id, .count = day.events.size()});
         for (const auto& event : day.events)
-            all.push_back({day.id, event});
+            all.push_back({.day = day.id, .event = event});
     }
     return all;
 }
@@ -39,12 +40,21 @@ void TimelineModel::show(const TimelinePresentation& presentation, Date now) {
         rows.insert(rows.begin() + head, next.begin() + head, addedEnd);
         endInsertRows();
     }
+    takeCounts(next);
     const bool isOtherDay = calendar.startOfDay(now) != calendar.startOfDay(shownAt);
     calendar = Calendar();
     shownAt = now;
     // "Today" is "Yesterday" now.
     if (isOtherDay && !rows.empty())
         Q_EMIT dataChanged(index(0), index(rowCount() - 1));
+}
+
+void TimelineModel::takeCounts(const std::vector<Row>& next) {
+    for (std::size_t i = 0; i < rows.size(); ++i)
+        if (std::exchange(rows[i].count, next[i].count) != next[i].count) {
+            const auto changed = index(static_cast<int>(i));
+            Q_EMIT dataChanged(changed, changed);
+        }
 }
 
 const EventRow& TimelineModel::textsOf(int row) const {
@@ -74,13 +84,11 @@ QVariant TimelineModel::data(const QModelIndex& index, int role) const {
     if (!checkIndex(index, CheckIndexOption::IndexIsValid))
         return {};
     const Row& row = rows[static_cast<std::size_t>(index.row())];
-    if (role == isDayRole)
-        return !row.event.has_value();
-    if (!row.event) {
-        const bool isText = role == Qt::DisplayRole || role == Qt::AccessibleTextRole;
-        return isText ? QVariant(shownText(dayHeading(row.day, shownAt, calendar))) : QVariant();
-    }
+    if (!row.event)
+        return dayData(row, role);
     switch (role) {
+    case kindRole:
+        return static_cast<int>(row.event->observationGap ? RowKind::gap : RowKind::event);
     case Qt::DisplayRole:
         return shownText(textsOf(index.row()).title);
     case Qt::AccessibleTextRole:
@@ -89,6 +97,25 @@ QVariant TimelineModel::data(const QModelIndex& index, int role) const {
         return QVariant::fromValue(textsOf(index.row()));
     case idRole:
         return QString::fromStdString(row.event->id);
+    default:
+        return {};
+    }
+}
+
+QVariant TimelineModel::dayData(const Row& row, int role) const {
+    const auto heading = [&] { return shownText(dayHeading(row.day, shownAt, calendar)); };
+    const auto count = [&] {
+        return row.count == 1 ? tr("1 event") : tr("%1 events").arg(row.count);
+    };
+    switch (role) {
+    case kindRole:
+        return static_cast<int>(RowKind::day);
+    case Qt::DisplayRole:
+        return heading();
+    case Qt::AccessibleTextRole:
+        return QString(heading() + QStringLiteral(", ") + count());
+    case countRole:
+        return count();
     default:
         return {};
     }

@@ -15,13 +15,20 @@ class TimelineModel : public QAbstractListModel {
     Q_OBJECT
 
 public:
+    enum class RowKind { day, event, gap };
     enum Role {
         /// An `EventRow`; invalid for the heading of a day.
         rowRole = Qt::UserRole,
-        isDayRole,
+        /// A `RowKind` as a number.
+        kindRole,
+        /// The number of events of a day, in words.
+        countRole,
         /// The identifier of the event.
         idRole,
     };
+    static RowKind kindOf(const QModelIndex& index) {
+        return static_cast<RowKind>(index.data(kindRole).toInt());
+    }
 
     using QAbstractListModel::QAbstractListModel;
 
@@ -41,7 +48,9 @@ private:
     struct Row {
         Date day;
         /// Absent in the heading of the day.
-        OptionalShared<Event> event;
+        OptionalShared<Event> event{};
+        /// In the heading, the number of events of the day.
+        std::size_t count = 0;
 
         bool operator==(const Row& other) const {
             return day == other.day && event.object() == other.event.object();
@@ -49,7 +58,9 @@ private:
     };
 
     static std::vector<Row> rowsOf(const TimelinePresentation& presentation);
+    void takeCounts(const std::vector<Row>& next);
     const EventRow& textsOf(int row) const;
+    QVariant dayData(const Row& row, int role) const;
 
     std::vector<Row> rows;
     Calendar calendar;

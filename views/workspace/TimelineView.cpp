@@ -1,7 +1,9 @@
 #include "views/workspace/TimelineView.h"
 
+#include "views/base/ThinScrollBar.h"
 #include "views/workspace/EventDelegate.h"
 
+#include <QApplication>
 #include <QScopedValueRollback>
 #include <QScrollBar>
 
@@ -13,6 +15,8 @@ TimelineView::TimelineView(QWidget* parent) : QListView(parent) {
     setVerticalScrollMode(ScrollPerPixel);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setFrameShape(QFrame::NoFrame);
+    setMouseTracking(true);
+    useThinScrollBars(*this);
     setAccessibleName(tr("Events"));
 }
 
@@ -41,16 +45,18 @@ void TimelineView::select(const std::string* id) {
         clearSelection();
 }
 
-void TimelineView::setTextSize(int points) {
-    QFont sized = font();
-    if (sized.pointSize() == points)
-        return;
-    sized.setPointSize(points);
-    setFont(sized);
+void TimelineView::setTextScale(double scale) {
+    QFont sized = QApplication::font();
+    sized.setPointSizeF(sized.pointSizeF() * scale);
+    if (sized.pointSizeF() != font().pointSizeF())
+        setFont(sized);
 }
 
 void TimelineView::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
     QListView::currentChanged(current, previous);
+    // The heading of the first day can't be selected, so that no key would show it again.
+    if (current.row() == 1 && !isUpdating)
+        scrollToTop();
     if (!isUpdating)
         Q_EMIT eventChosen(events.eventAt(current));
 }

@@ -17,7 +17,8 @@ public:
     void present(const TimelinePresentation& presentation, Date now);
     /// Selects the event with this identifier, or none.
     void select(const std::string* id);
-    void setTextSize(int points);
+    /// `scale` is relative to the other texts of the window.
+    void setTextScale(double scale);
 
 Q_SIGNALS:
     /// The user chose an event; absent for none.

@@ -1,245 +1,97 @@
 #include "views/workspace/WorkspaceWindow.h"
 
 #include "app/preferences/PreferenceKeys.h"
-#include "app/settings/PlaceSource.h"
 #include "core/presentation/CoverageList.h"
 #include "core/presentation/SnapshotBar.h"
-#include "core/presentation/SystemWords.h"
-#include "core/presentation/WindowControl.h"
-#include "core/presentation/WorkspaceText.h"
 #include "views/base/ShownText.h"
-#include "views/base/Symbols.h"
-#include "views/base/TextColor.h"
+#include "views/dialogs/CoverageDialog.h"
+#include "views/dialogs/ExportDialog.h"
+#include "views/dialogs/ImportDialog.h"
+#include "views/dialogs/SaveSnapshotDialog.h"
 #include "views/folders/FolderManagerView.h"
-#include "views/workspace/CoverageDialog.h"
-#include "views/workspace/EmptyStateView.h"
+#include "views/workspace/HistoryPane.h"
 #include "views/workspace/InspectorView.h"
-#include "views/workspace/MessageBar.h"
-#include "views/workspace/SaveSnapshotDialog.h"
-#include "views/workspace/SidebarDelegate.h"
-#include "views/workspace/SidebarModel.h"
-#include "views/workspace/TimelineView.h"
+#include "views/workspace/SidebarView.h"
 
-#include <QAction>
 #include <QApplication>
 #include <QClipboard>
-#include <QComboBox>
-#include <QLabel>
 #include <QLineEdit>
-#include <QListView>
-#include <QMenu>
-#include <QMenuBar>
+#include <QMessageBox>
 #include <QPushButton>
-#include <QScopedValueRollback>
 #include <QSignalBlocker>
 #include <QSplitter>
 #include <QStackedWidget>
-#include <QStatusBar>
-#include <QToolBar>
-#include <QVBoxLayout>
+#include <array>
 
 namespace tidemark {
 
 namespace {
 
-constexpr QSize firstSize(1180, 760);
+constexpr QSize firstSize(1280, 800);
+/// Below these widths of the window, a column makes way.
+constexpr int roomForInspector = 900;
+constexpr int roomForSidebar = 700;
 
-QString spoken(std::string_view text) {
-    return shownText(systemWords::shown(text));
+QCoro::Task<void> remove(NamedSnapshots& snapshots, Uuid id) {
+    co_await snapshots.deleteSnapshot(id);
 }
 
-/// Replaces the entries of a choice without announcing that as a choice of the user.
-void fill(QComboBox& choice, const std::vector<std::pair<QString, QString>>& entries,
-          int selected) {
-    const QSignalBlocker blocker(choice);
-    if (choice.count() != static_cast<int>(entries.size()))
-        choice.clear();
-    for (int i = 0; i < static_cast<int>(entries.size()); ++i) {
-        const auto& [label, value] = entries[static_cast<std::size_t>(i)];
-        if (i >= choice.count())
-            choice.addItem(label, value);
-        choice.setItemText(i, label);
-        choice.setItemData(i, value);
-    }
-    choice.setCurrentIndex(selected);
+bool isDark(const QPalette& palette) {
+    constexpr int middle = 128;
+    return palette.color(QPalette::Window).lightness() < middle;
 }
 
 } // namespace
 
 WorkspaceWindow::WorkspaceWindow(const Uses& used)
-    : uses(used), folders(new FolderManagerView(used.model, used.tasks)),
-      places(new SidebarModel(this)), timeline(new TimelineView), empty(new EmptyStateView),
-      waiting(new QLabel), inspector(new InspectorView), messages(new MessageBar),
-      title(new QLabel), header(new QLabel), progress(new QLabel), timeWindow(new QComboBox),
-      snapshotNote(new QLabel), snapshotMode(new QComboBox), search(new QLineEdit) {
+    : uses(used), actions(new WorkspaceActions(*this)), pages(new QStackedWidget),
+      folders(new FolderManagerView(used.model, used.tasks)), columns(new QSplitter),
+      sidebar(new SidebarView), pane(new HistoryPane({used.model, used.memory, used.viewSettings,
+                                                      used.preferences, used.sources})),
+      inspector(new InspectorView) {
     setWindowTitle(QStringLiteral("Tidemark"));
     resize(firstSize);
-    makeToolbar();
-    makeMenus();
-    auto* columns = new QSplitter;
-    columns->setChildrenCollapsible(true);
-    for (QWidget* column : {makeSidebar(), makeMiddle(), static_cast<QWidget*>(inspector)})
+    columns->setHandleWidth(1);
+    columns->setChildrenCollapsible(false);
+    for (QWidget* column : std::initializer_list<QWidget*>{sidebar, pane, inspector})
         columns->addWidget(column);
+    inspector->setMinimumWidth(260);
     columns->setStretchFactor(1, 1);
-    columns->setSizes({230, 600, 350});
-    pages = new QStackedWidget;
+    columns->setSizes({220, 660, 400});
     pages->addWidget(columns);
     pages->addWidget(folders);
     setCentralWidget(pages);
-
-    auto* footer = new QLabel(spoken(workspaceText::footer));
-    textColor::dim(*footer);
-    statusBar()->addWidget(footer, 1);
-    statusBar()->addPermanentWidget(progress);
+    connectSidebar();
+    connectPanes();
     followModel();
     refresh();
+    pane->content()->setFocus();
 }
 
-QWidget* WorkspaceWindow::makeSidebar() {
-    sidebar = new QListView;
-    sidebar->setModel(places);
-    sidebar->setItemDelegate(new SidebarDelegate(sidebar));
-    sidebar->setFrameShape(QFrame::NoFrame);
-    sidebar->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    sidebar->setVerticalScrollMode(QListView::ScrollPerPixel);
-    sidebar->setContextMenuPolicy(Qt::CustomContextMenu);
-    sidebar->setAccessibleName(tr("Places"));
-    sidebar->setMinimumWidth(160);
-    connect(sidebar->selectionModel(), &QItemSelectionModel::currentChanged, this,
-            [this](const QModelIndex& index) {
-                if (!isFollowing)
-                    choosePlace(index);
-            });
-    const auto press = [this](const QModelIndex& index) {
-        if (places->rowAt(index).kind == SidebarRow::Kind::saveSnapshot)
-            follow(EmptyState::Action::saveSnapshot);
-    };
-    connect(sidebar, &QListView::clicked, this, press);
-    connect(sidebar, &QListView::activated, this, press);
-    connect(sidebar, &QListView::customContextMenuRequested, this,
-            &WorkspaceWindow::showSidebarMenu);
-    return sidebar;
+void WorkspaceWindow::connectSidebar() {
+    auto& history = uses.model.history();
+    connect(sidebar, &SidebarView::placeChosen, this,
+            [&history](WorkspaceDestination place) { history.navigate(place, true); });
+    connect(sidebar, &SidebarView::snapshotChosen, this,
+            [&history](const Uuid& id) { history.openSnapshot(id); });
+    connect(sidebar, &SidebarView::filterToggled, this,
+            [&history](WorkspaceDestination place) { history.toggleSystemFilter(place); });
+    connect(sidebar, &SidebarView::saveRequested, this,
+            [this] { follow(EmptyState::Action::saveSnapshot); });
+    connect(sidebar, &SidebarView::deletionRequested, this, &WorkspaceWindow::deleteSnapshot);
 }
 
-QLayout* WorkspaceWindow::makeHead() {
-    QFont font = title->font();
-    font.setBold(true);
-    font.setPointSizeF(font.pointSizeF() * 1.4);
-    title->setFont(font);
-    textColor::dim(*header);
-    auto* coverage = new QPushButton(spoken(workspaceText::openCoverage));
-    connect(coverage, &QPushButton::clicked, this, &WorkspaceWindow::showCoverage);
-    timeWindow->setAccessibleName(tr("Time window"));
-    connect(timeWindow, &QComboBox::activated, this, [this](int index) {
-        uses.model.history().setRange(timeWindow->itemData(index).toString().toStdString());
-    });
-
-    auto* texts = new QVBoxLayout;
-    texts->setSpacing(2);
-    texts->addWidget(title);
-    texts->addWidget(header);
-    auto* head = new QHBoxLayout;
-    head->setContentsMargins(16, 12, 16, 8);
-    head->addLayout(texts, 1);
-    head->addWidget(coverage);
-    head->addWidget(timeWindow);
-    return head;
-}
-
-QWidget* WorkspaceWindow::makeMiddle() {
-    snapshotBar = new QWidget;
-    auto* bar = new QHBoxLayout(snapshotBar);
-    bar->setContentsMargins(16, 0, 16, 8);
-    auto* label = new QLabel(spoken(workspaceText::snapshotView));
-    label->setBuddy(snapshotMode);
-    snapshotMode->setAccessibleName(spoken(workspaceText::snapshotView));
-    connect(snapshotMode, &QComboBox::activated, this, [this](int index) {
-        const auto text = snapshotMode->itemData(index).toString().toStdString();
-        if (const auto mode = json::fromRawValue<SnapshotViewMode>(text))
-            uses.model.history().setSnapshotViewMode(*mode);
-    });
-    textColor::dim(*snapshotNote);
-    snapshotNote->setWordWrap(true);
-    bar->addWidget(label);
-    bar->addWidget(snapshotMode);
-    bar->addWidget(snapshotNote, 1);
-
-    waiting->setAlignment(Qt::AlignCenter);
-    waiting->setBackgroundRole(QPalette::Base);
-    waiting->setAutoFillBackground(true);
-    stack = new QStackedWidget;
-    for (QWidget* page : std::initializer_list<QWidget*>{timeline, empty, waiting})
-        stack->addWidget(page);
-    auto* middle = new QWidget;
-    middle->setMinimumWidth(320);
-    auto* column = new QVBoxLayout(middle);
-    column->setContentsMargins(0, 0, 0, 0);
-    column->setSpacing(0);
-    column->addLayout(makeHead());
-    column->addWidget(snapshotBar);
-    column->addWidget(messages);
-    column->addWidget(stack, 1);
-    connect(timeline, &TimelineView::eventChosen, this, [this](const OptionalShared<Event>& event) {
-        uses.model.history().setSelected(event);
-    });
-    connect(messages, &MessageBar::retryTriggered, this, &WorkspaceWindow::retry);
-    connect(empty, &EmptyStateView::actionTriggered, this, &WorkspaceWindow::follow);
-    connect(inspector, &InspectorView::actionTriggered, this, [this](InspectionCommand command) {
-        const auto& selected = uses.model.history().selection().event();
-        if (command == InspectionCommand::copyIdentifier && selected && selected->identifier)
-            QApplication::clipboard()->setText(QString::fromStdString(*selected->identifier));
-    });
-    return middle;
-}
-
-void WorkspaceWindow::makeToolbar() {
-    auto* bar = addToolBar(tr("Toolbar"));
-    bar->setMovable(false);
-    bar->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
-    for (const auto command : {ToolbarCommand::checkNow, ToolbarCommand::changeRecording}) {
-        auto* action = bar->addAction(QString());
-        connect(action, &QAction::triggered, this, [this, command] { trigger(command); });
-        buttons.emplace(command, action);
-    }
-    buttons[ToolbarCommand::checkNow]->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_R));
-    auto* space = new QWidget;
-    space->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
-    bar->addWidget(space);
-    search->setPlaceholderText(spoken(workspaceText::searchPrompt));
-    search->setAccessibleName(spoken(workspaceText::searchPrompt));
-    search->setClearButtonEnabled(true);
-    search->setMaximumWidth(280);
-    connect(search, &QLineEdit::textChanged, this,
+void WorkspaceWindow::connectPanes() {
+    connect(actions, &WorkspaceActions::triggered, this, &WorkspaceWindow::carryOut);
+    connect(&actions->search(), &QLineEdit::textChanged, this,
             [this](const QString& text) { uses.model.history().setSearch(text.toStdString()); });
-    bar->addWidget(search);
-}
-
-void WorkspaceWindow::makeMenus() {
-    auto* file = menuBar()->addMenu(tr("&File"));
-    file->addAction(buttons[ToolbarCommand::checkNow]);
-    file->addAction(tr("&Save Snapshot…"), this,
-                    [this] { follow(EmptyState::Action::saveSnapshot); });
-    file->addAction(tr("Observation &Coverage…"), this, &WorkspaceWindow::showCoverage);
-    file->addAction(tr("&Monitored Folders…"), this, [this] {
-        uses.model.beginFolderManagement();
-        managesFolders = true;
-        refreshing.start();
-    });
-    file->addSeparator();
-    file->addAction(tr("&Quit"), QKeySequence(Qt::CTRL | Qt::Key_Q), qApp, &QApplication::quit);
-    auto* view = menuBar()->addMenu(tr("&View"));
-    view->addAction(tr("&Find"), QKeySequence(QKeySequence::Find), search,
-                    [this] { search->setFocus(); });
-    view->addSeparator();
-    const auto addSize = [&](const QString& text, const QKeySequence& key, auto change) {
-        view->addAction(text, key, this, change);
-    };
-    addSize(tr("&Increase Listing Text"), QKeySequence(QKeySequence::ZoomIn),
-            [this] { uses.viewSettings.changeListingTextSize(1); });
-    addSize(tr("&Decrease Listing Text"), QKeySequence(QKeySequence::ZoomOut),
-            [this] { uses.viewSettings.changeListingTextSize(-1); });
-    addSize(tr("&Reset Listing Text Size"), QKeySequence(Qt::CTRL | Qt::Key_0),
-            [this] { uses.viewSettings.resetListingTextSize(); });
+    connect(pane, &HistoryPane::retryTriggered, this, &WorkspaceWindow::retry);
+    connect(pane, &HistoryPane::actionTriggered, this, &WorkspaceWindow::follow);
+    connect(pane, &HistoryPane::deletionRequested, this, &WorkspaceWindow::deleteSnapshot);
+    connect(pane, &HistoryPane::captureCancelled, this, [this] { uses.model.cancelCapture(); });
+    connect(inspector, &InspectorView::actionTriggered, this, &WorkspaceWindow::act);
+    connect(inspector, &InspectorView::closed, this,
+            [this] { uses.model.history().setSelected({}); });
 }
 
 void WorkspaceWindow::followModel() {
@@ -250,18 +102,23 @@ void WorkspaceWindow::followModel() {
     auto& model = uses.model;
     for (Observable* part : std::initializer_list<Observable*>{
              &model.state(), &model.history(), &model.imports(), &model.scanProgress(),
-             &model.folderAccess(), &uses.viewSettings})
+             &model.folderAccess(), &uses.viewSettings, &uses.memory, &uses.preferences})
         connect(part, &Observable::changed, this, later);
+    connect(pane, &HistoryPane::contentChanged, this, later);
 }
 
 void WorkspaceWindow::refresh() {
     refreshPage();
-    refreshToolbar();
-    refreshSidebar();
-    refreshHead();
-    refreshMessages();
-    refreshList();
+    refreshActions();
+    const auto& history = uses.model.history();
+    sidebar->present(sidebarRows({.workspace = history.place().workspace(),
+                                  .systemFilters = history.place().systemFilters(),
+                                  .openSnapshot = history.place().snapshot(),
+                                  .counts = history.sidebarCounts()},
+                                 uses.model.state().journal()->baselines, Calendar()));
+    pane->refresh();
     refreshInspector();
+    fitColumns();
 }
 
 void WorkspaceWindow::refreshPage() {
@@ -273,129 +130,26 @@ void WorkspaceWindow::refreshPage() {
     pages->setCurrentIndex(choosing ? 1 : 0);
 }
 
-void WorkspaceWindow::refreshToolbar() {
+void WorkspaceWindow::refreshActions() {
     const auto& state = uses.model.state();
-    const ToolbarState shown{
-        .isBusy = state.busy(),
-        .isChecking = state.isAnyRunning({Operation::capturing, Operation::capturingInSetup}),
-        .isRecording = state.canRecord(),
-        .canChangeRecording = uses.model.canChangeRecording()};
-    for (const auto& each : toolbarActions(shown)) {
-        const auto found = buttons.find(each.command);
-        if (found == buttons.end())
-            continue;
-        QAction& action = *found->second;
-        action.setText(shownText(each.label));
-        action.setToolTip(shownText(each.help));
-        action.setIcon(symbolIcon(each.symbol));
-        action.setEnabled(each.isEnabled);
-    }
-    const auto& stage = *uses.model.scanProgress().stage;
-    progress->setText(stage ? spoken(*stage) : spoken(uses.model.recordingStatus()));
-}
-
-void WorkspaceWindow::refreshSidebar() {
-    const QScopedValueRollback following(isFollowing, true);
     const auto& history = uses.model.history();
-    places->show(sidebarRows({.workspace = history.place().workspace(),
-                              .systemFilters = history.place().systemFilters(),
-                              .openSnapshot = history.place().snapshot(),
-                              .counts = history.sidebarCounts()},
-                             uses.model.state().journal()->baselines, Calendar()));
-    // The command at the end keeps the keyboard until another row is chosen.
-    const auto current = sidebar->currentIndex();
-    const bool isCommand = current.isValid() && sidebar->hasFocus()
-                           && places->rowAt(current).kind == SidebarRow::Kind::saveSnapshot;
-    if (!isCommand)
-        sidebar->setCurrentIndex(places->selected());
-}
-
-void WorkspaceWindow::refreshHead() {
-    const auto& history = uses.model.history();
+    actions->refresh(
+        {.isBusy = state.busy(),
+         .isChecking = state.isAnyRunning({Operation::capturing, Operation::capturingInSetup}),
+         .isRecording = state.canRecord(),
+         .canChangeRecording = uses.model.canChangeRecording(),
+         .canExport = !history.presentation().events.empty() && !history.isComparing()
+                      && !pane->showsFolders(),
+         .isDark = isDark(palette())});
+    const bool mayChange = state.canRecord() && !state.busy();
+    actions->setEnabled(Command::saveSnapshot, mayChange);
+    actions->setEnabled(Command::importHistory, mayChange);
     // Going to another place has cleared it.
     if (const auto text = QString::fromStdString(history.place().search());
-        search->text() != text) {
-        const QSignalBlocker blocker(search);
-        search->setText(text);
+        actions->search().text() != text) {
+        const QSignalBlocker blocker(actions->search());
+        actions->search().setText(text);
     }
-    const auto open = history.openBaseline();
-    const auto latest = uses.model.state().latest();
-    title->setText(open ? QString::fromStdString(open->name)
-                        : spoken(facts(history.place().workspace()).label));
-    header->setText(spoken(
-        workspaceText::header(history.presentation().events.size(), history.isStateComparison())));
-    std::vector<std::pair<QString, QString>> windows;
-    int selected = 0;
-    for (const auto& option :
-         windowOptions(history.place().range(), history.place().customWindowDays())) {
-        if (option.isSelected)
-            selected = static_cast<int>(windows.size());
-        windows.emplace_back(
-            shownText(option.label),
-            QString::fromUtf8(option.range.data(), static_cast<qsizetype>(option.range.size())));
-    }
-    fill(*timeWindow, windows, selected);
-    timeWindow->setVisible(!open);
-    snapshotBar->setVisible(open.has_value());
-    if (!open)
-        return;
-    const auto bar = tidemark::snapshotBar({.snapshot = *open,
-                                            .latest = latest ? &*latest : nullptr,
-                                            .mode = history.place().viewMode(),
-                                            .isComparing = history.isComparing(),
-                                            .isIncomplete = history.hasIncompleteSnapshotHistory()},
-                                           Calendar());
-    std::vector<std::pair<QString, QString>> modes;
-    for (const auto& mode : bar.modes)
-        modes.emplace_back(shownText(mode.label), QString::fromStdString(mode.label));
-    fill(*snapshotMode, modes, history.isStateComparison() ? 1 : 0);
-    snapshotNote->setText(isolated(shownText(bar.note)));
-}
-
-void WorkspaceWindow::refreshMessages() {
-    const auto& state = uses.model.state();
-    const auto& folders = uses.model.folderAccess();
-    WorkspaceProblems problems;
-    problems.error = *state.error;
-    problems.isLoaded = state.loaded();
-    problems.canCheck = state.canRecord() && !state.busy();
-    problems.activity = *state.activityError;
-    problems.memory = uses.memory.failure();
-    if (!folders.messageIsSuccess())
-        problems.folders = folders.message();
-    problems.initialHistory = *uses.model.imports().initialHistoryMessage;
-    messages->present(workspaceMessages(problems));
-}
-
-void WorkspaceWindow::refreshList() {
-    const auto& history = uses.model.history();
-    timeline->setTextSize(static_cast<int>(uses.viewSettings.listingTextSize()));
-    if (shownRevision != history.presentationRevision()) {
-        shownRevision = history.presentationRevision();
-        timeline->present(history.presentation(), *uses.model.state().observationNow);
-    }
-    timeline->select(history.selection().event() ? &history.selection().event()->id : nullptr);
-    if (const bool isLoading = !uses.model.state().loaded(); isLoading || history.isComparing()) {
-        waiting->setText(isLoading ? tr("Reading the history…") : spoken(workspaceText::comparing));
-        stack->setCurrentWidget(waiting);
-    } else if (!history.presentation().events.empty()) {
-        stack->setCurrentWidget(timeline);
-    } else {
-        empty->present(emptyStateNow());
-        stack->setCurrentWidget(empty);
-    }
-}
-
-EmptyState WorkspaceWindow::emptyStateNow() const {
-    const auto& history = uses.model.history();
-    const auto& state = uses.model.state();
-    const auto latest = state.latest();
-    return emptyState({.latest = latest ? &*latest : nullptr,
-                       .coverage = history.observationCoverage(),
-                       .captures = state.journal()->snapshots.size(),
-                       .place = history.place().workspace(),
-                       .isSnapshotOpen = history.openBaseline().has_value(),
-                       .absentSource = absentSourceOf(history.place().workspace(), uses.sources)});
 }
 
 void WorkspaceWindow::refreshInspector() {
@@ -413,69 +167,147 @@ void WorkspaceWindow::refreshInspector() {
                  : std::nullopt);
 }
 
-void WorkspaceWindow::choosePlace(const QModelIndex& index) {
-    if (!index.isValid())
-        return;
-    const SidebarRow row = places->rowAt(index);
-    if (row.place)
-        uses.model.history().navigate(*row.place, true);
-    else if (row.snapshot)
-        uses.model.history().openSnapshot(*row.snapshot);
+void WorkspaceWindow::fitColumns() {
+    sidebar->setVisible(width() >= roomForSidebar);
+    // The sizes of folders need the width, and an event is not selected there.
+    inspector->setVisible(width() >= roomForInspector && !pane->showsFolders());
 }
 
-void WorkspaceWindow::showSidebarMenu(const QPoint& position) {
-    const QModelIndex index = sidebar->indexAt(position);
-    if (!index.isValid())
-        return;
-    const SidebarRow row = places->rowAt(index);
-    if (row.filterToggle.empty())
-        return;
-    QMenu menu;
-    QAction* toggle = menu.addAction(shownText(row.filterToggle));
-    toggle->setCheckable(true);
-    toggle->setChecked(row.isFilter);
-    if (menu.exec(sidebar->viewport()->mapToGlobal(position)) == toggle)
-        uses.model.history().toggleSystemFilter(*row.place);
+void WorkspaceWindow::resizeEvent(QResizeEvent* event) {
+    QMainWindow::resizeEvent(event);
+    fitColumns();
 }
 
-void WorkspaceWindow::trigger(ToolbarCommand command) {
-    if (command == ToolbarCommand::checkNow)
-        checkNow();
-    if (command == ToolbarCommand::changeRecording)
-        uses.model.setRecordingMode(uses.model.state().canRecord() ? RecordingMode::paused
-                                                                   : RecordingMode::recording);
+void WorkspaceWindow::carryOut(Command command) {
+    auto& model = uses.model;
+    switch (command) {
+    case Command::checkNow:
+        return uses.tasks.start(model.scan());
+    case Command::changeRecording:
+        return model.setRecordingMode(model.state().canRecord() ? RecordingMode::paused
+                                                                : RecordingMode::recording);
+    case Command::exportHistory:
+        return exportHistory();
+    case Command::darkMode:
+        return setDark(!isDark(palette()));
+    case Command::settings:
+        return settingsRequested();
+    case Command::saveSnapshot:
+        return follow(EmptyState::Action::saveSnapshot);
+    case Command::coverage:
+        return showCoverage();
+    case Command::monitoredFolders:
+        return manageFolders();
+    case Command::importHistory:
+        return importHistory();
+    case Command::searchHistory:
+        return searchPanelRequested();
+    case Command::quit:
+        return QApplication::quit();
+    case Command::find:
+        return actions->search().setFocus(Qt::ShortcutFocusReason);
+    case Command::largerText:
+        return uses.viewSettings.changeListingTextSize(1);
+    case Command::smallerText:
+        return uses.viewSettings.changeListingTextSize(-1);
+    case Command::normalText:
+        return uses.viewSettings.resetListingTextSize();
+    case Command::nextPane:
+        return goToPane(1);
+    case Command::previousPane:
+        return goToPane(-1);
+    }
 }
 
-void WorkspaceWindow::checkNow() {
-    uses.tasks.start(uses.model.scan());
+void WorkspaceWindow::act(InspectionCommand command) {
+    const auto selected = uses.model.history().selection().event();
+    if (!selected)
+        return;
+    if (command == InspectionCommand::copyIdentifier && selected->identifier)
+        QApplication::clipboard()->setText(QString::fromStdString(*selected->identifier));
+    else if (command == InspectionCommand::inspectFolderSizes)
+        pane->inspectFolders(selected);
 }
 
 void WorkspaceWindow::retry(WorkspaceMessage::Retry what) {
     if (what == WorkspaceMessage::Retry::readHistory)
         uses.tasks.start(uses.model.start());
     else
-        checkNow();
+        uses.tasks.start(uses.model.scan());
 }
 
 void WorkspaceWindow::follow(EmptyState::Action action) {
     switch (action) {
     case EmptyState::Action::checkNow:
-        checkNow();
-        return;
+        return uses.tasks.start(uses.model.scan());
     case EmptyState::Action::openCoverage:
-        showCoverage();
-        return;
+        return showCoverage();
     case EmptyState::Action::saveSnapshot:
-        SaveSnapshotDialog(uses.model, uses.tasks, this).run();
-        return;
+        return SaveSnapshotDialog(uses.model, uses.tasks, this).run();
     case EmptyState::Action::none:
         return;
     }
 }
 
+void WorkspaceWindow::manageFolders() {
+    uses.model.beginFolderManagement();
+    managesFolders = true;
+    refreshing.start();
+}
+
+void WorkspaceWindow::setDark(bool isDark) {
+    uses.preferences.set(preference::appearanceMode.name, std::string(isDark ? "dark" : "light"));
+    refreshing.start();
+}
+
 void WorkspaceWindow::showCoverage() {
     CoverageDialog(CoverageList::of(uses.model.history().observationCoverage(), Calendar()), this)
         .exec();
+}
+
+void WorkspaceWindow::exportHistory() {
+    auto& history = uses.model.history();
+    history.beginExport();
+    if (const auto& report = history.exportReport())
+        ExportDialog(*report, uses.tasks, this).exec();
+    history.endExport();
+}
+
+void WorkspaceWindow::importHistory() {
+    ImportDialog dialog(uses.model, uses.tasks, this);
+    dialog.readAgain();
+    dialog.exec();
+}
+
+void WorkspaceWindow::deleteSnapshot(const Uuid& id) {
+    const auto& baselines = uses.model.state().journal()->baselines;
+    const auto found = std::ranges::find(baselines, id, &Baseline::id);
+    if (found == baselines.end())
+        return;
+    const auto texts = SnapshotDeletion::of(*found);
+    QMessageBox question(QMessageBox::Question, {}, isolated(shownText(texts.title)),
+                         QMessageBox::Cancel, this);
+    question.setInformativeText(wordsHere(texts.explanation));
+    auto* confirm = question.addButton(shownText(texts.confirmLabel), QMessageBox::DestructiveRole);
+    question.setDefaultButton(QMessageBox::Cancel);
+    question.exec();
+    if (question.clickedButton() == confirm)
+        uses.tasks.start(remove(uses.model.snapshots(), id));
+}
+
+void WorkspaceWindow::goToPane(int step) {
+    const std::array<QWidget*, 3> panes{sidebar, pane->content(), inspector};
+    const int count = static_cast<int>(panes.size());
+    int at = 0;
+    for (int i = 0; i < count; ++i)
+        if (panes[static_cast<std::size_t>(i)]->isAncestorOf(QApplication::focusWidget())
+            || panes[static_cast<std::size_t>(i)]->hasFocus())
+            at = i;
+    for (int tries = 0; tries < count; ++tries) {
+        at = (at + step + count) % count;
+        if (QWidget* next = panes[static_cast<std::size_t>(at)]; next->isVisible())
+            return next->setFocus(step > 0 ? Qt::TabFocusReason : Qt::BacktabFocusReason);
+    }
 }
 
 } // namespace tidemark

@@ -6,30 +6,22 @@
 #include "app/preferences/SettingSource.h"
 #include "app/settings/ViewSettings.h"
 #include "core/presentation/EmptyState.h"
-#include "core/presentation/Toolbar.h"
+#include "core/presentation/EventInspection.h"
 #include "core/presentation/WorkspaceMessage.h"
+#include "views/workspace/WorkspaceActions.h"
 
 #include <QMainWindow>
 #include <QTimer>
-#include <map>
 
-class QAction;
-class QComboBox;
-class QLabel;
-class QLineEdit;
-class QListView;
-class QPushButton;
 class QSplitter;
 class QStackedWidget;
 
 namespace tidemark {
 
-class EmptyStateView;
 class FolderManagerView;
+class HistoryPane;
 class InspectorView;
-class MessageBar;
-class SidebarModel;
-class TimelineView;
+class SidebarView;
 
 /// The main window: sidebar, list and inspector. It reads the controller, and each of its controls
 /// is a command of the controller; what they say comes from `core/presentation`.
@@ -42,7 +34,7 @@ public:
         AppModel& model;
         MemoryHistoryService& memory;
         ViewSettings& viewSettings;
-        const Preferences& preferences;
+        Preferences& preferences;
         const SettingSources& sources;
         /// What the commands run in.
         TaskScope& tasks;
@@ -50,64 +42,57 @@ public:
 
     explicit WorkspaceWindow(const Uses& used);
 
+    /// Shows the choice of the folders that are observed.
+    void manageFolders();
+    /// Lets the user choose recent installations to import.
+    void importHistory();
+
+Q_SIGNALS:
+    void settingsRequested();
+    void searchPanelRequested();
+
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+
 private:
-    QWidget* makeSidebar();
-    QWidget* makeMiddle();
-    QLayout* makeHead();
-    void makeToolbar();
-    void makeMenus();
+    using Command = WorkspaceActions::Command;
+
+    void connectSidebar();
+    void connectPanes();
     void followModel();
 
     void refresh();
     void refreshPage();
-    void refreshToolbar();
-    void refreshSidebar();
-    void refreshHead();
-    void refreshMessages();
-    void refreshList();
+    void refreshActions();
     void refreshInspector();
+    void fitColumns();
 
-    void choosePlace(const QModelIndex& index);
-    void showSidebarMenu(const QPoint& position);
-    void trigger(ToolbarCommand command);
+    void carryOut(Command command);
+    void act(InspectionCommand command);
     void retry(WorkspaceMessage::Retry what);
     void follow(EmptyState::Action action);
-    void checkNow();
+    void setDark(bool isDark);
     void showCoverage();
-    EmptyState emptyStateNow() const;
+    void exportHistory();
+    void deleteSnapshot(const Uuid& id);
+    void goToPane(int step);
 
     const Uses uses;
     /// One refresh for all changes of one turn of the event loop.
     QTimer refreshing;
+    WorkspaceActions* actions;
     /// The three columns, or the choice of folders.
-    QStackedWidget* pages = nullptr;
+    QStackedWidget* pages;
     FolderManagerView* folders;
-    SidebarModel* places;
-    QListView* sidebar = nullptr;
-    TimelineView* timeline;
-    EmptyStateView* empty;
-    /// Stands in place of the list while that is being read or compared.
-    QLabel* waiting;
-    QStackedWidget* stack = nullptr;
+    QSplitter* columns;
+    SidebarView* sidebar;
+    HistoryPane* pane;
     InspectorView* inspector;
-    MessageBar* messages;
-    QLabel* title;
-    QLabel* header;
-    QLabel* progress;
-    QComboBox* timeWindow;
-    QWidget* snapshotBar = nullptr;
-    QLabel* snapshotNote;
-    QComboBox* snapshotMode;
-    QLineEdit* search;
     /// The user asked for the choice of folders; other processes may change folders, too.
     bool managesFolders = false;
-    /// The selection of the sidebar follows the controller, and is no choice of the user.
-    bool isFollowing = false;
-    std::map<ToolbarCommand, QAction*> buttons;
     /// The event and the snapshot that the inspector shows, so that a refresh that changes none of
     /// it leaves it alone.
     std::optional<std::pair<OptionalShared<Event>, Uuid>> inspected;
-    std::uint64_t shownRevision = 0;
 };
 
 } // namespace tidemark

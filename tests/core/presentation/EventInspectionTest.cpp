@@ -22,7 +22,8 @@ std::string rowsOf(const EventInspection& inspection) {
             if (row.label != "Observation interval" && row.label != "Recorded at")
                 text += row.label + ": " + row.value + "\n";
         for (const auto& change : section.changes)
-            text += change.subject + ": " + change.before + " → " + change.after + "\n";
+            text += change.subject + (change.growth ? " " + signedBytes(*change.growth) : "") + ": "
+                    + change.before + " → " + change.after + "\n";
     }
     return text;
 }

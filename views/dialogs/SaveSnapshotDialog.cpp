@@ -1,8 +1,8 @@
-#include "views/workspace/SaveSnapshotDialog.h"
+#include "views/dialogs/SaveSnapshotDialog.h"
 
 #include "core/base/Text.h"
-#include "core/presentation/SystemWords.h"
 #include "views/base/ShownText.h"
+#include "views/base/WrappingLabel.h"
 
 #include <QDialogButtonBox>
 #include <QLabel>
@@ -21,17 +21,19 @@ QCoro::Task<void> saveUnder(NamedSnapshots& snapshots, std::string name) {
 } // namespace
 
 SaveSnapshotDialog::SaveSnapshotDialog(AppModel& controller, TaskScope& scope, QWidget* parent)
-    : QDialog(parent), model(controller), tasks(scope), name(new QLineEdit), status(new QLabel) {
+    : QDialog(parent), model(controller), tasks(scope), name(new QLineEdit),
+      status(new WrappingLabel) {
     setWindowTitle(tr("Save Snapshot"));
     setMinimumWidth(420);
     auto* label = new QLabel(tr("&Name"));
     label->setBuddy(name);
     name->setMaxLength(static_cast<int>(NamedSnapshots::longestName));
-    status->setWordWrap(true);
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Save | QDialogButtonBox::Cancel);
     saving = buttons->button(QDialogButtonBox::Save);
     retry = buttons->addButton(tr("Try Again"), QDialogButtonBox::ActionRole);
     auto* column = new QVBoxLayout(this);
+    column->setContentsMargins(20, 20, 20, 16);
+    column->setSpacing(10);
     for (QWidget* widget : std::initializer_list<QWidget*>{label, name, status, buttons})
         column->addWidget(widget);
     connect(buttons, &QDialogButtonBox::accepted, this, &SaveSnapshotDialog::save);
@@ -66,11 +68,11 @@ void SaveSnapshotDialog::refresh() {
     retry->setVisible(failure.has_value() && !isReady);
     const auto& stage = *model.scanProgress().stage;
     if (failure)
-        status->setText(shownText(systemWords::shown(*failure)));
+        status->setWhole(wordsHere(*failure));
     else if (state.isRunning(Operation::drafting))
-        status->setText(stage ? shownText(*stage) : tr("Capturing…"));
+        status->setWhole(stage ? wordsHere(*stage) : tr("Capturing…"));
     else
-        status->setText(state.isRunning(Operation::savingDraft) ? tr("Saving…") : QString());
+        status->setWhole(state.isRunning(Operation::savingDraft) ? tr("Saving…") : QString());
 }
 
 void SaveSnapshotDialog::save() {

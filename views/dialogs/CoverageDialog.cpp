@@ -1,9 +1,10 @@
-#include "views/workspace/CoverageDialog.h"
+#include "views/dialogs/CoverageDialog.h"
 
 #include "core/base/Text.h"
+#include "views/base/Labels.h"
 #include "views/base/ShownText.h"
 #include "views/base/Symbols.h"
-#include "views/base/TextColor.h"
+#include "views/base/ThinScrollBar.h"
 
 #include <QDialogButtonBox>
 #include <QLabel>
@@ -15,8 +16,9 @@ namespace tidemark {
 namespace {
 
 void addRow(QListWidget& rows, const char* symbol, const QString& text, const QString& when) {
-    auto* row = new QListWidgetItem(symbolIcon(symbol), text + u'\n' + when, &rows);
-    row->setData(Qt::AccessibleTextRole, text + QStringLiteral(", ") + when);
+    const QString below = when.isEmpty() ? QString() : QString(u'\n' + isolated(when));
+    auto* row = new QListWidgetItem(symbolIcon(symbol), isolated(text) + below, &rows);
+    row->setData(Qt::AccessibleTextRole, QString(text + QStringLiteral(", ") + when));
 }
 
 } // namespace
@@ -24,11 +26,14 @@ void addRow(QListWidget& rows, const char* symbol, const QString& text, const QS
 CoverageDialog::CoverageDialog(const CoverageList& list, QWidget* parent) : QDialog(parent) {
     setWindowTitle(shownText(CoverageList::title));
     resize(560, 420);
-    auto* explanation = new QLabel(shownText(CoverageList::explanation));
-    textColor::dim(*explanation);
+    auto* explanation = labels::note(shownText(CoverageList::explanation));
     auto* rows = new QListWidget;
     rows->setAccessibleName(shownText(CoverageList::explanation));
     rows->setWordWrap(true);
+    rows->setIconSize({22, 22});
+    rows->setSpacing(4);
+    rows->setFrameShape(QFrame::StyledPanel);
+    useThinScrollBars(*rows);
     for (const auto& gap : list.gaps)
         addRow(*rows, "clock", tr("No capture"), QString::fromStdString(gap.when));
     for (const auto& problem : list.problems)
@@ -40,6 +45,9 @@ CoverageDialog::CoverageDialog(const CoverageList& list, QWidget* parent) : QDia
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Close);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
     auto* column = new QVBoxLayout(this);
+    column->setContentsMargins(20, 20, 20, 16);
+    column->setSpacing(10);
+    column->addWidget(labels::title(shownText(CoverageList::title), 1.4));
     for (QWidget* widget : std::initializer_list<QWidget*>{explanation, rows, buttons})
         column->addWidget(widget);
 }

@@ -5,11 +5,12 @@
 
 #include <QDialog>
 
-class QLabel;
 class QLineEdit;
 class QPushButton;
 
 namespace tidemark {
+
+class WrappingLabel;
 
 /// Saving a snapshot under a name: a fresh capture is taken while the user types it.
 class SaveSnapshotDialog : public QDialog {
@@ -30,7 +31,7 @@ private:
     AppModel& model;
     TaskScope& tasks;
     QLineEdit* name;
-    QLabel* status;
+    WrappingLabel* status;
     QPushButton* saving = nullptr;
     QPushButton* retry = nullptr;
 };

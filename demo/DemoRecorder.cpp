@@ -1,0 +1,106 @@
+#include "demo/DemoRecorder.h"
+
+#include "core/journal/JournalStore.h"
+
+#include <array>
+
+namespace tidemark::demo {
+
+namespace {
+
+constexpr std::array stages{"Scanning Applications", "Scanning Background Items",
+                            "Measuring Storage", "Saving"};
+
+/// All that the screens show, so that no place says that it has no source here.
+SettingSources everySource() {
+    using enum SettingSource;
+    return SettingSources({formulas, diagnosticReports, network, bluetooth, environment, battery,
+                           recentFiles, applicationLaunches, clipboard, windows});
+}
+
+} // namespace
+
+DemoClock::DemoClock(Date first) : start(first), started(AppClock::system().monotonicSeconds()) {}
+
+Date DemoClock::now() {
+    return start + (AppClock::system().monotonicSeconds() - started);
+}
+
+/// The made-up records of live activity and of the memory history; records nothing more.
+class DemoRecorder::Services final : public LiveServices {
+public:
+    explicit Services(DemoRecorder& demo) : recorder(demo) {}
+
+    QCoro::Task<void> loadMemory() override {
+        co_await recorder.memory.load();
+        recorder.memory.update(recorder.made.memory);
+        recorder.state.setSystemActivity(recorder.made.activity);
+    }
+    void startActivityMonitors() override {}
+    void startMemory() override {}
+    void stop() override {}
+    std::optional<std::string> memoryFailure() const override { return {}; }
+
+private:
+    DemoRecorder& recorder;
+};
+
+DemoRecorder::DemoRecorder(const std::filesystem::path& folder, MadeUpHistory history, Date now)
+    : made(std::move(history)), clock(now),
+      stored(folder / "settings.json", JsonPreferences::Opening::toWrite), state(stored, now),
+      memory({.url = folder / "memory-history.json",
+              .preferences = stored,
+              .workspaceCenter = workspaceCenter,
+              .clock = clock}),
+      live(std::make_unique<Services>(*this)),
+      appModel({.state = state,
+                .live = *live,
+                .preferences = stored,
+                .files = {folder, {}},
+                .applicationCenter = applicationCenter,
+                .workspaceCenter = workspaceCenter,
+                .clock = clock,
+                .home = folder / "ada",
+                .recommended = recommended(folder / "ada"),
+                .observe = [this](ObservationOptions,
+                                  std::stop_token stop) { return observe(std::move(stop)); },
+                .collectInstallations = [](Date) { return InstallationPreview{}; }}),
+      viewSettings(stored), sources(everySource()) {
+    if (!made.journal.snapshots.empty())
+        JournalStore(folder / "journal.json").save(made.journal);
+    auto& screen = appModel.history();
+    QObject::connect(&memory, &MemoryHistoryService::changed, &screen,
+                     [this, &screen] { screen.setMemory(memory.archive()); });
+}
+
+std::vector<RecommendedFolder> DemoRecorder::recommended(const std::filesystem::path& home) {
+    return RecommendedFolder::current(home);
+}
+
+QCoro::Task<void> DemoRecorder::open() {
+    stored.set("folderSetupCompleted", true);
+    co_await appModel.openHistory();
+}
+
+QCoro::Task<void> DemoRecorder::setUp() {
+    co_await appModel.start();
+}
+
+QCoro::Task<Snapshot> DemoRecorder::observe(std::stop_token stop) {
+    const auto hold = tasks.hold();
+    for (const char* stage : stages) {
+        appModel.scanProgress().stage = stage;
+        co_await clock.sleep(captureDuration / static_cast<double>(stages.size()), stop,
+                             AppClock::Slack::none);
+    }
+    if (captureFailure)
+        throw Error(*captureFailure);
+    made.machine.grow("Projects", "target", 2'300'000'000);
+    co_return made.machine.captured(clock.now());
+}
+
+WorkspaceWindow::Uses DemoRecorder::uses() {
+    return {appModel, memory, viewSettings, stored, sources, tasks};
+}
+
+} // namespace tidemark::demo

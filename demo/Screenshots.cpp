@@ -1,0 +1,254 @@
+#include "demo/Screenshots.h"
+
+#include "demo/DemoRecorder.h"
+#include "views/base/Palettes.h"
+#include "views/dialogs/CoverageDialog.h"
+#include "views/dialogs/ExportDialog.h"
+#include "views/dialogs/ImportDialog.h"
+#include "views/dialogs/SaveSnapshotDialog.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QIcon>
+#include <QListView>
+#include <QTemporaryDir>
+#include <QTreeView>
+#include <QWidget>
+#include <cmath>
+#include <functional>
+
+namespace tidemark::demo {
+
+namespace {
+
+constexpr QSize windowSize(1280, 800);
+/// On 21 November 2026.
+Date pictured() {
+    return MadeUpHistory::endOfDay(Date::fromUnix(1'795'262'400));
+}
+
+/// The recorder and the window of one picture.
+struct Studio {
+    QTemporaryDir folder;
+    std::unique_ptr<DemoRecorder> recorder;
+    std::unique_ptr<WorkspaceWindow> window;
+
+    AppModel& model() const { return recorder->model(); }
+    HistoryScreen& history() const { return recorder->model().history(); }
+};
+
+/// Handles events until the model is idle, and what that causes.
+void settle(const Studio& studio, int milliseconds = 120) {
+    QElapsedTimer timer;
+    timer.start();
+    while (timer.elapsed() < milliseconds || studio.history().isComparing())
+        QApplication::processEvents(QEventLoop::AllEvents, 20);
+}
+
+void write(QWidget& widget, const QString& folder, const QString& name) {
+    const QString suffix = widget.devicePixelRatioF() > 1 ? QStringLiteral("-2x") : QString();
+    const QString path = QDir(folder).filePath(name + suffix + QStringLiteral(".png"));
+    if (!widget.grab().save(path))
+        throw Error(path.toStdString() + " could not be written.");
+}
+
+/// Selects the first event of the list whose title begins so.
+void select(const Studio& studio, std::string_view title) {
+    for (const auto& event : studio.history().presentation().events)
+        if (event->title.starts_with(title)) {
+            studio.history().setSelected(event);
+            return;
+        }
+    throw Error("No event is called " + std::string(title) + ".");
+}
+
+QTreeView& tree(const Studio& studio) {
+    return *studio.window->findChild<QTreeView*>();
+}
+
+struct Scene {
+    const char* name;
+    std::function<void(const Studio&)> arrange;
+    bool isDark = false;
+    bool isMirrored = false;
+    QSize size = windowSize;
+    /// Before the history is read.
+    std::function<void(Studio&)> prepare = [](Studio&) {};
+    bool isFirstStart = false;
+};
+
+void atTheTimeline(const Studio& studio) {
+    select(studio, "Projects");
+}
+
+void atFolderSizes(const Studio& studio) {
+    studio.history().navigate(WorkspaceDestination::folderSizes, true);
+    settle(studio);
+    auto& table = tree(studio);
+    table.expand(table.model()->index(0, 0));
+    table.setCurrentIndex(table.model()->index(0, 0, table.model()->index(0, 0)));
+}
+
+void openSnapshot(const Studio& studio, std::string_view name, SnapshotViewMode mode) {
+    for (const auto& each : studio.model().state().journal()->baselines)
+        if (each.name.starts_with(name))
+            studio.history().openSnapshot(each.id);
+    studio.history().setSnapshotViewMode(mode);
+}
+
+std::function<void(const Studio&)> atPlace(WorkspaceDestination place) {
+    return [place](const Studio& studio) {
+        studio.history().navigate(place, true);
+        settle(studio);
+        const auto& events = studio.history().presentation().events;
+        if (!events.empty())
+            studio.history().setSelected(events.front());
+    };
+}
+
+void withoutHistory(Studio& studio) {
+    studio.recorder = std::make_unique<DemoRecorder>(studio.folder.path().toStdString(),
+                                                     MadeUpHistory{}, pictured());
+}
+
+void withUnreadableHistory(Studio& studio) {
+    QFile file(studio.folder.filePath(QStringLiteral("journal.json")));
+    if (!file.open(QIODevice::WriteOnly) || file.write("{\"schemaVersion\": 1, \"snap") < 0)
+        throw Error("The damaged history could not be written.");
+    file.close();
+    withoutHistory(studio);
+}
+
+std::vector<Scene> scenes() {
+    const auto none = [](const Studio&) {};
+    return {
+        {.name = "timeline", .arrange = atTheTimeline},
+        {.name = "timeline-dark", .arrange = atTheTimeline, .isDark = true},
+        {.name = "timeline-right-to-left", .arrange = atTheTimeline, .isMirrored = true},
+        {.name = "timeline-large-text",
+         .arrange =
+             [](const Studio& studio) {
+                 atTheTimeline(studio);
+                 for (int i = 0; i < 6; ++i)
+                     studio.recorder->uses().viewSettings.changeListingTextSize(1);
+             }},
+        {.name = "timeline-narrow", .arrange = atTheTimeline, .size = {640, 800}},
+        {.name = "timeline-nothing-selected", .arrange = none},
+        {.name = "search",
+         .arrange = [](const Studio& studio) { studio.history().setSearch("draw"); }},
+        {.name = "search-without-result",
+         .arrange = [](const Studio& studio) { studio.history().setSearch("nothing like it"); }},
+        {.name = "files", .arrange = atPlace(WorkspaceDestination::files)},
+        {.name = "clipboard", .arrange = atPlace(WorkspaceDestination::clipboard)},
+        {.name = "applications", .arrange = atPlace(WorkspaceDestination::applications)},
+        {.name = "folder-sizes", .arrange = atFolderSizes},
+        {.name = "folder-sizes-dark", .arrange = atFolderSizes, .isDark = true},
+        {.name = "snapshot",
+         .arrange =
+             [](const Studio& studio) {
+                 openSnapshot(studio, "Before the", SnapshotViewMode::timeline);
+             }},
+        {.name = "compare-states",
+         .arrange =
+             [](const Studio& studio) {
+                 openSnapshot(studio, "Before the", SnapshotViewMode::states);
+                 settle(studio);
+                 select(studio, "Projects");
+             }},
+        {.name = "snapshots-place", .arrange = atPlace(WorkspaceDestination::snapshots)},
+        {.name = "capture-running",
+         .arrange =
+             [](const Studio& studio) {
+                 studio.recorder->captureDuration = 60;
+                 studio.recorder->uses().tasks.start(studio.model().scan());
+             }},
+        {.name = "empty", .arrange = none, .prepare = withoutHistory},
+        {.name = "first-run", .arrange = none, .prepare = withoutHistory, .isFirstStart = true},
+        {.name = "first-run-dark",
+         .arrange = none,
+         .isDark = true,
+         .prepare = withoutHistory,
+         .isFirstStart = true},
+        {.name = "error", .arrange = none, .prepare = withUnreadableHistory},
+    };
+}
+
+QCoro::Task<void> start(DemoRecorder& recorder, bool isFirstStart) {
+    if (isFirstStart)
+        co_await recorder.setUp();
+    else
+        co_await recorder.open();
+}
+
+Studio opened(const Scene& scene, const MadeUpHistory& history) {
+    Studio studio;
+    scene.prepare(studio);
+    if (!studio.recorder)
+        studio.recorder =
+            std::make_unique<DemoRecorder>(studio.folder.path().toStdString(), history, pictured());
+    studio.window = std::make_unique<WorkspaceWindow>(studio.recorder->uses());
+    studio.window->resize(scene.size);
+    studio.window->show();
+    studio.recorder->uses().tasks.start(start(*studio.recorder, scene.isFirstStart));
+    const auto isReading = [&] {
+        return !studio.model().state().loaded() && !*studio.model().state().error;
+    };
+    while (isReading())
+        QApplication::processEvents(QEventLoop::AllEvents, 20);
+    settle(studio);
+    return studio;
+}
+
+void photograph(const Scene& scene, const MadeUpHistory& history, const QString& folder) {
+    QApplication::setPalette(scene.isDark ? palettes::dark() : palettes::light());
+    QIcon::setThemeName(scene.isDark ? QStringLiteral("breeze-dark") : QStringLiteral("breeze"));
+    QApplication::setLayoutDirection(scene.isMirrored ? Qt::RightToLeft : Qt::LeftToRight);
+    Studio studio = opened(scene, history);
+    scene.arrange(studio);
+    settle(studio, 500);
+    write(*studio.window, folder, QString::fromLatin1(scene.name));
+    studio.model().stopAutomaticCaptures();
+    studio.window.reset();
+}
+
+/// Of the dialogs, which stand on their own.
+void photographDialogs(const MadeUpHistory& history, const QString& folder, const QString& only) {
+    Studio studio = opened({.name = "", .arrange = {}}, history);
+    const auto take = [&](QDialog& dialog, const char* name) {
+        if (!QString::fromLatin1(name).contains(only))
+            return;
+        dialog.show();
+        settle(studio);
+        write(dialog, folder, QString::fromLatin1(name));
+        dialog.hide();
+    };
+    auto& tasks = studio.recorder->uses().tasks;
+    studio.history().beginExport();
+    ExportDialog exporting(*studio.history().exportReport(), tasks, nullptr);
+    take(exporting, "export");
+    CoverageDialog coverage(CoverageList::of(studio.history().observationCoverage(), Calendar()),
+                            nullptr);
+    take(coverage, "coverage");
+    ImportDialog importing(studio.model(), tasks, nullptr);
+    importing.readAgain();
+    take(importing, "import");
+}
+
+} // namespace
+
+void takeScreenshots(const QString& folder, const QString& only) {
+    if (!QDir().mkpath(folder))
+        throw Error(folder.toStdString() + " could not be created.");
+    const auto history = MadeUpHistory::endingAt(pictured());
+    for (const auto& scene : scenes())
+        if (QString::fromLatin1(scene.name).contains(only))
+            photograph(scene, history, folder);
+    QApplication::setPalette(palettes::light());
+    QIcon::setThemeName(QStringLiteral("breeze"));
+    QApplication::setLayoutDirection(Qt::LeftToRight);
+    photographDialogs(history, folder, only);
+}
+
+} // namespace tidemark::demo

@@ -1,0 +1,12 @@
+#pragma once
+
+#include <QString>
+
+namespace tidemark::demo {
+
+/// Writes a picture of every screen over a fixed made-up history into a folder, as PNG files. With
+/// `only`, those whose names contain it. At a scale factor of 2 their names end with "-2x". Needs
+/// the application object of Qt. Throws `Error` when a file can't be written.
+void takeScreenshots(const QString& folder, const QString& only);
+
+} // namespace tidemark::demo

@@ -1,0 +1,65 @@
+#include "demo/DemoRecorder.h"
+#include "demo/Screenshots.h"
+
+#include <QApplication>
+#include <QCommandLineParser>
+#include <QIcon>
+#include <QTemporaryDir>
+#include <cstdio>
+
+namespace {
+
+using namespace tidemark;
+
+constexpr int failed = 1;
+
+void chooseIcons() {
+    if (!QIcon::hasThemeIcon(QStringLiteral("view-refresh")))
+        QIcon::setThemeName(QStringLiteral("breeze"));
+    QIcon::setFallbackThemeName(QStringLiteral("breeze"));
+}
+
+QCoro::Task<void> open(demo::DemoRecorder& recorder) {
+    co_await recorder.open();
+}
+
+int showDemo() {
+    const QTemporaryDir folder;
+    const Date now = demo::MadeUpHistory::endOfDay(Date::now());
+    demo::DemoRecorder recorder(folder.path().toStdString(), demo::MadeUpHistory::endingAt(now),
+                                now);
+    WorkspaceWindow window(recorder.uses());
+    window.setWindowTitle(QStringLiteral("Tidemark: a made-up history, nothing is recorded"));
+    window.show();
+    const auto opening = open(recorder);
+    return QApplication::exec();
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    QApplication application(argc, argv);
+    chooseIcons();
+    QCommandLineParser parser;
+    parser.setApplicationDescription(
+        QStringLiteral("Shows the window of Tidemark over a made-up history."));
+    parser.addHelpOption();
+    const QCommandLineOption pictures(QStringLiteral("screenshots"),
+                                      QStringLiteral("Write pictures of every screen."),
+                                      QStringLiteral("folder"));
+    const QCommandLineOption only(QStringLiteral("only"),
+                                  QStringLiteral("Only the pictures whose names contain this."),
+                                  QStringLiteral("text"));
+    parser.addOption(pictures);
+    parser.addOption(only);
+    parser.process(application);
+    try {
+        if (!parser.isSet(pictures))
+            return showDemo();
+        demo::takeScreenshots(parser.value(pictures), parser.value(only));
+        return 0;
+    } catch (const std::exception& error) {
+        std::fprintf(stderr, "tidemark-demo: %s\n", error.what());
+    }
+    return failed;
+}

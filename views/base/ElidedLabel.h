@@ -1,0 +1,23 @@
+#pragma once
+
+#include <QLabel>
+
+namespace tidemark {
+
+/// One line that is elided where it does not fit, with all of it in the tool tip then.
+class ElidedLabel : public QLabel {
+    Q_OBJECT
+
+public:
+    explicit ElidedLabel(Qt::TextElideMode elided = Qt::ElideRight, QWidget* parent = nullptr);
+
+    QSize minimumSizeHint() const override;
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    const Qt::TextElideMode elision;
+};
+
+} // namespace tidemark

@@ -1,0 +1,32 @@
+#include "views/base/WrappingLabel.h"
+
+#include "views/base/ShownText.h"
+
+namespace tidemark {
+
+namespace {
+
+constexpr qsizetype mostCharacters = 600;
+constexpr qsizetype mostInTip = 4000;
+
+QString cut(const QString& text, qsizetype most) {
+    return text.size() <= most ? text : text.left(most) + QStringLiteral("…");
+}
+
+} // namespace
+
+WrappingLabel::WrappingLabel(const QString& text, QWidget* parent) : QLabel(parent) {
+    setTextFormat(Qt::PlainText);
+    setWordWrap(true);
+    setTextInteractionFlags(Qt::TextSelectableByMouse);
+    setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Minimum);
+    setWhole(text);
+}
+
+void WrappingLabel::setWhole(const QString& text) {
+    QString shown = cut(text, mostCharacters);
+    setText(isolated(shown.replace(u'/', QStringLiteral("/\u200B"))));
+    setToolTip(text.size() > mostCharacters ? cut(text, mostInTip) : QString());
+}
+
+} // namespace tidemark

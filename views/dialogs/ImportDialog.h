@@ -1,0 +1,44 @@
+#pragma once
+
+#include "app/base/TaskScope.h"
+#include "app/model/AppModel.h"
+
+#include <QDialog>
+
+class QCheckBox;
+class QListWidget;
+class QPushButton;
+
+namespace tidemark {
+
+class DimLabel;
+class WrappingLabel;
+
+/// The choice of recent installations that are added to the history: reads them when it opens, and
+/// imports them on confirmation.
+class ImportDialog : public QDialog {
+    Q_OBJECT
+
+public:
+    /// Both outlive the dialog.
+    ImportDialog(AppModel& controller, TaskScope& scope, QWidget* parent);
+
+    void readAgain();
+
+private:
+    void refresh();
+    void confirm();
+
+    AppModel& model;
+    TaskScope& tasks;
+    QCheckBox* includeRoutine;
+    QListWidget* rows;
+    WrappingLabel* status;
+    DimLabel* skipped;
+    QPushButton* retry;
+    QPushButton* confirmation;
+    /// The records are being imported; the view closes when that succeeds.
+    bool isConfirmed = false;
+};
+
+} // namespace tidemark

@@ -1,0 +1,86 @@
+#include "views/folders/FolderTree.h"
+
+#include "views/base/RowPainter.h"
+#include "views/base/ThinScrollBar.h"
+#include "views/folders/FolderSizeDelegate.h"
+
+#include <QHeaderView>
+#include <QPainter>
+#include <QPainterPath>
+
+namespace tidemark {
+
+namespace {
+
+constexpr int margin = 8;
+constexpr int indent = 20;
+/// As wide as any size with its sign.
+constexpr auto widestSize = "+1,023.99 GB ▲";
+
+} // namespace
+
+FolderTree::FolderTree(QWidget* parent) : QTreeView(parent) {
+    setItemDelegate(new FolderSizeDelegate(this));
+    setFrameShape(QFrame::NoFrame);
+    setUniformRowHeights(true);
+    setSelectionBehavior(SelectRows);
+    setAllColumnsShowFocus(true);
+    setVerticalScrollMode(ScrollPerPixel);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setIndentation(indent);
+    setSortingEnabled(true);
+    setExpandsOnDoubleClick(true);
+    useThinScrollBars(*this);
+    header()->setStretchLastSection(false);
+    header()->setHighlightSections(false);
+    header()->setDefaultAlignment(Qt::AlignLeading | Qt::AlignVCenter);
+}
+
+void FolderTree::fitColumns() {
+    const int width = fontMetrics().horizontalAdvance(QString::fromUtf8(widestSize)) + 2 * margin;
+    for (int column = 0; column < header()->count(); ++column) {
+        header()->setSectionResizeMode(column, column == 0 ? QHeaderView::Stretch
+                                                           : QHeaderView::Interactive);
+        if (column > 0)
+            header()->resizeSection(column, width);
+    }
+}
+
+void FolderTree::drawRow(QPainter* painter, const QStyleOptionViewItem& styled,
+                         const QModelIndex& index) const {
+    QStyleOptionViewItem option = styled;
+    if (selectionModel()->isSelected(index))
+        option.state |= QStyle::State_Selected;
+    painter->save();
+    RowPainter(*painter, option).drawPanel(option.rect.adjusted(margin, 1, -margin, -1));
+    painter->restore();
+    QTreeView::drawRow(painter, styled, index);
+}
+
+void FolderTree::drawBranches(QPainter* painter, const QRect& rect,
+                              const QModelIndex& index) const {
+    if (!model()->hasChildren(index))
+        return;
+    const bool isMirrored = layoutDirection() == Qt::RightToLeft;
+    QRectF place(0, 0, 5, 9);
+    place.moveCenter(isMirrored
+                         ? QPointF(rect.left() + indent / 2.0, rect.center().y() + 0.5)
+                         : QPointF(rect.right() - indent / 2.0 + 4, rect.center().y() + 0.5));
+    painter->save();
+    painter->setRenderHint(QPainter::Antialiasing);
+    painter->translate(place.center());
+    if (isExpanded(index))
+        painter->rotate(90);
+    else if (isMirrored)
+        painter->rotate(180);
+    QPainterPath chevron(QPointF(-2, -4));
+    chevron.lineTo(2.5, 0);
+    chevron.lineTo(-2, 4);
+    const bool isSelected = selectionModel()->isSelected(index);
+    painter->setPen(
+        QPen(palette().color(isSelected ? QPalette::HighlightedText : QPalette::Text), 1.4));
+    painter->drawPath(chevron);
+    painter->restore();
+}
+
+} // namespace tidemark

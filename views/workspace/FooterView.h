@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QWidget>
+#include <optional>
+
+class QLabel;
+class QProgressBar;
+class QPushButton;
+
+namespace tidemark {
+
+class ElidedLabel;
+
+/// The line below the list: what the history is, and while a capture runs its stage and the way to
+/// cancel it.
+class FooterView : public QWidget {
+    Q_OBJECT
+
+public:
+    explicit FooterView(QWidget* parent = nullptr);
+
+    /// `stage` is absent while no capture runs.
+    void present(const std::optional<QString>& stage);
+
+Q_SIGNALS:
+    void cancelled();
+
+private:
+    ElidedLabel* text;
+    QProgressBar* bar;
+    QPushButton* cancel;
+};
+
+} // namespace tidemark

@@ -1,0 +1,149 @@
+#include "views/workspace/WorkspaceActions.h"
+
+#include "core/presentation/WorkspaceText.h"
+#include "views/base/ShownText.h"
+#include "views/base/Symbols.h"
+
+#include <QAction>
+#include <QLineEdit>
+#include <QMainWindow>
+#include <QMenuBar>
+#include <QToolBar>
+#include <QToolButton>
+
+namespace tidemark {
+
+namespace {
+
+using Command = WorkspaceActions::Command;
+
+constexpr int searchWidth = 300;
+
+Command commandOf(ToolbarCommand command) {
+    switch (command) {
+    case ToolbarCommand::checkNow:
+        return Command::checkNow;
+    case ToolbarCommand::changeRecording:
+        return Command::changeRecording;
+    case ToolbarCommand::exportHistory:
+        return Command::exportHistory;
+    case ToolbarCommand::darkMode:
+        return Command::darkMode;
+    case ToolbarCommand::settings:
+        break;
+    }
+    return Command::settings;
+}
+
+QWidget* stretch() {
+    auto* space = new QWidget;
+    space->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
+    return space;
+}
+
+} // namespace
+
+WorkspaceActions::WorkspaceActions(QMainWindow& window)
+    : QObject(&window), searchField(new QLineEdit) {
+    makeActions(window);
+    makeToolbar(window);
+    makeMenus(window);
+    refresh({});
+}
+
+void WorkspaceActions::makeActions(QMainWindow& window) {
+    const struct {
+        Command command;
+        QString text;
+        QKeySequence key;
+    } rows[] = {
+        // The texts of the first ones are those of the toolbar.
+        {Command::checkNow, {}, Qt::CTRL | Qt::Key_R},
+        {Command::changeRecording, {}, {}},
+        {Command::exportHistory, {}, Qt::CTRL | Qt::Key_E},
+        {Command::darkMode, {}, {}},
+        {Command::settings, {}, Qt::CTRL | Qt::Key_Comma},
+        {Command::saveSnapshot, tr("&Save Snapshot…"), QKeySequence::Save},
+        {Command::coverage, tr("Observation &Coverage…"), {}},
+        {Command::monitoredFolders, tr("&Monitored Folders…"), {}},
+        {Command::importHistory, tr("&Import Recent History…"), {}},
+        {Command::searchHistory, tr("Search &History…"), Qt::CTRL | Qt::SHIFT | Qt::Key_F},
+        {Command::quit, tr("&Quit"), Qt::CTRL | Qt::Key_Q},
+        {Command::find, tr("&Find"), QKeySequence::Find},
+        {Command::largerText, tr("&Larger Text"), QKeySequence::ZoomIn},
+        {Command::smallerText, tr("&Smaller Text"), QKeySequence::ZoomOut},
+        {Command::normalText, tr("&Normal Text Size"), Qt::CTRL | Qt::Key_0},
+        {Command::nextPane, tr("&Next Pane"), Qt::Key_F6},
+        {Command::previousPane, tr("&Previous Pane"), Qt::SHIFT | Qt::Key_F6},
+    };
+    for (const auto& row : rows) {
+        auto* made = new QAction(row.text, &window);
+        made->setShortcut(row.key);
+        connect(made, &QAction::triggered, this,
+                [this, command = row.command] { Q_EMIT triggered(command); });
+        actions.emplace(row.command, made);
+        window.addAction(made);
+    }
+    action(Command::darkMode)->setCheckable(true);
+}
+
+void WorkspaceActions::makeToolbar(QMainWindow& window) {
+    auto* bar = window.addToolBar(tr("Toolbar"));
+    bar->setMovable(false);
+    bar->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+    bar->setContextMenuPolicy(Qt::PreventContextMenu);
+    bar->setContentsMargins(6, 4, 6, 4);
+    for (const auto command : {Command::checkNow, Command::changeRecording, Command::exportHistory})
+        bar->addAction(action(command));
+    bar->addWidget(stretch());
+    searchField->setPlaceholderText(wordsHere(workspaceText::searchPrompt));
+    searchField->setAccessibleName(wordsHere(workspaceText::searchPrompt));
+    searchField->setClearButtonEnabled(true);
+    searchField->addAction(symbolIcon("search"), QLineEdit::LeadingPosition);
+    searchField->setFixedWidth(searchWidth);
+    for (auto* button : searchField->findChildren<QToolButton*>())
+        button->setToolTip(wordsHere(workspaceText::clearSearch));
+    bar->addWidget(searchField);
+    for (const auto command : {Command::darkMode, Command::settings}) {
+        bar->addAction(action(command));
+        auto* button = qobject_cast<QToolButton*>(bar->widgetForAction(action(command)));
+        button->setToolButtonStyle(Qt::ToolButtonIconOnly);
+    }
+    for (auto* button : bar->findChildren<QToolButton*>(Qt::FindDirectChildrenOnly))
+        button->setFocusPolicy(Qt::TabFocus);
+}
+
+void WorkspaceActions::makeMenus(QMainWindow& window) {
+    const auto fill = [&](const QString& title, std::initializer_list<std::optional<Command>> all) {
+        QMenu* menu = window.menuBar()->addMenu(title);
+        for (const auto& command : all)
+            if (command)
+                menu->addAction(action(*command));
+            else
+                menu->addSeparator();
+    };
+    const std::nullopt_t line = std::nullopt;
+    using enum Command;
+    fill(tr("&File"), {checkNow, changeRecording, line, saveSnapshot, exportHistory, importHistory,
+                       line, monitoredFolders, settings, line, quit});
+    fill(tr("&View"), {find, searchHistory, coverage, line, largerText, smallerText, normalText,
+                       line, darkMode, line, nextPane, previousPane});
+}
+
+void WorkspaceActions::refresh(const ToolbarState& state) {
+    for (const auto& each : toolbarActions(state)) {
+        QAction& shown = *action(commandOf(each.command));
+        shown.setText(shownText(each.label));
+        shown.setToolTip(shownText(each.help));
+        shown.setIcon(symbolIcon(each.symbol));
+        shown.setEnabled(each.isEnabled);
+        if (each.isOn)
+            shown.setChecked(*each.isOn);
+    }
+}
+
+void WorkspaceActions::setEnabled(Command command, bool isEnabled) {
+    action(command)->setEnabled(isEnabled);
+}
+
+} // namespace tidemark
