@@ -43,7 +43,8 @@ Recorder::Recorder(const RecorderPlaces& where)
 }
 
 SettingSources Recorder::sources() {
-    std::set<SettingSource> present;
+    // The windows read their settings whenever they are opened.
+    std::set<SettingSource> present{SettingSource::windows};
     std::map<SettingSource, std::string> reasons;
     std::error_code error;
     const auto isFolder = [&](const std::filesystem::path& path) {

@@ -8,6 +8,7 @@
 #include "app/preferences/SettingSource.h"
 #include "core/base/Error.h"
 #include "core/base/FolderLock.h"
+#include "recorder/ProgramRequests.h"
 #include "recorder/RecordedHistory.h"
 #include "recorder/RecorderPlaces.h"
 
@@ -36,9 +37,13 @@ public:
     AppModel& model() { return appModel; }
     JsonPreferences& preferences() { return stored; }
     LiveWiring& liveServices() { return live; }
+    /// Posts what happens to the windows of the program.
+    NotificationCenter& application() { return applicationCenter; }
     NotificationCenter& workspace() { return workspaceCenter; }
     TaskScope& tasks() { return scope; }
     MemoryHistoryService& memoryHistory() { return memory; }
+    /// Set by the program, read by commands.
+    ProgramRequests& requests() { return programRequests; }
     /// Everything that has been recorded so far.
     RecordedHistory recorded() const;
 
@@ -46,6 +51,7 @@ private:
     static FolderLock taken(const std::filesystem::path& folder);
 
     RecorderPlaces where;
+    ProgramRequests programRequests;
     FolderLock held;
     JsonPreferences stored;
     NotificationCenter applicationCenter;
