@@ -15,6 +15,11 @@ ViewSettings::ViewSettings(Preferences& preferences)
     followSettings(preferences, this, [this] { noteChange(); }, preference::appearanceMode);
 }
 
+double ViewSettings::listingTextScale() const {
+    return static_cast<double>(textSize)
+           / static_cast<double>(preference::listingTextSize.fallback);
+}
+
 void ViewSettings::changeListingTextSize(std::int64_t step) {
     setListingTextSize(textSize + step);
 }

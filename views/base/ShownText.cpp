@@ -1,5 +1,7 @@
 #include "views/base/ShownText.h"
 
+#include "core/presentation/SystemWords.h"
+
 #include <QCoreApplication>
 
 namespace tidemark {
@@ -11,8 +13,20 @@ QString shownText(std::string_view text) {
     return QCoreApplication::translate("core", source.constData());
 }
 
+QString wordsHere(std::string_view text) {
+    return shownText(systemWords::shown(text));
+}
+
 QString isolated(const QString& text) {
-    return text.isEmpty() ? text : QChar(0x2068) + text + QChar(0x2069);
+    if (text.isEmpty())
+        return text;
+    QString inside = text;
+    // A text with controls of its own could end the isolate, or show a name backwards.
+    inside.removeIf([](QChar c) {
+        return (c >= QChar(0x202A) && c <= QChar(0x202E))
+               || (c >= QChar(0x2066) && c <= QChar(0x2069));
+    });
+    return QChar(0x2068) + inside + QChar(0x2069);
 }
 
 } // namespace tidemark

@@ -9,8 +9,13 @@ namespace tidemark {
 /// else as it is. Of a sentence that was put together there is no translation.
 QString shownText(std::string_view text);
 
-/// The same within FIRST STRONG ISOLATE and POP DIRECTIONAL ISOLATE, so that "1 → 2" does not read
-/// "2 → 1" in a window that is laid out from right to left. To be done last, after eliding.
+/// A fixed text of the core in the words of this system (`systemWords::shown`) and the language of
+/// the user.
+QString wordsHere(std::string_view text);
+
+/// A text within FIRST STRONG ISOLATE and POP DIRECTIONAL ISOLATE, so that "1 → 2" does not read
+/// "2 → 1" in a window that is laid out from right to left, and without the direction controls that
+/// it contains. To be done last, after eliding.
 QString isolated(const QString& text);
 
 } // namespace tidemark

@@ -1,0 +1,62 @@
+#include "views/base/Labels.h"
+
+#include "views/base/TextColor.h"
+
+#include <QApplication>
+#include <QEvent>
+
+namespace tidemark {
+
+DimLabel::DimLabel(const QString& text, QWidget* parent) : QLabel(text, parent) {
+    setTextFormat(Qt::PlainText);
+    adaptColor();
+}
+
+void DimLabel::changeEvent(QEvent* event) {
+    QLabel::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange)
+        adaptColor();
+}
+
+void DimLabel::adaptColor() {
+    const QColor wanted = textColor::dimmed(palette().color(QPalette::Active, QPalette::Text));
+    if (palette().color(QPalette::Active, QPalette::WindowText) == wanted)
+        return;
+    // Only this colour is set, so that all others still follow the palette of the window.
+    QPalette own;
+    own.setColor(QPalette::WindowText, wanted);
+    setPalette(own);
+}
+
+namespace labels {
+
+void scale(QWidget& widget, double factor) {
+    QFont font = widget.font();
+    font.setPointSizeF(QApplication::font().pointSizeF() * factor);
+    widget.setFont(font);
+}
+
+QLabel* title(const QString& text, double factor) {
+    auto* made = heading(text);
+    scale(*made, factor);
+    return made;
+}
+
+QLabel* heading(const QString& text) {
+    auto* made = new QLabel(text);
+    made->setTextFormat(Qt::PlainText);
+    QFont font = made->font();
+    font.setBold(true);
+    made->setFont(font);
+    return made;
+}
+
+DimLabel* note(const QString& text) {
+    auto* made = new DimLabel(text);
+    made->setWordWrap(true);
+    return made;
+}
+
+} // namespace labels
+
+} // namespace tidemark

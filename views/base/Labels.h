@@ -1,0 +1,35 @@
+#pragma once
+
+#include <QLabel>
+
+namespace tidemark {
+
+/// A label in the colour of second lines, also after a change of the palette.
+class DimLabel : public QLabel {
+    Q_OBJECT
+
+public:
+    explicit DimLabel(const QString& text = {}, QWidget* parent = nullptr);
+
+protected:
+    void changeEvent(QEvent* event) override;
+
+private:
+    void adaptColor();
+};
+
+/// Makers of labels. Texts are plain, whatever they contain.
+namespace labels {
+
+/// `scale` times as large as other texts, and bold.
+QLabel* title(const QString& text, double scale);
+/// The heading of a section: bold.
+QLabel* heading(const QString& text);
+/// A dim, wrapping text.
+DimLabel* note(const QString& text);
+/// Sets the font of a label to `scale` times the size of other texts.
+void scale(QWidget& widget, double factor);
+
+} // namespace labels
+
+} // namespace tidemark

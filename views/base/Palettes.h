@@ -1,0 +1,14 @@
+#pragma once
+
+#include <QPalette>
+
+/// The colours of windows where the program chooses them itself.
+namespace tidemark::palettes {
+
+QPalette light();
+QPalette dark();
+/// The same with the strongest contrast between text, background and lines.
+QPalette lightHighContrast();
+QPalette darkHighContrast();
+
+} // namespace tidemark::palettes
