@@ -220,11 +220,11 @@ void WorkspaceWindow::makeMenus() {
     file->addAction(tr("&Save Snapshot…"), this,
                     [this] { follow(EmptyState::Action::saveSnapshot); });
     file->addAction(tr("Observation &Coverage…"), this, &WorkspaceWindow::showCoverage);
-    file->addAction(tr("&Monitored Folders…"), this, [this] {
-        uses.model.beginFolderManagement();
-        managesFolders = true;
-        refreshing.start();
-    });
+    file->addAction(tr("&Monitored Folders…"), this, &WorkspaceWindow::manageFolders);
+    file->addAction(tr("S&ettings…"), QKeySequence(Qt::CTRL | Qt::Key_Comma), this,
+                    &WorkspaceWindow::settingsRequested);
+    file->addAction(tr("Search &History…"), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_F), this,
+                    &WorkspaceWindow::searchPanelRequested);
     file->addSeparator();
     file->addAction(tr("&Quit"), QKeySequence(Qt::CTRL | Qt::Key_Q), qApp, &QApplication::quit);
     auto* view = menuBar()->addMenu(tr("&View"));
@@ -240,6 +240,12 @@ void WorkspaceWindow::makeMenus() {
             [this] { uses.viewSettings.changeListingTextSize(-1); });
     addSize(tr("&Reset Listing Text Size"), QKeySequence(Qt::CTRL | Qt::Key_0),
             [this] { uses.viewSettings.resetListingTextSize(); });
+}
+
+void WorkspaceWindow::manageFolders() {
+    uses.model.beginFolderManagement();
+    managesFolders = true;
+    refreshing.start();
 }
 
 void WorkspaceWindow::followModel() {

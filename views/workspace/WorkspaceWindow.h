@@ -50,6 +50,12 @@ public:
 
     explicit WorkspaceWindow(const Uses& used);
 
+    void manageFolders();
+
+Q_SIGNALS:
+    void settingsRequested();
+    void searchPanelRequested();
+
 private:
     QWidget* makeSidebar();
     QWidget* makeMiddle();
