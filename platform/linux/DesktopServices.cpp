@@ -97,6 +97,9 @@ bool desktopServices::hasDisplay() {
 }
 
 std::unique_ptr<GlobalShortcut> desktopServices::searchShortcut(GlobalShortcut::Observer observer) {
+    // There an X server only has the keys that are pressed in windows of X11.
+    if (!variable("WAYLAND_DISPLAY").empty())
+        return nullptr;
     return std::make_unique<X11Shortcut>(std::move(observer));
 }
 

@@ -16,15 +16,12 @@
 #include <QStackedWidget>
 #include <QToolButton>
 #include <QVBoxLayout>
-#include <algorithm>
 
 namespace tidemark {
 
 namespace {
 
 constexpr QSize panelSize(640, 440);
-/// How far below the top of the screen the panel is, of the height that is left.
-constexpr double heightAbove = 0.3;
 constexpr double fieldScale = 1.3;
 
 SearchPanelKey keyOf(const QKeyEvent& event) {
@@ -167,9 +164,9 @@ void SearchPanelView::placeOnScreen() {
     if (!screen)
         return;
     const QRect area = screen->availableGeometry();
-    resize(std::min(panelSize.width(), area.width()), std::min(panelSize.height(), area.height()));
-    move(area.left() + (area.width() - width()) / 2,
-         area.top() + static_cast<int>((area.height() - height()) * heightAbove));
+    QRect place(QPoint(), panelSize.boundedTo(area.size()));
+    place.moveCenter(area.center());
+    setGeometry(place);
 }
 
 void SearchPanelView::dismiss() {
