@@ -9,7 +9,7 @@ PREFIX ?= /usr/local
 FUZZ_SECONDS ?= 600
 FAULT_ROUNDS ?= 200
 
-.PHONY: help run story demo screenshots test bench format check-format lint sanitize tsan clang fuzz faults \
+.PHONY: help run story demo screenshots test bench translations format check-format lint sanitize tsan clang fuzz faults \
 	thorough install packages clean
 .DEFAULT_GOAL := help
 
@@ -22,9 +22,9 @@ packages:
 build/%/build.ninja: CMakePresets.json | packages
 	cmake --preset $*
 
-run: packages build/dev/build.ninja ## Build, then record changes of this machine
-	@cmake --build --preset dev --target tidemark
-	@$(if $(ARGS),./build/dev/cli/tidemark $(ARGS),packaging/record ./build/dev/cli/tidemark)
+run: packages build/dev/build.ninja ## Build, then record changes of this machine, in a window where there is a display
+	@cmake --build --preset dev --target tidemark tidemark-desktop
+	@$(if $(ARGS),./build/dev/cli/tidemark $(ARGS),packaging/open ./build/dev/desktop/tidemark-desktop ./build/dev/cli/tidemark)
 
 story: packages build/dev/build.ninja ## Build, then run the recorder for an example day
 	@cmake --build --preset dev --target tidemark
@@ -76,6 +76,9 @@ bench: packages build/release/build.ninja ## Measure everything that has a perfo
 install: packages build/release/build.ninja ## Build, then install below PREFIX (and DESTDIR)
 	@cmake --build --preset release --target tidemark
 	@cmake --install build/release --prefix $(PREFIX)
+
+translations: packages ## Bring the catalogues of the windows up to date with the sources
+	@packaging/translations
 
 format: packages ## Format all sources
 	@clang-format-19 -i $(SOURCES)

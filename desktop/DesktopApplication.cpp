@@ -5,27 +5,27 @@
 namespace tidemark {
 
 DesktopApplication::DesktopApplication(RecorderPlaces where)
-    : recorder(std::move(where)), viewSettings(recorder.preferences()), running(recorder) {}
+    : recorder(std::move(where)), running(recorder) {}
+
+DesktopApplication::~DesktopApplication() = default;
 
 QCoro::Task<void> DesktopApplication::start(Recorder& recorder) {
     // What fails there, the window shows.
     co_await recorder.model().start();
 }
 
-int DesktopApplication::run(const Interruption& interruption) {
+int DesktopApplication::run(const Interruption& interruption, bool inBackground) {
     const std::stop_callback quit(interruption.token(), [] {
         QMetaObject::invokeMethod(qApp, &QCoreApplication::quit, Qt::QueuedConnection);
     });
-    WorkspaceWindow window({.model = recorder.model(),
-                            .memory = recorder.memoryHistory(),
-                            .viewSettings = viewSettings,
-                            .preferences = recorder.preferences(),
-                            .sources = sources,
-                            .tasks = recorder.tasks()});
-    window.show();
+    DesktopWindows windows(recorder);
+    if (!inBackground)
+        windows.showWindow();
     QMetaObject::invokeMethod(
         qApp, [this] { recorder.tasks().start(start(recorder)); }, Qt::QueuedConnection);
-    return QCoreApplication::exec();
+    const int status = QCoreApplication::exec();
+    recorder.requests() = {};
+    return status;
 }
 
 } // namespace tidemark

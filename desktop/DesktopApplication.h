@@ -1,12 +1,8 @@
 #pragma once
 
-#include "app/settings/ViewSettings.h"
-#include "core/base/FreeDescriptors.h"
+#include "desktop/DesktopWindows.h"
 #include "recorder/Interruption.h"
 #include "recorder/RunningRecorder.h"
-#include "views/workspace/WorkspaceWindow.h"
-
-#include <memory>
 
 namespace tidemark {
 
@@ -17,17 +13,16 @@ public:
     /// Takes the data folder and listens for commands. Throws `FolderTaken` when another process
     /// has the folder, and `Error` when the socket can't be made.
     explicit DesktopApplication(RecorderPlaces where);
+    ~DesktopApplication();
 
-    /// Shows the window and records until the user or `interruption` ends the program. Returns the
-    /// exit status.
-    int run(const Interruption& interruption);
+    /// Records until the user or `interruption` ends the program, and shows the window at once or,
+    /// `inBackground`, when it is asked for. Returns the exit status.
+    int run(const Interruption& interruption, bool inBackground);
 
 private:
     static QCoro::Task<void> start(Recorder& recorder);
 
     Recorder recorder;
-    const SettingSources sources = Recorder::sources();
-    ViewSettings viewSettings;
     /// After the recorder that it listens for, and before it is gone.
     RunningRecorder running;
 };

@@ -1,13 +1,20 @@
+#include "app/ports/DesktopServices.h"
+#include "core/base/FreeDescriptors.h"
 #include "desktop/DesktopApplication.h"
+#include "desktop/OtherRecorder.h"
 #include "recorder/RecorderLog.h"
 
 #include <QApplication>
 #include <QIcon>
+#include <QLibraryInfo>
 #include <QMessageBox>
-#include <algorithm>
-#include <array>
+#include <QTranslator>
+#include <chrono>
 #include <cstdio>
 #include <cstdlib>
+#include <memory>
+#include <string_view>
+#include <thread>
 
 namespace {
 
@@ -16,25 +23,65 @@ using namespace tidemark;
 constexpr int failed = 1;
 /// What the event loop, the locks, a capture and the connections to the display need.
 constexpr int neededDescriptors = 32;
+/// How many times the program tries to lock the data folder, which another recorder leaves or a
+/// command has for a moment. With the pauses in between, that takes fifteen seconds.
+constexpr int folderAttempts = 150;
+constexpr std::chrono::milliseconds folderPause{100};
 
-/// Qt ends the process with several lines of its own when it finds no display.
-bool mayHaveDisplay() {
-    constexpr std::array variables{"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"};
-    return std::ranges::any_of(variables, [](const char* name) {
-        const char* value = std::getenv(name);
-        return value && *value != '\0';
-    });
+/// The service to start again when this program ends, however it ends.
+std::string& serviceToRestart() {
+    static std::string name;
+    return name;
 }
 
 void complain(const char* sentence) {
     std::fprintf(stderr, "tidemark-desktop: %s\n", sentence);
 }
 
-/// Without a desktop that names one, there is no theme that any icon could come from.
-void chooseIcons() {
-    if (!QIcon::hasThemeIcon(QStringLiteral("view-refresh")))
-        QIcon::setThemeName(QStringLiteral("breeze"));
-    QIcon::setFallbackThemeName(QStringLiteral("breeze"));
+/// When the display is lost, Qt ends the process by exit(3), which runs this as well.
+void restartServiceAtExit(const std::string& service) {
+    if (service.empty())
+        return;
+    const bool isFirst = serviceToRestart().empty();
+    serviceToRestart() = service;
+    if (!isFirst)
+        return;
+    std::atexit([] { desktopServices::startService(serviceToRestart()); });
+}
+
+/// Absent when another program with windows has the folder; its window was brought forward.
+std::unique_ptr<DesktopApplication> takeFolder(const RecorderPlaces& places) {
+    for (int attempt = 0;; ++attempt) {
+        const auto other = OtherRecorder::ask(places);
+        if (other.hasWindow)
+            return nullptr;
+        restartServiceAtExit(other.service);
+        try {
+            return std::make_unique<DesktopApplication>(places);
+        } catch (const FolderTaken&) {
+            if (attempt == folderAttempts)
+                throw;
+        }
+        std::this_thread::sleep_for(folderPause);
+    }
+}
+
+int record(const Interruption& interruption) {
+    const auto application = takeFolder(RecorderPlaces::current());
+    // For a start at login. Starting the program again opens the window, also without an icon.
+    const bool inBackground =
+        QCoreApplication::arguments().contains(QStringLiteral("--background"));
+    return application ? application->run(interruption, inBackground) : 0;
+}
+
+void loadTranslations(QApplication& application) {
+    const auto load = [&](const QString& name, const QString& folder) {
+        auto* translator = new QTranslator(&application);
+        if (translator->load(QLocale(), name, QStringLiteral("_"), folder))
+            QCoreApplication::installTranslator(translator);
+    };
+    load(QStringLiteral("qtbase"), QLibraryInfo::path(QLibraryInfo::TranslationsPath));
+    load(QStringLiteral("tidemark"), QStringLiteral(":/translations"));
 }
 
 int run(int count, char** arguments) {
@@ -43,11 +90,12 @@ int run(int count, char** arguments) {
     QApplication application(count, arguments);
     QApplication::setApplicationDisplayName(QStringLiteral("Tidemark"));
     QApplication::setApplicationVersion(QStringLiteral(TIDEMARK_VERSION));
-    chooseIcons();
+    QGuiApplication::setDesktopFileName(QStringLiteral("app.tidemark"));
+    loadTranslations(application);
     recorderLog::start();
     try {
-        return DesktopApplication(RecorderPlaces::current()).run(interruption);
-    } catch (const FolderTaken& error) {
+        return record(interruption);
+    } catch (const std::exception& error) {
         // Whoever started it from a menu sees no standard error.
         QMessageBox::critical(nullptr, QStringLiteral("Tidemark"), QString::fromUtf8(error.what()));
         throw;
@@ -57,7 +105,10 @@ int run(int count, char** arguments) {
 } // namespace
 
 int main(int argc, char** argv) {
-    if (!mayHaveDisplay()) {
+    // For scripts that choose between this program and one without windows.
+    if (argc == 2 && std::string_view(argv[1]) == "--has-display")
+        return desktopServices::hasDisplay() ? 0 : failed;
+    if (!desktopServices::hasDisplay()) {
         complain("There is no display to open a window on; tidemark run records without one.");
         return failed;
     }

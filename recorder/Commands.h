@@ -33,7 +33,9 @@
     ROW(foldersCheck)                                                                              \
     ROW(settingsList)                                                                              \
     ROW(settingsGet)                                                                               \
-    ROW(settingsSet)
+    ROW(settingsSet)                                                                               \
+    ROW(window)                                                                                    \
+    ROW(handOver)
 
 namespace tidemark::commands {
 

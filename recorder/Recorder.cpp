@@ -71,6 +71,8 @@ SettingSources Recorder::sourcesWithout(std::map<SettingSource, std::string> rea
     std::set<SettingSource> present = LiveMonitors::connected();
     for (const auto& [absent, reason] : reasons)
         present.erase(absent);
+    // The windows read their settings whenever they are opened.
+    present.insert(SettingSource::windows);
     std::error_code error;
     const auto isFolder = [&](const std::filesystem::path& path) {
         return std::filesystem::is_directory(path, error);

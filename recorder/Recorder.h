@@ -12,6 +12,7 @@
 #include "core/base/Error.h"
 #include "core/base/FolderLock.h"
 #include "recorder/LiveMonitors.h"
+#include "recorder/ProgramRequests.h"
 #include "recorder/RecordedHistory.h"
 #include "recorder/RecorderPlaces.h"
 
@@ -45,11 +46,15 @@ public:
     AppModel& model() { return appModel; }
     JsonPreferences& preferences() { return stored; }
     LiveWiring& liveServices() { return live; }
+    /// Posts what happens to the windows of the program.
+    NotificationCenter& application() { return applicationCenter; }
     NotificationCenter& workspace() { return workspaceCenter; }
     TaskScope& tasks() { return scope; }
     MemoryHistoryService& memoryHistory() { return memory; }
     ClipboardHistory& clipboardHistory() { return clipboard; }
     const FileCollector& files() const { return fileCollector; }
+    /// Set by the program, read by commands.
+    ProgramRequests& requests() { return programRequests; }
     /// Everything that has been recorded so far.
     RecordedHistory recorded() const;
 
@@ -58,6 +63,7 @@ private:
     static FolderLock taken(const std::filesystem::path& folder);
 
     RecorderPlaces where;
+    ProgramRequests programRequests;
     FolderLock held;
     JsonPreferences stored;
     NotificationCenter applicationCenter;

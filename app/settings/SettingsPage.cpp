@@ -177,6 +177,8 @@ SettingsSection privacySection(const SettingsPageState& state) {
 SettingsSection readingSection(const SettingsPageState& state) {
     Group group(state, "");
     group
+        .choice(preference::appearanceMode, "Appearance",
+                {{"system", "As the system"}, {"light", "Light"}, {"dark", "Dark"}})
         .text("Listing text: "
               + std::to_string(read(state.preferences, preference::listingTextSize)))
         .text("Use ⌘+ or ⌘− to resize timeline, file, download, clipboard and search listings. ⌘0 "

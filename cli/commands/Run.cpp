@@ -1,10 +1,10 @@
 #include "cli/FirstSetup.h"
-#include "recorder/Interruption.h"
 #include "cli/QtApplication.h"
-#include "recorder/RecorderLog.h"
 #include "cli/TerminalCommands.h"
 #include "core/base/FreeDescriptors.h"
 #include "recorder/FirstFolders.h"
+#include "recorder/Interruption.h"
+#include "recorder/RecorderLog.h"
 #include "recorder/RunningRecorder.h"
 #include "recorder/TypedInvocation.h"
 
@@ -55,6 +55,7 @@ int run(const Options& options) {
         return 0;
 
     const RunningRecorder running(recorder);
+    recorder.requests().handOver = [] { QCoreApplication::quit(); };
     const std::stop_callback quit(interruption.token(), [] {
         QMetaObject::invokeMethod(qApp, &QCoreApplication::quit, Qt::QueuedConnection);
     });

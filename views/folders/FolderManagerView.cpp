@@ -4,11 +4,13 @@
 #include "core/base/CanonicalPath.h"
 #include "core/base/Error.h"
 #include "core/base/Text.h"
+#include "core/system/SystemFacts.h"
 #include "views/base/Labels.h"
 #include "views/base/RoundedPanel.h"
 #include "views/base/ShownText.h"
 #include "views/base/Symbols.h"
 #include "views/base/ThinScrollBar.h"
+#include "views/folders/DeveloperSuggestionsView.h"
 
 #include <QCheckBox>
 #include <QDir>
@@ -24,6 +26,10 @@ namespace tidemark {
 namespace {
 
 constexpr int widestPage = 640;
+
+std::filesystem::path homeOf(FolderAccess& access) {
+    return developerSuggestions::homeOf(access.recommendedFolders(), SystemFacts::homeDirectory());
+}
 
 /// The page may be gone when that is done. A failure is shown on it: `FolderAccess::message` has it
 /// only of some commands.
@@ -51,7 +57,7 @@ QCoro::Task<void> allow(AppModel& model, std::vector<std::filesystem::path> fold
 FolderManagerView::FolderManagerView(AppModel& controller, TaskScope& scope, QWidget* parent)
     : QScrollArea(parent), model(controller), tasks(scope), heading(labels::title({}, 1.6)),
       message(labels::note({})), later(labels::note(wordsHere(FolderManagerPage::later))),
-      rows(new QVBoxLayout) {
+      rows(new QVBoxLayout), suggestions(new DeveloperSuggestionsView) {
     setWidgetResizable(true);
     setFrameShape(QFrame::NoFrame);
     useThinScrollBars(*this);
@@ -66,12 +72,16 @@ FolderManagerView::FolderManagerView(AppModel& controller, TaskScope& scope, QWi
     auto* finish = new QPushButton(wordsHere(FolderManagerPage::finish));
     finish->setDefault(true);
     message->hide();
+    // Until it is known which of them exist.
+    suggestions->hide();
     column->addWidget(heading);
     column->addWidget(labels::note(wordsHere(FolderManagerPage::explanation)));
     column->addWidget(labels::heading(wordsHere(FolderManagerPage::listHeading)));
     column->addLayout(rows);
     column->addWidget(message);
     column->addWidget(add, 0, Qt::AlignLeading);
+    column->addSpacing(12);
+    column->addWidget(suggestions);
     column->addSpacing(12);
     column->addWidget(later);
     column->addWidget(finish, 0, Qt::AlignTrailing);
@@ -84,6 +94,8 @@ FolderManagerView::FolderManagerView(AppModel& controller, TaskScope& scope, QWi
     centre->addStretch();
     setWidget(content);
     connect(add, &QPushButton::clicked, this, &FolderManagerView::addFolders);
+    connect(suggestions, &DeveloperSuggestionsView::chosen, this,
+            &FolderManagerView::monitorSuggested);
     connect(finish, &QPushButton::clicked, this,
             [this] { tasks.start(model.finishFolderManagement()); });
     connect(&model.folderAccess(), &FolderAccess::changed, this, &FolderManagerView::refresh);
@@ -98,27 +110,35 @@ void FolderManagerView::begin(bool isFirstSetup) {
 
 QCoro::Task<void> FolderManagerView::lookUp(QPointer<FolderManagerView> view, TaskScope& tasks) {
     const auto hold = tasks.hold();
-    const auto find =
-        [folders = view->model.folderAccess().recommendedFolders()](const std::stop_token&) {
-            std::vector<std::string> paths;
-            for (const auto& folder : folders)
-                paths.push_back(textFromBytes(canonicalPath(folder.url).native()));
-            return paths;
-        };
-    auto paths = co_await runInBackground(find, tasks.token());
+    const auto find = [folders = view->model.folderAccess().recommendedFolders(),
+                       home = homeOf(view->model.folderAccess())](const std::stop_token&) {
+        Places found;
+        for (const auto& folder : folders)
+            found.recommended.push_back(textFromBytes(canonicalPath(folder.url).native()));
+        std::error_code ignored;
+        for (const auto& place : developerSuggestions::locations())
+            if (auto path = home / place.path; std::filesystem::is_directory(path, ignored))
+                found.existing.insert(std::move(path));
+        return found;
+    };
+    auto found = co_await runInBackground(find, tasks.token());
     if (!view)
         co_return;
-    view->recommendedPaths = std::move(paths);
+    view->places = std::move(found);
+    view->suggestions->show();
     view->refresh();
 }
 
 void FolderManagerView::refresh() {
-    const auto page = folderManagerPage({.isFirstSetup = isFirst,
-                                         .access = model.folderAccess(),
-                                         .recommendedPaths = recommendedPaths});
+    auto& access = model.folderAccess();
+    const auto page = folderManagerPage(
+        {.isFirstSetup = isFirst, .access = access, .recommendedPaths = places.recommended});
     heading->setText(wordsHere(page.heading));
     later->setVisible(isFirst);
     fillRows(page);
+    suggestions->present(developerSuggestions::found(
+        developerSuggestions::locations(), homeOf(access), access.grants(),
+        [this](const std::filesystem::path& path) { return places.existing.contains(path); }));
 }
 
 void FolderManagerView::fillRows(const FolderManagerPage& page) {
@@ -146,6 +166,12 @@ QWidget* FolderManagerView::rowOf(const FolderManagerPage::Row& row) {
     texts->addWidget(path);
     line->addLayout(texts, 1);
     line->addWidget(status);
+    if (row.action == FolderManagerPage::Row::Action::allow) {
+        auto* allowing = new QPushButton(shownText(row.actionLabel));
+        allowing->setAccessibleDescription(QString::fromStdString(row.name));
+        connect(allowing, &QPushButton::clicked, this, [this, row] { monitor(row); });
+        line->addWidget(allowing);
+    }
     // The click itself changes nothing: the row follows what is stored.
     connect(box, &QCheckBox::clicked, this, [this, row, box](bool isOn) {
         box->setChecked(row.isMonitored);
@@ -161,6 +187,10 @@ void FolderManagerView::monitor(const FolderManagerPage::Row& row) {
             return;
         }
     tasks.start(allow(model, {std::filesystem::path(row.path)}, {FolderPurpose::storage}, message));
+}
+
+void FolderManagerView::monitorSuggested(const std::vector<std::filesystem::path>& folders) {
+    tasks.start(allow(model, folders, {FolderPurpose::storage}, message));
 }
 
 void FolderManagerView::stopMonitoring(const FolderManagerPage::Row& row) {

@@ -6,11 +6,15 @@
 
 #include <QPointer>
 #include <QScrollArea>
+#include <filesystem>
+#include <set>
 
 class QLabel;
 class QVBoxLayout;
 
 namespace tidemark {
+
+class DeveloperSuggestionsView;
 
 /// The page on which the user chooses the folders that are observed; also the first set-up.
 class FolderManagerView : public QScrollArea {
@@ -24,23 +28,32 @@ public:
     void begin(bool isFirstSetup);
 
 private:
+    /// What only the disk knows; looked up in the background each time the page is opened.
+    struct Places {
+        /// See `FolderManagerState`.
+        std::vector<std::string> recommended;
+        /// Those of the suggested folders that exist.
+        std::set<std::filesystem::path> existing;
+    };
+
     static QCoro::Task<void> lookUp(QPointer<FolderManagerView> view, TaskScope& tasks);
     void refresh();
     void fillRows(const FolderManagerPage& page);
     QWidget* rowOf(const FolderManagerPage::Row& row);
     void monitor(const FolderManagerPage::Row& row);
+    void monitorSuggested(const std::vector<std::filesystem::path>& folders);
     void stopMonitoring(const FolderManagerPage::Row& row);
     void addFolders();
 
     AppModel& model;
     TaskScope& tasks;
     bool isFirst = false;
-    /// See `FolderManagerState`.
-    std::vector<std::string> recommendedPaths;
+    Places places;
     QLabel* heading;
     QLabel* message;
     QLabel* later;
     QVBoxLayout* rows;
+    DeveloperSuggestionsView* suggestions;
 };
 
 } // namespace tidemark

@@ -31,7 +31,6 @@ constexpr auto elsewhere = std::to_array<std::string_view>({
     preference::historyTimeWindow.name,
     preference::historyCustomWindowDays.name,
     preference::listingTextSize.name,
-    preference::appearanceMode.name,
     preference::configurationHistoryPaths.name,
     preference::memoryFolders.name,
 });

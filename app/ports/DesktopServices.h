@@ -1,0 +1,31 @@
+#pragma once
+
+#include "app/ports/GlobalShortcut.h"
+#include "app/ports/SystemAppearance.h"
+#include "app/ports/TrayHost.h"
+
+#include <memory>
+#include <optional>
+#include <string>
+
+/// What the program with windows needs of the desktop. Each system defines these functions in one
+/// source file.
+namespace tidemark::desktopServices {
+
+/// Whether a window can be opened. Asks the display, so it takes as long as that takes to answer.
+bool hasDisplay();
+
+/// Null where this release has none for the system.
+std::unique_ptr<GlobalShortcut> searchShortcut(GlobalShortcut::Observer observer);
+/// `changed` is called from the event loop: with true when icons can be shown, also when the part
+/// of the desktop that shows them was started again, and with false when they can't any more.
+std::unique_ptr<TrayHost> trayHost(std::function<void(bool isThere)> changed);
+std::unique_ptr<SystemAppearanceSource> appearance(SystemAppearanceSource::Changed changed);
+
+/// The service of the user as which the system started this process; absent for a process that was
+/// started in another way.
+std::optional<std::string> ownService();
+/// Asks the system to start a service of the user, and does not wait for that.
+void startService(const std::string& name);
+
+} // namespace tidemark::desktopServices

@@ -1,0 +1,110 @@
+#include "desktop/DesktopWindows.h"
+
+#include <QApplication>
+
+namespace tidemark {
+
+namespace {
+
+QCoro::Task<void> readInstallations(AppModel& model) {
+    co_await model.imports().previewImport();
+}
+
+} // namespace
+
+DesktopWindows::DesktopWindows(Recorder& used)
+    : recorder(used), viewSettings(recorder.preferences()), appearance(viewSettings),
+      systemAppearance(desktopServices::appearance(
+          [this](const SystemAppearance& system) { appearance.setSystem(system); })),
+      shortcut(desktopServices::searchShortcut), window({.model = recorder.model(),
+                                                         .memory = recorder.memoryHistory(),
+                                                         .viewSettings = viewSettings,
+                                                         .preferences = recorder.preferences(),
+                                                         .sources = sources,
+                                                         .tasks = recorder.tasks()}),
+      tray({.model = recorder.model(), .memory = recorder.memoryHistory()}),
+      search([this] { return recorder.model().history().history(); }, viewSettings),
+      trayHost(desktopServices::trayHost([this](bool isThere) { setTrayHost(isThere); })) {
+    // Decided in `closed`: Qt would end the program while the icon is there.
+    QApplication::setQuitOnLastWindowClosed(false);
+    connect(qApp, &QGuiApplication::lastWindowClosed, this, &DesktopWindows::closed);
+    connect(qApp, &QGuiApplication::applicationStateChanged, this,
+            [this](Qt::ApplicationState state) {
+                if (state == Qt::ApplicationActive)
+                    recorder.application().post(notification::applicationDidBecomeActive);
+            });
+    connect(&shortcut, &SearchShortcut::pressed, this, &DesktopWindows::showSearch);
+    connect(&search, &SearchPanelView::eventChosen, this, [this](const Shared<Event>& event) {
+        showWindow();
+        recorder.model().history().openEvent(event);
+    });
+    connectWindow();
+    connectTray();
+    recorder.requests().showWindow = [this] { showWindow(); };
+    recorder.requests().showSearch = [this] { showSearch(); };
+}
+
+void DesktopWindows::connectWindow() {
+    connect(&window, &WorkspaceWindow::settingsRequested, this, &DesktopWindows::showSettings);
+    connect(&window, &WorkspaceWindow::searchPanelRequested, this, &DesktopWindows::showSearch);
+}
+
+void DesktopWindows::connectTray() {
+    connect(&tray, &TrayCompanion::searchRequested, this, &DesktopWindows::showSearch);
+    connect(&tray, &TrayCompanion::windowRequested, this, &DesktopWindows::showWindow);
+    connect(&tray, &TrayCompanion::placeChosen, this, &DesktopWindows::showWindow);
+    connect(&tray, &TrayCompanion::quitRequested, qApp, &QCoreApplication::quit);
+}
+
+void DesktopWindows::setTrayHost(bool isThere) {
+    const bool wasShown = tray.isShown();
+    tray.setHost(isThere);
+    if (wasShown && !isThere && !window.isVisible())
+        showWindow();
+}
+
+void DesktopWindows::closed() {
+    if (!tray.isShown() && !window.isVisible())
+        QCoreApplication::quit();
+}
+
+void DesktopWindows::showWindow() {
+    bringForward(window);
+}
+
+void DesktopWindows::showSearch() {
+    search.open();
+}
+
+void DesktopWindows::showSettings() {
+    if (!settings) {
+        settings =
+            std::make_unique<SettingsView>(SettingsView::Uses{.model = recorder.model(),
+                                                              .memory = recorder.memoryHistory(),
+                                                              .preferences = recorder.preferences(),
+                                                              .viewSettings = viewSettings,
+                                                              .sources = sources,
+                                                              .shortcut = shortcut,
+                                                              .login = nullptr,
+                                                              .tasks = recorder.tasks()});
+        connect(settings.get(), &SettingsView::foldersRequested, this, [this] {
+            window.manageFolders();
+            showWindow();
+        });
+        connect(settings.get(), &SettingsView::searchRequested, this, &DesktopWindows::showSearch);
+        connect(settings.get(), &SettingsView::importRequested, this, [this] {
+            recorder.tasks().start(readInstallations(recorder.model()));
+            showWindow();
+        });
+    }
+    bringForward(*settings);
+}
+
+void DesktopWindows::bringForward(QWidget& widget) {
+    widget.setWindowState(widget.windowState() & ~Qt::WindowMinimized);
+    widget.show();
+    widget.raise();
+    widget.activateWindow();
+}
+
+} // namespace tidemark

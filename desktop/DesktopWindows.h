@@ -1,0 +1,54 @@
+#pragma once
+
+#include "app/ports/DesktopServices.h"
+#include "app/search/SearchShortcut.h"
+#include "app/settings/ViewSettings.h"
+#include "recorder/Recorder.h"
+#include "views/base/Appearance.h"
+#include "views/search/SearchPanelView.h"
+#include "views/settings/SettingsView.h"
+#include "views/tray/TrayCompanion.h"
+#include "views/workspace/WorkspaceWindow.h"
+
+#include <QObject>
+#include <memory>
+#include <optional>
+
+namespace tidemark {
+
+/// The windows of the program and the icon beside the clock, and how one opens the other. While the
+/// icon is there, the program goes on without a window; without it, closing the last window ends
+/// the program, and a window is opened when the icon goes while none is. Main thread only.
+class DesktopWindows : public QObject {
+    Q_OBJECT
+
+public:
+    /// `recorder` outlives it.
+    explicit DesktopWindows(Recorder& recorder);
+
+    void showWindow();
+    void showSearch();
+    void showSettings();
+
+private:
+    void connectWindow();
+    void connectTray();
+    void setTrayHost(bool isThere);
+    void closed();
+    static void bringForward(QWidget& widget);
+
+    Recorder& recorder;
+    const SettingSources sources = Recorder::sources();
+    ViewSettings viewSettings;
+    Appearance appearance;
+    const std::unique_ptr<SystemAppearanceSource> systemAppearance;
+    SearchShortcut shortcut;
+    WorkspaceWindow window;
+    TrayCompanion tray;
+    SearchPanelView search;
+    /// Made when it is opened for the first time.
+    std::unique_ptr<SettingsView> settings;
+    const std::unique_ptr<TrayHost> trayHost;
+};
+
+} // namespace tidemark

@@ -1,0 +1,42 @@
+#include "app/base/AppClock.h"
+#include "app/ports/DesktopServices.h"
+#include "recorder/Commands.h"
+#include "recorder/NoOptions.h"
+#include "recorder/Recorder.h"
+#include "recorder/TypedInvocation.h"
+
+namespace tidemark {
+
+namespace {
+
+/// How long a client may take to read the answer.
+constexpr double answerSeconds = 2;
+
+/// Calls `end` when the client has the answer, which it shows by leaving.
+QCoro::Task<void> endAfterAnswer(Recorder& recorder, std::function<void()> end,
+                                 std::stop_token departed) {
+    const auto hold = recorder.tasks().hold();
+    co_await AppClock::system().sleep(answerSeconds, std::move(departed), AppClock::Slack::none);
+    end();
+}
+
+QCoro::Task<std::string> handOver(CommandContext& context, const NoOptions&) {
+    auto& recorder = context.recorder;
+    if (!recorder.requests().handOver)
+        throw Error("No recorder without a window is running.");
+    recorder.tasks().start(endAfterAnswer(recorder, recorder.requests().handOver, context.stop));
+    co_return desktopServices::ownService().value_or("");
+}
+
+} // namespace
+
+Command commands::handOver() {
+    return makeCommand<NoOptions, &tidemark::handOver>({
+        .name = "hand-over",
+        .group = CommandGroup::recording,
+        .summary = "End a recorder that runs without a window, for one that has windows",
+        .details = "Prints the name of the service that it was, if any.",
+    });
+}
+
+} // namespace tidemark

@@ -1,0 +1,97 @@
+#include "views/settings/SettingsView.h"
+
+#include "app/preferences/PreferenceKeys.h"
+#include "tests/app/support/ModelFixture.h"
+
+#include <QAccessible>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+
+using namespace tidemark;
+
+namespace {
+
+struct Settings : test::ModelFixture {
+    Settings()
+        : memory({.url = data / "memory-history.json",
+                  .preferences = preferences,
+                  .workspaceCenter = workspace}),
+          viewSettings(preferences),
+          shortcut([](const GlobalShortcut::Observer&) { return nullptr; }) {}
+
+    void open() {
+        start();
+        view.emplace(SettingsView::Uses{*model, memory, preferences, viewSettings, sources,
+                                        shortcut, nullptr, tasks});
+        view->show();
+        test::settle();
+    }
+    template <class Widget>
+    Widget& named(const char* text) {
+        for (auto* each : view->findChildren<Widget*>())
+            if (const auto* interface = QAccessible::queryAccessibleInterface(each);
+                interface->text(QAccessible::Name) == QString::fromUtf8(text))
+                return *each;
+        throw std::runtime_error(text);
+    }
+    bool shows(const char* text) {
+        for (auto* label : view->findChildren<QLabel*>())
+            if (label->isVisibleTo(&*view) && label->text().contains(QString::fromUtf8(text)))
+                return true;
+        return false;
+    }
+
+    MemoryHistoryService memory;
+    ViewSettings viewSettings;
+    SearchShortcut shortcut;
+    const SettingSources sources{{SettingSource::network, SettingSource::windows}};
+    TaskScope tasks;
+    std::optional<SettingsView> view;
+};
+
+} // namespace
+
+TEST_F(Settings, ApplyAtOnceAndFollowWhatOthersChange) {
+    open();
+    auto& network = named<QCheckBox>("Network connection changes");
+    ASSERT_TRUE(network.isChecked());
+    network.click();
+    test::settle();
+    EXPECT_FALSE(read(preferences, preference::networkHistoryEnabled));
+    EXPECT_FALSE(network.isChecked());
+    preferences.set(preference::networkHistoryEnabled.name, true);
+    test::settle();
+    EXPECT_TRUE(network.isChecked());
+
+    EXPECT_TRUE(shows("Next capture due"));
+    auto& schedule = named<QComboBox>("Automatic captures");
+    schedule.setCurrentIndex(schedule.findData(QStringLiteral("manual")));
+    Q_EMIT schedule.activated(schedule.currentIndex());
+    test::settle();
+    EXPECT_TRUE(shows("Use Check Now to capture manually."));
+    EXPECT_FALSE(shows("Next capture due"));
+    // The row that took the place of another was made anew, and so was the control.
+    EXPECT_EQ(named<QComboBox>("Automatic captures").currentData(), QStringLiteral("manual"));
+
+    named<QPushButton>("Pause recording").click();
+    test::settle();
+    EXPECT_FALSE(state().canRecord());
+    EXPECT_NO_THROW(named<QPushButton>("Resume recording"));
+}
+
+TEST_F(Settings, SayWhyAControlCantWork) {
+    open();
+    EXPECT_FALSE(named<QCheckBox>("Bluetooth activity").isEnabled());
+    EXPECT_TRUE(shows("This release can’t follow Bluetooth on this system."));
+    EXPECT_FALSE(shows("Full Disk Access"));
+    EXPECT_FALSE(shows("Login"));
+    for (auto* widget : view->findChildren<QWidget*>())
+        if (widget->isVisible() && !widget->focusProxy() && widget->focusPolicy() & Qt::TabFocus) {
+            const auto* interface = QAccessible::queryAccessibleInterface(widget);
+            EXPECT_FALSE(interface->text(QAccessible::Name).isEmpty())
+                << widget->metaObject()->className();
+        }
+}

@@ -1,0 +1,84 @@
+#include "app/settings/SettingsPage.h"
+#include "core/presentation/MenuContent.h"
+#include "core/presentation/Toolbar.h"
+#include "tests/app/support/MemoryPreferences.h"
+#include "views/translations/CoreTexts.h"
+
+#include <QFile>
+#include <QXmlStreamReader>
+#include <algorithm>
+#include <map>
+#include <set>
+
+#include <gtest/gtest.h>
+
+using namespace tidemark;
+
+namespace {
+
+/// The fixed texts of what windows show most.
+std::vector<std::string> shownTexts() {
+    std::vector<std::string> texts;
+    const test::MemoryPreferences preferences;
+    const SettingSources sources{{}};
+    for (const auto& section : settingsPage({.preferences = preferences, .sources = sources})) {
+        texts.push_back(section.heading);
+        for (const auto& group : section.groups) {
+            texts.push_back(group.heading);
+            for (const auto& row : group.rows) {
+                texts.push_back(row.label);
+                for (const auto& option : row.options)
+                    texts.push_back(option.label);
+            }
+        }
+    }
+    const std::vector<Shared<Event>> none;
+    for (const auto& entry :
+         menuContent({.status = "Recording", .timeline = none, .history = none}))
+        texts.push_back(entry.label);
+    for (const auto& action : toolbarActions({})) {
+        texts.push_back(action.label);
+        texts.push_back(action.help);
+    }
+    return texts;
+}
+
+/// Put together from parts, so that there is no translation.
+bool isComposed(const std::string& text) {
+    return text.empty() || text.starts_with("Listing text: ")
+           || text.starts_with("Next capture due: ");
+}
+
+/// The texts of a catalogue, each with whether it is translated.
+std::map<std::string, bool> catalogue(const QString& path) {
+    QFile file(path);
+    EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << path.toStdString();
+    QXmlStreamReader xml(&file);
+    std::map<std::string, bool> texts;
+    std::string source;
+    while (!xml.atEnd()) {
+        if (xml.readNext() != QXmlStreamReader::StartElement)
+            continue;
+        if (xml.name() == QLatin1String("source")) {
+            source = xml.readElementText().toStdString();
+        } else if (xml.name() == QLatin1String("translation")) {
+            const bool isFinished = !xml.attributes().hasAttribute(QStringLiteral("type"));
+            texts[source] = isFinished && !xml.readElementText().isEmpty();
+        }
+    }
+    return texts;
+}
+
+} // namespace
+
+TEST(Translations, HaveEveryText) {
+    const auto texts =
+        catalogue(QStringLiteral(TIDEMARK_ROOT "/views/translations/tidemark_de.ts"));
+    for (const auto& [source, isTranslated] : texts)
+        EXPECT_TRUE(isTranslated) << source;
+    for (const char* text : coreTexts())
+        EXPECT_TRUE(texts.contains(text)) << text << " (make translations)";
+    const std::set<std::string> known(coreTexts().begin(), coreTexts().end());
+    for (const auto& text : shownTexts())
+        EXPECT_TRUE(isComposed(text) || known.contains(text)) << text << " (CoreTexts.cpp)";
+}

@@ -1,0 +1,36 @@
+#pragma once
+
+#include "app/ports/SystemAppearance.h"
+#include "app/settings/ViewSettings.h"
+
+#include <QObject>
+#include <QPalette>
+
+namespace tidemark {
+
+/// Gives all windows light or dark colours, as the user chose in the settings or for the whole
+/// desktop, and icons that can be seen on them. A palette that the desktop itself gives to programs
+/// stays as it is when it fits that choice.
+class Appearance : public QObject {
+    Q_OBJECT
+
+public:
+    /// Made after the application object of Qt. `used` outlives it.
+    explicit Appearance(const ViewSettings& used);
+
+    void setSystem(const SystemAppearance& appearance);
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void apply();
+    void chooseIcons();
+
+    const ViewSettings& settings;
+    SystemAppearance system;
+    /// The palette of the desktop is in use, and no other.
+    bool isOfDesktop = true;
+};
+
+} // namespace tidemark

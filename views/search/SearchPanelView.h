@@ -1,0 +1,68 @@
+#pragma once
+
+#include "app/search/HistorySearch.h"
+#include "app/settings/ViewSettings.h"
+#include "core/presentation/SearchPanel.h"
+
+#include <QWidget>
+#include <memory>
+
+class QKeyEvent;
+class QLabel;
+class QLineEdit;
+class QListView;
+class QStackedWidget;
+
+namespace tidemark {
+
+class DimLabel;
+class SearchResultModel;
+
+/// The search panel: a small window without a frame that opens in the middle of the screen and
+/// closes when the user leaves it. The keyboard stays in the text field, whichever part has the
+/// focus: the keys that move the selection go from the field to the list, all others to the field.
+class SearchPanelView : public QWidget {
+    Q_OBJECT
+
+public:
+    SearchPanelView(HistorySearch::History history, const ViewSettings& settings);
+
+    /// Opens with an empty query, also when it is open.
+    void open();
+
+Q_SIGNALS:
+    /// The user chose an event; the panel is closed.
+    void eventChosen(const tidemark::Shared<tidemark::Event>& event);
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+    void changeEvent(QEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    QWidget* makeField();
+    QWidget* makeResults();
+    QWidget* makeHints();
+    void placeOnScreen();
+    void dismiss();
+    void refresh();
+    bool handle(QObject& watched, QKeyEvent& key);
+    std::ptrdiff_t page() const;
+
+    const HistorySearch::History history;
+    const ViewSettings& settings;
+    /// Made anew each time the panel is opened; absent while it is closed.
+    std::unique_ptr<HistorySearch> search;
+    SearchResultModel* results;
+    QLineEdit* field;
+    DimLabel* caption;
+    QListView* list;
+    QStackedWidget* stack;
+    QLabel* emptyTitle;
+    DimLabel* emptyExplanation;
+    /// True once the panel is the active window, so that it can be left.
+    bool wasActive = false;
+};
+
+} // namespace tidemark

@@ -1,0 +1,68 @@
+#pragma once
+
+#include "app/base/TaskScope.h"
+#include "app/memory/MemoryHistoryService.h"
+#include "app/model/AppModel.h"
+#include "app/search/SearchShortcut.h"
+#include "app/settings/LoginLaunchController.h"
+#include "app/settings/SettingsPage.h"
+#include "app/settings/ViewSettings.h"
+
+#include <QScrollArea>
+#include <QTimer>
+
+class QVBoxLayout;
+
+namespace tidemark {
+
+class SettingsRowView;
+
+/// All settings on one page, in a window of its own. It lays out `settingsPage`; every control
+/// applies at once.
+class SettingsView : public QScrollArea {
+    Q_OBJECT
+
+public:
+    /// All of it outlives the view.
+    struct Uses {
+        AppModel& model;
+        MemoryHistoryService& memory;
+        Preferences& preferences;
+        ViewSettings& viewSettings;
+        const SettingSources& sources;
+        SearchShortcut& shortcut;
+        /// Null where the program can't be started at login.
+        LoginLaunchController* login;
+        /// What the commands run in.
+        TaskScope& tasks;
+    };
+
+    explicit SettingsView(const Uses& used);
+
+Q_SIGNALS:
+    void foldersRequested();
+    void searchRequested();
+    void importRequested();
+
+private:
+    std::vector<SettingsSection> pageNow() const;
+    void refresh();
+    void build(const std::vector<SettingsSection>& page);
+    void connectRow(SettingsRowView& row);
+    void carryOut(const SettingsRow& row);
+    void store(std::string_view key, const PreferenceValue& value);
+    void addConfigurationFiles();
+    void removeConfigurationFile(const std::string& path);
+    void clearClipboard();
+    void report(const QString& failure);
+
+    const Uses uses;
+    /// One refresh for all changes of one turn of the event loop.
+    QTimer refreshing;
+    QVBoxLayout* column;
+    std::vector<SettingsRowView*> rows;
+    /// The rows without their texts and values: what they consist of.
+    std::vector<std::string> shape;
+};
+
+} // namespace tidemark

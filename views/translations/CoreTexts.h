@@ -1,0 +1,11 @@
+#pragma once
+
+#include <span>
+
+namespace tidemark {
+
+/// The fixed texts of the core that windows show, in the words of this system, so that they can be
+/// translated: the core has no translations itself, and `shownText` looks its texts up.
+std::span<const char* const> coreTexts();
+
+} // namespace tidemark
