@@ -60,7 +60,7 @@ TEST(StandardRoots, NoneLiesInAnotherOrInAFolderThatIsEmptiedByARestart) {
               pathsOf(StandardRoots::applications(places("", {}))));
 }
 
-TEST(StandardRoots, AFolderStandsForAllOfItsPurposeOrForItselfWithItsFamily) {
+TEST(StandardRoots, AFolderRepresentsAllOfItsPurposeOrOnlyItself) {
     const TemporaryFolder folder;
     folder.makeFolder("etc/systemd/system");
     folder.makeFolder("home/me/units");

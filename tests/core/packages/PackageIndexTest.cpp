@@ -123,7 +123,7 @@ TEST(PackageIndex, FindsOwnersInEachKindOfDatabase) {
     }
 }
 
-TEST(PackageIndex, CantTellFromADatabaseThatIsDamagedOrBusy) {
+TEST(PackageIndex, ReportsTheOwnerAsUnknownIfADatabaseIsDamagedOrBusy) {
     const std::string status = dpkgStatus;
     const std::string header = harborHeader();
     struct Case {
@@ -208,7 +208,7 @@ TEST(PackageIndex, ReadsADatabaseAgainOnlyWhenItChanged) {
     EXPECT_EQ(machine.owner(entry), "?");
 }
 
-TEST(PackageIndex, TakesNothingInAnRpmHeaderOnTrust) {
+TEST(PackageIndex, ChecksTheBoundsOfADamagedRpmHeader) {
     const std::string header = harborHeader();
     const auto everything = [](std::string_view bytes) {
         if (const auto parsed = RpmHeader::parse(bytes))
@@ -226,7 +226,7 @@ TEST(PackageIndex, TakesNothingInAnRpmHeaderOnTrust) {
     }
 }
 
-TEST(PackageIndex, TellsTheProgramsVersionFromTheDistributions) {
+TEST(PackageIndex, FindsTheVersionOfTheProgramInThatOfThePackage) {
     const std::pair<const char*, const char*> cases[] = {
         {"1:2.36-8+deb12u1", "2.36"}, {"115.0", "115.0"},       {"2.4~rc1-1-3", "2.4~rc1-1"},
         {"v1:2-1", "v1:2"},           {"20240501", "20240501"}, {"-1", ""},
