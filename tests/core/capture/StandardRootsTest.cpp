@@ -78,8 +78,6 @@ TEST(StandardRoots, AFolderRepresentsAllOfItsPurposeOrOnlyItself) {
 
     const std::pair<const char*, RootFamily> alone[] = {
         {"/home/me/units", RootFamily::userUnits},
-        {"/backup/etc/systemd/system", RootFamily::systemUnits},
-        {"/backup/cron.daily", RootFamily::cronScripts},
         {"/etc/xdg/autostart", RootFamily::autostart},
         {"/opt/autostarted", RootFamily::any},
     };
@@ -87,6 +85,13 @@ TEST(StandardRoots, AFolderRepresentsAllOfItsPurposeOrOnlyItself) {
         EXPECT_EQ(StandardRoots::backgroundFor(path, Kind::daemon, machine),
                   (std::vector{BackgroundRoot{path, Kind::daemon, family}}))
             << path;
+    for (const auto& roots : {StandardRoots::agents(machine), StandardRoots::daemons(machine)})
+        for (const auto& root : roots)
+            EXPECT_EQ(
+                StandardRoots::backgroundRoot("/backup" + root.path.native(), root.kind, machine)
+                    .family,
+                root.family)
+                << root.path;
     EXPECT_EQ(StandardRoots::applicationRoot("/opt/Applications", machine).family,
               RootFamily::ownApplications);
 }
