@@ -64,11 +64,11 @@ bool representsOthers(const FolderGrant& grant) {
     const auto places = StandardRoots::Places::current();
     const fs::path folder = grant.path;
     return (grant.purposes.contains(FolderPurpose::applications)
-            && StandardRoots::standsForApplications(folder, places))
+            && StandardRoots::representsApplications(folder, places))
            || (grant.purposes.contains(FolderPurpose::launchAgents)
-               && StandardRoots::standsForBackground(folder, Kind::agent, places))
+               && StandardRoots::representsBackground(folder, Kind::agent, places))
            || (grant.purposes.contains(FolderPurpose::launchDaemons)
-               && StandardRoots::standsForBackground(folder, Kind::daemon, places));
+               && StandardRoots::representsBackground(folder, Kind::daemon, places));
 }
 
 bool isMissing(const fs::path& folder) {

@@ -18,7 +18,7 @@ public:
     /// By the links that the machine has among its folders of programs.
     static ProgramPaths of(const MachineFiles& machine);
 
-    /// The path with its first folders as they are without links; other texts stay as they are.
+    /// The path with a link among its first folders resolved; other texts are unchanged.
     std::string normalised(std::string_view program) const;
 
 private:

@@ -53,8 +53,8 @@ std::filesystem::path folderOfAgents(const Places& places);
 std::filesystem::path folderOfDaemons(const Places& places);
 
 /// True when `folder` represents all standard roots of a purpose.
-bool standsForApplications(const std::filesystem::path& folder, const Places& places);
-bool standsForBackground(const std::filesystem::path& folder, BackgroundItem::Kind kind,
-                         const Places& places);
+bool representsApplications(const std::filesystem::path& folder, const Places& places);
+bool representsBackground(const std::filesystem::path& folder, BackgroundItem::Kind kind,
+                          const Places& places);
 
 } // namespace tidemark::StandardRoots

@@ -189,24 +189,24 @@ BackgroundRoot backgroundRoot(const fs::path& folder, Kind kind, const Places& p
     return {folder, kind, standard ? standard->family : familyByName(backgroundFamilies, folder)};
 }
 
-bool standsForApplications(const fs::path& folder, const Places& places) {
+bool representsApplications(const fs::path& folder, const Places& places) {
     return isSame(folder, folderOfApplications(places), places);
 }
 
-bool standsForBackground(const fs::path& folder, Kind kind, const Places& places) {
+bool representsBackground(const fs::path& folder, Kind kind, const Places& places) {
     if (kind == Kind::daemon)
         return isSame(folder, folderOfDaemons(places), places);
     return isSame(folder, ownAutostart(places), places) || isSame(folder, sharedAutostart, places);
 }
 
 std::vector<ApplicationRoot> applicationsFor(const fs::path& folder, const Places& places) {
-    if (standsForApplications(folder, places))
+    if (representsApplications(folder, places))
         return applications(places);
     return {applicationRoot(folder, places)};
 }
 
 std::vector<BackgroundRoot> backgroundFor(const fs::path& folder, Kind kind, const Places& places) {
-    if (standsForBackground(folder, kind, places))
+    if (representsBackground(folder, kind, places))
         return kind == Kind::agent ? agents(places) : daemons(places);
     return {backgroundRoot(folder, kind, places)};
 }

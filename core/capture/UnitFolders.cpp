@@ -162,8 +162,8 @@ void UnitFoldersReader::readLink(const FolderEntry& entry, std::size_t folder) {
         found.enablements[name].push_back({entry.path, /*isOfDistribution=*/false});
 }
 
-/// By the folder itself: on most machines /lib/systemd/system and /usr/lib/systemd/system are one,
-/// and links use either name.
+/// Compares folders with links resolved: on most machines /lib/systemd/system and
+/// /usr/lib/systemd/system are one folder, and units are linked by either path.
 bool UnitFoldersReader::isInSearchPath(const fs::path& folder) {
     const auto known = knownFolders.find(folder);
     if (known != knownFolders.end())

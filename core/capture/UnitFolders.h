@@ -34,7 +34,7 @@ struct UnitFolders {
         std::string name;
         bool isMask = false;
         std::optional<KeyFile> content{};
-        /// True for a link that is not a mask. Its target is not read.
+        /// The text of a link that is not a mask, whose target is not read; empty for a file.
         std::string linkText{};
     };
     /// A link that enables a unit: one in a folder such as "multi-user.target.wants", or one by

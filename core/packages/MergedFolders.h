@@ -9,12 +9,12 @@
 namespace tidemark {
 
 /// On most machines /bin, /lib and their like are links to the folders of that name in /usr, while
-/// packages go on to list files by either path (file-hierarchy(7)).
+/// packages list files by either path (file-hierarchy(7)).
 class MergedFolders {
 public:
     explicit MergedFolders(const MachineFiles& machine);
 
-    /// A listed path as the file's path without links.
+    /// The path without links of a file that a list names.
     std::string canonical(std::string_view path) const;
     /// The paths by which a list may name a folder, itself first.
     std::vector<std::string> spellings(std::string_view folder) const;
