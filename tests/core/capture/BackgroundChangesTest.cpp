@@ -33,7 +33,7 @@ std::string entry(const std::string& more) {
     return "[Desktop Entry]\nType=Application\nName=Files\nExec=/usr/bin/files --scan\n" + more;
 }
 
-/// A machine with one of everything that starts by itself.
+/// A machine with at least one background item of each kind.
 struct Machine : MadeUpMachine {
     Machine() {
         write(vendor + "ssh.service", sshd);

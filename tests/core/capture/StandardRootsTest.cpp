@@ -53,7 +53,7 @@ TEST(StandardRoots, NoneLiesInAnotherOrInAFolderThatIsEmptiedByARestart) {
             return isBelow(root, each);
         })) << root;
     }
-    // What moves folders here says nothing of another machine.
+    // The variables of this process don't apply to another machine.
     const TemporaryFolder other;
     EXPECT_EQ(pathsOf(StandardRoots::applications(
                   places(other.path(), {{"XDG_DATA_DIRS", "/opt/share"}}))),
