@@ -12,10 +12,10 @@ namespace tidemark {
 
 class Recorder;
 
-/// The folders to monitor after the first start: all recommended ones for `recommended`, none for
-/// `none`. Without `setup` it lists the readable folders on the terminal and asks; without a
-/// terminal it prints that the folders are still to be chosen. Absent when they were chosen before,
-/// are left to `tidemark folders`, or `stop` was requested.
+/// The folders to monitor after the first start. If `setup` is `recommended`, all recommended ones;
+/// if it is `none`, none. Without `setup` it lists the readable folders on the terminal and asks;
+/// without a terminal it prints that no folders have been chosen yet. Absent when they were chosen
+/// before, when the user is to choose them with `tidemark folders`, and when `stop` was requested.
 std::optional<std::vector<RecommendedFolder>>
 firstSetup(Recorder& recorder, std::optional<SetupChoice> setup, const std::stop_token& stop);
 

@@ -13,7 +13,7 @@ namespace tidemark {
 /// Main thread only.
 class FolderChange {
 public:
-    /// Throws `Error` while another change is being made: two at once would end each other's.
+    /// Throws `Error` while another change is being made, since the end of one would end both.
     explicit FolderChange(const CommandContext& context);
     ~FolderChange();
     FolderChange(const FolderChange&) = delete;

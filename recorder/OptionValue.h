@@ -63,8 +63,8 @@ struct OptionValue<FilePath> {
     static void check(const FilePath& path) { path.check(); }
 };
 
-/// Accepts the stored texts and aliases in any letter case. A stored text that names another system
-/// is offered in the words of this one.
+/// Accepts the stored texts and aliases in any letter case. If a stored text names another system,
+/// the help lists it in the words of this system, and both forms are accepted.
 template <json::TextEnumeration E>
 struct OptionValue<E> {
     static constexpr std::string_view valueName = "NAME";

@@ -63,7 +63,7 @@ public:
     [[nodiscard]] Token observe(Notification notification, Callback callback);
 
     /// Calls the observers in the order in which they were added. An observer that is removed
-    /// during the call is not called any more, one that is added is not called yet.
+    /// during the call is not called any more; one that is added is called from the next call on.
     void post(Notification notification);
 
 private:

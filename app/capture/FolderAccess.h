@@ -74,7 +74,7 @@ public:
     /// settings. True when a folder was added.
     QCoro::Task<bool> restoreRecommendedAccessAfterRestart(Check check = {});
 
-    /// Ends all running waits for folders: those that have not responded are unavailable.
+    /// Stops waiting for folders. Those that have not responded yet count as unavailable.
     void stopWaiting();
 
 private:

@@ -34,7 +34,8 @@ struct Roots {
     std::vector<BackgroundRoot> background{};
     std::vector<fs::path> storage{};
 
-    /// Blocks: it resolves links to see which family the folder stands for.
+    /// Blocks, since it resolves links to find out whether the folder represents all standard roots
+    /// of its purpose.
     static Roots of(const fs::path& url, FolderPurpose purpose) {
         const auto places = StandardRoots::Places::current();
         switch (purpose) {
@@ -57,17 +58,17 @@ struct Roots {
     }
 };
 
-/// Whether a grant stands for a family of folders. Its own folder may then be missing: it counts as
-/// empty, and the others are read.
-bool standsForOthers(const FolderGrant& grant) {
+/// Whether the folder of a grant represents all standard roots of a purpose. It may then be missing
+/// itself: it counts as empty, and the others are read.
+bool representsOthers(const FolderGrant& grant) {
     const auto places = StandardRoots::Places::current();
     const fs::path folder = grant.path;
     return (grant.purposes.contains(FolderPurpose::applications)
-            && StandardRoots::standsForApplications(folder, places))
+            && StandardRoots::representsApplications(folder, places))
            || (grant.purposes.contains(FolderPurpose::launchAgents)
-               && StandardRoots::standsForBackground(folder, Kind::agent, places))
+               && StandardRoots::representsBackground(folder, Kind::agent, places))
            || (grant.purposes.contains(FolderPurpose::launchDaemons)
-               && StandardRoots::standsForBackground(folder, Kind::daemon, places));
+               && StandardRoots::representsBackground(folder, Kind::daemon, places));
 }
 
 bool isMissing(const fs::path& folder) {
@@ -124,7 +125,7 @@ std::vector<Bookmarked> bookmarked(const BookmarkOperations& operations, const F
 struct FolderAccess::Opened {
     FolderGrant grant;
     std::optional<fs::path> url;
-    /// Why the folder could not be started.
+    /// Why access to the folder could not be started.
     std::optional<std::string> failure;
     /// The new bookmark, if the old one is stale.
     std::optional<Bookmarked> fresh;
@@ -144,7 +145,7 @@ struct FolderAccess::Opened {
         }
         result.url = resolved.url;
         result.failure = resolved.failure;
-        if (result.failure && isMissing(resolved.url) && standsForOthers(grant))
+        if (result.failure && isMissing(resolved.url) && representsOthers(grant))
             result.failure.reset();
         else if (!result.failure)
             result.start(operations, resolved);

@@ -135,7 +135,7 @@ QCoro::Task<void> FolderAccess::enableReadableRecommended(std::vector<Recommende
         for (const auto& folder : folders) {
             const auto found = std::ranges::find(tested, folder.url, &Tested::named);
             const bool isReal = found != tested.end() && found->canonical == path;
-            if (folder.standsForFamily && (isReal || folder.url == path))
+            if (folder.representsFamily && (isReal || folder.url == path))
                 return FolderPurposes{folder.purpose};
             if (folder.url == path)
                 purposes.insert(folder.purpose);

@@ -22,7 +22,7 @@ struct RecommendedFolder {
     bool isGuardedBySystem = false;
     /// It is read for its purpose only, and with it all folders that the system has for that
     /// purpose (`StandardRoots`), which need not be chosen one by one.
-    bool standsForFamily = false;
+    bool representsFamily = false;
 
     /// The recommended folders of this system, in the order in which they are offered.
     static std::vector<RecommendedFolder>

@@ -58,8 +58,8 @@ public:
     /// throw, like `start`.
     QCoro::Task<void> openHistory();
     /// Like `start`, for a program that takes one capture and ends: starts no schedule and no live
-    /// services. Some of these do something only once per history, which has to be done by a
-    /// recorder that keeps running.
+    /// services. Some of these do something only once in the lifetime of a history, and that has to
+    /// be left to a recorder that keeps running.
     QCoro::Task<void> startForOneCapture();
     /// Waits for the first reading of the history to end, in whatever way, and for a `start` that
     /// has not been called yet. Returns at once when the history has been read, when it can't be

@@ -6,7 +6,7 @@
 
 namespace tidemark {
 
-/// What the import view and the command line say around an import.
+/// The texts of the import view and of the command line about an import.
 namespace importText {
 
 inline constexpr std::string_view title = "A little history to start with";

@@ -162,7 +162,7 @@ inline constexpr TextKey memoryExcludedApps{
     {"memoryExcludedApps", "", "Identifiers of applications whose clips are not kept, with commas"},
     &detail::passwordManagers};
 
-/// All keys. "privateUntil" is not among them: it is of an earlier release and only removed.
+/// All keys, except "privateUntil", which earlier releases stored and which is only removed.
 inline constexpr auto all = std::to_array<AnyPreferenceKey>({
     recordingMode,
     needsRecordingBaseline,

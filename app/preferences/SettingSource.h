@@ -22,12 +22,12 @@ enum class SettingSource {
     windows,
 };
 
-/// The sources that this program has on this system. It is made where they are connected, so that a
-/// setting does not offer a source that does not exist.
+/// The sources that this program has on this system. The object is created where the sources are
+/// connected, so that a setting does not offer a source that does not exist.
 class SettingSources {
 public:
-    /// Sources that are not in `available` are missing; `why` has the reason as a sentence, where
-    /// it is another than that this release has none.
+    /// Sources that are not in `available` are missing. `why` has the reason as a sentence; without
+    /// one, `absence` says that this release has no such source on this system.
     explicit SettingSources(std::set<SettingSource> available,
                             std::map<SettingSource, std::string> why = {})
         : available(std::move(available)), why(std::move(why)) {}

@@ -49,8 +49,8 @@ using IsDirectory = std::function<bool(const std::filesystem::path&)>;
 std::filesystem::path homeOf(const std::vector<RecommendedFolder>& recommended,
                              const std::filesystem::path& home);
 
-/// Those of `places` that are directories. Asks the disk through `isDirectory`, so call it where
-/// that may take time.
+/// Those of `places` that are directories. `isDirectory` reads the disk, so call this function
+/// in the background.
 std::vector<DeveloperFolderSuggestion> found(std::span<const Location> places,
                                              const std::filesystem::path& home,
                                              const std::vector<FolderGrant>& grants,

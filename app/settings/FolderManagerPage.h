@@ -9,8 +9,8 @@
 
 namespace tidemark {
 
-/// The page on which the user chooses what is observed, which is also the first set-up. Values in
-/// the words of this system, but for the constants, which are shown through `systemWords::shown`.
+/// The page on which the user chooses what is observed, which is also the first set-up. The
+/// values are in the words of this system; the constants have to pass `systemWords::shown`.
 struct FolderManagerPage {
     static constexpr std::string_view explanation =
         "Choose what Tidemark observes. Everything stays on this Mac.";
@@ -67,8 +67,8 @@ struct StopMonitoring {
     static std::string title(std::string_view name);
 };
 
-/// The panel that leads to the permission of the system to read every folder. A system that has
-/// none shows none of it: its texts are empty there.
+/// The panel that helps the user to allow the program, in the settings of the system, to read all
+/// folders. All texts are empty on a system without such a permission.
 struct DiskAccessPanel {
     std::string steps;
     std::string scope;

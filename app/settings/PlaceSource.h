@@ -5,7 +5,8 @@
 
 namespace tidemark {
 
-/// Why nothing can come to a place on this system, as a sentence; absent where something can.
+/// Why a place of the sidebar is always empty on this system, as a sentence; absent for a place
+/// that can have events.
 std::optional<std::string> absentSourceOf(WorkspaceDestination place,
                                           const SettingSources& sources);
 

@@ -1,5 +1,4 @@
 #include "cli/Console.h"
-#include "recorder/Interruption.h"
 #include "cli/OutputFile.h"
 #include "cli/ProgressLine.h"
 #include "cli/TerminalCommands.h"
@@ -11,6 +10,7 @@
 #include "core/capture/SystemObserver.h"
 #include "core/storage/ComponentStorageScanner.h"
 #include "core/system/SystemFacts.h"
+#include "recorder/Interruption.h"
 #include "recorder/ObservationSummary.h"
 #include "recorder/OwnFiles.h"
 #include "recorder/TypedInvocation.h"
@@ -44,13 +44,13 @@ struct Options {
 
     static constexpr auto fields() {
         constexpr OptionForm folder{.valueName = "DIR"};
-        // What is read of this machine alone.
+        // Options that can't be given with --root: their sources are read only on this machine.
         constexpr OptionForm here{.excludes = "root"};
         constexpr OptionForm folderHere{.excludes = "root", .valueName = "DIR"};
         constexpr OptionForm fileHere{.excludes = "root", .valueName = "FILE"};
         return std::tuple{
             Option{"root", &Options::root,
-                   "Observe the machine whose root folder is DIR, and not this one", folder},
+                   "Observe the machine whose root folder is DIR instead of this one", folder},
             Option{"applications", &Options::applications, "Folder to search for applications",
                    folder},
             Option{"agents", &Options::agents, "Folder of agent definitions", folder},
@@ -168,8 +168,8 @@ Command commands::observe() {
         .group = CommandGroup::observations,
         .summary = "Take one observation of this machine, or of one mounted elsewhere",
         .details =
-            "With --root, folders are those of that machine, wherever it is mounted, and the\n"
-            "home folder is looked for where that of the user is here. Two such observations\n"
+            "With --root, all folders are given as paths on that machine, and the home folder\n"
+            "is the one with the same path there as the user's here. Two such observations\n"
             "can be compared with each other.\n"
             "Options that take a folder or a --config file can be given several times.\n"
             "Control-C ends the observation early; a second one ends the program.",

@@ -60,7 +60,7 @@ struct Calendar::Implementation {
     }
 
     /// The first second after `from`, up to `until`, at which local time is ahead of UTC by
-    /// `offsetThen`, as it must be at `until`.
+    /// `offsetThen`. That must be the offset at `until`.
     std::int64_t firstWith(std::int64_t offsetThen, std::int64_t from, std::int64_t until) const {
         while (until - from > 1) {
             const std::int64_t middle = std::midpoint(from, until);

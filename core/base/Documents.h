@@ -39,7 +39,7 @@ std::optional<T> readDocument(const std::filesystem::path& file) {
     return bytes ? std::optional(decodeDocument<T>(*bytes, file)) : std::nullopt;
 }
 
-/// A document would be larger than it may be.
+/// A document would exceed the limit of its size.
 class DocumentTooLarge : public FileError {
 public:
     using FileError::FileError;

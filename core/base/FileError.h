@@ -14,7 +14,7 @@ namespace tidemark {
 class FileError : public Error {
 public:
     /// `reason` is the rest of the sentence after the path, with or without a full stop: "is not a
-    /// regular file". `code` is an `errno`, the closest where no system call failed.
+    /// regular file". `code` is an `errno` value, also when no system call failed.
     FileError(std::filesystem::path path, std::string reason, int code = EINVAL);
 
     /// For a failed system call. The sentence is `failure`, such as "could not be read", followed

@@ -69,7 +69,7 @@ template <class T>
 struct Hash<std::optional<T>> {
     std::size_t operator()(const std::optional<T>& value) const { return value ? of(*value) : 1; }
 };
-/// By address: the parts of a value are unified before it, so equal parts are one object.
+/// By address: `unify` is called for the parts of a value first, so equal parts are one object.
 template <class T>
 struct Hash<Shared<T>> {
     std::size_t operator()(const Shared<T>& value) const { return of(value.object().get()); }
@@ -121,7 +121,7 @@ std::size_t of(const T& value) {
 /// hundred applications; with the pool they are in memory once.
 class InternPool {
 public:
-    /// The shared parts of the value must be unified before it.
+    /// Call it for the shared parts of a value before the value itself.
     template <Recurring T>
     void unify(Shared<T>& value) {
         const auto& one = table<T>().insert(recordHash::of(*value), value.object());
@@ -164,8 +164,8 @@ private:
             Pointer value;
         };
 
-        /// The slot where the search begins: the upper bits of a product, as the lower bits of all
-        /// hashes may be equal.
+        /// The slot where the search begins. It is taken from the upper bits of a product, because
+        /// the hashes may differ in their upper bits only.
         std::size_t home(std::size_t hash) const {
             return (hash * 0x9e3779b97f4a7c15U) >> (64 - std::bit_width(slots.size() - 1));
         }
@@ -184,7 +184,7 @@ private:
             }
         }
 
-        /// Their number is a power of two.
+        /// The number of slots is a power of two.
         std::vector<Slot> slots;
         std::size_t used = 0;
     };

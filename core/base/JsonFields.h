@@ -26,13 +26,13 @@
 ///         }
 ///     };
 ///
-/// A member of type `std::optional` or `OptionalShared` may be missing; every other is required,
-/// but for one that repeats:
+/// A member of type `std::optional` or `OptionalShared` may be missing in a document; every other
+/// is required. A `Shared` member may be marked as repeating:
 ///
 ///     Field{"names", &Point::names, Repeats}
 ///
-/// In an array of records, such a member, which is a `Shared`, is left out of every record where it
-/// is the same object as in the record before.
+/// In an array of records, it is then left out of every record where it is the same object as in
+/// the record before.
 /// A `std::variant` of records that each have a `tag` is stored as an object with that one key.
 ///
 /// Two mistakes don't compile: a member that no field describes, which would never be stored, and a
@@ -71,8 +71,8 @@ inline constexpr bool isShared<Shared<T>> = true;
 
 namespace detail {
 
-/// True unless values of the type can't hold text (numbers, enumerations, dates), or are records,
-/// whose fields have a `Privacy` of their own.
+/// False for types that can't hold text (numbers, enumerations, dates), and for records, whose
+/// fields have a `Privacy` of their own.
 template <class T>
 inline constexpr bool mayHoldText = !(std::is_arithmetic_v<T> || std::is_enum_v<T> || Described<T>);
 template <>
@@ -172,9 +172,9 @@ constexpr void requireWhole() {
     using Record = typename std::tuple_element_t<0, Fields>::Record;
     constexpr std::size_t count = std::tuple_size_v<Fields>;
     static_assert(std::is_aggregate_v<Record>,
-                  "the members of a record are counted, which takes one without constructors and "
-                  "private members");
-    static_assert(areDistinct(fields), "a key or a member stands twice in fields()");
+                  "the members of a record are counted, so it must be an aggregate: no "
+                  "constructors, no private members");
+    static_assert(areDistinct(fields), "a key or a member occurs twice in fields()");
     static_assert(!hasMembers<Record, count + 1>,
                   "a member of this record is missing in fields(), so it would never be stored");
     static_assert(hasMembers<Record, count>,

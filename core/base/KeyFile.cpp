@@ -19,7 +19,7 @@ std::string_view withoutBlanks(std::string_view text) {
     return text.substr(start, text.find_last_not_of(blanks) - start + 1);
 }
 
-/// Removes the first line, with its line break, from `rest` and returns it without.
+/// Removes the first line and its line break from `rest` and returns the line.
 std::string_view nextLine(std::string_view& rest) {
     std::string_view line = rest.substr(0, rest.find('\n'));
     rest.remove_prefix(std::min(line.size() + 1, rest.size()));
@@ -45,8 +45,8 @@ std::string_view unindented(std::string_view line) {
     return line.substr(std::min(line.find_first_not_of(blanks), line.size()));
 }
 
-/// Each continued line and what continues it as one line. A comment between them is skipped, and a
-/// backslash at its end has no meaning.
+/// The text with each continued line and the lines that continue it joined into one. Comments
+/// between them are skipped; a backslash at the end of a comment has no meaning.
 std::string joinedLines(std::string_view bytes) {
     std::string joined;
     joined.reserve(bytes.size());

@@ -15,8 +15,8 @@ namespace tidemark {
 ///     [Group]
 ///     Key=value
 ///
-/// as Desktop Entries of the XDG, systemd.syntax(7) and Flatpak's metadata have it. Lines that
-/// begin with "#" or ";" are comments. A key may occur again in a group, and a group again in a
+/// in the syntax of XDG desktop entries, systemd.syntax(7) and Flatpak's metadata. Lines that begin
+/// with "#" or ";" are comments. A key may occur again in a group, and a group again in a
 /// file; both stay in the order of the file. Other lines, and keys before the first group, are
 /// skipped. A key and its value are trimmed.
 class KeyFile {
@@ -35,8 +35,8 @@ public:
 
     enum class Failure {
         tooLarge,
-        /// A NUL byte, or a line that begins like a group and does not end like one or is not
-        /// UTF-8.
+        /// The file has a NUL byte, or a line that begins with "[" but does not end with "]" or is
+        /// not UTF-8.
         malformed,
     };
 
@@ -62,9 +62,8 @@ public:
     /// The texts of all entries of a key, in order.
     std::vector<std::string> values(std::string_view group, std::string_view key) const;
 
-    /// A value of a desktop entry or of Flatpak's metadata with its escapes "\s", "
-    ///
-    /// ", "\t", "\r" and "\\" replaced by the characters that they mean. Other pairs are unchanged.
+    /// A value of a desktop entry or of Flatpak's metadata with its escapes "\s", "\n",
+    /// "\t", "\r" and "\\" replaced by the characters that they mean. Other pairs are unchanged.
     static std::string unescaped(std::string_view value);
 
 private:

@@ -67,7 +67,7 @@ fs::path resolvedBelow(int top, const fs::path& path) {
         }
         const auto folder = openParent(top, resolved / name);
         const std::string text = folder ? linkText(folder->get(), name) : std::string();
-        // A circle of links leads nowhere, like a link that is missing.
+        // Links in a circle count as missing, like a link without a target.
         if (text.empty() || ++links > mostLinks) {
             resolved /= name;
             continue;

@@ -13,11 +13,12 @@ namespace tidemark {
 /// The files of a machine: of the one that the program runs on, or of one whose root folder is
 /// mounted or unpacked somewhere else, such as an image, a container or a backup.
 ///
-/// Every path given here, and every path returned but for `outside`, is one of that machine: "/etc"
-/// is its own, wherever it lies. Of a machine elsewhere, links are resolved as it would resolve
-/// them itself, an absolute one from its root folder and ".." never above that; and folders are
-/// opened one by one from its root folder, without following a link. So nothing outside of it is
-/// opened, even when a folder is replaced by a link meanwhile.
+/// All paths here are paths on that machine, except those that `outside` returns: "/etc" is the
+/// folder "etc" in its root folder. Links are resolved as that machine would resolve them: an
+/// absolute link starts at its root folder, and ".." does not lead above that. When the root folder
+/// is mounted or unpacked somewhere else, folders are opened one by one from there, without
+/// following links, so that nothing outside of it is opened, even when a folder is replaced by a
+/// link meanwhile.
 ///
 /// A value that is cheap to copy. Any thread.
 class MachineFiles {
@@ -30,8 +31,9 @@ public:
     /// Whether this is another machine than the one that the program runs on.
     bool isElsewhere() const { return static_cast<bool>(top); }
 
-    /// The absolute path with links, "." and ".." resolved and no slash at the end; of a path that
-    /// does not exist, the part that can be resolved is. `canonicalPath` for the machine itself.
+    /// The absolute path with links, "." and ".." resolved and no slash at the end. If the path
+    /// does not exist, its existing part is resolved. The same as `canonicalPath` for the machine
+    /// that the program runs on.
     std::filesystem::path canonical(const std::filesystem::path& path) const;
 
     /// Opens the file or folder at a canonical path, with `flags` of open(2); `O_NOFOLLOW` and
@@ -44,8 +46,9 @@ public:
     /// waits on a FIFO or a device. Throws `FileError`.
     std::string read(const std::filesystem::path& path, std::size_t limit) const;
 
-    /// Where a path lies for the process, for a library that opens nothing but paths. The links in
-    /// `canonical` must have been resolved; one that is made later would be followed.
+    /// The path by which this process opens a file of the machine, for libraries that take only
+    /// paths. The links in `canonical` must have been resolved. Unlike `open`, the library would
+    /// follow a link that is created later.
     std::filesystem::path outside(const std::filesystem::path& canonical) const;
 
     /// The same machine, by the path of its root folder.

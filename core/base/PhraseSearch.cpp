@@ -40,8 +40,8 @@ std::string foldedByUnicode(std::string_view text, bool turkic) {
     return U_SUCCESS(status) ? composed : std::string(text);
 }
 
-/// Table of the case folding of those Latin, Greek and Cyrillic characters that never compose with
-/// the character before, each folded to at most `longest` bytes of UTF-8.
+/// The case folding of the Latin, Greek and Cyrillic characters that don't compose with the
+/// character before, as a table. Each folds to at most `longest` bytes of UTF-8.
 class PlainFolding {
 public:
     static constexpr std::int32_t end = 0x530;

@@ -30,7 +30,7 @@ public:
     const T* operator->() const { return pointer.get(); }
 
     const std::shared_ptr<const T>& object() const { return pointer; }
-    /// True for one that never got a value.
+    /// True when no value was assigned since it was default-constructed.
     bool isDefault() const { return pointer == defaultValue(); }
     /// True when both are one object in memory, which implies equality.
     bool sameObject(const Shared& other) const { return pointer == other.pointer; }

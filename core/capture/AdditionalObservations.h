@@ -18,10 +18,10 @@ inline constexpr std::size_t mostEntries = 5'000;
 inline constexpr double secondsPerSource = 3;
 inline constexpr std::size_t largestConfiguration = 1'048'576;
 
-/// One report per cellar when `homebrew` is set, then one per folder of diagnostic reports when
-/// `diagnostics` is, of which the names alone are read, then one per configuration file. Never
-/// fails: a report is marked as incomplete when its source could not be read, took too long, or a
-/// stop was requested.
+/// One report per cellar if `homebrew` is set, then one per folder of diagnostic reports if
+/// `diagnostics` is set, then one per configuration file. Of diagnostic reports only the names are
+/// read. Never fails: a report is marked as incomplete when its source could not be read, took too
+/// long, or a stop was requested.
 std::vector<MetadataReport> collect(bool homebrew, bool diagnostics,
                                     const std::vector<std::filesystem::path>& configurationPaths,
                                     const AdditionalPlaces& places, Clock& clock,

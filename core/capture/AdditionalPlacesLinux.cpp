@@ -12,7 +12,7 @@ constexpr const char* ofUser[] = {
     ".zprofile",  ".zshrc",           ".zshenv",     ".config/fish/config.fish",
     ".gitconfig", ".pam_environment",
 };
-/// What a folder holds that is too wide to be observed whole, and single files.
+/// Single files of the system, and folders whose files are suggested one by one.
 constexpr const char* ofSystem[] = {"/etc/crontab", "/etc/anacrontab", "/etc/profile",
                                     "/etc/environment"};
 constexpr const char* foldersOfSystem[] = {"/etc/modules-load.d", "/etc/udev/rules.d",

@@ -7,7 +7,7 @@
 /// bytes "AI" and 1 or 2 at offset 8. Only this beginning is read.
 namespace tidemark::AppImage {
 
-/// True for a file in a folder that the user keeps for applications or in one of no family.
+/// True for a file in a root of `RootFamily::ownApplications` or `any`.
 bool recognises(const FolderEntry& entry, RootFamily family);
 
 /// Name and identifier are the name of the file without extension; the version is the part of it

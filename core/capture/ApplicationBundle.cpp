@@ -81,7 +81,7 @@ ApplicationReading read(const FolderEntry& bundle, const ApplicationSurroundings
         if (auto application = described(metadata(bundle, where.budget), bundle))
             return FoundApplication{*std::move(application)};
     } catch (const FileError&) {
-        // As unreadable as metadata that say nothing.
+        // Reported like metadata without an identifier.
     }
     return std::unexpected(ApplicationFailure::unreadable);
 }

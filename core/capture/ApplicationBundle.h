@@ -8,7 +8,7 @@
 /// Reads application bundles: folders whose names end in ".app", with a property list inside.
 namespace tidemark::ApplicationBundle {
 
-/// In folders of any kind but those of desktop entries and Flatpaks.
+/// True for a bundle in a root of any family except `desktopEntries` and `flatpaks`.
 bool recognises(const FolderEntry& entry, RootFamily family);
 
 /// The application by its metadata: "Contents/Info.plist", or, where that is missing, the

@@ -9,8 +9,8 @@
 /// Which of several desktop entries with one identifier is the application.
 ///
 /// A desktop shows the one in the most preferred folder. Here it is the one in the least preferred,
-/// the vendor's: a menu editor writes a whole copy into the user's folder, and if that took over,
-/// the vendor's would seem to be removed and the copy installed.
+/// the vendor's: a menu editor writes a whole copy into the user's folder, and if that were
+/// recorded, the vendor's would be reported as removed and the copy as installed.
 namespace tidemark::ApplicationPrecedence {
 
 struct Candidate {

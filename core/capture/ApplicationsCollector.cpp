@@ -19,7 +19,7 @@ bool isStorable(const Application& application) {
            <= longestText;
 }
 
-/// What was found is sorted together with where it was found.
+/// An application and the root in which it was found, so that both are sorted together.
 struct Found {
     Shared<Application> application;
     RootFamily family;

@@ -27,20 +27,20 @@ inline constexpr ApplicationFormat formats[] = {
     {AppImage::recognises, AppImage::read},
 };
 
-/// What a search looks for besides, and where.
+/// The options of a search.
 struct Search {
     MachineFiles machine{};
-    /// Versions of what packages installed; null asks for none.
+    /// Finds the packages of applications, whose versions are recorded; null to record none.
     PackageIndex::Reading* packages = nullptr;
-    /// Only what is a folder, and so has a size worth measuring.
+    /// True to find only applications that are folders, whose sizes are measured.
     bool foldersOnly = false;
 };
 
-/// Items come sorted by path; folders that lie in each other report an application twice. Roots
+/// The items are sorted by path. An application below two roots is reported twice. Roots
 /// that are one folder by their canonical paths are read once. Of desktop entries with one
 /// identifier the one in the last root is the application, and the others are excluded. An item
-/// whose version could not be read stands in `items`, with its path excluded from comparison.
-/// Never fails: the result says what could not be read.
+/// whose version could not be read is in `items`, but its path is excluded from comparison. Never
+/// fails: the result lists what could not be read.
 Inventory<Application> collect(const std::vector<ApplicationRoot>& roots, Clock& clock,
                                const std::stop_token& stop = {}, const Search& search = {});
 

@@ -28,7 +28,7 @@ struct Entry {
     std::size_t folder = 0;
     fs::path path;
     State state = State::unreadable;
-    /// Without what depends on the state.
+    /// Without the keys that depend on the state of other files.
     Dictionary definition{};
 };
 /// By file name, the most preferred first.
@@ -42,7 +42,7 @@ bool isDisabled(const KeyFile& file) {
     return isTrue(file, "Hidden") || file.value(group, "X-GNOME-Autostart-enabled") == "false";
 }
 
-/// The command with the path of its program in the one form of this machine.
+/// The command with the path of its program without links.
 std::string normalisedCommand(const std::string& command, const MergedFolders& merged) {
     return merged.canonical(CommandText::withSingleBlanks(command, Quoting::desktopEntry));
 }
@@ -81,7 +81,7 @@ Entry readFile(const FolderEntry& entry, std::size_t folder, RootReading& readin
         result.state = isDisabled(*file) ? Entry::State::disabled : Entry::State::enabled;
         result.definition = definitionOf(*file, entry.path, merged);
     } catch (const FileError&) {
-        // It stays unreadable.
+        // The state remains `unreadable`.
     }
     return result;
 }
@@ -90,7 +90,7 @@ Entry readEntry(const FolderEntry& entry, std::size_t folder, RootReading& readi
                 const MergedFolders& merged) {
     if (entry.kind != Kind::link)
         return readFile(entry, folder, reading, merged);
-    // A usual way to disable an entry of the system.
+    // A link to /dev/null is a common way to disable an entry of the system.
     const bool leadsToNothing =
         (entry.path.parent_path() / entry.linkText()).lexically_normal() == "/dev/null";
     return {.folder = folder,
@@ -119,8 +119,9 @@ bool readFolder(const MachineFiles& machine, const fs::path& folder, std::size_t
     return true;
 }
 
-/// The files of one name, of which each can disable those below it.
-void settle(std::vector<Entry>& entries, FamilyDefinitions& result) {
+/// Adds the definitions of the files with one name. Each file can disable those in less preferred
+/// folders.
+void addDefinitions(std::vector<Entry>& entries, FamilyDefinitions& result) {
     using enum Entry::State;
     bool isDisabledAbove = false;
     bool isUnknownAbove = false;
@@ -162,7 +163,7 @@ FamilyDefinitions read(const MachineFiles& machine, const std::vector<fs::path>&
             result.unreadable = folders[i];
     }
     for (auto& [name, files] : entries)
-        settle(files, result);
+        addDefinitions(files, result);
     return result;
 }
 

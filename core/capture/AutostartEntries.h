@@ -8,14 +8,14 @@
 #include <filesystem>
 #include <vector>
 
-/// Programs that a desktop session starts: files "….desktop" in the folders that the XDG
-/// has for autostart.
+/// Programs that a desktop session starts: files "….desktop" in the autostart folders of the XDG
+/// specification.
 namespace tidemark::AutostartEntries {
 
-/// Reads the folders, the most preferred first, each with its reading. A file that disables what
-/// has its name in a less preferred folder is the state of that, and no definition of its own; one
-/// that replaces it is one of its own. An entry counts as defined for whichever desktops it is
-/// meant, and also when its program is missing.
+/// Reads the folders, the most preferred first, with a `RootReading` for each. A file that only
+/// disables the file of its name in a less preferred folder is not a definition of its own: it
+/// makes that one disabled. A file that replaces it is a definition of its own. Entries for other
+/// desktops and entries whose program is missing are definitions as well.
 FamilyDefinitions read(const MachineFiles& machine,
                        const std::vector<std::filesystem::path>& folders,
                        std::vector<RootReading>& readings, const MergedFolders& merged);

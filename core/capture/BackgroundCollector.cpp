@@ -246,9 +246,9 @@ private:
 Inventory<BackgroundItem> collect(const std::vector<BackgroundRoot>& roots,
                                   const Applications& apps, Clock& clock,
                                   const std::stop_token& stop,
-                                  std::span<const BackgroundFormat> among,
+                                  std::span<const BackgroundFormat> knownFormats,
                                   const MachineFiles& machine, PackageIndex::Reading* packages) {
-    Collection collection(apps, clock, stop, among, machine, packages);
+    Collection collection(apps, clock, stop, knownFormats, machine, packages);
     collection.visit(roots);
     return collection.finish();
 }

@@ -22,17 +22,18 @@ struct BackgroundFormat {
     /// Decides by name only; also called for links, which are skipped if recognised.
     bool (*recognises)(const FolderEntry&);
     BackgroundDefinition::Result (*read)(const FolderEntry&, const MergedFolders&);
-    /// True when the result of `read` depends on the name for its path only, so that a file with
-    /// several names is read once.
+    /// True when `read` uses the name of the file only for the path in its result, so that a file
+    /// with several names (hard links) needs to be read only once.
     bool isReadByContent = false;
-    /// The folders in which names mean this.
+    /// The format is looked for in roots of this family only.
     RootFamily family = RootFamily::any;
 };
 
 /// A format whose definitions are spread over several folders, where one file can override another.
 struct BackgroundFamily {
     RootFamily family;
-    /// Is called with all folders of the family, the most preferred first, and a reading for each.
+    /// Called with all folders of the family, the most preferred first, and a `RootReading` for
+    /// each.
     FamilyDefinitions (*read)(const MachineFiles&, const std::vector<std::filesystem::path>&,
                               std::vector<RootReading>&, const MergedFolders&);
 };
@@ -55,14 +56,14 @@ inline constexpr BackgroundFamily families[] = {
 inline constexpr std::string_view byIdentifier = "Possible association based on bundle identifier";
 
 /// The items are in the order of the roots, sorted by name within each; those of a
-/// `BackgroundFamily` are where its first root is. An item is associated with an application if
-/// exactly one of `apps` matches. Roots that are one folder by their canonical paths are read once.
-/// Never fails: the result lists what was not read, for lack of permission or time or because a
-/// stop was requested.
+/// `BackgroundFamily` are at the position of its first root. An item is associated with an
+/// application if exactly one of `apps` matches. Roots that are one folder by their canonical paths
+/// are read once. Never fails: the result lists what was not read, for lack of permission or time
+/// or because a stop was requested.
 Inventory<BackgroundItem> collect(const std::vector<BackgroundRoot>& roots,
                                   const std::vector<Shared<Application>>& apps, Clock& clock,
                                   const std::stop_token& stop = {},
-                                  std::span<const BackgroundFormat> among = formats,
+                                  std::span<const BackgroundFormat> knownFormats = formats,
                                   const MachineFiles& machine = {},
                                   PackageIndex::Reading* packages = nullptr);
 

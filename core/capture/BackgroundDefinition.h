@@ -20,8 +20,8 @@ enum class Failure {
     unreadable,
     /// It is well formed but defines nothing.
     empty,
-    /// It is made to hold jobs and has none at present: there is no item, and nothing is left out
-    /// of comparison, so that a job that is added is new.
+    /// It is a table of jobs that has none at present. There is no item, but the path is still
+    /// compared, so that a job that is added later is reported as new.
     noJob,
 };
 

@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-/// Command lines as definitions have them: words with blanks between, which quotes hold together.
+/// The command lines in definitions: words separated by blanks. A word in quotes may have blanks.
 namespace tidemark::CommandText {
 
 /// The rules for quotes and backslashes.

@@ -9,7 +9,7 @@
 /// /etc/cron.d, and scripts in folders whose names give the interval, such as /etc/cron.daily.
 namespace tidemark::CronDefinition {
 
-/// By the rule of cron and run-parts(8): a name of nothing but letters, digits, "_" and "-". So
+/// By the rule of cron and run-parts(8): a name of only letters, digits, "_" and "-". So
 /// files that a package manager keeps beside another, such as "x.dpkg-old", are left out.
 bool recognises(const FolderEntry& entry);
 
@@ -17,10 +17,10 @@ bool recognises(const FolderEntry& entry);
 /// whole table unreadable.
 BackgroundDefinition::Result readTable(const FolderEntry& table, const MergedFolders& merged);
 
-/// A script, of which nothing but its name and whether it may be executed is read.
+/// A script. Only its name and whether it may be executed are read.
 BackgroundDefinition::Result readScript(const FolderEntry& script, const MergedFolders& merged);
 
-/// Whether the machine keeps tables of its users, which only a program of cron itself may read.
+/// Whether the machine has tables of its users, which only a program of cron itself may read.
 bool hasPersonalTables(const MachineFiles& machine);
 
 } // namespace tidemark::CronDefinition

@@ -20,7 +20,7 @@ std::expected<KeyFile, KeyFile::Failure> parsed(std::string bytes) {
     return KeyFile::parse(std::move(bytes), KeyFile::Continuation::none);
 }
 
-/// True for what desktops take for true: old entries write a number.
+/// True for the values that desktops accept as true: old entries have a number.
 bool isTrue(const std::optional<std::string>& value) {
     return value && (*value == "true" || *value == "1");
 }

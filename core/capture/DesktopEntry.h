@@ -13,11 +13,12 @@ namespace tidemark::DesktopEntry {
 
 inline constexpr std::string_view group = "Desktop Entry";
 
-/// True for a file in a root of desktop entries, its name ending in ".desktop" written just so.
+/// True for a file in a root of desktop entries whose name ends in ".desktop", in lower case.
 bool recognises(const FolderEntry& entry, RootFamily family);
 
-/// No application: another type than "Application", and what is hidden or not displayed, which are
-/// mostly parts of other programs. Unreadable: no such file of keys, or one without a name.
+/// `noApplication` for another type than "Application" and for entries that are hidden or not
+/// displayed, which are mostly parts of other programs; `unreadable` for a file that can't be
+/// parsed or has no name.
 ApplicationReading read(const FolderEntry& entry, const ApplicationSurroundings& where);
 
 /// The same of the bytes of the file, without identifier and version.

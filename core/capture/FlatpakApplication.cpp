@@ -39,7 +39,8 @@ struct OpenFolder {
     }
 };
 
-/// The text of a link, when it is that many names and leads nowhere else. Throws `FileError`.
+/// The text of a link. Throws `FileError` unless it is a relative path of `names` names without
+/// ".." and ".".
 fs::path relativeLink(const FolderEntry& link, std::ptrdiff_t names) {
     const fs::path target = link.linkText();
     if (target.empty() || target.is_absolute()

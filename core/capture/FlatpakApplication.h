@@ -11,7 +11,7 @@ namespace tidemark::FlatpakApplication {
 /// True for a folder that lies in a root of Flatpaks.
 bool recognises(const FolderEntry& entry, RootFamily family);
 
-/// No application: a folder without a "current" state.
+/// `noApplication` for a folder without the link "current".
 ApplicationReading read(const FolderEntry& folder, const ApplicationSurroundings& where);
 
 } // namespace tidemark::FlatpakApplication

@@ -45,7 +45,8 @@ std::optional<std::string> textOf(std::string_view variant) {
     return variant.contains('\0') ? std::nullopt : std::optional(textFromBytes(variant));
 }
 
-/// Takes what is of interest from an entry {sv}. False when it is none.
+/// Reads an entry {sv} into `record` if it has one of the keys of `Record`. False when the bytes
+/// are not such an entry.
 bool takeEntry(std::string_view entry, Record& record) {
     const std::size_t size = placeSize(entry.size());
     if (entry.size() < size)

@@ -15,7 +15,7 @@ struct Record {
     std::optional<std::string> version;
 };
 
-/// Absent for what is no such value.
+/// Absent when the bytes are not such a value.
 std::optional<Record> parse(std::string_view bytes);
 
 } // namespace tidemark::FlatpakDeploy

@@ -83,7 +83,8 @@ public:
                                                       Hidden hidden, const ReadingBudget& budget) {
         return open(MachineFiles(), path, hidden, budget);
     }
-    /// The folder at a path without links of a machine. Paths of entries are those of the machine.
+    /// The same for a folder of `machine`, at a canonical path. The entries have paths on that
+    /// machine as well.
     static std::expected<FolderListing, Failure> open(const MachineFiles& machine,
                                                       const std::filesystem::path& path,
                                                       Hidden hidden, const ReadingBudget& budget);

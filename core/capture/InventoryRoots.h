@@ -16,7 +16,7 @@ enum class RootFamily {
     any,
     /// Desktop entries below a folder "applications" (desktop-entry-spec).
     desktopEntries,
-    /// A folder per application with what is installed of it (flatpak-installation(5)).
+    /// One folder per installed application, with its files (flatpak-installation(5)).
     flatpaks,
     /// AppImages, and bundles, that the user put there.
     ownApplications,
@@ -35,9 +35,9 @@ struct ApplicationRoot {
     std::filesystem::path path;
     RootFamily family = RootFamily::any;
 
-    /// Not explicit, so that a path alone is a root of no family.
-    ApplicationRoot(std::filesystem::path folder, RootFamily holds = RootFamily::any)
-        : path(std::move(folder)), family(holds) {}
+    /// Not explicit, so that a path alone converts to a root of `RootFamily::any`.
+    ApplicationRoot(std::filesystem::path folder, RootFamily itsFamily = RootFamily::any)
+        : path(std::move(folder)), family(itsFamily) {}
 
     bool operator==(const ApplicationRoot&) const = default;
 };

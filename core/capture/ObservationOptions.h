@@ -17,8 +17,8 @@ struct ObservationOptions {
     std::vector<BackgroundRoot> backgroundRoots;
     /// Folders whose size is measured.
     std::vector<std::filesystem::path> storageRoots;
-    /// Whose applications and services these are. Sizes are measured on the machine that the
-    /// program runs on.
+    /// The machine whose applications and services are read. Sizes are measured on the machine that
+    /// the program runs on.
     MachineFiles machine;
 
     /// Uses the standard folders of the system and of the user's home for those that are absent,

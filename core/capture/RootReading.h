@@ -17,7 +17,7 @@ public:
     /// incomplete.
     static constexpr std::size_t mostExcludedPaths = 10'000;
 
-    /// A root of which more bytes are kept in memory at once is incomplete, too.
+    /// If more bytes than this are kept in memory for one root, it is incomplete as well.
     static constexpr std::size_t mostHeldBytes = std::size_t{64} << 20;
 
     explicit RootReading(ReadingBudget time) : time(std::move(time)) {}

@@ -23,7 +23,7 @@ bool isName(std::string_view text) {
     });
 }
 
-/// Text as YAML has it between quotes or without.
+/// A text value of YAML, with or without quotes, as plain text.
 std::string plain(std::string_view value) {
     value = trimmed(value);
     const char quote = value.empty() ? '\0' : value.front();

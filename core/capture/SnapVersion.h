@@ -17,7 +17,7 @@ struct Version {
     std::string revision;
 };
 
-/// Absent when no such snap is mounted. Nothing of `instance` but a plain name is looked for.
+/// Absent when no such snap is mounted. An `instance` that is not a plain name is not looked up.
 std::optional<Version> read(const MachineFiles& machine, std::string_view instance);
 
 /// The value of "version" in the description; absent when it has none.

@@ -15,9 +15,9 @@
 /// another one, and none is emptied by a restart, which would be reported as removals.
 namespace tidemark::StandardRoots {
 
-/// Selects the folders: those of `home`, and those that environment variables move or add. For a
-/// machine elsewhere no variables are used, because the environment of this process does not apply
-/// to it.
+/// What the folders depend on: the machine, the home folder, and the environment variables that
+/// move or add folders. The variables are used only for the machine that the program runs on,
+/// because the environment of this process does not apply to another one.
 struct Places {
     MachineFiles machine{};
     std::filesystem::path home;
@@ -31,8 +31,8 @@ std::vector<ApplicationRoot> applications(const Places& places);
 std::vector<BackgroundRoot> agents(const Places& places);
 std::vector<BackgroundRoot> daemons(const Places& places);
 
-/// A folder as a root of the family that it is known to belong to, as a standard root or by the end
-/// of its path; else of `RootFamily::any`.
+/// A root at `folder`. Its family is that of the standard root at this path; if there is none, the
+/// one that the end of the path indicates; else `RootFamily::any`.
 ApplicationRoot applicationRoot(const std::filesystem::path& folder, const Places& places);
 BackgroundRoot backgroundRoot(const std::filesystem::path& folder, BackgroundItem::Kind kind,
                               const Places& places);
@@ -46,15 +46,15 @@ std::vector<BackgroundRoot> backgroundFor(const std::filesystem::path& folder,
 
 /// The folders that represent all standard roots for applications, agents and daemons in a choice
 /// of folders; empty on systems where the user chooses each folder separately. For agents it is the
-/// one of two folders that exists at present, since many users have no folder of start-up entries.
-/// Either of them represents all.
+/// user's folder of start-up entries or, if that does not exist, the system's. Each of the two
+/// represents all.
 std::filesystem::path folderOfApplications(const Places& places);
 std::filesystem::path folderOfAgents(const Places& places);
 std::filesystem::path folderOfDaemons(const Places& places);
 
 /// True when `folder` represents all standard roots of a purpose.
-bool standsForApplications(const std::filesystem::path& folder, const Places& places);
-bool standsForBackground(const std::filesystem::path& folder, BackgroundItem::Kind kind,
-                         const Places& places);
+bool representsApplications(const std::filesystem::path& folder, const Places& places);
+bool representsBackground(const std::filesystem::path& folder, BackgroundItem::Kind kind,
+                          const Places& places);
 
 } // namespace tidemark::StandardRoots

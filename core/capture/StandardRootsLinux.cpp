@@ -13,7 +13,7 @@ namespace {
 namespace fs = std::filesystem;
 using Kind = BackgroundItem::Kind;
 
-/// What a folder is taken for by the end of its path, where it is no standard root.
+/// The family of folders whose path ends with this text and that are no standard root.
 struct NamedFamily {
     std::string_view end;
     RootFamily family;
@@ -34,7 +34,7 @@ constexpr auto backgroundFamilies = std::to_array<NamedFamily>({
     {"/cron.monthly", RootFamily::cronScripts},
 });
 
-/// These hold links alone, to files that are read where they lie.
+/// These folders hold only links, and the files that they point to are read elsewhere.
 constexpr std::string_view linksToFlatpaks = "flatpak/exports/share";
 
 /// The value of a variable; `otherwise` when it is not set, or the machine is another one.
@@ -72,7 +72,7 @@ std::vector<fs::path> foldersOf(std::string_view list) {
     while (!list.empty()) {
         const auto colon = std::min(list.find(':'), list.size());
         fs::path folder = fs::path(list.substr(0, colon)).lexically_normal();
-        // Without the slash at the end, by which equal paths would differ.
+        // Without the slash at the end, which would make equal paths differ.
         if (!folder.has_filename())
             folder = folder.parent_path();
         if (folder.is_absolute())
@@ -152,7 +152,7 @@ std::vector<BackgroundRoot> daemons(const Places&) {
         {"/etc/systemd/system", Kind::daemon, systemUnits},
         {"/usr/local/lib/systemd/system", Kind::daemon, systemUnits},
         {"/usr/lib/systemd/system", Kind::daemon, systemUnits},
-        // The same folder where /lib is a link, as on most machines.
+        // On most machines /lib is a link, and this is the same folder.
         {"/lib/systemd/system", Kind::daemon, systemUnits},
         {"/etc/cron.d", Kind::daemon, cronTables},
         {"/etc/cron.hourly", Kind::daemon, cronScripts},
@@ -189,24 +189,24 @@ BackgroundRoot backgroundRoot(const fs::path& folder, Kind kind, const Places& p
     return {folder, kind, standard ? standard->family : familyByName(backgroundFamilies, folder)};
 }
 
-bool standsForApplications(const fs::path& folder, const Places& places) {
+bool representsApplications(const fs::path& folder, const Places& places) {
     return isSame(folder, folderOfApplications(places), places);
 }
 
-bool standsForBackground(const fs::path& folder, Kind kind, const Places& places) {
+bool representsBackground(const fs::path& folder, Kind kind, const Places& places) {
     if (kind == Kind::daemon)
         return isSame(folder, folderOfDaemons(places), places);
     return isSame(folder, ownAutostart(places), places) || isSame(folder, sharedAutostart, places);
 }
 
 std::vector<ApplicationRoot> applicationsFor(const fs::path& folder, const Places& places) {
-    if (standsForApplications(folder, places))
+    if (representsApplications(folder, places))
         return applications(places);
     return {applicationRoot(folder, places)};
 }
 
 std::vector<BackgroundRoot> backgroundFor(const fs::path& folder, Kind kind, const Places& places) {
-    if (standsForBackground(folder, kind, places))
+    if (representsBackground(folder, kind, places))
         return kind == Kind::agent ? agents(places) : daemons(places);
     return {backgroundRoot(folder, kind, places)};
 }

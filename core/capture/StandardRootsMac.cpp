@@ -34,11 +34,11 @@ std::filesystem::path folderOfDaemons(const Places&) {
     return {};
 }
 
-bool standsForApplications(const std::filesystem::path&, const Places&) {
+bool representsApplications(const std::filesystem::path&, const Places&) {
     return false;
 }
 
-bool standsForBackground(const std::filesystem::path&, Kind, const Places&) {
+bool representsBackground(const std::filesystem::path&, Kind, const Places&) {
     return false;
 }
 

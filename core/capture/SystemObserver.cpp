@@ -61,8 +61,9 @@ void takeInventory(Inventory<Record>& found, Shared<std::vector<Shared<Record>>>
 }
 
 /// Excludes incomplete roots: items missing there may still be on disk, and comparing a complete
-/// root around would report them as removed. An incomplete root that contains a complete one, and
-/// is not inside one itself, is not excluded, because that would exclude the complete one as well.
+/// root that contains them would report them as removed. An incomplete root that contains a
+/// complete one, and is not inside one itself, is not excluded, because that would exclude the
+/// complete one as well.
 void excludeIncomplete(const std::set<std::string>& incomplete,
                        const std::set<std::string>& complete, const Coverage& coverage,
                        std::set<std::string>& excludedPaths) {
@@ -167,7 +168,7 @@ Snapshot inventory(const ObservationOptions& options, const std::vector<fs::path
     for (const fs::path& root : storageRoots)
         take(measureQuickly(root, clock, stop), root, snapshot);
 
-    // The volumes of a machine elsewhere are not mounted as they are there.
+    // The volumes of another machine are not mounted here as they are there.
     if (!options.machine.isElsewhere())
         takeVolume(SystemFacts::homeDirectory(), snapshot);
     snapshot.id = Uuid::random();
@@ -252,7 +253,7 @@ private:
         return roots;
     }
 
-    /// The root of applications at a folder; null when it is none, or one of another machine.
+    /// The root of applications at `folder`; null when there is none, and for another machine.
     const ApplicationRoot* applicationRoot(const fs::path& folder) const {
         if (options.machine.isElsewhere())
             return nullptr;

@@ -28,15 +28,15 @@ const std::vector<Fragment>& fragmentsOf(const UnitFolders& folders, std::string
     return found == folders.fragments.end() ? none : found->second;
 }
 
-/// The file that holds for a name: the most preferred one; none where that is a mask and nothing
-/// else is there.
+/// The file that defines the unit of a name: the most preferred one that is not a mask; null when
+/// there is none.
 const Fragment* effectiveFragment(const UnitFolders& folders, std::string_view name) {
     const auto& all = fragmentsOf(folders, name);
     const auto file = std::ranges::find(all, false, &Fragment::isMask);
     return file == all.end() ? nullptr : &*file;
 }
 
-/// The file of a unit, be it an instance or called by a further name.
+/// The same for a unit that may be an instance of a template or have a further name.
 const Fragment* fragmentOfUnit(const UnitFolders& folders, const std::string& name) {
     const auto alias = folders.aliases.find(name);
     for (const std::string& candidate :
@@ -57,14 +57,14 @@ const std::vector<UnitFolders::Enablement>& enablementsOf(const UnitFolders& fol
 /// The first link by which an administrator or the user enabled a unit.
 const UnitFolders::Enablement* ownEnablement(const UnitFolders& folders, std::string_view name) {
     const auto& links = enablementsOf(folders, name);
-    const auto own = std::ranges::find(links, false, &UnitFolders::Enablement::isVendors);
+    const auto own = std::ranges::find(links, false, &UnitFolders::Enablement::isOfDistribution);
     return own == links.end() ? nullptr : &*own;
 }
 
 bool isItem(const UnitFolders& folders, const std::string& name, const Fragment& fragment) {
     if (fragment.isMask)
         return false;
-    if (!isVendorsUnitFolder(fragment.path.parent_path()))
+    if (!isUnitFolderOfDistribution(fragment.path.parent_path()))
         return true;
     if (UnitName::isTemplate(name))
         return false;
@@ -85,8 +85,8 @@ bool isMasked(const UnitFolders& folders, const Item& item) {
            || (!pattern.empty() && isMaskedAbove(folders, pattern, item.fragment->folder));
 }
 
-/// The names whose drop-ins hold for a unit, the most particular one first: for "a-b@x.service" as
-/// well those of "a-b@.service", "a-.service" and of all services.
+/// The names whose drop-ins apply to a unit, the most specific one first. For "a-b@x.service" these
+/// are its own, "a-b@.service", "a-.service" and "service", which applies to all services.
 std::vector<std::string> dropInNames(const std::string& name) {
     const std::string suffix(UnitName::suffix(name));
     std::vector<std::string> names{name};
@@ -105,25 +105,25 @@ std::vector<std::string> dropInNames(const std::string& name) {
     return names;
 }
 
-/// The drop-ins of a unit in the order in which they are read: by file name, and of those of one
-/// name the one that is preferred.
+/// The drop-ins of a unit in the order in which they are read, by file name. Of several with one
+/// file name only the preferred one.
 std::vector<const DropIn*> dropInsOf(const UnitFolders& folders, const std::string& name) {
     struct Candidate {
         const DropIn* dropIn;
-        std::size_t particularity;
+        std::size_t specificity;
     };
     std::vector<Candidate> candidates;
-    std::size_t particularity = 0;
+    std::size_t specificity = 0;
     for (const auto& each : dropInNames(name)) {
         const auto found = folders.dropIns.find(each);
         if (found != folders.dropIns.end())
             for (const auto& dropIn : found->second)
-                candidates.push_back({&dropIn, particularity});
-        ++particularity;
+                candidates.push_back({&dropIn, specificity});
+        ++specificity;
     }
     std::ranges::sort(candidates, {}, [](const Candidate& each) {
         return std::tuple(std::string_view(each.dropIn->name), each.dropIn->folder,
-                          each.particularity);
+                          each.specificity);
     });
     const auto repeated = std::ranges::unique(
         candidates, {}, [](const Candidate& each) { return std::string_view(each.dropIn->name); });
@@ -138,7 +138,7 @@ std::vector<const DropIn*> dropInsOf(const UnitFolders& folders, const std::stri
 /// The settings of a unit file, with its drop-ins if they apply to it.
 struct Effective {
     UnitSettings settings;
-    /// Links among the drop-ins. They are not followed, but one that comes or goes is a change.
+    /// Links among the drop-ins. They are not followed, but adding or removing one is a change.
     std::vector<std::string> linkedDropIns;
 };
 
@@ -165,21 +165,21 @@ std::expected<Effective, Failure> effective(const UnitFolders& folders, const st
 std::string startedUnit(const std::string& name, const UnitSettings& settings) {
     const std::string_view suffix = UnitName::suffix(name);
     const std::string stem(UnitName::withoutSuffix(name));
-    const auto otherwise = [](std::string given, std::string usual) {
+    const auto orDefault = [](std::string given, std::string usual) {
         return given.empty() ? usual : given;
     };
     if (suffix == ".timer" || suffix == ".path")
-        return otherwise(settings.value("Unit"), stem + ".service");
+        return orDefault(settings.value("Unit"), stem + ".service");
     if (suffix != ".socket")
         return {};
-    // One instance for each connection.
-    const bool isEachAlone = !settings.value("Accept").empty();
-    return otherwise(settings.value("Service"), stem + (isEachAlone ? "@" : "") + ".service");
+    const bool hasInstancePerConnection = !settings.value("Accept").empty();
+    return orDefault(settings.value("Service"),
+                     stem + (hasInstancePerConnection ? "@" : "") + ".service");
 }
 
 constexpr std::string_view execPrefixes = "@-:+!|";
 
-/// A value of a setting "Exec…" with the path of its program in the one form of this machine.
+/// A value of a setting "Exec…" with the path of its program without links.
 std::string normalisedCommand(const std::string& command, const MergedFolders& merged) {
     const auto start = std::min(command.find_first_not_of(execPrefixes), command.size());
     return command.substr(0, start) + merged.canonical(std::string_view(command).substr(start));
@@ -256,7 +256,7 @@ void addKeepAlive(const UnitSettings& settings, Dictionary& definition) {
         definition["ThrottleInterval"] = secondsValue(*pause);
 }
 
-/// What the unit that is started runs.
+/// Adds the programs of the service that a timer, a socket or a path starts.
 std::expected<void, Failure> addStarted(const UnitFolders& folders, const std::string& name,
                                         const MergedFolders& merged, Dictionary& definition) {
     const Fragment* fragment = fragmentOfUnit(folders, name);

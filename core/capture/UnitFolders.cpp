@@ -27,7 +27,7 @@ bool endsWithAny(std::string_view name, const auto& endings) {
 /// Whether drop-ins of this name can belong to a unit that is an item: "ssh.service", and for all
 /// units of a kind "service".
 bool isDropInTarget(std::string_view name) {
-    return UnitName::isOfItem(name) || std::ranges::any_of(itemSuffixes, [&](auto suffix) {
+    return UnitName::canBeItem(name) || std::ranges::any_of(itemSuffixes, [&](auto suffix) {
                return suffix.substr(1) == name;
            });
 }
@@ -59,7 +59,7 @@ bool leadsToNothing(const fs::path& folder, const std::string& linkText) {
 
 } // namespace
 
-bool UnitName::isOfItem(std::string_view name) {
+bool UnitName::canBeItem(std::string_view name) {
     return endsWithAny(name, itemSuffixes) && withoutSuffix(name) != "";
 }
 
@@ -83,7 +83,7 @@ std::string UnitName::templateOf(std::string_view name) {
     return std::string(name.substr(0, at + 1)) + std::string(suffix(name));
 }
 
-bool isVendorsUnitFolder(const fs::path& folder) {
+bool isUnitFolderOfDistribution(const fs::path& folder) {
     const std::string& path = folder.native();
     return isBelow(path, "/usr/lib") || isBelow(path, "/usr/share") || isBelow(path, "/lib");
 }
@@ -124,7 +124,7 @@ void UnitFoldersReader::readEntry(const FolderEntry& entry, std::size_t folder,
     else if (entry.kind == Kind::folder && name.ends_with(dropInFolder)
              && isDropInTarget(name.substr(0, name.size() - dropInFolder.size())))
         readDropIns(entry, folder, reading);
-    else if (!UnitName::isOfItem(name))
+    else if (!UnitName::canBeItem(name))
         return;
     else if (entry.kind == Kind::link)
         readLink(entry, folder);
@@ -158,12 +158,12 @@ void UnitFoldersReader::readLink(const FolderEntry& entry, std::size_t folder) {
     if (name == entry.name())
         return;
     found.aliases.try_emplace(entry.name(), name);
-    if (!isVendorsUnitFolder(searchPath[folder]))
-        found.enablements[name].push_back({entry.path, /*isVendors=*/false});
+    if (!isUnitFolderOfDistribution(searchPath[folder]))
+        found.enablements[name].push_back({entry.path, /*isOfDistribution=*/false});
 }
 
-/// By the folder itself: on most machines /lib/systemd/system and /usr/lib/systemd/system are one,
-/// and links use either name.
+/// Compares folders with links resolved: on most machines /lib/systemd/system and
+/// /usr/lib/systemd/system are one folder, and units are linked by either path.
 bool UnitFoldersReader::isInSearchPath(const fs::path& folder) {
     const auto known = knownFolders.find(folder);
     if (known != knownFolders.end())
@@ -195,10 +195,10 @@ void UnitFoldersReader::forEachIn(const FolderEntry& folder, RootReading& readin
 
 void UnitFoldersReader::readEnablements(const FolderEntry& entry, std::size_t folder,
                                         RootReading& reading) {
-    const bool isVendors = isVendorsUnitFolder(searchPath[folder]);
+    const bool isOfDistribution = isUnitFolderOfDistribution(searchPath[folder]);
     forEachIn(entry, reading, [&](const FolderEntry& link) {
-        if (link.kind == Kind::link && UnitName::isOfItem(link.name()))
-            found.enablements[link.name()].push_back({link.path, isVendors});
+        if (link.kind == Kind::link && UnitName::canBeItem(link.name()))
+            found.enablements[link.name()].push_back({link.path, isOfDistribution});
     });
 }
 

@@ -34,16 +34,16 @@ struct UnitFolders {
         std::string name;
         bool isMask = false;
         std::optional<KeyFile> content{};
-        /// True for a link that is not a mask. Its target is not read.
+        /// The text of a link that is not a mask, whose target is not read; empty for a file.
         std::string linkText{};
     };
-    /// A link that enables a unit: one in a folder such as "multi-user.target.wants"; or one of an
-    /// administrator or a user that gives it a further name, which is all that enabling does to
-    /// some units, such as a display manager.
+    /// A link that enables a unit: one in a folder such as "multi-user.target.wants", or one by
+    /// which an administrator or a user gives the unit a further name. Some units, such as display
+    /// managers, are enabled by such a name alone.
     struct Enablement {
         std::filesystem::path path;
         /// True for a link in a folder of the distribution, not of an administrator or a user.
-        bool isVendors = false;
+        bool isOfDistribution = false;
     };
 
     /// By name of the unit, the most preferred folder first.
@@ -58,23 +58,24 @@ struct UnitFolders {
     std::vector<std::filesystem::path> linkedUnits;
 };
 
-/// The words of unit names.
+/// Recognises the names of units and splits them.
 namespace UnitName {
 
-/// A unit that can be an item: a service, or what starts one at a time or an event.
-bool isOfItem(std::string_view name);
-/// ".service" and the like, with the dot; empty for what is no unit.
+/// Whether a unit of this name can be an item: a service, or a timer, socket or path, which start
+/// one.
+bool canBeItem(std::string_view name);
+/// ".service" and the like, with the dot; empty if it is not a unit.
 std::string_view suffix(std::string_view name);
 std::string_view withoutSuffix(std::string_view name);
-/// "x@.service", of which units are made by adding something behind the "@".
+/// True for "x@.service". The names of its instances have a text after the "@".
 bool isTemplate(std::string_view name);
-/// "x@.service" for "x@y.service"; empty for what is no instance.
+/// "x@.service" for "x@y.service"; empty if it is not an instance.
 std::string templateOf(std::string_view name);
 
 } // namespace UnitName
 
 /// Whether a folder of units belongs to the distribution, by its path.
-bool isVendorsUnitFolder(const std::filesystem::path& folder);
+bool isUnitFolderOfDistribution(const std::filesystem::path& folder);
 
 /// Reads the folders of one manager, each once.
 class UnitFoldersReader {
@@ -83,9 +84,9 @@ public:
     UnitFoldersReader(const MachineFiles& files, std::vector<std::filesystem::path> folders)
         : machine(files), searchPath(std::move(folders)) {}
 
-    /// Reads the folder at `index` of the search path. Where it, or a folder in it, can't be read,
-    /// `reading` has failed and the path is returned: nothing is known then of the state of any
-    /// unit of this manager.
+    /// Reads the folder at `index` of the search path. If it, or a folder in it, can't be read,
+    /// calls `reading.fail()` and returns the path of that folder. The state of all units of this
+    /// manager is unknown then, since the unread files may override any of them.
     std::optional<std::filesystem::path> read(std::size_t index, RootReading& reading);
 
     UnitFolders finish() { return std::move(found); }

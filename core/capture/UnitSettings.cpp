@@ -13,23 +13,25 @@ namespace tidemark {
 namespace {
 
 enum class Form {
-    /// One text a line.
+    /// Each line of the setting adds a text.
     list,
-    /// The last one counts.
+    /// Only the last line of the setting takes effect.
     single,
-    /// The same, true or false; false is the default.
+    /// Like `single`, with true or false as its value; false is the default.
     flag,
-    /// The same, a file behind "file:", "append:" or "truncate:"; anything else is no file.
+    /// Like `single`, with the path of a file after "file:", "append:" or "truncate:". Other values
+    /// name no file and count as the default.
     outputFile,
 };
 
-/// A setting that is watched. A name that ends with "*" matches all names with that beginning.
+/// A setting that is compared. A name that ends with "*" matches all names with that beginning.
 struct Setting {
     std::string_view name;
-    /// The definition key that its text goes to; empty for those that are translated one by one.
+    /// The definition key that gets its text; empty for settings that have a function of their own.
     std::string_view definitionKey;
     Form form = Form::single;
-    /// Of lists that an empty value of any one clears together (systemd.timer(5)).
+    /// An empty value of a list also clears all lists with the same number here, other than 0
+    /// (systemd.timer(5)).
     int clearedTogether = 0;
 };
 
@@ -104,7 +106,7 @@ bool isOutputFile(std::string_view value) {
            || value.starts_with("truncate:");
 }
 
-/// The value in the one way in which it is kept; empty for what means the default.
+/// The value in the form that is compared; empty if it means the default.
 std::string normalised(const std::string& value, Form form) {
     switch (form) {
     case Form::list:

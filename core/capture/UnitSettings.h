@@ -10,9 +10,9 @@
 
 namespace tidemark {
 
-/// The settings of a unit that are watched: of its file and then of its drop-ins, each read on top
-/// of what was read before. Settings of a list add to it, and an empty one clears the list; for
-/// others the last one takes effect, and an empty one means the default.
+/// The settings of a unit that are compared. `read` is called with its file and then with its
+/// drop-ins, each of which can change the settings. A line of a list adds to the list, and an empty
+/// one clears it; of other settings the last line takes effect, and an empty one means the default.
 class UnitSettings {
 public:
     /// The suffix of `unitName` determines which group of the files is read.

@@ -60,7 +60,8 @@ struct PackageLog {
     std::size_t limit = 16'777'216;
 };
 
-/// The log of pacman(8), and the machine whose database says what other packages needed.
+/// The log of pacman(8), and the machine whose package database records which packages were
+/// installed only because others needed them.
 struct PacmanLog {
     std::filesystem::path path = "/var/log/pacman.log";
     std::size_t limit = 16'777'216;
@@ -85,7 +86,7 @@ InstallationPreview collect(Date now, const PacmanLog& log);
 /// The same, from the database of rpm and the histories of dnf on a machine.
 InstallationPreview collect(Date now, const MachineFiles& machine);
 
-/// The records of several sources for one period, latest first. Not for an empty list.
+/// The records of several sources for one period, latest first. The list must not be empty.
 InstallationPreview merged(std::vector<InstallationPreview> previews);
 
 /// Parses a report. Throws `ImportError` of kind `invalidReport` when it does not have the expected

@@ -8,7 +8,7 @@
 
 namespace tidemark {
 
-/// A report of installations in the making, in the shape that `InstallationHistory::parse` reads.
+/// Builds a report of installations in the form that `InstallationHistory::parse` reads.
 class InstallationReport {
 public:
     InstallationReport();

@@ -71,8 +71,8 @@ struct CloseArchive {
     void operator()(gzFile archive) const { ::gzclose_r(archive); }
 };
 
-/// The content of a gzip file. Its compressed size is limited as well: an archive can be long and
-/// its content empty.
+/// The content of a gzip file, of at most `limit` bytes. The compressed size is limited as well,
+/// because a very long file can have little or no content.
 std::string unpacked(LogFile file, std::size_t limit) {
     if (file.size > limit)
         fail(file.path, EFBIG);

@@ -19,13 +19,13 @@ constexpr const char* formatFile = "/var/lib/dpkg/info/format";
 constexpr const char* updatesFolder = "/var/lib/dpkg/updates";
 constexpr std::string_view listExtension = ".list";
 constexpr std::string_view knownFormat = "1";
-/// A full desktop's are a tenth of these.
+/// In bytes. The files of a full desktop have a tenth of these sizes.
 constexpr std::size_t largestStatus = std::size_t{64} << 20;
 constexpr std::size_t largestList = std::size_t{32} << 20;
 
 using Packages = std::map<std::string, std::optional<PackageOwner>, std::less<>>;
 
-/// One stanza of "status", as far as it is of interest.
+/// The fields of one stanza of "status" that are used here.
 struct Stanza {
     std::string_view package, architecture, status, version, multiArch;
 
@@ -101,8 +101,8 @@ bool addList(ListedPackages& all, int folder, const std::string& name, const Pac
     }
 }
 
-/// Returns false when a list can't be read, or has no stanza: then "status" is damaged, or was
-/// written at another time than the lists.
+/// Returns false when a list can't be read, or when "status" has no stanza for it: then "status" is
+/// damaged, or was written at another time than the lists.
 bool addLists(ListedPackages& all, FolderReader& folder, const Packages& packages) {
     bool isWhole = true;
     while (const dirent* entry = folder.next()) {

@@ -23,7 +23,7 @@ void ListedPackages::add(const PackageOwner& package, std::string_view list) {
             wanted, [&](const std::string& folder) { return line.starts_with(folder); });
         if (!isWanted)
             continue;
-        // Two packages may list a file that one took over from the other: the first stays.
+        // Two packages may list a file, after it moved from one to the other: the first one counts.
         owners.try_emplace(folders.canonical("/" + std::string(line)), number);
         owns = true;
     }

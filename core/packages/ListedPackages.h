@@ -15,9 +15,10 @@ class ListedPackages : public PackageDatabase {
 public:
     ListedPackages(const MachineFiles& machine, const OwnedFolders& folders);
 
-    /// Adds a package and its files: a path without links a line, with or without the "/" in front.
+    /// Adds a package and its files: one path without links per line, with or without the "/" in
+    /// front.
     void add(const PackageOwner& package, std::string_view list);
-    /// Some lists could not be read: a file that no list names may still be owned.
+    /// Called when some lists could not be read. Looking up a file that is in no list then fails.
     void markIncomplete() { isComplete = false; }
 
     Ownership owner(const std::string& path) override;
@@ -32,7 +33,7 @@ private:
     bool isComplete = true;
 };
 
-/// A database that could not be read: every question fails.
+/// A database that could not be read: every lookup fails.
 class UnreadablePackages : public PackageDatabase {
 public:
     explicit UnreadablePackages(PackageFailure why) : failure(why) {}

@@ -7,8 +7,8 @@
 namespace tidemark {
 
 /// Which package owns a file, by the databases of a machine's package managers, read as files: no
-/// tool is run. The lists are long and change rarely: the owner keeps this object from one
-/// capture to the next, and a database is read again only after a change.
+/// tool is run. The lists are long and change rarely, so keep this object from one capture to the
+/// next: a database is read again only after a change.
 ///
 /// Any thread may call `read`; it waits until the previous reading is destroyed.
 class PackageIndex {

@@ -52,7 +52,7 @@ bool add(ListedPackages& all, const FileDescriptor& folder) {
         const PackageOwner owner{line(description, "%NAME%"), line(description, "%VERSION%")};
         if (owner.package.empty() || owner.version.empty())
             return false;
-        // A package that only needs others has no files, and none of this field.
+        // A package without files, which only requires others, does not have this field.
         const std::string files = readIn(folder, "files");
         all.add(owner, field(files, "%FILES%").value_or(""));
         return true;

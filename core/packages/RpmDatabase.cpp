@@ -15,10 +15,11 @@ namespace {
 constexpr const char* folders[] = {"/usr/lib/sysimage/rpm", "/var/lib/rpm"};
 constexpr const char* sqliteFile = "/rpmdb.sqlite";
 constexpr const char* olderFiles[] = {"/Packages.db", "/Packages"};
-/// Steps of SQLite's virtual machine for one question. An honest one takes some dozens.
+/// The most steps of SQLite's virtual machine for one query. In an undamaged database it takes some
+/// dozens.
 constexpr int mostSteps = 100'000;
 
-/// What the questions need, as long as the database is open.
+/// The open database and its prepared queries.
 struct Connection {
     SqliteFile database;
     SqliteFile::Statement files;
@@ -82,7 +83,7 @@ private:
         return std::nullopt;
     }
 
-    /// All files of a name; absent when the database does not answer.
+    /// All files of a name; absent when the query fails.
     std::optional<std::vector<FilePlace>> placesOf(std::string_view name) {
         sqlite3_stmt* statement = connection->files.get();
         ::sqlite3_bind_text(statement, 1, name.data(), static_cast<int>(name.size()),

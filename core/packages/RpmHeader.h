@@ -12,7 +12,7 @@
 namespace tidemark {
 
 /// The header of an installed package in the database of rpm(8): two counts, an index of entries
-/// {tag, type, offset, count} and the data to which the offsets lead. All numbers are 32 bits, the
+/// {tag, type, offset, count} and the data that the offsets refer to. All numbers are 32 bits, the
 /// most significant byte first. Views into the header, which must outlive this.
 class RpmHeader {
 public:

@@ -11,17 +11,17 @@ namespace tidemark::RpmInstallations {
 
 namespace {
 
-/// For a machine with tens of thousands of transactions.
+/// The most steps of a query; enough for tens of thousands of transactions.
 constexpr int mostSteps = 100'000'000;
-/// Keys of other makers are recorded like packages.
+/// The name under which signing keys are recorded like packages.
 constexpr std::string_view keyPackage = "gpg-pubkey";
 
 struct History {
     const char* path;
-    const char* question;
+    const char* query;
 };
-/// A name and the reason of its last change last. Those looked for are "dependency", 1, and "weak
-/// dependency", 4.
+/// Each query gives the names of packages and the reasons of their changes, oldest first. Automatic
+/// are those whose last reason is 1, "dependency", or 4, "weak dependency".
 constexpr History histories[] = {
     {"/var/lib/dnf/history.sqlite",
      "SELECT rpm.name, trans_item.reason FROM trans_item JOIN rpm USING (item_id) "
@@ -31,12 +31,12 @@ constexpr History histories[] = {
      "JOIN pkg_names ON pkg_names.id = rpm.name_id ORDER BY trans_item.id"},
 };
 
-/// Without a history that can be read, no package counts as automatic.
+/// The packages that were installed because others need them; none when no history can be read.
 std::set<std::string, std::less<>> automaticNames(const MachineFiles& machine) {
     std::set<std::string, std::less<>> names;
-    for (const auto& [path, question] : histories) {
+    for (const auto& [path, query] : histories) {
         const SqliteFile file(machine.outside(machine.canonical(path)).native(), mostSteps);
-        const auto statement = file.prepare(question);
+        const auto statement = file.prepare(query);
         while (statement && ::sqlite3_step(statement.get()) == SQLITE_ROW) {
             std::string name(bytesAt(statement.get(), 0));
             const int reason = ::sqlite3_column_int(statement.get(), 1);
@@ -63,7 +63,7 @@ struct Number {
     Date date;
 };
 
-/// The packages of the transactions since then; absent when the file does not answer.
+/// The packages of the transactions since then; absent when the query fails.
 std::optional<std::vector<Number>> numbersSince(const SqliteFile& file, Date since) {
     const auto statement = file.prepare("SELECT key, hnum FROM Installtid");
     std::vector<Number> numbers;

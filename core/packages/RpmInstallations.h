@@ -20,8 +20,8 @@ struct Installation {
     bool isAutomatic = false;
 };
 
-/// What is installed, and was installed last at or after `since`; nothing where there is no such
-/// database.
+/// The installed packages whose last installation was at or after `since`; none when there is no
+/// such database.
 std::expected<std::vector<Installation>, PackageFailure> read(const MachineFiles& machine,
                                                               Date since);
 

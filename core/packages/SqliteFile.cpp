@@ -10,8 +10,8 @@ namespace {
 /// The largest value, such as the header of a kernel with all its modules, has about 2 MB.
 constexpr int largestValue = 64 << 20;
 
-/// "file:…?immutable=1": a database that is written ahead can't be read otherwise without the
-/// right to write beside it.
+/// "file:…?immutable=1": otherwise SQLite can't read a database with a write-ahead log without the
+/// permission to write beside it.
 std::string uriOf(const std::string& path) {
     std::string uri = "file:";
     for (const char character : path) {
@@ -47,10 +47,10 @@ SqliteFile::SqliteFile(const std::string& path, int steps) {
     ::sqlite3_progress_handler(opened, steps, [](void*) { return 1; }, nullptr);
 }
 
-SqliteFile::Statement SqliteFile::prepare(const char* question) const {
+SqliteFile::Statement SqliteFile::prepare(const char* query) const {
     sqlite3_stmt* statement = nullptr;
     if (!database
-        || ::sqlite3_prepare_v2(database.get(), question, -1, &statement, nullptr) != SQLITE_OK)
+        || ::sqlite3_prepare_v2(database.get(), query, -1, &statement, nullptr) != SQLITE_OK)
         return nullptr;
     return Statement(statement);
 }

@@ -10,8 +10,8 @@
 namespace tidemark {
 
 /// An SQLite database of another program. Only the main file is read, without a lock and without
-/// creating files beside it: changes that are still in the write-ahead log are not seen. Only for
-/// the sources of this folder, as it shows the library.
+/// creating files beside it: changes that are still in the write-ahead log are not seen. Include it
+/// only in sources of this folder, because it includes the header of the library.
 class SqliteFile {
 public:
     struct EndStatement {
@@ -19,12 +19,11 @@ public:
     };
     using Statement = std::unique_ptr<sqlite3_stmt, EndStatement>;
 
-    /// `steps` is how many steps of SQLite's virtual machine one question may take before it is
-    /// broken off.
+    /// A query is aborted after `steps` steps of SQLite's virtual machine.
     SqliteFile(const std::string& path, int steps);
 
     /// Null when the file can't be read or has no such tables.
-    Statement prepare(const char* question) const;
+    Statement prepare(const char* query) const;
 
 private:
     struct Close {

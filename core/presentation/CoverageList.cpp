@@ -9,22 +9,22 @@ namespace tidemark {
 
 namespace {
 
-/// The captures that met one problem.
-struct Spell {
+/// The captures that had one problem.
+struct ProblemPeriod {
     Date first;
     Date last;
     std::size_t captures = 0;
 };
 
-std::map<std::string, Spell> spellsOf(const ObservationCoverageReport& report) {
-    std::map<std::string, Spell> spells;
+std::map<std::string, ProblemPeriod> problemPeriods(const ObservationCoverageReport& report) {
+    std::map<std::string, ProblemPeriod> periods;
     for (const auto& issue : report.accessIssues) {
-        auto& spell =
-            spells.try_emplace(issue.message, Spell{issue.timestamp, {}, 0}).first->second;
-        spell.last = issue.timestamp;
-        ++spell.captures;
+        auto& period =
+            periods.try_emplace(issue.message, ProblemPeriod{issue.timestamp, {}, 0}).first->second;
+        period.last = issue.timestamp;
+        ++period.captures;
     }
-    return spells;
+    return periods;
 }
 
 } // namespace
@@ -35,11 +35,11 @@ CoverageList CoverageList::of(const ObservationCoverageReport& report, const Cal
     for (const auto& gap : report.gaps)
         list.gaps.push_back(
             {moment(gap.start) + " – " + (gap.isOngoing ? "now" : moment(gap.end)), gap.isOngoing});
-    for (const auto& [message, spell] : spellsOf(report)) {
-        std::string when = moment(spell.first);
-        if (spell.captures > 1)
+    for (const auto& [message, period] : problemPeriods(report)) {
+        std::string when = moment(period.first);
+        if (period.captures > 1)
             when +=
-                " – " + moment(spell.last) + ", " + std::to_string(spell.captures) + " captures";
+                " – " + moment(period.last) + ", " + std::to_string(period.captures) + " captures";
         list.problems.push_back({systemWords::shown(message), std::move(when)});
     }
     return list;

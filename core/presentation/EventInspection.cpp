@@ -95,7 +95,7 @@ InspectionSection memorySection(const MemoryRecord& record, const Calendar& cale
 
 std::vector<InspectionSection> sectionsOf(const Event& event, const Snapshot* latest,
                                           bool isStateComparison, const Calendar& calendar) {
-    // These two say when in words of their own.
+    // The sections of these two kinds have the time themselves.
     if (event.observationGap)
         return {gapSection(*event.observationGap, calendar)};
     if (event.installationRecord)
@@ -114,7 +114,7 @@ std::vector<InspectionSection> sectionsOf(const Event& event, const Snapshot* la
 
 std::vector<InspectionAction> actionsOf(const Event& event) {
     std::vector<InspectionAction> actions;
-    // What this system has no words for, it does not have.
+    // The label is empty for something that this system does not have.
     const auto offer = [&](InspectionCommand command, std::string_view label) {
         if (auto words = systemWords::shown(label); !words.empty())
             actions.push_back({command, std::move(words)});

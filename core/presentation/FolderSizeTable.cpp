@@ -19,7 +19,7 @@ using Table = FolderSizeTable;
 
 constexpr const char* unknownSize = "—";
 
-/// The names that folders have where they are recommended.
+/// The name of a folder in the list of recommended folders, or else its recorded name.
 std::string nameOf(const std::string& path, const std::string& recorded) {
     if (TrashFolder::is(path))
         return "Trash";

@@ -70,8 +70,8 @@ std::vector<FolderSizeTable::Header> headersOf(FolderSizeTable::Scope scope,
                                                FolderSizeTable::Comparison comparison);
 FolderSizeTable::Cells cellsOf(const FolderInspectionRow& row, const Calendar& calendar);
 
-/// By one column: names in the user's order, sizes and changes with what is unknown at the end
-/// either way. Rows that are alike there keep their order.
+/// Sorts by one column: names by the rules of the user's language, sizes and changes by value, with
+/// unknown ones last in both directions. Rows that are equal in the column keep their order.
 void sortRows(std::vector<FolderInspectionRow>& rows, FolderSizeTable::Column column,
               bool ascending);
 

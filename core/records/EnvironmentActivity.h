@@ -44,7 +44,8 @@ struct EnvironmentActivity {
     std::string deviceName;
     /// Mount point of a volume.
     std::optional<std::string> path;
-    /// True mounted or connected, false the reverse, absent for a change of configuration.
+    /// True when it was mounted or connected, false when unmounted or disconnected; absent for a
+    /// change of configuration.
     std::optional<bool> connected;
     std::optional<VolumeContext> volume;
     std::optional<DisplayContext> display;

@@ -102,6 +102,7 @@ constexpr auto table = std::to_array<Words>({
 constexpr const Words& wordsOf(Kind kind) {
     return table[static_cast<std::size_t>(kind)];
 }
+static_assert(table.size() == json::rawValues<Kind>.size(), "each kind needs a row in the table");
 static_assert(std::ranges::all_of(json::rawValues<Kind>, [](const auto& entry) {
     return wordsOf(entry.value).kind == entry.value;
 }));

@@ -12,7 +12,7 @@ namespace tidemark {
 
 /// The address of a local socket for bind(2) and connect(2), which only take short paths (108 bytes
 /// on Linux, 104 on a Mac). One source file per system; on Linux a longer path is reached through
-/// its opened folder, so the address is good as long as this object lives.
+/// its opened folder, so the address is valid while this object exists.
 class LocalSocketAddress {
 public:
     /// The error is ENAMETOOLONG, or the `errno` of opening the folder.

@@ -35,7 +35,7 @@ std::string unescapedMountField(std::string_view field);
 bool hasMountOption(std::string_view options, std::string_view sought);
 
 /// The mount that contains the canonical path `path`, whose device number is `device`: the deepest
-/// mount point above it, and of several at the same place the latest.
+/// mount point above it, and the latest of several at the same mount point.
 std::optional<MountEntry> mountOf(const std::vector<MountEntry>& table, std::string_view path,
                                   std::string_view device);
 

@@ -33,12 +33,12 @@ struct FileVersion {
     auto operator<=>(const FileVersion&) const = default;
 };
 
-/// The status of one file or folder by itself (`lstat`): of a link, that of the link.
+/// The status of one file or folder as lstat(2) returns it: that of a link, not of its target.
 struct StorageFileMetadata {
-    /// The error is that of `errno`.
+    /// The error is a value of `errno`.
     using Read = std::expected<StorageFileMetadata, int>;
 
-    /// The entry `name` of an open folder; works below any depth.
+    /// The entry `name` of an open folder. Works at any depth, since it needs no path.
     static Read readEntry(int folder, const char* name);
     /// The file or folder that is open as `descriptor`, including `birth`.
     static Read readOpen(int descriptor);

@@ -22,8 +22,8 @@ std::filesystem::path homeDirectory();
 /// The present version and build of this machine. On Linux the distribution and its version of
 /// os-release(5) and the kernel release of uname(2).
 OperatingSystemObservation collectOperatingSystem();
-/// The same by the files of a machine. Of one elsewhere, no kernel runs whose release could be
-/// asked: on Linux it has no build. Absent when it does not say its version.
+/// The same, read from the files of `machine`. On Linux the build is absent for another machine
+/// than this one, because its kernel is not running. Absent when its files have no version.
 std::optional<OperatingSystemObservation> readOperatingSystem(const MachineFiles& machine);
 
 /// The free space of a volume, and the volume's identity: only free space of the same volume is

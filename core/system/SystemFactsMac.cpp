@@ -91,7 +91,7 @@ private:
     Owned<CFURLRef> url;
 };
 
-/// The tool of the system leaves a patch of 0 away; a version here always has three numbers.
+/// The system's own tool omits a patch number of 0; a version here always has three numbers.
 std::string threeNumbers(std::string version) {
     while (std::ranges::count(version, '.') < 2)
         version += ".0";

@@ -4,17 +4,16 @@
 
 /// Recognises the Trash folders of the user. One source file per system.
 ///
-/// Linux, as desktops by freedesktop.org keep it: "Trash/files" in the user's data folder,
-/// and for what was thrown away on another volume ".Trash-1000/files" or ".Trash/1000/files" at its
-/// top, the number being the user's. What was thrown away lies in "files"; the folders beside it
-/// hold records about it, and are never empty.
-/// A Mac: "~/.Trash", and "/Volumes/Name/.Trashes/501".
+/// On Linux, by the Trash specification of freedesktop.org: "Trash/files" in the user's data
+/// folder, and ".Trash-1000/files" or ".Trash/1000/files" at the top of each other volume, where
+/// 1000 is the number of the user. Only "files" has the deleted files. The folders beside it have
+/// records about them and are never empty. On a Mac: "~/.Trash", and "/Volumes/Name/.Trashes/501".
 /// On both: any folder named ".Trash", so that a history of either system reads the same on both.
 namespace tidemark::TrashFolder {
 
 /// Whether the folder at the absolute path `path` is one of them. Decided by the path and the
-/// place of the user's data folder, never by what is mounted now: a comparison of old observations
-/// must not change when a volume goes.
+/// place of the user's data folder, not by what is mounted now: a comparison of old observations
+/// must not change when a volume is removed.
 bool is(std::string_view path,
         const UserFolders::Environment& environment = UserFolders::processEnvironment);
 

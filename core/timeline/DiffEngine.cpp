@@ -179,7 +179,7 @@ void compareFolders(const Snapshot& previous, const Snapshot& current,
             continue;
         const Shared<FolderSize>& before = *found;
         // A size that was added up over several captures can't be compared with one measured at
-        // once. Whether the Trash was emptied is known even so.
+        // once, but that the Trash was emptied can be seen from either.
         if (before->rollingMeasurement.value_or(false)
             != after->rollingMeasurement.value_or(false)) {
             if (wasEmptied(*before, *after))

@@ -14,7 +14,7 @@ struct Options {
         return std::tuple{
             Option{"id",
                    &Options::id,
-                   "The identifier of an event (timeline --ids), or a part that no other has",
+                   "The identifier of an event (timeline --ids), or a part of it that is unique",
                    {.isPositional = true, .isRequired = true}},
             Option{"json", &Options::json, "Print stored JSON instead of text"}};
     }

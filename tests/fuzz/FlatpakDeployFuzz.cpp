@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <cstdlib>
 
-/// Any bytes as what Flatpak recorded of an application: what is read are texts that can be stored.
+/// Parses any bytes as the file "deploy" of a Flatpak. The texts in the result must be storable.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size);
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {

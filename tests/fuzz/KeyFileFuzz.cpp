@@ -6,8 +6,8 @@
 #include <cstdint>
 #include <cstdlib>
 
-/// Any bytes as a file of keys, in both forms, and as a desktop entry: what comes of them is text
-/// that can be stored, of keys that stand in a group.
+/// Parses any bytes as a key file, with both kinds of continuation, and as a desktop entry. The
+/// texts in the result must be storable, and each key must be in a group.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size);
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {

@@ -4,8 +4,8 @@
 #include <cstdint>
 #include <cstdlib>
 
-/// Any bytes as the header of a package: nothing outside of them is read, and the version is text
-/// that can be stored.
+/// Parses any bytes as the header of a package. Nothing outside of them may be read, and the
+/// version must be storable.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size);
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {

@@ -9,22 +9,22 @@
 
 namespace tidemark::test {
 
-/// The root folder of a machine that is made of nothing but what a test puts there. Paths are those
-/// of that machine.
+/// The root folder of a machine that has only what a test puts there. Paths are paths on that
+/// machine.
 class MadeUpMachine {
 public:
-    /// With /lib, /bin and /sbin as links into /usr, as machines have them.
+    /// With /lib, /bin and /sbin as links into /usr, as on most machines.
     MadeUpMachine();
 
     const std::filesystem::path& root() const { return folder.path(); }
-    /// Where a path lies for the test.
+    /// The path by which the test itself reaches a file of the machine.
     std::filesystem::path at(std::string_view path) const { return folder / path.substr(1); }
 
     void write(std::string_view path, std::string_view bytes) const;
     void link(std::string_view path, const std::string& target) const;
     void remove(std::string_view path) const;
 
-    /// Its applications and services, from the places where machines have them.
+    /// An observation of its standard folders for applications and services.
     Snapshot observed() const;
 
 private:

@@ -105,7 +105,7 @@ TEST_F(FolderAccessTest, GrantsBecomeTheRootsOfACapture) {
 }
 
 #ifndef __APPLE__
-TEST_F(FolderAccessTest, AFolderThatStandsForAFamilyBringsItAlsoWhenItIsGone) {
+TEST_F(FolderAccessTest, AFolderThatRepresentsOthersGrantsThemEvenIfItIsMissing) {
     const auto home = folder.makeFolder("home");
     const auto autostart = folder.makeFolder("home/.config/autostart");
     const std::string before = SystemFacts::homeDirectory();
@@ -372,7 +372,7 @@ TEST_F(FolderAccessTest, RestoresTheTrashUnlessTheUserRemovedIt) {
     restart(false);
     EXPECT_FALSE(restore()) << "not guarded by the system, so readable without consent";
     preferences.set("diskAccessSetupPending", true);
-    EXPECT_FALSE(restore()) << "nor is it then";
+    EXPECT_FALSE(restore()) << "also not after the user went to grant full disk access";
     preferences.set("diskAccessSetupPending", false);
     restart();
     EXPECT_TRUE(restore());

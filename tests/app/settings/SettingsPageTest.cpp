@@ -35,7 +35,7 @@ constexpr auto elsewhere = std::to_array<std::string_view>({
     preference::memoryFolders.name,
 });
 
-TEST(SettingsPage, SetsEverySettingOnceAndSaysWhichDoNothing) {
+TEST(SettingsPage, ShowsEverySettingOnceAndWhyItHasNoEffect) {
     const MemoryPreferences preferences;
     const SettingSources none({}, {{SettingSource::formulas, "Homebrew is not installed."}});
     const auto rows = rowsOf({.preferences = preferences, .sources = none});
@@ -66,7 +66,7 @@ TEST(SettingsPage, FollowsTheSchedule) {
     EXPECT_TRUE(hasText(rowsOf(state), "Use Check Now to capture manually."));
 }
 
-TEST(DeveloperSuggestions, AreFoldersThatNoMonitoredOneCovers) {
+TEST(DeveloperSuggestions, AreFoldersOutsideOfMonitoredOnes) {
     using developerSuggestions::Location;
     constexpr auto places = std::to_array<Location>(
         {{"Data", "Library/Developer", ""}, {"Work", "Work", ""}, {"File", "File", ""}});

@@ -148,7 +148,7 @@ TEST(PropertyList, RefusesListsThatExhaustTheStackOrTheMemory) {
     }
 }
 
-TEST(PropertyList, SeesTheDepthBehindQuotesCommentsAndDeclarations) {
+TEST(PropertyList, FindsTheDepthDespiteQuotesCommentsAndDeclarations) {
     std::string elements;
     for (int i = 0; i < 5'000; ++i)
         elements += "<array a=\"</array>\"><!-- </array> --><?x </array> \"?>\" ?>";

@@ -31,7 +31,7 @@ std::string entryNamed(const std::string& name) {
     return "[Desktop Entry]\nType=Application\nName=" + name + "\nExec=x\n";
 }
 
-/// A machine as a folder, of which dpkg knows one package.
+/// A machine as a folder, with one package in the database of dpkg.
 struct Machine {
     TemporaryFolder root;
     PackageIndex packages;
@@ -118,7 +118,7 @@ TEST(ApplicationFormats, ReadsDesktopEntriesAsAPersonSeesThem) {
     }
 }
 
-TEST(ApplicationFormats, ACopyOfAnEntrySaysNothing) {
+TEST(ApplicationFormats, AUsersCopyOfAnEntryIsNotCompared) {
     Machine machine;
     machine.root.write(vendors + 1 + "/harbor.desktop"s, entryNamed("Harbor"));
     const auto before = machine.capture();
@@ -130,14 +130,14 @@ TEST(ApplicationFormats, ACopyOfAnEntrySaysNothing) {
     EXPECT_EQ(with.coverage.excludedPaths->count(users + "/harbor.desktop"s), 1U);
     for (const auto& [from, to] : {std::pair(&before, &with), {&with, &hidden}, {&with, &before}})
         EXPECT_TRUE(EventBuilder::build(*from, *to).empty());
-    // Without the vendor's it is an application of its own.
+    // Without the vendor's entry, the user's is an application of its own.
     fs::remove(machine.root.path() / (vendors + 1) / "harbor.desktop");
     fs::copy_file(machine.root.write("entry", entryNamed("Mine")), copy,
                   fs::copy_options::overwrite_existing);
     EXPECT_EQ(machine.found(), Texts{"harbor|Mine|Unknown version|"});
 }
 
-TEST(ApplicationFormats, AVersionThatCantBeToldIsNoUpdate) {
+TEST(ApplicationFormats, AnApplicationWithoutAReadableVersionIsNotCompared) {
     Machine machine;
     machine.root.write(vendors + 1 + "/harbor.desktop"s, entryNamed("Harbor"));
     const auto before = machine.capture();
@@ -256,7 +256,7 @@ TEST(ApplicationFormats, OnlyFoldersHaveTheirSizeMeasured) {
     EXPECT_EQ(snapshot.applicationStorage->records[0]->item->identifier, "c");
 }
 
-TEST(ApplicationFormats, TiesWhatStartsByItselfToTheOnlyApplicationOfItsPackage) {
+TEST(ApplicationFormats, AssociatesABackgroundItemWithTheOnlyApplicationOfItsPackage) {
     Machine machine;
     machine.root.write("usr/share/agents/harbor.plist",
                        test::xmlList("<dict><key>Label</key><string>x</string></dict>"));

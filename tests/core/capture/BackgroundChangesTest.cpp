@@ -33,7 +33,7 @@ std::string entry(const std::string& more) {
     return "[Desktop Entry]\nType=Application\nName=Files\nExec=/usr/bin/files --scan\n" + more;
 }
 
-/// A machine with one of everything that starts by itself.
+/// A machine with at least one background item of each kind.
 struct Machine : MadeUpMachine {
     Machine() {
         write(vendor + "ssh.service", sshd);
@@ -57,7 +57,7 @@ struct Machine : MadeUpMachine {
 
 } // namespace
 
-TEST(BackgroundChanges, OfAProgramAreTheEventsThatOneExpects) {
+TEST(BackgroundChanges, AreReportedIfTheyChangeWhatAProgramDoes) {
     const std::string own = home(".config/autostart/files.desktop");
     const std::string changed = "Background Item Changed ";
     const std::string added = "New Background Item ";
@@ -195,8 +195,8 @@ TEST(BackgroundChanges, OfAProgramAreTheEventsThatOneExpects) {
     }
 }
 
-TEST(BackgroundChanges, OfAReleaseThatMeansNothingAreNone) {
-    // The shapes in which the units of one project changed between its releases.
+TEST(BackgroundChanges, AreNotReportedForAReleaseThatOnlyRewritesItsUnits) {
+    // The kinds of changes that the units of one project had between two releases.
     const auto unit = [](int number, bool isNewer) {
         const std::string program = (number % 3 == 0 && !isNewer ? "/lib/" : "/usr/lib/")
                                     + std::string("daemon-") + std::to_string(number);
@@ -228,7 +228,7 @@ TEST(BackgroundChanges, OfAReleaseThatMeansNothingAreNone) {
               "Background Item Changed " + vendor + "daemon-7.service; Launch arguments changed\n");
 }
 
-TEST(BackgroundChanges, AreNoneForAnotherSessionOrOrderOnDisk) {
+TEST(BackgroundChanges, AreNotReportedForAnotherSessionOrOrderOnDisk) {
     const Machine machine;
     const Snapshot before = machine.observed();
     const MadeUpMachine copy;
@@ -257,7 +257,7 @@ TEST(BackgroundChanges, AreNoneForAnotherSessionOrOrderOnDisk) {
     EXPECT_EQ(before.backgroundItems->size(), after.backgroundItems->size());
 }
 
-TEST(BackgroundChanges, AreNoneWhereTheStateOfUnitsCannotBeKnown) {
+TEST(BackgroundChanges, AreNotReportedIfUnitsCannotBeReadCompletely) {
     const std::string unreadableFile =
         "Background items: 1 definitions could not be read or did not contain valid metadata. "
         "They are excluded from comparisons.";
@@ -287,7 +287,7 @@ TEST(BackgroundChanges, AreNoneWhereTheStateOfUnitsCannotBeKnown) {
     }
 }
 
-TEST(BackgroundChanges, AreNotFoundInBadFiles) {
+TEST(BackgroundChanges, NeedAReadableFileAndStoreNoArguments) {
     const std::string long10 = "[Service]\nExecStart=/x " + std::string(10 << 20, 'a') + "\n";
     const auto unit = [](const std::string& exec) { return "[Service]\nExecStart=" + exec + "\n"; };
     const std::string autostart = "/etc/xdg/autostart/bad.desktop";
@@ -295,7 +295,7 @@ TEST(BackgroundChanges, AreNotFoundInBadFiles) {
     struct Case {
         std::string path;
         std::string bytes;
-        /// Of the item; "unreadable" for none.
+        /// The program of the item; "unreadable" when there is no item.
         std::optional<std::string> program;
     };
     const std::string unreadable = "unreadable";
@@ -336,13 +336,13 @@ TEST(BackgroundChanges, AreNotFoundInBadFiles) {
         ASSERT_EQ(found.backgroundItems->size(), 1U) << shown;
         const BackgroundItem& item = *found.backgroundItems->front();
         EXPECT_EQ(item.program, each.program) << shown;
-        // What is quoted to the end is taken for the name of the program.
+        // Without a closing quote the program is everything up to the end of the line.
         const bool isStored = json::encoded(item).contains("secret");
         EXPECT_EQ(isStored, item.program == "/unclosed secret") << shown;
     }
 }
 
-TEST(BackgroundChanges, NeverFollowWhatIsNoFileOfTheMachine) {
+TEST(BackgroundChanges, LeaveOutLinksAndPipes) {
     const MadeUpMachine machine;
     const test::TemporaryFolder outside;
     outside.write("evil.service", sshd);

@@ -53,14 +53,14 @@ TEST(StandardRoots, NoneLiesInAnotherOrInAFolderThatIsEmptiedByARestart) {
             return isBelow(root, each);
         })) << root;
     }
-    // What moves folders here says nothing of another machine.
+    // The variables of this process don't apply to another machine.
     const TemporaryFolder other;
     EXPECT_EQ(pathsOf(StandardRoots::applications(
                   places(other.path(), {{"XDG_DATA_DIRS", "/opt/share"}}))),
               pathsOf(StandardRoots::applications(places("", {}))));
 }
 
-TEST(StandardRoots, AFolderStandsForAllOfItsPurposeOrForItselfWithItsFamily) {
+TEST(StandardRoots, AFolderRepresentsAllOfItsPurposeOrOnlyItself) {
     const TemporaryFolder folder;
     folder.makeFolder("etc/systemd/system");
     folder.makeFolder("home/me/units");
@@ -78,8 +78,6 @@ TEST(StandardRoots, AFolderStandsForAllOfItsPurposeOrForItselfWithItsFamily) {
 
     const std::pair<const char*, RootFamily> alone[] = {
         {"/home/me/units", RootFamily::userUnits},
-        {"/backup/etc/systemd/system", RootFamily::systemUnits},
-        {"/backup/cron.daily", RootFamily::cronScripts},
         {"/etc/xdg/autostart", RootFamily::autostart},
         {"/opt/autostarted", RootFamily::any},
     };
@@ -87,6 +85,13 @@ TEST(StandardRoots, AFolderStandsForAllOfItsPurposeOrForItselfWithItsFamily) {
         EXPECT_EQ(StandardRoots::backgroundFor(path, Kind::daemon, machine),
                   (std::vector{BackgroundRoot{path, Kind::daemon, family}}))
             << path;
+    for (const auto& roots : {StandardRoots::agents(machine), StandardRoots::daemons(machine)})
+        for (const auto& root : roots)
+            EXPECT_EQ(
+                StandardRoots::backgroundRoot("/backup" + root.path.native(), root.kind, machine)
+                    .family,
+                root.family)
+                << root.path;
     EXPECT_EQ(StandardRoots::applicationRoot("/opt/Applications", machine).family,
               RootFamily::ownApplications);
 }

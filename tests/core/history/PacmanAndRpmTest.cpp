@@ -17,7 +17,7 @@ namespace {
 /// A week that ends at 2024-05-08 00:00 UTC.
 constexpr Date through = Date::fromUnix(1'715'126'400);
 
-/// "name version seconds-before-the-end" of each, with "*" where it came along.
+/// "name version seconds-before-the-end" of each, with "*" if others needed it.
 std::string shown(const InstallationPreview& preview) {
     std::string text;
     for (const auto& record : preview.records)

@@ -249,7 +249,7 @@ TEST(MemoryHistoryStore, LeavesAnUnreadableArchiveUnchanged) {
     }
 }
 
-TEST(MemoryHistoryStore, DoesNotTakeMissingPermissionForAMissingFile) {
+TEST(MemoryHistoryStore, DistinguishesMissingPermissionFromAMissingFile) {
     Place place;
     place.save(sample);
     fs::permissions(place.folder / "data", fs::perms(0755));

@@ -7,7 +7,7 @@
 
 using namespace tidemark;
 
-TEST(EmptyState, GivesTheFirstReasonThatHolds) {
+TEST(EmptyState, ShowsTheFirstReasonThatApplies) {
     Snapshot seen = test::snapshot(1);
     Snapshot partly = seen;
     partly.coverage.issues = {"Downloads: not read"};

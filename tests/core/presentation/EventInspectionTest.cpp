@@ -122,7 +122,7 @@ TEST(EventInspection, ShowsTheRowsOfEachActivity) {
     }
 }
 
-TEST(EventInspection, SaysOfAnApplicationWhatWasMeasuredOfThatVersion) {
+TEST(EventInspection, ShowsTheSizeOfAnApplicationOnlyWithItsVersion) {
     const Application old = application("Pen", "1");
     const Application now = application("Pen", "2");
     Event event;
@@ -157,7 +157,7 @@ TEST(EventInspection, SaysOfAnApplicationWhatWasMeasuredOfThatVersion) {
     EXPECT_FALSE(hasSentence(later, "The event-time size measurement"));
 }
 
-TEST(EventInspection, TellsWhereAFolderChanged) {
+TEST(EventInspection, ShowsWhichPartsOfAFolderChanged) {
     const auto inspectedFolder = [](FolderSize was, FolderSize is) {
         Snapshot before = test::snapshot(1);
         Snapshot after = test::snapshot(2);
@@ -203,7 +203,7 @@ TEST(EventInspection, ShowsNoValueOfAConfigurationAndNamesChangedSettings) {
     EXPECT_EQ(rowsOf(inspected(event)), "Selected file: /etc/a\nFile size: Not reported\n");
 }
 
-TEST(EventInspection, SaysWhenInWordsOfTheKind) {
+TEST(EventInspection, LabelsTheTimeByKindOfEvent) {
     const auto first = [](const Event& event, bool isStateComparison) {
         const auto made = EventInspection::of(event, nullptr, isStateComparison, Calendar("UTC"));
         const auto& section = made.sections.front();

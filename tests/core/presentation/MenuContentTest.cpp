@@ -22,7 +22,7 @@ std::string labelsOf(const std::vector<MenuEntry>& menu) {
 
 } // namespace
 
-TEST(MenuContent, HoldsTheNewestAndCutsWhatIsLong) {
+TEST(MenuContent, ShowsTheNewestEventsAndShortensLongTexts) {
     std::string longTitle;
     for (int i = 0; i < 61; ++i)
         longTitle += "é";

@@ -23,7 +23,7 @@ std::string spoken(const std::vector<SidebarRow>& rows) {
 
 } // namespace
 
-TEST(Sidebar, SpeaksPlacesCountsFiltersAndSnapshots) {
+TEST(Sidebar, DescribesItsRowsForAScreenReader) {
     using enum WorkspaceDestination;
     SidebarState state;
     state.workspace = storage;
@@ -47,7 +47,7 @@ TEST(Sidebar, SpeaksPlacesCountsFiltersAndSnapshots) {
     EXPECT_EQ(snapshot.find("[Storage"), std::string::npos);
 }
 
-TEST(Sidebar, OffersAFilterForSystemPlacesAlone) {
+TEST(Sidebar, OffersAFilterOnlyForSystemPlaces) {
     for (const auto& row : sidebarRows({}, {}, Calendar("UTC"))) {
         EXPECT_EQ(!row.filterToggle.empty(), row.place && facts(*row.place).isSystemFilter)
             << row.label;

@@ -25,8 +25,8 @@ bool namesOtherSystem(const std::string& text) {
     return std::regex_search(text, names);
 }
 
-/// What names the other system and is shown nowhere: paths, names of its packages, and the name of
-/// the machine in records of thermal pressure.
+/// Texts that name the other system and are not shown: paths, names of its packages, and the name
+/// of the machine in records of thermal pressure.
 constexpr auto notShown = std::to_array<std::string_view>({
     "Mac",
     "XProtect",
@@ -87,7 +87,7 @@ std::vector<fs::path> sources() {
 
 } // namespace
 
-TEST(SystemWords, FillWhatAPatternLeavesOpen) {
+TEST(SystemWords, ReplaceWholeTextsAndPatterns) {
     const struct {
         const char* source;
         const char* here;
@@ -109,8 +109,8 @@ TEST(SystemWords, FillWhatAPatternLeavesOpen) {
         EXPECT_EQ(systemWords::shown(source), here);
 }
 
-/// A text that is new in any source, and names the other system, needs its row in the table.
-TEST(SystemWords, KnowEveryTextThatNamesTheOtherSystem) {
+/// Fails when a source gets a text that names the other system and has no row in the table.
+TEST(SystemWords, HaveARowForEachTextThatNamesTheOtherSystem) {
     std::size_t named = 0;
     for (const auto& path : sources()) {
         std::ifstream file(path);
@@ -128,7 +128,7 @@ TEST(SystemWords, KnowEveryTextThatNamesTheOtherSystem) {
 TEST(SystemWords, NameNoOtherSystem) {
     for (const auto& [source, here] : systemWords::table()) {
         EXPECT_FALSE(namesOtherSystem(std::string(here))) << here;
-        // A row that changes nothing that names the other system is left over.
+        // A row whose text does not name the other system is superfluous.
         EXPECT_TRUE(namesOtherSystem(std::string(source)) || here.empty()
                     || source.contains("Casks"))
             << source;

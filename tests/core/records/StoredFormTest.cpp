@@ -244,7 +244,7 @@ TEST(StoredForm, LeavesOutAListThatIsTheSameAsInTheSnapshotBefore) {
     EXPECT_EQ(read, journal);
     EXPECT_TRUE(read.snapshots[0]->applications.sameObject(read.snapshots[2]->applications));
 
-    // The first one has nothing to repeat, and a baseline is no successor.
+    // The first snapshot follows none, and those in baselines are not in the list.
     for (const char* place : {"/snapshots/0/applications", "/baselines/0/snapshot/applications"}) {
         auto lacking = stored;
         const nlohmann::json::json_pointer at(place);
