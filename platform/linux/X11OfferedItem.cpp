@@ -46,7 +46,8 @@ void X11OfferedItem::read(const std::string& type, std::size_t most, Read use) {
     });
 }
 
-void X11OfferedItem::convert(xcb_atom_t target, std::size_t most, Answered use) {
+void X11OfferedItem::convert(xcb_atom_t wanted, std::size_t most, Answered use) {
+    target = wanted;
     limit = most;
     answered = std::move(use);
     pieces.reset();
@@ -68,7 +69,8 @@ void X11OfferedItem::handle(const xcb_generic_event_t& event) {
 }
 
 void X11OfferedItem::takeAnswer(const xcb_selection_notify_event_t& event) {
-    if (event.requestor != window || !answered || pieces)
+    // The answer to a request that was given up may still come.
+    if (event.requestor != window || event.target != target || !answered || pieces)
         return;
     if (event.property == XCB_ATOM_NONE)
         return finish(std::nullopt);

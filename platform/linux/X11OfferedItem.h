@@ -28,7 +28,7 @@ private:
     /// The content of the property, absent when the owner refused or did not answer.
     using Answered = std::function<void(std::optional<X11Property>)>;
 
-    void convert(xcb_atom_t target, std::size_t limit, Answered use);
+    void convert(xcb_atom_t wanted, std::size_t most, Answered use);
     void handle(const xcb_generic_event_t& event) override;
     void takeAnswer(const xcb_selection_notify_event_t& event);
     void takePiece();
@@ -43,6 +43,7 @@ private:
     const xcb_window_t window;
     const xcb_atom_t property;
     const xcb_atom_t incremental;
+    xcb_atom_t target = XCB_ATOM_NONE;
     std::size_t limit = 0;
     Answered answered;
     /// What was received in pieces; absent unless the owner sends pieces.
