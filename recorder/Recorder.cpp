@@ -64,7 +64,10 @@ SettingSources Recorder::sources() {
 }
 
 SettingSources Recorder::presentSources() const {
-    return sourcesWithout(monitors.absences());
+    auto reasons = monitors.absences();
+    if (!clipboard.absence().empty())
+        reasons[SettingSource::clipboard] = clipboard.absence();
+    return sourcesWithout(std::move(reasons));
 }
 
 SettingSources Recorder::sourcesWithout(std::map<SettingSource, std::string> reasons) {
@@ -88,10 +91,10 @@ SettingSources Recorder::sourcesWithout(std::map<SettingSource, std::string> rea
         present.erase(SettingSource::bluetooth);
         reasons[SettingSource::bluetooth] = *std::move(reason);
     }
-    if (const auto absence = systemServices::clipboardAbsence(); !absence)
-        present.insert(SettingSource::clipboard);
-    else if (!absence->empty())
+    if (const auto absence = systemServices::clipboardAbsence(); absence && !absence->empty())
         reasons[SettingSource::clipboard] = *absence;
+    else if (!absence && !reasons.contains(SettingSource::clipboard))
+        present.insert(SettingSource::clipboard);
     if (systemServices::hasFileIndex())
         present.insert(SettingSource::recentFiles);
     if (auto reason = systemServices::applicationsAbsence())

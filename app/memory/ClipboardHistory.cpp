@@ -52,6 +52,7 @@ void ClipboardHistory::record(const CopiedItem& item) {
 }
 
 void ClipboardHistory::showAccess(const ClipboardAccess& access) {
+    absenceText = access.absence;
     if (!access.absence.empty())
         statusText = access.absence;
     else if (access.hasWriter)

@@ -36,6 +36,9 @@ public:
 
     /// What is recorded at present and what is not, as sentences.
     const std::string& status() const { return *statusText; }
+    /// Why copies can't be recorded in this session, as a sentence; empty when they can, as far as
+    /// it is known. It is found out while the history is on.
+    const std::string& absence() const { return absenceText; }
 
 private:
     void record(const CopiedItem& item);
@@ -48,6 +51,7 @@ private:
     /// Set while it collects.
     MemoryHistoryService* history = nullptr;
     Published<std::string> statusText{this};
+    std::string absenceText;
     std::stop_source watching;
     TaskScope tasks;
 };

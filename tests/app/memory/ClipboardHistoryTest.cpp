@@ -104,6 +104,7 @@ TEST_F(ClipboardHistoryTest, StatusSaysWhatIsMissing) {
     for (const auto& [access, expected] : cases) {
         clipboard.accessChanged(access);
         EXPECT_EQ(history.status(), expected);
+        EXPECT_EQ(history.absence(), access.absence);
     }
     service.stop();
     EXPECT_EQ(history.status(), "Observation paused");
