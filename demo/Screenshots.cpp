@@ -241,6 +241,7 @@ void photographDialogs(const MadeUpHistory& history, const QString& folder, cons
 void takeScreenshots(const QString& folder, const QString& only) {
     if (!QDir().mkpath(folder))
         throw Error(folder.toStdString() + " could not be created.");
+    QApplication::setFont(QFont(QStringLiteral("DejaVu Sans"), 10));
     const auto history = MadeUpHistory::endingAt(pictured());
     for (const auto& scene : scenes())
         if (QString::fromLatin1(scene.name).contains(only))

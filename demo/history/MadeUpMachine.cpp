@@ -88,6 +88,14 @@ std::int64_t sumOf(const SizeByName& sizes) {
     return sum;
 }
 
+template <class Record>
+std::vector<Shared<Record>> sharedCopies(const std::vector<Record>& records) {
+    std::vector<Shared<Record>> copies;
+    for (const Record& each : records)
+        copies.emplace_back(Record(each));
+    return copies;
+}
+
 /// The last number of a version, plus one.
 std::string nextVersion(const std::string& version) {
     const auto dot = version.rfind('.');
@@ -227,10 +235,8 @@ Snapshot MadeUpMachine::captured(Date at, std::optional<double> interval) const 
     Snapshot snapshot;
     snapshot.id = Uuid::random();
     snapshot.timestamp = at;
-    for (const auto& each : applications)
-        snapshot.applications.emplace_back(Application(each));
-    for (const auto& each : services)
-        snapshot.backgroundItems.emplace_back(BackgroundItem(each));
+    snapshot.applications.emplace(sharedCopies(applications));
+    snapshot.backgroundItems.emplace(sharedCopies(services));
     auto& reports = snapshot.folderStorage.emplace();
     for (const auto& folder : folders) {
         reports.push_back(report(folder, at));

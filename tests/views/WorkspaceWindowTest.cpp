@@ -165,7 +165,8 @@ TEST_F(Workspace, ShowsTheSizesOfAnEventAndThoseOfAllFolders) {
     open();
     clock.advance(300);
     Journal grown = *state().journal();
-    for (const std::int64_t bytes : {1'000'000'000, 9'000'000'000}) {
+    for (const std::int64_t bytes :
+         std::initializer_list<std::int64_t>{1'000'000'000, 9'000'000'000}) {
         Snapshot next = *grown.snapshots.back();
         next.id = Uuid::random();
         next.timestamp = next.timestamp + 60;

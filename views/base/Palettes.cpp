@@ -64,21 +64,21 @@ QPalette lightHighContrast() {
     return made({.window = 0xffffff,
                  .base = 0xffffff,
                  .button = 0xffffff,
-                 .text = 0x000000,
-                 .line = 0x000000,
+                 .text = Qt::black,
+                 .line = Qt::black,
                  .accent = 0x00319c,
                  .disabledStrength = 0.6,
                  .hintStrength = 0.8});
 }
 
 QPalette darkHighContrast() {
-    return made({.window = 0x000000,
-                 .base = 0x000000,
-                 .button = 0x000000,
+    return made({.window = Qt::black,
+                 .base = Qt::black,
+                 .button = Qt::black,
                  .text = 0xffffff,
                  .line = 0xffffff,
                  .accent = 0xffd500,
-                 .onAccent = 0x000000,
+                 .onAccent = Qt::black,
                  .disabledStrength = 0.6,
                  .hintStrength = 0.8});
 }

@@ -2,6 +2,7 @@
 
 #include "views/base/RowPainter.h"
 #include "views/base/ThinScrollBar.h"
+#include "views/folders/FlatHeader.h"
 #include "views/folders/FolderSizeDelegate.h"
 
 #include <QHeaderView>
@@ -20,6 +21,7 @@ constexpr auto widestSize = "+1,023.99 GB ▲";
 } // namespace
 
 FolderTree::FolderTree(QWidget* parent) : QTreeView(parent) {
+    setHeader(new FlatHeader(this));
     setItemDelegate(new FolderSizeDelegate(this));
     setFrameShape(QFrame::NoFrame);
     setUniformRowHeights(true);
@@ -31,9 +33,6 @@ FolderTree::FolderTree(QWidget* parent) : QTreeView(parent) {
     setSortingEnabled(true);
     setExpandsOnDoubleClick(true);
     useThinScrollBars(*this);
-    header()->setStretchLastSection(false);
-    header()->setHighlightSections(false);
-    header()->setDefaultAlignment(Qt::AlignLeading | Qt::AlignVCenter);
 }
 
 void FolderTree::fitColumns() {

@@ -8,6 +8,7 @@
 #include <QLineEdit>
 #include <QMainWindow>
 #include <QMenuBar>
+#include <QShortcut>
 #include <QToolBar>
 #include <QToolButton>
 
@@ -103,6 +104,9 @@ void WorkspaceActions::makeToolbar(QMainWindow& window) {
     searchField->setFixedWidth(searchWidth);
     for (auto* button : searchField->findChildren<QToolButton*>())
         button->setToolTip(wordsHere(workspaceText::clearSearch));
+    auto* leave = new QShortcut(Qt::Key_Escape, searchField);
+    leave->setContext(Qt::WidgetShortcut);
+    connect(leave, &QShortcut::activated, searchField, &QLineEdit::clear);
     bar->addWidget(searchField);
     for (const auto command : {Command::darkMode, Command::settings}) {
         bar->addAction(action(command));

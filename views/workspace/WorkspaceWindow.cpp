@@ -15,6 +15,7 @@
 
 #include <QApplication>
 #include <QClipboard>
+#include <QEvent>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
@@ -182,6 +183,15 @@ void WorkspaceWindow::fitColumns() {
 void WorkspaceWindow::resizeEvent(QResizeEvent* event) {
     QMainWindow::resizeEvent(event);
     fitColumns();
+}
+
+void WorkspaceWindow::changeEvent(QEvent* event) {
+    QMainWindow::changeEvent(event);
+    if (event->type() != QEvent::PaletteChange)
+        return;
+    // Its symbol has a colour of the old palette.
+    inspected.reset();
+    refreshing.start();
 }
 
 void WorkspaceWindow::carryOut(Command command) {
