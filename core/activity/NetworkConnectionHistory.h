@@ -8,7 +8,8 @@
 namespace tidemark {
 
 /// Turns states of the network connection into records of its changes. A difference in any field
-/// counts once it has lasted, except that a fact becomes known or unknown. The caller passes the time to each call.
+/// counts once it has lasted, unless it is only that a fact became known or unknown. The caller
+/// passes the time to each call.
 class NetworkConnectionHistory {
 public:
     /// Seconds for which a state must last.
