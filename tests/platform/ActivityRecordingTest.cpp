@@ -1,5 +1,4 @@
 #include "core/activity/SystemActivityStore.h"
-#include "core/base/Files.h"
 #include "tests/app/support/Await.h"
 #include "tests/platform/PrivateBus.h"
 #include "tests/support/Contains.h"
@@ -7,7 +6,6 @@
 #include <QLocalServer>
 #include <QProcessEnvironment>
 #include <algorithm>
-#include <sstream>
 
 #include <gtest/gtest.h>
 
@@ -22,23 +20,12 @@ const QString managerPath = u"/org/freedesktop/login1"_s;
 
 /// The recording program, with a mock of logind.
 struct ActivityRecording : testing::Test {
-    /// Everything that could be started by asking for it.
-    const QStringList startable{
-        u"org.freedesktop.UPower"_s,         u"org.freedesktop.UPower.PowerProfiles"_s,
-        u"net.hadess.PowerProfiles"_s,       u"org.bluez"_s,
-        u"org.freedesktop.NetworkManager"_s, u"org.freedesktop.ScreenSaver"_s,
-        u"org.gnome.ScreenSaver"_s,          u"org.cinnamon.ScreenSaver"_s,
-        u"org.mate.ScreenSaver"_s,           u"org.gnome.Mutter.DisplayConfig"_s,
-        u"org.freedesktop.portal.Desktop"_s, u"org.kde.kglobalaccel"_s,
-        u"org.freedesktop.systemd1"_s};
-    test::PrivateBus home{startable};
+    test::PrivateBus home;
     QDBusConnection bus = home.connect(u"machine"_s);
     test::MockService logind{home, bus, u"logind"_s, service};
     test::TemporaryFolder folder;
     const std::filesystem::path file = folder / "data/Tidemark/system-activity.json";
     QProcess recorder;
-    /// Where system calls that may send something are written; empty for nowhere.
-    QString trace;
 
     ~ActivityRecording() override {
         recorder.kill();
@@ -59,15 +46,7 @@ struct ActivityRecording : testing::Test {
         environment.insert(u"DBUS_SESSION_BUS_ADDRESS"_s, systemBus);
         recorder.setProcessEnvironment(environment);
         recorder.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-        const QStringList words{QStringLiteral(TIDEMARK_PROGRAM), u"run"_s, u"--setup"_s,
-                                u"none"_s};
-        if (trace.isEmpty())
-            recorder.start(words.front(), words.mid(1));
-        else
-            recorder.start(u"/usr/bin/strace"_s,
-                           QStringList{u"-D"_s, u"-f"_s, u"-qq"_s, u"-e"_s,
-                                       u"trace=connect,sendto,sendmsg,exit_group"_s, u"-o"_s, trace}
-                               + words);
+        recorder.start(QStringLiteral(TIDEMARK_PROGRAM), {u"run"_s, u"--setup"_s, u"none"_s});
     }
     void prepareForSleep(bool preparing) {
         logind.control(managerPath, u"EmitSignal"_s,
@@ -120,33 +99,4 @@ TEST_F(ActivityRecording, IsNotDelayedByABusThatHangs) {
                && std::filesystem::exists(file.parent_path() / "journal.json");
     });
     expectToEnd();
-}
-
-TEST_F(ActivityRecording, StartsNoServiceButUPowerAndConnectsToNoOtherMachine) {
-    if (!std::filesystem::exists("/usr/bin/strace"))
-        GTEST_SKIP() << "strace is not installed";
-    trace = QString::fromStdString((folder / "trace").native());
-    logind.start();
-    start();
-    QTimer look;
-    look.start(20);
-    // The adapters have asked for their services when the bus has started the one that they may.
-    test::until([&] {
-        return home.hasStarted(startable.front())
-               && std::filesystem::exists(file.parent_path() / "journal.json");
-    });
-    expectToEnd();
-    for (const QString& service : startable)
-        EXPECT_EQ(home.hasStarted(service), service == startable.front()) << qPrintable(service);
-    // The last call. strace ends after the recorder.
-    test::until([&] { return test::contains(readFile(folder / "trace"), "exit_group("); });
-    int connections = 0;
-    std::istringstream calls(readFile(folder / "trace"));
-    for (std::string call; std::getline(calls, call);) {
-        connections += test::contains(call, "connect(") ? 1 : 0;
-        const bool isLocal = test::contains(call, "sa_family=AF_UNIX")
-                             || test::contains(call, "sa_family=AF_NETLINK");
-        EXPECT_TRUE(isLocal || !test::contains(call, "sa_family=")) << call;
-    }
-    EXPECT_GT(connections, 1);
 }

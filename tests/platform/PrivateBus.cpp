@@ -10,16 +10,7 @@ namespace tidemark::test {
 
 using namespace Qt::StringLiterals;
 
-PrivateBus::PrivateBus(const QStringList& startable) {
-    for (const QString& name : startable) {
-        const std::string service = name.toStdString();
-        folder.write("dbus-1/services/" + service + ".service",
-                     "[D-BUS Service]\nName=" + service + "\nExec=/usr/bin/touch "
-                         + (folder / ("started-" + service)).native() + "\n");
-    }
-    auto environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(u"XDG_DATA_HOME"_s, QString::fromStdString(folder.path().native()));
-    process.setProcessEnvironment(environment);
+PrivateBus::PrivateBus() {
     // Hides its warning about limits that it may not raise.
     process.setStandardErrorFile(QProcess::nullDevice());
     process.start(u"dbus-daemon"_s,
@@ -34,10 +25,6 @@ PrivateBus::PrivateBus(const QStringList& startable) {
 PrivateBus::~PrivateBus() {
     process.kill();
     process.waitForFinished();
-}
-
-bool PrivateBus::hasStarted(const QString& service) const {
-    return std::filesystem::exists(folder / ("started-" + service.toStdString()));
 }
 
 QDBusConnection PrivateBus::connect(const QString& name) const {
@@ -66,27 +53,27 @@ MockService::MockService(const PrivateBus& home, QDBusConnection connection, QSt
 }
 
 MockService::~MockService() {
-    process.kill();
-    process.waitForFinished();
+    running.kill();
+    running.waitForFinished();
 }
 
 void MockService::start() {
     auto environment = QProcessEnvironment::systemEnvironment();
     environment.insert(u"DBUS_SESSION_BUS_ADDRESS"_s, busAddress);
-    process.setProcessEnvironment(environment);
-    process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-    process.setStandardOutputFile(QProcess::nullDevice());
+    running.setProcessEnvironment(environment);
+    running.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    running.setStandardOutputFile(QProcess::nullDevice());
     // The system's Python: another one in PATH would not find dbusmock.
-    process.start(u"/usr/bin/python3"_s,
+    running.start(u"/usr/bin/python3"_s,
                   QStringList{u"-m"_s, u"dbusmock"_s, u"--session"_s} + arguments);
-    until([&] { return isThere || process.state() == QProcess::NotRunning; });
+    until([&] { return isThere || running.state() == QProcess::NotRunning; });
     if (!isThere)
         throw std::runtime_error("no mock service");
 }
 
 void MockService::stop() {
-    process.kill();
-    until([&] { return !isThere && process.state() == QProcess::NotRunning; });
+    running.kill();
+    until([&] { return !isThere && running.state() == QProcess::NotRunning; });
 }
 
 void MockService::control(const QString& path, const QString& method,

@@ -14,16 +14,13 @@ namespace tidemark::test {
 /// A message bus for one test.
 class PrivateBus {
 public:
-    /// `startable` are services that are started by asking for them: each only leaves a trace, for
-    /// `hasStarted`.
-    explicit PrivateBus(const QStringList& startable = {});
+    PrivateBus();
     ~PrivateBus();
 
     /// A connection that is valid for the lifetime of the bus.
     QDBusConnection connect(const QString& name) const;
     const QString& address() const { return busAddress; }
     const QProcess& daemon() const { return process; }
-    bool hasStarted(const QString& service) const;
 
 private:
     TemporaryFolder folder;
