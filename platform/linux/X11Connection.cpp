@@ -11,6 +11,15 @@ namespace {
 /// Programs may make any number of atoms.
 constexpr std::size_t mostNames = 4096;
 
+/// The display as it is reached by a local socket alone; empty where it has none. Without the name
+/// "unix", xcb tries TCP when there is no such socket.
+std::string localDisplay(const std::string& display) {
+    if (display.starts_with(':'))
+        return "unix" + display;
+    const bool isLocal = display.starts_with("unix:") || display.starts_with('/');
+    return isLocal ? display : std::string();
+}
+
 } // namespace
 
 X11Connection::Observer::Observer(X11Connection& connection) : connection(connection) {
@@ -31,8 +40,11 @@ std::vector<std::uint32_t> X11Property::numbers() const {
 
 std::unique_ptr<X11Connection> X11Connection::open(const std::string& display,
                                                    std::function<void()> lost) {
+    const auto local = localDisplay(display);
+    if (local.empty())
+        return nullptr;
     int screenNumber = 0;
-    auto* connection = xcb_connect(display.c_str(), &screenNumber);
+    auto* connection = xcb_connect(local.c_str(), &screenNumber);
     if (xcb_connection_has_error(connection) != 0) {
         xcb_disconnect(connection);
         return nullptr;

@@ -58,8 +58,9 @@ public:
         X11Connection& connection;
     };
 
-    /// Connects to a display, such as ":0". Null when there is no such server or it refuses.
-    /// `lost` is called from the event loop, once.
+    /// Connects to a display of this machine, such as ":0", by its socket in the file system. Null
+    /// when there is no such server or it refuses, and for a display that is reached over a
+    /// network. `lost` is called from the event loop, once.
     static std::unique_ptr<X11Connection> open(const std::string& display,
                                                std::function<void()> lost);
     ~X11Connection() override;

@@ -1,11 +1,15 @@
+#include "core/base/FileDescriptor.h"
 #include "platform/linux/Edid.h"
 #include "platform/linux/SessionDisplays.h"
 #include "tests/app/support/Await.h"
 #include "tests/platform/DisplayServers.h"
 
 #include <numeric>
+#include <thread>
 
 #include <gtest/gtest.h>
+#include <netinet/in.h>
+#include <sys/socket.h>
 #include <xcb/randr.h>
 
 using namespace tidemark;
@@ -60,6 +64,28 @@ TEST(X11DisplaysTest, FollowsOutputsThatShowSomething) {
     server.reset();
     untilChanges(4);
     EXPECT_EQ(displays->displays(), std::nullopt);
+}
+
+TEST(X11ConnectionTest, UsesNoNetwork) {
+    constexpr int display = 4321;
+    sockaddr_in address{};
+    address.sin_family = AF_INET;
+    address.sin_port = htons(6000 + display);
+    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    const FileDescriptor listener(::socket(AF_INET, SOCK_STREAM, 0));
+    if (::bind(listener.get(), reinterpret_cast<sockaddr*>(&address), sizeof address) != 0)
+        GTEST_SKIP() << "another program uses the port";
+    ::listen(listener.get(), 1);
+    int connections = 0;
+    std::jthread server([&] {
+        while (FileDescriptor(::accept(listener.get(), nullptr, nullptr)))
+            ++connections;
+    });
+    for (const auto* host : {"", "localhost", "127.0.0.1", "tcp/"})
+        EXPECT_EQ(X11Connection::open(host + (":" + std::to_string(display)), [] {}), nullptr);
+    ::shutdown(listener.get(), SHUT_RDWR);
+    server.join();
+    EXPECT_EQ(connections, 0);
 }
 
 TEST(EdidTest, IsParsedWithoutTheSerialNumber) {
