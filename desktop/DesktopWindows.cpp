@@ -1,13 +1,18 @@
 #include "desktop/DesktopWindows.h"
 
+#include "app/ports/SystemServices.h"
+
 #include <QApplication>
 
 namespace tidemark {
 
 namespace {
 
-QCoro::Task<void> readInstallations(AppModel& model) {
-    co_await model.imports().previewImport();
+/// Starts the program when the user logs in; null where the system has no such thing.
+std::unique_ptr<LoginLaunchController> loginLaunch() {
+    auto item = systemServices::loginItem(
+        {QCoreApplication::applicationFilePath().toStdString(), "--background"});
+    return item ? std::make_unique<LoginLaunchController>(std::move(item)) : nullptr;
 }
 
 } // namespace
@@ -16,12 +21,13 @@ DesktopWindows::DesktopWindows(Recorder& used)
     : recorder(used), viewSettings(recorder.preferences()), appearance(viewSettings),
       systemAppearance(desktopServices::appearance(
           [this](const SystemAppearance& system) { appearance.setSystem(system); })),
-      shortcut(desktopServices::searchShortcut), window({.model = recorder.model(),
-                                                         .memory = recorder.memoryHistory(),
-                                                         .viewSettings = viewSettings,
-                                                         .preferences = recorder.preferences(),
-                                                         .sources = sources,
-                                                         .tasks = recorder.tasks()}),
+      shortcut(desktopServices::searchShortcut), login(loginLaunch()),
+      window({.model = recorder.model(),
+              .memory = recorder.memoryHistory(),
+              .viewSettings = viewSettings,
+              .preferences = recorder.preferences(),
+              .sources = sources,
+              .tasks = recorder.tasks()}),
       tray({.model = recorder.model(), .memory = recorder.memoryHistory()}),
       search([this] { return recorder.model().history().history(); }, viewSettings),
       trayHost(desktopServices::trayHost([this](bool isThere) { setTrayHost(isThere); })) {
@@ -77,27 +83,31 @@ void DesktopWindows::showSearch() {
 }
 
 void DesktopWindows::showSettings() {
-    if (!settings) {
-        settings =
-            std::make_unique<SettingsView>(SettingsView::Uses{.model = recorder.model(),
-                                                              .memory = recorder.memoryHistory(),
-                                                              .preferences = recorder.preferences(),
-                                                              .viewSettings = viewSettings,
-                                                              .sources = sources,
-                                                              .shortcut = shortcut,
-                                                              .login = nullptr,
-                                                              .tasks = recorder.tasks()});
-        connect(settings.get(), &SettingsView::foldersRequested, this, [this] {
-            window.manageFolders();
-            showWindow();
-        });
-        connect(settings.get(), &SettingsView::searchRequested, this, &DesktopWindows::showSearch);
-        connect(settings.get(), &SettingsView::importRequested, this, [this] {
-            recorder.tasks().start(readInstallations(recorder.model()));
-            showWindow();
-        });
-    }
+    if (!settings)
+        makeSettings();
     bringForward(*settings);
+}
+
+void DesktopWindows::makeSettings() {
+    settings = std::make_unique<SettingsView>(
+        SettingsView::Uses{.model = recorder.model(),
+                           .memory = recorder.memoryHistory(),
+                           .preferences = recorder.preferences(),
+                           .viewSettings = viewSettings,
+                           .sources = [this] { return recorder.presentSources(); },
+                           .fileStatus = [this] { return recorder.files().status(); },
+                           .shortcut = shortcut,
+                           .login = login.get(),
+                           .tasks = recorder.tasks()});
+    connect(settings.get(), &SettingsView::foldersRequested, this, [this] {
+        window.manageFolders();
+        showWindow();
+    });
+    connect(settings.get(), &SettingsView::searchRequested, this, &DesktopWindows::showSearch);
+    connect(settings.get(), &SettingsView::importRequested, this, [this] {
+        showWindow();
+        window.importHistory();
+    });
 }
 
 void DesktopWindows::bringForward(QWidget& widget) {

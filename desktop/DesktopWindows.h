@@ -2,6 +2,7 @@
 
 #include "app/ports/DesktopServices.h"
 #include "app/search/SearchShortcut.h"
+#include "app/settings/LoginLaunchController.h"
 #include "app/settings/ViewSettings.h"
 #include "recorder/Recorder.h"
 #include "views/base/Appearance.h"
@@ -31,6 +32,7 @@ public:
     void showSettings();
 
 private:
+    void makeSettings();
     void connectWindow();
     void connectTray();
     void setTrayHost(bool isThere);
@@ -43,6 +45,7 @@ private:
     Appearance appearance;
     const std::unique_ptr<SystemAppearanceSource> systemAppearance;
     SearchShortcut shortcut;
+    const std::unique_ptr<LoginLaunchController> login;
     WorkspaceWindow window;
     TrayCompanion tray;
     SearchPanelView search;

@@ -24,7 +24,8 @@ struct Settings : test::ModelFixture {
 
     void open() {
         start();
-        view.emplace(SettingsView::Uses{*model, memory, preferences, viewSettings, sources,
+        view.emplace(SettingsView::Uses{*model, memory, preferences, viewSettings,
+                                        [this] { return sources; }, [] { return std::string(); },
                                         shortcut, nullptr, tasks});
         view->show();
         test::settle();

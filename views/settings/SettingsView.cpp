@@ -11,6 +11,7 @@
 #include <QFrame>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QShortcut>
 #include <QVBoxLayout>
 #include <algorithm>
 
@@ -83,19 +84,38 @@ SettingsView::SettingsView(const Uses& used) : uses(used) {
     centre->addStretch();
     setWidget(content);
 
+    for (const auto key : {QKeySequence::Close, QKeySequence::Cancel})
+        connect(new QShortcut(key, this), &QShortcut::activated, this, &QWidget::close);
+    followModel();
+    refresh();
+}
+
+void SettingsView::followModel() {
     refreshing.setSingleShot(true);
     refreshing.setInterval(0);
     connect(&refreshing, &QTimer::timeout, this, &SettingsView::refresh);
     for (Observable* part : std::initializer_list<Observable*>{
              &uses.model.state(), &uses.preferences, &uses.viewSettings, &uses.shortcut})
         connect(part, &Observable::changed, this, [this] { refreshing.start(); });
-    if (uses.login)
-        connect(uses.login, &Observable::changed, this, [this] { refreshing.start(); });
-    refresh();
+    if (!uses.login)
+        return;
+    connect(uses.login, &Observable::changed, this, [this] {
+        refreshing.start();
+        if (const auto& failure = *uses.login->error; failure && !*uses.login->busy)
+            report(QString::fromStdString(*failure));
+    });
+}
+
+void SettingsView::showEvent(QShowEvent* event) {
+    QScrollArea::showEvent(event);
+    // What the machine has changes without notice.
+    refreshing.start();
 }
 
 std::vector<SettingsSection> SettingsView::pageNow() const {
-    SettingsPageState state{.preferences = uses.preferences, .sources = uses.sources};
+    const SettingSources sources = uses.sources();
+    SettingsPageState state{.preferences = uses.preferences, .sources = sources};
+    state.fileStatus = uses.fileStatus();
     state.isRecording = uses.model.state().canRecord();
     state.canChangeRecording = uses.model.canChangeRecording();
     state.nextCapture = uses.model.nextAutomaticCapture();

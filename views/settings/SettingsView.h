@@ -10,6 +10,7 @@
 
 #include <QScrollArea>
 #include <QTimer>
+#include <functional>
 
 class QVBoxLayout;
 
@@ -29,7 +30,10 @@ public:
         MemoryHistoryService& memory;
         Preferences& preferences;
         ViewSettings& viewSettings;
-        const SettingSources& sources;
+        /// Those that are there at the moment.
+        std::function<SettingSources()> sources;
+        /// What the file history does at the moment.
+        std::function<std::string()> fileStatus;
         SearchShortcut& shortcut;
         /// Null where the program can't be started at login.
         LoginLaunchController* login;
@@ -44,7 +48,11 @@ Q_SIGNALS:
     void searchRequested();
     void importRequested();
 
+protected:
+    void showEvent(QShowEvent* event) override;
+
 private:
+    void followModel();
     std::vector<SettingsSection> pageNow() const;
     void refresh();
     void build(const std::vector<SettingsSection>& page);

@@ -708,10 +708,103 @@
     </message>
 </context>
 <context>
+    <name>tidemark::ExportDialog</name>
+    <message>
+        <source>%1 exists already.</source>
+        <translation>%1 gibt es schon.</translation>
+    </message>
+    <message>
+        <source>Saving…</source>
+        <translation>Sichert …</translation>
+    </message>
+</context>
+<context>
+    <name>tidemark::FolderInspectorView</name>
+    <message>
+        <source>Folders that are shown</source>
+        <translation>Gezeigte Ordner</translation>
+    </message>
+    <message>
+        <source>Comparison</source>
+        <translation>Vergleich</translation>
+    </message>
+    <message>
+        <source>1 folder</source>
+        <translation>1 Ordner</translation>
+    </message>
+    <message>
+        <source>%1 folders</source>
+        <translation>%1 Ordner</translation>
+    </message>
+    <message>
+        <source>%1 · recorded %2</source>
+        <translation>%1 · aufgenommen %2</translation>
+    </message>
+    <message>
+        <source>%1 · compared with %2</source>
+        <translation>%1 · verglichen mit %2</translation>
+    </message>
+</context>
+<context>
     <name>tidemark::FolderManagerView</name>
     <message>
         <source>Stop Monitoring</source>
         <translation>Nicht mehr überwachen</translation>
+    </message>
+</context>
+<context>
+    <name>tidemark::FooterView</name>
+    <message>
+        <source>Capture in progress</source>
+        <translation>Aufnahme läuft</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>Stop this capture; nothing of it is kept</source>
+        <translation>Diese Aufnahme abbrechen; nichts davon wird behalten</translation>
+    </message>
+</context>
+<context>
+    <name>tidemark::HistoryHead</name>
+    <message>
+        <source>Time window</source>
+        <translation>Zeitraum</translation>
+    </message>
+    <message>
+        <source> days</source>
+        <translation> Tage</translation>
+    </message>
+    <message>
+        <source>Days of the time window</source>
+        <translation>Tage des Zeitraums</translation>
+    </message>
+</context>
+<context>
+    <name>tidemark::HistoryPane</name>
+    <message>
+        <source>Capturing…</source>
+        <translation>Nimmt auf …</translation>
+    </message>
+    <message>
+        <source>Reading the history…</source>
+        <translation>Der Verlauf wird gelesen …</translation>
+    </message>
+</context>
+<context>
+    <name>tidemark::ImportDialog</name>
+    <message>
+        <source>Installation records</source>
+        <translation>Installationen</translation>
+    </message>
+</context>
+<context>
+    <name>tidemark::MessageBar</name>
+    <message>
+        <source>Close this message</source>
+        <translation>Diese Meldung schließen</translation>
     </message>
 </context>
 <context>
@@ -763,6 +856,35 @@
     </message>
 </context>
 <context>
+    <name>tidemark::SidebarView</name>
+    <message>
+        <source>Places</source>
+        <translation>Orte</translation>
+    </message>
+    <message>
+        <source>&amp;Delete Snapshot…</source>
+        <translation>Schnappschuss &amp;löschen …</translation>
+    </message>
+</context>
+<context>
+    <name>tidemark::SnapshotBarView</name>
+    <message>
+        <source>Delete Snapshot…</source>
+        <translation>Schnappschuss löschen …</translation>
+    </message>
+</context>
+<context>
+    <name>tidemark::TimelineModel</name>
+    <message>
+        <source>1 event</source>
+        <translation>1 Ereignis</translation>
+    </message>
+    <message>
+        <source>%1 events</source>
+        <translation>%1 Ereignisse</translation>
+    </message>
+</context>
+<context>
     <name>tidemark::TimelineView</name>
     <message>
         <source>Events</source>
@@ -770,23 +892,7 @@
     </message>
 </context>
 <context>
-    <name>tidemark::WorkspaceWindow</name>
-    <message>
-        <source>Places</source>
-        <translation>Orte</translation>
-    </message>
-    <message>
-        <source>Time window</source>
-        <translation>Zeitraum</translation>
-    </message>
-    <message>
-        <source>Toolbar</source>
-        <translation>Werkzeugleiste</translation>
-    </message>
-    <message>
-        <source>&amp;File</source>
-        <translation>&amp;Datei</translation>
-    </message>
+    <name>tidemark::WorkspaceActions</name>
     <message>
         <source>&amp;Save Snapshot…</source>
         <translation>&amp;Schnappschuss sichern …</translation>
@@ -800,8 +906,8 @@
         <translation>Überwachte &amp;Ordner …</translation>
     </message>
     <message>
-        <source>S&amp;ettings…</source>
-        <translation>&amp;Einstellungen …</translation>
+        <source>&amp;Import Recent History…</source>
+        <translation>Jüngsten Verlauf ü&amp;bernehmen …</translation>
     </message>
     <message>
         <source>Search &amp;History…</source>
@@ -812,28 +918,40 @@
         <translation>&amp;Beenden</translation>
     </message>
     <message>
-        <source>&amp;View</source>
-        <translation>&amp;Ansicht</translation>
-    </message>
-    <message>
         <source>&amp;Find</source>
         <translation>&amp;Suchen</translation>
     </message>
     <message>
-        <source>&amp;Increase Listing Text</source>
+        <source>&amp;Larger Text</source>
         <translation>Schrift &amp;größer</translation>
     </message>
     <message>
-        <source>&amp;Decrease Listing Text</source>
+        <source>&amp;Smaller Text</source>
         <translation>Schrift &amp;kleiner</translation>
     </message>
     <message>
-        <source>&amp;Reset Listing Text Size</source>
-        <translation>Schriftgröße &amp;zurücksetzen</translation>
+        <source>&amp;Normal Text Size</source>
+        <translation>&amp;Normale Schriftgröße</translation>
     </message>
     <message>
-        <source>Reading the history…</source>
-        <translation>Der Verlauf wird gelesen …</translation>
+        <source>&amp;Next Pane</source>
+        <translation>Nächster &amp;Bereich</translation>
+    </message>
+    <message>
+        <source>&amp;Previous Pane</source>
+        <translation>&amp;Vorheriger Bereich</translation>
+    </message>
+    <message>
+        <source>Toolbar</source>
+        <translation>Werkzeugleiste</translation>
+    </message>
+    <message>
+        <source>&amp;File</source>
+        <translation>&amp;Datei</translation>
+    </message>
+    <message>
+        <source>&amp;View</source>
+        <translation>&amp;Ansicht</translation>
     </message>
 </context>
 </TS>
