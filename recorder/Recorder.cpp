@@ -49,6 +49,7 @@ Recorder::Recorder(const RecorderPlaces& where)
     QObject::connect(&memory, &MemoryHistoryService::changed, &screen,
                      [this, &screen] { screen.setMemory(memory.archive()); });
     monitors.announceChangesTo(state);
+    QObject::connect(&clipboard, &ClipboardHistory::changed, &state, &ModelState::noteChange);
 }
 
 std::vector<MonitorStatus> Recorder::monitorStatuses() const {
