@@ -28,10 +28,16 @@ bool run(const QStringList& command, QByteArray& output) {
     QProcess process;
     process.setProcessEnvironment(environment);
     process.setProcessChannelMode(QProcess::MergedChannels);
-    process.start(words.takeFirst(), words);
+    const QString first = words.takeFirst();
+    process.start(first, words);
     const bool ended = process.waitForFinished(120'000);
     output = process.readAll();
     return ended && process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0;
+}
+
+/// This program.
+QString program() {
+    return QString::fromStdString(std::filesystem::read_symlink("/proc/self/exe"));
 }
 
 } // namespace
@@ -42,9 +48,11 @@ bool isInside() {
 
 std::optional<std::string> obstacle() {
     QByteArray output;
-    if (run({u"ip"_s, u"link"_s}, output))
+    // The program may lie in a folder that only root can enter.
+    if (run({u"ip"_s, u"link"_s}, output)
+        && run({program(), u"--gtest_list_tests"_s, u"--gtest_filter=none"_s}, output))
         return std::nullopt;
-    return "an ordinary user may not create a network namespace here: " + output.toStdString();
+    return "an ordinary user can't run this in a network namespace: " + output.toStdString();
 }
 
 std::string failure() {
@@ -52,8 +60,7 @@ std::string failure() {
     const QString filter = u"--gtest_filter=%1.%2"_s.arg(QLatin1String(test->test_suite_name()),
                                                          QLatin1String(test->name()));
     QByteArray output;
-    if (run({QString::fromStdString(std::filesystem::read_symlink("/proc/self/exe")), filter},
-            output))
+    if (run({program(), filter}, output))
         return {};
     return "in the namespace:\n" + output.toStdString();
 }
