@@ -18,7 +18,7 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr PipeReader::Times readTimes{.first = 1s, .next = 2s, .all = 10s};
-/// A program with more types than this is not asked for the others.
+/// Of an item with more types than this they count as unknown, since a mark may be among them.
 constexpr std::size_t mostTypes = 1024;
 
 } // namespace
@@ -41,7 +41,11 @@ public:
     wl_proxy* proxy() const { return object.get(); }
     bool isOwn() const { return std::ranges::find(types, ownType) != types.end(); }
 
-    void readTypes(TypesRead use) override { TypesRead(std::move(use))(ClipTypeNames(types)); }
+    void readTypes(TypesRead use) override {
+        // Copies, because the function may destroy this object.
+        const auto answer = std::move(use);
+        answer(types.size() > mostTypes ? std::nullopt : std::optional(types));
+    }
 
     void read(const std::string& type, std::size_t limit, Read use) override {
         std::array<int, 2> ends{};
@@ -63,7 +67,7 @@ public:
 
 private:
     void add(const char* type) {
-        if (types.size() < mostTypes)
+        if (types.size() <= mostTypes)
             types.push_back(textFromBytes(type));
     }
 

@@ -7,7 +7,7 @@ namespace tidemark {
 
 namespace {
 
-/// A program with more types than this is not asked for the others.
+/// Of an item with more types than this they count as unknown, since a mark may be among them.
 constexpr std::size_t mostTypes = 1024;
 
 /// Names of the protocol itself, which are among the targets (ICCCM 2.6.2).
@@ -28,7 +28,7 @@ X11OfferedItem::~X11OfferedItem() {
 void X11OfferedItem::readTypes(TypesRead use) {
     const auto limit = mostTypes * sizeof(xcb_atom_t);
     convert(connection.atom("TARGETS"), limit, [this, use = std::move(use)](auto answer) {
-        if (!answer)
+        if (!answer || !answer->isComplete)
             return use(std::nullopt);
         auto types = connection.namesOf(answer->numbers());
         std::erase_if(types, [](const auto& type) {
