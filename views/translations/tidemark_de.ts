@@ -695,6 +695,646 @@
         <source>Project folders, dependencies, and build outputs</source>
         <translation>Projektordner, Abhängigkeiten und Ergebnisse von Übersetzungen</translation>
     </message>
+    <message>
+        <source>Export History</source>
+        <translation>Verlauf exportieren</translation>
+    </message>
+    <message>
+        <source>Format</source>
+        <translation>Format</translation>
+    </message>
+    <message>
+        <source>Include paths, device and Wi-Fi names</source>
+        <translation>Pfade, Geräte- und WLAN-Namen aufnehmen</translation>
+    </message>
+    <message>
+        <source>App names and other event metadata remain included. Review the file before sharing. History may be incomplete. This is a report, not a backup.</source>
+        <translation>Programmnamen und andere Angaben zu Ereignissen bleiben enthalten. Sehen Sie die Datei durch, bevor Sie sie weitergeben. Der Verlauf kann unvollständig sein. Dies ist ein Bericht, keine Sicherung.</translation>
+    </message>
+    <message>
+        <source>A little history to start with</source>
+        <translation>Ein wenig Verlauf für den Anfang</translation>
+    </message>
+    <message>
+        <source>Import installation records from the last 7 days. They’ll appear on their recorded dates, labeled “Imported from the system.”</source>
+        <translation>Übernimmt Installationen der letzten 7 Tage. Sie erscheinen an ihrem Datum mit dem Vermerk „Vom System übernommen“.</translation>
+    </message>
+    <message>
+        <source>Events from before Tidemark was installed may be incomplete. This import cannot reconstruct past storage changes, removals, or previous app versions.</source>
+        <translation>Ereignisse aus der Zeit vor Tidemark können unvollständig sein. Frühere Änderungen am Speicher, Entferntes und frühere Versionen lassen sich nicht wiederherstellen.</translation>
+    </message>
+    <message>
+        <source>Reading the system’s installation history…</source>
+        <translation>Die Installationen des Systems werden gelesen …</translation>
+    </message>
+    <message>
+        <source>Include the system’s maintenance records</source>
+        <translation>Auch Wartung des Systems</translation>
+    </message>
+    <message>
+        <source>Includes packages that were installed because others needed them.</source>
+        <translation>Mit Paketen, die installiert wurden, weil andere sie brauchten.</translation>
+    </message>
+    <message>
+        <source>Local to this computer</source>
+        <translation>Bleibt auf diesem Computer</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>Only the system’s maintenance records were found. Include them above to preview those records.</source>
+        <translation>Nur Wartung des Systems wurde gefunden. Oben kann sie einbezogen werden.</translation>
+    </message>
+    <message>
+        <source>No installation records found in the last 7 days.</source>
+        <translation>Keine Installationen in den letzten 7 Tagen gefunden.</translation>
+    </message>
+    <message>
+        <source>These records are already in your timeline.</source>
+        <translation>Diese Einträge sind schon in Ihrer Zeitleiste.</translation>
+    </message>
+    <message>
+        <source>Already imported</source>
+        <translation>Schon übernommen</translation>
+    </message>
+    <message>
+        <source>Today</source>
+        <translation>Heute</translation>
+    </message>
+    <message>
+        <source>Yesterday</source>
+        <translation>Gestern</translation>
+    </message>
+    <message>
+        <source>Imported from the system</source>
+        <translation>Vom System übernommen</translation>
+    </message>
+    <message>
+        <source>Coverage</source>
+        <translation>Abdeckung</translation>
+    </message>
+    <message>
+        <source>Observation gaps and access limitations</source>
+        <translation>Lücken der Beobachtung und Orte ohne Zugang</translation>
+    </message>
+    <message>
+        <source>Changes happened between observations; this is not an exact installation time.</source>
+        <translation>Die Änderung geschah zwischen zwei Beobachtungen; dies ist kein genauer Zeitpunkt.</translation>
+    </message>
+    <message>
+        <source>This is a difference between two saved observations, not an individual event or its installation time.</source>
+        <translation>Dies ist ein Unterschied zwischen zwei gesicherten Beobachtungen, kein einzelnes Ereignis und kein Zeitpunkt.</translation>
+    </message>
+    <message>
+        <source>Recording coverage</source>
+        <translation>Abdeckung der Aufzeichnung</translation>
+    </message>
+    <message>
+        <source>Last capture before gap</source>
+        <translation>Letzte Aufnahme vor der Lücke</translation>
+    </message>
+    <message>
+        <source>Captures resumed</source>
+        <translation>Wieder aufgenommen</translation>
+    </message>
+    <message>
+        <source>Source</source>
+        <translation>Quelle</translation>
+    </message>
+    <message>
+        <source>Imported from the system’s installation history</source>
+        <translation>Aus den Installationen des Systems</translation>
+    </message>
+    <message>
+        <source>Recorded installation date</source>
+        <translation>Verzeichnetes Datum</translation>
+    </message>
+    <message>
+        <source>Imported into Tidemark</source>
+        <translation>In Tidemark übernommen</translation>
+    </message>
+    <message>
+        <source>Installer source</source>
+        <translation>Herkunft</translation>
+    </message>
+    <message>
+        <source>Compared at</source>
+        <translation>Verglichen</translation>
+    </message>
+    <message>
+        <source>Recorded at</source>
+        <translation>Festgehalten</translation>
+    </message>
+    <message>
+        <source>Compared snapshots</source>
+        <translation>Verglichene Schnappschüsse</translation>
+    </message>
+    <message>
+        <source>Observation interval</source>
+        <translation>Zeitraum der Beobachtung</translation>
+    </message>
+    <message>
+        <source>Path</source>
+        <translation>Pfad</translation>
+    </message>
+    <message>
+        <source>Application</source>
+        <translation>Programm</translation>
+    </message>
+    <message>
+        <source>Content</source>
+        <translation>Inhalt</translation>
+    </message>
+    <message>
+        <source>Downloaded from</source>
+        <translation>Geladen von</translation>
+    </message>
+    <message>
+        <source>Size</source>
+        <translation>Größe</translation>
+    </message>
+    <message>
+        <source>Last used</source>
+        <translation>Zuletzt benutzt</translation>
+    </message>
+    <message>
+        <source>First observed</source>
+        <translation>Zuerst beobachtet</translation>
+    </message>
+    <message>
+        <source>Pinned</source>
+        <translation>Angeheftet</translation>
+    </message>
+    <message>
+        <source>Yes</source>
+        <translation>Ja</translation>
+    </message>
+    <message>
+        <source>Copy identifier</source>
+        <translation>Kennung kopieren</translation>
+    </message>
+    <message>
+        <source>Inspect Folder Sizes</source>
+        <translation>Ordnergrößen ansehen</translation>
+    </message>
+    <message>
+        <source>Identifier</source>
+        <translation>Kennung</translation>
+    </message>
+    <message>
+        <source>The version or build changed between observations. The exact installation time and cause are unknown; a restore or downgrade can also change the version.</source>
+        <translation>Version oder Build haben sich zwischen zwei Beobachtungen geändert. Zeitpunkt und Ursache sind nicht bekannt; auch eine Wiederherstellung kann die Version ändern.</translation>
+    </message>
+    <message>
+        <source>Trash was observed empty after containing items. Its previous size was not completely measured. Items may have been deleted, restored, or moved elsewhere; this does not confirm disk space was freed.</source>
+        <translation>Der Papierkorb war leer, nachdem er etwas enthalten hatte. Seine frühere Größe war nicht vollständig gemessen. Der Inhalt kann gelöscht, wiederhergestellt oder verschoben worden sein; dass Platz frei wurde, ist damit nicht gesagt.</translation>
+    </message>
+    <message>
+        <source>Volume-wide available space can change independently of tracked folders, including system activity and file system snapshots.</source>
+        <translation>Der freie Platz des Datenträgers kann sich unabhängig von den überwachten Ordnern ändern, auch durch das System und durch Schnappschüsse des Dateisystems.</translation>
+    </message>
+    <message>
+        <source>Content changed in an explicitly selected file. Tidemark stores a fingerprint, not the file contents or a text diff.</source>
+        <translation>Der Inhalt einer gewählten Datei hat sich geändert. Tidemark speichert einen Fingerabdruck, weder den Inhalt noch den Unterschied.</translation>
+    </message>
+    <message>
+        <source>Installed formula versions only. Custom Homebrew locations are not included.</source>
+        <translation>Nur installierte Versionen von Formeln. Eigene Orte von Homebrew sind nicht enthalten.</translation>
+    </message>
+    <message>
+        <source>A report file first appeared between captures. Report contents were not read. This does not establish when or why a crash occurred; copied reports can also appear here.</source>
+        <translation>Ein Bericht erschien zwischen zwei Aufnahmen. Sein Inhalt wurde nicht gelesen. Wann und warum etwas abstürzte, ist damit nicht gesagt; auch kopierte Berichte können hier erscheinen.</translation>
+    </message>
+    <message>
+        <source>Definition present at last observation</source>
+        <translation>Bei der letzten Beobachtung vorhanden</translation>
+    </message>
+    <message>
+        <source>Present at last observation</source>
+        <translation>Bei der letzten Beobachtung vorhanden</translation>
+    </message>
+    <message>
+        <source>Definition absent at last observation</source>
+        <translation>Bei der letzten Beobachtung nicht vorhanden</translation>
+    </message>
+    <message>
+        <source>Absent at last observation</source>
+        <translation>Bei der letzten Beobachtung nicht vorhanden</translation>
+    </message>
+    <message>
+        <source>Unknown · location was not fully observed.</source>
+        <translation>Unbekannt · der Ort wurde nicht vollständig beobachtet.</translation>
+    </message>
+    <message>
+        <source>Observed version</source>
+        <translation>Beobachtete Version</translation>
+    </message>
+    <message>
+        <source>Observed build</source>
+        <translation>Beobachteter Build</translation>
+    </message>
+    <message>
+        <source>Previous version</source>
+        <translation>Vorherige Version</translation>
+    </message>
+    <message>
+        <source>Previous build</source>
+        <translation>Vorheriger Build</translation>
+    </message>
+    <message>
+        <source>Changed settings</source>
+        <translation>Geänderte Einstellungen</translation>
+    </message>
+    <message>
+        <source>Volume</source>
+        <translation>Datenträger</translation>
+    </message>
+    <message>
+        <source>Capacity</source>
+        <translation>Kapazität</translation>
+    </message>
+    <message>
+        <source>Previous operating system</source>
+        <translation>Vorheriges Betriebssystem</translation>
+    </message>
+    <message>
+        <source>Latest observation</source>
+        <translation>Letzte Beobachtung</translation>
+    </message>
+    <message>
+        <source>Folder path</source>
+        <translation>Pfad des Ordners</translation>
+    </message>
+    <message>
+        <source>Kind</source>
+        <translation>Art</translation>
+    </message>
+    <message>
+        <source>Application relationship</source>
+        <translation>Zugehöriges Programm</translation>
+    </message>
+    <message>
+        <source>Executable</source>
+        <translation>Ausführbare Datei</translation>
+    </message>
+    <message>
+        <source>Previously observed items</source>
+        <translation>Zuvor beobachtete Einträge</translation>
+    </message>
+    <message>
+        <source>Latest observed items</source>
+        <translation>Zuletzt beobachtete Einträge</translation>
+    </message>
+    <message>
+        <source>Homebrew Cellar metadata</source>
+        <translation>Angaben aus dem Homebrew-Cellar</translation>
+    </message>
+    <message>
+        <source>Selected file</source>
+        <translation>Gewählte Datei</translation>
+    </message>
+    <message>
+        <source>File size</source>
+        <translation>Größe der Datei</translation>
+    </message>
+    <message>
+        <source>Report type</source>
+        <translation>Art des Berichts</translation>
+    </message>
+    <message>
+        <source>Possible application</source>
+        <translation>Mögliches Programm</translation>
+    </message>
+    <message>
+        <source>Enabled</source>
+        <translation>Eingeschaltet</translation>
+    </message>
+    <message>
+        <source>Disabled</source>
+        <translation>Ausgeschaltet</translation>
+    </message>
+    <message>
+        <source>Low Power Mode</source>
+        <translation>Stromsparmodus</translation>
+    </message>
+    <message>
+        <source>Observed sleep interval</source>
+        <translation>Beobachteter Ruhezustand</translation>
+    </message>
+    <message>
+        <source>Observed charging interval</source>
+        <translation>Beobachtetes Laden</translation>
+    </message>
+    <message>
+        <source>Battery</source>
+        <translation>Akku</translation>
+    </message>
+    <message>
+        <source>External power</source>
+        <translation>Netzstrom</translation>
+    </message>
+    <message>
+        <source>Connected</source>
+        <translation>Verbunden</translation>
+    </message>
+    <message>
+        <source>Not connected</source>
+        <translation>Nicht verbunden</translation>
+    </message>
+    <message>
+        <source>Battery across interval</source>
+        <translation>Akku im Zeitraum</translation>
+    </message>
+    <message>
+        <source>Based on paired observations in one monitoring session. Notification times are approximate.</source>
+        <translation>Aus zwei Beobachtungen desselben Laufs. Die Zeiten der Meldungen sind ungefähr.</translation>
+    </message>
+    <message>
+        <source>Previous connection</source>
+        <translation>Vorherige Verbindung</translation>
+    </message>
+    <message>
+        <source>Observed connection</source>
+        <translation>Beobachtete Verbindung</translation>
+    </message>
+    <message>
+        <source>Low Data Mode</source>
+        <translation>Datensparmodus</translation>
+    </message>
+    <message>
+        <source>Expensive</source>
+        <translation>Kostenpflichtig</translation>
+    </message>
+    <message>
+        <source>Not expensive</source>
+        <translation>Nicht kostenpflichtig</translation>
+    </message>
+    <message>
+        <source>New Wi-Fi network</source>
+        <translation>Neues WLAN</translation>
+    </message>
+    <message>
+        <source>Last connected network</source>
+        <translation>Zuletzt verbundenes Netz</translation>
+    </message>
+    <message>
+        <source>Previous Wi-Fi network</source>
+        <translation>Vorheriges WLAN</translation>
+    </message>
+    <message>
+        <source>Wi-Fi details are from the last connected observation.</source>
+        <translation>Die Angaben zum WLAN stammen aus der letzten verbundenen Beobachtung.</translation>
+    </message>
+    <message>
+        <source>Channel</source>
+        <translation>Kanal</translation>
+    </message>
+    <message>
+        <source>Security Mode</source>
+        <translation>Sicherheit</translation>
+    </message>
+    <message>
+        <source>Signal at observation</source>
+        <translation>Signal bei der Beobachtung</translation>
+    </message>
+    <message>
+        <source>Link rate at observation</source>
+        <translation>Rate bei der Beobachtung</translation>
+    </message>
+    <message>
+        <source>Observed item</source>
+        <translation>Beobachtet</translation>
+    </message>
+    <message>
+        <source>Device class</source>
+        <translation>Art des Geräts</translation>
+    </message>
+    <message>
+        <source>Observed connection interval</source>
+        <translation>Beobachtete Verbindung</translation>
+    </message>
+    <message>
+        <source>Observed elevated pressure</source>
+        <translation>Beobachtete erhöhte Belastung</translation>
+    </message>
+    <message>
+        <source>Display type</source>
+        <translation>Art des Bildschirms</translation>
+    </message>
+    <message>
+        <source>Built-in</source>
+        <translation>Eingebaut</translation>
+    </message>
+    <message>
+        <source>External or virtual</source>
+        <translation>Extern oder virtuell</translation>
+    </message>
+    <message>
+        <source>Display mode</source>
+        <translation>Modus</translation>
+    </message>
+    <message>
+        <source>Previous display mode</source>
+        <translation>Vorheriger Modus</translation>
+    </message>
+    <message>
+        <source>Reported refresh rate</source>
+        <translation>Gemeldete Bildrate</translation>
+    </message>
+    <message>
+        <source>Display scale</source>
+        <translation>Skalierung</translation>
+    </message>
+    <message>
+        <source>Backing scale</source>
+        <translation>Skalierung</translation>
+    </message>
+    <message>
+        <source>Location</source>
+        <translation>Ort</translation>
+    </message>
+    <message>
+        <source>Local</source>
+        <translation>Lokal</translation>
+    </message>
+    <message>
+        <source>Network</source>
+        <translation>Netzwerk</translation>
+    </message>
+    <message>
+        <source>Access</source>
+        <translation>Zugriff</translation>
+    </message>
+    <message>
+        <source>Read only</source>
+        <translation>Nur lesen</translation>
+    </message>
+    <message>
+        <source>Read and write</source>
+        <translation>Lesen und schreiben</translation>
+    </message>
+    <message>
+        <source>A comparable breakdown wasn’t recorded for both observations. The total size change is still available.</source>
+        <translation>Eine vergleichbare Aufteilung gibt es nicht für beide Beobachtungen. Die Änderung im Ganzen ist bekannt.</translation>
+    </message>
+    <message>
+        <source>No individual folder changes in the available breakdown.</source>
+        <translation>Keine Änderungen einzelner Ordner in der Aufteilung.</translation>
+    </message>
+    <message>
+        <source>The remaining net change outside the breakdown shown above.</source>
+        <translation>Was außerhalb der gezeigten Aufteilung übrig bleibt.</translation>
+    </message>
+    <message>
+        <source>Logical file sizes. Clones, compression, and overlapping locations mean this is not physical disk usage.</source>
+        <translation>Logische Größen. Wegen geklonter und komprimierter Dateien und sich überschneidender Orte ist dies nicht der belegte Platz.</translation>
+    </message>
+    <message>
+        <source>File Changes</source>
+        <translation>Änderungen an Dateien</translation>
+    </message>
+    <message>
+        <source>Other Changes</source>
+        <translation>Weitere Änderungen</translation>
+    </message>
+    <message>
+        <source>Net change</source>
+        <translation>Änderung im Ganzen</translation>
+    </message>
+    <message>
+        <source>Where the Size Changed</source>
+        <translation>Wo sich die Größe geändert hat</translation>
+    </message>
+    <message>
+        <source>Date not recorded</source>
+        <translation>Datum nicht bekannt</translation>
+    </message>
+    <message>
+        <source>Size recorded</source>
+        <translation>Größe vom</translation>
+    </message>
+    <message>
+        <source>Unavailable · no complete measurement was recorded</source>
+        <translation>Nicht verfügbar · keine vollständige Messung</translation>
+    </message>
+    <message>
+        <source>The event-time size measurement did not yet match this app version.</source>
+        <translation>Die Messung von damals gehörte noch nicht zu dieser Version.</translation>
+    </message>
+    <message>
+        <source>This is the bundle’s last recorded logical size, not confirmed disk space freed. The app may have been moved to Trash or another location.</source>
+        <translation>Dies ist die zuletzt gemessene logische Größe; dass Platz frei wurde, ist damit nicht gesagt. Das Programm kann im Papierkorb oder an einem anderen Ort sein.</translation>
+    </message>
+    <message>
+        <source>Last measured bundle size</source>
+        <translation>Zuletzt gemessene Größe</translation>
+    </message>
+    <message>
+        <source>Not measured yet</source>
+        <translation>Noch nicht gemessen</translation>
+    </message>
+    <message>
+        <source>Size measured</source>
+        <translation>Gemessene Größe</translation>
+    </message>
+    <message>
+        <source>Size measured for version</source>
+        <translation>Gemessen für Version</translation>
+    </message>
+    <message>
+        <source>Event-time bundle size</source>
+        <translation>Größe beim Ereignis</translation>
+    </message>
+    <message>
+        <source>Recorded bundle-size change</source>
+        <translation>Änderung der Größe</translation>
+    </message>
+    <message>
+        <source>Not reported</source>
+        <translation>Nicht gemeldet</translation>
+    </message>
+    <message>
+        <source>Not present</source>
+        <translation>Nicht vorhanden</translation>
+    </message>
+    <message>
+        <source>Trash</source>
+        <translation>Papierkorb</translation>
+    </message>
+    <message>
+        <source>No change</source>
+        <translation>Keine Änderung</translation>
+    </message>
+    <message>
+        <source>No recorded subfolders.</source>
+        <translation>Keine aufgezeichneten Unterordner.</translation>
+    </message>
+    <message>
+        <source>Subfolder sizes not recorded yet.</source>
+        <translation>Größen der Unterordner noch nicht aufgezeichnet.</translation>
+    </message>
+    <message>
+        <source>This event’s measurements</source>
+        <translation>Messungen dieses Ereignisses</translation>
+    </message>
+    <message>
+        <source>All Folders</source>
+        <translation>Alle Ordner</translation>
+    </message>
+    <message>
+        <source>Latest Sizes Only</source>
+        <translation>Nur die letzten Größen</translation>
+    </message>
+    <message>
+        <source>Compare with Previous Capture</source>
+        <translation>Mit der vorigen Aufnahme vergleichen</translation>
+    </message>
+    <message>
+        <source>Folder</source>
+        <translation>Ordner</translation>
+    </message>
+    <message>
+        <source>Before</source>
+        <translation>Vorher</translation>
+    </message>
+    <message>
+        <source>After</source>
+        <translation>Nachher</translation>
+    </message>
+    <message>
+        <source>Change</source>
+        <translation>Änderung</translation>
+    </message>
+    <message>
+        <source>Latest</source>
+        <translation>Zuletzt</translation>
+    </message>
+    <message>
+        <source>Toggle recorded file changes</source>
+        <translation>Geänderte Dateien ein- und ausblenden</translation>
+    </message>
+    <message>
+        <source>Toggle subfolder sizes</source>
+        <translation>Unterordner ein- und ausblenden</translation>
+    </message>
+    <message>
+        <source>About These Sizes</source>
+        <translation>Über diese Größen</translation>
+    </message>
+    <message>
+        <source>Add folders in Monitored Folders to record their sizes.</source>
+        <translation>In „Überwachte Ordner“ lassen sich Ordner hinzufügen, deren Größen aufgezeichnet werden.</translation>
+    </message>
+    <message>
+        <source>Available Disk Space</source>
+        <translation>Freier Speicherplatz</translation>
+    </message>
+    <message>
+        <source>Operating System</source>
+        <translation>Betriebssystem</translation>
+    </message>
 </context>
 <context>
     <name>tidemark::CoverageDialog</name>
