@@ -18,6 +18,22 @@ SettingSources everySource() {
                            recentFiles, applicationLaunches, clipboard, windows});
 }
 
+/// What the log of the made-up machine's package manager has.
+InstallationPreview madeUpInstallations(Date now) {
+    constexpr double day = 86'400;
+    InstallationPreview preview{
+        .records = {}, .skippedRecords = 0, .since = now + -7 * day, .through = now};
+    for (const auto& [name, version, daysAgo, source] :
+         std::initializer_list<std::tuple<const char*, const char*, double, std::string_view>>{
+             {"Draw", "4.8", 0.1, InstallationRecord::otherSource},
+             {"Easel Studio", "2.1", 0.2, InstallationRecord::otherSource},
+             {"Scanner Drivers", "1.2.3", 3.2, InstallationRecord::otherSource},
+             {"Colour Profiles", "20", 3.2, InstallationRecord::automaticSource},
+             {"Example Fonts", "", 5.1, InstallationRecord::otherSource}})
+        preview.records.push_back({name, version, now + -daysAgo * day, std::string(source), now});
+    return preview;
+}
+
 } // namespace
 
 DemoClock::DemoClock(Date first) : start(first), started(AppClock::system().monotonicSeconds()) {}
@@ -64,7 +80,7 @@ DemoRecorder::DemoRecorder(const std::filesystem::path& folder, MadeUpHistory hi
                 .recommended = recommended(folder / "ada"),
                 .observe = [this](ObservationOptions,
                                   std::stop_token stop) { return observe(std::move(stop)); },
-                .collectInstallations = [](Date) { return InstallationPreview{}; }}),
+                .collectInstallations = madeUpInstallations}),
       viewSettings(stored), sources(everySource()) {
     if (!made.journal.snapshots.empty())
         JournalStore(folder / "journal.json").save(made.journal);

@@ -1,6 +1,6 @@
 #include "demo/Screenshots.h"
 
-#include "demo/DemoRecorder.h"
+#include "demo/DemoWindows.h"
 #include "views/base/Palettes.h"
 #include "views/dialogs/CoverageDialog.h"
 #include "views/dialogs/ExportDialog.h"
@@ -12,7 +12,7 @@
 #include <QElapsedTimer>
 #include <QFile>
 #include <QIcon>
-#include <QListView>
+#include <QLineEdit>
 #include <QTemporaryDir>
 #include <QTreeView>
 #include <QWidget>
@@ -24,6 +24,7 @@ namespace tidemark::demo {
 namespace {
 
 constexpr QSize windowSize(1280, 800);
+constexpr QSize settingsSize(720, 800);
 /// On 21 November 2026.
 Date pictured() {
     return MadeUpHistory::endOfDay(Date::fromUnix(1'795'262'400));
@@ -216,7 +217,7 @@ void photograph(const Scene& scene, const MadeUpHistory& history, const QString&
 /// Of the dialogs, which stand on their own.
 void photographDialogs(const MadeUpHistory& history, const QString& folder, const QString& only) {
     Studio studio = opened({.name = "", .arrange = {}}, history);
-    const auto take = [&](QDialog& dialog, const char* name) {
+    const auto take = [&](QWidget& dialog, const char* name) {
         if (!QString::fromLatin1(name).contains(only))
             return;
         dialog.show();
@@ -234,6 +235,12 @@ void photographDialogs(const MadeUpHistory& history, const QString& folder, cons
     ImportDialog importing(studio.model(), tasks, nullptr);
     importing.readAgain();
     take(importing, "import");
+    DemoWindows windows(*studio.recorder);
+    windows.settings().resize(settingsSize);
+    take(windows.settings(), "settings");
+    windows.search().open();
+    windows.search().findChild<QLineEdit*>()->setText(QStringLiteral("draw"));
+    take(windows.search(), "search-panel");
 }
 
 } // namespace

@@ -1,9 +1,8 @@
-#include "demo/DemoRecorder.h"
+#include "demo/DemoWindows.h"
 #include "demo/Screenshots.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
-#include <QIcon>
 #include <QTemporaryDir>
 #include <cstdio>
 
@@ -12,12 +11,6 @@ namespace {
 using namespace tidemark;
 
 constexpr int failed = 1;
-
-void chooseIcons() {
-    if (!QIcon::hasThemeIcon(QStringLiteral("view-refresh")))
-        QIcon::setThemeName(QStringLiteral("breeze"));
-    QIcon::setFallbackThemeName(QStringLiteral("breeze"));
-}
 
 QCoro::Task<void> open(demo::DemoRecorder& recorder) {
     co_await recorder.open();
@@ -28,9 +21,11 @@ int showDemo() {
     const Date now = demo::MadeUpHistory::endOfDay(Date::now());
     demo::DemoRecorder recorder(folder.path().toStdString(), demo::MadeUpHistory::endingAt(now),
                                 now);
-    WorkspaceWindow window(recorder.uses());
-    window.setWindowTitle(QStringLiteral("Tidemark: a made-up history, nothing is recorded"));
-    window.show();
+    const Appearance appearance(recorder.uses().viewSettings);
+    demo::DemoWindows windows(recorder);
+    windows.workspace().setWindowTitle(
+        QStringLiteral("Tidemark: a made-up history, nothing is recorded"));
+    windows.workspace().show();
     const auto opening = open(recorder);
     return QApplication::exec();
 }
@@ -39,7 +34,6 @@ int showDemo() {
 
 int main(int argc, char** argv) {
     QApplication application(argc, argv);
-    chooseIcons();
     QCommandLineParser parser;
     parser.setApplicationDescription(
         QStringLiteral("Shows the window of Tidemark over a made-up history."));
