@@ -160,6 +160,11 @@ std::optional<Read> nextRead(const ClipTypeNames& types, const ClipContents& con
     return unread(text(contents).empty() ? ClipPart::image : ClipPart::richText);
 }
 
+bool keeps(const ClipContents& contents) {
+    return filePath(contents) || !text(contents).empty()
+           || usable(contents, ClipPart::image) != nullptr;
+}
+
 std::optional<MemoryRecord> record(const CopiedItem& item, Date now) {
     auto record =
         MemoryRecord::make(MemoryRecord::Kind::clipboard, now, "Clipboard", {}, {}, {}, now);

@@ -32,6 +32,9 @@ struct Read {
 /// Absent when nothing more is needed.
 std::optional<Read> nextRead(const ClipTypeNames& types, const ClipContents& contents);
 
+/// Whether anything of the contents is kept.
+bool keeps(const ClipContents& contents);
+
 /// The record of an item; absent when it has nothing that is kept.
 std::optional<MemoryRecord> record(const CopiedItem& item, Date now);
 

@@ -48,6 +48,8 @@ void ClipFollower::decide(const std::optional<ClipTypeNames>& read) {
 
 void ClipFollower::readNext() {
     const auto next = clipRules::nextRead(*types, contents);
+    if (!next && !clipRules::keeps(contents))
+        return drop();
     if (!next)
         return current.content->readTypes([this](const auto& read) { finish(read); });
     current.content->read(next->type, next->limit, [this, part = next->part](ClipData data) {
