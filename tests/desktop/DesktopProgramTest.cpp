@@ -1,13 +1,14 @@
 #include "tests/app/support/Await.h"
+#include "tests/platform/DisplayServers.h"
 #include "tests/platform/NotifierWatcher.h"
 #include "tests/platform/PrivateBus.h"
-#include "tests/platform/PrivateDisplay.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <QProcess>
 #include <QProcessEnvironment>
 #include <QTimer>
 #include <csignal>
+#include <optional>
 
 #include <gtest/gtest.h>
 
@@ -20,10 +21,9 @@ namespace {
 /// a session bus of their own.
 struct Desktop : testing::Test {
     void SetUp() override {
-        display = test::PrivateDisplay::start();
-        if (!display)
-            GTEST_SKIP() << "no Xvfb on this machine";
-        display->manageWindows();
+        if (!test::hasPrograms({"Xvfb", "openbox", "xdotool"}))
+            GTEST_SKIP() << "Xvfb, openbox and xdotool are needed";
+        display.emplace();
         std::filesystem::permissions(folder.makeFolder("run"), std::filesystem::perms::owner_all);
     }
     void TearDown() override {
@@ -46,7 +46,7 @@ struct Desktop : testing::Test {
         variables.insert(u"LC_ALL"_s, u"C.UTF-8"_s);
         variables.remove(u"WAYLAND_DISPLAY"_s);
         if (display)
-            variables.insert(u"DISPLAY"_s, display->name());
+            variables.insert(u"DISPLAY"_s, QString::fromStdString(display->display()));
         return variables;
     }
     QProcess& start(const char* program, const QStringList& arguments = {}) {
@@ -76,17 +76,18 @@ struct Desktop : testing::Test {
         asking.start(20);
         test::until(condition);
     }
+    QString xdotool(const QStringList& arguments) const {
+        return QString::fromUtf8(display->run(QStringList(u"xdotool"_s) + arguments).trimmed());
+    }
     /// Waits for a visible window with this title and returns its id.
     QString visible(const QString& title) const {
-        return display->xdotool({u"search"_s, u"--sync"_s, u"--onlyvisible"_s, u"--name"_s, title});
+        return xdotool({u"search"_s, u"--sync"_s, u"--onlyvisible"_s, u"--name"_s, title});
     }
-    QString activeTitle() const {
-        return display->xdotool({u"getactivewindow"_s, u"getwindowname"_s});
-    }
+    QString activeTitle() const { return xdotool({u"getactivewindow"_s, u"getwindowname"_s}); }
 
     const test::TemporaryFolder folder;
     const test::PrivateBus bus;
-    std::unique_ptr<test::PrivateDisplay> display;
+    std::optional<test::X11Server> display;
     std::vector<std::unique_ptr<QProcess>> running;
 };
 
@@ -94,7 +95,7 @@ struct Desktop : testing::Test {
 
 TEST_F(Desktop, BringsItsWindowForwardWhenItIsStartedAgain) {
     QProcess& first = startWindows();
-    display->xdotool({u"windowminimize"_s, u"--sync"_s, visible(u"^Tidemark$"_s)});
+    xdotool({u"windowminimize"_s, u"--sync"_s, visible(u"^Tidemark$"_s)});
     EXPECT_EQ(end(start(TIDEMARK_DESKTOP)), 0);
     EXPECT_FALSE(visible(u"^Tidemark$"_s).isEmpty());
     ::kill(static_cast<pid_t>(first.processId()), SIGTERM);
@@ -105,13 +106,13 @@ TEST_F(Desktop, OpensTheSearchPanelByItsKeysFromAnyProgram) {
     startWindows();
     // Until the keys are grabbed.
     eventually([&] {
-        display->xdotool({u"key"_s, u"ctrl+shift+space"_s});
+        xdotool({u"key"_s, u"ctrl+shift+space"_s});
         return !display
                     ->xdotool({u"search"_s, u"--onlyvisible"_s, u"--name"_s, u"Search Tidemark"_s})
                     .isEmpty();
     });
     eventually([&] { return activeTitle().contains(u"Search Tidemark"_s); });
-    display->xdotool({u"key"_s, u"Escape"_s});
+    xdotool({u"key"_s, u"Escape"_s});
     eventually([&] { return !activeTitle().contains(u"Search Tidemark"_s); });
     EXPECT_EQ(command({u"search"_s, u"--panel"_s}), 0);
     EXPECT_FALSE(visible(u"Search Tidemark"_s).isEmpty());
@@ -139,10 +140,10 @@ TEST_F(Desktop, ShowsItsIconToAHostThatComesLateAndToItsSuccessor) {
         panel.start();
         test::until([&] { return !panel.registered().isEmpty(); });
         // With the icon there, the program goes on without a window.
-        display->xdotool(
+        xdotool(
             {u"windowactivate"_s, u"--sync"_s, visible(u"^Tidemark$"_s), u"key"_s, u"alt+F4"_s});
         eventually([&] {
-            return display->xdotool({u"search"_s, u"--onlyvisible"_s, u"--name"_s, u"^Tidemark$"_s})
+            return xdotool({u"search"_s, u"--onlyvisible"_s, u"--name"_s, u"^Tidemark$"_s})
                 .isEmpty();
         });
         panel.stop();
