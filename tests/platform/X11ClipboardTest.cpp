@@ -145,16 +145,18 @@ TEST_F(X11ClipboardTest, ReadsWhatOtherProgramsCopy) {
     copy(picture, u"image/png"_s);
     untilLogged("Copied image");
     EXPECT_EQ(items.back().contents[Part::image].bytes, picture.toStdString());
-    // Too large, which is found out before all of it is read.
-    copy(QByteArray(30'000'000, 'x'));
-    copy("after the large one");
-    untilLogged("one");
+    // The rest of what is too large is not read.
+    SessionClipboard other(std::make_shared<GraphicalSessions>(
+        GraphicalSessions::Addresses{.x11 = server->display()}));
+    other.put({{"UTF8_STRING", "large"}, {"text/rtf", std::string(30'000'000, 'x')}});
+    untilLogged("large");
+    EXPECT_LE(items.back().contents[Part::richText].bytes.size(), 1'100'000U);
     clipboard->unwatch();
     copy("unwatched");
     watch();
     copy("last");
     untilLogged("last");
-    EXPECT_EQ(log, "first first café a b Copied image after the large one last ");
+    EXPECT_EQ(log, "first first café a b Copied image large last ");
     EXPECT_EQ(items.back().origin.writer, std::nullopt) << "xclip has ended its first process";
 }
 
