@@ -107,8 +107,7 @@ TEST_F(Desktop, OpensTheSearchPanelByItsKeysFromAnyProgram) {
     // Until the keys are grabbed.
     eventually([&] {
         xdotool({u"key"_s, u"ctrl+shift+space"_s});
-        return !display
-                    ->xdotool({u"search"_s, u"--onlyvisible"_s, u"--name"_s, u"Search Tidemark"_s})
+        return !xdotool({u"search"_s, u"--onlyvisible"_s, u"--name"_s, u"Search Tidemark"_s})
                     .isEmpty();
     });
     eventually([&] { return activeTitle().contains(u"Search Tidemark"_s); });
