@@ -129,6 +129,9 @@ std::vector<SettingsSection> SettingsView::pageNow() const {
 }
 
 void SettingsView::refresh() {
+    // It is refreshed when it is shown again.
+    if (!isVisible() && !shape.empty())
+        return;
     const auto page = pageNow();
     if (auto next = shapeOf(page); next != shape) {
         shape = std::move(next);
