@@ -18,10 +18,9 @@ public:
     /// By the unit in which the process was started, else by its program. Absent for a process that
     /// has ended, and for programs that are no application.
     std::optional<ClipApplication> ofProcess(pid_t process);
-    /// By the identifier in the name of a unit of the systemd user manager, such as
-    /// "app-gnome-org.gnome.Terminal-92502.scope"; absent unless an application has it. See
-    /// https://systemd.io/DESKTOP_ENVIRONMENTS.
-    std::optional<ClipApplication> ofUnit(std::string_view unit);
+    /// By the name of a unit of the user's service manager (`ApplicationUnit`); absent unless an
+    /// application has one of its identifiers.
+    std::optional<ClipApplication> ofUnit(std::string_view name);
     /// By what is known of a window: identifiers that it names, the unit of its process, its
     /// classes (the best first), and its program. An identifier or, if nothing else is found, a
     /// class in lower case is used even if no desktop entry has it.

@@ -4,10 +4,8 @@
 #include "core/base/Files.h"
 #include "core/base/KeyFile.h"
 #include "core/base/Text.h"
-#include "core/system/UserFolders.h"
 
 #include <algorithm>
-#include <cstdlib>
 #include <ranges>
 #include <utility>
 
@@ -35,18 +33,6 @@ std::string programIn(std::string_view command) {
 }
 
 } // namespace
-
-std::vector<fs::path> DesktopEntries::standardFolders() {
-    std::vector<fs::path> folders{UserFolders::data() / "applications"};
-    const char* listed = std::getenv("XDG_DATA_DIRS");
-    const std::string_view others =
-        listed != nullptr && *listed != '\0' ? listed : "/usr/local/share:/usr/share";
-    for (const auto part : others | std::views::split(':'))
-        if (const fs::path folder = std::string_view(part.begin(), part.end());
-            folder.is_absolute())
-            folders.push_back(folder / "applications");
-    return folders;
-}
 
 void DesktopEntries::refresh() {
     std::vector<fs::file_time_type> now;

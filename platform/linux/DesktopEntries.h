@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/memory/CopiedItem.h"
+#include "platform/linux/DesktopApplications.h"
 
 #include <filesystem>
 #include <map>
@@ -15,10 +16,9 @@ namespace tidemark {
 /// folders has changed. Reads files; for one thread.
 class DesktopEntries {
 public:
-    /// The folders "applications" of the XDG data folders, the one with precedence first.
-    static std::vector<std::filesystem::path> standardFolders();
-
-    explicit DesktopEntries(std::vector<std::filesystem::path> folders = standardFolders())
+    /// The folder with precedence first.
+    explicit DesktopEntries(
+        std::vector<std::filesystem::path> folders = desktopApplications::folders())
         : folders(std::move(folders)) {}
 
     /// By the identifier of the entry: its path below the folder, "/" as "-", without ".desktop".
