@@ -19,7 +19,8 @@ void ApplicationCollector::stop() {
 void ApplicationCollector::record(MemoryHistoryService& history,
                                   const ApplicationSource::Change& change) {
     const auto& [id, name, path] = change.application;
-    if (!history.active() || id.empty() || id == ApplicationSource::ownIdentifier
+    if (!history.active() || !read(preferences, preference::memoryApps) || id.empty()
+        || id == ApplicationSource::ownIdentifier
         || isExcludedApplication(read(preferences, preference::memoryExcludedApps), id))
         return;
     const bool isLaunch = change.kind == ApplicationSource::Change::Kind::launched;

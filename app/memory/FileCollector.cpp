@@ -65,7 +65,27 @@ void FileCollector::stop() {
 }
 
 bool FileCollector::isCurrent(std::uint64_t generation) const {
-    return history && history->generation() == generation && history->active();
+    return history && history->generation() == generation && history->active()
+           && read(uses.preferences, preference::memoryFiles);
+}
+
+QCoro::Task<void> FileCollector::include(std::filesystem::path folder) {
+    const auto hold = tasks.hold();
+    const auto create = [operations = uses.bookmarks, folder](const std::stop_token&) {
+        return operations.create(folder);
+    };
+    std::optional<Data> bookmark;
+    try {
+        bookmark = co_await runInBackground(create, tasks.token());
+    } catch (const Error& error) {
+        qWarning("The folder can't be included. %s", error.what());
+    }
+    if (!bookmark || !MemoryFolders::include(uses.preferences, folder, *std::move(bookmark)))
+        statusText = std::string(MemoryFolders::notIncluded);
+}
+
+void FileCollector::remove(const std::filesystem::path& folder) {
+    MemoryFolders::remove(uses.preferences, folder);
 }
 
 QCoro::Task<void> FileCollector::openFolders() {

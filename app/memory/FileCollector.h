@@ -40,6 +40,11 @@ public:
     /// What the collector does at present, to be shown with the setting.
     const std::string& status() const { return *statusText; }
 
+    /// Adds a folder that the user has chosen, or removes one. A folder that can't be remembered is
+    /// not added, and `status` is set.
+    QCoro::Task<void> include(std::filesystem::path folder);
+    void remove(const std::filesystem::path& folder);
+
     void start(MemoryHistoryService& history) override;
     void stop() override;
 

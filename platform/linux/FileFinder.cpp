@@ -24,6 +24,8 @@ namespace fs = std::filesystem;
 
 /// Of so many files that arrived from elsewhere the moment is remembered.
 constexpr std::size_t mostArrivals = 2'000;
+/// Seconds by which the dates of files may be behind the clock: the kernel updates them less often.
+constexpr double dateTolerance = 1;
 /// How often `gio` is run for one report.
 constexpr int mostQuestions = 200;
 
@@ -128,7 +130,7 @@ std::optional<double> FileFinder::nextWalk() const {
 }
 
 void FileFinder::findAll(NewestFiles& found, const std::stop_token& stop) {
-    const Date since = std::exchange(lastWalkDate, Date::now());
+    const Date since = std::exchange(lastWalkDate, Date::now() + -dateTolerance);
     isOverBudget = hasLostEvents = hasMissingFolders = false;
     watchFolder(uses.recentlyUsed.parent_path());
     for (const auto& folder : uses.folders)

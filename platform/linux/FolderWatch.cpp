@@ -87,7 +87,11 @@ void FolderWatch::handle(const Raw& event, Events& result) {
     const std::filesystem::path path = folder / event.name;
     const bool isFolder = (event.mask & IN_ISDIR) != 0;
     if ((event.mask & (IN_DELETE_SELF | IN_MOVE_SELF | IN_IGNORED)) != 0) {
-        removeBelow(folder);
+        // A removed folder was empty, and another one may be watched at its path already.
+        if ((event.mask & IN_MOVE_SELF) != 0)
+            removeBelow(folder);
+        else
+            folders.erase(found);
         result.events.push_back({Kind::gone, folder});
     } else if ((event.mask & IN_MOVED_FROM) != 0) {
         lastRename = event.rename;

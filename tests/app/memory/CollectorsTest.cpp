@@ -1,6 +1,5 @@
 #include "app/memory/ApplicationCollector.h"
 #include "app/memory/FileCollector.h"
-#include "app/memory/MemoryFolders.h"
 #include "app/memory/MemoryHistoryService.h"
 #include "tests/app/support/Await.h"
 #include "tests/app/support/ManualAppClock.h"
@@ -183,17 +182,18 @@ TEST_F(Collectors, FollowTheirSettings) {
     EXPECT_FALSE(index.report);
 
     const auto chosen = folder.makeFolder("chosen");
-    const auto operations = BookmarkOperations::direct();
-    MemoryFolders::include(preferences, chosen, operations.create(chosen));
+    test::await(files.include(folder / "none"));
+    EXPECT_EQ(files.status(), "Folder access could not be saved.");
+    test::await(files.include(chosen));
     waitForStatus("Reading indexed metadata…");
     EXPECT_EQ(index.scope.folders, std::vector{chosen});
     found({file((chosen / "a.txt").native(), 1)});
     waitForStatus("Indexed files in included folders · up to 2,000 matches per update");
 
     index.isReadable = false;
-    MemoryFolders::remove(preferences, folder / "none");
+    files.remove(folder / "none");
     waitForStatus("File index unavailable.");
-    MemoryFolders::remove(preferences, chosen);
+    files.remove(chosen);
     waitForStatus("Choose a folder to record file metadata.");
 }
 
