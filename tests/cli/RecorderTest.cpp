@@ -66,7 +66,7 @@ TEST_F(RecorderProgram, RefusesInvalidArguments) {
 }
 
 TEST_F(RecorderProgram, MarksSettingsWhoseSourceIsNotAvailable) {
-    for (const char* key : {"memoryFiles", "memoryClipboard"}) {
+    for (const char* key : {"appearanceMode", "historyTimeWindow"}) {
         EXPECT_TRUE(test::contains(command({"settings", "get", key}).out, "Not available here: "))
             << key;
         EXPECT_TRUE(test::contains(command({"settings", "get", key, "--json"}).out,
@@ -75,9 +75,9 @@ TEST_F(RecorderProgram, MarksSettingsWhoseSourceIsNotAvailable) {
     }
     EXPECT_EQ(command({"settings", "get", "captureSchedule"}).out, "halfHourly\n");
     EXPECT_TRUE(test::contains(command({"settings"}).out,
-                               "Remember recent files (not available here: This release can’t "
-                               "follow recent files on this system.)\n"));
-    for (const char* key : {"networkHistoryEnabled", "wifiNetworkNamesEnabled"})
+                               "Light or dark appearance (not available here: This release "
+                               "can’t show a window on this system.)\n"));
+    for (const char* key : {"networkHistoryEnabled", "wifiNetworkNamesEnabled", "memoryFiles"})
         EXPECT_FALSE(test::contains(command({"settings", "get", key}).out, "Not available"));
     EXPECT_TRUE(test::contains(command({"settings", "--json"}).out, "\"key\":\"captureSchedule\""));
 }
