@@ -8,8 +8,7 @@
 #include <filesystem>
 #include <vector>
 
-/// Programs that a desktop session starts: files "….desktop" in the autostart folders of the XDG
-/// specification.
+/// Programs that a desktop session starts: files "….desktop" in the XDG autostart folders.
 namespace tidemark::AutostartEntries {
 
 /// Reads the folders, the most preferred first, with a `RootReading` for each. A file that only

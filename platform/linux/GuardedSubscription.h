@@ -8,7 +8,7 @@
 namespace tidemark {
 
 /// Receives signals of a service like `BusService::subscribe`, but not a flood of them: after too
-/// many within a second the bus is told to send no more for a while. Main thread only.
+/// many within a second it unsubscribes for a while. Main thread only.
 class GuardedSubscription final : public QObject {
 public:
     static constexpr int mostPerSecond = 100;

@@ -54,7 +54,7 @@ split(std::span<const std::byte> body) {
     return std::pair(fields, body.subspan(sizeof fields));
 }
 
-/// What only the folder of a device tells: the radio it has.
+/// Reads which radio a link has, which is only in the folder of its device.
 void readRadio(Link& link, const std::filesystem::path& devices) {
     std::error_code error;
     const auto folder = devices / link.name;

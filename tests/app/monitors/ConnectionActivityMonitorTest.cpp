@@ -18,8 +18,8 @@ const auto ethernet = NetworkConnectionState::make(Availability::available, {Int
 const auto wifiPath = NetworkConnectionState::make(Availability::available, {Interface::wifi});
 const auto nothing = NetworkConnectionState::make(Availability::unavailable, {});
 
-/// What a source was told and what it can send. It also sends after it was stopped, as one that
-/// delivers from another thread may.
+/// A source that notes how it was started and sends on demand. It can also send after it was
+/// stopped, as one that delivers from another thread may.
 template <class Port>
 struct Sending : Port {
     void start(typename Port::Receive receive) override {
