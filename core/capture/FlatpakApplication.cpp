@@ -23,8 +23,8 @@ struct OpenFolder {
         return FolderEntry::describe(descriptor.get(), path, name);
     }
 
-    /// A folder further inside, opened one after the other and through no link. If one of them can't
-    /// be opened, nothing in the last can be read.
+    /// A folder further inside, opened one after the other and through no link. If one of them
+    /// can't be opened, nothing in the last can be read.
     OpenFolder below(const fs::path& relative) const {
         OpenFolder inner;
         const OpenFolder* outer = this;
