@@ -123,7 +123,7 @@ TEST(PackageIndex, FindsOwnersInEachKindOfDatabase) {
         [](const Machine& machine) { machine.writeDpkg(dpkgStatus); },
         [](const Machine& machine) { machine.writePacman(pacmanDescription, pacmanFiles); },
         [](const Machine& machine) { machine.writeRpm(harborHeader()); },
-        // As an ordinary user sees it, who must not write beside a database.
+        // Read by an ordinary user, who may not write beside the database.
         [](const Machine& machine) {
             ::chmod(std::filesystem::path(machine.writeRpm(harborHeader())).parent_path().c_str(),
                     0555);
@@ -174,7 +174,7 @@ TEST(PackageIndex, ReadsAMachineAnywhereAndClosesItsDatabase) {
     EXPECT_TRUE(owner && !*owner);
 }
 
-TEST(PackageIndex, CantTellFromADatabaseThatIsDamagedOrBusy) {
+TEST(PackageIndex, ReportsTheOwnerAsUnknownIfADatabaseIsDamagedOrBusy) {
     const std::string status = dpkgStatus;
     const std::string header = harborHeader();
     struct Case {
@@ -326,14 +326,14 @@ TEST(PackageIndex, ReadsADatabaseAgainOnlyWhenItChanged) {
     Machine machine;
     machine.writeDpkg(dpkgStatus);
     EXPECT_EQ(machine.owner(entry), "harbor 1:2.4-3");
-    // Nothing in the folder says that the contents of a list changed: it was not read again.
+    // A list that changes in place changes no status that is compared: it was not read again.
     std::ofstream(machine.root / "var/lib/dpkg/info/harbor:amd64.list") << "/usr\n";
     EXPECT_EQ(machine.owner(entry), "harbor 1:2.4-3");
     machine.root.write("var/lib/dpkg/info/new.list", "");
     EXPECT_EQ(machine.owner(entry), "?");
 }
 
-TEST(PackageIndex, CantTellFromADatabaseThatChangesWhileItIsRead) {
+TEST(PackageIndex, ReportsTheOwnerAsUnknownIfADatabaseChangesWhileItIsRead) {
     struct Case {
         std::function<void(const Machine&)> write;
         const char* folder;
@@ -437,7 +437,7 @@ TEST(PackageIndex, TakesNothingInAnRpmHeaderOnTrust) {
     }
 }
 
-TEST(PackageIndex, TellsTheProgramsVersionFromTheDistributions) {
+TEST(PackageIndex, FindsTheVersionOfTheProgramInThatOfThePackage) {
     const std::pair<const char*, const char*> cases[] = {
         {"1:2.36-8+deb12u1", "2.36"}, {"115.0", "115.0"},       {"2.4~rc1-1-3", "2.4~rc1-1"},
         {"v1:2-1", "v1:2"},           {"20240501", "20240501"}, {"-1", ""},
