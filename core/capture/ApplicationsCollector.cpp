@@ -116,8 +116,6 @@ private:
     }
 
     void visitFolder(const FolderEntry& folder, int depth, Root& root) {
-        if (!root.reading.mayContinue())
-            return;
         const auto listing =
             FolderListing::open(folder, FolderListing::Hidden::skipped, root.reading.budget());
         if (listing)

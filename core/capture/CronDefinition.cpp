@@ -42,7 +42,7 @@ bool isLetterOrDigit(char character) {
 
 bool isTimeField(std::string_view text) {
     constexpr std::string_view signs = "*,-/~";
-    return !text.empty() && std::ranges::all_of(text, [&](char character) {
+    return std::ranges::all_of(text, [&](char character) {
         return isLetterOrDigit(character) || signs.contains(character);
     });
 }
@@ -91,7 +91,8 @@ bool readJob(std::string_view line, const MergedFolders& merged, Table& table) {
     }
     const std::string_view user = takeWord(line);
     const auto program = CommandText::firstWord(line, Quoting::unit);
-    if (user.empty() || !program)
+    // Without one of the words before it, there is no program.
+    if (!program)
         return false;
     table.runsWhenStarted = table.runsWhenStarted || time == whenStarted;
     if (!table.program)

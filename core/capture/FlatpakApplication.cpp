@@ -23,16 +23,14 @@ struct OpenFolder {
         return FolderEntry::describe(descriptor.get(), path, name);
     }
 
-    /// A folder further inside, one after the other and through no link. Throws `FileError`.
+    /// A folder further inside, opened one after the other and through no link. If one of them
+    /// can't be opened, nothing in the last can be read.
     OpenFolder below(const fs::path& relative) const {
         OpenFolder inner;
         const OpenFolder* outer = this;
         for (const auto& name : relative) {
             const auto next = outer->entry(name.native());
-            FileDescriptor opened = next.openFolder();
-            if (!opened)
-                throw FileError(next.path, "is not a folder that can be read");
-            inner = {std::move(opened), next.path};
+            inner = {next.openFolder(), next.path};
             outer = &inner;
         }
         return inner;
@@ -43,8 +41,7 @@ struct OpenFolder {
 /// ".." and ".".
 fs::path relativeLink(const FolderEntry& link, std::ptrdiff_t names) {
     const fs::path target = link.linkText();
-    if (target.empty() || target.is_absolute()
-        || std::distance(target.begin(), target.end()) != names)
+    if (target.is_absolute() || std::distance(target.begin(), target.end()) != names)
         throw FileError(link.path, "is not a link into this folder");
     for (const auto& name : target)
         if (name.empty() || name == ".." || name == ".")

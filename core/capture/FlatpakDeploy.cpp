@@ -92,9 +92,9 @@ std::optional<Record> parse(std::string_view bytes) {
         return std::nullopt;
     const std::size_t places = bytes.size() - 3 * size;
     const std::size_t listEnd = placeAt(bytes, places);
-    if (listEnd > places || aligned(listEnd) + sizeof(std::uint64_t) > places)
-        return std::nullopt;
     const std::size_t start = aligned(listEnd) + sizeof(std::uint64_t);
+    if (start > places)
+        return std::nullopt;
     return readDictionary(bytes.substr(start, places - start));
 }
 

@@ -54,10 +54,7 @@ struct Stanza {
     }
 
     /// "install ok installed"; while dpkg works, also "unpacked" and others.
-    bool hasFiles() const {
-        return !version.empty() && !status.ends_with(" config-files")
-               && !status.ends_with(" not-installed");
-    }
+    bool hasFiles() const { return !version.empty() && !status.ends_with(" config-files"); }
 };
 
 /// Takes off the first line; empty at the end of a stanza.

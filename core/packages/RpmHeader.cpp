@@ -34,14 +34,15 @@ std::uint32_t numberAt(std::string_view bytes, std::size_t place) {
 std::optional<RpmHeader> RpmHeader::parse(std::string_view bytes) {
     if (bytes.size() < countsSize)
         return std::nullopt;
-    const std::size_t entries = numberAt(bytes, 0);
-    const std::size_t dataSize = numberAt(bytes, 4);
+    // In 64 bits, in which the sum can't overflow.
+    const std::uint64_t indexSize = std::uint64_t{numberAt(bytes, 0)} * entrySize;
+    const std::uint64_t dataSize = numberAt(bytes, 4);
     bytes.remove_prefix(countsSize);
-    if (entries > bytes.size() / entrySize || dataSize != bytes.size() - entries * entrySize)
+    if (indexSize + dataSize != bytes.size())
         return std::nullopt;
     RpmHeader header;
-    header.index = bytes.substr(0, entries * entrySize);
-    header.data = bytes.substr(entries * entrySize);
+    header.index = bytes.substr(0, indexSize);
+    header.data = bytes.substr(indexSize);
     return header;
 }
 

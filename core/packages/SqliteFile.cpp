@@ -40,7 +40,6 @@ SqliteFile::SqliteFile(const std::string& path, int steps) {
         return;
     }
     // A damaged or hostile file must neither run code of its own nor take all memory.
-    ::sqlite3_db_config(opened, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
     ::sqlite3_db_config(opened, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
     ::sqlite3_db_config(opened, SQLITE_DBCONFIG_ENABLE_VIEW, 0, nullptr);
     ::sqlite3_limit(opened, SQLITE_LIMIT_LENGTH, largestValue);

@@ -49,4 +49,5 @@ TEST(MachineFiles, ResolvesLinksAsTheMachineWouldAndNeverLeavesIt) {
     EXPECT_FALSE(machine.open(resolved, O_RDONLY));
     EXPECT_FALSE(machine.open("/usr/lib/secret", O_RDONLY));
     EXPECT_FALSE(machine.open("/usr/../../secret", O_RDONLY));
+    EXPECT_FALSE(machine.open("/..", O_RDONLY));
 }

@@ -10,6 +10,8 @@
 #include "tests/support/PropertyLists.h"
 #include "tests/support/TemporaryFolder.h"
 
+#include <tuple>
+
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
@@ -182,6 +184,8 @@ TEST(ApplicationFormats, ReadsFlatpaksWithoutFollowingTheirLinks) {
         {"x86_64", commit, deploy, unreadable},
         {"../../app/x86_64/stable", commit, deploy, unreadable},
         {"/x86_64/stable", commit, deploy, unreadable},
+        {"x86_64/" + std::string(300, 'x'), commit, deploy, unreadable},
+        {"../other", commit, deploy, unreadable},
         {"", commit, deploy, {}},
     };
     for (const auto& each : cases) {
@@ -189,16 +193,44 @@ TEST(ApplicationFormats, ReadsFlatpaksWithoutFollowingTheirLinks) {
         const std::string app = flatpakFolder + 1 + "/org.example.Harbor/"s;
         machine.root.write(app + "x86_64/stable/" + commit + "/deploy", each.deploy);
         fs::create_symlink(each.active, machine.root / (app + "x86_64/stable/active"));
+        // Where a link with too few names or out of the folder would lead.
+        for (const std::string& branch : {app + "x86_64", flatpakFolder + 1 + "/other"s}) {
+            machine.root.write(branch + "/" + commit + "/deploy", deploy);
+            fs::create_symlink(commit, machine.root / (branch + "/active"));
+        }
         if (!each.current.empty())
             fs::create_symlink(each.current, machine.root / (app + "current"));
         EXPECT_EQ(machine.found(), each.expected) << each.current << " " << each.active;
     }
-    for (std::size_t place = 0; place < deploy.size(); ++place) {
-        std::string changed = deploy;
-        changed[place] = '\xFF';
-        FlatpakDeploy::parse(changed);
-        FlatpakDeploy::parse(deploy.substr(0, place));
-    }
+}
+
+TEST(ApplicationFormats, RefusesADeployFileWhosePartsLie) {
+    // The file as far as it is read: a number and a dictionary, then the ends of the parts before.
+    const auto name = [](const std::string& dictionary, char listEnd) {
+        const auto record = FlatpakDeploy::parse(std::string(8, '\0') + dictionary
+                                                 + std::string{listEnd, '\0', '\0'});
+        return record ? record->name.value_or("none") : "refused";
+    };
+    // A name that is filled up to 16 bytes, a value, and the end of the name.
+    const std::string key = "appdata-name\0\0\0\0"s;
+    const std::tuple<const char*, std::string, char, const char*> cases[] = {
+        {"no lie", key + "Harbor\0\0s\x0D\x1A"s, '\0', "Harbor"},
+        {"no entry", "", '\0', "none"},
+        {"a number, not a text", key + "Harbor\0\0u\x0D\x1A"s, '\0', "none"},
+        {"a NUL in the text", key + "Har\0or\0\0s\x0D\x1A"s, '\0', "none"},
+        {"no file", "", '\x7F', "refused"},
+        {"no room for the number", "", '\x01', "refused"},
+        {"ends beyond the dictionary", key + "Harbor\0\0s\x0D\xFF"s, '\0', "refused"},
+        {"an end beyond the entries", key + "Harbor\0\0s\x0D\x1B\x1A"s, '\0', "refused"},
+        {"an empty entry", "\0"s, '\0', "refused"},
+        {"an entry without a name", "\0\x01"s, '\0', "refused"},
+        {"a name that does not end", "nn\0\0\0\0\0\0\x02\x09"s, '\0', "refused"},
+        {"a value beyond the entry", "n\0\x02\x03"s, '\0', "refused"},
+        {"an entry that ends before it starts", "n\0\0\0\0\0\0\0\2\0\x09\x0A"s, '\0', "refused"},
+    };
+    for (const auto& [lie, dictionary, listEnd, expected] : cases)
+        EXPECT_EQ(name(dictionary, listEnd), expected) << lie;
+    EXPECT_FALSE(FlatpakDeploy::parse("\0\0"s));
 }
 
 TEST(ApplicationFormats, ReadsAppImagesAndSnaps) {
@@ -216,11 +248,14 @@ TEST(ApplicationFormats, ReadsAppImagesAndSnaps) {
                        entryNamed("Fox") + "X-SnapInstanceName=fox\n");
     machine.root.write(users + 1 + "/gone.desktop"s,
                        entryNamed("Gone") + "X-SnapInstanceName=../fox\n");
-    EXPECT_EQ(machine.found(), (Texts{"fox_fox|Fox|123.0-2|41", "gone|Gone|Unknown version|",
-                                      "Harbor-v1.3.2-x86_64|Harbor-v1.3.2-x86_64|1.3.2|"
-                                          + std::to_string(image.size()),
-                                      "tool|tool|Unknown version|" + std::to_string(image.size()),
-                                      "!"s + users + "/gone.desktop"}));
+    machine.root.write(users + 1 + "/long.desktop"s,
+                       entryNamed("Long") + "X-SnapInstanceName=" + std::string(300, 'x') + "\n");
+    EXPECT_EQ(
+        machine.found(),
+        (Texts{"fox_fox|Fox|123.0-2|41", "gone|Gone|Unknown version|", "long|Long|Unknown version|",
+               "Harbor-v1.3.2-x86_64|Harbor-v1.3.2-x86_64|1.3.2|" + std::to_string(image.size()),
+               "tool|tool|Unknown version|" + std::to_string(image.size()),
+               "!"s + users + "/gone.desktop", "!"s + users + "/long.desktop"}));
     const std::pair<const char*, const char*> names[] = {
         {"nvim", ""},
         {"x86_64", ""},

@@ -184,6 +184,15 @@ TEST(ApplicationsCollector, ReadsTheOneApplicationInAWrapper) {
 
     EXPECT_EQ(pathsBelow(inventory, folder), "file.app one.app");
     EXPECT_EQ(inventory.issues, unreadable(4));
+
+    // The clock is read for the deadline, then before the root, the wrapper and what is in it.
+    const TemporaryFolder single;
+    single.write("one.app/Wrapper/Inner.app/Info.plist", good);
+    for (const auto& [secondsPerLook, found] : {std::pair(2.66, "one.app"), std::pair(2.67, "")}) {
+        ManualClock clock(secondsPerLook);
+        EXPECT_EQ(pathsBelow(ApplicationsCollector::collect({single.path()}, clock), single),
+                  found);
+    }
 }
 
 TEST(ApplicationsCollector, TreatsAMissingRootAsEmptyAndOtherFailuresAsIncomplete) {

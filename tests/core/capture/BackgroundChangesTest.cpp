@@ -81,6 +81,9 @@ TEST(BackgroundChanges, AreReportedIfTheyChangeWhatAProgramDoes) {
     const Case cases[] = {
         {"nothing", [](const Machine&) {}, ""},
         {"installing", write(vendor + "new.service", sshd), added + vendor + "new.service\n"},
+        {"a link to the vendor's unit of the same name",
+         link(admin + "ssh.service", vendor + "ssh.service"), ""},
+        {"a table that is not read", write("/etc/cron.d/stat.dpkg-old", "* * * * * root /x\n"), ""},
         {"installing plumbing", write(vendor + "new.service", "[Service]\nExecStart=/x\n"), ""},
         {"a file that a package manager keeps", write(vendor + "ssh.service.dpkg-old", sshd), ""},
         {"upgrading to other arguments",
@@ -278,12 +281,15 @@ TEST(BackgroundChanges, AreNotReportedIfUnitsCannotBeReadCompletely) {
         machine.write(admin + "ssh.service.d/a.conf", "[Service]\nUser=me\n");
         fs::permissions(machine.root(), fs::perms(0755));
         const Snapshot before = machine.observed();
-        fs::permissions(machine.at(path), fs::perms::none);
-        const test::OrdinaryUser user(machine.root());
-        const Snapshot after = machine.observed();
-        EXPECT_EQ(after.coverage.issues, std::vector<std::string>{issue}) << path;
-        EXPECT_EQ(test::eventLines(before, after), "") << path;
-        EXPECT_EQ(test::eventLines(after, before), "") << path;
+        // A folder may also be one that can be listed but not searched.
+        for (const unsigned mode : {0U, fs::is_directory(machine.at(path)) ? 0444U : 0U}) {
+            fs::permissions(machine.at(path), fs::perms(mode));
+            const test::OrdinaryUser user(machine.root());
+            const Snapshot after = machine.observed();
+            EXPECT_EQ(after.coverage.issues, std::vector<std::string>{issue}) << path << mode;
+            EXPECT_EQ(test::eventLines(before, after), "") << path;
+            EXPECT_EQ(test::eventLines(after, before), "") << path;
+        }
     }
 }
 
@@ -318,6 +324,7 @@ TEST(BackgroundChanges, NeedAReadableFileAndStoreNoArguments) {
         {table, "* * * * * root /x secret%secret\n", "/x"},
         {table, "@reboot root /y", "/y"},
         {table, "* * * * root /x\n", unreadable},
+        {table, "* * * * $ root /x\n", unreadable},
         {table, "* * * * * root\n", unreadable},
         {table, "@never root /x\n", unreadable},
         {table, std::string("* * * * * root /x\0y\n", 20), unreadable},
@@ -340,6 +347,12 @@ TEST(BackgroundChanges, NeedAReadableFileAndStoreNoArguments) {
         const bool isStored = json::encoded(item).contains("secret");
         EXPECT_EQ(isStored, item.program == "/unclosed secret") << shown;
     }
+    for (const auto& path : {admin + "bad.service", autostart, table}) {
+        const MadeUpMachine machine;
+        machine.write(path, "");
+        fs::resize_file(machine.at(path), 15LL << 40);
+        EXPECT_EQ(machine.observed().coverage.excludedPaths->size(), 1U) << path << " is too large";
+    }
 }
 
 TEST(BackgroundChanges, LeaveOutLinksAndPipes) {
@@ -349,6 +362,7 @@ TEST(BackgroundChanges, LeaveOutLinksAndPipes) {
     machine.link(admin + "evil.service", (outside / "evil.service").native());
     machine.link(admin + "a.service", "b.service");
     machine.link(admin + "b.service", "a.service");
+    machine.link(admin + "long.service", std::string(300, 'x') + ".service");
     machine.link(admin + "loop.wants", "loop.wants");
     machine.link(admin + "x.service.d", outside.path().native());
     machine.write(admin + "bad.timer", "[Timer]\nUnit=a.service\n");
@@ -358,12 +372,15 @@ TEST(BackgroundChanges, LeaveOutLinksAndPipes) {
     fs::create_directories(machine.at("/usr/lib/systemd/system/pipe.service.d"));
     ::mkfifo(machine.at(admin + "pipe.service").c_str(), 0600);
     ::mkfifo(machine.at(vendor + "pipe.service.d/pipe.conf").c_str(), 0600);
+    fs::create_directories(machine.at(admin + "bad.timer.d"));
+    ::mkfifo(machine.at(admin + "bad.timer.d/pipe.conf").c_str(), 0600);
+    fs::create_directories(machine.at("/etc/cron.daily/folder"));
     const Snapshot found = machine.observed();
     ASSERT_EQ(found.backgroundItems->size(), 1U);
     EXPECT_EQ(found.backgroundItems->front()->identifier, "bad.timer");
-    EXPECT_EQ(
-        found.coverage.excludedPaths,
-        (std::set<std::string>{admin + "evil.service", admin + "pipe.service", "/etc/cron.d"}));
+    EXPECT_EQ(found.coverage.excludedPaths,
+              (std::set<std::string>{admin + "evil.service", admin + "pipe.service", "/etc/cron.d",
+                                     "/etc/cron.daily/folder"}));
     EXPECT_EQ(found.coverage.notes,
               (std::vector<std::string>{
                   "Background items: the crontabs of users are not observed. Only the program "

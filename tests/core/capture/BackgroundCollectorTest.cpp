@@ -136,6 +136,32 @@ TEST(BackgroundCollector, StopsReadingARootAfterEightSecondsOrWhenStopped) {
     EXPECT_TRUE(stopped.items.empty() && stopped.roots.empty());
 }
 
+TEST(BackgroundCollector, StopsReadingAFamilyAfterEightSeconds) {
+    struct Case {
+        RootFamily family;
+        std::vector<const char*> files;
+        /// How often the clock is read after the deadline was set: before the folder, before each
+        /// entry in it and below it, and before each definition that is made of them.
+        int looks;
+    };
+    const Case cases[] = {
+        {RootFamily::userUnits, {"a.service", "a.service.d/b.conf", "c.wants/a.service"}, 7},
+        {RootFamily::autostart, {"a.desktop", "b.desktop"}, 3},
+    };
+    for (const auto& [family, files, looks] : cases) {
+        const TemporaryFolder folder;
+        for (const char* file : files)
+            folder.write(file, "[Service]\n[Desktop Entry]\n");
+        const auto roots = [&](double seconds) {
+            ManualClock clock(seconds / looks);
+            return BackgroundCollector::collect({{folder.path(), Kind::agent, family}}, {}, clock)
+                .roots.size();
+        };
+        EXPECT_EQ(roots(7.99), 1U) << looks;
+        EXPECT_EQ(roots(8.01), 0U) << looks;
+    }
+}
+
 TEST(BackgroundCollector, ReadsAFileWithManyNamesOnce) {
     const TemporaryFolder folder;
     const auto file = folder.write("a.plist", "first");

@@ -147,7 +147,7 @@ TEST_F(PackageLogTest, GroupsTransactionsAndMarksAutomaticPackages) {
     const std::string transaction = R"(
 Start-Date: 2024-05-02  09:00:00
 Commandline: apt install tide-gauge
-Install: tide-gauge:amd64 (2.0), libtide2:amd64 (2.0, automatic), keel:i386 (1, automatic), keel:amd64 (1)
+Install: tide-gauge:amd64 (2.0), libtide2:amd64 (2.0, automatic), keel:amd64 (1), keel:i386 (1, automatic)
 Upgrade: harbour:amd64 (4.1, 4.2)
 End-Date: 2024-05-02  09:00:07
 )";
@@ -172,26 +172,35 @@ End-Date: 2024-05-02  09:00:07
     EXPECT_EQ(found(), alone) << "without a log of apt";
     const std::pair<std::string, std::string> cases[] = {
         {transaction, together},
-        {"\xFF\n\nInstall: own:amd64 (1, automatic)\n" + transaction + "Start-Date: x\nEnd-Date: ",
+        {"\xFF\n\nInstall: own:amd64 (1, automatic)\n" + transaction
+             + "Start-Date: x\nEnd-Date: \n",
          together},
         {without("End-Date: 2024-05-02  09:00:07\n"),
          "libtide2* 0, keel 0, harbour 0, tide-gauge 0, own -60, "},
         {without("02  09:00:00"), alone},
         {without("Install: "),
          "libtide2 600, libtide2 4, keel 4, tide-gauge 4, harbour 0, own -60, "},
-        {without("), keel:i386 ("),
-         "libtide2 600, libtide2 4, keel 0, harbour 0, tide-gauge 0, own -60, "},
+        {without("), keel:amd64 ("),
+         "libtide2 600, libtide2 4, keel* 0, harbour 0, tide-gauge 0, own -60, "},
+        {transaction + "Start-Date: 2024-05-01  09:00:00\nEnd-Date: 2024-05-01  09:00:01\n",
+         together},
         {std::string(1'000'000, '(') + transaction, together},
     };
     for (const auto& [text, expected] : cases) {
         folder.write("history.log", text);
         EXPECT_EQ(found(), expected) << text.substr(0, 400);
     }
-    folder.write("history.log", "");
+    folder.write("history.log", "Start-Date: 2024-05-02  10:00:00\n");
     pack("history.log.1", transaction);
     EXPECT_EQ(found(), together) << "rotated";
     folder.write("history.log.1.gz", "no archive");
     EXPECT_EQ(found(), alone) << "damaged";
+    folder.write("history.log", "Start-Date: 2024-04-01  10:00:00\n" + transaction);
+    EXPECT_EQ(found(), together) << "an older log is not read";
+    folder.write("dpkg.log", "2024-05-03 02:30:00 startup archives install\n"
+                             "2024-05-03 02:00:00 install own:all <none> 1\n"
+                             "2024-05-03 02:00:00 status installed own:all 1\n");
+    EXPECT_EQ(found(), "own 61200, ") << "the clock was set back, as in autumn";
 }
 
 TEST_F(PackageLogTest, SkipsLinesInAnotherFormat) {

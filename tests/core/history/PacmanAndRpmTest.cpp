@@ -1,4 +1,5 @@
 #include "core/history/InstallationHistory.h"
+#include "tests/support/ChangeDuringReading.h"
 #include "tests/support/ProcessZone.h"
 #include "tests/support/TemporaryFolder.h"
 
@@ -93,6 +94,18 @@ TEST(RpmHistory, TakesTheDateOfTheTransactionAndTheReasonOfDnf) {
         "INSERT INTO pkg_names VALUES (7, 'harbor'); INSERT INTO rpm VALUES (5, 7);"
         "INSERT INTO trans_item VALUES (1, 5, 2), (2, 5, 4);");
     EXPECT_EQ(collected(), "harbor 1:2.4-3 60*, 0");
+    {
+        const auto database = root / "usr/lib/sysimage/rpm";
+        const test::ChangeDuringReading change(database, database / "rpmdb.sqlite");
+        EXPECT_THROW(collected(), InstallationHistory::ImportError);
+    }
+    EXPECT_EQ(collected(), "harbor 1:2.4-3 60*, 0");
+    run(root / "usr/lib/sysimage/rpm/rpmdb.sqlite",
+        "INSERT INTO Installtid VALUES (x'44C03A', 1, 0)");
+    EXPECT_EQ(collected(), "harbor 1:2.4-3 60*, 0") << "a key that is no date";
+    run(root / "usr/lib/sysimage/rpm/rpmdb.sqlite",
+        "INSERT INTO Installtid VALUES (x'44C03A66', 9, 0)");
+    EXPECT_THROW(collected(), InstallationHistory::ImportError) << "no such package";
     root.write("usr/lib/sysimage/rpm/rpmdb.sqlite", "SQLite format 3");
     EXPECT_THROW(collected(), InstallationHistory::ImportError);
 }

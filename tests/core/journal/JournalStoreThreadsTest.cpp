@@ -1,7 +1,10 @@
+#include "core/base/Documents.h"
 #include "core/base/JsonEncoder.h"
 #include "core/journal/JournalStore.h"
 #include "tests/support/TemporaryFolder.h"
 #include "tests/support/WatchedThread.h"
+
+#include <functional>
 
 #include <gtest/gtest.h>
 
@@ -15,18 +18,22 @@ Journal version(double number) {
     return journal;
 }
 
-/// A store in which a second thread calls `save(version(2))` when the first is about to write.
+/// A store in which a second thread saves version 2 when the first is about to write.
 struct Contended {
     test::TemporaryFolder folder;
     bool hasSecond = false;
     JournalStore store{folder / "journal.json", folder / "old.json", std::nullopt,
                        FolderGuard([this] {
                            if (!std::exchange(hasSecond, true))
-                               second.emplace([this] { store.save(version(2)); }).runUntilItWaits();
+                               second.emplace([this] { save(2); }).runUntilItWaits();
                            return true;
                        })};
     std::optional<test::WatchedThread> second{};
 
+    void save(double number) {
+        Journal journal = version(number);
+        store.saveWithin(largestDocument, journal);
+    }
     Journal stored() {
         second.reset();
         return JournalStore(folder / "journal.json").load();
@@ -35,16 +42,25 @@ struct Contended {
 
 } // namespace
 
-TEST(JournalStoreThreads, SaveWaitsForALoadThatMovesTheHistory) {
-    Contended place;
-    place.folder.write("old.json", json::encoded(version(1)));
-    EXPECT_EQ(place.store.load(), version(1));
-    EXPECT_EQ(place.stored(), version(2));
+TEST(JournalStoreThreads, ASaveWaitsForTheCallBefore) {
+    const std::function<void(Contended&)> calls[] = {
+        [](Contended& place) {
+            EXPECT_EQ(place.store.load(), version(1)) << "moved from old.json";
+        },
+        [](Contended& place) { place.store.save(version(1)); },
+        [](Contended& place) { place.save(1); },
+    };
+    for (const auto& call : calls) {
+        Contended place;
+        place.folder.write("old.json", json::encoded(version(1)));
+        call(place);
+        EXPECT_EQ(place.stored(), version(2)) << (&call - calls);
+    }
 }
 
 TEST(JournalStoreThreads, SavesRunInTheOrderOfTheirCalls) {
     Contended place;
-    place.store.save(version(1));
-    place.store.save(version(3));
+    place.save(1);
+    place.save(3);
     EXPECT_EQ(place.stored(), version(3));
 }

@@ -1,11 +1,13 @@
 #include "core/packages/PackageIndex.h"
 
 #include "core/packages/RpmHeader.h"
+#include "tests/support/ChangeDuringReading.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <fstream>
 #include <functional>
 #include <span>
+#include <tuple>
 
 #include <gtest/gtest.h>
 #include <sqlite3.h>
@@ -37,11 +39,28 @@ struct Machine {
     /// "package version", "-" where no package owns the file, "?" where the owner is unknown.
     std::string owner(const std::string& path) {
         auto reading = index.read(MachineFiles::below(root.path()),
-                                  {"/usr/share/applications", "/usr/lib/systemd/system"});
+                                  {"/usr/share/applications", "/usr/lib/systemd/system",
+                                   "/usr/local/share/applications"});
         const auto found = reading.owner(path);
         if (!found)
             return found.error() == PackageFailure::unsupported ? "? form" : "?";
         return *found ? (*found)->package + " " + (*found)->version : "-";
+    }
+
+    void runInRpm(const char* commands) const {
+        sqlite3* database = nullptr;
+        sqlite3_open((root / "usr/lib/sysimage/rpm/rpmdb.sqlite").c_str(), &database);
+        sqlite3_exec(database, commands, nullptr, nullptr, nullptr);
+        sqlite3_close(database);
+    }
+
+    /// Makes a file so large that it can't be held in memory.
+    void inflate(const char* path) const { std::filesystem::resize_file(root / path, 15LL << 40); }
+
+    /// Replaces a file or folder by a link to what is there now.
+    void replaceByLink(const char* path) const {
+        std::filesystem::rename(root / path, root / "elsewhere");
+        std::filesystem::create_symlink(root / "elsewhere", root / path);
     }
 
     void writeDpkg(const std::string& status) const {
@@ -123,6 +142,38 @@ TEST(PackageIndex, FindsOwnersInEachKindOfDatabase) {
     }
 }
 
+TEST(PackageIndex, ReadsAMachineAnywhereAndClosesItsDatabase) {
+    const auto openFiles = [] {
+        return std::distance(std::filesystem::directory_iterator("/proc/self/fd"), {});
+    };
+    const Machine machine;
+    machine.writeRpm(harborHeader());
+    // Characters with a meaning in the address of a database.
+    const auto root = machine.root.makeFolder("100%41?a#b");
+    std::filesystem::rename(machine.root / "usr", root / "usr");
+    const auto rpm = MachineFiles::below(root);
+    const Machine other;
+    other.writeDpkg(dpkgStatus);
+    const auto dpkg = MachineFiles::below(other.root.path());
+    PackageIndex index;
+    const auto package = [&](const MachineFiles& files, const OwnedFolders& folders,
+                             const char* path) {
+        const auto owner = index.read(files, folders).owner(path);
+        return owner && *owner ? (*owner)->package : "-";
+    };
+    const auto before = openFiles();
+    EXPECT_EQ(package(rpm, {"/usr/share/applications"}, entry), "harbor");
+    EXPECT_EQ(openFiles(), before);
+    EXPECT_EQ(package(dpkg, {"/usr/share/applications"}, unit), "-");
+    EXPECT_EQ(package(dpkg, {"/usr/lib/systemd/system"}, unit), "harbor");
+    // Where /lib is a folder of its own, a file there is another one.
+    std::filesystem::remove(other.root / "lib");
+    other.root.makeFolder("lib");
+    PackageIndex fresh;
+    const auto owner = fresh.read(dpkg, {"/usr/lib/systemd/system"}).owner(unit);
+    EXPECT_TRUE(owner && !*owner);
+}
+
 TEST(PackageIndex, ReportsTheOwnerAsUnknownIfADatabaseIsDamagedOrBusy) {
     const std::string status = dpkgStatus;
     const std::string header = harborHeader();
@@ -137,6 +188,26 @@ TEST(PackageIndex, ReportsTheOwnerAsUnknownIfADatabaseIsDamagedOrBusy) {
         {"status breaks off", [&](auto& it) { it.writeDpkg(status.substr(0, 20)); }},
         {"status is empty", [](auto& it) { it.writeDpkg(""); }},
         {"dpkg works", [](auto& it) { it.root.write("var/lib/dpkg/updates/0001", "x"); }},
+        {"dpkg's work can't be seen",
+         [](auto& it) {
+             std::filesystem::remove(it.root / "var/lib/dpkg/updates");
+             it.root.write("var/lib/dpkg/updates", "");
+         }},
+        {"a file beside the work of dpkg",
+         [](auto& it) { it.root.write("var/lib/dpkg/updates/tmp.i", ""); }, "harbor 1:2.4-3"},
+        {"no format",
+         [](auto& it) { std::filesystem::remove(it.root / "var/lib/dpkg/info/format"); }, "? form"},
+        {"a file in place of the folder",
+         [](auto& it) {
+             std::filesystem::remove_all(it.root / "var/lib/dpkg");
+             it.root.write("var/lib/dpkg", "");
+         },
+         "-"},
+        {"a list is a link",
+         [](auto& it) { it.replaceByLink("var/lib/dpkg/info/harbor:amd64.list"); }},
+        {"a list is too large",
+         [](auto& it) { it.inflate("var/lib/dpkg/info/harbor:amd64.list"); }},
+        {"status is too large", [](auto& it) { it.inflate("var/lib/dpkg/status"); }},
         {"a list is a FIFO",
          [](auto& it) {
              std::filesystem::remove(it.root / "var/lib/dpkg/info/harbor:amd64.list");
@@ -167,12 +238,64 @@ TEST(PackageIndex, ReportsTheOwnerAsUnknownIfADatabaseIsDamagedOrBusy) {
         {"no version",
          [](auto& it) { it.writePacman("%NAME%\nharbor\n%VERSION%\n", pacmanFiles); }},
         {"pacman works", [](auto& it) { it.root.write("var/lib/pacman/db.lck", ""); }},
+        {"the name is empty",
+         [](auto& it) { it.writePacman("%NAME%\n\n%VERSION%\n1:2.4-3\n\n", pacmanFiles); }},
+        {"a field in the middle of a line",
+         [](auto& it) {
+             it.writePacman("%DESC%\nof %NAME%\nother\n\n"s + pacmanDescription, pacmanFiles);
+         },
+         "harbor 1:2.4-3"},
+        {"a file is a FIFO",
+         [](auto& it) {
+             const auto file = it.root / "var/lib/pacman/local/harbor-1:2.4-3/desc";
+             std::filesystem::remove(file);
+             ::mkfifo(file.c_str(), 0600);
+         }},
+        {"a file is a link",
+         [](auto& it) { it.replaceByLink("var/lib/pacman/local/harbor-1:2.4-3/files"); }},
+        {"a file is too large",
+         [](auto& it) { it.inflate("var/lib/pacman/local/harbor-1:2.4-3/files"); }},
+        {"a package is a link",
+         [](auto& it) { it.replaceByLink("var/lib/pacman/local/harbor-1:2.4-3"); }, "-"},
     };
     const Case rpm[] = {
         {"the header breaks off", [&](auto& it) { it.writeRpm(header.substr(0, 100)); }},
         {"no database",
          [](auto& it) {
              it.root.write("usr/lib/sysimage/rpm/rpmdb.sqlite", std::string(8192, 'x'));
+         }},
+        {"the index is cut off",
+         [](auto& it) {
+             const auto file = it.root / "usr/lib/sysimage/rpm/rpmdb.sqlite";
+             std::filesystem::resize_file(file, std::filesystem::file_size(file) - 4096);
+         }},
+        {"no such package", [](auto& it) { it.runInRpm("DELETE FROM Packages"); }},
+        {"a package without a name",
+         [&](auto& it) {
+             std::string nameless = header;
+             nameless[header.find("\0\0\x03\xE8"s) + 3] = '\0';
+             it.writeRpm(nameless);
+         }},
+        {"another file of the name", [](auto& it) { it.runInRpm("UPDATE Basenames SET idx = 0"); },
+         "-"},
+        {"a question that takes for ever",
+         [](auto& it) {
+             it.runInRpm("WITH RECURSIVE n(i) AS (VALUES (1) UNION ALL SELECT i + 1 FROM n"
+                         "                        WHERE i < 50000)"
+                         "INSERT INTO Basenames SELECT 'harbor.desktop', 1, 1 FROM n");
+         }},
+        {"a query in place of a table",
+         [](auto& it) {
+             it.runInRpm("DROP TABLE Basenames; CREATE VIEW Basenames AS "
+                         "SELECT 'harbor.desktop' AS key, 1 AS hnum, 1 AS idx");
+         }},
+        {"a finished transaction",
+         [](auto& it) { it.root.write("usr/lib/sysimage/rpm/rpmdb.sqlite-wal", ""); },
+         "harbor 1:2.4-3"},
+        {"a log that can't be read",
+         [](auto& it) {
+             std::filesystem::create_symlink("rpmdb.sqlite-wal",
+                                             it.root / "usr/lib/sysimage/rpm/rpmdb.sqlite-wal");
          }},
         {"an unfinished transaction",
          [](auto& it) { it.root.write("usr/lib/sysimage/rpm/rpmdb.sqlite-wal", "x"); }},
@@ -187,9 +310,11 @@ TEST(PackageIndex, ReportsTheOwnerAsUnknownIfADatabaseIsDamagedOrBusy) {
         for (const auto& each : cases) {
             Machine machine;
             write(machine);
-            ASSERT_EQ(machine.owner(entry), "harbor 1:2.4-3");
             each.spoil(machine);
             EXPECT_EQ(machine.owner(entry), each.expected) << each.name;
+            // No package installs there, so nothing has to be known.
+            for (const char* other : {"/usr/local/share/applications/a.desktop", "/opt/a.desktop"})
+                EXPECT_EQ(machine.owner(other), "-") << each.name;
         }
     };
     check(dpkg, [&](Machine& machine) { machine.writeDpkg(status); });
@@ -208,21 +333,107 @@ TEST(PackageIndex, ReadsADatabaseAgainOnlyWhenItChanged) {
     EXPECT_EQ(machine.owner(entry), "?");
 }
 
-TEST(PackageIndex, TakesNothingInAnRpmHeaderOnTrust) {
-    const std::string header = harborHeader();
-    const auto everything = [](std::string_view bytes) {
-        if (const auto parsed = RpmHeader::parse(bytes))
-            return parsed->owner().has_value() + parsed->file(0).value_or("").size()
-                   + parsed->file(1u << 31).value_or("").size();
-        return std::size_t{0};
+TEST(PackageIndex, ReportsTheOwnerAsUnknownIfADatabaseChangesWhileItIsRead) {
+    struct Case {
+        std::function<void(const Machine&)> write;
+        const char* folder;
+        const char* changed;
     };
-    EXPECT_GT(everything(header), 30);
+    const Case cases[] = {
+        {[](const Machine& machine) { machine.writeDpkg(dpkgStatus); }, "var/lib/dpkg/info", ""},
+        {[](const Machine& machine) { machine.writePacman(pacmanDescription, pacmanFiles); },
+         "var/lib/pacman/local", ""},
+        {[](const Machine& machine) { machine.writeRpm(harborHeader()); }, "usr/lib/sysimage/rpm",
+         "rpmdb.sqlite"},
+    };
+    for (const auto& [write, folder, changed] : cases) {
+        Machine machine;
+        write(machine);
+        {
+            const auto place = machine.root / folder;
+            const test::ChangeDuringReading change(place, place / changed);
+            EXPECT_EQ(machine.owner(entry), "?") << folder;
+        }
+        EXPECT_EQ(machine.owner(entry), "harbor 1:2.4-3") << folder;
+    }
+}
+
+namespace {
+
+struct RpmEntry {
+    std::uint32_t tag, type, offset, count;
+};
+
+std::string rpmHeader(const std::vector<RpmEntry>& entries, const std::string& data) {
+    std::string bytes;
+    const auto append = [&](std::size_t number) {
+        for (const int shift : {24, 16, 8, 0})
+            bytes += static_cast<char>(number >> shift & 0xFF);
+    };
+    append(entries.size());
+    append(data.size());
+    for (const auto& [tag, type, offset, count] : entries)
+        for (const auto number : {tag, type, offset, count})
+            append(number);
+    return bytes + data;
+}
+
+/// "package version path" of the first file, with "-" for what the header does not have.
+std::string inRpmHeader(std::string_view bytes) {
+    const auto header = RpmHeader::parse(bytes);
+    if (!header)
+        return "refused";
+    const auto owner = header->owner();
+    return (owner ? owner->package + " " + owner->version : "-") + " "
+           + header->file(0).value_or("-");
+}
+
+} // namespace
+
+TEST(PackageIndex, TakesNothingInAnRpmHeaderOnTrust) {
+    struct Header {
+        RpmEntry name{1000, 6, 0, 1}, version{1001, 6, 7, 1}, release{1002, 6, 9, 1},
+            places{1116, 4, 12, 1}, files{1117, 8, 16, 1}, folders{1118, 8, 18, 1};
+        std::string data = "harbor\0002\0001\0\0\0\0\0\0f\0/u/\0\0\0"s;
+
+        std::string bytes() const {
+            return rpmHeader({name, version, release, places, files, folders}, data);
+        }
+    };
+    const std::tuple<const char*, std::function<void(Header&)>, const char*> lies[] = {
+        {"none", [](Header&) {}, "harbor 2-1 /u/f"},
+        {"offset at the end", [](Header& it) { it.name.offset = 24; }, "- /u/f"},
+        {"offset far beyond", [](Header& it) { it.name.offset = ~0U; }, "- /u/f"},
+        {"another type", [](Header& it) { it.name.type = 8; }, "- /u/f"},
+        {"no text", [](Header& it) { it.name.count = 0; }, "- /u/f"},
+        {"empty name", [](Header& it) { it.name.offset = 6; }, "- /u/f"},
+        {"empty version", [](Header& it) { it.version.offset = 6; }, "- /u/f"},
+        {"no end of the text", [](Header& it) { it.data.resize(21); }, "harbor 2-1 -"},
+        {"no number", [](Header& it) { it.places.count = 0; }, "harbor 2-1 -"},
+        {"half a number", [](Header& it) { it.places.offset = 21; }, "harbor 2-1 -"},
+        {"a folder that is not listed", [](Header& it) { it.data[15] = '\1'; }, "harbor 2-1 -"},
+        {"a folder beyond the data",
+         [](Header& it) {
+             it.data[15] = '\3';
+             it.folders.count = 4;
+         },
+         "harbor 2-1 -"},
+    };
+    for (const auto& [name, lie, expected] : lies) {
+        Header header;
+        lie(header);
+        EXPECT_EQ(inRpmHeader(header.bytes()), expected) << name;
+    }
+    const std::string header = Header().bytes();
     for (std::size_t size = 0; size < header.size(); ++size)
-        EXPECT_EQ(everything(header.substr(0, size)), 0);
-    for (std::size_t place = 0; place < header.size(); ++place) {
-        std::string changed = header;
-        changed[place] = '\xFF';
-        everything(changed);
+        EXPECT_EQ(inRpmHeader(std::string(header, 0, size)), "refused") << size;
+    // Counts of entries and of bytes of data that are too large, and one that is too small.
+    const std::pair<std::size_t, char> counts[] = {
+        {3, '\7'}, {0, '\xFF'}, {7, '\x19'}, {7, '\x17'}};
+    for (const auto& [place, value] : counts) {
+        std::string lying = header;
+        lying[place] = value;
+        EXPECT_EQ(inRpmHeader(lying), "refused") << place;
     }
 }
 

@@ -18,6 +18,7 @@ TEST(ScannerThreads, AllowsEachCallDuringAMeasurement) {
         [&] { scanner.collectFolder(folder.path(), 1); },
         [&] { scanner.collect({}, 1, 0); },
         [&] { scanner.endCapture(); },
+        [&] { scanner.save(); },
     };
     const auto item = StorageMeasurementItem::directory(sub, Date{1});
     for (const auto& call : calls) {

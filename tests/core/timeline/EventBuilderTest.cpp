@@ -149,6 +149,13 @@ TEST(EventBuilder, WordsEachChange) {
                                          "Disk · 7 GB decrease in free space · 2 GB remaining | -"},
         {free(2 * giga, 9 * giga, false), "Storage routine internaldrive | Space Freed Up | "
                                           "7 GB increase in free space · 9 GB remaining | -"},
+        {sizes(trash(giga, 1), trash(3 * giga, 2)),
+         "Storage prominent trash | Trash Grew in Size | +2 GB | /home/.Trash"},
+        {source(homebrew, "", "1.7"),
+         "Applications prominent shippingbox | jq Installed | Homebrew · 1.7 | /s/jq"},
+        {source(configuration, "", "x"),
+         "Mac Activity prominent doc.text | jq Created | "
+         "Selected configuration file · Content fingerprint changed | /s/jq"},
         {source(homebrew, "1.6", "1.7"),
          "Applications prominent shippingbox | jq Changed | Homebrew · 1.6 → 1.7 | /s/jq"},
         {source(homebrew, "1.6", ""),
