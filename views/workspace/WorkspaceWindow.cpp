@@ -95,12 +95,6 @@ void WorkspaceWindow::connectPanes() {
             [this] { uses.model.history().setSelected({}); });
 }
 
-void WorkspaceWindow::manageFolders() {
-    uses.model.beginFolderManagement();
-    managesFolders = true;
-    refreshing.start();
-}
-
 void WorkspaceWindow::followModel() {
     refreshing.setSingleShot(true);
     refreshing.setInterval(0);
