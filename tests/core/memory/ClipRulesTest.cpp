@@ -26,6 +26,7 @@ ClipContents only(ClipPart part, std::string bytes, bool isComplete = true) {
 /// Type, title and size; empty when nothing is recorded.
 std::string recorded(const ClipContents& contents) {
     const auto record = clipRules::record({contents, {}}, now);
+    EXPECT_EQ(clipRules::keeps(contents), record.has_value());
     if (!record)
         return {};
     return *record->contentType + "|" + record->title + "|" + std::to_string(*record->bytes);
