@@ -83,7 +83,8 @@ struct UnitApplicationsTest : testing::Test {
 /// One unit in the reply to `ListUnitsByPatterns`.
 struct ListedUnit {
     QString name;
-    QString path;
+    /// The registration of the type writes one without a unit.
+    QString path = u"/"_s;
 };
 
 QDBusArgument& operator<<(QDBusArgument& argument, const ListedUnit& unit) {

@@ -73,7 +73,8 @@ TEST_F(AutostartItemTest, IsAddedAndRemoved) {
     item.add();
     EXPECT_EQ(item.status(), Status::enabled);
 
-    std::filesystem::remove_all(folder / "own");
+    for (const char* name : {"own", "shared"})
+        std::filesystem::remove_all(folder / name);
     folder.write("own", "not a folder");
     EXPECT_THROW(item.add(), Error);
 }
