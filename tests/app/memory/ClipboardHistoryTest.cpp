@@ -66,7 +66,6 @@ struct ClipboardHistoryTest : testing::Test {
 } // namespace
 
 TEST_F(ClipboardHistoryTest, RecordsEachCopyThatIsNotTheNewestAgain) {
-    EXPECT_EQ(history.status(), "Observation paused");
     start();
     for (const auto* text : {"a", "a", "b", "a"})
         copy(text);

@@ -254,8 +254,9 @@ TEST(VolumeObservationReader, ListsAVolumeThatDoesNotRespondWithoutDetails) {
             auto reading = reader.read({});
             test::until([&] { return asked > 0; });
             clock.advance(VolumeObservationReader::mostTime);
+            const auto volumes = test::await(std::move(reading)).value();
             std::string text;
-            for (const auto& [path, volume] : test::await(std::move(reading)).value())
+            for (const auto& [path, volume] : volumes)
                 text += volume.deviceName + " ";
             return text;
         };
