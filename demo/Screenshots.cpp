@@ -13,6 +13,7 @@
 #include <QFile>
 #include <QIcon>
 #include <QLineEdit>
+#include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QTreeView>
 #include <QWidget>
@@ -248,6 +249,10 @@ void photographDialogs(const MadeUpHistory& history, const QString& folder, cons
 void takeScreenshots(const QString& folder, const QString& only) {
     if (!QDir().mkpath(folder))
         throw Error(folder.toStdString() + " could not be created.");
+    // Without a desktop, icons are not looked for where they are installed.
+    QIcon::setThemeSearchPaths(QStandardPaths::locateAll(QStandardPaths::GenericDataLocation,
+                                                         QStringLiteral("icons"),
+                                                         QStandardPaths::LocateDirectory));
     QApplication::setFont(QFont(QStringLiteral("DejaVu Sans"), 10));
     const auto history = MadeUpHistory::endingAt(pictured());
     for (const auto& scene : scenes())

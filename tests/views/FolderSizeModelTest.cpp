@@ -55,8 +55,6 @@ TEST(FolderSizeModel, LoadsChildrenWhenARowIsOpenedAndKeepsThemInAnyOrder) {
     const Measured measured({{"a", 5'000}, {"b", 1'000}, {"c", 9'000}},
                             {{"a", 1'000}, {"b", 7'000}, {"c", 9'001}});
     FolderSizeModel model;
-    const QAbstractItemModelTester tester(&model,
-                                          QAbstractItemModelTester::FailureReportingMode::Fatal);
     model.show(measured.rows(), headers());
     const QModelIndex root = model.index(0, 0);
     EXPECT_EQ(model.rowCount(root), 0);
@@ -64,6 +62,9 @@ TEST(FolderSizeModel, LoadsChildrenWhenARowIsOpenedAndKeepsThemInAnyOrder) {
     model.fetchMore(root);
     EXPECT_EQ(names(model, root), "b a c");
 
+    // It opens every row itself, which a model must not do while it is being reset.
+    const QAbstractItemModelTester tester(&model,
+                                          QAbstractItemModelTester::FailureReportingMode::Fatal);
     const QPersistentModelIndex child = model.index(0, 0, root);
     for (const auto& [section, order, expected] :
          std::initializer_list<std::tuple<int, Qt::SortOrder, const char*>>{

@@ -1,4 +1,6 @@
 #include <QApplication>
+#include <QIcon>
+#include <QStandardPaths>
 
 #include <gtest/gtest.h>
 
@@ -8,5 +10,8 @@ int main(int argc, char** argv) {
     qputenv("QT_QPA_PLATFORM",
             qgetenv("QT_QPA_PLATFORM").isEmpty() ? "offscreen" : qgetenv("QT_QPA_PLATFORM"));
     QApplication application(argc, argv);
+    QIcon::setThemeSearchPaths(QStandardPaths::locateAll(QStandardPaths::GenericDataLocation,
+                                                         QStringLiteral("icons"),
+                                                         QStandardPaths::LocateDirectory));
     return RUN_ALL_TESTS();
 }

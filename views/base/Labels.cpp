@@ -9,6 +9,8 @@ namespace tidemark {
 
 DimLabel::DimLabel(const QString& text, QWidget* parent) : QLabel(text, parent) {
     setTextFormat(Qt::PlainText);
+    // On the background of a list, Qt would use the colour of its texts.
+    setForegroundRole(QPalette::WindowText);
     adaptColor();
 }
 

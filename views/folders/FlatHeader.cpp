@@ -10,6 +10,8 @@ namespace tidemark {
 namespace {
 
 constexpr int padding = 8;
+/// From a title to the end of its column, as in the rows below.
+constexpr int trailing = 18;
 /// Of the first section, which begins where the names of the rows do.
 constexpr int indent = 22;
 constexpr double textScale = 0.92;
@@ -48,7 +50,7 @@ void FlatHeader::paintSection(QPainter* painter, const QRect& rect, int section)
     QFont small = font();
     small.setPointSizeF(small.pointSizeF() * textScale);
     small.setBold(true);
-    QRect area = rect.adjusted(section == 0 ? indent : padding, 0, -padding, 0);
+    QRect area = rect.adjusted(section == 0 ? indent : 0, 0, -trailing, 0);
     area = QStyle::visualRect(layoutDirection(), rect, area);
     const QColor strong = palette().color(QPalette::Active, QPalette::Text);
     painter->setFont(small);

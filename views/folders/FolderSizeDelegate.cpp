@@ -12,6 +12,8 @@ namespace tidemark {
 namespace {
 
 constexpr int padding = 8;
+/// From a number to the end of its column, which for the last one is the end of the panel.
+constexpr int trailing = 18;
 constexpr int barThickness = 4;
 constexpr int shortestBar = 2;
 
@@ -25,7 +27,7 @@ void drawName(const RowPainter& row, const QStyleOptionViewItem& option, const Q
 }
 
 void drawBar(const RowPainter& row, const QStyleOptionViewItem& option, double share) {
-    const QRect area = option.rect.adjusted(padding, 0, -padding, 0);
+    const QRect area = option.rect.adjusted(padding, 0, -trailing, 0);
     const int length = std::max(shortestBar, static_cast<int>(std::lround(area.width() * share)));
     QColor color = row.accent();
     color.setAlphaF(row.isSelected() ? 0.8F : 0.55F);
@@ -62,10 +64,10 @@ void FolderSizeDelegate::paint(QPainter* painter, const QStyleOptionViewItem& st
         const QVariant trend = index.data(FolderSizeModel::trendRole);
         const bool isQuiet =
             trend.isValid() && trend.toInt() <= static_cast<int>(FolderSizeTable::Trend::same);
-        row.drawText(option.rect.adjusted(padding, -2, -padding, -2), withTrend(option.text, trend),
+        row.drawText(option.rect.adjusted(0, -2, -trailing, -2), withTrend(option.text, trend),
                      isQuiet ? row.dim() : row.strong(), option.font, Qt::AlignTrailing);
         const QVariant share = index.data(FolderSizeModel::shareRole);
-        if (share.isValid())
+        if (share.toDouble() > 0)
             drawBar(row, option, share.toDouble());
     }
     painter->restore();

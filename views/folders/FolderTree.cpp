@@ -56,8 +56,24 @@ void FolderTree::drawRow(QPainter* painter, const QStyleOptionViewItem& styled,
     QTreeView::drawRow(painter, styled, index);
 }
 
+/// The style fills this part of a selected row to the edge.
+void FolderTree::coverBranches(QPainter& painter, const QRect& rect,
+                               const QModelIndex& index) const {
+    QStyleOptionViewItem option;
+    initViewItemOption(&option);
+    option.rect = {0, rect.top(), viewport()->width(), rect.height()};
+    if (selectionModel()->isSelected(index))
+        option.state |= QStyle::State_Selected;
+    painter.save();
+    painter.setClipRect(rect);
+    painter.fillRect(rect, palette().color(QPalette::Base));
+    RowPainter(painter, option).drawPanel(option.rect.adjusted(margin, 1, -margin, -1));
+    painter.restore();
+}
+
 void FolderTree::drawBranches(QPainter* painter, const QRect& rect,
                               const QModelIndex& index) const {
+    coverBranches(*painter, rect, index);
     if (!model()->hasChildren(index))
         return;
     const bool isMirrored = layoutDirection() == Qt::RightToLeft;

@@ -19,6 +19,9 @@ protected:
                  const QModelIndex& index) const override;
     void drawBranches(QPainter* painter, const QRect& rect,
                       const QModelIndex& index) const override;
+
+private:
+    void coverBranches(QPainter& painter, const QRect& rect, const QModelIndex& index) const;
 };
 
 } // namespace tidemark
