@@ -32,10 +32,13 @@ struct Settings : test::ModelFixture {
     }
     template <class Widget>
     Widget& named(const char* text) {
-        for (auto* each : view->findChildren<Widget*>())
-            if (const auto* interface = QAccessible::queryAccessibleInterface(each);
-                interface->text(QAccessible::Name) == QString::fromUtf8(text))
+        for (auto* each : view->findChildren<Widget*>()) {
+            const auto* interface = QAccessible::queryAccessibleInterface(each);
+            // For a choice, Qt has the chosen entry as the name of the interface.
+            if (each->accessibleName() == QString::fromUtf8(text)
+                || interface->text(QAccessible::Name) == QString::fromUtf8(text))
                 return *each;
+        }
         throw std::runtime_error(text);
     }
     bool shows(const char* text) {
