@@ -1,6 +1,7 @@
 #include "views/base/WrappingLabel.h"
 
 #include "views/base/ShownText.h"
+#include "views/base/WrappingPolicy.h"
 
 namespace tidemark {
 
@@ -17,9 +18,9 @@ QString cut(const QString& text, qsizetype most) {
 
 WrappingLabel::WrappingLabel(const QString& text, QWidget* parent) : QLabel(parent) {
     setTextFormat(Qt::PlainText);
-    setWordWrap(true);
     setTextInteractionFlags(Qt::TextSelectableByMouse);
-    setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Minimum);
+    setAlignment(Qt::AlignVCenter | wrappingPolicy::leadingEdge());
+    wrappingPolicy::apply(*this);
     setWhole(text);
 }
 

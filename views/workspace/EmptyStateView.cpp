@@ -48,6 +48,8 @@ void EmptyStateView::present(const EmptyState& state) {
     drawSymbol();
     title->setText(shownText(state.title));
     explanation->setText(shownText(state.explanation));
+    for (QLabel* label : {title, static_cast<QLabel*>(explanation)})
+        label->setFixedHeight(label->heightForWidth(widestSentence));
     button->setText(shownText(state.actionLabel));
     button->setVisible(!state.actionLabel.empty());
 }

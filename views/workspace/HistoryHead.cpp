@@ -5,6 +5,7 @@
 #include "views/base/Labels.h"
 #include "views/base/ShownText.h"
 #include "views/base/Symbols.h"
+#include "views/base/WrappingPolicy.h"
 
 #include <QHBoxLayout>
 #include <QSignalBlocker>
@@ -31,7 +32,8 @@ HistoryHead::HistoryHead(QWidget* parent)
     days->setRange(1, mostDays);
     days->setSuffix(tr(" days"));
     days->setAccessibleName(tr("Days of the time window"));
-    coverage->setText(wordsHere(workspaceText::openCoverage));
+    summary->setAlignment(Qt::AlignVCenter | wrappingPolicy::leadingEdge());
+    coverage->setText(isolated(wordsHere(workspaceText::openCoverage)));
     coverage->setAutoRaise(true);
     coverage->setFocusPolicy(Qt::StrongFocus);
     coverage->setIcon(symbolIcon("exclamationmark.circle"));

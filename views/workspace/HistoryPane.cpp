@@ -138,7 +138,7 @@ void HistoryPane::refreshHead() {
              windowOptions(history.place().range(), history.place().customWindowDays())) {
             if (option.isSelected)
                 content.window = static_cast<int>(content.windows.size());
-            content.windows.push_back({shownText(option.label), rangeText(option.range)});
+            content.windows.push_back({isolated(shownText(option.label)), rangeText(option.range)});
         }
         if (history.place().range() == rawValue(HistoryTimeWindow::custom))
             content.customDays = static_cast<int>(history.place().customWindowDays());

@@ -5,6 +5,7 @@
 #include "views/base/ElidedLabel.h"
 #include "views/base/Labels.h"
 #include "views/base/ShownText.h"
+#include "views/base/WrappingPolicy.h"
 #include "views/workspace/ShareBar.h"
 
 #include <QGridLayout>
@@ -25,11 +26,9 @@ constexpr std::size_t mostBytes = 4096;
 template <class Label>
 Label* wrapping(Label* made) {
     made->setTextFormat(Qt::PlainText);
-    made->setWordWrap(true);
-    made->setAlignment(Qt::AlignTop | Qt::AlignLeading);
+    made->setAlignment(Qt::AlignTop | wrappingPolicy::leadingEdge());
     made->setTextInteractionFlags(Qt::TextSelectableByMouse);
-    // Paths have no blanks to wrap at: the column must not become as wide as the longest.
-    made->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Minimum);
+    wrappingPolicy::apply(*made);
     return made;
 }
 

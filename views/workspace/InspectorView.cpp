@@ -5,6 +5,7 @@
 #include "views/base/Symbols.h"
 #include "views/base/ThinScrollBar.h"
 #include "views/base/TintedSymbol.h"
+#include "views/base/WrappingPolicy.h"
 #include "views/workspace/InspectionSectionView.h"
 
 #include <QPushButton>
@@ -29,9 +30,9 @@ QString headText(const std::string& text) {
 /// May be narrower than its longest word.
 template <class Label>
 Label* wrapping(Label* label) {
-    label->setWordWrap(true);
+    label->setAlignment(Qt::AlignTop | wrappingPolicy::leadingEdge());
     label->setTextInteractionFlags(Qt::TextSelectableByMouse);
-    label->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Minimum);
+    wrappingPolicy::apply(*label);
     return label;
 }
 
