@@ -1,5 +1,6 @@
 #include "app/base/NotificationCenter.h"
 
+#include <QScopeGuard>
 #include <utility>
 #include <vector>
 
@@ -31,15 +32,28 @@ NotificationCenter::Token NotificationCenter::observe(Notification notification,
 }
 
 void NotificationCenter::post(Notification notification) {
-    // A copy, since a callback may remove observers or destroy the center.
+    // A copy, since a callback may destroy the center.
     const auto all = observers;
+    all->waiting.push_back(notification);
+    if (std::exchange(all->isDelivering, true))
+        return;
+    const auto end = qScopeGuard([&] { all->isDelivering = false; });
+    while (!all->waiting.empty()) {
+        const Notification next = all->waiting.front();
+        all->waiting.pop_front();
+        all->deliver(next);
+    }
+}
+
+void NotificationCenter::Observers::deliver(Notification notification) const {
+    // A copy, since a callback may remove observers.
     std::vector<std::uint64_t> ids;
-    for (const auto& [id, observer] : all->byId)
+    for (const auto& [id, observer] : byId)
         if (observer.notification == notification)
             ids.push_back(id);
     for (const std::uint64_t id : ids) {
-        const auto found = all->byId.find(id);
-        if (found == all->byId.end())
+        const auto found = byId.find(id);
+        if (found == byId.end())
             continue;
         const auto callback = found->second.callback;
         (*callback)();

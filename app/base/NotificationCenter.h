@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <deque>
 #include <functional>
 #include <map>
 #include <memory>
@@ -64,6 +65,9 @@ public:
 
     /// Calls the observers in the order in which they were added. An observer that is removed
     /// during the call is not called any more; one that is added is called from the next call on.
+    ///
+    /// A notification that is posted during another one, as when an observer runs the event loop,
+    /// is delivered right after it: every observer gets all notifications in the same order.
     void post(Notification notification);
 
 private:
@@ -72,8 +76,13 @@ private:
         std::shared_ptr<const Callback> callback;
     };
     struct Observers {
+        void deliver(Notification notification) const;
+
         std::map<std::uint64_t, Observer> byId;
         std::uint64_t lastId = 0;
+        /// Posted and not delivered yet, in order.
+        std::deque<Notification> waiting;
+        bool isDelivering = false;
     };
 
     std::shared_ptr<Observers> observers = std::make_shared<Observers>();

@@ -54,11 +54,14 @@ void LogindMonitor::subscribe() {
 void LogindMonitor::setPreparingForSleep(bool preparing) {
     if (std::exchange(isPreparingForSleep, preparing) == preparing)
         return;
-    ++sleeps;
+    const auto sleep = ++sleeps;
     isReadyToSleep = false;
     center.post(preparing ? notification::willSleep : notification::didWake);
     if (!preparing)
         return takeDelayLock();
+    // An observer may run the event loop, and the machine may have woken up meanwhile.
+    if (sleep != sleeps)
+        return;
     tasks.start(settleForSleep(sleeps));
     tasks.start(limitDelay(sleeps));
 }

@@ -44,6 +44,20 @@ TEST(NotificationCenter, CallsObserversInOrderExceptRemovedOnes) {
     EXPECT_EQ(log, "1334");
 }
 
+TEST(NotificationCenter, DeliversWhatIsPostedMeanwhileInTheSameOrderToAll) {
+    NotificationCenter center;
+    std::string log;
+    const auto first = center.observe(notification::willSleep, [&] {
+        log += "1sleep ";
+        center.post(notification::didWake);
+    });
+    const auto second = center.observe(notification::willSleep, [&] { log += "2sleep "; });
+    const auto third = center.observe(notification::didWake, [&] { log += "3wake "; });
+    const auto fourth = center.observe(notification::willSleep, [&] { log += "4sleep "; });
+    center.post(notification::willSleep);
+    EXPECT_EQ(log, "1sleep 2sleep 4sleep 3wake ");
+}
+
 TEST(NotificationCenter, MayBeDestroyedBeforeItsTokensAndDuringAPost) {
     NotificationCenter::Token token;
     auto center = std::make_unique<NotificationCenter>();
