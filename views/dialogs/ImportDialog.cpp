@@ -51,7 +51,8 @@ ImportDialog::ImportDialog(AppModel& controller, TaskScope& scope, QWidget* pare
     setWindowTitle(wordsHere(importText::title));
     resize(firstSize);
     rows->setAccessibleName(tr("Installation records"));
-    rows->setAlternatingRowColors(true);
+    rows->setIconSize({22, 22});
+    rows->setSpacing(3);
     useThinScrollBars(*rows);
     auto* explanation = new QLabel(wordsHere(importText::explanation));
     explanation->setWordWrap(true);

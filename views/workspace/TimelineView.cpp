@@ -37,7 +37,7 @@ void TimelineView::present(const TimelinePresentation& presentation, Date now) {
 
 void TimelineView::select(const std::string* id) {
     const QModelIndex found = id ? events.indexOf(*id) : QModelIndex();
-    if (found == currentIndex())
+    if (selectionModel()->selectedIndexes().value(0) == found)
         return;
     const QScopedValueRollback updating(isUpdating, true);
     setCurrentIndex(found);
@@ -57,8 +57,14 @@ void TimelineView::currentChanged(const QModelIndex& current, const QModelIndex&
     // The heading of the first day can't be selected, so that no key would show it again.
     if (current.row() == 1 && !isUpdating)
         scrollToTop();
+}
+
+void TimelineView::selectionChanged(const QItemSelection& selected,
+                                    const QItemSelection& deselected) {
+    QListView::selectionChanged(selected, deselected);
+    // Not the current row, which is one as soon as the list has the keyboard.
     if (!isUpdating)
-        Q_EMIT eventChosen(events.eventAt(current));
+        Q_EMIT eventChosen(events.eventAt(selectionModel()->selectedIndexes().value(0)));
 }
 
 } // namespace tidemark
