@@ -54,8 +54,7 @@ struct BluezMonitorTest : testing::Test {
     }
     void pair() const { changeHeadset({{u"Paired"_s, true}, {u"Class"_s, quint32{0x240404}}}); }
     void expectDevices(const std::vector<BluetoothDevice>& devices) {
-        test::until([&] { return last.paired == devices; });
-        EXPECT_EQ(last.isPoweredOn, true);
+        test::until([&] { return last.paired == devices && last.isPoweredOn == true; });
     }
     void expectRadio(std::optional<bool> radio) {
         test::until([&] { return states > 0 && last.isPoweredOn == radio; });
