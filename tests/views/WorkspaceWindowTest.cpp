@@ -54,7 +54,7 @@ struct Workspace : test::ModelFixture {
     template <class Widget>
     Widget& child(const char* accessibleName) {
         for (auto* each : window->findChildren<Widget*>())
-            if (each->accessibleName() == QLatin1String(accessibleName))
+            if (each->accessibleName() == QString::fromUtf8(accessibleName))
                 return *each;
         throw std::runtime_error(accessibleName);
     }
