@@ -30,8 +30,8 @@ namespace {
 
 constexpr QSize firstSize(1280, 800);
 /// Below these widths of the window, a column makes way.
-constexpr int roomForInspector = 900;
-constexpr int roomForSidebar = 700;
+constexpr int roomForInspector = 1000;
+constexpr int roomForSidebar = 800;
 
 QCoro::Task<void> remove(NamedSnapshots& snapshots, Uuid id) {
     co_await snapshots.deleteSnapshot(id);
