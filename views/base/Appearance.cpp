@@ -61,12 +61,17 @@ void Appearance::apply() {
 
 void Appearance::chooseIcons() {
     const QString wanted = isDark(QApplication::palette()) ? darkIcons : lightIcons;
-    QIcon::setFallbackThemeName(wanted);
+    if (QIcon::fallbackThemeName() == wanted)
+        return;
+    // Without the fallback it shows whether the desktop names a theme that has icons.
+    QIcon::setFallbackThemeName({});
     const QString theme = QIcon::themeName();
-    // Without a desktop that names one, there is no theme that any icon could come from.
-    const bool isOwn = theme == lightIcons || theme == darkIcons;
-    if ((isOwn || !QIcon::hasThemeIcon(QStringLiteral("view-refresh"))) && theme != wanted)
-        QIcon::setThemeName(wanted);
+    const bool hasIcons = theme != lightIcons && theme != darkIcons
+                          && QIcon::hasThemeIcon(QStringLiteral("view-refresh"));
+    QIcon::setFallbackThemeName(wanted);
+    // Icons that were drawn before are only drawn anew for a theme of another name.
+    QIcon::setThemeName({});
+    QIcon::setThemeName(hasIcons ? theme : wanted);
 }
 
 bool Appearance::eventFilter(QObject* watched, QEvent* event) {

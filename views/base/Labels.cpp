@@ -4,13 +4,26 @@
 
 #include <QApplication>
 #include <QEvent>
+#include <QStyle>
 
 namespace tidemark {
+
+namespace {
+
+/// Qt aligns a text by its own direction, so that an English one would stand at the wrong edge of a
+/// window that is laid out from right to left.
+Qt::Alignment leading() {
+    return QStyle::visualAlignment(QGuiApplication::layoutDirection(), Qt::AlignLeading)
+           | Qt::AlignVCenter;
+}
+
+} // namespace
 
 DimLabel::DimLabel(const QString& text, QWidget* parent) : QLabel(text, parent) {
     setTextFormat(Qt::PlainText);
     // On the background of a list, Qt would use the colour of its texts.
     setForegroundRole(QPalette::WindowText);
+    setAlignment(leading());
     adaptColor();
 }
 
@@ -47,6 +60,7 @@ QLabel* title(const QString& text, double factor) {
 QLabel* heading(const QString& text) {
     auto* made = new QLabel(text);
     made->setTextFormat(Qt::PlainText);
+    made->setAlignment(leading());
     QFont font = made->font();
     font.setBold(true);
     made->setFont(font);

@@ -87,7 +87,6 @@ FolderManagerView::FolderManagerView(AppModel& controller, TaskScope& scope, QWi
     column->addWidget(finish, 0, Qt::AlignTrailing);
     column->addStretch();
     auto* content = new QWidget;
-    content->setBackgroundRole(QPalette::Base);
     auto* centre = new QHBoxLayout(content);
     centre->addStretch();
     centre->addWidget(page, 1);

@@ -2,8 +2,8 @@
 
 #include "views/base/Labels.h"
 #include "views/base/ShownText.h"
-#include "views/base/Symbols.h"
 #include "views/base/ThinScrollBar.h"
+#include "views/base/TintedSymbol.h"
 #include "views/search/SearchResultDelegate.h"
 #include "views/search/SearchResultModel.h"
 
@@ -23,6 +23,8 @@ namespace {
 
 constexpr QSize panelSize(640, 440);
 constexpr double fieldScale = 1.3;
+/// How much of the text colour the edge of the panel has.
+constexpr float edgeStrength = 0.25F;
 
 SearchPanelKey keyOf(const QKeyEvent& event) {
     switch (event.key()) {
@@ -49,8 +51,9 @@ SearchPanelKey keyOf(const QKeyEvent& event) {
 SearchPanelView::SearchPanelView(HistorySearch::History all, const ViewSettings& used)
     : QWidget(nullptr, Qt::Dialog | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint),
       history(std::move(all)), settings(used), results(new SearchResultModel(this)),
-      field(new QLineEdit), caption(new DimLabel), list(new QListView), stack(new QStackedWidget),
-      emptyTitle(labels::heading({})), emptyExplanation(labels::note({})) {
+      icon(new QLabel), field(new QLineEdit), caption(new DimLabel), list(new QListView),
+      stack(new QStackedWidget), emptyTitle(labels::heading({})),
+      emptyExplanation(labels::note({})) {
     setWindowTitle(wordsHere(HistorySearch::title));
     setBackgroundRole(QPalette::Base);
     setAutoFillBackground(true);
@@ -73,9 +76,6 @@ QWidget* SearchPanelView::makeField() {
         if (search)
             search->setQuery(text.toStdString());
     });
-    auto* icon = new QLabel;
-    const int side = field->fontMetrics().height();
-    icon->setPixmap(symbolIcon("search").pixmap(QSize(side, side), devicePixelRatioF()));
     auto* dismissal = new QToolButton;
     dismissal->setAutoRaise(true);
     dismissal->setIcon(QIcon::fromTheme(QStringLiteral("window-close")));
@@ -148,6 +148,9 @@ void SearchPanelView::open() {
     });
     connect(search.get(), &HistorySearch::changed, this, &SearchPanelView::refresh);
     field->clear();
+    // The palette may be another one than the last time.
+    icon->setPixmap(tintedSymbol("search", field->fontMetrics().height(),
+                                 palette().color(QPalette::Text), devicePixelRatioF()));
     labels::scale(*list, settings.listingTextScale());
     placeOnScreen();
     refresh();
@@ -256,7 +259,9 @@ void SearchPanelView::hideEvent(QHideEvent* event) {
 void SearchPanelView::paintEvent(QPaintEvent* event) {
     QWidget::paintEvent(event);
     QPainter painter(this);
-    painter.setPen(palette().color(QPalette::Mid));
+    QColor edge = palette().color(QPalette::Text);
+    edge.setAlphaF(edgeStrength);
+    painter.setPen(edge);
     painter.drawRect(rect().adjusted(0, 0, -1, -1));
 }
 

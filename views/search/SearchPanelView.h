@@ -55,6 +55,7 @@ private:
     /// Made anew each time the panel is opened; absent while it is closed.
     std::unique_ptr<HistorySearch> search;
     SearchResultModel* results;
+    QLabel* icon;
     QLineEdit* field;
     DimLabel* caption;
     QListView* list;

@@ -93,8 +93,10 @@ void SettingsRowView::present(const SettingsRow& row) {
         number->setEnabled(row.isEnabled());
     }
     if (field) {
-        if (!field->hasFocus())
+        if (!field->hasFocus()) {
             field->setText(QString::fromStdString(row.value));
+            field->home(false);
+        }
         field->setEnabled(row.isEnabled());
     }
     setToolTip(shownText(row.help));

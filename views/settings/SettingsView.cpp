@@ -3,6 +3,7 @@
 #include "app/preferences/PreferenceKeys.h"
 #include "views/base/Labels.h"
 #include "views/base/ShownText.h"
+#include "views/base/ThinScrollBar.h"
 #include "views/settings/SettingsRowView.h"
 
 #include <QDir>
@@ -69,14 +70,13 @@ SettingsView::SettingsView(const Uses& used) : uses(used) {
     setFrameShape(QFrame::NoFrame);
     setAccessibleName(tr("Settings"));
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    useThinScrollBars(*this);
     auto* page = new QWidget;
     page->setMaximumWidth(widestPage);
     column = new QVBoxLayout(page);
     column->setContentsMargins(28, 20, 28, 28);
     column->setSpacing(0);
     auto* content = new QWidget;
-    content->setBackgroundRole(QPalette::Base);
-    content->setAutoFillBackground(true);
     auto* centre = new QHBoxLayout(content);
     centre->setContentsMargins(0, 0, 0, 0);
     centre->addStretch();
