@@ -57,11 +57,12 @@ constexpr auto table = std::to_array<Names>({
     {"pause.circle", "media-playback-pause", "media-playback-pause-symbolic"},
     {"exclamationmark.circle", "dialog-warning", "dialog-warning-symbolic"},
     {"search", "edit-find", "edit-find-symbolic"},
+    {"warning", "data-warning", "dialog-warning-symbolic"},
     {"filter", "view-filter", "view-more-symbolic"},
     {"export", "document-export", "document-save-as-symbolic"},
     {"bookmark", "bookmark-new", "bookmark-new-symbolic"},
     {"trash.slash", "edit-delete", "edit-delete-symbolic"},
-    {"xmark", "window-close", "window-close-symbolic"},
+    {"xmark", "dialog-close", "window-close-symbolic"},
     {"settings", "configure", "preferences-system-symbolic"},
 });
 

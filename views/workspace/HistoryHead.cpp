@@ -36,7 +36,7 @@ HistoryHead::HistoryHead(QWidget* parent)
     coverage->setText(isolated(wordsHere(workspaceText::openCoverage)));
     coverage->setAutoRaise(true);
     coverage->setFocusPolicy(Qt::StrongFocus);
-    coverage->setIcon(symbolIcon("exclamationmark.circle"));
+    coverage->setIcon(symbolIcon("warning"));
 
     auto* texts = new QVBoxLayout;
     texts->setSpacing(3);

@@ -64,7 +64,7 @@ QWidget* MessageBar::barOf(const WorkspaceMessage& message) {
     row->setSpacing(12);
     auto* icon = new QLabel;
     const int side = fontMetrics().height() + 6;
-    icon->setPixmap(symbolIcon(message.isFailure() ? "exclamationmark.circle" : "clock")
+    icon->setPixmap(symbolIcon(message.isFailure() ? "warning" : "clock")
                         .pixmap(QSize(side, side), devicePixelRatioF()));
     row->addWidget(icon, 0, Qt::AlignTop);
 

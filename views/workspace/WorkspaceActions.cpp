@@ -91,6 +91,8 @@ void WorkspaceActions::makeActions(QMainWindow& window) {
 void WorkspaceActions::makeToolbar(QMainWindow& window) {
     auto* bar = window.addToolBar(tr("Toolbar"));
     bar->setMovable(false);
+    // The size for which the themes draw icons with lines.
+    bar->setIconSize({22, 22});
     bar->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
     bar->setContextMenuPolicy(Qt::PreventContextMenu);
     bar->setContentsMargins(6, 4, 6, 4);
