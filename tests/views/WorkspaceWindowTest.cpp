@@ -144,6 +144,9 @@ TEST_F(Workspace, DeletesASnapshotOnlyAfterAConfirmation) {
     Journal named = *state().journal();
     named.baselines.push_back(Baseline::named("Before", named.snapshots.back()));
     test::await(model->commit(std::move(named)));
+    model->history().navigate(WorkspaceDestination::snapshots, true);
+    test::settle();
+    EXPECT_TRUE(shows("A reference point for your computer"));
     model->history().openSnapshot(state().journal()->baselines.front().id);
     test::settle();
     for (const char* answer : {"Cancel", "Delete Snapshot"}) {

@@ -98,6 +98,11 @@ bool HistoryPane::showsFolders() const {
     return place.workspace() == WorkspaceDestination::folderSizes && !place.snapshot();
 }
 
+bool HistoryPane::lacksSnapshot() const {
+    const auto& place = uses.model.history().place();
+    return place.workspace() == WorkspaceDestination::snapshots && !place.snapshot();
+}
+
 QWidget* HistoryPane::content() const {
     return stack->currentWidget();
 }
@@ -129,11 +134,11 @@ void HistoryPane::refreshHead() {
     content.hasCoverageProblems = !coverage.gaps.empty() || !coverage.accessIssues.empty();
     if (showsFolders()) {
         content.summary = folders->summary();
-    } else {
+    } else if (!lacksSnapshot()) {
         content.summary = wordsHere(workspaceText::header(history.presentation().events.size(),
                                                           history.isStateComparison()));
     }
-    if (!open && !showsFolders()) {
+    if (!open && !showsFolders() && !lacksSnapshot()) {
         for (const auto& option :
              windowOptions(history.place().range(), history.place().customWindowDays())) {
             if (option.isSelected)
@@ -187,7 +192,7 @@ void HistoryPane::refreshContent() {
     if (showsFolders()) {
         folders->present(*state.journal());
         stack->setCurrentWidget(folders);
-    } else if (!history.presentation().events.empty()) {
+    } else if (!history.presentation().events.empty() && !lacksSnapshot()) {
         stack->setCurrentWidget(timeline);
     } else {
         empty->present(emptyStateNow());

@@ -58,6 +58,8 @@ Q_SIGNALS:
     void contentChanged();
 
 private:
+    /// The user is at the snapshots and has opened none.
+    bool lacksSnapshot() const;
     void connectParts();
     void refreshHead();
     void refreshMessages();
