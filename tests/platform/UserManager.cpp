@@ -68,12 +68,16 @@ UserManager::UserManager()
 }
 
 QDBusConnection UserManager::connect() {
-    const auto socket = runtime / "bus";
+    const QString address = u"unix:path="_s + QString::fromStdString((runtime / "bus").native());
+    const QString name = u"user"_s;
     QTimer look;
     look.start(5);
-    until([&] { return std::filesystem::exists(socket); });
-    return QDBusConnection::connectToBus(u"unix:path="_s + QString::fromStdString(socket.native()),
-                                         u"user"_s);
+    // The file of the socket is there a moment before somebody listens.
+    until([&] {
+        QDBusConnection::disconnectFromBus(name);
+        return QDBusConnection::connectToBus(address, name).isConnected();
+    });
+    return QDBusConnection(name);
 }
 
 UserManager::~UserManager() {
