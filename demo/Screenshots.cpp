@@ -159,7 +159,11 @@ std::vector<Scene> scenes() {
                  settle(studio);
                  select(studio, "Projects");
              }},
-        {.name = "snapshots-place", .arrange = atPlace(WorkspaceDestination::snapshots)},
+        {.name = "snapshots-place",
+         .arrange =
+             [](const Studio& studio) {
+                 studio.history().navigate(WorkspaceDestination::snapshots, true);
+             }},
         {.name = "capture-running",
          .arrange =
              [](const Studio& studio) {
