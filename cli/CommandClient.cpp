@@ -2,13 +2,13 @@
 
 #include "app/control/ControlClient.h"
 #include "cli/Console.h"
-#include "recorder/Interruption.h"
 #include "cli/OutputFile.h"
 #include "cli/QtApplication.h"
 #include "core/base/Files.h"
 #include "core/base/FreeDescriptors.h"
 #include "core/base/Text.h"
 #include "recorder/CommandRequests.h"
+#include "recorder/Interruption.h"
 #include "recorder/Recorder.h"
 #include "recorder/StoredRecords.h"
 

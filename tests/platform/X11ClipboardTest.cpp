@@ -171,65 +171,6 @@ TEST_F(X11ClipboardTest, ReadsWhatOtherProgramsCopy) {
     EXPECT_EQ(items.back().origin.writer, std::nullopt) << "xclip has ended its first process";
 }
 
-TEST_F(X11ClipboardTest, NeverReadsAMarkedItemNorItsRepublication) {
-    const auto other = connect();
-    for (const auto* mark : {"x-kde-passwordManagerHint", "text/x-kde-passwordManagerHint"}) {
-        watch();
-        LoggedOwner vault(*other, Behaviour::refuses, {"UTF8_STRING", mark});
-        test::until([&] { return !vault.asked.empty(); });
-        copy("republished");
-        EXPECT_EQ(vault.asked, "TARGETS ");
-    }
-    // Marked items from before are not read either.
-    LoggedOwner vault(*other, Behaviour::refuses, {"UTF8_STRING", "x-kde-passwordManagerHint"});
-    watch();
-    copy("republished");
-    watch();
-    copy("honest");
-    untilLogged("honest");
-    EXPECT_EQ(log, "honest ");
-}
-
-TEST_F(X11ClipboardTest, ReadsNothingOfExcludedApplications) {
-    const test::TemporaryFolder data;
-    data.write("applications/org.example.Vault.desktop",
-               "[Desktop Entry]\nType=Application\nName=Vault\nExec=tidemark_platform_tests %f\n");
-    qputenv("XDG_DATA_HOME", QByteArray::fromStdString(data.path().native()));
-    open();
-    const auto other = connect();
-    {
-        watch("org.example.Vault");
-        const LoggedOwner vault(*other, Behaviour::refuses, {"UTF8_STRING"});
-        copy("republished");
-        watch("org.other");
-        EXPECT_EQ(vault.asked, "");
-    }
-    SessionClipboard vault(std::make_shared<GraphicalSessions>(
-        GraphicalSessions::Addresses{.x11 = server->display()}));
-    vault.put({{"UTF8_STRING", "kept"}});
-    untilLogged("kept");
-    qunsetenv("XDG_DATA_HOME");
-    EXPECT_EQ(log, "kept ");
-    EXPECT_EQ(items[0].origin.writer, (ClipApplication{"org.example.Vault", "Vault"}));
-}
-
-TEST_F(X11ClipboardTest, ReadsNothingWhileAnExcludedApplicationIsInFront) {
-    const test::X11Window window(*server, {"vault", "Vault"});
-    watch();
-    server->run({u"xdotool"_s, u"search"_s, u"--sync"_s, u"--class"_s, u"Vault"_s,
-                 u"windowactivate"_s, u"--sync"_s});
-    copy("before");
-    untilLogged("before");
-    EXPECT_EQ(items.back().origin.frontmost, (ClipApplication{"vault", "Vault"}));
-    log.clear();
-    watch("vault");
-    copy("secret");
-    watch();
-    copy("honest");
-    untilLogged("honest");
-    EXPECT_EQ(log, "honest ");
-}
-
 TEST_F(X11ClipboardTest, ProgramsThatDoNotAnswerOrDieDelayNothing) {
     watch();
     const auto other = connect();
