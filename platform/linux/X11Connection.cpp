@@ -31,7 +31,8 @@ X11Connection::Observer::~Observer() {
 }
 
 std::vector<std::uint32_t> X11Property::numbers() const {
-    if (format != 32)
+    // An empty one has no bytes to copy from.
+    if (format != 32 || bytes.empty())
         return {};
     std::vector<std::uint32_t> numbers(bytes.size() / sizeof(std::uint32_t));
     std::memcpy(numbers.data(), bytes.data(), numbers.size() * sizeof(std::uint32_t));
