@@ -2,11 +2,11 @@
 
 #include <gtest/gtest.h>
 
-/// Read by LeakSanitizer. The libraries keep the messages that were under way on a bus when the
+/// Read by LeakSanitizer. The libraries keep the messages that were under way when the
 /// process ends.
 extern "C" const char* __lsan_default_suppressions();
 extern "C" const char* __lsan_default_suppressions() {
-    return "leak:libdbus-1.so\nleak:libQt6DBus.so\n";
+    return "leak:libdbus-1.so\nleak:libQt6DBus.so\nleak:libwayland-client.so\n";
 }
 
 int main(int argc, char** argv) {
