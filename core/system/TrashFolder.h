@@ -4,7 +4,7 @@
 
 /// Recognises the Trash folders of the user. One source file per system.
 ///
-/// On Linux, by the Trash specification of freedesktop.org: "Trash/files" in the user's data
+/// On Linux, as desktops agreed at freedesktop.org: "Trash/files" in the user's data
 /// folder, and ".Trash-1000/files" or ".Trash/1000/files" at the top of each other volume, where
 /// 1000 is the number of the user. Only "files" has the deleted files. The folders beside it have
 /// records about them and are never empty. On a Mac: "~/.Trash", and "/Volumes/Name/.Trashes/501".

@@ -7,7 +7,7 @@ namespace tidemark {
 
 namespace {
 
-/// Names of the Icon Naming Specification and of Breeze; then those of Adwaita.
+/// The standard icon names of freedesktop.org and those of Breeze; then those of Adwaita.
 struct Names {
     std::string_view symbol;
     const char* first;
