@@ -13,7 +13,8 @@ using PackageLogText::nextLine;
 
 constexpr std::string_view startKey = "Start-Date: ";
 constexpr std::string_view endKey = "End-Date: ";
-constexpr std::string_view packageKeys[] = {"Install: ", "Reinstall: ", "Upgrade: ", "Downgrade: "};
+constexpr std::string_view installKey = "Install: ";
+constexpr std::string_view packageKeys[] = {installKey, "Reinstall: ", "Upgrade: ", "Downgrade: "};
 
 /// The rest of a line that begins with `key`; absent for other lines.
 std::optional<std::string_view> valueOf(std::string_view line, std::string_view key) {
@@ -58,25 +59,42 @@ Details detailsOf(std::string_view text) {
 }
 
 /// "libtide2:amd64 (2.0-1, automatic), harbour:amd64 (4.1, 4.2)"
-void addPackages(PackageTransaction& transaction, std::string_view list) {
+void addPackages(PackageTransaction& transaction, std::string_view list,
+                 const Packages& automatic) {
     if (list.ends_with(')'))
         list.remove_suffix(1);
     while (!list.empty()) {
         const std::string_view package = takeUntil(list, " (");
-        const auto [version, isAutomatic] = detailsOf(takeUntil(list, "), "));
+        const auto [version, isMarked] = detailsOf(takeUntil(list, "), "));
         if (!PackageLogText::isPackage(package) || !PackageLogText::isVersion(version))
             continue;
         std::string key(PackageLogText::packageName(package));
         key.append(" ").append(version);
         bool& known = transaction.isAutomatic.try_emplace(std::move(key), true).first->second;
-        known = known && isAutomatic;
+        known = known && (isMarked || automatic.contains(std::string(package)));
     }
 }
 
 } // namespace
 
-std::vector<PackageTransaction> parse(std::string_view log) {
+Packages automaticPackages(std::string_view states) {
+    Packages automatic;
+    std::string package;
+    while (!states.empty()) {
+        const std::string_view line = nextLine(states);
+        if (const auto name = valueOf(line, "Package: "))
+            package = *name;
+        else if (const auto architecture = valueOf(line, "Architecture: "))
+            package.append(":").append(*architecture);
+        else if (line == "Auto-Installed: 1")
+            automatic.insert(package);
+    }
+    return automatic;
+}
+
+std::vector<PackageTransaction> parse(std::string_view log, const Packages& automatic) {
     const Calendar calendar;
+    const Packages none;
     std::vector<PackageTransaction> transactions;
     bool isInTransaction = false;
     while (!log.empty()) {
@@ -95,7 +113,8 @@ std::vector<PackageTransaction> parse(std::string_view log) {
         } else {
             for (const std::string_view key : packageKeys)
                 if (const auto packages = valueOf(line, key))
-                    addPackages(transactions.back(), *packages);
+                    addPackages(transactions.back(), *packages,
+                                key == installKey ? none : automatic);
         }
     }
     std::ranges::stable_sort(transactions, {}, &PackageTransaction::start);

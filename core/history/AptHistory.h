@@ -6,6 +6,7 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 namespace tidemark {
@@ -15,7 +16,7 @@ struct PackageTransaction {
     Date start;
     /// Absent while it is running and when it was interrupted.
     std::optional<Date> end;
-    /// Whether a package, as "name version", was only installed because others need it. For a
+    /// Whether a package, as "name version", is only installed because others need it. For a
     /// package of several architectures, true if it is true for all of them.
     std::unordered_map<std::string, bool> isAutomatic;
 };
@@ -30,8 +31,20 @@ struct PackageTransaction {
 /// Times are in the machine's time zone. Lines that can't be parsed are skipped.
 namespace AptHistory {
 
-/// The transactions, in the order of their starts.
-std::vector<PackageTransaction> parse(std::string_view log);
+/// Names with architecture, as in "libtide2:amd64".
+using Packages = std::unordered_set<std::string>;
+
+/// The packages that are only installed because others need them, from apt's file
+/// "extended_states", which has a stanza for each package that it ever installed for this reason:
+///
+///     Package: libtide2
+///     Architecture: amd64
+///     Auto-Installed: 1
+Packages automaticPackages(std::string_view states);
+
+/// The transactions, in the order of their starts. The log marks packages as automatic only where
+/// they are new; upgraded ones are automatic if they are among `automatic`.
+std::vector<PackageTransaction> parse(std::string_view log, const Packages& automatic);
 
 /// True when the first transaction started before `date`.
 bool beginsBefore(std::string_view log, Date date);

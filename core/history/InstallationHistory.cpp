@@ -67,13 +67,23 @@ std::optional<InstallationRecord> recordFrom(const nlohmann::json& entry) {
     return record;
 }
 
+/// Empty when apt has no states or they can't be read.
+AptHistory::Packages automaticPackages(const PackageLog& log) {
+    try {
+        return AptHistory::automaticPackages(readFile(log.states, log.limit));
+    } catch (const FileError&) {
+        return {};
+    }
+}
+
 /// Empty when apt has no log or it can't be read; the log of dpkg is enough without it.
 std::vector<PackageTransaction> transactionsIn(const PackageLog& log, Date since) {
     try {
-        return AptHistory::parse(
+        const auto text =
             RotatedLog::read(log.transactions, log.limit, [&](std::string_view older) {
                 return AptHistory::beginsBefore(older, since);
-            }));
+            });
+        return AptHistory::parse(text, automaticPackages(log));
     } catch (const FileError&) {
         return {};
     }

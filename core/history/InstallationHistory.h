@@ -53,10 +53,14 @@ struct ReportTool {
 /// The logs of Debian's package manager. Tests use files of their own.
 struct PackageLog {
     std::filesystem::path path = "/var/log/dpkg.log";
-    /// The log of apt, which groups packages into transactions and marks automatic ones. It may be
-    /// missing.
+    /// The log of apt, which groups packages into transactions and marks new automatic ones. It may
+    /// be missing.
     std::filesystem::path transactions = "/var/log/apt/history.log";
-    /// The most bytes to read of each log together with its rotated predecessors.
+    /// Where apt keeps which packages are installed only because others need them. It may be
+    /// missing.
+    std::filesystem::path states = "/var/lib/apt/extended_states";
+    /// The most bytes to read of each log together with its rotated predecessors, and of the
+    /// states.
     std::size_t limit = 16'777'216;
 };
 

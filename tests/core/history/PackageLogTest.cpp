@@ -48,7 +48,9 @@ struct PackageLogTest : testing::Test {
 
     const test::ProcessZone utc{"UTC"};
     const test::TemporaryFolder folder;
-    PackageLog log{.path = folder / "dpkg.log", .transactions = folder / "history.log"};
+    PackageLog log{.path = folder / "dpkg.log",
+                   .transactions = folder / "history.log",
+                   .states = folder / "extended_states"};
 };
 
 /// The log of the installation of a package on a day in May.
@@ -189,6 +191,23 @@ End-Date: 2024-05-02  09:00:07
     for (const auto& [text, expected] : cases) {
         folder.write("history.log", text);
         EXPECT_EQ(found(), expected) << text.substr(0, 400);
+    }
+    // The log of apt doesn't tell why an upgraded package is installed.
+    const auto state = [](const std::string& package, const char* isAutomatic) {
+        return "Package: " + package + "\nArchitecture: amd64\nAuto-Installed: " + isAutomatic
+               + "\n\n";
+    };
+    const std::pair<std::string, std::string> states[] = {
+        {state("buoy", "1") + state("harbour", "1") + state("tide-gauge", "1"),
+         "libtide2 600, libtide2* 0, keel 0, harbour* 0, tide-gauge 0, own -60, "},
+        {state("harbour", "0"), together},
+        {"Package: harbour\nArchitecture: i386\nAuto-Installed: 1\n", together},
+        {"Auto-Installed: 1\n\n\xFF\nPackage: \n", together},
+    };
+    folder.write("history.log", transaction);
+    for (const auto& [text, expected] : states) {
+        folder.write("extended_states", text);
+        EXPECT_EQ(found(), expected) << text;
     }
     folder.write("history.log", "Start-Date: 2024-05-02  10:00:00\n");
     pack("history.log.1", transaction);
