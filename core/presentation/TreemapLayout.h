@@ -1,0 +1,47 @@
+#pragma once
+
+#include <cstdint>
+#include <span>
+#include <vector>
+
+namespace tidemark {
+
+/// A rectangle in the unit of whoever asks for it; `y` grows downwards.
+struct TreemapRectangle {
+    double x = 0;
+    double y = 0;
+    double width = 0;
+    double height = 0;
+
+    double right() const { return x + width; }
+    double bottom() const { return y + height; }
+    double area() const { return width * height; }
+    bool contains(double atX, double atY) const {
+        return atX >= x && atX < right() && atY >= y && atY < bottom();
+    }
+    /// Without a margin on every side; empty where it is not larger than that.
+    TreemapRectangle inset(double margin) const;
+
+    bool operator==(const TreemapRectangle&) const = default;
+};
+
+/// Divides a rectangle in proportion to sizes, by squarified treemaps (Bruls, Huizing and van Wijk,
+/// 2000): rows of tiles along the shorter side of what is left, each row as long as its tiles get
+/// no more oblong by it.
+namespace treemapLayout {
+
+/// A rectangle for each size, at its index: they fill `area` without overlapping. The largest size
+/// is at the left top corner; equal ones keep their order. A size of zero or less has an empty
+/// rectangle.
+std::vector<TreemapRectangle> rectangles(std::span<const std::int64_t> sizes,
+                                         const TreemapRectangle& area);
+
+/// Which sizes have a tile of their own when no tile may have less than `smallest` of an area: the
+/// indices, the largest size first, equal ones in their order. All others share one tile, which has
+/// at least that area as well. Without others, all sizes above zero.
+std::vector<std::size_t> withOwnTile(std::span<const std::int64_t> sizes, double area,
+                                     double smallest);
+
+} // namespace treemapLayout
+
+} // namespace tidemark
