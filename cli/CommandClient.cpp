@@ -29,6 +29,11 @@ namespace {
 /// five seconds.
 constexpr int folderAttempts = 50;
 constexpr std::chrono::milliseconds folderPause{100};
+/// How many times a command that only a running program can carry out asks for one while another
+/// process has the data folder: as long as the program with windows takes at most to get it.
+constexpr int programAttempts = 150;
+/// When a recorder hands over, the data folder is free for less than this many pauses.
+constexpr int mostFreePauses = 3;
 
 /// Asks a question on the terminal. Throws `Error` when there is none.
 bool confirmed(const std::string& question) {
@@ -50,15 +55,37 @@ struct PendingCommand {
     RecorderPlaces places = RecorderPlaces::current();
 };
 
-/// The answer of the running recorder; absent when none is running.
+/// The answer of the running recorder; absent when none is running, also when one ends meanwhile
+/// and the command can be repeated.
 std::optional<ControlAnswer> askRecorder(const PendingCommand& pending) {
     ControlClient::Patience patience;
     if (pending.invocation->isReading())
         patience.answer = std::chrono::minutes(1);
-    return ControlClient::ask(
-        pending.places.sockets,
-        commandRequests::request(pending.command, *pending.invocation, console::useColour()),
-        patience);
+    try {
+        return ControlClient::ask(
+            pending.places.sockets,
+            commandRequests::request(pending.command, *pending.invocation, console::useColour()),
+            patience);
+    } catch (const ControlClient::RecorderEnded&) {
+        if (pending.invocation->isReading())
+            return std::nullopt;
+        throw;
+    }
+}
+
+/// The answer of a program that is about to begin, or of the one that takes over from a recorder
+/// that ends: each has locked the data folder for a moment without listening. Absent when no
+/// program is there.
+std::optional<ControlAnswer> awaitProgram(const PendingCommand& pending) {
+    int freePauses = 0;
+    for (int attempt = 0; attempt < programAttempts && freePauses < mostFreePauses; ++attempt) {
+        std::this_thread::sleep_for(folderPause);
+        if (auto answer = askRecorder(pending))
+            return answer;
+        const bool isTaken = FolderLock::isTaken(pending.places.files.directory);
+        freePauses = isTaken ? 0 : freePauses + 1;
+    }
+    return std::nullopt;
 }
 
 std::optional<ControlAnswer> answerFromStored(const PendingCommand& pending) {
@@ -164,6 +191,9 @@ ControlAnswer carryOutAlone(PendingCommand pending) {
 ControlAnswer answered(PendingCommand pending) {
     if (auto answer = askRecorder(pending))
         return *std::move(answer);
+    if (pending.invocation->needsProgram())
+        if (auto answer = awaitProgram(pending))
+            return *std::move(answer);
     if (auto answer = answerFromStored(pending))
         return *std::move(answer);
     return carryOutAlone(std::move(pending));
@@ -172,11 +202,11 @@ ControlAnswer answered(PendingCommand pending) {
 } // namespace
 
 int carryOut(const Command& command, std::unique_ptr<Invocation> invocation) {
-    if (const auto status = invocation->runHere())
-        return *status;
     const auto question = invocation->question();
     if (question && !confirmed(*question))
         return 0;
+    if (const auto status = invocation->runHere())
+        return *status;
     auto output = invocation->outputFile();
     if (output)
         output = writableFile(*output);

@@ -14,8 +14,12 @@ namespace {
 std::optional<ControlAnswer> carryOut(const RecorderPlaces& places, const Command& command) {
     ControlClient::Patience patience;
     patience.answer = std::chrono::seconds(15);
-    return ControlClient::ask(
-        places.sockets, commandRequests::request(command, *command.invoke(), false), patience);
+    try {
+        return ControlClient::ask(
+            places.sockets, commandRequests::request(command, *command.invoke(), false), patience);
+    } catch (const ControlClient::RecorderEnded&) {
+        return std::nullopt;
+    }
 }
 
 } // namespace

@@ -48,6 +48,9 @@ public:
     /// True for a command that only reads: it does not take long and can be answered from stored
     /// records.
     virtual bool isReading() const = 0;
+    /// True for what only a running program can do, such as showing a window. Without one,
+    /// `answerFromStored` throws.
+    virtual bool needsProgram() const = 0;
     /// Carries out a command that always runs in this process, and returns the exit status. Absent
     /// for a command that the recorder answers. Throws `Error`.
     virtual std::optional<int> runHere() const = 0;

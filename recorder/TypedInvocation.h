@@ -47,6 +47,7 @@ struct CommandExtras {
     /// command needs the data folder.
     std::optional<CommandAnswer> (*fromStored)(StoredRecords&, const Options&) = nullptr;
     /// See `Invocation`.
+    bool (*needsProgram)(const Options&) = nullptr;
     std::optional<std::string> (*question)(const Options&) = nullptr;
     std::optional<std::filesystem::path> (*outputFile)(const Options&) = nullptr;
 };
@@ -126,6 +127,10 @@ public:
 
     bool isReading() const override {
         return isFromSettings || isFromHistory || extras.fromStored != nullptr;
+    }
+
+    bool needsProgram() const override {
+        return extras.needsProgram && extras.needsProgram(values);
     }
 
     std::optional<int> runHere() const override {

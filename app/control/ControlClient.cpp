@@ -67,11 +67,20 @@ FileDescriptor connectedTo(const std::filesystem::path& path, std::chrono::milli
     return socket;
 }
 
-void send(QLocalSocket& socket, const std::string& frame, const QDeadlineTimer& deadline) {
+bool isOverdue(const QLocalSocket& socket) {
+    return socket.error() == QLocalSocket::SocketTimeoutError;
+}
+
+/// False when the recorder closed the connection before it had the whole request.
+bool send(QLocalSocket& socket, const std::string& frame, const QDeadlineTimer& deadline) {
     socket.write(frame.data(), static_cast<qint64>(frame.size()));
     while (socket.bytesToWrite() > 0)
-        if (!socket.waitForBytesWritten(millisecondsLeft(deadline)))
-            throw Error("The running recorder did not take the command.");
+        if (!socket.waitForBytesWritten(millisecondsLeft(deadline))) {
+            if (isOverdue(socket))
+                throw Error("The running recorder did not take the command.");
+            return false;
+        }
+    return true;
 }
 
 /// Receives until `frame` has `size` bytes.
@@ -79,8 +88,11 @@ void receive(QLocalSocket& socket, std::string& frame, std::size_t size,
              const QDeadlineTimer& deadline) {
     while (frame.size() < size) {
         if (socket.bytesAvailable() == 0 && !socket.waitForReadyRead(millisecondsLeft(deadline))
-            && socket.bytesAvailable() == 0)
+            && socket.bytesAvailable() == 0) {
+            if (!isOverdue(socket))
+                throw RecorderEnded();
             throw Error("The running recorder gave no answer.");
+        }
         const std::size_t filled = frame.size();
         const auto wanted =
             std::min(size - filled, static_cast<std::size_t>(socket.bytesAvailable()));
@@ -106,7 +118,8 @@ std::optional<ControlAnswer> ask(const std::vector<std::filesystem::path>& socke
         throw Error("The running recorder could not be asked.");
     connected.release();
     const QDeadlineTimer deadline(patience.answer);
-    send(connection, frame, deadline);
+    if (!send(connection, frame, deadline))
+        return std::nullopt;
     std::string answer;
     receive(connection, answer, control::headerSize, deadline);
     const std::size_t size = control::announcedSize(answer);

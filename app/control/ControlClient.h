@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/control/ControlProtocol.h"
+#include "core/base/Error.h"
 
 #include <chrono>
 #include <filesystem>
@@ -18,8 +19,18 @@ struct Patience {
     std::chrono::milliseconds answer{std::chrono::minutes(15)};
 };
 
-/// The answer of the recorder that listens at one of `sockets`; absent when none does. Throws
-/// `Error` when the request can't be sent or no complete answer is received.
+/// The recorder has the whole request and closed the connection without an answer, as one does that
+/// ends. The command may have been carried out.
+class RecorderEnded : public Error {
+public:
+    RecorderEnded()
+        : Error("The recorder ended the connection before it answered, so it is not known whether "
+                "the command was carried out.") {}
+};
+
+/// The answer of the recorder that listens at one of `sockets`; absent when none does, also when
+/// one ends before it has the whole request. Throws `RecorderEnded`, and `Error` when the request
+/// can't be sent or the answer takes too long.
 std::optional<ControlAnswer> ask(const std::vector<std::filesystem::path>& sockets,
                                  const ControlRequest& request, const Patience& patience = {});
 

@@ -16,6 +16,8 @@ namespace tidemark {
 
 namespace {
 
+constexpr const char* lockName = "recorder.lock";
+
 bool isFileAt(const FileDescriptor& file, const std::filesystem::path& path) {
     struct stat opened{};
     struct stat named{};
@@ -64,7 +66,7 @@ std::string FolderHolder::sentence() const {
 }
 
 std::expected<FolderLock, FolderHolder> FolderLock::take(const std::filesystem::path& folder) {
-    const auto path = folder / "recorder.lock";
+    const auto path = folder / lockName;
     while (true) {
         FileDescriptor file = openLockFile(path);
         if (::flock(file.get(), LOCK_EX | LOCK_NB) != 0) {
@@ -80,6 +82,12 @@ std::expected<FolderLock, FolderHolder> FolderLock::take(const std::filesystem::
         noteProcess(file);
         return FolderLock(std::make_shared<LockedFile>(std::move(file), path));
     }
+}
+
+bool FolderLock::isTaken(const std::filesystem::path& folder) {
+    const FileDescriptor file(
+        ::open((folder / lockName).c_str(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK));
+    return file && ::flock(file.get(), LOCK_SH | LOCK_NB) != 0 && errno == EWOULDBLOCK;
 }
 
 bool FolderLock::isCurrent() const {

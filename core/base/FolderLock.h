@@ -33,6 +33,10 @@ public:
     /// created or locked, as in a folder without write permission.
     static std::expected<FolderLock, FolderHolder> take(const std::filesystem::path& folder);
 
+    /// Whether another process has locked the folder at this moment. False also for a folder
+    /// without a lock file and one that can't be read. Asking takes a lock itself for an instant.
+    static bool isTaken(const std::filesystem::path& folder);
+
     /// False once the lock file was removed or replaced: another process may have locked the folder
     /// then. Thread-safe.
     bool isCurrent() const;

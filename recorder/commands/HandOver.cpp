@@ -12,6 +12,10 @@ namespace {
 /// How long a client may take to read the answer.
 constexpr double answerSeconds = 2;
 
+Error noRecorder() {
+    return Error("No recorder without a window is running.");
+}
+
 /// Calls `end` when the client has the answer, which it shows by leaving.
 QCoro::Task<void> endAfterAnswer(Recorder& recorder, std::function<void()> end,
                                  std::stop_token departed) {
@@ -23,20 +27,26 @@ QCoro::Task<void> endAfterAnswer(Recorder& recorder, std::function<void()> end,
 QCoro::Task<std::string> handOver(CommandContext& context, const NoOptions&) {
     auto& recorder = context.recorder;
     if (!recorder.requests().handOver)
-        throw Error("No recorder without a window is running.");
+        throw noRecorder();
     recorder.tasks().start(endAfterAnswer(recorder, recorder.requests().handOver, context.stop));
     co_return desktopServices::ownService().value_or("");
+}
+
+std::optional<CommandAnswer> withoutRecorder(StoredRecords&, const NoOptions&) {
+    throw noRecorder();
 }
 
 } // namespace
 
 Command commands::handOver() {
-    return makeCommand<NoOptions, &tidemark::handOver>({
-        .name = "hand-over",
-        .group = CommandGroup::recording,
-        .summary = "End a recorder that runs without a window, for one that has windows",
-        .details = "Prints the name of the service that it was, if any.",
-    });
+    return makeCommand<NoOptions, &tidemark::handOver>(
+        {
+            .name = "hand-over",
+            .group = CommandGroup::recording,
+            .summary = "End a recorder that runs without a window, for one that has windows",
+            .details = "Prints the name of the service that it was, if any.",
+        },
+        {.fromStored = withoutRecorder});
 }
 
 } // namespace tidemark

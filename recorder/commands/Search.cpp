@@ -67,7 +67,8 @@ Command commands::search() {
             .group = CommandGroup::history,
             .summary = "Search the whole history",
         },
-        {.fromStored = storedSearch});
+        {.fromStored = storedSearch,
+         .needsProgram = [](const Options& options) { return options.panel; }});
 }
 
 } // namespace tidemark

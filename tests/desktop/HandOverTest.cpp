@@ -1,0 +1,97 @@
+#include "app/control/ControlServer.h"
+#include "core/base/Files.h"
+#include "tests/app/support/Await.h"
+#include "tests/support/TemporaryFolder.h"
+
+#include <QProcess>
+#include <QProcessEnvironment>
+#include <QTimer>
+#include <optional>
+
+#include <gtest/gtest.h>
+
+using namespace tidemark;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// The test is a recorder that ends while a program asks it: it has locked the data folder, accepts
+/// the connection, and closes it without an answer.
+struct HandOver : testing::Test {
+    HandOver() {
+        std::filesystem::permissions(folder.makeFolder("run"), std::filesystem::perms::owner_all);
+        createPrivateFolders(data);
+        lock.emplace(FolderLock::take(data).value());
+        ending = std::make_unique<LocalListener>(sockets.front(), *lock,
+                                                 [this](FileDescriptor) { wasAsked = true; });
+    }
+    void start(const char* path, const QStringList& arguments) {
+        const QString root = QString::fromStdString(folder.path().native());
+        auto variables = QProcessEnvironment::systemEnvironment();
+        variables.insert(u"HOME"_s, root);
+        variables.insert(u"XDG_DATA_HOME"_s, root + u"/data"_s);
+        variables.insert(u"XDG_CONFIG_HOME"_s, root + u"/config"_s);
+        variables.insert(u"XDG_RUNTIME_DIR"_s, root + u"/run"_s);
+        variables.insert(u"DBUS_SESSION_BUS_ADDRESS"_s, u"unix:path=/nonexistent"_s);
+        variables.insert(u"DBUS_SYSTEM_BUS_ADDRESS"_s, u"unix:path=/nonexistent"_s);
+        variables.insert(u"QT_QPA_PLATFORM"_s, u"offscreen"_s);
+        program.setProcessEnvironment(variables);
+        program.start(QString::fromUtf8(path), arguments);
+    }
+    /// Ends the recorder when the program has asked it.
+    void endWhenAsked() {
+        test::until([&] { return wasAsked || program.state() == QProcess::NotRunning; });
+        EXPECT_TRUE(wasAsked);
+        ending.reset();
+    }
+    int status() {
+        test::until([&] { return program.state() == QProcess::NotRunning; });
+        return program.exitCode();
+    }
+
+    const test::TemporaryFolder folder;
+    const std::filesystem::path data = folder / "data/Tidemark";
+    const std::vector<std::filesystem::path> sockets =
+        control::socketPaths(data, folder.path() / "run");
+    std::optional<FolderLock> lock;
+    std::unique_ptr<LocalListener> ending;
+    bool wasAsked = false;
+    QProcess program;
+};
+
+} // namespace
+
+TEST_F(HandOver, ACommandForTheWindowAwaitsTheProgramThatTakesOver) {
+    start(TIDEMARK_PROGRAM, {u"window"_s});
+    endWhenAsked();
+    std::string received;
+    ControlServer successor(
+        [&](ControlRequest request, std::stop_token) -> QCoro::Task<ControlAnswer> {
+            received = request.command;
+            co_return ControlAnswer{};
+        });
+    successor.listen(sockets, *lock);
+    EXPECT_EQ(status(), 0) << program.readAllStandardError().toStdString();
+    EXPECT_EQ(received, "window");
+}
+
+TEST_F(HandOver, ACommandForTheWindowEndsWhenNoProgramFollows) {
+    start(TIDEMARK_PROGRAM, {u"window"_s});
+    endWhenAsked();
+    lock.reset();
+    EXPECT_EQ(status(), 1);
+    EXPECT_EQ(program.readAllStandardError(),
+              "tidemark: No window is open; tidemark-desktop opens one.\n");
+}
+
+TEST_F(HandOver, TheProgramWithWindowsFollowsARecorderThatEndsMeanwhile) {
+    start(TIDEMARK_DESKTOP, {});
+    endWhenAsked();
+    lock.reset();
+    QTimer asking;
+    asking.start(20);
+    test::until([&] { return std::filesystem::exists(sockets.front()); });
+    EXPECT_TRUE(FolderLock::isTaken(data));
+    program.terminate();
+    EXPECT_EQ(status(), 0) << program.readAllStandardError().toStdString();
+}
