@@ -17,6 +17,7 @@ constexpr auto allFacts = std::to_array<DestinationFacts>({
     {"Applications", "square.stack.3d.up", EventCategory::applications, true},
     {"Storage", "internaldrive", EventCategory::storage, true},
     {"Folder Sizes", "folder", EventCategory::storage, false},
+    {"Storage Over Time", "chart.line", EventCategory::storage, false},
     {"Background", "gearshape.2", EventCategory::background, true},
     {"Mac Activity", "moon.zzz", EventCategory::system, true},
     {"Devices", "externaldrive", {}, true},
@@ -25,8 +26,8 @@ constexpr auto allFacts = std::to_array<DestinationFacts>({
 });
 static_assert(allFacts.size() == json::rawValues<WorkspaceDestination>.size());
 
-constexpr std::array machinePlaces{timeline,    applications, storage, background,
-                                   macActivity, devices,      network, folderSizes};
+constexpr std::array machinePlaces{timeline, applications, storage,     background,     macActivity,
+                                   devices,  network,      folderSizes, storageOverTime};
 constexpr std::array activityPlaces{files, downloads, clipboard};
 constexpr auto groups = std::to_array<DestinationGroup>({
     {"Your Mac", machinePlaces},

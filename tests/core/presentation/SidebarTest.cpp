@@ -34,7 +34,7 @@ TEST(Sidebar, DescribesItsRowsForAScreenReader) {
     const std::string open = spoken(sidebarRows(state, saved, calendar));
     EXPECT_NE(open.find("[Storage, 12 events, in the timeline filter]\n"), std::string::npos);
     EXPECT_NE(open.find("Networking, 1 event, in the timeline filter\n"), std::string::npos);
-    EXPECT_NE(open.find("Folder Sizes\n"), std::string::npos);
+    EXPECT_NE(open.find("Folder Sizes\nStorage Over Time\n"), std::string::npos);
     EXPECT_TRUE(open.ends_with("Clipboard, 2 clips\n"
                                "Snapshot New, 1 Jan 2001, 00:02\n"
                                "Snapshot Old\uFFFDname, 1 Jan 2001, 00:01\n"))
