@@ -74,7 +74,7 @@ fuzz: ## Feed damaged files to their readers, each for FUZZ_SECONDS
 	@tests/fuzz/run $(FUZZ_SECONDS)
 
 bench: packages build/release/build.ninja ## Measure everything that has a performance bound
-	@cmake --build --preset release
+	@cmake --build --preset release --target benchmarks
 	@./bench/run build/release
 
 install: packages build/release/build.ninja ## Build, then install below PREFIX (and DESTDIR)
