@@ -3,11 +3,13 @@
 #include "core/base/Text.h"
 #include "core/presentation/SystemWords.h"
 #include "recorder/LogWriter.h"
+#include "recorder/PublicText.h"
 
 #include <QLoggingCategory>
 #include <csignal>
 #include <cstdlib>
 
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace tidemark::recorderLog {
@@ -16,21 +18,33 @@ namespace {
 
 /// The prefix from which the system journal reads the level of a line (sd-daemon(3)).
 const char* journalLevel(QtMsgType type) {
-    static const bool toJournal = ::getenv("JOURNAL_STREAM") && ::isatty(STDERR_FILENO) == 0;
-    if (!toJournal)
-        return "";
     return type == QtCriticalMsg || type == QtFatalMsg ? "<3>"
            : type == QtWarningMsg                      ? "<4>"
                                                        : "<6>";
 }
 
-void write(QtMsgType type, const QMessageLogContext&, const QString& message) {
+std::string lineOf(QtMsgType type, const std::string& message) {
+    static const bool toJournal = isJournal(STDERR_FILENO, std::getenv("JOURNAL_STREAM"));
+    if (!toJournal)
+        return oneLine(systemWords::shown(message));
     // Not destroyed, because threads log until the process ends.
+    static const auto* const names = new std::vector(publicText::privateNames());
+    return journalLevel(type) + oneLine(publicText::of(systemWords::shown(message), *names));
+}
+
+void write(QtMsgType type, const QMessageLogContext&, const QString& message) {
     static auto* const log = new LogWriter(STDERR_FILENO);
-    log->write(journalLevel(type) + oneLine(systemWords::shown(message.toStdString())));
+    log->write(lineOf(type, message.toStdString()));
 }
 
 } // namespace
+
+bool isJournal(int stream, const char* announced) {
+    struct stat status{};
+    if (!announced || ::fstat(stream, &status) != 0)
+        return false;
+    return announced == std::to_string(status.st_dev) + ":" + std::to_string(status.st_ino);
+}
 
 void start() {
     std::signal(SIGPIPE, SIG_IGN);

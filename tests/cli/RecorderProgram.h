@@ -23,6 +23,8 @@ struct RecorderProgram : testing::Test {
     pid_t recorder = -1;
     FileDescriptor log;
     std::string logged;
+    /// Further variables of the environment of recorders and commands.
+    Words more;
 
     RecorderProgram() {
         folder.makeFolder("run");
@@ -33,8 +35,11 @@ struct RecorderProgram : testing::Test {
 
     Words environment() const {
         const std::string root = folder.path().native();
-        return {"XDG_DATA_HOME=" + root + "/data", "XDG_CONFIG_HOME=" + root + "/config",
-                "XDG_RUNTIME_DIR=" + root + "/run", "HOME=" + root};
+        Words variables = more;
+        variables.insert(variables.end(),
+                         {"XDG_DATA_HOME=" + root + "/data", "XDG_CONFIG_HOME=" + root + "/config",
+                          "XDG_RUNTIME_DIR=" + root + "/run", "HOME=" + root});
+        return variables;
     }
     Outcome command(const Words& words) const { return run(words, Output::file, environment()); }
     Outcome command(const Words& words, const std::function<void()>& beforehand) const {

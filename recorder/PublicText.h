@@ -1,0 +1,19 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// Takes private details out of sentences that others may read: the log of a service, which
+/// administrators can read, and a report that a user shows to others.
+namespace tidemark::publicText {
+
+/// The names of this user and this machine.
+std::vector<std::string> privateNames();
+
+/// `sentence` without private details. "[path]" stands for each path, except for the name of one of
+/// the program's own documents; "[name]" for a text in quotation marks and for each of the words in
+/// `names`. Where it can't be told where a path ends, as with blanks in it, the rest is left out.
+std::string of(std::string_view sentence, const std::vector<std::string>& names);
+
+} // namespace tidemark::publicText
