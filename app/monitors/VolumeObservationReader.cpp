@@ -3,36 +3,14 @@
 #include "core/base/Error.h"
 #include "core/base/Text.h"
 
-#include <QObject>
-#include <mutex>
 #include <utility>
 
 namespace tidemark {
 
-/// Passes work from any thread to the event loop for as long as it is open.
-class VolumeObservationReader::Mailbox {
-public:
-    void post(Work work) {
-        const std::lock_guard lock(mutex);
-        if (receiver)
-            QMetaObject::invokeMethod(receiver.get(), std::move(work), Qt::QueuedConnection);
-    }
-    void close() {
-        const std::lock_guard lock(mutex);
-        receiver.reset();
-    }
-
-private:
-    std::mutex mutex;
-    std::unique_ptr<QObject> receiver = std::make_unique<QObject>();
-};
-
 VolumeObservationReader::VolumeObservationReader(VolumeReading reading, AppClock& clock)
-    : reading(std::move(reading)), clock(clock), thread(std::make_unique<WorkerPool>(1)),
-      mailbox(std::make_shared<Mailbox>()) {}
+    : reading(std::move(reading)), clock(clock), thread(std::make_unique<WorkerPool>(1)) {}
 
 VolumeObservationReader::~VolumeObservationReader() {
-    mailbox->close();
     tasks.drain();
 }
 
@@ -80,9 +58,9 @@ VolumeObservationReader::details(std::filesystem::path path) {
 QCoro::Task<bool> VolumeObservationReader::inTime(Work work, Work use) {
     std::stop_source done;
     try {
-        thread->start([work = std::move(work), use, done, mailbox = mailbox] {
+        thread->start([work = std::move(work), use, done, post = calls.post()] {
             work();
-            mailbox->post([use, done]() mutable {
+            post([use, done]() mutable {
                 use();
                 done.request_stop();
             });

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/base/AppClock.h"
+#include "app/base/MainThreadCalls.h"
 #include "app/base/TaskScope.h"
 #include "app/base/WorkerPool.h"
 #include "app/ports/VolumeSource.h"
@@ -41,7 +42,6 @@ public:
 
 private:
     using Work = std::function<void()>;
-    class Mailbox;
 
     QCoro::Task<std::optional<EnvironmentHistory::Entries>> readAll(std::stop_token stop);
     QCoro::Task<std::optional<VolumeContext>> details(std::filesystem::path path);
@@ -54,8 +54,8 @@ private:
     AppClock& clock;
     /// Replaced when its thread does not return.
     std::unique_ptr<WorkerPool> thread;
-    /// How threads reach this object, also after it is destroyed.
-    std::shared_ptr<Mailbox> mailbox;
+    /// How threads reach this object.
+    MainThreadCalls calls;
     /// The volumes whose threads have not returned.
     std::set<std::filesystem::path> stuck;
     bool isReading = false;

@@ -1,5 +1,6 @@
 #include "platform/linux/FolderFileIndex.h"
 
+#include "app/base/MainThreadCalls.h"
 #include "core/base/CanonicalPath.h"
 #include "core/base/Error.h"
 #include "core/base/StartThread.h"
@@ -9,9 +10,7 @@
 #include "core/system/UserFolders.h"
 #include "platform/linux/RecentlyUsedList.h"
 
-#include <QCoreApplication>
 #include <array>
-#include <mutex>
 #include <stop_token>
 
 namespace tidemark {
@@ -61,13 +60,14 @@ public:
     explicit Run(Found found) : found(std::move(found)) {}
 
     void begin(Scope scope, const Setup& uses, std::shared_ptr<std::atomic<bool>> hasMetadata) {
-        startThread([self = shared_from_this(), scope = std::move(scope), uses,
-                     hasMetadata = std::move(hasMetadata)] {
+        startThread([self = shared_from_this(), post = calls->post(), scope = std::move(scope),
+                     uses, hasMetadata = std::move(hasMetadata)] {
             lowerThreadPriority();
             DownloadOrigins origins(DownloadOrigins::findGio(),
                                     [hasMetadata] { return hasMetadata->load(); });
             try {
-                self->find(finderSetup(scope, uses.places(), std::move(origins), uses.delays));
+                self->find(finderSetup(scope, uses.places(), std::move(origins), uses.delays),
+                           post);
             } catch (const std::exception& error) {
                 qWarning("Recent files are not followed any more. %s", error.what());
             }
@@ -75,32 +75,23 @@ public:
     }
     void end() {
         source.request_stop();
-        const std::lock_guard guard(mutex);
-        hasEnded = true;
+        calls.reset();
     }
 
 private:
-    void find(FileFinder::Setup setup) {
-        FileFinder(std::move(setup))
-            .run([this](Matches matches) { deliver(std::move(matches)); }, source.get_token());
-    }
-    void deliver(Matches matches) {
-        // The application object exists as long as the index, but not as long as this thread.
-        const std::lock_guard guard(mutex);
-        if (hasEnded)
-            return;
-        const auto report = [self = shared_from_this(), matches = std::move(matches)]() mutable {
-            if (!self->hasEnded)
+    void find(FileFinder::Setup setup, const MainThreadCalls::Post& post) {
+        const auto deliver = [&](Matches matches) {
+            post([self = shared_from_this(), matches = std::move(matches)]() mutable {
                 self->found(std::move(matches));
+            });
         };
-        QMetaObject::invokeMethod(QCoreApplication::instance(), report, Qt::QueuedConnection);
+        FileFinder(std::move(setup)).run(deliver, source.get_token());
     }
 
     const Found found;
     std::stop_source source;
-    std::mutex mutex;
-    /// Written by the main thread only.
-    bool hasEnded = false;
+    /// Absent after the end. Main thread only.
+    std::optional<MainThreadCalls> calls = std::optional<MainThreadCalls>(std::in_place);
 };
 
 FolderFileIndex::Places FolderFileIndex::Places::current() {

@@ -19,8 +19,8 @@ using Once = std::optional<std::vector<ClipData>>;
 } // namespace
 
 void SessionClipboard::watch(std::string excluded, Copied copied, AccessChanged accessChanged) {
-    watching = std::make_unique<Watch>(
-        Watch{std::move(excluded), std::move(copied), std::move(accessChanged)});
+    watching =
+        std::make_unique<Watch>(std::move(excluded), std::move(copied), std::move(accessChanged));
     if (sessions->wayland() != nullptr)
         watchWayland();
     else if (sessions->x11() != nullptr)

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "app/base/MainThreadCalls.h"
 #include "app/ports/DisplaySource.h"
 #include "platform/linux/GraphicalSessions.h"
-#include "platform/linux/MainThreadCalls.h"
 
 #include <functional>
 #include <memory>

@@ -1,7 +1,7 @@
 #include "platform/linux/X11Applications.h"
 
+#include "app/base/MainThreadCalls.h"
 #include "platform/linux/GraphicalSessions.h"
-#include "platform/linux/MainThreadCalls.h"
 #include "tests/app/support/Await.h"
 #include "tests/platform/DisplayServers.h"
 

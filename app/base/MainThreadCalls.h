@@ -11,13 +11,20 @@ class MainThreadCalls {
 public:
     using Post = std::function<void(std::function<void()>)>;
 
+    MainThreadCalls();
+    ~MainThreadCalls();
+    MainThreadCalls(const MainThreadCalls&) = delete;
+    MainThreadCalls& operator=(const MainThreadCalls&) = delete;
+
     /// Returns a function that may be called on any thread, even after this object is destroyed. It
     /// queues a call for the event loop of the main thread, which drops it when this object is
     /// destroyed by then.
     Post post() const;
 
 private:
-    std::shared_ptr<const bool> alive = std::make_shared<const bool>(true);
+    class Mailbox;
+
+    const std::shared_ptr<Mailbox> mailbox;
 };
 
 } // namespace tidemark

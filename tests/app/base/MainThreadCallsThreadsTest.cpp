@@ -1,0 +1,31 @@
+#include "app/base/MainThreadCalls.h"
+
+#include <QCoreApplication>
+#include <atomic>
+#include <optional>
+#include <thread>
+
+#include <gtest/gtest.h>
+
+using namespace tidemark;
+
+TEST(MainThreadCallsThreads, DropCallsOfAnotherThreadAtTheirEnd) {
+    std::optional<MainThreadCalls> calls(std::in_place);
+    int made = 0;
+    // Relaxed, so that nothing but the calls themselves orders the two threads.
+    std::atomic<int> posted = 0;
+    std::atomic<bool> isOver = false;
+    std::jthread caller([&, post = calls->post()] {
+        while (!isOver.load(std::memory_order_relaxed)) {
+            post([&] { ++made; });
+            posted.fetch_add(1, std::memory_order_relaxed);
+        }
+    });
+    while (posted.load(std::memory_order_relaxed) < 10)
+        std::this_thread::yield();
+    calls.reset();
+    isOver.store(true, std::memory_order_relaxed);
+    caller.join();
+    QCoreApplication::processEvents();
+    EXPECT_EQ(made, 0);
+}
