@@ -64,6 +64,7 @@ private:
 DemoRecorder::DemoRecorder(const std::filesystem::path& folder, MadeUpHistory history, Date now)
     : made(std::move(history)), clock(now),
       stored(folder / "settings.json", JsonPreferences::Opening::toWrite), state(stored, now),
+      clipboard(stored, nullptr), fileCollector({.preferences = stored, .index = nullptr}),
       memory({.url = folder / "memory-history.json",
               .preferences = stored,
               .workspaceCenter = workspaceCenter,
@@ -116,7 +117,7 @@ QCoro::Task<Snapshot> DemoRecorder::observe(std::stop_token stop) {
 }
 
 WorkspaceWindow::Uses DemoRecorder::uses() {
-    return {appModel, memory, viewSettings, stored, sources, tasks};
+    return {appModel, memory, clipboard, viewSettings, stored, sources, tasks};
 }
 
 } // namespace tidemark::demo

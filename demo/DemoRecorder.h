@@ -1,6 +1,8 @@
 #pragma once
 
 #include "app/base/AppClock.h"
+#include "app/memory/ClipboardHistory.h"
+#include "app/memory/FileCollector.h"
 #include "app/memory/MemoryHistoryService.h"
 #include "app/model/AppModel.h"
 #include "app/preferences/JsonPreferences.h"
@@ -44,6 +46,7 @@ public:
     JsonPreferences& preferences() { return stored; }
     /// What a window over this needs.
     WorkspaceWindow::Uses uses();
+    FileCollector& files() { return fileCollector; }
 
     /// Seconds that a capture takes.
     double captureDuration = 4;
@@ -62,6 +65,8 @@ private:
     NotificationCenter applicationCenter;
     NotificationCenter workspaceCenter;
     ModelState state;
+    ClipboardHistory clipboard;
+    FileCollector fileCollector;
     MemoryHistoryService memory;
     std::unique_ptr<LiveServices> live;
     AppModel appModel;

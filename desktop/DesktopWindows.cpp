@@ -24,11 +24,14 @@ DesktopWindows::DesktopWindows(Recorder& used)
       shortcut(desktopServices::searchShortcut), login(loginLaunch()),
       window({.model = recorder.model(),
               .memory = recorder.memoryHistory(),
+              .clipboard = recorder.clipboardHistory(),
               .viewSettings = viewSettings,
               .preferences = recorder.preferences(),
               .sources = sources,
               .tasks = recorder.tasks()}),
-      tray({.model = recorder.model(), .memory = recorder.memoryHistory()}),
+      tray({.model = recorder.model(),
+            .memory = recorder.memoryHistory(),
+            .clipboard = recorder.clipboardHistory()}),
       search([this] { return recorder.model().history().history(); }, viewSettings),
       trayHost(desktopServices::trayHost([this](bool isThere) { setTrayHost(isThere); })) {
     // Decided in `closed`: Qt would end the program while the icon is there.
@@ -92,10 +95,11 @@ void DesktopWindows::makeSettings() {
     settings = std::make_unique<SettingsView>(
         SettingsView::Uses{.model = recorder.model(),
                            .memory = recorder.memoryHistory(),
+                           .files = recorder.files(),
+                           .clipboard = recorder.clipboardHistory(),
                            .preferences = recorder.preferences(),
                            .viewSettings = viewSettings,
                            .sources = [this] { return recorder.presentSources(); },
-                           .fileStatus = [this] { return recorder.files().status(); },
                            .shortcut = shortcut,
                            .login = login.get(),
                            .tasks = recorder.tasks()});

@@ -52,7 +52,7 @@ public:
     TaskScope& tasks() { return scope; }
     MemoryHistoryService& memoryHistory() { return memory; }
     ClipboardHistory& clipboardHistory() { return clipboard; }
-    const FileCollector& files() const { return fileCollector; }
+    FileCollector& files() { return fileCollector; }
     /// Set by the program, read by commands.
     ProgramRequests& requests() { return programRequests; }
     /// Everything that has been recorded so far.

@@ -109,6 +109,14 @@ inline constexpr NumberKey listingTextSize{
     {"listingTextSize", 13, "Text size of the history list"}, 13, 26};
 inline constexpr ChoiceKey appearanceMode{{"appearanceMode", "system", "Light or dark appearance"},
                                           detail::appearanceModes};
+inline constexpr NumberKey windowWidth{
+    {"windowWidth", 1280, "Width of the window", true}, 400, 16'000};
+inline constexpr NumberKey windowHeight{
+    {"windowHeight", 800, "Height of the window", true}, 300, 16'000};
+inline constexpr NumberKey sidebarWidth{
+    {"sidebarWidth", 220, "Width of the sidebar in the window", true}, 100, 2'000};
+inline constexpr NumberKey inspectorWidth{
+    {"inspectorWidth", 400, "Width of the details in the window", true}, 100, 4'000};
 
 // Folders.
 inline constexpr DataKey observationFolderBookmarks{
@@ -159,7 +167,8 @@ inline constexpr SwitchKey memoryClipboard{
 inline constexpr NumberKey memoryClipboardDays{
     {"memoryClipboardDays", 7, "Days that clips are kept"}, 1, 3'650};
 inline constexpr TextKey memoryExcludedApps{
-    {"memoryExcludedApps", "", "Identifiers of applications whose clips are not kept, with commas"},
+    {"memoryExcludedApps", "",
+     "Identifiers of applications whose launches and clips are not recorded, with commas"},
     &detail::passwordManagers};
 
 /// All keys, except "privateUntil", which earlier releases stored and which is only removed.
@@ -173,6 +182,10 @@ inline constexpr auto all = std::to_array<AnyPreferenceKey>({
     historyCustomWindowDays,
     listingTextSize,
     appearanceMode,
+    windowWidth,
+    windowHeight,
+    sidebarWidth,
+    inspectorWidth,
     observationFolderBookmarks,
     unifiedFolderTrackingMigrated,
     removedRecommendedPaths,

@@ -13,7 +13,7 @@ struct Need {
     SettingSource source;
 };
 
-/// The settings that need a source.
+/// The settings that need a source. One that is named several times needs any of these.
 constexpr auto needs = std::to_array<Need>({
     {preference::homebrewHistoryEnabled.name, SettingSource::formulas},
     {preference::diagnosticHistoryEnabled.name, SettingSource::diagnosticReports},
@@ -29,6 +29,7 @@ constexpr auto needs = std::to_array<Need>({
     {preference::memoryClipboard.name, SettingSource::clipboard},
     {preference::memoryClipboardDays.name, SettingSource::clipboard},
     {preference::memoryExcludedApps.name, SettingSource::clipboard},
+    {preference::memoryExcludedApps.name, SettingSource::applicationLaunches},
     {preference::historyTimeWindow.name, SettingSource::windows},
     {preference::historyCustomWindowDays.name, SettingSource::windows},
     {preference::listingTextSize.name, SettingSource::windows},
@@ -65,7 +66,9 @@ std::string_view useOf(SettingSource source) {
 
 std::optional<std::string> SettingSources::absence(std::string_view key) const {
     const auto* need = std::ranges::find(needs, key, &Need::key);
-    if (need == needs.end() || available.contains(need->source))
+    const bool hasAny = std::ranges::any_of(
+        needs, [&](const Need& any) { return any.key == key && available.contains(any.source); });
+    if (need == needs.end() || hasAny)
         return std::nullopt;
     if (const auto reason = why.find(need->source); reason != why.end())
         return reason->second;

@@ -58,6 +58,12 @@ public:
         row.absence = absenceOf(key.name);
         return add(std::move(row));
     }
+    /// A path in a list, which `command` removes from it.
+    Group& path(Command command, const std::string& path, std::string_view help = "") {
+        Row row{.kind = Kind::path, .label = oneLine(path), .command = command, .value = path};
+        row.help = shown(help);
+        return add(std::move(row));
+    }
     Group& add(Row row) {
         if (!row.label.empty())
             made.rows.push_back(std::move(row));
@@ -126,23 +132,43 @@ SettingsGroup additionalHistory(const SettingsPageState& state) {
         .command(Command::addConfigurationFile, "Choose Configuration Files")
         .text("Track changes in selected files up to 1 MB. File contents are read but never "
               "saved.");
-    for (const auto& path : read(state.preferences, preference::configurationHistoryPaths)) {
-        Row row{.kind = Kind::button,
-                .label = oneLine(path),
-                .command = Command::removeConfigurationFile,
-                .value = path};
-        row.help = "Stop tracking this file; existing history is retained";
-        group.add(std::move(row));
-    }
+    for (const auto& path : read(state.preferences, preference::configurationHistoryPaths))
+        group.path(Command::removeConfigurationFile, path,
+                   "Stop tracking this file; existing history is retained");
     return group.group();
 }
 
+SettingsGroup filesAndApplications(const SettingsPageState& state) {
+    Group group(state, "Files and Applications");
+    group.toggle(preference::memoryFiles, "Recent files and downloads")
+        .toggle(preference::memoryAllIndexedFiles, "Files in every folder");
+    if (!read(state.preferences, preference::memoryAllIndexedFiles)) {
+        for (const auto& folder : read(state.preferences, preference::memoryFolders))
+            group.path(Command::removeFolder, folder,
+                       "Stop recording files of this folder; existing history is retained");
+        group.command(Command::includeFolder, "Include Folder…");
+    }
+    return group.text(state.fileStatus)
+        .toggle(preference::memoryApps, "Application launches and quits")
+        .group();
+}
+
 SettingsGroup clipboardHistory(const SettingsPageState& state) {
-    return Group(state, "Clipboard History")
-        .toggle(preference::memoryClipboard, "Remember what is copied")
-        .number(preference::memoryClipboardDays, "Days to keep clips")
-        .textField(preference::memoryExcludedApps, "Applications whose clips are not kept")
+    const auto absence = state.sources.absence(preference::memoryClipboard.name);
+    Group group(state, "Clipboard History");
+    group.toggle(preference::memoryClipboard, "Remember what is copied");
+    // The reason is shown with the switch already.
+    if (absence != state.clipboardStatus)
+        group.text(state.clipboardStatus);
+    return group.number(preference::memoryClipboardDays, "Days to keep clips")
         .command(Command::clearClipboard, "Clear Clipboard History…")
+        .group();
+}
+
+SettingsGroup excludedApplications(const SettingsPageState& state) {
+    return Group(state, "Excluded Applications")
+        .textField(preference::memoryExcludedApps, "Identifiers, with commas between them")
+        .text("Launches of these applications and what is copied from them are not recorded.")
         .group();
 }
 
@@ -164,13 +190,9 @@ SettingsSection privacySection(const SettingsPageState& state) {
             .toggle(preference::environmentHistoryEnabled, "Drives, displays, and thermal pressure")
             .group());
     groups.push_back(additionalHistory(state));
-    groups.push_back(Group(state, "Files and Applications")
-                         .toggle(preference::memoryFiles, "Recent files and downloads")
-                         .toggle(preference::memoryAllIndexedFiles, "Files in every folder")
-                         .text(state.fileStatus)
-                         .toggle(preference::memoryApps, "Application launches and quits")
-                         .group());
+    groups.push_back(filesAndApplications(state));
     groups.push_back(clipboardHistory(state));
+    groups.push_back(excludedApplications(state));
     return {"Recording & Privacy", std::move(groups)};
 }
 

@@ -21,6 +21,8 @@ struct SettingsRow {
         number,
         textField,
         button,
+        /// A path, with a button that removes it from a list.
+        path,
     };
     enum class Command {
         none,
@@ -30,6 +32,8 @@ struct SettingsRow {
         changeRecording,
         addConfigurationFile,
         removeConfigurationFile,
+        includeFolder,
+        removeFolder,
         clearClipboard,
         importHistory,
         searchHistory,
@@ -88,6 +92,8 @@ struct SettingsPageState {
     bool loginNeedsApproval = false;
     /// What the file history does at present; empty when that is not known.
     std::string fileStatus{};
+    /// What is recorded of the clipboard at present; empty while its history is off.
+    std::string clipboardStatus{};
     /// True when the global shortcut of the search panel is available.
     bool hasShortcut = false;
     /// True when this build updates itself.

@@ -3,6 +3,7 @@
 #include "core/base/Text.h"
 #include "core/presentation/ActivityContextDetails.h"
 #include "core/presentation/ChangeInspection.h"
+#include "core/presentation/MenuContent.h"
 #include "core/presentation/SystemWords.h"
 #include "core/timeline/EventDisplay.h"
 
@@ -55,7 +56,7 @@ InspectionSection timeSection(const Event& event, bool isStateComparison,
     } else {
         section.rows.push_back(
             {isStateComparison ? "Compared snapshots" : "Observation interval",
-             moment(event.intervalStart, calendar) + " – " + moment(event.timestamp, calendar)});
+             inspectionText::interval(event.intervalStart, event.timestamp, calendar)});
         if (!isStateComparison)
             section.sentences.emplace_back(intervalSentence);
     }
@@ -121,6 +122,11 @@ std::vector<InspectionAction> actionsOf(const Event& event) {
     };
     if (event.identifier)
         offer(InspectionCommand::copyIdentifier, "Copy identifier");
+    if (event.memory && event.memory->kind == MemoryRecord::Kind::clipboard) {
+        offer(InspectionCommand::copyClip, menuText::copyClip);
+        offer(InspectionCommand::togglePin,
+              event.memory->pinned ? menuText::unpinClip : menuText::pinClip);
+    }
     if (event.changes.empty())
         return actions;
     if (std::holds_alternative<change::FolderSizeChanged>(event.changes.front()))

@@ -9,7 +9,15 @@
 namespace tidemark {
 
 /// A button of the inspector.
-enum class InspectionCommand { copyIdentifier, inspectFolderSizes, backgroundSettings };
+enum class InspectionCommand {
+    copyIdentifier,
+    inspectFolderSizes,
+    backgroundSettings,
+    /// Puts a recorded clip on the clipboard again.
+    copyClip,
+    /// Pins a clip, or unpins it.
+    togglePin,
+};
 
 struct InspectionAction {
     InspectionCommand command;

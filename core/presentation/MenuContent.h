@@ -30,7 +30,7 @@ struct MenuEntry {
     std::string label{};
     /// Name of the symbol image; may be empty.
     std::string symbol{};
-    /// What `event` opens, and what `clip` shows, pins or unpins.
+    /// What `event` opens, and what `clip` shows, copies, pins or unpins.
     OptionalShared<Event> event{};
     /// Of a clip.
     bool isPinned = false;
@@ -53,6 +53,7 @@ struct MenuState {
 namespace menuText {
 
 inline constexpr std::string_view showClip = "Show in Tidemark";
+inline constexpr std::string_view copyClip = "Copy Again";
 inline constexpr std::string_view pinClip = "Pin";
 inline constexpr std::string_view unpinClip = "Unpin";
 

@@ -4,11 +4,14 @@
 #include "tests/app/support/ModelFixture.h"
 
 #include <QAccessible>
+#include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
+#include <QFileDialog>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QTimer>
 
 using namespace tidemark;
 
@@ -24,9 +27,8 @@ struct Settings : test::ModelFixture {
 
     void open() {
         start();
-        view.emplace(SettingsView::Uses{*model, memory, preferences, viewSettings,
-                                        [this] { return sources; }, [] { return std::string(); },
-                                        shortcut, nullptr, tasks});
+        view.emplace(SettingsView::Uses{*model, memory, files, clipboard, preferences, viewSettings,
+                                        [this] { return sources; }, shortcut, nullptr, tasks});
         view->show();
         test::settle();
     }
@@ -48,10 +50,13 @@ struct Settings : test::ModelFixture {
         return false;
     }
 
+    FileCollector files{{.preferences = preferences, .index = nullptr}};
+    ClipboardHistory clipboard{preferences, nullptr};
     MemoryHistoryService memory;
     ViewSettings viewSettings;
     SearchShortcut shortcut;
-    const SettingSources sources{{SettingSource::network, SettingSource::windows}};
+    const SettingSources sources{{SettingSource::network, SettingSource::windows,
+                                  SettingSource::recentFiles, SettingSource::clipboard}};
     TaskScope tasks;
     std::optional<SettingsView> view;
 };
@@ -98,4 +103,35 @@ TEST_F(Settings, SayWhyAControlCantWork) {
             EXPECT_FALSE(interface->text(QAccessible::Name).isEmpty())
                 << widget->metaObject()->className();
         }
+}
+
+TEST_F(Settings, ChooseTheFoldersOfTheFileHistory) {
+    open();
+    named<QCheckBox>("Files in all folders for documents").click();
+    test::settle();
+    const auto chosen = folder.makeFolder("chosen");
+    QTimer::singleShot(0, [&] {
+        auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+        ASSERT_TRUE(dialog);
+        dialog->selectFile(QString::fromStdString(chosen.native()));
+        for (auto* button : dialog->findChildren<QPushButton*>())
+            if (button->text().remove(u'&') == QStringLiteral("Include Folder"))
+                return button->click();
+    });
+    named<QPushButton>("Include Folder…").click();
+    test::until([&] { return read(preferences, preference::memoryFolders).size() == 4; });
+    test::settle();
+    EXPECT_EQ(read(preferences, preference::memoryFolders).back(), chosen.native());
+    named<QPushButton>(("Remove \u2068" + chosen.native() + "\u2069").c_str()).click();
+    test::settle();
+    EXPECT_EQ(read(preferences, preference::memoryFolders).size(), 3);
+}
+
+TEST_F(Settings, SayWhatIsRecordedOfTheClipboard) {
+    open();
+    EXPECT_FALSE(shows("Observation paused"));
+    preferences.set(preference::memoryClipboard.name, true);
+    clipboard.stop();
+    test::settle();
+    EXPECT_TRUE(shows("Observation paused"));
 }

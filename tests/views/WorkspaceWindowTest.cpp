@@ -12,6 +12,7 @@
 #include <QLineEdit>
 #include <QListView>
 #include <QPushButton>
+#include <QSplitter>
 #include <QTest>
 #include <QTimer>
 #include <QToolButton>
@@ -20,6 +21,14 @@
 using namespace tidemark;
 
 namespace {
+
+struct WrittenClipboard final : Clipboard {
+    void watch(std::string, Copied, AccessChanged) override {}
+    void unwatch() override {}
+    void put(std::vector<ClipData> put) override { contents = std::move(put); }
+
+    std::vector<ClipData> contents;
+};
 
 /// The window over a controller with a real journal.
 struct Workspace : test::ModelFixture {
@@ -37,8 +46,8 @@ struct Workspace : test::ModelFixture {
         test::await(model->folderAccess().add({folder.makeFolder("places")}, purposes));
     }
     void open() {
-        window.emplace(
-            WorkspaceWindow::Uses{*model, memory, viewSettings, preferences, sources, tasks});
+        window.emplace(WorkspaceWindow::Uses{*model, memory, clipboard, viewSettings, preferences,
+                                             sources, tasks});
         window->show();
         test::settle();
     }
@@ -69,6 +78,9 @@ struct Workspace : test::ModelFixture {
         return testing::AssertionFailure() << text << " is not among" << others;
     }
 
+    std::unique_ptr<WrittenClipboard> made = std::make_unique<WrittenClipboard>();
+    WrittenClipboard& written = *made;
+    ClipboardHistory clipboard{preferences, std::move(made)};
     MemoryHistoryService memory;
     ViewSettings viewSettings;
     const SettingSources sources{{}};
@@ -116,6 +128,34 @@ TEST_F(Workspace, PausesAndResumes) {
         test::settle();
         EXPECT_NE(state().canRecord(), wasRecording);
     }
+}
+
+TEST_F(Workspace, CopiesAClipAgainAndPinsIt) {
+    start();
+    test::await(memory.load());
+    auto clip = MemoryRecord::make(MemoryRecord::Kind::clipboard, Date::now(), "words");
+    clip.text = "words";
+    memory.update({clip});
+    auto& history = model->history();
+    QObject::connect(&memory, &Observable::changed, &history,
+                     [&] { history.setMemory(memory.archive()); });
+    history.setMemory(memory.archive());
+    open();
+    history.openEvent(history.history()->events.at(0));
+    const auto press = [&](const char* label) {
+        test::settle();
+        for (auto* button : window->findChildren<QPushButton*>())
+            if (button->isVisible() && button->text() == QLatin1String(label))
+                return button->click();
+        ADD_FAILURE() << label;
+    };
+    press("Copy Again");
+    ASSERT_FALSE(written.contents.empty());
+    EXPECT_EQ(written.contents[0].bytes, "words");
+    press("Pin");
+    EXPECT_TRUE(memory.clips().at(0)->pinned);
+    press("Unpin");
+    EXPECT_FALSE(memory.clips().at(0)->pinned);
 }
 
 TEST_F(Workspace, CancelsACaptureOfWhichNothingIsKept) {
@@ -227,6 +267,49 @@ TEST_F(Workspace, MovesBetweenThePanes) {
             QApplication::focusWidget() ? QApplication::focusWidget()->accessibleName() : QString();
     }
     EXPECT_EQ(visited.join(u' ').toStdString(), "About this event Places Events");
+}
+
+TEST_F(Workspace, SaysThatAHistoryCanNotBeReadAndNotThatNoneBegan) {
+    folder.write("Tidemark/journal.json", "{\"schemaVersion\": 1, \"snap");
+    start();
+    open();
+    EXPECT_TRUE(shows("The History Couldn’t Be Read"));
+    EXPECT_TRUE(shows("Tidemark needs your attention"));
+    EXPECT_FALSE(shows("Your Computer’s Story Starts Here"));
+    EXPECT_FALSE(shows("0 events"));
+    for (auto* button : window->findChildren<QToolButton*>())
+        EXPECT_FALSE(button->isEnabled() && button->text() == "Save snapshot");
+}
+
+TEST_F(Workspace, KeepsTheSizeOfTheWindowAndOfItsColumns) {
+    start();
+    open();
+    window->resize(1111, 700);
+    window->findChild<QSplitter*>()->setSizes({300, 500, 311});
+    test::settle();
+    window->close();
+    open();
+    EXPECT_EQ(window->size(), QSize(1111, 700));
+    EXPECT_EQ(child<QListView>("Places").parentWidget()->width(), 300);
+}
+
+TEST_F(Workspace, ShowsDetailsInPlaceOfTheSidebarWhereThereIsNoRoomForBoth) {
+    allowFolders();
+    start();
+    open();
+    capture({"Pen"});
+    window->resize(900, 700);
+    auto& places = child<QListView>("Places");
+    auto& list = child<QListView>("Events");
+    test::settle();
+    EXPECT_TRUE(places.isVisible());
+    list.setCurrentIndex(list.model()->index(1, 0));
+    test::settle();
+    EXPECT_TRUE(shows("Observation interval"));
+    EXPECT_FALSE(places.isVisible());
+    child<QToolButton>("Close details").click();
+    test::settle();
+    EXPECT_TRUE(places.isVisible());
 }
 
 TEST_F(Workspace, SurvivesHostileNames) {

@@ -37,9 +37,8 @@ const NumberKey* numberKey(std::string_view name) {
 
 /// The name of a file stays as it is.
 QString labelOf(const SettingsRow& row) {
-    return row.command == SettingsRow::Command::removeConfigurationFile
-               ? isolated(QString::fromStdString(row.label))
-               : shownText(row.label);
+    return row.kind == Kind::path ? isolated(QString::fromStdString(row.label))
+                                  : shownText(row.label);
 }
 
 /// A spin box that the wheel does not change while the page is scrolled over it.
@@ -74,7 +73,7 @@ void SettingsRowView::present(const SettingsRow& row) {
         label->setText(text);
     if (button) {
         const QSignalBlocker blocker(button);
-        if (row.command == SettingsRow::Command::removeConfigurationFile)
+        if (row.kind == Kind::path)
             button->setAccessibleName(tr("Remove %1").arg(text));
         else
             button->setText(text);
@@ -117,6 +116,7 @@ QWidget* SettingsRowView::makeControl() {
     case Kind::textField:
         return makeTextField();
     case Kind::button:
+    case Kind::path:
         return makeButton();
     case Kind::text:
         break;
@@ -181,7 +181,7 @@ QWidget* SettingsRowView::makeButton() {
     auto* line = new QWidget;
     auto* row = new QHBoxLayout(line);
     row->setContentsMargins(0, 0, 0, 0);
-    if (shown.command == SettingsRow::Command::removeConfigurationFile) {
+    if (shown.kind == Kind::path) {
         label = new QLabel;
         label->setTextFormat(Qt::PlainText);
         label->setTextInteractionFlags(Qt::TextSelectableByMouse);

@@ -1,5 +1,6 @@
 #include "views/settings/SettingsView.h"
 
+#include "app/memory/MemoryFolders.h"
 #include "app/preferences/PreferenceKeys.h"
 #include "views/base/Labels.h"
 #include "views/base/ShownText.h"
@@ -95,7 +96,8 @@ void SettingsView::followModel() {
     refreshing.setInterval(0);
     connect(&refreshing, &QTimer::timeout, this, &SettingsView::refresh);
     for (Observable* part : std::initializer_list<Observable*>{
-             &uses.model.state(), &uses.preferences, &uses.viewSettings, &uses.shortcut})
+             &uses.model.state(), &uses.preferences, &uses.viewSettings, &uses.shortcut,
+             &uses.files, &uses.clipboard})
         connect(part, &Observable::changed, this, [this] { refreshing.start(); });
     if (!uses.login)
         return;
@@ -115,7 +117,9 @@ void SettingsView::showEvent(QShowEvent* event) {
 std::vector<SettingsSection> SettingsView::pageNow() const {
     const SettingSources sources = uses.sources();
     SettingsPageState state{.preferences = uses.preferences, .sources = sources};
-    state.fileStatus = uses.fileStatus();
+    state.fileStatus = uses.files.status();
+    if (read(uses.preferences, preference::memoryClipboard))
+        state.clipboardStatus = uses.clipboard.status();
     state.isRecording = uses.model.state().canRecord();
     state.canChangeRecording = uses.model.canChangeRecording();
     state.nextCapture = uses.model.nextAutomaticCapture();
@@ -210,6 +214,10 @@ void SettingsView::carryOut(const SettingsRow& row) {
         return addConfigurationFiles();
     case Command::removeConfigurationFile:
         return removeConfigurationFile(row.value);
+    case Command::includeFolder:
+        return includeFolder();
+    case Command::removeFolder:
+        return uses.files.remove(row.value);
     case Command::clearClipboard:
         return clearClipboard();
     // Only systems have these whose settings do not lead here.
@@ -246,6 +254,16 @@ void SettingsView::removeConfigurationFile(const std::string& path) {
     auto paths = read(uses.preferences, preference::configurationHistoryPaths);
     std::erase(paths, path);
     store(preference::configurationHistoryPaths.name, paths);
+}
+
+void SettingsView::includeFolder() {
+    QFileDialog dialog(this, wordsHere(MemoryFolders::message), QDir::homePath());
+    dialog.setFileMode(QFileDialog::Directory);
+    dialog.setOption(QFileDialog::ShowDirsOnly);
+    dialog.setLabelText(QFileDialog::Accept, wordsHere(MemoryFolders::prompt));
+    if (dialog.exec() == QDialog::Accepted)
+        uses.tasks.start(
+            uses.files.include(QFile::encodeName(dialog.selectedFiles().value(0)).toStdString()));
 }
 
 void SettingsView::clearClipboard() {

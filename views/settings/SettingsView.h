@@ -1,6 +1,8 @@
 #pragma once
 
 #include "app/base/TaskScope.h"
+#include "app/memory/ClipboardHistory.h"
+#include "app/memory/FileCollector.h"
 #include "app/memory/MemoryHistoryService.h"
 #include "app/model/AppModel.h"
 #include "app/search/SearchShortcut.h"
@@ -28,12 +30,12 @@ public:
     struct Uses {
         AppModel& model;
         MemoryHistoryService& memory;
+        FileCollector& files;
+        ClipboardHistory& clipboard;
         Preferences& preferences;
         ViewSettings& viewSettings;
         /// Those that are there at the moment.
         std::function<SettingSources()> sources;
-        /// What the file history does at the moment.
-        std::function<std::string()> fileStatus;
         SearchShortcut& shortcut;
         /// Null where the program can't be started at login.
         LoginLaunchController* login;
@@ -61,6 +63,7 @@ private:
     void store(std::string_view key, const PreferenceValue& value);
     void addConfigurationFiles();
     void removeConfigurationFile(const std::string& path);
+    void includeFolder();
     void clearClipboard();
     void report(const QString& failure);
 

@@ -84,8 +84,116 @@
         <translation>Kopiertes aufbewahren (Tage)</translation>
     </message>
     <message>
-        <source>Applications whose clips are not kept</source>
-        <translation>Programme, deren Kopiertes nicht aufbewahrt wird</translation>
+        <source>Include Folder…</source>
+        <translation>Ordner einbeziehen …</translation>
+    </message>
+    <message>
+        <source>Include Folder</source>
+        <translation>Ordner einbeziehen</translation>
+    </message>
+    <message>
+        <source>Record indexed file metadata from this folder. File contents are not read.</source>
+        <translation>Angaben zu den Dateien dieses Ordners aufzeichnen. Der Inhalt der Dateien wird nicht gelesen.</translation>
+    </message>
+    <message>
+        <source>Stop recording files of this folder; existing history is retained</source>
+        <translation>Dateien dieses Ordners nicht mehr aufzeichnen; der bisherige Verlauf bleibt erhalten</translation>
+    </message>
+    <message>
+        <source>Not observing</source>
+        <translation>Keine Beobachtung</translation>
+    </message>
+    <message>
+        <source>Observation paused</source>
+        <translation>Beobachtung angehalten</translation>
+    </message>
+    <message>
+        <source>File history off</source>
+        <translation>Verlauf der Dateien ausgeschaltet</translation>
+    </message>
+    <message>
+        <source>Reading indexed metadata…</source>
+        <translation>Angaben zu Dateien werden gelesen …</translation>
+    </message>
+    <message>
+        <source>Choose a folder to record file metadata.</source>
+        <translation>Wählen Sie einen Ordner, dessen Dateien aufgezeichnet werden.</translation>
+    </message>
+    <message>
+        <source>Folder access could not be saved.</source>
+        <translation>Der Zugriff auf den Ordner konnte nicht gespeichert werden.</translation>
+    </message>
+    <message>
+        <source>Recent files can’t be followed. Check folder access.</source>
+        <translation>Zuletzt benutzte Dateien können nicht verfolgt werden. Prüfen Sie den Zugriff auf die Ordner.</translation>
+    </message>
+    <message>
+        <source>No recent changes in the document folders</source>
+        <translation>Keine neueren Änderungen in den Ordnern für Dokumente</translation>
+    </message>
+    <message>
+        <source>Document folders and recently used files · up to 2,000 matches per update</source>
+        <translation>Ordner für Dokumente und zuletzt benutzte Dateien · höchstens 2.000 Treffer auf einmal</translation>
+    </message>
+    <message>
+        <source>Document folders and recently used files · up to 2,000 matches per update · some changes found later</source>
+        <translation>Ordner für Dokumente und zuletzt benutzte Dateien · höchstens 2.000 Treffer auf einmal · manche Änderungen werden später gefunden</translation>
+    </message>
+    <message>
+        <source>Indexed files in included folders · up to 2,000 matches per update</source>
+        <translation>Dateien in den einbezogenen Ordnern · höchstens 2.000 Treffer auf einmal</translation>
+    </message>
+    <message>
+        <source>Indexed files in included folders · up to 2,000 matches per update · some changes found later</source>
+        <translation>Dateien in den einbezogenen Ordnern · höchstens 2.000 Treffer auf einmal · manche Änderungen werden später gefunden</translation>
+    </message>
+    <message>
+        <source>Clipboard history off</source>
+        <translation>Verlauf der Zwischenablage ausgeschaltet</translation>
+    </message>
+    <message>
+        <source>Connecting to the clipboard…</source>
+        <translation>Verbindung zur Zwischenablage wird hergestellt …</translation>
+    </message>
+    <message>
+        <source>Recording copied items</source>
+        <translation>Kopiertes wird aufgezeichnet</translation>
+    </message>
+    <message>
+        <source>Recording copied items. The application in front is taken for the one that copied, since this desktop does not report which one did.</source>
+        <translation>Kopiertes wird aufgezeichnet. Als Herkunft gilt das Programm im Vordergrund, denn diese Arbeitsumgebung meldet nicht, welches Programm kopiert hat.</translation>
+    </message>
+    <message>
+        <source>Recording copied items. This desktop does not report which application copied, so the list of excluded applications has no effect.</source>
+        <translation>Kopiertes wird aufgezeichnet. Diese Arbeitsumgebung meldet nicht, welches Programm kopiert hat; die Liste der ausgeschlossenen Programme ist deshalb ohne Wirkung.</translation>
+    </message>
+    <message>
+        <source>The clipboard can’t be watched: there is no graphical session.</source>
+        <translation>Die Zwischenablage kann nicht beobachtet werden: Es gibt keine grafische Sitzung.</translation>
+    </message>
+    <message>
+        <source>This desktop does not let other programs watch the clipboard.</source>
+        <translation>Diese Arbeitsumgebung lässt andere Programme die Zwischenablage nicht beobachten.</translation>
+    </message>
+    <message>
+        <source>This display server does not report what is copied.</source>
+        <translation>Dieser Anzeigeserver meldet nicht, was kopiert wird.</translation>
+    </message>
+    <message>
+        <source>Excluded Applications</source>
+        <translation>Ausgeschlossene Programme</translation>
+    </message>
+    <message>
+        <source>Identifiers, with commas between them</source>
+        <translation>Kennungen, durch Kommas getrennt</translation>
+    </message>
+    <message>
+        <source>Launches of these applications and what is copied from them are not recorded.</source>
+        <translation>Starts dieser Programme und aus ihnen Kopiertes werden nicht aufgezeichnet.</translation>
+    </message>
+    <message>
+        <source>Copy Again</source>
+        <translation>Noch einmal kopieren</translation>
     </message>
     <message>
         <source>Clear Clipboard History…</source>
@@ -140,8 +248,8 @@
         <translation>Zuletzt benutzte Dateien und Downloads</translation>
     </message>
     <message>
-        <source>Files in every folder</source>
-        <translation>Dateien in allen Ordnern</translation>
+        <source>Files in all folders for documents</source>
+        <translation>Dateien in allen Ordnern für Dokumente</translation>
     </message>
     <message>
         <source>Application launches and quits</source>

@@ -98,6 +98,8 @@ void TrayCompanion::add(const MenuEntry& entry) {
 void TrayCompanion::addClip(const MenuEntry& entry) {
     auto* clip = menu->addMenu(symbolIcon(entry.symbol), plainText(shownText(entry.label)));
     const Shared<Event> event = entry.event.value();
+    clip->addAction(wordsHere(menuText::copyClip), this,
+                    [this, event] { uses.clipboard.copyAgain(*event->memory); });
     clip->addAction(wordsHere(menuText::showClip), this, [this, event] { openEvent(event); });
     clip->addAction(wordsHere(entry.isPinned ? menuText::unpinClip : menuText::pinClip), this,
                     [this, id = event->memory->id] { togglePin(id); });

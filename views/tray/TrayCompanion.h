@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/memory/ClipboardHistory.h"
 #include "app/memory/MemoryHistoryService.h"
 #include "app/model/AppModel.h"
 #include "core/presentation/MenuContent.h"
@@ -24,6 +25,7 @@ public:
     struct Uses {
         AppModel& model;
         MemoryHistoryService& memory;
+        ClipboardHistory& clipboard;
     };
 
     explicit TrayCompanion(const Uses& used);

@@ -28,9 +28,8 @@ namespace tidemark {
 
 namespace {
 
-constexpr QSize firstSize(1280, 800);
-/// Below these widths of the window, a column makes way.
-constexpr int roomForInspector = 1000;
+/// Below this width of the window, details and sidebar are not both shown.
+constexpr int roomForBoth = 1000;
 constexpr int roomForSidebar = 800;
 
 QCoro::Task<void> remove(NamedSnapshots& snapshots, Uuid id) {
@@ -51,14 +50,13 @@ WorkspaceWindow::WorkspaceWindow(const Uses& used)
                                                       used.preferences, used.sources})),
       inspector(new InspectorView) {
     setWindowTitle(QStringLiteral("Tidemark"));
-    resize(firstSize);
     columns->setHandleWidth(1);
     columns->setChildrenCollapsible(false);
     for (QWidget* column : std::initializer_list<QWidget*>{sidebar, pane, inspector})
         columns->addWidget(column);
     inspector->setMinimumWidth(260);
     columns->setStretchFactor(1, 1);
-    columns->setSizes({220, 660, 400});
+    restoreLayout();
     pages->addWidget(columns);
     pages->addWidget(folders);
     setCentralWidget(pages);
@@ -67,6 +65,32 @@ WorkspaceWindow::WorkspaceWindow(const Uses& used)
     followModel();
     refresh();
     pane->content()->setFocus();
+}
+
+void WorkspaceWindow::restoreLayout() {
+    const auto stored = [this](const NumberKey& key) {
+        return static_cast<int>(read(uses.preferences, key));
+    };
+    resize(stored(preference::windowWidth), stored(preference::windowHeight));
+    const int sides = stored(preference::sidebarWidth) + stored(preference::inspectorWidth);
+    columns->setSizes({stored(preference::sidebarWidth), std::max(1, width() - sides),
+                       stored(preference::inspectorWidth)});
+    connect(qApp, &QCoreApplication::aboutToQuit, this, &WorkspaceWindow::noteLayout);
+}
+
+void WorkspaceWindow::noteLayout() {
+    const auto note = [this](const NumberKey& key, int value) {
+        if (read(uses.preferences, key) != value)
+            uses.preferences.note(key.name, std::int64_t{value});
+    };
+    if (isVisible() && !isMaximized() && !isFullScreen()) {
+        note(preference::windowWidth, width());
+        note(preference::windowHeight, height());
+    }
+    if (sidebar->isVisible())
+        note(preference::sidebarWidth, sidebar->width());
+    if (inspector->isVisible())
+        note(preference::inspectorWidth, inspector->width());
 }
 
 void WorkspaceWindow::connectSidebar() {
@@ -115,7 +139,9 @@ void WorkspaceWindow::refresh() {
     sidebar->present(sidebarRows({.workspace = history.place().workspace(),
                                   .systemFilters = history.place().systemFilters(),
                                   .openSnapshot = history.place().snapshot(),
-                                  .counts = history.sidebarCounts()},
+                                  .counts = history.sidebarCounts(),
+                                  .isLoaded = uses.model.state().loaded(),
+                                  .canSave = mayChange()},
                                  uses.model.state().journal()->baselines, Calendar()));
     pane->refresh();
     refreshInspector();
@@ -131,6 +157,11 @@ void WorkspaceWindow::refreshPage() {
     pages->setCurrentIndex(choosing ? 1 : 0);
 }
 
+bool WorkspaceWindow::mayChange() const {
+    const auto& state = uses.model.state();
+    return state.canRecord() && !state.busy();
+}
+
 void WorkspaceWindow::refreshActions() {
     const auto& state = uses.model.state();
     const auto& history = uses.model.history();
@@ -142,9 +173,8 @@ void WorkspaceWindow::refreshActions() {
          .canExport = !history.presentation().events.empty() && !history.isComparing()
                       && !pane->showsFolders(),
          .isDark = isDark(palette())});
-    const bool mayChange = state.canRecord() && !state.busy();
-    actions->setEnabled(Command::saveSnapshot, mayChange);
-    actions->setEnabled(Command::importHistory, mayChange);
+    actions->setEnabled(Command::saveSnapshot, mayChange());
+    actions->setEnabled(Command::importHistory, mayChange());
     // Going to another place has cleared it.
     if (const auto text = QString::fromStdString(history.place().search());
         actions->search().text() != text) {
@@ -169,14 +199,22 @@ void WorkspaceWindow::refreshInspector() {
 }
 
 void WorkspaceWindow::fitColumns() {
-    sidebar->setVisible(width() >= roomForSidebar);
+    const bool isNarrow = width() < roomForBoth;
     // The sizes of folders need the width, and an event is not selected there.
-    inspector->setVisible(width() >= roomForInspector && !pane->showsFolders());
+    const bool showsDetails =
+        !pane->showsFolders() && (!isNarrow || uses.model.history().selection().event());
+    inspector->setVisible(showsDetails);
+    sidebar->setVisible(width() >= roomForSidebar && !(isNarrow && showsDetails));
 }
 
 void WorkspaceWindow::resizeEvent(QResizeEvent* event) {
     QMainWindow::resizeEvent(event);
     fitColumns();
+}
+
+void WorkspaceWindow::closeEvent(QCloseEvent* event) {
+    noteLayout();
+    QMainWindow::closeEvent(event);
 }
 
 void WorkspaceWindow::changeEvent(QEvent* event) {
@@ -237,6 +275,18 @@ void WorkspaceWindow::act(InspectionCommand command) {
         QApplication::clipboard()->setText(QString::fromStdString(*selected->identifier));
     else if (command == InspectionCommand::inspectFolderSizes)
         pane->inspectFolders(selected);
+    else if (command == InspectionCommand::copyClip && selected->memory)
+        uses.clipboard.copyAgain(*selected->memory);
+    else if (command == InspectionCommand::togglePin && selected->memory)
+        togglePin(selected->memory->id);
+}
+
+void WorkspaceWindow::togglePin(const std::string& id) {
+    try {
+        uses.memory.togglePin(id);
+    } catch (const Error& error) {
+        QMessageBox::warning(this, windowTitle(), wordsHere(error.what()));
+    }
 }
 
 void WorkspaceWindow::retry(WorkspaceMessage::Retry what) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/base/TaskScope.h"
+#include "app/memory/ClipboardHistory.h"
 #include "app/memory/MemoryHistoryService.h"
 #include "app/model/AppModel.h"
 #include "app/preferences/SettingSource.h"
@@ -33,6 +34,7 @@ public:
     struct Uses {
         AppModel& model;
         MemoryHistoryService& memory;
+        ClipboardHistory& clipboard;
         ViewSettings& viewSettings;
         Preferences& preferences;
         const SettingSources& sources;
@@ -53,16 +55,22 @@ Q_SIGNALS:
 
 protected:
     void resizeEvent(QResizeEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
     void changeEvent(QEvent* event) override;
 
 private:
     using Command = WorkspaceActions::Command;
 
+    /// The size of the window and of its columns is kept in the settings.
+    void restoreLayout();
+    void noteLayout();
     void connectSidebar();
     void connectPanes();
     void followModel();
 
     void refresh();
+    /// True when a capture can be taken, and what it finds can be saved.
+    bool mayChange() const;
     void refreshPage();
     void refreshActions();
     void refreshInspector();
@@ -70,6 +78,7 @@ private:
 
     void carryOut(Command command);
     void act(InspectionCommand command);
+    void togglePin(const std::string& id);
     void retry(WorkspaceMessage::Retry what);
     void follow(EmptyState::Action action);
     void setDark(bool isDark);

@@ -66,6 +66,30 @@ TEST(SettingsPage, FollowsTheSchedule) {
     EXPECT_TRUE(hasText(rowsOf(state), "Use Check Now to capture manually."));
 }
 
+TEST(SettingsPage, ShowsChosenFoldersAndTheStateOfTheClipboard) {
+    MemoryPreferences preferences;
+    const SettingSources some({SettingSource::applicationLaunches},
+                              {{SettingSource::clipboard, "No session."}});
+    SettingsPageState state{.preferences = preferences, .sources = some};
+    EXPECT_FALSE(hasText(rowsOf(state), "Include Folder…"));
+    preferences.set("memoryAllIndexedFiles", false);
+    preferences.set("memoryFolders", std::vector<std::string>{"/a\nb", "/c"});
+    state.clipboardStatus = "Recording copied items";
+    const auto rows = rowsOf(state);
+    EXPECT_TRUE(hasText(rows, "Include Folder…"));
+    std::string removable;
+    for (const auto& row : rows)
+        if (row.command == SettingsRow::Command::removeFolder)
+            removable += row.label + "=" + row.value + " ";
+    EXPECT_EQ(removable, "/a b=/a\nb /c=/c ");
+    EXPECT_TRUE(hasText(rows, "Recording copied items"));
+    const auto excluded =
+        std::ranges::find(rows, preference::memoryExcludedApps.name, &SettingsRow::key);
+    EXPECT_TRUE(excluded->isEnabled()) << "it also excludes launches";
+    state.clipboardStatus = "No session.";
+    EXPECT_FALSE(hasText(rowsOf(state), "No session.")) << "shown with the switch already";
+}
+
 TEST(DeveloperSuggestions, AreFoldersOutsideOfMonitoredOnes) {
     using developerSuggestions::Location;
     constexpr auto places = std::to_array<Location>(
