@@ -18,8 +18,7 @@ struct FolderMap {
     using Trend = FolderSizeTable::Trend;
 
     static constexpr std::string_view title = "Map of Folder Sizes";
-    static constexpr std::string_view unmeasuredTitle =
-        "Not completely measured, not part of the map";
+    static constexpr std::string_view unmeasuredTitle = "Not completely measured:";
 
     struct Tile {
         /// By which the row of the table is found; empty for a tile that stands for several.

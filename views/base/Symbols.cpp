@@ -63,6 +63,7 @@ constexpr auto table = std::to_array<Names>({
     {"bookmark", "bookmark-new", "bookmark-new-symbolic"},
     {"trash.slash", "edit-delete", "edit-delete-symbolic"},
     {"xmark", "dialog-close", "window-close-symbolic"},
+    {"arrow.up", "go-up", "go-up-symbolic"},
     {"chart.line", "office-chart-line", "power-profile-performance-symbolic"},
     {"settings", "configure", "preferences-system-symbolic"},
 });

@@ -4,6 +4,9 @@
 #include "views/base/Choices.h"
 #include "views/base/Labels.h"
 #include "views/base/ShownText.h"
+#include "views/folders/FolderMapLink.h"
+#include "views/folders/FolderMapPane.h"
+#include "views/folders/FolderMapView.h"
 #include "views/folders/FolderSizeModel.h"
 #include "views/folders/FolderTree.h"
 #include "views/workspace/EmptyStateView.h"
@@ -11,6 +14,7 @@
 #include <QApplication>
 #include <QHeaderView>
 #include <QScrollBar>
+#include <QSplitter>
 #include <QStackedWidget>
 #include <QVBoxLayout>
 
@@ -19,6 +23,9 @@ namespace tidemark {
 using Table = FolderSizeTable;
 
 namespace {
+
+/// Where it is narrower, the map is above the table.
+constexpr int roomForBoth = 780;
 
 template <class Value>
 QComboBox* choiceOf(std::initializer_list<Value> values) {
@@ -44,8 +51,10 @@ FolderInspectorView::FolderInspectorView(QWidget* parent)
     : QWidget(parent), sizes(new FolderSizeModel(this)), tree(new FolderTree),
       scopes(choiceOf({Table::Scope::event, Table::Scope::allFolders})),
       comparisons(choiceOf({Table::Comparison::previousCapture, Table::Comparison::latestOnly})),
-      stack(new QStackedWidget), empty(new EmptyStateView) {
+      map(new FolderMapPane), link(nullptr), sides(new QSplitter), stack(new QStackedWidget),
+      empty(new EmptyStateView) {
     tree->setModel(sizes);
+    link = new FolderMapLink(*sizes, *tree, *map);
     tree->setAccessibleName(wordsHere(Table::title));
     // The order of the core, until the user chooses one.
     tree->header()->setSortIndicator(-1, Qt::DescendingOrder);
@@ -58,7 +67,12 @@ FolderInspectorView::FolderInspectorView(QWidget* parent)
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(0);
     column->addWidget(makeControls());
-    column->addWidget(tree, 1);
+    sides->addWidget(map);
+    sides->addWidget(tree);
+    sides->setHandleWidth(1);
+    sides->setStretchFactor(0, 1);
+    sides->setStretchFactor(1, 1);
+    column->addWidget(sides, 1);
     auto* about = labels::note(wordsHere(Table::about));
     labels::scale(*about, 0.9);
     about->setAccessibleName(wordsHere(Table::aboutTitle));
@@ -136,6 +150,7 @@ void FolderInspectorView::fill(const Snapshot* previous, const Snapshot* latest)
     const QString current = tree->currentIndex().data(FolderSizeModel::idRole).toString();
     const int scrolled = tree->verticalScrollBar()->value();
     const bool isSingle = rows.size() == 1;
+    FolderMap outermost = FolderMap::of(rows);
     sizes->show(std::move(rows), headersOf(scope, comparison));
     tree->fitColumns();
     open(opened);
@@ -143,6 +158,12 @@ void FolderInspectorView::fill(const Snapshot* previous, const Snapshot* latest)
         openRow(sizes->index(0, 0));
     tree->setCurrentIndex(sizes->find(current));
     tree->verticalScrollBar()->setValue(scrolled);
+    link->show(std::move(outermost));
+}
+
+void FolderInspectorView::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    sides->setOrientation(width() < roomForBoth ? Qt::Vertical : Qt::Horizontal);
 }
 
 std::set<QString> FolderInspectorView::openRows(const QModelIndex& parent) const {

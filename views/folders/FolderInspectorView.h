@@ -8,15 +8,19 @@
 #include <set>
 
 class QComboBox;
+class QSplitter;
 class QStackedWidget;
 
 namespace tidemark {
 
 class EmptyStateView;
+class FolderMapLink;
+class FolderMapPane;
 class FolderSizeModel;
 class FolderTree;
 
-/// The recorded sizes of folders as a tree table: of all folders, or those that one event recorded.
+/// The recorded sizes of folders as a map and a tree table: of all folders, or those that one event
+/// recorded.
 class FolderInspectorView : public QWidget {
     Q_OBJECT
 
@@ -30,6 +34,9 @@ public:
     void setTextScale(double scale);
     /// What is shown, in a line.
     QString summary() const { return shownSummary; }
+
+protected:
+    void resizeEvent(QResizeEvent* event) override;
 
 Q_SIGNALS:
     /// The scope or the comparison is another one.
@@ -59,6 +66,9 @@ private:
     FolderTree* tree;
     QComboBox* scopes;
     QComboBox* comparisons;
+    FolderMapPane* map;
+    FolderMapLink* link;
+    QSplitter* sides;
     QStackedWidget* stack;
     EmptyStateView* empty;
     FolderSizeTable::Scope scope = FolderSizeTable::Scope::allFolders;

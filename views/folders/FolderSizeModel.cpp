@@ -113,6 +113,10 @@ QModelIndex FolderSizeModel::find(const QString& id, const QModelIndex& parent) 
     return found == node.children->end() ? QModelIndex() : index((*found)->position, 0, parent);
 }
 
+const FolderInspectionRow& FolderSizeModel::rowAt(const QModelIndex& index) const {
+    return nodeAt(index).row;
+}
+
 QModelIndex FolderSizeModel::index(int row, int column, const QModelIndex& parent) const {
     if (!hasIndex(row, column, parent))
         return {};

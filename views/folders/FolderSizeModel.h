@@ -33,6 +33,8 @@ public:
     Column columnAt(int section) const { return headers[static_cast<std::size_t>(section)].column; }
     /// The loaded row below `parent` with this path; invalid without one.
     QModelIndex find(const QString& id, const QModelIndex& parent = {}) const;
+    /// Of a valid index.
+    const FolderInspectionRow& rowAt(const QModelIndex& index) const;
 
     QModelIndex index(int row, int column, const QModelIndex& parent = {}) const override;
     QModelIndex parent(const QModelIndex& child) const override;

@@ -1,0 +1,23 @@
+#pragma once
+
+#include "core/presentation/FolderMap.h"
+
+#include <QColor>
+#include <QPalette>
+
+/// The colours of a map of folder sizes, mixed from those of the palette, so that a dark or a high
+/// contrast one is followed.
+namespace tidemark::folderMapColors {
+
+/// `share` of one colour in another, from 0 to 1.
+QColor mixed(const QColor& below, const QColor& above, double share);
+/// The surface of a tile. `strength` as in `FolderMap::Tile`.
+QColor tile(const QPalette& palette, FolderMap::Trend trend, double strength);
+/// The surface of a folder around its parts.
+QColor folder(const QPalette& palette);
+/// The colour of text on a surface: the one of the palette's two that differs more from it.
+QColor textOn(const QPalette& palette, const QColor& surface);
+/// By which the trends can be told apart without colours.
+Qt::BrushStyle pattern(FolderMap::Trend trend);
+
+} // namespace tidemark::folderMapColors

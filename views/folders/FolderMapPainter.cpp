@@ -1,0 +1,181 @@
+#include "views/folders/FolderMapPainter.h"
+
+#include "views/base/ShownText.h"
+#include "views/base/TextColor.h"
+#include "views/folders/FolderMapColors.h"
+
+#include <QCoreApplication>
+#include <QPainter>
+#include <algorithm>
+#include <utility>
+
+namespace tidemark {
+
+namespace {
+
+using Tile = FolderMap::Tile;
+using Trend = FolderMap::Trend;
+namespace colors = folderMapColors;
+
+constexpr double secondLineScale = 0.92;
+constexpr int padding = 7;
+/// A tile that is narrower has no name; most names would be cut to nothing.
+constexpr int narrowestText = 44;
+/// A smaller tile has neither round corners nor a pattern.
+constexpr int smallestPattern = 14;
+constexpr double cornerRadius = 4;
+constexpr double hoverStrength = 0.1;
+constexpr float patternStrength = 0.13F;
+
+QFont second(QFont font) {
+    font.setPointSizeF(font.pointSizeF() * secondLineScale);
+    return font;
+}
+
+QFont bold(QFont font) {
+    font.setBold(true);
+    return font;
+}
+
+/// For readers who can’t see the colour of growth.
+QString signOf(Trend trend) {
+    return trend == Trend::grew     ? QStringLiteral("▲ ")
+           : trend == Trend::shrank ? QStringLiteral("▼ ")
+                                    : QString();
+}
+
+/// With a thin space of the background on every side.
+QRect spaced(const QRect& area) {
+    return area.width() > 6 && area.height() > 6 ? area.adjusted(1, 1, -1, -1)
+                                                 : area.adjusted(0, 0, -1, -1);
+}
+
+} // namespace
+
+QString folderTileName(const FolderMap::Tile& tile) {
+    const auto text = [](const char* source, int count) {
+        return QCoreApplication::translate("FolderMap", source, nullptr, count);
+    };
+    if (!tile.name.empty())
+        return shownText(tile.name);
+    if (tile.items == 0)
+        return text(QT_TRANSLATE_NOOP("FolderMap", "Not listed"), -1);
+    return tile.items == 1
+               ? text(QT_TRANSLATE_NOOP("FolderMap", "1 smaller item"), -1)
+               : text(QT_TRANSLATE_NOOP("FolderMap", "%1 smaller items"), -1).arg(tile.items);
+}
+
+FolderMapPainter::FolderMapPainter(QPainter& used, Look how)
+    : painter(used), look(std::move(how)) {}
+
+int FolderMapPainter::headerHeight(const QFont& font) {
+    return QFontMetrics(font).height() + padding;
+}
+
+void FolderMapPainter::draw(const FolderMapLayout::Placed& placed, const QRect& whole,
+                            bool isHovered) const {
+    const QRect area = spaced(whole);
+    QColor surface = placed.isOpen
+                         ? colors::folder(look.palette)
+                         : colors::tile(look.palette, placed.tile.trend, placed.tile.strength);
+    if (isHovered)
+        surface = colors::mixed(surface, look.palette.color(QPalette::Active, QPalette::Text),
+                                hoverStrength);
+    drawSurface(placed.tile, area, surface);
+    if (placed.isOpen)
+        drawHeader(placed.tile, area);
+    else
+        drawTexts(placed.tile, area, surface);
+}
+
+void FolderMapPainter::drawSurface(const Tile& tile, const QRect& area,
+                                   const QColor& surface) const {
+    if (std::min(area.width(), area.height()) < smallestPattern)
+        return painter.fillRect(area, surface);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(surface);
+    painter.drawRoundedRect(area, cornerRadius, cornerRadius);
+    const Qt::BrushStyle style = colors::pattern(tile.trend);
+    const bool isFolder = surface == colors::folder(look.palette);
+    if (!look.isCompared || style == Qt::NoBrush || isFolder)
+        return;
+    QColor lines = colors::textOn(look.palette, surface);
+    lines.setAlphaF(patternStrength);
+    painter.setBrush(QBrush(lines, style));
+    painter.drawRoundedRect(area, cornerRadius, cornerRadius);
+}
+
+void FolderMapPainter::drawTexts(const Tile& tile, const QRect& area, const QColor& surface) const {
+    const int line = QFontMetrics(look.font).height();
+    QRect first = area.adjusted(padding, padding - 2, -padding, 0);
+    first.setHeight(line);
+    if (first.width() < narrowestText || first.bottom() > area.bottom() - 2)
+        return;
+    const QColor strong = colors::textOn(look.palette, surface);
+    drawLine(first, folderTileName(tile), look.font, strong);
+    const QFont small = second(look.font);
+    first.translate(0, line);
+    if (first.bottom() > area.bottom() - 2)
+        return;
+    QColor dim = strong;
+    dim.setAlphaF(0.85F);
+    drawLine(first, sizeText(tile, small, first.width()), small, dim);
+}
+
+void FolderMapPainter::drawHeader(const Tile& tile, const QRect& area) const {
+    QRect strip = area.adjusted(padding, 1, -padding, 0);
+    strip.setHeight(headerHeight(look.font) - 2);
+    const QColor strong = look.palette.color(QPalette::Active, QPalette::Text);
+    const QFont heading = bold(look.font);
+    const QFont small = second(look.font);
+    const QString name = folderTileName(tile);
+    const int nameWidth = QFontMetrics(heading).horizontalAdvance(name) + padding;
+    const QString size = sizeText(tile, small, strip.width() - nameWidth);
+    drawLine(strip, name, heading, strong);
+    const int sizeWidth = QFontMetrics(small).horizontalAdvance(size);
+    if (sizeWidth > strip.width() - nameWidth)
+        return;
+    QRect rest = strip;
+    if (look.direction == Qt::RightToLeft)
+        rest.setRight(strip.right() - nameWidth);
+    else
+        rest.setLeft(strip.left() + nameWidth);
+    drawLine(rest, size, small, textColor::dimmed(strong));
+}
+
+void FolderMapPainter::drawLine(const QRect& area, const QString& text, const QFont& font,
+                                const QColor& color) const {
+    const QString elided = QFontMetrics(font).elidedText(text, Qt::ElideMiddle, area.width());
+    painter.setFont(font);
+    painter.setPen(color);
+    painter.drawText(area,
+                     static_cast<int>(QStyle::visualAlignment(look.direction, Qt::AlignLeading))
+                         | Qt::AlignVCenter | Qt::TextSingleLine,
+                     isolated(elided));
+}
+
+/// The size, and the change where there is room for both.
+QString FolderMapPainter::sizeText(const Tile& tile, const QFont& font, int width) const {
+    const QString size = wordsHere(sizeOf(tile));
+    const QString change = QString::fromStdString(changeOf(tile));
+    if (change.isEmpty() || !look.isCompared)
+        return size;
+    const QString both = size + QStringLiteral("  ") + signOf(tile.trend) + change;
+    if (QFontMetrics(font).horizontalAdvance(both) <= width)
+        return both;
+    const QString marked = size + QStringLiteral(" ") + signOf(tile.trend).trimmed();
+    return QFontMetrics(font).horizontalAdvance(marked) <= width ? marked : size;
+}
+
+void FolderMapPainter::drawFrame(const QRect& area, bool hasFocus) const {
+    const QRectF frame = QRectF(spaced(area)).adjusted(0.5, 0.5, -0.5, -0.5);
+    painter.setBrush(Qt::NoBrush);
+    // Two lines, since one of them would be lost on a tile of its own colour.
+    painter.setPen(
+        QPen(look.palette.color(QPalette::Active, QPalette::Text), hasFocus ? 3.0 : 2.0));
+    painter.drawRoundedRect(frame, cornerRadius, cornerRadius);
+    painter.setPen(QPen(look.palette.color(QPalette::Active, QPalette::Base), 1.0));
+    painter.drawRoundedRect(frame.adjusted(2, 2, -2, -2), cornerRadius - 2, cornerRadius - 2);
+}
+
+} // namespace tidemark
