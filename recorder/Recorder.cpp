@@ -60,19 +60,22 @@ std::vector<MonitorStatus> Recorder::monitorStatuses() const {
     return statuses;
 }
 
-SettingSources Recorder::sources() {
-    return sourcesWithout({});
+SettingSources Recorder::sources(const Preferences& preferences) {
+    NotificationCenter silent;
+    return sourcesOf(LiveMonitors(preferences, silent), {});
 }
 
 SettingSources Recorder::presentSources() const {
-    auto reasons = monitors.absences();
+    std::map<SettingSource, std::string> reasons;
     if (!clipboard.absence().empty())
         reasons[SettingSource::clipboard] = clipboard.absence();
-    return sourcesWithout(std::move(reasons));
+    return sourcesOf(monitors, std::move(reasons));
 }
 
-SettingSources Recorder::sourcesWithout(std::map<SettingSource, std::string> reasons) {
-    std::set<SettingSource> present = LiveMonitors::connected();
+SettingSources Recorder::sourcesOf(const LiveMonitors& monitors,
+                                   std::map<SettingSource, std::string> reasons) {
+    reasons.merge(monitors.absences());
+    std::set<SettingSource> present = monitors.sources();
     for (const auto& [absent, reason] : reasons)
         present.erase(absent);
     // The windows read their settings whenever they are opened.
@@ -88,10 +91,6 @@ SettingSources Recorder::sourcesWithout(std::map<SettingSource, std::string> rea
         reasons[SettingSource::formulas] = "Homebrew is not installed.";
     if (std::ranges::any_of(places.diagnostics, isFolder))
         present.insert(SettingSource::diagnosticReports);
-    if (auto reason = systemServices::bluetoothAbsence()) {
-        present.erase(SettingSource::bluetooth);
-        reasons[SettingSource::bluetooth] = *std::move(reason);
-    }
     if (const auto absence = systemServices::clipboardAbsence(); absence && !absence->empty())
         reasons[SettingSource::clipboard] = *absence;
     else if (!absence && !reasons.contains(SettingSource::clipboard))

@@ -35,7 +35,7 @@ public:
 
     /// The sources that are connected on this system; settings of others are marked as not
     /// available.
-    static SettingSources sources();
+    static SettingSources sources(const Preferences& preferences);
     /// The same without those that the running monitors have found missing on this machine.
     SettingSources presentSources() const;
     /// What the running monitors observe.
@@ -59,7 +59,8 @@ public:
     RecordedHistory recorded() const;
 
 private:
-    static SettingSources sourcesWithout(std::map<SettingSource, std::string> absent);
+    static SettingSources sourcesOf(const LiveMonitors& monitors,
+                                    std::map<SettingSource, std::string> absent);
     static FolderLock taken(const std::filesystem::path& folder);
 
     RecorderPlaces where;

@@ -7,7 +7,8 @@
 namespace tidemark::detail {
 
 CommandAnswer storedSettings(StoredRecords& stored, const SettingsReader& answer) {
-    return {answer({stored.preferences(), Recorder::sources()})};
+    auto& preferences = stored.preferences();
+    return {answer({preferences, Recorder::sources(preferences)})};
 }
 
 CommandAnswer storedHistory(StoredRecords& stored, const HistoryReader& answer) {

@@ -1,23 +1,36 @@
 #pragma once
 
+#include "app/base/Observable.h"
+#include "app/monitors/MonitorStatus.h"
+#include "app/preferences/SettingSource.h"
 #include "core/records/SystemActivity.h"
 
 #include <functional>
+#include <optional>
+#include <string>
+#include <vector>
 
 namespace tidemark {
 
-/// Follows one aspect of the machine and makes a record of each change. Main thread only.
-class ActivityMonitor {
+/// Follows one aspect of the machine and makes a record of each change. Emits `changed` when its
+/// statuses do. Main thread only.
+class ActivityMonitor : public Observable {
 public:
     using Record = std::function<void(SystemActivity)>;
-
-    virtual ~ActivityMonitor() = default;
 
     /// Starts to follow. The first state is a starting point; `record` is called with every change
     /// after it.
     virtual void start(Record record) = 0;
     /// Stops. `record` is not called any more.
     virtual void stop() = 0;
+
+    /// The source that it is for the settings.
+    virtual SettingSource source() const = 0;
+    /// What it observes at present, one line for each part.
+    virtual std::vector<MonitorStatus> statuses() const = 0;
+    /// Why nothing can be observed on this machine, as a sentence; absent where something can, and
+    /// while that is not known.
+    virtual std::optional<std::string> absence() const { return std::nullopt; }
 };
 
 } // namespace tidemark

@@ -1,40 +1,18 @@
 #include "app/monitors/BatteryActivityMonitor.h"
 
-#include "app/preferences/FollowSettings.h"
-
 #include <utility>
 
 namespace tidemark {
 
-BatteryActivityMonitor::BatteryActivityMonitor(Setup given) : setup(std::move(given)) {
-    followSettings(
-        setup.preferences, this, [this] { applySetting(); }, preference::batteryHistoryEnabled);
-}
+BatteryActivityMonitor::BatteryActivityMonitor(const Surroundings& surroundings, Sources given)
+    : SwitchedMonitor(surroundings, {.name = "Battery",
+                                     .source = SettingSource::battery,
+                                     .setting = preference::batteryHistoryEnabled}),
+      sources(std::move(given)) {}
 
 BatteryActivityMonitor::~BatteryActivityMonitor() {
-    BatteryActivityMonitor::stop();
-    tasks.drain();
-}
-
-void BatteryActivityMonitor::start(Record to) {
-    if (record)
-        return;
-    record = std::move(to);
-    sleeping = false;
-    const auto on = [this](Notification notification, auto&& handle) {
-        tokens.push_back(setup.workspaceCenter.observe(notification, handle));
-    };
-    on(notification::willSleep, [this] { sleep(); });
-    on(notification::didWake, [this] { wake(); });
-    on(notification::sleepAbandoned, [this] { wake(); });
-    applySetting();
-}
-
-void BatteryActivityMonitor::stop() {
-    tokens.clear();
-    record = {};
-    unsubscribe();
     endWaits();
+    end();
 }
 
 std::optional<std::string> BatteryActivityMonitor::absence() const {
@@ -43,21 +21,13 @@ std::optional<std::string> BatteryActivityMonitor::absence() const {
     return battery && !hasMode ? battery->absence() : std::nullopt;
 }
 
-bool BatteryActivityMonitor::isEnabled() const {
-    return read(setup.preferences, preference::batteryHistoryEnabled);
-}
-
-bool BatteryActivityMonitor::isWanted() const {
-    return record && isEnabled() && !sleeping;
-}
-
 QCoro::Task<std::optional<BatteryObservation>> BatteryActivityMonitor::reading() {
     const auto hold = tasks.hold();
-    if (!record || !isEnabled())
+    if (!isOn())
         co_return std::nullopt;
     const bool isKnown = battery && battery->state() != BatterySource::State::unknown;
     if (!isKnown)
-        co_await setup.clock.sleep(mostWait, waitingForReading.get_token());
+        co_await clock().sleep(mostWait, waitingForReading.get_token());
     co_return battery ? battery->reading() : std::nullopt;
 }
 
@@ -65,24 +35,16 @@ void BatteryActivityMonitor::endWaits() {
     std::exchange(waitingForReading, {}).request_stop();
 }
 
-void BatteryActivityMonitor::applySetting() {
-    unsubscribe();
-    if (isWanted())
-        return subscribe();
-    if (isEnabled())
-        return;
-    status = std::string(off);
-    endWaits();
-}
-
-void BatteryActivityMonitor::subscribe() {
+void BatteryActivityMonitor::follow(Beginning) {
     status = std::string(notYet);
-    lowPowerMode = setup.lowPowerMode([this] { observeLowPowerMode(); });
-    battery = setup.battery([this] { observe(); });
+    lowPowerMode = sources.lowPowerMode([this] { observeLowPowerMode(); });
+    battery = sources.battery([this] { observe(); });
     observe();
 }
 
-void BatteryActivityMonitor::unsubscribe() {
+void BatteryActivityMonitor::pause() {
+    if (!isOn())
+        endWaits();
     settling.stop();
     history.reset();
     lowPowerHistory.reset();
@@ -91,29 +53,19 @@ void BatteryActivityMonitor::unsubscribe() {
     const auto endingMode = std::move(lowPowerMode);
 }
 
-void BatteryActivityMonitor::sleep() {
-    sleeping = true;
-    unsubscribe();
-}
-
-void BatteryActivityMonitor::wake() {
-    sleeping = false;
-    applySetting();
-}
-
 void BatteryActivityMonitor::observe() {
-    if (!isWanted())
+    if (!isFollowing() || !battery)
         return;
     observeLowPowerMode();
-    const auto state = battery ? battery->state() : BatterySource::State::unavailable;
-    const auto reading = battery ? battery->reading() : std::nullopt;
+    const auto state = battery->state();
+    const auto reading = battery->reading();
     if (state == BatterySource::State::following)
         status = std::string(reading ? observing : noBattery);
     else
         status = std::string(state == BatterySource::State::unknown ? notYet : unavailable);
     if (state != BatterySource::State::unknown)
         endWaits();
-    const Date now = setup.clock.now();
+    const Date now = clock().now();
     if (!history.receive(reading, now))
         return;
     settling.stop();
@@ -122,21 +74,19 @@ void BatteryActivityMonitor::observe() {
 }
 
 void BatteryActivityMonitor::settle(Date at) {
-    if (!isWanted())
-        return;
     for (auto& activity : history.settle(at))
         record(std::move(activity));
 }
 
 void BatteryActivityMonitor::observeLowPowerMode() {
-    if (!isWanted())
+    if (!isFollowing() || !lowPowerMode)
         return;
-    const auto isOn = lowPowerMode ? lowPowerMode->isOn() : std::nullopt;
+    const auto isOn = lowPowerMode->isOn();
     if (!isOn) {
         lowPowerHistory.reset();
         return;
     }
-    auto activity = lowPowerHistory.receive(*isOn, setup.clock.now());
+    auto activity = lowPowerHistory.receive(*isOn, clock().now());
     if (!activity)
         return;
     if (battery)

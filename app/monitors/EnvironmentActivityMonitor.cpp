@@ -1,84 +1,41 @@
 #include "app/monitors/EnvironmentActivityMonitor.h"
 
-#include "app/preferences/FollowSettings.h"
 #include "core/activity/ThermalState.h"
 
 #include <utility>
 
 namespace tidemark {
 
-EnvironmentActivityMonitor::EnvironmentActivityMonitor(Setup given)
-    : setup(std::move(given)), volumeReader(setup.volumeReading, setup.clock) {
-    followSettings(
-        setup.preferences, this, [this] { applySetting(); }, preference::environmentHistoryEnabled);
-}
+EnvironmentActivityMonitor::EnvironmentActivityMonitor(const Surroundings& surroundings,
+                                                       Sources given)
+    : SwitchedMonitor(surroundings, {.name = "Environment",
+                                     .source = SettingSource::environment,
+                                     .setting = preference::environmentHistoryEnabled}),
+      sources(std::move(given)), volumeReader(sources.volumeReading, clock()) {}
 
 EnvironmentActivityMonitor::~EnvironmentActivityMonitor() {
-    EnvironmentActivityMonitor::stop();
     volumeReader.end();
-    tasks.drain();
+    end();
 }
 
-void EnvironmentActivityMonitor::start(Record to) {
-    if (record)
-        return;
-    record = std::move(to);
-    sleeping = false;
-    subscribe();
-    observe();
-    const auto on = [this](Notification notification, auto&& handle) {
-        tokens.push_back(setup.workspaceCenter.observe(notification, handle));
-    };
-    on(notification::willSleep, [this] { sleep(); });
-    on(notification::didWake, [this] { wake(); });
-    on(notification::sleepAbandoned, [this] { wake(); });
+void EnvironmentActivityMonitor::follow(Beginning beginning) {
+    status = "Observing drives, displays, and thermal pressure";
+    volumes = sources.volumes([this] { schedule(); });
+    displays = sources.displays([this] { schedule(); });
+    thermal = sources.thermal([this] { schedule(); });
+    if (beginning == Beginning::start)
+        observe();
+    else
+        schedule();
 }
 
-void EnvironmentActivityMonitor::stop() {
-    tokens.clear();
-    record = {};
-    unsubscribe();
-}
-
-bool EnvironmentActivityMonitor::isEnabled() const {
-    return tidemark::read(setup.preferences, preference::environmentHistoryEnabled);
-}
-
-bool EnvironmentActivityMonitor::isWanted() const {
-    return record && isEnabled() && !sleeping;
-}
-
-void EnvironmentActivityMonitor::applySetting() {
-    unsubscribe();
-    subscribe();
-    schedule();
-}
-
-void EnvironmentActivityMonitor::subscribe() {
-    if (!isWanted())
-        return;
-    volumes = setup.volumes([this] { schedule(); });
-    displays = setup.displays([this] { schedule(); });
-    thermal = setup.thermal([this] { schedule(); });
-}
-
-void EnvironmentActivityMonitor::unsubscribe() {
+void EnvironmentActivityMonitor::pause() {
     cancel();
     history.reset();
     // Last, because their ends may run the event loop, and with it the other functions here.
     const auto endingVolumes = std::move(volumes);
     const auto endingDisplays = std::move(displays);
     const auto endingThermal = std::move(thermal);
-}
-
-void EnvironmentActivityMonitor::sleep() {
-    sleeping = true;
-    unsubscribe();
-}
-
-void EnvironmentActivityMonitor::wake() {
-    sleeping = false;
-    applySetting();
 }
 
 void EnvironmentActivityMonitor::cancel() {
@@ -89,12 +46,12 @@ void EnvironmentActivityMonitor::cancel() {
 
 void EnvironmentActivityMonitor::schedule() {
     cancel();
-    if (isWanted())
-        settling.start(setup.clock.now(), EnvironmentHistory::delay, [this](Date) { observe(); });
+    if (isFollowing())
+        settling.start(clock().now(), EnvironmentHistory::delay, [this](Date) { observe(); });
 }
 
 void EnvironmentActivityMonitor::observe() {
-    if (!isWanted())
+    if (!isFollowing())
         return;
     running.request_stop();
     running = std::stop_source();
@@ -104,7 +61,7 @@ void EnvironmentActivityMonitor::observe() {
 EnvironmentActivityMonitor::Reading EnvironmentActivityMonitor::read() const {
     const auto shown = displays ? displays->displays() : std::nullopt;
     const auto state = thermal ? thermal->state() : std::nullopt;
-    Reading reading{.at = setup.clock.now(),
+    Reading reading{.at = clock().now(),
                     .displays = {},
                     .thermal = std::string(state.value_or(ThermalState::names.front())),
                     .hasDisplays = shown.has_value(),
@@ -118,7 +75,7 @@ QCoro::Task<void> EnvironmentActivityMonitor::finish(Reading reading, std::uint6
                                                      std::stop_token stop) {
     const auto hold = tasks.hold();
     auto mounted = co_await volumeReader.read(std::move(stop));
-    if (number != generation || !isWanted())
+    if (number != generation || !isFollowing())
         co_return;
     if (mounted)
         compare(std::move(reading), *std::move(mounted));

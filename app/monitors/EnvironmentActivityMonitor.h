@@ -1,54 +1,38 @@
 #pragma once
 
-#include "app/base/AppClock.h"
-#include "app/base/NotificationCenter.h"
-#include "app/base/TaskScope.h"
-#include "app/monitors/ActivityMonitor.h"
-#include "app/monitors/SettlingTimer.h"
+#include "app/monitors/SwitchedMonitor.h"
 #include "app/monitors/VolumeObservationReader.h"
 #include "app/ports/DisplaySource.h"
 #include "app/ports/ThermalSource.h"
-#include "app/preferences/Preferences.h"
 #include "core/activity/EnvironmentHistory.h"
 
-#include <QObject>
 #include <functional>
 #include <memory>
-#include <vector>
+#include <stop_token>
 
 namespace tidemark {
 
 /// Records volumes that are mounted and unmounted, displays that are connected, disconnected or
-/// configured, and thermal pressure, while the setting is on. Main thread only.
+/// configured, and thermal pressure. Main thread only.
 ///
 /// Each notification of a change causes a reading of everything two seconds after the last one, so
 /// that a burst of them becomes one comparison. The sources exist only while they are followed: not
 /// while the setting is off, and not during a sleep of the machine.
-class EnvironmentActivityMonitor final : public QObject, public ActivityMonitor {
-    Q_OBJECT
-
+class EnvironmentActivityMonitor final : public SwitchedMonitor {
 public:
     template <class Source>
     using Create = std::function<std::unique_ptr<Source>(std::function<void()> didChange)>;
 
-    /// The constructor's arguments. References must outlive the monitor.
-    struct Setup {
-        Preferences& preferences;
-        /// Posts the sleep and wake of the machine.
-        NotificationCenter& workspaceCenter;
-        /// Create the sources; may return null.
+    /// Create the sources; do not return null.
+    struct Sources {
         Create<VolumeSource> volumes;
         Create<DisplaySource> displays;
         Create<ThermalSource> thermal;
         VolumeReading volumeReading;
-        AppClock& clock = AppClock::system();
     };
 
-    explicit EnvironmentActivityMonitor(Setup setup);
+    EnvironmentActivityMonitor(const Surroundings& surroundings, Sources sources);
     ~EnvironmentActivityMonitor() override;
-
-    void start(Record record) override;
-    void stop() override;
 
 private:
     /// Displays and thermal state at one moment.
@@ -61,13 +45,8 @@ private:
         bool hasThermal = false;
     };
 
-    bool isEnabled() const;
-    bool isWanted() const;
-    void applySetting();
-    void subscribe();
-    void unsubscribe();
-    void sleep();
-    void wake();
+    void follow(Beginning beginning) override;
+    void pause() override;
     void schedule();
     void cancel();
     void observe();
@@ -75,9 +54,7 @@ private:
     QCoro::Task<void> finish(Reading reading, std::uint64_t number, std::stop_token stop);
     void compare(Reading reading, EnvironmentHistory::Entries volumes);
 
-    const Setup setup;
-    Record record;
-    bool sleeping = false;
+    const Sources sources;
     EnvironmentHistory history;
     /// Whether the last comparison had displays and a thermal state.
     bool hadDisplays = false;
@@ -88,10 +65,8 @@ private:
     std::unique_ptr<VolumeSource> volumes;
     std::unique_ptr<DisplaySource> displays;
     std::unique_ptr<ThermalSource> thermal;
-    std::vector<NotificationCenter::Token> tokens;
     VolumeObservationReader volumeReader;
-    TaskScope tasks;
-    SettlingTimer settling{setup.clock, tasks};
+    SettlingTimer settling{clock(), tasks};
 };
 
 } // namespace tidemark

@@ -5,7 +5,7 @@
 
 namespace tidemark {
 
-WiFiLinkMonitor::WiFiLinkMonitor(WiFiSource* source, WiFiDetailsProvider& details, AppClock& clock,
+WiFiLinkMonitor::WiFiLinkMonitor(WiFiSource& source, WiFiDetailsProvider& details, AppClock& clock,
                                  TaskScope& tasks)
     : source(source), details(details), clock(clock), timer(clock, tasks) {
     details.changed = [this] {
@@ -22,11 +22,9 @@ bool WiFiLinkMonitor::start(ActivityMonitor::Record to) {
 }
 
 bool WiFiLinkMonitor::startSource() {
-    if (!source)
-        return false;
     const auto names =
         details.areNamesAllowed() ? WiFiSource::Names::read : WiFiSource::Names::omit;
-    return source->start(names, [this, number = ++generation](const WiFiSource::Links& links) {
+    return source.start(names, [this, number = ++generation](const WiFiSource::Links& links) {
         if (number == generation)
             observe(links);
     });
@@ -35,7 +33,7 @@ bool WiFiLinkMonitor::startSource() {
 void WiFiLinkMonitor::stop() {
     ++generation;
     if (std::exchange(isStarted, false))
-        source->stop();
+        source.stop();
     timer.stop();
     history.reset();
     record = nullptr;

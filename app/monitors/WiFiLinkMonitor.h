@@ -12,9 +12,8 @@ namespace tidemark {
 /// starting point. Main thread only.
 class WiFiLinkMonitor {
 public:
-    /// `source` is null on systems without one. All must outlive this object; the waits are
-    /// coroutines of `tasks`.
-    WiFiLinkMonitor(WiFiSource* source, WiFiDetailsProvider& details, AppClock& clock,
+    /// All must outlive this object; the waits are coroutines of `tasks`.
+    WiFiLinkMonitor(WiFiSource& source, WiFiDetailsProvider& details, AppClock& clock,
                     TaskScope& tasks);
     ~WiFiLinkMonitor() { stop(); }
 
@@ -28,7 +27,7 @@ private:
     std::optional<WiFiObservation> observation(const WiFiSource::Links& links) const;
     void settle(Date at);
 
-    WiFiSource* const source;
+    WiFiSource& source;
     WiFiDetailsProvider& details;
     AppClock& clock;
     ActivityMonitor::Record record;

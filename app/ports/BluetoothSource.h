@@ -4,6 +4,7 @@
 
 #include <functional>
 #include <optional>
+#include <string>
 #include <vector>
 
 namespace tidemark {
@@ -34,6 +35,10 @@ public:
     /// not destroy the source.
     virtual void start(Receive receive) = 0;
     virtual void stop() = 0;
+
+    /// Why this machine has no Bluetooth, as a sentence; absent when it has, and while that is not
+    /// known. Can be asked at any time.
+    virtual std::optional<std::string> absence() const = 0;
 };
 
 } // namespace tidemark

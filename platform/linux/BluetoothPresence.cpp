@@ -30,7 +30,7 @@ bool isEmpty(const std::filesystem::path& folder) {
 std::optional<std::string> absence(const std::filesystem::path& adapters,
                                    const std::vector<std::filesystem::path>& dataFolders) {
     if (isEmpty(adapters))
-        return "This computer has no Bluetooth adapter.";
+        return std::string(noAdapter);
     std::error_code error;
     const bool hasService = std::ranges::any_of(dataFolders, [&](const auto& folder) {
         return std::filesystem::exists(folder / serviceFile, error);

@@ -3,9 +3,12 @@
 #include <filesystem>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace tidemark::bluetoothPresence {
+
+inline constexpr std::string_view noAdapter = "This computer has no Bluetooth adapter.";
 
 /// Why this machine has no Bluetooth that can be followed, as a sentence: the kernel has no adapter
 /// in its folder `adapters`, or none of the data folders of the system (XDG_DATA_DIRS) describes

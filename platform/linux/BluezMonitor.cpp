@@ -1,6 +1,7 @@
 #include "platform/linux/BluezMonitor.h"
 
 #include "core/activity/BluetoothObjects.h"
+#include "platform/linux/BluetoothPresence.h"
 
 #include <QDBusArgument>
 #include <QDBusObjectPath>
@@ -87,17 +88,33 @@ void BluezMonitor::start(Receive to) {
 }
 
 void BluezMonitor::stop() {
-    subscriptions.clear();
+    forget();
     service.reset();
-    rereading.cancel();
-    knownPaths.clear();
     receive = nullptr;
 }
 
-void BluezMonitor::follow() {
+std::optional<std::string> BluezMonitor::absence() const {
+    // What the running service knows is more than the files of the machine say.
+    if (hasAdapter == true)
+        return std::nullopt;
+    if (hasAdapter == false)
+        return std::string(bluetoothPresence::noAdapter);
+    if (auto reason = bluetoothPresence::absence())
+        return reason;
+    const bool isStopped = service && service->state() == BusService::State::absent;
+    return isStopped ? std::optional<std::string>("The Bluetooth service BlueZ does not run.")
+                     : std::nullopt;
+}
+
+void BluezMonitor::forget() {
     subscriptions.clear();
     rereading.cancel();
     knownPaths.clear();
+    hasAdapter.reset();
+}
+
+void BluezMonitor::follow() {
+    forget();
     // Whatever was known is so no longer.
     receive({});
     if (!service->isThere())
@@ -148,6 +165,7 @@ void BluezMonitor::use(const QDBusMessage& reply) {
             continue;
         knownPaths.push_back(object.key().path());
     }
+    hasAdapter = !adapters.empty();
     receive({.isPoweredOn = BluetoothObjects::isPoweredOn(adapters),
              .paired = BluetoothObjects::pairedDevices(adapters, devices)});
 }

@@ -22,8 +22,10 @@ public:
 
     void start(Receive receive) override;
     void stop() override;
+    std::optional<std::string> absence() const override;
 
 private:
+    void forget();
     void follow();
     void subscribe();
     void read();
@@ -36,6 +38,8 @@ private:
     Receive receive;
     std::optional<BusService> service;
     std::vector<std::unique_ptr<GuardedSubscription>> subscriptions;
+    /// Whether the service knows a radio; absent before its answer.
+    std::optional<bool> hasAdapter;
     /// Of the radios and the paired devices.
     QStringList knownPaths;
     Rereading rereading{[this] { read(); }};

@@ -11,64 +11,8 @@ systemServices::sleepAndSession(NotificationCenter& notifications, SleepAndSessi
 
 // This system's adapters of the other ports are not written yet.
 
-bool systemServices::hasConnections() {
-    return false;
-}
-
-bool systemServices::hasPower() {
-    return false;
-}
-
-bool systemServices::hasEnvironment() {
-    return false;
-}
-
-std::unique_ptr<BatterySource> systemServices::battery(DidChange) {
-    return nullptr;
-}
-
-std::unique_ptr<DisplaySource> systemServices::displays(DidChange) {
-    return nullptr;
-}
-
-std::unique_ptr<LowPowerModeSource> systemServices::lowPowerMode(DidChange) {
-    return nullptr;
-}
-
 /// WorkspaceMonitor posts these notifications as well.
 std::unique_ptr<ScreenSleepSource> systemServices::screenSleep(NotificationCenter&) {
-    return nullptr;
-}
-
-std::unique_ptr<ThermalSource> systemServices::thermalState(DidChange) {
-    return nullptr;
-}
-
-std::unique_ptr<VolumeSource> systemServices::volumes(DidChange) {
-    return nullptr;
-}
-
-VolumeReading systemServices::volumeReading() {
-    return {.list = [] { return std::nullopt; }, .details = [](const auto&) { return std::nullopt; }};
-}
-
-std::unique_ptr<BluetoothSource> systemServices::bluetooth() {
-    return nullptr;
-}
-
-std::optional<std::string> systemServices::bluetoothAbsence() {
-    return std::nullopt;
-}
-
-std::unique_ptr<NetworkPathSource> systemServices::networkPath() {
-    return nullptr;
-}
-
-std::unique_ptr<WiFiSource> systemServices::wifi() {
-    return nullptr;
-}
-
-std::unique_ptr<WiFiNameAccess> systemServices::wifiNameAccess() {
     return nullptr;
 }
 
@@ -97,6 +41,10 @@ std::unique_ptr<FileIndex> systemServices::fileIndex() {
 }
 
 std::unique_ptr<LoginItem> systemServices::loginItem(std::vector<std::string>) {
+    return nullptr;
+}
+
+std::unique_ptr<RecorderService> systemServices::recorderService() {
     return nullptr;
 }
 

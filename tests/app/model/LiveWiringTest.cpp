@@ -22,6 +22,8 @@ public:
         record = std::move(to);
     }
     void stop() override { all += "-" + name + " "; }
+    SettingSource source() const override { return SettingSource::battery; }
+    std::vector<MonitorStatus> statuses() const override { return {}; }
 
     Record record;
 

@@ -1,11 +1,6 @@
 #include "app/monitors/BatteryActivityMonitor.h"
 
-#include "app/preferences/PreferenceKeys.h"
-#include "tests/app/support/Await.h"
-#include "tests/app/support/ManualAppClock.h"
-#include "tests/app/support/MemoryPreferences.h"
-
-#include <gtest/gtest.h>
+#include "tests/app/support/MonitorFixture.h"
 
 using namespace tidemark;
 using State = BatterySource::State;
@@ -18,58 +13,29 @@ struct Machine {
     std::optional<BatteryObservation> battery;
     std::optional<bool> isSavingPower;
     std::string_view absence;
-    /// Empty while the monitor follows nothing.
     std::function<void()> batteryChanged;
     std::function<void()> modeChanged;
 };
 
-class Battery final : public BatterySource {
-public:
-    explicit Battery(Machine& machine) : machine(machine) {}
-    ~Battery() override { machine.batteryChanged = nullptr; }
-    State state() const override { return machine.state; }
-    std::optional<BatteryObservation> reading() const override { return machine.battery; }
-    std::optional<std::string> absence() const override { return std::string(machine.absence); }
-
-private:
-    Machine& machine;
+struct Battery final : test::MadeUpSource<BatterySource, Machine> {
+    using MadeUpSource::MadeUpSource;
+    State state() const override { return values.state; }
+    std::optional<BatteryObservation> reading() const override { return values.battery; }
+    std::optional<std::string> absence() const override { return std::string(values.absence); }
 };
 
-class Mode final : public LowPowerModeSource {
-public:
-    explicit Mode(Machine& machine) : machine(machine) {}
-    ~Mode() override { machine.modeChanged = nullptr; }
-    std::optional<bool> isOn() const override { return machine.isSavingPower; }
-
-private:
-    Machine& machine;
+struct Mode final : test::MadeUpSource<LowPowerModeSource, Machine> {
+    using MadeUpSource::MadeUpSource;
+    std::optional<bool> isOn() const override { return values.isSavingPower; }
 };
 
-struct BatteryActivityMonitorTest : testing::Test {
-    test::MemoryPreferences preferences;
-    NotificationCenter workspace;
-    test::ManualAppClock clock;
+struct BatteryActivityMonitorTest : test::MonitorFixture {
     Machine machine;
-    std::vector<SystemActivity> records;
-    BatteryActivityMonitor monitor{{
-        .preferences = preferences,
-        .workspaceCenter = workspace,
-        .battery =
-            [this](auto didChange) {
-                machine.batteryChanged = std::move(didChange);
-                return std::make_unique<Battery>(machine);
-            },
-        .lowPowerMode =
-            [this](auto didChange) {
-                machine.modeChanged = std::move(didChange);
-                return std::make_unique<Mode>(machine);
-            },
-        .clock = clock,
-    }};
+    BatteryActivityMonitor monitor{
+        surroundings,
+        {.battery = Battery::creator<Battery>(machine, machine.batteryChanged),
+         .lowPowerMode = Mode::creator<Mode>(machine, machine.modeChanged)}};
 
-    void start() {
-        monitor.start([this](SystemActivity activity) { records.push_back(std::move(activity)); });
-    }
     void show(bool external, std::int64_t percentage, std::optional<bool> charging = {}) {
         machine.state = State::following;
         machine.battery = BatteryObservation{external, percentage, charging, {}};
@@ -84,144 +50,88 @@ struct BatteryActivityMonitorTest : testing::Test {
         machine.isSavingPower = power;
         machine.modeChanged();
     }
-    void turn(bool on) {
-        preferences.set(preference::batteryHistoryEnabled.name, on);
-        test::settle();
-    }
-    /// The titles of all records since the last call.
-    std::string titles() {
-        test::settle();
-        std::string text;
-        for (const auto& record : std::exchange(records, {}))
-            text += record.title() + ", ";
-        return text;
-    }
-    std::string status() const { return *monitor.status; }
+    void turn(bool on) { set(preference::batteryHistoryEnabled, on); }
 };
 
 } // namespace
 
 TEST_F(BatteryActivityMonitorTest, RecordsWhatLasts) {
-    start();
+    start(monitor);
     show(true, 80, true);
-    clock.advance(2);
+    advance(2);
     show(false, 79);
-    const Date unplugged = clock.now();
-    clock.advance(1);
+    advance(1);
     // A repeated notification does not begin the wait again.
     machine.batteryChanged();
-    clock.advance(1);
-    ASSERT_EQ(records.size(), 1U);
-    EXPECT_EQ(records[0].timestamp, unplugged);
-    EXPECT_EQ(records[0].batteryActivity->observation.percentage, 79);
-    EXPECT_EQ(titles(), "Switched to Battery, ");
-    // Brief, and interrupted by the loss of the reading.
+    advance(1);
+    EXPECT_EQ(titles(), "Switched to Battery 2, ");
+    EXPECT_EQ(last.batteryActivity->observation.percentage, 79);
+    // Brief, interrupted by the loss of the reading, and over a pause.
     show(true, 79);
-    clock.advance(1);
+    advance(1);
     show(false, 79);
-    clock.advance(5);
+    advance(5);
     show(true, 79);
-    clock.advance(1);
+    advance(1);
     showState(State::unknown);
     show(false, 78);
-    clock.advance(5);
-    EXPECT_EQ(titles(), "");
+    advance(5);
     show(true, 78);
-    clock.advance(2);
-    EXPECT_EQ(titles(), "Power Connected, ");
+    advance(1);
+    turn(false);
+    EXPECT_FALSE(machine.batteryChanged || machine.modeChanged);
+    turn(true);
+    advance(5);
+    EXPECT_EQ(titles(), "");
+    show(false, 78);
+    advance(2);
+    EXPECT_EQ(titles(), "Switched to Battery 21, ");
 }
 
 TEST_F(BatteryActivityMonitorTest, RecordsTheLowPowerMode) {
-    start();
+    start(monitor);
     saves(false);
     show(false, 30);
     for (const auto& [power, expected] :
          std::initializer_list<std::pair<std::optional<bool>, const char*>>{
-             {true, "Low Power Mode Enabled, "},
+             {true, "Low Power Mode Enabled 0, "},
              {true, ""},
              // The service has restarted.
              {{}, ""},
              {false, ""},
-             {true, "Low Power Mode Enabled, "}}) {
+             {true, "Low Power Mode Enabled 0, "}}) {
         saves(power);
-        if (!records.empty()) {
-            EXPECT_EQ(records[0].powerObservation->percentage, 30);
-        }
         EXPECT_EQ(titles(), expected);
     }
+    EXPECT_EQ(last.powerObservation->percentage, 30);
     // A change of the battery reads the mode as well.
     machine.isSavingPower = false;
     show(false, 29);
-    EXPECT_EQ(titles(), "Low Power Mode Disabled, ");
-}
-
-TEST_F(BatteryActivityMonitorTest, StartsAnewAfterSleepAndWhenTurnedOn) {
-    const std::pair<const char*, std::function<void()>> gaps[] = {
-        {"sleep",
-         [&] {
-             workspace.post(notification::willSleep);
-             EXPECT_FALSE(machine.batteryChanged || machine.modeChanged);
-             workspace.post(notification::didWake);
-         }},
-        {"a sleep of unknown end",
-         [&] {
-             workspace.post(notification::willSleep);
-             workspace.post(notification::sleepAbandoned);
-         }},
-        {"setting",
-         [&] {
-             turn(false);
-             EXPECT_FALSE(machine.batteryChanged || machine.modeChanged);
-             EXPECT_EQ(status(), "Off");
-             turn(true);
-         }},
-        {"restart",
-         [&] {
-             monitor.stop();
-             EXPECT_FALSE(machine.batteryChanged || machine.modeChanged);
-             start();
-         }},
-    };
-    start();
-    for (const auto& [what, gap] : gaps) {
-        saves(false);
-        show(true, 80);
-        clock.advance(2);
-        titles();
-        // A change that is pending when the gap begins, and another one during it.
-        show(false, 80);
-        clock.advance(1);
-        machine.isSavingPower = true;
-        machine.battery->percentage = 18;
-        gap();
-        clock.advance(10);
-        EXPECT_EQ(titles(), "") << what;
-        show(true, 18);
-        clock.advance(2);
-        EXPECT_EQ(titles(), "Power Connected, ") << what;
-    }
+    EXPECT_EQ(titles(), "Low Power Mode Disabled 0, ");
+    saves(true);
+    titles();
+    turn(false);
+    machine.isSavingPower = false;
+    turn(true);
+    EXPECT_EQ(titles(), "") << "a pause is a new starting point";
 }
 
 TEST_F(BatteryActivityMonitorTest, ShowsWhatItObserves) {
-    EXPECT_EQ(status(), "Not observing yet");
-    turn(false);
-    start();
-    EXPECT_EQ(status(), "Off");
-    turn(true);
-    EXPECT_EQ(status(), "Not observing yet");
+    start(monitor);
+    EXPECT_EQ(*monitor.status, "Not observing yet");
     machine.absence = "There is none.";
     showState(State::unavailable);
-    EXPECT_EQ(status(), "Battery observation unavailable");
+    EXPECT_EQ(*monitor.status, "Battery observation unavailable");
     EXPECT_EQ(monitor.absence(), "There is none.");
     // The mode is observed without a battery as well.
     saves(false);
     EXPECT_EQ(monitor.absence(), std::nullopt);
     saves(true);
-    EXPECT_EQ(titles(), "Low Power Mode Enabled, ");
+    EXPECT_EQ(titles(), "Low Power Mode Enabled 0, ");
     showState(State::following);
-    EXPECT_EQ(status(), "Observing power mode · no readable internal battery");
+    EXPECT_EQ(*monitor.status, "Observing power mode · no readable internal battery");
     show(true, 50);
-    EXPECT_EQ(status(), "Observing power and battery changes");
+    EXPECT_EQ(*monitor.status, "Observing power and battery changes");
 }
 
 TEST_F(BatteryActivityMonitorTest, WaitsForAReadingAfterAWake) {
@@ -230,7 +140,7 @@ TEST_F(BatteryActivityMonitorTest, WaitsForAReadingAfterAWake) {
         return reading ? *reading->percentage : -1;
     };
     EXPECT_EQ(percentage(), -1);
-    start();
+    start(monitor);
     show(true, 80);
     EXPECT_EQ(percentage(), 80);
     workspace.post(notification::willSleep);

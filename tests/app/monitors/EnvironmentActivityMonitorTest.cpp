@@ -1,13 +1,8 @@
 #include "app/monitors/EnvironmentActivityMonitor.h"
 
-#include "app/preferences/PreferenceKeys.h"
-#include "tests/app/support/Await.h"
-#include "tests/app/support/ManualAppClock.h"
-#include "tests/app/support/MemoryPreferences.h"
+#include "tests/app/support/MonitorFixture.h"
 
 #include <latch>
-
-#include <gtest/gtest.h>
 
 using namespace tidemark;
 namespace fs = std::filesystem;
@@ -20,82 +15,53 @@ struct Machine {
     std::optional<std::vector<fs::path>> volumes = std::vector<fs::path>{};
     std::optional<std::vector<ObservedDisplay>> displays = std::vector<ObservedDisplay>{};
     std::optional<std::string_view> thermal = "nominal";
-    /// Empty while the monitor follows nothing.
     std::function<void()> volumesChanged;
     std::function<void()> displaysChanged;
     std::function<void()> thermalChanged;
 };
 
-struct Volumes final : VolumeSource {
-    explicit Volumes(Machine& machine) : machine(machine) {}
-    ~Volumes() override { machine.volumesChanged = nullptr; }
-    Machine& machine;
+struct Volumes final : test::MadeUpSource<VolumeSource, Machine> {
+    using MadeUpSource::MadeUpSource;
 };
 
-struct Displays final : DisplaySource {
-    explicit Displays(Machine& machine) : machine(machine) {}
-    ~Displays() override { machine.displaysChanged = nullptr; }
+struct Displays final : test::MadeUpSource<DisplaySource, Machine> {
+    using MadeUpSource::MadeUpSource;
     std::optional<std::vector<ObservedDisplay>> displays() const override {
-        return machine.displays;
+        return values.displays;
     }
-    Machine& machine;
 };
 
-struct Thermal final : ThermalSource {
-    explicit Thermal(Machine& machine) : machine(machine) {}
-    ~Thermal() override { machine.thermalChanged = nullptr; }
-    std::optional<std::string_view> state() const override { return machine.thermal; }
-    Machine& machine;
+struct Thermal final : test::MadeUpSource<ThermalSource, Machine> {
+    using MadeUpSource::MadeUpSource;
+    std::optional<std::string_view> state() const override { return values.thermal; }
 };
 
 ObservedDisplay display(const std::string& key, std::int64_t width = 1920) {
     return {key, "Screen " + key, DisplayContext{width, 1080, width, 1080, 1, std::nullopt, false}};
 }
 
-struct EnvironmentActivityMonitorTest : testing::Test {
-    test::MemoryPreferences preferences;
-    NotificationCenter workspace;
-    test::ManualAppClock clock;
+struct EnvironmentActivityMonitorTest : test::MonitorFixture {
     Machine machine;
-    std::vector<SystemActivity> records;
-    std::optional<EnvironmentActivityMonitor> monitor;
     /// The readings of the list of volumes that have ended.
     std::atomic<int> readings = 0;
+    EnvironmentActivityMonitor monitor{
+        surroundings,
+        {.volumes = Volumes::creator<Volumes>(machine, machine.volumesChanged),
+         .displays = Displays::creator<Displays>(machine, machine.displaysChanged),
+         .thermal = Thermal::creator<Thermal>(machine, machine.thermalChanged),
+         .volumeReading = {.list =
+                               [this] {
+                                   ++readings;
+                                   return machine.volumes;
+                               },
+                           .details =
+                               [](const fs::path& path) {
+                                   return std::optional(VolumeContext{
+                                       "Disk " + path.filename().native(), {}, {}, {}, {}, {}});
+                               }}}};
 
-    EnvironmentActivityMonitorTest() {
-        monitor.emplace(EnvironmentActivityMonitor::Setup{
-            .preferences = preferences,
-            .workspaceCenter = workspace,
-            .volumes =
-                [this](auto didChange) {
-                    machine.volumesChanged = std::move(didChange);
-                    return std::make_unique<Volumes>(machine);
-                },
-            .displays =
-                [this](auto didChange) {
-                    machine.displaysChanged = std::move(didChange);
-                    return std::make_unique<Displays>(machine);
-                },
-            .thermal =
-                [this](auto didChange) {
-                    machine.thermalChanged = std::move(didChange);
-                    return std::make_unique<Thermal>(machine);
-                },
-            .volumeReading = {.list =
-                                  [this] {
-                                      ++readings;
-                                      return machine.volumes;
-                                  },
-                              .details =
-                                  [](const fs::path& path) {
-                                      return std::optional(VolumeContext{
-                                          "Disk " + path.filename().native(), {}, {}, {}, {}, {}});
-                                  }},
-            .clock = clock,
-        });
-    }
     void start() {
-        monitor->start([this](SystemActivity activity) { records.push_back(std::move(activity)); });
+        MonitorFixture::start(monitor);
         finishReading();
     }
     /// Waits until a reading that has begun has ended.
@@ -125,10 +91,7 @@ struct EnvironmentActivityMonitorTest : testing::Test {
         machine.thermal = state;
         machine.thermalChanged();
     }
-    void turn(bool on) {
-        preferences.set(preference::environmentHistoryEnabled.name, on);
-        test::settle();
-    }
+    void turn(bool on) { set(preference::environmentHistoryEnabled, on); }
 };
 
 } // namespace
@@ -165,18 +128,6 @@ TEST_F(EnvironmentActivityMonitorTest, ComparesTwoSecondsAfterTheLastChange) {
 
 TEST_F(EnvironmentActivityMonitorTest, StartsAnewAfterGaps) {
     const std::pair<const char*, std::function<void()>> gaps[] = {
-        {"sleep",
-         [&] {
-             workspace.post(notification::willSleep);
-             EXPECT_FALSE(machine.volumesChanged || machine.displaysChanged
-                          || machine.thermalChanged);
-             workspace.post(notification::didWake);
-         }},
-        {"a sleep of unknown end",
-         [&] {
-             workspace.post(notification::willSleep);
-             workspace.post(notification::sleepAbandoned);
-         }},
         {"setting",
          [&] {
              turn(false);
@@ -186,9 +137,7 @@ TEST_F(EnvironmentActivityMonitorTest, StartsAnewAfterGaps) {
          }},
         {"restart",
          [&] {
-             monitor->stop();
-             EXPECT_FALSE(machine.volumesChanged || machine.displaysChanged
-                          || machine.thermalChanged);
+             monitor.stop();
              start();
          }},
         {"displays not known",
@@ -221,14 +170,6 @@ TEST_F(EnvironmentActivityMonitorTest, StartsAnewAfterGaps) {
         mount({"/media/b"});
         EXPECT_EQ(titles(), "Disk a Unmounted, ") << what;
     }
-}
-
-TEST_F(EnvironmentActivityMonitorTest, FollowsNothingWhileTurnedOff) {
-    turn(false);
-    start();
-    EXPECT_FALSE(machine.volumesChanged || machine.displaysChanged || machine.thermalChanged);
-    EXPECT_EQ(titles(), "");
-    EXPECT_EQ(readings, 0);
 }
 
 TEST(VolumeObservationReader, ListsAVolumeThatDoesNotRespondWithoutDetails) {

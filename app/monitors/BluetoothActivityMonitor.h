@@ -1,33 +1,34 @@
 #pragma once
 
-#include "app/base/Published.h"
-#include "app/monitors/ActivityMonitor.h"
-#include "app/monitors/SettlingTimer.h"
+#include "app/monitors/SwitchedMonitor.h"
 #include "app/ports/BluetoothSource.h"
 #include "core/activity/BluetoothConnectionHistory.h"
 #include "core/activity/BluetoothPowerHistory.h"
 
+#include <cstdint>
 #include <map>
+#include <memory>
 #include <string>
 
 namespace tidemark {
 
 /// Records when the Bluetooth radio is turned on or off and when paired devices connect or
-/// disconnect. Each start, and each time the radio is turned on, is a new starting point. Main
-/// thread only.
-class BluetoothMonitor {
+/// disconnect. Each time the radio is turned on is a new starting point for the devices. Nothing is
+/// recorded in the first seconds after a wake, when everything connects again. Main thread only.
+class BluetoothActivityMonitor final : public SwitchedMonitor {
 public:
-    /// `source` is null on systems without one. References must outlive this object; the waits are
-    /// coroutines of `tasks`.
-    BluetoothMonitor(BluetoothSource* source, Published<std::string>& status, AppClock& clock,
-                     TaskScope& tasks)
-        : source(source), status(status), clock(clock), tasks(tasks) {}
-    ~BluetoothMonitor() { stop(); }
+    /// Seconds after a wake in which nothing is observed.
+    static constexpr double wakeDelay = 5;
 
-    void start(ActivityMonitor::Record record);
-    void stop();
+    BluetoothActivityMonitor(const Surroundings& surroundings,
+                             std::unique_ptr<BluetoothSource> source);
+    ~BluetoothActivityMonitor() override;
+
+    std::optional<std::string> absence() const override { return bluetooth->absence(); }
 
 private:
+    void follow(Beginning beginning) override;
+    void pause() override;
     void receive(const BluetoothSource::State& state);
     /// What prevents following connections; empty when nothing does.
     static std::string_view obstacle(const BluetoothSource::State& state);
@@ -35,18 +36,13 @@ private:
     void settleLater(const std::string& address, Date now);
     void forgetConnections();
 
-    BluetoothSource* const source;
-    Published<std::string>& status;
-    AppClock& clock;
-    TaskScope& tasks;
-    ActivityMonitor::Record record;
+    const std::unique_ptr<BluetoothSource> bluetooth;
     BluetoothPowerHistory power;
     BluetoothConnectionHistory connections;
     /// By address; an entry exists while a change waits.
     std::map<std::string, SettlingTimer> timers;
     /// True when the paired devices have been read since the radio is on.
     bool isFollowingDevices = false;
-    bool isStarted = false;
     /// Incremented by every start and stop: states that the source sent before are stale.
     std::uint64_t generation = 0;
 };

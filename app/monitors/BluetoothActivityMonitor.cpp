@@ -1,4 +1,4 @@
-#include "app/monitors/BluetoothMonitor.h"
+#include "app/monitors/BluetoothActivityMonitor.h"
 
 #include <set>
 #include <utility>
@@ -11,28 +11,34 @@ constexpr std::string_view observing = "Observing supported paired-device connec
 
 } // namespace
 
-void BluetoothMonitor::start(ActivityMonitor::Record to) {
-    stop();
-    if (!source)
-        return;
-    isStarted = true;
-    record = std::move(to);
-    source->start([this, number = generation](const BluetoothSource::State& state) {
+BluetoothActivityMonitor::BluetoothActivityMonitor(const Surroundings& surroundings,
+                                                   std::unique_ptr<BluetoothSource> source)
+    : SwitchedMonitor(surroundings, {.name = "Bluetooth",
+                                     .source = SettingSource::bluetooth,
+                                     .setting = preference::bluetoothHistoryEnabled,
+                                     .wakeDelay = wakeDelay}),
+      bluetooth(std::move(source)) {}
+
+BluetoothActivityMonitor::~BluetoothActivityMonitor() {
+    end();
+}
+
+void BluetoothActivityMonitor::follow(Beginning) {
+    status = std::string(notYet);
+    bluetooth->start([this, number = ++generation](const BluetoothSource::State& state) {
         if (number == generation)
             receive(state);
     });
 }
 
-void BluetoothMonitor::stop() {
+void BluetoothActivityMonitor::pause() {
     ++generation;
-    if (std::exchange(isStarted, false))
-        source->stop();
+    bluetooth->stop();
     power.reset();
     forgetConnections();
-    record = nullptr;
 }
 
-std::string_view BluetoothMonitor::obstacle(const BluetoothSource::State& state) {
+std::string_view BluetoothActivityMonitor::obstacle(const BluetoothSource::State& state) {
     using Permission = BluetoothSource::Permission;
     if (state.permission == Permission::denied)
         return "Bluetooth permission is unavailable. Review Privacy & Security → Bluetooth in "
@@ -52,10 +58,10 @@ std::string_view BluetoothMonitor::obstacle(const BluetoothSource::State& state)
     return {};
 }
 
-void BluetoothMonitor::receive(const BluetoothSource::State& state) {
+void BluetoothActivityMonitor::receive(const BluetoothSource::State& state) {
     const bool isPermitted = state.permission == BluetoothSource::Permission::granted;
     const auto radio = isPermitted ? state.isPoweredOn : std::nullopt;
-    if (auto change = power.receive(radio, clock.now()))
+    if (auto change = power.receive(radio, clock().now()))
         record(*std::move(change));
     const auto found = obstacle(state);
     status = std::string(found.empty() ? observing : found);
@@ -65,8 +71,8 @@ void BluetoothMonitor::receive(const BluetoothSource::State& state) {
         forgetConnections();
 }
 
-void BluetoothMonitor::followDevices(const std::vector<BluetoothDevice>& paired) {
-    const Date now = clock.now();
+void BluetoothActivityMonitor::followDevices(const std::vector<BluetoothDevice>& paired) {
+    const Date now = clock().now();
     std::set<std::string> addresses;
     for (const auto& device : paired)
         addresses.insert(device.address);
@@ -83,8 +89,8 @@ void BluetoothMonitor::followDevices(const std::vector<BluetoothDevice>& paired)
     isFollowingDevices = true;
 }
 
-void BluetoothMonitor::settleLater(const std::string& address, Date now) {
-    const auto timer = timers.try_emplace(address, clock, tasks).first;
+void BluetoothActivityMonitor::settleLater(const std::string& address, Date now) {
+    const auto timer = timers.try_emplace(address, clock(), tasks).first;
     timer->second.start(now, BluetoothConnectionHistory::delay, [this, address](Date at) {
         timers.erase(address);
         if (auto change = connections.settle(address, at))
@@ -92,7 +98,7 @@ void BluetoothMonitor::settleLater(const std::string& address, Date now) {
     });
 }
 
-void BluetoothMonitor::forgetConnections() {
+void BluetoothActivityMonitor::forgetConnections() {
     timers.clear();
     connections.reset();
     isFollowingDevices = false;
