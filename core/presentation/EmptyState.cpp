@@ -30,11 +30,15 @@ EmptyState withCoverage(std::string_view title, std::string_view explanation,
     return made(title, explanation, symbol, Action::openCoverage, workspaceText::openCoverage);
 }
 
-} // namespace
-
-EmptyState emptyState(const EmptyTimeline& timeline) {
+EmptyState firstThatApplies(const EmptyTimeline& timeline) {
     const auto& gaps = timeline.coverage.gaps;
     const std::string_view symbol = facts(timeline.place).symbol;
+    // The message above says why, and has the button that tries again.
+    if (timeline.isUnreadable)
+        return made("The History Couldn’t Be Read",
+                    "Nothing is shown or captured until it can be read. Your existing file has not "
+                    "been overwritten.",
+                    "exclamationmark.circle");
     if (timeline.place == WorkspaceDestination::snapshots && !timeline.isSnapshotOpen)
         return made("A reference point for your Mac",
                     "Save a snapshot, then explore its timeline or compare it with your latest "
@@ -71,6 +75,15 @@ EmptyState emptyState(const EmptyTimeline& timeline) {
                 "No recorded events match the selected period and filters. Only readable locations "
                 "and meaningful changes are compared.",
                 symbol);
+}
+
+} // namespace
+
+EmptyState emptyState(const EmptyTimeline& timeline) {
+    EmptyState state = firstThatApplies(timeline);
+    const bool captures = state.action == Action::checkNow || state.action == Action::saveSnapshot;
+    state.isActionEnabled = timeline.canCapture || !captures;
+    return state;
 }
 
 } // namespace tidemark

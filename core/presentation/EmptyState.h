@@ -20,12 +20,15 @@ struct EmptyState {
     Action action = Action::none;
     /// The label of the button; empty without a button.
     std::string actionLabel{};
+    bool isActionEnabled = true;
 
     bool operator==(const EmptyState&) const = default;
 };
 
 /// The state from which the texts are made.
 struct EmptyTimeline {
+    /// True when there is a history that could not be read.
+    bool isUnreadable = false;
     /// Null when nothing was captured yet.
     const Snapshot* latest = nullptr;
     /// Since the open snapshot, or in the time window.
@@ -34,6 +37,8 @@ struct EmptyTimeline {
     std::size_t captures = 0;
     WorkspaceDestination place = WorkspaceDestination::timeline;
     bool isSnapshotOpen = false;
+    /// False while a capture is not possible.
+    bool canCapture = true;
     /// Why the place is always empty on this system, if it is.
     std::optional<std::string> absentSource{};
 };

@@ -73,10 +73,11 @@ void addSnapshots(std::vector<SidebarRow>& rows, const SidebarState& state,
                              [](const Baseline* each) { return each->snapshot->timestamp; });
     for (const Baseline* snapshot : sorted)
         rows.push_back(rowOf(*snapshot, state, calendar));
-    if (snapshots.empty())
+    if (snapshots.empty() && state.isLoaded)
         rows.push_back(named(Kind::note, "No saved snapshots"));
     SidebarRow save = named(Kind::saveSnapshot, "Save snapshot");
     save.symbol = "plus";
+    save.isEnabled = state.canSave;
     save.help = "Save a new snapshot";
     rows.push_back(std::move(save));
 }

@@ -36,6 +36,8 @@ struct SidebarRow {
     /// The label of the button that adds the place to the filters of the timeline or removes it;
     /// empty for a row without that button.
     std::string filterToggle{};
+    /// False for a command that is not possible at present.
+    bool isEnabled = true;
     /// The tool tip; may be empty.
     std::string help{};
     /// The text for a screen reader.
@@ -50,6 +52,10 @@ struct SidebarState {
     std::set<WorkspaceDestination> systemFilters{};
     std::optional<Uuid> openSnapshot{};
     std::map<WorkspaceDestination, std::size_t> counts{};
+    /// False until the history has been read: whether there are snapshots is unknown then.
+    bool isLoaded = true;
+    /// False while no snapshot can be saved.
+    bool canSave = true;
 };
 
 /// The places under their headings, then the saved snapshots, latest first.

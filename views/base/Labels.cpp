@@ -67,6 +67,15 @@ QLabel* heading(const QString& text) {
     return made;
 }
 
+QFrame* separator() {
+    auto* line = new QFrame;
+    line->setFrameShape(QFrame::HLine);
+    line->setFrameShadow(QFrame::Plain);
+    line->setForegroundRole(QPalette::Midlight);
+    line->setFixedHeight(1);
+    return line;
+}
+
 DimLabel* note(const QString& text) {
     auto* made = new DimLabel(text);
     made->setWordWrap(true);

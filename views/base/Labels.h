@@ -27,6 +27,8 @@ QLabel* title(const QString& text, double scale);
 QLabel* heading(const QString& text);
 /// A dim, wrapping text.
 DimLabel* note(const QString& text);
+/// A line between two parts, in the colour that separates panes.
+QFrame* separator();
 /// Sets the font of a label to `scale` times the size of other texts.
 void scale(QWidget& widget, double factor);
 

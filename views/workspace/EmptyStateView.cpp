@@ -51,6 +51,7 @@ void EmptyStateView::present(const EmptyState& state) {
     for (QLabel* label : {title, static_cast<QLabel*>(explanation)})
         label->setFixedHeight(label->heightForWidth(widestSentence));
     button->setText(shownText(state.actionLabel));
+    button->setEnabled(state.isActionEnabled);
     button->setVisible(!state.actionLabel.empty());
 }
 

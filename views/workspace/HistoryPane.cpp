@@ -26,16 +26,6 @@ constexpr int narrowest = 340;
 /// Milliseconds after which a wait is announced.
 constexpr int patience = 300;
 
-/// A line between two parts of the column, in the colour that separates panes.
-QFrame* separator() {
-    auto* line = new QFrame;
-    line->setFrameShape(QFrame::HLine);
-    line->setFrameShadow(QFrame::Plain);
-    line->setForegroundRole(QPalette::Midlight);
-    line->setFixedHeight(1);
-    return line;
-}
-
 QString rangeText(std::string_view range) {
     return QString::fromUtf8(range.data(), static_cast<qsizetype>(range.size()));
 }
@@ -58,10 +48,10 @@ HistoryPane::HistoryPane(const Uses& used, QWidget* parent)
     column->setSpacing(0);
     column->addWidget(head);
     column->addWidget(snapshotBar);
-    column->addWidget(separator());
+    column->addWidget(labels::separator());
     column->addWidget(messages);
     column->addWidget(stack, 1);
-    column->addWidget(separator());
+    column->addWidget(labels::separator());
     column->addWidget(footer);
     waitingSoon.setSingleShot(true);
     waitingSoon.setInterval(patience);
@@ -134,7 +124,7 @@ void HistoryPane::refreshHead() {
     content.hasCoverageProblems = !coverage.gaps.empty() || !coverage.accessIssues.empty();
     if (showsFolders()) {
         content.summary = folders->summary();
-    } else if (!lacksSnapshot()) {
+    } else if (!lacksSnapshot() && uses.model.state().loaded()) {
         content.summary = wordsHere(workspaceText::header(history.presentation().events.size(),
                                                           history.isStateComparison()));
     }
@@ -221,11 +211,13 @@ EmptyState HistoryPane::emptyStateNow() const {
     const auto& history = uses.model.history();
     const auto& state = uses.model.state();
     const auto latest = state.latest();
-    return emptyState({.latest = latest ? &*latest : nullptr,
+    return emptyState({.isUnreadable = !state.loaded() && *state.error,
+                       .latest = latest ? &*latest : nullptr,
                        .coverage = history.observationCoverage(),
                        .captures = state.journal()->snapshots.size(),
                        .place = history.place().workspace(),
                        .isSnapshotOpen = history.openBaseline().has_value(),
+                       .canCapture = state.canRecord() && !state.busy(),
                        .absentSource = absentSourceOf(history.place().workspace(), uses.sources)});
 }
 

@@ -62,6 +62,7 @@ void SidebarView::present(std::vector<SidebarRow> rows) {
     if (command != rows.end()) {
         save->setText(shownText(command->label));
         save->setToolTip(shownText(command->help));
+        save->setEnabled(command->isEnabled);
         save->setIcon(symbolIcon("bookmark"));
     }
     places->show(std::move(rows));

@@ -20,6 +20,10 @@ TEST(EmptyState, ShowsTheFirstReasonThatApplies) {
         const char* explanation;
         Action action;
     } cases[] = {
+        {{.isUnreadable = true, .latest = nullptr, .coverage = ongoing},
+         "The History Couldn’t Be Read",
+         "Nothing is shown or captured",
+         Action::none},
         {{.latest = nullptr, .coverage = ongoing},
          "Your Mac’s Story Starts Here",
          "The first observation",
