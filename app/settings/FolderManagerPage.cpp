@@ -47,10 +47,14 @@ Row rowOf(std::string name, std::string path, const FolderGrant* grant, bool isG
     row.isMonitored = grant && !grant->purposes.empty();
     if (grant)
         row.grant = grant->id;
-    row.status = statusOf(access, row.path);
+    // Of a folder that is not to be read, there is nothing to check.
+    if (row.isMonitored || access.accessStatus(row.path) != Status::unchecked)
+        row.status = statusOf(access, row.path);
     offerAction(row, access, isGuardedBySystem);
-    row.accessibleText = row.name + ", " + (row.isMonitored ? "monitored" : "not monitored") + ", "
-                         + row.status + ", " + oneLine(row.path);
+    row.accessibleText = row.name + ", " + (row.isMonitored ? "monitored" : "not monitored");
+    for (const auto& text : {row.status, oneLine(row.path)})
+        if (!text.empty())
+            row.accessibleText += ", " + text;
     return row;
 }
 

@@ -29,7 +29,7 @@ struct FolderManagerPage {
         /// Of the grant; absent for a folder that is not monitored.
         std::optional<Uuid> grant;
         bool isMonitored = false;
-        /// A text about whether the folder can be read.
+        /// A text about whether the folder can be read; empty for one that was never to be read.
         std::string status;
         Action action = Action::none;
         /// Empty without a button.

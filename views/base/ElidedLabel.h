@@ -11,13 +11,17 @@ class ElidedLabel : public QLabel {
 public:
     explicit ElidedLabel(Qt::TextElideMode elided = Qt::ElideRight, QWidget* parent = nullptr);
 
+    /// Shows the text as a second line.
+    void setDim();
     QSize minimumSizeHint() const override;
 
 protected:
+    bool event(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
 
 private:
     const Qt::TextElideMode elision;
+    bool isDim = false;
 };
 
 } // namespace tidemark

@@ -6,19 +6,18 @@
 #include "core/base/Text.h"
 #include "core/system/SystemFacts.h"
 #include "views/base/Labels.h"
-#include "views/base/RoundedPanel.h"
 #include "views/base/ShownText.h"
-#include "views/base/Symbols.h"
 #include "views/base/ThinScrollBar.h"
 #include "views/folders/DeveloperSuggestionsView.h"
+#include "views/folders/MonitoredFolderRow.h"
 
-#include <QCheckBox>
 #include <QDir>
 #include <QFile>
 #include <QFileDialog>
 #include <QLabel>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QScrollArea>
 #include <QVBoxLayout>
 
 namespace tidemark {
@@ -52,52 +51,82 @@ QCoro::Task<void> allow(AppModel& model, std::vector<std::filesystem::path> fold
     message->setVisible(!failure.empty());
 }
 
+/// The widget in the middle of a wider one.
+QWidget* centred(QWidget* page) {
+    page->setMaximumWidth(widestPage);
+    auto* content = new QWidget;
+    auto* centre = new QHBoxLayout(content);
+    centre->setContentsMargins(0, 0, 0, 0);
+    centre->addStretch();
+    centre->addWidget(page, 1);
+    centre->addStretch();
+    return content;
+}
+
+QScrollArea* scrolling(QWidget* page) {
+    auto* area = new QScrollArea;
+    area->setWidgetResizable(true);
+    area->setFrameShape(QFrame::NoFrame);
+    useThinScrollBars(*area);
+    area->setAccessibleName(wordsHere(FolderManagerPage::listHeading));
+    area->setWidget(centred(page));
+    return area;
+}
+
 } // namespace
 
 FolderManagerView::FolderManagerView(AppModel& controller, TaskScope& scope, QWidget* parent)
-    : QScrollArea(parent), model(controller), tasks(scope), heading(labels::title({}, 1.6)),
+    : QWidget(parent), model(controller), tasks(scope), heading(labels::title({}, 1.6)),
       message(labels::note({})), later(labels::note(wordsHere(FolderManagerPage::later))),
-      rows(new QVBoxLayout), suggestions(new DeveloperSuggestionsView) {
-    setWidgetResizable(true);
-    setFrameShape(QFrame::NoFrame);
-    useThinScrollBars(*this);
-    setAccessibleName(wordsHere(FolderManagerPage::listHeading));
+      rows(new QVBoxLayout), adding(new QPushButton(wordsHere(FolderManagerPage::addFolders))),
+      suggestions(new DeveloperSuggestionsView), area(scrolling(page())) {
+    auto* column = new QVBoxLayout(this);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(0);
+    column->addWidget(area, 1);
+    column->addWidget(labels::separator());
+    column->addWidget(centred(foot()));
+    connect(adding, &QPushButton::clicked, this, &FolderManagerView::addFolders);
+    connect(suggestions, &DeveloperSuggestionsView::chosen, this,
+            &FolderManagerView::monitorSuggested);
+    connect(&model.folderAccess(), &FolderAccess::changed, this, &FolderManagerView::refresh);
+}
+
+QWidget* FolderManagerView::page() {
     auto* page = new QWidget;
-    page->setMaximumWidth(widestPage);
     auto* column = new QVBoxLayout(page);
     column->setContentsMargins(24, 32, 24, 24);
     column->setSpacing(12);
     rows->setSpacing(6);
-    auto* add = new QPushButton(wordsHere(FolderManagerPage::addFolders));
-    auto* finish = new QPushButton(wordsHere(FolderManagerPage::finish));
-    finish->setDefault(true);
     message->hide();
     // Until it is known which of them exist.
     suggestions->hide();
     column->addWidget(heading);
     column->addWidget(labels::note(wordsHere(FolderManagerPage::explanation)));
+    column->addSpacing(8);
     column->addWidget(labels::heading(wordsHere(FolderManagerPage::listHeading)));
     column->addLayout(rows);
     column->addWidget(message);
-    column->addWidget(add, 0, Qt::AlignLeading);
+    column->addWidget(adding, 0, Qt::AlignLeading);
     column->addSpacing(12);
     column->addWidget(suggestions);
-    column->addSpacing(12);
-    column->addWidget(later);
-    column->addWidget(finish, 0, Qt::AlignTrailing);
     column->addStretch();
-    auto* content = new QWidget;
-    auto* centre = new QHBoxLayout(content);
-    centre->addStretch();
-    centre->addWidget(page, 1);
-    centre->addStretch();
-    setWidget(content);
-    connect(add, &QPushButton::clicked, this, &FolderManagerView::addFolders);
-    connect(suggestions, &DeveloperSuggestionsView::chosen, this,
-            &FolderManagerView::monitorSuggested);
+    return page;
+}
+
+/// Always in sight, however many folders there are.
+QWidget* FolderManagerView::foot() {
+    auto* foot = new QWidget;
+    auto* row = new QHBoxLayout(foot);
+    row->setContentsMargins(24, 10, 24, 10);
+    auto* finish = new QPushButton(wordsHere(FolderManagerPage::finish));
+    finish->setDefault(true);
+    row->addWidget(later, 1);
+    row->addStretch();
+    row->addWidget(finish);
     connect(finish, &QPushButton::clicked, this,
             [this] { tasks.start(model.finishFolderManagement()); });
-    connect(&model.folderAccess(), &FolderAccess::changed, this, &FolderManagerView::refresh);
+    return foot;
 }
 
 void FolderManagerView::begin(bool isFirstSetup) {
@@ -141,42 +170,29 @@ void FolderManagerView::refresh() {
 }
 
 void FolderManagerView::fillRows(const FolderManagerPage& page) {
-    while (auto* item = rows->takeAt(0)) {
-        item->widget()->deleteLater();
-        delete item;
+    while (shownRows.size() > page.rows.size()) {
+        delete shownRows.back();
+        shownRows.pop_back();
     }
-    for (const auto& row : page.rows)
-        rows->addWidget(rowOf(row));
+    while (shownRows.size() < page.rows.size())
+        addRow();
+    // The rows stay, and with them the keyboard at the one that it is at.
+    for (std::size_t i = 0; i < page.rows.size(); ++i)
+        shownRows[i]->present(page.rows[i]);
 }
 
-QWidget* FolderManagerView::rowOf(const FolderManagerPage::Row& row) {
-    auto* made = new RoundedPanel;
-    auto* box = new QCheckBox(QString::fromStdString(row.name));
-    box->setChecked(row.isMonitored);
-    box->setAccessibleName(QString::fromStdString(row.accessibleText));
-    auto* path = labels::note(isolated(QString::fromStdString(row.path)));
-    auto* status = labels::note(shownText(row.status));
-    status->setWordWrap(false);
-    auto* line = new QHBoxLayout(made);
-    line->setContentsMargins(14, 10, 14, 10);
-    auto* texts = new QVBoxLayout;
-    texts->setSpacing(2);
-    texts->addWidget(box);
-    texts->addWidget(path);
-    line->addLayout(texts, 1);
-    line->addWidget(status);
-    if (row.action == FolderManagerPage::Row::Action::allow) {
-        auto* allowing = new QPushButton(shownText(row.actionLabel));
-        allowing->setAccessibleDescription(QString::fromStdString(row.name));
-        connect(allowing, &QPushButton::clicked, this, [this, row] { monitor(row); });
-        line->addWidget(allowing);
-    }
-    // The click itself changes nothing: the row follows what is stored.
-    connect(box, &QCheckBox::clicked, this, [this, row, box](bool isOn) {
-        box->setChecked(row.isMonitored);
-        isOn ? monitor(row) : stopMonitoring(row);
-    });
-    return made;
+void FolderManagerView::addRow() {
+    auto* row = new MonitoredFolderRow;
+    connect(row, &MonitoredFolderRow::monitorRequested, this, &FolderManagerView::monitor);
+    connect(row, &MonitoredFolderRow::stopRequested, this, &FolderManagerView::stopMonitoring);
+    rows->addWidget(row);
+    // It was made after what is below it.
+    const auto [box, button] = row->controls();
+    QWidget* before = shownRows.empty() ? area : shownRows.back()->controls().back();
+    QWidget::setTabOrder(before, box);
+    QWidget::setTabOrder(box, button);
+    QWidget::setTabOrder(button, adding);
+    shownRows.push_back(row);
 }
 
 void FolderManagerView::monitor(const FolderManagerPage::Row& row) {

@@ -5,19 +5,22 @@
 #include "app/settings/FolderManagerPage.h"
 
 #include <QPointer>
-#include <QScrollArea>
+#include <QWidget>
 #include <filesystem>
 #include <set>
 
 class QLabel;
+class QPushButton;
+class QScrollArea;
 class QVBoxLayout;
 
 namespace tidemark {
 
 class DeveloperSuggestionsView;
+class MonitoredFolderRow;
 
 /// The page on which the user chooses the folders that are observed; also the first set-up.
-class FolderManagerView : public QScrollArea {
+class FolderManagerView : public QWidget {
     Q_OBJECT
 
 public:
@@ -37,9 +40,11 @@ private:
     };
 
     static QCoro::Task<void> lookUp(QPointer<FolderManagerView> view, TaskScope& tasks);
+    QWidget* page();
+    QWidget* foot();
     void refresh();
     void fillRows(const FolderManagerPage& page);
-    QWidget* rowOf(const FolderManagerPage::Row& row);
+    void addRow();
     void monitor(const FolderManagerPage::Row& row);
     void monitorSuggested(const std::vector<std::filesystem::path>& folders);
     void stopMonitoring(const FolderManagerPage::Row& row);
@@ -53,7 +58,10 @@ private:
     QLabel* message;
     QLabel* later;
     QVBoxLayout* rows;
+    std::vector<MonitoredFolderRow*> shownRows;
+    QPushButton* adding;
     DeveloperSuggestionsView* suggestions;
+    QScrollArea* area;
 };
 
 } // namespace tidemark

@@ -21,7 +21,7 @@ constexpr int barHeight = 6;
 FooterView::FooterView(QWidget* parent)
     : QWidget(parent), text(new ElidedLabel), bar(new QProgressBar), cancel(new QPushButton) {
     labels::scale(*text, 0.9);
-    text->setForegroundRole(QPalette::PlaceholderText);
+    text->setDim();
     // Without a maximum, it only shows that something runs.
     bar->setRange(0, 0);
     bar->setTextVisible(false);
