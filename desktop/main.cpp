@@ -2,7 +2,9 @@
 #include "core/base/FreeDescriptors.h"
 #include "desktop/DesktopApplication.h"
 #include "desktop/OtherRecorder.h"
+#include "desktop/ProgramOptions.h"
 #include "recorder/RecorderLog.h"
+#include "views/base/RoomyButtons.h"
 
 #include <QApplication>
 #include <QIcon>
@@ -13,6 +15,8 @@
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
+#include <optional>
+#include <string>
 #include <string_view>
 #include <thread>
 
@@ -32,6 +36,33 @@ constexpr std::chrono::milliseconds folderPause{100};
 std::string& serviceToRestart() {
     static std::string name;
     return name;
+}
+
+QString nameOf(const desktopOptions::Option& option) {
+    return QStringLiteral("--") + QString::fromLatin1(option.name);
+}
+
+void printHelp() {
+    std::printf("Tidemark records what changed on this computer, and shows it in a window.\n"
+                "Usage: tidemark-desktop [OPTIONS]\n\nOptions:\n");
+    for (const auto& [name, help] : desktopOptions::all)
+        std::printf("  --%-16s %s\n", name.data(), help.data());
+}
+
+/// Carries out an option that needs no window, and returns the exit status.
+std::optional<int> answered(std::string_view argument) {
+    const auto is = [&](const desktopOptions::Option& option) {
+        return argument == "--" + std::string(option.name);
+    };
+    if (is(desktopOptions::hasDisplay))
+        return desktopServices::hasDisplay() ? 0 : failed;
+    if (is(desktopOptions::version))
+        std::puts("tidemark-desktop " TIDEMARK_VERSION);
+    else if (is(desktopOptions::help))
+        printHelp();
+    else
+        return std::nullopt;
+    return 0;
 }
 
 void complain(const char* sentence) {
@@ -68,9 +99,8 @@ std::unique_ptr<DesktopApplication> takeFolder(const RecorderPlaces& places) {
 
 int record(const Interruption& interruption) {
     const auto application = takeFolder(RecorderPlaces::current());
-    // For a start at login. Starting the program again opens the window, also without an icon.
     const bool inBackground =
-        QCoreApplication::arguments().contains(QStringLiteral("--background"));
+        QCoreApplication::arguments().contains(nameOf(desktopOptions::background));
     return application ? application->run(interruption, inBackground) : 0;
 }
 
@@ -91,7 +121,9 @@ int run(int count, char** arguments) {
     QApplication::setApplicationDisplayName(QStringLiteral("Tidemark"));
     QApplication::setApplicationVersion(QStringLiteral(TIDEMARK_VERSION));
     QGuiApplication::setDesktopFileName(QStringLiteral("app.tidemark"));
+    QApplication::setWindowIcon(QIcon::fromTheme(QStringLiteral("app.tidemark")));
     loadTranslations(application);
+    useRoomyButtons();
     recorderLog::start();
     try {
         return record(interruption);
@@ -105,9 +137,8 @@ int run(int count, char** arguments) {
 } // namespace
 
 int main(int argc, char** argv) {
-    // For scripts that choose between this program and one without windows.
-    if (argc == 2 && std::string_view(argv[1]) == "--has-display")
-        return desktopServices::hasDisplay() ? 0 : failed;
+    if (const auto status = argc == 2 ? answered(argv[1]) : std::nullopt)
+        return *status;
     if (!desktopServices::hasDisplay()) {
         complain("There is no display to open a window on; tidemark run records without one.");
         return failed;

@@ -1,5 +1,6 @@
 #include "views/workspace/EventDelegate.h"
 
+#include "views/base/ListRow.h"
 #include "views/base/RowPainter.h"
 #include "views/base/ShownText.h"
 #include "views/workspace/TimelineModel.h"
@@ -12,33 +13,24 @@ namespace {
 
 /// From the edge of the list to the panel of a row.
 constexpr int margin = 10;
-constexpr double secondLineScale = 0.92;
-
 QFont bold(QFont font) {
     font.setBold(true);
     return font;
 }
 
-QFont second(QFont font) {
-    font.setPointSizeF(font.pointSizeF() * secondLineScale);
-    return font;
-}
-
 /// All lengths of a row, from its font.
 struct Metrics {
-    explicit Metrics(const QFont& font) : text(font), line(text.height()) {}
+    explicit Metrics(const QFont& used) : font(used), line(QFontMetrics(font).height()) {}
 
-    QFontMetrics text;
+    QFont font;
     int line;
 
     int pad() const { return line / 2; }
-    int symbol() const { return line + 4; }
-    int dot() const { return line / 3; }
-    int eventHeight() const { return 2 * line + 2 * pad() + 4; }
+    int eventHeight() const { return ListRow::heightOfTwoLines(font); }
     int gapHeight() const { return line + 2 * pad() + 4; }
     int dayHeight() const { return 2 * line + pad(); }
     /// Where the texts begin, from the edge of the list.
-    int indent() const { return margin + pad() + dot() + symbol() + 2 * pad(); }
+    int indent() const { return margin + ListRow::indent(font, true); }
 };
 
 QString secondLine(const EventRow& row) {
@@ -53,8 +45,8 @@ void drawDay(const RowPainter& row, const QStyleOptionViewItem& option, const QS
     const Metrics metrics(option.font);
     QRect area = option.rect.adjusted(2 * margin, 0, -2 * margin, -metrics.pad() / 2);
     area.setTop(area.bottom() - metrics.line);
-    row.drawText(area, count, row.dim(), second(option.font), Qt::AlignTrailing);
-    area.adjust(0, 0, -metrics.text.horizontalAdvance(count) - metrics.pad(), 0);
+    row.drawText(area, count, row.dim(), ListRow::smaller(option.font), Qt::AlignTrailing);
+    area.adjust(0, 0, -option.fontMetrics.horizontalAdvance(count) - metrics.pad(), 0);
     row.drawText(area, option.text, row.strong(), bold(option.font));
 }
 
@@ -68,7 +60,7 @@ void drawGap(const RowPainter& row, const QStyleOptionViewItem& option, const Ev
     stripes.moveCenter({stripes.center().x(), panel.center().y()});
     if (!row.isSelected())
         row.drawHatch(stripes);
-    const QFont font = second(option.font);
+    const QFont font = ListRow::smaller(option.font);
     const QString text = QString::fromStdString(texts.title) + QStringLiteral(" · ")
                          + QString::fromStdString(texts.time);
     const int width =
@@ -81,31 +73,14 @@ void drawGap(const RowPainter& row, const QStyleOptionViewItem& option, const Ev
 }
 
 void drawEvent(const RowPainter& row, const QStyleOptionViewItem& option, const EventRow& texts) {
-    const Metrics metrics(option.font);
     const QRect panel = option.rect.adjusted(margin, 1, -margin, -1);
     row.drawPanel(panel);
-    if (texts.isProminent)
-        row.drawDot({panel.left() + metrics.pad() * 2 / 3,
-                     panel.center().y() - metrics.dot() / 2 + 1, metrics.dot(), metrics.dot()},
-                    row.accent());
-    row.drawSymbol({panel.left() + metrics.pad() + metrics.dot() + metrics.pad() / 2, panel.top(),
-                    metrics.symbol(), panel.height()},
-                   texts.symbol, row.strong());
-    QRect area = panel.adjusted(metrics.indent() - margin, 0, -metrics.pad() - 2, 0);
-    const QString below = secondLine(texts);
-    QRect first = area;
-    first.setHeight(metrics.line + 2);
-    first.moveTop(below.isEmpty() ? panel.center().y() - first.height() / 2
-                                  : panel.center().y() - first.height() + 1);
-    const QString time = QString::fromStdString(texts.time);
-    const QFont small = second(option.font);
-    row.drawText(first, time, row.dim(), small, Qt::AlignTrailing);
-    QRect rest = first;
-    rest.setTop(first.bottom() + 1);
-    rest.setHeight(metrics.line);
-    first.adjust(0, 0, -QFontMetrics(small).horizontalAdvance(time) - 2 * metrics.pad(), 0);
-    row.drawText(first, QString::fromStdString(texts.title), row.strong(), option.font);
-    row.drawText(rest, below, row.dim(), small);
+    ListRow{.symbol = texts.symbol,
+            .title = QString::fromStdString(texts.title),
+            .trailing = QString::fromStdString(texts.time),
+            .below = secondLine(texts),
+            .isMarked = texts.isProminent}
+        .draw(row, option.font, panel);
 }
 
 } // namespace

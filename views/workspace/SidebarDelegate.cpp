@@ -1,5 +1,6 @@
 #include "views/workspace/SidebarDelegate.h"
 
+#include "views/base/ListRow.h"
 #include "views/base/RowPainter.h"
 #include "views/workspace/SidebarModel.h"
 
@@ -43,11 +44,19 @@ bool showsToggle(const QStyleOptionViewItem& option, const QModelIndex& index) {
     return isAt && index.data(SidebarModel::hasToggleRole).toBool();
 }
 
-/// The dot of a place that is a filter, before its count.
-void drawFilterMark(const RowPainter& row, const QStyleOptionViewItem& option, QRect& area) {
-    const int dot = option.fontMetrics.height() / 3;
-    row.drawDot({area.right() - dot, area.center().y() - dot / 2, dot, dot}, row.accent());
-    area.adjust(0, 0, -dot - padding / 2, 0);
+void drawPlace(const RowPainter& row, const QStyleOptionViewItem& option, QRect panel,
+               const QModelIndex& index) {
+    row.drawPanel(panel);
+    if (showsToggle(option, index)) {
+        const QRect place = toggleFromLeft(option.rect);
+        row.drawSymbol(place.adjusted(2, 2, -2, -2), filterSymbol, row.strong());
+        panel.setRight(place.left() - padding / 2);
+    }
+    ListRow{.symbol = index.data(SidebarModel::symbolRole).toString().toStdString(),
+            .title = option.text,
+            .trailing = index.data(SidebarModel::trailingRole).toString(),
+            .isTrailingMarked = index.data(SidebarModel::isFilterRole).toBool()}
+        .draw(row, option.font, panel);
 }
 
 } // namespace
@@ -70,23 +79,7 @@ void SidebarDelegate::paint(QPainter* painter, const QStyleOptionViewItem& style
         row.drawText(area, option.text, row.dim(),
                      sized(option.font, isHeading ? 0.92 : 1, isHeading));
     } else {
-        row.drawPanel(panel);
-        const int side = option.fontMetrics.height() + 2;
-        row.drawSymbol({area.left(), area.top(), side, area.height()},
-                       index.data(SidebarModel::symbolRole).toString().toStdString(), row.strong());
-        area.setLeft(area.left() + side + padding);
-        if (showsToggle(option, index)) {
-            const QRect place = toggleFromLeft(option.rect);
-            row.drawSymbol(place.adjusted(2, 2, -2, -2), filterSymbol, row.strong());
-            area.setRight(place.left() - padding / 2);
-        }
-        const QString trailing = index.data(SidebarModel::trailingRole).toString();
-        row.drawText(area, trailing, row.dim(), option.font, Qt::AlignTrailing);
-        if (!trailing.isEmpty())
-            area.adjust(0, 0, -option.fontMetrics.horizontalAdvance(trailing) - padding, 0);
-        if (index.data(SidebarModel::isFilterRole).toBool())
-            drawFilterMark(row, option, area);
-        row.drawText(area, option.text, row.strong(), option.font);
+        drawPlace(row, option, panel, index);
     }
     painter->restore();
 }

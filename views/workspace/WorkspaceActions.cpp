@@ -19,6 +19,7 @@ namespace {
 using Command = WorkspaceActions::Command;
 
 constexpr int searchWidth = 300;
+constexpr int narrowestSearch = 110;
 
 Command commandOf(ToolbarCommand command) {
     switch (command) {
@@ -103,7 +104,8 @@ void WorkspaceActions::makeToolbar(QMainWindow& window) {
     searchField->setAccessibleName(wordsHere(workspaceText::searchPrompt));
     searchField->setClearButtonEnabled(true);
     searchField->addAction(symbolIcon("search"), QLineEdit::LeadingPosition);
-    searchField->setFixedWidth(searchWidth);
+    searchField->setMinimumWidth(narrowestSearch);
+    searchField->setMaximumWidth(searchWidth);
     for (auto* button : searchField->findChildren<QToolButton*>())
         button->setToolTip(wordsHere(workspaceText::clearSearch));
     auto* leave = new QShortcut(Qt::Key_Escape, searchField);
