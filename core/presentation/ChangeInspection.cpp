@@ -139,7 +139,9 @@ private:
 
     void addVersion(const char* version, const char* build, const Application& app) {
         row(version, app.version.empty() ? notReported : app.version);
-        row(build, app.build.empty() ? notReported : app.build);
+        // Most systems have no second number.
+        if (!app.build.empty())
+            row(build, app.build);
     }
 
     void addPlace(const Application& app) {

@@ -33,13 +33,14 @@ CoverageList CoverageList::of(const ObservationCoverageReport& report, const Cal
     const auto moment = [&](Date date) { return inspectionText::moment(date, calendar); };
     CoverageList list;
     for (const auto& gap : report.gaps)
-        list.gaps.push_back(
-            {moment(gap.start) + " – " + (gap.isOngoing ? "now" : moment(gap.end)), gap.isOngoing});
+        list.gaps.push_back({gap.isOngoing ? moment(gap.start) + " – now"
+                                           : inspectionText::interval(gap.start, gap.end, calendar),
+                             gap.isOngoing});
     for (const auto& [message, period] : problemPeriods(report)) {
         std::string when = moment(period.first);
         if (period.captures > 1)
-            when +=
-                " – " + moment(period.last) + ", " + std::to_string(period.captures) + " captures";
+            when = inspectionText::interval(period.first, period.last, calendar) + ", "
+                   + std::to_string(period.captures) + " captures";
         list.problems.push_back({systemWords::shown(message), std::move(when)});
     }
     return list;

@@ -52,6 +52,13 @@ inline std::string moment(Date date, const Calendar& calendar) {
     return calendar.format(date, "d MMM yyyy, HH:mm:ss");
 }
 
+/// Two moments, with the date only once where it is the same.
+inline std::string interval(Date start, Date end, const Calendar& calendar) {
+    const bool isWithinDay = calendar.startOfDay(start) == calendar.startOfDay(end);
+    return moment(start, calendar) + " – "
+           + (isWithinDay ? calendar.format(end, "HH:mm:ss") : moment(end, calendar));
+}
+
 } // namespace inspectionText
 
 } // namespace tidemark
