@@ -19,7 +19,7 @@ bool isValid(const std::optional<double>& interval) {
 }
 
 /// The time without captures, in seconds, above which there is a gap.
-double allowance(double interval) {
+double allowanceOf(double interval) {
     return std::max(interval + leastGrace, 2 * interval);
 }
 
@@ -30,7 +30,7 @@ std::optional<Event> ObservationCoverage::completedEvent(const Snapshot& from, c
         return std::nullopt;
     const double interval = std::max(*from.expectedCaptureInterval, *to.expectedCaptureInterval);
     // Negated so that NaN makes no event either.
-    if (!(to.timestamp - from.timestamp > allowance(interval)))
+    if (!(to.timestamp - from.timestamp > allowanceOf(interval)))
         return std::nullopt;
     Event event;
     event.id = "coverage-" + from.id.text() + "-" + to.id.text();
@@ -42,6 +42,12 @@ std::optional<Event> ObservationCoverage::completedEvent(const Snapshot& from, c
     event.symbol = "clock.badge.checkmark";
     event.observationGap = ObservationGap{from.timestamp, to.timestamp, false};
     return event;
+}
+
+double ObservationCoverage::allowance(const Snapshot& snapshot) {
+    return isValid(snapshot.expectedCaptureInterval)
+               ? allowanceOf(*snapshot.expectedCaptureInterval)
+               : defaultAllowance;
 }
 
 std::string ObservationAccessIssue::id() const {
@@ -69,9 +75,7 @@ ObservationCoverageReport::build(const std::vector<Shared<Snapshot>>& snapshots,
         }
         const bool isLast = i + 1 == inOrder.size();
         const Date next = isLast ? through : inOrder[i + 1]->timestamp;
-        const double limit = isValid(snapshot.expectedCaptureInterval)
-                                 ? allowance(*snapshot.expectedCaptureInterval)
-                                 : defaultAllowance;
+        const double limit = ObservationCoverage::allowance(snapshot);
         if (next - snapshot.timestamp > limit && next > after)
             report.gaps.push_back({std::max(after, snapshot.timestamp), next, isLast});
     }

@@ -16,6 +16,9 @@ namespace ObservationCoverage {
 /// interval allows. Absent unless both have an interval.
 std::optional<Event> completedEvent(const Snapshot& from, const Snapshot& to);
 
+/// How many seconds after this snapshot the next one may follow without a gap between them.
+double allowance(const Snapshot& snapshot);
+
 } // namespace ObservationCoverage
 
 /// An access problem of one capture.

@@ -1,0 +1,38 @@
+#pragma once
+
+#include "core/base/Calendar.h"
+#include "core/growth/GrowthReport.h"
+
+#include <string>
+#include <vector>
+
+/// The texts of a list of what grew.
+namespace tidemark::growthText {
+
+/// "12.4 GB less free; 9.1 GB of it in folders you monitor."
+std::string summary(const GrowthReport& report);
+/// What the summary leaves out, as sentences: unknown folders, and why free space is unknown.
+std::vector<std::string> remarks(const GrowthReport& report);
+/// The period that the sizes really cover: "12 Mar 2026 – 19 Mar 2026".
+std::string period(const GrowthReport& report, const Calendar& calendar);
+
+/// One item as a row of a table.
+struct Row {
+    std::string name;
+    /// "—" where it did not exist.
+    std::string before;
+    std::string after;
+    /// With sign; "New" or "Gone" precedes it for applications.
+    std::string change;
+    /// "42 %".
+    std::string share;
+    /// Path, times of both measurements and the largest parts, one line each.
+    std::string help;
+    /// All of that in one sentence, for a screen reader.
+    std::string accessibleText;
+
+    bool operator==(const Row&) const = default;
+};
+Row row(const GrowthItem& item, const Calendar& calendar);
+
+} // namespace tidemark::growthText

@@ -1,0 +1,51 @@
+#pragma once
+
+#include "core/base/Date.h"
+#include "core/base/JsonFields.h"
+
+#include <vector>
+
+namespace tidemark {
+
+/// When recording began or ended, and how. From these records it is known why nothing was observed.
+struct RecorderRun {
+    enum class Kind {
+        /// The program began to record.
+        started,
+        /// It was still recording at this time. Each replaces the one before.
+        running,
+        /// It ended.
+        stopped,
+        /// The user paused recording, or resumed it.
+        paused,
+        resumed,
+    };
+    /// Beyond it, the oldest are dropped.
+    static constexpr std::size_t limit = 2'000;
+
+    Kind kind = Kind::started;
+    Date timestamp;
+
+    bool operator==(const RecorderRun&) const = default;
+    static constexpr auto fields() {
+        return std::tuple{
+            Field{"kind", &RecorderRun::kind},
+            Field{"timestamp", &RecorderRun::timestamp},
+        };
+    }
+};
+
+template <>
+inline constexpr auto json::rawValues<RecorderRun::Kind> =
+    std::to_array<json::RawValue<RecorderRun::Kind>>({
+        {RecorderRun::Kind::started, "started"},
+        {RecorderRun::Kind::running, "running"},
+        {RecorderRun::Kind::stopped, "stopped"},
+        {RecorderRun::Kind::paused, "paused"},
+        {RecorderRun::Kind::resumed, "resumed"},
+    });
+
+/// Adds a record, within the limit. A `running` replaces one that is the last.
+void append(std::vector<RecorderRun>& runs, RecorderRun next);
+
+} // namespace tidemark

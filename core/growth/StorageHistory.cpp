@@ -1,0 +1,249 @@
+#include "core/growth/StorageHistory.h"
+
+#include "core/growth/StorageSubject.h"
+
+#include <algorithm>
+#include <cmath>
+#include <map>
+#include <tuple>
+#include <utility>
+
+namespace tidemark {
+
+namespace {
+
+/// One size to record.
+struct Measured {
+    StorageSubjectKind kind{};
+    std::string path;
+    std::string name;
+    bool isRolling = false;
+    std::int64_t bytes = 0;
+    Date at;
+};
+
+/// A size of this subject continues the series with the same key.
+using Key = std::tuple<std::string, StorageSubjectKind, std::optional<std::string>, bool>;
+
+Key keyOf(const StorageSeries& series) {
+    return {series.path, series.kind, series.volumeID, series.rollingMeasurement.value_or(false)};
+}
+
+Date wholeSecond(Date date) {
+    return {std::floor(date.secondsSince2001)};
+}
+
+/// Adds the sizes of snapshots to the series of a history. Changed series are copied once.
+class Recording {
+public:
+    Recording(StorageHistory& history, const Calendar& calendar)
+        : history(history), calendar(calendar) {
+        for (std::size_t i = 0; i < history.series.size(); ++i)
+            places.emplace(keyOf(*history.series[i]), i);
+    }
+
+    void add(const Snapshot& snapshot) {
+        dropAfter(snapshot.timestamp);
+        addFreeSpace(snapshot);
+        for (const auto& folder : snapshot.folders)
+            addFolder(*folder, snapshot);
+        if (snapshot.folderStorage)
+            for (const auto& report : *snapshot.folderStorage)
+                addChildren(report, snapshot);
+    }
+
+    /// Shares the changed series, and applies the limits.
+    void finish() {
+        for (auto& [place, series] : changed)
+            history.series[place].emplace(std::move(series));
+        changed.clear();
+        dropOld();
+        dropChildren();
+    }
+
+private:
+    StorageSeries& edited(std::size_t place) {
+        return changed.try_emplace(place, *history.series[place]).first->second;
+    }
+
+    const StorageSeries& at(std::size_t place) const {
+        const auto found = changed.find(place);
+        return found == changed.end() ? *history.series[place] : found->second;
+    }
+
+    /// While the clock was ahead, sizes got dates that later captures would not exceed for a long
+    /// time.
+    void dropAfter(Date capture) {
+        for (std::size_t i = 0; i < history.series.size(); ++i) {
+            if (at(i).measuredAt.empty() || at(i).measuredAt.back() <= capture)
+                continue;
+            auto& series = edited(i);
+            while (!series.measuredAt.empty() && series.measuredAt.back() > capture) {
+                series.measuredAt.pop_back();
+                series.bytes.pop_back();
+            }
+        }
+    }
+
+    void addFreeSpace(const Snapshot& snapshot) {
+        if (!snapshot.freeBytes || !snapshot.volumeID)
+            return;
+        add({StorageSubjectKind::freeSpace,
+             {},
+             std::string(StorageSubject::freeSpaceName),
+             false,
+             *snapshot.freeBytes,
+             snapshot.timestamp},
+            snapshot);
+    }
+
+    void addFolder(const FolderSize& folder, const Snapshot& snapshot) {
+        add({StorageSubjectKind::folder, folder.path, folder.name,
+             folder.rollingMeasurement.value_or(false), folder.bytes,
+             folder.measuredAt.value_or(snapshot.timestamp)},
+            snapshot);
+    }
+
+    void addChildren(const FolderStorageReport& report, const Snapshot& snapshot) {
+        std::vector<const StorageMeasurementRecord*> children;
+        for (const auto& record : report.children.records)
+            if (record->bytes && record->measuredAt)
+                children.push_back(&*record);
+        std::ranges::sort(children, [](const auto* a, const auto* b) {
+            return *a->bytes != *b->bytes ? *a->bytes > *b->bytes : a->item->path < b->item->path;
+        });
+        if (children.size() > StorageHistory::keptChildLimit)
+            children.resize(StorageHistory::keptChildLimit);
+        for (std::size_t i = 0; i < children.size(); ++i) {
+            const auto& child = *children[i];
+            Measured size{StorageSubjectKind::childFolder,
+                          child.item->path,
+                          child.item->name,
+                          false,
+                          *child.bytes,
+                          *child.measuredAt};
+            if (i < StorageHistory::childLimit || places.contains(keyFor(size, snapshot)))
+                add(std::move(size), snapshot);
+        }
+    }
+
+    static Key keyFor(const Measured& size, const Snapshot& snapshot) {
+        return {size.path, size.kind, snapshot.volumeID, size.isRolling};
+    }
+
+    void add(Measured size, const Snapshot& snapshot) {
+        if (size.at > snapshot.timestamp || !std::isfinite(size.at.secondsSince2001))
+            return;
+        size.at = wholeSecond(size.at);
+        const auto [found, isNew] =
+            places.try_emplace(keyFor(size, snapshot), history.series.size());
+        if (isNew)
+            history.series.emplace_back(begun(size, snapshot));
+        put(found->second, size, snapshot);
+    }
+
+    static StorageSeries begun(const Measured& size, const Snapshot& snapshot) {
+        StorageSeries series;
+        series.kind = size.kind;
+        series.path = size.path;
+        series.volumeID = snapshot.volumeID;
+        if (size.isRolling)
+            series.rollingMeasurement = true;
+        return series;
+    }
+
+    void put(std::size_t place, Measured& size, const Snapshot& snapshot) {
+        const auto& known = at(place);
+        const bool hasPoints = !known.measuredAt.empty();
+        if (hasPoints && size.at <= known.measuredAt.back())
+            return;
+        const bool isSameDay = hasPoints && isOneDay(known.measuredAt.back(), size.at);
+        auto& series = edited(place);
+        series.name = std::move(size.name);
+        if (snapshot.volumeContext)
+            series.volumeName = snapshot.volumeContext->name;
+        if (isSameDay) {
+            series.measuredAt.back() = size.at;
+            series.bytes.back() = size.bytes;
+        } else {
+            series.measuredAt.push_back(size.at);
+            series.bytes.push_back(size.bytes);
+        }
+    }
+
+    /// The bounds of the last day are kept, because the calendar is slow and most sizes are of one
+    /// day.
+    bool isOneDay(Date a, Date b) {
+        if (!(day.first <= b && b < day.second))
+            day = {calendar.startOfDay(b), calendar.startOfNextDay(b)};
+        return day.first <= a && a < day.second;
+    }
+
+    void dropOld() {
+        Date newest = Date::distantPast();
+        for (const auto& series : history.series)
+            if (!series->measuredAt.empty())
+                newest = std::max(newest, series->measuredAt.back());
+        const Date oldest = newest + -StorageHistory::secondsKept;
+        for (auto& series : history.series)
+            if (!series->measuredAt.empty() && series->measuredAt.front() < oldest)
+                series.emplace(since(oldest, *series));
+        std::erase_if(history.series,
+                      [](const auto& series) { return series->measuredAt.empty(); });
+    }
+
+    static StorageSeries since(Date oldest, const StorageSeries& all) {
+        StorageSeries kept = all;
+        const auto dropped =
+            std::ranges::lower_bound(kept.measuredAt, oldest) - kept.measuredAt.begin();
+        kept.measuredAt.erase(kept.measuredAt.begin(), kept.measuredAt.begin() + dropped);
+        kept.bytes.erase(kept.bytes.begin(), kept.bytes.begin() + dropped);
+        return kept;
+    }
+
+    void dropChildren() {
+        const auto isChild = [](const Shared<StorageSeries>& series) {
+            return series->kind == StorageSubjectKind::childFolder;
+        };
+        std::vector<Date> ends;
+        for (const auto& series : history.series)
+            if (isChild(series))
+                ends.push_back(series->measuredAt.back());
+        if (ends.size() <= StorageHistory::seriesLimit)
+            return;
+        auto excess = static_cast<std::ptrdiff_t>(ends.size() - StorageHistory::seriesLimit);
+        std::ranges::nth_element(ends, ends.begin() + excess);
+        const Date firstKept = ends[static_cast<std::size_t>(excess)];
+        std::erase_if(history.series, [&](const auto& series) {
+            return isChild(series) && series->measuredAt.back() < firstKept;
+        });
+    }
+
+    StorageHistory& history;
+    const Calendar& calendar;
+    std::map<Key, std::size_t> places;
+    std::map<std::size_t, StorageSeries> changed;
+    std::pair<Date, Date> day{Date::distantFuture(), Date::distantPast()};
+};
+
+} // namespace
+
+void StorageHistory::record(const Snapshot& snapshot, const Calendar& calendar) {
+    Recording recording(*this, calendar);
+    recording.add(snapshot);
+    recording.finish();
+}
+
+StorageHistory StorageHistory::of(const std::vector<Shared<Snapshot>>& snapshots,
+                                  const Calendar& calendar) {
+    auto inOrder = snapshots;
+    std::ranges::stable_sort(inOrder, {}, [](const auto& each) { return each->timestamp; });
+    StorageHistory history;
+    Recording recording(history, calendar);
+    for (const auto& snapshot : inOrder)
+        recording.add(*snapshot);
+    recording.finish();
+    return history;
+}
+
+} // namespace tidemark

@@ -1,0 +1,49 @@
+#pragma once
+
+#include "core/base/Calendar.h"
+#include "core/growth/StorageSeries.h"
+#include "core/records/Snapshot.h"
+
+#include <vector>
+
+namespace tidemark {
+
+/// The sizes of ten years, one point a day, as one value and one stored document. The journal keeps
+/// whole snapshots, of a few weeks at the usual schedule; this keeps only the last complete
+/// measurement of each day for free space, each measured folder and its largest children. Series
+/// are immutable and shared, so that a copy copies only pointers.
+struct StorageHistory {
+    static constexpr std::int64_t supportedVersion = 1;
+    /// Points that are older than the newest one by more are dropped.
+    static constexpr double secondsKept = 10 * 366.0 * 86'400;
+    /// How many of the largest children of a folder get a series.
+    static constexpr std::size_t childLimit = 6;
+    /// A child that has a series gets further points while it is among this many, so that two
+    /// children of about the same size don't take turns.
+    static constexpr std::size_t keptChildLimit = 12;
+    /// Beyond it, the series of children that ended first are dropped.
+    static constexpr std::size_t seriesLimit = 2'000;
+
+    std::int64_t schemaVersion = supportedVersion;
+    /// In the order in which they began.
+    std::vector<Shared<StorageSeries>> series;
+
+    /// Adds the complete sizes of a capture. A size replaces an earlier one of the same local day;
+    /// a size that is older than the last point of its series is ignored. Points dated after the
+    /// capture, made while the clock was ahead, are dropped.
+    void record(const Snapshot& snapshot, const Calendar& calendar);
+
+    /// The history that is recorded from these snapshots, in any order.
+    static StorageHistory of(const std::vector<Shared<Snapshot>>& snapshots,
+                             const Calendar& calendar);
+
+    bool operator==(const StorageHistory&) const = default;
+    static constexpr auto fields() {
+        return std::tuple{
+            Field{"schemaVersion", &StorageHistory::schemaVersion},
+            Field{"series", &StorageHistory::series},
+        };
+    }
+};
+
+} // namespace tidemark
