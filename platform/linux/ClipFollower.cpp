@@ -6,9 +6,9 @@ namespace tidemark {
 
 void ClipFollower::replace(Item item) {
     drop();
-    if (!clipRules::admits(item.origin, excluded)) {
+    if (!clipRules::admits(item.origin, uses.excluded)) {
         // A keeper may re-publish it under its own name.
-        guard.noteMarked(seconds());
+        guard.noteMarked(uses.seconds());
         return;
     }
     current = std::move(item);
@@ -25,22 +25,22 @@ void ClipFollower::withdraw() {
     const bool mayHaveBeenMarked = current.content && !types;
     drop();
     if (mayHaveBeenMarked)
-        guard.noteMarked(seconds());
+        guard.noteMarked(uses.seconds());
     else
-        guard.noteEnd(seconds());
+        guard.noteEnd(uses.seconds());
 }
 
 void ClipFollower::decide(const std::optional<ClipTypeNames>& read) {
     if (!read || clipTypes::areMarked(*read)) {
-        guard.noteMarked(seconds());
+        guard.noteMarked(uses.seconds());
         return drop();
     }
     // Some programs empty the clipboard by offering nothing.
     if (read->empty()) {
-        guard.noteEnd(seconds());
+        guard.noteEnd(uses.seconds());
         return drop();
     }
-    if (current.isOld || !guard.admits(seconds(), current.mayBeKeeper))
+    if (current.isOld || !guard.admits(uses.seconds(), current.mayBeKeeper))
         return drop();
     types = read;
     readNext();
@@ -61,12 +61,12 @@ void ClipFollower::readNext() {
 void ClipFollower::finish(const std::optional<ClipTypeNames>& typesNow) {
     // Some programs mark their items a moment after they offer them.
     if (!typesNow || clipTypes::areMarked(*typesNow)) {
-        guard.noteMarked(seconds());
+        guard.noteMarked(uses.seconds());
         return drop();
     }
     CopiedItem item{std::move(contents), std::move(current.origin)};
     drop();
-    copied(std::move(item));
+    uses.copied(std::move(item));
 }
 
 } // namespace tidemark

@@ -2,6 +2,7 @@
 
 #include "core/memory/ClipRules.h"
 #include "core/memory/MarkedClipGuard.h"
+#include "platform/linux/MonotonicSeconds.h"
 
 #include <functional>
 #include <memory>
@@ -34,8 +35,14 @@ public:
     /// Monotonic time in seconds.
     using Seconds = std::function<double()>;
 
-    ClipFollower(std::string excluded, Copied copied, Seconds seconds)
-        : excluded(std::move(excluded)), copied(std::move(copied)), seconds(std::move(seconds)) {}
+    struct Setup {
+        /// A value of `memoryExcludedApps`.
+        std::string excluded;
+        Copied copied;
+        /// Called on the thread of the connection.
+        Seconds seconds = monotonicSeconds;
+    };
+    explicit ClipFollower(Setup setup) : uses(std::move(setup)) {}
 
     struct Item {
         std::unique_ptr<OfferedItem> content;
@@ -59,9 +66,7 @@ private:
     void readNext();
     void finish(const std::optional<ClipTypeNames>& typesNow);
 
-    const std::string excluded;
-    const Copied copied;
-    const Seconds seconds;
+    const Setup uses;
     MarkedClipGuard guard;
     /// Without content when there is nothing to read.
     Item current;

@@ -9,7 +9,10 @@ GraphicalSessions::Addresses GraphicalSessions::Addresses::ofEnvironment() {
             .x11 = UserFolders::processEnvironment("DISPLAY").value_or("")};
 }
 
-GraphicalSessions::GraphicalSessions(const Addresses& addresses) {
+GraphicalSessions::GraphicalSessions(const Addresses& addresses,
+                                     const std::vector<std::filesystem::path>& entries)
+    : waylandFinder(std::make_shared<ApplicationFinder>(DesktopEntries(entries))),
+      x11Finder(std::make_shared<ApplicationFinder>(DesktopEntries(entries))) {
     if (!addresses.wayland.empty())
         waylandSession.emplace(addresses.wayland);
     if (!addresses.x11.empty())

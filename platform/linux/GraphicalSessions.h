@@ -27,7 +27,10 @@ public:
     using Wayland = DisplaySession<WaylandConnection>;
     using X11 = DisplaySession<X11Connection>;
 
-    explicit GraphicalSessions(const Addresses& addresses);
+    /// `entries` are the folders with the desktop entries of applications.
+    explicit GraphicalSessions(
+        const Addresses& addresses,
+        const std::vector<std::filesystem::path>& entries = desktopApplications::folders());
 
     /// The sessions of this process. They end with the last object that holds them.
     static std::shared_ptr<GraphicalSessions> ofProcess();
@@ -41,8 +44,8 @@ public:
     const std::shared_ptr<ApplicationFinder>& x11Applications() const { return x11Finder; }
 
 private:
-    std::shared_ptr<ApplicationFinder> waylandFinder = std::make_shared<ApplicationFinder>();
-    std::shared_ptr<ApplicationFinder> x11Finder = std::make_shared<ApplicationFinder>();
+    const std::shared_ptr<ApplicationFinder> waylandFinder;
+    const std::shared_ptr<ApplicationFinder> x11Finder;
     std::optional<Wayland> waylandSession;
     std::optional<X11> x11Session;
 };

@@ -38,18 +38,18 @@ Clipboard::AccessChanged SessionClipboard::accessPosted() const {
                const ClipboardAccess& access) { post([changed, access] { changed(access); }); };
 }
 
-Clipboard::Copied SessionClipboard::copiedPosted() const {
-    return [post = watching->calls.post(), copied = watching->copied](CopiedItem item) {
+ClipFollower::Setup SessionClipboard::followerSetup() const {
+    auto copied = [post = watching->calls.post(), copied = watching->copied](CopiedItem item) {
         // Shared, because the function is copied on its way and the item may be large.
         const auto shared = std::make_shared<CopiedItem>(std::move(item));
         post([copied, shared] { copied(std::move(*shared)); });
     };
+    return {watching->excluded, std::move(copied), seconds};
 }
 
 void SessionClipboard::watchWayland() {
     const auto tryX11 = [this, post = watching->calls.post()] { post([this] { watchX11(); }); };
-    auto make = [setup =
-                     WaylandClipboard::Setup{watching->excluded, copiedPosted(), accessPosted()},
+    auto make = [setup = WaylandClipboard::Setup{followerSetup(), accessPosted()},
                  applications = sessions->waylandApplications(),
                  tryX11](WaylandConnection& connection) -> std::unique_ptr<DisplayReader> {
         if (dataControl::isOffered(connection))
@@ -65,7 +65,7 @@ void SessionClipboard::watchWayland() {
 void SessionClipboard::watchX11() {
     if (sessions->x11() == nullptr)
         return accessPosted()({.absence = std::string(noProtocol)});
-    auto make = [setup = X11Clipboard::Setup{watching->excluded, copiedPosted(), accessPosted(),
+    auto make = [setup = X11Clipboard::Setup{followerSetup(), accessPosted(),
                                              sessions->wayland() != nullptr},
                  applications = sessions->x11Applications()](X11Connection& connection) {
         return std::make_unique<X11Clipboard>(connection, setup, *applications);

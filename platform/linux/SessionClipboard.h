@@ -2,6 +2,7 @@
 
 #include "app/base/MainThreadCalls.h"
 #include "app/ports/Clipboard.h"
+#include "platform/linux/ClipFollower.h"
 #include "platform/linux/GraphicalSessions.h"
 
 #include <memory>
@@ -16,9 +17,11 @@ public:
     static constexpr std::string_view noSession =
         "The clipboard can’t be watched: there is no graphical session.";
 
+    /// `seconds` is called on the threads of the connections.
     explicit SessionClipboard(
-        std::shared_ptr<GraphicalSessions> sessions = GraphicalSessions::ofProcess())
-        : sessions(std::move(sessions)) {}
+        std::shared_ptr<GraphicalSessions> sessions = GraphicalSessions::ofProcess(),
+        ClipFollower::Seconds seconds = monotonicSeconds)
+        : sessions(std::move(sessions)), seconds(std::move(seconds)) {}
 
     void watch(std::string excluded, Copied copied, AccessChanged accessChanged) override;
     void unwatch() override;
@@ -39,10 +42,11 @@ private:
     /// Functions for the threads of the connections; they call those of `watching` on the main
     /// thread.
     AccessChanged accessPosted() const;
-    Copied copiedPosted() const;
+    ClipFollower::Setup followerSetup() const;
     void putOnX11(std::vector<ClipData> contents);
 
     const std::shared_ptr<GraphicalSessions> sessions;
+    const ClipFollower::Seconds seconds;
     std::unique_ptr<Watch> watching;
     MainThreadCalls calls;
     /// What this program has put on the clipboard.

@@ -2,7 +2,6 @@
 
 #include "core/base/Text.h"
 #include "platform/linux/DataControl.h"
-#include "platform/linux/MonotonicSeconds.h"
 #include "platform/linux/PipeTransfer.h"
 
 #include <algorithm>
@@ -80,8 +79,8 @@ private:
 WaylandClipboard::WaylandClipboard(WaylandConnection& connection, Setup wanted,
                                    ApplicationFinder& applications)
     : connection(connection), setup(std::move(wanted)), applications(applications),
-      windows(connection), follower(setup.excluded, setup.copied, monotonicSeconds),
-      manager(dataControl::bindManager(connection)), seat(dataControl::bindSeat(connection)),
+      windows(connection), follower(setup.follower), manager(dataControl::bindManager(connection)),
+      seat(dataControl::bindSeat(connection)),
       device(dataControl::getDevice(manager, seat.as<wl_seat>())) {
     static constexpr dataControl::DeviceListener listener{
         .dataOffer = [](void* self, wl_proxy*,

@@ -17,9 +17,7 @@ public:
     static constexpr std::string_view ownType = "application/x-tidemark-clip";
 
     struct Setup {
-        /// A value of `memoryExcludedApps`.
-        std::string excluded;
-        ClipFollower::Copied copied;
+        ClipFollower::Setup follower;
         /// Called once, with what this compositor lets one know.
         Clipboard::AccessChanged started;
     };

@@ -1,6 +1,5 @@
 #include "platform/linux/X11Clipboard.h"
 
-#include "platform/linux/MonotonicSeconds.h"
 #include "platform/linux/X11OfferedItem.h"
 
 #include <xcb/xfixes.h>
@@ -20,7 +19,7 @@ bool showsAllCopies(std::string_view windowManager) {
 X11Clipboard::X11Clipboard(X11Connection& connection, Setup wanted, ApplicationFinder& applications)
     : Observer(connection), setup(std::move(wanted)), applications(applications),
       windows(connection, applications), selection(connection.atom("CLIPBOARD")),
-      follower(setup.excluded, setup.copied, monotonicSeconds) {
+      follower(setup.follower) {
     setup.started(follow());
 }
 

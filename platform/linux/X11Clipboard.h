@@ -13,9 +13,7 @@ namespace tidemark {
 class X11Clipboard final : public DisplayReader, private X11Connection::Observer {
 public:
     struct Setup {
-        /// A value of `memoryExcludedApps`.
-        std::string excluded;
-        ClipFollower::Copied copied;
+        ClipFollower::Setup follower;
         /// Called once, with what this server lets one know.
         Clipboard::AccessChanged started;
         /// True for the X11 server inside of a Wayland session. There, only some compositors show
