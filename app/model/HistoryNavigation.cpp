@@ -82,6 +82,11 @@ bool HistoryNavigation::goToSnapshot(const Uuid& id) {
     return go(sidebar::OfBaseline{id});
 }
 
+bool HistoryNavigation::goToComparison(const Uuid& from, const Uuid& to) {
+    where.workspace = WorkspaceDestination::snapshots;
+    return go(sidebar::OfComparison{from, to});
+}
+
 bool HistoryNavigation::toggleFilter(WorkspaceDestination filter) {
     if (!facts(filter).isSystemFilter) {
         go(filter, true);

@@ -43,6 +43,10 @@ public:
     /// The open named snapshot, if any.
     const std::optional<Uuid>& snapshot() const { return openSnapshot; }
     SnapshotViewMode viewMode() const { return mode; }
+    /// True when two captures are compared.
+    bool isComparison() const {
+        return target && std::holds_alternative<sidebar::OfComparison>(*target);
+    }
 
     // The moves. Those that return a bool return whether anything changed.
 
@@ -55,6 +59,8 @@ public:
     void go(WorkspaceDestination to, bool clearSearch);
     /// Opens a named snapshot. Filters and search stay.
     bool goToSnapshot(const Uuid& id);
+    /// Shows the differences of two captures. Filters and search stay.
+    bool goToComparison(const Uuid& from, const Uuid& to);
     /// Adds a place to the filters of the timeline or removes it. Goes to the place instead if it
     /// can't be a filter, and to the timeline when no filter is left. True when the user's place
     /// changed.

@@ -59,13 +59,19 @@ void HistoryScreen::refreshPresentation() {
 
 void HistoryScreen::refresh() {
     merge.update(state);
+    if (const auto compared = comparedCaptures())
+        return showDifferences(compared->from.snapshot, compared->to.snapshot);
     const auto opened = openBaseline();
     const auto latest = state.latest();
-    if (!opened || !latest || navigation.viewMode() == SnapshotViewMode::timeline) {
-        comparisons.abandon();
-        return show(latest ? opened : std::nullopt, std::nullopt);
-    }
-    if (auto differences = comparisons.known(*opened, latest.value()))
+    if (opened && latest && navigation.viewMode() == SnapshotViewMode::states)
+        return showDifferences(opened->snapshot, latest.value());
+    comparisons.abandon();
+    show(latest ? opened : std::nullopt, std::nullopt);
+}
+
+/// Shows nothing until they are known.
+void HistoryScreen::showDifferences(const Shared<Snapshot>& before, const Shared<Snapshot>& after) {
+    if (auto differences = comparisons.known(before, after))
         show(std::nullopt, std::move(differences));
     else
         shown.showNothing();
@@ -73,7 +79,7 @@ void HistoryScreen::refresh() {
 
 void HistoryScreen::show(const std::optional<Baseline>& since, std::optional<Events> differences) {
     HistoryPlace place = navigation.place();
-    place.isInSnapshot = navigation.snapshot().has_value();
+    place.isInSnapshot = navigation.snapshot().has_value() || navigation.isComparison();
     if (since)
         place.since = since->snapshot->timestamp;
     place.stateComparison = std::move(differences);
@@ -192,7 +198,8 @@ void HistoryScreen::setSnapshotViewMode(SnapshotViewMode mode) {
 }
 
 bool HistoryScreen::isStateComparison() const {
-    return navigation.viewMode() == SnapshotViewMode::states && openBaseline();
+    return navigation.isComparison()
+           || (navigation.viewMode() == SnapshotViewMode::states && openBaseline());
 }
 
 bool HistoryScreen::hasIncompleteSnapshotHistory() const {
@@ -214,6 +221,17 @@ void HistoryScreen::forgetSnapshot(const Uuid& id) {
     navigation.forget(id);
     if (navigation.snapshot() == id)
         navigate(WorkspaceDestination::timeline, false);
+}
+
+void HistoryScreen::compareCaptures(CapturePair chosen) {
+    pair = std::move(chosen);
+    navigation.goToComparison(pair->from.snapshot->id, pair->to.snapshot->id);
+    selected.clear();
+    refreshPresentation();
+}
+
+std::optional<CapturePair> HistoryScreen::comparedCaptures() const {
+    return navigation.isComparison() ? pair : std::nullopt;
 }
 
 void HistoryScreen::showImported() {

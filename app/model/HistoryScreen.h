@@ -8,6 +8,7 @@
 #include "app/model/HistoryPresentation.h"
 #include "app/model/ModelState.h"
 #include "app/model/StateComparisons.h"
+#include "core/growth/Moment.h"
 #include "core/history/HistoryExport.h"
 #include "core/timeline/ObservationCoverage.h"
 
@@ -80,6 +81,8 @@ public:
 
     std::optional<Baseline> openBaseline() const;
     void setSnapshotViewMode(SnapshotViewMode mode);
+    /// True when differences of two states are shown: of the open snapshot and the latest one, or
+    /// of two captures.
     bool isStateComparison() const;
     /// True when events since the open snapshot may be missing.
     bool hasIncompleteSnapshotHistory() const;
@@ -87,6 +90,14 @@ public:
     void openSnapshot(const Uuid& id);
     /// Called when a snapshot was deleted. If it is open, goes to the timeline.
     void forgetSnapshot(const Uuid& id);
+
+    // The comparison of two captures.
+
+    /// Shows the differences of two kept captures, until the user goes to another place.
+    void compareCaptures(CapturePair pair);
+    /// The captures that are compared; absent when none are.
+    std::optional<CapturePair> comparedCaptures() const;
+
     /// Shows the last week, which contains imported records, without a search.
     void showImported();
     /// Opens a snapshot that was just saved. Filters and search stay.
@@ -98,6 +109,7 @@ private:
     /// Updates the presentation for the sources and the place.
     void refresh();
     void show(const std::optional<Baseline>& baseline, std::optional<Events> differences);
+    void showDifferences(const Shared<Snapshot>& before, const Shared<Snapshot>& after);
     void showCompared(std::optional<Events> differences);
     void changeRange(std::string range);
     std::optional<Baseline> baseline(const std::optional<Uuid>& id) const;
@@ -112,6 +124,8 @@ private:
     HistoryPresentation shown;
     EventSelection selected;
     std::optional<HistoryExport> report;
+    /// Of the last comparison.
+    std::optional<CapturePair> pair;
     RecordingMode recordingMode;
 };
 

@@ -2,41 +2,29 @@
 
 #include "app/base/Background.h"
 #include "app/model/Log.h"
-#include "core/timeline/EventBuilder.h"
-#include "core/timeline/TimelinePresentation.h"
+#include "core/growth/Moment.h"
 
-#include <iterator>
+#include <algorithm>
 #include <utility>
 
 namespace tidemark {
-
-namespace {
-
-StateComparisons::Differences differences(const Snapshot& before, const Snapshot& after) {
-    std::vector<Event> events = EventBuilder::build(before, after);
-    return TimelinePresentation::newestFirst(
-        {std::make_move_iterator(events.begin()), std::make_move_iterator(events.end())});
-}
-
-} // namespace
 
 StateComparisons::StateComparisons(const TaskScope& tasks, Finished finished)
     : tasks(tasks), finished(std::move(finished)) {}
 
 std::optional<StateComparisons::Differences>
-StateComparisons::known(const Baseline& baseline, const Shared<Snapshot>& latest) {
-    if (compared.object() != latest.object()) {
+StateComparisons::known(const Shared<Snapshot>& before, const Shared<Snapshot>& after) {
+    const Pair pair{before, after};
+    const auto isOfPair = [&](const Result& result) { return result.pair.isOf(pair); };
+    if (const auto found = std::ranges::find_if(results, isOfPair); found != results.end()) {
         abandon();
-        results.clear();
-        compared = latest;
+        return found->differences;
     }
-    if (const auto found = results.find(baseline.id); found != results.end())
-        return found->second;
-    if (running != baseline.id) {
+    if (!running || !running->isOf(pair)) {
         abandon();
-        running = baseline.id;
+        running = pair;
         stopping = std::stop_source();
-        tasks.start(compare(baseline, latest, stopping.get_token()));
+        tasks.start(compare(pair, stopping.get_token()));
     }
     return std::nullopt;
 }
@@ -46,11 +34,16 @@ void StateComparisons::abandon() {
     running.reset();
 }
 
-QCoro::Task<void> StateComparisons::compare(Baseline baseline, Shared<Snapshot> latest,
-                                            std::stop_token stop) {
+void StateComparisons::keep(Result result) {
+    if (results.size() == resultLimit)
+        results.erase(results.begin());
+    results.push_back(std::move(result));
+}
+
+QCoro::Task<void> StateComparisons::compare(Pair pair, std::stop_token stop) {
     const auto hold = tasks.hold();
-    const auto build = [before = baseline.snapshot, latest](const std::stop_token&) {
-        return differences(*before, *latest);
+    const auto build = [pair](const std::stop_token&) {
+        return differencesOf({{pair.before}, {pair.after}});
     };
     std::optional<Differences> result;
     try {
@@ -63,7 +56,7 @@ QCoro::Task<void> StateComparisons::compare(Baseline baseline, Shared<Snapshot> 
         co_return;
     running.reset();
     if (result)
-        results[baseline.id] = *result;
+        keep({pair, *result});
     finished(std::move(result));
 }
 

@@ -5,15 +5,14 @@
 #include "core/records/Snapshot.h"
 
 #include <functional>
-#include <map>
 #include <optional>
 #include <stop_token>
 #include <vector>
 
 namespace tidemark {
 
-/// Compares named snapshots with the latest snapshot, in the background, one at a time. A result is
-/// kept until there is a newer snapshot. Main thread only.
+/// Compares snapshots in the background, one pair at a time, and keeps the latest results. Main
+/// thread only.
 class StateComparisons {
 public:
     /// Newest first.
@@ -25,20 +24,36 @@ public:
     /// was not abandoned.
     StateComparisons(const TaskScope& tasks, Finished finished);
 
-    /// The differences, if they are known; otherwise starts their comparison, unless it is running.
-    std::optional<Differences> known(const Baseline& baseline, const Shared<Snapshot>& latest);
+    /// The differences from `before` to `after`, if they are known; otherwise starts their
+    /// comparison, unless it is running.
+    std::optional<Differences> known(const Shared<Snapshot>& before, const Shared<Snapshot>& after);
     bool isRunning() const { return running.has_value(); }
     /// Drops a running comparison.
     void abandon();
 
 private:
-    QCoro::Task<void> compare(Baseline baseline, Shared<Snapshot> latest, std::stop_token stop);
+    struct Pair {
+        Shared<Snapshot> before;
+        Shared<Snapshot> after;
+
+        bool isOf(const Pair& other) const {
+            return before.sameObject(other.before) && after.sameObject(other.after);
+        }
+    };
+    struct Result {
+        Pair pair;
+        Differences differences;
+    };
+    static constexpr std::size_t resultLimit = 8;
+
+    QCoro::Task<void> compare(Pair pair, std::stop_token stop);
+    void keep(Result result);
 
     const TaskScope& tasks;
     const Finished finished;
-    OptionalShared<Snapshot> compared;
-    std::map<Uuid, Differences> results;
-    std::optional<Uuid> running;
+    /// The oldest first.
+    std::vector<Result> results;
+    std::optional<Pair> running;
     std::stop_source stopping{std::nostopstate};
 };
 

@@ -2,12 +2,15 @@
 
 #include "core/base/Error.h"
 #include "core/base/Text.h"
+#include "core/timeline/EventBuilder.h"
+#include "core/timeline/TimelinePresentation.h"
 
 #include <algorithm>
 #include <charconv>
 #include <chrono>
 #include <cmath>
 #include <ctime>
+#include <iterator>
 #include <vector>
 
 namespace tidemark {
@@ -188,6 +191,22 @@ Moment momentOf(const Journal& journal, std::string_view text, Date now, const C
 std::string label(const Moment& moment, const Calendar& calendar) {
     const std::string time = timeText(moment.snapshot->timestamp, calendar);
     return moment.name ? oneLine(*moment.name) + " (" + time + ")" : time;
+}
+
+std::vector<Shared<Event>> differencesOf(const CapturePair& pair) {
+    std::vector<Event> events = EventBuilder::build(*pair.from.snapshot, *pair.to.snapshot);
+    return TimelinePresentation::newestFirst(
+        {std::make_move_iterator(events.begin()), std::make_move_iterator(events.end())});
+}
+
+std::optional<Moment> keptMoment(const Journal& journal, const Uuid& snapshot) {
+    for (const auto& baseline : journal.baselines)
+        if (baseline.snapshot->id == snapshot)
+            return Moment{baseline.snapshot, baseline.name};
+    for (const auto& kept : journal.snapshots)
+        if (kept->id == snapshot)
+            return Moment{kept};
+    return std::nullopt;
 }
 
 } // namespace tidemark

@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace tidemark {
 
@@ -14,6 +15,12 @@ struct Moment {
     Shared<Snapshot> snapshot;
     /// The name of a named snapshot.
     std::optional<std::string> name{};
+};
+
+/// Two kept captures to compare, in any order of time.
+struct CapturePair {
+    Moment from;
+    Moment to;
 };
 
 inline constexpr std::string_view momentHelp =
@@ -31,5 +38,11 @@ Moment momentOf(const Journal& journal, std::string_view text, Date now, const C
 
 /// "before the move (12 Mar 2026, 10:00:00)", or only the time.
 std::string label(const Moment& moment, const Calendar& calendar);
+
+/// The differences of the two states, newest first. Empty for one capture compared with itself.
+std::vector<Shared<Event>> differencesOf(const CapturePair& pair);
+
+/// The kept capture with this id, also that of a named snapshot; absent when none is kept.
+std::optional<Moment> keptMoment(const Journal& journal, const Uuid& snapshot);
 
 } // namespace tidemark

@@ -24,13 +24,19 @@ struct OfBaseline {
     Uuid id;
     bool operator==(const OfBaseline&) const = default;
 };
+/// The differences of two kept captures, by the ids of their snapshots.
+struct OfComparison {
+    Uuid from;
+    Uuid to;
+    bool operator==(const OfComparison&) const = default;
+};
 struct Timeline {
     bool operator==(const Timeline&) const = default;
 };
 
 } // namespace sidebar
 
-using SidebarDestination =
-    std::variant<sidebar::Category, sidebar::Categories, sidebar::OfBaseline, sidebar::Timeline>;
+using SidebarDestination = std::variant<sidebar::Category, sidebar::Categories, sidebar::OfBaseline,
+                                        sidebar::OfComparison, sidebar::Timeline>;
 
 } // namespace tidemark
