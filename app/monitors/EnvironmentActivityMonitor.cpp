@@ -1,7 +1,5 @@
 #include "app/monitors/EnvironmentActivityMonitor.h"
 
-#include "core/activity/ThermalState.h"
-
 #include <utility>
 
 namespace tidemark {
@@ -55,42 +53,31 @@ void EnvironmentActivityMonitor::observe() {
         return;
     running.request_stop();
     running = std::stop_source();
-    tasks.start(finish(read(), ++generation, running.get_token()));
+    tasks.start(finish(read(), clock().now(), ++generation, running.get_token()));
 }
 
-EnvironmentActivityMonitor::Reading EnvironmentActivityMonitor::read() const {
-    const auto shown = displays ? displays->displays() : std::nullopt;
-    const auto state = thermal ? thermal->state() : std::nullopt;
-    Reading reading{.at = clock().now(),
-                    .displays = {},
-                    .thermal = std::string(state.value_or(ThermalState::names.front())),
-                    .hasDisplays = shown.has_value(),
-                    .hasThermal = state.has_value()};
-    for (const auto& [key, name, mode] : shown.value_or(std::vector<ObservedDisplay>()))
-        reading.displays.emplace(key, displayEntry(name, mode));
-    return reading;
+EnvironmentHistory::State EnvironmentActivityMonitor::read() const {
+    EnvironmentHistory::State state;
+    if (const auto shown = displays->displays()) {
+        state.displays.emplace();
+        for (const auto& [key, name, mode] : *shown)
+            state.displays->emplace(key, displayEntry(name, mode));
+    }
+    if (const auto pressure = thermal->state())
+        state.thermal = std::string(*pressure);
+    return state;
 }
 
-QCoro::Task<void> EnvironmentActivityMonitor::finish(Reading reading, std::uint64_t number,
-                                                     std::stop_token stop) {
+QCoro::Task<void> EnvironmentActivityMonitor::finish(EnvironmentHistory::State state, Date at,
+                                                     std::uint64_t number, std::stop_token stop) {
     const auto hold = tasks.hold();
     auto mounted = co_await volumeReader.read(std::move(stop));
     if (number != generation || !isFollowing())
         co_return;
-    if (mounted)
-        compare(std::move(reading), *std::move(mounted));
-    else
-        history.reset();
-}
-
-void EnvironmentActivityMonitor::compare(Reading reading, EnvironmentHistory::Entries mounted) {
-    // A source that has just begun or ended to know its state has seen no change of the machine.
-    const bool hadDisplaysBefore = std::exchange(hadDisplays, reading.hasDisplays);
-    const bool hadThermalBefore = std::exchange(hadThermal, reading.hasThermal);
-    if (hadDisplaysBefore != hadDisplays || hadThermalBefore != hadThermal)
-        history.reset();
-    for (auto& activity : history.receive(std::move(mounted), std::move(reading.displays),
-                                          std::move(reading.thermal), reading.at))
+    if (!mounted)
+        co_return history.reset();
+    state.volumes = *std::move(mounted);
+    for (auto& activity : history.receive(std::move(state), at))
         record(std::move(activity));
 }
 

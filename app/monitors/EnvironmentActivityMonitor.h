@@ -35,30 +35,18 @@ public:
     ~EnvironmentActivityMonitor() override;
 
 private:
-    /// Displays and thermal state at one moment.
-    struct Reading {
-        Date at;
-        EnvironmentHistory::Entries displays;
-        std::string thermal;
-        /// False while they are not known; they are then empty and mild.
-        bool hasDisplays = false;
-        bool hasThermal = false;
-    };
-
     void follow(Beginning beginning) override;
     void pause() override;
     void schedule();
     void cancel();
     void observe();
-    Reading read() const;
-    QCoro::Task<void> finish(Reading reading, std::uint64_t number, std::stop_token stop);
-    void compare(Reading reading, EnvironmentHistory::Entries volumes);
+    /// The present state without the volumes.
+    EnvironmentHistory::State read() const;
+    QCoro::Task<void> finish(EnvironmentHistory::State state, Date at, std::uint64_t number,
+                             std::stop_token stop);
 
     const Sources sources;
     EnvironmentHistory history;
-    /// Whether the last comparison had displays and a thermal state.
-    bool hadDisplays = false;
-    bool hadThermal = false;
     /// Incremented by everything that makes a running reading outdated.
     std::uint64_t generation = 0;
     std::stop_source running{std::nostopstate};

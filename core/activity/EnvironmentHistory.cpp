@@ -13,6 +13,10 @@ namespace {
 using Entries = EnvironmentHistory::Entries;
 using Kind = SystemActivity::Kind;
 
+bool isElevated(const std::optional<std::string>& thermal) {
+    return thermal && ThermalState::isElevated(*thermal);
+}
+
 SystemActivity recordOf(Kind kind, Date at, EnvironmentActivity activity) {
     auto record = SystemActivity::observed(kind, at);
     record.environmentActivity = std::move(activity);
@@ -49,29 +53,29 @@ void appendReconfigured(std::vector<SystemActivity>& records, const Entries& bef
 
 } // namespace
 
-std::vector<SystemActivity> EnvironmentHistory::receive(Entries volumes, Entries displays,
-                                                        std::string thermal, Date at) {
-    Snapshot now{std::move(volumes), std::move(displays), std::move(thermal)};
+std::vector<SystemActivity> EnvironmentHistory::receive(State now, Date at) {
     std::vector<SystemActivity> records;
     if (last)
         records = changes(*last, now, at);
-    if (!ThermalState::isElevated(now.thermal))
+    if (!isElevated(now.thermal))
         elevatedSince.reset();
-    else if (last && !ThermalState::isElevated(last->thermal))
+    else if (last && last->thermal && !isElevated(last->thermal))
         elevatedSince = at;
     last = std::move(now);
     return records;
 }
 
-std::vector<SystemActivity> EnvironmentHistory::changes(const Snapshot& before,
-                                                        const Snapshot& after, Date at) const {
+std::vector<SystemActivity> EnvironmentHistory::changes(const State& before, const State& after,
+                                                        Date at) const {
     std::vector<SystemActivity> records;
     appendAddedAndRemoved(records, Kind::volumeChanged, before.volumes, after.volumes, at);
-    appendAddedAndRemoved(records, Kind::displayChanged, before.displays, after.displays, at);
-    appendReconfigured(records, before.displays, after.displays, at);
-    const bool elevated =
-        ThermalState::isElevated(before.thermal) || ThermalState::isElevated(after.thermal);
-    if (before.thermal != after.thermal && elevated) {
+    if (before.displays && after.displays) {
+        appendAddedAndRemoved(records, Kind::displayChanged, *before.displays, *after.displays, at);
+        appendReconfigured(records, *before.displays, *after.displays, at);
+    }
+    const bool isElevatedNowOrBefore = isElevated(before.thermal) || isElevated(after.thermal);
+    const bool isKnown = before.thermal && after.thermal;
+    if (isKnown && before.thermal != after.thermal && isElevatedNowOrBefore) {
         EnvironmentActivity activity;
         activity.deviceName = "Mac";
         activity.state = after.thermal;

@@ -20,26 +20,27 @@ public:
     /// Volumes by mount point, or displays by the system's display number as text.
     using Entries = std::map<std::string, EnvironmentActivity>;
 
-    /// Takes the whole state; `thermal` is a name of `ThermalState`. Returns records of the
-    /// differences from the previous state, all dated `at`: volumes and displays that were added or
-    /// removed, displays with another configuration, each in the order of their keys, then thermal
-    /// pressure. The first call returns none.
-    std::vector<SystemActivity> receive(Entries volumes, Entries displays, std::string thermal,
-                                        Date at);
+    /// The state at one moment.
+    struct State {
+        Entries volumes{};
+        /// Absent while it is not known which there are.
+        std::optional<Entries> displays{};
+        /// A name of `ThermalState`; absent while it is not known and on a machine without one.
+        std::optional<std::string> thermal{};
+    };
+
+    /// Returns records of the differences from the previous state, all dated `at`: volumes and
+    /// displays that were added or removed, displays with another configuration, each in the order
+    /// of their keys, then thermal pressure. The first call returns none, and neither does a part
+    /// that was not known before.
+    std::vector<SystemActivity> receive(State now, Date at);
     /// Makes the next state a new starting point.
     void reset() { *this = {}; }
 
 private:
-    struct Snapshot {
-        Entries volumes;
-        Entries displays;
-        std::string thermal;
-    };
+    std::vector<SystemActivity> changes(const State& before, const State& after, Date at) const;
 
-    std::vector<SystemActivity> changes(const Snapshot& before, const Snapshot& after,
-                                        Date at) const;
-
-    std::optional<Snapshot> last;
+    std::optional<State> last;
     /// When the thermal state became elevated; absent when that was not observed.
     std::optional<Date> elevatedSince;
 };

@@ -71,12 +71,22 @@ void NetworkManagerDevice::useDevice(const QVariantMap& properties) {
                                           if (self)
                                               self->useConnection(connection);
                                       });
+    finishWithoutPoint();
+}
+
+void NetworkManagerDevice::finishWithoutPoint() {
     next.point.reset();
     pointPath.clear();
     finish();
 }
 
 void NetworkManagerDevice::useConnection(const QVariantMap& properties) {
+    // While it is an access point for others, the device has joined no network.
+    constexpr std::uint32_t accessPointMode = 3;
+    if (properties.value(QStringLiteral("Mode")).toUInt() == accessPointMode) {
+        next.isUp = false;
+        return finishWithoutPoint();
+    }
     const auto point =
         properties.value(QStringLiteral("ActiveAccessPoint")).value<QDBusObjectPath>().path();
     if (point.isEmpty() || point == QLatin1String("/"))

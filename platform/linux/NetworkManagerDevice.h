@@ -45,6 +45,7 @@ private:
     void useConnection(const QVariantMap& properties);
     void readPoint(const QString& point, std::uint32_t bitrate);
     void finish();
+    void finishWithoutPoint();
     void followPoint();
     void requestWhenChanged(const QString& object, const QString& interface,
                             const QString& property);

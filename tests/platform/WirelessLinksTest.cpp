@@ -113,6 +113,13 @@ TEST_F(WirelessLinksTest, ReportsTheLinkAndItsNetwork) {
     expect("card0 unknown");
     setState(100);
     expect("card0 up Office 2.4 GHz 1 WPA2 Personal");
+    // It is an access point for others, and then no longer.
+    for (const auto& [mode, expected] : {std::pair<quint32, const char*>{3, "card0 down"},
+                                         {2, "card0 up Office 2.4 GHz 1 WPA2 Personal"}}) {
+        set(cardPath, wireless, u"Mode"_s, mode);
+        setState(mode == 3 ? 90 : 100);
+        expect(expected);
+    }
     follow(WiFiSource::Names::omit);
     expect("card0 up - 2.4 GHz 1 WPA2 Personal");
     manager.control(

@@ -38,10 +38,11 @@ std::string titlesOf(const std::vector<SystemActivity>& records) {
 TEST(EnvironmentHistory, ReportsAddedAndRemovedDevices) {
     EnvironmentHistory history;
     EXPECT_EQ(
-        titlesOf(history.receive(volumes({"/m/a", "/m/d"}), display({}), "critical", Date{0})), "")
+        titlesOf(history.receive({volumes({"/m/a", "/m/d"}), display({}), "critical"}, Date{0})),
+        "")
         << "the starting point";
     const auto records =
-        history.receive(volumes({"/m/c", "/m/a", "/m/b"}), {}, "critical", Date{10});
+        history.receive({volumes({"/m/c", "/m/a", "/m/b"}), Entries(), "critical"}, Date{10});
     EXPECT_EQ(titlesOf(records), "b Mounted, c Mounted, d Unmounted, Screen Disconnected, ")
         << "in the order of their paths";
     ASSERT_EQ(records.size(), 4U);
@@ -51,10 +52,18 @@ TEST(EnvironmentHistory, ReportsAddedAndRemovedDevices) {
     expected.environmentActivity->connected = true;
     EXPECT_EQ(records[0], expected);
 
-    EXPECT_EQ(titlesOf(history.receive(volumes({"/m/a"}), display({}), "critical", Date{20})),
+    EXPECT_EQ(titlesOf(history.receive({volumes({"/m/a"}), display({}), "critical"}, Date{20})),
               "b Unmounted, c Unmounted, Screen Connected, ");
     history.reset();
-    EXPECT_EQ(titlesOf(history.receive({}, {}, "nominal", Date{30})), "");
+    EXPECT_EQ(titlesOf(history.receive({{}, Entries(), "nominal"}, Date{30})), "");
+}
+
+TEST(EnvironmentHistory, ReportsVolumesWhileDisplaysAreNotKnown) {
+    EnvironmentHistory history;
+    history.receive({volumes({"/m/a"}), {}, {}}, Date{0});
+    EXPECT_EQ(titlesOf(history.receive({volumes({}), display({}), "serious"}, Date{1})),
+              "a Unmounted, ");
+    EXPECT_EQ(titlesOf(history.receive({volumes({"/m/a"}), {}, {}}, Date{2})), "a Mounted, ");
 }
 
 TEST(EnvironmentHistory, ReportsReconfiguredDisplays) {
@@ -69,8 +78,8 @@ TEST(EnvironmentHistory, ReportsReconfiguredDisplays) {
     };
     for (const auto& [what, after, changed] : cases) {
         EnvironmentHistory history;
-        history.receive({}, display(mode), "nominal", Date{0});
-        const auto records = history.receive({}, display(after, "Renamed"), "nominal", Date{10});
+        history.receive({{}, display(mode), {}}, Date{0});
+        const auto records = history.receive({{}, display(after, "Renamed"), {}}, Date{10});
         ASSERT_EQ(titlesOf(records), changed ? "Renamed Configuration Changed, " : "") << what;
         auto expected = displayEntry("Renamed", after);
         expected.previousDisplay = mode;
@@ -82,7 +91,7 @@ TEST(EnvironmentHistory, ReportsReconfiguredDisplays) {
 TEST(EnvironmentHistory, ReportsElevatedThermalPressure) {
     struct Case {
         const char* what;
-        /// One state a second; "reset" between them.
+        /// One state a second; "reset" and "unknown" between them.
         const char* states;
         /// The recorded changes of state, each with when it became elevated.
         const char* story;
@@ -96,6 +105,8 @@ TEST(EnvironmentHistory, ReportsElevatedThermalPressure) {
         {"the rise was not observed", "serious critical fair", "serious-critical critical-fair "},
         {"a reset forgets the rise", "fair serious reset serious fair",
          "fair-serious serious-fair "},
+        {"not known for a while", "fair serious unknown critical unknown fair serious",
+         "fair-serious fair-serious@6 "},
     };
     for (const auto& [what, states, story] : cases) {
         EnvironmentHistory history;
@@ -107,7 +118,10 @@ TEST(EnvironmentHistory, ReportsElevatedThermalPressure) {
                 history.reset();
                 continue;
             }
-            for (const auto& record : history.receive({}, {}, state, time)) {
+            EnvironmentHistory::State now;
+            if (state != "unknown")
+                now.thermal = state;
+            for (const auto& record : history.receive(now, time)) {
                 EXPECT_EQ(record.kind, SystemActivity::Kind::thermalChanged);
                 const auto& activity = record.environmentActivity.value();
                 EXPECT_EQ(activity.deviceName, "Mac");
