@@ -9,6 +9,11 @@
 /// cli/commands/.
 #define TIDEMARK_TERMINAL_COMMANDS(ROW)                                                            \
     ROW(run)                                                                                       \
+    ROW(serviceStatus)                                                                             \
+    ROW(serviceEnable)                                                                             \
+    ROW(serviceDisable)                                                                            \
+    ROW(erase)                                                                                     \
+    ROW(doctor)                                                                                    \
     ROW(observe)                                                                                   \
     ROW(compare)
 

@@ -9,6 +9,11 @@
 #include "recorder/TypedInvocation.h"
 
 #include <QLoggingCategory>
+#include <chrono>
+#include <condition_variable>
+#include <mutex>
+#include <optional>
+#include <stop_token>
 
 namespace tidemark {
 
@@ -16,13 +21,41 @@ namespace {
 
 struct Options {
     std::optional<SetupChoice> setup;
+    bool wait = false;
 
     static constexpr auto fields() {
-        return std::tuple{Option{
-            "setup", &Options::setup,
-            "On the first start, monitor the recommended folders that can be read, or none"}};
+        return std::tuple{
+            Option{"setup", &Options::setup,
+                   "On the first start, monitor the recommended folders that can be read, or none"},
+            Option{"wait", &Options::wait,
+                   "While another program records, wait until it ends; and exit with status 75 "
+                   "when a program with windows takes over"}};
     }
 };
+
+/// How often the data folder is tried while another process has it.
+constexpr std::chrono::seconds folderPause{5};
+/// EX_TEMPFAIL of sysexits.h: whoever started the program is to start it again.
+constexpr int leftToAnother = 75;
+
+/// Absent when a stop was requested before the data folder was free.
+void takeFolder(std::optional<Recorder>& recorder, const Options& options,
+                const std::stop_token& stop) {
+    std::mutex mutex;
+    std::unique_lock lock(mutex);
+    std::condition_variable_any never;
+    for (bool isFirst = true; !recorder && !stop.stop_requested(); isFirst = false) {
+        try {
+            recorder.emplace(RecorderPlaces::current());
+        } catch (const FolderTaken& taken) {
+            if (!options.wait)
+                throw;
+            if (isFirst)
+                qInfo("%s Recording starts when it ends.", taken.what());
+            never.wait_for(lock, stop, folderPause, [] { return false; });
+        }
+    }
+}
 
 QCoro::Task<void> startRecording(Recorder& recorder,
                                  std::optional<std::vector<RecommendedFolder>> chosen) {
@@ -46,7 +79,11 @@ int run(const Options& options) {
     requireFreeDescriptors(QtApplication::neededDescriptors);
     const QtApplication application;
     recorderLog::start();
-    Recorder recorder(RecorderPlaces::current());
+    std::optional<Recorder> taken;
+    takeFolder(taken, options, interruption.token());
+    if (!taken)
+        return 0;
+    Recorder& recorder = *taken;
     // Reports settings that were damaged and set aside, or could not be read.
     if (const auto problem = recorder.preferences().problem())
         qWarning("%s", problem->c_str());
@@ -55,7 +92,11 @@ int run(const Options& options) {
         return 0;
 
     const RunningRecorder running(recorder);
-    recorder.requests().handOver = [] { QCoreApplication::quit(); };
+    bool isHandedOver = false;
+    recorder.requests().handOver = [&] {
+        isHandedOver = true;
+        QCoreApplication::quit();
+    };
     const std::stop_callback quit(interruption.token(), [] {
         QMetaObject::invokeMethod(qApp, &QCoreApplication::quit, Qt::QueuedConnection);
     });
@@ -63,7 +104,7 @@ int run(const Options& options) {
         qApp, [&] { recorder.tasks().start(startRecording(recorder, chosen)); },
         Qt::QueuedConnection);
     QCoreApplication::exec();
-    return 0;
+    return isHandedOver && options.wait ? leftToAnother : 0;
 }
 
 } // namespace

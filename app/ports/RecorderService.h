@@ -1,0 +1,28 @@
+#pragma once
+
+#include <string>
+
+namespace tidemark {
+
+/// The recorder without windows as a service, which the system starts with the user's session. For
+/// programs without an event loop: each function blocks until the system has answered, and throws
+/// `Error` when it can't or there is no such service.
+class RecorderService {
+public:
+    enum class Activity { stopped, running, failed };
+
+    struct Status {
+        bool startsWithSession = false;
+        Activity activity = Activity::stopped;
+    };
+
+    virtual ~RecorderService() = default;
+
+    virtual Status status() const = 0;
+    /// Starts it now and with each session.
+    virtual void enable() = 0;
+    /// Ends it now and starts it with no session.
+    virtual void disable() = 0;
+};
+
+} // namespace tidemark

@@ -1,0 +1,17 @@
+#pragma once
+
+#include "app/ports/RecorderService.h"
+
+#include <memory>
+#include <string>
+
+/// What the commands about the service have in common.
+namespace tidemark::sessionService {
+
+/// The service of this system. Throws `Error` where this release has none.
+std::unique_ptr<RecorderService> ofSystem();
+
+/// The status as a sentence with a line break.
+std::string sentence(const RecorderService::Status& status);
+
+} // namespace tidemark::sessionService

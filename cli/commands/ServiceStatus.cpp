@@ -1,0 +1,56 @@
+#include "cli/Console.h"
+#include "cli/SessionService.h"
+#include "cli/TerminalCommands.h"
+#include "recorder/TypedInvocation.h"
+
+namespace tidemark {
+
+/// The texts of the activity in JSON.
+template <>
+inline constexpr auto json::rawValues<RecorderService::Activity> =
+    std::to_array<json::RawValue<RecorderService::Activity>>({
+        {RecorderService::Activity::stopped, "stopped"},
+        {RecorderService::Activity::running, "running"},
+        {RecorderService::Activity::failed, "failed"},
+    });
+
+namespace {
+
+struct Options {
+    bool json = false;
+
+    static constexpr auto fields() {
+        return std::tuple{Option{"json", &Options::json, "Print JSON instead of text"}};
+    }
+};
+
+struct Shown {
+    bool startsWithSession = false;
+    RecorderService::Activity activity{};
+
+    static constexpr auto fields() {
+        return std::tuple{Field{"startsWithSession", &Shown::startsWithSession},
+                          Field{"activity", &Shown::activity}};
+    }
+};
+
+int serviceStatus(const Options& options) {
+    const auto status = sessionService::ofSystem()->status();
+    console::print(options.json
+                       ? json::encoded(Shown{status.startsWithSession, status.activity}) + "\n"
+                       : sessionService::sentence(status));
+    return 0;
+}
+
+} // namespace
+
+Command commands::serviceStatus() {
+    return makeCommand<Options, &tidemark::serviceStatus>({
+        .name = "service status",
+        .group = CommandGroup::recording,
+        .summary = "Show whether the service runs and starts with your session",
+        .family = "Record in the background from the start of your session",
+    });
+}
+
+} // namespace tidemark
