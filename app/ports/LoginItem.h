@@ -1,6 +1,8 @@
 #pragma once
 
 #include <QCoroTask>
+#include <filesystem>
+#include <optional>
 
 namespace tidemark {
 
@@ -23,6 +25,9 @@ public:
     /// This and `remove` throw `Error`.
     virtual void add() = 0;
     virtual QCoro::Task<void> remove() = 0;
+    /// The file of the user that holds the entry, whether it exists or not; absent where the system
+    /// keeps it elsewhere.
+    virtual std::optional<std::filesystem::path> file() const { return std::nullopt; }
 };
 
 } // namespace tidemark

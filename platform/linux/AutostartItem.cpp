@@ -75,19 +75,19 @@ AutostartItem::Places AutostartItem::Places::current() {
     return places;
 }
 
-fs::path AutostartItem::file() const {
+fs::path AutostartItem::path() const {
     return places.own / (std::string(ApplicationSource::ownIdentifier) + ".desktop");
 }
 
 std::optional<KeyFile> AutostartItem::sharedEntry() const {
     for (const auto& folder : places.shared)
-        if (auto entry = entryAt(folder / file().filename()))
+        if (auto entry = entryAt(folder / path().filename()))
             return entry;
     return std::nullopt;
 }
 
 Status AutostartItem::status() const {
-    if (const auto own = entryAt(file()))
+    if (const auto own = entryAt(path()))
         return statusOf(*own);
     const auto shared = sharedEntry();
     return shared ? statusOf(*shared) : Status::notRegistered;
@@ -104,16 +104,16 @@ void AutostartItem::add() {
 QCoro::Task<void> AutostartItem::remove() {
     if (sharedEntry())
         write("Name=Tidemark\nHidden=true\n" + std::string(ownMark) + "=true\n");
-    else if (::unlink(file().c_str()) == 0)
+    else if (::unlink(path().c_str()) == 0)
         flushFolder(places.own);
     else if (errno != ENOENT)
-        throw FileError::ofSystem(file(), "could not be removed", errno);
+        throw FileError::ofSystem(path(), "could not be removed", errno);
     co_return;
 }
 
 void AutostartItem::write(const std::string& text) const {
     createPrivateFolders(places.own);
-    replaceFile(file(), "[Desktop Entry]\nType=Application\n" + text);
+    replaceFile(path(), "[Desktop Entry]\nType=Application\n" + text);
 }
 
 std::string AutostartItem::quoted(const std::vector<std::string>& command) {

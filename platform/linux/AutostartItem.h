@@ -30,13 +30,14 @@ public:
     Status status() const override;
     void add() override;
     QCoro::Task<void> remove() override;
+    std::optional<std::filesystem::path> file() const override { return path(); }
 
     /// A command as the value of the key "Exec". Throws `Error` for one that can't be written
     /// there.
     static std::string quoted(const std::vector<std::string>& command);
 
 private:
-    std::filesystem::path file() const;
+    std::filesystem::path path() const;
     /// The entry of the system with the same name.
     std::optional<KeyFile> sharedEntry() const;
     void write(const std::string& text) const;

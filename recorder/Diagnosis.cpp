@@ -1,0 +1,132 @@
+#include "recorder/Diagnosis.h"
+
+#include "core/base/Text.h"
+#include "recorder/Columns.h"
+#include "recorder/HistoryTime.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+
+namespace tidemark::diagnosis {
+
+namespace {
+
+/// Less is too little for a journal at its limits and the copy that replaces it.
+constexpr std::int64_t littleSpace = 200'000'000;
+constexpr std::size_t labelWidth = 26;
+constexpr double allowedClockError = 60;
+
+void heading(std::string& out, const char* title) {
+    out += std::string(out.empty() ? "" : "\n") + title + "\n";
+}
+
+void line(std::string& out, const std::string& label, const std::string& value) {
+    const auto used = columns(label);
+    out += "  " + oneLine(label) + std::string(used < labelWidth ? labelWidth - used : 1, ' ')
+           + oneLine(value) + "\n";
+}
+
+std::string offsetText(std::int64_t seconds) {
+    char text[32];
+    const auto minutes = std::abs(seconds) / 60;
+    std::snprintf(text, sizeof text, "UTC%c%02d:%02d", seconds < 0 ? '-' : '+',
+                  static_cast<int>(minutes / 60), static_cast<int>(minutes % 60));
+    return text;
+}
+
+bool isOpenToOthers(const DocumentReport& document) {
+    return document.mode.size() == 4 && !document.mode.ends_with("00");
+}
+
+std::string described(const DocumentReport& document) {
+    std::string text = "mode " + document.mode;
+    if (!document.isOwn)
+        text += ", of another user";
+    if (document.bytes)
+        text += ", " + byteString(*document.bytes);
+    if (document.version)
+        text += ", version " + std::to_string(*document.version);
+    if (document.written)
+        text += ", written " + historyTime::moment(document.written);
+    return text;
+}
+
+void addProgram(std::string& out, const Diagnosis& diagnosis) {
+    heading(out, "Program");
+    line(out, "Version", diagnosis.version + ", " + diagnosis.toolkit);
+    line(out, "System", diagnosis.system.label());
+    line(out, "Clock",
+         historyTime::moment(diagnosis.clock) + " " + offsetText(diagnosis.secondsEastOfUTC));
+    if (diagnosis.freeBytes)
+        line(out, "Free space", byteString(*diagnosis.freeBytes));
+}
+
+void addRecorder(std::string& out, const Diagnosis& diagnosis) {
+    const auto& recorder = diagnosis.recorder;
+    heading(out, "Recorder");
+    line(out, "State", recorder.activity);
+    line(out, "Service", diagnosis.service);
+    line(out, "Schedule", recorder.schedule);
+    line(out, "Last capture", historyTime::moment(recorder.lastCapture, "None yet"));
+    line(out, "Next capture", historyTime::moment(recorder.nextCapture, "Not scheduled"));
+    line(out, "Captures, events, folders",
+         std::to_string(recorder.snapshots) + ", " + std::to_string(recorder.events) + ", "
+             + std::to_string(recorder.folders));
+}
+
+void addSources(std::string& out, const Diagnosis& diagnosis) {
+    heading(out, "Sources");
+    if (!diagnosis.recorder.running)
+        line(out, "Live sources", "Only a running recorder observes them.");
+    for (const auto& monitor : diagnosis.recorder.monitors)
+        line(out, monitor.name, monitor.text);
+    for (const auto& setting : diagnosis.settings)
+        line(out, setting.key,
+             setting.value + (setting.notAvailable ? ". " + *setting.notAvailable : ""));
+}
+
+} // namespace
+
+std::vector<std::string> findProblems(const Diagnosis& diagnosis) {
+    std::vector<std::string> problems = diagnosis.recorder.problems;
+    const auto add = [&](std::string problem) {
+        if (std::ranges::find(problems, problem) == problems.end())
+            problems.push_back(std::move(problem));
+    };
+    for (const auto& document : diagnosis.documents) {
+        if (document.problem)
+            add(*document.problem);
+        if (isOpenToOthers(document))
+            add("Others can reach this: " + document.name + ", mode " + document.mode + ".");
+        if (!document.isOwn)
+            add("This belongs to another user: " + document.name + ".");
+    }
+    if (diagnosis.freeBytes && *diagnosis.freeBytes < littleSpace)
+        add("There is hardly any free space: " + byteString(*diagnosis.freeBytes) + ".");
+    const auto last = diagnosis.recorder.lastCapture;
+    if (last && *last - diagnosis.clock > allowedClockError)
+        add("The clock shows a time before the last capture.");
+    return problems;
+}
+
+std::string text(const Diagnosis& diagnosis) {
+    std::string out;
+    addProgram(out, diagnosis);
+    addRecorder(out, diagnosis);
+    addSources(out, diagnosis);
+    heading(out, "Services of the system");
+    for (const auto& service : diagnosis.services)
+        line(out, service.name, service.state + " (" + service.use + ")");
+    heading(out, "Files");
+    for (const auto& document : diagnosis.documents)
+        line(out, document.name, described(document));
+    heading(out, "Problems");
+    for (const auto& problem : diagnosis.problems)
+        out += "  " + oneLine(problem) + "\n";
+    if (diagnosis.problems.empty())
+        out += "  None was found.\n";
+    return out;
+}
+
+} // namespace tidemark::diagnosis

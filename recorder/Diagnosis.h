@@ -1,0 +1,104 @@
+#pragma once
+
+#include "app/ports/ServiceReport.h"
+#include "core/records/OperatingSystemObservation.h"
+#include "recorder/DocumentReport.h"
+#include "recorder/LiveMonitors.h"
+
+#include <string>
+#include <vector>
+
+namespace tidemark {
+
+/// All that helps to find out why something is not recorded. Without private details, so that it
+/// can be shown to others: no path of the user, no name of the user, the machine, a network or a
+/// device, and nothing that was recorded.
+struct Diagnosis {
+    /// The answer of the running recorder to the command "status"; without a recorder, what is
+    /// stored.
+    struct Recorder {
+        bool running = false;
+        std::string mode;
+        std::string activity;
+        std::string schedule;
+        std::optional<Date> lastCapture;
+        std::optional<Date> nextCapture;
+        std::int64_t snapshots = 0;
+        std::int64_t events = 0;
+        std::int64_t folders = 0;
+        std::vector<MonitorStatus> monitors;
+        std::vector<std::string> problems;
+
+        static constexpr auto fields() {
+            return std::tuple{Field{"running", &Recorder::running},
+                              Field{"mode", &Recorder::mode, Shown},
+                              Field{"activity", &Recorder::activity, Shown},
+                              Field{"schedule", &Recorder::schedule, Shown},
+                              Field{"lastCapture", &Recorder::lastCapture},
+                              Field{"nextCapture", &Recorder::nextCapture},
+                              Field{"snapshots", &Recorder::snapshots},
+                              Field{"events", &Recorder::events},
+                              Field{"folders", &Recorder::folders},
+                              Field{"monitors", &Recorder::monitors},
+                              Field{"problems", &Recorder::problems, Shown}};
+        }
+    };
+    /// A setting that is on or off.
+    struct Setting {
+        std::string key;
+        std::string value;
+        /// Why it has no effect here, if so.
+        std::optional<std::string> notAvailable;
+
+        static constexpr auto fields() {
+            return std::tuple{Field{"key", &Setting::key, Shown},
+                              Field{"value", &Setting::value, Shown},
+                              Field{"notAvailable", &Setting::notAvailable, Shown}};
+        }
+    };
+
+    std::string version;
+    std::string toolkit;
+    OperatingSystemObservation system;
+    Date clock;
+    /// Seconds by which the local time is ahead of UTC.
+    std::int64_t secondsEastOfUTC = 0;
+    /// Whether the service is turned on and runs, as a sentence.
+    std::string service;
+    Recorder recorder;
+    std::vector<Setting> settings;
+    std::vector<ServiceReport> services;
+    std::vector<DocumentReport> documents;
+    /// Of the volume with the data folder.
+    std::optional<std::int64_t> freeBytes;
+    /// What is wrong, each as a sentence; see `findProblems`.
+    std::vector<std::string> problems;
+
+    static constexpr auto fields() {
+        return std::tuple{Field{"version", &Diagnosis::version, Shown},
+                          Field{"toolkit", &Diagnosis::toolkit, Shown},
+                          Field{"system", &Diagnosis::system},
+                          Field{"clock", &Diagnosis::clock},
+                          Field{"secondsEastOfUTC", &Diagnosis::secondsEastOfUTC},
+                          Field{"service", &Diagnosis::service, Shown},
+                          Field{"recorder", &Diagnosis::recorder},
+                          Field{"settings", &Diagnosis::settings},
+                          Field{"services", &Diagnosis::services},
+                          Field{"documents", &Diagnosis::documents},
+                          Field{"freeBytes", &Diagnosis::freeBytes},
+                          Field{"problems", &Diagnosis::problems, Shown}};
+    }
+};
+
+namespace diagnosis {
+
+/// What is wrong according to the rest of the diagnosis: documents that can't be read or that
+/// others can read, a clock before the last capture, hardly any space.
+std::vector<std::string> findProblems(const Diagnosis& diagnosis);
+
+/// The diagnosis as lines of text.
+std::string text(const Diagnosis& diagnosis);
+
+} // namespace diagnosis
+
+} // namespace tidemark

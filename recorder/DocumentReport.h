@@ -1,0 +1,45 @@
+#pragma once
+
+#include "core/base/JsonFields.h"
+#include "recorder/RecorderPlaces.h"
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace tidemark {
+
+/// The state of one of the program's documents or folders, without private details.
+struct DocumentReport {
+    /// "journal.json"; of a folder, what it is for.
+    std::string name;
+    /// Absent for a folder.
+    std::optional<std::int64_t> bytes;
+    /// The permissions in octal digits, such as "0600".
+    std::string mode;
+    /// False when it belongs to another user.
+    bool isOwn = true;
+    /// Of the form of the document; absent for one without a version.
+    std::optional<std::int64_t> version;
+    std::optional<Date> written;
+    /// Why it can't be read, as a sentence.
+    std::optional<std::string> problem;
+
+    static constexpr auto fields() {
+        return std::tuple{Field{"name", &DocumentReport::name, Shown},
+                          Field{"bytes", &DocumentReport::bytes},
+                          Field{"mode", &DocumentReport::mode, Shown},
+                          Field{"isOwn", &DocumentReport::isOwn},
+                          Field{"version", &DocumentReport::version},
+                          Field{"written", &DocumentReport::written},
+                          Field{"problem", &DocumentReport::problem, Shown}};
+    }
+};
+
+/// The folders of data, settings and sockets and the documents in them, as far as they exist. Reads
+/// each document whole, as the recorder does. `names` are those of `publicText`. Blocks.
+std::vector<DocumentReport> documentReports(const RecorderPlaces& places,
+                                            const std::vector<std::string>& names);
+
+} // namespace tidemark
