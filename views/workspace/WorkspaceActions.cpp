@@ -107,7 +107,8 @@ void WorkspaceActions::makeToolbar(QMainWindow& window) {
     searchField->setMinimumWidth(narrowestSearch);
     searchField->setMaximumWidth(searchWidth);
     for (auto* button : searchField->findChildren<QToolButton*>())
-        button->setToolTip(wordsHere(workspaceText::clearSearch));
+        for (const auto set : {&QWidget::setToolTip, &QWidget::setAccessibleName})
+            (button->*set)(wordsHere(workspaceText::clearSearch));
     auto* leave = new QShortcut(Qt::Key_Escape, searchField);
     leave->setContext(Qt::WidgetShortcut);
     connect(leave, &QShortcut::activated, searchField, &QLineEdit::clear);

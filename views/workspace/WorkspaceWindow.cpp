@@ -54,6 +54,10 @@ WorkspaceWindow::WorkspaceWindow(const Uses& used)
     columns->setChildrenCollapsible(false);
     for (QWidget* column : std::initializer_list<QWidget*>{sidebar, pane, inspector})
         columns->addWidget(column);
+    // The order of a screen reader; the splitter has turned it round. The handles stay on top.
+    for (QWidget* part : std::initializer_list<QWidget*>{sidebar, pane, inspector,
+                                                         columns->handle(1), columns->handle(2)})
+        part->raise();
     inspector->setMinimumWidth(260);
     columns->setStretchFactor(1, 1);
     restoreLayout();

@@ -1,0 +1,93 @@
+#pragma once
+
+#include "tests/app/support/Await.h"
+#include "tests/platform/DisplayServers.h"
+#include "tests/platform/PrivateBus.h"
+#include "tests/support/TemporaryFolder.h"
+
+#include <QProcess>
+#include <QProcessEnvironment>
+#include <QTimer>
+#include <optional>
+
+#include <gtest/gtest.h>
+
+namespace tidemark::test {
+
+using namespace Qt::StringLiterals;
+
+/// Runs the programs with data and settings of their own, on a display, with a window manager and
+/// a session bus of their own.
+struct Desktop : testing::Test {
+    void SetUp() override {
+        if (!hasPrograms({"Xvfb", "openbox", "xdotool"}))
+            GTEST_SKIP() << "Xvfb, openbox and xdotool are needed";
+        display.emplace();
+        std::filesystem::permissions(folder.makeFolder("run"), std::filesystem::perms::owner_all);
+    }
+    void TearDown() override {
+        for (auto& process : running) {
+            process->kill();
+            process->waitForFinished();
+        }
+    }
+
+    QProcessEnvironment environment() const {
+        const QString root = QString::fromStdString(folder.path().native());
+        auto variables = QProcessEnvironment::systemEnvironment();
+        variables.insert(u"HOME"_s, root);
+        variables.insert(u"XDG_DATA_HOME"_s, root + u"/data"_s);
+        variables.insert(u"XDG_CONFIG_HOME"_s, root + u"/config"_s);
+        variables.insert(u"XDG_RUNTIME_DIR"_s, root + u"/run"_s);
+        variables.insert(u"DBUS_SESSION_BUS_ADDRESS"_s, bus.address());
+        variables.insert(u"DBUS_SYSTEM_BUS_ADDRESS"_s, bus.address());
+        variables.insert(u"QT_QPA_PLATFORM"_s, u"xcb"_s);
+        variables.insert(u"LC_ALL"_s, u"C.UTF-8"_s);
+        variables.remove(u"WAYLAND_DISPLAY"_s);
+        if (display)
+            variables.insert(u"DISPLAY"_s, QString::fromStdString(display->display()));
+        return variables;
+    }
+    QProcess& start(const char* program, const QStringList& arguments = {}) {
+        running.push_back(std::make_unique<QProcess>());
+        QProcess& process = *running.back();
+        process.setProcessEnvironment(environment());
+        process.start(QString::fromUtf8(program), arguments);
+        process.waitForStarted();
+        return process;
+    }
+    /// Starts the program with windows and waits for its window.
+    QProcess& startWindows() {
+        QProcess& process = start(TIDEMARK_DESKTOP);
+        EXPECT_FALSE(visible(u"^Tidemark$"_s).isEmpty());
+        return process;
+    }
+    /// Waits for the end of a program and returns its exit status.
+    static int end(QProcess& process) {
+        until([&] { return process.state() == QProcess::NotRunning; });
+        return process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
+    }
+    int command(const QStringList& arguments) { return end(start(TIDEMARK_PROGRAM, arguments)); }
+    /// Asks again and again: nothing reports what happens on a display.
+    template <class Condition>
+    static void eventually(const Condition& condition) {
+        QTimer asking;
+        asking.start(20);
+        until(condition);
+    }
+    QString xdotool(const QStringList& arguments) const {
+        return QString::fromUtf8(display->run(QStringList(u"xdotool"_s) + arguments).trimmed());
+    }
+    /// Waits for a visible window with this title and returns its id.
+    QString visible(const QString& title) const {
+        return xdotool({u"search"_s, u"--sync"_s, u"--onlyvisible"_s, u"--name"_s, title});
+    }
+    QString activeTitle() const { return xdotool({u"getactivewindow"_s, u"getwindowname"_s}); }
+
+    const TemporaryFolder folder;
+    const PrivateBus bus;
+    std::optional<X11Server> display;
+    std::vector<std::unique_ptr<QProcess>> running;
+};
+
+} // namespace tidemark::test
