@@ -30,27 +30,6 @@ std::filesystem::path homeOf(FolderAccess& access) {
     return developerSuggestions::homeOf(access.recommendedFolders(), SystemFacts::homeDirectory());
 }
 
-/// The page may be gone when that is done. A failure is shown on it: `FolderAccess::message` has it
-/// only of some commands.
-QCoro::Task<void> allow(AppModel& model, std::vector<std::filesystem::path> folders,
-                        FolderPurposes purposes, QPointer<QLabel> message) {
-    const FolderAccess::PurposesOf purposesOf = [purposes](const std::filesystem::path& path) {
-        auto all = FolderGrant::suggestedPurposes(path);
-        all.insert(purposes.begin(), purposes.end());
-        return all;
-    };
-    std::string failure;
-    try {
-        co_await model.folderAccess().add(std::move(folders), purposesOf);
-    } catch (const Error& error) {
-        failure = error.what();
-    }
-    if (!message)
-        co_return;
-    message->setText(wordsHere(failure));
-    message->setVisible(!failure.empty());
-}
-
 /// The widget in the middle of a wider one.
 QWidget* centred(QWidget* page) {
     page->setMaximumWidth(widestPage);
@@ -131,6 +110,7 @@ QWidget* FolderManagerView::foot() {
 
 void FolderManagerView::begin(bool isFirstSetup) {
     isFirst = isFirstSetup;
+    failure.clear();
     model.beginFolderManagement();
     tasks.start(lookUp(this, tasks));
     refresh();
@@ -159,10 +139,15 @@ QCoro::Task<void> FolderManagerView::lookUp(QPointer<FolderManagerView> view, Ta
 
 void FolderManagerView::refresh() {
     auto& access = model.folderAccess();
-    const auto page = folderManagerPage(
-        {.isFirstSetup = isFirst, .access = access, .recommendedPaths = places.recommended});
+    const auto page = folderManagerPage({.isFirstSetup = isFirst,
+                                         .access = access,
+                                         .recommendedPaths = places.recommended,
+                                         .currentFolder = currentFolder});
     heading->setText(wordsHere(page.heading));
     later->setVisible(isFirst);
+    message->setText(page.requesting.empty() ? wordsHere(failure)
+                                             : isolated(shownText(page.requesting)));
+    message->setVisible(!message->text().isEmpty());
     fillRows(page);
     suggestions->present(developerSuggestions::found(
         developerSuggestions::locations(), homeOf(access), access.grants(),
@@ -195,17 +180,46 @@ void FolderManagerView::addRow() {
     shownRows.push_back(row);
 }
 
+/// The page may be gone when that is done. A failure is shown on it: `FolderAccess::message` has it
+/// only of some commands.
+QCoro::Task<void> FolderManagerView::allow(QPointer<FolderManagerView> view, Wanted wanted) {
+    const auto hold = view->tasks.hold();
+    const FolderAccess::PurposesOf purposesOf = [&wanted](const std::filesystem::path& path) {
+        auto all = FolderGrant::suggestedPurposes(path);
+        all.insert(wanted.purposes.begin(), wanted.purposes.end());
+        return all;
+    };
+    view->currentFolder = wanted.title;
+    view->refresh();
+    std::string failure;
+    try {
+        co_await view->model.folderAccess().add(std::move(wanted.folders), purposesOf);
+    } catch (const Error& error) {
+        failure = error.what();
+    }
+    if (!view)
+        co_return;
+    view->currentFolder.reset();
+    view->failure = std::move(failure);
+    view->refresh();
+}
+
 void FolderManagerView::monitor(const FolderManagerPage::Row& row) {
     for (const auto& folder : model.folderAccess().recommendedFolders())
         if (folder.title == row.name) {
-            tasks.start(allow(model, {folder.url}, {folder.purpose}, message));
+            tasks.start(allow(this, {{folder.url}, {folder.purpose}, folder.title}));
             return;
         }
-    tasks.start(allow(model, {std::filesystem::path(row.path)}, {FolderPurpose::storage}, message));
+    addFolder(row.path, row.name);
+}
+
+void FolderManagerView::addFolder(const std::filesystem::path& folder, const std::string& title) {
+    tasks.start(allow(this, {{folder}, {FolderPurpose::storage}, title}));
 }
 
 void FolderManagerView::monitorSuggested(const std::vector<std::filesystem::path>& folders) {
-    tasks.start(allow(model, folders, {FolderPurpose::storage}, message));
+    const std::string first = folders.empty() ? "" : textFromBytes(folders[0].filename().native());
+    tasks.start(allow(this, {folders, {FolderPurpose::storage}, first}));
 }
 
 void FolderManagerView::stopMonitoring(const FolderManagerPage::Row& row) {
@@ -221,9 +235,10 @@ void FolderManagerView::stopMonitoring(const FolderManagerPage::Row& row) {
 void FolderManagerView::addFolders() {
     const QString chosen = QFileDialog::getExistingDirectory(
         this, wordsHere(FolderManagerPage::addFolders), QDir::homePath());
-    if (!chosen.isEmpty())
-        tasks.start(allow(model, {std::filesystem::path(QFile::encodeName(chosen).toStdString())},
-                          {FolderPurpose::storage}, message));
+    if (chosen.isEmpty())
+        return;
+    const std::filesystem::path folder(QFile::encodeName(chosen).toStdString());
+    addFolder(folder, textFromBytes(folder.filename().native()));
 }
 
 } // namespace tidemark

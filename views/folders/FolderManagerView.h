@@ -39,6 +39,14 @@ private:
         std::set<std::filesystem::path> existing;
     };
 
+    /// Folders that the user wants to have observed.
+    struct Wanted {
+        std::vector<std::filesystem::path> folders;
+        FolderPurposes purposes;
+        std::string title;
+    };
+
+    static QCoro::Task<void> allow(QPointer<FolderManagerView> view, Wanted wanted);
     static QCoro::Task<void> lookUp(QPointer<FolderManagerView> view, TaskScope& tasks);
     QWidget* page();
     QWidget* foot();
@@ -46,6 +54,7 @@ private:
     void fillRows(const FolderManagerPage& page);
     void addRow();
     void monitor(const FolderManagerPage::Row& row);
+    void addFolder(const std::filesystem::path& folder, const std::string& title);
     void monitorSuggested(const std::vector<std::filesystem::path>& folders);
     void stopMonitoring(const FolderManagerPage::Row& row);
     void addFolders();
@@ -54,6 +63,10 @@ private:
     TaskScope& tasks;
     bool isFirst = false;
     Places places;
+    /// The title of the folder that is being looked at; one on a server may take long.
+    std::optional<std::string> currentFolder;
+    /// Why a folder could not be added.
+    std::string failure;
     QLabel* heading;
     QLabel* message;
     QLabel* later;
