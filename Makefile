@@ -14,7 +14,7 @@ RUN_TESTS = ctest --preset $(1) --label-exclude services \
 	&& ctest --preset $(1) --label-regex services --repeat until-pass:3
 
 .PHONY: help run story demo screenshots test bench translations format check-format lint sanitize tsan clang fuzz faults \
-	thorough install packages clean
+	thorough install package check-package packages clean
 .DEFAULT_GOAL := help
 
 help: ## Show this list
@@ -78,8 +78,19 @@ bench: packages build/release/build.ninja ## Measure everything that has a perfo
 	@./bench/run build/release
 
 install: packages build/release/build.ninja ## Build, then install below PREFIX (and DESTDIR)
-	@cmake --build --preset release --target tidemark
+	@cmake --build --preset release --target tidemark tidemark-desktop manual
 	@cmake --install build/release --prefix $(PREFIX)
+
+package: ## Build the Debian packages of the last commit into build/packages
+	@packaging/install-packages packaging/debian-packages.txt packaging/debian-packages-package.txt
+	@packaging/make-package build/packages
+
+check-package: ## Build them twice, compare, and try them on a bare Debian system (as root)
+	@packaging/install-packages packaging/debian-packages.txt packaging/debian-packages-package.txt \
+		packaging/debian-packages-bare.txt
+	@packaging/make-package build/packages
+	@packaging/check-reproducible "$(CURDIR)/build/packages"
+	@packaging/check-bare build/packages
 
 translations: packages ## Bring the catalogues of the windows up to date with the sources
 	@packaging/translations
