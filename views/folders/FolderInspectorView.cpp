@@ -26,6 +26,8 @@ namespace {
 
 /// Where it is narrower, the map is above the table.
 constexpr int roomForBoth = 780;
+constexpr int firstMapWidth = 510;
+constexpr int firstTableWidth = 550;
 
 template <class Value>
 QComboBox* choiceOf(std::initializer_list<Value> values) {
@@ -71,7 +73,7 @@ FolderInspectorView::FolderInspectorView(QWidget* parent)
     sides->addWidget(tree);
     sides->setHandleWidth(1);
     sides->setStretchFactor(0, 1);
-    sides->setStretchFactor(1, 1);
+    sides->setSizes({firstMapWidth, firstTableWidth});
     column->addWidget(sides, 1);
     auto* about = labels::note(wordsHere(Table::about));
     labels::scale(*about, 0.9);

@@ -17,6 +17,9 @@ constexpr double ofFolder = 0.045;
 /// How much of its colour the smallest change gives a tile.
 constexpr double weakest = 0.3;
 
+/// The least contrast of a text that WCAG 2 asks for is 4.5, for large ones 3.
+constexpr double readable = 4;
+
 /// The relative luminance by WCAG 2.
 double luminance(const QColor& color) {
     const auto linear = [](double part) {
@@ -61,8 +64,17 @@ QColor folder(const QPalette& palette) {
 
 QColor textOn(const QPalette& palette, const QColor& surface) {
     const QColor strong = palette.color(QPalette::Active, QPalette::Text);
-    const QColor opposite = luminance(strong) > 0.5 ? Qt::black : Qt::white;
-    return contrast(strong, surface) >= contrast(opposite, surface) ? strong : opposite;
+    const QColor onAccent = palette.color(QPalette::Active, QPalette::HighlightedText);
+    if (contrast(strong, surface) >= readable)
+        return strong;
+    return contrast(strong, surface) >= contrast(onAccent, surface) ? strong : onAccent;
+}
+
+QColor patternOn(const QPalette& palette, Trend trend, const QColor& surface) {
+    QColor lines = textOn(palette, surface);
+    // Dots cover less than lines.
+    lines.setAlphaF(trend == Trend::unknown ? 0.5F : 0.14F);
+    return lines;
 }
 
 Qt::BrushStyle pattern(Trend trend) {

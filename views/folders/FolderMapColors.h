@@ -15,8 +15,10 @@ QColor mixed(const QColor& below, const QColor& above, double share);
 QColor tile(const QPalette& palette, FolderMap::Trend trend, double strength);
 /// The surface of a folder around its parts.
 QColor folder(const QPalette& palette);
-/// The colour of text on a surface: the one of the palette's two that differs more from it.
+/// The colour of text on a surface: that of texts or that of selected ones, whichever is readable.
 QColor textOn(const QPalette& palette, const QColor& surface);
+/// The colour of the pattern on a surface.
+QColor patternOn(const QPalette& palette, FolderMap::Trend trend, const QColor& surface);
 /// By which the trends can be told apart without colours.
 Qt::BrushStyle pattern(FolderMap::Trend trend);
 

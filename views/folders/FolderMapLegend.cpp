@@ -20,7 +20,6 @@ constexpr int betweenEntries = 16;
 constexpr double cornerRadius = 3;
 /// Of the tile that stands for all strengths of a change.
 constexpr double shownStrength = 0.7;
-constexpr float patternStrength = 0.16F;
 
 std::array<std::pair<Trend, QString>, 4> entries() {
     return {{{Trend::grew, FolderMapLegend::tr("Grew") + QStringLiteral(" ▲")},
@@ -62,9 +61,8 @@ void FolderMapLegend::paintEvent(QPaintEvent*) {
         painter.setPen(Qt::NoPen);
         painter.setBrush(surface);
         painter.drawRoundedRect(swatch, cornerRadius, cornerRadius);
-        QColor lines = folderMapColors::textOn(palette(), surface);
-        lines.setAlphaF(patternStrength);
-        painter.setBrush(QBrush(lines, folderMapColors::pattern(trend)));
+        painter.setBrush(QBrush(folderMapColors::patternOn(palette(), trend, surface),
+                                folderMapColors::pattern(trend)));
         painter.drawRoundedRect(swatch, cornerRadius, cornerRadius);
         x += side + gap;
         const int width = fontMetrics().horizontalAdvance(text) + 2;

@@ -25,7 +25,6 @@ constexpr int narrowestText = 44;
 constexpr int smallestPattern = 14;
 constexpr double cornerRadius = 4;
 constexpr double hoverStrength = 0.1;
-constexpr float patternStrength = 0.13F;
 
 QFont second(QFont font) {
     font.setPointSizeF(font.pointSizeF() * secondLineScale);
@@ -99,9 +98,7 @@ void FolderMapPainter::drawSurface(const Tile& tile, const QRect& area,
     const bool isFolder = surface == colors::folder(look.palette);
     if (!look.isCompared || style == Qt::NoBrush || isFolder)
         return;
-    QColor lines = colors::textOn(look.palette, surface);
-    lines.setAlphaF(patternStrength);
-    painter.setBrush(QBrush(lines, style));
+    painter.setBrush(QBrush(colors::patternOn(look.palette, tile.trend, surface), style));
     painter.drawRoundedRect(area, cornerRadius, cornerRadius);
 }
 
@@ -118,8 +115,11 @@ void FolderMapPainter::drawTexts(const Tile& tile, const QRect& area, const QCol
     if (first.bottom() > area.bottom() - 2)
         return;
     QColor dim = strong;
-    dim.setAlphaF(0.85F);
-    drawLine(first, sizeText(tile, small, first.width()), small, dim);
+    dim.setAlphaF(0.9F);
+    const QString size = sizeText(tile, small, first.width());
+    // A number that is cut reads like another one.
+    if (QFontMetrics(small).horizontalAdvance(size) <= first.width())
+        drawLine(first, size, small, dim);
 }
 
 void FolderMapPainter::drawHeader(const Tile& tile, const QRect& area) const {
@@ -145,7 +145,7 @@ void FolderMapPainter::drawHeader(const Tile& tile, const QRect& area) const {
 
 void FolderMapPainter::drawLine(const QRect& area, const QString& text, const QFont& font,
                                 const QColor& color) const {
-    const QString elided = QFontMetrics(font).elidedText(text, Qt::ElideMiddle, area.width());
+    const QString elided = QFontMetrics(font).elidedText(text, Qt::ElideRight, area.width());
     painter.setFont(font);
     painter.setPen(color);
     painter.drawText(area,

@@ -14,6 +14,7 @@ namespace {
 constexpr int padding = 8;
 /// From a number to the end of its column, which for the last one is the end of the panel.
 constexpr int trailing = 18;
+static_assert(padding + trailing == FolderSizeDelegate::margins);
 constexpr int barThickness = 4;
 constexpr int shortestBar = 2;
 

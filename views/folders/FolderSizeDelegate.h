@@ -10,6 +10,9 @@ class FolderSizeDelegate : public QStyledItemDelegate {
     Q_OBJECT
 
 public:
+    /// What a cell of a number needs beside its text.
+    static constexpr int margins = 26;
+
     using QStyledItemDelegate::QStyledItemDelegate;
 
     void paint(QPainter* painter, const QStyleOptionViewItem& option,

@@ -15,8 +15,9 @@ namespace {
 
 constexpr int margin = 8;
 constexpr int indent = 20;
-/// As wide as any size with its sign.
-constexpr auto widestSize = "+1,023.99 GB ▲";
+/// As wide as any size of a disk, and as its change with its sign.
+constexpr auto widestSize = "1,023.99 GB";
+constexpr auto widestChange = "+223.99 GB ▲";
 
 } // namespace
 
@@ -36,12 +37,16 @@ FolderTree::FolderTree(QWidget* parent) : QTreeView(parent) {
 }
 
 void FolderTree::fitColumns() {
-    const int width = fontMetrics().horizontalAdvance(QString::fromUtf8(widestSize)) + 2 * margin;
-    for (int column = 0; column < header()->count(); ++column) {
+    const auto widthOf = [&](const char* text) {
+        return fontMetrics().horizontalAdvance(QString::fromUtf8(text))
+               + FolderSizeDelegate::margins;
+    };
+    const int last = header()->count() - 1;
+    for (int column = 0; column <= last; ++column) {
         header()->setSectionResizeMode(column, column == 0 ? QHeaderView::Stretch
                                                            : QHeaderView::Interactive);
         if (column > 0)
-            header()->resizeSection(column, width);
+            header()->resizeSection(column, widthOf(column == last ? widestChange : widestSize));
     }
 }
 
