@@ -23,6 +23,9 @@ public:
     /// Waits for the bus and connects to it.
     QDBusConnection connect();
 
+    /// The home folder of its services.
+    const TemporaryFolder& home() const { return folder; }
+
     /// Runs a shell command in the background in its namespace, such as systemd-run.
     void run(const QByteArray& command) { process.write(command + " &\n"); }
 

@@ -1,0 +1,108 @@
+#include "core/base/Error.h"
+#include "platform/linux/SystemdService.h"
+#include "tests/app/support/Await.h"
+#include "tests/platform/UserManager.h"
+#include "tests/support/TemporaryFolder.h"
+
+#include <QTimer>
+#include <filesystem>
+#include <string>
+
+#include <gtest/gtest.h>
+
+using namespace tidemark;
+using Activity = RecorderService::Activity;
+
+namespace {
+
+/// The installed service, of a real service manager, with the built program.
+struct ServiceOfSession : testing::Test {
+    void SetUp() override {
+        if (const auto absence = test::UserManager::absence())
+            GTEST_SKIP() << *absence;
+        manager.emplace();
+        for (const char* unit : {"tidemark.service", "tidemark-display.service"})
+            install(unit);
+        manager->connect();
+    }
+
+    /// Changes only where the program is, and that a restart waits.
+    void install(const std::string& name) const {
+        std::string unit = test::contents(std::filesystem::path(TIDEMARK_UNITS) / name);
+        if (const auto start = unit.find("ExecStart=\""); start != unit.npos)
+            unit.replace(start, unit.find('"', start + 11) + 1 - start,
+                         "ExecStart=\"" TIDEMARK_PROGRAM "\"");
+        if (const auto pause = unit.find("RestartSec=5s"); pause != unit.npos)
+            unit.replace(pause, 13, "RestartSec=0");
+        manager->home().write(".config/systemd/user/" + name, unit);
+    }
+
+    /// What a shell command prints in the session, on either stream.
+    std::string printed(const std::string& command) {
+        const auto output = manager->home() / "output";
+        std::filesystem::remove(output);
+        manager->run(("{ " + command + "; } >'" + output.native() + ".part' 2>&1; mv '"
+                      + output.native() + ".part' '" + output.native() + "'")
+                         .c_str());
+        QTimer look;
+        look.start(5);
+        test::until([&] { return std::filesystem::exists(output); });
+        return test::contents(output);
+    }
+    std::string tidemark(const std::string& words) { return printed(TIDEMARK_PROGRAM " " + words); }
+    /// Repeats a command until it prints this.
+    void untilPrinted(const std::string& command, const std::string& expected) {
+        std::string last;
+        QTimer again;
+        again.start(20);
+        test::until([&] { return (last = printed(command)).find(expected) != last.npos; });
+        EXPECT_NE(last.find(expected), last.npos) << last;
+    }
+
+    std::optional<test::UserManager> manager;
+};
+
+constexpr const char* recorder =
+    "systemctl --user show --value --property=MainPID tidemark.service";
+
+} // namespace
+
+TEST_F(ServiceOfSession, RecordsUntilItIsDisabledAndComesBackAfterAHandOver) {
+    EXPECT_EQ(tidemark("service status"),
+              "The service is off; tidemark service enable turns it on.\n");
+    EXPECT_EQ(tidemark("service enable"),
+              "The service is running, and starts with your session.\n");
+    EXPECT_EQ(tidemark("service status --json"),
+              "{\"activity\":\"running\",\"startsWithSession\":true}\n");
+
+    // Restricted, and all the same it sees what it records.
+    untilPrinted(TIDEMARK_PROGRAM " status", "Observing connection changes");
+    const std::string state = printed("cat /proc/$(" + std::string(recorder) + ")/status");
+    for (const char* line : {"NoNewPrivs:\t1", "Seccomp:\t2"})
+        EXPECT_NE(state.find(line), state.npos) << state;
+
+    const std::string before = printed(recorder);
+    EXPECT_EQ(tidemark("hand-over"), "tidemark.service");
+    untilPrinted("[ \"$(" + std::string(recorder) + ")\" -gt 0 ] && [ \"$(" + recorder + ")\" != "
+                     + before.substr(0, before.size() - 1) + " ] && " + TIDEMARK_PROGRAM " status",
+                 "Observing connection changes");
+
+    EXPECT_EQ(tidemark("service disable"),
+              "The service has ended and does not start with your next session. The history "
+              "stays.\n");
+    EXPECT_EQ(tidemark("service status"),
+              "The service is off; tidemark service enable turns it on.\n");
+}
+
+TEST(SystemdServiceTest, ReadsTheStateOfItsUnit) {
+    const auto state = [](const char* enabled, const char* active) {
+        const auto status = SystemdService::parse(std::string("LoadState=loaded\nUnitFileState=")
+                                                  + enabled + "\nActiveState=" + active + "\n");
+        return std::pair(status.startsWithSession, status.activity);
+    };
+    EXPECT_EQ(state("enabled", "active"), std::pair(true, Activity::running));
+    EXPECT_EQ(state("enabled-runtime", "inactive"), std::pair(true, Activity::stopped));
+    EXPECT_EQ(state("disabled", "failed"), std::pair(false, Activity::failed));
+    EXPECT_EQ(state("disabled", "activating"), std::pair(false, Activity::running));
+    EXPECT_THROW(SystemdService::parse("LoadState=not-found\nActiveState=inactive\n"), Error);
+}
