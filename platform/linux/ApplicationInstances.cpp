@@ -39,6 +39,19 @@ std::optional<ApplicationSource::Change> ApplicationInstances::remove(const std:
     return Change{Change::Kind::closed, last.application, moment};
 }
 
+void ApplicationInstances::forget(std::string_view firstWord) {
+    std::erase_if(identifiers, [&](const auto& known) {
+        const auto& [instance, identifier] = known;
+        if (!instance.starts_with(firstWord))
+            return false;
+        auto& entry = running.at(identifier);
+        entry.instances.erase(instance);
+        if (entry.instances.empty())
+            running.erase(identifier);
+        return true;
+    });
+}
+
 std::vector<ApplicationSource::Change> ApplicationInstances::settled(double now) {
     std::vector<Change> launches;
     for (auto& [identifier, entry] : running)

@@ -6,6 +6,7 @@
 #include <optional>
 #include <set>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace tidemark {
@@ -31,6 +32,10 @@ public:
     void add(const std::string& instance, const Application& application, Date moment, double now);
     /// Removes an instance. Returns the quit of the application when it was its last one.
     std::optional<Change> remove(const std::string& instance, Date moment);
+
+    /// Removes the instances whose name begins with this word. They are unknown, so this is no
+    /// quit.
+    void forget(std::string_view firstWord);
 
     /// The launches that have settled by now, with the moment when each began.
     std::vector<Change> settled(double now);

@@ -2,12 +2,15 @@
 
 #include "core/system/UserFolders.h"
 #include "platform/linux/AutostartItem.h"
+#include "platform/linux/BusAddress.h"
+#include "platform/linux/DesktopNotifier.h"
 #include "platform/linux/FolderFileIndex.h"
 #include "platform/linux/LogindMonitor.h"
 #include "platform/linux/ScreenSleepMonitor.h"
 #include "platform/linux/SessionClipboard.h"
 #include "platform/linux/SystemdService.h"
 #include "platform/linux/UnitApplications.h"
+#include "platform/linux/WindowApplications.h"
 
 #include <optional>
 
@@ -36,16 +39,32 @@ std::optional<std::string> systemServices::clipboardAbsence() {
 }
 
 std::unique_ptr<ApplicationSource> systemServices::applications() {
-    return std::make_unique<UnitApplications>(UnitApplications::Setup{});
+    std::vector<std::unique_ptr<ApplicationLaunches::Source>> sources;
+    sources.push_back(std::make_unique<UnitApplications>(UnitApplications::Setup{}));
+    sources.push_back(std::make_unique<WindowApplications>(WindowApplications::Setup{}));
+    return std::make_unique<ApplicationLaunches>(std::move(sources));
 }
 
 std::optional<std::string> systemServices::applicationsAbsence() {
+    if (!GraphicalSessions::Addresses::ofEnvironment().x11.empty())
+        return std::nullopt;
     // The socket of the user's service manager.
     const auto runtime = UserFolders::runtime();
     std::error_code unknown;
     if (runtime && std::filesystem::exists(*runtime / "systemd/private", unknown))
         return std::nullopt;
-    return "No service manager runs for this user, so launches of applications can’t be noticed.";
+    return "There is neither a service manager of this user nor an X11 session, so launches of "
+           "applications can’t be noticed.";
+}
+
+std::unique_ptr<DesktopNotifications> systemServices::desktopNotifications() {
+    return std::make_unique<DesktopNotifier>(MessageBus::session());
+}
+
+std::optional<std::string> systemServices::desktopNotificationsAbsence() {
+    if (!busAddress::ofSession().empty())
+        return std::nullopt;
+    return "There is no session of a desktop, so no notifications can be shown.";
 }
 
 bool systemServices::hasFileIndex() {

@@ -48,6 +48,10 @@ QString nameIn(const QDBusMessage& signal) {
     return signal.arguments().value(0).toString();
 }
 
+std::string instanceOf(const QString& unit) {
+    return std::string(UnitApplications::firstWord) + unit.toStdString();
+}
+
 /// A unit that is stopping still has the application.
 bool isActiveState(const QString& state) {
     return state == QLatin1String("active") || state == QLatin1String("reloading")
@@ -63,8 +67,8 @@ UnitApplications::~UnitApplications() {
     tasks.drain();
 }
 
-void UnitApplications::start(Report wanted) {
-    report = std::move(wanted);
+void UnitApplications::start(ApplicationLaunches& of) {
+    launches = &of;
     if (!manager)
         manager.emplace(uses.bus(), service, [this] { follow(); });
     else
@@ -72,20 +76,21 @@ void UnitApplications::start(Report wanted) {
 }
 
 void UnitApplications::stop() {
-    report = {};
     forget();
+    launches = nullptr;
 }
 
 void UnitApplications::forget() {
     hasList = false;
     subscriptions.clear();
     units.clear();
-    instances.clear();
+    if (launches)
+        launches->forget(firstWord);
 }
 
 void UnitApplications::follow() {
     forget();
-    if (!report || !manager->isThere())
+    if (!launches || !manager->isThere())
         return;
     const auto on = [this](const QString& signal, const BusService::Use& handle) {
         subscriptions.push_back(manager->subscribe(managerPath, managerInterface, signal, handle));
@@ -109,7 +114,7 @@ void UnitApplications::list() {
 }
 
 void UnitApplications::addListed(const QDBusMessage& reply) {
-    if (!report)
+    if (!launches)
         return;
     for (const auto& [name, path] : unitsIn(reply))
         add(name, path, true);
@@ -168,7 +173,7 @@ QCoro::Task<void> UnitApplications::identify(QString name, Date moment, double n
                        folders = uses.folders](const std::stop_token&) {
         return desktopApplications::find(identifiers, folders());
     };
-    std::optional<Application> application;
+    std::optional<ApplicationSource::Application> application;
     try {
         application = co_await runInBackground(find, tasks.token());
     } catch (const Error& error) {
@@ -180,32 +185,13 @@ QCoro::Task<void> UnitApplications::identify(QString name, Date moment, double n
     if (!application || !isStill)
         co_return;
     if (std::exchange(unit->second.isAssumed, false))
-        instances.assume(name.toStdString(), *application);
+        launches->assume(instanceOf(name), *application);
     else
-        instances.add(name.toStdString(), *application, moment, now);
-    if (!isSettling)
-        tasks.start(settle());
+        launches->add(instanceOf(name), *application, moment, now);
 }
 
 void UnitApplications::close(const QString& name) {
-    const auto change = instances.remove(name.toStdString(), uses.clock.now());
-    if (change && report)
-        report(*change);
-}
-
-QCoro::Task<void> UnitApplications::settle() {
-    const auto hold = tasks.hold();
-    isSettling = true;
-    while (const auto next = instances.nextSettling()) {
-        const double left = *next - uses.clock.monotonicSeconds();
-        const bool goesOn = co_await uses.clock.sleep(left, tasks.token());
-        if (!goesOn)
-            break;
-        for (const auto& change : instances.settled(uses.clock.monotonicSeconds()))
-            if (report)
-                report(change);
-    }
-    isSettling = false;
+    launches->remove(instanceOf(name), uses.clock.now());
 }
 
 } // namespace tidemark

@@ -2,8 +2,7 @@
 
 #include "app/base/AppClock.h"
 #include "app/base/TaskScope.h"
-#include "app/ports/ApplicationSource.h"
-#include "platform/linux/ApplicationInstances.h"
+#include "platform/linux/ApplicationLaunches.h"
 #include "platform/linux/ApplicationUnit.h"
 #include "platform/linux/BusService.h"
 #include "platform/linux/DesktopApplications.h"
@@ -19,8 +18,10 @@ namespace tidemark {
 /// them (org.freedesktop.systemd1, https://www.freedesktop.org/wiki/Software/systemd/dbus). Which
 /// application a unit has, its name and the desktop entries say. What a terminal starts, and what
 /// desktops start without a unit, is not noticed. Main thread only.
-class UnitApplications final : public QObject, public ApplicationSource {
+class UnitApplications final : public QObject, public ApplicationLaunches::Source {
 public:
+    static constexpr std::string_view firstWord = "unit ";
+
     struct Setup {
         /// The bus of the session; used from the first start on.
         std::function<MessageBus()> bus = &MessageBus::session;
@@ -32,7 +33,7 @@ public:
     explicit UnitApplications(Setup setup);
     ~UnitApplications() override;
 
-    void start(Report report) override;
+    void start(ApplicationLaunches& launches) override;
     void stop() override;
 
     /// True when the units that exist are known and changes are followed.
@@ -60,17 +61,14 @@ private:
     void remove(const QString& name);
     QCoro::Task<void> identify(QString name, Date moment, double now);
     void close(const QString& name);
-    QCoro::Task<void> settle();
 
     const Setup uses;
-    Report report;
+    ApplicationLaunches* launches = nullptr;
     std::optional<BusService> manager;
     std::vector<BusService::Subscription> subscriptions;
     std::map<QString, Unit> units;
-    ApplicationInstances instances;
     std::uint64_t lastNumber = 0;
     bool hasList = false;
-    bool isSettling = false;
     TaskScope tasks;
 };
 

@@ -22,8 +22,12 @@ void X11Applications::handle(const xcb_generic_event_t& event) {
 }
 
 void X11Applications::read() {
+    const auto windowsNow = connection.property(connection.root(), list);
+    // No window manager has a list, as while one takes over from another.
+    if (windowsNow.type == XCB_ATOM_NONE)
+        return;
     std::map<xcb_window_t, std::optional<ClipApplication>> now;
-    for (const auto window : connection.property(connection.root(), list).numbers()) {
+    for (const auto window : windowsNow.numbers()) {
         const auto before = known.find(window);
         now.emplace(window, before == known.end() ? normalApplication(window) : before->second);
     }

@@ -16,7 +16,8 @@ public:
     /// Sorted by identifier, each once.
     using Changed = std::function<void(std::vector<ClipApplication>)>;
 
-    /// `changed` is called with the present applications, and again when they differ.
+    /// `changed` is called with the present applications as soon as there is a list, and again when
+    /// they differ.
     X11Applications(X11Connection& connection, Changed changed, ApplicationFinder& applications);
 
 private:

@@ -1,4 +1,5 @@
 #include "platform/linux/ApplicationInstances.h"
+#include "platform/linux/ApplicationLaunches.h"
 #include "platform/linux/ApplicationUnit.h"
 #include "platform/linux/DesktopApplications.h"
 #include "platform/linux/UnitApplications.h"
@@ -51,17 +52,21 @@ struct UnitApplicationsTest : testing::Test {
     }
 
     void start() {
-        source = std::make_unique<UnitApplications>(UnitApplications::Setup{
+        auto made = std::make_unique<UnitApplications>(UnitApplications::Setup{
             .bus = [connection = bus] { return MessageBus(connection); },
             .clock = clock,
             .folders = [path = folder.path()] { return std::vector{path}; }});
+        units = &*made;
+        std::vector<std::unique_ptr<ApplicationLaunches::Source>> sources;
+        sources.push_back(std::move(made));
+        source = std::make_unique<ApplicationLaunches>(std::move(sources), clock);
         follow();
     }
     void follow() {
         source->start([this](const auto& change) { reported += textOf(change); });
     }
     void untilFollowing() {
-        test::until([&] { return source->isFollowing(); });
+        test::until([&] { return units->isFollowing(); });
     }
     /// Advances the clock again and again, so that launches settle.
     void expectReported(const std::string& expected) {
@@ -77,7 +82,8 @@ struct UnitApplicationsTest : testing::Test {
     QDBusConnection bus = home.connect(u"applications"_s);
     test::ManualAppClock clock;
     std::string reported;
-    std::unique_ptr<UnitApplications> source;
+    std::unique_ptr<ApplicationLaunches> source;
+    UnitApplications* units = nullptr;
 };
 
 /// One unit in the reply to `ListUnitsByPatterns`.
@@ -263,6 +269,13 @@ TEST(ApplicationInstances, AreCountedByApplication) {
     instances.add("short", player, Date{3}, 15);
     EXPECT_EQ(removed("short"), "") << "the second start of a program that allows one";
     EXPECT_EQ(settled(99), "");
+
+    instances.assume("unit a", player);
+    instances.assume("window a", player);
+    instances.assume("unit b", editor);
+    instances.forget("unit ");
+    EXPECT_EQ(removed("unit a") + removed("unit b"), "") << "unknown, not ended";
+    EXPECT_EQ(removed("window a"), "-Player ");
 }
 
 TEST_F(UnitApplicationsTest, FollowARealServiceManager) {
@@ -314,7 +327,7 @@ TEST_F(MockedUnits, StartAnewWithTheServiceAndTheCollector) {
         systemd.add(u"app-org.example.Editor-1.scope"_s, u"active"_s);
         expectReported("+org.example.Editor ");
         systemd.stop();
-        test::until([&] { return !source->isFollowing(); });
+        test::until([&] { return !units->isFollowing(); });
     }
     systemd.add(u"app-org.example.Editor-1.scope"_s, u"active"_s);
     systemd.start();

@@ -1,5 +1,6 @@
 #include "tests/platform/DisplayServers.h"
 
+#include "app/base/MainThreadCalls.h"
 #include "tests/app/support/Await.h"
 
 #include <QProcessEnvironment>
@@ -109,6 +110,20 @@ X11Window::X11Window(const X11Server& server, const std::vector<std::string>& cl
     }
     xcb_map_window(raw, window);
     xcb_flush(raw);
+}
+
+void settleReaders(GraphicalSessions& sessions) {
+    const MainThreadCalls calls;
+    bool isHandled = false;
+    const auto ask = [&, post = calls.post()](X11Connection& connection) {
+        // Its answer comes after the events until now, which are handled before the next turn.
+        connection.property(connection.root(), XCB_ATOM_WM_NAME);
+        connection.after(std::chrono::milliseconds(0), &connection,
+                         [post, &isHandled] { post([&] { isHandled = true; }); });
+        return std::unique_ptr<DisplayReader>();
+    };
+    const auto reader = sessions.x11()->add({ask, [] {}});
+    until([&] { return isHandled; });
 }
 
 WaylandServer::WaylandServer() {

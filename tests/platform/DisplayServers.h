@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/linux/GraphicalSessions.h"
 #include "platform/linux/X11Connection.h"
 #include "tests/support/TemporaryFolder.h"
 
@@ -60,6 +61,9 @@ public:
 private:
     std::unique_ptr<X11Connection> connection;
 };
+
+/// Returns when what follows an X11 server has handled all that has happened there until now.
+void settleReaders(GraphicalSessions& sessions);
 
 /// The compositor sway without a screen. It refuses to run as root, so it runs as another user
 /// then.

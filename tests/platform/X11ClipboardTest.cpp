@@ -6,6 +6,7 @@
 #include "tests/platform/DisplayServers.h"
 
 #include <algorithm>
+#include <atomic>
 
 #include <gtest/gtest.h>
 
@@ -88,10 +89,10 @@ struct X11ClipboardTest : testing::Test {
     }
     ~X11ClipboardTest() override { clipboard.reset(); }
 
-    void open() {
+    void open(const std::vector<std::filesystem::path>& entries = {}) {
         sessions = std::make_shared<GraphicalSessions>(
-            GraphicalSessions::Addresses{.x11 = server->display()});
-        clipboard.emplace(sessions);
+            GraphicalSessions::Addresses{.x11 = server->display()}, entries);
+        clipboard.emplace(sessions, [this] { return seconds.load(); });
     }
     void watch(const std::string& excluded = {}) {
         access.reset();
@@ -125,11 +126,29 @@ struct X11ClipboardTest : testing::Test {
     QByteArray paste(const QString& type = u"UTF8_STRING"_s) const {
         return server->run({u"xclip"_s, u"-o"_s, u"-selection"_s, u"clipboard"_s, u"-t"_s, type});
     }
+    /// Returns when the clipboard has handled all that happened on the server, and so have the
+    /// other programs of this process, one of which has the connection `other`.
+    void finish(X11Connection& other) const {
+        for (int round = 0; round < 3; ++round) {
+            owner(other);
+            test::settleReaders(*sessions);
+        }
+    }
+    /// Copies an item of which only the types are asked.
+    void expectUnread(X11Connection& other,
+                      std::vector<std::string> types = {"UTF8_STRING"}) const {
+        const LoggedOwner item(other, LoggedOwner::Behaviour::refuses, std::move(types));
+        test::until([&] { return !item.asked.empty(); });
+        finish(other);
+        EXPECT_EQ(item.asked, "TARGETS ");
+    }
     /// A connection of another program.
     std::unique_ptr<X11Connection> connect() const {
         return X11Connection::open(server->display(), [] {});
     }
 
+    /// The time of the clipboard.
+    std::atomic<double> seconds = 100;
     std::optional<test::X11Server> server;
     std::shared_ptr<GraphicalSessions> sessions;
     std::optional<SessionClipboard> clipboard;
@@ -169,6 +188,87 @@ TEST_F(X11ClipboardTest, ReadsWhatOtherProgramsCopy) {
     untilLogged("last");
     EXPECT_EQ(log, "first first café a b Copied image large last ");
     EXPECT_EQ(items.back().origin.writer, std::nullopt) << "xclip has ended its first process";
+}
+
+TEST_F(X11ClipboardTest, NeverReadsAMarkedItemNorItsRepublication) {
+    const auto other = connect();
+    const auto copyHonest = [&](const std::string& text) {
+        copy(QByteArray::fromStdString(text));
+        untilLogged(text);
+    };
+    for (const auto* mark : {"x-kde-passwordManagerHint", "text/x-kde-passwordManagerHint"}) {
+        watch();
+        expectUnread(*other, {"UTF8_STRING", mark});
+        expectUnread(*other);
+        seconds = seconds + MarkedClipGuard::keeperTime - 0.1;
+        expectUnread(*other);
+        seconds = seconds + 0.2;
+        copyHonest("later");
+        expectUnread(*other, {mark, "UTF8_STRING"});
+        seconds = seconds + 1000;
+        expectUnread(*other);
+        copyHonest("after a program that is not known");
+    }
+    // Marked items from before are not read either.
+    LoggedOwner vault(*other, Behaviour::refuses, {"UTF8_STRING", "x-kde-passwordManagerHint"});
+    watch();
+    test::until([&] { return !vault.asked.empty(); });
+    finish(*other);
+    expectUnread(*other);
+    EXPECT_EQ(vault.asked, "TARGETS ");
+    seconds = seconds + 3;
+    copyHonest("honest");
+}
+
+TEST_F(X11ClipboardTest, AsksNothingOfExcludedApplications) {
+    const test::TemporaryFolder entries;
+    entries.write(
+        "org.example.Vault.desktop",
+        "[Desktop Entry]\nType=Application\nName=Vault\nExec=tidemark_platform_tests %f\n");
+    open({entries.path()});
+    watch("org.example.Vault");
+    const auto other = connect();
+    {
+        const LoggedOwner vault(*other, Behaviour::refuses, {"UTF8_STRING"});
+        finish(*other);
+        EXPECT_EQ(vault.asked, "");
+    }
+    watch("org.other");
+    finish(*other);
+    SessionClipboard vault(std::make_shared<GraphicalSessions>(
+        GraphicalSessions::Addresses{.x11 = server->display()}));
+    vault.put({{"UTF8_STRING", "kept"}});
+    untilLogged("kept");
+    EXPECT_EQ(log, "kept ");
+    EXPECT_EQ(items.at(0).origin.writer, (ClipApplication{"org.example.Vault", "Vault"}));
+}
+
+TEST_F(X11ClipboardTest, AsksNothingWhileAnExcludedApplicationIsInFront) {
+    const auto other = connect();
+    std::optional<test::X11Window> window;
+    window.emplace(*server, std::vector<std::string>{"vault", "Vault"});
+    server->run({u"xdotool"_s, u"search"_s, u"--sync"_s, u"--class"_s, u"Vault"_s,
+                 u"windowactivate"_s, u"--sync"_s});
+    watch("another");
+    copy("before");
+    untilLogged("before");
+    EXPECT_EQ(items.back().origin.frontmost, (ClipApplication{"vault", "Vault"}));
+
+    watch("another, vault");
+    {
+        const LoggedOwner secret(*other, Behaviour::refuses, {"UTF8_STRING"});
+        finish(*other);
+        EXPECT_EQ(secret.asked, "");
+    }
+    const test::X11Window editor(*server, {"editor", "Editor"});
+    server->run({u"xdotool"_s, u"search"_s, u"--sync"_s, u"--class"_s, u"Editor"_s,
+                 u"windowactivate"_s, u"--sync"_s});
+    expectUnread(*other);
+    seconds = seconds + 3;
+    copy("honest");
+    untilLogged("honest");
+    EXPECT_EQ(items.back().origin.frontmost, (ClipApplication{"editor", "Editor"}));
+    EXPECT_EQ(log, "before honest ");
 }
 
 TEST_F(X11ClipboardTest, ProgramsThatDoNotAnswerOrDieDelayNothing) {

@@ -1,0 +1,97 @@
+#include "platform/linux/WindowApplications.h"
+
+#include "app/base/Background.h"
+#include "core/base/Error.h"
+#include "platform/linux/X11Applications.h"
+
+#include <algorithm>
+#include <iterator>
+
+namespace tidemark {
+
+namespace {
+
+std::string instanceOf(const std::string& id) {
+    return std::string(WindowApplications::firstWord) + id;
+}
+
+} // namespace
+
+WindowApplications::~WindowApplications() {
+    WindowApplications::stop();
+    tasks.drain();
+}
+
+void WindowApplications::start(ApplicationLaunches& of) {
+    launches = &of;
+    calls.emplace();
+    auto* server = uses.sessions->x11();
+    if (server == nullptr)
+        return;
+    const auto changed = [this, post = calls->post()](const std::vector<ClipApplication>& now) {
+        Identifiers ids;
+        std::ranges::transform(now, std::inserter(ids, ids.end()), &ClipApplication::id);
+        post([this, ids = std::move(ids)] { show(ids); });
+    };
+    const auto make = [changed,
+                       finder = uses.sessions->x11Applications()](X11Connection& connection) {
+        return std::make_unique<X11Applications>(connection, changed, *finder);
+    };
+    reader = server->add({make, [this, post = calls->post()] { post([this] { lose(); }); }});
+}
+
+void WindowApplications::stop() {
+    launches = nullptr;
+    reader.reset();
+    calls.reset();
+    shown.reset();
+    ++generation;
+}
+
+void WindowApplications::show(Identifiers now) {
+    const auto before = std::exchange(shown, std::move(now));
+    for (const auto& id : *shown)
+        if (!before || !before->contains(id))
+            tasks.start(open(id, !before));
+    for (const auto& id : before.value_or(Identifiers()))
+        if (!shown->contains(id))
+            tasks.start(close(id, uses.clock.now()));
+}
+
+void WindowApplications::lose() {
+    shown.reset();
+    ++generation;
+    launches->forget(firstWord);
+}
+
+QCoro::Task<void> WindowApplications::open(std::string id, bool isAssumed) {
+    const auto hold = tasks.hold();
+    const auto began = generation;
+    const Date moment = uses.clock.now();
+    const double now = uses.clock.monotonicSeconds();
+    const auto find = [id, folders = uses.folders](const std::stop_token&) {
+        return desktopApplications::find({id}, folders());
+    };
+    std::optional<ApplicationSource::Application> application;
+    try {
+        application = co_await runInBackground(find, tasks.token());
+    } catch (const Error& error) {
+        qWarning("An application can't be identified. %s", error.what());
+    }
+    if (!application || began != generation || !shown->contains(id))
+        co_return;
+    if (isAssumed)
+        launches->assume(instanceOf(id), *application);
+    else
+        launches->add(instanceOf(id), *application, moment, now);
+}
+
+QCoro::Task<void> WindowApplications::close(std::string id, Date moment) {
+    const auto hold = tasks.hold();
+    const auto began = generation;
+    const bool isTimeOver = co_await uses.clock.sleep(windowlessTime, tasks.token());
+    if (isTimeOver && began == generation && !shown->contains(id))
+        launches->remove(instanceOf(id), moment);
+}
+
+} // namespace tidemark

@@ -1,0 +1,62 @@
+#pragma once
+
+#include "app/base/AppClock.h"
+#include "app/base/MainThreadCalls.h"
+#include "app/base/TaskScope.h"
+#include "platform/linux/ApplicationLaunches.h"
+#include "platform/linux/DesktopApplications.h"
+#include "platform/linux/GraphicalSessions.h"
+
+#include <memory>
+#include <optional>
+#include <set>
+
+namespace tidemark {
+
+/// Applications by their windows on an X11 server (`X11Applications`), for desktops and launchers
+/// that start programs without a unit. Only those with a desktop entry count. Main thread only.
+class WindowApplications final : public ApplicationLaunches::Source {
+public:
+    /// Seconds for which an application may be without a window, as while its window is replaced
+    /// by another one, or while another window manager takes over.
+    static constexpr double windowlessTime = 2;
+    static constexpr std::string_view firstWord = "window ";
+
+    struct Setup {
+        std::shared_ptr<GraphicalSessions> sessions = GraphicalSessions::ofProcess();
+        AppClock& clock = AppClock::system();
+        /// The folders with desktop entries. Called on any thread.
+        std::function<std::vector<std::filesystem::path>()> folders = &desktopApplications::folders;
+    };
+
+    explicit WindowApplications(Setup setup) : uses(std::move(setup)) {}
+    ~WindowApplications() override;
+
+    void start(ApplicationLaunches& launches) override;
+    void stop() override;
+
+    /// True when the windows that exist are known and changes are followed.
+    bool isFollowing() const { return shown.has_value(); }
+
+private:
+    using Identifiers = std::set<std::string>;
+
+    void show(Identifiers now);
+    /// There is no server, or it has no list of windows.
+    void lose();
+    QCoro::Task<void> open(std::string id, bool isAssumed);
+    QCoro::Task<void> close(std::string id, Date moment);
+
+    const Setup uses;
+    ApplicationLaunches* launches = nullptr;
+    /// Those with a window; absent until they are known.
+    std::optional<Identifiers> shown;
+    /// Incremented when they become unknown: what began before is dropped then.
+    std::uint64_t generation = 0;
+    /// Replaced by each `start`, so that what comes from an earlier one is dropped.
+    std::optional<MainThreadCalls> calls;
+    std::shared_ptr<void> reader;
+    TaskScope tasks;
+};
+
+} // namespace tidemark
