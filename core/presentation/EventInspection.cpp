@@ -158,6 +158,7 @@ EventInspection EventInspection::of(const Event& event, const Snapshot* latest,
     EventInspection made;
     made.title = systemWords::shown(displayTitle(event));
     made.subtitle = systemWords::shown(displaySubtitle(event));
+    made.isNamed = event.memory.has_value();
     made.symbol = event.symbol;
     made.sections = sectionsOf(event, latest, isStateComparison, calendar);
     if (event.identifier)

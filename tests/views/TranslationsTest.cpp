@@ -2,9 +2,12 @@
 #include "core/presentation/MenuContent.h"
 #include "core/presentation/Toolbar.h"
 #include "tests/app/support/MemoryPreferences.h"
+#include "views/translations/CorePatterns.h"
 #include "views/translations/CoreTexts.h"
 
+#include <QCoreApplication>
 #include <QFile>
+#include <QTranslator>
 #include <QXmlStreamReader>
 #include <algorithm>
 #include <map>
@@ -69,15 +72,35 @@ std::map<std::string, bool> catalogue(const QString& path) {
     return texts;
 }
 
+/// A language in which each text of the core begins with a mark.
+class MarkingTranslator final : public QTranslator {
+public:
+    bool isEmpty() const override { return false; }
+    QString translate(const char*, const char* source, const char*, int) const override {
+        return u'*' + QString::fromUtf8(source);
+    }
+};
+
 } // namespace
+
+TEST(Translations, KeepTheNamesInSentencesThatAreComposed) {
+    MarkingTranslator translator;
+    QCoreApplication::installTranslator(&translator);
+    EXPECT_EQ(translatedByPattern("Pen Grew in Size").value_or("-"), "*Pen Grew in Size");
+    EXPECT_EQ(translatedByPattern("Version Updated Updated"), "*Version Updated Updated");
+    EXPECT_EQ(translatedByPattern(" Grew in Size"), std::nullopt) << "without a name";
+    EXPECT_EQ(translatedByPattern("Something else"), std::nullopt);
+    QCoreApplication::removeTranslator(&translator);
+}
 
 TEST(Translations, HaveEveryText) {
     const auto texts =
         catalogue(QStringLiteral(TIDEMARK_ROOT "/views/translations/tidemark_de.ts"));
     for (const auto& [source, isTranslated] : texts)
         EXPECT_TRUE(isTranslated) << source;
-    for (const char* text : coreTexts())
-        EXPECT_TRUE(texts.contains(text)) << text << " (make translations)";
+    for (const auto& all : {coreTexts(), inspectorTexts(), corePatterns()})
+        for (const char* text : all)
+            EXPECT_TRUE(texts.contains(text)) << text << " (make translations)";
     const std::set<std::string> known(coreTexts().begin(), coreTexts().end());
     for (const auto& text : shownTexts())
         EXPECT_TRUE(isComposed(text) || known.contains(text)) << text << " (CoreTexts.cpp)";

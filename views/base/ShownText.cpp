@@ -1,6 +1,7 @@
 #include "views/base/ShownText.h"
 
 #include "core/presentation/SystemWords.h"
+#include "views/translations/CorePatterns.h"
 
 #include <QCoreApplication>
 
@@ -10,7 +11,8 @@ QString shownText(std::string_view text) {
     if (text.empty())
         return {};
     const QByteArray source(text.data(), static_cast<qsizetype>(text.size()));
-    return QCoreApplication::translate("core", source.constData());
+    const QString shown = QCoreApplication::translate("core", source.constData());
+    return shown != QString::fromUtf8(source) ? shown : translatedByPattern(text).value_or(shown);
 }
 
 QString wordsHere(std::string_view text) {

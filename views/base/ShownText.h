@@ -5,8 +5,8 @@
 
 namespace tidemark {
 
-/// A text of the core as a window shows it: in the language of the user where a translation has it,
-/// else as it is. Of a sentence that was put together there is no translation.
+/// A text of the core as a window shows it: in the language of the user where a translation has it
+/// or one of `corePatterns`, else as it is.
 QString shownText(std::string_view text);
 
 /// A fixed text of the core in the words of this system (`systemWords::shown`) and the language of

@@ -7,5 +7,7 @@ namespace tidemark {
 /// The fixed texts of the core that windows show, in the words of this system, so that they can be
 /// translated: the core has no translations itself, and `shownText` looks its texts up.
 std::span<const char* const> coreTexts();
+/// The same, of what the inspector and the list of events show.
+std::span<const char* const> inspectorTexts();
 
 } // namespace tidemark

@@ -2,6 +2,21 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="de">
 <context>
+    <name>FolderMap</name>
+    <message>
+        <source>Not listed</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>1 smaller item</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 smaller items</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
     <name>core</name>
     <message>
         <source>Not possible at this moment.</source>
@@ -585,7 +600,7 @@
     </message>
     <message>
         <source>History is stored locally. Changes between observations are not exact activity timestamps.</source>
-        <translation>Der Verlauf wird auf diesem Computer gespeichert. Änderungen zwischen Beobachtungen sind keine genauen Zeitpunkte.</translation>
+        <translation>Der Verlauf bleibt auf diesem Computer. Die Zeiten von Änderungen sind nicht genau bekannt.</translation>
     </message>
     <message>
         <source>Observation coverage…</source>
@@ -1443,6 +1458,492 @@
         <source>Operating System</source>
         <translation>Betriebssystem</translation>
     </message>
+    <message>
+        <source>Added %1 recent installation records from the system. This partial history covers the last 7 days; future captures will reveal new changes.</source>
+        <translation>%1 Installationen aus den letzten 7 Tagen wurden aus dem Verlauf des Systems übernommen. Künftige Aufnahmen zeigen neue Änderungen.</translation>
+    </message>
+    <message>
+        <source>Added %1 recent installation record from the system. This partial history covers the last 7 days; future captures will reveal new changes.</source>
+        <translation>%1 Installation aus den letzten 7 Tagen wurde aus dem Verlauf des Systems übernommen. Künftige Aufnahmen zeigen neue Änderungen.</translation>
+    </message>
+    <message>
+        <source>Tidemark couldn’t read its history. Your existing file has not been overwritten. %1</source>
+        <translation>Tidemark konnte seinen Verlauf nicht lesen. Ihre vorhandene Datei wurde nicht überschrieben. %1</translation>
+    </message>
+    <message>
+        <source>%1 events from your current view. Your filters and comparison mode are preserved.</source>
+        <translation>%1 Ereignisse der jetzigen Ansicht. Ihre Filter und die Art des Vergleichs bleiben erhalten.</translation>
+    </message>
+    <message>
+        <source>%1 event from your current view. Your filters and comparison mode are preserved.</source>
+        <translation>%1 Ereignis der jetzigen Ansicht. Ihre Filter und die Art des Vergleichs bleiben erhalten.</translation>
+    </message>
+    <message>
+        <source>Couldn’t capture a fresh snapshot. %1</source>
+        <translation>Die Aufnahme ist misslungen. %1</translation>
+    </message>
+    <message>
+        <source>The snapshot couldn’t be saved. %1</source>
+        <translation>Der Schnappschuss konnte nicht gesichert werden. %1</translation>
+    </message>
+    <message>
+        <source>Toggle %1 in the timeline filter</source>
+        <translation>%1 im Filter der Zeitleiste</translation>
+    </message>
+    <message>
+        <source>%1 events · observed history</source>
+        <translation>%1 Ereignisse · beobachteter Verlauf</translation>
+    </message>
+    <message>
+        <source>Couldn’t save the export. %1</source>
+        <translation>Der Export konnte nicht gesichert werden. %1</translation>
+    </message>
+    <message>
+        <source>Allocated File Storage: %1</source>
+        <translation>Belegter Speicherplatz: %1</translation>
+    </message>
+    <message>
+        <source>Delete the snapshot “%1”?</source>
+        <translation>Den Schnappschuss „%1“ löschen?</translation>
+    </message>
+    <message>
+        <source>%1 Configuration Changed</source>
+        <translation>Konfiguration von %1 geändert</translation>
+    </message>
+    <message>
+        <source>%1 Installation Recorded</source>
+        <translation>Installation von %1 verzeichnet</translation>
+    </message>
+    <message>
+        <source>%1: New Background Item</source>
+        <translation>%1: neues Hintergrundobjekt</translation>
+    </message>
+    <message>
+        <source>Requesting access to %1</source>
+        <translation>Zugriff auf %1 wird geprüft</translation>
+    </message>
+    <message>
+        <source>Next capture due: %1</source>
+        <translation>Nächste Aufnahme: %1</translation>
+    </message>
+    <message>
+        <source>%1 Contents Changed</source>
+        <translation>Inhalt von %1 geändert</translation>
+    </message>
+    <message>
+        <source>Stop monitoring %1</source>
+        <translation>%1 nicht mehr überwachen</translation>
+    </message>
+    <message>
+        <source>%1 Shrank in Size</source>
+        <translation>%1 ist kleiner geworden</translation>
+    </message>
+    <message>
+        <source>Import %1 Records</source>
+        <translation>%1 Einträge übernehmen</translation>
+    </message>
+    <message>
+        <source>Listing text: %1</source>
+        <translation>Schrift der Listen: %1</translation>
+    </message>
+    <message>
+        <source>Import %1 Record</source>
+        <translation>%1 Eintrag übernehmen</translation>
+    </message>
+    <message>
+        <source>%1 Grew in Size</source>
+        <translation>%1 ist größer geworden</translation>
+    </message>
+    <message>
+        <source>%1 Disconnected</source>
+        <translation>%1 getrennt</translation>
+    </message>
+    <message>
+        <source>%1 Installed</source>
+        <translation>%1 installiert</translation>
+    </message>
+    <message>
+        <source>%1 Connected</source>
+        <translation>%1 verbunden</translation>
+    </message>
+    <message>
+        <source>%1 Updated</source>
+        <translation>%1 aktualisiert</translation>
+    </message>
+    <message>
+        <source>%1 Removed</source>
+        <translation>%1 entfernt</translation>
+    </message>
+    <message>
+        <source>Version %1</source>
+        <translation>Version %1</translation>
+    </message>
+    <message>
+        <source>Select an event to inspect its source, observation interval, and details.</source>
+        <translation>Wählen Sie ein Ereignis aus, um Quelle, Beobachtungszeitraum und Einzelheiten zu sehen.</translation>
+    </message>
+    <message>
+        <source>No system snapshots were saved during this interval. Tidemark may have been closed, your computer asleep, or a capture delayed or unsuccessful. This does not establish a shutdown or loss of folder access. Sleep/wake notifications may still have been recorded.</source>
+        <translation>In dieser Zeit wurden keine Aufnahmen gesichert. Vielleicht lief Tidemark nicht, Ihr Computer schlief, oder eine Aufnahme war verspätet oder erfolglos. Das belegt weder ein Ausschalten noch den Verlust des Zugriffs auf Ordner. Ruhezustand und Aufwachen können trotzdem aufgezeichnet worden sein.</translation>
+    </message>
+    <message>
+        <source>This record does not establish whether the installation was new or an update, its previous version, or whether the software is still present. The system’s history does not cover every installation method.</source>
+        <translation>Dieser Eintrag belegt nicht, ob es eine neue Installation oder eine Aktualisierung war, welche Version vorher da war oder ob die Software noch vorhanden ist. Der Verlauf des Systems erfasst nicht jede Art der Installation.</translation>
+    </message>
+    <message>
+        <source>Recorded sizes · — unknown · ≥ measured subtotal
+All changes shown, regardless of timeline thresholds.</source>
+        <translation>Aufgezeichnete Größen · — unbekannt · ≥ gemessener Teil
+Alle Änderungen, unabhängig von den Schwellen der Zeitleiste.</translation>
+    </message>
+    <message>
+        <source>A definition on disk does not confirm that this item is enabled or running.</source>
+        <translation>Dass es auf der Festplatte definiert ist, belegt nicht, dass es eingeschaltet ist oder läuft.</translation>
+    </message>
+    <message>
+        <source>Nothing is shown or captured until it can be read. Your existing file has not been overwritten.</source>
+        <translation>Bis er gelesen werden kann, wird nichts gezeigt und nichts aufgenommen. Ihre vorhandene Datei wurde nicht überschrieben.</translation>
+    </message>
+    <message>
+        <source>Tidemark records these notifications only while running. This is not a complete power history and does not include display-only sleep.</source>
+        <translation>Tidemark zeichnet diese Meldungen nur auf, solange es läuft. Das ist kein vollständiger Verlauf, und es umfasst nicht, dass nur der Bildschirm schläft.</translation>
+    </message>
+    <message>
+        <source>Recorded while environment history is enabled and Tidemark is awake and running. Changes settle for 2 seconds. Startup, wake, and re-enabling establish a baseline; events during observation gaps cannot be reconstructed.</source>
+        <translation>Aufgezeichnet, solange Tidemark läuft, der Computer wach und der Verlauf der Umgebung eingeschaltet ist. Änderungen gelten nach 2 Sekunden. Start, Aufwachen und Einschalten bilden einen neuen Ausgangspunkt; was in Lücken der Beobachtung geschah, lässt sich nicht rekonstruieren.</translation>
+    </message>
+    <message>
+        <source>A legacy workspace notification was recorded. It does not establish that the user requested a shutdown or logout and is excluded from the activity timeline.</source>
+        <translation>Eine Meldung einer früheren Version wurde aufgezeichnet. Sie belegt nicht, dass Sie sich abmelden oder ausschalten wollten, und steht nicht in der Zeitleiste.</translation>
+    </message>
+    <message>
+        <source>A visible mounted volume appeared or disappeared. This may be an external drive, disk image, or network volume; it does not establish that hardware was plugged in or safely ejected.</source>
+        <translation>Ein sichtbares Laufwerk kam hinzu oder verschwand. Das kann ein externes Laufwerk, ein Abbild oder ein Netzlaufwerk sein; es belegt nicht, dass ein Gerät angesteckt oder sicher entfernt wurde.</translation>
+    </message>
+    <message>
+        <source>The displays available to the system changed. Docking, mirroring, or virtual displays can affect this inventory. No screen content or display serial numbers are collected.</source>
+        <translation>Die Bildschirme, die dem System zur Verfügung stehen, haben sich geändert. Dockingstationen, Spiegelung und virtuelle Bildschirme wirken sich darauf aus. Weder Bildschirminhalte noch Seriennummern werden erfasst.</translation>
+    </message>
+    <message>
+        <source>Recorded only while Tidemark is awake and running with network history enabled. Changes lasting less than 2 seconds are ignored. A new starting point is established after sleep, relaunch, or re-enabling history.</source>
+        <translation>Nur aufgezeichnet, solange Tidemark läuft, der Computer wach und der Netzwerkverlauf eingeschaltet ist. Änderungen von weniger als 2 Sekunden zählen nicht. Nach Ruhezustand, Neustart oder Einschalten beginnt ein neuer Ausgangspunkt.</translation>
+    </message>
+    <message>
+        <source>A connection change was observed for a paired Bluetooth device known to the system. Brief reconnects are filtered. This is not a complete history of Bluetooth Low Energy devices or nearby devices.</source>
+        <translation>Die Verbindung eines gekoppelten Bluetooth-Geräts, das dem System bekannt ist, hat sich geändert. Kurze Unterbrechungen zählen nicht. Das ist kein vollständiger Verlauf der Bluetooth-Geräte in der Nähe.</translation>
+    </message>
+    <message>
+        <source>Recorded only while Tidemark is awake and running with Bluetooth history enabled and permitted. Reconnects shorter than 5 seconds are ignored. Existing connections at startup are not new events.</source>
+        <translation>Nur aufgezeichnet, solange Tidemark läuft, der Computer wach und der Bluetooth-Verlauf eingeschaltet und erlaubt ist. Unterbrechungen von weniger als 5 Sekunden zählen nicht. Verbindungen, die beim Start bestehen, sind keine neuen Ereignisse.</translation>
+    </message>
+    <message>
+        <source>Recorded while Tidemark is awake and running with network history enabled. The new link state must remain stable for 2 seconds; shorter reconnect fluctuations are filtered. Initial and unavailable link metadata establish a new starting point; the system may coalesce very rapid transitions.</source>
+        <translation>Aufgezeichnet, solange Tidemark läuft, der Computer wach und der Netzwerkverlauf eingeschaltet ist. Der neue Zustand der Verbindung muss 2 Sekunden bestehen; kürzere Schwankungen zählen nicht. Erste und fehlende Angaben bilden einen neuen Ausgangspunkt; sehr schnelle Wechsel kann das System zusammenfassen.</translation>
+    </message>
+    <message>
+        <source>Recorded while Tidemark is awake and running with Bluetooth history enabled and permitted. The initial radio state and unknown or unavailable states are not power events. Sleep, relaunch, or re-enabling history establishes a new starting point.</source>
+        <translation>Aufgezeichnet, solange Tidemark läuft, der Computer wach und der Bluetooth-Verlauf eingeschaltet und erlaubt ist. Der erste Zustand und unbekannte oder fehlende Zustände sind keine Ereignisse. Nach Ruhezustand, Neustart oder Einschalten beginnt ein neuer Ausgangspunkt.</translation>
+    </message>
+    <message>
+        <source>Recorded while Tidemark is awake and running with battery history enabled. Changes settle for 2 seconds. Initial, missing, and post-sleep observations establish a new starting point. Low battery is recorded below 20%, then rearmed after recovery to at least 25% on external power.</source>
+        <translation>Aufgezeichnet, solange Tidemark läuft, der Computer wach und der Akkuverlauf eingeschaltet ist. Änderungen gelten nach 2 Sekunden. Erste und fehlende Beobachtungen und solche nach dem Ruhezustand bilden einen neuen Ausgangspunkt. Ein niedriger Ladestand wird unter 20 % aufgezeichnet, und erst dann wieder, wenn der Akku am Strom mindestens 25 % erreicht hat.</translation>
+    </message>
+    <message>
+        <source>Recorded while Tidemark is awake and running with power and battery history enabled. Initial observations, relaunch, and wake establish a new starting point. Duplicate notifications do not create events.</source>
+        <translation>Aufgezeichnet, solange Tidemark läuft, der Computer wach und der Verlauf von Strom und Akku eingeschaltet ist. Erste Beobachtungen, Neustart und Aufwachen bilden einen neuen Ausgangspunkt. Doppelte Meldungen sind keine Ereignisse.</translation>
+    </message>
+    <message>
+        <source>The folder could not be opened. It may be missing or access may be unavailable.</source>
+        <translation>Der Ordner konnte nicht geöffnet werden. Vielleicht fehlt er, oder der Zugriff ist nicht möglich.</translation>
+    </message>
+    <message>
+        <source>Some entries could not be read.</source>
+        <translation>Manche Einträge konnten nicht gelesen werden.</translation>
+    </message>
+    <message>
+        <source>The scan reached its time limit. Folder access may be valid; the size measurement was not completed.</source>
+        <translation>Die Messung erreichte ihre Zeitgrenze. Der Zugriff auf den Ordner kann in Ordnung sein; die Größe wurde nicht zu Ende gemessen.</translation>
+    </message>
+    <message>
+        <source>The scan reached its entry limit. Folder access may be valid; the size measurement was not completed.</source>
+        <translation>Die Messung erreichte ihre Grenze an Einträgen. Der Zugriff auf den Ordner kann in Ordnung sein; die Größe wurde nicht zu Ende gemessen.</translation>
+    </message>
+    <message>
+        <source>A cloud-only directory has no locally available listing. Tidemark does not download its contents to measure size.</source>
+        <translation>Der Inhalt eines Ordners liegt nur im Netz. Tidemark lädt nichts herunter, um die Größe zu messen.</translation>
+    </message>
+    <message>
+        <source>The scan was cancelled.</source>
+        <translation>Die Messung wurde abgebrochen.</translation>
+    </message>
+    <message>
+        <source>Measurement paused at a work limit and will continue on a later check.</source>
+        <translation>Die Messung macht eine Pause und wird bei einer späteren Aufnahme fortgesetzt.</translation>
+    </message>
+    <message>
+        <source>Download metadata supplied by the desktop. A last-used date is not proof of reading a document. Missing metadata is unknown.</source>
+        <translation>Angaben des Desktops zum Herunterladen. Der Zeitpunkt der letzten Nutzung beweist nicht, dass die Datei gelesen wurde. Was fehlt, ist unbekannt.</translation>
+    </message>
+    <message>
+        <source>Observed application launch while Tidemark was recording.</source>
+        <translation>Start eines Programms, während Tidemark aufzeichnete.</translation>
+    </message>
+    <message>
+        <source>Observed application termination while Tidemark was recording. Closing a window alone does not quit the application.</source>
+        <translation>Ende eines Programms, während Tidemark aufzeichnete. Wer nur ein Fenster schließt, beendet das Programm nicht.</translation>
+    </message>
+    <message>
+        <source>Legacy foreground-time record. Tidemark no longer collects foreground sessions.</source>
+        <translation>Nutzungsdauer aus einer früheren Version. Tidemark erfasst sie nicht mehr.</translation>
+    </message>
+    <message>
+        <source>Captured after clipboard history was enabled. Source is the frontmost application at capture time and may differ from the writer. Sensitive marked items and excluded apps are skipped.</source>
+        <translation>Aufgenommen, nachdem der Verlauf der Zwischenablage eingeschaltet wurde. Als Quelle gilt das Programm, das dabei im Vordergrund war; kopiert haben kann ein anderes. Als vertraulich Markiertes und ausgeschlossene Programme werden übergangen.</translation>
+    </message>
+    <message>
+        <source>Some child folders have no completed measurement.</source>
+        <translation>Manche Unterordner wurden noch nicht zu Ende gemessen.</translation>
+    </message>
+    <message>
+        <source>Application bundles only; other files in this folder are not included.</source>
+        <translation>Nur Programmpakete; andere Dateien in diesem Ordner sind nicht enthalten.</translation>
+    </message>
+    <message>
+        <source>Another storage measurement is still running.</source>
+        <translation>Eine andere Messung läuft noch.</translation>
+    </message>
+    <message>
+        <source>Background items: the crontabs of users are not observed. Only the program crontab may read them.</source>
+        <translation>Hintergrundobjekte: Die Crontabs der Benutzer werden nicht beobachtet. Nur das Programm crontab darf sie lesen.</translation>
+    </message>
+    <message>
+        <source>Application storage records individual app bundles, not all files in Applications. Last-measured sizes may have different dates; unfinished bundles do not contribute a size.</source>
+        <translation>Gemessen werden einzelne Programmpakete, nicht alle Dateien in Programme. Die letzten Messungen können von verschiedenen Tagen sein; was nicht zu Ende gemessen ist, zählt nicht mit.</translation>
+    </message>
+    <message>
+        <source>The folder has more than 10,000 files of its own. Their total size is recorded, but not their names.</source>
+        <translation>Der Ordner hat selbst mehr als 10.000 Dateien. Ihre Gesamtgröße wird aufgezeichnet, ihre Namen nicht.</translation>
+    </message>
+    <message>
+        <source>The overall storage scan was paused or reached its time limit. No size comparison was made.</source>
+        <translation>Die Messung aller Ordner wurde angehalten oder erreichte ihre Zeitgrenze. Die Größen wurden nicht verglichen.</translation>
+    </message>
+    <message>
+        <source>Could not completely read or save this folder.</source>
+        <translation>Dieser Ordner konnte nicht vollständig gelesen oder gesichert werden.</translation>
+    </message>
+    <message>
+        <source>Some child-folder sizes are awaiting refresh. The displayed total retains their earlier dated measurements.</source>
+        <translation>Die Größen mancher Unterordner werden noch aufgefrischt. Die gezeigte Summe enthält ihre früheren Messungen.</translation>
+    </message>
+    <message>
+        <source>Scanning Application Bundles…</source>
+        <translation>Programmpakete werden gemessen …</translation>
+    </message>
+    <message>
+        <source>Scanning Applications and Background Items…</source>
+        <translation>Programme und Hintergrundobjekte werden gelesen …</translation>
+    </message>
+    <message>
+        <source>The data folder was removed or replaced while Tidemark was running; start Tidemark again.</source>
+        <translation>Der Datenordner wurde entfernt oder ersetzt, während Tidemark lief; starten Sie Tidemark neu.</translation>
+    </message>
+    <message>
+        <source>No recent installation records were available. Tidemark will record changes from now on.</source>
+        <translation>Es gab keine Einträge über neue Installationen. Von jetzt an zeichnet Tidemark Änderungen auf.</translation>
+    </message>
+    <message>
+        <source>Recent history couldn’t be imported. New changes will still be recorded. You can retry using Import recent history…</source>
+        <translation>Der letzte Verlauf konnte nicht übernommen werden. Neue Änderungen werden trotzdem aufgezeichnet. Versuchen Sie es mit „Letzten Verlauf übernehmen …“ noch einmal.</translation>
+    </message>
+    <message>
+        <source>Activity history couldn’t be opened. The existing file has not been replaced.</source>
+        <translation>Der Aktivitätsverlauf konnte nicht geöffnet werden. Die vorhandene Datei wurde nicht ersetzt.</translation>
+    </message>
+    <message>
+        <source>Activity history could not be saved. Activity history may be incomplete.</source>
+        <translation>Der Aktivitätsverlauf konnte nicht gesichert werden. Er kann unvollständig sein.</translation>
+    </message>
+    <message>
+        <source>The settings are damaged, so a copy of them holds.</source>
+        <translation>Die Einstellungen sind beschädigt, deshalb gilt eine Kopie davon.</translation>
+    </message>
+    <message>
+        <source>The settings are damaged, so the defaults hold.</source>
+        <translation>Die Einstellungen sind beschädigt, deshalb gelten die Voreinstellungen.</translation>
+    </message>
+    <message>
+        <source>Updated folder access couldn’t be saved.</source>
+        <translation>Der geänderte Zugriff auf Ordner konnte nicht gesichert werden.</translation>
+    </message>
+    <message>
+        <source>No Applications folder has active access. Choose one in Settings to track app changes.</source>
+        <translation>Kein Ordner mit Programmen ist erlaubt. Wählen Sie in den Einstellungen einen aus, damit Änderungen an Programmen festgehalten werden.</translation>
+    </message>
+    <message>
+        <source>Background definitions are not observed until you allow a folder of background agents or system daemons in Settings.</source>
+        <translation>Hintergrundobjekte werden erst beobachtet, wenn Sie in den Einstellungen einen Ordner mit Hintergrundprogrammen oder Systemdiensten erlauben.</translation>
+    </message>
+    <message>
+        <source>Folder does not currently exist.</source>
+        <translation>Den Ordner gibt es zurzeit nicht.</translation>
+    </message>
+    <message>
+        <source>This location is not a folder.</source>
+        <translation>Das ist kein Ordner.</translation>
+    </message>
+    <message>
+        <source>Saved folder access couldn’t be read. Choose folders again to restore observation.</source>
+        <translation>Der gesicherte Zugriff auf Ordner konnte nicht gelesen werden. Wählen Sie die Ordner noch einmal aus.</translation>
+    </message>
+    <message>
+        <source>The settings can’t be saved.</source>
+        <translation>Die Einstellungen können nicht gesichert werden.</translation>
+    </message>
+    <message>
+        <source>All selected folders are ready.</source>
+        <translation>Alle ausgewählten Ordner sind bereit.</translation>
+    </message>
+    <message>
+        <source>Folder access was unavailable during the check.</source>
+        <translation>Bei der Prüfung war kein Zugriff auf den Ordner möglich.</translation>
+    </message>
+    <message>
+        <source>The clipboard history can’t be changed before it has been read.</source>
+        <translation>Der Verlauf der Zwischenablage kann erst geändert werden, wenn er gelesen ist.</translation>
+    </message>
+    <message>
+        <source>The clipboard history can’t be changed, because the last change could not be saved. Start Tidemark again.</source>
+        <translation>Der Verlauf der Zwischenablage kann nicht geändert werden, weil die letzte Änderung nicht gesichert werden konnte. Starten Sie Tidemark neu.</translation>
+    </message>
+    <message>
+        <source>New activity history could not be saved. Collection stopped to protect the existing file.</source>
+        <translation>Neue Aktivitäten konnten nicht gesichert werden. Um die vorhandene Datei zu schützen, wird nichts mehr erfasst.</translation>
+    </message>
+    <message>
+        <source>About this event</source>
+        <translation>Über dieses Ereignis</translation>
+    </message>
+    <message>
+        <source>Close details</source>
+        <translation>Einzelheiten schließen</translation>
+    </message>
+    <message>
+        <source>STATE DIFFERENCE</source>
+        <translation>UNTERSCHIED DER ZUSTÄNDE</translation>
+    </message>
+    <message>
+        <source>CHANGE DETAILS</source>
+        <translation>ÄNDERUNGEN IM EINZELNEN</translation>
+    </message>
+    <message>
+        <source>System service</source>
+        <translation>Systemdienst</translation>
+    </message>
+    <message>
+        <source>Connection cost flag</source>
+        <translation>Kennzeichnung der Verbindungskosten</translation>
+    </message>
+    <message>
+        <source>System Agents</source>
+        <translation>Hintergrundprogramme des Systems</translation>
+    </message>
+    <message>
+        <source>System Daemons</source>
+        <translation>Systemdienste</translation>
+    </message>
+    <message>
+        <source>Developer Data</source>
+        <translation>Entwicklerdaten</translation>
+    </message>
+    <message>
+        <source>Version not recorded</source>
+        <translation>Version nicht aufgezeichnet</translation>
+    </message>
+    <message>
+        <source>Background items</source>
+        <translation>Hintergrundobjekte</translation>
+    </message>
+    <message>
+        <source>The History Couldn’t Be Read</source>
+        <translation>Der Verlauf konnte nicht gelesen werden</translation>
+    </message>
+    <message>
+        <source>Launched</source>
+        <translation>Gestartet</translation>
+    </message>
+    <message>
+        <source>1 event · observed history</source>
+        <translation>1 Ereignis · beobachteter Verlauf</translation>
+    </message>
+    <message>
+        <source>Quit</source>
+        <translation>Beendet</translation>
+    </message>
+    <message>
+        <source>Your background agents</source>
+        <translation>Ihre Hintergrundprogramme</translation>
+    </message>
+    <message>
+        <source>System background daemons</source>
+        <translation>Systemdienste im Hintergrund</translation>
+    </message>
+    <message>
+        <source>Optional software</source>
+        <translation>Zusätzliche Software</translation>
+    </message>
+    <message>
+        <source>Local software</source>
+        <translation>Lokale Software</translation>
+    </message>
+    <message>
+        <source>Documents</source>
+        <translation>Dokumente</translation>
+    </message>
+    <message>
+        <source>Less Space Available</source>
+        <translation>Weniger Speicher frei</translation>
+    </message>
+    <message>
+        <source>Space Freed Up</source>
+        <translation>Speicher frei geworden</translation>
+    </message>
+    <message>
+        <source>Trash Is Now Empty</source>
+        <translation>Papierkorb ist jetzt leer</translation>
+    </message>
+    <message>
+        <source>New Background Item</source>
+        <translation>Neues Hintergrundobjekt</translation>
+    </message>
+    <message>
+        <source>Background Item Removed</source>
+        <translation>Hintergrundobjekt entfernt</translation>
+    </message>
+    <message>
+        <source>Background Item Changed</source>
+        <translation>Hintergrundobjekt geändert</translation>
+    </message>
+    <message>
+        <source>Captures Resumed</source>
+        <translation>Wieder aufgenommen</translation>
+    </message>
+    <message>
+        <source>Operating System Changed</source>
+        <translation>Betriebssystem geändert</translation>
+    </message>
+    <message>
+        <source>This computer has no Bluetooth adapter.</source>
+        <translation>Dieser Computer hat keinen Bluetooth-Adapter.</translation>
+    </message>
+    <message>
+        <source>UPower, the service that reports batteries, does not run.</source>
+        <translation>Der Dienst UPower, der Akkus meldet, läuft nicht.</translation>
+    </message>
+    <message>
+        <source>The Bluetooth service BlueZ does not run.</source>
+        <translation>Der Bluetooth-Dienst BlueZ läuft nicht.</translation>
+    </message>
 </context>
 <context>
     <name>tidemark::CoverageDialog</name>
@@ -1498,6 +1999,44 @@
     <message>
         <source>Stop Monitoring</source>
         <translation>Nicht mehr überwachen</translation>
+    </message>
+</context>
+<context>
+    <name>tidemark::FolderMapLegend</name>
+    <message>
+        <source>Grew</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Shrank</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>No change</source>
+        <translation type="unfinished">Keine Änderung</translation>
+    </message>
+    <message>
+        <source>Change unknown</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Colours of the map: %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>tidemark::FolderMapPane</name>
+    <message>
+        <source>All Folders</source>
+        <translation type="unfinished">Alle Ordner</translation>
+    </message>
+    <message>
+        <source>Show the folder around</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>and %1 more</source>
+        <translation type="unfinished"></translation>
     </message>
 </context>
 <context>

@@ -21,8 +21,8 @@ constexpr int symbolSide = 33;
 /// A title is as long as the name of a file can be, or a clip.
 constexpr qsizetype mostCharacters = 300;
 
-QString headText(const std::string& text) {
-    const QString all = QString::fromStdString(text).simplified();
+QString headText(const QString& text) {
+    const QString all = text.simplified();
     return isolated(all.size() <= mostCharacters ? all
                                                  : all.left(mostCharacters) + QStringLiteral("…"));
 }
@@ -77,11 +77,13 @@ void InspectorView::addHead(QVBoxLayout& column, const EventInspection& inspecti
     auto* symbol = new QLabel;
     symbol->setPixmap(tintedSymbol(inspection.symbol, symbolSide, palette().color(QPalette::Text),
                                    devicePixelRatioF()));
+    const QString title =
+        inspection.isNamed ? QString::fromStdString(inspection.title) : shownText(inspection.title);
     auto* texts = new QVBoxLayout;
     texts->setSpacing(2);
-    texts->addWidget(wrapping(labels::title(headText(inspection.title), 1.25)));
+    texts->addWidget(wrapping(labels::title(headText(title), 1.25)));
     if (!inspection.subtitle.empty())
-        texts->addWidget(wrapping(labels::note(headText(inspection.subtitle))));
+        texts->addWidget(wrapping(labels::note(headText(shownText(inspection.subtitle)))));
     auto* close = new QToolButton;
     close->setAutoRaise(true);
     close->setIcon(symbolIcon("xmark"));

@@ -7,6 +7,22 @@
 
 namespace tidemark {
 
+namespace {
+
+/// The texts of an event in the language of the user. Files, programs and clips keep their names.
+EventRow rowOf(const Event& event, const Calendar& calendar) {
+    EventRow row = EventRow::of(event, calendar);
+    if (event.memory)
+        return row;
+    const std::string title = shownText(row.title).toStdString();
+    row.accessibleText.replace(0, row.title.size(), title);
+    row.title = title;
+    row.subtitle = shownText(row.subtitle).toStdString();
+    return row;
+}
+
+} // namespace
+
 std::vector<TimelineModel::Row> TimelineModel::rowsOf(const TimelinePresentation& presentation) {
     std::vector<Row> all;
     all.reserve(presentation.events.size() + presentation.days.size());
@@ -60,7 +76,7 @@ void TimelineModel::takeCounts(const std::vector<Row>& next) {
 const EventRow& TimelineModel::textsOf(int row) const {
     const auto& event = rows[static_cast<std::size_t>(row)].event;
     if (lastTexts.first.object() != event.object())
-        lastTexts = {event, EventRow::of(*event, calendar)};
+        lastTexts = {event, rowOf(*event, calendar)};
     return lastTexts.second;
 }
 
@@ -90,9 +106,9 @@ QVariant TimelineModel::data(const QModelIndex& index, int role) const {
     case kindRole:
         return static_cast<int>(row.event->observationGap ? RowKind::gap : RowKind::event);
     case Qt::DisplayRole:
-        return shownText(textsOf(index.row()).title);
+        return QString::fromStdString(textsOf(index.row()).title);
     case Qt::AccessibleTextRole:
-        return shownText(textsOf(index.row()).accessibleText);
+        return QString::fromStdString(textsOf(index.row()).accessibleText);
     case rowRole:
         return QVariant::fromValue(textsOf(index.row()));
     case idRole:
