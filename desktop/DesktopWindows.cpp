@@ -3,6 +3,7 @@
 #include "app/ports/SystemServices.h"
 
 #include <QApplication>
+#include <algorithm>
 
 namespace tidemark {
 
@@ -51,6 +52,7 @@ DesktopWindows::DesktopWindows(Recorder& used)
     connectTray();
     recorder.requests().showWindow = [this] { showWindow(); };
     recorder.requests().showSearch = [this] { showSearch(); };
+    recorder.requests().showEvent = [this](const std::string& id) { showEvent(id); };
 }
 
 void DesktopWindows::connectWindow() {
@@ -79,6 +81,16 @@ void DesktopWindows::closed() {
 
 void DesktopWindows::showWindow() {
     bringForward(window);
+}
+
+void DesktopWindows::showEvent(const std::string& id) {
+    showWindow();
+    auto& history = recorder.model().history();
+    const auto& events = history.history()->full;
+    const auto event =
+        std::ranges::find_if(events, [&](const auto& each) { return each->id == id; });
+    if (event != events.end())
+        history.openEvent(*event);
 }
 
 void DesktopWindows::showSearch() {

@@ -28,6 +28,8 @@ public:
     explicit DesktopWindows(Recorder& recorder);
 
     void showWindow();
+    /// Shows an event in the main window, if it is still there.
+    void showEvent(const std::string& id);
     void showSearch();
     void showSettings();
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <string>
 
 namespace tidemark {
 
@@ -10,6 +11,8 @@ struct ProgramRequests {
     /// Brings the main window forward.
     std::function<void()> showWindow{};
     std::function<void()> showSearch{};
+    /// Shows the event with this id in the main window, if it is still there.
+    std::function<void(const std::string& eventID)> showEvent{};
     /// Ends the program, so that another one can record with windows. Only of a program without
     /// windows.
     std::function<void()> handOver{};

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "core/growth/GapRows.h"
+#include "core/growth/GrowthSource.h"
 #include "core/journal/Journal.h"
 #include "core/memory/MemoryArchive.h"
 #include "core/presentation/HistoryView.h"
@@ -21,16 +23,26 @@ struct RecordedHistory {
     Journal journal;
     std::vector<SystemActivity> activity;
     MemoryArchive memory;
-    /// Why `activity` or `memory` could not be read, as a sentence.
+    /// The daily sizes of earlier years.
+    Shared<StorageHistory> dailySizes;
+    /// When recording began, paused and ended; none where that could not be read.
+    std::vector<RecorderRun> runs;
+    /// Why `activity`, `memory` or `dailySizes` could not be read, as a sentence.
     std::optional<std::string> activityProblem{};
     std::optional<std::string> memoryProblem{};
+    std::optional<std::string> dailySizesProblem{};
 
     /// Reads the files when no recorder is running, without clips older than `clipboardDays`.
     /// Throws `Error` when the journal can't be read. Blocks.
     static RecordedHistory load(const DataFiles& files, std::int64_t clipboardDays);
 
+    /// All of these that there are.
+    std::vector<std::string> problems() const;
     /// The events of all sources.
     MergedHistory merged() const;
+    GrowthSource growth() const;
+    /// Refers to this object.
+    GapSource gaps() const;
 };
 
 } // namespace tidemark

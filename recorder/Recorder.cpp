@@ -44,7 +44,9 @@ Recorder::Recorder(const RecorderPlaces& where)
                 .files = where.files,
                 .applicationCenter = applicationCenter,
                 .workspaceCenter = workspaceCenter,
-                .guard = held.guard()}) {
+                .guard = held.guard()}),
+      notices(state, stored, systemServices::desktopNotifications,
+              [this](const std::string& eventID) { return openingOf(eventID); }) {
     auto& screen = appModel.history();
     QObject::connect(&memory, &MemoryHistoryService::changed, &screen,
                      [this, &screen] { screen.setMemory(memory.archive()); });
@@ -95,6 +97,10 @@ SettingSources Recorder::sourcesOf(const LiveMonitors& monitors,
         reasons[SettingSource::clipboard] = *absence;
     else if (!absence && !reasons.contains(SettingSource::clipboard))
         present.insert(SettingSource::clipboard);
+    if (const auto absence = systemServices::desktopNotificationsAbsence(); !absence)
+        present.insert(SettingSource::notifications);
+    else if (!absence->empty())
+        reasons[SettingSource::notifications] = *absence;
     if (systemServices::hasFileIndex())
         present.insert(SettingSource::recentFiles);
     if (auto reason = systemServices::applicationsAbsence())
@@ -104,12 +110,21 @@ SettingSources Recorder::sourcesOf(const LiveMonitors& monitors,
     return SettingSources(std::move(present), std::move(reasons));
 }
 
+std::function<void()> Recorder::openingOf(const std::string& eventID) const {
+    if (!programRequests.showEvent)
+        return {};
+    return [show = programRequests.showEvent, eventID] { show(eventID); };
+}
+
 RecordedHistory Recorder::recorded() const {
     return {.journal = *state.journal(),
             .activity = state.systemActivity(),
             .memory = memory.archive(),
+            .dailySizes = appModel.dailySizes().history(),
+            .runs = appModel.recorderRuns().records(),
             .activityProblem = *state.activityError,
-            .memoryProblem = memory.failure()};
+            .memoryProblem = memory.failure(),
+            .dailySizesProblem = appModel.dailySizes().problem()};
 }
 
 } // namespace tidemark

@@ -6,6 +6,7 @@
 #include "app/memory/FileCollector.h"
 #include "app/memory/MemoryHistoryService.h"
 #include "app/model/AppModel.h"
+#include "app/model/BackgroundItemNotices.h"
 #include "app/model/LiveWiring.h"
 #include "app/preferences/JsonPreferences.h"
 #include "app/preferences/SettingSource.h"
@@ -61,6 +62,8 @@ public:
 private:
     static SettingSources sourcesOf(const LiveMonitors& monitors,
                                     std::map<SettingSource, std::string> absent);
+    /// Opens an event of the history; empty in a program without windows.
+    std::function<void()> openingOf(const std::string& eventID) const;
     static FolderLock taken(const std::filesystem::path& folder);
 
     RecorderPlaces where;
@@ -77,6 +80,7 @@ private:
     LiveMonitors monitors;
     LiveWiring live;
     AppModel appModel;
+    BackgroundItemNotices notices;
     TaskScope scope;
 };
 

@@ -14,9 +14,8 @@ CommandAnswer storedSettings(StoredRecords& stored, const SettingsReader& answer
 CommandAnswer storedHistory(StoredRecords& stored, const HistoryReader& answer) {
     const HistoryReading reading{.history = stored.history(), .colour = stored.colour()};
     CommandAnswer result{answer(reading)};
-    for (const auto& problem : {reading.history.activityProblem, reading.history.memoryProblem})
-        if (problem)
-            result.problems.push_back(*problem);
+    for (const auto& problem : reading.history.problems())
+        result.problems.push_back(problem);
     return result;
 }
 

@@ -39,13 +39,18 @@ AppModel::AppModel(Setup setup)
                                              : machineObservation(scanner, progress)}),
       flow(modelState, observations, journalFile, preferences, clock, tasks),
       recording(modelState, observations, flow, live, preferences, tasks),
-      screen(modelState, preferences, clock, tasks), namedSnapshots({.state = modelState,
-                                                                     .observations = observations,
-                                                                     .flow = flow,
-                                                                     .file = journalFile,
-                                                                     .screen = screen,
-                                                                     .preferences = preferences,
-                                                                     .tasks = tasks}),
+      sizes(modelState, dataFiles, setup.guard, tasks),
+      runs(modelState, dataFiles.recorderRuns(), setup.guard, clock, tasks),
+      screen(modelState, preferences, clock, tasks),
+      growthScreen(modelState, sizes, runs, clock, tasks),
+      digestCard(growthScreen, screen, modelState, preferences, clock),
+      namedSnapshots({.state = modelState,
+                      .observations = observations,
+                      .flow = flow,
+                      .file = journalFile,
+                      .screen = screen,
+                      .preferences = preferences,
+                      .tasks = tasks}),
       historyImport({.state = modelState,
                      .flow = flow,
                      .file = journalFile,
@@ -114,6 +119,7 @@ QCoro::Task<void> AppModel::start() {
     const bool isOpen = co_await open();
     if (!isOpen)
         co_return;
+    co_await runs.open(true);
     co_await startLiveServices();
     co_await catchUp();
 }
@@ -129,8 +135,11 @@ QCoro::Task<void> AppModel::startForOneCapture() {
 
 QCoro::Task<void> AppModel::openHistory() {
     const Starting started(*this);
-    if (started)
-        co_await open();
+    if (!started)
+        co_return;
+    const bool isOpen = co_await open();
+    if (isOpen)
+        co_await runs.open(false);
 }
 
 /// Reads the history. False when it can't be read or the program ends meanwhile.
@@ -171,6 +180,7 @@ QCoro::Task<void> AppModel::load() {
     Journal journal = co_await journalFile.load();
     modelState.setJournal(std::move(journal));
     co_await live.loadMemory();
+    co_await sizes.open();
 }
 
 QCoro::Task<void> AppModel::startLiveServices() {
@@ -233,6 +243,7 @@ void AppModel::stopAutomaticCaptures() {
     observations.abandon();
     folders.stopWaiting();
     live.stop();
+    runs.close();
 }
 
 bool AppModel::setCaptureSchedule(CaptureSchedule schedule) {

@@ -4,7 +4,9 @@
 #include "app/capture/CaptureScheduler.h"
 #include "app/model/CaptureFlow.h"
 #include "app/model/DataFiles.h"
+#include "app/model/DigestCard.h"
 #include "app/model/FolderSetup.h"
+#include "app/model/GrowthScreen.h"
 #include "app/model/HistoryImport.h"
 #include "app/model/HistoryScreen.h"
 #include "app/model/NamedSnapshots.h"
@@ -105,6 +107,14 @@ public:
     /// The merged history, the user's place in it, and what is shown there.
     HistoryScreen& history() { return screen; }
     const HistoryScreen& history() const { return screen; }
+    /// Charts of sizes, what grew, and gaps.
+    GrowthScreen& growth() { return growthScreen; }
+    /// What happened while the user was away.
+    DigestCard& digest() { return digestCard; }
+    /// The daily sizes of earlier years.
+    const StorageHistoryKeeper& dailySizes() const { return sizes; }
+    /// When recording began, paused and ended.
+    const RecorderRuns& recorderRuns() const { return runs; }
     /// Saving and deleting named snapshots.
     NamedSnapshots& snapshots() { return namedSnapshots; }
 
@@ -145,7 +155,11 @@ private:
     ObservationFlow observations;
     CaptureFlow flow;
     RecordingSwitch recording;
+    StorageHistoryKeeper sizes;
+    RecorderRuns runs;
     HistoryScreen screen;
+    GrowthScreen growthScreen;
+    DigestCard digestCard;
     NamedSnapshots namedSnapshots;
     HistoryImport historyImport;
     FolderSetup folderSetup;

@@ -21,6 +21,10 @@ struct DataFiles {
     std::filesystem::path storageMeasurements() const {
         return directory / "storage-measurements.json";
     }
+    /// The daily sizes.
+    std::filesystem::path storageHistory() const { return directory / "storage-history.json"; }
+    /// When the recorder began, paused and ended.
+    std::filesystem::path recorderRuns() const { return directory / "recorder-runs.json"; }
 
     /// `applicationSupport` is the user's folder for application data.
     static DataFiles below(const std::filesystem::path& applicationSupport);

@@ -2,6 +2,7 @@
 
 #include "app/ports/ApplicationSource.h"
 #include "app/ports/Clipboard.h"
+#include "app/ports/DesktopNotifications.h"
 #include "app/ports/FileIndex.h"
 #include "app/ports/LoginItem.h"
 #include "app/ports/RecorderService.h"
@@ -37,6 +38,11 @@ std::unique_ptr<ApplicationSource> applications();
 /// Why launches of applications are not noticed on this machine, as a sentence; absent when they
 /// are.
 std::optional<std::string> applicationsAbsence();
+/// Null where this release has none for the system.
+std::unique_ptr<DesktopNotifications> desktopNotifications();
+/// Why no notifications can be shown in the present session, as a sentence; absent when they can,
+/// as far as that is known before one is shown. Empty where `desktopNotifications` is null.
+std::optional<std::string> desktopNotificationsAbsence();
 bool hasFileIndex();
 /// Null where this release has none for the system.
 std::unique_ptr<FileIndex> fileIndex();

@@ -117,6 +117,12 @@ inline constexpr NumberKey sidebarWidth{
     {"sidebarWidth", 220, "Width of the sidebar in the window", true}, 100, 2'000};
 inline constexpr NumberKey inspectorWidth{
     {"inspectorWidth", 400, "Width of the details in the window", true}, 100, 4'000};
+inline constexpr SwitchKey backgroundItemNotices{
+    {"backgroundItemNotices", false, "Show a notification when new background items are found"}};
+inline constexpr NumberKey historyLastSeen{
+    {"historyLastSeen", 0, "When the history was last visible, in seconds since 1970", true},
+    0,
+    253'402'300'799};
 
 // Folders.
 inline constexpr DataKey observationFolderBookmarks{
@@ -186,6 +192,8 @@ inline constexpr auto all = std::to_array<AnyPreferenceKey>({
     windowHeight,
     sidebarWidth,
     inspectorWidth,
+    backgroundItemNotices,
+    historyLastSeen,
     observationFolderBookmarks,
     unifiedFolderTrackingMigrated,
     removedRecommendedPaths,

@@ -30,6 +30,7 @@ constexpr auto needs = std::to_array<Need>({
     {preference::memoryClipboardDays.name, SettingSource::clipboard},
     {preference::memoryExcludedApps.name, SettingSource::clipboard},
     {preference::memoryExcludedApps.name, SettingSource::applicationLaunches},
+    {preference::backgroundItemNotices.name, SettingSource::notifications},
     {preference::historyTimeWindow.name, SettingSource::windows},
     {preference::historyCustomWindowDays.name, SettingSource::windows},
     {preference::listingTextSize.name, SettingSource::windows},
@@ -56,6 +57,8 @@ std::string_view useOf(SettingSource source) {
         return "follow applications";
     case SettingSource::clipboard:
         return "follow the clipboard";
+    case SettingSource::notifications:
+        return "show notifications";
     case SettingSource::windows:
         return "show a window";
     }

@@ -19,6 +19,7 @@ enum class SettingSource {
     recentFiles,
     applicationLaunches,
     clipboard,
+    notifications,
     windows,
 };
 

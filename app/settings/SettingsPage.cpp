@@ -111,6 +111,7 @@ SettingsSection observationSection(const SettingsPageState& state, const Calenda
                        + calendar.format(*state.nextCapture, "d MMM yyyy, HH:mm"));
         group.text("Keep Tidemark running to record changes.");
     }
+    group.toggle(preference::backgroundItemNotices, "Notify about new background items");
     return {"Observation", {group.group()}};
 }
 

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cmath>
 #include <map>
+#include <ranges>
 #include <tuple>
 #include <utility>
 
@@ -226,6 +227,18 @@ private:
     std::pair<Date, Date> day{Date::distantFuture(), Date::distantPast()};
 };
 
+/// The time of the newest point that is not later than `last`.
+Date newestThrough(const StorageHistory& history, Date last) {
+    Date newest = Date::distantPast();
+    for (const auto& series : history.series)
+        for (const Date at : series->measuredAt | std::views::reverse)
+            if (at <= last) {
+                newest = std::max(newest, at);
+                break;
+            }
+    return newest;
+}
+
 } // namespace
 
 void StorageHistory::record(const Snapshot& snapshot, const Calendar& calendar) {
@@ -234,16 +247,22 @@ void StorageHistory::record(const Snapshot& snapshot, const Calendar& calendar) 
     recording.finish();
 }
 
-StorageHistory StorageHistory::of(const std::vector<Shared<Snapshot>>& snapshots,
-                                  const Calendar& calendar) {
-    auto inOrder = snapshots;
-    std::ranges::stable_sort(inOrder, {}, [](const auto& each) { return each->timestamp; });
-    StorageHistory history;
-    Recording recording(history, calendar);
-    for (const auto& snapshot : inOrder)
+bool StorageHistory::catchUp(const std::vector<Shared<Snapshot>>& snapshots,
+                             const Calendar& calendar) {
+    if (snapshots.empty())
+        return false;
+    const Date last = snapshots.back()->timestamp;
+    const Date newest = newestThrough(*this, last);
+    std::vector<const Snapshot*> later;
+    for (const auto& snapshot : snapshots)
+        if (wholeSecond(snapshot->timestamp) > newest && snapshot->timestamp <= last)
+            later.push_back(&*snapshot);
+    std::ranges::stable_sort(later, {}, &Snapshot::timestamp);
+    Recording recording(*this, calendar);
+    for (const auto* snapshot : later)
         recording.add(*snapshot);
     recording.finish();
-    return history;
+    return !later.empty();
 }
 
 } // namespace tidemark

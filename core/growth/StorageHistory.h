@@ -33,9 +33,10 @@ struct StorageHistory {
     /// capture, made while the clock was ahead, are dropped.
     void record(const Snapshot& snapshot, const Calendar& calendar);
 
-    /// The history that is recorded from these snapshots, in any order.
-    static StorageHistory of(const std::vector<Shared<Snapshot>>& snapshots,
-                             const Calendar& calendar);
+    /// Adds the snapshots that are later than every point. The last one is the latest capture;
+    /// those dated after it, and points after it, come from a clock that was ahead. False when
+    /// there is none to add.
+    bool catchUp(const std::vector<Shared<Snapshot>>& snapshots, const Calendar& calendar);
 
     bool operator==(const StorageHistory&) const = default;
     static constexpr auto fields() {

@@ -32,6 +32,14 @@ std::optional<std::string> systemServices::applicationsAbsence() {
     return "This release can’t follow applications on this system.";
 }
 
+std::unique_ptr<DesktopNotifications> systemServices::desktopNotifications() {
+    return nullptr;
+}
+
+std::optional<std::string> systemServices::desktopNotificationsAbsence() {
+    return std::string();
+}
+
 bool systemServices::hasFileIndex() {
     return false;
 }

@@ -111,7 +111,8 @@ QCoro::Task<std::string> status(CommandContext& context, const Options& options)
         status.monitors = context.recorder.monitorStatuses();
     status.nextCapture = context.model().nextAutomaticCapture();
     for (const auto& problem :
-         {*state.error, *state.activityError, context.recorder.memoryHistory().failure()})
+         {*state.error, *state.activityError, context.recorder.memoryHistory().failure(),
+          context.model().dailySizes().problem()})
         if (problem)
             status.problems.push_back(*problem);
     co_return shown(status, options.json);
@@ -122,9 +123,8 @@ std::optional<CommandAnswer> storedStatus(StoredRecords& records, const Options&
     const RecordedHistory history = records.history();
     const FolderAccess folders(preferences, BookmarkOperations::direct());
     Status status = stored(history.journal, preferences, folders);
-    for (const auto& problem : {history.activityProblem, history.memoryProblem})
-        if (problem)
-            status.problems.push_back(*problem);
+    for (auto& problem : history.problems())
+        status.problems.push_back(std::move(problem));
     return CommandAnswer{shown(status, options.json)};
 }
 

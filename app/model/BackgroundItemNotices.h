@@ -1,0 +1,47 @@
+#pragma once
+
+#include "app/model/ModelState.h"
+#include "app/ports/DesktopNotifications.h"
+#include "app/preferences/Preferences.h"
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace tidemark {
+
+/// Shows a desktop notification for the new background items of a capture, one for all of them,
+/// while the setting is on. Main thread only.
+class BackgroundItemNotices : public QObject {
+    Q_OBJECT
+
+public:
+    /// Makes the connection to what shows notifications; returns null where the system has nothing.
+    using MakeNotifications = std::function<std::unique_ptr<DesktopNotifications>()>;
+    /// Returns what opens the event with this id; an empty function in a program without windows.
+    using OpeningOf = std::function<std::function<void()>(const std::string& eventID)>;
+
+    /// The references must outlive this object. The journal is the one in `state`.
+    BackgroundItemNotices(ModelState& state, const Preferences& preferences, MakeNotifications make,
+                          OpeningOf openingOf);
+
+private:
+    void followSetting();
+    void followState();
+    std::vector<Shared<Event>> newEvents() const;
+    void notify(const std::vector<Shared<Event>>& added);
+
+    ModelState& state;
+    const Preferences& preferences;
+    const MakeNotifications make;
+    const OpeningOf openingOf;
+    /// Null while the setting is off.
+    std::unique_ptr<DesktopNotifications> notifications;
+    std::uint64_t captures = 0;
+    /// Id of the last event of the journal as last seen here.
+    std::string lastEvent;
+};
+
+} // namespace tidemark

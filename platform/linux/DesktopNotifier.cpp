@@ -1,0 +1,93 @@
+#include "platform/linux/DesktopNotifier.h"
+
+#include <QStringList>
+#include <utility>
+
+namespace tidemark {
+
+namespace {
+
+const QString name = QStringLiteral("org.freedesktop.Notifications");
+const QString path = QStringLiteral("/org/freedesktop/Notifications");
+const QString interface = QStringLiteral("org.freedesktop.Notifications");
+/// The action of a click on the notification itself.
+const QString clicked = QStringLiteral("default");
+/// As long as the service decides.
+constexpr int usualTime = -1;
+
+bool isAbout(const QDBusMessage& signal, unsigned notification) {
+    return notification != 0 && signal.arguments().value(0).toUInt() == notification;
+}
+
+} // namespace
+
+DesktopNotifier::DesktopNotifier(const MessageBus& bus)
+    : service(bus, name, [this] { follow(); }) {}
+
+void DesktopNotifier::follow() {
+    shown = 0;
+    takesMarkup.reset();
+    actions.reset();
+    closings.reset();
+    if (!service.isThere()) {
+        current.reset();
+        return;
+    }
+    actions = service.subscribe(path, interface, QStringLiteral("ActionInvoked"),
+                                [this](const auto& signal) { takeAction(signal); });
+    closings = service.subscribe(path, interface, QStringLiteral("NotificationClosed"),
+                                 [this](const auto& signal) { takeClosing(signal); });
+    service.call(path, interface, QStringLiteral("GetCapabilities"), {},
+                 [this](const auto& reply) { takeCapabilities(reply); });
+}
+
+void DesktopNotifier::takeCapabilities(const QDBusMessage& reply) {
+    const auto capabilities = reply.arguments().value(0).toStringList();
+    takesMarkup = capabilities.contains(QStringLiteral("body-markup"));
+    if (current)
+        send();
+}
+
+void DesktopNotifier::show(Notification notification) {
+    if (service.state() == BusService::State::absent)
+        return;
+    current = std::move(notification);
+    if (takesMarkup)
+        send();
+}
+
+void DesktopNotifier::send() {
+    QString body = QString::fromStdString(current->body);
+    if (*takesMarkup)
+        body = body.toHtmlEscaped();
+    QStringList offered;
+    if (current->activated)
+        offered = {clicked, QStringLiteral("Show")};
+    const QVariantMap hints{{QStringLiteral("desktop-entry"), QStringLiteral("app.tidemark")}};
+    service.call(path, interface, QStringLiteral("Notify"),
+                 {QStringLiteral("Tidemark"), shown, QStringLiteral("app.tidemark"),
+                  QString::fromStdString(current->title), body, offered, hints, usualTime},
+                 [this](const QDBusMessage& reply) {
+                     shown = reply.type() == QDBusMessage::ReplyMessage
+                                 ? reply.arguments().value(0).toUInt()
+                                 : 0;
+                 });
+}
+
+void DesktopNotifier::takeAction(const QDBusMessage& signal) {
+    if (!isAbout(signal, shown) || signal.arguments().value(1).toString() != clicked)
+        return;
+    // A copy, because it may show another notification.
+    const auto activated = current ? current->activated : nullptr;
+    if (activated)
+        activated();
+}
+
+void DesktopNotifier::takeClosing(const QDBusMessage& signal) {
+    if (!isAbout(signal, shown))
+        return;
+    shown = 0;
+    current.reset();
+}
+
+} // namespace tidemark
