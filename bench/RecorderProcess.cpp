@@ -19,17 +19,18 @@ namespace fs = std::filesystem;
 
 namespace {
 
-/// Starts the program with standard output to `output` and without a log.
-pid_t spawn(const fs::path& home, const std::vector<std::string>& words, int output) {
+/// Starts a program with standard output to `output` and without a log. The first of the words is
+/// its path.
+pid_t spawn(const fs::path& home, std::vector<std::string> arguments, int output) {
     const pid_t child = ::fork();
     if (child != 0)
         return child;
-    std::vector<std::string> arguments{TIDEMARK_PROGRAM};
-    arguments.insert(arguments.end(), words.begin(), words.end());
-    std::vector<std::string> variables{"HOME=" + home.native(), "LC_ALL=C.UTF-8",
+    std::vector<std::string> variables{"HOME=" + home.native(),
+                                       "LC_ALL=C.UTF-8",
                                        "XDG_DATA_HOME=" + (home / "data").native(),
                                        "XDG_CONFIG_HOME=" + (home / "config").native(),
-                                       "XDG_RUNTIME_DIR=" + (home / "run").native()};
+                                       "XDG_RUNTIME_DIR=" + (home / "run").native(),
+                                       "QT_QPA_PLATFORM=offscreen"};
     const auto pointers = [](std::vector<std::string>& texts) {
         std::vector<char*> list;
         for (std::string& text : texts)
@@ -41,14 +42,15 @@ pid_t spawn(const fs::path& home, const std::vector<std::string>& words, int out
     ::dup2(nowhere, STDIN_FILENO);
     ::dup2(output < 0 ? nowhere : output, STDOUT_FILENO);
     ::dup2(nowhere, STDERR_FILENO);
-    ::execve(TIDEMARK_PROGRAM, pointers(arguments).data(), pointers(variables).data());
+    ::execve(arguments.front().c_str(), pointers(arguments).data(), pointers(variables).data());
     ::_exit(127);
 }
 
-std::string outputOf(const fs::path& home, const std::vector<std::string>& words) {
+std::string outputOf(const fs::path& home, std::vector<std::string> words) {
     std::array<int, 2> ends{};
     if (::pipe2(ends.data(), O_CLOEXEC) != 0)
         throw std::runtime_error("no pipe");
+    words.insert(words.begin(), TIDEMARK_PROGRAM);
     const pid_t child = spawn(home, words, ends[1]);
     ::close(ends[1]);
     std::string text;
@@ -59,7 +61,7 @@ std::string outputOf(const fs::path& home, const std::vector<std::string>& words
     int status = 0;
     ::waitpid(child, &status, 0);
     if (status != 0)
-        throw std::runtime_error("the program failed: " + words.front());
+        throw std::runtime_error("the program failed: " + words.at(1));
     return text;
 }
 
@@ -72,6 +74,18 @@ std::int64_t numberIn(const fs::path& file, const std::string& name) {
     return 0;
 }
 
+std::vector<std::string> wordsOf(RecorderProcess::Program program) {
+    switch (program) {
+    case RecorderProcess::Program::withWindow:
+        return {TIDEMARK_DESKTOP};
+    case RecorderProcess::Program::withHiddenWindow:
+        return {TIDEMARK_DESKTOP, "--background"};
+    case RecorderProcess::Program::withoutWindow:
+        break;
+    }
+    return {TIDEMARK_PROGRAM, "run"};
+}
+
 } // namespace
 
 void RecorderProcess::prepare(const fs::path& home) {
@@ -82,8 +96,8 @@ void RecorderProcess::prepare(const fs::path& home) {
     outputOf(home, {"schedule", "manual"});
 }
 
-RecorderProcess::RecorderProcess(fs::path user)
-    : home(std::move(user)), process(spawn(home, {"run"}, -1)) {}
+RecorderProcess::RecorderProcess(fs::path user, Program program)
+    : home(std::move(user)), process(spawn(home, wordsOf(program), -1)) {}
 
 RecorderProcess::~RecorderProcess() {
     ::kill(process, SIGTERM);

@@ -19,10 +19,18 @@ public:
         std::int64_t wakeups = 0;
     };
 
+    enum class Program {
+        withoutWindow,
+        /// Off the screen, with its window open.
+        withWindow,
+        /// The same, before its window is opened.
+        withHiddenWindow,
+    };
+
     /// Sets up the recorder: one monitored folder, and captures by command only.
     static void prepare(const std::filesystem::path& home);
 
-    explicit RecorderProcess(std::filesystem::path home);
+    explicit RecorderProcess(std::filesystem::path home, Program program = Program::withoutWindow);
     ~RecorderProcess();
     RecorderProcess(const RecorderProcess&) = delete;
     RecorderProcess& operator=(const RecorderProcess&) = delete;

@@ -1,27 +1,36 @@
 #include "bench/Generator.h"
+#include "bench/RecorderProcess.h"
 #include "bench/Report.h"
 #include "bench/Workspace.h"
+#include "core/journal/JournalStore.h"
 #include "core/memory/MemoryArchive.h"
 #include "demo/DemoRecorder.h"
 #include "views/workspace/TimelineView.h"
 
 #include <QApplication>
 #include <QLineEdit>
+#include <QProcess>
 #include <QScrollBar>
-#include <fstream>
+#include <cstdlib>
+#include <functional>
 
-/// The main window over a history at its limits: 720 snapshots and 22,000 events.
+// The main window over a history at its limits: 720 snapshots and 22,000 events; and the memory and
+// wakeups of the program with windows, beside those of the one without.
 
 using namespace tidemark;
+using bench::RecorderProcess;
 
 namespace {
 
 constexpr int frames = 300;
 constexpr int letters = 20;
+/// Until a process that has started is idle, and for how long it is then watched.
+constexpr double settlingSeconds = 5;
+constexpr double idleSeconds = 30;
 
+/// All but the journal, which is in the folder.
 demo::MadeUpHistory historyAtItsLimits(Date now) {
     demo::MadeUpHistory history;
-    history.journal = bench::journalAtItsLimits();
     for (int i = 0; i < 2000; ++i) {
         auto record = SystemActivity::observed(i % 2 == 0 ? SystemActivity::Kind::sleepRequested
                                                           : SystemActivity::Kind::woke,
@@ -47,27 +56,14 @@ QCoro::Task<void> open(demo::DemoRecorder& recorder) {
     co_await recorder.open();
 }
 
-/// Resident memory in megabytes.
-double resident() {
-    std::ifstream status("/proc/self/status");
-    for (std::string line; std::getline(status, line);)
-        if (line.starts_with("VmRSS:"))
-            return std::stod(line.substr(6)) / 1024;
-    return 0;
-}
-
 struct Opened {
     explicit Opened(const std::filesystem::path& folder, Date now)
         : recorder(folder, historyAtItsLimits(now), now) {
         recorder.preferences().set("historyTimeWindow", std::string("all"));
     }
 
-    void measureStart() {
-        using clock = std::chrono::steady_clock;
-        const auto begin = clock::now();
-        const auto since = [&] {
-            return std::chrono::duration<double>(clock::now() - begin).count();
-        };
+    /// `since` returns the seconds since the process was started.
+    void measureStart(const std::function<double()>& since) {
         recorder.uses().tasks.start(open(recorder));
         window.emplace(recorder.uses());
         window->show();
@@ -78,9 +74,9 @@ struct Opened {
         const double read = since();
         handleEvents();
         window->grab();
-        bench::row("the window itself", frame, "s", 0.3);
+        bench::row("start to the window itself", frame, "s", 0.3);
         bench::row("start to the first painted content", since(), "s", 0.8);
-        bench::row("  of which reading the history", read, "s");
+        bench::row("  of which until the history is read", read, "s");
     }
 
     TimelineView& list() const { return *window->findChild<TimelineView*>(); }
@@ -127,33 +123,74 @@ struct Opened {
         bench::row("a letter in the search field, worst", std::ranges::max(times), "ms");
     }
 
-    /// Of a second window, beside what the first one has loaded of Qt.
-    void measureMemory() {
-        const double before = resident();
-        WorkspaceWindow second(recorder.uses());
-        second.show();
-        handleEvents();
-        second.grab();
-        bench::row("memory of a window", resident() - before, "MB", 60);
-    }
-
     demo::DemoRecorder recorder;
     std::optional<WorkspaceWindow> window;
 };
+
+/// The windows in this process, which was started `begin` nanoseconds after the clock began.
+void measureWindow(const std::filesystem::path& folder, std::int64_t begin) {
+    const auto since = [begin] {
+        const std::chrono::duration<double> now =
+            std::chrono::steady_clock::now().time_since_epoch() - std::chrono::nanoseconds(begin);
+        return now.count();
+    };
+    // The journal of the generator ends then.
+    const Date now{750'000'000 + 720 * 1800.0};
+    Opened opened(folder, now);
+    opened.measureStart(since);
+    opened.measureFrames();
+    opened.measureCapture();
+    opened.measureSearch();
+}
+
+/// The real programs, beside each other.
+void measureProcesses(const std::filesystem::path& home) {
+    using Program = RecorderProcess::Program;
+    struct Figures {
+        double megabytes;
+        double wakeups;
+    };
+    const auto figuresOf = [&](Program program) {
+        const RecorderProcess process(home, program);
+        process.secondsUntil("\"snapshots\":720");
+        process.command({"settings", "set", "historyTimeWindow", "all"});
+        process.wait(settlingSeconds);
+        const auto before = process.effort().wakeups;
+        process.wait(idleSeconds);
+        return Figures{process.residentBytes() / 1e6,
+                       static_cast<double>(process.effort().wakeups - before)};
+    };
+    const auto headless = figuresOf(Program::withoutWindow);
+    const auto shown = figuresOf(Program::withWindow);
+    const auto hidden = figuresOf(Program::withHiddenWindow);
+    bench::row("memory of the recorder without windows", headless.megabytes, "MB");
+    bench::row("memory above that with a window", shown.megabytes - headless.megabytes, "MB", 60);
+    bench::row("wakeups in 30 s without windows", headless.wakeups, "");
+    // The scheduler's minute may fall into one of them.
+    bench::row("wakeups above that with the window hidden", hidden.wakeups - headless.wakeups, "",
+               3);
+}
 
 } // namespace
 
 int main(int argc, char** argv) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
-    QApplication application(argc, argv);
-    QIcon::setThemeName(QStringLiteral("breeze"));
+    if (argc == 3) {
+        QApplication application(argc, argv);
+        QIcon::setThemeName(QStringLiteral("breeze"));
+        measureWindow(argv[1], std::strtoll(argv[2], nullptr, 10));
+        return 0;
+    }
+    const QCoreApplication application(argc, argv);
     const bench::Workspace folder;
-    // The journal of the generator ends then.
-    const Date now{750'000'000 + 720 * 1800.0};
-    Opened opened(folder.path(), now);
-    opened.measureStart();
-    opened.measureFrames();
-    opened.measureCapture();
-    opened.measureSearch();
-    opened.measureMemory();
+    const auto data = folder.path() / "data/Tidemark";
+    JournalStore(data / "journal.json").save(bench::journalAtItsLimits());
+    // In a process of its own, because its start counts.
+    const std::int64_t begin = std::chrono::steady_clock::now().time_since_epoch().count();
+    if (QProcess::execute(QCoreApplication::applicationFilePath(),
+                          {QString::fromStdString(data.native()), QString::number(begin)})
+        != 0)
+        return 1;
+    RecorderProcess::prepare(folder.path());
+    measureProcesses(folder.path());
 }
