@@ -3,7 +3,6 @@
 #include "core/base/Error.h"
 #include "core/base/StartThread.h"
 
-#include <chrono>
 #include <condition_variable>
 #include <deque>
 #include <mutex>
@@ -11,18 +10,13 @@
 
 namespace tidemark {
 
-namespace {
-
-constexpr std::chrono::seconds idleTime{30};
-
-} // namespace
-
 /// Shared with the threads, because they may outlive the pool.
 struct WorkerPool::State {
     std::mutex mutex;
     std::condition_variable changed;
     std::deque<std::function<void()>> waiting;
     std::size_t mostThreads = 0;
+    std::chrono::milliseconds idleTime{};
     std::size_t threads = 0;
     /// Number of threads that wait for work, including those that are being woken.
     std::size_t idle = 0;
@@ -50,8 +44,10 @@ void WorkerPool::State::takeWork() {
     --threads;
 }
 
-WorkerPool::WorkerPool(std::size_t mostThreads) : state(std::make_shared<State>()) {
+WorkerPool::WorkerPool(std::size_t mostThreads, std::chrono::milliseconds idleTime)
+    : state(std::make_shared<State>()) {
     state->mostThreads = mostThreads;
+    state->idleTime = idleTime;
 }
 
 WorkerPool::~WorkerPool() {

@@ -1,18 +1,23 @@
 #pragma once
 
+#include <chrono>
 #include <cstddef>
 #include <functional>
 #include <memory>
 
 namespace tidemark {
 
-/// Threads that do work in the order of the calls to `start`. An idle thread ends after a while.
+/// Threads that do work in the order of the calls to `start`. A thread that is idle for a given
+/// time ends.
 ///
 /// QThreadPool keeps work forever when the system refuses to start a thread for it; this pool
 /// reports the failure. Thread-safe.
 class WorkerPool {
 public:
-    explicit WorkerPool(std::size_t mostThreads);
+    static constexpr std::chrono::milliseconds usualIdleTime = std::chrono::seconds(30);
+
+    explicit WorkerPool(std::size_t mostThreads,
+                        std::chrono::milliseconds idleTime = usualIdleTime);
     /// Does not wait: threads end when the given work is done, or with the process.
     ~WorkerPool();
     WorkerPool(const WorkerPool&) = delete;

@@ -8,6 +8,7 @@
 #include "tests/support/NoThreads.h"
 
 #include <latch>
+#include <semaphore>
 #include <thread>
 
 #include <gtest/gtest.h>
@@ -114,6 +115,9 @@ TEST(Background, ThrowsWhenNoThreadExistsOrCanBeStarted) {
     {
         const test::NoThreads refused;
         EXPECT_THROW(ask(), Error);
+        std::latch released(1);
+        detail::startOnPool([&] { released.count_down(); });
+        released.wait();
     }
     EXPECT_EQ(ask(), 7);
     const test::NoThreads refused;
@@ -136,6 +140,36 @@ TEST(WorkerPool, RunsWorkInOrderOnOneThread) {
     }
     done.wait();
     EXPECT_EQ(log, "abc");
+}
+
+TEST(WorkerPool, GivesWorkToABusyThreadIfNoOtherCanBeStarted) {
+    WorkerPool pool(2);
+    std::latch begun(1);
+    std::latch mayEnd(1);
+    std::latch done(2);
+    pool.start([&] {
+        begun.count_down();
+        mayEnd.wait();
+        done.count_down();
+    });
+    begun.wait();
+    {
+        const test::NoThreads refused;
+        pool.start([&] { done.count_down(); });
+    }
+    mayEnd.count_down();
+    done.wait();
+}
+
+TEST(WorkerPool, StartsAnotherThreadAfterAnIdleOneEnded) {
+    WorkerPool pool(1, std::chrono::milliseconds(0));
+    // Some of the threads have ended by the time that the next work is given.
+    for (int round = 0; round < 200; ++round) {
+        std::binary_semaphore done(0);
+        pool.start([&] { done.release(); });
+        ASSERT_TRUE(done.try_acquire_for(std::chrono::seconds(10))) << round;
+        std::this_thread::yield();
+    }
 }
 
 TEST(TaskScope, DestructorWaitsForTheCoroutines) {
