@@ -106,7 +106,8 @@ ObservationCoverageReport HistoryScreen::observationCoverage() const {
 }
 
 void HistoryScreen::beginExport() {
-    if (isComparing() || presentation().events.empty())
+    // Nothing is shown while states are being compared.
+    if (presentation().events.empty())
         return;
     const auto mode = isStateComparison() ? SnapshotViewMode::states : SnapshotViewMode::timeline;
     report = HistoryExport{presentation().events, std::string(rawValue(mode)), clock.now()};

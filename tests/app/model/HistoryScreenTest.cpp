@@ -48,6 +48,15 @@ struct HistoryScreenTest : test::ModelFixture {
         test::until([&] { return !screen().isComparing(); });
         return shown();
     }
+    /// How often changes are announced until `change` is done.
+    int announced(const std::function<void()>& change) {
+        int changes = 0;
+        const auto counting = QObject::connect(&screen(), &Observable::changed, [&] { ++changes; });
+        change();
+        test::settle();
+        QObject::disconnect(counting);
+        return changes;
+    }
 };
 
 TEST_F(HistoryScreenTest, MergesAllSources) {
@@ -93,7 +102,8 @@ TEST_F(HistoryScreenTest, StoresTheTimeWindowAndClearsASelectionOutsideOfIt) {
     load();
     EXPECT_EQ(shown(), "folder app");
     screen().setSelected(screen().presentation().events.back());
-    screen().setRange("threeDays");
+    test::settle();
+    EXPECT_EQ(announced([&] { screen().setRange("threeDays"); }), 1);
     EXPECT_EQ(shown(), "folder");
     EXPECT_FALSE(screen().selection().event());
     screen().setRange("all");
@@ -105,8 +115,11 @@ TEST_F(HistoryScreenTest, StoresTheTimeWindowAndClearsASelectionOutsideOfIt) {
     EXPECT_EQ(screen().presentationRevision(), refreshes) << "nothing shown has changed";
     screen().setRange("custom");
     EXPECT_EQ(shown(), "folder");
-    screen().setCustomWindowDays(0);
+    screen().setSelected(screen().presentation().events.front());
+    test::settle();
+    EXPECT_EQ(announced([&] { screen().setCustomWindowDays(0); }), 1);
     EXPECT_EQ(shown(), "") << "the event is exactly one day old";
+    EXPECT_FALSE(screen().selection().event());
     EXPECT_EQ(screen().place().timeWindowOptions().at(4).label, "Custom: 0 days");
     EXPECT_EQ(preferences.text("historyTimeWindow"), "custom");
     screen().setCustomWindowDays(1000);
@@ -230,7 +243,8 @@ TEST_F(HistoryScreenTest, ComparesStatesInTheBackground) {
     screen().beginExport();
     EXPECT_FALSE(screen().exportReport());
     const auto requested = screen().presentationRevision();
-    EXPECT_TRUE(compared().ends_with("-0")) << shown();
+    const auto compare = [&] { EXPECT_TRUE(compared().ends_with("-0")) << shown(); };
+    EXPECT_EQ(announced(compare), 2) << "the request and its result";
     EXPECT_EQ(screen().presentationRevision(), requested + 1) << "the shown events have changed";
     EXPECT_EQ(screen().sidebarCounts().at(Place::applications), 1U);
     screen().beginExport();
