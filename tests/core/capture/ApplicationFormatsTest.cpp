@@ -175,7 +175,10 @@ TEST(ApplicationFormats, ReadsFlatpaksWithoutFollowingTheirLinks) {
         Texts expected;
     };
     const Texts unreadable{"!"s + flatpakFolder + "/org.example.Harbor"};
+    const std::string tooLarge =
+        std::string(1 << 20, 'x') + std::string(10, '\0') + '\x10' + std::string(9, '\0');
     const Case cases[] = {
+        {"x86_64/stable", commit, tooLarge, unreadable},
         {"x86_64/stable", commit, deploy, {"org.example.Harbor|Harbor Viewer|3.2.1|248a023f0dcf"}},
         {"x86_64/stable", commit, deploy.substr(0, 200), unreadable},
         {"x86_64/stable", commit, "", unreadable},
@@ -207,7 +210,7 @@ TEST(ApplicationFormats, ReadsFlatpaksWithoutFollowingTheirLinks) {
 TEST(ApplicationFormats, RefusesADeployFileWhosePartsLie) {
     // The file as far as it is read: a number and a dictionary, then the ends of the parts before.
     const auto name = [](const std::string& dictionary, char listEnd) {
-        const auto record = FlatpakDeploy::parse(std::string(8, '\0') + dictionary
+        const auto record = FlatpakDeploy::parse(std::string(8, '\1') + dictionary
                                                  + std::string{listEnd, '\0', '\0'});
         return record ? record->name.value_or("none") : "refused";
     };
@@ -221,7 +224,7 @@ TEST(ApplicationFormats, RefusesADeployFileWhosePartsLie) {
         {"no file", "", '\x7F', "refused"},
         {"no room for the number", "", '\x01', "refused"},
         {"ends beyond the dictionary", key + "Harbor\0\0s\x0D\xFF"s, '\0', "refused"},
-        {"an end beyond the entries", key + "Harbor\0\0s\x0D\x1B\x1A"s, '\0', "refused"},
+        {"an end beyond the entries", "nnnnnnn\0\x0A\x08"s, '\0', "refused"},
         {"an empty entry", "\0"s, '\0', "refused"},
         {"an entry without a name", "\0\x01"s, '\0', "refused"},
         {"a name that does not end", "nn\0\0\0\0\0\0\x02\x09"s, '\0', "refused"},

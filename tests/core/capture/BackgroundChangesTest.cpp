@@ -1,3 +1,4 @@
+#include "core/base/FileDescriptor.h"
 #include "core/base/JsonEncoder.h"
 #include "core/base/KeyFile.h"
 #include "core/base/Text.h"
@@ -10,7 +11,9 @@
 #include <cstdlib>
 
 #include <gtest/gtest.h>
+#include <sys/inotify.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 using namespace tidemark;
 using test::MadeUpMachine;
@@ -82,7 +85,7 @@ TEST(BackgroundChanges, AreReportedIfTheyChangeWhatAProgramDoes) {
         {"nothing", [](const Machine&) {}, ""},
         {"installing", write(vendor + "new.service", sshd), added + vendor + "new.service\n"},
         {"a link to the vendor's unit of the same name",
-         link(admin + "ssh.service", vendor + "ssh.service"), ""},
+         link(admin + "plumbing.service", vendor + "plumbing.service"), ""},
         {"a table that is not read", write("/etc/cron.d/stat.dpkg-old", "* * * * * root /x\n"), ""},
         {"installing plumbing", write(vendor + "new.service", "[Service]\nExecStart=/x\n"), ""},
         {"a file that a package manager keeps", write(vendor + "ssh.service.dpkg-old", sshd), ""},
@@ -291,6 +294,13 @@ TEST(BackgroundChanges, AreNotReportedIfUnitsCannotBeReadCompletely) {
             EXPECT_EQ(test::eventLines(after, before), "") << path;
         }
     }
+    // Whether a damaged file hides the one that it overrides is not known.
+    const Machine machine;
+    const std::string own = home(".config/autostart/files.desktop");
+    machine.write(own, "[Desktop Entry]\nHidden=true\n");
+    const Snapshot before = machine.observed();
+    machine.write(own, "[Other]\n");
+    EXPECT_EQ(test::eventLines(before, machine.observed()), "");
 }
 
 TEST(BackgroundChanges, NeedAReadableFileAndStoreNoArguments) {
@@ -375,7 +385,12 @@ TEST(BackgroundChanges, LeaveOutLinksAndPipes) {
     fs::create_directories(machine.at(admin + "bad.timer.d"));
     ::mkfifo(machine.at(admin + "bad.timer.d/pipe.conf").c_str(), 0600);
     fs::create_directories(machine.at("/etc/cron.daily/folder"));
+    const FileDescriptor opened(::inotify_init1(IN_NONBLOCK | IN_CLOEXEC));
+    ::inotify_add_watch(opened.get(), machine.at(admin + "pipe.service").c_str(), IN_OPEN);
     const Snapshot found = machine.observed();
+    inotify_event event;
+    EXPECT_EQ(::read(opened.get(), &event, sizeof event), -1)
+        << "opening a device can have effects";
     ASSERT_EQ(found.backgroundItems->size(), 1U);
     EXPECT_EQ(found.backgroundItems->front()->identifier, "bad.timer");
     EXPECT_EQ(found.coverage.excludedPaths,
@@ -387,6 +402,10 @@ TEST(BackgroundChanges, LeaveOutLinksAndPipes) {
                   "crontab may read them.",
                   "Background items: 1 symbolic links were skipped; their targets are not "
                   "followed."}));
+    fs::permissions(machine.root(), fs::perms(0755));
+    fs::permissions(machine.at("/var/spool/cron"), fs::perms::none);
+    const test::OrdinaryUser user(machine.root());
+    EXPECT_EQ(machine.observed().coverage.notes, found.coverage.notes);
 }
 
 TEST(BackgroundChanges, AreNotComparedWhereDefinitionsTakeTooMuchMemory) {
