@@ -64,6 +64,7 @@ constexpr auto table = std::to_array<Names>({
     {"trash.slash", "edit-delete", "edit-delete-symbolic"},
     {"xmark", "window-close-symbolic", "window-close"},
     {"arrow.up", "go-up", "go-up-symbolic"},
+    {"table", "table", "view-list-symbolic"},
     {"chart.line", "office-chart-line", "power-profile-performance-symbolic"},
     {"settings", "configure", "preferences-system-symbolic"},
 });

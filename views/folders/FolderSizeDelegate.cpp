@@ -66,7 +66,8 @@ void FolderSizeDelegate::paint(QPainter* painter, const QStyleOptionViewItem& st
         const bool isQuiet =
             trend.isValid() && trend.toInt() <= static_cast<int>(FolderSizeTable::Trend::same);
         row.drawText(option.rect.adjusted(0, -2, -trailing, -2), withTrend(option.text, trend),
-                     isQuiet ? row.dim() : row.strong(), option.font, Qt::AlignTrailing);
+                     isQuiet ? row.dim() : row.strong(), option.font,
+                     option.displayAlignment & Qt::AlignHorizontal_Mask);
         const QVariant share = index.data(FolderSizeModel::shareRole);
         if (share.toDouble() > 0)
             drawBar(row, option, share.toDouble());

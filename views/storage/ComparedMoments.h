@@ -1,0 +1,35 @@
+#pragma once
+
+#include "core/base/Date.h"
+#include "core/base/Uuid.h"
+
+#include <vector>
+
+namespace tidemark {
+
+/// The captures that the user marked, at most two. They stay marked when another size is shown.
+class ComparedMoments {
+public:
+    struct Moment {
+        Uuid snapshot;
+        Date at;
+
+        bool operator==(const Moment&) const = default;
+    };
+
+    /// Marks a capture. A marked one is not marked any more; of three, the one that was marked
+    /// first makes way.
+    void toggle(const Moment& moment);
+    void clear() { marked.clear(); }
+    /// In the order in which they were marked.
+    const std::vector<Moment>& all() const { return marked; }
+    bool isComplete() const { return marked.size() == 2; }
+    /// Of the two, when complete.
+    const Moment& earlier() const;
+    const Moment& later() const;
+
+private:
+    std::vector<Moment> marked;
+};
+
+} // namespace tidemark

@@ -1,0 +1,66 @@
+#pragma once
+
+#include "core/growth/ChartLayout.h"
+#include "core/growth/ChartReading.h"
+
+#include <QFont>
+#include <QPalette>
+#include <QRect>
+#include <optional>
+
+class QPainter;
+
+namespace tidemark {
+
+/// Draws the parts of a chart. Positions are those of the layout; where the window is laid out from
+/// right to left, they are mirrored.
+class StorageChartPainter {
+public:
+    struct Look {
+        QPalette palette;
+        QFont font;
+        Qt::LayoutDirection direction = Qt::LeftToRight;
+        QRect area;
+    };
+
+    /// All of them outlive it.
+    StorageChartPainter(QPainter& used, const StorageChart& shown, const ChartLayout& placed,
+                        Look look);
+
+    /// What the chart needs around its plot.
+    static ChartLayout::Metrics metrics(const QSize& size, const QFont& font);
+
+    /// Why there is no chart.
+    void drawNothing(const QString& reason) const;
+    void drawGrid() const;
+    void drawGaps() const;
+    void drawBreaks() const;
+    void drawFlags() const;
+    void drawLines() const;
+    void drawMarks(std::optional<std::size_t> emphasized) const;
+    /// The name of the subject and its latest size, at the end of the line.
+    void drawLatest() const;
+    /// The moments that are to be compared, and the time between them.
+    void drawChosen(const std::vector<Date>& moments) const;
+    void drawCursor(std::size_t point, bool hasFocus) const;
+    /// The text beside the cursor.
+    void drawReading(const ChartReading& reading, double x) const;
+
+private:
+    double mirrored(double x) const;
+    QPointF at(const ChartLayout::Position& position) const;
+    QRect visual(const QRectF& rect) const;
+    QColor strong() const;
+    QColor dim() const;
+    QColor accent() const;
+    void drawText(const QRectF& rect, Qt::Alignment alignment, const QString& text,
+                  const QFont& font, const QColor& color) const;
+    void drawUpright(double x, const QPen& pen, double from) const;
+
+    QPainter& painter;
+    const StorageChart& chart;
+    const ChartLayout& layout;
+    const Look look;
+};
+
+} // namespace tidemark
