@@ -120,7 +120,9 @@ int run(int count, char** arguments) {
     QApplication application(count, arguments);
     QApplication::setApplicationDisplayName(QStringLiteral("Tidemark"));
     QApplication::setApplicationVersion(QStringLiteral(TIDEMARK_VERSION));
-    QGuiApplication::setDesktopFileName(QStringLiteral("app.tidemark"));
+    // Flatpak gives the desktop entry another name.
+    QGuiApplication::setDesktopFileName(
+        qEnvironmentVariable("FLATPAK_ID", QStringLiteral("app.tidemark")));
     QApplication::setWindowIcon(QIcon::fromTheme(QStringLiteral("app.tidemark")));
     loadTranslations(application);
     useRoomyButtons();
