@@ -99,7 +99,9 @@ void HistoryScreen::setSelected(OptionalShared<Event> event) {
 
 ObservationCoverageReport HistoryScreen::observationCoverage() const {
     const auto opened = openBaseline();
-    const Date now = state.observationNow;
+    // The newest capture ended after the moment at which it began.
+    const Date began = state.observationNow;
+    const Date now = std::max(began, state.lastCapture().value_or(began));
     return ObservationCoverageReport::build(
         state.journal()->snapshots,
         opened ? opened->snapshot->timestamp : navigation.timeWindowCutoff(now), now);

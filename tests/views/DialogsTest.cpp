@@ -22,6 +22,13 @@ bool shows(const QWidget& window, const char* text) {
     return false;
 }
 
+/// False when a text is cut.
+bool fits(const QWidget& window) {
+    return std::ranges::all_of(window.findChildren<QLabel*>(), [](const QLabel* label) {
+        return label->isHidden() || label->height() >= label->heightForWidth(label->width());
+    });
+}
+
 std::string contentsOf(const std::filesystem::path& path) {
     std::ifstream file(path);
     return {std::istreambuf_iterator<char>(file), {}};
@@ -49,6 +56,7 @@ TEST(ExportDialog, WritesWhatWasChosenAndStaysOpenWhenThatFails) {
     save();
     EXPECT_TRUE(dialog.isVisible());
     EXPECT_TRUE(shows(dialog, "Couldn’t save the export. "));
+    EXPECT_TRUE(fits(dialog));
 
     target = QString::fromStdString((folder / "report").native());
     save();

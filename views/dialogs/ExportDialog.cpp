@@ -3,6 +3,7 @@
 #include "app/base/Background.h"
 #include "core/presentation/ExportPanel.h"
 #include "views/base/Choices.h"
+#include "views/base/GrowToFit.h"
 #include "views/base/Labels.h"
 #include "views/base/ShownText.h"
 #include "views/base/WrappingLabel.h"
@@ -122,6 +123,7 @@ void ExportDialog::setSaving(bool isSaving) {
         control->setEnabled(!isSaving);
     failureText->setVisible(isSaving);
     failureText->setWhole(isSaving ? tr("Saving…") : QString());
+    growToFit(*this);
 }
 
 void ExportDialog::finish(const std::string& failure) {
@@ -134,6 +136,7 @@ void ExportDialog::finish(const std::string& failure) {
 void ExportDialog::tell(const QString& problem) {
     failureText->setWhole(problem);
     failureText->show();
+    growToFit(*this);
 }
 
 } // namespace tidemark

@@ -1,6 +1,7 @@
 #include "views/dialogs/SaveSnapshotDialog.h"
 
 #include "core/base/Text.h"
+#include "views/base/GrowToFit.h"
 #include "views/base/ShownText.h"
 #include "views/base/WrappingLabel.h"
 
@@ -73,6 +74,7 @@ void SaveSnapshotDialog::refresh() {
         status->setWhole(stage ? wordsHere(*stage) : tr("Capturing…"));
     else
         status->setWhole(state.isRunning(Operation::savingDraft) ? tr("Saving…") : QString());
+    growToFit(*this);
 }
 
 void SaveSnapshotDialog::save() {

@@ -315,3 +315,13 @@ TEST_F(HistoryScreenTest, ReportsWhenTheTimelineOfASnapshotMayBeIncomplete) {
         EXPECT_EQ(screen().hasIncompleteSnapshotHistory(), incomplete);
     }
 }
+
+TEST_F(HistoryScreenTest, ReportsTheCoverageOfACaptureAtOnce) {
+    Journal journal = history();
+    Snapshot latest = *journal.snapshots.back();
+    latest.timestamp = *state().observationNow + 5;
+    latest.coverage.issues = {"Downloads: not read"};
+    journal.snapshots.back() = Shared(std::move(latest));
+    take(std::move(journal));
+    EXPECT_EQ(screen().observationCoverage().accessIssues.size(), 1U);
+}
