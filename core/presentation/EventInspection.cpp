@@ -1,5 +1,6 @@
 #include "core/presentation/EventInspection.h"
 
+#include "core/base/Characters.h"
 #include "core/base/Text.h"
 #include "core/presentation/ActivityContextDetails.h"
 #include "core/presentation/ChangeInspection.h"
@@ -28,6 +29,9 @@ constexpr const char* installationSentence =
     "This record does not establish whether the installation was new or an update, its previous "
     "version, or whether the software is still present. macOS history does not cover every "
     "installation method.";
+
+/// So many characters of a clip are shown.
+constexpr std::size_t mostClipText = 2'000;
 
 InspectionSection gapSection(const ObservationGap& gap, const Calendar& calendar) {
     return {.heading = "Recording coverage",
@@ -81,6 +85,9 @@ InspectionSection memorySection(const MemoryRecord& record, const Calendar& cale
     row("Path", record.path);
     row("Application", record.appName);
     row("Content", record.contentType);
+    // The title is the beginning of the text, on one line.
+    if (record.text && record.text != record.title)
+        row("Text", std::string(firstCharacters(*record.text, mostClipText)));
     row("Downloaded from", record.sourceURL);
     if (record.bytes)
         row("Size", byteString(*record.bytes));

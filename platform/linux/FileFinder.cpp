@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <string_view>
 #include <unordered_set>
 
@@ -26,6 +27,8 @@ namespace fs = std::filesystem;
 constexpr std::size_t mostArrivals = 2'000;
 /// Seconds by which the dates of files may be behind the clock: the kernel updates them less often.
 constexpr double dateTolerance = 1;
+/// Dates of a file that are no further apart, in seconds, are those of one write.
+constexpr double sameMoment = 1;
 /// How often `gio` is run for one report.
 constexpr int mostQuestions = 200;
 
@@ -256,8 +259,10 @@ IndexedFileObservation FileFinder::observation(const File& file, int& questions)
     result.used = file.used;
     if (!file.status)
         return result;
-    result.modified = file.status->modified;
     result.created = file.status->created;
+    // A file is modified when it is created, which says nothing more.
+    if (!result.created || std::abs(file.status->modified - *result.created) > sameMoment)
+        result.modified = file.status->modified;
     const auto arrival = arrivals.find(file.path.native());
     result.added = arrival == arrivals.end() ? file.status->created.value_or(file.status->modified)
                                              : arrival->second;

@@ -196,7 +196,11 @@ TEST_F(FileFinderTest, FindsDocumentsAndRecentlyUsedFiles) {
                                        &IndexedFileObservation::path);
     EXPECT_EQ(a.bytes, 3);
     EXPECT_NEAR(Date::now() - a.used.value(), 5, 5);
-    EXPECT_LE(Date::now() - a.modified.value(), 60);
+    EXPECT_LE(Date::now() - a.created.value(), 60);
+    EXPECT_FALSE(a.modified.has_value()) << "no more than that it was created";
+    const auto& old = *std::ranges::find(matches.files, (documents / "old.txt").native(),
+                                         &IndexedFileObservation::path);
+    EXPECT_GT(Date::now() - old.modified.value(), 86'400);
     stop();
     reports.clear();
 

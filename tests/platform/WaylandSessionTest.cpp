@@ -1,15 +1,70 @@
+#include "app/base/MainThreadCalls.h"
 #include "core/memory/ClipRules.h"
+#include "platform/linux/DataControl.h"
 #include "platform/linux/SessionClipboard.h"
 #include "platform/linux/SessionDisplays.h"
 #include "tests/app/support/Await.h"
 #include "tests/platform/DisplayServers.h"
 
+#include <atomic>
+
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 using namespace tidemark;
 using namespace Qt::StringLiterals;
 
 namespace {
+
+/// A program that owns the clipboard and logs what it is asked for.
+class LoggedOffer {
+public:
+    LoggedOffer(WaylandConnection& connection, const std::vector<std::string>& types)
+        : manager(dataControl::bindManager(connection)), seat(dataControl::bindSeat(connection)),
+          device(dataControl::getDevice(manager, seat.as<wl_seat>())),
+          source(dataControl::createSource(manager)) {
+        static constexpr dataControl::DeviceListener deviceListener{
+            .dataOffer =
+                [](void*, wl_proxy*, wl_proxy* offer) {
+                    WaylandObject(offer, dataControl::offerRequest::destroy).reset();
+                },
+            .selection = [](void*, wl_proxy*, wl_proxy*) {},
+            .finished = [](void*, wl_proxy*) {},
+            .primarySelection = [](void*, wl_proxy*, wl_proxy*) {},
+        };
+        static constexpr dataControl::SourceListener sourceListener{
+            .send =
+                [](void* self, wl_proxy*, const char* type, int pipe) {
+                    ::close(pipe);
+                    static_cast<LoggedOffer*>(self)->asked += std::string(type) + " ";
+                },
+            .cancelled = [](void*, wl_proxy*) {},
+        };
+        listen(device.get(), deviceListener);
+        listen(source.get(), sourceListener);
+        const auto version = wl_proxy_get_version(source.get());
+        for (const auto& type : types)
+            wl_proxy_marshal_flags(source.get(), dataControl::sourceRequest::offer, nullptr,
+                                   version, 0, type.c_str());
+        wl_proxy_marshal_flags(device.get(), dataControl::deviceRequest::setSelection, nullptr,
+                               version, 0, source.get());
+        connection.finishRequests();
+    }
+
+    std::string asked;
+
+private:
+    template <class Listener>
+    void listen(wl_proxy* object, const Listener& listener) {
+        wl_proxy_add_listener(
+            object, reinterpret_cast<void (**)()>(const_cast<Listener*>(&listener)), this);
+    }
+
+    const WaylandObject manager;
+    const WaylandObject seat;
+    const WaylandObject device;
+    const WaylandObject source;
+};
 
 struct WaylandSessionTest : testing::Test {
     void SetUp() override {
@@ -17,23 +72,41 @@ struct WaylandSessionTest : testing::Test {
             GTEST_SKIP() << "sway, wl-clipboard or setpriv is not installed";
         server.emplace();
         sessions = std::make_shared<GraphicalSessions>(
-            GraphicalSessions::Addresses{.wayland = server->display(), .x11 = {}});
+            GraphicalSessions::Addresses{.wayland = server->display(), .x11 = {}},
+            std::vector<std::filesystem::path>());
     }
 
-    void watch() {
+    void watch(const std::string& excluded = {}) {
         access.reset();
-        clipboard.emplace(sessions);
+        clipboard.emplace(sessions, [this] { return seconds.load(); });
         clipboard->watch(
-            {},
+            excluded,
             [this](const CopiedItem& item) {
                 const auto record = clipRules::record(item, Date{});
                 log += record.value().title + " ";
+                frontmost = item.origin.frontmost;
             },
             [this](const ClipboardAccess& now) { access = now; });
         test::until([&] { return access.has_value(); });
     }
     void untilLogged(const std::string& end) {
         test::until([&] { return log.ends_with(end + " "); });
+    }
+    /// What is asked for of an item of these types, after all has been handled.
+    std::string askedOf(const std::vector<std::string>& types) const {
+        const auto other = WaylandConnection::open(server->display(), [] {});
+        const LoggedOffer offer(*other, types);
+        const MainThreadCalls calls;
+        bool isHandled = false;
+        const auto ask = [&, post = calls.post()](WaylandConnection& connection) {
+            connection.finishRequests();
+            post([&] { isHandled = true; });
+            return std::unique_ptr<DisplayReader>();
+        };
+        const auto reader = sessions->wayland()->add({ask, [] {}});
+        test::until([&] { return isHandled; });
+        other->finishRequests();
+        return offer.asked;
     }
     void copy(const QByteArray& bytes, const QString& type = u"text/plain;charset=utf-8"_s) const {
         server->run({u"wl-copy"_s, u"--type"_s, type}, bytes);
@@ -47,6 +120,9 @@ struct WaylandSessionTest : testing::Test {
     std::optional<SessionClipboard> clipboard;
     std::optional<ClipboardAccess> access;
     std::string log;
+    std::optional<ClipApplication> frontmost;
+    /// The time of the clipboard.
+    std::atomic<double> seconds = 100;
 };
 
 } // namespace
@@ -72,6 +148,45 @@ TEST_F(WaylandSessionTest, ReadsWhatOtherProgramsCopyButNothingMarked) {
     EXPECT_EQ(log, "first a b Copied image after the large one last ");
     server.reset();
     test::until([&] { return !access->absence.empty(); });
+}
+
+TEST_F(WaylandSessionTest, AsksNothingOfMarkedItemsNorOfTheNext) {
+    const std::string text = "text/plain;charset=utf-8";
+    watch();
+    EXPECT_EQ(askedOf({text}), text + " ");
+    for (const auto* mark : {"x-kde-passwordManagerHint", "text/x-kde-passwordManagerHint"}) {
+        EXPECT_EQ(askedOf({mark, text}), "");
+        EXPECT_EQ(askedOf({text}), "") << "published again at once";
+        seconds = seconds + 3;
+        EXPECT_EQ(askedOf({text}), text + " ");
+        EXPECT_EQ(askedOf({text, mark}), "");
+        seconds = seconds + 1000;
+        EXPECT_EQ(askedOf({text}), "") << "it is unknown who publishes it";
+    }
+}
+
+TEST_F(WaylandSessionTest, AsksNothingWhileAnExcludedApplicationIsInFront) {
+    if (!test::hasPrograms({"foot"}))
+        GTEST_SKIP() << "foot is not installed";
+    test::ChildProgram vault;
+    server->prepare(vault);
+    vault.process.setStandardErrorFile(QProcess::nullDevice());
+    vault.start({u"foot"_s, u"--app-id=org.example.Vault"_s, u"sleep"_s, u"600"_s});
+    watch();
+    // Until its window is there.
+    while (!frontmost) {
+        const auto number = std::to_string(log.size());
+        copy(QByteArray::fromStdString(number));
+        untilLogged(number);
+    }
+    EXPECT_EQ(frontmost, (ClipApplication{"org.example.Vault", "org.example.Vault"}));
+    watch("another, org.example.Vault");
+    EXPECT_EQ(askedOf({"text/plain"}), "");
+    vault.stop();
+    watch("org.example.Vault");
+    copy("honest");
+    untilLogged("honest");
+    EXPECT_EQ(frontmost, std::nullopt);
 }
 
 TEST_F(WaylandSessionTest, ServesWhatItPutsBack) {

@@ -290,6 +290,7 @@ constexpr std::array texts{
     QT_TRANSLATE_NOOP("core", "Path"),
     QT_TRANSLATE_NOOP("core", "Application"),
     QT_TRANSLATE_NOOP("core", "Content"),
+    QT_TRANSLATE_NOOP("core", "Text"),
     QT_TRANSLATE_NOOP("core", "Downloaded from"),
     QT_TRANSLATE_NOOP("core", "Size"),
     QT_TRANSLATE_NOOP("core", "Last used"),

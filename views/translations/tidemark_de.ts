@@ -971,6 +971,10 @@
         <translation>Inhalt</translation>
     </message>
     <message>
+        <source>Text</source>
+        <translation>Text</translation>
+    </message>
+    <message>
         <source>Downloaded from</source>
         <translation>Geladen von</translation>
     </message>

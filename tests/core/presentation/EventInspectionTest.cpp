@@ -2,6 +2,7 @@
 
 #include "core/activity/ActivityEventBuilder.h"
 #include "core/history/InstallationHistory.h"
+#include "core/memory/MemoryEvents.h"
 #include "core/timeline/EventBuilder.h"
 #include "core/timeline/ObservationCoverage.h"
 #include "tests/support/Observations.h"
@@ -155,6 +156,21 @@ TEST(EventInspection, ShowsTheSizeOfAnApplicationOnlyWithItsVersion) {
               std::string::npos)
         << rowsOf(later);
     EXPECT_FALSE(hasSentence(later, "The event-time size measurement"));
+}
+
+TEST(EventInspection, ShowsTheTextOfAClipAndWhatCanBeDoneWithIt) {
+    auto clip = MemoryRecord::make(MemoryRecord::Kind::clipboard, Date{}, "a b", {}, {}, {}, Date{});
+    clip.text = "a\nb";
+    const auto made = inspected(MemoryEvents::event(Shared(MemoryRecord(clip))));
+    EXPECT_NE(rowsOf(made).find("Text: a\nb\n"), std::string::npos) << rowsOf(made);
+    ASSERT_EQ(made.actions.size(), 2);
+    EXPECT_EQ(made.actions[0].command, InspectionCommand::copyClip);
+    EXPECT_EQ(made.actions[1].label, "Pin");
+    clip.text = clip.title;
+    clip.pinned = true;
+    const auto pinned = inspected(MemoryEvents::event(Shared(MemoryRecord(clip))));
+    EXPECT_EQ(rowsOf(pinned).find("Text: "), std::string::npos) << "the title has all of it";
+    EXPECT_EQ(pinned.actions[1].label, "Unpin");
 }
 
 TEST(EventInspection, ShowsWhichPartsOfAFolderChanged) {
