@@ -8,12 +8,14 @@ SOURCES = $(shell git ls-files --cached --others --exclude-standard '*.cpp' '*.h
 PREFIX ?= /usr/local
 FUZZ_SECONDS ?= 600
 FAULT_ROUNDS ?= 200
+SECONDS ?= 300
+KILL_EVERY ?= 600
 # Tests with services, displays and several programs get up to three attempts, because on a machine
 # under load another program may need longer than the test waits for it.
 RUN_TESTS = ctest --preset $(1) --label-exclude services \
 	&& ctest --preset $(1) --label-regex services --repeat until-pass:3
 
-.PHONY: help run story demo screenshots test bench translations format check-format lint sanitize tsan clang fuzz faults \
+.PHONY: help run story demo screenshots test bench translations format check-format lint sanitize tsan clang fuzz faults soak \
 	thorough install package check-package packages clean
 .DEFAULT_GOAL := help
 
@@ -60,10 +62,15 @@ clang: ## Build with clang beside GCC, warnings as errors
 	@cmake --build --preset clang
 
 faults: packages build/dev/build.ninja ## Kill, fill up and start twice, FAULT_ROUNDS times each
-	@cmake --build --preset dev --target tidemark tidemark_preload
-	@tests/faults/kill_loop build/dev/cli/tidemark --rounds $(FAULT_ROUNDS)
+	@cmake --build --preset dev --target tidemark tidemark-desktop tidemark_preload
+	@tests/faults/kill_loop build/dev/cli/tidemark --desktop build/dev/desktop/tidemark-desktop \
+		--rounds $(FAULT_ROUNDS)
 	@tests/faults/two_recorders build/dev/cli/tidemark --rounds $(FAULT_ROUNDS)
 	@tests/faults/disk_full build/dev/cli/tidemark build/dev/tests/faults/libtidemark_preload.so
+
+soak: packages build/dev/build.ninja ## Let something happen at every source for SECONDS, with kills
+	@cmake --build --preset dev --target tidemark
+	@tests/faults/soak build/dev/cli/tidemark --seconds $(SECONDS) --kill-every $(KILL_EVERY)
 
 thorough: test sanitize tsan clang lint faults fuzz ## All checks, hours in all: before a release
 

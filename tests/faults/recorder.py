@@ -97,11 +97,11 @@ class User:
 
 
 class Recorder:
-    """A running recorder and its log."""
+    """A running recorder and its log. `words` start another program than the user's."""
 
-    def __init__(self, user, more=None):
+    def __init__(self, user, more=None, words=None):
         self.process = subprocess.Popen(
-            [user.program, "run"], env=user.environment | (more or {}), text=True,
+            words or [user.program, "run"], env=user.environment | (more or {}), text=True,
             stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL, stderr=subprocess.PIPE)
         self.lines = []
         self.changed = threading.Condition()
