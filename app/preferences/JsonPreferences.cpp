@@ -22,6 +22,7 @@ using Json = nlohmann::json;
 constexpr std::size_t largestFile = std::size_t{16} * 1024 * 1024;
 /// A document nested more deeply is damaged or hostile, and writing it could overflow the stack.
 constexpr int deepestNesting = 64;
+constexpr const char* versionKey = "schemaVersion";
 
 /// "2026-11-21T10.00.00Z": no colons, which some file systems refuse.
 std::string fileTime(Date date) {
@@ -125,6 +126,15 @@ Json stored(const std::map<std::string, Data>& table) {
     return object;
 }
 
+/// Settings without a version are of the first one. Those of another release may mean something
+/// else by the same keys.
+void requireKnownVersion(const Json& root, const std::filesystem::path& file) {
+    const auto found = root.find(versionKey);
+    if (found != root.end() && *found != 1)
+        throw FileError(file, "is of version " + found->dump() + ", which this release can't read",
+                        EILSEQ);
+}
+
 } // namespace
 
 struct JsonPreferences::Document {
@@ -153,6 +163,7 @@ void JsonPreferences::load(Clock& clock) {
         return;
     const std::string bytes = readFile(path, largestFile);
     if (auto root = parsed(bytes)) {
+        requireKnownVersion(*root, path);
         document->root = *std::move(root);
         keepCopy(bytes);
         return;
@@ -182,6 +193,7 @@ std::filesystem::path JsonPreferences::setAside(Clock& clock) const {
 bool JsonPreferences::takeCopy() {
     try {
         if (auto root = fileExists(copy) ? parsed(readFile(copy, largestFile)) : std::nullopt) {
+            requireKnownVersion(*root, copy);
             document->root = *std::move(root);
             return true;
         }

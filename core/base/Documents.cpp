@@ -10,6 +10,27 @@ DocumentTooLarge tooLarge(const std::filesystem::path& file, std::string_view fa
         EFBIG);
 }
 
+/// The only fields that are read from a document of another release.
+struct VersionOnly {
+    std::optional<std::int64_t> schemaVersion;
+    std::optional<std::int64_t> version;
+
+    static constexpr auto fields() {
+        return std::tuple{Field{"schemaVersion", &VersionOnly::schemaVersion},
+                          Field{"version", &VersionOnly::version}};
+    }
+};
+
+/// Absent for a document without a version, and for one that is no JSON object.
+std::optional<std::int64_t> versionOf(std::string_view bytes) {
+    try {
+        const auto found = json::decode<VersionOnly>(bytes);
+        return found.schemaVersion ? found.schemaVersion : found.version;
+    } catch (const json::DecodingError&) {
+        return std::nullopt;
+    }
+}
+
 /// Creates the missing folders of a document. Returns the file to replace.
 std::filesystem::path prepared(const std::filesystem::path& file, const FolderGuard& guard) {
     guard.require();
@@ -32,6 +53,16 @@ std::optional<std::string> readDocumentBytes(const std::filesystem::path& file) 
 }
 
 namespace detail {
+
+FileError undecodable(std::string_view bytes, const std::filesystem::path& file,
+                      const char* problem, std::int64_t supported) {
+    const auto version = versionOf(bytes);
+    if (version && *version != supported)
+        return {file,
+                "is of version " + std::to_string(*version) + ", which this release can't read",
+                EILSEQ};
+    return {file, std::string("could not be read: ") + problem, EILSEQ};
+}
 
 DocumentReplacement::DocumentReplacement(const std::filesystem::path& file,
                                          const FolderGuard& guard, std::size_t limit)

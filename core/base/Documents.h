@@ -4,6 +4,7 @@
 #include "core/base/JsonDecoder.h"
 #include "core/base/JsonEncoder.h"
 
+#include <cstdint>
 #include <optional>
 
 /// The JSON documents that the program keeps: each is read whole into one record and replaced whole
@@ -21,14 +22,32 @@ inline constexpr std::size_t largestDocument = 2'000'000'000;
 /// exist.
 std::optional<std::string> readDocumentBytes(const std::filesystem::path& file);
 
+namespace detail {
+
+/// The error of a document that has another form than expected, described by `problem`. A document
+/// with the key "schemaVersion" or "version" and another number than `supported` was written by
+/// another release.
+FileError undecodable(std::string_view bytes, const std::filesystem::path& file,
+                      const char* problem, std::int64_t supported);
+
+/// Documents without a version are of the first one.
+template <class T>
+constexpr std::int64_t supportedVersion() {
+    if constexpr (requires { T::supportedVersion; })
+        return T::supportedVersion;
+    return 1;
+}
+
+} // namespace detail
+
 /// The record in the bytes of the document `file`. The error names the place in the document and
-/// what is wrong there.
+/// what is wrong there, or the version of a document of another release.
 template <class T>
 T decodeDocument(std::string_view bytes, const std::filesystem::path& file) {
     try {
         return json::decode<T>(bytes);
     } catch (const json::DecodingError& error) {
-        throw FileError(file, std::string("could not be read: ") + error.what(), EILSEQ);
+        throw detail::undecodable(bytes, file, error.what(), detail::supportedVersion<T>());
     }
 }
 
