@@ -113,6 +113,11 @@ constexpr auto entries = std::to_array<Entry>({
      "document. Missing metadata is unknown.",
      "Download metadata supplied by the desktop. A last-used date is not proof of reading a "
      "document. Missing metadata is unknown."},
+    {"Captured after clipboard history was enabled. Source is the frontmost application at capture "
+     "time and may differ from the writer. Sensitive marked items and excluded apps are skipped.",
+     "Captured after clipboard history was enabled. Source is the application that copied where "
+     "the desktop reports it, else the one in front. Sensitive marked items and excluded apps are "
+     "skipped."},
     {"Observed macOS application launch notification while Tidemark was recording.",
      "Observed application launch while Tidemark was recording."},
     {"Observed macOS application termination notification while Tidemark was recording. Closing a "

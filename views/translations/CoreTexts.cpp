@@ -68,6 +68,13 @@ constexpr std::array texts{
     QT_TRANSLATE_NOOP(
         "core", "Launches of these applications and what is copied from them are not recorded."),
     QT_TRANSLATE_NOOP("core", "Copy Again"),
+    QT_TRANSLATE_NOOP("core", "File metadata of the desktop, not a complete filesystem audit. "
+                              "Known files only; times may precede Tidemark's observation."),
+    QT_TRANSLATE_NOOP("core", "Last-used metadata of the desktop. It may be delayed or unavailable "
+                              "and does not identify which application opened the file."),
+    QT_TRANSLATE_NOOP("core", "Captured after clipboard history was enabled. Source is the "
+                              "application that copied where the desktop reports it, else the one "
+                              "in front. Sensitive marked items and excluded apps are skipped."),
     QT_TRANSLATE_NOOP("core", "Clear Clipboard History…"),
     QT_TRANSLATE_NOOP("core", "Connection History"),
     QT_TRANSLATE_NOOP("core", "Network connection changes"),

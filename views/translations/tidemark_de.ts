@@ -211,6 +211,18 @@
         <translation>Noch einmal kopieren</translation>
     </message>
     <message>
+        <source>File metadata of the desktop, not a complete filesystem audit. Known files only; times may precede Tidemark's observation.</source>
+        <translation>Angaben zu Dateien, keine vollständige Überwachung des Dateisystems. Nur bekannte Dateien; die Zeiten können vor der Beobachtung durch Tidemark liegen.</translation>
+    </message>
+    <message>
+        <source>Last-used metadata of the desktop. It may be delayed or unavailable and does not identify which application opened the file.</source>
+        <translation>Angaben der Arbeitsumgebung zur letzten Benutzung. Sie können verspätet sein oder fehlen und sagen nicht, welches Programm die Datei geöffnet hat.</translation>
+    </message>
+    <message>
+        <source>Captured after clipboard history was enabled. Source is the application that copied where the desktop reports it, else the one in front. Sensitive marked items and excluded apps are skipped.</source>
+        <translation>Aufgezeichnet, seit der Verlauf der Zwischenablage eingeschaltet wurde. Als Herkunft gilt das Programm, das kopiert hat, wo die Arbeitsumgebung es meldet, sonst das im Vordergrund. Als vertraulich markierte Inhalte und ausgeschlossene Programme werden übergangen.</translation>
+    </message>
+    <message>
         <source>Clear Clipboard History…</source>
         <translation>Verlauf der Zwischenablage löschen …</translation>
     </message>
