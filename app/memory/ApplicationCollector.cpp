@@ -27,7 +27,9 @@ void ApplicationCollector::record(MemoryHistoryService& history,
     const std::string shown = name.empty() ? "Application" : name;
     auto record = MemoryRecord::make(
         isLaunch ? MemoryRecord::Kind::appLaunched : MemoryRecord::Kind::appClosed, change.moment,
-        shown + (isLaunch ? " Launched" : " Closed"), path, {}, id);
+        shown + (isLaunch ? " Launched" : " Closed"), {}, {}, id);
+    if (!path.empty())
+        record.path = path;
     if (!name.empty())
         record.appName = name;
     history.update({std::move(record)});

@@ -11,9 +11,23 @@ struct Options {
     bool json = false;
 
     static constexpr auto fields() {
-        return std::tuple{Option{"json", &Options::json, "Print stored JSON instead of text"}};
+        return std::tuple{Option{
+            "json", &Options::json,
+            "Print stored JSON instead of text, without images and the formatting of texts"}};
     }
 };
+
+/// Like the document, which has these contents in files of their own.
+std::vector<Shared<MemoryRecord>> withoutPayloads(std::vector<Shared<MemoryRecord>> records) {
+    for (auto& record : records)
+        if (record->payload) {
+            MemoryRecord light = *record;
+            light.payload.reset();
+            light.payloadStored = true;
+            record.emplace(std::move(light));
+        }
+    return records;
+}
 
 std::string memory(const HistoryReading& reading, const Options& options) {
     // A file that can't be read is not an empty one.
@@ -21,7 +35,7 @@ std::string memory(const HistoryReading& reading, const Options& options) {
         throw Error(*reading.history.memoryProblem);
     const auto& records = reading.history.memory.records;
     if (options.json)
-        return json::encoded(records) + "\n";
+        return json::encoded(withoutPayloads(records)) + "\n";
     std::string out;
     const Calendar calendar;
     for (const auto& record : records)
