@@ -67,7 +67,9 @@ std::optional<DocumentReport> reportOn(const std::string& name, const Path& path
     struct stat status{};
     if (::stat(path.c_str(), &status) != 0)
         return std::nullopt;
-    DocumentReport report{.name = name, .mode = octal(status.st_mode)};
+    DocumentReport report;
+    report.name = name;
+    report.mode = octal(status.st_mode);
     report.isOwn = status.st_uid == ::geteuid();
     if (S_ISREG(status.st_mode)) {
         report.bytes = status.st_size;
