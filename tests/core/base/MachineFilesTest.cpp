@@ -1,6 +1,7 @@
 #include "core/base/MachineFiles.h"
 
 #include "core/base/FileError.h"
+#include "core/base/MergedFolders.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <fcntl.h>
@@ -50,4 +51,19 @@ TEST(MachineFiles, ResolvesLinksAsTheMachineWouldAndNeverLeavesIt) {
     EXPECT_FALSE(machine.open("/usr/lib/secret", O_RDONLY));
     EXPECT_FALSE(machine.open("/usr/../../secret", O_RDONLY));
     EXPECT_FALSE(machine.open("/..", O_RDONLY));
+}
+
+TEST(MergedFolders, AreThoseThatLeadIntoUsr) {
+    const TemporaryFolder root;
+    root.makeFolder("usr/bin");
+    root.makeFolder("lib");
+    root.makeFolder("opt/sbin");
+    fs::create_symlink("usr/bin", root / "bin");
+    fs::create_symlink("/opt/sbin", root / "sbin");
+    const MergedFolders merged(MachineFiles::below(root.path()));
+    for (const auto& [path, canonical] : {std::pair("/bin/a", "/usr/bin/a"),
+                                          {"/lib/a", "/lib/a"},
+                                          {"/sbin/a", "/sbin/a"},
+                                          {"/binary", "/binary"}})
+        EXPECT_EQ(merged.canonical(path), canonical);
 }

@@ -106,6 +106,28 @@ TEST(RpmHistory, TakesTheDateOfTheTransactionAndTheReasonOfDnf) {
     run(root / "usr/lib/sysimage/rpm/rpmdb.sqlite",
         "INSERT INTO Installtid VALUES (x'44C03A66', 9, 0)");
     EXPECT_THROW(collected(), InstallationHistory::ImportError) << "no such package";
+    const auto again = [&](const std::string& commands, const std::string& package) {
+        fs::remove(root / "usr/lib/sysimage/rpm/rpmdb.sqlite");
+        run(root / "usr/lib/sysimage/rpm/rpmdb.sqlite", (tables + commands).c_str(), package);
+    };
+    using namespace std::string_literals;
+    again("", "\0\0\0\3\0\0\0\x0F"
+              "\0\0\x03\xE8\0\0\0\6\0\0\0\0\0\0\0\1"
+              "\0\0\x03\xE9\0\0\0\6\0\0\0\x0B\0\0\0\1"
+              "\0\0\x03\xEA\0\0\0\6\0\0\0\x0D\0\0\0\1"
+              "gpg-pubkey\0"
+              "1\0"
+              "2\0"s);
+    EXPECT_EQ(collected(), "0") << "a key that signs packages is no installation";
+    again("WITH RECURSIVE n(i) AS (VALUES (1) UNION ALL SELECT i + 1 FROM n WHERE i < 5000)"
+          "INSERT INTO Installtid SELECT x'00F90966', 2, i FROM n;",
+          header);
+    EXPECT_EQ(collected(), "harbor 1:2.4-3 60*, 0");
+    fs::resize_file(root / "usr/lib/sysimage/rpm/rpmdb.sqlite", 40'960);
+    EXPECT_THROW(collected(), InstallationHistory::ImportError) << "the end is missing";
     root.write("usr/lib/sysimage/rpm/rpmdb.sqlite", "SQLite format 3");
     EXPECT_THROW(collected(), InstallationHistory::ImportError);
+    fs::remove(root / "usr/lib/sysimage/rpm/rpmdb.sqlite");
+    root.write("var/lib/rpm/Packages", "");
+    EXPECT_THROW(collected(), InstallationHistory::ImportError) << "an older form";
 }

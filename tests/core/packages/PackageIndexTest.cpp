@@ -2,6 +2,7 @@
 
 #include "core/packages/RpmHeader.h"
 #include "tests/support/ChangeDuringReading.h"
+#include "tests/support/OrdinaryUser.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <fstream>
@@ -164,6 +165,8 @@ TEST(PackageIndex, ReadsAMachineAnywhereAndClosesItsDatabase) {
     const auto before = openFiles();
     EXPECT_EQ(package(rpm, {"/usr/share/applications"}, entry), "harbor");
     EXPECT_EQ(openFiles(), before);
+    const auto bare = MachineFiles::below(other.root.makeFolder("bare"));
+    EXPECT_EQ(package(bare, {"/usr/share/applications"}, entry), "-");
     EXPECT_EQ(package(dpkg, {"/usr/share/applications"}, unit), "-");
     EXPECT_EQ(package(dpkg, {"/usr/lib/systemd/system"}, unit), "harbor");
     // Where /lib is a folder of its own, a file there is another one.
@@ -320,6 +323,20 @@ TEST(PackageIndex, ReportsTheOwnerAsUnknownIfADatabaseIsDamagedOrBusy) {
     check(dpkg, [&](Machine& machine) { machine.writeDpkg(status); });
     check(pacman, [](Machine& machine) { machine.writePacman(pacmanDescription, pacmanFiles); });
     check(rpm, [&](Machine& machine) { machine.writeRpm(header); });
+    using std::filesystem::perms;
+    const std::tuple<void (*)(const Machine&), const char*, perms> closed[] = {
+        {[](const Machine& machine) { machine.writeDpkg(dpkgStatus); }, "var/lib/dpkg/info",
+         perms::owner_exec | perms::others_exec},
+        {[](const Machine& machine) { machine.writePacman(pacmanDescription, pacmanFiles); },
+         "var/lib/pacman/local/harbor-1:2.4-3", perms::none},
+    };
+    for (const auto& [write, folder, mode] : closed) {
+        Machine machine;
+        write(machine);
+        std::filesystem::permissions(machine.root / folder, mode);
+        const test::OrdinaryUser user(machine.root.path());
+        EXPECT_EQ(machine.owner(entry), "?") << folder;
+    }
 }
 
 TEST(PackageIndex, ReadsADatabaseAgainOnlyWhenItChanged) {
