@@ -19,6 +19,9 @@
     ROW(show)                                                                                      \
     ROW(activity)                                                                                  \
     ROW(memory)                                                                                    \
+    ROW(clipsCopy)                                                                                 \
+    ROW(clipsPin)                                                                                  \
+    ROW(clipsClear)                                                                                \
     ROW(snapshotSave)                                                                              \
     ROW(snapshotList)                                                                              \
     ROW(snapshotShow)                                                                              \

@@ -6,6 +6,7 @@
 #include "app/preferences/PreferenceKeys.h"
 #include "core/base/Error.h"
 #include "core/memory/FileRecords.h"
+#include "core/memory/SaveSeries.h"
 
 #include <algorithm>
 #include <iterator>
@@ -24,6 +25,7 @@ std::vector<MemoryRecord> recordsOf(const Files& files, const MemoryArchive& arc
                                     Date observedAt) {
     auto records = FileRecords::of(files, after, observedAt);
     auto reopened = FileRecords::reopenedDownloads(archive.records, records);
+    records = SaveSeries::continued(archive.records, std::move(records));
     std::ranges::move(reopened, std::back_inserter(records));
     return records;
 }

@@ -50,6 +50,12 @@ std::optional<ClipApplication> ApplicationFinder::ofUnit(std::string_view name) 
     return std::nullopt;
 }
 
+ClipApplication ApplicationFinder::ofNamedWindow(const std::string& id) {
+    if (auto application = entries.withId(id))
+        return *std::move(application);
+    return entries.withWindowClass(id).value_or(ClipApplication{id, id});
+}
+
 std::optional<ClipApplication> ApplicationFinder::ofWindow(const std::vector<std::string>& ids,
                                                            const std::vector<std::string>& classes,
                                                            std::optional<pid_t> process) {

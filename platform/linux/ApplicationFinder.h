@@ -28,6 +28,10 @@ public:
                                             const std::vector<std::string>& classes,
                                             std::optional<pid_t> process = {});
 
+    /// By the identifier that a window of a Wayland session names, which should be that of the
+    /// desktop entry; used even if no entry has it.
+    ClipApplication ofNamedWindow(const std::string& id);
+
 private:
     std::optional<ClipApplication> ofProgram(pid_t process);
 

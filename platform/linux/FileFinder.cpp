@@ -229,8 +229,12 @@ std::optional<int> FileFinder::depthOf(const fs::path& path) const {
 }
 
 void FileFinder::add(const fs::path& path, std::optional<FileStatus> status, Date since,
-                     NewestFiles& found) const {
-    File file{.path = path, .status = status, .used = {}, .latest = Date::distantPast()};
+                     NewestFiles& found) {
+    File file{.path = path,
+              .status = status,
+              .used = {},
+              .latest = Date::distantPast(),
+              .isKnown = known.note(path.native())};
     if (status)
         file.latest = status->latest();
     if (const auto use = used.find(path.native()); use != used.end()) {
@@ -244,6 +248,7 @@ void FileFinder::add(const fs::path& path, std::optional<FileStatus> status, Dat
 }
 
 FileIndex::Matches FileFinder::matches(std::vector<File> files, const std::stop_token& stop) {
+    known.finishRound();
     FileIndex::Matches result{.files = {}, .isLive = !isOverBudget};
     int questions = 0;
     std::unordered_set<std::string_view> seen;
@@ -259,7 +264,8 @@ IndexedFileObservation FileFinder::observation(const File& file, int& questions)
     result.used = file.used;
     if (!file.status)
         return result;
-    result.created = file.status->created;
+    if (!file.isKnown)
+        result.created = file.status->created;
     // A file is modified when it is created, which says nothing more.
     if (!result.created || std::abs(file.status->modified - *result.created) > sameMoment)
         result.modified = file.status->modified;

@@ -4,6 +4,7 @@
 #include "platform/linux/DownloadOrigins.h"
 #include "platform/linux/FolderWalk.h"
 #include "platform/linux/FolderWatch.h"
+#include "platform/linux/KnownFiles.h"
 #include "platform/linux/NewestFiles.h"
 
 #include <functional>
@@ -61,7 +62,7 @@ private:
     void readList(Date since, NewestFiles& found);
     void watchFolder(const std::filesystem::path& folder);
     void add(const std::filesystem::path& path, std::optional<FileStatus> status, Date since,
-             NewestFiles& found) const;
+             NewestFiles& found);
     /// How deep a path lies in one of the folders; absent when in none.
     std::optional<int> depthOf(const std::filesystem::path& path) const;
     FileIndex::Matches matches(std::vector<File> files, const std::stop_token& stop);
@@ -71,6 +72,7 @@ private:
 
     Setup uses;
     FolderWatch watch;
+    KnownFiles known;
     /// When the files in the list were used.
     Uses used;
     /// When files arrived from other folders: their date of creation is older.

@@ -18,6 +18,8 @@ public:
         std::optional<Date> used;
         /// The latest of all its dates.
         Date latest;
+        /// Whether a file of this name was seen earlier.
+        bool isKnown = false;
     };
 
     explicit NewestFiles(std::size_t most) : most(most) {}

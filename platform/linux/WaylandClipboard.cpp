@@ -121,7 +121,7 @@ void WaylandClipboard::select(wl_proxy* offer) {
         return follower.drop();
     ClipFollower::Item item;
     if (const auto id = windows.activeApplication())
-        item.origin.frontmost = applications.ofWindow({}, {*id});
+        item.origin.frontmost = applications.ofNamedWindow(*id);
     item.mayBeKeeper = true;
     item.isOld = isFirst;
     item.content = std::move(content);

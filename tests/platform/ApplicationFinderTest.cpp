@@ -54,6 +54,13 @@ TEST_F(ApplicationFinderTest, FindsTheEntryOfAWindowAndOfAProgram) {
     EXPECT_EQ(id(finder.ofWindow({}, {"Org.Example.Editor"})), "org.example.Editor=Editor");
     EXPECT_EQ(id(finder.ofWindow({}, {"XTerm"})), "xterm=XTerm");
     EXPECT_EQ(id(finder.ofWindow({}, {})), "none");
+    const std::pair<const char*, const char*> named[] = {
+        {"org.example.Editor", "org.example.Editor=Editor"},
+        {"Ed", "org.example.Editor=Editor"},
+        {"org.example.Unknown", "org.example.Unknown=org.example.Unknown"},
+    };
+    for (const auto& [window, expected] : named)
+        EXPECT_EQ(id(finder.ofNamedWindow(window)), expected);
     EXPECT_EQ(id(finder.ofWindow({}, {"XTerm"}, ::getpid())), "org.example.Tests=Tests");
     EXPECT_EQ(id(finder.ofProcess(::getpid())), "org.example.Tests=Tests");
     add("second-one", "Name=Second\nExec=tidemark_platform_tests\n");

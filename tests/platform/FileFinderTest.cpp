@@ -240,6 +240,15 @@ TEST_F(FileFinderTest, FollowsChanges) {
     home.write("Documents/renamed/e.txt", "");
     EXPECT_EQ(nextOf("e.txt").path, (documents / "renamed/e.txt").native());
 
+    // Many programs save a file by a rename.
+    home.write("Documents/.a.new", "abcd");
+    fs::last_write_time(documents / ".a.new",
+                        fs::file_time_type::clock::now() - std::chrono::seconds(5));
+    fs::rename(documents / ".a.new", documents / "a.txt");
+    const auto saved = nextOf("a.txt");
+    EXPECT_EQ(saved.created, std::nullopt) << "it was replaced";
+    EXPECT_TRUE(saved.modified.has_value());
+
     // Programs replace the list by a rename.
     home.write("data/recently-used.xbel.new",
                listOf(bookmark("file://" + (documents / "a.txt").native(), 0)));

@@ -1,15 +1,13 @@
-#include "core/base/FileUrl.h"
 #include "core/base/Text.h"
 #include "core/memory/ClipTypes.h"
+#include "core/memory/SystemClipTypes.h"
 
 #include <algorithm>
 #include <array>
 
-namespace tidemark::clipTypes {
+namespace tidemark {
 
 namespace {
-
-using Names = std::span<const std::string_view>;
 
 /// UTF8_STRING and STRING are names of X11 (ICCCM 2.6.2); programs use them on Wayland as well.
 constexpr std::string_view latin1 = "STRING";
@@ -55,26 +53,16 @@ std::string fromLatin1(std::string_view bytes) {
 
 } // namespace
 
-Names of(ClipPart part) {
-    switch (part) {
-    case ClipPart::file:
-        return file;
-    case ClipPart::text:
-        return text;
-    case ClipPart::richText:
-        return richText;
-    case ClipPart::image:
-        return image;
-    }
-    return {};
+const systemClipTypes::Names& systemClipTypes::names() {
+    static constexpr Names names{file, text, richText, image};
+    return names;
 }
 
-bool areMarked(const ClipTypeNames& types) {
-    return std::ranges::any_of(
-        types, [](const auto& type) { return std::ranges::find(marks, type) != marks.end(); });
+bool systemClipTypes::isMark(std::string_view type) {
+    return std::ranges::find(marks, type) != marks.end();
 }
 
-std::string decodedText(const ClipData& data) {
+std::string clipTypes::decodedText(const ClipData& data) {
     std::string_view bytes = data.bytes;
     // Some programs send the NUL at the end of a C string.
     while (bytes.ends_with('\0'))
@@ -82,20 +70,18 @@ std::string decodedText(const ClipData& data) {
     return data.type == latin1 ? fromLatin1(bytes) : textFromBytes(bytes);
 }
 
-std::vector<ClipData> offered(const MemoryRecord& clip) {
+std::vector<ClipData> systemClipTypes::offeredText(std::string_view copied) {
+    const bool isAscii = std::ranges::all_of(copied, [](char c) { return c > 0; });
     std::vector<ClipData> offer;
-    if (clip.payload && clip.pasteboardType)
-        offer.push_back({*clip.pasteboardType, clip.payload->bytes});
-    if (clip.text)
-        for (const auto type : text)
-            if (type != latin1 || std::ranges::all_of(*clip.text, [](char c) { return c > 0; }))
-                offer.push_back({std::string(type), *clip.text});
-    if (clip.path) {
-        const std::string url = fileUrl::of(*clip.path);
-        offer.push_back({std::string(file[0]), url + "\r\n"});
-        offer.push_back({std::string(file[1]), "copy\n" + url});
-    }
+    for (const auto type : text)
+        if (type != latin1 || isAscii)
+            offer.push_back({std::string(type), std::string(copied)});
     return offer;
 }
 
-} // namespace tidemark::clipTypes
+std::vector<ClipData> systemClipTypes::offeredFile(std::string_view url) {
+    return {{std::string(file[0]), std::string(url) + "\r\n"},
+            {std::string(file[1]), "copy\n" + std::string(url)}};
+}
+
+} // namespace tidemark

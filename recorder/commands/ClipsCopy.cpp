@@ -1,0 +1,42 @@
+#include "core/base/Text.h"
+#include "recorder/Commands.h"
+#include "recorder/GivenClip.h"
+#include "recorder/Recorder.h"
+#include "recorder/TypedInvocation.h"
+
+namespace tidemark {
+
+namespace {
+
+struct Options {
+    std::string id;
+
+    static constexpr auto fields() {
+        return std::tuple{
+            Option{"id", &Options::id, givenClipHelp, {.isPositional = true, .isRequired = true}}};
+    }
+};
+
+QCoro::Task<std::string> clipsCopy(CommandContext& context, const Options& options) {
+    co_await context.model().openHistory();
+    context.requireHistory();
+    // Another program asks for the content when it pastes.
+    if (!context.isRunning)
+        throw Error("No recorder is running, and only one that goes on can keep a clip on the "
+                    "clipboard. tidemark run starts one.");
+    const auto clip = givenClip(context.recorder.memoryHistory().clips(), options.id);
+    context.recorder.clipboardHistory().copyAgain(*clip);
+    co_return "\"" + oneLine(clip->title) + "\" is on the clipboard again.\n";
+}
+
+} // namespace
+
+Command commands::clipsCopy() {
+    return makeCommand<Options, &tidemark::clipsCopy>({
+        .name = "clips copy",
+        .group = CommandGroup::history,
+        .summary = "Put a recorded clip on the clipboard again",
+    });
+}
+
+} // namespace tidemark
