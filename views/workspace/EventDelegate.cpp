@@ -27,7 +27,7 @@ struct Metrics {
 
     int pad() const { return line / 2; }
     int eventHeight() const { return ListRow::heightOfTwoLines(font); }
-    int gapHeight() const { return line + 2 * pad() + 4; }
+    int gapHeight() const { return line + pad() + 6; }
     int dayHeight() const { return 2 * line + pad(); }
     /// Where the texts begin, from the edge of the list.
     int indent() const { return margin + ListRow::indent(font, true); }
@@ -50,19 +50,23 @@ void drawDay(const RowPainter& row, const QStyleOptionViewItem& option, const QS
     row.drawText(area, option.text, row.strong(), bold(option.font));
 }
 
-/// A time in which nothing was observed: stripes, and in their middle how long.
-void drawGap(const RowPainter& row, const QStyleOptionViewItem& option, const EventRow& texts) {
+/// A time in which nothing was observed: stripes, and in their middle how long and why.
+void drawGap(const RowPainter& row, const QStyleOptionViewItem& option, const EventRow& texts,
+             bool isFolded) {
     const Metrics metrics(option.font);
     const QRect panel = option.rect.adjusted(margin, 2, -margin, -2);
     row.drawPanel(panel);
     QRect stripes = panel.adjusted(metrics.indent() - margin, 0, -metrics.pad(), 0);
-    stripes.setHeight(metrics.line + 6);
+    stripes.setHeight(metrics.line + 2);
     stripes.moveCenter({stripes.center().x(), panel.center().y()});
     if (!row.isSelected())
         row.drawHatch(stripes);
     const QFont font = ListRow::smaller(option.font);
-    const QString text = QString::fromStdString(texts.title) + QStringLiteral(" · ")
-                         + QString::fromStdString(texts.time);
+    QString text = QString::fromStdString(texts.title);
+    if (const auto& why = texts.subtitle; !why.empty())
+        text += QStringLiteral(" · ") + QString::fromStdString(why);
+    if (isFolded)
+        text += QStringLiteral("  ▾");
     const int width =
         std::min(stripes.width(), QFontMetrics(font).horizontalAdvance(text) + 2 * metrics.pad());
     QRect label(0, 0, width, stripes.height());
@@ -96,7 +100,9 @@ void EventDelegate::paint(QPainter* painter, const QStyleOptionViewItem& styled,
         drawDay(row, option, index.data(TimelineModel::countRole).toString());
         break;
     case TimelineModel::RowKind::gap:
-        drawGap(row, option, index.data(TimelineModel::rowRole).value<EventRow>());
+    case TimelineModel::RowKind::gaps:
+        drawGap(row, option, index.data(TimelineModel::rowRole).value<EventRow>(),
+                TimelineModel::kindOf(index) == TimelineModel::RowKind::gaps);
         break;
     case TimelineModel::RowKind::event:
         drawEvent(row, option, index.data(TimelineModel::rowRole).value<EventRow>());
@@ -111,6 +117,7 @@ QSize EventDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelIn
     case TimelineModel::RowKind::day:
         return {metrics.line, metrics.dayHeight()};
     case TimelineModel::RowKind::gap:
+    case TimelineModel::RowKind::gaps:
         return {metrics.line, metrics.gapHeight()};
     case TimelineModel::RowKind::event:
         break;

@@ -8,6 +8,9 @@
 #include "views/base/Labels.h"
 #include "views/base/ShownText.h"
 #include "views/folders/FolderInspectorView.h"
+#include "views/storage/StorageOverTimeView.h"
+#include "views/workspace/CaptureComparisonBar.h"
+#include "views/workspace/DigestCardView.h"
 #include "views/workspace/EmptyStateView.h"
 #include "views/workspace/FooterView.h"
 #include "views/workspace/HistoryHead.h"
@@ -26,6 +29,10 @@ constexpr int narrowest = 340;
 /// Milliseconds after which a wait is announced.
 constexpr int patience = 300;
 
+QString momentText(const Moment& moment) {
+    return isolated(QString::fromStdString(label(moment, Calendar())));
+}
+
 QString rangeText(std::string_view range) {
     return QString::fromUtf8(range.data(), static_cast<qsizetype>(range.size()));
 }
@@ -34,14 +41,16 @@ QString rangeText(std::string_view range) {
 
 HistoryPane::HistoryPane(const Uses& used, QWidget* parent)
     : QWidget(parent), uses(used), head(new HistoryHead), snapshotBar(new SnapshotBarView),
-      messages(new MessageBar), timeline(new TimelineView), folders(new FolderInspectorView),
-      empty(new EmptyStateView), waiting(labels::note({})), stack(new QStackedWidget),
-      footer(new FooterView) {
+      comparisonBar(new CaptureComparisonBar), messages(new MessageBar), digest(new DigestCardView),
+      timeline(new TimelineView), folders(new FolderInspectorView),
+      storage(new StorageOverTimeView(used.model.growth())), empty(new EmptyStateView),
+      waiting(labels::note({})), stack(new QStackedWidget), footer(new FooterView) {
     setBackgroundRole(QPalette::Base);
     setAutoFillBackground(true);
     setMinimumWidth(narrowest);
     waiting->setAlignment(Qt::AlignCenter);
-    for (QWidget* page : std::initializer_list<QWidget*>{timeline, empty, waiting, folders})
+    for (QWidget* page :
+         std::initializer_list<QWidget*>{timeline, empty, waiting, folders, storage})
         stack->addWidget(page);
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
@@ -80,12 +89,50 @@ void HistoryPane::connectParts() {
             [this] { uses.model.imports().initialHistoryMessage = std::nullopt; });
     connect(empty, &EmptyStateView::actionTriggered, this, &HistoryPane::actionTriggered);
     connect(folders, &FolderInspectorView::contentChanged, this, &HistoryPane::contentChanged);
+    connect(timeline, &TimelineView::gapsToggled, this, [this] {
+        shownRevision = 0;
+        Q_EMIT contentChanged();
+    });
+    connect(storage, &StorageOverTimeView::eventChosen, this,
+            [&history](const OptionalShared<Event>& event) { history.setSelected(event); });
+    connect(storage, &StorageOverTimeView::comparisonRequested, this, &HistoryPane::compare);
+    const auto showStorage = [&history] {
+        history.navigate(WorkspaceDestination::storageOverTime, true);
+    };
+    connect(comparisonBar, &CaptureComparisonBar::closed, this, showStorage);
+    connect(digest, &DigestCardView::growthRequested, this, showStorage);
+    connect(digest, &DigestCardView::closed, this, [this] { uses.model.digest().dismiss(); });
+    connect(digest, &DigestCardView::eventChosen, this,
+            [&history](const Shared<Event>& event) { history.openEvent(event); });
     connect(footer, &FooterView::cancelled, this, &HistoryPane::captureCancelled);
 }
 
 bool HistoryPane::showsFolders() const {
     const auto& place = uses.model.history().place();
     return place.workspace() == WorkspaceDestination::folderSizes && !place.snapshot();
+}
+
+bool HistoryPane::showsStorage() const {
+    const auto& history = uses.model.history();
+    return history.place().workspace() == WorkspaceDestination::storageOverTime
+           && !history.place().snapshot() && !history.comparedCaptures();
+}
+
+/// Nothing but time limits what the list shows.
+bool HistoryPane::isWholeTimeline() const {
+    const auto& history = uses.model.history();
+    const auto& place = history.place();
+    return place.workspace() == WorkspaceDestination::timeline && !place.snapshot()
+           && place.search().empty() && place.systemFilters().empty()
+           && !history.comparedCaptures();
+}
+
+void HistoryPane::compare(const Uuid& earlier, const Uuid& later) {
+    const auto& journal = *uses.model.state().journal();
+    auto from = keptMoment(journal, earlier);
+    auto to = keptMoment(journal, later);
+    if (from && to)
+        uses.model.history().compareCaptures({std::move(*from), std::move(*to)});
 }
 
 bool HistoryPane::lacksSnapshot() const {
@@ -104,6 +151,7 @@ void HistoryPane::inspectFolders(const OptionalShared<Event>& event) {
 
 void HistoryPane::refresh() {
     refreshContent();
+    refreshDigest();
     refreshHead();
     refreshMessages();
     const auto& state = uses.model.state();
@@ -122,13 +170,18 @@ void HistoryPane::refreshHead() {
     content.title = open ? QString::fromStdString(open->name).simplified()
                          : wordsHere(facts(history.place().workspace()).label);
     content.hasCoverageProblems = !coverage.gaps.empty() || !coverage.accessIssues.empty();
+    const auto compared = history.comparedCaptures();
+    if (compared)
+        content.title = tr("Compared Captures");
     if (showsFolders()) {
         content.summary = folders->summary();
+    } else if (showsStorage()) {
+        content.summary = storage->summary();
     } else if (!lacksSnapshot() && uses.model.state().loaded()) {
         content.summary = wordsHere(workspaceText::header(history.presentation().events.size(),
                                                           history.isStateComparison()));
     }
-    if (!open && !showsFolders() && !lacksSnapshot()) {
+    if (!open && !compared && !showsFolders() && !showsStorage() && !lacksSnapshot()) {
         for (const auto& option :
              windowOptions(history.place().range(), history.place().customWindowDays())) {
             if (option.isSelected)
@@ -139,6 +192,9 @@ void HistoryPane::refreshHead() {
             content.customDays = static_cast<int>(history.place().customWindowDays());
     }
     head->present(content);
+    comparisonBar->setVisible(compared.has_value());
+    if (compared)
+        comparisonBar->present(momentText(compared->from), momentText(compared->to));
     snapshotBar->setVisible(open.has_value());
     if (!open)
         return;
@@ -182,6 +238,9 @@ void HistoryPane::refreshContent() {
     if (showsFolders()) {
         folders->present(*state.journal());
         stack->setCurrentWidget(folders);
+    } else if (showsStorage()) {
+        storage->refresh();
+        stack->setCurrentWidget(storage);
     } else if (!history.presentation().events.empty() && !lacksSnapshot()) {
         stack->setCurrentWidget(timeline);
     } else {
@@ -200,11 +259,27 @@ void HistoryPane::refreshList() {
     const auto& history = uses.model.history();
     timeline->setTextScale(uses.viewSettings.listingTextScale());
     folders->setTextScale(uses.viewSettings.listingTextScale());
+    storage->setTextScale(uses.viewSettings.listingTextScale());
     if (shownRevision != history.presentationRevision()) {
         shownRevision = history.presentationRevision();
-        timeline->present(history.presentation(), *uses.model.state().observationNow);
+        timeline->present(history.presentation(), *uses.model.state().observationNow, shownGaps());
     }
     timeline->select(history.selection().event() ? &history.selection().event()->id : nullptr);
+}
+
+/// In the time that the list reaches back to.
+std::vector<GapRow> HistoryPane::shownGaps() const {
+    const auto& days = uses.model.history().presentation().days;
+    if (!isWholeTimeline() || days.empty())
+        return {};
+    return uses.model.growth().gaps(days.back().id);
+}
+
+void HistoryPane::refreshDigest() {
+    const auto& card = uses.model.digest().shown();
+    digest->setVisible(card.has_value() && isWholeTimeline());
+    if (card)
+        digest->present(*card);
 }
 
 EmptyState HistoryPane::emptyStateNow() const {

@@ -15,12 +15,15 @@ class QStackedWidget;
 
 namespace tidemark {
 
+class CaptureComparisonBar;
+class DigestCardView;
 class EmptyStateView;
 class FolderInspectorView;
 class FooterView;
 class HistoryHead;
 class MessageBar;
 class SnapshotBarView;
+class StorageOverTimeView;
 class TimelineView;
 
 /// The middle column: the head, the messages, and below them the list, the folder sizes, or why
@@ -45,6 +48,7 @@ public:
     /// Shows the folder sizes that an event recorded.
     void inspectFolders(const OptionalShared<Event>& event);
     bool showsFolders() const;
+    bool showsStorage() const;
     /// What takes the keyboard.
     QWidget* content() const;
 
@@ -65,15 +69,22 @@ private:
     void refreshMessages();
     void refreshContent();
     void refreshList();
+    void refreshDigest();
+    bool isWholeTimeline() const;
+    std::vector<GapRow> shownGaps() const;
+    void compare(const Uuid& earlier, const Uuid& later);
     void showWaiting();
     EmptyState emptyStateNow() const;
 
     const Uses uses;
     HistoryHead* head;
     SnapshotBarView* snapshotBar;
+    CaptureComparisonBar* comparisonBar;
     MessageBar* messages;
+    DigestCardView* digest;
     TimelineView* timeline;
     FolderInspectorView* folders;
+    StorageOverTimeView* storage;
     EmptyStateView* empty;
     /// Stands in place of the list while that is being read or compared.
     QLabel* waiting;

@@ -23,19 +23,9 @@ EventRow rowOf(const Event& event, const Calendar& calendar) {
 
 } // namespace
 
-std::vector<TimelineModel::Row> TimelineModel::rowsOf(const TimelinePresentation& presentation) {
-    std::vector<Row> all;
-    all.reserve(presentation.events.size() + presentation.days.size());
-    for (const auto& day : presentation.days) {
-        all.push_back({.day = day.id, .count = day.events.size()});
-        for (const auto& event : day.events)
-            all.push_back({.day = day.id, .event = event});
-    }
-    return all;
-}
-
-void TimelineModel::show(const TimelinePresentation& presentation, Date now) {
-    auto next = rowsOf(presentation);
+void TimelineModel::show(const TimelinePresentation& presentation, Date now,
+                         const std::vector<GapRow>& gaps) {
+    auto next = TimelineRows::of(presentation, gaps, unfolded, Calendar());
     const auto head = std::ranges::mismatch(rows, next).in1 - rows.begin();
     const auto shorter = static_cast<std::ptrdiff_t>(std::min(rows.size(), next.size()));
     std::ptrdiff_t tail = 0;
@@ -65,12 +55,24 @@ void TimelineModel::show(const TimelinePresentation& presentation, Date now) {
         Q_EMIT dataChanged(index(0), index(rowCount() - 1));
 }
 
-void TimelineModel::takeCounts(const std::vector<Row>& next) {
+void TimelineModel::takeCounts(const std::vector<TimelineRow>& next) {
     for (std::size_t i = 0; i < rows.size(); ++i)
         if (std::exchange(rows[i].count, next[i].count) != next[i].count) {
             const auto changed = index(static_cast<int>(i));
             Q_EMIT dataChanged(changed, changed);
         }
+}
+
+bool TimelineModel::toggleGaps(const QModelIndex& index) {
+    if (!index.isValid())
+        return false;
+    const TimelineRow& row = rows[static_cast<std::size_t>(index.row())];
+    if (!row.gap)
+        return false;
+    const Date day = calendar.startOfDay(row.gap->end);
+    if (unfolded.erase(day) == 0)
+        unfolded.insert(day);
+    return true;
 }
 
 const EventRow& TimelineModel::textsOf(int row) const {
@@ -88,7 +90,7 @@ OptionalShared<Event> TimelineModel::eventAt(const QModelIndex& index) const {
 
 QModelIndex TimelineModel::indexOf(const std::string& id) const {
     const auto found = std::ranges::find_if(
-        rows, [&](const Row& row) { return row.event && row.event->id == id; });
+        rows, [&](const TimelineRow& row) { return row.event && row.event->id == id; });
     return found == rows.end() ? QModelIndex() : index(static_cast<int>(found - rows.begin()));
 }
 
@@ -99,7 +101,9 @@ int TimelineModel::rowCount(const QModelIndex& parent) const {
 QVariant TimelineModel::data(const QModelIndex& index, int role) const {
     if (!checkIndex(index, CheckIndexOption::IndexIsValid))
         return {};
-    const Row& row = rows[static_cast<std::size_t>(index.row())];
+    const TimelineRow& row = rows[static_cast<std::size_t>(index.row())];
+    if (row.gap)
+        return gapData(row, role);
     if (!row.event)
         return dayData(row, role);
     switch (role) {
@@ -118,7 +122,33 @@ QVariant TimelineModel::data(const QModelIndex& index, int role) const {
     }
 }
 
-QVariant TimelineModel::dayData(const Row& row, int role) const {
+QVariant TimelineModel::gapData(const TimelineRow& row, int role) const {
+    switch (role) {
+    case kindRole:
+        return static_cast<int>(row.kind == TimelineRow::Kind::gaps ? RowKind::gaps : RowKind::gap);
+    case Qt::DisplayRole:
+        return shownText(row.gap->title);
+    case Qt::AccessibleTextRole:
+        return row.kind == TimelineRow::Kind::gaps
+                   ? tr("%1, folded").arg(shownText(row.gap->accessibleText))
+                   : shownText(row.gap->accessibleText);
+    case Qt::ToolTipRole:
+        return row.gap->times.empty() ? QVariant()
+                                      : isolated(QString::fromStdString(row.gap->times));
+    case rowRole: {
+        EventRow texts = eventRowOf(*row.gap);
+        texts.title = shownText(texts.title).toStdString();
+        texts.subtitle = wordsHere(texts.subtitle).toStdString();
+        return QVariant::fromValue(texts);
+    }
+    case idRole:
+        return row.event ? QVariant(QString::fromStdString(row.event->id)) : QVariant();
+    default:
+        return {};
+    }
+}
+
+QVariant TimelineModel::dayData(const TimelineRow& row, int role) const {
     const auto heading = [&] { return shownText(dayHeading(row.day, shownAt, calendar)); };
     const auto count = [&] {
         return row.count == 1 ? tr("1 event") : tr("%1 events").arg(row.count);
@@ -139,7 +169,7 @@ QVariant TimelineModel::dayData(const Row& row, int role) const {
 
 Qt::ItemFlags TimelineModel::flags(const QModelIndex& index) const {
     // The arrow keys step over a row without flags.
-    if (!eventAt(index))
+    if (kindOf(index) == RowKind::day)
         return Qt::NoItemFlags;
     return Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemNeverHasChildren;
 }

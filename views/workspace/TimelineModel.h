@@ -1,7 +1,6 @@
 #pragma once
 
-#include "core/presentation/EventRow.h"
-#include "core/timeline/TimelinePresentation.h"
+#include "core/growth/TimelineRows.h"
 
 #include <QAbstractListModel>
 #include <optional>
@@ -15,7 +14,7 @@ class TimelineModel : public QAbstractListModel {
     Q_OBJECT
 
 public:
-    enum class RowKind { day, event, gap };
+    enum class RowKind { day, event, gap, gaps };
     enum Role {
         /// An `EventRow`; invalid for the heading of a day.
         rowRole = Qt::UserRole,
@@ -33,9 +32,13 @@ public:
     using QAbstractListModel::QAbstractListModel;
 
     /// `now` is what "Today" is meant against.
-    void show(const TimelinePresentation& presentation, Date now);
+    void show(const TimelinePresentation& presentation, Date now,
+              const std::vector<GapRow>& gaps = {});
+    /// Folds the gaps of the day of this row, or unfolds them, when shown next. False for a row
+    /// that is no gap.
+    bool toggleGaps(const QModelIndex& index);
 
-    /// Absent for the heading of a day.
+    /// Absent for the heading of a day, and for a gap without an event.
     OptionalShared<Event> eventAt(const QModelIndex& index) const;
     /// Invalid when no event has that identifier.
     QModelIndex indexOf(const std::string& id) const;
@@ -45,24 +48,14 @@ public:
     Qt::ItemFlags flags(const QModelIndex& index) const override;
 
 private:
-    struct Row {
-        Date day;
-        /// Absent in the heading of the day.
-        OptionalShared<Event> event{};
-        /// In the heading, the number of events of the day.
-        std::size_t count = 0;
-
-        bool operator==(const Row& other) const {
-            return day == other.day && event.object() == other.event.object();
-        }
-    };
-
-    static std::vector<Row> rowsOf(const TimelinePresentation& presentation);
-    void takeCounts(const std::vector<Row>& next);
+    void takeCounts(const std::vector<TimelineRow>& next);
     const EventRow& textsOf(int row) const;
-    QVariant dayData(const Row& row, int role) const;
+    QVariant dayData(const TimelineRow& row, int role) const;
+    QVariant gapData(const TimelineRow& row, int role) const;
 
-    std::vector<Row> rows;
+    std::vector<TimelineRow> rows;
+    /// The starts of the days whose gaps the user unfolded.
+    std::set<Date> unfolded;
     Calendar calendar;
     Date shownAt;
     /// A view asks for several roles of a row, one after the other.

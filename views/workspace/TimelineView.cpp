@@ -4,6 +4,8 @@
 #include "views/workspace/EventDelegate.h"
 
 #include <QApplication>
+#include <QKeyEvent>
+#include <QMouseEvent>
 #include <QScopedValueRollback>
 #include <QScrollBar>
 
@@ -20,14 +22,15 @@ TimelineView::TimelineView(QWidget* parent) : QListView(parent) {
     setAccessibleName(tr("Events"));
 }
 
-void TimelineView::present(const TimelinePresentation& presentation, Date now) {
+void TimelineView::present(const TimelinePresentation& presentation, Date now,
+                           const std::vector<GapRow>& gaps) {
     const bool isAtTop = verticalScrollBar()->value() == 0;
     const QPersistentModelIndex top = indexAt(QPoint(1, 1));
     const int offset = visualRect(top).top();
     {
         // Removing rows moves the current one: no choice of the user.
         const QScopedValueRollback updating(isUpdating, true);
-        events.show(presentation, now);
+        events.show(presentation, now, gaps);
     }
     if (isAtTop || !top.isValid())
         return;
@@ -43,6 +46,32 @@ void TimelineView::select(const std::string* id) {
     setCurrentIndex(found);
     if (!found.isValid())
         clearSelection();
+}
+
+bool TimelineView::toggleGaps(const QModelIndex& index) {
+    if (!events.toggleGaps(index))
+        return false;
+    Q_EMIT gapsToggled();
+    return true;
+}
+
+void TimelineView::keyPressEvent(QKeyEvent* event) {
+    const bool isToggle = event->key() == Qt::Key_Space || event->key() == Qt::Key_Return;
+    if (!isToggle || !toggleGaps(currentIndex()))
+        QListView::keyPressEvent(event);
+}
+
+void TimelineView::mouseDoubleClickEvent(QMouseEvent* event) {
+    if (!toggleGaps(indexAt(event->position().toPoint())))
+        QListView::mouseDoubleClickEvent(event);
+}
+
+void TimelineView::mouseReleaseEvent(QMouseEvent* event) {
+    QListView::mouseReleaseEvent(event);
+    const QModelIndex index = indexAt(event->position().toPoint());
+    if (event->button() == Qt::LeftButton
+        && TimelineModel::kindOf(index) == TimelineModel::RowKind::gaps)
+        toggleGaps(index);
 }
 
 void TimelineView::setTextScale(double scale) {

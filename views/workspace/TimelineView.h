@@ -14,7 +14,8 @@ class TimelineView : public QListView {
 public:
     explicit TimelineView(QWidget* parent = nullptr);
 
-    void present(const TimelinePresentation& presentation, Date now);
+    void present(const TimelinePresentation& presentation, Date now,
+                 const std::vector<GapRow>& gaps = {});
     /// Selects the event with this identifier, or none.
     void select(const std::string* id);
     /// `scale` is relative to the other texts of the window.
@@ -23,13 +24,20 @@ public:
 Q_SIGNALS:
     /// The user chose an event; absent for none.
     void eventChosen(const tidemark::OptionalShared<tidemark::Event>& event);
+    /// The user folded or unfolded the gaps of a day, which show when they are presented again.
+    void gapsToggled();
 
 protected:
+    void keyPressEvent(QKeyEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
     void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
     void selectionChanged(const QItemSelection& selected,
                           const QItemSelection& deselected) override;
 
 private:
+    bool toggleGaps(const QModelIndex& index);
+
     TimelineModel events;
     bool isUpdating = false;
 };

@@ -131,7 +131,8 @@ void WorkspaceWindow::followModel() {
     auto& model = uses.model;
     for (Observable* part : std::initializer_list<Observable*>{
              &model.state(), &model.history(), &model.imports(), &model.scanProgress(),
-             &model.folderAccess(), &uses.viewSettings, &uses.memory, &uses.preferences})
+             &model.folderAccess(), &model.growth(), &model.digest(), &uses.viewSettings,
+             &uses.memory, &uses.preferences})
         connect(part, &Observable::changed, this, later);
     connect(pane, &HistoryPane::contentChanged, this, later);
 }
@@ -175,7 +176,7 @@ void WorkspaceWindow::refreshActions() {
          .isRecording = state.canRecord(),
          .canChangeRecording = uses.model.canChangeRecording(),
          .canExport = !history.presentation().events.empty() && !history.isComparing()
-                      && !pane->showsFolders(),
+                      && !pane->showsFolders() && !pane->showsStorage(),
          .isDark = isDark(palette())});
     actions->setEnabled(Command::saveSnapshot, mayChange());
     actions->setEnabled(Command::importHistory, mayChange());
@@ -209,6 +210,16 @@ void WorkspaceWindow::fitColumns() {
         !pane->showsFolders() && (!isNarrow || uses.model.history().selection().event());
     inspector->setVisible(showsDetails);
     sidebar->setVisible(width() >= roomForSidebar && !(isNarrow && showsDetails));
+}
+
+void WorkspaceWindow::showEvent(QShowEvent* event) {
+    QMainWindow::showEvent(event);
+    uses.model.digest().windowShown();
+}
+
+void WorkspaceWindow::hideEvent(QHideEvent* event) {
+    QMainWindow::hideEvent(event);
+    uses.model.digest().windowHidden();
 }
 
 void WorkspaceWindow::resizeEvent(QResizeEvent* event) {

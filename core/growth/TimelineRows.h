@@ -1,0 +1,54 @@
+#pragma once
+
+#include "core/growth/GapRows.h"
+#include "core/presentation/EventRow.h"
+#include "core/timeline/TimelinePresentation.h"
+
+#include <set>
+#include <string>
+#include <vector>
+
+namespace tidemark {
+
+/// One row of the timeline.
+struct TimelineRow {
+    enum class Kind {
+        /// The heading of a day.
+        day,
+        event,
+        /// A time in which nothing, or one place not, was observed.
+        gap,
+        /// Several of these, folded into one row.
+        gaps,
+    };
+
+    Kind kind = Kind::day;
+    /// The start of the day that it is shown under.
+    Date day{};
+    /// In a heading, the number of events of the day; of folded rows, how many they are.
+    std::size_t count = 0;
+    /// Of an event; of a gap the event "Captures Resumed", if there is one.
+    OptionalShared<Event> event{};
+    OptionalShared<GapRow> gap{};
+
+    bool operator==(const TimelineRow& other) const {
+        return kind == other.kind && day == other.day && event.object() == other.event.object()
+               && gap == other.gap;
+    }
+};
+
+/// The rows of the timeline, the newest first, each day below its heading. Gaps are at the time at
+/// which they ended, and stand for the event "Captures Resumed" that they have. A day with
+/// `foldedFrom` gaps and more has one row for all of them, unless it is in `unfolded`.
+struct TimelineRows {
+    static constexpr std::size_t foldedFrom = 3;
+
+    static std::vector<TimelineRow> of(const TimelinePresentation& presentation,
+                                       const std::vector<GapRow>& gaps,
+                                       const std::set<Date>& unfolded, const Calendar& calendar);
+};
+
+/// A gap on one line: "Nothing observed for 8 hours · computer asleep".
+EventRow eventRowOf(const GapRow& gap);
+
+} // namespace tidemark
