@@ -1,5 +1,6 @@
 #include "core/base/JsonEncoder.h"
 #include "core/journal/Journal.h"
+#include "core/memory/MemoryHistoryStore.h"
 #include "tests/cli/RecorderProgram.h"
 #include "tests/support/Observations.h"
 #include "tests/support/OrdinaryUser.h"
@@ -63,6 +64,38 @@ TEST_F(RecorderProgram, RefusesInvalidArguments) {
         EXPECT_TRUE(test::contains(outcome.err, says));
     }
     EXPECT_TRUE(command({"settings", "get", "listingTextSize"}).out.starts_with("13\n"));
+}
+
+TEST_F(RecorderProgram, PinsAndDeletesClips) {
+    MemoryArchive archive;
+    for (const char* name : {"one", "two"}) {
+        auto clip = MemoryRecord::make(MemoryRecord::Kind::clipboard, Date::now(), name);
+        clip.id = std::string("CLIP-") + name;
+        clip.text = name;
+        archive.records.emplace_back(std::move(clip));
+    }
+    MemoryHistoryStore store(folder / "data/Tidemark/memory-history.json");
+    store.load();
+    store.save(archive);
+    const auto isPinned = [&] {
+        return command({"memory", "--json"}).out.contains("\"pinned\":true");
+    };
+    EXPECT_EQ(command({"clips", "pin", "CLIP-one"}).out,
+              "\"one\" is pinned; it does not expire.\n");
+    EXPECT_TRUE(isPinned());
+    EXPECT_EQ(command({"clips", "pin", "memory-CLIP-one", "--off"}).out,
+              "\"one\" is pinned no longer.\n");
+    EXPECT_FALSE(isPinned());
+    const std::pair<Words, const char*> refused[] = {
+        {{"clips", "pin", "CLIP"}, "2 clips have \"CLIP\""},
+        {{"clips", "pin", "three"}, "No clip has the identifier \"three\"."},
+        {{"clips", "copy", "CLIP-two"}, "No recorder is running"},
+        {{"clips", "clear"}, "--yes"},
+    };
+    for (const auto& [words, says] : refused)
+        EXPECT_TRUE(test::contains(command(words).err, says));
+    EXPECT_EQ(command({"clips", "clear", "--yes"}).status, 0);
+    EXPECT_EQ(command({"memory"}).out, "Nothing has been remembered.\n");
 }
 
 TEST_F(RecorderProgram, MarksSettingsWhoseSourceIsNotAvailable) {
