@@ -302,22 +302,37 @@ TEST_F(X11ClipboardTest, ConnectsAgainWhenTheServerReturns) {
     EXPECT_EQ(log, "before after ");
 }
 
-TEST_F(X11ClipboardTest, ServesWhatItPutsBack) {
+TEST_F(X11ClipboardTest, ServesTheClipsThatAreCopiedAgain) {
     watch();
-    const std::string large(3'000'000, 'l');
-    clipboard->put({{"image/png", large}, {"UTF8_STRING", "small"}, {"STRING", "small"}});
-    while (paste() != "small") {
+    MemoryRecord image;
+    image.payload = Data{std::string(3'000'000, 'i')};
+    image.pasteboardType = "image/png";
+    clipboard->put(clipTypes::offered(image));
+    while (!paste(u"TARGETS"_s).contains("image/png")) {
     }
-    EXPECT_EQ(paste(u"image/png"_s).toStdString(), large);
+    {
+        test::ChildProgram killed;
+        server->prepare(killed);
+        killed.start(
+            {u"xclip"_s, u"-o"_s, u"-selection"_s, u"clipboard"_s, u"-t"_s, u"image/png"_s});
+    }
+    EXPECT_EQ(paste(u"image/png"_s).toStdString(), image.payload->bytes);
     EXPECT_EQ(paste(u"image/jpeg"_s), "");
-    const auto targets = paste(u"TARGETS"_s);
-    for (const auto* target : {"TARGETS", "MULTIPLE", "TIMESTAMP", "image/png", "UTF8_STRING"})
-        EXPECT_TRUE(targets.contains(target)) << target;
-    clipboard->put({{"UTF8_STRING", "second"}});
-    while (paste() != "second") {
+
+    MemoryRecord text;
+    text.text = std::string(clipRules::mostText, 't');
+    text.payload = Data{std::string(900'000, 'r')};
+    text.pasteboardType = "text/rtf";
+    clipboard->put(clipTypes::offered(text));
+    while (paste().toStdString() != text.text) {
     }
+    EXPECT_EQ(paste(u"text/rtf"_s).toStdString(), text.payload->bytes);
+    EXPECT_EQ(paste(u"STRING"_s).toStdString(), text.text);
+    const auto targets = paste(u"TARGETS"_s);
+    for (const auto* target : {"TARGETS", "MULTIPLE", "TIMESTAMP", "text/rtf", "UTF8_STRING"})
+        EXPECT_TRUE(targets.contains(target)) << target;
     clipboard->unwatch();
-    EXPECT_EQ(paste(), "second") << "kept when recording stops";
+    EXPECT_EQ(paste().size(), clipRules::mostText) << "kept when recording stops";
     watch();
     copy("of another program");
     untilLogged("program");
