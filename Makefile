@@ -85,8 +85,10 @@ bench: packages build/release/build.ninja ## Measure everything that has a perfo
 	@./bench/run build/release
 
 install: packages build/release/build.ninja ## Build, then install below PREFIX (and DESTDIR)
+	@# The unit of the service has the path of the program, and so the prefix.
+	@cmake --preset release -DCMAKE_INSTALL_PREFIX="$(abspath $(PREFIX))" >/dev/null
 	@cmake --build --preset release --target tidemark tidemark-desktop manual
-	@cmake --install build/release --prefix $(PREFIX)
+	@cmake --install build/release
 
 package: ## Build the Debian packages of the last commit into build/packages
 	@packaging/install-packages packaging/debian-packages.txt packaging/debian-packages-package.txt
