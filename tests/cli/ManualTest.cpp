@@ -35,12 +35,13 @@ bool isInstalled(const std::string& program) {
     return !printed("command -v " + program).empty();
 }
 
-/// The names at the start of the lines of a help that are indented by two.
+/// The commands in a help: the lines that are indented by two. Options begin with a hyphen, values
+/// with a capital.
 std::vector<std::string> listedIn(const std::string& help) {
     std::vector<std::string> names;
     std::istringstream lines(help);
     for (std::string line; std::getline(lines, line);)
-        if (line.starts_with("  ") && line.size() > 2 && line[2] != ' ' && line[2] != '-')
+        if (line.starts_with("  ") && line.size() > 2 && line[2] >= 'a' && line[2] <= 'z')
             names.push_back(line.substr(2, line.find(' ', 2) - 2));
     return names;
 }
