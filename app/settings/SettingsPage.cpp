@@ -161,6 +161,8 @@ SettingsGroup clipboardHistory(const SettingsPageState& state) {
     // The reason is shown with the switch already.
     if (absence != state.clipboardStatus)
         group.text(state.clipboardStatus);
+    group.text("Items that their program marks as secret are never read. Browser extensions of "
+               "password managers usually mark nothing.");
     return group.number(preference::memoryClipboardDays, "Days to keep clips")
         .command(Command::clearClipboard, "Clear Clipboard History…")
         .group();

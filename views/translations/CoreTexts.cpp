@@ -63,6 +63,8 @@ constexpr std::array texts{
     QT_TRANSLATE_NOOP("core", "The clipboard can’t be watched: there is no graphical session."),
     QT_TRANSLATE_NOOP("core", "This desktop does not let other programs watch the clipboard."),
     QT_TRANSLATE_NOOP("core", "This display server does not report what is copied."),
+    QT_TRANSLATE_NOOP("core", "Items that their program marks as secret are never read. Browser "
+                              "extensions of password managers usually mark nothing."),
     QT_TRANSLATE_NOOP("core", "Excluded Applications"),
     QT_TRANSLATE_NOOP("core", "Identifiers, with commas between them"),
     QT_TRANSLATE_NOOP(

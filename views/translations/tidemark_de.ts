@@ -195,6 +195,10 @@
         <translation>Dieser Anzeigeserver meldet nicht, was kopiert wird.</translation>
     </message>
     <message>
+        <source>Items that their program marks as secret are never read. Browser extensions of password managers usually mark nothing.</source>
+        <translation>Was ein Programm als vertraulich markiert, wird nie gelesen. Erweiterungen von Passwortverwaltungen im Browser markieren meist nichts.</translation>
+    </message>
+    <message>
         <source>Excluded Applications</source>
         <translation>Ausgeschlossene Programme</translation>
     </message>
