@@ -1,9 +1,9 @@
 #pragma once
 
+#include "app/monitors/MonitorStatus.h"
 #include "app/ports/ServiceReport.h"
 #include "core/records/OperatingSystemObservation.h"
 #include "recorder/DocumentReport.h"
-#include "recorder/LiveMonitors.h"
 
 #include <string>
 #include <vector>
