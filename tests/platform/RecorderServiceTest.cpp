@@ -106,3 +106,16 @@ TEST(SystemdServiceTest, ReadsTheStateOfItsUnit) {
     EXPECT_EQ(state("disabled", "activating"), std::pair(false, Activity::running));
     EXPECT_THROW(SystemdService::parse("LoadState=not-found\nActiveState=inactive\n"), Error);
 }
+
+TEST(SystemdServiceTest, SaysWhereThereIsNone) {
+    if (std::filesystem::exists("/run/systemd/system"))
+        GTEST_SKIP() << "systemd has started this machine";
+    try {
+        SystemdService().enable();
+        FAIL() << "it was enabled";
+    } catch (const Error& error) {
+        EXPECT_STREQ(error.what(),
+                     "This system was not started by systemd, so there is no service; "
+                     "tidemark run records without one.");
+    }
+}
