@@ -53,10 +53,12 @@ std::array<QWidget*, 2> MonitoredFolderRow::controls() const {
 
 void MonitoredFolderRow::ask(bool isOn) {
     box->setChecked(shown.isMonitored);
+    // While the user is asked, the row may show another folder, or be gone.
+    const auto row = shown;
     if (isOn)
-        Q_EMIT monitorRequested(shown);
+        Q_EMIT monitorRequested(row);
     else
-        Q_EMIT stopRequested(shown);
+        Q_EMIT stopRequested(row);
 }
 
 } // namespace tidemark
