@@ -30,6 +30,21 @@ function(tidemark_room folder)
         PRIVATE tidemark_options ${room_USES})
 endfunction()
 
+# tidemark_precompiled(NAME SEES ROOM... HEADERS HEADER...)
+#
+# Makes a target that only compiles HEADERS in advance, for the rooms that reuse them with
+# `target_precompile_headers(… REUSE_FROM NAME)`. SEES are the rooms and libraries that have the headers.
+function(tidemark_precompiled name)
+    cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SEES;HEADERS")
+    set(empty_source "${PROJECT_BINARY_DIR}/empty.cpp")
+    if(NOT EXISTS "${empty_source}")
+        file(WRITE "${empty_source}" "")
+    endif()
+    add_library(${name} OBJECT "${empty_source}")
+    target_link_libraries(${name} PRIVATE tidemark_options ${arg_SEES})
+    target_precompile_headers(${name} PRIVATE ${arg_HEADERS})
+endfunction()
+
 # Lets the target, and what links to it, write #include "FOLDER/….h".
 function(tidemark_include_folder target folder)
     set(include_folder "${PROJECT_BINARY_DIR}/include/${target}")

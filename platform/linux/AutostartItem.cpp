@@ -76,7 +76,9 @@ AutostartItem::Places AutostartItem::Places::current() {
 }
 
 fs::path AutostartItem::path() const {
-    return places.own / (std::string(ApplicationSource::ownIdentifier) + ".desktop");
+    fs::path file = places.own / ApplicationSource::ownIdentifier;
+    file += ".desktop";
+    return file;
 }
 
 std::optional<KeyFile> AutostartItem::sharedEntry() const {
