@@ -2,6 +2,7 @@
 
 #include "views/base/Labels.h"
 #include "views/base/ShownText.h"
+#include "views/base/Symbols.h"
 #include "views/base/ThinScrollBar.h"
 #include "views/base/TintedSymbol.h"
 #include "views/search/SearchResultDelegate.h"
@@ -78,7 +79,7 @@ QWidget* SearchPanelView::makeField() {
     });
     auto* dismissal = new QToolButton;
     dismissal->setAutoRaise(true);
-    dismissal->setIcon(QIcon::fromTheme(QStringLiteral("window-close")));
+    dismissal->setIcon(symbolIcon("xmark"));
     dismissal->setToolTip(wordsHere(HistorySearch::dismissLabel));
     dismissal->setAccessibleName(wordsHere(HistorySearch::dismissLabel));
     connect(dismissal, &QToolButton::clicked, this, &SearchPanelView::dismiss);

@@ -1,8 +1,25 @@
 #include "views/search/SearchResultModel.h"
 
+#include "views/base/ShownText.h"
+
 #include <algorithm>
 
 namespace tidemark {
+
+namespace {
+
+/// In the language of the user. Files, programs and clips keep their names.
+SearchResultRow rowOf(const Event& event, const Calendar& calendar) {
+    SearchResultRow row = SearchResultRow::of(event, calendar);
+    if (event.memory)
+        return row;
+    const std::string title = shownText(row.title).toStdString();
+    row.accessibleText.replace(0, row.title.size(), title);
+    row.title = title;
+    return row;
+}
+
+} // namespace
 
 void SearchResultModel::show(const std::vector<Shared<Event>>& next) {
     if (std::ranges::equal(
@@ -12,7 +29,7 @@ void SearchResultModel::show(const std::vector<Shared<Event>>& next) {
     beginResetModel();
     results.clear();
     for (const auto& event : next)
-        results.push_back({event, SearchResultRow::of(*event, calendar)});
+        results.push_back({event, rowOf(*event, calendar)});
     endResetModel();
 }
 
