@@ -13,6 +13,26 @@ namespace {
 /// Of a chart that has one point in time.
 constexpr double shortestPeriod = 3'600;
 
+/// A smaller change of a size would look like a large one on an axis of its own.
+constexpr double smallestRange = 0.02;
+/// An empty beginning of the period that is longer is left out.
+constexpr double longestLead = 0.05;
+
+/// Where the axis of sizes should begin at the latest.
+std::int64_t leastShown(const StorageChart& chart) {
+    const auto most = static_cast<double>(chart.most);
+    const bool isLevel = most - static_cast<double>(chart.least) < smallestRange * most;
+    return isLevel ? 0 : chart.least;
+}
+
+Date firstShown(const StorageChart& chart) {
+    if (chart.points.empty())
+        return chart.since;
+    const Date first = chart.points.front().at;
+    const bool isLong = first - chart.since > longestLead * (chart.through - chart.since);
+    return isLong ? first : chart.since;
+}
+
 std::size_t countIn(double length, double each) {
     return each > 0 && length > each ? static_cast<std::size_t>(length / each) : 1;
 }
@@ -63,14 +83,14 @@ ChartLayout ChartLayout::of(const StorageChart& chart, const Metrics& metrics,
     layout.right = std::max(layout.left + 1, metrics.width - metrics.trailing);
     layout.top = metrics.top;
     layout.bottom = std::max(layout.top + 1, metrics.height - metrics.bottom);
-    layout.since = chart.since;
+    layout.since = firstShown(chart);
     layout.through = chart.through;
     if (!(layout.through - layout.since >= shortestPeriod)) {
         layout.since = chart.through + -shortestPeriod / 2;
         layout.through = chart.through + shortestPeriod / 2;
     }
     const auto sizes = chartScale::sizeTicks(
-        chart.least, chart.most, countIn(layout.bottom - layout.top, metrics.sizeHeight) + 1);
+        leastShown(chart), chart.most, countIn(layout.bottom - layout.top, metrics.sizeHeight) + 1);
     layout.least = sizes.front().bytes;
     layout.most = std::max(sizes.back().bytes, layout.least + 1);
     for (const auto& tick : sizes)

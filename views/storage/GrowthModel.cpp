@@ -17,7 +17,7 @@ using Roles = FolderSizeModel;
 constexpr quintptr ofItem = 0;
 
 int trendOf(std::int64_t change) {
-    return static_cast<int>(change > 0 ? Trend::grew : Trend::shrank);
+    return static_cast<int>(change > 0 ? Trend::grew : change < 0 ? Trend::shrank : Trend::unknown);
 }
 
 QString symbolOf(const GrowthItem& item) {

@@ -6,7 +6,6 @@
 #include "views/base/TintedSymbol.h"
 
 #include <QPainter>
-#include <QPainterPath>
 #include <algorithm>
 #include <cmath>
 #include <utility>
@@ -20,6 +19,7 @@ constexpr int padding = 8;
 constexpr double lineWidth = 2;
 constexpr double dotRadius = 4;
 constexpr double markRadius = 3.5;
+constexpr double markDistance = 6;
 constexpr float areaStrength = 0.1F;
 constexpr float hatchStrength = 0.16F;
 constexpr float gridStrength = 0.09F;
@@ -240,20 +240,26 @@ void StorageChartPainter::drawLines() const {
 }
 
 void StorageChartPainter::drawMarks(std::optional<std::size_t> emphasized) const {
-    const double y = layout.bottom;
+    double last = -markDistance;
     for (std::size_t i = 0; i < chart.marks.size(); ++i) {
-        const bool isLarge = i == emphasized;
-        const double radius = isLarge ? markRadius + 2 : markRadius;
-        const QPointF centre = at({layout.x(chart.marks[i].event->timestamp), y});
-        QPainterPath diamond(centre + QPointF(0, -radius));
-        diamond.lineTo(centre + QPointF(radius, 0));
-        diamond.lineTo(centre + QPointF(0, radius));
-        diamond.lineTo(centre + QPointF(-radius, 0));
-        diamond.closeSubpath();
-        painter.setPen(QPen(look.palette.color(QPalette::Active, QPalette::Base), 1.5));
-        painter.setBrush(isLarge ? accent() : strong());
-        painter.drawPath(diamond);
+        const double x = layout.x(chart.marks[i].event->timestamp);
+        // Where many events are near to each other, one mark stands for them.
+        if (i == emphasized || std::abs(x - last) < markDistance)
+            continue;
+        last = x;
+        drawMark(x, markRadius, strong());
     }
+    if (emphasized)
+        drawMark(layout.x(chart.marks[*emphasized].event->timestamp), markRadius + 2, accent());
+}
+
+void StorageChartPainter::drawMark(double x, double radius, const QColor& color) const {
+    const QPointF centre = at({x, layout.bottom});
+    const QPointF corners[] = {centre + QPointF(0, -radius), centre + QPointF(radius, 0),
+                               centre + QPointF(0, radius), centre + QPointF(-radius, 0)};
+    painter.setPen(QPen(look.palette.color(QPalette::Active, QPalette::Base), 1.5));
+    painter.setBrush(color);
+    painter.drawConvexPolygon(corners, 4);
 }
 
 void StorageChartPainter::drawLatest() const {
@@ -320,7 +326,7 @@ void StorageChartPainter::drawReading(const ChartReading& reading, double x) con
     for (const auto& text : reading.lines)
         width =
             std::max(width, QFontMetrics(small).horizontalAdvance(QString::fromStdString(text)));
-    width = std::min(width + 2 * padding + 4, static_cast<int>(layout.right - layout.left));
+    width = std::min(width + 2 * padding + 12, static_cast<int>(layout.right - layout.left));
     const int height =
         headingHeight + line * static_cast<int>(reading.lines.size()) + 2 * padding - 2;
     const bool fits = x + 14 + width <= layout.right;

@@ -55,6 +55,7 @@ private:
     QColor accent() const;
     void drawText(const QRectF& rect, Qt::Alignment alignment, const QString& text,
                   const QFont& font, const QColor& color) const;
+    void drawMark(double x, double radius, const QColor& color) const;
     void drawUpright(double x, const QPen& pen, double from) const;
 
     QPainter& painter;
