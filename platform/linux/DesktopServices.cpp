@@ -6,6 +6,7 @@
 #include "core/base/FileDescriptor.h"
 #include "core/system/LocalSocketAddress.h"
 #include "platform/linux/PortalAppearance.h"
+#include "platform/linux/PortalShortcut.h"
 #include "platform/linux/StatusNotifierHost.h"
 #include "platform/linux/UserService.h"
 #include "platform/linux/X11Shortcut.h"
@@ -99,7 +100,10 @@ bool desktopServices::hasDisplay() {
 std::unique_ptr<GlobalShortcut> desktopServices::searchShortcut(GlobalShortcut::Observer observer) {
     // There an X server only has the keys that are pressed in windows of X11.
     if (!variable("WAYLAND_DISPLAY").empty())
-        return nullptr;
+        return std::make_unique<OnSessionBus<GlobalShortcut, PortalShortcut>>(
+            [observer = std::move(observer)](const QDBusConnection& bus) {
+                return std::make_unique<PortalShortcut>(bus, observer);
+            });
     return std::make_unique<X11Shortcut>(std::move(observer));
 }
 
