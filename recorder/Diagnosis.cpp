@@ -81,12 +81,34 @@ void addSources(std::string& out, const Diagnosis& diagnosis) {
         line(out, "Live sources", "Only a running recorder observes them.");
     for (const auto& monitor : diagnosis.recorder.monitors)
         line(out, monitor.name, monitor.text);
+    for (const auto& collector : diagnosis.collectors)
+        line(out, collector.name, collector.text);
+    for (const auto& issue : diagnosis.issues)
+        line(out, "Not read", issue);
     for (const auto& setting : diagnosis.settings)
         line(out, setting.key,
              setting.value + (setting.notAvailable ? ". " + *setting.notAvailable : ""));
 }
 
 } // namespace
+
+std::vector<MonitorStatus> collectors(const Snapshot& snapshot) {
+    const auto in = [](std::size_t found, std::size_t folders) {
+        return std::to_string(found) + " in " + std::to_string(folders)
+               + (folders == 1 ? " folder" : " folders");
+    };
+    const auto& coverage = snapshot.coverage;
+    std::vector<MonitorStatus> all{
+        {"Applications", in(snapshot.applications->size(), coverage.applicationRoots->size())},
+        {"Background services",
+         in(snapshot.backgroundItems->size(), coverage.backgroundRoots->size())},
+        {"Measured sizes", std::to_string(snapshot.folders.size())},
+    };
+    for (const auto& report : snapshot.additionalReports.value_or(std::vector<MetadataReport>{}))
+        all.push_back({"Additional source", std::to_string(report.items->size()) + " found"
+                                                + (report.complete ? "" : ", not complete")});
+    return all;
+}
 
 std::vector<std::string> findProblems(const Diagnosis& diagnosis) {
     std::vector<std::string> problems = diagnosis.recorder.problems;

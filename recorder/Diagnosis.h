@@ -3,6 +3,7 @@
 #include "app/monitors/MonitorStatus.h"
 #include "app/ports/ServiceReport.h"
 #include "core/records/OperatingSystemObservation.h"
+#include "core/records/Snapshot.h"
 #include "recorder/DocumentReport.h"
 
 #include <string>
@@ -66,6 +67,9 @@ struct Diagnosis {
     /// Whether the service is turned on and runs, as a sentence.
     std::string service;
     Recorder recorder;
+    /// What the last capture found, and what it could not read.
+    std::vector<MonitorStatus> collectors;
+    std::vector<std::string> issues;
     std::vector<Setting> settings;
     std::vector<ServiceReport> services;
     std::vector<DocumentReport> documents;
@@ -82,6 +86,8 @@ struct Diagnosis {
                           Field{"secondsEastOfUTC", &Diagnosis::secondsEastOfUTC},
                           Field{"service", &Diagnosis::service, Shown},
                           Field{"recorder", &Diagnosis::recorder},
+                          Field{"collectors", &Diagnosis::collectors},
+                          Field{"issues", &Diagnosis::issues, Shown},
                           Field{"settings", &Diagnosis::settings},
                           Field{"services", &Diagnosis::services},
                           Field{"documents", &Diagnosis::documents},
@@ -91,6 +97,9 @@ struct Diagnosis {
 };
 
 namespace diagnosis {
+
+/// How much each collector of a capture found.
+std::vector<MonitorStatus> collectors(const Snapshot& snapshot);
 
 /// What is wrong according to the rest of the diagnosis: documents that can't be read or that
 /// others can read, a clock before the last capture, hardly any space.

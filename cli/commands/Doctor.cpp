@@ -5,6 +5,7 @@
 #include "cli/TerminalCommands.h"
 #include "core/base/Calendar.h"
 #include "core/base/FolderLock.h"
+#include "core/journal/JournalStore.h"
 #include "core/presentation/SystemWords.h"
 #include "core/system/SystemFacts.h"
 #include "recorder/CommandRequests.h"
@@ -57,6 +58,7 @@ public:
             found.recorder = *std::move(answer);
         if (auto answer = answerTo<SettingsAnswer>(commands::settingsList()))
             useSettings(*std::move(answer));
+        useLastCapture();
         found.service = serviceState();
         found.services = serviceReport::ofSystem();
         found.documents = documentReports(places, names);
@@ -110,6 +112,19 @@ private:
             addProblem(*answer.problem);
     }
 
+    void useLastCapture() {
+        try {
+            const auto journal = JournalStore(places.files.journal()).load();
+            if (journal.snapshots.empty())
+                return;
+            const auto& last = *journal.snapshots.back();
+            found.collectors = diagnosis::collectors(last);
+            found.issues = last.coverage.issues;
+        } catch (const Error&) {
+            // It is reported with the documents.
+        }
+    }
+
     static std::string serviceState() {
         try {
             return std::string(
@@ -126,6 +141,12 @@ private:
             hide(monitor.text);
         for (auto& problem : found.recorder.problems)
             hide(problem);
+        // Many folders often have the same issue.
+        for (auto& issue : found.issues)
+            hide(issue);
+        std::ranges::sort(found.issues);
+        const auto repeated = std::ranges::unique(found.issues);
+        found.issues.erase(repeated.begin(), repeated.end());
         for (auto& setting : found.settings)
             if (setting.notAvailable)
                 hide(*setting.notAvailable);
