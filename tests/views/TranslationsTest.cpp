@@ -89,6 +89,11 @@ TEST(Translations, KeepTheNamesInSentencesThatAreComposed) {
     EXPECT_EQ(translatedByPattern("Pen Grew in Size").value_or("-"), "*Pen Grew in Size");
     EXPECT_EQ(translatedByPattern("Version Updated Updated"), "*Version Updated Updated");
     EXPECT_EQ(translatedByPattern(" Grew in Size"), std::nullopt) << "without a name";
+    EXPECT_EQ(translatedByPattern("2 GB less free; 1 GB of it in folders you monitor."),
+              "*2 GB less free; 1 GB of it in folders you monitor.");
+    EXPECT_EQ(translatedByPattern("Nothing was observed for 3 days, in 2 gaps."),
+              "*Nothing was observed for *3 days, in 2 gaps.");
+    EXPECT_EQ(translatedByPattern("Snapshot: %2 days"), "*Snapshot: %2 days");
     EXPECT_EQ(translatedByPattern("Something else"), std::nullopt);
     QCoreApplication::removeTranslator(&translator);
 }
@@ -98,7 +103,8 @@ TEST(Translations, HaveEveryText) {
         catalogue(QStringLiteral(TIDEMARK_ROOT "/views/translations/tidemark_de.ts"));
     for (const auto& [source, isTranslated] : texts)
         EXPECT_TRUE(isTranslated) << source;
-    for (const auto& all : {coreTexts(), inspectorTexts(), corePatterns()})
+    for (const auto& all : {coreTexts(), inspectorTexts(), growthTexts(), corePatterns(),
+                            growthPatterns(), lengthPatterns()})
         for (const char* text : all)
             EXPECT_TRUE(texts.contains(text)) << text << " (make translations)";
     const std::set<std::string> known(coreTexts().begin(), coreTexts().end());

@@ -2,6 +2,7 @@
 
 #include <QCoreApplication>
 #include <array>
+#include <utility>
 
 namespace tidemark {
 
@@ -50,28 +51,62 @@ constexpr std::array patterns{
     QT_TRANSLATE_NOOP("core", "Version %1"),
 };
 
-constexpr std::string_view place = "%1";
+constexpr std::string_view first = "%1";
+constexpr std::string_view second = "%2";
 
-} // namespace
+/// What stands for "%1" and "%2"; the second one is empty in a pattern that has only the first.
+using Parts = std::pair<std::string_view, std::string_view>;
+
+/// Absent for a text that is not of this pattern.
+std::optional<Parts> partsOf(std::string_view text, std::string_view pattern) {
+    const auto atFirst = pattern.find(first);
+    const auto atSecond = pattern.find(second);
+    const bool hasSecond = atSecond != pattern.npos;
+    const auto before = pattern.substr(0, atFirst);
+    const auto after =
+        pattern.substr(hasSecond ? atSecond + second.size() : atFirst + first.size());
+    if (text.size() <= before.size() + after.size() || !text.starts_with(before)
+        || !text.ends_with(after))
+        return std::nullopt;
+    text.remove_prefix(before.size());
+    text.remove_suffix(after.size());
+    if (!hasSecond)
+        return Parts{text, {}};
+    const auto start = atFirst + first.size();
+    const auto between = pattern.substr(start, atSecond - start);
+    const auto found = text.find(between);
+    if (found == text.npos || found == 0 || found + between.size() == text.size())
+        return std::nullopt;
+    return Parts{text.substr(0, found), text.substr(found + between.size())};
+}
+
+QString translation(const char* source) {
+    return QCoreApplication::translate("core", source);
+}
+
+/// A length of time such as "3 days" in the language of the user; everything else as it is.
+QString shownPart(std::string_view part) {
+    for (const char* pattern : lengthPatterns()) {
+        const auto number = partsOf(part, pattern);
+        if (number && number->first.find_first_not_of("0123456789") == part.npos)
+            return translation(pattern).arg(QString::fromUtf8(
+                number->first.data(), static_cast<qsizetype>(number->first.size())));
+    }
+    return QString::fromUtf8(part.data(), static_cast<qsizetype>(part.size()));
+}
 
 std::span<const char* const> corePatterns() {
     return patterns;
 }
 
 std::optional<QString> translatedByPattern(std::string_view text) {
-    for (const std::string_view pattern : patterns) {
-        const auto at = pattern.find(place);
-        const auto before = pattern.substr(0, at);
-        const auto after = at == pattern.npos ? "" : pattern.substr(at + place.size());
-        if (text.size() <= before.size() + after.size() || !text.starts_with(before)
-            || !text.ends_with(after))
-            continue;
-        text.remove_prefix(before.size());
-        text.remove_suffix(after.size());
-        return QCoreApplication::translate("core", pattern.data())
-            .replace(QStringLiteral("%1"),
-                     QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())));
-    }
+    for (const auto& all : {corePatterns(), growthPatterns()})
+        for (const char* pattern : all)
+            if (const auto parts = partsOf(text, pattern))
+                // In one step, since a name can contain "%2".
+                return parts->second.empty() ? translation(pattern).arg(shownPart(parts->first))
+                                             : translation(pattern).arg(shownPart(parts->first),
+                                                                        shownPart(parts->second));
     return std::nullopt;
 }
 

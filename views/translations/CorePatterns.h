@@ -7,13 +7,17 @@
 
 namespace tidemark {
 
-/// The sentences that the core puts together from a fixed part and one that is not, which stands
-/// for "%1", such as the name of a folder or a number. Sources of translations in the context
-/// "core".
+/// The sentences that the core puts together from a fixed part and one or two that are not, which
+/// stand for "%1" and "%2", such as the name of a folder or a number. Sources of translations in
+/// the context "core".
 std::span<const char* const> corePatterns();
+/// The same, of sizes over time and of times without captures.
+std::span<const char* const> growthPatterns();
+/// Lengths of time: "%1 days".
+std::span<const char* const> lengthPatterns();
 
 /// The text in the language of the user, when it is one of these sentences. What stands for "%1"
-/// stays as it is.
+/// and "%2" stays as it is, unless it is a length of time.
 std::optional<QString> translatedByPattern(std::string_view text);
 
 } // namespace tidemark

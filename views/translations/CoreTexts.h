@@ -9,5 +9,7 @@ namespace tidemark {
 std::span<const char* const> coreTexts();
 /// The same, of what the inspector and the list of events show.
 std::span<const char* const> inspectorTexts();
+/// The same, of sizes over time and of times without captures.
+std::span<const char* const> growthTexts();
 
 } // namespace tidemark

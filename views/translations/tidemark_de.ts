@@ -5,15 +5,15 @@
     <name>FolderMap</name>
     <message>
         <source>Not listed</source>
-        <translation type="unfinished"></translation>
+        <translation>Nicht aufgeführt</translation>
     </message>
     <message>
         <source>1 smaller item</source>
-        <translation type="unfinished"></translation>
+        <translation>1 kleineres Objekt</translation>
     </message>
     <message>
         <source>%1 smaller items</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 kleinere Objekte</translation>
     </message>
 </context>
 <context>
@@ -215,7 +215,7 @@
         <translation>Noch einmal kopieren</translation>
     </message>
     <message>
-        <source>File metadata of the desktop, not a complete filesystem audit. Known files only; times may precede Tidemark's observation.</source>
+        <source>File metadata of the desktop, not a complete filesystem audit. Known files only; times may precede Tidemark&apos;s observation.</source>
         <translation>Angaben zu Dateien, keine vollständige Überwachung des Dateisystems. Nur bekannte Dateien; die Zeiten können vor der Beobachtung durch Tidemark liegen.</translation>
     </message>
     <message>
@@ -1964,6 +1964,257 @@ Alle Änderungen, unabhängig von den Schwellen der Zeitleiste.</translation>
         <source>The Bluetooth service BlueZ does not run.</source>
         <translation>Der Bluetooth-Dienst BlueZ läuft nicht.</translation>
     </message>
+    <message>
+        <source>Storage Over Time</source>
+        <translation>Speicher im Lauf der Zeit</translation>
+    </message>
+    <message>
+        <source>Map of Folder Sizes</source>
+        <translation>Karte der Ordnergrößen</translation>
+    </message>
+    <message>
+        <source>Not completely measured:</source>
+        <translation>Nicht vollständig gemessen:</translation>
+    </message>
+    <message>
+        <source>What Grew</source>
+        <translation>Was gewachsen ist</translation>
+    </message>
+    <message>
+        <source>Since You Last Looked</source>
+        <translation>Seit Ihrem letzten Besuch</translation>
+    </message>
+    <message>
+        <source>No complete size is known in this time. Sizes are recorded with each capture.</source>
+        <translation>Aus dieser Zeit ist keine vollständige Größe bekannt. Größen werden mit jeder Aufnahme festgehalten.</translation>
+    </message>
+    <message>
+        <source>Free space</source>
+        <translation>Freier Platz</translation>
+    </message>
+    <message>
+        <source>3 months</source>
+        <translation>3 Monate</translation>
+    </message>
+    <message>
+        <source>1 year</source>
+        <translation>1 Jahr</translation>
+    </message>
+    <message>
+        <source>When</source>
+        <translation>Wann</translation>
+    </message>
+    <message>
+        <source>Note</source>
+        <translation>Anmerkung</translation>
+    </message>
+    <message>
+        <source>unchanged</source>
+        <translation>unverändert</translation>
+    </message>
+    <message>
+        <source>Unknown</source>
+        <translation>Unbekannt</translation>
+    </message>
+    <message>
+        <source>New</source>
+        <translation>Neu</translation>
+    </message>
+    <message>
+        <source>Gone</source>
+        <translation>Entfernt</translation>
+    </message>
+    <message>
+        <source>New volume</source>
+        <translation>Neuer Datenträger</translation>
+    </message>
+    <message>
+        <source>Measured in another way</source>
+        <translation>Anders gemessen</translation>
+    </message>
+    <message>
+        <source>computer asleep</source>
+        <translation>Computer im Ruhezustand</translation>
+    </message>
+    <message>
+        <source>Tidemark not running</source>
+        <translation>Tidemark lief nicht</translation>
+    </message>
+    <message>
+        <source>recording paused</source>
+        <translation>Aufzeichnung angehalten</translation>
+    </message>
+    <message>
+        <source>Free space is the same.</source>
+        <translation>Der freie Platz ist gleich geblieben.</translation>
+    </message>
+    <message>
+        <source>The folders you monitor have the same size.</source>
+        <translation>Die überwachten Ordner sind gleich groß geblieben.</translation>
+    </message>
+    <message>
+        <source>No size is known at both ends of this period.</source>
+        <translation>Für Anfang und Ende dieser Zeit ist keine Größe bekannt.</translation>
+    </message>
+    <message>
+        <source>less than a minute</source>
+        <translation>weniger als eine Minute</translation>
+    </message>
+    <message>
+        <source>%1 less free, although the folders you monitor shrank by %2.</source>
+        <translation>%1 weniger frei, obwohl die überwachten Ordner um %2 geschrumpft sind.</translation>
+    </message>
+    <message>
+        <source>%1 more free, although the folders you monitor grew by %2.</source>
+        <translation>%1 mehr frei, obwohl die überwachten Ordner um %2 gewachsen sind.</translation>
+    </message>
+    <message>
+        <source>%1 less free; the folders you monitor have not changed.</source>
+        <translation>%1 weniger frei; die überwachten Ordner haben sich nicht geändert.</translation>
+    </message>
+    <message>
+        <source>%1 more free; the folders you monitor have not changed.</source>
+        <translation>%1 mehr frei; die überwachten Ordner haben sich nicht geändert.</translation>
+    </message>
+    <message>
+        <source>%1 less free; the folders you monitor grew by %2.</source>
+        <translation>%1 weniger frei; die überwachten Ordner sind um %2 gewachsen.</translation>
+    </message>
+    <message>
+        <source>%1 more free; the folders you monitor shrank by %2.</source>
+        <translation>%1 mehr frei; die überwachten Ordner sind um %2 geschrumpft.</translation>
+    </message>
+    <message>
+        <source>%1 less free; %2 of it in folders you monitor.</source>
+        <translation>%1 weniger frei, davon %2 in überwachten Ordnern.</translation>
+    </message>
+    <message>
+        <source>%1 more free; %2 of it in folders you monitor.</source>
+        <translation>%1 mehr frei, davon %2 in überwachten Ordnern.</translation>
+    </message>
+    <message>
+        <source>The folders you monitor shrank by %1.</source>
+        <translation>Die überwachten Ordner sind um %1 geschrumpft.</translation>
+    </message>
+    <message>
+        <source>The folders you monitor grew by %1.</source>
+        <translation>Die überwachten Ordner sind um %1 gewachsen.</translation>
+    </message>
+    <message>
+        <source>No comparable size at both ends: %1.</source>
+        <translation>Ohne vergleichbare Größe an beiden Enden: %1.</translation>
+    </message>
+    <message>
+        <source>Nothing was observed for %1, in %2 gaps.</source>
+        <translation>%1 lang wurde nichts beobachtet, in %2 Lücken.</translation>
+    </message>
+    <message>
+        <source>Nothing was observed for %1.</source>
+        <translation>%1 lang wurde nichts beobachtet.</translation>
+    </message>
+    <message>
+        <source>A place was not read for %1</source>
+        <translation>%1 lang wurde ein Ort nicht gelesen</translation>
+    </message>
+    <message>
+        <source>Not observed %1 times, %2 in total</source>
+        <translation>%1-mal nicht beobachtet, zusammen %2</translation>
+    </message>
+    <message>
+        <source>Nothing observed for %1</source>
+        <translation>%1 lang nichts beobachtet</translation>
+    </message>
+    <message>
+        <source>After %1 without a size</source>
+        <translation>Nach %1 ohne Größe</translation>
+    </message>
+    <message>
+        <source>%1 without a size</source>
+        <translation>%1 ohne Größe</translation>
+    </message>
+    <message>
+        <source>New volume: %1</source>
+        <translation>Neuer Datenträger: %1</translation>
+    </message>
+    <message>
+        <source>Snapshot: %1</source>
+        <translation>Schnappschuss: %1</translation>
+    </message>
+    <message>
+        <source>and %1 more</source>
+        <translation>und %1 weitere</translation>
+    </message>
+    <message>
+        <source>%1 less free.</source>
+        <translation>%1 weniger frei.</translation>
+    </message>
+    <message>
+        <source>%1 more free.</source>
+        <translation>%1 mehr frei.</translation>
+    </message>
+    <message>
+        <source>%1, grew by %2</source>
+        <translation>%1, um %2 gewachsen</translation>
+    </message>
+    <message>
+        <source>%1, shrank by %2</source>
+        <translation>%1, um %2 geschrumpft</translation>
+    </message>
+    <message>
+        <source>%1, since %2</source>
+        <translation>%1, seit %2</translation>
+    </message>
+    <message>
+        <source>%1 since %2</source>
+        <translation>%1 seit %2</translation>
+    </message>
+    <message>
+        <source>%1 years</source>
+        <translation>%1 Jahre</translation>
+    </message>
+    <message>
+        <source>%1 year</source>
+        <translation>%1 Jahr</translation>
+    </message>
+    <message>
+        <source>%1 months</source>
+        <translation>%1 Monate</translation>
+    </message>
+    <message>
+        <source>%1 month</source>
+        <translation>%1 Monat</translation>
+    </message>
+    <message>
+        <source>%1 days</source>
+        <translation>%1 Tage</translation>
+    </message>
+    <message>
+        <source>%1 day</source>
+        <translation>%1 Tag</translation>
+    </message>
+    <message>
+        <source>%1 hours</source>
+        <translation>%1 Stunden</translation>
+    </message>
+    <message>
+        <source>%1 hour</source>
+        <translation>%1 Stunde</translation>
+    </message>
+    <message>
+        <source>%1 minutes</source>
+        <translation>%1 Minuten</translation>
+    </message>
+    <message>
+        <source>%1 minute</source>
+        <translation>%1 Minute</translation>
+    </message>
+</context>
+<context>
+    <name>tidemark::CaptureComparisonBar</name>
+    <message>
+        <source>Back to Storage Over Time</source>
+        <translation>Zurück zu Speicher im Lauf der Zeit</translation>
+    </message>
 </context>
 <context>
     <name>tidemark::CoverageDialog</name>
@@ -1974,6 +2225,37 @@ Alle Änderungen, unabhängig von den Schwellen der Zeitleiste.</translation>
     <message>
         <source>Every place was seen at every capture that was due.</source>
         <translation>Bei jeder fälligen Aufnahme wurde jeder Ort gesehen.</translation>
+    </message>
+</context>
+<context>
+    <name>tidemark::DigestCardView</name>
+    <message>
+        <source>Close</source>
+        <translation>Schließen</translation>
+    </message>
+    <message>
+        <source>Events</source>
+        <translation>Ereignisse</translation>
+    </message>
+    <message>
+        <source>Largest changes</source>
+        <translation>Größte Änderungen</translation>
+    </message>
+    <message>
+        <source>Free space</source>
+        <translation>Freier Platz</translation>
+    </message>
+    <message>
+        <source>New background items</source>
+        <translation>Neue Hintergrundobjekte</translation>
+    </message>
+    <message>
+        <source>Not observed</source>
+        <translation>Nicht beobachtet</translation>
+    </message>
+    <message>
+        <source>and %1 more</source>
+        <translation>und %1 weitere</translation>
     </message>
 </context>
 <context>
@@ -2025,38 +2307,38 @@ Alle Änderungen, unabhängig von den Schwellen der Zeitleiste.</translation>
     <name>tidemark::FolderMapLegend</name>
     <message>
         <source>Grew</source>
-        <translation type="unfinished"></translation>
+        <translation>Gewachsen</translation>
     </message>
     <message>
         <source>Shrank</source>
-        <translation type="unfinished"></translation>
+        <translation>Geschrumpft</translation>
     </message>
     <message>
         <source>No change</source>
-        <translation type="unfinished">Keine Änderung</translation>
+        <translation>Keine Änderung</translation>
     </message>
     <message>
         <source>Change unknown</source>
-        <translation type="unfinished"></translation>
+        <translation>Änderung unbekannt</translation>
     </message>
     <message>
         <source>Colours of the map: %1</source>
-        <translation type="unfinished"></translation>
+        <translation>Farben der Karte: %1</translation>
     </message>
 </context>
 <context>
     <name>tidemark::FolderMapPane</name>
     <message>
         <source>All Folders</source>
-        <translation type="unfinished">Alle Ordner</translation>
+        <translation>Alle Ordner</translation>
     </message>
     <message>
         <source>Show the folder around</source>
-        <translation type="unfinished"></translation>
+        <translation>Den umgebenden Ordner zeigen</translation>
     </message>
     <message>
         <source>and %1 more</source>
-        <translation type="unfinished"></translation>
+        <translation>und %1 weitere</translation>
     </message>
 </context>
 <context>
@@ -2072,6 +2354,29 @@ Alle Änderungen, unabhängig von den Schwellen der Zeitleiste.</translation>
     <message>
         <source>Stop this capture; nothing of it is kept</source>
         <translation>Diese Aufnahme abbrechen; nichts davon wird behalten</translation>
+    </message>
+</context>
+<context>
+    <name>tidemark::GrowthModel</name>
+    <message>
+        <source>Folder or application</source>
+        <translation>Ordner oder Programm</translation>
+    </message>
+    <message>
+        <source>Before</source>
+        <translation>Vorher</translation>
+    </message>
+    <message>
+        <source>After</source>
+        <translation>Nachher</translation>
+    </message>
+    <message>
+        <source>Change</source>
+        <translation>Änderung</translation>
+    </message>
+    <message>
+        <source>Share</source>
+        <translation>Anteil</translation>
     </message>
 </context>
 <context>
@@ -2098,6 +2403,10 @@ Alle Änderungen, unabhängig von den Schwellen der Zeitleiste.</translation>
     <message>
         <source>Reading the history…</source>
         <translation>Der Verlauf wird gelesen …</translation>
+    </message>
+    <message>
+        <source>Compared Captures</source>
+        <translation>Verglichene Aufnahmen</translation>
     </message>
 </context>
 <context>
@@ -2181,6 +2490,61 @@ Alle Änderungen, unabhängig von den Schwellen der Zeitleiste.</translation>
     </message>
 </context>
 <context>
+    <name>tidemark::StorageOverTimeView</name>
+    <message>
+        <source>Size that is shown</source>
+        <translation>Gezeigte Größe</translation>
+    </message>
+    <message>
+        <source>Time that is shown</source>
+        <translation>Gezeigte Zeit</translation>
+    </message>
+    <message>
+        <source>Mark</source>
+        <translation>Markieren</translation>
+    </message>
+    <message>
+        <source>Mark the capture at the cursor, to compare it with another one (Space)</source>
+        <translation>Die Aufnahme am Zeiger markieren, um sie mit einer anderen zu vergleichen (Leertaste)</translation>
+    </message>
+    <message>
+        <source>Compare</source>
+        <translation>Vergleichen</translation>
+    </message>
+    <message>
+        <source>Show what changed between the two marked captures</source>
+        <translation>Zeigen, was sich zwischen den beiden markierten Aufnahmen geändert hat</translation>
+    </message>
+    <message>
+        <source>Show as a table</source>
+        <translation>Als Tabelle zeigen</translation>
+    </message>
+    <message>
+        <source>Show as a table (Ctrl+T)</source>
+        <translation>Als Tabelle zeigen (Strg+T)</translation>
+    </message>
+    <message>
+        <source>Reading the history…</source>
+        <translation>Der Verlauf wird gelesen …</translation>
+    </message>
+    <message>
+        <source>1 size</source>
+        <translation>1 Größe</translation>
+    </message>
+    <message>
+        <source>%1 sizes</source>
+        <translation>%1 Größen</translation>
+    </message>
+    <message>
+        <source>%1 → mark another one</source>
+        <translation>%1 → noch eine markieren</translation>
+    </message>
+    <message>
+        <source>Of this day only the sizes are kept</source>
+        <translation>Von diesem Tag sind nur die Größen erhalten</translation>
+    </message>
+</context>
+<context>
     <name>tidemark::TimelineModel</name>
     <message>
         <source>1 event</source>
@@ -2189,6 +2553,10 @@ Alle Änderungen, unabhängig von den Schwellen der Zeitleiste.</translation>
     <message>
         <source>%1 events</source>
         <translation>%1 Ereignisse</translation>
+    </message>
+    <message>
+        <source>%1, folded</source>
+        <translation>%1, eingeklappt</translation>
     </message>
 </context>
 <context>
@@ -2259,6 +2627,29 @@ Alle Änderungen, unabhängig von den Schwellen der Zeitleiste.</translation>
     <message>
         <source>&amp;View</source>
         <translation>&amp;Ansicht</translation>
+    </message>
+    <message>
+        <source>&amp;About Tidemark</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&amp;Help</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>tidemark::WorkspaceWindow</name>
+    <message>
+        <source>About Tidemark</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Tidemark %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Records what changed on this computer. Everything stays on this computer.</source>
+        <translation type="unfinished"></translation>
     </message>
 </context>
 </TS>
