@@ -95,6 +95,8 @@ QString shownPart(std::string_view part) {
     return QString::fromUtf8(part.data(), static_cast<qsizetype>(part.size()));
 }
 
+} // namespace
+
 std::span<const char* const> corePatterns() {
     return patterns;
 }
