@@ -1,17 +1,20 @@
 #include "views/base/RoomyButtons.h"
 
 #include <QApplication>
+#include <QPainter>
 #include <QProxyStyle>
+#include <QStyleOption>
 #include <algorithm>
 
 namespace tidemark {
 
 namespace {
 
-/// At each side of the text.
+/// At each side of the text of a button.
 constexpr int room = 12;
+constexpr float frameStrength = 0.45F;
 
-class RoomyButtons final : public QProxyStyle {
+class RoomyButtons : public QProxyStyle {
 public:
     using QProxyStyle::QProxyStyle;
 
@@ -24,10 +27,40 @@ public:
     }
 };
 
+class FlatStyle final : public RoomyButtons {
+public:
+    using RoomyButtons::RoomyButtons;
+
+    void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
+                     const QWidget* widget) const override {
+        if (element != CE_ToolBar)
+            return RoomyButtons::drawControl(element, option, painter, widget);
+        painter->fillRect(option->rect, option->palette.window());
+        QRect line = option->rect;
+        line.setTop(line.bottom());
+        painter->fillRect(line, option->palette.midlight());
+    }
+    void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                       const QWidget* widget) const override {
+        RoomyButtons::drawPrimitive(element, option, painter, widget);
+        if (element != PE_IndicatorCheckBox)
+            return;
+        QColor frame = option->palette.color(QPalette::Text);
+        frame.setAlphaF(frame.alphaF() * frameStrength);
+        painter->setPen(frame);
+        painter->setBrush(Qt::NoBrush);
+        painter->drawRect(option->rect.adjusted(0, 0, -1, -1));
+    }
+};
+
 } // namespace
 
 void useRoomyButtons() {
-    QApplication::setStyle(new RoomyButtons(QApplication::style()->name()));
+    const QString style = QApplication::style()->name();
+    if (style == QLatin1String("fusion"))
+        QApplication::setStyle(new FlatStyle(style));
+    else
+        QApplication::setStyle(new RoomyButtons(style));
 }
 
 } // namespace tidemark

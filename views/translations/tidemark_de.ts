@@ -2630,26 +2630,26 @@ Alle Änderungen, unabhängig von den Schwellen der Zeitleiste.</translation>
     </message>
     <message>
         <source>&amp;About Tidemark</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Über Tidemark</translation>
     </message>
     <message>
         <source>&amp;Help</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Hilfe</translation>
     </message>
 </context>
 <context>
     <name>tidemark::WorkspaceWindow</name>
     <message>
         <source>About Tidemark</source>
-        <translation type="unfinished"></translation>
+        <translation>Über Tidemark</translation>
     </message>
     <message>
         <source>Tidemark %1</source>
-        <translation type="unfinished"></translation>
+        <translation>Tidemark %1</translation>
     </message>
     <message>
         <source>Records what changed on this computer. Everything stays on this computer.</source>
-        <translation type="unfinished"></translation>
+        <translation>Zeichnet auf, was sich auf diesem Computer geändert hat. Alles bleibt auf diesem Computer.</translation>
     </message>
 </context>
 </TS>

@@ -77,6 +77,7 @@ void WorkspaceActions::makeActions(QMainWindow& window) {
         {Command::normalText, tr("&Normal Text Size"), Qt::CTRL | Qt::Key_0},
         {Command::nextPane, tr("&Next Pane"), Qt::Key_F6},
         {Command::previousPane, tr("&Previous Pane"), Qt::SHIFT | Qt::Key_F6},
+        {Command::about, tr("&About Tidemark"), {}},
     };
     for (const auto& row : rows) {
         auto* made = new QAction(row.text, &window);
@@ -137,6 +138,7 @@ void WorkspaceActions::makeMenus(QMainWindow& window) {
                        line, monitoredFolders, settings, line, quit});
     fill(tr("&View"), {find, searchHistory, coverage, line, largerText, smallerText, normalText,
                        line, darkMode, line, nextPane, previousPane});
+    fill(tr("&Help"), {about});
 }
 
 void WorkspaceActions::refresh(const ToolbarState& state) {

@@ -36,6 +36,7 @@ public:
         normalText,
         nextPane,
         previousPane,
+        about,
     };
 
     /// Adds the toolbar and the menus to `window`, which outlives the actions.

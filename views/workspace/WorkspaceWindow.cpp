@@ -279,6 +279,8 @@ void WorkspaceWindow::carryOut(Command command) {
         return goToPane(1);
     case Command::previousPane:
         return goToPane(-1);
+    case Command::about:
+        return showVersion();
     }
 }
 
@@ -368,6 +370,16 @@ void WorkspaceWindow::deleteSnapshot(const Uuid& id) {
     question.exec();
     if (question.clickedButton() == confirm)
         uses.tasks.start(remove(uses.model.snapshots(), id));
+}
+
+void WorkspaceWindow::showVersion() {
+    QMessageBox box(QMessageBox::NoIcon, tr("About Tidemark"),
+                    tr("Tidemark %1").arg(QCoreApplication::applicationVersion()),
+                    QMessageBox::Close, this);
+    box.setIconPixmap(windowIcon().pixmap(64));
+    box.setInformativeText(
+        tr("Records what changed on this computer. Everything stays on this computer."));
+    box.exec();
 }
 
 void WorkspaceWindow::goToPane(int step) {

@@ -87,6 +87,7 @@ private:
     void showCoverage();
     void exportHistory();
     void deleteSnapshot(const Uuid& id);
+    void showVersion();
     void goToPane(int step);
 
     const Uses uses;
