@@ -19,6 +19,7 @@
 #include <QtGlobal>
 #include <algorithm>
 #include <chrono>
+#include <iterator>
 
 namespace tidemark {
 
@@ -44,6 +45,15 @@ struct SettingsAnswer {
                           Field{"problem", &SettingsAnswer::problem, Private}};
     }
 };
+
+/// An issue of a capture without the name of the folder: "Storage · NAME: …".
+std::string withoutFolderName(const std::string& issue) {
+    const auto name = issue.find(" · ");
+    const auto end = issue.rfind(": ");
+    return name == issue.npos || end == issue.npos || end < name
+               ? issue
+               : issue.substr(0, name) + issue.substr(end);
+}
 
 /// Collects a diagnosis. Whatever fails becomes a problem in it.
 class Examination {
@@ -119,7 +129,8 @@ private:
                 return;
             const auto& last = *journal.snapshots.back();
             found.collectors = diagnosis::collectors(last);
-            found.issues = last.coverage.issues;
+            std::ranges::transform(last.coverage.issues, std::back_inserter(found.issues),
+                                   withoutFolderName);
         } catch (const Error&) {
             // It is reported with the documents.
         }

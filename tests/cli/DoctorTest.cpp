@@ -57,7 +57,12 @@ struct Doctor : test::RecorderProgram {
 
 TEST_F(Doctor, ReportsWithoutPrivateDetails) {
     recordSecrets();
-    const Words alone{"Only a running recorder observes them.",
+    // A folder that a capture can't measure.
+    folder.write(secret + " folder/" + secret + "\xFF/file", "x");
+    ASSERT_EQ(command({"capture"}).status, 0);
+    const Words alone{"Measured sizes",
+                      "Not read",
+                      "Only a running recorder observes them.",
                       "No recorder runs",
                       "journal.json              mode 0600",
                       "version 1",
