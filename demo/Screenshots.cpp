@@ -1,20 +1,25 @@
 #include "demo/Screenshots.h"
 
+#include "app/preferences/PreferenceKeys.h"
 #include "demo/DemoWindows.h"
 #include "views/base/Palettes.h"
 #include "views/dialogs/CoverageDialog.h"
 #include "views/dialogs/ExportDialog.h"
 #include "views/dialogs/ImportDialog.h"
 #include "views/dialogs/SaveSnapshotDialog.h"
+#include "views/folders/FolderMapView.h"
+#include "views/storage/StorageChartView.h"
 
 #include <QApplication>
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
 #include <QIcon>
+#include <QKeyEvent>
 #include <QLineEdit>
 #include <QStandardPaths>
 #include <QTemporaryDir>
+#include <QToolButton>
 #include <QTreeView>
 #include <QWidget>
 #include <cmath>
@@ -79,6 +84,8 @@ struct Scene {
     /// Before the history is read.
     std::function<void(Studio&)> prepare = [](Studio&) {};
     bool isFirstStart = false;
+    /// The user saw the history last so many days ago.
+    double daysAway = 0;
 };
 
 void atTheTimeline(const Studio& studio) {
@@ -91,6 +98,65 @@ void atFolderSizes(const Studio& studio) {
     auto& table = tree(studio);
     table.expand(table.model()->index(0, 0));
     table.setCurrentIndex(table.model()->index(0, 0, table.model()->index(0, 0)));
+}
+
+void press(QWidget& widget, Qt::Key key) {
+    QKeyEvent event(QEvent::KeyPress, key, {});
+    QApplication::sendEvent(&widget, &event);
+}
+
+/// In the map of one folder, its parts.
+void insideAFolder(const Studio& studio) {
+    atFolderSizes(studio);
+    auto& table = tree(studio);
+    table.setCurrentIndex(table.model()->index(0, 0));
+    auto& map = *studio.window->findChild<FolderMapView*>();
+    map.setFocus();
+    press(map, Qt::Key_Return);
+    press(map, Qt::Key_Right);
+}
+
+/// The chart of the last month, with the cursor at `share` of it.
+StorageChartView& chartOf(const Studio& studio, const std::string& folder, double share) {
+    studio.history().navigate(WorkspaceDestination::storageOverTime, true);
+    auto& growth = studio.model().growth();
+    growth.choose(folder);
+    settle(studio);
+    while (!growth.content() || growth.isPreparing())
+        settle(studio);
+    settle(studio);
+    auto& chart = *studio.window->findChild<StorageChartView*>();
+    chart.setFocus();
+    chart.setCursor(static_cast<std::size_t>(share * (chart.partCount() - 1)));
+    return chart;
+}
+
+void atFreeSpace(const Studio& studio) {
+    auto& chart = chartOf(studio, "", 0.35);
+    press(chart, Qt::Key_Space);
+    chart.setCursor(static_cast<std::size_t>(0.8 * chart.partCount()));
+    press(chart, Qt::Key_Space);
+    chart.setCursor(static_cast<std::size_t>(0.55 * chart.partCount()));
+}
+
+void atAFolderOverTime(const Studio& studio) {
+    chartOf(studio, "/home/ada/Projects", 0.97);
+    select(studio, "Projects");
+}
+
+void atTheTableOfAChart(const Studio& studio) {
+    chartOf(studio, "", 0.9);
+    for (auto* button : studio.window->findChildren<QToolButton*>())
+        if (button->accessibleName() == QStringLiteral("Show as a table"))
+            button->click();
+}
+
+void atTwoCaptures(const Studio& studio) {
+    const auto& snapshots = studio.model().state().journal()->snapshots;
+    studio.history().compareCaptures(
+        {{snapshots[snapshots.size() - 200], {}}, {snapshots.back(), {}}});
+    settle(studio);
+    select(studio, "Projects");
 }
 
 void openSnapshot(const Studio& studio, std::string_view name, SnapshotViewMode mode) {
@@ -147,6 +213,16 @@ std::vector<Scene> scenes() {
         {.name = "applications", .arrange = atPlace(WorkspaceDestination::applications)},
         {.name = "folder-sizes", .arrange = atFolderSizes},
         {.name = "folder-sizes-dark", .arrange = atFolderSizes, .isDark = true},
+        {.name = "folder-sizes-right-to-left", .arrange = atFolderSizes, .isMirrored = true},
+        {.name = "folder-sizes-inside", .arrange = insideAFolder},
+        {.name = "storage-over-time", .arrange = atFreeSpace},
+        {.name = "storage-over-time-dark", .arrange = atFreeSpace, .isDark = true},
+        {.name = "storage-over-time-right-to-left", .arrange = atFreeSpace, .isMirrored = true},
+        {.name = "storage-over-time-event", .arrange = atAFolderOverTime},
+        {.name = "storage-over-time-table", .arrange = atTheTableOfAChart},
+        {.name = "compare-captures", .arrange = atTwoCaptures},
+        {.name = "digest", .arrange = none, .daysAway = 3},
+        {.name = "digest-dark", .arrange = none, .isDark = true, .daysAway = 3},
         {.name = "snapshot",
          .arrange =
              [](const Studio& studio) {
@@ -194,6 +270,10 @@ Studio opened(const Scene& scene, const MadeUpHistory& history) {
     if (!studio.recorder)
         studio.recorder =
             std::make_unique<DemoRecorder>(studio.folder.path().toStdString(), history, pictured());
+    if (scene.daysAway > 0)
+        studio.recorder->preferences().note(
+            preference::historyLastSeen.name,
+            static_cast<std::int64_t>(pictured().secondsSince1970() - scene.daysAway * 86'400));
     studio.window = std::make_unique<WorkspaceWindow>(studio.recorder->uses());
     studio.window->resize(scene.size);
     studio.window->show();
