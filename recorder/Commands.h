@@ -19,6 +19,9 @@
     ROW(show)                                                                                      \
     ROW(activity)                                                                                  \
     ROW(memory)                                                                                    \
+    ROW(chart)                                                                                     \
+    ROW(grew)                                                                                      \
+    ROW(digest)                                                                                    \
     ROW(clipsCopy)                                                                                 \
     ROW(clipsPin)                                                                                  \
     ROW(clipsClear)                                                                                \
@@ -27,6 +30,7 @@
     ROW(snapshotShow)                                                                              \
     ROW(snapshotCompare)                                                                           \
     ROW(snapshotDelete)                                                                            \
+    ROW(diff)                                                                                      \
     ROW(importHistory)                                                                             \
     ROW(exportHistory)                                                                             \
     ROW(foldersList)                                                                               \

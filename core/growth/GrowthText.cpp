@@ -48,18 +48,6 @@ std::string sizeText(const std::optional<DatedSize>& size, bool didExist) {
     return didExist ? "Unknown" : "—";
 }
 
-bool isSizeKnown(const GrowthItem& item) {
-    switch (item.state) {
-    case GrowthItem::State::appeared:
-        return item.after.has_value();
-    case GrowthItem::State::gone:
-        return item.before.has_value();
-    case GrowthItem::State::changed:
-        return item.before && item.after;
-    }
-    return false;
-}
-
 std::string changeText(const GrowthItem& item) {
     const std::string bytes = isSizeKnown(item) ? signedBytes(item.change()) : "";
     const char* word = item.state == GrowthItem::State::appeared ? "New"
@@ -115,6 +103,18 @@ std::vector<std::string> remarks(const GrowthReport& report) {
         all.push_back("No comparable size at both ends: " + joined(names, ", ") + ".");
     }
     return all;
+}
+
+bool isSizeKnown(const GrowthItem& item) {
+    switch (item.state) {
+    case GrowthItem::State::appeared:
+        return item.after.has_value();
+    case GrowthItem::State::gone:
+        return item.before.has_value();
+    case GrowthItem::State::changed:
+        return item.before && item.after;
+    }
+    return false;
 }
 
 std::string period(const GrowthReport& report, const Calendar& calendar) {

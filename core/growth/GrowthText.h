@@ -16,6 +16,9 @@ std::vector<std::string> remarks(const GrowthReport& report);
 /// The period that the sizes really cover: "12 Mar 2026 – 19 Mar 2026".
 std::string period(const GrowthReport& report, const Calendar& calendar);
 
+/// False when a size that the change would need is not known.
+bool isSizeKnown(const GrowthItem& item);
+
 /// One item as a row of a table.
 struct Row {
     std::string name;

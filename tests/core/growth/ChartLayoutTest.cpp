@@ -1,0 +1,89 @@
+#include "core/growth/ChartLayout.h"
+
+#include "core/growth/ChartReading.h"
+#include "tests/support/HistoryEvents.h"
+
+#include <gtest/gtest.h>
+
+using namespace tidemark;
+
+namespace {
+
+constexpr double day = 86'400;
+
+/// A chart of one line, a point a day.
+StorageChart chartOf(const std::vector<std::int64_t>& sizes) {
+    StorageChart chart;
+    for (std::size_t i = 0; i < sizes.size(); ++i)
+        chart.points.push_back({.at = Date{static_cast<double>(i) * day}, .bytes = sizes[i]});
+    chart.lines = {{.first = 0, .count = sizes.size()}};
+    chart.since = Date{0};
+    chart.through = Date{static_cast<double>(sizes.size() - 1) * day};
+    chart.least = std::ranges::min(sizes);
+    chart.most = std::ranges::max(sizes);
+    return chart;
+}
+
+ChartLayout layoutOf(const StorageChart& chart) {
+    return ChartLayout::of(chart,
+                           {.width = 500, .height = 300, .leading = 100, .top = 50, .bottom = 50},
+                           Calendar("UTC"));
+}
+
+} // namespace
+
+TEST(ChartLayout, HoldsASizeUntilTheNextOneWasMeasured) {
+    const auto layout = layoutOf(chartOf({0, 0, 0, 10'000, 5'000}));
+    ASSERT_EQ(layout.lines.size(), 1U);
+    const std::vector<ChartLayout::Position> steps{
+        {100, 250}, {400, 250}, {400, 50}, {500, 50}, {500, 150}};
+    EXPECT_EQ(layout.lines[0], steps);
+    EXPECT_EQ(layout.dateAt(300), Date{2 * day});
+    EXPECT_EQ(layout.dateAt(-50), Date{0}) << "outside of the plot";
+}
+
+TEST(ChartLayout, BeginsTheAxisWhereTheSizesCanBeToldApart) {
+    const struct {
+        const char* what;
+        std::vector<std::int64_t> sizes;
+        bool isCut;
+    } cases[] = {
+        {"small changes of a large size", {200'000'000'000, 230'000'000'000}, true},
+        {"sizes from small to large", {10'000'000'000, 230'000'000'000}, false},
+        {"a level size", {13'400'000'000, 13'400'000'000}, false},
+        {"hardly any change", {200'000'000'000, 200'100'000'000}, false},
+        {"nothing", {0, 0}, false},
+    };
+    for (const auto& [what, sizes, isCut] : cases) {
+        SCOPED_TRACE(what);
+        const auto layout = layoutOf(chartOf(sizes));
+        EXPECT_EQ(layout.isCut(), isCut);
+        for (const auto size : sizes) {
+            EXPECT_GE(layout.y(size), layout.top);
+            EXPECT_LE(layout.y(size), layout.bottom);
+        }
+    }
+}
+
+TEST(ChartLayout, LeavesOutATimeBeforeTheFirstSize) {
+    StorageChart chart = chartOf({1, 2});
+    chart.since = Date{-100 * day};
+    EXPECT_EQ(layoutOf(chart).since, Date{0});
+    chart.points.clear();
+    chart.lines.clear();
+    EXPECT_EQ(layoutOf(chart).since, Date{-100 * day});
+}
+
+TEST(ChartReading, NamesTheDayAndItsEvents) {
+    StorageChart chart = chartOf({1'000'000'000, 4'000'000'000});
+    for (int i = 0; i < 5; ++i) {
+        const std::string title = "Event " + std::to_string(i);
+        chart.marks.push_back({Shared(test::event(title, day + 3'600 * (5 - i))), title});
+    }
+    chart.flags.push_back({.at = Date{day}, .name = "Before"});
+    const auto reading = ChartReading::ofPoint(chart, 1, Calendar("UTC"));
+    EXPECT_EQ(reading.title, "Tuesday, 2 January 2001");
+    EXPECT_EQ(reading.lines, (std::vector<std::string>{"4 GB · 00:00", "+3 GB since 1 Jan, 00:00",
+                                                       "Snapshot: Before", "Event 4", "Event 3",
+                                                       "Event 2", "and 2 more"}));
+}
