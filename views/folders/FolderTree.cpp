@@ -27,7 +27,8 @@ FolderTree::FolderTree(QWidget* parent) : QTreeView(parent) {
     setFrameShape(QFrame::NoFrame);
     setUniformRowHeights(true);
     setSelectionBehavior(SelectRows);
-    setAllColumnsShowFocus(true);
+    // The style would draw a frame around the panel of the row.
+    setAllColumnsShowFocus(false);
     setVerticalScrollMode(ScrollPerPixel);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setIndentation(indent);
@@ -55,6 +56,10 @@ void FolderTree::drawRow(QPainter* painter, const QStyleOptionViewItem& styled,
     QStyleOptionViewItem option = styled;
     if (selectionModel()->isSelected(index))
         option.state |= QStyle::State_Selected;
+    if (hasFocus() && index.siblingAtColumn(0) == currentIndex().siblingAtColumn(0))
+        option.state |= QStyle::State_HasFocus;
+    if (window()->testAttribute(Qt::WA_KeyboardFocusChange))
+        option.state |= QStyle::State_KeyboardFocusChange;
     painter->save();
     RowPainter(*painter, option).drawPanel(option.rect.adjusted(margin, 1, -margin, -1));
     painter->restore();

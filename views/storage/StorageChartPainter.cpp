@@ -8,6 +8,7 @@
 #include <QPainter>
 #include <algorithm>
 #include <cmath>
+#include <limits>
 #include <utility>
 
 namespace tidemark {
@@ -316,6 +317,39 @@ void StorageChartPainter::drawCursor(std::size_t point, bool hasFocus) const {
     painter.drawEllipse(at({x, layout.y(shown.bytes)}), dotRadius + 1.5, dotRadius + 1.5);
 }
 
+int StorageChartPainter::linesBelow(const QRectF& place) const {
+    int count = 0;
+    for (const auto& line : layout.lines)
+        for (std::size_t i = 0; i < line.size(); ++i) {
+            const auto& [x1, y1] = line[i];
+            const auto& [x2, y2] = line[std::min(i + 1, line.size() - 1)];
+            const QRectF piece(QPointF(std::min(x1, x2), std::min(y1, y2)),
+                               QPointF(std::max(x1, x2) + 1, std::max(y1, y2) + 1));
+            count += piece.intersects(place) ? 1 : 0;
+        }
+    return count;
+}
+
+QRectF StorageChartPainter::clearestPlace(double x, QSizeF size) const {
+    const double high = layout.top + 6;
+    const double low = layout.bottom - size.height() - 12;
+    const double after = std::min(x + 14, layout.right - size.width());
+    const double before = std::max(layout.left, x - 14 - size.width());
+    QRectF best;
+    int least = std::numeric_limits<int>::max();
+    for (const QPointF corner :
+         {QPointF(after, high), QPointF(before, high), QPointF(after, low), QPointF(before, low)}) {
+        const QRectF place(corner, size);
+        const bool coversCursor = place.left() <= x && place.right() >= x;
+        const int lines = linesBelow(place) + (coversCursor ? 1000 : 0);
+        if (lines >= least)
+            continue;
+        least = lines;
+        best = place;
+    }
+    return best;
+}
+
 void StorageChartPainter::drawReading(const ChartReading& reading, double x) const {
     const QFont heading = bold(look.font);
     const QFont small = smaller(look.font);
@@ -329,15 +363,13 @@ void StorageChartPainter::drawReading(const ChartReading& reading, double x) con
     width = std::min(width + 2 * padding + 12, static_cast<int>(layout.right - layout.left));
     const int height =
         headingHeight + line * static_cast<int>(reading.lines.size()) + 2 * padding - 2;
-    const bool fits = x + 14 + width <= layout.right;
-    const double left = fits ? x + 14 : std::max(layout.left, x - 14 - width);
-    const QRect panel =
-        visual({left, layout.top + 6, static_cast<double>(width), static_cast<double>(height)});
+    const QRectF place = clearestPlace(x, QSizeF(width, height));
+    const QRect panel = visual(place);
     painter.setPen(QPen(look.palette.color(QPalette::Active, QPalette::Midlight), 1));
     painter.setBrush(look.palette.color(QPalette::Active, QPalette::Base));
     painter.drawRoundedRect(QRectF(panel).adjusted(0.5, 0.5, -0.5, -0.5), cornerRadius,
                             cornerRadius);
-    QRectF row(left + padding + 2, layout.top + 6 + padding - 1, width - 2 * padding - 4,
+    QRectF row(place.left() + padding + 2, place.top() + padding - 1, width - 2 * padding - 4,
                headingHeight);
     drawText(row, Qt::AlignLeading | Qt::AlignVCenter, title, heading, strong());
     row.translate(0, headingHeight);

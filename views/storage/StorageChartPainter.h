@@ -47,6 +47,10 @@ public:
     void drawReading(const ChartReading& reading, double x) const;
 
 private:
+    /// How many pieces of the lines are in a place, from left to right.
+    int linesBelow(const QRectF& place) const;
+    /// Beside the cursor, where a text hides the least of the lines.
+    QRectF clearestPlace(double x, QSizeF size) const;
     double mirrored(double x) const;
     QPointF at(const ChartLayout::Position& position) const;
     QRect visual(const QRectF& rect) const;

@@ -2,7 +2,7 @@
 
 #include "core/growth/StorageChartText.h"
 #include "views/base/Choices.h"
-#include "views/base/Labels.h"
+#include "views/base/ElidedLabel.h"
 #include "views/base/ShownText.h"
 #include "views/base/Symbols.h"
 #include "views/base/WrappingLabel.h"
@@ -27,6 +27,9 @@ namespace {
 constexpr int firstChartHeight = 380;
 constexpr int firstListHeight = 260;
 
+/// From a capture to the next one of the table, at most.
+constexpr auto widestTime = "30 Sep 2026, 00:00 – 30 Sep 2026, 00:00";
+
 QString momentText(Date at) {
     return QString::fromStdString(Calendar().format(at, "d MMM yyyy, HH:mm"));
 }
@@ -35,7 +38,7 @@ QString momentText(Date at) {
 
 StorageOverTimeView::StorageOverTimeView(GrowthScreen& used, QWidget* parent)
     : QWidget(parent), growth(used), subjects(new QComboBox), spans(new QComboBox),
-      marked(new DimLabel), mark(new QPushButton), compare(new QPushButton),
+      marked(new ElidedLabel), mark(new QPushButton), compare(new QPushButton),
       asTable(new QToolButton), problem(new WrappingLabel), chart(new StorageChartView),
       rows(new StorageTableModel(this)), table(new FolderTree), forms(new QStackedWidget),
       grown(new GrowthPane) {
@@ -59,9 +62,11 @@ StorageOverTimeView::StorageOverTimeView(GrowthScreen& used, QWidget* parent)
 QWidget* StorageOverTimeView::makeControls() {
     subjects->setAccessibleName(tr("Size that is shown"));
     spans->setAccessibleName(tr("Time that is shown"));
+    for (QComboBox* box : {subjects, spans})
+        box->setSizeAdjustPolicy(QComboBox::AdjustToContents);
     std::vector<Choice> choices;
     for (const auto span : growthSpans)
-        choices.push_back({shownText(label(span)), static_cast<int>(span)});
+        choices.push_back({isolated(shownText(label(span))), static_cast<int>(span)});
     showChoices(*spans, choices, static_cast<int>(growth.span()));
     mark->setIcon(symbolIcon("flag"));
     mark->setText(tr("Mark"));
@@ -81,8 +86,8 @@ QWidget* StorageOverTimeView::makeControls() {
     row->setSpacing(8);
     row->addWidget(subjects);
     row->addWidget(spans);
-    row->addStretch();
-    row->addWidget(marked);
+    marked->setAlignment(Qt::AlignTrailing | Qt::AlignVCenter);
+    row->addWidget(marked, 1);
     row->addWidget(mark);
     row->addWidget(compare);
     row->addWidget(asTable);
@@ -92,7 +97,6 @@ QWidget* StorageOverTimeView::makeControls() {
 QWidget* StorageOverTimeView::makeChart() {
     table->setModel(rows);
     table->setSortingEnabled(false);
-    table->setRootIsDecorated(false);
     table->setAccessibleName(wordsHere(storageChartText::title));
     forms->addWidget(chart);
     forms->addWidget(table);
@@ -142,9 +146,7 @@ void StorageOverTimeView::refresh() {
     const std::shared_ptr<const StorageChart> drawn(content, &content->chart);
     chart->present(drawn);
     rows->show(drawn);
-    table->fitColumns();
-    table->header()->setSectionResizeMode(StorageTableModel::when, QHeaderView::ResizeToContents);
-    table->header()->setSectionResizeMode(StorageTableModel::note, QHeaderView::Stretch);
+    fitTable();
     grown->present(content->growth);
     showMoments();
 }
@@ -191,14 +193,15 @@ void StorageOverTimeView::showMoments() {
     chart->showMoments(moments);
     const auto& all = moments.all();
     if (moments.isComplete())
-        marked->setText(isolated(momentText(moments.earlier().at) + QStringLiteral(" → ")
-                                 + momentText(moments.later().at)));
+        marked->setText(momentText(moments.earlier().at) + QStringLiteral(" → ")
+                        + momentText(moments.later().at));
     else if (!all.empty())
-        marked->setText(tr("%1 → mark another one").arg(isolated(momentText(all.front().at))));
+        marked->setText(tr("%1 → mark another one").arg(momentText(all.front().at)));
     else if (point && !point->snapshot)
         marked->setText(tr("Of this day only the sizes are kept"));
     else
         marked->clear();
+    marked->setToolTip(marked->text());
 }
 
 void StorageOverTimeView::showTable(bool isShown) {
@@ -225,7 +228,17 @@ void StorageOverTimeView::setTextScale(double scale) {
         return;
     table->setFont(sized);
     chart->setFont(sized);
+    fitTable();
+}
+
+void StorageOverTimeView::fitTable() {
     table->fitColumns();
+    auto& header = *table->header();
+    header.setSectionResizeMode(StorageTableModel::when, QHeaderView::Interactive);
+    header.resizeSection(StorageTableModel::when,
+                         table->fontMetrics().horizontalAdvance(QString::fromUtf8(widestTime))
+                             + 3 * table->indentation());
+    header.setSectionResizeMode(StorageTableModel::note, QHeaderView::Stretch);
 }
 
 } // namespace tidemark

@@ -12,7 +12,7 @@ class QToolButton;
 
 namespace tidemark {
 
-class DimLabel;
+class ElidedLabel;
 class FolderTree;
 class GrowthPane;
 class StorageChartView;
@@ -47,6 +47,7 @@ private:
     void markAtCursor();
     void showTable(bool isShown);
     void takeCursorOfTable();
+    void fitTable();
     std::optional<StorageChart::Point> pointAtCursor() const;
 
     GrowthScreen& growth;
@@ -54,7 +55,7 @@ private:
     ComparedMoments moments;
     QComboBox* subjects;
     QComboBox* spans;
-    DimLabel* marked;
+    ElidedLabel* marked;
     QPushButton* mark;
     QPushButton* compare;
     QToolButton* asTable;

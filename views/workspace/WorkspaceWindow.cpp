@@ -31,6 +31,8 @@ namespace {
 /// Below this width of the window, details and sidebar are not both shown.
 constexpr int roomForBoth = 1000;
 constexpr int roomForSidebar = 800;
+/// With two columns.
+constexpr QSize smallestWindow(620, 360);
 
 QCoro::Task<void> remove(NamedSnapshots& snapshots, Uuid id) {
     co_await snapshots.deleteSnapshot(id);
@@ -75,6 +77,8 @@ void WorkspaceWindow::restoreLayout() {
     const auto stored = [this](const NumberKey& key) {
         return static_cast<int>(read(uses.preferences, key));
     };
+    // Else all three columns would have to fit before one can make way.
+    setMinimumSize(smallestWindow);
     resize(stored(preference::windowWidth), stored(preference::windowHeight));
     const int sides = stored(preference::sidebarWidth) + stored(preference::inspectorWidth);
     columns->setSizes({stored(preference::sidebarWidth), std::max(1, width() - sides),
@@ -93,7 +97,7 @@ void WorkspaceWindow::noteLayout() {
     }
     if (sidebar->isVisible())
         note(preference::sidebarWidth, sidebar->width());
-    if (inspector->isVisible())
+    if (inspector->isVisible() && width() >= roomForBoth)
         note(preference::inspectorWidth, inspector->width());
 }
 
@@ -205,11 +209,16 @@ void WorkspaceWindow::refreshInspector() {
 
 void WorkspaceWindow::fitColumns() {
     const bool isNarrow = width() < roomForBoth;
-    // The sizes of folders need the width, and an event is not selected there.
+    const bool hasSelection = uses.model.history().selection().event().has_value();
+    // The sizes of folders need the width, and an event is not selected there. A chart needs it
+    // until one is.
     const bool showsDetails =
-        !pane->showsFolders() && (!isNarrow || uses.model.history().selection().event());
+        !pane->showsFolders() && (hasSelection || (!isNarrow && !pane->showsStorage()));
+    const bool isOpened = showsDetails && inspector->isHidden();
     inspector->setVisible(showsDetails);
     sidebar->setVisible(width() >= roomForSidebar && !(isNarrow && showsDetails));
+    if (isNarrow && isOpened)
+        columns->setSizes({0, width() * 3 / 5, width() * 2 / 5});
 }
 
 void WorkspaceWindow::showEvent(QShowEvent* event) {
