@@ -3,6 +3,8 @@
 #include "core/growth/ChartReading.h"
 #include "tests/support/HistoryEvents.h"
 
+#include <algorithm>
+
 #include <gtest/gtest.h>
 
 using namespace tidemark;
@@ -80,7 +82,7 @@ TEST(ChartReading, NamesTheDayAndItsEvents) {
         const std::string title = "Event " + std::to_string(i);
         chart.marks.push_back({Shared(test::event(title, day + 3'600 * (5 - i))), title});
     }
-    chart.flags.push_back({.at = Date{day}, .name = "Before"});
+    chart.flags.push_back({.at = Date{day}, .baseline = {}, .snapshot = {}, .name = "Before"});
     const auto reading = ChartReading::ofPoint(chart, 1, Calendar("UTC"));
     EXPECT_EQ(reading.title, "Tuesday, 2 January 2001");
     EXPECT_EQ(reading.lines, (std::vector<std::string>{"4 GB · 00:00", "+3 GB since 1 Jan, 00:00",
