@@ -62,7 +62,7 @@ constexpr auto table = std::to_array<Names>({
     {"export", "document-export", "document-save-as-symbolic"},
     {"bookmark", "bookmark-new", "bookmark-new-symbolic"},
     {"trash.slash", "edit-delete", "edit-delete-symbolic"},
-    {"xmark", "window-close-symbolic", "window-close"},
+    {"xmark", "window-close", "window-close-symbolic"},
     {"arrow.up", "go-up", "go-up-symbolic"},
     {"table", "table", "view-list-symbolic"},
     {"chart.line", "office-chart-line", "power-profile-performance-symbolic"},

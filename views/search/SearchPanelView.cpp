@@ -1,8 +1,8 @@
 #include "views/search/SearchPanelView.h"
 
+#include "views/base/CrossButton.h"
 #include "views/base/Labels.h"
 #include "views/base/ShownText.h"
-#include "views/base/Symbols.h"
 #include "views/base/ThinScrollBar.h"
 #include "views/base/TintedSymbol.h"
 #include "views/search/SearchResultDelegate.h"
@@ -15,7 +15,6 @@
 #include <QPainter>
 #include <QScreen>
 #include <QStackedWidget>
-#include <QToolButton>
 #include <QVBoxLayout>
 
 namespace tidemark {
@@ -77,11 +76,7 @@ QWidget* SearchPanelView::makeField() {
         if (search)
             search->setQuery(text.toStdString());
     });
-    auto* dismissal = new QToolButton;
-    dismissal->setAutoRaise(true);
-    dismissal->setIcon(symbolIcon("xmark"));
-    dismissal->setToolTip(wordsHere(HistorySearch::dismissLabel));
-    dismissal->setAccessibleName(wordsHere(HistorySearch::dismissLabel));
+    auto* dismissal = new CrossButton(wordsHere(HistorySearch::dismissLabel));
     connect(dismissal, &QToolButton::clicked, this, &SearchPanelView::dismiss);
     auto* line = new QWidget;
     auto* row = new QHBoxLayout(line);

@@ -1,15 +1,14 @@
 #include "views/workspace/InspectorView.h"
 
+#include "views/base/CrossButton.h"
 #include "views/base/Labels.h"
 #include "views/base/ShownText.h"
-#include "views/base/Symbols.h"
 #include "views/base/ThinScrollBar.h"
 #include "views/base/TintedSymbol.h"
 #include "views/base/WrappingPolicy.h"
 #include "views/workspace/InspectionSectionView.h"
 
 #include <QPushButton>
-#include <QToolButton>
 #include <QVBoxLayout>
 
 namespace tidemark {
@@ -84,11 +83,7 @@ void InspectorView::addHead(QVBoxLayout& column, const EventInspection& inspecti
     texts->addWidget(wrapping(labels::title(headText(title), 1.25)));
     if (!inspection.subtitle.empty())
         texts->addWidget(wrapping(labels::note(headText(shownText(inspection.subtitle)))));
-    auto* close = new QToolButton;
-    close->setAutoRaise(true);
-    close->setIcon(symbolIcon("xmark"));
-    close->setAccessibleName(wordsHere(EventInspection::closeDetails));
-    close->setToolTip(close->accessibleName());
+    auto* close = new CrossButton(wordsHere(EventInspection::closeDetails));
     connect(close, &QToolButton::clicked, this, &InspectorView::closed);
 
     auto* about = labels::note(wordsHere(EventInspection::heading));

@@ -1,5 +1,6 @@
 #include "views/workspace/MessageBar.h"
 
+#include "views/base/CrossButton.h"
 #include "views/base/Labels.h"
 #include "views/base/ShownText.h"
 #include "views/base/Symbols.h"
@@ -9,7 +10,6 @@
 #include <QPainter>
 #include <QPushButton>
 #include <QStyle>
-#include <QToolButton>
 #include <QVBoxLayout>
 
 namespace tidemark {
@@ -82,11 +82,7 @@ QWidget* MessageBar::barOf(const WorkspaceMessage& message) {
         row->addWidget(button, 0, Qt::AlignVCenter);
     }
     if (!message.isFailure()) {
-        auto* close = new QToolButton;
-        close->setAutoRaise(true);
-        close->setIcon(symbolIcon("xmark"));
-        close->setAccessibleName(tr("Close this message"));
-        close->setToolTip(close->accessibleName());
+        auto* close = new CrossButton(tr("Close this message"));
         connect(close, &QToolButton::clicked, this, &MessageBar::noticeClosed);
         row->addWidget(close, 0, Qt::AlignVCenter);
     }
