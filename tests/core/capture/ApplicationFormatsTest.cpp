@@ -224,7 +224,7 @@ TEST(ApplicationFormats, RefusesADeployFileWhosePartsLie) {
         {"no file", "", '\x7F', "refused"},
         {"no room for the number", "", '\x01', "refused"},
         {"ends beyond the dictionary", key + "Harbor\0\0s\x0D\xFF"s, '\0', "refused"},
-        {"an end beyond the entries", "nnnnnnn\0\x0A\x08"s, '\0', "refused"},
+        {"an end beyond the entries", "nnnnnnn\0\x0B\x10\x08"s, '\0', "refused"},
         {"an empty entry", "\0"s, '\0', "refused"},
         {"an entry without a name", "\0\x01"s, '\0', "refused"},
         {"a name that does not end", "nn\0\0\0\0\0\0\x02\x09"s, '\0', "refused"},

@@ -4,6 +4,7 @@
 #include "tests/support/TemporaryFolder.h"
 
 #include <cstring>
+#include <fstream>
 
 #include <gtest/gtest.h>
 #include <sqlite3.h>
@@ -123,8 +124,10 @@ TEST(RpmHistory, TakesTheDateOfTheTransactionAndTheReasonOfDnf) {
           "INSERT INTO Installtid SELECT x'00F90966', 2, i FROM n;",
           header);
     EXPECT_EQ(collected(), "harbor 1:2.4-3 60*, 0");
-    fs::resize_file(root / "usr/lib/sysimage/rpm/rpmdb.sqlite", 40'960);
-    EXPECT_THROW(collected(), InstallationHistory::ImportError) << "the end is missing";
+    std::fstream damaged(root / "usr/lib/sysimage/rpm/rpmdb.sqlite");
+    damaged.seekp(40'960);
+    damaged << std::string(4'096, '\xFF') << std::flush;
+    EXPECT_THROW(collected(), InstallationHistory::ImportError) << "a page is damaged";
     root.write("usr/lib/sysimage/rpm/rpmdb.sqlite", "SQLite format 3");
     EXPECT_THROW(collected(), InstallationHistory::ImportError);
     fs::remove(root / "usr/lib/sysimage/rpm/rpmdb.sqlite");

@@ -326,7 +326,7 @@ TEST(PackageIndex, ReportsTheOwnerAsUnknownIfADatabaseIsDamagedOrBusy) {
     using std::filesystem::perms;
     const std::tuple<void (*)(const Machine&), const char*, perms> closed[] = {
         {[](const Machine& machine) { machine.writeDpkg(dpkgStatus); }, "var/lib/dpkg/info",
-         perms::owner_exec | perms::others_exec},
+         perms(0111)},
         {[](const Machine& machine) { machine.writePacman(pacmanDescription, pacmanFiles); },
          "var/lib/pacman/local/harbor-1:2.4-3", perms::none},
     };
