@@ -81,7 +81,7 @@ TEST(SettingsPage, ShowsChosenFoldersAndTheStateOfTheClipboard) {
     for (const auto& row : rows)
         if (row.command == SettingsRow::Command::removeFolder)
             removable += row.label + "=" + row.value + " ";
-    EXPECT_EQ(removable, "/a b=/a\nb /c=/c ");
+    EXPECT_EQ(removable, "/a\uFFFDb=/a\nb /c=/c ");
     EXPECT_TRUE(hasText(rows, "Recording copied items"));
     const auto excluded =
         std::ranges::find(rows, preference::memoryExcludedApps.name, &SettingsRow::key);
