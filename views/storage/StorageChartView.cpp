@@ -173,7 +173,6 @@ void StorageChartView::move(std::ptrdiff_t steps) {
 
 void StorageChartView::keyPressEvent(QKeyEvent* event) {
     const std::ptrdiff_t onward = layoutDirection() == Qt::RightToLeft ? -1 : 1;
-    const auto all = static_cast<std::ptrdiff_t>(chart->points.size());
     switch (event->key()) {
     case Qt::Key_Left:
         return move(-onward);
@@ -184,9 +183,11 @@ void StorageChartView::keyPressEvent(QKeyEvent* event) {
     case Qt::Key_PageDown:
         return move(pageSteps);
     case Qt::Key_Home:
-        return move(-all);
     case Qt::Key_End:
-        return move(all);
+        pointer.reset();
+        if (partCount() > 0)
+            choosePart(event->key() == Qt::Key_Home ? 0 : partCount() - 1);
+        return;
     case Qt::Key_Return:
     case Qt::Key_Enter:
         if (current)

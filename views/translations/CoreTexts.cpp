@@ -13,6 +13,7 @@ constexpr std::array texts{
     QT_TRANSLATE_NOOP("core", "Monitored Folders"),
     QT_TRANSLATE_NOOP("core", "Open at Login"),
     QT_TRANSLATE_NOOP("core", "Automatic captures"),
+    QT_TRANSLATE_NOOP("core", "Notify about new background items"),
     QT_TRANSLATE_NOOP("core", "Use Check Now to capture manually."),
     QT_TRANSLATE_NOOP("core", "Keep Tidemark running to record changes."),
     QT_TRANSLATE_NOOP("core", "Observation"),

@@ -2208,6 +2208,10 @@ Alle Änderungen, unabhängig von den Schwellen der Zeitleiste.</translation>
         <source>%1 minute</source>
         <translation>%1 Minute</translation>
     </message>
+    <message>
+        <source>Notify about new background items</source>
+        <translation>Über neue Hintergrundobjekte benachrichtigen</translation>
+    </message>
 </context>
 <context>
     <name>tidemark::CaptureComparisonBar</name>
