@@ -110,7 +110,7 @@ std::string jsonOf(const StorageChart& chart) {
 std::string tableOf(const StorageChart& chart, const Calendar& calendar) {
     const auto rows = storageChartText::rows(chart, calendar);
     if (rows.empty())
-        return std::string(storageChartText::noPoints) + "\n";
+        return std::string(storageChartText::noPoints).append("\n");
     using Cells = std::array<std::string, 4>;
     std::vector<Cells> table;
     const auto headers = storageChartText::headers();

@@ -13,7 +13,7 @@
 using namespace tidemark;
 using test::hour;
 using test::sized;
-using Kind = RecorderKind::Kind;
+using Kind = RecorderRun::Kind;
 using Activity = SystemActivity::Kind;
 
 namespace {
@@ -124,9 +124,9 @@ TEST(RecorderRun, KeepsOneRunningAfterAnother) {
     EXPECT_EQ(runs,
               (std::vector<RecorderRun>{
                   {Kind::started, Date{0}}, {Kind::running, Date{2}}, {Kind::stopped, Date{2}}}));
-    for (std::size_t i = 0; i < RecorderKind::limit; ++i)
+    for (std::size_t i = 0; i < RecorderRun::limit; ++i)
         append(runs, {Kind::paused, Date{100}});
-    EXPECT_EQ(runs.size(), RecorderKind::limit);
+    EXPECT_EQ(runs.size(), RecorderRun::limit);
     EXPECT_EQ(runs.front().kind, Kind::paused);
 }
 
