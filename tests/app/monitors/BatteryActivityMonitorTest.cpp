@@ -85,7 +85,7 @@ TEST_F(BatteryActivityMonitorTest, RecordsWhatLasts) {
     EXPECT_EQ(titles(), "");
     show(false, 78);
     advance(2);
-    EXPECT_EQ(titles(), "Switched to Battery 21, ");
+    EXPECT_EQ(titles(), "Switched to Battery 22, ");
 }
 
 TEST_F(BatteryActivityMonitorTest, RecordsTheLowPowerMode) {
