@@ -1,6 +1,6 @@
 #include "demo/DemoWindows.h"
 #include "demo/Screenshots.h"
-#include "views/base/RoomyButtons.h"
+#include "views/base/ControlStyle.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
@@ -35,7 +35,7 @@ int showDemo() {
 
 int main(int argc, char** argv) {
     QApplication application(argc, argv);
-    useRoomyButtons();
+    useControlStyle();
     QCommandLineParser parser;
     parser.setApplicationDescription(
         QStringLiteral("Shows the window of Tidemark over a made-up history."));

@@ -4,7 +4,7 @@
 #include "desktop/OtherRecorder.h"
 #include "desktop/ProgramOptions.h"
 #include "recorder/RecorderLog.h"
-#include "views/base/RoomyButtons.h"
+#include "views/base/ControlStyle.h"
 
 #include <QApplication>
 #include <QIcon>
@@ -125,7 +125,7 @@ int run(int count, char** arguments) {
         qEnvironmentVariable("FLATPAK_ID", QStringLiteral("app.tidemark")));
     QApplication::setWindowIcon(QIcon::fromTheme(QStringLiteral("app.tidemark")));
     loadTranslations(application);
-    useRoomyButtons();
+    useControlStyle();
     recorderLog::start();
     try {
         return record(interruption);

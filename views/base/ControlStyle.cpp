@@ -1,4 +1,4 @@
-#include "views/base/RoomyButtons.h"
+#include "views/base/ControlStyle.h"
 
 #include <QApplication>
 #include <QPainter>
@@ -55,7 +55,7 @@ public:
 
 } // namespace
 
-void useRoomyButtons() {
+void useControlStyle() {
     const QString style = QApplication::style()->name();
     if (style == QLatin1String("fusion"))
         QApplication::setStyle(new FlatStyle(style));
