@@ -6,9 +6,13 @@
 #include <algorithm>
 #include <csignal>
 #include <cstring>
+#include <optional>
 #include <thread>
 
+#include <fcntl.h>
+#include <stdlib.h>
 #include <sys/resource.h>
+#include <sys/socket.h>
 #include <sys/time.h>
 
 using namespace tidemark;
@@ -30,6 +34,19 @@ bool isCancelled() {
     itimerval timer{};
     ::getitimer(ITIMER_REAL, &timer);
     return timer.it_value.tv_sec == 0 && timer.it_value.tv_usec == 0;
+}
+
+void block(int signal) {
+    sigset_t signals;
+    ::sigemptyset(&signals);
+    ::sigaddset(&signals, signal);
+    ::pthread_sigmask(SIG_BLOCK, &signals, nullptr);
+}
+
+bool isPending(int signal) {
+    sigset_t signals;
+    ::sigpending(&signals);
+    return ::sigismember(&signals, signal) == 1;
 }
 
 void hang() {
@@ -86,19 +103,38 @@ TEST(LogWriter, DoesNotWaitForItsReaderAndCountsDroppedLines) {
     log.write("first");
     EXPECT_EQ(pipe.taken(), "first\n");
     pipe.fill();
-    const std::string line(1023, 'l');
+    const std::string line(1000, 'l');
     for (int count = 0; count < 70; ++count)
         log.write(line);
+    log.write("as short as it is, it would stand in the place of those before");
     const std::string filling = pipe.taken();
     EXPECT_EQ(filling, std::string(filling.size(), 'x'));
     log.write("after");
     std::string kept = pipe.taken();
     log.write("last");
     kept += pipe.taken();
-    EXPECT_EQ(std::ranges::count(kept, '\n'), 64 + 2);
+    EXPECT_EQ(std::ranges::count(kept, '\n'), 65 + 2);
     EXPECT_TRUE(
         kept.ends_with("l\nLines of this log were dropped, as nobody read them: 7.\nlast\n"))
         << kept.substr(kept.size() - 100);
+}
+
+TEST(LogWriter, DoesNotWaitForASocketOrATerminal) {
+    int sockets[2];
+    ASSERT_EQ(::socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, sockets), 0);
+    const FileDescriptor journal(sockets[0]);
+    const FileDescriptor reader(sockets[1]);
+    const FileDescriptor screen(::posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC));
+    ASSERT_EQ(::unlockpt(screen.get()), 0);
+    const FileDescriptor terminal(::open(::ptsname(screen.get()), O_RDWR | O_NOCTTY | O_CLOEXEC));
+    for (const int stream : {journal.get(), terminal.get()}) {
+        LogWriter log(stream);
+        for (int count = 0; count < 1000; ++count)
+            log.write(std::string(1000, 'l'));
+    }
+    char first = ' ';
+    for (const int end : {reader.get(), screen.get()})
+        EXPECT_TRUE(::read(end, &first, 1) == 1 && first == 'l');
 }
 
 TEST(LogWriter, StopsWritingWhenItsReaderIsGone) {
@@ -168,6 +204,38 @@ TEST(InterruptionDeathTest, EndsAHangingProcessAfterOneSignal) {
             hang();
         },
         status, "");
+    EXPECT_EXIT(
+        {
+            const Interruption interruption(continues, 1h);
+            ::kill(::getpid(), SIGTERM);
+            while (!interruption.token().stop_requested())
+                std::this_thread::yield();
+            ::kill(::getpid(), SIGTERM);
+            hang();
+        },
+        status, "")
+        << "the second signal";
+    EXPECT_EXIT(
+        {
+            // A program may be started like this.
+            block(SIGALRM);
+            const Interruption interruption(continues, 20ms);
+            ::kill(::getpid(), SIGTERM);
+            hang();
+        },
+        status, "");
+    EXPECT_EXIT(
+        {
+            std::optional<Interruption> interruption(std::in_place, continues, 20ms);
+            const auto token = interruption->token();
+            ::kill(::getpid(), SIGUSR1);
+            while (isPending(SIGUSR1))
+                std::this_thread::yield();
+            interruption.reset();
+            std::_Exit(token.stop_requested() ? 1 : 0);
+        },
+        testing::ExitedWithCode(0), "")
+        << "a signal that any program may send";
     EXPECT_EXIT(
         {
             {

@@ -182,7 +182,9 @@ TEST_F(ObserveCommand, FailsWithOneSentenceBeforeItObserves) {
         {"/dev/null", " is not a regular file."},
     };
     for (const auto& [file, reason] : cases)
-        EXPECT_EQ(observe({"-o", file, "--json"}), (Outcome{1, "", sentence(file, reason)}));
+        EXPECT_EQ(observe({"-o", file, "--json", "--storage", path("locked"), "--measurements",
+                           path("measured-meanwhile")}),
+                  (Outcome{1, "", sentence(file, reason)}));
     EXPECT_EQ(test::namesIn(folder.path()), "locked pipe");
     for (const char* option : {"--storage", "--config", "--measurements", "-o"})
         EXPECT_EQ(observe({option, ""}).status, 2);

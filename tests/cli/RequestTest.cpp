@@ -3,6 +3,8 @@
 #include <filesystem>
 
 #include <gtest/gtest.h>
+#include <sched.h>
+#include <sys/mount.h>
 #include <sys/socket.h>
 #include <sys/un.h>
 #include <unistd.h>
@@ -149,6 +151,16 @@ TEST_F(Requests, DoNotOverwriteTheProgramsOwnFiles) {
             EXPECT_EQ(outcome.status, 1) << words.front() << document;
             EXPECT_TRUE(test::contains(outcome.err, "keeps its own files"));
         }
+    if (::geteuid() == 0) {
+        const auto mounted = folder.makeFolder("mounted");
+        const auto mount = [&] {
+            ::unshare(CLONE_NEWNS);
+            ::mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr);
+            ::mount(data.c_str(), mounted.c_str(), nullptr, MS_BIND, nullptr);
+        };
+        const Words words{"export", "--format", "json", "-o", (mounted / "journal.json").native()};
+        EXPECT_TRUE(test::contains(command(words, mount).err, "keeps its own files"));
+    }
     EXPECT_EQ(test::contents(data / "journal.json"), before);
     EXPECT_EQ(test::contents(folder / "config/Tidemark/settings.json"), settings);
     EXPECT_FALSE(std::filesystem::exists(data / "Backups"));

@@ -6,8 +6,11 @@
 
 #include <QLocalServer>
 #include <QLocalSocket>
+#include <cstddef>
 
 #include <gtest/gtest.h>
+#include <sys/socket.h>
+#include <sys/un.h>
 
 using namespace tidemark;
 using busAddress::LocalSocket;
@@ -30,9 +33,10 @@ TEST(BusAddress, IsTheFirstAddressIfThatIsALocalSocket) {
 }
 
 TEST(BusProbe, ReportsWhetherABusReplies) {
-    const auto result = [](const std::string& path) {
+    const auto result = [](const std::string& name, bool isAbstract = false) {
         std::optional<bool> answer;
-        const BusProbe probe(LocalSocket{path}, [&](bool isThere) { answer = isThere; });
+        const BusProbe probe(LocalSocket{name, isAbstract},
+                             [&](bool isThere) { answer = isThere; });
         test::until([&] { return answer.has_value(); });
         return *answer;
     };
@@ -56,6 +60,23 @@ TEST(BusProbe, ReportsWhetherABusReplies) {
         });
         EXPECT_FALSE(result(stranger.fullServerName().toStdString())) << words.left(40).constData();
     }
+
+    // A name without a file begins with a zero byte (unix(7)).
+    const std::string name = (folder / "bus").native();
+    sockaddr_un unnamed{};
+    unnamed.sun_family = AF_UNIX;
+    name.copy(unnamed.sun_path + 1, name.size());
+    const int listening = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
+    ASSERT_EQ(::bind(listening, reinterpret_cast<const sockaddr*>(&unnamed),
+                     static_cast<socklen_t>(offsetof(sockaddr_un, sun_path) + 1 + name.size())),
+              0);
+    ASSERT_EQ(::listen(listening, 1), 0);
+    QLocalServer server;
+    ASSERT_TRUE(server.listen(listening));
+    QObject::connect(&server, &QLocalServer::newConnection,
+                     [&] { server.nextPendingConnection()->write("OK 1234\r\nreply"); });
+    EXPECT_TRUE(result(name, /*isAbstract=*/true));
+    EXPECT_FALSE(result(name));
 }
 
 TEST(BusProbe, DoesNotBlockOnABusThatHangs) {
