@@ -7,7 +7,8 @@ namespace tidemark {
 X11Applications::X11Applications(X11Connection& connection, Changed wanted,
                                  ApplicationFinder& applications)
     : Observer(connection), changed(std::move(wanted)), windows(connection, applications),
-      list(connection.atom("_NET_CLIENT_LIST")) {
+      list(connection.atom("_NET_CLIENT_LIST")),
+      check(connection.atom("_NET_SUPPORTING_WM_CHECK")) {
     const std::uint32_t events = XCB_EVENT_MASK_PROPERTY_CHANGE;
     xcb_change_window_attributes(connection.raw(), connection.root(), XCB_CW_EVENT_MASK, &events);
     read();
@@ -17,14 +18,15 @@ void X11Applications::handle(const xcb_generic_event_t& event) {
     if ((event.response_type & 0x7F) != XCB_PROPERTY_NOTIFY)
         return;
     const auto& change = reinterpret_cast<const xcb_property_notify_event_t&>(event);
-    if (change.window == connection.root() && change.atom == list)
+    if (change.window == connection.root() && (change.atom == list || change.atom == check))
         read();
 }
 
 void X11Applications::read() {
     const auto windowsNow = connection.property(connection.root(), list);
-    // No window manager has a list, as while one takes over from another.
-    if (windowsNow.type == XCB_ATOM_NONE)
+    // Windows go on while one window manager takes over from another. One that has no windows may
+    // have no list.
+    if (windowsNow.type == XCB_ATOM_NONE && !windows.hasWindowManager())
         return;
     std::map<xcb_window_t, std::optional<ClipApplication>> now;
     for (const auto window : windowsNow.numbers()) {

@@ -16,8 +16,8 @@ public:
     /// Sorted by identifier, each once.
     using Changed = std::function<void(std::vector<ClipApplication>)>;
 
-    /// `changed` is called with the present applications as soon as there is a list, and again when
-    /// they differ.
+    /// `changed` is called with the present applications as soon as there is a window manager, and
+    /// again when they differ.
     X11Applications(X11Connection& connection, Changed changed, ApplicationFinder& applications);
 
 private:
@@ -28,6 +28,8 @@ private:
     const Changed changed;
     X11Windows windows;
     const xcb_atom_t list;
+    /// Of the property that says that there is a window manager.
+    const xcb_atom_t check;
     /// What each window of the list belongs to; empty for windows that don't count.
     std::map<xcb_window_t, std::optional<ClipApplication>> known;
     std::optional<std::vector<ClipApplication>> last;

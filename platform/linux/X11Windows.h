@@ -23,6 +23,7 @@ public:
 
     /// True when the window is one of the window manager.
     bool isWindowManagers(xcb_window_t window);
+    bool hasWindowManager() { return windowManager() != XCB_WINDOW_NONE; }
     /// Empty without one.
     std::string windowManagerName();
 

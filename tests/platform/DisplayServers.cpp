@@ -78,6 +78,10 @@ X11Server::X11Server(const std::string& display) : name(display) {
     prepare(manager);
     manager.process.setStandardErrorFile(QProcess::nullDevice());
     manager.start({u"openbox"_s, u"--sm-disable"_s});
+    // Programs activate no window before.
+    const auto probe = X11Connection::open(name, [] {});
+    const auto check = probe->atom("_NET_SUPPORTING_WM_CHECK");
+    untilOutside([&] { return probe->property(probe->root(), check).type != XCB_ATOM_NONE; });
 }
 
 void X11Server::prepare(ChildProgram& program) const {

@@ -37,6 +37,8 @@ private:
         if ((event.response_type & 0x7F) != XCB_SELECTION_REQUEST)
             return;
         const auto& request = reinterpret_cast<const xcb_selection_request_event_t&>(event);
+        if (request.owner != window)
+            return;
         const auto name = connection.nameOf(request.target);
         asked += name + " ";
         if (behaviour == Behaviour::isSilent)
