@@ -3,8 +3,8 @@
 namespace tidemark {
 
 SearchShortcut::SearchShortcut(const Register& registerKeys)
-    : keys(registerKeys(
-          {.pressed = [this] { Q_EMIT pressed(); },
-           .availabilityChanged = [this](bool isAvailable) { available = isAvailable; }})) {}
+    : keys(registerKeys({.pressed = [this] { Q_EMIT pressed(); },
+                         .availabilityChanged = [this](const auto& now) { availability = now; }})) {
+}
 
 } // namespace tidemark

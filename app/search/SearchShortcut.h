@@ -18,9 +18,9 @@ public:
 
     explicit SearchShortcut(const Register& registerKeys);
 
-    /// False until the keys are assigned to this program, and while another program has them: then
-    /// the panel is opened from the menus alone.
-    Published<bool> available{this};
+    /// Not available until the keys are assigned to this program, and while another program has
+    /// them: then the panel is opened from the menus alone.
+    Published<GlobalShortcut::Availability> availability{this};
 
 Q_SIGNALS:
     void pressed();

@@ -213,12 +213,20 @@ SettingsSection readingSection(const SettingsPageState& state) {
     return {"Reading & Time Window", {group.group()}};
 }
 
+std::string shortcutText(const GlobalShortcut::Availability& shortcut) {
+    if (!shortcut.isAvailable)
+        return "Shortcut unavailable; use the menu bar";
+    return shortcut.keys.empty() ? "Control–Shift–Space" : shortcut.keys;
+}
+
 SettingsSection historySection(const SettingsPageState& state) {
     Group group(state, "");
     group.text("Import available installation records from the last seven days.")
         .command(Command::importHistory, "Import Recent History")
         .command(Command::searchHistory, "Search History")
-        .text(state.hasShortcut ? "Control–Shift–Space" : "Shortcut unavailable; use the menu bar");
+        .text(shortcutText(state.shortcut));
+    if (!state.shortcut.obstacle.empty())
+        group.text(state.shortcut.obstacle);
     std::vector<SettingsGroup> groups{group.group()};
     if (state.hasUpdater)
         groups.push_back(Group(state, "Updates")

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/ports/GlobalShortcut.h"
 #include "app/preferences/Preferences.h"
 #include "app/preferences/SettingSource.h"
 #include "core/base/Calendar.h"
@@ -94,8 +95,8 @@ struct SettingsPageState {
     std::string fileStatus{};
     /// What is recorded of the clipboard at present; empty while its history is off.
     std::string clipboardStatus{};
-    /// True when the global shortcut of the search panel is available.
-    bool hasShortcut = false;
+    /// Of the keys that open the search panel from any program.
+    GlobalShortcut::Availability shortcut{};
     /// True when this build updates itself.
     bool hasUpdater = false;
     bool checksForUpdates = false;

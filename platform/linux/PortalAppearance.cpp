@@ -1,7 +1,7 @@
 #include "platform/linux/PortalAppearance.h"
 
-#include <QDBusPendingCallWatcher>
-#include <QDBusPendingReply>
+#include <QDBusVariant>
+#include <utility>
 
 namespace tidemark {
 
@@ -27,32 +27,26 @@ QVariant unwrapped(QVariant value) {
 
 } // namespace
 
-PortalAppearance::PortalAppearance(const QDBusConnection& session, Changed changed)
-    : bus(session), changed(std::move(changed)) {
-    bus.connect(service, path, interface, u"SettingChanged"_s, this,
-                SLOT(settingChanged(QString, QString, QDBusVariant)));
+PortalAppearance::PortalAppearance(const MessageBus& session, Changed changed)
+    : changed(std::move(changed)), portal(session, service, [this] { follow(); }) {}
+
+void PortalAppearance::follow() {
+    changes = portal.subscribe(
+        path, interface, u"SettingChanged"_s,
+        [this](const QDBusMessage& signal) {
+            take(signal.arguments().value(1).toString(), signal.arguments().value(2));
+        },
+        appearance);
     read(schemeKey);
     read(contrastKey);
 }
 
 void PortalAppearance::read(const QString& key) {
-    auto question = QDBusMessage::createMethodCall(service, path, interface, u"Read"_s);
-    question.setArguments({appearance, key});
-    question.setAutoStartService(false);
-    auto* pending = new QDBusPendingCallWatcher(bus.asyncCall(question), this);
-    connect(pending, &QDBusPendingCallWatcher::finished, this,
-            [this, key](QDBusPendingCallWatcher* done) {
-                done->deleteLater();
-                const auto reply = done->reply();
-                if (reply.type() == QDBusMessage::ReplyMessage)
-                    take(key, reply.arguments().value(0));
-            });
-}
-
-void PortalAppearance::settingChanged(const QString& name, const QString& key,
-                                      const QDBusVariant& value) {
-    if (name == appearance)
-        take(key, value.variant());
+    portal.call(path, interface, u"Read"_s, {appearance, key},
+                [this, key](const QDBusMessage& reply) {
+                    if (reply.type() == QDBusMessage::ReplyMessage)
+                        take(key, reply.arguments().value(0));
+                });
 }
 
 void PortalAppearance::take(const QString& key, const QVariant& value) {

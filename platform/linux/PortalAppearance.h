@@ -1,33 +1,26 @@
 #pragma once
 
 #include "app/ports/SystemAppearance.h"
-
-#include <QDBusConnection>
-#include <QDBusMessage>
-#include <QDBusVariant>
-#include <QObject>
+#include "platform/linux/BusService.h"
 
 namespace tidemark {
 
 /// The keys "color-scheme" and "contrast" of the namespace org.freedesktop.appearance, as the
 /// desktop portal has them (https://flatpak.github.io/xdg-desktop-portal, Settings). Does not start
-/// the portal. Main thread only.
-class PortalAppearance final : public QObject, public SystemAppearanceSource {
-    Q_OBJECT
-
+/// the portal; one that starts late or again is read then. Main thread only.
+class PortalAppearance final : public SystemAppearanceSource {
 public:
-    PortalAppearance(const QDBusConnection& session, Changed changed);
-
-private Q_SLOTS:
-    void settingChanged(const QString& name, const QString& key, const QDBusVariant& value);
+    PortalAppearance(const MessageBus& session, Changed changed);
 
 private:
+    void follow();
     void read(const QString& key);
     void take(const QString& key, const QVariant& value);
 
-    QDBusConnection bus;
     const Changed changed;
     SystemAppearance current;
+    BusService portal;
+    BusService::Subscription changes;
 };
 
 } // namespace tidemark

@@ -1,11 +1,12 @@
 #include "platform/linux/PortalShortcut.h"
 
 #include "app/ports/ApplicationSource.h"
+#include "platform/linux/BoundShortcut.h"
 
-#include <QDBusArgument>
 #include <QDBusMetaType>
 #include <QDBusObjectPath>
 #include <algorithm>
+#include <utility>
 
 namespace tidemark {
 
@@ -13,41 +14,13 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// One shortcut, as the portal takes it.
-struct PortalKeys {
-    QString id;
-    QVariantMap options;
-};
-
-QDBusArgument& operator<<(QDBusArgument& argument, const PortalKeys& keys) {
-    argument.beginStructure();
-    argument << keys.id << keys.options;
-    argument.endStructure();
-    return argument;
-}
-
-const QDBusArgument& operator>>(const QDBusArgument& argument, PortalKeys& keys) {
-    argument.beginStructure();
-    argument >> keys.id >> keys.options;
-    argument.endStructure();
-    return argument;
-}
-
-const QString portalName = u"org.freedesktop.portal.Desktop"_s;
-const QString portalPath = u"/org/freedesktop/portal/desktop"_s;
-const QString shortcuts = u"org.freedesktop.portal.GlobalShortcuts"_s;
+const QString service = u"org.freedesktop.portal.Desktop"_s;
+const QString path = u"/org/freedesktop/portal/desktop"_s;
+const QString interface = u"org.freedesktop.portal.GlobalShortcuts"_s;
 const QString registry = u"org.freedesktop.host.portal.Registry"_s;
-const QString requests = u"org.freedesktop.portal.Request"_s;
-const QString searchId = u"search"_s;
-
-/// Whether the keys are among those that the user has confirmed.
-bool hasSearchKeys(const QVariantMap& results) {
-    const auto list = results.value(u"shortcuts"_s).value<QDBusArgument>();
-    if (list.currentSignature() != u"a(sa{sv})"_s)
-        return false;
-    const auto confirmed = qdbus_cast<QList<PortalKeys>>(list);
-    return std::ranges::find(confirmed, searchId, &PortalKeys::id) != confirmed.end();
-}
+const QString request = u"org.freedesktop.portal.Request"_s;
+const QString anyPath;
+const QString ownShortcut = u"search"_s;
 
 /// A session is named by a text, in some releases by a path.
 QString sessionIn(const QVariantMap& results) {
@@ -59,84 +32,102 @@ QString sessionIn(const QVariantMap& results) {
 
 } // namespace
 
-PortalShortcut::PortalShortcut(const QDBusConnection& session, Observer wanted)
-    : sender(session.baseService().mid(1).replace(u'.', u'_')), observer(std::move(wanted)),
-      portal(session, portalName, [this] { begin(); }) {
-    qDBusRegisterMetaType<PortalKeys>();
-    qDBusRegisterMetaType<QList<PortalKeys>>();
+PortalShortcut::PortalShortcut(const MessageBus& bus, Observer observer)
+    : observer(std::move(observer)), portal(bus, service, [this] { follow(); }) {
+    qDBusRegisterMetaType<BoundShortcut>();
+    qDBusRegisterMetaType<QList<BoundShortcut>>();
 }
 
-void PortalShortcut::begin() {
-    sessionPath.clear();
-    answer.reset();
-    presses.reset();
-    observer.availabilityChanged(false);
+void PortalShortcut::follow() {
+    session.clear();
+    response.reset();
+    activated.reset();
     if (!portal.isThere())
-        return;
-    // Portals know programs that were started from a terminal or by a unit of another name only by
-    // this. Earlier releases don't have it.
-    portal.call(portalPath, registry, u"Register"_s,
-                {QString::fromUtf8(ApplicationSource::ownIdentifier.data()), QVariantMap()},
-                [this](const QDBusMessage&) { createSession(); });
+        return report({.obstacle = std::string(notOffered)});
+    report({});
+    portal.readProperty(path, interface, u"version"_s, [this](const QVariant& version) {
+        if (version.isValid())
+            createSession();
+        else
+            report({.obstacle = std::string(notOffered)});
+    });
 }
 
 void PortalShortcut::createSession() {
-    request(u"CreateSession"_s, {}, {{u"session_handle_token"_s, u"tidemark"_s}},
-            [this](const QVariantMap& results) {
-                sessionPath = sessionIn(results);
-                if (!sessionPath.isEmpty())
-                    listKeys();
-            });
-}
-
-void PortalShortcut::listKeys() {
-    request(u"ListShortcuts"_s, {QVariant::fromValue(QDBusObjectPath(sessionPath))}, {},
-            [this](const QVariantMap& results) {
-                if (hasSearchKeys(results))
-                    follow(results);
-                else
-                    bindKeys();
-            });
-}
-
-void PortalShortcut::bindKeys() {
-    const PortalKeys keys{searchId,
-                          {{u"description"_s, u"Search Tidemark"_s},
-                           {u"preferred_trigger"_s, u"CTRL+SHIFT+space"_s}}};
-    request(u"BindShortcuts"_s,
-            {QVariant::fromValue(QDBusObjectPath(sessionPath)),
-             QVariant::fromValue(QList<PortalKeys>{keys}), QString()},
-            {}, [this](const QVariantMap& results) { follow(results); });
-}
-
-void PortalShortcut::follow(const QVariantMap& results) {
-    if (!hasSearchKeys(results))
-        return;
-    presses =
-        portal.subscribe(portalPath, shortcuts, u"Activated"_s, [this](const QDBusMessage& signal) {
-            const auto arguments = signal.arguments();
-            if (arguments.value(0).value<QDBusObjectPath>().path() == sessionPath
-                && arguments.value(1).toString() == searchId)
-                observer.pressed();
+    // Newer portals refuse a program whose identifier they can't tell; older ones lack this method.
+    portal.call(path, registry, u"Register"_s,
+                {QString::fromUtf8(ApplicationSource::ownIdentifier), QVariantMap()},
+                [](const auto&) {});
+    activated = portal.subscribe(path, interface, u"Activated"_s, [this](const auto& signal) {
+        const auto from = signal.arguments().value(0).template value<QDBusObjectPath>().path();
+        if (from == session && signal.arguments().value(1).toString() == ownShortcut)
+            observer.pressed();
+    });
+    ask(u"CreateSession"_s, {}, {{u"session_handle_token"_s, u"tidemark"_s}},
+        [this](const QVariantMap& results) {
+            session = sessionIn(results);
+            if (session.isEmpty())
+                report({.obstacle = std::string(refused)});
+            else
+                list();
         });
-    observer.availabilityChanged(true);
 }
 
-void PortalShortcut::request(const QString& method, QVariantList arguments, QVariantMap options,
-                             UseResults use) {
-    const QString token = u"tidemark%1"_s.arg(++lastRequest);
-    answer =
-        portal.subscribe(portalPath + u"/request/"_s + sender + u'/' + token, requests,
-                         u"Response"_s, [this, use = std::move(use)](const QDBusMessage& signal) {
-                             answer.reset();
-                             const auto values = signal.arguments();
-                             // Another number is a refusal, by the user or the portal.
-                             if (values.value(0).toUInt() == 0)
-                                 use(qdbus_cast<QVariantMap>(values.value(1)));
-                         });
+/// What was bound earlier is kept: some desktops open a dialog whenever a program binds.
+void PortalShortcut::list() {
+    ask(u"ListShortcuts"_s, {QVariant::fromValue(QDBusObjectPath(session))}, {},
+        [this](const QVariantMap& results) {
+            if (!isAmong(results))
+                bind();
+        });
+}
+
+void PortalShortcut::bind() {
+    const QList<BoundShortcut> wanted{{ownShortcut,
+                                       {{u"description"_s, u"Search History"_s},
+                                        {u"preferred_trigger"_s, u"CTRL+SHIFT+space"_s}}}};
+    const QString noWindow;
+    ask(u"BindShortcuts"_s,
+        {QVariant::fromValue(QDBusObjectPath(session)), QVariant::fromValue(wanted), noWindow}, {},
+        [this](const QVariantMap& results) {
+            if (!isAmong(results))
+                report({.obstacle = std::string(refused)});
+        });
+}
+
+bool PortalShortcut::isAmong(const QVariantMap& results) {
+    const auto bound = qdbus_cast<QList<BoundShortcut>>(results.value(u"shortcuts"_s));
+    const auto own = std::ranges::find(bound, ownShortcut, &BoundShortcut::id);
+    if (own == bound.end())
+        return false;
+    const QString keys = own->properties.value(u"trigger_description"_s).toString();
+    report({.isAvailable = true, .keys = keys.toStdString()});
+    return true;
+}
+
+void PortalShortcut::ask(const QString& method, const QVariantList& arguments, QVariantMap options,
+                         Use use) {
+    const QString token = u"tidemark%1"_s.arg(++requests);
     options[u"handle_token"_s] = token;
-    arguments.append(options);
-    portal.call(portalPath, shortcuts, method, arguments, [](const QDBusMessage&) {});
+    // The path of the request ends in the token. Subscribed before the call, so that no answer is
+    // missed.
+    response =
+        portal.subscribe(anyPath, request, u"Response"_s, [token, use](const QDBusMessage& signal) {
+            if (!signal.path().endsWith('/' + token))
+                return;
+            const bool isGranted = signal.arguments().value(0).toUInt() == 0;
+            use(isGranted ? qdbus_cast<QVariantMap>(signal.arguments().value(1)) : QVariantMap());
+        });
+    portal.call(path, interface, method, arguments + QVariantList{options},
+                [use, number = requests, this](const QDBusMessage& reply) {
+                    if (reply.type() != QDBusMessage::ReplyMessage && number == requests)
+                        use({});
+                });
+}
+
+void PortalShortcut::report(Availability availability) {
+    if (std::exchange(last, availability) != availability)
+        observer.availabilityChanged(availability);
 }
 
 } // namespace tidemark

@@ -3,37 +3,45 @@
 #include "app/ports/GlobalShortcut.h"
 #include "platform/linux/BusService.h"
 
-#include <vector>
+#include <functional>
+#include <string_view>
 
 namespace tidemark {
 
-/// The keys of the search panel by the desktop's portal (org.freedesktop.portal.GlobalShortcuts),
-/// for Wayland sessions, where no program may grab keys. The desktop shows a dialog in which the
-/// user confirms or changes them, unless that was done before. Main thread only.
+/// A shortcut of the desktop portal (https://flatpak.github.io/xdg-desktop-portal,
+/// GlobalShortcuts). The desktop asks the user which keys to assign, once; they are bound again
+/// whenever the portal starts. Does not start the portal. Main thread only.
 class PortalShortcut final : public GlobalShortcut {
 public:
-    PortalShortcut(const QDBusConnection& session, Observer observer);
+    /// The obstacle where there is no portal, or where it has no shortcuts.
+    static constexpr std::string_view notOffered =
+        "This desktop has no keys that work in every program.";
+    static constexpr std::string_view refused = "The desktop did not assign the keys.";
+
+    PortalShortcut(const MessageBus& session, Observer observer);
 
 private:
-    using UseResults = std::function<void(const QVariantMap& results)>;
+    /// Receives the results of a request; called with none when it was refused.
+    using Use = std::function<void(const QVariantMap& results)>;
 
-    void begin();
+    void follow();
     void createSession();
-    void listKeys();
-    void bindKeys();
-    void follow(const QVariantMap& results);
-    /// Calls a method that answers later, by a signal of an object of its own. `use` is not called
-    /// when the portal refuses, which leaves the keys unavailable.
-    void request(const QString& method, QVariantList arguments, QVariantMap options,
-                 UseResults use);
+    void list();
+    void bind();
+    /// False when the shortcut is not among these.
+    bool isAmong(const QVariantMap& results);
+    /// Makes a request, which the portal answers later, after it has asked the user.
+    void ask(const QString& method, const QVariantList& arguments, QVariantMap options, Use use);
+    void report(Availability availability);
 
-    const QString sender;
     const Observer observer;
-    QString sessionPath;
-    int lastRequest = 0;
-    BusService::Subscription answer;
-    BusService::Subscription presses;
+    Availability last;
     BusService portal;
+    /// The object path of the session; empty without one.
+    QString session;
+    int requests = 0;
+    BusService::Subscription response;
+    BusService::Subscription activated;
 };
 
 } // namespace tidemark

@@ -1,36 +1,31 @@
 #pragma once
 
 #include "app/ports/TrayHost.h"
+#include "platform/linux/BusService.h"
+#include "platform/linux/Rereading.h"
 
-#include <QDBusConnection>
-#include <QDBusServiceWatcher>
-#include <QObject>
 #include <functional>
+#include <vector>
 
 namespace tidemark {
 
 /// Whether a host of status notifier items is registered
 /// (https://www.freedesktop.org/wiki/Specifications/StatusNotifierItem). The watcher of the session
 /// may start long after the program and may be started again. Starts nothing. Main thread only.
-class StatusNotifierHost final : public QObject, public TrayHost {
-    Q_OBJECT
-
+class StatusNotifierHost final : public TrayHost {
 public:
-    StatusNotifierHost(const QDBusConnection& session, std::function<void(bool isThere)> changed);
-
-private Q_SLOTS:
-    void readHost();
+    StatusNotifierHost(const MessageBus& session, std::function<void(bool isThere)> changed);
 
 private:
-    void follow(const QString& owner);
+    void follow();
+    void read();
     void setThere(bool there);
 
-    QDBusConnection bus;
     const std::function<void(bool)> changed;
-    QDBusServiceWatcher watcher;
-    /// The unique name of the running watcher; empty when there is none.
-    QString owner;
     bool isThere = false;
+    BusService watcher;
+    std::vector<BusService::Subscription> subscriptions;
+    Rereading rereading{[this] { read(); }};
 };
 
 } // namespace tidemark

@@ -1,5 +1,7 @@
 #include "platform/linux/X11Connection.h"
 
+#include "platform/linux/X11Display.h"
+
 #include <QTimer>
 #include <algorithm>
 #include <cstring>
@@ -10,15 +12,6 @@ namespace {
 
 /// Programs may make any number of atoms.
 constexpr std::size_t mostNames = 4096;
-
-/// The display as it is reached by a local socket alone; empty where it has none. Without the name
-/// "unix", xcb tries TCP when there is no such socket.
-std::string localDisplay(const std::string& display) {
-    if (display.starts_with(':'))
-        return "unix" + display;
-    const bool isLocal = display.starts_with("unix:") || display.starts_with('/');
-    return isLocal ? display : std::string();
-}
 
 } // namespace
 
@@ -41,7 +34,7 @@ std::vector<std::uint32_t> X11Property::numbers() const {
 
 std::unique_ptr<X11Connection> X11Connection::open(const std::string& display,
                                                    std::function<void()> lost) {
-    const auto local = localDisplay(display);
+    const auto local = x11Display::local(display);
     if (local.empty())
         return nullptr;
     int screenNumber = 0;

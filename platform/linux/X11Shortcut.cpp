@@ -2,6 +2,7 @@
 
 #include "core/base/Error.h"
 #include "core/base/StartThread.h"
+#include "platform/linux/X11Display.h"
 #include "platform/linux/X11KeyGrab.h"
 
 #include <QLoggingCategory>
@@ -19,7 +20,6 @@ namespace tidemark {
 
 namespace {
 
-using Connection = std::unique_ptr<xcb_connection_t, decltype(&xcb_disconnect)>;
 struct Free {
     void operator()(void* memory) const { std::free(memory); }
 };
@@ -49,6 +49,12 @@ bool waitForEvent(xcb_connection_t& connection, int ending) {
     return sources[1].revents == 0 && xcb_connection_has_error(&connection) == 0;
 }
 
+GlobalShortcut::Availability grab(X11KeyGrab& keys) {
+    if (keys.grab())
+        return {.isAvailable = true};
+    return {.obstacle = "Another program has these keys."};
+}
+
 } // namespace
 
 X11Shortcut::X11Shortcut(Observer observer)
@@ -70,12 +76,12 @@ X11Shortcut::~X11Shortcut() {
 }
 
 void X11Shortcut::follow() {
-    const Connection connection(xcb_connect(nullptr, nullptr), xcb_disconnect);
-    if (xcb_connection_has_error(connection.get()) != 0)
+    const auto connection = x11Display::connect();
+    if (!connection)
         return;
     X11KeyGrab keys(*connection);
     Presses presses;
-    report(keys.grab());
+    report(grab(keys));
     do {
         // Replies to requests may have brought events along, so these come before the wait.
         while (const AnyEvent event{xcb_poll_for_event(connection.get())}) {
@@ -90,7 +96,7 @@ void X11Shortcut::follow() {
                 presses.release(reinterpret_cast<const xcb_key_release_event_t&>(*event));
                 break;
             case XCB_MAPPING_NOTIFY:
-                report(keys.grab());
+                report(grab(keys));
                 break;
             default:
                 break;
@@ -98,12 +104,15 @@ void X11Shortcut::follow() {
         }
     } while (waitForEvent(*connection, ending.get()));
     if (xcb_connection_has_error(connection.get()) != 0)
-        report(false);
+        report({});
 }
 
-void X11Shortcut::report(bool isAvailable) {
+void X11Shortcut::report(Availability availability) {
     QMetaObject::invokeMethod(
-        &receiver, [this, isAvailable] { observer.availabilityChanged(isAvailable); },
+        &receiver,
+        [this, availability = std::move(availability)] {
+            observer.availabilityChanged(availability);
+        },
         Qt::QueuedConnection);
 }
 

@@ -18,7 +18,7 @@ public:
 
 private:
     void follow();
-    void report(bool isAvailable);
+    void report(Availability availability);
     void press();
 
     const Observer observer;

@@ -3,6 +3,7 @@
 #include "platform/linux/UserService.h"
 #include "platform/linux/X11Shortcut.h"
 #include "tests/app/support/Await.h"
+#include "tests/platform/DesktopPortal.h"
 #include "tests/platform/DisplayServers.h"
 #include "tests/platform/NotifierWatcher.h"
 #include "tests/platform/PrivateBus.h"
@@ -16,8 +17,9 @@ namespace {
 
 /// The keys of the search panel, and what was reported of them.
 struct Keys {
-    X11Shortcut shortcut{{.pressed = [this] { ++presses; },
-                          .availabilityChanged = [this](bool is) { available = is; }}};
+    X11Shortcut shortcut{
+        {.pressed = [this] { ++presses; },
+         .availabilityChanged = [this](const auto& now) { available = now.isAvailable; }}};
     int presses = 0;
     std::optional<bool> available;
 };
@@ -72,6 +74,28 @@ TEST(StatusNotifierHost, IsFollowedFromItsLateStartThroughARestart) {
     after({true, false, true});
     watcher.setHost(false);
     after({true, false, true, false});
+}
+
+TEST(PortalAppearance, IsReadWheneverThePortalStarts) {
+    const test::PrivateBus bus;
+    test::DesktopPortal portal(bus.connect(u"portal"_s));
+    SystemAppearance last;
+    const PortalAppearance appearance(bus.connect(u"program"_s),
+                                      [&](const SystemAppearance& read) { last = read; });
+    const auto after = [&](const SystemAppearance& wanted) {
+        test::until([&] { return last == wanted; });
+    };
+    portal.set(u"color-scheme"_s, 1);
+    portal.start();
+    after({.isDark = true});
+    portal.set(u"contrast"_s, 1);
+    after({.isDark = true, .hasHighContrast = true});
+    portal.stop();
+    portal.set(u"color-scheme"_s, 2);
+    portal.start();
+    after({.isDark = false, .hasHighContrast = true});
+    portal.set(u"color-scheme"_s, 0);
+    after({.hasHighContrast = true});
 }
 
 TEST(UserService, IsTheUnitAtTheEndOfTheCgroup) {

@@ -4,6 +4,7 @@
 
 #include <QProcessEnvironment>
 #include <QTimer>
+#include <map>
 #include <sstream>
 
 #include <gtest/gtest.h>
@@ -28,7 +29,8 @@ struct TracedRecorder : testing::Test {
     }
     ~TracedRecorder() override { recorder.stop(); }
 
-    void start() {
+    /// With these variables instead of those of the display and the bus.
+    void start(const std::map<QString, QString>& variables = {}) {
         std::filesystem::permissions(home.makeFolder("run"), std::filesystem::perms::owner_all);
         home.write("config/Tidemark/settings.json", R"({"memoryClipboard":true})");
         server->prepare(recorder);
@@ -42,6 +44,8 @@ struct TracedRecorder : testing::Test {
         for (const auto& variable : {u"DBUS_SYSTEM_BUS_ADDRESS"_s, u"DBUS_SESSION_BUS_ADDRESS"_s})
             environment.insert(variable, bus.address());
         environment.remove(u"WAYLAND_DISPLAY"_s);
+        for (const auto& [variable, value] : variables)
+            environment.insert(variable, value);
         recorder.process.setProcessEnvironment(environment);
         recorder.process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
         recorder.start({u"strace"_s, u"-D"_s, u"-f"_s, u"-qq"_s, u"-s"_s, u"300"_s, u"-o"_s,
@@ -64,6 +68,14 @@ struct TracedRecorder : testing::Test {
             if (line.contains(text))
                 found.push_back(line);
         return found;
+    }
+
+    void expectLocalSockets() const {
+        const auto addresses = traced("sa_family=");
+        EXPECT_FALSE(addresses.empty());
+        for (const auto& line : addresses)
+            EXPECT_TRUE(line.contains("sa_family=AF_UNIX") || line.contains("sa_family=AF_NETLINK"))
+                << line;
     }
 
     const test::TemporaryFolder home;
@@ -89,11 +101,18 @@ TEST_F(TracedRecorder, ConnectsToLocalSocketsAndOpensNoDocument) {
     user.stop();
     recorder.stop();
 
-    const auto addresses = traced("sa_family=");
-    EXPECT_FALSE(addresses.empty());
-    for (const auto& line : addresses)
-        EXPECT_TRUE(line.contains("sa_family=AF_UNIX") || line.contains("sa_family=AF_NETLINK"))
-            << line;
+    expectLocalSockets();
     EXPECT_FALSE(traced("Documents\"").empty()) << "the folder is read";
     EXPECT_EQ(traced("letter.txt"), std::vector<std::string>()) << "the file is not";
+}
+
+TEST_F(TracedRecorder, ConnectsToNoOtherMachineThatTheEnvironmentNames) {
+    home.write("Documents/letter.txt", "Dear");
+    const QString display = QString::fromStdString(server->display());
+    start({{u"DISPLAY"_s, u"localhost"_s + display},
+           {u"DBUS_SYSTEM_BUS_ADDRESS"_s, u"tcp:host=localhost,port=1"_s},
+           {u"DBUS_SESSION_BUS_ADDRESS"_s, u"nonce-tcp:host=localhost,port=1"_s}});
+    untilRecorded("letter.txt");
+    recorder.stop();
+    expectLocalSockets();
 }

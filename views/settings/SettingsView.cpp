@@ -123,7 +123,7 @@ std::vector<SettingsSection> SettingsView::pageNow() const {
     state.isRecording = uses.model.state().canRecord();
     state.canChangeRecording = uses.model.canChangeRecording();
     state.nextCapture = uses.model.nextAutomaticCapture();
-    state.hasShortcut = uses.shortcut.available;
+    state.shortcut = uses.shortcut.availability;
     if (uses.login) {
         using Status = LoginLaunchController::ServiceStatus;
         state.opensAtLogin = uses.login->enabled();

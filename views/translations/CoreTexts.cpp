@@ -108,6 +108,9 @@ constexpr std::array texts{
     QT_TRANSLATE_NOOP("core", "Search History"),
     QT_TRANSLATE_NOOP("core", "Ctrl+Shift+Space"),
     QT_TRANSLATE_NOOP("core", "Shortcut unavailable; use the tray menu"),
+    QT_TRANSLATE_NOOP("core", "Another program has these keys."),
+    QT_TRANSLATE_NOOP("core", "This desktop has no keys that work in every program."),
+    QT_TRANSLATE_NOOP("core", "The desktop did not assign the keys."),
     QT_TRANSLATE_NOOP("core", "History"),
     QT_TRANSLATE_NOOP("core", "Choose configuration files. Tidemark reads files under 1 MB to "
                               "store a fingerprint; contents are never saved."),

@@ -339,6 +339,18 @@
         <translation>Tastenkürzel nicht verfügbar; bitte das Menü im Infobereich benutzen</translation>
     </message>
     <message>
+        <source>Another program has these keys.</source>
+        <translation>Ein anderes Programm benutzt diese Tasten.</translation>
+    </message>
+    <message>
+        <source>This desktop has no keys that work in every program.</source>
+        <translation>Diese Arbeitsumgebung bietet keine Tasten an, die in jedem Programm gelten.</translation>
+    </message>
+    <message>
+        <source>The desktop did not assign the keys.</source>
+        <translation>Die Arbeitsumgebung hat die Tasten nicht zugewiesen.</translation>
+    </message>
+    <message>
         <source>History</source>
         <translation>Verlauf</translation>
     </message>

@@ -1,0 +1,86 @@
+#include "platform/linux/KdeShortcut.h"
+
+#include "platform/linux/KeySequence.h"
+#include "platform/linux/PortalShortcut.h"
+
+#include <QDBusMetaType>
+#include <QDBusObjectPath>
+#include <algorithm>
+#include <utility>
+
+namespace tidemark {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const QString service = u"org.kde.kglobalaccel"_s;
+const QString path = u"/kglobalaccel"_s;
+const QString interface = u"org.kde.KGlobalAccel"_s;
+const QString componentInterface = u"org.kde.kglobalaccel.Component"_s;
+const QString ownComponent = u"app.tidemark"_s;
+const QString ownAction = u"search"_s;
+/// Names of the component and the action, and the same for the user.
+const QStringList action{ownComponent, ownAction, u"Tidemark"_s, u"Search History"_s};
+
+/// Qt's numbers of Control, Shift and the space bar, and KGlobalAccel's number for keys that are
+/// active (SetPresent). Without its number for new ones, those that the user chose are kept.
+constexpr int controlShiftSpace = 0x0400'0000 | 0x0200'0000 | 0x20;
+constexpr quint32 present = 2;
+
+} // namespace
+
+KdeShortcut::KdeShortcut(const MessageBus& session, Observer observer)
+    : observer(std::move(observer)), accelerators(session, service, [this] { follow(); }) {
+    qDBusRegisterMetaType<KeySequence>();
+    qDBusRegisterMetaType<QList<KeySequence>>();
+}
+
+KdeShortcut::~KdeShortcut() {
+    // Otherwise other programs could not have the keys after this one.
+    accelerators.call(path, interface, u"setInactive"_s, {action}, [](const auto&) {});
+}
+
+void KdeShortcut::follow() {
+    pressed.reset();
+    if (!isOffered())
+        return report({.obstacle = std::string(PortalShortcut::notOffered)});
+    accelerators.call(path, interface, u"doRegister"_s, {action}, [](const auto&) {});
+    assign();
+}
+
+void KdeShortcut::assign() {
+    const QList<KeySequence> wanted{{{controlShiftSpace, 0, 0, 0}}};
+    accelerators.call(
+        path, interface, u"setShortcutKeys"_s, {action, QVariant::fromValue(wanted), present},
+        [this](const QDBusMessage& reply) {
+            const auto assigned = qdbus_cast<QList<KeySequence>>(reply.arguments().value(0));
+            if (std::ranges::any_of(assigned, &KeySequence::isAny))
+                listen();
+            else
+                report({.obstacle = std::string(PortalShortcut::refused)});
+        });
+}
+
+void KdeShortcut::listen() {
+    accelerators.call(
+        path, interface, u"getComponent"_s, {ownComponent}, [this](const QDBusMessage& reply) {
+            const auto component = reply.arguments().value(0).value<QDBusObjectPath>().path();
+            if (component.isEmpty())
+                return report({.obstacle = std::string(PortalShortcut::refused)});
+            pressed =
+                accelerators.subscribe(component, componentInterface, u"globalShortcutPressed"_s,
+                                       [this](const QDBusMessage& signal) {
+                                           if (signal.arguments().value(1).toString() == ownAction)
+                                               observer.pressed();
+                                       });
+            report({.isAvailable = true});
+        });
+}
+
+void KdeShortcut::report(Availability availability) {
+    if (std::exchange(last, availability) != availability)
+        observer.availabilityChanged(availability);
+}
+
+} // namespace tidemark

@@ -1,0 +1,31 @@
+#pragma once
+
+#include "app/ports/GlobalShortcut.h"
+#include "platform/linux/BusService.h"
+
+namespace tidemark {
+
+/// A shortcut of KGlobalAccel (org.kde.kglobalaccel), which KDE has where its portal has none. Keys
+/// that the user changed in the settings of KDE are kept. Does not start the service. Main thread
+/// only.
+class KdeShortcut final : public GlobalShortcut {
+public:
+    KdeShortcut(const MessageBus& session, Observer observer);
+    ~KdeShortcut() override;
+
+    /// Whether the service runs.
+    bool isOffered() const { return accelerators.isThere(); }
+
+private:
+    void follow();
+    void assign();
+    void listen();
+    void report(Availability availability);
+
+    const Observer observer;
+    Availability last;
+    BusService accelerators;
+    BusService::Subscription pressed;
+};
+
+} // namespace tidemark

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include <xcb/xcb.h>
+
+/// Connects to X11 servers of this machine alone. `xcb_connect` with a name such as "host:0" opens
+/// a connection over the network, and so it does for ":0" when there is no such local socket.
+namespace tidemark::x11Display {
+
+using Connection = std::unique_ptr<xcb_connection_t, decltype(&xcb_disconnect)>;
+
+/// The display as xcb reaches it by a local socket alone; empty where it has none.
+std::string local(const std::string& display);
+
+/// The display of the process, `DISPLAY`. Null when there is no such server, when it refuses, and
+/// when it is on another machine.
+Connection connect();
+
+} // namespace tidemark::x11Display
