@@ -18,6 +18,13 @@ constexpr std::pair<const char*, const char*> saverServices[] = {
 const QString displayService = QStringLiteral("org.gnome.Mutter.DisplayConfig");
 const QString displayPath = QStringLiteral("/org/gnome/Mutter/DisplayConfig");
 
+/// Absent in an error, and in a message of another form.
+std::optional<bool> activeIn(const QDBusMessage& message) {
+    const QVariant value = message.arguments().value(0);
+    return value.metaType() == QMetaType::fromType<bool>() ? std::optional(value.toBool())
+                                                           : std::nullopt;
+}
+
 } // namespace
 
 /// One screen saver.
@@ -33,14 +40,14 @@ public:
 private:
     void follow() {
         set(std::nullopt);
-        signal = service.subscribe(
-            path, interface, QStringLiteral("ActiveChanged"),
-            [this](const QDBusMessage& message) { set(message.arguments().value(0).toBool()); });
+        signal = service.subscribe(path, interface, QStringLiteral("ActiveChanged"),
+                                   [this](const QDBusMessage& message) { use(message); });
         service.call(path, interface, QStringLiteral("GetActive"), {},
-                     [this](const QDBusMessage& reply) {
-                         if (reply.type() == QDBusMessage::ReplyMessage)
-                             set(reply.arguments().value(0).toBool());
-                     });
+                     [this](const QDBusMessage& reply) { use(reply); });
+    }
+    void use(const QDBusMessage& message) {
+        if (const auto isActive = activeIn(message))
+            set(isActive);
     }
     void set(std::optional<bool> value) {
         active = value;

@@ -4,8 +4,6 @@
 #include "tests/app/support/ManualAppClock.h"
 #include "tests/platform/PowerMachine.h"
 
-#include <QDBusArgument>
-
 #include <gtest/gtest.h>
 
 using namespace tidemark;
@@ -134,40 +132,4 @@ TEST_F(UPowerBatteryTest, DoesNotTrustTheFirstReadings) {
     test::settle();
     EXPECT_EQ(textOf(*source), "unknown");
     expect("mains 30 charging");
-}
-
-TEST_F(UPowerBatteryTest, ReadsRarelyDuringAFlood) {
-    test::MockService mock{home, bus, u"upower"_s, upower};
-    mock.start();
-    mock.control(managerPath, u"AddChargingBattery"_s,
-                 {u"BAT0"_s, u"Battery"_s, 30.0, qint64{1200}});
-    follow();
-    expect("mains 30 charging");
-    changes = 0;
-    mock.control(managerPath, u"AddMethod"_s,
-                 {upower, u"Flood"_s, QString(), QString(),
-                  u"for i in range(1000): "
-                  u"objects['/org/freedesktop/UPower/devices/BAT0'].UpdateProperties("
-                  u"'org.freedesktop.UPower.Device', {'Percentage': 30 + i / 10000})"_s});
-    mock.control(managerPath, u"ClearCalls"_s, {});
-    bus.call(QDBusMessage::createMethodCall(upower, managerPath, upower, u"Flood"_s), QDBus::Block,
-             60'000);
-    mock.control(u"/org/freedesktop/UPower/devices/BAT0"_s, u"UpdateProperties"_s,
-                 {u"org.freedesktop.UPower.Device"_s, QVariantMap{{u"Percentage"_s, 29.0}}});
-    expect("mains 29 charging");
-    EXPECT_EQ(changes, 1);
-    const auto calls =
-        bus.call(QDBusMessage::createMethodCall(upower, managerPath, u"org.freedesktop.DBus.Mock"_s,
-                                                u"GetMethodCalls"_s)
-                 << u"EnumerateDevices"_s);
-    const auto list = calls.arguments().value(0).value<QDBusArgument>();
-    int readings = 0;
-    for (list.beginArray(); !list.atEnd(); ++readings) {
-        list.beginStructure();
-        quint64 time = 0;
-        QVariantList arguments;
-        list >> time >> arguments;
-        list.endStructure();
-    }
-    EXPECT_LE(readings, 30);
 }

@@ -153,15 +153,3 @@ TEST_F(WirelessLinksTest, KeepsTheNetworkThroughMomentsWithoutAnAccessPoint) {
     setState(100);
     expect("card0 up");
 }
-
-TEST_F(WirelessLinksTest, FollowsARestartedService) {
-    follow(WiFiSource::Names::read);
-    expect("none");
-    for (const char* name : {"home", "office"}) {
-        manager.start();
-        addCard(100, pointPath(QLatin1String(name)));
-        test::until([&] { return text().starts_with("card0 up"); });
-        manager.stop();
-        expect("none");
-    }
-}

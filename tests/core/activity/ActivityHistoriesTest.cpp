@@ -1,5 +1,3 @@
-#include "core/activity/BluetoothPowerHistory.h"
-#include "core/activity/LowPowerModeHistory.h"
 #include "core/activity/SleepHistory.h"
 
 #include <gtest/gtest.h>
@@ -44,34 +42,4 @@ TEST(SleepHistory, GivesNoNegativeIntervalAndNoneAfterAReset) {
     history.receive(Kind::sleepRequested, {12}, {});
     EXPECT_EQ(history.receive(Kind::woke, {12}, {}).observedSession,
               (ObservedSession{{12}, {12}, {}, {}}));
-}
-
-TEST(LowPowerModeHistory, ReportsOnlyChanges) {
-    LowPowerModeHistory history;
-    EXPECT_FALSE(history.receive(true, {1}));
-    EXPECT_FALSE(history.receive(true, {2}));
-    const auto off = history.receive(false, {3});
-    ASSERT_TRUE(off);
-    auto expected = SystemActivity::observed(Kind::lowPowerModeChanged, {3});
-    expected.id = off->id;
-    expected.lowPowerModeEnabled = false;
-    EXPECT_EQ(*off, expected);
-    history.reset();
-    EXPECT_FALSE(history.receive(true, {4}));
-}
-
-TEST(BluetoothPowerHistory, StartsAgainAfterAnUnknownState) {
-    BluetoothPowerHistory history;
-    EXPECT_FALSE(history.receive(true, {1}));
-    EXPECT_FALSE(history.receive(std::nullopt, {2}));
-    EXPECT_FALSE(history.receive(false, {3}));
-    EXPECT_FALSE(history.receive(false, {4}));
-    const auto on = history.receive(true, {5});
-    ASSERT_TRUE(on);
-    auto expected = SystemActivity::observed(Kind::bluetoothPowerChanged, {5});
-    expected.id = on->id;
-    expected.bluetoothPoweredOn = true;
-    EXPECT_EQ(*on, expected);
-    history.reset();
-    EXPECT_FALSE(history.receive(false, {6}));
 }

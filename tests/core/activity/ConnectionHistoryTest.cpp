@@ -14,25 +14,6 @@ const auto wifi = NetworkConnectionState::make(Availability::available, {Interfa
 const auto metered = NetworkConnectionState::make(Availability::available, {Interface::wifi}, true);
 const auto none = NetworkConnectionState::make(Availability::unavailable, {Interface::wifi}, false);
 
-constexpr auto address = "00-11";
-
-BluetoothDevice headset(bool connected) {
-    return {address, "Headset", 4, connected};
-}
-
-/// The change that settles after a report of the device at `at`.
-std::optional<BluetoothConnectionChange> changeAfter(BluetoothConnectionHistory& history,
-                                                     const BluetoothDevice& device, double at) {
-    if (!history.receive(device, Date{at}))
-        return std::nullopt;
-    const auto record = history.settle(address, Date{at + BluetoothConnectionHistory::delay});
-    if (!record)
-        return std::nullopt;
-    EXPECT_EQ(record->kind, SystemActivity::Kind::bluetoothChanged);
-    EXPECT_EQ(record->timestamp, Date{at});
-    return record->bluetoothChange;
-}
-
 } // namespace
 
 TEST(NetworkConnectionHistory, ReportsDifferencesThatLast) {
@@ -65,48 +46,17 @@ TEST(NetworkConnectionHistory, ReportsDifferencesThatLast) {
     EXPECT_EQ(history.settle(Date{32}), std::nullopt);
 }
 
-TEST(BluetoothConnectionHistory, ReportsConnectionsAndTheirDuration) {
-    BluetoothConnectionHistory history;
-    const BluetoothConnectionChange gone{"Audio / video accessory", {}, "Headset", false};
-    const BluetoothConnectionChange back{"Audio / video accessory", {}, "Headset", true};
-    history.follow(headset(true));
-    EXPECT_EQ(changeAfter(history, headset(true), 0), std::nullopt) << "connected before";
-    EXPECT_EQ(changeAfter(history, headset(false), 10), gone) << "its start was not observed";
-    EXPECT_EQ(changeAfter(history, headset(true), 20), back);
-
-    EXPECT_TRUE(history.receive(headset(false), Date{30}));
-    EXPECT_EQ(history.settle(address, Date{34.9}), std::nullopt);
-    EXPECT_EQ(changeAfter(history, headset(true), 34.9), std::nullopt) << "a brief reconnect";
-    auto ended = gone;
-    ended.session = ObservedSession{Date{20}, Date{60}, {}, {}};
-    EXPECT_EQ(changeAfter(history, headset(false), 60), ended);
-    EXPECT_EQ(changeAfter(history, headset(true), 70), back);
-    history.follow(headset(true));
-    EXPECT_EQ(changeAfter(history, headset(false), 80), gone)
-        << "the start before `follow` is not known";
-}
-
 TEST(BluetoothConnectionHistory, TreatsTheFirstReportOfANewDeviceAsAChange) {
     for (const bool connected : {true, false}) {
         BluetoothConnectionHistory history;
-        EXPECT_TRUE(history.receive(headset(connected), Date{0}));
+        EXPECT_TRUE(history.receive({"A", "Headset", 4, connected}, Date{0}));
         // The last reported name and class count.
-        EXPECT_FALSE(history.receive({address, "Renamed", 0, connected}, Date{1}));
-        const auto record = history.settle(address, Date{5});
+        EXPECT_FALSE(history.receive({"A", "Renamed", 0, connected}, Date{1}));
+        const auto record = history.settle("A", Date{5});
         ASSERT_TRUE(record);
         EXPECT_EQ(record->bluetoothChange,
                   (BluetoothConnectionChange{{}, {}, "Renamed", connected}));
     }
-}
-
-TEST(BluetoothConnectionHistory, StopsFollowingDevicesThatAreNoLongerPaired) {
-    BluetoothConnectionHistory history;
-    history.follow({"c", "", 0, false});
-    history.follow({"b", "", 0, false});
-    history.receive(headset(true), Date{0});
-    EXPECT_EQ(history.keepOnly({"b", "x"}), (std::vector<std::string>{address, "c"}));
-    EXPECT_EQ(history.settle(address, Date{9}), std::nullopt);
-    EXPECT_FALSE(history.receive({"b", "", 0, false}, Date{9})) << "this one is still followed";
 }
 
 TEST(BluetoothDevice, HasADisplayNameAndAClass) {

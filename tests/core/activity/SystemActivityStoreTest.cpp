@@ -4,7 +4,6 @@
 #include "core/base/JsonDecoder.h"
 #include "core/base/JsonEncoder.h"
 #include "tests/support/Failure.h"
-#include "tests/support/OrdinaryUser.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
@@ -83,29 +82,4 @@ TEST(SystemActivityStore, LeavesAnUnreadableFileUnchanged) {
         EXPECT_TRUE(failureOf(file).starts_with(file.native() + " could not be read: ")) << text;
         EXPECT_EQ(contents(file), text);
     }
-
-    const auto secret = folder.write("secret.json", good);
-    std::filesystem::permissions(secret, std::filesystem::perms::none);
-    const test::OrdinaryUser user(folder.path());
-    EXPECT_NE(failureOf(secret), "none");
-}
-
-TEST(SystemActivityStore, ContinuesAfterARecordThatCouldNotBeWritten) {
-    const test::TemporaryFolder folder;
-    const auto blocked = folder.write("data", "no folder");
-    SystemActivityStore store(blocked / "system-activity.json");
-    store.load();
-    EXPECT_THROW(store.append(wakes(1, 1).front()), FileError);
-    EXPECT_TRUE(store.records().empty());
-    std::filesystem::remove(blocked);
-    store.append(wakes(1, 2).front());
-    ASSERT_EQ(store.records().size(), 1U);
-
-    // An infinite time can't be stored: the old document stays, without a temporary file next to
-    // it.
-    const std::string before = contents(blocked / "system-activity.json");
-    EXPECT_THROW(store.append(SystemActivity::observed({}, Date::distantFuture())), Error);
-    EXPECT_EQ(contents(blocked / "system-activity.json"), before);
-    EXPECT_EQ(store.records().size(), 1U);
-    EXPECT_EQ(test::namesIn(blocked), "system-activity.json");
 }

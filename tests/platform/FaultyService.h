@@ -1,0 +1,84 @@
+#pragma once
+
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusVirtualObject>
+#include <functional>
+#include <map>
+#include <vector>
+
+namespace tidemark::test {
+
+/// A service on a bus that answers from a table, and can answer badly. Its replies are those of one
+/// connection, so that two of these can have the same name one after the other.
+class FaultyService final : public QDBusVirtualObject {
+public:
+    enum class Way {
+        answer,
+        twice,
+        /// Holds all replies back until `release`.
+        late,
+        fail,
+        /// Replies with a number, whatever was asked.
+        nonsense,
+    };
+    /// The arguments of replies, by the method and its text arguments, such as
+    /// "GetAll net.hadess.PowerProfiles". Other calls fail.
+    using Answers = std::map<QString, QVariantList>;
+
+    FaultyService(QDBusConnection home, QString service)
+        : bus(std::move(home)), name(std::move(service)) {
+        bus.registerVirtualObject(QStringLiteral("/"), this, QDBusConnection::SubPath);
+    }
+    ~FaultyService() override {
+        stop();
+        bus.unregisterObject(QStringLiteral("/"));
+    }
+
+    void send(const QDBusMessage& signal) const { bus.send(signal); }
+    void start() { bus.registerService(name); }
+    void stop() { bus.unregisterService(name); }
+    void release() {
+        for (const auto& reply : std::exchange(held, {}))
+            bus.send(reply);
+    }
+
+    Way way = Way::answer;
+    Answers answers;
+    /// Called after each reply.
+    std::function<void(const QDBusMessage& call)> afterReply = [](const auto&) {};
+    int calls = 0;
+
+    QString introspect(const QString&) const override { return {}; }
+    bool handleMessage(const QDBusMessage& call, const QDBusConnection&) override {
+        ++calls;
+        if (way == Way::late)
+            held.push_back(replyTo(call));
+        else
+            bus.send(replyTo(call));
+        if (way == Way::twice)
+            bus.send(replyTo(call));
+        afterReply(call);
+        return true;
+    }
+
+private:
+    QDBusMessage replyTo(const QDBusMessage& call) const {
+        QString question = call.member();
+        for (const auto& argument : call.arguments())
+            if (argument.metaType() == QMetaType::fromType<QString>())
+                question += ' ' + argument.toString();
+        const auto answer = answers.find(question);
+        if (way == Way::nonsense)
+            return call.createReply(QVariant(42));
+        if (way == Way::fail || answer == answers.end())
+            return call.createErrorReply(QDBusError::InvalidArgs, question);
+        return call.createReply(answer->second);
+    }
+
+    QDBusConnection bus;
+    const QString name;
+    std::vector<QDBusMessage> held;
+};
+
+} // namespace tidemark::test
