@@ -117,7 +117,7 @@ QCoro::Task<Snapshot> DemoRecorder::observe(std::stop_token stop) {
 }
 
 WorkspaceWindow::Uses DemoRecorder::uses() {
-    return {appModel, memory, clipboard, viewSettings, stored, sources, tasks};
+    return {appModel, memory, clipboard, viewSettings, stored, [this] { return sources; }, tasks};
 }
 
 } // namespace tidemark::demo

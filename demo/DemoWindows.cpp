@@ -18,7 +18,7 @@ DemoWindows::DemoWindows(DemoRecorder& recorder)
                     .clipboard = uses.clipboard,
                     .preferences = uses.preferences,
                     .viewSettings = uses.viewSettings,
-                    .sources = [this] { return uses.sources; },
+                    .sources = uses.sources,
                     .shortcut = shortcut,
                     .login = nullptr,
                     .tasks = uses.tasks}),

@@ -28,7 +28,7 @@ DesktopWindows::DesktopWindows(Recorder& used)
               .clipboard = recorder.clipboardHistory(),
               .viewSettings = viewSettings,
               .preferences = recorder.preferences(),
-              .sources = sources,
+              .sources = [this] { return recorder.presentSources(); },
               .tasks = recorder.tasks()}),
       tray({.model = recorder.model(),
             .memory = recorder.memoryHistory(),

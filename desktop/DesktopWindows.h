@@ -42,7 +42,6 @@ private:
     static void bringForward(QWidget& widget);
 
     Recorder& recorder;
-    const SettingSources sources = Recorder::sources(recorder.preferences());
     ViewSettings viewSettings;
     Appearance appearance;
     const std::unique_ptr<SystemAppearanceSource> systemAppearance;

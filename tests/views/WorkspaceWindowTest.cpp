@@ -47,7 +47,7 @@ struct Workspace : test::ModelFixture {
     }
     void open() {
         window.emplace(WorkspaceWindow::Uses{*model, memory, clipboard, viewSettings, preferences,
-                                             sources, tasks});
+                                             [this] { return sources; }, tasks});
         window->show();
         test::settle();
     }

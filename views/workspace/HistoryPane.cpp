@@ -136,8 +136,9 @@ void HistoryPane::compare(const Uuid& earlier, const Uuid& later) {
 }
 
 bool HistoryPane::lacksSnapshot() const {
-    const auto& place = uses.model.history().place();
-    return place.workspace() == WorkspaceDestination::snapshots && !place.snapshot();
+    const auto& history = uses.model.history();
+    return history.place().workspace() == WorkspaceDestination::snapshots
+           && !history.place().snapshot() && !history.comparedCaptures();
 }
 
 QWidget* HistoryPane::content() const {
@@ -286,14 +287,15 @@ EmptyState HistoryPane::emptyStateNow() const {
     const auto& history = uses.model.history();
     const auto& state = uses.model.state();
     const auto latest = state.latest();
-    return emptyState({.isUnreadable = !state.loaded() && *state.error,
-                       .latest = latest ? &*latest : nullptr,
-                       .coverage = history.observationCoverage(),
-                       .captures = state.journal()->snapshots.size(),
-                       .place = history.place().workspace(),
-                       .isSnapshotOpen = history.openBaseline().has_value(),
-                       .canCapture = state.canRecord() && !state.busy(),
-                       .absentSource = absentSourceOf(history.place().workspace(), uses.sources)});
+    return emptyState(
+        {.isUnreadable = !state.loaded() && *state.error,
+         .latest = latest ? &*latest : nullptr,
+         .coverage = history.observationCoverage(),
+         .captures = state.journal()->snapshots.size(),
+         .place = history.place().workspace(),
+         .isSnapshotOpen = history.openBaseline().has_value(),
+         .canCapture = state.canRecord() && !state.busy(),
+         .absentSource = absentSourceOf(history.place().workspace(), uses.sources())});
 }
 
 } // namespace tidemark

@@ -9,6 +9,7 @@
 
 #include <QTimer>
 #include <QWidget>
+#include <functional>
 
 class QLabel;
 class QStackedWidget;
@@ -39,7 +40,8 @@ public:
         MemoryHistoryService& memory;
         ViewSettings& viewSettings;
         const Preferences& preferences;
-        const SettingSources& sources;
+        /// Asked each time, since a source may be found missing later.
+        std::function<SettingSources()> sources;
     };
 
     explicit HistoryPane(const Uses& used, QWidget* parent = nullptr);

@@ -13,6 +13,7 @@
 
 #include <QMainWindow>
 #include <QTimer>
+#include <functional>
 
 class QSplitter;
 class QStackedWidget;
@@ -37,7 +38,8 @@ public:
         ClipboardHistory& clipboard;
         ViewSettings& viewSettings;
         Preferences& preferences;
-        const SettingSources& sources;
+        /// Asked each time, since a source may be found missing later.
+        std::function<SettingSources()> sources;
         /// What the commands run in.
         TaskScope& tasks;
     };
