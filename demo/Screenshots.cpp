@@ -72,7 +72,10 @@ void select(const Studio& studio, std::string_view title) {
 }
 
 QTreeView& tree(const Studio& studio) {
-    return *studio.window->findChild<QTreeView*>();
+    for (auto* each : studio.window->findChildren<QTreeView*>())
+        if (each->accessibleName() == QStringLiteral("Folder Sizes"))
+            return *each;
+    throw Error("The table of folder sizes is missing.");
 }
 
 struct Scene {

@@ -118,7 +118,7 @@ void FolderMapPainter::drawTexts(const Tile& tile, const QRect& area, const QCol
     dim.setAlphaF(0.9F);
     const QString size = sizeText(tile, small, first.width());
     // A number that is cut reads like another one.
-    if (QFontMetrics(small).horizontalAdvance(size) <= first.width())
+    if (QFontMetrics(small).horizontalAdvance(size) < first.width())
         drawLine(first, size, small, dim);
 }
 
