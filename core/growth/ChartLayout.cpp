@@ -37,20 +37,26 @@ std::size_t countIn(double length, double each) {
     return each > 0 && length > each ? static_cast<std::size_t>(length / each) : 1;
 }
 
-std::vector<ChartLayout::Position> stepsOf(std::span<const StorageChart::Point> points,
-                                           const ChartLayout& layout) {
-    std::vector<ChartLayout::Position> steps;
+using Steps = std::vector<ChartLayout::Position>;
+
+/// Goes on level to `x`; a level that already goes on only becomes longer.
+void goOn(Steps& steps, double x) {
+    const double y = steps.back().y;
+    if (steps.size() > 1 && steps[steps.size() - 2].y == y)
+        steps.back().x = x;
+    else
+        steps.push_back({x, y});
+}
+
+Steps stepsOf(std::span<const StorageChart::Point> points, const ChartLayout& layout) {
+    Steps steps;
     for (const auto& point : points) {
         const double x = layout.x(point.at);
         const double y = layout.y(point.bytes);
-        const bool isLevel = !steps.empty() && steps.back().y == y;
-        if (isLevel && steps.size() > 1 && steps[steps.size() - 2].y == y) {
-            steps.back().x = x;
-            continue;
-        }
-        if (!steps.empty() && !isLevel)
-            steps.push_back({x, steps.back().y});
-        steps.push_back({x, y});
+        if (!steps.empty())
+            goOn(steps, x);
+        if (steps.empty() || steps.back().y != y)
+            steps.push_back({x, y});
     }
     return steps;
 }
