@@ -48,7 +48,8 @@ void RecorderRuns::close() {
 }
 
 void RecorderRuns::followState() {
-    if (!isRecording)
+    // See `StorageHistoryKeeper::followState`.
+    if (!isRecording || state.isEnding)
         return;
     const RecordingMode present = state.recordingMode;
     if (std::exchange(mode, present) != present)

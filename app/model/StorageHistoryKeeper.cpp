@@ -31,6 +31,10 @@ QCoro::Task<void> StorageHistoryKeeper::open() {
 }
 
 void StorageHistoryKeeper::followState() {
+    // The event loop may run once more while the controller is being destroyed, when no task can be
+    // started. The next start adds what is missing.
+    if (state.isEnding)
+        return;
     if (std::exchange(recordedCaptures, state.keptCaptures()) != state.keptCaptures())
         tasks.start(catchUp());
 }

@@ -181,7 +181,7 @@ TEST(StorageSubject, IsFoundByNameOrPath) {
     EXPECT_EQ(found("downloads"), downloads);
     EXPECT_EQ(found("/home/Downloads/"), downloads);
     EXPECT_EQ(found("cache"), "/home/Downloads/cache");
-    EXPECT_TRUE(test::contains(found("music"), "give the path of one: free, /home/Downloads"));
+    EXPECT_TRUE(test::contains(found("music"), "give the path of one: /home/Music, /srv/Music"));
     EXPECT_TRUE(test::contains(found("Videos"), "No size of \"Videos\" was recorded"));
 }
 
@@ -195,7 +195,7 @@ TEST(ChartScale, HasRoundSizesThatIncludeAll) {
     EXPECT_EQ(labels(0, 9 * gigabyte), "0 5 GB 10 GB ");
     EXPECT_EQ(labels(90 * gigabyte, 99 * gigabyte), "90 GB 95 GB 100 GB ");
     EXPECT_EQ(labels(0, 0), "0 1 byte ");
-    for (std::int64_t most = 1; most > 0; most = most * 3 + 1)
+    for (std::int64_t most = 1; most < 8'000'000 * gigabyte; most = most * 3 + 1)
         for (const std::int64_t least : {most / 7, most / 2, most}) {
             const auto ticks = chartScale::sizeTicks(least, most, 5);
             ASSERT_GE(ticks.size(), 2U) << most;
