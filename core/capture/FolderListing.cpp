@@ -131,7 +131,8 @@ FolderListing::fill(std::expected<FolderReader, int> opened, Hidden hidden,
 std::expected<FolderListing, FolderListing::Failure>
 FolderListing::open(const MachineFiles& machine, const std::filesystem::path& path, Hidden hidden,
                     const ReadingBudget& budget) {
-    FolderListing listing(path);
+    // With a slash at the end, a link would be followed.
+    FolderListing listing(path.has_filename() ? path : path.parent_path());
     auto opened = machine.open(listing.location, O_RDONLY | O_DIRECTORY);
     if (!opened)
         return std::unexpected(failureOf(opened.error()));

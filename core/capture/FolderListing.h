@@ -79,7 +79,6 @@ public:
         unreadable,
     };
 
-    /// A link at `path` is not followed; it would be with a slash at the end.
     static std::expected<FolderListing, Failure> open(const std::filesystem::path& path,
                                                       Hidden hidden, const ReadingBudget& budget) {
         return open(MachineFiles(), path, hidden, budget);
