@@ -94,6 +94,7 @@ TEST_F(Erase, RemovesNothingWhileSomethingIsInTheWay) {
          [&] { std::filesystem::remove(data / "system-activity.json"); }},
         {"memory-payloads is a link",
          [&] {
+             std::filesystem::remove_all(data / "memory-payloads");
              folder.write("moved/" + digest + ".data", "x");
              std::filesystem::create_directory_symlink(moved, data / "memory-payloads");
          },
