@@ -298,6 +298,8 @@ TEST_F(Workspace, ShowsDetailsInPlaceOfTheSidebarWhereThereIsNoRoomForBoth) {
     start();
     open();
     capture({"Pen"});
+    window->resize(640, 700);
+    EXPECT_EQ(window->width(), 640);
     window->resize(900, 700);
     auto& places = child<QListView>("Places");
     auto& list = child<QListView>("Events");

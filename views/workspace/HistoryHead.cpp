@@ -5,7 +5,6 @@
 #include "views/base/Labels.h"
 #include "views/base/ShownText.h"
 #include "views/base/Symbols.h"
-#include "views/base/WrappingPolicy.h"
 
 #include <QHBoxLayout>
 #include <QSignalBlocker>
@@ -18,11 +17,13 @@ namespace {
 
 /// The range of the setting.
 constexpr int mostDays = 365;
+/// The width from which the coverage has a text.
+constexpr int roomForText = 440;
 
 } // namespace
 
 HistoryHead::HistoryHead(QWidget* parent)
-    : QWidget(parent), title(new ElidedLabel), summary(new DimLabel), windows(new QComboBox),
+    : QWidget(parent), title(new ElidedLabel), summary(new ElidedLabel), windows(new QComboBox),
       days(new QSpinBox), coverage(new QToolButton) {
     QFont font = title->font();
     font.setBold(true);
@@ -32,8 +33,10 @@ HistoryHead::HistoryHead(QWidget* parent)
     days->setRange(1, mostDays);
     days->setSuffix(tr(" days"));
     days->setAccessibleName(tr("Days of the time window"));
-    summary->setAlignment(Qt::AlignVCenter | wrappingPolicy::leadingEdge());
+    summary->setDim();
     coverage->setText(isolated(wordsHere(workspaceText::openCoverage)));
+    coverage->setAccessibleName(wordsHere(workspaceText::openCoverage));
+    coverage->setToolTip(coverage->accessibleName());
     coverage->setAutoRaise(true);
     coverage->setFocusPolicy(Qt::StrongFocus);
     coverage->setIcon(symbolIcon("warning"));
@@ -56,16 +59,30 @@ HistoryHead::HistoryHead(QWidget* parent)
 
 void HistoryHead::present(const Content& content) {
     title->setText(content.title);
-    summary->setText(isolated(content.summary));
+    summary->setText(content.summary);
     showChoices(*windows, content.windows, content.window);
     windows->setVisible(!content.windows.empty());
     const QSignalBlocker blocker(days);
     days->setVisible(content.customDays.has_value() && !content.windows.empty());
     if (content.customDays)
         days->setValue(*content.customDays);
+    hasCoverageProblems = content.hasCoverageProblems;
+    showCoverage();
+}
+
+void HistoryHead::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    showCoverage();
+}
+
+void HistoryHead::showCoverage() {
+    const bool isNarrow = width() < roomForText;
+    // The menu has the command, too.
+    coverage->setVisible(hasCoverageProblems || !isNarrow);
     // A sign only where there is something to warn of.
-    coverage->setToolButtonStyle(content.hasCoverageProblems ? Qt::ToolButtonTextBesideIcon
-                                                             : Qt::ToolButtonTextOnly);
+    coverage->setToolButtonStyle(!hasCoverageProblems ? Qt::ToolButtonTextOnly
+                                 : isNarrow           ? Qt::ToolButtonIconOnly
+                                                      : Qt::ToolButtonTextBesideIcon);
 }
 
 } // namespace tidemark

@@ -10,7 +10,6 @@ class QToolButton;
 
 namespace tidemark {
 
-class DimLabel;
 class ElidedLabel;
 
 /// The head of the middle column: where the user is, how much is shown, the time window, and the
@@ -40,9 +39,16 @@ Q_SIGNALS:
     void customDaysChosen(int days);
     void coverageRequested();
 
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+
 private:
+    /// With a text where there is room for it.
+    void showCoverage();
+
+    bool hasCoverageProblems = false;
     ElidedLabel* title;
-    DimLabel* summary;
+    ElidedLabel* summary;
     QComboBox* windows;
     QSpinBox* days;
     QToolButton* coverage;
