@@ -105,8 +105,8 @@ TEST(EnvironmentHistory, ReportsElevatedThermalPressure) {
         {"the rise was not observed", "serious critical fair", "serious-critical critical-fair "},
         {"a reset forgets the rise", "fair serious reset serious fair",
          "fair-serious serious-fair "},
-        {"not known for a while", "fair serious unknown critical unknown fair serious",
-         "fair-serious fair-serious@6 "},
+        {"not known for a while", "fair serious unknown critical unknown fair serious fair",
+         "fair-serious fair-serious serious-fair@6 "},
     };
     for (const auto& [what, states, story] : cases) {
         EnvironmentHistory history;
