@@ -35,6 +35,25 @@ void untilOutside(const Condition& condition) {
     until(condition);
 }
 
+/// Returns when the window manager takes care of windows: while it starts, it may lose the request
+/// to show one.
+void untilManaged(X11Connection& connection) {
+    auto* raw = connection.raw();
+    const auto window = xcb_generate_id(raw);
+    xcb_create_window(raw, XCB_COPY_FROM_PARENT, window, connection.root(), 0, 0, 9, 9, 0,
+                      XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, 0, nullptr);
+    const auto list = connection.atom("_NET_CLIENT_LIST");
+    const auto isListed = [&] {
+        return !connection.property(connection.root(), list).numbers().empty();
+    };
+    untilOutside([&] {
+        xcb_map_window(raw, window);
+        return isListed();
+    });
+    xcb_destroy_window(raw, window);
+    untilOutside([&] { return !isListed(); });
+}
+
 } // namespace
 
 bool hasPrograms(const std::vector<const char*>& names) {
@@ -78,10 +97,7 @@ X11Server::X11Server(const std::string& display) : name(display) {
     prepare(manager);
     manager.process.setStandardErrorFile(QProcess::nullDevice());
     manager.start({u"openbox"_s, u"--sm-disable"_s});
-    // Programs activate no window before.
-    const auto probe = X11Connection::open(name, [] {});
-    const auto check = probe->atom("_NET_SUPPORTING_WM_CHECK");
-    untilOutside([&] { return probe->property(probe->root(), check).type != XCB_ATOM_NONE; });
+    untilManaged(*X11Connection::open(name, [] {}));
 }
 
 void X11Server::prepare(ChildProgram& program) const {
