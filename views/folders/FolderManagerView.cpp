@@ -18,6 +18,7 @@
 #include <QMessageBox>
 #include <QPushButton>
 #include <QScrollArea>
+#include <QScrollBar>
 #include <QVBoxLayout>
 
 namespace tidemark {
@@ -64,7 +65,13 @@ FolderManagerView::FolderManagerView(AppModel& controller, TaskScope& scope, QWi
     column->setSpacing(0);
     column->addWidget(area, 1);
     column->addWidget(labels::separator());
-    column->addWidget(centred(foot()));
+    auto* bottom = centred(foot());
+    column->addWidget(bottom);
+    // Below the page, which a scroll bar moves.
+    auto* bar = area->verticalScrollBar();
+    connect(bar, &QScrollBar::rangeChanged, bottom, [bar, bottom](int, int most) {
+        bottom->setContentsMargins(0, 0, most > 0 ? bar->sizeHint().width() : 0, 0);
+    });
     connect(adding, &QPushButton::clicked, this, &FolderManagerView::addFolders);
     connect(suggestions, &DeveloperSuggestionsView::chosen, this,
             &FolderManagerView::monitorSuggested);

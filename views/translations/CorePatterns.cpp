@@ -44,6 +44,8 @@ constexpr std::array patterns{
     QT_TRANSLATE_NOOP("core", "Import %1 Record"),
     QT_TRANSLATE_NOOP("core", "%1 Grew in Size"),
     QT_TRANSLATE_NOOP("core", "%1 Disconnected"),
+    QT_TRANSLATE_NOOP("core", "Custom: %1 days"),
+    QT_TRANSLATE_NOOP("core", "Custom: %1 day"),
     QT_TRANSLATE_NOOP("core", "%1 Installed"),
     QT_TRANSLATE_NOOP("core", "%1 Connected"),
     QT_TRANSLATE_NOOP("core", "%1 Updated"),

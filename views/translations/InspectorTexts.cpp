@@ -8,6 +8,7 @@ namespace tidemark {
 namespace {
 
 constexpr std::array texts{
+    QT_TRANSLATE_NOOP("core", "Other installer"),
     QT_TRANSLATE_NOOP("core",
                       "Select an event to inspect its source, observation interval, and details."),
     QT_TRANSLATE_NOOP(

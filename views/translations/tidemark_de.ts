@@ -556,7 +556,7 @@
     </message>
     <message>
         <source>No saved snapshots</source>
-        <translation>Keine gesicherten Schnappschüsse</translation>
+        <translation>Keine Schnappschüsse</translation>
     </message>
     <message>
         <source>Save snapshot</source>
@@ -2223,6 +2223,18 @@ Alle Änderungen, unabhängig von den Schwellen der Zeitleiste.</translation>
     <message>
         <source>Notify about new background items</source>
         <translation>Über neue Hintergrundobjekte benachrichtigen</translation>
+    </message>
+    <message>
+        <source>Custom: %1 days</source>
+        <translation>Eigener Zeitraum: %1 Tage</translation>
+    </message>
+    <message>
+        <source>Custom: %1 day</source>
+        <translation>Eigener Zeitraum: %1 Tag</translation>
+    </message>
+    <message>
+        <source>Other installer</source>
+        <translation>Andere Installation</translation>
     </message>
 </context>
 <context>
