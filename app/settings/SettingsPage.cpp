@@ -142,7 +142,7 @@ SettingsGroup additionalHistory(const SettingsPageState& state) {
 SettingsGroup filesAndApplications(const SettingsPageState& state) {
     Group group(state, "Files and Applications");
     group.toggle(preference::memoryFiles, "Recent files and downloads")
-        .toggle(preference::memoryAllIndexedFiles, "Files in every folder");
+        .toggle(preference::memoryAllIndexedFiles, "Files outside of the chosen folders, too");
     if (!read(state.preferences, preference::memoryAllIndexedFiles)) {
         for (const auto& folder : read(state.preferences, preference::memoryFolders))
             group.path(Command::removeFolder, folder,

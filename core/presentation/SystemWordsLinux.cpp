@@ -125,7 +125,6 @@ constexpr auto entries = std::to_array<Entry>({
      "Observed application termination while Tidemark was recording. Closing a window alone does "
      "not quit the application."},
 
-    {"Files in every folder", "Files in all folders for documents"},
     {"Indexed files across this Mac{}", "Document folders and recently used files{}"},
     {"File index unavailable. Check folder access and Spotlight indexing.",
      "Recent files can’t be followed. Check folder access."},

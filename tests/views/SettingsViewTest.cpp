@@ -107,7 +107,7 @@ TEST_F(Settings, SayWhyAControlCantWork) {
 
 TEST_F(Settings, ChooseTheFoldersOfTheFileHistory) {
     open();
-    named<QCheckBox>("Files in all folders for documents").click();
+    named<QCheckBox>("Files outside of the chosen folders, too").click();
     test::settle();
     const auto chosen = folder.makeFolder("chosen");
     QTimer::singleShot(0, [&] {

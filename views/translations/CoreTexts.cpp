@@ -91,7 +91,7 @@ constexpr std::array texts{
     QT_TRANSLATE_NOOP("core", "Drives, displays, and thermal pressure"),
     QT_TRANSLATE_NOOP("core", "Files and Applications"),
     QT_TRANSLATE_NOOP("core", "Recent files and downloads"),
-    QT_TRANSLATE_NOOP("core", "Files in all folders for documents"),
+    QT_TRANSLATE_NOOP("core", "Files outside of the chosen folders, too"),
     QT_TRANSLATE_NOOP("core", "Application launches and quits"),
     QT_TRANSLATE_NOOP("core", "Recording & Privacy"),
     QT_TRANSLATE_NOOP("core", "Use Ctrl++ or Ctrl+− to resize timeline, file, download, clipboard "

@@ -279,8 +279,8 @@
         <translation>Zuletzt benutzte Dateien und Downloads</translation>
     </message>
     <message>
-        <source>Files in all folders for documents</source>
-        <translation>Dateien in allen Ordnern für Dokumente</translation>
+        <source>Files outside of the chosen folders, too</source>
+        <translation>Auch Dateien außerhalb der gewählten Ordner</translation>
     </message>
     <message>
         <source>Application launches and quits</source>
