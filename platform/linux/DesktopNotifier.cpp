@@ -26,6 +26,7 @@ DesktopNotifier::DesktopNotifier(const MessageBus& bus)
 
 void DesktopNotifier::follow() {
     shown = 0;
+    isSending = isOutdated = false;
     takesMarkup.reset();
     actions.reset();
     closings.reset();
@@ -57,6 +58,9 @@ void DesktopNotifier::show(Notification notification) {
 }
 
 void DesktopNotifier::send() {
+    isOutdated = isSending;
+    if (std::exchange(isSending, true))
+        return;
     QString body = QString::fromStdString(current->body);
     if (*takesMarkup)
         body = body.toHtmlEscaped();
@@ -67,11 +71,15 @@ void DesktopNotifier::send() {
     service.call(path, interface, QStringLiteral("Notify"),
                  {QStringLiteral("Tidemark"), shown, QStringLiteral("app.tidemark"),
                   QString::fromStdString(current->title), body, offered, hints, usualTime},
-                 [this](const QDBusMessage& reply) {
-                     shown = reply.type() == QDBusMessage::ReplyMessage
-                                 ? reply.arguments().value(0).toUInt()
-                                 : 0;
-                 });
+                 [this](const QDBusMessage& reply) { takeNumber(reply); });
+}
+
+void DesktopNotifier::takeNumber(const QDBusMessage& reply) {
+    isSending = false;
+    const bool isShown = reply.type() == QDBusMessage::ReplyMessage;
+    shown = isShown ? reply.arguments().value(0).toUInt() : 0;
+    if (isOutdated)
+        send();
 }
 
 void DesktopNotifier::takeAction(const QDBusMessage& signal) {
@@ -87,7 +95,9 @@ void DesktopNotifier::takeClosing(const QDBusMessage& signal) {
     if (!isAbout(signal, shown))
         return;
     shown = 0;
-    current.reset();
+    // While one is being sent, the closed one is the one before.
+    if (!isSending)
+        current.reset();
 }
 
 } // namespace tidemark

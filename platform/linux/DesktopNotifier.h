@@ -20,6 +20,7 @@ public:
 private:
     void follow();
     void send();
+    void takeNumber(const QDBusMessage& reply);
     void takeCapabilities(const QDBusMessage& reply);
     void takeAction(const QDBusMessage& signal);
     void takeClosing(const QDBusMessage& signal);
@@ -28,6 +29,10 @@ private:
     std::optional<Notification> current;
     /// Its number at the service; 0 when none is shown.
     unsigned shown = 0;
+    /// The service has not replied to the last notification yet, so its number is not known.
+    bool isSending = false;
+    /// Another notification came meanwhile.
+    bool isOutdated = false;
     /// Whether the service takes the text as markup; absent until it has replied.
     std::optional<bool> takesMarkup;
     BusService service;

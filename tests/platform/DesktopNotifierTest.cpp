@@ -76,6 +76,7 @@ TEST_F(DesktopNotifierTest, ShowsOneInPlaceOfTheLastAndReportsAClick) {
     emitted(u"ActionInvoked"_s, u"us"_s, {1u, u"default"_s});
     test::until([&] { return activations == 1; });
     emitted(u"NotificationClosed"_s, u"uu"_s, {1u, 2u});
+    test::settle();
     notifier.show(notification("Third", ""));
     expectSent(3);
     EXPECT_EQ(sent().back(), u"0|Third|"_s) << "the last one is not shown any more";
