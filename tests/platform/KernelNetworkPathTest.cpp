@@ -2,7 +2,7 @@
 
 #include "tests/app/support/Await.h"
 #include "tests/platform/NetworkNamespace.h"
-#include "tests/platform/PrivateBus.h"
+#include "tests/support/TemporaryFolder.h"
 
 #include <cstring>
 
@@ -28,7 +28,7 @@ FileDescriptor openTunnel(const char* name) {
     return tunnel;
 }
 
-/// The interfaces of this process's namespace; no message bus unless the test gives one.
+/// The interfaces of this process's namespace, without a message bus.
 struct KernelNetworkPathTest : testing::Test {
     void follow() {
         path.start([this](const NetworkConnectionState& state) { last = state; });
@@ -45,9 +45,8 @@ struct KernelNetworkPathTest : testing::Test {
         ip("route add default via 10.0.0.2");
     }
 
-    QDBusConnection bus{u"none"_s};
     std::optional<NetworkConnectionState> last;
-    KernelNetworkPath path{[this] { return MessageBus(bus); }};
+    KernelNetworkPath path{[] { return MessageBus(QDBusConnection(u"none"_s)); }};
 };
 
 } // namespace
@@ -134,32 +133,4 @@ TEST_F(KernelNetworkPathTest, SurvivesMoreChangesThanTheKernelCanReport) {
     ip("route add default via 10.0.0.2");
     test::settle();
     EXPECT_EQ(last->label(), "Unavailable");
-}
-
-TEST_F(KernelNetworkPathTest, AsksNetworkManagerWhetherTheConnectionCostsMoney) {
-    const QString name = u"org.freedesktop.NetworkManager"_s;
-    const QString manager = u"/org/freedesktop/NetworkManager"_s;
-    const test::PrivateBus home;
-    bus = home.connect(u"tested"_s);
-    test::MockService service(home, bus, u"networkmanager"_s, name);
-    service.start();
-    // The template lacks the property.
-    const auto setMetered = [&](quint32 metered, const QString& method) {
-        service.control(manager, method, {name, QVariantMap{{u"Metered"_s, metered}}});
-    };
-    setMetered(0, u"AddProperties"_s);
-    NetworkManagerMetered metered(bus, [] {});
-    const auto expect = [&](std::optional<bool> value) {
-        test::until([&] { return metered.value() == value; });
-    };
-    for (const auto& [value, is] : {std::pair(quint32{1}, true), {4, false}, {3, true}}) {
-        setMetered(value, u"UpdateProperties"_s);
-        expect(is);
-    }
-    service.stop();
-    expect(std::nullopt);
-    service.start();
-    setMetered(1, u"AddProperties"_s);
-    setMetered(1, u"UpdateProperties"_s);
-    expect(true);
 }

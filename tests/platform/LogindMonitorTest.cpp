@@ -183,19 +183,6 @@ TEST_F(LogindMonitorTest, WorksWithoutADelayLock) {
     expectPosted("didWake ");
 }
 
-TEST_F(LogindMonitorTest, IgnoresSignalsOfOtherProcesses) {
-    logind.start();
-    startMonitor();
-    const auto stranger = home.connect(u"stranger"_s);
-    auto forged = QDBusMessage::createSignal(managerPath, manager, u"PrepareForSleep"_s);
-    forged << true;
-    ASSERT_TRUE(stranger.send(forged));
-    stranger.call(QDBusMessage::createMethodCall(u"org.freedesktop.DBus"_s, u"/"_s,
-                                                 u"org.freedesktop.DBus.Peer"_s, u"Ping"_s));
-    emitSignal(u"PrepareForShutdown"_s, u"b"_s, {true});
-    expectPosted("willPowerOff ");
-}
-
 TEST_F(LogindMonitorTest, FollowsTheSessionOfTheProcess) {
     logind.start();
     addSession(true);
