@@ -382,12 +382,11 @@ void WorkspaceWindow::deleteSnapshot(const Uuid& id) {
 }
 
 void WorkspaceWindow::showVersion() {
-    QMessageBox box(QMessageBox::NoIcon, tr("About Tidemark"),
-                    tr("Tidemark %1").arg(QCoreApplication::applicationVersion()),
-                    QMessageBox::Close, this);
+    const QString text =
+        tr("Tidemark %1").arg(QCoreApplication::applicationVersion()) + QStringLiteral("\n\n")
+        + tr("Records what changed on this computer. Everything stays on this computer.");
+    QMessageBox box(QMessageBox::NoIcon, tr("About Tidemark"), text, QMessageBox::Close, this);
     box.setIconPixmap(windowIcon().pixmap(64));
-    box.setInformativeText(
-        tr("Records what changed on this computer. Everything stays on this computer."));
     box.exec();
 }
 
