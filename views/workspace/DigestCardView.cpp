@@ -1,6 +1,7 @@
 #include "views/workspace/DigestCardView.h"
 
 #include "core/base/Text.h"
+#include "views/base/CrossButton.h"
 #include "views/base/ElidedLabel.h"
 #include "views/base/Labels.h"
 #include "views/base/ShownText.h"
@@ -46,12 +47,8 @@ QString joinedTexts(const Items& items, Text textOf) {
 } // namespace
 
 DigestCardView::DigestCardView(QWidget* parent) : RoundedPanel(parent), period(new DimLabel) {
-    auto* close = new QToolButton;
-    close->setAutoRaise(true);
+    auto* close = new CrossButton(tr("Close"));
     close->setFocusPolicy(Qt::StrongFocus);
-    close->setIcon(symbolIcon("xmark"));
-    close->setAccessibleName(tr("Close"));
-    close->setToolTip(tr("Close"));
     auto* head = new QHBoxLayout;
     head->setSpacing(8);
     head->addWidget(labels::heading(wordsHere(HistoryDigest::title)));
