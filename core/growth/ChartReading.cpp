@@ -11,9 +11,20 @@ namespace tidemark {
 
 namespace {
 
+/// The day of a date, in a calendar.
+struct Day {
+    Day(Date at, const Calendar& calendar)
+        : start(calendar.startOfDay(at)), end(calendar.startOfNextDay(at)) {}
+
+    bool contains(Date at) const { return at >= start && at < end; }
+
+    const Date start;
+    const Date end;
+};
+
 /// The time of day, with the day where that is another one.
 std::string sinceText(Date before, Date at, const Calendar& calendar) {
-    const bool isSameDay = calendar.startOfDay(before) == calendar.startOfDay(at);
+    const bool isSameDay = Day(at, calendar).contains(before);
     return calendar.format(before, isSameDay ? "HH:mm" : "d MMM, HH:mm");
 }
 
@@ -37,9 +48,10 @@ void addSize(std::vector<std::string>& lines, const StorageChart& chart, std::si
 /// Those of the day, the ones nearest to the point first.
 void addEvents(std::vector<std::string>& lines, const StorageChart& chart, Date at,
                const Calendar& calendar) {
+    const Day day(at, calendar);
     std::vector<const StorageChart::Mark*> marks;
     for (const auto& mark : chart.marks)
-        if (calendar.startOfDay(mark.event->timestamp) == calendar.startOfDay(at))
+        if (day.contains(mark.event->timestamp))
             marks.push_back(&mark);
     std::ranges::stable_sort(marks, {}, [at](const auto* mark) {
         const double distance = mark->event->timestamp - at;
@@ -58,8 +70,9 @@ ChartReading ChartReading::ofPoint(const StorageChart& chart, std::size_t point,
     const Date at = chart.points[point].at;
     ChartReading reading{.title = storageChartText::dayText(at, calendar), .lines = {}};
     addSize(reading.lines, chart, point, calendar);
+    const Day day(at, calendar);
     for (const auto& flag : chart.flags)
-        if (calendar.startOfDay(flag.at) == calendar.startOfDay(at))
+        if (day.contains(flag.at))
             reading.lines.push_back("Snapshot: " + oneLine(flag.name));
     addEvents(reading.lines, chart, at, calendar);
     return reading;

@@ -218,26 +218,34 @@ void StorageChartPainter::drawFlags() const {
 }
 
 void StorageChartPainter::drawLines() const {
-    for (const auto& line : layout.lines) {
-        QPolygonF path;
-        for (const auto& position : line)
-            path += at(position);
-        if (path.size() == 1) {
-            painter.setPen(Qt::NoPen);
-            painter.setBrush(accent());
-            painter.drawEllipse(path.first(), lineWidth + 0.5, lineWidth + 0.5);
-            continue;
-        }
-        QPolygonF area = path;
-        area += QPointF(path.last().x(), layout.bottom);
-        area += QPointF(path.first().x(), layout.bottom);
-        painter.setPen(Qt::NoPen);
-        painter.setBrush(veil(accent(), areaStrength));
-        painter.drawPolygon(area);
-        painter.setBrush(Qt::NoBrush);
-        painter.setPen(QPen(accent(), lineWidth, Qt::SolidLine, Qt::FlatCap, Qt::MiterJoin));
-        painter.drawPolyline(path);
+    // Steps are level or upright: rectangles on whole pixels are as sharp as lines, and many of
+    // them are drawn in a tenth of the time.
+    painter.setRenderHint(QPainter::Antialiasing, false);
+    for (const auto& line : layout.lines)
+        for (std::size_t i = 0; i + 1 < line.size(); ++i)
+            drawStep(line[i], line[i + 1]);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(accent());
+    for (const auto& line : layout.lines)
+        if (line.size() == 1)
+            painter.drawEllipse(at(line.front()), lineWidth + 0.5, lineWidth + 0.5);
+}
+
+void StorageChartPainter::drawStep(const ChartLayout::Position& from,
+                                   const ChartLayout::Position& to) const {
+    const auto pixel = [](double length) { return std::round(length); };
+    const double left = pixel(from.x);
+    const double top = pixel(std::min(from.y, to.y)) - lineWidth / 2;
+    if (from.y != to.y) {
+        const double height = pixel(std::max(from.y, to.y)) + lineWidth / 2 - top;
+        painter.fillRect(visual({left - lineWidth / 2, top, lineWidth, height}), accent());
+        return;
     }
+    const double width = pixel(to.x) - left;
+    painter.fillRect(visual({left, top + lineWidth, width, layout.bottom - top - lineWidth}),
+                     veil(accent(), areaStrength));
+    painter.fillRect(visual({left, top, width, lineWidth}), accent());
 }
 
 void StorageChartPainter::drawMarks(std::optional<std::size_t> emphasized) const {
@@ -256,11 +264,9 @@ void StorageChartPainter::drawMarks(std::optional<std::size_t> emphasized) const
 
 void StorageChartPainter::drawMark(double x, double radius, const QColor& color) const {
     const QPointF centre = at({x, layout.bottom});
-    const QPointF corners[] = {centre + QPointF(0, -radius), centre + QPointF(radius, 0),
-                               centre + QPointF(0, radius), centre + QPointF(-radius, 0)};
     painter.setPen(QPen(look.palette.color(QPalette::Active, QPalette::Base), 1.5));
     painter.setBrush(color);
-    painter.drawConvexPolygon(corners, 4);
+    painter.drawEllipse(centre, radius, radius);
 }
 
 void StorageChartPainter::drawLatest() const {

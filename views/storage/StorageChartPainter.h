@@ -59,6 +59,7 @@ private:
     QColor accent() const;
     void drawText(const QRectF& rect, Qt::Alignment alignment, const QString& text,
                   const QFont& font, const QColor& color) const;
+    void drawStep(const ChartLayout::Position& from, const ChartLayout::Position& to) const;
     void drawMark(double x, double radius, const QColor& color) const;
     void drawUpright(double x, const QPen& pen, double from) const;
 

@@ -57,8 +57,13 @@ HistoryPane::HistoryPane(const Uses& used, QWidget* parent)
     column->setSpacing(0);
     column->addWidget(head);
     column->addWidget(snapshotBar);
+    column->addWidget(comparisonBar);
     column->addWidget(labels::separator());
     column->addWidget(messages);
+    auto* card = new QVBoxLayout;
+    card->setContentsMargins(14, 0, 14, 0);
+    card->addWidget(digest);
+    column->addLayout(card);
     column->addWidget(stack, 1);
     column->addWidget(labels::separator());
     column->addWidget(footer);
