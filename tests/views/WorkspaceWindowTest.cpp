@@ -3,6 +3,7 @@
 #include "tests/app/support/ModelFixture.h"
 #include "tests/support/SharedRecords.h"
 #include "views/base/ShownText.h"
+#include "views/workspace/DigestCardView.h"
 #include "views/workspace/SidebarDelegate.h"
 
 #include <QAccessible>
@@ -342,4 +343,43 @@ TEST_F(Workspace, NamesWhatTakesTheKeyboard) {
         EXPECT_FALSE(interface->text(QAccessible::Name).isEmpty())
             << widget->metaObject()->className();
     }
+}
+
+TEST_F(Workspace, ShowsWhatDiffersBetweenTwoCapturesAndTheWayBack) {
+    allowFolders();
+    start();
+    open();
+    capture({"Pen"});
+    capture({"Pen", "Ink"});
+    const auto& snapshots = state().journal()->snapshots;
+    model->history().compareCaptures({{snapshots.front(), {}}, {snapshots.back(), {}}});
+    finish();
+    EXPECT_TRUE(shows("Compared Captures"));
+    EXPECT_EQ(child<QListView>("Events").model()->rowCount(), 3) << "a heading and two programs";
+    EXPECT_TRUE(child<QListView>("Events").isVisible());
+    for (auto* button : window->findChildren<QPushButton*>())
+        if (button->isVisible() && button->text() == "Back to Storage Over Time") {
+            button->click();
+            break;
+        }
+    finish();
+    EXPECT_TRUE(shows("Storage Over Time"));
+    EXPECT_FALSE(model->history().comparedCaptures());
+}
+
+TEST_F(Workspace, SaysToAUserWhoComesBackWhatHappened) {
+    allowFolders();
+    start();
+    open();
+    capture({"Pen"});
+    EXPECT_FALSE(shows("Since You Last Looked"));
+    window->hide();
+    clock.advance(2 * 86'400);
+    capture({"Pen", "Ink"});
+    window->show();
+    finish();
+    EXPECT_TRUE(shows("Since You Last Looked"));
+    window->findChild<DigestCardView*>()->findChild<QToolButton*>()->click();
+    finish();
+    EXPECT_FALSE(shows("Since You Last Looked"));
 }
