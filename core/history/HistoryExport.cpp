@@ -3,6 +3,7 @@
 #include "core/base/Files.h"
 #include "core/base/JsonEncoder.h"
 #include "core/base/Text.h"
+#include "core/history/CsvRows.h"
 #include "core/history/PrivateDetails.h"
 
 #include <array>
@@ -85,48 +86,9 @@ std::string written(const Json& value) {
     return text;
 }
 
-/// True for a cell that a spreadsheet would evaluate as a formula.
-bool looksLikeFormula(std::string_view cell) {
-    const std::string_view visible = trimmed(cell);
-    return (!visible.empty() && std::string_view("=+-@").contains(visible.front()))
-           || (!cell.empty() && std::string_view("\t\r\n").contains(cell.front()));
-}
-
-std::string quotedCell(std::string_view text) {
-    // A cell may have several lines.
-    const std::string cell = printable(text, "\t\r\n");
-    std::string quoted = looksLikeFormula(cell) ? "\"'" : "\"";
-    for (const char character : cell) {
-        if (character == '"')
-            quoted += '"';
-        quoted += character;
-    }
-    return quoted + '"';
-}
-
-/// Writes the rows of the CSV report, each ended by a carriage return and a line feed.
-class RowWriter {
-public:
-    explicit RowWriter(const HistoryExport::Output& output) : output(output) {}
-
-    void cell(std::string_view text) {
-        if (!row.empty())
-            row += ',';
-        row += quotedCell(text);
-    }
-    void end() {
-        output(row + "\r\n");
-        row.clear();
-    }
-
-private:
-    const HistoryExport::Output& output;
-    std::string row;
-};
-
 void writeTable(const HistoryExport& report, bool includePrivateDetails,
                 const HistoryExport::Output& output) {
-    RowWriter rows(output);
+    CsvRows rows(output);
     for (const std::string_view title : header)
         rows.cell(title);
     rows.end();

@@ -1,3 +1,4 @@
+#include "core/growth/StorageHistoryExport.h"
 #include "core/history/HistoryExport.h"
 #include "core/presentation/HistoryView.h"
 #include "recorder/Commands.h"
@@ -11,6 +12,8 @@ namespace {
 struct Options : HistoryFilter {
     HistoryExport::Format format{};
     bool includePrivate = false;
+    /// Exports the daily sizes instead of events; the filters have no effect on them.
+    bool sizes = false;
     /// The file is written by the process of the command line.
     std::optional<FilePath> output;
 
@@ -20,6 +23,10 @@ struct Options : HistoryFilter {
             HistoryFilter::fields(),
             std::tuple{Option{"include-private", &Options::includePrivate,
                               "Include paths, names of devices and networks, clips and origins"},
+                       Option{"sizes",
+                              &Options::sizes,
+                              "Export the sizes of each day, of up to ten years, instead of events",
+                              {.excludes = "since"}},
                        Option{"output",
                               &Options::output,
                               "File to write; without it the report is printed",
@@ -27,7 +34,16 @@ struct Options : HistoryFilter {
     }
 };
 
+std::string exportedSizes(const HistoryReading& reading, const Options& options) {
+    if (reading.history.dailySizes->series.empty())
+        throw Error("There is nothing to export.");
+    return storageHistoryExport::data(*reading.history.dailySizes, options.format,
+                                      options.includePrivate);
+}
+
 std::string exported(const HistoryReading& reading, const Options& options) {
+    if (options.sizes)
+        return exportedSizes(reading, options);
     auto events = filtered(reading, options).presentation.events;
     if (events.empty())
         throw Error("There is nothing to export.");

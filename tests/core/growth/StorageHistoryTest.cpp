@@ -1,4 +1,5 @@
 #include "core/base/JsonEncoder.h"
+#include "core/growth/StorageHistoryExport.h"
 #include "core/growth/StorageHistoryStore.h"
 #include "tests/core/growth/GrowthRecords.h"
 #include "tests/support/Contains.h"
@@ -147,4 +148,21 @@ TEST(StorageHistoryStore, ReadsBackWhatItSavedAndRefusesWhatIsDamaged) {
     folder.write("data/storage-history.json", R"({"schemaVersion":2,"series":[]})");
     EXPECT_TRUE(
         test::contains(test::failureOf([&] { StorageHistoryStore::read(file); }), "version 2"));
+}
+
+TEST(StorageHistoryExport, LeavesPrivateDetailsOutUnlessTheyAreRequested) {
+    StorageHistory history;
+    history.record(sized(hour, 7, {{"/home/=Downloads", {}}}), utc);
+    const auto exported = [&](HistoryExport::Format format, bool isPrivate) {
+        return storageHistoryExport::data(history, format, isPrivate);
+    };
+    using enum HistoryExport::Format;
+    EXPECT_EQ(exported(csv, false),
+              "\"Measured At (UTC)\",\"Kind\",\"Name\",\"Path\",\"Volume\",\"Bytes\"\r\n"
+              "\"2001-01-01T01:00:00Z\",\"freeSpace\",\"Free space\",\"\",\"\",\"7\"\r\n"
+              "\"2001-01-01T01:00:00Z\",\"folder\",\"'=Downloads\",\"\",\"\",\"0\"\r\n");
+    EXPECT_TRUE(test::contains(exported(csv, true), "\"/home/=Downloads\",\"Data\",\"0\""));
+    EXPECT_FALSE(exported(json, false).contains("/home"));
+    EXPECT_TRUE(test::contains(exported(json, true),
+                               R"("path":"/home/=Downloads","volume":"Data","bytes":0)"));
 }
