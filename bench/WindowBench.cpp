@@ -24,8 +24,9 @@ namespace {
 
 constexpr int frames = 300;
 constexpr int letters = 20;
-/// Until a process that has started is idle, and for how long it is then watched.
-constexpr double settlingSeconds = 5;
+/// Until a process that has started is idle and its idle threads have ended, whose waits would be
+/// missing in the sum; and for how long it is then watched.
+constexpr double settlingSeconds = 45;
 constexpr double idleSeconds = 30;
 
 /// All but the journal, which is in the folder.
