@@ -36,6 +36,7 @@ Command commands::clipsCopy() {
         .name = "clips copy",
         .group = CommandGroup::history,
         .summary = "Put a recorded clip on the clipboard again",
+        .family = "Copy recorded clips again, pin or delete them",
     });
 }
 
