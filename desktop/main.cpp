@@ -139,6 +139,7 @@ int run(int count, char** arguments) {
 } // namespace
 
 int main(int argc, char** argv) {
+    desktopServices::ignoreRemoteDisplay();
     if (const auto status = argc == 2 ? answered(argv[1]) : std::nullopt)
         return *status;
     if (!desktopServices::hasDisplay()) {

@@ -12,6 +12,9 @@
 /// source file.
 namespace tidemark::desktopServices {
 
+/// Removes the name of a display on another machine from the environment, so that nothing in this
+/// process connects to it. Called before any thread is started.
+void ignoreRemoteDisplay();
 /// Whether a window can be opened. Asks the display, so it takes as long as that takes to answer.
 bool hasDisplay();
 

@@ -48,6 +48,11 @@ bool hasWayland() {
 
 } // namespace
 
+void desktopServices::ignoreRemoteDisplay() {
+    if (x11Display::local(variable("DISPLAY")).empty())
+        ::unsetenv("DISPLAY");
+}
+
 bool desktopServices::hasDisplay() {
     const std::string platform = variable("QT_QPA_PLATFORM");
     const bool needsServer =

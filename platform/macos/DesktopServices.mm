@@ -4,6 +4,8 @@
 
 namespace tidemark {
 
+void desktopServices::ignoreRemoteDisplay() {}
+
 bool desktopServices::hasDisplay() {
     return true;
 }

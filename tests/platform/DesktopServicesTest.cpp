@@ -1,3 +1,5 @@
+#include "app/ports/DesktopServices.h"
+
 #include "platform/linux/PortalAppearance.h"
 #include "platform/linux/StatusNotifierHost.h"
 #include "platform/linux/UserService.h"
@@ -51,6 +53,19 @@ TEST(X11Shortcut, IsPressedWhateverLocksAreOn) {
     EXPECT_EQ(keys.presses, expected);
     display.stop();
     test::until([&] { return !*keys.available; });
+}
+
+TEST(DesktopServices, IgnoreADisplayOfAnotherMachine) {
+    for (const auto& [display, isKept] : {std::pair(":7", true),
+                                          {"unix:7.0", true},
+                                          {"/tmp/socket:0", true},
+                                          {"host:0", false},
+                                          {"localhost:10.0", false},
+                                          {"tcp/host:0", false}}) {
+        qputenv("DISPLAY", display);
+        desktopServices::ignoreRemoteDisplay();
+        EXPECT_EQ(qEnvironmentVariableIsSet("DISPLAY"), isKept) << display;
+    }
 }
 
 TEST(StatusNotifierHost, IsFollowedFromItsLateStartThroughARestart) {
