@@ -14,7 +14,7 @@ struct Monitors {
     /// In the order in which they are started and stopped. They follow nothing before.
     std::vector<std::unique_ptr<ActivityMonitor>> all;
     /// Returns the present state of the battery; absent while its history is turned off and without
-    /// one. Ends with the monitors.
+    /// one. Uses the monitors, so it must not be called after their end.
     PowerActivityMonitor::ReadBattery battery = PowerActivityMonitor::noBattery;
 };
 
