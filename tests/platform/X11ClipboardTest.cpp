@@ -133,6 +133,8 @@ struct X11ClipboardTest : testing::Test {
     void finish(X11Connection& other) const {
         for (int round = 0; round < 3; ++round) {
             owner(other);
+            // Handles the requests that were received with the answer.
+            other.settle();
             test::settleReaders(*sessions);
         }
     }
