@@ -9,6 +9,7 @@
 #include "views/dialogs/SaveSnapshotDialog.h"
 #include "views/folders/FolderMapView.h"
 #include "views/storage/StorageChartView.h"
+#include "views/workspace/TimelineView.h"
 
 #include <QApplication>
 #include <QDir>
@@ -106,6 +107,17 @@ void atFolderSizes(const Studio& studio) {
 void press(QWidget& widget, Qt::Key key) {
     QKeyEvent event(QEvent::KeyPress, key, {});
     QApplication::sendEvent(&widget, &event);
+}
+
+/// Where the list has the first time in which nothing was observed.
+void atAGap(const Studio& studio) {
+    auto& list = *studio.window->findChild<TimelineView*>();
+    for (int row = 0; row < list.model()->rowCount(); ++row) {
+        const QModelIndex index = list.model()->index(row, 0);
+        if (TimelineModel::kindOf(index) >= TimelineModel::RowKind::gap)
+            return list.scrollTo(index, QAbstractItemView::PositionAtCenter);
+    }
+    throw Error("The list has no gap.");
 }
 
 /// In the map of one folder, its parts.
@@ -207,6 +219,7 @@ std::vector<Scene> scenes() {
              }},
         {.name = "timeline-narrow", .arrange = atTheTimeline, .size = {640, 800}},
         {.name = "timeline-nothing-selected", .arrange = none},
+        {.name = "timeline-gaps", .arrange = atAGap},
         {.name = "search",
          .arrange = [](const Studio& studio) { studio.history().setSearch("draw"); }},
         {.name = "search-without-result",

@@ -2,10 +2,10 @@
 
 #include "core/base/Text.h"
 #include "views/base/CrossButton.h"
-#include "views/base/ElidedLabel.h"
 #include "views/base/Labels.h"
 #include "views/base/ShownText.h"
 #include "views/base/Symbols.h"
+#include "views/base/WrappingLabel.h"
 
 #include <QGridLayout>
 #include <QToolButton>
@@ -19,15 +19,12 @@ namespace {
 constexpr std::size_t mostButtons = 6;
 constexpr std::size_t buttonsInRow = 3;
 
-QWidget* lineOf(const QString& text) {
-    auto* label = new ElidedLabel;
-    label->setText(text);
-    label->setToolTip(text);
-    return label;
+QLabel* lineOf(const QString& text) {
+    return new WrappingLabel(text);
 }
 
 QString countText(const HistoryDigest::Count& count) {
-    return shownText(rawValue(count.category)) + QStringLiteral(" ")
+    return wordsHere(rawValue(count.category)) + QStringLiteral(" ")
            + QString::number(count.events);
 }
 
@@ -92,19 +89,19 @@ void DigestCardView::showLines(const HistoryDigest& digest) {
         more->setText(wordsHere(GrowthReport::title) + QStringLiteral("…"));
         connect(more, &QToolButton::clicked, this, &DigestCardView::growthRequested);
         line->addWidget(more);
-        addLine(tr("Largest changes"), row);
+        addLine(tr("Largest changes"), row, Qt::AlignVCenter);
     }
     if (!digest.freeSpace.empty())
         addLine(tr("Free space"), lineOf(shownText(digest.freeSpace)));
     if (!digest.background.empty())
-        addLine(tr("New background items"), backgroundButtons(digest));
+        addLine(tr("New background items"), backgroundButtons(digest), Qt::AlignVCenter);
     if (const auto gaps = digestText::gaps(digest); !gaps.empty())
         addLine(tr("Not observed"), lineOf(shownText(gaps)));
 }
 
-void DigestCardView::addLine(const QString& heading, QWidget* content) {
+void DigestCardView::addLine(const QString& heading, QWidget* content, Qt::Alignment alignment) {
     const int row = grid->rowCount();
-    grid->addWidget(new DimLabel(heading), row, 0, Qt::AlignTop);
+    grid->addWidget(new DimLabel(heading), row, 0, alignment);
     grid->addWidget(content, row, 1);
 }
 

@@ -26,7 +26,7 @@ Q_SIGNALS:
 
 private:
     void showLines(const HistoryDigest& digest);
-    void addLine(const QString& heading, QWidget* content);
+    void addLine(const QString& heading, QWidget* content, Qt::Alignment alignment = Qt::AlignTop);
     QWidget* backgroundButtons(const HistoryDigest& digest);
 
     DimLabel* period;

@@ -61,7 +61,7 @@ HistoryPane::HistoryPane(const Uses& used, QWidget* parent)
     column->addWidget(labels::separator());
     column->addWidget(messages);
     auto* card = new QVBoxLayout;
-    card->setContentsMargins(14, 0, 14, 0);
+    card->setContentsMargins(14, 12, 14, 0);
     card->addWidget(digest);
     column->addLayout(card);
     column->addWidget(stack, 1);
