@@ -10,10 +10,26 @@ namespace tidemark {
 
 namespace {
 
-std::string listText(const CoverageList& list) {
+/// Why nothing was observed, for each gap; empty where that is not known.
+std::vector<std::string> reasonsOf(const ObservationCoverageReport& report,
+                                   const std::vector<GapRow>& rows) {
+    std::vector<std::string> reasons;
+    for (const auto& gap : report.gaps) {
+        const auto row = std::ranges::find_if(rows, [&](const GapRow& each) {
+            return each.start == gap.start && each.reason != GapRow::Reason::unreadable;
+        });
+        reasons.push_back(row == rows.end() ? std::string() : row->explanation);
+    }
+    return reasons;
+}
+
+std::string listText(const CoverageList& list, const std::vector<std::string>& reasons) {
     std::string out;
-    for (const auto& gap : list.gaps)
-        out += "No capture  " + gap.when + "\n";
+    for (std::size_t i = 0; i < list.gaps.size(); ++i) {
+        out += "No capture  " + list.gaps[i].when + "\n";
+        if (!reasons[i].empty())
+            out += "            " + reasons[i] + "\n";
+    }
     for (const auto& problem : list.problems)
         out += "Not seen    " + problem.when + "\n            " + oneLine(problem.message) + "\n";
     return out;
@@ -32,19 +48,20 @@ std::string futureLine(const std::vector<Date>& future, const Calendar& calendar
 
 } // namespace
 
-std::string coverageText(const Journal& journal, Date since, Date now) {
-    if (journal.snapshots.empty())
+std::string coverageText(const GapSource& source, Date since, Date now) {
+    if (source.snapshots.empty())
         return "No capture has been taken yet.\n";
     if (since > now)
         return "That time has not come yet.\n";
     std::vector<Date> future;
-    for (const auto& snapshot : journal.snapshots)
+    for (const auto& snapshot : source.snapshots)
         if (snapshot->timestamp > now)
             future.push_back(snapshot->timestamp);
     const Calendar calendar;
-    const auto report = ObservationCoverageReport::build(journal.snapshots, since, now);
-    const std::string out =
-        futureLine(future, calendar) + listText(CoverageList::of(report, calendar));
+    const auto report = ObservationCoverageReport::build(source.snapshots, since, now);
+    const std::string out = futureLine(future, calendar)
+                            + listText(CoverageList::of(report, calendar),
+                                       reasonsOf(report, gapRows(source, since, now, calendar)));
     if (!out.empty())
         return out;
     return "Every place was seen at every capture that was due.\n";

@@ -1,13 +1,13 @@
 #pragma once
 
-#include "core/journal/Journal.h"
+#include "core/growth/GapRows.h"
 
 #include <string>
 
 namespace tidemark {
 
-/// The gaps and access problems after `since` until `now`, as text. A problem of several captures
-/// is reported once.
-std::string coverageText(const Journal& journal, Date since, Date now);
+/// The gaps after `since` until `now`, with the reason where it is known, and the access problems,
+/// as text. A problem of several captures is reported once.
+std::string coverageText(const GapSource& source, Date since, Date now);
 
 } // namespace tidemark

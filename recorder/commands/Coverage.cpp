@@ -18,7 +18,7 @@ struct Options {
 
 std::string coverage(const HistoryReading& reading, const Options& options) {
     const Date since = historyTime::since(options.since.value_or(""), reading.now);
-    return coverageText(reading.history.journal, since, reading.now);
+    return coverageText(reading.history.gaps(), since, reading.now);
 }
 
 } // namespace

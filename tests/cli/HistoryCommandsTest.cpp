@@ -1,6 +1,7 @@
 #include "tests/cli/RecorderProgram.h"
 
 #include <filesystem>
+#include <sstream>
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
@@ -164,4 +165,55 @@ TEST_P(HistoryCommands, PreviewChangesNothingAndImportAddsNoDuplicates) {
     outputOf({"import", "--include-routine"});
     const std::string again = outputOf({"import", "--include-routine"});
     EXPECT_FALSE(test::contains(again, "Added"));
+}
+
+TEST_P(HistoryCommands, ShowSizesOverTimeAndCompareMoments) {
+    record();
+    change();
+    const std::string chart = outputOf({"chart", "Stuff", "--width", "60"});
+    EXPECT_TRUE(test::contains(chart, "from 1 GB to 4 GB, last 4 GB."));
+    EXPECT_NE(chart.find('*'), std::string::npos);
+    std::istringstream lines(chart.substr(chart.find('\n')));
+    for (std::string line; std::getline(lines, line);)
+        EXPECT_LE(line.size(), 60U) << line;
+    EXPECT_TRUE(test::contains(outputOf({"chart", "Stuff", "--json"}), "\"bytes\":4000000000"));
+    EXPECT_TRUE(test::contains(outputOf({"chart", "--table"}), "When"));
+    EXPECT_TRUE(test::contains(command({"chart", "Nothing"}).err, "No size of \"Nothing\""));
+
+    EXPECT_TRUE(test::contains(outputOf({"grew", "--since", "1h"}), "+3 GB  100 %  Stuff"));
+    EXPECT_TRUE(test::contains(outputOf({"grew", "--json"}), "\"change\":3000000000"));
+    EXPECT_TRUE(test::contains(outputOf({"digest", "--since", "1h"}), "Storage: 1"));
+
+    EXPECT_TRUE(shows({"diff", "@-1"}));
+    EXPECT_TRUE(shows({"diff", "@-1", "today"}));
+    EXPECT_TRUE(test::contains(outputOf({"diff", "@0", "@-1"}), "Stuff Shrank in Size"));
+    EXPECT_TRUE(test::contains(outputOf({"diff", "today", "latest"}), "Both are the same capture"));
+    EXPECT_EQ(outputOf({"diff", "@0", "@0", "--json"}), "[]\n");
+    const std::string report = (folder / "report.csv").native();
+    outputOf({"diff", "@-1", "@0", "--report", "csv", "--output", report});
+    EXPECT_TRUE(test::contains(test::contents(report), "\"Compare States\""));
+    EXPECT_TRUE(test::contains(command({"diff", "@-2"}).err, "There is no capture \"@-2\""));
+}
+
+TEST_P(HistoryCommands, KeepDailySizesApartFromTheHistory) {
+    record();
+    change();
+    const auto document = folder / "data/Tidemark/storage-history.json";
+    // Written by the recorder after the capture, or by the next command that locks the folder.
+    if (!GetParam())
+        outputOf({"snapshot", "save", "Now"});
+    for (int attempt = 0; attempt < 600 && !std::filesystem::exists(document); ++attempt)
+        outputOf({"status"});
+    EXPECT_EQ(test::modeOf(document), 0600U);
+    EXPECT_TRUE(test::contains(outputOf({"export", "--sizes", "--format", "csv"}),
+                               "\"folder\",\"Stuff\",\"\",\"\",\"4000000000\""));
+    if (GetParam())
+        return;
+    folder.write("data/Tidemark/storage-history.json", "{");
+    const Outcome outcome = command({"chart", "Stuff"});
+    EXPECT_EQ(outcome.status, 0) << "what the history has is drawn";
+    EXPECT_TRUE(test::contains(outcome.err, "storage-history.json could not be read"));
+    EXPECT_TRUE(test::contains(outputOf({"status"}), "storage-history.json could not be read"));
+    EXPECT_EQ(command({"capture"}).status, 0);
+    EXPECT_EQ(test::contents(document), "{");
 }
