@@ -249,6 +249,7 @@ void StorageChartPainter::drawStep(const ChartLayout::Position& from,
 }
 
 void StorageChartPainter::drawMarks(std::optional<std::size_t> emphasized) const {
+    const QPixmap mark = markImage(markRadius, strong());
     double last = -markDistance;
     for (std::size_t i = 0; i < chart.marks.size(); ++i) {
         const double x = layout.x(chart.marks[i].event->timestamp);
@@ -256,17 +257,32 @@ void StorageChartPainter::drawMarks(std::optional<std::size_t> emphasized) const
         if (i == emphasized || std::abs(x - last) < markDistance)
             continue;
         last = x;
-        drawMark(x, markRadius, strong());
+        drawMark(x, mark);
     }
     if (emphasized)
-        drawMark(layout.x(chart.marks[*emphasized].event->timestamp), markRadius + 2, accent());
+        drawMark(layout.x(chart.marks[*emphasized].event->timestamp),
+                 markImage(markRadius + 2, accent()));
 }
 
-void StorageChartPainter::drawMark(double x, double radius, const QColor& color) const {
-    const QPointF centre = at({x, layout.bottom});
-    painter.setPen(QPen(look.palette.color(QPalette::Active, QPalette::Base), 1.5));
-    painter.setBrush(color);
-    painter.drawEllipse(centre, radius, radius);
+/// Drawn once: a chart has hundreds of them.
+QPixmap StorageChartPainter::markImage(double radius, const QColor& color) const {
+    const double side = 2 * radius + 3;
+    const double ratio = painter.device()->devicePixelRatioF();
+    QPixmap image((QSizeF(side, side) * ratio).toSize());
+    image.setDevicePixelRatio(ratio);
+    image.fill(Qt::transparent);
+    QPainter drawing(&image);
+    drawing.setRenderHint(QPainter::Antialiasing);
+    drawing.setPen(QPen(look.palette.color(QPalette::Active, QPalette::Base), 1.5));
+    drawing.setBrush(color);
+    drawing.drawEllipse(QPointF(side / 2, side / 2), radius, radius);
+    return image;
+}
+
+void StorageChartPainter::drawMark(double x, const QPixmap& image) const {
+    const QSizeF size = image.deviceIndependentSize();
+    painter.drawPixmap(at({x, layout.bottom}) - QPointF(size.width() / 2, size.height() / 2),
+                       image);
 }
 
 void StorageChartPainter::drawLatest() const {

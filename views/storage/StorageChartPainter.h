@@ -5,6 +5,7 @@
 
 #include <QFont>
 #include <QPalette>
+#include <QPixmap>
 #include <QRect>
 #include <optional>
 
@@ -60,7 +61,8 @@ private:
     void drawText(const QRectF& rect, Qt::Alignment alignment, const QString& text,
                   const QFont& font, const QColor& color) const;
     void drawStep(const ChartLayout::Position& from, const ChartLayout::Position& to) const;
-    void drawMark(double x, double radius, const QColor& color) const;
+    QPixmap markImage(double radius, const QColor& color) const;
+    void drawMark(double x, const QPixmap& image) const;
     void drawUpright(double x, const QPen& pen, double from) const;
 
     QPainter& painter;

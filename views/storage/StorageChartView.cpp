@@ -36,6 +36,7 @@ void StorageChartView::present(std::shared_ptr<const StorageChart> shown) {
     // At the same time as before, as far as there is a point.
     const auto stood = current ? std::optional(chart->points[*current].at) : std::nullopt;
     chart = std::move(shown);
+    reading.reset();
     current = stood ? chart->nearestPoint(*stood) : std::nullopt;
     setAccessibleDescription(shownText(storageChartText::summary(*chart, Calendar())));
     lay();
@@ -109,10 +110,19 @@ void StorageChartView::paintEvent(QPaintEvent*) {
     if (point && !gap)
         parts.drawCursor(*point, hasFocus() && point == current);
     if (gap)
-        parts.drawReading(ChartReading::ofGap(*chart, *gap, Calendar()), *pointer);
+        parts.drawReading(readingAt({}, gap), *pointer);
     else if (point)
-        parts.drawReading(ChartReading::ofPoint(*chart, *point, Calendar()),
-                          layout.x(chart->points[*point].at));
+        parts.drawReading(readingAt(point, {}), layout.x(chart->points[*point].at));
+}
+
+/// Made once for each place of the cursor, since formatting dates takes longer than drawing.
+const ChartReading& StorageChartView::readingAt(std::optional<std::size_t> point,
+                                                std::optional<std::size_t> gap) {
+    if (!reading || reading->point != point || reading->gap != gap)
+        reading = Reading{point, gap,
+                          point ? ChartReading::ofPoint(*chart, *point, Calendar())
+                                : ChartReading::ofGap(*chart, *gap, Calendar())};
+    return reading->text;
 }
 
 void StorageChartView::resizeEvent(QResizeEvent*) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/growth/ChartLayout.h"
+#include "core/growth/ChartReading.h"
 #include "views/base/AccessibleParts.h"
 #include "views/storage/ComparedMoments.h"
 
@@ -56,12 +57,20 @@ private:
     void move(std::ptrdiff_t steps);
     double leftToRight(double x) const;
     std::optional<std::size_t> markNear(Date at) const;
+    const ChartReading& readingAt(std::optional<std::size_t> point, std::optional<std::size_t> gap);
     void chooseEventAt(Date at);
 
     std::shared_ptr<const StorageChart> chart;
     ChartLayout layout;
     ComparedMoments moments;
     std::optional<std::size_t> current;
+    /// The text at the cursor, and the point or the gap that it is about.
+    struct Reading {
+        std::optional<std::size_t> point;
+        std::optional<std::size_t> gap;
+        ChartReading text;
+    };
+    std::optional<Reading> reading;
     /// Where the pointer is; absent outside of the plot.
     std::optional<double> pointer;
 };
