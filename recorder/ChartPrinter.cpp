@@ -189,7 +189,7 @@ std::string ChartPrinter::text(const StorageChart& chart) const {
                + "\n";
     }
     out += std::string(labels + 1, ' ') + "+" + std::string(drawn, '-') + "\n";
-    out += indent + dateLine(chart, axes, drawn, calendar) + "\n";
+    out += withoutEnd(indent + dateLine(chart, axes, drawn, calendar)) + "\n";
     const std::string notes = legend(chart, calendar);
     return notes.empty() ? out : out + "\n" + notes;
 }

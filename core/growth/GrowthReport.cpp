@@ -57,6 +57,8 @@ void addFreeSpace(GrowthReport& report, const Samples& samples, const Window& wi
     const Ends ends = endsOf(samples, window);
     if (!ends.before || !ends.after || ends.before == ends.after)
         report.freeProblem = "Free space is not known at both ends of this period.";
+    else if (ends.before->volumeID.empty() || ends.after->volumeID.empty())
+        report.freeProblem = "Free space can’t be compared: it is not known of which volume it is.";
     else if (!ends.areKnown(StorageSubjectKind::freeSpace))
         report.freeProblem = "Free space can’t be compared: it is that of another volume.";
     else {

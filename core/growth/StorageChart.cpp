@@ -48,11 +48,19 @@ private:
 };
 
 std::string breakText(const StorageSample& before, const StorageSample& after) {
-    if (before.volumeID == after.volumeID && !after.volumeID.empty())
+    if (before.volumeID == after.volumeID)
         return "Measured in another way";
+    if (after.volumeID.empty())
+        return "Volume not known";
     if (after.volumeName.empty())
         return "New volume";
     return "New volume: " + oneLine(after.volumeName);
+}
+
+/// False for two sizes of a volume whose identity is not known: they can't be compared, but nothing
+/// tells of a change.
+bool isChanged(const StorageSample& before, const StorageSample& after) {
+    return before.volumeID != after.volumeID || before.isRolling != after.isRolling;
 }
 
 std::string gapText(Date start, Date end) {
@@ -79,7 +87,7 @@ void addPoints(StorageChart& chart, const Samples& samples, const Joining& joini
         const bool isShown = sample.at > chart.since;
         if (isShown && previous && !isWithin)
             chart.gaps.push_back({previous->at, sample.at, gapText(previous->at, sample.at)});
-        if (isShown && previous && !isComparable)
+        if (isShown && previous && !isComparable && isChanged(*previous, sample))
             chart.breaks.push_back({sample.at, breakText(*previous, sample)});
         if (isShown)
             begin(chart, sample, chart.points.empty() || !isComparable || !isWithin);

@@ -56,7 +56,8 @@ public:
     /// Shares the changed series, and applies the limits.
     void finish() {
         for (auto& [place, series] : changed)
-            history.series[place].emplace(std::move(series));
+            if (history.series[place] != series)
+                history.series[place].emplace(std::move(series));
         changed.clear();
         dropOld();
         dropChildren();
@@ -156,7 +157,7 @@ private:
     void put(std::size_t place, Measured& size, const Snapshot& snapshot) {
         const auto& known = at(place);
         const bool hasPoints = !known.measuredAt.empty();
-        if (hasPoints && size.at <= known.measuredAt.back())
+        if (hasPoints && size.at < known.measuredAt.back())
             return;
         const bool isSameDay = hasPoints && isOneDay(known.measuredAt.back(), size.at);
         auto& series = edited(place);
@@ -255,14 +256,16 @@ bool StorageHistory::catchUp(const std::vector<Shared<Snapshot>>& snapshots,
     const Date newest = newestThrough(*this, last);
     std::vector<const Snapshot*> later;
     for (const auto& snapshot : snapshots)
-        if (wholeSecond(snapshot->timestamp) > newest && snapshot->timestamp <= last)
+        // Two captures may be of one second.
+        if (wholeSecond(snapshot->timestamp) >= newest && snapshot->timestamp <= last)
             later.push_back(&*snapshot);
     std::ranges::stable_sort(later, {}, &Snapshot::timestamp);
+    const auto before = series;
     Recording recording(*this, calendar);
     for (const auto* snapshot : later)
         recording.add(*snapshot);
     recording.finish();
-    return !later.empty();
+    return series != before;
 }
 
 } // namespace tidemark

@@ -98,6 +98,12 @@ TEST(StorageChart, BreaksAtANewVolumeAndAnotherWayOfMeasuring) {
     moved.volumeContext->name = "Fast";
     EXPECT_EQ(shape(chartOf(source({sized(1.5 * hour, 5), moved, sized(2.5 * hour, 5)}), 3 * hour)),
               " 2 | 2 | 3; break 2 New volume: Fast; break 3 New volume: Data");
+    auto unknown = sized(1.5 * hour, 5);
+    unknown.volumeID.reset();
+    auto later = unknown;
+    later.timestamp = Date{2 * hour};
+    EXPECT_EQ(shape(chartOf(source({unknown, later}), 2 * hour)), " 2 | 2")
+        << "not comparable, but nothing tells of another volume";
     auto atOnce = sized(2 * hour, 5, {{downloads, {{"a", 2}}}});
     FolderSize size = *atOnce.folders.front();
     size.rollingMeasurement.reset();

@@ -97,6 +97,8 @@ TEST(StorageHistory, FollowsTheLargestChildren) {
 TEST(StorageHistory, DropsWhatIsTooOldAndWhatIsFromTheFuture) {
     EXPECT_EQ(recorded({sized(hour, 1), sized(StorageHistory::secondsKept + 2 * hour, 2)}),
               "Free space " + std::to_string(366 * 240 + 2) + "/2; ");
+    EXPECT_EQ(recorded({sized(hour + 0.2, 7), sized(hour + 0.7, 8)}), "Free space 1/8; ")
+        << "two captures in one second";
     StorageHistory history;
     history.record(sized(100 * day, 1), utc);
     history.record(sized(2 * day, 2), utc);
