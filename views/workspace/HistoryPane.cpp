@@ -60,10 +60,12 @@ HistoryPane::HistoryPane(const Uses& used, QWidget* parent)
     column->addWidget(comparisonBar);
     column->addWidget(labels::separator());
     column->addWidget(messages);
-    auto* card = new QVBoxLayout;
+    // A layout would keep its margins while the card is hidden.
+    auto* aroundDigest = new QWidget;
+    auto* card = new QVBoxLayout(aroundDigest);
     card->setContentsMargins(14, 12, 14, 0);
     card->addWidget(digest);
-    column->addLayout(card);
+    column->addWidget(aroundDigest);
     column->addWidget(stack, 1);
     column->addWidget(labels::separator());
     column->addWidget(footer);
@@ -283,7 +285,7 @@ std::vector<GapRow> HistoryPane::shownGaps() const {
 
 void HistoryPane::refreshDigest() {
     const auto& card = uses.model.digest().shown();
-    digest->setVisible(card.has_value() && isWholeTimeline());
+    digest->parentWidget()->setVisible(card.has_value() && isWholeTimeline());
     if (card)
         digest->present(*card);
 }
