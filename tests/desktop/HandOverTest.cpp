@@ -6,9 +6,12 @@
 #include <QProcess>
 #include <QProcessEnvironment>
 #include <QTimer>
+#include <array>
 #include <optional>
 
 #include <gtest/gtest.h>
+#include <poll.h>
+#include <sys/socket.h>
 
 using namespace tidemark;
 using namespace Qt::StringLiterals;
@@ -23,7 +26,7 @@ struct HandOver : testing::Test {
         createPrivateFolders(data);
         lock.emplace(FolderLock::take(data).value());
         ending = std::make_unique<LocalListener>(sockets.front(), *lock,
-                                                 [this](FileDescriptor) { wasAsked = true; });
+                                                 [this](FileDescriptor client) { take(client); });
     }
     void start(const char* path, const QStringList& arguments) {
         const QString root = QString::fromStdString(folder.path().native());
@@ -37,6 +40,13 @@ struct HandOver : testing::Test {
         variables.insert(u"QT_QPA_PLATFORM"_s, u"offscreen"_s);
         program.setProcessEnvironment(variables);
         program.start(QString::fromUtf8(path), arguments);
+    }
+    /// Receives the request of a client, whose connection is closed then.
+    void take(const FileDescriptor& client) {
+        pollfd state{client.get(), POLLIN, 0};
+        EXPECT_EQ(::poll(&state, 1, -1), 1);
+        std::array<char, 4096> request{};
+        wasAsked = ::recv(client.get(), request.data(), request.size(), 0) > 0;
     }
     /// Ends the recorder when the program has asked it.
     void endWhenAsked() {
@@ -82,6 +92,15 @@ TEST_F(HandOver, ACommandForTheWindowEndsWhenNoProgramFollows) {
     EXPECT_EQ(status(), 1);
     EXPECT_EQ(program.readAllStandardError(),
               "tidemark: No window is open; tidemark-desktop opens one.\n");
+}
+
+TEST_F(HandOver, ACommandThatMayHaveBeenCarriedOutIsNotRepeated) {
+    start(TIDEMARK_PROGRAM, {u"capture"_s});
+    endWhenAsked();
+    lock.reset();
+    EXPECT_EQ(status(), 1);
+    EXPECT_TRUE(program.readAllStandardError().contains("not known whether"));
+    EXPECT_FALSE(std::filesystem::exists(data / "journal.json"));
 }
 
 TEST_F(HandOver, TheProgramWithWindowsFollowsARecorderThatEndsMeanwhile) {
