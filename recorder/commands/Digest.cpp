@@ -1,5 +1,6 @@
 #include "core/base/Text.h"
 #include "core/growth/HistoryDigest.h"
+#include "core/growth/StorageChartText.h"
 #include "core/presentation/SystemWords.h"
 #include "recorder/Commands.h"
 #include "recorder/HistoryFilter.h"
@@ -118,7 +119,8 @@ std::string textOf(const HistoryDigest& digest, const Calendar& calendar) {
     for (const auto& gap : digest.gaps)
         gaps.push_back(gap.title + ", " + gap.times
                        + (gap.explanation.empty() ? "" : ". " + gap.explanation));
-    std::string out = "The last " + digestText::period(digest, calendar) + "\n";
+    std::string out = "Since " + moment(digest.since) + " ("
+                      + storageChartText::lengthInWords(digest.through - digest.since) + ")\n";
     out += digest.freeSpace + "\n";
     addSection(out, "Events", counts);
     addSection(out, "Largest changes", largest);
