@@ -33,9 +33,9 @@ struct StorageHistory {
     /// capture, made while the clock was ahead, are dropped.
     void record(const Snapshot& snapshot, const Calendar& calendar);
 
-    /// Adds the snapshots that are later than every point. The last one is the latest capture;
-    /// those dated after it, and points after it, come from a clock that was ahead. False when
-    /// there is none to add.
+    /// Adds the snapshots that are as late as the newest point or later. The last one is the latest
+    /// capture; those dated after it, and points after it, come from a clock that was ahead. False
+    /// when nothing has changed.
     bool catchUp(const std::vector<Shared<Snapshot>>& snapshots, const Calendar& calendar);
 
     bool operator==(const StorageHistory&) const = default;
