@@ -4,7 +4,7 @@ namespace tidemark::manual {
 
 namespace {
 
-/// In a specification of _arguments, these characters end a part.
+/// In an argument of _arguments, these characters end the text before them.
 std::string part(std::string_view text) {
     return replaced(replaced(replaced(text, "\\", "\\\\"), ":", "\\:"), "]", "\\]");
 }
@@ -27,7 +27,7 @@ std::string valueOf(const OptionDescription& option) {
 }
 
 /// The words for _arguments, a line each.
-std::string specification(const OptionDescription& option) {
+std::string descriptionOf(const OptionDescription& option) {
     const auto line = [](const std::string& text) { return " \\\n        " + inQuotes(text); };
     if (option.form.isPositional)
         return line((option.isRepeated ? "*" : "") + valueOf(option));
@@ -41,7 +41,7 @@ std::string specification(const OptionDescription& option) {
 std::string argumentsOf(const Continuation& place) {
     std::string text = "_arguments -S";
     for (const auto& option : place.options)
-        text += specification(option);
+        text += descriptionOf(option);
     return text + "\n";
 }
 

@@ -13,7 +13,7 @@ std::vector<std::string> privateNames();
 
 /// `sentence` without private details. "[path]" stands for each path, except for the name of one of
 /// the program's own documents; "[name]" for a text in quotation marks and for each of the words in
-/// `names`. Where it can't be told where a path ends, as with blanks in it, the rest is left out.
+/// `names`. Where the end of a path is not certain, as with blanks in it, the rest is left out.
 std::string of(std::string_view sentence, const std::vector<std::string>& names);
 
 } // namespace tidemark::publicText

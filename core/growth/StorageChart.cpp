@@ -57,8 +57,8 @@ std::string breakText(const StorageSample& before, const StorageSample& after) {
     return "New volume: " + oneLine(after.volumeName);
 }
 
-/// False for two sizes of a volume whose identity is not known: they can't be compared, but nothing
-/// tells of a change.
+/// False for two sizes of a volume whose identity is not known: they can't be compared, though
+/// no change of the volume was seen either.
 bool isChanged(const StorageSample& before, const StorageSample& after) {
     return before.volumeID != after.volumeID || before.isRolling != after.isRolling;
 }

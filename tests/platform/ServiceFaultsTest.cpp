@@ -57,7 +57,7 @@ struct Subject {
     /// Announces that state.
     std::function<QDBusMessage(bool yes)> news;
     std::function<Know(const MessageBus& bus, AppClock& clock)> create;
-    /// What it knows of the other state.
+    /// What the adapter reports in the other state.
     const char* no = "no";
 
     friend void PrintTo(const Subject& subject, std::ostream* out) { *out << subject.name; }

@@ -19,7 +19,7 @@ QColor folder(const QPalette& palette);
 QColor textOn(const QPalette& palette, const QColor& surface);
 /// The colour of the pattern on a surface.
 QColor patternOn(const QPalette& palette, FolderMap::Trend trend, const QColor& surface);
-/// By which the trends can be told apart without colours.
+/// The pattern of a trend, for those who don't see the colours.
 Qt::BrushStyle pattern(FolderMap::Trend trend);
 
 } // namespace tidemark::folderMapColors
