@@ -86,6 +86,9 @@ private:
                     invocation->check();
                     return {.command = command, .invocation = std::move(invocation)};
                 }
+        for (const auto& [name, family] : familyParsers)
+            if (family->parsed())
+                return {.text = family->help()};
         return {.text = app.help()};
     }
 
@@ -97,10 +100,10 @@ private:
         }
         auto& family = familyFor(command);
         addEntry(parserFor(family, command.name.substr(space + 1), command), command);
-        if (!command.family.empty()) {
+        if (!command.family.empty())
             family.description(std::string(command.family));
+        if (command.answersFamily())
             addOptions(families.emplace_back(Entry{&family, &command, command.invoke()}), family);
-        }
     }
 
     CLI::App& parserFor(CLI::App& parent, std::string_view name, const Command& command) {

@@ -80,7 +80,7 @@ std::string sectionOf(const Command& command) {
                        + line(std::string(command.summary) + ".");
     if (!command.details.empty())
         text += ".PP\n" + line(replaced(command.details, "\n", " "));
-    if (!command.family.empty()) {
+    if (command.answersFamily()) {
         const auto family = command.name.substr(0, command.name.find(' '));
         text +=
             ".PP\n" + inFont('B', "tidemark " + std::string(family)) + " alone does the same.\n";

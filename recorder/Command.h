@@ -3,6 +3,7 @@
 #include "recorder/CommandOption.h"
 
 #include <QCoroTask>
+#include <algorithm>
 #include <filesystem>
 #include <functional>
 #include <memory>
@@ -87,13 +88,20 @@ struct Command {
     std::string_view summary;
     /// More text for the help of this command; may be empty.
     std::string_view details{};
-    /// The summary of all commands with the same first word. Set for one of them, which is also
-    /// carried out when only that word is given.
+    /// The summary of all commands with the same first word; set for one of them.
     std::string_view family{};
 
     std::vector<OptionDescription> options{};
     /// Makes an invocation with the default options.
     std::function<std::unique_ptr<Invocation>()> invoke{};
+
+    /// True for the command that is also carried out when only its first word is given: that with
+    /// `family`, unless it needs more words.
+    bool answersFamily() const {
+        return !family.empty() && std::ranges::none_of(options, [](const auto& option) {
+            return option.form.isRequired;
+        });
+    }
 };
 
 } // namespace tidemark
