@@ -94,9 +94,12 @@ void drawBreaks(Grid& grid, const StorageChart& chart, const Axes& axes) {
 void drawStep(Grid& grid, const Axes& axes, const StorageChart::Point& from,
               const StorageChart::Point& to) {
     const auto end = axes.column(to.at);
-    const auto [top, bottom] = std::minmax(axes.row(from.bytes), axes.row(to.bytes));
+    const auto before = axes.row(from.bytes);
+    const auto after = axes.row(to.bytes);
     for (auto column = axes.column(from.at) + 1; column < end; ++column)
-        grid.set(column, axes.row(from.bytes), '-');
+        grid.set(column, before, '-');
+    // std::minmax returns references.
+    const auto [top, bottom] = std::minmax(before, after);
     for (auto row = top + 1; row < bottom; ++row)
         grid.setIfEmpty(end, row, '|');
 }
