@@ -39,8 +39,8 @@ StorageHistory tenYears(const Snapshot& first) {
         const Date last = filled.measuredAt.back();
         filled.measuredAt.clear();
         filled.bytes.clear();
-        for (int i = years * 365; i > 0; --i) {
-            filled.measuredAt.push_back(last + -i * day);
+        for (std::int64_t i = years * 365; i > 0; --i) {
+            filled.measuredAt.push_back(last + -static_cast<double>(i) * day);
             filled.bytes.push_back(50'000'000'000 - i * 1'000'003);
         }
         series.emplace(std::move(filled));
