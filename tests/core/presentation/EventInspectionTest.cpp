@@ -159,7 +159,8 @@ TEST(EventInspection, ShowsTheSizeOfAnApplicationOnlyWithItsVersion) {
 }
 
 TEST(EventInspection, ShowsTheTextOfAClipAndWhatCanBeDoneWithIt) {
-    auto clip = MemoryRecord::make(MemoryRecord::Kind::clipboard, Date{}, "a b", {}, {}, {}, Date{});
+    auto clip =
+        MemoryRecord::make(MemoryRecord::Kind::clipboard, Date{}, "a b", {}, {}, {}, Date{});
     clip.text = "a\nb";
     const auto made = inspected(MemoryEvents::event(Shared(MemoryRecord(clip))));
     EXPECT_NE(rowsOf(made).find("Text: a\nb\n"), std::string::npos) << rowsOf(made);
