@@ -286,8 +286,7 @@ bool JsonPreferences::save() {
     if (!writable)
         return false;
     try {
-        guard.require();
-        createPrivateFolders(path.parent_path());
+        createPrivateFolders(path.parent_path(), guard);
         const auto bytes =
             document->root.dump(4, ' ', false, Json::error_handler_t::replace) + "\n";
         replaceFile(path, bytes, guard);

@@ -33,8 +33,7 @@ std::optional<std::int64_t> versionOf(std::string_view bytes) {
 
 /// Creates the missing folders of a document. Returns the file to replace.
 std::filesystem::path prepared(const std::filesystem::path& file, const FolderGuard& guard) {
-    guard.require();
-    createPrivateFolders(file.parent_path());
+    createPrivateFolders(file.parent_path(), guard);
     return replaceablePath(file);
 }
 

@@ -96,11 +96,13 @@ bool fileExists(const std::filesystem::path& path) {
     throw FileError::ofSystem(path, "could not be inspected", errno);
 }
 
-void createPrivateFolders(const std::filesystem::path& folder) {
-    if (folder.empty() || ::mkdir(folder.c_str(), 0700) == 0)
+void createPrivateFolders(const std::filesystem::path& folder, const FolderGuard& guard) {
+    guard.require();
+    // The guarded folder may be removed at any moment after the check.
+    if (folder.empty() || folder == guard.guarded() || ::mkdir(folder.c_str(), 0700) == 0)
         return;
     if (errno == ENOENT) {
-        createPrivateFolders(folder.parent_path());
+        createPrivateFolders(folder.parent_path(), guard);
         if (::mkdir(folder.c_str(), 0700) == 0)
             return;
     }

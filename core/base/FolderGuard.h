@@ -1,6 +1,8 @@
 #pragma once
 
+#include <filesystem>
 #include <functional>
+#include <utility>
 
 namespace tidemark {
 
@@ -12,15 +14,19 @@ public:
     /// Permits everything. For files outside of a locked folder, such as one named on the command
     /// line.
     FolderGuard() = default;
-    /// `isOwn` returns whether the folder is still this process's own. Use `FolderLock::guard` to
-    /// make one for a locked folder.
-    explicit FolderGuard(std::function<bool()> isOwn) : isOwn(std::move(isOwn)) {}
+    /// `isOwn` returns whether `folder` is still this process's own. Use `FolderLock::guard` to make
+    /// one for a locked folder.
+    explicit FolderGuard(std::function<bool()> isOwn, std::filesystem::path folder = {})
+        : isOwn(std::move(isOwn)), folder(std::move(folder)) {}
 
     /// Throws an `Error` when the folder is no longer this process's own.
     void require() const;
+    /// The guarded folder; empty for a guard without one.
+    const std::filesystem::path& guarded() const { return folder; }
 
 private:
     std::function<bool()> isOwn;
+    std::filesystem::path folder;
 };
 
 } // namespace tidemark

@@ -95,10 +95,11 @@ bool FolderLock::isCurrent() const {
 }
 
 FolderGuard FolderLock::guard() const {
-    return FolderGuard([held = std::weak_ptr(file)] {
+    const auto isOwn = [held = std::weak_ptr(file)] {
         const auto locked = held.lock();
         return locked && isFileAt(locked->descriptor, locked->path);
-    });
+    };
+    return FolderGuard(isOwn, file->path.parent_path());
 }
 
 } // namespace tidemark

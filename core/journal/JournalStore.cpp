@@ -39,8 +39,8 @@ void removeUnfinishedBackups(const fs::path& parent) {
 /// A temporary folder, removed with its contents unless it was renamed.
 class WorkingDirectory {
 public:
-    explicit WorkingDirectory(fs::path place) : path(std::move(place)) {
-        createPrivateFolders(path);
+    WorkingDirectory(fs::path place, const FolderGuard& guard) : path(std::move(place)) {
+        createPrivateFolders(path, guard);
     }
     ~WorkingDirectory() {
         std::error_code ignored;
@@ -114,8 +114,8 @@ void JournalStore::preservePreUpgradeHistory(const fs::path& source,
             throw IncompleteBackupError();
         return;
     }
-    createPrivateFolders(parent);
-    const WorkingDirectory working(parent / (std::string(workingPrefix) + Uuid::random().text()));
+    const WorkingDirectory working(parent / (std::string(workingPrefix) + Uuid::random().text()),
+                                   guard);
 
     const std::string sourceName = source.filename().native();
     std::vector<std::string> copied{sourceName};

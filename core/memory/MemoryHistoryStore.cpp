@@ -21,8 +21,8 @@ fs::path folderOf(const fs::path& document) {
     return document.has_parent_path() ? document.parent_path() : fs::path(".");
 }
 
-void makePrivate(const fs::path& folder) {
-    createPrivateFolders(folder);
+void makePrivate(const fs::path& folder, const FolderGuard& guard) {
+    createPrivateFolders(folder, guard);
     if (::chmod(folder.c_str(), 0700) != 0)
         throw FileError::ofSystem(folder, "could not be made private", errno);
 }
@@ -94,8 +94,7 @@ void MemoryHistoryStore::save(const MemoryArchive& archive) {
         throw StoreError(StoreError::Kind::notReadable,
                          textFromBytes(url.native())
                              + " could not be read, so it is not replaced.");
-    guard.require();
-    makePrivate(folderOf(url));
+    makePrivate(folderOf(url), guard);
     payloads.prepare();
 
     std::set<std::string> wanted;

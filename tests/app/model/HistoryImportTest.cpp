@@ -49,7 +49,10 @@ struct HistoryImportTest : test::ModelFixture {
         EXPECT_FALSE(state().busy());
         return message();
     }
-    void forget() { std::filesystem::remove_all(data); }
+    void forget() {
+        model.reset();
+        std::filesystem::remove_all(data);
+    }
 
     std::vector<InstallationRecord> found;
     bool reportFails = false;

@@ -77,4 +77,10 @@ TEST(CreatePrivateFolders, CreatesPrivateParentsAndLeavesExistingFolders) {
 
     folder.write("file", "");
     EXPECT_THROW(createPrivateFolders(folder / "file/below"), FileError);
+
+    // The guarded folder is removed just after the guard was asked.
+    const FolderGuard guard([] { return true; }, folder / "data");
+    EXPECT_THROW(createPrivateFolders(folder / "data/Backups", guard), FileError);
+    EXPECT_THROW(replaceFile(folder / "data/file", "", guard), FileError);
+    EXPECT_FALSE(fileExists(folder / "data"));
 }
