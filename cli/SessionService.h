@@ -11,6 +11,10 @@ namespace tidemark::sessionService {
 /// The service of this system. Throws `Error` where this release has none.
 std::unique_ptr<RecorderService> ofSystem();
 
+/// Whether the service waits until another process, such as a program with windows, has ended,
+/// which records into the data folder.
+bool isWaiting(const RecorderService::Status& status);
+
 /// The status as a sentence with a line break.
 std::string sentence(const RecorderService::Status& status);
 

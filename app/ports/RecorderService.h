@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
 
 namespace tidemark {
@@ -9,11 +10,13 @@ namespace tidemark {
 /// `Error` when it can't or there is no such service.
 class RecorderService {
 public:
-    enum class Activity { stopped, running, failed };
+    enum class Activity { stopped, starting, running, failed };
 
     struct Status {
         bool startsWithSession = false;
         Activity activity = Activity::stopped;
+        /// The number of its process; 0 while it has none.
+        std::int64_t process = 0;
     };
 
     virtual ~RecorderService() = default;

@@ -10,7 +10,9 @@ namespace {
 
 int serviceDisable(const NoOptions&) {
     const auto service = sessionService::ofSystem();
-    const bool wasRunning = service->status().activity == RecorderService::Activity::running;
+    using enum RecorderService::Activity;
+    const auto activity = service->status().activity;
+    const bool wasRunning = activity == running || activity == starting;
     service->disable();
     console::print(std::string(wasRunning ? "The service has ended" : "The service is off")
                    + " and does not start with your next session. The history stays.\n");

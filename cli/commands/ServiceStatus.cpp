@@ -5,11 +5,12 @@
 
 namespace tidemark {
 
-/// The texts of the activity in JSON.
+/// The texts of the activity in JSON, beside "waiting".
 template <>
 inline constexpr auto json::rawValues<RecorderService::Activity> =
     std::to_array<json::RawValue<RecorderService::Activity>>({
         {RecorderService::Activity::stopped, "stopped"},
+        {RecorderService::Activity::starting, "starting"},
         {RecorderService::Activity::running, "running"},
         {RecorderService::Activity::failed, "failed"},
     });
@@ -24,21 +25,25 @@ struct Options {
     }
 };
 
-struct Shown {
+struct Answer {
     bool startsWithSession = false;
-    RecorderService::Activity activity{};
+    std::string activity;
 
     static constexpr auto fields() {
-        return std::tuple{Field{"startsWithSession", &Shown::startsWithSession},
-                          Field{"activity", &Shown::activity}};
+        return std::tuple{Field{"startsWithSession", &Answer::startsWithSession},
+                          Field{"activity", &Answer::activity, Shown}};
     }
 };
 
 int serviceStatus(const Options& options) {
     const auto status = sessionService::ofSystem()->status();
-    console::print(options.json
-                       ? json::encoded(Shown{status.startsWithSession, status.activity}) + "\n"
-                       : sessionService::sentence(status));
+    if (!options.json) {
+        console::print(sessionService::sentence(status));
+        return 0;
+    }
+    const std::string activity =
+        sessionService::isWaiting(status) ? "waiting" : std::string(rawValue(status.activity));
+    console::print(json::encoded(Answer{status.startsWithSession, activity}) + "\n");
     return 0;
 }
 

@@ -4,6 +4,7 @@
 #include "core/base/Text.h"
 
 #include <QProcess>
+#include <charconv>
 #include <filesystem>
 #include <map>
 #include <ranges>
@@ -49,17 +50,22 @@ RecorderService::Status SystemdService::parse(std::string_view properties) {
         throw Error("The service " + std::string(unit)
                     + " is not installed; the package of Tidemark and make install bring it.");
     const auto active = values["ActiveState"];
-    return {.startsWithSession = values["UnitFileState"].starts_with("enabled"),
-            .activity = active == "failed"     ? Activity::failed
-                        : active == "inactive" ? Activity::stopped
-                                               : Activity::running};
+    const auto number = values["MainPID"];
+    Status status{.startsWithSession = values["UnitFileState"].starts_with("enabled"),
+                  .activity = active == "failed"       ? Activity::failed
+                              : active == "inactive"   ? Activity::stopped
+                              : active == "activating" ? Activity::starting
+                                                       : Activity::running};
+    std::from_chars(number.data(), number.data() + number.size(), status.process);
+    return status;
 }
 
 RecorderService::Status SystemdService::status() const {
-    return parse(systemctl({QStringLiteral("show"),
-                            QStringLiteral("--property=LoadState,UnitFileState,ActiveState"),
-                            QString::fromLatin1(unit)})
-                     .toStdString());
+    return parse(
+        systemctl({QStringLiteral("show"),
+                   QStringLiteral("--property=LoadState,UnitFileState,ActiveState,MainPID"),
+                   QString::fromLatin1(unit)})
+            .toStdString());
 }
 
 void SystemdService::enable() {

@@ -40,15 +40,16 @@ struct ServiceOfSession : testing::Test {
         const auto output = manager->home() / "output";
         std::filesystem::remove(output);
         // In a shell of its own, since a failure would end the one that runs it.
-        manager->run(("{ ( " + command + " ) >'" + output.native() + ".part' 2>&1; mv '"
-                      + output.native() + ".part' '" + output.native() + "'; }")
+        manager->run(("{ ( tidemark=" TIDEMARK_PROGRAM "; " + command + " ) >'" + output.native()
+                      + ".part' 2>&1; mv '" + output.native() + ".part' '" + output.native()
+                      + "'; }")
                          .c_str());
         QTimer look;
         look.start(5);
         test::until([&] { return std::filesystem::exists(output); });
         return test::contents(output);
     }
-    std::string tidemark(const std::string& words) { return printed(TIDEMARK_PROGRAM " " + words); }
+    std::string tidemark(const std::string& words) { return printed("$tidemark " + words); }
 
     std::optional<test::UserManager> manager;
 };
@@ -68,6 +69,18 @@ TEST_F(ServiceOfSession, RunsRestrictedFromEnableToDisable) {
     for (const char* line : {"NoNewPrivs:\t1", "Seccomp:\t2"})
         EXPECT_NE(state.find(line), state.npos) << state;
 
+    const std::string waiting = printed(R"(
+        systemctl --user stop tidemark.service
+        $tidemark run --setup none 2>/dev/null &
+        until $tidemark status --json | grep -q '"running":true'; do :; done
+        systemctl --user start tidemark.service
+        $tidemark service status
+        $tidemark service status --json
+        kill $!; wait)");
+    EXPECT_EQ(waiting, "The service waits until another program, which records now, ends; it "
+                       "starts with your session.\n"
+                       "{\"startsWithSession\":true,\"activity\":\"waiting\"}\n");
+
     EXPECT_EQ(tidemark("service disable"),
               "The service has ended and does not start with your next session. The history "
               "stays.\n");
@@ -77,14 +90,16 @@ TEST_F(ServiceOfSession, RunsRestrictedFromEnableToDisable) {
 
 TEST(SystemdServiceTest, ReadsTheStateOfItsUnit) {
     const auto state = [](const char* enabled, const char* active) {
-        const auto status = SystemdService::parse(std::string("LoadState=loaded\nUnitFileState=")
-                                                  + enabled + "\nActiveState=" + active + "\n");
+        const auto status =
+            SystemdService::parse(std::string("MainPID=42\nLoadState=loaded\nUnitFileState=")
+                                  + enabled + "\nActiveState=" + active + "\n");
+        EXPECT_EQ(status.process, 42);
         return std::pair(status.startsWithSession, status.activity);
     };
     EXPECT_EQ(state("enabled", "active"), std::pair(true, Activity::running));
     EXPECT_EQ(state("enabled-runtime", "inactive"), std::pair(true, Activity::stopped));
     EXPECT_EQ(state("disabled", "failed"), std::pair(false, Activity::failed));
-    EXPECT_EQ(state("disabled", "activating"), std::pair(false, Activity::running));
+    EXPECT_EQ(state("disabled", "activating"), std::pair(false, Activity::starting));
     EXPECT_THROW(SystemdService::parse("LoadState=not-found\nActiveState=inactive\n"), Error);
 }
 
