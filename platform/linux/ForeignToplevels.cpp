@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <span>
+#include <utility>
 
 namespace tidemark {
 
@@ -43,6 +44,7 @@ const ForeignToplevels::Protocol::ManagerListener ForeignToplevels::Protocol::ma
                 window, reinterpret_cast<void (**)()>(const_cast<WindowListener*>(&windowListener)),
                 data);
         },
+    // That no window is known any more does not mean that they are closed.
     .finished = [](void* data, wl_proxy*) { self(data).windows.clear(); },
 };
 
@@ -62,11 +64,12 @@ const ForeignToplevels::Protocol::WindowListener ForeignToplevels::Protocol::win
             if (auto* window = self(data).windowOf(object))
                 window->isActive = std::ranges::find(numbers, activated) != numbers.end();
         },
-    .done = [](void*, wl_proxy*) {},
+    .done = [](void* data, wl_proxy*) { self(data).changed(); },
     .closed =
         [](void* data, wl_proxy* object) {
             self(data).windows.remove_if(
                 [&](const Window& window) { return window.object.get() == object; });
+            self(data).changed();
         },
 };
 
@@ -118,7 +121,8 @@ const wl_interface& ForeignToplevels::Protocol::managerInterface() {
     return tables.manager;
 }
 
-ForeignToplevels::ForeignToplevels(WaylandConnection& connection) {
+ForeignToplevels::ForeignToplevels(WaylandConnection& connection, std::function<void()> changed)
+    : changed(std::move(changed)) {
     const auto* global = connection.global(Protocol::name);
     if (global == nullptr)
         return;
@@ -140,6 +144,14 @@ std::optional<std::string> ForeignToplevels::activeApplication() const {
     if (found == windows.end() || found->application.empty())
         return std::nullopt;
     return found->application;
+}
+
+std::set<std::string> ForeignToplevels::applications() const {
+    std::set<std::string> all;
+    for (const auto& window : windows)
+        if (!window.application.empty())
+            all.insert(window.application);
+    return all;
 }
 
 } // namespace tidemark

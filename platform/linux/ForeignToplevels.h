@@ -2,8 +2,10 @@
 
 #include "platform/linux/WaylandConnection.h"
 
+#include <functional>
 #include <list>
 #include <optional>
+#include <set>
 #include <string>
 
 namespace tidemark {
@@ -12,16 +14,21 @@ namespace tidemark {
 /// the compositor has it. Lives on the thread of the connection.
 class ForeignToplevels {
 public:
-    explicit ForeignToplevels(WaylandConnection& connection);
+    /// `changed` is called when a window has appeared, changed or gone, and for each window that
+    /// exists at the start.
+    explicit ForeignToplevels(WaylandConnection& connection, std::function<void()> changed = [] {});
 
     /// False when this compositor does not report windows.
     bool isOffered() const { return static_cast<bool>(manager); }
     /// The identifier of the application of the active window; absent without one.
     std::optional<std::string> activeApplication() const;
+    /// The identifiers of the applications that have a window.
+    std::set<std::string> applications() const;
 
 private:
     struct Window {
         WaylandObject object;
+        /// Empty until the compositor has told it, and for programs without one.
         std::string application;
         bool isActive = false;
     };
@@ -29,6 +36,7 @@ private:
 
     Window* windowOf(wl_proxy* object);
 
+    const std::function<void()> changed;
     WaylandObject manager;
     std::list<Window> windows;
 };

@@ -41,19 +41,23 @@ std::optional<std::string> systemServices::clipboardAbsence() {
 std::unique_ptr<ApplicationSource> systemServices::applications() {
     std::vector<std::unique_ptr<ApplicationLaunches::Source>> sources;
     sources.push_back(std::make_unique<UnitApplications>(UnitApplications::Setup{}));
-    sources.push_back(std::make_unique<WindowApplications>(WindowApplications::Setup{}));
+    for (const auto server : {WindowApplications::Server::x11, WindowApplications::Server::wayland})
+        sources.push_back(
+            std::make_unique<WindowApplications>(WindowApplications::Setup{.server = server}));
     return std::make_unique<ApplicationLaunches>(std::move(sources));
 }
 
 std::optional<std::string> systemServices::applicationsAbsence() {
-    if (!GraphicalSessions::Addresses::ofEnvironment().x11.empty())
+    const auto addresses = GraphicalSessions::Addresses::ofEnvironment();
+    if (!addresses.wayland.empty() || !addresses.x11.empty())
         return std::nullopt;
     // The socket of the user's service manager.
     const auto runtime = UserFolders::runtime();
     std::error_code unknown;
     if (runtime && std::filesystem::exists(*runtime / "systemd/private", unknown))
         return std::nullopt;
-    return "There is neither a service manager of this user nor an X11 session, so launches of "
+    return "There is neither a service manager of this user nor a graphical session, so launches "
+           "of "
            "applications can’t be noticed.";
 }
 

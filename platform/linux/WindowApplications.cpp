@@ -2,20 +2,13 @@
 
 #include "app/base/Background.h"
 #include "core/base/Error.h"
+#include "platform/linux/WaylandApplications.h"
 #include "platform/linux/X11Applications.h"
 
 #include <algorithm>
 #include <iterator>
 
 namespace tidemark {
-
-namespace {
-
-std::string instanceOf(const std::string& id) {
-    return std::string(WindowApplications::firstWord) + id;
-}
-
-} // namespace
 
 WindowApplications::~WindowApplications() {
     WindowApplications::stop();
@@ -25,19 +18,26 @@ WindowApplications::~WindowApplications() {
 void WindowApplications::start(ApplicationLaunches& of) {
     launches = &of;
     calls.emplace();
-    auto* server = uses.sessions->x11();
-    if (server == nullptr)
+    if (uses.server == Server::x11)
+        follow<X11Applications>(uses.sessions->x11(), uses.sessions->x11Applications());
+    else
+        follow<WaylandApplications>(uses.sessions->wayland(), uses.sessions->waylandApplications());
+}
+
+template <class Reader, class Session>
+void WindowApplications::follow(Session* session,
+                                const std::shared_ptr<ApplicationFinder>& finder) {
+    if (session == nullptr)
         return;
     const auto changed = [this, post = calls->post()](const std::vector<ClipApplication>& now) {
         Identifiers ids;
         std::ranges::transform(now, std::inserter(ids, ids.end()), &ClipApplication::id);
         post([this, ids = std::move(ids)] { show(ids); });
     };
-    const auto make = [changed,
-                       finder = uses.sessions->x11Applications()](X11Connection& connection) {
-        return std::make_unique<X11Applications>(connection, changed, *finder);
+    const auto make = [changed, finder](auto& connection) {
+        return std::make_unique<Reader>(connection, changed, *finder);
     };
-    reader = server->add({make, [this, post = calls->post()] { post([this] { lose(); }); }});
+    reader = session->add({make, [this, post = calls->post()] { post([this] { lose(); }); }});
 }
 
 void WindowApplications::stop() {
@@ -61,7 +61,7 @@ void WindowApplications::show(Identifiers now) {
 void WindowApplications::lose() {
     shown.reset();
     ++generation;
-    launches->forget(firstWord);
+    launches->forget(firstWord());
 }
 
 QCoro::Task<void> WindowApplications::open(std::string id, bool isAssumed) {
@@ -92,6 +92,14 @@ QCoro::Task<void> WindowApplications::close(std::string id, Date moment) {
     const bool isTimeOver = co_await uses.clock.sleep(windowlessTime, tasks.token());
     if (isTimeOver && began == generation && !shown->contains(id))
         launches->remove(instanceOf(id), moment);
+}
+
+std::string_view WindowApplications::firstWord() const {
+    return uses.server == Server::x11 ? "X11 window " : "Wayland window ";
+}
+
+std::string WindowApplications::instanceOf(const std::string& id) const {
+    return std::string(firstWord()) + id;
 }
 
 } // namespace tidemark

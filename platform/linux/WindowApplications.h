@@ -13,16 +13,19 @@
 
 namespace tidemark {
 
-/// Applications by their windows on an X11 server (`X11Applications`), for desktops and launchers
-/// that start programs without a unit. Only those with a desktop entry count. Main thread only.
+/// Applications by their windows on a display server (`X11Applications`, `WaylandApplications`),
+/// for desktops and launchers that start programs without a unit. Only those with a desktop entry
+/// count. Main thread only.
 class WindowApplications final : public ApplicationLaunches::Source {
 public:
     /// Seconds for which an application may be without a window, as while its window is replaced
     /// by another one, or while another window manager takes over.
     static constexpr double windowlessTime = 2;
-    static constexpr std::string_view firstWord = "window ";
+
+    enum class Server { x11, wayland };
 
     struct Setup {
+        Server server = Server::x11;
         std::shared_ptr<GraphicalSessions> sessions = GraphicalSessions::ofProcess();
         AppClock& clock = AppClock::system();
         /// The folders with desktop entries. Called on any thread.
@@ -41,11 +44,17 @@ public:
 private:
     using Identifiers = std::set<std::string>;
 
+    /// Follows the windows of a session by a `Reader`; does nothing where there is no session.
+    template <class Reader, class Session>
+    void follow(Session* session, const std::shared_ptr<ApplicationFinder>& finder);
     void show(Identifiers now);
-    /// There is no server, or it has no list of windows.
+    /// There is no server at present.
     void lose();
     QCoro::Task<void> open(std::string id, bool isAssumed);
     QCoro::Task<void> close(std::string id, Date moment);
+    /// The word with which the names of its instances begin.
+    std::string_view firstWord() const;
+    std::string instanceOf(const std::string& id) const;
 
     const Setup uses;
     ApplicationLaunches* launches = nullptr;

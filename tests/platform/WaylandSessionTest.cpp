@@ -3,7 +3,9 @@
 #include "platform/linux/DataControl.h"
 #include "platform/linux/SessionClipboard.h"
 #include "platform/linux/SessionDisplays.h"
+#include "platform/linux/WindowApplications.h"
 #include "tests/app/support/Await.h"
+#include "tests/app/support/ManualAppClock.h"
 #include "tests/platform/DisplayServers.h"
 
 #include <atomic>
@@ -15,6 +17,15 @@ using namespace tidemark;
 using namespace Qt::StringLiterals;
 
 namespace {
+
+/// A program with a window that names this identifier.
+struct NamedWindow : test::ChildProgram {
+    NamedWindow(const test::WaylandServer& server, const QString& id) {
+        server.prepare(*this);
+        process.setStandardErrorFile(QProcess::nullDevice());
+        start({u"foot"_s, u"--app-id="_s + id, u"sleep"_s, u"600"_s});
+    }
+};
 
 /// A program that owns the clipboard and logs what it is asked for.
 class LoggedOffer {
@@ -92,6 +103,14 @@ struct WaylandSessionTest : testing::Test {
     void untilLogged(const std::string& end) {
         test::until([&] { return log.ends_with(end + " "); });
     }
+    /// Copies until the clipboard knows an application in front.
+    void untilAWindowIsInFront() {
+        while (!frontmost) {
+            const auto number = std::to_string(log.size());
+            copy(QByteArray::fromStdString(number));
+            untilLogged(number);
+        }
+    }
     /// What is asked for of an item of these types, after all has been handled.
     std::string askedOf(const std::vector<std::string>& types) const {
         const auto other = WaylandConnection::open(server->display(), [] {});
@@ -168,17 +187,9 @@ TEST_F(WaylandSessionTest, AsksNothingOfMarkedItemsNorOfTheNext) {
 TEST_F(WaylandSessionTest, AsksNothingWhileAnExcludedApplicationIsInFront) {
     if (!test::hasPrograms({"foot"}))
         GTEST_SKIP() << "foot is not installed";
-    test::ChildProgram vault;
-    server->prepare(vault);
-    vault.process.setStandardErrorFile(QProcess::nullDevice());
-    vault.start({u"foot"_s, u"--app-id=org.example.Vault"_s, u"sleep"_s, u"600"_s});
+    NamedWindow vault(*server, u"org.example.Vault"_s);
     watch();
-    // Until its window is there.
-    while (!frontmost) {
-        const auto number = std::to_string(log.size());
-        copy(QByteArray::fromStdString(number));
-        untilLogged(number);
-    }
+    untilAWindowIsInFront();
     EXPECT_EQ(frontmost, (ClipApplication{"org.example.Vault", "org.example.Vault"}));
     watch("another, org.example.Vault");
     EXPECT_EQ(askedOf({"text/plain"}), "");
@@ -187,6 +198,58 @@ TEST_F(WaylandSessionTest, AsksNothingWhileAnExcludedApplicationIsInFront) {
     copy("honest");
     untilLogged("honest");
     EXPECT_EQ(frontmost, std::nullopt);
+}
+
+TEST_F(WaylandSessionTest, ReportsLaunchesAndQuitsByWindows) {
+    if (!test::hasPrograms({"foot"}))
+        GTEST_SKIP() << "foot is not installed";
+    const test::TemporaryFolder entries;
+    for (const char* name : {"Editor", "Player", "Viewer"})
+        entries.write(std::string(name) + ".desktop",
+                      std::string("[Desktop Entry]\nType=Application\nExec=/bin/sleep\nName=")
+                          + name + "\n");
+    NamedWindow editor(*server, u"Editor"_s);
+    watch();
+    untilAWindowIsInFront();
+
+    test::ManualAppClock clock;
+    std::vector<std::unique_ptr<ApplicationLaunches::Source>> sources;
+    sources.push_back(std::make_unique<WindowApplications>(WindowApplications::Setup{
+        .server = WindowApplications::Server::wayland,
+        .sessions = sessions,
+        .clock = clock,
+        .folders = [path = entries.path()] { return std::vector{path}; }}));
+    const auto& windows = static_cast<const WindowApplications&>(*sources.front());
+    ApplicationLaunches launches(std::move(sources), clock);
+    std::string reported;
+    launches.start([&](const ApplicationSource::Change& change) {
+        const bool isLaunch = change.kind == ApplicationSource::Change::Kind::launched;
+        reported += (isLaunch ? "+" : "-") + change.application.id + " ";
+    });
+    test::until([&] { return windows.isFollowing(); });
+    const auto expect = [&](const std::string& expected) {
+        QTimer time;
+        time.callOnTimeout([&] { clock.advance(1); });
+        time.start(5);
+        test::until([&] { return reported.size() >= expected.size(); });
+        EXPECT_EQ(std::exchange(reported, {}), expected);
+    };
+    NamedWindow player(*server, u"Player"_s);
+    expect("+Player ");
+    const NamedWindow unknown(*server, u"Unknown"_s);
+    const NamedWindow viewer(*server, u"Viewer"_s);
+    expect("+Viewer ");
+    editor.stop();
+    expect("-Editor ");
+    NamedWindow second(*server, u"Player"_s);
+    player.stop();
+    second.stop();
+    expect("-Player ");
+    // The end of the compositor does not mean that the programs have ended.
+    server.reset();
+    test::until([&] { return !windows.isFollowing(); });
+    clock.advance(10);
+    EXPECT_EQ(reported, "");
 }
 
 TEST_F(WaylandSessionTest, ServesWhatItPutsBack) {
