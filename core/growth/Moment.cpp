@@ -69,10 +69,18 @@ std::optional<std::size_t> placeFromEnd(std::string_view text) {
     return number.ec == std::errc() && number.ptr == end ? std::optional(place) : std::nullopt;
 }
 
+std::string textOf(std::size_t placeFromEnd) {
+    return placeFromEnd == 0 ? "@0" : "@-" + std::to_string(placeFromEnd);
+}
+
 Moment nthFromEnd(const Snapshots& snapshots, std::size_t place, std::string_view text) {
-    if (place >= snapshots.size())
-        throw Error("There is no capture " + quoted(text) + ": " + std::to_string(snapshots.size())
-                    + " are kept, the oldest is @-" + std::to_string(snapshots.size() - 1) + ".");
+    const std::size_t count = snapshots.size();
+    if (place >= count)
+        throw Error(
+            "There is no capture " + quoted(text) + ": "
+            + (count == 1 ? "only @0 is kept"
+                          : std::to_string(count) + " are kept, the oldest is " + textOf(count - 1))
+            + ".");
     return {snapshots[snapshots.size() - 1 - place]};
 }
 
@@ -132,7 +140,7 @@ std::size_t countThrough(const Snapshots& snapshots, Date at) {
 }
 
 std::string neighbour(const Snapshots& snapshots, std::size_t place, const Calendar& calendar) {
-    return "@-" + std::to_string(snapshots.size() - 1 - place) + " ("
+    return textOf(snapshots.size() - 1 - place) + " ("
            + timeText(snapshots[place]->timestamp, calendar) + ")";
 }
 

@@ -69,14 +69,11 @@ TEST_F(ServiceOfSession, RunsRestrictedFromEnableToDisable) {
     for (const char* line : {"NoNewPrivs:\t1", "Seccomp:\t2"})
         EXPECT_NE(state.find(line), state.npos) << state;
 
-    const std::string waiting = printed(R"(
-        systemctl --user stop tidemark.service
-        $tidemark run --setup none 2>/dev/null &
-        until $tidemark status --json | grep -q '"running":true'; do :; done
-        systemctl --user start tidemark.service
-        $tidemark service status
-        $tidemark service status --json
-        kill $!; wait)");
+    const std::string waiting =
+        printed("systemctl --user stop tidemark.service; $tidemark run --setup none 2>/dev/null & "
+                "until $tidemark status --json | grep -q '\"running\":true'; do :; done; "
+                "systemctl --user start tidemark.service; "
+                "$tidemark service status; $tidemark service status --json; kill $!; wait");
     EXPECT_EQ(waiting, "The service waits until another program, which records now, ends; it "
                        "starts with your session.\n"
                        "{\"startsWithSession\":true,\"activity\":\"waiting\"}\n");

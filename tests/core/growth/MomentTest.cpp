@@ -33,9 +33,9 @@ Journal journal() {
 }
 
 /// The free space of the capture that a text selects, or the error.
-std::string found(const std::string& text) {
+std::string found(const std::string& text, const Journal& kept = journal()) {
     try {
-        return std::to_string(*momentOf(journal(), text, now, utc).snapshot->freeBytes);
+        return std::to_string(*momentOf(kept, text, now, utc).snapshot->freeBytes);
     } catch (const Error& error) {
         return error.what();
     }
@@ -99,6 +99,12 @@ TEST(Moment, IsSelectedByNameDateAgeAndPlace) {
     for (const char* text :
          {"", "@", "@-", "@--1", "@-1x", "-1d", "nand", "@-99999999999999999999"})
         EXPECT_TRUE(found(text).contains("no capture")) << text << ": " << found(text);
+    Journal single = journal();
+    single.snapshots.erase(single.snapshots.begin() + 1, single.snapshots.end());
+    EXPECT_EQ(found("@-1", single), "There is no capture \"@-1\": only @0 is kept.");
+    EXPECT_EQ(found("yesterday", single),
+              "No capture of \"yesterday\" is kept; the last one before it is @0 (10 Jan 2001, "
+              "10:00:00).");
     try {
         momentOf({}, "@0", now, utc);
         FAIL();
