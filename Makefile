@@ -112,7 +112,8 @@ check-format: packages ## Fail when a source is not formatted
 
 lint: ## Run clang-tidy over all sources
 	@packaging/install-packages packaging/debian-packages.txt packaging/debian-packages-lint.txt
-	@cmake --preset dev -DCMAKE_CXX_COMPILER=clang++-19 -B build/lint >/dev/null
+	@cmake --preset dev -DCMAKE_CXX_COMPILER=clang++-19 -DCMAKE_DISABLE_PRECOMPILE_HEADERS=ON \
+		-B build/lint >/dev/null
 	@run-clang-tidy-19 -quiet -p build/lint -header-filter='/(core|app|platform|recorder|cli|tests|bench)/' \
 		$(filter %.cpp,$(abspath $(SOURCES)))
 

@@ -53,6 +53,11 @@ struct HistoryImportTest : test::ModelFixture {
         model.reset();
         std::filesystem::remove_all(data);
     }
+    /// Puts a folder at the place of the journal.
+    void preventSaving() {
+        std::filesystem::remove(data / "journal.json");
+        std::filesystem::create_directories(data / "journal.json");
+    }
 
     std::vector<InstallationRecord> found;
     bool reportFails = false;
@@ -98,13 +103,11 @@ TEST_F(HistoryImportTest, TriesAgainAfterAFailure) {
     EXPECT_EQ(error(), "none");
 
     reportFails = false;
-    // A file instead of the data folder, so that nothing can be saved.
-    std::filesystem::remove_all(data);
-    folder.write("Tidemark", "");
+    preventSaving();
     test::await(imports().importInitialHistoryIfNeeded());
     EXPECT_EQ(message(), failure);
     EXPECT_EQ(state().journal(), Journal());
-    std::filesystem::remove(data);
+    std::filesystem::remove(data / "journal.json");
     test::await(imports().importInitialHistoryIfNeeded());
     EXPECT_EQ(reports, 3);
     EXPECT_EQ(state().journal()->initialHistoryImportCompletedAt, clock.now());
@@ -186,8 +189,7 @@ TEST_F(HistoryImportTest, PreviewsAndImportsTheSelectedRecords) {
 
     const Journal before = *state().journal();
     test::await(imports().previewImport());
-    std::filesystem::remove_all(data);
-    folder.write("Tidemark", "");
+    preventSaving();
     EXPECT_EQ(test::await(imports().importHistory({record("hull")})), std::nullopt);
     EXPECT_TRUE(error().starts_with("History couldn’t be saved. "));
     EXPECT_EQ(state().journal(), before);
