@@ -1,10 +1,10 @@
 #pragma once
 
-#include "app/monitors/MonitorStatus.h"
 #include "app/ports/ServiceReport.h"
 #include "core/records/OperatingSystemObservation.h"
 #include "core/records/Snapshot.h"
 #include "recorder/DocumentReport.h"
+#include "recorder/RecorderStatus.h"
 
 #include <string>
 #include <vector>
@@ -15,35 +15,6 @@ namespace tidemark {
 /// can be shown to others: no path of the user, no name of the user, the machine, a network or a
 /// device, and nothing that was recorded.
 struct Diagnosis {
-    /// The answer of the running recorder to the command "status"; without a recorder, what is
-    /// stored.
-    struct Recorder {
-        bool running = false;
-        std::string mode;
-        std::string activity;
-        std::string schedule;
-        std::optional<Date> lastCapture;
-        std::optional<Date> nextCapture;
-        std::int64_t snapshots = 0;
-        std::int64_t events = 0;
-        std::int64_t folders = 0;
-        std::vector<MonitorStatus> monitors;
-        std::vector<std::string> problems;
-
-        static constexpr auto fields() {
-            return std::tuple{Field{"running", &Recorder::running},
-                              Field{"mode", &Recorder::mode, Shown},
-                              Field{"activity", &Recorder::activity, Shown},
-                              Field{"schedule", &Recorder::schedule, Shown},
-                              Field{"lastCapture", &Recorder::lastCapture},
-                              Field{"nextCapture", &Recorder::nextCapture},
-                              Field{"snapshots", &Recorder::snapshots},
-                              Field{"events", &Recorder::events},
-                              Field{"folders", &Recorder::folders},
-                              Field{"monitors", &Recorder::monitors},
-                              Field{"problems", &Recorder::problems, Shown}};
-        }
-    };
     /// A setting that is on or off.
     struct Setting {
         std::string key;
@@ -66,7 +37,8 @@ struct Diagnosis {
     std::int64_t secondsEastOfUTC = 0;
     /// Whether the service is turned on and runs, as a sentence.
     std::string service;
-    Recorder recorder;
+    /// Its problems are without private details here.
+    RecorderStatus recorder;
     /// What the last capture found, and what it could not read.
     std::vector<MonitorStatus> collectors;
     std::vector<std::string> issues;

@@ -64,7 +64,7 @@ public:
         found.system = SystemFacts::collectOperatingSystem();
         found.clock = Date::now();
         found.secondsEastOfUTC = secondsEastOfUTC(found.clock);
-        if (auto answer = answerTo<Diagnosis::Recorder>(commands::status()))
+        if (auto answer = answerTo<RecorderStatus>(commands::status()))
             found.recorder = *std::move(answer);
         if (auto answer = answerTo<SettingsAnswer>(commands::settingsList()))
             useSettings(*std::move(answer));

@@ -5,6 +5,7 @@
 #include "recorder/Commands.h"
 #include "recorder/HistoryTime.h"
 #include "recorder/Recorder.h"
+#include "recorder/RecorderStatus.h"
 #include "recorder/StoredRecords.h"
 #include "recorder/TypedInvocation.h"
 
@@ -22,40 +23,9 @@ struct Options {
     }
 };
 
-struct Status {
-    /// True when a recorder is running.
-    bool running = false;
-    std::string mode;
-    std::string activity;
-    std::string schedule;
-    std::optional<Date> lastCapture;
-    std::optional<Date> nextCapture;
-    std::int64_t snapshots = 0;
-    std::int64_t events = 0;
-    std::int64_t folders = 0;
-    /// Empty when no recorder is running.
-    std::vector<MonitorStatus> monitors;
-    std::vector<std::string> problems;
-
-    static constexpr auto fields() {
-        return std::tuple{
-            Field{"running", &Status::running},
-            Field{"mode", &Status::mode, Shown},
-            Field{"activity", &Status::activity, Shown},
-            Field{"schedule", &Status::schedule, Shown},
-            Field{"lastCapture", &Status::lastCapture},
-            Field{"nextCapture", &Status::nextCapture},
-            Field{"snapshots", &Status::snapshots},
-            Field{"events", &Status::events},
-            Field{"folders", &Status::folders},
-            Field{"monitors", &Status::monitors},
-            Field{"problems", &Status::problems, Private},
-        };
-    }
-};
-
-Status stored(const Journal& journal, const Preferences& preferences, const FolderAccess& folders) {
-    Status status;
+RecorderStatus stored(const Journal& journal, const Preferences& preferences,
+                      const FolderAccess& folders) {
+    RecorderStatus status;
     status.mode = read(preferences, preference::recordingMode);
     status.activity = status.mode == "paused" ? "Paused" : "No recorder runs";
     status.schedule = label(captureSchedule(preferences));
@@ -79,7 +49,7 @@ void line(std::string& out, const std::string& label, const std::string& value) 
            + oneLine(systemWords::shown(value)) + "\n";
 }
 
-std::string shown(const Status& status, bool asJson) {
+std::string shown(const RecorderStatus& status, bool asJson) {
     if (asJson)
         return json::encoded(status) + "\n";
     std::string out;
@@ -101,7 +71,7 @@ std::string shown(const Status& status, bool asJson) {
 
 QCoro::Task<std::string> status(CommandContext& context, const Options& options) {
     const auto& state = context.state();
-    Status status = stored(*state.journal(), context.preferences(), context.folders());
+    RecorderStatus status = stored(*state.journal(), context.preferences(), context.folders());
     status.running = context.isRunning;
     // The mode in effect, which could not be stored if the disk is full.
     if (context.isRunning && state.loaded())
@@ -122,7 +92,7 @@ std::optional<CommandAnswer> storedStatus(StoredRecords& records, const Options&
     auto& preferences = records.preferences();
     const RecordedHistory history = records.history();
     const FolderAccess folders(preferences, BookmarkOperations::direct());
-    Status status = stored(history.journal, preferences, folders);
+    RecorderStatus status = stored(history.journal, preferences, folders);
     for (auto& problem : history.problems())
         status.problems.push_back(std::move(problem));
     return CommandAnswer{shown(status, options.json)};
