@@ -120,6 +120,8 @@ QCoro::Task<void> AppModel::start() {
     if (!isOpen)
         co_return;
     co_await runs.open(true);
+    if (isEnding())
+        co_return;
     co_await startLiveServices();
     co_await catchUp();
 }

@@ -33,12 +33,14 @@ QCoro::Task<void> RecorderRuns::open(bool recording) {
         qCWarning(capturesLog, "When the recorder ran is not known: %s", error.what());
         co_return;
     }
-    if (!recording)
+    // A program that ends during its start records nothing, and has no later moment for `close`.
+    if (!recording || state.isEnding)
         co_return;
     isRecording = true;
-    mode = state.recordingMode;
     captures = state.keptCaptures();
     add(Kind::started);
+    // Recording can be paused and resumed while no recorder runs.
+    followMode();
 }
 
 void RecorderRuns::close() {
@@ -51,12 +53,16 @@ void RecorderRuns::followState() {
     // See `StorageHistoryKeeper::followState`.
     if (!isRecording || state.isEnding)
         return;
-    const RecordingMode present = state.recordingMode;
-    if (std::exchange(mode, present) != present)
-        add(present == RecordingMode::paused ? Kind::paused : Kind::resumed);
+    followMode();
     const auto kept = state.keptCaptures();
     if (std::exchange(captures, kept) != kept)
         add(Kind::running);
+}
+
+void RecorderRuns::followMode() {
+    const bool paused = !state.canRecord();
+    if (paused != isPaused(known))
+        add(paused ? Kind::paused : Kind::resumed);
 }
 
 void RecorderRuns::add(Kind kind) {

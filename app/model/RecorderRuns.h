@@ -40,6 +40,7 @@ public:
 
 private:
     void followState();
+    void followMode();
     void add(RecorderRun::Kind kind);
     QCoro::Task<void> save();
 
@@ -50,7 +51,6 @@ private:
     const TaskScope& tasks;
     WorkerPool thread{1};
     std::vector<RecorderRun> known;
-    RecordingMode mode{};
     std::uint64_t captures = 0;
     bool isRecording = false;
 };

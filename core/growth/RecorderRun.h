@@ -48,4 +48,7 @@ inline constexpr auto json::rawValues<RecorderRun::Kind> =
 /// Adds a record, within the limit. A `running` replaces one that is the last.
 void append(std::vector<RecorderRun>& runs, RecorderRun next);
 
+/// Whether recording was paused, and not resumed, according to the records.
+bool isPaused(const std::vector<RecorderRun>& runs);
+
 } // namespace tidemark

@@ -119,6 +119,31 @@ TEST_F(GrowthTest, RecordsWhenItRanAndWasPaused) {
     EXPECT_EQ(runs(), expected);
 }
 
+TEST_F(GrowthTest, RecordsAPauseThatBeganOrEndedWhileItDidNotRun) {
+    start();
+    finish();
+    model->setRecordingMode(RecordingMode::paused);
+    test::settle();
+    preferences.set(preference::recordingMode.name, "recording");
+    restart();
+    EXPECT_FALSE(isPaused(model->recorderRuns().records()));
+    preferences.set(preference::recordingMode.name, "paused");
+    restart();
+    EXPECT_TRUE(isPaused(model->recorderRuns().records()));
+}
+
+TEST_F(GrowthTest, StartsNothingWhenItIsEndedDuringTheStart) {
+    create();
+    // The records of runs are being read by then.
+    QObject::connect(
+        &*model, &AppModel::readingEnded, &*model, [this] { model->stopAutomaticCaptures(); },
+        Qt::SingleShotConnection);
+    start();
+    finish();
+    EXPECT_FALSE(test::contains(live.log, "activity")) << live.log;
+    EXPECT_EQ(runs(), "");
+}
+
 TEST_F(GrowthTest, MakesAChartForEachChoiceAndAfterEachCapture) {
     storeJournal({sized(now() - 2 * day, 7, {{downloads, {{"a", 1}}}}),
                   sized(now() - hour, 8, {{downloads, {{"a", 5}}}})});
