@@ -13,17 +13,8 @@ namespace {
 /// Of a chart that has one point in time.
 constexpr double shortestPeriod = 3'600;
 
-/// A smaller change of a size would look like a large one on an axis of its own.
-constexpr double smallestRange = 0.02;
 /// An empty beginning of the period that is longer is left out.
 constexpr double longestLead = 0.05;
-
-/// Where the axis of sizes should begin at the latest.
-std::int64_t leastShown(const StorageChart& chart) {
-    const auto most = static_cast<double>(chart.most);
-    const bool isLevel = most - static_cast<double>(chart.least) < smallestRange * most;
-    return isLevel ? 0 : chart.least;
-}
 
 Date firstShown(const StorageChart& chart) {
     if (chart.points.empty())
@@ -96,7 +87,7 @@ ChartLayout ChartLayout::of(const StorageChart& chart, const Metrics& metrics,
         layout.through = chart.through + shortestPeriod / 2;
     }
     const auto sizes = chartScale::sizeTicks(
-        leastShown(chart), chart.most, countIn(layout.bottom - layout.top, metrics.sizeHeight) + 1);
+        chart.least, chart.most, countIn(layout.bottom - layout.top, metrics.sizeHeight) + 1);
     layout.least = sizes.front().bytes;
     layout.most = std::max(sizes.back().bytes, layout.least + 1);
     for (const auto& tick : sizes)

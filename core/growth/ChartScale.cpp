@@ -13,6 +13,11 @@ namespace {
 
 using namespace std::chrono;
 
+/// Fits into 64 bits.
+constexpr double largestSize = 9.2e18;
+/// Part of the largest size: a smaller change would look like a large one on an axis of its own.
+constexpr double smallestRange = 0.02;
+
 /// 1, 2 or 5 times a power of ten, at least `step`.
 double roundStep(double step) {
     const double power = std::pow(10, std::floor(std::log10(std::max(step, 1.0))));
@@ -90,7 +95,7 @@ local_seconds next(const Step& step, local_seconds at) {
 std::vector<SizeTick> sizeTicks(std::int64_t least, std::int64_t most, std::size_t limit) {
     const double high = static_cast<double>(std::max<std::int64_t>(most, 1));
     double low = static_cast<double>(std::min(least, most));
-    if (low < high / 3)
+    if (low < high / 3 || high - low < smallestRange * high)
         low = std::min(low, 0.0);
     const auto intervals = static_cast<double>(std::max<std::size_t>(limit, 3) - 1);
     double step = roundStep((high - low) / intervals);
@@ -102,7 +107,7 @@ std::vector<SizeTick> sizeTicks(std::int64_t least, std::int64_t most, std::size
     }
     std::vector<SizeTick> ticks;
     for (int i = 0; ticks.size() < 2 || first + (i - 1) * step < high; ++i) {
-        const double value = std::min(first + i * step, 9.2e18);
+        const double value = std::clamp(first + i * step, -largestSize, largestSize);
         const auto bytes = static_cast<std::int64_t>(value);
         ticks.push_back({bytes, bytes == 0 ? "0" : byteString(bytes)});
     }

@@ -201,6 +201,7 @@ TEST(ChartScale, HasRoundSizesThatIncludeAll) {
     EXPECT_EQ(labels(0, 9 * gigabyte), "0 5 GB 10 GB ");
     EXPECT_EQ(labels(90 * gigabyte, 99 * gigabyte), "90 GB 95 GB 100 GB ");
     EXPECT_EQ(labels(0, 0), "0 1 byte ");
+    EXPECT_EQ(labels(99 * gigabyte, 100 * gigabyte), "0 50 GB 100 GB ") << "hardly any change";
     for (std::int64_t most = 1; most < 8'000'000 * gigabyte; most = most * 3 + 1)
         for (const std::int64_t least : {most / 7, most / 2, most}) {
             const auto ticks = chartScale::sizeTicks(least, most, 5);
@@ -209,6 +210,12 @@ TEST(ChartScale, HasRoundSizesThatIncludeAll) {
             EXPECT_LE(ticks.front().bytes, least);
             EXPECT_GE(ticks.back().bytes, most);
         }
+    // Of a damaged document.
+    constexpr auto largest = std::numeric_limits<std::int64_t>::max();
+    for (const auto& [least, most] : {std::pair(largest, largest), std::pair(-largest, largest)}) {
+        const auto ticks = chartScale::sizeTicks(least, most, 5);
+        EXPECT_LT(ticks.front().bytes, ticks.back().bytes);
+    }
 }
 
 TEST(ChartScale, HasNoMoreTimesThanFit) {
