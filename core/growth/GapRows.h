@@ -22,7 +22,7 @@ struct GapRow {
     /// Of `asleep`, `notRunning` and `paused` the one that explains most of the time, and at least
     /// half of it. `unreadable`: captures were made, but a place could not be read.
     Reason reason = Reason::unknown;
-    /// "Nothing observed for 3 hours", or "Not read for 2 days: Downloads".
+    /// "Nothing observed for 3 hours", or "A place was not read for 2 days".
     std::string title;
     /// "The computer was asleep.", or the problem of the place. Empty where the reason is unknown.
     std::string explanation;

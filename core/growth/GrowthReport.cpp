@@ -112,9 +112,12 @@ std::vector<StorageContribution> partsOf(const StorageHistory& history, const st
 
 /// True when the path lies below another one of the map.
 bool isInside(const std::string& path, const std::map<std::string, std::int64_t>& changes) {
-    for (auto parent = parentFolder(path); parent.size() > 1; parent = parentFolder(parent))
-        if (changes.contains(std::string(parent)))
+    std::string folder = path;
+    while (folder.size() > 1) {
+        folder = parentFolder(folder);
+        if (changes.contains(folder))
             return true;
+    }
     return false;
 }
 

@@ -153,7 +153,7 @@ void ComponentStorageScanner::retainCursors(const std::vector<std::filesystem::p
     const Lock lock(mutex);
     std::erase_if(cursors, [&](const auto& cursor) {
         return std::ranges::none_of(kept, [&](const std::string& root) {
-            return cursor.first == root || isBelow(cursor.first, root == "/" ? "" : root);
+            return cursor.first == root || isBelow(cursor.first, root);
         });
     });
 }

@@ -71,6 +71,8 @@ TEST(Text, SplitsPaths) {
     for (const auto& [path, last] : lastComponents)
         EXPECT_EQ(lastPathComponent(path), last) << path;
     EXPECT_TRUE(isBelow("/a/b", "/a"));
+    EXPECT_TRUE(isBelow("/a", "/"));
+    EXPECT_FALSE(isBelow("/", "/"));
     for (const char* other : {"/a", "/ab", "/", "", "/b/a/b"})
         EXPECT_FALSE(isBelow(other, "/a")) << other;
 }

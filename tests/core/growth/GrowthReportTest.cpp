@@ -101,6 +101,9 @@ TEST(GrowthReport, CountsAFolderInsideAnotherOnce) {
     EXPECT_EQ(report.monitoredChange, 35);
     EXPECT_EQ(itemsOf(report), "home 40 100%; Music 10 25%; srv -5 100%; ");
     EXPECT_EQ(report.items.front().parts, (std::vector<StorageContribution>{{"x", 1, 41}}));
+    const auto ofAll = source({sized(hour, 1, {{"/", {{"x", 1}}}, {"/srv", {{"x", 1}}}}),
+                               sized(2 * hour, 1, {{"/", {{"x", 8}}}, {"/srv", {{"x", 5}}}})});
+    EXPECT_EQ(reportOf(ofAll, hour, 3 * hour).monitoredChange, 7);
 }
 
 TEST(GrowthReport, ComparesOnlySizesOfThePeriod) {
