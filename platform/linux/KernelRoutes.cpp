@@ -180,12 +180,12 @@ std::vector<LinkIndex> defaults(NetlinkSocket& kernel, unsigned char family) {
 } // namespace
 
 std::vector<Link> links(const std::filesystem::path& devices) {
-    NetlinkSocket kernel;
+    NetlinkSocket kernel(NetlinkSocket::Protocol::routing);
     return links(kernel, devices);
 }
 
 NetworkRoutes::Reading read(const std::filesystem::path& devices) {
-    NetlinkSocket kernel;
+    NetlinkSocket kernel(NetlinkSocket::Protocol::routing);
     NetworkRoutes::Reading reading;
     // Addresses for documentation (RFC 5737, RFC 3849), which no network uses.
     for (const auto& [family, address] :

@@ -35,11 +35,12 @@ void set(int socket, int level, int option, const auto& value) {
 
 } // namespace
 
-NetlinkSocket::NetlinkSocket()
-    : socket(::socket(AF_NETLINK, SOCK_RAW | SOCK_CLOEXEC, NETLINK_ROUTE)) {
+NetlinkSocket::NetlinkSocket(Protocol protocol)
+    : socket(::socket(AF_NETLINK, SOCK_RAW | SOCK_CLOEXEC,
+                      protocol == Protocol::routing ? NETLINK_ROUTE : NETLINK_GENERIC)) {
     if (!socket)
-        throw Error(std::string("The kernel can't be asked about the network: ")
-                    + std::strerror(errno) + ".");
+        throw Error(std::string("The kernel can't be asked by netlink: ") + std::strerror(errno)
+                    + ".");
     // Lets the kernel filter the routes of a table. Old kernels send all, which is checked as well.
     set(socket.get(), SOL_NETLINK, NETLINK_GET_STRICT_CHK, 1);
     set(socket.get(), SOL_SOCKET, SO_RCVTIMEO, timeval{.tv_sec = 5, .tv_usec = 0});
@@ -93,6 +94,14 @@ bool NetlinkSocket::receive(const Use& use, int& failure) {
             return true;
     }
     return false;
+}
+
+void NetlinkSocket::discardAll(int socket) {
+    std::array<std::byte, 1> first;
+    // ENOBUFS reports once that messages were lost.
+    while (::recv(socket, first.data(), first.size(), MSG_DONTWAIT) >= 0 || errno == ENOBUFS
+           || errno == EINTR) {
+    }
 }
 
 void netlinkAttributes::forEach(

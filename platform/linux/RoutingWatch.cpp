@@ -1,8 +1,11 @@
 #include "platform/linux/RoutingWatch.h"
 
+#include "platform/linux/NetlinkSocket.h"
+
 #include <QObject>
 #include <array>
 #include <cerrno>
+#include <cstring>
 #include <span>
 
 #include <linux/netlink.h>
@@ -27,14 +30,6 @@ bool join(int socket, std::span<const int> groups) {
         if (::setsockopt(socket, SOL_NETLINK, NETLINK_ADD_MEMBERSHIP, &group, sizeof group) != 0)
             return false;
     return true;
-}
-
-/// Takes all messages. An overflow of the buffer is reported once as ENOBUFS.
-void discardAll(int socket) {
-    std::array<std::byte, 1> first;
-    while (::recv(socket, first.data(), first.size(), MSG_DONTWAIT) >= 0 || errno == ENOBUFS
-           || errno == EINTR) {
-    }
 }
 
 } // namespace
@@ -62,7 +57,7 @@ void RoutingWatch::pause() {
 }
 
 void RoutingWatch::proceed() {
-    discardAll(socket.get());
+    NetlinkSocket::discardAll(socket.get());
     notifier->setEnabled(true);
     changed();
 }

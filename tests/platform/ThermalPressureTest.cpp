@@ -1,11 +1,17 @@
 #include "platform/linux/ThermalPressure.h"
 
+#include "platform/linux/NetlinkSocket.h"
 #include "platform/linux/ThermalWatch.h"
 #include "tests/app/support/Await.h"
 #include "tests/app/support/ManualAppClock.h"
 #include "tests/support/TemporaryFolder.h"
 
+#include <array>
+#include <bit>
+
 #include <gtest/gtest.h>
+#include <linux/netlink.h>
+#include <sys/socket.h>
 
 using namespace tidemark;
 
@@ -151,4 +157,45 @@ TEST(ThermalWatch, ReadsAtIntervals) {
     EXPECT_EQ(next(ThermalWatch::interval), "nominal");
     EXPECT_EQ(next(ThermalWatch::intervalWhileChanging), "serious");
     EXPECT_EQ(changes, 2);
+}
+
+TEST(ThermalWatch, ReadsEarlyOnceAfterMessagesOfTheKernel) {
+    const Sys sys;
+    sys.zone(0, "acpitz", 50, usualTrips);
+    test::ManualAppClock clock;
+    std::array<int, 2> ends{};
+    ASSERT_EQ(::socketpair(AF_UNIX, SOCK_DGRAM | SOCK_CLOEXEC, 0, ends.data()), 0);
+    const FileDescriptor kernel(ends[0]);
+    ThermalWatch watch(
+        sys.folder.path(), QDBusConnection(QStringLiteral("none")), clock, [] {},
+        [&] { return FileDescriptor(ends[1]); });
+    const auto untilState = [&](std::optional<std::string_view> expected) {
+        test::until([&] { return watch.state() == expected && clock.sleeping() > 0; });
+    };
+    const auto sendMessage = [&] { ASSERT_EQ(::send(kernel.get(), "trip", 4, 0), 4); };
+    untilState("nominal");
+    for (int round = 0; round < 2; ++round) {
+        // Removed zones are what counts at once.
+        std::filesystem::remove_all(sys.folder / "class");
+        sendMessage();
+        untilState(std::nullopt);
+        sys.zone(0, "acpitz", 50, usualTrips);
+        sendMessage();
+        test::settle();
+        EXPECT_EQ(watch.state(), std::nullopt);
+        clock.advance(ThermalWatch::intervalWithoutZones);
+        untilState("nominal");
+    }
+}
+
+TEST(ThermalEvents, AreReceivedFromTheKernel) {
+    const auto events = thermalEvents::open();
+    if (!events)
+        GTEST_SKIP() << "the kernel sends no messages about thermal zones";
+    // It is a member of one group of generic netlink, and nothing happens here.
+    socklen_t size = sizeof(std::uint32_t);
+    std::uint32_t groups = 0;
+    ASSERT_EQ(::getsockopt(events.get(), SOL_NETLINK, NETLINK_LIST_MEMBERSHIPS, &groups, &size), 0);
+    EXPECT_EQ(std::popcount(groups), 1);
+    NetlinkSocket::discardAll(events.get());
 }
