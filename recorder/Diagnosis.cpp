@@ -40,7 +40,8 @@ bool isOpenToOthers(const DocumentReport& document) {
 }
 
 std::string described(const DocumentReport& document) {
-    std::string text = "mode " + document.mode;
+    std::string text =
+        document.mode.empty() ? "a link that leads nowhere" : "mode " + document.mode;
     if (!document.isOwn)
         text += ", of another user";
     if (document.bytes)
@@ -111,11 +112,13 @@ std::vector<MonitorStatus> collectors(const Snapshot& snapshot) {
 }
 
 std::vector<std::string> findProblems(const Diagnosis& diagnosis) {
-    std::vector<std::string> problems = diagnosis.recorder.problems;
+    std::vector<std::string> problems;
     const auto add = [&](std::string problem) {
         if (std::ranges::find(problems, problem) == problems.end())
             problems.push_back(std::move(problem));
     };
+    for (const auto& problem : diagnosis.recorder.problems)
+        add(problem);
     for (const auto& document : diagnosis.documents) {
         if (document.problem)
             add(*document.problem);
@@ -143,6 +146,8 @@ std::string text(const Diagnosis& diagnosis) {
     heading(out, "Files");
     for (const auto& document : diagnosis.documents)
         line(out, document.name, described(document));
+    if (diagnosis.documents.empty())
+        out += "  None yet.\n";
     heading(out, "Problems");
     for (const auto& problem : diagnosis.problems)
         out += "  " + oneLine(problem) + "\n";

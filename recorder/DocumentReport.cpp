@@ -65,10 +65,11 @@ std::string octal(mode_t mode) {
 /// Absent where there is nothing.
 std::optional<DocumentReport> reportOn(const std::string& name, const Path& path) {
     struct stat status{};
-    if (::stat(path.c_str(), &status) != 0)
-        return std::nullopt;
     DocumentReport report;
     report.name = name;
+    if (::stat(path.c_str(), &status) != 0)
+        // The name of a link that leads nowhere, if it is one.
+        return ::lstat(path.c_str(), &status) == 0 ? std::optional(report) : std::nullopt;
     report.mode = octal(status.st_mode);
     report.isOwn = status.st_uid == ::geteuid();
     if (S_ISREG(status.st_mode)) {

@@ -16,7 +16,7 @@ struct DocumentReport {
     std::string name;
     /// Absent for a folder.
     std::optional<std::int64_t> bytes;
-    /// The permissions in octal digits, such as "0600".
+    /// The permissions in octal digits, such as "0600"; empty for a link that leads nowhere.
     std::string mode;
     /// False when it belongs to another user.
     bool isOwn = true;

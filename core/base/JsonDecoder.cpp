@@ -55,8 +55,10 @@ public:
         if (skipping())
             return true;
         Frame& frame = top();
+        const auto seen = frame.seen;
         frame.key = name;
         frame.pending = frame.inner.reader->member(frame.inner.value, name, frame.seen);
+        frame.isField = frame.seen != seen;
         return true;
     }
     bool end_object() override {
@@ -85,7 +87,8 @@ public:
             + std::to_string(position));
     }
 
-    /// The path of the current value, such as `snapshots[3].coverage`; empty for the document.
+    /// The path of the current value, such as `snapshots[3].coverage`; empty for the document. A
+    /// key that is no field, such as the name of a folder, is quoted: `breakdown["Letters"]`.
     std::string path() const {
         std::string text;
         for (std::size_t level = 0; level < depth; ++level) {
@@ -94,7 +97,8 @@ public:
                 if (frame.count > 0)
                     text += "[" + std::to_string(frame.count - 1) + "]";
             } else if (!frame.key.empty()) {
-                text += (text.empty() ? "" : ".") + frame.key.substr(0, quotedLength);
+                const auto key = frame.key.substr(0, quotedLength);
+                text += frame.isField ? (text.empty() ? "" : ".") + key : "[\"" + key + "\"]";
             }
         }
         return text;
@@ -109,6 +113,7 @@ private:
         std::uint64_t seen = 0;
         std::size_t count = 0;
         bool isArray = false;
+        bool isField = false;
     };
 
     bool skipping() const { return skipDepth > 0; }

@@ -94,7 +94,13 @@ TEST_F(Doctor, ReportsWhatIsWrongWithDocumentsWithoutPrivateDetails) {
             EXPECT_TRUE(test::contains(text, problem));
         expectNothingPrivate(text);
     };
+    // Keys of these two are paths and names of folders.
+    folder.write(secret + "/data/Tidemark/storage-measurements.json", "{\"" + secret + "\":[]}");
+    std::filesystem::create_symlink(secret, data() / "recorder-runs.json");
     expectProblems({"  system-activity.json could not be read: ",
+                    "  storage-measurements.json could not be read: [\"[name]\"]: expected an "
+                    "object, found an array.",
+                    "  recorder-runs.json could not be read: No such file or directory.",
                     "Others can reach this: journal.json, mode 0644."});
     folder.write(secret + "/data/Tidemark/journal.json", "{\"schemaVersion\":9,\"snapshots\":[],"
                                                          "\"events\":[],\"baselines\":[]}");

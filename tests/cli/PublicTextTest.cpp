@@ -13,6 +13,8 @@ TEST(PublicText, HasNoPathsNamesOrQuotedTexts) {
         {"Capture saved", "Capture saved"},
         {"/home/ada/.local/share/Tidemark/journal.json could not be read: Permission denied.",
          "journal.json could not be read: Permission denied."},
+        {"/d/storage-measurements.json could not be read: [\"/home/ada/Letters\"].bytes: not valid",
+         "storage-measurements.json could not be read: [\"[name]\"].bytes: not valid"},
         {"Recent files can't be recorded. /home/ada/My files/so it is could not be opened: gone.",
          "Recent files can't be recorded. [path] could not be opened: gone."},
         {"The folder can't be included. /srv/what is this is not a folder.",

@@ -114,7 +114,8 @@ TEST(JsonCodec, ReportsThePlaceAndTheKindOfAnError) {
         {"/snapshots/3/coverage/applicationRoots/0", 1,
          "snapshots[3].coverage.applicationRoots[0]: expected text, found a number"},
         {"/snapshots/0/folders/0/breakdown/text", 1.5,
-         "snapshots[0].folders[0].breakdown.text: expected a whole number of 64 bits, found 1.5"},
+         "snapshots[0].folders[0].breakdown[\"text\"]: expected a whole number of 64 bits, found "
+         "1.5"},
         {"/snapshots/0/folders/0/bytes", 18446744073709551615U,
          "snapshots[0].folders[0].bytes: expected a whole number of 64 bits, "
          "found 18446744073709551615"},
