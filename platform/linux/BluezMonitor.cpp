@@ -56,10 +56,6 @@ BluetoothObjects::Device deviceOf(const QDBusObjectPath& path, const QVariantMap
             .appearance = number<std::uint16_t>(properties, "Appearance")};
 }
 
-bool mayAnswerLater(const QDBusMessage& reply) {
-    return reply.errorName() == QLatin1String("org.freedesktop.DBus.Error.NoReply");
-}
-
 BluetoothSource::State failed(const QDBusMessage& reply) {
     BluetoothSource::State state;
     if (reply.errorName() == QLatin1String("org.freedesktop.DBus.Error.AccessDenied"))
@@ -139,17 +135,14 @@ void BluezMonitor::subscribe() {
 }
 
 void BluezMonitor::read() {
-    service->call(root, objectManager, QStringLiteral("GetManagedObjects"), {},
-                  [this](const QDBusMessage& reply) { use(reply); });
+    service->ask(root, objectManager, QStringLiteral("GetManagedObjects"), {},
+                 [this](const QDBusMessage& reply) { use(reply); });
 }
 
 void BluezMonitor::use(const QDBusMessage& reply) {
     rereading.ended();
-    if (reply.type() != QDBusMessage::ReplyMessage) {
-        if (mayAnswerLater(reply))
-            rereading.request();
+    if (reply.type() != QDBusMessage::ReplyMessage)
         return receive(failed(reply));
-    }
     std::vector<BluetoothObjects::Adapter> adapters;
     std::vector<BluetoothObjects::Device> devices;
     knownPaths.clear();

@@ -28,6 +28,8 @@ const QString BusService::propertiesChanged = QStringLiteral("PropertiesChanged"
 BusService::BusService(const MessageBus& messageBus, QString name, std::function<void()> didChange,
                        WhenMissing whenMissing)
     : messageBus(messageBus), name(std::move(name)), didChange(std::move(didChange)) {
+    pause.setSingleShot(true);
+    pause.callOnTimeout(this, [this] { this->didChange(); });
     messageBus.whenConnected(this, [this, whenMissing](const QDBusConnection& connection) {
         start(connection, whenMissing);
     });
@@ -81,6 +83,8 @@ void BusService::follow(const QString& newOwner) {
     if (newOwner == uniqueName)
         return;
     uniqueName = newOwner;
+    pause.stop();
+    nextPause = firstPause;
     now = isThere() ? State::running : State::absent;
     didChange();
 }
@@ -108,22 +112,38 @@ void BusService::call(const QString& path, const QString& interface, const QStri
             });
 }
 
+void BusService::ask(const QString& path, const QString& interface, const QString& method,
+                     const QVariantList& arguments, const Use& use) {
+    call(path, interface, method, arguments, [this, use](const QDBusMessage& reply) {
+        if (reply.errorName() == QLatin1String("org.freedesktop.DBus.Error.NoReply"))
+            startOver();
+        use(reply);
+    });
+}
+
+void BusService::startOver() {
+    if (pause.isActive())
+        return;
+    pause.start(nextPause);
+    nextPause = std::min(2 * nextPause, longestPause);
+}
+
 void BusService::readProperty(const QString& path, const QString& interface, const QString& name,
                               const UseValue& use) {
-    call(path, propertiesInterface, QStringLiteral("Get"), {interface, name},
-         [use](const QDBusMessage& reply) {
-             const bool isThere = reply.type() == QDBusMessage::ReplyMessage;
-             use(isThere ? reply.arguments().value(0).value<QDBusVariant>().variant() : QVariant());
-         });
+    ask(path, propertiesInterface, QStringLiteral("Get"), {interface, name},
+        [use](const QDBusMessage& reply) {
+            const bool isThere = reply.type() == QDBusMessage::ReplyMessage;
+            use(isThere ? reply.arguments().value(0).value<QDBusVariant>().variant() : QVariant());
+        });
 }
 
 void BusService::readProperties(const QString& path, const QString& interface,
                                 const UseValues& use) {
-    call(path, propertiesInterface, QStringLiteral("GetAll"), {interface},
-         [use](const QDBusMessage& reply) {
-             const bool isThere = reply.type() == QDBusMessage::ReplyMessage;
-             use(isThere ? qdbus_cast<QVariantMap>(reply.arguments().value(0)) : QVariantMap());
-         });
+    ask(path, propertiesInterface, QStringLiteral("GetAll"), {interface},
+        [use](const QDBusMessage& reply) {
+            const bool isThere = reply.type() == QDBusMessage::ReplyMessage;
+            use(isThere ? qdbus_cast<QVariantMap>(reply.arguments().value(0)) : QVariantMap());
+        });
 }
 
 bool BusService::isAbout(const QDBusMessage& signal, const QStringList& properties) {

@@ -8,7 +8,9 @@
 #include <QObject>
 #include <QString>
 #include <QStringList>
+#include <QTimer>
 #include <QVariantMap>
+#include <chrono>
 #include <functional>
 #include <memory>
 
@@ -41,8 +43,8 @@ public:
     using UseValues = std::function<void(const QVariantMap& values)>;
 
     /// `didChange` is called from the event loop when it is first known whether the service runs,
-    /// and whenever it has started, ended or been replaced; whatever was known about it is then
-    /// unknown.
+    /// whenever it has started, ended or been replaced, and after `startOver`; whatever was known
+    /// about it is then unknown.
     BusService(const MessageBus& bus, QString name, std::function<void()> didChange,
                WhenMissing whenMissing = WhenMissing::wait);
 
@@ -56,11 +58,19 @@ public:
     /// nothing when there is no service.
     void call(const QString& path, const QString& interface, const QString& method,
               const QVariantList& arguments, const Use& use);
+    /// The same for a method that changes nothing. A service that does not answer for so long that
+    /// the bus gives up is followed from the start again, and so it is for the properties below.
+    void ask(const QString& path, const QString& interface, const QString& method,
+             const QVariantList& arguments, const Use& use);
     /// `use` is called with an invalid value when the property can't be read.
     void readProperty(const QString& path, const QString& interface, const QString& name,
                       const UseValue& use);
     /// All properties of an interface; `use` is called with none when they can't be read.
     void readProperties(const QString& path, const QString& interface, const UseValues& use);
+
+    /// Calls `didChange` again after a pause, for a service whose answers can't be used at present.
+    /// The pause grows from one call to the next, up to a minute, while the owner is the same.
+    void startOver();
 
     /// Calls `handle` with each signal of this name that the running service sends from `path`.
     /// With `firstArgument`, only those whose first argument is this text. The subscription ends
@@ -84,6 +94,9 @@ private:
     void follow(const QString& newOwner);
     void noteAbsence();
 
+    static constexpr std::chrono::milliseconds firstPause{200};
+    static constexpr std::chrono::milliseconds longestPause{60'000};
+
     /// Keeps the connection, also while it is being made.
     const MessageBus messageBus;
     /// Invalid until connected.
@@ -93,6 +106,9 @@ private:
     QDBusServiceWatcher watcher;
     QString uniqueName;
     State now = State::unknown;
+    /// Of `startOver`.
+    QTimer pause;
+    std::chrono::milliseconds nextPause = firstPause;
 };
 
 namespace detail {

@@ -61,24 +61,24 @@ void LogindSession::follow() {
 }
 
 void LogindSession::find() {
-    logind.call(managerPath, managerInterface, QStringLiteral("GetSessionByPID"),
-                {QVariant::fromValue(static_cast<quint32>(::getpid()))}, [this](const auto& reply) {
-                    if (reply.type() == QDBusMessage::ReplyMessage)
-                        followSession(pathIn(reply));
-                    else
-                        findDisplay();
-                });
+    logind.ask(managerPath, managerInterface, QStringLiteral("GetSessionByPID"),
+               {QVariant::fromValue(static_cast<quint32>(::getpid()))}, [this](const auto& reply) {
+                   if (reply.type() == QDBusMessage::ReplyMessage)
+                       followSession(pathIn(reply));
+                   else
+                       findDisplay();
+               });
 }
 
 void LogindSession::findDisplay() {
-    logind.call(managerPath, managerInterface, QStringLiteral("GetUser"),
-                {QVariant::fromValue(static_cast<quint32>(::getuid()))}, [this](const auto& reply) {
-                    if (reply.type() != QDBusMessage::ReplyMessage)
-                        return;
-                    logind.readProperty(
-                        pathIn(reply), userInterface, QStringLiteral("Display"),
-                        [this](const QVariant& value) { followSession(pathInPair(value)); });
-                });
+    logind.ask(managerPath, managerInterface, QStringLiteral("GetUser"),
+               {QVariant::fromValue(static_cast<quint32>(::getuid()))}, [this](const auto& reply) {
+                   if (reply.type() != QDBusMessage::ReplyMessage)
+                       return;
+                   logind.readProperty(
+                       pathIn(reply), userInterface, QStringLiteral("Display"),
+                       [this](const QVariant& value) { followSession(pathInPair(value)); });
+               });
 }
 
 void LogindSession::followSession(const QString& path) {

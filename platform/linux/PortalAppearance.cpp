@@ -42,11 +42,11 @@ void PortalAppearance::follow() {
 }
 
 void PortalAppearance::read(const QString& key) {
-    portal.call(path, interface, u"Read"_s, {appearance, key},
-                [this, key](const QDBusMessage& reply) {
-                    if (reply.type() == QDBusMessage::ReplyMessage)
-                        take(key, reply.arguments().value(0));
-                });
+    portal.ask(path, interface, u"Read"_s, {appearance, key},
+               [this, key](const QDBusMessage& reply) {
+                   if (reply.type() == QDBusMessage::ReplyMessage)
+                       take(key, reply.arguments().value(0));
+               });
 }
 
 void PortalAppearance::take(const QString& key, const QVariant& value) {

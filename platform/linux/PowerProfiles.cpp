@@ -5,13 +5,6 @@
 
 namespace tidemark {
 
-namespace {
-
-/// Until a service that did not answer is asked again.
-constexpr std::chrono::seconds retryTime{30};
-
-} // namespace
-
 PowerProfiles::Name::Name(PowerProfiles& owner, const MessageBus& bus, const QString& name,
                           const char* path)
     : owner(owner), interface(name), path(QLatin1String(path)), delay([this] { read(); }),
@@ -36,9 +29,9 @@ void PowerProfiles::Name::read() {
                                readSoon, interface);
     service.readProperties(path, interface, [this](const QVariantMap& all) {
         properties = all;
-        // Without an answer, the service hangs or is ending.
+        // The service hangs, is ending, or has not made its objects yet.
         if (all.isEmpty())
-            delay.request(retryTime);
+            service.startOver();
         owner.publish();
     });
 }

@@ -18,10 +18,10 @@ public:
         timer.callOnTimeout(&timer, std::move(read));
     }
 
-    /// Reads after this time. Does nothing while a reading is due earlier.
-    void request(std::chrono::milliseconds after = length) {
-        if (!timer.isActive() || timer.remainingTimeAsDuration() > after)
-            timer.start(after);
+    /// Does nothing while a reading is due.
+    void request() {
+        if (!timer.isActive())
+            timer.start(length);
     }
     void cancel() { timer.stop(); }
 

@@ -42,8 +42,8 @@ private:
         set(std::nullopt);
         signal = service.subscribe(path, interface, QStringLiteral("ActiveChanged"),
                                    [this](const QDBusMessage& message) { use(message); });
-        service.call(path, interface, QStringLiteral("GetActive"), {},
-                     [this](const QDBusMessage& reply) { use(reply); });
+        service.ask(path, interface, QStringLiteral("GetActive"), {},
+                    [this](const QDBusMessage& reply) { use(reply); });
     }
     void use(const QDBusMessage& message) {
         if (const auto isActive = activeIn(message))

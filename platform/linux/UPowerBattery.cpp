@@ -20,9 +20,6 @@ const QStringList batteryProperties{QStringLiteral("Type"), QStringLiteral("Powe
                                     QStringLiteral("IsPresent"), QStringLiteral("Percentage"),
                                     QStringLiteral("State")};
 
-/// Until a service that did not answer is asked again.
-constexpr std::chrono::seconds retryTime{30};
-
 /// Absent when the property is missing or of another type.
 template <class T>
 std::optional<T> valueOf(const QVariantMap& properties, const char* name) {
@@ -131,15 +128,15 @@ void UPowerBattery::read() {
     }
     isOutdated = false;
     round = {};
-    upower.call(managerPath, managerInterface, QStringLiteral("EnumerateDevices"), {},
-                [this, number = ++rounds](const QDBusMessage& reply) {
-                    if (number != rounds)
-                        return;
-                    if (reply.type() == QDBusMessage::ReplyMessage)
-                        readDevices(pathsIn(reply));
-                    else
-                        finish();
-                });
+    upower.ask(managerPath, managerInterface, QStringLiteral("EnumerateDevices"), {},
+               [this, number = ++rounds](const QDBusMessage& reply) {
+                   if (number != rounds)
+                       return;
+                   if (reply.type() == QDBusMessage::ReplyMessage)
+                       readDevices(pathsIn(reply));
+                   else
+                       finish();
+               });
 }
 
 void UPowerBattery::readDevices(const QStringList& paths) {
@@ -175,9 +172,9 @@ void UPowerBattery::finish() {
         devices.push_back(deviceOf(properties));
     if (isOutdated)
         delay.request();
-    // Without an answer, the service hangs or is ending.
+    // The service hangs, is ending, or has not made its objects yet.
     if (!round.onBattery) {
-        delay.request(retryTime);
+        upower.startOver();
         return publish(State::unknown, std::nullopt);
     }
     if (!isProvisional)

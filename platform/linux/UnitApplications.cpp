@@ -101,16 +101,16 @@ void UnitApplications::follow() {
     });
     on(QStringLiteral("UnitRemoved"), [this](const auto& signal) { remove(nameIn(signal)); });
     // Without it the manager sends no signals. It lasts as long as the connection.
-    manager->call(managerPath, managerInterface, QStringLiteral("Subscribe"), {},
-                  [](const auto&) {});
+    manager->ask(managerPath, managerInterface, QStringLiteral("Subscribe"), {},
+                 [](const auto&) {});
     list();
 }
 
 void UnitApplications::list() {
     const QStringList patterns{QStringLiteral("app-*.scope"), QStringLiteral("app-*.service"),
                                QStringLiteral("dbus-:*.service"), QStringLiteral("snap.*.scope")};
-    manager->call(managerPath, managerInterface, QStringLiteral("ListUnitsByPatterns"),
-                  {QStringList(), patterns}, [this](const auto& reply) { addListed(reply); });
+    manager->ask(managerPath, managerInterface, QStringLiteral("ListUnitsByPatterns"),
+                 {QStringList(), patterns}, [this](const auto& reply) { addListed(reply); });
 }
 
 void UnitApplications::addListed(const QDBusMessage& reply) {

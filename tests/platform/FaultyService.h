@@ -21,6 +21,10 @@ public:
         fail,
         /// Replies with a number, whatever was asked.
         nonsense,
+        /// Answers the first call not at all, which the bus reports to the caller after some time
+        /// (here at once), and the next ones as it should.
+        silentOnce,
+        failOnce,
     };
     /// The arguments of replies, by the method and its text arguments, such as
     /// "GetAll net.hadess.PowerProfiles". Other calls fail.
@@ -58,6 +62,8 @@ public:
             bus.send(replyTo(call));
         if (way == Way::twice)
             bus.send(replyTo(call));
+        if (way == Way::silentOnce || way == Way::failOnce)
+            way = Way::answer;
         afterReply(call);
         return true;
     }
@@ -71,7 +77,9 @@ private:
         const auto answer = answers.find(question);
         if (way == Way::nonsense)
             return call.createReply(QVariant(42));
-        if (way == Way::fail || answer == answers.end())
+        if (way == Way::silentOnce)
+            return call.createErrorReply(QDBusError::NoReply, question);
+        if (way == Way::fail || way == Way::failOnce || answer == answers.end())
             return call.createErrorReply(QDBusError::InvalidArgs, question);
         return call.createReply(answer->second);
     }

@@ -59,6 +59,8 @@ struct Subject {
     std::function<Know(const MessageBus& bus, AppClock& clock)> create;
     /// What the adapter reports in the other state.
     const char* no = "no";
+    /// Others take an error as the answer that they will always get.
+    bool asksAgainAfterErrors = false;
 
     friend void PrintTo(const Subject& subject, std::ostream* out) { *out << subject.name; }
 };
@@ -73,7 +75,8 @@ const auto ignore = [] {};
 Subject battery() {
     constexpr const char* device = "org.freedesktop.UPower.Device";
     constexpr const char* path = "/org/freedesktop/UPower/devices/battery_BAT0";
-    return {"battery", "org.freedesktop.UPower",
+    return {"battery",
+            "org.freedesktop.UPower",
             [=](bool yes) -> Answers {
                 return {{u"EnumerateDevices"_s,
                          {QVariant::fromValue(QList{QDBusObjectPath(QLatin1String(path))})}},
@@ -93,7 +96,9 @@ Subject battery() {
                                    const auto reading = source.reading();
                                    return reading ? reading->charging : std::nullopt;
                                });
-            }};
+            },
+            "no",
+            true};
 }
 
 Subject powerMode() {
@@ -102,13 +107,16 @@ Subject powerMode() {
         return QVariantMap{{u"ActiveProfile"_s, yes ? u"power-saver"_s : u"balanced"_s}};
     };
     return {
-        "powerMode", name,
+        "powerMode",
+        name,
         [=](bool yes) -> Answers { return {{u"GetAll net.hadess.PowerProfiles"_s, {state(yes)}}}; },
         [=](bool yes) { return changed("/net/hadess/PowerProfiles", name, state(yes)); },
         [](const MessageBus& bus, AppClock&) {
             return knowing(std::make_shared<PowerProfiles>(bus, ignore),
                            [](const PowerProfiles& source) { return source.isOn(); });
-        }};
+        },
+        "no",
+        true};
 }
 
 Subject bluetooth() {
@@ -341,6 +349,14 @@ TEST_P(ServiceFaults, OfRepliesAreSurvived) {
     service.way = Way::answer;
     service.release();
     expect("yes");
+
+    // What did not answer once is asked again, without a signal.
+    restart(Way::silentOnce, true);
+    expect("yes");
+    if (subject.asksAgainAfterErrors) {
+        restart(Way::failOnce, true);
+        expect("yes");
+    }
 
     // Replaced before it has answered, and answering after that.
     restart(Way::late, true);
