@@ -13,8 +13,11 @@
 
 #include <algorithm>
 #include <array>
+#include <cerrno>
 #include <cstdio>
+#include <cstring>
 
+#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -76,6 +79,10 @@ std::optional<DocumentReport> reportOn(const std::string& name, const Path& path
         report.bytes = status.st_size;
         report.written = Date::fromUnix(static_cast<double>(status.st_mtime));
     }
+    // Files are replaced, so that only their folder must be writable.
+    if (S_ISDIR(status.st_mode)
+        && ::faccessat(AT_FDCWD, path.c_str(), W_OK | X_OK, AT_EACCESS) != 0)
+        report.problem = "The " + name + " can't be written: " + std::strerror(errno) + ".";
     return report;
 }
 

@@ -23,7 +23,7 @@ struct DocumentReport {
     /// Of the form of the document; absent for one without a version.
     std::optional<std::int64_t> version;
     std::optional<Date> written;
-    /// Why it can't be read, as a sentence.
+    /// Why it can't be read, or a folder not be written, as a sentence.
     std::optional<std::string> problem;
 
     static constexpr auto fields() {

@@ -221,6 +221,8 @@ TEST_F(RecorderProgram, ReportsMissingPermissions) {
         const test::OrdinaryUser user(folder.path());
         fails("capture");
         EXPECT_TRUE(test::contains(command({"status"}).out, "Captures kept   1"));
+        EXPECT_TRUE(test::contains(command({"doctor"}).out,
+                                   "  The data folder can't be written: Permission denied.\n"));
     }
     if (isRoot) {
         EXPECT_EQ(::lchown(journal.c_str(), 0, 0), 0);
