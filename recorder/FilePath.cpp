@@ -11,8 +11,7 @@ FilePath FilePath::given(const std::string& word) {
         return {{word}};
     std::error_code error;
     const auto directory = std::filesystem::current_path(error);
-    // getcwd(3) returns a path that is not absolute for an unreachable directory.
-    if (error || !directory.is_absolute())
+    if (error)
         throw Error("The working directory was removed: give an absolute path instead of \"" + word
                     + "\".");
     return {{(directory / word).native()}};
