@@ -48,6 +48,10 @@ std::string sizeText(const std::optional<DatedSize>& size, bool didExist) {
     return didExist ? "Unknown" : "—";
 }
 
+std::string spoken(const std::optional<DatedSize>& size) {
+    return size ? byteString(size->bytes) : "unknown size";
+}
+
 std::string changeText(const GrowthItem& item) {
     const std::string bytes = isSizeKnown(item) ? signedBytes(item.change()) : "";
     const char* word = item.state == GrowthItem::State::appeared ? "New"
@@ -147,8 +151,11 @@ Row row(const GrowthItem& item, const Calendar& calendar) {
     row.change = changeText(item);
     row.share = shareText(item);
     row.help = helpText(item, calendar);
-    row.accessibleText = row.name + ", " + (row.change.empty() ? "unknown" : row.change)
-                         + ", before " + row.before + ", after " + row.after;
+    row.accessibleText = row.name + ", " + (row.change.empty() ? "change unknown" : row.change);
+    if (item.state != GrowthItem::State::appeared)
+        row.accessibleText += ", before " + spoken(item.before);
+    if (item.state != GrowthItem::State::gone)
+        row.accessibleText += ", after " + spoken(item.after);
     if (!row.share.empty())
         row.accessibleText += ", " + row.share;
     return row;

@@ -107,7 +107,7 @@ std::string summary(const StorageChart& chart, const Calendar& calendar) {
         return name + ": no complete size is known in this time.";
     const auto date = [&](Date at) { return calendar.format(at, "d MMM yyyy"); };
     return name + ", " + date(chart.points.front().at) + " – " + date(chart.points.back().at)
-           + ": from " + byteString(chart.least) + " to " + byteString(chart.most) + ", last "
+           + ", from " + byteString(chart.least) + " to " + byteString(chart.most) + ", last "
            + byteString(chart.points.back().bytes) + ".";
 }
 

@@ -1,16 +1,25 @@
 #include "app/settings/SettingsPage.h"
+#include "core/growth/GrowthText.h"
+#include "core/growth/StorageChartText.h"
+#include "core/presentation/EventRow.h"
+#include "core/presentation/FolderMap.h"
 #include "core/presentation/MenuContent.h"
+#include "core/presentation/Sidebar.h"
 #include "core/presentation/Toolbar.h"
 #include "tests/app/support/MemoryPreferences.h"
+#include "tests/support/HistoryEvents.h"
+#include "views/base/ShownText.h"
 #include "views/translations/CorePatterns.h"
 #include "views/translations/CoreTexts.h"
 
 #include <QCoreApplication>
 #include <QFile>
+#include <QRegularExpression>
 #include <QTranslator>
 #include <QXmlStreamReader>
 #include <algorithm>
 #include <map>
+#include <ranges>
 #include <set>
 
 #include <gtest/gtest.h>
@@ -81,7 +90,104 @@ public:
     }
 };
 
+/// The German catalogue, with a mark before each text that it has.
+class CatalogueTranslator final : public QTranslator {
+public:
+    bool isEmpty() const override { return false; }
+    QString translate(const char*, const char* source, const char*, int) const override {
+        return texts.contains(source) ? u'*' + QString::fromUtf8(source) : QString();
+    }
+
+private:
+    const std::map<std::string, bool> texts =
+        catalogue(QStringLiteral(TIDEMARK_ROOT "/views/translations/tidemark_de.ts"));
+};
+
+/// A sentence for a screen reader and the name that it begins with.
+struct Sentence {
+    std::string text;
+    std::string name{};
+};
+
+void addGrowth(std::vector<Sentence>& all, GrowthItem item) {
+    for (const auto state :
+         {GrowthItem::State::changed, GrowthItem::State::appeared, GrowthItem::State::gone}) {
+        item.state = state;
+        const auto row = growthText::row(item, Calendar("UTC"));
+        all.push_back({row.accessibleText, row.name});
+        all.push_back({row.change});
+        for (const auto line : std::views::split(row.help, '\n') | std::views::drop(1))
+            all.push_back({std::string(line.begin(), line.end())});
+    }
+}
+
+void addTiles(std::vector<Sentence>& all) {
+    for (const auto trend : {FolderMap::Trend::grew, FolderMap::Trend::shrank,
+                             FolderMap::Trend::same, FolderMap::Trend::unknown}) {
+        const FolderMap::Tile tile{
+            .id = "/pens", .name = "pens", .bytes = 3'000, .change = 1'000, .trend = trend};
+        all.push_back({accessibleTextOf(tile), "pens"});
+    }
+}
+
+void addPlaces(std::vector<Sentence>& all) {
+    for (const std::size_t count : {1, 2}) {
+        SidebarState state;
+        for (const auto& group : destinationGroups())
+            for (const auto place : group.destinations)
+                state.counts[place] = count;
+        state.systemFilters = {WorkspaceDestination::storage};
+        for (const auto& row : sidebarRows(state, {}, Calendar("UTC")))
+            all.push_back({row.accessibleText, row.label});
+    }
+}
+
+std::vector<Sentence> spokenSentences() {
+    std::vector<Sentence> all{{"pens, at least 2 MB, before unknown size", "pens"},
+                              {"pens, 3 MB, before at least 2 MB, change +1 MB", "pens"},
+                              {"pens, 3 MB, before Zero KB", "pens"}};
+    addPlaces(all);
+    addTiles(all);
+    const DatedSize size{.bytes = 3'000, .measuredAt = Date::fromUnix(0)};
+    GrowthItem item{.path = "/pens", .name = "pens"};
+    addGrowth(all, item);
+    item.before = item.after = size;
+    addGrowth(all, item);
+    StorageChart chart;
+    chart.subject.name = "pens";
+    all.push_back({storageChartText::summary(chart, Calendar("UTC")).substr(4), ""});
+    chart.points = {{.at = Date::fromUnix(0), .bytes = 1'000}};
+    all.push_back({storageChartText::summary(chart, Calendar("UTC")), "pens"});
+    Event event = test::event("1", 100);
+    event.title = "Mac Woke Up";
+    event.subtitle = "Previously 3 items · 2 MB · Observed empty";
+    event.importance = Importance::prominent;
+    const auto row = EventRow::of(event, Calendar("UTC"));
+    all.push_back({row.accessibleText});
+    return all;
+}
+
+/// Sizes, dates and shares.
+bool isMeasure(const QString& part) {
+    static const QRegularExpression begin(QStringLiteral("^[+−<]? ?[0-9]"));
+    return part.isEmpty() || begin.match(part).hasMatch();
+}
+
 } // namespace
+
+TEST(Translations, CoverWhatAScreenReaderSays) {
+    CatalogueTranslator translator;
+    QCoreApplication::installTranslator(&translator);
+    for (const auto& [text, name] : spokenSentences()) {
+        auto parts = spokenText(text, name, QString()).split(QRegularExpression(" · |, "));
+        if (!name.empty())
+            parts.removeFirst();
+        for (const auto& part : parts)
+            EXPECT_TRUE(part.startsWith(u'*') || isMeasure(part))
+                << part.toStdString() << " of " << text << " (SpokenTexts.cpp)";
+    }
+    QCoreApplication::removeTranslator(&translator);
+}
 
 TEST(Translations, KeepTheNamesInSentencesThatAreComposed) {
     MarkingTranslator translator;
@@ -103,8 +209,8 @@ TEST(Translations, HaveEveryText) {
         catalogue(QStringLiteral(TIDEMARK_ROOT "/views/translations/tidemark_de.ts"));
     for (const auto& [source, isTranslated] : texts)
         EXPECT_TRUE(isTranslated) << source;
-    for (const auto& all : {coreTexts(), inspectorTexts(), growthTexts(), corePatterns(),
-                            growthPatterns(), lengthPatterns()})
+    for (const auto& all : {coreTexts(), inspectorTexts(), growthTexts(), spokenTexts(),
+                            corePatterns(), growthPatterns(), lengthPatterns(), partPatterns()})
         for (const char* text : all)
             EXPECT_TRUE(texts.contains(text)) << text << " (make translations)";
     std::set<std::string> known(coreTexts().begin(), coreTexts().end());

@@ -1,11 +1,20 @@
 #include "views/base/ShownText.h"
 
 #include "core/presentation/SystemWords.h"
+#include "core/system/TrashFolder.h"
 #include "views/translations/CorePatterns.h"
 
 #include <QCoreApplication>
 
 namespace tidemark {
+
+namespace {
+
+QString fromUtf8(std::string_view text) {
+    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+}
+
+} // namespace
 
 QString shownText(std::string_view text) {
     if (text.empty())
@@ -17,6 +26,33 @@ QString shownText(std::string_view text) {
 
 QString wordsHere(std::string_view text) {
     return shownText(systemWords::shown(text));
+}
+
+QString shownPart(std::string_view part) {
+    const auto shown = translatedPart(part);
+    return shown ? *shown : wordsHere(part);
+}
+
+QString shownParts(std::string_view text, std::string_view separator) {
+    QString shown;
+    while (true) {
+        const auto end = text.find(separator);
+        shown += shownPart(text.substr(0, end));
+        if (end == text.npos)
+            return shown;
+        shown += fromUtf8(separator);
+        text.remove_prefix(end + separator.size());
+    }
+}
+
+QString spokenText(std::string_view sentence, std::string_view name, const QString& shownName) {
+    if (!sentence.starts_with(name))
+        return shownParts(sentence, ", ");
+    return shownName + shownParts(sentence.substr(name.size()), ", ");
+}
+
+QString shownFolderName(std::string_view path, std::string_view name) {
+    return path.empty() || TrashFolder::is(path) ? wordsHere(name) : fromUtf8(name);
 }
 
 QString isolated(const QString& text) {

@@ -13,6 +13,21 @@ QString shownText(std::string_view text);
 /// the user.
 QString wordsHere(std::string_view text);
 
+/// A part of a text that is put together of several: by one of `partPatterns`, else as `wordsHere`
+/// shows it.
+QString shownPart(std::string_view part);
+
+/// A text of the core that is put together of parts with `separator` between them.
+QString shownParts(std::string_view text, std::string_view separator);
+
+/// A sentence for a screen reader, whose parts have commas between them. It begins with `name`, in
+/// place of which it says `shownName`.
+QString spokenText(std::string_view sentence, std::string_view name, const QString& shownName);
+
+/// The name of the folder at `path`, as it is. That of a Trash is a word, and so is that of what
+/// has no path, such as free space.
+QString shownFolderName(std::string_view path, std::string_view name);
+
 /// A text within FIRST STRONG ISOLATE and POP DIRECTIONAL ISOLATE, so that "1 → 2" does not read
 /// "2 → 1" in a window that is laid out from right to left, and without the direction controls that
 /// it contains. To be done last, after eliding.

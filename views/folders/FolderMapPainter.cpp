@@ -56,7 +56,7 @@ QString folderTileName(const FolderMap::Tile& tile) {
         return QCoreApplication::translate("FolderMap", source, nullptr, count);
     };
     if (!tile.name.empty())
-        return shownText(tile.name);
+        return shownFolderName(tile.id, tile.name);
     if (tile.items == 0)
         return text(QT_TRANSLATE_NOOP("FolderMap", "Not listed"), -1);
     return tile.items == 1

@@ -78,8 +78,8 @@ void FolderMapPane::showUnmeasured(const std::vector<FolderMap::Unmeasured>& unm
         auto* button = new QToolButton;
         button->setAutoRaise(true);
         button->setFocusPolicy(Qt::StrongFocus);
-        button->setText(isolated(shownText(each.text)));
-        button->setAccessibleName(shownText(each.accessibleText));
+        button->setText(isolated(QString::fromStdString(each.text)));
+        button->setAccessibleName(shownParts(each.accessibleText, ", "));
         connect(button, &QToolButton::clicked, this,
                 [this, id = QString::fromStdString(each.id)] { Q_EMIT unmeasuredChosen(id); });
         unmeasuredButtons->addWidget(button);

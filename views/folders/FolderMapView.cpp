@@ -69,7 +69,8 @@ void FolderMapView::select(const QStringList& path) {
 }
 
 QString FolderMapView::partText(int part) const {
-    return shownText(accessibleTextOf(layout.tiles[static_cast<std::size_t>(part)].tile));
+    const auto& tile = layout.tiles[static_cast<std::size_t>(part)].tile;
+    return spokenText(accessibleTextOf(tile), nameOf(tile), folderTileName(tile));
 }
 
 QRect FolderMapView::partArea(int part) const {

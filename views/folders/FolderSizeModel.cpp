@@ -27,17 +27,22 @@ bool hasParts(const std::optional<FolderInspectionNode>& node) {
     return node && node->children && !node->children->empty();
 }
 
-const char* symbolOf(const FolderInspectionRow& row, bool isInFileGroup) {
+/// True for the files of a folder that are counted together.
+bool isFileGroup(const FolderInspectionRow& row) {
     const auto& shown = row.after ? row.after : row.before;
-    if (shown && shown->isFileGroup)
+    return shown && shown->isFileGroup;
+}
+
+const char* symbolOf(const FolderInspectionRow& row, bool isInFileGroup) {
+    if (isFileGroup(row))
         return "doc.on.doc";
     if (isInFileGroup)
         return "doc";
     return TrashFolder::is(row.id) ? "trash" : "folder";
 }
 
-QString joined(const Table::Cells& cells) {
-    QStringList lines{QString::fromStdString(cells.name), wordsHere(cells.help)};
+QString joined(const QString& name, const Table::Cells& cells) {
+    QStringList lines{name, shownParts(cells.help, "\n")};
     if (!cells.noChildren.empty())
         lines += wordsHere(cells.noChildren);
     return lines.join(u'\n');
@@ -171,27 +176,29 @@ QVariant FolderSizeModel::data(const QModelIndex& index, int role) const {
         return {};
     Node& node = nodeAt(index);
     const Column column = columnAt(index.column());
+    const auto name = [&] {
+        const auto& text = cellsAt(node).name;
+        return isFileGroup(node.row) ? wordsHere(text) : shownFolderName(node.row.id, text);
+    };
     switch (role) {
     case Qt::DisplayRole: {
         const auto& cells = cellsAt(node);
-        const auto& text = column == Column::folder   ? cells.name
-                           : column == Column::before ? cells.before
-                           : column == Column::after  ? cells.after
-                                                      : cells.change;
-        return column == Column::folder ? QString::fromStdString(text) : wordsHere(text);
+        return column == Column::folder   ? name()
+               : column == Column::before ? wordsHere(cells.before)
+               : column == Column::after  ? wordsHere(cells.after)
+                                          : wordsHere(cells.change);
     }
     case Qt::AccessibleTextRole:
-        return column == Column::folder ? QString::fromStdString(cellsAt(node).accessibleText)
-                                        : data(index, Qt::DisplayRole);
+        return column == Column::folder
+                   ? spokenText(cellsAt(node).accessibleText, cellsAt(node).name, name())
+                   : data(index, Qt::DisplayRole);
     case Qt::ToolTipRole:
-        return joined(cellsAt(node));
+        return joined(name(), cellsAt(node));
     case Qt::TextAlignmentRole:
         return QVariant::fromValue((column == Column::folder ? Qt::AlignLeading : Qt::AlignTrailing)
                                    | Qt::AlignVCenter);
     case symbolRole: {
-        const auto& above =
-            node.parent->row.after ? node.parent->row.after : node.parent->row.before;
-        return QString::fromLatin1(symbolOf(node.row, above && above->isFileGroup));
+        return QString::fromLatin1(symbolOf(node.row, isFileGroup(node.parent->row)));
     }
     case shareRole:
         if (column != Column::after || !node.row.afterBytes || node.parent->largestChild <= 0)

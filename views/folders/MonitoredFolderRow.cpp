@@ -39,7 +39,7 @@ void MonitoredFolderRow::present(const FolderManagerPage::Row& row) {
     shown = row;
     box->setText(shownText(row.name));
     box->setChecked(row.isMonitored);
-    box->setAccessibleName(QString::fromStdString(row.accessibleText));
+    box->setAccessibleName(spokenText(row.accessibleText, row.name, shownText(row.name)));
     path->setText(QString::fromStdString(row.path));
     status->setText(shownText(row.status));
     allowing->setText(shownText(row.actionLabel));

@@ -13,9 +13,9 @@ SearchResultRow rowOf(const Event& event, const Calendar& calendar) {
     SearchResultRow row = SearchResultRow::of(event, calendar);
     if (event.memory)
         return row;
-    const std::string title = shownText(row.title).toStdString();
-    row.accessibleText.replace(0, row.title.size(), title);
-    row.title = title;
+    row.title = shownText(row.title).toStdString();
+    row.subtitle = shownParts(row.subtitle, " · ").toStdString();
+    row.accessibleText = row.title + ", " + row.subtitle + ", " + row.when;
     return row;
 }
 

@@ -157,8 +157,8 @@ void StorageOverTimeView::showChoicesOf(const GrowthScreen::Content& content) {
     for (const auto& subject : content.subjects) {
         if (subject.path == growth.subject())
             selected = static_cast<int>(choices.size());
-        choices.push_back(
-            {isolated(shownText(subject.name)), QString::fromStdString(subject.path)});
+        choices.push_back({isolated(shownFolderName(subject.path, oneLine(subject.name))),
+                           QString::fromStdString(subject.path)});
     }
     showChoices(*subjects, choices, selected);
     spans->setCurrentIndex(spans->findData(static_cast<int>(growth.span())));
@@ -169,8 +169,9 @@ QString StorageOverTimeView::summary() const {
         return tr("Reading the history…");
     const auto count = shown->chart.points.size();
     const QString sizes = count == 1 ? tr("1 size") : tr("%1 sizes").arg(count);
-    return shownText(shown->chart.subject.name) + QStringLiteral(" · ")
-           + shownText(label(growth.span())) + QStringLiteral(" · ") + sizes;
+    return shownFolderName(shown->chart.subject.path, oneLine(shown->chart.subject.name))
+           + QStringLiteral(" · ") + shownText(label(growth.span())) + QStringLiteral(" · ")
+           + sizes;
 }
 
 std::optional<StorageChart::Point> StorageOverTimeView::pointAtCursor() const {

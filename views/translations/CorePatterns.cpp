@@ -86,15 +86,28 @@ QString translation(const char* source) {
     return QCoreApplication::translate("core", source);
 }
 
+QString fromUtf8(std::string_view text) {
+    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+}
+
 /// A length of time such as "3 days" in the language of the user; everything else as it is.
-QString shownPart(std::string_view part) {
+QString shownLength(std::string_view text) {
     for (const char* pattern : lengthPatterns()) {
-        const auto number = partsOf(part, pattern);
-        if (number && number->first.find_first_not_of("0123456789") == part.npos)
-            return translation(pattern).arg(QString::fromUtf8(
-                number->first.data(), static_cast<qsizetype>(number->first.size())));
+        const auto number = partsOf(text, pattern);
+        if (number && number->first.find_first_not_of("0123456789") == text.npos)
+            return translation(pattern).arg(fromUtf8(number->first));
     }
-    return QString::fromUtf8(part.data(), static_cast<qsizetype>(part.size()));
+    return fromUtf8(text);
+}
+
+std::optional<QString> translatedBy(std::span<const char* const> all, std::string_view text) {
+    for (const char* pattern : all)
+        if (const auto parts = partsOf(text, pattern))
+            // In one step, since a name can contain "%2".
+            return parts->second.empty() ? translation(pattern).arg(shownLength(parts->first))
+                                         : translation(pattern).arg(shownLength(parts->first),
+                                                                    shownLength(parts->second));
+    return std::nullopt;
 }
 
 } // namespace
@@ -104,14 +117,13 @@ std::span<const char* const> corePatterns() {
 }
 
 std::optional<QString> translatedByPattern(std::string_view text) {
-    for (const auto& all : {corePatterns(), growthPatterns()})
-        for (const char* pattern : all)
-            if (const auto parts = partsOf(text, pattern))
-                // In one step, since a name can contain "%2".
-                return parts->second.empty() ? translation(pattern).arg(shownPart(parts->first))
-                                             : translation(pattern).arg(shownPart(parts->first),
-                                                                        shownPart(parts->second));
-    return std::nullopt;
+    if (auto shown = translatedBy(corePatterns(), text))
+        return shown;
+    return translatedBy(growthPatterns(), text);
+}
+
+std::optional<QString> translatedPart(std::string_view part) {
+    return translatedBy(partPatterns(), part);
 }
 
 } // namespace tidemark

@@ -11,5 +11,7 @@ std::span<const char* const> coreTexts();
 std::span<const char* const> inspectorTexts();
 /// The same, of sizes over time and of times without captures.
 std::span<const char* const> growthTexts();
+/// The same, of what a screen reader says.
+std::span<const char* const> spokenTexts();
 
 } // namespace tidemark

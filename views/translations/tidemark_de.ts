@@ -2137,10 +2137,6 @@ Alle Änderungen, unabhängig von den Schwellen der Zeitleiste.</translation>
         <translation>%1 lang nichts beobachtet</translation>
     </message>
     <message>
-        <source>After %1 without a size</source>
-        <translation>Nach %1 ohne Größe</translation>
-    </message>
-    <message>
         <source>%1 without a size</source>
         <translation>%1 ohne Größe</translation>
     </message>
@@ -2163,14 +2159,6 @@ Alle Änderungen, unabhängig von den Schwellen der Zeitleiste.</translation>
     <message>
         <source>%1 more free.</source>
         <translation>%1 mehr frei.</translation>
-    </message>
-    <message>
-        <source>%1, grew by %2</source>
-        <translation>%1, um %2 gewachsen</translation>
-    </message>
-    <message>
-        <source>%1, shrank by %2</source>
-        <translation>%1, um %2 geschrumpft</translation>
     </message>
     <message>
         <source>%1, since %2</source>
@@ -2235,6 +2223,214 @@ Alle Änderungen, unabhängig von den Schwellen der Zeitleiste.</translation>
     <message>
         <source>Other installer</source>
         <translation>Andere Installation</translation>
+    </message>
+    <message>
+        <source>1 event</source>
+        <translation>1 Ereignis</translation>
+    </message>
+    <message>
+        <source>1 file</source>
+        <translation>1 Datei</translation>
+    </message>
+    <message>
+        <source>1 download</source>
+        <translation>1 Download</translation>
+    </message>
+    <message>
+        <source>1 clip</source>
+        <translation>1 kopierter Eintrag</translation>
+    </message>
+    <message>
+        <source>in the timeline filter</source>
+        <translation>im Filter der Zeitleiste</translation>
+    </message>
+    <message>
+        <source>important</source>
+        <translation>wichtig</translation>
+    </message>
+    <message>
+        <source>monitored</source>
+        <translation>überwacht</translation>
+    </message>
+    <message>
+        <source>not monitored</source>
+        <translation>nicht überwacht</translation>
+    </message>
+    <message>
+        <source>no change</source>
+        <translation>keine Änderung</translation>
+    </message>
+    <message>
+        <source>change unknown</source>
+        <translation>Änderung unbekannt</translation>
+    </message>
+    <message>
+        <source>unknown size</source>
+        <translation>Größe unbekannt</translation>
+    </message>
+    <message>
+        <source>before unknown size</source>
+        <translation>vorher unbekannte Größe</translation>
+    </message>
+    <message>
+        <source>after unknown size</source>
+        <translation>nachher unbekannte Größe</translation>
+    </message>
+    <message>
+        <source>Zero KB</source>
+        <translation>0 KB</translation>
+    </message>
+    <message>
+        <source>before Zero KB</source>
+        <translation>vorher 0 KB</translation>
+    </message>
+    <message>
+        <source>after Zero KB</source>
+        <translation>nachher 0 KB</translation>
+    </message>
+    <message>
+        <source>Observed empty</source>
+        <translation>leer vorgefunden</translation>
+    </message>
+    <message>
+        <source>The computer was asleep.</source>
+        <translation>Der Computer war im Ruhezustand.</translation>
+    </message>
+    <message>
+        <source>Tidemark was not running.</source>
+        <translation>Tidemark lief nicht.</translation>
+    </message>
+    <message>
+        <source>Recording was paused.</source>
+        <translation>Die Aufzeichnung war angehalten.</translation>
+    </message>
+    <message>
+        <source>%1: no complete size is known in this time.</source>
+        <translation>%1: In dieser Zeit ist keine vollständige Größe bekannt.</translation>
+    </message>
+    <message>
+        <source>Before: measured %1</source>
+        <translation>Vorher: gemessen am %1</translation>
+    </message>
+    <message>
+        <source>After: measured %1</source>
+        <translation>Nachher: gemessen am %1</translation>
+    </message>
+    <message>
+        <source>Last measured size: %1</source>
+        <translation>Zuletzt gemessene Größe: %1</translation>
+    </message>
+    <message>
+        <source>Sleep interval: %1</source>
+        <translation>Ruhezeit: %1</translation>
+    </message>
+    <message>
+        <source>Size recorded %1</source>
+        <translation>Größe vom %1</translation>
+    </message>
+    <message>
+        <source>Battery at %1%</source>
+        <translation>Akku bei %1 %</translation>
+    </message>
+    <message>
+        <source>Previously %1 items</source>
+        <translation>Vorher %1 Objekte</translation>
+    </message>
+    <message>
+        <source>Previously %1 item</source>
+        <translation>Vorher %1 Objekt</translation>
+    </message>
+    <message>
+        <source>Previously %1</source>
+        <translation>Vorher %1</translation>
+    </message>
+    <message>
+        <source>%1 decrease in free space</source>
+        <translation>%1 weniger freier Platz</translation>
+    </message>
+    <message>
+        <source>%1 increase in free space</source>
+        <translation>%1 mehr freier Platz</translation>
+    </message>
+    <message>
+        <source>%1 remaining</source>
+        <translation>%1 frei</translation>
+    </message>
+    <message>
+        <source>%1 smaller items</source>
+        <translation>%1 kleinere Objekte</translation>
+    </message>
+    <message>
+        <source>%1 downloads</source>
+        <translation>%1 Downloads</translation>
+    </message>
+    <message>
+        <source>%1 events</source>
+        <translation>%1 Ereignisse</translation>
+    </message>
+    <message>
+        <source>%1 files</source>
+        <translation>%1 Dateien</translation>
+    </message>
+    <message>
+        <source>%1 clips</source>
+        <translation>%1 kopierte Einträge</translation>
+    </message>
+    <message>
+        <source>%1 – now</source>
+        <translation>%1 – jetzt</translation>
+    </message>
+    <message>
+        <source>Snapshot %1</source>
+        <translation>Schnappschuss %1</translation>
+    </message>
+    <message>
+        <source>after %1 without a size</source>
+        <translation>nach %1 ohne Größe</translation>
+    </message>
+    <message>
+        <source>before at least %1</source>
+        <translation>vorher mindestens %1</translation>
+    </message>
+    <message>
+        <source>at least %1</source>
+        <translation>mindestens %1</translation>
+    </message>
+    <message>
+        <source>grew by %1</source>
+        <translation>um %1 gewachsen</translation>
+    </message>
+    <message>
+        <source>shrank by %1</source>
+        <translation>um %1 geschrumpft</translation>
+    </message>
+    <message>
+        <source>from %1 to %2</source>
+        <translation>von %1 bis %2</translation>
+    </message>
+    <message>
+        <source>before %1</source>
+        <translation>vorher %1</translation>
+    </message>
+    <message>
+        <source>after %1</source>
+        <translation>nachher %1</translation>
+    </message>
+    <message>
+        <source>change %1</source>
+        <translation>Änderung %1</translation>
+    </message>
+    <message>
+        <source>last %1.</source>
+        <translation>zuletzt %1.</translation>
+    </message>
+    <message>
+        <source>Net %1</source>
+        <translation>Insgesamt %1</translation>
+    </message>
+    <message>
+        <source>User service</source>
+        <translation>Dienst des Benutzers</translation>
     </message>
 </context>
 <context>

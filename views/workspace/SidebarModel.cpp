@@ -61,7 +61,9 @@ QVariant SidebarModel::data(const QModelIndex& index, int role) const {
         return row.kind == Kind::snapshot ? QString::fromStdString(row.label)
                                           : shownText(row.label);
     case Qt::AccessibleTextRole:
-        return QString::fromStdString(row.accessibleText);
+        return row.kind == Kind::snapshot
+                   ? shownPart(row.accessibleText)
+                   : spokenText(row.accessibleText, row.label, shownText(row.label));
     case Qt::ToolTipRole:
         return tipOf(row);
     case kindRole:

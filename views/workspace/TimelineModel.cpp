@@ -9,15 +9,24 @@ namespace tidemark {
 
 namespace {
 
+/// Between the parts of a sentence for a screen reader.
+constexpr std::string_view separator = ", ";
+
 /// The texts of an event in the language of the user. Files, programs and clips keep their names.
 EventRow rowOf(const Event& event, const Calendar& calendar) {
     EventRow row = EventRow::of(event, calendar);
     if (event.memory)
         return row;
-    const std::string title = shownText(row.title).toStdString();
-    row.accessibleText.replace(0, row.title.size(), title);
-    row.title = title;
-    row.subtitle = shownText(row.subtitle).toStdString();
+    const QString title = shownText(row.title);
+    const QString subtitle = shownParts(row.subtitle, " · ");
+    std::string_view rest = row.accessibleText;
+    rest.remove_prefix(row.title.size());
+    if (!row.subtitle.empty())
+        rest.remove_prefix(separator.size() + row.subtitle.size());
+    const QString spoken = subtitle.isEmpty() ? title : title + QStringLiteral(", ") + subtitle;
+    row.accessibleText = (spoken + shownParts(rest, separator)).toStdString();
+    row.title = title.toStdString();
+    row.subtitle = subtitle.toStdString();
     return row;
 }
 
@@ -131,10 +140,9 @@ QVariant TimelineModel::gapData(const TimelineRow& row, int role) const {
     case Qt::AccessibleTextRole:
         return row.kind == TimelineRow::Kind::gaps
                    ? tr("%1, folded").arg(shownText(row.gap->accessibleText))
-                   : shownText(row.gap->accessibleText);
+                   : spokenText(row.gap->accessibleText, row.gap->title, shownText(row.gap->title));
     case Qt::ToolTipRole:
-        return row.gap->times.empty() ? QVariant()
-                                      : isolated(QString::fromStdString(row.gap->times));
+        return row.gap->times.empty() ? QVariant() : isolated(shownPart(row.gap->times));
     case rowRole: {
         EventRow texts = eventRowOf(*row.gap);
         texts.title = shownText(texts.title).toStdString();
