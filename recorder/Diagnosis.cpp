@@ -70,7 +70,7 @@ void addRecorder(std::string& out, const Diagnosis& diagnosis) {
     line(out, "Service", diagnosis.service);
     line(out, "Schedule", recorder.schedule);
     line(out, "Last capture", historyTime::moment(recorder.lastCapture, "None yet"));
-    line(out, "Next capture", historyTime::moment(recorder.nextCapture, "Not scheduled"));
+    line(out, "Next capture", nextCaptureText(recorder));
     line(out, "Captures, events, folders",
          std::to_string(recorder.snapshots) + ", " + std::to_string(recorder.events) + ", "
              + std::to_string(recorder.folders));

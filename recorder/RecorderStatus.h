@@ -22,6 +22,7 @@ struct RecorderStatus {
     std::string activity;
     std::string schedule;
     std::optional<Date> lastCapture;
+    /// Absent while recording is paused, and with a schedule without times.
     std::optional<Date> nextCapture;
     /// How many captures, events and monitored folders there are.
     std::int64_t snapshots = 0;
@@ -48,5 +49,8 @@ struct RecorderStatus {
         };
     }
 };
+
+/// When the next capture is due, or what must happen before, as a text for the user.
+std::string nextCaptureText(const RecorderStatus& status);
 
 } // namespace tidemark

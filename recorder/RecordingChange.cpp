@@ -33,9 +33,13 @@ std::string changeRecording(const CommandContext& context, RecordingMode mode) {
     } else {
         storeForNextRecorder(preferences, mode, wasPaused);
     }
-    return mode == RecordingMode::paused ? "Recording is paused.\n"
-           : wasPaused                   ? "Recording, with a new starting point.\n"
-                                         : "Recording was not paused.\n";
+    if (mode == RecordingMode::paused)
+        return "Recording is paused.\n";
+    if (!wasPaused)
+        return "Recording was not paused.\n";
+    return context.isRunning ? "Recording, with a new starting point.\n"
+                             : "Recording is no longer paused, and begins anew when a recorder "
+                               "runs (tidemark run).\n";
 }
 
 } // namespace tidemark

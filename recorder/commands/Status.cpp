@@ -1,4 +1,5 @@
 #include "app/preferences/PreferenceKeys.h"
+#include "core/base/FolderLock.h"
 #include "core/base/JsonEncoder.h"
 #include "core/base/Text.h"
 #include "core/presentation/SystemWords.h"
@@ -56,9 +57,7 @@ std::string shown(const RecorderStatus& status, bool asJson) {
     line(out, "State", status.activity);
     line(out, "Schedule", status.schedule);
     line(out, "Last capture", historyTime::moment(status.lastCapture, "None yet"));
-    line(out, "Next capture",
-         status.running ? historyTime::moment(status.nextCapture, "Not scheduled")
-                        : "Not before a recorder runs (tidemark run)");
+    line(out, "Next capture", nextCaptureText(status));
     line(out, "Captures kept", std::to_string(status.snapshots));
     line(out, "Events", std::to_string(status.events));
     line(out, "Folders", std::to_string(status.folders));
@@ -79,7 +78,8 @@ QCoro::Task<std::string> status(CommandContext& context, const Options& options)
     status.activity = context.model().recordingStatus();
     if (context.isRunning)
         status.monitors = context.recorder.monitorStatuses();
-    status.nextCapture = context.model().nextAutomaticCapture();
+    if (status.mode != "paused")
+        status.nextCapture = context.model().nextAutomaticCapture();
     for (const auto& problem :
          {*state.error, *state.activityError, context.recorder.memoryHistory().failure(),
           context.model().dailySizes().problem()})
@@ -93,6 +93,8 @@ std::optional<CommandAnswer> storedStatus(StoredRecords& records, const Options&
     const RecordedHistory history = records.history();
     const FolderAccess folders(preferences, BookmarkOperations::direct());
     RecorderStatus status = stored(history.journal, preferences, folders);
+    if (FolderLock::isTaken(RecorderPlaces::current().files.directory))
+        status.activity = "No recorder answers, but another process uses the history";
     for (auto& problem : history.problems())
         status.problems.push_back(std::move(problem));
     return CommandAnswer{shown(status, options.json)};

@@ -163,8 +163,31 @@ TEST_F(RecorderProgram, CarriesOutCommandsOfOtherProcessesAndEndsCleanly) {
     EXPECT_TRUE(test::contains(status, "\"snapshots\":2"));
     EXPECT_TRUE(test::contains(status, "{\"name\":\"Battery\",\"text\":\""));
     EXPECT_EQ(command({"folders", "remove", "/nowhere"}).status, 1);
+    more = {"XDG_RUNTIME_DIR=" + stuff.native()};
+    EXPECT_TRUE(
+        test::contains(command({"status"}).out, "State           No recorder answers, but "));
     EXPECT_EQ(stop(SIGTERM), 0);
     EXPECT_TRUE(test::contains(command({"status"}).out, "No recorder runs"));
+}
+
+TEST_F(RecorderProgram, SaysWhenTheNextCaptureIsDue) {
+    const auto next = [&] {
+        const std::string status = command({"status"}).out;
+        const auto start = status.find("Next capture    ") + 16;
+        EXPECT_TRUE(test::contains(command({"doctor"}).out,
+                                   "Next capture              "
+                                       + status.substr(start, status.find('\n', start) - start)));
+        return status.substr(start, status.find('\n', start) - start);
+    };
+    EXPECT_EQ(next(), "Not before a recorder runs (tidemark run)");
+    startRecording();
+    EXPECT_TRUE(next().starts_with("20") || next().contains(" 20"));
+    EXPECT_EQ(command({"pause"}).status, 0);
+    EXPECT_EQ(next(), "Not before recording goes on (tidemark resume)");
+    EXPECT_FALSE(test::contains(command({"status", "--json"}).out, "nextCapture"));
+    EXPECT_EQ(stop(SIGTERM), 0);
+    EXPECT_EQ(next(), "Not before recording goes on (tidemark resume)");
+    EXPECT_TRUE(test::contains(command({"resume"}).out, "when a recorder runs"));
 }
 
 TEST_F(RecorderProgram, KeepsTheSavedHistoryWhenItIsKilled) {
