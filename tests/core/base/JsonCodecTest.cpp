@@ -194,7 +194,7 @@ TEST(JsonCodec, RefusesHostileDocuments) {
         {"", "the document is empty"},
         {"  ", "not valid JSON at byte 3"},
         {repeated("[", deep), "expected an object, found an array"},
-        {repeated("{\"later\":", deep), "later: not valid JSON at byte 900001"},
+        {repeated("{\"later\":", deep), "[\"later\"]: not valid JSON at byte 900001"},
         {R"({"version":"14"}})", "not valid JSON at byte 17"},
         {"{\"version\":\"14\"}" + std::string(1, '\0') + "{", "not valid JSON at byte 17"},
         {R"({"version":"14)"
