@@ -57,7 +57,7 @@ bool desktopServices::hasDisplay() {
     const std::string platform = variable("QT_QPA_PLATFORM");
     const bool needsServer =
         platform.empty() || platform.starts_with("xcb") || platform.starts_with("wayland");
-    return !needsServer || x11Display::connect() != nullptr || hasWayland();
+    return !needsServer || x11Display::connect(variable("DISPLAY")) || hasWayland();
 }
 
 std::unique_ptr<GlobalShortcut> desktopServices::searchShortcut(GlobalShortcut::Observer observer) {

@@ -34,17 +34,12 @@ std::vector<std::uint32_t> X11Property::numbers() const {
 
 std::unique_ptr<X11Connection> X11Connection::open(const std::string& display,
                                                    std::function<void()> lost) {
-    const auto local = x11Display::local(display);
-    if (local.empty())
-        return nullptr;
     int screenNumber = 0;
-    auto* connection = xcb_connect(local.c_str(), &screenNumber);
-    if (xcb_connection_has_error(connection) != 0) {
-        xcb_disconnect(connection);
+    auto connection = x11Display::connect(display, &screenNumber);
+    if (!connection)
         return nullptr;
-    }
     return std::unique_ptr<X11Connection>(
-        new X11Connection(connection, screenNumber, std::move(lost)));
+        new X11Connection(connection.release(), screenNumber, std::move(lost)));
 }
 
 X11Connection::X11Connection(xcb_connection_t* connection, int screenNumber,

@@ -1,7 +1,5 @@
 #include "platform/linux/X11Display.h"
 
-#include <cstdlib>
-
 namespace tidemark {
 
 std::string x11Display::local(const std::string& display) {
@@ -11,13 +9,12 @@ std::string x11Display::local(const std::string& display) {
     return isLocal ? display : std::string();
 }
 
-x11Display::Connection x11Display::connect() {
-    const char* variable = std::getenv("DISPLAY");
-    const std::string display = local(variable ? variable : "");
+x11Display::Connection x11Display::connect(const std::string& display, int* screen) {
     Connection connection(nullptr, xcb_disconnect);
-    if (display.empty())
+    const std::string reachable = local(display);
+    if (reachable.empty())
         return connection;
-    connection.reset(xcb_connect(display.c_str(), nullptr));
+    connection.reset(xcb_connect(reachable.c_str(), screen));
     if (xcb_connection_has_error(connection.get()) != 0)
         connection.reset();
     return connection;

@@ -14,8 +14,8 @@ using Connection = std::unique_ptr<xcb_connection_t, decltype(&xcb_disconnect)>;
 /// The display as xcb reaches it by a local socket alone; empty where it has none.
 std::string local(const std::string& display);
 
-/// The display of the process, `DISPLAY`. Null when there is no such server, when it refuses, and
-/// when it is on another machine.
-Connection connect();
+/// Connects to a display such as ":0", and sets `screen` to the number of its screen. Null when
+/// there is no such server, when it refuses, and when it is on another machine.
+Connection connect(const std::string& display, int* screen = nullptr);
 
 } // namespace tidemark::x11Display

@@ -1,8 +1,8 @@
 #include "platform/linux/X11KeyGrab.h"
 
+#include "platform/linux/X11Connection.h"
+
 #include <algorithm>
-#include <cstdlib>
-#include <memory>
 
 #include <xcb/xcb_keysyms.h>
 
@@ -14,12 +14,6 @@ namespace {
 constexpr std::uint32_t spaceKey = 0x0020;
 constexpr std::uint32_t numLockKey = 0xff7f;
 constexpr std::uint16_t modifiers = XCB_MOD_MASK_CONTROL | XCB_MOD_MASK_SHIFT;
-
-struct Free {
-    void operator()(void* memory) const { std::free(memory); }
-};
-template <class T>
-using Reply = std::unique_ptr<T, Free>;
 
 std::vector<xcb_window_t> rootsOf(xcb_connection_t& connection) {
     std::vector<xcb_window_t> roots;
@@ -43,7 +37,8 @@ bool X11KeyGrab::grab() {
                     XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC));
     bool isGrabbed = !requests.empty();
     for (const auto& request : requests)
-        if (const Reply<xcb_generic_error_t> error(xcb_request_check(&connection, request)); error)
+        if (const XcbPointer<xcb_generic_error_t> error(xcb_request_check(&connection, request));
+            error)
             isGrabbed = false;
     if (!isGrabbed)
         release();
@@ -67,7 +62,7 @@ std::vector<std::uint8_t> X11KeyGrab::keycodesOf(std::uint32_t keysym) const {
     auto* symbols = xcb_key_symbols_alloc(&connection);
     if (!symbols)
         return found;
-    const Reply<xcb_keycode_t> codes(xcb_key_symbols_get_keycode(symbols, keysym));
+    const XcbPointer<xcb_keycode_t> codes(xcb_key_symbols_get_keycode(symbols, keysym));
     for (const auto* code = codes.get(); code && *code != XCB_NO_SYMBOL; ++code)
         found.push_back(*code);
     xcb_key_symbols_free(symbols);
@@ -77,7 +72,7 @@ std::vector<std::uint8_t> X11KeyGrab::keycodesOf(std::uint32_t keysym) const {
 std::vector<std::uint16_t> X11KeyGrab::lockCombinations() const {
     std::uint16_t numLock = 0;
     const auto numLockCodes = keycodesOf(numLockKey);
-    const Reply<xcb_get_modifier_mapping_reply_t> mapping(xcb_get_modifier_mapping_reply(
+    const XcbPointer<xcb_get_modifier_mapping_reply_t> mapping(xcb_get_modifier_mapping_reply(
         &connection, xcb_get_modifier_mapping(&connection), nullptr));
     if (mapping) {
         const auto* codes = xcb_get_modifier_mapping_keycodes(mapping.get());

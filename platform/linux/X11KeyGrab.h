@@ -13,6 +13,9 @@ class X11KeyGrab {
 public:
     /// The connection outlives the grab.
     explicit X11KeyGrab(xcb_connection_t& used) : connection(used) {}
+    ~X11KeyGrab() { release(); }
+    X11KeyGrab(const X11KeyGrab&) = delete;
+    X11KeyGrab& operator=(const X11KeyGrab&) = delete;
 
     /// Grabs the keys where the present layout has them; after a change of the layout it is to be
     /// called again. False when another program has one of them; then none is grabbed.

@@ -21,7 +21,9 @@ namespace {
 struct Keys {
     X11Shortcut shortcut{
         {.pressed = [this] { ++presses; },
-         .availabilityChanged = [this](const auto& now) { available = now.isAvailable; }}};
+         .availabilityChanged = [this](const auto& now) { available = now.isAvailable; }},
+        // A connection of its own, as another program has one.
+        std::make_shared<GraphicalSessions>(GraphicalSessions::Addresses::ofEnvironment())};
     int presses = 0;
     std::optional<bool> available;
 };
