@@ -113,7 +113,11 @@ SettingSources Recorder::sourcesOf(const LiveMonitors& monitors,
 std::function<void()> Recorder::openingOf(const std::string& eventID) const {
     if (!programRequests.showEvent)
         return {};
-    return [show = programRequests.showEvent, eventID] { show(eventID); };
+    // The windows may be gone when it is called.
+    return [this, eventID] {
+        if (programRequests.showEvent)
+            programRequests.showEvent(eventID);
+    };
 }
 
 RecordedHistory Recorder::recorded() const {
