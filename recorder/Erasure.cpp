@@ -4,16 +4,16 @@
 #include "core/base/Files.h"
 #include "core/base/Text.h"
 #include "core/base/Uuid.h"
+#include "core/system/FolderNames.h"
 #include "recorder/OwnDocuments.h"
 
 #include <algorithm>
 #include <array>
 #include <cerrno>
+#include <cstring>
 #include <functional>
-#include <memory>
 #include <ranges>
 
-#include <dirent.h>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -129,15 +129,14 @@ FileDescriptor opened(const fs::path& folder) {
 }
 
 std::vector<std::string> namesIn(const fs::path& folder, const FileDescriptor& descriptor) {
-    // closedir(3) closes the descriptor that it was given.
-    const std::unique_ptr<DIR, int (*)(DIR*)> entries(
-        ::fdopendir(::fcntl(descriptor.get(), F_DUPFD_CLOEXEC, 0)), ::closedir);
-    if (!entries)
-        throw notRemovable(folder, "could not be read: " + std::string(std::strerror(errno)));
+    FolderNames entries{FileDescriptor(::fcntl(descriptor.get(), F_DUPFD_CLOEXEC, 0))};
     std::vector<std::string> names;
-    while (const dirent* entry = ::readdir(entries.get()))
+    while (const dirent* entry = entries.next())
         if (const std::string name = entry->d_name; name != "." && name != "..")
             names.push_back(name);
+    if (entries.error() != 0)
+        throw notRemovable(folder,
+                           "could not be read: " + std::string(std::strerror(entries.error())));
     std::ranges::sort(names);
     return names;
 }

@@ -35,6 +35,8 @@ struct Options : HistoryFilter {
 };
 
 std::string exportedSizes(const HistoryReading& reading, const Options& options) {
+    if (const auto& problem = reading.history.dailySizesProblem)
+        throw Error(*problem);
     if (reading.history.dailySizes->series.empty())
         throw Error("There is nothing to export.");
     return storageHistoryExport::data(*reading.history.dailySizes, options.format,
