@@ -32,7 +32,8 @@ DesktopWindows::DesktopWindows(Recorder& used)
               .tasks = recorder.tasks()}),
       tray({.model = recorder.model(),
             .memory = recorder.memoryHistory(),
-            .clipboard = recorder.clipboardHistory()}),
+            .clipboard = recorder.clipboardHistory(),
+            .shortcut = shortcut}),
       search([this] { return recorder.model().history().history(); }, viewSettings),
       trayHost(desktopServices::trayHost([this](bool isThere) { setTrayHost(isThere); })) {
     // Decided in `closed`: Qt would end the program while the icon is there.

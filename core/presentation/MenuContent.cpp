@@ -62,6 +62,13 @@ void addRecent(std::vector<MenuEntry>& menu, const std::vector<Shared<Event>>& t
         menu.push_back(command(Kind::viewAll, "View all"));
 }
 
+void addSearch(std::vector<MenuEntry>& menu, std::string_view keys) {
+    const std::string label =
+        keys.empty() ? "Search history · ⌃⇧Space" : "Search history · " + std::string(keys);
+    menu.push_back(command(Kind::search, label, "search"));
+    menu.push_back({.kind = Kind::separator});
+}
+
 void addClips(std::vector<MenuEntry>& menu, const std::vector<Shared<Event>>& history) {
     std::vector<MenuEntry> clips;
     for (const auto& event : history) {
@@ -81,8 +88,8 @@ void addClips(std::vector<MenuEntry>& menu, const std::vector<Shared<Event>>& hi
 
 std::vector<MenuEntry> menuContent(const MenuState& state) {
     std::vector<MenuEntry> menu{text(state.status), {.kind = Kind::separator}};
-    menu.push_back(command(Kind::search, "Search history · ⌃⇧Space", "search"));
-    menu.push_back({.kind = Kind::separator});
+    if (state.searchKeys)
+        addSearch(menu, *state.searchKeys);
     addRecent(menu, state.timeline);
     addClips(menu, state.history);
     menu.push_back({.kind = Kind::separator});

@@ -48,6 +48,9 @@ struct MenuState {
     /// Newest first.
     const std::vector<Shared<Event>>& timeline;
     const std::vector<Shared<Event>>& history;
+    /// The keys that open the search panel from any program, as the desktop shows them; empty for
+    /// Control–Shift–Space, absent when there are none.
+    std::optional<std::string_view> searchKeys = "";
 };
 
 namespace menuText {

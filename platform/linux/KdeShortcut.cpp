@@ -1,6 +1,6 @@
 #include "platform/linux/KdeShortcut.h"
 
-#include "platform/linux/KeySequence.h"
+#include "platform/linux/KeyNames.h"
 #include "platform/linux/PortalShortcut.h"
 
 #include <QDBusMetaType>
@@ -43,23 +43,35 @@ KdeShortcut::~KdeShortcut() {
 
 void KdeShortcut::follow() {
     pressed.reset();
+    changed.reset();
     if (!isOffered())
         return report({.obstacle = std::string(PortalShortcut::notOffered)});
+    changed = accelerators.subscribe(
+        path, interface, u"yourShortcutsChanged"_s, [this](const QDBusMessage& signal) {
+            if (signal.arguments().value(0).toStringList().mid(0, 2) == action.mid(0, 2))
+                take(qdbus_cast<QList<KeySequence>>(signal.arguments().value(1)));
+        });
     accelerators.call(path, interface, u"doRegister"_s, {action}, [](const auto&) {});
     assign();
 }
 
 void KdeShortcut::assign() {
     const QList<KeySequence> wanted{{{controlShiftSpace, 0, 0, 0}}};
-    accelerators.call(
-        path, interface, u"setShortcutKeys"_s, {action, QVariant::fromValue(wanted), present},
-        [this](const QDBusMessage& reply) {
-            const auto assigned = qdbus_cast<QList<KeySequence>>(reply.arguments().value(0));
-            if (std::ranges::any_of(assigned, &KeySequence::isAny))
-                listen();
-            else
-                report({.obstacle = std::string(PortalShortcut::refused)});
-        });
+    accelerators.call(path, interface, u"setShortcutKeys"_s,
+                      {action, QVariant::fromValue(wanted), present},
+                      [this](const QDBusMessage& reply) {
+                          take(qdbus_cast<QList<KeySequence>>(reply.arguments().value(0)));
+                      });
+}
+
+/// What the user assigned in the settings of KDE, now or later.
+void KdeShortcut::take(const QList<KeySequence>& assigned) {
+    const auto first = std::ranges::find_if(assigned, &KeySequence::isAny);
+    if (first == assigned.end())
+        return report({.obstacle = std::string(PortalShortcut::refused)});
+    const int combination = first->keys.first();
+    keys = combination == controlShiftSpace ? std::string() : keyName(combination);
+    listen();
 }
 
 void KdeShortcut::listen() {
@@ -74,7 +86,7 @@ void KdeShortcut::listen() {
                                            if (signal.arguments().value(1).toString() == ownAction)
                                                observer.pressed();
                                        });
-            report({.isAvailable = true});
+            report({.isAvailable = true, .keys = keys});
         });
 }
 

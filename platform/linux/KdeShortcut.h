@@ -2,6 +2,7 @@
 
 #include "app/ports/GlobalShortcut.h"
 #include "platform/linux/BusService.h"
+#include "platform/linux/KeySequence.h"
 
 namespace tidemark {
 
@@ -19,13 +20,17 @@ public:
 private:
     void follow();
     void assign();
+    void take(const QList<KeySequence>& assigned);
     void listen();
     void report(Availability availability);
 
     const Observer observer;
     Availability last;
     BusService accelerators;
+    /// The keys as they are shown.
+    std::string keys;
     BusService::Subscription pressed;
+    BusService::Subscription changed;
 };
 
 } // namespace tidemark

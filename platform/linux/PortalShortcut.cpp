@@ -42,6 +42,7 @@ void PortalShortcut::follow() {
     session.clear();
     response.reset();
     activated.reset();
+    changed.reset();
     if (!portal.isThere())
         return report({.obstacle = std::string(notOffered)});
     report({});
@@ -63,6 +64,11 @@ void PortalShortcut::createSession() {
         if (from == session && signal.arguments().value(1).toString() == ownShortcut)
             observer.pressed();
     });
+    changed = portal.subscribe(path, interface, u"ShortcutsChanged"_s, [this](const auto& signal) {
+        const auto of = signal.arguments().value(0).template value<QDBusObjectPath>().path();
+        if (of == session && !isAmong(signal.arguments().value(1)))
+            report({.obstacle = std::string(refused)});
+    });
     ask(u"CreateSession"_s, {}, {{u"session_handle_token"_s, u"tidemark"_s}},
         [this](const QVariantMap& results) {
             session = sessionIn(results);
@@ -77,7 +83,7 @@ void PortalShortcut::createSession() {
 void PortalShortcut::list() {
     ask(u"ListShortcuts"_s, {QVariant::fromValue(QDBusObjectPath(session))}, {},
         [this](const QVariantMap& results) {
-            if (!isAmong(results))
+            if (!isAmong(results.value(u"shortcuts"_s)))
                 bind();
         });
 }
@@ -90,13 +96,13 @@ void PortalShortcut::bind() {
     ask(u"BindShortcuts"_s,
         {QVariant::fromValue(QDBusObjectPath(session)), QVariant::fromValue(wanted), noWindow}, {},
         [this](const QVariantMap& results) {
-            if (!isAmong(results))
+            if (!isAmong(results.value(u"shortcuts"_s)))
                 report({.obstacle = std::string(refused)});
         });
 }
 
-bool PortalShortcut::isAmong(const QVariantMap& results) {
-    const auto bound = qdbus_cast<QList<BoundShortcut>>(results.value(u"shortcuts"_s));
+bool PortalShortcut::isAmong(const QVariant& shortcuts) {
+    const auto bound = qdbus_cast<QList<BoundShortcut>>(shortcuts);
     const auto own = std::ranges::find(bound, ownShortcut, &BoundShortcut::id);
     if (own == bound.end())
         return false;

@@ -29,7 +29,7 @@ private:
     void list();
     void bind();
     /// False when the shortcut is not among these.
-    bool isAmong(const QVariantMap& results);
+    bool isAmong(const QVariant& shortcuts);
     /// Makes a request, which the portal answers later, after it has asked the user.
     void ask(const QString& method, const QVariantList& arguments, QVariantMap options, Use use);
     void report(Availability availability);
@@ -42,6 +42,8 @@ private:
     int requests = 0;
     BusService::Subscription response;
     BusService::Subscription activated;
+    /// The user assigned other keys in the settings of the desktop.
+    BusService::Subscription changed;
 };
 
 } // namespace tidemark

@@ -32,6 +32,7 @@ QVariantMap with(const QList<BoundShortcut>& shortcuts) {
 }
 
 const BoundShortcut own{u"search"_s, {{u"trigger_description"_s, u"Meta+S"_s}}};
+const BoundShortcut other{u"search"_s, {{u"trigger_description"_s, u"Meta+F"_s}}};
 
 struct DesktopShortcutTest : testing::Test {
     DesktopShortcutTest() {
@@ -78,6 +79,12 @@ struct DesktopShortcutTest : testing::Test {
     void press(const QString& session, const QString& id) const {
         portal.send(QDBusMessage::createSignal(portalPath, portalInterface, u"Activated"_s)
                     << object(session) << id << quint64{1} << QVariantMap());
+    }
+
+    /// The user chose other keys in the settings of the desktop.
+    void change(const BoundShortcut& to) const {
+        portal.send(QDBusMessage::createSignal(portalPath, portalInterface, u"ShortcutsChanged"_s)
+                    << object(sessionPath) << QVariant::fromValue(QList{to}));
     }
 
     test::PrivateBus home;
@@ -139,6 +146,8 @@ TEST_F(DesktopShortcutTest, IsThatOfThePortal) {
         press(sessionPath, own.id);
         test::until([&] { return presses > 0; });
         EXPECT_EQ(presses, 1) << what;
+        change(other);
+        expect({.isAvailable = true, .keys = "Meta+F"});
         portal.stop();
         expect(notOffered);
     }
@@ -163,6 +172,16 @@ TEST_F(DesktopShortcutTest, IsThatOfKdeWhereThePortalHasNone) {
                           << u"app.tidemark"_s << QLatin1String(action) << qint64{1});
     test::until([&] { return presses > 0; });
     EXPECT_EQ(presses, 1);
+    const std::pair<int, const char*> named[] = {
+        {0x1400'0053, "Meta+Ctrl+S"}, {0x0a00'0020, "Alt+Shift+Space"}, {0x0100'003b, "F12"}};
+    for (const auto& [key, name] : named) {
+        const QList<KeySequence> keys{{{key, 0, 0, 0}}};
+        accelerators.send(QDBusMessage::createSignal(u"/kglobalaccel"_s, u"org.kde.KGlobalAccel"_s,
+                                                     u"yourShortcutsChanged"_s)
+                          << QStringList{u"app.tidemark"_s, u"search"_s}
+                          << QVariant::fromValue(keys));
+        expect({.isAvailable = true, .keys = name});
+    }
     // Another portal has some, and then the keys must not count twice.
     portal.stop();
     portal.answers[u"Get org.freedesktop.portal.GlobalShortcuts version"_s] = {

@@ -36,6 +36,7 @@ constexpr std::array patterns{
     QT_TRANSLATE_NOOP("core", "%1: New Background Item"),
     QT_TRANSLATE_NOOP("core", "Requesting access to %1"),
     QT_TRANSLATE_NOOP("core", "Next capture due: %1"),
+    QT_TRANSLATE_NOOP("core", "Search history · %1"),
     QT_TRANSLATE_NOOP("core", "%1 Contents Changed"),
     QT_TRANSLATE_NOOP("core", "Stop monitoring %1"),
     QT_TRANSLATE_NOOP("core", "%1 Shrank in Size"),

@@ -2432,6 +2432,10 @@ Alle Änderungen, unabhängig von den Schwellen der Zeitleiste.</translation>
         <source>User service</source>
         <translation>Dienst des Benutzers</translation>
     </message>
+    <message>
+        <source>Search history · %1</source>
+        <translation>Verlauf durchsuchen · %1</translation>
+    </message>
 </context>
 <context>
     <name>tidemark::CaptureComparisonBar</name>

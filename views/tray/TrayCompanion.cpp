@@ -28,8 +28,8 @@ TrayCompanion::TrayCompanion(const Uses& used) : uses(used), menu(std::make_uniq
     refreshing.setSingleShot(true);
     refreshing.setInterval(0);
     connect(&refreshing, &QTimer::timeout, this, &TrayCompanion::refresh);
-    for (Observable* part : std::initializer_list<Observable*>{&uses.model.state(),
-                                                               &uses.model.history(), &uses.memory})
+    for (Observable* part : std::initializer_list<Observable*>{
+             &uses.model.state(), &uses.model.history(), &uses.memory, &uses.shortcut})
         connect(part, &Observable::changed, this, [this] {
             if (icon)
                 refreshing.start();
@@ -64,11 +64,15 @@ void TrayCompanion::refresh() {
     }
     icon->setToolTip(QStringLiteral("Tidemark – ") + wordsHere(model.recordingStatus()));
     const auto& history = *model.history().history();
-    auto content = menuContent({.status = model.recordingStatus(),
-                                .isRecording = model.state().canRecord(),
-                                .canChangeRecording = model.canChangeRecording(),
-                                .timeline = history.timeline,
-                                .history = history.events});
+    const auto& keys = *uses.shortcut.availability;
+    auto content =
+        menuContent({.status = model.recordingStatus(),
+                     .isRecording = model.state().canRecord(),
+                     .canChangeRecording = model.canChangeRecording(),
+                     .timeline = history.timeline,
+                     .history = history.events,
+                     .searchKeys = keys.isAvailable ? std::optional<std::string_view>(keys.keys)
+                                                    : std::nullopt});
     if (content == shown)
         return;
     shown = std::move(content);

@@ -3,6 +3,7 @@
 #include "app/memory/ClipboardHistory.h"
 #include "app/memory/MemoryHistoryService.h"
 #include "app/model/AppModel.h"
+#include "app/search/SearchShortcut.h"
 #include "core/presentation/MenuContent.h"
 
 #include <QObject>
@@ -26,6 +27,7 @@ public:
         AppModel& model;
         MemoryHistoryService& memory;
         ClipboardHistory& clipboard;
+        SearchShortcut& shortcut;
     };
 
     explicit TrayCompanion(const Uses& used);

@@ -37,9 +37,13 @@ TEST(MenuContent, ShowsTheNewestEventsAndShortensLongTexts) {
                   + "\n5\n4\n3\n2\nView all\n-\nCLIPBOARD\nclip\n-\nSearch History…\n"
                     "Open Timeline\nOpen Tidemark\n-\nPause recording\nQuit Tidemark\n"
                     "History stays on your computer\n");
-    const auto empty = menuContent({"Paused", false, false, {}, {}});
-    EXPECT_NE(labelsOf(empty).find("RECENT ACTIVITY\nRecorded changes will appear here after an "
-                                   "observation.\n-\nSearch History…\n"),
+    const auto empty = menuContent({"Paused", false, false, {}, {}, std::nullopt});
+    EXPECT_NE(labelsOf(empty).find(
+                  "Paused\n-\nRECENT ACTIVITY\nRecorded changes will appear here after an "
+                  "observation.\n-\nSearch History…\n"),
+              std::string::npos);
+    EXPECT_NE(labelsOf(menuContent({"", true, true, {}, {}, "Meta+S"}))
+                  .find("-\nSearch history · Meta+S\n-\n"),
               std::string::npos);
     EXPECT_FALSE(
         std::ranges::find(empty, MenuEntry::Kind::changeRecording, &MenuEntry::kind)->isEnabled);
