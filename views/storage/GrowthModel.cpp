@@ -36,6 +36,10 @@ void GrowthModel::show(GrowthReport shown) {
         return;
     beginResetModel();
     report = std::move(shown);
+    rows.clear();
+    const Calendar calendar;
+    for (const auto& item : report.items)
+        rows.push_back(growthText::row(item, calendar));
     endResetModel();
 }
 
@@ -53,11 +57,13 @@ QString GrowthModel::folderAt(const QModelIndex& index) const {
     return item.kind == GrowthItem::Kind::folder ? QString::fromStdString(item.path) : QString();
 }
 
+std::size_t GrowthModel::placeOf(const QModelIndex& index) {
+    return static_cast<std::size_t>(
+        index.internalId() == ofItem ? static_cast<quintptr>(index.row()) : index.internalId() - 1);
+}
+
 const GrowthItem& GrowthModel::itemAt(const QModelIndex& index) const {
-    const auto row = index.internalId() == ofItem
-                         ? static_cast<std::size_t>(index.row())
-                         : static_cast<std::size_t>(index.internalId() - 1);
-    return report.items[row];
+    return report.items[placeOf(index)];
 }
 
 QModelIndex GrowthModel::index(int row, int column, const QModelIndex& above) const {
@@ -92,26 +98,28 @@ QVariant GrowthModel::data(const QModelIndex& index, int role) const {
         return alignmentOf(index.column());
     const GrowthItem& item = itemAt(index);
     if (index.internalId() == ofItem)
-        return itemData(item, index.column(), role);
+        return itemData(item, rows[placeOf(index)], index.column(), role);
     return partData(item.parts[static_cast<std::size_t>(index.row())], index.column(), role);
 }
 
-QVariant GrowthModel::itemData(const GrowthItem& item, int column, int role) const {
-    const auto texts = [&] { return growthText::row(item, Calendar()); };
+QVariant GrowthModel::itemData(const GrowthItem& item, const growthText::Row& row, int column,
+                               int role) {
+    const auto shownName = [&] {
+        return item.kind == GrowthItem::Kind::folder ? shownFolderName(item.path, row.name)
+                                                     : QString::fromStdString(row.name);
+    };
     switch (role) {
-    case Qt::DisplayRole: {
-        const auto row = texts();
-        return column == name     ? QString::fromStdString(row.name)
+    case Qt::DisplayRole:
+        return column == name     ? shownName()
                : column == before ? wordsHere(row.before)
                : column == after  ? wordsHere(row.after)
-               : column == change ? wordsHere(row.change)
+               : column == change ? shownParts(row.change, ", ")
                                   : QString::fromStdString(row.share);
-    }
     case Qt::AccessibleTextRole:
-        return column == name ? QString::fromStdString(texts().accessibleText)
-                              : itemData(item, column, Qt::DisplayRole);
+        return column == name ? spokenText(row.accessibleText, row.name, shownName())
+                              : itemData(item, row, column, Qt::DisplayRole);
     case Qt::ToolTipRole:
-        return QString::fromStdString(texts().help);
+        return shownParts(row.help, "\n");
     case Roles::symbolRole:
         return symbolOf(item);
     case Roles::shareRole:

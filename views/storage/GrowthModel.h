@@ -30,11 +30,16 @@ public:
     QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
 
 private:
+    /// The place of the item in the report, also of that of a part.
+    static std::size_t placeOf(const QModelIndex& index);
     const GrowthItem& itemAt(const QModelIndex& index) const;
-    QVariant itemData(const GrowthItem& item, int column, int role) const;
+    static QVariant itemData(const GrowthItem& item, const growthText::Row& row, int column,
+                             int role);
     QVariant partData(const StorageContribution& part, int column, int role) const;
 
     GrowthReport report;
+    /// The texts of its items, which take long to make, because they contain dates.
+    std::vector<growthText::Row> rows;
 };
 
 } // namespace tidemark
