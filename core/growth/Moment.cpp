@@ -88,6 +88,8 @@ Moment nthFromEnd(const Snapshots& snapshots, std::size_t place, std::string_vie
 struct LocalTime {
     std::chrono::local_seconds at;
     bool isDay = false;
+    /// Seconds that the time stands for: a minute of one without seconds.
+    double length = 0;
 };
 
 std::optional<LocalTime> localTime(std::string_view given) {
@@ -105,9 +107,10 @@ std::optional<LocalTime> localTime(std::string_view given) {
         // Not so for the 31st of a shorter month.
         if (!date.ok())
             return std::nullopt;
+        const std::string_view form(format);
         return LocalTime{local_days(date) + hours(fields.tm_hour) + minutes(fields.tm_min)
                              + seconds(fields.tm_sec),
-                         std::string_view(format) == "%Y-%m-%d"};
+                         form == "%Y-%m-%d", form.ends_with("%S") ? 1.0 : 60.0};
     }
     return std::nullopt;
 }
@@ -153,11 +156,14 @@ Moment lastThrough(const Snapshots& snapshots, Date at, std::string_view text,
     return {snapshots[count - 1]};
 }
 
+Date justBefore(Date at) {
+    return {std::nextafter(at.secondsSince2001, -INFINITY)};
+}
+
 Moment lastOfDay(const Snapshots& snapshots, Date day, std::string_view text,
                  const Calendar& calendar) {
     const Date next = calendar.startOfNextDay(day);
-    const std::size_t through =
-        countThrough(snapshots, {std::nextafter(next.secondsSince2001, -INFINITY)});
+    const std::size_t through = countThrough(snapshots, justBefore(next));
     if (through > 0 && snapshots[through - 1]->timestamp >= day)
         return {snapshots[through - 1]};
     std::string nearest;
@@ -188,8 +194,9 @@ Moment momentOf(const Journal& journal, std::string_view text, Date now, const C
         return lastThrough(snapshots, now + -*seconds, text, calendar);
     if (const auto local = localTime(text)) {
         const Date at = calendar.momentOf(local->at);
-        return local->isDay ? lastOfDay(snapshots, at, text, calendar)
-                            : lastThrough(snapshots, at, text, calendar);
+        return local->isDay
+                   ? lastOfDay(snapshots, at, text, calendar)
+                   : lastThrough(snapshots, justBefore(at + local->length), text, calendar);
     }
     throw Error(quoted(text)
                 + " is no capture: give the name of a snapshot, a date such as 2026-05-31, "

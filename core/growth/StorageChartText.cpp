@@ -79,8 +79,11 @@ std::string timesOf(const Event& event, const Calendar& calendar) {
 } // namespace
 
 std::string lengthInWords(double seconds) {
+    // Captures are seconds late: from the one at noon to the one at noon a week later it can be a
+    // little less than seven days.
+    const double rounded = std::round(seconds / minute) * minute;
     for (const auto& unit : units) {
-        const auto count = static_cast<std::int64_t>(std::floor(seconds / unit.seconds));
+        const auto count = static_cast<std::int64_t>(std::floor(rounded / unit.seconds));
         if (count >= 1)
             return std::to_string(count) + " " + (count == 1 ? unit.one : unit.many);
     }

@@ -23,8 +23,9 @@ constexpr Date now{11 * day + 12 * hour};
 /// Captures on 10 January at 10:00 and 20:00 and on 12 January at 9:00 and 11:00.
 Journal journal() {
     Journal made;
-    made.snapshots = test::shared(sized(9 * day + 10 * hour, 1), sized(9 * day + 20 * hour, 2),
-                                  sized(11 * day + 9 * hour, 3), sized(11 * day + 11 * hour, 4));
+    made.snapshots =
+        test::shared(sized(9 * day + 10 * hour, 1), sized(9 * day + 20 * hour + 0.9, 2),
+                     sized(11 * day + 9 * hour, 3), sized(11 * day + 11 * hour, 4));
     made.baselines = {Baseline::named("before the move", made.snapshots[1]),
                       Baseline::named("twice", made.snapshots[0]),
                       Baseline::named("twice", made.snapshots[0]),
@@ -73,7 +74,13 @@ TEST(Moment, IsSelectedByNameDateAgeAndPlace) {
         {"@-3", "1"},
         {"today", "4"},
         {"2001-01-10", "2"},
+        {"2001-01-10T09:59",
+         "No capture of \"2001-01-10T09:59\" or earlier is kept. The oldest one "
+         "is @-3 (10 Jan 2001, 10:00:00)."},
         {"2001-01-10T10:00", "1"},
+        // Each capture is a little later than the second that is shown of it.
+        {"2001-01-10 20:00:00", "2"},
+        {"2001-01-10 20:00", "2"},
         {"2001-01-10 19:59:59", "1"},
         {"1h", "4"},
         {"2h", "3"},
