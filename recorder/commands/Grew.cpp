@@ -174,7 +174,10 @@ std::string grew(const HistoryReading& reading, const Options& options) {
     const std::size_t left = report.items.size() - std::min(limit, report.items.size());
     report.items.resize(report.items.size() - left);
     const std::string table = tableOf(report, calendar);
-    out += table.empty() ? "\nNo folder or application has another size.\n" : "\n" + table;
+    if (!table.empty())
+        out += "\n" + table;
+    else if (report.monitoredChange)
+        out += "\nNo folder or application has another size.\n";
     if (left > 0)
         out += "and " + std::to_string(left) + " more\n";
     for (const auto& remark : growthText::remarks(report))

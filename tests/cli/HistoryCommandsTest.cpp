@@ -169,6 +169,7 @@ TEST_P(HistoryCommands, PreviewChangesNothingAndImportAddsNoDuplicates) {
 
 TEST_P(HistoryCommands, ShowSizesOverTimeAndCompareMoments) {
     record();
+    EXPECT_FALSE(test::contains(outputOf({"grew"}), "another size")) << "of a single capture";
     change();
     const std::string chart = outputOf({"chart", "Stuff", "--width", "60"});
     EXPECT_TRUE(test::contains(chart, "from 1 GB to 4 GB, last 4 GB."));
