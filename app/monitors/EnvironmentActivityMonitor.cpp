@@ -4,6 +4,21 @@
 
 namespace tidemark {
 
+namespace {
+
+/// What is observed, and what this machine does not report. Drives are known everywhere.
+std::string statusOf(const EnvironmentHistory::State& state) {
+    if (state.displays && state.thermal)
+        return "Observing drives, displays, and thermal pressure";
+    if (state.displays)
+        return "Observing drives and displays · thermal pressure is not reported here";
+    if (state.thermal)
+        return "Observing drives and thermal pressure · displays are not reported here";
+    return "Observing drives · displays and thermal pressure are not reported here";
+}
+
+} // namespace
+
 EnvironmentActivityMonitor::EnvironmentActivityMonitor(const Surroundings& surroundings,
                                                        Sources given)
     : SwitchedMonitor(surroundings, {.name = "Environment",
@@ -17,7 +32,7 @@ EnvironmentActivityMonitor::~EnvironmentActivityMonitor() {
 }
 
 void EnvironmentActivityMonitor::follow(Beginning beginning) {
-    status = "Observing drives, displays, and thermal pressure";
+    status = std::string(notYet);
     volumes = sources.volumes([this] { schedule(); });
     displays = sources.displays([this] { schedule(); });
     thermal = sources.thermal([this] { schedule(); });
@@ -74,8 +89,11 @@ QCoro::Task<void> EnvironmentActivityMonitor::finish(EnvironmentHistory::State s
     auto mounted = co_await volumeReader.read(std::move(stop));
     if (number != generation || !isFollowing())
         co_return;
-    if (!mounted)
+    if (!mounted) {
+        status = "The drives can’t be listed · history paused";
         co_return history.reset();
+    }
+    status = statusOf(state);
     state.volumes = *std::move(mounted);
     for (auto& activity : history.receive(std::move(state), at))
         record(std::move(activity));

@@ -66,7 +66,9 @@ std::unique_ptr<DesktopNotifications> systemServices::desktopNotifications() {
 }
 
 std::optional<std::string> systemServices::desktopNotificationsAbsence() {
-    if (!busAddress::ofSession().empty())
+    const auto bus = busAddress::localSocket(busAddress::ofSession());
+    std::error_code unknown;
+    if (bus && (bus->isAbstract || std::filesystem::exists(bus->name, unknown)))
         return std::nullopt;
     return "There is no session of a desktop, so no notifications can be shown.";
 }

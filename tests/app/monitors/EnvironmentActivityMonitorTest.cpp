@@ -124,13 +124,17 @@ TEST_F(EnvironmentActivityMonitorTest, ComparesTwoSecondsAfterTheLastChange) {
     heat(std::nullopt);
     mount({"/media/a", "/media/b"});
     EXPECT_EQ(titles(), "Disk b Mounted, ");
+    EXPECT_EQ(*monitor.status,
+              "Observing drives · displays and thermal pressure are not reported here");
     connect({});
     heat("critical");
     EXPECT_EQ(titles(), "");
+    EXPECT_EQ(*monitor.status, "Observing drives, displays, and thermal pressure");
     // The list can't be read, then it can.
     mount({});
     machine.volumes.reset();
     EXPECT_EQ(titles(), "");
+    EXPECT_EQ(*monitor.status, "The drives can’t be listed · history paused");
     mount({"/media/z"});
     EXPECT_EQ(titles(), "");
 }
