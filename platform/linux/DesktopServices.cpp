@@ -3,8 +3,8 @@
 #include "core/base/FileDescriptor.h"
 #include "core/system/LocalSocketAddress.h"
 #include "platform/linux/DesktopShortcut.h"
+#include "platform/linux/DesktopTrayHost.h"
 #include "platform/linux/PortalAppearance.h"
-#include "platform/linux/StatusNotifierHost.h"
 #include "platform/linux/UserService.h"
 #include "platform/linux/X11Display.h"
 #include "platform/linux/X11Shortcut.h"
@@ -68,7 +68,7 @@ std::unique_ptr<GlobalShortcut> desktopServices::searchShortcut(GlobalShortcut::
 }
 
 std::unique_ptr<TrayHost> desktopServices::trayHost(std::function<void(bool)> changed) {
-    return std::make_unique<StatusNotifierHost>(MessageBus::session(), std::move(changed));
+    return std::make_unique<DesktopTrayHost>(MessageBus::session(), std::move(changed));
 }
 
 std::unique_ptr<SystemAppearanceSource>

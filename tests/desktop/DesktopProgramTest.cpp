@@ -1,4 +1,5 @@
 #include "tests/desktop/Desktop.h"
+#include "tests/platform/EmbeddingTray.h"
 #include "tests/platform/NotifierWatcher.h"
 
 #include <csignal>
@@ -58,17 +59,24 @@ TEST_F(Desktop, ShowsItsIconToAHostThatComesLateAndToItsSuccessor) {
         panel.start();
         test::until([&] { return !panel.registered().isEmpty(); });
         // With the icon there, the program goes on without a window.
-        xdotool(
-            {u"windowactivate"_s, u"--sync"_s, visible(u"^Tidemark$"_s), u"key"_s, u"alt+F4"_s});
-        eventually([&] {
-            return xdotool({u"search"_s, u"--onlyvisible"_s, u"--name"_s, u"^Tidemark$"_s})
-                .isEmpty();
-        });
+        closeWindow();
         panel.stop();
         // And without it, nobody is left without one.
         EXPECT_FALSE(visible(u"^Tidemark$"_s).isEmpty());
         EXPECT_EQ(program.state(), QProcess::Running);
     }
+}
+
+TEST_F(Desktop, ShowsItsIconToAPanelThatEmbedsIcons) {
+    QProcess& program = startWindows();
+    std::optional<test::EmbeddingTray> panel(display->display());
+    eventually([&] { return panel->wasAsked(); });
+    closeWindow();
+    panel.reset();
+    EXPECT_FALSE(visible(u"^Tidemark$"_s).isEmpty());
+    EXPECT_EQ(program.state(), QProcess::Running);
+    closeWindow();
+    EXPECT_EQ(end(program), 0);
 }
 
 TEST_F(Desktop, EndsWithOneSentenceWithoutADisplay) {

@@ -40,7 +40,8 @@ TrayCompanion::~TrayCompanion() = default;
 
 void TrayCompanion::setHost(bool isThere) {
     icon.reset();
-    if (!isThere)
+    // Qt has decided at the first icon which kind of host it uses.
+    if (!isThere || !QSystemTrayIcon::isSystemTrayAvailable())
         return;
     icon = std::make_unique<QSystemTrayIcon>();
     symbol.clear();

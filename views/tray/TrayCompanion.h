@@ -33,7 +33,7 @@ public:
     explicit TrayCompanion(const Uses& used);
     ~TrayCompanion() override;
 
-    /// Makes the icon, or removes it.
+    /// Makes the icon, if Qt can show one to the host that is there, or removes it.
     void setHost(bool isThere);
     bool isShown() const { return icon != nullptr; }
 

@@ -1,0 +1,24 @@
+#include "platform/linux/DesktopTrayHost.h"
+
+#include <utility>
+
+namespace tidemark {
+
+DesktopTrayHost::DesktopTrayHost(const MessageBus& session, std::function<void(bool)> given)
+    : changed(std::move(given)), notifier(session,
+                                          [this](bool isThere) {
+                                              hasNotifier = isThere;
+                                              report();
+                                          }),
+      embedder([this](bool isThere) {
+          hasEmbedder = isThere;
+          // An icon that is a status notifier item stays one.
+          if (!hasNotifier)
+              report();
+      }) {}
+
+void DesktopTrayHost::report() {
+    changed(hasNotifier || hasEmbedder);
+}
+
+} // namespace tidemark

@@ -1,0 +1,23 @@
+#pragma once
+
+#include "platform/linux/EmbeddedTrayHost.h"
+#include "platform/linux/StatusNotifierHost.h"
+
+namespace tidemark {
+
+/// A host of status notifier items, or else a program that embeds icons. Main thread only.
+class DesktopTrayHost final : public TrayHost {
+public:
+    DesktopTrayHost(const MessageBus& session, std::function<void(bool isThere)> changed);
+
+private:
+    void report();
+
+    const std::function<void(bool)> changed;
+    bool hasNotifier = false;
+    bool hasEmbedder = false;
+    StatusNotifierHost notifier;
+    EmbeddedTrayHost embedder;
+};
+
+} // namespace tidemark
