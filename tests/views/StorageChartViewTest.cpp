@@ -7,6 +7,9 @@
 #include <QAccessible>
 #include <QSignalSpy>
 #include <QTest>
+#include <QThreadPool>
+#include <algorithm>
+#include <filesystem>
 
 #include <gtest/gtest.h>
 
@@ -77,6 +80,24 @@ TEST(StorageChartView, ChoosesAnEventByAClickAndByAKey) {
     EXPECT_EQ(chosen.size(), 1U) << "beside it";
     QTest::keyClick(&chart.view, Qt::Key_Return);
     EXPECT_EQ(chosen.size(), 2U);
+}
+
+TEST(StorageChartView, DrawsWithoutWaitingForThreads) {
+    const std::filesystem::path threads = "/proc/self/task";
+    if (!std::filesystem::exists(threads))
+        GTEST_SKIP() << "the threads of a process can't be counted here";
+    Chart chart;
+    chart.view.resize(700, 500);
+    chart.view.setCursor(3);
+    const auto count = [&] {
+        return std::ranges::distance(std::filesystem::directory_iterator(threads),
+                                     std::filesystem::directory_iterator());
+    };
+    // Ends the threads that other tests had started.
+    QThreadPool::globalInstance()->waitForDone();
+    const auto before = count();
+    chart.view.repaint();
+    EXPECT_EQ(count(), before);
 }
 
 TEST(ComparedMoments, KeepsTheTwoThatWereMarkedLast) {

@@ -4,6 +4,7 @@
 #include "views/base/ShownText.h"
 #include "views/base/TextColor.h"
 #include "views/base/TintedSymbol.h"
+#include "views/folders/FolderMapColors.h"
 
 #include <QPainter>
 #include <algorithm>
@@ -17,11 +18,12 @@ namespace {
 
 constexpr double smallScale = 0.92;
 constexpr int padding = 8;
-constexpr double lineWidth = 2;
+constexpr int lineWidth = 2;
 constexpr double dotRadius = 4;
 constexpr double markRadius = 3.5;
 constexpr double markDistance = 6;
-constexpr float areaStrength = 0.1F;
+constexpr double areaStrength = 0.1;
+constexpr double cursorStrength = 0.9;
 constexpr float hatchStrength = 0.16F;
 constexpr float gridStrength = 0.09F;
 constexpr float chosenStrength = 0.08F;
@@ -90,6 +92,13 @@ QColor StorageChartPainter::dim() const {
 
 QColor StorageChartPainter::accent() const {
     return look.palette.color(QPalette::Active, QPalette::Highlight);
+}
+
+/// On the background and without transparency: Qt hands each high and translucent rectangle to a
+/// pool of threads and waits for it, which takes many times as long as drawing.
+QColor StorageChartPainter::surface(const QColor& color, double share) const {
+    return folderMapColors::mixed(look.palette.color(QPalette::Active, QPalette::Base), color,
+                                  share);
 }
 
 void StorageChartPainter::drawText(const QRectF& rect, Qt::Alignment alignment, const QString& text,
@@ -217,14 +226,21 @@ void StorageChartPainter::drawFlags() const {
     }
 }
 
+void StorageChartPainter::drawAreas() const {
+    const QColor color = surface(accent(), areaStrength);
+    const auto bottom = static_cast<int>(std::lround(layout.bottom));
+    for (const auto& line : layout.lines) {
+        // The stroke at the end of a line is wider than what it ends.
+        const auto end = static_cast<int>(std::lround(line.back().x));
+        for (const auto& run : chartColumns::of(line, lineWidth))
+            fill({run.left, std::min(run.right, end), run.bottom, bottom}, color);
+    }
+}
+
 void StorageChartPainter::drawLines() const {
-    // Steps are level or upright: rectangles on whole pixels are as sharp as lines, and many of
-    // them are drawn in a tenth of the time.
-    painter.setRenderHint(QPainter::Antialiasing, false);
     for (const auto& line : layout.lines)
-        for (std::size_t i = 0; i + 1 < line.size(); ++i)
-            drawStep(line[i], line[i + 1]);
-    painter.setRenderHint(QPainter::Antialiasing);
+        for (const auto& run : chartColumns::of(line, lineWidth))
+            fill(run, accent());
     painter.setPen(Qt::NoPen);
     painter.setBrush(accent());
     for (const auto& line : layout.lines)
@@ -232,20 +248,13 @@ void StorageChartPainter::drawLines() const {
             painter.drawEllipse(at(line.front()), lineWidth + 0.5, lineWidth + 0.5);
 }
 
-void StorageChartPainter::drawStep(const ChartLayout::Position& from,
-                                   const ChartLayout::Position& to) const {
-    const auto pixel = [](double length) { return std::round(length); };
-    const double left = pixel(from.x);
-    const double top = pixel(std::min(from.y, to.y)) - lineWidth / 2;
-    if (from.y != to.y) {
-        const double height = pixel(std::max(from.y, to.y)) + lineWidth / 2 - top;
-        painter.fillRect(visual({left - lineWidth / 2, top, lineWidth, height}), accent());
-        return;
-    }
-    const double width = pixel(to.x) - left;
-    painter.fillRect(visual({left, top + lineWidth, width, layout.bottom - top - lineWidth}),
-                     veil(accent(), areaStrength));
-    painter.fillRect(visual({left, top, width, lineWidth}), accent());
+/// Whole pixels are as sharp without smoothing and drawn faster.
+void StorageChartPainter::fill(const chartColumns::Run& run, const QColor& color) const {
+    if (run.right > run.left && run.bottom > run.top)
+        painter.fillRect(QStyle::visualRect(
+                             look.direction, look.area,
+                             QRect(run.left, run.top, run.right - run.left, run.bottom - run.top)),
+                         color);
 }
 
 void StorageChartPainter::drawMarks(std::optional<std::size_t> emphasized) const {
@@ -333,7 +342,10 @@ void StorageChartPainter::drawChosen(const std::vector<Date>& moments) const {
 void StorageChartPainter::drawCursor(std::size_t point, bool hasFocus) const {
     const auto& shown = chart.points[point];
     const double x = layout.x(shown.at);
-    drawUpright(x, QPen(veil(accent(), 0.9F), 1), layout.top);
+    const int column = static_cast<int>(std::floor(mirrored(x)));
+    const auto top = static_cast<int>(layout.top);
+    painter.fillRect(QRect(column, top, 1, static_cast<int>(layout.bottom) - top),
+                     surface(accent(), cursorStrength));
     painter.setPen(QPen(look.palette.color(QPalette::Active, QPalette::Base), 2));
     painter.setBrush(hasFocus ? strong() : accent());
     painter.drawEllipse(at({x, layout.y(shown.bytes)}), dotRadius + 1.5, dotRadius + 1.5);

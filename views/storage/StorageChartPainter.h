@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/growth/ChartColumns.h"
 #include "core/growth/ChartLayout.h"
 #include "core/growth/ChartReading.h"
 
@@ -33,6 +34,8 @@ public:
 
     /// Why there is no chart.
     void drawNothing(const QString& reason) const;
+    /// The surfaces below the lines. Before the grid, which is drawn over them.
+    void drawAreas() const;
     void drawGrid() const;
     void drawGaps() const;
     void drawBreaks() const;
@@ -58,9 +61,10 @@ private:
     QColor strong() const;
     QColor dim() const;
     QColor accent() const;
+    QColor surface(const QColor& color, double share) const;
     void drawText(const QRectF& rect, Qt::Alignment alignment, const QString& text,
                   const QFont& font, const QColor& color) const;
-    void drawStep(const ChartLayout::Position& from, const ChartLayout::Position& to) const;
+    void fill(const chartColumns::Run& run, const QColor& color) const;
     QPixmap markImage(double radius, const QColor& color) const;
     void drawMark(double x, const QPixmap& image) const;
     void drawUpright(double x, const QPen& pen, double from) const;

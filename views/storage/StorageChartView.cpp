@@ -99,6 +99,7 @@ void StorageChartView::paintEvent(QPaintEvent*) {
     for (const auto& moment : moments.all())
         marked.push_back(moment.at);
 
+    parts.drawAreas();
     parts.drawGrid();
     parts.drawGaps();
     parts.drawBreaks();

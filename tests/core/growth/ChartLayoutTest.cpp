@@ -1,5 +1,6 @@
 #include "core/growth/ChartLayout.h"
 
+#include "core/growth/ChartColumns.h"
 #include "core/growth/ChartReading.h"
 #include "tests/support/HistoryEvents.h"
 
@@ -88,4 +89,32 @@ TEST(ChartReading, NamesTheDayAndItsEvents) {
     EXPECT_EQ(reading.lines, (std::vector<std::string>{"4 GB · 00:00", "+3 GB since 1 Jan, 00:00",
                                                        "Snapshot: Before", "Event 4", "Event 3",
                                                        "Event 2", "and 2 more"}));
+}
+
+TEST(ChartColumns, CoverWhatTheStepsCover) {
+    using Positions = std::vector<ChartLayout::Position>;
+    const struct {
+        const char* what;
+        Positions steps;
+        std::vector<chartColumns::Run> runs;
+    } cases[] = {
+        {"a line of one point", {{10, 50}}, {}},
+        {"a level", {{10, 50}, {14.6, 50}}, {{10, 15, 49, 51}}},
+        {"a step down and its corners",
+         {{10, 50}, {20, 50}, {20, 80}, {30, 80}},
+         {{10, 19, 49, 51}, {19, 21, 49, 81}, {21, 30, 79, 81}}},
+        {"steps in one column reach as far as all of them",
+         {{10, 50}, {20, 50}, {20, 80}, {20.2, 80}, {20.2, 30}, {30, 30}},
+         {{10, 19, 49, 51}, {19, 21, 29, 81}, {21, 30, 29, 31}}},
+        {"a step at the end", {{10, 50}, {12, 50}, {12, 40}}, {{10, 11, 49, 51}, {11, 13, 39, 51}}},
+    };
+    for (const auto& [what, steps, runs] : cases)
+        EXPECT_EQ(chartColumns::of(steps, 2), runs) << what;
+}
+
+TEST(ChartColumns, AreNoMoreThanThePixels) {
+    std::vector<ChartLayout::Position> steps;
+    for (int i = 0; i < 10'000; ++i)
+        steps.push_back({100 + i / 2 * 0.08, i % 4 < 2 ? 50.0 : 250.0});
+    EXPECT_LE(chartColumns::of(steps, 2).size(), 402U);
 }
