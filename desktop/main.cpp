@@ -1,8 +1,8 @@
 #include "app/ports/DesktopServices.h"
 #include "core/base/FreeDescriptors.h"
 #include "desktop/DesktopApplication.h"
+#include "desktop/DesktopOptions.h"
 #include "desktop/OtherRecorder.h"
-#include "desktop/ProgramOptions.h"
 #include "recorder/RecorderLog.h"
 #include "views/base/ControlStyle.h"
 

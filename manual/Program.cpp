@@ -1,6 +1,6 @@
 #include "manual/Program.h"
 
-#include "desktop/ProgramOptions.h"
+#include "desktop/DesktopOptions.h"
 
 #include <algorithm>
 #include <iterator>

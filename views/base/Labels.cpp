@@ -1,5 +1,6 @@
 #include "views/base/Labels.h"
 
+#include "views/base/Fonts.h"
 #include "views/base/TextColor.h"
 
 #include <QApplication>
@@ -61,9 +62,7 @@ QLabel* heading(const QString& text) {
     auto* made = new QLabel(text);
     made->setTextFormat(Qt::PlainText);
     made->setAlignment(leading());
-    QFont font = made->font();
-    font.setBold(true);
-    made->setFont(font);
+    made->setFont(fonts::bold(made->font()));
     return made;
 }
 

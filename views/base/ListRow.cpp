@@ -1,12 +1,11 @@
 #include "views/base/ListRow.h"
 
+#include "views/base/Fonts.h"
 #include "views/base/RowPainter.h"
 
 namespace tidemark {
 
 namespace {
-
-constexpr double smallerScale = 0.92;
 
 /// All lengths of a row, from its font.
 struct Lengths {
@@ -30,15 +29,10 @@ int ListRow::indent(const QFont& font, bool hasMarks) {
     return 2 * lengths.pad() + lengths.symbol() + (hasMarks ? lengths.dot() : 0);
 }
 
-QFont ListRow::smaller(QFont font) {
-    font.setPointSizeF(font.pointSizeF() * smallerScale);
-    return font;
-}
-
 QRect ListRow::drawTrailing(const RowPainter& painter, const QFont& font, QRect line) const {
     const Lengths lengths(font);
     if (!trailing.isEmpty()) {
-        const QFont small = smaller(font);
+        const QFont small = fonts::smaller(font);
         painter.drawText(line, trailing, painter.dim(), small, Qt::AlignTrailing);
         line.adjust(0, 0, -QFontMetrics(small).horizontalAdvance(trailing) - lengths.pad(), 0);
     }
@@ -69,7 +63,7 @@ void ListRow::draw(const RowPainter& painter, const QFont& font, const QRect& pa
     second.setTop(first.bottom() + 1);
     second.setHeight(lengths.line);
     painter.drawText(drawTrailing(painter, font, first), title, painter.strong(), font);
-    painter.drawText(second, below, painter.dim(), smaller(font));
+    painter.drawText(second, below, painter.dim(), fonts::smaller(font));
 }
 
 } // namespace tidemark

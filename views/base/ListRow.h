@@ -30,8 +30,6 @@ struct ListRow {
     static int heightOfTwoLines(const QFont& font);
     /// Where the texts begin, from the edge of the panel.
     static int indent(const QFont& font, bool hasMarks);
-    /// The font of second lines and times.
-    static QFont smaller(QFont font);
 
     void draw(const RowPainter& painter, const QFont& font, const QRect& panel) const;
 

@@ -2,6 +2,7 @@
 
 #include "core/presentation/SystemWords.h"
 #include "views/base/Choices.h"
+#include "views/base/Fonts.h"
 #include "views/base/Labels.h"
 #include "views/base/ShownText.h"
 #include "views/folders/FolderMapLink.h"
@@ -11,7 +12,6 @@
 #include "views/folders/FolderTree.h"
 #include "views/workspace/EmptyStateView.h"
 
-#include <QApplication>
 #include <QHeaderView>
 #include <QScrollBar>
 #include <QSplitter>
@@ -209,8 +209,7 @@ QString FolderInspectorView::describe(std::size_t folders, const Snapshot* previ
 }
 
 void FolderInspectorView::setTextScale(double scale) {
-    QFont sized = QApplication::font();
-    sized.setPointSizeF(sized.pointSizeF() * scale);
+    const QFont sized = fonts::ofApplication(scale);
     if (sized.pointSizeF() == tree->font().pointSizeF())
         return;
     tree->setFont(sized);

@@ -1,5 +1,6 @@
 #include "views/folders/FolderMapPainter.h"
 
+#include "views/base/Fonts.h"
 #include "views/base/ShownText.h"
 #include "views/base/TextColor.h"
 #include "views/folders/FolderMapColors.h"
@@ -17,7 +18,6 @@ using Tile = FolderMap::Tile;
 using Trend = FolderMap::Trend;
 namespace colors = folderMapColors;
 
-constexpr double secondLineScale = 0.92;
 constexpr int padding = 7;
 /// A tile that is narrower has no name; most names would be cut to nothing.
 constexpr int narrowestText = 44;
@@ -25,16 +25,6 @@ constexpr int narrowestText = 44;
 constexpr int smallestPattern = 14;
 constexpr double cornerRadius = 4;
 constexpr double hoverStrength = 0.1;
-
-QFont second(QFont font) {
-    font.setPointSizeF(font.pointSizeF() * secondLineScale);
-    return font;
-}
-
-QFont bold(QFont font) {
-    font.setBold(true);
-    return font;
-}
 
 /// For readers who can’t see the colour of growth.
 QString signOf(Trend trend) {
@@ -110,7 +100,7 @@ void FolderMapPainter::drawTexts(const Tile& tile, const QRect& area, const QCol
         return;
     const QColor strong = colors::textOn(look.palette, surface);
     drawLine(first, folderTileName(tile), look.font, strong);
-    const QFont small = second(look.font);
+    const QFont small = fonts::smaller(look.font);
     first.translate(0, line);
     if (first.bottom() > area.bottom() - 2)
         return;
@@ -126,8 +116,8 @@ void FolderMapPainter::drawHeader(const Tile& tile, const QRect& area) const {
     QRect strip = area.adjusted(padding, 1, -padding, 0);
     strip.setHeight(headerHeight(look.font) - 2);
     const QColor strong = look.palette.color(QPalette::Active, QPalette::Text);
-    const QFont heading = bold(look.font);
-    const QFont small = second(look.font);
+    const QFont heading = fonts::bold(look.font);
+    const QFont small = fonts::smaller(look.font);
     const QString name = folderTileName(tile);
     const int nameWidth = QFontMetrics(heading).horizontalAdvance(name) + padding;
     const QString size = sizeText(tile, small, strip.width() - nameWidth);

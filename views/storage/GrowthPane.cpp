@@ -1,6 +1,7 @@
 #include "views/storage/GrowthPane.h"
 
 #include "core/growth/GrowthText.h"
+#include "views/base/Fonts.h"
 #include "views/base/Labels.h"
 #include "views/base/ShownText.h"
 #include "views/base/WrappingLabel.h"
@@ -8,7 +9,6 @@
 #include "views/folders/FolderTree.h"
 #include "views/storage/GrowthModel.h"
 
-#include <QApplication>
 #include <QHBoxLayout>
 #include <QVBoxLayout>
 
@@ -67,8 +67,7 @@ void GrowthPane::present(const GrowthReport& report) {
 }
 
 void GrowthPane::setTextScale(double scale) {
-    QFont sized = QApplication::font();
-    sized.setPointSizeF(sized.pointSizeF() * scale);
+    const QFont sized = fonts::ofApplication(scale);
     if (sized.pointSizeF() == list->font().pointSizeF())
         return;
     list->setFont(sized);

@@ -3,6 +3,7 @@
 #include "core/growth/StorageChartText.h"
 #include "views/base/Choices.h"
 #include "views/base/ElidedLabel.h"
+#include "views/base/Fonts.h"
 #include "views/base/ShownText.h"
 #include "views/base/Symbols.h"
 #include "views/base/WrappingLabel.h"
@@ -11,7 +12,6 @@
 #include "views/storage/StorageChartView.h"
 #include "views/storage/StorageTableModel.h"
 
-#include <QApplication>
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QPushButton>
@@ -223,8 +223,7 @@ void StorageOverTimeView::takeCursorOfTable() {
 
 void StorageOverTimeView::setTextScale(double scale) {
     grown->setTextScale(scale);
-    QFont sized = QApplication::font();
-    sized.setPointSizeF(sized.pointSizeF() * scale);
+    const QFont sized = fonts::ofApplication(scale);
     if (sized.pointSizeF() == table->font().pointSizeF())
         return;
     table->setFont(sized);

@@ -1,5 +1,6 @@
 #include "views/workspace/EventDelegate.h"
 
+#include "views/base/Fonts.h"
 #include "views/base/ListRow.h"
 #include "views/base/RowPainter.h"
 #include "views/base/ShownText.h"
@@ -13,10 +14,6 @@ namespace {
 
 /// From the edge of the list to the panel of a row.
 constexpr int margin = 10;
-QFont bold(QFont font) {
-    font.setBold(true);
-    return font;
-}
 
 /// All lengths of a row, from its font.
 struct Metrics {
@@ -45,9 +42,9 @@ void drawDay(const RowPainter& row, const QStyleOptionViewItem& option, const QS
     const Metrics metrics(option.font);
     QRect area = option.rect.adjusted(2 * margin, 0, -2 * margin, -metrics.pad() / 2);
     area.setTop(area.bottom() - metrics.line);
-    row.drawText(area, count, row.dim(), ListRow::smaller(option.font), Qt::AlignTrailing);
+    row.drawText(area, count, row.dim(), fonts::smaller(option.font), Qt::AlignTrailing);
     area.adjust(0, 0, -option.fontMetrics.horizontalAdvance(count) - metrics.pad(), 0);
-    row.drawText(area, option.text, row.strong(), bold(option.font));
+    row.drawText(area, option.text, row.strong(), fonts::bold(option.font));
 }
 
 /// A time in which nothing was observed: stripes, and in their middle how long and why.
@@ -61,7 +58,7 @@ void drawGap(const RowPainter& row, const QStyleOptionViewItem& option, const Ev
     stripes.moveCenter({stripes.center().x(), panel.center().y()});
     if (!row.isSelected())
         row.drawHatch(stripes);
-    const QFont font = ListRow::smaller(option.font);
+    const QFont font = fonts::smaller(option.font);
     QString text = QString::fromStdString(texts.title);
     if (const auto& why = texts.subtitle; !why.empty())
         text += QStringLiteral(" · ") + QString::fromStdString(why);

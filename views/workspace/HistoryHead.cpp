@@ -2,6 +2,7 @@
 
 #include "core/presentation/WorkspaceText.h"
 #include "views/base/ElidedLabel.h"
+#include "views/base/Fonts.h"
 #include "views/base/Labels.h"
 #include "views/base/ShownText.h"
 #include "views/base/Symbols.h"
@@ -25,9 +26,7 @@ constexpr int roomForText = 440;
 HistoryHead::HistoryHead(QWidget* parent)
     : QWidget(parent), title(new ElidedLabel), summary(new ElidedLabel), windows(new QComboBox),
       days(new QSpinBox), coverage(new QToolButton) {
-    QFont font = title->font();
-    font.setBold(true);
-    title->setFont(font);
+    title->setFont(fonts::bold(title->font()));
     labels::scale(*title, 1.5);
     windows->setAccessibleName(tr("Time window"));
     days->setRange(1, mostDays);

@@ -3,6 +3,7 @@
 #include "core/base/Text.h"
 #include "core/presentation/EventInspection.h"
 #include "views/base/ElidedLabel.h"
+#include "views/base/Fonts.h"
 #include "views/base/Labels.h"
 #include "views/base/ShownText.h"
 #include "views/base/WrappingPolicy.h"
@@ -60,9 +61,7 @@ DimLabel* sentenceLabel(const std::string& text) {
 
 DimLabel* headingLabel(const std::string& text) {
     auto* made = new DimLabel(isolated(shownText(text)));
-    QFont font = made->font();
-    font.setBold(true);
-    made->setFont(font);
+    made->setFont(fonts::bold(made->font()));
     labels::scale(*made, noteScale);
     return made;
 }

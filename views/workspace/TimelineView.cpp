@@ -1,9 +1,9 @@
 #include "views/workspace/TimelineView.h"
 
+#include "views/base/Fonts.h"
 #include "views/base/ThinScrollBar.h"
 #include "views/workspace/EventDelegate.h"
 
-#include <QApplication>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QScopedValueRollback>
@@ -75,8 +75,7 @@ void TimelineView::mouseReleaseEvent(QMouseEvent* event) {
 }
 
 void TimelineView::setTextScale(double scale) {
-    QFont sized = QApplication::font();
-    sized.setPointSizeF(sized.pointSizeF() * scale);
+    const QFont sized = fonts::ofApplication(scale);
     if (sized.pointSizeF() != font().pointSizeF())
         setFont(sized);
 }

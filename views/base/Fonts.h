@@ -1,0 +1,14 @@
+#pragma once
+
+#include <QFont>
+
+/// Variants of fonts.
+namespace tidemark::fonts {
+
+/// That of second lines, times and notes.
+QFont smaller(QFont font);
+QFont bold(QFont font);
+/// The font of the application, its size multiplied by a factor.
+QFont ofApplication(double factor);
+
+} // namespace tidemark::fonts
