@@ -80,7 +80,7 @@ void restartServiceAtExit(const std::string& service) {
     std::atexit([] { desktopServices::startService(serviceToRestart()); });
 }
 
-/// Absent when another program with windows has the folder; its window was brought forward.
+/// Null when another program with windows has the folder, whose window is brought forward then.
 std::unique_ptr<DesktopApplication> takeFolder(const RecorderPlaces& places) {
     for (int attempt = 0;; ++attempt) {
         const auto other = OtherRecorder::ask(places);

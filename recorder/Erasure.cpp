@@ -103,7 +103,7 @@ bool isBackup(std::string_view folder) {
            || (folder.starts_with(unfinished) && isUuid(folder.substr(unfinished.size())));
 }
 
-/// Of exactly one file.
+/// Knows one file by its name, and no other.
 Content only(const std::string& file, const std::string& content) {
     return [file, content](std::string_view name) {
         return name == file ? std::optional(content) : std::nullopt;
@@ -256,7 +256,7 @@ void Erasure::carryOut() const {
         if (folder && ::unlinkat(folder.get(), file.name.c_str(), 0) != 0 && errno != ENOENT)
             throw FileError::ofSystem(file.folder / file.name, "could not be removed", errno);
     };
-    // Until the end no recorder begins.
+    // The lock goes last, so that no recorder begins before everything is removed.
     const auto isLock = [](const File& file) { return file.name == lockFile; };
     for (const auto& file : files)
         if (!isLock(file))

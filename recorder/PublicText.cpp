@@ -25,7 +25,7 @@ struct Quotes {
 };
 constexpr std::array quotes{Quotes{"\"", "\""}, Quotes{"“", "”"}};
 
-/// How sentences about a file go on after its path, what can hardly be part of a path first.
+/// What follows the path in sentences about a file. What hardly ever occurs in a path comes first.
 constexpr auto afterPath = std::to_array<std::string_view>(
     {" could not ", " can’t be ", " can't be ", " is ", " was ", " has ", " lies "});
 

@@ -38,7 +38,7 @@ constexpr std::chrono::seconds folderPause{5};
 /// EX_TEMPFAIL of sysexits.h: whoever started the program is to start it again.
 constexpr int leftToAnother = 75;
 
-/// Absent when a stop was requested before the data folder was free.
+/// Makes the recorder as soon as the data folder is free, unless a stop is requested before.
 void takeFolder(std::optional<Recorder>& recorder, const Options& options,
                 const std::stop_token& stop) {
     std::mutex mutex;

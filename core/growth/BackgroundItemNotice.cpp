@@ -20,7 +20,7 @@ std::string namesOf(const std::vector<NewBackgroundItem>& items) {
     return joined(names, ", ");
 }
 
-/// Nothing is known of the moment, only between which captures it was.
+/// The moment is not known, only the two captures between which an item appeared.
 std::string since(const std::vector<NewBackgroundItem>& items, const Calendar& calendar) {
     Date earliest = items.front().event->intervalStart;
     for (const auto& item : items)

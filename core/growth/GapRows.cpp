@@ -165,7 +165,7 @@ void addGaps(const GapSource& source, Date since, Date through, const Calendar& 
     }
 }
 
-/// Captures one after the other that could not read one place.
+/// A place that could not be read by one or more captures in succession.
 struct Problem {
     std::string message;
     Date first;
@@ -202,7 +202,7 @@ void addProblems(const GapSource& source, Date since, Date through, const Calend
         return;
     for (const auto& problem : problems(source.snapshots, through)) {
         const bool isOver = problem.end && *problem.end <= since;
-        // What was never read in this time is in the report of the coverage, and is no gap.
+        // A place that was never read in this time is no gap; the coverage report lists it.
         const bool isPermanent =
             !problem.end
             && (problem.first <= since || problem.first == source.snapshots.front()->timestamp);

@@ -122,7 +122,7 @@ std::vector<Row> rows(const StorageChart& chart, const Calendar& calendar) {
     std::vector<DatedRow> dated;
     for (std::size_t i = 0; i < chart.points.size(); ++i)
         dated.push_back({chart.points[i].at, pointRow(chart, i, calendar)});
-    // Of one time, what is between two sizes comes before the second one.
+    // A gap or a break ends at the time of the size after it, and is listed between the two sizes.
     const auto before = [](Date at) { return at + -1e-3; };
     for (const auto& gap : chart.gaps)
         dated.push_back({before(gap.end),

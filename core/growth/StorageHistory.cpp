@@ -73,8 +73,8 @@ private:
         return found == changed.end() ? *history.series[place] : found->second;
     }
 
-    /// While the clock was ahead, sizes got dates that later captures would not exceed for a long
-    /// time.
+    /// Points dated after the capture were made while the clock was ahead. They would keep all
+    /// sizes out until that date.
     void dropAfter(Date capture) {
         for (std::size_t i = 0; i < history.series.size(); ++i) {
             if (at(i).measuredAt.empty() || at(i).measuredAt.back() <= capture)

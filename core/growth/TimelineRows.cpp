@@ -42,7 +42,7 @@ public:
             into.push_back(std::move(rows[next]));
         }
     }
-    /// The row of the gap that stands for an event, which has to be one of those left.
+    /// Sets the event of the row that stands for it. Has no effect on rows that were taken.
     void giveEvent(const Shared<Event>& event) {
         for (std::size_t i = next; i < rows.size(); ++i)
             if (rows[i].gap->eventID == event->id)
@@ -102,7 +102,7 @@ std::vector<TimelineRow> TimelineRows::of(const TimelinePresentation& presentati
             shown.giveEvent(event);
     for (const auto& day : presentation.days) {
         const Date end = calendar.startOfNextDay(day.id);
-        // Later than this day, and a day without events has no heading.
+        // Gaps that ended after this day are above its heading: a day without events has none.
         shown.takeUntil(end, day.id, rows);
         rows.push_back({.kind = Kind::day, .day = day.id, .count = day.events.size()});
         for (const auto& event : day.events) {

@@ -63,7 +63,7 @@ std::int64_t largestChange(const std::vector<Tile>& tiles) {
 
 void setStrengths(std::vector<Tile>& tiles, std::int64_t largest) {
     for (Tile& tile : tiles) {
-        // Of the root, so that changes of a tenth still differ from none.
+        // The square root, so that a tenth of the largest change still differs from no change.
         tile.strength =
             largest == 0
                 ? 0

@@ -92,7 +92,7 @@ std::optional<double> distanceBetween(const TreemapRectangle& from, const Treema
         return std::nullopt;
     const double aside = isSideways ? distanceTo(from.y + from.height / 2, to.y, to.bottom())
                                     : distanceTo(from.x + from.width / 2, to.x, to.right());
-    // What lies in line comes before what is only near.
+    // A tile straight ahead comes before a nearer one that is off to the side.
     return ahead + 4 * aside;
 }
 

@@ -46,8 +46,8 @@ struct FolderMapLayout {
 
     /// The innermost tile at a point.
     std::optional<std::size_t> at(double x, double y) const;
-    /// The tile of a folder, or of the part of it that is named; the one that combines it with
-    /// others where it has none of its own, or else that of the folder.
+    /// The tile of a folder, or of the named part of it. For a part without a tile of its own: the
+    /// tile that combines it with others, or else that of the folder.
     std::optional<std::size_t> find(const std::string& folder, const std::string& part = {}) const;
     /// The nearest tile in a direction, for the arrow keys; without `from` the first one. Open
     /// folders are left out, since their parts cover them.

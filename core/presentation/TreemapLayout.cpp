@@ -33,8 +33,8 @@ double sumOf(std::span<const std::int64_t> sizes, std::span<const std::size_t> o
     });
 }
 
-/// The larger ratio of the sides of the most oblong tile in a row: the tiles have together the area
-/// `sum` and lie along `side`.
+/// The ratio of the longer to the shorter side of the most oblong tile in a row. `sum` is the area
+/// of the whole row, and `side` its length.
 double worstRatio(double largest, double smallest, double sum, double side) {
     return std::max(side * side * largest / (sum * sum), sum * sum / (side * side * smallest));
 }

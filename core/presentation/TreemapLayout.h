@@ -26,8 +26,8 @@ struct TreemapRectangle {
 };
 
 /// Divides a rectangle in proportion to sizes, by squarified treemaps (Bruls, Huizing and van Wijk,
-/// 2000): rows of tiles along the shorter side of what is left, each row as long as its tiles get
-/// no more oblong by it.
+/// 2000): tiles are laid in rows along the shorter side of what is left, and a row takes the next
+/// tile as long as that makes its tiles no more oblong.
 namespace treemapLayout {
 
 /// A rectangle for each size, at its index: they fill `area` without overlapping. The largest size

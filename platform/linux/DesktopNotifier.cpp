@@ -85,7 +85,7 @@ void DesktopNotifier::takeNumber(const QDBusMessage& reply) {
 void DesktopNotifier::takeAction(const QDBusMessage& signal) {
     if (!isAbout(signal, shown) || signal.arguments().value(1).toString() != clicked)
         return;
-    // A copy, because it may show another notification.
+    // A copy, because the function may call `show`, which replaces `current`.
     const auto activated = current ? current->activated : nullptr;
     if (activated)
         activated();
@@ -95,7 +95,7 @@ void DesktopNotifier::takeClosing(const QDBusMessage& signal) {
     if (!isAbout(signal, shown))
         return;
     shown = 0;
-    // While one is being sent, the closed one is the one before.
+    // While another one is being sent, it was the one before that was closed.
     if (!isSending)
         current.reset();
 }

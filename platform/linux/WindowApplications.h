@@ -62,7 +62,7 @@ private:
     std::optional<Identifiers> shown;
     /// Incremented when they become unknown: what began before is dropped then.
     std::uint64_t generation = 0;
-    /// Replaced by each `start`, so that what comes from an earlier one is dropped.
+    /// Replaced by each `start`, so that calls that an earlier one has posted are dropped.
     std::optional<MainThreadCalls> calls;
     std::shared_ptr<void> reader;
     TaskScope tasks;

@@ -16,7 +16,7 @@ Error noRecorder() {
     return Error("No recorder without a window is running.");
 }
 
-/// Calls `end` when the client has the answer, which it shows by leaving.
+/// Calls `end` when the client disconnects, which it does when it has the answer.
 QCoro::Task<void> endAfterAnswer(Recorder& recorder, std::function<void()> end,
                                  std::stop_token departed) {
     const auto hold = recorder.tasks().hold();

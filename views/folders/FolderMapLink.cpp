@@ -29,7 +29,7 @@ FolderMapLink::FolderMapLink(FolderSizeModel& rows, FolderTree& table, FolderMap
     connect(&pane.view(), &FolderMapView::chosen, this,
             [this](const QStringList& path) { chooseInTable(inside + path); });
     connect(&pane.view(), &FolderMapView::openRequested, this, [this](const QStringList& path) {
-        // What has no parts can't be entered, but the folder around it.
+        // A folder without parts can't be entered; the one around it is entered instead.
         QStringList target = inside + path;
         while (target.size() > inside.size() && !model.hasChildren(indexOf(target)))
             target.removeLast();

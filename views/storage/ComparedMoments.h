@@ -17,8 +17,8 @@ public:
         bool operator==(const Moment&) const = default;
     };
 
-    /// Marks a capture. A marked one is not marked any more; of three, the one that was marked
-    /// first makes way.
+    /// Marks a capture, or removes its mark. When two others are marked, the one that was marked
+    /// first loses its mark.
     void toggle(const Moment& moment);
     void clear() { marked.clear(); }
     /// In the order in which they were marked.

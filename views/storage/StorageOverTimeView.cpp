@@ -27,7 +27,7 @@ namespace {
 constexpr int firstChartHeight = 380;
 constexpr int firstListHeight = 260;
 
-/// From a capture to the next one of the table, at most.
+/// The widest text of the column of times, that of a gap.
 constexpr auto widestTime = "30 Sep 2026, 00:00 – 30 Sep 2026, 00:00";
 
 QString momentText(Date at) {

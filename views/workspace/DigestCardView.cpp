@@ -15,7 +15,7 @@ namespace tidemark {
 
 namespace {
 
-/// Of the new background items, which are named one by one; the list has all of them.
+/// How many of the new background items have a button; the timeline lists all of them.
 constexpr std::size_t mostButtons = 6;
 constexpr std::size_t buttonsInRow = 3;
 

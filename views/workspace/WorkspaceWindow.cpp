@@ -77,7 +77,8 @@ void WorkspaceWindow::restoreLayout() {
     const auto stored = [this](const NumberKey& key) {
         return static_cast<int>(read(uses.preferences, key));
     };
-    // Else all three columns would have to fit before one can make way.
+    // Otherwise the window could not become narrower than its three columns, and none of them would
+    // ever be hidden.
     setMinimumSize(smallestWindow);
     resize(stored(preference::windowWidth), stored(preference::windowHeight));
     const int sides = stored(preference::sidebarWidth) + stored(preference::inspectorWidth);
