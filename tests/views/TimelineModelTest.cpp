@@ -5,6 +5,7 @@
 #include <QApplication>
 #include <QScrollBar>
 #include <QSignalSpy>
+#include <QTest>
 #include <random>
 
 #include <gtest/gtest.h>
@@ -86,6 +87,62 @@ TEST(TimelineView, KeepsWhatIsBeingReadInPlace) {
     events.emplace_back(test::event("newest", 20'000.0 * 400));
     view.present(presentationOf(events), Date{0});
     EXPECT_EQ(view.verticalScrollBar()->value(), 0);
+}
+
+TEST(TimelineView, FoldsAndUnfoldsGapsByKeyAndMouse) {
+    TimelineView view;
+    view.resize(400, 600);
+    view.show();
+    const auto events = history(3);
+    std::vector<GapRow> gaps;
+    for (int i = 4; i > 0; --i) {
+        GapRow& gap = gaps.emplace_back();
+        gap.start = Date{40'000.0 + 1'000 * i};
+        gap.end = Date{40'500.0 + 1'000 * i};
+    }
+    const auto present = [&] { view.present(presentationOf(events), Date{0}, gaps); };
+    present();
+    QObject::connect(&view, &TimelineView::gapsToggled, present);
+    const auto rowsOfKind = [&](TimelineModel::RowKind kind) {
+        std::vector<QModelIndex> found;
+        for (int row = 0; row < view.model()->rowCount(); ++row)
+            if (const auto index = view.model()->index(row, 0);
+                TimelineModel::kindOf(index) == kind)
+                found.push_back(index);
+        return found;
+    };
+    using Kind = TimelineModel::RowKind;
+    const auto isFolded = [&] {
+        view.doItemsLayout();
+        return rowsOfKind(Kind::gaps).size() == 1 && rowsOfKind(Kind::gap).empty();
+    };
+    const auto middleOf = [&](Kind kind) {
+        return view.visualRect(rowsOfKind(kind).at(0)).center();
+    };
+    const auto press = [&](Qt::Key key, Kind kind) {
+        view.setCurrentIndex(rowsOfKind(kind).at(0));
+        QTest::keyClick(&view, key);
+    };
+    const auto click = [&] {
+        QTest::mouseClick(view.viewport(), Qt::LeftButton, {}, middleOf(Kind::gaps));
+    };
+    const auto doubleClick = [&](Kind kind) {
+        const QPoint at = middleOf(kind);
+        QTest::mouseClick(view.viewport(), Qt::LeftButton, {}, at);
+        QTest::mouseDClick(view.viewport(), Qt::LeftButton, {}, at);
+        QTest::mouseRelease(view.viewport(), Qt::LeftButton, {}, at);
+    };
+    ASSERT_TRUE(isFolded());
+    press(Qt::Key_Space, Kind::gaps);
+    EXPECT_EQ(rowsOfKind(Kind::gap).size(), gaps.size());
+    press(Qt::Key_Return, Kind::gap);
+    EXPECT_TRUE(isFolded());
+    click();
+    EXPECT_FALSE(isFolded());
+    doubleClick(Kind::gap);
+    EXPECT_TRUE(isFolded());
+    doubleClick(Kind::gaps);
+    EXPECT_FALSE(isFolded()) << "the first click has unfolded them";
 }
 
 TEST(TimelineView, ReportsOnlyWhatTheUserChose) {

@@ -56,22 +56,31 @@ bool TimelineView::toggleGaps(const QModelIndex& index) {
 }
 
 void TimelineView::keyPressEvent(QKeyEvent* event) {
-    const bool isToggle = event->key() == Qt::Key_Space || event->key() == Qt::Key_Return;
+    const bool isToggle = event->key() == Qt::Key_Space || event->key() == Qt::Key_Return
+                          || event->key() == Qt::Key_Enter;
     if (!isToggle || !toggleGaps(currentIndex()))
         QListView::keyPressEvent(event);
 }
 
+void TimelineView::mousePressEvent(QMouseEvent* event) {
+    hasToggled = false;
+    QListView::mousePressEvent(event);
+}
+
 void TimelineView::mouseDoubleClickEvent(QMouseEvent* event) {
-    if (!toggleGaps(indexAt(event->position().toPoint())))
+    if (hasToggled)
+        return;
+    hasToggled = toggleGaps(indexAt(event->position().toPoint()));
+    if (!hasToggled)
         QListView::mouseDoubleClickEvent(event);
 }
 
 void TimelineView::mouseReleaseEvent(QMouseEvent* event) {
     QListView::mouseReleaseEvent(event);
     const QModelIndex index = indexAt(event->position().toPoint());
-    if (event->button() == Qt::LeftButton
+    if (event->button() == Qt::LeftButton && !hasToggled
         && TimelineModel::kindOf(index) == TimelineModel::RowKind::gaps)
-        toggleGaps(index);
+        hasToggled = toggleGaps(index);
 }
 
 void TimelineView::setTextScale(double scale) {

@@ -29,6 +29,7 @@ Q_SIGNALS:
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
@@ -40,6 +41,8 @@ private:
 
     TimelineModel events;
     bool isUpdating = false;
+    /// By the click that is being made: what is then below the pointer was not clicked on.
+    bool hasToggled = false;
 };
 
 } // namespace tidemark
