@@ -168,9 +168,9 @@ Command commands::observe() {
         .group = CommandGroup::observations,
         .summary = "Take one observation of this machine, or of one mounted elsewhere",
         .details =
-            "With --root, all folders are given as paths on that machine, and the home folder\n"
-            "is the one with the same path there as the user's here. Two such observations\n"
-            "can be compared with each other.\n"
+            "With --root, folders are given as paths on that machine, and the home folder is\n"
+            "the one with the same path there as the user's here. Nothing is measured, and no\n"
+            "additional source is read. Two such observations can be compared with each other.\n"
             "Options that take a folder or a --config file can be given several times.\n"
             "Control-C ends the observation early; a second one ends the program.",
     });

@@ -27,7 +27,7 @@ struct Options {
                    "The same; without it the latest capture",
                    {.isPositional = true}},
             Option{"report", &Options::report,
-                   "Make a report as tidemark export does: csv or json"},
+                   "Make a report in this form, as tidemark export does"},
             Option{"include-private", &Options::includePrivate, "Include paths in the report"},
             Option{"json",
                    &Options::json,

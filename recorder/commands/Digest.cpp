@@ -149,6 +149,7 @@ Command commands::digest() {
         .name = "digest",
         .group = CommandGroup::history,
         .summary = "Show on one page what happened in the last days",
+        .details = "Without --since, in the last seven days.",
     });
 }
 

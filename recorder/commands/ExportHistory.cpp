@@ -19,7 +19,8 @@ struct Options : HistoryFilter {
 
     static constexpr auto fields() {
         return std::tuple_cat(
-            std::tuple{Option{"format", &Options::format, "csv or json", {.isRequired = true}}},
+            std::tuple{
+                Option{"format", &Options::format, "The form of the report", {.isRequired = true}}},
             HistoryFilter::fields(),
             std::tuple{Option{"include-private", &Options::includePrivate,
                               "Include paths, names of devices and networks, clips and origins"},

@@ -33,7 +33,7 @@ struct Options {
                    {.isPositional = true, .isRequired = true}},
             Option{"switch",
                    &Options::state,
-                   "on or off",
+                   "Whether it is read for that",
                    {.isPositional = true, .isRequired = true}}};
     }
 };

@@ -192,6 +192,7 @@ Command commands::grew() {
         .name = "grew",
         .group = CommandGroup::history,
         .summary = "Show which folders and applications became larger or smaller",
+        .details = "Without --since, in the last seven days.",
     });
 }
 
