@@ -6,7 +6,9 @@
 #include <array>
 #include <cerrno>
 #include <charconv>
+#include <chrono>
 #include <string_view>
+#include <thread>
 
 #include <fcntl.h>
 #include <sys/file.h>
@@ -17,6 +19,10 @@ namespace tidemark {
 namespace {
 
 constexpr const char* lockName = "recorder.lock";
+/// How many times the lock is tried while others only ask whether it is taken, which they do within
+/// microseconds.
+constexpr int mostAsked = 20;
+constexpr std::chrono::milliseconds askedPause{1};
 
 bool isFileAt(const FileDescriptor& file, const std::filesystem::path& path) {
     struct stat opened{};
@@ -35,6 +41,11 @@ FileDescriptor openLockFile(const std::filesystem::path& path) {
     if (!S_ISREG(status.st_mode))
         throw FileError::ofSystem(path.parent_path(), "could not be locked", EINVAL);
     return file;
+}
+
+/// True when nobody has locked the file but processes in `isTaken`, whose locks are shared.
+bool isOnlyAsked(const FileDescriptor& file) {
+    return ::flock(file.get(), LOCK_SH | LOCK_NB) == 0 && ::flock(file.get(), LOCK_UN) == 0;
 }
 
 std::optional<pid_t> processIn(const FileDescriptor& file) {
@@ -67,14 +78,17 @@ std::string FolderHolder::sentence() const {
 
 std::expected<FolderLock, FolderHolder> FolderLock::take(const std::filesystem::path& folder) {
     const auto path = folder / lockName;
-    while (true) {
+    for (int asked = 0;;) {
         FileDescriptor file = openLockFile(path);
         if (::flock(file.get(), LOCK_EX | LOCK_NB) != 0) {
             if (errno == EINTR)
                 continue;
-            if (errno == EWOULDBLOCK)
+            if (errno != EWOULDBLOCK)
+                throw FileError::ofSystem(folder, "could not be locked", errno);
+            if (!isOnlyAsked(file) || ++asked == mostAsked)
                 return std::unexpected(FolderHolder{folder, processIn(file)});
-            throw FileError::ofSystem(folder, "could not be locked", errno);
+            std::this_thread::sleep_for(askedPause);
+            continue;
         }
         // If the file was removed after it was opened, other processes don't see this lock.
         if (!isFileAt(file, path))

@@ -7,9 +7,12 @@
 #include "tests/support/TemporaryFolder.h"
 
 #include <array>
+#include <atomic>
 #include <csignal>
+#include <thread>
 
 #include <gtest/gtest.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 
@@ -123,4 +126,29 @@ TEST(FolderLock, FailsWithOneSentenceForAFolderItCannotLock) {
     const test::OrdinaryUser user(folder.path());
     EXPECT_EQ(sentence(folder / "closed"),
               start + "/closed could not be locked: Permission denied.");
+}
+
+TEST(FolderLock, IsTakenWhileOthersOnlyAskWhetherItIs) {
+    const TemporaryFolder folder;
+    EXPECT_FALSE(FolderLock::isTaken(folder.path()));
+    {
+        const auto created = FolderLock::take(folder.path());
+    }
+    const FileDescriptor asking(::open((folder / "recorder.lock").c_str(), O_RDONLY | O_CLOEXEC));
+    ASSERT_EQ(::flock(asking.get(), LOCK_SH), 0);
+    std::atomic<bool> isTrying = false;
+    bool isLocked = false;
+    std::thread recorder([&] {
+        isTrying = true;
+        isTrying.notify_one();
+        isLocked = FolderLock::take(folder.path()).has_value();
+    });
+    isTrying.wait(false);
+    std::this_thread::yield();
+    ::flock(asking.get(), LOCK_UN);
+    recorder.join();
+    EXPECT_TRUE(isLocked);
+    // One that never ends is no asker.
+    ASSERT_EQ(::flock(asking.get(), LOCK_SH), 0);
+    EXPECT_FALSE(FolderLock::take(folder.path()));
 }
