@@ -223,7 +223,7 @@ TEST_F(PowerActivityMonitorTest, WriterWaitsForAcceptedRecords) {
     EXPECT_EQ(times(), "1 2 3 ");
 }
 
-TEST_F(PowerActivityMonitorTest, KeepsRecordsMadeDuringTheReadUnlessItFails) {
+TEST_F(PowerActivityMonitorTest, KeepsRecordsMadeDuringTheReadAndWritesNothingWhenItFails) {
     const auto startWithASleep = [this] {
         auto starting = monitor->start();
         center.post(notification::willSleep);
@@ -245,23 +245,14 @@ TEST_F(PowerActivityMonitorTest, KeepsRecordsMadeDuringTheReadUnlessItFails) {
     create();
     folder.write("data/system-activity.json", "[{}]");
     EXPECT_THROW(startWithASleep(), Error);
+    EXPECT_FALSE(monitor->isStarted());
+    record(2);
+    expectLog("");
+    EXPECT_EQ(test::contents(file), "[{}]");
+    EXPECT_EQ(test::namesIn(folder / "data"), "system-activity.json");
     folder.write("data/system-activity.json", "[]");
     EXPECT_EQ(start(), 0);
     center.post(notification::didWake);
     expectLog("1 ");
     EXPECT_FALSE(stored().front().observedSession);
-}
-
-TEST_F(PowerActivityMonitorTest, DoesNotWriteAFileThatItCouldNotRead) {
-    const std::string damaged = "[{\"kind\":\"woke\"";
-    folder.write("data/system-activity.json", damaged);
-    EXPECT_THROW(start(), Error);
-    EXPECT_FALSE(monitor->isStarted());
-    record(1);
-    center.post(notification::willSleep);
-    test::settle();
-    monitor.reset();
-    EXPECT_EQ(log, "");
-    EXPECT_EQ(test::contents(file), damaged);
-    EXPECT_EQ(test::namesIn(folder / "data"), "system-activity.json");
 }
