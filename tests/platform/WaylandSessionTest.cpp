@@ -3,10 +3,9 @@
 #include "platform/linux/DataControl.h"
 #include "platform/linux/SessionClipboard.h"
 #include "platform/linux/SessionDisplays.h"
-#include "platform/linux/WindowApplications.h"
 #include "tests/app/support/Await.h"
-#include "tests/app/support/ManualAppClock.h"
 #include "tests/platform/DisplayServers.h"
+#include "tests/platform/LaunchesByWindows.h"
 
 #include <atomic>
 
@@ -204,52 +203,28 @@ TEST_F(WaylandSessionTest, ReportsLaunchesAndQuitsByWindows) {
     if (!test::hasPrograms({"foot"}))
         GTEST_SKIP() << "foot is not installed";
     const test::TemporaryFolder entries;
-    for (const char* name : {"Editor", "Player", "Viewer"})
-        entries.write(std::string(name) + ".desktop",
-                      std::string("[Desktop Entry]\nType=Application\nExec=/bin/sleep\nName=")
-                          + name + "\n");
+    test::writeEntries(entries, {"Editor", "Player", "Viewer"});
     NamedWindow editor(*server, u"Editor"_s);
     watch();
     untilAWindowIsInFront();
 
-    test::ManualAppClock clock;
-    std::vector<std::unique_ptr<ApplicationLaunches::Source>> sources;
-    sources.push_back(std::make_unique<WindowApplications>(WindowApplications::Setup{
-        .server = WindowApplications::Server::wayland,
-        .sessions = sessions,
-        .clock = clock,
-        .folders = [path = entries.path()] { return std::vector{path}; }}));
-    const auto& windows = static_cast<const WindowApplications&>(*sources.front());
-    ApplicationLaunches launches(std::move(sources), clock);
-    std::string reported;
-    launches.start([&](const ApplicationSource::Change& change) {
-        const bool isLaunch = change.kind == ApplicationSource::Change::Kind::launched;
-        reported += (isLaunch ? "+" : "-") + change.application.id + " ";
-    });
-    test::until([&] { return windows.isFollowing(); });
-    const auto expect = [&](const std::string& expected) {
-        QTimer time;
-        time.callOnTimeout([&] { clock.advance(1); });
-        time.start(5);
-        test::until([&] { return reported.size() >= expected.size(); });
-        EXPECT_EQ(std::exchange(reported, {}), expected);
-    };
+    test::LaunchesByWindows launches(WindowApplications::Server::wayland, sessions, entries);
     NamedWindow player(*server, u"Player"_s);
-    expect("+Player ");
+    launches.expect("+Player ");
     const NamedWindow unknown(*server, u"Unknown"_s);
     const NamedWindow viewer(*server, u"Viewer"_s);
-    expect("+Viewer ");
+    launches.expect("+Viewer ");
     editor.stop();
-    expect("-Editor ");
+    launches.expect("-Editor ");
     NamedWindow second(*server, u"Player"_s);
     player.stop();
     second.stop();
-    expect("-Player ");
+    launches.expect("-Player ");
     // The end of the compositor does not mean that the programs have ended.
     server.reset();
-    test::until([&] { return !windows.isFollowing(); });
-    clock.advance(10);
-    EXPECT_EQ(reported, "");
+    test::until([&] { return !launches.windows.isFollowing(); });
+    launches.clock.advance(10);
+    EXPECT_EQ(launches.reported, "");
 }
 
 TEST_F(WaylandSessionTest, ServesWhatItPutsBack) {

@@ -2,10 +2,9 @@
 
 #include "app/base/MainThreadCalls.h"
 #include "platform/linux/GraphicalSessions.h"
-#include "platform/linux/WindowApplications.h"
 #include "tests/app/support/Await.h"
-#include "tests/app/support/ManualAppClock.h"
 #include "tests/platform/DisplayServers.h"
+#include "tests/platform/LaunchesByWindows.h"
 
 #include <gtest/gtest.h>
 
@@ -52,10 +51,7 @@ TEST(WindowApplicationsTest, ReportLaunchesAndQuitsByWindows) {
     if (!test::hasPrograms({"Xvfb", "openbox"}))
         GTEST_SKIP() << "Xvfb or openbox is not installed";
     const test::TemporaryFolder entries;
-    for (const char* name : {"Editor", "Player"})
-        entries.write(std::string(name) + ".desktop",
-                      std::string("[Desktop Entry]\nType=Application\nExec=/bin/sleep\nName=")
-                          + name + "\n");
+    test::writeEntries(entries, {"Editor", "Player"});
     const test::X11Server server;
     const auto windowOf = [&](const char* name) {
         return std::make_unique<test::X11Window>(server, std::vector<std::string>{"w", name});
@@ -69,44 +65,23 @@ TEST(WindowApplicationsTest, ReportLaunchesAndQuitsByWindows) {
     auto editor = windowOf("Editor");
     untilListed(1);
 
-    test::ManualAppClock clock;
     const auto sessions = std::make_shared<GraphicalSessions>(
         GraphicalSessions::Addresses{.wayland = {}, .x11 = server.display()},
         std::vector{entries.path()});
-    auto made = std::make_unique<WindowApplications>(WindowApplications::Setup{
-        .sessions = sessions, .clock = clock, .folders = [path = entries.path()] {
-            return std::vector{path};
-        }});
-    const auto& windows = *made;
-    std::vector<std::unique_ptr<ApplicationLaunches::Source>> sources;
-    sources.push_back(std::move(made));
-    ApplicationLaunches launches(std::move(sources), clock);
-    std::string reported;
-    launches.start([&](const ApplicationSource::Change& change) {
-        const bool isLaunch = change.kind == ApplicationSource::Change::Kind::launched;
-        reported += (isLaunch ? "+" : "-") + change.application.id + " ";
-    });
-    test::until([&] { return windows.isFollowing(); });
-    const auto expect = [&](const std::string& expected) {
-        QTimer time;
-        time.callOnTimeout([&] { clock.advance(1); });
-        time.start(5);
-        test::until([&] { return reported.size() >= expected.size(); });
-        EXPECT_EQ(std::exchange(reported, {}), expected);
-    };
+    test::LaunchesByWindows launches(WindowApplications::Server::x11, sessions, entries);
     auto player = windowOf("Player");
     const auto unknown = windowOf("Unknown");
-    expect("+Player ");
+    launches.expect("+Player ");
     auto second = windowOf("Player");
     untilListed(4);
     player.reset();
     editor.reset();
-    expect("-Editor ");
+    launches.expect("-Editor ");
     second.reset();
-    expect("-Player ");
+    launches.expect("-Player ");
 
     player = windowOf("Player");
-    expect("+Player ");
+    launches.expect("+Player ");
     // The clock stands still while one window takes the place of another.
     player.reset();
     untilListed(1);
@@ -115,8 +90,8 @@ TEST(WindowApplicationsTest, ReportLaunchesAndQuitsByWindows) {
     untilListed(2);
     test::settleReaders(*sessions);
     editor = windowOf("Editor");
-    expect("+Editor ");
-    launches.stop();
-    clock.advance(10);
-    EXPECT_EQ(reported, "");
+    launches.expect("+Editor ");
+    launches.launches.stop();
+    launches.clock.advance(10);
+    EXPECT_EQ(launches.reported, "");
 }
