@@ -93,7 +93,9 @@ QCoro::Task<void> EnvironmentActivityMonitor::finish(EnvironmentHistory::State s
         status = "The drives can’t be listed · history paused";
         co_return history.reset();
     }
-    status = statusOf(state);
+    // GCC 12 warns of the assignment without a variable.
+    const std::string observed = statusOf(state);
+    status = observed;
     state.volumes = *std::move(mounted);
     for (auto& activity : history.receive(std::move(state), at))
         record(std::move(activity));
