@@ -1,5 +1,6 @@
 #include "views/storage/StorageChartView.h"
 
+#include "core/base/Text.h"
 #include "core/growth/StorageChartText.h"
 #include "views/base/ShownText.h"
 #include "views/storage/StorageChartPainter.h"
@@ -38,7 +39,9 @@ void StorageChartView::present(std::shared_ptr<const StorageChart> shown) {
     chart = std::move(shown);
     reading.reset();
     current = stood ? chart->nearestPoint(*stood) : std::nullopt;
-    setAccessibleDescription(shownText(storageChartText::summary(*chart, Calendar())));
+    const std::string name = oneLine(chart->subject.name);
+    setAccessibleDescription(spokenText(storageChartText::summary(*chart, Calendar()), name,
+                                        shownFolderName(chart->subject.path, name)));
     lay();
     accessibleParts::announceReset(*this);
 }
@@ -65,8 +68,8 @@ int StorageChartView::partCount() const {
 }
 
 QString StorageChartView::partText(int part) const {
-    return shownText(
-        storageChartText::sentence(*chart, static_cast<std::size_t>(part), Calendar()));
+    return shownParts(
+        storageChartText::sentence(*chart, static_cast<std::size_t>(part), Calendar()), ", ");
 }
 
 QRect StorageChartView::partArea(int part) const {
