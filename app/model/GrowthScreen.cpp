@@ -130,7 +130,12 @@ GapSource GrowthScreen::gapSource() const {
 }
 
 std::vector<GapRow> GrowthScreen::gaps(Date since) const {
-    return gapRows(gapSource(), since, clock.now(), Calendar());
+    // From the capture before, so that a gap that began before `since` is shown whole.
+    const auto& snapshots = state.journal()->snapshots;
+    const auto later = std::ranges::upper_bound(
+        snapshots, since, {}, [](const auto& snapshot) { return snapshot->timestamp; });
+    const Date from = later == snapshots.begin() ? since : (*std::prev(later))->timestamp;
+    return gapRows(gapSource(), from, clock.now(), Calendar());
 }
 
 HistoryDigest GrowthScreen::digest(const std::vector<Shared<Event>>& timeline, Date since) const {

@@ -92,6 +92,15 @@ TEST_F(GrowthTest, LeavesDailySizesThatItCantReadAlone) {
     EXPECT_EQ(error(), "none") << "the history itself goes on";
 }
 
+TEST_F(GrowthTest, ShowsGapsWholeThatBeganEarlier) {
+    storeJournal({sized(now() - 9 * day, 7), sized(now() - 8 * day, 7), sized(now() - day, 7)});
+    start();
+    finish();
+    const auto gaps = model->growth().gaps(clock.now() + -2 * day);
+    ASSERT_FALSE(gaps.empty());
+    EXPECT_EQ(gaps.back().title, "Nothing observed for 7 days");
+}
+
 TEST_F(GrowthTest, WritesNothingToAFolderThatIsNotItsOwn) {
     storeJournal({sized(now() - day, 7)});
     ownsFolder = [] { return false; };
