@@ -65,6 +65,9 @@ TEST(ReadFile, RefusesOtherThanRegularFilesWithoutBlocking) {
     const auto file = folder.write("file", "12345");
     EXPECT_EQ(readFile(file, 5), "12345");
     EXPECT_THROW(readFile(file, 4), FileError);
+    // Files that grow while they are read, as these do from the size that their status says.
+    EXPECT_TRUE(readFile("/proc/self/status").ends_with('\n'));
+    EXPECT_THROW(readFile("/proc/self/status", 4), FileError);
 }
 
 TEST(CreatePrivateFolders, CreatesPrivateParentsAndLeavesExistingFolders) {
