@@ -10,7 +10,7 @@ namespace tidemark {
 namespace {
 
 /// Bytes passed to the socket at a time, since it copies them.
-constexpr std::size_t pieceSize = 256 * 1024;
+constexpr std::size_t pieceSize = std::size_t{256} * 1024;
 constexpr std::size_t mostIncoming = control::headerSize + control::mostRequestBytes;
 
 QCoro::Task<ControlAnswer> carriedOut(ControlHandler handler, std::string json,

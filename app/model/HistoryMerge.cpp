@@ -17,7 +17,7 @@ void HistoryMerge::update(const ModelState& state) {
     if (!isStale(state))
         return;
     if (std::exchange(journalRevision, state.journalRevision()) != state.journalRevision()) {
-        const auto journal = state.journal();
+        const auto& journal = state.journal();
         journalEvents = journal->events;
         std::ranges::move(journal->installationEvents(), std::back_inserter(journalEvents));
     }

@@ -171,11 +171,11 @@ void HistoryScreen::toggleSystemFilter(WorkspaceDestination filter) {
     refreshPresentation();
 }
 
-void HistoryScreen::openEvent(Shared<Event> event) {
+void HistoryScreen::openEvent(const Shared<Event>& event) {
     navigation.go(homeOf(*event), true);
     // Shows the whole history, so that the event is in the list.
     changeRange(std::string(rawValue(HistoryTimeWindow::all)));
-    selected.select(std::move(event));
+    selected.select(event);
     selected.scrollToTop();
     refreshPresentation();
 }

@@ -75,7 +75,7 @@ public:
     /// See `HistoryNavigation::toggleFilter`.
     void toggleSystemFilter(WorkspaceDestination filter);
     /// Goes to the place of the event and selects it.
-    void openEvent(Shared<Event> event);
+    void openEvent(const Shared<Event>& event);
 
     // The open named snapshot.
 
