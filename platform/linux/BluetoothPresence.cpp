@@ -1,8 +1,9 @@
 #include "platform/linux/BluetoothPresence.h"
 
+#include "platform/linux/PathList.h"
+
 #include <algorithm>
-#include <cstdlib>
-#include <sstream>
+#include <iterator>
 
 namespace tidemark::bluetoothPresence {
 
@@ -10,12 +11,10 @@ namespace {
 
 constexpr const char* serviceFile = "dbus-1/system-services/org.bluez.service";
 
+/// Where buses look for the files of their services: always in the first two.
 std::vector<std::filesystem::path> systemDataFolders() {
     std::vector<std::filesystem::path> folders{"/usr/local/share", "/usr/share"};
-    const char* listed = std::getenv("XDG_DATA_DIRS");
-    std::istringstream list(listed ? listed : "");
-    for (std::string folder; std::getline(list, folder, ':');)
-        folders.emplace_back(folder);
+    std::ranges::copy(pathList("XDG_DATA_DIRS", ""), std::back_inserter(folders));
     return folders;
 }
 

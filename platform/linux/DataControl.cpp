@@ -11,8 +11,9 @@ constexpr std::array<std::string_view, 2> managers{"ext_data_control_manager_v1"
 /// The second version of wlr is the first one of ext.
 constexpr std::uint32_t managerVersion = 2;
 
-// The tables name each other, so they are filled in one function and never destroyed. They have no
-// `const` inside, because libwayland's structs have pointers to their first element.
+// The tables refer to each other, so they are one object. It is never destroyed: another thread may
+// still use it when the process ends. The arrays of types are not const, because wl_message has a
+// pointer to types that are not.
 struct Tables {
     wl_interface offer{};
     wl_interface source{};

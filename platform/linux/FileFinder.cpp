@@ -50,7 +50,7 @@ std::vector<folderWalk::Start> startsOf(const std::vector<fs::path>& folders) {
     return starts;
 }
 
-/// Files there are not asked for their status, because the server may not respond.
+/// Whether a path lies on a network file system, whose server may not respond.
 bool isOnNetwork(const std::vector<MountEntry>& mounts, const std::string& path) {
     const MountEntry* deepest = nullptr;
     for (const auto& mount : mounts)
@@ -68,7 +68,7 @@ std::vector<MountEntry> mounts() {
     }
 }
 
-/// Requests the wake-up of a thread that waits, when a stop is requested.
+/// Lets a thread wait for a time or for a descriptor, but no longer than until a stop is requested.
 class Waiting {
 public:
     explicit Waiting(const std::stop_token& stop)

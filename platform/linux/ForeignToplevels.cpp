@@ -9,9 +9,63 @@
 
 namespace tidemark {
 
-/// The tables of the protocol, and the functions that are called for its events.
+namespace {
+
+constexpr std::string_view managerName = "zwlr_foreign_toplevel_manager_v1";
+
+// One object, because the tables refer to each other. It is never destroyed: another thread may
+// still use it when the process ends.
+struct Tables {
+    wl_interface window{};
+    wl_interface manager{};
+    std::array<const wl_interface*, 5> none{};
+    std::array<const wl_interface*, 1> seat{&wl_seat_interface};
+    std::array<const wl_interface*, 1> output{&wl_output_interface};
+    std::array<const wl_interface*, 5> rectangle{&wl_surface_interface};
+    std::array<const wl_interface*, 1> windowType{&window};
+    std::array<wl_message, 8> windowRequests{{
+        {"set_maximized", "", none.data()},
+        {"unset_maximized", "", none.data()},
+        {"set_minimized", "", none.data()},
+        {"unset_minimized", "", none.data()},
+        {"activate", "o", seat.data()},
+        {"close", "", none.data()},
+        {"set_rectangle", "oiiii", rectangle.data()},
+        {"destroy", "", none.data()},
+    }};
+    std::array<wl_message, 7> windowEvents{{
+        {"title", "s", none.data()},
+        {"app_id", "s", none.data()},
+        {"output_enter", "o", output.data()},
+        {"output_leave", "o", output.data()},
+        {"state", "a", none.data()},
+        {"done", "", none.data()},
+        {"closed", "", none.data()},
+    }};
+    std::array<wl_message, 1> managerRequests{{{"stop", "", none.data()}}};
+    std::array<wl_message, 2> managerEvents{{
+        {"toplevel", "n", windowType.data()},
+        {"finished", "", none.data()},
+    }};
+
+    Tables() {
+        window = {
+            "zwlr_foreign_toplevel_handle_v1", 1, 8, windowRequests.data(), 7, windowEvents.data()};
+        manager = {managerName.data(), 1, 1, managerRequests.data(), 2, managerEvents.data()};
+    }
+    Tables(const Tables&) = delete;
+    Tables& operator=(const Tables&) = delete;
+};
+
+const Tables& tables() {
+    static const Tables& only = *new Tables;
+    return only;
+}
+
+} // namespace
+
+/// The numbers of the protocol, and the functions that are called for its events.
 struct ForeignToplevels::Protocol {
-    static constexpr std::string_view name = "zwlr_foreign_toplevel_manager_v1";
     static constexpr std::uint32_t destroyWindow = 7;
     static constexpr std::uint32_t activated = 2;
 
@@ -31,7 +85,6 @@ struct ForeignToplevels::Protocol {
 
     static const ManagerListener managerListener;
     static const WindowListener windowListener;
-    static const wl_interface& managerInterface();
 
     static ForeignToplevels& self(void* data) { return *static_cast<ForeignToplevels*>(data); }
 };
@@ -73,60 +126,12 @@ const ForeignToplevels::Protocol::WindowListener ForeignToplevels::Protocol::win
         },
 };
 
-const wl_interface& ForeignToplevels::Protocol::managerInterface() {
-    struct Tables {
-        wl_interface window{};
-        wl_interface manager{};
-        std::array<const wl_interface*, 5> none{};
-        std::array<const wl_interface*, 1> seat{&wl_seat_interface};
-        std::array<const wl_interface*, 1> output{&wl_output_interface};
-        std::array<const wl_interface*, 5> rectangle{&wl_surface_interface};
-        std::array<const wl_interface*, 1> windowType{&window};
-        std::array<wl_message, 8> windowRequests{{
-            {"set_maximized", "", none.data()},
-            {"unset_maximized", "", none.data()},
-            {"set_minimized", "", none.data()},
-            {"unset_minimized", "", none.data()},
-            {"activate", "o", seat.data()},
-            {"close", "", none.data()},
-            {"set_rectangle", "oiiii", rectangle.data()},
-            {"destroy", "", none.data()},
-        }};
-        std::array<wl_message, 7> windowEvents{{
-            {"title", "s", none.data()},
-            {"app_id", "s", none.data()},
-            {"output_enter", "o", output.data()},
-            {"output_leave", "o", output.data()},
-            {"state", "a", none.data()},
-            {"done", "", none.data()},
-            {"closed", "", none.data()},
-        }};
-        std::array<wl_message, 1> managerRequests{{{"stop", "", none.data()}}};
-        std::array<wl_message, 2> managerEvents{{
-            {"toplevel", "n", windowType.data()},
-            {"finished", "", none.data()},
-        }};
-
-        Tables() {
-            window = {"zwlr_foreign_toplevel_handle_v1",
-                      1,
-                      8,
-                      windowRequests.data(),
-                      7,
-                      windowEvents.data()};
-            manager = {name.data(), 1, 1, managerRequests.data(), 2, managerEvents.data()};
-        }
-    };
-    static const Tables& tables = *new Tables;
-    return tables.manager;
-}
-
 ForeignToplevels::ForeignToplevels(WaylandConnection& connection, std::function<void()> changed)
     : changed(std::move(changed)) {
-    const auto* global = connection.global(Protocol::name);
+    const auto* global = connection.global(managerName);
     if (global == nullptr)
         return;
-    manager = {connection.bind(*global, Protocol::managerInterface(), 1), std::nullopt};
+    manager = {connection.bind(*global, tables().manager, 1), std::nullopt};
     wl_proxy_add_listener(manager.get(),
                           reinterpret_cast<void (**)()>(
                               const_cast<Protocol::ManagerListener*>(&Protocol::managerListener)),

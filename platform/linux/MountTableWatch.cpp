@@ -3,6 +3,8 @@
 #include "app/base/Background.h"
 #include "core/base/Error.h"
 
+#include <cerrno>
+#include <cstring>
 #include <utility>
 
 #include <fcntl.h>
@@ -13,8 +15,10 @@ MountTableWatch::MountTableWatch(userVolumes::Tables given, std::function<void()
     : tables(std::move(given)), didChange(std::move(didChange)),
       file(::open(tables.mounts.c_str(), O_RDONLY | O_CLOEXEC)),
       delay([this] { tasks.start(read()); }) {
-    if (!file)
+    if (!file) {
+        qWarning("Mounts of volumes can't be followed: %s.", std::strerror(errno));
         return;
+    }
     notifier = std::make_unique<QSocketNotifier>(file.get(), QSocketNotifier::Exception);
     QObject::connect(notifier.get(), &QSocketNotifier::activated, notifier.get(),
                      [this] { delay.request(); });

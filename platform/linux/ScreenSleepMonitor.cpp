@@ -78,15 +78,21 @@ ScreenSleepMonitor::~ScreenSleepMonitor() = default;
 void ScreenSleepMonitor::followDisplays() {
     isPowerSaving = false;
     update();
-    signalsOfDisplays = displays.subscribe(
-        displayPath, BusService::propertiesInterface, BusService::propertiesChanged,
-        [this](const auto&) { readDisplays(); }, displayService);
-    readDisplays();
+    rereadingDisplays.cancel();
+    signalsOfDisplays.reset();
+    if (!displays.isThere())
+        return;
+    const auto readSoon = [this] { rereadingDisplays.request(); };
+    signalsOfDisplays.emplace(
+        displays, GuardedSubscription::propertiesOf(displayPath, displayService),
+        [readSoon](const auto&) { readSoon(); }, readSoon);
+    rereadingDisplays.readNow();
 }
 
 void ScreenSleepMonitor::readDisplays() {
     displays.readProperty(displayPath, displayService, QStringLiteral("PowerSaveMode"),
                           [this](const QVariant& mode) {
+                              rereadingDisplays.ended();
                               // 0 is on, 1 to 3 are ways to be off, −1 is not known.
                               isPowerSaving = mode.toInt() > 0;
                               update();

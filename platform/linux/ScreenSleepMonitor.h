@@ -2,8 +2,9 @@
 
 #include "app/base/NotificationCenter.h"
 #include "app/ports/ScreenSleepSource.h"
-#include "platform/linux/BusService.h"
+#include "platform/linux/GuardedSubscription.h"
 #include "platform/linux/LogindSession.h"
+#include "platform/linux/Rereading.h"
 
 #include <memory>
 #include <optional>
@@ -40,7 +41,8 @@ private:
     bool isPowerSaving = false;
     std::optional<bool> isLocked;
     BusService displays;
-    BusService::Subscription signalsOfDisplays;
+    std::optional<GuardedSubscription> signalsOfDisplays;
+    Rereading rereadingDisplays{[this] { readDisplays(); }};
     LogindSession session;
 };
 

@@ -241,6 +241,23 @@ Subject screens() {
             "nothing"};
 }
 
+Subject screensOfMutter() {
+    constexpr const char* name = "org.gnome.Mutter.DisplayConfig";
+    const auto mode = [](bool yes) { return QVariant(yes ? 3 : 0); };
+    return {"screensOfMutter",
+            name,
+            [=](bool yes) -> Answers {
+                return {
+                    {u"Get org.gnome.Mutter.DisplayConfig PowerSaveMode"_s, property(mode(yes))}};
+            },
+            [=](bool yes) {
+                return changed("/org/gnome/Mutter/DisplayConfig", name,
+                               {{u"PowerSaveMode"_s, mode(yes)}});
+            },
+            screens().create,
+            "nothing"};
+}
+
 Subject tray() {
     constexpr const char* name = "org.kde.StatusNotifierWatcher";
     return {"tray",
@@ -386,5 +403,5 @@ TEST_P(ServiceFaults, OfAFloodCauseFewQuestions) {
 
 INSTANTIATE_TEST_SUITE_P(Adapters, ServiceFaults,
                          testing::Values(battery(), powerMode(), bluetooth(), wifi(), metered(),
-                                         session(), screens(), tray()),
+                                         session(), screens(), screensOfMutter(), tray()),
                          [](const auto& subject) { return std::string(subject.param.name); });
