@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <map>
 #include <set>
+#include <unordered_map>
 #include <utility>
 
 namespace tidemark::BackgroundCollector {
@@ -15,54 +16,84 @@ namespace {
 
 using Applications = std::vector<Shared<Application>>;
 
-/// The only application for which `belongs` is true; null when there is none or more than one. A
-/// bundle reported by two roots counts twice.
-template <class Belongs>
-const Application* onlyOne(const Applications& apps, Belongs belongs) {
-    const Application* only = nullptr;
-    for (const auto& app : apps) {
-        if (!belongs(*app))
-            continue;
-        if (only)
-            return nullptr;
-        only = &*app;
+/// Applications by a text that several may share, their path or their identifier. An application
+/// that two roots report counts twice.
+class ApplicationsByText {
+public:
+    void add(std::string_view text, const Application& application) {
+        auto& [first, count] = found[text];
+        first = &application;
+        ++count;
     }
-    return only;
-}
 
-bool matches(std::string_view label, std::string_view bundleID) {
-    return label.starts_with(bundleID)
-           && (label.size() == bundleID.size() || label[bundleID.size()] == '.');
-}
+    /// The only application whose text is what comes before one of the separators of `text`; null
+    /// when there is none or more than one. `text` itself counts when it `mayBeWhole`.
+    const Application* onlyPrefix(std::string_view text, char separator, bool mayBeWhole) const {
+        Match all;
+        for (auto end = text.find(separator); end != std::string_view::npos;
+             end = text.find(separator, end + 1))
+            all = sum(all, text.substr(0, end));
+        if (mayBeWhole)
+            all = sum(all, text);
+        return all.count == 1 ? all.application : nullptr;
+    }
 
-void associate(BackgroundItem& item, const Applications& apps,
-               const PackageAssociation& byPackage) {
-    std::string_view reason = BackgroundItem::insideBundle;
-    const auto* app = onlyOne(apps, [&](const Application& candidate) {
-        return item.program && isBelow(*item.program, candidate.path);
-    });
-    if (!app) {
-        reason = byIdentifier;
-        app = onlyOne(apps, [&](const Application& candidate) {
-            return matches(item.identifier, candidate.bundleID);
-        });
+private:
+    struct Match {
+        const Application* application = nullptr;
+        int count = 0;
+    };
+
+    Match sum(const Match& before, std::string_view text) const {
+        const auto more = found.find(text);
+        if (more == found.end())
+            return before;
+        return {more->second.application, before.count + more->second.count};
     }
-    if (!app) {
-        reason = PackageAssociation::reason;
-        app = byPackage.find(item.path);
+
+    std::unordered_map<std::string_view, Match> found;
+};
+
+/// Finds the application that a background item belongs to.
+class Associations {
+public:
+    Associations(const Applications& apps, PackageIndex::Reading* packages)
+        : byPackage(apps, packages) {
+        for (const auto& app : apps) {
+            byPath.add(app->path, *app);
+            byBundleID.add(app->bundleID, *app);
+        }
     }
-    if (!app)
-        return;
-    item.associatedAppID = app->bundleID;
-    item.association = reason;
-}
+
+    void associate(BackgroundItem& item) const {
+        std::string_view reason = BackgroundItem::insideBundle;
+        const auto* app = item.program ? byPath.onlyPrefix(*item.program, '/', false) : nullptr;
+        if (!app) {
+            reason = byIdentifier;
+            app = byBundleID.onlyPrefix(item.identifier, '.', true);
+        }
+        if (!app) {
+            reason = PackageAssociation::reason;
+            app = byPackage.find(item.path);
+        }
+        if (!app)
+            return;
+        item.associatedAppID = app->bundleID;
+        item.association = reason;
+    }
+
+private:
+    ApplicationsByText byPath;
+    ApplicationsByText byBundleID;
+    PackageAssociation byPackage;
+};
 
 class Collection {
 public:
     Collection(const Applications& apps, Clock& clock, const std::stop_token& stop,
                std::span<const BackgroundFormat> formats, const MachineFiles& machine,
                PackageIndex::Reading* packages)
-        : apps(apps), byPackage(apps, packages), clock(clock), stop(stop), formats(formats),
+        : associations(apps, packages), clock(clock), stop(stop), formats(formats),
           machine(machine), merged(machine) {}
 
     void visit(const std::vector<BackgroundRoot>& given) {
@@ -162,7 +193,7 @@ private:
 
     void add(BackgroundItem item, BackgroundItem::Kind kind) {
         item.kind = kind;
-        associate(item, apps, byPackage);
+        associations.associate(item);
         result.items.emplace_back(std::move(item));
     }
 
@@ -227,8 +258,7 @@ private:
         ++counter;
     }
 
-    const Applications& apps;
-    const PackageAssociation byPackage;
+    const Associations associations;
     Clock& clock;
     const std::stop_token& stop;
     std::span<const BackgroundFormat> formats;

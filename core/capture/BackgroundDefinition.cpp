@@ -100,7 +100,7 @@ struct Normaliser {
     }
 };
 
-std::string fingerprint(const Value& value) {
+std::string digested(const Value& value) {
     Sha256 digest;
     json::JsonWriter out([&](std::string_view piece) { digest.update(piece); });
     out.beginArray();
@@ -108,6 +108,16 @@ std::string fingerprint(const Value& value) {
     out.endArray();
     out.finish();
     return digest.finish();
+}
+
+std::string fingerprint(const Value& value) {
+    // Most values are flags.
+    static const std::string ofTrue = digested({true});
+    static const std::string ofFalse = digested({false});
+    const bool* flag = value.as<bool>();
+    if (!flag)
+        return digested(value);
+    return *flag ? ofTrue : ofFalse;
 }
 
 } // namespace
