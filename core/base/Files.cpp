@@ -5,6 +5,7 @@
 
 #include <cerrno>
 #include <expected>
+#include <optional>
 
 #include <fcntl.h>
 #include <sys/file.h>
@@ -29,9 +30,12 @@ std::filesystem::path folderOf(const std::filesystem::path& path) {
     return parent.empty() ? std::filesystem::path(".") : parent;
 }
 
-/// How much was read: less than `size` only at the end of the file. The error is an `errno`.
+/// How much was read: less than `size` only at the end of the file. A read that ends after
+/// `expected` bytes is taken for the end, without another one that returns nothing. The error is an
+/// `errno`.
 std::expected<std::size_t, int> readUntilFull(const FileDescriptor& file, char* data,
-                                              std::size_t size) {
+                                              std::size_t size,
+                                              std::optional<std::size_t> expected) {
     std::size_t filled = 0;
     while (filled < size) {
         const ssize_t count = ::read(file.get(), data + filled, size - filled);
@@ -39,9 +43,9 @@ std::expected<std::size_t, int> readUntilFull(const FileDescriptor& file, char* 
             continue;
         if (count < 0)
             return std::unexpected(errno);
-        if (count == 0)
-            break;
         filled += static_cast<std::size_t>(count);
+        if (count == 0 || filled == expected)
+            break;
     }
     return filled;
 }
@@ -74,7 +78,8 @@ std::string readFile(const FileDescriptor& file, const std::filesystem::path& pa
         int failure = 0;
         bytes.resize_and_overwrite(
             room, [&, filled = bytes.size()](char* data, std::size_t) noexcept {
-                const auto count = readUntilFull(file, data + filled, room - filled);
+                const auto count = readUntilFull(file, data + filled, room - filled,
+                                                 filled == 0 ? std::optional(size) : std::nullopt);
                 failure = count ? 0 : count.error();
                 return filled + count.value_or(0);
             });

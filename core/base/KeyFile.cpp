@@ -8,15 +8,25 @@ namespace tidemark {
 
 namespace {
 
-constexpr std::string_view blanks = " \t\r\f\v";
 constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
 
-/// Unlike `tidemark::trimmed`, keeps the other spaces of Unicode: they are part of a value here.
+/// Unlike for `tidemark::trimmed`, the other spaces of Unicode are part of a value here.
+constexpr bool isBlank(char character) {
+    return character == ' ' || character == '\t' || character == '\r' || character == '\f'
+           || character == '\v';
+}
+
+/// Without leading blanks: the indentation of a continued line is no part of the value.
+std::string_view unindented(std::string_view line) {
+    while (!line.empty() && isBlank(line.front()))
+        line.remove_prefix(1);
+    return line;
+}
+
 std::string_view withoutBlanks(std::string_view text) {
-    const auto start = text.find_first_not_of(blanks);
-    if (start == std::string_view::npos)
-        return {};
-    return text.substr(start, text.find_last_not_of(blanks) - start + 1);
+    while (!text.empty() && isBlank(text.back()))
+        text.remove_suffix(1);
+    return unindented(text);
 }
 
 /// Removes the first line and its line break from `rest` and returns the line.
@@ -29,8 +39,8 @@ std::string_view nextLine(std::string_view& rest) {
 }
 
 bool isComment(std::string_view line) {
-    const auto start = line.find_first_not_of(blanks);
-    return start != std::string_view::npos && (line[start] == '#' || line[start] == ';');
+    line = unindented(line);
+    return line.starts_with('#') || line.starts_with(';');
 }
 
 /// An even number of backslashes at the end are escaped ones.
@@ -38,11 +48,6 @@ bool isContinued(std::string_view line) {
     const auto last = line.find_last_not_of('\\');
     const std::size_t count = line.size() - (last == std::string_view::npos ? 0 : last + 1);
     return count % 2 == 1;
-}
-
-/// Without leading blanks: the indentation of a continued line is no part of the value.
-std::string_view unindented(std::string_view line) {
-    return line.substr(std::min(line.find_first_not_of(blanks), line.size()));
 }
 
 /// The text with each continued line and the lines that continue it joined into one. Comments
