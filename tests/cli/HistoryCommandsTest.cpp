@@ -219,7 +219,7 @@ TEST_P(HistoryCommands, KeepDailySizesApartFromTheHistory) {
     EXPECT_EQ(outcome.status, 0) << "what the history has is drawn";
     EXPECT_TRUE(test::contains(outcome.err, "storage-history.json could not be read"));
     EXPECT_TRUE(test::contains(outputOf({"status"}), "storage-history.json could not be read"));
-    EXPECT_TRUE(test::contains(command({"export", "--sizes"}).err,
+    EXPECT_TRUE(test::contains(command({"export", "--sizes", "--format", "csv"}).err,
                                "storage-history.json could not be read"));
     EXPECT_EQ(command({"capture"}).status, 0);
     EXPECT_EQ(test::contents(document), "{");
