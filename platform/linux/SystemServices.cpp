@@ -11,10 +11,21 @@
 #include "platform/linux/SystemdService.h"
 #include "platform/linux/UnitApplications.h"
 #include "platform/linux/WindowApplications.h"
+#include "platform/linux/X11Display.h"
 
 #include <optional>
 
 namespace tidemark {
+
+namespace {
+
+/// An X11 server on another machine, as in a remote login, is not connected to.
+bool hasGraphicalSession() {
+    const auto addresses = GraphicalSessions::Addresses::ofEnvironment();
+    return !addresses.wayland.empty() || !x11Display::local(addresses.x11).empty();
+}
+
+} // namespace
 
 std::unique_ptr<SleepAndSessionSource>
 systemServices::sleepAndSession(NotificationCenter& notifications,
@@ -32,8 +43,7 @@ std::unique_ptr<Clipboard> systemServices::clipboard() {
 }
 
 std::optional<std::string> systemServices::clipboardAbsence() {
-    const auto addresses = GraphicalSessions::Addresses::ofEnvironment();
-    if (!addresses.wayland.empty() || !addresses.x11.empty())
+    if (hasGraphicalSession())
         return std::nullopt;
     return std::string(SessionClipboard::noSession);
 }
@@ -48,17 +58,15 @@ std::unique_ptr<ApplicationSource> systemServices::applications() {
 }
 
 std::optional<std::string> systemServices::applicationsAbsence() {
-    const auto addresses = GraphicalSessions::Addresses::ofEnvironment();
-    if (!addresses.wayland.empty() || !addresses.x11.empty())
+    if (hasGraphicalSession())
         return std::nullopt;
     // The socket of the user's service manager.
     const auto runtime = UserFolders::runtime();
     std::error_code unknown;
     if (runtime && std::filesystem::exists(*runtime / "systemd/private", unknown))
         return std::nullopt;
-    return "There is neither a service manager of this user nor a graphical session, so launches "
-           "of "
-           "applications can’t be noticed.";
+    return "There is neither a service manager of this user nor a graphical session, so no "
+           "launches of applications can be noticed.";
 }
 
 std::unique_ptr<DesktopNotifications> systemServices::desktopNotifications() {

@@ -113,7 +113,7 @@ TEST_F(RecorderProgram, MarksSettingsWhoseSourceIsNotAvailable) {
          {"appearanceMode", "networkHistoryEnabled", "wifiNetworkNamesEnabled", "memoryFiles"})
         EXPECT_FALSE(test::contains(command({"settings", "get", key}).out, "Not available"));
     EXPECT_TRUE(test::contains(command({"settings", "--json"}).out, "\"key\":\"captureSchedule\""));
-    more = {"DBUS_SESSION_BUS_ADDRESS=", "DISPLAY=", "WAYLAND_DISPLAY="};
+    more = {"DBUS_SESSION_BUS_ADDRESS=", "DISPLAY=other-machine:0", "WAYLAND_DISPLAY="};
     const std::pair<const char*, const char*> withoutSession[] = {
         {"backgroundItemNotices", "There is no session of a desktop"},
         {"memoryApps", "There is neither a service manager of this user nor a graphical session"},
