@@ -7,8 +7,13 @@
 #include <cstdint>
 #include <ctime>
 #include <map>
+#include <mutex>
 #include <numeric>
+#include <string_view>
+#include <utility>
 
+#include <unicode/dtptngen.h>
+#include <unicode/locid.h>
 #include <unicode/smpdtfmt.h>
 #include <unicode/timezone.h>
 
@@ -47,6 +52,34 @@ std::int64_t offsetOf(const icu::TimeZone& zone, std::int64_t time) {
     return U_SUCCESS(status) ? (standard + saving) / 1000 : 0;
 }
 
+/// The order and the punctuation of the language, for a pattern that names the fields in those of
+/// English.
+icu::UnicodeString inLanguage(const std::string& pattern) {
+    const icu::Locale& locale = icu::Locale::getDefault();
+    const auto english = icu::UnicodeString::fromUTF8(pattern);
+    if (std::string_view(locale.getLanguage()) == "en")
+        return english;
+    UErrorCode status = U_ZERO_ERROR;
+    const std::unique_ptr<icu::DateTimePatternGenerator> generator(
+        icu::DateTimePatternGenerator::createInstance(locale, status));
+    if (U_FAILURE(status))
+        return english;
+    const auto fields = icu::DateTimePatternGenerator::staticGetSkeleton(english, status);
+    const auto best = generator->getBestPattern(fields, status);
+    return U_SUCCESS(status) ? best : english;
+}
+
+/// What `inLanguage` returns, made once for each language: that takes a millisecond.
+icu::UnicodeString shownPattern(const std::string& pattern) {
+    static std::mutex mutex;
+    static std::map<std::pair<std::string, std::string>, icu::UnicodeString> made;
+    const std::scoped_lock lock(mutex);
+    const std::pair key(icu::Locale::getDefault().getName(), pattern);
+    const auto found = made.find(key);
+    return found != made.end() ? found->second
+                               : made.emplace(key, inLanguage(pattern)).first->second;
+}
+
 } // namespace
 
 struct Calendar::Implementation {
@@ -74,7 +107,7 @@ struct Calendar::Implementation {
         if (found != formatters.end())
             return found->second;
         UErrorCode status = U_ZERO_ERROR;
-        icu::SimpleDateFormat made(icu::UnicodeString::fromUTF8(pattern), status);
+        icu::SimpleDateFormat made(shownPattern(pattern), status);
         if (U_FAILURE(status))
             throw Error("The calendar of this system is not available.");
         // It formats local time that was converted to UTC before.

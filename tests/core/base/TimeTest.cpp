@@ -7,6 +7,7 @@
 #include <filesystem>
 
 #include <gtest/gtest.h>
+#include <unicode/locid.h>
 
 using namespace tidemark;
 
@@ -110,4 +111,23 @@ TEST(Calendar, AcceptsAnyDate) {
             EXPECT_FALSE(calendar.format(Date{seconds}, "d MMM yyyy, HH:mm:ss").empty());
             EXPECT_LE(calendar.startOfDay(Date{seconds}), calendar.startOfNextDay(Date{seconds}));
         }
+}
+
+TEST(Calendar, FormatsInTheOrderOfTheLanguage) {
+    const icu::Locale before;
+    const struct {
+        const char* language;
+        const char* day;
+        const char* moment;
+    } cases[] = {{"en_US", "Monday, 1 January 2001", "1 Jan 2001, 00:00"},
+                 {"de_DE", "Montag, 1. Januar 2001", "1. Jan. 2001, 00:00"}};
+    for (const auto& [language, day, moment] : cases) {
+        UErrorCode status = U_ZERO_ERROR;
+        icu::Locale::setDefault(icu::Locale(language), status);
+        const Calendar calendar("UTC");
+        EXPECT_EQ(calendar.format(Date{0}, "EEEE, d MMMM yyyy"), day);
+        EXPECT_EQ(calendar.format(Date{0}, "d MMM yyyy, HH:mm"), moment);
+    }
+    UErrorCode status = U_ZERO_ERROR;
+    icu::Locale::setDefault(before, status);
 }
