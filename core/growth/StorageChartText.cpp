@@ -107,7 +107,7 @@ std::string sentence(const StorageChart& chart, std::size_t point, const Calenda
 std::string summary(const StorageChart& chart, const Calendar& calendar) {
     const std::string name = oneLine(chart.subject.name);
     if (chart.points.empty())
-        return name + ": no complete size is known in this time.";
+        return name + ", no complete size is known in this time.";
     const auto date = [&](Date at) { return calendar.format(at, "d MMM yyyy"); };
     return name + ", " + date(chart.points.front().at) + " – " + date(chart.points.back().at)
            + ", from " + byteString(chart.least) + " to " + byteString(chart.most) + ", last "

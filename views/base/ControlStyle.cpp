@@ -12,6 +12,7 @@ namespace {
 
 /// At each side of the text of a button.
 constexpr int room = 12;
+constexpr int iconSpacing = 4;
 constexpr float frameStrength = 0.45F;
 
 class RoomyButtons : public QProxyStyle {
@@ -24,6 +25,34 @@ public:
         if (type == CT_PushButton)
             size.setWidth(std::max(size.width(), contents.width() + 2 * room));
         return size;
+    }
+    void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
+                     const QWidget* widget) const override {
+        const auto* button = qstyleoption_cast<const QStyleOptionButton*>(option);
+        const bool isMirroredLabel = element == CE_PushButtonLabel && button
+                                     && button->direction == Qt::RightToLeft
+                                     && !button->icon.isNull() && !button->text.isEmpty();
+        if (isMirroredLabel)
+            drawMirroredLabel(*button, *painter);
+        else
+            QProxyStyle::drawControl(element, option, painter, widget);
+    }
+
+private:
+    /// Qt moves the text to the edge of the button, away from its icon.
+    void drawMirroredLabel(const QStyleOptionButton& button, QPainter& painter) const {
+        const bool isEnabled = button.state & State_Enabled;
+        const int text = button.fontMetrics.size(Qt::TextShowMnemonic, button.text).width();
+        const int icon = button.iconSize.width();
+        QRect label(0, 0, text + iconSpacing + icon, button.rect.height());
+        label.moveCenter(button.rect.center());
+        const QRect image =
+            alignedRect(Qt::LeftToRight, Qt::AlignRight | Qt::AlignVCenter, button.iconSize, label);
+        button.icon.paint(&painter, image, Qt::AlignCenter,
+                          isEnabled ? QIcon::Normal : QIcon::Disabled);
+        drawItemText(&painter, label.adjusted(0, 0, -icon - iconSpacing, 0),
+                     Qt::AlignCenter | Qt::TextShowMnemonic, button.palette, isEnabled, button.text,
+                     QPalette::ButtonText);
     }
 };
 

@@ -31,7 +31,9 @@ std::array<std::pair<Trend, QString>, 4> entries() {
 } // namespace
 
 FolderMapLegend::FolderMapLegend(QWidget* parent) : QWidget(parent) {
-    setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+    QSizePolicy policy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+    policy.setHeightForWidth(true);
+    setSizePolicy(policy);
     setFont(parent ? parent->font() : font());
     QStringList all;
     for (const auto& [trend, text] : entries())
@@ -40,23 +42,49 @@ FolderMapLegend::FolderMapLegend(QWidget* parent) : QWidget(parent) {
 }
 
 QSize FolderMapLegend::sizeHint() const {
-    const int side = fontMetrics().ascent();
     int width = 0;
     for (const auto& [trend, text] : entries())
-        width += side + gap + fontMetrics().horizontalAdvance(text) + betweenEntries;
-    return {width, fontMetrics().height() + 2};
+        width += widthOf(text) + betweenEntries;
+    return {width, lineHeight()};
+}
+
+int FolderMapLegend::heightForWidth(int width) const {
+    return placesIn(width).back().y() + lineHeight();
+}
+
+int FolderMapLegend::lineHeight() const {
+    return fontMetrics().height() + 2;
+}
+
+int FolderMapLegend::widthOf(const QString& entry) const {
+    return fontMetrics().ascent() + gap + fontMetrics().horizontalAdvance(entry) + 2;
+}
+
+std::vector<QPoint> FolderMapLegend::placesIn(int width) const {
+    std::vector<QPoint> places;
+    QPoint next;
+    for (const auto& [trend, text] : entries()) {
+        if (next.x() > 0 && next.x() + widthOf(text) > width)
+            next = {0, next.y() + lineHeight()};
+        places.push_back(next);
+        next.rx() += widthOf(text) + betweenEntries;
+    }
+    return places;
 }
 
 void FolderMapLegend::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     const int side = fontMetrics().ascent();
-    int x = 0;
+    const auto places = placesIn(width());
+    auto place = places.begin();
     for (const auto& [trend, text] : entries()) {
+        const auto [x, y] = std::pair(place->x(), place->y());
+        ++place;
         const auto visual = [&](const QRect& area) {
             return QStyle::visualRect(layoutDirection(), rect(), area);
         };
-        const QRect swatch = visual({x, (height() - side) / 2, side, side});
+        const QRect swatch = visual({x, y + (lineHeight() - side) / 2, side, side});
         const QColor surface = folderMapColors::tile(palette(), trend, shownStrength);
         painter.setPen(Qt::NoPen);
         painter.setBrush(surface);
@@ -64,12 +92,10 @@ void FolderMapLegend::paintEvent(QPaintEvent*) {
         painter.setBrush(QBrush(folderMapColors::patternOn(palette(), trend, surface),
                                 folderMapColors::pattern(trend)));
         painter.drawRoundedRect(swatch, cornerRadius, cornerRadius);
-        x += side + gap;
-        const int width = fontMetrics().horizontalAdvance(text) + 2;
+        const int before = side + gap;
         painter.setPen(textColor::dimmed(palette().color(QPalette::Active, QPalette::Text)));
-        painter.drawText(visual({x, 0, width, height()}), Qt::AlignCenter | Qt::TextSingleLine,
-                         isolated(text));
-        x += width + betweenEntries;
+        painter.drawText(visual({x + before, y, widthOf(text) - before, lineHeight()}),
+                         Qt::AlignCenter | Qt::TextSingleLine, isolated(text));
     }
 }
 

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <QPoint>
 #include <QWidget>
+#include <vector>
 
 namespace tidemark {
 
@@ -13,10 +15,18 @@ public:
 
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override { return {1, sizeHint().height()}; }
+    /// Entries that do not fit go into further lines.
+    int heightForWidth(int width) const override;
 
 protected:
     void paintEvent(QPaintEvent* event) override;
     void changeEvent(QEvent* event) override;
+
+private:
+    int lineHeight() const;
+    int widthOf(const QString& entry) const;
+    /// Of each entry, from the leading edge.
+    std::vector<QPoint> placesIn(int width) const;
 };
 
 } // namespace tidemark

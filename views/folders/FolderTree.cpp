@@ -1,6 +1,7 @@
 #include "views/folders/FolderTree.h"
 
 #include "views/base/RowPainter.h"
+#include "views/base/ShownText.h"
 #include "views/base/ThinScrollBar.h"
 #include "views/folders/FlatHeader.h"
 #include "views/folders/FolderSizeDelegate.h"
@@ -8,6 +9,7 @@
 #include <QHeaderView>
 #include <QPainter>
 #include <QPainterPath>
+#include <algorithm>
 
 namespace tidemark {
 
@@ -38,16 +40,19 @@ FolderTree::FolderTree(QWidget* parent) : QTreeView(parent) {
 }
 
 void FolderTree::fitColumns() {
-    const auto widthOf = [&](const char* text) {
-        return fontMetrics().horizontalAdvance(QString::fromUtf8(text))
-               + FolderSizeDelegate::margins;
+    const auto widthOf = [&](const QString& text) {
+        return fontMetrics().horizontalAdvance(text) + FolderSizeDelegate::margins;
     };
+    const int size = widthOf(QString::fromUtf8(widestSize));
+    // In some languages, the words are wider than any number.
+    const int change =
+        std::max(widthOf(QString::fromUtf8(widestChange)), widthOf(wordsHere("No change")));
     const int last = header()->count() - 1;
     for (int column = 0; column <= last; ++column) {
         header()->setSectionResizeMode(column, column == 0 ? QHeaderView::Stretch
                                                            : QHeaderView::Interactive);
         if (column > 0)
-            header()->resizeSection(column, widthOf(column == last ? widestChange : widestSize));
+            header()->resizeSection(column, column == last ? change : size);
     }
 }
 

@@ -26,6 +26,7 @@ constexpr std::array texts{
     QT_TRANSLATE_NOOP("core", "before Zero KB"),
     QT_TRANSLATE_NOOP("core", "after Zero KB"),
     QT_TRANSLATE_NOOP("core", "Observed empty"),
+    QT_TRANSLATE_NOOP("core", "no complete size is known in this time."),
     QT_TRANSLATE_NOOP("core", "User service"),
     QT_TRANSLATE_NOOP("core", "System service"),
     QT_TRANSLATE_NOOP("core", "The computer was asleep."),
@@ -35,7 +36,6 @@ constexpr std::array texts{
 
 /// Where one fits inside of another, the longer one comes first.
 constexpr std::array patterns{
-    QT_TRANSLATE_NOOP("core", "%1: no complete size is known in this time."),
     QT_TRANSLATE_NOOP("core", "Before: measured %1"),
     QT_TRANSLATE_NOOP("core", "After: measured %1"),
     QT_TRANSLATE_NOOP("core", "Last measured size: %1"),

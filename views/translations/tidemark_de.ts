@@ -2305,10 +2305,6 @@ Alle Änderungen, unabhängig von den Schwellen der Zeitleiste.</translation>
         <translation>Die Aufzeichnung war angehalten.</translation>
     </message>
     <message>
-        <source>%1: no complete size is known in this time.</source>
-        <translation>%1: In dieser Zeit ist keine vollständige Größe bekannt.</translation>
-    </message>
-    <message>
         <source>Before: measured %1</source>
         <translation>Vorher: gemessen am %1</translation>
     </message>
@@ -2435,6 +2431,126 @@ Alle Änderungen, unabhängig von den Schwellen der Zeitleiste.</translation>
     <message>
         <source>Search history · %1</source>
         <translation>Verlauf durchsuchen · %1</translation>
+    </message>
+    <message>
+        <source>Critical Thermal Pressure</source>
+        <translation>Kritische Wärmebelastung</translation>
+    </message>
+    <message>
+        <source>High Thermal Pressure</source>
+        <translation>Hohe Wärmebelastung</translation>
+    </message>
+    <message>
+        <source>Thermal Pressure Eased</source>
+        <translation>Wärmebelastung lässt nach</translation>
+    </message>
+    <message>
+        <source>Bluetooth Connection Changed</source>
+        <translation>Bluetooth-Verbindung geändert</translation>
+    </message>
+    <message>
+        <source>Wi-Fi Disconnected</source>
+        <translation>WLAN getrennt</translation>
+    </message>
+    <message>
+        <source>Wi-Fi Network Changed</source>
+        <translation>WLAN-Netz gewechselt</translation>
+    </message>
+    <message>
+        <source>Wi-Fi Connected</source>
+        <translation>WLAN verbunden</translation>
+    </message>
+    <message>
+        <source>Computer Going to Sleep</source>
+        <translation>Computer geht in den Ruhezustand</translation>
+    </message>
+    <message>
+        <source>Computer Woke Up</source>
+        <translation>Computer aufgewacht</translation>
+    </message>
+    <message>
+        <source>Unverified Session-End Notification</source>
+        <translation>Unbestätigte Meldung vom Ende der Sitzung</translation>
+    </message>
+    <message>
+        <source>Network Connection Changed</source>
+        <translation>Netzwerkverbindung geändert</translation>
+    </message>
+    <message>
+        <source>Network Connection Unavailable</source>
+        <translation>Netzwerkverbindung nicht verfügbar</translation>
+    </message>
+    <message>
+        <source>Network Connection Available</source>
+        <translation>Netzwerkverbindung verfügbar</translation>
+    </message>
+    <message>
+        <source>Bluetooth Turned On</source>
+        <translation>Bluetooth eingeschaltet</translation>
+    </message>
+    <message>
+        <source>Bluetooth Turned Off</source>
+        <translation>Bluetooth ausgeschaltet</translation>
+    </message>
+    <message>
+        <source>Battery Changed</source>
+        <translation>Akku geändert</translation>
+    </message>
+    <message>
+        <source>Low Power Mode Enabled</source>
+        <translation>Stromsparmodus eingeschaltet</translation>
+    </message>
+    <message>
+        <source>Low Power Mode Disabled</source>
+        <translation>Stromsparmodus ausgeschaltet</translation>
+    </message>
+    <message>
+        <source>Recorded while Tidemark was running</source>
+        <translation>Festgehalten, während Tidemark lief</translation>
+    </message>
+    <message>
+        <source>Wi-Fi link</source>
+        <translation>WLAN-Verbindung</translation>
+    </message>
+    <message>
+        <source>Paired device</source>
+        <translation>Gekoppeltes Gerät</translation>
+    </message>
+    <message>
+        <source>Power Connected</source>
+        <translation>Stromversorgung verbunden</translation>
+    </message>
+    <message>
+        <source>Switched to Battery</source>
+        <translation>Auf Akku umgeschaltet</translation>
+    </message>
+    <message>
+        <source>Battery Fully Charged</source>
+        <translation>Akku vollständig geladen</translation>
+    </message>
+    <message>
+        <source>Battery Low</source>
+        <translation>Akku schwach</translation>
+    </message>
+    <message>
+        <source>Selected configuration file</source>
+        <translation>Ausgewählte Konfigurationsdatei</translation>
+    </message>
+    <message>
+        <source>Content fingerprint changed</source>
+        <translation>Prüfsumme des Inhalts geändert</translation>
+    </message>
+    <message>
+        <source>New Diagnostic Report</source>
+        <translation>Neuer Diagnosebericht</translation>
+    </message>
+    <message>
+        <source>An extended interval without saved captures</source>
+        <translation>Längere Zeit ohne gesicherte Aufnahmen</translation>
+    </message>
+    <message>
+        <source>no complete size is known in this time.</source>
+        <translation>In dieser Zeit ist keine vollständige Größe bekannt.</translation>
     </message>
 </context>
 <context>

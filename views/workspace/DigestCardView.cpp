@@ -38,7 +38,10 @@ QString joinedTexts(const Items& items, Text textOf) {
     QStringList texts;
     for (const auto& item : items)
         texts += textOf(item);
-    return texts.join(QStringLiteral("  ·  "));
+    // A line ends between two items alone.
+    for (QString& text : texts)
+        text.replace(u' ', QChar(QChar::Nbsp));
+    return texts.join(QStringLiteral("\u00A0\u00A0·  "));
 }
 
 } // namespace

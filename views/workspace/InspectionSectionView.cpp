@@ -10,6 +10,7 @@
 #include "views/workspace/ShareBar.h"
 
 #include <QGridLayout>
+#include <QRegularExpression>
 #include <algorithm>
 #include <cstdlib>
 #include <limits>
@@ -39,9 +40,24 @@ QString shortened(const std::string& text) {
                : QString::fromUtf8(text.data(), mostBytes) + QStringLiteral("…");
 }
 
+/// Keeps the two times of an interval within one day on one line, and each date.
+QString withWholeTimes(QString text) {
+    static const QRegularExpression blanks(
+        QStringLiteral("(?<=\\d) – (?=\\d\\d:)|(?<=[\\d.\\p{L}]) (?=\\p{L}+\\.? \\d{4})"
+                       "|(?<=[\\p{L}.]) (?=\\d{4},)"));
+    qsizetype from = 0;
+    for (auto match = blanks.match(text); match.hasMatch(); match = blanks.match(text, from)) {
+        QString kept = match.captured();
+        text.replace(match.capturedStart(), match.capturedLength(),
+                     kept.replace(u' ', QChar(QChar::Nbsp)));
+        from = match.capturedEnd();
+    }
+    return text;
+}
+
 /// Lets a text without blanks wrap at its slashes.
 QString breakable(const std::string& text) {
-    QString shown = shortened(text);
+    QString shown = withWholeTimes(shortened(text));
     return isolated(shown.replace(u'/', QStringLiteral("/\u200B")));
 }
 
