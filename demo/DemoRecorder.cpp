@@ -18,6 +18,9 @@ SettingSources everySource() {
                            recentFiles, applicationLaunches, clipboard, windows});
 }
 
+/// The home of the made-up user. Nothing in it is read, if there is such a folder.
+const std::filesystem::path home = "/home/ada";
+
 /// What the log of the made-up machine's package manager has.
 InstallationPreview madeUpInstallations(Date now) {
     constexpr double day = 86'400;
@@ -77,8 +80,8 @@ DemoRecorder::DemoRecorder(const std::filesystem::path& folder, MadeUpHistory hi
                 .applicationCenter = applicationCenter,
                 .workspaceCenter = workspaceCenter,
                 .clock = clock,
-                .home = folder / "ada",
-                .recommended = recommended(folder / "ada"),
+                .home = home,
+                .recommended = RecommendedFolder::current(home),
                 .observe = [this](ObservationOptions,
                                   std::stop_token stop) { return observe(std::move(stop)); },
                 .collectInstallations = madeUpInstallations}),
@@ -88,10 +91,6 @@ DemoRecorder::DemoRecorder(const std::filesystem::path& folder, MadeUpHistory hi
     auto& screen = appModel.history();
     QObject::connect(&memory, &MemoryHistoryService::changed, &screen,
                      [this, &screen] { screen.setMemory(memory.archive()); });
-}
-
-std::vector<RecommendedFolder> DemoRecorder::recommended(const std::filesystem::path& home) {
-    return RecommendedFolder::current(home);
 }
 
 QCoro::Task<void> DemoRecorder::open() {

@@ -57,7 +57,6 @@ private:
     class Services;
 
     QCoro::Task<Snapshot> observe(std::stop_token stop);
-    static std::vector<RecommendedFolder> recommended(const std::filesystem::path& home);
 
     MadeUpHistory made;
     DemoClock clock;

@@ -92,6 +92,10 @@ struct Scene {
     double daysAway = 0;
 };
 
+bool isWanted(const char* name, const QStringList& only) {
+    return only.isEmpty() || only.contains(QLatin1String(name));
+}
+
 void atTheTimeline(const Studio& studio) {
     select(studio, "Projects");
 }
@@ -316,10 +320,11 @@ void photograph(const Scene& scene, const MadeUpHistory& history, const QString&
 }
 
 /// Of the dialogs, which stand on their own.
-void photographDialogs(const MadeUpHistory& history, const QString& folder, const QString& only) {
+void photographDialogs(const MadeUpHistory& history, const QString& folder,
+                       const QStringList& only) {
     Studio studio = opened({.name = "", .arrange = {}}, history);
     const auto take = [&](QWidget& dialog, const char* name) {
-        if (!QString::fromLatin1(name).contains(only))
+        if (!isWanted(name, only))
             return;
         dialog.show();
         settle(studio);
@@ -346,7 +351,7 @@ void photographDialogs(const MadeUpHistory& history, const QString& folder, cons
 
 } // namespace
 
-void takeScreenshots(const QString& folder, const QString& only) {
+void takeScreenshots(const QString& folder, const QStringList& only) {
     if (!QDir().mkpath(folder))
         throw Error(folder.toStdString() + " could not be created.");
     // Without a desktop, icons are not looked for where they are installed.
@@ -356,7 +361,7 @@ void takeScreenshots(const QString& folder, const QString& only) {
     QApplication::setFont(QFont(QStringLiteral("DejaVu Sans"), 10));
     const auto history = MadeUpHistory::endingAt(pictured());
     for (const auto& scene : scenes())
-        if (QString::fromLatin1(scene.name).contains(only))
+        if (isWanted(scene.name, only))
             photograph(scene, history, folder);
     QApplication::setPalette(palettes::light());
     QIcon::setThemeName(QStringLiteral("breeze"));

@@ -43,16 +43,17 @@ int main(int argc, char** argv) {
     const QCommandLineOption pictures(QStringLiteral("screenshots"),
                                       QStringLiteral("Write pictures of every screen."),
                                       QStringLiteral("folder"));
-    const QCommandLineOption only(QStringLiteral("only"),
-                                  QStringLiteral("Only the pictures whose names contain this."),
-                                  QStringLiteral("text"));
+    const QCommandLineOption only(
+        QStringLiteral("only"),
+        QStringLiteral("Only the picture with this name; may be given again."),
+        QStringLiteral("name"));
     parser.addOption(pictures);
     parser.addOption(only);
     parser.process(application);
     try {
         if (!parser.isSet(pictures))
             return showDemo();
-        demo::takeScreenshots(parser.value(pictures), parser.value(only));
+        demo::takeScreenshots(parser.value(pictures), parser.values(only));
         return 0;
     } catch (const std::exception& error) {
         std::fprintf(stderr, "tidemark-demo: %s\n", error.what());
