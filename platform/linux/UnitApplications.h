@@ -17,7 +17,7 @@ namespace tidemark {
 /// Applications by the units that desktops start them in, as the user's service manager reports
 /// them (org.freedesktop.systemd1, https://www.freedesktop.org/wiki/Software/systemd/dbus). Which
 /// application a unit has, its name and the desktop entries say. What a terminal starts, and what
-/// desktops start without a unit, is not noticed. Main thread only.
+/// desktops start without a unit, is left to `WindowApplications`. Main thread only.
 class UnitApplications final : public QObject, public ApplicationLaunches::Source {
 public:
     static constexpr std::string_view firstWord = "unit ";
