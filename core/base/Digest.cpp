@@ -46,10 +46,11 @@ std::string Sha256::finish() {
     std::array<unsigned char, EVP_MAX_MD_SIZE> digest{};
     unsigned int length = 0;
     require(EVP_DigestFinal_ex(context->handle, digest.data(), &length));
-    std::string text;
-    text.reserve(2 * std::size_t{length});
-    for (unsigned int i = 0; i < length; ++i)
-        appendHex(text, digest[i]);
+    std::string text(2 * std::size_t{length}, '0');
+    for (std::size_t i = 0; i < length; ++i) {
+        text[2 * i] = lowerHexDigits[digest[i] >> 4];
+        text[2 * i + 1] = lowerHexDigits[digest[i] & 0x0F];
+    }
     return text;
 }
 

@@ -30,20 +30,25 @@ std::deque<std::string> componentsOf(const fs::path& path) {
     return components;
 }
 
-/// The folder above `canonical`, opened from `top` one folder after the other.
-std::expected<FileDescriptor, int> openParent(int top, const fs::path& canonical) {
-    const int toSearch = openFlags::toSearchFolder;
-    FileDescriptor folder(::openat(top, ".", toSearch | O_DIRECTORY | O_CLOEXEC));
-    for (const auto& name : componentsOf(canonical.parent_path())) {
+/// The folder `name` in an open folder, which is not followed if it is a link.
+std::expected<FileDescriptor, int> openIn(int folder, const char* name) {
+    FileDescriptor opened(
+        ::openat(folder, name, openFlags::toSearchFolder | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
+    if (!opened)
+        return std::unexpected(errno);
+    return opened;
+}
+
+/// The folder at `canonical`, opened from `top` one folder after the other.
+std::expected<FileDescriptor, int> openFolder(int top, const fs::path& canonical) {
+    auto folder = openIn(top, ".");
+    for (const auto& name : componentsOf(canonical)) {
         if (!folder)
             break;
         if (name == "..")
             return std::unexpected(EINVAL);
-        folder = FileDescriptor(
-            ::openat(folder.get(), name.c_str(), toSearch | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
+        folder = openIn(folder->get(), name.c_str());
     }
-    if (!folder)
-        return std::unexpected(errno);
     return folder;
 }
 
@@ -56,6 +61,8 @@ std::string linkText(int folder, const std::string& name) {
 
 fs::path resolvedBelow(int top, const fs::path& path) {
     fs::path resolved = "/";
+    // The folder at `resolved`, or why it could not be opened.
+    auto folder = openFolder(top, resolved);
     auto rest = componentsOf(path);
     int links = 0;
     while (!rest.empty()) {
@@ -63,17 +70,21 @@ fs::path resolvedBelow(int top, const fs::path& path) {
         rest.pop_front();
         if (name == "..") {
             resolved = resolved.parent_path();
+            folder = openFolder(top, resolved);
             continue;
         }
-        const auto folder = openParent(top, resolved / name);
         const std::string text = folder ? linkText(folder->get(), name) : std::string();
         // Links in a circle count as missing, like a link without a target.
         if (text.empty() || ++links > mostLinks) {
             resolved /= name;
+            if (folder && !rest.empty())
+                folder = openIn(folder->get(), name.c_str());
             continue;
         }
-        if (text.starts_with('/'))
+        if (text.starts_with('/')) {
             resolved = "/";
+            folder = openFolder(top, resolved);
+        }
         auto target = componentsOf(text);
         rest.insert(rest.begin(), target.begin(), target.end());
     }
@@ -103,7 +114,7 @@ std::expected<FileDescriptor, int> MachineFiles::open(const fs::path& canonical,
     if (!top) {
         opened = FileDescriptor(::open(canonical.c_str(), flags));
     } else {
-        const auto folder = openParent(top->get(), canonical);
+        const auto folder = openFolder(top->get(), canonical.parent_path());
         if (!folder)
             return std::unexpected(folder.error());
         const auto name = canonical.has_filename() ? canonical.filename() : fs::path(".");

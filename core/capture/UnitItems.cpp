@@ -28,7 +28,9 @@ FamilyDefinitions read(const MachineFiles& machine, const std::vector<fs::path>&
         if (auto unreadable = reader.read(i, readings[i]); unreadable && !result.unreadable)
             result.unreadable = std::move(unreadable);
     const UnitFolders units = reader.finish();
-    for (const auto& item : UnitDefinition::itemsOf(units)) {
+    const auto items = UnitDefinition::itemsOf(units);
+    result.definitions.reserve(items.size());
+    for (const auto& item : items) {
         const std::size_t folder = folderOf(item.path, folders);
         // With many drop-ins this is as much work as reading.
         if (!readings[folder].mayContinue()) {
