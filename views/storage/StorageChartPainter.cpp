@@ -1,6 +1,7 @@
 #include "views/storage/StorageChartPainter.h"
 
 #include "core/base/Text.h"
+#include "views/base/Fonts.h"
 #include "views/base/ShownText.h"
 #include "views/base/TextColor.h"
 #include "views/base/TintedSymbol.h"
@@ -16,7 +17,6 @@ namespace tidemark {
 
 namespace {
 
-constexpr double smallScale = 0.92;
 constexpr int padding = 8;
 constexpr int lineWidth = 2;
 constexpr double dotRadius = 4;
@@ -30,16 +30,6 @@ constexpr float chosenStrength = 0.08F;
 constexpr double cornerRadius = 6;
 /// A narrower gap is only hatched; the cursor and the table say how long it is.
 constexpr double narrowestGapText = 64;
-
-QFont smaller(QFont font) {
-    font.setPointSizeF(font.pointSizeF() * smallScale);
-    return font;
-}
-
-QFont bold(QFont font) {
-    font.setBold(true);
-    return font;
-}
 
 QColor veil(QColor color, float strength) {
     color.setAlphaF(strength);
@@ -56,7 +46,7 @@ StorageChartPainter::StorageChartPainter(QPainter& used, const StorageChart& sho
 
 ChartLayout::Metrics StorageChartPainter::metrics(const QSize& size, const QFont& font) {
     const QFontMetrics text(font);
-    const QFontMetrics small(smaller(font));
+    const QFontMetrics small(fonts::smaller(font));
     return {.width = static_cast<double>(size.width()),
             .height = static_cast<double>(size.height()),
             .leading = static_cast<double>(small.horizontalAdvance(QStringLiteral("000.00 GB")) + 20
@@ -128,7 +118,7 @@ void StorageChartPainter::drawNothing(const QString& reason) const {
 }
 
 void StorageChartPainter::drawGrid() const {
-    const QFont small = smaller(look.font);
+    const QFont small = fonts::smaller(look.font);
     const double line = QFontMetrics(small).height();
     for (const auto& [y, label] : layout.sizes) {
         const double sharp = std::floor(y) + 0.5;
@@ -162,7 +152,7 @@ void StorageChartPainter::drawGrid() const {
 }
 
 void StorageChartPainter::drawGaps() const {
-    const QFont small = smaller(look.font);
+    const QFont small = fonts::smaller(look.font);
     const QFontMetrics text(small);
     for (const auto& gap : chart.gaps) {
         const double from = std::max(layout.left, layout.x(gap.start));
@@ -194,7 +184,7 @@ void StorageChartPainter::drawGaps() const {
 }
 
 void StorageChartPainter::drawBreaks() const {
-    const QFont small = smaller(look.font);
+    const QFont small = fonts::smaller(look.font);
     const double line = QFontMetrics(small).height();
     for (std::size_t i = 0; i < chart.breaks.size(); ++i) {
         const double x = layout.x(chart.breaks[i].at);
@@ -209,7 +199,7 @@ void StorageChartPainter::drawBreaks() const {
 }
 
 void StorageChartPainter::drawFlags() const {
-    const QFont small = smaller(look.font);
+    const QFont small = fonts::smaller(look.font);
     const int line = QFontMetrics(small).height();
     for (std::size_t i = 0; i < chart.flags.size(); ++i) {
         const double x = layout.x(chart.flags[i].at);
@@ -310,7 +300,7 @@ void StorageChartPainter::drawLatest() const {
     drawText(name, Qt::AlignLeading | Qt::AlignVCenter, shownText(oneLine(chart.subject.name)),
              look.font, strong());
     drawText(name.translated(0, line), Qt::AlignLeading | Qt::AlignVCenter,
-             wordsHere(byteString(last.bytes)), bold(look.font), strong());
+             wordsHere(byteString(last.bytes)), fonts::bold(look.font), strong());
 }
 
 void StorageChartPainter::drawChosen(const std::vector<Date>& moments) const {
@@ -322,7 +312,7 @@ void StorageChartPainter::drawChosen(const std::vector<Date>& moments) const {
         painter.fillRect(visual({from, layout.top, to - from, layout.bottom - layout.top}),
                          veil(accent(), chosenStrength));
     }
-    const QFont small = bold(smaller(look.font));
+    const QFont small = fonts::bold(fonts::smaller(look.font));
     for (std::size_t i = 0; i < moments.size(); ++i) {
         const double x = layout.x(moments[i]);
         if (x < layout.left - 1 || x > layout.right + 1)
@@ -385,8 +375,8 @@ QRectF StorageChartPainter::clearestPlace(double x, QSizeF size) const {
 }
 
 void StorageChartPainter::drawReading(const ChartReading& reading, double x) const {
-    const QFont heading = bold(look.font);
-    const QFont small = smaller(look.font);
+    const QFont heading = fonts::bold(look.font);
+    const QFont small = fonts::smaller(look.font);
     const int headingHeight = QFontMetrics(heading).height();
     const int line = QFontMetrics(small).height() + 1;
     const QString title = shownText(reading.title);
