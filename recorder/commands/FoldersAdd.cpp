@@ -29,7 +29,11 @@ QCoro::Task<std::string> foldersAdd(CommandContext& context, const Options& opti
                                              options.purpose](const std::filesystem::path& path) {
         return wanted.empty() ? FolderGrant::suggestedPurposes(path) : wanted;
     };
-    co_await context.folders().add(std::move(added), std::move(purposes));
+    try {
+        co_await context.folders().add(std::move(added), std::move(purposes));
+    } catch (const Error& error) {
+        throw Error(oneLine(folder.canonical) + " can't be monitored: " + error.what());
+    }
     change.finish();
     co_return "Monitoring " + oneLine(folder.canonical) + ".\n";
 }

@@ -41,6 +41,8 @@ TEST_F(RecorderProgram, RefusesInvalidArguments) {
         {{"settings", "get", "needsRecordingBaseline"}, 1, "There is no setting"},
         {{"timeline", "--since", "3x"}, 1, "is no time"},
         {{"folders", "remove", "/nowhere"}, 1, "is not monitored"},
+        {{"folders", "add", "/nowhere"}, 1, "/nowhere can't be monitored: Folder does not "},
+        {{"folders", "add", "/etc/passwd"}, 1, "This location is not a folder."},
         {{"settings", "set", "memoryFolders", "/na\xFFme"}, 2, "not UTF-8"},
         {{"settings", "set",
           "memory\xFF"
