@@ -3,12 +3,14 @@
 #include "tests/app/support/ModelFixture.h"
 #include "tests/support/SharedRecords.h"
 #include "views/base/ShownText.h"
+#include "views/dialogs/ExportDialog.h"
 #include "views/workspace/DigestCardView.h"
 #include "views/workspace/SidebarDelegate.h"
 
 #include <QAccessible>
 #include <QAction>
 #include <QComboBox>
+#include <QDialogButtonBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListView>
@@ -18,6 +20,7 @@
 #include <QTimer>
 #include <QToolButton>
 #include <QTreeView>
+#include <fstream>
 
 using namespace tidemark;
 
@@ -357,6 +360,19 @@ TEST_F(Workspace, ShowsWhatDiffersBetweenTwoCapturesAndTheWayBack) {
     EXPECT_TRUE(shows("Compared Captures"));
     EXPECT_EQ(child<QListView>("Events").model()->rowCount(), 3) << "a heading and two programs";
     EXPECT_TRUE(child<QListView>("Events").isVisible());
+    model->history().beginExport();
+    ASSERT_TRUE(model->history().exportReport());
+    const auto target = folder / "compared.csv";
+    ExportDialog dialog(*model->history().exportReport(), tasks, nullptr,
+                        [&](auto&&...) { return QString::fromStdString(target.native()); });
+    dialog.show();
+    dialog.findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Save)->click();
+    test::until([&] { return !dialog.isSaving(); });
+    model->history().endExport();
+    std::ifstream file(target);
+    const std::string written{std::istreambuf_iterator<char>(file), {}};
+    EXPECT_NE(written.find("Pen Installed"), std::string::npos) << written;
+    EXPECT_NE(written.find("Ink Installed"), std::string::npos) << written;
     for (auto* button : window->findChildren<QPushButton*>())
         if (button->isVisible() && button->text() == "Back to Storage Over Time") {
             button->click();

@@ -31,7 +31,7 @@ std::array<std::pair<Trend, QString>, 4> entries() {
 } // namespace
 
 FolderMapLegend::FolderMapLegend(QWidget* parent) : QWidget(parent) {
-    QSizePolicy policy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+    QSizePolicy policy(QSizePolicy::Preferred, QSizePolicy::Minimum);
     policy.setHeightForWidth(true);
     setSizePolicy(policy);
     setFont(parent ? parent->font() : font());

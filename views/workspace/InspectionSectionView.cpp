@@ -40,19 +40,11 @@ QString shortened(const std::string& text) {
                : QString::fromUtf8(text.data(), mostBytes) + QStringLiteral("…");
 }
 
-/// Keeps the two times of an interval within one day on one line, and each date.
+/// Keeps the two times of an interval within one day on one line.
 QString withWholeTimes(QString text) {
-    static const QRegularExpression blanks(
-        QStringLiteral("(?<=\\d) – (?=\\d\\d:)|(?<=[\\d.\\p{L}]) (?=\\p{L}+\\.? \\d{4})"
-                       "|(?<=[\\p{L}.]) (?=\\d{4},)"));
-    qsizetype from = 0;
-    for (auto match = blanks.match(text); match.hasMatch(); match = blanks.match(text, from)) {
-        QString kept = match.captured();
-        text.replace(match.capturedStart(), match.capturedLength(),
-                     kept.replace(u' ', QChar(QChar::Nbsp)));
-        from = match.capturedEnd();
-    }
-    return text;
+    static const QRegularExpression between(QStringLiteral("(?<=\\d) – (?=\\d\\d?:)"));
+    // A line could end after the dash, without a word joiner.
+    return text.replace(between, QStringLiteral("\u00A0–\u2060\u00A0"));
 }
 
 /// Lets a text without blanks wrap at its slashes.
