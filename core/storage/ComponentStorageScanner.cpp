@@ -45,7 +45,7 @@ private:
 /// Sets a flag for its lifetime.
 class ScopedFlag {
 public:
-    explicit ScopedFlag(bool& flag) : flag(flag) { flag = true; }
+    explicit ScopedFlag(bool& flag) : flag(flag) { this->flag = true; }
     ~ScopedFlag() { flag = false; }
     ScopedFlag(const ScopedFlag&) = delete;
     ScopedFlag& operator=(const ScopedFlag&) = delete;
