@@ -166,6 +166,8 @@ BusService::Subscription BusService::subscribe(const QString& path, const QStrin
                 handle(message);
         });
     const auto matched = firstArgument.isEmpty() ? QStringList() : QStringList{firstArgument};
+    // Qt waits here, and when the receiver is destroyed, for its thread that handles the messages
+    // of the buses. That takes long while many messages arrive and the processors are busy.
     if (!bus.connect(uniqueName, path, interface, signal, matched, QString(), receiver.get(),
                      SLOT(receive(QDBusMessage))))
         qWarning("The signal %s can't be followed.", qPrintable(signal));
