@@ -80,6 +80,11 @@ void UnitApplications::stop() {
     launches = nullptr;
 }
 
+bool UnitApplications::isFollowing() const {
+    return hasList && tasks.isIdle()
+           && std::ranges::all_of(units, [](const auto& unit) { return unit.second.isKnown; });
+}
+
 void UnitApplications::forget() {
     hasList = false;
     subscriptions.clear();
@@ -152,6 +157,7 @@ void UnitApplications::readState(const QString& name) {
 
 void UnitApplications::setState(const QString& name, const QString& state) {
     Unit& unit = units.at(name);
+    unit.isKnown = true;
     const bool isActive = isActiveState(state);
     if (std::exchange(unit.isActive, isActive) == isActive)
         return;

@@ -36,8 +36,8 @@ public:
     void start(ApplicationLaunches& launches) override;
     void stop() override;
 
-    /// True when the units that exist are known and changes are followed.
-    bool isFollowing() const { return hasList; }
+    /// True when changes are followed, and the units that exist and their applications are known.
+    bool isFollowing() const;
 
 private:
     struct Unit {
@@ -46,6 +46,8 @@ private:
         /// Whether it is active since before the service was followed.
         bool isAssumed = false;
         bool isActive = false;
+        /// Its state was read.
+        bool isKnown = false;
         /// Distinguishes several units of the same name, one after the other.
         std::uint64_t number = 0;
         BusService::Subscription changes{};

@@ -314,6 +314,7 @@ TEST_F(MockedUnits, CountOnlyUnitsThatBecomeActive) {
     expectReported("+org.example.Player ");
     systemd.setState(u"app-org.example.Player@1.service"_s, u"failed"_s);
     expectReported("-org.example.Player ");
+    untilFollowing();
     systemd.remove(u"app-two-words@autostart.service"_s);
     systemd.remove(u"app-org.example.Editor-1.scope"_s);
     expectReported("-two-words -org.example.Editor ");
