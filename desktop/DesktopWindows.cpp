@@ -3,6 +3,7 @@
 #include "app/ports/SystemServices.h"
 
 #include <QApplication>
+#include <QScopedValueRollback>
 #include <algorithm>
 
 namespace tidemark {
@@ -70,13 +71,17 @@ void DesktopWindows::connectTray() {
 
 void DesktopWindows::setTrayHost(bool isThere) {
     const bool wasShown = tray.isShown();
-    tray.setHost(isThere);
-    if (wasShown && !isThere && !window.isVisible())
+    {
+        const QScopedValueRollback changing(changesTray, true);
+        tray.setHost(isThere);
+    }
+    if (wasShown && !tray.isShown() && !window.isVisible())
         showWindow();
 }
 
 void DesktopWindows::closed() {
-    if (!tray.isShown() && !window.isVisible())
+    // An icon in a panel that embeds icons is a window, which may be the last one.
+    if (!changesTray && !tray.isShown() && !window.isVisible())
         QCoreApplication::quit();
 }
 

@@ -49,6 +49,8 @@ private:
     const std::unique_ptr<LoginLaunchController> login;
     WorkspaceWindow window;
     TrayCompanion tray;
+    /// While the icon is made or removed.
+    bool changesTray = false;
     SearchPanelView search;
     /// Made when it is opened for the first time.
     std::unique_ptr<SettingsView> settings;
