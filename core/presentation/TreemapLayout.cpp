@@ -15,6 +15,9 @@ namespace treemapLayout {
 
 namespace {
 
+/// How many times as large as the smallest tile one is that is not combined with others.
+constexpr double largeFactor = 4;
+
 /// The indices of the sizes above zero, the largest first.
 std::vector<std::size_t> largestFirst(std::span<const std::int64_t> sizes) {
     std::vector<std::size_t> order;
@@ -116,7 +119,8 @@ std::vector<std::size_t> withOwnTile(std::span<const std::int64_t> sizes, double
     while (!order.empty()) {
         const auto last = static_cast<double>(sizes[order.back()]);
         const bool isLargeEnough = areaOf(last) >= smallest;
-        if (isLargeEnough && (others == 0 || areaOf(others) >= smallest))
+        const bool isLarge = areaOf(last) >= largeFactor * smallest;
+        if (isLarge || (isLargeEnough && (others == 0 || areaOf(others) >= smallest)))
             break;
         others += last;
         order.pop_back();

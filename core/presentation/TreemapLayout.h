@@ -36,9 +36,9 @@ namespace treemapLayout {
 std::vector<TreemapRectangle> rectangles(std::span<const std::int64_t> sizes,
                                          const TreemapRectangle& area);
 
-/// Which sizes have a tile of their own when no tile may have less than `smallest` of an area: the
-/// indices, the largest size first, equal ones in their order. All others share one tile, which has
-/// at least that area as well. Without others, all sizes above zero.
+/// Which sizes have a tile of their own when none may have less than `smallest` of an area: the
+/// indices, the largest size first, equal ones in their order. All others share one tile. Where
+/// that would be smaller still, the next size joins them, unless its tile is large.
 std::vector<std::size_t> withOwnTile(std::span<const std::int64_t> sizes, double area,
                                      double smallest);
 

@@ -52,7 +52,9 @@ QString spokenText(std::string_view sentence, std::string_view name, const QStri
 }
 
 QString shownFolderName(std::string_view path, std::string_view name) {
-    return path.empty() || TrashFolder::is(path) ? wordsHere(name) : fromUtf8(name);
+    // The files of a folder that are counted together have a path with a zero.
+    const bool isWord = path.empty() || path.contains('\0') || TrashFolder::is(path);
+    return isWord ? wordsHere(name) : fromUtf8(name);
 }
 
 QString isolated(const QString& text) {

@@ -176,10 +176,7 @@ QVariant FolderSizeModel::data(const QModelIndex& index, int role) const {
         return {};
     Node& node = nodeAt(index);
     const Column column = columnAt(index.column());
-    const auto name = [&] {
-        const auto& text = cellsAt(node).name;
-        return isFileGroup(node.row) ? wordsHere(text) : shownFolderName(node.row.id, text);
-    };
+    const auto name = [&] { return shownFolderName(node.row.id, cellsAt(node).name); };
     switch (role) {
     case Qt::DisplayRole: {
         const auto& cells = cellsAt(node);
