@@ -88,7 +88,7 @@ private:
                 }
         for (const auto& [name, family] : familyParsers)
             if (family->parsed())
-                return {.text = family->help()};
+                return {.text = family->help(app.get_name())};
         return {.text = app.help()};
     }
 

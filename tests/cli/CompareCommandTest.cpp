@@ -167,6 +167,9 @@ TEST(CompareCommand, RefusesWrongUsage) {
         EXPECT_EQ(outcome.status, 0);
         EXPECT_TRUE(test::contains(outcome.out, "compare"));
     }
+    for (const std::vector<std::string>& arguments :
+         {std::vector<std::string>{"clips"}, {"clips", "--help"}})
+        EXPECT_TRUE(test::contains(run(arguments).out, "\nUsage: tidemark clips ["));
 }
 
 TEST(CompareCommand, PrintsHostileNamesOnOneLine) {
