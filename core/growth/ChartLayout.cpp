@@ -82,9 +82,11 @@ ChartLayout ChartLayout::of(const StorageChart& chart, const Metrics& metrics,
     layout.bottom = std::max(layout.top + 1, metrics.height - metrics.bottom);
     layout.since = firstShown(chart);
     layout.through = chart.through;
-    if (!(layout.through - layout.since >= shortestPeriod)) {
-        layout.since = chart.through + -shortestPeriod / 2;
-        layout.through = chart.through + shortestPeriod / 2;
+    const double length = layout.through - layout.since;
+    if (!(length >= shortestPeriod)) {
+        const double missing = shortestPeriod - (length > 0 ? length : 0);
+        layout.since = (length > 0 ? layout.since : chart.through) + -missing / 2;
+        layout.through = chart.through + missing / 2;
     }
     const auto sizes = chartScale::sizeTicks(
         chart.least, chart.most, countIn(layout.bottom - layout.top, metrics.sizeHeight) + 1);

@@ -77,6 +77,17 @@ TEST(ChartLayout, LeavesOutATimeBeforeTheFirstSize) {
     EXPECT_EQ(layoutOf(chart).since, Date{-100 * day});
 }
 
+TEST(ChartLayout, ShowsAllOfAPeriodOfLessThanAnHour) {
+    for (const double length : {0.0, 60.0, 3'000.0}) {
+        StorageChart chart = chartOf({1, 2});
+        chart.points.back().at = chart.through = Date{length};
+        const auto layout = layoutOf(chart);
+        for (const auto& point : chart.points)
+            EXPECT_TRUE(layout.isPlot(layout.x(point.at), 100)) << length;
+        EXPECT_DOUBLE_EQ(layout.through - layout.since, 3'600);
+    }
+}
+
 TEST(ChartReading, NamesTheDayAndItsEvents) {
     StorageChart chart = chartOf({1'000'000'000, 4'000'000'000});
     for (int i = 0; i < 5; ++i) {
