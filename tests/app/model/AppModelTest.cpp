@@ -53,6 +53,11 @@ TEST_F(AppModelTest, WhatNeedsTheHistoryWaitsUntilItHasBeenRead) {
     EXPECT_TRUE(state().loaded());
     test::until([&] { return started.isReady(); });
     EXPECT_TRUE(model->historyRead().isReady());
+
+    create();
+    const auto abandoned = model->historyRead();
+    model.reset();
+    EXPECT_TRUE(abandoned.isReady());
 }
 
 TEST_F(AppModelTest, StartForOneCaptureStartsNoLiveService) {
@@ -67,7 +72,10 @@ TEST_F(AppModelTest, StartForOneCaptureStartsNoLiveService) {
 TEST_F(AppModelTest, DoesNotOverwriteAnUnreadableHistoryAndTriesAgain) {
     const std::string damage = "{\"schemaVersion\":1,\"snapshots\":[";
     const auto file = folder.write("Tidemark/journal.json", damage);
+    const auto reading = model->historyRead();
     start();
+    test::until([&] { return reading.isReady(); });
+    EXPECT_TRUE(model->historyRead().isReady());
     EXPECT_TRUE(error().starts_with("Tidemark couldn’t read its history. Your existing file has "
                                     "not been overwritten. "));
     EXPECT_TRUE(state().busy());
@@ -244,8 +252,11 @@ TEST_F(AppModelTest, CapturesAndKeepsHistoryWhenTheClockJumps) {
 
 TEST_F(AppModelTest, StopDuringStartStartsNothingMore) {
     const auto starting = model->start();
+    const auto reading = model->historyRead();
     model->stopAutomaticCaptures();
     test::until([&] { return starting.isReady(); });
+    EXPECT_TRUE(reading.isReady());
+    EXPECT_TRUE(model->historyRead().isReady());
     EXPECT_EQ(live.log.find("activity"), std::string::npos);
     EXPECT_EQ(observations, 0);
 }
