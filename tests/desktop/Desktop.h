@@ -82,13 +82,14 @@ struct Desktop : testing::Test {
     QString visible(const QString& title) const {
         return xdotool({u"search"_s, u"--sync"_s, u"--onlyvisible"_s, u"--name"_s, title});
     }
-    /// As its user does, and waits until it is gone.
+    /// As its user does, and waits until it is gone. The keys are lost while it is not active yet.
     void closeWindow() const {
-        xdotool(
-            {u"windowactivate"_s, u"--sync"_s, visible(u"^Tidemark$"_s), u"key"_s, u"alt+F4"_s});
         eventually([&] {
-            return xdotool({u"search"_s, u"--onlyvisible"_s, u"--name"_s, u"^Tidemark$"_s})
-                .isEmpty();
+            const QString window =
+                xdotool({u"search"_s, u"--onlyvisible"_s, u"--name"_s, u"^Tidemark$"_s});
+            if (!window.isEmpty())
+                xdotool({u"windowactivate"_s, window, u"key"_s, u"alt+F4"_s});
+            return window.isEmpty();
         });
     }
     QString activeTitle() const { return xdotool({u"getactivewindow"_s, u"getwindowname"_s}); }
