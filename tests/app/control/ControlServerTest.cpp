@@ -8,6 +8,7 @@
 #include "tests/app/support/ManualAppClock.h"
 #include "tests/support/Contains.h"
 #include "tests/support/Failure.h"
+#include "tests/support/OrdinaryUser.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <chrono>
@@ -280,6 +281,25 @@ TEST_F(ControlServerTest, RefusesAnotherUser) {
     EXPECT_EQ(test::await(runInBackground(intruding)), 0);
     EXPECT_TRUE(requests.empty());
     EXPECT_EQ(ask("own")->output, "did own");
+
+    // Nor does the client use the recorder of another user, or the server a folder of that user.
+    const auto foreign = folder.makeFolder("foreign");
+    ASSERT_EQ(::chown(foreign.c_str(), 65534, 65534), 0);
+    std::filesystem::permissions(foreign, std::filesystem::perms(0700));
+    EXPECT_THROW(LocalListener(foreign / "own", lock, [](FileDescriptor) {}), Error);
+    const FileDescriptor listening(::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0));
+    const auto address = LocalSocketAddress::of(foreign / "socket").value();
+    {
+        const test::OrdinaryUser user(folder.path());
+        ASSERT_EQ(::bind(listening.get(), address.get(), address.size()), 0);
+        ASSERT_EQ(::listen(listening.get(), 1), 0);
+    }
+    sockets = {foreign / "socket"};
+    EXPECT_EQ(test::failureOf([&] {
+                  ControlClient::ask(sockets, request("betray"),
+                                     {.answer = std::chrono::milliseconds(20)});
+              }),
+              "The recorder's socket belongs to another user.");
 }
 
 TEST_F(ControlServerTest, ReplacesOnlyTheSocketOfADeadRecorder) {
@@ -320,8 +340,16 @@ TEST_F(ControlServerTest, RestoresItsOwnSocketAndKeepsThatOfASuccessor) {
     static int lines = 0;
     const auto before = qInstallMessageHandler([](auto, const auto&, const auto&) { ++lines; });
     lookAgain();
-    qInstallMessageHandler(before);
     EXPECT_EQ(lines, 0) << "its socket is there";
+    std::filesystem::remove(socket);
+    std::filesystem::permissions(socket.parent_path(), std::filesystem::perms(0755));
+    for (int times = 0; times < 3; ++times)
+        lookAgain();
+    qInstallMessageHandler(before);
+    EXPECT_EQ(lines, 1) << "the same problem";
+    std::filesystem::permissions(socket.parent_path(), std::filesystem::perms(0700));
+    lookAgain();
+    EXPECT_TRUE(std::filesystem::exists(socket));
 
     // The data folder was replaced, and another recorder has locked the new one.
     std::filesystem::remove(folder / "recorder.lock");
@@ -361,6 +389,8 @@ TEST_F(ControlServerTest, ListensInTheDataFolderWithoutARuntimeFolder) {
         EXPECT_EQ(test::modeOf(sockets.back().parent_path()), 0700U);
         server.reset();
         EXPECT_FALSE(std::filesystem::exists(sockets.back()));
+        std::filesystem::remove_all(sockets.back().parent_path());
+        EXPECT_FALSE(ask({"nobody"})) << "not even a folder is there";
     }
 }
 
