@@ -39,8 +39,8 @@ void offerAction(Row& row, const FolderAccess& access, bool isGuardedBySystem) {
     row.actionLabel = "Allow Folder";
 }
 
-Row rowOf(std::string name, std::string path, const FolderGrant* grant, bool isGuardedBySystem,
-          const FolderAccess& access) {
+Row rowOf(const std::string& name, std::string path, const FolderGrant* grant,
+          bool isGuardedBySystem, const FolderAccess& access) {
     Row row;
     row.name = oneLine(name);
     row.path = std::move(path);

@@ -27,7 +27,7 @@ public:
 
 private:
     struct Close {
-        void operator()(sqlite3* database) const { ::sqlite3_close(database); }
+        void operator()(sqlite3* opened) const { ::sqlite3_close(opened); }
     };
 
     std::unique_ptr<sqlite3, Close> database;
