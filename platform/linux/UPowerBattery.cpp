@@ -66,7 +66,7 @@ void UPowerBattery::follow() {
     if (tasks.isStopping())
         return;
     ++owners;
-    unsubscribe();
+    subscriptions.clear();
     batteries.clear();
     delay.cancel();
     isReading = false;
@@ -74,28 +74,36 @@ void UPowerBattery::follow() {
     publish(upower.isThere() ? State::unknown : State::unavailable, std::nullopt);
     if (!upower.isThere())
         return;
+    // Before the reading, so that no change is missed.
+    subscribe();
     read();
     tasks.start(endProvisionalTime(owners));
 }
 
+/// Replaces all subscriptions. Destroying one waits for the thread of the message buses, so this is
+/// done only when there are other batteries.
 void UPowerBattery::subscribe() {
-    for (const char* signal : {"DeviceAdded", "DeviceRemoved"})
-        subscriptions.push_back(upower.subscribe(managerPath, managerInterface,
-                                                 QLatin1String(signal),
-                                                 [this](const auto&) { readSoon(); }));
-    subscriptions.push_back(followProperties(managerPath, managerInterface, managerProperties));
-    for (const QString& path : batteries)
-        subscriptions.push_back(followProperties(path, deviceInterface, batteryProperties));
-}
-
-void UPowerBattery::unsubscribe() {
     subscriptions.clear();
-    ignoredSignals = 0;
+    const auto onManager = [this](const char* signal) {
+        readAfter({managerPath, managerInterface, QLatin1String(signal)}, {});
+    };
+    onManager("DeviceAdded");
+    onManager("DeviceRemoved");
+    readAfter(GuardedSubscription::propertiesOf(managerPath, managerInterface), managerProperties);
+    for (const QString& path : batteries)
+        readAfter(GuardedSubscription::propertiesOf(path, deviceInterface), batteryProperties);
 }
 
-void UPowerBattery::readSoon() {
-    unsubscribe();
-    delay.request();
+/// Reads again after a signal, or only after one that is about these properties.
+void UPowerBattery::readAfter(const GuardedSubscription::Signal& signal,
+                              const QStringList& properties) {
+    subscriptions.push_back(std::make_unique<GuardedSubscription>(
+        upower, signal,
+        [this, properties](const QDBusMessage& message) {
+            if (properties.isEmpty() || BusService::isAbout(message, properties))
+                delay.request();
+        },
+        [this] { delay.request(); }));
 }
 
 QCoro::Task<void> UPowerBattery::endProvisionalTime(std::uint64_t owner) {
@@ -119,9 +127,6 @@ void UPowerBattery::refresh() {
 }
 
 void UPowerBattery::read() {
-    // Before the reading, so that no change is missed.
-    if (subscriptions.empty())
-        subscribe();
     if (std::exchange(isReading, true)) {
         isOutdated = true;
         return;
@@ -188,21 +193,9 @@ void UPowerBattery::findBatteries() {
             found.insert(path);
     if (std::exchange(batteries, found) == found)
         return;
+    subscribe();
     // A change of a new battery that followed its reading has been missed.
-    readSoon();
-}
-
-/// Reads again when one of these properties has changed.
-BusService::Subscription UPowerBattery::followProperties(const QString& path,
-                                                         const QString& interface,
-                                                         const QStringList& properties) {
-    const auto handle = [this, properties](const QDBusMessage& signal) {
-        constexpr int mostIgnored = 20;
-        if (BusService::isAbout(signal, properties) || ++ignoredSignals > mostIgnored)
-            readSoon();
-    };
-    return upower.subscribe(path, BusService::propertiesInterface, BusService::propertiesChanged,
-                            handle, interface);
+    delay.request();
 }
 
 void UPowerBattery::publish(State state, std::optional<BatteryObservation> reading) {

@@ -4,11 +4,12 @@
 #include "app/base/TaskScope.h"
 #include "app/ports/BatterySource.h"
 #include "core/activity/PowerSource.h"
-#include "platform/linux/BusService.h"
+#include "platform/linux/GuardedSubscription.h"
 #include "platform/linux/ReadDelay.h"
 
 #include <QStringList>
 #include <map>
+#include <memory>
 #include <set>
 #include <vector>
 
@@ -43,9 +44,6 @@ private:
 
     void follow();
     void subscribe();
-    void unsubscribe();
-    /// Reads soon, without listening until then.
-    void readSoon();
     QCoro::Task<void> endProvisionalTime(std::uint64_t owner);
     void refresh();
     void read();
@@ -53,8 +51,7 @@ private:
     void receive();
     void finish();
     void findBatteries();
-    BusService::Subscription followProperties(const QString& path, const QString& interface,
-                                              const QStringList& properties);
+    void readAfter(const GuardedSubscription::Signal& signal, const QStringList& properties);
     void publish(State state, std::optional<BatteryObservation> reading);
 
     AppClock& clock;
@@ -75,11 +72,7 @@ private:
     /// The object paths of the internal batteries. Other devices are not followed: a phone or a
     /// mouse reports its own changes often.
     std::set<QString> batteries;
-    /// Empty from a signal until the next reading, so that a service that floods the bus is not
-    /// listened to.
-    std::vector<BusService::Subscription> subscriptions;
-    /// The signals since the last reading that a reading does not depend on.
-    int ignoredSignals = 0;
+    std::vector<std::unique_ptr<GuardedSubscription>> subscriptions;
     TaskScope tasks;
 };
 
