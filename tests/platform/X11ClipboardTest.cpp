@@ -2,6 +2,7 @@
 #include "core/memory/ClipTypes.h"
 #include "platform/linux/SessionClipboard.h"
 #include "platform/linux/X11OfferedItem.h"
+#include "platform/linux/X11Windows.h"
 #include "tests/app/support/Await.h"
 #include "tests/platform/DisplayServers.h"
 
@@ -9,6 +10,7 @@
 #include <atomic>
 
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 using namespace tidemark;
 using namespace Qt::StringLiterals;
@@ -37,7 +39,9 @@ private:
         if ((event.response_type & 0x7F) != XCB_SELECTION_REQUEST)
             return;
         const auto& request = reinterpret_cast<const xcb_selection_request_event_t&>(event);
-        if (request.owner != window)
+        // A recorder of another test may follow a display of the same number that is gone, and so
+        // connect to this one.
+        if (request.owner != window || windows.processOf(request.requestor) != ::getpid())
             return;
         const auto name = connection.nameOf(request.target);
         asked += name + " ";
@@ -78,6 +82,8 @@ private:
     const Behaviour behaviour;
     const std::vector<std::string> types;
     const xcb_window_t window;
+    ApplicationFinder finder;
+    X11Windows windows{connection, finder};
 };
 
 using Behaviour = LoggedOwner::Behaviour;
