@@ -40,16 +40,16 @@ QString shortened(const std::string& text) {
                : QString::fromUtf8(text.data(), mostBytes) + QStringLiteral("…");
 }
 
-/// Keeps the two times of an interval within one day on one line.
-QString withWholeTimes(QString text) {
-    static const QRegularExpression between(QStringLiteral("(?<=\\d) – (?=\\d\\d?:)"));
-    // A line could end after the dash, without a word joiner.
-    return text.replace(between, QStringLiteral("\u00A0–\u2060\u00A0"));
+/// The two times of an interval within one day on a line of their own.
+QString withTimesBelow(QString text) {
+    static const QRegularExpression beforeTimes(
+        QStringLiteral(", (?=\\d\\d?:\\d\\d(:\\d\\d)? – \\d\\d?:)"));
+    return text.replace(beforeTimes, QStringLiteral(",\n"));
 }
 
 /// Lets a text without blanks wrap at its slashes.
 QString breakable(const std::string& text) {
-    QString shown = withWholeTimes(shortened(text));
+    QString shown = withTimesBelow(shortened(text));
     return isolated(shown.replace(u'/', QStringLiteral("/\u200B")));
 }
 
