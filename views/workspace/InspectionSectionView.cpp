@@ -44,7 +44,8 @@ QString shortened(const std::string& text) {
 QString withTimesBelow(QString text) {
     static const QRegularExpression beforeTimes(
         QStringLiteral(", (?=\\d\\d?:\\d\\d(:\\d\\d)? – \\d\\d?:)"));
-    return text.replace(beforeTimes, QStringLiteral(",\n"));
+    // Not a line feed: a direction isolate would end there.
+    return text.replace(beforeTimes, QStringLiteral(",\u2028"));
 }
 
 /// Lets a text without blanks wrap at its slashes.
