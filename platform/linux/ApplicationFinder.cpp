@@ -37,7 +37,14 @@ std::optional<ClipApplication> ApplicationFinder::ofProcess(pid_t process) {
 std::optional<ClipApplication> ApplicationFinder::ofProgram(pid_t process) {
     std::error_code error;
     const fs::path program = fs::read_symlink(folderOf(process) / "exe", error);
-    return error ? std::nullopt : entries.withProgram(program.filename().native());
+    if (error)
+        return std::nullopt;
+    // Of a program that was replaced while it runs, as by an upgrade (proc_pid_exe(5)).
+    constexpr std::string_view mark = " (deleted)";
+    std::string name = program.filename().native();
+    if (name.ends_with(mark))
+        name.resize(name.size() - mark.size());
+    return entries.withProgram(name);
 }
 
 std::optional<ClipApplication> ApplicationFinder::ofUnit(std::string_view name) {

@@ -2,6 +2,8 @@
 
 #include "tests/support/TemporaryFolder.h"
 
+#include <QProcess>
+
 #include <gtest/gtest.h>
 #include <unistd.h>
 
@@ -66,4 +68,17 @@ TEST_F(ApplicationFinderTest, FindsTheEntryOfAWindowAndOfAProgram) {
     add("second-one", "Name=Second\nExec=tidemark_platform_tests\n");
     EXPECT_EQ(id(finder.ofProcess(::getpid())), "none") << "two entries start it";
     EXPECT_EQ(id(finder.ofProcess(0)), "none");
+}
+
+TEST_F(ApplicationFinderTest, FindsAProgramThatWasReplacedWhileItRuns) {
+    add("org.example.Vault", "Name=Vault\nExec=vault\n");
+    std::filesystem::copy_file("/bin/sleep", data / "vault");
+    QProcess vault;
+    vault.start(QString::fromStdString((data / "vault").native()), {QStringLiteral("600")});
+    ASSERT_TRUE(vault.waitForStarted());
+    std::filesystem::remove(data / "vault");
+    EXPECT_EQ(id(finder.ofProcess(static_cast<pid_t>(vault.processId()))),
+              "org.example.Vault=Vault");
+    vault.kill();
+    vault.waitForFinished();
 }
