@@ -97,6 +97,14 @@ TEST(Output, EndsTheProgramSilentlyWhenItsReaderIsGone) {
     EXPECT_EQ(test::run({}, Output::closedPipe, {}, usual), (Outcome{-1, "", ""}));
 }
 
+TEST(Output, IsDroppedWhenItIsClosed) {
+    const Outcome outcome = test::run({"--version"}, Output::file, {}, [] {
+        for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO})
+            ::close(stream);
+    });
+    EXPECT_EQ(outcome, (Outcome{0, "", ""}));
+}
+
 TEST(LogWriter, DoesNotWaitForItsReaderAndCountsDroppedLines) {
     const Pipe pipe;
     LogWriter log(pipe.writing.get());

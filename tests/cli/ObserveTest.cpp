@@ -190,6 +190,17 @@ TEST_F(ObserveCommand, FailsWithOneSentenceBeforeItObserves) {
         EXPECT_EQ(observe({option, ""}).status, 2);
 }
 
+TEST_F(ObserveCommand, DrawsItsProgressOnlyOnATerminalThatTakesEscapes) {
+    if (!test::hasTerminals())
+        GTEST_SKIP() << "this machine has no terminals";
+    const auto errorsToTerminal = [] { ::dup2(STDOUT_FILENO, STDERR_FILENO); };
+    for (const auto& [terminal, draws] : {std::pair("TERM=xterm", true), {"TERM=dumb", false}}) {
+        const Outcome outcome =
+            test::run(arguments({}), Output::terminal, {terminal}, errorsToTerminal);
+        EXPECT_EQ(outcome.out.contains("\r\033[K"), draws) << terminal;
+    }
+}
+
 TEST_F(ObserveCommand, KeepsTheOldFileWhenTheDiskIsFull) {
     folder.write("snapshot.json", "old");
     const Outcome outcome = [&] {

@@ -12,6 +12,23 @@ using test::Outcome;
 using test::RecorderProgram;
 using test::Words;
 
+namespace {
+
+void writeClips(const std::filesystem::path& data, const Words& names) {
+    MemoryArchive archive;
+    for (const auto& name : names) {
+        auto clip = MemoryRecord::make(MemoryRecord::Kind::clipboard, Date::now(), name);
+        clip.id = "CLIP-" + name;
+        clip.text = name;
+        archive.records.emplace_back(std::move(clip));
+    }
+    MemoryHistoryStore store(data / "memory-history.json");
+    store.load();
+    store.save(archive);
+}
+
+} // namespace
+
 TEST_F(RecorderProgram, CarriesOutCommandsWithoutARecorder) {
     EXPECT_EQ(command({"folders", "add", monitored()}).out, "Monitoring " + monitored() + ".\n");
     EXPECT_EQ(command({"capture"}).status, 0);
@@ -69,16 +86,7 @@ TEST_F(RecorderProgram, RefusesInvalidArguments) {
 }
 
 TEST_F(RecorderProgram, PinsAndDeletesClips) {
-    MemoryArchive archive;
-    for (const char* name : {"one", "two"}) {
-        auto clip = MemoryRecord::make(MemoryRecord::Kind::clipboard, Date::now(), name);
-        clip.id = std::string("CLIP-") + name;
-        clip.text = name;
-        archive.records.emplace_back(std::move(clip));
-    }
-    MemoryHistoryStore store(folder / "data/Tidemark/memory-history.json");
-    store.load();
-    store.save(archive);
+    writeClips(folder / "data/Tidemark", {"one", "two"});
     const auto isPinned = [&] {
         return command({"memory", "--json"}).out.contains("\"pinned\":true");
     };
@@ -321,8 +329,9 @@ TEST_F(RecorderProgram, ReportsNoGapsForCapturesInTheFuture) {
 }
 
 TEST_F(RecorderProgram, WritesNothingToADataFolderThatWasReplaced) {
-    startRecording();
     const auto data = folder / "data/Tidemark";
+    writeClips(data, {"one"});
+    startRecording();
     std::filesystem::rename(data, folder / "moved");
     const auto refuses = [&](const Words& words) {
         const Outcome refused = command(words);
@@ -335,6 +344,8 @@ TEST_F(RecorderProgram, WritesNothingToADataFolderThatWasReplaced) {
     const std::string settings = test::contents(folder / "config/Tidemark/settings.json");
     refuses({"capture"});
     refuses({"settings", "set", "listingTextSize", "20"});
+    command({"clips", "pin", "CLIP-one"});
+    EXPECT_EQ(stop(SIGTERM), 0);
     EXPECT_EQ(test::namesIn(data), "");
     EXPECT_EQ(test::contents(folder / "config/Tidemark/settings.json"), settings);
 }
