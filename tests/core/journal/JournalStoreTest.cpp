@@ -270,12 +270,14 @@ TEST(JournalStore, RemovesIncompleteBackupsOfKilledProcesses) {
     place.folder.write(left + "A/journal.json", "half");
     place.folder.write(left + "B", "no folder");
     place.folder.write("data/Backups/.pre-v2-notes/mine", "kept");
+    place.folder.write("data/Backups/my-copy-0A000000-0000-4000-8000-00000000000E/mine", "kept");
     fs::create_directory_symlink(place.folder / "data", place.folder / (left + "C"));
     for (int start = 0; start < 2; ++start) {
         EXPECT_EQ(place.failure(), "none");
         EXPECT_EQ(test::namesIn(place.backup.parent_path()),
                   ".pre-v2-0A000000-0000-4000-8000-00000000000B "
-                  ".pre-v2-0A000000-0000-4000-8000-00000000000C .pre-v2-notes pre-v2");
+                  ".pre-v2-0A000000-0000-4000-8000-00000000000C .pre-v2-notes "
+                  "my-copy-0A000000-0000-4000-8000-00000000000E pre-v2");
         place.folder.write(left + "D/journal.json", "of a kill after the backup was made");
     }
 }

@@ -51,12 +51,12 @@ TEST(MenuContent, ShowsTheNewestEventsAndShortensLongTexts) {
 
 TEST(EventRow, ReadsAsASentence) {
     Event event = test::event("Line\nfeed", 86'400 + 60);
-    event.subtitle = "1 → 2";
+    event.subtitle = "1\u2028→ 2";
     event.intervalStart = Date{0};
     event.importance = Importance::routine;
     const Calendar calendar("UTC");
     EXPECT_EQ(EventRow::of(event, calendar).accessibleText,
-              "Line\uFFFDfeed, 1 → 2, 1 Jan 00:00 – 00:01");
+              "Line\uFFFDfeed, 1\uFFFD→ 2, 1 Jan 00:00 – 00:01");
     EXPECT_EQ(dayHeading(Date{0}, event.timestamp, calendar), "Yesterday");
     EXPECT_EQ(dayHeading(Date{86'400}, event.timestamp, calendar), "Today");
     EXPECT_EQ(dayHeading(Date{-86'400}, event.timestamp, calendar), "Sunday, 31 December 2000");
