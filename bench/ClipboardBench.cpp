@@ -33,8 +33,8 @@ namespace {
 constexpr int copies = 10'000;
 constexpr int pauseMilliseconds = 6;
 
-/// Another program that copies a text again and again, on a thread of its own, and knows of each
-/// copy whether all that is needed of it was read before the next one.
+/// Stands for another program that copies a text repeatedly, on a thread of its own. Counts the
+/// copies that were read completely before the next one.
 class Copier final : public DisplayReader, private X11Connection::Observer {
 public:
     struct Progress {
@@ -107,8 +107,8 @@ private:
     const xcb_atom_t targets;
     const xcb_atom_t text;
     int number = -1;
-    /// How often each reader of the present copy was told its types. The watched program reads each
-    /// copy by a window of its own.
+    /// For each window that reads the present copy: how often it received the list of types. The
+    /// watched program reads each copy by a new window.
     std::map<xcb_window_t, int> typesRead;
     const QObject context;
 };

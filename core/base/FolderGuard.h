@@ -14,8 +14,8 @@ public:
     /// Permits everything. For files outside of a locked folder, such as one named on the command
     /// line.
     FolderGuard() = default;
-    /// `isOwn` returns whether `folder` is still this process's own. Use `FolderLock::guard` to make
-    /// one for a locked folder.
+    /// `isOwn` returns whether `folder` is still this process's own. Use `FolderLock::guard` to
+    /// make one for a locked folder.
     explicit FolderGuard(std::function<bool()> isOwn, std::filesystem::path folder = {})
         : isOwn(std::move(isOwn)), folder(std::move(folder)) {}
 

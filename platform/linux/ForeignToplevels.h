@@ -28,7 +28,7 @@ public:
 private:
     struct Window {
         WaylandObject object;
-        /// Empty until the compositor has told it, and for programs without one.
+        /// Empty until the compositor has reported it, and for windows without one.
         std::string application;
         bool isActive = false;
     };
