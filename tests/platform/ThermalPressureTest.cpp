@@ -8,6 +8,7 @@
 
 #include <array>
 #include <bit>
+#include <numeric>
 
 #include <gtest/gtest.h>
 #include <linux/netlink.h>
@@ -193,9 +194,11 @@ TEST(ThermalEvents, AreReceivedFromTheKernel) {
     if (!events)
         GTEST_SKIP() << "the kernel sends no messages about thermal zones";
     // It is a member of one group of generic netlink, and nothing happens here.
-    socklen_t size = sizeof(std::uint32_t);
-    std::uint32_t groups = 0;
-    ASSERT_EQ(::getsockopt(events.get(), SOL_NETLINK, NETLINK_LIST_MEMBERSHIPS, &groups, &size), 0);
-    EXPECT_EQ(std::popcount(groups), 1);
+    std::array<std::uint32_t, 64> groups{};
+    socklen_t size = sizeof groups;
+    ASSERT_EQ(
+        ::getsockopt(events.get(), SOL_NETLINK, NETLINK_LIST_MEMBERSHIPS, groups.data(), &size), 0);
+    const auto joined = [](int sum, std::uint32_t word) { return sum + std::popcount(word); };
+    EXPECT_EQ(std::accumulate(groups.begin(), groups.end(), 0, joined), 1);
     NetlinkSocket::discardAll(events.get());
 }
