@@ -81,7 +81,7 @@ void command(const Journal& journal) {
     RecorderProcess::prepare(workspace.path());
     JournalStore(workspace.path() / "data/Tidemark/journal.json").save(journal);
     const RecorderProcess recorder(workspace.path());
-    recorder.secondsUntil("captures");
+    recorder.secondsUntil(R"("snapshots":720)");
     timed("diff of two captures, from the start of the command", 100,
           [&] { recorder.command({"diff", "@-700", "@0", "--json"}); });
     timed("chart, from the start of the command", 100,
