@@ -130,14 +130,17 @@ struct Opened {
 
 /// The windows in this process, which was started `begin` nanoseconds after the clock began.
 void measureWindow(const std::filesystem::path& folder, std::int64_t begin) {
-    const auto since = [begin] {
-        const std::chrono::duration<double> now =
-            std::chrono::steady_clock::now().time_since_epoch() - std::chrono::nanoseconds(begin);
-        return now.count();
-    };
+    const std::chrono::duration<double> launched =
+        std::chrono::steady_clock::now().time_since_epoch() - std::chrono::nanoseconds(begin);
     // The journal of the generator ends then.
     const Date now{750'000'000 + 720 * 1800.0};
+    // Makes the history and stores it, which is no part of a start.
     Opened opened(folder, now);
+    const auto ready = std::chrono::steady_clock::now();
+    const auto since = [&] {
+        const std::chrono::duration<double> passed = std::chrono::steady_clock::now() - ready;
+        return launched.count() + passed.count();
+    };
     opened.measureStart(since);
     opened.measureFrames();
     opened.measureCapture();
