@@ -96,8 +96,8 @@ void measureBlocks(const fs::path& folder) {
     const fs::path root = folder / "Stuff";
     makeFolders(root);
     JsonPreferences preferences(folder / "config/settings.json");
-    preferences.set(preference::captureSchedule.name, std::string("manual"));
-    preferences.set(preference::folderSetupCompleted.name, true);
+    preferences.set(preferenceKeys::captureSchedule.name, std::string("manual"));
+    preferences.set(preferenceKeys::folderSetupCompleted.name, true);
     NotificationCenter application;
     NotificationCenter workspace;
     std::size_t generation = Journal::snapshotLimit;

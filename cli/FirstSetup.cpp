@@ -102,7 +102,7 @@ std::optional<Folders> chosenFolders(const Folders& offered, const std::string& 
 
 std::optional<Folders> firstSetup(Recorder& recorder, std::optional<SetupChoice> setup,
                                   const std::stop_token& stop) {
-    if (read(recorder.preferences(), preference::folderSetupCompleted))
+    if (read(recorder.preferences(), preferenceKeys::folderSetupCompleted))
         return std::nullopt;
     const auto& recommended = recorder.model().folderAccess().recommendedFolders();
     if (setup == SetupChoice::recommended)

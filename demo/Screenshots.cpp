@@ -292,7 +292,7 @@ Studio opened(const Scene& scene, const MadeUpHistory& history) {
             std::make_unique<DemoRecorder>(studio.folder.path().toStdString(), history, pictured());
     if (scene.daysAway > 0)
         studio.recorder->preferences().note(
-            preference::historyLastSeen.name,
+            preferenceKeys::historyLastSeen.name,
             static_cast<std::int64_t>(pictured().secondsSince1970() - scene.daysAway * 86'400));
     studio.window = std::make_unique<WorkspaceWindow>(studio.recorder->uses());
     studio.window->resize(scene.size);

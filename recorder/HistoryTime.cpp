@@ -62,7 +62,7 @@ std::optional<std::int64_t> days(const std::string& text) {
     std::int64_t count = 0;
     const char* end = text.data() + text.size();
     const auto number = std::from_chars(text.data(), end, count);
-    const auto& allowed = preference::historyCustomWindowDays;
+    const auto& allowed = preferenceKeys::historyCustomWindowDays;
     if (number.ec != std::errc() || number.ptr + 1 != end || *number.ptr != 'd'
         || count < allowed.least || count > allowed.most)
         return std::nullopt;

@@ -1,6 +1,7 @@
 #include "recorder/InspectionText.h"
 
 #include "core/base/Text.h"
+#include "core/presentation/InspectionWords.h"
 #include "recorder/Columns.h"
 #include "recorder/TextStyle.h"
 
@@ -39,7 +40,7 @@ private:
                  + std::string(width - columns(label) + 2, ' ') + oneLine(value));
         for (const auto& change : section.changes)
             line(oneLine(change.subject) + (change.growth ? " " + signedBytes(*change.growth) : "")
-                 + ": " + oneLine(change.before) + inspectionText::arrow + oneLine(change.after));
+                 + ": " + oneLine(change.before) + inspectionWords::arrow + oneLine(change.after));
         for (const auto& sentence : section.sentences)
             line(oneLine(sentence));
     }

@@ -57,7 +57,7 @@ Recorder::Recorder(const RecorderPlaces& where)
 std::vector<MonitorStatus> Recorder::monitorStatuses() const {
     auto statuses = monitors.statuses();
     statuses.push_back({"Recent files", fileCollector.status()});
-    if (read(stored, preference::memoryClipboard))
+    if (read(stored, preferenceKeys::memoryClipboard))
         statuses.push_back({"Clipboard", clipboard.status()});
     return statuses;
 }

@@ -9,7 +9,7 @@ RecorderPlaces RecorderPlaces::current() {
     RecorderPlaces places;
     places.files = DataFiles::below(UserFolders::data());
     places.settings = UserFolders::configuration() / DataFiles::folderName / "settings.json";
-    places.sockets = control::socketPaths(places.files.directory, UserFolders::runtime());
+    places.sockets = controlProtocol::socketPaths(places.files.directory, UserFolders::runtime());
     return places;
 }
 

@@ -11,12 +11,12 @@ namespace {
 void storeForNextRecorder(Preferences& preferences, RecordingMode mode, bool wasPaused) {
     // When the settings were lost, the pause that is assumed has not been stored.
     if (mode == RecordingMode::paused || wasPaused)
-        preferences.note(preference::needsRecordingBaseline.name, true);
-    if (!preferences.set(preference::recordingMode.name, std::string(rawValue(mode))))
+        preferences.note(preferenceKeys::needsRecordingBaseline.name, true);
+    if (!preferences.set(preferenceKeys::recordingMode.name, std::string(rawValue(mode))))
         throw Error(preferences.problem().value_or("The recording mode could not be stored."));
     // Only after the mode is stored, or a pause assumed after lost settings could end
     // unintentionally.
-    preferences.remove(preference::settingsLost.name);
+    preferences.remove(preferenceKeys::settingsLost.name);
 }
 
 } // namespace
@@ -24,7 +24,7 @@ void storeForNextRecorder(Preferences& preferences, RecordingMode mode, bool was
 std::string changeRecording(const CommandContext& context, RecordingMode mode) {
     auto& preferences = context.preferences();
     const bool wasPaused = context.isRunning ? !context.state().canRecord()
-                                             : read(preferences, preference::recordingMode)
+                                             : read(preferences, preferenceKeys::recordingMode)
                                                    == rawValue(RecordingMode::paused);
     if (context.isRunning) {
         if (!context.model().canChangeRecording())

@@ -26,10 +26,11 @@ bool isForUser(const AnyPreferenceKey& key) {
 }
 
 const AnyPreferenceKey& find(const std::string& name) {
-    const auto* key = std::ranges::find_if(preference::all, [&](const AnyPreferenceKey& candidate) {
-        return nameOf(candidate) == name && isForUser(candidate);
-    });
-    if (key == preference::all.end())
+    const auto* key =
+        std::ranges::find_if(preferenceKeys::all, [&](const AnyPreferenceKey& candidate) {
+            return nameOf(candidate) == name && isForUser(candidate);
+        });
+    if (key == preferenceKeys::all.end())
         throw Error("There is no setting \"" + name + "\"; tidemark settings lists them.");
     return *key;
 }
@@ -130,7 +131,7 @@ std::string list(const Preferences& preferences, const SettingSources& sources,
     Report report{{}, {}, preferences.problem()};
     for (const auto& file : suggestions)
         report.suggestedConfigurationFiles.push_back(textFromBytes(file.native()));
-    for (const auto& key : preference::all)
+    for (const auto& key : preferenceKeys::all)
         if (isForUser(key))
             report.settings.push_back(settingOf(preferences, sources, key));
     if (asJson)
@@ -145,7 +146,7 @@ std::string list(const Preferences& preferences, const SettingSources& sources,
         out += "\n";
     }
     if (!report.suggestedConfigurationFiles.empty())
-        out += "Files that " + std::string(preference::configurationHistoryPaths.name)
+        out += "Files that " + std::string(preferenceKeys::configurationHistoryPaths.name)
                + " may name: " + oneLine(joined(report.suggestedConfigurationFiles, ", ")) + "\n";
     return report.problem ? out + oneLine(*report.problem) + "\n" : out;
 }

@@ -9,7 +9,7 @@ StoredRecords::StoredRecords(const RecorderPlaces& where, bool isColoured)
       isColoured(isColoured) {}
 
 RecordedHistory StoredRecords::history() const {
-    return RecordedHistory::load(files, read(settings, preference::memoryClipboardDays));
+    return RecordedHistory::load(files, read(settings, preferenceKeys::memoryClipboardDays));
 }
 
 } // namespace tidemark

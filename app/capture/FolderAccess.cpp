@@ -14,7 +14,7 @@ namespace tidemark {
 
 namespace {
 
-constexpr std::string_view key = preference::observationFolderBookmarks.name;
+constexpr std::string_view key = preferenceKeys::observationFolderBookmarks.name;
 
 /// The recommended path itself, which may be a link.
 std::string ownPath(const RecommendedFolder& folder) {
@@ -40,14 +40,14 @@ void FolderAccess::load() {
     const auto stored = preferences.data(key);
     if (stored)
         loaded = FolderGrant::unified(FolderGrant::decodeList(stored->bytes));
-    if (!read(preferences, preference::unifiedFolderTrackingMigrated)) {
-        if (preferences.boolean(preference::storageEnabled.name) == false)
+    if (!read(preferences, preferenceKeys::unifiedFolderTrackingMigrated)) {
+        if (preferences.boolean(preferenceKeys::storageEnabled.name) == false)
             for (auto& grant : loaded)
                 grant.purposes.erase(FolderPurpose::storage);
         if (!preferences.isReadOnly()) {
             if (stored)
                 persist(loaded);
-            preferences.note(preference::unifiedFolderTrackingMigrated.name, true);
+            preferences.note(preferenceKeys::unifiedFolderTrackingMigrated.name, true);
         }
     }
     grantList = std::move(loaded);
@@ -137,13 +137,13 @@ void FolderAccess::remove(const Uuid& id) {
 }
 
 void FolderAccess::noteRemoved(const std::vector<std::string>& paths) {
-    auto removed = read(preferences, preference::removedRecommendedPaths);
+    auto removed = read(preferences, preferenceKeys::removedRecommendedPaths);
     const auto before = removed.size();
     for (const auto& path : paths)
         if (std::ranges::find(removed, path) == removed.end())
             removed.push_back(path);
     if (removed.size() != before)
-        preferences.note(preference::removedRecommendedPaths.name, std::move(removed));
+        preferences.note(preferenceKeys::removedRecommendedPaths.name, std::move(removed));
 }
 
 QCoro::Task<void> FolderAccess::noteRemovedLink(std::string path) {
@@ -164,9 +164,9 @@ QCoro::Task<void> FolderAccess::noteRemovedLink(std::string path) {
 }
 
 void FolderAccess::completeSetup() {
-    preferences.note(preference::folderSetupCompleted.name, true);
-    preferences.note(preference::diskAccessSetupPending.name, false);
-    preferences.note(preference::diskAccessCheckRequested.name, false);
+    preferences.note(preferenceKeys::folderSetupCompleted.name, true);
+    preferences.note(preferenceKeys::diskAccessSetupPending.name, false);
+    preferences.note(preferenceKeys::diskAccessCheckRequested.name, false);
 }
 
 void FolderAccess::stopWaiting() {
@@ -174,7 +174,7 @@ void FolderAccess::stopWaiting() {
 }
 
 std::vector<RecommendedFolder> FolderAccess::candidates() const {
-    const auto removed = read(preferences, preference::removedRecommendedPaths);
+    const auto removed = read(preferences, preferenceKeys::removedRecommendedPaths);
     auto folders = recommended;
     std::erase_if(folders, [&](const RecommendedFolder& folder) {
         return std::ranges::find(removed, ownPath(folder)) != removed.end();

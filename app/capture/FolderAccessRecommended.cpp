@@ -158,8 +158,8 @@ QCoro::Task<void> FolderAccess::enableReadableRecommended(std::vector<Recommende
 
 QCoro::Task<bool> FolderAccess::restoreRecommendedAccessAfterRestart(Check check) {
     const auto hold = tasks.hold();
-    const bool isPending = read(preferences, preference::diskAccessSetupPending);
-    if (!isPending && !read(preferences, preference::folderSetupCompleted))
+    const bool isPending = read(preferences, preferenceKeys::diskAccessSetupPending);
+    if (!isPending && !read(preferences, preferenceKeys::folderSetupCompleted))
         co_return false;
     // Without a folder that the system protects, being readable does not imply consent.
     if (std::ranges::none_of(recommended, &RecommendedFolder::isGuardedBySystem))

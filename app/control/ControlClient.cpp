@@ -112,7 +112,7 @@ std::optional<ControlAnswer> ask(const std::vector<std::filesystem::path>& socke
     if (!connected)
         return std::nullopt;
 
-    const std::string frame = control::requestFrame(request);
+    const std::string frame = controlProtocol::requestFrame(request);
     QLocalSocket connection;
     if (!connection.setSocketDescriptor(connected.get()))
         throw Error("The running recorder could not be asked.");
@@ -121,13 +121,14 @@ std::optional<ControlAnswer> ask(const std::vector<std::filesystem::path>& socke
     if (!send(connection, frame, deadline))
         return std::nullopt;
     std::string answer;
-    receive(connection, answer, control::headerSize, deadline);
-    const std::size_t size = control::announcedSize(answer);
-    if (size > control::mostAnswerBytes)
+    receive(connection, answer, controlProtocol::headerSize, deadline);
+    const std::size_t size = controlProtocol::announcedSize(answer);
+    if (size > controlProtocol::mostAnswerBytes)
         throw Error("The running recorder gave no answer.");
-    answer.reserve(control::headerSize + size);
-    receive(connection, answer, control::headerSize + size, deadline);
-    return control::decodedAnswer(std::string_view(answer).substr(control::headerSize));
+    answer.reserve(controlProtocol::headerSize + size);
+    receive(connection, answer, controlProtocol::headerSize + size, deadline);
+    return controlProtocol::decodedAnswer(
+        std::string_view(answer).substr(controlProtocol::headerSize));
 }
 
 } // namespace tidemark::ControlClient

@@ -11,12 +11,13 @@ namespace {
 
 /// Bytes passed to the socket at a time, since it copies them.
 constexpr std::size_t pieceSize = std::size_t{256} * 1024;
-constexpr std::size_t mostIncoming = control::headerSize + control::mostRequestBytes;
+constexpr std::size_t mostIncoming =
+    controlProtocol::headerSize + controlProtocol::mostRequestBytes;
 
 QCoro::Task<ControlAnswer> carriedOut(ControlHandler handler, std::string json,
                                       std::stop_token stop) {
     try {
-        auto request = control::decodedRequest(json);
+        auto request = controlProtocol::decodedRequest(json);
         ControlAnswer answer = co_await handler(std::move(request), std::move(stop));
         co_return answer;
     } catch (const std::exception& error) {
@@ -52,17 +53,17 @@ void ControlConnection::receive() {
     if (isComplete)
         return;
     incoming += socket.readAll().toStdString();
-    if (incoming.size() < control::headerSize)
+    if (incoming.size() < controlProtocol::headerSize)
         return;
-    const std::size_t size = control::announcedSize(incoming);
-    const std::size_t whole = control::headerSize + size;
-    if (size == 0 || size > control::mostRequestBytes || incoming.size() > whole)
+    const std::size_t size = controlProtocol::announcedSize(incoming);
+    const std::size_t whole = controlProtocol::headerSize + size;
+    if (size == 0 || size > controlProtocol::mostRequestBytes || incoming.size() > whole)
         return end();
     if (incoming.size() < whole)
         return;
     isComplete = true;
     deadline.request_stop();
-    scope.start(answer(this, std::exchange(incoming, {}).substr(control::headerSize)));
+    scope.start(answer(this, std::exchange(incoming, {}).substr(controlProtocol::headerSize)));
 }
 
 QCoro::Task<void> ControlConnection::answer(QPointer<ControlConnection> connection,
@@ -74,7 +75,7 @@ QCoro::Task<void> ControlConnection::answer(QPointer<ControlConnection> connecti
     // In the background, since encoding tens of megabytes of events would block the event loop for
     // too long.
     auto encode = [answer = std::move(result)](const std::stop_token&) {
-        return control::answerFrame(answer);
+        return controlProtocol::answerFrame(answer);
     };
     std::string frame;
     try {
@@ -83,7 +84,7 @@ QCoro::Task<void> ControlConnection::answer(QPointer<ControlConnection> connecti
         frame = std::move(encoded);
     } catch (const std::exception& error) {
         // Without an answer the client would wait for ever.
-        frame = control::answerFrame({1, "", error.what()});
+        frame = controlProtocol::answerFrame({1, "", error.what()});
     }
     if (connection && !stop.stop_requested())
         connection->offer(std::move(frame));

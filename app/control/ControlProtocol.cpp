@@ -5,7 +5,7 @@
 #include "core/base/JsonDecoder.h"
 #include "core/base/JsonEncoder.h"
 
-namespace tidemark::control {
+namespace tidemark::controlProtocol {
 
 namespace {
 
@@ -72,4 +72,4 @@ socketPaths(const std::filesystem::path& dataFolder,
     return paths;
 }
 
-} // namespace tidemark::control
+} // namespace tidemark::controlProtocol

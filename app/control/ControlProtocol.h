@@ -48,7 +48,7 @@ struct ControlAnswer {
 
 /// The protocol of the control socket: one request and one answer per connection. Each is a frame
 /// of four bytes with the length in big-endian order, followed by that many bytes of UTF-8 JSON.
-namespace control {
+namespace controlProtocol {
 
 inline constexpr std::size_t headerSize = 4;
 inline constexpr std::size_t mostRequestBytes = std::size_t{1024} * 1024;
@@ -73,6 +73,6 @@ std::vector<std::filesystem::path>
 socketPaths(const std::filesystem::path& dataFolder,
             const std::optional<std::filesystem::path>& runtimeFolder);
 
-} // namespace control
+} // namespace controlProtocol
 
 } // namespace tidemark

@@ -32,8 +32,8 @@ public:
     static constexpr double restoringInterval = 60;
 
     /// Starts to listen, as `LocalListener` does, at the first of `sockets` that works; these are
-    /// the `control::socketPaths` of the locked folder. The lock must outlive the server. Throws
-    /// `Error` when none works.
+    /// the `controlProtocol::socketPaths` of the locked folder. The lock must outlive the server.
+    /// Throws `Error` when none works.
     void listen(const std::vector<std::filesystem::path>& sockets, const FolderLock& held);
 
     std::size_t connectionCount() const { return connections.size(); }

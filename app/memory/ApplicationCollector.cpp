@@ -7,7 +7,7 @@
 namespace tidemark {
 
 void ApplicationCollector::start(MemoryHistoryService& history) {
-    if (source && read(preferences, preference::memoryApps))
+    if (source && read(preferences, preferenceKeys::memoryApps))
         source->start([this, &history](const auto& change) { record(history, change); });
 }
 
@@ -19,9 +19,9 @@ void ApplicationCollector::stop() {
 void ApplicationCollector::record(MemoryHistoryService& history,
                                   const ApplicationSource::Change& change) {
     const auto& [id, name, path] = change.application;
-    if (!history.active() || !read(preferences, preference::memoryApps) || id.empty()
+    if (!history.active() || !read(preferences, preferenceKeys::memoryApps) || id.empty()
         || id == ApplicationSource::ownIdentifier
-        || isExcludedApplication(read(preferences, preference::memoryExcludedApps), id))
+        || isExcludedApplication(read(preferences, preferenceKeys::memoryExcludedApps), id))
         return;
     const bool isLaunch = change.kind == ApplicationSource::Change::Kind::launched;
     const std::string shown = name.empty() ? "Application" : name;

@@ -19,20 +19,20 @@ ClipboardHistory::~ClipboardHistory() {
 }
 
 void ClipboardHistory::start(MemoryHistoryService& service) {
-    if (!clipboard || !read(preferences, preference::memoryClipboard))
+    if (!clipboard || !read(preferences, preferenceKeys::memoryClipboard))
         return;
     history = &service;
     watching = std::stop_source();
     statusText = "Connecting to the clipboard…";
     clipboard->watch(
-        read(preferences, preference::memoryExcludedApps),
+        read(preferences, preferenceKeys::memoryExcludedApps),
         [this](const CopiedItem& item) { record(item); },
         [this](const ClipboardAccess& access) { showAccess(access); });
     tasks.start(applyAges(watching.get_token()));
 }
 
 void ClipboardHistory::stop() {
-    const bool isOn = read(preferences, preference::memoryClipboard);
+    const bool isOn = read(preferences, preferenceKeys::memoryClipboard);
     statusText = isOn ? "Observation paused" : "Clipboard history off";
     if (!std::exchange(history, nullptr))
         return;

@@ -40,7 +40,7 @@ FileCollector::~FileCollector() {
 }
 
 void FileCollector::start(MemoryHistoryService& of) {
-    if (!read(uses.preferences, preference::memoryFiles))
+    if (!read(uses.preferences, preferenceKeys::memoryFiles))
         return;
     if (!uses.index) {
         statusText = unavailable;
@@ -49,7 +49,7 @@ void FileCollector::start(MemoryHistoryService& of) {
     history = &of;
     const bool isFirst = of.beginFileHistory();
     cutoff = uses.clock.now() + (isFirst ? -importedTime : 0);
-    if (read(uses.preferences, preference::memoryAllIndexedFiles))
+    if (read(uses.preferences, preferenceKeys::memoryAllIndexedFiles))
         follow(std::nullopt);
     else
         tasks.start(openFolders());
@@ -62,13 +62,13 @@ void FileCollector::stop() {
     waiting.clear();
     for (const auto& folder : std::exchange(opened, {}))
         uses.bookmarks.stop(folder);
-    statusText =
-        read(uses.preferences, preference::memoryFiles) ? "Observation paused" : "File history off";
+    statusText = read(uses.preferences, preferenceKeys::memoryFiles) ? "Observation paused"
+                                                                     : "File history off";
 }
 
 bool FileCollector::isCurrent(std::uint64_t generation) const {
     return history && history->generation() == generation && history->active()
-           && read(uses.preferences, preference::memoryFiles);
+           && read(uses.preferences, preferenceKeys::memoryFiles);
 }
 
 QCoro::Task<void> FileCollector::include(std::filesystem::path folder) {
@@ -165,7 +165,7 @@ void FileCollector::showMatches() {
         statusText = "No indexed matches. Check folder access and Spotlight indexing.";
         return;
     }
-    const bool isEverywhere = read(uses.preferences, preference::memoryAllIndexedFiles);
+    const bool isEverywhere = read(uses.preferences, preferenceKeys::memoryAllIndexedFiles);
     std::string text =
         isEverywhere ? "Indexed files across this Mac" : "Indexed files in included folders";
     text += " · up to 2,000 matches per update";

@@ -13,18 +13,18 @@ namespace {
 using Bookmarks = std::map<std::string, Data>;
 
 Bookmarks bookmarksIn(const Preferences& preferences) {
-    return preferences.dataTable(preference::memoryFolderBookmarks.name).value_or(Bookmarks{});
+    return preferences.dataTable(preferenceKeys::memoryFolderBookmarks.name).value_or(Bookmarks{});
 }
 
 bool store(Preferences& preferences, std::vector<std::string> paths, Bookmarks bookmarks) {
-    return preferences.set(preference::memoryFolderBookmarks.name, std::move(bookmarks))
-           && preferences.set(preference::memoryFolders.name, std::move(paths));
+    return preferences.set(preferenceKeys::memoryFolderBookmarks.name, std::move(bookmarks))
+           && preferences.set(preferenceKeys::memoryFolders.name, std::move(paths));
 }
 
 } // namespace
 
 MemoryFolders::MemoryFolders(const Preferences& preferences, BookmarkOperations operations)
-    : paths(read(preferences, preference::memoryFolders)), bookmarks(bookmarksIn(preferences)),
+    : paths(read(preferences, preferenceKeys::memoryFolders)), bookmarks(bookmarksIn(preferences)),
       operations(std::move(operations)) {}
 
 std::filesystem::path MemoryFolders::find(const std::string& path) const {
@@ -53,7 +53,7 @@ std::vector<std::filesystem::path> MemoryFolders::open() const {
 
 bool MemoryFolders::include(Preferences& preferences, const std::filesystem::path& folder,
                             Data bookmark) {
-    auto paths = read(preferences, preference::memoryFolders);
+    auto paths = read(preferences, preferenceKeys::memoryFolders);
     auto bookmarks = bookmarksIn(preferences);
     const std::string path = textFromBytes(folder.native());
     if (std::ranges::find(paths, path) == paths.end())
@@ -63,7 +63,7 @@ bool MemoryFolders::include(Preferences& preferences, const std::filesystem::pat
 }
 
 bool MemoryFolders::remove(Preferences& preferences, const std::filesystem::path& folder) {
-    auto paths = read(preferences, preference::memoryFolders);
+    auto paths = read(preferences, preferenceKeys::memoryFolders);
     auto bookmarks = bookmarksIn(preferences);
     const std::string path = textFromBytes(folder.native());
     std::erase(paths, path);

@@ -50,7 +50,7 @@ MemoryHistoryService::~MemoryHistoryService() {
 }
 
 void MemoryHistoryService::followPreferences() {
-    using namespace preference;
+    using namespace preferenceKeys;
     const auto applyAge = [this] {
         update({});
         noteChange();
@@ -238,11 +238,11 @@ std::optional<Shared<MemoryRecord>> MemoryHistoryService::newestClip() const {
 }
 
 void MemoryHistoryService::setClipboardDays(std::int64_t wanted) {
-    preferences.set(preference::memoryClipboardDays.name, wanted);
+    preferences.set(preferenceKeys::memoryClipboardDays.name, wanted);
 }
 
 std::int64_t MemoryHistoryService::clipboardDays() const {
-    return read(preferences, preference::memoryClipboardDays);
+    return read(preferences, preferenceKeys::memoryClipboardDays);
 }
 
 } // namespace tidemark

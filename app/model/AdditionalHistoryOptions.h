@@ -16,9 +16,9 @@ struct AdditionalHistoryOptions {
     bool isEmpty() const { return !homebrew && !diagnostics && files.empty(); }
 
     static AdditionalHistoryOptions stored(const Preferences& preferences) {
-        const auto paths = read(preferences, preference::configurationHistoryPaths);
-        return {read(preferences, preference::homebrewHistoryEnabled),
-                read(preferences, preference::diagnosticHistoryEnabled),
+        const auto paths = read(preferences, preferenceKeys::configurationHistoryPaths);
+        return {read(preferences, preferenceKeys::homebrewHistoryEnabled),
+                read(preferences, preferenceKeys::diagnosticHistoryEnabled),
                 {paths.begin(), paths.end()}};
     }
 };

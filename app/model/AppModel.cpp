@@ -200,15 +200,15 @@ QCoro::Task<void> AppModel::catchUp() {
     if (isEnding())
         co_return;
     if (restored) {
-        preferences.note(preference::diskAccessCheckRequested.name, false);
+        preferences.note(preferenceKeys::diskAccessCheckRequested.name, false);
         co_await historyImport.importInitialHistoryIfNeeded();
         co_await scan(false);
         if (isEnding())
             co_return;
     }
 
-    const bool isSetUp = read(preferences, preference::folderSetupCompleted)
-                         && !read(preferences, preference::diskAccessSetupPending);
+    const bool isSetUp = read(preferences, preferenceKeys::folderSetupCompleted)
+                         && !read(preferences, preferenceKeys::diskAccessSetupPending);
     if (!isSetUp) {
         folderSetup.present();
         co_return;
@@ -249,7 +249,7 @@ void AppModel::stopAutomaticCaptures() {
 }
 
 bool AppModel::setCaptureSchedule(CaptureSchedule schedule) {
-    return preferences.set(preference::captureSchedule.name, std::string(rawValue(schedule)));
+    return preferences.set(preferenceKeys::captureSchedule.name, std::string(rawValue(schedule)));
 }
 
 std::optional<Date> AppModel::nextAutomaticCapture() const {

@@ -14,12 +14,12 @@ BackgroundItemNotices::BackgroundItemNotices(ModelState& state, const Preference
       openingOf(std::move(openingOf)), captures(state.keptCaptures()) {
     connect(&state, &ModelState::changed, this, &BackgroundItemNotices::followState);
     followSettings(
-        preferences, this, [this] { followSetting(); }, preference::backgroundItemNotices);
+        preferences, this, [this] { followSetting(); }, preferenceKeys::backgroundItemNotices);
     followSetting();
 }
 
 void BackgroundItemNotices::followSetting() {
-    const bool isOn = read(preferences, preference::backgroundItemNotices);
+    const bool isOn = read(preferences, preferenceKeys::backgroundItemNotices);
     if (isOn == (notifications != nullptr))
         return;
     notifications = isOn ? make() : nullptr;

@@ -43,12 +43,12 @@ QCoro::Task<void> CaptureFlow::captureAndSave(std::uint64_t generation) {
             co_return;
         Journal next = *state.journal();
         next.append(Shared(std::move(snapshot)),
-                    !read(preferences, preference::needsRecordingBaseline));
+                    !read(preferences, preferenceKeys::needsRecordingBaseline));
         co_await file.save(&next);
         state.setJournal(std::move(next));
         state.error = std::nullopt;
         if (state.recordingGeneration == generation)
-            preferences.note(preference::needsRecordingBaseline.name, false);
+            preferences.note(preferenceKeys::needsRecordingBaseline.name, false);
         qCInfo(capturesLog, "Capture saved");
         co_return;
     } catch (const std::exception& error) {

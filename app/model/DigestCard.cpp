@@ -10,7 +10,7 @@ namespace {
 
 /// Absent before the first time.
 std::optional<Date> lastSeen(const Preferences& preferences) {
-    const auto seconds = read(preferences, preference::historyLastSeen);
+    const auto seconds = read(preferences, preferenceKeys::historyLastSeen);
     if (seconds == 0)
         return std::nullopt;
     return Date::fromUnix(static_cast<double>(seconds));
@@ -41,7 +41,7 @@ void DigestCard::dismiss() {
 }
 
 void DigestCard::noteSeen() {
-    preferences.note(preference::historyLastSeen.name,
+    preferences.note(preferenceKeys::historyLastSeen.name,
                      static_cast<std::int64_t>(clock.now().secondsSince1970()));
 }
 

@@ -40,7 +40,8 @@ void FolderSetup::complete() {
 
 QCoro::Task<void> FolderSetup::finish() {
     const auto hold = tasks.hold();
-    const bool firstSetup = !read(preferences, preference::folderSetupCompleted) || !state.latest();
+    const bool firstSetup =
+        !read(preferences, preferenceKeys::folderSetupCompleted) || !state.latest();
     const auto before = std::exchange(selectionAtOpen, std::nullopt);
     const bool selectionChanged = before && *before != folders.selection();
     complete();
@@ -58,20 +59,20 @@ QCoro::Task<void> FolderSetup::checkRecommendedAccess(FolderAccess::Check check)
 }
 
 QCoro::Task<void> FolderSetup::check(FolderAccess::Check check) {
-    preferences.note(preference::diskAccessCheckRequested.name, false);
+    preferences.note(preferenceKeys::diskAccessCheckRequested.name, false);
     co_await folders.enableReadableRecommended(folders.recommendedFolders(), check);
 }
 
 void FolderSetup::openDiskAccessPane(const std::function<bool(const std::string&)>& open) {
-    preferences.note(preference::diskAccessSetupPending.name, true);
-    preferences.note(preference::diskAccessCheckRequested.name, true);
+    preferences.note(preferenceKeys::diskAccessSetupPending.name, true);
+    preferences.note(preferenceKeys::diskAccessCheckRequested.name, true);
     if (!open(privacyPane))
         open(systemSettings);
 }
 
 QCoro::Task<void> FolderSetup::resumeOnActivation(FolderAccess::Check check) {
     const auto hold = tasks.hold();
-    if (!read(preferences, preference::diskAccessCheckRequested))
+    if (!read(preferences, preferenceKeys::diskAccessCheckRequested))
         co_return;
     const auto checking = state.operations().begin(Operation::checkingAfterReturn);
     if (!checking)

@@ -50,12 +50,12 @@ bool HistoryNavigation::go(std::optional<SidebarDestination> to) {
     target = std::move(to);
     openSnapshot.reset();
     where.categoryFilters.clear();
-    const auto shown = target.value_or(sidebar::Timeline());
-    if (const auto* one = std::get_if<sidebar::Category>(&shown)) {
+    const auto shown = target.value_or(sidebarDestination::Timeline());
+    if (const auto* one = std::get_if<sidebarDestination::Category>(&shown)) {
         where.categoryFilters = {one->category};
-    } else if (const auto* several = std::get_if<sidebar::Categories>(&shown)) {
+    } else if (const auto* several = std::get_if<sidebarDestination::Categories>(&shown)) {
         where.categoryFilters = several->categories;
-    } else if (const auto* baseline = std::get_if<sidebar::OfBaseline>(&shown)) {
+    } else if (const auto* baseline = std::get_if<sidebarDestination::OfBaseline>(&shown)) {
         openSnapshot = baseline->id;
         const auto last = modes.find(baseline->id);
         mode = last == modes.end() ? SnapshotViewMode::timeline : last->second;
@@ -70,21 +70,21 @@ void HistoryNavigation::go(WorkspaceDestination to, bool clearSearch) {
     if (facts(to).isSystemFilter)
         where.systemFilters = {to};
     where.workspace = to;
-    go(sidebar::Timeline());
+    go(sidebarDestination::Timeline());
     if (clearSearch)
         where.search.clear();
     if (facts(to).category)
-        go(sidebar::Category{*facts(to).category});
+        go(sidebarDestination::Category{*facts(to).category});
 }
 
 bool HistoryNavigation::goToSnapshot(const Uuid& id) {
     where.workspace = WorkspaceDestination::snapshots;
-    return go(sidebar::OfBaseline{id});
+    return go(sidebarDestination::OfBaseline{id});
 }
 
 bool HistoryNavigation::goToComparison(const Uuid& from, const Uuid& to) {
     where.workspace = WorkspaceDestination::snapshots;
-    return go(sidebar::OfComparison{from, to});
+    return go(sidebarDestination::OfComparison{from, to});
 }
 
 bool HistoryNavigation::toggleFilter(WorkspaceDestination filter) {
@@ -102,8 +102,9 @@ bool HistoryNavigation::toggleFilter(WorkspaceDestination filter) {
     where.workspace = filters.size() == 1 ? *filters.begin() : WorkspaceDestination::timeline;
     where.systemFilters = std::move(filters);
     // A selected category is a filter as well, which would hide the events of all others.
-    const bool isByCategory = target && std::holds_alternative<sidebar::Category>(*target);
-    return isByCategory && go(sidebar::Timeline());
+    const bool isByCategory =
+        target && std::holds_alternative<sidebarDestination::Category>(*target);
+    return isByCategory && go(sidebarDestination::Timeline());
 }
 
 } // namespace tidemark

@@ -45,7 +45,7 @@ public:
     SnapshotViewMode viewMode() const { return mode; }
     /// True when two captures are compared.
     bool isComparison() const {
-        return target && std::holds_alternative<sidebar::OfComparison>(*target);
+        return target && std::holds_alternative<sidebarDestination::OfComparison>(*target);
     }
 
     // The moves. Those that return a bool return whether anything changed.

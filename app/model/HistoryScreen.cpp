@@ -12,8 +12,8 @@ HistoryScreen::HistoryScreen(ModelState& state, Preferences& preferences, AppClo
     : state(state), preferences(preferences), clock(clock),
       comparisons(tasks, [this](auto differences) { showCompared(std::move(differences)); }),
       recordingMode(state.recordingMode) {
-    navigation.setCustomWindowDays(read(preferences, preference::historyCustomWindowDays));
-    navigation.setRange(read(preferences, preference::historyTimeWindow));
+    navigation.setCustomWindowDays(read(preferences, preferenceKeys::historyCustomWindowDays));
+    navigation.setRange(read(preferences, preferenceKeys::historyTimeWindow));
     connect(&state, &ModelState::changed, this, &HistoryScreen::followState);
     followPreferences();
 }
@@ -28,16 +28,16 @@ void HistoryScreen::followState() {
 void HistoryScreen::followPreferences() {
     // The stored value may be read as another one, if it is not among the choices.
     const auto takeWindow = [this] {
-        if (preferences.text(preference::historyTimeWindow.name) != navigation.range())
-            setRange(read(preferences, preference::historyTimeWindow));
+        if (preferences.text(preferenceKeys::historyTimeWindow.name) != navigation.range())
+            setRange(read(preferences, preferenceKeys::historyTimeWindow));
     };
     const auto takeDays = [this] {
-        if (preferences.integer(preference::historyCustomWindowDays.name)
+        if (preferences.integer(preferenceKeys::historyCustomWindowDays.name)
             != navigation.customWindowDays())
-            setCustomWindowDays(read(preferences, preference::historyCustomWindowDays));
+            setCustomWindowDays(read(preferences, preferenceKeys::historyCustomWindowDays));
     };
-    followSettings(preferences, this, takeWindow, preference::historyTimeWindow);
-    followSettings(preferences, this, takeDays, preference::historyCustomWindowDays);
+    followSettings(preferences, this, takeWindow, preferenceKeys::historyTimeWindow);
+    followSettings(preferences, this, takeDays, preferenceKeys::historyCustomWindowDays);
 }
 
 void HistoryScreen::setMemory(const MemoryArchive& archive) {
@@ -125,7 +125,7 @@ void HistoryScreen::endExport() {
 
 void HistoryScreen::changeRange(std::string range) {
     if (navigation.setRange(std::move(range)))
-        preferences.set(preference::historyTimeWindow.name, navigation.range());
+        preferences.set(preferenceKeys::historyTimeWindow.name, navigation.range());
 }
 
 void HistoryScreen::setRange(std::string range) {
@@ -140,7 +140,7 @@ void HistoryScreen::setRange(std::string range) {
 void HistoryScreen::setCustomWindowDays(std::int64_t days) {
     if (!navigation.setCustomWindowDays(days))
         return;
-    preferences.set(preference::historyCustomWindowDays.name, days);
+    preferences.set(preferenceKeys::historyCustomWindowDays.name, days);
     if (navigation.place().window == HistoryTimeWindow::custom)
         refresh();
     selected.keepIfIn(presentation().events);
@@ -239,7 +239,7 @@ std::optional<CapturePair> HistoryScreen::comparedCaptures() const {
 
 void HistoryScreen::showImported() {
     changeRange(std::string(rawValue(HistoryTimeWindow::week)));
-    navigation.go(sidebar::Timeline());
+    navigation.go(sidebarDestination::Timeline());
     navigation.setSearch({});
     selected.clear();
     refreshPresentation();

@@ -20,7 +20,7 @@ OptionalShared<Snapshot> newest(const Journal& journal) {
 
 ModelState::ModelState(const Preferences& stored, Date now)
     : observationNow(this, now), preferences(stored) {
-    followSettings(preferences, this, [this] { noteChange(); }, preference::captureSchedule);
+    followSettings(preferences, this, [this] { noteChange(); }, preferenceKeys::captureSchedule);
 }
 
 CaptureSchedule ModelState::captureSchedule() const {

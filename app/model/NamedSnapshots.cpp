@@ -53,7 +53,7 @@ QCoro::Task<bool> NamedSnapshots::saveNamedSnapshot(std::string name) {
     if (!saving)
         co_return false;
     snapshotError = std::nullopt;
-    const auto& baselineKey = preference::needsRecordingBaseline;
+    const auto& baselineKey = preferenceKeys::needsRecordingBaseline;
     Journal next = *used.state.journal();
     std::optional<Uuid> id;
     std::string failure;

@@ -6,17 +6,17 @@ namespace tidemark {
 
 namespace {
 
-constexpr std::string_view modeKey = preference::recordingMode.name;
+constexpr std::string_view modeKey = preferenceKeys::recordingMode.name;
 
 } // namespace
 
 void RecordingSwitch::restore() {
-    const auto stored = read(preferences, preference::recordingMode);
+    const auto stored = read(preferences, preferenceKeys::recordingMode);
     const auto mode = json::fromRawValue<RecordingMode>(stored).value_or(RecordingMode::recording);
     state.recordingMode = mode;
     // The note of the begun pause was lost with the settings.
     if (preferences.isLost() && mode == RecordingMode::paused)
-        preferences.note(preference::needsRecordingBaseline.name, true);
+        preferences.note(preferenceKeys::needsRecordingBaseline.name, true);
     preferences.note(modeKey, std::string(rawValue(mode)));
     preferences.remove("privateUntil");
 }
@@ -33,12 +33,12 @@ void RecordingSwitch::set(RecordingMode mode) {
     // Stored before the mode: if the program ended in between, changes during the pause would be
     // reported.
     if (mode == RecordingMode::paused)
-        preferences.note(preference::needsRecordingBaseline.name, true);
+        preferences.note(preferenceKeys::needsRecordingBaseline.name, true);
     state.recordingMode = mode;
     // The mode takes effect even if it can't be stored now, and is stored with the next change.
     preferences.note(modeKey, std::string(rawValue(mode)));
     // The user has made a new choice.
-    preferences.remove(preference::settingsLost.name);
+    preferences.remove(preferenceKeys::settingsLost.name);
     if (mode == RecordingMode::paused)
         pause();
     else

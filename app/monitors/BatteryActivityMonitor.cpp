@@ -7,7 +7,7 @@ namespace tidemark {
 BatteryActivityMonitor::BatteryActivityMonitor(const Surroundings& surroundings, Sources given)
     : SwitchedMonitor(surroundings, {.name = "Battery",
                                      .source = SettingSource::battery,
-                                     .setting = preference::batteryHistoryEnabled}),
+                                     .setting = preferenceKeys::batteryHistoryEnabled}),
       sources(std::move(given)) {}
 
 BatteryActivityMonitor::~BatteryActivityMonitor() {

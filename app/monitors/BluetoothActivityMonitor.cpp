@@ -15,7 +15,7 @@ BluetoothActivityMonitor::BluetoothActivityMonitor(const Surroundings& surroundi
                                                    std::unique_ptr<BluetoothSource> source)
     : SwitchedMonitor(surroundings, {.name = "Bluetooth",
                                      .source = SettingSource::bluetooth,
-                                     .setting = preference::bluetoothHistoryEnabled,
+                                     .setting = preferenceKeys::bluetoothHistoryEnabled,
                                      .wakeDelay = wakeDelay}),
       bluetooth(std::move(source)) {}
 

@@ -23,7 +23,7 @@ EnvironmentActivityMonitor::EnvironmentActivityMonitor(const Surroundings& surro
                                                        Sources given)
     : SwitchedMonitor(surroundings, {.name = "Environment",
                                      .source = SettingSource::environment,
-                                     .setting = preference::environmentHistoryEnabled}),
+                                     .setting = preferenceKeys::environmentHistoryEnabled}),
       sources(std::move(given)), volumeReader(sources.volumeReading, clock()) {}
 
 EnvironmentActivityMonitor::~EnvironmentActivityMonitor() {

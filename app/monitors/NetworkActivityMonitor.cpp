@@ -7,7 +7,7 @@ namespace tidemark {
 NetworkActivityMonitor::NetworkActivityMonitor(const Surroundings& surroundings, Sources given)
     : SwitchedMonitor(surroundings, {.name = "Network",
                                      .source = SettingSource::network,
-                                     .setting = preference::networkHistoryEnabled,
+                                     .setting = preferenceKeys::networkHistoryEnabled,
                                      .wakeDelay = wakeDelay}),
       sources(std::move(given)), details(preferences(), sources.wifiNames.get()),
       wifi(*sources.wifi, details, clock(), tasks) {}

@@ -15,13 +15,13 @@ WiFiDetailsProvider::WiFiDetailsProvider(const Preferences& preferences, WiFiNam
             askForPermission();
         changed();
     };
-    followSettings(preferences, this, use, preference::wifiNetworkNamesEnabled);
+    followSettings(preferences, this, use, preferenceKeys::wifiNetworkNamesEnabled);
     if (access)
         access->follow([this] { didChange(); });
 }
 
 bool WiFiDetailsProvider::isEnabled() const {
-    return read(preferences, preference::wifiNetworkNamesEnabled);
+    return read(preferences, preferenceKeys::wifiNetworkNamesEnabled);
 }
 
 bool WiFiDetailsProvider::areNamesAllowed() const {

@@ -11,8 +11,8 @@
 namespace tidemark {
 
 /// Makes the details of a Wi-Fi network for its record, and knows whether its name may be read: the
-/// user has to turn on `preference::wifiNetworkNamesEnabled`, and the system has to permit it. Main
-/// thread only.
+/// user has to turn on `preferenceKeys::wifiNetworkNamesEnabled`, and the system has to permit it.
+/// Main thread only.
 class WiFiDetailsProvider final : public Observable {
     Q_OBJECT
 

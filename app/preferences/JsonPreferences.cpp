@@ -200,12 +200,12 @@ bool JsonPreferences::takeCopy() {
     } catch (const FileError&) {
         // Continue without a copy.
     }
-    document->root[std::string(preference::settingsLost.name)] = true;
+    document->root[std::string(preferenceKeys::settingsLost.name)] = true;
     return false;
 }
 
 bool JsonPreferences::isLost() const {
-    return tidemark::read(*this, preference::settingsLost);
+    return tidemark::read(*this, preferenceKeys::settingsLost);
 }
 
 /// Removes the copy when it can't be updated: an old copy would restore settings that the user has

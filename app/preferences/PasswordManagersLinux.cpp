@@ -1,6 +1,6 @@
 #include "app/preferences/PreferenceKeys.h"
 
-namespace tidemark::preference::detail {
+namespace tidemark::preferenceKeys::detail {
 
 /// The identifiers of their desktop entries. Some of them do not mark what they copy.
 std::string_view passwordManagers() {
@@ -9,4 +9,4 @@ std::string_view passwordManagers() {
            "org.kde.kwalletmanager, org.kde.kwalletmanager5, org.keepassxc.KeePassXC";
 }
 
-} // namespace tidemark::preference::detail
+} // namespace tidemark::preferenceKeys::detail

@@ -1,10 +1,10 @@
 #include "app/preferences/PreferenceKeys.h"
 
-namespace tidemark::preference::detail {
+namespace tidemark::preferenceKeys::detail {
 
 std::string_view passwordManagers() {
     return "com.1password.1password, com.agilebits.onepassword7, com.bitwarden.desktop, "
            "com.apple.Passwords";
 }
 
-} // namespace tidemark::preference::detail
+} // namespace tidemark::preferenceKeys::detail

@@ -41,7 +41,7 @@ std::vector<std::string> read(const Preferences& preferences, const PathsKey& ke
 }
 
 CaptureSchedule captureSchedule(const Preferences& preferences) {
-    const auto text = read(preferences, preference::captureSchedule);
+    const auto text = read(preferences, preferenceKeys::captureSchedule);
     return json::fromRawValue<CaptureSchedule>(text).value_or(CaptureSchedule::halfHourly);
 }
 

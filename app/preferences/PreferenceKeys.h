@@ -59,10 +59,10 @@ std::string read(const Preferences& preferences, const TextKey& key);
 std::string read(const Preferences& preferences, const ChoiceKey& key);
 /// Returns absolute paths; those of the fallback are relative to the home directory.
 std::vector<std::string> read(const Preferences& preferences, const PathsKey& key);
-/// How often a capture is due: the value of `preference::captureSchedule`.
+/// How often a capture is due: the value of `preferenceKeys::captureSchedule`.
 CaptureSchedule captureSchedule(const Preferences& preferences);
 
-namespace preference {
+namespace preferenceKeys {
 
 namespace detail {
 
@@ -218,6 +218,6 @@ inline constexpr auto all = std::to_array<AnyPreferenceKey>({
     memoryExcludedApps,
 });
 
-} // namespace preference
+} // namespace preferenceKeys
 
 } // namespace tidemark

@@ -50,7 +50,7 @@ public:
     /// True when nothing can be stored.
     virtual bool isReadOnly() const { return false; }
     /// True when there were settings but none could be read, so that the choices of the user are
-    /// not known. Stored until the key `preference::settingsLost` is removed.
+    /// not known. Stored until the key `preferenceKeys::settingsLost` is removed.
     virtual bool isLost() const { return false; }
     /// A problem to report to the user, as a sentence: the file was damaged and set aside, or can't
     /// be written at present.

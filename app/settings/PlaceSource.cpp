@@ -11,13 +11,13 @@ std::string_view settingOf(WorkspaceDestination place) {
     switch (place) {
     case WorkspaceDestination::files:
     case WorkspaceDestination::downloads:
-        return preference::memoryFiles.name;
+        return preferenceKeys::memoryFiles.name;
     case WorkspaceDestination::clipboard:
-        return preference::memoryClipboard.name;
+        return preferenceKeys::memoryClipboard.name;
     case WorkspaceDestination::devices:
-        return preference::environmentHistoryEnabled.name;
+        return preferenceKeys::environmentHistoryEnabled.name;
     case WorkspaceDestination::network:
-        return preference::networkHistoryEnabled.name;
+        return preferenceKeys::networkHistoryEnabled.name;
     default:
         return {};
     }

@@ -102,8 +102,9 @@ SettingsSection observationSection(const SettingsPageState& state, const Calenda
             group.text("Allow Tidemark in Login Items to finish enabling this setting.")
                 .command(Command::openLoginItems, "Open Login Items");
     }
-    group.choice(preference::captureSchedule, "Automatic captures", scheduleOptions());
-    if (read(state.preferences, preference::captureSchedule) == rawValue(CaptureSchedule::manual)) {
+    group.choice(preferenceKeys::captureSchedule, "Automatic captures", scheduleOptions());
+    if (read(state.preferences, preferenceKeys::captureSchedule)
+        == rawValue(CaptureSchedule::manual)) {
         group.text("Use Check Now to capture manually.");
     } else {
         if (state.nextCapture)
@@ -111,7 +112,7 @@ SettingsSection observationSection(const SettingsPageState& state, const Calenda
                        + calendar.format(*state.nextCapture, "d MMM yyyy, HH:mm"));
         group.text("Keep Tidemark running to record changes.");
     }
-    group.toggle(preference::backgroundItemNotices, "Notify about new background items");
+    group.toggle(preferenceKeys::backgroundItemNotices, "Notify about new background items");
     return {"Observation", {group.group()}};
 }
 
@@ -127,13 +128,13 @@ SettingsGroup recordingControls(const SettingsPageState& state) {
 
 SettingsGroup additionalHistory(const SettingsPageState& state) {
     Group group(state, "Additional History");
-    group.toggle(preference::homebrewHistoryEnabled, "Homebrew formula changes")
-        .toggle(preference::diagnosticHistoryEnabled, "New diagnostic report files")
+    group.toggle(preferenceKeys::homebrewHistoryEnabled, "Homebrew formula changes")
+        .toggle(preferenceKeys::diagnosticHistoryEnabled, "New diagnostic report files")
         .text("Diagnostic reports may require Full Disk Access.")
         .command(Command::addConfigurationFile, "Choose Configuration Files")
         .text("Track changes in selected files up to 1 MB. File contents are read but never "
               "saved.");
-    for (const auto& path : read(state.preferences, preference::configurationHistoryPaths))
+    for (const auto& path : read(state.preferences, preferenceKeys::configurationHistoryPaths))
         group.path(Command::removeConfigurationFile, path,
                    "Stop tracking this file; existing history is retained");
     return group.group();
@@ -141,36 +142,36 @@ SettingsGroup additionalHistory(const SettingsPageState& state) {
 
 SettingsGroup filesAndApplications(const SettingsPageState& state) {
     Group group(state, "Files and Applications");
-    group.toggle(preference::memoryFiles, "Recent files and downloads")
-        .toggle(preference::memoryAllIndexedFiles, "Files outside of the chosen folders, too");
-    if (!read(state.preferences, preference::memoryAllIndexedFiles)) {
-        for (const auto& folder : read(state.preferences, preference::memoryFolders))
+    group.toggle(preferenceKeys::memoryFiles, "Recent files and downloads")
+        .toggle(preferenceKeys::memoryAllIndexedFiles, "Files outside of the chosen folders, too");
+    if (!read(state.preferences, preferenceKeys::memoryAllIndexedFiles)) {
+        for (const auto& folder : read(state.preferences, preferenceKeys::memoryFolders))
             group.path(Command::removeFolder, folder,
                        "Stop recording files of this folder; existing history is retained");
         group.command(Command::includeFolder, "Include Folder…");
     }
     return group.text(state.fileStatus)
-        .toggle(preference::memoryApps, "Application launches and quits")
+        .toggle(preferenceKeys::memoryApps, "Application launches and quits")
         .group();
 }
 
 SettingsGroup clipboardHistory(const SettingsPageState& state) {
-    const auto absence = state.sources.absence(preference::memoryClipboard.name);
+    const auto absence = state.sources.absence(preferenceKeys::memoryClipboard.name);
     Group group(state, "Clipboard History");
-    group.toggle(preference::memoryClipboard, "Remember what is copied");
+    group.toggle(preferenceKeys::memoryClipboard, "Remember what is copied");
     // The reason is shown with the switch already.
     if (absence != state.clipboardStatus)
         group.text(state.clipboardStatus);
     group.text("Items that their program marks as secret are never read. Browser extensions of "
                "password managers usually mark nothing.");
-    return group.number(preference::memoryClipboardDays, "Days to keep clips")
+    return group.number(preferenceKeys::memoryClipboardDays, "Days to keep clips")
         .command(Command::clearClipboard, "Clear Clipboard History…")
         .group();
 }
 
 SettingsGroup excludedApplications(const SettingsPageState& state) {
     return Group(state, "Excluded Applications")
-        .textField(preference::memoryExcludedApps, "Identifiers, with commas between them")
+        .textField(preferenceKeys::memoryExcludedApps, "Identifiers, with commas between them")
         .text("Launches of these applications and what is copied from them are not recorded.")
         .group();
 }
@@ -178,20 +179,21 @@ SettingsGroup excludedApplications(const SettingsPageState& state) {
 SettingsSection privacySection(const SettingsPageState& state) {
     std::vector<SettingsGroup> groups;
     groups.push_back(recordingControls(state));
-    groups.push_back(Group(state, "Connection History")
-                         .toggle(preference::networkHistoryEnabled, "Network connection changes")
-                         .toggle(preference::wifiNetworkNamesEnabled, "Wi-Fi network names")
-                         .toggle(preference::bluetoothHistoryEnabled, "Bluetooth activity")
-                         .text("Bluetooth requires permission and supports paired devices.")
-                         .group());
+    groups.push_back(
+        Group(state, "Connection History")
+            .toggle(preferenceKeys::networkHistoryEnabled, "Network connection changes")
+            .toggle(preferenceKeys::wifiNetworkNamesEnabled, "Wi-Fi network names")
+            .toggle(preferenceKeys::bluetoothHistoryEnabled, "Bluetooth activity")
+            .text("Bluetooth requires permission and supports paired devices.")
+            .group());
     groups.push_back(Group(state, "Battery History")
-                         .toggle(preference::batteryHistoryEnabled, "Power and battery changes")
+                         .toggle(preferenceKeys::batteryHistoryEnabled, "Power and battery changes")
                          .text("Includes Low Power Mode, charging, and low battery.")
                          .group());
-    groups.push_back(
-        Group(state, "Environment History")
-            .toggle(preference::environmentHistoryEnabled, "Drives, displays, and thermal pressure")
-            .group());
+    groups.push_back(Group(state, "Environment History")
+                         .toggle(preferenceKeys::environmentHistoryEnabled,
+                                 "Drives, displays, and thermal pressure")
+                         .group());
     groups.push_back(additionalHistory(state));
     groups.push_back(filesAndApplications(state));
     groups.push_back(clipboardHistory(state));
@@ -202,10 +204,10 @@ SettingsSection privacySection(const SettingsPageState& state) {
 SettingsSection readingSection(const SettingsPageState& state) {
     Group group(state, "");
     group
-        .choice(preference::appearanceMode, "Appearance",
+        .choice(preferenceKeys::appearanceMode, "Appearance",
                 {{"system", "As the system"}, {"light", "Light"}, {"dark", "Dark"}})
         .text("Listing text: "
-              + std::to_string(read(state.preferences, preference::listingTextSize)))
+              + std::to_string(read(state.preferences, preferenceKeys::listingTextSize)))
         .text("Use ⌘+ or ⌘− to resize timeline, file, download, clipboard and search listings. ⌘0 "
               "restores the default.")
         .text("Time windows filter retained history. Saved snapshot comparisons use their own "

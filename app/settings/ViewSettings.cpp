@@ -7,17 +7,17 @@
 namespace tidemark {
 
 ViewSettings::ViewSettings(Preferences& preferences)
-    : preferences(preferences), textSize(this, read(preferences, preference::listingTextSize)) {
+    : preferences(preferences), textSize(this, read(preferences, preferenceKeys::listingTextSize)) {
     followSettings(
         preferences, this,
-        [this, &preferences] { textSize = read(preferences, preference::listingTextSize); },
-        preference::listingTextSize);
-    followSettings(preferences, this, [this] { noteChange(); }, preference::appearanceMode);
+        [this, &preferences] { textSize = read(preferences, preferenceKeys::listingTextSize); },
+        preferenceKeys::listingTextSize);
+    followSettings(preferences, this, [this] { noteChange(); }, preferenceKeys::appearanceMode);
 }
 
 double ViewSettings::listingTextScale() const {
     return static_cast<double>(textSize)
-           / static_cast<double>(preference::listingTextSize.fallback);
+           / static_cast<double>(preferenceKeys::listingTextSize.fallback);
 }
 
 void ViewSettings::changeListingTextSize(std::int64_t step) {
@@ -25,11 +25,11 @@ void ViewSettings::changeListingTextSize(std::int64_t step) {
 }
 
 void ViewSettings::resetListingTextSize() {
-    setListingTextSize(preference::listingTextSize.fallback);
+    setListingTextSize(preferenceKeys::listingTextSize.fallback);
 }
 
 void ViewSettings::setListingTextSize(std::int64_t size) {
-    constexpr auto& key = preference::listingTextSize;
+    constexpr auto& key = preferenceKeys::listingTextSize;
     const std::int64_t held = std::clamp(size, key.least, key.most);
     if (held == textSize)
         return;
@@ -38,7 +38,7 @@ void ViewSettings::setListingTextSize(std::int64_t size) {
 }
 
 void ViewSettings::applyAppearance(const ApplyAppearance& apply) const {
-    const auto mode = read(preferences, preference::appearanceMode);
+    const auto mode = read(preferences, preferenceKeys::appearanceMode);
     if (mode == "light")
         apply(Appearance::light);
     else if (mode == "dark")

@@ -10,7 +10,7 @@ namespace tidemark {
 
 namespace {
 
-struct Options {
+struct CompareOptions {
     FilePath before;
     FilePath after;
     bool json = false;
@@ -18,9 +18,9 @@ struct Options {
     static constexpr auto fields() {
         constexpr OptionForm file{.isPositional = true, .isRequired = true};
         return std::tuple{
-            Option{"before", &Options::before, "File with the earlier observation", file},
-            Option{"after", &Options::after, "File with the later observation", file},
-            Option{"json", &Options::json, "Print the events as one JSON array"}};
+            Option{"before", &CompareOptions::before, "File with the earlier observation", file},
+            Option{"after", &CompareOptions::after, "File with the later observation", file},
+            Option{"json", &CompareOptions::json, "Print the events as one JSON array"}};
     }
 };
 
@@ -35,7 +35,7 @@ Snapshot readSnapshot(const std::filesystem::path& path) {
     }
 }
 
-int compare(const Options& options) {
+int compare(const CompareOptions& options) {
     const Snapshot from = readSnapshot(options.before.path());
     const Snapshot to = readSnapshot(options.after.path());
     std::vector<Event> events = Journal::eventsBetween(from, to);
@@ -60,7 +60,7 @@ int compare(const Options& options) {
 } // namespace
 
 Command commands::compare() {
-    return makeCommand<Options, &tidemark::compare>({
+    return makeCommand<CompareOptions, &tidemark::compare>({
         .name = "compare",
         .group = CommandGroup::observations,
         .summary = "Show what changed between two stored observations",

@@ -27,11 +27,11 @@ namespace {
 
 constexpr std::chrono::seconds recorderPatience{20};
 
-struct Options {
+struct DoctorOptions {
     bool json = false;
 
     static constexpr auto fields() {
-        return std::tuple{Option{"json", &Options::json, "Print JSON instead of text"}};
+        return std::tuple{Option{"json", &DoctorOptions::json, "Print JSON instead of text"}};
     }
 };
 
@@ -170,7 +170,7 @@ private:
     Diagnosis found;
 };
 
-int doctor(const Options& options) {
+int doctor(const DoctorOptions& options) {
     const QtApplication application;
     // What can't be asked is in the output.
     QLoggingCategory::setFilterRules("*=false");
@@ -182,7 +182,7 @@ int doctor(const Options& options) {
 } // namespace
 
 Command commands::doctor() {
-    return makeCommand<Options, &tidemark::doctor>({
+    return makeCommand<DoctorOptions, &tidemark::doctor>({
         .name = "doctor",
         .group = CommandGroup::recording,
         .summary = "Show what helps to find a problem, without private details",

@@ -23,13 +23,13 @@ namespace {
 /// How many times the data folder is tried to be locked after the recorder was asked to end. With
 /// the pauses in between, that takes fifteen seconds; a recorder ends within ten.
 constexpr int folderAttempts = 150;
-constexpr std::chrono::milliseconds folderPause{100};
+constexpr std::chrono::milliseconds busyFolderPause{100};
 
-struct Options {
+struct EraseOptions {
     bool yes = false;
 
     static constexpr auto fields() {
-        return std::tuple{Option{"yes", &Options::yes, "Do not ask"}};
+        return std::tuple{Option{"yes", &EraseOptions::yes, "Do not ask"}};
     }
 };
 
@@ -67,7 +67,7 @@ std::string list(const Erasure& erasure) {
     return text;
 }
 
-std::optional<std::string> question(const Options& options) {
+std::optional<std::string> question(const EraseOptions& options) {
     const auto places = RecorderPlaces::current();
     const Erasure erasure = present(places);
     const bool isService = hasService();
@@ -104,11 +104,11 @@ FolderLock taken(const std::filesystem::path& folder) {
             return *std::move(lock);
         if (attempt == folderAttempts)
             throw Error("Nothing was removed. " + lock.error().sentence());
-        std::this_thread::sleep_for(folderPause);
+        std::this_thread::sleep_for(busyFolderPause);
     }
 }
 
-int erase(const Options&) {
+int erase(const EraseOptions&) {
     const auto places = RecorderPlaces::current();
     const QtApplication application;
     const bool isService = hasService();
@@ -136,7 +136,7 @@ int erase(const Options&) {
 } // namespace
 
 Command commands::erase() {
-    return makeCommand<Options, &tidemark::erase>(
+    return makeCommand<EraseOptions, &tidemark::erase>(
         {
             .name = "erase",
             .group = CommandGroup::choices,

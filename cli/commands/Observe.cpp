@@ -23,7 +23,7 @@ namespace {
 
 using Paths = std::vector<std::filesystem::path>;
 
-struct Options {
+struct ObserveOptions {
     /// The root folder of another machine, to be observed instead of this one.
     std::optional<FilePath> root;
     /// Folders of the observed machine. If not given, the standard folders of the system and of the
@@ -44,28 +44,31 @@ struct Options {
 
     static constexpr auto fields() {
         constexpr OptionForm folder{.valueName = "DIR"};
-        // Options that can't be given with --root: their sources are read only on this machine.
+        // ObserveOptions that can't be given with --root: their sources are read only on this
+        // machine.
         constexpr OptionForm here{.excludes = "root"};
         constexpr OptionForm folderHere{.excludes = "root", .valueName = "DIR"};
         constexpr OptionForm fileHere{.excludes = "root", .valueName = "FILE"};
         return std::tuple{
-            Option{"root", &Options::root,
+            Option{"root", &ObserveOptions::root,
                    "Observe the machine whose root folder is DIR instead of this one", folder},
-            Option{"applications", &Options::applications, "Folder to search for applications",
-                   folder},
-            Option{"agents", &Options::agents, "Folder of agent definitions", folder},
-            Option{"daemons", &Options::daemons, "Folder of daemon definitions", folder},
-            Option{"storage", &Options::storage, "Folder to measure", folderHere},
-            Option{"homebrew", &Options::homebrew, "Add the installed Homebrew formulas", here},
-            Option{"diagnostics", &Options::diagnostics, "Add the diagnostic reports", here},
-            Option{"config", &Options::config, "Configuration file to fingerprint", fileHere},
-            Option{"measurements", &Options::measurements,
+            Option{"applications", &ObserveOptions::applications,
+                   "Folder to search for applications", folder},
+            Option{"agents", &ObserveOptions::agents, "Folder of agent definitions", folder},
+            Option{"daemons", &ObserveOptions::daemons, "Folder of daemon definitions", folder},
+            Option{"storage", &ObserveOptions::storage, "Folder to measure", folderHere},
+            Option{"homebrew", &ObserveOptions::homebrew, "Add the installed Homebrew formulas",
+                   here},
+            Option{"diagnostics", &ObserveOptions::diagnostics, "Add the diagnostic reports", here},
+            Option{"config", &ObserveOptions::config, "Configuration file to fingerprint",
+                   fileHere},
+            Option{"measurements", &ObserveOptions::measurements,
                    "File that keeps finished measurements for the next run", fileHere},
             Option{"output",
-                   &Options::output,
+                   &ObserveOptions::output,
                    "File to write the observation to, as stored JSON",
                    {.letter = 'o', .valueName = "FILE"}},
-            Option{"json", &Options::json, "Print the observation as stored JSON"}};
+            Option{"json", &ObserveOptions::json, "Print the observation as stored JSON"}};
     }
 };
 
@@ -81,7 +84,7 @@ Paths canonical(const std::vector<FilePath>& paths) {
     return result;
 }
 
-ObservationOptions observationOptions(const Options& options) {
+ObservationOptions observationOptions(const ObserveOptions& options) {
     using enum BackgroundItem::Kind;
     const auto places = StandardRoots::Places::current(
         options.root ? MachineFiles::below(options.root->path()) : MachineFiles());
@@ -108,7 +111,7 @@ std::filesystem::path pathOf(const std::optional<FilePath>& file) {
     return file ? file->path() : std::filesystem::path();
 }
 
-Snapshot observation(const Options& options, const std::stop_token& stop) {
+Snapshot observation(const ObserveOptions& options, const std::stop_token& stop) {
     ComponentStorageScanner* running = nullptr;
     ProgressLine progress([&] { return running ? running->entriesWalked() : 0; });
     ComponentStorageScanner scanner(pathOf(options.measurements), entriesPerSlice, progress);
@@ -139,7 +142,7 @@ Snapshot observation(const Options& options, const std::stop_token& stop) {
     return snapshot;
 }
 
-int observe(const Options& options) {
+int observe(const ObserveOptions& options) {
     if (options.measurements)
         ownFiles::refuse(options.measurements->path());
     const auto file =
@@ -163,7 +166,7 @@ int observe(const Options& options) {
 } // namespace
 
 Command commands::observe() {
-    return makeCommand<Options, &tidemark::observe>({
+    return makeCommand<ObserveOptions, &tidemark::observe>({
         .name = "observe",
         .group = CommandGroup::observations,
         .summary = "Take one observation of this machine, or of one mounted elsewhere",
@@ -171,7 +174,7 @@ Command commands::observe() {
             "With --root, folders are given as paths on that machine, and the home folder is\n"
             "the one with the same path there as the user's here. Nothing is measured, and no\n"
             "additional source is read. Two such observations can be compared with each other.\n"
-            "Options that take a folder or a --config file can be given several times.\n"
+            "ObserveOptions that take a folder or a --config file can be given several times.\n"
             "Control-C ends the observation early; a second one ends the program.",
     });
 }

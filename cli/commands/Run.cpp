@@ -19,15 +19,15 @@ namespace tidemark {
 
 namespace {
 
-struct Options {
+struct RunOptions {
     std::optional<SetupChoice> setup;
     bool wait = false;
 
     static constexpr auto fields() {
         return std::tuple{
-            Option{"setup", &Options::setup,
+            Option{"setup", &RunOptions::setup,
                    "On the first start, monitor the recommended folders that can be read, or none"},
-            Option{"wait", &Options::wait,
+            Option{"wait", &RunOptions::wait,
                    "While another program records, wait until it ends; and exit with status 75 "
                    "when a program with windows takes over"}};
     }
@@ -39,7 +39,7 @@ constexpr std::chrono::seconds folderPause{5};
 constexpr int leftToAnother = 75;
 
 /// Makes the recorder as soon as the data folder is free, unless a stop is requested before.
-void takeFolder(std::optional<Recorder>& recorder, const Options& options,
+void takeFolder(std::optional<Recorder>& recorder, const RunOptions& options,
                 const std::stop_token& stop) {
     std::mutex mutex;
     std::unique_lock lock(mutex);
@@ -74,7 +74,7 @@ QCoro::Task<void> startRecording(Recorder& recorder,
 }
 
 /// Records until SIGINT or SIGTERM.
-int run(const Options& options) {
+int run(const RunOptions& options) {
     const Interruption interruption(Interruption::AfterStop::ends);
     requireFreeDescriptors(QtApplication::neededDescriptors);
     const QtApplication application;
@@ -110,7 +110,7 @@ int run(const Options& options) {
 } // namespace
 
 Command commands::run() {
-    return makeCommand<Options, &tidemark::run>({
+    return makeCommand<RunOptions, &tidemark::run>({
         .name = "run",
         .group = CommandGroup::recording,
         .summary = "Record in the foreground until Control-C",

@@ -17,11 +17,12 @@ inline constexpr auto json::rawValues<RecorderService::Activity> =
 
 namespace {
 
-struct Options {
+struct ServiceStatusOptions {
     bool json = false;
 
     static constexpr auto fields() {
-        return std::tuple{Option{"json", &Options::json, "Print JSON instead of text"}};
+        return std::tuple{
+            Option{"json", &ServiceStatusOptions::json, "Print JSON instead of text"}};
     }
 };
 
@@ -35,7 +36,7 @@ struct Answer {
     }
 };
 
-int serviceStatus(const Options& options) {
+int serviceStatus(const ServiceStatusOptions& options) {
     const auto status = sessionService::ofSystem()->status();
     if (!options.json) {
         console::print(sessionService::sentence(status));
@@ -50,7 +51,7 @@ int serviceStatus(const Options& options) {
 } // namespace
 
 Command commands::serviceStatus() {
-    return makeCommand<Options, &tidemark::serviceStatus>({
+    return makeCommand<ServiceStatusOptions, &tidemark::serviceStatus>({
         .name = "service status",
         .group = CommandGroup::recording,
         .summary = "Show whether the service runs and starts with your session",

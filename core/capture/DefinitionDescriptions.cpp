@@ -6,12 +6,14 @@
 #include <algorithm>
 #include <span>
 
-namespace tidemark::BackgroundDefinition {
+namespace tidemark::DefinitionDescriptions {
 
 namespace {
 
 std::string labelOf(std::string_view key) {
-    for (const auto table : {std::span<const Label>(labels), std::span<const Label>(furtherLabels)})
+    using Label = BackgroundDefinition::Label;
+    for (const auto table : {std::span<const Label>(BackgroundDefinition::labels),
+                             std::span<const Label>(BackgroundDefinition::furtherLabels)})
         if (const auto row = std::ranges::find(table, key, &Label::key); row != table.end())
             return std::string(row->text);
     return std::string(key);
@@ -29,7 +31,7 @@ const std::string* setting(const BackgroundItem& item, const std::string& key) {
 std::vector<std::string> changeDescriptions(const BackgroundItem& before,
                                             const BackgroundItem& after) {
     std::vector<std::string> lines;
-    for (const auto& key : changedKeys(before, after)) {
+    for (const auto& key : DefinitionComparison::changedKeys(before, after)) {
         const auto* was = setting(before, key);
         const auto* is = setting(after, key);
         if (was && is && *was != *is)
@@ -40,4 +42,4 @@ std::vector<std::string> changeDescriptions(const BackgroundItem& before,
     return lines;
 }
 
-} // namespace tidemark::BackgroundDefinition
+} // namespace tidemark::DefinitionDescriptions

@@ -5,11 +5,11 @@
 #include <string>
 #include <vector>
 
-namespace tidemark::BackgroundDefinition {
+namespace tidemark::DefinitionDescriptions {
 
 /// One line per changed key: with both values where they may be shown, such as
 /// "Keep running: Conditional → Yes", and "Environment settings changed" where they may not.
 std::vector<std::string> changeDescriptions(const BackgroundItem& before,
                                             const BackgroundItem& after);
 
-} // namespace tidemark::BackgroundDefinition
+} // namespace tidemark::DefinitionDescriptions

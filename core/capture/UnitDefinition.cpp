@@ -3,6 +3,7 @@
 #include "core/base/Text.h"
 #include "core/capture/CommandText.h"
 #include "core/capture/TimeSpan.h"
+#include "core/capture/UnitName.h"
 #include "core/capture/UnitSettings.h"
 
 #include <algorithm>

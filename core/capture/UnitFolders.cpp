@@ -2,6 +2,7 @@
 
 #include "core/base/FileError.h"
 #include "core/base/Text.h"
+#include "core/capture/UnitName.h"
 
 #include <algorithm>
 #include <array>
@@ -13,8 +14,6 @@ namespace {
 namespace fs = std::filesystem;
 using Kind = FolderEntry::Kind;
 
-constexpr auto itemSuffixes =
-    std::to_array<std::string_view>({".service", ".timer", ".socket", ".path"});
 constexpr auto enablingFolders =
     std::to_array<std::string_view>({".wants", ".requires", ".upholds"});
 constexpr std::string_view dropInFolder = ".d";
@@ -27,9 +26,7 @@ bool endsWithAny(std::string_view name, const auto& endings) {
 /// Whether drop-ins of this name can belong to a unit that is an item: "ssh.service", and for all
 /// units of a kind "service".
 bool isDropInTarget(std::string_view name) {
-    return UnitName::canBeItem(name) || std::ranges::any_of(itemSuffixes, [&](auto suffix) {
-               return suffix.substr(1) == name;
-           });
+    return UnitName::canBeItem(name) || UnitName::canBeItem("all." + std::string(name));
 }
 
 struct Content {
@@ -58,30 +55,6 @@ bool leadsToNothing(const fs::path& folder, const std::string& linkText) {
 }
 
 } // namespace
-
-bool UnitName::canBeItem(std::string_view name) {
-    return endsWithAny(name, itemSuffixes) && withoutSuffix(name) != "";
-}
-
-std::string_view UnitName::suffix(std::string_view name) {
-    const auto dot = name.rfind('.');
-    return dot == std::string_view::npos ? std::string_view() : name.substr(dot);
-}
-
-std::string_view UnitName::withoutSuffix(std::string_view name) {
-    return name.substr(0, name.size() - suffix(name).size());
-}
-
-bool UnitName::isTemplate(std::string_view name) {
-    return withoutSuffix(name).ends_with('@');
-}
-
-std::string UnitName::templateOf(std::string_view name) {
-    const auto at = name.find('@');
-    if (at == std::string_view::npos || isTemplate(name))
-        return {};
-    return std::string(name.substr(0, at + 1)) + std::string(suffix(name));
-}
 
 bool isUnitFolderOfDistribution(const fs::path& folder) {
     const std::string& path = folder.native();

@@ -58,22 +58,6 @@ struct UnitFolders {
     std::vector<std::filesystem::path> linkedUnits;
 };
 
-/// Recognises the names of units and splits them.
-namespace UnitName {
-
-/// Whether a unit of this name can be an item: a service, or a timer, socket or path, which start
-/// one.
-bool canBeItem(std::string_view name);
-/// ".service" and the like, with the dot; empty if it is not a unit.
-std::string_view suffix(std::string_view name);
-std::string_view withoutSuffix(std::string_view name);
-/// True for "x@.service". The names of its instances have a text after the "@".
-bool isTemplate(std::string_view name);
-/// "x@.service" for "x@y.service"; empty if it is not an instance.
-std::string templateOf(std::string_view name);
-
-} // namespace UnitName
-
 /// Whether a folder of units belongs to the distribution, by its path.
 bool isUnitFolderOfDistribution(const std::filesystem::path& folder);
 

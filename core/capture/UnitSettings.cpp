@@ -3,6 +3,7 @@
 #include "core/base/Text.h"
 #include "core/capture/CommandText.h"
 #include "core/capture/UnitFolders.h"
+#include "core/capture/UnitName.h"
 
 #include <algorithm>
 #include <array>

@@ -4,6 +4,7 @@
 #include "core/base/Text.h"
 #include "core/growth/StorageChartText.h"
 #include "core/presentation/Inspection.h"
+#include "core/presentation/InspectionWords.h"
 
 #include <algorithm>
 
@@ -82,7 +83,7 @@ ChartReading ChartReading::ofGap(const StorageChart& chart, std::size_t gap,
                                  const Calendar& calendar) {
     const auto& shown = chart.gaps[gap];
     return {.title = shown.text,
-            .lines = {inspectionText::interval(shown.start, shown.end, calendar)}};
+            .lines = {inspectionWords::interval(shown.start, shown.end, calendar)}};
 }
 
 } // namespace tidemark

@@ -67,41 +67,4 @@ HistoryDigest HistoryDigest::of(const GrowthSource& source,
     return digest;
 }
 
-namespace digestText {
-
-std::string period(const HistoryDigest& digest, const Calendar& calendar) {
-    return storageChartText::lengthInWords(digest.through - digest.since) + ", since "
-           + calendar.format(digest.since, "d MMM yyyy, HH:mm");
-}
-
-std::string counts(const HistoryDigest& digest) {
-    std::vector<std::string> texts;
-    for (const auto& count : digest.counts)
-        texts.push_back(systemWords::shown(rawValue(count.category)) + " "
-                        + std::to_string(count.events));
-    return joined(texts, " · ");
-}
-
-std::string change(const GrowthItem& item) {
-    return oneLine(item.name) + " " + signedBytes(item.change());
-}
-
-std::string gaps(const HistoryDigest& digest) {
-    double seconds = 0;
-    std::size_t number = 0;
-    for (const auto& gap : digest.gaps)
-        if (gap.reason != GapRow::Reason::unreadable) {
-            ++number;
-            seconds += gap.end - gap.start;
-        }
-    if (number == 0)
-        return {};
-    if (number == 1)
-        return "Nothing was observed for " + storageChartText::lengthInWords(seconds) + ".";
-    return "Nothing was observed for " + storageChartText::lengthInWords(seconds) + ", in "
-           + std::to_string(number) + " gaps.";
-}
-
-} // namespace digestText
-
 } // namespace tidemark

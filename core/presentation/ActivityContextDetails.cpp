@@ -1,6 +1,7 @@
 #include "core/presentation/ActivityContextDetails.h"
 
 #include "core/base/Text.h"
+#include "core/presentation/InspectionWords.h"
 
 #include <cmath>
 
@@ -8,8 +9,8 @@ namespace tidemark {
 
 namespace {
 
-using inspectionText::arrow;
-using inspectionText::notReported;
+using inspectionWords::arrow;
+using inspectionWords::notReported;
 using Kind = SystemActivity::Kind;
 
 /// "59.94", "2", without more digits than such readings have.
@@ -151,7 +152,7 @@ private:
     void addElevated(Date since) {
         const ObservedSession session{since, activity.timestamp, {}, {}};
         row("Observed elevated pressure",
-            session.durationLabel() + " · since " + inspectionText::moment(since, calendar));
+            session.durationLabel() + " · since " + inspectionWords::moment(since, calendar));
     }
 
     void addDisplay(const DisplayContext& display, const std::optional<DisplayContext>& previous) {

@@ -2,6 +2,7 @@
 
 #include "core/base/Arithmetic.h"
 #include "core/base/Text.h"
+#include "core/presentation/InspectionWords.h"
 
 namespace tidemark {
 
@@ -36,7 +37,7 @@ void addMeasured(InspectionSection& section, const StorageMeasurementRecord& rec
         return;
     if (record.measuredAt)
         section.rows.push_back(
-            {"Size measured", inspectionText::moment(*record.measuredAt, calendar)});
+            {"Size measured", inspectionWords::moment(*record.measuredAt, calendar)});
     if (record.measuredItem && !record.measuredItem->version.empty())
         section.rows.push_back({"Size measured for version", record.measuredItem->version});
 }

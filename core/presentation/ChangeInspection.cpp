@@ -3,6 +3,7 @@
 #include "core/base/Text.h"
 #include "core/presentation/ApplicationSizeDetail.h"
 #include "core/presentation/ChangeList.h"
+#include "core/presentation/InspectionWords.h"
 #include "core/presentation/LatestPresence.h"
 #include "core/presentation/StorageChangeDetail.h"
 #include "core/system/TrashFolder.h"
@@ -14,7 +15,7 @@ namespace tidemark::ChangeInspection {
 
 namespace {
 
-using inspectionText::notReported;
+using inspectionWords::notReported;
 using LatestPresence::State;
 
 constexpr const char* updateSentence =
@@ -83,7 +84,7 @@ public:
     void operator()(const change::BackgroundAdded& added) { add(*added.value); }
     void operator()(const change::BackgroundRemoved& removed) { add(*removed.value); }
     void operator()(const change::BackgroundChanged& changed) {
-        const auto keys = BackgroundDefinition::changedKeys(*changed.before, *changed.after);
+        const auto keys = DefinitionComparison::changedKeys(*changed.before, *changed.after);
         if (!keys.empty())
             row("Changed settings", joined(keys, ", "));
         add(*changed.after);

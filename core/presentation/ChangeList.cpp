@@ -1,6 +1,7 @@
 #include "core/presentation/ChangeList.h"
 
 #include "core/base/Text.h"
+#include "core/presentation/InspectionWords.h"
 #include "core/timeline/MapUnion.h"
 
 #include <algorithm>
@@ -9,7 +10,7 @@ namespace tidemark {
 
 namespace {
 
-using inspectionText::notPresent;
+using inspectionWords::notPresent;
 using Lines = std::vector<InspectionChange>;
 using Settings = std::map<std::string, std::string>;
 

@@ -1,6 +1,7 @@
 #include "core/presentation/CoverageList.h"
 
 #include "core/presentation/Inspection.h"
+#include "core/presentation/InspectionWords.h"
 #include "core/presentation/SystemWords.h"
 
 #include <map>
@@ -30,16 +31,17 @@ std::map<std::string, ProblemPeriod> problemPeriods(const ObservationCoverageRep
 } // namespace
 
 CoverageList CoverageList::of(const ObservationCoverageReport& report, const Calendar& calendar) {
-    const auto moment = [&](Date date) { return inspectionText::moment(date, calendar); };
+    const auto moment = [&](Date date) { return inspectionWords::moment(date, calendar); };
     CoverageList list;
     for (const auto& gap : report.gaps)
-        list.gaps.push_back({gap.isOngoing ? moment(gap.start) + " – now"
-                                           : inspectionText::interval(gap.start, gap.end, calendar),
+        list.gaps.push_back({gap.isOngoing
+                                 ? moment(gap.start) + " – now"
+                                 : inspectionWords::interval(gap.start, gap.end, calendar),
                              gap.isOngoing});
     for (const auto& [message, period] : problemPeriods(report)) {
         std::string when = moment(period.first);
         if (period.captures > 1)
-            when = inspectionText::interval(period.first, period.last, calendar) + ", "
+            when = inspectionWords::interval(period.first, period.last, calendar) + ", "
                    + std::to_string(period.captures) + " captures";
         list.problems.push_back({systemWords::shown(message), std::move(when)});
     }

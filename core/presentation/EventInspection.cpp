@@ -4,7 +4,9 @@
 #include "core/base/Text.h"
 #include "core/presentation/ActivityContextDetails.h"
 #include "core/presentation/ChangeInspection.h"
+#include "core/presentation/InspectionWords.h"
 #include "core/presentation/MenuContent.h"
+#include "core/presentation/MenuText.h"
 #include "core/presentation/SystemWords.h"
 #include "core/timeline/EventDisplay.h"
 
@@ -14,7 +16,7 @@ namespace tidemark {
 
 namespace {
 
-using inspectionText::moment;
+using inspectionWords::moment;
 
 constexpr const char* intervalSentence =
     "Changes happened between observations; this is not an exact installation time.";
@@ -60,7 +62,7 @@ InspectionSection timeSection(const Event& event, bool isStateComparison,
     } else {
         section.rows.push_back(
             {isStateComparison ? "Compared snapshots" : "Observation interval",
-             inspectionText::interval(event.intervalStart, event.timestamp, calendar)});
+             inspectionWords::interval(event.intervalStart, event.timestamp, calendar)});
         if (!isStateComparison)
             section.sentences.emplace_back(intervalSentence);
     }

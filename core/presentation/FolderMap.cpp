@@ -14,12 +14,6 @@ using Row = FolderInspectionRow;
 using Tile = FolderMap::Tile;
 using Trend = FolderMap::Trend;
 
-Trend trendOf(std::optional<std::int64_t> change) {
-    if (!change)
-        return Trend::unknown;
-    return *change == 0 ? Trend::same : *change > 0 ? Trend::grew : Trend::shrank;
-}
-
 std::int64_t magnitude(const Tile& tile) {
     return tile.change ? distanceBetween(*tile.change, 0) : 0;
 }

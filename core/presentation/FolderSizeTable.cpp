@@ -4,6 +4,7 @@
 #include "core/base/Collation.h"
 #include "core/base/Text.h"
 #include "core/presentation/Inspection.h"
+#include "core/presentation/InspectionWords.h"
 #include "core/system/TrashFolder.h"
 
 #include <algorithm>
@@ -69,13 +70,6 @@ std::optional<std::int64_t> changeOf(const Row& row) {
     return saturatingDifference(*row.afterBytes, *row.beforeBytes);
 }
 
-Table::Trend trendOf(std::optional<std::int64_t> change) {
-    using enum Table::Trend;
-    if (!change)
-        return unknown;
-    return *change == 0 ? same : *change > 0 ? grew : shrank;
-}
-
 std::string changeText(std::optional<std::int64_t> change) {
     if (!change)
         return unknownSize;
@@ -84,7 +78,7 @@ std::string changeText(std::optional<std::int64_t> change) {
 
 std::string helpOf(const Node& node, const Calendar& calendar) {
     std::string help = node.measuredAt
-                           ? "Size recorded " + inspectionText::moment(*node.measuredAt, calendar)
+                           ? "Size recorded " + inspectionWords::moment(*node.measuredAt, calendar)
                            : "Date not recorded";
     return node.issue ? help + "\n" + *node.issue : help;
 }
@@ -142,6 +136,13 @@ std::vector<FolderInspectionRow> folderSizesOf(const Snapshot* previous, const S
 std::vector<FolderInspectionRow> childrenOf(const FolderInspectionRow& row) {
     return FolderInspection::rows(row.before ? &*row.before : nullptr,
                                   row.after ? &*row.after : nullptr);
+}
+
+FolderSizeTable::Trend trendOf(std::optional<std::int64_t> change) {
+    using enum FolderSizeTable::Trend;
+    if (!change)
+        return unknown;
+    return *change == 0 ? same : *change > 0 ? grew : shrank;
 }
 
 std::vector<FolderSizeTable::Header> headersOf(FolderSizeTable::Scope scope,

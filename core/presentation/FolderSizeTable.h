@@ -4,6 +4,8 @@
 #include "core/records/Event.h"
 #include "core/storage/FolderInspection.h"
 
+#include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -55,6 +57,8 @@ struct FolderSizeTable {
 
 std::string_view label(FolderSizeTable::Scope scope);
 std::string_view label(FolderSizeTable::Comparison comparison);
+/// `unknown` for an absent change.
+FolderSizeTable::Trend trendOf(std::optional<std::int64_t> change);
 
 /// The sizes that an event recorded; none for an event about something else.
 std::vector<FolderInspectionRow> folderSizesOf(const Event& event);

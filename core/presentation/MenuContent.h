@@ -53,15 +53,6 @@ struct MenuState {
     std::optional<std::string_view> searchKeys = "";
 };
 
-namespace menuText {
-
-inline constexpr std::string_view showClip = "Show in Tidemark";
-inline constexpr std::string_view copyClip = "Copy Again";
-inline constexpr std::string_view pinClip = "Pin";
-inline constexpr std::string_view unpinClip = "Unpin";
-
-} // namespace menuText
-
 /// The whole menu, in order and in the words of this system.
 std::vector<MenuEntry> menuContent(const MenuState& state);
 

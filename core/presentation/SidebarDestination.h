@@ -9,7 +9,7 @@
 namespace tidemark {
 
 /// The selection in the sidebar, as far as it decides which events are shown.
-namespace sidebar {
+namespace sidebarDestination {
 
 struct Category {
     EventCategory category;
@@ -34,9 +34,11 @@ struct Timeline {
     bool operator==(const Timeline&) const = default;
 };
 
-} // namespace sidebar
+} // namespace sidebarDestination
 
-using SidebarDestination = std::variant<sidebar::Category, sidebar::Categories, sidebar::OfBaseline,
-                                        sidebar::OfComparison, sidebar::Timeline>;
+using SidebarDestination =
+    std::variant<sidebarDestination::Category, sidebarDestination::Categories,
+                 sidebarDestination::OfBaseline, sidebarDestination::OfComparison,
+                 sidebarDestination::Timeline>;
 
 } // namespace tidemark

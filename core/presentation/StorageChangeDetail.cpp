@@ -1,6 +1,7 @@
 #include "core/presentation/StorageChangeDetail.h"
 
 #include "core/base/Text.h"
+#include "core/presentation/InspectionWords.h"
 #include "core/timeline/StorageBreakdown.h"
 
 namespace tidemark {
@@ -64,7 +65,7 @@ InspectionSection whereChanged(const StorageBreakdown& breakdown) {
 InspectionSection measurement(const FolderSize& before, const FolderSize& after,
                               const Calendar& calendar) {
     const auto recorded = [&](const FolderSize& folder) {
-        return folder.measuredAt ? inspectionText::moment(*folder.measuredAt, calendar)
+        return folder.measuredAt ? inspectionWords::moment(*folder.measuredAt, calendar)
                                  : "Date not recorded";
     };
     InspectionSection section;

@@ -2,7 +2,7 @@
 
 #include "core/timeline/MapUnion.h"
 
-namespace tidemark::BackgroundDefinition {
+namespace tidemark::DefinitionComparison {
 
 std::vector<std::string> changedKeys(const BackgroundItem& before, const BackgroundItem& after) {
     std::vector<std::string> keys;
@@ -16,4 +16,4 @@ std::vector<std::string> changedKeys(const BackgroundItem& before, const Backgro
     return keys;
 }
 
-} // namespace tidemark::BackgroundDefinition
+} // namespace tidemark::DefinitionComparison

@@ -139,7 +139,7 @@ void compareApplications(const Snapshot& previous, const Snapshot& current,
 
 bool definitionsDiffer(const BackgroundItem& before, const BackgroundItem& after) {
     return before.identifier != after.identifier || before.program != after.program
-           || !BackgroundDefinition::changedKeys(before, after).empty();
+           || !DefinitionComparison::changedKeys(before, after).empty();
 }
 
 void compareBackgroundItems(const Snapshot& previous, const Snapshot& current,
@@ -240,7 +240,7 @@ std::vector<Change> compare(const Snapshot& previous, const Snapshot& current) {
     compareFreeSpace(previous, current, changes);
     compareOperatingSystems(previous, current, changes);
     std::ranges::move(
-        AdditionalObservations::compare(previous.additionalReports, current.additionalReports),
+        MetadataComparison::compare(previous.additionalReports, current.additionalReports),
         std::back_inserter(changes));
     return changes;
 }

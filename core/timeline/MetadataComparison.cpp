@@ -6,7 +6,7 @@
 #include <map>
 #include <string_view>
 
-namespace tidemark::AdditionalObservations {
+namespace tidemark::MetadataComparison {
 
 namespace {
 
@@ -52,4 +52,4 @@ std::vector<Change> compare(const std::optional<std::vector<MetadataReport>>& be
     return changes;
 }
 
-} // namespace tidemark::AdditionalObservations
+} // namespace tidemark::MetadataComparison

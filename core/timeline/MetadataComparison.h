@@ -7,7 +7,7 @@
 #include <vector>
 
 /// Compares the reports of the additional sources, which `core/capture` reads.
-namespace tidemark::AdditionalObservations {
+namespace tidemark::MetadataComparison {
 
 /// The items that appeared, disappeared or changed their value, in the order of the reports in
 /// `after` and by path within each. Only two complete reports of the same scope are compared, so
@@ -15,4 +15,4 @@ namespace tidemark::AdditionalObservations {
 std::vector<Change> compare(const std::optional<std::vector<MetadataReport>>& before,
                             const std::optional<std::vector<MetadataReport>>& after);
 
-} // namespace tidemark::AdditionalObservations
+} // namespace tidemark::MetadataComparison

@@ -1,6 +1,7 @@
 #include "demo/history/MadeUpActivity.h"
 
 #include "core/base/Calendar.h"
+#include "demo/history/Units.h"
 
 #include <algorithm>
 #include <random>
@@ -11,11 +12,7 @@ namespace {
 
 using Kind = SystemActivity::Kind;
 
-constexpr double minute = 60;
-constexpr double hour = 60 * minute;
-constexpr double day = 24 * hour;
 constexpr int daysOfMemory = 28;
-constexpr const char* home = "/home/ada/";
 
 WiFiContext network(const char* name, std::int64_t channel, std::int64_t signal) {
     return {.networkName = name,
@@ -182,7 +179,7 @@ constexpr const char* clips[] = {
     "IBAN of the landlord: see letter of 3 March"};
 
 MemoryRecord file(MemoryRecord::Kind kind, Date at, const std::string& below, std::int64_t bytes) {
-    const std::string path = home + below;
+    const std::string path = std::string("/home/ada/") + below;
     auto record =
         MemoryRecord::make(kind, at, below.substr(below.rfind('/') + 1), path, {}, {}, at);
     record.id = MemoryRecord::fileID(kind, path, at);

@@ -2,6 +2,7 @@
 
 #include "core/base/Calendar.h"
 #include "demo/history/MadeUpActivity.h"
+#include "demo/history/Units.h"
 
 #include <array>
 #include <functional>
@@ -11,11 +12,7 @@ namespace tidemark::demo {
 
 namespace {
 
-constexpr double minute = 60;
-constexpr double hour = 60 * minute;
-constexpr double day = 24 * hour;
 constexpr double interval = 30 * minute;
-constexpr std::int64_t gigabyte = 1'000'000'000;
 /// Captures every half hour for so many days before the last one; before that only around changes.
 constexpr int daysOfAllCaptures = 2;
 

@@ -2,6 +2,7 @@
 
 #include "core/base/Digest.h"
 #include "core/base/Text.h"
+#include "demo/history/Units.h"
 
 #include <algorithm>
 #include <stdexcept>
@@ -10,8 +11,6 @@ namespace tidemark::demo {
 
 namespace {
 
-constexpr std::int64_t gigabyte = 1'000'000'000;
-constexpr std::int64_t megabyte = 1'000'000;
 constexpr const char* home = "/home/ada";
 constexpr const char* trash = "/home/ada/.local/share/Trash/files";
 

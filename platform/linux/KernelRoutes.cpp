@@ -1,5 +1,6 @@
 #include "platform/linux/KernelRoutes.h"
 
+#include "platform/linux/NetlinkAttributes.h"
 #include "platform/linux/NetlinkSocket.h"
 
 #include <algorithm>

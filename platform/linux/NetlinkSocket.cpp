@@ -1,11 +1,11 @@
 #include "platform/linux/NetlinkSocket.h"
 
 #include "core/base/Error.h"
+#include "platform/linux/NetlinkAttributes.h"
 
 #include <algorithm>
 #include <array>
 #include <cerrno>
-#include <cstring>
 #include <vector>
 
 #include <linux/netlink.h>
@@ -20,13 +20,6 @@ namespace {
 // Messages and attributes begin at multiples of four bytes.
 constexpr std::size_t aligned(std::size_t size) {
     return (size + 3) & ~std::size_t{3};
-}
-
-template <class Value>
-Value read(std::span<const std::byte> bytes) {
-    Value value{};
-    std::memcpy(&value, bytes.data(), sizeof value);
-    return value;
 }
 
 void set(int socket, int level, int option, const auto& value) {
@@ -77,7 +70,7 @@ bool NetlinkSocket::receive(const Use& use, int& failure) {
     }
     std::span<const std::byte> rest(buffer.data(), static_cast<std::size_t>(size));
     while (rest.size() >= sizeof(nlmsghdr)) {
-        const auto header = read<nlmsghdr>(rest);
+        const auto header = netlinkAttributes::read<nlmsghdr>(rest);
         if (header.nlmsg_len < sizeof header || header.nlmsg_len > rest.size())
             break;
         const auto body = rest.first(header.nlmsg_len).subspan(sizeof header);
@@ -86,7 +79,7 @@ bool NetlinkSocket::receive(const Use& use, int& failure) {
         if (header.nlmsg_seq != lastQuestion)
             continue;
         if (header.nlmsg_type == NLMSG_ERROR || header.nlmsg_type == NLMSG_DONE) {
-            failure = body.size() >= sizeof(int) ? -read<int>(body) : EBADMSG;
+            failure = body.size() >= sizeof(int) ? -netlinkAttributes::read<int>(body) : EBADMSG;
             return true;
         }
         use(header.nlmsg_type, body);
@@ -102,28 +95,6 @@ void NetlinkSocket::discardAll(int socket) {
     while (::recv(socket, first.data(), first.size(), MSG_DONTWAIT) >= 0 || errno == ENOBUFS
            || errno == EINTR) {
     }
-}
-
-void netlinkAttributes::forEach(
-    std::span<const std::byte> attributes,
-    const std::function<void(std::uint16_t, std::span<const std::byte>)>& use) {
-    while (attributes.size() >= sizeof(rtattr)) {
-        const auto header = read<rtattr>(attributes);
-        if (header.rta_len < sizeof header || header.rta_len > attributes.size())
-            return;
-        use(header.rta_type & NLA_TYPE_MASK,
-            attributes.first(header.rta_len).subspan(sizeof header));
-        attributes = attributes.subspan(std::min(attributes.size(), aligned(header.rta_len)));
-    }
-}
-
-std::uint32_t netlinkAttributes::number32(std::span<const std::byte> value) {
-    return value.size() < sizeof(std::uint32_t) ? 0 : read<std::uint32_t>(value);
-}
-
-std::string_view netlinkAttributes::text(std::span<const std::byte> value) {
-    const std::string_view all(reinterpret_cast<const char*>(value.data()), value.size());
-    return all.substr(0, all.find('\0'));
 }
 
 } // namespace tidemark

@@ -43,18 +43,4 @@ private:
     std::uint32_t lastQuestion = 0;
 };
 
-/// The attributes of a netlink message.
-namespace netlinkAttributes {
-
-/// Calls `use` with the type and the value of each attribute; ends at the first damaged one.
-void forEach(std::span<const std::byte> attributes,
-             const std::function<void(std::uint16_t type, std::span<const std::byte> value)>& use);
-
-/// The value as a number of this size; 0 when it is shorter.
-std::uint32_t number32(std::span<const std::byte> value);
-/// The value as text, without the zero byte at its end.
-std::string_view text(std::span<const std::byte> value);
-
-} // namespace netlinkAttributes
-
 } // namespace tidemark

@@ -1,6 +1,7 @@
 #include "platform/linux/ThermalEvents.h"
 
 #include "core/base/Error.h"
+#include "platform/linux/NetlinkAttributes.h"
 #include "platform/linux/NetlinkSocket.h"
 
 #include <cstring>

@@ -6,15 +6,16 @@ namespace tidemark {
 
 namespace {
 
-struct Options {
+struct ActivityOptions {
     bool json = false;
 
     static constexpr auto fields() {
-        return std::tuple{Option{"json", &Options::json, "Print stored JSON instead of text"}};
+        return std::tuple{
+            Option{"json", &ActivityOptions::json, "Print stored JSON instead of text"}};
     }
 };
 
-std::string activity(const HistoryReading& reading, const Options& options) {
+std::string activity(const HistoryReading& reading, const ActivityOptions& options) {
     // A file that can't be read is not an empty one.
     if (reading.history.activityProblem)
         throw Error(*reading.history.activityProblem);
@@ -33,7 +34,7 @@ std::string activity(const HistoryReading& reading, const Options& options) {
 } // namespace
 
 Command commands::activity() {
-    return makeCommand<Options, &tidemark::activity>({
+    return makeCommand<ActivityOptions, &tidemark::activity>({
         .name = "activity",
         .group = CommandGroup::history,
         .summary = "List sleep, power, network and device changes recorded live",

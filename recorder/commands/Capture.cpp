@@ -12,15 +12,15 @@ namespace tidemark {
 
 namespace {
 
-struct Options {
+struct CaptureOptions {
     std::optional<SetupChoice> setup;
     bool json = false;
 
     static constexpr auto fields() {
         return std::tuple{
-            Option{"setup", &Options::setup,
+            Option{"setup", &CaptureOptions::setup,
                    "Before the capture, monitor the recommended folders that can be read, or none"},
-            Option{"json", &Options::json, "Print the new events as stored JSON"}};
+            Option{"json", &CaptureOptions::json, "Print the new events as stored JSON"}};
     }
 };
 
@@ -56,9 +56,9 @@ QCoro::Task<void> chooseFolders(CommandContext& context, SetupChoice setup) {
     co_await firstFolders::choose(context.recorder, std::move(chosen));
 }
 
-QCoro::Task<std::string> capture(CommandContext& context, const Options& options) {
+QCoro::Task<std::string> capture(CommandContext& context, const CaptureOptions& options) {
     auto& state = context.state();
-    const bool isNewStart = read(context.preferences(), preference::needsRecordingBaseline);
+    const bool isNewStart = read(context.preferences(), preferenceKeys::needsRecordingBaseline);
     const auto before = state.keptCaptures();
     if (options.setup)
         co_await chooseFolders(context, *options.setup);
@@ -80,7 +80,7 @@ QCoro::Task<std::string> capture(CommandContext& context, const Options& options
 } // namespace
 
 Command commands::capture() {
-    return makeCommand<Options, &tidemark::capture>({
+    return makeCommand<CaptureOptions, &tidemark::capture>({
         .name = "capture",
         .group = CommandGroup::recording,
         .summary = "Take a capture now and show what changed",

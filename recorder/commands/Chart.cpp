@@ -14,7 +14,7 @@ namespace tidemark {
 
 namespace {
 
-struct Options {
+struct ChartOptions {
     std::string folder{"free"};
     std::optional<std::string> since;
     /// Filled in by the process of the command line.
@@ -25,15 +25,16 @@ struct Options {
     static constexpr auto fields() {
         return std::tuple{
             Option{"folder",
-                   &Options::folder,
+                   &ChartOptions::folder,
                    "Name or path of a folder; \"free\", which is also taken without one, for free "
                    "space",
                    {.isPositional = true}},
-            Option{"since", &Options::since, sinceHelp},
-            Option{"width", &Options::width,
+            Option{"since", &ChartOptions::since, sinceHelp},
+            Option{"width", &ChartOptions::width,
                    "Columns of the drawing, instead of those of the terminal"},
-            Option{"table", &Options::table, "Show the sizes as a table instead"},
-            Option{"json", &Options::json, "Print JSON instead of text", {.excludes = "table"}}};
+            Option{"table", &ChartOptions::table, "Show the sizes as a table instead"},
+            Option{
+                "json", &ChartOptions::json, "Print JSON instead of text", {.excludes = "table"}}};
     }
 };
 
@@ -134,7 +135,7 @@ std::string tableOf(const StorageChart& chart, const Calendar& calendar) {
     return out;
 }
 
-std::string chart(const HistoryReading& reading, const Options& options) {
+std::string chart(const HistoryReading& reading, const ChartOptions& options) {
     const GrowthSource source = reading.history.growth();
     if (source.journal->snapshots.empty() && source.history->series.empty())
         throw Error("No capture has been taken yet.");
@@ -155,7 +156,7 @@ std::string chart(const HistoryReading& reading, const Options& options) {
 } // namespace
 
 Command commands::chart() {
-    return makeCommand<Options, &tidemark::chart>({
+    return makeCommand<ChartOptions, &tidemark::chart>({
         .name = "chart",
         .group = CommandGroup::history,
         .summary = "Draw free space or the size of a folder over time",

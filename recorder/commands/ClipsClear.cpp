@@ -6,22 +6,22 @@ namespace tidemark {
 
 namespace {
 
-struct Options {
+struct ClipsClearOptions {
     bool yes = false;
 
     static constexpr auto fields() {
-        return std::tuple{Option{"yes", &Options::yes, "Do not ask"}};
+        return std::tuple{Option{"yes", &ClipsClearOptions::yes, "Do not ask"}};
     }
 };
 
-QCoro::Task<std::string> clipsClear(CommandContext& context, const Options&) {
+QCoro::Task<std::string> clipsClear(CommandContext& context, const ClipsClearOptions&) {
     co_await context.model().openHistory();
     context.requireHistory();
     context.recorder.memoryHistory().clearClipboard();
     co_return "All saved clips are deleted.\n";
 }
 
-std::optional<std::string> question(const Options& options) {
+std::optional<std::string> question(const ClipsClearOptions& options) {
     if (options.yes)
         return std::nullopt;
     return "Delete all saved clipboard items, including pins?";
@@ -30,7 +30,7 @@ std::optional<std::string> question(const Options& options) {
 } // namespace
 
 Command commands::clipsClear() {
-    return makeCommand<Options, &tidemark::clipsClear>(
+    return makeCommand<ClipsClearOptions, &tidemark::clipsClear>(
         {
             .name = "clips clear",
             .group = CommandGroup::history,

@@ -8,16 +8,18 @@ namespace tidemark {
 
 namespace {
 
-struct Options {
+struct ClipsCopyOptions {
     std::string id;
 
     static constexpr auto fields() {
-        return std::tuple{
-            Option{"id", &Options::id, givenClipHelp, {.isPositional = true, .isRequired = true}}};
+        return std::tuple{Option{"id",
+                                 &ClipsCopyOptions::id,
+                                 givenClipHelp,
+                                 {.isPositional = true, .isRequired = true}}};
     }
 };
 
-QCoro::Task<std::string> clipsCopy(CommandContext& context, const Options& options) {
+QCoro::Task<std::string> clipsCopy(CommandContext& context, const ClipsCopyOptions& options) {
     co_await context.model().openHistory();
     context.requireHistory();
     // Another program asks for the content when it pastes.
@@ -32,7 +34,7 @@ QCoro::Task<std::string> clipsCopy(CommandContext& context, const Options& optio
 } // namespace
 
 Command commands::clipsCopy() {
-    return makeCommand<Options, &tidemark::clipsCopy>({
+    return makeCommand<ClipsCopyOptions, &tidemark::clipsCopy>({
         .name = "clips copy",
         .group = CommandGroup::history,
         .summary = "Put a recorded clip on the clipboard again",

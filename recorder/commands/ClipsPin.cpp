@@ -8,18 +8,20 @@ namespace tidemark {
 
 namespace {
 
-struct Options {
+struct ClipsPinOptions {
     std::string id;
     bool off = false;
 
     static constexpr auto fields() {
-        return std::tuple{
-            Option{"id", &Options::id, givenClipHelp, {.isPositional = true, .isRequired = true}},
-            Option{"off", &Options::off, "Let it expire again"}};
+        return std::tuple{Option{"id",
+                                 &ClipsPinOptions::id,
+                                 givenClipHelp,
+                                 {.isPositional = true, .isRequired = true}},
+                          Option{"off", &ClipsPinOptions::off, "Let it expire again"}};
     }
 };
 
-QCoro::Task<std::string> clipsPin(CommandContext& context, const Options& options) {
+QCoro::Task<std::string> clipsPin(CommandContext& context, const ClipsPinOptions& options) {
     co_await context.model().openHistory();
     context.requireHistory();
     auto& history = context.recorder.memoryHistory();
@@ -33,7 +35,7 @@ QCoro::Task<std::string> clipsPin(CommandContext& context, const Options& option
 } // namespace
 
 Command commands::clipsPin() {
-    return makeCommand<Options, &tidemark::clipsPin>({
+    return makeCommand<ClipsPinOptions, &tidemark::clipsPin>({
         .name = "clips pin",
         .group = CommandGroup::history,
         .summary = "Keep a recorded clip when it becomes old",

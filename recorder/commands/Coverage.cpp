@@ -8,15 +8,15 @@ namespace tidemark {
 
 namespace {
 
-struct Options {
+struct CoverageOptions {
     std::optional<std::string> since;
 
     static constexpr auto fields() {
-        return std::tuple{Option{"since", &Options::since, sinceHelp}};
+        return std::tuple{Option{"since", &CoverageOptions::since, sinceHelp}};
     }
 };
 
-std::string coverage(const HistoryReading& reading, const Options& options) {
+std::string coverage(const HistoryReading& reading, const CoverageOptions& options) {
     const Date since = historyTime::since(options.since.value_or(""), reading.now);
     return coverageText(reading.history.gaps(), since, reading.now);
 }
@@ -24,7 +24,7 @@ std::string coverage(const HistoryReading& reading, const Options& options) {
 } // namespace
 
 Command commands::coverage() {
-    return makeCommand<Options, &tidemark::coverage>({
+    return makeCommand<CoverageOptions, &tidemark::coverage>({
         .name = "coverage",
         .group = CommandGroup::history,
         .summary = "Show gaps between captures and folders that could not be read",

@@ -10,7 +10,7 @@ namespace tidemark {
 
 namespace {
 
-struct Options {
+struct DiffOptions {
     std::string from;
     std::string to{"@0"};
     std::optional<HistoryExport::Format> report;
@@ -21,26 +21,27 @@ struct Options {
 
     static constexpr auto fields() {
         return std::tuple{
-            Option{"from", &Options::from, momentHelp, {.isPositional = true, .isRequired = true}},
+            Option{
+                "from", &DiffOptions::from, momentHelp, {.isPositional = true, .isRequired = true}},
             Option{"to",
-                   &Options::to,
+                   &DiffOptions::to,
                    "The same; without it the latest capture",
                    {.isPositional = true}},
-            Option{"report", &Options::report,
+            Option{"report", &DiffOptions::report,
                    "Make a report in this form, as tidemark export does"},
-            Option{"include-private", &Options::includePrivate, "Include paths in the report"},
+            Option{"include-private", &DiffOptions::includePrivate, "Include paths in the report"},
             Option{"json",
-                   &Options::json,
+                   &DiffOptions::json,
                    "Print stored JSON instead of text",
                    {.excludes = "report"}},
             Option{"output",
-                   &Options::output,
+                   &DiffOptions::output,
                    "File to write; without it the differences are printed",
                    {.letter = 'o', .valueName = "FILE"}}};
     }
 };
 
-std::string diff(const HistoryReading& reading, const Options& options) {
+std::string diff(const HistoryReading& reading, const DiffOptions& options) {
     const Calendar calendar;
     const Journal& journal = reading.history.journal;
     const CapturePair pair{momentOf(journal, options.from, reading.now, calendar),
@@ -62,14 +63,14 @@ std::string diff(const HistoryReading& reading, const Options& options) {
     return out + TimelinePrinter(calendar, reading.colour).text(events);
 }
 
-std::optional<std::filesystem::path> outputFile(const Options& options) {
+std::optional<std::filesystem::path> outputFile(const DiffOptions& options) {
     return options.output ? std::optional(options.output->path()) : std::nullopt;
 }
 
 } // namespace
 
 Command commands::diff() {
-    return makeCommand<Options, &tidemark::diff>(
+    return makeCommand<DiffOptions, &tidemark::diff>(
         {
             .name = "diff",
             .group = CommandGroup::history,

@@ -1,4 +1,5 @@
 #include "core/base/Text.h"
+#include "core/growth/DigestText.h"
 #include "core/growth/HistoryDigest.h"
 #include "core/growth/StorageChartText.h"
 #include "core/presentation/SystemWords.h"
@@ -11,13 +12,13 @@ namespace tidemark {
 
 namespace {
 
-struct Options {
+struct DigestOptions {
     std::string since{"7d"};
     bool json = false;
 
     static constexpr auto fields() {
-        return std::tuple{Option{"since", &Options::since, sinceHelp},
-                          Option{"json", &Options::json, "Print JSON instead of text"}};
+        return std::tuple{Option{"since", &DigestOptions::since, sinceHelp},
+                          Option{"json", &DigestOptions::json, "Print JSON instead of text"}};
     }
 };
 
@@ -129,7 +130,7 @@ std::string textOf(const HistoryDigest& digest, const Calendar& calendar) {
     return digest.isEmpty() ? out + "\nNothing was recorded.\n" : out;
 }
 
-std::string digest(const HistoryReading& reading, const Options& options) {
+std::string digest(const HistoryReading& reading, const DigestOptions& options) {
     const auto& history = reading.history;
     if (history.journal.snapshots.empty())
         throw Error("No capture has been taken yet.");
@@ -145,7 +146,7 @@ std::string digest(const HistoryReading& reading, const Options& options) {
 } // namespace
 
 Command commands::digest() {
-    return makeCommand<Options, &tidemark::digest>({
+    return makeCommand<DigestOptions, &tidemark::digest>({
         .name = "digest",
         .group = CommandGroup::history,
         .summary = "Show on one page what happened in the last days",

@@ -9,7 +9,7 @@ namespace tidemark {
 
 namespace {
 
-struct Options : HistoryFilter {
+struct ExportHistoryOptions : HistoryFilter {
     HistoryExport::Format format{};
     bool includePrivate = false;
     /// Exports the daily sizes instead of events; the filters have no effect on them.
@@ -19,23 +19,25 @@ struct Options : HistoryFilter {
 
     static constexpr auto fields() {
         return std::tuple_cat(
-            std::tuple{
-                Option{"format", &Options::format, "The form of the report", {.isRequired = true}}},
+            std::tuple{Option{"format",
+                              &ExportHistoryOptions::format,
+                              "The form of the report",
+                              {.isRequired = true}}},
             HistoryFilter::fields(),
-            std::tuple{Option{"include-private", &Options::includePrivate,
+            std::tuple{Option{"include-private", &ExportHistoryOptions::includePrivate,
                               "Include paths, names of devices and networks, clips and origins"},
                        Option{"sizes",
-                              &Options::sizes,
+                              &ExportHistoryOptions::sizes,
                               "Export the sizes of each day, of up to ten years, instead of events",
                               {.excludes = "since"}},
                        Option{"output",
-                              &Options::output,
+                              &ExportHistoryOptions::output,
                               "File to write; without it the report is printed",
                               {.letter = 'o', .valueName = "FILE"}}});
     }
 };
 
-std::string exportedSizes(const HistoryReading& reading, const Options& options) {
+std::string exportedSizes(const HistoryReading& reading, const ExportHistoryOptions& options) {
     if (const auto& problem = reading.history.dailySizesProblem)
         throw Error(*problem);
     if (reading.history.dailySizes->series.empty())
@@ -44,7 +46,7 @@ std::string exportedSizes(const HistoryReading& reading, const Options& options)
                                       options.includePrivate);
 }
 
-std::string exported(const HistoryReading& reading, const Options& options) {
+std::string exported(const HistoryReading& reading, const ExportHistoryOptions& options) {
     if (options.sizes)
         return exportedSizes(reading, options);
     auto events = filtered(reading, options).presentation.events;
@@ -54,14 +56,14 @@ std::string exported(const HistoryReading& reading, const Options& options) {
     return report.data(options.format, options.includePrivate);
 }
 
-std::optional<std::filesystem::path> outputFile(const Options& options) {
+std::optional<std::filesystem::path> outputFile(const ExportHistoryOptions& options) {
     return options.output ? std::optional(options.output->path()) : std::nullopt;
 }
 
 } // namespace
 
 Command commands::exportHistory() {
-    return makeCommand<Options, &exported>(
+    return makeCommand<ExportHistoryOptions, &exported>(
         {
             .name = "export",
             .group = CommandGroup::history,

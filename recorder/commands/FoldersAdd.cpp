@@ -8,20 +8,21 @@ namespace tidemark {
 
 namespace {
 
-struct Options {
+struct FoldersAddOptions {
     FilePath path;
     std::set<FolderPurpose> purpose;
 
     static constexpr auto fields() {
-        return std::tuple{
-            Option{
-                "path", &Options::path, "The folder", {.isPositional = true, .isRequired = true}},
-            Option{"purpose", &Options::purpose,
-                   "What the folder is read for; can be given several times"}};
+        return std::tuple{Option{"path",
+                                 &FoldersAddOptions::path,
+                                 "The folder",
+                                 {.isPositional = true, .isRequired = true}},
+                          Option{"purpose", &FoldersAddOptions::purpose,
+                                 "What the folder is read for; can be given several times"}};
     }
 };
 
-QCoro::Task<std::string> foldersAdd(CommandContext& context, const Options& options) {
+QCoro::Task<std::string> foldersAdd(CommandContext& context, const FoldersAddOptions& options) {
     FolderChange change(context);
     const auto folder = co_await GivenFolder::of(options.path);
     std::vector<std::filesystem::path> added{options.path.path()};
@@ -41,7 +42,7 @@ QCoro::Task<std::string> foldersAdd(CommandContext& context, const Options& opti
 } // namespace
 
 Command commands::foldersAdd() {
-    return makeCommand<Options, &tidemark::foldersAdd>(
+    return makeCommand<FoldersAddOptions, &tidemark::foldersAdd>(
         {
             .name = "folders add",
             .group = CommandGroup::choices,

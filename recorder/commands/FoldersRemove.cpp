@@ -8,16 +8,19 @@ namespace tidemark {
 
 namespace {
 
-struct Options {
+struct FoldersRemoveOptions {
     FilePath path;
 
     static constexpr auto fields() {
-        return std::tuple{Option{
-            "path", &Options::path, "The folder", {.isPositional = true, .isRequired = true}}};
+        return std::tuple{Option{"path",
+                                 &FoldersRemoveOptions::path,
+                                 "The folder",
+                                 {.isPositional = true, .isRequired = true}}};
     }
 };
 
-QCoro::Task<std::string> foldersRemove(CommandContext& context, const Options& options) {
+QCoro::Task<std::string> foldersRemove(CommandContext& context,
+                                       const FoldersRemoveOptions& options) {
     FolderChange change(context);
     const auto folder = co_await GivenFolder::of(options.path);
     const auto grant = folder.granted(context.folders());
@@ -31,7 +34,7 @@ QCoro::Task<std::string> foldersRemove(CommandContext& context, const Options& o
 } // namespace
 
 Command commands::foldersRemove() {
-    return makeCommand<Options, &tidemark::foldersRemove>(
+    return makeCommand<FoldersRemoveOptions, &tidemark::foldersRemove>(
         {
             .name = "folders remove",
             .group = CommandGroup::choices,

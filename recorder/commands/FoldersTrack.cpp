@@ -18,27 +18,28 @@ inline constexpr auto json::rawValues<Switch> =
 
 namespace {
 
-struct Options {
+struct FoldersTrackOptions {
     FilePath path;
     FolderPurpose purpose{};
     Switch state{};
 
     static constexpr auto fields() {
-        return std::tuple{
-            Option{
-                "path", &Options::path, "The folder", {.isPositional = true, .isRequired = true}},
-            Option{"purpose",
-                   &Options::purpose,
-                   "What the folder is read for",
-                   {.isPositional = true, .isRequired = true}},
-            Option{"switch",
-                   &Options::state,
-                   "Whether it is read for that",
-                   {.isPositional = true, .isRequired = true}}};
+        return std::tuple{Option{"path",
+                                 &FoldersTrackOptions::path,
+                                 "The folder",
+                                 {.isPositional = true, .isRequired = true}},
+                          Option{"purpose",
+                                 &FoldersTrackOptions::purpose,
+                                 "What the folder is read for",
+                                 {.isPositional = true, .isRequired = true}},
+                          Option{"switch",
+                                 &FoldersTrackOptions::state,
+                                 "Whether it is read for that",
+                                 {.isPositional = true, .isRequired = true}}};
     }
 };
 
-QCoro::Task<std::string> foldersTrack(CommandContext& context, const Options& options) {
+QCoro::Task<std::string> foldersTrack(CommandContext& context, const FoldersTrackOptions& options) {
     FolderChange change(context);
     const auto folder = co_await GivenFolder::of(options.path);
     const auto grant = folder.granted(context.folders());
@@ -54,7 +55,7 @@ QCoro::Task<std::string> foldersTrack(CommandContext& context, const Options& op
 } // namespace
 
 Command commands::foldersTrack() {
-    return makeCommand<Options, &tidemark::foldersTrack>(
+    return makeCommand<FoldersTrackOptions, &tidemark::foldersTrack>(
         {
             .name = "folders track",
             .group = CommandGroup::choices,

@@ -13,7 +13,7 @@ namespace tidemark {
 
 namespace {
 
-struct Options {
+struct GrewOptions {
     std::string since{"7d"};
     std::int64_t limit = 20;
     bool json = false;
@@ -25,9 +25,9 @@ struct Options {
 
     static constexpr auto fields() {
         return std::tuple{
-            Option{"since", &Options::since, sinceHelp},
-            Option{"limit", &Options::limit, "The most items to show", {}, &checkLimit},
-            Option{"json", &Options::json, "Print JSON instead of text"}};
+            Option{"since", &GrewOptions::since, sinceHelp},
+            Option{"limit", &GrewOptions::limit, "The most items to show", {}, &checkLimit},
+            Option{"json", &GrewOptions::json, "Print JSON instead of text"}};
     }
 };
 
@@ -159,7 +159,7 @@ std::string tableOf(const GrowthReport& report, const Calendar& calendar) {
     return out;
 }
 
-std::string grew(const HistoryReading& reading, const Options& options) {
+std::string grew(const HistoryReading& reading, const GrewOptions& options) {
     if (reading.history.journal.snapshots.empty())
         throw Error("No capture has been taken yet.");
     auto report = GrowthReport::of(reading.history.growth(),
@@ -188,7 +188,7 @@ std::string grew(const HistoryReading& reading, const Options& options) {
 } // namespace
 
 Command commands::grew() {
-    return makeCommand<Options, &tidemark::grew>({
+    return makeCommand<GrewOptions, &tidemark::grew>({
         .name = "grew",
         .group = CommandGroup::history,
         .summary = "Show which folders and applications became larger or smaller",

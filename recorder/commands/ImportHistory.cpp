@@ -12,15 +12,15 @@ namespace tidemark {
 
 namespace {
 
-struct Options {
+struct ImportHistoryOptions {
     bool includeRoutine = false;
     bool preview = false;
 
     static constexpr auto fields() {
-        return std::tuple{
-            Option{"include-routine", &Options::includeRoutine,
-                   "Include silent updates of the system's own data"},
-            Option{"preview", &Options::preview, "Show what would be added, and add nothing"}};
+        return std::tuple{Option{"include-routine", &ImportHistoryOptions::includeRoutine,
+                                 "Include silent updates of the system's own data"},
+                          Option{"preview", &ImportHistoryOptions::preview,
+                                 "Show what would be added, and add nothing"}};
     }
 };
 
@@ -68,7 +68,7 @@ std::string preview(const ImportView& view, bool includeRoutine) {
     return out;
 }
 
-QCoro::Task<std::string> imported(CommandContext& context, const Options& options) {
+QCoro::Task<std::string> imported(CommandContext& context, const ImportHistoryOptions& options) {
     const ImportView view = co_await look(context, options.includeRoutine);
     if (options.preview)
         co_return preview(view, options.includeRoutine);
@@ -89,7 +89,7 @@ QCoro::Task<std::string> imported(CommandContext& context, const Options& option
 } // namespace
 
 Command commands::importHistory() {
-    return makeCommand<Options, &imported>({
+    return makeCommand<ImportHistoryOptions, &imported>({
         .name = "import",
         .group = CommandGroup::history,
         .summary = "Add installations from the system's own log to the history",

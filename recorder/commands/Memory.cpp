@@ -7,12 +7,12 @@ namespace tidemark {
 
 namespace {
 
-struct Options {
+struct MemoryOptions {
     bool json = false;
 
     static constexpr auto fields() {
         return std::tuple{Option{
-            "json", &Options::json,
+            "json", &MemoryOptions::json,
             "Print stored JSON instead of text, without images and the formatting of texts"}};
     }
 };
@@ -29,7 +29,7 @@ std::vector<Shared<MemoryRecord>> withoutPayloads(std::vector<Shared<MemoryRecor
     return records;
 }
 
-std::string memory(const HistoryReading& reading, const Options& options) {
+std::string memory(const HistoryReading& reading, const MemoryOptions& options) {
     // A file that can't be read is not an empty one.
     if (reading.history.memoryProblem)
         throw Error(*reading.history.memoryProblem);
@@ -47,7 +47,7 @@ std::string memory(const HistoryReading& reading, const Options& options) {
 } // namespace
 
 Command commands::memory() {
-    return makeCommand<Options, &tidemark::memory>({
+    return makeCommand<MemoryOptions, &tidemark::memory>({
         .name = "memory",
         .group = CommandGroup::history,
         .summary = "List files, downloads, launches and clips",

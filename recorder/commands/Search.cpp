@@ -9,7 +9,7 @@ namespace tidemark {
 
 namespace {
 
-struct Options {
+struct SearchOptions {
     std::optional<std::string> text;
     bool panel = false;
     bool ids = false;
@@ -18,16 +18,17 @@ struct Options {
     static constexpr auto fields() {
         return std::tuple{
             Option{"text",
-                   &Options::text,
+                   &SearchOptions::text,
                    "Text to search for",
                    {.isPositional = true, .excludes = "panel"}},
-            Option{"panel", &Options::panel, "Open the search panel of tidemark-desktop instead"},
-            Option{"ids", &Options::ids, eventIDsHelp},
-            Option{"json", &Options::json, "Print stored JSON instead of text"}};
+            Option{"panel", &SearchOptions::panel,
+                   "Open the search panel of tidemark-desktop instead"},
+            Option{"ids", &SearchOptions::ids, eventIDsHelp},
+            Option{"json", &SearchOptions::json, "Print stored JSON instead of text"}};
     }
 };
 
-std::string found(const HistoryReading& reading, const Options& options) {
+std::string found(const HistoryReading& reading, const SearchOptions& options) {
     if (!options.text)
         throw UsageError("A text to search for is needed, or --panel.");
     const auto merged = reading.history.merged();
@@ -35,7 +36,7 @@ std::string found(const HistoryReading& reading, const Options& options) {
                        {options.json, options.ids}, "Nothing was found.\n");
 }
 
-QCoro::Task<std::string> search(CommandContext& context, const Options& options) {
+QCoro::Task<std::string> search(CommandContext& context, const SearchOptions& options) {
     if (!options.panel) {
         const detail::HistoryReader answer = [options](const HistoryReading& reading) {
             return found(reading, options);
@@ -51,7 +52,7 @@ QCoro::Task<std::string> search(CommandContext& context, const Options& options)
     co_return "";
 }
 
-std::optional<CommandAnswer> storedSearch(StoredRecords& stored, const Options& options) {
+std::optional<CommandAnswer> storedSearch(StoredRecords& stored, const SearchOptions& options) {
     if (options.panel)
         throw Error("No window is open; tidemark-desktop opens one.");
     return detail::storedHistory(
@@ -61,14 +62,14 @@ std::optional<CommandAnswer> storedSearch(StoredRecords& stored, const Options& 
 } // namespace
 
 Command commands::search() {
-    return makeCommand<Options, &tidemark::search>(
+    return makeCommand<SearchOptions, &tidemark::search>(
         {
             .name = "search",
             .group = CommandGroup::history,
             .summary = "Search the whole history",
         },
         {.fromStored = storedSearch,
-         .needsProgram = [](const Options& options) { return options.panel; }});
+         .needsProgram = [](const SearchOptions& options) { return options.panel; }});
 }
 
 } // namespace tidemark

@@ -7,25 +7,27 @@ namespace tidemark {
 
 namespace {
 
-struct Options {
+struct SettingsGetOptions {
     std::string key;
     bool json = false;
 
     static constexpr auto fields() {
-        return std::tuple{
-            Option{"key", &Options::key, "The setting", {.isPositional = true, .isRequired = true}},
-            Option{"json", &Options::json, "Print JSON instead of text"}};
+        return std::tuple{Option{"key",
+                                 &SettingsGetOptions::key,
+                                 "The setting",
+                                 {.isPositional = true, .isRequired = true}},
+                          Option{"json", &SettingsGetOptions::json, "Print JSON instead of text"}};
     }
 };
 
-std::string settingsGet(const SettingsReading& reading, const Options& options) {
+std::string settingsGet(const SettingsReading& reading, const SettingsGetOptions& options) {
     return settingCommands::get(reading.preferences, reading.sources, options.key, options.json);
 }
 
 } // namespace
 
 Command commands::settingsGet() {
-    return makeCommand<Options, &tidemark::settingsGet>({
+    return makeCommand<SettingsGetOptions, &tidemark::settingsGet>({
         .name = "settings get",
         .group = CommandGroup::choices,
         .summary = "Show one setting",

@@ -9,15 +9,15 @@ namespace tidemark {
 
 namespace {
 
-struct Options {
+struct SettingsListOptions {
     bool json = false;
 
     static constexpr auto fields() {
-        return std::tuple{Option{"json", &Options::json, "Print JSON instead of text"}};
+        return std::tuple{Option{"json", &SettingsListOptions::json, "Print JSON instead of text"}};
     }
 };
 
-std::string settingsList(const SettingsReading& reading, const Options& options) {
+std::string settingsList(const SettingsReading& reading, const SettingsListOptions& options) {
     const auto files = AdditionalPlaces::suggestedConfigurations(SystemFacts::homeDirectory());
     return settingCommands::list(reading.preferences, reading.sources, files, options.json);
 }
@@ -25,7 +25,7 @@ std::string settingsList(const SettingsReading& reading, const Options& options)
 } // namespace
 
 Command commands::settingsList() {
-    return makeCommand<Options, &tidemark::settingsList>({
+    return makeCommand<SettingsListOptions, &tidemark::settingsList>({
         .name = "settings list",
         .group = CommandGroup::choices,
         .summary = "List the settings",

@@ -9,25 +9,27 @@ namespace tidemark {
 
 namespace {
 
-struct Options {
+struct SettingsSetOptions {
     std::string key;
     std::string value;
 
     static constexpr auto fields() {
-        return std::tuple{
-            Option{"key", &Options::key, "The setting", {.isPositional = true, .isRequired = true}},
-            Option{"value",
-                   &Options::value,
-                   "The new value",
-                   {.isPositional = true, .isRequired = true}}};
+        return std::tuple{Option{"key",
+                                 &SettingsSetOptions::key,
+                                 "The setting",
+                                 {.isPositional = true, .isRequired = true}},
+                          Option{"value",
+                                 &SettingsSetOptions::value,
+                                 "The new value",
+                                 {.isPositional = true, .isRequired = true}}};
     }
 };
 
-QCoro::Task<std::string> settingsSet(CommandContext& context, const Options& options) {
+QCoro::Task<std::string> settingsSet(CommandContext& context, const SettingsSetOptions& options) {
     const auto& [key, value] = options;
     // Changing the recording mode involves more than the stored value.
     if (const auto mode = json::fromRawValue<RecordingMode>(value);
-        mode && key == preference::recordingMode.name)
+        mode && key == preferenceKeys::recordingMode.name)
         co_return changeRecording(context, *mode);
     settingCommands::set(context.preferences(), key, value);
     co_return settingCommands::get(context.preferences(), context.recorder.presentSources(), key,
@@ -37,7 +39,7 @@ QCoro::Task<std::string> settingsSet(CommandContext& context, const Options& opt
 } // namespace
 
 Command commands::settingsSet() {
-    return makeCommand<Options, &tidemark::settingsSet>(
+    return makeCommand<SettingsSetOptions, &tidemark::settingsSet>(
         {
             .name = "settings set",
             .group = CommandGroup::choices,

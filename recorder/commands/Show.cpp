@@ -6,17 +6,17 @@ namespace tidemark {
 
 namespace {
 
-struct Options {
+struct ShowOptions {
     std::string id;
     bool json = false;
 
     static constexpr auto fields() {
         return std::tuple{
             Option{"id",
-                   &Options::id,
+                   &ShowOptions::id,
                    "The identifier of an event (timeline --ids), or a part of it that is unique",
                    {.isPositional = true, .isRequired = true}},
-            Option{"json", &Options::json, "Print stored JSON instead of text"}};
+            Option{"json", &ShowOptions::json, "Print stored JSON instead of text"}};
     }
 };
 
@@ -37,7 +37,7 @@ const Event& eventWith(const std::vector<Shared<Event>>& events, const std::stri
     return *found.front();
 }
 
-std::string show(const HistoryReading& reading, const Options& options) {
+std::string show(const HistoryReading& reading, const ShowOptions& options) {
     const auto merged = reading.history.merged();
     const Event& event = eventWith(merged.events, options.id);
     if (options.json)
@@ -50,7 +50,7 @@ std::string show(const HistoryReading& reading, const Options& options) {
 } // namespace
 
 Command commands::show() {
-    return makeCommand<Options, &tidemark::show>({
+    return makeCommand<ShowOptions, &tidemark::show>({
         .name = "show",
         .group = CommandGroup::history,
         .summary = "Show all that is known of one event",

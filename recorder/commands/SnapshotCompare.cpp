@@ -12,7 +12,7 @@ namespace tidemark {
 
 namespace {
 
-struct Options {
+struct SnapshotCompareOptions {
     std::string name;
     /// Prints the events recorded since, instead of the differences of the two states.
     bool timeline = false;
@@ -21,12 +21,12 @@ struct Options {
     static constexpr auto fields() {
         return std::tuple{
             Option{"name",
-                   &Options::name,
+                   &SnapshotCompareOptions::name,
                    namedSnapshotHelp,
                    {.isPositional = true, .isRequired = true}},
-            Option{"timeline", &Options::timeline,
+            Option{"timeline", &SnapshotCompareOptions::timeline,
                    "Show the events recorded since, instead of the differences of the two states"},
-            Option{"json", &Options::json, "Print stored JSON instead of text"}};
+            Option{"json", &SnapshotCompareOptions::json, "Print stored JSON instead of text"}};
     }
 };
 
@@ -45,7 +45,7 @@ std::vector<Shared<Event>> recordedSince(const HistoryReading& reading, Date sin
         .presentation.events;
 }
 
-std::string snapshotCompare(const HistoryReading& reading, const Options& options) {
+std::string snapshotCompare(const HistoryReading& reading, const SnapshotCompareOptions& options) {
     const Journal& journal = reading.history.journal;
     const auto before = namedSnapshot(journal, options.name).snapshot;
     if (journal.snapshots.empty())
@@ -67,7 +67,7 @@ std::string snapshotCompare(const HistoryReading& reading, const Options& option
 } // namespace
 
 Command commands::snapshotCompare() {
-    return makeCommand<Options, &tidemark::snapshotCompare>({
+    return makeCommand<SnapshotCompareOptions, &tidemark::snapshotCompare>({
         .name = "snapshot compare",
         .group = CommandGroup::history,
         .summary = "Show the differences between a named snapshot and now",

@@ -8,20 +8,21 @@ namespace tidemark {
 
 namespace {
 
-struct Options {
+struct SnapshotDeleteOptions {
     std::string name;
     bool yes = false;
 
     static constexpr auto fields() {
         return std::tuple{Option{"name",
-                                 &Options::name,
+                                 &SnapshotDeleteOptions::name,
                                  namedSnapshotHelp,
                                  {.isPositional = true, .isRequired = true}},
-                          Option{"yes", &Options::yes, "Do not ask"}};
+                          Option{"yes", &SnapshotDeleteOptions::yes, "Do not ask"}};
     }
 };
 
-QCoro::Task<std::string> snapshotDelete(CommandContext& context, const Options& options) {
+QCoro::Task<std::string> snapshotDelete(CommandContext& context,
+                                        const SnapshotDeleteOptions& options) {
     co_await context.model().openHistory();
     context.requireHistory();
     const auto baseline = namedSnapshot(*context.state().journal(), options.name);
@@ -33,7 +34,7 @@ QCoro::Task<std::string> snapshotDelete(CommandContext& context, const Options& 
     co_return "Deleted the snapshot \"" + oneLine(baseline.name) + "\"; the history stays.\n";
 }
 
-std::optional<std::string> question(const Options& options) {
+std::optional<std::string> question(const SnapshotDeleteOptions& options) {
     if (options.yes)
         return std::nullopt;
     return "Delete the snapshot \"" + oneLine(options.name) + "\"?";
@@ -42,7 +43,7 @@ std::optional<std::string> question(const Options& options) {
 } // namespace
 
 Command commands::snapshotDelete() {
-    return makeCommand<Options, &tidemark::snapshotDelete>(
+    return makeCommand<SnapshotDeleteOptions, &tidemark::snapshotDelete>(
         {
             .name = "snapshot delete",
             .group = CommandGroup::history,

@@ -7,11 +7,11 @@ namespace tidemark {
 
 namespace {
 
-struct Options {
+struct SnapshotListOptions {
     bool json = false;
 
     static constexpr auto fields() {
-        return std::tuple{Option{"json", &Options::json, "Print JSON instead of text"}};
+        return std::tuple{Option{"json", &SnapshotListOptions::json, "Print JSON instead of text"}};
     }
 };
 
@@ -30,7 +30,7 @@ struct Entry {
     }
 };
 
-std::string snapshotList(const HistoryReading& reading, const Options& options) {
+std::string snapshotList(const HistoryReading& reading, const SnapshotListOptions& options) {
     const auto& baselines = reading.history.journal.baselines;
     if (options.json) {
         std::vector<Entry> entries;
@@ -49,7 +49,7 @@ std::string snapshotList(const HistoryReading& reading, const Options& options) 
 } // namespace
 
 Command commands::snapshotList() {
-    return makeCommand<Options, &tidemark::snapshotList>({
+    return makeCommand<SnapshotListOptions, &tidemark::snapshotList>({
         .name = "snapshot list",
         .group = CommandGroup::history,
         .summary = "List the named snapshots",

@@ -9,16 +9,18 @@ namespace tidemark {
 
 namespace {
 
-struct Options {
+struct SnapshotSaveOptions {
     std::string name;
 
     static constexpr auto fields() {
-        return std::tuple{Option{
-            "name", &Options::name, "Its new name", {.isPositional = true, .isRequired = true}}};
+        return std::tuple{Option{"name",
+                                 &SnapshotSaveOptions::name,
+                                 "Its new name",
+                                 {.isPositional = true, .isRequired = true}}};
     }
 };
 
-QCoro::Task<std::string> snapshotSave(CommandContext& context, const Options& options) {
+QCoro::Task<std::string> snapshotSave(CommandContext& context, const SnapshotSaveOptions& options) {
     if (trimmed(options.name).empty())
         throw Error("A snapshot needs a name.");
     co_await context.model().openHistory();
@@ -40,7 +42,7 @@ QCoro::Task<std::string> snapshotSave(CommandContext& context, const Options& op
 } // namespace
 
 Command commands::snapshotSave() {
-    return makeCommand<Options, &tidemark::snapshotSave>({
+    return makeCommand<SnapshotSaveOptions, &tidemark::snapshotSave>({
         .name = "snapshot save",
         .group = CommandGroup::history,
         .summary = "Take a capture now and keep it under a name",

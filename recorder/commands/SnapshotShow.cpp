@@ -7,20 +7,21 @@ namespace tidemark {
 
 namespace {
 
-struct Options {
+struct SnapshotShowOptions {
     std::string name;
     bool json = false;
 
     static constexpr auto fields() {
-        return std::tuple{Option{"name",
-                                 &Options::name,
-                                 namedSnapshotHelp,
-                                 {.isPositional = true, .isRequired = true}},
-                          Option{"json", &Options::json, "Print stored JSON instead of text"}};
+        return std::tuple{
+            Option{"name",
+                   &SnapshotShowOptions::name,
+                   namedSnapshotHelp,
+                   {.isPositional = true, .isRequired = true}},
+            Option{"json", &SnapshotShowOptions::json, "Print stored JSON instead of text"}};
     }
 };
 
-std::string snapshotShow(const HistoryReading& reading, const Options& options) {
+std::string snapshotShow(const HistoryReading& reading, const SnapshotShowOptions& options) {
     const Baseline baseline = namedSnapshot(reading.history.journal, options.name);
     return options.json ? json::encoded(baseline) + "\n" : observationSummary(*baseline.snapshot);
 }
@@ -28,7 +29,7 @@ std::string snapshotShow(const HistoryReading& reading, const Options& options) 
 } // namespace
 
 Command commands::snapshotShow() {
-    return makeCommand<Options, &tidemark::snapshotShow>({
+    return makeCommand<SnapshotShowOptions, &tidemark::snapshotShow>({
         .name = "snapshot show",
         .group = CommandGroup::history,
         .summary = "Show the contents of a named snapshot",

@@ -16,18 +16,18 @@ namespace tidemark {
 
 namespace {
 
-struct Options {
+struct StatusOptions {
     bool json = false;
 
     static constexpr auto fields() {
-        return std::tuple{Option{"json", &Options::json, "Print JSON instead of text"}};
+        return std::tuple{Option{"json", &StatusOptions::json, "Print JSON instead of text"}};
     }
 };
 
 RecorderStatus stored(const Journal& journal, const Preferences& preferences,
                       const FolderAccess& folders) {
     RecorderStatus status;
-    status.mode = read(preferences, preference::recordingMode);
+    status.mode = read(preferences, preferenceKeys::recordingMode);
     status.activity = status.mode == "paused" ? "Paused" : "No recorder runs";
     status.schedule = label(captureSchedule(preferences));
     if (!journal.snapshots.empty())
@@ -39,7 +39,7 @@ RecorderStatus stored(const Journal& journal, const Preferences& preferences,
         status.problems.push_back(*std::move(problem));
     if (folders.message() && !folders.messageIsSuccess())
         status.problems.push_back(*folders.message());
-    if (!read(preferences, preference::folderSetupCompleted))
+    if (!read(preferences, preferenceKeys::folderSetupCompleted))
         status.problems.emplace_back(
             "No folders have been chosen yet; captures wait for tidemark folders.");
     return status;
@@ -68,7 +68,7 @@ std::string shown(const RecorderStatus& status, bool asJson) {
     return out;
 }
 
-QCoro::Task<std::string> status(CommandContext& context, const Options& options) {
+QCoro::Task<std::string> status(CommandContext& context, const StatusOptions& options) {
     const auto& state = context.state();
     RecorderStatus status = stored(*state.journal(), context.preferences(), context.folders());
     status.running = context.isRunning;
@@ -88,7 +88,7 @@ QCoro::Task<std::string> status(CommandContext& context, const Options& options)
     co_return shown(status, options.json);
 }
 
-std::optional<CommandAnswer> storedStatus(StoredRecords& records, const Options& options) {
+std::optional<CommandAnswer> storedStatus(StoredRecords& records, const StatusOptions& options) {
     auto& preferences = records.preferences();
     const RecordedHistory history = records.history();
     const FolderAccess folders(preferences, BookmarkOperations::direct());
@@ -103,7 +103,7 @@ std::optional<CommandAnswer> storedStatus(StoredRecords& records, const Options&
 } // namespace
 
 Command commands::status() {
-    return makeCommand<Options, &tidemark::status>(
+    return makeCommand<StatusOptions, &tidemark::status>(
         {
             .name = "status",
             .group = CommandGroup::recording,

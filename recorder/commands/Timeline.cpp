@@ -9,7 +9,7 @@ namespace tidemark {
 
 namespace {
 
-struct Options : HistoryFilter {
+struct TimelineOptions : HistoryFilter {
     std::optional<std::int64_t> limit;
     bool counts = false;
     bool ids = false;
@@ -23,11 +23,13 @@ struct Options : HistoryFilter {
     static constexpr auto fields() {
         return std::tuple_cat(
             HistoryFilter::fields(),
-            std::tuple{Option{"limit", &Options::limit, "The most events to show", {}, &checkLimit},
-                       Option{"counts", &Options::counts,
-                              "Show the number of events at each place instead"},
-                       Option{"ids", &Options::ids, eventIDsHelp},
-                       Option{"json", &Options::json, "Print stored JSON instead of text"}});
+            std::tuple{
+                Option{
+                    "limit", &TimelineOptions::limit, "The most events to show", {}, &checkLimit},
+                Option{"counts", &TimelineOptions::counts,
+                       "Show the number of events at each place instead"},
+                Option{"ids", &TimelineOptions::ids, eventIDsHelp},
+                Option{"json", &TimelineOptions::json, "Print stored JSON instead of text"}});
     }
 };
 
@@ -54,7 +56,7 @@ std::string countsText(const HistoryView& view) {
     return out;
 }
 
-std::string timeline(const HistoryReading& reading, const Options& options) {
+std::string timeline(const HistoryReading& reading, const TimelineOptions& options) {
     HistoryView view = filtered(reading, options);
     if (options.counts)
         return options.json ? countsJson(view) : countsText(view);
@@ -70,7 +72,7 @@ std::string timeline(const HistoryReading& reading, const Options& options) {
 } // namespace
 
 Command commands::timeline() {
-    return makeCommand<Options, &tidemark::timeline>({
+    return makeCommand<TimelineOptions, &tidemark::timeline>({
         .name = "timeline",
         .group = CommandGroup::history,
         .summary = "Show the recorded history",

@@ -62,7 +62,7 @@ struct HandOver : testing::Test {
     const test::TemporaryFolder folder;
     const std::filesystem::path data = folder / "data/Tidemark";
     const std::vector<std::filesystem::path> sockets =
-        control::socketPaths(data, folder.path() / "run");
+        controlProtocol::socketPaths(data, folder.path() / "run");
     std::optional<FolderLock> lock;
     std::unique_ptr<LocalListener> ending;
     bool wasAsked = false;

@@ -42,7 +42,7 @@ std::string eventLines(const Snapshot& before, const Snapshot& after) {
         for (const Change& change : event.changes)
             if (const auto* changed = std::get_if<change::BackgroundChanged>(&change))
                 for (const auto& line :
-                     BackgroundDefinition::changeDescriptions(*changed->before, *changed->after))
+                     DefinitionDescriptions::changeDescriptions(*changed->before, *changed->after))
                     lines += "; " + line;
         lines += "\n";
     }

@@ -69,9 +69,9 @@ TEST_F(Settings, ApplyAtOnceAndFollowWhatOthersChange) {
     ASSERT_TRUE(network.isChecked());
     network.click();
     test::settle();
-    EXPECT_FALSE(read(preferences, preference::networkHistoryEnabled));
+    EXPECT_FALSE(read(preferences, preferenceKeys::networkHistoryEnabled));
     EXPECT_FALSE(network.isChecked());
-    preferences.set(preference::networkHistoryEnabled.name, true);
+    preferences.set(preferenceKeys::networkHistoryEnabled.name, true);
     test::settle();
     EXPECT_TRUE(network.isChecked());
 
@@ -119,18 +119,18 @@ TEST_F(Settings, ChooseTheFoldersOfTheFileHistory) {
                 return button->click();
     });
     named<QPushButton>("Include Folder…").click();
-    test::until([&] { return read(preferences, preference::memoryFolders).size() == 4; });
+    test::until([&] { return read(preferences, preferenceKeys::memoryFolders).size() == 4; });
     test::settle();
-    EXPECT_EQ(read(preferences, preference::memoryFolders).back(), chosen.native());
+    EXPECT_EQ(read(preferences, preferenceKeys::memoryFolders).back(), chosen.native());
     named<QPushButton>(("Remove \u2068" + chosen.native() + "\u2069").c_str()).click();
     test::settle();
-    EXPECT_EQ(read(preferences, preference::memoryFolders).size(), 3);
+    EXPECT_EQ(read(preferences, preferenceKeys::memoryFolders).size(), 3);
 }
 
 TEST_F(Settings, SayWhatIsRecordedOfTheClipboard) {
     open();
     EXPECT_FALSE(shows("Observation paused"));
-    preferences.set(preference::memoryClipboard.name, true);
+    preferences.set(preferenceKeys::memoryClipboard.name, true);
     clipboard.stop();
     test::settle();
     EXPECT_TRUE(shows("Observation paused"));

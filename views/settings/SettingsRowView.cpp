@@ -29,7 +29,7 @@ int numberIn(const std::string& text) {
 
 /// The bounds of the setting with this key.
 const NumberKey* numberKey(std::string_view name) {
-    for (const auto& key : preference::all)
+    for (const auto& key : preferenceKeys::all)
         if (const auto* number = std::get_if<NumberKey>(&key); number && number->name == name)
             return number;
     return nullptr;

@@ -118,7 +118,7 @@ std::vector<SettingsSection> SettingsView::pageNow() const {
     const SettingSources sources = uses.sources();
     SettingsPageState state{.preferences = uses.preferences, .sources = sources};
     state.fileStatus = uses.files.status();
-    if (read(uses.preferences, preference::memoryClipboard))
+    if (read(uses.preferences, preferenceKeys::memoryClipboard))
         state.clipboardStatus = uses.clipboard.status();
     state.isRecording = uses.model.state().canRecord();
     state.canChangeRecording = uses.model.canChangeRecording();
@@ -243,17 +243,17 @@ void SettingsView::addConfigurationFiles() {
         QFileDialog::getOpenFileNames(this, wordsHere(configurationFilesPrompt), QDir::homePath());
     if (chosen.isEmpty())
         return;
-    auto paths = read(uses.preferences, preference::configurationHistoryPaths);
+    auto paths = read(uses.preferences, preferenceKeys::configurationHistoryPaths);
     for (const auto& file : chosen)
         if (const auto path = file.toStdString(); std::ranges::count(paths, path) == 0)
             paths.push_back(path);
-    store(preference::configurationHistoryPaths.name, paths);
+    store(preferenceKeys::configurationHistoryPaths.name, paths);
 }
 
 void SettingsView::removeConfigurationFile(const std::string& path) {
-    auto paths = read(uses.preferences, preference::configurationHistoryPaths);
+    auto paths = read(uses.preferences, preferenceKeys::configurationHistoryPaths);
     std::erase(paths, path);
-    store(preference::configurationHistoryPaths.name, paths);
+    store(preferenceKeys::configurationHistoryPaths.name, paths);
 }
 
 void SettingsView::includeFolder() {

@@ -1,5 +1,6 @@
 #include "views/tray/TrayCompanion.h"
 
+#include "core/presentation/MenuText.h"
 #include "views/base/ShownText.h"
 #include "views/base/Symbols.h"
 

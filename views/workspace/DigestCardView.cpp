@@ -1,6 +1,7 @@
 #include "views/workspace/DigestCardView.h"
 
 #include "core/base/Text.h"
+#include "core/growth/DigestText.h"
 #include "views/base/CrossButton.h"
 #include "views/base/Labels.h"
 #include "views/base/ShownText.h"

@@ -80,10 +80,10 @@ void WorkspaceWindow::restoreLayout() {
     // Otherwise the window could not become narrower than its three columns, and none of them would
     // ever be hidden.
     setMinimumSize(smallestWindow);
-    resize(stored(preference::windowWidth), stored(preference::windowHeight));
-    const int sides = stored(preference::sidebarWidth) + stored(preference::inspectorWidth);
-    columns->setSizes({stored(preference::sidebarWidth), std::max(1, width() - sides),
-                       stored(preference::inspectorWidth)});
+    resize(stored(preferenceKeys::windowWidth), stored(preferenceKeys::windowHeight));
+    const int sides = stored(preferenceKeys::sidebarWidth) + stored(preferenceKeys::inspectorWidth);
+    columns->setSizes({stored(preferenceKeys::sidebarWidth), std::max(1, width() - sides),
+                       stored(preferenceKeys::inspectorWidth)});
     connect(qApp, &QCoreApplication::aboutToQuit, this, &WorkspaceWindow::noteLayout);
 }
 
@@ -93,13 +93,13 @@ void WorkspaceWindow::noteLayout() {
             uses.preferences.note(key.name, std::int64_t{value});
     };
     if (isVisible() && !isMaximized() && !isFullScreen()) {
-        note(preference::windowWidth, width());
-        note(preference::windowHeight, height());
+        note(preferenceKeys::windowWidth, width());
+        note(preferenceKeys::windowHeight, height());
     }
     if (sidebar->isVisible())
-        note(preference::sidebarWidth, sidebar->width());
+        note(preferenceKeys::sidebarWidth, sidebar->width());
     if (inspector->isVisible() && width() >= roomForBoth)
-        note(preference::inspectorWidth, inspector->width());
+        note(preferenceKeys::inspectorWidth, inspector->width());
 }
 
 void WorkspaceWindow::connectSidebar() {
@@ -163,7 +163,7 @@ void WorkspaceWindow::refreshPage() {
     managesFolders = managesFolders && state.isRunning(Operation::managingFolders);
     const bool choosing = managesFolders || state.isRunning(Operation::choosingFolders);
     if (choosing && pages->currentWidget() != folders)
-        folders->begin(!read(uses.preferences, preference::folderSetupCompleted));
+        folders->begin(!read(uses.preferences, preferenceKeys::folderSetupCompleted));
     pages->setCurrentIndex(choosing ? 1 : 0);
 }
 
@@ -343,7 +343,8 @@ void WorkspaceWindow::manageFolders() {
 }
 
 void WorkspaceWindow::setDark(bool isDark) {
-    uses.preferences.set(preference::appearanceMode.name, std::string(isDark ? "dark" : "light"));
+    uses.preferences.set(preferenceKeys::appearanceMode.name,
+                         std::string(isDark ? "dark" : "light"));
     refreshing.start();
 }
 

@@ -20,7 +20,7 @@ using test::TemporaryFolder;
 
 namespace {
 
-constexpr std::string_view bookmarksKey = preference::observationFolderBookmarks.name;
+constexpr std::string_view bookmarksKey = preferenceKeys::observationFolderBookmarks.name;
 const std::string noApplications =
     "No Applications folder has active access. Choose one in Settings to track app changes.";
 const std::string noBackground = "Background definitions are not observed until you allow a "

@@ -73,7 +73,8 @@ ControlRequest request(std::string command) {
 
 struct ControlServerTest : testing::Test {
     TemporaryFolder folder;
-    std::vector<std::filesystem::path> sockets = control::socketPaths(folder.path(), folder.path());
+    std::vector<std::filesystem::path> sockets =
+        controlProtocol::socketPaths(folder.path(), folder.path());
     std::filesystem::path socket = sockets.front();
     test::ManualAppClock clock;
     FolderLock lock = FolderLock::take(folder.path()).value();
@@ -91,7 +92,7 @@ struct ControlServerTest : testing::Test {
     /// Connects and sends a request.
     FileDescriptor begin(const char* command) const {
         FileDescriptor client = connectRaw(socket);
-        sendRaw(client, control::requestFrame(request(command)));
+        sendRaw(client, controlProtocol::requestFrame(request(command)));
         return client;
     }
 
@@ -144,7 +145,7 @@ TEST_F(ControlServerTest, CarriesOutRequestsOfTheSameUser) {
 }
 
 TEST_F(ControlServerTest, TheClientRefusesARequestThatIsTooLong) {
-    EXPECT_THROW(ask(std::string(control::mostRequestBytes, 'a')), Error);
+    EXPECT_THROW(ask(std::string(controlProtocol::mostRequestBytes, 'a')), Error);
     EXPECT_EQ(ask(std::string(63 * 1024, 'a'))->status, 3);
 }
 
@@ -263,7 +264,7 @@ TEST_F(ControlServerTest, RefusesAnotherUser) {
         GTEST_SKIP() << "only root can become another user";
     for (const auto& path : {folder.path(), socket.parent_path(), socket})
         std::filesystem::permissions(path, std::filesystem::perms(0777));
-    const std::string bytes = control::requestFrame(request("intrude"));
+    const std::string bytes = controlProtocol::requestFrame(request("intrude"));
     const auto intruding = [&](const std::stop_token&) {
         const pid_t child = ::fork();
         if (child == 0) {
@@ -382,9 +383,9 @@ TEST_F(ControlServerTest, ListensInTheDataFolderWithoutARuntimeFolder) {
     folder.write("Tidemark", "in the way");
     for (const auto& runtime :
          {std::optional(folder.path()), std::optional<std::filesystem::path>()}) {
-        sockets = control::socketPaths(data, runtime);
+        sockets = controlProtocol::socketPaths(data, runtime);
         listen();
-        sockets = control::socketPaths(data, folder.path());
+        sockets = controlProtocol::socketPaths(data, folder.path());
         EXPECT_EQ(ask({"far"})->output, "did far");
         EXPECT_EQ(test::modeOf(sockets.back().parent_path()), 0700U);
         server.reset();

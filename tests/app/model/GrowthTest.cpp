@@ -3,6 +3,7 @@
 #include "app/model/GrowthScreen.h"
 #include "app/model/StorageHistoryKeeper.h"
 #include "app/preferences/PreferenceKeys.h"
+#include "core/growth/DigestText.h"
 #include "tests/app/support/ModelFixture.h"
 #include "tests/core/growth/GrowthRecords.h"
 #include "tests/support/Contains.h"
@@ -133,10 +134,10 @@ TEST_F(GrowthTest, RecordsAPauseThatBeganOrEndedWhileItDidNotRun) {
     finish();
     model->setRecordingMode(RecordingMode::paused);
     test::settle();
-    preferences.set(preference::recordingMode.name, "recording");
+    preferences.set(preferenceKeys::recordingMode.name, "recording");
     restart();
     EXPECT_FALSE(isPaused(model->recorderRuns().records()));
-    preferences.set(preference::recordingMode.name, "paused");
+    preferences.set(preferenceKeys::recordingMode.name, "paused");
     restart();
     EXPECT_TRUE(isPaused(model->recorderRuns().records()));
 }
@@ -222,7 +223,7 @@ TEST_F(GrowthTest, NotifiesOnceAboutTheNewBackgroundItemsOfACapture) {
     };
     add(sized(now(), 7), {found("before")});
     EXPECT_TRUE(shown.empty()) << "the setting is off";
-    preferences.set(preference::backgroundItemNotices.name, true);
+    preferences.set(preferenceKeys::backgroundItemNotices.name, true);
     test::settle();
     add(sized(now() + 1, 7), {found("one"), found("two")});
     ASSERT_EQ(shown.size(), 1U);

@@ -158,7 +158,7 @@ TEST_F(HistoryScreenTest, NavigationAndFiltersDetermineThePlace) {
     EXPECT_EQ(shown(), "folder");
     EXPECT_EQ(screen().place().systemFilters(), std::set{Place::storage});
     EXPECT_EQ(screen().place().destination(),
-              SidebarDestination(sidebar::Category{EventCategory::storage}));
+              SidebarDestination(sidebarDestination::Category{EventCategory::storage}));
     EXPECT_EQ(screen().sidebarCounts().at(Place::timeline), 3U);
     EXPECT_FALSE(screen().sidebarCounts().contains(Place::folderSizes));
 
@@ -180,7 +180,7 @@ TEST_F(HistoryScreenTest, NavigationAndFiltersDetermineThePlace) {
 
     screen().setSelected(screen().history()->full.front());
     screen().setNavigation(
-        sidebar::Categories{{EventCategory::applications, EventCategory::storage}});
+        sidebarDestination::Categories{{EventCategory::applications, EventCategory::storage}});
     EXPECT_EQ(screen().place().categoryFilters().size(), 2U);
     EXPECT_FALSE(screen().selection().event());
 }
@@ -289,7 +289,7 @@ TEST_F(HistoryScreenTest, AnOutdatedComparisonIsDropped) {
     screen().setSearch("");
     EXPECT_FALSE(screen().isComparing());
     EXPECT_EQ(screen().presentation().events.size(), 1U);
-    screen().setNavigation(sidebar::OfBaseline{baseline(1)});
+    screen().setNavigation(sidebarDestination::OfBaseline{baseline(1)});
     screen().setSnapshotViewMode(SnapshotViewMode::states);
     model.reset();
 }

@@ -50,7 +50,7 @@ struct BatteryActivityMonitorTest : test::MonitorFixture {
         machine.isSavingPower = power;
         machine.modeChanged();
     }
-    void turn(bool on) { set(preference::batteryHistoryEnabled, on); }
+    void turn(bool on) { set(preferenceKeys::batteryHistoryEnabled, on); }
 };
 
 } // namespace

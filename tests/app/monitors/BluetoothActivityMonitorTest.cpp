@@ -85,9 +85,9 @@ TEST_F(BluetoothActivityMonitorTest, ForgetsOverAPauseWhatWaitsAndWhatIsSentLate
     send(true, {{"A", false}});
     const auto stale = bluetooth->send;
     send(true, {{"A", true}});
-    set(preference::bluetoothHistoryEnabled, false);
+    set(preferenceKeys::bluetoothHistoryEnabled, false);
     EXPECT_FALSE(bluetooth->isRunning);
-    set(preference::bluetoothHistoryEnabled, true);
+    set(preferenceKeys::bluetoothHistoryEnabled, true);
     stale({.isPoweredOn = true, .paired = std::vector<BluetoothDevice>{}});
     send(false, {});
     stale({.isPoweredOn = true});

@@ -91,7 +91,7 @@ struct EnvironmentActivityMonitorTest : test::MonitorFixture {
         machine.thermal = state;
         machine.thermalChanged();
     }
-    void turn(bool on) { set(preference::environmentHistoryEnabled, on); }
+    void turn(bool on) { set(preferenceKeys::environmentHistoryEnabled, on); }
 };
 
 } // namespace

@@ -69,7 +69,7 @@ struct NetworkActivityMonitorTest : test::MonitorFixture {
                         NetworkActivityMonitor::Sources{std::move(ownedPath), std::move(ownedWiFi),
                                                         std::move(access)});
     }
-    void turn(bool on) { set(preference::networkHistoryEnabled, on); }
+    void turn(bool on) { set(preferenceKeys::networkHistoryEnabled, on); }
 
     Path* path = nullptr;
     WiFi* wifi = nullptr;
@@ -135,7 +135,7 @@ TEST_F(NetworkActivityMonitorTest, RecordsTheWiFiLinkWithoutNamesUnlessTurnedOn)
     advance(10);
     EXPECT_EQ(titles(), "Wi-Fi Disconnected 10, ");
 
-    set(preference::wifiNetworkNamesEnabled, true);
+    set(preferenceKeys::wifiNetworkNamesEnabled, true);
     EXPECT_EQ(*monitor->wifiDetails().status, "Wi-Fi name access is enabled.");
     wifi->sendNetwork("Home");
     advance(10);
@@ -146,7 +146,7 @@ TEST_F(NetworkActivityMonitorTest, RecordsTheWiFiLinkWithoutNamesUnlessTurnedOn)
     wifi->send({});
     wifi->sendNetwork("Home");
     advance(10);
-    set(preference::wifiNetworkNamesEnabled, false);
+    set(preferenceKeys::wifiNetworkNamesEnabled, false);
     EXPECT_EQ(wifi->names, WiFiSource::Names::omit);
     wifi->sendNetwork("Home");
     advance(10);
@@ -163,7 +163,7 @@ TEST_F(NetworkActivityMonitorTest, ReadsNamesOnlyWithThePermissionOfTheSystem) {
     Access& access = *owned;
     create(std::move(owned));
     start(*monitor);
-    set(preference::wifiNetworkNamesEnabled, true);
+    set(preferenceKeys::wifiNetworkNamesEnabled, true);
     EXPECT_EQ(access.log, "request ");
     EXPECT_EQ(wifi->names, WiFiSource::Names::omit);
     access.granted = WiFiNameAccess::Permission::granted;
@@ -175,7 +175,7 @@ TEST_F(NetworkActivityMonitorTest, ReadsNamesOnlyWithThePermissionOfTheSystem) {
     EXPECT_EQ(*monitor->wifiDetails().status,
               "In System Settings → Privacy & Security → Location Services, enable Location "
               "Services and Tidemark.");
-    set(preference::wifiNetworkNamesEnabled, false);
-    set(preference::wifiNetworkNamesEnabled, true);
+    set(preferenceKeys::wifiNetworkNamesEnabled, false);
+    set(preferenceKeys::wifiNetworkNamesEnabled, true);
     EXPECT_EQ(access.log, "request settings ");
 }

@@ -12,7 +12,7 @@ public:
     LoggedMonitor(const Surroundings& surroundings, double wakeDelay)
         : SwitchedMonitor(surroundings, {.name = "Test",
                                          .source = SettingSource::battery,
-                                         .setting = preference::batteryHistoryEnabled,
+                                         .setting = preferenceKeys::batteryHistoryEnabled,
                                          .wakeDelay = wakeDelay}) {}
     ~LoggedMonitor() override { end(); }
 
@@ -31,7 +31,7 @@ private:
 };
 
 struct SwitchedMonitorTest : test::MonitorFixture {
-    void turn(bool on) { set(preference::batteryHistoryEnabled, on); }
+    void turn(bool on) { set(preferenceKeys::batteryHistoryEnabled, on); }
     /// The records of a moment: one while the monitor follows.
     std::size_t recorded() {
         records.clear();

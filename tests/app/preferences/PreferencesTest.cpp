@@ -90,13 +90,13 @@ TEST(JsonPreferences, RenamesADamagedFileAndUsesTheDefaults) {
         ASSERT_TRUE(preferences.problem());
         EXPECT_NE(preferences.problem()->find(damagedName), std::string::npos);
         EXPECT_TRUE(preferences.isLost());
-        EXPECT_EQ(read(preferences, preference::recordingMode), "paused");
-        EXPECT_EQ(read(preferences, preference::memoryFiles), true);
-        EXPECT_EQ(read(JsonPreferences(file), preference::recordingMode), "paused");
+        EXPECT_EQ(read(preferences, preferenceKeys::recordingMode), "paused");
+        EXPECT_EQ(read(preferences, preferenceKeys::memoryFiles), true);
+        EXPECT_EQ(read(JsonPreferences(file), preferenceKeys::recordingMode), "paused");
         EXPECT_TRUE(preferences.set("a", true));
         EXPECT_EQ(JsonPreferences(file).boolean("a"), true);
         EXPECT_EQ(JsonPreferences(file).problem(), std::nullopt);
-        EXPECT_EQ(read(JsonPreferences(file), preference::recordingMode), "paused")
+        EXPECT_EQ(read(JsonPreferences(file), preferenceKeys::recordingMode), "paused")
             << "until the user sets it";
         folder.write("settings.json", damage);
         EXPECT_TRUE(JsonPreferences(file, clock).isLost()) << "stored in the copy";
@@ -137,7 +137,7 @@ TEST(JsonPreferences, UsesTheCopyInsteadOfADamagedFile) {
     for (const auto opening :
          {JsonPreferences::Opening::toRead, JsonPreferences::Opening::toWrite}) {
         const JsonPreferences preferences(file, opening);
-        EXPECT_EQ(read(preferences, preference::recordingMode), "paused");
+        EXPECT_EQ(read(preferences, preferenceKeys::recordingMode), "paused");
         EXPECT_EQ(preferences.boolean("flag"), true);
         EXPECT_FALSE(preferences.isLost());
         EXPECT_NE(preferences.problem().value_or("").find("a copy of them holds"),
@@ -226,16 +226,16 @@ TEST(PreferenceKeys, LimitStoredValuesToAllowedOnes) {
     for (const auto& [stored, textSize] : cases) {
         if (stored)
             preferences.set("listingTextSize", *stored);
-        EXPECT_EQ(read(preferences, preference::listingTextSize), textSize);
+        EXPECT_EQ(read(preferences, preferenceKeys::listingTextSize), textSize);
     }
     preferences.set("captureSchedule", std::string("fortnightly"));
-    EXPECT_EQ(read(preferences, preference::captureSchedule), "halfHourly");
+    EXPECT_EQ(read(preferences, preferenceKeys::captureSchedule), "halfHourly");
     preferences.set("captureSchedule", std::string("daily"));
-    EXPECT_EQ(read(preferences, preference::captureSchedule), "daily");
+    EXPECT_EQ(read(preferences, preferenceKeys::captureSchedule), "daily");
     preferences.set("recordingMode", std::string("privateMode"));
-    EXPECT_EQ(read(preferences, preference::recordingMode), "paused");
+    EXPECT_EQ(read(preferences, preferenceKeys::recordingMode), "paused");
     preferences.set("recordingMode", std::string());
-    EXPECT_EQ(read(preferences, preference::recordingMode), "recording");
+    EXPECT_EQ(read(preferences, preferenceKeys::recordingMode), "recording");
 }
 
 TEST(FollowSettings, CallsOncePerChangeOfTheReadValue) {
@@ -244,11 +244,12 @@ TEST(FollowSettings, CallsOncePerChangeOfTheReadValue) {
     {
         const QObject follower;
         followSettings(
-            preferences, &follower, [&] { log += read(preferences, preference::recordingMode); },
-            preference::recordingMode);
+            preferences, &follower,
+            [&] { log += read(preferences, preferenceKeys::recordingMode); },
+            preferenceKeys::recordingMode);
         followSettings(
-            preferences, &follower, [&] { log += "folders"; }, preference::memoryFiles,
-            preference::memoryFolders);
+            preferences, &follower, [&] { log += "folders"; }, preferenceKeys::memoryFiles,
+            preferenceKeys::memoryFolders);
         const auto after = [&](const auto& change) {
             change();
             EXPECT_EQ(log, "") << "called later, from the event loop";
@@ -277,7 +278,7 @@ TEST(FollowSettings, CallsOncePerChangeOfTheReadValue) {
 
 TEST(PreferenceKeys, AreListedOnceWithAnAllowedDefault) {
     std::set<std::string_view> names;
-    for (const auto& any : preference::all)
+    for (const auto& any : preferenceKeys::all)
         std::visit(
             [&](const auto& key) {
                 EXPECT_TRUE(names.insert(key.name).second) << key.name;

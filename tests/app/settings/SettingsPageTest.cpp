@@ -27,19 +27,19 @@ bool hasText(const std::vector<SettingsRow>& rows, std::string_view text) {
 
 /// Settings that are set elsewhere: in the toolbar, above the list, or by a button of the page.
 constexpr auto elsewhere = std::to_array<std::string_view>({
-    preference::recordingMode.name,
-    preference::historyTimeWindow.name,
-    preference::historyCustomWindowDays.name,
-    preference::listingTextSize.name,
-    preference::configurationHistoryPaths.name,
-    preference::memoryFolders.name,
+    preferenceKeys::recordingMode.name,
+    preferenceKeys::historyTimeWindow.name,
+    preferenceKeys::historyCustomWindowDays.name,
+    preferenceKeys::listingTextSize.name,
+    preferenceKeys::configurationHistoryPaths.name,
+    preferenceKeys::memoryFolders.name,
 });
 
 TEST(SettingsPage, ShowsEverySettingOnceAndWhyItHasNoEffect) {
     const MemoryPreferences preferences;
     const SettingSources none({}, {{SettingSource::formulas, "Homebrew is not installed."}});
     const auto rows = rowsOf({.preferences = preferences, .sources = none});
-    for (const auto& any : preference::all)
+    for (const auto& any : preferenceKeys::all)
         std::visit(
             [&](const auto& key) {
                 const auto shown = std::ranges::count(rows, key.name, &SettingsRow::key);
@@ -84,7 +84,7 @@ TEST(SettingsPage, ShowsChosenFoldersAndTheStateOfTheClipboard) {
     EXPECT_EQ(removable, "/a\uFFFDb=/a\nb /c=/c ");
     EXPECT_TRUE(hasText(rows, "Recording copied items"));
     const auto excluded =
-        std::ranges::find(rows, preference::memoryExcludedApps.name, &SettingsRow::key);
+        std::ranges::find(rows, preferenceKeys::memoryExcludedApps.name, &SettingsRow::key);
     EXPECT_TRUE(excluded->isEnabled()) << "it also excludes launches";
     state.clipboardStatus = "No session.";
     EXPECT_FALSE(hasText(rowsOf(state), "No session.")) << "shown with the switch already";

@@ -25,9 +25,9 @@ TEST(ViewSettings, StoresTheTextSizeWithinItsRange) {
         ViewSettings settings(preferences);
         settings.changeListingTextSize(step);
         EXPECT_EQ(settings.listingTextSize(), shown);
-        EXPECT_EQ(read(preferences, preference::listingTextSize), shown);
+        EXPECT_EQ(read(preferences, preferenceKeys::listingTextSize), shown);
         settings.resetListingTextSize();
-        EXPECT_EQ(read(preferences, preference::listingTextSize), 13);
+        EXPECT_EQ(read(preferences, preferenceKeys::listingTextSize), 13);
     }
 }
 

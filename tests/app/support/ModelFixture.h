@@ -84,11 +84,12 @@ struct ModelFixture : testing::Test {
         holding = model->scan();
         until([&] { return clock.sleeping() > 1; });
     }
-    /// Waits for the running operations.
+    /// Waits for the running operations and comparisons.
     void finish() {
         until([&] {
             return !model->isStarting()
-                   && !state().isAnyRunning(exclusions::captures.with(exclusions::saves));
+                   && !state().isAnyRunning(exclusions::captures.with(exclusions::saves))
+                   && !model->history().isComparing();
         });
         settle();
     }

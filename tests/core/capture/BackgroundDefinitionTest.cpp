@@ -30,7 +30,7 @@ BackgroundItem item(const std::string& elements) {
 }
 
 std::vector<std::string> changes(const std::string& before, const std::string& after) {
-    return BackgroundDefinition::changeDescriptions(item(before), item(after));
+    return DefinitionDescriptions::changeDescriptions(item(before), item(after));
 }
 
 } // namespace

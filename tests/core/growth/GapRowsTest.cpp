@@ -1,6 +1,7 @@
 #include "core/growth/GapRows.h"
 
 #include "core/growth/BackgroundItemNotice.h"
+#include "core/growth/DigestText.h"
 #include "core/growth/HistoryDigest.h"
 #include "core/timeline/ObservationCoverage.h"
 #include "tests/core/growth/GrowthRecords.h"

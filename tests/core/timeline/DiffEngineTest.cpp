@@ -169,7 +169,7 @@ TEST(DiffEngine, ComparesBackgroundItems) {
     Item is = was;
     was.definitionFingerprints = Texts{{"gone", "1"}, {"same", "1"}, {"z", "1"}};
     is.definitionFingerprints = Texts{{"added", "1"}, {"same", "1"}, {"z", "2"}};
-    EXPECT_EQ(BackgroundDefinition::changedKeys(was, is),
+    EXPECT_EQ(DefinitionComparison::changedKeys(was, is),
               (std::vector<std::string>{"added", "gone", "z"}));
 }
 
@@ -295,7 +295,7 @@ TEST(DiffEngine, ComparesAdditionalReports) {
                                            test::metadata(brew, "/a", "1")};
     const auto reports = [](std::optional<std::vector<MetadataReport>> before,
                             std::optional<std::vector<MetadataReport>> after) {
-        return test::summary(AdditionalObservations::compare(before, after));
+        return test::summary(MetadataComparison::compare(before, after));
     };
     using List = std::vector<MetadataReport>;
     const char* changes = "metadataChanged none > 1\nmetadataChanged 1 > none\n"
