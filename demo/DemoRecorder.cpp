@@ -14,8 +14,8 @@ constexpr std::array stages{"Scanning Applications", "Scanning Background Items"
 /// All that the screens show, so that no place says that it has no source here.
 SettingSources everySource() {
     using enum SettingSource;
-    return SettingSources({formulas, diagnosticReports, network, bluetooth, environment, battery,
-                           recentFiles, applicationLaunches, clipboard, windows});
+    return SettingSources({formulas, diagnosticReports, network, wifiNames, bluetooth, environment,
+                           battery, recentFiles, applicationLaunches, clipboard, windows});
 }
 
 /// The home of the made-up user. Nothing in it is read, if there is such a folder.

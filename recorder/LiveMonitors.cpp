@@ -15,15 +15,17 @@ std::vector<ActivityMonitor*> LiveMonitors::inOrder() const {
 std::set<SettingSource> LiveMonitors::sources() const {
     std::set<SettingSource> sources;
     for (const auto& monitor : monitors.all)
-        sources.insert(monitor->source());
+        for (const auto& [source, absence] : monitor->settingSources())
+            sources.insert(source);
     return sources;
 }
 
 std::map<SettingSource, std::string> LiveMonitors::absences() const {
     std::map<SettingSource, std::string> absences;
     for (const auto& monitor : monitors.all)
-        if (auto reason = monitor->absence())
-            absences.emplace(monitor->source(), *std::move(reason));
+        for (auto& [source, absence] : monitor->settingSources())
+            if (absence)
+                absences.emplace(source, *absence);
     return absences;
 }
 

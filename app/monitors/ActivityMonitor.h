@@ -6,6 +6,7 @@
 #include "core/records/SystemActivity.h"
 
 #include <functional>
+#include <map>
 #include <optional>
 #include <string>
 #include <vector>
@@ -24,13 +25,13 @@ public:
     /// Stops. `record` is not called any more.
     virtual void stop() = 0;
 
-    /// The source that it is for the settings.
-    virtual SettingSource source() const = 0;
+    /// Why a source has nothing to observe on this machine, as a sentence; absent where it has, and
+    /// while that is not known.
+    using Absence = std::optional<std::string>;
+    /// The sources that it is for the settings.
+    virtual std::map<SettingSource, Absence> settingSources() const = 0;
     /// What it observes at present, one line for each part.
     virtual std::vector<MonitorStatus> statuses() const = 0;
-    /// Why nothing can be observed on this machine, as a sentence; absent where something can, and
-    /// while that is not known.
-    virtual std::optional<std::string> absence() const { return std::nullopt; }
 };
 
 } // namespace tidemark

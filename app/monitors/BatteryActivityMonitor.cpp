@@ -15,7 +15,7 @@ BatteryActivityMonitor::~BatteryActivityMonitor() {
     end();
 }
 
-std::optional<std::string> BatteryActivityMonitor::absence() const {
+ActivityMonitor::Absence BatteryActivityMonitor::absence() const {
     // The setting has an effect where only the mode is known.
     const bool hasMode = lowPowerMode && lowPowerMode->isOn();
     return battery && !hasMode ? battery->absence() : std::nullopt;

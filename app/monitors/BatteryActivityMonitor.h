@@ -41,7 +41,7 @@ public:
     ~BatteryActivityMonitor() override;
 
     /// Absent where the power source or the low power mode can be observed.
-    std::optional<std::string> absence() const override;
+    Absence absence() const override;
 
     /// The present reading; absent without a battery and while this is off. While nothing is known
     /// yet, as right after a wake, waits for a reading, for `mostWait` at most.

@@ -24,7 +24,7 @@ public:
                              std::unique_ptr<BluetoothSource> source);
     ~BluetoothActivityMonitor() override;
 
-    std::optional<std::string> absence() const override { return bluetooth->absence(); }
+    Absence absence() const override { return bluetooth->absence(); }
 
 private:
     void follow(Beginning beginning) override;

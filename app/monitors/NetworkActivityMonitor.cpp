@@ -16,6 +16,12 @@ NetworkActivityMonitor::~NetworkActivityMonitor() {
     end();
 }
 
+std::map<SettingSource, ActivityMonitor::Absence> NetworkActivityMonitor::settingSources() const {
+    auto all = SwitchedMonitor::settingSources();
+    all.emplace(SettingSource::wifiNames, sources.wifi->namesAbsence());
+    return all;
+}
+
 std::vector<MonitorStatus> NetworkActivityMonitor::statuses() const {
     auto all = SwitchedMonitor::statuses();
     all.push_back({"Wi-Fi", *wifiStatus});

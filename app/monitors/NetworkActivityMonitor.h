@@ -28,6 +28,7 @@ public:
     NetworkActivityMonitor(const Surroundings& surroundings, Sources sources);
     ~NetworkActivityMonitor() override;
 
+    std::map<SettingSource, Absence> settingSources() const override;
     std::vector<MonitorStatus> statuses() const override;
     Published<std::string> wifiStatus{this, std::string(notYet)};
     /// Whether names of networks are recorded.

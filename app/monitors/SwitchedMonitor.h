@@ -38,7 +38,9 @@ public:
 
     void start(Record record) final;
     void stop() final;
-    SettingSource source() const final { return traits.source; }
+    std::map<SettingSource, Absence> settingSources() const override {
+        return {{traits.source, absence()}};
+    }
     std::vector<MonitorStatus> statuses() const override;
 
     /// What is observed at present, or why nothing is.
@@ -56,6 +58,8 @@ protected:
 
     SwitchedMonitor(const Surroundings& surroundings, const Traits& traits);
 
+    /// Of its source.
+    virtual Absence absence() const { return std::nullopt; }
     /// Starts to follow, and sets `status`.
     virtual void follow(Beginning beginning) = 0;
     /// Stops to follow and forgets what was observed. Called once after each `follow`.

@@ -4,6 +4,7 @@
 
 #include <functional>
 #include <optional>
+#include <string>
 #include <vector>
 
 namespace tidemark {
@@ -31,6 +32,10 @@ public:
     /// not destroy the source.
     virtual bool start(Names names, Receive receive) = 0;
     virtual void stop() = 0;
+
+    /// Why the names of networks can't be read on this machine, as a sentence; absent where they
+    /// can, and while that is not known. Can be asked at any time.
+    virtual std::optional<std::string> namesAbsence() const = 0;
 };
 
 } // namespace tidemark

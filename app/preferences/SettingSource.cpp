@@ -18,7 +18,7 @@ constexpr auto needs = std::to_array<Need>({
     {preferenceKeys::homebrewHistoryEnabled.name, SettingSource::formulas},
     {preferenceKeys::diagnosticHistoryEnabled.name, SettingSource::diagnosticReports},
     {preferenceKeys::networkHistoryEnabled.name, SettingSource::network},
-    {preferenceKeys::wifiNetworkNamesEnabled.name, SettingSource::network},
+    {preferenceKeys::wifiNetworkNamesEnabled.name, SettingSource::wifiNames},
     {preferenceKeys::bluetoothHistoryEnabled.name, SettingSource::bluetooth},
     {preferenceKeys::environmentHistoryEnabled.name, SettingSource::environment},
     {preferenceKeys::batteryHistoryEnabled.name, SettingSource::battery},
@@ -45,6 +45,8 @@ std::string_view useOf(SettingSource source) {
         return "observe diagnostic reports";
     case SettingSource::network:
         return "follow network connections";
+    case SettingSource::wifiNames:
+        return "read the names of Wi-Fi networks";
     case SettingSource::bluetooth:
         return "follow Bluetooth";
     case SettingSource::environment:

@@ -13,6 +13,7 @@ enum class SettingSource {
     formulas,
     diagnosticReports,
     network,
+    wifiNames,
     bluetooth,
     environment,
     battery,

@@ -3,20 +3,12 @@
 #include "platform/linux/PathList.h"
 
 #include <algorithm>
-#include <iterator>
 
 namespace tidemark::bluetoothPresence {
 
 namespace {
 
 constexpr const char* serviceFile = "dbus-1/system-services/org.bluez.service";
-
-/// Where buses look for the files of their services: always in the first two.
-std::vector<std::filesystem::path> systemDataFolders() {
-    std::vector<std::filesystem::path> folders{"/usr/local/share", "/usr/share"};
-    std::ranges::copy(pathList("XDG_DATA_DIRS", ""), std::back_inserter(folders));
-    return folders;
-}
 
 bool isEmpty(const std::filesystem::path& folder) {
     std::error_code error;

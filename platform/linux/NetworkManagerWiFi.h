@@ -16,6 +16,7 @@ public:
     /// `changed` is called from the event loop.
     NetworkManagerWiFi(const MessageBus& bus, bool withNames, std::function<void()> changed);
 
+    BusService::State state() const { return service.state(); }
     /// Those that have been read; none while NetworkManager does not run.
     std::vector<NetworkManagerDevice::State> devices() const;
 

@@ -2,6 +2,8 @@
 
 #include "core/system/UserFolders.h"
 
+#include <algorithm>
+#include <iterator>
 #include <ranges>
 #include <string>
 
@@ -16,6 +18,12 @@ std::vector<std::filesystem::path> pathList(const char* variable, const char* ot
         if (std::filesystem::path path(std::string(part.begin(), part.end())); path.is_absolute())
             paths.push_back(std::move(path));
     return paths;
+}
+
+std::vector<std::filesystem::path> systemDataFolders() {
+    std::vector<std::filesystem::path> folders{"/usr/local/share", "/usr/share"};
+    std::ranges::copy(pathList("XDG_DATA_DIRS", ""), std::back_inserter(folders));
+    return folders;
 }
 
 } // namespace tidemark

@@ -4,12 +4,13 @@
 
 namespace tidemark {
 
-WirelessLinks::WirelessLinks(std::function<MessageBus()> bus, const std::filesystem::path& devices)
-    : bus(std::move(bus)), reading([devices] { return kernelRoutes::links(devices); },
-                                   [this](auto found) {
-                                       links = std::move(found);
-                                       publish();
-                                   }) {}
+WirelessLinks::WirelessLinks(std::function<MessageBus()> bus, Places places)
+    : bus(std::move(bus)), dataFolders(std::move(places.dataFolders)),
+      reading([devices = std::move(places.devices)] { return kernelRoutes::links(devices); },
+              [this](auto found) {
+                  links = std::move(found);
+                  publish();
+              }) {}
 
 bool WirelessLinks::start(Names names, Receive to) {
     stop();
@@ -29,6 +30,27 @@ void WirelessLinks::stop() {
     watch.reset();
     manager.reset();
     links.reset();
+}
+
+std::optional<std::string> WirelessLinks::namesAbsence() const {
+    const std::string knows = "NetworkManager, which knows the names of Wi-Fi networks, ";
+    const auto state = manager ? manager->state() : BusService::State::unknown;
+    if (state == BusService::State::running)
+        return std::nullopt;
+    if (!isManagerInstalled())
+        return knows + "is not installed.";
+    return state == BusService::State::absent ? std::optional(knows + "does not run.")
+                                              : std::nullopt;
+}
+
+bool WirelessLinks::isManagerInstalled() const {
+    std::error_code error;
+    // The bus lets no service have a name that no policy gives it (dbus-daemon(1)).
+    const auto hasPolicy = [&](const std::filesystem::path& folder) {
+        return std::filesystem::exists(
+            folder / "dbus-1/system.d/org.freedesktop.NetworkManager.conf", error);
+    };
+    return std::ranges::any_of(dataFolders, hasPolicy) || hasPolicy("/etc");
 }
 
 void WirelessLinks::publish() {

@@ -119,9 +119,11 @@ TEST_F(RecorderProgram, MarksSettingsWhoseSourceIsNotAvailable) {
     EXPECT_EQ(command({"settings", "get", "captureSchedule"}).out, "halfHourly\n");
     EXPECT_TRUE(test::contains(command({"settings"}).out,
                                "(not available here: Homebrew is not installed.)\n"));
-    for (const char* key :
-         {"appearanceMode", "networkHistoryEnabled", "wifiNetworkNamesEnabled", "memoryFiles"})
+    for (const char* key : {"appearanceMode", "networkHistoryEnabled", "memoryFiles"})
         EXPECT_FALSE(test::contains(command({"settings", "get", key}).out, "Not available"));
+    EXPECT_EQ(test::contains(command({"settings", "get", "wifiNetworkNamesEnabled"}).out,
+                             "Not available here: NetworkManager"),
+              !std::filesystem::exists("/usr/sbin/NetworkManager"));
     EXPECT_TRUE(test::contains(command({"settings", "--json"}).out, "\"key\":\"captureSchedule\""));
     more = {"DBUS_SESSION_BUS_ADDRESS=", "DISPLAY=other-machine:0", "WAYLAND_DISPLAY="};
     const std::pair<const char*, const char*> withoutSession[] = {

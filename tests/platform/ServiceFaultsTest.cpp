@@ -165,7 +165,7 @@ Subject wifi() {
         [](const MessageBus& bus, AppClock&) {
             struct Followed {
                 explicit Followed(const MessageBus& bus)
-                    : source([bus] { return bus; }, "/nowhere") {
+                    : source([bus] { return bus; }, {.devices = "/nowhere"}) {
                     source.start(WiFiSource::Names::omit,
                                  [this](const WiFiSource::Links& all) { links = all; });
                 }

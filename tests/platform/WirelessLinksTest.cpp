@@ -2,6 +2,7 @@
 
 #include "tests/app/support/Await.h"
 #include "tests/platform/PrivateBus.h"
+#include "tests/support/TemporaryFolder.h"
 
 #include <QDBusMessage>
 #include <QDBusObjectPath>
@@ -33,7 +34,9 @@ struct WirelessLinksTest : testing::Test {
     test::PrivateBus home;
     QDBusConnection bus = home.connect(u"tested"_s);
     test::MockService manager{home, bus, u"networkmanager"_s, service};
-    WirelessLinks links{[this] { return MessageBus(bus); }, "/nowhere"};
+    const test::TemporaryFolder share;
+    WirelessLinks links{[this] { return MessageBus(bus); },
+                        {.devices = "/nowhere", .dataFolders = {"/none", share.path()}}};
     WiFiSource::Links last;
     int received = 0;
 
@@ -152,4 +155,19 @@ TEST_F(WirelessLinksTest, KeepsTheNetworkThroughMomentsWithoutAnAccessPoint) {
     expect("card0 down");
     setState(100);
     expect("card0 up");
+}
+
+TEST_F(WirelessLinksTest, SaysWhyNamesCantBeRead) {
+    const std::string knows = "NetworkManager, which knows the names of Wi-Fi networks, ";
+    if (std::filesystem::exists("/etc/dbus-1/system.d/org.freedesktop.NetworkManager.conf"))
+        GTEST_SKIP() << "NetworkManager is installed on this machine";
+    EXPECT_EQ(links.namesAbsence(), knows + "is not installed.");
+    share.write("dbus-1/system.d/org.freedesktop.NetworkManager.conf", "");
+    EXPECT_EQ(links.namesAbsence(), std::nullopt) << "it is not known whether it runs";
+    follow(WiFiSource::Names::omit);
+    expect("none");
+    test::until([&] { return links.namesAbsence().has_value(); });
+    EXPECT_EQ(links.namesAbsence(), knows + "does not run.");
+    manager.start();
+    test::until([&] { return !links.namesAbsence(); });
 }

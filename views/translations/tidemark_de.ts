@@ -1973,6 +1973,14 @@ Alle Änderungen, unabhängig von den Schwellen der Zeitleiste.</translation>
         <translation>Der Dienst UPower, der Akkus meldet, läuft nicht.</translation>
     </message>
     <message>
+        <source>NetworkManager, which knows the names of Wi-Fi networks, is not installed.</source>
+        <translation>Der NetworkManager, der die Namen der WLANs kennt, ist nicht installiert.</translation>
+    </message>
+    <message>
+        <source>NetworkManager, which knows the names of Wi-Fi networks, does not run.</source>
+        <translation>Der NetworkManager, der die Namen der WLANs kennt, läuft nicht.</translation>
+    </message>
+    <message>
         <source>The Bluetooth service BlueZ does not run.</source>
         <translation>Der Bluetooth-Dienst BlueZ läuft nicht.</translation>
     </message>

@@ -31,6 +31,7 @@ struct WiFi final : WiFiSource {
         return works;
     }
     void stop() override {}
+    std::optional<std::string> namesAbsence() const override { return absence; }
     /// One interface; the network has a name if names are read.
     void sendNetwork(const char* name) const {
         WiFiDetails::Reading reading;
@@ -43,6 +44,7 @@ struct WiFi final : WiFiSource {
     Names names = Names::omit;
     Receive send;
     bool works = true;
+    std::optional<std::string> absence;
 };
 
 struct Access final : WiFiNameAccess {
@@ -156,6 +158,18 @@ TEST_F(NetworkActivityMonitorTest, RecordsTheWiFiLinkWithoutNamesUnlessTurnedOn)
     turn(false);
     turn(true);
     EXPECT_EQ(*monitor->wifiStatus, "Wi-Fi link observation unavailable");
+}
+
+TEST_F(NetworkActivityMonitorTest, LacksOnlyTheNamesWhereTheyCantBeRead) {
+    using Sources = std::map<SettingSource, ActivityMonitor::Absence>;
+    wifi->absence = "There are no names.";
+    EXPECT_EQ(monitor->settingSources(),
+              (Sources{{SettingSource::network, std::nullopt},
+                       {SettingSource::wifiNames, "There are no names."}}));
+    EXPECT_EQ(SettingSources({SettingSource::network},
+                             {{SettingSource::wifiNames, "There are no names."}})
+                  .absence(preferenceKeys::wifiNetworkNamesEnabled.name),
+              "There are no names.");
 }
 
 TEST_F(NetworkActivityMonitorTest, ReadsNamesOnlyWithThePermissionOfTheSystem) {
