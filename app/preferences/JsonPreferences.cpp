@@ -1,7 +1,7 @@
 #include "app/preferences/JsonPreferences.h"
 
 #include "app/preferences/PreferenceKeys.h"
-#include "core/base/Base64.h"
+#include "app/preferences/SettingsDocument.h"
 #include "core/base/CanonicalPath.h"
 #include "core/base/Files.h"
 #include "core/base/Text.h"
@@ -10,19 +10,13 @@
 #include <cerrno>
 #include <ctime>
 
-#include <nlohmann/json.hpp>
 #include <unistd.h>
 
 namespace tidemark {
 
 namespace {
 
-using Json = nlohmann::json;
-
 constexpr std::size_t largestFile = std::size_t{16} * 1024 * 1024;
-/// A document nested more deeply is damaged or hostile, and writing it could overflow the stack.
-constexpr int deepestNesting = 64;
-constexpr const char* versionKey = "schemaVersion";
 
 /// "2026-11-21T10.00.00Z": no colons, which some file systems refuse.
 std::string fileTime(Date date) {
@@ -41,110 +35,18 @@ std::filesystem::path unusedName(const std::filesystem::path& wanted) {
     return name;
 }
 
-/// Absent when `bytes` are not a JSON object.
-std::optional<Json> parsed(const std::string& bytes) {
-    bool tooDeep = false;
-    const auto shallow = [&](int depth, Json::parse_event_t, Json&) {
-        tooDeep = tooDeep || depth > deepestNesting;
-        return !tooDeep;
-    };
-    Json root = Json::parse(bytes, shallow, false);
-    if (tooDeep || !root.is_object())
-        return std::nullopt;
-    return root;
-}
-
-template <class T>
-std::optional<T> converted(const Json& value);
-
-template <>
-std::optional<bool> converted(const Json& value) {
-    return value.is_boolean() ? std::optional(value.get<bool>()) : std::nullopt;
-}
-template <>
-std::optional<std::int64_t> converted(const Json& value) {
-    if (!value.is_number_integer())
-        return std::nullopt;
-    if (value.is_number_unsigned() && value.get<std::uint64_t>() > INT64_MAX)
-        return std::nullopt;
-    return value.get<std::int64_t>();
-}
-template <>
-std::optional<std::string> converted(const Json& value) {
-    return value.is_string() ? std::optional(value.get<std::string>()) : std::nullopt;
-}
-template <>
-std::optional<Data> converted(const Json& value) {
-    const auto bytes = value.is_string() ? base64Decoded(value.get<std::string>()) : std::nullopt;
-    return bytes ? std::optional(Data{*bytes}) : std::nullopt;
-}
-template <>
-std::optional<std::vector<std::string>> converted(const Json& value) {
-    if (!value.is_array())
-        return std::nullopt;
-    std::vector<std::string> texts;
-    for (const auto& element : value) {
-        if (!element.is_string())
-            return std::nullopt;
-        texts.push_back(element.get<std::string>());
-    }
-    return texts;
-}
-template <>
-std::optional<std::map<std::string, Data>> converted(const Json& value) {
-    if (!value.is_object())
-        return std::nullopt;
-    std::map<std::string, Data> table;
-    for (const auto& [key, element] : value.items()) {
-        auto data = converted<Data>(element);
-        if (!data)
-            return std::nullopt;
-        table.emplace(key, *std::move(data));
-    }
-    return table;
-}
-
-Json stored(bool value) {
-    return value;
-}
-Json stored(std::int64_t value) {
-    return value;
-}
-Json stored(const std::string& value) {
-    return value;
-}
-Json stored(const std::vector<std::string>& value) {
-    return value;
-}
-Json stored(const Data& value) {
-    return base64Encoded(value.bytes);
-}
-Json stored(const std::map<std::string, Data>& table) {
-    Json object = Json::object();
-    for (const auto& [key, data] : table)
-        object[key] = stored(data);
-    return object;
-}
-
-/// Settings without a version are of the first one. Those of another release may mean something
-/// else by the same keys.
-void requireKnownVersion(const Json& root, const std::filesystem::path& file) {
-    const auto found = root.find(versionKey);
-    if (found != root.end() && *found != 1)
-        throw FileError(file, "is of version " + found->dump() + ", which this release can't read",
+void requireKnownVersion(const SettingsDocument& settings, const std::filesystem::path& file) {
+    if (const auto version = settings.foreignVersion())
+        throw FileError(file, "is of version " + *version + ", which this release can't read",
                         EILSEQ);
 }
 
 } // namespace
 
-struct JsonPreferences::Document {
-    Json root = Json::object();
-};
-
 JsonPreferences::JsonPreferences(const std::filesystem::path& file, Opening opening, Clock& clock,
                                  FolderGuard guard)
     : path(canonicalPath(file)), copy(path.native() + ".bak"), purpose(opening),
-      guard(std::move(guard)), document(std::make_unique<Document>()),
+      guard(std::move(guard)), document(std::make_unique<SettingsDocument>()),
       writable(opening == Opening::toWrite) {
     try {
         load(clock);
@@ -162,9 +64,9 @@ void JsonPreferences::load(Clock& clock) {
     if (!fileExists(path))
         return;
     const std::string bytes = readFile(path, largestFile);
-    if (auto root = parsed(bytes)) {
-        requireKnownVersion(*root, path);
-        document->root = *std::move(root);
+    if (auto settings = SettingsDocument::parsed(bytes)) {
+        requireKnownVersion(*settings, path);
+        *document = *std::move(settings);
         keepCopy(bytes);
         return;
     }
@@ -192,15 +94,16 @@ std::filesystem::path JsonPreferences::setAside(Clock& clock) const {
 
 bool JsonPreferences::takeCopy() {
     try {
-        if (auto root = fileExists(copy) ? parsed(readFile(copy, largestFile)) : std::nullopt) {
-            requireKnownVersion(*root, copy);
-            document->root = *std::move(root);
+        if (auto settings = fileExists(copy) ? SettingsDocument::parsed(readFile(copy, largestFile))
+                                             : std::nullopt) {
+            requireKnownVersion(*settings, copy);
+            *document = *std::move(settings);
             return true;
         }
     } catch (const FileError&) {
         // Continue without a copy.
     }
-    document->root[std::string(preferenceKeys::settingsLost.name)] = true;
+    document->set(preferenceKeys::settingsLost.name, true);
     return false;
 }
 
@@ -223,61 +126,45 @@ void JsonPreferences::keepCopy(const std::string& bytes) const {
     }
 }
 
-template <class T>
-std::optional<T> JsonPreferences::read(std::string_view key) const {
-    const auto found = document->root.find(key);
-    return found == document->root.end() ? std::nullopt : converted<T>(*found);
-}
-
 std::optional<bool> JsonPreferences::boolean(std::string_view key) const {
-    return read<bool>(key);
+    return document->value<bool>(key);
 }
 std::optional<std::int64_t> JsonPreferences::integer(std::string_view key) const {
-    return read<std::int64_t>(key);
+    return document->value<std::int64_t>(key);
 }
 std::optional<std::string> JsonPreferences::text(std::string_view key) const {
-    return read<std::string>(key);
+    return document->value<std::string>(key);
 }
 std::optional<std::vector<std::string>> JsonPreferences::texts(std::string_view key) const {
-    return read<std::vector<std::string>>(key);
+    return document->value<std::vector<std::string>>(key);
 }
 std::optional<Data> JsonPreferences::data(std::string_view key) const {
-    return read<Data>(key);
+    return document->value<Data>(key);
 }
 std::optional<std::map<std::string, Data>> JsonPreferences::dataTable(std::string_view key) const {
-    return read<std::map<std::string, Data>>(key);
+    return document->value<std::map<std::string, Data>>(key);
 }
 
 bool JsonPreferences::storeOrKeep(std::string_view key, PreferenceValue value) {
-    auto next = std::visit([](const auto& held) { return stored(held); }, value);
-    auto& present = document->root[std::string(key)];
+    SettingsDocument next = *document;
+    next.set(key, value);
     // Nothing to write if it is on disk already. A value that could not be written before is tried
     // again.
-    if (present == next && !saveProblem && writable)
+    if (next == *document && !saveProblem && writable)
         return true;
-    present = std::move(next);
+    *document = std::move(next);
     return save();
 }
 
 bool JsonPreferences::removeOrForget(std::string_view key) {
-    const auto found = document->root.find(key);
-    if (found == document->root.end())
-        return true;
-    document->root.erase(found);
-    return save();
+    return !document->remove(key) || save();
 }
 
 bool JsonPreferences::storeOrRefuse(std::string_view key, PreferenceValue value) {
-    const std::string name(key);
-    const auto found = document->root.find(name);
-    // Any value, also of a type that this release does not support.
-    const auto before = found == document->root.end() ? std::nullopt : std::optional<Json>(*found);
+    const SettingsDocument before = *document;
     if (storeOrKeep(key, std::move(value)))
         return true;
-    if (before)
-        document->root[name] = *before;
-    else
-        document->root.erase(name);
+    *document = before;
     return false;
 }
 
@@ -287,8 +174,7 @@ bool JsonPreferences::save() {
         return false;
     try {
         createPrivateFolders(path.parent_path(), guard);
-        const auto bytes =
-            document->root.dump(4, ' ', false, Json::error_handler_t::replace) + "\n";
+        const std::string bytes = document->bytes();
         replaceFile(path, bytes, guard);
         saveProblem.reset();
         isSaved = true;

@@ -9,8 +9,9 @@
 
 namespace tidemark {
 
-/// Preferences in one JSON file, which is replaced as a whole, with mode 0600, at each change. Data
-/// is stored as base64 text. Unknown keys in the file are kept.
+class SettingsDocument;
+
+/// Preferences in one JSON file, which is replaced as a whole, with mode 0600, at each change.
 ///
 /// A second file, with ".bak" appended to the name, has the same content. When the first one is not
 /// a JSON object, it is renamed with ".damaged-" and the time appended, and the second one is used
@@ -46,8 +47,6 @@ public:
     bool isStored() const override { return isSaved; }
 
 private:
-    struct Document;
-
     bool storeOrRefuse(std::string_view key, PreferenceValue value) override;
     bool storeOrKeep(std::string_view key, PreferenceValue value) override;
     bool removeOrForget(std::string_view key) override;
@@ -56,15 +55,12 @@ private:
     bool takeCopy();
     void keepCopy(const std::string& bytes) const;
     bool save();
-    /// Absent when the key is missing or its value can't be read as `T`.
-    template <class T>
-    std::optional<T> read(std::string_view key) const;
 
     const std::filesystem::path path;
     const std::filesystem::path copy;
     const Opening purpose;
     const FolderGuard guard;
-    std::unique_ptr<Document> document;
+    std::unique_ptr<SettingsDocument> document;
     bool writable = true;
     bool isSaved = true;
     /// Set once, when the file is opened.

@@ -28,19 +28,23 @@ const char* problemOf(const StorageSeries& series) {
 
 } // namespace
 
-std::optional<StorageHistory> StorageHistoryStore::read(const std::filesystem::path& document) {
-    auto history = readDocument<StorageHistory>(document);
-    if (!history)
-        return std::nullopt;
-    if (history->schemaVersion != StorageHistory::supportedVersion)
+StorageHistory StorageHistoryStore::decoded(std::string_view bytes,
+                                            const std::filesystem::path& document) {
+    auto history = decodeDocument<StorageHistory>(bytes, document);
+    if (history.schemaVersion != StorageHistory::supportedVersion)
         throw FileError(document,
-                        "is of version " + std::to_string(history->schemaVersion)
+                        "is of version " + std::to_string(history.schemaVersion)
                             + ", which this release can't read",
                         EILSEQ);
-    for (const auto& series : history->series)
+    for (const auto& series : history.series)
         if (const char* problem = problemOf(*series))
             throw FileError(document, std::string("could not be read: ") + problem, EILSEQ);
     return history;
+}
+
+std::optional<StorageHistory> StorageHistoryStore::read(const std::filesystem::path& document) {
+    const auto bytes = readDocumentBytes(document);
+    return bytes ? std::optional(decoded(*bytes, document)) : std::nullopt;
 }
 
 void StorageHistoryStore::save(const StorageHistory& history) {

@@ -5,6 +5,7 @@
 
 #include <filesystem>
 #include <optional>
+#include <string_view>
 
 namespace tidemark {
 
@@ -21,6 +22,8 @@ public:
     /// read, is damaged or of a version that this release does not support. Changes nothing on
     /// disk.
     static std::optional<StorageHistory> read(const std::filesystem::path& document);
+    /// The history in the bytes of a document, which the error names; throws like `read`.
+    static StorageHistory decoded(std::string_view bytes, const std::filesystem::path& document);
 
     /// Replaces the document, with mode 0600 in folders of mode 0700. Throws `FileError` and what
     /// the guard throws; the old document is kept then.
