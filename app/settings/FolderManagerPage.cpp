@@ -58,6 +58,13 @@ Row rowOf(const std::string& name, std::string path, const FolderGrant* grant,
     return row;
 }
 
+/// Of a folder that is not recommended.
+Row rowOfGrant(const FolderGrant& grant, const FolderAccess& access) {
+    Row row = rowOf(std::string(lastPathComponent(grant.path)), grant.path, &grant, false, access);
+    row.isNamed = true;
+    return row;
+}
+
 const FolderGrant* grantAt(const std::vector<FolderGrant>& grants, const std::string& path) {
     const auto found = std::ranges::find(grants, path, &FolderGrant::path);
     return found == grants.end() ? nullptr : &*found;
@@ -81,8 +88,7 @@ FolderManagerPage folderManagerPage(const FolderManagerState& state) {
     }
     for (const auto& grant : grants)
         if (!listed.contains(grant.path))
-            page.rows.push_back(rowOf(std::string(lastPathComponent(grant.path)), grant.path,
-                                      &grant, false, state.access));
+            page.rows.push_back(rowOfGrant(grant, state.access));
     if (state.currentFolder)
         page.requesting = "Requesting access to " + *state.currentFolder;
     return page;

@@ -25,6 +25,8 @@ struct FolderManagerPage {
         enum class Action { none, allow, setUpAccess };
 
         std::string name;
+        /// True for the folder's own name; false for words of this program.
+        bool isNamed = false;
         std::string path;
         /// Of the grant; absent for a folder that is not monitored.
         std::optional<Uuid> grant;

@@ -3,8 +3,7 @@
 #include "core/base/Text.h"
 #include "core/growth/StorageChartText.h"
 #include "core/growth/StorageSamples.h"
-#include "core/presentation/SystemWords.h"
-#include "core/timeline/EventDisplay.h"
+#include "core/presentation/EventRow.h"
 #include "core/timeline/ObservationCoverage.h"
 
 #include <algorithm>
@@ -150,7 +149,7 @@ void addMarks(StorageChart& chart, const Journal& journal) {
             return std::visit(Concerns{chart.subject}, change);
         };
         if (std::ranges::any_of(event->changes, concerns))
-            chart.marks.push_back({event, oneLine(systemWords::shown(displayTitle(*event)))});
+            chart.marks.push_back({event, oneLine(shownTitle(*event))});
     }
     std::ranges::stable_sort(chart.marks, {},
                              [](const auto& mark) { return mark.event->timestamp; });

@@ -54,6 +54,13 @@ private:
     void row(const char* label, std::string value) {
         made.rows.push_back({label, std::move(value)});
     }
+    void namedRow(const char* label, std::string value) {
+        made.rows.push_back({label, std::move(value), true});
+    }
+    /// Of something that has a name of its own.
+    void optionalNamedRow(const char* label, const std::optional<std::string>& value) {
+        made.rows.push_back({label, value.value_or(notReported), value.has_value()});
+    }
     void optionalRow(const char* label, const std::optional<std::string>& value) {
         row(label, value.value_or(notReported));
     }
@@ -106,10 +113,10 @@ private:
         const auto nameOf = [](const std::optional<WiFiContext>& network) {
             return network ? network->networkName : std::nullopt;
         };
-        optionalRow(connected ? "New Wi-Fi network" : "Last connected network",
-                    nameOf(activity.wifiContext));
+        optionalNamedRow(connected ? "New Wi-Fi network" : "Last connected network",
+                         nameOf(activity.wifiContext));
         if (connected && activity.previousWiFi)
-            optionalRow("Previous Wi-Fi network", nameOf(activity.previousWiFi));
+            optionalNamedRow("Previous Wi-Fi network", nameOf(activity.previousWiFi));
         if (activity.wifiContext)
             add(*activity.wifiContext);
         if (!connected)
@@ -130,7 +137,7 @@ private:
     }
 
     void add(const BluetoothConnectionChange& change) {
-        row("Observed item", change.deviceName);
+        namedRow("Observed item", change.deviceName);
         optionalRow("Device class", change.deviceClass);
         if (change.session)
             add("Observed connection interval", *change.session);
@@ -142,7 +149,7 @@ private:
                 addElevated(*environment.elevatedSince);
             return;
         }
-        row("Observed item", environment.deviceName);
+        namedRow("Observed item", environment.deviceName);
         if (environment.display)
             addDisplay(*environment.display, environment.previousDisplay);
         if (environment.volume)
@@ -171,7 +178,7 @@ private:
 
     void add(const VolumeContext& volume) {
         row("Capacity", volume.capacity ? byteString(*volume.capacity) : notReported);
-        optionalRow("Format", volume.fileSystem);
+        optionalNamedRow("Format", volume.fileSystem);
         row("Location", yesOrNo(volume.local, "Local", "Network"));
         row("Access", yesOrNo(volume.readOnly, "Read only", "Read and write"));
     }

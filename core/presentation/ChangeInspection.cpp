@@ -86,7 +86,7 @@ public:
     void operator()(const change::BackgroundChanged& changed) {
         const auto keys = DefinitionComparison::changedKeys(*changed.before, *changed.after);
         if (!keys.empty())
-            row("Changed settings", joined(keys, ", "));
+            namedRow("Changed settings", joined(keys, ", "));
         add(*changed.after);
     }
 
@@ -110,7 +110,7 @@ public:
 
     void operator()(const change::FreeDiskSpaceChanged&) {
         if (event.volumeContext) {
-            row("Volume", event.volumeContext->name);
+            namedRow("Volume", event.volumeContext->name);
             if (event.volumeContext->capacity)
                 row("Capacity", byteString(*event.volumeContext->capacity));
         }
@@ -136,6 +136,9 @@ private:
     void row(const char* label, std::string value) {
         made.front().rows.push_back({label, std::move(value)});
     }
+    void namedRow(const char* label, std::string value) {
+        made.front().rows.push_back({label, std::move(value), true});
+    }
     void sentence(const char* text) { made.front().sentences.emplace_back(text); }
 
     void addVersion(const char* version, const char* build, const Application& app) {
@@ -146,14 +149,14 @@ private:
     }
 
     void addPlace(const Application& app) {
-        row("Path", app.path);
+        namedRow("Path", app.path);
         if (latest)
             row("Latest observation",
                 presenceOf(LatestPresence::ofApplication(app.path, *latest), false));
     }
 
     void addFolder(const std::string& path) {
-        row("Folder path", path);
+        namedRow("Folder path", path);
         if (latest)
             row("Latest observation", presenceOf(LatestPresence::ofFolder(path, *latest), false));
     }
@@ -163,8 +166,8 @@ private:
         if (item.association)
             row("Application relationship", *item.association);
         if (item.program)
-            row("Executable", *item.program);
-        row("Path", item.path);
+            namedRow("Executable", *item.program);
+        namedRow("Path", item.path);
         if (latest)
             row("Latest observation",
                 presenceOf(LatestPresence::ofDefinition(item.path, *latest), true));
@@ -188,11 +191,11 @@ private:
         switch (item.kind) {
         case ObservedMetadata::Kind::homebrew:
             row("Source", "Homebrew Cellar metadata");
-            row("Path", item.path);
+            namedRow("Path", item.path);
             sentence(homebrewSentence);
             break;
         case ObservedMetadata::Kind::configuration:
-            row("Selected file", item.path);
+            namedRow("Selected file", item.path);
             row("File size", item.bytes ? byteString(*item.bytes) : notReported);
             sentence(fileSentence);
             break;
@@ -201,7 +204,7 @@ private:
             if (item.inferredApplication)
                 row("Possible application",
                     *item.inferredApplication + " · inferred from filename");
-            row("Path", item.path);
+            namedRow("Path", item.path);
             sentence(diagnosticSentence);
             break;
         }

@@ -4,6 +4,7 @@
 #include "core/base/Text.h"
 #include "core/presentation/ActivityContextDetails.h"
 #include "core/presentation/ChangeInspection.h"
+#include "core/presentation/EventRow.h"
 #include "core/presentation/InspectionWords.h"
 #include "core/presentation/MenuContent.h"
 #include "core/presentation/MenuText.h"
@@ -83,14 +84,18 @@ InspectionSection memorySection(const MemoryRecord& record, const Calendar& cale
         if (value && !value->empty())
             section.rows.push_back({label, *value});
     };
+    const auto namedRow = [&](const char* label, const std::optional<std::string>& value) {
+        if (value && !value->empty())
+            section.rows.push_back({label, *value, true});
+    };
     row("Activity", std::string(record.activity()));
-    row("Path", record.path);
-    row("Application", record.appName);
+    namedRow("Path", record.path);
+    namedRow("Application", record.appName);
     row("Content", record.contentType);
     // The title is the beginning of the text, on one line.
     if (record.text && record.text != record.title)
-        row("Text", std::string(firstCharacters(*record.text, mostClipText)));
-    row("Downloaded from", record.sourceURL);
+        namedRow("Text", std::string(firstCharacters(*record.text, mostClipText)));
+    namedRow("Downloaded from", record.sourceURL);
     if (record.bytes)
         row("Size", byteString(*record.bytes));
     if (record.lastOpened)
@@ -147,13 +152,17 @@ std::vector<InspectionAction> actionsOf(const Event& event) {
 
 void putInWordsOfThisSystem(InspectionSection& section) {
     section.heading = systemWords::shown(section.heading);
-    for (auto& [label, value] : section.rows) {
-        label = systemWords::shown(label);
-        value = systemWords::shown(value);
+    for (auto& row : section.rows) {
+        row.label = systemWords::shown(row.label);
+        if (!row.isNamed)
+            row.value = systemWords::shown(row.value);
     }
-    for (auto& change : section.changes)
-        for (auto* text : {&change.subject, &change.before, &change.after})
+    for (auto& change : section.changes) {
+        if (!change.isNamed)
+            change.subject = systemWords::shown(change.subject);
+        for (auto* text : {&change.before, &change.after})
             *text = systemWords::shown(*text);
+    }
     for (auto& sentence : section.sentences)
         sentence = systemWords::shown(sentence);
     std::erase_if(section.rows, [](const auto& row) { return row.label.empty(); });
@@ -165,13 +174,13 @@ void putInWordsOfThisSystem(InspectionSection& section) {
 EventInspection EventInspection::of(const Event& event, const Snapshot* latest,
                                     bool isStateComparison, const Calendar& calendar) {
     EventInspection made;
-    made.title = systemWords::shown(displayTitle(event));
+    made.title = shownTitle(event);
     made.subtitle = systemWords::shown(displaySubtitle(event));
     made.isNamed = event.memory.has_value();
     made.symbol = event.symbol;
     made.sections = sectionsOf(event, latest, isStateComparison, calendar);
     if (event.identifier)
-        made.sections.push_back({.rows = {{"Identifier", *event.identifier}}});
+        made.sections.push_back({.rows = {{"Identifier", *event.identifier, true}}});
     std::ranges::for_each(made.sections, putInWordsOfThisSystem);
     std::erase_if(made.sections, [](const auto& section) { return section.isEmpty(); });
     made.actions = actionsOf(event);

@@ -28,6 +28,10 @@ void append(std::string& sentence, std::string_view part) {
 
 } // namespace
 
+std::string shownTitle(const Event& event) {
+    return event.memory ? event.title : shown(displayTitle(event));
+}
+
 std::string timesOf(const Event& event, const Calendar& calendar) {
     std::string end = calendar.format(event.timestamp, "HH:mm");
     if (event.intervalStart == event.timestamp)
@@ -47,7 +51,7 @@ std::string dayHeading(Date day, Date now, const Calendar& calendar) {
 
 EventRow EventRow::of(const Event& event, const Calendar& calendar) {
     EventRow row;
-    row.title = oneLine(shown(displayTitle(event)));
+    row.title = oneLine(shownTitle(event));
     row.subtitle = oneLine(shown(displaySubtitle(event)));
     row.time = timesOf(event, calendar);
     if (event.installationRecord)

@@ -27,6 +27,10 @@ struct EventRow {
     bool operator==(const EventRow&) const = default;
 };
 
+/// The title of an event in the words of this system; the name of a file, a program or a clip as it
+/// is.
+std::string shownTitle(const Event& event);
+
 /// The time of day of an event under the heading of its day. An interval has the day of its start
 /// where that is another one, and the year where that is.
 std::string timesOf(const Event& event, const Calendar& calendar);

@@ -39,10 +39,10 @@ std::vector<Tile> tilesOf(const std::vector<Row>& rows) {
 }
 
 FolderMap::Unmeasured unmeasuredOf(const Row& row) {
-    FolderMap::Unmeasured made{.id = row.id, .text = oneLine(row.name), .accessibleText = {}};
+    const std::string name = oneLine(row.name);
+    FolderMap::Unmeasured made{.id = row.id, .name = name, .text = name, .accessibleText = {}};
     const auto known = row.after ? row.after->recordedSubtotal : std::nullopt;
-    made.accessibleText =
-        made.text + ", " + (known ? "at least " + byteString(*known) : "unknown size");
+    made.accessibleText = name + ", " + (known ? "at least " + byteString(*known) : "unknown size");
     if (known)
         made.text += " ≥ " + byteString(*known);
     return made;

@@ -41,6 +41,7 @@ struct FolderMap {
     /// A folder without a complete size.
     struct Unmeasured {
         std::string id;
+        std::string name;
         /// The name, and the part of the size that is known: "Machines ≥ 6 GB".
         std::string text;
         std::string accessibleText;

@@ -13,6 +13,8 @@ namespace tidemark {
 struct InspectionRow {
     std::string label;
     std::string value;
+    /// True when the value is a name or a text of others, and no words of this program.
+    bool isNamed = false;
 
     bool operator==(const InspectionRow&) const = default;
 };
@@ -24,6 +26,8 @@ struct InspectionChange {
     std::string after;
     /// The difference in bytes; absent where it is none of sizes.
     std::optional<std::int64_t> growth{};
+    /// True when the subject is the name of a folder, a file, a program or a setting.
+    bool isNamed = false;
 
     bool operator==(const InspectionChange&) const = default;
 };

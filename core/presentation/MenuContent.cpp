@@ -2,8 +2,8 @@
 
 #include "core/base/Text.h"
 #include "core/base/Utf8.h"
+#include "core/presentation/EventRow.h"
 #include "core/presentation/SystemWords.h"
-#include "core/timeline/EventDisplay.h"
 
 #include <algorithm>
 
@@ -40,7 +40,7 @@ MenuEntry command(Kind kind, std::string_view label, std::string_view symbol = {
 
 MenuEntry entryOf(const Shared<Event>& event) {
     return {.kind = Kind::event,
-            .label = cut(oneLine(shown(displayTitle(*event)))),
+            .label = cut(oneLine(shownTitle(*event))),
             .symbol = event->symbol,
             .event = event};
 }

@@ -21,7 +21,7 @@ constexpr const char* logicalSizes =
     "physical disk usage.";
 
 InspectionChange lineOf(const StorageContribution& part) {
-    return {part.name, byteString(part.before), byteString(part.after), part.delta()};
+    return {part.name, byteString(part.before), byteString(part.after), part.delta(), true};
 }
 
 void addParts(InspectionSection& section, const StorageBreakdown& breakdown) {

@@ -21,7 +21,10 @@ QString shownText(std::string_view text) {
         return {};
     const QByteArray source(text.data(), static_cast<qsizetype>(text.size()));
     const QString shown = QCoreApplication::translate("core", source.constData());
-    return shown != QString::fromUtf8(source) ? shown : translatedByPattern(text).value_or(shown);
+    if (shown != QString::fromUtf8(source))
+        return shown;
+    const auto composed = translatedByPattern(text);
+    return composed ? *composed : translatedQuantity(text).value_or(shown);
 }
 
 QString wordsHere(std::string_view text) {
@@ -29,8 +32,14 @@ QString wordsHere(std::string_view text) {
 }
 
 QString shownPart(std::string_view part) {
-    const auto shown = translatedPart(part);
-    return shown ? *shown : wordsHere(part);
+    if (const auto shown = translatedPart(part))
+        return *shown;
+    // A name and a size, such as "Projects +1.2 GB".
+    for (const std::string_view sign : {" +", " −", " ≥ "})
+        if (const auto place = part.rfind(sign); place != part.npos && place > 0)
+            if (const auto size = translatedQuantity(part.substr(place + 1)))
+                return fromUtf8(part.substr(0, place + 1)) + *size;
+    return wordsHere(part);
 }
 
 QString shownParts(std::string_view text, std::string_view separator) {

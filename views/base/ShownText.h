@@ -6,15 +6,15 @@
 namespace tidemark {
 
 /// A text of the core as a window shows it: in the language of the user where a translation has it
-/// or one of `corePatterns`, else as it is.
+/// or one of the patterns, or it is a size or a length of time; else as it is. Not for names.
 QString shownText(std::string_view text);
 
 /// A fixed text of the core in the words of this system (`systemWords::shown`) and the language of
 /// the user.
 QString wordsHere(std::string_view text);
 
-/// A part of a text that is put together of several: by one of `partPatterns`, else as `wordsHere`
-/// shows it.
+/// A part of a text that is put together of several: by one of `partPatterns`, as a name followed
+/// by a change of its size, else as `wordsHere` shows it.
 QString shownPart(std::string_view part);
 
 /// A text of the core that is put together of parts with `separator` between them.

@@ -147,7 +147,7 @@ void FolderMapPainter::drawLine(const QRect& area, const QString& text, const QF
 /// The size, and the change where there is room for both.
 QString FolderMapPainter::sizeText(const Tile& tile, const QFont& font, int width) const {
     const QString size = wordsHere(sizeOf(tile));
-    const QString change = QString::fromStdString(changeOf(tile));
+    const QString change = shownText(changeOf(tile));
     if (change.isEmpty() || !look.isCompared)
         return size;
     const QString both = size + QStringLiteral("  ") + signOf(tile.trend) + change;

@@ -78,8 +78,9 @@ void FolderMapPane::showUnmeasured(const std::vector<FolderMap::Unmeasured>& unm
         auto* button = new QToolButton;
         button->setAutoRaise(true);
         button->setFocusPolicy(Qt::StrongFocus);
-        button->setText(isolated(QString::fromStdString(each.text)));
-        button->setAccessibleName(shownParts(each.accessibleText, ", "));
+        button->setText(isolated(shownPart(each.text)));
+        button->setAccessibleName(
+            spokenText(each.accessibleText, each.name, shownFolderName(each.id, each.name)));
         connect(button, &QToolButton::clicked, this,
                 [this, id = QString::fromStdString(each.id)] { Q_EMIT unmeasuredChosen(id); });
         unmeasuredButtons->addWidget(button);

@@ -37,13 +37,14 @@ MonitoredFolderRow::MonitoredFolderRow(QWidget* parent)
 
 void MonitoredFolderRow::present(const FolderManagerPage::Row& row) {
     shown = row;
-    box->setText(shownText(row.name));
+    const QString name = row.isNamed ? QString::fromStdString(row.name) : shownText(row.name);
+    box->setText(name);
     box->setChecked(row.isMonitored);
-    box->setAccessibleName(spokenText(row.accessibleText, row.name, shownText(row.name)));
+    box->setAccessibleName(spokenText(row.accessibleText, row.name, name));
     path->setText(QString::fromStdString(row.path));
     status->setText(shownText(row.status));
     allowing->setText(shownText(row.actionLabel));
-    allowing->setAccessibleDescription(shownText(row.name));
+    allowing->setAccessibleDescription(name);
     allowing->setVisible(row.action == FolderManagerPage::Row::Action::allow);
 }
 

@@ -139,7 +139,8 @@ QVariant GrowthModel::partData(const StorageContribution& part, int column, int 
     if (role == Roles::trendRole)
         return column == change ? QVariant(trendOf(part.delta())) : QVariant();
     if (role == Qt::AccessibleTextRole && column == name)
-        return QString::fromStdString(oneLine(part.name) + ", " + signedBytes(part.delta()));
+        return QString(QString::fromStdString(oneLine(part.name)) + QStringLiteral(", ")
+                       + shownText(signedBytes(part.delta())));
     if (role != Qt::DisplayRole && role != Qt::AccessibleTextRole)
         return {};
     switch (column) {
@@ -150,7 +151,7 @@ QVariant GrowthModel::partData(const StorageContribution& part, int column, int 
     case after:
         return wordsHere(byteString(part.after));
     case change:
-        return QString::fromStdString(signedBytes(part.delta()));
+        return shownText(signedBytes(part.delta()));
     default:
         return {};
     }

@@ -126,7 +126,7 @@ void StorageChartPainter::drawGrid() const {
         painter.drawLine(QPointF(mirrored(layout.left), sharp),
                          QPointF(mirrored(layout.right), sharp));
         drawText({20, y - line / 2, layout.left - 20 - padding, line},
-                 Qt::AlignTrailing | Qt::AlignVCenter, QString::fromStdString(label), small, dim());
+                 Qt::AlignTrailing | Qt::AlignVCenter, shownText(label), small, dim());
     }
     for (const auto& [x, label] : layout.dates) {
         const double width =
@@ -193,8 +193,8 @@ void StorageChartPainter::drawBreaks() const {
             i + 1 < chart.breaks.size() ? layout.x(chart.breaks[i + 1].at) : layout.right;
         if (next - x > narrowestGapText)
             drawText({x + 5, layout.bottom - line - 14, next - x - 10, line},
-                     Qt::AlignLeading | Qt::AlignVCenter,
-                     QString::fromStdString(chart.breaks[i].text), small, dim());
+                     Qt::AlignLeading | Qt::AlignVCenter, shownText(chart.breaks[i].text), small,
+                     dim());
     }
 }
 
@@ -297,8 +297,8 @@ void StorageChartPainter::drawLatest() const {
     const double room = look.area.width() - layout.right - 2 * padding - 4;
     const double first = std::clamp(y - line, layout.top - 4, layout.bottom - 2 * line);
     const QRectF name(layout.right + padding + 4, first, room, line);
-    drawText(name, Qt::AlignLeading | Qt::AlignVCenter, shownText(oneLine(chart.subject.name)),
-             look.font, strong());
+    drawText(name, Qt::AlignLeading | Qt::AlignVCenter,
+             shownFolderName(chart.subject.path, oneLine(chart.subject.name)), look.font, strong());
     drawText(name.translated(0, line), Qt::AlignLeading | Qt::AlignVCenter,
              wordsHere(byteString(last.bytes)), fonts::bold(look.font), strong());
 }
@@ -380,13 +380,15 @@ void StorageChartPainter::drawReading(const ChartReading& reading, double x) con
     const int headingHeight = QFontMetrics(heading).height();
     const int line = QFontMetrics(small).height() + 1;
     const QString title = shownText(reading.title);
-    int width = QFontMetrics(heading).horizontalAdvance(title);
+    QStringList lines;
+    // The first line is a size and a time; the others can have names in them.
     for (const auto& text : reading.lines)
-        width =
-            std::max(width, QFontMetrics(small).horizontalAdvance(QString::fromStdString(text)));
+        lines += lines.isEmpty() ? shownParts(text, " · ") : shownText(text);
+    int width = QFontMetrics(heading).horizontalAdvance(title);
+    for (const QString& text : lines)
+        width = std::max(width, QFontMetrics(small).horizontalAdvance(text));
     width = std::min(width + 2 * padding + 12, static_cast<int>(layout.right - layout.left));
-    const int height =
-        headingHeight + line * static_cast<int>(reading.lines.size()) + 2 * padding - 2;
+    const int height = headingHeight + line * static_cast<int>(lines.size()) + 2 * padding - 2;
     const QRectF place = clearestPlace(x, QSizeF(width, height));
     const QRect panel = visual(place);
     painter.setPen(QPen(look.palette.color(QPalette::Active, QPalette::Midlight), 1));
@@ -398,8 +400,8 @@ void StorageChartPainter::drawReading(const ChartReading& reading, double x) con
     drawText(row, Qt::AlignLeading | Qt::AlignVCenter, title, heading, strong());
     row.translate(0, headingHeight);
     row.setHeight(line);
-    for (const auto& text : reading.lines) {
-        drawText(row, Qt::AlignLeading | Qt::AlignVCenter, shownText(text), small, dim());
+    for (const QString& text : lines) {
+        drawText(row, Qt::AlignLeading | Qt::AlignVCenter, text, small, dim());
         row.translate(0, line);
     }
 }

@@ -1,7 +1,9 @@
 #include "views/translations/CorePatterns.h"
 
 #include <QCoreApplication>
+#include <algorithm>
 #include <array>
+#include <string>
 #include <utility>
 
 namespace tidemark {
@@ -29,7 +31,7 @@ constexpr std::array patterns{
     QT_TRANSLATE_NOOP("core", "Toggle %1 in the timeline filter"),
     QT_TRANSLATE_NOOP("core", "%1 events · observed history"),
     QT_TRANSLATE_NOOP("core", "Couldn’t save the export. %1"),
-    QT_TRANSLATE_NOOP("core", "Allocated File Storage: %1"),
+    QT_TRANSLATE_NOOP("core", "No comparable size at both ends: %1."),
     QT_TRANSLATE_NOOP("core", "Delete the snapshot “%1”?"),
     QT_TRANSLATE_NOOP("core", "%1 Configuration Changed"),
     QT_TRANSLATE_NOOP("core", "%1 Installation Recorded"),
@@ -47,6 +49,8 @@ constexpr std::array patterns{
     QT_TRANSLATE_NOOP("core", "%1 Disconnected"),
     QT_TRANSLATE_NOOP("core", "Custom: %1 days"),
     QT_TRANSLATE_NOOP("core", "Custom: %1 day"),
+    QT_TRANSLATE_NOOP("core", "New volume: %1"),
+    QT_TRANSLATE_NOOP("core", "Snapshot: %1"),
     QT_TRANSLATE_NOOP("core", "%1 Installed"),
     QT_TRANSLATE_NOOP("core", "%1 Connected"),
     QT_TRANSLATE_NOOP("core", "%1 Updated"),
@@ -91,23 +95,39 @@ QString fromUtf8(std::string_view text) {
     return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
 }
 
-/// A length of time such as "3 days" in the language of the user; everything else as it is.
-QString shownLength(std::string_view text) {
-    for (const char* pattern : lengthPatterns()) {
-        const auto number = partsOf(text, pattern);
-        if (number && number->first.find_first_not_of("0123456789") == text.npos)
-            return translation(pattern).arg(fromUtf8(number->first));
-    }
-    return fromUtf8(text);
+bool isNumber(std::string_view text) {
+    return !text.empty() && text.find_first_not_of("0123456789") == text.npos;
 }
 
-std::optional<QString> translatedBy(std::span<const char* const> all, std::string_view text) {
+/// By the first of the patterns that the text is of, with a number for each "%1" and "%2".
+std::optional<QString> ofNumbers(std::span<const char* const> all, std::string_view text) {
+    for (const char* pattern : all) {
+        const auto parts = partsOf(text, pattern);
+        if (!parts || !isNumber(parts->first))
+            continue;
+        if (parts->second.empty())
+            return translation(pattern).arg(fromUtf8(parts->first));
+        if (isNumber(parts->second))
+            return translation(pattern).arg(fromUtf8(parts->first), fromUtf8(parts->second));
+    }
+    return std::nullopt;
+}
+
+/// Quantities without a number.
+constexpr std::array wordedQuantities{"less than a minute", "Under a minute", "Zero KB"};
+
+QString shownQuantity(std::string_view text) {
+    return translatedQuantity(text).value_or(fromUtf8(text));
+}
+
+std::optional<QString> translatedBy(std::span<const char* const> all, std::string_view text,
+                                    QString (*shownInside)(std::string_view)) {
     for (const char* pattern : all)
         if (const auto parts = partsOf(text, pattern))
             // In one step, since a name can contain "%2".
-            return parts->second.empty() ? translation(pattern).arg(shownLength(parts->first))
-                                         : translation(pattern).arg(shownLength(parts->first),
-                                                                    shownLength(parts->second));
+            return parts->second.empty() ? translation(pattern).arg(shownInside(parts->first))
+                                         : translation(pattern).arg(shownInside(parts->first),
+                                                                    shownInside(parts->second));
     return std::nullopt;
 }
 
@@ -118,13 +138,26 @@ std::span<const char* const> corePatterns() {
 }
 
 std::optional<QString> translatedByPattern(std::string_view text) {
-    if (auto shown = translatedBy(corePatterns(), text))
+    if (auto shown = translatedBy(corePatterns(), text, fromUtf8))
         return shown;
-    return translatedBy(growthPatterns(), text);
+    return translatedBy(growthPatterns(), text, shownQuantity);
 }
 
 std::optional<QString> translatedPart(std::string_view part) {
-    return translatedBy(partPatterns(), part);
+    return translatedBy(partPatterns(), part, shownQuantity);
+}
+
+std::optional<QString> translatedQuantity(std::string_view text) {
+    if (std::ranges::find(wordedQuantities, text) != wordedQuantities.end())
+        return translation(std::string(text).c_str());
+    // "At least" is written before a size as "≥ ".
+    for (const std::string_view sign : {"+", "−", "≥ "})
+        if (text.starts_with(sign)) {
+            const auto shown = ofNumbers(sizePatterns(), text.substr(sign.size()));
+            return shown ? std::optional(fromUtf8(sign) + *shown) : std::nullopt;
+        }
+    auto shown = ofNumbers(sizePatterns(), text);
+    return shown ? shown : ofNumbers(lengthPatterns(), text);
 }
 
 } // namespace tidemark

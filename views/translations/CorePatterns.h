@@ -8,22 +8,27 @@
 namespace tidemark {
 
 /// The sentences that the core puts together from a fixed part and one or two that are not, which
-/// stand for "%1" and "%2", such as the name of a folder or a number. Sources of translations in
-/// the context "core".
+/// stand for "%1" and "%2" and stay as they are, such as the name of a folder. Sources of
+/// translations in the context "core".
 std::span<const char* const> corePatterns();
-/// The same, of sizes over time and of times without captures.
+/// The same, whose other parts are sizes, lengths of time, dates and numbers.
 std::span<const char* const> growthPatterns();
 /// Lengths of time: "%1 days".
 std::span<const char* const> lengthPatterns();
+/// Sizes: "%1.%2 GB", in which a language has its own sign between the two numbers.
+std::span<const char* const> sizePatterns();
 
 /// Parts of texts that have several, such as "%1 remaining". They are too short to be looked for in
 /// a text that may be a name.
 std::span<const char* const> partPatterns();
 
-/// The text in the language of the user, when it is one of these sentences. What stands for "%1"
-/// and "%2" stays as it is, unless it is a length of time.
+/// The text in the language of the user, when it is one of the sentences of `corePatterns` or
+/// `growthPatterns`.
 std::optional<QString> translatedByPattern(std::string_view text);
 /// The same by `partPatterns`.
 std::optional<QString> translatedPart(std::string_view part);
+/// A size or a length of time, such as "+1.2 GB" or "3 days", in the language of the user; absent
+/// for any other text.
+std::optional<QString> translatedQuantity(std::string_view text);
 
 } // namespace tidemark

@@ -37,6 +37,7 @@ constexpr std::array texts{
     QT_TRANSLATE_NOOP("core", "The folders you monitor have the same size."),
     QT_TRANSLATE_NOOP("core", "No size is known at both ends of this period."),
     QT_TRANSLATE_NOOP("core", "less than a minute"),
+    QT_TRANSLATE_NOOP("core", "Under a minute"),
 };
 
 /// Where one fits inside of another, the longer one comes first.
@@ -51,28 +52,38 @@ constexpr std::array patterns{
     QT_TRANSLATE_NOOP("core", "%1 more free; %2 of it in folders you monitor."),
     QT_TRANSLATE_NOOP("core", "The folders you monitor shrank by %1."),
     QT_TRANSLATE_NOOP("core", "The folders you monitor grew by %1."),
-    QT_TRANSLATE_NOOP("core", "No comparable size at both ends: %1."),
     QT_TRANSLATE_NOOP("core", "Nothing was observed for %1, in %2 gaps."),
     QT_TRANSLATE_NOOP("core", "Nothing was observed for %1."),
     QT_TRANSLATE_NOOP("core", "A place was not read for %1"),
     QT_TRANSLATE_NOOP("core", "Not observed %1 times, %2 in total"),
     QT_TRANSLATE_NOOP("core", "Nothing observed for %1"),
     QT_TRANSLATE_NOOP("core", "%1 without a size"),
-    QT_TRANSLATE_NOOP("core", "New volume: %1"),
-    QT_TRANSLATE_NOOP("core", "Snapshot: %1"),
+    QT_TRANSLATE_NOOP("core", "Allocated File Storage: %1"),
     QT_TRANSLATE_NOOP("core", "and %1 more"),
     QT_TRANSLATE_NOOP("core", "%1 less free."),
     QT_TRANSLATE_NOOP("core", "%1 more free."),
+    QT_TRANSLATE_NOOP("core", "%1 · since %2"),
     QT_TRANSLATE_NOOP("core", "%1, since %2"),
     QT_TRANSLATE_NOOP("core", "%1 since %2"),
 };
 
 constexpr std::array lengths{
-    QT_TRANSLATE_NOOP("core", "%1 years"),   QT_TRANSLATE_NOOP("core", "%1 year"),
-    QT_TRANSLATE_NOOP("core", "%1 months"),  QT_TRANSLATE_NOOP("core", "%1 month"),
-    QT_TRANSLATE_NOOP("core", "%1 days"),    QT_TRANSLATE_NOOP("core", "%1 day"),
-    QT_TRANSLATE_NOOP("core", "%1 hours"),   QT_TRANSLATE_NOOP("core", "%1 hour"),
-    QT_TRANSLATE_NOOP("core", "%1 minutes"), QT_TRANSLATE_NOOP("core", "%1 minute"),
+    QT_TRANSLATE_NOOP("core", "%1 years"),     QT_TRANSLATE_NOOP("core", "%1 year"),
+    QT_TRANSLATE_NOOP("core", "%1 months"),    QT_TRANSLATE_NOOP("core", "%1 month"),
+    QT_TRANSLATE_NOOP("core", "%1 days"),      QT_TRANSLATE_NOOP("core", "%1 day"),
+    QT_TRANSLATE_NOOP("core", "%1 hours"),     QT_TRANSLATE_NOOP("core", "%1 hour"),
+    QT_TRANSLATE_NOOP("core", "%1 minutes"),   QT_TRANSLATE_NOOP("core", "%1 minute"),
+    QT_TRANSLATE_NOOP("core", "%1 hr %2 min"), QT_TRANSLATE_NOOP("core", "%1 min"),
+};
+
+constexpr std::array sizes{
+    QT_TRANSLATE_NOOP("core", "%1 bytes"), QT_TRANSLATE_NOOP("core", "%1 byte"),
+    QT_TRANSLATE_NOOP("core", "%1 KB"),    QT_TRANSLATE_NOOP("core", "%1.%2 MB"),
+    QT_TRANSLATE_NOOP("core", "%1 MB"),    QT_TRANSLATE_NOOP("core", "%1.%2 GB"),
+    QT_TRANSLATE_NOOP("core", "%1 GB"),    QT_TRANSLATE_NOOP("core", "%1.%2 TB"),
+    QT_TRANSLATE_NOOP("core", "%1 TB"),    QT_TRANSLATE_NOOP("core", "%1.%2 PB"),
+    QT_TRANSLATE_NOOP("core", "%1 PB"),    QT_TRANSLATE_NOOP("core", "%1.%2 EB"),
+    QT_TRANSLATE_NOOP("core", "%1 EB"),
 };
 
 } // namespace
@@ -87,6 +98,10 @@ std::span<const char* const> growthPatterns() {
 
 std::span<const char* const> lengthPatterns() {
     return lengths;
+}
+
+std::span<const char* const> sizePatterns() {
+    return sizes;
 }
 
 } // namespace tidemark

@@ -2077,6 +2077,74 @@ Alle Änderungen, unabhängig von den Schwellen der Zeitleiste.</translation>
         <translation>Für Anfang und Ende dieser Zeit ist keine Größe bekannt.</translation>
     </message>
     <message>
+        <source>Under a minute</source>
+        <translation>Unter einer Minute</translation>
+    </message>
+    <message>
+        <source>%1 · since %2</source>
+        <translation>%1 · seit %2</translation>
+    </message>
+    <message>
+        <source>%1 hr %2 min</source>
+        <translation>%1 Std. %2 Min.</translation>
+    </message>
+    <message>
+        <source>%1 min</source>
+        <translation>%1 Min.</translation>
+    </message>
+    <message>
+        <source>%1 bytes</source>
+        <translation>%1 Bytes</translation>
+    </message>
+    <message>
+        <source>%1 byte</source>
+        <translation>%1 Byte</translation>
+    </message>
+    <message>
+        <source>%1 KB</source>
+        <translation>%1 KB</translation>
+    </message>
+    <message>
+        <source>%1.%2 MB</source>
+        <translation>%1,%2 MB</translation>
+    </message>
+    <message>
+        <source>%1 MB</source>
+        <translation>%1 MB</translation>
+    </message>
+    <message>
+        <source>%1.%2 GB</source>
+        <translation>%1,%2 GB</translation>
+    </message>
+    <message>
+        <source>%1 GB</source>
+        <translation>%1 GB</translation>
+    </message>
+    <message>
+        <source>%1.%2 TB</source>
+        <translation>%1,%2 TB</translation>
+    </message>
+    <message>
+        <source>%1 TB</source>
+        <translation>%1 TB</translation>
+    </message>
+    <message>
+        <source>%1.%2 PB</source>
+        <translation>%1,%2 PB</translation>
+    </message>
+    <message>
+        <source>%1 PB</source>
+        <translation>%1 PB</translation>
+    </message>
+    <message>
+        <source>%1.%2 EB</source>
+        <translation>%1,%2 EB</translation>
+    </message>
+    <message>
+        <source>%1 EB</source>
+        <translation>%1 EB</translation>
+    </message>
+    <message>
         <source>less than a minute</source>
         <translation>weniger als eine Minute</translation>
     </message>

@@ -23,6 +23,12 @@ QString plainText(QString text) {
     return text.replace(u'&', QStringLiteral("&&"));
 }
 
+/// Files, programs and clips keep their names.
+QString labelOf(const MenuEntry& entry) {
+    const bool isNamed = entry.event && entry.event->memory;
+    return plainText(isNamed ? QString::fromStdString(entry.label) : shownText(entry.label));
+}
+
 } // namespace
 
 TrayCompanion::TrayCompanion(const Uses& used) : uses(used), menu(std::make_unique<QMenu>()) {
@@ -96,13 +102,13 @@ void TrayCompanion::add(const MenuEntry& entry) {
     }
     if (entry.kind == MenuEntry::Kind::clip)
         return addClip(entry);
-    auto* action = menu->addAction(symbolIcon(entry.symbol), plainText(shownText(entry.label)));
+    auto* action = menu->addAction(symbolIcon(entry.symbol), labelOf(entry));
     action->setEnabled(entry.isEnabled);
     connect(action, &QAction::triggered, this, [this, entry] { choose(entry); });
 }
 
 void TrayCompanion::addClip(const MenuEntry& entry) {
-    auto* clip = menu->addMenu(symbolIcon(entry.symbol), plainText(shownText(entry.label)));
+    auto* clip = menu->addMenu(symbolIcon(entry.symbol), labelOf(entry));
     const Shared<Event> event = entry.event.value();
     clip->addAction(wordsHere(menuText::copyClip), this,
                     [this, event] { uses.clipboard.copyAgain(*event->memory); });

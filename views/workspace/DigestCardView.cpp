@@ -30,7 +30,7 @@ QString countText(const HistoryDigest::Count& count) {
 }
 
 QString sizeText(const GrowthItem& item) {
-    return isolated(QString::fromStdString(digestText::change(item)))
+    return isolated(shownPart(digestText::change(item)))
            + (item.change() > 0 ? QStringLiteral(" ▲") : QStringLiteral(" ▼"));
 }
 

@@ -34,10 +34,10 @@ Label* wrapping(Label* made) {
     return made;
 }
 
-QString shortened(const std::string& text) {
-    return text.size() <= mostBytes
-               ? shownText(text)
-               : QString::fromUtf8(text.data(), mostBytes) + QStringLiteral("…");
+QString shortened(const std::string& text, bool isNamed) {
+    if (text.size() > mostBytes)
+        return QString::fromUtf8(text.data(), mostBytes) + QStringLiteral("…");
+    return isNamed ? QString::fromStdString(text) : shownText(text);
 }
 
 /// The two times of an interval within one day on a line of their own.
@@ -49,17 +49,17 @@ QString withTimesBelow(QString text) {
 }
 
 /// Lets a text without blanks wrap at its slashes.
-QString breakable(const std::string& text) {
-    QString shown = withTimesBelow(shortened(text));
+QString breakable(const std::string& text, bool isNamed) {
+    QString shown = withTimesBelow(shortened(text, isNamed));
     return isolated(shown.replace(u'/', QStringLiteral("/\u200B")));
 }
 
-QLabel* valueLabel(const std::string& text) {
-    return wrapping(new QLabel(breakable(text)));
+QLabel* valueLabel(const std::string& text, bool isNamed = false) {
+    return wrapping(new QLabel(breakable(text, isNamed)));
 }
 
-DimLabel* nameLabel(const std::string& text) {
-    return wrapping(new DimLabel(isolated(shortened(text))));
+DimLabel* nameLabel(const std::string& text, bool isNamed = false) {
+    return wrapping(new DimLabel(isolated(shortened(text, isNamed))));
 }
 
 DimLabel* sentenceLabel(const std::string& text) {
@@ -92,7 +92,7 @@ public:
     void add(const InspectionRow& row) {
         const int at = layout->rowCount();
         layout->addWidget(nameLabel(row.label), at, 0, 1, 5);
-        layout->addWidget(valueLabel(row.value), at, 5, 1, columns - 5);
+        layout->addWidget(valueLabel(row.value, row.isNamed), at, 5, 1, columns - 5);
     }
 
     void addHeader() {
@@ -103,7 +103,7 @@ public:
 
     void add(const InspectionChange& change) {
         const int at = layout->rowCount();
-        layout->addWidget(nameLabel(change.subject), at, 0, 1, 4);
+        layout->addWidget(nameLabel(change.subject, change.isNamed), at, 0, 1, 4);
         layout->addWidget(valueLabel(change.before), at, 4, 1, 4);
         layout->addWidget(valueLabel(change.after), at, 8, 1, 4);
     }
@@ -114,13 +114,14 @@ public:
         const QString sizes =
             shownText(change.before) + QStringLiteral(" → ") + shownText(change.after);
         auto* name = new ElidedLabel(Qt::ElideMiddle);
-        name->setText(shortened(change.subject));
+        const QString subject = shortened(change.subject, change.isNamed);
+        name->setText(subject);
         auto* bar = new ShareBar(static_cast<double>(*change.growth)
                                  / static_cast<double>(std::max<std::int64_t>(1, largest)));
-        auto* growth = new QLabel(isolated(QString::fromStdString(signedBytes(*change.growth))));
+        auto* growth = new QLabel(isolated(shownText(signedBytes(*change.growth))));
         growth->setAlignment(Qt::AlignTrailing | Qt::AlignVCenter);
         for (QWidget* widget : std::initializer_list<QWidget*>{name, bar, growth}) {
-            widget->setToolTip(shortened(change.subject) + QStringLiteral("\n") + sizes);
+            widget->setToolTip(subject + QStringLiteral("\n") + sizes);
             widget->setAccessibleDescription(sizes);
         }
         layout->addWidget(name, at, 0, 1, 5);

@@ -29,6 +29,18 @@ std::string rowsOf(const EventInspection& inspection) {
     return text;
 }
 
+/// What is marked as a name, with a comma after each.
+std::string namesIn(const EventInspection& inspection) {
+    std::string names;
+    for (const auto& section : inspection.sections) {
+        for (const auto& row : section.rows)
+            names += row.isNamed ? row.value + "," : "";
+        for (const auto& change : section.changes)
+            names += change.isNamed ? change.subject + "," : "";
+    }
+    return names;
+}
+
 EventInspection inspected(const Event& event, const Snapshot* latest = nullptr) {
     return EventInspection::of(event, latest, false, Calendar("UTC"));
 }
@@ -189,6 +201,7 @@ TEST(EventInspection, ShowsWhichPartsOfAFolderChanged) {
               "Folder path: /r\nLatest observation: Present at last observation\n"
               "b +2 GB: Zero KB → 2 GB\nNet change: +500 MB\n"
               "Size recorded: Date not recorded → Date not recorded\nr: 1 GB → 3.5 GB\n");
+    EXPECT_EQ(namesIn(known), "/r,b,r,");
     ASSERT_EQ(known.actions.size(), 1);
     EXPECT_EQ(known.actions.front().command, InspectionCommand::inspectFolderSizes);
     const auto unknown = inspectedFolder(test::folder("/r", 1'000'000'000),
