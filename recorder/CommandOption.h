@@ -2,6 +2,7 @@
 
 #include "core/base/Error.h"
 
+#include <array>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -21,8 +22,9 @@ struct OptionForm {
     /// True when it is given by position and not by name.
     bool isPositional = false;
     bool isRequired = false;
-    /// The name of an option that can't be given together with this one.
-    std::string_view excludes{};
+    /// The names of options that can't be given together with this one; those that are empty stand
+    /// for none.
+    std::array<std::string_view, 5> excludes{};
     /// The placeholder of the value in the help; if empty, one that depends on the type.
     std::string_view valueName{};
 };

@@ -3,6 +3,7 @@
 #include "core/presentation/WorkspaceDestination.h"
 #include "core/records/EventCategory.h"
 #include "recorder/CommandOption.h"
+#include "recorder/HistoryTime.h"
 #include "recorder/OptionValue.h"
 
 #include <optional>
@@ -40,7 +41,11 @@ struct HistoryFilter {
 
     static constexpr auto fields() {
         return std::tuple{
-            Option{"since", &HistoryFilter::since, sinceHelp, {.excludes = "window"}},
+            Option{"since",
+                   &HistoryFilter::since,
+                   sinceHelp,
+                   {.excludes = {"window"}},
+                   &historyTime::checkSince},
             Option{"window",
                    &HistoryFilter::window,
                    "The same as day, threeDays, week, month, all or a number of days (10d)",
@@ -54,7 +59,7 @@ struct HistoryFilter {
     }
 };
 
-/// The filtered history. Throws `Error` for an invalid time.
+/// The filtered history.
 HistoryView filtered(const HistoryReading& reading, const HistoryFilter& filter);
 
 } // namespace tidemark

@@ -1,7 +1,7 @@
 #include "recorder/HistoryTime.h"
 
 #include "app/preferences/PreferenceKeys.h"
-#include "core/base/Error.h"
+#include "recorder/CommandOption.h"
 
 #include <charconv>
 #include <chrono>
@@ -55,7 +55,16 @@ Date since(const std::string& text, Date now) {
             return now + -count * *unit;
     if (const auto date = localMidnight(text))
         return *date;
-    throw Error("\"" + text + "\" is no time: say 12h, 7d, 3w or a date such as 2026-05-31.");
+    throw UsageError("\"" + text + "\" is no time: say 12h, 7d, 3w or a date such as 2026-05-31");
+}
+
+void checkSince(const std::string& text) {
+    since(text, Date{});
+}
+
+void checkSince(const std::optional<std::string>& text) {
+    if (text)
+        checkSince(*text);
 }
 
 std::optional<std::int64_t> days(const std::string& text) {

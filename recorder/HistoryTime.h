@@ -10,8 +10,12 @@
 namespace tidemark::historyTime {
 
 /// The time given as "12h", "7d" or "3w" before `now`, or as "2026-05-31", meaning local midnight.
-/// The empty text is the distant past. Throws `Error` for anything else.
+/// The empty text is the distant past. Throws `UsageError` for anything else.
 Date since(const std::string& text, Date now);
+
+/// The check of an option with such a time: throws `UsageError` for a text that `since` can't read.
+void checkSince(const std::string& text);
+void checkSince(const std::optional<std::string>& text);
 
 /// The days of a custom time window: "10d", from "1d" to "365d".
 std::optional<std::int64_t> days(const std::string& text);

@@ -110,11 +110,10 @@ public:
         forEachOption([&](const auto& option) {
             detail::checkOption(option.name, option.form,
                                 [&] { checkValue(values.*option.member, option.check); });
-            if (!option.form.excludes.empty() && isGiven(option.name)
-                && isGiven(option.form.excludes))
-                throw UsageError("--" + std::string(option.name)
-                                 + " can't be given together with --"
-                                 + std::string(option.form.excludes));
+            for (const auto& excluded : option.form.excludes)
+                if (!excluded.empty() && isGiven(option.name) && isGiven(excluded))
+                    throw UsageError("--" + std::string(option.name)
+                                     + " can't be given together with --" + std::string(excluded));
         });
     }
 

@@ -46,9 +46,9 @@ struct ObserveOptions {
         constexpr OptionForm folder{.valueName = "DIR"};
         // ObserveOptions that can't be given with --root: their sources are read only on this
         // machine.
-        constexpr OptionForm here{.excludes = "root"};
-        constexpr OptionForm folderHere{.excludes = "root", .valueName = "DIR"};
-        constexpr OptionForm fileHere{.excludes = "root", .valueName = "FILE"};
+        constexpr OptionForm here{.excludes = {"root"}};
+        constexpr OptionForm folderHere{.excludes = {"root"}, .valueName = "DIR"};
+        constexpr OptionForm fileHere{.excludes = {"root"}, .valueName = "FILE"};
         return std::tuple{
             Option{"root", &ObserveOptions::root,
                    "Observe the machine whose root folder is DIR instead of this one", folder},

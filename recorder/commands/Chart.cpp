@@ -29,12 +29,14 @@ struct ChartOptions {
                    "Name or path of a folder; \"free\", which is also taken without one, for free "
                    "space",
                    {.isPositional = true}},
-            Option{"since", &ChartOptions::since, sinceHelp},
+            Option{"since", &ChartOptions::since, sinceHelp, {}, &historyTime::checkSince},
             Option{"width", &ChartOptions::width,
                    "Columns of the drawing, instead of those of the terminal"},
             Option{"table", &ChartOptions::table, "Show the sizes as a table instead"},
-            Option{
-                "json", &ChartOptions::json, "Print JSON instead of text", {.excludes = "table"}}};
+            Option{"json",
+                   &ChartOptions::json,
+                   "Print JSON instead of text",
+                   {.excludes = {"table"}}}};
     }
 };
 

@@ -12,7 +12,8 @@ struct CoverageOptions {
     std::optional<std::string> since;
 
     static constexpr auto fields() {
-        return std::tuple{Option{"since", &CoverageOptions::since, sinceHelp}};
+        return std::tuple{
+            Option{"since", &CoverageOptions::since, sinceHelp, {}, &historyTime::checkSince}};
     }
 };
 

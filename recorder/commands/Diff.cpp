@@ -33,7 +33,7 @@ struct DiffOptions {
             Option{"json",
                    &DiffOptions::json,
                    "Print stored JSON instead of text",
-                   {.excludes = "report"}},
+                   {.excludes = {"report"}}},
             Option{"output",
                    &DiffOptions::output,
                    "File to write; without it the differences are printed",

@@ -17,8 +17,9 @@ struct DigestOptions {
     bool json = false;
 
     static constexpr auto fields() {
-        return std::tuple{Option{"since", &DigestOptions::since, sinceHelp},
-                          Option{"json", &DigestOptions::json, "Print JSON instead of text"}};
+        return std::tuple{
+            Option{"since", &DigestOptions::since, sinceHelp, {}, &historyTime::checkSince},
+            Option{"json", &DigestOptions::json, "Print JSON instead of text"}};
     }
 };
 

@@ -12,7 +12,7 @@ namespace {
 struct ExportHistoryOptions : HistoryFilter {
     HistoryExport::Format format{};
     bool includePrivate = false;
-    /// Exports the daily sizes instead of events; the filters have no effect on them.
+    /// Exports the daily sizes instead of events, to which the filters do not apply.
     bool sizes = false;
     /// The file is written by the process of the command line.
     std::optional<FilePath> output;
@@ -29,7 +29,7 @@ struct ExportHistoryOptions : HistoryFilter {
                        Option{"sizes",
                               &ExportHistoryOptions::sizes,
                               "Export the sizes of each day, of up to ten years, instead of events",
-                              {.excludes = "since"}},
+                              {.excludes = {"since", "window", "category", "place", "search"}}},
                        Option{"output",
                               &ExportHistoryOptions::output,
                               "File to write; without it the report is printed",

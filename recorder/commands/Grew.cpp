@@ -25,7 +25,7 @@ struct GrewOptions {
 
     static constexpr auto fields() {
         return std::tuple{
-            Option{"since", &GrewOptions::since, sinceHelp},
+            Option{"since", &GrewOptions::since, sinceHelp, {}, &historyTime::checkSince},
             Option{"limit", &GrewOptions::limit, "The most items to show", {}, &checkLimit},
             Option{"json", &GrewOptions::json, "Print JSON instead of text"}};
     }

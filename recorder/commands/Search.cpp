@@ -20,7 +20,7 @@ struct SearchOptions {
             Option{"text",
                    &SearchOptions::text,
                    "Text to search for",
-                   {.isPositional = true, .excludes = "panel"}},
+                   {.isPositional = true, .excludes = {"panel"}}},
             Option{"panel", &SearchOptions::panel,
                    "Open the search panel of tidemark-desktop instead"},
             Option{"ids", &SearchOptions::ids, eventIDsHelp},
