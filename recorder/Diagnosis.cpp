@@ -129,9 +129,10 @@ std::vector<std::string> findProblems(const Diagnosis& diagnosis) {
     }
     if (diagnosis.freeBytes && *diagnosis.freeBytes < littleSpace)
         add("There is hardly any free space: " + byteString(*diagnosis.freeBytes) + ".");
-    const auto last = diagnosis.recorder.lastCapture;
-    if (last && *last - diagnosis.clock > allowedClockError)
-        add("The clock shows a time before the last capture.");
+    const auto latest = diagnosis.latestCapture;
+    if (latest && *latest - diagnosis.clock > allowedClockError)
+        add("The clock was set back: there are captures dated up to " + historyTime::moment(*latest)
+            + ", in the future.");
     return problems;
 }
 

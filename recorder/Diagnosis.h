@@ -42,6 +42,8 @@ struct Diagnosis {
     /// What the last capture found, and what it could not read.
     std::vector<MonitorStatus> collectors;
     std::vector<std::string> issues;
+    /// The latest date of all captures; after `clock` when that was set back.
+    std::optional<Date> latestCapture;
     std::vector<Setting> settings;
     std::vector<ServiceReport> services;
     std::vector<DocumentReport> documents;
@@ -60,6 +62,7 @@ struct Diagnosis {
                           Field{"recorder", &Diagnosis::recorder},
                           Field{"collectors", &Diagnosis::collectors},
                           Field{"issues", &Diagnosis::issues, Shown},
+                          Field{"latestCapture", &Diagnosis::latestCapture},
                           Field{"settings", &Diagnosis::settings},
                           Field{"services", &Diagnosis::services},
                           Field{"documents", &Diagnosis::documents},
@@ -74,7 +77,7 @@ namespace diagnosis {
 std::vector<MonitorStatus> collectors(const Snapshot& snapshot);
 
 /// What is wrong according to the rest of the diagnosis: documents that can't be read or that
-/// others can read, a clock before the last capture, hardly any space.
+/// others can read, captures later than the clock, hardly any space.
 std::vector<std::string> findProblems(const Diagnosis& diagnosis);
 
 /// The diagnosis as lines of text.

@@ -129,6 +129,9 @@ private:
                 return;
             const auto& last = *journal.snapshots.back();
             found.collectors = diagnosis::collectors(last);
+            for (const auto& snapshot : journal.snapshots)
+                found.latestCapture =
+                    std::max(found.latestCapture, std::optional(snapshot->timestamp));
             std::ranges::transform(last.coverage.issues, std::back_inserter(found.issues),
                                    withoutFolderName);
         } catch (const Error&) {

@@ -1,6 +1,9 @@
 #include "core/base/JsonEncoder.h"
+#include "core/journal/Journal.h"
 #include "core/memory/MemoryArchive.h"
 #include "tests/cli/RecorderProgram.h"
+#include "tests/support/Observations.h"
+#include "tests/support/SharedRecords.h"
 
 #include <pwd.h>
 
@@ -102,6 +105,13 @@ TEST_F(Doctor, ReportsWhatIsWrongWithDocumentsWithoutPrivateDetails) {
                     "object, found an array.",
                     "  recorder-runs.json could not be read: No such file or directory.",
                     "Others can reach this: journal.json, mode 0644."});
+    // The clock was ahead once; one capture has been taken since.
+    Journal journal;
+    Snapshot ahead = test::snapshot(1);
+    ahead.timestamp = Date{4e9};
+    journal.snapshots = test::shared(std::move(ahead), test::snapshot(2));
+    folder.write(secret + "/data/Tidemark/journal.json", json::encoded(journal));
+    expectProblems({"The clock was set back: there are captures dated up to "});
     folder.write(secret + "/data/Tidemark/journal.json", "{\"schemaVersion\":9,\"snapshots\":[],"
                                                          "\"events\":[],\"baselines\":[]}");
     expectProblems({"journal.json is of version 9, which this release can't read."});

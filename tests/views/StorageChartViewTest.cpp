@@ -82,6 +82,30 @@ TEST(StorageChartView, ChoosesAnEventByAClickAndByAKey) {
     EXPECT_EQ(chosen.size(), 2U);
 }
 
+TEST(StorageChartView, ShowsCapturesWithinSecondsAsADot) {
+    auto chart = std::make_shared<StorageChart>();
+    const std::int64_t size = 1'000'000'000;
+    for (const double at : {0.0, 3 * day, 3 * day + 10, 6 * day})
+        chart->points.push_back({.at = Date{at}, .bytes = size, .snapshot = Uuid::random()});
+    chart->lines = {{.first = 0, .count = 1}, {.first = 1, .count = 2}, {.first = 3, .count = 1}};
+    chart->through = Date{6 * day};
+    chart->least = chart->most = size;
+    Chart shown;
+    shown.view.present(chart);
+    const QImage drawn = shown.view.grab().toImage();
+    const QColor ink = shown.view.palette().color(QPalette::Active, QPalette::Highlight);
+    const auto inked = [&](int part) {
+        const QRect around = shown.view.partArea(part);
+        int pixels = 0;
+        for (int x = around.left(); x <= around.right(); ++x)
+            for (int y = around.top(); y <= around.bottom(); ++y)
+                pixels += drawn.pixelColor(x, y) == ink ? 1 : 0;
+        return pixels;
+    };
+    EXPECT_GT(inked(0), 8) << "alone";
+    EXPECT_GE(inked(1), inked(0)) << "with another one after seconds";
+}
+
 TEST(StorageChartView, DrawsWithoutWaitingForThreads) {
     const std::filesystem::path threads = "/proc/self/task";
     if (!std::filesystem::exists(threads))

@@ -20,6 +20,7 @@ namespace {
 constexpr int padding = 8;
 constexpr int lineWidth = 2;
 constexpr double dotRadius = 4;
+constexpr double pointRadius = 2.5;
 constexpr double markRadius = 3.5;
 constexpr double markDistance = 6;
 constexpr double areaStrength = 0.1;
@@ -234,8 +235,10 @@ void StorageChartPainter::drawLines() const {
     painter.setPen(Qt::NoPen);
     painter.setBrush(accent());
     for (const auto& line : layout.lines)
-        if (line.size() == 1)
-            painter.drawEllipse(at(line.front()), lineWidth + 0.5, lineWidth + 0.5);
+        // Captures within seconds make a line that is too short to be seen.
+        if (line.back().x - line.front().x < 2 * pointRadius)
+            for (const auto& end : {line.front(), line.back()})
+                painter.drawEllipse(at(end), pointRadius, pointRadius);
 }
 
 /// Whole pixels are as sharp without smoothing and drawn faster.
