@@ -3,6 +3,7 @@
 #include "app/model/RecorderRuns.h"
 #include "app/preferences/JsonPreferences.h"
 #include "core/activity/SystemActivityStore.h"
+#include "core/base/DocumentVersion.h"
 #include "core/base/Documents.h"
 #include "core/growth/StorageHistoryStore.h"
 #include "core/journal/JournalStore.h"
@@ -48,17 +49,6 @@ constexpr auto readers = std::to_array<Reader>({
      }},
 });
 
-/// The keys of the version in different documents.
-struct VersionOnly {
-    std::optional<std::int64_t> version;
-    std::optional<std::int64_t> schemaVersion;
-
-    static constexpr auto fields() {
-        return std::tuple{Field{"version", &VersionOnly::version},
-                          Field{"schemaVersion", &VersionOnly::schemaVersion}};
-    }
-};
-
 std::string octal(mode_t mode) {
     std::array<char, 8> digits{};
     std::snprintf(digits.data(), digits.size(), "%04o", static_cast<unsigned>(mode & 07777));
@@ -89,8 +79,7 @@ std::optional<DocumentReport> reportOn(const std::string& name, const Path& path
 std::optional<std::int64_t> versionOf(const Path& document) {
     try {
         const auto bytes = readDocumentBytes(document);
-        const auto found = json::decode<VersionOnly>(bytes.value_or("{}"));
-        return found.schemaVersion ? found.schemaVersion : found.version;
+        return bytes ? documentVersion(*bytes) : std::nullopt;
     } catch (const Error&) {
         // The reader of the document reports it.
         return std::nullopt;

@@ -1,5 +1,7 @@
 #include "core/base/Documents.h"
 
+#include "core/base/DocumentVersion.h"
+
 namespace tidemark {
 
 namespace {
@@ -8,27 +10,6 @@ DocumentTooLarge tooLarge(const std::filesystem::path& file, std::string_view fa
     return DocumentTooLarge(
         file, std::string(failure) + ": it has more than 2 GB, the most a document may have",
         EFBIG);
-}
-
-/// The only fields that are read from a document of another release.
-struct VersionOnly {
-    std::optional<std::int64_t> schemaVersion;
-    std::optional<std::int64_t> version;
-
-    static constexpr auto fields() {
-        return std::tuple{Field{"schemaVersion", &VersionOnly::schemaVersion},
-                          Field{"version", &VersionOnly::version}};
-    }
-};
-
-/// Absent for a document without a version, and for one that is no JSON object.
-std::optional<std::int64_t> versionOf(std::string_view bytes) {
-    try {
-        const auto found = json::decode<VersionOnly>(bytes);
-        return found.schemaVersion ? found.schemaVersion : found.version;
-    } catch (const json::DecodingError&) {
-        return std::nullopt;
-    }
 }
 
 /// Creates the missing folders of a document. Returns the file to replace.
@@ -55,7 +36,7 @@ namespace detail {
 
 FileError undecodable(std::string_view bytes, const std::filesystem::path& file,
                       const char* problem, std::int64_t supported) {
-    const auto version = versionOf(bytes);
+    const auto version = documentVersion(bytes);
     if (version && *version != supported)
         return {file,
                 "is of version " + std::to_string(*version) + ", which this release can't read",

@@ -1,12 +1,11 @@
 #pragma once
 
 #include "tests/app/support/Await.h"
+#include "tests/desktop/ProgramEnvironment.h"
 #include "tests/platform/DisplayServers.h"
 #include "tests/platform/PrivateBus.h"
-#include "tests/support/TemporaryFolder.h"
 
 #include <QProcess>
-#include <QProcessEnvironment>
 #include <QTimer>
 #include <optional>
 
@@ -33,15 +32,7 @@ struct Desktop : testing::Test {
     }
 
     QProcessEnvironment environment() const {
-        const QString root = QString::fromStdString(folder.path().native());
-        auto variables = QProcessEnvironment::systemEnvironment();
-        variables.insert(u"HOME"_s, root);
-        variables.insert(u"XDG_DATA_HOME"_s, root + u"/data"_s);
-        variables.insert(u"XDG_CONFIG_HOME"_s, root + u"/config"_s);
-        variables.insert(u"XDG_RUNTIME_DIR"_s, root + u"/run"_s);
-        variables.insert(u"DBUS_SESSION_BUS_ADDRESS"_s, bus.address());
-        variables.insert(u"DBUS_SYSTEM_BUS_ADDRESS"_s, bus.address());
-        variables.insert(u"QT_QPA_PLATFORM"_s, u"xcb"_s);
+        auto variables = programEnvironment(folder, bus.address(), u"xcb"_s);
         variables.insert(u"LC_ALL"_s, u"C.UTF-8"_s);
         variables.remove(u"WAYLAND_DISPLAY"_s);
         if (display)

@@ -1,10 +1,9 @@
 #include "app/control/ControlServer.h"
 #include "core/base/Files.h"
 #include "tests/app/support/Await.h"
-#include "tests/support/TemporaryFolder.h"
+#include "tests/desktop/ProgramEnvironment.h"
 
 #include <QProcess>
-#include <QProcessEnvironment>
 #include <QTimer>
 #include <array>
 #include <optional>
@@ -29,16 +28,8 @@ struct HandOver : testing::Test {
                                                  [this](FileDescriptor client) { take(client); });
     }
     void start(const char* path, const QStringList& arguments) {
-        const QString root = QString::fromStdString(folder.path().native());
-        auto variables = QProcessEnvironment::systemEnvironment();
-        variables.insert(u"HOME"_s, root);
-        variables.insert(u"XDG_DATA_HOME"_s, root + u"/data"_s);
-        variables.insert(u"XDG_CONFIG_HOME"_s, root + u"/config"_s);
-        variables.insert(u"XDG_RUNTIME_DIR"_s, root + u"/run"_s);
-        variables.insert(u"DBUS_SESSION_BUS_ADDRESS"_s, u"unix:path=/nonexistent"_s);
-        variables.insert(u"DBUS_SYSTEM_BUS_ADDRESS"_s, u"unix:path=/nonexistent"_s);
-        variables.insert(u"QT_QPA_PLATFORM"_s, u"offscreen"_s);
-        program.setProcessEnvironment(variables);
+        program.setProcessEnvironment(
+            test::programEnvironment(folder, u"unix:path=/nonexistent"_s, u"offscreen"_s));
         program.start(QString::fromUtf8(path), arguments);
     }
     /// Receives the request of a client, whose connection is closed then.
