@@ -22,6 +22,9 @@ public:
     virtual ~RecorderService() = default;
 
     virtual Status status() const = 0;
+    /// Whether the user's files say that it starts with the session; also known where the system
+    /// does not answer. Does not throw.
+    virtual bool isEnabledByFiles() const = 0;
     /// Starts it now and with each session.
     virtual void enable() = 0;
     /// Ends it now and starts it with no session.

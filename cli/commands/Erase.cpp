@@ -33,13 +33,20 @@ struct EraseOptions {
     }
 };
 
-/// Whether the service runs or starts with the session; without a service manager neither.
+/// Whether the service runs or starts with the session; without a service manager neither. Throws
+/// when it starts with the session and can't be turned off, since it would begin a new history.
 bool hasService() {
     const auto service = systemServices::recorderService();
+    if (!service)
+        return false;
     try {
-        const auto status = service ? service->status() : RecorderService::Status();
+        const auto status = service->status();
         return status.startsWithSession || status.activity != RecorderService::Activity::stopped;
-    } catch (const Error&) {
+    } catch (const Error& error) {
+        if (service->isEnabledByFiles())
+            throw Error("Nothing was removed: the service starts with your session, and it can't "
+                        "be turned off from here. "
+                        + std::string(error.what()));
         return false;
     }
 }

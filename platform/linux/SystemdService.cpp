@@ -4,6 +4,7 @@
 #include "core/base/Text.h"
 
 #include <QProcess>
+#include <QStandardPaths>
 #include <charconv>
 #include <filesystem>
 #include <map>
@@ -66,6 +67,15 @@ RecorderService::Status SystemdService::status() const {
                    QStringLiteral("--property=LoadState,UnitFileState,ActiveState,MainPID"),
                    QString::fromLatin1(unit)})
             .toStdString());
+}
+
+bool SystemdService::isEnabledByFiles() const {
+    // Where systemctl puts a link to the unit (systemd.unit(5)).
+    const auto links = QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation)
+                       + QStringLiteral("/systemd/user/default.target.wants/");
+    std::error_code error;
+    return std::filesystem::is_symlink(
+        std::filesystem::symlink_status(links.toStdString() + unit, error));
 }
 
 void SystemdService::enable() {

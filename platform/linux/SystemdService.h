@@ -17,6 +17,7 @@ public:
     static Status parse(std::string_view properties);
 
     Status status() const override;
+    bool isEnabledByFiles() const override;
     void enable() override;
     void disable() override;
 };

@@ -134,6 +134,24 @@ TEST_F(Erase, RemovesNothingWhileSomethingIsInTheWay) {
     EXPECT_EQ(remaining(), before);
 }
 
+TEST_F(Erase, RemovesNothingWhileAServiceThatCantBeTurnedOffIsEnabled) {
+    record();
+    // No service manager has this folder of settings.
+    const auto link = folder / "config/systemd/user/default.target.wants/tidemark.service";
+    std::filesystem::create_directories(link.parent_path());
+    std::filesystem::create_symlink("/nonexistent", link);
+    const auto before = remaining();
+    for (const Words& words : {Words{"erase", "--yes"}, Words{"erase"}}) {
+        const Outcome refused = command(words);
+        EXPECT_EQ(refused.status, 1);
+        EXPECT_TRUE(test::contains(refused.err, "Nothing was removed: the service starts with your "
+                                                "session, and it can't be turned off from here. "));
+    }
+    EXPECT_EQ(remaining(), before);
+    std::filesystem::remove(link);
+    EXPECT_EQ(command({"erase", "--yes"}).status, 0);
+}
+
 TEST_F(Erase, ListsWhatGoesAndAsks) {
     if (!test::hasTerminals())
         GTEST_SKIP() << "no terminal can be opened";

@@ -85,6 +85,12 @@ TEST_F(ServiceOfSession, RunsRestrictedFromEnableToDisable) {
               "stays.\n");
     EXPECT_EQ(tidemark("service status"),
               "The service is off; tidemark service enable turns it on.\n");
+
+    tidemark("service enable");
+    EXPECT_EQ(tidemark("erase --yes"), "Removed all that Tidemark kept for you.\n");
+    EXPECT_EQ(tidemark("service status"),
+              "The service is off; tidemark service enable turns it on.\n");
+    EXPECT_FALSE(std::filesystem::exists(manager->home() / ".local/share/Tidemark"));
 }
 
 TEST(SystemdServiceTest, ReadsTheStateOfItsUnit) {
