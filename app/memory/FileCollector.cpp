@@ -115,6 +115,7 @@ QCoro::Task<void> FileCollector::openFolders() {
 
 void FileCollector::follow(std::optional<std::vector<std::filesystem::path>> folders) {
     hasMatches = false;
+    hasStopped = false;
     const bool isStarted =
         uses.index->start({.since = cutoff, .folders = std::move(folders)},
                           [this](FileIndex::Matches matches) { take(std::move(matches)); });
@@ -124,6 +125,7 @@ void FileCollector::follow(std::optional<std::vector<std::filesystem::path>> fol
 void FileCollector::take(FileIndex::Matches matches) {
     hasMatches = hasMatches || !matches.files.empty();
     isLive = matches.isLive;
+    hasStopped = matches.hasStopped;
     std::ranges::move(matches.files, std::back_inserter(waiting));
     if (!isAdding)
         tasks.start(add());
@@ -161,6 +163,10 @@ Files FileCollector::nextPart() {
 }
 
 void FileCollector::showMatches() {
+    if (hasStopped) {
+        statusText = "Recent files are not followed any more, because of an error.";
+        return;
+    }
     if (!hasMatches) {
         statusText = "No indexed matches. Check folder access and Spotlight indexing.";
         return;

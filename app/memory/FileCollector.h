@@ -73,6 +73,7 @@ private:
     bool isAdding = false;
     bool hasMatches = false;
     bool isLive = true;
+    bool hasStopped = false;
     /// Not the common pool, where folders that don't respond could delay the records.
     WorkerPool thread{1};
     TaskScope tasks;

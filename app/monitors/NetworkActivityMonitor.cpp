@@ -32,11 +32,12 @@ void NetworkActivityMonitor::follow(Beginning) {
     const auto pass = [this](SystemActivity activity) { record(std::move(activity)); };
     wifiStatus =
         wifi.start(pass) ? "Wi-Fi link observation active" : "Wi-Fi link observation unavailable";
-    status = "Establishing a starting point…";
-    sources.path->start([this, number = ++generation](const NetworkConnectionState& state) {
+    const auto take = [this, number = ++generation](const NetworkConnectionState& state) {
         if (number == generation)
             receive(state);
-    });
+    };
+    status = sources.path->start(take) ? "Establishing a starting point…"
+                                       : "Connection observation unavailable";
 }
 
 void NetworkActivityMonitor::pause() {

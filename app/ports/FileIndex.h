@@ -29,6 +29,8 @@ public:
         std::vector<IndexedFileObservation> files;
         /// False when the system can't report every change at once, so that some are found late.
         bool isLive = true;
+        /// True when the index has stopped because of a failure; nothing follows.
+        bool hasStopped = false;
     };
     using Found = std::function<void(Matches)>;
 

@@ -14,8 +14,9 @@ public:
     virtual ~NetworkPathSource() = default;
 
     /// Starts to follow: calls `receive` from the event loop with the present state, and again
-    /// after changes; also with equal states. `receive` must not destroy the source.
-    virtual void start(Receive receive) = 0;
+    /// after changes; also with equal states. Returns false when changes can't be followed.
+    /// `receive` must not destroy the source.
+    virtual bool start(Receive receive) = 0;
     virtual void stop() = 0;
 };
 

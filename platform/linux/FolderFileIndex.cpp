@@ -70,6 +70,7 @@ public:
                            post);
             } catch (const std::exception& error) {
                 qWarning("Recent files are not followed any more. %s", error.what());
+                self->deliver({.files = {}, .hasStopped = true}, post);
             }
         }).detach();
     }
@@ -80,12 +81,13 @@ public:
 
 private:
     void find(FileFinder::Setup setup, const MainThreadCalls::Post& post) {
-        const auto deliver = [&](Matches matches) {
-            post([self = shared_from_this(), matches = std::move(matches)]() mutable {
-                self->found(std::move(matches));
-            });
-        };
-        FileFinder(std::move(setup)).run(deliver, source.get_token());
+        const auto report = [&](Matches matches) { deliver(std::move(matches), post); };
+        FileFinder(std::move(setup)).run(report, source.get_token());
+    }
+    void deliver(Matches matches, const MainThreadCalls::Post& post) {
+        post([self = shared_from_this(), matches = std::move(matches)]() mutable {
+            self->found(std::move(matches));
+        });
     }
 
     const Found found;

@@ -10,12 +10,17 @@ KernelNetworkPath::KernelNetworkPath(std::function<MessageBus()> bus,
                                        publish();
                                    }) {}
 
-void KernelNetworkPath::start(Receive to) {
+bool KernelNetworkPath::start(Receive to) {
     stop();
-    receive = std::move(to);
     watch.emplace(RoutingWatch::Subject::paths, [this] { reading.request(); });
+    if (!watch->isOpen()) {
+        watch.reset();
+        return false;
+    }
+    receive = std::move(to);
     metered.emplace(bus(), [this] { publish(); });
     reading.request();
+    return true;
 }
 
 void KernelNetworkPath::stop() {

@@ -20,7 +20,7 @@ public:
     explicit KernelNetworkPath(std::function<MessageBus()> bus,
                                const std::filesystem::path& devices = kernelRoutes::deviceFolder);
 
-    void start(Receive receive) override;
+    bool start(Receive receive) override;
     void stop() override;
 
 private:

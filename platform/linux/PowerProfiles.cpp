@@ -15,18 +15,16 @@ void PowerProfiles::Name::follow() {
     properties.clear();
     signal.reset();
     owner.publish();
+    if (!service.isThere())
+        return;
+    // Before the reading, so that no change is missed.
+    signal.emplace(
+        service, GuardedSubscription::propertiesOf(path, interface),
+        [this](const QDBusMessage&) { delay.request(); }, [this] { delay.request(); });
     read();
 }
 
 void PowerProfiles::Name::read() {
-    // Before the reading, so that no change is missed. After a signal there is no subscription
-    // until the next reading, so that a service that floods the bus is not listened to.
-    const auto readSoon = [this](const auto&) {
-        signal.reset();
-        delay.request();
-    };
-    signal = service.subscribe(path, BusService::propertiesInterface, BusService::propertiesChanged,
-                               readSoon, interface);
     service.readProperties(path, interface, [this](const QVariantMap& all) {
         properties = all;
         // The service hangs, is ending, or has not made its objects yet.

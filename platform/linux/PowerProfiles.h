@@ -1,11 +1,12 @@
 #pragma once
 
 #include "app/ports/LowPowerModeSource.h"
-#include "platform/linux/BusService.h"
+#include "platform/linux/GuardedSubscription.h"
 #include "platform/linux/ReadDelay.h"
 
 #include <array>
 #include <memory>
+#include <optional>
 
 namespace tidemark {
 
@@ -38,7 +39,7 @@ private:
         QVariantMap properties;
         ReadDelay delay;
         BusService service;
-        BusService::Subscription signal;
+        std::optional<GuardedSubscription> signal;
     };
     struct State {
         QString profile;

@@ -1,5 +1,6 @@
 #include "platform/linux/FileFinder.h"
 
+#include "core/base/Error.h"
 #include "core/base/Iso8601.h"
 #include "platform/linux/FolderFileIndex.h"
 #include "platform/linux/RecentlyUsedList.h"
@@ -372,6 +373,18 @@ TEST(DownloadOrigins, AreInAttributesOrInTheMetadataOfTheDesktop) {
 
     DownloadOrigins none({}, [] { return true; });
     EXPECT_EQ(answer(none), "");
+}
+
+TEST(FolderFileIndex, ReportsThatItHasStopped) {
+    FolderFileIndex index(
+        {.places = []() -> FolderFileIndex::Places { throw Error("There are no places."); },
+         .bus = [] { return MessageBus(QDBusConnection(QStringLiteral("none"))); }});
+    std::optional<bool> hasStopped;
+    ASSERT_TRUE(
+        index.start({.since = Date::now(), .folders = {}},
+                    [&](const FileIndex::Matches& matches) { hasStopped = matches.hasStopped; }));
+    test::until([&] { return hasStopped.has_value(); });
+    EXPECT_EQ(hasStopped, true);
 }
 
 TEST(FolderFileIndex, ReportsToTheEventLoopUntilStopped) {

@@ -45,6 +45,7 @@ constexpr std::array texts{
     QT_TRANSLATE_NOOP("core", "Choose a folder to record file metadata."),
     QT_TRANSLATE_NOOP("core", "Folder access could not be saved."),
     QT_TRANSLATE_NOOP("core", "Recent files can’t be followed. Check folder access."),
+    QT_TRANSLATE_NOOP("core", "Recent files are not followed any more, because of an error."),
     QT_TRANSLATE_NOOP("core", "No recent changes in the document folders"),
     QT_TRANSLATE_NOOP("core",
                       "Document folders and recently used files · up to 2,000 matches per update"),

@@ -139,6 +139,10 @@
         <translation>Der Zugriff auf den Ordner konnte nicht gespeichert werden.</translation>
     </message>
     <message>
+        <source>Recent files are not followed any more, because of an error.</source>
+        <translation>Zuletzt benutzte Dateien werden wegen eines Fehlers nicht mehr verfolgt.</translation>
+    </message>
+    <message>
         <source>Recent files can’t be followed. Check folder access.</source>
         <translation>Zuletzt benutzte Dateien können nicht verfolgt werden. Prüfen Sie den Zugriff auf die Ordner.</translation>
     </message>

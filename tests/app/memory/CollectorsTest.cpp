@@ -108,6 +108,8 @@ TEST_F(Collectors, ImportTheLastThirtyDaysOnce) {
     found({file("/home/me/d.txt", 1)});
     waitForStatus("Indexed files");
     EXPECT_EQ(records(), "Modified d.txt; Modified a.txt; ");
+    index.report({.files = {}, .hasStopped = true});
+    waitForStatus("Recent files are not followed any more, because of an error.");
 }
 
 TEST_F(Collectors, RefreshADownloadThatIsOpenedLater) {

@@ -13,15 +13,17 @@ const auto ethernet = NetworkConnectionState::make(Availability::available, {Int
 const auto nothing = NetworkConnectionState::make(Availability::unavailable, {});
 
 struct Path final : NetworkPathSource {
-    void start(Receive receive) override {
+    bool start(Receive receive) override {
         send = std::move(receive);
-        isRunning = true;
+        isRunning = works;
+        return works;
     }
     void stop() override { isRunning = false; }
 
     /// Sends a state, also after the end, as a source that delivers from another thread may.
     Receive send;
     bool isRunning = false;
+    bool works = true;
 };
 
 struct WiFi final : WiFiSource {
@@ -155,8 +157,10 @@ TEST_F(NetworkActivityMonitorTest, RecordsTheWiFiLinkWithoutNamesUnlessTurnedOn)
     EXPECT_EQ(titles(), "");
 
     wifi->works = false;
+    path->works = false;
     turn(false);
     turn(true);
+    EXPECT_EQ(*monitor->status, "Connection observation unavailable");
     EXPECT_EQ(*monitor->wifiStatus, "Wi-Fi link observation unavailable");
 }
 
