@@ -151,7 +151,12 @@ TEST(LogWriter, StopsWritingWhenItsReaderIsGone) {
     LogWriter log(pipe.writing.get());
     pipe.reading.reset();
     log.write("nobody hears");
+    // Another reader of the same pipe (proc(5)).
+    const std::string end = "/proc/self/fd/" + std::to_string(pipe.writing.get());
+    pipe.reading = FileDescriptor(::open(end.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
     log.write("of this");
+    EXPECT_TRUE(pipe.reading);
+    EXPECT_EQ(pipe.taken(), "");
     std::signal(SIGPIPE, before);
 }
 

@@ -1,8 +1,11 @@
+#include "app/base/Background.h"
 #include "core/system/LocalSocketAddress.h"
 #include "platform/linux/BusAddress.h"
 #include "platform/linux/BusProbe.h"
+#include "platform/linux/MessageBus.h"
 #include "tests/app/support/Await.h"
 #include "tests/platform/PrivateBus.h"
+#include "tests/support/NoThreads.h"
 
 #include <QLocalServer>
 #include <QLocalSocket>
@@ -46,7 +49,7 @@ TEST(BusProbe, ReportsWhetherABusReplies) {
 
     const test::TemporaryFolder folder;
     EXPECT_FALSE(result((folder / "nothing").native()));
-    EXPECT_FALSE(result(std::string(200, 'x')));
+    EXPECT_FALSE(result(std::string(100'000, 'x')));
     const QByteArray flood(70'000, 'x');
     for (const QByteArray& words : {QByteArray(), QByteArray("OK 1234\r\n"),
                                     QByteArray("REJECTED EXTERNAL\r\n more"), flood}) {
@@ -97,4 +100,48 @@ TEST(BusProbe, DoesNotBlockOnABusThatHangs) {
     const auto third = probe();
     test::settle();
     EXPECT_FALSE(hasAnswered);
+}
+
+TEST(MessageBus, CallsOnlyReceiversThatExistAndNoneAfterItsEnd) {
+    const test::PrivateBus home;
+    ::setenv("DBUS_SESSION_BUS_ADDRESS", home.address().toUtf8().constData(), 1);
+    int connections = 0;
+    // How many events it takes to connect differs, so it ends after each number of them.
+    for (int events = 0; connections < 3; ++events) {
+        ASSERT_LT(events, 10'000);
+        std::optional<MessageBus> bus(MessageBus::session());
+        auto gone = std::make_unique<QObject>();
+        QObject receiver;
+        bool isOver = false;
+        bus->whenConnected(gone.get(), [](const auto&) { ADD_FAILURE() << "it is gone"; });
+        bus->whenConnected(&receiver, [&](const auto& connection) {
+            EXPECT_TRUE(connection.isConnected());
+            EXPECT_FALSE(isOver);
+            ++connections;
+        });
+        gone.reset();
+        for (int handled = 0; handled < events; ++handled)
+            QCoreApplication::processEvents();
+        isOver = true;
+        bus.reset();
+    }
+}
+
+TEST(MessageBus, IsNoneWhereItsThreadCanNotBeStarted) {
+    // Qt has not started its thread for message buses yet, and would wait for it for ever.
+    const test::TemporaryFolder folder;
+    QLocalServer server;
+    ASSERT_TRUE(server.listen(QString::fromStdString((folder / "bus").native())));
+    QObject::connect(&server, &QLocalServer::newConnection,
+                     [&] { server.nextPendingConnection()->write("OK 1234\r\nreply"); });
+    ::setenv("DBUS_SESSION_BUS_ADDRESS", ("unix:path=" + (folder / "bus").native()).c_str(), 1);
+    test::await(runInBackground([](const std::stop_token&) {}));
+    const test::NoThreads refused;
+    const MessageBus bus = MessageBus::session();
+    QObject receiver;
+    std::optional<bool> isConnected;
+    bus.whenConnected(&receiver,
+                      [&](const auto& connection) { isConnected = connection.isConnected(); });
+    test::until([&] { return isConnected.has_value(); });
+    EXPECT_EQ(isConnected, false);
 }

@@ -115,9 +115,9 @@ TEST(Background, ThrowsWhenNoThreadExistsOrCanBeStarted) {
     {
         const test::NoThreads refused;
         EXPECT_THROW(ask(), Error);
-        std::latch released(1);
-        detail::startOnPool([&] { released.count_down(); });
-        released.wait();
+        std::binary_semaphore released(0);
+        detail::startOnPool([&] { released.release(); });
+        EXPECT_TRUE(released.try_acquire_for(std::chrono::seconds(10)));
     }
     EXPECT_EQ(ask(), 7);
     const test::NoThreads refused;

@@ -22,7 +22,7 @@ public:
         record = std::move(to);
     }
     void stop() override { all += "-" + name + " "; }
-    std::map<SettingSource, Absence> settingSources() const override { return {}; }
+    SettingSource source() const override { return SettingSource::battery; }
     std::vector<MonitorStatus> statuses() const override { return {}; }
 
     Record record;
@@ -38,6 +38,7 @@ struct LiveWiringTest : testing::Test {
                                        .activityURL = file,
                                        .workspaceCenter = workspace,
                                        .memory = memory,
+                                       .guard = FolderGuard([this] { return ownsFolder; }),
                                        .clock = clock,
                                        .monitors = {&connections, &environment},
                                        .battery = [this] { return reading(); }});
@@ -64,6 +65,7 @@ struct LiveWiringTest : testing::Test {
                                  .workspaceCenter = workspace,
                                  .clock = clock}};
     std::optional<BatteryObservation> battery;
+    bool ownsFolder = true;
     std::string log;
     LoggedMonitor connections{log, "connections"};
     LoggedMonitor environment{log, "environment"};
@@ -136,6 +138,11 @@ TEST_F(LiveWiringTest, ContinuesAfterAFailedWrite) {
     connections.record(activity());
     untilShown(1);
     EXPECT_EQ(error(), "none") << "cleared by a successful write";
+
+    ownsFolder = false;
+    connections.record(activity());
+    test::until([&] { return model.activityError->has_value(); });
+    EXPECT_EQ(SystemActivityStore::read(file).size(), 1U);
 }
 
 TEST_F(LiveWiringTest, AnnouncesChangesOfTheMemoryHistoryAsChangesOfTheState) {

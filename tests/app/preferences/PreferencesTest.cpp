@@ -103,13 +103,40 @@ TEST(JsonPreferences, RenamesADamagedFileAndUsesTheDefaults) {
     }
 }
 
-TEST(JsonPreferences, RenamesNothingWhenTheGuardRefuses) {
-    const TemporaryFolder folder;
-    const auto file = folder.write("settings.json", "{");
+TEST(JsonPreferences, RenamesAndRemovesNothingWhenTheGuardRefuses) {
     const FolderGuard refused([] { return false; });
-    EXPECT_THROW(JsonPreferences(file, JsonPreferences::Opening::toWrite, Clock::system(), refused),
-                 Error);
-    EXPECT_EQ(test::namesIn(folder.path()), "settings.json");
+    for (const char* settings : {"{", "{}"}) {
+        const TemporaryFolder folder;
+        const auto file = folder.write("settings.json", settings);
+        // A copy that can't be updated is removed.
+        std::filesystem::create_symlink("nowhere", folder / "settings.json.bak");
+        EXPECT_THROW(
+            JsonPreferences(file, JsonPreferences::Opening::toWrite, Clock::system(), refused),
+            Error);
+        EXPECT_EQ(test::namesIn(folder.path()), "settings.json settings.json.bak") << settings;
+    }
+}
+
+TEST(JsonPreferences, AsksTheGuardBeforeEachStepOfAChange) {
+    // Three checks come before the settings are replaced, three more before the copy is.
+    for (int permitted = 0; permitted <= 6; ++permitted) {
+        const TemporaryFolder folder;
+        const auto file = folder / "settings.json";
+        JsonPreferences(file).set("a", 1);
+        int left = 1;
+        const FolderGuard guard([&] { return left-- > 0; });
+        JsonPreferences preferences(file, JsonPreferences::Opening::toWrite, Clock::system(),
+                                    guard);
+        left = permitted;
+        EXPECT_EQ(preferences.set("a", 2), permitted >= 3) << permitted;
+        const auto isNew = [&](const char* name) {
+            return JsonPreferences(folder / name, JsonPreferences::Opening::toRead).integer("a")
+                   == 2;
+        };
+        EXPECT_EQ(isNew("settings.json"), permitted >= 3) << permitted;
+        EXPECT_EQ(isNew("settings.json.bak"), permitted >= 6) << permitted;
+        EXPECT_EQ(test::namesIn(folder.path()), "settings.json settings.json.bak") << permitted;
+    }
 }
 
 TEST(JsonPreferences, DoesNotWriteAFileThatItCouldNotRead) {

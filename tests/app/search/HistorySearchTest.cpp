@@ -13,9 +13,11 @@ struct HistorySearchTest : testing::Test {
             events.emplace_back(event((i % 2 == 0 ? "even " : "odd ") + std::to_string(i), -i));
         history = std::make_shared<const MergedHistory>(MergedHistory::of(std::move(events)));
         search.emplace([this] { return history; },
-                       [this](Shared<Event> event) {
+                       [this, held = std::make_shared<int>()](Shared<Event> event) {
+                           const std::weak_ptr isHeld = held;
                            if (closes)
                                search.reset();
+                           EXPECT_FALSE(isHeld.expired()) << "destroyed while it runs";
                            opened = event->id;
                        });
     }

@@ -1,5 +1,6 @@
 #include "core/base/Error.h"
 #include "core/storage/ComponentStorageScanner.h"
+#include "tests/support/ManualClock.h"
 #include "tests/support/TemporaryFolder.h"
 #include "tests/support/WatchedThread.h"
 
@@ -10,31 +11,37 @@ using namespace tidemark;
 /// For ThreadSanitizer: each call while a measurement has released the lock.
 TEST(ScannerThreads, AllowsEachCallDuringAMeasurement) {
     const test::TemporaryFolder folder;
-    const auto sub = folder.makeFolder("sub");
-    ComponentStorageScanner scanner(folder / "records.json", 1'000'000);
-    const std::function<void()> calls[] = {
-        [&] { scanner.beginCapture(); },
-        [&] { scanner.retainCursors({}); },
-        [&] { scanner.collectFolder(folder.path(), 1); },
-        [&] { scanner.collect({}, 1, 0); },
-        [&] { scanner.endCapture(); },
-        [&] { scanner.save(); },
+    folder.write("sub/one", "1");
+    folder.write("sub/two", "22");
+    using Call = std::function<void(ComponentStorageScanner&)>;
+    const Call calls[] = {
+        [](auto& scanner) { scanner.beginCapture(); },
+        [](auto& scanner) { scanner.retainCursors({}); },
+        [&](auto& scanner) { scanner.collectFolder(folder.path(), 1); },
+        [](auto& scanner) { scanner.collect({}, 1, 0); },
+        [](auto& scanner) { scanner.endCapture(); },
+        [](auto& scanner) { scanner.save(); },
     };
-    const auto item = StorageMeasurementItem::directory(sub, Date{1});
+    const auto item = StorageMeasurementItem::directory(folder / "sub", Date{1});
     for (const auto& call : calls) {
+        // A pause, in which the lock is released, after every step of the walk.
+        test::ManualClock clock(1);
+        ComponentStorageScanner scanner(folder / "records.json", 1'000'000, clock);
         std::optional<test::WatchedThread> other;
-        const auto measure = [&](const std::filesystem::path&, double) {
+        clock.onPause = [&] {
+            if (other)
+                return;
             other
                 .emplace([&] {
                     try {
-                        call();
+                        call(scanner);
                     } catch (const Error&) {
                         // Another measurement is running.
                     }
                 })
                 .runUntilItWaits();
-            return ComponentStorageScanner::Measurement(FolderSize());
         };
-        EXPECT_EQ(scanner.collect({item}, 1000, 0, measure).records.at(0)->bytes, 0);
+        EXPECT_EQ(scanner.collect({item}, 1000, 0).records.at(0)->bytes, 3);
+        EXPECT_TRUE(other);
     }
 }
