@@ -19,9 +19,11 @@ struct OpenFolder {
     FileDescriptor descriptor;
     fs::path path;
 
-    FolderEntry entry(const std::string& name) const {
+    /// The entry is read by the descriptor of this folder, which must still be open then.
+    FolderEntry entry(const std::string& name) const& {
         return FolderEntry::describe(descriptor.get(), path, name);
     }
+    FolderEntry entry(const std::string& name) const&& = delete;
 
     /// A folder further inside, opened one after the other and through no link. If one of them
     /// can't be opened, nothing in the last can be read.
@@ -38,20 +40,21 @@ struct OpenFolder {
 };
 
 /// The text of a link. Throws `FileError` unless it is a relative path of `names` names without
-/// ".." and ".".
+/// "..".
 fs::path relativeLink(const FolderEntry& link, std::ptrdiff_t names) {
     const fs::path target = link.linkText();
     if (target.is_absolute() || std::distance(target.begin(), target.end()) != names)
         throw FileError(link.path, "is not a link into this folder");
     for (const auto& name : target)
-        if (name.empty() || name == ".." || name == ".")
+        if (name == "..")
             throw FileError(link.path, "is not a link into this folder");
     return target;
 }
 
 /// The name in the desktop entry that comes with the application; empty without one.
 std::string nameOfEntry(const OpenFolder& installed, const std::string& identifier) try {
-    const auto entry = installed.below("export/share/applications").entry(identifier + ".desktop");
+    const auto folder = installed.below("export/share/applications");
+    const auto entry = folder.entry(identifier + ".desktop");
     const auto found = DesktopEntry::described(entry.read(KeyFile::maximumSize), entry);
     return found ? found->application.name : "";
 } catch (const FileError&) {
@@ -85,7 +88,7 @@ bool recognises(const FolderEntry& entry, RootFamily family) {
 
 ApplicationReading read(const FolderEntry& entry, const ApplicationSurroundings&) try {
     const OpenFolder folder{entry.openFolder(), entry.path};
-    if (folder.descriptor && folder.entry("current").kind == FolderEntry::Kind::missing)
+    if (folder.entry("current").kind == FolderEntry::Kind::missing)
         return std::unexpected(ApplicationFailure::noApplication);
     return readCurrent(folder, entry);
 } catch (const FileError&) {

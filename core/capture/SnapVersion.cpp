@@ -17,7 +17,7 @@ constexpr std::size_t largestDescription = std::size_t{1} << 20;
 constexpr std::string_view key = "version:";
 
 bool isName(std::string_view text) {
-    return !text.empty() && std::ranges::all_of(text, [](char character) {
+    return std::ranges::all_of(text, [](char character) {
         return (character >= 'a' && character <= 'z') || (character >= '0' && character <= '9')
                || character == '-' || character == '_';
     });
@@ -38,7 +38,7 @@ std::optional<Version> readIn(const MachineFiles& machine, const fs::path& snap)
     // The folder of the revision itself, which lies beside the link.
     const fs::path revision = machine.canonical(snap / "current");
     const fs::path description = revision / "meta/snap.yaml";
-    if (revision.filename() == "current" || revision.parent_path() != machine.canonical(snap)
+    if (revision.parent_path() != machine.canonical(snap)
         || machine.canonical(description) != description)
         return std::nullopt;
     try {

@@ -7,6 +7,7 @@
 #include "core/storage/ComponentStorageScanner.h"
 #include "core/timeline/EventBuilder.h"
 #include "tests/support/ManualClock.h"
+#include "tests/support/OrdinaryUser.h"
 #include "tests/support/PropertyLists.h"
 #include "tests/support/TemporaryFolder.h"
 
@@ -101,6 +102,9 @@ TEST(ApplicationFormats, ReadsDesktopEntriesAsAPersonSeesThem) {
         {"[Desktop Entry]\nName=A\n", none},
         {entryNamed("A") + "NoDisplay=true\n", none},
         {entryNamed("A") + "Hidden=true\n", none},
+        {entryNamed("A") + "NoDisplay=1\n", none},
+        {entryNamed("A\\sB"), {"kde-a.b|A B|Unknown version|"}},
+        {entryNamed("\\s"), unreadable},
         {"Type=Application\nName=A\n", none},
         {"", none},
         {entryNamed(""), unreadable},
@@ -173,13 +177,26 @@ TEST(ApplicationFormats, ReadsFlatpaksWithoutFollowingTheirLinks) {
     struct Case {
         std::string current, active, deploy;
         Texts expected;
+        /// The desktop entry that comes with it.
+        std::string entry{};
     };
     const Texts unreadable{"!"s + flatpakFolder + "/org.example.Harbor"};
+    // Without name and version.
+    const std::string bare = std::string(8, '\1') + std::string(3, '\0');
     const std::string tooLarge =
         std::string(1 << 20, 'x') + std::string(10, '\0') + '\x10' + std::string(9, '\0');
     const Case cases[] = {
         {"x86_64/stable", commit, tooLarge, unreadable},
         {"x86_64/stable", commit, deploy, {"org.example.Harbor|Harbor Viewer|3.2.1|248a023f0dcf"}},
+        {"x86_64/stable",
+         commit,
+         bare,
+         {"org.example.Harbor|org.example.Harbor|Unknown version|248a023f0dcf"}},
+        {"x86_64/stable",
+         commit,
+         bare,
+         {"org.example.Harbor|Exported|Unknown version|248a023f0dcf"},
+         entryNamed("Exported")},
         {"x86_64/stable", commit, deploy.substr(0, 200), unreadable},
         {"x86_64/stable", commit, "", unreadable},
         {"x86_64/stable", "../stable/" + commit, deploy, unreadable},
@@ -194,7 +211,12 @@ TEST(ApplicationFormats, ReadsFlatpaksWithoutFollowingTheirLinks) {
     for (const auto& each : cases) {
         Machine machine;
         const std::string app = flatpakFolder + 1 + "/org.example.Harbor/"s;
-        machine.root.write(app + "x86_64/stable/" + commit + "/deploy", each.deploy);
+        machine.root.write(flatpakFolder + 1 + "/repo"s, "a file");
+        const std::string installed = app + "x86_64/stable/" + commit;
+        machine.root.write(installed + "/deploy", each.deploy);
+        if (!each.entry.empty())
+            machine.root.write(installed + "/export/share/applications/org.example.Harbor.desktop",
+                               each.entry);
         fs::create_symlink(each.active, machine.root / (app + "x86_64/stable/active"));
         // Where a link with too few names or out of the folder would lead.
         for (const std::string& branch : {app + "x86_64", flatpakFolder + 1 + "/other"s}) {
@@ -205,6 +227,11 @@ TEST(ApplicationFormats, ReadsFlatpaksWithoutFollowingTheirLinks) {
             fs::create_symlink(each.current, machine.root / (app + "current"));
         EXPECT_EQ(machine.found(), each.expected) << each.current << " " << each.active;
     }
+    Machine machine;
+    fs::permissions(machine.root.makeFolder(flatpakFolder + 1 + "/org.example.Harbor"s),
+                    fs::perms::none);
+    const test::OrdinaryUser user(machine.root.path());
+    EXPECT_EQ(machine.found(), unreadable) << "it may still be installed";
 }
 
 TEST(ApplicationFormats, RefusesADeployFileWhosePartsLie) {
@@ -245,20 +272,37 @@ TEST(ApplicationFormats, ReadsAppImagesAndSnaps) {
     machine.root.write(folder + "tool.appimage", image);
     machine.root.write(folder + "text.AppImage", "#!/bin/sh");
     machine.root.write(folder + "short.AppImage", image.substr(0, 10));
+    machine.root.write(folder + "other.AppImage", "MZ" + image.substr(2));
+    machine.root.write(folder + "third.AppImage", "\x7F"
+                                                  "ELF\2\1\1\0AI\3"s);
+    machine.root.makeFolder(folder + "folder.AppImage");
     machine.root.write("snap/fox/41/meta/snap.yaml", "name: fox\nversion: '123.0-2' # x\n");
     fs::create_symlink("41", machine.root / "snap/fox/current");
-    machine.root.write(users + 1 + "/fox_fox.desktop"s,
-                       entryNamed("Fox") + "X-SnapInstanceName=fox\n");
-    machine.root.write(users + 1 + "/gone.desktop"s,
-                       entryNamed("Gone") + "X-SnapInstanceName=../fox\n");
-    machine.root.write(users + 1 + "/long.desktop"s,
-                       entryNamed("Long") + "X-SnapInstanceName=" + std::string(300, 'x') + "\n");
-    EXPECT_EQ(
-        machine.found(),
-        (Texts{"fox_fox|Fox|123.0-2|41", "gone|Gone|Unknown version|", "long|Long|Unknown version|",
-               "Harbor-v1.3.2-x86_64|Harbor-v1.3.2-x86_64|1.3.2|" + std::to_string(image.size()),
-               "tool|tool|Unknown version|" + std::to_string(image.size()),
-               "!"s + users + "/gone.desktop", "!"s + users + "/long.desktop"}));
+    // Links to the files of another snap, and one without a description.
+    machine.root.makeFolder("snap/deer/1/meta");
+    fs::create_symlink("../fox/41", machine.root / "snap/deer/current");
+    machine.root.makeFolder("snap/hare/1/meta");
+    fs::create_symlink("1", machine.root / "snap/hare/current");
+    fs::create_symlink("../../../fox/41/meta/snap.yaml",
+                       machine.root / "snap/hare/1/meta/snap.yaml");
+    machine.root.makeFolder("snap/owl/1/meta");
+    fs::create_symlink("1", machine.root / "snap/owl/current");
+    Texts expected;
+    Texts excluded;
+    for (const auto& snap :
+         {"../fox"s, ""s, "deer"s, "fox"s, "hare"s, "owl"s, std::string(300, 'x')}) {
+        const std::string file = std::to_string(expected.size());
+        machine.root.write(users + 1 + "/"s + file + ".desktop",
+                           entryNamed("A") + "X-SnapInstanceName=" + snap + "\n");
+        expected.push_back(file + "|A|" + (snap == "fox" ? "123.0-2|41" : "Unknown version|"));
+        if (snap != "fox")
+            excluded.push_back("!"s + users + "/" + file + ".desktop");
+    }
+    expected.push_back("Harbor-v1.3.2-x86_64|Harbor-v1.3.2-x86_64|1.3.2|"
+                       + std::to_string(image.size()));
+    expected.push_back("tool|tool|Unknown version|" + std::to_string(image.size()));
+    expected.insert(expected.end(), excluded.begin(), excluded.end());
+    EXPECT_EQ(machine.found(), expected);
     const std::pair<const char*, const char*> names[] = {
         {"nvim", ""},
         {"x86_64", ""},
