@@ -164,8 +164,6 @@ std::map<std::string, std::optional<PackageOwner>, std::less<>> packages(std::st
         Stanza stanza;
         for (auto line = nextLine(status); !line.empty(); line = nextLine(status))
             stanza.take(line);
-        if (stanza.package.empty())
-            continue;
         auto& owner = found[stanza.listName()];
         if (stanza.hasFiles())
             owner = PackageOwner{textFromBytes(stanza.package), textFromBytes(stanza.version)};

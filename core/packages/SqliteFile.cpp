@@ -57,7 +57,7 @@ SqliteFile::Statement SqliteFile::prepare(const char* query) const {
 std::string_view bytesAt(sqlite3_stmt* statement, int column) {
     const auto* bytes = static_cast<const char*>(::sqlite3_column_blob(statement, column));
     const auto size = static_cast<std::size_t>(::sqlite3_column_bytes(statement, column));
-    return bytes ? std::string_view(bytes, size) : std::string_view();
+    return {bytes, size};
 }
 
 } // namespace tidemark

@@ -87,6 +87,8 @@ TEST(BackgroundChanges, AreReportedIfTheyChangeWhatAProgramDoes) {
         {"a link to the vendor's unit of the same name",
          link(admin + "plumbing.service", vendor + "plumbing.service"), ""},
         {"a table that is not read", write("/etc/cron.d/stat.dpkg-old", "* * * * * root /x\n"), ""},
+        {"installing a unit whose name is a dash", write(vendor + "-.service", sshd),
+         added + vendor + "-.service\n"},
         {"installing plumbing", write(vendor + "new.service", "[Service]\nExecStart=/x\n"), ""},
         {"a file that a package manager keeps", write(vendor + "ssh.service.dpkg-old", sshd), ""},
         {"upgrading to other arguments",
@@ -148,8 +150,32 @@ TEST(BackgroundChanges, AreReportedIfTheyChangeWhatAProgramDoes) {
         {"another interval",
          write(vendor + "backup.timer", "[Timer]\nOnUnitActiveSec=90min 1s\n\n" + install),
          changed + vendor + "backup.timer; Run interval (seconds): 5400 → 5401\n"},
-        {"overriding by a copy", write(admin + "ssh.service", sshd + "# mine\n"),
+        {"another log",
+         write(admin + "ssh.service.d/a.conf", "[Service]\nStandardOutput=journal\n"), ""},
+        {"a drop-in that is masked by an empty file",
+         [](const Machine& machine) {
+             machine.write(vendor + "ssh.service.d/a.conf", "[Service]\nRestart=no\n");
+             machine.write(admin + "ssh.service.d/a.conf", "");
+         },
+         ""},
+        {"a drop-in that a package manager keeps",
+         write(admin + "ssh.service.d/a.conf.dpkg-old", "[Service]\nUser=me\n"), ""},
+        {"an interval in no known unit",
+         write(vendor + "backup.timer", "[Timer]\nOnUnitActiveSec=5 moons\n\n" + install),
+         changed + vendor
+             + "backup.timer; Calendar schedule changed; Run interval (seconds) changed\n"},
+        {"overriding by a copy with a drop-in of its own",
+         [](const Machine& machine) {
+             machine.write(admin + "ssh.service", sshd + "# mine\n");
+             machine.write(admin + "ssh.service.d/a.conf", "[Service]\nUser=me\n");
+         },
          added + admin + "ssh.service\n"},
+        {"overriding an instance", write(admin + "getty@tty1.service", sshd),
+         removed + instance + "\n" + added + admin + "getty@tty1.service\n"},
+        {"a further name by the distribution", link(vendor + "pipes.service", "plumbing.service"),
+         ""},
+        {"a file in place of the link that enables",
+         write(admin + "x.target.wants/plumbing.service", ""), ""},
         {"enabling plumbing", link(admin + "x.target.wants/plumbing.service", "/x"),
          added + vendor + "plumbing.service\n"},
         {"disabling an instance", remove(instance), removed + instance + "\n"},
@@ -168,6 +194,8 @@ TEST(BackgroundChanges, AreReportedIfTheyChangeWhatAProgramDoes) {
         {"hiding an entry by a link", link(own, "/dev/null"),
          changed + "/etc/xdg/autostart/files.desktop" + disabled
              + "; Starts when loaded: Yes → No\n"},
+        {"an empty folder to start in", write("/etc/xdg/autostart/files.desktop", entry("Path=\n")),
+         ""},
         {"replacing an entry", write(own, entry("")), added + own + "\n"},
         {"switching an entry off in place",
          write("/etc/xdg/autostart/files.desktop", entry("X-GNOME-Autostart-enabled=false\n")),
@@ -278,6 +306,8 @@ TEST(BackgroundChanges, AreNotReportedIfUnitsCannotBeReadCompletely) {
         {"/etc/xdg/autostart", folderIssue("/etc/xdg/autostart")},
         {admin + "ssh.service.d/a.conf", unreadableFile},
         {vendor + "ssh.service", unreadableFile},
+        // And the timer that starts it.
+        {vendor + "backup.service", "Background items: 2" + unreadableFile.substr(19)},
     };
     for (const auto& [path, issue] : cases) {
         const Machine machine;
@@ -327,14 +357,18 @@ TEST(BackgroundChanges, NeedAReadableFileAndStoreNoArguments) {
         {admin + "bad.service", unit("'/unclosed secret"), "/unclosed secret"},
         {admin + "bad.service", unit("/\xFF secret"), textFromBytes("/\xFF")},
         {admin + "bad.service", unit("\\"), std::nullopt},
+        {admin + "bad.service", unit("-@"), std::nullopt},
         {admin + "bad.timer", "[Timer]\nUnit=bad.timer\nOnCalendar=daily\n", std::nullopt},
         {autostart, "[Desktop Entry]\nExec=\"/opt/a \\\\\"b\" %U secret\n", "/opt/a \"b"},
         {autostart, "[Other]\nExec=/x\n", unreadable},
+        {admin + "\xFF.service", unit("/x"), "/x"},
+        {"/etc/xdg/autostart/\xFF.desktop", "[Desktop Entry]\nExec=/x\n", "/x"},
         {autostart, "[Desktop Entry]\nHidden=true\n", std::nullopt},
         {table, "* * * * * root /x secret%secret\n", "/x"},
         {table, "@reboot root /y", "/y"},
         {table, "* * * * root /x\n", unreadable},
         {table, "* * * * $ root /x\n", unreadable},
+        {table, "root /x\n", unreadable},
         {table, "* * * * * root\n", unreadable},
         {table, "@never root /x\n", unreadable},
         {table, std::string("* * * * * root /x\0y\n", 20), unreadable},
@@ -353,6 +387,7 @@ TEST(BackgroundChanges, NeedAReadableFileAndStoreNoArguments) {
         ASSERT_EQ(found.backgroundItems->size(), 1U) << shown;
         const BackgroundItem& item = *found.backgroundItems->front();
         EXPECT_EQ(item.program, each.program) << shown;
+        EXPECT_EQ(item.identifier, textFromBytes(item.identifier)) << shown;
         // Without a closing quote the program is everything up to the end of the line.
         const bool isStored = json::encoded(item).contains("secret");
         EXPECT_EQ(isStored, item.program == "/unclosed secret") << shown;
@@ -376,6 +411,10 @@ TEST(BackgroundChanges, LeaveOutLinksAndPipes) {
     machine.link(admin + "loop.wants", "loop.wants");
     machine.link(admin + "x.service.d", outside.path().native());
     machine.write(admin + "bad.timer", "[Timer]\nUnit=a.service\n");
+    machine.link(vendor + "bad.timer", "/dev/null");
+    // No link, as on machines whose /usr is not merged: still a folder of the distribution.
+    machine.remove("/lib");
+    machine.write("/lib/systemd/system/plumbing.service", "[Service]\nExecStart=/x\n");
     machine.link("/usr/lib/systemd/user", outside.path().native());
     machine.link("/etc/cron.d", "/etc/cron.d");
     machine.write("/var/spool/cron/crontabs/me", "* * * * * /x\n");
@@ -393,6 +432,8 @@ TEST(BackgroundChanges, LeaveOutLinksAndPipes) {
         << "opening a device can have effects";
     ASSERT_EQ(found.backgroundItems->size(), 1U);
     EXPECT_EQ(found.backgroundItems->front()->identifier, "bad.timer");
+    EXPECT_EQ(found.backgroundItems->front()->safeSettings->at("Disabled"), "No")
+        << "masked only in the less preferred folder";
     EXPECT_EQ(found.coverage.excludedPaths,
               (std::set<std::string>{admin + "evil.service", admin + "pipe.service", "/etc/cron.d",
                                      "/etc/cron.daily/folder"}));

@@ -188,6 +188,17 @@ TEST(PackageIndex, ReportsTheOwnerAsUnknownIfADatabaseIsDamagedOrBusy) {
     const Case dpkg[] = {
         {"another format", [](auto& it) { it.root.write("var/lib/dpkg/info/format", "2\n"); },
          "? form"},
+        {"another format, and rpm knows the file",
+         [](auto& it) {
+             it.root.write("var/lib/dpkg/info/format", "2\n");
+             it.writeRpm(harborHeader());
+         },
+         "harbor 1:2.4-3"},
+        {"status is a FIFO",
+         [](auto& it) {
+             std::filesystem::remove(it.root / "var/lib/dpkg/status");
+             ::mkfifo((it.root / "var/lib/dpkg/status").c_str(), 0600);
+         }},
         {"status breaks off", [&](auto& it) { it.writeDpkg(status.substr(0, 20)); }},
         {"status is empty", [](auto& it) { it.writeDpkg(""); }},
         {"dpkg works", [](auto& it) { it.root.write("var/lib/dpkg/updates/0001", "x"); }},
@@ -234,12 +245,20 @@ TEST(PackageIndex, ReportsTheOwnerAsUnknownIfADatabaseIsDamagedOrBusy) {
                           "Multi-Arch: same\nArchitecture: amd64\n\nPackage: gone\n\n");
          },
          "harbor 2-1"},
+        {"a version that is no text",
+         [&](auto& it) {
+             it.writeDpkg("Package: harbor\nStatus: install ok installed\nVersion: 2\xFF\n"
+                          "Multi-Arch: same\nArchitecture: amd64\n\nPackage: gone\n\n");
+         },
+         "harbor 2\uFFFD"
+         "FF"},
     };
     const Case pacman[] = {
         {"another version",
          [](auto& it) { it.root.write("var/lib/pacman/local/ALPM_DB_VERSION", "10\n"); }, "? form"},
         {"no version",
          [](auto& it) { it.writePacman("%NAME%\nharbor\n%VERSION%\n", pacmanFiles); }},
+        {"a package without files", [](auto& it) { it.writePacman(pacmanDescription, ""); }, "-"},
         {"pacman works", [](auto& it) { it.root.write("var/lib/pacman/db.lck", ""); }},
         {"the name is empty",
          [](auto& it) { it.writePacman("%NAME%\n\n%VERSION%\n1:2.4-3\n\n", pacmanFiles); }},
@@ -281,6 +300,7 @@ TEST(PackageIndex, ReportsTheOwnerAsUnknownIfADatabaseIsDamagedOrBusy) {
          }},
         {"another file of the name", [](auto& it) { it.runInRpm("UPDATE Basenames SET idx = 0"); },
          "-"},
+        {"a number of no file", [](auto& it) { it.runInRpm("UPDATE Basenames SET idx = 9"); }},
         {"a question that takes for ever",
          [](auto& it) {
              it.runInRpm("WITH RECURSIVE n(i) AS (VALUES (1) UNION ALL SELECT i + 1 FROM n"
@@ -425,6 +445,10 @@ TEST(PackageIndex, TakesNothingInAnRpmHeaderOnTrust) {
         {"no text", [](Header& it) { it.name.count = 0; }, "- /u/f"},
         {"empty name", [](Header& it) { it.name.offset = 6; }, "- /u/f"},
         {"empty version", [](Header& it) { it.version.offset = 6; }, "- /u/f"},
+        {"no release", [](Header& it) { it.release.tag = 0; }, "- /u/f"},
+        {"a name that is no text", [](Header& it) { it.data[0] = '\xFF'; },
+         "\uFFFD"
+         "FFarbor 2-1 /u/f"},
         {"no end of the text", [](Header& it) { it.data.resize(21); }, "harbor 2-1 -"},
         {"no number", [](Header& it) { it.places.count = 0; }, "harbor 2-1 -"},
         {"half a number", [](Header& it) { it.places.offset = 21; }, "harbor 2-1 -"},
