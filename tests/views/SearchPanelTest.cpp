@@ -57,6 +57,15 @@ TEST_F(Panel, KeepsTheKeyboardInTheField) {
     EXPECT_FALSE(panel.isVisible());
 }
 
+TEST_F(Panel, IsClosedAndDestroyedWhileASearchRuns) {
+    panel.open();
+    panel.close();
+    open();
+    EXPECT_EQ(rows(), 40);
+    panel.open();
+    panel.close();
+}
+
 TEST_F(Panel, OpensWithAnEmptyQuery) {
     open();
     QTest::keyClicks(field, "no such thing");

@@ -16,6 +16,7 @@
 #include <QScreen>
 #include <QStackedWidget>
 #include <QVBoxLayout>
+#include <utility>
 
 namespace tidemark {
 
@@ -138,6 +139,7 @@ QWidget* SearchPanelView::makeHints() {
 }
 
 void SearchPanelView::open() {
+    endSearch();
     search = std::make_unique<HistorySearch>(history, [this](const Shared<Event>& event) {
         dismiss();
         Q_EMIT eventChosen(event);
@@ -170,6 +172,12 @@ void SearchPanelView::placeOnScreen() {
 
 void SearchPanelView::dismiss() {
     close();
+}
+
+void SearchPanelView::endSearch() {
+    // A search that runs ends in the event loop, which must not find it here any more: what is
+    // queued, such as the end of the search after the panel was hidden, may come first.
+    const auto ended = std::exchange(search, nullptr);
 }
 
 void SearchPanelView::refresh() {
@@ -247,7 +255,7 @@ void SearchPanelView::hideEvent(QHideEvent* event) {
         this,
         [this] {
             if (!isVisible())
-                search.reset();
+                endSearch();
         },
         Qt::QueuedConnection);
 }

@@ -26,6 +26,7 @@ class SearchPanelView : public QWidget {
 
 public:
     SearchPanelView(HistorySearch::History history, const ViewSettings& settings);
+    ~SearchPanelView() override { endSearch(); }
 
     /// Opens with an empty query, also when it is open.
     void open();
@@ -46,6 +47,7 @@ private:
     QWidget* makeHints();
     void placeOnScreen();
     void dismiss();
+    void endSearch();
     void refresh();
     bool handle(QObject& watched, QKeyEvent& key);
     std::ptrdiff_t page() const;
