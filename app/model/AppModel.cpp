@@ -146,7 +146,6 @@ QCoro::Task<void> AppModel::openHistory() {
 
 /// Reads the history. False when it can't be read or the program ends meanwhile.
 QCoro::Task<bool> AppModel::open() {
-    const char* failed = "Tidemark couldn’t read its history.";
     std::string failure;
     try {
         co_await load();
@@ -157,14 +156,13 @@ QCoro::Task<bool> AppModel::open() {
         recording.restore();
         announceReading();
         co_return true;
-    } catch (const JournalStore::BackupError& error) {
-        failed = "Tidemark couldn’t copy its history before using it for the first time.";
-        failure = error.what();
     } catch (const std::exception& error) {
         failure = error.what();
     }
     qCCritical(capturesLog, "Observation startup failed: %s", failure.c_str());
-    modelState.error = failed + (" Your existing file has not been overwritten. " + failure);
+    modelState.error = "Tidemark couldn’t read its history. Your existing file has not been "
+                       "overwritten. "
+                       + failure;
     announceReading();
     co_return false;
 }

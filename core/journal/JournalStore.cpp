@@ -114,15 +114,6 @@ void JournalStore::preservePreUpgradeHistory(const fs::path& source,
             throw IncompleteBackupError();
         return;
     }
-    try {
-        copyHistory(source, journalData);
-    } catch (const FileError& error) {
-        throw BackupError(error.what());
-    }
-}
-
-void JournalStore::copyHistory(const fs::path& source, const std::string& journalData) const {
-    const fs::path parent = upgradeBackupDirectory->parent_path();
     const WorkingDirectory working(parent / (std::string(workingPrefix) + Uuid::random().text()),
                                    guard);
 

@@ -29,19 +29,12 @@ public:
         Kind reason;
     };
 
-    /// The history of an earlier release could not be copied before its first use.
-    class BackupError : public Error {
-    public:
-        using Error::Error;
-    };
-
-    /// An earlier attempt left a part of that copy.
-    class IncompleteBackupError : public BackupError {
+    /// The copy of an earlier release's history could not be completed.
+    class IncompleteBackupError : public Error {
     public:
         IncompleteBackupError()
-            : BackupError(
-                  "The pre-v2 history backup is incomplete. Your existing history has not been "
-                  "modified.") {}
+            : Error("The pre-v2 history backup is incomplete. Your existing history has not been "
+                    "modified.") {}
     };
 
     /// `url` is the document. `legacyURL` is where an earlier release kept it; it is read when
@@ -55,7 +48,7 @@ public:
 
     /// The stored history, or an empty journal when there is no document; none is created. With an
     /// `upgradeBackupDirectory`, first removes the temporary files of killed saves. Throws
-    /// `FileError`, `StoreError`, `BackupError` and what the guard throws; the document
+    /// `FileError`, `StoreError`, `IncompleteBackupError` and what the guard throws; the document
     /// is unchanged then.
     Journal load();
 
@@ -69,7 +62,6 @@ public:
 private:
     void preservePreUpgradeHistory(const std::filesystem::path& source,
                                    const std::string& journalData) const;
-    void copyHistory(const std::filesystem::path& source, const std::string& journalData) const;
 
     const std::filesystem::path url;
     const std::optional<std::filesystem::path> legacyURL;

@@ -21,8 +21,6 @@ constexpr std::array patterns{
     QT_TRANSLATE_NOOP(
         "core",
         "Tidemark couldn’t read its history. Your existing file has not been overwritten. %1"),
-    QT_TRANSLATE_NOOP("core", "Tidemark couldn’t copy its history before using it for the first "
-                              "time. Your existing file has not been overwritten. %1"),
     QT_TRANSLATE_NOOP(
         "core",
         "%1 events from your current view. Your filters and comparison mode are preserved."),

@@ -1503,10 +1503,6 @@
         <translation>%1 Installation aus den letzten 7 Tagen wurde aus dem Verlauf des Systems übernommen. Künftige Aufnahmen zeigen neue Änderungen.</translation>
     </message>
     <message>
-        <source>Tidemark couldn’t copy its history before using it for the first time. Your existing file has not been overwritten. %1</source>
-        <translation>Tidemark konnte seinen Verlauf vor dem ersten Gebrauch nicht kopieren. Die vorhandene Datei wurde nicht überschrieben. %1</translation>
-    </message>
-    <message>
         <source>Tidemark couldn’t read its history. Your existing file has not been overwritten. %1</source>
         <translation>Tidemark konnte seinen Verlauf nicht lesen. Ihre vorhandene Datei wurde nicht überschrieben. %1</translation>
     </message>

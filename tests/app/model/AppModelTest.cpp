@@ -97,15 +97,6 @@ TEST_F(AppModelTest, DoesNotOverwriteAnUnreadableHistoryAndTriesAgain) {
     EXPECT_EQ(stored(), *state().journal());
 }
 
-TEST_F(AppModelTest, SaysWhenTheHistoryCantBeCopiedBeforeItsFirstUse) {
-    folder.write("Tidemark/journal.json", json::encoded(Journal{}));
-    folder.makeFolder("Tidemark/storage-measurements.json");
-    start();
-    EXPECT_TRUE(error().starts_with("Tidemark couldn’t copy its history before using it for the "
-                                    "first time. Your existing file has not been overwritten. "));
-    EXPECT_TRUE(error().ends_with("storage-measurements.json could not be read: Is a directory."));
-}
-
 TEST_F(AppModelTest, StartsNothingWithAnUnreadableMemoryHistory) {
     live.fails = true;
     start();
