@@ -35,9 +35,9 @@ private:
         std::size_t width = 0;
         for (const auto& row : section.rows)
             width = std::max(width, columns(row.label));
-        for (const auto& [label, value] : section.rows)
-            line(styled(label, textStyle::dim, colour)
-                 + std::string(width - columns(label) + 2, ' ') + oneLine(value));
+        for (const auto& row : section.rows)
+            line(styled(row.label, textStyle::dim, colour)
+                 + std::string(width - columns(row.label) + 2, ' ') + oneLine(row.value));
         for (const auto& change : section.changes)
             line(oneLine(change.subject) + (change.growth ? " " + signedBytes(*change.growth) : "")
                  + ": " + oneLine(change.before) + inspectionWords::arrow + oneLine(change.after));
