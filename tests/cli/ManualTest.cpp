@@ -16,8 +16,8 @@ std::string fileOf(const std::string& name) {
     return std::string(TIDEMARK_MANUAL) + "/" + name;
 }
 
-std::string contentsOf(const std::string& name) {
-    std::ifstream file(fileOf(name));
+std::string contentsOf(const std::string& path) {
+    std::ifstream file(path);
     return {std::istreambuf_iterator<char>(file), {}};
 }
 
@@ -56,10 +56,12 @@ std::string completed(const std::string& words) {
 } // namespace
 
 TEST(Manual, HasASectionForEachCommandAndItsOptions) {
-    const std::string page = contentsOf("page/tidemark.1");
+    const std::string page = contentsOf(fileOf("page/tidemark.1"));
     const auto commands = listedIn(test::run({}).out);
     ASSERT_GT(commands.size(), 20U);
+    const std::string readme = contentsOf(TIDEMARK_ROOT "/README.md");
     for (const auto& command : commands) {
+        EXPECT_TRUE(test::contains(readme, "`" + command)) << command;
         const auto inner = listedIn(test::run({command, "--help"}).out);
         if (inner.empty()) {
             EXPECT_TRUE(test::contains(page, "\n.SS " + command + "\n"));

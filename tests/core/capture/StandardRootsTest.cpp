@@ -1,6 +1,7 @@
 #include "core/capture/StandardRoots.h"
 
 #include "core/base/Text.h"
+#include "core/capture/BackgroundCollector.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <algorithm>
@@ -58,6 +59,17 @@ TEST(StandardRoots, NoneLiesInAnotherOrInAFolderThatIsEmptiedByARestart) {
     EXPECT_EQ(pathsOf(StandardRoots::applications(
                   places(other.path(), {{"XDG_DATA_DIRS", "/opt/share"}}))),
               pathsOf(StandardRoots::applications(places("", {}))));
+}
+
+TEST(StandardRoots, EachFolderOfDefinitionsIsReadByAFormat) {
+    using namespace BackgroundCollector;
+    const auto here = places("", {});
+    for (const auto& roots : {StandardRoots::agents(here), StandardRoots::daemons(here)})
+        for (const auto& [path, kind, family] : roots)
+            EXPECT_GT(std::ranges::count(formats, family, &BackgroundFormat::family)
+                          + std::ranges::count(families, family, &BackgroundFamily::family),
+                      0)
+                << path;
 }
 
 TEST(StandardRoots, AFolderRepresentsAllOfItsPurposeOrOnlyItself) {
