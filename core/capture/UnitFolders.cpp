@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <array>
+#include <iterator>
 
 namespace tidemark {
 
@@ -18,6 +19,8 @@ constexpr auto enablingFolders =
     std::to_array<std::string_view>({".wants", ".requires", ".upholds"});
 constexpr std::string_view dropInFolder = ".d";
 constexpr std::string_view dropInFile = ".conf";
+/// Links can lead in a circle.
+constexpr int mostFurtherNames = 8;
 
 bool endsWithAny(std::string_view name, const auto& endings) {
     return std::ranges::any_of(endings, [&](auto ending) { return name.ends_with(ending); });
@@ -84,6 +87,30 @@ std::optional<fs::path> UnitFoldersReader::read(std::size_t index, RootReading& 
             return fail();
     }
     return std::nullopt;
+}
+
+UnitFolders UnitFoldersReader::finish() {
+    for (auto& [name, unit] : found.aliases)
+        unit = unitNamed(unit);
+    for (const auto& [name, unit] : found.aliases) {
+        const auto links = found.enablements.find(name);
+        const bool isUnit = !found.fragments.contains(name) && found.fragments.contains(unit);
+        if (isUnit && links != found.enablements.end())
+            std::ranges::copy(links->second, std::back_inserter(found.enablements[unit]));
+    }
+    return std::move(found);
+}
+
+/// The unit of a name. A further name may lead to another one: on Debian display-manager.service
+/// leads to gdm3.service, and that to gdm.service.
+std::string UnitFoldersReader::unitNamed(std::string name) const {
+    for (int i = 0; i < mostFurtherNames; ++i) {
+        const auto alias = found.aliases.find(name);
+        if (alias == found.aliases.end() || found.fragments.contains(name))
+            break;
+        name = alias->second;
+    }
+    return name;
 }
 
 void UnitFoldersReader::readEntry(const FolderEntry& entry, std::size_t folder,

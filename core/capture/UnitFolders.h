@@ -50,9 +50,10 @@ struct UnitFolders {
     std::map<std::string, std::vector<Fragment>, std::less<>> fragments;
     /// By name of their folder without ".d"; the most preferred folder first.
     std::map<std::string, std::vector<DropIn>, std::less<>> dropIns;
-    /// By name of the enabled unit.
+    /// By name of the enabled unit, with the links that have a further name of it.
     std::map<std::string, std::vector<Enablement>, std::less<>> enablements;
-    /// Further names of units, and the name of the file that each leads to.
+    /// Further names of units, and the name of the file that each leads to, by whatever names
+    /// between them.
     std::map<std::string, std::string, std::less<>> aliases;
     /// Links to unit files in other folders. They are not followed.
     std::vector<std::filesystem::path> linkedUnits;
@@ -73,7 +74,7 @@ public:
     /// manager is unknown then, since the unread files may override any of them.
     std::optional<std::filesystem::path> read(std::size_t index, RootReading& reading);
 
-    UnitFolders finish() { return std::move(found); }
+    UnitFolders finish();
 
 private:
     void readEntry(const FolderEntry& entry, std::size_t folder, RootReading& reading);
@@ -83,6 +84,7 @@ private:
     void readDropIns(const FolderEntry& entry, std::size_t folder, RootReading& reading);
     void forEachIn(const FolderEntry& folder, RootReading& reading, auto visit);
     bool isInSearchPath(const std::filesystem::path& folder);
+    std::string unitNamed(std::string name) const;
 
     const MachineFiles& machine;
     std::vector<std::filesystem::path> searchPath;

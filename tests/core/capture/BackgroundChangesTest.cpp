@@ -156,8 +156,9 @@ TEST(BackgroundChanges, AreReportedIfTheyChangeWhatAProgramDoes) {
          [](const Machine& machine) {
              machine.write(vendor + "ssh.service.d/a.conf", "[Service]\nRestart=no\n");
              machine.write(admin + "ssh.service.d/a.conf", "");
+             machine.write(admin + "ssh.service.d/b.conf", "[Service]\nUser=me\n");
          },
-         ""},
+         changed + vendor + "ssh.service; UserName changed\n"},
         {"a drop-in that a package manager keeps",
          write(admin + "ssh.service.d/a.conf.dpkg-old", "[Service]\nUser=me\n"), ""},
         {"an interval in no known unit",
@@ -174,6 +175,12 @@ TEST(BackgroundChanges, AreReportedIfTheyChangeWhatAProgramDoes) {
          removed + instance + "\n" + added + admin + "getty@tty1.service\n"},
         {"a further name by the distribution", link(vendor + "pipes.service", "plumbing.service"),
          ""},
+        {"choosing by a further name of a further name",
+         [](const Machine& machine) {
+             machine.link(vendor + "pipes.service", "plumbing.service");
+             machine.link(admin + "water.service", "/lib/systemd/system/pipes.service");
+         },
+         added + vendor + "plumbing.service\n"},
         {"a file in place of the link that enables",
          write(admin + "x.target.wants/plumbing.service", ""), ""},
         {"enabling plumbing", link(admin + "x.target.wants/plumbing.service", "/x"),
