@@ -26,15 +26,16 @@ const char* journalLevel(QtMsgType type) {
 std::string lineOf(QtMsgType type, const std::string& message) {
     static const bool toJournal = isJournal(STDERR_FILENO, std::getenv("JOURNAL_STREAM"));
     if (!toJournal)
-        return oneLine(systemWords::shown(message));
+        return systemWords::shown(message);
     // Not destroyed, because threads log until the process ends.
     static const auto* const names = new std::vector(publicText::privateNames());
-    return journalLevel(type) + oneLine(publicText::of(systemWords::shown(message), *names));
+    return journalLevel(type) + publicText::of(systemWords::shown(message), *names);
 }
 
 void write(QtMsgType type, const QMessageLogContext&, const QString& message) {
     static auto* const log = new LogWriter(STDERR_FILENO);
-    log->write(lineOf(type, message.toStdString()));
+    // A name in a message may hold a line feed or an escape sequence.
+    log->write(oneLine(lineOf(type, message.toStdString())));
 }
 
 } // namespace

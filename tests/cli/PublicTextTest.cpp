@@ -30,6 +30,14 @@ TEST(PublicText, HasNoPathsNamesOrQuotedTexts) {
         EXPECT_EQ(publicText::of(sentence, names), shown);
 }
 
+TEST_F(RecorderProgram, LogsWithoutControlCharacters) {
+    folder.write("da\033[2J\nta/Tidemark/journal.json", "{]");
+    more = {"XDG_DATA_HOME=" + (folder / "da\033[2J\nta").native()};
+    start();
+    EXPECT_TRUE(waitFor("could not be read")) << logged;
+    EXPECT_TRUE(test::contains(logged, "/da\uFFFD[2J\uFFFDta/Tidemark/journal.json"));
+}
+
 TEST_F(RecorderProgram, LogsLevelsAndNoPathsOnlyWhereTheSystemJournalReads) {
     folder.write("data/Tidemark/journal.json", "{]");
     for (const bool isJournal : {true, false}) {
