@@ -22,7 +22,7 @@ public:
         record = std::move(to);
     }
     void stop() override { all += "-" + name + " "; }
-    SettingSource source() const override { return SettingSource::battery; }
+    std::map<SettingSource, Absence> settingSources() const override { return {}; }
     std::vector<MonitorStatus> statuses() const override { return {}; }
 
     Record record;
