@@ -44,7 +44,7 @@ struct ObserveOptions {
 
     static constexpr auto fields() {
         constexpr OptionForm folder{.valueName = "DIR"};
-        // ObserveOptions that can't be given with --root: their sources are read only on this
+        // Options that can't be given with --root: their sources are read only on this
         // machine.
         constexpr OptionForm here{.excludes = {"root"}};
         constexpr OptionForm folderHere{.excludes = {"root"}, .valueName = "DIR"};
