@@ -25,9 +25,9 @@ namespace {
 
 using Folders = std::vector<RecommendedFolder>;
 
-constexpr const char* noTerminal =
-    "No folders have been chosen yet: captures wait for tidemark folders, or start again with "
-    "--setup recommended.";
+constexpr const char* noTerminal = "No folders have been chosen yet. Captures begin once they are "
+                                   "chosen with tidemark folders, or "
+                                   "after a start with --setup recommended.";
 constexpr const char* question =
     "Which of them shall be monitored? Numbers, all, or none [all that can be read]: ";
 constexpr const char* again = "Please give numbers of the list, all, or none: ";

@@ -15,7 +15,7 @@ struct Option {
 inline constexpr Option background{"background", "Record without a window until it is opened"};
 /// For scripts that choose between this program and one without windows.
 inline constexpr Option hasDisplay{
-    "has-display", "Only tell by the exit status, 0 or 1, whether a window can be opened"};
+    "has-display", "Open nothing; exit with 0 if a window can be opened, else with 1"};
 inline constexpr Option help{"help", "Print this help and exit"};
 inline constexpr Option version{"version", "Print the version of the program and exit"};
 

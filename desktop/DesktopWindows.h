@@ -18,8 +18,9 @@
 namespace tidemark {
 
 /// The windows of the program and the icon beside the clock, and how one opens the other. While the
-/// icon is there, the program goes on without a window; without it, closing the last window ends
-/// the program, and a window is opened when the icon goes while none is. Main thread only.
+/// icon is shown, the program goes on without a window. Without the icon, closing the last window
+/// ends the program; when the icon disappears while no window is open, a window is opened. Main
+/// thread only.
 class DesktopWindows : public QObject {
     Q_OBJECT
 

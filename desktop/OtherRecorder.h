@@ -10,7 +10,7 @@ namespace tidemark {
 struct OtherRecorder {
     /// True when it has windows: it was asked to bring one forward.
     bool hasWindow = false;
-    /// The service that it was, to be started again later; empty for none.
+    /// The name of the service as which it ran, to be started again later; empty when it was none.
     std::string service{};
 
     /// Asks the program over its socket to bring its window forward or, when it has none, to end

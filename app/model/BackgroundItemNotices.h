@@ -18,9 +18,10 @@ class BackgroundItemNotices : public QObject {
     Q_OBJECT
 
 public:
-    /// Makes the connection to what shows notifications; returns null where the system has nothing.
+    /// Creates the adapter that shows notifications; returns null on a system without one.
     using MakeNotifications = std::function<std::unique_ptr<DesktopNotifications>()>;
-    /// Returns what opens the event with this id; an empty function in a program without windows.
+    /// Returns a function that opens the event with this identifier, to be called when the
+    /// notification is clicked; an empty function in a program without windows.
     using OpeningOf = std::function<std::function<void()>(const std::string& eventID)>;
 
     /// The references must outlive this object. The journal is the one in `state`.
@@ -39,8 +40,8 @@ private:
     const OpeningOf openingOf;
     /// Null while the setting is off.
     std::unique_ptr<DesktopNotifications> notifications;
+    /// `ModelState::keptCaptures` and the identifier of the journal's last event, as last read.
     std::uint64_t captures = 0;
-    /// Id of the last event of the journal as last seen here.
     std::string lastEvent;
 };
 

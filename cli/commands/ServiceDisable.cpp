@@ -25,7 +25,7 @@ Command commands::serviceDisable() {
     return makeCommand<NoOptions, &tidemark::serviceDisable>({
         .name = "service disable",
         .group = CommandGroup::recording,
-        .summary = "End the service and start it with no session",
+        .summary = "End the service and no longer start it with each session",
     });
 }
 

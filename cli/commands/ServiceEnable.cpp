@@ -23,9 +23,9 @@ Command commands::serviceEnable() {
         .group = CommandGroup::recording,
         .summary = "Start the service now and with each session",
         .details =
-            "While a window of tidemark-desktop is open, that program records, and the service\n"
-            "goes on when it ends. On its very first start the service monitors the recommended\n"
-            "folders that can be read; the commands of tidemark folders change that.",
+            "While tidemark-desktop runs, that program records; when it ends, the service records\n"
+            "again. On its very first start the service monitors the recommended folders that can\n"
+            "be read; the commands of tidemark folders change that.",
     });
 }
 

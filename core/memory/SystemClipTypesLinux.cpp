@@ -28,8 +28,9 @@ constexpr auto richText = std::to_array<std::string_view>({
 });
 constexpr auto image = std::to_array<std::string_view>({"image/png", "image/tiff"});
 
-/// Password managers and browsers offer the first one, GTK programs the second, and programs that
-/// also run on Windows the others.
+/// Types by which a program marks what it copies as not to be recorded. Password managers and
+/// browsers offer the first one, GTK programs the second, and programs that also run on Windows the
+/// others.
 constexpr auto marks = std::to_array<std::string_view>({
     "x-kde-passwordManagerHint",
     "text/x-kde-passwordManagerHint",

@@ -12,8 +12,8 @@ namespace tidemark::HistoryMatches {
 
 inline constexpr std::size_t limit = 40;
 
-/// The first `limit` of `events` that contain `query` in their texts, in their order; white space
-/// at the ends of `query` does not count, and an empty one is in every event. When `stop` is
+/// The first `limit` of `events` that contain `query` in their texts, in their order. White space
+/// at the ends of `query` is ignored; an empty query matches every event. When `stop` is
 /// requested, returns early with what it has found.
 std::vector<Shared<Event>> find(const std::vector<Shared<Event>>& events, std::string_view query,
                                 const std::stop_token& stop = {});

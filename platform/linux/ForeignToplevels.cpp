@@ -64,7 +64,8 @@ const Tables& tables() {
 
 } // namespace
 
-/// The numbers of the protocol, and the functions that are called for its events.
+/// The numbers of a request and a state in the protocol, and the functions that are called for its
+/// events.
 struct ForeignToplevels::Protocol {
     static constexpr std::uint32_t destroyWindow = 7;
     static constexpr std::uint32_t activated = 2;
@@ -97,7 +98,8 @@ const ForeignToplevels::Protocol::ManagerListener ForeignToplevels::Protocol::ma
                 window, reinterpret_cast<void (**)()>(const_cast<WindowListener*>(&windowListener)),
                 data);
         },
-    // That no window is known any more does not mean that they are closed.
+    // The compositor reports no windows from now on. They may still be open, so `changed`, after
+    // which applications without a window count as ended, is not called.
     .finished = [](void* data, wl_proxy*) { self(data).windows.clear(); },
 };
 

@@ -20,12 +20,13 @@ const QString interface = u"org.kde.KGlobalAccel"_s;
 const QString componentInterface = u"org.kde.kglobalaccel.Component"_s;
 const QString ownComponent = u"app.tidemark"_s;
 const QString ownAction = u"search"_s;
-/// Names of the component and the action, and the same for the user.
+/// The identifiers of the component and the action, then their names as the user sees them.
 const QStringList action{ownComponent, ownAction, u"Tidemark"_s, u"Search History"_s};
 
-/// Qt's numbers of Control, Shift and the space bar, and KGlobalAccel's number for keys that are
-/// active (SetPresent). Without its number for new ones, those that the user chose are kept.
+/// Qt's codes of Control, Shift and the space bar.
 constexpr int controlShiftSpace = 0x0400'0000 | 0x0200'0000 | 0x20;
+/// KGlobalAccel's flag SetPresent: the keys are active. Since its flag NoAutoloading is not given,
+/// keys that the user has chosen before are used instead of those in the call.
 constexpr quint32 present = 2;
 
 } // namespace
@@ -37,7 +38,7 @@ KdeShortcut::KdeShortcut(const MessageBus& session, Observer observer)
 }
 
 KdeShortcut::~KdeShortcut() {
-    // Otherwise other programs could not have the keys after this one.
+    // Otherwise the keys stay assigned to this program after its end, and no other can use them.
     accelerators.call(path, interface, u"setInactive"_s, {action}, [](const auto&) {});
 }
 

@@ -44,7 +44,7 @@ Command commands::handOver() {
             .name = "hand-over",
             .group = CommandGroup::recording,
             .summary = "End a recorder that runs without a window, for one that has windows",
-            .details = "Prints the name of the service that it was, if any.",
+            .details = "Prints the name of the service as which it ran, if it was one.",
         },
         {.fromStored = withoutRecorder});
 }

@@ -40,8 +40,8 @@ RecorderStatus stored(const Journal& journal, const Preferences& preferences,
     if (folders.message() && !folders.messageIsSuccess())
         status.problems.push_back(*folders.message());
     if (!read(preferences, preferenceKeys::folderSetupCompleted))
-        status.problems.emplace_back(
-            "No folders have been chosen yet; captures wait for tidemark folders.");
+        status.problems.emplace_back("No folders have been chosen yet. Captures begin once they "
+                                     "are chosen with tidemark folders.");
     return status;
 }
 

@@ -36,7 +36,7 @@ QStringList rowsOf(const QAbstractItemModel& model) {
 
 } // namespace
 
-TEST(TimelineModel, HoldsAfterAnyChangeWhatAFreshOneHolds) {
+TEST(TimelineModel, HasTheRowsOfAFreshModelAfterAnyChange) {
     TimelineModel model;
     const QAbstractItemModelTester tester(&model,
                                           QAbstractItemModelTester::FailureReportingMode::Fatal);
@@ -55,7 +55,7 @@ TEST(TimelineModel, HoldsAfterAnyChangeWhatAFreshOneHolds) {
     }
 }
 
-TEST(TimelineModel, AddsWithoutTouchingTheRest) {
+TEST(TimelineModel, InsertsOnlyTheRowsOfANewEvent) {
     TimelineModel model;
     auto events = history(10);
     model.show(presentationOf(events), Date{0});

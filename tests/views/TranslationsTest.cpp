@@ -253,7 +253,7 @@ TEST(Translations, WriteSizesAndLengthsOfTimeAsTheLanguageDoes) {
         EXPECT_EQ(shownPart(text).toStdString(), shown) << text;
 }
 
-TEST(Translations, LeaveNamesOutThatAreWordsOfTheCatalogue) {
+TEST(Translations, DoNotApplyToANameThatEqualsATranslatedText) {
     const InGerman german;
     ASSERT_EQ(shownText("Documents"), QStringLiteral("Dokumente"));
     const InspectionSectionView view({.rows = {{"Volume", "Documents", true}},

@@ -11,7 +11,7 @@ class ElidedLabel : public QLabel {
 public:
     explicit ElidedLabel(Qt::TextElideMode elided = Qt::ElideRight, QWidget* parent = nullptr);
 
-    /// Shows the text as a second line.
+    /// Draws the text in the dimmed colour of second lines.
     void setDim();
     QSize minimumSizeHint() const override;
 

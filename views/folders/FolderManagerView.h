@@ -24,14 +24,14 @@ class FolderManagerView : public QWidget {
     Q_OBJECT
 
 public:
-    /// Both outlive the view.
+    /// Both must outlive the view.
     FolderManagerView(AppModel& controller, TaskScope& scope, QWidget* parent = nullptr);
 
     /// Begins the choice, and shows the folders as they are.
     void begin(bool isFirstSetup);
 
 private:
-    /// What only the disk knows; looked up in the background each time the page is opened.
+    /// Facts that are read from the disk, in the background, each time the page is opened.
     struct Places {
         /// See `FolderManagerState`.
         std::vector<std::string> recommended;
@@ -63,7 +63,7 @@ private:
     TaskScope& tasks;
     bool isFirst = false;
     Places places;
-    /// The title of the folder that is being looked at; one on a server may take long.
+    /// The title of the folder whose access is being checked, which takes long on a slow server.
     std::optional<std::string> currentFolder;
     /// Why a folder could not be added.
     std::string failure;

@@ -5,17 +5,18 @@
 #include <QColor>
 #include <QPalette>
 
-/// The colours of a map of folder sizes, mixed from those of the palette, so that a dark or a high
-/// contrast one is followed.
+/// The colours of a map of folder sizes, mixed from those of the palette, so that they fit dark and
+/// high-contrast palettes.
 namespace tidemark::folderMapColors {
 
-/// `share` of one colour in another, from 0 to 1.
+/// The mixture of two colours in which `above` has this share, from 0 to 1.
 QColor mixed(const QColor& below, const QColor& above, double share);
 /// The surface of a tile. `strength` as in `FolderMap::Tile`.
 QColor tile(const QPalette& palette, FolderMap::Trend trend, double strength);
 /// The surface of a folder around its parts.
 QColor folder(const QPalette& palette);
-/// The colour of text on a surface: that of texts or that of selected ones, whichever is readable.
+/// The colour of text on a surface: the palette's colour of text or of selected text, whichever
+/// is readable there.
 QColor textOn(const QPalette& palette, const QColor& surface);
 /// The colour of the pattern on a surface.
 QColor patternOn(const QPalette& palette, FolderMap::Trend trend, const QColor& surface);

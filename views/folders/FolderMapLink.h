@@ -18,15 +18,15 @@ class FolderMapLink : public QObject {
     Q_OBJECT
 
 public:
-    /// All of them outlive it.
+    /// All of them must outlive this object.
     FolderMapLink(FolderSizeModel& rows, FolderTree& table, FolderMapPane& drawn);
 
-    /// The model has other rows; `outermost` is the map of its first level. The map stays inside of
-    /// the same folder while that exists.
+    /// Is called when the rows of the model have changed. `outermost` is the map of its first
+    /// level. The map goes on to show the contents of the same folder if that still exists.
     void show(FolderMap outermost);
 
 private:
-    /// Shows the folder with this path of identifiers from the inside; all folders for none.
+    /// Shows the contents of the folder at this path of identifiers; all folders for an empty path.
     void enter(const QStringList& path);
     void leave();
     void chooseInTable(const QStringList& path);
@@ -37,8 +37,9 @@ private:
     FolderTree& tree;
     FolderMapPane& pane;
     FolderMap allFolders;
-    /// The identifiers of the folders that the map is inside of.
+    /// The path of identifiers of the folder whose contents the map shows; empty for all folders.
     QStringList inside;
+    /// True while a choice in the map is repeated in the table.
     bool isChoosing = false;
 };
 

@@ -76,17 +76,17 @@ TEST(BatteryHistory, ReportsALowBatteryOnceUntilItRecovered) {
     const auto again = "Battery Low@10 Power Connected@20 Switched to Battery@30 Battery Low@40";
     expectStories({
         {"20 is not low", "21 20", ""},
-        {"19 is", "20 19 18", "Battery Low@10"},
-        {"it must last", "21 ~19 21 20", ""},
+        {"19 is low, once", "20 19 18", "Battery Low@10"},
+        {"a low level that does not last", "21 ~19 21 20", ""},
         {"low at the start makes no record", "15 14", ""},
         {"an unknown level is not below 20", "? 30 19", "Battery Low@20"},
-        {"nor was it above", "21 ? 19", ""},
+        {"an unknown level is not above 20", "21 ? 19", ""},
         {"on power nothing is low", "+21 +19", ""},
-        {"24 is not recovered", "21 19 +24 22 19", once},
-        {"nor is an unknown level", "21 19 +? 22 19", once},
-        {"25 is", "21 19 +25 22 19", again},
+        {"24 on power is no recovery", "21 19 +24 22 19", once},
+        {"an unknown level is no recovery", "21 19 +? 22 19", once},
+        {"25 on power is a recovery", "21 19 +25 22 19", again},
         {"on battery nothing recovers", "21 19 40 19", "Battery Low@10"},
-        {"after a low start too", "15 +25 25 19",
+        {"recovery after a low start", "15 +25 25 19",
          "Power Connected@10 Switched to Battery@20 Battery Low@30"},
     });
 }
@@ -94,29 +94,32 @@ TEST(BatteryHistory, ReportsALowBatteryOnceUntilItRecovered) {
 TEST(BatteryHistory, ReportsAFullBatteryOnceUntilItWasUsed) {
     const auto once = "Battery Fully Charged@10";
     expectStories({
-        {"not after an unknown state", "+99u +100f", ""},
-        {"95 is not used", "+99 +100f +95 +100f", once},
-        {"94 is", "+99 +100f +94 +100f", "Battery Fully Charged@10 Battery Fully Charged@30"},
-        {"an unknown level is not", "+99 +100f +? +100f", once},
+        {"full after an unknown state makes no record", "+99u +100f", ""},
+        {"95 does not count as used", "+99 +100f +95 +100f", once},
+        {"94 counts as used", "+99 +100f +94 +100f",
+         "Battery Fully Charged@10 Battery Fully Charged@30"},
+        {"an unknown level does not count as used", "+99 +100f +? +100f", once},
         {"full at the start makes no record", "+100f +96 +100f", ""},
-        {"only on power", "99 100f", ""},
+        {"full on battery makes no record", "99 100f", ""},
     });
 }
 
 TEST(BatteryHistory, ReportsHowLongItCharged) {
     const auto noSession = "Power Connected@10 Switched to Battery@30";
     expectStories({
-        {"until unplugged", "50 +50c +51c 51", "Power Connected@10 Switched to Battery@30[10-30]"},
-        {"until full", "50 +50c +100f 99",
+        {"a charge lasts until it is unplugged", "50 +50c +51c 51",
+         "Power Connected@10 Switched to Battery@30[10-30]"},
+        {"a charge lasts until the battery is full", "50 +50c +100f 99",
          "Power Connected@10 Battery Fully Charged@20[10-20] Switched to Battery@30"},
-        {"from when it began, which may be later than power", "50 +50 +50c 70",
+        {"a charge may begin later than power", "50 +50 +50c 70",
          "Power Connected@10 Switched to Battery@30[20-30]"},
-        {"the same for all records of one change", "50 +50c 19",
+        {"all records of one change have the same charge", "50 +50c 19",
          "Power Connected@10 Switched to Battery@20[10-20] Battery Low@20[10-20]"},
-        {"not when it charged already", "+50c +51c 50", "Switched to Battery@20"},
-        {"nor when that was not known", "+50u +50c 50", "Switched to Battery@20"},
-        {"nor when it paused meanwhile", "50 +50c +60 60", noSession},
-        {"nor when the clock was set back", "50 +50c <60",
+        {"no charge when it charged at the start", "+50c +51c 50", "Switched to Battery@20"},
+        {"no charge when it was not known whether it charged", "+50u +50c 50",
+         "Switched to Battery@20"},
+        {"no charge when it paused meanwhile", "50 +50c +60 60", noSession},
+        {"no charge when the clock was set back", "50 +50c <60",
          "Power Connected@10 Switched to Battery@5"},
         {"a moment of power is not a charge", "50 ~+50c 50 49", ""},
     });
@@ -124,8 +127,9 @@ TEST(BatteryHistory, ReportsHowLongItCharged) {
 
 TEST(BatteryHistory, StartsAgainAfterAMissingReading) {
     expectStories({
-        {"what was pending is dropped", "20 ~19 x 19", ""},
-        {"so is the charge", "50 +50c x +60c 60", "Power Connected@10 Switched to Battery@40"},
+        {"a pending change is dropped", "20 ~19 x 19", ""},
+        {"the start of a charge is dropped", "50 +50c x +60c 60",
+         "Power Connected@10 Switched to Battery@40"},
     });
     BatteryHistory history;
     EXPECT_FALSE(history.receive(std::nullopt, Date{0}));
