@@ -15,9 +15,9 @@ namespace tidemark {
 /// several sources may report. An application runs while it has an instance. Values in, values out;
 /// not thread-safe.
 ///
-/// The second start of a program that allows one process only is an instance that ends at once, and
-/// neither a launch nor a quit. So an application counts as launched when it still has an instance
-/// after some time.
+/// An application counts as launched when it still has an instance after some time: the second
+/// start of a program that allows one process only is an instance that ends at once, and is
+/// reported neither as a launch nor as a quit.
 class ApplicationInstances {
 public:
     /// Seconds from the first instance until the launch.
@@ -26,15 +26,15 @@ public:
     using Application = ApplicationSource::Application;
     using Change = ApplicationSource::Change;
 
-    /// Adds an instance that existed before its source was followed. It is no launch.
+    /// Adds an instance that existed before its source was followed. No launch is reported for it.
     void assume(const std::string& instance, const Application& application);
     /// Adds an instance that began at `moment`, at `now` of the monotonic clock.
     void add(const std::string& instance, const Application& application, Date moment, double now);
     /// Removes an instance. Returns the quit of the application when it was its last one.
     std::optional<Change> remove(const std::string& instance, Date moment);
 
-    /// Removes the instances whose name begins with this word. They are unknown, so this is no
-    /// quit.
+    /// Removes the instances whose name begins with this word, without reporting a quit: whether
+    /// they still run is not known.
     void forget(std::string_view firstWord);
 
     /// The launches that have settled by now, with the moment when each began.

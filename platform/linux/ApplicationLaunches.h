@@ -38,7 +38,8 @@ public:
     void assume(const std::string& instance, const Application& application);
     void add(const std::string& instance, const Application& application, Date moment, double now);
     void remove(const std::string& instance, Date moment);
-    /// All instances of a source are unknown from now on, which is no quit.
+    /// Removes all instances of a source, without reporting a quit: whether they still run is not
+    /// known.
     void forget(std::string_view firstWord);
 
 private:

@@ -15,8 +15,7 @@ namespace tidemark {
 
 /// One Wi-Fi device of NetworkManager (org.freedesktop.NetworkManager.Device.Wireless,
 /// https://networkmanager.dev/docs/api). Follows only the state of the device: its bit rate and the
-/// strength of its access point change every few seconds and are no reason to look. Main thread
-/// only.
+/// strength of its access point change every few seconds and cause no reading. Main thread only.
 class NetworkManagerDevice final : public QObject {
 public:
     struct State {

@@ -14,7 +14,7 @@ class X11Clipboard final : public DisplayReader, private X11Connection::Observer
 public:
     struct Setup {
         ClipFollower::Setup follower;
-        /// Called once, with what this server lets one know.
+        /// Called once, with what can be learned from this server about copies.
         Clipboard::AccessChanged started;
         /// True for the X11 server inside of a Wayland session. There, only some compositors show
         /// the copies of all programs to it, and its windows are not all windows.
