@@ -194,7 +194,7 @@ std::vector<Sentence> spokenSentences() {
 
 /// Sizes, dates and shares.
 bool isMeasure(const QString& part) {
-    static const QRegularExpression begin(QStringLiteral("^[+−<]? ?[0-9]"));
+    static const QRegularExpression begin(QStringLiteral("^[+−<]? ?\\*?[0-9]"));
     return part.isEmpty() || begin.match(part).hasMatch();
 }
 
@@ -258,7 +258,7 @@ TEST(Translations, DoNotApplyToANameThatEqualsATranslatedText) {
     ASSERT_EQ(shownText("Documents"), QStringLiteral("Dokumente"));
     const InspectionSectionView view({.rows = {{"Volume", "Documents", true}},
                                       .changes = {{"Documents", "1.5 GB", "2 GB", {}, true}}});
-    EXPECT_EQ(labelsOf(view), "Volume,Documents,Vorher,Nachher,Documents,1,5 GB,2 GB,");
+    EXPECT_EQ(labelsOf(view), "Datenträger,Documents,Vorher,Nachher,Documents,1,5 GB,2 GB,");
     MonitoredFolderRow row;
     FolderManagerPage::Row folder;
     folder.name = "Documents";
