@@ -27,6 +27,8 @@ struct ActivityRecording : testing::Test {
     test::TemporaryFolder folder;
     const std::filesystem::path file = folder / "data/Tidemark/system-activity.json";
     QProcess recorder;
+    QTimer machine;
+    bool asleep = false;
 
     ~ActivityRecording() override {
         recorder.kill();
@@ -53,6 +55,12 @@ struct ActivityRecording : testing::Test {
         logind.control(managerPath, u"EmitSignal"_s,
                        {manager, u"PrepareForSleep"_s, u"b"_s, QVariant(QVariantList{preparing})});
     }
+    /// The machine sleeps and wakes again and again, because it can't be observed when the recorder
+    /// begins to follow logind.
+    void keepSleeping() {
+        machine.callOnTimeout([this] { prepareForSleep(asleep = !asleep); });
+        machine.start(50);
+    }
     /// Ends the recorder by SIGTERM and expects a clean end.
     void expectToEnd() {
         recorder.terminate();
@@ -68,11 +76,7 @@ struct ActivityRecording : testing::Test {
 TEST_F(ActivityRecording, WritesASleepToTheFile) {
     logind.start();
     start();
-    // When the recorder begins to follow logind can't be observed, so sleeps are repeated.
-    QTimer machine;
-    bool asleep = false;
-    machine.callOnTimeout([&] { prepareForSleep(asleep = !asleep); });
-    machine.start(50);
+    keepSleeping();
     const auto sleeps = [&] {
         const auto records = stored();
         return std::ranges::count_if(
@@ -87,6 +91,26 @@ TEST_F(ActivityRecording, WritesASleepToTheFile) {
     EXPECT_TRUE(test::contains(kinds, "sleepRequested woke sleepRequested woke "));
     EXPECT_EQ(test::modeOf(file), 0600U);
     EXPECT_FALSE(test::contains(test::namesIn(file.parent_path()), ".new-"));
+}
+
+TEST_F(ActivityRecording, WritesNothingToADataFolderThatWasReplaced) {
+    logind.start();
+    start();
+    keepSleeping();
+    test::until([&] { return !stored().empty(); });
+    const auto data = file.parent_path();
+    std::filesystem::rename(data, folder / "moved");
+    std::filesystem::create_directory(data);
+    test::until([&] {
+        QProcess status;
+        status.setProcessEnvironment(recorder.processEnvironment());
+        status.start(QStringLiteral(TIDEMARK_PROGRAM), {u"status"_s});
+        return status.waitForFinished()
+               && status.readAllStandardOutput().contains("Activity history could not be saved.");
+    });
+    machine.stop();
+    expectToEnd();
+    EXPECT_EQ(test::namesIn(data), "");
 }
 
 TEST_F(ActivityRecording, IsNotDelayedByABusThatHangs) {
