@@ -11,13 +11,14 @@
 
 namespace tidemark {
 
-/// A time in which nothing, or one place not, was observed: a thin row of the timeline.
+/// A period in which nothing was observed, or one folder could not be read. The timeline shows it
+/// as a thin row.
 struct GapRow {
     enum class Reason { unknown, asleep, notRunning, paused, unreadable };
 
     Date start;
     Date end;
-    /// It has not ended.
+    /// True for a gap that has not ended.
     bool isOngoing = false;
     /// Of `asleep`, `notRunning` and `paused` the one that explains most of the time, and at least
     /// half of it. `unreadable`: captures were made, but a place could not be read.

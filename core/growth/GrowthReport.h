@@ -30,9 +30,9 @@ struct GrowthItem {
     State state = State::changed;
     std::string path;
     std::string name;
-    /// Absent for what has appeared.
+    /// Absent for an item that has appeared.
     std::optional<DatedSize> before{};
-    /// Absent for what is gone.
+    /// Absent for an item that was removed.
     std::optional<DatedSize> after{};
     /// Part of all growth, or of all shrinkage, that the list shows, from 0 to 1. An item inside of
     /// another one has a share as well, but is not counted twice in the whole.

@@ -16,7 +16,7 @@ struct TimelineRow {
         /// The heading of a day.
         day,
         event,
-        /// A time in which nothing, or one place not, was observed.
+        /// A period in which nothing was observed, or one folder could not be read.
         gap,
         /// Several of these, folded into one row.
         gaps,
