@@ -93,6 +93,8 @@ SettingSources Recorder::sourcesOf(const LiveMonitors& monitors,
         reasons[SettingSource::formulas] = "Homebrew is not installed.";
     if (std::ranges::any_of(places.diagnostics, isFolder))
         present.insert(SettingSource::diagnosticReports);
+    else
+        reasons[SettingSource::diagnosticReports] = "No folder of crash reports is there.";
     if (const auto absence = systemServices::clipboardAbsence(); absence && !absence->empty())
         reasons[SettingSource::clipboard] = *absence;
     else if (!absence && !reasons.contains(SettingSource::clipboard))

@@ -176,6 +176,8 @@ constexpr std::array texts{
     QT_TRANSLATE_NOOP("core", "This computer has no Bluetooth adapter."),
     QT_TRANSLATE_NOOP("core", "UPower, the service that reports batteries, does not run."),
     QT_TRANSLATE_NOOP("core", "The Bluetooth service BlueZ does not run."),
+    QT_TRANSLATE_NOOP("core", "Homebrew is not installed."),
+    QT_TRANSLATE_NOOP("core", "No folder of crash reports is there."),
     QT_TRANSLATE_NOOP("core", "NetworkManager, which knows the names of Wi-Fi networks, is not "
                               "installed."),
     QT_TRANSLATE_NOOP("core", "NetworkManager, which knows the names of Wi-Fi networks, does not "

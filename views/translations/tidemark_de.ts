@@ -1977,6 +1977,14 @@ Alle Änderungen, unabhängig von den Schwellen der Zeitleiste.</translation>
         <translation>Der Dienst UPower, der Akkus meldet, läuft nicht.</translation>
     </message>
     <message>
+        <source>Homebrew is not installed.</source>
+        <translation>Homebrew ist nicht installiert.</translation>
+    </message>
+    <message>
+        <source>No folder of crash reports is there.</source>
+        <translation>Es gibt keinen Ordner für Absturzberichte.</translation>
+    </message>
+    <message>
         <source>NetworkManager, which knows the names of Wi-Fi networks, is not installed.</source>
         <translation>Der NetworkManager, der die Namen der WLANs kennt, ist nicht installiert.</translation>
     </message>
