@@ -7,8 +7,11 @@
 #include "views/dialogs/ExportDialog.h"
 #include "views/dialogs/ImportDialog.h"
 #include "views/dialogs/SaveSnapshotDialog.h"
+#include "views/folders/FolderInspectorView.h"
 #include "views/folders/FolderMapView.h"
+#include "views/folders/FolderTree.h"
 #include "views/storage/StorageChartView.h"
+#include "views/storage/StorageOverTimeView.h"
 #include "views/workspace/TimelineView.h"
 
 #include <QApplication>
@@ -21,7 +24,6 @@
 #include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QToolButton>
-#include <QTreeView>
 #include <QWidget>
 #include <cmath>
 #include <functional>
@@ -72,11 +74,8 @@ void select(const Studio& studio, std::string_view title) {
     throw Error("No event is called " + std::string(title) + ".");
 }
 
-QTreeView& tree(const Studio& studio) {
-    for (auto* each : studio.window->findChildren<QTreeView*>())
-        if (each->accessibleName() == QStringLiteral("Folder Sizes"))
-            return *each;
-    throw Error("The table of folder sizes is missing.");
+FolderTree& tree(const Studio& studio) {
+    return *studio.window->findChild<FolderInspectorView*>()->findChild<FolderTree*>();
 }
 
 struct Scene {
@@ -166,7 +165,7 @@ void atAFolderOverTime(const Studio& studio) {
 void atTheTableOfAChart(const Studio& studio) {
     chartOf(studio, "", 0.9);
     for (auto* button : studio.window->findChildren<QToolButton*>())
-        if (button->accessibleName() == QStringLiteral("Show as a table"))
+        if (button->accessibleName() == StorageOverTimeView::tr("Show as a table"))
             button->click();
 }
 

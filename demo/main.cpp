@@ -1,6 +1,7 @@
 #include "demo/DemoWindows.h"
 #include "demo/Screenshots.h"
 #include "views/base/ControlStyle.h"
+#include "views/base/Translations.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
@@ -35,6 +36,7 @@ int showDemo() {
 
 int main(int argc, char** argv) {
     QApplication application(argc, argv);
+    loadTranslations(application);
     useControlStyle();
     QCommandLineParser parser;
     parser.setApplicationDescription(

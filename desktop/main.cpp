@@ -5,12 +5,11 @@
 #include "desktop/OtherRecorder.h"
 #include "recorder/RecorderLog.h"
 #include "views/base/ControlStyle.h"
+#include "views/base/Translations.h"
 
 #include <QApplication>
 #include <QIcon>
-#include <QLibraryInfo>
 #include <QMessageBox>
-#include <QTranslator>
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
@@ -102,16 +101,6 @@ int record(const Interruption& interruption) {
     const bool inBackground =
         QCoreApplication::arguments().contains(nameOf(desktopOptions::background));
     return application ? application->run(interruption, inBackground) : 0;
-}
-
-void loadTranslations(QApplication& application) {
-    const auto load = [&](const QString& name, const QString& folder) {
-        auto* translator = new QTranslator(&application);
-        if (translator->load(QLocale(), name, QStringLiteral("_"), folder))
-            QCoreApplication::installTranslator(translator);
-    };
-    load(QStringLiteral("qtbase"), QLibraryInfo::path(QLibraryInfo::TranslationsPath));
-    load(QStringLiteral("tidemark"), QStringLiteral(":/translations"));
 }
 
 int run(int count, char** arguments) {
