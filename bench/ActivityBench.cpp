@@ -26,8 +26,8 @@ std::vector<SystemActivity> fullHistory() {
         NetworkConnectionState::Availability::available, {NetworkConnectionState::Interface::wifi});
     std::vector<SystemActivity> records;
     for (std::size_t i = 0; i < SystemActivityStore::mostRecords; ++i) {
-        auto activity =
-            SystemActivity::observed(Kind::networkChanged, Date{static_cast<double>(i / 3) * 60});
+        const auto round = static_cast<double>(i / 3);
+        auto activity = SystemActivity::observed(Kind::networkChanged, Date{round * 60});
         if (i % 3 == 0) {
             activity.networkChange.emplace().before = online;
         } else if (i % 3 == 1) {

@@ -19,7 +19,7 @@ namespace {
 
 constexpr int runs = 21;
 constexpr std::size_t folders = 50;
-constexpr int years = 10;
+constexpr std::int64_t years = 10;
 constexpr double day = 86'400;
 
 /// 720 captures of 50 folders, half an hour apart.

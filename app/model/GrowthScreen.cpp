@@ -115,8 +115,10 @@ QCoro::Task<void> GrowthScreen::prepare(Choice choice, std::stop_token stop) {
 }
 
 void GrowthScreen::choose(std::string path) {
-    if (std::exchange(chosenPath, path) != path)
-        noteChange();
+    if (path == chosenPath)
+        return;
+    chosenPath = std::move(path);
+    noteChange();
 }
 
 void GrowthScreen::setSpan(GrowthSpan span) {

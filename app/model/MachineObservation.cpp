@@ -16,7 +16,8 @@ Observe machineObservation(ComponentStorageScanner& scanner, CaptureProgress& pr
             QMetaObject::invokeMethod(
                 &progress, [&progress, text] { progress.stage = text; }, Qt::QueuedConnection);
         };
-        const auto observe = [options, tell, &scanner, packages](const std::stop_token& stopped) {
+        const auto observe = [options = std::move(options), tell, &scanner,
+                              packages](const std::stop_token& stopped) {
             return SystemObserver::captureProgressively(options, &scanner, tell, Clock::system(),
                                                         stopped, packages.get());
         };

@@ -98,7 +98,7 @@ EnvironmentActivity volumeEntry(std::string path, std::optional<VolumeContext> v
 EnvironmentActivity displayEntry(std::string name, std::optional<DisplayContext> mode) {
     EnvironmentActivity entry;
     entry.deviceName = std::move(name);
-    entry.display = std::move(mode);
+    entry.display = mode;
     if (!entry.display)
         return entry;
     // JSON has no NaN or infinity: such a value would make writing the whole record fail.

@@ -71,9 +71,9 @@ FoundApplication readCurrent(const OpenFolder& folder, const FolderEntry& entry)
     if (!record)
         throw FileError(deploy.path, "is not readable");
     const std::string identifier = textFromBytes(entry.name());
-    std::string name = record->name ? *record->name : nameOfEntry(installed, entry.name());
+    const std::string name = record->name ? *record->name : nameOfEntry(installed, entry.name());
     return {{.bundleID = identifier,
-             .name = name.empty() ? identifier : std::move(name),
+             .name = name.empty() ? identifier : name,
              .version = record->version.value_or(std::string(unknownVersion)),
              .build = textFromBytes(commit.native().substr(0, shortCommit)),
              .path = entry.pathText(),

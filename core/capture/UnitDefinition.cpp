@@ -166,7 +166,7 @@ std::expected<Effective, Failure> effective(const UnitFolders& folders, const st
 std::string startedUnit(const std::string& name, const UnitSettings& settings) {
     const std::string_view suffix = UnitName::suffix(name);
     const std::string stem(UnitName::withoutSuffix(name));
-    const auto orDefault = [](std::string given, std::string usual) {
+    const auto orDefault = [](const std::string& given, const std::string& usual) {
         return given.empty() ? usual : given;
     };
     if (suffix == ".timer" || suffix == ".path")

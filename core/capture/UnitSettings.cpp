@@ -162,7 +162,8 @@ std::map<std::string_view, std::vector<std::string>> UnitSettings::byDefinitionK
     for (const auto& [name, values] : settings)
         if (const Setting* setting = settingOf(name); !setting->definitionKey.empty())
             for (const auto& value : values)
-                texts[setting->definitionKey].push_back(name + "=" + value);
+                texts[setting->definitionKey].push_back(
+                    std::string(name).append("=").append(value));
     return texts;
 }
 

@@ -53,7 +53,7 @@ std::string spoken(const std::optional<DatedSize>& size) {
 }
 
 std::string changeText(const GrowthItem& item) {
-    const std::string bytes = isSizeKnown(item) ? signedBytes(item.change()) : "";
+    std::string bytes = isSizeKnown(item) ? signedBytes(item.change()) : "";
     const char* word = item.state == GrowthItem::State::appeared ? "New"
                        : item.state == GrowthItem::State::gone   ? "Gone"
                                                                  : "";
