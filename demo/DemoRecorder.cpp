@@ -8,8 +8,8 @@ namespace tidemark::demo {
 
 namespace {
 
-constexpr std::array stages{"Scanning Applications", "Scanning Background Items",
-                            "Measuring Storage", "Saving"};
+constexpr std::array stages{"Scanning Applications and Background Items…", "Scanning Documents…",
+                            "Scanning Projects…", "Saving Observation…"};
 
 /// All that the screens show, so that no place says that it has no source here.
 SettingSources everySource() {

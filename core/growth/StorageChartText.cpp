@@ -70,10 +70,13 @@ Row pointRow(const StorageChart& chart, std::size_t index, const Calendar& calen
 
 /// When the event happened: at one time, or between two.
 std::string timesOf(const Event& event, const Calendar& calendar) {
-    const std::string end = momentText(event.timestamp, calendar);
+    std::string end = momentText(event.timestamp, calendar);
     if (event.intervalStart == event.timestamp)
         return end;
-    return momentText(event.intervalStart, calendar) + " – " + end;
+    const std::string start = momentText(event.intervalStart, calendar);
+    if (calendar.startOfDay(event.intervalStart) != calendar.startOfDay(event.timestamp))
+        return start + " – " + end;
+    return start + " – " + calendar.format(event.timestamp, "HH:mm");
 }
 
 } // namespace

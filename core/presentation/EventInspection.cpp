@@ -176,7 +176,6 @@ EventInspection EventInspection::of(const Event& event, const Snapshot* latest,
     EventInspection made;
     made.title = shownTitle(event);
     made.subtitle = systemWords::shown(displaySubtitle(event));
-    made.isNamed = event.memory.has_value();
     made.symbol = event.symbol;
     made.sections = sectionsOf(event, latest, isStateComparison, calendar);
     if (event.identifier)

@@ -38,8 +38,6 @@ struct EventInspection {
         "Select an event to inspect its source, observation interval, and details.";
 
     std::string title;
-    /// True when the title is the name of a file, a program or a clip, and no sentence.
-    bool isNamed = false;
     std::string subtitle;
     /// Name of the symbol image.
     std::string symbol;

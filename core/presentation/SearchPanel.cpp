@@ -33,13 +33,19 @@ SearchResultRow SearchResultRow::of(const Event& event, const Calendar& calendar
     const EventRow row = EventRow::of(event, calendar);
     SearchResultRow result;
     result.title = row.title;
-    result.subtitle = systemWords::shown(rawValue(event.category));
-    if (!row.subtitle.empty())
-        result.subtitle = row.subtitle + " · " + result.subtitle;
+    result.subtitle = row.subtitle;
+    result.category = systemWords::shown(rawValue(event.category));
     result.when = calendar.format(event.timestamp, "d MMM yyyy, HH:mm");
     result.symbol = row.symbol;
-    result.accessibleText = result.title + ", " + result.subtitle + ", " + result.when;
     return result;
+}
+
+std::string SearchResultRow::below() const {
+    return subtitle.empty() ? category : subtitle + " · " + category;
+}
+
+std::string SearchResultRow::accessibleText() const {
+    return title + ", " + below() + ", " + when;
 }
 
 } // namespace tidemark

@@ -29,15 +29,18 @@ SearchPanelAction actionOf(SearchPanelKey key, std::ptrdiff_t page);
 /// One result, each text on a single line and in the words of this system.
 struct SearchResultRow {
     std::string title;
-    /// The second line of the event, and its category.
+    /// The second line of the event; may be empty.
     std::string subtitle;
+    std::string category;
     std::string when;
     /// Name of the symbol image.
     std::string symbol;
-    /// All of that in one sentence, for a screen reader.
-    std::string accessibleText;
 
     static SearchResultRow of(const Event& event, const Calendar& calendar);
+    /// The second line of the result.
+    std::string below() const;
+    /// All of that in one sentence, for a screen reader.
+    std::string accessibleText() const;
 };
 
 } // namespace tidemark

@@ -75,10 +75,11 @@ private:
     void writeHeadphones(Date at) {
         for (const bool isConnected : {true, false}) {
             auto& record = add(Kind::bluetoothChanged, at + (isConnected ? 0 : 2.2 * hour));
-            record.bluetoothChange = BluetoothConnectionChange{.deviceClass = "Headphones",
-                                                               .session = {},
-                                                               .deviceName = "Studio Headphones",
-                                                               .connected = isConnected};
+            record.bluetoothChange =
+                BluetoothConnectionChange{.deviceClass = "Audio / video accessory",
+                                          .session = {},
+                                          .deviceName = "Studio Headphones",
+                                          .connected = isConnected};
             if (!isConnected)
                 record.bluetoothChange->session = ObservedSession{at, at + 2.2 * hour, {}, {}};
         }

@@ -6,6 +6,7 @@
 #include "core/presentation/Sidebar.h"
 #include "core/presentation/Toolbar.h"
 #include "tests/app/support/MemoryPreferences.h"
+#include "views/base/EventText.h"
 #include "views/base/ShownText.h"
 #include "views/folders/MonitoredFolderRow.h"
 #include "views/translations/CorePatterns.h"
@@ -268,13 +269,65 @@ TEST(Translations, DoNotApplyToANameThatEqualsATranslatedText) {
     EXPECT_EQ(row.controls()[0]->accessibleName(), QStringLiteral("Documents, nicht überwacht"));
 }
 
+TEST(Translations, ReachTheTextsOfAnEventAndNoNameInThem) {
+    const InGerman german;
+    const auto remembered = [](MemoryRecord::Kind kind) {
+        Event event;
+        event.memory.emplace(MemoryRecord::make(kind, {}, "Documents", {}, {}, {}, {}));
+        return event;
+    };
+    const auto active = [](SystemActivity activity) {
+        Event event;
+        event.systemActivity.emplace(std::move(activity));
+        return event;
+    };
+    Event volume;
+    VolumeContext named;
+    named.name = "Documents";
+    volume.volumeContext.emplace(std::move(named));
+    auto wifi = SystemActivity::observed(SystemActivity::Kind::wifiChanged, {});
+    wifi.wifiContext.emplace(WiFiContext{}).networkName = "Documents";
+    Event service;
+    service.category = EventCategory::background;
+    service.changes.emplace_back(change::BackgroundRemoved{Shared(BackgroundItem{})});
+    using enum MemoryRecord::Kind;
+    const struct {
+        Event event;
+        const char* subtitle;
+        const char* shown;
+    } cases[] = {
+        {remembered(fileOpened), "Last used · /home/Documents",
+         "Zuletzt benutzt · /home/Documents"},
+        {remembered(clipboard), "Image · Documents", "Bild · Documents"},
+        {volume, "Documents · 1.5 GB decrease in free space · 84.2 GB remaining",
+         "Documents · 1,5 GB weniger freier Platz · 84,2 GB frei"},
+        {active(wifi), "Documents", "Documents"},
+        {active(SystemActivity::observed(SystemActivity::Kind::thermalChanged, {})),
+         "Nominal → Serious", "Normal → Hoch"},
+        {service, "User service · Documents", "Dienst des Benutzers · Documents"},
+    };
+    for (const auto& [event, subtitle, shown] : cases)
+        EXPECT_EQ(eventText::subtitle(event, subtitle).toStdString(), shown) << subtitle;
+    EXPECT_EQ(eventText::title(remembered(fileOpened), "Documents"), QStringLiteral("Documents"));
+    EXPECT_EQ(eventText::title(remembered(appLaunched), "Documents Launched"),
+              QStringLiteral("Documents gestartet"));
+}
+
+TEST(Translations, SayWhyAFileCouldNotBeRead) {
+    const InGerman german;
+    EXPECT_EQ(shownText("History couldn’t be saved. /a could not be written: No space left."),
+              QStringLiteral("Der Verlauf konnte nicht gesichert werden. /a konnte nicht "
+                             "geschrieben werden: No space left."));
+}
+
 TEST(Translations, HaveEveryText) {
     const auto texts = catalogue();
     for (const auto& [source, translation] : texts)
         EXPECT_FALSE(translation.isEmpty()) << source;
     for (const auto& all :
-         {coreTexts(), inspectorTexts(), growthTexts(), spokenTexts(), corePatterns(),
-          growthPatterns(), lengthPatterns(), sizePatterns(), partPatterns()})
+         {coreTexts(), inspectorTexts(), recordTexts(), growthTexts(), spokenTexts(),
+          corePatterns(), recordPatterns(), failurePatterns(), causePatterns(), growthPatterns(),
+          lengthPatterns(), sizePatterns(), partPatterns()})
         for (const char* text : all)
             EXPECT_TRUE(texts.contains(text)) << text << " (make translations)";
     std::set<std::string> known(coreTexts().begin(), coreTexts().end());

@@ -27,7 +27,7 @@ void SearchResultDelegate::paint(QPainter* painter, const QStyleOptionViewItem& 
     ListRow{.symbol = texts.symbol,
             .title = QString::fromStdString(texts.title),
             .trailing = QString::fromStdString(texts.when),
-            .below = QString::fromStdString(texts.subtitle)}
+            .below = QString::fromStdString(texts.below())}
         .draw(row, option.font, panel);
     painter->restore();
 }

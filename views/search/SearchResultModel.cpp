@@ -1,5 +1,6 @@
 #include "views/search/SearchResultModel.h"
 
+#include "views/base/EventText.h"
 #include "views/base/ShownText.h"
 
 #include <algorithm>
@@ -8,14 +9,12 @@ namespace tidemark {
 
 namespace {
 
-/// In the language of the user. Files, programs and clips keep their names.
+/// In the language of the user.
 SearchResultRow rowOf(const Event& event, const Calendar& calendar) {
     SearchResultRow row = SearchResultRow::of(event, calendar);
-    if (event.memory)
-        return row;
-    row.title = shownText(row.title).toStdString();
-    row.subtitle = shownParts(row.subtitle, " · ").toStdString();
-    row.accessibleText = row.title + ", " + row.subtitle + ", " + row.when;
+    row.title = eventText::title(event, row.title).toStdString();
+    row.subtitle = eventText::subtitle(event, row.subtitle).toStdString();
+    row.category = wordsHere(row.category).toStdString();
     return row;
 }
 
@@ -57,7 +56,7 @@ QVariant SearchResultModel::data(const QModelIndex& index, int role) const {
     case Qt::ToolTipRole:
         return QString::fromStdString(row.title);
     case Qt::AccessibleTextRole:
-        return QString::fromStdString(row.accessibleText);
+        return QString::fromStdString(row.accessibleText());
     case rowRole:
         return QVariant::fromValue(row);
     default:

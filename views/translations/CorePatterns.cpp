@@ -20,17 +20,11 @@ constexpr std::array patterns{
                       "covers the last 7 days; future captures will reveal new changes."),
     QT_TRANSLATE_NOOP(
         "core",
-        "Tidemark couldn’t read its history. Your existing file has not been overwritten. %1"),
-    QT_TRANSLATE_NOOP(
-        "core",
         "%1 events from your current view. Your filters and comparison mode are preserved."),
     QT_TRANSLATE_NOOP(
         "core", "%1 event from your current view. Your filters and comparison mode are preserved."),
-    QT_TRANSLATE_NOOP("core", "Couldn’t capture a fresh snapshot. %1"),
-    QT_TRANSLATE_NOOP("core", "The snapshot couldn’t be saved. %1"),
     QT_TRANSLATE_NOOP("core", "Toggle %1 in the timeline filter"),
     QT_TRANSLATE_NOOP("core", "%1 events · observed history"),
-    QT_TRANSLATE_NOOP("core", "Couldn’t save the export. %1"),
     QT_TRANSLATE_NOOP("core", "No comparable size at both ends: %1."),
     QT_TRANSLATE_NOOP("core", "Delete the snapshot “%1”?"),
     QT_TRANSLATE_NOOP("core", "%1 Configuration Changed"),
@@ -131,6 +125,10 @@ std::optional<QString> translatedBy(std::span<const char* const> all, std::strin
     return std::nullopt;
 }
 
+QString shownCause(std::string_view text) {
+    return translatedBy(causePatterns(), text, fromUtf8).value_or(fromUtf8(text));
+}
+
 } // namespace
 
 std::span<const char* const> corePatterns() {
@@ -138,7 +136,10 @@ std::span<const char* const> corePatterns() {
 }
 
 std::optional<QString> translatedByPattern(std::string_view text) {
-    if (auto shown = translatedBy(corePatterns(), text, fromUtf8))
+    for (const auto& all : {corePatterns(), recordPatterns()})
+        if (auto shown = translatedBy(all, text, fromUtf8))
+            return shown;
+    if (auto shown = translatedBy(failurePatterns(), text, shownCause))
         return shown;
     return translatedBy(growthPatterns(), text, shownQuantity);
 }

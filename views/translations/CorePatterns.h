@@ -11,6 +11,11 @@ namespace tidemark {
 /// stand for "%1" and "%2" and stay as they are, such as the name of a folder. Sources of
 /// translations in the context "core".
 std::span<const char* const> corePatterns();
+/// The same, of what is recorded, and what a capture could not read.
+std::span<const char* const> recordPatterns();
+/// What could not be done, and why: the other part is one of `causePatterns`, or stays as it is.
+std::span<const char* const> failurePatterns();
+std::span<const char* const> causePatterns();
 /// The same, whose other parts are sizes, lengths of time, dates and numbers.
 std::span<const char* const> growthPatterns();
 /// Lengths of time: "%1 days".
@@ -22,8 +27,8 @@ std::span<const char* const> sizePatterns();
 /// a text that may be a name.
 std::span<const char* const> partPatterns();
 
-/// The text in the language of the user, when it is one of the sentences of `corePatterns` or
-/// `growthPatterns`.
+/// The text in the language of the user, when it is one of the sentences of `corePatterns`,
+/// `recordPatterns`, `failurePatterns` or `growthPatterns`.
 std::optional<QString> translatedByPattern(std::string_view text);
 /// The same by `partPatterns`.
 std::optional<QString> translatedPart(std::string_view part);

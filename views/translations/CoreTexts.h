@@ -9,6 +9,8 @@ namespace tidemark {
 std::span<const char* const> coreTexts();
 /// The same, of what the inspector and the list of events show.
 std::span<const char* const> inspectorTexts();
+/// The same, of what is recorded, and what a capture could not do.
+std::span<const char* const> recordTexts();
 /// The same, of sizes over time and of times without captures.
 std::span<const char* const> growthTexts();
 /// The same, of what a screen reader says.

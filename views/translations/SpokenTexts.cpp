@@ -48,6 +48,8 @@ constexpr std::array patterns{
     QT_TRANSLATE_NOOP("core", "%1 decrease in free space"),
     QT_TRANSLATE_NOOP("core", "%1 increase in free space"),
     QT_TRANSLATE_NOOP("core", "%1 remaining"),
+    QT_TRANSLATE_NOOP("core", "%1 × %2 pixels"),
+    QT_TRANSLATE_NOOP("core", "%1 × %2 points"),
     QT_TRANSLATE_NOOP("core", "%1 smaller items"),
     QT_TRANSLATE_NOOP("core", "%1 downloads"),
     QT_TRANSLATE_NOOP("core", "%1 events"),

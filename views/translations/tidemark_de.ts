@@ -640,7 +640,7 @@
     </message>
     <message>
         <source>Snapshot view</source>
-        <translation>Ansicht des Schnappschusses</translation>
+        <translation>Ansicht</translation>
     </message>
     <message>
         <source>Comparing snapshots…</source>
@@ -1998,7 +1998,7 @@ Alle Änderungen, unabhängig von den Schwellen der Zeitleiste.</translation>
     </message>
     <message>
         <source>Storage Over Time</source>
-        <translation>Speicher im Lauf der Zeit</translation>
+        <translation>Speicherverlauf</translation>
     </message>
     <message>
         <source>Map of Folder Sizes</source>
@@ -2640,12 +2640,388 @@ Alle Änderungen, unabhängig von den Schwellen der Zeitleiste.</translation>
         <source>no complete size is known in this time.</source>
         <translation>In dieser Zeit ist keine vollständige Größe bekannt.</translation>
     </message>
+    <message>
+        <source>Modified</source>
+        <translation>Geändert</translation>
+    </message>
+    <message>
+        <source>Created</source>
+        <translation>Angelegt</translation>
+    </message>
+    <message>
+        <source>Closed</source>
+        <translation>Beendet</translation>
+    </message>
+    <message>
+        <source>Copied</source>
+        <translation>Kopiert</translation>
+    </message>
+    <message>
+        <source>Rich Text</source>
+        <translation>Formatierter Text</translation>
+    </message>
+    <message>
+        <source>Image</source>
+        <translation>Bild</translation>
+    </message>
+    <message>
+        <source>Color</source>
+        <translation>Farbe</translation>
+    </message>
+    <message>
+        <source>File</source>
+        <translation>Datei</translation>
+    </message>
+    <message>
+        <source>Wi-Fi</source>
+        <translation>WLAN</translation>
+    </message>
+    <message>
+        <source>Cellular</source>
+        <translation>Mobilfunk</translation>
+    </message>
+    <message>
+        <source>Other network</source>
+        <translation>Anderes Netz</translation>
+    </message>
+    <message>
+        <source>Available</source>
+        <translation>Verfügbar</translation>
+    </message>
+    <message>
+        <source>Unavailable</source>
+        <translation>Nicht verfügbar</translation>
+    </message>
+    <message>
+        <source>Connection required</source>
+        <translation>Verbindung erforderlich</translation>
+    </message>
+    <message>
+        <source>Phone</source>
+        <translation>Telefon</translation>
+    </message>
+    <message>
+        <source>Audio / video accessory</source>
+        <translation>Audio- oder Videogerät</translation>
+    </message>
+    <message>
+        <source>Input accessory</source>
+        <translation>Eingabegerät</translation>
+    </message>
+    <message>
+        <source>Imaging accessory</source>
+        <translation>Bildgerät</translation>
+    </message>
+    <message>
+        <source>Wearable</source>
+        <translation>Am Körper getragenes Gerät</translation>
+    </message>
+    <message>
+        <source>Toy</source>
+        <translation>Spielzeug</translation>
+    </message>
+    <message>
+        <source>Health accessory</source>
+        <translation>Gesundheitsgerät</translation>
+    </message>
+    <message>
+        <source>Nominal</source>
+        <translation>Normal</translation>
+    </message>
+    <message>
+        <source>Fair</source>
+        <translation>Leicht erhöht</translation>
+    </message>
+    <message>
+        <source>Serious</source>
+        <translation>Hoch</translation>
+    </message>
+    <message>
+        <source>Critical</source>
+        <translation>Kritisch</translation>
+    </message>
+    <message>
+        <source>Open</source>
+        <translation>Offen</translation>
+    </message>
+    <message>
+        <source>Not recorded</source>
+        <translation>Nicht aufgezeichnet</translation>
+    </message>
+    <message>
+        <source>Installed automatically</source>
+        <translation>Automatisch installiert</translation>
+    </message>
+    <message>
+        <source>Previous size unavailable</source>
+        <translation>frühere Größe nicht bekannt</translation>
+    </message>
+    <message>
+        <source>Unknown version</source>
+        <translation>Version nicht bekannt</translation>
+    </message>
+    <message>
+        <source>Files in folder</source>
+        <translation>Dateien im Ordner</translation>
+    </message>
+    <message>
+        <source>Crash report</source>
+        <translation>Absturzbericht</translation>
+    </message>
+    <message>
+        <source>Diagnostic report</source>
+        <translation>Diagnosebericht</translation>
+    </message>
+    <message>
+        <source>Hang report</source>
+        <translation>Bericht über ein hängendes Programm</translation>
+    </message>
+    <message>
+        <source>Sample report</source>
+        <translation>Stichprobenbericht</translation>
+    </message>
+    <message>
+        <source>Executable inside application bundle</source>
+        <translation>Programmdatei liegt im Programm</translation>
+    </message>
+    <message>
+        <source>Possible association based on bundle identifier</source>
+        <translation>Mögliche Zuordnung nach der Kennung</translation>
+    </message>
+    <message>
+        <source>Volume not known</source>
+        <translation>Datenträger nicht bekannt</translation>
+    </message>
+    <message>
+        <source>Free space is not known at both ends of this period.</source>
+        <translation>Der freie Platz ist nicht an beiden Enden dieses Zeitraums bekannt.</translation>
+    </message>
+    <message>
+        <source>Free space can’t be compared: it is not known of which volume it is.</source>
+        <translation>Der freie Platz lässt sich nicht vergleichen: Es ist nicht bekannt, zu welchem Datenträger er gehört.</translation>
+    </message>
+    <message>
+        <source>Free space can’t be compared: it is that of another volume.</source>
+        <translation>Der freie Platz lässt sich nicht vergleichen: Er gehört zu einem anderen Datenträger.</translation>
+    </message>
+    <message>
+        <source>Scanning Additional History</source>
+        <translation>Weiterer Verlauf wird gelesen</translation>
+    </message>
+    <message>
+        <source>Scanning Trash…</source>
+        <translation>Papierkorb wird gemessen …</translation>
+    </message>
+    <message>
+        <source>Saving Observation…</source>
+        <translation>Beobachtung wird gesichert …</translation>
+    </message>
+    <message>
+        <source>This release can’t show notifications on this system.</source>
+        <translation>Diese Version kann auf diesem System keine Benachrichtigungen zeigen.</translation>
+    </message>
+    <message>
+        <source>This release can’t follow the clipboard on this system.</source>
+        <translation>Diese Version kann auf diesem System die Zwischenablage nicht verfolgen.</translation>
+    </message>
+    <message>
+        <source>This release can’t follow applications on this system.</source>
+        <translation>Diese Version kann auf diesem System Programme nicht verfolgen.</translation>
+    </message>
+    <message>
+        <source>This release can’t follow recent files on this system.</source>
+        <translation>Diese Version kann auf diesem System zuletzt benutzte Dateien nicht verfolgen.</translation>
+    </message>
+    <message>
+        <source>This release can’t follow the battery on this system.</source>
+        <translation>Diese Version kann auf diesem System den Akku nicht verfolgen.</translation>
+    </message>
+    <message>
+        <source>This release can’t follow drives and displays on this system.</source>
+        <translation>Diese Version kann auf diesem System Laufwerke und Bildschirme nicht verfolgen.</translation>
+    </message>
+    <message>
+        <source>This release can’t follow Bluetooth on this system.</source>
+        <translation>Diese Version kann auf diesem System Bluetooth nicht verfolgen.</translation>
+    </message>
+    <message>
+        <source>This release can’t read the names of Wi-Fi networks on this system.</source>
+        <translation>Diese Version kann auf diesem System die Namen der WLANs nicht lesen.</translation>
+    </message>
+    <message>
+        <source>This release can’t follow network connections on this system.</source>
+        <translation>Diese Version kann auf diesem System Netzwerkverbindungen nicht verfolgen.</translation>
+    </message>
+    <message>
+        <source>This release can’t observe diagnostic reports on this system.</source>
+        <translation>Diese Version kann auf diesem System Diagnoseberichte nicht beobachten.</translation>
+    </message>
+    <message>
+        <source>This release can’t observe formulas on this system.</source>
+        <translation>Diese Version kann auf diesem System Formeln nicht beobachten.</translation>
+    </message>
+    <message>
+        <source>Scanning %1…</source>
+        <translation>%1 wird gemessen …</translation>
+    </message>
+    <message>
+        <source>%1 Launched</source>
+        <translation>%1 gestartet</translation>
+    </message>
+    <message>
+        <source>%1 Closed</source>
+        <translation>%1 beendet</translation>
+    </message>
+    <message>
+        <source>%1 Mounted</source>
+        <translation>%1 eingehängt</translation>
+    </message>
+    <message>
+        <source>%1 Unmounted</source>
+        <translation>%1 ausgehängt</translation>
+    </message>
+    <message>
+        <source>%1 Changed</source>
+        <translation>%1 geändert</translation>
+    </message>
+    <message>
+        <source>%1 Created</source>
+        <translation>%1 angelegt</translation>
+    </message>
+    <message>
+        <source>%1 · inferred from filename</source>
+        <translation>%1 · aus dem Dateinamen geschlossen</translation>
+    </message>
+    <message>
+        <source>%1 Mbps · not internet speed</source>
+        <translation>%1 Mbit/s · nicht die Geschwindigkeit des Internets</translation>
+    </message>
+    <message>
+        <source>Couldn’t restore access to %1. Choose the folder again in Settings.</source>
+        <translation>Der Zugang zu %1 konnte nicht wiederhergestellt werden. Wählen Sie den Ordner in den Einstellungen erneut.</translation>
+    </message>
+    <message>
+        <source>Folder access is unavailable for %1. Recheck access in Monitored Folders.</source>
+        <translation>Kein Zugang zum Ordner %1. Prüfen Sie den Zugang unter „Überwachte Ordner“.</translation>
+    </message>
+    <message>
+        <source>Please select %1, or deselect that folder from setup. No access was saved for the different folder.</source>
+        <translation>Bitte wählen Sie %1 oder nehmen Sie diesen Ordner aus der Einrichtung. Für den anderen Ordner wurde kein Zugang gesichert.</translation>
+    </message>
+    <message>
+        <source>Not yet readable: %1. Check folder permissions.</source>
+        <translation>Noch nicht lesbar: %1. Prüfen Sie die Rechte der Ordner.</translation>
+    </message>
+    <message>
+        <source>Applications: incomplete access or scan limit at %1. Changes in this location are paused.</source>
+        <translation>Programme: Kein vollständiger Zugang oder Grenze des Lesens bei %1. Änderungen an diesem Ort ruhen.</translation>
+    </message>
+    <message>
+        <source>Applications: metadata could not be read for %1 app or folder locations. These locations are excluded from comparisons.</source>
+        <translation>Programme: Die Angaben von %1 Programmen oder Ordnern konnten nicht gelesen werden. Sie werden nicht verglichen.</translation>
+    </message>
+    <message>
+        <source>Applications: %1 nested folders were beyond the four-level search limit. This is a scan boundary, not a permission error; apps deeper inside those folders are not tracked.</source>
+        <translation>Programme: %1 Ordner lagen unterhalb der vier durchsuchten Ebenen. Dies ist eine Grenze der Suche, kein fehlendes Recht; tiefer liegende Programme werden nicht verfolgt.</translation>
+    </message>
+    <message>
+        <source>Applications: %1 symbolic links were skipped. Link targets are not followed outside the selected folder.</source>
+        <translation>Programme: %1 symbolische Verknüpfungen wurden übergangen. Ziele außerhalb des gewählten Ordners werden nicht gelesen.</translation>
+    </message>
+    <message>
+        <source>Background items: %1 definitions could not be read or did not contain valid metadata. They are excluded from comparisons.</source>
+        <translation>Hintergrundobjekte: %1 Definitionen konnten nicht gelesen werden oder enthielten keine gültigen Angaben. Sie werden nicht verglichen.</translation>
+    </message>
+    <message>
+        <source>Background items: %1 symbolic links were skipped; their targets are not followed.</source>
+        <translation>Hintergrundobjekte: %1 symbolische Verknüpfungen wurden übergangen; ihre Ziele werden nicht gelesen.</translation>
+    </message>
+    <message>
+        <source>Background items: cannot completely read %1. Changes in this location are paused.</source>
+        <translation>Hintergrundobjekte: %1 kann nicht vollständig gelesen werden. Änderungen an diesem Ort ruhen.</translation>
+    </message>
+    <message>
+        <source>Background items: cannot completely read %1. Changes in this location and in the folders that it can override are paused.</source>
+        <translation>Hintergrundobjekte: %1 kann nicht vollständig gelesen werden. Änderungen an diesem Ort und in den Ordnern, denen er vorgeht, ruhen.</translation>
+    </message>
+    <message>
+        <source>Additional history: could not completely inspect %1. No comparison was made.</source>
+        <translation>Weiterer Verlauf: %1 konnte nicht vollständig gelesen werden. Es wurde nicht verglichen.</translation>
+    </message>
+    <message>
+        <source>Selected file is not a local regular file under 1 MB: %1</source>
+        <translation>Die gewählte Datei ist keine gewöhnliche lokale Datei unter 1 MB: %1</translation>
+    </message>
+    <message>
+        <source>Selected file is not a local regular file: %1</source>
+        <translation>Die gewählte Datei ist keine gewöhnliche lokale Datei: %1</translation>
+    </message>
+    <message>
+        <source>Selected file could not be read: %1</source>
+        <translation>Die gewählte Datei konnte nicht gelesen werden: %1</translation>
+    </message>
+    <message>
+        <source>Selected file read failed: %1</source>
+        <translation>Die gewählte Datei ließ sich nicht zu Ende lesen: %1</translation>
+    </message>
+    <message>
+        <source>Selected file changed while being read: %1</source>
+        <translation>Die gewählte Datei änderte sich beim Lesen: %1</translation>
+    </message>
+    <message>
+        <source>The observation couldn’t be saved. %1</source>
+        <translation>Die Beobachtung konnte nicht gesichert werden. %1</translation>
+    </message>
+    <message>
+        <source>History couldn’t be saved. %1</source>
+        <translation>Der Verlauf konnte nicht gesichert werden. %1</translation>
+    </message>
+    <message>
+        <source>Couldn’t remember the selected folders. No new folders were saved. %1</source>
+        <translation>Die gewählten Ordner konnten nicht gemerkt werden. Es wurden keine neuen Ordner gesichert. %1</translation>
+    </message>
+    <message>
+        <source>Couldn’t save the readable folder selections. %1</source>
+        <translation>Die Auswahl der lesbaren Ordner konnte nicht gesichert werden. %1</translation>
+    </message>
+    <message>
+        <source>Application size history could not be read or saved. Existing data was preserved. %1</source>
+        <translation>Der Verlauf der Programmgrößen konnte nicht gelesen oder gesichert werden. Vorhandene Daten blieben erhalten. %1</translation>
+    </message>
+    <message>
+        <source>%1 could not be read: %2</source>
+        <translation>%1 konnte nicht gelesen werden: %2</translation>
+    </message>
+    <message>
+        <source>%1 could not be written: %2</source>
+        <translation>%1 konnte nicht geschrieben werden: %2</translation>
+    </message>
+    <message>
+        <source>%1 could not be opened: %2</source>
+        <translation>%1 konnte nicht geöffnet werden: %2</translation>
+    </message>
+    <message>
+        <source>%1 could not be created: %2</source>
+        <translation>%1 konnte nicht angelegt werden: %2</translation>
+    </message>
+    <message>
+        <source>%1 could not be locked: %2</source>
+        <translation>%1 konnte nicht gesperrt werden: %2</translation>
+    </message>
+    <message>
+        <source>%1 × %2 pixels</source>
+        <translation>%1 × %2 Pixel</translation>
+    </message>
+    <message>
+        <source>%1 × %2 points</source>
+        <translation>%1 × %2 Punkte</translation>
+    </message>
 </context>
 <context>
     <name>tidemark::CaptureComparisonBar</name>
     <message>
         <source>Back to Storage Over Time</source>
-        <translation>Zurück zu Speicher im Lauf der Zeit</translation>
+        <translation>Zurück zum Speicherverlauf</translation>
     </message>
 </context>
 <context>

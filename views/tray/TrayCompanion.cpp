@@ -1,6 +1,7 @@
 #include "views/tray/TrayCompanion.h"
 
 #include "core/presentation/MenuText.h"
+#include "views/base/EventText.h"
 #include "views/base/ShownText.h"
 #include "views/base/Symbols.h"
 
@@ -23,10 +24,9 @@ QString plainText(QString text) {
     return text.replace(u'&', QStringLiteral("&&"));
 }
 
-/// Files, programs and clips keep their names.
 QString labelOf(const MenuEntry& entry) {
-    const bool isNamed = entry.event && entry.event->memory;
-    return plainText(isNamed ? QString::fromStdString(entry.label) : shownText(entry.label));
+    return plainText(entry.event ? eventText::title(*entry.event, entry.label)
+                                 : shownText(entry.label));
 }
 
 } // namespace

@@ -30,7 +30,8 @@ QString countText(const HistoryDigest::Count& count) {
 }
 
 QString sizeText(const GrowthItem& item) {
-    return isolated(shownPart(digestText::change(item)))
+    return isolated(shownFolderName(item.path, oneLine(item.name)) + QStringLiteral(" ")
+                    + shownText(signedBytes(item.change())))
            + (item.change() > 0 ? QStringLiteral(" ▲") : QStringLiteral(" ▼"));
 }
 

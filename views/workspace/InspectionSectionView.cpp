@@ -37,7 +37,9 @@ Label* wrapping(Label* made) {
 QString shortened(const std::string& text, bool isNamed) {
     if (text.size() > mostBytes)
         return QString::fromUtf8(text.data(), mostBytes) + QStringLiteral("…");
-    return isNamed ? QString::fromStdString(text) : shownText(text);
+    const QString shown = isNamed ? QString::fromStdString(text) : shownText(text);
+    const bool hasParts = !isNamed && shown == QString::fromStdString(text);
+    return hasParts ? shownParts(text, " · ") : shown;
 }
 
 /// The two times of an interval within one day on a line of their own.

@@ -20,8 +20,8 @@ constexpr int symbolSide = 33;
 /// A title is as long as the name of a file can be, or a clip.
 constexpr qsizetype mostCharacters = 300;
 
-QString headText(const QString& text) {
-    const QString all = text.simplified();
+QString headText(const std::string& text) {
+    const QString all = QString::fromStdString(text).simplified();
     return isolated(all.size() <= mostCharacters ? all
                                                  : all.left(mostCharacters) + QStringLiteral("…"));
 }
@@ -76,13 +76,11 @@ void InspectorView::addHead(QVBoxLayout& column, const EventInspection& inspecti
     auto* symbol = new QLabel;
     symbol->setPixmap(tintedSymbol(inspection.symbol, symbolSide, palette().color(QPalette::Text),
                                    devicePixelRatioF()));
-    const QString title =
-        inspection.isNamed ? QString::fromStdString(inspection.title) : shownText(inspection.title);
     auto* texts = new QVBoxLayout;
     texts->setSpacing(2);
-    texts->addWidget(wrapping(labels::title(headText(title), 1.25)));
+    texts->addWidget(wrapping(labels::title(headText(inspection.title), 1.25)));
     if (!inspection.subtitle.empty())
-        texts->addWidget(wrapping(labels::note(headText(shownText(inspection.subtitle)))));
+        texts->addWidget(wrapping(labels::note(headText(inspection.subtitle))));
     auto* close = new CrossButton(wordsHere(EventInspection::closeDetails));
     connect(close, &QToolButton::clicked, this, &InspectorView::closed);
 

@@ -16,6 +16,7 @@ class InspectorView : public QScrollArea {
 public:
     explicit InspectorView(QWidget* parent = nullptr);
 
+    /// Title and subtitle are shown as they are, all other texts in the language of the user.
     void present(const std::optional<EventInspection>& inspection);
 
 Q_SIGNALS:

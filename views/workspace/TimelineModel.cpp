@@ -1,5 +1,6 @@
 #include "views/workspace/TimelineModel.h"
 
+#include "views/base/EventText.h"
 #include "views/base/ShownText.h"
 
 #include <algorithm>
@@ -12,13 +13,11 @@ namespace {
 /// Between the parts of a sentence for a screen reader.
 constexpr std::string_view separator = ", ";
 
-/// The texts of an event in the language of the user. Files, programs and clips keep their names.
+/// The texts of an event in the language of the user.
 EventRow rowOf(const Event& event, const Calendar& calendar) {
     EventRow row = EventRow::of(event, calendar);
-    if (event.memory)
-        return row;
-    const QString title = shownText(row.title);
-    const QString subtitle = shownParts(row.subtitle, " · ");
+    const QString title = eventText::title(event, row.title);
+    const QString subtitle = eventText::subtitle(event, row.subtitle);
     std::string_view rest = row.accessibleText;
     rest.remove_prefix(row.title.size());
     if (!row.subtitle.empty())

@@ -3,6 +3,7 @@
 #include "app/preferences/PreferenceKeys.h"
 #include "core/presentation/CoverageList.h"
 #include "core/presentation/SnapshotBar.h"
+#include "views/base/EventText.h"
 #include "views/base/ShownText.h"
 #include "views/dialogs/CoverageDialog.h"
 #include "views/dialogs/ExportDialog.h"
@@ -41,6 +42,14 @@ QCoro::Task<void> remove(NamedSnapshots& snapshots, Uuid id) {
 bool isDark(const QPalette& palette) {
     constexpr int middle = 128;
     return palette.color(QPalette::Window).lightness() < middle;
+}
+
+/// With title and subtitle in the language of the user.
+EventInspection inspectionOf(const Event& event, const Snapshot* latest, bool isStateComparison) {
+    auto made = EventInspection::of(event, latest, isStateComparison);
+    made.title = eventText::title(event, made.title).toStdString();
+    made.subtitle = eventText::subtitle(event, made.subtitle).toStdString();
+    return made;
 }
 
 } // namespace
@@ -202,10 +211,9 @@ void WorkspaceWindow::refreshInspector() {
         && inspected->second == snapshot)
         return;
     inspected = {selected, snapshot};
-    inspector->present(
-        selected ? std::optional(EventInspection::of(*selected, latest ? &*latest : nullptr,
-                                                     history.isStateComparison()))
-                 : std::nullopt);
+    inspector->present(selected ? std::optional(inspectionOf(*selected, latest ? &*latest : nullptr,
+                                                             history.isStateComparison()))
+                                : std::nullopt);
 }
 
 void WorkspaceWindow::fitColumns() {
