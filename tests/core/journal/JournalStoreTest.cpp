@@ -263,9 +263,12 @@ TEST(JournalStore, RemovesNothingWithoutTheLockOfTheFolder) {
     EXPECT_EQ(test::namesIn(folder.path()), names);
 }
 
-TEST(JournalStore, RemovesIncompleteBackupsOfKilledProcesses) {
+TEST(JournalStore, RemovesIncompleteFilesAndBackupsOfKilledProcesses) {
     Place place;
-    place.folder.write("data/journal.json", json::encoded(small()));
+    place.folder.write("disk/journal.json", json::encoded(small()));
+    place.folder.write("disk/.journal.json.new-0A000000-0000-4000-8000-00000000000A", "half");
+    place.folder.makeFolder("data");
+    fs::create_symlink(place.folder / "disk/journal.json", place.url);
     const std::string left = "data/Backups/.pre-v2-0A000000-0000-4000-8000-00000000000";
     place.folder.write(left + "A/journal.json", "half");
     place.folder.write(left + "B", "no folder");
@@ -274,6 +277,7 @@ TEST(JournalStore, RemovesIncompleteBackupsOfKilledProcesses) {
     fs::create_directory_symlink(place.folder / "data", place.folder / (left + "C"));
     for (int start = 0; start < 2; ++start) {
         EXPECT_EQ(place.failure(), "none");
+        EXPECT_EQ(test::namesIn(place.folder / "disk"), "journal.json");
         EXPECT_EQ(test::namesIn(place.backup.parent_path()),
                   ".pre-v2-0A000000-0000-4000-8000-00000000000B "
                   ".pre-v2-0A000000-0000-4000-8000-00000000000C .pre-v2-notes "
