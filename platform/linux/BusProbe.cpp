@@ -1,6 +1,7 @@
 #include "platform/linux/BusProbe.h"
 
 #include "core/base/Hex.h"
+#include "platform/linux/PeerSockets.h"
 
 #include <array>
 #include <cerrno>
@@ -125,8 +126,10 @@ void BusProbe::receive() {
         return;
     if (!received.starts_with("OK"))
         return end(false);
-    if (received.size() > line + endOfLine.size())
-        end(true);
+    if (received.size() <= line + endOfLine.size())
+        return;
+    peer = peerSockets::addressOf(socket.get());
+    end(true);
 }
 
 void BusProbe::end(bool isThere) {

@@ -22,6 +22,10 @@ public:
     /// with false when it refused or nothing listens there. It is not called while the bus hangs.
     BusProbe(busAddress::LocalSocket address, std::function<void(bool)> didAnswer);
 
+    /// The address that the socket of the bus has (`peerSockets::addressOf`); empty until the bus
+    /// has replied.
+    const std::string& peerAddress() const { return peer; }
+
 private:
     void connectToBus();
     void receive();
@@ -34,6 +38,7 @@ private:
     /// Active while the connection queue of the bus is full.
     QTimer retry;
     std::string received;
+    std::string peer;
 };
 
 } // namespace tidemark

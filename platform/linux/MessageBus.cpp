@@ -6,13 +6,30 @@
 #include "core/base/StartThread.h"
 #include "platform/linux/BusAddress.h"
 #include "platform/linux/BusProbe.h"
+#include "platform/linux/PeerSockets.h"
 
 #include <QLoggingCategory>
 #include <QPointer>
+#include <QTimer>
+#include <chrono>
 #include <optional>
+#include <set>
 #include <vector>
 
 namespace tidemark {
+
+namespace {
+
+/// How long the end of the program waits for Qt to connect.
+constexpr std::chrono::seconds longestConnecting{1};
+
+/// The addresses of the buses that Qt is connecting to, which it does one after another.
+std::multiset<std::string>& connectingTo() {
+    static std::multiset<std::string> addresses;
+    return addresses;
+}
+
+} // namespace
 
 /// One connection and everything that waits for it.
 class MessageBus::Connecting {
@@ -32,6 +49,20 @@ public:
                 finish(QDBusConnection(QString()));
         });
     }
+
+    /// Waits for Qt. A bus that has replied to the probe and hangs now would delay that by 100
+    /// seconds, so it gets the end of its stream to read instead.
+    ~Connecting() {
+        QTimer late;
+        late.callOnTimeout([] {
+            for (const auto& address : connectingTo())
+                peerSockets::shutDown(address);
+        });
+        late.start(longestConnecting);
+        tasks.drain();
+    }
+    Connecting(const Connecting&) = delete;
+    Connecting& operator=(const Connecting&) = delete;
 
     void whenConnected(QObject* receiver, Use use) {
         if (connected)
@@ -54,12 +85,14 @@ private:
             startThread([] {}).join();
             return connect();
         };
+        const auto place = connectingTo().insert(probe->peerAddress());
         QDBusConnection connection{QString()};
         try {
             connection = co_await runInBackground(work);
         } catch (const Error& error) {
             qWarning("A message bus can't be followed. %s", error.what());
         }
+        connectingTo().erase(place);
         if (!tasks.isStopping())
             finish(connection);
     }

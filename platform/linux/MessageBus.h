@@ -8,9 +8,9 @@
 namespace tidemark {
 
 /// A message bus that the process connects to in the background. If there is no bus or it hangs,
-/// neither the event loop nor the end of the process is delayed. A bus that does not listen on a
-/// local socket counts as none: the program connects to no other machine and starts no bus. A
-/// value: copies share one connection. Main thread only.
+/// the event loop is not delayed, and the end of the process by a second at most. A bus that does
+/// not listen on a local socket counts as none: the program connects to no other machine and starts
+/// no bus. A value: copies share one connection. Main thread only.
 class MessageBus {
 public:
     using Use = std::function<void(const QDBusConnection& connection)>;
