@@ -14,7 +14,7 @@ constexpr auto itemSuffixes =
 
 bool UnitName::canBeItem(std::string_view name) {
     return std::ranges::any_of(itemSuffixes, [&](auto end) { return name.ends_with(end); })
-           && withoutSuffix(name) != "";
+           && !withoutSuffix(name).empty();
 }
 
 std::string_view UnitName::suffix(std::string_view name) {
