@@ -9,6 +9,7 @@
 #include <QDialogButtonBox>
 #include <QLabel>
 #include <QListWidget>
+#include <QPushButton>
 #include <QVBoxLayout>
 
 namespace tidemark {
@@ -44,6 +45,8 @@ CoverageDialog::CoverageDialog(const CoverageList& list, QWidget* parent) : QDia
                tr("Every place was seen at every capture that was due."), {});
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Close);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+    // Else the list has it and shows its first row as if that were chosen.
+    buttons->button(QDialogButtonBox::Close)->setFocus();
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(20, 20, 20, 16);
     column->setSpacing(10);

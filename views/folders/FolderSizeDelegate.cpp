@@ -20,7 +20,8 @@ constexpr int shortestBar = 2;
 
 void drawName(const RowPainter& row, const QStyleOptionViewItem& option, const QModelIndex& index) {
     const int side = option.fontMetrics.height() + 2;
-    QRect area = option.rect.adjusted(2, 0, -padding, 0);
+    QRect area =
+        option.rect.adjusted(2, -FolderSizeDelegate::raised, -padding, -FolderSizeDelegate::raised);
     row.drawSymbol({area.left(), area.top(), side, area.height()},
                    index.data(FolderSizeModel::symbolRole).toString().toStdString(), row.strong());
     area.setLeft(area.left() + side + padding);
@@ -65,8 +66,8 @@ void FolderSizeDelegate::paint(QPainter* painter, const QStyleOptionViewItem& st
         const QVariant trend = index.data(FolderSizeModel::trendRole);
         const bool isQuiet =
             trend.isValid() && trend.toInt() <= static_cast<int>(FolderSizeTable::Trend::same);
-        row.drawText(option.rect.adjusted(0, -2, -trailing, -2), withTrend(option.text, trend),
-                     isQuiet ? row.dim() : row.strong(), option.font,
+        row.drawText(option.rect.adjusted(0, -raised, -trailing, -raised),
+                     withTrend(option.text, trend), isQuiet ? row.dim() : row.strong(), option.font,
                      option.displayAlignment & Qt::AlignHorizontal_Mask);
         const QVariant share = index.data(FolderSizeModel::shareRole);
         if (share.toDouble() > 0)

@@ -92,10 +92,10 @@ void FolderTree::drawBranches(QPainter* painter, const QRect& rect,
     if (!model()->hasChildren(index))
         return;
     const bool isMirrored = layoutDirection() == Qt::RightToLeft;
+    const double middle = rect.center().y() + 0.5 - FolderSizeDelegate::raised;
     QRectF place(0, 0, 5, 9);
-    place.moveCenter(isMirrored
-                         ? QPointF(rect.left() + indent / 2.0, rect.center().y() + 0.5)
-                         : QPointF(rect.right() - indent / 2.0 + 4, rect.center().y() + 0.5));
+    place.moveCenter(isMirrored ? QPointF(rect.left() + indent / 2.0, middle)
+                                : QPointF(rect.right() - indent / 2.0 + 4, middle));
     painter->save();
     painter->setRenderHint(QPainter::Antialiasing);
     painter->translate(place.center());

@@ -64,6 +64,16 @@ DimLabel* nameLabel(const std::string& text, bool isNamed = false) {
     return wrapping(new DimLabel(isolated(shortened(text, isNamed))));
 }
 
+/// Of a fixed text, none of whose words is cut off in a narrow window.
+DimLabel* wordsLabel(const std::string& text) {
+    auto* made = nameLabel(text);
+    int longest = 0;
+    for (const QString& word : made->text().split(u' '))
+        longest = std::max(longest, made->fontMetrics().horizontalAdvance(word));
+    made->setMinimumWidth(longest);
+    return made;
+}
+
 DimLabel* sentenceLabel(const std::string& text) {
     auto* made = wrapping(new DimLabel(isolated(shownText(text))));
     labels::scale(*made, noteScale);
@@ -93,7 +103,7 @@ public:
 
     void add(const InspectionRow& row) {
         const int at = layout->rowCount();
-        layout->addWidget(nameLabel(row.label), at, 0, 1, 5);
+        layout->addWidget(wordsLabel(row.label), at, 0, 1, 5);
         layout->addWidget(valueLabel(row.value, row.isNamed), at, 5, 1, columns - 5);
     }
 

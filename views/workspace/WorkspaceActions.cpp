@@ -97,7 +97,8 @@ void WorkspaceActions::makeToolbar(QMainWindow& window) {
     bar->setIconSize({22, 22});
     bar->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
     bar->setContextMenuPolicy(Qt::PreventContextMenu);
-    bar->setContentsMargins(6, 4, 6, 4);
+    // With equal ones at the top and at the bottom, Qt leaves more room below the buttons.
+    bar->setContentsMargins(6, 7, 6, 1);
     for (const auto command : {Command::checkNow, Command::changeRecording, Command::exportHistory})
         bar->addAction(action(command));
     bar->addWidget(stretch());
