@@ -10,11 +10,13 @@
 #include <bit>
 #include <cstdint>
 #include <functional>
+#include <limits>
 #include <map>
 #include <memory>
 #include <optional>
 #include <set>
 #include <string>
+#include <string_view>
 #include <tuple>
 #include <unordered_map>
 #include <utility>
@@ -32,76 +34,133 @@ inline constexpr bool collectionRecurs<std::set<std::string>> = true;
 template <class T>
 concept Recurring = collectionRecurs<T> || (json::Described<T> && requires { requires T::recurs; });
 
-/// Replaces equal values by one shared object. Each snapshot of a journal holds the same few
-/// hundred applications; with the pool they are in memory once.
+/// Keeps one object of each distinct value while a document is read: each snapshot of a journal
+/// holds the same few hundred applications and folders, and with the pool they are in memory once.
+///
+/// The pool also recognises a value by its text before it is parsed (`recall`). Most of a journal
+/// is text that the snapshot before has, too, and comparing it is many times faster than parsing
+/// it.
 class InternPool {
 public:
-    /// Call it for the shared parts of a value before the value itself.
+    /// Replaces `value` by the equal one that was met before, if there is one. `text` is the whole
+    /// JSON text of the value and must outlive the pool; empty where it is not known. Call it for
+    /// the shared parts of a value before the value itself.
     template <Recurring T>
-    void unify(Shared<T>& value) {
-        const auto& one = table<T>().insert(recordHash::of(*value), value.object());
+    void unify(Shared<T>& value, std::string_view text) {
+        const auto& one = table<T>().insert(recordHash::of(*value), value.object(), text);
         if (one != value.object())
             value = Shared<T>(one);
     }
     template <Recurring T>
-    void unify(OptionalShared<T>& value) {
+    void unify(OptionalShared<T>& value, std::string_view text) {
         if (!value)
             return;
         Shared<T> whole = value.value();
-        unify(whole);
+        unify(whole, text);
         value = whole;
     }
 
+    /// A value met before whose text stands at the beginning of `text`. `value` is null where none
+    /// is recognised, which does not mean that the value is new.
+    template <class T>
+    struct Recalled {
+        std::shared_ptr<const T> value;
+        std::size_t length = 0;
+    };
+    template <Recurring T>
+    Recalled<T> recall(std::string_view text) {
+        return table<T>().recall(text);
+    }
+
 private:
-    /// A hash set with open addressing: loading a history takes some hundred thousand look-ups, and
+    /// The values of one type, in the order in which they were first met, and a hash set of their
+    /// indices with open addressing: loading a history takes some hundred thousand look-ups, and
     /// with `std::unordered_set`, which follows pointers, these are a tenth of the whole time.
     template <class T>
     class Table {
     public:
         using Pointer = std::shared_ptr<const T>;
 
-        /// The value in the set that equals `value`; if there is none, adds `value` and returns it.
-        const Pointer& insert(std::size_t hash, const Pointer& value) {
-            if (used * 2 >= slots.size())
+        /// The known value that equals `value`; if there is none, adds `value` and returns it.
+        const Pointer& insert(std::size_t hash, const Pointer& value, std::string_view text) {
+            if (known.size() * 2 >= slots.size())
                 grow();
-            std::size_t index = home(hash);
-            for (; slots[index].value; index = next(index))
-                if (slots[index].hash == hash && *slots[index].value == *value)
-                    return slots[index].value;
-            ++used;
-            slots[index] = {hash, value};
-            return slots[index].value;
+            std::size_t place = home(hash);
+            for (; slots[place].index != none; place = next(place))
+                if (slots[place].hash == hash && *known[slots[place].index].value == *value)
+                    break;
+            if (slots[place].index == none) {
+                slots[place] = {hash, static_cast<Index>(known.size())};
+                known.push_back({value, {}, none});
+            }
+            Known& one = known[slots[place].index];
+            one.text = text;
+            follow(slots[place].index);
+            return one.value;
+        }
+
+        /// Tries the value met last and the one that came after it the last time: snapshots hold
+        /// mostly the same values in the same order. After a change, `insert` finds the place
+        /// again.
+        Recalled<T> recall(std::string_view text) {
+            if (last == none)
+                return {};
+            for (const Index index : {last, known[last].following}) {
+                if (index == none || known[index].text.empty()
+                    || !text.starts_with(known[index].text))
+                    continue;
+                follow(index);
+                return {known[index].value, known[index].text.size()};
+            }
+            return {};
         }
 
     private:
+        using Index = std::uint32_t;
+        static constexpr Index none = std::numeric_limits<Index>::max();
+
+        struct Known {
+            Pointer value;
+            std::string_view text;
+            /// The value that was met after this one, the last time.
+            Index following = none;
+        };
         struct Slot {
             std::size_t hash = 0;
-            Pointer value;
+            Index index = none;
         };
+
+        void follow(Index index) {
+            if (last != none && last != index)
+                known[last].following = index;
+            last = index;
+        }
 
         /// The slot where the search begins. It is taken from the upper bits of a product, because
         /// the hashes may differ in their upper bits only.
         std::size_t home(std::size_t hash) const {
             return (hash * 0x9e3779b97f4a7c15U) >> (64 - std::bit_width(slots.size() - 1));
         }
-        std::size_t next(std::size_t index) const { return (index + 1) & (slots.size() - 1); }
+        std::size_t next(std::size_t place) const { return (place + 1) & (slots.size() - 1); }
 
         void grow() {
-            auto old = std::exchange(
+            const auto old = std::exchange(
                 slots, std::vector<Slot>(std::max<std::size_t>(64, slots.size() * 2)));
-            for (Slot& slot : old) {
-                if (!slot.value)
+            for (const Slot& slot : old) {
+                if (slot.index == none)
                     continue;
-                std::size_t index = home(slot.hash);
-                while (slots[index].value)
-                    index = next(index);
-                slots[index] = std::move(slot);
+                std::size_t place = home(slot.hash);
+                while (slots[place].index != none)
+                    place = next(place);
+                slots[place] = slot;
             }
         }
 
+        std::vector<Known> known;
+        /// The value met last.
+        Index last = none;
         /// The number of slots is a power of two.
         std::vector<Slot> slots;
-        std::size_t used = 0;
     };
 
     template <class T>

@@ -13,11 +13,60 @@ using Tree = nlohmann::json;
 /// How many bytes of a document an error message quotes at most.
 constexpr std::size_t quotedLength = 60;
 
+/// The document as the parser reads it. The handler can move the place on, past a value that need
+/// not be parsed.
+class Input {
+public:
+    explicit Input(std::string_view bytes) : all(bytes) {}
+
+    /// Reads at the place of the input. It is passed to the parser, which copies it.
+    class Iterator {
+    public:
+        using iterator_category = std::input_iterator_tag;
+        using value_type = char;
+        using difference_type = std::ptrdiff_t;
+        using pointer = const char*;
+        using reference = const char&;
+
+        explicit Iterator(Input* input) : input(input) {}
+        reference operator*() const { return input->all[input->place]; }
+        Iterator& operator++() {
+            ++input->place;
+            return *this;
+        }
+        /// Compares with the end only.
+        bool operator==(const Iterator&) const { return input->place == input->all.size(); }
+
+    private:
+        Input* input;
+    };
+
+    Iterator iterator() { return Iterator(this); }
+
+    /// The index of the next byte.
+    std::size_t position() const { return place; }
+    std::string_view from(std::size_t begin) const { return all.substr(begin); }
+    /// The text from `begin` to the place.
+    std::string_view since(std::size_t begin) const { return all.substr(begin, place - begin); }
+
+    void skip(std::size_t count) {
+        place += count;
+        skipped += count;
+    }
+    /// How many bytes were skipped: the parser does not know of them.
+    std::size_t skippedBytes() const { return skipped; }
+
+private:
+    std::string_view all;
+    std::size_t place = 0;
+    std::size_t skipped = 0;
+};
+
 /// Receives the tokens of a document and passes each to the reader of the value that it fills.
 /// There is one frame for each open object or array.
 class Handler final : public nlohmann::json_sax<Tree> {
 public:
-    explicit Handler(Target document) : root(document) {}
+    Handler(Input& input, Target document) : input(input), root(document) {}
 
     bool null() override {
         if (skipping())
@@ -84,7 +133,7 @@ public:
         // 406: a number too large for a double.
         throw ValueError(
             (reason.id == 406 ? "a number is out of range at byte " : "not valid JSON at byte ")
-            + std::to_string(position));
+            + std::to_string(position + input.skippedBytes()));
     }
 
     /// The path of the current value, such as `snapshots[3].coverage`; empty for the document. A
@@ -109,6 +158,8 @@ private:
         Target outer{};
         Target inner{};
         Target pending{};
+        /// Where the text of the object or array begins.
+        std::size_t begin = 0;
         std::string key{};
         std::uint64_t seen = 0;
         std::size_t count = 0;
@@ -127,6 +178,7 @@ private:
         frame.outer = outer;
         frame.inner = inner;
         frame.pending = {};
+        frame.begin = input.position() - 1;
         frame.key.clear();
         frame.seen = 0;
         frame.count = 0;
@@ -153,10 +205,11 @@ private:
             return true;
         if (!accept(outer.reader->open(outer.value)))
             mismatch(outer, found);
-        outer.reader->close(outer.value, pool);
+        outer.reader->close(outer.value, {}, pool);
         return true;
     }
 
+    /// The parser has read the bracket that opens the object or array, and nothing after it.
     template <class Begin>
     bool open(Begin begin, std::string_view found) {
         if (skipping()) {
@@ -165,6 +218,14 @@ private:
         }
         const Target outer = next();
         if (!outer.reader) {
+            skipDepth = 1;
+            return true;
+        }
+        const std::size_t known =
+            outer.reader->recall(outer.value, input.from(input.position() - 1), pool);
+        if (known > 0) {
+            // The parser goes on at the bracket that closes the value.
+            input.skip(known - 2);
             skipDepth = 1;
             return true;
         }
@@ -182,10 +243,11 @@ private:
         }
         const Target outer = top().outer;
         const Target inner = top().inner;
+        const std::string_view text = input.since(top().begin);
         --depth;
         if (inner.reader != outer.reader)
-            inner.reader->close(inner.value, pool);
-        outer.reader->close(outer.value, pool);
+            inner.reader->close(inner.value, text, pool);
+        outer.reader->close(outer.value, text, pool);
         return true;
     }
 
@@ -194,6 +256,7 @@ private:
                          + std::string(found));
     }
 
+    Input& input;
     Target root;
     /// The first `depth` frames are open; the others are kept for reuse.
     std::vector<Frame> frames;
@@ -214,9 +277,10 @@ void detail::decodeInto(std::string_view bytes, const ValueReader& reader, void*
     // The parser takes a NUL for the end of its input and would ignore what follows.
     if (const std::size_t nul = bytes.find('\0'); nul != std::string_view::npos)
         throw DecodingError("not valid JSON at byte " + std::to_string(nul + 1));
-    Handler handler({&reader, value});
+    Input input(bytes);
+    Handler handler(input, {&reader, value});
     try {
-        Tree::sax_parse(bytes.begin(), bytes.end(), &handler);
+        Tree::sax_parse(input.iterator(), input.iterator(), &handler);
     } catch (const ValueError& error) {
         const std::string path = handler.path();
         throw DecodingError((path.empty() ? "" : oneLine(path) + ": ") + error.what());

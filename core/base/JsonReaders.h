@@ -51,8 +51,16 @@ public:
 
     /// The value that the next tokens fill: for an optional, the value inside it.
     virtual Target open(void* value) const { return {this, value}; }
-    /// Called when the value that `open` returned is complete.
-    virtual void close(void*, InternPool&) const {}
+    /// Called when the value that `open` returned is complete. `text` is the JSON text of an object
+    /// or array, and empty for any other value.
+    virtual void close(void*, std::string_view text, InternPool&) const { static_cast<void>(text); }
+    /// Called where an object or array begins, before `open`. When `text` begins with a value that
+    /// the pool knows, sets that value and returns the length of its text, which is then not
+    /// parsed; otherwise returns 0.
+    virtual std::size_t recall(void*, std::string_view text, InternPool&) const {
+        static_cast<void>(text);
+        return 0;
+    }
     /// Resets the value to its default, for a key that occurs twice: the last occurrence counts.
     virtual void reset(void* value) const = 0;
 
@@ -213,9 +221,18 @@ public:
         this->of(value) = Box<T>(std::shared_ptr<const T>(std::move(fresh)));
         return readerOf<T>().open(inner);
     }
-    void close(void* value, InternPool& pool) const override {
+    void close(void* value, std::string_view text, InternPool& pool) const override {
         if constexpr (Recurring<T>)
-            pool.unify(this->of(value));
+            pool.unify(this->of(value), text);
+    }
+    std::size_t recall(void* value, std::string_view text, InternPool& pool) const override {
+        if constexpr (Recurring<T>) {
+            auto recalled = pool.recall<T>(text);
+            if (recalled.value)
+                this->of(value) = Box<T>(std::move(recalled.value));
+            return recalled.length;
+        }
+        return 0;
     }
 };
 
@@ -249,7 +266,9 @@ public:
                 return {&readerOf<T>(), &values.emplace_back(T(values.back()))};
         return {&readerOf<T>(), &values.emplace_back()};
     }
-    void close(void* value, InternPool&) const override { this->of(value).shrink_to_fit(); }
+    void close(void* value, std::string_view, InternPool&) const override {
+        this->of(value).shrink_to_fit();
+    }
 };
 
 template <class T>

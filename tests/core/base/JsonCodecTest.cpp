@@ -66,6 +66,26 @@ RC_GTEST_PROP(JsonCodec, KeepsEveryFiniteDoubleBitForBit, (std::uint64_t pattern
     RC_ASSERT(std::bit_cast<std::uint64_t>(back) == std::bit_cast<std::uint64_t>(number));
 }
 
+RC_GTEST_PROP(JsonCodec, ReadsRepeatedValuesAsIfEachWereParsed,
+              (const std::vector<std::pair<bool, bool>>& choices)) {
+    std::vector<Shared<FolderSize>> folders;
+    for (const auto& [isLarge, isMeasured] : choices) {
+        FolderSize folder;
+        folder.path = "/data";
+        folder.breakdown.emplace({{"a\"}", 1}, {"b", isLarge ? 22 : 2}});
+        if (isMeasured)
+            folder.measuredAt = Date{794001800};
+        folders.emplace_back(std::move(folder));
+    }
+    const std::string text = json::encoded(folders);
+    for (const std::string& document : {text, nlohmann::json::parse(text).dump(2)}) {
+        const auto read = json::decode<std::vector<Shared<FolderSize>>>(document);
+        RC_ASSERT(read == folders);
+        for (std::size_t i = 1; i < read.size(); ++i)
+            RC_ASSERT(read[i].sameObject(read[i - 1]) == (choices[i] == choices[i - 1]));
+    }
+}
+
 TEST(JsonCodec, WritesTheShortestFormOfNumbers) {
     const std::pair<double, const char*> cases[] = {
         {0, "0"},
@@ -136,6 +156,11 @@ TEST(JsonCodec, ReportsThePlaceAndTheKindOfAnError) {
         document[Json::json_pointer(place)] = value;
         EXPECT_EQ(failureOf<Journal>(document.dump()), message);
     }
+    const std::string repeatedThenCut = repeated(R"({"a":1},)", 3);
+    using Sizes = std::vector<Shared<SizeByName>>;
+    EXPECT_EQ(failureOf<Sizes>("[" + repeatedThenCut + "?]"), "[2]: not valid JSON at byte 26");
+    EXPECT_EQ(failureOf<Sizes>("[" + repeatedThenCut + R"({"a":""}])"),
+              "[3][\"a\"]: expected a whole number of 64 bits, found text");
 }
 
 TEST(JsonCodec, AcceptsExactlyOneKnownCaseOfAChange) {
