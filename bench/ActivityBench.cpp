@@ -21,10 +21,10 @@ constexpr int runs = 51;
 constexpr std::size_t appended = 100;
 
 /// Records of all kinds, with as many losses of the Wi-Fi link as there can be.
-std::vector<SystemActivity> fullHistory() {
+std::vector<Shared<SystemActivity>> fullHistory() {
     const auto online = NetworkConnectionState::make(
         NetworkConnectionState::Availability::available, {NetworkConnectionState::Interface::wifi});
-    std::vector<SystemActivity> records;
+    std::vector<Shared<SystemActivity>> records;
     for (std::size_t i = 0; i < SystemActivityStore::mostRecords; ++i) {
         const auto round = static_cast<double>(i / 3);
         auto activity = SystemActivity::observed(Kind::networkChanged, Date{round * 60});
@@ -43,7 +43,7 @@ std::vector<SystemActivity> fullHistory() {
             volume.path = "/Volumes/A volume with a longer name";
             volume.volume.emplace();
         }
-        records.push_back(std::move(activity));
+        records.emplace_back(std::move(activity));
     }
     return records;
 }

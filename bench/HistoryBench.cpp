@@ -31,19 +31,19 @@ constexpr std::size_t memoryLength = 10'000;
 constexpr std::size_t clipEvery = 50;
 constexpr std::size_t longestClips = 100'000;
 
-std::vector<SystemActivity> activities(Date end) {
+std::vector<Shared<SystemActivity>> activities(Date end) {
     constexpr std::array kinds{SystemActivity::Kind::sleepRequested, SystemActivity::Kind::woke,
                                SystemActivity::Kind::volumeChanged,
                                SystemActivity::Kind::wifiChanged,
                                SystemActivity::Kind::networkChanged};
-    std::vector<SystemActivity> records;
+    std::vector<Shared<SystemActivity>> records;
     for (std::size_t i = activityLength; i > 0; --i) {
         SystemActivity record;
         record.id = Uuid::random();
         record.timestamp = end + -static_cast<double>(i) * 700.5;
         record.kind = kinds[i % kinds.size()];
         record.wifiConnected = i % 2 == 0;
-        records.push_back(std::move(record));
+        records.emplace_back(std::move(record));
     }
     return records;
 }
@@ -85,7 +85,7 @@ Events memories(Date end, std::size_t clipBytes) {
 struct Sources {
     Events journal = eventsOf(journalLength);
     Date end = journal.front()->timestamp;
-    std::vector<SystemActivity> activity = activities(end);
+    std::vector<Shared<SystemActivity>> activity = activities(end);
     Events memory;
 
     explicit Sources(std::size_t clipBytes) : memory(memories(end, clipBytes)) {}

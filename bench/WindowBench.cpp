@@ -36,7 +36,7 @@ demo::MadeUpHistory historyAtItsLimits(Date now) {
         auto record = SystemActivity::observed(i % 2 == 0 ? SystemActivity::Kind::sleepRequested
                                                           : SystemActivity::Kind::woke,
                                                now + -900.0 * (2000 - i));
-        history.activity.push_back(std::move(record));
+        history.activity.emplace_back(std::move(record));
     }
     for (std::size_t i = 0; i < MemoryArchive::otherLimit; ++i) {
         const Date at = now + -200.0 * static_cast<double>(i);

@@ -17,11 +17,10 @@ namespace tidemark {
 class AppModel;
 class DataFiles;
 
-/// Everything that was recorded, as a value that any thread may read. A copy shares the records of
-/// the journal and of the memory history.
+/// Everything that was recorded, as a value that any thread may read. A copy shares the records.
 struct RecordedHistory {
     Journal journal;
-    std::vector<SystemActivity> activity;
+    std::vector<Shared<SystemActivity>> activity;
     MemoryArchive memory;
     /// The daily sizes of earlier years.
     Shared<StorageHistory> dailySizes;

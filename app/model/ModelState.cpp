@@ -38,7 +38,7 @@ void ModelState::setJournal(Journal journal) {
     noteChange();
 }
 
-void ModelState::setSystemActivity(std::vector<SystemActivity> records) {
+void ModelState::setSystemActivity(std::vector<Shared<SystemActivity>> records) {
     activity = std::move(records);
     ++activities;
     noteChange();

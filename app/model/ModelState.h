@@ -33,8 +33,8 @@ public:
     /// Number of captures that were kept since the history was read.
     std::uint64_t keptCaptures() const { return captures; }
     /// The live activity records.
-    const std::vector<SystemActivity>& systemActivity() const { return activity; }
-    void setSystemActivity(std::vector<SystemActivity> records);
+    const std::vector<Shared<SystemActivity>>& systemActivity() const { return activity; }
+    void setSystemActivity(std::vector<Shared<SystemActivity>> records);
     /// Incremented by every `setSystemActivity`.
     std::uint64_t activityRevision() const { return activities; }
 
@@ -75,7 +75,7 @@ private:
     Shared<Journal> currentJournal;
     std::uint64_t journals = 0;
     std::uint64_t captures = 0;
-    std::vector<SystemActivity> activity;
+    std::vector<Shared<SystemActivity>> activity;
     std::uint64_t activities = 0;
 };
 

@@ -22,7 +22,7 @@ class PowerActivityMonitor final : public QObject {
     Q_OBJECT
 
 public:
-    using Records = std::vector<SystemActivity>;
+    using Records = std::vector<Shared<SystemActivity>>;
     using ReadBattery = std::function<QCoro::Task<std::optional<BatteryObservation>>()>;
 
     static QCoro::Task<std::optional<BatteryObservation>> noBattery() { co_return std::nullopt; }
@@ -77,8 +77,7 @@ private:
     /// Makes the record that waits, if there is one.
     void finish(std::optional<BatteryObservation> battery);
     QCoro::Task<void> append(SystemActivity activity);
-    /// Runs `work` on the thread of the file and returns the records of the file after it. They are
-    /// copied on that thread, since copying so many would block the event loop.
+    /// Runs `work` on the thread of the file and returns the records of the file after it.
     template <class Work>
     QCoro::Task<Records> onFile(Work work);
 

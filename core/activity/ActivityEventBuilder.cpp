@@ -19,10 +19,10 @@ constexpr std::array networking{Kind::networkChanged, Kind::bluetoothChanged, Ki
 /// The times at which the Wi-Fi link came up or went down, in ascending order.
 class LinkTimes {
 public:
-    explicit LinkTimes(const std::vector<SystemActivity>& activities) {
+    explicit LinkTimes(const std::vector<Shared<SystemActivity>>& activities) {
         for (const auto& activity : activities)
-            if (activity.kind == Kind::wifiChanged && activity.wifiConnected)
-                (*activity.wifiConnected ? up : down).push_back(activity.timestamp);
+            if (activity->kind == Kind::wifiChanged && activity->wifiConnected)
+                (*activity->wifiConnected ? up : down).push_back(activity->timestamp);
         std::ranges::sort(up);
         std::ranges::sort(down);
     }
@@ -57,7 +57,8 @@ bool followsLink(const SystemActivity& activity, const LinkTimes& links) {
 
 } // namespace
 
-Event event(const SystemActivity& activity) {
+Event event(const Shared<SystemActivity>& record) {
+    const SystemActivity& activity = *record;
     Event event;
     event.id = "activity-" + activity.id.text();
     event.timestamp = activity.timestamp;
@@ -70,17 +71,17 @@ Event event(const SystemActivity& activity) {
     if (activity.environmentActivity)
         event.path = activity.environmentActivity->path;
     event.symbol = activity.symbol();
-    event.systemActivity.emplace(SystemActivity(activity));
+    event.systemActivity = record;
     return event;
 }
 
-std::vector<Shared<Event>> build(const std::vector<SystemActivity>& from) {
+std::vector<Shared<Event>> build(const std::vector<Shared<SystemActivity>>& from) {
     const LinkTimes links(from);
     std::vector<Shared<Event>> events;
     events.reserve(from.size());
-    for (const auto& activity : from)
-        if (activity.isTimelineEligible() && !followsLink(activity, links))
-            events.emplace_back(event(activity));
+    for (const auto& record : from)
+        if (record->isTimelineEligible() && !followsLink(*record, links))
+            events.emplace_back(event(record));
     return events;
 }
 

@@ -6,7 +6,7 @@ namespace tidemark {
 
 namespace {
 
-void keepNewest(std::vector<SystemActivity>& records) {
+void keepNewest(std::vector<Shared<SystemActivity>>& records) {
     constexpr auto most = SystemActivityStore::mostRecords;
     if (records.size() > most)
         records.erase(records.begin(), records.end() - static_cast<std::ptrdiff_t>(most));
@@ -14,8 +14,9 @@ void keepNewest(std::vector<SystemActivity>& records) {
 
 } // namespace
 
-std::vector<SystemActivity> SystemActivityStore::read(const std::filesystem::path& document) {
-    auto records = readDocument<std::vector<SystemActivity>>(document);
+std::vector<Shared<SystemActivity>>
+SystemActivityStore::read(const std::filesystem::path& document) {
+    auto records = readDocument<std::vector<Shared<SystemActivity>>>(document);
     if (!records)
         return {};
     keepNewest(*records);
@@ -23,8 +24,8 @@ std::vector<SystemActivity> SystemActivityStore::read(const std::filesystem::pat
 }
 
 void SystemActivityStore::append(SystemActivity activity) {
-    std::vector<SystemActivity> next = current;
-    next.push_back(std::move(activity));
+    std::vector<Shared<SystemActivity>> next = current;
+    next.emplace_back(std::move(activity));
     keepNewest(next);
     writeDocument(url, next, guard);
     current = std::move(next);

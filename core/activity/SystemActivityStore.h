@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/base/FolderGuard.h"
+#include "core/base/Shared.h"
 #include "core/records/SystemActivity.h"
 
 #include <filesystem>
@@ -21,13 +22,13 @@ public:
 
     /// Reads the last `mostRecords` records of the file; none when there is no file. Throws
     /// `FileError`. Changes nothing on disk.
-    static std::vector<SystemActivity> read(const std::filesystem::path& document);
+    static std::vector<Shared<SystemActivity>> read(const std::filesystem::path& document);
 
     /// Replaces `records` by the content of the file. Throws as `read` does; `records` is unchanged
     /// then.
     void load() { current = read(url); }
-    /// The records as last read or written.
-    const std::vector<SystemActivity>& records() const { return current; }
+    /// The records as last read or written. A copy shares the records.
+    const std::vector<Shared<SystemActivity>>& records() const { return current; }
 
     /// Appends a record by replacing the file, with mode 0600 in folders of mode 0700. Throws
     /// `Error`; `records` is unchanged then, and so is the file, unless only flushing its folder
@@ -37,7 +38,7 @@ public:
 private:
     const std::filesystem::path url;
     const FolderGuard guard;
-    std::vector<SystemActivity> current;
+    std::vector<Shared<SystemActivity>> current;
 };
 
 } // namespace tidemark

@@ -27,14 +27,14 @@ struct Period {
 using Periods = std::vector<Period>;
 
 /// From each request to sleep to the next wake.
-Periods sleepPeriods(const std::vector<SystemActivity>& activity) {
+Periods sleepPeriods(const std::vector<Shared<SystemActivity>>& activity) {
     Periods periods;
     std::optional<Date> asleepSince;
     for (const auto& record : activity) {
-        if (record.kind == SystemActivity::Kind::sleepRequested)
-            asleepSince = record.timestamp;
-        else if (record.kind == SystemActivity::Kind::woke && asleepSince) {
-            periods.push_back({*asleepSince, record.timestamp});
+        if (record->kind == SystemActivity::Kind::sleepRequested)
+            asleepSince = record->timestamp;
+        else if (record->kind == SystemActivity::Kind::woke && asleepSince) {
+            periods.push_back({*asleepSince, record->timestamp});
             asleepSince.reset();
         }
     }

@@ -41,7 +41,7 @@ struct GapRow {
 struct GapSource {
     const std::vector<Shared<Snapshot>>& snapshots;
     const std::vector<Shared<Event>>& events;
-    const std::vector<SystemActivity>& activity;
+    const std::vector<Shared<SystemActivity>>& activity;
     const std::vector<RecorderRun>& runs;
 };
 

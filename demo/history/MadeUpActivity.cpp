@@ -35,13 +35,13 @@ class Diary {
 public:
     explicit Diary(Date now) : end(now) {}
 
-    std::vector<SystemActivity> write(int days) {
+    std::vector<Shared<SystemActivity>> write(int days) {
         const Date today = Calendar().startOfDay(end);
         for (int back = days; back >= 0; --back)
             writeDay(today + -back * day, back);
         std::ranges::stable_sort(records, {}, &SystemActivity::timestamp);
         std::erase_if(records, [&](const auto& each) { return each.timestamp > end; });
-        return std::move(records);
+        return {std::move_iterator(records.begin()), std::move_iterator(records.end())};
     }
 
 private:
@@ -190,7 +190,7 @@ MemoryRecord file(MemoryRecord::Kind kind, Date at, const std::string& below, st
 
 } // namespace
 
-std::vector<SystemActivity> madeUpActivity(Date now, int days) {
+std::vector<Shared<SystemActivity>> madeUpActivity(Date now, int days) {
     return Diary(now).write(days);
 }
 

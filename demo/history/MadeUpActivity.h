@@ -8,7 +8,7 @@
 namespace tidemark::demo {
 
 /// What a machine reported while it ran in the days before `now`, oldest first.
-std::vector<SystemActivity> madeUpActivity(Date now, int days);
+std::vector<Shared<SystemActivity>> madeUpActivity(Date now, int days);
 
 /// The files, applications and clips of the last weeks before `now`.
 std::vector<MemoryRecord> madeUpMemory(Date now);

@@ -18,7 +18,7 @@ struct MadeUpHistory {
     MadeUpMachine machine;
     Journal journal;
     /// Oldest first.
-    std::vector<SystemActivity> activity;
+    std::vector<Shared<SystemActivity>> activity;
     std::vector<MemoryRecord> memory;
 
     static MadeUpHistory endingAt(Date now);

@@ -2,6 +2,8 @@
 #include "recorder/HistoryTime.h"
 #include "recorder/TypedInvocation.h"
 
+#include <ranges>
+
 namespace tidemark {
 
 namespace {
@@ -24,7 +26,7 @@ std::string activity(const HistoryReading& reading, const ActivityOptions& optio
         return json::encoded(records) + "\n";
     std::string out;
     const Calendar calendar;
-    for (auto record = records.rbegin(); record != records.rend(); ++record)
+    for (const auto& record : std::views::reverse(records))
         out += historyTime::moment(record->timestamp, "", calendar) + "  "
                + oneLine(systemWords::shown(record->title())) + "  "
                + oneLine(systemWords::shown(record->detailSubtitle())) + "\n";

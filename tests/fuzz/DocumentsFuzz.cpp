@@ -63,7 +63,7 @@ void readSettings(std::string_view bytes) {
 constexpr auto readers = std::to_array<void (*)(std::string_view)>({
     &readAgain<Journal>,
     &readAgain<MemoryArchive>,
-    &readAgain<std::vector<SystemActivity>>,
+    &readAgain<std::vector<Shared<SystemActivity>>>,
     &readAgain<MeasurementRecords>,
     &readAgain<std::vector<RecorderRun>>,
     &readAgain<ControlRequest>,

@@ -68,7 +68,7 @@ struct ActivityRecording : testing::Test {
         EXPECT_EQ(recorder.exitStatus(), QProcess::NormalExit);
         EXPECT_EQ(recorder.exitCode(), 0);
     }
-    std::vector<SystemActivity> stored() const { return SystemActivityStore::read(file); }
+    std::vector<Shared<SystemActivity>> stored() const { return SystemActivityStore::read(file); }
 };
 
 } // namespace
@@ -80,14 +80,14 @@ TEST_F(ActivityRecording, WritesASleepToTheFile) {
     const auto sleeps = [&] {
         const auto records = stored();
         return std::ranges::count_if(
-            records, [](const auto& record) { return record.observedSession.has_value(); });
+            records, [](const auto& record) { return record->observedSession.has_value(); });
     };
     test::until([&] { return sleeps() >= 2; });
     expectToEnd();
 
     std::string kinds;
     for (const auto& record : stored())
-        kinds += std::string(rawValue(record.kind)) + " ";
+        kinds += std::string(rawValue(record->kind)) + " ";
     EXPECT_TRUE(test::contains(kinds, "sleepRequested woke sleepRequested woke "));
     EXPECT_EQ(test::modeOf(file), 0600U);
     EXPECT_FALSE(test::contains(test::namesIn(file.parent_path()), ".new-"));

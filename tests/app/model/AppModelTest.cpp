@@ -313,7 +313,7 @@ TEST_F(AppModelTest, ResumeDuringTheReadOfStoredActivityKeepsNewerRecords) {
     replaceFile(data / "system-activity.json", "[]");
     const auto starting = model->start();
     test::until([&] { return state().loaded(); });
-    const std::vector<SystemActivity> fresh(1);
+    const std::vector<Shared<SystemActivity>> fresh(1);
     model->setRecordingMode(RecordingMode::recording);
     state().setSystemActivity(fresh);
     test::until([&] { return starting.isReady(); });

@@ -65,7 +65,7 @@ TEST_F(HistoryScreenTest, MergesAllSources) {
     SystemActivity woke;
     woke.timestamp = Date{ago(0.5)};
     woke.kind = SystemActivity::Kind::woke;
-    state().setSystemActivity({woke});
+    state().setSystemActivity(test::shared(std::move(woke)));
     test::settle();
     remember({memoryEvent("launch", ago(2), MemoryRecord::Kind::appLaunched),
               memoryEvent("clip", ago(1.5), MemoryRecord::Kind::clipboard),

@@ -88,7 +88,7 @@ TEST_F(LiveWiringTest, ShowsStoredAndNewRecords) {
     untilShown(3);
     EXPECT_EQ(*model.observationNow, clock.now());
     EXPECT_EQ(model.systemActivity(), SystemActivityStore::read(file));
-    EXPECT_EQ(model.systemActivity()[1].powerObservation, battery);
+    EXPECT_EQ(model.systemActivity()[1]->powerObservation, battery);
     EXPECT_EQ(error(), "none");
 }
 
@@ -108,7 +108,7 @@ TEST_F(LiveWiringTest, StopsWhilePausedAndContinuesAfterwards) {
     EXPECT_EQ(log, "connections environment ");
     workspace.post(notification::didWake);
     untilShown(1);
-    EXPECT_FALSE(model.systemActivity().front().observedSession);
+    EXPECT_FALSE(model.systemActivity().front()->observedSession);
 }
 
 TEST_F(LiveWiringTest, StartsNothingWithAnUnreadableFile) {

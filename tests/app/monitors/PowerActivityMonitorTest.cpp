@@ -51,12 +51,12 @@ struct PowerActivityMonitorTest : testing::Test {
             co_await clock.sleep(batteryDelay, {}, AppClock::Slack::none);
         co_return battery;
     }
-    std::vector<SystemActivity> stored() const { return SystemActivityStore::read(file); }
+    std::vector<Shared<SystemActivity>> stored() const { return SystemActivityStore::read(file); }
     /// The times of the stored records.
     std::string times() const {
         std::string text;
         for (const auto& activity : stored())
-            text += std::to_string(static_cast<int>(activity.timestamp.secondsSince2001)) + " ";
+            text += std::to_string(static_cast<int>(activity->timestamp.secondsSince2001)) + " ";
         return text;
     }
 
@@ -89,11 +89,11 @@ TEST_F(PowerActivityMonitorTest, RecordsSleepAndWake) {
 
     const auto records = stored();
     ASSERT_EQ(records.size(), 2U);
-    EXPECT_EQ(records[0].kind, Kind::sleepRequested);
-    EXPECT_EQ(records[0].powerObservation->percentage, 80);
-    EXPECT_EQ(records[1].kind, Kind::woke);
-    EXPECT_EQ(records[1].observedSession->startedAt, asleep);
-    EXPECT_EQ(records[1].observedSession->endedAt, asleep + 3600);
+    EXPECT_EQ(records[0]->kind, Kind::sleepRequested);
+    EXPECT_EQ(records[0]->powerObservation->percentage, 80);
+    EXPECT_EQ(records[1]->kind, Kind::woke);
+    EXPECT_EQ(records[1]->observedSession->startedAt, asleep);
+    EXPECT_EQ(records[1]->observedSession->endedAt, asleep + 3600);
 }
 
 TEST_F(PowerActivityMonitorTest, WaitsForTheBatteryAfterAWakeButNotLongerThanItMay) {
@@ -114,14 +114,14 @@ TEST_F(PowerActivityMonitorTest, WaitsForTheBatteryAfterAWakeButNotLongerThanItM
     expectLog("2 3 4 ");
 
     const auto records = stored();
-    EXPECT_EQ(records[0].timestamp, woke);
-    EXPECT_EQ(records[0].powerObservation, battery);
-    EXPECT_EQ(records[1].kind, Kind::woke);
-    EXPECT_EQ(records[2].kind, Kind::sleepRequested);
-    EXPECT_EQ(records[3].kind, Kind::woke);
-    EXPECT_TRUE(records[3].observedSession);
-    EXPECT_FALSE(records[1].powerObservation || records[2].powerObservation
-                 || records[3].powerObservation);
+    EXPECT_EQ(records[0]->timestamp, woke);
+    EXPECT_EQ(records[0]->powerObservation, battery);
+    EXPECT_EQ(records[1]->kind, Kind::woke);
+    EXPECT_EQ(records[2]->kind, Kind::sleepRequested);
+    EXPECT_EQ(records[3]->kind, Kind::woke);
+    EXPECT_TRUE(records[3]->observedSession);
+    EXPECT_FALSE(records[1]->powerObservation || records[2]->powerObservation
+                 || records[3]->powerObservation);
 }
 
 TEST_F(PowerActivityMonitorTest, WritesRecordsInOrder) {
@@ -147,7 +147,7 @@ TEST_F(PowerActivityMonitorTest, RecordsNothingWhileNotAllowed) {
     allowed = true;
     center.post(notification::didWake);
     expectLog("1 ");
-    EXPECT_FALSE(stored().front().observedSession);
+    EXPECT_FALSE(stored().front()->observedSession);
 }
 
 TEST_F(PowerActivityMonitorTest, DropsOnlyTheRecordThatCannotBeWritten) {
@@ -176,7 +176,7 @@ TEST_F(PowerActivityMonitorTest, StopWritesAcceptedRecordsAndAcceptsNoMore) {
     EXPECT_EQ(start(), 2);
     center.post(notification::didWake);
     expectLog("1 2 3 ");
-    EXPECT_FALSE(stored().back().observedSession);
+    EXPECT_FALSE(stored().back()->observedSession);
 
     record(4);
     record(5);
@@ -208,7 +208,7 @@ TEST_F(PowerActivityMonitorTest, RecordsNoSessionForASleepWithUnknownEnd) {
     center.post(notification::sleepAbandoned);
     center.post(notification::didWake);
     expectLog("1 2 ");
-    EXPECT_FALSE(stored().back().observedSession);
+    EXPECT_FALSE(stored().back()->observedSession);
 }
 
 TEST_F(PowerActivityMonitorTest, WriterWaitsForAcceptedRecords) {
@@ -232,7 +232,7 @@ TEST_F(PowerActivityMonitorTest, KeepsRecordsMadeDuringTheReadAndWritesNothingWh
     };
     EXPECT_EQ(startWithASleep()->size(), 0U);
     expectLog("1 2 ");
-    EXPECT_EQ(stored().front().timestamp, clock.now());
+    EXPECT_EQ(stored().front()->timestamp, clock.now());
 
     create();
     auto stopped = monitor->start();
@@ -254,5 +254,5 @@ TEST_F(PowerActivityMonitorTest, KeepsRecordsMadeDuringTheReadAndWritesNothingWh
     EXPECT_EQ(start(), 0);
     center.post(notification::didWake);
     expectLog("1 ");
-    EXPECT_FALSE(stored().front().observedSession);
+    EXPECT_FALSE(stored().front()->observedSession);
 }

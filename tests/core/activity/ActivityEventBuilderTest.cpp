@@ -1,5 +1,7 @@
 #include "core/activity/ActivityEventBuilder.h"
 
+#include "tests/support/SharedRecords.h"
+
 #include <functional>
 
 #include <gtest/gtest.h>
@@ -74,7 +76,7 @@ SystemActivity wokeAfter(double seconds) {
 }
 
 std::string worded(const SystemActivity& activity) {
-    const Event event = ActivityEventBuilder::event(activity);
+    const Event event = ActivityEventBuilder::event(Shared(SystemActivity(activity)));
     return event.title + " | " + event.subtitle + " | " + event.symbol;
 }
 
@@ -83,7 +85,7 @@ const std::string recorded = "Recorded while Tidemark was running";
 /// The kinds of the built events.
 std::string kinds(const std::vector<SystemActivity>& activities) {
     std::string text;
-    for (const auto& event : ActivityEventBuilder::build(activities))
+    for (const auto& event : ActivityEventBuilder::build(test::shared(activities)))
         text += std::string(rawValue(event->systemActivity->kind)) + " ";
     return text;
 }
@@ -164,8 +166,11 @@ TEST(ActivityEventBuilder, MakesAnEventOfARecord) {
     expected.category = EventCategory::system;
     expected.path = "/Volumes/Backup";
     expected.symbol = "externaldrive";
-    expected.systemActivity.emplace(SystemActivity(activity));
-    EXPECT_EQ(ActivityEventBuilder::event(activity), expected);
+    const Shared record(std::move(activity));
+    expected.systemActivity = record;
+    const Event event = ActivityEventBuilder::event(record);
+    EXPECT_EQ(event, expected);
+    EXPECT_EQ(event.systemActivity.object(), record.object()) << "a copy of each record";
 }
 
 TEST(ActivityEventBuilder, KeepsTheOrderAndLeavesOutKindsThatAreNotShown) {

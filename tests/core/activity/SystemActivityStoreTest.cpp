@@ -58,13 +58,15 @@ TEST(SystemActivityStore, KeepsTheNewestRecords) {
     SystemActivityStore store(file);
     store.load();
     ASSERT_EQ(store.records().size(), 2000U);
-    EXPECT_EQ(store.records().front().timestamp, Date{500});
+    EXPECT_EQ(store.records().front()->timestamp, Date{500});
     EXPECT_EQ(contents(file), before);
 
+    const auto shown = store.records();
     store.append(wakes(1, 9000).front());
     EXPECT_EQ(store.records().size(), 2000U);
-    EXPECT_EQ(store.records().front().timestamp, Date{501});
-    EXPECT_EQ(store.records().back().timestamp, Date{9000});
+    EXPECT_EQ(store.records().front()->timestamp, Date{501});
+    EXPECT_EQ(store.records().back()->timestamp, Date{9000});
+    EXPECT_TRUE(store.records().front().sameObject(shown[1])) << "a copy of each record";
     EXPECT_EQ(SystemActivityStore::read(file), store.records());
 }
 

@@ -24,7 +24,7 @@ const Calendar utc("UTC");
 struct Records {
     std::vector<Shared<Snapshot>> snapshots;
     std::vector<Shared<Event>> events{};
-    std::vector<SystemActivity> activity{};
+    std::vector<Shared<SystemActivity>> activity{};
     std::vector<RecorderRun> runs{};
 
     /// "start-end reason", times in hours, with "…" for an ongoing one.
@@ -45,11 +45,12 @@ Records gapUntil11() {
     return {test::shared(sized(hour, 1), sized(11 * hour, 1), sized(11.5 * hour, 1))};
 }
 
-std::vector<SystemActivity> slept(std::initializer_list<std::pair<double, double>> hours) {
-    std::vector<SystemActivity> activity;
+std::vector<Shared<SystemActivity>> slept(std::initializer_list<std::pair<double, double>> hours) {
+    std::vector<Shared<SystemActivity>> activity;
     for (const auto& [from, to] : hours) {
-        activity.push_back(SystemActivity::observed(Activity::sleepRequested, Date{from * hour}));
-        activity.push_back(SystemActivity::observed(Activity::woke, Date{to * hour}));
+        activity.emplace_back(
+            SystemActivity::observed(Activity::sleepRequested, Date{from * hour}));
+        activity.emplace_back(SystemActivity::observed(Activity::woke, Date{to * hour}));
     }
     return activity;
 }
@@ -133,7 +134,7 @@ TEST(RecorderRun, KeepsOneRunningAfterAnother) {
 
 namespace {
 
-Shared<Event> added(const std::string& id, double hours, std::vector<std::string> labels) {
+Shared<Event> added(const std::string& id, double hours, const std::vector<std::string>& labels) {
     Event event = test::event(id, hours * hour, EventCategory::background);
     event.intervalStart = Date{(hours - 0.5) * hour};
     for (const auto& label : labels)
@@ -170,7 +171,7 @@ TEST(HistoryDigest, CountsAndNamesWhatHappenedInItsPeriod) {
 }
 
 TEST(BackgroundItemNotice, IsOneForManyAndSaysSinceWhen) {
-    const auto notice = [](std::vector<Shared<Event>> events) {
+    const auto notice = [](const std::vector<Shared<Event>>& events) {
         return BackgroundItemNotice::of(newBackgroundItems(events), utc);
     };
     EXPECT_EQ(notice({Shared(test::event("app", 1))}), std::nullopt);

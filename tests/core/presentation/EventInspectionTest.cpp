@@ -56,7 +56,7 @@ bool hasSentence(const EventInspection& inspection, std::string_view start) {
 Event activityEvent(SystemActivity::Kind kind, const std::function<void(SystemActivity&)>& fill) {
     auto activity = SystemActivity::observed(kind, Date{600});
     fill(activity);
-    return ActivityEventBuilder::event(activity);
+    return ActivityEventBuilder::event(Shared(std::move(activity)));
 }
 
 StorageMeasurementRecord measured(const Application& app, std::optional<std::int64_t> bytes,
