@@ -1,5 +1,6 @@
 #include "app/ports/DesktopServices.h"
 #include "core/base/FreeDescriptors.h"
+#include "core/system/ThreadHeaps.h"
 #include "desktop/DesktopApplication.h"
 #include "desktop/DesktopOptions.h"
 #include "desktop/OtherRecorder.h"
@@ -128,6 +129,7 @@ int run(int count, char** arguments) {
 } // namespace
 
 int main(int argc, char** argv) {
+    limitThreadHeaps();
     desktopServices::ignoreRemoteDisplay();
     if (const auto status = argc == 2 ? answered(argv[1]) : std::nullopt)
         return *status;

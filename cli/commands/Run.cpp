@@ -2,6 +2,7 @@
 #include "cli/QtApplication.h"
 #include "cli/TerminalCommands.h"
 #include "core/base/FreeDescriptors.h"
+#include "core/system/ThreadHeaps.h"
 #include "recorder/FirstFolders.h"
 #include "recorder/Interruption.h"
 #include "recorder/RecorderLog.h"
@@ -75,6 +76,7 @@ QCoro::Task<void> startRecording(Recorder& recorder,
 
 /// Records until SIGINT or SIGTERM.
 int run(const RunOptions& options) {
+    limitThreadHeaps();
     const Interruption interruption(Interruption::AfterStop::ends);
     requireFreeDescriptors(QtApplication::neededDescriptors);
     const QtApplication application;

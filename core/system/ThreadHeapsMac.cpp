@@ -1,0 +1,7 @@
+#include "core/system/ThreadHeaps.h"
+
+namespace tidemark {
+
+void limitThreadHeaps() {}
+
+} // namespace tidemark
