@@ -26,7 +26,7 @@ std::filesystem::path home(const Environment& environment) {
     return SystemFacts::homeDirectory(environment("HOME"));
 }
 
-constexpr std::size_t largestUserDirs = 64 * 1024;
+constexpr std::size_t largestUserDirs = std::size_t{64} * 1024;
 
 std::string_view withoutBlanks(std::string_view text) {
     text.remove_prefix(std::min(text.find_first_not_of(" \t"), text.size()));

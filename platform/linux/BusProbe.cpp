@@ -112,7 +112,7 @@ void BusProbe::connectToBus() {
 }
 
 void BusProbe::receive() {
-    constexpr std::size_t most = 64 * 1024;
+    constexpr std::size_t most = std::size_t{64} * 1024;
     std::array<char, 1024> block{};
     const ssize_t count = ::recv(socket.get(), block.data(), block.size(), 0);
     if (count < 0 && (errno == EAGAIN || errno == EINTR))

@@ -67,7 +67,7 @@ void DesktopEntries::readFolder(const fs::path& folder) {
     }
 }
 
-void DesktopEntries::readEntry(const fs::path& file, std::string id) {
+void DesktopEntries::readEntry(const fs::path& file, const std::string& id) {
     std::string bytes;
     try {
         bytes = readFile(file, KeyFile::maximumSize);

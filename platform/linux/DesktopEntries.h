@@ -31,7 +31,7 @@ public:
 private:
     void refresh();
     void readFolder(const std::filesystem::path& folder);
-    void readEntry(const std::filesystem::path& file, std::string id);
+    void readEntry(const std::filesystem::path& file, const std::string& id);
     std::optional<ClipApplication> application(const std::map<std::string, std::string>& index,
                                                std::string_view key) const;
 

@@ -18,7 +18,7 @@ namespace {
 constexpr const char* metadataKey = "metadata::download-uri";
 /// Seconds until a `gio` that ignores SIGTERM is killed.
 constexpr double grace = 0.2;
-constexpr std::size_t mostOutput = 16 * 1024;
+constexpr std::size_t mostOutput = std::size_t{16} * 1024;
 
 std::optional<std::string> attribute(const std::filesystem::path& file, const char* name) {
     std::array<char, 4096> value{};

@@ -151,7 +151,7 @@ void FileFinder::watchFolder(const fs::path& folder) {
         isOverBudget = true;
 }
 
-void FileFinder::enter(std::vector<folderWalk::Start> starts, Date since, NewestFiles& found,
+void FileFinder::enter(const std::vector<folderWalk::Start>& starts, Date since, NewestFiles& found,
                        const std::stop_token& stop) {
     const folderWalk::Visitor visitor{
         .enter = [&](const fs::path& folder) { isOverBudget = !watch.add(folder) || isOverBudget; },

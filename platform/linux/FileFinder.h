@@ -56,7 +56,7 @@ private:
 
     void findAll(NewestFiles& found, const std::stop_token& stop);
     void findChanged(NewestFiles& found, const std::stop_token& stop);
-    void enter(std::vector<folderWalk::Start> starts, Date since, NewestFiles& found,
+    void enter(const std::vector<folderWalk::Start>& starts, Date since, NewestFiles& found,
                const std::stop_token& stop);
     void handle(const FolderWatch::Event& event, NewestFiles& found, const std::stop_token& stop);
     void readList(Date since, NewestFiles& found);

@@ -125,7 +125,7 @@ void PortalShortcut::ask(const QString& method, const QVariantList& arguments, Q
             use(isGranted ? qdbus_cast<QVariantMap>(signal.arguments().value(1)) : QVariantMap());
         });
     portal.call(path, interface, method, arguments + QVariantList{options},
-                [use, number = requests, this](const QDBusMessage& reply) {
+                [use = std::move(use), number = requests, this](const QDBusMessage& reply) {
                     if (reply.type() != QDBusMessage::ReplyMessage && number == requests)
                         use({});
                 });

@@ -225,7 +225,7 @@ TEST(DesktopApplications, AreThoseWithAWindow) {
     folder.write("own/gone.desktop", entryOf("Gone", "Hidden=true\n"));
     folder.write("shared/gone.desktop", entryOf("Gone"));
     folder.write("shared/damaged.desktop", "[Desktop Entry\n");
-    const auto find = [&](std::vector<std::string> identifiers) {
+    const auto find = [&](const std::vector<std::string>& identifiers) {
         const auto found = desktopApplications::find(identifiers, folders);
         return found ? found->id + " " + found->name + " " + found->path : "";
     };

@@ -67,7 +67,7 @@ struct Subject {
 
 template <class Adapter, class Read>
 Know knowing(std::shared_ptr<Adapter> adapter, Read read) {
-    return [adapter, read] { return text(read(*adapter)); };
+    return [adapter = std::move(adapter), read] { return text(read(*adapter)); };
 }
 
 const auto ignore = [] {};

@@ -13,7 +13,7 @@ struct HistorySearchTest : testing::Test {
             events.emplace_back(event((i % 2 == 0 ? "even " : "odd ") + std::to_string(i), -i));
         history = std::make_shared<const MergedHistory>(MergedHistory::of(std::move(events)));
         search.emplace([this] { return history; },
-                       [this, held = std::make_shared<int>()](Shared<Event> event) {
+                       [this, held = std::make_shared<int>()](const Shared<Event>& event) {
                            const std::weak_ptr isHeld = held;
                            if (closes)
                                search.reset();

@@ -60,7 +60,7 @@ TEST(BluetoothConnectionHistory, TreatsTheFirstReportOfANewDeviceAsAChange) {
 }
 
 TEST(BluetoothDevice, HasADisplayNameAndAClass) {
-    const auto nameOf = [](std::string name) {
+    const auto nameOf = [](const std::string& name) {
         return BluetoothDevice{"", name, 0, {}}.displayName();
     };
     EXPECT_EQ(nameOf(" \n\u2003Mouse\r\n"), "Mouse");

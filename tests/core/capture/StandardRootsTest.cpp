@@ -17,7 +17,8 @@ using Kind = BackgroundItem::Kind;
 
 namespace {
 
-StandardRoots::Places places(const fs::path& root, std::map<std::string, std::string> variables) {
+StandardRoots::Places places(const fs::path& root,
+                             const std::map<std::string, std::string>& variables) {
     return {.machine = root.empty() ? MachineFiles() : MachineFiles::below(root),
             .home = "/home/me",
             .environment = [variables](const char* name) -> std::optional<std::string> {

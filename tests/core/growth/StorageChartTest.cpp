@@ -71,7 +71,7 @@ TEST(StorageChart, OfAHistoryWithoutGapsHasOneLine) {
 }
 
 TEST(StorageChart, JoinsOnlyWhatIsWithinTheInterval) {
-    const auto kept = [](std::vector<double> hours) {
+    const auto kept = [](const std::vector<double>& hours) {
         std::vector<Snapshot> snapshots;
         for (const double each : hours)
             snapshots.push_back(sized(each * hour, 5));

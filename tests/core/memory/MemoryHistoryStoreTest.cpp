@@ -200,7 +200,7 @@ TEST(MemoryHistoryStore, KeepsOtherRecordsInTheDocument) {
 }
 
 TEST(MemoryHistoryStore, LeavesAnUnreadableArchiveUnchanged) {
-    const auto bytes = [](std::string content) {
+    const auto bytes = [](const std::string& content) {
         return [content](const fs::path& path) { std::ofstream(path) << content; };
     };
     const std::string document = "memory-history.json";

@@ -58,7 +58,7 @@ FolderSize rolling(FolderSize size) {
 TEST(DiffEngine, ComparesApplications) {
     using Paths = std::set<std::string>;
     const Paths usual{"/Applications"};
-    const auto with = [&](std::vector<Application> was, std::vector<Application> is) {
+    const auto with = [&](const std::vector<Application>& was, const std::vector<Application>& is) {
         return [=](Snapshot& before, Snapshot& after) {
             before.applications.emplace(test::shared(was));
             after.applications.emplace(test::shared(is));
@@ -258,7 +258,7 @@ TEST(DiffEngine, ComparesReportsOfTheTrash) {
 
 TEST(DiffEngine, ComparesFreeSpaceAndTheSystem) {
     const auto space = [](std::optional<std::int64_t> was, std::optional<std::int64_t> is,
-                          std::optional<std::string> volume) {
+                          const std::optional<std::string>& volume) {
         return [=](Snapshot& before, Snapshot& after) {
             before.freeBytes = was;
             after.freeBytes = is;
@@ -266,7 +266,8 @@ TEST(DiffEngine, ComparesFreeSpaceAndTheSystem) {
             after.volumeID = volume;
         };
     };
-    const auto systems = [](std::optional<std::string> was, std::optional<std::string> is) {
+    const auto systems = [](const std::optional<std::string>& was,
+                            const std::optional<std::string>& is) {
         return [=](Snapshot& before, Snapshot& after) {
             before.operatingSystem = {"14", was};
             after.operatingSystem = {"14", is};
@@ -293,8 +294,8 @@ TEST(DiffEngine, ComparesAdditionalReports) {
                                             test::metadata(brew, "/c", "1")};
     const std::vector<ObservedMetadata> is{test::metadata(brew, "/c", "2"),
                                            test::metadata(brew, "/a", "1")};
-    const auto reports = [](std::optional<std::vector<MetadataReport>> before,
-                            std::optional<std::vector<MetadataReport>> after) {
+    const auto reports = [](const std::optional<std::vector<MetadataReport>>& before,
+                            const std::optional<std::vector<MetadataReport>>& after) {
         return test::summary(MetadataComparison::compare(before, after));
     };
     using List = std::vector<MetadataReport>;

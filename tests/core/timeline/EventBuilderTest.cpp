@@ -68,8 +68,8 @@ TEST(EventBuilder, WordsEachChange) {
                 before.volumeContext = VolumeContext{"Disk", {}, {}, {}, {}, {}};
         };
     };
-    const auto source = [](ObservedMetadata::Kind kind, std::string was,
-                           std::string is) -> Arrange {
+    const auto source = [](ObservedMetadata::Kind kind, const std::string& was,
+                           const std::string& is) -> Arrange {
         return [=](Snapshot& before, Snapshot& after) {
             const auto items = [&](const std::string& value) {
                 return value.empty() ? std::vector<ObservedMetadata>()
