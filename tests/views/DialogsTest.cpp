@@ -1,6 +1,7 @@
 #include "tests/app/support/ModelFixture.h"
 #include "tests/support/HistoryEvents.h"
 #include "tests/support/SharedRecords.h"
+#include "tests/views/AccessibleNames.h"
 #include "views/dialogs/ExportDialog.h"
 #include "views/dialogs/ImportDialog.h"
 
@@ -49,6 +50,7 @@ TEST(ExportDialog, WritesWhatWasChosenAndStaysOpenWhenThatFails) {
             return target;
         });
     dialog.show();
+    EXPECT_EQ(test::namelessIn(dialog), "");
     const auto save = [&] {
         dialog.findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Save)->click();
         test::until([&] { return !dialog.isSaving(); });
@@ -102,6 +104,7 @@ TEST_F(ImportDialogTest, ImportsWhatTheUserConfirms) {
         throw std::runtime_error("no confirmation");
     };
     EXPECT_FALSE(confirmation()->isEnabled());
+    EXPECT_EQ(test::namelessIn(dialog), "");
 
     isBroken = false;
     for (auto* button : dialog.findChildren<QPushButton*>())

@@ -1,6 +1,7 @@
 #include "tests/app/support/Await.h"
 #include "tests/app/support/MemoryPreferences.h"
 #include "tests/support/HistoryEvents.h"
+#include "tests/views/AccessibleNames.h"
 #include "views/search/SearchPanelView.h"
 
 #include <QAbstractItemView>
@@ -40,6 +41,7 @@ struct Panel : testing::Test {
 TEST_F(Panel, KeepsTheKeyboardInTheField) {
     open();
     EXPECT_EQ(rows(), 40);
+    EXPECT_EQ(test::namelessIn(panel), "");
     const QString first = selected();
     QTest::keyClick(field, Qt::Key_Down);
     test::until([&] { return selected() != first; });

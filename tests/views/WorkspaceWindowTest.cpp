@@ -2,8 +2,11 @@
 
 #include "tests/app/support/ModelFixture.h"
 #include "tests/support/SharedRecords.h"
+#include "tests/views/AccessibleNames.h"
 #include "views/base/ShownText.h"
+#include "views/dialogs/CoverageDialog.h"
 #include "views/dialogs/ExportDialog.h"
+#include "views/dialogs/SaveSnapshotDialog.h"
 #include "views/workspace/DigestCardView.h"
 #include "views/workspace/SidebarDelegate.h"
 
@@ -14,6 +17,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QListView>
+#include <QMenu>
 #include <QPushButton>
 #include <QSplitter>
 #include <QTest>
@@ -125,7 +129,7 @@ TEST_F(Workspace, PausesAndResumes) {
         SCOPED_TRACE(label);
         const bool wasRecording = state().canRecord();
         for (auto* action : window->findChildren<QAction*>())
-            if (action->text() == QLatin1String(label)) {
+            if (action->iconText() == QLatin1String(label)) {
                 action->trigger();
                 break;
             }
@@ -334,17 +338,46 @@ TEST_F(Workspace, SurvivesHostileNames) {
     EXPECT_EQ(isolated(u"a\u2069\u202Eb"_qs), u"\u2068ab\u2069"_qs);
 }
 
-TEST_F(Workspace, NamesWhatTakesTheKeyboard) {
+TEST_F(Workspace, NamesWhatTakesTheKeyboardOnEveryPage) {
+    allowFolders();
+    start();
+    capture({"Pen"});
+    open();
+    capture({"Pen", "Ink"});
+    child<QListView>("Events").setCurrentIndex(child<QListView>("Events").model()->index(1, 0));
+    test::settle();
+    EXPECT_EQ(test::namelessIn(*window), "");
+    using enum WorkspaceDestination;
+    for (const auto place : {folderSizes, storageOverTime, snapshots}) {
+        model->history().navigate(place, true);
+        test::settle();
+        EXPECT_EQ(test::namelessIn(*window), "") << static_cast<int>(place);
+    }
+    window->manageFolders();
+    test::settle();
+    EXPECT_EQ(test::namelessIn(*window), "") << "the folders";
+    SaveSnapshotDialog saving(*model, tasks, nullptr);
+    saving.show();
+    EXPECT_EQ(test::namelessIn(saving), "");
+    CoverageDialog coverage({}, nullptr);
+    coverage.show();
+    EXPECT_EQ(test::namelessIn(coverage), "");
+}
+
+TEST_F(Workspace, HasALetterForEachEntryOfAMenuAndNoneTwice) {
     start();
     open();
-    for (auto* widget : window->findChildren<QWidget*>()) {
-        if (widget->focusPolicy() == Qt::NoFocus || !widget->isVisible()
-            || !(widget->focusPolicy() & Qt::TabFocus))
-            continue;
-        const auto* interface = QAccessible::queryAccessibleInterface(widget);
-        ASSERT_NE(interface, nullptr);
-        EXPECT_FALSE(interface->text(QAccessible::Name).isEmpty())
-            << widget->metaObject()->className();
+    for (const auto* menu : window->findChildren<QMenu*>()) {
+        QString letters;
+        for (const auto* action : menu->actions()) {
+            if (action->isSeparator())
+                continue;
+            const auto mark = action->text().indexOf(u'&');
+            ASSERT_GE(mark, 0) << action->text().toStdString();
+            const QChar letter = action->text().at(mark + 1).toUpper();
+            EXPECT_FALSE(letters.contains(letter)) << action->text().toStdString();
+            letters += letter;
+        }
     }
 }
 

@@ -13,6 +13,8 @@ namespace {
 /// At each side of the text of a button.
 constexpr int room = 12;
 constexpr int iconSpacing = 4;
+/// Around the buttons of a toolbar.
+constexpr int toolbarMargin = 6;
 constexpr float frameStrength = 0.45F;
 
 class RoomyButtons : public QProxyStyle {
@@ -25,6 +27,12 @@ public:
         if (type == CT_PushButton)
             size.setWidth(std::max(size.width(), contents.width() + 2 * room));
         return size;
+    }
+    int pixelMetric(PixelMetric metric, const QStyleOption* option,
+                    const QWidget* widget) const override {
+        // The margins of the contents of a toolbar only make it higher at the bottom.
+        return metric == PM_ToolBarItemMargin ? toolbarMargin
+                                              : QProxyStyle::pixelMetric(metric, option, widget);
     }
     void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
                      const QWidget* widget) const override {

@@ -1,6 +1,7 @@
 #include "views/base/ShownText.h"
 
 #include "core/presentation/SystemWords.h"
+#include "core/records/FolderSize.h"
 #include "core/system/TrashFolder.h"
 #include "views/translations/CorePatterns.h"
 
@@ -37,8 +38,11 @@ QString shownPart(std::string_view part) {
     // A name and a size, such as "Projects +1.2 GB".
     for (const std::string_view sign : {" +", " −", " ≥ "})
         if (const auto place = part.rfind(sign); place != part.npos && place > 0)
-            if (const auto size = translatedQuantity(part.substr(place + 1)))
-                return fromUtf8(part.substr(0, place + 1)) + *size;
+            if (const auto size = translatedQuantity(part.substr(place + 1))) {
+                const auto name = part.substr(0, place);
+                const bool isWord = name == FolderSize::filesInFolder;
+                return (isWord ? shownText(name) : fromUtf8(name)) + u' ' + *size;
+            }
     return wordsHere(part);
 }
 

@@ -3390,7 +3390,7 @@ Alle Änderungen, unabhängig von den Schwellen der Zeitleiste.</translation>
     </message>
     <message>
         <source>&amp;Import Recent History…</source>
-        <translation>Jüngsten Verlauf ü&amp;bernehmen …</translation>
+        <translation>Jüngsten Jüngsten Verlauf ü&amp;bernehmen …amp;Verlauf übernehmen …</translation>
     </message>
     <message>
         <source>Search &amp;History…</source>
@@ -3417,11 +3417,11 @@ Alle Änderungen, unabhängig von den Schwellen der Zeitleiste.</translation>
         <translation>&amp;Normale Schriftgröße</translation>
     </message>
     <message>
-        <source>&amp;Next Pane</source>
+        <source>Next &amp;Pane</source>
         <translation>Nächster &amp;Bereich</translation>
     </message>
     <message>
-        <source>&amp;Previous Pane</source>
+        <source>P&amp;revious Pane</source>
         <translation>&amp;Vorheriger Bereich</translation>
     </message>
     <message>

@@ -37,6 +37,25 @@ Command commandOf(ToolbarCommand command) {
     return Command::settings;
 }
 
+QChar letterOf(const QAction& action) {
+    const auto mark = action.text().indexOf(u'&');
+    return mark < 0 ? QChar() : action.text().at(mark + 1).toUpper();
+}
+
+/// Marks a letter of `text` that no other entry of the menu of `own` has.
+QString withMnemonic(QString text, const QAction& own) {
+    QString taken;
+    for (const auto* object : own.associatedObjects())
+        if (const auto* menu = qobject_cast<const QMenu*>(object))
+            for (const auto* other : menu->actions())
+                if (other != &own)
+                    taken += letterOf(*other);
+    for (qsizetype i = 0; i < text.size(); ++i)
+        if (text.at(i).isLetter() && !taken.contains(text.at(i).toUpper()))
+            return text.insert(i, u'&');
+    return text;
+}
+
 QWidget* stretch() {
     auto* space = new QWidget;
     space->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
@@ -75,8 +94,8 @@ void WorkspaceActions::makeActions(QMainWindow& window) {
         {Command::largerText, tr("&Larger Text"), QKeySequence::ZoomIn},
         {Command::smallerText, tr("&Smaller Text"), QKeySequence::ZoomOut},
         {Command::normalText, tr("&Normal Text Size"), Qt::CTRL | Qt::Key_0},
-        {Command::nextPane, tr("&Next Pane"), Qt::Key_F6},
-        {Command::previousPane, tr("&Previous Pane"), Qt::SHIFT | Qt::Key_F6},
+        {Command::nextPane, tr("Next &Pane"), Qt::Key_F6},
+        {Command::previousPane, tr("P&revious Pane"), Qt::SHIFT | Qt::Key_F6},
         {Command::about, tr("&About Tidemark"), {}},
     };
     for (const auto& row : rows) {
@@ -97,8 +116,6 @@ void WorkspaceActions::makeToolbar(QMainWindow& window) {
     bar->setIconSize({22, 22});
     bar->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
     bar->setContextMenuPolicy(Qt::PreventContextMenu);
-    // With equal ones at the top and at the bottom, Qt leaves more room below the buttons.
-    bar->setContentsMargins(6, 7, 6, 1);
     for (const auto command : {Command::checkNow, Command::changeRecording, Command::exportHistory})
         bar->addAction(action(command));
     bar->addWidget(stretch());
@@ -145,7 +162,7 @@ void WorkspaceActions::makeMenus(QMainWindow& window) {
 void WorkspaceActions::refresh(const ToolbarState& state) {
     for (const auto& each : toolbarActions(state)) {
         QAction& shown = *action(commandOf(each.command));
-        shown.setText(shownText(each.label));
+        shown.setText(withMnemonic(shownText(each.label), shown));
         shown.setToolTip(shownText(each.help));
         shown.setIcon(symbolIcon(each.symbol));
         shown.setEnabled(each.isEnabled);
