@@ -314,8 +314,15 @@ TEST(Translations, ReachTheTextsOfAnEventAndNoNameInThem) {
               QStringLiteral("Documents gestartet"));
 }
 
-TEST(Translations, SayWhyAFileCouldNotBeRead) {
+TEST(Translations, SayWhatCouldNotBeDoneAndWhy) {
     const InGerman german;
+    EXPECT_EQ(shownText("Storage · 3 days: The scan was cancelled. No size comparison was made."),
+              QStringLiteral("Speicher · 3 days: Das Lesen wurde abgebrochen. Es wurde keine Größe "
+                             "verglichen."));
+    EXPECT_TRUE(
+        shownText("Storage · pens: 4 of 5 child folders measured. Completed measurements are "
+                  "retained; unfinished work continues on later checks.")
+            .startsWith(QStringLiteral("Speicher · pens: 4 von 5 Unterordnern gemessen.")));
     EXPECT_EQ(shownText("History couldn’t be saved. /a could not be written: No space left."),
               QStringLiteral("Der Verlauf konnte nicht gesichert werden. /a konnte nicht "
                              "geschrieben werden: No space left."));

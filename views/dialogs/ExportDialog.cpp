@@ -131,6 +131,8 @@ void ExportDialog::finish(const std::string& failure) {
     if (failure.empty())
         return accept();
     tell(wordsHere(exportPanel::failure(failure)));
+    // Disabling it gave the keyboard to the button that closes the dialog.
+    buttons->button(QDialogButtonBox::Save)->setFocus();
 }
 
 void ExportDialog::tell(const QString& problem) {

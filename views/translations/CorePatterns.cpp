@@ -1,5 +1,7 @@
 #include "views/translations/CorePatterns.h"
 
+#include "views/base/ShownText.h"
+
 #include <QCoreApplication>
 #include <algorithm>
 #include <array>
@@ -114,15 +116,22 @@ QString shownQuantity(std::string_view text) {
     return translatedQuantity(text).value_or(fromUtf8(text));
 }
 
+using ShownInside = QString(std::string_view);
+
 std::optional<QString> translatedBy(std::span<const char* const> all, std::string_view text,
-                                    QString (*shownInside)(std::string_view)) {
+                                    ShownInside shownFirst, ShownInside shownSecond) {
     for (const char* pattern : all)
         if (const auto parts = partsOf(text, pattern))
             // In one step, since a name can contain "%2".
-            return parts->second.empty() ? translation(pattern).arg(shownInside(parts->first))
-                                         : translation(pattern).arg(shownInside(parts->first),
-                                                                    shownInside(parts->second));
+            return parts->second.empty() ? translation(pattern).arg(shownFirst(parts->first))
+                                         : translation(pattern).arg(shownFirst(parts->first),
+                                                                    shownSecond(parts->second));
     return std::nullopt;
+}
+
+std::optional<QString> translatedBy(std::span<const char* const> all, std::string_view text,
+                                    ShownInside shownInside) {
+    return translatedBy(all, text, shownInside, shownInside);
 }
 
 QString shownCause(std::string_view text) {
@@ -136,9 +145,10 @@ std::span<const char* const> corePatterns() {
 }
 
 std::optional<QString> translatedByPattern(std::string_view text) {
-    for (const auto& all : {corePatterns(), recordPatterns()})
-        if (auto shown = translatedBy(all, text, fromUtf8))
-            return shown;
+    if (auto shown = translatedBy(corePatterns(), text, fromUtf8))
+        return shown;
+    if (auto shown = translatedBy(recordPatterns(), text, fromUtf8, shownText))
+        return shown;
     if (auto shown = translatedBy(failurePatterns(), text, shownCause))
         return shown;
     return translatedBy(growthPatterns(), text, shownQuantity);

@@ -11,14 +11,15 @@ namespace tidemark {
 /// stand for "%1" and "%2" and stay as they are, such as the name of a folder. Sources of
 /// translations in the context "core".
 std::span<const char* const> corePatterns();
-/// The same, of what is recorded, and what a capture could not read.
+/// The same, of what is recorded, and what a capture could not read. "%2" stands for a sentence or
+/// a quantity, which is translated.
 std::span<const char* const> recordPatterns();
 /// What could not be done, and why: the other part is one of `causePatterns`, or stays as it is.
 std::span<const char* const> failurePatterns();
 std::span<const char* const> causePatterns();
 /// The same, whose other parts are sizes, lengths of time, dates and numbers.
 std::span<const char* const> growthPatterns();
-/// Lengths of time: "%1 days".
+/// Lengths of time and counts: "%1 days", "%1 of %2".
 std::span<const char* const> lengthPatterns();
 /// Sizes: "%1.%2 GB", in which a language has its own sign between the two numbers.
 std::span<const char* const> sizePatterns();

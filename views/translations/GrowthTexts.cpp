@@ -74,6 +74,7 @@ constexpr std::array lengths{
     QT_TRANSLATE_NOOP("core", "%1 hours"),     QT_TRANSLATE_NOOP("core", "%1 hour"),
     QT_TRANSLATE_NOOP("core", "%1 minutes"),   QT_TRANSLATE_NOOP("core", "%1 minute"),
     QT_TRANSLATE_NOOP("core", "%1 hr %2 min"), QT_TRANSLATE_NOOP("core", "%1 min"),
+    QT_TRANSLATE_NOOP("core", "%1 of %2"),
 };
 
 constexpr std::array sizes{

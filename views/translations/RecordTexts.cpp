@@ -71,11 +71,31 @@ constexpr std::array texts{
     QT_TRANSLATE_NOOP("core", "This release can’t observe diagnostic reports on this system."),
     QT_TRANSLATE_NOOP("core", "This release can’t observe formulas on this system."),
     QT_TRANSLATE_NOOP("core", "Updated folder access couldn’t be saved."),
+    QT_TRANSLATE_NOOP("core", "The overall storage scan was paused or reached its time limit."),
+    QT_TRANSLATE_NOOP("core", "Could not completely read or save this folder."),
+    QT_TRANSLATE_NOOP("core", "Some entries could not be read."),
+    QT_TRANSLATE_NOOP("core", "The scan reached its time limit. Folder access may be valid; the "
+                              "size measurement was not completed."),
+    QT_TRANSLATE_NOOP("core", "The scan reached its entry limit. Folder access may be valid; the "
+                              "size measurement was not completed."),
+    QT_TRANSLATE_NOOP("core", "A cloud-only directory has no locally available listing. Tidemark "
+                              "does not download its contents to measure size."),
+    QT_TRANSLATE_NOOP("core", "The scan was cancelled."),
+    QT_TRANSLATE_NOOP("core",
+                      "Measurement paused at a work limit and will continue on a later check."),
     QT_TRANSLATE_NOOP("core", "Background items: the crontabs of users are not observed. Only the "
                               "program crontab may read them."),
 };
 
+/// Where a pattern has two parts, the first one is a name, and the second one is translated.
 constexpr std::array patterns{
+    QT_TRANSLATE_NOOP("core", "Storage · %1: %2 child folders measured. Completed measurements are "
+                              "retained; unfinished work continues on later checks."),
+    QT_TRANSLATE_NOOP("core", "Storage · %1: Some child-folder sizes are awaiting refresh. The "
+                              "displayed total retains their earlier dated measurements."),
+    QT_TRANSLATE_NOOP("core", "Storage · %1: %2 No size comparison was made."),
+    QT_TRANSLATE_NOOP("core", "Storage · %1: %2 Earlier sizes are preserved; no partial total is "
+                              "compared."),
     QT_TRANSLATE_NOOP("core", "Scanning %1…"),
     QT_TRANSLATE_NOOP("core", "%1 Launched"),
     QT_TRANSLATE_NOOP("core", "%1 Closed"),

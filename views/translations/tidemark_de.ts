@@ -3016,6 +3016,30 @@ Alle Änderungen, unabhängig von den Schwellen der Zeitleiste.</translation>
         <source>%1 × %2 points</source>
         <translation>%1 × %2 Punkte</translation>
     </message>
+    <message>
+        <source>%1 of %2</source>
+        <translation>%1 von %2</translation>
+    </message>
+    <message>
+        <source>The overall storage scan was paused or reached its time limit.</source>
+        <translation>Das Messen des Speichers wurde angehalten oder erreichte seine Zeitgrenze.</translation>
+    </message>
+    <message>
+        <source>Storage · %1: %2 child folders measured. Completed measurements are retained; unfinished work continues on later checks.</source>
+        <translation>Speicher · %1: %2 Unterordnern gemessen. Fertige Messungen bleiben erhalten; der Rest folgt bei späteren Prüfungen.</translation>
+    </message>
+    <message>
+        <source>Storage · %1: Some child-folder sizes are awaiting refresh. The displayed total retains their earlier dated measurements.</source>
+        <translation>Speicher · %1: Einige Größen von Unterordnern sind noch nicht erneuert. Die gezeigte Summe enthält ihre früheren Messungen.</translation>
+    </message>
+    <message>
+        <source>Storage · %1: %2 No size comparison was made.</source>
+        <translation>Speicher · %1: %2 Es wurde keine Größe verglichen.</translation>
+    </message>
+    <message>
+        <source>Storage · %1: %2 Earlier sizes are preserved; no partial total is compared.</source>
+        <translation>Speicher · %1: %2 Frühere Größen bleiben erhalten; eine Teilsumme wird nicht verglichen.</translation>
+    </message>
 </context>
 <context>
     <name>tidemark::CaptureComparisonBar</name>
