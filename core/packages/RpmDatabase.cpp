@@ -131,7 +131,7 @@ private:
 
 /// The folder of the database; the first that holds one.
 std::optional<std::string> folderOf(const MachineFiles& machine) {
-    for (const std::string folder : folders) {
+    for (std::string folder : folders) {
         std::vector<std::string> files{folder + sqliteFile};
         for (const char* older : olderFiles)
             files.push_back(folder + older);
