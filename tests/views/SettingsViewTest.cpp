@@ -56,8 +56,8 @@ struct Settings : test::ModelFixture {
     MemoryHistoryService memory;
     ViewSettings viewSettings;
     SearchShortcut shortcut;
-    const SettingSources sources{{SettingSource::network, SettingSource::windows,
-                                  SettingSource::recentFiles, SettingSource::clipboard}};
+    SettingSources sources{{SettingSource::network, SettingSource::windows,
+                            SettingSource::recentFiles, SettingSource::clipboard}};
     TaskScope tasks;
     std::optional<SettingsView> view;
 };
@@ -99,6 +99,13 @@ TEST_F(Settings, SayWhyAControlCantWork) {
     EXPECT_FALSE(shows("Full Disk Access"));
     EXPECT_FALSE(shows("Login"));
     EXPECT_EQ(test::namelessIn(*view), "");
+
+    // The user starts the service in another program, and comes back.
+    sources = SettingSources({SettingSource::bluetooth});
+    QEvent comesBack(QEvent::ActivationChange);
+    QApplication::sendEvent(&*view, &comesBack);
+    test::settle();
+    EXPECT_TRUE(named<QCheckBox>("Bluetooth activity").isEnabled());
 }
 
 TEST_F(Settings, ChooseTheFoldersOfTheFileHistory) {

@@ -245,7 +245,7 @@ TEST(Translations, WriteSizesAndLengthsOfTimeAsTheLanguageDoes) {
         {"Sleep interval: 7 min", "Ruhezeit: 7 Min."},
         {"84.2 GB remaining", "84,2 GB frei"},
         {"Documents +1.5 GB", "Documents +1,5 GB"},
-        {"Files in folder +1.5 GB", "Dateien im Ordner +1,5 GB"},
+        {"Files in folder +1.5 GB", "Eigene Dateien +1,5 GB"},
         {"Documents ≥ 1.5 GB", "Documents ≥ 1,5 GB"},
         // The names of a snapshot and of a program.
         {"Snapshot: 1.5 GB", "Schnappschuss: 1.5 GB"},

@@ -1,6 +1,7 @@
 #include "views/folders/FolderMapView.h"
 
 #include "views/base/ShownText.h"
+#include "views/base/TextColor.h"
 #include "views/folders/FolderMapPainter.h"
 
 #include <QEvent>
@@ -127,6 +128,11 @@ void FolderMapView::paintEvent(QPaintEvent* event) {
     }
     if (current >= 0)
         tiles.drawFrame(partArea(current), hasFocus());
+    if (partCount() == 0) {
+        painter.setPen(textColor::dimmed(palette().color(QPalette::Text)));
+        painter.drawText(rect(), Qt::AlignCenter | Qt::TextWordWrap,
+                         tr("No folder has a complete size yet."));
+    }
 }
 
 void FolderMapView::resizeEvent(QResizeEvent*) {

@@ -108,10 +108,17 @@ void SettingsView::followModel() {
     });
 }
 
+// What the machine has changes without notice, such as when the user has installed a service in
+// another window.
 void SettingsView::showEvent(QShowEvent* event) {
     QScrollArea::showEvent(event);
-    // What the machine has changes without notice.
     refreshing.start();
+}
+
+void SettingsView::changeEvent(QEvent* event) {
+    QScrollArea::changeEvent(event);
+    if (event->type() == QEvent::ActivationChange)
+        refreshing.start();
 }
 
 std::vector<SettingsSection> SettingsView::pageNow() const {

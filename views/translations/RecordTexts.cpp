@@ -9,6 +9,7 @@ namespace tidemark {
 namespace {
 
 constexpr std::array texts{
+    QT_TRANSLATE_NOOP("core", "Downloaded"),
     QT_TRANSLATE_NOOP("core", "Modified"),
     QT_TRANSLATE_NOOP("core", "Created"),
     QT_TRANSLATE_NOOP("core", "Closed"),
@@ -24,6 +25,7 @@ constexpr std::array texts{
     QT_TRANSLATE_NOOP("core", "Available"),
     QT_TRANSLATE_NOOP("core", "Unavailable"),
     QT_TRANSLATE_NOOP("core", "Connection required"),
+    QT_TRANSLATE_NOOP("core", "Computer"),
     QT_TRANSLATE_NOOP("core", "Phone"),
     QT_TRANSLATE_NOOP("core", "Audio / video accessory"),
     QT_TRANSLATE_NOOP("core", "Input accessory"),
@@ -112,6 +114,7 @@ constexpr std::array patterns{
     QT_TRANSLATE_NOOP("core", "Please select %1, or deselect that folder from setup. No access was "
                               "saved for the different folder."),
     QT_TRANSLATE_NOOP("core", "Not yet readable: %1. Check folder permissions."),
+    QT_TRANSLATE_NOOP("core", "Select %1 to approve this recommended folder."),
     QT_TRANSLATE_NOOP("core", "Applications: incomplete access or scan limit at %1. Changes in "
                               "this location are paused."),
     QT_TRANSLATE_NOOP("core", "Applications: metadata could not be read for %1 app or folder "

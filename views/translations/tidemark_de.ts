@@ -2762,7 +2762,7 @@ Alle Änderungen, unabhängig von den Schwellen der Zeitleiste.</translation>
     </message>
     <message>
         <source>Files in folder</source>
-        <translation>Dateien im Ordner</translation>
+        <translation>Eigene Dateien</translation>
     </message>
     <message>
         <source>Crash report</source>
@@ -3040,6 +3040,18 @@ Alle Änderungen, unabhängig von den Schwellen der Zeitleiste.</translation>
         <source>Storage · %1: %2 Earlier sizes are preserved; no partial total is compared.</source>
         <translation>Speicher · %1: %2 Frühere Größen bleiben erhalten; eine Teilsumme wird nicht verglichen.</translation>
     </message>
+    <message>
+        <source>Downloaded</source>
+        <translation>Heruntergeladen</translation>
+    </message>
+    <message>
+        <source>Computer</source>
+        <translation>Computer</translation>
+    </message>
+    <message>
+        <source>Select %1 to approve this recommended folder.</source>
+        <translation>Wählen Sie %1, um diesen empfohlenen Ordner zu erlauben.</translation>
+    </message>
 </context>
 <context>
     <name>tidemark::CaptureComparisonBar</name>
@@ -3171,6 +3183,13 @@ Alle Änderungen, unabhängig von den Schwellen der Zeitleiste.</translation>
     <message>
         <source>and %1 more</source>
         <translation>und %1 weitere</translation>
+    </message>
+</context>
+<context>
+    <name>tidemark::FolderMapView</name>
+    <message>
+        <source>No folder has a complete size yet.</source>
+        <translation>Noch kein Ordner ist vollständig gemessen.</translation>
     </message>
 </context>
 <context>
