@@ -316,9 +316,10 @@ TEST(Translations, ReachTheTextsOfAnEventAndNoNameInThem) {
 
 TEST(Translations, SayWhatCouldNotBeDoneAndWhy) {
     const InGerman german;
-    EXPECT_EQ(shownText("Storage · 3 days: The scan was cancelled. No size comparison was made."),
-              QStringLiteral("Speicher · 3 days: Das Lesen wurde abgebrochen. Es wurde keine Größe "
-                             "verglichen."));
+    EXPECT_EQ(
+        shownText("Storage · 3 days: The scan was cancelled. No size comparison was made."),
+        QStringLiteral("Speicher · 3 days: Die Messung wurde abgebrochen. Es wurde keine Größe "
+                       "verglichen."));
     EXPECT_TRUE(
         shownText("Storage · pens: 4 of 5 child folders measured. Completed measurements are "
                   "retained; unfinished work continues on later checks.")
