@@ -304,7 +304,7 @@ ComponentStorageScanner::measureSlice(Lock& lock, const Shared<StorageMeasuremen
     const auto cursor = cursorFor(item);
     if (!cursor)
         return std::unexpected(cursor.error());
-    const auto walk = *cursor;
+    const auto& walk = *cursor;
     lastMeasured = cursors.at(item->path).item;
     const WalkBudget budget{clock.monotonicSeconds() + seconds, entriesPerSlice};
     const std::int64_t start = walk->count();
