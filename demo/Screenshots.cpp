@@ -21,6 +21,7 @@
 #include <QIcon>
 #include <QKeyEvent>
 #include <QLineEdit>
+#include <QScrollBar>
 #include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QToolButton>
@@ -340,9 +341,15 @@ void photographDialogs(const MadeUpHistory& history, const QString& folder,
     ImportDialog importing(studio.model(), tasks, nullptr);
     importing.readAgain();
     take(importing, "import");
+    SaveSnapshotDialog saving(studio.model(), tasks, nullptr);
+    saving.findChild<QLineEdit*>()->setText(QStringLiteral("Before the upgrade"));
+    take(saving, "save-snapshot");
     DemoWindows windows(*studio.recorder);
     windows.settings().resize(settingsSize);
     take(windows.settings(), "settings");
+    windows.settings().verticalScrollBar()->setValue(
+        windows.settings().verticalScrollBar()->maximum());
+    take(windows.settings(), "settings-end");
     windows.search().open();
     windows.search().findChild<QLineEdit*>()->setText(QStringLiteral("draw"));
     take(windows.search(), "search-panel");
