@@ -6,6 +6,7 @@
 #include "desktop/OtherRecorder.h"
 #include "recorder/RecorderLog.h"
 #include "views/base/ControlStyle.h"
+#include "views/base/ShownText.h"
 #include "views/base/Translations.h"
 
 #include <QApplication>
@@ -121,7 +122,7 @@ int run(int count, char** arguments) {
         return record(interruption);
     } catch (const std::exception& error) {
         // Whoever started it from a menu sees no standard error.
-        QMessageBox::critical(nullptr, QStringLiteral("Tidemark"), QString::fromUtf8(error.what()));
+        QMessageBox::critical(nullptr, QStringLiteral("Tidemark"), shownText(error.what()));
         throw;
     }
 }

@@ -151,6 +151,8 @@ std::optional<QString> translatedByPattern(std::string_view text) {
         return shown;
     if (auto shown = translatedBy(failurePatterns(), text, shownCause))
         return shown;
+    if (auto shown = translatedBy(causePatterns(), text, fromUtf8))
+        return shown;
     return translatedBy(growthPatterns(), text, shownQuantity);
 }
 

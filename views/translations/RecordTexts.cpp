@@ -98,6 +98,8 @@ constexpr std::array patterns{
     QT_TRANSLATE_NOOP("core", "Storage · %1: %2 No size comparison was made."),
     QT_TRANSLATE_NOOP("core", "Storage · %1: %2 Earlier sizes are preserved; no partial total is "
                               "compared."),
+    QT_TRANSLATE_NOOP("core", "Tidemark is already recording into %1 (process %2)."),
+    QT_TRANSLATE_NOOP("core", "Tidemark is already recording into %1."),
     QT_TRANSLATE_NOOP("core", "Scanning %1…"),
     QT_TRANSLATE_NOOP("core", "%1 Launched"),
     QT_TRANSLATE_NOOP("core", "%1 Closed"),

@@ -3052,6 +3052,14 @@ Alle Änderungen, unabhängig von den Schwellen der Zeitleiste.</translation>
         <source>Select %1 to approve this recommended folder.</source>
         <translation>Wählen Sie %1, um diesen empfohlenen Ordner zu erlauben.</translation>
     </message>
+    <message>
+        <source>Tidemark is already recording into %1 (process %2).</source>
+        <translation>Tidemark zeichnet bereits nach %1 auf (Prozess %2).</translation>
+    </message>
+    <message>
+        <source>Tidemark is already recording into %1.</source>
+        <translation>Tidemark zeichnet bereits nach %1 auf.</translation>
+    </message>
 </context>
 <context>
     <name>tidemark::CaptureComparisonBar</name>
