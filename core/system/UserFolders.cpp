@@ -119,7 +119,7 @@ std::optional<std::filesystem::path> localized(std::string_view kind,
 
 std::optional<std::filesystem::path> runtime(const Environment& environment,
                                              const std::filesystem::path& sessions) {
-    const auto given = folder(environment, "XDG_RUNTIME_DIR");
+    auto given = folder(environment, "XDG_RUNTIME_DIR");
     if (given && isPrivateFolder(*given))
         return given;
     const auto session = sessions / std::to_string(::geteuid());
