@@ -277,6 +277,17 @@ TEST_F(Workspace, MovesBetweenThePanes) {
     EXPECT_EQ(visited.join(u' ').toStdString(), "About this event Places Events");
 }
 
+TEST_F(Workspace, GivesTheKeyboardToTheEventsAfterTheFolders) {
+    start();
+    capture({"Pen"});
+    open();
+    window->manageFolders();
+    test::settle();
+    test::await(model->finishFolderManagement());
+    test::settle();
+    EXPECT_EQ(window->focusWidget(), &child<QListView>("Events"));
+}
+
 TEST_F(Workspace, SaysThatAHistoryCanNotBeReadAndNotThatNoneBegan) {
     folder.write("Tidemark/journal.json", "{\"schemaVersion\": 1, \"snap");
     start();

@@ -3441,7 +3441,7 @@ Alle Änderungen, unabhängig von den Schwellen der Zeitleiste.</translation>
     </message>
     <message>
         <source>&amp;Import Recent History…</source>
-        <translation>Jüngsten Jüngsten Verlauf ü&amp;bernehmen …amp;Verlauf übernehmen …</translation>
+        <translation>Jüngsten &amp;Verlauf übernehmen …</translation>
     </message>
     <message>
         <source>Search &amp;History…</source>

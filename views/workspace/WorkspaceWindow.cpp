@@ -171,9 +171,12 @@ void WorkspaceWindow::refreshPage() {
     const auto& state = uses.model.state();
     managesFolders = managesFolders && state.isRunning(Operation::managingFolders);
     const bool choosing = managesFolders || state.isRunning(Operation::choosingFolders);
-    if (choosing && pages->currentWidget() != folders)
+    const bool wasChoosing = pages->currentWidget() == folders;
+    if (choosing && !wasChoosing)
         folders->begin(!read(uses.preferences, preferenceKeys::folderSetupCompleted));
     pages->setCurrentIndex(choosing ? 1 : 0);
+    if (wasChoosing && !choosing)
+        pane->content()->setFocus();
 }
 
 bool WorkspaceWindow::mayChange() const {
