@@ -15,7 +15,7 @@
 namespace tidemark {
 
 class AppModel;
-class DataFiles;
+struct DataFiles;
 
 /// Everything that was recorded, as a value that any thread may read. A copy shares the records.
 struct RecordedHistory {
