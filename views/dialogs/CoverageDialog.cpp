@@ -36,23 +36,23 @@ CoverageDialog::CoverageDialog(const CoverageList& list, QWidget* parent) : QDia
     rows->setFrameShape(QFrame::StyledPanel);
     useThinScrollBars(*rows);
     for (const auto& gap : list.gaps)
-        addRow(*rows, "clock", tr("No capture"), QString::fromStdString(gap.when));
+        addRow(*rows, "clock", tr("No capture"), shownPart(gap.when));
     for (const auto& problem : list.problems)
         addRow(*rows, "exclamationmark.circle", shownText(oneLine(problem.message)),
-               QString::fromStdString(problem.when));
+               shownParts(problem.when, ", "));
     if (list.isEmpty())
         addRow(*rows, "clock.badge.checkmark",
                tr("Every place was seen at every capture that was due."), {});
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Close);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
-    // Else the list has it and shows its first row as if that were chosen.
-    buttons->button(QDialogButtonBox::Close)->setFocus();
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(20, 20, 20, 16);
     column->setSpacing(10);
     column->addWidget(labels::title(shownText(CoverageList::title), 1.4));
     for (QWidget* widget : std::initializer_list<QWidget*>{explanation, rows, buttons})
         column->addWidget(widget);
+    // Else the list has it and shows its first row as if that were chosen.
+    buttons->button(QDialogButtonBox::Close)->setFocus();
 }
 
 } // namespace tidemark

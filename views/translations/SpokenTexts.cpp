@@ -51,6 +51,7 @@ constexpr std::array patterns{
     QT_TRANSLATE_NOOP("core", "%1 × %2 pixels"),
     QT_TRANSLATE_NOOP("core", "%1 × %2 points"),
     QT_TRANSLATE_NOOP("core", "%1 smaller items"),
+    QT_TRANSLATE_NOOP("core", "%1 captures"),
     QT_TRANSLATE_NOOP("core", "%1 downloads"),
     QT_TRANSLATE_NOOP("core", "%1 events"),
     QT_TRANSLATE_NOOP("core", "%1 files"),

@@ -3060,6 +3060,10 @@ Alle Änderungen, unabhängig von den Schwellen der Zeitleiste.</translation>
         <source>Tidemark is already recording into %1.</source>
         <translation>Tidemark zeichnet bereits nach %1 auf.</translation>
     </message>
+    <message>
+        <source>%1 captures</source>
+        <translation>%1 Aufnahmen</translation>
+    </message>
 </context>
 <context>
     <name>tidemark::CaptureComparisonBar</name>
