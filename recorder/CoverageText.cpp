@@ -59,9 +59,9 @@ std::string coverageText(const GapSource& source, Date since, Date now) {
             future.push_back(snapshot->timestamp);
     const Calendar calendar;
     const auto report = ObservationCoverageReport::build(source.snapshots, since, now);
-    const std::string out = futureLine(future, calendar)
-                            + listText(CoverageList::of(report, calendar),
-                                       reasonsOf(report, gapRows(source, since, now, calendar)));
+    std::string out = futureLine(future, calendar)
+                      + listText(CoverageList::of(report, calendar),
+                                 reasonsOf(report, gapRows(source, since, now, calendar)));
     if (!out.empty())
         return out;
     return "Every place was seen at every capture that was due.\n";

@@ -131,7 +131,7 @@ std::vector<std::string> findProblems(const Diagnosis& diagnosis) {
         add("There is hardly any free space: " + byteString(*diagnosis.freeBytes) + ".");
     const auto latest = diagnosis.latestCapture;
     if (latest && *latest - diagnosis.clock > allowedClockError)
-        add("The clock was set back: there are captures dated up to " + historyTime::moment(*latest)
+        add("The clock was set back: there are captures dated up to " + historyTime::moment(latest)
             + ", in the future.");
     return problems;
 }
