@@ -79,6 +79,19 @@ TEST_F(Desktop, ShowsItsIconToAPanelThatEmbedsIcons) {
     EXPECT_EQ(end(program), 0);
 }
 
+TEST(Programs, NeedLibrariesOfWindowsOnlyWhereTheyHaveWindows) {
+    const auto needsWidgets = [](const char* program) {
+        QProcess process;
+        process.start(u"ldd"_s, {QString::fromUtf8(program)});
+        process.waitForFinished(60'000);
+        const QByteArray libraries = process.readAllStandardOutput();
+        EXPECT_TRUE(libraries.contains("libQt6Core"));
+        return libraries.contains("libQt6Gui") || libraries.contains("libQt6Widgets");
+    };
+    EXPECT_TRUE(needsWidgets(TIDEMARK_DESKTOP));
+    EXPECT_FALSE(needsWidgets(TIDEMARK_PROGRAM));
+}
+
 TEST_F(Desktop, EndsWithOneSentenceWithoutADisplay) {
     for (const auto& name : {u""_s, u":9876"_s}) {
         QProcess process;

@@ -4,6 +4,7 @@
 #include "tests/views/AccessibleNames.h"
 #include "views/search/SearchPanelView.h"
 
+#include <QAbstractItemModelTester>
 #include <QAbstractItemView>
 #include <QLabel>
 #include <QLineEdit>
@@ -34,6 +35,8 @@ struct Panel : testing::Test {
     SearchPanelView panel{[this] { return history; }, settings};
     QLineEdit* field = panel.findChild<QLineEdit*>();
     QAbstractItemView* list = panel.findChild<QAbstractItemView*>();
+    QAbstractItemModelTester tester{list->model(),
+                                    QAbstractItemModelTester::FailureReportingMode::Fatal};
 };
 
 } // namespace

@@ -10,6 +10,7 @@
 #include "views/workspace/DigestCardView.h"
 #include "views/workspace/SidebarDelegate.h"
 
+#include <QAbstractItemModelTester>
 #include <QAccessible>
 #include <QAction>
 #include <QComboBox>
@@ -56,6 +57,9 @@ struct Workspace : test::ModelFixture {
     void open() {
         window.emplace(WorkspaceWindow::Uses{*model, memory, clipboard, viewSettings, preferences,
                                              [this] { return sources; }, tasks});
+        using Mode = QAbstractItemModelTester::FailureReportingMode;
+        for (auto* view : window->findChildren<QAbstractItemView*>())
+            new QAbstractItemModelTester(view->model(), Mode::Fatal, view);
         window->show();
         test::settle();
     }
