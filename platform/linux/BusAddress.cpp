@@ -39,7 +39,7 @@ std::string ofSystem() {
 }
 
 std::string ofSession() {
-    const std::string given = variable("DBUS_SESSION_BUS_ADDRESS");
+    std::string given = variable("DBUS_SESSION_BUS_ADDRESS");
     if (!given.empty())
         return given;
     const std::string folder = variable("XDG_RUNTIME_DIR");

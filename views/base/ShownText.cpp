@@ -21,7 +21,7 @@ QString shownText(std::string_view text) {
     if (text.empty())
         return {};
     const QByteArray source(text.data(), static_cast<qsizetype>(text.size()));
-    const QString shown = QCoreApplication::translate("core", source.constData());
+    QString shown = QCoreApplication::translate("core", source.constData());
     if (shown != QString::fromUtf8(source))
         return shown;
     const auto composed = translatedByPattern(text);

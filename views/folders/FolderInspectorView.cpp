@@ -198,7 +198,7 @@ void FolderInspectorView::open(const std::set<QString>& ids, const QModelIndex& 
 
 QString FolderInspectorView::describe(std::size_t folders, const Snapshot* previous,
                                       const Snapshot* latest) const {
-    const QString count = folders == 1 ? tr("1 folder") : tr("%1 folders").arg(folders);
+    QString count = folders == 1 ? tr("1 folder") : tr("%1 folders").arg(folders);
     if (scope == Table::Scope::event)
         return tr("%1 · recorded %2").arg(count, momentText(event->timestamp));
     if (!latest)

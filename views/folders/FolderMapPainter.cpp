@@ -146,11 +146,11 @@ void FolderMapPainter::drawLine(const QRect& area, const QString& text, const QF
 
 /// The size, and the change where there is room for both.
 QString FolderMapPainter::sizeText(const Tile& tile, const QFont& font, int width) const {
-    const QString size = wordsHere(sizeOf(tile));
+    QString size = wordsHere(sizeOf(tile));
     const QString change = shownText(changeOf(tile));
     if (change.isEmpty() || !look.isCompared)
         return size;
-    const QString both = size + QStringLiteral("  ") + signOf(tile.trend) + change;
+    QString both = size + QStringLiteral("  ") + signOf(tile.trend) + change;
     if (QFontMetrics(font).horizontalAdvance(both) <= width)
         return both;
     const QString marked = size + QStringLiteral(" ") + signOf(tile.trend).trimmed();

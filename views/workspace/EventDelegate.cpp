@@ -31,7 +31,7 @@ struct Metrics {
 };
 
 QString secondLine(const EventRow& row) {
-    const QString subtitle = QString::fromStdString(row.subtitle);
+    QString subtitle = QString::fromStdString(row.subtitle);
     if (row.importedLabel.empty())
         return subtitle;
     const QString imported = shownText(row.importedLabel);
