@@ -341,9 +341,6 @@ void photographDialogs(const MadeUpHistory& history, const QString& folder,
     ImportDialog importing(studio.model(), tasks, nullptr);
     importing.readAgain();
     take(importing, "import");
-    SaveSnapshotDialog saving(studio.model(), tasks, nullptr);
-    saving.findChild<QLineEdit*>()->setText(QStringLiteral("Before the upgrade"));
-    take(saving, "save-snapshot");
     DemoWindows windows(*studio.recorder);
     windows.settings().resize(settingsSize);
     take(windows.settings(), "settings");
@@ -353,6 +350,12 @@ void photographDialogs(const MadeUpHistory& history, const QString& folder,
     windows.search().open();
     windows.search().findChild<QLineEdit*>()->setText(QStringLiteral("draw"));
     take(windows.search(), "search-panel");
+    tasks.start(studio.model().snapshots().beginSavedSnapshot());
+    settle(studio);
+    SaveSnapshotDialog saving(studio.model(), tasks, nullptr);
+    saving.findChild<QLineEdit*>()->setText(QStringLiteral("Before the upgrade"));
+    take(saving, "save-snapshot");
+    studio.model().snapshots().cancelSavedSnapshot();
 }
 
 } // namespace
