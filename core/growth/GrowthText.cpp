@@ -140,7 +140,9 @@ std::string period(const GrowthReport& report, const Calendar& calendar) {
     }
     if (last < first)
         return {};
-    return moment(first, calendar) + " – " + moment(last, calendar);
+    const bool isOneDay = calendar.startOfDay(first) == calendar.startOfDay(last);
+    return moment(first, calendar) + " – "
+           + (isOneDay ? calendar.format(last, "HH:mm") : moment(last, calendar));
 }
 
 Row row(const GrowthItem& item, const Calendar& calendar) {

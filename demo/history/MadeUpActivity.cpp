@@ -209,7 +209,7 @@ std::vector<MemoryRecord> madeUpMemory(Date now) {
                                    static_cast<std::int64_t>(20'000 + random() % 4'000'000)));
             const std::string name = applications[random() % std::size(applications)];
             records.push_back(MemoryRecord::make(
-                MemoryRecord::Kind::appLaunched, at + -4 * minute, name,
+                MemoryRecord::Kind::appLaunched, at + -4 * minute, name + " Launched",
                 "/usr/share/applications/org.example." + name + ".desktop", name, {}, at));
         }
         if (back % 4 == 0) {
