@@ -306,6 +306,15 @@ TEST_F(Workspace, SaysThatAHistoryCanNotBeReadAndNotThatNoneBegan) {
     EXPECT_FALSE(shows("0 events"));
     for (auto* button : window->findChildren<QToolButton*>())
         EXPECT_FALSE(button->isEnabled() && button->text() == "Save snapshot");
+
+    std::filesystem::remove(data / "journal.json");
+    for (auto* button : window->findChildren<QPushButton*>())
+        if (button->isVisible() && button->text() == "Try Again") {
+            button->click();
+            break;
+        }
+    test::until([&] { return !shows("The History Couldn’t Be Read"); });
+    EXPECT_FALSE(shows("Tidemark needs your attention"));
 }
 
 TEST_F(Workspace, KeepsTheSizeOfTheWindowAndOfItsColumns) {
