@@ -50,8 +50,8 @@ public:
         });
     }
 
-    /// Waits for Qt. A bus that has replied to the probe and hangs now would delay that by 100
-    /// seconds, so it gets the end of its stream to read instead.
+    /// Waits until Qt has connected or failed to. A bus that replied to the probe and hangs now would
+    /// delay that by up to 100 seconds. So its connections are shut down, and Qt fails.
     ~Connecting() {
         QTimer late;
         late.callOnTimeout([] {
