@@ -20,7 +20,7 @@ unsigned byteAt(std::string_view bytes, std::size_t place) {
 }
 
 std::string nameIn(std::string_view block) {
-    for (const std::size_t place : {54, 72, 90, 108}) {
+    for (const std::size_t place : {54U, 72U, 90U, 108U}) {
         auto text = block.substr(place, descriptorSize);
         if (!text.starts_with(nameDescriptor))
             continue;
