@@ -159,7 +159,7 @@ void addTiles(std::vector<Sentence>& all) {
 }
 
 void addPlaces(std::vector<Sentence>& all) {
-    for (const std::size_t count : {1, 2}) {
+    for (const std::size_t count : {1U, 2U}) {
         SidebarState state;
         for (const auto& group : destinationGroups())
             for (const auto place : group.destinations)

@@ -69,7 +69,7 @@ TEST(NetworkManagerValues, TranslatesNamesAndStates) {
     EXPECT_EQ(name({}), "-");
 
     std::string links;
-    for (const std::uint32_t state : {0, 10, 20, 30, 60, 70, 100, 110, 120}) {
+    for (const std::uint32_t state : {0U, 10U, 20U, 30U, 60U, 70U, 100U, 110U, 120U}) {
         const auto up = NetworkManagerValues::isLinkUp(state);
         links += !up ? '?' : *up ? 'u' : 'd';
     }
