@@ -247,7 +247,8 @@ void FileFinder::add(const fs::path& path, std::optional<FileStatus> status, Dat
         found.add(std::move(file));
 }
 
-FileIndex::Matches FileFinder::matches(std::vector<File> files, const std::stop_token& stop) {
+FileIndex::Matches FileFinder::matches(const std::vector<File>& files,
+                                       const std::stop_token& stop) {
     known.finishRound();
     FileIndex::Matches result{.files = {}, .isLive = !isOverBudget};
     int questions = 0;

@@ -65,7 +65,7 @@ private:
              NewestFiles& found);
     /// How deep a path lies in one of the folders; absent when in none.
     std::optional<int> depthOf(const std::filesystem::path& path) const;
-    FileIndex::Matches matches(std::vector<File> files, const std::stop_token& stop);
+    FileIndex::Matches matches(const std::vector<File>& files, const std::stop_token& stop);
     IndexedFileObservation observation(const File& file, int& questions);
     /// When the next walk is due; absent while every change is noticed.
     std::optional<double> nextWalk() const;

@@ -54,7 +54,7 @@ bool FolderWatch::add(const std::filesystem::path& folder) {
 
 FolderWatch::Events FolderWatch::read() {
     // The start of an event in the buffer must be aligned.
-    alignas(inotify_event) std::array<char, 64 * 1024> buffer;
+    alignas(inotify_event) std::array<char, std::size_t{64} * 1024> buffer;
     Events result;
     while (result.events.size() < mostEvents) {
         const ssize_t count = ::read(notifications.get(), buffer.data(), buffer.size());

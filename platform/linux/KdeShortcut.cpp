@@ -91,7 +91,7 @@ void KdeShortcut::listen() {
         });
 }
 
-void KdeShortcut::report(Availability availability) {
+void KdeShortcut::report(const Availability& availability) {
     if (std::exchange(last, availability) != availability)
         observer.availabilityChanged(availability);
 }

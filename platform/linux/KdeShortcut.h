@@ -22,7 +22,7 @@ private:
     void assign();
     void take(const QList<KeySequence>& assigned);
     void listen();
-    void report(Availability availability);
+    void report(const Availability& availability);
 
     const Observer observer;
     Availability last;

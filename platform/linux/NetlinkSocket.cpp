@@ -62,7 +62,7 @@ int NetlinkSocket::send(std::uint16_t type, std::uint16_t flags, std::span<const
 }
 
 bool NetlinkSocket::receive(const Use& use, int& failure) {
-    std::array<std::byte, 32 * 1024> buffer;
+    std::array<std::byte, std::size_t{32} * 1024> buffer;
     const ssize_t size = ::recv(socket.get(), buffer.data(), buffer.size(), 0);
     if (size < 0) {
         failure = errno;

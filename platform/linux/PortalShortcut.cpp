@@ -131,7 +131,7 @@ void PortalShortcut::ask(const QString& method, const QVariantList& arguments, Q
                 });
 }
 
-void PortalShortcut::report(Availability availability) {
+void PortalShortcut::report(const Availability& availability) {
     if (std::exchange(last, availability) != availability)
         observer.availabilityChanged(availability);
 }

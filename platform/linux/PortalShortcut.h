@@ -32,7 +32,7 @@ private:
     bool isAmong(const QVariant& shortcuts);
     /// Makes a request, which the portal answers later, after it has asked the user.
     void ask(const QString& method, const QVariantList& arguments, QVariantMap options, Use use);
-    void report(Availability availability);
+    void report(const Availability& availability);
 
     const Observer observer;
     Availability last;
