@@ -1,5 +1,6 @@
 #include "app/ports/DesktopServices.h"
 #include "core/base/FreeDescriptors.h"
+#include "core/base/Text.h"
 #include "core/system/ThreadHeaps.h"
 #include "desktop/DesktopApplication.h"
 #include "desktop/DesktopOptions.h"
@@ -67,7 +68,7 @@ std::optional<int> answered(std::string_view argument) {
 }
 
 void complain(const char* sentence) {
-    std::fprintf(stderr, "tidemark-desktop: %s\n", sentence);
+    std::fprintf(stderr, "tidemark-desktop: %s\n", oneLine(sentence).c_str());
 }
 
 /// When the display is lost, Qt ends the process by exit(3), which runs this as well.

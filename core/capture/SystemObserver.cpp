@@ -152,7 +152,7 @@ Snapshot inventory(const ObservationOptions& options, const std::vector<fs::path
     Coverage& coverage = snapshot.coverage;
     coverage.notes.emplace();
     std::set<std::string> excludedPaths;
-    auto reading = packages.read(options.machine, foldersOf(options));
+    auto reading = packages.read(options.machine, foldersOf(options), stop);
     auto applications = ApplicationsCollector::collect(
         options.applicationRoots, clock, stop, {.machine = options.machine, .packages = &reading});
     takeInventory(applications, snapshot.applications, coverage.applicationRoots, excludedPaths,

@@ -99,10 +99,13 @@ bool addList(ListedPackages& all, int folder, const std::string& name, const Pac
 }
 
 /// Returns false when a list can't be read, or when "status" has no stanza for it: then "status" is
-/// damaged, or was written at another time than the lists.
-bool addLists(ListedPackages& all, FolderReader& folder, const Packages& packages) {
+/// damaged, or was written at another time than the lists. False after a stop request, too.
+bool addLists(ListedPackages& all, FolderReader& folder, const Packages& packages,
+              const std::stop_token& stop) {
     bool isWhole = true;
     while (const dirent* entry = folder.next()) {
+        if (stop.stop_requested())
+            return false;
         const std::string name = entry->d_name;
         if (!name.ends_with(listExtension))
             continue;
@@ -127,7 +130,8 @@ std::unique_ptr<PackageDatabase> failed(PackageFailure why) {
 }
 
 /// Throws `FileError`.
-std::unique_ptr<PackageDatabase> read(const MachineFiles& machine, const OwnedFolders& folders) {
+std::unique_ptr<PackageDatabase> read(const MachineFiles& machine, const OwnedFolders& folders,
+                                      const std::stop_token& stop) {
     if (trimmed(machine.read(formatFile, largestStatus)) != knownFormat)
         return failed(PackageFailure::unsupported);
     if (hasUpdates(machine))
@@ -137,14 +141,15 @@ std::unique_ptr<PackageDatabase> read(const MachineFiles& machine, const OwnedFo
     if (!info)
         return failed(PackageFailure::unreadable);
     auto all = std::make_unique<ListedPackages>(machine, folders);
-    if (!addLists(*all, *info, listed))
+    if (!addLists(*all, *info, listed, stop))
         all->markIncomplete();
     return all;
 }
 
-std::unique_ptr<PackageDatabase> open(const MachineFiles& machine, const OwnedFolders& folders) {
+std::unique_ptr<PackageDatabase> open(const MachineFiles& machine, const OwnedFolders& folders,
+                                      const std::stop_token& stop) {
     try {
-        return read(machine, folders);
+        return read(machine, folders, stop);
     } catch (const FileError& error) {
         // Before dpkg 1.15.6 there was no such file, nor is there in some images.
         return failed(error.code() == ENOENT ? PackageFailure::unsupported

@@ -6,6 +6,7 @@
 
 #include <expected>
 #include <memory>
+#include <stop_token>
 #include <string>
 #include <vector>
 
@@ -38,7 +39,9 @@ using OwnedFolders = std::vector<std::string>;
 /// One form of database. There is a source file for each, with a function that returns its row.
 struct PackageDatabaseForm {
     DatabaseState (*state)(const MachineFiles&);
-    std::unique_ptr<PackageDatabase> (*open)(const MachineFiles&, const OwnedFolders&);
+    /// After a stop request, the database may be incomplete.
+    std::unique_ptr<PackageDatabase> (*open)(const MachineFiles&, const OwnedFolders&,
+                                             const std::stop_token&);
 };
 
 } // namespace tidemark

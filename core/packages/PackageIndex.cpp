@@ -28,11 +28,14 @@ bool isBelowAny(std::string_view path, const auto& folders) {
 
 } // namespace
 
-PackageIndex::Reading PackageIndex::read(const MachineFiles& of, const OwnedFolders& asked) {
-    return {*this, of, asked};
+PackageIndex::Reading PackageIndex::read(const MachineFiles& of, const OwnedFolders& asked,
+                                         const std::stop_token& asking) {
+    return {*this, of, asked, asking};
 }
 
-void PackageIndex::refresh(const MachineFiles& of, const OwnedFolders& asked) {
+void PackageIndex::refresh(const MachineFiles& of, const OwnedFolders& asked,
+                           const std::stop_token& asking) {
+    stop = asking;
     if (databases.empty() || !(machine == of) || folders != asked) {
         machine = of;
         folders = asked;
@@ -64,7 +67,7 @@ Ownership PackageIndex::owner(const std::string& path) {
 }
 
 void PackageIndex::open(Kept& kept) const {
-    kept.database = kept.form.open(machine, folders);
+    kept.database = kept.form.open(machine, folders, stop);
     // The database was written while it was read, so what was read may be inconsistent. The next
     // `read` sees another state and opens it again.
     if (kept.form.state(machine) != kept.state)
@@ -72,6 +75,10 @@ void PackageIndex::open(Kept& kept) const {
 }
 
 void PackageIndex::rest() {
+    // What was read when the stop was requested may be incomplete.
+    if (stop.stop_requested())
+        databases.clear();
+    stop = {};
     for (auto& each : databases)
         if (each.database)
             each.database->rest();

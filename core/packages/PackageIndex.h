@@ -16,8 +16,10 @@ public:
     class Reading;
 
     /// Checks which databases have changed, for lookups of files below `folders` (paths without
-    /// links).
-    Reading read(const MachineFiles& machine, const OwnedFolders& folders);
+    /// links). After a stop request, lookups return quickly and may find no owner; the next `read`
+    /// begins anew.
+    Reading read(const MachineFiles& machine, const OwnedFolders& folders,
+                 const std::stop_token& stop = {});
 
 private:
     struct Kept {
@@ -27,7 +29,7 @@ private:
         std::unique_ptr<PackageDatabase> database;
     };
 
-    void refresh(const MachineFiles& of, const OwnedFolders& asked);
+    void refresh(const MachineFiles& of, const OwnedFolders& asked, const std::stop_token& asking);
     Ownership owner(const std::string& path);
     void open(Kept& kept) const;
     void rest();
@@ -36,6 +38,7 @@ private:
     MachineFiles machine;
     OwnedFolders folders;
     std::vector<Kept> databases;
+    std::stop_token stop;
 };
 
 /// Lookups in the databases. Closes them when it is destroyed.
@@ -50,9 +53,10 @@ public:
 
 private:
     friend PackageIndex;
-    Reading(PackageIndex& asked, const MachineFiles& machine, const OwnedFolders& folders)
+    Reading(PackageIndex& asked, const MachineFiles& machine, const OwnedFolders& folders,
+            const std::stop_token& stop)
         : index(asked), lock(asked.mutex) {
-        index.refresh(machine, folders);
+        index.refresh(machine, folders, stop);
     }
 
     PackageIndex& index;

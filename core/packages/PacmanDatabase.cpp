@@ -61,9 +61,12 @@ bool add(ListedPackages& all, const FileDescriptor& folder) {
     }
 }
 
-bool addAll(ListedPackages& all, FolderReader& packages) {
+/// False when a package is not recorded whole, and after a stop request.
+bool addAll(ListedPackages& all, FolderReader& packages, const std::stop_token& stop) {
     bool isWhole = true;
     while (const dirent* entry = packages.next()) {
+        if (stop.stop_requested())
+            return false;
         const FileDescriptor folder = openPackage(packages, entry);
         if (folder)
             isWhole = add(all, folder) && isWhole;
@@ -84,21 +87,23 @@ std::unique_ptr<PackageDatabase> failed(PackageFailure why) {
 }
 
 /// Throws `FileError`.
-std::unique_ptr<PackageDatabase> read(const MachineFiles& machine, const OwnedFolders& folders) {
+std::unique_ptr<PackageDatabase> read(const MachineFiles& machine, const OwnedFolders& folders,
+                                      const std::stop_token& stop) {
     if (trimmed(machine.read(versionFile, largestFile)) != knownVersion)
         return failed(PackageFailure::unsupported);
     auto packages = openPackages(machine);
     if (!packages || !stateOf(machine, {lockFile}).empty())
         return failed(PackageFailure::unreadable);
     auto all = std::make_unique<ListedPackages>(machine, folders);
-    if (!addAll(*all, *packages))
+    if (!addAll(*all, *packages, stop))
         all->markIncomplete();
     return all;
 }
 
-std::unique_ptr<PackageDatabase> open(const MachineFiles& machine, const OwnedFolders& folders) {
+std::unique_ptr<PackageDatabase> open(const MachineFiles& machine, const OwnedFolders& folders,
+                                      const std::stop_token& stop) {
     try {
-        return read(machine, folders);
+        return read(machine, folders, stop);
     } catch (const FileError&) {
         return failed(PackageFailure::unreadable);
     }

@@ -150,7 +150,8 @@ DatabaseState state(const MachineFiles& machine) {
                    {sqlite, sqlite + "-wal", *folder + olderFiles[0], *folder + olderFiles[1]});
 }
 
-std::unique_ptr<PackageDatabase> open(const MachineFiles& machine, const OwnedFolders&) {
+std::unique_ptr<PackageDatabase> open(const MachineFiles& machine, const OwnedFolders&,
+                                      const std::stop_token&) {
     const auto folder = folderOf(machine);
     if (!folder || stateOf(machine, {*folder + sqliteFile}).empty())
         return std::make_unique<UnreadablePackages>(PackageFailure::unsupported);

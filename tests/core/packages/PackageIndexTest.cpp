@@ -370,6 +370,23 @@ TEST(PackageIndex, ReadsADatabaseAgainOnlyWhenItChanged) {
     EXPECT_EQ(machine.owner(entry), "?");
 }
 
+TEST(PackageIndex, StopsReadingAndBeginsAnewTheNextTime) {
+    Machine dpkg;
+    dpkg.writeDpkg(dpkgStatus);
+    Machine pacman;
+    pacman.writePacman(pacmanDescription, pacmanFiles);
+    for (Machine* machine : {&dpkg, &pacman}) {
+        std::stop_source stop;
+        stop.request_stop();
+        const OwnedFolders folders{"/usr/share/applications", "/usr/lib/systemd/system",
+                                   "/usr/local/share/applications"};
+        EXPECT_FALSE(machine->index
+                         .read(MachineFiles::below(machine->root.path()), folders, stop.get_token())
+                         .owner(entry));
+        EXPECT_NE(machine->owner(entry), "?");
+    }
+}
+
 TEST(PackageIndex, ReportsTheOwnerAsUnknownIfADatabaseChangesWhileItIsRead) {
     struct Case {
         std::function<void(const Machine&)> write;
