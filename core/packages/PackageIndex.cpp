@@ -7,6 +7,7 @@
 #include "core/packages/RpmDatabase.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <iterator>
 
 namespace tidemark {
@@ -68,6 +69,9 @@ Ownership PackageIndex::owner(const std::string& path) {
 
 void PackageIndex::open(Kept& kept) const {
     kept.database = kept.form.open(machine, folders, stop);
+    // It may be incomplete. No database has this state, so the next `read` has it opened again.
+    if (stop.stop_requested())
+        return kept.state.assign(1, std::unexpected(ECANCELED));
     // The database was written while it was read, so what was read may be inconsistent. The next
     // `read` sees another state and opens it again.
     if (kept.form.state(machine) != kept.state)
@@ -75,9 +79,6 @@ void PackageIndex::open(Kept& kept) const {
 }
 
 void PackageIndex::rest() {
-    // What was read when the stop was requested may be incomplete.
-    if (stop.stop_requested())
-        databases.clear();
     stop = {};
     for (auto& each : databases)
         if (each.database)

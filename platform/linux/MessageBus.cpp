@@ -23,7 +23,8 @@ namespace {
 /// How long the end of the program waits for Qt to connect.
 constexpr std::chrono::seconds longestConnecting{1};
 
-/// The addresses of the buses that Qt is connecting to, which it does one after another.
+/// The addresses of the buses that Qt is connecting to, which it does one after another. Main
+/// thread only.
 std::multiset<std::string>& connectingTo() {
     static std::multiset<std::string> addresses;
     return addresses;
@@ -77,6 +78,16 @@ private:
         Use use;
     };
 
+    /// An address in `connectingTo` for as long as this lives.
+    struct Entry {
+        explicit Entry(const std::string& address) : place(connectingTo().insert(address)) {}
+        ~Entry() { connectingTo().erase(place); }
+        Entry(const Entry&) = delete;
+        Entry& operator=(const Entry&) = delete;
+
+        const std::multiset<std::string>::iterator place;
+    };
+
     QCoro::Task<void> connectInBackground() {
         const auto hold = tasks.hold();
         // Qt handles all buses on one thread and waits for ever if it can't start that. So this
@@ -85,14 +96,13 @@ private:
             startThread([] {}).join();
             return connect();
         };
-        const auto place = connectingTo().insert(probe->peerAddress());
+        const Entry entry(probe->peerAddress());
         QDBusConnection connection{QString()};
         try {
             connection = co_await runInBackground(work);
         } catch (const Error& error) {
             qWarning("A message bus can't be followed. %s", error.what());
         }
-        connectingTo().erase(place);
         if (!tasks.isStopping())
             finish(connection);
     }

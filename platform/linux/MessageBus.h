@@ -8,9 +8,10 @@
 namespace tidemark {
 
 /// A message bus that the process connects to in the background. If there is no bus or it hangs,
-/// the event loop is not delayed, and the end of the process by a second at most. A bus that does
-/// not listen on a local socket counts as none: the program connects to no other machine and starts
-/// no bus. A value: copies share one connection. Main thread only.
+/// the event loop is not delayed. Destroying the last copy while Qt connects to a bus that hangs
+/// takes about a second. A bus that does not listen on a local socket counts as none: the program
+/// connects to no other machine and starts no bus. A value: copies share one connection. Main
+/// thread only.
 class MessageBus {
 public:
     using Use = std::function<void(const QDBusConnection& connection)>;

@@ -291,6 +291,12 @@ TEST(Translations, ReachTheTextsOfAnEventAndNoNameInThem) {
     Event service;
     service.category = EventCategory::background;
     service.changes.emplace_back(change::BackgroundRemoved{Shared(BackgroundItem{})});
+    Event folder;
+    folder.changes.emplace_back(change::FolderSizeChanged{});
+    Event clip = remembered(MemoryRecord::Kind::clipboard);
+    auto typed = *clip.memory;
+    typed.contentType = "text";
+    clip.memory.emplace(std::move(typed));
     using enum MemoryRecord::Kind;
     const struct {
         Event event;
@@ -299,7 +305,14 @@ TEST(Translations, ReachTheTextsOfAnEventAndNoNameInThem) {
     } cases[] = {
         {remembered(fileOpened), "Last used · /home/Documents",
          "Zuletzt benutzt · /home/Documents"},
-        {remembered(clipboard), "Image · Documents", "Bild · Documents"},
+        {clip, "Image · Documents", "Bild · Documents"},
+        {remembered(clipboard), "Documents", "Documents"},
+        {folder, "+1.5 GB · Net +1.5 GB", "+1,5 GB · Net +1,5 GB"},
+        {folder, "+1.5 GB · Documents · old +1.5 GB", "+1,5 GB · Documents · old +1,5 GB"},
+        {folder, "before 2020 +1.5 GB · Files in folder −1.4 GB · Net +100 MB",
+         "before 2020 +1,5 GB · Eigene Dateien −1,4 GB · Insgesamt +100 MB"},
+        {folder, "Previously 3 items · 1.5 GB · Observed empty",
+         "Vorher 3 Objekte · 1,5 GB · leer vorgefunden"},
         {volume, "Documents · 1.5 GB decrease in free space · 84.2 GB remaining",
          "Documents · 1,5 GB weniger freier Platz · 84,2 GB frei"},
         {active(wifi), "Documents", "Documents"},

@@ -32,10 +32,7 @@ QString wordsHere(std::string_view text) {
     return shownText(systemWords::shown(text));
 }
 
-QString shownPart(std::string_view part) {
-    if (const auto shown = translatedPart(part))
-        return *shown;
-    // A name and a size, such as "Projects +1.2 GB".
+std::optional<QString> shownNameAndSize(std::string_view part) {
     for (const std::string_view sign : {" +", " −", " ≥ "})
         if (const auto place = part.rfind(sign); place != part.npos && place > 0)
             if (const auto size = translatedQuantity(part.substr(place + 1))) {
@@ -43,7 +40,13 @@ QString shownPart(std::string_view part) {
                 const bool isWord = name == FolderSize::filesInFolder;
                 return (isWord ? shownText(name) : fromUtf8(name)) + u' ' + *size;
             }
-    return wordsHere(part);
+    return std::nullopt;
+}
+
+QString shownPart(std::string_view part) {
+    if (const auto shown = translatedPart(part))
+        return *shown;
+    return shownNameAndSize(part).value_or(wordsHere(part));
 }
 
 QString shownParts(std::string_view text, std::string_view separator) {

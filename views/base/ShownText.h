@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <optional>
 #include <string_view>
 
 namespace tidemark {
@@ -12,6 +13,10 @@ QString shownText(std::string_view text);
 /// A fixed text of the core in the words of this system (`systemWords::shown`) and the language of
 /// the user.
 QString wordsHere(std::string_view text);
+
+/// A name followed by a size or a change of it, such as "Projects +1.2 GB": the name as it is, the
+/// size in the language of the user. Nothing for any other text.
+std::optional<QString> shownNameAndSize(std::string_view part);
 
 /// A part of a text that is put together of several: by one of `partPatterns`, as a name followed
 /// by a change of its size, else as `wordsHere` shows it.
