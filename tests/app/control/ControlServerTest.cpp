@@ -106,7 +106,7 @@ struct ControlServerTest : testing::Test {
         if (word == "hang")
             co_await clock.sleep(1000, {}, AppClock::Slack::none);
         if (word == "large")
-            co_return ControlAnswer{0, std::string(20 * megabyte, '"'), ""};
+            co_return ControlAnswer{0, std::string(50 * megabyte, '"'), ""};
         co_return ControlAnswer{3, "did " + word, "é\n"};
     }
 
@@ -135,7 +135,7 @@ TEST_F(ControlServerTest, CarriesOutRequestsOfTheSameUser) {
     EXPECT_EQ(ask("events"), (ControlAnswer{3, "did events", "é\n"}));
     EXPECT_EQ(requests, std::vector{request("events")});
     EXPECT_EQ(ask("fail"), (ControlAnswer{1, "", "It did not work."}));
-    EXPECT_EQ(ask("large")->output, std::string(20 * megabyte, '"'));
+    EXPECT_EQ(ask("large")->output, std::string(50 * megabyte, '"'));
     EXPECT_EQ(test::modeOf(socket), 0600U);
     EXPECT_EQ(test::modeOf(socket.parent_path()), 0700U);
 
