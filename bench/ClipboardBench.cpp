@@ -39,7 +39,7 @@ class Copier final : public DisplayReader, private X11Connection::Observer {
 public:
     struct Progress {
         std::atomic<int> made = 0;
-        /// Those that were read to their end; complete when all are made.
+        /// The numbers of the copies that were read to their end.
         std::set<int> read;
     };
 

@@ -21,9 +21,9 @@ public:
 
     enum class Program {
         withoutWindow,
-        /// Off the screen, with its window open.
+        /// The program with windows, off the screen, with its window open.
         withWindow,
-        /// The same, before its window is opened.
+        /// The program with windows, off the screen, before its window is opened.
         withHiddenWindow,
     };
 

@@ -47,7 +47,7 @@ struct Diagnosis {
     std::vector<Setting> settings;
     std::vector<ServiceReport> services;
     std::vector<DocumentReport> documents;
-    /// Of the volume with the data folder.
+    /// The free bytes of the volume with the data folder.
     std::optional<std::int64_t> freeBytes;
     /// What is wrong, each as a sentence; see `findProblems`.
     std::vector<std::string> problems;

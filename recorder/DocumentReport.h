@@ -20,7 +20,7 @@ struct DocumentReport {
     std::string mode;
     /// False when it belongs to another user.
     bool isOwn = true;
-    /// Of the form of the document; absent for one without a version.
+    /// The version of the format; absent for a document without one.
     std::optional<std::int64_t> version;
     std::optional<Date> written;
     /// Why it can't be read, or a folder not be written, as a sentence.

@@ -12,7 +12,7 @@ namespace tidemark {
 
 namespace {
 
-/// How many children of a folder are named.
+/// The most children of a folder that are listed, the largest first.
 constexpr std::size_t namedParts = 5;
 
 std::string counted(std::size_t count, const std::string& one, const std::string& many) {

@@ -15,7 +15,7 @@ struct OwnDocument {
     std::string_view versionKey{};
 };
 
-/// In the data folder.
+/// The documents in the data folder.
 inline constexpr auto ofData = std::to_array<OwnDocument>({
     {"journal.json", "the history and named snapshots", "schemaVersion"},
     {"system-activity.json", "live activity"},
@@ -25,7 +25,7 @@ inline constexpr auto ofData = std::to_array<OwnDocument>({
     {"recorder-runs.json", "when recording began and ended"},
 });
 
-/// In the folder of settings.
+/// The documents in the folder of settings.
 inline constexpr auto ofSettings = std::to_array<OwnDocument>({
     {"settings.json", "settings"},
     {"settings.json.bak", "a copy of the settings"},

@@ -9,7 +9,7 @@ namespace tidemark::ownFiles {
 /// Follows links. Blocks.
 bool contain(const std::filesystem::path& file);
 
-/// Throws `Error` for such a file.
+/// Throws `Error` if `contain(file)` is true. Blocks.
 void refuse(const std::filesystem::path& file);
 
 } // namespace tidemark::ownFiles

@@ -31,16 +31,16 @@ struct RecordedHistory {
     std::optional<std::string> memoryProblem{};
     std::optional<std::string> dailySizesProblem{};
 
-    /// Reads the files when no recorder is running, without clips older than `clipboardDays`.
-    /// Throws `Error` when the journal can't be read. Blocks.
+    /// Reads the files, for a process that runs while no recorder does. Leaves out clips older than
+    /// `clipboardDays`. Throws `Error` when the journal can't be read. Blocks.
     static RecordedHistory load(const DataFiles& files, std::int64_t clipboardDays);
 
-    /// All of these that there are.
+    /// The problems above that occurred.
     std::vector<std::string> problems() const;
     /// The events of all sources.
     MergedHistory merged() const;
     GrowthSource growth() const;
-    /// Refers to this object.
+    /// What `gapRows` needs. Refers to this object, which must outlive the result.
     GapSource gaps() const;
 };
 

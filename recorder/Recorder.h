@@ -37,7 +37,7 @@ public:
     /// The sources that are connected on this system; settings of others are marked as not
     /// available.
     static SettingSources sources(const Preferences& preferences);
-    /// The same without those that the running monitors have found missing on this machine.
+    /// The connected sources except those that the running monitors found missing on this machine.
     SettingSources presentSources() const;
     /// What the running monitors observe.
     std::vector<MonitorStatus> monitorStatuses() const;

@@ -1,7 +1,7 @@
 #pragma once
 
 /// The log of the program while it records. It goes to standard error. Where that is read by the
-/// system journal, which others can read, each line has its level and no private details
+/// system journal, which other users can read, each line has its level and no private details
 /// (`publicText`).
 namespace tidemark::recorderLog {
 

@@ -15,8 +15,8 @@ namespace tidemark::settingCommands {
 /// problem with the stored settings are appended.
 std::string list(const Preferences& preferences, const SettingSources& sources,
                  const std::vector<std::filesystem::path>& suggestions, bool asJson);
-/// The same for one setting, with its value in the first line. Throws `Error` when there is no such
-/// setting.
+/// The value of one setting in the first line, then why it is not available and a problem with the
+/// stored settings, if there are; or all as JSON. Throws `Error` when there is no such setting.
 std::string get(const Preferences& preferences, const SettingSources& sources,
                 const std::string& key, bool asJson);
 /// Checks `text` by the table of settings and stores it. Throws `Error` when it is invalid or can't

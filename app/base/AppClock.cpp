@@ -16,7 +16,8 @@ namespace {
 
 using std::chrono::milliseconds;
 
-/// Awaits a timer. A requested `stop` ends the wait, too, from the event loop.
+/// Awaits a timer. A requested stop ends the wait early: it lets the timer fire at once, so that
+/// the coroutine is resumed by the event loop in this case, too.
 class TimerWait {
 public:
     TimerWait(milliseconds duration, Qt::TimerType type, const std::stop_token& stop)

@@ -20,8 +20,8 @@ public:
     virtual Date now() = 0;
     /// Seconds from an arbitrary start; never decreases.
     virtual double monotonicSeconds() = 0;
-    /// Waits so many seconds. Returns false when `stop` is requested, before or during the wait;
-    /// the coroutine is resumed from the event loop then, not within the request.
+    /// Waits so many seconds. Returns false when a stop is requested before or during the wait. A
+    /// waiting coroutine is resumed by the event loop, never inside of the call of `request_stop`.
     virtual QCoro::Task<bool> sleep(double seconds, std::stop_token stop = {},
                                     Slack slack = Slack::none) = 0;
 

@@ -22,7 +22,8 @@ namespace detail {
 
 /// Runs a function on the pool and resumes on the main thread.
 struct PoolWait {
-    // Pointers, because GCC 12 copies an awaiter that is not a temporary.
+    // Pointers, because GCC 12 copies an awaiter that is not a temporary: all copies must refer to
+    // the same work and the same exception.
     const std::function<void()>* work;
     WorkPriority priority;
     WorkerPool* pool;
@@ -41,8 +42,8 @@ void startOnPool(const std::function<void()>& work);
 
 /// Calls `work` with `stop` on a thread of `pool`, or of a common pool if that is null. The
 /// awaiting coroutine is resumed on the main thread with the result or the exception of `work`.
-/// Throws `Error` at once when no thread can be started. `work` has to check `stop` itself; it is
-/// destroyed on the main thread. A pool of one thread runs its work in the order of the calls.
+/// Throws `Error` at once when no thread can be started. `work` has to check `stop` itself, and
+/// is destroyed on the main thread. A pool of one thread runs its work in the order of the calls.
 template <class Work, class Result = std::invoke_result_t<Work&, const std::stop_token&>>
 QCoro::Task<Result> runInBackground(Work work, std::stop_token stop = {},
                                     WorkPriority priority = WorkPriority::utility,

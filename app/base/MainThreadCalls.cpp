@@ -6,7 +6,8 @@
 
 namespace tidemark {
 
-/// Shared with the functions for other threads, which may be called after its owner's end.
+/// Shared by a `MainThreadCalls` and the functions that it returned, which may be called after it
+/// is destroyed.
 class MainThreadCalls::Mailbox {
 public:
     void post(std::function<void()> call) {

@@ -17,8 +17,8 @@ struct BookmarkOperations {
         std::filesystem::path url;
         /// True when the folder was found but the bookmark should be created again.
         bool stale = false;
-        /// Why the folder of the bookmark is not at its path now, as a sentence. It must not be
-        /// started; the bookmark stays valid.
+        /// Why the folder of the bookmark is not at its path now, as a sentence. `start` must not
+        /// be called then; the bookmark stays valid.
         std::optional<std::string> failure{};
     };
 
@@ -42,7 +42,8 @@ inline constexpr const char* unansweredFolder = "Folder access was unavailable d
 /// network volume; not for the main thread.
 std::optional<std::string> directoryAccessFailure(const std::filesystem::path& folder);
 
-/// The same for the folder of a bookmark.
+/// Why the folder of a bookmark can't be opened now, as a sentence; absent when it can. Blocks as
+/// `directoryAccessFailure` does.
 std::optional<std::string> bookmarkAccessFailure(const BookmarkOperations& operations,
                                                  const Data& bookmark);
 

@@ -170,7 +170,7 @@ struct FolderAccess::Opened {
         }
     }
 
-    /// The same, within the time limit of `calls`.
+    /// Opens a grant as the function above does, within the time limit of `calls`.
     static Opened open(const BookmarkOperations& operations, const FolderCalls& calls,
                        const FolderGrant& grant, const std::stop_token& stop) {
         const auto attempt = [operations, grant] { return open(operations, grant); };

@@ -41,7 +41,7 @@ struct FolderAccess::Checking {
     Check isReadable;
     std::vector<FolderGrant> grants;
 
-    /// Blocks.
+    /// The result for one folder. Blocks while the folder is read.
     Tested tested(Tested folder) const {
         // Links are only resolved for recommended folders: a granted folder that was replaced by a
         // link is another folder.
@@ -52,8 +52,8 @@ struct FolderAccess::Checking {
         const auto grant = std::ranges::find(grants, path, &FolderGrant::path);
         if (grant != grants.end()) {
             try {
-                // The path of a grant is text, which can't represent every path, so its bookmark is
-                // resolved.
+                // The bookmark has the path as bytes. The text in the grant can't represent every
+                // path.
                 const auto resolved = operations.resolve(grant->bookmark);
                 url = resolved.url;
                 folder.failure = resolved.failure;
@@ -122,7 +122,7 @@ QCoro::Task<void> FolderAccess::enableReadableRecommended(std::vector<Recommende
     std::vector<fs::path> fresh;
     std::vector<std::string> unreadable;
     for (const auto& folder : tested) {
-        // The user removed it while the check was running.
+        // The user removed the grant while the check was running.
         if (wasRemoved(folder))
             continue;
         if (folder.failure)
@@ -134,8 +134,8 @@ QCoro::Task<void> FolderAccess::enableReadableRecommended(std::vector<Recommende
         auto purposes = FolderGrant::suggestedPurposes(path);
         for (const auto& folder : folders) {
             const auto found = std::ranges::find(tested, folder.url, &Tested::named);
-            const bool isReal = found != tested.end() && found->canonical == path;
-            if (folder.representsFamily && (isReal || folder.url == path))
+            const bool isCanonical = found != tested.end() && found->canonical == path;
+            if (folder.representsFamily && (isCanonical || folder.url == path))
                 return FolderPurposes{folder.purpose};
             if (folder.url == path)
                 purposes.insert(folder.purpose);
@@ -161,7 +161,7 @@ QCoro::Task<bool> FolderAccess::restoreRecommendedAccessAfterRestart(Check check
     const bool isPending = read(preferences, preferenceKeys::diskAccessSetupPending);
     if (!isPending && !read(preferences, preferenceKeys::folderSetupCompleted))
         co_return false;
-    // Without a folder that the system protects, being readable does not imply consent.
+    // Only where the system protects a folder does being able to read it mean that the user agreed.
     if (std::ranges::none_of(recommended, &RecommendedFolder::isGuardedBySystem))
         co_return false;
     auto folders = candidates();

@@ -15,7 +15,8 @@ class FolderCaptureAccess {
 public:
     using Stop = std::function<void(const std::filesystem::path&)>;
 
-    /// `urls` are the folders that were started; each is stopped by `stop`.
+    /// `urls` are the paths of the folders that were opened for reading
+    /// (`BookmarkOperations::start`); `finish` calls `stop` with each of them.
     FolderCaptureAccess(ObservationOptions options, std::vector<std::string> issues,
                         std::vector<std::filesystem::path> urls, Stop stop)
         : options(std::move(options)), issues(std::move(issues)), urls(std::move(urls)),

@@ -9,15 +9,15 @@ namespace tidemark {
 
 namespace {
 
-/// The stored form of a grant, of this and of earlier releases.
+/// The form in which this release and earlier ones store a grant.
 struct StoredGrant {
     Uuid id;
     std::string path;
     Data bookmark;
     std::optional<FolderPurposes> purposes;
     std::optional<FolderPurposes> availablePurposes;
-    /// In earlier releases a folder had one purpose. Any text, so that an unknown purpose is not an
-    /// error.
+    /// Earlier releases stored a single purpose. It is read as text, so that an unknown one is an
+    /// error only where `purposes` is missing.
     std::optional<std::string> purpose;
 
     static constexpr auto fields() {

@@ -9,8 +9,8 @@
 
 namespace tidemark {
 
-/// What a panel for choosing folders shows and which folders it may return. It offers only existing
-/// folders.
+/// What a panel for choosing folders shows, and which folders it may return. A panel offers only
+/// existing folders.
 struct FolderRequest {
     /// The domain of the errors with which a panel refuses a folder.
     static constexpr const char* errorDomain = "Tidemark.FolderSelection";
@@ -24,13 +24,13 @@ struct FolderRequest {
     bool showsHiddenFiles = false;
     /// Whether the panel may come back after a restart.
     bool isRestorable = true;
-    /// The folder in which it opens; its own choice when absent.
+    /// The folder that the panel shows first; when absent, the panel decides.
     std::optional<std::filesystem::path> opensAt;
     std::optional<std::string> accessoryText;
 
     static FolderRequest of(const std::optional<std::filesystem::path>& suggested);
 
-    /// Decided by the text of the path.
+    /// True if the user may pick this folder. Compares paths as text, without reading the disk.
     bool allows(const std::filesystem::path& url) const;
     /// Why the panel must not return this folder; absent when it may.
     std::optional<std::string> refusal(const std::filesystem::path& url) const;

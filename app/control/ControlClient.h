@@ -19,8 +19,8 @@ struct Patience {
     std::chrono::milliseconds answer{std::chrono::minutes(15)};
 };
 
-/// The recorder has the whole request and closed the connection without an answer, as one does that
-/// ends. The command may have been carried out.
+/// The recorder has received the whole request and closed the connection without an answer, for
+/// example because the recorder was ending. The command may have been carried out.
 class RecorderEnded : public Error {
 public:
     RecorderEnded()

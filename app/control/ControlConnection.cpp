@@ -9,7 +9,8 @@ namespace tidemark {
 
 namespace {
 
-/// Bytes passed to the socket at a time, since it copies them.
+/// The most bytes passed to the socket at a time. The socket copies them, so with a whole answer at
+/// once that would be in memory twice.
 constexpr std::size_t pieceSize = std::size_t{256} * 1024;
 constexpr std::size_t mostIncoming =
     controlProtocol::headerSize + controlProtocol::mostRequestBytes;

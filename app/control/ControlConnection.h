@@ -53,9 +53,12 @@ private:
     std::string incoming;
     std::string outgoing;
     std::size_t sent = 0;
+    /// True when the whole request has been received.
     bool isComplete = false;
     bool hasEnded = false;
+    /// Ends the wait of `dropAfter`.
     std::stop_source deadline;
+    /// Stops the command when the client has disconnected.
     std::stop_source departure;
 };
 

@@ -8,7 +8,7 @@
 
 namespace tidemark {
 
-/// Records launches and quits of applications, unless turned off by the setting. Those of this
+/// Records launches and quits of applications while the setting `memoryApps` is on. Those of this
 /// program and of excluded applications are not recorded. Main thread only.
 class ApplicationCollector final : public MemoryCollector {
 public:

@@ -11,8 +11,8 @@
 namespace tidemark {
 
 /// The folders that the user has chosen for the file history, by their paths and bookmarks in the
-/// settings. A copy of the settings, so `open` may run on any thread; the others on the main
-/// thread.
+/// settings. The object has a copy of these settings, so any thread may call `open`; the other
+/// functions are for the main thread.
 class MemoryFolders {
 public:
     /// For the panel in which the user chooses a folder.
@@ -24,8 +24,9 @@ public:
 
     MemoryFolders(const Preferences& preferences, BookmarkOperations operations);
 
-    /// The folders that can be read now. Each is started by the operations and has to be stopped. A
-    /// folder without a bookmark is one by its path alone, as where the process needs none. Blocks.
+    /// The folders that can be read now. `BookmarkOperations::start` has been called for each, and
+    /// the caller has to call `stop`. A folder without a bookmark is opened by its path, as on
+    /// systems where a process needs no bookmark. Blocks.
     std::vector<std::filesystem::path> open() const;
 
     /// Adds a folder with the bookmark that `BookmarkOperations::create` made of it. False when the

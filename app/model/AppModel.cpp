@@ -83,23 +83,23 @@ AppModel::~AppModel() {
 class AppModel::Starting {
 public:
     explicit Starting(AppModel& model) : hold(model.tasks.hold()), starting(model.starting) {
-        isFirst = !starting && !model.modelState.loaded() && !model.tasks.isStopping()
-                  && !model.isEnding();
-        starting = starting || isFirst;
+        mayStart = !starting && !model.modelState.loaded() && !model.tasks.isStopping()
+                   && !model.isEnding();
+        starting = starting || mayStart;
     }
     ~Starting() {
-        if (isFirst)
+        if (mayStart)
             starting = false;
     }
     Starting(const Starting&) = delete;
     Starting& operator=(const Starting&) = delete;
 
-    explicit operator bool() const { return isFirst; }
+    explicit operator bool() const { return mayStart; }
 
 private:
     const TaskScope::Hold hold;
     bool& starting;
-    bool isFirst;
+    bool mayStart;
 };
 
 QCoro::Task<void> AppModel::check(QPointer<AppModel> model) {
@@ -194,7 +194,9 @@ QCoro::Task<void> AppModel::startLiveServices() {
     }
 }
 
-/// Takes a capture if one is due, unless the user still has to choose folders.
+/// Imports the installation logs if that was never done, and takes a capture if one is due or
+/// access to folders was restored; if the user still has to choose folders, shows that choice
+/// instead.
 QCoro::Task<void> AppModel::catchUp() {
     const bool restored = co_await folders.restoreRecommendedAccessAfterRestart();
     if (isEnding())
@@ -232,7 +234,7 @@ QCoro::Task<void> AppModel::showStoredActivity() {
         if (!isEnding() && !modelState.canRecord())
             modelState.setSystemActivity(std::move(records));
     } catch (const std::exception& error) {
-        // While recording is paused, the file is only shown and not written.
+        // Not an error of the recorder: while recording is paused, it only shows this file.
         qCDebug(capturesLog, "The stored activity can't be shown: %s", error.what());
     }
 }

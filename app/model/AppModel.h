@@ -16,11 +16,11 @@
 namespace tidemark {
 
 /// The controller of the running application. Captures, imports, named snapshots and the user's
-/// commands all change one journal, and only one of them may do so at a time; so one object owns
-/// the journal and the services, and its commands check `Operations` before they begin. Each group
-/// of commands is a part of its own (`CaptureFlow`, `NamedSnapshots`, `HistoryImport` and others),
-/// and the parts share `ModelState`, which views read. It does not depend on views. Main thread
-/// only.
+/// commands all change one journal, and only one of them may do so at a time; so one object has
+/// all of them, and each begins with a token of `Operations`. Each group of commands is a part of
+/// its own (`CaptureFlow`, `NamedSnapshots`, `HistoryImport` and others), and the parts share
+/// `ModelState`, which has the journal and which views read. It does not depend on views. Main
+/// thread only.
 class AppModel : public QObject {
     Q_OBJECT
 
@@ -52,16 +52,16 @@ public:
     explicit AppModel(Setup setup);
     ~AppModel() override;
 
-    /// Reads the history and starts recording. Does not throw: when the history can't be read, sets
-    /// `error`, records and writes nothing, and the scheduler tries again. Does nothing when it has
-    /// started or is starting, and after `stopAutomaticCaptures`.
+    /// Reads the history and starts recording. Does not throw: when the history can't be read,
+    /// `error` is set, nothing is recorded or written, and the scheduler tries again. Does nothing
+    /// when it has started or is starting, and after `stopAutomaticCaptures`.
     QCoro::Task<void> start();
     /// Reads the history without recording, for a program that carries out one command. Does not
     /// throw, like `start`.
     QCoro::Task<void> openHistory();
     /// Like `start`, for a program that takes one capture and ends: starts no schedule and no live
-    /// services. Some of these do something only once in the lifetime of a history, and that has to
-    /// be left to a recorder that keeps running.
+    /// services. A live service may do something only once in the lifetime of a history, such as
+    /// `MemoryHistoryService::beginFileHistory`, which only a recorder that keeps running may do.
     QCoro::Task<void> startForOneCapture();
     /// Waits for the first reading of the history to end, in whatever way, and for a `start` that
     /// has not been called yet. Returns at once when the history has been read, when it can't be
@@ -90,7 +90,7 @@ public:
     void beginFolderManagement() { folderSetup.begin(); }
     /// Closes the folder manager without completing a first choice.
     void cancelFolderManagement() { folderSetup.cancel(); }
-    /// Completes the choice before `start`. No capture follows.
+    /// Completes the choice in a program that does not record yet. No capture follows.
     void completeFolderManagement() { folderSetup.complete(); }
     QCoro::Task<void> finishFolderManagement() { return folderSetup.finish(); }
     QCoro::Task<void> checkRecommendedAccess(FolderAccess::Check check = {}) {

@@ -24,7 +24,7 @@ public:
     /// notification is clicked; an empty function in a program without windows.
     using OpeningOf = std::function<std::function<void()>(const std::string& eventID)>;
 
-    /// The references must outlive this object. The journal is the one in `state`.
+    /// The references must outlive this object. New items are taken from the journal of `state`.
     BackgroundItemNotices(ModelState& state, const Preferences& preferences, MakeNotifications make,
                           OpeningOf openingOf);
 

@@ -85,8 +85,8 @@ QCoro::Task<void> CaptureFlow::refreshIfNeeded(Date now) {
     state.observationNow = now;
     const auto last = state.lastCapture();
     const auto period = seconds(state.captureSchedule());
-    // The last capture was taken when the clock was ahead. Waiting for the next one to become due
-    // could take years.
+    // True when the last capture was taken while the clock was ahead. It could take years until the
+    // next one would be due after it.
     const bool isFromFuture = last && period && *last > now + *period;
     if (isFromFuture || isDue(state.captureSchedule(), last, now))
         co_await scan(false);

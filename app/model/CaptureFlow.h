@@ -21,8 +21,8 @@ public:
     /// resumed, or the controller was destroyed, is dropped; after a resume a new one follows at
     /// once.
     QCoro::Task<void> scan(bool allowDuringFolderSetup = false);
-    /// Stops a running capture, of which nothing is kept. Does nothing while none runs and once it
-    /// is being saved.
+    /// Stops a running capture, of which nothing is kept. Does nothing when none is running; a
+    /// capture that is already being saved is saved nevertheless.
     void cancel();
     /// Saves a journal with a change that is not from a capture. False when that failed or another
     /// operation is running.

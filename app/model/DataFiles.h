@@ -7,7 +7,8 @@ namespace tidemark {
 
 /// The paths of the files of this user's history.
 struct DataFiles {
-    /// Of the folders of the program, below those of the user for data and for configurations.
+    /// The name of the program's folders: one in the user's folder for data, one in the user's
+    /// folder for configuration files.
     static constexpr const char* folderName = "Tidemark";
 
     std::filesystem::path directory;

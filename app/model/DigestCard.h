@@ -12,13 +12,13 @@
 namespace tidemark {
 
 /// The card at the top of the timeline, for a user who comes back after a day or more. The windows
-/// report when the history is visible. When the user last saw it is a setting that the program
-/// keeps itself. Main thread only.
+/// report when the history is visible. The time when the user last saw the history is stored with
+/// the settings, by the program only. Main thread only.
 class DigestCard : public Observable {
     Q_OBJECT
 
 public:
-    /// Seconds.
+    /// Seconds for which the history must have been invisible.
     static constexpr double leastAbsence = 86'400;
 
     /// The arguments must outlive this object.
@@ -27,11 +27,11 @@ public:
 
     /// The card, if there is one to show. It stays until `dismiss` or the next return.
     const std::optional<HistoryDigest>& shown() const { return card; }
-    /// The history became visible. If it was last visible `leastAbsence` ago or earlier and
-    /// something happened since, a card follows, as soon as the history has been read. None is made
-    /// at the first time.
+    /// Called when the history becomes visible. Makes a card, as soon as the history has been read,
+    /// if the history was last visible `leastAbsence` ago or earlier and something happened since.
+    /// Makes none when the history has never been visible before.
     void windowShown();
-    /// The history is not visible any more, or the program ends.
+    /// Called when the history is not visible any more, and when the program ends.
     void windowHidden() { noteSeen(); }
     void dismiss();
 
@@ -46,9 +46,9 @@ private:
     Preferences& preferences;
     AppClock& clock;
     std::optional<HistoryDigest> card;
-    /// The start of the card that is due or shown.
+    /// The start of the period that the card is about; absent when no card is due or shown.
     std::optional<Date> since;
-    /// The sources that the card was made from.
+    /// The revisions of the journal and the live activity that the card was made from.
     std::uint64_t journal = 0;
     std::uint64_t activity = 0;
 };

@@ -13,7 +13,7 @@ using enum Operation;
 
 struct Row {
     Operation beginning;
-    /// In addition to the operation itself, which is always excluded.
+    /// The operations that must not run while it begins. An operation also excludes itself.
     OperationSet excluded;
 };
 

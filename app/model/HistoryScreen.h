@@ -124,7 +124,7 @@ private:
     HistoryPresentation shown;
     EventSelection selected;
     std::optional<HistoryExport> report;
-    /// Of the last comparison.
+    /// The captures of the last comparison.
     std::optional<CapturePair> pair;
     RecordingMode recordingMode;
 };

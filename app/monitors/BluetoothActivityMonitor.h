@@ -39,7 +39,7 @@ private:
     const std::unique_ptr<BluetoothSource> bluetooth;
     BluetoothPowerHistory power;
     BluetoothConnectionHistory connections;
-    /// By address; an entry exists while a change waits.
+    /// A timer for each device, by its address, whose change is not yet accepted.
     std::map<std::string, SettlingTimer> timers;
     /// True when the paired devices have been read since the radio is on.
     bool isFollowingDevices = false;

@@ -8,11 +8,12 @@
 
 namespace tidemark {
 
-/// Records changes of the Wi-Fi link and, where allowed, of the network's name. Each start is a new
-/// starting point. Main thread only.
+/// Records changes of the Wi-Fi link and, where allowed, of the network's name. Nothing that
+/// was seen before a start is compared with what follows it. Main thread only.
 class WiFiLinkMonitor {
 public:
-    /// All must outlive this object; the waits are coroutines of `tasks`.
+    /// The arguments must outlive this object. `tasks` owns the coroutine that waits until a change
+    /// has lasted long enough to be recorded.
     WiFiLinkMonitor(WiFiSource& source, WiFiDetailsProvider& details, AppClock& clock,
                     TaskScope& tasks);
     ~WiFiLinkMonitor() { stop(); }

@@ -58,7 +58,7 @@ Row rowOf(const std::string& name, std::string path, const FolderGrant* grant,
     return row;
 }
 
-/// Of a folder that is not recommended.
+/// The row of a monitored folder that is not recommended.
 Row rowOfGrant(const FolderGrant& grant, const FolderAccess& access) {
     Row row = rowOf(std::string(lastPathComponent(grant.path)), grant.path, &grant, false, access);
     row.isNamed = true;

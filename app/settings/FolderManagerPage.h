@@ -28,7 +28,7 @@ struct FolderManagerPage {
         /// True for the folder's own name; false for words of this program.
         bool isNamed = false;
         std::string path;
-        /// Of the grant; absent for a folder that is not monitored.
+        /// The identifier of the grant; absent for a folder that is not monitored.
         std::optional<Uuid> grant;
         bool isMonitored = false;
         /// A text about whether the folder can be read; empty for one that was never to be read.

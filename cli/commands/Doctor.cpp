@@ -35,7 +35,7 @@ struct DoctorOptions {
     }
 };
 
-/// Of the answer to "settings list", the part that is used here.
+/// The part of the answer to "settings list" that a diagnosis needs.
 struct SettingsAnswer {
     std::vector<Diagnosis::Setting> settings;
     std::optional<std::string> problem;

@@ -24,9 +24,9 @@ struct AccessPoint {
     std::uint32_t rsnFlags = 0;
     /// MHz; 0 when not known.
     std::uint32_t frequency = 0;
-    /// Of the access point, kbit/s.
+    /// The bit rate of the access point, kbit/s.
     std::uint32_t maxBitrate = 0;
-    /// Of the connection, kbit/s; 0 when not known.
+    /// The bit rate of the connection, kbit/s; 0 when not known.
     std::uint32_t bitrate = 0;
     /// The bytes of the name; absent when they were not read.
     std::optional<std::string> ssid{};

@@ -43,7 +43,8 @@ bool isComment(std::string_view line) {
     return line.starts_with('#') || line.starts_with(';');
 }
 
-/// An even number of backslashes at the end are escaped ones.
+/// Whether the line ends with a backslash that is not escaped by another one: with an odd number of
+/// them.
 bool isContinued(std::string_view line) {
     const auto last = line.find_last_not_of('\\');
     const std::size_t count = line.size() - (last == std::string_view::npos ? 0 : last + 1);

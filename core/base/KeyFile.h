@@ -63,7 +63,8 @@ public:
     std::vector<std::string> values(std::string_view group, std::string_view key) const;
 
     /// A value of a desktop entry or of Flatpak's metadata with its escapes "\s", "\n",
-    /// "\t", "\r" and "\\" replaced by the characters that they mean. Other pairs are unchanged.
+    /// "\t", "\r" and "\\" replaced by the characters that they mean. A backslash before any other
+    /// character stays.
     static std::string unescaped(std::string_view value);
 
 private:

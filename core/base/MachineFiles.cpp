@@ -30,7 +30,7 @@ std::deque<std::string> componentsOf(const fs::path& path) {
     return components;
 }
 
-/// The folder `name` in an open folder, which is not followed if it is a link.
+/// Opens the folder `name` in an open folder; fails if `name` is a link.
 std::expected<FileDescriptor, int> openIn(int folder, const char* name) {
     FileDescriptor opened(
         ::openat(folder, name, openFlags::toSearchFolder | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
@@ -74,7 +74,8 @@ fs::path resolvedBelow(int top, const fs::path& path) {
             continue;
         }
         const std::string text = folder ? linkText(folder->get(), name) : std::string();
-        // Links in a circle count as missing, like a link without a target.
+        // After too many links, perhaps in a circle, a link stays in the result, which `open`
+        // then refuses.
         if (text.empty() || ++links > mostLinks) {
             resolved /= name;
             if (folder && !rest.empty())

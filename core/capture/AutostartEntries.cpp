@@ -31,7 +31,7 @@ struct Entry {
     /// Without the keys that depend on the state of other files.
     Dictionary definition{};
 };
-/// By file name, the most preferred first.
+/// The entries of each file name, the one in the most preferred folder first.
 using Entries = std::map<std::string, std::vector<Entry>>;
 
 bool isTrue(const KeyFile& file, std::string_view key) {

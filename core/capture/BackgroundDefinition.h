@@ -86,7 +86,7 @@ std::map<std::string, std::string> fingerprints(const PropertyList::Dictionary& 
 /// identifier is the `Label`. `program` is stored as it is: the path of a program and no argument.
 Result item(const PropertyList::Dictionary& definition, std::string path,
             const std::string* program);
-/// The same with the program that the key `Program` names.
+/// As above, with the program that the key `Program` names.
 Result item(const PropertyList::Dictionary& definition, std::string path);
 
 } // namespace tidemark::BackgroundDefinition

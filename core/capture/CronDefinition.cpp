@@ -55,7 +55,7 @@ bool isAssignment(std::string_view line) {
     return isName && line.contains('=');
 }
 
-/// The contents of one table, by definition key.
+/// The contents of one table. Each member becomes one key of the definition.
 struct Table {
     Array times;
     Array users;
@@ -91,7 +91,7 @@ bool readJob(std::string_view line, const MergedFolders& merged, Table& table) {
     }
     const std::string_view user = takeWord(line);
     const auto program = CommandText::firstWord(line, Quoting::unit);
-    // Without one of the words before it, there is no program.
+    // If the time or the user is missing, no word is left for the program.
     if (!program)
         return false;
     table.runsWhenStarted = table.runsWhenStarted || time == whenStarted;

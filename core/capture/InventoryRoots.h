@@ -12,13 +12,13 @@ namespace tidemark {
 /// another. Each root of an inventory therefore has a family, and each format is read only in
 /// certain families.
 enum class RootFamily {
-    /// Any folder: bundles, and property lists of jobs.
+    /// A folder without a meaning of its own: bundles, AppImages, and property lists of jobs.
     any,
     /// Desktop entries below a folder "applications" (desktop-entry-spec).
     desktopEntries,
     /// One folder per installed application, with its files (flatpak-installation(5)).
     flatpaks,
-    /// AppImages, and bundles, that the user put there.
+    /// Folders into which users put AppImages and bundles themselves.
     ownApplications,
     /// Units of the manager of one user, and of the manager of the system (systemd.unit(5)).
     userUnits,

@@ -27,7 +27,7 @@ public:
 
 private:
     PackageIndex::Reading* packages;
-    /// By package; null for a package with several.
+    /// The only application of each package; null for a package with several applications.
     std::unordered_map<std::string, const Application*> only;
 };
 

@@ -11,7 +11,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// Debian's and Fedora's.
+/// The folders in which Debian and Fedora mount snaps.
 constexpr const char* folders[] = {"/snap", "/var/lib/snapd/snap"};
 constexpr std::size_t largestDescription = std::size_t{1} << 20;
 constexpr std::string_view key = "version:";
@@ -35,7 +35,8 @@ std::string plain(std::string_view value) {
 }
 
 std::optional<Version> readIn(const MachineFiles& machine, const fs::path& snap) {
-    // The folder of the revision itself, which lies beside the link.
+    // `current` is a link to the folder of a revision, which must be in the same folder as the
+    // link.
     const fs::path revision = machine.canonical(snap / "current");
     const fs::path description = revision / "meta/snap.yaml";
     if (revision.parent_path() != machine.canonical(snap)

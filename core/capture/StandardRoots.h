@@ -23,7 +23,7 @@ struct Places {
     std::filesystem::path home;
     UserFolders::Environment environment = UserFolders::processEnvironment;
 
-    /// Those of the user that the process runs as.
+    /// The places of the user that the process runs as.
     static Places current(const MachineFiles& machine = {});
 };
 

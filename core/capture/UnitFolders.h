@@ -46,14 +46,14 @@ struct UnitFolders {
         bool isOfDistribution = false;
     };
 
-    /// By name of the unit, the most preferred folder first.
+    /// The fragments of each unit by its name, the one in the most preferred folder first.
     std::map<std::string, std::vector<Fragment>, std::less<>> fragments;
-    /// By name of their folder without ".d"; the most preferred folder first.
+    /// The drop-ins by the name of their folder without ".d", the most preferred folder first.
     std::map<std::string, std::vector<DropIn>, std::less<>> dropIns;
-    /// By name of the enabled unit, with the links that have a further name of it.
+    /// The links that enable each unit, by the name of the unit; also links by its further names.
     std::map<std::string, std::vector<Enablement>, std::less<>> enablements;
-    /// Further names of units, and the name of the file that each leads to, by whatever names
-    /// between them.
+    /// For each further name of a unit, the name of the file that the links of that name lead to in
+    /// the end.
     std::map<std::string, std::string, std::less<>> aliases;
     /// Links to unit files in other folders. They are not followed.
     std::vector<std::filesystem::path> linkedUnits;

@@ -10,7 +10,7 @@ namespace tidemark {
 
 namespace {
 
-/// Of a chart that has one point in time.
+/// The seconds that a chart shows at least, also when all of its points have the same time.
 constexpr double shortestPeriod = 3'600;
 
 /// An empty beginning of the period that is longer is left out.

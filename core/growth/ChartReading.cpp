@@ -23,7 +23,7 @@ struct Day {
     const Date end;
 };
 
-/// The time of day, with the day where that is another one.
+/// The time of day of `before`, preceded by the day if that is another one than that of `at`.
 std::string sinceText(Date before, Date at, const Calendar& calendar) {
     const bool isSameDay = Day(at, calendar).contains(before);
     return calendar.format(before, isSameDay ? "HH:mm" : "d MMM, HH:mm");
@@ -46,7 +46,7 @@ void addSize(std::vector<std::string>& lines, const StorageChart& chart, std::si
         lines.push_back(signedBytes(change) + " since " + sinceText(before.at, shown.at, calendar));
 }
 
-/// Those of the day, the ones nearest to the point first.
+/// Adds the events of the day, those nearest to the point first.
 void addEvents(std::vector<std::string>& lines, const StorageChart& chart, Date at,
                const Calendar& calendar) {
     const Day day(at, calendar);

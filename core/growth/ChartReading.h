@@ -11,10 +11,10 @@ namespace tidemark {
 struct ChartReading {
     static constexpr std::size_t eventLimit = 3;
 
-    /// The day: "Thursday, 12 March 2026".
+    /// For a point its day, "Thursday, 12 March 2026"; for a gap its text.
     std::string title;
-    /// The size and the time of its measurement, what separates it from the one before, named
-    /// snapshots, and the events of the day, each on a line.
+    /// For a point: its size and time, the gap or break before it, the change since the previous
+    /// point, and then the named snapshots and the events of the day. For a gap: from when to when.
     std::vector<std::string> lines;
 
     bool operator==(const ChartReading&) const = default;

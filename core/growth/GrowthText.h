@@ -31,7 +31,7 @@ struct Row {
     std::string share;
     /// Path, times of both measurements and the largest parts, one line each.
     std::string help;
-    /// All of that in one sentence, for a screen reader.
+    /// All texts of the row in one sentence, for a screen reader.
     std::string accessibleText;
 
     bool operator==(const Row&) const = default;

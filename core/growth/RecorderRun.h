@@ -7,12 +7,13 @@
 
 namespace tidemark {
 
-/// When recording began or ended, and how. From these records it is known why nothing was observed.
+/// A moment at which recording began, was still going on, paused, resumed or ended. These records
+/// tell why nothing was observed.
 struct RecorderRun {
     enum class Kind {
         /// The program began to record.
         started,
-        /// It was still recording at this time. Each replaces the one before.
+        /// It was still recording at this time (see `append`).
         running,
         /// It ended.
         stopped,
@@ -20,7 +21,7 @@ struct RecorderRun {
         paused,
         resumed,
     };
-    /// Beyond it, the oldest are dropped.
+    /// The most records that are kept, the newest.
     static constexpr std::size_t limit = 2'000;
 
     Kind kind = Kind::started;
@@ -45,7 +46,8 @@ inline constexpr auto json::rawValues<RecorderRun::Kind> =
         {RecorderRun::Kind::resumed, "resumed"},
     });
 
-/// Adds a record, within the limit. A `running` replaces one that is the last.
+/// Adds a record, within the limit. If this one and the last one are both `running`, it replaces
+/// the last one.
 void append(std::vector<RecorderRun>& runs, RecorderRun next);
 
 /// Whether recording was paused, and not resumed, according to the records.

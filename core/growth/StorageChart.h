@@ -43,7 +43,7 @@ struct StorageChart {
 
         bool operator==(const Gap&) const = default;
     };
-    /// Where the sizes before can't be compared with those after.
+    /// A time at which the sizes before it can't be compared with those after it.
     struct Break {
         /// The time of the first point after it.
         Date at;

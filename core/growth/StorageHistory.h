@@ -14,18 +14,18 @@ namespace tidemark {
 /// are immutable and shared, so that a copy copies only pointers.
 struct StorageHistory {
     static constexpr std::int64_t supportedVersion = 1;
-    /// Points that are older than the newest one by more are dropped.
+    /// A point is dropped when it is older than the newest one by more than this.
     static constexpr double secondsKept = 10 * 366.0 * 86'400;
-    /// How many of the largest children of a folder get a series.
+    /// The number of children of a folder, the largest ones, that get a series.
     static constexpr std::size_t childLimit = 6;
     /// A child that has a series gets further points while it is among this many, so that two
     /// children of about the same size don't take turns.
     static constexpr std::size_t keptChildLimit = 12;
-    /// Beyond it, the series of children that ended first are dropped.
+    /// The most series. When there are more, the series of children that ended first are dropped.
     static constexpr std::size_t seriesLimit = 2'000;
 
     std::int64_t schemaVersion = supportedVersion;
-    /// In the order in which they began.
+    /// All series, in the order in which they began.
     std::vector<Shared<StorageSeries>> series;
 
     /// Adds the complete sizes of a capture. A size replaces an earlier one of the same local day;
@@ -33,9 +33,10 @@ struct StorageHistory {
     /// capture, made while the clock was ahead, are dropped.
     void record(const Snapshot& snapshot, const Calendar& calendar);
 
-    /// Adds the snapshots that are as late as the newest point or later. The last one is the latest
-    /// capture; those dated after it, and points after it, come from a clock that was ahead. False
-    /// when nothing has changed.
+    /// Adds the snapshots that are as late as the newest point or later. The last snapshot of the
+    /// list is the latest capture. Snapshots and points that are dated after it come from a time at
+    /// which the clock was ahead: such snapshots are not added, and such points are dropped.
+    /// Returns false when nothing has changed.
     bool catchUp(const std::vector<Shared<Snapshot>>& snapshots, const Calendar& calendar);
 
     bool operator==(const StorageHistory&) const = default;

@@ -18,16 +18,16 @@ struct TimelineRow {
         event,
         /// A period in which nothing was observed, or one folder could not be read.
         gap,
-        /// Several of these, folded into one row.
+        /// Several gaps of a day in one row.
         gaps,
     };
 
     Kind kind = Kind::day;
-    /// The start of the day that it is shown under.
+    /// The start of the day under whose heading the row is shown.
     Date day{};
-    /// In a heading, the number of events of the day; of folded rows, how many they are.
+    /// In a heading, the number of events of the day; in a row of several gaps, their number.
     std::size_t count = 0;
-    /// Of an event; of a gap the event "Captures Resumed", if there is one.
+    /// The event of the row. For a gap, the event "Captures Resumed", in whose place it is shown.
     OptionalShared<Event> event{};
     OptionalShared<GapRow> gap{};
 
@@ -37,9 +37,9 @@ struct TimelineRow {
     }
 };
 
-/// The rows of the timeline, the newest first, each day below its heading. Gaps are at the time at
-/// which they ended, and stand for the event "Captures Resumed" that they have. A day with
-/// `foldedFrom` gaps and more has one row for all of them, unless it is in `unfolded`.
+/// The rows of the timeline, the newest first, each day below its heading. A gap is at the time at
+/// which it ended, in place of its event "Captures Resumed". A day with `foldedFrom` gaps or more
+/// has one row for all of them, unless its start is in `unfolded`.
 struct TimelineRows {
     static constexpr std::size_t foldedFrom = 3;
 

@@ -77,17 +77,17 @@ struct PacmanLog {
 /// started.
 InstallationPreview collect(Date now);
 
-/// The same, from the report tool, which has ended when this returns.
+/// Reads the recent installations from this report tool, which has ended when the function returns.
 InstallationPreview collect(Date now, const ReportTool& tool);
 
-/// The same, from a package manager's log and its rotated predecessors. Without such a log there
-/// are no records.
+/// Reads the recent installations from a package manager's log and its rotated predecessors.
+/// Without such a log there are no records.
 InstallationPreview collect(Date now, const PackageLog& log);
 
-/// The same, from pacman's log. Without such a log there are no records.
+/// Reads the recent installations from pacman's log. Without such a log there are no records.
 InstallationPreview collect(Date now, const PacmanLog& log);
 
-/// The same, from the database of rpm and the histories of dnf on a machine.
+/// Reads the recent installations from the database of rpm and the histories of dnf on a machine.
 InstallationPreview collect(Date now, const MachineFiles& machine);
 
 /// The records of several sources for one period, latest first. The list must not be empty.

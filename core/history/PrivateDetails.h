@@ -19,7 +19,7 @@ public:
     /// removed.
     PrivateDetails(const nlohmann::json& event, bool keepsDetails);
 
-    /// The same event without private details.
+    /// Returns the event without private details.
     nlohmann::json cleaned(nlohmann::json event) const;
 
 private:

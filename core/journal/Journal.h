@@ -30,6 +30,7 @@ struct Journal {
     std::vector<Shared<Event>> events;
     /// Named snapshots. Each holds its snapshot itself and is never pruned.
     std::vector<Baseline> baselines;
+    /// Not used; kept as it was read.
     std::optional<Date> lastChecked;
     /// Imported from the installation log of the operating system, oldest first. Not part of
     /// `events`.
@@ -44,8 +45,8 @@ struct Journal {
     /// new and the last snapshot become shared.
     void append(Shared<Snapshot> snapshot, bool comparingPrevious);
 
-    /// Drops the oldest quarter of the snapshots, except for the two that the next comparison and
-    /// the latest one need. False when there is none to drop.
+    /// Drops the oldest quarter of the snapshots, but never the newest two, which were compared
+    /// last and of which the next comparison needs the newer. False when there is none to drop.
     bool dropOldestSnapshots();
 
     /// Merges records by their id, oldest first; returns how many were new.

@@ -116,8 +116,8 @@ Shared<MemoryRecord> MemoryHistoryStore::withoutContents(const Shared<MemoryReco
     if (hasText)
         keep(blobName(record->id, textExtension), asText(*record->text), wanted);
 
-    // The flags say which files were written just now. A document that names a missing file can't
-    // be loaded.
+    // The flags are set anew, whatever the record had: a document with a flag for a file that does
+    // not exist can't be loaded.
     if (!hasPayload && !hasText && !record->payloadStored && !record->textStored)
         return record;
     MemoryRecord stored = *record;

@@ -28,7 +28,7 @@ private:
     /// Without the "/" in front, and with one at the end.
     std::vector<std::string> wanted;
     std::vector<PackageOwner> packages;
-    /// From a path to a place in `packages`.
+    /// The index in `packages` of the owner of each path.
     std::unordered_map<std::string, std::uint32_t> owners;
     bool isComplete = true;
 };

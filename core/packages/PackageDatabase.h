@@ -26,20 +26,22 @@ public:
     virtual void rest() {}
 };
 
-/// The versions of the files that change with a database. Equal states have equal contents. For a
-/// file whose status can't be read, the `errno`. Empty when the machine has no such database.
+/// The versions of the files that change with a database, or the `errno` for a file whose status
+/// can't be read. As long as the state stays equal, the contents have not changed. Empty when the
+/// machine has no such database.
 using DatabaseState = std::vector<std::expected<FileVersion, int>>;
 
-/// The state of these files; empty when there is none of them.
+/// The state of these files; empty when none of them exists.
 DatabaseState stateOf(const MachineFiles& machine, const std::vector<std::string>& paths);
 
 /// Paths of the folders whose files are looked up. A database may leave out all other files.
 using OwnedFolders = std::vector<std::string>;
 
-/// One form of database. There is a source file for each, with a function that returns its row.
+/// One form of database, as the functions that read it. There is a source file for each form, with
+/// a function `form` that returns this.
 struct PackageDatabaseForm {
     DatabaseState (*state)(const MachineFiles&);
-    /// After a stop request, the database may be incomplete.
+    /// After a stop request, the returned database may report every owner as unknown.
     std::unique_ptr<PackageDatabase> (*open)(const MachineFiles&, const OwnedFolders&,
                                              const std::stop_token&);
 };

@@ -29,17 +29,18 @@ bool isBelowAny(std::string_view path, const auto& folders) {
 
 } // namespace
 
-PackageIndex::Reading PackageIndex::read(const MachineFiles& of, const OwnedFolders& asked,
-                                         const std::stop_token& asking) {
-    return {*this, of, asked, asking};
+PackageIndex::Reading PackageIndex::read(const MachineFiles& newMachine,
+                                         const OwnedFolders& newFolders,
+                                         const std::stop_token& newStop) {
+    return {*this, newMachine, newFolders, newStop};
 }
 
-void PackageIndex::refresh(const MachineFiles& of, const OwnedFolders& asked,
-                           const std::stop_token& asking) {
-    stop = asking;
-    if (databases.empty() || !(machine == of) || folders != asked) {
-        machine = of;
-        folders = asked;
+void PackageIndex::refresh(const MachineFiles& newMachine, const OwnedFolders& newFolders,
+                           const std::stop_token& newStop) {
+    stop = newStop;
+    if (databases.empty() || !(machine == newMachine) || folders != newFolders) {
+        machine = newMachine;
+        folders = newFolders;
         databases.clear();
         for (const Form form : forms)
             databases.push_back({form(), {}, nullptr});
@@ -69,7 +70,8 @@ Ownership PackageIndex::owner(const std::string& path) {
 
 void PackageIndex::open(Kept& kept) const {
     kept.database = kept.form.open(machine, folders, stop);
-    // It may be incomplete. No database has this state, so the next `read` has it opened again.
+    // After a stop request, reading may have ended early. No database has the state that is set
+    // here, so the next `read` sees a change and discards what was read.
     if (stop.stop_requested())
         return kept.state.assign(1, std::unexpected(ECANCELED));
     // The database was written while it was read, so what was read may be inconsistent. The next

@@ -124,7 +124,7 @@ std::set<std::string, std::less<>> dependencies(const MachineFiles& machine) {
             if (line(description, "%REASON%") == dependencyReason)
                 names.insert(line(description, "%NAME%"));
         } catch (const FileError&) {
-            // A file beside the packages, or one that is being installed.
+            // A file beside the folders of the packages, or a package that is being installed.
         }
     }
     return names;

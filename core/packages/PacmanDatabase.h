@@ -8,8 +8,9 @@
 #include <string_view>
 
 /// The database of pacman(8): a folder "local/NAME-VERSION" per package with the files "desc" and
-/// "files", in which lines such as "%VERSION%" begin a field of lines. "ALPM_DB_VERSION" has
-/// the version of the format. The file "db.lck" beside "local" exists while pacman is running.
+/// "files". In these, a line such as "%VERSION%" begins a field, whose lines follow until an empty
+/// line. The file "ALPM_DB_VERSION" has the version of the format. The file "db.lck" beside "local"
+/// exists while pacman is running.
 namespace tidemark::PacmanDatabase {
 
 PackageDatabaseForm form();

@@ -47,7 +47,7 @@ public:
         if (const auto known = answers.find(file); known != answers.end())
             return known->second;
         auto found = lookUp(file);
-        // The database was written during the lookup, so the result may be inconsistent.
+        // The database was written after it was opened, so the result may be inconsistent.
         if (state() != start)
             return std::unexpected(PackageFailure::unreadable);
         answers.emplace(file, found);
@@ -124,7 +124,7 @@ private:
     const std::string path;
     const MergedFolders merged;
     const DatabaseState start;
-    /// So that an unchanged database is not opened again.
+    /// Kept after `rest`, so that a question that was answered before does not open it again.
     std::unordered_map<std::string, Ownership> answers;
     std::optional<Connection> connection;
 };

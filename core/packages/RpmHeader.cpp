@@ -14,9 +14,11 @@ enum Tag : std::uint32_t {
     versionTag = 1001,
     releaseTag = 1002,
     epochTag = 1003,
-    /// Of each file: the place of its folder, its name; then the folders, with a slash at the end.
+    /// For each file, the place of its folder in the list of folders.
     folderPlacesTag = 1116,
+    /// For each file, its name without a folder.
     fileNamesTag = 1117,
+    /// The list of folders, each with a slash at the end.
     foldersTag = 1118,
 };
 enum Type : std::uint32_t { numbers = 4, oneText = 6, texts = 8 };

@@ -10,8 +10,8 @@
 namespace tidemark {
 
 /// An SQLite database of another program. Only the main file is read, without a lock and without
-/// creating files beside it: changes that are still in the write-ahead log are not seen. Include it
-/// only in sources of this folder, because it includes the header of the library.
+/// creating files beside it: changes that are still in the write-ahead log are not seen. Include
+/// this header only in sources of this folder, because it includes the header of SQLite.
 class SqliteFile {
 public:
     struct EndStatement {
@@ -22,7 +22,7 @@ public:
     /// A query is aborted after `steps` steps of SQLite's virtual machine.
     SqliteFile(const std::string& path, int steps);
 
-    /// Null when the file can't be read or has no such tables.
+    /// Null when the file can't be read or lacks a table of the query.
     Statement prepare(const char* query) const;
 
 private:

@@ -13,7 +13,7 @@ using inspectionWords::arrow;
 using inspectionWords::notReported;
 using Kind = SystemActivity::Kind;
 
-/// "59.94", "2", without more digits than such readings have.
+/// With at most two decimal places: "59.94", "2".
 std::string number(double value) {
     if (!std::isfinite(value) || std::abs(value) > 1e9)
         return notReported;
@@ -57,7 +57,7 @@ private:
     void namedRow(const char* label, std::string value) {
         made.rows.push_back({label, std::move(value), true});
     }
-    /// Of something that has a name of its own.
+    /// A row whose value is a name, which is not translated as the words of this program are.
     void optionalNamedRow(const char* label, const std::optional<std::string>& value) {
         made.rows.push_back({label, value.value_or(notReported), value.has_value()});
     }

@@ -13,7 +13,7 @@ using Action = EmptyState::Action;
 
 constexpr const char* nothingRecorded = "No Matching Changes Recorded";
 
-/// In the words of this system.
+/// A state whose texts are in the words of this system.
 EmptyState made(std::string_view title, std::string_view explanation, std::string_view symbol,
                 Action action = Action::none, std::string_view label = {}) {
     return {systemWords::shown(title), systemWords::shown(explanation), std::string(symbol), action,

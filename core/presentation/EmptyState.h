@@ -31,7 +31,7 @@ struct EmptyTimeline {
     bool isUnreadable = false;
     /// Null when nothing was captured yet.
     const Snapshot* latest = nullptr;
-    /// Since the open snapshot, or in the time window.
+    /// Gaps and problems since the open snapshot, or in the time window.
     ObservationCoverageReport coverage{};
     /// Number of captures that are kept.
     std::size_t captures = 0;

@@ -27,8 +27,7 @@ struct EventRow {
     bool operator==(const EventRow&) const = default;
 };
 
-/// The title of an event in the words of this system; the name of a file, a program or a clip as it
-/// is.
+/// The title of an event on one line, in the words of this system.
 std::string shownTitle(const Event& event);
 
 /// The time of day of an event under the heading of its day. An interval has the day of its start

@@ -50,7 +50,7 @@ struct FolderSizeTable {
         std::string toggle;
         /// Shown below an open row without children; empty when there are some.
         std::string noChildren;
-        /// All of that in one sentence, for a screen reader.
+        /// All texts of the row in one sentence, for a screen reader.
         std::string accessibleText;
     };
 };

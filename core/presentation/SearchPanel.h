@@ -26,7 +26,7 @@ struct SearchPanelAction {
 /// `page`: how many results the panel shows at once.
 SearchPanelAction actionOf(SearchPanelKey key, std::ptrdiff_t page);
 
-/// One result, each text on a single line and in the words of this system.
+/// The texts of one result, each without line breaks and in the words of this system.
 struct SearchResultRow {
     std::string title;
     /// The second line of the event; may be empty.
@@ -37,9 +37,9 @@ struct SearchResultRow {
     std::string symbol;
 
     static SearchResultRow of(const Event& event, const Calendar& calendar);
-    /// The second line of the result.
+    /// The second line of the result: the subtitle of the event, if it has one, and the category.
     std::string below() const;
-    /// All of that in one sentence, for a screen reader.
+    /// All texts of the result in one sentence, for a screen reader.
     std::string accessibleText() const;
 };
 

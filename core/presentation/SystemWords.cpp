@@ -46,7 +46,8 @@ std::optional<std::string> filledIn(const Pattern& pattern, std::string_view tex
 } // namespace
 
 std::string shown(std::string_view source) {
-    static const Lookup lookup;
+    // Never destroyed: another thread may still use it when the process ends.
+    static const auto& lookup = *new Lookup;
     if (const auto found = lookup.whole.find(source); found != lookup.whole.end())
         return std::string(found->second);
     for (const Pattern& pattern : lookup.patterns)

@@ -8,7 +8,7 @@
 
 namespace tidemark {
 
-/// An item of the sidebar, in the order shown. The raw value is its name in commands.
+/// An item of the sidebar. The raw value is its name in commands.
 enum class WorkspaceDestination {
     timeline,
     files,
@@ -60,7 +60,7 @@ bool includes(WorkspaceDestination destination, const Event& event);
 /// The sidebar item that is selected to show an event, for example when it is opened from a search.
 WorkspaceDestination homeOf(const Event& event);
 
-/// The items of the sidebar under one title.
+/// The items of the sidebar under one title, in the order shown.
 struct DestinationGroup {
     std::string_view title;
     std::span<const WorkspaceDestination> destinations;

@@ -24,7 +24,7 @@ private:
     std::size_t room() const { return limit - std::min(limit, held); }
 
     std::unordered_map<std::string, FolderSize> sizes;
-    /// In the order of the walks.
+    /// The folders of each walk, in the order of the walks.
     std::vector<CompletedFolders> walks;
     std::size_t held = 0;
 };

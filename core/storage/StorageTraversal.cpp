@@ -83,7 +83,7 @@ std::optional<StorageTraversal::Result> StorageTraversal::step() {
 }
 
 void StorageTraversal::rest(const std::stop_token& stop) {
-    // One name more than the limit is enough to end the walk there.
+    // As many names as the limit still allows, and the one that then ends the walk.
     const auto most = std::max<std::int64_t>(entryLimit - visited, 0) + 1;
     for (std::int64_t read = 0; reading && read < most; read += readAhead) {
         if (read >= readAfterStop && stop.stop_requested()) {
@@ -193,7 +193,8 @@ void StorageTraversal::forgetEntries() {
 std::optional<StorageTraversal::Result> StorageTraversal::visitNext() {
     const char* name = entryNames.c_str() + entries[nextEntry++].nameStart;
     const auto status = here.status(name);
-    // The listing may not say that an entry is a folder. A folder is counted when it is entered.
+    // Only now is known of some entries that they are folders, since not every file system lists
+    // the type. A folder is counted when it is entered.
     const bool isFolder = status && status->isDirectory();
     if (!isFolder && !countEntry())
         return failure(StorageMeasurementFailure::entryLimit);

@@ -128,10 +128,10 @@ private:
 
     /// The folders from the root to the current one.
     std::vector<Directory> stack;
-    /// The open folder: the top of the stack, or a folder below it that the walk has finished but
-    /// not closed yet. Empty after `rest`.
+    /// The open folder: the one at the top of the stack, or a subfolder of it, at any depth, that
+    /// the walk has finished but not closed yet. Empty after `rest`.
     FolderReader here;
-    /// The index of `here` in the stack.
+    /// The depth of `here`, 0 for the root. If the stack has no such index, `here` is finished.
     std::size_t hereLevel = 0;
     /// The parent of `here`, if it is open.
     FolderReader above;

@@ -117,7 +117,8 @@ std::optional<MountEntry> mountOf(const std::vector<MountEntry>& table, std::str
     for (const auto& entry : table)
         if (holds(entry, path) && (!best || entry.mountPoint.size() >= best->mountPoint.size()))
             best = &entry;
-    // The path may be on a mount that a later one hides; the device number is that of one of them.
+    // A later mount at /a hides an earlier one at /a/b, although that has the longer path. So the
+    // mount must also have the device number of the file.
     if (best && best->device != device)
         for (const auto& entry : table)
             if (entry.device == device && holds(entry, path))

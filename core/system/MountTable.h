@@ -34,8 +34,9 @@ std::string unescapedMountField(std::string_view field);
 /// Whether a list such as "rw,noatime" contains an option.
 bool hasMountOption(std::string_view options, std::string_view sought);
 
-/// The mount that contains the canonical path `path`, whose device number is `device`: the deepest
-/// mount point above it, and the latest of several at the same mount point.
+/// The mount that contains the file at the canonical path `path`, whose device number is `device`:
+/// the one with the deepest mount point above the path, and the latest of several there; but if its
+/// device number is not `device`, the latest mount above the path whose device number is.
 std::optional<MountEntry> mountOf(const std::vector<MountEntry>& table, std::string_view path,
                                   std::string_view device);
 

@@ -16,7 +16,7 @@ namespace tidemark::SystemFacts {
 /// The home directory of the user that the process runs as, without a slash at its end: `variable`,
 /// the value of $HOME, if that is an absolute path, else that in the user database.
 std::filesystem::path homeDirectory(const std::optional<std::string>& variable);
-/// The same, with $HOME of this process.
+/// The home directory by the variable $HOME of this process.
 std::filesystem::path homeDirectory();
 
 /// The present version and build of this machine. On Linux the distribution and its version of

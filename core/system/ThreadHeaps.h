@@ -2,10 +2,11 @@
 
 namespace tidemark {
 
-/// Makes all threads of the process allocate from at most two heaps. A process that runs for weeks
-/// then stays small: with a heap for each thread, every one of them grows to the most memory that
-/// any work on it ever needed, and keeps it. Call it before other threads start. One source file
-/// per system; does nothing where the system's heaps don't belong to threads.
+/// Makes all threads of the process allocate from at most two heaps. This keeps a process small
+/// that runs for weeks: otherwise each thread has a heap, which grows to the most memory that the
+/// thread ever needed at one time and does not shrink again. Call it before other threads start.
+/// There is a source file for each system; the function does nothing on systems whose heaps don't
+/// belong to threads.
 void limitThreadHeaps();
 
 } // namespace tidemark

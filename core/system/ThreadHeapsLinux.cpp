@@ -5,7 +5,7 @@
 namespace tidemark {
 
 void limitThreadHeaps() {
-    // Not one, so that the event loop seldom waits for a thread that allocates at the same time.
+    // With one heap, the event loop would often wait for another thread that allocates memory.
     ::mallopt(M_ARENA_MAX, 2);
 }
 

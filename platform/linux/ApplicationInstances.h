@@ -51,7 +51,7 @@ private:
         std::optional<std::pair<Date, double>> launch;
     };
 
-    /// By identifier.
+    /// The running applications by their identifiers.
     std::map<std::string, Running> running;
     /// The identifier of each instance.
     std::map<std::string, std::string> identifiers;

@@ -16,7 +16,7 @@ inline constexpr std::string_view noAdapter = "This computer has no Bluetooth ad
 std::optional<std::string> absence(const std::filesystem::path& adapters,
                                    const std::vector<std::filesystem::path>& dataFolders);
 
-/// The same for the folders of this machine.
+/// The reason on this machine, by its own folders.
 std::optional<std::string> absence();
 
 } // namespace tidemark::bluetoothPresence

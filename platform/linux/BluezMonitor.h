@@ -40,7 +40,7 @@ private:
     std::vector<std::unique_ptr<GuardedSubscription>> subscriptions;
     /// Whether the service knows a radio; absent before its answer.
     std::optional<bool> hasAdapter;
-    /// Of the radios and the paired devices.
+    /// The object paths of the radios and of the paired devices.
     QStringList knownPaths;
     Rereading rereading{[this] { read(); }};
 };

@@ -6,7 +6,7 @@
 
 namespace tidemark {
 
-/// An element of the arrays of shortcuts of the desktop portal, of the type (sa{sv}).
+/// One shortcut in a list of the desktop portal. Its D-Bus type is (sa{sv}).
 struct BoundShortcut {
     QString id;
     QVariantMap properties;
@@ -23,6 +23,7 @@ inline const QDBusArgument& operator>>(const QDBusArgument& argument, BoundShort
     argument.beginStructure();
     argument >> shortcut.id >> shortcut.properties;
     argument.endStructure();
+    // In the form that Qt requires. NOLINTNEXTLINE(bugprone-return-const-ref-from-parameter)
     return argument;
 }
 

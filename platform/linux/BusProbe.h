@@ -22,8 +22,8 @@ public:
     /// with false when it refused or nothing listens there. It is not called while the bus hangs.
     BusProbe(busAddress::LocalSocket address, std::function<void(bool)> didAnswer);
 
-    /// The address that the socket of the bus has (`peerSockets::addressOf`); empty until the bus
-    /// has replied.
+    /// The address of the bus's end of the connection, as `peerSockets::addressOf` returns it;
+    /// empty until the bus has replied.
     const std::string& peerAddress() const { return peer; }
 
 private:

@@ -43,8 +43,8 @@ public:
     using UseValues = std::function<void(const QVariantMap& values)>;
 
     /// `didChange` is called from the event loop when it is first known whether the service runs,
-    /// whenever it has started, ended or been replaced, and after `startOver`; whatever was known
-    /// about it is then unknown.
+    /// whenever it has started, ended or been replaced, and after `startOver`. What was read
+    /// from the service before that call is then out of date.
     BusService(const MessageBus& bus, QString name, std::function<void()> didChange,
                WhenMissing whenMissing = WhenMissing::wait);
 
@@ -58,8 +58,9 @@ public:
     /// nothing when there is no service.
     void call(const QString& path, const QString& interface, const QString& method,
               const QVariantList& arguments, const Use& use);
-    /// The same for a method that changes nothing. A service that does not answer for so long that
-    /// the bus gives up is followed from the start again, and so it is for the properties below.
+    /// Like `call`, for a method that changes nothing. When the service does not answer within the
+    /// time limit of the bus, `startOver` is called. The functions below that read properties do
+    /// so, too.
     void ask(const QString& path, const QString& interface, const QString& method,
              const QVariantList& arguments, const Use& use);
     /// `use` is called with an invalid value when the property can't be read.

@@ -16,7 +16,7 @@ namespace tidemark {
 namespace {
 
 constexpr const char* metadataKey = "metadata::download-uri";
-/// Seconds until a `gio` that ignores SIGTERM is killed.
+/// Seconds from SIGTERM, after `timeLimit`, until a `gio` that has not ended is killed.
 constexpr double grace = 0.2;
 constexpr std::size_t mostOutput = std::size_t{16} * 1024;
 

@@ -14,13 +14,14 @@ namespace tidemark {
 /// time.
 class DownloadOrigins {
 public:
-    /// Seconds after which a `gio` that has not ended is killed.
+    /// Seconds after which a `gio` that has not ended gets SIGTERM.
     static constexpr double timeLimit = 2;
-    /// After so many failures, `gio` is not run any more.
+    /// After so many failures in a row, `gio` is not run any more.
     static constexpr int mostFailures = 3;
 
-    /// `gio` is the path of that program; empty where it is not installed. It is only run while
-    /// `hasMetadata` returns true: it would start the service of the metadata otherwise.
+    /// `gio` is the path of that program; empty where it is not installed. It is run only while
+    /// `hasMetadata` returns true, which says that the service with the metadata is running: it
+    /// would start that service otherwise.
     DownloadOrigins(std::filesystem::path gio, std::function<bool()> hasMetadata)
         : gio(std::move(gio)), hasMetadata(std::move(hasMetadata)) {}
 

@@ -9,12 +9,13 @@
 
 namespace tidemark {
 
-/// Whether a program of the X display embeds the icons of others: the owner of the selection
+/// Reports whether a program of the X display embeds the icons of others: the owner of the
+/// selection
 /// "_NET_SYSTEM_TRAY_S0" (https://specifications.freedesktop.org/systemtray-spec). Panels that have
 /// no status notifier items show icons in this way. Main thread only.
 class EmbeddedTrayHost final : public TrayHost {
 public:
-    /// `changed` is called from the event loop, also when another program takes the place.
+    /// `changed` is called from the event loop, also when the selection gets another owner.
     explicit EmbeddedTrayHost(
         std::function<void(bool isThere)> changed,
         std::shared_ptr<GraphicalSessions> sessions = GraphicalSessions::ofProcess());

@@ -14,11 +14,13 @@ namespace tidemark {
 /// Main thread only.
 class FolderFileIndex final : public FileIndex {
 public:
-    /// Where to look; made on that thread, since it reads a file.
+    /// Where files are looked for. `Setup::places` is called on the thread of the `FileFinder`,
+    /// since `current` reads a file.
     struct Places {
         /// Folders for documents.
         std::vector<std::filesystem::path> documents;
         std::filesystem::path downloads;
+        /// The desktop's list of recently used files.
         std::filesystem::path recentlyUsed;
 
         /// Those of the user (https://www.freedesktop.org/wiki/Software/xdg-user-dirs).
@@ -46,7 +48,7 @@ private:
     const Setup uses;
     /// The service with the metadata of the desktop.
     std::optional<BusService> metadata;
-    /// Whether it runs; also read by the thread.
+    /// Whether that service is running; also read on the thread of the `FileFinder`.
     const std::shared_ptr<std::atomic<bool>> hasMetadata =
         std::make_shared<std::atomic<bool>>(false);
     std::shared_ptr<Run> run;

@@ -16,8 +16,8 @@ namespace {
 constexpr std::uint32_t wanted = IN_CLOSE_WRITE | IN_MOVED_TO | IN_MOVED_FROM | IN_CREATE
                                  | IN_DELETE_SELF | IN_MOVE_SELF | IN_ONLYDIR | IN_DONT_FOLLOW;
 
-/// More than the queue of the system has by default. While events keep coming, there would be no
-/// end otherwise.
+/// The number of events after which `read` returns although there may be more, so that it ends even
+/// while events keep coming. The system's queue holds fewer by default.
 constexpr std::size_t mostEvents = 20'000;
 
 std::size_t limitOfUser() {

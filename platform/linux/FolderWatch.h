@@ -14,18 +14,18 @@ namespace tidemark {
 /// limited: by a budget of its own, and by the system for all programs of the user together.
 class FolderWatch {
 public:
-    /// At most this many folders, and at most an eighth of what the system allows the user.
     static constexpr std::size_t mostFolders = 2'000;
+    /// `mostFolders`, or an eighth of the number that the system allows the user if that is less.
     static std::size_t standardBudget();
 
     struct Event {
         enum class Kind {
             /// A file was written and closed.
             written,
-            /// A file got this name by a rename; in `isFromElsewhere` whether it was in another
-            /// folder before.
+            /// A file was renamed or moved to this path. `isFromElsewhere` is true if it was in
+            /// another folder before.
             movedIn,
-            /// There is another folder below a watched one.
+            /// A folder was created in a watched one or moved into it.
             newFolder,
             /// A watched folder is not at its path any more.
             gone,
@@ -43,12 +43,13 @@ public:
 
     explicit FolderWatch(std::size_t budget = standardBudget());
 
-    /// Starts to watch a folder, or updates the path of one that is watched. False when it can't be
-    /// watched, as beyond the limits.
+    /// Starts to watch a folder, or updates the path of one that is watched. Returns false when it
+    /// can't be watched, for example because a limit is reached.
     bool add(const std::filesystem::path& folder);
-    /// Readable when there are events; −1 when nothing can be watched.
+    /// The descriptor that becomes readable when there are events; −1 when nothing can be watched.
     int descriptor() const { return notifications.get(); }
-    /// The events until now; of very many, the first. Does not wait.
+    /// Returns the events since the last call; of more than about 20 000, the first ones, and the
+    /// next call returns the others. Does not wait for events.
     Events read();
     std::size_t size() const { return folders.size(); }
 
@@ -60,9 +61,10 @@ private:
 
     const std::size_t budget;
     FileDescriptor notifications;
-    /// By the number that the system gave to the watch.
+    /// The watched folders, by the number that the system gave to each watch.
     std::unordered_map<int, std::filesystem::path> folders;
-    /// The last rename out of a watched folder: its number and the folder.
+    /// The last rename of a file in a watched folder: the number that the system gave to it, and
+    /// the number of the watch of the folder that the file was in.
     std::uint32_t lastRename = 0;
     int lastRenameFolder = -1;
 };

@@ -38,9 +38,9 @@ public:
     /// Null where there is none.
     Wayland* wayland() { return waylandSession ? &*waylandSession : nullptr; }
     X11* x11() { return x11Session ? &*x11Session : nullptr; }
-    /// For the thread of the Wayland connection.
+    /// To be used on the thread of the Wayland connection.
     const std::shared_ptr<ApplicationFinder>& waylandApplications() const { return waylandFinder; }
-    /// For the thread of the X11 connection.
+    /// To be used on the thread of the X11 connection.
     const std::shared_ptr<ApplicationFinder>& x11Applications() const { return x11Finder; }
 
 private:

@@ -6,9 +6,9 @@
 
 namespace tidemark {
 
-/// A shortcut of KGlobalAccel (org.kde.kglobalaccel), which KDE has where its portal has none. Keys
-/// that the user changed in the settings of KDE are kept. Does not start the service. Main thread
-/// only.
+/// The shortcut for versions of KDE whose portal offers none: KGlobalAccel (org.kde.kglobalaccel).
+/// Keys that the user changed in the settings of KDE are kept. Does not start the service. Main
+/// thread only.
 class KdeShortcut final : public GlobalShortcut {
 public:
     KdeShortcut(const MessageBus& session, Observer observer);
@@ -27,7 +27,7 @@ private:
     const Observer observer;
     Availability last;
     BusService accelerators;
-    /// The keys as they are shown.
+    /// `Availability::keys`.
     std::string keys;
     BusService::Subscription pressed;
     BusService::Subscription changed;

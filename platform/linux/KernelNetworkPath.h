@@ -11,9 +11,9 @@
 
 namespace tidemark {
 
-/// The network connection by the kernel's own choice of a route, which includes tunnels and works
-/// with any network manager or none; NetworkManager is only asked whether it costs money. Main
-/// thread only.
+/// Reports the network connection that the kernel uses for a packet to the internet. That is right
+/// with tunnels as well, and with any network manager or none. NetworkManager is only asked whether
+/// the connection costs money. Main thread only.
 class KernelNetworkPath final : public NetworkPathSource {
 public:
     /// `bus` is called by each start. `devices` is the kernel's folder of network devices.
@@ -30,7 +30,7 @@ private:
     Receive receive;
     std::optional<RoutingWatch> watch;
     std::optional<NetworkManagerMetered> metered;
-    /// Absent until it has been read.
+    /// Absent until the routes have been read.
     std::optional<NetworkRoutes::Reading> routes;
     BackgroundReading<NetworkRoutes::Reading> reading;
 };

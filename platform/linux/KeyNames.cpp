@@ -11,6 +11,7 @@ namespace {
 
 using Name = std::pair<int, std::string_view>;
 
+/// Numbers of `Qt::KeyboardModifier`, then of `Qt::Key`.
 constexpr std::array modifiers{Name{0x1000'0000, "Meta+"}, Name{0x0400'0000, "Ctrl+"},
                                Name{0x0800'0000, "Alt+"}, Name{0x0200'0000, "Shift+"}};
 constexpr int allModifiers = 0x1E00'0000;

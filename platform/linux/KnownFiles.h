@@ -14,9 +14,9 @@ public:
     /// Of more files, the others count as not seen. They take about 40 bytes each.
     static constexpr std::size_t mostFiles = 200'000;
 
-    /// True when the path was noted before the last `finishRound`. Notes it.
+    /// Notes the path. Returns true when it was already noted before the last `finishRound`.
     bool note(std::string_view path);
-    /// From now on, what was noted until now counts as seen before.
+    /// Ends a round: from now on, `note` returns true for the paths that were noted until now.
     void finishRound() { seen.merge(inRound); }
 
 private:

@@ -4,7 +4,8 @@
 
 namespace tidemark {
 
-/// Seconds from an arbitrary start; never decreases. For threads other than the main thread.
+/// Seconds from an arbitrary start; never decreases. For threads other than the
+/// main thread, which has an `AppClock` for this.
 inline double monotonicSeconds() {
     return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch())
         .count();

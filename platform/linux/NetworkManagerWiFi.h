@@ -17,7 +17,7 @@ public:
     NetworkManagerWiFi(const MessageBus& bus, bool withNames, std::function<void()> changed);
 
     BusService::State state() const { return service.state(); }
-    /// Those that have been read; none while NetworkManager does not run.
+    /// The devices that have been read; none while NetworkManager does not run.
     std::vector<NetworkManagerDevice::State> devices() const;
 
 private:

@@ -2,14 +2,15 @@
 
 #include <string>
 
-/// The sockets of this process by the socket at their other end.
+/// Finds the Unix sockets of this process that are connected to a given address.
 namespace tidemark::peerSockets {
 
-/// The address of the socket at the other end, as bytes (unix(7)); empty if there is none.
+/// The address of the Unix socket that `socket` is connected to: the bytes of its `sockaddr_un`
+/// (unix(7)). Empty if `socket` is not connected to one.
 std::string addressOf(int socket);
 
-/// Shuts down every socket of this process that is connected to the address, whoever opened it: a
-/// thread that waits for data from there reads the end of the stream.
+/// Shuts down every socket of this process that is connected to the address, also those that
+/// libraries opened. A thread that waits for data on one of them then reads the end of the stream.
 void shutDown(const std::string& address);
 
 } // namespace tidemark::peerSockets

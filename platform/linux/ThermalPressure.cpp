@@ -53,6 +53,7 @@ bool ThermalPressure::isValid(const ThermalZones::Zone& zone,
     return first == temperaturesAtFirst.end() || first->second < trip.temperature;
 }
 
+/// With `isLeaving`, a trip counts until the temperature is clearly below it.
 ThermalPressure::Level ThermalPressure::levelOf(const ThermalZones& reading, bool isSlowedDown,
                                                 bool isLeaving) const {
     Level level = isSlowedDown ? serious : nominal;
@@ -88,13 +89,13 @@ void ThermalPressure::receive(const ThermalZones& reading, bool isTooHot, double
     else
         rising->level = std::min(rising->level, level);
 
-    const Level left = levelOf(reading, isSlowedDown, true);
-    if (left >= *current)
+    const Level held = levelOf(reading, isSlowedDown, true);
+    if (held >= *current)
         falling.reset();
     else if (!falling)
-        falling = Pending{now, left};
+        falling = Pending{now, held};
     else
-        falling->level = std::max(falling->level, left);
+        falling->level = std::max(falling->level, held);
 
     if (rising && now - rising->since >= riseTime)
         current = std::exchange(rising, std::nullopt)->level;

@@ -29,7 +29,7 @@ private:
 
     const Changed changed;
     WaylandObject manager;
-    /// By the name of their global.
+    /// The outputs by the number that the compositor gave them (the name of their global).
     std::map<std::uint32_t, std::unique_ptr<Output>> outputs;
     std::optional<std::vector<ObservedDisplay>> last;
     bool isComplete = false;

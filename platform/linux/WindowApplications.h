@@ -58,7 +58,7 @@ private:
 
     const Setup uses;
     ApplicationLaunches* launches = nullptr;
-    /// Those with a window; absent until they are known.
+    /// The applications that have a window; absent until they are known.
     std::optional<Identifiers> shown;
     /// Incremented when they become unknown: what began before is dropped then.
     std::uint64_t generation = 0;

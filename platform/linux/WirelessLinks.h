@@ -43,7 +43,7 @@ private:
     Receive receive;
     std::optional<RoutingWatch> watch;
     std::optional<NetworkManagerWiFi> manager;
-    /// Those of the kernel; absent until they have been read.
+    /// The links of the kernel; absent until they have been read.
     std::optional<std::vector<NetworkRoutes::Link>> links;
     BackgroundReading<std::vector<NetworkRoutes::Link>> reading;
 };

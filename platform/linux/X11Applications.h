@@ -28,7 +28,7 @@ private:
     const Changed changed;
     X11Windows windows;
     const xcb_atom_t list;
-    /// Of the property that says that there is a window manager.
+    /// The atom of the property that says that there is a window manager.
     const xcb_atom_t check;
     /// What each window of the list belongs to; empty for windows that don't count.
     std::map<xcb_window_t, std::optional<ClipApplication>> known;

@@ -8,8 +8,8 @@ namespace tidemark {
 
 namespace {
 
-/// This compositor takes over the copies of all programs for X11 programs; others do so only while
-/// an X11 program has the keyboard.
+/// True for the compositor that passes the copies of all programs on to the X11 server. Others do
+/// so only while an X11 program has the keyboard focus.
 bool showsAllCopies(std::string_view windowManager) {
     return windowManager == "GNOME Shell" || windowManager == "Mutter";
 }

@@ -14,10 +14,10 @@ class X11Clipboard final : public DisplayReader, private X11Connection::Observer
 public:
     struct Setup {
         ClipFollower::Setup follower;
-        /// Called once, with what can be learned from this server about copies.
+        /// Called once by the constructor. Tells what this server reports about copies.
         Clipboard::AccessChanged started;
-        /// True for the X11 server inside of a Wayland session. There, only some compositors show
-        /// the copies of all programs to it, and its windows are not all windows.
+        /// True for the X11 server inside of a Wayland session. There, only some compositors pass
+        /// the copies of all programs on to it, and it knows only the windows of X11 programs.
         bool isInsideWayland = false;
     };
 
@@ -26,9 +26,11 @@ public:
 
 private:
     ClipboardAccess follow();
-    /// Chooses the notifications of XFixes that are wanted.
+    /// Has XFixes report these events of the selection, and no others.
     void selectEvents(std::uint32_t events);
     void handle(const xcb_generic_event_t& event) override;
+    /// Passes the item of a new owner to the follower. `isOld`: it was copied before this object
+    /// was made.
     void takeOwner(xcb_window_t owner, xcb_timestamp_t time, bool isOld);
     ClipFollower::Item itemOf(xcb_window_t owner);
 
@@ -37,7 +39,7 @@ private:
     X11Windows windows;
     const xcb_atom_t selection;
     ClipFollower follower;
-    /// The number of the first event of XFixes; absent when copies are not followed.
+    /// The event code of the first kind of event of XFixes; absent when copies are not followed.
     std::optional<int> firstEvent;
 };
 

@@ -7,8 +7,8 @@
 
 namespace tidemark {
 
-/// Control–Shift–Space, grabbed on all root windows of one X connection. The locks of the keyboard
-/// are modifiers, too, so a key is grabbed once with each combination of them. Not thread-safe.
+/// Grabs Control–Shift–Space on all root windows of one X connection. Caps Lock and Num Lock are
+/// modifiers, too, so the key is grabbed once for each combination of them. Not thread-safe.
 class X11KeyGrab {
 public:
     /// The connection outlives the grab.
@@ -17,9 +17,10 @@ public:
     X11KeyGrab(const X11KeyGrab&) = delete;
     X11KeyGrab& operator=(const X11KeyGrab&) = delete;
 
-    /// Grabs the keys where the present layout has them; after a change of the layout it is to be
-    /// called again. False when another program has one of them; then none is grabbed.
+    /// Grabs the key at its place in the present keyboard layout; call it again when the layout has
+    /// changed. Returns false and grabs nothing when another program has grabbed the key.
     bool grab();
+    /// True for a code of the grabbed key. A layout may have several space keys.
     bool isKey(std::uint8_t keycode) const;
 
 private:

@@ -17,7 +17,7 @@ struct MemoryOptions {
     }
 };
 
-/// Like the document, which has these contents in files of their own.
+/// The records as their document has them, which keeps these contents in files of their own.
 std::vector<Shared<MemoryRecord>> withoutPayloads(std::vector<Shared<MemoryRecord>> records) {
     for (auto& record : records)
         if (record->payload) {

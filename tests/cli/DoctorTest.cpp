@@ -97,7 +97,7 @@ TEST_F(Doctor, ReportsWhatIsWrongWithDocumentsWithoutPrivateDetails) {
             EXPECT_TRUE(test::contains(text, problem));
         expectNothingPrivate(text);
     };
-    // Keys of these two are paths and names of folders.
+    // The keys of this document are paths, which its errors name.
     folder.write(secret + "/data/Tidemark/storage-measurements.json", "{\"" + secret + "\":[]}");
     std::filesystem::create_symlink(secret, data() / "recorder-runs.json");
     expectProblems({"  system-activity.json could not be read: ",

@@ -61,7 +61,7 @@ struct DesktopNotifierTest : testing::Test {
 
 } // namespace
 
-TEST_F(DesktopNotifierTest, ShowsOneInPlaceOfTheLastAndReportsAClick) {
+TEST_F(DesktopNotifierTest, ReplacesTheLastNotificationAndReportsAClick) {
     service.start();
     DesktopNotifier notifier(bus);
     notifier.show(notification("First", "a <b> & c"));

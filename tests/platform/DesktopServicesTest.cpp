@@ -30,7 +30,7 @@ struct Keys {
 
 } // namespace
 
-TEST(X11Shortcut, IsPressedWhateverLocksAreOn) {
+TEST(X11Shortcut, WorksWithNumLockAndCapsLock) {
     if (!test::hasPrograms({"Xvfb", "openbox", "xdotool"}))
         GTEST_SKIP() << "Xvfb, openbox and xdotool are needed";
     test::X11Server display;

@@ -49,7 +49,7 @@ const std::vector<std::pair<std::string, int>> usualTrips{
 
 } // namespace
 
-TEST(ThermalZones, ReadsOnlyWhatCanBeTrue) {
+TEST(ThermalZones, IgnoresImpossibleValues) {
     const Sys sys;
     sys.zone(0, "acpitz", 40, usualTrips);
     sys.zone(1, "iwlwifi_1", 90, usualTrips);

@@ -33,7 +33,7 @@ struct Folders : test::ModelFixture {
 
 } // namespace
 
-TEST_F(Folders, KeepTheKeyboardWhereAFolderIsAllowedAndRemoved) {
+TEST_F(Folders, KeepTheFocusOnAFolderThatIsAllowedOrRemoved) {
     open();
     auto& downloads = box("Downloads");
     downloads.setFocus();

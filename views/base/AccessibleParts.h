@@ -18,9 +18,9 @@ public:
     virtual ~AccessibleParts() = default;
 
     virtual int partCount() const = 0;
-    /// All of it in one sentence.
+    /// What the part shows, in one sentence.
     virtual QString partText(int part) const = 0;
-    /// In coordinates of the widget.
+    /// The area of the part, in coordinates of the widget.
     virtual QRect partArea(int part) const = 0;
     /// The part that the keyboard is at; -1 for none.
     virtual int currentPart() const = 0;

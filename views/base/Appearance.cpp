@@ -44,16 +44,14 @@ void Appearance::apply() {
             wanted = *chosen == ViewSettings::Appearance::dark;
     });
     if (!isOfDesktop) {
-        // What it would be without this program.
+        // An empty palette makes Qt use that of the desktop again.
         QApplication::setPalette(QPalette());
         isOfDesktop = true;
     }
-    const bool isFitting =
-        wanted.value_or(isDark(QApplication::palette())) == isDark(QApplication::palette())
-        && !system.hasHighContrast;
-    if (!isFitting) {
-        QApplication::setPalette(
-            paletteFor(wanted.value_or(isDark(QApplication::palette())), system.hasHighContrast));
+    const bool isDesktopDark = isDark(QApplication::palette());
+    const bool isWantedDark = wanted.value_or(isDesktopDark);
+    if (isWantedDark != isDesktopDark || system.hasHighContrast) {
+        QApplication::setPalette(paletteFor(isWantedDark, system.hasHighContrast));
         isOfDesktop = false;
     }
     chooseIcons();
@@ -63,13 +61,13 @@ void Appearance::chooseIcons() {
     const QString wanted = isDark(QApplication::palette()) ? darkIcons : lightIcons;
     if (QIcon::fallbackThemeName() == wanted)
         return;
-    // Without the fallback it shows whether the desktop names a theme that has icons.
+    // Without a fallback, `hasThemeIcon` finds only icons of the theme that the desktop names.
     QIcon::setFallbackThemeName({});
     const QString theme = QIcon::themeName();
     const bool hasIcons = theme != lightIcons && theme != darkIcons
                           && QIcon::hasThemeIcon(QStringLiteral("view-refresh"));
     QIcon::setFallbackThemeName(wanted);
-    // Icons that were drawn before are only drawn anew for a theme of another name.
+    // Qt draws existing icons anew only when the name of the theme changes.
     QIcon::setThemeName({});
     QIcon::setThemeName(hasIcons ? theme : wanted);
 }

@@ -5,13 +5,14 @@
 
 namespace tidemark {
 
-/// One entry of a choice: what is shown, and the value that stands for it.
+/// One entry of a list to choose from: the text that is shown, and the value that it stands for.
 struct Choice {
     QString label;
     QVariant value;
 };
 
-/// Replaces the entries of a choice without announcing that as a choice of the user.
+/// Replaces the entries of `box` and selects the one with the index `selected`. The signals of
+/// `box` are not emitted, because they mean that the user has chosen an entry.
 void showChoices(QComboBox& box, const std::vector<Choice>& choices, int selected);
 
 } // namespace tidemark

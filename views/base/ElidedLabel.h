@@ -4,7 +4,8 @@
 
 namespace tidemark {
 
-/// One line that is elided where it does not fit, with all of it in the tool tip then.
+/// A text on one line. Where it does not fit, a part is replaced by "…", and the tool tip shows the
+/// whole text.
 class ElidedLabel : public QLabel {
     Q_OBJECT
 

@@ -22,7 +22,7 @@ Qt::Alignment leading() {
 
 DimLabel::DimLabel(const QString& text, QWidget* parent) : QLabel(text, parent) {
     setTextFormat(Qt::PlainText);
-    // On the background of a list, Qt would use the colour of its texts.
+    // Otherwise Qt would paint a label on a list in the colour of the texts of lists.
     setForegroundRole(QPalette::WindowText);
     setAlignment(leading());
     adaptColor();

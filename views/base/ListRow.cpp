@@ -7,7 +7,7 @@ namespace tidemark {
 
 namespace {
 
-/// All lengths of a row, from its font.
+/// The sizes of the parts of a row in pixels, which follow from its font.
 struct Lengths {
     explicit Lengths(const QFont& font) : line(QFontMetrics(font).height()) {}
 

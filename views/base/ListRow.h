@@ -28,7 +28,7 @@ struct ListRow {
     /// The height of a row of two lines. From the font alone, never from a text: a list has
     /// thousands of rows.
     static int heightOfTwoLines(const QFont& font);
-    /// Where the texts begin, from the edge of the panel.
+    /// Pixels from the edge of the panel to the texts.
     static int indent(const QFont& font, bool hasMarks);
 
     void draw(const RowPainter& painter, const QFont& font, const QRect& panel) const;

@@ -7,7 +7,7 @@ namespace tidemark::palettes {
 
 QPalette light();
 QPalette dark();
-/// The same with the strongest contrast between text, background and lines.
+/// Light and dark colours with the strongest contrast between text, background and lines.
 QPalette lightHighContrast();
 QPalette darkHighContrast();
 

@@ -51,7 +51,7 @@ CoverageDialog::CoverageDialog(const CoverageList& list, QWidget* parent) : QDia
     column->addWidget(labels::title(shownText(CoverageList::title), 1.4));
     for (QWidget* widget : std::initializer_list<QWidget*>{explanation, rows, buttons})
         column->addWidget(widget);
-    // Else the list has it and shows its first row as if that were chosen.
+    // Otherwise the list would have the keyboard focus and draw its first row as selected.
     buttons->button(QDialogButtonBox::Close)->setFocus();
 }
 

@@ -131,7 +131,7 @@ void ExportDialog::finish(const std::string& failure) {
     if (failure.empty())
         return accept();
     tell(wordsHere(exportPanel::failure(failure)));
-    // Disabling it gave the keyboard to the button that closes the dialog.
+    // While Save was disabled, the keyboard focus moved to the button that closes the dialog.
     buttons->button(QDialogButtonBox::Save)->setFocus();
 }
 

@@ -59,7 +59,7 @@ void SaveSnapshotDialog::run() {
 void SaveSnapshotDialog::refresh() {
     const auto& state = model.state();
     const auto& snapshots = model.snapshots();
-    // The step was finished.
+    // The snapshot was saved, or naming it was given up.
     if (!state.isRunning(Operation::naming))
         return accept();
     const bool isReady =

@@ -19,8 +19,8 @@ class SaveSnapshotDialog : public QDialog {
 public:
     SaveSnapshotDialog(AppModel& controller, TaskScope& scope, QWidget* parent);
 
-    /// Begins the step and returns when it is done or given up. Does nothing while anything else
-    /// runs.
+    /// Starts the capture, shows the dialog, and returns when the snapshot is saved or the user has
+    /// given up. Does nothing while another operation is running.
     void run();
 
 private:

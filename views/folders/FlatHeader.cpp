@@ -10,9 +10,9 @@ namespace tidemark {
 namespace {
 
 constexpr int padding = 8;
-/// From a title to the end of its column, as in the rows below.
+/// Pixels from a title to the end of its column, as many as in the rows below.
 constexpr int trailing = 18;
-/// Of the first section, which begins where the names of the rows do.
+/// Pixels before the title of the first section, which begins where the names in the rows do.
 constexpr int indent = 22;
 constexpr double textScale = 0.92;
 

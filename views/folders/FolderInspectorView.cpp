@@ -24,7 +24,7 @@ using Table = FolderSizeTable;
 
 namespace {
 
-/// Where it is narrower, the map is above the table.
+/// The width from which the map is beside the table; in a narrower view it is above the table.
 constexpr int roomForBoth = 780;
 constexpr int firstMapWidth = 510;
 constexpr int firstTableWidth = 550;
@@ -181,7 +181,8 @@ std::set<QString> FolderInspectorView::openRows(const QModelIndex& parent) const
 }
 
 void FolderInspectorView::openRow(const QModelIndex& index) {
-    // The tree would do that when it is laid out next, after its place was restored.
+    // Otherwise the tree would fetch these rows only when it is laid out next, after `fill` has
+    // restored the scroll position.
     sizes->fetchMore(index);
     tree->expand(index);
 }

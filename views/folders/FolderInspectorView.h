@@ -27,7 +27,8 @@ class FolderInspectorView : public QWidget {
 public:
     explicit FolderInspectorView(QWidget* parent = nullptr);
 
-    /// From now on shows the sizes that this event recorded, until the user chooses another scope.
+    /// From the next `present` on, the sizes that this event recorded are shown, until the user
+    /// chooses another scope.
     void inspect(const OptionalShared<Event>& recorded);
     /// Shows what the journal has. What is open stays open when there are newer sizes.
     void present(const Journal& journal);
@@ -39,7 +40,7 @@ protected:
     void resizeEvent(QResizeEvent* event) override;
 
 Q_SIGNALS:
-    /// The scope or the comparison is another one.
+    /// The user chose another scope or comparison, which the next `present` shows.
     void contentChanged();
 
 private:

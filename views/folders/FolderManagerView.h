@@ -35,7 +35,7 @@ private:
     struct Places {
         /// See `FolderManagerState`.
         std::vector<std::string> recommended;
-        /// Those of the suggested folders that exist.
+        /// The suggested folders that exist.
         std::set<std::filesystem::path> existing;
     };
 

@@ -14,10 +14,11 @@ const QColor green(0x3d, 0x9b, 0x62);
 /// How much of the text colour is in the surface of a tile that did not change, and of a folder.
 constexpr double ofTile = 0.11;
 constexpr double ofFolder = 0.045;
-/// How much of its colour the smallest change gives a tile.
+/// The share of the colour of its trend in a tile with the smallest change.
 constexpr double weakest = 0.3;
 
-/// The least contrast of a text that WCAG 2 asks for is 4.5, for large ones 3.
+/// The least contrast at which text keeps its usual colour: between the 4.5 that WCAG 2 asks for,
+/// and the 3 that it asks for large text.
 constexpr double readable = 4;
 
 /// The relative luminance by WCAG 2.

@@ -15,8 +15,8 @@ QColor mixed(const QColor& below, const QColor& above, double share);
 QColor tile(const QPalette& palette, FolderMap::Trend trend, double strength);
 /// The surface of a folder around its parts.
 QColor folder(const QPalette& palette);
-/// The colour of text on a surface: the palette's colour of text or of selected text, whichever
-/// is readable there.
+/// The colour of text on a surface: the palette's colour of text if that is readable there, else
+/// that or the colour of selected text, whichever has more contrast.
 QColor textOn(const QPalette& palette, const QColor& surface);
 /// The colour of the pattern on a surface.
 QColor patternOn(const QPalette& palette, FolderMap::Trend trend, const QColor& surface);

@@ -55,7 +55,8 @@ void FolderMapView::lay() {
 
 void FolderMapView::select(const QStringList& path) {
     selected = path;
-    // A tile that combines several has the path of the folder around it.
+    // A tile that combines several has the path of the folder around it, so this path can mean the
+    // tile that is current, although `find` would return the folder.
     if (current >= 0 && pathOf(current) == path)
         return;
     const auto found = path.isEmpty()
@@ -89,7 +90,7 @@ void FolderMapView::choosePart(int part) {
         Q_EMIT chosen(path);
 }
 
-/// Of a tile that combines several, that of the folder around it.
+/// The path of a tile; for a tile that combines several parts, the path of the folder around it.
 QStringList FolderMapView::pathOf(int part) const {
     const auto& placed = layout.tiles[static_cast<std::size_t>(part)];
     QStringList path;
@@ -192,7 +193,7 @@ void FolderMapView::keyPressEvent(QKeyEvent* event) {
             Q_EMIT openRequested(pathOf(current));
         return;
     case Qt::Key_Backspace:
-        // From a part to its folder, and only then out of the map.
+        // On a part, goes to its folder; on a folder, leaves the map.
         if (current >= 0 && layout.tiles[static_cast<std::size_t>(current)].folder)
             return choosePart(
                 static_cast<int>(*layout.tiles[static_cast<std::size_t>(current)].folder));

@@ -8,8 +8,8 @@
 
 namespace tidemark {
 
-/// A treemap of folder sizes. A tile is identified by the path of identifiers from the outermost
-/// level of the map: that of a folder, and that of its part.
+/// A treemap of folder sizes. A tile is identified by a path of one or two identifiers: that of a
+/// folder at the outermost level of the map, and for a part of the folder also that of the part.
 class FolderMapView : public QWidget, public AccessibleParts {
     Q_OBJECT
 

@@ -28,12 +28,12 @@ public:
     explicit FolderSizeModel(QObject* parent = nullptr);
     ~FolderSizeModel() override;
 
-    /// In the order that the user chose last.
+    /// Shows these rows, in the order that the user chose last.
     void show(std::vector<FolderInspectionRow> rows, std::vector<FolderSizeTable::Header> columns);
     Column columnAt(int section) const { return headers[static_cast<std::size_t>(section)].column; }
     /// The loaded row below `parent` with this path; invalid without one.
     QModelIndex find(const QString& id, const QModelIndex& parent = {}) const;
-    /// Of a valid index.
+    /// The row at an index, which must be valid.
     const FolderInspectionRow& rowAt(const QModelIndex& index) const;
 
     QModelIndex index(int row, int column, const QModelIndex& parent = {}) const override;

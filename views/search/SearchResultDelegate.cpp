@@ -10,7 +10,7 @@ namespace tidemark {
 
 namespace {
 
-/// From the edge of the list to the panel of a row.
+/// Pixels from the edge of the list to the panel of a row.
 constexpr int margin = 8;
 
 } // namespace

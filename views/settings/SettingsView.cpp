@@ -227,7 +227,8 @@ void SettingsView::carryOut(const SettingsRow& row) {
         return uses.files.remove(row.value);
     case Command::clearClipboard:
         return clearClipboard();
-    // Only systems have these whose settings do not lead here.
+    // The settings have rows with these commands only where the system has login items or an
+    // updater. This window is for systems that have neither.
     case Command::openLoginItems:
     case Command::checkForUpdates:
     case Command::automaticUpdateChecks:

@@ -34,7 +34,7 @@ public:
         ClipboardHistory& clipboard;
         Preferences& preferences;
         ViewSettings& viewSettings;
-        /// Those that are there at the moment.
+        /// Returns the sources that are available at the moment.
         std::function<SettingSources()> sources;
         SearchShortcut& shortcut;
         /// Null where the program can't be started at login.

@@ -21,10 +21,10 @@ public:
     /// first loses its mark.
     void toggle(const Moment& moment);
     void clear() { marked.clear(); }
-    /// In the order in which they were marked.
+    /// The marked moments, in the order in which they were marked.
     const std::vector<Moment>& all() const { return marked; }
     bool isComplete() const { return marked.size() == 2; }
-    /// Of the two, when complete.
+    /// The earlier and the later of the two moments. Call these only when `isComplete`.
     const Moment& earlier() const;
     const Moment& later() const;
 

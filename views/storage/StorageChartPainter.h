@@ -25,7 +25,7 @@ public:
         QRect area;
     };
 
-    /// All of them outlive it.
+    /// The references must outlive the painter.
     StorageChartPainter(QPainter& used, const StorageChart& shown, const ChartLayout& placed,
                         Look look);
 

@@ -71,7 +71,7 @@ private:
         ChartReading text;
     };
     std::optional<Reading> reading;
-    /// Where the pointer is; absent outside of the plot.
+    /// The horizontal position of the pointer; absent outside of the plot.
     std::optional<double> pointer;
 };
 

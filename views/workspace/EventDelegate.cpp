@@ -12,10 +12,10 @@ namespace tidemark {
 
 namespace {
 
-/// From the edge of the list to the panel of a row.
+/// Pixels from the edge of the list to the panel of a row.
 constexpr int margin = 10;
 
-/// All lengths of a row, from its font.
+/// The sizes of the parts of a row in pixels, which follow from its font.
 struct Metrics {
     explicit Metrics(const QFont& used) : font(used), line(QFontMetrics(font).height()) {}
 
@@ -26,7 +26,7 @@ struct Metrics {
     int eventHeight() const { return ListRow::heightOfTwoLines(font); }
     int gapHeight() const { return line + pad() + 6; }
     int dayHeight() const { return 2 * line + pad(); }
-    /// Where the texts begin, from the edge of the list.
+    /// From the edge of the list to the texts.
     int indent() const { return margin + ListRow::indent(font, true); }
 };
 
@@ -47,7 +47,7 @@ void drawDay(const RowPainter& row, const QStyleOptionViewItem& option, const QS
     row.drawText(area, option.text, row.strong(), fonts::bold(option.font));
 }
 
-/// A time in which nothing was observed: stripes, and in their middle how long and why.
+/// Draws a period in which nothing was observed: stripes, and on them how long it was and why.
 void drawGap(const RowPainter& row, const QStyleOptionViewItem& option, const EventRow& texts,
              bool isFolded) {
     const Metrics metrics(option.font);

@@ -16,7 +16,7 @@ class InspectorView : public QScrollArea {
 public:
     explicit InspectorView(QWidget* parent = nullptr);
 
-    /// Title and subtitle are shown as they are, all other texts in the language of the user.
+    /// The caller has translated the title and the subtitle; all other texts are translated here.
     void present(const std::optional<EventInspection>& inspection);
 
 Q_SIGNALS:

@@ -4,7 +4,8 @@
 
 namespace tidemark {
 
-/// A bar whose length is a share of the available width, -1 to 1. What shrank is drawn dim.
+/// A bar that is as long as a share of the available width, -1 to 1. A negative share means that
+/// something shrank, and its bar is drawn dim.
 class ShareBar : public QWidget {
     Q_OBJECT
 

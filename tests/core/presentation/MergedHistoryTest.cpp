@@ -41,7 +41,7 @@ void expectSame(const MergedHistory& changed, const MergedHistory& whole) {
 
 } // namespace
 
-TEST(MergedHistory, IsEqualAfterAnUpdateAndARebuild) {
+TEST(MergedHistory, EqualsARebuildAfterAnUpdate) {
     std::mt19937 random(7);
     MemoryArchive archive;
     MemoryEventList memory;
