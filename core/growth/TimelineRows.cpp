@@ -12,7 +12,7 @@ namespace {
 
 using Kind = TimelineRow::Kind;
 
-/// The gaps that are shown, folded by day, the latest first.
+/// The rows of the gaps, latest first: on days with many gaps one row for all, else one for each.
 class ShownGaps {
 public:
     ShownGaps(const std::vector<GapRow>& gaps, const std::set<Date>& unfolded,
@@ -28,29 +28,29 @@ public:
                     rows.push_back({.kind = Kind::gap, .gap = Shared(GapRow(*gap))});
         for (const GapRow& gap : gaps)
             if (gap.eventID)
-                resumed.insert(*gap.eventID);
+                coveredEvents.insert(*gap.eventID);
     }
 
-    /// True when a gap stands for the event.
+    /// True when the row of a gap is shown in place of the event.
     bool covers(const Event& event) const {
-        return event.observationGap && resumed.contains(event.id);
+        return event.observationGap && coveredEvents.contains(event.id);
     }
-    /// Appends those that ended at `until` or later.
-    void takeUntil(Date until, Date day, std::vector<TimelineRow>& into) {
-        for (; next < rows.size() && rows[next].gap->end >= until; ++next) {
+    /// Moves the rows of gaps that ended at `end` or later to `into`, as rows of `day`.
+    void moveThoseSince(Date end, Date day, std::vector<TimelineRow>& into) {
+        for (; next < rows.size() && rows[next].gap->end >= end; ++next) {
             rows[next].day = day;
             into.push_back(std::move(rows[next]));
         }
     }
-    /// Sets the event of the row that stands for it. Has no effect on rows that were taken.
-    void giveEvent(const Shared<Event>& event) {
+    /// Sets the event of the row that is shown in its place. Call it before the rows are moved.
+    void setEvent(const Shared<Event>& event) {
         for (std::size_t i = next; i < rows.size(); ++i)
             if (rows[i].gap->eventID == event->id)
                 rows[i].event = event;
     }
 
 private:
-    /// One gap from the first start to the last end.
+    /// Adds one row for all these gaps, from the first start to the last end.
     void addFolded(const std::vector<const GapRow*>& gaps) {
         GapRow all = *gaps.front();
         double seconds = 0;
@@ -70,7 +70,8 @@ private:
 
     std::vector<TimelineRow> rows;
     std::size_t next = 0;
-    std::set<std::string, std::less<>> resumed;
+    /// The identifiers of the events in whose place a row is shown.
+    std::set<std::string, std::less<>> coveredEvents;
 };
 
 std::string_view shortReason(GapRow::Reason reason) {
@@ -99,18 +100,19 @@ std::vector<TimelineRow> TimelineRows::of(const TimelinePresentation& presentati
     ShownGaps shown(gaps, unfolded, calendar);
     for (const auto& event : presentation.events)
         if (shown.covers(*event))
-            shown.giveEvent(event);
+            shown.setEvent(event);
     for (const auto& day : presentation.days) {
         const Date end = calendar.startOfNextDay(day.id);
-        // Gaps that ended after this day are above its heading: a day without events has none.
-        shown.takeUntil(end, day.id, rows);
+        // A day without events has no heading; its gaps are shown above the heading of the day
+        // before.
+        shown.moveThoseSince(end, day.id, rows);
         rows.push_back({.kind = Kind::day, .day = day.id, .count = day.events.size()});
         for (const auto& event : day.events) {
-            shown.takeUntil(event->timestamp, day.id, rows);
+            shown.moveThoseSince(event->timestamp, day.id, rows);
             if (!shown.covers(*event))
                 rows.push_back({.kind = Kind::event, .day = day.id, .event = event});
         }
-        shown.takeUntil(day.id, day.id, rows);
+        shown.moveThoseSince(day.id, day.id, rows);
     }
     return rows;
 }

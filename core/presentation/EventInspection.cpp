@@ -4,12 +4,12 @@
 #include "core/base/Text.h"
 #include "core/presentation/ActivityContextDetails.h"
 #include "core/presentation/ChangeInspection.h"
+#include "core/presentation/EventParts.h"
 #include "core/presentation/EventRow.h"
 #include "core/presentation/InspectionWords.h"
 #include "core/presentation/MenuContent.h"
 #include "core/presentation/MenuText.h"
 #include "core/presentation/SystemWords.h"
-#include "core/timeline/EventDisplay.h"
 
 #include <algorithm>
 
@@ -33,7 +33,7 @@ constexpr const char* installationSentence =
     "version, or whether the software is still present. macOS history does not cover every "
     "installation method.";
 
-/// So many characters of a clip are shown.
+/// The most characters of a clip that are shown.
 constexpr std::size_t mostClipText = 2'000;
 
 InspectionSection gapSection(const ObservationGap& gap, const Calendar& calendar) {
@@ -175,7 +175,7 @@ EventInspection EventInspection::of(const Event& event, const Snapshot* latest,
                                     bool isStateComparison, const Calendar& calendar) {
     EventInspection made;
     made.title = shownTitle(event);
-    made.subtitle = systemWords::shown(displaySubtitle(event));
+    made.subtitle = eventParts::joined(eventParts::subtitle(event));
     made.symbol = event.symbol;
     made.sections = sectionsOf(event, latest, isStateComparison, calendar);
     if (event.identifier)

@@ -1,8 +1,7 @@
 #include "core/presentation/EventRow.h"
 
-#include "core/base/Text.h"
+#include "core/presentation/EventParts.h"
 #include "core/presentation/SystemWords.h"
-#include "core/timeline/EventDisplay.h"
 
 namespace tidemark {
 
@@ -29,7 +28,7 @@ void append(std::string& sentence, std::string_view part) {
 } // namespace
 
 std::string shownTitle(const Event& event) {
-    return event.memory ? event.title : shown(displayTitle(event));
+    return eventParts::joined(eventParts::title(event));
 }
 
 std::string timesOf(const Event& event, const Calendar& calendar) {
@@ -51,8 +50,8 @@ std::string dayHeading(Date day, Date now, const Calendar& calendar) {
 
 EventRow EventRow::of(const Event& event, const Calendar& calendar) {
     EventRow row;
-    row.title = oneLine(shownTitle(event));
-    row.subtitle = oneLine(shown(displaySubtitle(event)));
+    row.title = shownTitle(event);
+    row.subtitle = eventParts::joined(eventParts::subtitle(event));
     row.time = timesOf(event, calendar);
     if (event.installationRecord)
         row.importedLabel = shown("Imported from macOS");

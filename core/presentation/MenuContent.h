@@ -56,4 +56,8 @@ struct MenuState {
 /// The whole menu, in order and in the words of this system.
 std::vector<MenuEntry> menuContent(const MenuState& state);
 
+/// The text, cut off after as many characters as a menu should be wide. The labels of `menuContent`
+/// are cut off already.
+std::string shortLabel(const std::string& text);
+
 } // namespace tidemark

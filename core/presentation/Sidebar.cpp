@@ -10,7 +10,7 @@ namespace tidemark {
 namespace {
 
 using systemWords::shown;
-using Kind = SidebarRow::Kind;
+using RowKind = SidebarRow::Kind;
 
 const char* unitOf(WorkspaceDestination place, bool isOne) {
     switch (place) {
@@ -25,7 +25,7 @@ const char* unitOf(WorkspaceDestination place, bool isOne) {
     }
 }
 
-SidebarRow named(Kind kind, std::string label) {
+SidebarRow named(RowKind kind, std::string label) {
     SidebarRow row;
     row.kind = kind;
     row.accessibleText = label;
@@ -35,7 +35,7 @@ SidebarRow named(Kind kind, std::string label) {
 
 SidebarRow rowOf(WorkspaceDestination place, const SidebarState& state) {
     const auto& known = facts(place);
-    SidebarRow row = named(Kind::place, shown(known.label));
+    SidebarRow row = named(RowKind::place, shown(known.label));
     row.place = place;
     row.symbol = known.symbol;
     row.isSelected = !state.openSnapshot && state.workspace == place;
@@ -53,7 +53,7 @@ SidebarRow rowOf(WorkspaceDestination place, const SidebarState& state) {
 }
 
 SidebarRow rowOf(const Baseline& snapshot, const SidebarState& state, const Calendar& calendar) {
-    SidebarRow row = named(Kind::snapshot, oneLine(snapshot.name));
+    SidebarRow row = named(RowKind::snapshot, oneLine(snapshot.name));
     row.detail = calendar.format(snapshot.snapshot->timestamp, "d MMM yyyy, HH:mm");
     row.day = calendar.format(snapshot.snapshot->timestamp, "d MMM");
     row.symbol = facts(WorkspaceDestination::snapshots).symbol;
@@ -65,7 +65,7 @@ SidebarRow rowOf(const Baseline& snapshot, const SidebarState& state, const Cale
 
 void addSnapshots(std::vector<SidebarRow>& rows, const SidebarState& state,
                   const std::vector<Baseline>& snapshots, const Calendar& calendar) {
-    rows.push_back(named(Kind::heading, "SNAPSHOTS"));
+    rows.push_back(named(RowKind::heading, "SNAPSHOTS"));
     std::vector<const Baseline*> sorted;
     for (const Baseline& snapshot : snapshots)
         sorted.push_back(&snapshot);
@@ -74,8 +74,8 @@ void addSnapshots(std::vector<SidebarRow>& rows, const SidebarState& state,
     for (const Baseline* snapshot : sorted)
         rows.push_back(rowOf(*snapshot, state, calendar));
     if (snapshots.empty() && state.isLoaded)
-        rows.push_back(named(Kind::note, "No saved snapshots"));
-    SidebarRow save = named(Kind::saveSnapshot, "Save snapshot");
+        rows.push_back(named(RowKind::note, "No saved snapshots"));
+    SidebarRow save = named(RowKind::saveSnapshot, "Save snapshot");
     save.symbol = "plus";
     save.isEnabled = state.canSave;
     save.help = "Save a new snapshot";
@@ -89,7 +89,7 @@ std::vector<SidebarRow> sidebarRows(const SidebarState& state,
                                     const Calendar& calendar) {
     std::vector<SidebarRow> rows;
     for (const auto& group : destinationGroups()) {
-        rows.push_back(named(Kind::heading, shown(group.title)));
+        rows.push_back(named(RowKind::heading, shown(group.title)));
         for (const auto place : group.destinations)
             rows.push_back(rowOf(place, state));
     }

@@ -20,8 +20,6 @@ constexpr auto entries = std::to_array<Entry>({
     {"macOS Changed", "Operating System Changed"},
     {"LaunchAgent", "User service"},
     {"LaunchDaemon", "System service"},
-    {"LaunchAgent · {}", "User service · {}"},
-    {"LaunchDaemon · {}", "System service · {}"},
     {"Imported from macOS", "Imported from the system"},
 
     // Where an activity comes from, and what it does not prove.

@@ -11,14 +11,12 @@ namespace tidemark {
 
 namespace {
 
-using Kind = MemoryRecord::Kind;
-
 constexpr std::string_view dot = " · ";
 /// Upper bound of a duration, which may be any number in a damaged document. A double can't
 /// represent every whole second above it.
 constexpr double mostSeconds = 9e15;
 
-struct Words {
+struct MemoryWords {
     std::string_view activity;
     std::string_view explanation;
 };
@@ -28,7 +26,7 @@ constexpr std::string_view ofChangedFiles =
     "precede Tidemark's observation.";
 
 /// Indexed by kind.
-constexpr auto words = std::to_array<Words>({
+constexpr auto words = std::to_array<MemoryWords>({
     {"Last used", "macOS Spotlight last-used metadata. It may be delayed or unavailable and does "
                   "not identify which application opened the file."},
     {"Modified", ofChangedFiles},
@@ -44,9 +42,9 @@ constexpr auto words = std::to_array<Words>({
                "at capture time and may differ from the writer. Sensitive marked items and "
                "excluded apps are skipped."},
 });
-static_assert(words.size() == json::rawValues<Kind>.size());
+static_assert(words.size() == json::rawValues<MemoryRecord::Kind>.size());
 
-const Words& wordsOf(Kind kind) {
+const MemoryWords& memoryWordsOf(MemoryRecord::Kind kind) {
     return words[static_cast<std::size_t>(kind)];
 }
 
@@ -81,11 +79,11 @@ std::string MemoryRecord::fileID(Kind kind, std::string_view path, Date date) {
 }
 
 std::string_view MemoryRecord::activity() const {
-    return wordsOf(kind).activity;
+    return memoryWordsOf(kind).activity;
 }
 
 std::string_view MemoryRecord::explanation() const {
-    return wordsOf(kind).explanation;
+    return memoryWordsOf(kind).explanation;
 }
 
 std::string MemoryRecord::subtitle() const {

@@ -286,13 +286,15 @@ TEST(Translations, ReachTheTextsOfAnEventAndNoNameInThem) {
     VolumeContext named;
     named.name = "Documents";
     volume.volumeContext.emplace(std::move(named));
-    auto wifi = SystemActivity::observed(SystemActivity::Kind::wifiChanged, {});
-    wifi.wifiContext.emplace(WiFiContext{}).networkName = "Documents";
     Event service;
     service.category = EventCategory::background;
     service.changes.emplace_back(change::BackgroundRemoved{Shared(BackgroundItem{})});
     Event folder;
     folder.changes.emplace_back(change::FolderSizeChanged{});
+    Event removed, updated, formula;
+    removed.changes.emplace_back(change::ApplicationRemoved{});
+    updated.changes.emplace_back(change::ApplicationUpdated{});
+    formula.changes.emplace_back(change::MetadataChanged{});
     Event clip = remembered(MemoryRecord::Kind::clipboard);
     auto typed = *clip.memory;
     typed.contentType = "text";
@@ -303,32 +305,44 @@ TEST(Translations, ReachTheTextsOfAnEventAndNoNameInThem) {
         const char* subtitle;
         const char* shown;
     } cases[] = {
-        {remembered(fileOpened), "Last used · /home/Documents",
-         "Zuletzt benutzt · /home/Documents"},
         {clip, "Image · Documents", "Bild · Documents"},
-        {remembered(clipboard), "Documents", "Documents"},
-        {folder, "+1.5 GB · Net +1.5 GB", "+1,5 GB · Net +1,5 GB"},
-        {folder, "+1.5 GB · Documents · old +1.5 GB", "+1,5 GB · Documents · old +1,5 GB"},
         {folder, "before 2020 +1.5 GB · Files in folder −1.4 GB · Net +100 MB",
          "before 2020 +1,5 GB · Eigene Dateien −1,4 GB · Insgesamt +100 MB"},
         {folder, "Previously 3 items · 1.5 GB · Observed empty",
          "Vorher 3 Objekte · 1,5 GB · leer vorgefunden"},
         {volume, "Documents · 1.5 GB decrease in free space · 84.2 GB remaining",
          "Documents · 1,5 GB weniger freier Platz · 84,2 GB frei"},
-        {active(wifi), "Documents", "Documents"},
+        {removed, "Previously Unknown version", "Vorher Version nicht bekannt"},
+        {updated, "Unknown version → 1.5 GB", "Version nicht bekannt → 1.5 GB"},
+        {formula, "Homebrew · 1.0 → Not present", "Homebrew · 1.0 → Nicht vorhanden"},
+        {{}, "Version 1.0", "Version 1.0"},
+        {{}, "Version not recorded", "Version nicht aufgezeichnet"},
         {active(SystemActivity::observed(SystemActivity::Kind::thermalChanged, {})),
          "Nominal → Serious", "Normal → Hoch"},
         {service, "User service · Documents", "Dienst des Benutzers · Documents"},
     };
-    for (const auto& [event, subtitle, shown] : cases)
-        EXPECT_EQ(eventText::subtitle(event, subtitle).toStdString(), shown) << subtitle;
-    EXPECT_EQ(eventText::title(remembered(fileOpened), "Documents"), QStringLiteral("Documents"));
-    EXPECT_EQ(eventText::title(remembered(appLaunched), "Documents Launched"),
-              QStringLiteral("Documents gestartet"));
+    for (auto [event, subtitle, shown] : cases) {
+        event.subtitle = subtitle;
+        EXPECT_EQ(eventText::subtitle(event).toStdString(), shown) << subtitle;
+    }
+    Event file = remembered(fileOpened);
+    file.title = "Documents";
+    EXPECT_EQ(eventText::title(file), QStringLiteral("Documents"));
+    Event application = remembered(appLaunched);
+    for (const auto& [title, shown] : {std::pair{"Documents Launched", "Documents gestartet"},
+                                       {"Version Control Launched", "Version Control gestartet"},
+                                       {"New volume: a Closed", "New volume: a beendet"}}) {
+        application.title = title;
+        EXPECT_EQ(eventText::title(application).toStdString(), shown);
+    }
 }
 
 TEST(Translations, SayWhatCouldNotBeDoneAndWhy) {
     const InGerman german;
+    EXPECT_EQ(
+        shownText("Storage · Work: old: The scan was cancelled. No size comparison was made."),
+        QStringLiteral("Speicher · Work: old: Die Messung wurde abgebrochen. Es wurde keine "
+                       "Größe verglichen."));
     EXPECT_EQ(
         shownText("Storage · 3 days: The scan was cancelled. No size comparison was made."),
         QStringLiteral("Speicher · 3 days: Die Messung wurde abgebrochen. Es wurde keine Größe "
@@ -348,8 +362,8 @@ TEST(Translations, HaveEveryText) {
         EXPECT_FALSE(translation.isEmpty()) << source;
     for (const auto& all :
          {coreTexts(), inspectorTexts(), recordTexts(), growthTexts(), spokenTexts(),
-          corePatterns(), recordPatterns(), failurePatterns(), causePatterns(), growthPatterns(),
-          lengthPatterns(), sizePatterns(), partPatterns()})
+          corePatterns(), titlePatterns(), recordPatterns(), failurePatterns(), causePatterns(),
+          growthPatterns(), lengthPatterns(), sizePatterns(), partPatterns()})
         for (const char* text : all)
             EXPECT_TRUE(texts.contains(text)) << text << " (make translations)";
     std::set<std::string> known(coreTexts().begin(), coreTexts().end());

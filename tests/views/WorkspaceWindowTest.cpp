@@ -48,7 +48,7 @@ struct Workspace : test::ModelFixture {
                   .workspaceCenter = workspace}),
           viewSettings(preferences) {}
 
-    /// Without folders, each capture lacks the places that nobody allowed.
+    /// Allows a folder for applications and background items, so that a capture reads them.
     void allowFolders() {
         const auto purposes = [](const auto&) {
             return FolderPurposes{FolderPurpose::applications, FolderPurpose::launchAgents};
@@ -106,7 +106,7 @@ struct Workspace : test::ModelFixture {
 
 } // namespace
 
-TEST_F(Workspace, ShowsWhatIsRecordedAndInspectsWhatIsChosen) {
+TEST_F(Workspace, ShowsEventsAndDetailsOfTheSelectedOne) {
     allowFolders();
     start();
     open();
@@ -174,7 +174,7 @@ TEST_F(Workspace, CopiesAClipAgainAndPinsIt) {
     EXPECT_FALSE(memory.clips().at(0)->pinned);
 }
 
-TEST_F(Workspace, CancelsACaptureOfWhichNothingIsKept) {
+TEST_F(Workspace, KeepsNothingOfACancelledCapture) {
     allowFolders();
     start();
     open();
@@ -285,7 +285,7 @@ TEST_F(Workspace, MovesBetweenThePanes) {
     EXPECT_EQ(visited.join(u' ').toStdString(), "About this event Places Events");
 }
 
-TEST_F(Workspace, GivesTheKeyboardToTheEventsAfterTheFolders) {
+TEST_F(Workspace, FocusesTheEventsWhenTheFoldersAreClosed) {
     start();
     capture({"Pen"});
     open();
@@ -296,7 +296,7 @@ TEST_F(Workspace, GivesTheKeyboardToTheEventsAfterTheFolders) {
     EXPECT_EQ(window->focusWidget(), &child<QListView>("Events"));
 }
 
-TEST_F(Workspace, SaysThatAHistoryCanNotBeReadAndNotThatNoneBegan) {
+TEST_F(Workspace, ReportsAnUnreadableHistoryInsteadOfAnEmptyOne) {
     folder.write("Tidemark/journal.json", "{\"schemaVersion\": 1, \"snap");
     start();
     open();
@@ -366,7 +366,7 @@ TEST_F(Workspace, SurvivesHostileNames) {
     EXPECT_EQ(isolated(u"a\u2069\u202Eb"_qs), u"\u2068ab\u2069"_qs);
 }
 
-TEST_F(Workspace, NamesWhatTakesTheKeyboardOnEveryPage) {
+TEST_F(Workspace, NamesEveryControlForScreenReaders) {
     allowFolders();
     start();
     capture({"Pen"});
@@ -392,7 +392,7 @@ TEST_F(Workspace, NamesWhatTakesTheKeyboardOnEveryPage) {
     EXPECT_EQ(test::namelessIn(coverage), "");
 }
 
-TEST_F(Workspace, HasALetterForEachEntryOfAMenuAndNoneTwice) {
+TEST_F(Workspace, GivesEveryMenuEntryItsOwnMnemonic) {
     start();
     open();
     for (const auto* menu : window->findChildren<QMenu*>()) {
@@ -409,7 +409,7 @@ TEST_F(Workspace, HasALetterForEachEntryOfAMenuAndNoneTwice) {
     }
 }
 
-TEST_F(Workspace, ShowsWhatDiffersBetweenTwoCapturesAndTheWayBack) {
+TEST_F(Workspace, ShowsTheDifferencesOfTwoCapturesAndAButtonToGoBack) {
     allowFolders();
     start();
     open();
@@ -444,7 +444,7 @@ TEST_F(Workspace, ShowsWhatDiffersBetweenTwoCapturesAndTheWayBack) {
     EXPECT_FALSE(model->history().comparedCaptures());
 }
 
-TEST_F(Workspace, SaysToAUserWhoComesBackWhatHappened) {
+TEST_F(Workspace, ShowsADigestToAUserWhoComesBack) {
     allowFolders();
     start();
     open();

@@ -11,39 +11,52 @@ namespace tidemark {
 
 namespace {
 
-QString fromUtf8(std::string_view text) {
-    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-}
-
-} // namespace
-
-QString shownText(std::string_view text) {
+/// A fixed text in the language of the user; absent for any other text.
+std::optional<QString> translatedWhole(std::string_view text) {
     if (text.empty())
-        return {};
-    const QByteArray source(text.data(), static_cast<qsizetype>(text.size()));
-    QString shown = QCoreApplication::translate("core", source.constData());
-    if (shown != QString::fromUtf8(source))
-        return shown;
-    const auto composed = translatedByPattern(text);
-    return composed ? *composed : translatedQuantity(text).value_or(shown);
+        return std::nullopt;
+    const std::string source(text);
+    auto shown = QCoreApplication::translate("core", source.c_str());
+    return shown == QString::fromUtf8(text) ? std::nullopt : std::optional(std::move(shown));
 }
 
-QString wordsHere(std::string_view text) {
-    return shownText(systemWords::shown(text));
-}
-
+/// A name followed by a size or a change of it, such as "Projects +1.2 GB": the name as it is, the
+/// size in the language of the user. Nothing for any other text.
 std::optional<QString> shownNameAndSize(std::string_view part) {
     for (const std::string_view sign : {" +", " −", " ≥ "})
         if (const auto place = part.rfind(sign); place != part.npos && place > 0)
             if (const auto size = translatedQuantity(part.substr(place + 1))) {
                 const auto name = part.substr(0, place);
                 const bool isWord = name == FolderSize::filesInFolder;
-                return (isWord ? shownText(name) : fromUtf8(name)) + u' ' + *size;
+                return (isWord ? shownText(name) : QString::fromUtf8(name)) + u' ' + *size;
             }
     return std::nullopt;
 }
 
+} // namespace
+
+QString shownText(std::string_view text) {
+    if (auto whole = translatedWhole(text))
+        return *std::move(whole);
+    if (auto composed = translatedByPattern(text))
+        return *std::move(composed);
+    return translatedQuantity(text).value_or(QString::fromUtf8(text));
+}
+
+QString shownEventTitle(std::string_view title) {
+    if (auto whole = translatedWhole(title))
+        return *std::move(whole);
+    return translatedTitle(title).value_or(QString::fromUtf8(title));
+}
+
+QString wordsHere(std::string_view text) {
+    return shownText(systemWords::shown(text));
+}
+
 QString shownPart(std::string_view part) {
+    // First, since "Version not recorded" is no "Version %1".
+    if (auto whole = translatedWhole(part))
+        return *std::move(whole);
     if (const auto shown = translatedPart(part))
         return *shown;
     return shownNameAndSize(part).value_or(wordsHere(part));
@@ -56,7 +69,7 @@ QString shownParts(std::string_view text, std::string_view separator) {
         shown += shownPart(text.substr(0, end));
         if (end == text.npos)
             return shown;
-        shown += fromUtf8(separator);
+        shown += QString::fromUtf8(separator);
         text.remove_prefix(end + separator.size());
     }
 }
@@ -68,9 +81,9 @@ QString spokenText(std::string_view sentence, std::string_view name, const QStri
 }
 
 QString shownFolderName(std::string_view path, std::string_view name) {
-    // The files of a folder that are counted together have a path with a zero.
+    // The files of a folder that are counted together have a path with a NUL.
     const bool isWord = path.empty() || path.contains('\0') || TrashFolder::is(path);
-    return isWord ? wordsHere(name) : fromUtf8(name);
+    return isWord ? wordsHere(name) : QString::fromUtf8(name);
 }
 
 QString isolated(const QString& text) {

@@ -12,9 +12,9 @@ namespace {
 /// In the language of the user.
 SearchResultRow rowOf(const Event& event, const Calendar& calendar) {
     SearchResultRow row = SearchResultRow::of(event, calendar);
-    row.title = eventText::title(event, row.title).toStdString();
-    row.subtitle = eventText::subtitle(event, row.subtitle).toStdString();
-    row.category = wordsHere(row.category).toStdString();
+    row.title = eventText::title(event).toStdString();
+    row.subtitle = eventText::subtitle(event).toStdString();
+    row.category = shownText(row.category).toStdString();
     return row;
 }
 

@@ -1,5 +1,6 @@
 #include "views/translations/CorePatterns.h"
 
+#include "core/records/UnknownVersion.h"
 #include "views/base/ShownText.h"
 
 #include <QCoreApplication>
@@ -12,7 +13,7 @@ namespace tidemark {
 
 namespace {
 
-/// Where one fits inside of another, the longer one comes first.
+/// Where a text can be of two of them, the longer one comes first.
 constexpr std::array patterns{
     QT_TRANSLATE_NOOP("core",
                       "Added %1 recent installation records from the system. This partial history "
@@ -29,29 +30,38 @@ constexpr std::array patterns{
     QT_TRANSLATE_NOOP("core", "%1 events · observed history"),
     QT_TRANSLATE_NOOP("core", "No comparable size at both ends: %1."),
     QT_TRANSLATE_NOOP("core", "Delete the snapshot “%1”?"),
-    QT_TRANSLATE_NOOP("core", "%1 Configuration Changed"),
-    QT_TRANSLATE_NOOP("core", "%1 Installation Recorded"),
-    QT_TRANSLATE_NOOP("core", "%1: New Background Item"),
     QT_TRANSLATE_NOOP("core", "Requesting access to %1"),
     QT_TRANSLATE_NOOP("core", "Next capture due: %1"),
     QT_TRANSLATE_NOOP("core", "Search history · %1"),
-    QT_TRANSLATE_NOOP("core", "%1 Contents Changed"),
     QT_TRANSLATE_NOOP("core", "Stop monitoring %1"),
-    QT_TRANSLATE_NOOP("core", "%1 Shrank in Size"),
     QT_TRANSLATE_NOOP("core", "Import %1 Records"),
     QT_TRANSLATE_NOOP("core", "Listing text: %1"),
     QT_TRANSLATE_NOOP("core", "Import %1 Record"),
-    QT_TRANSLATE_NOOP("core", "%1 Grew in Size"),
-    QT_TRANSLATE_NOOP("core", "%1 Disconnected"),
     QT_TRANSLATE_NOOP("core", "Custom: %1 days"),
     QT_TRANSLATE_NOOP("core", "Custom: %1 day"),
     QT_TRANSLATE_NOOP("core", "New volume: %1"),
     QT_TRANSLATE_NOOP("core", "Snapshot: %1"),
+};
+
+/// Titles of events. Where one ends with another, the longer one comes first.
+constexpr std::array titles{
+    QT_TRANSLATE_NOOP("core", "%1 Configuration Changed"),
+    QT_TRANSLATE_NOOP("core", "%1 Installation Recorded"),
+    QT_TRANSLATE_NOOP("core", "%1: New Background Item"),
+    QT_TRANSLATE_NOOP("core", "%1 Contents Changed"),
+    QT_TRANSLATE_NOOP("core", "%1 Shrank in Size"),
+    QT_TRANSLATE_NOOP("core", "%1 Grew in Size"),
+    QT_TRANSLATE_NOOP("core", "%1 Disconnected"),
+    QT_TRANSLATE_NOOP("core", "%1 Launched"),
+    QT_TRANSLATE_NOOP("core", "%1 Unmounted"),
     QT_TRANSLATE_NOOP("core", "%1 Installed"),
     QT_TRANSLATE_NOOP("core", "%1 Connected"),
+    QT_TRANSLATE_NOOP("core", "%1 Changed"),
+    QT_TRANSLATE_NOOP("core", "%1 Created"),
+    QT_TRANSLATE_NOOP("core", "%1 Mounted"),
     QT_TRANSLATE_NOOP("core", "%1 Updated"),
     QT_TRANSLATE_NOOP("core", "%1 Removed"),
-    QT_TRANSLATE_NOOP("core", "Version %1"),
+    QT_TRANSLATE_NOOP("core", "%1 Closed"),
 };
 
 constexpr std::string_view first = "%1";
@@ -60,7 +70,8 @@ constexpr std::string_view second = "%2";
 /// What stands for "%1" and "%2"; the second one is empty in a pattern that has only the first.
 using Parts = std::pair<std::string_view, std::string_view>;
 
-/// Absent for a text that is not of this pattern.
+/// Absent for a text that is not of this pattern. Where what stands between the two occurs more
+/// than once, the last one counts: the first part is often a name, which can contain anything.
 std::optional<Parts> partsOf(std::string_view text, std::string_view pattern) {
     const auto atFirst = pattern.find(first);
     const auto atSecond = pattern.find(second);
@@ -77,7 +88,7 @@ std::optional<Parts> partsOf(std::string_view text, std::string_view pattern) {
         return Parts{text, {}};
     const auto start = atFirst + first.size();
     const auto between = pattern.substr(start, atSecond - start);
-    const auto found = text.find(between);
+    const auto found = text.rfind(between);
     if (found == text.npos || found == 0 || found + between.size() == text.size())
         return std::nullopt;
     return Parts{text.substr(0, found), text.substr(found + between.size())};
@@ -87,8 +98,8 @@ QString translation(const char* source) {
     return QCoreApplication::translate("core", source);
 }
 
-QString fromUtf8(std::string_view text) {
-    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+QString unchanged(std::string_view text) {
+    return QString::fromUtf8(text);
 }
 
 bool isNumber(std::string_view text) {
@@ -102,9 +113,9 @@ std::optional<QString> ofNumbers(std::span<const char* const> all, std::string_v
         if (!parts || !isNumber(parts->first))
             continue;
         if (parts->second.empty())
-            return translation(pattern).arg(fromUtf8(parts->first));
+            return translation(pattern).arg(unchanged(parts->first));
         if (isNumber(parts->second))
-            return translation(pattern).arg(fromUtf8(parts->first), fromUtf8(parts->second));
+            return translation(pattern).arg(unchanged(parts->first), unchanged(parts->second));
     }
     return std::nullopt;
 }
@@ -113,7 +124,12 @@ std::optional<QString> ofNumbers(std::span<const char* const> all, std::string_v
 constexpr std::array wordedQuantities{"less than a minute", "Under a minute", "Zero KB"};
 
 QString shownQuantity(std::string_view text) {
-    return translatedQuantity(text).value_or(fromUtf8(text));
+    return translatedQuantity(text).value_or(unchanged(text));
+}
+
+/// What stands in one of `partPatterns`: a quantity, or a version, which can be unknown.
+QString shownInPart(std::string_view text) {
+    return text == unknownVersion ? shownText(text) : shownQuantity(text);
 }
 
 using ShownInside = QString(std::string_view);
@@ -135,7 +151,7 @@ std::optional<QString> translatedBy(std::span<const char* const> all, std::strin
 }
 
 QString shownCause(std::string_view text) {
-    return translatedBy(causePatterns(), text, fromUtf8).value_or(fromUtf8(text));
+    return translatedBy(causePatterns(), text, unchanged).value_or(unchanged(text));
 }
 
 } // namespace
@@ -144,20 +160,30 @@ std::span<const char* const> corePatterns() {
     return patterns;
 }
 
+std::span<const char* const> titlePatterns() {
+    return titles;
+}
+
 std::optional<QString> translatedByPattern(std::string_view text) {
-    if (auto shown = translatedBy(corePatterns(), text, fromUtf8))
+    if (auto shown = translatedBy(corePatterns(), text, unchanged))
         return shown;
-    if (auto shown = translatedBy(recordPatterns(), text, fromUtf8, shownText))
+    if (auto shown = translatedBy(recordPatterns(), text, unchanged, shownText))
+        return shown;
+    if (auto shown = translatedTitle(text))
         return shown;
     if (auto shown = translatedBy(failurePatterns(), text, shownCause))
         return shown;
-    if (auto shown = translatedBy(causePatterns(), text, fromUtf8))
+    if (auto shown = translatedBy(causePatterns(), text, unchanged))
         return shown;
     return translatedBy(growthPatterns(), text, shownQuantity);
 }
 
+std::optional<QString> translatedTitle(std::string_view text) {
+    return translatedBy(titlePatterns(), text, unchanged);
+}
+
 std::optional<QString> translatedPart(std::string_view part) {
-    return translatedBy(partPatterns(), part, shownQuantity);
+    return translatedBy(partPatterns(), part, shownInPart);
 }
 
 std::optional<QString> translatedQuantity(std::string_view text) {
@@ -167,7 +193,7 @@ std::optional<QString> translatedQuantity(std::string_view text) {
     for (const std::string_view sign : {"+", "−", "≥ "})
         if (text.starts_with(sign)) {
             const auto shown = ofNumbers(sizePatterns(), text.substr(sign.size()));
-            return shown ? std::optional(fromUtf8(sign) + *shown) : std::nullopt;
+            return shown ? std::optional(unchanged(sign) + *shown) : std::nullopt;
         }
     auto shown = ofNumbers(sizePatterns(), text);
     return shown ? shown : ofNumbers(lengthPatterns(), text);

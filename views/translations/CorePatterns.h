@@ -7,31 +7,38 @@
 
 namespace tidemark {
 
-/// The sentences that the core puts together from a fixed part and one or two that are not, which
-/// stand for "%1" and "%2" and stay as they are, such as the name of a folder. Sources of
-/// translations in the context "core".
+// Texts that the core puts together, as patterns. "%1" and "%2" stand for what differs from text to
+// text. All of them are sources of translations in the context "core".
+
+/// "%1" and "%2" stand for names, such as that of a folder, and for numbers; they stay as they are.
 std::span<const char* const> corePatterns();
-/// The same, of what is recorded, and what a capture could not read. "%2" stands for a sentence or
-/// a quantity, which is translated.
+/// Titles of events: the name that "%1" stands for stays as it is.
+std::span<const char* const> titlePatterns();
+/// Sentences about what is recorded and about what a capture could not read. "%1" stands for a
+/// name, which stays as it is, and "%2" for a sentence or a quantity, which is translated.
 std::span<const char* const> recordPatterns();
-/// What could not be done, and why: the other part is one of `causePatterns`, or stays as it is.
+/// Sentences about what could not be done. "%1" stands for the cause: a text of one of
+/// `causePatterns`, or one that stays as it is.
 std::span<const char* const> failurePatterns();
+/// Why something could not be done. "%1" and "%2" stay as they are.
 std::span<const char* const> causePatterns();
-/// The same, whose other parts are sizes, lengths of time, dates and numbers.
+/// Sentences about growth: "%1" and "%2" stand for sizes and lengths of time, which are translated,
+/// and for dates and numbers.
 std::span<const char* const> growthPatterns();
 /// Lengths of time and counts: "%1 days", "%1 of %2".
 std::span<const char* const> lengthPatterns();
 /// Sizes: "%1.%2 GB", in which a language has its own sign between the two numbers.
 std::span<const char* const> sizePatterns();
-
-/// Parts of texts that have several, such as "%1 remaining". They are too short to be looked for in
-/// a text that may be a name.
+/// Parts of texts that have several, such as "%1 remaining", around quantities and versions. They
+/// are too short to be looked for in a text that may be a name.
 std::span<const char* const> partPatterns();
 
-/// The text in the language of the user, when it is one of the sentences of `corePatterns`,
-/// `recordPatterns`, `failurePatterns` or `growthPatterns`.
+/// The text in the language of the user, when it is of one of the `corePatterns`, `recordPatterns`,
+/// `titlePatterns`, `failurePatterns`, `causePatterns` or `growthPatterns`.
 std::optional<QString> translatedByPattern(std::string_view text);
-/// The same by `partPatterns`.
+/// The title of an event in the language of the user, when it is of one of the `titlePatterns`.
+std::optional<QString> translatedTitle(std::string_view text);
+/// A part of a text in the language of the user, when it is of one of the `partPatterns`.
 std::optional<QString> translatedPart(std::string_view part);
 /// A size or a length of time, such as "+1.2 GB" or "3 days", in the language of the user; absent
 /// for any other text.

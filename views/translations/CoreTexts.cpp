@@ -7,7 +7,7 @@ namespace tidemark {
 
 namespace {
 
-constexpr std::array texts{
+constexpr auto texts = std::to_array<const char*>({
     QT_TRANSLATE_NOOP("core", "Not possible at this moment."),
     QT_TRANSLATE_NOOP("core", "Monitored Folders…"),
     QT_TRANSLATE_NOOP("core", "Monitored Folders"),
@@ -443,7 +443,7 @@ constexpr std::array texts{
     QT_TRANSLATE_NOOP("core", "Add folders in Monitored Folders to record their sizes."),
     QT_TRANSLATE_NOOP("core", "Available Disk Space"),
     QT_TRANSLATE_NOOP("core", "Operating System"),
-};
+});
 
 } // namespace
 

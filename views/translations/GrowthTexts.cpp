@@ -8,7 +8,7 @@ namespace tidemark {
 
 namespace {
 
-constexpr std::array texts{
+constexpr std::array textsOfGrowth{
     QT_TRANSLATE_NOOP("core", "Storage Over Time"),
     QT_TRANSLATE_NOOP("core", "Map of Folder Sizes"),
     QT_TRANSLATE_NOOP("core", "Not completely measured:"),
@@ -41,7 +41,7 @@ constexpr std::array texts{
 };
 
 /// Where one fits inside of another, the longer one comes first.
-constexpr std::array patterns{
+constexpr std::array patternsOfGrowth{
     QT_TRANSLATE_NOOP("core", "%1 less free, although the folders you monitor shrank by %2."),
     QT_TRANSLATE_NOOP("core", "%1 more free, although the folders you monitor grew by %2."),
     QT_TRANSLATE_NOOP("core", "%1 less free; the folders you monitor have not changed."),
@@ -90,11 +90,11 @@ constexpr std::array sizes{
 } // namespace
 
 std::span<const char* const> growthTexts() {
-    return texts;
+    return textsOfGrowth;
 }
 
 std::span<const char* const> growthPatterns() {
-    return patterns;
+    return patternsOfGrowth;
 }
 
 std::span<const char* const> lengthPatterns() {

@@ -7,7 +7,7 @@ namespace tidemark {
 
 namespace {
 
-constexpr std::array texts{
+constexpr std::array textsOfInspector{
     QT_TRANSLATE_NOOP("core", "Other installer"),
     QT_TRANSLATE_NOOP("core",
                       "Select an event to inspect its source, observation interval, and details."),
@@ -216,7 +216,7 @@ constexpr std::array texts{
 } // namespace
 
 std::span<const char* const> inspectorTexts() {
-    return texts;
+    return textsOfInspector;
 }
 
 } // namespace tidemark

@@ -8,7 +8,7 @@ namespace tidemark {
 
 namespace {
 
-constexpr std::array texts{
+constexpr std::array textsOfRecords{
     QT_TRANSLATE_NOOP("core", "Downloaded"),
     QT_TRANSLATE_NOOP("core", "Modified"),
     QT_TRANSLATE_NOOP("core", "Created"),
@@ -38,7 +38,6 @@ constexpr std::array texts{
     QT_TRANSLATE_NOOP("core", "Serious"),
     QT_TRANSLATE_NOOP("core", "Critical"),
     QT_TRANSLATE_NOOP("core", "Open"),
-    QT_TRANSLATE_NOOP("core", "Not present"),
     QT_TRANSLATE_NOOP("core", "Not recorded"),
     QT_TRANSLATE_NOOP("core", "Installed automatically"),
     QT_TRANSLATE_NOOP("core", "Previous size unavailable"),
@@ -90,7 +89,7 @@ constexpr std::array texts{
 };
 
 /// Where a pattern has two parts, the first one is a name, and the second one is translated.
-constexpr std::array patterns{
+constexpr std::array patternsOfRecords{
     QT_TRANSLATE_NOOP("core", "Storage · %1: %2 child folders measured. Completed measurements are "
                               "retained; unfinished work continues on later checks."),
     QT_TRANSLATE_NOOP("core", "Storage · %1: Some child-folder sizes are awaiting refresh. The "
@@ -101,12 +100,6 @@ constexpr std::array patterns{
     QT_TRANSLATE_NOOP("core", "Tidemark is already recording into %1 (process %2)."),
     QT_TRANSLATE_NOOP("core", "Tidemark is already recording into %1."),
     QT_TRANSLATE_NOOP("core", "Scanning %1…"),
-    QT_TRANSLATE_NOOP("core", "%1 Launched"),
-    QT_TRANSLATE_NOOP("core", "%1 Closed"),
-    QT_TRANSLATE_NOOP("core", "%1 Mounted"),
-    QT_TRANSLATE_NOOP("core", "%1 Unmounted"),
-    QT_TRANSLATE_NOOP("core", "%1 Changed"),
-    QT_TRANSLATE_NOOP("core", "%1 Created"),
     QT_TRANSLATE_NOOP("core", "%1 · inferred from filename"),
     QT_TRANSLATE_NOOP("core", "%1 Mbps · not internet speed"),
     QT_TRANSLATE_NOOP("core", "Couldn’t restore access to %1. Choose the folder again in "
@@ -171,11 +164,11 @@ constexpr std::array causes{
 } // namespace
 
 std::span<const char* const> recordTexts() {
-    return texts;
+    return textsOfRecords;
 }
 
 std::span<const char* const> recordPatterns() {
-    return patterns;
+    return patternsOfRecords;
 }
 
 std::span<const char* const> failurePatterns() {

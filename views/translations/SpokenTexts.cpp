@@ -8,7 +8,7 @@ namespace tidemark {
 
 namespace {
 
-constexpr std::array texts{
+constexpr std::array textsSpoken{
     QT_TRANSLATE_NOOP("core", "1 event"),
     QT_TRANSLATE_NOOP("core", "1 file"),
     QT_TRANSLATE_NOOP("core", "1 download"),
@@ -34,8 +34,8 @@ constexpr std::array texts{
     QT_TRANSLATE_NOOP("core", "Recording was paused."),
 };
 
-/// Where one fits inside of another, the longer one comes first.
-constexpr std::array patterns{
+/// Where a text can be of two of them, the longer one comes first.
+constexpr std::array patternsSpoken{
     QT_TRANSLATE_NOOP("core", "Before: measured %1"),
     QT_TRANSLATE_NOOP("core", "After: measured %1"),
     QT_TRANSLATE_NOOP("core", "Last measured size: %1"),
@@ -68,17 +68,18 @@ constexpr std::array patterns{
     QT_TRANSLATE_NOOP("core", "after %1"),
     QT_TRANSLATE_NOOP("core", "change %1"),
     QT_TRANSLATE_NOOP("core", "last %1."),
+    QT_TRANSLATE_NOOP("core", "Version %1"),
     QT_TRANSLATE_NOOP("core", "Net %1"),
 };
 
 } // namespace
 
 std::span<const char* const> spokenTexts() {
-    return texts;
+    return textsSpoken;
 }
 
 std::span<const char* const> partPatterns() {
-    return patterns;
+    return patternsSpoken;
 }
 
 } // namespace tidemark

@@ -25,8 +25,11 @@ QString plainText(QString text) {
 }
 
 QString labelOf(const MenuEntry& entry) {
-    return plainText(entry.event ? eventText::title(*entry.event, entry.label)
-                                 : shownText(entry.label));
+    if (!entry.event)
+        return plainText(shownText(entry.label));
+    // Shortened after it was translated, since a pattern needs the whole title.
+    const std::string title = eventText::title(*entry.event).toStdString();
+    return plainText(QString::fromStdString(shortLabel(title)));
 }
 
 } // namespace

@@ -34,7 +34,7 @@ QString momentText(const Moment& moment) {
 }
 
 QString rangeText(std::string_view range) {
-    return QString::fromUtf8(range.data(), static_cast<qsizetype>(range.size()));
+    return QString::fromUtf8(range);
 }
 
 } // namespace
@@ -275,7 +275,7 @@ void HistoryPane::refreshList() {
     timeline->select(history.selection().event() ? &history.selection().event()->id : nullptr);
 }
 
-/// In the time that the list reaches back to.
+/// The gaps in the period that the list shows.
 std::vector<GapRow> HistoryPane::shownGaps() const {
     const auto& days = uses.model.history().presentation().days;
     if (!isWholeTimeline() || days.empty())

@@ -15,8 +15,8 @@ namespace tidemark {
 
 namespace {
 
-constexpr int margin = 20;
-constexpr int symbolSide = 33;
+constexpr int inspectorMargin = 20;
+constexpr int inspectorSymbolSide = 33;
 /// A title is as long as the name of a file can be, or a clip.
 constexpr qsizetype mostCharacters = 300;
 
@@ -28,7 +28,7 @@ QString headText(const std::string& text) {
 
 /// May be narrower than its longest word.
 template <class Label>
-Label* wrapping(Label* label) {
+Label* wrappedInHead(Label* label) {
     label->setAlignment(Qt::AlignTop | wrappingPolicy::leadingEdge());
     label->setTextInteractionFlags(Qt::TextSelectableByMouse);
     wrappingPolicy::apply(*label);
@@ -50,7 +50,7 @@ InspectorView::InspectorView(QWidget* parent) : QScrollArea(parent) {
 void InspectorView::present(const std::optional<EventInspection>& inspection) {
     auto* content = new QWidget;
     auto* column = new QVBoxLayout(content);
-    column->setContentsMargins(margin, margin, margin, margin);
+    column->setContentsMargins(inspectorMargin, inspectorMargin, inspectorMargin, inspectorMargin);
     column->setSpacing(18);
     if (!inspection) {
         addPlaceholder(*column);
@@ -74,13 +74,13 @@ void InspectorView::addPlaceholder(QVBoxLayout& column) {
 
 void InspectorView::addHead(QVBoxLayout& column, const EventInspection& inspection) {
     auto* symbol = new QLabel;
-    symbol->setPixmap(tintedSymbol(inspection.symbol, symbolSide, palette().color(QPalette::Text),
-                                   devicePixelRatioF()));
+    symbol->setPixmap(tintedSymbol(inspection.symbol, inspectorSymbolSide,
+                                   palette().color(QPalette::Text), devicePixelRatioF()));
     auto* texts = new QVBoxLayout;
     texts->setSpacing(2);
-    texts->addWidget(wrapping(labels::title(headText(inspection.title), 1.25)));
+    texts->addWidget(wrappedInHead(labels::title(headText(inspection.title), 1.25)));
     if (!inspection.subtitle.empty())
-        texts->addWidget(wrapping(labels::note(headText(inspection.subtitle))));
+        texts->addWidget(wrappedInHead(labels::note(headText(inspection.subtitle))));
     auto* close = new CrossButton(wordsHere(EventInspection::closeDetails));
     connect(close, &QToolButton::clicked, this, &InspectorView::closed);
 

@@ -27,30 +27,30 @@ QFont sized(QFont font, double scale, bool isBold) {
 }
 
 /// From the edge of the list to the panel of a row, and from there to its content.
-constexpr int margin = 8;
+constexpr int sidebarMargin = 8;
 constexpr int padding = 8;
 
 constexpr std::string_view filterSymbol = "filter";
 
-/// In a window that is laid out from left to right.
+/// The area of the filter button in a window that is laid out from left to right.
 QRect toggleFromLeft(const QRect& row) {
     const int side = row.height() - 6;
-    return {row.right() - margin - padding / 2 - side, row.top() + 3, side, side};
+    return {row.right() - sidebarMargin - padding / 2 - side, row.top() + 3, side, side};
 }
 
 bool showsToggle(const QStyleOptionViewItem& option, const QModelIndex& index) {
-    const bool isAt = option.state.testFlag(QStyle::State_MouseOver)
-                      || option.state.testFlag(QStyle::State_HasFocus);
-    return isAt && index.data(SidebarModel::hasToggleRole).toBool();
+    const bool isActive = option.state.testFlag(QStyle::State_MouseOver)
+                          || option.state.testFlag(QStyle::State_HasFocus);
+    return isActive && index.data(SidebarModel::hasToggleRole).toBool();
 }
 
 void drawPlace(const RowPainter& row, const QStyleOptionViewItem& option, QRect panel,
                const QModelIndex& index) {
     row.drawPanel(panel);
     if (showsToggle(option, index)) {
-        const QRect place = toggleFromLeft(option.rect);
-        row.drawSymbol(place.adjusted(2, 2, -2, -2), filterSymbol, row.strong());
-        panel.setRight(place.left() - padding / 2);
+        const QRect button = toggleFromLeft(option.rect);
+        row.drawSymbol(button.adjusted(2, 2, -2, -2), filterSymbol, row.strong());
+        panel.setRight(button.left() - padding / 2);
     }
     ListRow{.symbol = index.data(SidebarModel::symbolRole).toString().toStdString(),
             .title = option.text,
@@ -71,7 +71,7 @@ void SidebarDelegate::paint(QPainter* painter, const QStyleOptionViewItem& style
     initStyleOption(&option, index);
     painter->save();
     const RowPainter row(*painter, option);
-    const QRect panel = option.rect.adjusted(margin, 1, -margin, -1);
+    const QRect panel = option.rect.adjusted(sidebarMargin, 1, -sidebarMargin, -1);
     QRect area = panel.adjusted(padding, 0, -padding, 0);
     if (isPlain(kindOf(index))) {
         const bool isHeading = kindOf(index) == Kind::heading;

@@ -18,7 +18,7 @@ namespace tidemark {
 
 namespace {
 
-constexpr int narrowest = 170;
+constexpr int narrowestSidebar = 170;
 
 } // namespace
 
@@ -40,7 +40,7 @@ SidebarView::SidebarView(QWidget* parent)
     save->setAutoRaise(true);
     save->setFocusPolicy(Qt::StrongFocus);
 
-    setMinimumWidth(narrowest);
+    setMinimumWidth(narrowestSidebar);
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(0, 4, 0, 8);
     column->addWidget(list, 1);

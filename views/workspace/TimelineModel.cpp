@@ -16,8 +16,8 @@ constexpr std::string_view separator = ", ";
 /// The texts of an event in the language of the user.
 EventRow rowOf(const Event& event, const Calendar& calendar) {
     EventRow row = EventRow::of(event, calendar);
-    const QString title = eventText::title(event, row.title);
-    const QString subtitle = eventText::subtitle(event, row.subtitle);
+    const QString title = eventText::title(event);
+    const QString subtitle = eventText::subtitle(event);
     std::string_view rest = row.accessibleText;
     rest.remove_prefix(row.title.size());
     if (!row.subtitle.empty())

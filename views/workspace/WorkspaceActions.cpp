@@ -37,19 +37,21 @@ Command commandOf(ToolbarCommand command) {
     return Command::settings;
 }
 
-QChar letterOf(const QAction& action) {
+/// The letter that selects the entry in an open menu; null if its text marks none.
+QChar mnemonicOf(const QAction& action) {
     const auto mark = action.text().indexOf(u'&');
     return mark < 0 ? QChar() : action.text().at(mark + 1).toUpper();
 }
 
-/// Marks a letter of `text` that no other entry of the menu of `own` has.
-QString withMnemonic(QString text, const QAction& own) {
+/// Marks a letter of `text` as the mnemonic of `action`: the first that is not yet the mnemonic of
+/// another entry in a menu that contains `action`.
+QString withMnemonic(QString text, const QAction& action) {
     QString taken;
-    for (const auto* object : own.associatedObjects())
+    for (const auto* object : action.associatedObjects())
         if (const auto* menu = qobject_cast<const QMenu*>(object))
             for (const auto* other : menu->actions())
-                if (other != &own)
-                    taken += letterOf(*other);
+                if (other != &action)
+                    taken += mnemonicOf(*other);
     for (qsizetype i = 0; i < text.size(); ++i)
         if (text.at(i).isLetter() && !taken.contains(text.at(i).toUpper()))
             return text.insert(i, u'&');

@@ -47,8 +47,8 @@ bool isDark(const QPalette& palette) {
 /// With title and subtitle in the language of the user.
 EventInspection inspectionOf(const Event& event, const Snapshot* latest, bool isStateComparison) {
     auto made = EventInspection::of(event, latest, isStateComparison);
-    made.title = eventText::title(event, made.title).toStdString();
-    made.subtitle = eventText::subtitle(event, made.subtitle).toStdString();
+    made.title = eventText::title(event).toStdString();
+    made.subtitle = eventText::subtitle(event).toStdString();
     return made;
 }
 

@@ -53,7 +53,7 @@ bool hasSentence(const EventInspection& inspection, std::string_view start) {
     return false;
 }
 
-Event activityEvent(SystemActivity::Kind kind, const std::function<void(SystemActivity&)>& fill) {
+Event filledActivity(SystemActivity::Kind kind, const std::function<void(SystemActivity&)>& fill) {
     auto activity = SystemActivity::observed(kind, Date{600});
     fill(activity);
     return ActivityEventBuilder::event(Shared(std::move(activity)));
@@ -129,7 +129,7 @@ TEST(EventInspection, ShowsTheRowsOfEachActivity) {
          "Observed elevated pressure: 10 min · since 1 Jan 2001, 00:00:00\n"},
     };
     for (const auto& [kind, fill, rows] : cases) {
-        const Event event = activityEvent(kind, fill);
+        const Event event = filledActivity(kind, fill);
         const std::string shown = rowsOf(inspected(event));
         EXPECT_EQ(shown.substr(0, shown.find("Source: ")), rows) << event.title;
     }

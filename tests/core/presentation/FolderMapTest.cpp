@@ -125,7 +125,7 @@ TEST(FolderMap, HasAnAreaForCompleteSizesOnly) {
     EXPECT_FALSE(FolderMap::of({row(std::nullopt, node("a", 1))}).isCompared);
 }
 
-TEST(FolderMapLayout, SharesAFolderAmongItsPartsAndWhatTheyLack) {
+TEST(FolderMapLayout, DividesAFolderIntoItsPartsAndTheRest) {
     const auto layout = FolderMapLayout::of(exampleMap(), {.width = 400, .height = 300});
     std::string found;
     for (const auto& [area, tile, folder, isOpen, combined] : layout.tiles)

@@ -52,7 +52,7 @@ TEST(FolderSizeTable, MarksWhatIsUnknownOrPartial) {
                                                      "c — | ≥ 2 MB | —\n");
 }
 
-TEST(FolderSizeTable, KeepsUnknownSizesAtTheEndEitherWay) {
+TEST(FolderSizeTable, SortsUnknownSizesLastInBothDirections) {
     const Snapshot before = measured(1, {test::folder("/b10", 7), test::folder("/b9", 9)});
     const Snapshot after =
         measured(2, {test::folder("/a", 4), test::folder("/b10", 8), test::folder("/b9", 1)});

@@ -94,8 +94,8 @@ TEST(SystemWords, ReplaceWholeTextsAndPatterns) {
     } cases[] = {
         {"Your Mac", "Your Computer"},
         {"Your Macintosh", "Your Macintosh"},
-        {"LaunchAgent · org.example.{}", "User service · org.example.{}"},
-        {"LaunchAgent · ", "User service · "},
+        {"Indexed files across this Mac: {}", "Document folders and recently used files: {}"},
+        {"Indexed files across this Mac", "Document folders and recently used files"},
         {"Added 2 recent installation records from macOS. This partial history covers the last 7 "
          "days; future captures will reveal new changes.",
          "Added 2 recent installation records from the system. This partial history covers the "
