@@ -42,7 +42,7 @@ concept Recurring = collectionRecurs<T> || (json::Described<T> && requires { req
 /// it.
 class InternPool {
 public:
-    /// Replaces `value` by the equal one that was met before, if there is one. `text` is the whole
+    /// Replaces `value` by the equal one that was read before, if there is one. `text` is the whole
     /// JSON text of the value and must outlive the pool; empty where it is not known. Call it for
     /// the shared parts of a value before the value itself.
     template <Recurring T>
@@ -60,20 +60,22 @@ public:
         value = whole;
     }
 
-    /// A value met before whose text stands at the beginning of `text`. `value` is null where none
-    /// is recognised, which does not mean that the value is new.
+    /// A value that was read before, and the number of bytes of its JSON text. `value` is null and
+    /// `length` 0 where none was found.
     template <class T>
     struct Recalled {
         std::shared_ptr<const T> value;
         std::size_t length = 0;
     };
+    /// Finds a value that was read before by its JSON text, with which `text` must begin. Compares
+    /// with two known values only, so a value that is not found may have been read before.
     template <Recurring T>
     Recalled<T> recall(std::string_view text) {
         return table<T>().recall(text);
     }
 
 private:
-    /// The values of one type, in the order in which they were first met, and a hash set of their
+    /// The values of one type, in the order in which they were first read, and a hash set of their
     /// indices with open addressing: loading a history takes some hundred thousand look-ups, and
     /// with `std::unordered_set`, which follows pointers, these are a tenth of the whole time.
     template <class T>
@@ -85,23 +87,24 @@ private:
         const Pointer& insert(std::size_t hash, const Pointer& value, std::string_view text) {
             if (known.size() * 2 >= slots.size())
                 grow();
-            std::size_t place = home(hash);
-            for (; slots[place].index != none; place = next(place))
-                if (slots[place].hash == hash && *known[slots[place].index].value == *value)
+            std::size_t position = home(hash);
+            for (; slots[position].index != none; position = next(position))
+                if (slots[position].hash == hash && *known[slots[position].index].value == *value)
                     break;
-            if (slots[place].index == none) {
-                slots[place] = {hash, static_cast<Index>(known.size())};
+            if (slots[position].index == none) {
+                slots[position] = {hash, static_cast<Index>(known.size())};
                 known.push_back({value, {}, none});
             }
-            Known& one = known[slots[place].index];
+            Known& one = known[slots[position].index];
             one.text = text;
-            follow(slots[place].index);
+            follow(slots[position].index);
             return one.value;
         }
 
-        /// Tries the value met last and the one that came after it the last time: snapshots hold
-        /// mostly the same values in the same order. After a change, `insert` finds the place
-        /// again.
+        /// Compares the beginning of `text` with the texts of two values: the value read last, and
+        /// the one that followed it the last time. Snapshots hold mostly the same values in the
+        /// same order, so it is usually one of these. Any other value is parsed and passed to
+        /// `insert`, and the next call compares with the one that followed that value.
         Recalled<T> recall(std::string_view text) {
             if (last == none)
                 return {};
@@ -122,7 +125,7 @@ private:
         struct Known {
             Pointer value;
             std::string_view text;
-            /// The value that was met after this one, the last time.
+            /// The value that was read after this one, the last time.
             Index following = none;
         };
         struct Slot {
@@ -141,7 +144,7 @@ private:
         std::size_t home(std::size_t hash) const {
             return (hash * 0x9e3779b97f4a7c15U) >> (64 - std::bit_width(slots.size() - 1));
         }
-        std::size_t next(std::size_t place) const { return (place + 1) & (slots.size() - 1); }
+        std::size_t next(std::size_t position) const { return (position + 1) & (slots.size() - 1); }
 
         void grow() {
             const auto old = std::exchange(
@@ -149,15 +152,15 @@ private:
             for (const Slot& slot : old) {
                 if (slot.index == none)
                     continue;
-                std::size_t place = home(slot.hash);
-                while (slots[place].index != none)
-                    place = next(place);
-                slots[place] = slot;
+                std::size_t position = home(slot.hash);
+                while (slots[position].index != none)
+                    position = next(position);
+                slots[position] = slot;
             }
         }
 
         std::vector<Known> known;
-        /// The value met last.
+        /// The value read last.
         Index last = none;
         /// The number of slots is a power of two.
         std::vector<Slot> slots;

@@ -13,13 +13,14 @@ using Tree = nlohmann::json;
 /// How many bytes of a document an error message quotes at most.
 constexpr std::size_t quotedLength = 60;
 
-/// The document as the parser reads it. The handler can move the place on, past a value that need
-/// not be parsed.
+/// The document and the position at which the parser reads it. The handler moves the position
+/// forward, past a value that it knows and the parser need not read.
 class Input {
 public:
     explicit Input(std::string_view bytes) : all(bytes) {}
 
-    /// Reads at the place of the input. It is passed to the parser, which copies it.
+    /// Reads the byte at the position of the input. The parser takes it by value, and all copies
+    /// share that position.
     class Iterator {
     public:
         using iterator_category = std::input_iterator_tag;
@@ -29,13 +30,13 @@ public:
         using reference = const char&;
 
         explicit Iterator(Input* input) : input(input) {}
-        reference operator*() const { return input->all[input->place]; }
+        reference operator*() const { return input->all[input->next]; }
         Iterator& operator++() {
-            ++input->place;
+            ++input->next;
             return *this;
         }
         /// Compares with the end only.
-        bool operator==(const Iterator&) const { return input->place == input->all.size(); }
+        bool operator==(const Iterator&) const { return input->next == input->all.size(); }
 
     private:
         Input* input;
@@ -43,22 +44,22 @@ public:
 
     Iterator iterator() { return Iterator(this); }
 
-    /// The index of the next byte.
-    std::size_t position() const { return place; }
+    /// The index of the byte that is read next.
+    std::size_t position() const { return next; }
     std::string_view from(std::size_t begin) const { return all.substr(begin); }
-    /// The text from `begin` to the place.
-    std::string_view since(std::size_t begin) const { return all.substr(begin, place - begin); }
+    /// The text from `begin` to the position.
+    std::string_view since(std::size_t begin) const { return all.substr(begin, next - begin); }
 
     void skip(std::size_t count) {
-        place += count;
+        next += count;
         skipped += count;
     }
-    /// How many bytes were skipped: the parser does not know of them.
+    /// The number of bytes skipped, which the positions that the parser reports leave out.
     std::size_t skippedBytes() const { return skipped; }
 
 private:
     std::string_view all;
-    std::size_t place = 0;
+    std::size_t next = 0;
     std::size_t skipped = 0;
 };
 
@@ -224,7 +225,7 @@ private:
         const std::size_t known =
             outer.reader->recall(outer.value, input.from(input.position() - 1), pool);
         if (known > 0) {
-            // The parser goes on at the bracket that closes the value.
+            // Leaves the closing bracket, so that the parser sees a complete, empty value.
             input.skip(known - 2);
             skipDepth = 1;
             return true;
