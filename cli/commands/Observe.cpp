@@ -122,7 +122,7 @@ Snapshot observation(const ObserveOptions& options, const std::stop_token& stop)
         observed, &scanner,
         [&](const std::string& phase) {
             // `SystemObserver` reports this phase, but the observation is saved below.
-            if (phase != "Saving Observation…")
+            if (phase != SystemObserver::savingPhase)
                 progress.begin(phase);
         },
         progress, stop);
@@ -138,7 +138,7 @@ Snapshot observation(const ObserveOptions& options, const std::stop_token& stop)
             AdditionalPlaces::standard(SystemFacts::homeDirectory()), progress, stop);
     }
     if (options.output)
-        progress.begin("Saving Observation…");
+        progress.begin(SystemObserver::savingPhase);
     return snapshot;
 }
 

@@ -5,6 +5,7 @@
 #include "core/capture/InventoryRoots.h"
 #include "core/packages/PackageIndex.h"
 #include "core/records/Application.h"
+#include "core/records/UnknownVersion.h"
 
 #include <expected>
 #include <filesystem>
@@ -12,9 +13,6 @@
 #include <string_view>
 
 namespace tidemark {
-
-/// The version of an application for which none is recorded.
-inline constexpr std::string_view unknownVersion = "Unknown version";
 
 struct FoundApplication {
     Application application;

@@ -13,12 +13,6 @@ namespace {
 
 using Kind = FolderEntry::Kind;
 
-bool isStorable(const Application& application) {
-    return std::max({application.bundleID.size(), application.name.size(),
-                     application.version.size(), application.build.size()})
-           <= longestText;
-}
-
 /// An application and the root in which it was found, so that both are sorted together.
 struct Found {
     Shared<Application> application;
@@ -156,7 +150,7 @@ private:
             return;
         auto reading =
             format.read(entry, {search.machine, root.path, root.reading.budget(), search.packages});
-        if (reading && isStorable(reading->application))
+        if (reading && hasStorableTexts(reading->application))
             return add(*std::move(reading), root);
         if (reading || reading.error() == ApplicationFailure::unreadable)
             exclude(entry, unreadable, root);

@@ -247,8 +247,7 @@ private:
     }
 
     static BackgroundDefinition::Result storable(BackgroundDefinition::Result item) {
-        const auto isLong = [](const std::string& text) { return text.size() > longestText; };
-        if (item && (isLong(item->identifier) || (item->program && isLong(*item->program))))
+        if (item && !hasStorableTexts(*item))
             return std::unexpected(BackgroundDefinition::Failure::unreadable);
         return item;
     }

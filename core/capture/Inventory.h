@@ -3,8 +3,11 @@
 #include "core/base/Shared.h"
 
 #include <cstddef>
+#include <optional>
 #include <set>
 #include <string>
+#include <tuple>
+#include <type_traits>
 #include <vector>
 
 namespace tidemark {
@@ -12,6 +15,24 @@ namespace tidemark {
 /// The most bytes of one text of an item, such as a name or a label. An item with a longer one
 /// counts as unreadable, since every snapshot stores these texts.
 inline constexpr std::size_t longestText = 4'096;
+
+/// Whether no text of the record is longer than `longestText`, except the path, which the system
+/// limits.
+template <class Record>
+bool hasStorableTexts(const Record& record) {
+    const auto isStorable = [&](const auto& field) {
+        const auto& value = record.*field.member;
+        using Value = std::remove_cvref_t<decltype(value)>;
+        if constexpr (std::is_same_v<Value, std::string>)
+            return value.size() <= longestText || field.name == "path";
+        else if constexpr (std::is_same_v<Value, std::optional<std::string>>)
+            return !value || value->size() <= longestText;
+        else
+            return true;
+    };
+    return std::apply([&](const auto&... fields) { return (isStorable(fields) && ...); },
+                      Record::fields());
+}
 
 /// The items that a collector found in its folders, and which folders it could read.
 template <class Record>

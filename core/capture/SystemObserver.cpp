@@ -19,10 +19,11 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// The most entries of a root that is walked in one go.
+/// The most entries of a root that a progressive capture measures without a scanner.
 constexpr std::int64_t entryLimit = 1'000'000;
 /// The most entries of a root that `capture` measures.
 constexpr std::int64_t quickEntryLimit = 100'000;
+/// Seconds that `capture` may take for one root.
 constexpr double quickBudget = 3;
 /// Seconds until the size of an application bundle is measured again.
 constexpr double bundleRefreshInterval = 86'400;
@@ -60,10 +61,10 @@ void takeInventory(Inventory<Record>& found, Shared<std::vector<Shared<Record>>>
     excludedPaths.insert(found.excludedPaths.begin(), found.excludedPaths.end());
 }
 
-/// Excludes incomplete roots: items missing there may still be on disk, and comparing a complete
-/// root that contains them would report them as removed. An incomplete root that contains a
-/// complete one, and is not inside one itself, is not excluded, because that would exclude the
-/// complete one as well.
+/// Excludes incomplete roots from the comparison: an item that was not read there may still be on
+/// disk, and would be reported as removed if a complete root contains the incomplete one. If none
+/// does, but the incomplete root contains a complete one, it is not excluded, because that would
+/// exclude the complete one as well.
 void excludeIncomplete(const std::set<std::string>& incomplete,
                        const std::set<std::string>& complete, const Coverage& coverage,
                        std::set<std::string>& excludedPaths) {
@@ -98,7 +99,8 @@ StorageTraversal::Result measureQuickly(const fs::path& root, Clock& clock,
     }
 }
 
-/// Measures a root within the budget of a progressive capture, with pauses between batches.
+/// Measures a root for a progressive capture without a scanner, in batches with pauses between
+/// them.
 StorageTraversal::Result measureInBatches(const fs::path& root, double seconds, Clock& clock,
                                           const std::stop_token& stop) {
     auto walk = StorageTraversal::open(root, entryLimit);
@@ -168,7 +170,7 @@ Snapshot inventory(const ObservationOptions& options, const std::vector<fs::path
     for (const fs::path& root : storageRoots)
         take(measureQuickly(root, clock, stop), root, snapshot);
 
-    // The volumes of another machine are not mounted here as they are there.
+    // What is mounted on this machine says nothing about the volumes of another one.
     if (!options.machine.isElsewhere())
         takeVolume(SystemFacts::homeDirectory(), snapshot);
     snapshot.id = Uuid::random();
@@ -215,7 +217,7 @@ private:
     std::size_t issues;
 };
 
-/// One progressive capture from the inventory on.
+/// The part of a progressive capture that follows the inventory: measuring the storage roots.
 class StorageRun {
 public:
     StorageRun(const ObservationOptions& options, ComponentStorageScanner* scanner,
@@ -274,8 +276,8 @@ private:
         return lastPathComponent(root.native()) == "Applications" || applicationRoot(root);
     }
 
-    /// Also true when the folder could not be read completely: a bundle that is being replaced has
-    /// no readable property list.
+    /// Also true when something in the folder could not be read: it may be a bundle that is being
+    /// replaced and has no readable property list at the moment.
     bool mayHoldBundles(const fs::path& root) const {
         const auto found = bundlesIn({{root, familyOf(root)}});
         return !found.items.empty() || !found.issues.empty() || stop.stop_requested();
@@ -396,27 +398,27 @@ Snapshot capture(const ObservationOptions& options, Clock& clock, const std::sto
     return inventory(options, options.storageRoots, packages, clock, stop);
 }
 
-Snapshot captureProgressively(const ObservationOptions& options,
-                              ComponentStorageScanner* applicationStorage, const Progress& progress,
-                              Clock& clock, const std::stop_token& stop, PackageIndex* packages) {
+Snapshot captureProgressively(const ObservationOptions& options, ComponentStorageScanner* scanner,
+                              const Progress& progress, Clock& clock, const std::stop_token& stop,
+                              PackageIndex* packages) {
     PackageIndex packagesOfThisCapture;
     const double start = clock.monotonicSeconds();
-    progress("Scanning Applications and Background Items…");
+    progress(inventoryPhase);
     Snapshot snapshot;
     {
-        const ScannerCapture bracket(applicationStorage);
-        if (applicationStorage)
-            applicationStorage->retainCursors(options.storageRoots);
+        const ScannerCapture bracket(scanner);
+        if (scanner)
+            scanner->retainCursors(options.storageRoots);
         snapshot =
             inventory(options, {}, packages ? *packages : packagesOfThisCapture, clock, stop);
         snapshot.scanTimings = {ScanTiming{"Applications and Background Inventory",
                                            clock.monotonicSeconds() - start,
                                            snapshot.coverage.issues.empty()}};
-        StorageRun(options, applicationStorage, progress, snapshot, clock, stop).measure();
+        StorageRun(options, scanner, progress, snapshot, clock, stop).measure();
     }
     snapshot.timestamp = clock.now();
     snapshot.captureDuration = clock.monotonicSeconds() - start;
-    progress("Saving Observation…");
+    progress(savingPhase);
     return snapshot;
 }
 

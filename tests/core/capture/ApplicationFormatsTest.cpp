@@ -234,7 +234,7 @@ TEST(ApplicationFormats, ReadsFlatpaksWithoutFollowingTheirLinks) {
     EXPECT_EQ(machine.found(), unreadable) << "it may still be installed";
 }
 
-TEST(ApplicationFormats, RefusesADeployFileWhosePartsLie) {
+TEST(ApplicationFormats, RefusesADeployFileWithWrongOffsets) {
     // The file as far as it is read: a number and a dictionary, then the ends of the parts before.
     const auto name = [](const std::string& dictionary, char listEnd) {
         const auto record = FlatpakDeploy::parse(std::string(8, '\1') + dictionary

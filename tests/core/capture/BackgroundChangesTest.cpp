@@ -37,8 +37,8 @@ std::string entry(const std::string& more) {
 }
 
 /// A machine with at least one background item of each kind.
-struct Machine : MadeUpMachine {
-    Machine() {
+struct BackgroundMachine : MadeUpMachine {
+    BackgroundMachine() {
         write(vendor + "ssh.service", sshd);
         link(admin + "multi-user.target.wants/ssh.service", "/lib/systemd/system/ssh.service");
         link(admin + "sshd.service", "/lib/systemd/system/ssh.service");
@@ -69,20 +69,20 @@ TEST(BackgroundChanges, AreReportedIfTheyChangeWhatAProgramDoes) {
     const std::string instance = admin + "getty.target.wants/getty@tty1.service";
     struct Case {
         const char* what;
-        std::function<void(const Machine&)> change;
+        std::function<void(const BackgroundMachine&)> change;
         std::string events;
     };
     const auto write = [](const std::string& path, const std::string& bytes) {
-        return [=](const Machine& machine) { machine.write(path, bytes); };
+        return [=](const BackgroundMachine& machine) { machine.write(path, bytes); };
     };
     const auto remove = [](const std::string& path) {
-        return [=](const Machine& machine) { machine.remove(path); };
+        return [=](const BackgroundMachine& machine) { machine.remove(path); };
     };
     const auto link = [](const std::string& path, const std::string& target) {
-        return [=](const Machine& machine) { machine.link(path, target); };
+        return [=](const BackgroundMachine& machine) { machine.link(path, target); };
     };
     const Case cases[] = {
-        {"nothing", [](const Machine&) {}, ""},
+        {"nothing", [](const BackgroundMachine&) {}, ""},
         {"installing", write(vendor + "new.service", sshd), added + vendor + "new.service\n"},
         {"a link to the vendor's unit of the same name",
          link(admin + "plumbing.service", vendor + "plumbing.service"), ""},
@@ -103,7 +103,7 @@ TEST(BackgroundChanges, AreReportedIfTheyChangeWhatAProgramDoes) {
                    "\\\n  # why\n   -D\n[Unit]\nAfter=network.target\n"),
          ""},
         {"disabling",
-         [](const Machine& machine) {
+         [](const BackgroundMachine& machine) {
              machine.remove(admin + "multi-user.target.wants/ssh.service");
              machine.remove(admin + "sshd.service");
          },
@@ -111,7 +111,7 @@ TEST(BackgroundChanges, AreReportedIfTheyChangeWhatAProgramDoes) {
         {"being left with a further name only",
          remove(admin + "multi-user.target.wants/ssh.service"), ""},
         {"enabling again for another target",
-         [](const Machine& machine) {
+         [](const BackgroundMachine& machine) {
              machine.remove(admin + "multi-user.target.wants/ssh.service");
              machine.link(admin + "x.target.requires/ssh.service", "/usr/lib/systemd/system/y");
          },
@@ -137,7 +137,7 @@ TEST(BackgroundChanges, AreReportedIfTheyChangeWhatAProgramDoes) {
          changed + instance + "; UserName changed\n" + changed + vendor
              + "ssh.service; UserName changed\n"},
         {"a drop-in that is masked at once",
-         [](const Machine& machine) {
+         [](const BackgroundMachine& machine) {
              machine.write(vendor + "ssh.service.d/a.conf", "[Service]\nRestart=no\n");
              machine.link(admin + "ssh.service.d/a.conf", "/dev/null");
          },
@@ -153,7 +153,7 @@ TEST(BackgroundChanges, AreReportedIfTheyChangeWhatAProgramDoes) {
         {"another log",
          write(admin + "ssh.service.d/a.conf", "[Service]\nStandardOutput=journal\n"), ""},
         {"a drop-in that is masked by an empty file",
-         [](const Machine& machine) {
+         [](const BackgroundMachine& machine) {
              machine.write(vendor + "ssh.service.d/a.conf", "[Service]\nRestart=no\n");
              machine.write(admin + "ssh.service.d/a.conf", "");
              machine.write(admin + "ssh.service.d/b.conf", "[Service]\nUser=me\n");
@@ -166,7 +166,7 @@ TEST(BackgroundChanges, AreReportedIfTheyChangeWhatAProgramDoes) {
          changed + vendor
              + "backup.timer; Calendar schedule changed; Run interval (seconds) changed\n"},
         {"overriding by a copy with a drop-in of its own",
-         [](const Machine& machine) {
+         [](const BackgroundMachine& machine) {
              machine.write(admin + "ssh.service", sshd + "# mine\n");
              machine.write(admin + "ssh.service.d/a.conf", "[Service]\nUser=me\n");
          },
@@ -176,7 +176,7 @@ TEST(BackgroundChanges, AreReportedIfTheyChangeWhatAProgramDoes) {
         {"a further name by the distribution", link(vendor + "pipes.service", "plumbing.service"),
          ""},
         {"choosing by a further name of a further name",
-         [](const Machine& machine) {
+         [](const BackgroundMachine& machine) {
              machine.link(vendor + "pipes.service", "plumbing.service");
              machine.link(admin + "water.service", "/lib/systemd/system/pipes.service");
          },
@@ -187,7 +187,7 @@ TEST(BackgroundChanges, AreReportedIfTheyChangeWhatAProgramDoes) {
          added + vendor + "plumbing.service\n"},
         {"disabling an instance", remove(instance), removed + instance + "\n"},
         {"removing",
-         [](const Machine& machine) {
+         [](const BackgroundMachine& machine) {
              machine.remove(vendor + "ssh.service");
              machine.remove(admin + "multi-user.target.wants");
          },
@@ -218,13 +218,13 @@ TEST(BackgroundChanges, AreReportedIfTheyChangeWhatAProgramDoes) {
         {"a table whose jobs are comments", write("/etc/cron.d/stat", "# 1 2 3 4 5 root x\n"),
          removed + "/etc/cron.d/stat\n"},
         {"a script that may not be executed",
-         [](const Machine& machine) {
+         [](const BackgroundMachine& machine) {
              fs::permissions(machine.at("/etc/cron.daily/rotate"), fs::perms(0644));
          },
          changed + "/etc/cron.daily/rotate" + disabled + "\n"},
     };
     for (const auto& each : cases) {
-        const Machine machine;
+        const BackgroundMachine machine;
         const Snapshot before = machine.observed();
         EXPECT_EQ(before.coverage.issues, std::vector<std::string>()) << each.what;
         EXPECT_EQ(before.coverage.notes, std::vector<std::string>()) << each.what;
@@ -270,7 +270,7 @@ TEST(BackgroundChanges, AreNotReportedForAReleaseThatOnlyRewritesItsUnits) {
 }
 
 TEST(BackgroundChanges, AreNotReportedForAnotherSessionOrOrderOnDisk) {
-    const Machine machine;
+    const BackgroundMachine machine;
     const Snapshot before = machine.observed();
     const MadeUpMachine copy;
     std::vector<fs::path> names;
@@ -317,7 +317,7 @@ TEST(BackgroundChanges, AreNotReportedIfUnitsCannotBeReadCompletely) {
         {vendor + "backup.service", "Background items: 2" + unreadableFile.substr(19)},
     };
     for (const auto& [path, issue] : cases) {
-        const Machine machine;
+        const BackgroundMachine machine;
         machine.write(admin + "ssh.service.d/a.conf", "[Service]\nUser=me\n");
         fs::permissions(machine.root(), fs::perms(0755));
         const Snapshot before = machine.observed();
@@ -332,7 +332,7 @@ TEST(BackgroundChanges, AreNotReportedIfUnitsCannotBeReadCompletely) {
         }
     }
     // Whether a damaged file hides the one that it overrides is not known.
-    const Machine machine;
+    const BackgroundMachine machine;
     const std::string own = home(".config/autostart/files.desktop");
     machine.write(own, "[Desktop Entry]\nHidden=true\n");
     const Snapshot before = machine.observed();

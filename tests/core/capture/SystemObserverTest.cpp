@@ -26,7 +26,7 @@ const std::string awaitingRefresh =
 const std::string bundleNote =
     "Application storage records individual app bundles, not all files in Applications. "
     "Last-measured sizes may have different dates; unfinished bundles do not contribute a size.";
-const std::string inventoryPhase = "Applications and Background Inventory";
+const std::string inventoryTiming = "Applications and Background Inventory";
 
 std::string measuredChildren(const std::string& counts) {
     return counts
@@ -104,7 +104,7 @@ TEST_F(Observer, MeasuresRootsShortestFirstAndApplicationsLast) {
               (Lines{"Scanning Applications and Background Items…", "Scanning b1…", "Scanning a1…",
                      "Scanning ää…", "Scanning abc…", "Scanning Trash…", "Scanning deep…",
                      "Scanning Application Bundles…", "Saving Observation…"}));
-    EXPECT_EQ(timings(snapshot), (Lines{inventoryPhase + " +", "b1 +", "a1 +", "ää +", "abc +",
+    EXPECT_EQ(timings(snapshot), (Lines{inventoryTiming + " +", "b1 +", "a1 +", "ää +", "abc +",
                                         ".Trash +", "deep +", "Application Bundle Sizes +"}));
     EXPECT_EQ(snapshot.scanTimings->at(0).seconds, 1);
     EXPECT_EQ(snapshot.captureDuration, 8);
@@ -168,7 +168,7 @@ TEST_F(Observer, WalksEachRootInOneGoWithoutAScanner) {
     const Snapshot snapshot = capture(nullptr);
     EXPECT_EQ(phases, (Lines{"Scanning Applications and Background Items…", "Scanning a…",
                              "Scanning f…", "Scanning Applications…", "Saving Observation…"}));
-    EXPECT_EQ(timings(snapshot), (Lines{inventoryPhase + " +", "a +", "f -", "Applications +"}));
+    EXPECT_EQ(timings(snapshot), (Lines{inventoryTiming + " +", "a +", "f -", "Applications +"}));
     EXPECT_EQ(snapshot.coverage.issues,
               Lines{"Storage · f: The folder could not be opened. It may be missing or access may "
                     "be unavailable. No size comparison was made."});
@@ -178,7 +178,7 @@ TEST_F(Observer, WalksEachRootInOneGoWithoutAScanner) {
     EXPECT_EQ(snapshot.coverage.notes, Lines{});
 
     options.storageRoots.clear();
-    EXPECT_EQ(timings(capture(&scanner)), Lines{inventoryPhase + " +"});
+    EXPECT_EQ(timings(capture(&scanner)), Lines{inventoryTiming + " +"});
 }
 
 TEST_F(Observer, RecordsOnlyTheSumOfTooManyFiles) {
@@ -200,7 +200,7 @@ TEST_F(Observer, RecordsOnlyTheSumOfTooManyFiles) {
     }
 }
 
-TEST_F(Observer, MeasuresSmallRootsInThePlainInventory) {
+TEST_F(Observer, MeasuresOnlySmallRootsInACaptureWithoutPhases) {
     folder.write("long/file", "123");
     writeFiles("a", 40);
     measure({"long", "a", "missing"});
@@ -241,7 +241,8 @@ TEST_F(Observer, SharesTheBudgetAmongRoots) {
     for (const int root : {1, 2})
         EXPECT_NEAR(snapshot.scanTimings->at(std::size_t(root)).seconds, 30, 4);
     EXPECT_LT(snapshot.scanTimings->at(3).seconds, 28) << "what is left of the 90 seconds";
-    EXPECT_EQ(timings(snapshot), (Lines{inventoryPhase + " +", "a -", "b -", "c -", "d -", "e -"}));
+    EXPECT_EQ(timings(snapshot),
+              (Lines{inventoryTiming + " +", "a -", "b -", "c -", "d -", "e -"}));
 }
 
 TEST_F(Observer, ReportsUnmeasuredChildFoldersAndContinuesNextTime) {
@@ -253,7 +254,7 @@ TEST_F(Observer, ReportsUnmeasuredChildFoldersAndContinuesNextTime) {
     EXPECT_EQ(first.coverage.issues, Lines{"Storage · root: " + measuredChildren("1 of 2")});
     EXPECT_EQ(first.folders.size(), 0U);
     EXPECT_EQ(first.folderStorage->at(0).children.knownBytes(), 3);
-    EXPECT_EQ(timings(first), (Lines{inventoryPhase + " +", "root -"}));
+    EXPECT_EQ(timings(first), (Lines{inventoryTiming + " +", "root -"}));
 
     clock.readingStep = 0;
     EXPECT_EQ(sizes(capture(&scanner)), Lines{"root 103"});
@@ -278,7 +279,7 @@ TEST_F(Observer, MeasuresAnApplicationsFolderWithoutBundlesAsAFolder) {
                      "Applications/One.app "
                          + std::to_string(
                              fs::file_size(folder / "Applications/One.app/Contents/Info.plist"))}));
-    EXPECT_EQ(timings(snapshot), (Lines{inventoryPhase + " +", "programs +", "Applications +",
+    EXPECT_EQ(timings(snapshot), (Lines{inventoryTiming + " +", "programs +", "Applications +",
                                         "Applications -", "Application Bundle Sizes +"}));
     EXPECT_EQ(snapshot.coverage.issues,
               Lines{"Storage · Applications: Some entries could not be read. Earlier sizes are "
@@ -297,7 +298,7 @@ TEST_F(Observer, ReportsAFailedSaveOfMeasurements) {
     EXPECT_EQ(sizes(snapshot), Lines{"a 1"});
 }
 
-TEST_F(Observer, ReportsKnownBundleSizesWithoutTimeLeft) {
+TEST_F(Observer, ReportsKnownBundleSizesWhenNoTimeIsLeft) {
     writeBundle("Applications/One.app");
     measure({"Applications", "a"});
     capture(&scanner);
@@ -313,7 +314,7 @@ TEST_F(Observer, ReportsKnownBundleSizesWithoutTimeLeft) {
                      "observed metadata. Remaining measurements will be retried on later checks; "
                      "existing sizes are retained with their dates."}));
     EXPECT_EQ(timings(snapshot),
-              (Lines{inventoryPhase + " +", "a -", "Application Bundle Sizes -"}));
+              (Lines{inventoryTiming + " +", "a -", "Application Bundle Sizes -"}));
     ASSERT_EQ(snapshot.folders.size(), 1U);
     EXPECT_EQ(snapshot.folders[0]->measuredAt, ManualClock::start);
     EXPECT_EQ(snapshot.applicationStorage->records.size(), 2U);
@@ -340,7 +341,7 @@ TEST_F(Observer, ContinuesWithoutSizesWhenTheirFileCannotBeRead) {
         "Application size history could not be read or saved. Existing data was preserved. "))
         << snapshot.coverage.issues[2];
     EXPECT_EQ(timings(snapshot),
-              (Lines{inventoryPhase + " +", "a -", "f -", "Application Bundle Sizes -"}));
+              (Lines{inventoryTiming + " +", "a -", "f -", "Application Bundle Sizes -"}));
     EXPECT_FALSE(snapshot.folderStorage || snapshot.applicationStorage);
     EXPECT_EQ(snapshot.coverage.notes, Lines{});
     EXPECT_EQ(test::contents(file), "{ broken");
@@ -352,8 +353,8 @@ TEST_F(Observer, StopsInAnyPhase) {
     folder.write("b/sub/file", "1");
     options.applicationRoots = {folder / "Applications"};
     measure({"a", "b", "Applications"});
-    const std::string none = inventoryPhase + " -";
-    const std::string all = inventoryPhase + " +";
+    const std::string none = inventoryTiming + " -";
+    const std::string all = inventoryTiming + " +";
     const std::string bundles = "Application Bundle Sizes -";
     const std::pair<std::string, Lines> cases[] = {
         {"Scanning Applications and Background Items…", {none, "a -", "b -", bundles}},
@@ -390,7 +391,7 @@ TEST_F(Observer, ResumesAStoppedMeasurement) {
     EXPECT_EQ(stopped.coverage.issues, Lines{"Storage · root: " + measuredChildren("1 of 2")});
     const auto nested = StorageMeasurementItem::directory(folder / "root/a/b", Date{1});
     EXPECT_EQ(scanner.collect({nested}, 9, 0).records.at(0)->visitedEntries, 1)
-        << "sizes are shared only during a capture";
+        << "walked again, since the sizes of the capture are no longer shared";
 
     stopping = {};
     clock.onPause = {};
@@ -402,6 +403,7 @@ TEST_F(Observer, ResumesAStoppedMeasurement) {
 TEST_F(Observer, EndsTheScannersCaptureBeforeSaving) {
     folder.write("root/a/b/file", "1");
     measure({"root"});
+    // During a capture, a folder that was walked as part of another one is not walked again.
     const auto nested = StorageMeasurementItem::directory(folder / "root/a/b", Date{1});
     std::optional<std::int64_t> during;
     std::optional<std::int64_t> after;
