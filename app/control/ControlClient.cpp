@@ -25,7 +25,7 @@ int millisecondsLeft(const QDeadlineTimer& deadline) {
     return static_cast<int>(deadline.remainingTime());
 }
 
-bool meansNobody(int error) {
+bool meansNoListener(int error) {
     return error == ENOENT || error == ENOTDIR || error == ECONNREFUSED;
 }
 
@@ -45,11 +45,12 @@ void limitWait(const FileDescriptor& socket, std::chrono::milliseconds time) {
     ::setsockopt(socket.get(), SOL_SOCKET, SO_SNDTIMEO, &limit, sizeof limit);
 }
 
-/// Invalid when nothing listens there. Does not use QLocalSocket: when the queue of the listener is
-/// full, that needs an event loop and prints a warning.
+/// A socket that is connected to the listener at `path`; invalid when nothing listens there. Does
+/// not use QLocalSocket, which needs an event loop and prints a warning when the queue of the
+/// listener is full.
 FileDescriptor connectedTo(const std::filesystem::path& path, std::chrono::milliseconds patience) {
     const auto address = LocalSocketAddress::of(path);
-    if (!address && meansNobody(address.error()))
+    if (!address && meansNoListener(address.error()))
         return {};
     if (!address)
         throw failure(path, address.error());
@@ -58,7 +59,7 @@ FileDescriptor connectedTo(const std::filesystem::path& path, std::chrono::milli
         throw failure(path, errno);
     limitWait(socket, patience);
     if (::connect(socket.get(), address->get(), address->size()) != 0) {
-        if (meansNobody(errno))
+        if (meansNoListener(errno))
             return {};
         throw failure(path, errno);
     }
@@ -71,7 +72,8 @@ bool isOverdue(const QLocalSocket& socket) {
     return socket.error() == QLocalSocket::SocketTimeoutError;
 }
 
-/// False when the recorder closed the connection before it had the whole request.
+/// Sends the request. Returns false when the recorder closed the connection before it had all of
+/// it.
 bool send(QLocalSocket& socket, const std::string& frame, const QDeadlineTimer& deadline) {
     socket.write(frame.data(), static_cast<qint64>(frame.size()));
     while (socket.bytesToWrite() > 0)

@@ -2,12 +2,14 @@
 
 #include "core/base/JsonFields.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <filesystem>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <tuple>
+#include <vector>
 
 namespace tidemark {
 

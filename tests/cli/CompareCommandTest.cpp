@@ -4,6 +4,7 @@
 #include "tests/cli/Program.h"
 #include "tests/support/Observations.h"
 #include "tests/support/SharedRecords.h"
+#include "tests/support/Terminal.h"
 
 #include <algorithm>
 #include <filesystem>

@@ -1,5 +1,6 @@
 #include "tests/cli/RecorderProgram.h"
 #include "tests/support/OrdinaryUser.h"
+#include "tests/support/Terminal.h"
 
 #include <algorithm>
 
@@ -79,7 +80,7 @@ TEST_F(Erase, EndsTheRecorderAndRemovesAllOfItsFilesAndNoOthers) {
     EXPECT_FALSE(std::filesystem::exists(folder / "data/Tidemark/recorder.lock"));
 }
 
-TEST_F(Erase, RemovesNothingWhileSomethingIsInTheWay) {
+TEST_F(Erase, RemovesNothingIfALinkOrFolderHasTheNameOfAFile) {
     const auto data = folder / "data/Tidemark";
     const auto moved = folder / "moved";
     const std::tuple<const char*, std::function<void()>, std::function<void()>> cases[] = {
@@ -152,7 +153,7 @@ TEST_F(Erase, RemovesNothingWhileAServiceThatCantBeTurnedOffIsEnabled) {
     EXPECT_EQ(command({"erase", "--yes"}).status, 0);
 }
 
-TEST_F(Erase, ListsWhatGoesAndAsks) {
+TEST_F(Erase, ListsTheFilesAndAsksBeforeRemovingThem) {
     if (!test::hasTerminals())
         GTEST_SKIP() << "no terminal can be opened";
     record();

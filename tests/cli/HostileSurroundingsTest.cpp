@@ -2,6 +2,7 @@
 #include "recorder/LogWriter.h"
 #include "tests/cli/RecorderProgram.h"
 #include "tests/support/Pipe.h"
+#include "tests/support/Terminal.h"
 
 #include <algorithm>
 #include <csignal>
@@ -64,7 +65,7 @@ TEST_F(RecorderProgram, FailsWithOneSentenceWithoutThreadsOrFileDescriptors) {
     // The leak check of a sanitizer would start a thread of its own.
     Words variables = environment();
     variables.emplace_back("ASAN_OPTIONS=detect_leaks=0");
-    for (const rlim_t processes : {1, 2, 3}) {
+    for (const rlim_t processes : {1U, 2U, 3U}) {
         const Outcome outcome = test::run({"capture"}, Output::file, variables, [&] {
             limit(RLIMIT_NPROC, processes);
             if (::setreuid(user, user) != 0)
@@ -74,7 +75,7 @@ TEST_F(RecorderProgram, FailsWithOneSentenceWithoutThreadsOrFileDescriptors) {
         EXPECT_TRUE(test::contains(outcome.err, "No further thread could be started: "));
         EXPECT_EQ(std::ranges::count(outcome.err, '\n'), 1) << outcome.err;
     }
-    for (const rlim_t files : {7, 12, 17}) {
+    for (const rlim_t files : {7U, 12U, 17U}) {
         const Outcome outcome = command({"capture"}, [&] { limit(RLIMIT_NOFILE, files); });
         EXPECT_EQ(outcome, (Outcome{1, "",
                                     "tidemark: Too few files may be open at once: 16 more are "
@@ -128,6 +129,8 @@ TEST(LogWriter, DoesNotWaitForItsReaderAndCountsDroppedLines) {
 }
 
 TEST(LogWriter, DoesNotWaitForASocketOrATerminal) {
+    if (!test::hasTerminals())
+        GTEST_SKIP() << "this machine has no terminals";
     int sockets[2];
     ASSERT_EQ(::socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, sockets), 0);
     const FileDescriptor journal(sockets[0]);

@@ -6,6 +6,7 @@
 #include "tests/support/Pipe.h"
 #include "tests/support/PropertyLists.h"
 #include "tests/support/ResourceLimit.h"
+#include "tests/support/Terminal.h"
 
 #include <csignal>
 #include <fstream>

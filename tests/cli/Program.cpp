@@ -1,5 +1,7 @@
 #include "tests/cli/Program.h"
 
+#include "tests/support/Terminal.h"
+
 #include <array>
 #include <ostream>
 #include <stdexcept>
@@ -25,15 +27,6 @@ std::vector<char*> pointers(std::vector<std::string>& texts) {
     return list;
 }
 
-/// The master side of a new pseudo-terminal; -1 when none can be opened.
-int openTerminal() {
-    const int terminal = ::posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC);
-    if (terminal >= 0 && ::grantpt(terminal) == 0 && ::unlockpt(terminal) == 0)
-        return terminal;
-    ::close(terminal);
-    return -1;
-}
-
 /// Everything that was written to a terminal. Reading it ends with an error instead of an end of
 /// file.
 std::string drained(int terminal) {
@@ -50,12 +43,6 @@ void PrintTo(const Outcome& outcome, std::ostream* stream) {
     *stream << "status " << outcome.status << ", out:\n"
             << outcome.out << "\nerr:\n"
             << outcome.err;
-}
-
-bool hasTerminals() {
-    const int terminal = openTerminal();
-    ::close(terminal);
-    return terminal >= 0;
 }
 
 Outcome run(const std::vector<std::string>& arguments, Output output,

@@ -25,9 +25,6 @@ void PrintTo(const Outcome& outcome, std::ostream* stream);
 /// Where the standard output of a program goes. Nobody reads from the pipe.
 enum class Output { file, terminal, fullDisk, closedPipe };
 
-/// Whether this machine has terminals; a container without /dev/pts has none.
-bool hasTerminals();
-
 /// Runs the built program in English and UTC, unless `environment` has it otherwise, and waits for
 /// its end. `beforehand` is called in its process before the program begins.
 Outcome run(

@@ -73,8 +73,8 @@ Know knowing(std::shared_ptr<Adapter> adapter, Read read) {
 const auto ignore = [] {};
 
 Subject battery() {
-    constexpr const char* device = "org.freedesktop.UPower.Device";
-    constexpr const char* path = "/org/freedesktop/UPower/devices/battery_BAT0";
+    static constexpr const char* device = "org.freedesktop.UPower.Device";
+    static constexpr const char* path = "/org/freedesktop/UPower/devices/battery_BAT0";
     return {"battery",
             "org.freedesktop.UPower",
             [=](bool yes) -> Answers {
@@ -102,7 +102,7 @@ Subject battery() {
 }
 
 Subject powerMode() {
-    constexpr const char* name = "net.hadess.PowerProfiles";
+    static constexpr const char* name = "net.hadess.PowerProfiles";
     const auto state = [](bool yes) {
         return QVariantMap{{u"ActiveProfile"_s, yes ? u"power-saver"_s : u"balanced"_s}};
     };
@@ -122,8 +122,8 @@ Subject powerMode() {
 Subject bluetooth() {
     using Interfaces = QMap<QString, QVariantMap>;
     using Objects = QMap<QDBusObjectPath, Interfaces>;
-    constexpr const char* adapter = "org.bluez.Adapter1";
-    constexpr const char* path = "/org/bluez/hci0";
+    static constexpr const char* adapter = "org.bluez.Adapter1";
+    static constexpr const char* path = "/org/bluez/hci0";
     qDBusRegisterMetaType<Interfaces>();
     qDBusRegisterMetaType<Objects>();
     return {"bluetooth", "org.bluez",
@@ -147,8 +147,8 @@ Subject bluetooth() {
 }
 
 Subject wifi() {
-    constexpr const char* device = "org.freedesktop.NetworkManager.Device";
-    constexpr const char* path = "/org/freedesktop/NetworkManager/Devices/1";
+    static constexpr const char* device = "org.freedesktop.NetworkManager.Device";
+    static constexpr const char* path = "/org/freedesktop/NetworkManager/Devices/1";
     const auto state = [](bool yes) { return QVariant(yes ? 100U : 30U); };
     return {
         "wifi", "org.freedesktop.NetworkManager",
@@ -181,7 +181,7 @@ Subject wifi() {
 }
 
 Subject metered() {
-    constexpr const char* name = "org.freedesktop.NetworkManager";
+    static constexpr const char* name = "org.freedesktop.NetworkManager";
     const auto value = [](bool yes) { return QVariant(yes ? 1U : 2U); };
     return {"metered", name,
             [=](bool yes) -> Answers {
@@ -197,9 +197,9 @@ Subject metered() {
             }};
 }
 
-Subject session() {
-    constexpr const char* interface = "org.freedesktop.login1.Session";
-    constexpr const char* path = "/org/freedesktop/login1/session/_31";
+Subject desktopSession() {
+    static constexpr const char* interface = "org.freedesktop.login1.Session";
+    static constexpr const char* path = "/org/freedesktop/login1/session/_31";
     return {"session", "org.freedesktop.login1",
             [=](bool yes) -> Answers {
                 return {{u"GetSessionByPID"_s, {object(path)}},
@@ -219,7 +219,7 @@ Subject session() {
 }
 
 Subject screens() {
-    constexpr const char* name = "org.gnome.ScreenSaver";
+    static constexpr const char* name = "org.gnome.ScreenSaver";
     return {"screens",
             name,
             [](bool yes) -> Answers { return {{u"GetActive"_s, {yes}}}; },
@@ -242,7 +242,7 @@ Subject screens() {
 }
 
 Subject screensOfMutter() {
-    constexpr const char* name = "org.gnome.Mutter.DisplayConfig";
+    static constexpr const char* name = "org.gnome.Mutter.DisplayConfig";
     const auto mode = [](bool yes) { return QVariant(yes ? 3 : 0); };
     return {"screensOfMutter",
             name,
@@ -259,7 +259,7 @@ Subject screensOfMutter() {
 }
 
 Subject tray() {
-    constexpr const char* name = "org.kde.StatusNotifierWatcher";
+    static constexpr const char* name = "org.kde.StatusNotifierWatcher";
     return {"tray",
             name,
             [](bool yes) -> Answers {
@@ -333,7 +333,7 @@ struct ServiceFaults : testing::TestWithParam<Subject> {
 
 } // namespace
 
-TEST_P(ServiceFaults, AreFollowedThroughStartsAndEnds) {
+TEST_P(ServiceFaults, ChangesAndRestartsAreFollowedAndOtherSendersIgnored) {
     expectFinally("nothing");
     restart(Way::answer, true);
     expect("yes");
@@ -354,7 +354,7 @@ TEST_P(ServiceFaults, AreFollowedThroughStartsAndEnds) {
     expect("nothing");
 }
 
-TEST_P(ServiceFaults, OfRepliesAreSurvived) {
+TEST_P(ServiceFaults, MissingLateOrInvalidRepliesAreTolerated) {
     restart(Way::fail, true);
     expectFinally("nothing");
     restart(Way::nonsense, true);
@@ -389,7 +389,7 @@ TEST_P(ServiceFaults, OfRepliesAreSurvived) {
     expect("nothing");
 }
 
-TEST_P(ServiceFaults, OfAFloodCauseFewQuestions) {
+TEST_P(ServiceFaults, TooManySignalsCauseFewCalls) {
     restart(Way::answer, true);
     expect("yes");
     service.calls = 0;
@@ -403,5 +403,5 @@ TEST_P(ServiceFaults, OfAFloodCauseFewQuestions) {
 
 INSTANTIATE_TEST_SUITE_P(Adapters, ServiceFaults,
                          testing::Values(battery(), powerMode(), bluetooth(), wifi(), metered(),
-                                         session(), screens(), screensOfMutter(), tray()),
+                                         desktopSession(), screens(), screensOfMutter(), tray()),
                          [](const auto& subject) { return std::string(subject.param.name); });

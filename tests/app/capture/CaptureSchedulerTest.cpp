@@ -9,7 +9,7 @@
 
 using namespace tidemark;
 
-TEST(CaptureSchedule, IsDueOncePeriodHasPassed) {
+TEST(CaptureSchedule, IsDueOnceThePeriodHasPassed) {
     constexpr Date last{1000};
     for (const auto& [schedule, name] : json::rawValues<CaptureSchedule>) {
         const auto period = seconds(schedule);

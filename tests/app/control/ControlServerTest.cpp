@@ -114,7 +114,8 @@ struct ControlServerTest : testing::Test {
         const auto asking = [&](const std::stop_token&) {
             return ControlClient::ask(sockets, request(std::move(command)));
         };
-        return test::await(runInBackground(asking));
+        // Not at the low priority of other work, since on a busy machine 50 MB would take minutes.
+        return test::await(runInBackground(asking, {}, WorkPriority::userInitiated));
     }
     std::string answerTo(const std::string& bytes) {
         const auto talking = [&](const std::stop_token&) {
@@ -222,7 +223,7 @@ TEST_F(ControlServerTest, StopsTheCommandOfAClientThatDisconnects) {
     test::until([&] { return wasStopped; });
     EXPECT_EQ(server->connectionCount(), 0U);
 
-    // Likewise when the server is destroyed.
+    // The command is also stopped when the server is destroyed.
     wasStopped = false;
     const auto client = begin("wait");
     test::until([&] { return requests.size() == 2; });

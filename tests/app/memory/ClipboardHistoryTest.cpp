@@ -65,7 +65,7 @@ struct ClipboardHistoryTest : testing::Test {
 
 } // namespace
 
-TEST_F(ClipboardHistoryTest, RecordsEachCopyThatIsNotTheNewestAgain) {
+TEST_F(ClipboardHistoryTest, RecordsACopyUnlessItEqualsTheNewestClip) {
     start();
     for (const auto* text : {"a", "a", "b", "a"})
         copy(text);
@@ -109,7 +109,7 @@ TEST_F(ClipboardHistoryTest, StatusSaysWhatIsMissing) {
     EXPECT_EQ(history.status(), "Observation paused");
 }
 
-TEST_F(ClipboardHistoryTest, OldClipsGoWhileNothingIsCopied) {
+TEST_F(ClipboardHistoryTest, RemovesOldClipsWhileNothingIsCopied) {
     start();
     copy("old");
     clock.advance(100);

@@ -13,7 +13,7 @@ using Kind = MemoryRecord::Kind;
 
 namespace {
 
-constexpr double day = 86'400;
+constexpr double oneDay = 86'400;
 
 struct FakeIndex final : FileIndex {
     bool start(Scope wanted, Found found) override {
@@ -92,10 +92,10 @@ TEST_F(Collectors, ImportTheLastThirtyDaysOnce) {
     EXPECT_EQ(files.status(), "Not observing");
     service->start();
     EXPECT_EQ(files.status(), "Reading indexed metadata…");
-    EXPECT_EQ(index.scope.since, clock.now() + -30 * day);
+    EXPECT_EQ(index.scope.since, clock.now() + -30 * oneDay);
     EXPECT_EQ(index.scope.folders, std::nullopt);
-    found({file("/home/me/a.txt", day), file("/home/me/old.txt", 31 * day),
-           file("/home/me/.cache/b", day), file("/home/me/c.iso.crdownload", day)});
+    found({file("/home/me/a.txt", oneDay), file("/home/me/old.txt", 31 * oneDay),
+           file("/home/me/.cache/b", oneDay), file("/home/me/c.iso.crdownload", oneDay)});
     waitForStatus("Indexed files across this Mac · up to 2,000 matches per update");
     EXPECT_EQ(records(), "Modified a.txt; ");
 

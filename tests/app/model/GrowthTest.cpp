@@ -129,7 +129,7 @@ TEST_F(GrowthTest, RecordsWhenItRanAndWasPaused) {
     EXPECT_EQ(runs(), expected);
 }
 
-TEST_F(GrowthTest, RecordsAPauseThatBeganOrEndedWhileItDidNotRun) {
+TEST_F(GrowthTest, RecordsAPauseThatBeganOrEndedWhileTheRecorderDidNotRun) {
     start();
     finish();
     model->setRecordingMode(RecordingMode::paused);

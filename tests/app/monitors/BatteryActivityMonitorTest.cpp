@@ -112,7 +112,7 @@ TEST_F(BatteryActivityMonitorTest, RecordsTheLowPowerMode) {
     EXPECT_EQ(titles(), "") << "a pause is a new starting point";
 }
 
-TEST_F(BatteryActivityMonitorTest, ShowsWhatItObserves) {
+TEST_F(BatteryActivityMonitorTest, ReportsItsStatus) {
     start(monitor);
     EXPECT_EQ(*monitor.status, "Not observing yet");
     machine.absence = "There is none.";

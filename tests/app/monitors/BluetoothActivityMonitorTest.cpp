@@ -80,7 +80,7 @@ TEST_F(BluetoothActivityMonitorTest, RecordsConnectionsThatLast) {
     }
 }
 
-TEST_F(BluetoothActivityMonitorTest, ForgetsOverAPauseWhatWaitsAndWhatIsSentLate) {
+TEST_F(BluetoothActivityMonitorTest, DropsPendingAndLateReadingsWhenTurnedOff) {
     start(monitor);
     send(true, {{"A", false}});
     const auto stale = bluetooth->send;

@@ -100,7 +100,7 @@ TEST_F(NetworkActivityMonitorTest, RecordsAPathThatLasts) {
     EXPECT_EQ(*monitor->wifiStatus, "Paused");
 }
 
-TEST_F(NetworkActivityMonitorTest, ForgetsOverAPauseWhatWaitsAndWhatIsSentLate) {
+TEST_F(NetworkActivityMonitorTest, DropsPendingAndLateReadingsWhenTurnedOff) {
     start(*monitor);
     path->send(ethernet);
     wifi->sendNetwork("Home");
@@ -164,7 +164,7 @@ TEST_F(NetworkActivityMonitorTest, RecordsTheWiFiLinkWithoutNamesUnlessTurnedOn)
     EXPECT_EQ(*monitor->wifiStatus, "Wi-Fi link observation unavailable");
 }
 
-TEST_F(NetworkActivityMonitorTest, LacksOnlyTheNamesWhereTheyCantBeRead) {
+TEST_F(NetworkActivityMonitorTest, ReportsTheNamesAsAbsentWhereTheyCannotBeRead) {
     using Sources = std::map<SettingSource, ActivityMonitor::Absence>;
     wifi->absence = "There are no names.";
     EXPECT_EQ(monitor->settingSources(),

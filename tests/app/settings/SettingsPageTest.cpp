@@ -90,7 +90,7 @@ TEST(SettingsPage, ShowsChosenFoldersAndTheStateOfTheClipboard) {
     EXPECT_FALSE(hasText(rowsOf(state), "No session.")) << "shown with the switch already";
 }
 
-TEST(DeveloperSuggestions, AreFoldersOutsideOfMonitoredOnes) {
+TEST(DeveloperSuggestions, AreExistingFoldersEvenIfAlreadyMonitored) {
     using developerSuggestions::Location;
     constexpr auto places = std::to_array<Location>(
         {{"Data", "Library/Developer", ""}, {"Work", "Work", ""}, {"File", "File", ""}});

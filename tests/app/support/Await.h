@@ -4,7 +4,9 @@
 #include <QCoroTask>
 #include <QTimer>
 #include <exception>
+#include <memory>
 #include <optional>
+#include <stdexcept>
 
 #include <gtest/gtest.h>
 
@@ -39,7 +41,7 @@ struct Outcome {
 };
 
 template <class T, class Result>
-QCoro::Task<void> collect(QCoro::Task<T> task, Outcome<Result>* outcome) {
+QCoro::Task<void> collect(QCoro::Task<T> task, std::shared_ptr<Outcome<Result>> outcome) {
     try {
         if constexpr (std::is_void_v<T>)
             co_await task;
@@ -54,15 +56,19 @@ QCoro::Task<void> collect(QCoro::Task<T> task, Outcome<Result>* outcome) {
 } // namespace detail
 
 /// Runs the event loop until a coroutine has ended, and returns its result or throws its exception.
+/// Throws `std::runtime_error` when it has not ended after a minute.
 template <class T>
 T await(QCoro::Task<T> task) {
-    detail::Outcome<std::conditional_t<std::is_void_v<T>, bool, T>> outcome;
-    const auto collecting = detail::collect(std::move(task), &outcome);
-    until([&] { return outcome.done; });
-    if (outcome.failure)
-        std::rethrow_exception(outcome.failure);
+    using Result = std::conditional_t<std::is_void_v<T>, bool, T>;
+    const auto outcome = std::make_shared<detail::Outcome<Result>>();
+    const auto collecting = detail::collect(std::move(task), outcome);
+    until([&] { return outcome->done; });
+    if (outcome->failure)
+        std::rethrow_exception(outcome->failure);
+    if (!outcome->done)
+        throw std::runtime_error("the coroutine has not ended");
     if constexpr (!std::is_void_v<T>)
-        return std::move(*outcome.value);
+        return std::move(*outcome->value);
 }
 
 } // namespace tidemark::test
