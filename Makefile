@@ -114,7 +114,7 @@ lint: ## Run clang-tidy over all sources
 	@packaging/install-packages packaging/debian-packages.txt packaging/debian-packages-lint.txt
 	@cmake --preset dev -DCMAKE_CXX_COMPILER=clang++-19 -DCMAKE_DISABLE_PRECOMPILE_HEADERS=ON \
 		-DTIDEMARK_BENCH=ON -DTIDEMARK_FUZZ=ON -B build/lint >/dev/null
-	@run-clang-tidy-19 -quiet -p build/lint $(filter %.cpp,$(abspath $(SOURCES)))
+	@run-clang-tidy-19 -quiet -p build/lint /Unity/ $(filter %.cpp,$(abspath $(SOURCES)))
 
 clean: ## Remove everything that was built
 	rm -rf build

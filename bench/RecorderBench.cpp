@@ -101,7 +101,7 @@ void measureBlocks(const fs::path& folder) {
     NotificationCenter application;
     NotificationCenter workspace;
     std::size_t generation = Journal::snapshotLimit;
-    Observe observe = [&generation](ObservationOptions options, std::stop_token stop) {
+    Observe observe = [&generation](const ObservationOptions& options, std::stop_token stop) {
         const auto work = [options, number = ++generation](const std::stop_token& stopped) {
             return observeMuch(options, number, stopped);
         };

@@ -45,6 +45,22 @@ function(tidemark_precompiled name)
     target_precompile_headers(${name} PRIVATE ${arg_HEADERS})
 endfunction()
 
+# For a unity build: units of up to eight sources of one folder. In other targets a unit is eight sources that follow one
+# another, whichever folder they are in.
+function(tidemark_unite_folders target)
+    set_target_properties(${target} PROPERTIES UNITY_BUILD_MODE GROUP)
+    get_target_property(sources ${target} SOURCES)
+    list(FILTER sources INCLUDE REGEX "\\.cpp$")
+    set(count 0)
+    foreach(source ${sources})
+        get_filename_component(folder "${source}" DIRECTORY)
+        get_filename_component(folder "${folder}" NAME)
+        math(EXPR number "${count} / 8")
+        set_source_files_properties("${source}" PROPERTIES UNITY_GROUP "${folder}_${number}")
+        math(EXPR count "${count} + 1")
+    endforeach()
+endfunction()
+
 # Lets the target, and what links to it, write #include "FOLDER/….h".
 function(tidemark_include_folder target folder)
     set(include_folder "${PROJECT_BINARY_DIR}/include/${target}")

@@ -1,5 +1,6 @@
 #include "demo/DemoRecorder.h"
 
+#include "core/capture/SystemObserver.h"
 #include "core/journal/JournalStore.h"
 
 #include <array>
@@ -8,8 +9,8 @@ namespace tidemark::demo {
 
 namespace {
 
-constexpr std::array stages{"Scanning Applications and Background Items…", "Scanning Documents…",
-                            "Scanning Projects…", "Saving Observation…"};
+constexpr std::array stages{SystemObserver::inventoryPhase, "Scanning Documents…",
+                            "Scanning Projects…", SystemObserver::savingPhase};
 
 /// All that the screens show, so that no place says that it has no source here.
 SettingSources everySource() {

@@ -50,7 +50,7 @@ struct Studio {
     HistoryScreen& history() const { return recorder->model().history(); }
 };
 
-/// Handles events until the model is idle, and what that causes.
+/// Handles events for that time, and after it until no comparison is running.
 void settle(const Studio& studio, int milliseconds = 120) {
     QElapsedTimer timer;
     timer.start();
@@ -65,7 +65,7 @@ void write(QWidget& widget, const QString& folder, const QString& name) {
         throw Error(path.toStdString() + " could not be written.");
 }
 
-/// Selects the first event of the list whose title begins so.
+/// Selects the first event of the list whose title begins with `title`.
 void select(const Studio& studio, std::string_view title) {
     for (const auto& event : studio.history().presentation().events)
         if (event->title.starts_with(title)) {
@@ -75,8 +75,17 @@ void select(const Studio& studio, std::string_view title) {
     throw Error("No event is called " + std::string(title) + ".");
 }
 
+/// The first widget of this type inside `parent`. Throws `Error` if there is none.
+template <class Widget>
+Widget& widgetIn(const QWidget& parent) {
+    auto* found = parent.findChild<Widget*>();
+    if (!found)
+        throw Error("The window has no " + std::string(Widget::staticMetaObject.className()) + ".");
+    return *found;
+}
+
 FolderTree& tree(const Studio& studio) {
-    return *studio.window->findChild<FolderInspectorView*>()->findChild<FolderTree*>();
+    return widgetIn<FolderTree>(widgetIn<FolderInspectorView>(*studio.window));
 }
 
 struct Scene {
@@ -113,9 +122,9 @@ void press(QWidget& widget, Qt::Key key) {
     QApplication::sendEvent(&widget, &event);
 }
 
-/// Where the list has the first time in which nothing was observed.
+/// Scrolls the list to the first period in which nothing was observed.
 void atAGap(const Studio& studio) {
-    auto& list = *studio.window->findChild<TimelineView*>();
+    auto& list = widgetIn<TimelineView>(*studio.window);
     for (int row = 0; row < list.model()->rowCount(); ++row) {
         const QModelIndex index = list.model()->index(row, 0);
         if (TimelineModel::kindOf(index) >= TimelineModel::RowKind::gap)
@@ -124,18 +133,19 @@ void atAGap(const Studio& studio) {
     throw Error("The list has no gap.");
 }
 
-/// In the map of one folder, its parts.
+/// Opens a folder in the map, so that it shows the parts of the folder.
 void insideAFolder(const Studio& studio) {
     atFolderSizes(studio);
     auto& table = tree(studio);
     table.setCurrentIndex(table.model()->index(0, 0));
-    auto& map = *studio.window->findChild<FolderMapView*>();
+    auto& map = widgetIn<FolderMapView>(*studio.window);
     map.setFocus();
     press(map, Qt::Key_Return);
     press(map, Qt::Key_Right);
 }
 
-/// The chart of the last month, with the cursor at `share` of it.
+/// Shows the chart of a folder, or of the free space if `folder` is empty, with the cursor at this
+/// share of its width.
 StorageChartView& chartOf(const Studio& studio, const std::string& folder, double share) {
     studio.history().navigate(WorkspaceDestination::storageOverTime, true);
     auto& growth = studio.model().growth();
@@ -144,7 +154,7 @@ StorageChartView& chartOf(const Studio& studio, const std::string& folder, doubl
     while (!growth.content() || growth.isPreparing())
         settle(studio);
     settle(studio);
-    auto& chart = *studio.window->findChild<StorageChartView*>();
+    auto& chart = widgetIn<StorageChartView>(*studio.window);
     chart.setFocus();
     chart.setCursor(static_cast<std::size_t>(share * (chart.partCount() - 1)));
     return chart;
@@ -319,7 +329,7 @@ void photograph(const Scene& scene, const MadeUpHistory& history, const QString&
     studio.window.reset();
 }
 
-/// Of the dialogs, which stand on their own.
+/// Takes the pictures of the windows and dialogs besides the main window.
 void photographDialogs(const MadeUpHistory& history, const QString& folder,
                        const QStringList& only) {
     Studio studio = opened({.name = "", .arrange = {}}, history);
@@ -348,12 +358,12 @@ void photographDialogs(const MadeUpHistory& history, const QString& folder,
         windows.settings().verticalScrollBar()->maximum());
     take(windows.settings(), "settings-end");
     windows.search().open();
-    windows.search().findChild<QLineEdit*>()->setText(QStringLiteral("draw"));
+    widgetIn<QLineEdit>(windows.search()).setText(QStringLiteral("draw"));
     take(windows.search(), "search-panel");
     tasks.start(studio.model().snapshots().beginSavedSnapshot());
     settle(studio);
     SaveSnapshotDialog saving(studio.model(), tasks, nullptr);
-    saving.findChild<QLineEdit*>()->setText(QStringLiteral("Before the upgrade"));
+    widgetIn<QLineEdit>(saving).setText(QStringLiteral("Before the upgrade"));
     take(saving, "save-snapshot");
     studio.model().snapshots().cancelSavedSnapshot();
 }

@@ -9,7 +9,7 @@ std::string part(std::string_view text) {
     return replaced(replaced(replaced(text, "\\", "\\\\"), ":", "\\:"), "]", "\\]");
 }
 
-std::string choicesOf(const OptionDescription& option) {
+std::string choiceWords(const OptionDescription& option) {
     std::string text;
     for (const auto& choice : option.choices)
         text += (text.empty() ? "" : " ") + replaced(part(choice), " ", "\\ ");
@@ -17,10 +17,10 @@ std::string choicesOf(const OptionDescription& option) {
 }
 
 /// ":MESSAGE:ACTION", which offers the possible values.
-std::string valueOf(const OptionDescription& option) {
+std::string valueCompletion(const OptionDescription& option) {
     if (option.isFlag)
         return "";
-    const auto action = !option.choices.empty() ? choicesOf(option)
+    const auto action = !option.choices.empty() ? choiceWords(option)
                         : isPath(option)        ? std::string("_files")
                                                 : std::string(" ");
     return ":" + part(option.form.valueName) + ":" + action;
@@ -30,11 +30,11 @@ std::string valueOf(const OptionDescription& option) {
 std::string descriptionOf(const OptionDescription& option) {
     const auto line = [](const std::string& text) { return " \\\n        " + inQuotes(text); };
     if (option.form.isPositional)
-        return line((option.isRepeated ? "*" : "") + valueOf(option));
+        return line((option.isRepeated ? "*" : "") + valueCompletion(option));
     std::string text;
     for (const auto& name : names(option))
         text += line((option.isRepeated ? "*" : "") + name + "[" + part(option.help) + "]"
-                     + valueOf(option));
+                     + valueCompletion(option));
     return text;
 }
 

@@ -15,7 +15,7 @@ namespace {
 
 constexpr std::size_t rows = 12;
 constexpr std::size_t sizeTickLimit = 5;
-/// A date below the drawing needs so many columns.
+/// The columns that each date below the drawing needs.
 constexpr std::size_t dateWidth = 12;
 /// The most lines of one kind below the drawing.
 constexpr std::size_t noteLimit = 8;
@@ -37,7 +37,7 @@ private:
     std::vector<std::string> lines;
 };
 
-/// Where times and sizes are in the drawing.
+/// The columns of times and the lines of sizes in the drawing.
 class Axes {
 public:
     Axes(const StorageChart& chart, std::size_t width)
@@ -98,7 +98,7 @@ void drawStep(Grid& grid, const Axes& axes, const StorageChart::Point& from,
     const auto after = axes.row(to.bytes);
     for (auto column = axes.column(from.at) + 1; column < end; ++column)
         grid.set(column, before, '-');
-    // std::minmax returns references.
+    // std::minmax returns references to its arguments, so these must be variables.
     const auto [top, bottom] = std::minmax(before, after);
     for (auto row = top + 1; row < bottom; ++row)
         grid.setIfEmpty(end, row, '|');
@@ -135,7 +135,7 @@ std::string dateLine(const StorageChart& chart, const Axes& axes, std::size_t wi
     return line;
 }
 
-std::string withoutEnd(std::string line) {
+std::string withoutTrailingSpaces(std::string line) {
     line.erase(line.find_last_not_of(' ') + 1);
     return line;
 }
@@ -185,14 +185,14 @@ std::string ChartPrinter::text(const StorageChart& chart) const {
     const std::string indent(labels + 2, ' ');
     out += "\n";
     if (!chart.flags.empty())
-        out += withoutEnd(indent + flagLine(chart, axes, drawn)) + "\n";
+        out += withoutTrailingSpaces(indent + flagLine(chart, axes, drawn)) + "\n";
     for (std::size_t row = 0; row < rows; ++row) {
         const std::string label = axes.label(row);
-        out += std::string(labels - columns(label), ' ') + label + " |" + withoutEnd(grid.line(row))
-               + "\n";
+        out += std::string(labels - columns(label), ' ') + label + " |"
+               + withoutTrailingSpaces(grid.line(row)) + "\n";
     }
     out += std::string(labels + 1, ' ') + "+" + std::string(drawn, '-') + "\n";
-    out += withoutEnd(indent + dateLine(chart, axes, drawn, calendar)) + "\n";
+    out += withoutTrailingSpaces(indent + dateLine(chart, axes, drawn, calendar)) + "\n";
     const std::string notes = legend(chart, calendar);
     return notes.empty() ? out : out + "\n" + notes;
 }

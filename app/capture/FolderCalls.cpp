@@ -12,7 +12,8 @@ namespace tidemark {
 struct FolderCalls::State {
     std::mutex mutex;
     std::condition_variable_any ended;
-    /// The folders of calls that did not end in time; no second thread is started for them.
+    /// The folder of each abandoned call that is still running. No new call is started for these
+    /// folders; a folder is here twice if two calls were already running.
     std::multiset<std::filesystem::path> hanging;
 };
 
@@ -21,19 +22,19 @@ FolderCalls::FolderCalls(std::chrono::milliseconds longest)
 
 bool FolderCalls::endsInTime(const std::filesystem::path& folder, std::function<void()> work,
                              std::function<void()> whenLate, const std::stop_token& stop) const {
-    enum class Stage { running, ended, leftBehind };
+    enum class Stage { running, ended, abandoned };
     const auto stage = std::make_shared<Stage>(Stage::running);
 
     std::unique_lock lock(state->mutex);
     if (stop.stop_requested() || state->hanging.contains(folder))
         return false;
-    // Not a thread of the pool, which would run out of threads.
+    // A thread of its own, because calls that hang would use up the threads of the common pool.
     startThread([shared = state, stage, folder, work = std::move(work),
                  whenLate = std::move(whenLate)] {
         lowerThreadPriority();
         work();
         std::unique_lock own(shared->mutex);
-        if (*stage == Stage::leftBehind) {
+        if (*stage == Stage::abandoned) {
             shared->hanging.erase(shared->hanging.find(folder));
             own.unlock();
             return whenLate();
@@ -45,7 +46,7 @@ bool FolderCalls::endsInTime(const std::filesystem::path& folder, std::function<
     state->ended.wait_for(lock, stop, longest, [&] { return *stage == Stage::ended; });
     if (*stage == Stage::ended)
         return true;
-    *stage = Stage::leftBehind;
+    *stage = Stage::abandoned;
     state->hanging.insert(folder);
     return false;
 }

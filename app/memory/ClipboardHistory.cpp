@@ -28,7 +28,7 @@ void ClipboardHistory::start(MemoryHistoryService& service) {
         read(preferences, preferenceKeys::memoryExcludedApps),
         [this](const CopiedItem& item) { record(item); },
         [this](const ClipboardAccess& access) { showAccess(access); });
-    tasks.start(applyAges(watching.get_token()));
+    tasks.start(removeOldClips(watching.get_token()));
 }
 
 void ClipboardHistory::stop() {
@@ -65,12 +65,13 @@ void ClipboardHistory::showAccess(const ClipboardAccess& access) {
                      "copied, so the list of excluded applications has no effect.";
 }
 
-QCoro::Task<void> ClipboardHistory::applyAges(std::stop_token stop) {
+QCoro::Task<void> ClipboardHistory::removeOldClips(std::stop_token stop) {
     const auto hold = tasks.hold();
     while (true) {
         const bool isDue = co_await clock.sleep(agePeriod, stop, AppClock::Slack::allowed);
         if (!isDue || history == nullptr)
             co_return;
+        // Every update removes the clips that are too old, also an update without a new record.
         history->update({});
     }
 }

@@ -23,7 +23,7 @@ public:
     /// Seconds between two removals of clips that have become too old.
     static constexpr double agePeriod = 60;
 
-    /// `clipboard` is null where the system has none. The others must outlive this object.
+    /// `clipboard` is null where the system has none. The other arguments must outlive this object.
     ClipboardHistory(Preferences& preferences, std::unique_ptr<Clipboard> clipboard,
                      AppClock& clock = AppClock::system());
     ~ClipboardHistory() override;
@@ -36,19 +36,19 @@ public:
 
     /// What is recorded at present and what is not, as sentences.
     const std::string& status() const { return *statusText; }
-    /// Why copies can't be recorded in this session, as a sentence; empty when they can, as far as
-    /// it is known. It is found out while the history is on.
+    /// Why copies can't be recorded in this session, as a sentence; empty when they can. Also
+    /// empty before `start`, which is what asks the session.
     const std::string& absence() const { return absenceText; }
 
 private:
     void record(const CopiedItem& item);
     void showAccess(const ClipboardAccess& access);
-    QCoro::Task<void> applyAges(std::stop_token stop);
+    QCoro::Task<void> removeOldClips(std::stop_token stop);
 
     Preferences& preferences;
     const std::unique_ptr<Clipboard> clipboard;
     AppClock& clock;
-    /// Set while it collects.
+    /// Null while copies are not recorded.
     MemoryHistoryService* history = nullptr;
     Published<std::string> statusText{this};
     std::string absenceText;

@@ -11,7 +11,6 @@ namespace tidemark {
 
 namespace {
 
-using Row = SettingsRow;
 using Kind = SettingsRow::Kind;
 using Command = SettingsRow::Command;
 using systemWords::shown;
@@ -31,7 +30,7 @@ public:
                     .absence = isPossible ? "" : "Not possible at this moment."});
     }
     Group& toggle(const SwitchKey& key, std::string_view label) {
-        Row row{.kind = Kind::toggle, .label = shown(label), .key = key.name};
+        SettingsRow row{.kind = Kind::toggle, .label = shown(label), .key = key.name};
         row.isOn = read(state.preferences, key);
         row.absence = absenceOf(key.name);
         return add(std::move(row));
@@ -39,32 +38,34 @@ public:
     Group& toggle(Command command, std::string_view label, bool isOn) {
         return add({.kind = Kind::toggle, .label = shown(label), .command = command, .isOn = isOn});
     }
-    Group& choice(const ChoiceKey& key, std::string_view label, std::vector<Row::Option> options) {
-        Row row{.kind = Kind::choice, .label = shown(label), .key = key.name};
+    Group& choice(const ChoiceKey& key, std::string_view label,
+                  std::vector<SettingsRow::Option> options) {
+        SettingsRow row{.kind = Kind::choice, .label = shown(label), .key = key.name};
         row.value = read(state.preferences, key);
         row.options = std::move(options);
         row.absence = absenceOf(key.name);
         return add(std::move(row));
     }
     Group& number(const NumberKey& key, std::string_view label) {
-        Row row{.kind = Kind::number, .label = shown(label), .key = key.name};
+        SettingsRow row{.kind = Kind::number, .label = shown(label), .key = key.name};
         row.value = std::to_string(read(state.preferences, key));
         row.absence = absenceOf(key.name);
         return add(std::move(row));
     }
     Group& textField(const TextKey& key, std::string_view label) {
-        Row row{.kind = Kind::textField, .label = shown(label), .key = key.name};
+        SettingsRow row{.kind = Kind::textField, .label = shown(label), .key = key.name};
         row.value = read(state.preferences, key);
         row.absence = absenceOf(key.name);
         return add(std::move(row));
     }
     /// A path in a list, which `command` removes from it.
     Group& path(Command command, const std::string& path, std::string_view help = "") {
-        Row row{.kind = Kind::path, .label = oneLine(path), .command = command, .value = path};
+        SettingsRow row{
+            .kind = Kind::path, .label = oneLine(path), .command = command, .value = path};
         row.help = shown(help);
         return add(std::move(row));
     }
-    Group& add(Row row) {
+    Group& add(SettingsRow row) {
         if (!row.label.empty())
             made.rows.push_back(std::move(row));
         return *this;
@@ -81,8 +82,8 @@ private:
     SettingsGroup made;
 };
 
-std::vector<Row::Option> scheduleOptions() {
-    std::vector<Row::Option> options;
+std::vector<SettingsRow::Option> scheduleOptions() {
+    std::vector<SettingsRow::Option> options;
     for (const auto& [schedule, raw] : json::rawValues<CaptureSchedule>)
         options.push_back({std::string(raw), std::string(label(schedule))});
     return options;

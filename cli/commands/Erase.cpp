@@ -74,7 +74,7 @@ std::string list(const Erasure& erasure) {
     return text;
 }
 
-std::optional<std::string> question(const EraseOptions& options) {
+std::optional<std::string> eraseQuestion(const EraseOptions& options) {
     const auto places = RecorderPlaces::current();
     const Erasure erasure = present(places);
     const bool isService = hasService();
@@ -124,7 +124,7 @@ int erase(const EraseOptions&) {
         return 0;
     }
     endRecorder(places);
-    // Else it would begin a new history with the next session.
+    // Otherwise the service would begin a new history with the next session.
     if (isService)
         systemServices::recorderService()->disable();
     std::optional<FolderLock> lock;
@@ -151,7 +151,7 @@ Command commands::erase() {
             .details =
                 "Shows what will be removed and asks. Ends a recorder without windows first.",
         },
-        {.question = question});
+        {.question = eraseQuestion});
 }
 
 } // namespace tidemark

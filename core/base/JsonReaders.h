@@ -22,7 +22,7 @@
 #include <vector>
 
 /// Fill values of each type from the tokens of a JSON document. The readers are stateless; the
-/// decoder keeps track of the place in the document.
+/// decoder keeps track of the position in the document.
 namespace tidemark::json {
 
 /// What is wrong with a value; the decoder adds its path in the document.
@@ -227,6 +227,9 @@ public:
     }
     std::size_t recall(void* value, std::string_view text, InternPool& pool) const override {
         if constexpr (Recurring<T>) {
+            static_assert(!Repeating<T>, "the text of such a record leaves out the members that "
+                                         "equal those of the record before, so records that differ "
+                                         "may have the same text");
             auto recalled = pool.recall<T>(text);
             if (recalled.value)
                 this->of(value) = Box<T>(std::move(recalled.value));
@@ -261,7 +264,8 @@ public:
     Target element(void* value) const override {
         auto& values = this->of(value);
         if constexpr (isRepeating<T>)
-            // Its reader begins with what repeats.
+            // Reading starts from a copy of the record before, because the document leaves out what
+            // is equal in both.
             if (!values.empty())
                 return {&readerOf<T>(), &values.emplace_back(T(values.back()))};
         return {&readerOf<T>(), &values.emplace_back()};

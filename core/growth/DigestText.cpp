@@ -13,7 +13,7 @@ namespace digestText {
 
 std::string period(const HistoryDigest& digest, const Calendar& calendar) {
     return storageChartText::lengthInWords(digest.through - digest.since) + ", since "
-           + calendar.format(digest.since, "d MMM yyyy, HH:mm");
+           + storageChartText::momentText(digest.since, calendar);
 }
 
 std::string counts(const HistoryDigest& digest) {

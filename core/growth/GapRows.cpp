@@ -26,7 +26,7 @@ struct Period {
 };
 using Periods = std::vector<Period>;
 
-/// From each request to sleep to the next wake.
+/// The periods from each request to sleep to the next wake.
 Periods sleepPeriods(const std::vector<Shared<SystemActivity>>& activity) {
     Periods periods;
     std::optional<Date> asleepSince;
@@ -125,8 +125,9 @@ const char* sentenceOf(Reason reason) {
 }
 
 std::string timesOf(const GapRow& row, const Calendar& calendar) {
-    const auto moment = [&](Date at) { return calendar.format(at, "d MMM yyyy, HH:mm"); };
-    return moment(row.start) + " – " + (row.isOngoing ? "now" : moment(row.end));
+    using storageChartText::momentText;
+    return momentText(row.start, calendar) + " – "
+           + (row.isOngoing ? "now" : momentText(row.end, calendar));
 }
 
 GapRow finished(GapRow row, const Calendar& calendar) {

@@ -2,6 +2,7 @@
 
 #include "core/base/Arithmetic.h"
 #include "core/base/Text.h"
+#include "core/growth/StorageChartText.h"
 
 #include <algorithm>
 #include <cmath>
@@ -37,10 +38,6 @@ std::string monitoredOnly(std::int64_t change) {
            + amount(change) + ".";
 }
 
-std::string moment(Date at, const Calendar& calendar) {
-    return calendar.format(at, "d MMM yyyy, HH:mm");
-}
-
 /// "—" where it did not exist, "Unknown" where its size is not known.
 std::string sizeText(const std::optional<DatedSize>& size, bool didExist) {
     if (size)
@@ -70,11 +67,12 @@ std::string shareText(const GrowthItem& item) {
 }
 
 std::string helpText(const GrowthItem& item, const Calendar& calendar) {
+    using storageChartText::momentText;
     std::string help = oneLine(item.path);
     if (item.before)
-        help += "\nBefore: measured " + moment(item.before->measuredAt, calendar);
+        help += "\nBefore: measured " + momentText(item.before->measuredAt, calendar);
     if (item.after)
-        help += "\nAfter: measured " + moment(item.after->measuredAt, calendar);
+        help += "\nAfter: measured " + momentText(item.after->measuredAt, calendar);
     for (const auto& part : item.parts)
         help += "\n" + oneLine(part.name) + " " + signedBytes(part.delta());
     return help;
@@ -140,9 +138,7 @@ std::string period(const GrowthReport& report, const Calendar& calendar) {
     }
     if (last < first)
         return {};
-    const bool isOneDay = calendar.startOfDay(first) == calendar.startOfDay(last);
-    return moment(first, calendar) + " – "
-           + (isOneDay ? calendar.format(last, "HH:mm") : moment(last, calendar));
+    return storageChartText::periodText(first, last, calendar);
 }
 
 Row row(const GrowthItem& item, const Calendar& calendar) {

@@ -149,7 +149,7 @@ void addMarks(StorageChart& chart, const Journal& journal) {
             return std::visit(Concerns{chart.subject}, change);
         };
         if (std::ranges::any_of(event->changes, concerns))
-            chart.marks.push_back({event, oneLine(shownTitle(*event))});
+            chart.marks.push_back({event, shownTitle(*event)});
     }
     std::ranges::stable_sort(chart.marks, {},
                              [](const auto& mark) { return mark.event->timestamp; });

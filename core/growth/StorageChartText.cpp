@@ -25,10 +25,6 @@ constexpr std::array units{Unit{365 * day, "year", "years"}, Unit{30 * day, "mon
                            Unit{day, "day", "days"}, Unit{60 * minute, "hour", "hours"},
                            Unit{minute, "minute", "minutes"}};
 
-std::string momentText(Date at, const Calendar& calendar) {
-    return calendar.format(at, "d MMM yyyy, HH:mm");
-}
-
 /// Whether a line joins the point to the one before it.
 bool isJoined(const StorageChart& chart, std::size_t point) {
     return point > 0 && chart.points[point - 1].line == chart.points[point].line;
@@ -69,14 +65,10 @@ Row pointRow(const StorageChart& chart, std::size_t index, const Calendar& calen
 }
 
 /// When the event happened: at one time, or between two.
-std::string timesOf(const Event& event, const Calendar& calendar) {
-    std::string end = momentText(event.timestamp, calendar);
-    if (event.intervalStart == event.timestamp)
-        return end;
-    const std::string start = momentText(event.intervalStart, calendar);
-    if (calendar.startOfDay(event.intervalStart) != calendar.startOfDay(event.timestamp))
-        return start + " – " + end;
-    return start + " – " + calendar.format(event.timestamp, "HH:mm");
+std::string datesOf(const Event& event, const Calendar& calendar) {
+    return event.intervalStart == event.timestamp
+               ? momentText(event.timestamp, calendar)
+               : periodText(event.intervalStart, event.timestamp, calendar);
 }
 
 } // namespace
@@ -91,6 +83,16 @@ std::string lengthInWords(double seconds) {
             return std::to_string(count) + " " + (count == 1 ? unit.one : unit.many);
     }
     return "less than a minute";
+}
+
+std::string momentText(Date at, const Calendar& calendar) {
+    return calendar.format(at, "d MMM yyyy, HH:mm");
+}
+
+std::string periodText(Date start, Date end, const Calendar& calendar) {
+    const bool isWithinDay = calendar.startOfDay(start) == calendar.startOfDay(end);
+    return momentText(start, calendar) + " – "
+           + (isWithinDay ? calendar.format(end, "HH:mm") : momentText(end, calendar));
 }
 
 std::string dayText(Date at, const Calendar& calendar) {
@@ -143,7 +145,7 @@ std::vector<Row> rows(const StorageChart& chart, const Calendar& calendar) {
                           "Snapshot: " + oneLine(flag.name)}});
     for (const auto& mark : chart.marks)
         dated.push_back(
-            {mark.event->timestamp, {timesOf(*mark.event, calendar), {}, {}, mark.title}});
+            {mark.event->timestamp, {datesOf(*mark.event, calendar), {}, {}, mark.title}});
     std::ranges::stable_sort(dated, std::ranges::greater(), &DatedRow::at);
     std::vector<Row> rows;
     for (auto& each : dated)

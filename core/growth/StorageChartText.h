@@ -16,6 +16,11 @@ inline constexpr std::string_view noPoints =
 /// A length of time in words, of the largest unit that fits: "40 minutes", "3 days", "2 months".
 std::string lengthInWords(double seconds);
 
+/// A date and time, to the minute: "12 Mar 2026, 14:05".
+std::string momentText(Date at, const Calendar& calendar);
+/// Two moments, with the date only once where it is the same: "12 Mar 2026, 14:05 – 15:10".
+std::string periodText(Date start, Date end, const Calendar& calendar);
+
 /// The day under the cursor: "Thursday, 12 March 2026".
 std::string dayText(Date at, const Calendar& calendar);
 

@@ -10,7 +10,7 @@ namespace {
 
 using Samples = std::vector<StorageSample>;
 
-std::vector<const Snapshot*> inOrder(const Journal& journal) {
+std::vector<const Snapshot*> byTime(const Journal& journal) {
     std::vector<const Snapshot*> snapshots;
     for (const auto& snapshot : journal.snapshots)
         snapshots.push_back(&*snapshot);
@@ -121,7 +121,7 @@ bool StorageSample::isComparable(const StorageSample& other, StorageSubjectKind 
 
 std::vector<StorageSample> storageSamples(const GrowthSource& source,
                                           const StorageSubject& subject) {
-    const auto snapshots = inOrder(*source.journal);
+    const auto snapshots = byTime(*source.journal);
     Samples samples = keptSizes(snapshots, subject);
     // The snapshots have the sizes of children, but only those of days are comparable: a child is
     // not measured at each capture.
@@ -136,7 +136,7 @@ std::vector<StorageSample> storageSamples(const GrowthSource& source,
 
 std::map<std::string, std::vector<StorageSample>, std::less<>>
 folderSamples(const GrowthSource& source) {
-    const auto snapshots = inOrder(*source.journal);
+    const auto snapshots = byTime(*source.journal);
     std::map<std::string, Samples, std::less<>> all;
     for (std::size_t i = 0; i < snapshots.size(); ++i)
         for (const auto& folder : snapshots[i]->folders)

@@ -16,8 +16,8 @@ public:
     class Reading;
 
     /// Checks which databases have changed, for lookups of files below `folders` (paths without
-    /// links). After a stop request, lookups return quickly and may find no owner; the next `read`
-    /// begins anew.
+    /// links). After a stop request, a database that was not read yet is not read to its end:
+    /// lookups in it may report the owner as unknown, and after the next `read` it is read again.
     Reading read(const MachineFiles& machine, const OwnedFolders& folders,
                  const std::stop_token& stop = {});
 
@@ -29,7 +29,8 @@ private:
         std::unique_ptr<PackageDatabase> database;
     };
 
-    void refresh(const MachineFiles& of, const OwnedFolders& asked, const std::stop_token& asking);
+    void refresh(const MachineFiles& newMachine, const OwnedFolders& newFolders,
+                 const std::stop_token& newStop);
     Ownership owner(const std::string& path);
     void open(Kept& kept) const;
     void rest();
@@ -53,9 +54,9 @@ public:
 
 private:
     friend PackageIndex;
-    Reading(PackageIndex& asked, const MachineFiles& machine, const OwnedFolders& folders,
+    Reading(PackageIndex& parent, const MachineFiles& machine, const OwnedFolders& folders,
             const std::stop_token& stop)
-        : index(asked), lock(asked.mutex) {
+        : index(parent), lock(parent.mutex) {
         index.refresh(machine, folders, stop);
     }
 

@@ -11,7 +11,8 @@ namespace tidemark::RpmInstallations {
 
 namespace {
 
-/// The most steps of a query; enough for tens of thousands of transactions.
+/// The most steps of SQLite's virtual machine in one query; enough for tens of thousands of
+/// transactions.
 constexpr int mostSteps = 100'000'000;
 /// The name under which signing keys are recorded like packages.
 constexpr std::string_view keyPackage = "gpg-pubkey";
@@ -20,8 +21,8 @@ struct History {
     const char* path;
     const char* query;
 };
-/// Each query gives the names of packages and the reasons of their changes, oldest first. Automatic
-/// are those whose last reason is 1, "dependency", or 4, "weak dependency".
+/// Each query returns the name and the reason of each change of a package, oldest first. A package
+/// is automatic if its last reason is 1, "dependency", or 4, "weak dependency".
 constexpr History histories[] = {
     {"/var/lib/dnf/history.sqlite",
      "SELECT rpm.name, trans_item.reason FROM trans_item JOIN rpm USING (item_id) "
@@ -58,32 +59,33 @@ std::optional<Date> dateOf(std::string_view key) {
     return Date::fromUnix(seconds);
 }
 
-struct Number {
-    sqlite3_int64 package;
+struct InstalledPackage {
+    /// The key of its header in the table `Packages`.
+    sqlite3_int64 number;
     Date date;
 };
 
-/// The packages of the transactions since then; absent when the query fails.
-std::optional<std::vector<Number>> numbersSince(const SqliteFile& file, Date since) {
+/// The packages of the transactions since `since`; absent when the query fails.
+std::optional<std::vector<InstalledPackage>> packagesSince(const SqliteFile& file, Date since) {
     const auto statement = file.prepare("SELECT key, hnum FROM Installtid");
-    std::vector<Number> numbers;
+    std::vector<InstalledPackage> packages;
     int result = SQLITE_ERROR;
     while (statement && (result = ::sqlite3_step(statement.get())) == SQLITE_ROW)
         if (const auto date = dateOf(bytesAt(statement.get(), 0)); date && *date >= since)
-            numbers.push_back({::sqlite3_column_int64(statement.get(), 1), *date});
-    return result == SQLITE_DONE ? std::optional(std::move(numbers)) : std::nullopt;
+            packages.push_back({::sqlite3_column_int64(statement.get(), 1), *date});
+    return result == SQLITE_DONE ? std::optional(std::move(packages)) : std::nullopt;
 }
 
 std::expected<std::vector<Installation>, PackageFailure> readFrom(const SqliteFile& file,
                                                                   Date since) {
-    const auto numbers = numbersSince(file, since);
+    const auto packages = packagesSince(file, since);
     const auto statement = file.prepare("SELECT blob FROM Packages WHERE hnum = ?");
-    if (!numbers || !statement)
+    if (!packages || !statement)
         return std::unexpected(PackageFailure::unreadable);
     std::vector<Installation> all;
-    for (const auto& [package, date] : *numbers) {
+    for (const auto& [number, date] : *packages) {
         ::sqlite3_reset(statement.get());
-        ::sqlite3_bind_int64(statement.get(), 1, package);
+        ::sqlite3_bind_int64(statement.get(), 1, number);
         if (::sqlite3_step(statement.get()) != SQLITE_ROW)
             return std::unexpected(PackageFailure::unreadable);
         const auto header = RpmHeader::parse(bytesAt(statement.get(), 0));

@@ -132,8 +132,8 @@ void BusService::readProperty(const QString& path, const QString& interface, con
                               const UseValue& use) {
     ask(path, propertiesInterface, QStringLiteral("Get"), {interface, name},
         [use](const QDBusMessage& reply) {
-            const bool isThere = reply.type() == QDBusMessage::ReplyMessage;
-            use(isThere ? reply.arguments().value(0).value<QDBusVariant>().variant() : QVariant());
+            const bool wasRead = reply.type() == QDBusMessage::ReplyMessage;
+            use(wasRead ? reply.arguments().value(0).value<QDBusVariant>().variant() : QVariant());
         });
 }
 
@@ -141,8 +141,8 @@ void BusService::readProperties(const QString& path, const QString& interface,
                                 const UseValues& use) {
     ask(path, propertiesInterface, QStringLiteral("GetAll"), {interface},
         [use](const QDBusMessage& reply) {
-            const bool isThere = reply.type() == QDBusMessage::ReplyMessage;
-            use(isThere ? qdbus_cast<QVariantMap>(reply.arguments().value(0)) : QVariantMap());
+            const bool wasRead = reply.type() == QDBusMessage::ReplyMessage;
+            use(wasRead ? qdbus_cast<QVariantMap>(reply.arguments().value(0)) : QVariantMap());
         });
 }
 
@@ -166,8 +166,8 @@ BusService::Subscription BusService::subscribe(const QString& path, const QStrin
                 handle(message);
         });
     const auto matched = firstArgument.isEmpty() ? QStringList() : QStringList{firstArgument};
-    // Qt waits here, and when the receiver is destroyed, for its thread that handles the messages
-    // of the buses. That takes long while many messages arrive and the processors are busy.
+    // In this call, and when the receiver is destroyed, Qt waits for the thread in which it handles
+    // all messages of the buses. That takes long while many arrive and the processors are busy.
     if (!bus.connect(uniqueName, path, interface, signal, matched, QString(), receiver.get(),
                      SLOT(receive(QDBusMessage))))
         qWarning("The signal %s can't be followed.", qPrintable(signal));

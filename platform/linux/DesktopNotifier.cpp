@@ -7,9 +7,9 @@ namespace tidemark {
 
 namespace {
 
-const QString name = QStringLiteral("org.freedesktop.Notifications");
-const QString path = QStringLiteral("/org/freedesktop/Notifications");
-const QString interface = QStringLiteral("org.freedesktop.Notifications");
+const QString notificationService = QStringLiteral("org.freedesktop.Notifications");
+const QString notificationPath = QStringLiteral("/org/freedesktop/Notifications");
+const QString notificationInterface = QStringLiteral("org.freedesktop.Notifications");
 /// The action of a click on the notification itself.
 const QString clicked = QStringLiteral("default");
 /// As long as the service decides.
@@ -22,7 +22,7 @@ bool isAbout(const QDBusMessage& signal, unsigned notification) {
 } // namespace
 
 DesktopNotifier::DesktopNotifier(const MessageBus& bus)
-    : service(bus, name, [this] { follow(); }) {}
+    : service(bus, notificationService, [this] { follow(); }) {}
 
 void DesktopNotifier::follow() {
     shown = 0;
@@ -34,11 +34,13 @@ void DesktopNotifier::follow() {
         current.reset();
         return;
     }
-    actions = service.subscribe(path, interface, QStringLiteral("ActionInvoked"),
-                                [this](const auto& signal) { takeAction(signal); });
-    closings = service.subscribe(path, interface, QStringLiteral("NotificationClosed"),
+    actions =
+        service.subscribe(notificationPath, notificationInterface, QStringLiteral("ActionInvoked"),
+                          [this](const auto& signal) { takeAction(signal); });
+    closings = service.subscribe(notificationPath, notificationInterface,
+                                 QStringLiteral("NotificationClosed"),
                                  [this](const auto& signal) { takeClosing(signal); });
-    service.call(path, interface, QStringLiteral("GetCapabilities"), {},
+    service.call(notificationPath, notificationInterface, QStringLiteral("GetCapabilities"), {},
                  [this](const auto& reply) { takeCapabilities(reply); });
 }
 
@@ -68,7 +70,7 @@ void DesktopNotifier::send() {
     if (current->activated)
         offered = {clicked, QStringLiteral("Show")};
     const QVariantMap hints{{QStringLiteral("desktop-entry"), QStringLiteral("app.tidemark")}};
-    service.call(path, interface, QStringLiteral("Notify"),
+    service.call(notificationPath, notificationInterface, QStringLiteral("Notify"),
                  {QStringLiteral("Tidemark"), shown, QStringLiteral("app.tidemark"),
                   QString::fromStdString(current->title), body, offered, hints, usualTime},
                  [this](const QDBusMessage& reply) { takeNumber(reply); });

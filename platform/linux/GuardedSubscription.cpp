@@ -19,8 +19,8 @@ void GuardedSubscription::subscribe() {
 }
 
 void GuardedSubscription::receive(const QDBusMessage& message) {
-    if (!second.isValid() || second.hasExpired(1000)) {
-        second.start();
+    if (!counting.isValid() || counting.hasExpired(1000)) {
+        counting.start();
         received = 0;
     }
     if (++received <= mostPerSecond)
@@ -31,7 +31,7 @@ void GuardedSubscription::receive(const QDBusMessage& message) {
 }
 
 void GuardedSubscription::resume() {
-    second.invalidate();
+    counting.invalidate();
     subscribe();
     missed();
 }

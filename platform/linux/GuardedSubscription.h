@@ -29,7 +29,8 @@ public:
     }
 
     /// `handle` is called with each signal, and `missed` after each pause, in which some may have
-    /// been lost. Ends with this owner of the service. `service` must outlive this object.
+    /// been lost. No signals are received after the present owner of the service's name has ended.
+    /// `service` must outlive this object.
     GuardedSubscription(BusService& service, Signal signal, BusService::Use handle,
                         std::function<void()> missed);
 
@@ -43,8 +44,9 @@ private:
     const BusService::Use handle;
     const std::function<void()> missed;
     BusService::Subscription subscription;
-    /// Since the first signal of the present second.
-    QElapsedTimer second;
+    /// Started by the first of the signals that `received` counts.
+    QElapsedTimer counting;
+    /// The number of signals within the last second at most.
     int received = 0;
 };
 

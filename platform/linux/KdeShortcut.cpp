@@ -14,9 +14,9 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-const QString service = u"org.kde.kglobalaccel"_s;
-const QString path = u"/kglobalaccel"_s;
-const QString interface = u"org.kde.KGlobalAccel"_s;
+const QString acceleratorService = u"org.kde.kglobalaccel"_s;
+const QString acceleratorPath = u"/kglobalaccel"_s;
+const QString acceleratorInterface = u"org.kde.KGlobalAccel"_s;
 const QString componentInterface = u"org.kde.kglobalaccel.Component"_s;
 const QString ownComponent = u"app.tidemark"_s;
 const QString ownAction = u"search"_s;
@@ -32,14 +32,16 @@ constexpr quint32 present = 2;
 } // namespace
 
 KdeShortcut::KdeShortcut(const MessageBus& session, Observer observer)
-    : observer(std::move(observer)), accelerators(session, service, [this] { follow(); }) {
+    : observer(std::move(observer)),
+      accelerators(session, acceleratorService, [this] { follow(); }) {
     qDBusRegisterMetaType<KeySequence>();
     qDBusRegisterMetaType<QList<KeySequence>>();
 }
 
 KdeShortcut::~KdeShortcut() {
     // Otherwise the keys stay assigned to this program after its end, and no other can use them.
-    accelerators.call(path, interface, u"setInactive"_s, {action}, [](const auto&) {});
+    accelerators.call(acceleratorPath, acceleratorInterface, u"setInactive"_s, {action},
+                      [](const auto&) {});
 }
 
 void KdeShortcut::follow() {
@@ -48,24 +50,27 @@ void KdeShortcut::follow() {
     if (!isOffered())
         return report({.obstacle = std::string(PortalShortcut::notOffered)});
     changed = accelerators.subscribe(
-        path, interface, u"yourShortcutsChanged"_s, [this](const QDBusMessage& signal) {
+        acceleratorPath, acceleratorInterface, u"yourShortcutsChanged"_s,
+        [this](const QDBusMessage& signal) {
             if (signal.arguments().value(0).toStringList().mid(0, 2) == action.mid(0, 2))
                 take(qdbus_cast<QList<KeySequence>>(signal.arguments().value(1)));
         });
-    accelerators.call(path, interface, u"doRegister"_s, {action}, [](const auto&) {});
+    accelerators.call(acceleratorPath, acceleratorInterface, u"doRegister"_s, {action},
+                      [](const auto&) {});
     assign();
 }
 
 void KdeShortcut::assign() {
     const QList<KeySequence> wanted{{{controlShiftSpace, 0, 0, 0}}};
-    accelerators.call(path, interface, u"setShortcutKeys"_s,
+    accelerators.call(acceleratorPath, acceleratorInterface, u"setShortcutKeys"_s,
                       {action, QVariant::fromValue(wanted), present},
                       [this](const QDBusMessage& reply) {
                           take(qdbus_cast<QList<KeySequence>>(reply.arguments().value(0)));
                       });
 }
 
-/// What the user assigned in the settings of KDE, now or later.
+/// Takes over the keys that KDE has assigned, which the user may have chosen in its settings.
+/// Called after the registration and after each change.
 void KdeShortcut::take(const QList<KeySequence>& assigned) {
     const auto first = std::ranges::find_if(assigned, &KeySequence::isAny);
     if (first == assigned.end())
@@ -76,19 +81,20 @@ void KdeShortcut::take(const QList<KeySequence>& assigned) {
 }
 
 void KdeShortcut::listen() {
-    accelerators.call(
-        path, interface, u"getComponent"_s, {ownComponent}, [this](const QDBusMessage& reply) {
-            const auto component = reply.arguments().value(0).value<QDBusObjectPath>().path();
-            if (component.isEmpty())
-                return report({.obstacle = std::string(PortalShortcut::refused)});
-            pressed =
-                accelerators.subscribe(component, componentInterface, u"globalShortcutPressed"_s,
-                                       [this](const QDBusMessage& signal) {
-                                           if (signal.arguments().value(1).toString() == ownAction)
-                                               observer.pressed();
-                                       });
-            report({.isAvailable = true, .keys = keys});
-        });
+    accelerators.call(acceleratorPath, acceleratorInterface, u"getComponent"_s, {ownComponent},
+                      [this](const QDBusMessage& reply) {
+                          const auto component =
+                              reply.arguments().value(0).value<QDBusObjectPath>().path();
+                          if (component.isEmpty())
+                              return report({.obstacle = std::string(PortalShortcut::refused)});
+                          pressed = accelerators.subscribe(
+                              component, componentInterface, u"globalShortcutPressed"_s,
+                              [this](const QDBusMessage& signal) {
+                                  if (signal.arguments().value(1).toString() == ownAction)
+                                      observer.pressed();
+                              });
+                          report({.isAvailable = true, .keys = keys});
+                      });
 }
 
 void KdeShortcut::report(const Availability& availability) {

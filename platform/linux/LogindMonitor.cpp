@@ -1,21 +1,17 @@
 #include "platform/linux/LogindMonitor.h"
 
+#include "platform/linux/LogindNames.h"
+
 #include <utility>
 
 namespace tidemark {
 
-namespace {
-
-const QString service = QStringLiteral("org.freedesktop.login1");
-const QString managerPath = QStringLiteral("/org/freedesktop/login1");
-const QString managerInterface = QStringLiteral("org.freedesktop.login1.Manager");
-
-} // namespace
+namespace {} // namespace
 
 LogindMonitor::LogindMonitor(const MessageBus& bus, NotificationCenter& center, Settle settle,
                              AppClock& clock)
     : center(center), settle(std::move(settle)), clock(clock) {
-    logind.emplace(bus, service, [this] { follow(); });
+    logind.emplace(bus, logindService, [this] { follow(); });
     session.emplace(bus, QStringLiteral("Active"),
                     [this](std::optional<bool> active) { setSessionActive(active); });
 }
@@ -36,14 +32,13 @@ void LogindMonitor::follow() {
         return;
     subscribe();
     takeDelayLock();
-    logind->readProperty(managerPath, managerInterface, QStringLiteral("PreparingForSleep"),
+    logind->readProperty(logindPath, logindInterface, QStringLiteral("PreparingForSleep"),
                          [this](const QVariant& value) { setPreparingForSleep(value.toBool()); });
 }
 
 void LogindMonitor::subscribe() {
     const auto on = [this](const QString& signal, const BusService::Use& handle) {
-        signalsOfManager.push_back(
-            logind->subscribe(managerPath, managerInterface, signal, handle));
+        signalsOfManager.push_back(logind->subscribe(logindPath, logindInterface, signal, handle));
     };
     on(QStringLiteral("PrepareForSleep"),
        [this](const auto& signal) { setPreparingForSleep(signal.arguments().value(0).toBool()); });
@@ -75,7 +70,7 @@ void LogindMonitor::abandonSleep() {
 }
 
 void LogindMonitor::takeDelayLock() {
-    logind->call(managerPath, managerInterface, QStringLiteral("Inhibit"),
+    logind->call(logindPath, logindInterface, QStringLiteral("Inhibit"),
                  {QStringLiteral("sleep"), QStringLiteral("Tidemark"),
                   QStringLiteral("Write down what happened until then"), QStringLiteral("delay")},
                  [this](const QDBusMessage& reply) {

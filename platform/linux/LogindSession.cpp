@@ -1,5 +1,7 @@
 #include "platform/linux/LogindSession.h"
 
+#include "platform/linux/LogindNames.h"
+
 #include <QDBusArgument>
 #include <QDBusObjectPath>
 #include <utility>
@@ -10,9 +12,6 @@ namespace tidemark {
 
 namespace {
 
-const QString service = QStringLiteral("org.freedesktop.login1");
-const QString managerPath = QStringLiteral("/org/freedesktop/login1");
-const QString managerInterface = QStringLiteral("org.freedesktop.login1.Manager");
 const QString sessionInterface = QStringLiteral("org.freedesktop.login1.Session");
 const QString userInterface = QStringLiteral("org.freedesktop.login1.User");
 
@@ -37,7 +36,7 @@ QString pathInPair(const QVariant& value) {
 
 LogindSession::LogindSession(const MessageBus& bus, QString property, Use use)
     : property(std::move(property)), use(std::move(use)),
-      logind(bus, service, [this] { follow(); }) {}
+      logind(bus, logindService, [this] { follow(); }) {}
 
 void LogindSession::follow() {
     signalsOfManager.clear();
@@ -45,7 +44,7 @@ void LogindSession::follow() {
     if (!logind.isThere())
         return;
     const auto on = [this](const QString& signal, const BusService::Use& handle) {
-        signalsOfManager.push_back(logind.subscribe(managerPath, managerInterface, signal, handle));
+        signalsOfManager.push_back(logind.subscribe(logindPath, logindInterface, signal, handle));
     };
     on(QStringLiteral("SessionNew"), [this](const auto&) {
         if (session.isEmpty())
@@ -61,7 +60,7 @@ void LogindSession::follow() {
 }
 
 void LogindSession::find() {
-    logind.ask(managerPath, managerInterface, QStringLiteral("GetSessionByPID"),
+    logind.ask(logindPath, logindInterface, QStringLiteral("GetSessionByPID"),
                {QVariant::fromValue(static_cast<quint32>(::getpid()))}, [this](const auto& reply) {
                    if (reply.type() == QDBusMessage::ReplyMessage)
                        followSession(pathIn(reply));
@@ -71,7 +70,7 @@ void LogindSession::find() {
 }
 
 void LogindSession::findDisplay() {
-    logind.ask(managerPath, managerInterface, QStringLiteral("GetUser"),
+    logind.ask(logindPath, logindInterface, QStringLiteral("GetUser"),
                {QVariant::fromValue(static_cast<quint32>(::getuid()))}, [this](const auto& reply) {
                    if (reply.type() != QDBusMessage::ReplyMessage)
                        return;

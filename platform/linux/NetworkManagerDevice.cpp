@@ -1,5 +1,7 @@
 #include "platform/linux/NetworkManagerDevice.h"
 
+#include "platform/linux/NetworkManagerNames.h"
+
 #include <QDBusArgument>
 #include <QDBusObjectPath>
 #include <QPointer>
@@ -13,7 +15,6 @@ using NetworkManagerValues::AccessPoint;
 
 namespace {
 
-const QString deviceInterface = QStringLiteral("org.freedesktop.NetworkManager.Device");
 const QString wirelessInterface = QStringLiteral("org.freedesktop.NetworkManager.Device.Wireless");
 const QString pointInterface = QStringLiteral("org.freedesktop.NetworkManager.AccessPoint");
 const QString nameProperty = QStringLiteral("Ssid");
@@ -46,16 +47,17 @@ NetworkManagerDevice::NetworkManagerDevice(BusService& service, QString path, bo
                                            std::function<void()> changed)
     : service(service), path(std::move(path)), withName(withName), changed(std::move(changed)) {
     stateChanges.emplace(
-        service, GuardedSubscription::propertiesOf(this->path, deviceInterface),
+        service, GuardedSubscription::propertiesOf(this->path, networkDeviceInterface),
         [this](const QDBusMessage&) { rereading.request(); }, [this] { rereading.request(); });
     rereading.readNow();
 }
 
 void NetworkManagerDevice::read() {
-    service.readProperties(path, deviceInterface, [self = QPointer(this)](const auto& properties) {
-        if (self)
-            self->useDevice(properties);
-    });
+    service.readProperties(path, networkDeviceInterface,
+                           [self = QPointer(this)](const auto& properties) {
+                               if (self)
+                                   self->useDevice(properties);
+                           });
 }
 
 void NetworkManagerDevice::useDevice(const QVariantMap& properties) {

@@ -1,6 +1,7 @@
 #include "platform/linux/NetworkManagerMetered.h"
 
 #include "core/activity/NetworkManagerValues.h"
+#include "platform/linux/NetworkManagerNames.h"
 
 #include <QDBusArgument>
 #include <utility>
@@ -9,15 +10,12 @@ namespace tidemark {
 
 namespace {
 
-const QString serviceName = QStringLiteral("org.freedesktop.NetworkManager");
-const QString managerPath = QStringLiteral("/org/freedesktop/NetworkManager");
-const QString managerInterface = serviceName;
 const QString property = QStringLiteral("Metered");
 
 } // namespace
 
 NetworkManagerMetered::NetworkManagerMetered(const MessageBus& bus, std::function<void()> changed)
-    : changed(std::move(changed)), service(bus, serviceName, [this] { follow(); }) {}
+    : changed(std::move(changed)), service(bus, networkManagerService, [this] { follow(); }) {}
 
 void NetworkManagerMetered::follow() {
     rereading.cancel();
@@ -26,7 +24,7 @@ void NetworkManagerMetered::follow() {
     if (!service.isThere())
         return;
     changes.emplace(
-        service, GuardedSubscription::propertiesOf(managerPath, managerInterface),
+        service, GuardedSubscription::propertiesOf(networkManagerPath, networkManagerService),
         [this](const QDBusMessage& signal) {
             if (qdbus_cast<QVariantMap>(signal.arguments().value(1)).contains(property))
                 rereading.request();
@@ -36,10 +34,11 @@ void NetworkManagerMetered::follow() {
 }
 
 void NetworkManagerMetered::read() {
-    service.readProperty(managerPath, managerInterface, property, [this](const QVariant& value) {
-        rereading.ended();
-        use(value);
-    });
+    service.readProperty(networkManagerPath, networkManagerService, property,
+                         [this](const QVariant& value) {
+                             rereading.ended();
+                             use(value);
+                         });
 }
 
 void NetworkManagerMetered::use(const QVariant& value) {

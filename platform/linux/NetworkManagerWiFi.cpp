@@ -1,5 +1,7 @@
 #include "platform/linux/NetworkManagerWiFi.h"
 
+#include "platform/linux/NetworkManagerNames.h"
+
 #include <QDBusArgument>
 #include <QDBusObjectPath>
 
@@ -7,14 +9,10 @@ namespace tidemark {
 
 namespace {
 
-const QString serviceName = QStringLiteral("org.freedesktop.NetworkManager");
-const QString managerPath = QStringLiteral("/org/freedesktop/NetworkManager");
-const QString managerInterface = serviceName;
-const QString deviceInterface = QStringLiteral("org.freedesktop.NetworkManager.Device");
 /// NM_DEVICE_TYPE_WIFI
 constexpr std::uint32_t wifiType = 2;
 
-QString firstPath(const QDBusMessage& signal) {
+QString devicePath(const QDBusMessage& signal) {
     return signal.arguments().value(0).value<QDBusObjectPath>().path();
 }
 
@@ -23,7 +21,7 @@ QString firstPath(const QDBusMessage& signal) {
 NetworkManagerWiFi::NetworkManagerWiFi(const MessageBus& bus, bool withNames,
                                        std::function<void()> changed)
     : withNames(withNames), changed(std::move(changed)),
-      service(bus, serviceName, [this] { follow(); }) {}
+      service(bus, networkManagerService, [this] { follow(); }) {}
 
 std::vector<NetworkManagerDevice::State> NetworkManagerWiFi::devices() const {
     std::vector<NetworkManagerDevice::State> states;
@@ -38,14 +36,16 @@ void NetworkManagerWiFi::follow() {
     changed();
     if (!service.isThere())
         return;
-    added = service.subscribe(managerPath, managerInterface, QStringLiteral("DeviceAdded"),
-                              [this](const QDBusMessage& signal) { add(firstPath(signal)); });
-    removed = service.subscribe(managerPath, managerInterface, QStringLiteral("DeviceRemoved"),
-                                [this](const QDBusMessage& signal) {
-                                    if (byPath.erase(firstPath(signal)) > 0)
-                                        changed();
-                                });
-    service.readProperty(managerPath, managerInterface, QStringLiteral("Devices"),
+    added =
+        service.subscribe(networkManagerPath, networkManagerService, QStringLiteral("DeviceAdded"),
+                          [this](const QDBusMessage& signal) { add(devicePath(signal)); });
+    removed =
+        service.subscribe(networkManagerPath, networkManagerService,
+                          QStringLiteral("DeviceRemoved"), [this](const QDBusMessage& signal) {
+                              if (byPath.erase(devicePath(signal)) > 0)
+                                  changed();
+                          });
+    service.readProperty(networkManagerPath, networkManagerService, QStringLiteral("Devices"),
                          [this](const QVariant& paths) { use(paths); });
 }
 
@@ -55,7 +55,7 @@ void NetworkManagerWiFi::use(const QVariant& paths) {
 }
 
 void NetworkManagerWiFi::add(const QString& path) {
-    service.readProperty(path, deviceInterface, QStringLiteral("DeviceType"),
+    service.readProperty(path, networkDeviceInterface, QStringLiteral("DeviceType"),
                          [this, path](const QVariant& type) {
                              if (type.toUInt() == wifiType && !byPath.contains(path))
                                  byPath.emplace(path, std::make_unique<NetworkManagerDevice>(

@@ -1,5 +1,7 @@
 #include "platform/linux/PortalAppearance.h"
 
+#include "platform/linux/PortalNames.h"
+
 #include <QDBusVariant>
 #include <utility>
 
@@ -9,9 +11,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-const QString service = u"org.freedesktop.portal.Desktop"_s;
-const QString path = u"/org/freedesktop/portal/desktop"_s;
-const QString interface = u"org.freedesktop.portal.Settings"_s;
+const QString settingsInterface = u"org.freedesktop.portal.Settings"_s;
 const QString appearance = u"org.freedesktop.appearance"_s;
 const QString schemeKey = u"color-scheme"_s;
 const QString contrastKey = u"contrast"_s;
@@ -28,11 +28,11 @@ QVariant unwrapped(QVariant value) {
 } // namespace
 
 PortalAppearance::PortalAppearance(const MessageBus& session, Changed changed)
-    : changed(std::move(changed)), portal(session, service, [this] { follow(); }) {}
+    : changed(std::move(changed)), portal(session, portalService, [this] { follow(); }) {}
 
 void PortalAppearance::follow() {
     changes = portal.subscribe(
-        path, interface, u"SettingChanged"_s,
+        portalPath, settingsInterface, u"SettingChanged"_s,
         [this](const QDBusMessage& signal) {
             take(signal.arguments().value(1).toString(), signal.arguments().value(2));
         },
@@ -42,7 +42,7 @@ void PortalAppearance::follow() {
 }
 
 void PortalAppearance::read(const QString& key) {
-    portal.ask(path, interface, u"Read"_s, {appearance, key},
+    portal.ask(portalPath, settingsInterface, u"Read"_s, {appearance, key},
                [this, key](const QDBusMessage& reply) {
                    if (reply.type() == QDBusMessage::ReplyMessage)
                        take(key, reply.arguments().value(0));

@@ -2,6 +2,7 @@
 
 #include "app/ports/ApplicationSource.h"
 #include "platform/linux/BoundShortcut.h"
+#include "platform/linux/PortalNames.h"
 
 #include <QDBusMetaType>
 #include <QDBusObjectPath>
@@ -14,12 +15,10 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-const QString service = u"org.freedesktop.portal.Desktop"_s;
-const QString path = u"/org/freedesktop/portal/desktop"_s;
-const QString interface = u"org.freedesktop.portal.GlobalShortcuts"_s;
+const QString shortcutsInterface = u"org.freedesktop.portal.GlobalShortcuts"_s;
 const QString registry = u"org.freedesktop.host.portal.Registry"_s;
 const QString request = u"org.freedesktop.portal.Request"_s;
-const QString anyPath;
+const QString anyRequest;
 const QString ownShortcut = u"search"_s;
 
 /// A session is named by a text, in some releases by a path.
@@ -33,7 +32,7 @@ QString sessionIn(const QVariantMap& results) {
 } // namespace
 
 PortalShortcut::PortalShortcut(const MessageBus& bus, Observer observer)
-    : observer(std::move(observer)), portal(bus, service, [this] { follow(); }) {
+    : observer(std::move(observer)), portal(bus, portalService, [this] { follow(); }) {
     qDBusRegisterMetaType<BoundShortcut>();
     qDBusRegisterMetaType<QList<BoundShortcut>>();
 }
@@ -46,29 +45,32 @@ void PortalShortcut::follow() {
     if (!portal.isThere())
         return report({.obstacle = std::string(notOffered)});
     report({});
-    portal.readProperty(path, interface, u"version"_s, [this](const QVariant& version) {
-        if (version.isValid())
-            createSession();
-        else
-            report({.obstacle = std::string(notOffered)});
-    });
+    portal.readProperty(portalPath, shortcutsInterface, u"version"_s,
+                        [this](const QVariant& version) {
+                            if (version.isValid())
+                                createSession();
+                            else
+                                report({.obstacle = std::string(notOffered)});
+                        });
 }
 
 void PortalShortcut::createSession() {
     // Newer portals refuse a program whose identifier they can't tell; older ones lack this method.
-    portal.call(path, registry, u"Register"_s,
+    portal.call(portalPath, registry, u"Register"_s,
                 {QString::fromUtf8(ApplicationSource::ownIdentifier), QVariantMap()},
                 [](const auto&) {});
-    activated = portal.subscribe(path, interface, u"Activated"_s, [this](const auto& signal) {
-        const auto from = signal.arguments().value(0).template value<QDBusObjectPath>().path();
-        if (from == session && signal.arguments().value(1).toString() == ownShortcut)
-            observer.pressed();
-    });
-    changed = portal.subscribe(path, interface, u"ShortcutsChanged"_s, [this](const auto& signal) {
-        const auto of = signal.arguments().value(0).template value<QDBusObjectPath>().path();
-        if (of == session && !isAmong(signal.arguments().value(1)))
-            report({.obstacle = std::string(refused)});
-    });
+    activated = portal.subscribe(
+        portalPath, shortcutsInterface, u"Activated"_s, [this](const auto& signal) {
+            const auto from = signal.arguments().value(0).template value<QDBusObjectPath>().path();
+            if (from == session && signal.arguments().value(1).toString() == ownShortcut)
+                observer.pressed();
+        });
+    changed = portal.subscribe(
+        portalPath, shortcutsInterface, u"ShortcutsChanged"_s, [this](const auto& signal) {
+            const auto of = signal.arguments().value(0).template value<QDBusObjectPath>().path();
+            if (of == session && !isAmong(signal.arguments().value(1)))
+                report({.obstacle = std::string(refused)});
+        });
     ask(u"CreateSession"_s, {}, {{u"session_handle_token"_s, u"tidemark"_s}},
         [this](const QVariantMap& results) {
             session = sessionIn(results);
@@ -117,14 +119,14 @@ void PortalShortcut::ask(const QString& method, const QVariantList& arguments, Q
     options[u"handle_token"_s] = token;
     // The path of the request ends in the token. Subscribed before the call, so that no answer is
     // missed.
-    response =
-        portal.subscribe(anyPath, request, u"Response"_s, [token, use](const QDBusMessage& signal) {
+    response = portal.subscribe(
+        anyRequest, request, u"Response"_s, [token, use](const QDBusMessage& signal) {
             if (!signal.path().endsWith('/' + token))
                 return;
             const bool isGranted = signal.arguments().value(0).toUInt() == 0;
             use(isGranted ? qdbus_cast<QVariantMap>(signal.arguments().value(1)) : QVariantMap());
         });
-    portal.call(path, interface, method, arguments + QVariantList{options},
+    portal.call(portalPath, shortcutsInterface, method, arguments + QVariantList{options},
                 [use = std::move(use), number = requests, this](const QDBusMessage& reply) {
                     if (reply.type() != QDBusMessage::ReplyMessage && number == requests)
                         use({});

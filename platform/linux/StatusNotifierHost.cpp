@@ -8,13 +8,13 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-const QString service = u"org.kde.StatusNotifierWatcher"_s;
-const QString path = u"/StatusNotifierWatcher"_s;
+const QString watcherService = u"org.kde.StatusNotifierWatcher"_s;
+const QString watcherPath = u"/StatusNotifierWatcher"_s;
 
 } // namespace
 
 StatusNotifierHost::StatusNotifierHost(const MessageBus& session, std::function<void(bool)> changed)
-    : changed(std::move(changed)), watcher(session, service, [this] { follow(); }) {}
+    : changed(std::move(changed)), watcher(session, watcherService, [this] { follow(); }) {}
 
 void StatusNotifierHost::follow() {
     subscriptions.clear();
@@ -24,13 +24,13 @@ void StatusNotifierHost::follow() {
         return;
     for (const auto& signal :
          {u"StatusNotifierHostRegistered"_s, u"StatusNotifierHostUnregistered"_s})
-        subscriptions.push_back(
-            watcher.subscribe(path, service, signal, [this](const auto&) { rereading.request(); }));
+        subscriptions.push_back(watcher.subscribe(watcherPath, watcherService, signal,
+                                                  [this](const auto&) { rereading.request(); }));
     rereading.readNow();
 }
 
 void StatusNotifierHost::read() {
-    watcher.readProperty(path, service, u"IsStatusNotifierHostRegistered"_s,
+    watcher.readProperty(watcherPath, watcherService, u"IsStatusNotifierHostRegistered"_s,
                          [this](const QVariant& value) {
                              rereading.ended();
                              setThere(value.toBool());

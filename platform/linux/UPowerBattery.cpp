@@ -8,10 +8,10 @@ namespace tidemark {
 
 namespace {
 
-const QString service = QStringLiteral("org.freedesktop.UPower");
-const QString managerPath = QStringLiteral("/org/freedesktop/UPower");
-const QString managerInterface = QStringLiteral("org.freedesktop.UPower");
-const QString deviceInterface = QStringLiteral("org.freedesktop.UPower.Device");
+const QString upowerService = QStringLiteral("org.freedesktop.UPower");
+const QString upowerPath = QStringLiteral("/org/freedesktop/UPower");
+const QString upowerInterface = QStringLiteral("org.freedesktop.UPower");
+const QString batteryInterface = QStringLiteral("org.freedesktop.UPower.Device");
 
 // The properties that a reading depends on. UPower also reports voltages and times, often alone.
 // The energy is left out because the percentage changes with it.
@@ -52,7 +52,7 @@ QStringList pathsIn(const QDBusMessage& reply) {
 UPowerBattery::UPowerBattery(const MessageBus& bus, AppClock& clock,
                              std::function<void()> didChange)
     : clock(clock), didChange(std::move(didChange)), delay([this] { read(); }),
-      upower(bus, service, [this] { follow(); }, BusService::WhenMissing::start) {}
+      upower(bus, upowerService, [this] { follow(); }, BusService::WhenMissing::start) {}
 
 UPowerBattery::~UPowerBattery() = default;
 
@@ -85,13 +85,13 @@ void UPowerBattery::follow() {
 void UPowerBattery::subscribe() {
     subscriptions.clear();
     const auto onManager = [this](const char* signal) {
-        readAfter({managerPath, managerInterface, QLatin1String(signal)}, {});
+        readAfter({upowerPath, upowerInterface, QLatin1String(signal)}, {});
     };
     onManager("DeviceAdded");
     onManager("DeviceRemoved");
-    readAfter(GuardedSubscription::propertiesOf(managerPath, managerInterface), managerProperties);
+    readAfter(GuardedSubscription::propertiesOf(upowerPath, upowerInterface), managerProperties);
     for (const QString& path : batteries)
-        readAfter(GuardedSubscription::propertiesOf(path, deviceInterface), batteryProperties);
+        readAfter(GuardedSubscription::propertiesOf(path, batteryInterface), batteryProperties);
 }
 
 /// Reads again after a signal, or only after one that is about these properties.
@@ -123,7 +123,7 @@ QCoro::Task<void> UPowerBattery::endProvisionalTime(std::uint64_t owner) {
 /// the kernel.
 void UPowerBattery::refresh() {
     for (const QString& path : batteries)
-        upower.call(path, deviceInterface, QStringLiteral("Refresh"), {}, [](const auto&) {});
+        upower.call(path, batteryInterface, QStringLiteral("Refresh"), {}, [](const auto&) {});
 }
 
 void UPowerBattery::read() {
@@ -133,7 +133,7 @@ void UPowerBattery::read() {
     }
     isOutdated = false;
     round = {};
-    upower.ask(managerPath, managerInterface, QStringLiteral("EnumerateDevices"), {},
+    upower.ask(upowerPath, upowerInterface, QStringLiteral("EnumerateDevices"), {},
                [this, number = ++rounds](const QDBusMessage& reply) {
                    if (number != rounds)
                        return;
@@ -148,14 +148,14 @@ void UPowerBattery::readDevices(const QStringList& paths) {
     round.missingReplies = static_cast<std::size_t>(paths.size()) + 1;
     const auto number = rounds;
     for (const QString& path : paths)
-        upower.readProperties(path, deviceInterface,
+        upower.readProperties(path, batteryInterface,
                               [this, number, path](const QVariantMap& properties) {
                                   if (number != rounds)
                                       return;
                                   round.devices[path] = properties;
                                   receive();
                               });
-    upower.readProperties(managerPath, managerInterface,
+    upower.readProperties(upowerPath, upowerInterface,
                           [this, number](const QVariantMap& properties) {
                               if (number != rounds)
                                   return;

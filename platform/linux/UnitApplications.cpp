@@ -11,9 +11,9 @@ namespace tidemark {
 
 namespace {
 
-const QString service = QStringLiteral("org.freedesktop.systemd1");
-const QString managerPath = QStringLiteral("/org/freedesktop/systemd1");
-const QString managerInterface = QStringLiteral("org.freedesktop.systemd1.Manager");
+const QString unitsService = QStringLiteral("org.freedesktop.systemd1");
+const QString unitsPath = QStringLiteral("/org/freedesktop/systemd1");
+const QString unitsInterface = QStringLiteral("org.freedesktop.systemd1.Manager");
 const QString unitInterface = QStringLiteral("org.freedesktop.systemd1.Unit");
 
 /// One unit in the reply to `ListUnitsByPatterns`, without what is not needed.
@@ -70,7 +70,7 @@ UnitApplications::~UnitApplications() {
 void UnitApplications::start(ApplicationLaunches& of) {
     launches = &of;
     if (!manager)
-        manager.emplace(uses.bus(), service, [this] { follow(); });
+        manager.emplace(uses.bus(), unitsService, [this] { follow(); });
     else
         follow();
 }
@@ -98,7 +98,7 @@ void UnitApplications::follow() {
     if (!launches || !manager->isThere())
         return;
     const auto on = [this](const QString& signal, const BusService::Use& handle) {
-        subscriptions.push_back(manager->subscribe(managerPath, managerInterface, signal, handle));
+        subscriptions.push_back(manager->subscribe(unitsPath, unitsInterface, signal, handle));
     };
     on(QStringLiteral("UnitNew"), [this](const auto& signal) {
         add(nameIn(signal), signal.arguments().value(1).template value<QDBusObjectPath>().path(),
@@ -106,15 +106,14 @@ void UnitApplications::follow() {
     });
     on(QStringLiteral("UnitRemoved"), [this](const auto& signal) { remove(nameIn(signal)); });
     // Without it the manager sends no signals. It lasts as long as the connection.
-    manager->ask(managerPath, managerInterface, QStringLiteral("Subscribe"), {},
-                 [](const auto&) {});
+    manager->ask(unitsPath, unitsInterface, QStringLiteral("Subscribe"), {}, [](const auto&) {});
     list();
 }
 
 void UnitApplications::list() {
     const QStringList patterns{QStringLiteral("app-*.scope"), QStringLiteral("app-*.service"),
                                QStringLiteral("dbus-:*.service"), QStringLiteral("snap.*.scope")};
-    manager->ask(managerPath, managerInterface, QStringLiteral("ListUnitsByPatterns"),
+    manager->ask(unitsPath, unitsInterface, QStringLiteral("ListUnitsByPatterns"),
                  {QStringList(), patterns}, [this](const auto& reply) { addListed(reply); });
 }
 

@@ -6,7 +6,7 @@ namespace tidemark {
 
 namespace {
 
-constexpr std::string_view suffix = ".service";
+constexpr std::string_view unitSuffix = ".service";
 
 /// The characters of the name of a unit, systemd.unit(5).
 bool isUnitCharacter(char c) {
@@ -24,7 +24,7 @@ std::optional<std::string> userService::nameIn(std::string_view cgroups) {
         if (!line.starts_with(unified))
             continue;
         const auto name = line.substr(line.rfind('/') + 1);
-        if (name.size() > suffix.size() && name.ends_with(suffix) && !name.starts_with('-')
+        if (name.size() > unitSuffix.size() && name.ends_with(unitSuffix) && !name.starts_with('-')
             && std::ranges::all_of(name, isUnitCharacter))
             return std::string(name);
     }

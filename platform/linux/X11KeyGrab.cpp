@@ -13,7 +13,7 @@ namespace {
 /// X11/keysymdef.h
 constexpr std::uint32_t spaceKey = 0x0020;
 constexpr std::uint32_t numLockKey = 0xff7f;
-constexpr std::uint16_t modifiers = XCB_MOD_MASK_CONTROL | XCB_MOD_MASK_SHIFT;
+constexpr std::uint16_t grabbedModifiers = XCB_MOD_MASK_CONTROL | XCB_MOD_MASK_SHIFT;
 
 std::vector<xcb_window_t> rootsOf(xcb_connection_t& connection) {
     std::vector<xcb_window_t> roots;
@@ -33,8 +33,8 @@ bool X11KeyGrab::grab() {
         for (const auto keycode : keycodes)
             for (const auto locks : lockCombinations())
                 requests.push_back(xcb_grab_key_checked(
-                    &connection, 0, root, static_cast<std::uint16_t>(modifiers | locks), keycode,
-                    XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC));
+                    &connection, 0, root, static_cast<std::uint16_t>(grabbedModifiers | locks),
+                    keycode, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC));
     bool isGrabbed = !requests.empty();
     for (const auto& request : requests)
         if (const XcbPointer<xcb_generic_error_t> error(xcb_request_check(&connection, request));

@@ -8,7 +8,7 @@ namespace tidemark {
 namespace {
 
 /// Of an item with more types than this they count as unknown, since a mark may be among them.
-constexpr std::size_t mostTypes = 1024;
+constexpr std::size_t mostOfferedTypes = 1024;
 
 /// Names of the protocol itself, which are among the targets (ICCCM 2.6.2).
 constexpr std::array<std::string_view, 7> sideTargets{
@@ -26,7 +26,7 @@ X11OfferedItem::~X11OfferedItem() {
 }
 
 void X11OfferedItem::readTypes(TypesRead use) {
-    const auto limit = mostTypes * sizeof(xcb_atom_t);
+    const auto limit = mostOfferedTypes * sizeof(xcb_atom_t);
     convert(connection.atom("TARGETS"), limit, [this, use = std::move(use)](auto answer) {
         if (!answer || !answer->isComplete)
             return use(std::nullopt);

@@ -58,7 +58,7 @@ struct NoteEntry {
     Date start;
     Date end;
     std::string text;
-    /// Of an event.
+    /// The identifier of the event, if the note is one.
     std::optional<std::string> id;
 
     static constexpr auto fields() {
@@ -68,7 +68,7 @@ struct NoteEntry {
     }
 };
 
-struct Entry {
+struct ChartEntry {
     std::string name;
     std::string path;
     Date since;
@@ -81,20 +81,20 @@ struct Entry {
 
     static constexpr auto fields() {
         return std::tuple{
-            Field{"name", &Entry::name, Private}, Field{"path", &Entry::path, Private},
-            Field{"since", &Entry::since},        Field{"through", &Entry::through},
-            Field{"points", &Entry::points},      Field{"gaps", &Entry::gaps},
-            Field{"breaks", &Entry::breaks},      Field{"snapshots", &Entry::snapshots},
-            Field{"events", &Entry::events},
+            Field{"name", &ChartEntry::name, Private}, Field{"path", &ChartEntry::path, Private},
+            Field{"since", &ChartEntry::since},        Field{"through", &ChartEntry::through},
+            Field{"points", &ChartEntry::points},      Field{"gaps", &ChartEntry::gaps},
+            Field{"breaks", &ChartEntry::breaks},      Field{"snapshots", &ChartEntry::snapshots},
+            Field{"events", &ChartEntry::events},
         };
     }
 };
 
 std::string jsonOf(const StorageChart& chart) {
-    Entry entry{.name = chart.subject.name,
-                .path = chart.subject.path,
-                .since = chart.since,
-                .through = chart.through};
+    ChartEntry entry{.name = chart.subject.name,
+                     .path = chart.subject.path,
+                     .since = chart.since,
+                     .through = chart.through};
     for (const auto& point : chart.points)
         entry.points.push_back(
             {point.at, point.bytes, static_cast<std::int64_t>(point.line), point.snapshot});

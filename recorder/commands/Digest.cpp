@@ -62,7 +62,7 @@ struct GapEntry {
     }
 };
 
-struct Entry {
+struct DigestEntry {
     Date since;
     Date through;
     std::map<std::string, std::int64_t> counts{};
@@ -72,18 +72,19 @@ struct Entry {
     std::vector<GapEntry> gaps{};
 
     static constexpr auto fields() {
-        return std::tuple{Field{"since", &Entry::since},
-                          Field{"through", &Entry::through},
-                          Field{"counts", &Entry::counts, Shown},
-                          Field{"freeSpace", &Entry::freeSpace, Shown},
-                          Field{"largest", &Entry::largest},
-                          Field{"background", &Entry::background},
-                          Field{"gaps", &Entry::gaps}};
+        return std::tuple{Field{"since", &DigestEntry::since},
+                          Field{"through", &DigestEntry::through},
+                          Field{"counts", &DigestEntry::counts, Shown},
+                          Field{"freeSpace", &DigestEntry::freeSpace, Shown},
+                          Field{"largest", &DigestEntry::largest},
+                          Field{"background", &DigestEntry::background},
+                          Field{"gaps", &DigestEntry::gaps}};
     }
 };
 
 std::string jsonOf(const HistoryDigest& digest) {
-    Entry entry{.since = digest.since, .through = digest.through, .freeSpace = digest.freeSpace};
+    DigestEntry entry{
+        .since = digest.since, .through = digest.through, .freeSpace = digest.freeSpace};
     for (const auto& count : digest.counts)
         entry.counts.emplace(rawValue(count.category), static_cast<std::int64_t>(count.events));
     for (const auto& item : digest.largest)

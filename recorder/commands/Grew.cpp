@@ -31,6 +31,10 @@ struct GrewOptions {
     }
 };
 
+} // namespace
+
+/// In JSON. Not in the anonymous namespace: the members of a record with an optional one of these
+/// are counted by a conversion that clang would require to be defined here.
 struct SizeEntry {
     std::int64_t bytes = 0;
     Date measuredAt;
@@ -40,6 +44,8 @@ struct SizeEntry {
                           Field{"measuredAt", &SizeEntry::measuredAt}};
     }
 };
+
+namespace {
 
 std::optional<SizeEntry> entryOf(const std::optional<DatedSize>& size) {
     return size ? std::optional(SizeEntry{size->bytes, size->measuredAt}) : std::nullopt;
@@ -79,7 +85,7 @@ struct ItemEntry {
     }
 };
 
-struct Entry {
+struct GrowthEntry {
     std::string summary;
     std::optional<SizeEntry> freeBefore;
     std::optional<SizeEntry> freeAfter;
@@ -89,12 +95,12 @@ struct Entry {
 
     static constexpr auto fields() {
         return std::tuple{
-            Field{"summary", &Entry::summary, Shown},
-            Field{"freeBefore", &Entry::freeBefore},
-            Field{"freeAfter", &Entry::freeAfter},
-            Field{"monitoredChange", &Entry::monitoredChange},
-            Field{"unknownFolders", &Entry::unknownFolders, Shown},
-            Field{"items", &Entry::items},
+            Field{"summary", &GrowthEntry::summary, Shown},
+            Field{"freeBefore", &GrowthEntry::freeBefore},
+            Field{"freeAfter", &GrowthEntry::freeAfter},
+            Field{"monitoredChange", &GrowthEntry::monitoredChange},
+            Field{"unknownFolders", &GrowthEntry::unknownFolders, Shown},
+            Field{"items", &GrowthEntry::items},
         };
     }
 };
@@ -127,11 +133,11 @@ ItemEntry entryOf(const GrowthItem& item) {
 }
 
 std::string jsonOf(const GrowthReport& report) {
-    Entry entry{.summary = growthText::summary(report),
-                .freeBefore = entryOf(report.freeBefore),
-                .freeAfter = entryOf(report.freeAfter),
-                .monitoredChange = report.monitoredChange,
-                .unknownFolders = report.unknownFolders};
+    GrowthEntry entry{.summary = growthText::summary(report),
+                      .freeBefore = entryOf(report.freeBefore),
+                      .freeAfter = entryOf(report.freeAfter),
+                      .monitoredChange = report.monitoredChange,
+                      .unknownFolders = report.unknownFolders};
     for (const auto& item : report.items)
         entry.items.push_back(entryOf(item));
     return json::encoded(entry) + "\n";

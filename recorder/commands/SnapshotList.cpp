@@ -16,16 +16,16 @@ struct SnapshotListOptions {
 };
 
 /// A named snapshot without its contents.
-struct Entry {
+struct SnapshotEntry {
     Uuid id;
     std::string name;
     Date timestamp;
 
     static constexpr auto fields() {
         return std::tuple{
-            Field{"id", &Entry::id, Internal},
-            Field{"name", &Entry::name, Private},
-            Field{"timestamp", &Entry::timestamp},
+            Field{"id", &SnapshotEntry::id, Internal},
+            Field{"name", &SnapshotEntry::name, Private},
+            Field{"timestamp", &SnapshotEntry::timestamp},
         };
     }
 };
@@ -33,7 +33,7 @@ struct Entry {
 std::string snapshotList(const HistoryReading& reading, const SnapshotListOptions& options) {
     const auto& baselines = reading.history.journal.baselines;
     if (options.json) {
-        std::vector<Entry> entries;
+        std::vector<SnapshotEntry> entries;
         for (const auto& baseline : baselines)
             entries.push_back({baseline.id, baseline.name, baseline.snapshot->timestamp});
         return json::encoded(entries) + "\n";

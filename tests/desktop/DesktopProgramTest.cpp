@@ -61,7 +61,7 @@ TEST_F(Desktop, ShowsItsIconToAHostThatComesLateAndToItsSuccessor) {
         // With the icon there, the program goes on without a window.
         closeWindow();
         panel.stop();
-        // And without it, nobody is left without one.
+        // When the icon disappears, a window is opened.
         EXPECT_FALSE(visible(u"^Tidemark$"_s).isEmpty());
         EXPECT_EQ(program.state(), QProcess::Running);
     }
@@ -79,7 +79,7 @@ TEST_F(Desktop, ShowsItsIconToAPanelThatEmbedsIcons) {
     EXPECT_EQ(end(program), 0);
 }
 
-TEST(Programs, NeedLibrariesOfWindowsOnlyWhereTheyHaveWindows) {
+TEST(Programs, LinkTheLibraryOfWidgetsOnlyForTheDesktop) {
     const auto needsWidgets = [](const char* program) {
         QProcess process;
         process.start(u"ldd"_s, {QString::fromUtf8(program)});

@@ -16,8 +16,8 @@ using namespace Qt::StringLiterals;
 namespace {
 
 const QString service = u"org.freedesktop.login1"_s;
-const QString manager = u"org.freedesktop.login1.Manager"_s;
-const QString managerPath = u"/org/freedesktop/login1"_s;
+const QString sleepManager = u"org.freedesktop.login1.Manager"_s;
+const QString sleepManagerPath = u"/org/freedesktop/login1"_s;
 
 /// The recording program, with a mock of logind.
 struct ActivityRecording : testing::Test {
@@ -52,8 +52,9 @@ struct ActivityRecording : testing::Test {
         recorder.start(QStringLiteral(TIDEMARK_PROGRAM), {u"run"_s, u"--setup"_s, u"none"_s});
     }
     void prepareForSleep(bool preparing) {
-        logind.control(managerPath, u"EmitSignal"_s,
-                       {manager, u"PrepareForSleep"_s, u"b"_s, QVariant(QVariantList{preparing})});
+        logind.control(
+            sleepManagerPath, u"EmitSignal"_s,
+            {sleepManager, u"PrepareForSleep"_s, u"b"_s, QVariant(QVariantList{preparing})});
     }
     /// The machine sleeps and wakes again and again, because it can't be observed when the recorder
     /// begins to follow logind.

@@ -27,8 +27,8 @@ namespace fs = std::filesystem;
 namespace {
 
 const QString serviceName = u"org.freedesktop.systemd1"_s;
-const QString managerInterface = u"org.freedesktop.systemd1.Manager"_s;
-const QString managerPath = u"/org/freedesktop/systemd1"_s;
+const QString unitsInterface = u"org.freedesktop.systemd1.Manager"_s;
+const QString unitsPath = u"/org/freedesktop/systemd1"_s;
 const QString unitInterface = u"org.freedesktop.systemd1.Unit"_s;
 
 std::string entryOf(const std::string& name, const std::string& more = "") {
@@ -103,6 +103,7 @@ QDBusArgument& operator<<(QDBusArgument& argument, const ListedUnit& unit) {
 
 /// Only for the registration of the type.
 const QDBusArgument& operator>>(const QDBusArgument& argument, ListedUnit&) {
+    // In the form that Qt requires. NOLINTNEXTLINE(bugprone-return-const-ref-from-parameter)
     return argument;
 }
 
@@ -112,7 +113,7 @@ public:
     explicit FakeManager(QDBusConnection connection) : bus(std::move(connection)) {
         qDBusRegisterMetaType<ListedUnit>();
         qDBusRegisterMetaType<QList<ListedUnit>>();
-        bus.registerVirtualObject(managerPath, this, QDBusConnection::SubPath);
+        bus.registerVirtualObject(unitsPath, this, QDBusConnection::SubPath);
     }
 
     void start() { ASSERT_TRUE(bus.registerService(serviceName)); }
@@ -138,7 +139,7 @@ public:
     void emitSignal(const QString& name, const QString& unit) const { emitSignal(bus, name, unit); }
     static void emitSignal(const QDBusConnection& sender, const QString& name,
                            const QString& unit) {
-        auto signal = QDBusMessage::createSignal(managerPath, managerInterface, name);
+        auto signal = QDBusMessage::createSignal(unitsPath, unitsInterface, name);
         signal << unit << QVariant::fromValue(QDBusObjectPath(pathOf(unit)));
         sender.send(signal);
     }
@@ -164,7 +165,7 @@ public:
 
 private:
     static QString pathOf(const QString& unit) {
-        return managerPath + u"/unit/"_s + QString::fromLatin1(unit.toLatin1().toHex());
+        return unitsPath + u"/unit/"_s + QString::fromLatin1(unit.toLatin1().toHex());
     }
 
     QDBusConnection bus;

@@ -19,10 +19,10 @@ namespace {
 
 const QString portalPath = u"/org/freedesktop/portal/desktop"_s;
 const QString portalInterface = u"org.freedesktop.portal.GlobalShortcuts"_s;
-const QString sessionPath = portalPath + u"/session/1/tidemark"_s;
+const QString shortcutSessionPath = portalPath + u"/session/1/tidemark"_s;
 const QString componentPath = u"/component/app_tidemark"_s;
 
-QVariant object(const QString& path) {
+QVariant handleValue(const QString& path) {
     return QVariant::fromValue(QDBusObjectPath(path));
 }
 
@@ -42,14 +42,14 @@ struct DesktopShortcutTest : testing::Test {
         qDBusRegisterMetaType<QList<KeySequence>>();
         for (const auto* method :
              {"Register app.tidemark", "CreateSession", "ListShortcuts", "BindShortcuts "})
-            portal.answers[QLatin1String(method)] = {object(portalPath + u"/request/1/x"_s)};
+            portal.answers[QLatin1String(method)] = {handleValue(portalPath + u"/request/1/x"_s)};
         portal.answers[u"Get org.freedesktop.portal.GlobalShortcuts version"_s] = {
             QVariant::fromValue(QDBusVariant(1U))};
-        results[u"CreateSession"_s] = {0, {{u"session_handle"_s, sessionPath}}};
+        results[u"CreateSession"_s] = {0, {{u"session_handle"_s, shortcutSessionPath}}};
         portal.afterReply = [this](const QDBusMessage& call) { respond(call); };
         accelerators.answers[u"doRegister"_s] = {};
         accelerators.answers[u"setInactive"_s] = {};
-        accelerators.answers[u"getComponent app.tidemark"_s] = {object(componentPath)};
+        accelerators.answers[u"getComponent app.tidemark"_s] = {handleValue(componentPath)};
     }
     /// Answers a request, as the portal does after it has asked the user.
     void respond(const QDBusMessage& call) {
@@ -78,13 +78,13 @@ struct DesktopShortcutTest : testing::Test {
     }
     void press(const QString& session, const QString& id) const {
         portal.send(QDBusMessage::createSignal(portalPath, portalInterface, u"Activated"_s)
-                    << object(session) << id << quint64{1} << QVariantMap());
+                    << handleValue(session) << id << quint64{1} << QVariantMap());
     }
 
     /// The user chose other keys in the settings of the desktop.
     void change(const BoundShortcut& to) const {
         portal.send(QDBusMessage::createSignal(portalPath, portalInterface, u"ShortcutsChanged"_s)
-                    << object(sessionPath) << QVariant::fromValue(QList{to}));
+                    << handleValue(shortcutSessionPath) << QVariant::fromValue(QList{to}));
     }
 
     test::PrivateBus home;
@@ -105,7 +105,7 @@ const GlobalShortcut::Availability chosen{.isAvailable = true, .keys = "Meta+S"}
 
 } // namespace
 
-TEST_F(DesktopShortcutTest, IsThatOfThePortal) {
+TEST_F(DesktopShortcutTest, UsesThePortal) {
     struct Case {
         const char* what;
         std::pair<quint32, QVariantMap> listed;
@@ -141,9 +141,9 @@ TEST_F(DesktopShortcutTest, IsThatOfThePortal) {
         expect(expected);
         EXPECT_EQ(asked, questions) << what;
         presses = 0;
-        press(sessionPath + u"x"_s, own.id);
-        press(sessionPath, u"other"_s);
-        press(sessionPath, own.id);
+        press(shortcutSessionPath + u"x"_s, own.id);
+        press(shortcutSessionPath, u"other"_s);
+        press(shortcutSessionPath, own.id);
         test::until([&] { return presses > 0; });
         EXPECT_EQ(presses, 1) << what;
         change(other);
@@ -153,7 +153,7 @@ TEST_F(DesktopShortcutTest, IsThatOfThePortal) {
     }
 }
 
-TEST_F(DesktopShortcutTest, IsThatOfKdeWhereThePortalHasNone) {
+TEST_F(DesktopShortcutTest, UsesKdeWhereThePortalHasNoShortcuts) {
     portal.answers.erase(u"Get org.freedesktop.portal.GlobalShortcuts version"_s);
     portal.start();
     assign(0);

@@ -19,7 +19,7 @@ const QString saverPath = u"/org/gnome/ScreenSaver"_s;
 const QString mutter = u"org.gnome.Mutter.DisplayConfig"_s;
 const QString mutterPath = u"/org/gnome/Mutter/DisplayConfig"_s;
 const QString logindPath = u"/org/freedesktop/login1"_s;
-const QString sessionPath = u"/org/freedesktop/login1/session/c1"_s;
+const QString screenSessionPath = u"/org/freedesktop/login1/session/c1"_s;
 
 struct ScreenSleepMonitorTest : testing::Test {
     test::PrivateBus home;
@@ -83,14 +83,14 @@ TEST_F(ScreenSleepMonitorTest, CombinesWhatIsKnown) {
                     u"me"_s, true});
     logind.control(logindPath, u"AddMethod"_s,
                    {u"org.freedesktop.login1.Manager"_s, u"GetSessionByPID"_s, u"u"_s, u"o"_s,
-                    u"ret = '%1'"_s.arg(sessionPath)});
+                    u"ret = '%1'"_s.arg(screenSessionPath)});
     logind.control(
         logindPath, u"EmitSignal"_s,
         {u"org.freedesktop.login1.Manager"_s, u"SessionNew"_s, u"so"_s,
-         QVariant(QVariantList{u"c1"_s, QVariant::fromValue(QDBusObjectPath(sessionPath))})});
+         QVariant(QVariantList{u"c1"_s, QVariant::fromValue(QDBusObjectPath(screenSessionPath))})});
     const auto lock = [&](bool isLocked) {
         logind.control(
-            sessionPath, u"UpdateProperties"_s,
+            screenSessionPath, u"UpdateProperties"_s,
             {u"org.freedesktop.login1.Session"_s, QVariantMap{{u"LockedHint"_s, isLocked}}});
     };
     lock(true);

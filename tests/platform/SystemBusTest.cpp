@@ -127,7 +127,7 @@ TEST(MessageBus, CallsOnlyReceiversThatExistAndNoneAfterItsEnd) {
     }
 }
 
-TEST(MessageBus, IsNoneWhereItsThreadCanNotBeStarted) {
+TEST(MessageBus, IsUnavailableIfItsThreadCannotBeStarted) {
     // Qt has not started its thread for message buses yet, and would wait for it for ever.
     const test::TemporaryFolder folder;
     QLocalServer server;

@@ -13,7 +13,7 @@ using State = BatterySource::State;
 namespace {
 
 const QString upower = u"org.freedesktop.UPower"_s;
-const QString managerPath = u"/org/freedesktop/UPower"_s;
+const QString upowerPath = u"/org/freedesktop/UPower"_s;
 
 /// A reading as text, such as "mains 80 % charging".
 std::string textOf(const BatterySource& source) {
@@ -123,7 +123,7 @@ TEST_F(RealUPower, FollowsARestartAndAServiceThatHangs) {
 TEST_F(UPowerBatteryTest, DoesNotTrustTheFirstReadings) {
     test::MockService mock{home, bus, u"upower"_s, upower};
     mock.start();
-    mock.control(managerPath, u"AddChargingBattery"_s,
+    mock.control(upowerPath, u"AddChargingBattery"_s,
                  {u"BAT0"_s, u"Battery"_s, 30.0, qint64{1200}});
     follow();
     test::until([&] { return clock.sleeping() > 0; });

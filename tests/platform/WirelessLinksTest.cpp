@@ -14,26 +14,26 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-const QString service = u"org.freedesktop.NetworkManager"_s;
+const QString networkService = u"org.freedesktop.NetworkManager"_s;
 const QString root = u"/org/freedesktop"_s;
-const QString managerPath = u"/org/freedesktop/NetworkManager"_s;
+const QString networkPath = u"/org/freedesktop/NetworkManager"_s;
 const QString device = u"org.freedesktop.NetworkManager.Device"_s;
-const QString wireless = u"org.freedesktop.NetworkManager.Device.Wireless"_s;
+const QString wirelessInterface = u"org.freedesktop.NetworkManager.Device.Wireless"_s;
 const QString accessPoint = u"org.freedesktop.NetworkManager.AccessPoint"_s;
-const QString cardPath = managerPath + u"/Devices/card"_s;
+const QString wirelessCard = networkPath + u"/Devices/card"_s;
 
-QVariant object(const QString& path) {
+QVariant objectValue(const QString& path) {
     return QVariant::fromValue(QDBusObjectPath(path));
 }
-QString pointPath(const QString& name) {
-    return managerPath + u"/AccessPoint/"_s + name;
+QString accessPointPath(const QString& name) {
+    return networkPath + u"/AccessPoint/"_s + name;
 }
 
 /// A card without an interface in the kernel, so that only NetworkManager reports it.
 struct WirelessLinksTest : testing::Test {
     test::PrivateBus home;
     QDBusConnection bus = home.connect(u"tested"_s);
-    test::MockService manager{home, bus, u"networkmanager"_s, service};
+    test::MockService manager{home, bus, u"networkmanager"_s, networkService};
     const test::TemporaryFolder share;
     WirelessLinks links{[this] { return MessageBus(bus); },
                         {.devices = "/nowhere", .dataFolders = {"/none", share.path()}}};
@@ -49,32 +49,33 @@ struct WirelessLinksTest : testing::Test {
     }
     void addPoint(const QString& name, const QString& ssid, quint32 frequency) const {
         manager.control(root, u"AddAccessPoint"_s,
-                        {cardPath, name, ssid, u"00:11:22:33:44:55"_s, quint32{2}, frequency,
+                        {wirelessCard, name, ssid, u"00:11:22:33:44:55"_s, quint32{2}, frequency,
                          quint32{270'000}, QVariant::fromValue(uchar{70}), quint32{0x188}});
         // The template gives both the same flags.
-        manager.control(pointPath(name), u"UpdateProperties"_s,
+        manager.control(accessPointPath(name), u"UpdateProperties"_s,
                         {accessPoint, QVariantMap{{u"WpaFlags"_s, quint32{0}}}});
     }
     /// Adds what the template lacks.
     void addCard(int state, const QString& point) const {
         manager.control(root, u"AddWiFiDevice"_s, {u"card"_s, u"card0"_s, state});
-        manager.control(cardPath, u"AddProperties"_s,
-                        {wireless, QVariantMap{{u"ActiveAccessPoint"_s, object(point)}}});
+        manager.control(
+            wirelessCard, u"AddProperties"_s,
+            {wirelessInterface, QVariantMap{{u"ActiveAccessPoint"_s, objectValue(point)}}});
         addPoint(u"home"_s, u"Home"_s, 5180);
         addPoint(u"office"_s, u"Office"_s, 2412);
     }
-    /// The mock's own method does not take object paths.
+    /// The mock's own method does not take objectValue paths.
     void set(const QString& path, const QString& interface, const QString& property,
              const QVariant& value) const {
         auto question = QDBusMessage::createMethodCall(
-            service, path, u"org.freedesktop.DBus.Properties"_s, u"Set"_s);
+            networkService, path, u"org.freedesktop.DBus.Properties"_s, u"Set"_s);
         question << interface << property << QVariant::fromValue(QDBusVariant(value));
         const auto reply = bus.call(question);
         ASSERT_EQ(reply.type(), QDBusMessage::ReplyMessage) << qPrintable(reply.errorMessage());
     }
-    void setState(quint32 state) const { set(cardPath, device, u"State"_s, state); }
+    void setState(quint32 state) const { set(wirelessCard, device, u"State"_s, state); }
     void setPoint(const QString& path) const {
-        set(cardPath, wireless, u"ActiveAccessPoint"_s, object(path));
+        set(wirelessCard, wirelessInterface, u"ActiveAccessPoint"_s, objectValue(path));
     }
     /// The link of the card as text; "none" without a card.
     std::string text() const {
@@ -103,12 +104,12 @@ TEST_F(WirelessLinksTest, ReportsTheLinkAndItsNetwork) {
     manager.start();
     follow(WiFiSource::Names::read);
     expect("none");
-    addCard(100, pointPath(u"home"_s));
+    addCard(100, accessPointPath(u"home"_s));
     expect("card0 up Home 5 GHz 36 WPA2 Personal");
     setState(110);
     expect("card0 down");
     setState(50);
-    setPoint(pointPath(u"office"_s));
+    setPoint(accessPointPath(u"office"_s));
     setState(70);
     expect("card0 up Office 2.4 GHz 1 WPA2 Personal");
     // Another program manages it from now on.
@@ -119,15 +120,15 @@ TEST_F(WirelessLinksTest, ReportsTheLinkAndItsNetwork) {
     // It is an access point for others, and then no longer.
     for (const auto& [mode, expected] : {std::pair<quint32, const char*>{3, "card0 down"},
                                          {2, "card0 up Office 2.4 GHz 1 WPA2 Personal"}}) {
-        set(cardPath, wireless, u"Mode"_s, mode);
+        set(wirelessCard, wirelessInterface, u"Mode"_s, mode);
         setState(mode == 3 ? 90 : 100);
         expect(expected);
     }
     follow(WiFiSource::Names::omit);
     expect("card0 up - 2.4 GHz 1 WPA2 Personal");
-    manager.control(
-        managerPath, u"EmitSignal"_s,
-        {service, u"DeviceRemoved"_s, u"o"_s, QVariant(QVariantList{object(cardPath)})});
+    manager.control(networkPath, u"EmitSignal"_s,
+                    {networkService, u"DeviceRemoved"_s, u"o"_s,
+                     QVariant(QVariantList{objectValue(wirelessCard)})});
     expect("none");
 }
 
@@ -138,10 +139,10 @@ TEST_F(WirelessLinksTest, KeepsTheNetworkThroughMomentsWithoutAnAccessPoint) {
     follow(WiFiSource::Names::read);
     expect("card0 up");
     const auto setName = [&](const QByteArray& name) {
-        set(pointPath(u"home"_s), accessPoint, u"Ssid"_s, name);
+        set(accessPointPath(u"home"_s), accessPoint, u"Ssid"_s, name);
     };
     setName(QByteArray(4, '\0'));
-    setPoint(pointPath(u"home"_s));
+    setPoint(accessPointPath(u"home"_s));
     expect("card0 up - 5 GHz 36 WPA2 Personal");
     setName("Home");
     expect("card0 up Home 5 GHz 36 WPA2 Personal");

@@ -231,7 +231,7 @@ TEST_F(X11ClipboardTest, NeverReadsAMarkedItemNorItsRepublication) {
     copyHonest("honest");
 }
 
-TEST_F(X11ClipboardTest, AsksNothingOfExcludedApplications) {
+TEST_F(X11ClipboardTest, DoesNotReadItemsOfExcludedApplications) {
     const test::TemporaryFolder entries;
     entries.write(
         "org.example.Vault.desktop",
@@ -254,7 +254,7 @@ TEST_F(X11ClipboardTest, AsksNothingOfExcludedApplications) {
     EXPECT_EQ(items.at(0).origin.writer, (ClipApplication{"org.example.Vault", "Vault"}));
 }
 
-TEST_F(X11ClipboardTest, AsksNothingWhileAnExcludedApplicationIsInFront) {
+TEST_F(X11ClipboardTest, DoesNotReadItemsWhileAnExcludedApplicationIsInFront) {
     const auto other = connect();
     std::optional<test::X11Window> window;
     window.emplace(*server, std::vector<std::string>{"vault", "Vault"});
@@ -282,7 +282,7 @@ TEST_F(X11ClipboardTest, AsksNothingWhileAnExcludedApplicationIsInFront) {
     EXPECT_EQ(log, "before honest ");
 }
 
-TEST_F(X11ClipboardTest, ProgramsThatDoNotAnswerOrDieDelayNothing) {
+TEST_F(X11ClipboardTest, IsNotDelayedByProgramsThatHangOrEnd) {
     watch();
     const auto other = connect();
     const LoggedOwner dying(*other, Behaviour::diesInTheMiddle, {"UTF8_STRING"});

@@ -10,7 +10,7 @@
 
 using namespace tidemark;
 
-TEST(Appearance, IsThatOfTheUserElseThatOfTheDesktop) {
+TEST(Appearance, FollowsTheChoiceOfTheUserOrElseTheDesktop) {
     const struct {
         const char* mode;
         SystemAppearance system;

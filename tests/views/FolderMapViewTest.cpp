@@ -60,7 +60,7 @@ TEST(FolderMapView, ChoosesTheSameFolderAsTheTable) {
     }
 }
 
-TEST(FolderMapView, IsUsedByTheKeyboardAndSaysWhereItIs) {
+TEST(FolderMapView, MovesByKeyboardAndReportsThePositionToScreenReaders) {
     Inspector inspector;
     auto& map = inspector.map();
     map.setFocus();

@@ -48,7 +48,7 @@ struct Chart {
 
 } // namespace
 
-TEST(StorageChartView, MovesByTheKeyboardAndSaysWhereItIs) {
+TEST(StorageChartView, MovesByKeyboardAndReportsThePositionToScreenReaders) {
     Chart chart;
     auto* all = QAccessible::queryAccessibleInterface(&chart.view);
     ASSERT_TRUE(all);
@@ -139,7 +139,7 @@ TEST(ComparedMoments, KeepsTheTwoThatWereMarkedLast) {
     EXPECT_EQ(moments.all(), std::vector{c});
 }
 
-TEST(StorageTableModel, HasTheSameAsTheChart) {
+TEST(StorageTableModel, HasARowForEachPointAndEventOfTheChart) {
     StorageTableModel model;
     const QAbstractItemModelTester tester(&model,
                                           QAbstractItemModelTester::FailureReportingMode::Fatal);

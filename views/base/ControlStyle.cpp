@@ -10,10 +10,10 @@ namespace tidemark {
 
 namespace {
 
-/// At each side of the text of a button.
-constexpr int room = 12;
+/// Pixels on each side of the text of a button.
+constexpr int textMargin = 12;
 constexpr int iconSpacing = 4;
-/// Around the buttons of a toolbar.
+/// Pixels around the buttons of a toolbar.
 constexpr int toolbarMargin = 6;
 constexpr float frameStrength = 0.45F;
 
@@ -25,12 +25,12 @@ public:
                            const QWidget* widget) const override {
         QSize size = QProxyStyle::sizeFromContents(type, option, contents, widget);
         if (type == CT_PushButton)
-            size.setWidth(std::max(size.width(), contents.width() + 2 * room));
+            size.setWidth(std::max(size.width(), contents.width() + 2 * textMargin));
         return size;
     }
     int pixelMetric(PixelMetric metric, const QStyleOption* option,
                     const QWidget* widget) const override {
-        // The margins of the contents of a toolbar only make it higher at the bottom.
+        // `setContentsMargins` of the toolbar would only add space below its buttons.
         return metric == PM_ToolBarItemMargin ? toolbarMargin
                                               : QProxyStyle::pixelMetric(metric, option, widget);
     }
@@ -47,7 +47,7 @@ public:
     }
 
 private:
-    /// Qt moves the text to the edge of the button, away from its icon.
+    /// Draws the text next to the icon. Qt would align it with the edge of the button instead.
     void drawMirroredLabel(const QStyleOptionButton& button, QPainter& painter) const {
         const bool isEnabled = button.state & State_Enabled;
         const int text = button.fontMetrics.size(Qt::TextShowMnemonic, button.text).width();

@@ -4,7 +4,7 @@
 
 namespace tidemark {
 
-/// A label in the colour of second lines, also after a change of the palette.
+/// A label in the dimmed colour of less important texts, which follows changes of the palette.
 class DimLabel : public QLabel {
     Q_OBJECT
 
@@ -21,15 +21,15 @@ private:
 /// Makers of labels. Texts are plain, whatever they contain.
 namespace labels {
 
-/// `scale` times as large as other texts, and bold.
-QLabel* title(const QString& text, double scale);
+/// `factor` times as large as other texts, and bold.
+QLabel* title(const QString& text, double factor);
 /// The heading of a section: bold.
 QLabel* heading(const QString& text);
 /// A dim, wrapping text.
 DimLabel* note(const QString& text);
 /// A line between two parts, in the colour that separates panes.
 QFrame* separator();
-/// Sets the font of a label to `scale` times the size of other texts.
+/// Sets the font of a widget to `factor` times the size of other texts.
 void scale(QWidget& widget, double factor);
 
 } // namespace labels

@@ -10,7 +10,7 @@ namespace tidemark {
 
 namespace {
 
-constexpr double cornerRadius = 6;
+constexpr double rowRadius = 6;
 /// How much of the text colour lies over a row under the pointer.
 constexpr double hoverStrength = 0.06;
 constexpr qsizetype mostCharacters = 1000;
@@ -43,17 +43,17 @@ QColor RowPainter::accent() const {
 
 void RowPainter::drawPanel(const QRect& area) const {
     if (isSelected())
-        fill(area, option.palette.color(QPalette::Active, QPalette::Highlight), cornerRadius);
+        fill(area, option.palette.color(QPalette::Active, QPalette::Highlight), rowRadius);
     else if (option.state.testFlag(QStyle::State_MouseOver)
              && option.state.testFlag(QStyle::State_Enabled))
-        fill(area, veil(option.palette.color(QPalette::Text), hoverStrength), cornerRadius);
+        fill(area, veil(option.palette.color(QPalette::Text), hoverStrength), rowRadius);
     if (!option.state.testFlag(QStyle::State_HasFocus)
         || !option.state.testFlag(QStyle::State_KeyboardFocusChange))
         return;
     painter.setBrush(Qt::NoBrush);
     painter.setPen(QPen(isSelected() ? strong() : accent(), 1.5));
     const QRectF frame = QRectF(visual(area)).adjusted(2.5, 2.5, -2.5, -2.5);
-    painter.drawRoundedRect(frame, cornerRadius - 2, cornerRadius - 2);
+    painter.drawRoundedRect(frame, rowRadius - 2, rowRadius - 2);
 }
 
 void RowPainter::drawText(const QRect& area, const QString& text, const QColor& color,

@@ -7,7 +7,7 @@ namespace tidemark {
 
 namespace {
 
-constexpr qsizetype mostCharacters = 600;
+constexpr qsizetype mostCharactersInLabel = 600;
 constexpr qsizetype mostInTip = 4000;
 
 QString cut(const QString& text, qsizetype most) {
@@ -25,9 +25,9 @@ WrappingLabel::WrappingLabel(const QString& text, QWidget* parent) : QLabel(pare
 }
 
 void WrappingLabel::setWhole(const QString& text) {
-    QString shown = cut(text, mostCharacters);
+    QString shown = cut(text, mostCharactersInLabel);
     setText(isolated(shown.replace(u'/', QStringLiteral("/\u200B"))));
-    setToolTip(text.size() > mostCharacters ? cut(text, mostInTip) : QString());
+    setToolTip(text.size() > mostCharactersInLabel ? cut(text, mostInTip) : QString());
 }
 
 } // namespace tidemark

@@ -31,7 +31,7 @@ QCoro::Task<void> import(HistoryImport& imports, std::vector<InstallationRecord>
 
 QListWidgetItem* itemOf(const ImportView::Row& row) {
     const QString name = isolated(QString::fromStdString(oneLine(row.name)));
-    QString second = isolated(wordsHere(row.version));
+    QString second = isolated(shownPart(row.version));
     if (row.isImported)
         second += QStringLiteral(" · ") + wordsHere(importText::alreadyImported);
     auto* item = new QListWidgetItem(symbolIcon("shippingbox"), name + u'\n' + second);

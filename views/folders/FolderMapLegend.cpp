@@ -17,8 +17,9 @@ using Trend = FolderMap::Trend;
 
 constexpr int gap = 6;
 constexpr int betweenEntries = 16;
-constexpr double cornerRadius = 3;
-/// Of the tile that stands for all strengths of a change.
+constexpr double legendRadius = 3;
+/// How strong the change of an example tile is, 0 to 1. In the map, stronger changes have stronger
+/// colours.
 constexpr double shownStrength = 0.7;
 
 std::array<std::pair<Trend, QString>, 4> entries() {
@@ -88,10 +89,10 @@ void FolderMapLegend::paintEvent(QPaintEvent*) {
         const QColor surface = folderMapColors::tile(palette(), trend, shownStrength);
         painter.setPen(Qt::NoPen);
         painter.setBrush(surface);
-        painter.drawRoundedRect(swatch, cornerRadius, cornerRadius);
+        painter.drawRoundedRect(swatch, legendRadius, legendRadius);
         painter.setBrush(QBrush(folderMapColors::patternOn(palette(), trend, surface),
                                 folderMapColors::pattern(trend)));
-        painter.drawRoundedRect(swatch, cornerRadius, cornerRadius);
+        painter.drawRoundedRect(swatch, legendRadius, legendRadius);
         const int before = side + gap;
         painter.setPen(textColor::dimmed(palette().color(QPalette::Active, QPalette::Text)));
         painter.drawText(visual({x + before, y, widthOf(text) - before, lineHeight()}),

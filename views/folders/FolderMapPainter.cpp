@@ -18,12 +18,12 @@ using Tile = FolderMap::Tile;
 using Trend = FolderMap::Trend;
 namespace colors = folderMapColors;
 
-constexpr int padding = 7;
+constexpr int tilePadding = 7;
 /// A tile that is narrower has no name; most names would be cut to nothing.
 constexpr int narrowestText = 44;
 /// A smaller tile has neither round corners nor a pattern.
 constexpr int smallestPattern = 14;
-constexpr double cornerRadius = 4;
+constexpr double tileRadius = 4;
 constexpr double hoverStrength = 0.1;
 
 /// For readers who can’t see the colour of growth.
@@ -58,7 +58,7 @@ FolderMapPainter::FolderMapPainter(QPainter& used, Look how)
     : painter(used), look(std::move(how)) {}
 
 int FolderMapPainter::headerHeight(const QFont& font) {
-    return QFontMetrics(font).height() + padding;
+    return QFontMetrics(font).height() + tilePadding;
 }
 
 void FolderMapPainter::draw(const FolderMapLayout::Placed& placed, const QRect& whole,
@@ -83,18 +83,18 @@ void FolderMapPainter::drawSurface(const Tile& tile, const QRect& area,
         return painter.fillRect(area, surface);
     painter.setPen(Qt::NoPen);
     painter.setBrush(surface);
-    painter.drawRoundedRect(area, cornerRadius, cornerRadius);
+    painter.drawRoundedRect(area, tileRadius, tileRadius);
     const Qt::BrushStyle style = colors::pattern(tile.trend);
     const bool isFolder = surface == colors::folder(look.palette);
     if (!look.isCompared || style == Qt::NoBrush || isFolder)
         return;
     painter.setBrush(QBrush(colors::patternOn(look.palette, tile.trend, surface), style));
-    painter.drawRoundedRect(area, cornerRadius, cornerRadius);
+    painter.drawRoundedRect(area, tileRadius, tileRadius);
 }
 
 void FolderMapPainter::drawTexts(const Tile& tile, const QRect& area, const QColor& surface) const {
     const int line = QFontMetrics(look.font).height();
-    QRect first = area.adjusted(padding, padding - 2, -padding, 0);
+    QRect first = area.adjusted(tilePadding, tilePadding - 2, -tilePadding, 0);
     first.setHeight(line);
     if (first.width() < narrowestText || first.bottom() > area.bottom() - 2)
         return;
@@ -113,13 +113,13 @@ void FolderMapPainter::drawTexts(const Tile& tile, const QRect& area, const QCol
 }
 
 void FolderMapPainter::drawHeader(const Tile& tile, const QRect& area) const {
-    QRect strip = area.adjusted(padding, 1, -padding, 0);
+    QRect strip = area.adjusted(tilePadding, 1, -tilePadding, 0);
     strip.setHeight(headerHeight(look.font) - 2);
     const QColor strong = look.palette.color(QPalette::Active, QPalette::Text);
     const QFont heading = fonts::bold(look.font);
     const QFont small = fonts::smaller(look.font);
     const QString name = folderTileName(tile);
-    const int nameWidth = QFontMetrics(heading).horizontalAdvance(name) + padding;
+    const int nameWidth = QFontMetrics(heading).horizontalAdvance(name) + tilePadding;
     const QString size = sizeText(tile, small, strip.width() - nameWidth);
     drawLine(strip, name, heading, strong);
     const int sizeWidth = QFontMetrics(small).horizontalAdvance(size);
@@ -163,9 +163,9 @@ void FolderMapPainter::drawFrame(const QRect& area, bool hasFocus) const {
     // Two lines, since one of them would be lost on a tile of its own colour.
     painter.setPen(
         QPen(look.palette.color(QPalette::Active, QPalette::Text), hasFocus ? 3.0 : 2.0));
-    painter.drawRoundedRect(frame, cornerRadius, cornerRadius);
+    painter.drawRoundedRect(frame, tileRadius, tileRadius);
     painter.setPen(QPen(look.palette.color(QPalette::Active, QPalette::Base), 1.0));
-    painter.drawRoundedRect(frame.adjusted(2, 2, -2, -2), cornerRadius - 2, cornerRadius - 2);
+    painter.drawRoundedRect(frame.adjusted(2, 2, -2, -2), tileRadius - 2, tileRadius - 2);
 }
 
 } // namespace tidemark

@@ -16,7 +16,7 @@ namespace tidemark {
 
 namespace {
 
-constexpr int gap = 8;
+constexpr int paneGap = 8;
 constexpr double legendScale = 0.92;
 /// More would leave no room for the map; the table lists all of them.
 constexpr std::size_t mostButtons = 4;
@@ -35,11 +35,11 @@ FolderMapPane::FolderMapPane(QWidget* parent)
     leave->setToolTip(leave->accessibleName());
     auto* path = new QHBoxLayout(head);
     path->setContentsMargins(0, 0, 0, 0);
-    path->setSpacing(gap / 2);
+    path->setSpacing(paneGap / 2);
     path->addWidget(leave);
     path->addWidget(where, 1);
     auto* unmeasured = new QHBoxLayout(unmeasuredPanel);
-    unmeasured->setContentsMargins(gap, gap / 2, gap, gap / 2);
+    unmeasured->setContentsMargins(paneGap, paneGap / 2, paneGap, paneGap / 2);
     auto* note = new DimLabel(wordsHere(FolderMap::unmeasuredTitle));
     labels::scale(*note, legendScale);
     unmeasured->addWidget(note);
@@ -49,7 +49,7 @@ FolderMapPane::FolderMapPane(QWidget* parent)
 
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(20, 4, 12, 12);
-    column->setSpacing(gap);
+    column->setSpacing(paneGap);
     column->addWidget(head);
     column->addWidget(mapView, 1);
     column->addWidget(unmeasuredPanel);

@@ -11,25 +11,25 @@ namespace tidemark {
 
 namespace {
 
-constexpr int padding = 8;
-/// From a number to the end of its column, which for the last one is the end of the panel.
-constexpr int trailing = 18;
-static_assert(padding + trailing == FolderSizeDelegate::margins);
+constexpr int cellPadding = 8;
+/// Pixels from a number to the trailing edge of its column.
+constexpr int trailingSpace = 18;
+static_assert(cellPadding + trailingSpace == FolderSizeDelegate::margins);
 constexpr int barThickness = 4;
 constexpr int shortestBar = 2;
 
 void drawName(const RowPainter& row, const QStyleOptionViewItem& option, const QModelIndex& index) {
     const int side = option.fontMetrics.height() + 2;
-    QRect area =
-        option.rect.adjusted(2, -FolderSizeDelegate::raised, -padding, -FolderSizeDelegate::raised);
+    QRect area = option.rect.adjusted(2, -FolderSizeDelegate::textOffset, -cellPadding,
+                                      -FolderSizeDelegate::textOffset);
     row.drawSymbol({area.left(), area.top(), side, area.height()},
                    index.data(FolderSizeModel::symbolRole).toString().toStdString(), row.strong());
-    area.setLeft(area.left() + side + padding);
+    area.setLeft(area.left() + side + cellPadding);
     row.drawText(area, option.text, row.strong(), option.font, Qt::AlignLeading, Qt::ElideMiddle);
 }
 
 void drawBar(const RowPainter& row, const QStyleOptionViewItem& option, double share) {
-    const QRect area = option.rect.adjusted(padding, 0, -trailing, 0);
+    const QRect area = option.rect.adjusted(cellPadding, 0, -trailingSpace, 0);
     const int length = std::max(shortestBar, static_cast<int>(std::lround(area.width() * share)));
     QColor color = row.accent();
     color.setAlphaF(row.isSelected() ? 0.8F : 0.55F);
@@ -66,7 +66,7 @@ void FolderSizeDelegate::paint(QPainter* painter, const QStyleOptionViewItem& st
         const QVariant trend = index.data(FolderSizeModel::trendRole);
         const bool isQuiet =
             trend.isValid() && trend.toInt() <= static_cast<int>(FolderSizeTable::Trend::same);
-        row.drawText(option.rect.adjusted(0, -raised, -trailing, -raised),
+        row.drawText(option.rect.adjusted(0, -textOffset, -trailingSpace, -textOffset),
                      withTrend(option.text, trend), isQuiet ? row.dim() : row.strong(), option.font,
                      option.displayAlignment & Qt::AlignHorizontal_Mask);
         const QVariant share = index.data(FolderSizeModel::shareRole);

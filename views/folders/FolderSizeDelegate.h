@@ -5,15 +5,16 @@
 namespace tidemark {
 
 /// Paints a cell of the folder sizes: the symbol and the name, or a size with a bar for its share.
-/// The background of a row is the view's.
+/// The view paints the background of the rows.
 class FolderSizeDelegate : public QStyledItemDelegate {
     Q_OBJECT
 
 public:
-    /// What a cell of a number needs beside its text.
+    /// Pixels that a column of numbers needs besides the text: the sum of the space on both sides.
     static constexpr int margins = 26;
-    /// How much the texts of a row are above its middle, for the bar below a number.
-    static constexpr int raised = 2;
+    /// Pixels by which texts are drawn above the middle of their row, to leave room for the bar
+    /// below a number.
+    static constexpr int textOffset = 2;
 
     using QStyledItemDelegate::QStyledItemDelegate;
 

@@ -41,7 +41,7 @@ const char* symbolOf(const FolderInspectionRow& row, bool isInFileGroup) {
     return TrashFolder::is(row.id) ? "trash" : "folder";
 }
 
-QString joined(const QString& name, const Table::Cells& cells) {
+QString tipOfRow(const QString& name, const Table::Cells& cells) {
     QStringList lines{name, shownParts(cells.help, "\n")};
     if (!cells.noChildren.empty())
         lines += wordsHere(cells.noChildren);
@@ -190,7 +190,7 @@ QVariant FolderSizeModel::data(const QModelIndex& index, int role) const {
                    ? spokenText(cellsAt(node).accessibleText, cellsAt(node).name, name())
                    : data(index, Qt::DisplayRole);
     case Qt::ToolTipRole:
-        return joined(name(), cellsAt(node));
+        return tipOfRow(name(), cellsAt(node));
     case Qt::TextAlignmentRole:
         return QVariant::fromValue((column == Column::folder ? Qt::AlignLeading : Qt::AlignTrailing)
                                    | Qt::AlignVCenter);

@@ -16,7 +16,7 @@ namespace tidemark {
 namespace {
 
 constexpr int margin = 8;
-constexpr int indent = 20;
+constexpr int levelIndent = 20;
 /// As wide as any size of a disk, and as its change with its sign.
 constexpr auto widestSize = "1,023.99 GB";
 constexpr auto widestChange = "+223.99 GB ▲";
@@ -33,7 +33,7 @@ FolderTree::FolderTree(QWidget* parent) : QTreeView(parent) {
     setAllColumnsShowFocus(false);
     setVerticalScrollMode(ScrollPerPixel);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    setIndentation(indent);
+    setIndentation(levelIndent);
     setSortingEnabled(true);
     setExpandsOnDoubleClick(true);
     useThinScrollBars(*this);
@@ -92,10 +92,10 @@ void FolderTree::drawBranches(QPainter* painter, const QRect& rect,
     if (!model()->hasChildren(index))
         return;
     const bool isMirrored = layoutDirection() == Qt::RightToLeft;
-    const double middle = rect.center().y() + 0.5 - FolderSizeDelegate::raised;
+    const double middle = rect.center().y() + 0.5 - FolderSizeDelegate::textOffset;
     QRectF place(0, 0, 5, 9);
-    place.moveCenter(isMirrored ? QPointF(rect.left() + indent / 2.0, middle)
-                                : QPointF(rect.right() - indent / 2.0 + 4, middle));
+    place.moveCenter(isMirrored ? QPointF(rect.left() + levelIndent / 2.0, middle)
+                                : QPointF(rect.right() - levelIndent / 2.0 + 4, middle));
     painter->save();
     painter->setRenderHint(QPainter::Antialiasing);
     painter->translate(place.center());

@@ -26,7 +26,7 @@ QString symbolOf(const storageChartText::Row& row) {
     return QString::fromLatin1(row.point ? "internaldrive" : row.size.empty() ? "clock" : "flag");
 }
 
-QVariant alignmentOf(int column) {
+QVariant alignmentOfColumn(int column) {
     const bool isNumber = column == StorageTableModel::size || column == StorageTableModel::change;
     return QVariant::fromValue((isNumber ? Qt::AlignTrailing : Qt::AlignLeading)
                                | Qt::AlignVCenter);
@@ -82,7 +82,7 @@ QVariant StorageTableModel::data(const QModelIndex& index, int role) const {
     case Qt::ToolTipRole:
         return textOf(row, index.column());
     case Qt::TextAlignmentRole:
-        return alignmentOf(index.column());
+        return alignmentOfColumn(index.column());
     case FolderSizeModel::symbolRole:
         return symbolOf(row);
     default:
@@ -95,7 +95,7 @@ QVariant StorageTableModel::headerData(int section, Qt::Orientation orientation,
         return {};
     if (role == Qt::DisplayRole)
         return shownText(storageChartText::headers()[static_cast<std::size_t>(section)]);
-    return role == Qt::TextAlignmentRole ? alignmentOf(section) : QVariant();
+    return role == Qt::TextAlignmentRole ? alignmentOfColumn(section) : QVariant();
 }
 
 } // namespace tidemark

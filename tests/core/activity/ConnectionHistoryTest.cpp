@@ -10,18 +10,19 @@ namespace {
 using Availability = NetworkConnectionState::Availability;
 using Interface = NetworkConnectionState::Interface;
 
-const auto wifi = NetworkConnectionState::make(Availability::available, {Interface::wifi}, false);
+const auto onWifi = NetworkConnectionState::make(Availability::available, {Interface::wifi}, false);
 const auto metered = NetworkConnectionState::make(Availability::available, {Interface::wifi}, true);
-const auto none = NetworkConnectionState::make(Availability::unavailable, {Interface::wifi}, false);
+const auto noNetwork =
+    NetworkConnectionState::make(Availability::unavailable, {Interface::wifi}, false);
 
 } // namespace
 
 TEST(NetworkConnectionHistory, ReportsDifferencesThatLast) {
     NetworkConnectionHistory history;
-    EXPECT_TRUE(history.receive(wifi, Date{0}));
+    EXPECT_TRUE(history.receive(onWifi, Date{0}));
     EXPECT_EQ(history.settle(Date{2}), std::nullopt) << "the starting point";
-    EXPECT_TRUE(history.receive(none, Date{10}));
-    EXPECT_TRUE(history.receive(wifi, Date{11}));
+    EXPECT_TRUE(history.receive(noNetwork, Date{10}));
+    EXPECT_TRUE(history.receive(onWifi, Date{11}));
     EXPECT_EQ(history.settle(Date{13}), std::nullopt) << "a moment without a connection";
 
     EXPECT_TRUE(history.receive(metered, Date{20}));
@@ -31,11 +32,11 @@ TEST(NetworkConnectionHistory, ReportsDifferencesThatLast) {
     ASSERT_TRUE(record);
     auto expected = SystemActivity::observed(SystemActivity::Kind::networkChanged, Date{20});
     expected.id = record->id;
-    expected.networkChange = NetworkConnectionChange{wifi, metered};
+    expected.networkChange = NetworkConnectionChange{onWifi, metered};
     EXPECT_EQ(*record, expected);
 
     const auto unknown = NetworkConnectionState::make(Availability::available, {Interface::wifi});
-    for (const auto& [at, state] : {std::pair{23.0, unknown}, {26.0, wifi}}) {
+    for (const auto& [at, state] : {std::pair{23.0, unknown}, {26.0, onWifi}}) {
         EXPECT_TRUE(history.receive(state, Date{at}));
         EXPECT_EQ(history.settle(Date{at + 2}), std::nullopt)
             << "whether it costs money became unknown or known";

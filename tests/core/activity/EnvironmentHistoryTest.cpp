@@ -22,7 +22,7 @@ Entries volumes(std::initializer_list<const char*> paths) {
     return entries;
 }
 
-Entries display(std::optional<DisplayContext> shown, const char* name = "Screen") {
+Entries displays(std::optional<DisplayContext> shown, const char* name = "Screen") {
     return {{"7", displayEntry(name, shown)}};
 }
 
@@ -38,7 +38,7 @@ std::string titlesOf(const std::vector<SystemActivity>& records) {
 TEST(EnvironmentHistory, ReportsAddedAndRemovedDevices) {
     EnvironmentHistory history;
     EXPECT_EQ(
-        titlesOf(history.receive({volumes({"/m/a", "/m/d"}), display({}), "critical"}, Date{0})),
+        titlesOf(history.receive({volumes({"/m/a", "/m/d"}), displays({}), "critical"}, Date{0})),
         "")
         << "the starting point";
     const auto records =
@@ -52,7 +52,7 @@ TEST(EnvironmentHistory, ReportsAddedAndRemovedDevices) {
     expected.environmentActivity->connected = true;
     EXPECT_EQ(records[0], expected);
 
-    EXPECT_EQ(titlesOf(history.receive({volumes({"/m/a"}), display({}), "critical"}, Date{20})),
+    EXPECT_EQ(titlesOf(history.receive({volumes({"/m/a"}), displays({}), "critical"}, Date{20})),
               "b Unmounted, c Unmounted, Screen Connected, ");
     history.reset();
     EXPECT_EQ(titlesOf(history.receive({{}, Entries(), "nominal"}, Date{30})), "");
@@ -61,7 +61,7 @@ TEST(EnvironmentHistory, ReportsAddedAndRemovedDevices) {
 TEST(EnvironmentHistory, ReportsVolumesWhileDisplaysAreNotKnown) {
     EnvironmentHistory history;
     history.receive({volumes({"/m/a"}), {}, {}}, Date{0});
-    EXPECT_EQ(titlesOf(history.receive({volumes({}), display({}), "serious"}, Date{1})),
+    EXPECT_EQ(titlesOf(history.receive({volumes({}), displays({}), "serious"}, Date{1})),
               "a Unmounted, ");
     EXPECT_EQ(titlesOf(history.receive({volumes({"/m/a"}), {}, {}}, Date{2})), "a Mounted, ");
 }
@@ -78,8 +78,8 @@ TEST(EnvironmentHistory, ReportsReconfiguredDisplays) {
     };
     for (const auto& [what, after, changed] : cases) {
         EnvironmentHistory history;
-        history.receive({{}, display(mode), {}}, Date{0});
-        const auto records = history.receive({{}, display(after, "Renamed"), {}}, Date{10});
+        history.receive({{}, displays(mode), {}}, Date{0});
+        const auto records = history.receive({{}, displays(after, "Renamed"), {}}, Date{10});
         ASSERT_EQ(titlesOf(records), changed ? "Renamed Configuration Changed, " : "") << what;
         auto expected = displayEntry("Renamed", after);
         expected.previousDisplay = mode;

@@ -128,7 +128,7 @@ TEST(FolderLock, FailsWithOneSentenceForAFolderItCannotLock) {
               start + "/closed could not be locked: Permission denied.");
 }
 
-TEST(FolderLock, IsTakenWhileOthersOnlyAskWhetherItIs) {
+TEST(FolderLock, CanBeTakenWhileOthersCheckWhetherItIsHeld) {
     const TemporaryFolder folder;
     EXPECT_FALSE(FolderLock::isTaken(folder.path()));
     {

@@ -59,7 +59,7 @@ TEST(KeyFile, JoinsContinuedLines) {
         EXPECT_EQ(shown(bytes, backslash), expected) << bytes;
 }
 
-TEST(KeyFile, FindsTheLastOfAKeyAndAllOfThem) {
+TEST(KeyFile, FindsTheLastOrAllValuesOfAKey) {
     auto parsed = KeyFile::parse("[A]\nx=1\nx=\n[B]\nx=2\n[A]\nx=3\n[C]\n", none);
     ASSERT_TRUE(parsed);
     const KeyFile file = *std::move(parsed);

@@ -186,7 +186,7 @@ TEST(PhraseSearch, FindsAPhraseInAnyCaseAndForm) {
         EXPECT_EQ(PhraseSearch(phrase).isIn(text), found) << phrase << " in " << text;
 }
 
-TEST(PhraseSearch, FoldsPlainTextsLikeAllOthers) {
+TEST(PhraseSearch, FoldsTextsWithoutEmojiByTheSameRules) {
     // With the emoji, the text is folded by the full Unicode rules.
     const auto encoded = [](std::uint32_t c) {
         return c < 0x80 ? std::string{static_cast<char>(c)}

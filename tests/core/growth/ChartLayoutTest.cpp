@@ -2,6 +2,7 @@
 
 #include "core/growth/ChartColumns.h"
 #include "core/growth/ChartReading.h"
+#include "tests/core/growth/GrowthRecords.h"
 #include "tests/support/HistoryEvents.h"
 
 #include <algorithm>
@@ -9,13 +10,12 @@
 #include <gtest/gtest.h>
 
 using namespace tidemark;
+using test::day;
 
 namespace {
 
-constexpr double day = 86'400;
-
 /// A chart of one line, a point a day.
-StorageChart chartOf(const std::vector<std::int64_t>& sizes) {
+StorageChart dailyChart(const std::vector<std::int64_t>& sizes) {
     StorageChart chart;
     for (std::size_t i = 0; i < sizes.size(); ++i)
         chart.points.push_back({.at = Date{static_cast<double>(i) * day}, .bytes = sizes[i]});
@@ -36,7 +36,7 @@ ChartLayout layoutOf(const StorageChart& chart) {
 } // namespace
 
 TEST(ChartLayout, HoldsASizeUntilTheNextOneWasMeasured) {
-    const auto layout = layoutOf(chartOf({0, 0, 0, 10'000, 5'000}));
+    const auto layout = layoutOf(dailyChart({0, 0, 0, 10'000, 5'000}));
     ASSERT_EQ(layout.lines.size(), 1U);
     const std::vector<ChartLayout::Position> steps{
         {100, 250}, {400, 250}, {400, 50}, {500, 50}, {500, 150}};
@@ -59,7 +59,7 @@ TEST(ChartLayout, BeginsTheAxisWhereTheSizesCanBeToldApart) {
     };
     for (const auto& [what, sizes, isCut] : cases) {
         SCOPED_TRACE(what);
-        const auto layout = layoutOf(chartOf(sizes));
+        const auto layout = layoutOf(dailyChart(sizes));
         EXPECT_EQ(layout.isCut(), isCut);
         for (const auto size : sizes) {
             EXPECT_GE(layout.y(size), layout.top);
@@ -69,7 +69,7 @@ TEST(ChartLayout, BeginsTheAxisWhereTheSizesCanBeToldApart) {
 }
 
 TEST(ChartLayout, LeavesOutATimeBeforeTheFirstSize) {
-    StorageChart chart = chartOf({1, 2});
+    StorageChart chart = dailyChart({1, 2});
     chart.since = Date{-100 * day};
     EXPECT_EQ(layoutOf(chart).since, Date{0});
     chart.points.clear();
@@ -79,7 +79,7 @@ TEST(ChartLayout, LeavesOutATimeBeforeTheFirstSize) {
 
 TEST(ChartLayout, ShowsAllOfAPeriodOfLessThanAnHour) {
     for (const double length : {0.0, 60.0, 3'000.0}) {
-        StorageChart chart = chartOf({1, 2});
+        StorageChart chart = dailyChart({1, 2});
         chart.points.back().at = chart.through = Date{length};
         const auto layout = layoutOf(chart);
         for (const auto& point : chart.points)
@@ -89,7 +89,7 @@ TEST(ChartLayout, ShowsAllOfAPeriodOfLessThanAnHour) {
 }
 
 TEST(ChartReading, NamesTheDayAndItsEvents) {
-    StorageChart chart = chartOf({1'000'000'000, 4'000'000'000});
+    StorageChart chart = dailyChart({1'000'000'000, 4'000'000'000});
     for (int i = 0; i < 5; ++i) {
         const std::string title = "Event " + std::to_string(i);
         chart.marks.push_back({Shared(test::event(title, day + 3'600 * (5 - i))), title});

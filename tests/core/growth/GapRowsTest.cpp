@@ -14,12 +14,11 @@
 using namespace tidemark;
 using test::hour;
 using test::sized;
-using Kind = RecorderRun::Kind;
+using test::utc;
+using RunKind = RecorderRun::Kind;
 using Activity = SystemActivity::Kind;
 
 namespace {
-
-const Calendar utc("UTC");
 
 struct Records {
     std::vector<Shared<Snapshot>> snapshots;
@@ -55,7 +54,7 @@ std::vector<Shared<SystemActivity>> slept(std::initializer_list<std::pair<double
     return activity;
 }
 
-RecorderRun run(Kind kind, double hours) {
+RecorderRun run(RunKind kind, double hours) {
     return {kind, Date{hours * hour}};
 }
 
@@ -70,16 +69,16 @@ TEST(GapRows, SayWhyNothingWasObserved) {
     EXPECT_EQ(records.gaps(0, 12), "1-11 ?; ") << "less than half is explained";
 
     const std::pair<std::vector<RecorderRun>, const char*> cases[] = {
-        {{run(Kind::started, 0), run(Kind::stopped, 2), run(Kind::started, 10.9)},
+        {{run(RunKind::started, 0), run(RunKind::stopped, 2), run(RunKind::started, 10.9)},
          "Tidemark was not running."},
         // Killed: it was last known to run at the capture.
-        {{run(Kind::started, 0), run(Kind::running, 1), run(Kind::started, 10.9)},
+        {{run(RunKind::started, 0), run(RunKind::running, 1), run(RunKind::started, 10.9)},
          "Tidemark was not running."},
-        {{run(Kind::started, 0), run(Kind::paused, 2), run(Kind::stopped, 3), run(Kind::started, 4),
-          run(Kind::resumed, 10.9)},
+        {{run(RunKind::started, 0), run(RunKind::paused, 2), run(RunKind::stopped, 3),
+          run(RunKind::started, 4), run(RunKind::resumed, 10.9)},
          "Recording was paused."},
-        {{run(Kind::started, 0), run(Kind::stopped, 2), run(Kind::started, 4)}, "?"},
-        {{run(Kind::started, 0), run(Kind::running, 1), run(Kind::running, 11)}, "?"},
+        {{run(RunKind::started, 0), run(RunKind::stopped, 2), run(RunKind::started, 4)}, "?"},
+        {{run(RunKind::started, 0), run(RunKind::running, 1), run(RunKind::running, 11)}, "?"},
     };
     for (const auto& [runs, reason] : cases) {
         records = gapUntil11();
@@ -87,7 +86,7 @@ TEST(GapRows, SayWhyNothingWasObserved) {
         EXPECT_EQ(records.gaps(0, 12), "1-11 " + std::string(reason) + "; ");
     }
     records = gapUntil11();
-    records.runs = {run(Kind::stopped, 11.6)};
+    records.runs = {run(RunKind::stopped, 11.6)};
     EXPECT_EQ(records.gaps(2, 24), "12-24… Tidemark was not running.; 2-11 ?; ");
 }
 
@@ -119,17 +118,18 @@ TEST(GapRows, ReportPlacesThatWereNotReadForAWhile) {
     EXPECT_EQ(captures({"", "No access.", ""}).gaps(2.5, 3), "") << "before the period";
 }
 
-TEST(RecorderRun, KeepsOneRunningAfterAnother) {
+TEST(RecorderRun, KeepsTheLastOfConsecutiveRunningRecords) {
     std::vector<RecorderRun> runs;
-    for (const Kind kind : {Kind::started, Kind::running, Kind::running, Kind::stopped})
+    for (const RunKind kind :
+         {RunKind::started, RunKind::running, RunKind::running, RunKind::stopped})
         append(runs, {kind, Date{static_cast<double>(runs.size())}});
-    EXPECT_EQ(runs,
-              (std::vector<RecorderRun>{
-                  {Kind::started, Date{0}}, {Kind::running, Date{2}}, {Kind::stopped, Date{2}}}));
+    EXPECT_EQ(runs, (std::vector<RecorderRun>{{RunKind::started, Date{0}},
+                                              {RunKind::running, Date{2}},
+                                              {RunKind::stopped, Date{2}}}));
     for (std::size_t i = 0; i < RecorderRun::limit; ++i)
-        append(runs, {Kind::paused, Date{100}});
+        append(runs, {RunKind::paused, Date{100}});
     EXPECT_EQ(runs.size(), RecorderRun::limit);
-    EXPECT_EQ(runs.front().kind, Kind::paused);
+    EXPECT_EQ(runs.front().kind, RunKind::paused);
 }
 
 namespace {
@@ -170,7 +170,7 @@ TEST(HistoryDigest, CountsAndNamesWhatHappenedInItsPeriod) {
         HistoryDigest::of(test::source({}), {}, {{}, {}, {}, {}}, Date{0}, Date{1}, utc).isEmpty());
 }
 
-TEST(BackgroundItemNotice, IsOneForManyAndSaysSinceWhen) {
+TEST(BackgroundItemNotice, NamesTheNewItemsAndTheCaptureBefore) {
     const auto notice = [](const std::vector<Shared<Event>>& events) {
         return BackgroundItemNotice::of(newBackgroundItems(events), utc);
     };

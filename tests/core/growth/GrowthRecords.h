@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/base/Calendar.h"
 #include "core/growth/GrowthSource.h"
 #include "tests/support/Observations.h"
 #include "tests/support/SharedRecords.h"
@@ -14,6 +15,7 @@ namespace tidemark::test {
 
 inline constexpr double hour = 3'600;
 inline constexpr double day = 24 * hour;
+inline const Calendar utc("UTC");
 inline constexpr std::int64_t gigabyte = 1'000'000'000;
 inline constexpr const char* downloads = "/home/Downloads";
 

@@ -13,10 +13,10 @@ using namespace tidemark;
 using test::day;
 using test::hour;
 using test::sized;
+using test::utc;
 
 namespace {
 
-const Calendar utc("UTC");
 /// 12 January 2001, noon.
 constexpr Date now{11 * day + 12 * hour};
 

@@ -19,10 +19,9 @@ using test::hour;
 using test::series;
 using test::sized;
 using test::source;
+using test::utc;
 
 namespace {
-
-const Calendar utc("UTC");
 
 StorageSubject folder() {
     return {StorageSubjectKind::folder, downloads, "Downloads", true};
@@ -53,7 +52,7 @@ std::string shape(const StorageChart& chart) {
 
 } // namespace
 
-TEST(StorageChart, OfAHistoryWithoutGapsHasOneLine) {
+TEST(StorageChart, HasOneLineForAHistoryWithoutGaps) {
     std::vector<Snapshot> snapshots;
     for (int i = 0; i < 48; ++i)
         snapshots.push_back(sized(10 * day + i * hour / 2, 5 + i, {{downloads, {{"a", i}}}}));

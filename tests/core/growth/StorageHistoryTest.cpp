@@ -15,10 +15,9 @@ using test::day;
 using test::downloads;
 using test::hour;
 using test::sized;
+using test::utc;
 
 namespace {
-
-const Calendar utc("UTC");
 
 /// Points of all series as "Name time/bytes time/bytes; ", times in hours.
 std::string pointsOf(const StorageHistory& history) {
@@ -109,7 +108,7 @@ TEST(StorageHistory, DropsWhatIsTooOldAndWhatIsFromTheFuture) {
     EXPECT_EQ(pointsOf(history), "Free space 48/2 72/3; ");
 }
 
-TEST(StorageHistory, OfAYearTakesAFewHundredKilobytes) {
+TEST(StorageHistory, StoresAYearInAFewHundredKilobytes) {
     StorageHistory history;
     std::map<std::string, std::map<std::string, std::int64_t>> folders;
     for (int year = 0; year < 365; ++year) {

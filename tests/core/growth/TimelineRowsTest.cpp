@@ -1,15 +1,15 @@
 #include "core/growth/TimelineRows.h"
 
+#include "tests/core/growth/GrowthRecords.h"
 #include "tests/support/HistoryEvents.h"
 
 #include <gtest/gtest.h>
 
 using namespace tidemark;
+using test::day;
+using test::hour;
 
 namespace {
-
-constexpr double hour = 3'600;
-constexpr double day = 24 * hour;
 
 GapRow gap(double start, double end, std::optional<std::string> eventID = {}) {
     GapRow made;

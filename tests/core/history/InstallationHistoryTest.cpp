@@ -17,11 +17,11 @@ using InstallationHistory::ReportTool;
 namespace {
 
 constexpr Date since{0};
-constexpr Date through{604'800};
+constexpr Date reportedThrough{604'800};
 
 InstallationPreview parsed(const std::string& entries) {
     return InstallationHistory::parse("{\"SPInstallHistoryDataType\":[" + entries + "]}", since,
-                                      through);
+                                      reportedThrough);
 }
 
 std::string entry(const std::string& name, const std::string& date, const std::string& more = "") {
@@ -30,7 +30,7 @@ std::string entry(const std::string& name, const std::string& date, const std::s
 
 /// The kind of the `ImportError` that `attempt` throws, the sentence of any other error, or
 /// "nothing".
-std::string failureOf(const auto& attempt) {
+std::string importFailureOf(const auto& attempt) {
     try {
         attempt();
         return "nothing";
@@ -53,10 +53,10 @@ public:
     }
     InstallationPreview collect(double timeLimit = 30) {
         tool.timeLimit = timeLimit;
-        return InstallationHistory::collect(through, tool);
+        return InstallationHistory::collect(reportedThrough, tool);
     }
     std::string failure(double timeLimit = 30) {
-        return failureOf([&] { collect(timeLimit); });
+        return importFailureOf([&] { collect(timeLimit); });
     }
 
 private:
@@ -95,10 +95,12 @@ TEST(InstallationHistory, ReadsEntriesAndCountsTheRest) {
                + entry("New", "2001-01-03T00:00:00Z",
                        R"(,"install_version":" 2.0 ","package_source":" package_source_apple")"));
     EXPECT_EQ(preview.records.at(0),
-              (InstallationRecord{"New", "2.0", Date{172'800}, " package_source_apple", through}));
-    EXPECT_EQ(preview.records.at(1), (InstallationRecord{"Old", "", Date{86'400}, "", through}));
+              (InstallationRecord{"New", "2.0", Date{172'800}, " package_source_apple",
+                                  reportedThrough}));
+    EXPECT_EQ(preview.records.at(1),
+              (InstallationRecord{"Old", "", Date{86'400}, "", reportedThrough}));
     EXPECT_EQ(preview.since, since);
-    EXPECT_EQ(preview.through, through);
+    EXPECT_EQ(preview.through, reportedThrough);
 }
 
 TEST(InstallationHistory, RefusesAReportInAnotherForm) {
@@ -108,8 +110,9 @@ TEST(InstallationHistory, RefusesAReportInAnotherForm) {
     for (const std::string& report : {std::string(), std::string("[]"), std::string("{}"), nested,
                                       std::string(R"({"SPInstallHistoryDataType":{}})"),
                                       std::string(R"({"SPInstallHistoryDataType":[)")})
-        EXPECT_EQ(failureOf([&] { InstallationHistory::parse(report, since, through); }),
-                  "invalidReport");
+        EXPECT_EQ(
+            importFailureOf([&] { InstallationHistory::parse(report, since, reportedThrough); }),
+            "invalidReport");
 }
 
 TEST(InstallationHistory, MakesAnEventOfARecord) {
@@ -166,9 +169,10 @@ TEST(InstallationHistory, EndsTheTool) {
         EXPECT_TRUE(noChildIsLeft()) << script;
     }
     const auto missing = [] {
-        InstallationHistory::collect(through, ReportTool{.path = "/no/such/tool"});
+        InstallationHistory::collect(reportedThrough, ReportTool{.path = "/no/such/tool"});
     };
-    EXPECT_EQ(failureOf(missing), "/no/such/tool could not be started: No such file or directory.");
+    EXPECT_EQ(importFailureOf(missing),
+              "/no/such/tool could not be started: No such file or directory.");
 }
 
 TEST(InstallationHistory, LimitsTheReportTo16MiB) {

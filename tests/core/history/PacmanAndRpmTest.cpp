@@ -17,14 +17,14 @@ namespace fs = std::filesystem;
 namespace {
 
 /// A week that ends at 2024-05-08 00:00 UTC.
-constexpr Date through = Date::fromUnix(1'715'126'400);
+constexpr Date logEnd = Date::fromUnix(1'715'126'400);
 
 /// "name version seconds-before-the-end" of each, with "*" if others needed it.
 std::string shown(const InstallationPreview& preview) {
     std::string text;
     for (const auto& record : preview.records)
         text += record.name + " " + record.version + " "
-                + std::to_string(static_cast<long>(through - record.recordedAt))
+                + std::to_string(static_cast<long>(logEnd - record.recordedAt))
                 + (record.isRoutine() ? "*, " : ", ");
     return text + std::to_string(preview.skippedRecords);
 }
@@ -67,10 +67,10 @@ TEST(PacmanHistory, OneTransactionHasOneDate) {
                              "[2024-05-08T99:59:40+0000] [ALPM] installed late (1-1)\n");
     const InstallationHistory::PacmanLog log{.path = root / "pacman.log",
                                              .machine = MachineFiles::below(root.path())};
-    EXPECT_EQ(shown(InstallationHistory::collect(through, log)),
+    EXPECT_EQ(shown(InstallationHistory::collect(logEnd, log)),
               "libtide 2.0-1 50*, harbour 4.2-1 50, keel 1:3-1 60, 1");
     EXPECT_EQ(shown(InstallationHistory::collect(
-                  through, InstallationHistory::PacmanLog{.path = root / "none"})),
+                  logEnd, InstallationHistory::PacmanLog{.path = root / "none"})),
               "0");
 }
 
@@ -83,7 +83,7 @@ TEST(RpmHistory, TakesTheDateOfTheTransactionAndTheReasonOfDnf) {
                                "                              (x'00F90966', 2, 0);";
     const TemporaryFolder root;
     const auto collected = [&] {
-        return shown(InstallationHistory::collect(through, MachineFiles::below(root.path())));
+        return shown(InstallationHistory::collect(logEnd, MachineFiles::below(root.path())));
     };
     EXPECT_EQ(collected(), "0");
     run(root / "usr/lib/sysimage/rpm/rpmdb.sqlite", tables.c_str(), header);

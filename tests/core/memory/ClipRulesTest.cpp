@@ -11,7 +11,7 @@ using namespace tidemark;
 
 namespace {
 
-constexpr Date now{700'000'000};
+constexpr Date copiedAt{700'000'000};
 const ClipApplication editor{"org.example.Editor", "Editor"};
 const ClipApplication vault{"org.example.Vault", "Vault"};
 
@@ -25,7 +25,7 @@ ClipContents only(ClipPart part, std::string bytes, bool isComplete = true) {
 
 /// Type, title and size; empty when nothing is recorded.
 std::string recorded(const ClipContents& contents) {
-    const auto record = clipRules::record({contents, {}}, now);
+    const auto record = clipRules::record({contents, {}}, copiedAt);
     EXPECT_EQ(clipRules::keeps(contents), record.has_value());
     if (!record)
         return {};
@@ -65,7 +65,7 @@ TEST(ClipRules, ClassifiesWhatWasCopied) {
 
     auto rich = only(text, "plain");
     rich[richText] = {type(richText), "{rtf}"};
-    const auto record = clipRules::record({rich, {}}, now).value();
+    const auto record = clipRules::record({rich, {}}, copiedAt).value();
     EXPECT_EQ(recorded(rich), "Rich Text|plain|5");
     EXPECT_EQ(record.text, "plain");
     EXPECT_EQ(record.payload, Data{"{rtf}"});
@@ -94,7 +94,8 @@ TEST(ClipRules, ReadsNoMoreThanItKeeps) {
 
 TEST(ClipRules, NamesTheWriterAndElseTheApplicationInFront) {
     const auto source = [](const ClipOrigin& origin) {
-        const auto record = clipRules::record({only(ClipPart::text, "a"), origin}, now).value();
+        const auto record =
+            clipRules::record({only(ClipPart::text, "a"), origin}, copiedAt).value();
         return record.appID.value_or("-") + " " + record.appName.value_or("-");
     };
     EXPECT_EQ(source({editor, vault}), "org.example.Editor Editor");
@@ -108,9 +109,9 @@ TEST(ClipRules, NamesTheWriterAndElseTheApplicationInFront) {
     EXPECT_TRUE(clipRules::admits({}, excluded));
 }
 
-TEST(ClipRules, OnlyTheSameContentRepeats) {
+TEST(ClipRules, RecognisesASecondCopyByItsContent) {
     const auto clip = [](ClipPart part, const std::string& bytes) {
-        return clipRules::record({only(part, bytes), {}}, now).value();
+        return clipRules::record({only(part, bytes), {}}, copiedAt).value();
     };
     const auto text = clip(ClipPart::text, "a");
     const auto file = clip(ClipPart::file, "file:///a");
@@ -124,7 +125,7 @@ TEST(ClipRules, AClipIsOfferedAsItWasRead) {
     for (const auto& contents :
          {only(ClipPart::text, "ä\n"), only(ClipPart::file, "file:///home/a%20%C3%A4%25"),
           only(ClipPart::image, "png")}) {
-        const auto clip = clipRules::record({contents, {}}, now).value();
+        const auto clip = clipRules::record({contents, {}}, copiedAt).value();
         CopiedItem again;
         ClipTypeNames types;
         for (const auto& data : clipTypes::offered(clip))
@@ -132,11 +133,12 @@ TEST(ClipRules, AClipIsOfferedAsItWasRead) {
         while (const auto next = clipRules::nextRead(types, again.contents))
             again.contents[next->part] = clipTypes::offered(clip)[static_cast<std::size_t>(
                 std::ranges::find(types, next->type) - types.begin())];
-        EXPECT_TRUE(clipRules::repeats(clip, clipRules::record(again, now).value())) << clip.title;
+        EXPECT_TRUE(clipRules::repeats(clip, clipRules::record(again, copiedAt).value()))
+            << clip.title;
     }
 }
 
-TEST(MarkedClipGuard, BarsWhatMayBeTheMarkedItemAgain) {
+TEST(MarkedClipGuard, BarsItemsThatMayRepeatAMarkedOne) {
     struct Case {
         const char* meaning;
         /// Absent when its owner does not end.

@@ -21,8 +21,8 @@ using Kind = MemoryRecord::Kind;
 
 namespace {
 
-MemoryRecord clip(const std::string& id, std::optional<std::string> payload,
-                  std::optional<std::string> text) {
+MemoryRecord storedClip(const std::string& id, std::optional<std::string> payload,
+                        std::optional<std::string> text) {
     MemoryRecord record;
     record.id = id;
     record.kind = Kind::clipboard;
@@ -37,7 +37,7 @@ MemoryRecord application(const std::string& id, std::string title = "Editor Laun
     return MemoryRecord::make(Kind::appLaunched, Date{0.1 + 0.2}, std::move(title), "/" + id);
 }
 
-MemoryArchive archiveOf(std::vector<MemoryRecord> records) {
+MemoryArchive storedArchive(std::vector<MemoryRecord> records) {
     MemoryArchive archive;
     for (auto& record : records)
         archive.records.emplace_back(std::move(record));
@@ -90,9 +90,9 @@ struct Place {
     }
 };
 
-const MemoryArchive sample =
-    archiveOf({clip("both", std::string("\x89PNG\0\r\n\xFF", 8), "é line\n"),
-               clip("text", {}, "words"), clip("empty", "", ""), application("editor")});
+const MemoryArchive sample = storedArchive(
+    {storedClip("both", std::string("\x89PNG\0\r\n\xFF", 8), "é line\n"),
+     storedClip("text", {}, "words"), storedClip("empty", "", ""), application("editor")});
 
 } // namespace
 
@@ -151,7 +151,7 @@ TEST(MemoryHistoryStore, DeletesTheContentsThatNoClipNeeds) {
     place.folder.write("data/memory-payloads/.half.data.new-1", "x");
     place.folder.write("data/memory-payloads/folder/theirs", "x");
     fs::create_symlink(place.folder.write("elsewhere", "x"), place.payloads / "link");
-    const auto fewer = archiveOf({*sample.records[1], *sample.records[3]});
+    const auto fewer = storedArchive({*sample.records[1], *sample.records[3]});
     place.store.save(fewer);
     EXPECT_EQ(test::namesIn(place.payloads), textFile("text") + " folder");
     EXPECT_EQ(test::namesIn(place.payloads / "folder"), "theirs");
@@ -185,17 +185,17 @@ TEST(MemoryHistoryStore, KeepsOtherRecordsInTheDocument) {
     odd.payload = Data{"bytes"};
     odd.payloadStored = true;
     odd.textStored = false;
-    auto lost = clip("lost", {}, {});
+    auto lost = storedClip("lost", {}, {});
     lost.payloadStored = true;
-    auto damaged = clip("damaged", {}, "\xFF");
-    place.save(archiveOf({odd, lost, damaged}));
+    auto damaged = storedClip("damaged", {}, "\xFF");
+    place.save(storedArchive({odd, lost, damaged}));
     EXPECT_EQ(test::namesIn(place.payloads), textFile("damaged"));
 
     odd.payloadStored.reset();
     odd.textStored.reset();
     lost.payloadStored.reset();
     damaged.text = "\uFFFDFF";
-    EXPECT_EQ(place.reloaded(), loaded(archiveOf({odd, lost, damaged})))
+    EXPECT_EQ(place.reloaded(), loaded(storedArchive({odd, lost, damaged})))
         << "the document names no missing file";
 }
 
@@ -273,8 +273,8 @@ TEST(MemoryHistoryStore, DistinguishesMissingPermissionFromAMissingFile) {
 TEST(MemoryHistoryStore, KeepsTheOldArchiveWhenTheDiskIsFull) {
     const std::string large(1 << 20, 'x');
     const std::pair<MemoryArchive, bool> cases[] = {
-        {archiveOf({clip("new", large, {})}), false},
-        {archiveOf({clip("new", "small", {}), application("a", large)}), true},
+        {storedArchive({storedClip("new", large, {})}), false},
+        {storedArchive({storedClip("new", "small", {}), application("a", large)}), true},
     };
     for (const auto& [next, keepsNewContents] : cases) {
         Place place;
@@ -299,9 +299,10 @@ TEST(MemoryHistoryStore, SurvivesBeingKilledInTheMiddleOfASave) {
     for (const std::string name : {"A", "B"}) {
         std::vector<MemoryRecord> records;
         for (int i = 0; i < 20; ++i)
-            records.push_back(clip(name + std::to_string(i), std::string(20'000, name[0]), name));
+            records.push_back(
+                storedClip(name + std::to_string(i), std::string(20'000, name[0]), name));
         records.push_back(application(name, std::string(300'000, name[0])));
-        versions.push_back(archiveOf(std::move(records)));
+        versions.push_back(storedArchive(std::move(records)));
     }
     place.save(versions[0]);
     for (int round = 0; round < 16; ++round) {

@@ -51,7 +51,7 @@ TEST(SaveSeries, HasOneRecordForManySaves) {
     }
 }
 
-TEST(SaveSeries, KeepsItsBeginningAndIsNotChangedByTheSameSaveAgain) {
+TEST(SaveSeries, KeepsItsStartAndIgnoresARepeatedSave) {
     Saves saves;
     saves.save("/a", 10);
     saves.save("/a", 20);

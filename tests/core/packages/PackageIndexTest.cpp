@@ -22,6 +22,8 @@ namespace {
 
 constexpr const char* entry = "/usr/share/applications/harbor.desktop";
 constexpr const char* unit = "/usr/lib/systemd/system/harbor.service";
+const OwnedFolders observedFolders{"/usr/share/applications", "/usr/lib/systemd/system",
+                                   "/usr/local/share/applications"};
 
 std::string harborHeader() {
     return test::contents(std::filesystem::path(TIDEMARK_FIXTURES) / "packages/rpm/harbor");
@@ -39,9 +41,7 @@ struct Machine {
 
     /// "package version", "-" where no package owns the file, "?" where the owner is unknown.
     std::string owner(const std::string& path) {
-        auto reading = index.read(MachineFiles::below(root.path()),
-                                  {"/usr/share/applications", "/usr/lib/systemd/system",
-                                   "/usr/local/share/applications"});
+        auto reading = index.read(MachineFiles::below(root.path()), observedFolders);
         const auto found = reading.owner(path);
         if (!found)
             return found.error() == PackageFailure::unsupported ? "? form" : "?";
@@ -370,7 +370,7 @@ TEST(PackageIndex, ReadsADatabaseAgainOnlyWhenItChanged) {
     EXPECT_EQ(machine.owner(entry), "?");
 }
 
-TEST(PackageIndex, StopsReadingAndBeginsAnewTheNextTime) {
+TEST(PackageIndex, StopsReadingOnRequestAndReadsFromTheBeginningTheNextTime) {
     Machine dpkg;
     dpkg.writeDpkg(dpkgStatus);
     Machine pacman;
@@ -378,11 +378,10 @@ TEST(PackageIndex, StopsReadingAndBeginsAnewTheNextTime) {
     for (Machine* machine : {&dpkg, &pacman}) {
         std::stop_source stop;
         stop.request_stop();
-        const OwnedFolders folders{"/usr/share/applications", "/usr/lib/systemd/system",
-                                   "/usr/local/share/applications"};
-        EXPECT_FALSE(machine->index
-                         .read(MachineFiles::below(machine->root.path()), folders, stop.get_token())
-                         .owner(entry));
+        EXPECT_FALSE(
+            machine->index
+                .read(MachineFiles::below(machine->root.path()), observedFolders, stop.get_token())
+                .owner(entry));
         EXPECT_NE(machine->owner(entry), "?");
     }
 }
@@ -444,7 +443,7 @@ std::string inRpmHeader(std::string_view bytes) {
 
 } // namespace
 
-TEST(PackageIndex, TakesNothingInAnRpmHeaderOnTrust) {
+TEST(PackageIndex, RefusesAnRpmHeaderWithWrongOffsetsAndCounts) {
     struct Header {
         RpmEntry name{1000, 6, 0, 1}, version{1001, 6, 7, 1}, release{1002, 6, 9, 1},
             places{1116, 4, 12, 1}, files{1117, 8, 16, 1}, folders{1118, 8, 18, 1};

@@ -3,7 +3,7 @@
 #include <barrier>
 #include <cstdio>
 #include <cstdlib>
-#include <string>
+#include <memory>
 #include <string_view>
 #include <thread>
 #include <vector>
@@ -24,7 +24,7 @@ int heapsOfEightThreads() {
         std::vector<std::jthread> threads;
         for (int i = 0; i < count; ++i)
             threads.emplace_back([&] {
-                const std::string text(100, 'x');
+                const auto memory = std::make_unique<char[]>(100);
                 all.arrive_and_wait();
             });
     }
