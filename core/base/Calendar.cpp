@@ -52,8 +52,8 @@ std::int64_t offsetOf(const icu::TimeZone& zone, std::int64_t time) {
     return U_SUCCESS(status) ? (standard + saving) / 1000 : 0;
 }
 
-/// The order and the punctuation of the language, for a pattern that names the fields in those of
-/// English.
+/// Converts a pattern, which has the order and punctuation of English, to those of the user's
+/// language.
 icu::UnicodeString inLanguage(const std::string& pattern) {
     const icu::Locale& locale = icu::Locale::getDefault();
     const auto english = icu::UnicodeString::fromUTF8(pattern);
@@ -69,10 +69,11 @@ icu::UnicodeString inLanguage(const std::string& pattern) {
     return U_SUCCESS(status) ? best : english;
 }
 
-/// What `inLanguage` returns, made once for each language: that takes a millisecond.
+/// What `inLanguage` returns, kept for each language and pattern: making it takes a millisecond.
 icu::UnicodeString shownPattern(const std::string& pattern) {
     static std::mutex mutex;
-    static std::map<std::pair<std::string, std::string>, icu::UnicodeString> made;
+    // Never destroyed: another thread may still use them when the process ends.
+    static auto& made = *new std::map<std::pair<std::string, std::string>, icu::UnicodeString>;
     const std::scoped_lock lock(mutex);
     const std::pair key(icu::Locale::getDefault().getName(), pattern);
     const auto found = made.find(key);
@@ -110,7 +111,7 @@ struct Calendar::Implementation {
         icu::SimpleDateFormat made(shownPattern(pattern), status);
         if (U_FAILURE(status))
             throw Error("The calendar of this system is not available.");
-        // It formats local time that was converted to UTC before.
+        // `format` passes local time counted as if it were UTC.
         made.setTimeZone(*icu::TimeZone::getGMT());
         return formatters.emplace(pattern, std::move(made)).first->second;
     }

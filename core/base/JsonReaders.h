@@ -21,8 +21,8 @@
 #include <variant>
 #include <vector>
 
-/// Fill values of each type from the tokens of a JSON document. The readers are stateless; the
-/// decoder keeps track of the position in the document.
+/// The readers, one for each type, fill values from the tokens of a JSON document. They are
+/// stateless; the decoder keeps track of the position in the document.
 namespace tidemark::json {
 
 /// What is wrong with a value; the decoder adds its path in the document.
@@ -44,8 +44,6 @@ struct Target {
 /// token that does not fit the type, and the decoder reports the mismatch.
 class ValueReader {
 public:
-    virtual ~ValueReader() = default;
-
     /// What the type accepts, in the words of an error message: "text", "an object".
     virtual std::string_view expected() const = 0;
 
@@ -80,6 +78,11 @@ public:
 
     virtual bool beginArray(void*) const { return false; }
     virtual Target element(void*) const { return {}; }
+
+protected:
+    // Trivial, so that the readers are never destroyed: a thread that hangs in the system may still
+    // decode while the program ends.
+    ~ValueReader() = default;
 };
 
 template <class T>
@@ -97,6 +100,7 @@ public:
     void reset(void* value) const override { of(value) = T{}; }
 
 protected:
+    ~TypedReader() = default;
     static T& of(void* value) { return *static_cast<T*>(value); }
 };
 
@@ -237,6 +241,9 @@ public:
         }
         return 0;
     }
+
+protected:
+    ~BoxReader() = default;
 };
 
 template <class T>
@@ -307,7 +314,7 @@ public:
     std::string_view expected() const override { return "an array"; }
     bool beginArray(void*) const override { return true; }
     Target element(void* value) const override {
-        static const SetElementReader<T> reader;
+        static constexpr SetElementReader<T> reader;
         return {&reader, value};
     }
 };
@@ -418,7 +425,7 @@ public:
 
 template <class T>
 const ValueReader& readerOf() {
-    static const detail::Reader<T> reader;
+    static constexpr detail::Reader<T> reader;
     return reader;
 }
 

@@ -41,7 +41,8 @@ public:
 
 private:
     static const std::shared_ptr<const T>& defaultValue() {
-        static const auto value = std::make_shared<const T>();
+        // Never destroyed: another thread may still use it when the process ends.
+        static const auto& value = *new std::shared_ptr<const T>(std::make_shared<const T>());
         return value;
     }
 

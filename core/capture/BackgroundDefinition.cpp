@@ -111,7 +111,7 @@ std::string digested(const Value& value) {
 }
 
 std::string fingerprint(const Value& value) {
-    // Most values are flags.
+    // Most values are flags, so these two digests are computed only once.
     static const std::string ofTrue = digested({true});
     static const std::string ofFalse = digested({false});
     const bool* flag = value.as<bool>();
@@ -135,7 +135,7 @@ std::map<std::string, std::string> safeSettings(const Dictionary& definition) {
 }
 
 std::map<std::string, std::string> fingerprints(const Dictionary& definition) {
-    static const Value no{false};
+    const Value no{false};
     std::map<std::string, std::string> result;
     for (const auto key : keys) {
         const Value* value = PropertyList::find(definition, key);

@@ -10,6 +10,7 @@
 #include <cmath>
 #include <limits>
 #include <set>
+#include <span>
 
 namespace tidemark::UnitDefinition {
 
@@ -23,21 +24,22 @@ using PropertyList::Value;
 using Fragment = UnitFolders::Fragment;
 using DropIn = UnitFolders::DropIn;
 
-const std::vector<Fragment>& fragmentsOf(const UnitFolders& folders, std::string_view name) {
-    static const std::vector<Fragment> none;
+std::span<const Fragment> fragmentsOf(const UnitFolders& folders, std::string_view name) {
     const auto found = folders.fragments.find(name);
-    return found == folders.fragments.end() ? none : found->second;
+    if (found == folders.fragments.end())
+        return {};
+    return found->second;
 }
 
 /// The file that defines the unit of a name: the most preferred one that is not a mask; null when
 /// there is none.
 const Fragment* effectiveFragment(const UnitFolders& folders, std::string_view name) {
-    const auto& all = fragmentsOf(folders, name);
+    const auto all = fragmentsOf(folders, name);
     const auto file = std::ranges::find(all, false, &Fragment::isMask);
     return file == all.end() ? nullptr : &*file;
 }
 
-/// The same for a unit that may be an instance of a template or have a further name.
+/// The file that defines a unit, which may be an instance of a template or have a further name.
 const Fragment* fragmentOfUnit(const UnitFolders& folders, const std::string& name) {
     const auto alias = folders.aliases.find(name);
     for (const std::string& candidate :
@@ -48,16 +50,17 @@ const Fragment* fragmentOfUnit(const UnitFolders& folders, const std::string& na
     return nullptr;
 }
 
-const std::vector<UnitFolders::Enablement>& enablementsOf(const UnitFolders& folders,
-                                                          std::string_view name) {
-    static const std::vector<UnitFolders::Enablement> none;
+std::span<const UnitFolders::Enablement> enablementsOf(const UnitFolders& folders,
+                                                       std::string_view name) {
     const auto found = folders.enablements.find(name);
-    return found == folders.enablements.end() ? none : found->second;
+    if (found == folders.enablements.end())
+        return {};
+    return found->second;
 }
 
 /// The first link by which an administrator or the user enabled a unit.
 const UnitFolders::Enablement* ownEnablement(const UnitFolders& folders, std::string_view name) {
-    const auto& links = enablementsOf(folders, name);
+    const auto links = enablementsOf(folders, name);
     const auto own = std::ranges::find(links, false, &UnitFolders::Enablement::isOfDistribution);
     return own == links.end() ? nullptr : &*own;
 }
@@ -69,7 +72,8 @@ bool isItem(const UnitFolders& folders, const std::string& name, const Fragment&
         return true;
     if (UnitName::isTemplate(name))
         return false;
-    // What can't be read may have been an item before: it is excluded, not missing.
+    // A file that can't be read may have been an item before. As an item it is excluded from the
+    // comparison; otherwise it would be reported as removed.
     return !fragment.content || fragment.content->hasGroup("Install")
            || ownEnablement(folders, name) != nullptr;
 }
@@ -226,7 +230,7 @@ Value secondsValue(double seconds) {
     return {seconds};
 }
 
-/// A timer that repeats at one interval, which can be shown. Of several only a digest is kept.
+/// Adds the intervals of a timer. A single one can be shown; of several only a digest is kept.
 void addIntervals(const UnitSettings& settings, Dictionary& definition) {
     std::vector<std::string> lines;
     std::vector<std::string> spans;
