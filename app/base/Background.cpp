@@ -9,8 +9,8 @@ namespace tidemark::detail {
 
 namespace {
 
-/// Also where there are fewer processors, because most of the threads wait for a disk or a network
-/// volume.
+/// Does not depend on the number of processors, because most of the threads wait for a disk or a
+/// network volume.
 constexpr std::size_t mostThreads = 8;
 
 /// Not destroyed, so that a thread that hangs in the system does not keep the program from ending.

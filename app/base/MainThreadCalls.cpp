@@ -11,7 +11,7 @@ namespace tidemark {
 class MainThreadCalls::Mailbox {
 public:
     void post(std::function<void()> call) {
-        // Otherwise the receiver could be destroyed while Qt queues the call for it.
+        // Without the lock the receiver could be destroyed while Qt queues the call for it.
         const std::lock_guard lock(mutex);
         if (receiver)
             QMetaObject::invokeMethod(receiver.get(), std::move(call), Qt::QueuedConnection);

@@ -17,7 +17,7 @@ public:
     MainThreadCalls& operator=(const MainThreadCalls&) = delete;
 
     /// Returns a function that may be called on any thread, even after this object is destroyed. It
-    /// queues a call for the event loop of the main thread, which drops it when this object is
+    /// queues a call for the event loop of the main thread, which drops it if this object has been
     /// destroyed by then.
     Post post() const;
 

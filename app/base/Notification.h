@@ -13,10 +13,10 @@ struct Notification {
 
 namespace notification {
 
-// Of the application.
+// Events of the application.
 inline constexpr Notification applicationDidBecomeActive{"applicationDidBecomeActive"};
 
-// Of the machine and of the user's session on it.
+// Events of the machine and of the user's session on it.
 inline constexpr Notification willSleep{"willSleep"};
 inline constexpr Notification didWake{"didWake"};
 /// Posted instead of `didWake` when the source of `willSleep` has stopped, so that it is not known

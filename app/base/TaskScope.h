@@ -15,7 +15,7 @@ namespace tidemark {
 /// and a coroutine does not keep the captures of its lambda alive, so pass arguments by value.
 class TaskScope {
 public:
-    /// Keeps the scope alive.
+    /// The destructor of the scope waits while one of these exists.
     class Hold {
     public:
         explicit Hold(std::shared_ptr<int> counter) : counter(std::move(counter)) {

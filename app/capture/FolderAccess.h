@@ -41,7 +41,8 @@ public:
     bool isGranted(const std::filesystem::path& canonical) const;
     /// The result of the last capture or check for the path of a grant or of a recommended folder.
     AccessStatus accessStatus(const std::string& path) const;
-    /// The sentence for a failure of that capture or check.
+    /// Why the folder could not be opened by that capture or check, as a sentence; absent when it
+    /// could.
     std::optional<std::string> accessFailure(const std::string& path) const;
     /// The result of the last action, for the user.
     const std::optional<std::string>& message() const { return lastMessage; }

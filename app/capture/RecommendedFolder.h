@@ -17,11 +17,11 @@ struct RecommendedFolder {
     /// Its purpose in addition to those that its name suggests.
     FolderPurpose purpose = FolderPurpose::storage;
     /// True when the program can read the folder only after the user allowed it in the system's
-    /// settings, so that being readable implies consent. When any program of the user can read the
-    /// folder, it does not.
+    /// settings, so that being readable implies consent. Where any program of the user can read the
+    /// folder, being readable does not imply consent.
     bool isGuardedBySystem = false;
-    /// It is read for its purpose only, and with it all folders that the system has for that
-    /// purpose (`StandardRoots`), which need not be chosen one by one.
+    /// True when it stands for all folders that the system has for its purpose (`StandardRoots`),
+    /// so that the user need not choose each. It is then read for this purpose only.
     bool representsFamily = false;
 
     /// The recommended folders of this system, in the order in which they are offered.

@@ -9,8 +9,8 @@ namespace tidemark {
 
 namespace {
 
-/// The most bytes passed to the socket at a time. The socket copies them, so with a whole answer at
-/// once that would be in memory twice.
+/// The most bytes passed to the socket at a time. The socket copies them, so a whole answer passed
+/// at once would be in memory twice.
 constexpr std::size_t pieceSize = std::size_t{256} * 1024;
 constexpr std::size_t mostIncoming =
     controlProtocol::headerSize + controlProtocol::mostRequestBytes;

@@ -20,7 +20,8 @@ constexpr std::size_t partSize = 100;
 
 using Files = std::vector<IndexedFileObservation>;
 
-/// The records of one part, and the downloads among `stored` that it shows to be opened again.
+/// The records of one part of the files, and those downloads in the archive that were opened again
+/// according to these records.
 std::vector<MemoryRecord> recordsOf(const Files& files, const MemoryArchive& archive, Date after,
                                     Date observedAt) {
     auto records = FileRecords::of(files, after, observedAt);

@@ -15,14 +15,14 @@
 
 namespace tidemark {
 
-/// Records which files were used, changed, created and downloaded. The first time, also those of
-/// the last 30 days; after that only what happens while it runs. Main thread only; records are made
+/// Records which files were used, changed, created and downloaded: at its first start those of the
+/// last 30 days as well, later only what happens while it runs. Main thread only; records are made
 /// on another thread and added in small parts, so that the event loop is not blocked.
 class FileCollector final : public Observable, public MemoryCollector {
     Q_OBJECT
 
 public:
-    /// Seconds before the first start whose files are recorded as well.
+    /// At the first start, files of so many seconds before it are recorded as well.
     static constexpr double importedTime = 30 * 86'400.0;
 
     /// References must outlive the collector.
@@ -63,7 +63,7 @@ private:
 
     const Setup uses;
     Published<std::string> statusText{this, "Not observing"};
-    /// Set while started.
+    /// Null while not started.
     MemoryHistoryService* history = nullptr;
     Date cutoff;
     /// Folders that were opened by their bookmarks.

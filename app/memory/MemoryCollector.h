@@ -10,8 +10,9 @@ class MemoryCollector {
 public:
     virtual ~MemoryCollector() = default;
 
-    /// Starts collecting, if the settings allow it. What exists at this moment is not recorded. Not
-    /// called again before `stop`. `history` must outlive the collector.
+    /// Starts collecting what happens from now on, if the settings allow it; only `FileCollector`
+    /// also adds earlier files, once. Not called again before `stop`. `history` must outlive the
+    /// collector.
     virtual void start(MemoryHistoryService& history) = 0;
     /// Stops collecting and drops unfinished work. Does nothing when it was not started.
     virtual void stop() = 0;

@@ -76,7 +76,7 @@ public:
     const MemoryArchive& archive() const { return current; }
     /// The clips, newest first.
     std::vector<Shared<MemoryRecord>> clips() const;
-    /// The newest of them.
+    /// The newest clip; absent when there is none.
     std::optional<Shared<MemoryRecord>> newestClip() const;
     /// Set when a save failed.
     const std::optional<std::string>& failure() const { return *failureText; }
@@ -93,7 +93,7 @@ public:
     std::uint64_t generation() const { return stops; }
 
 Q_SIGNALS:
-    /// For `writer`: emitted when all pending writes have ended.
+    /// Emitted when all pending writes have ended. `writer` waits for it.
     void written();
 
 private:

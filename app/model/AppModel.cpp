@@ -167,7 +167,8 @@ QCoro::Task<bool> AppModel::open() {
     co_return false;
 }
 
-/// From the event loop, so that what waits for it does not run in the middle of the start.
+/// Emits `readingEnded` from the event loop, so that a coroutine that waits for it does not run in
+/// the middle of the start.
 void AppModel::announceReading() {
     QMetaObject::invokeMethod(this, &AppModel::readingEnded, Qt::QueuedConnection);
 }

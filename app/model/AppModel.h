@@ -37,9 +37,9 @@ public:
         AppClock& clock = AppClock::system();
         BookmarkOperations bookmarks = BookmarkOperations::direct();
         std::filesystem::path home = SystemFacts::homeDirectory();
-        /// If absent, those of `home`.
+        /// If absent, the recommended folders for `home`.
         std::optional<std::vector<RecommendedFolder>> recommended{};
-        /// If absent, once a minute.
+        /// If absent, checks once a minute.
         CaptureScheduler::Heartbeat heartbeat{};
         /// If absent, observes this machine.
         Observe observe{};

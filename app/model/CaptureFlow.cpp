@@ -85,8 +85,8 @@ QCoro::Task<void> CaptureFlow::refreshIfNeeded(Date now) {
     state.observationNow = now;
     const auto last = state.lastCapture();
     const auto period = seconds(state.captureSchedule());
-    // True when the last capture was taken while the clock was ahead. It could take years until the
-    // next one would be due after it.
+    // True when the last capture was taken while the clock was ahead. Counted from that time, the
+    // next one might be due only in years.
     const bool isFromFuture = last && period && *last > now + *period;
     if (isFromFuture || isDue(state.captureSchedule(), last, now))
         co_await scan(false);

@@ -40,7 +40,7 @@ private:
     Preferences& preferences;
     AppClock& clock;
     const TaskScope& tasks;
-    /// The user does not want the running capture any more.
+    /// True when the user has cancelled the running capture.
     bool isCancelled = false;
 };
 

@@ -8,7 +8,7 @@ namespace tidemark {
 
 namespace {
 
-/// Absent before the first time.
+/// When the history was last visible; absent if it never was.
 std::optional<Date> lastSeen(const Preferences& preferences) {
     const auto seconds = read(preferences, preferenceKeys::historyLastSeen);
     if (seconds == 0)

@@ -59,7 +59,8 @@ std::optional<Date> startOf(GrowthSpan span, Date now) {
 GrowthScreen::GrowthScreen(ModelState& state, StorageHistoryKeeper& sizes, RecorderRuns& runs,
                            AppClock& clock, const TaskScope& tasks)
     : state(state), sizes(sizes), runs(runs), clock(clock), tasks(tasks) {
-    // A view that observes this object then asks for the content, which is made anew.
+    // After each of these changes, a view that observes this object asks for the content, which is
+    // then made anew.
     connect(&state, &ModelState::changed, this, &GrowthScreen::followSources);
     connect(&sizes, &StorageHistoryKeeper::changed, this, &GrowthScreen::followSources);
     connect(&runs, &RecorderRuns::changed, this, &GrowthScreen::noteChange);
@@ -107,7 +108,7 @@ QCoro::Task<void> GrowthScreen::prepare(Choice choice, std::stop_token stop) {
     if (stop.stop_requested() || tasks.isStopping())
         co_return;
     runningFor.reset();
-    // After a failure as well: it would fail again.
+    // Set after a failure as well: making the same content again would fail again.
     madeFor = choice;
     if (content)
         made = std::move(content);
@@ -132,7 +133,7 @@ GapSource GrowthScreen::gapSource() const {
 }
 
 std::vector<GapRow> GrowthScreen::gaps(Date since) const {
-    // From the capture before, so that a gap that began before `since` is shown whole.
+    // Starts at the capture before `since`, so that a gap that began before `since` is shown whole.
     const auto& snapshots = state.journal()->snapshots;
     const auto later = std::ranges::upper_bound(
         snapshots, since, {}, [](const auto& snapshot) { return snapshot->timestamp; });

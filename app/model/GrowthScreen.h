@@ -62,7 +62,8 @@ public:
     void choose(std::string path);
     void setSpan(GrowthSpan span);
 
-    /// What was not observed after `since` up to now, for the timeline. A gap may begin before.
+    /// What was not observed after `since` up to now, for the timeline. A gap may begin before
+    /// `since`.
     std::vector<GapRow> gaps(Date since) const;
 
     /// The digest of the events of the timeline later than `since`.

@@ -101,7 +101,8 @@ bool HistoryNavigation::toggleFilter(WorkspaceDestination filter) {
     }
     where.workspace = filters.size() == 1 ? *filters.begin() : WorkspaceDestination::timeline;
     where.systemFilters = std::move(filters);
-    // A selected category is a filter as well, which would hide the events of all others.
+    // A selected category is a filter as well: it would hide the events of the places that were
+    // added.
     const bool isByCategory =
         target && std::holds_alternative<sidebarDestination::Category>(*target);
     return isByCategory && go(sidebarDestination::Timeline());

@@ -14,8 +14,8 @@
 
 namespace tidemark {
 
-/// The user's place in the history and the moves from one place to another. A value without events;
-/// `HistoryPresentation` decides what is shown.
+/// The user's place in the history and the moves from one place to another. Has no events;
+/// `HistoryPresentation` decides which are shown.
 class HistoryNavigation {
 public:
     // The time window.

@@ -26,7 +26,8 @@ void HistoryScreen::followState() {
 }
 
 void HistoryScreen::followPreferences() {
-    // The stored value may be read as another one, if it is not among the choices.
+    // Compares the stored values themselves, because `read` returns another one for a value that is
+    // not allowed.
     const auto takeWindow = [this] {
         if (preferences.text(preferenceKeys::historyTimeWindow.name) != navigation.range())
             setRange(read(preferences, preferenceKeys::historyTimeWindow));
@@ -69,7 +70,7 @@ void HistoryScreen::refresh() {
     show(latest ? opened : std::nullopt, std::nullopt);
 }
 
-/// Shows nothing until they are known.
+/// Shows the differences of two snapshots, and nothing until they are known.
 void HistoryScreen::showDifferences(const Shared<Snapshot>& before, const Shared<Snapshot>& after) {
     if (auto differences = comparisons.known(before, after))
         show(std::nullopt, std::move(differences));
@@ -99,7 +100,8 @@ void HistoryScreen::setSelected(OptionalShared<Event> event) {
 
 ObservationCoverageReport HistoryScreen::observationCoverage() const {
     const auto opened = openBaseline();
-    // The newest capture ended after the moment at which it began.
+    // `observationNow` may be the time at which the newest capture began; its snapshot is dated by
+    // its end.
     const Date began = state.observationNow;
     const Date now = std::max(began, state.lastCapture().value_or(began));
     return ObservationCoverageReport::build(

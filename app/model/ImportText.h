@@ -32,7 +32,7 @@ inline constexpr std::string_view initialFailure =
     "Recent history couldn’t be imported. New changes will still be recorded. You can retry using "
     "Import recent history…";
 
-/// After the first import of a journal.
+/// Shown after the first import into a journal.
 std::string initialSuccess(std::size_t newRecords);
 /// "{n} malformed records in the macOS report were skipped."
 std::string skipped(std::size_t records);

@@ -10,7 +10,7 @@ namespace tidemark {
 JournalFile::JournalFile(const DataFiles& files, FolderGuard guard)
     : store(files.journal(), files.legacyJournal, files.upgradeBackup(), std::move(guard)) {}
 
-// With the priority of work that the user waits for.
+// Loading and saving have the priority `userInitiated`, because the user waits for them.
 
 QCoro::Task<Journal> JournalFile::load() {
     const auto read = [this](const std::stop_token&) { return store.load(); };

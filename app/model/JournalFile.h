@@ -11,7 +11,7 @@ namespace tidemark {
 
 /// Reads and writes the journal document on a thread of its own, so that saves run in the order of
 /// the calls and are not delayed by folders that don't respond. Main thread only; must outlive its
-/// tasks.
+/// running calls.
 class JournalFile {
 public:
     /// `guard` is checked before anything is written.
@@ -20,7 +20,7 @@ public:
     /// Throws as `JournalStore::load` does.
     QCoro::Task<Journal> load();
     /// Writes a journal as `JournalStore::saveWithin` does with the limit of documents, and throws
-    /// as it does. Nothing else may use the journal until the end.
+    /// as it does. Nothing else may use the journal until this has ended.
     QCoro::Task<void> save(Journal* journal);
 
 private:

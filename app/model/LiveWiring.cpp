@@ -19,7 +19,7 @@ LiveWiring::LiveWiring(Setup setup)
 }
 
 LiveWiring::~LiveWiring() {
-    // Otherwise the monitors would be started when a running read of the file ends.
+    // Without this, the monitors would be started when a running read of the file ends.
     LiveWiring::stop();
 }
 

@@ -59,7 +59,7 @@ public:
     /// The error of the activity file; absent again once it can be read and written.
     Published<std::optional<std::string>> activityError{this};
 
-    /// The end of the time windows.
+    /// The moment at which the time windows end.
     Published<Date> observationNow;
     Published<RecordingMode> recordingMode{this};
     /// Incremented with every change of the recording mode: work that began under another number is

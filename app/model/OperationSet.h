@@ -27,7 +27,7 @@ enum class Operation : std::uint8_t {
     choosingFolders,
     /// The user changes the folders.
     managingFolders,
-    /// A check which recommended folders can be read.
+    /// A check of which recommended folders can be read.
     checkingFolders,
     /// Like `checkingFolders`, after the user returned from the system's settings; then the folder
     /// manager is shown.

@@ -79,7 +79,7 @@ QCoro::Task<void> RecorderRuns::save() {
     try {
         co_await runInBackground(write, {}, WorkPriority::utility, &thread);
     } catch (const std::exception& error) {
-        // The next record is written together with this one.
+        // Nothing is lost: this record is written again together with the next one.
         qCWarning(capturesLog, "When the recorder ran is not stored: %s", error.what());
     }
 }

@@ -14,7 +14,7 @@ void RecordingSwitch::restore() {
     const auto stored = read(preferences, preferenceKeys::recordingMode);
     const auto mode = json::fromRawValue<RecordingMode>(stored).value_or(RecordingMode::recording);
     state.recordingMode = mode;
-    // The note of the begun pause was lost with the settings.
+    // The note that was made when the pause began was lost with the settings.
     if (preferences.isLost() && mode == RecordingMode::paused)
         preferences.note(preferenceKeys::needsRecordingBaseline.name, true);
     preferences.note(modeKey, std::string(rawValue(mode)));
@@ -30,14 +30,14 @@ void RecordingSwitch::set(RecordingMode mode) {
     if (!switching || mode == *state.recordingMode)
         return;
     ++state.recordingGeneration;
-    // Stored before the mode: if the program ended in between, changes during the pause would be
-    // reported.
+    // Stored before the mode: in the opposite order, changes during the pause would be reported if
+    // the program ended in between.
     if (mode == RecordingMode::paused)
         preferences.note(preferenceKeys::needsRecordingBaseline.name, true);
     state.recordingMode = mode;
     // The mode takes effect even if it can't be stored now, and is stored with the next change.
     preferences.note(modeKey, std::string(rawValue(mode)));
-    // The user has made a new choice.
+    // The choice of the user is known again.
     preferences.remove(preferenceKeys::settingsLost.name);
     if (mode == RecordingMode::paused)
         pause();
@@ -51,7 +51,7 @@ void RecordingSwitch::pause() {
 }
 
 void RecordingSwitch::resume() {
-    // The next start uses the stored mode.
+    // The program is ending; its next start records again, by the stored mode.
     if (state.isEnding)
         return;
     live.startMemory();

@@ -17,7 +17,7 @@ class StateComparisons {
 public:
     /// Newest first.
     using Differences = std::vector<Shared<Event>>;
-    /// Absent when the comparison failed.
+    /// Receives the differences; absent when the comparison failed.
     using Finished = std::function<void(std::optional<Differences>)>;
 
     /// `tasks` must outlive this object. `finished` is called at the end of each comparison that

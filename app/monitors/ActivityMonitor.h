@@ -28,7 +28,7 @@ public:
     /// Why a source has nothing to observe on this machine, as a sentence; absent where it has, and
     /// while that is not known.
     using Absence = std::optional<std::string>;
-    /// The sources that it is for the settings.
+    /// The sources that it provides to the settings (`SettingSources`), with their absences.
     virtual std::map<SettingSource, Absence> settingSources() const = 0;
     /// What it observes at present, one line for each part.
     virtual std::vector<MonitorStatus> statuses() const = 0;

@@ -16,7 +16,7 @@ BatteryActivityMonitor::~BatteryActivityMonitor() {
 }
 
 ActivityMonitor::Absence BatteryActivityMonitor::absence() const {
-    // The setting has an effect where only the mode is known.
+    // Where only the low power mode is known, the setting has an effect, too.
     const bool hasMode = lowPowerMode && lowPowerMode->isOn();
     return battery && !hasMode ? battery->absence() : std::nullopt;
 }
@@ -48,7 +48,8 @@ void BatteryActivityMonitor::pause() {
     settling.stop();
     history.reset();
     lowPowerHistory.reset();
-    // Last, because their ends may run the event loop, and with it the other functions here.
+    // Last, because destroying a source may run the event loop, which may call the other functions
+    // of this monitor.
     const auto endingBattery = std::move(battery);
     const auto endingMode = std::move(lowPowerMode);
 }

@@ -19,7 +19,7 @@ namespace tidemark {
 /// thread only.
 ///
 /// The sources exist only while they are followed: not while the setting is off, and not during a
-/// sleep of the machine, so that no reading from before it outlives it.
+/// sleep of the machine, so that no reading from before the sleep is used after it.
 class BatteryActivityMonitor final : public SwitchedMonitor {
 public:
     static constexpr std::string_view unavailable = "Battery observation unavailable";
@@ -30,7 +30,7 @@ public:
     /// The longest wait for a reading after a wake, in seconds.
     static constexpr double mostWait = 5;
 
-    /// Create the sources; do not return null.
+    /// Functions that create the sources. They do not return null.
     struct Sources {
         std::function<std::unique_ptr<BatterySource>(std::function<void()> didChange)> battery;
         std::function<std::unique_ptr<LowPowerModeSource>(std::function<void()> didChange)>

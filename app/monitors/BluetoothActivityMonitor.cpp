@@ -79,7 +79,8 @@ void BluetoothActivityMonitor::followDevices(const std::vector<BluetoothDevice>&
     for (const auto& forgotten : connections.keepOnly(addresses))
         timers.erase(forgotten);
     for (const auto& device : paired) {
-        // A device that was paired since counts from its first connection.
+        // A device that was paired later starts as not connected, so that its first connection is
+        // recorded.
         const bool isNewAndApart = !connections.isFollowing(device.address) && !device.connected;
         if (!isFollowingDevices || isNewAndApart)
             connections.follow(device);

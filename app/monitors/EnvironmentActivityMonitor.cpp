@@ -45,7 +45,8 @@ void EnvironmentActivityMonitor::follow(Beginning beginning) {
 void EnvironmentActivityMonitor::pause() {
     cancel();
     history.reset();
-    // Last, because their ends may run the event loop, and with it the other functions here.
+    // Last, because destroying a source may run the event loop, which may call the other functions
+    // of this monitor.
     const auto endingVolumes = std::move(volumes);
     const auto endingDisplays = std::move(displays);
     const auto endingThermal = std::move(thermal);

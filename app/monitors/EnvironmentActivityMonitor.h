@@ -23,7 +23,8 @@ public:
     template <class Source>
     using Create = std::function<std::unique_ptr<Source>(std::function<void()> didChange)>;
 
-    /// Create the sources; do not return null.
+    /// Functions that create the sources, which do not return null, and those that read the
+    /// volumes.
     struct Sources {
         Create<VolumeSource> volumes;
         Create<DisplaySource> displays;

@@ -31,7 +31,7 @@ public:
     std::map<SettingSource, Absence> settingSources() const override;
     std::vector<MonitorStatus> statuses() const override;
     Published<std::string> wifiStatus{this, std::string(notYet)};
-    /// Whether names of networks are recorded.
+    /// Knows whether names of networks are recorded.
     const WiFiDetailsProvider& wifiDetails() const { return details; }
 
 private:

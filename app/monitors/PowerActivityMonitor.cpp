@@ -75,7 +75,7 @@ void PowerActivityMonitor::follow(Notification notification, SystemActivity::Kin
         finish(std::nullopt);
         if (!callbacks.collectionAllowed())
             return;
-        // The time before the battery is read, which may take a while.
+        // The time is taken before the battery is read, because that may take a while.
         observed = Observed{kind, clock.now()};
         tasks.start(readBattery(++batteryReadings));
     }));

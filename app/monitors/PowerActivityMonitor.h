@@ -28,7 +28,7 @@ public:
     static QCoro::Task<std::optional<BatteryObservation>> noBattery() { co_return std::nullopt; }
 
     struct Callbacks {
-        /// Called before each record is accepted.
+        /// Whether recording is allowed; asked before each record is accepted.
         std::function<bool()> collectionAllowed = [] { return true; };
         /// Called with all records of the file, oldest first, after each record that was written,
         /// also after `stop`.
@@ -74,7 +74,7 @@ private:
 
     void follow(Notification notification, SystemActivity::Kind kind);
     QCoro::Task<void> readBattery(std::uint64_t number);
-    /// Makes the record that waits, if there is one.
+    /// Makes the record of `observed`, if there is one.
     void finish(std::optional<BatteryObservation> battery);
     QCoro::Task<void> append(SystemActivity activity);
     /// Runs `work` on the thread of the file and returns the records of the file after it.

@@ -70,7 +70,7 @@ void SwitchedMonitor::update(Beginning beginning) {
         status = "Paused";
     else if (phase == Phase::asleep)
         status = "Paused during sleep";
-    // Last, since the end of an adapter may run the event loop, and with it this function.
+    // Last, because destroying an adapter may run the event loop, which may call this function.
     if (before == Phase::following)
         pause();
     else if (phase == Phase::following)

@@ -28,7 +28,7 @@ public:
         AppClock& clock = AppClock::system();
     };
     struct Traits {
-        /// Of its status, such as "Battery".
+        /// The name of its status, such as "Battery".
         std::string_view name;
         SettingSource source;
         const SwitchKey& setting;
@@ -58,11 +58,11 @@ protected:
 
     SwitchedMonitor(const Surroundings& surroundings, const Traits& traits);
 
-    /// Of its source.
+    /// Why its source has nothing to observe (`Absence`).
     virtual Absence absence() const { return std::nullopt; }
     /// Starts to follow, and sets `status`.
     virtual void follow(Beginning beginning) = 0;
-    /// Stops to follow and forgets what was observed. Called once after each `follow`.
+    /// Stops following and forgets what was observed. Called once after each `follow`.
     virtual void pause() = 0;
 
     /// Stops, and waits for the coroutines of `tasks`.

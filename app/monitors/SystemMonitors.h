@@ -11,7 +11,8 @@
 namespace tidemark::systemMonitors {
 
 struct Monitors {
-    /// In the order in which they are started and stopped. They follow nothing before.
+    /// In the order in which they are started and stopped. They follow nothing before they are
+    /// started.
     std::vector<std::unique_ptr<ActivityMonitor>> all;
     /// Returns the present state of the battery; absent while its history is turned off and without
     /// one. Uses the monitors, so it must not be called after their end.

@@ -54,7 +54,7 @@ private:
     AppClock& clock;
     /// Replaced when its thread does not return.
     std::unique_ptr<WorkerPool> thread;
-    /// How threads reach this object.
+    /// Lets the threads call functions on the main thread while this object exists.
     MainThreadCalls calls;
     /// The volumes whose threads have not returned.
     std::set<std::filesystem::path> stuck;

@@ -8,8 +8,8 @@
 
 namespace tidemark {
 
-/// Reports when applications with a window of their own are launched and quit; programs in the
-/// background are none. Main thread only.
+/// Reports when applications with a window of their own are launched and quit, but not programs in
+/// the background. Main thread only.
 class ApplicationSource {
 public:
     /// The identifier of this program as an application.
@@ -18,7 +18,7 @@ public:
     struct Application {
         /// The identifier that the system knows it by.
         std::string id;
-        /// As the user sees it; may be empty.
+        /// The name that the user sees; may be empty.
         std::string name;
         /// The path of the application or its program.
         std::string path;

@@ -20,8 +20,8 @@ struct ClipboardAccess {
     bool operator==(const ClipboardAccess&) const = default;
 };
 
-/// The clipboard of the user's session. A session that ends or begins changes `access`, nothing
-/// else. Nothing blocks. Main thread only.
+/// The clipboard of the user's session. When a session ends or begins, only its `ClipboardAccess`
+/// changes. Nothing blocks. Main thread only.
 class Clipboard {
 public:
     using Copied = std::function<void(CopiedItem)>;
@@ -31,13 +31,13 @@ public:
 
     /// Calls `copied` for each item that is copied from now on, and `accessChanged` with the access
     /// whenever it is known or changes, until `unwatch`. Marked items, and items of applications in
-    /// `excluded` (a value of `memoryExcludedApps`), are never read. Neither is the item that
-    /// follows such a one when it may be the same (`MarkedClipGuard`). What this program puts there
-    /// is not reported.
+    /// `excluded` (a value of `memoryExcludedApps`), are never read. Neither is the item after one
+    /// of these, if it may be the same item again (`MarkedClipGuard`). What this program puts on
+    /// the clipboard is not reported.
     virtual void watch(std::string excluded, Copied copied, AccessChanged accessChanged) = 0;
     virtual void unwatch() = 0;
-    /// Replaces the content, under each of these types, until another program replaces it. Done in
-    /// the background; has no effect without a session.
+    /// Replaces the content of the clipboard by an item that is offered under the types of
+    /// `contents`. Done in the background; has no effect without a session.
     virtual void put(std::vector<ClipData> contents) = 0;
 };
 

@@ -15,7 +15,7 @@ namespace tidemark::desktopServices {
 /// Removes the name of a display on another machine from the environment, so that nothing in this
 /// process connects to it. Called before any thread is started.
 void ignoreRemoteDisplay();
-/// Whether a window can be opened. Asks the display, so it takes as long as that takes to answer.
+/// Whether a window can be opened. Asks the display, and waits until it answers.
 bool hasDisplay();
 
 /// Null where this release has none for the system.

@@ -13,11 +13,11 @@ namespace tidemark {
 /// does not block the event loop. Main thread only.
 class FileIndex {
 public:
-    /// Of more matches, the newest are reported.
+    /// If there are more matches, only the newest are reported.
     static constexpr std::size_t mostMatches = 2'000;
 
     struct Scope {
-        /// Files without a date from then on are no matches.
+        /// Only files with a date from then on are matches.
         Date since;
         /// The folders whose files are matches, with their subfolders; absent for all files that
         /// the system has an index of.

@@ -14,10 +14,10 @@ struct SystemAppearance {
     bool operator==(const SystemAppearance&) const = default;
 };
 
-/// Reads and follows it for its lifetime. Main thread only.
+/// Reads the appearance and follows it for the lifetime of this object. Main thread only.
 class SystemAppearanceSource {
 public:
-    /// Called from the event loop when it was read, and after each change.
+    /// Called from the event loop when the appearance has been read, and after each change.
     using Changed = std::function<void(const SystemAppearance&)>;
 
     virtual ~SystemAppearanceSource() = default;

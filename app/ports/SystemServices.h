@@ -31,7 +31,7 @@ std::unique_ptr<ScreenSleepSource> screenSleep(NotificationCenter& notifications
 /// Null where this release has none for the system.
 std::unique_ptr<Clipboard> clipboard();
 /// Why the clipboard can't be followed in the present session, as a sentence; absent when it can,
-/// as far as that is known before it is followed. Empty where `clipboard` is null.
+/// as far as that is known before it is followed. An empty text where `clipboard` is null.
 std::optional<std::string> clipboardAbsence();
 /// Null where this release has none for the system.
 std::unique_ptr<ApplicationSource> applications();
@@ -41,7 +41,7 @@ std::optional<std::string> applicationsAbsence();
 /// Null where this release has none for the system.
 std::unique_ptr<DesktopNotifications> desktopNotifications();
 /// Why no notifications can be shown in the present session, as a sentence; absent when they can,
-/// as far as that is known before one is shown. Empty where `desktopNotifications` is null.
+/// as far as that is known before one is shown. An empty text where `desktopNotifications` is null.
 std::optional<std::string> desktopNotificationsAbsence();
 bool hasFileIndex();
 /// Null where this release has none for the system.

@@ -19,8 +19,8 @@ public:
     virtual ~VolumeSource() = default;
 };
 
-/// Functions that read the mounted volumes. Thread-safe. They may block, the second for ever for a
-/// volume whose server does not respond.
+/// Functions that read the mounted volumes. Thread-safe. They may block: `details` for ever, if the
+/// server of the volume does not respond.
 struct VolumeReading {
     /// The mount points of the volumes that a user recognises as such: not those that belong to the
     /// system, nor hidden ones. Absent when they can't be listed.

@@ -26,10 +26,10 @@ public:
 
     virtual ~WiFiSource() = default;
 
-    /// Starts to follow, also to change `names`: calls `receive` from the event loop with the
-    /// present links, and again after changes; also with equal links. With `Names::omit` the names
-    /// of networks are not even read. Returns false when links can't be followed. `receive` must
-    /// not destroy the source.
+    /// Starts to follow; may be called again to change `names`. Calls `receive` from the event loop
+    /// with the present links, and again after changes; also with equal links. With `Names::omit`
+    /// the names of networks are not even read. Returns false when links can't be followed.
+    /// `receive` must not destroy the source.
     virtual bool start(Names names, Receive receive) = 0;
     virtual void stop() = 0;
 

@@ -116,7 +116,7 @@ bool JsonPreferences::isLost() const {
 void JsonPreferences::keepCopy(const std::string& bytes) const {
     if (!writable)
         return;
-    // Nothing is removed either when the folder may belong to another process.
+    // Throws before the copy is touched when the folder may belong to another process.
     guard.require();
     try {
         if (!fileExists(copy) || readFile(copy, largestFile) != bytes)

@@ -15,9 +15,9 @@ class SettingsDocument;
 ///
 /// A second file, with ".bak" appended to the name, has the same content. When the first one is not
 /// a JSON object, it is renamed with ".damaged-" and the time appended, and the second one is used
-/// instead; without that the defaults are used, and the new file records that the settings were
-/// lost. A file that can't be read or renamed is never written. Without the first file there are no
-/// settings, so a user can reset them by removing it.
+/// instead. If that can't be used either, the defaults are used, and the new file records that the
+/// settings were lost. A file that can't be read or renamed is never written. Without the first
+/// file there are no settings, so a user can reset them by removing it.
 class JsonPreferences final : public Preferences {
 public:
     /// `toRead` changes no file: for processes without the lock of the data folder.

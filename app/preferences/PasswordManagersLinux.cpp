@@ -2,7 +2,8 @@
 
 namespace tidemark::preferenceKeys::detail {
 
-/// The identifiers of their desktop entries. Some of them do not mark what they copy.
+/// The identifiers of the desktop entries of password managers, of which some do not mark what they
+/// copy.
 std::string_view passwordManagers() {
     return "1password, com.1password.1password, bitwarden, com.bitwarden.desktop, "
            "org.gnome.World.Secrets, org.gnome.seahorse.Application, "

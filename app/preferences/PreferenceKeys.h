@@ -57,7 +57,7 @@ bool read(const Preferences& preferences, const SwitchKey& key);
 std::int64_t read(const Preferences& preferences, const NumberKey& key);
 std::string read(const Preferences& preferences, const TextKey& key);
 std::string read(const Preferences& preferences, const ChoiceKey& key);
-/// Returns absolute paths; those of the fallback are relative to the home directory.
+/// Returns the stored paths, or else those of the fallback, made absolute.
 std::vector<std::string> read(const Preferences& preferences, const PathsKey& key);
 /// How often a capture is due: the value of `preferenceKeys::captureSchedule`.
 CaptureSchedule captureSchedule(const Preferences& preferences);

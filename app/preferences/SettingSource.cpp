@@ -13,7 +13,7 @@ struct Need {
     SettingSource source;
 };
 
-/// The settings that need a source. One that is named several times needs any of these.
+/// The settings that need a source. A setting with several rows needs only one of their sources.
 constexpr auto needs = std::to_array<Need>({
     {preferenceKeys::homebrewHistoryEnabled.name, SettingSource::formulas},
     {preferenceKeys::diagnosticHistoryEnabled.name, SettingSource::diagnosticReports},

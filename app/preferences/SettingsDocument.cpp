@@ -103,7 +103,7 @@ std::string SettingsDocument::bytes() const {
     return root.dump(4, ' ', false, Json::error_handler_t::replace) + "\n";
 }
 
-/// Settings without a version are of the first one.
+/// Settings without a version count as those of version 1.
 std::optional<std::string> SettingsDocument::foreignVersion() const {
     const auto found = root.find(versionKey);
     if (found == root.end() || *found == 1)

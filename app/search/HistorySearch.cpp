@@ -41,7 +41,7 @@ QCoro::Task<void> HistorySearch::run(std::stop_token stop) {
         auto found = co_await runInBackground(find, stop, WorkPriority::userInitiated);
         matches = std::move(found);
     } catch (const std::exception& error) {
-        // Results of an earlier query are dropped.
+        // Goes on without results, so that those of an earlier query are dropped.
         qCritical("The search failed: %s", error.what());
     }
     if (stop.stop_requested())

@@ -16,7 +16,8 @@ struct DeveloperFolderSuggestion {
     std::string title;
     std::string detail;
     std::filesystem::path url;
-    /// A folder that is monitored covers it, so that it can't be selected.
+    /// True when it is, or lies in, a folder whose storage is monitored already; it can't be
+    /// selected then.
     bool isCovered = false;
 
     bool operator==(const DeveloperFolderSuggestion&) const = default;

@@ -6,8 +6,8 @@ namespace tidemark::developerSuggestions {
 
 namespace {
 
-/// Where package managers, containers and caches keep their data by default; the folders of the
-/// XDG Base Directories without their variables.
+/// Where package managers, containers and caches keep their data by default. The environment
+/// variables that can move these folders (XDG Base Directories) are not read.
 constexpr auto places = std::to_array<Location>({
     {"Caches", ".cache", "Caches across applications; changes reported at folder thresholds"},
     {"Container Data", ".local/share/containers",

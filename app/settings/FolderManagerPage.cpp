@@ -47,7 +47,8 @@ Row rowOf(const std::string& name, std::string path, const FolderGrant* grant,
     row.isMonitored = grant && !grant->purposes.empty();
     if (grant)
         row.grant = grant->id;
-    // Of a folder that is not to be read, there is nothing to check.
+    // For a folder that is not monitored, "Not checked yet" would announce a check that is not
+    // made.
     if (row.isMonitored || access.accessStatus(row.path) != Status::unchecked)
         row.status = statusOf(access, row.path);
     offerAction(row, access, isGuardedBySystem);

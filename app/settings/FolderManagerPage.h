@@ -31,7 +31,7 @@ struct FolderManagerPage {
         /// The identifier of the grant; absent for a folder that is not monitored.
         std::optional<Uuid> grant;
         bool isMonitored = false;
-        /// A text about whether the folder can be read; empty for one that was never to be read.
+        /// Whether the folder can be read; empty for one that is not monitored and was not checked.
         std::string status;
         Action action = Action::none;
         /// Empty without a button.
@@ -79,7 +79,7 @@ struct DiskAccessPanel {
     std::string showProgramHelp;
     std::string check;
     std::string checkNote;
-    /// After a check that failed.
+    /// Shown after a check that failed.
     std::string failure;
 
     bool isShown() const { return !steps.empty(); }

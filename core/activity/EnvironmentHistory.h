@@ -17,22 +17,24 @@ public:
     /// state.
     static constexpr double delay = 2;
 
-    /// Volumes by mount point, or displays by the system's display number as text.
+    /// Volumes by mount point, or displays by a key that identifies each among all that are
+    /// connected.
     using Entries = std::map<std::string, EnvironmentActivity>;
 
     /// The state at one moment.
     struct State {
         Entries volumes{};
-        /// Absent while it is not known which there are.
+        /// Absent while it is not known which displays there are.
         std::optional<Entries> displays{};
-        /// A name of `ThermalState`; absent while it is not known and on a machine without one.
+        /// A name of `ThermalState`; absent while it is not known and on a machine that reports
+        /// none.
         std::optional<std::string> thermal{};
     };
 
     /// Returns records of the differences from the previous state, all dated `at`: volumes and
     /// displays that were added or removed, displays with another configuration, each in the order
-    /// of their keys, then thermal pressure. The first call returns none, and neither does a part
-    /// that was not known before.
+    /// of their keys, then thermal pressure. The first call returns none, and there are none for
+    /// displays or thermal pressure that were not known in both states.
     std::vector<SystemActivity> receive(State now, Date at);
     /// Makes the next state a new starting point.
     void reset() { *this = {}; }

@@ -57,7 +57,7 @@ std::optional<std::int64_t> security(const AccessPoint& point) {
     return (wpa & psk) != 0 ? std::optional<std::int64_t>(wpaPersonal) : std::nullopt;
 }
 
-/// Channels of IEEE 802.11; absent for a frequency that is none.
+/// The channel of IEEE 802.11 at a frequency; absent where there is none.
 std::optional<std::int64_t> channel(std::uint32_t megahertz) {
     struct Range {
         std::uint32_t first;
@@ -100,7 +100,7 @@ std::optional<std::string> networkName(const std::optional<std::string>& ssid) {
 } // namespace
 
 std::optional<bool> isMetered(std::uint32_t metered) {
-    // NMMetered: yes and guessed yes, no and guessed no.
+    // NMMetered: 1 is yes and 3 guessed yes, 2 is no and 4 guessed no.
     if (metered == 1 || metered == 3)
         return true;
     return metered == 2 || metered == 4 ? std::optional(false) : std::nullopt;

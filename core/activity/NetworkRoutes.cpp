@@ -12,7 +12,7 @@ namespace {
 using Interface = NetworkConnectionState::Interface;
 using Interfaces = std::set<Interface>;
 
-// Of <linux/if_arp.h>.
+// Hardware types of <linux/if_arp.h>.
 constexpr std::uint16_t ethernetHardware = 1;
 constexpr std::uint16_t rawIp = 519;
 constexpr std::uint16_t loopback = 772;
@@ -21,8 +21,8 @@ constexpr auto tunnelHardware = std::to_array<std::uint16_t>({512, 768, 769, 776
 constexpr auto tunnelKinds = std::to_array<std::string_view>(
     {"tun", "wireguard", "ipip", "sit", "gre", "gretap", "ip6tnl", "ip6gre", "ip6gretap", "vti",
      "vti6", "xfrm", "ppp", "l2tpeth"});
-/// Transmit through the interface that IFLA_LINK names. For other kinds it names something else,
-/// such as the other end of a veth.
+/// Kinds of interfaces that transmit through the one that IFLA_LINK names. For other kinds
+/// IFLA_LINK names something else, such as the other end of a veth.
 constexpr auto stackedKinds =
     std::to_array<std::string_view>({"vlan", "macvlan", "macvtap", "ipvlan", "ipvtap"});
 

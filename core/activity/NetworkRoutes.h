@@ -44,8 +44,8 @@ struct Reading {
 /// The state by the links of `routes`, or by `defaults` if there are none. A link that can't
 /// transmit counts as none. Bridges, bonds and the like have the kinds of the interfaces below
 /// them. A tunnel is `other`, together with the kind of the preferred default route outside of a
-/// tunnel. `metered` is whether the connection costs money; if absent, only a cellular one is known
-/// to.
+/// tunnel. `metered` is whether the connection costs money; if absent, only a cellular connection
+/// is known to.
 NetworkConnectionState state(const Reading& reading, std::optional<bool> metered);
 
 } // namespace tidemark::NetworkRoutes

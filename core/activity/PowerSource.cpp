@@ -51,7 +51,8 @@ std::optional<bool> fullyCharged(std::optional<bool> charged,
     return *charged && *percentage == 100;
 }
 
-/// The level of several batteries together. Without all energies, the mean of their levels.
+/// The level of all batteries together. For several whose energies are all known it is computed
+/// from these, otherwise it is the mean of the levels.
 std::optional<std::int64_t> percentageOf(const std::vector<UPowerDevice>& batteries) {
     double energy = 0;
     double energyFull = 0;

@@ -33,7 +33,7 @@ struct Reading {
 /// The record of a reading. It has the name of the network only if that is allowed.
 WiFiContext context(const Reading& reading, bool nameAllowed);
 
-/// One interface. Whether its link is up is absent when it can't be read.
+/// One interface, and whether its link is up; absent when that can't be read.
 struct Interface {
     std::string name;
     std::optional<bool> active;

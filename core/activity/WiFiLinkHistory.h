@@ -7,8 +7,7 @@
 
 namespace tidemark {
 
-/// Turns readings of the Wi-Fi link, as up or down only, into records of its changes. Used where no
-/// details of the network are known.
+/// Turns readings of the Wi-Fi link, as up or down only, into records of its changes.
 class WiFiLinkHistory {
 public:
     /// Seconds for which a state must last.

@@ -30,9 +30,9 @@ std::filesystem::path folderOf(const std::filesystem::path& path) {
     return parent.empty() ? std::filesystem::path(".") : parent;
 }
 
-/// How much was read: less than `size` only at the end of the file. A read that ends after
-/// `expected` bytes is taken for the end, without another one that returns nothing. The error is an
-/// `errno`.
+/// Returns how many bytes were read: fewer than `size` only at the end of the file. When exactly
+/// `expected` bytes have arrived, that is taken for the end, which saves the read(2) that would
+/// return 0. The error is an `errno`.
 std::expected<std::size_t, int> readUntilFull(const FileDescriptor& file, char* data,
                                               std::size_t size,
                                               std::optional<std::size_t> expected) {
@@ -103,7 +103,7 @@ bool fileExists(const std::filesystem::path& path) {
 
 void createPrivateFolders(const std::filesystem::path& folder, const FolderGuard& guard) {
     guard.require();
-    // The guarded folder may be removed at any moment after the check.
+    // The guarded folder may be removed after the check, and must not be created again then.
     if (folder.empty() || folder == guard.guarded() || ::mkdir(folder.c_str(), 0700) == 0)
         return;
     if (errno == ENOENT) {

@@ -26,8 +26,8 @@ std::string readFile(const FileDescriptor& file, const std::filesystem::path& pa
 bool fileExists(const std::filesystem::path& path);
 
 /// Creates a folder and its missing parents, each with mode 0700. Existing ones stay as they are.
-/// The folder that `guard` guards is never created: it existed, so someone removed it. Throws
-/// `FileError` and what `guard` throws.
+/// The folder that `guard` guards is never created: it existed when it was locked, so if it is
+/// missing, someone removed it. Throws `FileError` and what `guard` throws.
 void createPrivateFolders(const std::filesystem::path& folder, const FolderGuard& guard = {});
 
 /// The file to replace so that `path` gets new content: the target of a symbolic link, else `path`

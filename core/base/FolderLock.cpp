@@ -19,7 +19,7 @@ namespace tidemark {
 namespace {
 
 constexpr const char* lockName = "recorder.lock";
-/// How many times the lock is tried while others only ask whether it is taken, which they do within
+/// How many times locking is tried while other processes hold the lock only in `isTaken`, each for
 /// microseconds.
 constexpr int mostAsked = 20;
 constexpr std::chrono::milliseconds askedPause{1};

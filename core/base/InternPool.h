@@ -67,8 +67,8 @@ public:
         std::shared_ptr<const T> value;
         std::size_t length = 0;
     };
-    /// Finds a value that was read before by its JSON text, with which `text` must begin. Compares
-    /// with two known values only, so a value that is not found may have been read before.
+    /// Finds a value that was read before and whose JSON text is at the beginning of `text`.
+    /// Compares with two known values only, so a value that is not found may have been read before.
     template <Recurring T>
     Recalled<T> recall(std::string_view text) {
         return table<T>().recall(text);

@@ -43,8 +43,7 @@ bool isComment(std::string_view line) {
     return line.starts_with('#') || line.starts_with(';');
 }
 
-/// Whether the line ends with a backslash that is not escaped by another one: with an odd number of
-/// them.
+/// Whether the line ends with an odd number of backslashes, so that the last one is not escaped.
 bool isContinued(std::string_view line) {
     const auto last = line.find_last_not_of('\\');
     const std::size_t count = line.size() - (last == std::string_view::npos ? 0 : last + 1);

@@ -20,7 +20,7 @@ namespace tidemark {
 /// without following links, so that nothing outside of it is opened, even when a folder is replaced
 /// by a link meanwhile.
 ///
-/// A value that is cheap to copy. Any thread.
+/// A value that is cheap to copy and that any thread may use.
 class MachineFiles {
 public:
     /// The machine that the program runs on.
@@ -51,7 +51,7 @@ public:
     /// follow a link that is created later.
     std::filesystem::path outside(const std::filesystem::path& canonical) const;
 
-    /// The same machine, by the path of its root folder.
+    /// Equal when both machines have the same path of the root folder.
     bool operator==(const MachineFiles& other) const { return root == other.root; }
 
 private:

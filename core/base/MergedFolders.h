@@ -21,7 +21,7 @@ public:
     /// A path below such a link, with the link replaced by the folder that it leads to. Any other
     /// text stays as it is.
     std::string canonical(std::string_view path) const;
-    /// The paths by which a package may list `folder`, a path without links: that path first.
+    /// The paths by which a package may list `folder`, a path without links. `folder` is the first.
     std::vector<std::string> spellings(std::string_view folder) const;
 
 private:

@@ -23,7 +23,7 @@ bool isTurkic() {
     return language == "tr" || language == "az";
 }
 
-/// Case-folded and composed by the full Unicode rules.
+/// `text`, case-folded and composed by the full Unicode rules.
 std::string foldedByUnicode(std::string_view text, bool turkic) {
     const auto piece = [](std::string_view bytes) {
         return icu::StringPiece(bytes.data(), static_cast<std::int32_t>(bytes.size()));
@@ -106,8 +106,8 @@ constexpr bool isAscii(Run run) {
     return (run & (everyByte * 0x80)) == 0;
 }
 
-/// Lowers eight ASCII letters at once: the high bit of each byte of a sum shows whether it reached
-/// 0x80, and no sum overflows its byte.
+/// Converts eight ASCII characters to lower case at once: the high bit of each byte of a sum shows
+/// whether it reached 0x80, and no sum overflows its byte.
 constexpr Run lowered(Run run) {
     const Run fromA = run + everyByte * (0x80 - 'A');
     const Run beyondZ = run + everyByte * (0x7F - 'Z');
@@ -117,7 +117,7 @@ constexpr Run lowered(Run run) {
 /// Folds `text` into the front of `buffer` and returns the length; absent when `text` has a
 /// character whose folding depends on its neighbours.
 std::optional<std::size_t> foldPlainText(std::string_view text, std::string& buffer, bool turkic) {
-    // A character of two bytes folds to at most four; the others keep their length.
+    // Folding at most doubles the length of a character in bytes.
     if (buffer.size() < 2 * text.size())
         buffer.resize(2 * text.size());
     const PlainFolding& folding = PlainFolding::of(turkic);

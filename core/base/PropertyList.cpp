@@ -58,8 +58,8 @@ std::string binaryObject(plist_t node) {
     return std::string(list.substr(std::min(binaryMagic.size(), list.size())));
 }
 
-/// The getter of libplist returns unsigned bits. They are a negative number unless the list stores
-/// the value with sixteen bytes (type and size 0x14).
+/// The getter of libplist returns unsigned bits. Beyond the signed range they are a negative
+/// number, unless the list stores the value with sixteen bytes (type and size 0x14).
 Value integer(plist_t node) {
     std::uint64_t bits = 0;
     ::plist_get_uint_val(node, &bits);

@@ -189,7 +189,7 @@ std::string_view parentFolder(std::string_view path) {
 }
 
 bool isBelow(std::string_view path, std::string_view root) {
-    // The one path that ends with a slash.
+    // The only root that ends with a slash.
     if (root == "/")
         return path.size() > 1 && path.front() == '/';
     return path.size() > root.size() && path[root.size()] == '/' && path.starts_with(root);

@@ -2,7 +2,7 @@
 
 #include <unicode/utf8.h>
 
-// The macros of <unicode/utf8.h> narrow, and step inside conditions, on purpose.
+// The macros of <unicode/utf8.h> narrow integers, and increment inside conditions, on purpose.
 #pragma GCC diagnostic ignored "-Wconversion"
 
 namespace tidemark::utf8 {

@@ -27,7 +27,7 @@ std::vector<MetadataReport> collect(bool homebrew, bool diagnostics,
                                     const AdditionalPlaces& places, Clock& clock,
                                     const std::stop_token& stop = {});
 
-/// The name of a configuration file that is shown.
+/// The name that is shown for a configuration file.
 std::string configurationLabel(const std::filesystem::path& path);
 
 } // namespace tidemark::AdditionalObservations

@@ -17,7 +17,7 @@ struct AdditionalPlaces {
     /// exist.
     static AdditionalPlaces standard(const std::filesystem::path& home);
 
-    /// Configuration files that decide what runs for the user, of those that exist.
+    /// The configuration files on this machine that decide what runs for the user.
     static std::vector<std::filesystem::path>
     suggestedConfigurations(const std::filesystem::path& home);
 };

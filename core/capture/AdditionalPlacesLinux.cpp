@@ -6,7 +6,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// Files that a login or a shell runs, below the home.
+/// Files below the home folder; a login or a shell runs most of them.
 constexpr const char* ofUser[] = {
     ".profile",   ".bash_profile",    ".bash_login", ".bashrc",
     ".zprofile",  ".zshrc",           ".zshenv",     ".config/fish/config.fish",

@@ -25,7 +25,7 @@ bool hasMarks(std::string_view start) {
            && (start[typePlace] == 1 || start[typePlace] == 2);
 }
 
-/// Digits, a dot and further digits at the beginning.
+/// Whether the part begins with digits, a dot and further digits.
 bool isVersion(std::string_view part) {
     const auto isNumber = [&](std::size_t place) {
         return place < part.size() && isDigit(part[place]);

@@ -26,8 +26,8 @@ public:
         ++count;
     }
 
-    /// The only application whose text is what comes before one of the separators of `text`; null
-    /// when there is none or more than one. `text` itself counts when it `mayBeWhole`.
+    /// The only application whose text equals the part of `text` before one of its separators, or
+    /// `text` itself if `mayBeWhole` is set; null when there is none or more than one.
     const Application* onlyPrefix(std::string_view text, char separator, bool mayBeWhole) const {
         Match all;
         for (auto end = text.find(separator); end != std::string_view::npos;
@@ -132,7 +132,7 @@ public:
     }
 
 private:
-    /// Each folder once, by whatever names it was given.
+    /// The roots by their canonical paths, each folder once even if it was given by several paths.
     std::vector<BackgroundRoot> canonicalRoots(const std::vector<BackgroundRoot>& given) const {
         std::vector<BackgroundRoot> roots;
         for (BackgroundRoot root : given) {

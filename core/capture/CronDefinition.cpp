@@ -74,7 +74,7 @@ std::string_view takeWord(std::string_view& rest) {
     return word;
 }
 
-/// False for what is no job.
+/// Adds the job in a line; returns false when the line is not a job.
 bool readJob(std::string_view line, const MergedFolders& merged, Table& table) {
     std::string time;
     if (line.starts_with('@')) {

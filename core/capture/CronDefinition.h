@@ -9,7 +9,7 @@
 /// /etc/cron.d, and scripts in folders whose names give the interval, such as /etc/cron.daily.
 namespace tidemark::CronDefinition {
 
-/// By the rule of cron and run-parts(8): a name of only letters, digits, "_" and "-". So
+/// Whether the name has only letters, digits, "_" and "-", as cron and run-parts(8) require. So
 /// files that a package manager keeps beside another, such as "x.dpkg-old", are left out.
 bool recognises(const FolderEntry& entry);
 

@@ -21,7 +21,7 @@ bool recognises(const FolderEntry& entry, RootFamily family);
 /// parsed or has no name.
 ApplicationReading read(const FolderEntry& entry, const ApplicationSurroundings& where);
 
-/// Makes the application of the bytes of the file, without its identifier and version.
+/// Makes the application from the bytes of the file, without its identifier and version.
 ApplicationReading described(std::string bytes, const FolderEntry& entry);
 
 /// The identifier of an entry: its path below the root, "/" as "-", without ".desktop".

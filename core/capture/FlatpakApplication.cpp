@@ -25,8 +25,8 @@ struct OpenFolder {
     }
     FolderEntry entry(const std::string& name) const&& = delete;
 
-    /// A folder further inside, opened one after the other and through no link. If one of them
-    /// can't be opened, nothing in the last can be read.
+    /// The folder at the path `relative`, whose folders are opened one after the other and through
+    /// no link. If one of them can't be opened, nothing in the last can be read.
     OpenFolder below(const fs::path& relative) const {
         OpenFolder inner;
         const OpenFolder* outer = this;

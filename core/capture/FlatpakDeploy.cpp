@@ -5,10 +5,10 @@
 #include <cstdint>
 #include <limits>
 
-/// The serialised form (GVariant): a container ends with the places at which its
-/// parts end, as numbers, the least significant byte first, whose length depends on the size
-/// of the container. Those of a tuple are in reverse order. Alignment counts from the start of the
-/// container, which is itself at a multiple of 8 here.
+/// In the serialised form of GVariant, a container ends with a list of the places at which its
+/// parts end. A place is a number, least significant byte first, whose length in bytes depends on
+/// the size of the container. In a tuple, the list is in reverse order. Alignment counts from the
+/// start of the container, which is itself at a multiple of 8 here.
 namespace tidemark::FlatpakDeploy {
 
 namespace {
@@ -19,7 +19,7 @@ std::size_t aligned(std::size_t place) {
     return (place + alignment - 1) / alignment * alignment;
 }
 
-/// Bytes of a place in a container of this size.
+/// The length of a place, in bytes, in a container of this size.
 std::size_t placeSize(std::size_t size) {
     if (size <= std::numeric_limits<std::uint8_t>::max())
         return 1;

@@ -40,7 +40,8 @@ struct Inventory {
     std::vector<Shared<Record>> items;
     /// Canonical paths of the folders that were read completely: only these may be compared.
     std::set<std::string> roots;
-    /// Canonical paths of the folders that were not: items missing there may still be on disk.
+    /// Canonical paths of the folders that were not read completely: items missing there may still
+    /// be on disk.
     std::set<std::string> incompleteRoots;
     /// Sentences about what is incomplete.
     std::vector<std::string> issues;

@@ -17,7 +17,7 @@ bool recognises(const FolderEntry& entry);
 /// The item without `kind` and `association`, which are not part of the definition.
 BackgroundDefinition::Result read(const FolderEntry& definition, const MergedFolders& merged = {});
 
-/// Makes that item of the bytes of the definition.
+/// Makes that item from the bytes of the definition.
 BackgroundDefinition::Result described(std::string_view bytes, const FolderEntry& definition);
 
 } // namespace tidemark::LaunchDefinition

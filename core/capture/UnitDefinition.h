@@ -21,15 +21,16 @@ struct Item {
     const UnitFolders::Fragment* fragment = nullptr;
 };
 
-/// The units that are items, sorted by name, files of one name from the most preferred on. These
-/// are all units in folders of an administrator or a user; the units of the distribution that can
-/// be enabled or are enabled, since the others are internal to the system; and enabled instances of
-/// templates.
+/// The units that are items: first all units in folders of an administrator or a user, and the
+/// units of the distribution that can be enabled or are enabled, since the others are internal to
+/// the system; then enabled instances of templates. Both parts are sorted by name, and files with
+/// one name from the most preferred on.
 std::vector<Item> itemsOf(const UnitFolders& folders);
 
 /// The unit in the terms of launchd.plist(5), with the keys of `BackgroundDefinition`. Of
-/// several files with one name, drop-ins apply only to the most preferred one, but being enabled or
-/// masked to each. A timer, a socket or a path has the program of the unit that it starts.
+/// several files with one name, drop-ins apply only to the most preferred one, but the links that
+/// enable the unit apply to each, and a mask applies to each in a less preferred folder. A timer, a
+/// socket or a path has the program of the unit that it starts.
 /// `unreadable` when the file or a drop-in of this unit or of the one that it starts can't be read.
 std::expected<PropertyList::Dictionary, BackgroundDefinition::Failure>
 definition(const UnitFolders& folders, const Item& item, const MergedFolders& merged);

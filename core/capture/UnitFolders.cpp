@@ -19,15 +19,15 @@ constexpr auto enablingFolders =
     std::to_array<std::string_view>({".wants", ".requires", ".upholds"});
 constexpr std::string_view dropInFolder = ".d";
 constexpr std::string_view dropInFile = ".conf";
-/// Links can lead in a circle.
+/// The most links that are followed from one name of a unit to the next: they can lead in a circle.
 constexpr int mostFurtherNames = 8;
 
 bool endsWithAny(std::string_view name, const auto& endings) {
     return std::ranges::any_of(endings, [&](auto ending) { return name.ends_with(ending); });
 }
 
-/// Whether drop-ins of this name can belong to a unit that is an item: "ssh.service", and for all
-/// units of a kind "service".
+/// Whether drop-ins for this name can belong to a unit that is an item. The name is that of a unit,
+/// such as "ssh.service", or of a kind of units, such as "service".
 bool isDropInTarget(std::string_view name) {
     return UnitName::canBeItem(name) || UnitName::canBeItem("all." + std::string(name));
 }
@@ -116,7 +116,7 @@ std::string UnitFoldersReader::unitNamed(std::string name) const {
 void UnitFoldersReader::readEntry(const FolderEntry& entry, std::size_t folder,
                                   RootReading& reading) {
     const std::string name = entry.name();
-    // The folder may be listed but not searched.
+    // As in a folder with read but without search permission.
     if (entry.kind == Kind::unknown)
         unreadable = entry.path.parent_path();
     else if (entry.kind == Kind::folder && endsWithAny(name, enablingFolders))

@@ -11,7 +11,7 @@ namespace UnitName {
 /// Whether a unit of this name can be an item: a service, or a timer, socket or path, which start
 /// one.
 bool canBeItem(std::string_view name);
-/// ".service" and the like, with the dot; empty if it is not a unit.
+/// The name from its last dot on, such as ".service"; empty for a name without a dot.
 std::string_view suffix(std::string_view name);
 std::string_view withoutSuffix(std::string_view name);
 /// True for "x@.service". The names of its instances have a text after the "@".

@@ -28,7 +28,7 @@ enum class Form {
 /// A setting that is compared. A name that ends with "*" matches all names with that beginning.
 struct Setting {
     std::string_view name;
-    /// The definition key that gets its text; empty for settings that have a function of their own.
+    /// The definition key that gets its text; empty for settings that are only looked up by name.
     std::string_view definitionKey;
     Form form = Form::single;
     /// An empty value of a list also clears all lists with the same number here, other than 0

@@ -16,7 +16,7 @@ struct BackgroundItemNotice {
 
     /// "New background item: Backup Agent", "4 new background items".
     std::string title;
-    /// The names of several, and since when: the time of the capture before.
+    /// If there are several, their names; then the time of the capture before they were found.
     std::string body;
     /// The event of the first item.
     std::string eventID;

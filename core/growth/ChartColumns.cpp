@@ -14,7 +14,7 @@ int pixel(double length) {
     return static_cast<int>(std::lround(length));
 }
 
-/// The pixels of one step, which is level or upright.
+/// The pixels of one step, which is horizontal or vertical.
 Run pieceOf(const Position& from, const Position& to, int lineWidth) {
     const int half = lineWidth / 2;
     const int top = pixel(std::min(from.y, to.y)) - half;

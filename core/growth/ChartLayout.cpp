@@ -13,7 +13,7 @@ namespace {
 /// The seconds that a chart shows at least, also when all of its points have the same time.
 constexpr double shortestPeriod = 3'600;
 
-/// An empty beginning of the period that is longer is left out.
+/// As a share of the period. A longer beginning without points is not shown.
 constexpr double longestLead = 0.05;
 
 Date firstShown(const StorageChart& chart) {
@@ -30,7 +30,7 @@ std::size_t countIn(double length, double each) {
 
 using Steps = std::vector<ChartLayout::Position>;
 
-/// Goes on level to `x`; a level that already goes on only becomes longer.
+/// Continues horizontally to `x`. If the last step is horizontal already, it becomes longer.
 void goOn(Steps& steps, double x) {
     const double y = steps.back().y;
     if (steps.size() > 1 && steps[steps.size() - 2].y == y)

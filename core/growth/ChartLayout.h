@@ -12,10 +12,11 @@ struct ChartLayout {
     struct Metrics {
         double width = 0;
         double height = 0;
-        /// Beside the plot: for the sizes of the axis, and for the latest size.
+        /// The space before the plot, for the sizes of the axis, and after it, for the latest size.
         double leading = 0;
         double trailing = 0;
-        /// For the names of snapshots, and for the dates of the axis.
+        /// The space above the plot, for the names of snapshots, and below it, for the dates of the
+        /// axis.
         double top = 0;
         double bottom = 0;
         /// The least distance of two dates, and of two sizes.
@@ -49,7 +50,7 @@ struct ChartLayout {
     /// measured. A single position for a line of one point.
     std::vector<std::vector<Position>> lines;
 
-    /// The axis of sizes does not begin at 0.
+    /// True when the axis of sizes does not begin at 0.
     bool isCut() const { return least > 0; }
     double x(Date at) const;
     double y(std::int64_t bytes) const;

@@ -13,9 +13,10 @@ namespace {
 
 using namespace std::chrono;
 
-/// Fits into 64 bits.
+/// The largest size of a mark; fits into 64 bits.
 constexpr double largestSize = 9.2e18;
-/// Part of the largest size: a smaller change would look like a large one on an axis of its own.
+/// As a share of the largest size. On an axis that does not begin at 0, a smaller range would look
+/// like a large change.
 constexpr double smallestRange = 0.02;
 
 /// 1, 2 or 5 times a power of ten, at least `step`.
@@ -100,7 +101,7 @@ std::vector<SizeTick> sizeTicks(std::int64_t least, std::int64_t most, std::size
     const auto intervals = static_cast<double>(std::max<std::size_t>(limit, 3) - 1);
     double step = roundStep((high - low) / intervals);
     double first = std::floor(low / step) * step;
-    // The rounding of both ends can need one interval more than there is.
+    // Since both ends are rounded, one interval more than allowed can be needed.
     while (std::ceil((high - first) / step) > intervals) {
         step = roundStep(step * 1.01);
         first = std::floor(low / step) * step;

@@ -269,7 +269,7 @@ bool isRankedBefore(const GrowthItem& a, const GrowthItem& b) {
 
 std::int64_t GrowthItem::change() const {
     const auto bytes = [](const std::optional<DatedSize>& size) { return size ? size->bytes : 0; };
-    // With one size of two unknown, there is no change to show.
+    // Where one of both sizes is unknown, there is no change to show.
     if (state == State::changed && !(before && after))
         return 0;
     return saturatingDifference(bytes(after), bytes(before));

@@ -30,9 +30,9 @@ struct GrowthItem {
     State state = State::changed;
     std::string path;
     std::string name;
-    /// Absent for an item that has appeared.
+    /// Absent for an item that has appeared, and where the size is not known.
     std::optional<DatedSize> before{};
-    /// Absent for an item that was removed.
+    /// Absent for an item that was removed, and where the size is not known.
     std::optional<DatedSize> after{};
     /// Part of all growth, or of all shrinkage, that the list shows, from 0 to 1. An item inside of
     /// another one has a share as well, but is not counted twice in the whole.
@@ -67,9 +67,9 @@ struct GrowthReport {
     /// `monitoredChange`.
     std::vector<std::string> unknownFolders{};
 
-    /// The report of the period from the last measurements at or before `since`, or the first ones
-    /// after it, to the last ones up to `through`. Each item has the times of its own measurements.
-    /// A pure function.
+    /// The report of the period from the last measurements at or before `since` (of folders and
+    /// free space, at most two days before), or else the first ones after it, to the last ones up
+    /// to `through`. Each item has the times of its own measurements. A pure function.
     static GrowthReport of(const GrowthSource& source, Date since, Date through);
 
     bool operator==(const GrowthReport&) const = default;

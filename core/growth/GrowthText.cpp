@@ -15,7 +15,8 @@ std::string amount(std::int64_t bytes) {
     return byteString(distanceBetween(bytes, 0));
 }
 
-/// What the folders explain of a change of free space; both are growth of what is used.
+/// What the folders explain of a change of free space. Both numbers are positive where more is used
+/// than before.
 std::string explained(std::int64_t used, std::int64_t monitored) {
     const bool isLess = used > 0;
     const std::int64_t inDirection = isLess ? monitored : saturatingDifference(0, monitored);

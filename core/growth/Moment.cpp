@@ -88,7 +88,7 @@ Moment nthFromEnd(const Snapshots& snapshots, std::size_t place, std::string_vie
 struct LocalTime {
     std::chrono::local_seconds at;
     bool isDay = false;
-    /// Seconds that the time stands for: a minute of one without seconds.
+    /// How many seconds the text stands for: a minute where it has no seconds.
     double length = 0;
 };
 
@@ -104,7 +104,7 @@ std::optional<LocalTime> localTime(std::string_view given) {
         const year_month_day date(year(fields.tm_year + 1900),
                                   month(static_cast<unsigned>(fields.tm_mon + 1)),
                                   day(static_cast<unsigned>(fields.tm_mday)));
-        // Not so for the 31st of a shorter month.
+        // `strptime` accepts the 31st of a shorter month.
         if (!date.ok())
             return std::nullopt;
         const std::string_view form(format);

@@ -27,7 +27,7 @@ inline constexpr std::string_view momentHelp =
     "A name of a snapshot, a date (2026-05-31 or 2026-05-31T14:30), today, yesterday, how long ago "
     "(12h, 7d, 3w), @0 for the latest capture, @-3 for the third before it";
 
-/// The kept capture that `text` selects. The first that fits:
+/// The kept capture that `text` selects, by the first of these rules that applies:
 /// - the name or id of a named snapshot, or the id of a kept one;
 /// - "@0" or "latest": the latest capture; "@-3": the third before it;
 /// - "today", "yesterday", a date: the last capture of that local day;

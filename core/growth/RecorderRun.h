@@ -15,7 +15,7 @@ struct RecorderRun {
         started,
         /// It was still recording at this time (see `append`).
         running,
-        /// It ended.
+        /// The program ended.
         stopped,
         /// The user paused recording, or resumed it.
         paused,

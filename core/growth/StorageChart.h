@@ -102,8 +102,9 @@ struct StorageChart {
     std::optional<std::size_t> nearestMark(Date at, double tolerance) const;
     /// Index of the gap that contains `at`, if one does.
     std::optional<std::size_t> gapAt(Date at) const;
-    /// Moves by `steps` points from the point `from`, or from outside to the last point (from the
-    /// first one for a positive number); stays at the ends. Absent without points.
+    /// Index of the point `steps` points after `from`, but not beyond the first and the last one.
+    /// Without `from`, the first point for a positive `steps`, else the last. Absent without
+    /// points.
     std::optional<std::size_t> moved(std::optional<std::size_t> from, std::ptrdiff_t steps) const;
 
     bool operator==(const StorageChart&) const = default;

@@ -73,8 +73,8 @@ private:
         return found == changed.end() ? *history.series[place] : found->second;
     }
 
-    /// Points dated after the capture were made while the clock was ahead. They would keep all
-    /// sizes out until that date.
+    /// Drops the points dated after the capture, which were made while the clock was ahead: they
+    /// would keep all sizes out until their date.
     void dropAfter(Date capture) {
         for (std::size_t i = 0; i < history.series.size(); ++i) {
             if (at(i).measuredAt.empty() || at(i).measuredAt.back() <= capture)
@@ -256,7 +256,7 @@ bool StorageHistory::catchUp(const std::vector<Shared<Snapshot>>& snapshots,
     const Date newest = newestThrough(*this, last);
     std::vector<const Snapshot*> later;
     for (const auto& snapshot : snapshots)
-        // Two captures may be of one second.
+        // Includes snapshots of the same second, since two captures may be taken within one.
         if (wholeSecond(snapshot->timestamp) >= newest && snapshot->timestamp <= last)
             later.push_back(&*snapshot);
     std::ranges::stable_sort(later, {}, &Snapshot::timestamp);

@@ -21,7 +21,7 @@ struct StorageHistory {
     /// A child that has a series gets further points while it is among this many, so that two
     /// children of about the same size don't take turns.
     static constexpr std::size_t keptChildLimit = 12;
-    /// The most series. When there are more, the series of children that ended first are dropped.
+    /// The most series of children. When there are more, those that ended first are dropped.
     static constexpr std::size_t seriesLimit = 2'000;
 
     std::int64_t schemaVersion = supportedVersion;

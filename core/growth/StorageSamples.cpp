@@ -39,7 +39,7 @@ StorageSample sampleOf(const FolderSize& folder, const Snapshot& snapshot, std::
     return sample;
 }
 
-/// Replaces the last sample by one of the same measurement.
+/// Adds a sample; it replaces the last one if that is of the same measurement.
 void add(StorageSample sample, Samples& samples) {
     if (!samples.empty() && samples.back().at == sample.at && samples.back().bytes == sample.bytes)
         samples.back() = sample;
@@ -67,7 +67,7 @@ KeptPeriod keptPeriod(const std::vector<const Snapshot*>& snapshots) {
 }
 
 void addDays(const StorageSeries& series, KeptPeriod kept, Samples& samples) {
-    // A size is a little older than the snapshot that has it.
+    // Extends the period, because a size is a little older than the snapshot that has it.
     for (const auto& sample : samples)
         if (sample.snapshot)
             kept.include(sample.at);

@@ -15,12 +15,12 @@ struct StorageSample {
     /// When it was measured.
     Date at;
     std::int64_t bytes = 0;
-    /// See `StorageSeries`. Belongs to the source.
+    /// See `StorageSeries`. These texts belong to the source, which must outlive the sample.
     std::string_view volumeID;
     std::string_view volumeName;
     bool isRolling = false;
     /// The snapshot that has the size, and for a folder its record there; null for the size of a
-    /// day. Belong to the source.
+    /// day. Both belong to the source.
     const Snapshot* snapshot = nullptr;
     const FolderSize* folder = nullptr;
     /// The place of the snapshot among all, in order of time. Where several snapshots one after the

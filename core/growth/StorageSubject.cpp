@@ -49,7 +49,7 @@ std::vector<StorageSubject> children(const GrowthSource& source) {
     return all;
 }
 
-/// The paths of the subjects, or "free space" for that.
+/// The paths of the subjects; "free" for free space.
 std::string listed(const std::vector<StorageSubject>& subjects) {
     std::vector<std::string> texts;
     for (const auto& subject : subjects)

@@ -28,9 +28,9 @@ struct StorageSubject {
 /// then those that only earlier ones had, each by name. Children of folders are not listed.
 std::vector<StorageSubject> storageSubjects(const GrowthSource& source);
 
-/// The subject with this path, or the only one with this name in any letter case, also among
-/// children with daily points; "free" is free space. Throws `Error`, which names the possible ones,
-/// when there is none or more than one.
+/// The subject with this path, or the only one with this name, in any case of ASCII letters, also
+/// among children with daily points; "free" is free space. Throws `Error`, which names the possible
+/// ones, when there is none or more than one.
 StorageSubject storageSubject(const GrowthSource& source, std::string_view nameOrPath);
 
 } // namespace tidemark

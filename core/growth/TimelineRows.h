@@ -31,6 +31,7 @@ struct TimelineRow {
     OptionalShared<Event> event{};
     OptionalShared<GapRow> gap{};
 
+    /// Leaves out `count`: a row with another number is the same row.
     bool operator==(const TimelineRow& other) const {
         return kind == other.kind && day == other.day && event.object() == other.event.object()
                && gap == other.gap;
@@ -38,8 +39,9 @@ struct TimelineRow {
 };
 
 /// The rows of the timeline, the newest first, each day below its heading. A gap is at the time at
-/// which it ended, in place of its event "Captures Resumed". A day with `foldedFrom` gaps or more
-/// has one row for all of them, unless its start is in `unfolded`.
+/// which it ended, in place of its event "Captures Resumed"; one that ended before the earliest day
+/// with events is left out. A day with `foldedFrom` gaps or more has one row for all of them,
+/// unless its start is in `unfolded`.
 struct TimelineRows {
     static constexpr std::size_t foldedFrom = 3;
 

@@ -21,7 +21,8 @@ struct PackageTransaction {
     std::unordered_map<std::string, bool> isAutomatic;
 };
 
-/// Reads the transactions in the log of apt(8); the log of dpkg has none:
+/// Reads the transactions in the log of apt(8), since the log of dpkg has none. A transaction looks
+/// like this:
 ///
 ///     Start-Date: 2024-05-01  12:00:00
 ///     Install: tide-gauge:amd64 (2.0-1), libtide2:amd64 (2.0-1, automatic)

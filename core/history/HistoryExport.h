@@ -30,8 +30,8 @@ struct HistoryExport {
 
     using Output = std::function<void(std::string_view)>;
     /// Calls `output` with the report, as UTF-8 text in pieces. Characters that are not printable,
-    /// except tabs and line breaks, are escaped in JSON and U+FFFD in CSV. Throws `Error` when an
-    /// event can't be written, such as one with a number that is not finite.
+    /// except tabs and line breaks, are escaped in JSON and replaced by U+FFFD in CSV. Throws
+    /// `Error` when an event can't be written, such as one with a number that is not finite.
     void write(Format format, bool includePrivateDetails, const Output& output) const;
     /// The whole report as one text.
     std::string data(Format format, bool includePrivateDetails) const;

@@ -17,7 +17,7 @@ public:
 
     /// `isAutomatic` for a package that was installed because others need it.
     void add(std::string_view name, std::string_view version, Date date, bool isAutomatic);
-    /// Adds an entry that can't be understood, which is counted.
+    /// Adds an unreadable entry, which `InstallationHistory::parse` counts as skipped.
     void addUnreadable();
     /// The whole report. Nothing can be added any more.
     std::string finish();

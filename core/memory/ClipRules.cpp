@@ -64,7 +64,7 @@ std::optional<std::string> filePath(const ClipContents& contents) {
     return std::nullopt;
 }
 
-/// Empty when there is none to be kept.
+/// The text to be kept; empty when there is none.
 std::string text(const ClipContents& contents) {
     const auto* data = usable(contents, ClipPart::text);
     std::string decoded = data == nullptr ? std::string() : clipTypes::decodedText(*data);
@@ -178,7 +178,7 @@ std::optional<MemoryRecord> record(const CopiedItem& item, Date now) {
 }
 
 bool repeats(const MemoryRecord& clip, const MemoryRecord& newest) {
-    // The path, because two files have neither text nor payload.
+    // Compares the paths as well, because files have neither text nor payload.
     return clip.text == newest.text && clip.payload == newest.payload
            && clip.contentType == newest.contentType && clip.path == newest.path;
 }

@@ -11,7 +11,7 @@
 /// Which copied items are read and kept, and as what.
 namespace tidemark::clipRules {
 
-/// Larger texts, and larger rich texts and images, are not kept. In bytes.
+/// The most bytes of a text, and of a rich text or an image, that is kept.
 inline constexpr std::size_t mostText = 65'536;
 inline constexpr std::size_t mostPayload = 1'000'000;
 

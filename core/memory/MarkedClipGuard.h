@@ -2,11 +2,11 @@
 
 namespace tidemark {
 
-/// Bars the re-publication of a marked item, such as a password. Clipboard keepers take a selection
-/// over when its owner ends or changes, with the content and without the mark. So the item that
-/// follows a marked one is not kept when it may be the same: when it comes soon, when a keeper
-/// offers it, or when it is unknown who does. An honest item may be missed; a marked one is not
-/// kept. Times are in monotonic seconds.
+/// Keeps a marked item, such as a password, from being recorded when another program offers it
+/// again. Clipboard keepers take a selection over when its owner ends or changes, with the content
+/// and without the mark. So the item that follows a marked one is not kept when it may be the same:
+/// when it comes soon, when a keeper offers it, or when it is unknown who offers it. An unmarked
+/// item may be missed; a marked one is not kept. Times are in monotonic seconds.
 class MarkedClipGuard {
 public:
     /// Keepers take over within this time after a marked item was copied or its owner ended.

@@ -23,8 +23,7 @@ struct MemoryArchive {
     std::int64_t version = supportedVersion;
     /// Newest first after `prune`.
     std::vector<Shared<MemoryRecord>> records;
-    /// True after the files from before the start of the history were added; that happens only
-    /// once.
+    /// True since the file history has begun. Files from before that are added only then, so once.
     bool fileHistoryStarted = false;
 
     /// Adds the records. Each replaces a record with the same id but keeps its `pinned` and

@@ -53,7 +53,8 @@ struct Stanza {
         return multiArch == "same" ? name.append(":").append(architecture) : name;
     }
 
-    /// "install ok installed"; while dpkg works, also "unpacked" and others.
+    /// False when only configuration is left ("deinstall ok config-files"). While dpkg works,
+    /// packages with files may also be "unpacked" and others.
     bool hasFiles() const { return !version.empty() && !status.ends_with(" config-files"); }
 };
 
@@ -151,7 +152,7 @@ std::unique_ptr<PackageDatabase> open(const MachineFiles& machine, const OwnedFo
     try {
         return read(machine, folders, stop);
     } catch (const FileError& error) {
-        // Before dpkg 1.15.6 there was no such file, nor is there in some images.
+        // Databases before dpkg 1.15.6, and those of some images, have no file "format".
         return failed(error.code() == ENOENT ? PackageFailure::unsupported
                                              : PackageFailure::unreadable);
     }

@@ -14,12 +14,12 @@ namespace tidemark {
 
 namespace {
 
-/// A machine can have several: the tools of rpm run on Debian, too.
+/// A machine can have several databases: the tools of rpm run on Debian, too.
 using Form = PackageDatabaseForm (*)();
 constexpr Form forms[] = {DpkgDatabase::form, PacmanDatabase::form, RpmDatabase::form};
 
-/// Packages install nothing here (file-hierarchy(7)). So a damaged database does not affect the
-/// applications that users installed themselves.
+/// Folders in which packages install nothing (file-hierarchy(7)). No database is asked for files
+/// there, so a damaged one does not affect the applications that users installed themselves.
 constexpr std::string_view foldersOfUsers[] = {"/home", "/root", "/usr/local", "/var/home"};
 
 bool isBelowAny(std::string_view path, const auto& folders) {

@@ -3,7 +3,7 @@
 namespace tidemark {
 
 std::string_view upstreamVersion(std::string_view version) {
-    // An epoch is a number, and a colon without one in front is a part of the version.
+    // An epoch is a number. A colon without a number in front is a part of the version.
     if (const auto end = version.find_first_not_of("0123456789");
         end != std::string_view::npos && end > 0 && version[end] == ':')
         version.remove_prefix(end + 1);

@@ -60,7 +60,7 @@ private:
     DatabaseState state() const { return stateOf(machine, {path, path + "-wal"}); }
 
     /// Whether the write-ahead log has changes that may not be in the file, as while rpm is
-    /// running. At its end rpm leaves an empty log.
+    /// running. When rpm ends, it leaves an empty log.
     bool hasUnwritten() const {
         return start.back() ? start.back()->bytes > 0 : start.back().error() != ENOENT;
     }
@@ -83,7 +83,7 @@ private:
         return std::nullopt;
     }
 
-    /// All files of a name; absent when the query fails.
+    /// All files with this name; absent when the query fails.
     std::optional<std::vector<FilePlace>> placesOf(std::string_view name) {
         sqlite3_stmt* statement = connection->files.get();
         ::sqlite3_bind_text(statement, 1, name.data(), static_cast<int>(name.size()),
@@ -124,7 +124,8 @@ private:
     const std::string path;
     const MergedFolders merged;
     const DatabaseState start;
-    /// Kept after `rest`, so that a question that was answered before does not open it again.
+    /// Kept after `rest`, so that a lookup that was answered before does not open the database
+    /// again.
     std::unordered_map<std::string, Ownership> answers;
     std::optional<Connection> connection;
 };

@@ -10,8 +10,8 @@ namespace {
 /// The largest value, such as the header of a kernel with all its modules, has about 2 MB.
 constexpr int largestValue = 64 << 20;
 
-/// "file:…?immutable=1": otherwise SQLite can't read a database with a write-ahead log without the
-/// permission to write beside it.
+/// Returns "file:…?immutable=1". Without this parameter, SQLite can't read a database with a
+/// write-ahead log unless it has permission to write beside it.
 std::string uriOf(const std::string& path) {
     std::string uri = "file:";
     for (const char character : path) {

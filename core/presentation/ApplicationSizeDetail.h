@@ -10,7 +10,7 @@ namespace tidemark {
 /// may be null. Empty when the application was never measured.
 InspectionSection applicationSizeDetail(const Event& event, const Application& application,
                                         const Snapshot* latest, const Calendar& calendar);
-/// For an application that was removed.
+/// The last measured size of an application that was removed; empty when it was never measured.
 InspectionSection removedApplicationSizeDetail(const Event& event, const Calendar& calendar);
 
 } // namespace tidemark

@@ -143,7 +143,7 @@ private:
 
     void addVersion(const char* version, const char* build, const Application& app) {
         row(version, app.version.empty() ? notReported : app.version);
-        // Most systems have no second number.
+        // Most systems have no build number besides the version.
         if (!app.build.empty())
             row(build, app.build);
     }

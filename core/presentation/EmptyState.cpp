@@ -33,7 +33,7 @@ EmptyState withCoverage(std::string_view title, std::string_view explanation,
 EmptyState firstThatApplies(const EmptyTimeline& timeline) {
     const auto& gaps = timeline.coverage.gaps;
     const std::string_view symbol = facts(timeline.place).symbol;
-    // The message above says why, and has the button that tries again.
+    // The message above the list says why, and has the button that tries again.
     if (timeline.isUnreadable)
         return made("The History Couldn’t Be Read",
                     "Nothing is shown or captured until it can be read. Your existing file has not "

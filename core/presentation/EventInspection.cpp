@@ -110,7 +110,7 @@ InspectionSection memorySection(const MemoryRecord& record, const Calendar& cale
 
 std::vector<InspectionSection> sectionsOf(const Event& event, const Snapshot* latest,
                                           bool isStateComparison, const Calendar& calendar) {
-    // The sections of these two kinds have the time themselves.
+    // The sections of these two kinds contain the time themselves.
     if (event.observationGap)
         return {gapSection(*event.observationGap, calendar)};
     if (event.installationRecord)

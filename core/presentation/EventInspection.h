@@ -45,7 +45,7 @@ struct EventInspection {
     std::vector<InspectionAction> actions;
 
     /// `latest` is the newest snapshot, which shows what still exists; null when there is none.
-    /// `isStateComparison`: the event is a difference between a named snapshot and the latest one.
+    /// `isStateComparison`: the event is a difference between two snapshots, not a recorded event.
     static EventInspection of(const Event& event, const Snapshot* latest, bool isStateComparison,
                               const Calendar& calendar = Calendar());
 };

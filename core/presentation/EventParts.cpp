@@ -54,7 +54,7 @@ Parts wordsAndName(std::string_view line) {
     return {words(line.substr(0, end)), literal(line.substr(end))};
 }
 
-/// Whether it is a text of `signedBytes`.
+/// Whether the text has the form that `signedBytes` writes.
 bool isSignedSize(std::string_view text) {
     constexpr std::array units{" bytes", " byte", " KB", " MB", " GB", " TB", " PB", " EB"};
     for (const std::string_view sign : {"+", "−"}) {
@@ -89,7 +89,7 @@ std::optional<Parts> nameAndSize(std::string_view text) {
 
 /// The second line of a folder that changed its size: "+1.5 GB · a +1.4 GB", or, when its contents
 /// changed more than its size, "a +1.5 GB · b −1.4 GB · Net +0.1 GB". Any name may be "Net" or
-/// contain the separator. Nothing for a line of another form.
+/// contain the separator. Absent for a line of another form.
 std::optional<Parts> sizes(std::string_view line) {
     Parts parts;
     const auto total = line.substr(0, line.find(dot));

@@ -30,8 +30,8 @@ struct EventRow {
 /// The title of an event on one line, in the words of this system.
 std::string shownTitle(const Event& event);
 
-/// The time of day of an event under the heading of its day. An interval has the day of its start
-/// where that is another one, and the year where that is.
+/// The time of day of an event under the heading of its day. For an interval that began on another
+/// day, the start is written with its date, and with the year if that is another one, too.
 std::string timesOf(const Event& event, const Calendar& calendar);
 
 /// The heading of a day, given by its start: "Today", "Yesterday", or the date.

@@ -23,7 +23,7 @@ inline std::string summary(std::size_t events) {
            + " from your current view. Your filters and comparison mode are preserved.";
 }
 
-/// The panel stays open then.
+/// Shown when saving failed; the panel stays open.
 inline std::string failure(std::string_view description) {
     return "Couldn’t save the export. " + std::string(description);
 }

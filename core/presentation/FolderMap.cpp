@@ -18,7 +18,7 @@ std::int64_t magnitude(const Tile& tile) {
     return tile.change ? distanceBetween(*tile.change, 0) : 0;
 }
 
-/// Absent for a row without a size, or of which nothing is left.
+/// Absent for a row without a size, or with a size of 0.
 std::optional<Tile> tileOf(const Row& row) {
     if (row.afterBytes.value_or(0) <= 0)
         return std::nullopt;

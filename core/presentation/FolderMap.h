@@ -21,17 +21,17 @@ struct FolderMap {
     static constexpr std::string_view unmeasuredTitle = "Not completely measured:";
 
     struct Tile {
-        /// By which the row of the table is found; empty for a tile that stands for several.
+        /// The id of its row in the table; empty for a tile that stands for several.
         std::string id;
         /// On one line; empty for a tile that stands for several.
         std::string name;
         std::int64_t bytes = 0;
-        /// Since the capture that is compared with; absent where that is not known.
+        /// The change of the size since the earlier capture; absent where that is not known.
         std::optional<std::int64_t> change;
         Trend trend = Trend::unknown;
         /// The change as a share of the largest one of the map, from 0 to 1.
         double strength = 0;
-        /// How many items it stands for.
+        /// How many items it stands for; 0 for the part of a folder that is not listed.
         std::size_t items = 1;
         /// The largest first. They may have less than `bytes` together, when not all of the folder
         /// is recorded by parts.
@@ -55,11 +55,11 @@ struct FolderMap {
 
     bool isEmpty() const { return tiles.empty() && unmeasured.empty(); }
 
-    /// The map of rows that stand side by side in the table, with the next level in them.
+    /// The map of the rows of one level of the table, with those of the next level as their parts.
     static FolderMap of(const std::vector<FolderInspectionRow>& rows);
 };
 
-/// "target", or "12 smaller items".
+/// "target", "12 smaller items", or "Not listed".
 std::string nameOf(const FolderMap::Tile& tile);
 /// "39.08 GB"
 std::string sizeOf(const FolderMap::Tile& tile);

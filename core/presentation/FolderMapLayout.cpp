@@ -12,7 +12,7 @@ namespace {
 using Tile = FolderMap::Tile;
 using Layout = FolderMapLayout;
 
-/// Without its parts, which have tiles of their own.
+/// A copy without the parts, which have tiles of their own.
 Tile withoutParts(const Tile& tile) {
     return {.id = tile.id,
             .name = tile.name,
@@ -23,7 +23,8 @@ Tile withoutParts(const Tile& tile) {
             .items = tile.items};
 }
 
-/// What the parts of a folder lack of its size, as a tile of its own; absent for nothing.
+/// The size of a folder that none of its listed parts has, as a tile of its own; absent when it is
+/// 0.
 std::optional<Tile> remainderOf(const Tile& folder) {
     std::int64_t listed = 0;
     for (const Tile& part : folder.parts)
@@ -35,12 +36,12 @@ std::optional<Tile> remainderOf(const Tile& folder) {
 
 struct Candidate {
     Layout::Placed placed;
-    /// Absent for a tile that stands for several.
+    /// Null for a tile that stands for several, and for the remainder.
     const Tile* source = nullptr;
 };
 
 /// The tiles of one level on a surface that is shared in proportion to their sizes: the large ones,
-/// and one for all others. `remainder` is a size that none of them has.
+/// and one for all others. `remainder` is a further tile for a size that none of them has.
 std::vector<Candidate> placedOn(const TreemapRectangle& surface, const std::vector<Tile>& tiles,
                                 std::optional<Tile> remainder, double smallestArea) {
     std::vector<std::int64_t> sizes;

@@ -27,11 +27,11 @@ struct FolderMapLayout {
 
     struct Placed {
         TreemapRectangle area;
-        /// Without parts.
+        /// The tile of the map, without its parts.
         FolderMap::Tile tile;
         /// The index of the folder that it is a part of; absent for a folder.
         std::optional<std::size_t> folder{};
-        /// Its parts are shown in it, so that only its header and its edge are its own.
+        /// True when its parts are shown in it, so that only its header and its edge are its own.
         bool isOpen = false;
         /// The identifiers of what it stands for when it combines several.
         std::vector<std::string> combined{};

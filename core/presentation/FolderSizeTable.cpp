@@ -20,7 +20,7 @@ using Table = FolderSizeTable;
 
 constexpr const char* unknownSize = "—";
 
-/// The name of a folder in the list of recommended folders, or else its recorded name.
+/// The fixed name of a folder of the system, or else the recorded name.
 std::string nameOf(const std::string& path, const std::string& recorded) {
     if (TrashFolder::is(path))
         return "Trash";

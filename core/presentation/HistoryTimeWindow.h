@@ -26,7 +26,7 @@ inline constexpr auto json::rawValues<HistoryTimeWindow> =
 std::string label(HistoryTimeWindow window, std::int64_t customDays);
 
 /// The start of the window that ends at `at`; an event at exactly that moment is outside.
-/// `customDays` is limited to 1 to 365. For `all` it is the distant past.
+/// `customDays` is limited to 1 to 365. For `all`, returns the distant past.
 Date cutoff(HistoryTimeWindow window, Date at, std::int64_t customDays);
 
 } // namespace tidemark

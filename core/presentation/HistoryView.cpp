@@ -35,10 +35,10 @@ bool isFile(MemoryRecord::Kind kind) {
 /// row, that of its newest record.
 class MemoryRows {
 public:
-    /// Keeps the rows of `place` and counts the rows of all three.
+    /// Keeps the rows of `place` and counts those of all three lists.
     explicit MemoryRows(WorkspaceDestination place) : listed(place) {}
 
-    /// Newest first.
+    /// Must be called with the newest events first.
     void add(const Shared<Event>& event) {
         const MemoryRecord& record = *event->memory;
         const std::string_view key = record.path ? *record.path : record.id;

@@ -22,7 +22,7 @@ struct HistoryPlace {
     std::set<WorkspaceDestination> systemFilters{};
     /// If empty, events of every category are shown.
     std::set<EventCategory> categoryFilters{};
-    /// One phrase, in any letter case.
+    /// One phrase that the events contain, in any letter case.
     std::string search{};
     /// True when a named snapshot is open. Then events of every workspace are shown.
     bool isInSnapshot = false;
@@ -54,8 +54,8 @@ HistoryView presentHistory(const MergedHistory& history, const HistoryPlace& pla
 /// clips.
 bool mayAppear(const HistoryPlace& place, const Event& event);
 
-/// Updates the counts of files, downloads and clips: all that events for which `mayAppear` is false
-/// can change.
+/// Updates the counts of files, downloads and clips. Enough where `mayAppear` is false for all
+/// events that were added or removed.
 void recountMemory(HistoryView& view, const MergedHistory& history, const HistoryPlace& place,
                    Date now);
 

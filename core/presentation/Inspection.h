@@ -13,7 +13,7 @@ namespace tidemark {
 struct InspectionRow {
     std::string label;
     std::string value;
-    /// True when the value is a name or a text of others, and no words of this program.
+    /// True when the value is a name or a recorded text, and not words of this program.
     bool isNamed = false;
 
     bool operator==(const InspectionRow&) const = default;
@@ -24,7 +24,7 @@ struct InspectionChange {
     std::string subject;
     std::string before;
     std::string after;
-    /// The difference in bytes; absent where it is none of sizes.
+    /// The difference in bytes; absent for a change of something else than a size.
     std::optional<std::int64_t> growth{};
     /// True when the subject is the name of a folder, a file, a program or a setting.
     bool isNamed = false;

@@ -32,7 +32,7 @@ struct MenuEntry {
     std::string symbol{};
     /// What `event` opens, and what `clip` shows, copies, pins or unpins.
     OptionalShared<Event> event{};
-    /// Of a clip.
+    /// True for a pinned clip.
     bool isPinned = false;
     bool isEnabled = true;
 

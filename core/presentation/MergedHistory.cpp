@@ -43,7 +43,8 @@ private:
     const Events::const_iterator end;
 };
 
-/// All lists are in the order `TimelinePresentation::isBefore`.
+/// The list `before` without `removed` and with `added`, of which only events that `belongs`
+/// accepts are used. All lists are in the order `TimelinePresentation::isBefore`.
 template <class Predicate>
 Events changedList(const Events& before, const Events& removed, const Events& added,
                    Predicate belongs) {

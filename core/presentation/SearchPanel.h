@@ -17,7 +17,7 @@ struct SearchPanelAction {
 
     /// `type` passes the key to the field, also when the list has the focus.
     Kind kind = Kind::type;
-    /// The number of results for `moveSelection`.
+    /// By how many results `moveSelection` moves.
     std::ptrdiff_t delta = 0;
 
     bool operator==(const SearchPanelAction&) const = default;

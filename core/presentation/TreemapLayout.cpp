@@ -15,7 +15,7 @@ namespace treemapLayout {
 
 namespace {
 
-/// How many times as large as the smallest tile one is that is not combined with others.
+/// A tile that is this many times as large as the smallest is not combined with others.
 constexpr double largeFactor = 4;
 
 /// The indices of the sizes above zero, the largest first.
@@ -29,7 +29,7 @@ std::vector<std::size_t> largestFirst(std::span<const std::int64_t> sizes) {
     return order;
 }
 
-/// Sizes may be so large that their sum is no whole number of 64 bits.
+/// A floating-point sum, because the sum of all sizes may not fit into 64 bits.
 double sumOf(std::span<const std::int64_t> sizes, std::span<const std::size_t> of) {
     return std::accumulate(of.begin(), of.end(), 0.0, [&](double sum, std::size_t index) {
         return sum + static_cast<double>(sizes[index]);
@@ -58,8 +58,8 @@ std::size_t rowLength(std::span<const double> areas, double side) {
 }
 
 /// Lays one row at the left, or at the top where what is left is higher than wide, and takes it off
-/// `left`. The last tile of a row and the last row end where their surroundings do, whatever was
-/// rounded.
+/// `left`. The last tile of a row and the last row end exactly where their surroundings do, so that
+/// rounding leaves no gap.
 void layRow(std::span<const double> areas, std::span<TreemapRectangle*> tiles,
             TreemapRectangle& left, bool isLast) {
     const double sum = std::accumulate(areas.begin(), areas.end(), 0.0);

@@ -6,7 +6,7 @@
 
 namespace tidemark {
 
-/// A rectangle in the unit of whoever asks for it; `y` grows downwards.
+/// A rectangle in a unit that the caller chooses; `y` grows downwards.
 struct TreemapRectangle {
     double x = 0;
     double y = 0;
@@ -19,7 +19,7 @@ struct TreemapRectangle {
     bool contains(double atX, double atY) const {
         return atX >= x && atX < right() && atY >= y && atY < bottom();
     }
-    /// Without a margin on every side; empty where it is not larger than that.
+    /// The rectangle without a margin on every side; empty where the margins take all of it.
     TreemapRectangle inset(double margin) const;
 
     bool operator==(const TreemapRectangle&) const = default;
@@ -38,7 +38,8 @@ std::vector<TreemapRectangle> rectangles(std::span<const std::int64_t> sizes,
 
 /// Which sizes have a tile of their own when none may have less than `smallest` of an area: the
 /// indices, the largest size first, equal ones in their order. All others share one tile. Where
-/// that would be smaller still, the next size joins them, unless its tile is large.
+/// that tile would have less than `smallest`, too, the next size joins them, unless its tile is
+/// large.
 std::vector<std::size_t> withOwnTile(std::span<const std::int64_t> sizes, double area,
                                      double smallest);
 

@@ -18,8 +18,8 @@ struct WindowOption {
     bool operator==(const WindowOption&) const = default;
 };
 
-/// All windows in their order. A `range` that is no raw value shows all of the history, so that is
-/// what is selected then.
+/// All windows in their order. A `range` that is no raw value shows the whole history, so `all` is
+/// selected for it.
 std::vector<WindowOption> windowOptions(std::string_view range, std::int64_t customDays);
 
 } // namespace tidemark

@@ -49,7 +49,7 @@ std::expected<StorageTraversal::Result, StorageMeasurementFailure>
 walkInBatches(StorageTraversal& walk, const WalkBudget& budget, Clock& clock,
               const std::stop_token& stop, WalkBatch& batch, const BatchPause& pause);
 
-/// As above, with a new batch, and with pauses in which nothing is done but wait.
+/// As above, with a new batch, and with pauses that only wait.
 std::expected<StorageTraversal::Result, StorageMeasurementFailure>
 walkInBatches(StorageTraversal& walk, const WalkBudget& budget, Clock& clock,
               const std::stop_token& stop);

@@ -226,7 +226,7 @@ ComponentStorageScanner::collectLocked(Lock& lock, const std::vector<StorageMeas
 
 /// Waits with the lock released, so that other calls can run. False when stopped.
 bool ComponentStorageScanner::rest(Lock& lock, double seconds, const std::stop_token& stop) {
-    // Saves the items before a long walk without waiting for its end.
+    // Saves what was measured before a long walk without waiting for the end of that walk.
     if (cache.isSaveDue(clock.monotonicSeconds()))
         cache.save();
     const auto pause = [&] {

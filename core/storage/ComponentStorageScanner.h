@@ -76,7 +76,7 @@ private:
     struct Cursor {
         /// The item in the state in which the walk was started.
         Shared<StorageMeasurementItem> item;
-        /// Shared, because another call may drop the cursor in a pause of its own walk.
+        /// Shared, because another call may drop the cursor while the walk pauses.
         std::shared_ptr<StorageTraversal> walk;
         /// Whether it replaced a walk that began before the item changed.
         bool startedAnew = false;

@@ -83,7 +83,8 @@ std::optional<StorageTraversal::Result> StorageTraversal::step() {
 }
 
 void StorageTraversal::rest(const std::stop_token& stop) {
-    // As many names as the limit still allows, and the one that then ends the walk.
+    // As many names as the limit still allows, and one more, which ends the walk when it is
+    // visited.
     const auto most = std::max<std::int64_t>(entryLimit - visited, 0) + 1;
     for (std::int64_t read = 0; reading && read < most; read += readAhead) {
         if (read >= readAfterStop && stop.stop_requested()) {
@@ -193,8 +194,8 @@ void StorageTraversal::forgetEntries() {
 std::optional<StorageTraversal::Result> StorageTraversal::visitNext() {
     const char* name = entryNames.c_str() + entries[nextEntry++].nameStart;
     const auto status = here.status(name);
-    // Only now is known of some entries that they are folders, since not every file system lists
-    // the type. A folder is counted when it is entered.
+    // Not every file system lists the types of entries, so only now some are found to be folders. A
+    // folder is counted when it is entered.
     const bool isFolder = status && status->isDirectory();
     if (!isFolder && !countEntry())
         return failure(StorageMeasurementFailure::entryLimit);

@@ -60,7 +60,7 @@ public:
     std::int64_t count() const { return visited; }
     /// The finished subfolders.
     const CompletedFolders& completedSizes() const { return completed; }
-    /// Moves the finished subfolders out. Only after the walk has ended.
+    /// Moves the finished subfolders out. Call it only after the walk has ended.
     CompletedFolders takeCompletedSizes() { return std::move(completed); }
 
 private:

@@ -76,7 +76,8 @@ bool hasMountOption(std::string_view options, std::string_view sought) {
 
 namespace {
 
-/// 36 35 98:0 /mnt1 /mnt2 rw,noatime master:1 - ext3 /dev/root rw,errors=continue
+/// Parses a line such as
+/// "36 35 98:0 /mnt1 /mnt2 rw,noatime master:1 - ext3 /dev/root rw,errors=continue".
 std::optional<MountEntry> entryOf(std::string_view line) {
     const auto fields = words(line);
     const auto separator = std::ranges::find(fields, "-");

@@ -36,7 +36,7 @@ bool hasMountOption(std::string_view options, std::string_view sought);
 
 /// The mount that contains the file at the canonical path `path`, whose device number is `device`:
 /// the one with the deepest mount point above the path, and the latest of several there; but if its
-/// device number is not `device`, the latest mount above the path whose device number is.
+/// device number is not `device`, the latest mount above the path that has this device number.
 std::optional<MountEntry> mountOf(const std::vector<MountEntry>& table, std::string_view path,
                                   std::string_view device);
 

@@ -128,7 +128,7 @@ std::optional<bool> isInternal(fs::path device) {
     }
     if (device.native().find("/usb") != std::string::npos)
         return false;
-    // A partition has no such file, but its disk, the folder above, does.
+    // A partition has no file "removable", but the folder above, which is its disk, has one.
     for (const fs::path& disk : {device, device.parent_path()})
         if (const std::string removable = systemFile(disk / "removable"); !removable.empty())
             return !removable.starts_with('1');

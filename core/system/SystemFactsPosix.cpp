@@ -12,7 +12,7 @@ namespace tidemark::SystemFacts {
 
 namespace {
 
-/// getpwuid_r(3). "/" for a user without an entry, as in some containers.
+/// The folder that getpwuid_r(3) returns; "/" for a user without an entry, as in some containers.
 std::string homeInUserDatabase() {
     std::vector<char> buffer(16'384);
     passwd entry{};

@@ -127,7 +127,7 @@ void compareApplications(const Snapshot& previous, const Snapshot& current,
             changes.push_back(change::ApplicationUpdated{{*before, *after}});
             return;
         }
-        // Both at the same path: another application has replaced it.
+        // If there are both, another application has replaced the one at this path.
         if (before)
             changes.push_back(change::ApplicationRemoved{{*before}});
         if (after)
@@ -179,7 +179,7 @@ void compareFolders(const Snapshot& previous, const Snapshot& current,
             continue;
         const Shared<FolderSize>& before = *found;
         // A size that was added up over several captures can't be compared with one measured at
-        // once, but that the Trash was emptied can be seen from either.
+        // once, but the number of items shows whether the Trash was emptied.
         if (before->rollingMeasurement.value_or(false)
             != after->rollingMeasurement.value_or(false)) {
             if (wasEmptied(*before, *after))
