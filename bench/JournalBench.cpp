@@ -54,7 +54,7 @@ double secondsToLoad(const fs::path& document) {
     return seconds([&] { journal = JournalStore(document).load(); });
 }
 
-/// As a generic tree, from bytes in memory.
+/// Seconds to parse the document as a generic tree, from bytes in memory.
 double secondsToParse(const fs::path& document) {
     const std::string bytes = readFile(document);
     nlohmann::json tree;

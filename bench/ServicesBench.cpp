@@ -16,7 +16,7 @@ namespace fs = std::filesystem;
 namespace {
 
 constexpr int rounds = 21;
-/// As a desktop has them: one unit file in three can be the start of something.
+/// As many unit files of each kind as on a desktop.
 constexpr int services = 330;
 constexpr int timers = 40;
 constexpr int sockets = 60;

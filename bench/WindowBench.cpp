@@ -24,12 +24,12 @@ namespace {
 
 constexpr int frames = 300;
 constexpr int letters = 20;
-/// Until a process that has started is idle and its idle threads have ended, whose waits would be
-/// missing in the sum; and for how long it is then watched.
+/// How long to wait until a started process is idle and its idle threads have ended: the waits of a
+/// thread that ends while they are counted would be missing. Then, for how long they are counted.
 constexpr double settlingSeconds = 45;
 constexpr double idleSeconds = 30;
 
-/// All but the journal, which is in the folder.
+/// A history at its limits except its journal, which the folder already has.
 demo::MadeUpHistory historyAtItsLimits(Date now) {
     demo::MadeUpHistory history;
     for (int i = 0; i < 2000; ++i) {
@@ -170,7 +170,7 @@ void measureProcesses(const std::filesystem::path& home) {
     bench::row("memory of the recorder without windows", headless.megabytes, "MB");
     bench::row("memory above that with a window", shown.megabytes - headless.megabytes, "MB", 60);
     bench::row("wakeups in 30 s without windows", headless.wakeups, "");
-    // The scheduler's minute may fall into one of them.
+    // The check that the scheduler makes each minute may fall into one of the two periods.
     bench::row("wakeups above that with the window hidden", hidden.wakeups - headless.wakeups, "",
                3);
 }

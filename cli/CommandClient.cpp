@@ -29,8 +29,9 @@ namespace {
 /// five seconds.
 constexpr int folderAttempts = 50;
 constexpr std::chrono::milliseconds folderPause{100};
-/// How many times a command that only a running program can carry out asks for one while another
-/// process has the data folder: as long as the program with windows takes at most to get it.
+/// How many times a command that only a running program can carry out looks for one while another
+/// process has the data folder. With the pauses in between, that takes as long as the program with
+/// windows needs at most to lock the folder.
 constexpr int programAttempts = 150;
 /// When a recorder hands over, the data folder is free for less than this many pauses.
 constexpr int mostFreePauses = 3;
@@ -55,8 +56,8 @@ struct PendingCommand {
     RecorderPlaces places = RecorderPlaces::current();
 };
 
-/// The answer of the running recorder; absent when none is running, also when one ends meanwhile
-/// and the command can be repeated.
+/// The answer of the running recorder; absent when none is running, and when it ends without an
+/// answer to a command that only reads.
 std::optional<ControlAnswer> askRecorder(const PendingCommand& pending) {
     ControlClient::Patience patience;
     if (pending.invocation->isReading())
@@ -74,7 +75,7 @@ std::optional<ControlAnswer> askRecorder(const PendingCommand& pending) {
 }
 
 /// The answer of a program that is about to begin, or of the one that takes over from a recorder
-/// that ends: each has locked the data folder for a moment without listening. Absent when no
+/// that ends: either has locked the data folder for a moment before it listens. Absent when no
 /// program is there.
 std::optional<ControlAnswer> awaitProgram(const PendingCommand& pending) {
     int freePauses = 0;
@@ -175,7 +176,7 @@ ControlAnswer carryOutAlone(PendingCommand pending) {
         Qt::QueuedConnection);
     QCoreApplication::exec();
     recorder.model().stopAutomaticCaptures();
-    // Only after this has ended it is known whether the memory history could be saved.
+    // Whether the memory history could be saved is known only after its writer has ended.
     recorder.tasks().start(recorder.memoryHistory().writer());
     recorder.tasks().drain();
     reportProblem(recorder.preferences(), failure);

@@ -11,8 +11,8 @@ namespace tidemark::sessionService {
 /// The service of this system. Throws `Error` where this release has none.
 std::unique_ptr<RecorderService> ofSystem();
 
-/// Whether the service waits until another process, such as a program with windows, has ended,
-/// which records into the data folder.
+/// Whether the service waits for the end of another process that records into the data folder, such
+/// as the program with windows.
 bool isWaiting(const RecorderService::Status& status);
 
 /// The status as a sentence with a line break.

@@ -10,7 +10,7 @@ DesktopApplication::DesktopApplication(RecorderPlaces where)
 DesktopApplication::~DesktopApplication() = default;
 
 QCoro::Task<void> DesktopApplication::start(Recorder& recorder) {
-    // What fails there, the window shows.
+    // The window shows what fails there.
     co_await recorder.model().start();
 }
 

@@ -23,7 +23,7 @@ private:
     static QCoro::Task<void> start(Recorder& recorder);
 
     Recorder recorder;
-    /// After the recorder that it listens for, and before it is gone.
+    /// Declared after the recorder that it uses, so that it is destroyed first.
     RunningRecorder running;
 };
 

@@ -37,7 +37,7 @@ DesktopWindows::DesktopWindows(Recorder& used)
             .shortcut = shortcut}),
       search([this] { return recorder.model().history().history(); }, viewSettings),
       trayHost(desktopServices::trayHost([this](bool isThere) { setTrayHost(isThere); })) {
-    // Decided in `closed`: Qt would end the program while the icon is there.
+    // `closed` decides this: Qt would end the program even while the icon is shown.
     QApplication::setQuitOnLastWindowClosed(false);
     connect(qApp, &QGuiApplication::lastWindowClosed, this, &DesktopWindows::closed);
     connect(qApp, &QGuiApplication::applicationStateChanged, this,

@@ -50,7 +50,7 @@ private:
     const std::unique_ptr<LoginLaunchController> login;
     WorkspaceWindow window;
     TrayCompanion tray;
-    /// While the icon is made or removed.
+    /// True while the icon is being made or removed.
     bool changesTray = false;
     SearchPanelView search;
     /// Made when it is opened for the first time.

@@ -34,7 +34,7 @@ constexpr int neededDescriptors = 32;
 constexpr int folderAttempts = 150;
 constexpr std::chrono::milliseconds folderPause{100};
 
-/// The service to start again when this program ends, however it ends.
+/// The service to start again when this program ends by exit(3).
 std::string& serviceToRestart() {
     static std::string name;
     return name;
@@ -71,7 +71,7 @@ void complain(const char* sentence) {
     std::fprintf(stderr, "tidemark-desktop: %s\n", oneLine(sentence).c_str());
 }
 
-/// When the display is lost, Qt ends the process by exit(3), which runs this as well.
+/// Has the service started by exit(3), by which Qt ends the process when the display is lost, too.
 void restartServiceAtExit(const std::string& service) {
     if (service.empty())
         return;

@@ -8,7 +8,7 @@ namespace {
 
 using Words = std::vector<std::string>;
 
-/// "--option=value" consists of three words there, since readline breaks words at "=".
+/// In COMP_WORDS, "--option=value" is three words, since readline breaks words at "=".
 constexpr std::string_view start = R"bash(
     local word=${COMP_WORDS[COMP_CWORD]} before=${COMP_WORDS[COMP_CWORD-1]}
     local command='' offered=() paths=false candidate i
@@ -48,7 +48,8 @@ std::string offer(const Words& words, bool takesPath) {
     return "offered=(" + joined(words, " ") + ")" + (takesPath ? " paths=true" : "");
 }
 
-/// Adds the second word of a command only to its first, and no other word to either.
+/// Shell code that finds the command: it adds a word only where that makes the name of a command,
+/// and ignores all other words.
 std::string recognition(const std::vector<Continuation>& places) {
     Words commands;
     for (const auto& place : places)

@@ -35,7 +35,8 @@ std::string listText(const CoverageList& list, const std::vector<std::string>& r
     return out;
 }
 
-/// Captures dated after `now`, made when the clock was ahead, are not part of the report.
+/// A line about the captures dated after `now`, which were made while the clock was ahead and are
+/// not part of the report.
 std::string futureLine(const std::vector<Date>& future, const Calendar& calendar) {
     if (future.empty())
         return {};

@@ -12,7 +12,7 @@ namespace tidemark::diagnosis {
 
 namespace {
 
-/// Less is too little for a journal at its limits and the copy that replaces it.
+/// Fewer free bytes are too few for a journal at its limits and the copy that replaces it.
 constexpr std::int64_t littleSpace = 200'000'000;
 constexpr std::size_t labelWidth = 26;
 constexpr double allowedClockError = 60;

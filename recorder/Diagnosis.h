@@ -37,7 +37,7 @@ struct Diagnosis {
     std::int64_t secondsEastOfUTC = 0;
     /// Whether the service is turned on and runs, as a sentence.
     std::string service;
-    /// Its problems are without private details here.
+    /// The answer to "status", with private details taken out of its problems.
     RecorderStatus recorder;
     /// What the last capture found, and what it could not read.
     std::vector<MonitorStatus> collectors;

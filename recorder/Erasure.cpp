@@ -147,7 +147,7 @@ class ErasureSearch {
 public:
     explicit ErasureSearch(Erasure& result) : result(result) {}
 
-    /// Whose a folder is.
+    /// Who has files in a folder.
     enum class Folder { own, ofSeveralRecorders, ofOthers };
 
     /// `subfolders` have searches of their own.

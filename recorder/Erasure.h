@@ -24,7 +24,7 @@ public:
         std::int64_t bytes = 0;
     };
 
-    /// Looks what is there. `loginItem` is the file that starts the program at login, if there is
+    /// Finds what is there. `loginItem` is the file that starts the program at login, if there is
     /// such a file. Throws `Error` for the first thing that could not be removed: a link or a
     /// folder in the place of a document, a folder that can't be read or changed.
     static Erasure of(const RecorderPlaces& places,

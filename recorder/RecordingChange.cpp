@@ -9,13 +9,13 @@ namespace {
 
 /// Stores the mode for the next recorder. Throws `Error` when that fails.
 void storeForNextRecorder(Preferences& preferences, RecordingMode mode, bool wasPaused) {
-    // When the settings were lost, the pause that is assumed has not been stored.
+    // After the settings were lost, recording counts as paused although no pause is stored.
     if (mode == RecordingMode::paused || wasPaused)
         preferences.note(preferenceKeys::needsRecordingBaseline.name, true);
     if (!preferences.set(preferenceKeys::recordingMode.name, std::string(rawValue(mode))))
         throw Error(preferences.problem().value_or("The recording mode could not be stored."));
-    // Only after the mode is stored, or a pause assumed after lost settings could end
-    // unintentionally.
+    // Removed only after the mode is stored: otherwise a failure could end the pause that is
+    // assumed after lost settings.
     preferences.remove(preferenceKeys::settingsLost.name);
 }
 

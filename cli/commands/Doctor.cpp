@@ -82,7 +82,7 @@ private:
     static std::int64_t secondsEastOfUTC(Date now) {
         const auto local = Calendar().clockAt(now).time_since_epoch();
         const auto seconds = static_cast<std::int64_t>(now.secondsSince1970());
-        // Both are rounded to seconds, and offsets are whole minutes.
+        // Both times are rounded to seconds, and offsets are whole minutes.
         return (local.count() - seconds + 30) / 60 * 60;
     }
 
@@ -135,7 +135,7 @@ private:
             std::ranges::transform(last.coverage.issues, std::back_inserter(found.issues),
                                    withoutFolderName);
         } catch (const Error&) {
-            // It is reported with the documents.
+            // The error is reported with the documents.
         }
     }
 
@@ -175,7 +175,7 @@ private:
 
 int doctor(const DoctorOptions& options) {
     const QtApplication application;
-    // What can't be asked is in the output.
+    // Nothing is logged: the output itself says what could not be asked.
     QLoggingCategory::setFilterRules("*=false");
     const Diagnosis found = Examination().diagnose();
     console::print(options.json ? json::encoded(found) + "\n" : diagnosis::text(found));

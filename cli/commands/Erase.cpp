@@ -20,8 +20,8 @@ namespace tidemark {
 
 namespace {
 
-/// How many times the data folder is tried to be locked after the recorder was asked to end. With
-/// the pauses in between, that takes fifteen seconds; a recorder ends within ten.
+/// How many times the command tries to lock the data folder after it asked the recorder to end.
+/// With the pauses in between, that takes fifteen seconds; a recorder ends within ten.
 constexpr int folderAttempts = 150;
 constexpr std::chrono::milliseconds busyFolderPause{100};
 
@@ -33,7 +33,7 @@ struct EraseOptions {
     }
 };
 
-/// Whether the service runs or starts with the session; without a service manager neither. Throws
+/// Whether the service runs or starts with the session; false without a service manager. Throws
 /// when it starts with the session and can't be turned off, since it would begin a new history.
 bool hasService() {
     const auto service = systemServices::recorderService();

@@ -34,7 +34,7 @@ struct RunOptions {
     }
 };
 
-/// How often the data folder is tried while another process has it.
+/// The pause between two attempts to lock the data folder while another process has it.
 constexpr std::chrono::seconds folderPause{5};
 /// EX_TEMPFAIL of sysexits.h: whoever started the program is to start it again.
 constexpr int leftToAnother = 75;

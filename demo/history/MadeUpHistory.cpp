@@ -13,7 +13,8 @@ namespace tidemark::demo {
 namespace {
 
 constexpr double interval = 30 * minute;
-/// Captures every half hour for so many days before the last one; before that only around changes.
+/// How many days before the last one have a capture every half hour; earlier days have captures
+/// only around changes.
 constexpr int daysOfAllCaptures = 2;
 
 constexpr std::array<const char*, 8> installable{"Compass", "Easel", "Fountain", "Gallery",

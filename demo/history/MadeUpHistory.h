@@ -9,8 +9,8 @@
 
 namespace tidemark::demo {
 
-/// Half a year in the life of a made-up machine, with every kind of event. The same for the same
-/// end, but for identifiers.
+/// Half a year in the life of a made-up machine, with every kind of event. Two histories with the
+/// same end differ only in their identifiers.
 struct MadeUpHistory {
     static constexpr int days = 182;
 

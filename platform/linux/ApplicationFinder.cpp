@@ -39,7 +39,8 @@ std::optional<ClipApplication> ApplicationFinder::ofProgram(pid_t process) {
     const fs::path program = fs::read_symlink(folderOf(process) / "exe", error);
     if (error)
         return std::nullopt;
-    // Of a program that was replaced while it runs, as by an upgrade (proc_pid_exe(5)).
+    // The kernel appends this mark to the path of a program that was replaced while it runs, for
+    // example by an upgrade (proc_pid_exe(5)).
     constexpr std::string_view mark = " (deleted)";
     std::string name = program.filename().native();
     if (name.ends_with(mark))

@@ -11,9 +11,8 @@
 
 namespace tidemark {
 
-/// Makes launches and quits of applications from their instances, such as units and windows, which
-/// several sources may report. An application runs while it has an instance. Values in, values out;
-/// not thread-safe.
+/// Derives launches and quits of applications from their instances, such as units and windows,
+/// which several sources may report. An application runs while it has an instance. Not thread-safe.
 ///
 /// An application counts as launched when it still has an instance after some time: the second
 /// start of a program that allows one process only is an instance that ends at once, and is
@@ -47,7 +46,7 @@ private:
     struct Running {
         Application application;
         std::set<std::string> instances;
-        /// While it is not a launch yet: when it began, and when it settles.
+        /// A launch that has not been reported yet: when it began, and when it settles.
         std::optional<std::pair<Date, double>> launch;
     };
 

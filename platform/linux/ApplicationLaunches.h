@@ -33,8 +33,9 @@ public:
     void start(Report report) override;
     void stop() override;
 
-    /// For sources: an instance that existed before it was looked for, one that began at `moment`
-    /// and at `now` of the monotonic clock, and one that ended.
+    /// To be called by sources: `assume` for an instance that existed before the source was
+    /// started, `add` for one that began at `moment`, at `now` of the monotonic clock, and `remove`
+    /// for one that ended.
     void assume(const std::string& instance, const Application& application);
     void add(const std::string& instance, const Application& application, Date moment, double now);
     void remove(const std::string& instance, Date moment);

@@ -44,7 +44,7 @@ bool cutFromLast(std::string_view& text, char mark) {
     return true;
 }
 
-/// An identifier of its own, or a launcher and an identifier.
+/// The possible identifiers in a name: all of it, and what follows a launcher.
 std::vector<std::string> withoutLauncher(std::string_view name) {
     std::vector<std::string> identifiers{unescaped(name)};
     if (const auto dash = name.find('-'); dash != name.npos)

@@ -10,8 +10,8 @@ namespace tidemark {
 /// What the name of a unit of the user's service manager says about the application in it
 /// (https://systemd.io/DESKTOP_ENVIRONMENTS).
 struct ApplicationUnit {
-    /// Possible identifiers of its desktop entry, the most likely one first. Whether a name begins
-    /// with the launcher that started it can't be seen from it.
+    /// Possible identifiers of its desktop entry, the most likely one first. There are several
+    /// because a name does not tell whether it begins with a launcher or with the identifier.
     std::vector<std::string> identifiers;
     /// Whether the session started it, and not the user.
     bool isAutostart = false;

@@ -10,7 +10,7 @@
 namespace tidemark {
 
 /// Runs a blocking reading in the background whenever it is requested, one at a time: requests
-/// during a reading are answered by one more. Main thread only.
+/// during a reading cause one more reading after it. Main thread only.
 template <class Value>
 class BackgroundReading {
 public:

@@ -90,7 +90,7 @@ void BluezMonitor::stop() {
 }
 
 std::optional<std::string> BluezMonitor::absence() const {
-    // What the running service knows is more than the files of the machine say.
+    // The running service knows better than the files of the machine.
     if (hasAdapter == true)
         return std::nullopt;
     if (hasAdapter == false)
@@ -111,7 +111,7 @@ void BluezMonitor::forget() {
 
 void BluezMonitor::follow() {
     forget();
-    // Whatever was known is so no longer.
+    // What was known before is out of date.
     receive({});
     if (!service->isThere())
         return;

@@ -13,8 +13,8 @@ namespace tidemark {
 
 /// Radios and paired devices as BlueZ reports them (org.bluez, its doc/adapter-api.txt and
 /// doc/device-api.txt). After each signal that may concern them it reads all objects again, since
-/// signals about a device and its adapter arrive in any order. It changes nothing at BlueZ, and
-/// does not start it. While it does not run, the radio's state is not known. Main thread only.
+/// signals about a device and its adapter arrive in any order. It changes nothing in BlueZ and does
+/// not start it. While BlueZ does not run, the state of the radio is not known. Main thread only.
 class BluezMonitor final : public BluetoothSource {
 public:
     /// `bus` is called by each start.

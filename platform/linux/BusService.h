@@ -107,7 +107,7 @@ private:
     QDBusServiceWatcher watcher;
     QString uniqueName;
     State now = State::unknown;
-    /// Of `startOver`.
+    /// The pause before `startOver` calls `didChange`.
     QTimer pause;
     std::chrono::milliseconds nextPause = firstPause;
 };

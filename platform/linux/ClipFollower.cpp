@@ -7,7 +7,7 @@ namespace tidemark {
 void ClipFollower::replace(Item item) {
     drop();
     if (!clipRules::admits(item.origin, uses.excluded)) {
-        // A keeper may re-publish it under its own name.
+        // A clipboard keeper may offer the excluded item again under its own name.
         guard.noteMarked(uses.seconds());
         return;
     }

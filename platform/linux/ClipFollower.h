@@ -11,8 +11,8 @@
 
 namespace tidemark {
 
-/// An item on the clipboard, which another program supplies on request. The requests are answered
-/// later, with a time limit, and not any more after this object is destroyed.
+/// An item on the clipboard, which another program supplies on request. Requests are answered at
+/// once or later, within a time limit, and never after this object is destroyed.
 class OfferedItem {
 public:
     using TypesRead = std::function<void(std::optional<ClipTypeNames>)>;

@@ -8,7 +8,7 @@ namespace {
 
 constexpr std::array<std::string_view, 2> managers{"ext_data_control_manager_v1",
                                                    "zwlr_data_control_manager_v1"};
-/// The second version of wlr is the first one of ext.
+/// Version 2 of wlr is the same as version 1 of ext.
 constexpr std::uint32_t managerVersion = 2;
 
 // The tables refer to each other, so they are one object. It is never destroyed: another thread may

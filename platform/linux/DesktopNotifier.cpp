@@ -97,7 +97,7 @@ void DesktopNotifier::takeClosing(const QDBusMessage& signal) {
     if (!isAbout(signal, shown))
         return;
     shown = 0;
-    // While another one is being sent, it was the one before that was closed.
+    // While a notification is being sent, the closed one is the one before it.
     if (!isSending)
         current.reset();
 }

@@ -61,7 +61,7 @@ bool desktopServices::hasDisplay() {
 }
 
 std::unique_ptr<GlobalShortcut> desktopServices::searchShortcut(GlobalShortcut::Observer observer) {
-    // There an X server only has the keys that are pressed in windows of X11.
+    // In a Wayland session, the X11 server receives only keys that are pressed in X11 windows.
     if (!variable("WAYLAND_DISPLAY").empty())
         return std::make_unique<DesktopShortcut>(MessageBus::session(), std::move(observer));
     return std::make_unique<X11Shortcut>(std::move(observer));
@@ -85,7 +85,7 @@ std::optional<std::string> desktopServices::ownService() {
 }
 
 void desktopServices::startService(const std::string& name) {
-    // Called while the process ends, so without what Qt needs for that.
+    // Called while the process ends, when Qt can no longer start programs.
     std::string unit = name;
     std::array<std::string, 4> words{"systemctl", "--user", "start", "--no-block"};
     std::array<char*, 6> arguments{words[0].data(), words[1].data(), words[2].data(),

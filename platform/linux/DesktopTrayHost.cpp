@@ -12,7 +12,7 @@ DesktopTrayHost::DesktopTrayHost(const MessageBus& session, std::function<void(b
                                           }),
       embedder([this](bool isThere) {
           hasEmbedder = isThere;
-          // An icon that is a status notifier item stays one.
+          // With a host of status notifier items, the icon stays one of them.
           if (!hasNotifier)
               report();
       }) {}

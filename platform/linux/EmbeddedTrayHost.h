@@ -9,10 +9,9 @@
 
 namespace tidemark {
 
-/// Reports whether a program of the X display embeds the icons of others: the owner of the
-/// selection
-/// "_NET_SYSTEM_TRAY_S0" (https://specifications.freedesktop.org/systemtray-spec). Panels that have
-/// no status notifier items show icons in this way. Main thread only.
+/// Reports whether a program of the X11 display embeds the icons of others: it then owns the
+/// selection "_NET_SYSTEM_TRAY_S0" (https://specifications.freedesktop.org/systemtray-spec). Panels
+/// that have no status notifier items show icons in this way. Main thread only.
 class EmbeddedTrayHost final : public TrayHost {
 public:
     /// `changed` is called from the event loop, also when the selection gets another owner.

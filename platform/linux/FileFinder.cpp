@@ -23,13 +23,13 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// Of so many files that arrived from elsewhere the moment is remembered.
+/// The most files whose arrival from elsewhere is remembered.
 constexpr std::size_t mostArrivals = 2'000;
 /// Seconds by which the dates of files may be behind the clock: the kernel updates them less often.
 constexpr double dateTolerance = 1;
 /// Dates of a file that are no further apart, in seconds, are those of one write.
 constexpr double sameMoment = 1;
-/// How often `gio` is run for one report.
+/// The most runs of `gio` for one report.
 constexpr int mostQuestions = 200;
 
 double monotonicNow() {
@@ -267,7 +267,7 @@ IndexedFileObservation FileFinder::observation(const File& file, int& questions)
         return result;
     if (!file.isKnown)
         result.created = file.status->created;
-    // A file is modified when it is created, which says nothing more.
+    // Creating a file also sets its date of modification, which then says nothing more.
     if (!result.created || std::abs(file.status->modified - *result.created) > sameMoment)
         result.modified = file.status->modified;
     const auto arrival = arrivals.find(file.path.native());

@@ -104,7 +104,7 @@ FolderFileIndex::Places FolderFileIndex::Places::current() {
         auto folder = UserFolders::localized(kind).value_or(home / usualName);
         if (kind == downloadKind)
             places.downloads = folder;
-        // Not all of the home folder, nor a folder above it.
+        // Leaves out the home folder itself and the folders above it.
         if (folder != home && !isBelow(home.native(), folder.native()) && folder != "/")
             places.documents.push_back(std::move(folder));
     }

@@ -8,9 +8,9 @@
 #include <string_view>
 #include <vector>
 
-/// Walks through folders, the ones nearest to the first folders first. Left out are hidden files
-/// and folders, "node_modules", links, mounted volumes, unfinished downloads and the temporary
-/// files of editors.
+/// Walks through folders level by level, beginning with the start folders. Left out are hidden
+/// files and folders, "node_modules", links, mounted volumes, unfinished downloads and the
+/// temporary files of editors.
 namespace tidemark::folderWalk {
 
 /// Folders that lie deeper are not entered.

@@ -11,7 +11,7 @@ namespace tidemark {
 /// replaced, not created.
 class KnownFiles {
 public:
-    /// Of more files, the others count as not seen. They take about 40 bytes each.
+    /// Files beyond this number count as not seen. Each remembered file takes about 40 bytes.
     static constexpr std::size_t mostFiles = 200'000;
 
     /// Notes the path. Returns true when it was already noted before the last `finishRound`.

@@ -18,7 +18,7 @@ namespace tidemark {
 /// condition after each change (proc_pid_mountinfo(5)). Main thread only.
 ///
 /// Containers and packages mount and unmount often. So the table is read after such a change, in
-/// the background, and only another list of volumes is a change for the observer.
+/// the background, and the observer is called only if the list of volumes differs.
 class MountTableWatch final : public VolumeSource {
 public:
     MountTableWatch(userVolumes::Tables tables, std::function<void()> didChange);

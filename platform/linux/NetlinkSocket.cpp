@@ -34,7 +34,8 @@ NetlinkSocket::NetlinkSocket(Protocol protocol)
     if (!socket)
         throw Error(std::string("The kernel can't be asked by netlink: ") + std::strerror(errno)
                     + ".");
-    // Lets the kernel filter the routes of a table. Old kernels send all, which is checked as well.
+    // Lets the kernel filter the routes of a table. Old kernels send the routes of all tables, so
+    // the reader checks the table, too.
     set(socket.get(), SOL_NETLINK, NETLINK_GET_STRICT_CHK, 1);
     set(socket.get(), SOL_SOCKET, SO_RCVTIMEO, timeval{.tv_sec = 5, .tv_usec = 0});
 }

@@ -146,7 +146,7 @@ void NetworkManagerDevice::followPoint() {
     requestWhenChanged(path, wirelessInterface, QStringLiteral("ActiveAccessPoint"));
     if (!point.isEmpty())
         requestWhenChanged(point, pointInterface, nameProperty);
-    // It may have changed before the subscription.
+    // What is missing may have changed before the subscription.
     rereading.request();
 }
 

@@ -9,8 +9,8 @@ namespace tidemark {
 /// them; those in `otherwise` when it is empty or not set.
 std::vector<std::filesystem::path> pathList(const char* variable, const char* otherwise);
 
-/// The folders for data of all users, where packages put the files of their services. The first two
-/// always, as message buses look there whatever the session says.
+/// The folders for data of all users, where packages put the files of their services. Always begins
+/// with the two standard ones, because message buses look there whatever the session says.
 std::vector<std::filesystem::path> systemDataFolders();
 
 } // namespace tidemark

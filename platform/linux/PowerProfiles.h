@@ -11,8 +11,8 @@
 namespace tidemark {
 
 /// Reads the power profile in effect from power-profiles-daemon or one of its replacements
-/// (https://upower.pages.freedesktop.org/power-profiles-daemon). The mode is that of the profile
-/// "power-saver". Main thread only.
+/// (https://upower.pages.freedesktop.org/power-profiles-daemon). Low power mode is on while that
+/// profile is "power-saver". Main thread only.
 ///
 /// The daemon sets a profile when it starts, so it is never started from here. Newer daemons have
 /// two names at once; only the first of them is read then, or each change would count twice.

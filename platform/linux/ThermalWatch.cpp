@@ -28,7 +28,7 @@ void ThermalWatch::readEarly() {
 QCoro::Task<void> ThermalWatch::watch() {
     const auto hold = tasks.hold();
     while (!tasks.isStopping()) {
-        // Taken before, because what happens during the reading may not be in it.
+        // Taken before the reading, which may miss what happens while it runs.
         const auto sooner = early.get_token();
         co_await read();
         if (tasks.isStopping())

@@ -15,8 +15,8 @@
 namespace tidemark {
 
 /// Reads the thermal pressure from the kernel at intervals, in the background, and at once when the
-/// kernel reports that a trip was passed or the power daemon that it lowered the performance.
-/// Most zones report nothing, and messages may be lost, so that does not replace the intervals.
+/// kernel reports that a trip was passed or the power daemon that it lowered the performance. Most
+/// zones report nothing, and messages may be lost, so such reports do not replace the intervals.
 /// Main thread only.
 class ThermalWatch final : public ThermalSource {
 public:

@@ -105,7 +105,7 @@ void UnitApplications::follow() {
             false);
     });
     on(QStringLiteral("UnitRemoved"), [this](const auto& signal) { remove(nameIn(signal)); });
-    // Without it the manager sends no signals. It lasts as long as the connection.
+    // Without this call the manager sends no signals. It holds until the connection ends.
     manager->ask(unitsPath, unitsInterface, QStringLiteral("Subscribe"), {}, [](const auto&) {});
     list();
 }
@@ -131,11 +131,12 @@ void UnitApplications::add(const QString& name, const QString& path, bool isList
         return;
     Unit& unit = units[name];
     unit.path = path;
-    // What the session starts by itself the user has not launched.
+    // The user has not launched what the session starts by itself.
     unit.isAssumed = isListed || application->isAutostart;
     unit.application = *std::move(application);
     unit.number = ++lastNumber;
-    // A unit is new also when somebody only asks for it, and may become active later.
+    // The manager reports a unit as new even if somebody only asked for it; it may become active
+    // later.
     unit.changes = manager->subscribe(
         path, BusService::propertiesInterface, BusService::propertiesChanged,
         [this, name](const auto&) { readState(name); }, unitInterface);

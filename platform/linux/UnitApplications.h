@@ -15,9 +15,10 @@
 namespace tidemark {
 
 /// Applications by the units that desktops start them in, as the user's service manager reports
-/// them (org.freedesktop.systemd1, https://www.freedesktop.org/wiki/Software/systemd/dbus). Which
-/// application a unit has, its name and the desktop entries say. What a terminal starts, and what
-/// desktops start without a unit, is left to `WindowApplications`. Main thread only.
+/// them (org.freedesktop.systemd1, https://www.freedesktop.org/wiki/Software/systemd/dbus). The
+/// name of a unit and the desktop entries say which application it contains. What a terminal
+/// starts, and what desktops start without a unit, is left to `WindowApplications`. Main thread
+/// only.
 class UnitApplications final : public QObject, public ApplicationLaunches::Source {
 public:
     static constexpr std::string_view firstWord = "unit ";
@@ -43,7 +44,8 @@ private:
     struct Unit {
         QString path;
         ApplicationUnit application;
-        /// Whether it is active since before the service was followed.
+        /// True for a unit that existed when following began, and for one that the session started:
+        /// its application counts as running and not as launched.
         bool isAssumed = false;
         bool isActive = false;
         /// Its state was read.

@@ -152,7 +152,7 @@ std::optional<std::vector<fs::path>> read(const Tables& tables) {
     try {
         options = readFile(tables.options, mostBytes);
     } catch (const FileError&) {
-        // Exists only where libmount needs it.
+        // The table exists only where libmount needs it.
     }
     const User user{
         .home = SystemFacts::homeDirectory(),

@@ -17,7 +17,7 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr PipeReader::Times readTimes{.first = 1s, .next = 2s, .all = 10s};
-/// Of an item with more types than this they count as unknown, since a mark may be among them.
+/// The types of an item that has more than this count as unknown, since a mark may be among them.
 constexpr std::size_t mostTypes = 1024;
 
 } // namespace

@@ -69,7 +69,8 @@ const WaylandConnection::Global* WaylandConnection::global(std::string_view inte
 
 wl_proxy* WaylandConnection::bind(const Global& global, const wl_interface& interface,
                                   std::uint32_t version) {
-    // By the name that the compositor gives the interface: two protocols of one form share a table.
+    // Binds by the name that the compositor gives the interface, because protocols of the same form
+    // share one table.
     const auto bound = std::min(version, global.version);
     return wl_proxy_marshal_flags(reinterpret_cast<wl_proxy*>(registry), WL_REGISTRY_BIND,
                                   &interface, bound, 0, global.name, global.interface.c_str(),

@@ -10,7 +10,7 @@ namespace tidemark {
 
 namespace {
 
-/// With the name of the connector.
+/// The version that added the name of the connector.
 constexpr std::uint32_t outputVersion = 4;
 
 bool isTurned(std::int32_t transform) {
@@ -134,7 +134,7 @@ const xdgOutput::Listener WaylandDisplays::Output::logicalListener{
             self(data).logicalWidth = width;
             self(data).logicalHeight = height;
         },
-    // From the third version on it is not sent, and the output's own event follows.
+    // From version 3 on, the compositor sends the output's own event instead of this one.
     .done = [](void* data, wl_proxy*) { self(data).displays.publish(); },
     .name = [](void* data, wl_proxy*, const char* name) { self(data).connector = oneLine(name); },
     .description = [](void*, wl_proxy*, const char*) {},

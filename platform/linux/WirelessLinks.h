@@ -21,7 +21,7 @@ public:
     struct Places {
         /// The kernel's folder of network devices.
         std::filesystem::path devices = kernelRoutes::deviceFolder;
-        /// Whose files say which services the message bus may have.
+        /// The folders whose files say which services the message bus may have.
         std::vector<std::filesystem::path> dataFolders = systemDataFolders();
     };
 

@@ -24,7 +24,7 @@ X11Connection::Observer::~Observer() {
 }
 
 std::vector<std::uint32_t> X11Property::numbers() const {
-    // An empty one has no bytes to copy from.
+    // An empty property has no bytes to copy from.
     if (format != 32 || bytes.empty())
         return {};
     std::vector<std::uint32_t> numbers(bytes.size() / sizeof(std::uint32_t));

@@ -7,7 +7,7 @@ namespace tidemark {
 
 namespace {
 
-/// Of an item with more types than this they count as unknown, since a mark may be among them.
+/// The types of an item that has more than this count as unknown, since a mark may be among them.
 constexpr std::size_t mostOfferedTypes = 1024;
 
 /// Names of the protocol itself, which are among the targets (ICCCM 2.6.2).
@@ -108,7 +108,8 @@ void X11OfferedItem::wait(std::chrono::milliseconds most) {
 }
 
 void X11OfferedItem::finish(std::optional<X11Property> answer) {
-    // The wait is being ended by its own timer when the owner did not answer.
+    // Deleted later: when the owner did not answer, the timer that calls this has it as its
+    // context.
     if (waiting)
         waiting.release()->deleteLater();
     pieces.reset();

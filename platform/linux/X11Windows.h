@@ -8,8 +8,8 @@
 namespace tidemark {
 
 /// What the window manager of an X11 session publishes (Extended Window Manager Hints 1.5), and
-/// which applications windows belong to. A window may be gone when it is asked about; then there is
-/// none. Used on the thread of the connection.
+/// which applications windows belong to. A window may be gone when it is asked about; then the
+/// answer is empty. Used on the thread of the connection.
 class X11Windows {
 public:
     X11Windows(X11Connection& connection, ApplicationFinder& applications)

@@ -51,7 +51,7 @@ std::vector<Line> linesOf(const FolderAccess& folders) {
     return lines;
 }
 
-/// Adds whether each folder can be opened. May block on a network volume.
+/// The list as text, with whether each folder can be opened. May block on a network volume.
 std::string withAccess(const std::vector<Line>& lines, const std::stop_token& stop = {}) {
     std::set<fs::path> monitored;
     std::map<bool, std::string> groups;

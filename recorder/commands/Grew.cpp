@@ -33,8 +33,9 @@ struct GrewOptions {
 
 } // namespace
 
-/// In JSON. Not in the anonymous namespace: the members of a record with an optional one of these
-/// are counted by a conversion that clang would require to be defined here.
+/// A size in JSON. Not in the anonymous namespace: the codec counts the members of a record that
+/// has an optional of this type by a conversion that is only declared, and clang would require its
+/// definition in this file.
 struct SizeEntry {
     std::int64_t bytes = 0;
     Date measuredAt;

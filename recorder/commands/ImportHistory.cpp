@@ -31,7 +31,7 @@ QCoro::Task<ImportView> look(CommandContext& context, bool includeRoutine) {
     auto& imports = context.model().imports();
     const bool wasPresented = imports.importPresented;
     const bool isRead = co_await imports.previewImport();
-    // The command does not wait for a choice of the user.
+    // The preview presents the import view, which the command does not need.
     imports.importPresented = wasPresented;
     if (!isRead)
         throw Error(anotherOperation);

@@ -17,7 +17,8 @@ struct MemoryOptions {
     }
 };
 
-/// The records as their document has them, which keeps these contents in files of their own.
+/// The records without their contents, as in their document: it keeps the contents in separate
+/// files.
 std::vector<Shared<MemoryRecord>> withoutPayloads(std::vector<Shared<MemoryRecord>> records) {
     for (auto& record : records)
         if (record->payload) {

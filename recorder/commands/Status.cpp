@@ -72,7 +72,7 @@ QCoro::Task<std::string> status(CommandContext& context, const StatusOptions& op
     const auto& state = context.state();
     RecorderStatus status = stored(*state.journal(), context.preferences(), context.folders());
     status.running = context.isRunning;
-    // The mode in effect, which could not be stored if the disk is full.
+    // The mode in effect; the stored one may differ, for example if the disk is full.
     if (context.isRunning && state.loaded())
         status.mode = rawValue(*state.recordingMode);
     status.activity = context.model().recordingStatus();

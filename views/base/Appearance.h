@@ -29,7 +29,7 @@ private:
 
     const ViewSettings& settings;
     SystemAppearance system;
-    /// The palette of the desktop is in use, and no other.
+    /// True while the palette of the desktop is in use.
     bool isOfDesktop = true;
 };
 

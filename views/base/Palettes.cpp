@@ -12,7 +12,7 @@ struct Colors {
     QColor line;
     QColor accent;
     QColor onAccent = Qt::white;
-    /// Of what can't be used, and of hints in empty fields.
+    /// The share of the text colour in the text of disabled controls, and in hints in empty fields.
     double disabledStrength = 0.4;
     double hintStrength = 0.62;
 };

@@ -61,7 +61,7 @@ void RowPainter::drawText(const QRect& area, const QString& text, const QColor& 
                           Qt::TextElideMode elision) const {
     if (area.width() <= 0 || text.isEmpty())
         return;
-    // Measuring a text takes the longer, the longer it is, and no row is wider than this.
+    // Measuring a long text takes long, and no row is wide enough for more characters than this.
     const QString shown = elision == Qt::ElideRight ? text.left(mostCharacters) : text;
     const QString elided = QFontMetrics(font).elidedText(shown, elision, area.width());
     painter.setFont(font);

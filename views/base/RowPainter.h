@@ -16,7 +16,7 @@ public:
 
     bool isSelected() const { return option.state.testFlag(QStyle::State_Selected); }
     QColor strong() const;
-    /// Of second lines, and of what is repeated in every row.
+    /// The colour of second lines, and of what is repeated in every row.
     QColor dim() const;
     QColor accent() const;
 

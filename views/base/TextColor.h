@@ -18,7 +18,7 @@ inline QColor dimmed(QColor color) {
 inline QColor strong(const QStyleOptionViewItem& option) {
     if (option.state & QStyle::State_Selected)
         return option.palette.color(QPalette::HighlightedText);
-    // Also in a heading, which can't be selected and counts as disabled.
+    // The active colour even in a heading, which counts as disabled because it can't be selected.
     return option.palette.color(QPalette::Active, QPalette::Text);
 }
 

@@ -18,7 +18,7 @@ constexpr int lineIcon = 22;
 /// The largest scale of that size that the themes have.
 constexpr int largestScale = 3;
 
-/// With lines only, at least as large as `pixels` where the theme has that.
+/// The image drawn with lines, at least as large as `pixels` where the theme has that.
 QImage lineImage(std::string_view symbol, int pixels) {
     const QIcon icon = symbolIcon(symbol);
     if (icon.isNull())

@@ -91,7 +91,8 @@ void ExportDialog::save() {
         return;
     if (!file.endsWith(u'.' + suffix, Qt::CaseInsensitive)) {
         file += u'.' + suffix;
-        // The user was asked about a file of the other name.
+        // The file dialog asked whether to replace a file of the name without the suffix, not this
+        // one.
         if (QFile::exists(file))
             return tell(tr("%1 exists already.").arg(file));
     }

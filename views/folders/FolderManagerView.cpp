@@ -67,7 +67,7 @@ FolderManagerView::FolderManagerView(AppModel& controller, TaskScope& scope, QWi
     column->addWidget(labels::separator());
     auto* bottom = centred(foot());
     column->addWidget(bottom);
-    // Below the page, which a scroll bar moves.
+    // Keeps this row centred below the page, which moves aside for the scroll bar.
     auto* bar = area->verticalScrollBar();
     connect(bar, &QScrollBar::rangeChanged, bottom, [bar, bottom](int, int most) {
         bottom->setContentsMargins(0, 0, most > 0 ? bar->sizeHint().width() : 0, 0);
@@ -85,7 +85,7 @@ QWidget* FolderManagerView::page() {
     column->setSpacing(12);
     rows->setSpacing(6);
     message->hide();
-    // Until it is known which of them exist.
+    // Hidden until it is known which of the folders exist.
     suggestions->hide();
     column->addWidget(heading);
     column->addWidget(labels::note(wordsHere(FolderManagerPage::explanation)));
@@ -100,7 +100,7 @@ QWidget* FolderManagerView::page() {
     return page;
 }
 
-/// Always in sight, however many folders there are.
+/// The row below the page, which stays in sight however many folders there are.
 QWidget* FolderManagerView::foot() {
     auto* foot = new QWidget;
     auto* row = new QHBoxLayout(foot);
@@ -178,7 +178,7 @@ void FolderManagerView::addRow() {
     connect(row, &MonitoredFolderRow::monitorRequested, this, &FolderManagerView::monitor);
     connect(row, &MonitoredFolderRow::stopRequested, this, &FolderManagerView::stopMonitoring);
     rows->addWidget(row);
-    // It was made after what is below it.
+    // The row was made after the controls below it, so its place in the Tab order must be set.
     const auto [box, button] = row->controls();
     QWidget* before = shownRows.empty() ? area : shownRows.back()->controls().back();
     QWidget::setTabOrder(before, box);
@@ -187,8 +187,8 @@ void FolderManagerView::addRow() {
     shownRows.push_back(row);
 }
 
-/// The page may be gone when that is done. A failure is shown on it: `FolderAccess::message` has it
-/// only of some commands.
+/// The page may be gone when this has finished. A failure is shown on the page itself, because
+/// `FolderAccess::message` has the failures of some commands only.
 QCoro::Task<void> FolderManagerView::allow(QPointer<FolderManagerView> view, Wanted wanted) {
     const auto hold = view->tasks.hold();
     const FolderAccess::PurposesOf purposesOf = [&wanted](const std::filesystem::path& path) {

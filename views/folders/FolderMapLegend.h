@@ -25,7 +25,7 @@ protected:
 private:
     int lineHeight() const;
     int widthOf(const QString& entry) const;
-    /// Of each entry, from the leading edge.
+    /// The place of each entry, measured from the leading edge.
     std::vector<QPoint> placesIn(int width) const;
 };
 

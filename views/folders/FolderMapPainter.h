@@ -18,7 +18,7 @@ public:
         QPalette palette;
         QFont font;
         Qt::LayoutDirection direction = Qt::LeftToRight;
-        /// Changes are shown.
+        /// True when changes are shown.
         bool isCompared = true;
     };
 

@@ -28,7 +28,7 @@ public:
 
 Q_SIGNALS:
     void leaveRequested();
-    /// One of those without an area.
+    /// The user chose a folder that has no area in the map, because its size is not known.
     void unmeasuredChosen(const QString& id);
 
 protected:

@@ -71,7 +71,7 @@ void FolderTree::drawRow(QPainter* painter, const QStyleOptionViewItem& styled,
     QTreeView::drawRow(painter, styled, index);
 }
 
-/// The style fills this part of a selected row to the edge.
+/// Draws the panel over this part of a row, which the style fills to the edge when it is selected.
 void FolderTree::coverBranches(QPainter& painter, const QRect& rect,
                                const QModelIndex& index) const {
     QStyleOptionViewItem option;

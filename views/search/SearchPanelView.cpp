@@ -175,8 +175,8 @@ void SearchPanelView::dismiss() {
 }
 
 void SearchPanelView::endSearch() {
-    // A search that runs ends in the event loop, which must not find it here any more: what is
-    // queued, such as the end of the search after the panel was hidden, may come first.
+    // Taken out first: destroying a running search handles events, and a queued one, such as
+    // another call of this after the panel was hidden, must not find the search here any more.
     const auto ended = std::exchange(search, nullptr);
 }
 
@@ -250,7 +250,7 @@ void SearchPanelView::changeEvent(QEvent* event) {
 void SearchPanelView::hideEvent(QHideEvent* event) {
     QWidget::hideEvent(event);
     wasActive = false;
-    // Later, since it may be what just chose an event.
+    // Later, since the search itself may be what called this when an event was chosen.
     QMetaObject::invokeMethod(
         this,
         [this] {

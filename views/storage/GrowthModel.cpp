@@ -13,7 +13,7 @@ namespace {
 using Trend = FolderSizeTable::Trend;
 using Roles = FolderSizeModel;
 
-/// The internal number of a top row; a part has that of its item and 1.
+/// The internal number of a top row; that of a part is the row of its item plus 1.
 constexpr quintptr ofItem = 0;
 
 int trendOf(std::int64_t change) {

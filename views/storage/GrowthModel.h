@@ -30,7 +30,7 @@ public:
     QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
 
 private:
-    /// The place of the item in the report, also of that of a part.
+    /// The place in the report of the item at an index; for a part, that of its item.
     static std::size_t placeOf(const QModelIndex& index);
     const GrowthItem& itemAt(const QModelIndex& index) const;
     static QVariant itemData(const GrowthItem& item, const growthText::Row& row, int column,

@@ -85,8 +85,9 @@ QColor StorageChartPainter::accent() const {
     return look.palette.color(QPalette::Active, QPalette::Highlight);
 }
 
-/// On the background and without transparency: Qt hands each high and translucent rectangle to a
-/// pool of threads and waits for it, which takes many times as long as drawing.
+/// The colour mixed with the background, instead of a transparent one: Qt hands each high and
+/// translucent rectangle to a pool of threads and waits for it, which takes many times as long as
+/// drawing.
 QColor StorageChartPainter::surface(const QColor& color, double share) const {
     return folderMapColors::mixed(look.palette.color(QPalette::Active, QPalette::Base), color,
                                   share);
@@ -221,7 +222,7 @@ void StorageChartPainter::drawAreas() const {
     const QColor color = surface(accent(), areaStrength);
     const auto bottom = static_cast<int>(std::lround(layout.bottom));
     for (const auto& line : layout.lines) {
-        // The stroke at the end of a line is wider than what it ends.
+        // The last stroke of a line is drawn beyond its last point; the surface ends at the point.
         const auto end = static_cast<int>(std::lround(line.back().x));
         for (const auto& run : chartColumns::of(line, lineWidth))
             fill({run.left, std::min(run.right, end), run.bottom, bottom}, color);

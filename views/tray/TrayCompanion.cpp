@@ -92,7 +92,7 @@ void TrayCompanion::refresh() {
 
 void TrayCompanion::build(const std::vector<MenuEntry>& content) {
     menu->clear();
-    // The submenus of clips.
+    // `clear` leaves the submenus of the clips.
     qDeleteAll(menu->findChildren<QMenu*>(Qt::FindDirectChildrenOnly));
     for (const auto& entry : content)
         add(entry);

@@ -59,7 +59,7 @@ private:
     /// One refresh for all changes of one turn of the event loop.
     QTimer refreshing;
     std::unique_ptr<QMenu> menu;
-    /// Before its menu is gone.
+    /// Declared after its menu, so that it is destroyed first.
     std::unique_ptr<QSystemTrayIcon> icon;
     std::vector<MenuEntry> shown;
     std::string symbol;

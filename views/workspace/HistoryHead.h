@@ -43,7 +43,7 @@ protected:
     void resizeEvent(QResizeEvent* event) override;
 
 private:
-    /// With a text where there is room for it.
+    /// Shows the button of the coverage report as far as there is room and reason for it.
     void showCoverage();
 
     bool hasCoverageProblems = false;

@@ -64,7 +64,7 @@ DimLabel* nameLabel(const std::string& text, bool isNamed = false) {
     return wrapping(new DimLabel(isolated(shortened(text, isNamed))));
 }
 
-/// Of a fixed text, none of whose words is cut off in a narrow window.
+/// A label of a fixed text, none of whose words is cut off in a narrow window.
 DimLabel* wordsLabel(const std::string& text) {
     auto* made = nameLabel(text);
     int longest = 0;

@@ -17,7 +17,7 @@ namespace {
 
 constexpr int inspectorMargin = 20;
 constexpr int inspectorSymbolSide = 33;
-/// A title is as long as the name of a file can be, or a clip.
+/// The limit of a title, which can be the name of a file or the text of a clip.
 constexpr qsizetype mostCharacters = 300;
 
 QString headText(const std::string& text) {

@@ -19,7 +19,7 @@ public:
 
 Q_SIGNALS:
     void retryTriggered(tidemark::WorkspaceMessage::Retry retry);
-    /// The user has read the message that is not about a failure.
+    /// The user closed a message that is not about a failure.
     void noticeClosed();
 
 private:

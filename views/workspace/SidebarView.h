@@ -37,7 +37,7 @@ protected:
 private:
     void reportChoice(const QModelIndex& index);
     void showMenu(const QPoint& position);
-    // What the list does not do itself; true when it was done.
+    // Handles what the list does not do itself; returns true when it did.
     bool press(const QKeyEvent& key);
     bool press(const QMouseEvent& mouse);
 

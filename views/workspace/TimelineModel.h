@@ -31,7 +31,7 @@ public:
 
     using QAbstractListModel::QAbstractListModel;
 
-    /// `now` is what "Today" is meant against.
+    /// `now` determines which day is "Today".
     void show(const TimelinePresentation& presentation, Date now,
               const std::vector<GapRow>& gaps = {});
     /// Folds the gaps of the day of this row, or unfolds them, when shown next. False for a row

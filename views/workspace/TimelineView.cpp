@@ -91,7 +91,7 @@ void TimelineView::setTextScale(double scale) {
 
 void TimelineView::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
     QListView::currentChanged(current, previous);
-    // The heading of the first day can't be selected, so that no key would show it again.
+    // The heading of the first day can't be selected, so no key would scroll it into view again.
     if (current.row() == 1 && !isUpdating)
         scrollToTop();
 }
@@ -99,7 +99,7 @@ void TimelineView::currentChanged(const QModelIndex& current, const QModelIndex&
 void TimelineView::selectionChanged(const QItemSelection& selected,
                                     const QItemSelection& deselected) {
     QListView::selectionChanged(selected, deselected);
-    // Not the current row, which is one as soon as the list has the keyboard.
+    // Reports the selected row: a row becomes the current one as soon as the list has the keyboard.
     if (!isUpdating)
         Q_EMIT eventChosen(events.eventAt(selectionModel()->selectedIndexes().value(0)));
 }

@@ -41,7 +41,8 @@ private:
 
     TimelineModel events;
     bool isUpdating = false;
-    /// By the click that is being made: what is then below the pointer was not clicked on.
+    /// True when the present click has folded or unfolded gaps: it was not meant for the row that
+    /// is below the pointer afterwards.
     bool hasToggled = false;
 };
 

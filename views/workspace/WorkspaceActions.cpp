@@ -80,7 +80,7 @@ void WorkspaceActions::makeActions(QMainWindow& window) {
         QString text;
         QKeySequence key;
     } rows[] = {
-        // The texts of the first ones are those of the toolbar.
+        // Where the text is empty, it is that of `toolbarActions`.
         {Command::checkNow, {}, Qt::CTRL | Qt::Key_R},
         {Command::changeRecording, {}, {}},
         {Command::exportHistory, {}, Qt::CTRL | Qt::Key_E},

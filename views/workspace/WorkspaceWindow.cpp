@@ -65,7 +65,8 @@ WorkspaceWindow::WorkspaceWindow(const Uses& used)
     columns->setChildrenCollapsible(false);
     for (QWidget* column : std::initializer_list<QWidget*>{sidebar, pane, inspector})
         columns->addWidget(column);
-    // The order of a screen reader; the splitter has turned it round. The handles stay on top.
+    // Restores the order in which a screen reader reads the columns, which the splitter has
+    // reversed. The handles stay on top.
     for (QWidget* part : std::initializer_list<QWidget*>{sidebar, pane, inspector,
                                                          columns->handle(1), columns->handle(2)})
         part->raise();
@@ -197,7 +198,7 @@ void WorkspaceWindow::refreshActions() {
          .isDark = isDark(palette())});
     actions->setEnabled(Command::saveSnapshot, mayChange());
     actions->setEnabled(Command::importHistory, mayChange());
-    // Going to another place has cleared it.
+    // Going to another place clears the text of the search.
     if (const auto text = QString::fromStdString(history.place().search());
         actions->search().text() != text) {
         const QSignalBlocker blocker(actions->search());
@@ -222,8 +223,8 @@ void WorkspaceWindow::refreshInspector() {
 void WorkspaceWindow::fitColumns() {
     const bool isNarrow = width() < roomForBoth;
     const bool hasSelection = uses.model.history().selection().event().has_value();
-    // The sizes of folders need the width, and an event is not selected there. A chart needs it
-    // until one is.
+    // The sizes of folders need the whole width, and no event is selected there. A chart needs it
+    // until an event is selected.
     const bool showsDetails =
         !pane->showsFolders() && (hasSelection || (!isNarrow && !pane->showsStorage()));
     const bool isOpened = showsDetails && inspector->isHidden();
@@ -257,7 +258,7 @@ void WorkspaceWindow::changeEvent(QEvent* event) {
     QMainWindow::changeEvent(event);
     if (event->type() != QEvent::PaletteChange)
         return;
-    // Its symbol has a colour of the old palette.
+    // The symbol in the inspector has a colour of the old palette.
     inspected.reset();
     refreshing.start();
 }
