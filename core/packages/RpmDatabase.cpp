@@ -93,7 +93,7 @@ private:
         while ((result = ::sqlite3_step(statement)) == SQLITE_ROW)
             places.push_back({::sqlite3_column_int64(statement, 0),
                               static_cast<std::size_t>(::sqlite3_column_int64(statement, 1))});
-        ::sqlite3_reset(statement);
+        restart(statement);
         return result == SQLITE_DONE ? std::optional(std::move(places)) : std::nullopt;
     }
 
@@ -103,7 +103,7 @@ private:
         Ownership owner = std::unexpected(PackageFailure::unreadable);
         if (::sqlite3_step(statement) == SQLITE_ROW)
             owner = ownerIn(statement, place.number, file);
-        ::sqlite3_reset(statement);
+        restart(statement);
         return owner;
     }
 

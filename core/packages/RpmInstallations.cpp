@@ -84,7 +84,7 @@ std::expected<std::vector<Installation>, PackageFailure> readFrom(const SqliteFi
         return std::unexpected(PackageFailure::unreadable);
     std::vector<Installation> all;
     for (const auto& [number, date] : *packages) {
-        ::sqlite3_reset(statement.get());
+        restart(statement.get());
         ::sqlite3_bind_int64(statement.get(), 1, number);
         if (::sqlite3_step(statement.get()) != SQLITE_ROW)
             return std::unexpected(PackageFailure::unreadable);

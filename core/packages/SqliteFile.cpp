@@ -54,6 +54,12 @@ SqliteFile::Statement SqliteFile::prepare(const char* query) const {
     return Statement(statement);
 }
 
+void restart(sqlite3_stmt* statement) {
+    ::sqlite3_reset(statement);
+    // The limit of steps is compared with this counter, which counts on over all queries.
+    ::sqlite3_stmt_status(statement, SQLITE_STMTSTATUS_VM_STEP, 1);
+}
+
 std::string_view bytesAt(sqlite3_stmt* statement, int column) {
     const auto* bytes = static_cast<const char*>(::sqlite3_column_blob(statement, column));
     const auto size = static_cast<std::size_t>(::sqlite3_column_bytes(statement, column));

@@ -33,6 +33,9 @@ private:
     std::unique_ptr<sqlite3, Close> database;
 };
 
+/// Makes a statement ready for the next query.
+void restart(sqlite3_stmt* statement);
+
 /// The bytes in a column of the current row, valid until the next step of `statement`.
 std::string_view bytesAt(sqlite3_stmt* statement, int column);
 

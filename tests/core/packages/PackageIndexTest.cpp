@@ -177,6 +177,17 @@ TEST(PackageIndex, ReadsAMachineAnywhereAndClosesItsDatabase) {
     EXPECT_TRUE(owner && !*owner);
 }
 
+TEST(PackageIndex, AnswersAnyNumberOfQuestions) {
+    const Machine machine;
+    machine.writeRpm(harborHeader());
+    PackageIndex index;
+    auto reading =
+        index.read(MachineFiles::below(machine.root.path()), {"/usr/share/applications"});
+    for (int i = 0; i < 20'000; ++i)
+        ASSERT_TRUE(reading.owner("/usr/share/applications/" + std::to_string(i))) << i;
+    EXPECT_TRUE(reading.owner(entry).value());
+}
+
 TEST(PackageIndex, ReportsTheOwnerAsUnknownIfADatabaseIsDamagedOrBusy) {
     const std::string status = dpkgStatus;
     const std::string header = harborHeader();
