@@ -188,10 +188,13 @@ void FileFinder::handle(const FolderWatch::Event& event, NewestFiles& found,
     const auto status = FileStatus::read(AT_FDCWD, event.path.c_str());
     if (!status || !status->isRegularFile())
         return;
-    if (event.isFromElsewhere && arrivals.size() < mostArrivals)
-        arrivals[event.path.native()] = status->changed;
-    else if (event.kind == Kind::movedIn)
+    if (event.kind == Kind::movedIn)
         arrivals.erase(event.path.native());
+    if (event.isFromElsewhere) {
+        if (arrivals.size() >= mostArrivals)
+            arrivals.erase(std::ranges::min_element(arrivals, {}, &Uses::value_type::second));
+        arrivals[event.path.native()] = status->changed;
+    }
     add(event.path, status, uses.scope.since, found);
 }
 

@@ -43,11 +43,16 @@ FolderWatch::FolderWatch(std::size_t budget)
     : budget(budget), notifications(::inotify_init1(IN_NONBLOCK | IN_CLOEXEC)) {}
 
 bool FolderWatch::add(const std::filesystem::path& folder) {
-    if (!notifications || folders.size() >= budget)
+    if (!notifications)
         return false;
     const int watch = ::inotify_add_watch(notifications.get(), folder.c_str(), wanted);
     if (watch < 0)
         return false;
+    // Only the number of the watch shows whether the folder is watched already.
+    if (folders.size() >= budget && !folders.contains(watch)) {
+        ::inotify_rm_watch(notifications.get(), watch);
+        return false;
+    }
     folders[watch] = folder;
     return true;
 }

@@ -283,6 +283,34 @@ TEST_F(FileFinderTest, WalksAgainWhereItCannotWatch) {
     nextOf("c.txt");
 }
 
+TEST_F(FileFinderTest, KnowsWhenTheLastOfManyFilesArrived) {
+    const auto name = [](int number) { return "moved" + std::to_string(number) + ".txt"; };
+    constexpr int last = 2'100;
+    for (int i = 0; i <= last; ++i)
+        home.write("elsewhere/" + name(i), "");
+    start();
+    EXPECT_EQ(names(next()), "");
+    for (int i = 0; i <= last; ++i)
+        fs::rename(home / "elsewhere" / name(i), documents / name(i));
+    const auto moved = nextOf(name(last));
+    EXPECT_GT(moved.added, moved.created);
+}
+
+TEST(FolderWatch, TakesAFolderThatItWatchesAgainAtItsLimit) {
+    const test::TemporaryFolder folder;
+    folder.makeFolder("a");
+    folder.makeFolder("b");
+    FolderWatch watch(1);
+    EXPECT_TRUE(watch.add(folder / "a"));
+    EXPECT_FALSE(watch.add(folder / "b"));
+    EXPECT_TRUE(watch.add(folder / "a"));
+    folder.write("b/unwatched", "");
+    folder.write("a/file", "");
+    const auto events = watch.read().events;
+    ASSERT_EQ(events.size(), 1U);
+    EXPECT_EQ(events[0].path, folder / "a/file");
+}
+
 TEST(FolderWatch, ReportsThatTheSystemAllowsNoFurtherFolder) {
     const test::TemporaryFolder folder;
     for (const char* name : {"a", "b", "c"})
