@@ -159,6 +159,9 @@ void UnitApplications::setState(const QString& name, const QString& state) {
     Unit& unit = units.at(name);
     unit.isKnown = true;
     const bool isActive = isActiveState(state);
+    // A unit that was listed without being active is launched when it becomes active later.
+    if (!isActive)
+        unit.isAssumed = unit.application.isAutostart;
     if (std::exchange(unit.isActive, isActive) == isActive)
         return;
     if (isActive)

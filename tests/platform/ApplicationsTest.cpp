@@ -304,8 +304,13 @@ TEST_F(UnitApplicationsTest, FollowARealServiceManager) {
 TEST_F(MockedUnits, CountOnlyUnitsThatBecomeActive) {
     systemd.start();
     systemd.add(u"app-org.example.Editor-1.scope"_s, u"active"_s);
+    systemd.add(u"app-org.example.Player@2.service"_s, u"inactive"_s);
     start();
     untilFollowing();
+    systemd.setState(u"app-org.example.Player@2.service"_s, u"active"_s);
+    expectReported("+org.example.Player ");
+    systemd.remove(u"app-org.example.Player@2.service"_s);
+    expectReported("-org.example.Player ");
     // It ran before, so it is not launched; asking for a unit makes it known without running it.
     systemd.add(u"app-org.example.Player@1.service"_s, u"inactive"_s);
     systemd.add(u"app-two-words@autostart.service"_s, u"active"_s);
