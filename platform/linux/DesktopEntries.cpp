@@ -32,30 +32,39 @@ std::string programIn(std::string_view command) {
     return {};
 }
 
+/// When an entry was last added to, removed from or replaced in a folder; absent when the folder
+/// can't be read.
+std::optional<fs::file_time_type> dateOf(const fs::path& folder) {
+    std::error_code error;
+    const auto date = fs::last_write_time(folder, error);
+    return error ? std::nullopt : std::optional(date);
+}
+
 } // namespace
 
 void DesktopEntries::refresh() {
-    std::vector<fs::file_time_type> now;
-    std::error_code error;
-    for (const auto& folder : folders)
-        now.push_back(fs::last_write_time(folder, error));
-    if (now == state)
+    const auto isUnchanged = [](const auto& read) { return dateOf(read.first) == read.second; };
+    if (!dates.empty() && std::ranges::all_of(dates, isUnchanged))
         return;
-    state = std::move(now);
+    dates.clear();
     names.clear();
     idsByClass.clear();
+    idsByName.clear();
     idsByProgram.clear();
     for (const auto& folder : folders)
         readFolder(folder);
 }
 
 void DesktopEntries::readFolder(const fs::path& folder) {
+    dates.emplace(folder, dateOf(folder));
     std::error_code error;
     fs::recursive_directory_iterator walk(folder, error);
     for (; !error && walk != fs::recursive_directory_iterator(); walk.increment(error)) {
         if (walk.depth() >= mostDepth)
             walk.disable_recursion_pending();
         const auto& path = walk->path();
+        if (std::error_code unknown; walk->is_directory(unknown) && walk.recursion_pending())
+            dates.emplace(path, dateOf(path));
         if (path.extension() != suffix)
             continue;
         std::string id = path.native().substr(folder.native().size() + 1);
@@ -81,9 +90,9 @@ void DesktopEntries::readEntry(const fs::path& file, const std::string& id) {
     names[id] = isHidden ? std::string() : keys->value(group, "Name").value_or(id);
     if (isHidden)
         return;
-    idsByClass.emplace(asciiLowercased(id), id);
+    idsByName.emplace(asciiLowercased(id), id);
     if (const auto windowClass = keys->value(group, "StartupWMClass"))
-        idsByClass[asciiLowercased(*windowClass)] = id;
+        idsByClass.emplace(asciiLowercased(*windowClass), id);
     const auto program = programIn(keys->value(group, "Exec").value_or(""));
     if (const auto [known, isNew] = idsByProgram.emplace(program, id); !isNew)
         known->second.clear();
@@ -99,7 +108,9 @@ std::optional<ClipApplication> DesktopEntries::withId(std::string_view id) {
 
 std::optional<ClipApplication> DesktopEntries::withWindowClass(std::string_view windowClass) {
     refresh();
-    return application(idsByClass, asciiLowercased(windowClass));
+    const auto name = asciiLowercased(windowClass);
+    auto found = application(idsByClass, name);
+    return found ? found : application(idsByName, name);
 }
 
 std::optional<ClipApplication> DesktopEntries::withProgram(std::string_view program) {

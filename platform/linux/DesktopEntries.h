@@ -12,8 +12,9 @@
 
 namespace tidemark {
 
-/// The applications that have a desktop entry (XDG Desktop Entry 1.5), read again when one of their
-/// folders has changed. Reads files; for one thread.
+/// The applications that have a desktop entry (XDG Desktop Entry 1.5), read again when an entry was
+/// added, removed or replaced in one of their folders. An entry that an editor overwrites in place
+/// is not read again. Reads files; for one thread.
 class DesktopEntries {
 public:
     /// The folder with precedence first.
@@ -36,11 +37,14 @@ private:
                                                std::string_view key) const;
 
     const std::vector<std::filesystem::path> folders;
-    std::vector<std::filesystem::file_time_type> state;
+    /// The dates of the folders that were read, and of those in them; absent for unreadable ones.
+    std::map<std::filesystem::path, std::optional<std::filesystem::file_time_type>> dates;
     /// Names by identifier.
     std::map<std::string, std::string, std::less<>> names;
-    /// Identifiers by lower-case identifier or class, and by program; empty for ambiguous programs.
+    /// Identifiers by lower-case class, by lower-case identifier, and by program; empty for
+    /// programs that several entries start.
     std::map<std::string, std::string> idsByClass;
+    std::map<std::string, std::string> idsByName;
     std::map<std::string, std::string> idsByProgram;
 };
 

@@ -70,6 +70,18 @@ TEST_F(ApplicationFinderTest, FindsTheEntryOfAWindowAndOfAProgram) {
     EXPECT_EQ(id(finder.ofProcess(0)), "none");
 }
 
+TEST_F(ApplicationFinderTest, PrefersTheFirstFolderAndSeesWhatIsAddedBelowIt) {
+    add("one", "Name=One\nStartupWMClass=same\n");
+    add("two", "Name=Two\nStartupWMClass=same\n", "second");
+    add("kde/marble", "Name=Marble\n");
+    EXPECT_EQ(id(finder.ofWindow({}, {"same"})), "one=One");
+    add("kde/late", "Name=Late\nStartupWMClass=late\n");
+    std::filesystem::last_write_time(data / "first/kde",
+                                     std::filesystem::file_time_type::clock::now()
+                                         + std::chrono::seconds(5));
+    EXPECT_EQ(id(finder.ofWindow({}, {"late"})), "kde-late=Late");
+}
+
 TEST_F(ApplicationFinderTest, FindsAProgramThatWasReplacedWhileItRuns) {
     add("org.example.Vault", "Name=Vault\nExec=vault\n");
     std::filesystem::copy_file("/bin/sleep", data / "vault");
