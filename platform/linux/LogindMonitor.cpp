@@ -6,8 +6,6 @@
 
 namespace tidemark {
 
-namespace {} // namespace
-
 LogindMonitor::LogindMonitor(const MessageBus& bus, NotificationCenter& center, Settle settle,
                              AppClock& clock)
     : center(center), settle(std::move(settle)), clock(clock) {

@@ -57,7 +57,8 @@ std::vector<fs::path> foldersIn(const fs::path& folder, std::string_view prefix)
 /// Zones of the whole machine. Those of a disk, a radio or a graphics card say nothing about it.
 bool isOfMachine(std::string_view type) {
     return type == "x86_pkg_temp" || type == "acpitz" || type.starts_with("TCPU")
-           || type.starts_with("cpu") || type.starts_with("soc") || type.ends_with("-thermal");
+           || type.starts_with("cpu") || type.starts_with("soc")
+           || (type.ends_with("-thermal") && !type.starts_with("gpu"));
 }
 
 bool isOfProcessor(std::string_view type) {

@@ -60,6 +60,7 @@ TEST(ThermalZones, IgnoresImpossibleValues) {
     sys.write("thermal_zone4/mode", "disabled");
     sys.zone(5, "TCPU", 50, {});
     sys.write("thermal_zone5/temp", "");
+    sys.zone(6, "gpu-thermal", 90, usualTrips);
     sys.write("thermal_zone0/trip_point_1_hyst", "7000");
     sys.write("cooling_device0/type", "intel_powerclamp");
     sys.write("cooling_device0/cur_state", "-1");
