@@ -34,7 +34,7 @@ constexpr int neededDescriptors = 32;
 constexpr int folderAttempts = 150;
 constexpr std::chrono::milliseconds folderPause{100};
 
-/// The service to start again when this program ends by exit(3).
+/// The service to start again when this program ends.
 std::string& serviceToRestart() {
     static std::string name;
     return name;
@@ -71,15 +71,18 @@ void complain(const char* sentence) {
     std::fprintf(stderr, "tidemark-desktop: %s\n", oneLine(sentence).c_str());
 }
 
-/// Has the service started by exit(3), by which Qt ends the process when the display is lost, too.
+void restartService() {
+    desktopServices::startService(serviceToRestart().c_str());
+}
+
+/// Has the service started by exit(3), by which Qt ends the process when the display is lost, too,
+/// and when the user interrupts the program a second time.
 void restartServiceAtExit(const std::string& service) {
-    if (service.empty())
+    if (service.empty() || !serviceToRestart().empty())
         return;
-    const bool isFirst = serviceToRestart().empty();
     serviceToRestart() = service;
-    if (!isFirst)
-        return;
-    std::atexit([] { desktopServices::startService(serviceToRestart()); });
+    std::atexit(restartService);
+    Interruption::callBeforeEndingAtOnce(restartService);
 }
 
 /// Null when another program with windows has the folder, whose window is brought forward then.

@@ -2,6 +2,7 @@
 
 #include "core/base/StartThread.h"
 
+#include <atomic>
 #include <csignal>
 
 #include <pthread.h>
@@ -28,9 +29,16 @@ sigset_t taken() {
 }
 
 volatile std::sig_atomic_t lateStatus = 0;
+std::atomic<void (*)()> lastWork = nullptr;
+
+[[noreturn]] void endAtOnce(int status) {
+    if (auto* const work = lastWork.exchange(nullptr))
+        work();
+    ::_exit(status);
+}
 
 void endLate(int) {
-    ::_exit(lateStatus);
+    endAtOnce(lateStatus);
 }
 
 void setTimer(milliseconds time) {
@@ -78,6 +86,10 @@ Interruption::~Interruption() {
         setTimer({});
 }
 
+void Interruption::callBeforeEndingAtOnce(void (*work)()) {
+    lastWork = work;
+}
+
 void Interruption::wait() {
     const sigset_t signals = taken();
     int number = 0;
@@ -85,7 +97,7 @@ void Interruption::wait() {
         if (number == SIGUSR1)
             continue;
         if (source.stop_requested())
-            ::_exit(signalStatus + number);
+            endAtOnce(signalStatus + number);
         endAfter(limit, signalStatus + number);
         source.request_stop();
     }

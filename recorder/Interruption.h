@@ -31,6 +31,11 @@ public:
 
     std::stop_token token() const { return source.get_token(); }
 
+    /// Has `work` called before the process is ended at once, where no destructor and no function
+    /// of `std::atexit` runs. `work` may be called by a signal handler, so it must neither allocate
+    /// nor lock. For the whole process; a second call replaces the first.
+    static void callBeforeEndingAtOnce(void (*work)());
+
 private:
     /// Blocks the handled signals in all other threads.
     struct Masking {

@@ -28,7 +28,8 @@ std::unique_ptr<SystemAppearanceSource> appearance(SystemAppearanceSource::Chang
 /// The service of the user as which the system started this process; absent for a process that was
 /// started in another way.
 std::optional<std::string> ownService();
-/// Asks the system to start a service of the user, and does not wait for that.
-void startService(const std::string& name);
+/// Asks the system to start a service of the user, and does not wait for that. Allocates nothing,
+/// so that a signal handler can call it.
+void startService(const char* name);
 
 } // namespace tidemark::desktopServices

@@ -84,14 +84,14 @@ std::optional<std::string> desktopServices::ownService() {
     return userService::nameIn(std::string(std::istreambuf_iterator<char>(file), {}));
 }
 
-void desktopServices::startService(const std::string& name) {
-    // Called while the process ends, when Qt can no longer start programs.
-    std::string unit = name;
-    std::array<std::string, 4> words{"systemctl", "--user", "start", "--no-block"};
-    std::array<char*, 6> arguments{words[0].data(), words[1].data(), words[2].data(),
-                                   words[3].data(), unit.data(),     nullptr};
+void desktopServices::startService(const char* name) {
+    // Called while the process ends, when Qt can no longer start programs. The program that is
+    // started gets copies of its arguments, so that these are not changed.
+    const std::array<const char*, 6> arguments{"systemctl",  "--user", "start",
+                                               "--no-block", name,     nullptr};
     pid_t started = 0;
-    ::posix_spawnp(&started, "systemctl", nullptr, nullptr, arguments.data(), environ);
+    ::posix_spawnp(&started, "systemctl", nullptr, nullptr,
+                   const_cast<char* const*>(arguments.data()), environ);
 }
 
 } // namespace tidemark

@@ -35,6 +35,6 @@ std::optional<std::string> desktopServices::ownService() {
     return std::nullopt;
 }
 
-void desktopServices::startService(const std::string&) {}
+void desktopServices::startService(const char*) {}
 
 } // namespace tidemark

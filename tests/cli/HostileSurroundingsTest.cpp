@@ -8,6 +8,7 @@
 #include <csignal>
 #include <cstring>
 #include <optional>
+#include <string_view>
 #include <thread>
 
 #include <fcntl.h>
@@ -15,6 +16,7 @@
 #include <sys/resource.h>
 #include <sys/socket.h>
 #include <sys/time.h>
+#include <unistd.h>
 
 using namespace tidemark;
 using test::Outcome;
@@ -53,6 +55,11 @@ bool isPending(int signal) {
 void hang() {
     while (true)
         ::pause();
+}
+
+void printLastWords() {
+    constexpr std::string_view words = "last words";
+    static_cast<void>(::write(STDERR_FILENO, words.data(), words.size()));
 }
 
 } // namespace
@@ -197,10 +204,11 @@ TEST(InterruptionDeathTest, EndsAHangingProcessAfterOneSignal) {
     EXPECT_EXIT(
         {
             const Interruption interruption(continues, 20ms);
+            Interruption::callBeforeEndingAtOnce(printLastWords);
             ::kill(::getpid(), SIGTERM);
             hang();
         },
-        status, "");
+        status, "last words");
     EXPECT_EXIT(
         {
             const Interruption interruption(continues, 20ms);
@@ -223,13 +231,14 @@ TEST(InterruptionDeathTest, EndsAHangingProcessAfterOneSignal) {
     EXPECT_EXIT(
         {
             const Interruption interruption(continues, 1h);
+            Interruption::callBeforeEndingAtOnce(printLastWords);
             ::kill(::getpid(), SIGTERM);
             while (!interruption.token().stop_requested())
                 std::this_thread::yield();
             ::kill(::getpid(), SIGTERM);
             hang();
         },
-        status, "")
+        status, "last words")
         << "the second signal";
     EXPECT_EXIT(
         {
