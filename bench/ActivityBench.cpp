@@ -26,7 +26,8 @@ std::vector<Shared<SystemActivity>> fullHistory() {
         NetworkConnectionState::Availability::available, {NetworkConnectionState::Interface::wifi});
     std::vector<Shared<SystemActivity>> records;
     for (std::size_t i = 0; i < SystemActivityStore::mostRecords; ++i) {
-        const auto round = static_cast<double>(i / 3);
+        const std::size_t whole = i / 3;
+        const auto round = static_cast<double>(whole);
         auto activity = SystemActivity::observed(Kind::networkChanged, Date{round * 60});
         if (i % 3 == 0) {
             activity.networkChange.emplace().before = online;

@@ -24,7 +24,7 @@ std::vector<FolderInspectionRow> foldersSideBySide(int count) {
         row.name = "folder " + std::to_string(i);
         row.id = "/home/ada/Projects/" + row.name;
         row.afterBytes = 1'000'000 + i * 7'919 % 900'000;
-        row.beforeBytes = *row.afterBytes + (i % 3 - 1) * 1'000;
+        row.beforeBytes = *row.afterBytes + (i % 3 - 1) * 1'000LL;
         FolderInspectionNode& node = row.after.emplace();
         node.path = row.id;
         node.name = row.name;

@@ -83,7 +83,7 @@ DemoRecorder::DemoRecorder(const std::filesystem::path& folder, MadeUpHistory hi
                 .clock = clock,
                 .home = home,
                 .recommended = RecommendedFolder::current(home),
-                .observe = [this](ObservationOptions,
+                .observe = [this](const ObservationOptions&,
                                   std::stop_token stop) { return observe(std::move(stop)); },
                 .collectInstallations = madeUpInstallations}),
       viewSettings(stored), sources(everySource()) {

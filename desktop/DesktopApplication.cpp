@@ -4,8 +4,8 @@
 
 namespace tidemark {
 
-DesktopApplication::DesktopApplication(RecorderPlaces where)
-    : recorder(std::move(where)), running(recorder) {}
+DesktopApplication::DesktopApplication(const RecorderPlaces& where)
+    : recorder(where), running(recorder) {}
 
 DesktopApplication::~DesktopApplication() = default;
 

@@ -12,7 +12,7 @@ class DesktopApplication {
 public:
     /// Takes the data folder and listens for commands. Throws `FolderTaken` when another process
     /// has the folder, and `Error` when the socket can't be made.
-    explicit DesktopApplication(RecorderPlaces where);
+    explicit DesktopApplication(const RecorderPlaces& where);
     ~DesktopApplication();
 
     /// Records until the user or `interruption` ends the program, and shows the window at once or,

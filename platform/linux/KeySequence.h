@@ -23,6 +23,7 @@ inline const QDBusArgument& operator>>(const QDBusArgument& argument, KeySequenc
     argument.beginStructure();
     argument >> sequence.keys;
     argument.endStructure();
+    // As every such operator of Qt does. NOLINTNEXTLINE(bugprone-return-const-ref-from-parameter)
     return argument;
 }
 

@@ -134,7 +134,9 @@ TEST(CompareCommand, FailsWithOneSentenceAndPrintsNothing) {
         {file("change.json"), " is not a stored observation: expected an object, found an array."},
     };
     for (const auto& [path, reason] : cases) {
-        const Outcome expected{1, "", "tidemark: " + path + reason + "\n"};
+        std::string sentence = "tidemark: ";
+        sentence.append(path).append(reason).append("\n");
+        const Outcome expected{1, "", sentence};
         EXPECT_EQ(run({"compare", before, path}).err, expected.err);
         EXPECT_EQ(run({"compare", "--json", path, after}), expected);
     }

@@ -48,14 +48,15 @@ const std::string uuid = "01234567-89AB-4CDE-8F01-23456789ABCD";
 TEST_F(Erase, EndsTheRecorderAndRemovesAllOfItsFilesAndNoOthers) {
     startRecording();
     ASSERT_EQ(command({"snapshot", "save", "Before"}).status, 0);
-    for (const std::string& own :
-         Words{"data/Tidemark/memory-payloads/" + digest + ".data",
-               "data/Tidemark/memory-payloads/." + digest + ".text.new-" + uuid,
-               "data/Tidemark/.journal.json.new-" + uuid,
-               "data/Tidemark/Backups/pre-v2/complete.json",
-               "data/Tidemark/Backups/.pre-v2-" + uuid + "/journal.json", "data/Kelda/journal.json",
-               "config/Tidemark/settings.json.damaged-2026-01-01T00.00.00Z",
-               "config/autostart/app.tidemark.desktop"})
+    const Words all{"data/Tidemark/memory-payloads/" + digest + ".data",
+                    "data/Tidemark/memory-payloads/." + digest + ".text.new-" + uuid,
+                    "data/Tidemark/.journal.json.new-" + uuid,
+                    "data/Tidemark/Backups/pre-v2/complete.json",
+                    "data/Tidemark/Backups/.pre-v2-" + uuid + "/journal.json",
+                    "data/Kelda/journal.json",
+                    "config/Tidemark/settings.json.damaged-2026-01-01T00.00.00Z",
+                    "config/autostart/app.tidemark.desktop"};
+    for (const std::string& own : all)
         folder.write(own, "x");
     EXPECT_EQ(command({"erase", "--yes"}),
               (Outcome{0, "Removed all that Tidemark kept for you.\n", ""}));

@@ -60,14 +60,18 @@ TEST(Manual, HasASectionForEachCommandAndItsOptions) {
     const auto commands = listedIn(test::run({}).out);
     ASSERT_GT(commands.size(), 20U);
     const std::string readme = contentsOf(TIDEMARK_ROOT "/README.md");
+    const auto hasSection = [&](const std::string& title) {
+        return test::contains(page, "\n.SS " + title + "\n");
+    };
     for (const auto& command : commands) {
         EXPECT_TRUE(test::contains(readme, "`" + command)) << command;
         const auto inner = listedIn(test::run({command, "--help"}).out);
         if (inner.empty()) {
-            EXPECT_TRUE(test::contains(page, "\n.SS " + command + "\n"));
+            EXPECT_TRUE(hasSection(command));
         }
+        const std::string title = command + " ";
         for (const auto& word : inner)
-            EXPECT_TRUE(test::contains(page, "\n.SS " + command + " " + word + "\n")) << word;
+            EXPECT_TRUE(hasSection(title + word)) << word;
     }
     EXPECT_TRUE(test::contains(page, R"(\fB\-o\fR, \fB\-\-output\fR \fIFILE\fR)"));
 }

@@ -281,9 +281,10 @@ TEST_F(ObserveCommand, ObservesAMachineThatLiesElsewhere) {
     folder.write("machine/usr/lib/os-release", "NAME=Made\nVERSION_ID=1\n");
     folder.makeFolder("machine/etc");
     fs::create_symlink("/usr/lib/os-release", folder / "machine/etc/os-release");
-    const auto observeRoot = [&](Words more) {
-        more.insert(more.begin(), {"observe", "--root", path("machine")});
-        return test::run(more);
+    const auto observeRoot = [&](const Words& more) {
+        Words words{"observe", "--root", path("machine")};
+        words.insert(words.end(), more.begin(), more.end());
+        return test::run(words);
     };
     const auto seen = json::decode<Snapshot>(observeRoot({"--json", "-o", path("before")}).out);
     EXPECT_EQ(seen.backgroundItems->at(0)->path, "/" + unit);

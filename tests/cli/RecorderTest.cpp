@@ -315,7 +315,7 @@ TEST_F(RecorderProgram, ReportsUnreadableFilesNextToTheHistory) {
 }
 
 TEST_F(RecorderProgram, ReportsNoGapsForCapturesInTheFuture) {
-    const auto coverageOf = [&](const std::vector<Date>& captures, Words words = {}) {
+    const auto coverageOf = [&](const std::vector<Date>& captures, const Words& filter = {}) {
         Journal journal;
         for (std::size_t i = 0; i < captures.size(); ++i) {
             Snapshot snapshot = test::snapshot(static_cast<unsigned>(i));
@@ -323,7 +323,8 @@ TEST_F(RecorderProgram, ReportsNoGapsForCapturesInTheFuture) {
             journal.snapshots.emplace_back(std::move(snapshot));
         }
         folder.write("data/Tidemark/journal.json", json::encoded(journal));
-        words.insert(words.begin(), "coverage");
+        Words words{"coverage"};
+        words.insert(words.end(), filter.begin(), filter.end());
         Words variables = environment();
         variables.emplace_back("TZ=CET-1CEST,M3.5.0,M10.5.0/3");
         return test::run(words, test::Output::file, variables).out;

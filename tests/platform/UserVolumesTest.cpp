@@ -78,10 +78,10 @@ TEST(MountTableWatch, ReportsMountsOfVolumesOnly) {
     int changes = 0;
     MountTableWatch watch(tables, [&] { ++changes; });
     test::until([&] { return watch.isFollowing(); });
+    const std::string mountOthers = "for i in 1 2 3 4 5 6 7 8 9; do " + mountOther + "; done; ";
     for (const auto& [command, isMounted] :
          {std::pair{mountDisk, true}, std::pair{"umount -l " + disk, false}}) {
-        ASSERT_TRUE(
-            carryOut("for i in 1 2 3 4 5 6 7 8 9; do " + mountOther + "; done; " + command));
+        ASSERT_TRUE(carryOut(mountOthers + command));
         const int before = changes;
         test::until([&] { return changes > before; });
         const auto volumes = userVolumes::read(tables).value();

@@ -187,9 +187,11 @@ TEST_F(X11ClipboardTest, ReadsWhatOtherProgramsCopy) {
     untilLogged("Copied image");
     EXPECT_EQ(items.back().contents[Part::image].bytes, picture.toStdString());
     // The rest of what is too large is not read.
+    std::string large;
+    large.resize(30'000'000, 'x');
     SessionClipboard other(std::make_shared<GraphicalSessions>(
         GraphicalSessions::Addresses{.x11 = server->display()}));
-    other.put({{"UTF8_STRING", "large"}, {"text/rtf", std::string(30'000'000, 'x')}});
+    other.put({{"UTF8_STRING", "large"}, {"text/rtf", large}});
     untilLogged("large");
     EXPECT_LE(items.back().contents[Part::richText].bytes.size(), 1'100'000U);
     clipboard->unwatch();

@@ -1,7 +1,6 @@
 #include "views/base/Fonts.h"
 
 #include <QApplication>
-#include <utility>
 
 namespace tidemark::fonts {
 
@@ -16,8 +15,8 @@ QFont scaled(QFont font, double factor) {
 
 } // namespace
 
-QFont smaller(QFont font) {
-    return scaled(std::move(font), smallerScale);
+QFont smaller(const QFont& font) {
+    return scaled(font, smallerScale);
 }
 
 QFont bold(QFont font) {

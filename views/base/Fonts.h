@@ -6,7 +6,7 @@
 namespace tidemark::fonts {
 
 /// That of second lines, times and notes.
-QFont smaller(QFont font);
+QFont smaller(const QFont& font);
 QFont bold(QFont font);
 /// The font of the application, its size multiplied by a factor.
 QFont ofApplication(double factor);

@@ -203,9 +203,10 @@ void StorageChartPainter::drawBreaks() const {
 void StorageChartPainter::drawFlags() const {
     const QFont small = fonts::smaller(look.font);
     const int line = QFontMetrics(small).height();
+    const int middle = line / 2;
     for (std::size_t i = 0; i < chart.flags.size(); ++i) {
         const double x = layout.x(chart.flags[i].at);
-        drawUpright(x, QPen(dim(), 1, Qt::DotLine), 4 + line / 2);
+        drawUpright(x, QPen(dim(), 1, Qt::DotLine), 4 + middle);
         const QRect symbol = visual({x, 2, static_cast<double>(line), static_cast<double>(line)});
         paintSymbol(painter, symbol, "flag", strong());
         const double next =

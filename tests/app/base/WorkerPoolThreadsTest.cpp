@@ -1,6 +1,7 @@
 #include "app/base/WorkerPool.h"
 
 #include <atomic>
+#include <cstddef>
 #include <latch>
 #include <optional>
 #include <thread>
@@ -11,8 +12,8 @@
 using namespace tidemark;
 
 TEST(WorkerPoolThreads, DoesAllWorkOfSeveralThreads) {
-    constexpr int callers = 4;
-    constexpr int calls = 100;
+    constexpr std::ptrdiff_t callers = 4;
+    constexpr std::ptrdiff_t calls = 100;
     std::latch done(callers * calls);
     {
         WorkerPool pool(3);

@@ -29,7 +29,7 @@ struct FolderChoice : testing::Test {
                 std::optional<FolderPurpose> purpose = {}) {
         return test::await(access.choose(
             purpose, std::move(suggested),
-            [folders = std::move(folders)](FolderRequest) { return picked(folders); }));
+            [folders = std::move(folders)](const FolderRequest&) { return picked(folders); }));
     }
     std::string message() const { return access.message().value_or("none"); }
 
@@ -84,7 +84,7 @@ TEST_F(FolderChoice, KeepsNothingOfAWrongOrFailedChoice) {
 TEST_F(FolderChoice, MayBeDestroyedWhileThePanelIsOpen) {
     test::ManualAppClock clock;
     std::optional<FolderAccess> leaving(std::in_place, preferences, BookmarkOperations::direct());
-    auto choosing = leaving->choose(std::nullopt, std::nullopt, [&](FolderRequest) {
+    auto choosing = leaving->choose(std::nullopt, std::nullopt, [&](const FolderRequest&) {
         return pickedLater(&clock, folder.path());
     });
     leaving.reset();

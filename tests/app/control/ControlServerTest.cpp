@@ -85,7 +85,9 @@ struct ControlServerTest : testing::Test {
     void SetUp() override { listen(); }
     void listen() {
         server = std::make_unique<ControlServer>(
-            [this](ControlRequest asked, std::stop_token stop) { return handle(asked, stop); },
+            [this](const ControlRequest& asked, const std::stop_token& stop) {
+                return handle(asked, stop);
+            },
             clock);
         server->listen(sockets, lock);
     }
@@ -147,7 +149,7 @@ TEST_F(ControlServerTest, CarriesOutRequestsOfTheSameUser) {
 
 TEST_F(ControlServerTest, TheClientRefusesARequestThatIsTooLong) {
     EXPECT_THROW(ask(std::string(controlProtocol::mostRequestBytes, 'a')), Error);
-    EXPECT_EQ(ask(std::string(63 * 1024, 'a'))->status, 3);
+    EXPECT_EQ(ask(std::string(std::size_t{63} * 1024, 'a'))->status, 3);
 }
 
 TEST_F(ControlServerTest, DropsOrRefusesInvalidRequests) {

@@ -10,6 +10,7 @@
 #include <atomic>
 #include <csignal>
 #include <thread>
+#include <tuple>
 
 #include <gtest/gtest.h>
 #include <sys/file.h>
@@ -111,7 +112,7 @@ TEST(FolderLock, IsNotInheritedByStartedPrograms) {
 TEST(FolderLock, FailsWithOneSentenceForAFolderItCannotLock) {
     const TemporaryFolder folder;
     const auto sentence = [](const std::filesystem::path& path) {
-        return test::failureOf([&] { static_cast<void>(FolderLock::take(path)); });
+        return test::failureOf([&] { std::ignore = FolderLock::take(path); });
     };
     const std::string start = folder.path().native();
     EXPECT_EQ(sentence(folder / "missing"),

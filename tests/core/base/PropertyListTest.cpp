@@ -5,6 +5,7 @@
 
 #include <clocale>
 #include <limits>
+#include <tuple>
 
 #include <gtest/gtest.h>
 
@@ -102,7 +103,7 @@ TEST(PropertyList, SurvivesAnyDamagedByte) {
             for (const char damage : {'\0', '<', '"', '\x13', '\xA1', '\xFF'}) {
                 std::string damaged = bytes;
                 damaged[place] = damage;
-                (void)parse(damaged);
+                std::ignore = parse(damaged);
             }
 }
 

@@ -61,6 +61,7 @@ TEST(Calendar, FindsTheStartOfADay) {
     };
     for (const auto& [zone, moment, start, next] : cases) {
         const Calendar calendar(zone);
+        // The copy is tested. NOLINTNEXTLINE(performance-unnecessary-copy-initialization)
         const Calendar copy = calendar;
         EXPECT_EQ(calendar.startOfDay(utc(moment)), utc(start)) << zone << moment;
         EXPECT_EQ(copy.startOfNextDay(utc(moment)), utc(next)) << zone << moment;
@@ -83,6 +84,7 @@ TEST(Calendar, UsesTheZoneOfTheProcess) {
     for (const auto& [zone, clock, start] : cases) {
         const test::ProcessZone set(zone);
         const Calendar calendar;
+        // The copy is tested. NOLINTNEXTLINE(performance-unnecessary-copy-initialization)
         const Calendar copy = calendar;
         EXPECT_EQ(copy.format(utc("2024-05-01T22:30:00Z"), "d MMM yyyy, HH:mm"), clock) << zone;
         EXPECT_EQ(calendar.startOfDay(utc("2024-05-01T22:30:00Z")), utc(start)) << zone;

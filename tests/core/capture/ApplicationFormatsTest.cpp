@@ -92,6 +92,8 @@ TEST(ApplicationFormats, ReadsDesktopEntriesAsAPersonSeesThem) {
     const Texts none;
     const Texts unreadable{"!"s + vendors + "/kde/a.b.desktop"};
     const Texts named{"kde-a.b|A|Unknown version|"};
+    std::string large = entryNamed("A") + "X=";
+    large.resize(10'000'000, 'x');
     const std::pair<std::string, Texts> cases[] = {
         {"[Desktop Entry]\nName[de]=B\nName=A\nVersion=1.5\nType=Application\n", named},
         {"[Desktop Entry]\nType=Application\nName=A\nOnlyShowIn=X;\nTryExec=/no\nNoDisplay=false\n"
@@ -111,7 +113,7 @@ TEST(ApplicationFormats, ReadsDesktopEntriesAsAPersonSeesThem) {
         {entryNamed("A") + "\0"s, unreadable},
         {entryNamed("A") + "[\xFF]\n", unreadable},
         {entryNamed(std::string(5'000, 'A')), unreadable},
-        {entryNamed("A") + "X=" + std::string(10'000'000, 'x'), unreadable},
+        {large, unreadable},
     };
     for (const auto& [bytes, expected] : cases) {
         Machine machine;
@@ -212,16 +214,17 @@ TEST(ApplicationFormats, ReadsFlatpaksWithoutFollowingTheirLinks) {
         Machine machine;
         const std::string app = flatpakFolder + 1 + "/org.example.Harbor/"s;
         machine.root.write(flatpakFolder + 1 + "/repo"s, "a file");
-        const std::string installed = app + "x86_64/stable/" + commit;
+        const std::string installed = (fs::path(app) / "x86_64/stable" / commit).native();
         machine.root.write(installed + "/deploy", each.deploy);
         if (!each.entry.empty())
             machine.root.write(installed + "/export/share/applications/org.example.Harbor.desktop",
                                each.entry);
         fs::create_symlink(each.active, machine.root / (app + "x86_64/stable/active"));
         // Where a link with too few names or out of the folder would lead.
-        for (const std::string& branch : {app + "x86_64", flatpakFolder + 1 + "/other"s}) {
-            machine.root.write(branch + "/" + commit + "/deploy", deploy);
-            fs::create_symlink(commit, machine.root / (branch + "/active"));
+        for (const fs::path& branch :
+             {fs::path(app + "x86_64"), fs::path(flatpakFolder + 1) / "other"}) {
+            machine.root.write((branch / commit / "deploy").native(), deploy);
+            fs::create_symlink(commit, machine.root / (branch / "active").native());
         }
         if (!each.current.empty())
             fs::create_symlink(each.current, machine.root / (app + "current"));

@@ -115,7 +115,7 @@ TEST(ApplicationsCollector, WalksFourLevelsExceptBundlesAndHiddenFolders) {
 
 TEST(ApplicationsCollector, FollowsOnlyTheLinkOfTheRoot) {
     const TemporaryFolder folder;
-    const auto bundle = makeBundle(folder, "real/A.app");
+    makeBundle(folder, "real/A.app");
     makeBundle(folder, "elsewhere/B.app");
     fs::create_symlink(folder / "elsewhere/B.app", folder / "real/B.app");
     fs::create_symlink(folder / "elsewhere", folder / "real/folder");

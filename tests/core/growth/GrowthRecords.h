@@ -28,7 +28,8 @@ inline FolderStorageReport report(const std::string& path, Date at,
     made.sampledAt = made.children.observedAt = at;
     for (const auto& [name, bytes] : children) {
         StorageMeasurementRecord record;
-        record.item = Shared(StorageMeasurementItem::directory(path + "/" + name, {}));
+        record.item = Shared(
+            StorageMeasurementItem::directory((std::filesystem::path(path) / name).native(), {}));
         record.bytes = bytes;
         record.measuredAt = at;
         made.children.records.emplace_back(std::move(record));

@@ -116,7 +116,7 @@ TEST(StorageHistory, StoresAYearInAFewHundredKilobytes) {
              {"Desktop", "Documents", "Downloads", "Music", "Pictures", "Videos"})
             for (int child = 0; child < 10; ++child)
                 folders["/home/" + std::string(name)]["child " + std::to_string(child)] =
-                    10'000'000'000 + year * 1'234'567 + child * 987'654'321LL;
+                    10'000'000'000 + year * 1'234'567LL + child * 987'654'321LL;
         history.record(sized(year * day, 200'000'000'000 + year, folders), utc);
     }
     EXPECT_LT(json::encoded(history).size(), 450'000U);

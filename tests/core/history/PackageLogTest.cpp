@@ -313,7 +313,9 @@ TEST_F(PackageLogTest, ReadsNoMoreThanTheLimit) {
     EXPECT_EQ(failure(), "tooLarge");
 
     // A few kilobytes that decompress to many megabytes.
-    pack("dpkg.log.1", std::string(20'000'000, '\n'));
+    std::string lines;
+    lines.resize(20'000'000, '\n');
+    pack("dpkg.log.1", lines);
     folder.write("dpkg.log", late);
     log.limit = PackageLog{}.limit;
     EXPECT_EQ(failure(), "tooLarge");

@@ -43,9 +43,11 @@ TEST(SaveSeries, HasOneRecordForManySaves) {
     for (const auto& [meaning, every, until, records] : cases) {
         Saves saves;
         double last = 0;
-        for (double time = 0; time < until; time += every)
+        for (int count = 0; count * every < until; ++count) {
+            last = count * every;
             for (const char* path : {"/a", "/b"})
-                saves.save(path, last = time);
+                saves.save(path, last);
+        }
         EXPECT_EQ(saves.archive.records.size(), 2 * records) << meaning;
         EXPECT_EQ(saves.archive.records.front()->timestamp, start + last) << meaning;
     }

@@ -4,6 +4,7 @@
 
 #include <atomic>
 #include <optional>
+#include <tuple>
 
 #include <gtest/gtest.h>
 
@@ -19,7 +20,7 @@ TEST(PackageIndexThreads, AReadingWaitsForTheOneBefore) {
         const auto reading = index.read(machine, {"/usr/share/applications"});
         second
             .emplace([&] {
-                index.read(machine, {"/usr/lib"}).owner("/usr/lib/a");
+                std::ignore = index.read(machine, {"/usr/lib"}).owner("/usr/lib/a");
                 hasRead = true;
             })
             .runUntilItWaits();

@@ -50,10 +50,10 @@ std::vector<std::string> literalsOf(const std::string& source) {
             if (!joins)
                 literals.emplace_back();
             for (++i; source[i] != '"'; ++i) {
-                if (source[i] == '\\' && source[++i] == 'n')
-                    literals.back() += '\n';
-                else
-                    literals.back() += source[i];
+                const bool isEscaped = source[i] == '\\';
+                if (isEscaped)
+                    ++i;
+                literals.back() += isEscaped && source[i] == 'n' ? '\n' : source[i];
             }
             joins = true;
         } else if (!std::isspace(static_cast<unsigned char>(c))) {

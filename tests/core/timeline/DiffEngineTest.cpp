@@ -228,7 +228,7 @@ TEST(DiffEngine, ComparesFolders) {
 
 TEST(DiffEngine, ComparesReportsOfTheTrash) {
     const auto reports = [](std::optional<std::int64_t> was, std::optional<std::int64_t> is,
-                            std::vector<Shared<FolderSize>> measured = {}) {
+                            const std::vector<Shared<FolderSize>>& measured = {}) {
         return [=](Snapshot& before, Snapshot& after) {
             FolderStorageReport report;
             report.path = "/home/.Trash";

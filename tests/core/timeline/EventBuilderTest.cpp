@@ -53,7 +53,7 @@ StorageMeasurementRecord measured(const Application& app, std::int64_t bytes) {
 
 TEST(EventBuilder, WordsEachChange) {
     using Arrange = std::function<void(Snapshot&, Snapshot&)>;
-    const auto sizes = [](FolderSize was, FolderSize is) -> Arrange {
+    const auto sizes = [](const FolderSize& was, const FolderSize& is) -> Arrange {
         return [=](Snapshot& before, Snapshot& after) {
             before.folders = test::shared(was);
             after.folders = test::shared(is);
@@ -80,14 +80,15 @@ TEST(EventBuilder, WordsEachChange) {
         };
     };
     using Applications = std::vector<Application>;
-    const auto apps = [](Applications was, Applications is) -> Arrange {
+    const auto apps = [](const Applications& was, const Applications& is) -> Arrange {
         return [=](Snapshot& before, Snapshot& after) {
             before.applications.emplace(test::shared(was));
             after.applications.emplace(test::shared(is));
         };
     };
     using Items = std::vector<BackgroundItem>;
-    const auto items = [](Items was, Items is, Applications owners = {}) -> Arrange {
+    const auto items = [](const Items& was, const Items& is,
+                          const Applications& owners = {}) -> Arrange {
         return [=](Snapshot& before, Snapshot& after) {
             before.applications.emplace(test::shared(owners));
             after.applications = before.applications;

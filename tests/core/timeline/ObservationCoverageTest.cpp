@@ -56,7 +56,8 @@ TEST(ObservationCoverage, ReportsThatCapturesResumed) {
             continue;
         Event expected;
         const std::string id = taken(0, {}).id.text();
-        expected.id = "coverage-" + id + "-" + id;
+        expected.id = "coverage-";
+        expected.id.append(id).append("-").append(id);
         expected.timestamp = Date{apart};
         expected.title = "Captures Resumed";
         expected.subtitle = "An extended interval without saved captures";

@@ -21,7 +21,7 @@ using Events = std::vector<Shared<Event>>;
 
 TimelinePresentation presented(const Events& events, std::string_view search = "",
                                std::optional<EventCategory> category = {},
-                               std::optional<std::set<EventCategory>> categories = {},
+                               const std::optional<std::set<EventCategory>>& categories = {},
                                const char* zone = "UTC") {
     return TimelinePresentation::build(events, Date{0}, Date{1e6}, category, categories, search,
                                        Calendar(zone));
