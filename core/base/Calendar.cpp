@@ -56,7 +56,7 @@ std::int64_t offsetOf(const icu::TimeZone& zone, std::int64_t time) {
 /// language.
 icu::UnicodeString inLanguage(const std::string& pattern) {
     const icu::Locale& locale = icu::Locale::getDefault();
-    const auto english = icu::UnicodeString::fromUTF8(pattern);
+    auto english = icu::UnicodeString::fromUTF8(pattern);
     if (std::string_view(locale.getLanguage()) == "en")
         return english;
     UErrorCode status = U_ZERO_ERROR;
@@ -65,7 +65,7 @@ icu::UnicodeString inLanguage(const std::string& pattern) {
     if (U_FAILURE(status))
         return english;
     const auto fields = icu::DateTimePatternGenerator::staticGetSkeleton(english, status);
-    const auto best = generator->getBestPattern(fields, status);
+    auto best = generator->getBestPattern(fields, status);
     return U_SUCCESS(status) ? best : english;
 }
 

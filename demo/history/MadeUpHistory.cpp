@@ -131,8 +131,9 @@ private:
              }},
         };
         std::size_t next = 0;
-        const double first = -24.0 * daysOfAllCaptures + 8;
-        for (double at = first; at <= 14.5; at += 0.5) {
+        const int firstHalfHour = 2 * (-24 * daysOfAllCaptures + 8);
+        for (int halfHour = firstHalfHour; halfHour <= 29; ++halfHour) {
+            const double at = 0.5 * halfHour;
             const double ofDay = at < 0 ? at + 48 : at + 24;
             const double clock = ofDay - 24 * static_cast<int>(ofDay / 24);
             if (clock > 0.5 && clock < 9)
