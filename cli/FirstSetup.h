@@ -12,8 +12,9 @@ namespace tidemark {
 
 class Recorder;
 
-/// The folders to monitor after the first start. If `setup` is `recommended`, all recommended ones;
-/// if it is `none`, none. Without `setup` it lists the readable folders on the terminal and asks;
+/// The folders to monitor after the first start. If `setup` is `recommended`, all recommended ones
+/// that can be read; if it is `none`, none. Without `setup` it lists the recommended folders on the
+/// terminal, says which can't be read, and asks;
 /// without a terminal it prints that no folders have been chosen yet. Absent when they were chosen
 /// before, when the user is to choose them with `tidemark folders`, and when `stop` was requested.
 std::optional<std::vector<RecommendedFolder>>

@@ -41,6 +41,8 @@ void LogWriter::write(std::string_view line) {
     const std::lock_guard lock(mutex);
     if (isOver)
         return;
+    // First makes room, since the reader may have read on.
+    writeWhatFits();
     if (dropped == 0)
         keep(line);
     else

@@ -8,6 +8,7 @@
 #include <cctype>
 #include <cstdlib>
 #include <cstring>
+#include <functional>
 
 #include <pwd.h>
 #include <unistd.h>
@@ -32,7 +33,8 @@ constexpr auto afterPath = std::to_array<std::string_view>(
 /// The marks between which a path or a name stands.
 constexpr std::string_view boundaries = " \t\n(\"“”=,;";
 
-/// From the first mark to the last, since a name can have marks in it.
+/// Replaces everything between the first and the last quotation mark of a kind, since a name can
+/// have quotation marks in it.
 void hideQuoted(std::string& text) {
     for (const auto& [opening, closing] : quotes) {
         const auto first = text.find(opening);
@@ -120,7 +122,10 @@ std::string of(std::string_view sentence, const std::vector<std::string>& names)
     std::string text(sentence);
     hideQuoted(text);
     hidePath(text);
-    for (const auto& name : names)
+    // A short name may be a part of a longer one, as in a host called after its user.
+    std::vector<std::string_view> longestFirst(names.begin(), names.end());
+    std::ranges::stable_sort(longestFirst, std::greater(), &std::string_view::size);
+    for (const auto name : longestFirst)
         hideWord(text, name);
     return text;
 }

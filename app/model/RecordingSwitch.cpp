@@ -14,7 +14,7 @@ void RecordingSwitch::restore() {
     const auto stored = read(preferences, preferenceKeys::recordingMode);
     const auto mode = json::fromRawValue<RecordingMode>(stored).value_or(RecordingMode::recording);
     state.recordingMode = mode;
-    // The note that was made when the pause began was lost with the settings.
+    // Recording counts as paused after the settings were lost, and no note of a pause is left.
     if (preferences.isLost() && mode == RecordingMode::paused)
         preferences.note(preferenceKeys::needsRecordingBaseline.name, true);
     preferences.note(modeKey, std::string(rawValue(mode)));

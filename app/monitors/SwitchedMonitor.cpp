@@ -26,7 +26,8 @@ void SwitchedMonitor::start(Record to) {
     };
     on(notification::willSleep, [this] { noteSleep(); });
     on(notification::didWake, [this] { noteWake(); });
-    // Whether and when the machine wakes is then not known, so it counts as awake.
+    // The source of these notifications has ended, so a wake would not be noticed: the machine
+    // counts as awake.
     on(notification::sleepAbandoned, [this] { noteWake(); });
     update(Beginning::start);
 }

@@ -7,8 +7,9 @@
 
 /// In the serialised form of GVariant, a container ends with a list of the places at which its
 /// parts end. A place is a number, least significant byte first, whose length in bytes depends on
-/// the size of the container. In a tuple, the list is in reverse order. Alignment counts from the
-/// start of the container, which is itself at a multiple of 8 here.
+/// the size of the container. In a tuple, the list is in reverse order and leaves out the last part
+/// and the parts of fixed size. Alignment counts from the start of the container, which is itself
+/// at a multiple of 8 here.
 namespace tidemark::FlatpakDeploy {
 
 namespace {
@@ -86,8 +87,8 @@ std::optional<Record> readDictionary(std::string_view array) {
 
 std::optional<Record> parse(std::string_view bytes) {
     const std::size_t size = placeSize(bytes.size());
-    // Three parts of varying size stand before the number and the dictionary, which ends where the
-    // places begin.
+    // A tuple (ssasta{sv}): three parts of varying size, each with a place, then a number and the
+    // dictionary, which ends where the places begin.
     if (bytes.size() < 3 * size)
         return std::nullopt;
     const std::size_t places = bytes.size() - 3 * size;

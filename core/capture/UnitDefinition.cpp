@@ -230,7 +230,8 @@ Value secondsValue(double seconds) {
     return {seconds};
 }
 
-/// Adds the intervals of a timer. A single one can be shown; of several only a digest is kept.
+/// Adds the intervals of a timer: a single one that can be parsed as `StartInterval`, whose value
+/// is shown, all others to `StartCalendarInterval`, of which only a digest is kept.
 void addIntervals(const UnitSettings& settings, Dictionary& definition) {
     std::vector<std::string> lines;
     std::vector<std::string> spans;

@@ -22,7 +22,7 @@ void addFolders(const Snapshot& snapshot, Names& names) {
             names.insert_or_assign(report.path, report.name);
 }
 
-/// Every folder of the history and of the kept snapshots, by its latest name.
+/// The latest name of every folder of the history and of the kept snapshots, by its path.
 Names folderNames(const GrowthSource& source) {
     Names names;
     for (const auto& series : source.history->series)

@@ -11,13 +11,14 @@
 /// Which copied items are read and kept, and as what.
 namespace tidemark::clipRules {
 
-/// The most bytes of a text, and of a rich text or an image, that is kept.
+/// The most bytes of a text that is kept.
 inline constexpr std::size_t mostText = 65'536;
+/// The most bytes of a rich text or an image that is kept.
 inline constexpr std::size_t mostPayload = 1'000'000;
 
-/// False for an item that one of the applications in `excluded`, a value of `memoryExcludedApps`,
-/// copied or that was copied while one was in front. Nothing is read of it then, not even the
-/// names of its types.
+/// False when one of the applications in `excluded` (a value of `memoryExcludedApps`) copied the
+/// item or was in front when it was copied. Nothing is read of such an item, not even the names of
+/// its types.
 bool admits(const ClipOrigin& origin, std::string_view excluded);
 
 /// A part to read.

@@ -49,8 +49,8 @@ public:
         ClipOrigin origin;
         /// True when a clipboard keeper, or a program that is not known, offers it.
         bool mayBeKeeper = false;
-        /// True for what lies on the clipboard when the following begins: only its types are read,
-        /// since it may be marked.
+        /// True for an item that was on the clipboard before it was watched. Only its types are
+        /// read: they show whether a program has marked it as private.
         bool isOld = false;
     };
 

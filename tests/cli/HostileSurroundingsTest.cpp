@@ -135,6 +135,22 @@ TEST(LogWriter, DoesNotWaitForItsReaderAndCountsDroppedLines) {
         << kept.substr(kept.size() - 100);
 }
 
+TEST(LogWriter, DropsNoLineOnceItsReaderHasReadOn) {
+    const Pipe pipe;
+    LogWriter log(pipe.writing.get());
+    pipe.fill();
+    const std::string line(1000, 'l');
+    for (int count = 0; count < 65; ++count)
+        log.write(line);
+    pipe.taken();
+    log.write(line);
+    std::string kept = pipe.taken();
+    log.write("last");
+    kept += pipe.taken();
+    EXPECT_EQ(std::ranges::count(kept, '\n'), 67);
+    EXPECT_FALSE(test::contains(kept, "dropped"));
+}
+
 TEST(LogWriter, DoesNotWaitForASocketOrATerminal) {
     if (!test::hasTerminals())
         GTEST_SKIP() << "this machine has no terminals";

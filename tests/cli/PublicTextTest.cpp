@@ -8,7 +8,7 @@ using namespace tidemark;
 using test::RecorderProgram;
 
 TEST(PublicText, HasNoPathsNamesOrQuotedTexts) {
-    const std::vector<std::string> names{"ada", "Ada Lovelace", "lantern"};
+    const std::vector<std::string> names{"ada", "Ada Lovelace", "lantern", "ada-laptop"};
     const std::tuple<const char*, const char*> cases[] = {
         {"Capture saved", "Capture saved"},
         {"/home/ada/.local/share/Tidemark/journal.json could not be read: Permission denied.",
@@ -25,6 +25,7 @@ TEST(PublicText, HasNoPathsNamesOrQuotedTexts) {
         {"The network \"Ada's\" was left by ada at lantern.", "The network \"[name]\" was left by "
                                                               "[name] at [name]."},
         {"Adagio is no name.", "Adagio is no name."},
+        {"ada has left ada-laptop.", "[name] has left [name]."},
     };
     for (const auto& [sentence, shown] : cases)
         EXPECT_EQ(publicText::of(sentence, names), shown);

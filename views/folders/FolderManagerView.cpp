@@ -168,7 +168,7 @@ void FolderManagerView::fillRows(const FolderManagerPage& page) {
     }
     while (shownRows.size() < page.rows.size())
         addRow();
-    // The rows stay, and with them the keyboard at the one that it is at.
+    // The rows that exist are used again, so that the keyboard focus stays in its row.
     for (std::size_t i = 0; i < page.rows.size(); ++i)
         shownRows[i]->present(page.rows[i]);
 }

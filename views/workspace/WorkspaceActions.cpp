@@ -114,7 +114,7 @@ void WorkspaceActions::makeActions(QMainWindow& window) {
 void WorkspaceActions::makeToolbar(QMainWindow& window) {
     auto* bar = window.addToolBar(tr("Toolbar"));
     bar->setMovable(false);
-    // The size for which the themes draw icons with lines.
+    // The size of the symbols for toolbars in icon themes; larger ones are often pictures.
     bar->setIconSize({22, 22});
     bar->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
     bar->setContextMenuPolicy(Qt::PreventContextMenu);
