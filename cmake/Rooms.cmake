@@ -28,10 +28,6 @@ function(tidemark_room folder)
     target_link_libraries(${name}
         PUBLIC ${room_SEES} ${room_SHOWS}
         PRIVATE tidemark_options ${room_USES})
-    # A thread that hangs in the system may still run while the program ends, and use what is static.
-    if(CMAKE_CXX_COMPILER_ID STREQUAL "Clang" AND NOT folder STREQUAL "views")
-        target_compile_options(${name} PRIVATE -Wexit-time-destructors)
-    endif()
 endfunction()
 
 # tidemark_precompiled(NAME SEES ROOM... HEADERS HEADER...)

@@ -111,9 +111,10 @@ std::string digested(const Value& value) {
 }
 
 std::string fingerprint(const Value& value) {
-    // Most values are flags, so these two digests are computed only once.
-    static const std::string ofTrue = digested({true});
-    static const std::string ofFalse = digested({false});
+    // Most values are flags, so these two digests are computed only once. Never destroyed: another
+    // thread may still use them when the process ends.
+    static const std::string& ofTrue = *new std::string(digested({true}));
+    static const std::string& ofFalse = *new std::string(digested({false}));
     const bool* flag = value.as<bool>();
     if (!flag)
         return digested(value);

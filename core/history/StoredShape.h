@@ -82,7 +82,8 @@ struct ShapeOf<OptionalShared<T>> : ShapeOf<T> {};
 
 template <class T>
 const StoredShape& storedShapeOf() {
-    static const StoredShape shape = detail::ShapeOf<T>::make();
+    // Never destroyed: another thread may still use it when the process ends.
+    static const StoredShape& shape = *new StoredShape(detail::ShapeOf<T>::make());
     return shape;
 }
 
