@@ -30,19 +30,22 @@ std::vector<Shared<SystemActivity>> fullHistory() {
         const auto round = static_cast<double>(whole);
         auto activity = SystemActivity::observed(Kind::networkChanged, Date{round * 60});
         if (i % 3 == 0) {
-            activity.networkChange.emplace().before = online;
+            NetworkConnectionChange change;
+            change.before = online;
+            activity.networkChange.emplace(std::move(change));
         } else if (i % 3 == 1) {
             activity.kind = Kind::wifiChanged;
             activity.wifiConnected = false;
-            activity.wifiContext =
-                WiFiContext{"A network with a name", "5 GHz", 36, "WPA3", -60, 866};
+            activity.wifiContext.emplace(
+                {"A network with a name", "5 GHz", 36, "WPA3", -60, 866});
             activity.previousWiFi = activity.wifiContext;
         } else {
             activity.kind = Kind::volumeChanged;
-            auto& volume = activity.environmentActivity.emplace();
+            EnvironmentActivity volume;
             volume.deviceName = "A volume with a longer name";
             volume.path = "/Volumes/A volume with a longer name";
             volume.volume.emplace();
+            activity.environmentActivity.emplace(std::move(volume));
         }
         records.emplace_back(std::move(activity));
     }

@@ -50,7 +50,7 @@ std::vector<SystemActivity> BatteryHistory::settle(Date at) {
     for (const BatteryActivity::Kind kind : kindsToRecord(*settled)) {
         auto& record = records.emplace_back(
             SystemActivity::observed(SystemActivity::Kind::batteryChanged, settled->firstObserved));
-        record.batteryActivity = BatteryActivity{kind, settled->before, session, settled->after};
+        record.batteryActivity.emplace({kind, settled->before, session, settled->after});
     }
     return records;
 }

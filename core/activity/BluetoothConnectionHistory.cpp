@@ -39,12 +39,12 @@ std::optional<SystemActivity> BluetoothConnectionHistory::settle(const std::stri
         return std::nullopt;
     auto record =
         SystemActivity::observed(SystemActivity::Kind::bluetoothChanged, settled->firstObserved);
-    auto& change = record.bluetoothChange.emplace(
-        BluetoothConnectionChange{device.deviceClass, {}, device.name, settled->after});
+    BluetoothConnectionChange change{device.deviceClass, {}, device.name, settled->after};
     if (const auto since = std::exchange(device.connectedSince, std::nullopt))
         change.session = ObservedSession{*since, settled->firstObserved, {}, {}};
     if (settled->after)
         device.connectedSince = settled->firstObserved;
+    record.bluetoothChange.emplace(std::move(change));
     return record;
 }
 

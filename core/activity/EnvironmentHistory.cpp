@@ -19,7 +19,7 @@ bool isElevated(const std::optional<std::string>& thermal) {
 
 SystemActivity recordOf(Kind kind, Date at, EnvironmentActivity activity) {
     auto record = SystemActivity::observed(kind, at);
-    record.environmentActivity = std::move(activity);
+    record.environmentActivity.emplace(std::move(activity));
     return record;
 }
 

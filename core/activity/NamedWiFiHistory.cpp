@@ -4,6 +4,14 @@
 
 namespace tidemark {
 
+namespace {
+
+OptionalShared<WiFiContext> shared(std::optional<WiFiContext> network) {
+    return network ? OptionalShared(*std::move(network)) : OptionalShared<WiFiContext>();
+}
+
+} // namespace
+
 bool NamedWiFiHistory::receive(std::optional<WiFiObservation> observation, Date at) {
     if (!observation) {
         reset();
@@ -28,8 +36,8 @@ std::optional<SystemActivity> NamedWiFiHistory::settle(Date at) {
     const auto& [before, after, firstObserved] = *settled;
     auto record = SystemActivity::observed(SystemActivity::Kind::wifiChanged, firstObserved);
     record.wifiConnected = after.connected;
-    record.previousWiFi = before.context;
-    record.wifiContext = after.connected ? after.context : before.context;
+    record.previousWiFi = shared(before.context);
+    record.wifiContext = shared(after.connected ? after.context : before.context);
     return record;
 }
 

@@ -33,7 +33,7 @@ std::optional<SystemActivity> NetworkConnectionHistory::settle(Date at) {
         return std::nullopt;
     auto record =
         SystemActivity::observed(SystemActivity::Kind::networkChanged, settled->firstObserved);
-    record.networkChange = NetworkConnectionChange{settled->before, settled->after};
+    record.networkChange.emplace({settled->before, settled->after});
     return record;
 }
 

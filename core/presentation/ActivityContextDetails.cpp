@@ -110,7 +110,7 @@ private:
         if (activity.kind != Kind::wifiChanged || (!activity.wifiContext && !activity.previousWiFi))
             return;
         const bool connected = activity.wifiConnected.value_or(false);
-        const auto nameOf = [](const std::optional<WiFiContext>& network) {
+        const auto nameOf = [](const OptionalShared<WiFiContext>& network) {
             return network ? network->networkName : std::nullopt;
         };
         optionalNamedRow(connected ? "New Wi-Fi network" : "Last connected network",

@@ -4,19 +4,19 @@ namespace tidemark {
 
 namespace {
 
-std::string volumeTitle(const std::optional<EnvironmentActivity>& volume) {
+std::string volumeTitle(const OptionalShared<EnvironmentActivity>& volume) {
     const bool mounted = volume && volume->connected.value_or(false);
     return (volume ? volume->deviceName : "Volume") + (mounted ? " Mounted" : " Unmounted");
 }
 
-std::string displayTitle(const std::optional<EnvironmentActivity>& display) {
+std::string displayTitle(const OptionalShared<EnvironmentActivity>& display) {
     const std::string name = display ? display->deviceName : "Display";
     if (!display || !display->connected)
         return name + " Configuration Changed";
     return name + (*display->connected ? " Connected" : " Disconnected");
 }
 
-std::string thermalTitle(const std::optional<EnvironmentActivity>& thermal) {
+std::string thermalTitle(const OptionalShared<EnvironmentActivity>& thermal) {
     const std::string state = thermal ? thermal->state.value_or("") : "";
     if (state == "critical")
         return "Critical Thermal Pressure";
@@ -25,13 +25,13 @@ std::string thermalTitle(const std::optional<EnvironmentActivity>& thermal) {
     return "Thermal Pressure Eased";
 }
 
-std::string bluetoothTitle(const std::optional<BluetoothConnectionChange>& change) {
+std::string bluetoothTitle(const OptionalShared<BluetoothConnectionChange>& change) {
     if (!change)
         return "Bluetooth Connection Changed";
     return change->deviceName + (change->connected ? " Connected" : " Disconnected");
 }
 
-std::optional<std::string> networkName(const std::optional<WiFiContext>& network) {
+std::optional<std::string> networkName(const OptionalShared<WiFiContext>& network) {
     return network ? network->networkName : std::nullopt;
 }
 

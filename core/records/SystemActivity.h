@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/base/Shared.h"
 #include "core/base/Uuid.h"
 #include "core/records/BatteryActivity.h"
 #include "core/records/ConnectionActivity.h"
@@ -8,7 +9,8 @@
 namespace tidemark {
 
 /// One live observation: sleep, power, connections, volumes, displays or thermal pressure. Each
-/// kind sets its own payload; the others are absent.
+/// kind sets its own payload; the others are absent. The larger payloads are shared, so that an
+/// absent one takes a pointer: a history holds thousands of records, each with one or two payloads.
 struct SystemActivity {
     enum class Kind {
         sleepRequested,
@@ -32,15 +34,15 @@ struct SystemActivity {
     std::optional<BatteryObservation> powerObservation;
     std::optional<ObservedSession> observedSession;
     /// The network joined, or the one left when disconnected.
-    std::optional<WiFiContext> wifiContext;
-    std::optional<WiFiContext> previousWiFi;
-    std::optional<EnvironmentActivity> environmentActivity;
+    OptionalShared<WiFiContext> wifiContext;
+    OptionalShared<WiFiContext> previousWiFi;
+    OptionalShared<EnvironmentActivity> environmentActivity;
     std::optional<bool> lowPowerModeEnabled;
-    std::optional<BatteryActivity> batteryActivity;
+    OptionalShared<BatteryActivity> batteryActivity;
     std::optional<bool> bluetoothPoweredOn;
     std::optional<bool> wifiConnected;
-    std::optional<NetworkConnectionChange> networkChange;
-    std::optional<BluetoothConnectionChange> bluetoothChange;
+    OptionalShared<NetworkConnectionChange> networkChange;
+    OptionalShared<BluetoothConnectionChange> bluetoothChange;
 
     /// A new record without a payload, of a change first observed at `timestamp`.
     static SystemActivity observed(Kind kind, Date timestamp);

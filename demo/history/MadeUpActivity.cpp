@@ -58,8 +58,8 @@ private:
             ObservedSession{morning + 39 * minute, woke, battery(94, false), battery(92, false)};
         auto& joined = add(Kind::wifiChanged, morning + 9.2 * hour);
         joined.wifiConnected = true;
-        joined.wifiContext = network("Library", 44, -58);
-        joined.previousWiFi = network("Home", 36, -47);
+        joined.wifiContext.emplace(network("Library", 44, -58));
+        joined.previousWiFi.emplace(network("Home", 36, -47));
         writeHeadphones(morning + 10 * hour + late);
         writePower(morning + 18.3 * hour);
         if (random() % 5 == 0)
@@ -75,48 +75,48 @@ private:
     void writeHeadphones(Date at) {
         for (const bool isConnected : {true, false}) {
             auto& record = add(Kind::bluetoothChanged, at + (isConnected ? 0 : 2.2 * hour));
-            record.bluetoothChange =
-                BluetoothConnectionChange{.deviceClass = "Audio / video accessory",
-                                          .session = {},
-                                          .deviceName = "Studio Headphones",
-                                          .connected = isConnected};
+            BluetoothConnectionChange change{.deviceClass = "Audio / video accessory",
+                                             .session = {},
+                                             .deviceName = "Studio Headphones",
+                                             .connected = isConnected};
             if (!isConnected)
-                record.bluetoothChange->session = ObservedSession{at, at + 2.2 * hour, {}, {}};
+                change.session = ObservedSession{at, at + 2.2 * hour, {}, {}};
+            record.bluetoothChange.emplace(std::move(change));
         }
     }
 
     void writePower(Date at) {
         auto& record = add(Kind::batteryChanged, at);
-        record.batteryActivity = BatteryActivity{.kind = BatteryActivity::Kind::powerConnected,
-                                                 .before = battery(34, false),
-                                                 .session = {},
-                                                 .observation = battery(34, true)};
+        record.batteryActivity.emplace({.kind = BatteryActivity::Kind::powerConnected,
+                                        .before = battery(34, false),
+                                        .session = {},
+                                        .observation = battery(34, true)});
         auto& full = add(Kind::batteryChanged, at + 1.7 * hour);
-        full.batteryActivity = BatteryActivity{
-            .kind = BatteryActivity::Kind::fullyCharged,
-            .before = battery(99, true),
-            .session = ObservedSession{at, at + 1.7 * hour, battery(34, true), battery(100, true)},
-            .observation = battery(100, true)};
+        full.batteryActivity.emplace(
+            {.kind = BatteryActivity::Kind::fullyCharged,
+             .before = battery(99, true),
+             .session = ObservedSession{at, at + 1.7 * hour, battery(34, true), battery(100, true)},
+             .observation = battery(100, true)});
     }
 
     void writeVolume(Date at) {
         for (const bool isMounted : {true, false}) {
             auto& record = add(Kind::volumeChanged, at + (isMounted ? 0 : 50 * minute));
-            record.environmentActivity =
-                EnvironmentActivity{.deviceName = "HOLIDAY",
-                                    .path = "/media/ada/HOLIDAY",
-                                    .connected = isMounted,
-                                    .volume = VolumeContext{.name = "HOLIDAY",
-                                                            .capacity = 64'000'000'000,
-                                                            .fileSystem = "exfat",
-                                                            .local = true,
-                                                            .internalDevice = false,
-                                                            .readOnly = false},
-                                    .display = {},
-                                    .previousDisplay = {},
-                                    .previousState = {},
-                                    .elevatedSince = {},
-                                    .state = {}};
+            record.environmentActivity.emplace(
+                {.deviceName = "HOLIDAY",
+                 .path = "/media/ada/HOLIDAY",
+                 .connected = isMounted,
+                 .volume = VolumeContext{.name = "HOLIDAY",
+                                         .capacity = 64'000'000'000,
+                                         .fileSystem = "exfat",
+                                         .local = true,
+                                         .internalDevice = false,
+                                         .readOnly = false},
+                 .display = {},
+                 .previousDisplay = {},
+                 .previousState = {},
+                 .elevatedSince = {},
+                 .state = {}});
         }
     }
 
@@ -133,7 +133,7 @@ private:
                                           .scale = 2,
                                           .refreshRate = 60,
                                           .builtIn = false};
-            record.environmentActivity = std::move(seen);
+            record.environmentActivity.emplace(std::move(seen));
         }
     }
 
@@ -146,7 +146,7 @@ private:
             seen.state = isHot ? "serious" : "nominal";
             if (!isHot)
                 seen.elevatedSince = at;
-            record.environmentActivity = std::move(seen);
+            record.environmentActivity.emplace(std::move(seen));
         }
     }
 

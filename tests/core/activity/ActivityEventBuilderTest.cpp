@@ -22,29 +22,35 @@ SystemActivity with(Kind kind, const std::function<void(SystemActivity&)>& arran
     return activity;
 }
 
-SystemActivity environment(Kind kind, std::string name, std::optional<bool> connected) {
+SystemActivity environment(Kind kind, std::string name, std::optional<bool> connected,
+                           EnvironmentActivity payload = {}) {
     auto activity = at(kind);
-    activity.environmentActivity.emplace().deviceName = std::move(name);
-    activity.environmentActivity->connected = connected;
+    payload.deviceName = std::move(name);
+    payload.connected = connected;
+    activity.environmentActivity.emplace(std::move(payload));
     return activity;
 }
 SystemActivity thermal(const std::string& before, const std::string& state) {
-    auto activity = environment(Kind::thermalChanged, "This Mac", {});
-    activity.environmentActivity->previousState = before;
-    activity.environmentActivity->state = state;
-    return activity;
+    EnvironmentActivity payload;
+    payload.previousState = before;
+    payload.state = state;
+    return environment(Kind::thermalChanged, "This Mac", {}, std::move(payload));
 }
 SystemActivity display(std::optional<bool> connected) {
-    auto activity = environment(Kind::displayChanged, "Studio", connected);
-    activity.environmentActivity->display = DisplayContext{5120, 2880, 2560, 1440, 2, 60, false};
-    return activity;
+    EnvironmentActivity payload;
+    payload.display = DisplayContext{5120, 2880, 2560, 1440, 2, 60, false};
+    return environment(Kind::displayChanged, "Studio", connected, std::move(payload));
 }
 SystemActivity wifiLink(std::optional<bool> connected, std::optional<std::string> name = {},
                         std::optional<std::string> previous = {}, double seconds = 100) {
     auto activity = at(Kind::wifiChanged, seconds);
     activity.wifiConnected = connected;
-    activity.wifiContext.emplace().networkName = std::move(name);
-    activity.previousWiFi.emplace().networkName = std::move(previous);
+    WiFiContext joined;
+    joined.networkName = std::move(name);
+    activity.wifiContext.emplace(std::move(joined));
+    WiFiContext left;
+    left.networkName = std::move(previous);
+    activity.previousWiFi.emplace(std::move(left));
     return activity;
 }
 State online(std::set<State::Interface> interfaces) {
@@ -55,17 +61,17 @@ State offline() {
 }
 SystemActivity network(State before, State after, double seconds = 100) {
     auto activity = at(Kind::networkChanged, seconds);
-    activity.networkChange = {std::move(before), std::move(after)};
+    activity.networkChange.emplace({std::move(before), std::move(after)});
     return activity;
 }
 SystemActivity bluetooth(bool connected, std::optional<std::string> deviceClass) {
     auto activity = at(Kind::bluetoothChanged);
-    activity.bluetoothChange = {std::move(deviceClass), {}, "Pods", connected};
+    activity.bluetoothChange.emplace({std::move(deviceClass), {}, "Pods", connected});
     return activity;
 }
 SystemActivity battery(BatteryActivity::Kind kind, std::optional<std::int64_t> level) {
     auto activity = at(Kind::batteryChanged);
-    activity.batteryActivity = {kind, {}, {}, {true, level, {}, {}}};
+    activity.batteryActivity.emplace({kind, {}, {}, {true, level, {}, {}}});
     return activity;
 }
 SystemActivity wokeAfter(double seconds) {
@@ -155,9 +161,10 @@ TEST(SystemActivity, HasTitleSubtitleAndSymbol) {
 }
 
 TEST(ActivityEventBuilder, MakesAnEventOfARecord) {
-    auto activity = environment(Kind::volumeChanged, "Backup", true);
-    activity.environmentActivity->path = "/Volumes/Backup";
-    activity.environmentActivity->volume.emplace();
+    EnvironmentActivity payload;
+    payload.path = "/Volumes/Backup";
+    payload.volume.emplace();
+    auto activity = environment(Kind::volumeChanged, "Backup", true, std::move(payload));
     Event expected;
     expected.id = "activity-" + activity.id.text();
     expected.timestamp = expected.intervalStart = activity.timestamp;

@@ -51,7 +51,7 @@ std::string recordsOf(const char* readings) {
             continue;
         for (const auto& record : history.settle(Date{at + BatteryHistory::delay})) {
             story += " " + record.title() + "@" + whole(record.timestamp);
-            if (const auto& session = record.batteryActivity.value().session)
+            if (const auto& session = record.batteryActivity.value()->session)
                 story += "[" + whole(session->startedAt) + "-" + whole(session->endedAt) + "]";
         }
     }
@@ -148,7 +148,7 @@ TEST(BatteryHistory, RecordsBothReadings) {
     ASSERT_EQ(records.size(), 1U);
     auto expected = SystemActivity::observed(SystemActivity::Kind::batteryChanged, Date{10});
     expected.id = records[0].id;
-    expected.batteryActivity = BatteryActivity{BatteryActivity::Kind::powerConnected, battery(50),
-                                               std::nullopt, battery(51, true)};
+    expected.batteryActivity.emplace(
+        {BatteryActivity::Kind::powerConnected, battery(50), std::nullopt, battery(51, true)});
     EXPECT_EQ(records[0], expected);
 }

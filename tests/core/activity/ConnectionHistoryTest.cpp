@@ -32,7 +32,7 @@ TEST(NetworkConnectionHistory, ReportsDifferencesThatLast) {
     ASSERT_TRUE(record);
     auto expected = SystemActivity::observed(SystemActivity::Kind::networkChanged, Date{20});
     expected.id = record->id;
-    expected.networkChange = NetworkConnectionChange{onWifi, metered};
+    expected.networkChange.emplace({onWifi, metered});
     EXPECT_EQ(*record, expected);
 
     const auto unknown = NetworkConnectionState::make(Availability::available, {Interface::wifi});

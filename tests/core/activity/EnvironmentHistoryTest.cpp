@@ -48,8 +48,9 @@ TEST(EnvironmentHistory, ReportsAddedAndRemovedDevices) {
     ASSERT_EQ(records.size(), 4U);
     auto expected = SystemActivity::observed(SystemActivity::Kind::volumeChanged, Date{10});
     expected.id = records[0].id;
-    expected.environmentActivity = volumeEntry("/m/b", std::nullopt);
-    expected.environmentActivity->connected = true;
+    auto mounted = volumeEntry("/m/b", std::nullopt);
+    mounted.connected = true;
+    expected.environmentActivity.emplace(std::move(mounted));
     EXPECT_EQ(records[0], expected);
 
     EXPECT_EQ(titlesOf(history.receive({volumes({"/m/a"}), displays({}), "critical"}, Date{20})),
@@ -123,7 +124,7 @@ TEST(EnvironmentHistory, ReportsElevatedThermalPressure) {
                 now.thermal = state;
             for (const auto& record : history.receive(now, time)) {
                 EXPECT_EQ(record.kind, SystemActivity::Kind::thermalChanged);
-                const auto& activity = record.environmentActivity.value();
+                const auto activity = *record.environmentActivity.value();
                 EXPECT_EQ(activity.deviceName, "Mac");
                 recorded += activity.previousState.value() + "-" + activity.state.value();
                 if (const auto since = activity.elevatedSince)

@@ -69,14 +69,14 @@ TEST(NamedWiFiHistory, WaitsAndRecordsBothNetworks) {
     auto expected = SystemActivity::observed(SystemActivity::Kind::wifiChanged, Date{20});
     expected.id = joined->id;
     expected.wifiConnected = true;
-    expected.previousWiFi = network("A").context;
-    expected.wifiContext = network("B").context;
+    expected.previousWiFi.emplace(network("A").context.value());
+    expected.wifiContext.emplace(network("B").context.value());
     EXPECT_EQ(*joined, expected);
 
     history.receive(down, Date{30});
     const auto gone = history.settle(Date{32});
     ASSERT_TRUE(gone);
-    EXPECT_EQ(gone->wifiContext, network("B").context) << "the previous network";
+    EXPECT_EQ(gone->wifiContext, network("B").context.value()) << "the previous network";
 
     history.receive(network("B"), Date{40});
     EXPECT_TRUE(history.receive(std::nullopt, Date{41})) << "the wait is cancelled";

@@ -128,7 +128,9 @@ TEST(HistoryExport, RemovesPrivateTextsEverywhereInTheEvent) {
         item.program = program;
         event.changes = {change::BackgroundAdded{{Shared(std::move(item))}}};
         SystemActivity activity;
-        activity.environmentActivity.emplace().deviceName = device;
+        EnvironmentActivity named;
+        named.deviceName = device;
+        activity.environmentActivity.emplace(std::move(named));
         event.systemActivity.emplace(std::move(activity));
         EXPECT_EQ(exported(event, false).at("title"), expected) << title;
         EXPECT_EQ(exported(event, true).at("path"), path);
@@ -139,8 +141,12 @@ TEST(HistoryExport, RemovesPrivateTextsFromKeysAndPayloads) {
     Event event = titled("Backup joined Home, clip one");
     event.subtitle = "of Disk from https://x.example/a";
     SystemActivity activity;
-    activity.wifiContext.emplace().networkName = "Home";
-    activity.environmentActivity.emplace().volume.emplace().name = "Backup";
+    WiFiContext network;
+    network.networkName = "Home";
+    activity.wifiContext.emplace(std::move(network));
+    EnvironmentActivity mounted;
+    mounted.volume.emplace().name = "Backup";
+    activity.environmentActivity.emplace(std::move(mounted));
     event.systemActivity.emplace(std::move(activity));
     VolumeContext volume;
     volume.name = "Disk";

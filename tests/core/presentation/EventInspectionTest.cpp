@@ -92,17 +92,19 @@ TEST(EventInspection, ShowsTheRowsOfEachActivity) {
          "Low Power Mode: Disabled\n"},
         {networkChanged,
          [](SystemActivity& made) {
-             made.networkChange = NetworkConnectionChange{
-                 State::make(State::Availability::unavailable, {}),
-                 State::make(State::Availability::available, {State::Interface::wifi}, true)};
+             made.networkChange.emplace(
+                 {State::make(State::Availability::unavailable, {}),
+                  State::make(State::Availability::available, {State::Interface::wifi}, true)});
          },
          "Previous connection: Unavailable\nObserved connection: Wi-Fi\n"
          "Low Data Mode: Not reported\nConnection cost flag: Expensive\n"},
         {wifiChanged,
          [](SystemActivity& made) {
              made.wifiConnected = false;
-             made.wifiContext.emplace().channel = 36;
-             made.wifiContext->linkRateMbps = 866.7;
+             WiFiContext network;
+             network.channel = 36;
+             network.linkRateMbps = 866.7;
+             made.wifiContext.emplace(std::move(network));
          },
          "Last connected network: Not reported\nChannel: 36\nSecurity Mode: Not reported\n"
          "Signal at observation: Not reported\n"
@@ -112,10 +114,11 @@ TEST(EventInspection, ShowsTheRowsOfEachActivity) {
              const DisplayContext display{20, 10, 10, 5, 2, 59.94, true};
              DisplayContext before = display;
              before.scale = 1;
-             made.environmentActivity.emplace();
-             made.environmentActivity->deviceName = "Screen";
-             made.environmentActivity->display = display;
-             made.environmentActivity->previousDisplay = before;
+             EnvironmentActivity screen;
+             screen.deviceName = "Screen";
+             screen.display = display;
+             screen.previousDisplay = before;
+             made.environmentActivity.emplace(std::move(screen));
          },
          "Observed item: Screen\nDisplay type: Built-in\n"
          "Display mode: 20 × 10 pixels · 10 × 5 points\n"
@@ -123,8 +126,9 @@ TEST(EventInspection, ShowsTheRowsOfEachActivity) {
          "Reported refresh rate: 59.94 Hz\nDisplay scale: 1× → 2×\n"},
         {thermalChanged,
          [](SystemActivity& made) {
-             made.environmentActivity.emplace();
-             made.environmentActivity->elevatedSince = Date{0};
+             EnvironmentActivity heat;
+             heat.elevatedSince = Date{0};
+             made.environmentActivity.emplace(std::move(heat));
          },
          "Observed elevated pressure: 10 min · since 1 Jan 2001, 00:00:00\n"},
     };

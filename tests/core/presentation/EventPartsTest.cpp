@@ -40,8 +40,11 @@ Event rememberedEvent(MemoryRecord::Kind kind, std::optional<std::string> conten
 
 Event observedActivity(SystemActivity::Kind kind, const char* network = nullptr) {
     auto activity = SystemActivity::observed(kind, {});
-    if (network)
-        activity.wifiContext.emplace(WiFiContext{}).networkName = network;
+    if (network) {
+        WiFiContext joined;
+        joined.networkName = network;
+        activity.wifiContext.emplace(std::move(joined));
+    }
     Event event;
     event.systemActivity.emplace(std::move(activity));
     return event;
