@@ -178,7 +178,7 @@ void HistoryScreen::openEvent(const Shared<Event>& event) {
     // Shows the whole history, so that the event is in the list.
     changeRange(std::string(rawValue(HistoryTimeWindow::all)));
     selected.select(event);
-    selected.scrollToTop();
+    selected.requestScroll();
     refreshPresentation();
 }
 

@@ -130,6 +130,23 @@ TEST_F(Workspace, ShowsEventsAndDetailsOfTheSelectedOne) {
     EXPECT_TRUE(shows("Tidemark needs your attention"));
 }
 
+TEST_F(Workspace, ScrollsToAnEventThatIsOpenedAgain) {
+    allowFolders();
+    start();
+    open();
+    for (int i = 0; i < 20; ++i)
+        capture({i % 2 == 0 ? "Pen" : "Ink"});
+    auto& list = child<QListView>("Events");
+    const auto newest = model->history().presentation().events.front();
+    for (int i = 0; i < 2; ++i) {
+        model->history().openEvent(newest);
+        test::settle();
+        EXPECT_TRUE(list.viewport()->rect().intersects(list.visualRect(list.currentIndex()))) << i;
+        list.scrollToBottom();
+        EXPECT_FALSE(list.viewport()->rect().intersects(list.visualRect(list.currentIndex()))) << i;
+    }
+}
+
 TEST_F(Workspace, PausesAndResumes) {
     start();
     open();

@@ -70,7 +70,9 @@ FolderManagerView::FolderManagerView(AppModel& controller, TaskScope& scope, QWi
     // Keeps this row centred below the page, which moves aside for the scroll bar.
     auto* bar = area->verticalScrollBar();
     connect(bar, &QScrollBar::rangeChanged, bottom, [bar, bottom](int, int most) {
-        bottom->setContentsMargins(0, 0, most > 0 ? bar->sizeHint().width() : 0, 0);
+        const int width = most > 0 ? bar->sizeHint().width() : 0;
+        const bool isBarOnTheLeft = bottom->isRightToLeft();
+        bottom->setContentsMargins(isBarOnTheLeft ? width : 0, 0, isBarOnTheLeft ? 0 : width, 0);
     });
     connect(adding, &QPushButton::clicked, this, &FolderManagerView::addFolders);
     connect(suggestions, &DeveloperSuggestionsView::chosen, this,

@@ -48,8 +48,7 @@ void EmptyStateView::present(const EmptyState& state) {
     drawSymbol();
     title->setText(shownText(state.title));
     explanation->setText(shownText(state.explanation));
-    for (QLabel* label : {title, static_cast<QLabel*>(explanation)})
-        label->setFixedHeight(label->heightForWidth(widestSentence));
+    fitHeights();
     button->setText(shownText(state.actionLabel));
     button->setEnabled(state.isActionEnabled);
     button->setVisible(!state.actionLabel.empty());
@@ -59,6 +58,13 @@ void EmptyStateView::changeEvent(QEvent* event) {
     QWidget::changeEvent(event);
     if (event->type() == QEvent::PaletteChange)
         drawSymbol();
+    if (event->type() == QEvent::FontChange)
+        fitHeights();
+}
+
+void EmptyStateView::fitHeights() {
+    for (QLabel* label : {title, static_cast<QLabel*>(explanation)})
+        label->setFixedHeight(label->heightForWidth(widestSentence));
 }
 
 void EmptyStateView::drawSymbol() {

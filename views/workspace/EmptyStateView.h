@@ -28,6 +28,7 @@ protected:
 
 private:
     void drawSymbol();
+    void fitHeights();
 
     EmptyState shown;
     QLabel* symbol;

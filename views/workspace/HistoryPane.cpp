@@ -273,6 +273,10 @@ void HistoryPane::refreshList() {
         timeline->present(history.presentation(), *uses.model.state().observationNow, shownGaps());
     }
     timeline->select(history.selection().event() ? &history.selection().event()->id : nullptr);
+    if (shownScrollRequest != history.selection().scrollRequest()) {
+        shownScrollRequest = history.selection().scrollRequest();
+        timeline->scrollTo(timeline->currentIndex());
+    }
 }
 
 /// The gaps in the period that the list shows.

@@ -94,6 +94,7 @@ private:
     FooterView* footer;
     QTimer waitingSoon;
     std::uint64_t shownRevision = 0;
+    Uuid shownScrollRequest;
 };
 
 } // namespace tidemark
