@@ -36,9 +36,9 @@ public:
 
     virtual ~FileIndex() = default;
 
-    /// Starts to find files. `found` is called from the event loop when all have been found, also
-    /// without any, and after that for changes, at most once every few seconds. False when the
-    /// index can't be read. Called first or after `stop`.
+    /// Starts to find files; may be called once, and again after `stop`. `found` is called from the
+    /// event loop when all have been found, also without any, and after that for changes, at most
+    /// once every few seconds. False when the index can't be read.
     virtual bool start(Scope scope, Found found) = 0;
     /// `found` is not called any more.
     virtual void stop() = 0;

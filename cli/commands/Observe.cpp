@@ -26,8 +26,9 @@ using Paths = std::vector<std::filesystem::path>;
 struct ObserveOptions {
     /// The root folder of another machine, to be observed instead of this one.
     std::optional<FilePath> root;
-    /// Folders of the observed machine. If not given, the standard folders of the system and of the
-    /// user's home.
+    /// Folders of the observed machine. Without `applications`, and without both `agents` and
+    /// `daemons`, the standard folders of the system and of the user's home; without `storage`,
+    /// none.
     std::vector<FilePath> applications;
     std::vector<FilePath> agents;
     std::vector<FilePath> daemons;
@@ -174,7 +175,7 @@ Command commands::observe() {
             "With --root, folders are given as paths on that machine, and the home folder is\n"
             "the one with the same path there as the user's here. Nothing is measured, and no\n"
             "additional source is read. Two such observations can be compared with each other.\n"
-            "ObserveOptions that take a folder or a --config file can be given several times.\n"
+            "--applications, --agents, --daemons, --storage and --config can be repeated.\n"
             "Control-C ends the observation early; a second one ends the program.",
     });
 }

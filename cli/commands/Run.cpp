@@ -39,7 +39,8 @@ constexpr std::chrono::seconds folderPause{5};
 /// EX_TEMPFAIL of sysexits.h: whoever started the program is to start it again.
 constexpr int leftToAnother = 75;
 
-/// Makes the recorder as soon as the data folder is free, unless a stop is requested before.
+/// Makes the recorder. Throws `FolderTaken` when another process has the data folder; with `wait`,
+/// waits instead until the folder is free or a stop is requested.
 void takeFolder(std::optional<Recorder>& recorder, const RunOptions& options,
                 const std::stop_token& stop) {
     std::mutex mutex;
@@ -74,7 +75,7 @@ QCoro::Task<void> startRecording(Recorder& recorder,
     co_await recorder.model().start();
 }
 
-/// Records until SIGINT or SIGTERM.
+/// Records until SIGINT or SIGTERM, or until a program with windows takes over.
 int run(const RunOptions& options) {
     limitThreadHeaps();
     const Interruption interruption(Interruption::AfterStop::ends);

@@ -41,11 +41,11 @@ struct Reading {
     std::vector<LinkIndex> defaults;
 };
 
-/// The state by the links of `routes`, or by `defaults` if there are none. A link that can't
-/// transmit counts as none. Bridges, bonds and the like have the kinds of the interfaces below
-/// them. A tunnel is `other`, together with the kind of the preferred default route outside of a
-/// tunnel. `metered` is whether the connection costs money; if absent, only a cellular connection
-/// is known to.
+/// The state by all links of `routes`; if `routes` is empty, by the first link of `defaults` that
+/// can transmit. Links that can't transmit don't count. Bridges, bonds and the like have the kinds
+/// of the interfaces below them. A tunnel is `other`, together with the kind of the preferred
+/// default route outside of a tunnel. `metered` is whether the connection costs money; if absent,
+/// a cellular connection is taken to cost money, and of others it is not known.
 NetworkConnectionState state(const Reading& reading, std::optional<bool> metered);
 
 } // namespace tidemark::NetworkRoutes

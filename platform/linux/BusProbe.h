@@ -35,7 +35,8 @@ private:
     const std::function<void(bool)> didAnswer;
     FileDescriptor socket;
     std::unique_ptr<QSocketNotifier> notifier;
-    /// Active while the connection queue of the bus is full.
+    /// Starts the first attempt to connect, and another one while the connection queue of the bus
+    /// is full.
     QTimer retry;
     std::string received;
     std::string peer;

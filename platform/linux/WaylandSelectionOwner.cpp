@@ -9,7 +9,8 @@ namespace tidemark {
 
 namespace {
 
-/// The offers that the compositor announces to each device; this one does not read any.
+/// Destroys the offers that the compositor announces to every device: this device only offers and
+/// reads none.
 constexpr dataControl::DeviceListener deviceListener{
     .dataOffer =
         [](void*, wl_proxy*, wl_proxy* offer) {

@@ -17,8 +17,8 @@ struct MemoryOptions {
     }
 };
 
-/// The records without their contents, as in their document: it keeps the contents in separate
-/// files.
+/// The records without their payloads, which are images and the formatting of texts; as in the
+/// document, `payloadStored` says which had one. Unlike there, the texts of clips stay in them.
 std::vector<Shared<MemoryRecord>> withoutPayloads(std::vector<Shared<MemoryRecord>> records) {
     for (auto& record : records)
         if (record->payload) {

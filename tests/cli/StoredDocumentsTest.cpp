@@ -19,8 +19,9 @@ struct StoredDocuments : test::RecorderProgram {
     std::filesystem::path data = folder.makeFolder("data/Tidemark");
     std::filesystem::path settings = folder.makeFolder("config/Tidemark") / "settings.json";
 
-    /// Copies the documents of a release to where the program keeps them.
+    /// Replaces the documents that the program has kept by those of a release.
     void install(const std::filesystem::path& release) const {
+        std::filesystem::remove_all(data);
         std::filesystem::copy(release, data,
                               std::filesystem::copy_options::recursive
                                   | std::filesystem::copy_options::overwrite_existing);
@@ -29,7 +30,7 @@ struct StoredDocuments : test::RecorderProgram {
             std::filesystem::permissions(
                 entry.path(), std::filesystem::perms(entry.is_directory() ? 0700 : 0600));
     }
-    /// What a script prints that can start the program as `tidemark`.
+    /// The output of a shell script, which can start the program as `tidemark`.
     std::string outputOf(const std::string& script) const {
         std::filesystem::create_directories(folder / "bin");
         if (!std::filesystem::exists(folder / "bin/tidemark"))
@@ -50,6 +51,7 @@ struct StoredDocuments : test::RecorderProgram {
         for (const auto& entry : std::filesystem::directory_iterator(TIDEMARK_FIXTURES "/stored"))
             if (entry.is_directory())
                 found.push_back(entry.path());
+        std::ranges::sort(found);
         return found;
     }
 };

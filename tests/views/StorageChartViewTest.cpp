@@ -82,6 +82,16 @@ TEST(StorageChartView, ChoosesAnEventByAClickAndByAKey) {
     EXPECT_EQ(chosen.size(), 2U);
 }
 
+TEST(StorageChartView, IsMarkedByADoubleClickInThePlotOnly) {
+    Chart chart;
+    QSignalSpy marked(&chart.view, &StorageChartView::markRequested);
+    const QPoint at = chart.view.partArea(4).center();
+    QTest::mouseDClick(&chart.view, Qt::LeftButton, {}, at);
+    EXPECT_EQ(marked.count(), 1);
+    QTest::mouseDClick(&chart.view, Qt::LeftButton, {}, QPoint(1, at.y()));
+    EXPECT_EQ(marked.count(), 1) << "at the labels of the axis";
+}
+
 TEST(StorageChartView, ShowsCapturesWithinSecondsAsADot) {
     auto chart = std::make_shared<StorageChart>();
     const std::int64_t size = 1'000'000'000;

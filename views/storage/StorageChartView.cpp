@@ -34,7 +34,7 @@ StorageChartView::StorageChartView(QWidget* parent)
 void StorageChartView::present(std::shared_ptr<const StorageChart> shown) {
     if (chart == shown)
         return;
-    // At the same time as before, as far as there is a point.
+    // The cursor goes to the point that is nearest to the time where it stood.
     const auto stood = current ? std::optional(chart->points[*current].at) : std::nullopt;
     chart = std::move(shown);
     reading.reset();
@@ -161,18 +161,22 @@ void StorageChartView::chooseEventAt(Date at) {
         Q_EMIT eventChosen(chart->marks[*mark].event);
 }
 
+bool StorageChartView::isAtPlot(double shownX) const {
+    const double x = leftToRight(shownX);
+    return x >= layout.left - reach && x <= layout.right + reach;
+}
+
 void StorageChartView::mousePressEvent(QMouseEvent* event) {
-    const double x = leftToRight(event->position().x());
-    if (event->button() != Qt::LeftButton || x < layout.left - reach || x > layout.right + reach)
+    if (event->button() != Qt::LeftButton || !isAtPlot(event->position().x()))
         return;
-    const Date at = layout.dateAt(x);
+    const Date at = layout.dateAt(leftToRight(event->position().x()));
     setCursor(chart->nearestPoint(at));
     Q_EMIT cursorMoved();
     chooseEventAt(at);
 }
 
 void StorageChartView::mouseDoubleClickEvent(QMouseEvent* event) {
-    if (event->button() == Qt::LeftButton && current)
+    if (event->button() == Qt::LeftButton && isAtPlot(event->position().x()) && current)
         Q_EMIT markRequested();
 }
 

@@ -56,6 +56,8 @@ private:
     void lay();
     void move(std::ptrdiff_t steps);
     double leftToRight(double x) const;
+    /// True when `shownX`, in pixels of the widget, is between the axes or close beside them.
+    bool isAtPlot(double shownX) const;
     std::optional<std::size_t> markNear(Date at) const;
     const ChartReading& readingAt(std::optional<std::size_t> point, std::optional<std::size_t> gap);
     void chooseEventAt(Date at);

@@ -11,8 +11,8 @@ namespace tidemark {
 
 class ElidedLabel;
 
-/// The line below the list: what the history is, and while a capture runs its stage and the way to
-/// cancel it.
+/// The line below the list: a fixed sentence about the history; while a capture runs, its stage
+/// instead, with a button that cancels it.
 class FooterView : public QWidget {
     Q_OBJECT
 
