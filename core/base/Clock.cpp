@@ -29,7 +29,8 @@ public:
 } // namespace
 
 Clock& Clock::system() {
-    static SystemClock clock;
+    // Never destroyed: another thread may still use it when the process ends.
+    static Clock& clock = *new SystemClock;
     return clock;
 }
 

@@ -16,7 +16,8 @@ Error noRecorder() {
     return Error("No recorder without a window is running.");
 }
 
-/// Calls `end` when the client disconnects, which it does when it has the answer.
+/// Calls `end` when the client disconnects, which it does when it has the answer, or after
+/// `answerSeconds`.
 QCoro::Task<void> endAfterAnswer(Recorder& recorder, std::function<void()> end,
                                  std::stop_token departed) {
     const auto hold = recorder.tasks().hold();
@@ -43,8 +44,8 @@ Command commands::handOver() {
         {
             .name = "hand-over",
             .group = CommandGroup::recording,
-            .summary = "End a recorder that runs without a window, for one that has windows",
-            .details = "Prints the name of the service as which it ran, if it was one.",
+            .summary = "End a recorder without windows, so that a program with windows can record",
+            .details = "Prints the name of the service when the recorder ran as one.",
         },
         {.fromStored = withoutRecorder});
 }

@@ -2,6 +2,7 @@
 #include "app/model/ImportView.h"
 #include "core/base/Text.h"
 #include "core/presentation/SystemWords.h"
+#include "recorder/Columns.h"
 #include "recorder/Commands.h"
 #include "recorder/Recorder.h"
 #include "recorder/TypedInvocation.h"
@@ -43,11 +44,11 @@ QCoro::Task<ImportView> look(CommandContext& context, bool includeRoutine) {
 std::string text(const ImportView& view) {
     std::size_t widest = 0;
     for (const auto& row : view.rows)
-        widest = std::max(widest, oneLine(row.name).size());
+        widest = std::max(widest, columns(oneLine(row.name)));
     std::string out;
     for (const auto& row : view.rows) {
         const std::string name = oneLine(row.name);
-        out += "  " + name + std::string(widest + 2 - name.size(), ' ') + oneLine(row.version);
+        out += "  " + name + std::string(widest + 2 - columns(name), ' ') + oneLine(row.version);
         if (row.isImported)
             out += " – " + std::string(importText::alreadyImported);
         out += "\n";
@@ -56,7 +57,7 @@ std::string text(const ImportView& view) {
         if (notice)
             out += systemWords::shown(*notice) + "\n";
     if (view.notice == importText::onlyRoutine)
-        out += "That is: tidemark import --include-routine\n";
+        out += "To import them: tidemark import --include-routine\n";
     return out;
 }
 

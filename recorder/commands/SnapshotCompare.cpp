@@ -14,7 +14,8 @@ namespace {
 
 struct SnapshotCompareOptions {
     std::string name;
-    /// Prints the events recorded since, instead of the differences of the two states.
+    /// Prints the events recorded since the named snapshot instead of the differences between it
+    /// and the last capture.
     bool timeline = false;
     bool json = false;
 
@@ -25,7 +26,7 @@ struct SnapshotCompareOptions {
                    namedSnapshotHelp,
                    {.isPositional = true, .isRequired = true}},
             Option{"timeline", &SnapshotCompareOptions::timeline,
-                   "Show the events recorded since, instead of the differences of the two states"},
+                   "Show the events recorded since the snapshot instead of the differences"},
             Option{"json", &SnapshotCompareOptions::json, "Print stored JSON instead of text"}};
     }
 };
@@ -48,7 +49,7 @@ std::vector<Shared<Event>> recordedSince(const HistoryReading& reading, Date sin
 std::string snapshotCompare(const HistoryReading& reading, const SnapshotCompareOptions& options) {
     const Journal& journal = reading.history.journal;
     const auto before = namedSnapshot(journal, options.name).snapshot;
-    if (journal.snapshots.empty())
+    if (!options.timeline && journal.snapshots.empty())
         throw Error("There is no capture to compare it with.");
     const auto events = options.timeline ? recordedSince(reading, before->timestamp)
                                          : differences(*before, *journal.snapshots.back());
@@ -70,7 +71,7 @@ Command commands::snapshotCompare() {
     return makeCommand<SnapshotCompareOptions, &tidemark::snapshotCompare>({
         .name = "snapshot compare",
         .group = CommandGroup::history,
-        .summary = "Show the differences between a named snapshot and now",
+        .summary = "Show the differences between a named snapshot and the last capture",
     });
 }
 

@@ -15,7 +15,7 @@ struct SnapshotSaveOptions {
     static constexpr auto fields() {
         return std::tuple{Option{"name",
                                  &SnapshotSaveOptions::name,
-                                 "Its new name",
+                                 "Name of the snapshot",
                                  {.isPositional = true, .isRequired = true}}};
     }
 };

@@ -71,7 +71,13 @@ struct Desktop : testing::Test {
     }
     /// Waits for a visible window with this title and returns its id.
     QString visible(const QString& title) const {
-        return xdotool({u"search"_s, u"--sync"_s, u"--onlyvisible"_s, u"--name"_s, title});
+        QString window;
+        // A search ends without a result, too, when another window disappears during it.
+        eventually([&] {
+            window = xdotool({u"search"_s, u"--onlyvisible"_s, u"--name"_s, title});
+            return !window.isEmpty();
+        });
+        return window;
     }
     /// As its user does, and waits until it is gone. The keys are lost while it is not active yet.
     void closeWindow() const {

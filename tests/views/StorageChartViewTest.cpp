@@ -86,6 +86,7 @@ TEST(StorageChartView, IsMarkedByADoubleClickInThePlotOnly) {
     Chart chart;
     QSignalSpy marked(&chart.view, &StorageChartView::markRequested);
     const QPoint at = chart.view.partArea(4).center();
+    QTest::mouseClick(&chart.view, Qt::LeftButton, {}, at);
     QTest::mouseDClick(&chart.view, Qt::LeftButton, {}, at);
     EXPECT_EQ(marked.count(), 1);
     QTest::mouseDClick(&chart.view, Qt::LeftButton, {}, QPoint(1, at.y()));
