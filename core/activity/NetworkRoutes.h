@@ -26,7 +26,8 @@ struct Link {
     bool isRunning = false;
     /// The bridge, bond or team that it is a port of; 0 for none.
     LinkIndex master = 0;
-    /// The interface that a virtual one transmits through, such as a VLAN; 0 for none.
+    /// IFLA_LINK: for a VLAN and similar kinds the interface that it transmits through, for others
+    /// something else, such as the other end of a veth; 0 for none.
     LinkIndex lower = 0;
     bool isWireless = false;
     bool isCellular = false;

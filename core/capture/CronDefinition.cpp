@@ -47,7 +47,8 @@ bool isTimeField(std::string_view text) {
     });
 }
 
-/// "NAME = value". A job begins with a digit, an asterisk or "@".
+/// "NAME = value", where NAME begins with a letter, "_" or a quote. No job begins with one of
+/// these.
 bool isAssignment(std::string_view line) {
     const char first = line.front();
     const bool isName = first == '"' || first == '\'' || first == '_'
@@ -96,7 +97,7 @@ bool readJob(std::string_view line, const MergedFolders& merged, Table& table) {
         return false;
     table.runsWhenStarted = table.runsWhenStarted || time == whenStarted;
     if (!table.program)
-        table.program = merged.canonical(*program);
+        table.program = textFromBytes(merged.canonical(*program));
     table.times.push_back({std::move(time)});
     table.users.push_back({textFromBytes(user)});
     table.commands.push_back({textFromBytes(merged.canonical(line))});

@@ -56,7 +56,7 @@ struct Line {
     std::string_view text;
 };
 
-/// Absent for a line that pacman did not write.
+/// Absent for a line that does not begin with a time in brackets.
 std::optional<Line> lineFrom(std::string_view line, const Calendar& calendar) {
     const auto end = line.find("] ");
     if (!line.starts_with('[') || end == std::string_view::npos)
@@ -72,7 +72,8 @@ struct Installation {
     std::string_view version;
 };
 
-/// "installed NAME (VERSION)" or "upgraded NAME (OLD -> NEW)"; absent for other messages.
+/// "installed NAME (VERSION)" or "upgraded NAME (OLD -> NEW)"; with empty texts for a message that
+/// begins like these and goes on differently, absent for others.
 std::optional<Installation> installationIn(std::string_view message) {
     for (const auto action : actions) {
         if (!message.starts_with(action))

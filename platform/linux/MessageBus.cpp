@@ -52,7 +52,8 @@ public:
     }
 
     /// Waits until Qt has connected or failed to. A bus that replied to the probe and hangs now
-    /// would delay that by up to 100 seconds. So its connections are shut down, and Qt fails.
+    /// would delay that by up to 100 seconds. So the connections to all buses that Qt is connecting
+    /// to are shut down after `longestConnecting`, and Qt fails.
     ~Connecting() {
         QTimer late;
         late.callOnTimeout([] {

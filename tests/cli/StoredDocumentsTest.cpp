@@ -19,7 +19,7 @@ struct StoredDocuments : test::RecorderProgram {
     std::filesystem::path data = folder.makeFolder("data/Tidemark");
     std::filesystem::path settings = folder.makeFolder("config/Tidemark") / "settings.json";
 
-    /// Replaces the documents that the program has kept by those of a release.
+    /// Puts the documents of a release in the place of those that the program has kept.
     void install(const std::filesystem::path& release) const {
         std::filesystem::remove_all(data);
         std::filesystem::copy(release, data,

@@ -373,6 +373,7 @@ TEST(BackgroundChanges, NeedAReadableFileAndStoreNoArguments) {
         {autostart, "[Desktop Entry]\nHidden=true\n", std::nullopt},
         {table, "* * * * * root /x secret%secret\n", "/x"},
         {table, "@reboot root /y", "/y"},
+        {table, "* * * * * root /\xFF secret\n", textFromBytes("/\xFF")},
         {table, "* * * * root /x\n", unreadable},
         {table, "* * * * $ root /x\n", unreadable},
         {table, "root /x\n", unreadable},
