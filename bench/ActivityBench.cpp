@@ -36,8 +36,7 @@ std::vector<Shared<SystemActivity>> fullHistory() {
         } else if (i % 3 == 1) {
             activity.kind = Kind::wifiChanged;
             activity.wifiConnected = false;
-            activity.wifiContext.emplace(
-                {"A network with a name", "5 GHz", 36, "WPA3", -60, 866});
+            activity.wifiContext.emplace({"A network with a name", "5 GHz", 36, "WPA3", -60, 866});
             activity.previousWiFi = activity.wifiContext;
         } else {
             activity.kind = Kind::volumeChanged;

@@ -102,21 +102,20 @@ private:
     void writeVolume(Date at) {
         for (const bool isMounted : {true, false}) {
             auto& record = add(Kind::volumeChanged, at + (isMounted ? 0 : 50 * minute));
-            record.environmentActivity.emplace(
-                {.deviceName = "HOLIDAY",
-                 .path = "/media/ada/HOLIDAY",
-                 .connected = isMounted,
-                 .volume = VolumeContext{.name = "HOLIDAY",
-                                         .capacity = 64'000'000'000,
-                                         .fileSystem = "exfat",
-                                         .local = true,
-                                         .internalDevice = false,
-                                         .readOnly = false},
-                 .display = {},
-                 .previousDisplay = {},
-                 .previousState = {},
-                 .elevatedSince = {},
-                 .state = {}});
+            record.environmentActivity.emplace({.deviceName = "HOLIDAY",
+                                                .path = "/media/ada/HOLIDAY",
+                                                .connected = isMounted,
+                                                .volume = VolumeContext{.name = "HOLIDAY",
+                                                                        .capacity = 64'000'000'000,
+                                                                        .fileSystem = "exfat",
+                                                                        .local = true,
+                                                                        .internalDevice = false,
+                                                                        .readOnly = false},
+                                                .display = {},
+                                                .previousDisplay = {},
+                                                .previousState = {},
+                                                .elevatedSince = {},
+                                                .state = {}});
         }
     }
 
