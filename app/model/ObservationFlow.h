@@ -18,8 +18,9 @@ namespace tidemark {
 /// incomplete and is not kept.
 using Observe = std::function<QCoro::Task<Snapshot>(ObservationOptions, std::stop_token)>;
 
-/// Takes one complete snapshot: opens the folders, observes the machine and adds what only the
-/// controller knows. Keeps nothing. Main thread only.
+/// Takes one complete snapshot: opens the folders, observes the machine and adds the
+/// problems in opening them, the operating system, the additional reports and the interval of the
+/// schedule. Keeps nothing. Main thread only.
 class ObservationFlow {
 public:
     /// References must outlive this object.

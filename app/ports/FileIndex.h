@@ -27,7 +27,8 @@ public:
         /// First all matches, in later calls those that are new or have changed. The newest first,
         /// at most `mostMatches`.
         std::vector<IndexedFileObservation> files;
-        /// False when the system can't report every change at once, so that some are found late.
+        /// False when the system reports only some of the changes as they happen; the others are
+        /// found later, by looking again.
         bool isLive = true;
         /// True when the index has stopped because of a failure; nothing follows.
         bool hasStopped = false;
@@ -37,8 +38,8 @@ public:
     virtual ~FileIndex() = default;
 
     /// Starts to find files; may be called once, and again after `stop`. `found` is called from the
-    /// event loop when all have been found, also without any, and after that for changes, at most
-    /// once every few seconds. False when the index can't be read.
+    /// event loop when all have been found, even if there are none, and after that for changes, at
+    /// most once every few seconds. False when the index can't be read.
     virtual bool start(Scope scope, Found found) = 0;
     /// `found` is not called any more.
     virtual void stop() = 0;

@@ -57,7 +57,7 @@ struct SettingsRow {
     /// The command of a control that sets no preference.
     Command command = Command::none;
     bool isOn = false;
-    /// The stored value of a choice, a number or a text, or the path that a command is about.
+    /// The stored value of a choice, a number or a text field, or the path that a command is about.
     std::string value{};
     std::vector<Option> options{};
     /// Why the control does nothing here, as a sentence; it is disabled then. Empty otherwise.

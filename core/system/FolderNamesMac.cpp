@@ -18,8 +18,8 @@ void FolderNames::Delete::operator()(Batch* unused) const {
 const dirent* FolderNames::next() {
     errno = 0;
     if (!batch) {
-        // The stream closes its descriptor, so it gets a duplicate, which shares the position in
-        // the folder.
+        // Closing the stream closes its descriptor, so the stream gets a duplicate of the folder's.
+        // Both share the position in the folder.
         FileDescriptor own(::fcntl(folder.get(), F_DUPFD_CLOEXEC, 0));
         DIR* const stream = own ? ::fdopendir(own.get()) : nullptr;
         if (stream) {

@@ -28,7 +28,7 @@ Command commands::coverage() {
     return makeCommand<CoverageOptions, &tidemark::coverage>({
         .name = "coverage",
         .group = CommandGroup::history,
-        .summary = "Show gaps between captures and folders that could not be read",
+        .summary = "Show folders that could not be read, and gaps between captures",
     });
 }
 

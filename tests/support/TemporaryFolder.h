@@ -30,7 +30,7 @@ private:
 std::string contents(const std::filesystem::path& file);
 /// The permission bits of a file, such as 0600.
 unsigned modeOf(const std::filesystem::path& file);
-/// The names in a folder, sorted.
+/// The names in a folder, sorted, with a space between them.
 std::string namesIn(const std::filesystem::path& folder);
 
 } // namespace tidemark::test
