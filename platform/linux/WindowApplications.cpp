@@ -78,12 +78,15 @@ QCoro::Task<void> WindowApplications::open(std::string id, bool isAssumed) {
     } catch (const Error& error) {
         qWarning("An application can't be identified. %s", error.what());
     }
-    if (!application || began != generation || !shown->contains(id))
+    if (!application || began != generation)
         co_return;
     if (isAssumed)
         launches->assume(instanceOf(id), *application);
     else
         launches->add(instanceOf(id), *application, moment, now);
+    // Its windows may have been closed before it was known which application it is.
+    if (!shown->contains(id))
+        tasks.start(close(id, uses.clock.now()));
 }
 
 QCoro::Task<void> WindowApplications::close(std::string id, Date moment) {

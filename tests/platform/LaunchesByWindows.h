@@ -6,6 +6,7 @@
 #include "tests/support/TemporaryFolder.h"
 
 #include <QTimer>
+#include <functional>
 #include <string>
 #include <utility>
 
@@ -22,14 +23,19 @@ inline void writeEntries(const TemporaryFolder& folder, std::initializer_list<co
 }
 
 /// Launches and quits that are noticed by windows. The clock advances only while `expect` waits.
+/// `beforeReading` is called on another thread before the entries are read.
 struct LaunchesByWindows {
-    LaunchesByWindows(WindowApplications::Server server,
-                      std::shared_ptr<GraphicalSessions> sessions, const TemporaryFolder& entries)
-        : windows(*new WindowApplications(
-              {.server = server,
-               .sessions = std::move(sessions),
-               .clock = clock,
-               .folders = [path = entries.path()] { return std::vector{path}; }})),
+    LaunchesByWindows(
+        WindowApplications::Server server, std::shared_ptr<GraphicalSessions> sessions,
+        const TemporaryFolder& entries, std::function<void()> beforeReading = [] {})
+        : windows(*new WindowApplications({.server = server,
+                                           .sessions = std::move(sessions),
+                                           .clock = clock,
+                                           .folders =
+                                               [path = entries.path(), beforeReading] {
+                                                   beforeReading();
+                                                   return std::vector{path};
+                                               }})),
           launches(sourceOf(windows), clock) {
         launches.start([this](const ApplicationSource::Change& change) {
             const bool isLaunch = change.kind == ApplicationSource::Change::Kind::launched;

@@ -6,9 +6,35 @@
 #include "tests/platform/DisplayServers.h"
 #include "tests/platform/LaunchesByWindows.h"
 
+#include <latch>
+
 #include <gtest/gtest.h>
 
 using namespace tidemark;
+
+namespace {
+
+/// Opens windows on a server and waits until its window manager lists them.
+class WindowList {
+public:
+    explicit WindowList(const test::X11Server& server)
+        : server(server), probe(X11Connection::open(server.display(), [] {})) {}
+
+    std::unique_ptr<test::X11Window> windowOf(const char* name) const {
+        return std::make_unique<test::X11Window>(server, std::vector<std::string>{"w", name});
+    }
+    void untilListed(std::size_t count) const {
+        const auto list = probe->atom("_NET_CLIENT_LIST");
+        while (probe->property(probe->root(), list).numbers().size() != count)
+            QCoreApplication::processEvents();
+    }
+
+private:
+    const test::X11Server& server;
+    std::unique_ptr<X11Connection> probe;
+};
+
+} // namespace
 
 TEST(X11ApplicationsTest, AnApplicationRunsWhileItHasANormalWindow) {
     if (!test::hasPrograms({"Xvfb", "openbox"}))
@@ -53,15 +79,9 @@ TEST(WindowApplicationsTest, ReportLaunchesAndQuitsByWindows) {
     const test::TemporaryFolder entries;
     test::writeEntries(entries, {"Editor", "Player"});
     const test::X11Server server;
-    const auto windowOf = [&](const char* name) {
-        return std::make_unique<test::X11Window>(server, std::vector<std::string>{"w", name});
-    };
-    const auto probe = X11Connection::open(server.display(), [] {});
-    const auto untilListed = [&](std::size_t count) {
-        const auto list = probe->atom("_NET_CLIENT_LIST");
-        while (probe->property(probe->root(), list).numbers().size() != count)
-            QCoreApplication::processEvents();
-    };
+    const WindowList windows(server);
+    const auto windowOf = [&](const char* name) { return windows.windowOf(name); };
+    const auto untilListed = [&](std::size_t count) { windows.untilListed(count); };
     auto editor = windowOf("Editor");
     untilListed(1);
 
@@ -94,4 +114,26 @@ TEST(WindowApplicationsTest, ReportLaunchesAndQuitsByWindows) {
     launches.launches.stop();
     launches.clock.advance(10);
     EXPECT_EQ(launches.reported, "");
+}
+
+TEST(WindowApplicationsTest, ReportTheQuitOfAnApplicationThatIsStillBeingIdentified) {
+    if (!test::hasPrograms({"Xvfb", "openbox"}))
+        GTEST_SKIP() << "Xvfb or openbox is not installed";
+    const test::TemporaryFolder entries;
+    test::writeEntries(entries, {"Editor"});
+    const test::X11Server server;
+    const WindowList windows(server);
+    auto editor = windows.windowOf("Editor");
+    windows.untilListed(1);
+    const auto sessions = std::make_shared<GraphicalSessions>(
+        GraphicalSessions::Addresses{.wayland = {}, .x11 = server.display()},
+        std::vector{entries.path()});
+    std::latch quit(1);
+    test::LaunchesByWindows launches(WindowApplications::Server::x11, sessions, entries,
+                                     [&] { quit.wait(); });
+    editor.reset();
+    windows.untilListed(0);
+    test::settleReaders(*sessions);
+    quit.count_down();
+    launches.expect("-Editor ");
 }
