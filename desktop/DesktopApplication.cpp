@@ -5,7 +5,7 @@
 namespace tidemark {
 
 DesktopApplication::DesktopApplication(const RecorderPlaces& where)
-    : recorder(where), running(recorder) {}
+    : recorder(where, Recorder::Windows::some), running(recorder) {}
 
 DesktopApplication::~DesktopApplication() = default;
 

@@ -18,7 +18,7 @@ FolderLock Recorder::taken(const std::filesystem::path& folder) {
     return *std::move(lock);
 }
 
-Recorder::Recorder(const RecorderPlaces& where)
+Recorder::Recorder(const RecorderPlaces& where, Windows windows)
     : where(where), held(taken(where.files.directory)),
       stored(where.settings, JsonPreferences::Opening::toWrite, Clock::system(), held.guard()),
       state(stored, AppClock::system().now()), clipboard(stored, systemServices::clipboard()),
@@ -44,7 +44,8 @@ Recorder::Recorder(const RecorderPlaces& where)
                 .files = where.files,
                 .applicationCenter = applicationCenter,
                 .workspaceCenter = workspaceCenter,
-                .guard = held.guard()}),
+                .guard = held.guard(),
+                .showsHistory = windows == Windows::some}),
       notices(state, stored, systemServices::desktopNotifications,
               [this](const std::string& eventID) { return openingOf(eventID); }) {
     auto& screen = appModel.history();

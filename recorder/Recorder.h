@@ -31,8 +31,11 @@ public:
 /// the application object of Qt. Main thread only.
 class Recorder {
 public:
+    /// Whether the program shows the history in windows. If not, its model has no merged history.
+    enum class Windows { none, some };
+
     /// Locks the data folder. Throws `FolderTaken` when another process has locked it.
-    explicit Recorder(const RecorderPlaces& where);
+    explicit Recorder(const RecorderPlaces& where, Windows windows = Windows::none);
 
     /// The sources that are connected on this system; settings of others are marked as not
     /// available.

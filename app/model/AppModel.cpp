@@ -41,7 +41,7 @@ AppModel::AppModel(Setup setup)
       recording(modelState, observations, flow, live, preferences, tasks),
       sizes(modelState, dataFiles, setup.guard, tasks),
       runs(modelState, dataFiles.recorderRuns(), setup.guard, clock, tasks),
-      screen(modelState, preferences, clock, tasks),
+      screen(modelState, preferences, clock, tasks, setup.showsHistory),
       growthScreen(modelState, sizes, runs, clock, tasks),
       digestCard(growthScreen, screen, modelState, preferences, clock),
       namedSnapshots({.state = modelState,

@@ -47,6 +47,8 @@ public:
         FolderGuard guard{};
         /// If absent, reads the installation log of this system.
         CollectInstallations collectInstallations{};
+        /// False in a program without windows: the events of `history()` stay empty then.
+        bool showsHistory = true;
     };
 
     explicit AppModel(Setup setup);

@@ -8,8 +8,8 @@
 namespace tidemark {
 
 HistoryScreen::HistoryScreen(ModelState& state, Preferences& preferences, AppClock& clock,
-                             const TaskScope& tasks)
-    : state(state), preferences(preferences), clock(clock),
+                             const TaskScope& tasks, bool isMerging)
+    : state(state), preferences(preferences), clock(clock), isMerging(isMerging),
       comparisons(tasks, [this](auto differences) { showCompared(std::move(differences)); }),
       recordingMode(state.recordingMode) {
     navigation.setCustomWindowDays(read(preferences, preferenceKeys::historyCustomWindowDays));
@@ -21,7 +21,7 @@ HistoryScreen::HistoryScreen(ModelState& state, Preferences& preferences, AppClo
 void HistoryScreen::followState() {
     const bool isOtherMode =
         std::exchange(recordingMode, *state.recordingMode) != *state.recordingMode;
-    if (isOtherMode || merge.isStale(state))
+    if (isMerging && (isOtherMode || merge.isStale(state)))
         refreshPresentation();
 }
 
@@ -42,6 +42,8 @@ void HistoryScreen::followPreferences() {
 }
 
 void HistoryScreen::setMemory(const MemoryArchive& archive) {
+    if (!isMerging)
+        return;
     const auto change = merge.update(archive);
     if (change.isEmpty())
         return;
@@ -59,6 +61,8 @@ void HistoryScreen::refreshPresentation() {
 }
 
 void HistoryScreen::refresh() {
+    if (!isMerging)
+        return;
     merge.update(state);
     if (const auto compared = comparedCaptures())
         return showDifferences(compared->from.snapshot, compared->to.snapshot);

@@ -26,9 +26,11 @@ class HistoryScreen : public Observable {
 public:
     using Events = std::vector<Shared<Event>>;
 
-    /// The arguments must outlive this object.
+    /// The arguments must outlive this object. Without `isMerging` the history is never merged and
+    /// stays empty, for a program that does not show it: merging takes time with each change and
+    /// memory for every event.
     HistoryScreen(ModelState& state, Preferences& preferences, AppClock& clock,
-                  const TaskScope& tasks);
+                  const TaskScope& tasks, bool isMerging = true);
 
     /// The merged history; may be read on any thread.
     const std::shared_ptr<const MergedHistory>& history() const { return merge.history(); }
@@ -118,6 +120,7 @@ private:
     Preferences& preferences;
     AppClock& clock;
 
+    const bool isMerging;
     HistoryMerge merge;
     HistoryNavigation navigation;
     StateComparisons comparisons;

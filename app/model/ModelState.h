@@ -21,7 +21,7 @@ class ModelState : public Observable {
     Q_OBJECT
 
 public:
-    /// `preferences` must outlive this object.
+    /// `stored` must outlive this object.
     ModelState(const Preferences& stored, Date now);
 
     /// The journal as last loaded or saved. A copy keeps that journal, also after the state has the

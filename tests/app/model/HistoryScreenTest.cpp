@@ -85,6 +85,20 @@ TEST_F(HistoryScreenTest, MergesAllSources) {
         << "texts are not copied";
 }
 
+TEST_F(HistoryScreenTest, MergesNothingInAProgramWithoutWindows) {
+    showsHistory = false;
+    create();
+    EXPECT_EQ(announced([&] {
+                  load();
+                  remember({memoryEvent("launch", ago(2), MemoryRecord::Kind::appLaunched)});
+              }),
+              0);
+    screen().openSnapshot(baseline(0));
+    screen().showImported();
+    EXPECT_EQ(screen().historyRevision(), 0U);
+    EXPECT_EQ(shown(), "");
+}
+
 TEST_F(HistoryScreenTest, TheSelectedEventIsReplacedByItsNewVersion) {
     const auto opened = [](const char* id, const char* path) {
         return memoryEvent(id, 1, MemoryRecord::Kind::fileOpened, path);

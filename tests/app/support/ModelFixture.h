@@ -58,7 +58,8 @@ struct ModelFixture : testing::Test {
                                               return observe(std::move(options), std::move(stop));
                                           },
                                       .guard = FolderGuard([this] { return ownsFolder(); }),
-                                      .collectInstallations = installations});
+                                      .collectInstallations = installations,
+                                      .showsHistory = showsHistory});
     }
     void start() { await(model->start()); }
     void restart() {
@@ -115,6 +116,7 @@ struct ModelFixture : testing::Test {
     std::function<bool()> ownsFolder = [] { return true; };
     /// Finds no installations.
     CollectInstallations installations = [](Date) { return InstallationPreview{}; };
+    bool showsHistory = true;
     int observations = 0;
     ObservationOptions lastOptions;
     QCoro::Task<void> holding;
