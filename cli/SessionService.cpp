@@ -17,11 +17,8 @@ bool isWaiting(const RecorderService::Status& status) {
     using enum RecorderService::Activity;
     if (status.activity != running && status.activity != starting)
         return false;
-    const auto folder = RecorderPlaces::current().files.directory;
-    if (!FolderLock::isTaken(folder))
-        return false;
-    const auto lock = FolderLock::take(folder);
-    return !lock && lock.error().process && *lock.error().process != status.process;
+    const auto holder = FolderLock::holder(RecorderPlaces::current().files.directory);
+    return holder && holder->process && *holder->process != status.process;
 }
 
 std::string sentence(const RecorderService::Status& status) {

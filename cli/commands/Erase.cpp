@@ -20,8 +20,8 @@ namespace tidemark {
 
 namespace {
 
-/// How many times the command tries to lock the data folder after it asked the recorder to end.
-/// With the pauses in between, that takes fifteen seconds; a recorder ends within ten.
+/// How many pauses the command makes while it waits for the data folder, after it asked the
+/// recorder to end: fifteen seconds in all; a recorder ends within ten.
 constexpr int folderAttempts = 150;
 constexpr std::chrono::milliseconds busyFolderPause{100};
 
@@ -33,8 +33,9 @@ struct EraseOptions {
     }
 };
 
-/// Whether the service runs or starts with the session; false without a service manager. Throws
-/// when it starts with the session and can't be turned off, since it would begin a new history.
+/// Whether the service runs, has failed or starts with the session; false without a service
+/// manager. Throws when it starts with the session and can't be turned off, since it would begin a
+/// new history.
 bool hasService() {
     const auto service = systemServices::recorderService();
     if (!service)
@@ -101,7 +102,9 @@ void endRecorder(const RecorderPlaces& places) {
         return;
     }
     if (answer && !answer->error.empty())
-        throw Error("Nothing was removed: tidemark-desktop is open; quit it and try again.");
+        throw Error(
+            "Nothing was removed: tidemark-desktop or a recorder of another version is running; "
+            "quit it and try again.");
 }
 
 FolderLock taken(const std::filesystem::path& folder) {

@@ -19,7 +19,7 @@ namespace tidemark {
 namespace {
 
 constexpr const char* lockName = "recorder.lock";
-/// How many times locking is tried while other processes hold the lock only in `isTaken`, each for
+/// How many times locking is tried while other processes hold the lock only in `holder`, each for
 /// microseconds.
 constexpr int mostAsked = 20;
 constexpr std::chrono::milliseconds askedPause{1};
@@ -43,7 +43,7 @@ FileDescriptor openLockFile(const std::filesystem::path& path) {
     return file;
 }
 
-/// True when nobody has locked the file but processes in `isTaken`, whose locks are shared.
+/// True when nobody has locked the file but processes in `holder`, whose locks are shared.
 bool isOnlyAsked(const FileDescriptor& file) {
     return ::flock(file.get(), LOCK_SH | LOCK_NB) == 0 && ::flock(file.get(), LOCK_UN) == 0;
 }
@@ -98,10 +98,12 @@ std::expected<FolderLock, FolderHolder> FolderLock::take(const std::filesystem::
     }
 }
 
-bool FolderLock::isTaken(const std::filesystem::path& folder) {
+std::optional<FolderHolder> FolderLock::holder(const std::filesystem::path& folder) {
     const FileDescriptor file(
         ::open((folder / lockName).c_str(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK));
-    return file && ::flock(file.get(), LOCK_SH | LOCK_NB) != 0 && errno == EWOULDBLOCK;
+    if (!file || ::flock(file.get(), LOCK_SH | LOCK_NB) == 0 || errno != EWOULDBLOCK)
+        return std::nullopt;
+    return FolderHolder{folder, processIn(file)};
 }
 
 bool FolderLock::isCurrent() const {

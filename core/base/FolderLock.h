@@ -16,7 +16,8 @@ namespace tidemark {
 /// The process that holds a folder which could not be locked.
 struct FolderHolder {
     std::filesystem::path folder;
-    /// Absent when the process has taken the lock but not yet written its number.
+    /// Absent when the process has taken the lock but has not written its number yet, or could not
+    /// write it, as on a full disk.
     std::optional<pid_t> process;
 
     /// "Tidemark is already recording into /home/me/data (process 123)."
@@ -25,17 +26,20 @@ struct FolderHolder {
 
 /// Exclusive ownership of a folder among all processes, for the lifetime of this object. It is an
 /// flock(2) lock on the file "recorder.lock" in the folder, so the kernel releases it however the
-/// process ends. The file stays; the process number in it serves the message of `FolderHolder`
-/// only.
+/// process ends. The file stays; the process number in it has no effect on the lock and only tells
+/// which process holds the folder.
 class FolderLock {
 public:
     /// Locks an existing folder, without waiting. Throws `FileError` when the lock file can't be
     /// created or locked, as in a folder without write permission.
     static std::expected<FolderLock, FolderHolder> take(const std::filesystem::path& folder);
 
-    /// Whether another process has locked the folder at this moment. False also for a folder
-    /// without a lock file and one that can't be read. Asking takes a lock itself for an instant.
-    static bool isTaken(const std::filesystem::path& folder);
+    /// The process, maybe this one, that has locked the folder at this moment. Absent when none
+    /// has, and for a folder without a lock file or one that can't be read. Asking takes a shared
+    /// lock for an instant.
+    static std::optional<FolderHolder> holder(const std::filesystem::path& folder);
+    /// Whether any process has locked the folder at this moment, as `holder` finds out.
+    static bool isTaken(const std::filesystem::path& folder) { return holder(folder).has_value(); }
 
     /// False once the lock file was removed or replaced: another process may have locked the folder
     /// then. Thread-safe.

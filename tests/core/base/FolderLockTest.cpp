@@ -134,7 +134,9 @@ TEST(FolderLock, CanBeTakenWhileOthersCheckWhetherItIsHeld) {
     EXPECT_FALSE(FolderLock::isTaken(folder.path()));
     {
         const auto created = FolderLock::take(folder.path());
+        EXPECT_EQ(FolderLock::holder(folder.path()).value().process, ::getpid());
     }
+    EXPECT_FALSE(FolderLock::holder(folder.path())) << "the file with the number stays";
     const FileDescriptor asking(::open((folder / "recorder.lock").c_str(), O_RDONLY | O_CLOEXEC));
     ASSERT_EQ(::flock(asking.get(), LOCK_SH), 0);
     std::atomic<bool> isTrying = false;
