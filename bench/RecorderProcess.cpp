@@ -19,8 +19,8 @@ namespace fs = std::filesystem;
 
 namespace {
 
-/// Starts a program with standard output to `output` and without a log. The first of the words is
-/// its path.
+/// Starts a program whose standard output is `output`, or is discarded if that is negative;
+/// standard error is discarded. The first of the arguments is the program's path.
 pid_t spawn(const fs::path& home, std::vector<std::string> arguments, int output) {
     const pid_t child = ::fork();
     if (child != 0)

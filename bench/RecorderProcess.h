@@ -13,7 +13,7 @@ namespace tidemark::bench {
 /// The program as a child process, recording for a user whose folders are all below one folder.
 class RecorderProcess {
 public:
-    /// Processor time and voluntary waits of all threads since the start.
+    /// Processor time of all threads since the start, and voluntary waits of those that still run.
     struct Effort {
         double seconds = 0;
         std::int64_t wakeups = 0;
@@ -37,8 +37,8 @@ public:
 
     /// Runs another process with a command and returns its output.
     std::string command(const std::vector<std::string>& words) const;
-    /// Seconds from the start until the output of `status` contains the text. Throws after a
-    /// minute.
+    /// Seconds from the start until `status` says that the recorder runs and its output contains
+    /// the text. Throws after a minute.
     double secondsUntil(const std::string& statusHolds) const;
     double residentBytes() const;
     Effort effort() const;

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-/// Functions that the benchmarks share: medians, and rows of a figure and its bound.
+/// Functions that the benchmarks share: times, medians, and rows of a figure and its bound.
 namespace tidemark::bench {
 
 /// Seconds that `work` takes.

@@ -16,7 +16,7 @@ namespace fs = std::filesystem;
 namespace {
 
 constexpr int rounds = 21;
-/// As many unit files of each kind as on a desktop.
+/// As many unit files of each kind, drop-ins, autostart entries and cron tables as on a desktop.
 constexpr int services = 330;
 constexpr int timers = 40;
 constexpr int sockets = 60;
@@ -38,7 +38,8 @@ std::string unit(const std::string& body, bool canBeEnabled) {
            + (canBeEnabled ? "\n[Install]\nWantedBy=multi-user.target\n" : "");
 }
 
-/// The services of a full desktop, of which one in three is in scope.
+/// The units, autostart entries and cron tables of a full desktop. About one unit in seven can be
+/// enabled and is recorded.
 void makeMachine(const fs::path& root) {
     const fs::path vendor = root / "usr/lib/systemd/system";
     const fs::path admin = root / "etc/systemd/system";

@@ -114,7 +114,8 @@ double ratio(const std::vector<double>& ours, const std::vector<double>& theirs)
     return bench::median(std::move(ratios));
 }
 
-/// Both walk the same tree in turns, so that other load on the machine affects them equally.
+/// This program and du walk the same tree in turns, so that other load on the machine affects them
+/// equally.
 void compareSpeed() {
     const bench::Workspace workspace;
     makeTree(workspace.path(), 250, 4, 300);
@@ -153,7 +154,7 @@ constexpr int childrenPerRoot = 60;
 
 struct MeasuredCapture {
     double seconds = 0;
-    /// Passed to the system to be written.
+    /// What was passed to the system to be written.
     double megabytes = 0;
 };
 
@@ -177,7 +178,7 @@ MeasuredCapture captureOnce(const ObservationOptions& options, ComponentStorageS
     return result;
 }
 
-/// Many small folders, where saving could take longer than measuring.
+/// Captures many small folders, where saving could take longer than measuring.
 void measureSaving() {
     const bench::Workspace workspace;
     std::vector<fs::path> folders;

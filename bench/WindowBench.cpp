@@ -24,8 +24,9 @@ namespace {
 
 constexpr int frames = 300;
 constexpr int letters = 20;
-/// How long to wait until a started process is idle and its idle threads have ended: the waits of a
-/// thread that ends while they are counted would be missing. Then, for how long they are counted.
+/// How long to wait before the wakeups of a started process are counted, and for how long they are
+/// counted. The process must be idle and its idle threads must have ended before: the waits of a
+/// thread that ends during the count would be missing.
 constexpr double settlingSeconds = 45;
 constexpr double idleSeconds = 30;
 
@@ -93,7 +94,7 @@ struct Opened {
         bench::row("a frame while scrolling, worst", std::ranges::max(times), "ms", 16);
     }
 
-    /// Reading in the middle of the list while a capture is saved.
+    /// Adds a capture while the user reads in the middle of the list.
     void measureCapture() {
         auto& bar = *list().verticalScrollBar();
         bar.setValue(bar.maximum() / 2);
@@ -128,7 +129,8 @@ struct Opened {
     std::optional<WorkspaceWindow> window;
 };
 
-/// The windows in this process, which was started `begin` nanoseconds after the clock began.
+/// Measures the window in this process, which was started when the steady clock was at `begin`
+/// nanoseconds.
 void measureWindow(const std::filesystem::path& folder, std::int64_t begin) {
     const std::chrono::duration<double> launched =
         std::chrono::steady_clock::now().time_since_epoch() - std::chrono::nanoseconds(begin);
@@ -147,7 +149,7 @@ void measureWindow(const std::filesystem::path& folder, std::int64_t begin) {
     opened.measureSearch();
 }
 
-/// The real programs, beside each other.
+/// Compares the memory and the wakeups of the real programs, which run one after the other.
 void measureProcesses(const std::filesystem::path& home) {
     using Program = RecorderProcess::Program;
     struct Figures {
@@ -189,7 +191,8 @@ int main(int argc, char** argv) {
     const bench::Workspace folder;
     const auto data = folder.path() / "data/Tidemark";
     JournalStore(data / "journal.json").save(bench::journalAtItsLimits());
-    // In a process of its own, because its start counts.
+    // The window is measured in a process of its own, because the time since the start of the
+    // process counts.
     const std::int64_t begin = std::chrono::steady_clock::now().time_since_epoch().count();
     if (QProcess::execute(QCoreApplication::applicationFilePath(),
                           {QString::fromStdString(data.native()), QString::number(begin)})

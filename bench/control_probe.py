@@ -13,7 +13,7 @@ PAUSE = 0.05
 
 
 class ControlProbe:
-    """Asks the recorder again and again while it is used as a context.
+    """Asks the recorder again and again while the probe is used as a context.
 
     `longest` is the longest answer, in seconds, without the time for which the recorder or this program was ready to
     run and other programs had the processors; `longest_by_clock` is the longest one with that time.
@@ -48,7 +48,8 @@ class ControlProbe:
             self.answers += 1
 
     def kept_waiting(self):
-        """Seconds for which the threads of question and answer have waited for a processor so far."""
+        """Seconds for which the main thread of the recorder and this thread have waited for a
+        processor so far."""
         files = (f"/proc/{self.process}/schedstat", "/proc/thread-self/schedstat")
         return sum(int(pathlib.Path(file).read_text().split()[1]) for file in files) / 1e9
 

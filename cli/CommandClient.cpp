@@ -25,8 +25,8 @@ namespace tidemark::commandClient {
 
 namespace {
 
-/// How many times a command tries to lock the data folder. With the pauses in between, that takes
-/// five seconds.
+/// How many pauses a command makes while it waits for the data folder, before it gives up: five
+/// seconds in all.
 constexpr int folderAttempts = 50;
 constexpr std::chrono::milliseconds folderPause{100};
 /// How many times a command that only a running program can carry out looks for one while another
@@ -76,7 +76,7 @@ std::optional<ControlAnswer> askRecorder(const PendingCommand& pending) {
 
 /// The answer of a program that is about to begin, or of the one that takes over from a recorder
 /// that ends: either has locked the data folder for a moment before it listens. Absent when no
-/// program is there.
+/// process holds the folder for `mostFreePauses` pauses in a row, and after fifteen seconds.
 std::optional<ControlAnswer> awaitProgram(const PendingCommand& pending) {
     int freePauses = 0;
     for (int attempt = 0; attempt < programAttempts && freePauses < mostFreePauses; ++attempt) {
@@ -134,7 +134,7 @@ void reportProblem(const JsonPreferences& settings, const std::exception_ptr& fa
 }
 
 /// Locks the data folder, waiting for another command to release it. If a recorder was started
-/// meanwhile, returns its answer.
+/// meanwhile, returns its answer. Throws `FolderTaken` when the folder does not become free.
 std::optional<ControlAnswer> takeFolder(std::optional<Recorder>& recorder,
                                         const PendingCommand& pending) {
     for (int attempt = 0;; ++attempt) {

@@ -18,7 +18,7 @@ struct CommandLine {
     std::string text{};
 
     /// Parses the words after the program's name. Throws `UsageError` when they fit none of the
-    /// commands.
+    /// commands or an option has a value that is not allowed.
     static CommandLine parse(std::span<const Command> commands, std::vector<std::string> words);
 };
 

@@ -16,7 +16,8 @@ namespace tidemark::console {
 namespace {
 
 [[noreturn]] void fail() {
-    // Reached when SIGPIPE is ignored: by the parent, or by Qt once it has opened a socket.
+    // EPIPE occurs only where SIGPIPE is ignored: by the parent, or by Qt once it has opened a
+    // socket.
     if (errno == EPIPE)
         throw ReaderGone();
     throw Error("Standard output could not be written: " + std::string(std::strerror(errno)) + ".");

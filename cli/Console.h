@@ -19,11 +19,11 @@ void finishOutput();
 /// Writes "tidemark: " and a sentence to standard error.
 void complain(std::string_view sentence);
 
-/// True for a terminal that supports escape sequences (ECMA-48): any, unless `TERM` is "dumb" or
-/// empty.
+/// True for a terminal that supports escape sequences (ECMA-48): any, unless `TERM` is "dumb",
+/// empty or not set.
 bool takesEscapes(int descriptor);
 
-/// True when standard output supports escape sequences and `NO_COLOR` is not set.
+/// True when standard output supports escape sequences and `NO_COLOR` is empty or not set.
 bool useColour();
 
 } // namespace tidemark::console

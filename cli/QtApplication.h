@@ -5,7 +5,8 @@
 
 namespace tidemark {
 
-/// The application object of Qt, with the arguments of main() that it needs for its lifetime.
+/// The application object of Qt, with arguments like those of main(), which it needs for its
+/// lifetime.
 struct QtApplication {
     /// File descriptors needed by the event loop, the locks and a capture, with a margin. Check
     /// them before (`requireFreeDescriptors`), because the libraries abort when they get none.

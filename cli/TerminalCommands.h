@@ -4,9 +4,8 @@
 
 #include <span>
 
-/// The commands that always run in this process, because they use the terminal or record
-/// themselves: a row for each, as in recorder/Commands.h. Each is defined in a file in
-/// cli/commands/.
+/// The commands that always run in the process of the command line, never in the running recorder:
+/// a row for each, as in recorder/Commands.h. Each is defined in a file in cli/commands/.
 #define TIDEMARK_TERMINAL_COMMANDS(ROW)                                                            \
     ROW(run)                                                                                       \
     ROW(serviceStatus)                                                                             \

@@ -46,7 +46,8 @@ struct SettingsAnswer {
     }
 };
 
-/// An issue of a capture without the name of the folder: "Storage · NAME: …".
+/// The text of an issue such as "Storage · NAME: …" without the name of the folder. Other issues
+/// stay as they are.
 std::string withoutFolderName(const std::string& issue) {
     const auto name = issue.find(" · ");
     const auto end = issue.rfind(": ");
@@ -55,7 +56,7 @@ std::string withoutFolderName(const std::string& issue) {
                : issue.substr(0, name) + issue.substr(end);
 }
 
-/// Collects a diagnosis. Whatever fails becomes a problem in it.
+/// Collects a diagnosis. What fails is reported in it.
 class Examination {
 public:
     Diagnosis diagnose() {
@@ -88,7 +89,8 @@ private:
 
     void addProblem(const std::string& problem) { found.recorder.problems.push_back(problem); }
 
-    /// The JSON that a command prints, of the running recorder or else from the stored files.
+    /// What a command answers as JSON: from the running recorder, or else from the stored files. An
+    /// error becomes a problem of the diagnosis, and the answer is absent.
     template <class Answer>
     std::optional<Answer> answerTo(const Command& command) {
         const auto invocation = command.invoke();

@@ -11,10 +11,10 @@ namespace tidemark::ActivityEventBuilder {
 /// The event of one record, which shares the record.
 Event event(const Shared<SystemActivity>& record);
 
-/// The events of these records, in their order, without those of kinds that are not shown. When
-/// the Wi-Fi link and the network change within five seconds of each other, only the change of the
-/// link becomes an event, because it caused the other one. Takes about linear time. A pure
-/// function.
+/// The events of these records, in their order, without those of kinds that are not shown. The
+/// start or end of a network connection whose only interface is Wi-Fi is left out when the Wi-Fi
+/// link came up or went down within five seconds of it: that change caused it and is an event
+/// itself. Takes about linear time. A pure function.
 std::vector<Shared<Event>> build(const std::vector<Shared<SystemActivity>>& from);
 
 } // namespace tidemark::ActivityEventBuilder

@@ -40,8 +40,8 @@ std::optional<bool> isPoweredOn(const std::vector<Adapter>& adapters);
 std::vector<BluetoothDevice> pairedDevices(const std::vector<Adapter>& adapters,
                                            const std::vector<Device>& devices);
 
-/// The major device class nearest to an appearance (Bluetooth Assigned Numbers, 2.6), which devices
-/// without a class have; 0 for none.
+/// The major device class nearest to an appearance (Bluetooth Assigned Numbers, 2.6); 0 for none.
+/// Devices without a class of device have an appearance instead.
 std::uint32_t majorClassOf(std::uint16_t appearance);
 
 } // namespace tidemark::BluetoothObjects

@@ -43,7 +43,8 @@ private:
     std::vector<SystemActivity> changes(const State& before, const State& after, Date at) const;
 
     std::optional<State> last;
-    /// When the thermal state became elevated; absent when that was not observed.
+    /// When the thermal state became elevated; absent while it is not elevated, and when its start
+    /// was not observed.
     std::optional<Date> elevatedSince;
 };
 
@@ -51,8 +52,8 @@ private:
 /// taken from `path`.
 EnvironmentActivity volumeEntry(std::string path, std::optional<VolumeContext> volume);
 
-/// The entry of a display, with its mode if that can be read. A refresh rate that is not above 0
-/// becomes absent, and a scale that is not finite becomes 1.
+/// The entry of a display, with its mode if that can be read. A refresh rate that is not finite or
+/// not above 0 becomes absent, and a scale that is not finite becomes 1.
 EnvironmentActivity displayEntry(std::string name, std::optional<DisplayContext> mode);
 
 } // namespace tidemark

@@ -107,7 +107,8 @@ std::optional<bool> isMetered(std::uint32_t metered) {
 }
 
 std::optional<bool> isLinkUp(std::uint32_t deviceState) {
-    // NMDeviceState: from the request of an address on, until it begins to disconnect.
+    // NMDeviceState: the link is up from the request of an address until the device begins to
+    // disconnect.
     constexpr std::uint32_t unavailable = 20;
     constexpr std::uint32_t ipConfig = 70;
     constexpr std::uint32_t activated = 100;

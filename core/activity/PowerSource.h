@@ -37,12 +37,13 @@ struct UPowerDevice {
 /// False for the batteries of keyboards, phones and the like, and for one that is not inserted.
 bool isInternal(const UPowerDevice& device);
 
-/// Combines all internal batteries into one reading; absent when there is none. `onBattery` is a
-/// property of org.freedesktop.UPower itself. Full is what the batteries report as full, whatever
-/// their percentage: an old battery or one with a charge limit is full below 100 percent.
+/// Combines all internal batteries into one reading; absent when there is none or `onBattery` is
+/// absent. `onBattery` is a property of org.freedesktop.UPower itself. Full is what the batteries
+/// report as full, whatever their percentage: an old battery or one with a charge limit is full
+/// below 100 percent.
 ///
 /// The display device of UPower combines them as well, but it guesses: with batteries in different
-/// states it reports charging though none is, and next to a UPS it reports that one.
+/// states it reports charging though none is, and where there is a UPS it reports the UPS.
 std::optional<BatteryObservation> combined(const std::vector<UPowerDevice>& devices,
                                            std::optional<bool> onBattery);
 

@@ -13,8 +13,9 @@ public:
     /// Seconds for which a state must last.
     static constexpr double delay = 2;
 
-    /// Takes one state, absent when the link can't be read. False when it equals the last one;
-    /// otherwise the caller has to cancel any running wait and may begin another.
+    /// Takes one state, absent when the link can't be read. True when the caller has to cancel any
+    /// running wait and call `settle` after `delay`; after an absent one there is nothing to
+    /// settle.
     bool receive(std::optional<bool> connected, Date at);
     /// The record of the change that has lasted.
     std::optional<SystemActivity> settle(Date at);

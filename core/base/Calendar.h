@@ -37,7 +37,8 @@ public:
     /// The first moment of the day after it.
     Date startOfNextDay(Date date) const;
 
-    /// Formats `date` by an ICU pattern such as "HH:mm" in the user's language.
+    /// Formats `date` by an ICU pattern such as "HH:mm" in the user's language. Throws `Error` when
+    /// the system has no data of calendars.
     std::string format(Date date, const std::string& pattern) const;
 
 private:

@@ -30,7 +30,7 @@ namespace detail {
 FileError undecodable(std::string_view bytes, const std::filesystem::path& file,
                       const char* problem, std::int64_t supported);
 
-/// Documents without a version are of the first one.
+/// The version of the documents that this release reads: 1 for a record type that states none.
 template <class T>
 constexpr std::int64_t supportedVersion() {
     if constexpr (requires { T::supportedVersion; })
@@ -83,8 +83,8 @@ private:
 } // namespace detail
 
 /// Replaces a document with mode 0600, or creates it, with missing folders of mode 0700. Also
-/// throws what `guard` throws. After a failure the old document is intact, unless only flushing its
-/// folder failed: then the new one is in place.
+/// throws what `guard` throws, and `Error` for a number that is not finite. After a failure the old
+/// document is intact, unless only flushing its folder failed: then the new one is in place.
 template <class T>
 void writeDocument(const std::filesystem::path& file, const T& record,
                    const FolderGuard& guard = {}, std::size_t limit = largestDocument) {

@@ -45,8 +45,8 @@ void flushFolder(const std::filesystem::path& folder);
 /// replace its target.
 class FileReplacement {
 public:
-    /// The folder must exist. Like the other members, throws `FileError` and what `guard` throws;
-    /// the guard is checked here and again before the rename.
+    /// The folder must exist. This, `write` and `commit` throw `FileError`. The guard is checked
+    /// here and in `commit` before the rename, and what it throws is passed on.
     explicit FileReplacement(std::filesystem::path path, const FolderGuard& guard = {});
     ~FileReplacement();
     FileReplacement(const FileReplacement&) = delete;

@@ -84,7 +84,8 @@ void encodeArray(JsonWriter& out, const Values& values) {
     out.endArray();
 }
 
-/// Writes a record without the fields that are the same object in `before`, if that is given.
+/// Writes a record. If `before` is given, fields marked `Repeats` are left out where `before` has
+/// the same object.
 template <Described T>
 void encodeRecord(JsonWriter& out, const T& record, const T* before) {
     const auto isLeftOut = [&]<class Field>(const Field& field) {

@@ -40,8 +40,9 @@ struct Target {
     void* value = nullptr;
 };
 
-/// Each member function takes the address of a value of the reader's type. It returns false for a
-/// token that does not fit the type, and the decoder reports the mismatch.
+/// Each member function except `expected` takes the address of a value of the reader's type. Those
+/// that return `bool` take a token; they return false when it does not fit the type, and the
+/// decoder reports the mismatch.
 class ValueReader {
 public:
     /// What the type accepts, in the words of an error message: "text", "an object".
@@ -49,8 +50,10 @@ public:
 
     /// The value that the next tokens fill: for an optional, the value inside it.
     virtual Target open(void* value) const { return {this, value}; }
-    /// Called when the value that `open` returned is complete. `text` is the JSON text of an object
-    /// or array, and empty for any other value.
+    /// Called with the value that was passed to `open`, when that is complete. For an object or
+    /// array whose `open` returned another reader, `close` of that reader is called before, with
+    /// the value that `open` returned. `text` is the JSON text of an object or array, and empty for
+    /// any other value.
     virtual void close(void*, std::string_view text, InternPool&) const { static_cast<void>(text); }
     /// Called where an object or array begins, before `open`. When `text` begins with a value that
     /// the pool knows, sets that value and returns the length of its text, which is then not
@@ -210,7 +213,7 @@ public:
     }
 };
 
-/// `Box` is `Shared` or `OptionalShared`: the value is filled before it is shared.
+/// `Box` is `Shared` or `OptionalShared`: the value is filled before anything else shares it.
 template <template <class> class Box, class T>
 class BoxReader : public TypedReader<Box<T>> {
 public:

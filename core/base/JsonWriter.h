@@ -31,9 +31,9 @@ public:
     void endArray() { close(']'); }
     void key(std::string_view name);
 
-    /// Bytes that are not UTF-8 are written as U+FFFD, so that no name makes a save fail. Control
-    /// characters from U+007F to U+009F are escaped although JSON does not require it: a terminal
-    /// would interpret them.
+    /// Bytes that are not UTF-8 are written as U+FFFD, so that no name makes a save fail.
+    /// Characters that are not printable (`isPrintable`) are escaped, also where JSON does not
+    /// require it, as from U+007F to U+009F: a terminal would interpret them.
     void text(std::string_view value);
     void integer(std::int64_t value);
     /// The shortest text that reads back as the same double. Throws `Error` for NaN and infinity.

@@ -11,7 +11,7 @@
 
 #include <locale.h>
 #include <plist/plist.h>
-// Where `uselocale` is declared, on the systems that have this header.
+// Some systems have this header, and declare `uselocale` there.
 #if __has_include(<xlocale.h>)
 #include <xlocale.h>
 #endif

@@ -10,8 +10,8 @@ namespace tidemark {
 template <class T>
 inline constexpr bool collectionRecurs = false;
 
-/// An immutable value that copies share by a pointer, so that copying a record never copies the
-/// texts in it. Never empty. Equality compares the pointers first, then the values.
+/// An immutable value that copies share by a pointer, so that copying a record does not copy the
+/// texts in its shared values. Never empty. Equality compares the pointers first, then the values.
 ///
 /// There are no implicit conversions: a value has to be moved in, and is read by `*` or `->`, so
 /// that copying a map with thousands of names can't happen unnoticed.

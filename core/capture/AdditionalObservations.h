@@ -20,8 +20,8 @@ inline constexpr std::size_t largestConfiguration = 1'048'576;
 
 /// One report per cellar if `homebrew` is set, then one per folder of diagnostic reports if
 /// `diagnostics` is set, then one per configuration file. Of diagnostic reports only the names are
-/// read. Never fails: a report is marked as incomplete when its source could not be read, took too
-/// long, or a stop was requested.
+/// read. Never fails: a report is marked as incomplete when its source could not be read or is
+/// beyond a limit, or a stop was requested. A source that does not exist is complete and empty.
 std::vector<MetadataReport> collect(bool homebrew, bool diagnostics,
                                     const std::vector<std::filesystem::path>& configurationPaths,
                                     const AdditionalPlaces& places, Clock& clock,

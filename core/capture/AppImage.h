@@ -14,8 +14,9 @@ bool recognises(const FolderEntry& entry, RootFamily family);
 /// that `versionIn` finds; the build is the size in bytes.
 ApplicationReading read(const FolderEntry& file, const ApplicationSurroundings& where);
 
-/// The part of a name between "-", "_" and " " that is a version: digits with dots, optionally
-/// after a "v", such as "1.3.2" in "Harbor-1.3.2-x86_64". Empty when there is none.
+/// The part of a name between "-", "_" and " " that is a version: it begins with digits, a dot and
+/// a digit, optionally after a "v", such as "1.3.2" in "Harbor-1.3.2-x86_64". Empty when there is
+/// none.
 std::string_view versionIn(std::string_view name);
 
 } // namespace tidemark::AppImage

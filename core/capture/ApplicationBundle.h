@@ -17,7 +17,8 @@ bool recognises(const FolderEntry& entry, RootFamily family);
 /// in "Wrapper" ends when the budget is spent.
 ApplicationReading read(const FolderEntry& bundle, const ApplicationSurroundings& where);
 
-/// The application described by the bytes of a bundle's property list.
+/// The application described by the bytes of a bundle's property list; absent when they are no
+/// property list or have no bundle identifier.
 std::optional<Application> described(std::string_view metadata, const FolderEntry& bundle);
 
 } // namespace tidemark::ApplicationBundle

@@ -42,7 +42,8 @@ bool isDisabled(const KeyFile& file) {
     return isTrue(file, "Hidden") || file.value(group, "X-GNOME-Autostart-enabled") == "false";
 }
 
-/// The command with the path of its program without links.
+/// The command with one space for each run of blanks, and the path of its program without links
+/// into /usr.
 std::string normalisedCommand(const std::string& command, const MergedFolders& merged) {
     return merged.canonical(CommandText::withSingleBlanks(command, Quoting::desktopEntry));
 }
@@ -98,7 +99,7 @@ Entry readEntry(const FolderEntry& entry, std::size_t folder, RootReading& readi
             .state = leadsToNothing ? Entry::State::disabled : Entry::State::link};
 }
 
-/// False when the folder can't be read.
+/// False when the folder can't be read completely. One that does not exist has no entries.
 bool readFolder(const MachineFiles& machine, const fs::path& folder, std::size_t index,
                 RootReading& reading, const MergedFolders& merged, Entries& entries) {
     if (!reading.mayContinue())

@@ -13,7 +13,8 @@ namespace tidemark::AutostartEntries {
 
 /// Reads the folders, the most preferred first, with a `RootReading` for each. A file that only
 /// disables the file of its name in a less preferred folder is not a definition of its own: it
-/// makes that one disabled. A file that replaces it is a definition of its own. Entries for other
+/// makes that one disabled. A file that replaces it is a definition of its own. A file that can't
+/// be read makes those of its name in less preferred folders unreadable as well. Entries for other
 /// desktops and entries whose program is missing are definitions as well.
 FamilyDefinitions read(const MachineFiles& machine,
                        const std::vector<std::filesystem::path>& folders,

@@ -66,7 +66,8 @@ inline constexpr auto labels = std::to_array<Label>({
     {"ThrottleInterval", "Minimum restart interval (seconds)"},
 });
 
-/// Labels of keys whose values are never stored.
+/// Labels of keys whose values are not among the settings: only a digest of each is stored, and the
+/// path of the program.
 inline constexpr auto furtherLabels = std::to_array<Label>({
     {"Program", "Executable"},
     {"ProgramArguments", "Launch arguments"},

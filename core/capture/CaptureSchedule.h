@@ -35,8 +35,8 @@ inline constexpr auto json::rawValues<CaptureSchedule> =
 std::optional<double> seconds(CaptureSchedule schedule);
 std::string_view label(CaptureSchedule schedule);
 
-/// When the next capture is due. Absent for `manual`, and without a last capture, when one is due
-/// at once.
+/// When the next capture is due. Absent for `manual`. Also absent without a last capture: then any
+/// other schedule makes one due at once.
 std::optional<Date> nextCapture(CaptureSchedule schedule, std::optional<Date> lastCapture);
 bool isDue(CaptureSchedule schedule, std::optional<Date> lastCapture, Date now);
 

@@ -18,7 +18,8 @@ std::string_view withoutBlanks(std::string_view text) {
     return text;
 }
 
-/// Iterates over a text and determines for each character whether it is in quotes.
+/// Takes the characters of a text one after the other, and determines what each means by the rules
+/// for quotes and backslashes.
 class Scanner {
 public:
     explicit Scanner(Quoting used) : quoting(used) {}

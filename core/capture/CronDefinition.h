@@ -20,7 +20,8 @@ BackgroundDefinition::Result readTable(const FolderEntry& table, const MergedFol
 /// A script. Only its name and whether it may be executed are read.
 BackgroundDefinition::Result readScript(const FolderEntry& script, const MergedFolders& merged);
 
-/// Whether the machine has tables of its users, which only a program of cron itself may read.
+/// Whether the machine has, or may have, the folder of its users' tables, which only a program of
+/// cron itself may read.
 bool hasPersonalTables(const MachineFiles& machine);
 
 } // namespace tidemark::CronDefinition

@@ -7,8 +7,8 @@
 
 namespace tidemark::DefinitionDescriptions {
 
-/// One line per changed key: with both values where they may be shown, such as
-/// "Keep running: Conditional → Yes", and "Environment settings changed" where they may not.
+/// One line per changed key: with both values where both are stored, such as "Keep running:
+/// Conditional → Yes", otherwise without, such as "Environment settings changed".
 std::vector<std::string> changeDescriptions(const BackgroundItem& before,
                                             const BackgroundItem& after);
 

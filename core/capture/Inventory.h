@@ -16,8 +16,8 @@ namespace tidemark {
 /// counts as unreadable, since every snapshot stores these texts.
 inline constexpr std::size_t longestText = 4'096;
 
-/// Whether no text of the record is longer than `longestText`, except the path, which the system
-/// limits.
+/// Whether none of the record's own text members is longer than `longestText`. The path may be: the
+/// system limits it.
 template <class Record>
 bool hasStorableTexts(const Record& record) {
     const auto isStorable = [&](const auto& field) {
@@ -45,7 +45,8 @@ struct Inventory {
     std::set<std::string> incompleteRoots;
     /// Sentences about what is incomplete.
     std::vector<std::string> issues;
-    /// Paths that were found but not reported. They are left out of comparison.
+    /// Paths that are left out of comparison: of what was found but is not in `items`, and of items
+    /// that lack a part, such as their version.
     std::set<std::string> excludedPaths;
     /// Sentences about limits that are not failures.
     std::vector<std::string> notes;

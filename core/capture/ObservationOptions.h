@@ -21,8 +21,8 @@ struct ObservationOptions {
     /// the program runs on.
     MachineFiles machine;
 
-    /// Uses the standard folders of the system and of the user's home for those that are absent,
-    /// all of them folders of `machine`.
+    /// Where `applications` or `background` is absent, uses the standard folders of the system and
+    /// of the user's home. All of these are folders of `machine`.
     explicit ObservationOptions(std::optional<std::vector<ApplicationRoot>> applications = {},
                                 std::optional<std::vector<BackgroundRoot>> background = {},
                                 std::vector<std::filesystem::path> storage = {},

@@ -10,7 +10,7 @@
 namespace tidemark {
 
 /// The state of reading one root of an inventory: whether it may continue and which paths are left
-/// out. A root that was not read to its end for any reason is incomplete.
+/// out of comparison. A root that was not read to its end for any reason is incomplete.
 class RootReading {
 public:
     /// If more paths than this are left out below one root, they are not listed and the root is
@@ -33,7 +33,7 @@ public:
     void fail() { complete = false; }
     /// Counts bytes that are kept in memory until the whole family was read.
     void hold(std::size_t bytes) { held += bytes; }
-    /// Leaves one path out of the inventory and of comparison.
+    /// Leaves one path out of comparison.
     void exclude(std::string path) { excluded.insert(std::move(path)); }
 
     const ReadingBudget& budget() const { return time; }

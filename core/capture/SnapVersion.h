@@ -17,7 +17,8 @@ struct Version {
     std::string revision;
 };
 
-/// Absent when no such snap is mounted. An `instance` that is not a plain name is not looked up.
+/// Absent when no such snap is mounted or its description can't be read or has no version. An
+/// `instance` that is not a plain name is not looked up.
 std::optional<Version> read(const MachineFiles& machine, std::string_view instance);
 
 /// The value of "version" in the description; absent when it has none.

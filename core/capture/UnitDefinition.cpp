@@ -110,8 +110,8 @@ std::vector<std::string> dropInNames(const std::string& name) {
     return names;
 }
 
-/// The drop-ins of a unit in the order in which they are read, by file name. Of several with one
-/// file name only the preferred one.
+/// The drop-ins of a unit in the order in which they are read, by file name. Of several with the
+/// same file name only the most preferred one is kept; if that is a mask, none is.
 std::vector<const DropIn*> dropInsOf(const UnitFolders& folders, const std::string& name) {
     struct Candidate {
         const DropIn* dropIn;
@@ -166,7 +166,7 @@ std::expected<Effective, Failure> effective(const UnitFolders& folders, const st
     return result;
 }
 
-/// The name of the unit that a timer, a socket or a path starts; empty for a service.
+/// The name of the unit that a timer, a socket or a path starts; empty for any other unit.
 std::string startedUnit(const std::string& name, const UnitSettings& settings) {
     const std::string_view suffix = UnitName::suffix(name);
     const std::string stem(UnitName::withoutSuffix(name));
@@ -184,7 +184,7 @@ std::string startedUnit(const std::string& name, const UnitSettings& settings) {
 
 constexpr std::string_view execPrefixes = "@-:+!|";
 
-/// A value of a setting "Exec…" with the path of its program without links.
+/// A value of a setting "Exec…" with the path of its program without links into /usr.
 std::string normalisedCommand(const std::string& command, const MergedFolders& merged) {
     const auto start = std::min(command.find_first_not_of(execPrefixes), command.size());
     return command.substr(0, start) + merged.canonical(std::string_view(command).substr(start));

@@ -21,10 +21,11 @@ struct Item {
     const UnitFolders::Fragment* fragment = nullptr;
 };
 
-/// The units that are items: first all units in folders of an administrator or a user, and the
-/// units of the distribution that can be enabled or are enabled, since the others are internal to
-/// the system; then enabled instances of templates. Both parts are sorted by name, and files with
-/// one name from the most preferred on.
+/// The units that are items, in two parts. The first has all units in folders of an administrator
+/// or a user, and those units of the distribution that have a group [Install], that an
+/// administrator or a user enabled, or whose file can't be read; the others are internal to the
+/// system. The second has the instances of templates that an administrator or a user enabled. Both
+/// parts are sorted by name, and files with one name by preference.
 std::vector<Item> itemsOf(const UnitFolders& folders);
 
 /// The unit in the terms of launchd.plist(5), with the keys of `BackgroundDefinition`. Of

@@ -25,7 +25,7 @@ struct UnitFolders {
         std::size_t folder = 0;
         std::filesystem::path path;
         bool isMask = false;
-        /// Absent for a mask and for a file that can't be read.
+        /// Absent for a mask and for a file that can't be read or is malformed.
         std::optional<KeyFile> content{};
     };
     /// A file "….conf" in a folder such as "ssh.service.d".
@@ -50,7 +50,8 @@ struct UnitFolders {
     std::map<std::string, std::vector<Fragment>, std::less<>> fragments;
     /// The drop-ins by the name of their folder without ".d", the most preferred folder first.
     std::map<std::string, std::vector<DropIn>, std::less<>> dropIns;
-    /// The links that enable each unit, by the name of the unit; also links by its further names.
+    /// The links that enable each unit, by the name of the unit. A link that uses a further name of
+    /// a unit is found by either name.
     std::map<std::string, std::vector<Enablement>, std::less<>> enablements;
     /// For each further name of a unit, the name of the file that the links of that name lead to in
     /// the end.

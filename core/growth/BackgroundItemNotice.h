@@ -11,7 +11,7 @@ namespace tidemark {
 
 /// The text of a notification about new background items.
 struct BackgroundItemNotice {
-    /// How many of several items the text names.
+    /// How many of several items the text names at most.
     static constexpr std::size_t nameLimit = 5;
 
     /// "New background item: Backup Agent", "4 new background items".

@@ -54,7 +54,8 @@ constexpr std::array steps{
     Step{Step::Unit::year, 2, 730 * dayLength, "yyyy"},
 };
 
-/// The start of the unit in which `at` is.
+/// The last possible mark at or before `at`. Hours are counted from midnight, and months from
+/// January.
 local_seconds startOf(const Step& step, local_seconds at) {
     const year_month_day date(floor<days>(at));
     switch (step.unit) {

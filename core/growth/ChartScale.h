@@ -19,8 +19,8 @@ struct SizeTick {
 
 /// Round sizes (1, 2 or 5 times a power of ten) that include `least` and `most`, at most `limit`
 /// (three, if `limit` is less) and at least two, each larger than the one before. The first and the
-/// last one are the bounds of the axis. Begins at 0 where `least` is less than a third of `most`,
-/// or within 2 % of it.
+/// last one are the bounds of the axis. The axis begins at 0 where `least` is less than a third of
+/// `most`, or where they differ by less than 2 % of `most`.
 std::vector<SizeTick> sizeTicks(std::int64_t least, std::int64_t most, std::size_t limit);
 
 struct TimeTick {

@@ -57,8 +57,8 @@ Periods pausePeriods(const std::vector<RecorderRun>& runs) {
     return periods;
 }
 
-/// From each end of the program to its next start. One that ended without a record, as when it was
-/// killed, counts from the last time that it was known to run.
+/// The periods from each end of the program to its next start. If it ended without a record, for
+/// example because it was killed, the period starts when it was last known to run.
 Periods stopPeriods(const std::vector<RecorderRun>& runs) {
     Periods periods;
     for (std::size_t i = 0; i < runs.size(); ++i) {

@@ -11,8 +11,8 @@
 
 namespace tidemark {
 
-/// A period in which nothing was observed, or one folder could not be read. The timeline shows it
-/// as a thin row.
+/// A period in which nothing was observed, or in which one place could not be read. The timeline
+/// shows it as a thin row.
 struct GapRow {
     enum class Reason { unknown, asleep, notRunning, paused, unreadable };
 

@@ -67,7 +67,7 @@ void addFreeSpace(GrowthReport& report, const Samples& samples, const Window& wi
     }
 }
 
-/// The size of the day of `at` in a series, or of the day before or after it.
+/// The size in a series that was measured nearest to `at`, at most a day before or after it.
 std::optional<std::int64_t> sizeNear(const StorageSeries& series, Date at) {
     const auto found = std::ranges::lower_bound(series.measuredAt, at + -86'400);
     std::optional<std::int64_t> bytes;
@@ -177,7 +177,8 @@ SnapshotEnds snapshotEnds(const Journal& journal, const Window& window) {
     return ends;
 }
 
-/// The sizes of applications, by path, that belong to their present state.
+/// The sizes of applications by path. A size that was measured before the application changed is
+/// left out.
 std::map<std::string, DatedSize> applicationSizes(const Snapshot& snapshot) {
     std::map<std::string, DatedSize> sizes;
     if (snapshot.applicationStorage)

@@ -40,7 +40,7 @@ struct GrowthItem {
     /// The children that changed most, at most `partLimit`; empty where they are not known.
     std::vector<StorageContribution> parts{};
 
-    /// Bytes; positive for growth.
+    /// Bytes; positive for growth, 0 when a size that it needs is not known.
     std::int64_t change() const;
     bool operator==(const GrowthItem&) const = default;
 };
@@ -58,18 +58,20 @@ struct GrowthReport {
     std::optional<DatedSize> freeAfter{};
     /// Why free space can't be compared, as a sentence; empty when it can.
     std::string freeProblem{};
-    /// The largest change first, ties by path. Items without a change are left out.
+    /// The largest change first, ties by path. Items without a change are left out, but not
+    /// applications that appeared or were removed, even if their size is not known.
     std::vector<GrowthItem> items{};
-    /// The change of all monitored folders together, none counted twice; absent when no folder has
-    /// a size at both ends.
+    /// The change of all monitored folders with comparable sizes at both ends together, none
+    /// counted twice; absent when there is none.
     std::optional<std::int64_t> monitoredChange{};
-    /// Names of the monitored folders without a size at one end or the other. They are not part of
+    /// Names of the monitored folders without comparable sizes at both ends. They are not part of
     /// `monitoredChange`.
     std::vector<std::string> unknownFolders{};
 
-    /// The report of the period from the last measurements at or before `since` (of folders and
-    /// free space, at most two days before), or else the first ones after it, to the last ones up
-    /// to `through`. Each item has the times of its own measurements. A pure function.
+    /// Compares, for each item, the last measurement at or before `since`, or else the first one
+    /// after it, with the last one up to `through`. Measurements of folders and of free space count
+    /// only from two days before `since` on. Each item has the times of its own measurements. A
+    /// pure function.
     static GrowthReport of(const GrowthSource& source, Date since, Date through);
 
     bool operator==(const GrowthReport&) const = default;

@@ -13,7 +13,8 @@ namespace tidemark::growthText {
 std::string summary(const GrowthReport& report);
 /// What the summary leaves out, as sentences: unknown folders, and why free space is unknown.
 std::vector<std::string> remarks(const GrowthReport& report);
-/// The period that the sizes really cover: "12 Mar 2026 – 19 Mar 2026".
+/// The period that the sizes of folders and free space really cover: "12 Mar 2026 – 19 Mar 2026".
+/// Empty when there are none.
 std::string period(const GrowthReport& report, const Calendar& calendar);
 
 /// False when a size that the change would need is not known.
@@ -22,16 +23,17 @@ bool isSizeKnown(const GrowthItem& item);
 /// One item as a row of a table.
 struct Row {
     std::string name;
-    /// "—" where it did not exist.
+    /// The sizes: "—" where the item did not exist, "Unknown" where the size is not known.
     std::string before;
     std::string after;
-    /// With sign; "New" or "Gone" precedes it for applications.
+    /// With sign, after "New" or "Gone" for an application that appeared or was removed. Without
+    /// the size where that is not known.
     std::string change;
     /// "42 %".
     std::string share;
     /// Path, times of both measurements and the largest parts, one line each.
     std::string help;
-    /// All texts of the row in one sentence, for a screen reader.
+    /// All texts of the row except `help` in one sentence, for a screen reader.
     std::string accessibleText;
 
     bool operator==(const Row&) const = default;

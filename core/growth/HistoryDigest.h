@@ -40,7 +40,7 @@ struct HistoryDigest {
 
     Date since;
     Date through;
-    /// The categories of the timeline that have events, in the order of the sidebar.
+    /// The categories of the timeline that have events, in the order of `EventCategory`.
     std::vector<Count> counts;
     /// The largest changes of sizes, at most `changeLimit`.
     std::vector<GrowthItem> largest;

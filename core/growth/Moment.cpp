@@ -88,7 +88,7 @@ Moment nthFromEnd(const Snapshots& snapshots, std::size_t place, std::string_vie
 struct LocalTime {
     std::chrono::local_seconds at;
     bool isDay = false;
-    /// How many seconds the text stands for: a minute where it has no seconds.
+    /// How many seconds a text with a time of day stands for: a minute where it has no seconds.
     double length = 0;
 };
 

@@ -13,7 +13,7 @@ namespace tidemark {
 /// A kept capture that a text selected.
 struct Moment {
     Shared<Snapshot> snapshot;
-    /// The name of a named snapshot.
+    /// Its name, when it was selected as a named snapshot.
     std::optional<std::string> name{};
 };
 

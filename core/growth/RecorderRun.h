@@ -11,7 +11,7 @@ namespace tidemark {
 /// tell why nothing was observed.
 struct RecorderRun {
     enum class Kind {
-        /// The program began to record.
+        /// The recorder started, with recording paused or not.
         started,
         /// It was still recording at this time (see `append`).
         running,
@@ -21,7 +21,7 @@ struct RecorderRun {
         paused,
         resumed,
     };
-    /// The most records that are kept, the newest.
+    /// Only the newest records are kept, at most this many.
     static constexpr std::size_t limit = 2'000;
 
     Kind kind = Kind::started;

@@ -121,7 +121,9 @@ void addFlags(StorageChart& chart, const Journal& journal) {
     std::ranges::stable_sort(chart.flags, {}, &StorageChart::Flag::at);
 }
 
-/// Whether a change concerns the subject: free space, the whole system, the folder or one below it.
+/// Whether a change concerns the subject. Free space is concerned by changes of the size of any
+/// folder, of free space and of the operating system; a folder by changes of its size and of those
+/// below it.
 struct Concerns {
     const StorageSubject& subject;
 

@@ -24,11 +24,11 @@ std::string periodText(Date start, Date end, const Calendar& calendar);
 /// The day under the cursor: "Thursday, 12 March 2026".
 std::string dayText(Date at, const Calendar& calendar);
 
-/// One point in one sentence, for a screen reader and as a tooltip: size, time, the change since
-/// the point before, and what is between the two.
+/// One point in one sentence, for a screen reader and as a tooltip: size, time and, if a line joins
+/// it to the point before, the change since that, otherwise the gap or break between the two.
 std::string sentence(const StorageChart& chart, std::size_t point, const Calendar& calendar);
 
-/// What the chart shows, in one sentence: its subject, period, smallest and largest size.
+/// What the chart shows, in one sentence: its subject, period, smallest, largest and last size.
 std::string summary(const StorageChart& chart, const Calendar& calendar);
 
 /// One row of the chart as a table.
@@ -36,7 +36,8 @@ struct Row {
     std::string when;
     /// Empty for a row that is about something else than a size.
     std::string size;
-    /// The change since the row before; empty where they can't be compared.
+    /// The change since the point before; empty where no line joins both, and in a row that is no
+    /// point.
     std::string change;
     /// Named snapshot, new volume, gap or event; may be empty.
     std::string note;

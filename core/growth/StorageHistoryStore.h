@@ -9,9 +9,9 @@
 
 namespace tidemark {
 
-/// Reads and writes the document of daily sizes, "storage-history.json" in the data folder. A
-/// document that can't be read is never written. Not thread-safe; only one process may write the
-/// file.
+/// Reads and writes the document of daily sizes, "storage-history.json" in the data folder. `save`
+/// replaces the document without a check, so don't call it after the document could not be read.
+/// Not thread-safe; only one process may write the file.
 class StorageHistoryStore {
 public:
     /// `guard` is the guard of the data folder.

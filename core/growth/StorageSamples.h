@@ -33,7 +33,7 @@ struct StorageSample {
 };
 
 /// The sizes of one subject, in order of time: those of the kept snapshots, and those of the days
-/// before and after them.
+/// before and after them. A child of a folder has only sizes of days.
 std::vector<StorageSample> storageSamples(const GrowthSource& source,
                                           const StorageSubject& subject);
 

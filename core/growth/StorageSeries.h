@@ -37,7 +37,8 @@ struct StorageSeries {
     /// True for a size that was added up from measurements of child folders at various times. Such
     /// a size can't be compared with one that was measured at once.
     std::optional<bool> rollingMeasurement;
-    /// In ascending order, in whole seconds, on different local days at the time of the capture.
+    /// In ascending order, in whole seconds, each on a day of its own in the time zone in which it
+    /// was recorded.
     std::vector<Date> measuredAt;
     std::vector<std::int64_t> bytes;
 

@@ -29,8 +29,9 @@ struct StorageSubject {
 std::vector<StorageSubject> storageSubjects(const GrowthSource& source);
 
 /// The subject with this path, or the only one with this name, in any case of ASCII letters, also
-/// among children with daily points; "free" is free space. Throws `Error`, which names the possible
-/// ones, when there is none or more than one.
+/// among children with daily points; "free" is free space. Children are searched only where no
+/// other subject is found. Throws `Error`, which names the possible ones, when there is none or
+/// more than one.
 StorageSubject storageSubject(const GrowthSource& source, std::string_view nameOrPath);
 
 } // namespace tidemark

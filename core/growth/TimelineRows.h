@@ -16,14 +16,15 @@ struct TimelineRow {
         /// The heading of a day.
         day,
         event,
-        /// A period in which nothing was observed, or one folder could not be read.
+        /// A period in which nothing was observed, or in which one place could not be read.
         gap,
         /// Several gaps of a day in one row.
         gaps,
     };
 
     Kind kind = Kind::day;
-    /// The start of the day under whose heading the row is shown.
+    /// The start of the day under whose heading the row is shown. A gap that ended on a day without
+    /// events has the next older day with events, and is shown above its heading.
     Date day{};
     /// In a heading, the number of events of the day; in a row of several gaps, their number.
     std::size_t count = 0;

@@ -16,8 +16,8 @@ struct PackageTransaction {
     Date start;
     /// Absent while it is running and when it was interrupted.
     std::optional<Date> end;
-    /// Whether a package, as "name version", is only installed because others need it. For a
-    /// package of several architectures, true if it is true for all of them.
+    /// The packages, as "name version", each with true if it is only installed because others need
+    /// it. For a package of several architectures, true if it is true for all of them.
     std::unordered_map<std::string, bool> isAutomatic;
 };
 

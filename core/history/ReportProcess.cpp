@@ -146,7 +146,8 @@ bool ReportProcess::waitUntil(double until) {
 void ReportProcess::terminate() {
     if (process > 0) {
         ::kill(process, SIGTERM);
-        // Only while the child exists: kill(2) with the id −1 would signal every process.
+        // SIGKILL is sent only while the child exists: kill(2) with the id −1 would signal every
+        // process.
         if (!waitUntil(now() + terminationGrace)) {
             ::kill(process, SIGKILL);
             ::waitpid(process, &status, 0);

@@ -27,7 +27,8 @@ public:
     /// more than `limit` bytes are returned.
     std::string readOutput(std::size_t limit);
 
-    /// Waits for the process to end. True when it exited with status 0 within the time limit.
+    /// Waits for the process to end, and terminates it at the time limit. True when it exited with
+    /// status 0 before that.
     bool succeeded();
 
 private:

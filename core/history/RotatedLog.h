@@ -15,7 +15,7 @@ using ReachesBack = std::function<bool(std::string_view)>;
 
 /// The complete lines of a log, oldest first, preceded by older logs until `reachesBack` is true;
 /// empty when there is no log. Reads at most the last `limit` bytes. Throws `FileError`, with the
-/// code `EFBIG` when `reachesBack` is false for these.
+/// code `EFBIG` when a log does not fit into the limit before `reachesBack` is true.
 std::string read(const std::filesystem::path& log, std::size_t limit,
                  const ReachesBack& reachesBack);
 

@@ -11,8 +11,8 @@ namespace tidemark {
 /// The whole observed history, as one value and one stored document. Hundreds of snapshots repeat
 /// nearly the same content, and each capture works on a copy of the journal that replaces the
 /// original once it is on disk. So snapshots and events are immutable and shared: copying a journal
-/// copies only pointers, and equal parts of snapshots are one object. All limits on its size are
-/// applied by `append`.
+/// copies only pointers, and equal parts of snapshots are one object. The limits below are applied
+/// by `append`.
 struct Journal {
     static constexpr std::int64_t supportedVersion = 1;
     static constexpr std::size_t snapshotLimit = 720;
@@ -20,7 +20,7 @@ struct Journal {
     /// How many of the newest snapshots keep the names of the files directly in a folder. The names
     /// take by far the most space and are used only by the latest comparison.
     static constexpr std::size_t snapshotsWithFileNames = 2;
-    /// The most file names that an event keeps of one folder.
+    /// An event keeps the file names of a folder only if there are at most this many.
     static constexpr std::size_t eventFileNameLimit = 2'000;
 
     std::int64_t schemaVersion = supportedVersion;

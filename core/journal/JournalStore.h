@@ -46,7 +46,8 @@ public:
                           std::optional<std::filesystem::path> upgradeBackupDirectory = {},
                           FolderGuard guard = {});
 
-    /// The stored history, or an empty journal when there is no document; none is created. With an
+    /// The stored history, or an empty journal when there is no document; none is created then. A
+    /// history that was read from `legacyURL` is written to `url`. With an
     /// `upgradeBackupDirectory`, first removes the temporary files of killed saves. Throws
     /// `FileError`, `StoreError`, `IncompleteBackupError` and what the guard throws; the document
     /// is unchanged then.

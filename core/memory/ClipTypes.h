@@ -6,7 +6,8 @@
 #include <span>
 #include <string_view>
 
-/// The types of clipboard contents on this system; a source file per system.
+/// The types of clipboard contents on this system. What differs between systems is in a source file
+/// per system.
 namespace tidemark::clipTypes {
 
 /// The types of a part, the preferred one first.
@@ -16,7 +17,7 @@ std::span<const std::string_view> of(ClipPart part);
 /// the type is the mark; its content is not read.
 bool areMarked(const ClipTypeNames& types);
 
-/// The text as UTF-8, by the encoding that its type names. Empty when it has none.
+/// The text as UTF-8, by the encoding that its type names. Empty when there are no bytes.
 std::string decodedText(const ClipData& data);
 
 /// The contents under which a clip is put back on the clipboard; empty when it has none.

@@ -12,11 +12,12 @@ namespace tidemark {
 /// Makes the records of files that an index of the system has found.
 namespace FileRecords {
 
-/// Whether the history has records of the file. Files of programs have none: those in hidden
-/// folders, in folders named "Library" and in application bundles, and unfinished downloads.
+/// Whether the history has records of the file. Files of programs have none: hidden files, those in
+/// hidden folders, in folders named "Library" and in application bundles, and unfinished downloads.
 bool isRecorded(std::string_view path);
 
-/// The records of all these files, as `IndexedFileObservation::records` makes them.
+/// The records of those files for which `isRecorded` is true, as `IndexedFileObservation::records`
+/// makes them.
 std::vector<MemoryRecord> of(std::span<const IndexedFileObservation> files, Date after,
                              Date observedAt);
 

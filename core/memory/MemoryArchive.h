@@ -26,8 +26,8 @@ struct MemoryArchive {
     /// True since the file history has begun. Files from before that are added only then, so once.
     bool fileHistoryStarted = false;
 
-    /// Adds the records. Each replaces a record with the same id but keeps its `pinned` and
-    /// `observedAt`. Then prunes, even when `incoming` is empty.
+    /// Adds the records. Each replaces a record with the same id, and takes over the `pinned` and
+    /// `observedAt` of that one. Then prunes, even when `incoming` is empty.
     void upsert(std::vector<MemoryRecord> incoming, Date now, std::int64_t clipboardDays);
     /// Drops the records beyond the limits: the oldest first, and unpinned clips before pinned
     /// ones. Unpinned clips are kept for `clipboardDays` days, at least one.

@@ -9,9 +9,10 @@
 
 namespace tidemark {
 
-/// The folder of the files with the contents of clips. Because it deletes files that are not
-/// wanted, it follows no links, even if the folder itself was replaced by one. All members throw
-/// `FileError`; those that change anything also throw what the guard throws.
+/// The folder of the files with the contents of clips. Because files that are not wanted are
+/// deleted, reading and deleting follow no links, even if the folder itself was replaced by one.
+/// All members but `path` and `contains` throw `FileError`; those that change anything also throw
+/// what the guard throws.
 class MemoryPayloads {
 public:
     /// `guard` is the guard of the parent folder.

@@ -15,8 +15,8 @@ class ListedPackages : public PackageDatabase {
 public:
     ListedPackages(const MachineFiles& machine, const OwnedFolders& folders);
 
-    /// Adds a package and its files: one path without links per line, with or without the "/" in
-    /// front.
+    /// Adds a package and its files: one path per line, with or without the "/" in front. A path
+    /// may lead through the link of a merged folder, such as "/lib".
     void add(const PackageOwner& package, std::string_view list);
     /// Called when some lists could not be read. Looking up a file that is in no list then fails.
     void markIncomplete() { isComplete = false; }

@@ -49,7 +49,8 @@ public:
     Reading(const Reading&) = delete;
     Reading& operator=(const Reading&) = delete;
 
-    /// The owner of the file at a path without links; none for a file outside of the folders.
+    /// The owner of the file at a path without links; none for a file outside of the folders, or in
+    /// a folder in which packages install nothing, such as "/home".
     Ownership owner(const std::string& path) { return index.owner(path); }
 
 private:

@@ -26,7 +26,7 @@ struct CoverageList {
         std::string when;
     };
 
-    /// In ascending time.
+    /// In order of time.
     std::vector<Gap> gaps;
     /// In ascending order of the messages.
     std::vector<AccessProblem> problems;

@@ -11,9 +11,9 @@
 namespace tidemark {
 
 /// What a map of folder sizes shows: a tile for each folder with a known size, and in it a tile for
-/// each of its parts. A size that is not known completely never becomes an area; those are listed
-/// beside the map. The texts of a tile are made when it is painted, since a folder can have
-/// thousands of parts.
+/// each of its parts. A size that is not known completely never becomes an area; folders with such
+/// a size are listed beside the map. The texts of a tile are made when it is painted, since a
+/// folder can have thousands of parts.
 struct FolderMap {
     using Trend = FolderSizeTable::Trend;
 
@@ -21,15 +21,17 @@ struct FolderMap {
     static constexpr std::string_view unmeasuredTitle = "Not completely measured:";
 
     struct Tile {
-        /// The id of its row in the table; empty for a tile that stands for several.
+        /// The id of its row in the table; empty for a tile that stands for several, or for what is
+        /// not listed.
         std::string id;
-        /// On one line; empty for a tile that stands for several.
+        /// On one line; empty where `id` is.
         std::string name;
         std::int64_t bytes = 0;
         /// The change of the size since the earlier capture; absent where that is not known.
         std::optional<std::int64_t> change;
         Trend trend = Trend::unknown;
-        /// The change as a share of the largest one of the map, from 0 to 1.
+        /// How strongly the tile is coloured, from 0 to 1: the square root of its change as a share
+        /// of the largest one of the map. A tile that stands for several has the largest of theirs.
         double strength = 0;
         /// How many items it stands for; 0 for the part of a folder that is not listed.
         std::size_t items = 1;

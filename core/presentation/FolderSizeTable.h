@@ -46,11 +46,12 @@ struct FolderSizeTable {
         Trend trend = Trend::unknown;
         /// The time of the measurement, and why the size is missing or partial; one line each.
         std::string help;
-        /// The label of the button that opens the row; empty for a row that can't be opened.
+        /// The label of the button that opens the row; empty for a row without children.
         std::string toggle;
-        /// Shown below an open row without children; empty when there are some.
+        /// For a row without children: whether it has none, or whether they were not recorded.
+        /// Empty for other rows.
         std::string noChildren;
-        /// All texts of the row in one sentence, for a screen reader.
+        /// The name, the sizes and a known change in one sentence, for a screen reader.
         std::string accessibleText;
     };
 };
@@ -63,11 +64,12 @@ FolderSizeTable::Trend trendOf(std::optional<std::int64_t> change);
 /// The sizes that an event recorded; none for an event about something else.
 std::vector<FolderInspectionRow> folderSizesOf(const Event& event);
 
-/// All folders that either snapshot measured, the largest change first. `previous` is null where
-/// nothing is compared.
+/// All folders that either snapshot measured, sorted by change, from the largest growth to the
+/// largest decrease. `previous` is null where nothing is compared; then the largest folder is
+/// first.
 std::vector<FolderInspectionRow> folderSizesOf(const Snapshot* previous, const Snapshot& latest);
 
-/// The children of an open row, the largest change first.
+/// The children of an open row, the largest growth or decrease first.
 std::vector<FolderInspectionRow> childrenOf(const FolderInspectionRow& row);
 
 std::vector<FolderSizeTable::Header> headersOf(FolderSizeTable::Scope scope,

@@ -25,8 +25,9 @@ inline constexpr auto json::rawValues<HistoryTimeWindow> =
 /// The name that is shown. Only that of the custom window contains `customDays`.
 std::string label(HistoryTimeWindow window, std::int64_t customDays);
 
-/// The start of the window that ends at `at`; an event at exactly that moment is outside.
-/// `customDays` is limited to 1 to 365. For `all`, returns the distant past.
+/// The start of the window that ends at `at`; an event of the timeline at exactly that moment is
+/// outside, a file, download or clip inside. `customDays` is limited to 1 to 365. For `all`,
+/// returns the distant past.
 Date cutoff(HistoryTimeWindow window, Date at, std::int64_t customDays);
 
 } // namespace tidemark

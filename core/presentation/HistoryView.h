@@ -37,12 +37,12 @@ struct HistoryPlace {
 
 /// The part of the history that is shown in one view.
 struct HistoryView {
-    /// For files, downloads and the clipboard: the events of the memory records, for each file only
-    /// the newest.
+    /// The events that are listed. In the lists of files and downloads, each file has only its
+    /// newest event.
     TimelinePresentation presentation;
-    /// The number of events of each sidebar item with the present time window and search. Folder
-    /// sizes and snapshots have no entry. Files, downloads and clips are always counted in the time
-    /// window.
+    /// The number of events of each sidebar item with the present time window and search; files and
+    /// downloads count once per file. Folder sizes, storage over time and snapshots have no entry.
+    /// Files, downloads and clips are always counted in the time window.
     std::map<WorkspaceDestination, std::size_t> sidebarCounts;
 };
 

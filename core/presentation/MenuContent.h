@@ -9,8 +9,8 @@
 
 namespace tidemark {
 
-/// One entry of the menu beside the clock. A desktop draws that menu itself, so that an entry is
-/// text, an image and whether it can be chosen, and no more.
+/// One entry of the menu beside the clock. A desktop draws that menu itself, so all that an entry
+/// can have is a text, an image and whether it can be chosen.
 struct MenuEntry {
     enum class Kind {
         /// Can't be chosen: the recording status, a heading or a note.

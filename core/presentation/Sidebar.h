@@ -19,7 +19,7 @@ struct SidebarRow {
 
     Kind kind = Kind::heading;
     std::string label;
-    /// The second line; for a snapshot, when it was taken.
+    /// The second line of a snapshot: when it was taken. Empty for other rows.
     std::string detail{};
     /// The day and month of a snapshot.
     std::string day{};
@@ -29,7 +29,7 @@ struct SidebarRow {
     std::optional<std::size_t> count{};
     std::optional<WorkspaceDestination> place{};
     std::optional<Uuid> snapshot{};
-    /// True when the list shows this place.
+    /// True when the list shows this place or snapshot.
     bool isSelected = false;
     /// True when the place is a filter of the timeline.
     bool isFilter = false;

@@ -8,7 +8,7 @@ namespace tidemark {
 
 namespace {
 
-/// Parts that are named; the rest of the change is one line.
+/// How many parts are named at most; the rest of the change is one line.
 constexpr std::int64_t namedParts = 12;
 
 constexpr const char* noBreakdown =

@@ -8,7 +8,8 @@
 
 namespace tidemark {
 
-/// An item of the sidebar. The raw value is its name in commands.
+/// An item of the sidebar. The raw value is its name in commands, which show it in the words of
+/// this system and accept both.
 enum class WorkspaceDestination {
     timeline,
     files,

@@ -8,7 +8,7 @@
 
 namespace tidemark {
 
-/// One application bundle on disk, described by its own metadata.
+/// One application on disk: a bundle, a desktop entry, the folder of a Flatpak, or an AppImage.
 struct Application {
     /// Equal applications of many snapshots are in memory once (`Recurring`).
     static constexpr bool recurs = true;
@@ -17,9 +17,9 @@ struct Application {
     std::string name;
     std::string version;
     std::string build;
-    /// Absolute path of the bundle; also the record's identity.
+    /// Absolute path of that file or folder; also the record's identity.
     std::string path;
-    /// Modification time of the bundle.
+    /// Modification time of that file or folder.
     std::optional<Date> modified;
 
     const std::string& id() const { return path; }

@@ -53,13 +53,14 @@ struct Desktop : testing::Test {
         EXPECT_FALSE(visible(u"^Tidemark$"_s).isEmpty());
         return process;
     }
-    /// Waits for the end of a program and returns its exit status.
+    /// Waits for the end of a program and returns its exit status, or -1 if a signal ended it.
     static int end(QProcess& process) {
         until([&] { return process.state() == QProcess::NotRunning; });
         return process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
     }
     int command(const QStringList& arguments) { return end(start(TIDEMARK_PROGRAM, arguments)); }
-    /// Asks again and again: nothing reports what happens on a display.
+    /// Waits until the condition holds. Checks it every 20 ms, because nothing reports what happens
+    /// on a display.
     template <class Condition>
     static void eventually(const Condition& condition) {
         QTimer asking;
@@ -79,7 +80,8 @@ struct Desktop : testing::Test {
         });
         return window;
     }
-    /// As its user does, and waits until it is gone. The keys are lost while it is not active yet.
+    /// Closes the main window by Alt+F4, as a user does, and waits until it is gone. Sends the keys
+    /// again and again, because a window that is not active yet does not get them.
     void closeWindow() const {
         eventually([&] {
             const QString window =

@@ -24,7 +24,7 @@ TEST_F(Desktop, BringsItsWindowForwardWhenItIsStartedAgain) {
 
 TEST_F(Desktop, OpensTheSearchPanelByItsKeysFromAnyProgram) {
     startWindows();
-    // Until the keys are grabbed.
+    // Presses the keys again and again until the program has grabbed them.
     eventually([&] {
         xdotool({u"key"_s, u"ctrl+shift+space"_s});
         return !xdotool({u"search"_s, u"--onlyvisible"_s, u"--name"_s, u"Search Tidemark"_s})

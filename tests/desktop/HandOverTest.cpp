@@ -39,7 +39,8 @@ struct HandOver : testing::Test {
         std::array<char, 4096> request{};
         wasAsked = ::recv(client.get(), request.data(), request.size(), 0) > 0;
     }
-    /// Ends the recorder when the program has asked it.
+    /// Closes the sockets when the program has asked, as a recorder that ends does. The folder
+    /// stays locked until the test resets `lock`.
     void endWhenAsked() {
         test::until([&] { return wasAsked || program.state() == QProcess::NotRunning; });
         EXPECT_TRUE(wasAsked);

@@ -6,8 +6,9 @@
 
 namespace tidemark::test {
 
-/// The variables of a program whose home, data and settings are in `folder`, with one message bus
-/// for the session and the system, and with a platform of Qt.
+/// The environment of this process, with the variables of a program whose home, data and settings
+/// are in `folder`. `bus` is the address of both the session and the system bus, `platform` the
+/// platform plugin of Qt.
 inline QProcessEnvironment programEnvironment(const TemporaryFolder& folder, const QString& bus,
                                               const QString& platform) {
     const QString root = QString::fromStdString(folder.path().native());

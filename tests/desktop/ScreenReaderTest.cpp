@@ -24,7 +24,7 @@ std::vector<Widget> widgetsIn(const QByteArray& lines) {
     return widgets;
 }
 
-/// The place of the first widget whose name begins so.
+/// The index of the first widget whose name begins with `name`. Fails the test if there is none.
 std::ptrdiff_t find(const std::vector<Widget>& widgets, const QString& name) {
     const auto found = std::ranges::find_if(
         widgets, [&](const Widget& each) { return each.name.startsWith(name); });

@@ -1,7 +1,8 @@
 """What a screen reader is told of the windows of a program.
 
-Waits for the program and writes one line for each widget that is shown: its role, its name, and
-"focusable" where the keyboard can be at it, separated by tabs, in the order of a screen reader.
+Waits for a window of the program and writes one line for each widget that is shown: its role, its
+name, and "focusable" where it can have the keyboard focus, separated by tabs, in the order in which
+a screen reader goes through them.
 """
 
 import sys

@@ -105,7 +105,7 @@ bool makesFile(int flags, const char* path) {
 
 } // namespace
 
-// Attributes of these declarations differ between versions of the C library.
+// A pragma, because the attributes of the C library's declarations differ between its versions.
 #pragma GCC visibility push(default)
 extern "C" {
 

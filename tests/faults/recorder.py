@@ -48,7 +48,7 @@ class User:
             "XDG_DATA_HOME": str(self.root / "data"),
             "XDG_CONFIG_HOME": str(self.root / "config"),
             "XDG_RUNTIME_DIR": str(self.root / "run"),
-            # Without a system bus, so that the machine's session has no influence.
+            # There is no system bus, so that the machine's services have no influence.
             "DBUS_SYSTEM_BUS_ADDRESS": "unix:path=/nonexistent",
         }
         if preload:
@@ -97,7 +97,8 @@ class User:
 
 
 class Recorder:
-    """A running recorder and its log. `words` start another program than the user's."""
+    """A running recorder and its log. `words` is a command line to run instead of the user's
+    program."""
 
     def __init__(self, user, more=None, words=None):
         self.process = subprocess.Popen(

@@ -18,7 +18,7 @@ namespace {
 
 using namespace tidemark;
 
-/// What is read can be written, and is read again as the same.
+/// A document that can be read can be written, and reads back the same.
 template <class T>
 void readAgain(std::string_view bytes) {
     std::string written;
@@ -77,7 +77,7 @@ static_assert(readers.size() == 9);
 } // namespace
 
 /// The first byte selects what the others are read as: one of the program's own documents, a
-/// request, or its answer. One reader at a time and no file, so that a run takes microseconds.
+/// request, or its answer. Each run calls one reader and opens no file, so it takes microseconds.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size);
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {

@@ -6,8 +6,8 @@
 #include <cstdint>
 #include <cstdlib>
 
-/// Reads any bytes as the metadata of a bundle and as a definition. The results must be storable
-/// and within the limits.
+/// Reads any bytes as a property list, as the metadata of a bundle and as a definition. A list must
+/// not be deeper than the maximum depth, and the results must be storable.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size);
 
 namespace {

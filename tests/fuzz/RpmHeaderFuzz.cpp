@@ -4,8 +4,8 @@
 #include <cstdint>
 #include <cstdlib>
 
-/// Parses any bytes as the header of a package. Nothing outside of them may be read, and the
-/// version must be storable.
+/// Parses any bytes as the header of a package. Nothing outside of them may be read, and the name
+/// and the version of the package must be storable.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size);
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {

@@ -56,8 +56,8 @@ struct ActivityRecording : testing::Test {
             sleepManagerPath, u"EmitSignal"_s,
             {sleepManager, u"PrepareForSleep"_s, u"b"_s, QVariant(QVariantList{preparing})});
     }
-    /// The machine sleeps and wakes again and again, because it can't be observed when the recorder
-    /// begins to follow logind.
+    /// Lets the machine sleep and wake again and again, because the test can't observe when the
+    /// recorder begins to follow logind.
     void keepSleeping() {
         machine.callOnTimeout([this] { prepareForSleep(asleep = !asleep); });
         machine.start(50);
@@ -115,7 +115,7 @@ TEST_F(ActivityRecording, WritesNothingToADataFolderThatWasReplaced) {
 }
 
 TEST_F(ActivityRecording, IsNotDelayedByABusThatHangs) {
-    // The second one hangs only after it has replied once.
+    // The bus of the first round never replies; that of the second hangs after one reply.
     for (const int replies : {0, 1}) {
         QLocalServer bus;
         ASSERT_TRUE(bus.listen(QString::fromStdString((folder / "stuck").native())));

@@ -68,7 +68,7 @@ struct UnitApplicationsTest : testing::Test {
     void untilFollowing() {
         test::until([&] { return units->isFollowing(); });
     }
-    /// Advances the clock again and again, so that launches settle.
+    /// Waits for these changes, while it advances the clock, so that launches settle.
     void expectReported(const std::string& expected) {
         QTimer time;
         time.callOnTimeout([&] { clock.advance(1); });
@@ -89,7 +89,7 @@ struct UnitApplicationsTest : testing::Test {
 /// One unit in the reply to `ListUnitsByPatterns`.
 struct ListedUnit {
     QString name;
-    /// The registration of the type writes one without a unit.
+    /// A valid path by default: the registration of the type writes a default-constructed value.
     QString path = u"/"_s;
 };
 
@@ -216,7 +216,7 @@ TEST(ApplicationUnit, NamesApplications) {
     }
 }
 
-TEST(DesktopApplications, AreThoseWithAWindow) {
+TEST(DesktopApplications, AreNeitherHiddenNorForATerminal) {
     const test::TemporaryFolder folder;
     const std::vector<fs::path> folders{folder / "own", folder / "shared"};
     folder.write("shared/org.example.Editor.desktop", entryOf("Editor"));
@@ -292,7 +292,7 @@ TEST_F(UnitApplicationsTest, FollowARealServiceManager) {
     real.run("systemd-run --user --quiet --unit=app-org.example.Player@1.service sleep 600");
     expectReported("+org.example.Player ");
     real.run("systemd-run --user --quiet --unit=app-org.example.Unknown@1.service sleep 600");
-    // A second instance, then the end of both.
+    // A third application, then the end of the first two.
     real.run(R"(systemd-run --user --quiet --unit='app-two\x2dwords@1.service' sleep 600)");
     expectReported("+two-words ");
     real.run("systemctl --user stop app-org.example.Player@1.service");
@@ -311,7 +311,8 @@ TEST_F(MockedUnits, CountOnlyUnitsThatBecomeActive) {
     expectReported("+org.example.Player ");
     systemd.remove(u"app-org.example.Player@2.service"_s);
     expectReported("-org.example.Player ");
-    // It ran before, so it is not launched; asking for a unit makes it known without running it.
+    // Only the player is reported. It is known before it runs, as a unit is that somebody asked
+    // for. The autostart unit was not launched by the user, and Unknown has no desktop entry.
     systemd.add(u"app-org.example.Player@1.service"_s, u"inactive"_s);
     systemd.add(u"app-two-words@autostart.service"_s, u"active"_s);
     systemd.add(u"app-org.example.Unknown@1.service"_s, u"active"_s);

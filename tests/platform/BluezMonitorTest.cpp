@@ -44,7 +44,8 @@ struct BluezMonitorTest : testing::Test {
         mock(u"AddAdapter"_s, {u"hci0"_s, u"machine"_s});
         mock(u"AddDevice"_s, {u"hci0"_s, u"AA:BB:CC:DD:EE:FF"_s, u"Headset"_s});
     }
-    /// Unlike its own methods, this also changes what the mock answers.
+    /// Changes properties of an object. Unlike methods of BlueZ's own interfaces, this also changes
+    /// what the mock answers.
     void change(const QString& path, const QString& interface, const QVariantMap& values) const {
         bluez.control(path, u"UpdateProperties"_s, {interface, values});
     }
@@ -71,7 +72,7 @@ TEST_F(BluezMonitorTest, ReportsRadioAndPairedDevices) {
     expectRadio(std::nullopt);
     addHeadset();
     expectDevices({});
-    // Whatever the files of the machine say.
+    // The adapter that BlueZ reports counts, whatever the files of the machine say.
     EXPECT_EQ(monitor.absence(), std::nullopt);
     pair();
     expectDevices({headset(false)});
@@ -83,7 +84,7 @@ TEST_F(BluezMonitorTest, ReportsRadioAndPairedDevices) {
     expectDevices({headset(true)});
     changeHeadset({{u"Paired"_s, false}});
     expectDevices({});
-    // The devices of the adapter stay, as they may with the real service.
+    // The mock keeps the devices of a removed adapter, as the real service may.
     pair();
     expectDevices({headset(true)});
     mock(u"RemoveAdapter"_s, {u"hci0"_s});
@@ -105,12 +106,13 @@ TEST_F(BluezMonitorTest, IgnoresWhatASearchForDevicesReports) {
     };
     search(20);
     mock(u"AddDevice"_s, {u"hci0"_s, u"11:11:11:11:11:11"_s, u"Near by"_s});
-    // Handled after all of these.
+    // This change is handled after all the signals above.
     changeHeadset({{u"Connected"_s, true}});
     expectDevices({headset(true)});
     EXPECT_EQ(states, before + 1);
 
-    // More than are received, and the change at their end is none of those.
+    // These are too many, so the monitor unsubscribes for a while. It misses the change after them,
+    // and reads it after the pause.
     search(2 * GuardedSubscription::mostPerSecond);
     test::settle();
     changeHeadset({{u"Connected"_s, false}});

@@ -22,7 +22,7 @@ struct DesktopNotifierTest : testing::Test {
     test::MockService service{home, bus, u"notification_daemon"_s, name};
     int activations = 0;
 
-    /// The arguments of all calls of Notify so far.
+    /// All calls of Notify so far, each as "id of the replaced notification|title|body".
     QStringList sent() {
         QStringList calls;
         auto call = QDBusMessage::createMethodCall(name, path, u"org.freedesktop.DBus.Mock"_s,

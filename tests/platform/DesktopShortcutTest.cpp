@@ -81,7 +81,7 @@ struct DesktopShortcutTest : testing::Test {
                     << handleValue(session) << id << quint64{1} << QVariantMap());
     }
 
-    /// The user chose other keys in the settings of the desktop.
+    /// Reports that the user chose other keys in the settings of the desktop.
     void change(const BoundShortcut& to) const {
         portal.send(QDBusMessage::createSignal(portalPath, portalInterface, u"ShortcutsChanged"_s)
                     << handleValue(shortcutSessionPath) << QVariant::fromValue(QList{to}));
@@ -90,7 +90,7 @@ struct DesktopShortcutTest : testing::Test {
     test::PrivateBus home;
     test::FaultyService portal{home.connect(u"portal"_s), u"org.freedesktop.portal.Desktop"_s};
     test::FaultyService accelerators{home.connect(u"kde"_s), u"org.kde.kglobalaccel"_s};
-    /// The responses of the portal: 0 when it was granted, and the results.
+    /// The portal's response to each method: 0 when the request is granted, and the results.
     std::map<QString, std::pair<quint32, QVariantMap>> results;
     std::string asked;
     std::optional<GlobalShortcut::Availability> last;
@@ -182,7 +182,7 @@ TEST_F(DesktopShortcutTest, UsesKdeWhereThePortalHasNoShortcuts) {
                           << QVariant::fromValue(keys));
         expect({.isAvailable = true, .keys = name});
     }
-    // Another portal has some, and then the keys must not count twice.
+    // A portal with shortcuts starts: the keys must be released at KDE, or they would count twice.
     portal.stop();
     portal.answers[u"Get org.freedesktop.portal.GlobalShortcuts version"_s] = {
         QVariant::fromValue(QDBusVariant(1U))};

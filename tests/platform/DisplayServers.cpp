@@ -136,7 +136,8 @@ void settleReaders(GraphicalSessions& sessions) {
     const MainThreadCalls calls;
     bool isHandled = false;
     const auto ask = [&, post = calls.post()](X11Connection& connection) {
-        // Its answer comes after the events until now, which are handled before the next turn.
+        // The reply to this request arrives after all events until now. The connection handles
+        // these before its thread runs the timer.
         connection.property(connection.root(), XCB_ATOM_WM_NAME);
         connection.after(std::chrono::milliseconds(0), &connection,
                          [post, &isHandled] { post([&] { isHandled = true; }); });

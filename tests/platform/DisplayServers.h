@@ -12,7 +12,7 @@
 
 namespace tidemark::test {
 
-/// A program of the test. Killed at the end of its lifetime.
+/// A program that a test runs. Calls `stop` at the end of its lifetime.
 class ChildProgram {
 public:
     ChildProgram() = default;
@@ -20,7 +20,7 @@ public:
 
     /// Starts it with `input` as its standard input. The first element is the program.
     void start(const QStringList& command, const QByteArray& input = {});
-    /// Asks it to end, and waits until it has.
+    /// Asks it to end, and waits until it has, at most 30 seconds.
     void stop();
     /// Waits for its end, and returns its output.
     QByteArray output();
@@ -31,13 +31,13 @@ public:
 /// True when all these programs are installed.
 bool hasPrograms(const std::vector<const char*>& names);
 
-/// An X11 server without a screen, with a window manager.
+/// An X11 server that draws into memory only, with a window manager.
 class X11Server {
 public:
-    /// With `display`, on that display.
+    /// Starts it on this display, such as ":7"; on a free one if the text is empty.
     explicit X11Server(const std::string& display = {});
 
-    /// Such as ":7".
+    /// Its display, such as ":7".
     const std::string& display() const { return name; }
     /// Runs a program of this display to its end and returns its output.
     QByteArray run(const QStringList& command, const QByteArray& input = {}) const;
@@ -62,11 +62,12 @@ private:
     std::unique_ptr<X11Connection> connection;
 };
 
-/// Returns when what follows an X11 server has handled all that has happened there until now.
+/// Returns when the readers of these sessions have handled all that has happened on the X11 server
+/// until now.
 void settleReaders(GraphicalSessions& sessions);
 
-/// The compositor sway without a screen. It refuses to run as root, so it runs as another user
-/// then.
+/// The compositor sway without a monitor. It refuses to run as root, so a test that runs as root
+/// starts it as another user.
 class WaylandServer {
 public:
     WaylandServer();

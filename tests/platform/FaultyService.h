@@ -9,8 +9,8 @@
 
 namespace tidemark::test {
 
-/// A service on a bus that answers from a table, and can answer badly. Its replies are those of one
-/// connection, so that two of these can have the same name one after the other.
+/// A service on a bus that answers from a table, and can answer badly. Each has a connection of its
+/// own, so that one can still reply when another one has taken over its name.
 class FaultyService final : public QDBusVirtualObject {
 public:
     enum class Way {
@@ -21,7 +21,7 @@ public:
         fail,
         /// Replies with a number, whatever was asked.
         nonsense,
-        /// Answers the first call not at all, which the bus reports to the caller after some time
+        /// Answers the first call by the error that a caller without an answer gets after some time
         /// (here at once), and the next ones as it should.
         silentOnce,
         failOnce,

@@ -28,7 +28,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-/// An entry of the list, used so many seconds ago.
+/// An entry of the list of recently used files, for a file that was used `age` seconds ago.
 std::string bookmark(const std::string& url, double age, const std::string& more = "") {
     const auto date = iso8601Text(Date::now() + -age).value();
     return "<bookmark href=\"" + url + "\" added=\"" + date + "\" modified=\"" + date
@@ -141,7 +141,7 @@ TEST(RecentlyUsedList, HasTheFilesOfThisMachine) {
                 + date + "/><bookmark" + date + "/><bookmark href=\"file:///a\"/>"
                 + "<bookmark href=\"file:///a\" modified=\"yesterday\"/>"),
          ""},
-        // Damaged: what stands before is read.
+        // In a damaged list, what stands before the damage is read.
         {listOf("<bookmark href=\"file:///a\"" + date + "/><bookmark href=\"file:///b\"" + date
                 + "><info>"),
          "/a "},
@@ -206,7 +206,7 @@ TEST_F(FileFinderTest, FindsDocumentsAndRecentlyUsedFiles) {
     stop();
     reports.clear();
 
-    // Of chosen folders, only what is in them.
+    // When the user chose folders, only files in these are reported.
     setup.scope.folders.emplace();
     setup.folders = {documents / "deep", home / "missing"};
     setup.recentlyUsed = data / "recently-used.xbel";
@@ -296,7 +296,7 @@ TEST_F(FileFinderTest, KnowsWhenTheLastOfManyFilesArrived) {
     EXPECT_GT(moved.added, moved.created);
 }
 
-TEST(FolderWatch, TakesAFolderThatItWatchesAgainAtItsLimit) {
+TEST(FolderWatch, AtItsLimitAcceptsAFolderThatIsAlreadyWatched) {
     const test::TemporaryFolder folder;
     folder.makeFolder("a");
     folder.makeFolder("b");

@@ -18,7 +18,7 @@ using test::networkNamespace::ip;
 
 namespace {
 
-/// A program that serves a tunnel, as that of a VPN; the tunnel is removed with it.
+/// Opens a tunnel, as the program of a VPN does. It is removed when the descriptor is closed.
 FileDescriptor openTunnel(const char* name) {
     FileDescriptor tunnel(::open("/dev/net/tun", O_RDWR | O_CLOEXEC));
     ifreq request{};

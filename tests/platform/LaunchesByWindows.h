@@ -44,7 +44,8 @@ struct LaunchesByWindows {
         until([this] { return windows.isFollowing(); });
     }
 
-    /// Waits until these were reported since the last call: "+Editor -Player ".
+    /// Waits for reports and expects that they were these since the last call, such as
+    /// "+Editor -Player ".
     void expect(const std::string& expected) {
         QTimer time;
         time.callOnTimeout([this] { clock.advance(1); });

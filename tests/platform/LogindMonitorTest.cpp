@@ -92,7 +92,7 @@ struct LogindMonitorTest : testing::Test {
         list.endArray();
         return text;
     }
-    /// The mock notices the release of a lock with a delay.
+    /// Asks again and again, because the mock notices the release of a lock with a delay.
     void untilLocksAre(const char* expected) {
         QTimer look;
         look.start(5);
@@ -204,7 +204,7 @@ TEST_F(LogindMonitorTest, FollowsTheDisplaySessionForAUserService) {
     setActive(true);
     expectPosted("sessionDidBecomeActive ");
 
-    // The next login, when the display is still the removed session for a moment.
+    // At the next login, the user's display is still the removed session for a moment.
     logind.control(managerPath, u"RemoveObject"_s, {sessionPath});
     emitSignal(u"SessionRemoved"_s, u"so"_s, {u"c1"_s, session()});
     test::until([&] { return !monitor->isFollowingSession(); });

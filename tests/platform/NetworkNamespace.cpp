@@ -35,7 +35,7 @@ bool run(const QStringList& command, QByteArray& output) {
     return ended && process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0;
 }
 
-/// This program.
+/// The path of this program.
 QString program() {
     return QString::fromStdString(std::filesystem::read_symlink("/proc/self/exe"));
 }

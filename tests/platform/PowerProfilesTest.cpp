@@ -30,7 +30,7 @@ struct PowerProfilesTest : testing::Test {
         test::until([&] { return profiles->isOn() == isOn; });
         EXPECT_EQ(profiles->isOn(), isOn);
     }
-    /// As the user does it in the settings of the desktop.
+    /// Chooses a profile, as the user does in the settings of the desktop.
     void choose(const QString& name, const QString& path, const QString& profile) {
         auto call = QDBusMessage::createMethodCall(name, path, u"org.freedesktop.DBus.Properties"_s,
                                                    u"Set"_s);
@@ -45,7 +45,7 @@ struct PowerProfilesTest : testing::Test {
 TEST_F(PowerProfilesTest, FollowsTheRealDaemonAndNeverStartsIt) {
     if (const auto missing = test::PowerMachine::missing(); !missing.empty())
         GTEST_SKIP() << missing;
-    // The daemon asks this one whether the user may change the profile.
+    // The daemon asks polkit whether the user may change the profile.
     test::MockService polkit{home, bus, u"polkitd"_s, u"org.freedesktop.PolicyKit1"_s};
     polkit.start();
     polkit.control(u"/org/freedesktop/PolicyKit1/Authority"_s, u"AllowUnknown"_s, {true});
@@ -67,7 +67,7 @@ TEST_F(PowerProfilesTest, FollowsTheRealDaemonAndNeverStartsIt) {
 }
 
 TEST_F(PowerProfilesTest, CountsADaemonWithTwoNamesOnce) {
-    // A daemon of its own for each name; the template has the old name only.
+    // Each name has a mock of its own, because the template has the old name only.
     test::MockService old{home, bus, u"power_profiles_daemon"_s, oldName};
     old.start();
     follow();

@@ -19,7 +19,8 @@ const QString cardPath = u"/org/freedesktop/NetworkManager/Devices/card"_s;
 const QString pointPath = u"/org/freedesktop/NetworkManager/AccessPoint/home"_s;
 const QString wireless = u"org.freedesktop.NetworkManager.Device.Wireless"_s;
 
-/// What a recorder may ask the bus and the services of the machine. None of this changes anything.
+/// The methods that a recorder may call on the bus and on the services of the machine. They change
+/// nothing, except that `Inhibit` takes the lock that delays sleep.
 const QStringList harmless{
     u"Hello"_s,  u"AddMatch"_s,          u"RemoveMatch"_s,      u"GetNameOwner"_s,    u"Get"_s,
     u"GetAll"_s, u"GetManagedObjects"_s, u"EnumerateDevices"_s, u"GetSessionByPID"_s, u"GetUser"_s,
@@ -131,7 +132,7 @@ TEST_F(Privacy, AsksOnlyWhatChangesNothing) {
         else
             EXPECT_TRUE(harmless.contains(member)) << qPrintable(call);
         EXPECT_FALSE(call.contains(u"\"Ssid\""_s)) << qPrintable(call);
-        // This would return the name as well.
+        // This call would return the name of the network as well.
         EXPECT_FALSE(member == u"GetAll"_s && call.contains(u".AccessPoint\""_s))
             << qPrintable(call);
     }

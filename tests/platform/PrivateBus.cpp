@@ -11,7 +11,7 @@ namespace tidemark::test {
 using namespace Qt::StringLiterals;
 
 PrivateBus::PrivateBus() {
-    // Hides its warning about limits that it may not raise.
+    // Hides the daemon's warning about limits that it may not raise.
     process.setStandardErrorFile(QProcess::nullDevice());
     process.start(u"dbus-daemon"_s,
                   {u"--session"_s, u"--nofork"_s, u"--print-address"_s,

@@ -28,11 +28,11 @@ private:
     QString busAddress;
 };
 
-/// A mock service from a template of python3-dbusmock.
+/// A mock service by python3-dbusmock.
 class MockService {
 public:
-    /// `connection` is also used by the code under test, so that its calls and those of the test
-    /// arrive in order.
+    /// A service from a template. `connection` is also used by the code under test, so that its
+    /// calls and those of the test arrive in order.
     MockService(const PrivateBus& home, QDBusConnection connection, const QString& templateName,
                 const QString& serviceName);
     /// A service without a template: one object at `path` with an empty interface that has the name
@@ -49,7 +49,8 @@ public:
     /// Kills the service and waits until its name is released.
     void stop();
 
-    /// Calls a method of the mock's control interface, org.freedesktop.DBus.Mock, and waits.
+    /// Calls a method of the mock's control interface, org.freedesktop.DBus.Mock, and waits for the
+    /// reply. Throws if that is an error.
     void control(const QString& path, const QString& method, const QVariantList& arguments) const;
     const QProcess& process() const { return running; }
 
@@ -59,7 +60,7 @@ private:
 
     QString busAddress;
     QDBusConnection bus;
-    /// Of dbusmock.
+    /// The command-line arguments of dbusmock.
     QStringList arguments;
     QString service;
     QDBusServiceWatcher watcher;

@@ -15,7 +15,7 @@ using Activity = RecorderService::Activity;
 
 namespace {
 
-/// The installed service, of a real service manager, with the built program.
+/// The service as it is installed, with the built program, under a real service manager.
 struct ServiceOfSession : testing::Test {
     void SetUp() override {
         if (const auto absence = test::UserManager::absence())
@@ -26,7 +26,8 @@ struct ServiceOfSession : testing::Test {
         manager->connect();
     }
 
-    /// Changes where the program is, and one setting of builds with sanitizers.
+    /// Installs a unit, after changing the path of the program and one setting for builds with
+    /// sanitizers.
     void install(const std::string& name) const {
         std::string unit = test::contents(std::filesystem::path(TIDEMARK_UNITS) / name);
         if (const auto start = unit.find("ExecStart=\""); start != unit.npos)
@@ -41,7 +42,7 @@ struct ServiceOfSession : testing::Test {
     std::string printed(const std::string& command) {
         const auto output = manager->home() / "output";
         std::filesystem::remove(output);
-        // In a shell of its own, since a failure would end the one that runs it.
+        // In a subshell, since a failure would end the shell that carries out the commands.
         manager->run(("{ ( tidemark=" TIDEMARK_PROGRAM "; " + command + " ) >'" + output.native()
                       + ".part' 2>&1; mv '" + output.native() + ".part' '" + output.native()
                       + "'; }")

@@ -61,7 +61,7 @@ TEST_F(ScreenSleepMonitorTest, FollowsTheScreenSaver) {
         expectPosted("screensDidWake ");
         setActive(true);
         expectPosted("screensDidSleep ");
-        // Its end says nothing about the screens, but nothing says that they sleep any more.
+        // When the screen saver has ended, no service reports any more that the screens sleep.
         saver.stop();
         expectPosted("screensDidWake ");
     }
@@ -103,7 +103,8 @@ TEST_F(ScreenSleepMonitorTest, CombinesWhatIsKnown) {
     expectPosted("screensDidSleep ");
     turn(0);
     lock(true);
-    // Locked, the screens turned on, and then a screen saver appears that knows better.
+    // The screens are on, but count as asleep while the session is locked. Then a screen saver
+    // appears, and where there is one, the lock does not count.
     test::MockService saver{home, bus, u"gnome_screensaver"_s, saverName};
     saver.start();
     expectPosted("screensDidWake ");

@@ -48,18 +48,18 @@ std::string text(std::optional<bool> value) {
     return value ? (*value ? "yes" : "no") : "nothing";
 }
 
-/// An adapter and the service that it follows. The service has two states, and the adapter knows
-/// "yes" of the one and "no" of the other.
+/// An adapter and the service that it follows. The service has two states: the adapter knows "yes"
+/// in the one, and what the member `no` says in the other.
 struct Subject {
     const char* name;
     const char* service;
     std::function<Answers(bool yes)> answers;
-    /// Announces that state.
+    /// The signal by which the service announces a state.
     std::function<QDBusMessage(bool yes)> news;
     std::function<Know(const MessageBus& bus, AppClock& clock)> create;
     /// What the adapter reports in the other state.
     const char* no = "no";
-    /// Others take an error as the answer that they will always get.
+    /// Whether the adapter asks again after an error. Other adapters take an error as final.
     bool asksAgainAfterErrors = false;
 
     friend void PrintTo(const Subject& subject, std::ostream* out) { *out << subject.name; }
@@ -308,7 +308,7 @@ struct ServiceFaults : testing::TestWithParam<Subject> {
             return know() == expected;
         });
     }
-    /// Some adapters don't trust the first readings.
+    /// Advances the clock for adapters that don't trust the first readings for some time.
     void trustReadings() {
         if (clock.sleeping() > 0)
             clock.advance(UPowerBattery::provisional);
@@ -367,7 +367,7 @@ TEST_P(ServiceFaults, MissingLateOrInvalidRepliesAreTolerated) {
     service.release();
     expect("yes");
 
-    // What did not answer once is asked again, without a signal.
+    // A service that did not answer once is asked again, although it sends no signal.
     restart(Way::silentOnce, true);
     expect("yes");
     if (subject.asksAgainAfterErrors) {
@@ -375,7 +375,7 @@ TEST_P(ServiceFaults, MissingLateOrInvalidRepliesAreTolerated) {
         expect("yes");
     }
 
-    // Replaced before it has answered, and answering after that.
+    // The service is replaced before it has answered, and its answers arrive after that.
     restart(Way::late, true);
     expectFinally("nothing");
     service.stop();

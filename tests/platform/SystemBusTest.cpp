@@ -106,7 +106,7 @@ TEST(MessageBus, CallsOnlyReceiversThatExistAndNoneAfterItsEnd) {
     const test::PrivateBus home;
     ::setenv("DBUS_SESSION_BUS_ADDRESS", home.address().toUtf8().constData(), 1);
     int connections = 0;
-    // How many events it takes to connect differs, so it ends after each number of them.
+    // Connecting takes a varying number of events, so the bus is destroyed after 0, 1, 2, … events.
     for (int events = 0; connections < 3; ++events) {
         ASSERT_LT(events, 10'000);
         std::optional<MessageBus> bus(MessageBus::session());

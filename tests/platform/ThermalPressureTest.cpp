@@ -25,7 +25,7 @@ struct Sys {
     void write(const std::string& file, const std::string& value) const {
         folder.write("class/thermal/" + file, value + "\n");
     }
-    /// Trips as pairs of a type and a temperature in °C.
+    /// Adds a zone. `trips` are pairs of a type and a temperature in °C.
     void zone(int number, const std::string& type, int degrees,
               const std::vector<std::pair<std::string, int>>& trips) const {
         const std::string zone = "thermal_zone" + std::to_string(number) + "/";
@@ -80,7 +80,7 @@ TEST(ThermalZones, IgnoresImpossibleValues) {
     EXPECT_TRUE(ThermalZones::read("/does/not/exist").zones.empty());
 }
 
-TEST(ThermalPressure, CountsAStateThatLasts) {
+TEST(ThermalPressure, CountsOnlyStatesThatLast) {
     const Sys sys;
     sys.zone(0, "x86_pkg_temp", 50, usualTrips);
     // The firmware claims that this machine has been too hot since its start.
@@ -95,12 +95,12 @@ TEST(ThermalPressure, CountsAStateThatLasts) {
     };
     const Step steps[] = {
         {0, 50, "nominal", false},
-        // Brief.
+        // The heat is too brief to count.
         {30, 85, "nominal", true},
         {35, 50, "nominal", false},
         {60, 101, "nominal", true},
         {65, 85, "nominal", true},
-        // The mildest of what was read meanwhile.
+        // The mildest of the states that were read meanwhile counts.
         {70, 101, "serious", false},
         {71, 101, "serious", true},
         {81, 101, "critical", false},
@@ -119,7 +119,8 @@ TEST(ThermalPressure, CountsAStateThatLasts) {
         EXPECT_EQ(pressure.state(), state) << at;
         EXPECT_EQ(pressure.isChanging(), isChanging) << at;
     }
-    // Slowed down without a hot zone: by the daemon, a cooling device or the processor itself.
+    // The machine is slowed down although no zone is hot: as the daemon, the processor itself or a
+    // cooling device reports.
     const auto seriousAfter = [&](ThermalZones reading, bool isTooHot) {
         ThermalPressure other;
         other.receive(sys.read(), false, 0);
@@ -177,7 +178,7 @@ TEST(ThermalWatch, ReadsEarlyOnceAfterMessagesOfTheKernel) {
     const auto sendMessage = [&] { ASSERT_EQ(::send(kernel.get(), "trip", 4, 0), 4); };
     untilState("nominal");
     for (int round = 0; round < 2; ++round) {
-        // Removed zones are what counts at once.
+        // The absence of all zones counts at once, unlike a change of temperature.
         std::filesystem::remove_all(sys.folder / "class");
         sendMessage();
         untilState(std::nullopt);
@@ -194,7 +195,8 @@ TEST(ThermalEvents, AreReceivedFromTheKernel) {
     const auto events = thermalEvents::open();
     if (!events)
         GTEST_SKIP() << "the kernel sends no messages about thermal zones";
-    // It is a member of one group of generic netlink, and nothing happens here.
+    // No event can be caused here, so the test checks only that the socket has joined one group of
+    // generic netlink.
     std::array<std::uint32_t, 64> groups{};
     socklen_t size = sizeof groups;
     ASSERT_EQ(

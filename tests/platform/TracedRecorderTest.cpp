@@ -29,7 +29,8 @@ struct TracedRecorder : testing::Test {
     }
     ~TracedRecorder() override { recorder.stop(); }
 
-    /// With these variables instead of those of the display and the bus.
+    /// Starts the recorder on the display and the bus of the test. `variables` are set last, so
+    /// they can replace any of its environment variables.
     void start(const std::map<QString, QString>& variables = {}) {
         std::filesystem::permissions(home.makeFolder("run"), std::filesystem::perms::owner_all);
         home.write("config/Tidemark/settings.json", R"({"memoryClipboard":true})");
@@ -90,7 +91,7 @@ TEST_F(TracedRecorder, ConnectsToLocalSocketsAndOpensNoDocument) {
     home.write("Documents/letter.txt", "Dear");
     start();
     untilRecorded("letter.txt");
-    // Another copy each time, until the clipboard is followed.
+    // Copies another text again and again, until the recorder follows the clipboard.
     QTimer user;
     int copies = 0;
     user.callOnTimeout([&] {

@@ -15,7 +15,7 @@ namespace {
 const QString upower = u"org.freedesktop.UPower"_s;
 const QString upowerPath = u"/org/freedesktop/UPower"_s;
 
-/// A reading as text, such as "mains 80 % charging".
+/// What is known of the battery as text, such as "mains 80 charging".
 std::string textOf(const BatterySource& source) {
     if (source.state() != State::following)
         return source.state() == State::unknown ? "unknown" : "unavailable";
@@ -48,7 +48,7 @@ struct UPowerBatteryTest : testing::Test {
         source = std::make_unique<UPowerBattery>(bus, clock, [this] { ++changes; });
     }
     void expect(const std::string& text) {
-        // The test advances the time that a first reading has to wait.
+        // Advances the clock, because a first reading counts only after some time.
         test::until([&] {
             if (clock.sleeping() > 0)
                 clock.advance(UPowerBattery::provisional);
@@ -58,7 +58,7 @@ struct UPowerBatteryTest : testing::Test {
     }
 };
 
-/// With the real service.
+/// With the real service, on a machine whose power supplies are made up.
 struct RealUPower : UPowerBatteryTest {
     void SetUp() override {
         if (const auto missing = test::PowerMachine::missing(); !missing.empty())
@@ -82,7 +82,7 @@ TEST_F(RealUPower, ReadsWhatTheServiceReports) {
         {"mouse hidpp_battery_0 status=Discharging capacity=5 model_name=Mouse", "none"},
         {charging, "mains 50 charging"},
         {"battery BAT0 energy_now=36000000", "mains 60 charging"},
-        // UPower waits for the battery.
+        // UPower reports the loss of external power only when the battery discharges.
         {"mains AC online=0", "mains 60 charging"},
         {"battery BAT0 status=Discharging", "battery 60"},
         {"mains AC online=1", "mains 60"},
@@ -109,7 +109,7 @@ TEST_F(RealUPower, FollowsARestartAndAServiceThatHangs) {
         machine->carryOut(std::string("battery BAT0 energy_now=") + level);
         machine->carryOut("start upowerd");
         expect(*level == '3' ? "mains 50 charging" : "mains 70 charging");
-        // Answers late, and meanwhile nothing else is delayed.
+        // The stopped service answers late, and nothing else is delayed meanwhile.
         machine->carryOut("stop upowerd");
         machine->carryOut("battery BAT0 energy_now=54000000");
         test::settle();

@@ -25,7 +25,8 @@ std::filesystem::path controlGroups() {
     return {};
 }
 
-/// It only starts on a machine that systemd has started, which the folder in /run stands for.
+/// Starts the service manager and then carries out commands from standard input. The manager starts
+/// only on a machine that systemd has started, which it recognises by the folder in /run.
 constexpr const char* script = R"(
     set -e
     echo $$ >"$GROUP/cgroup.procs"

@@ -14,7 +14,7 @@ namespace tidemark::test {
 /// control group and a mount namespace of their own.
 class UserManager {
 public:
-    /// Why there can be none on this machine.
+    /// Why there can be none on this machine; absent when there can.
     static std::optional<std::string> absence();
 
     UserManager();

@@ -66,8 +66,8 @@ TEST(MountTableWatch, ReportsMountsOfVolumesOnly) {
     const std::string disk = (folder / "disk").native();
     const std::string other = (folder / "other").native();
     const std::string mountOther = "mount -t tmpfs none " + other;
-    // A volume because the one who mounted it said so; no file system of a disk may be mounted
-    // here.
+    // This mount is a volume because of its option: the file system of a disk can't be mounted in
+    // the namespace.
     const std::string mountDisk = "mount -t tmpfs -o x-gvfs-show none " + disk;
     if (!carryOut("mkdir -p /run/mount " + disk + " " + other
                   + " && mount -t tmpfs none /run/mount && " + mountOther))

@@ -18,7 +18,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// A program with a window that names this identifier.
+/// A program with a window that has this application identifier.
 struct NamedWindow : test::ChildProgram {
     NamedWindow(const test::WaylandServer& server, const QString& id) {
         server.prepare(*this);
@@ -112,7 +112,8 @@ struct WaylandSessionTest : testing::Test {
             untilLogged(number);
         }
     }
-    /// What is asked for of an item of these types, after all has been handled.
+    /// Copies an item of these types, and returns the types whose contents the clipboard has asked
+    /// for when it has handled everything.
     std::string askedOf(const std::vector<std::string>& types) const {
         const auto other = WaylandConnection::open(server->display(), [] {});
         const LoggedOffer offer(*other, types);

@@ -51,11 +51,11 @@ struct WirelessLinksTest : testing::Test {
         manager.control(root, u"AddAccessPoint"_s,
                         {wirelessCard, name, ssid, u"00:11:22:33:44:55"_s, quint32{2}, frequency,
                          quint32{270'000}, QVariant::fromValue(uchar{70}), quint32{0x188}});
-        // The template gives both the same flags.
+        // The template sets both WpaFlags and RsnFlags to the last argument.
         manager.control(accessPointPath(name), u"UpdateProperties"_s,
                         {accessPoint, QVariantMap{{u"WpaFlags"_s, quint32{0}}}});
     }
-    /// Adds what the template lacks.
+    /// Adds a card, with the property that the template lacks, and two access points.
     void addCard(int state, const QString& point) const {
         manager.control(root, u"AddWiFiDevice"_s, {u"card"_s, u"card0"_s, state});
         manager.control(
@@ -64,7 +64,8 @@ struct WirelessLinksTest : testing::Test {
         addPoint(u"home"_s, u"Home"_s, 5180);
         addPoint(u"office"_s, u"Office"_s, 2412);
     }
-    /// The mock's own method does not take objectValue paths.
+    /// Sets a property by the standard interface, since the mock's own method takes no object
+    /// paths.
     void set(const QString& path, const QString& interface, const QString& property,
              const QVariant& value) const {
         auto question = QDBusMessage::createMethodCall(
@@ -77,7 +78,7 @@ struct WirelessLinksTest : testing::Test {
     void setPoint(const QString& path) const {
         set(wirelessCard, wirelessInterface, u"ActiveAccessPoint"_s, objectValue(path));
     }
-    /// The link of the card as text; "none" without a card.
+    /// The link of the card as text; "none" without a card, "unread" before the first report.
     std::string text() const {
         if (!last || last->empty())
             return last ? "none" : "unread";

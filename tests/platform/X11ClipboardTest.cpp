@@ -39,7 +39,7 @@ private:
         if ((event.response_type & 0x7F) != XCB_SELECTION_REQUEST)
             return;
         const auto& request = reinterpret_cast<const xcb_selection_request_event_t&>(event);
-        // A recorder of another test may follow a display of the same number that is gone, and so
+        // A recorder of another test may still follow an earlier display of the same number, and so
         // connect to this one.
         if (request.owner != window || windows.processOf(request.requestor) != ::getpid())
             return;
@@ -134,17 +134,17 @@ struct X11ClipboardTest : testing::Test {
     QByteArray paste(const QString& type = u"UTF8_STRING"_s) const {
         return server->run({u"xclip"_s, u"-o"_s, u"-selection"_s, u"clipboard"_s, u"-t"_s, type});
     }
-    /// Returns when the clipboard has handled all that happened on the server, and so have the
-    /// other programs of this process, one of which has the connection `other`.
+    /// Returns when all that happened on the server has been handled, by the clipboard and by the
+    /// simulated program on the connection `other`.
     void finish(X11Connection& other) const {
         for (int round = 0; round < 3; ++round) {
             owner(other);
-            // Handles the requests that were received with the answer.
+            // Handles the requests that arrived before the reply.
             other.settle();
             test::settleReaders(*sessions);
         }
     }
-    /// Copies an item of which only the types are asked.
+    /// Copies an item, and expects that the clipboard asks only for its types.
     void expectUnread(X11Connection& other,
                       std::vector<std::string> types = {"UTF8_STRING"}) const {
         const LoggedOwner item(other, LoggedOwner::Behaviour::refuses, std::move(types));
@@ -222,7 +222,7 @@ TEST_F(X11ClipboardTest, NeverReadsAMarkedItemNorItsRepublication) {
         expectUnread(*other);
         copyHonest("after a program that is not known");
     }
-    // Marked items from before are not read either.
+    // A marked item that was copied before watching begins is not read either.
     LoggedOwner vault(*other, Behaviour::refuses, {"UTF8_STRING", "x-kde-passwordManagerHint"});
     watch();
     test::until([&] { return !vault.asked.empty(); });

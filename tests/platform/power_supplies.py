@@ -11,6 +11,7 @@ answers each with "done":
     start PROGRAM               start a service of the machine
     stop, cont, kill PROGRAM    send it the signal
 
+In a VALUE, "_charging" stands for " charging", since a blank separates words.
 The services find the bus in DBUS_SYSTEM_BUS_ADDRESS.
 """
 import os

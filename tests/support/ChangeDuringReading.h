@@ -12,8 +12,8 @@
 namespace tidemark::test {
 
 /// Changes the date of a file or folder when the first file in a folder is read, like a program
-/// that writes to a database meanwhile. The signal handler that the read itself causes does it
-/// (F_NOTIFY of fcntl(2)), so no second thread is needed and nothing depends on timing.
+/// that writes to a database meanwhile. The read itself causes a signal (F_NOTIFY of fcntl(2))
+/// whose handler makes the change, so no second thread is needed and nothing depends on timing.
 class ChangeDuringReading {
 public:
     ChangeDuringReading(const std::filesystem::path& folder, const std::filesystem::path& changing)

@@ -6,7 +6,7 @@
 
 namespace tidemark::test {
 
-/// Walks to the end, calling `afterStep` after each step.
+/// Walks to the end, calling `afterStep` after each step except the last.
 inline StorageTraversal::Result
 walkToEnd(StorageTraversal& walk, const std::function<void()>& afterStep = [] {}) {
     while (true) {
@@ -22,7 +22,7 @@ inline StorageTraversal::Result walkToEnd(const std::filesystem::path& folder,
     return walk ? walkToEnd(*walk) : std::unexpected(walk.error());
 }
 
-/// Absent after a success.
+/// The failure of a walk; absent after a success.
 inline std::optional<StorageMeasurementFailure> failureOf(const StorageTraversal::Result& result) {
     return result ? std::nullopt : std::optional(result.error());
 }

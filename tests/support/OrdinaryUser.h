@@ -6,8 +6,8 @@
 
 namespace tidemark::test {
 
-/// Takes away the rights of root for its lifetime, so that file permissions apply. `folder` is
-/// first made accessible to that user. Does nothing unless the process runs as root.
+/// Makes a process of root act as the user 65534 for its lifetime, so that file permissions apply.
+/// `folder` is first made accessible to all users. Does nothing unless the process runs as root.
 class OrdinaryUser {
 public:
     explicit OrdinaryUser(const std::filesystem::path& folder) {

@@ -22,7 +22,7 @@ std::vector<Shared<First>> shared(First first, Rest... rest) {
     return list;
 }
 
-/// Adds a record to a list that snapshots share.
+/// Replaces a list, which snapshots may share, by a copy with one more record.
 template <class T>
 void add(Shared<std::vector<Shared<T>>>& list, T record) {
     auto records = *list;

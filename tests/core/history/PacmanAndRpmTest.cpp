@@ -16,10 +16,11 @@ namespace fs = std::filesystem;
 
 namespace {
 
-/// A week that ends at 2024-05-08 00:00 UTC.
+/// The end of the week that is imported: 2024-05-08 00:00 UTC.
 constexpr Date logEnd = Date::fromUnix(1'715'126'400);
 
-/// "name version seconds-before-the-end" of each, with "*" if others needed it.
+/// "name version seconds-before-the-end" of each record, with "*" if it is routine; then the number
+/// of records that were skipped.
 std::string shown(const InstallationPreview& preview) {
     std::string text;
     for (const auto& record : preview.records)
@@ -76,7 +77,7 @@ TEST(PacmanHistory, OneTransactionHasOneDate) {
 
 TEST(RpmHistory, TakesTheDateOfTheTransactionAndTheReasonOfDnf) {
     const std::string header = test::contents(fs::path(TIDEMARK_FIXTURES) / "packages/rpm/harbor");
-    // 2024-05-07 23:59:00 and 2024-04-01, as a machine of this byte order writes them.
+    // 2024-05-07 23:59:00 and 2024-04-01, as a little-endian machine writes them.
     const std::string tables = "CREATE TABLE Packages (hnum INTEGER PRIMARY KEY, blob BLOB);"
                                "CREATE TABLE Installtid (key BLOB, hnum INTEGER, idx INTEGER);"
                                "INSERT INTO Installtid VALUES (x'44C03A66', 1, 0),"

@@ -141,7 +141,7 @@ TEST(ClipRules, AClipIsOfferedAsItWasRead) {
 TEST(MarkedClipGuard, BarsItemsThatMayRepeatAMarkedOne) {
     struct Case {
         const char* meaning;
-        /// Absent when its owner does not end.
+        /// When the owner of the marked item ends, in seconds; absent if it does not.
         std::optional<double> end;
         double next;
         bool mayBeKeeper;

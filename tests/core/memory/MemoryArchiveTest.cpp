@@ -48,7 +48,7 @@ MemoryArchive archiveOf(const std::vector<MemoryRecord>& records, std::int64_t c
     return archive;
 }
 
-/// Records of all ages and kinds, some with the same timestamp.
+/// Clips and launches of many ages, some with the same identifier or timestamp.
 std::vector<MemoryRecord> drawnRecords() {
     std::vector<MemoryRecord> records;
     const int count = *rc::gen::inRange(0, 60);
@@ -117,7 +117,7 @@ TEST(MemoryArchive, DropsOldRecords) {
             << days;
 }
 
-TEST(MemoryArchive, LimitsTheNumberOfRecordsPinnedClipsFirst) {
+TEST(MemoryArchive, AtTheLimitKeepsPinnedClipsFirst) {
     std::vector<MemoryRecord> records;
     for (int i = 0; i < 201; ++i)
         records.push_back(clip("pin" + std::to_string(i), 1000 + i, true));
@@ -147,7 +147,7 @@ RC_GTEST_PROP(MemoryArchive, PruningTwiceIsPruningOnce, ()) {
     RC_ASSERT(again == archive);
 }
 
-RC_GTEST_PROP(MemoryArchive, AddsFewRecordsLikeMany, ()) {
+RC_GTEST_PROP(MemoryArchive, FewAndManyNewRecordsGiveTheSameArchive, ()) {
     auto few = archiveOf(drawnRecords());
     auto many = few;
     std::vector<MemoryRecord> records = drawnRecords();

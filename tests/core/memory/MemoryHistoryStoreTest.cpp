@@ -208,7 +208,7 @@ TEST(MemoryHistoryStore, LeavesAnUnreadableArchiveUnchanged) {
     const std::string text = "memory-payloads/" + textFile("both");
     const struct {
         std::string file;
-        /// Creates something else at the path.
+        /// Creates something else at the path, or nothing.
         std::function<void(const fs::path&)> put;
         std::string expected;
     } cases[] = {

@@ -30,7 +30,8 @@ TEST(MemoryHistoryStoreThreads, SaveDeletesNothingThatAnotherOneJustWrote) {
         store->load();
         store->save(archiveWithTheClip(id));
     };
-    // Called before each write. The first save is half-way when the file of its clip exists.
+    // Called before each write and each deletion. The first save is half-way when the file of its
+    // clip exists.
     const auto onWrite = [&] {
         if (std::filesystem::exists(first) && !std::exchange(hasSecond, true))
             second.emplace([&] { loadAndSave("b"); }).runUntilItWaits();

@@ -64,7 +64,7 @@ TEST(SaveSeries, KeepsItsStartAndIgnoresARepeatedSave) {
     ASSERT_EQ(before.records.size(), 1U);
     EXPECT_EQ(before.records[0]->timestamp, start + 30.0);
     EXPECT_EQ(before.records[0]->observedAt, start + 13.0);
-    // What is older than the record is one of its own.
+    // A save from before the time of the record gets a record of its own.
     saves.save("/a", 5);
     EXPECT_EQ(saves.archive.records.size(), 2U);
 }

@@ -39,7 +39,8 @@ struct Machine {
         std::filesystem::create_symlink("usr/lib", root / "lib");
     }
 
-    /// "package version", "-" where no package owns the file, "?" where the owner is unknown.
+    /// "package version", "-" where no package owns the file, "?" where the owner is unknown, and
+    /// "? form" where it is unknown because the form of the database is not supported.
     std::string owner(const std::string& path) {
         auto reading = index.read(MachineFiles::below(root.path()), observedFolders);
         const auto found = reading.owner(path);
@@ -58,7 +59,7 @@ struct Machine {
     /// Makes a file so large that it can't be held in memory.
     void inflate(const char* path) const { std::filesystem::resize_file(root / path, 15LL << 40); }
 
-    /// Replaces a file or folder by a link to what is there now.
+    /// Moves a file or folder elsewhere, and puts a link to it in its place.
     void replaceByLink(const char* path) const {
         std::filesystem::rename(root / path, root / "elsewhere");
         std::filesystem::create_symlink(root / "elsewhere", root / path);
@@ -124,7 +125,7 @@ TEST(PackageIndex, FindsOwnersInEachKindOfDatabase) {
         [](const Machine& machine) { machine.writeDpkg(dpkgStatus); },
         [](const Machine& machine) { machine.writePacman(pacmanDescription, pacmanFiles); },
         [](const Machine& machine) { machine.writeRpm(harborHeader()); },
-        // Read by an ordinary user, who may not write beside the database.
+        // An ordinary user may not write beside the database. (Root may, whatever the mode is.)
         [](const Machine& machine) {
             ::chmod(std::filesystem::path(machine.writeRpm(harborHeader())).parent_path().c_str(),
                     0555);
@@ -149,7 +150,7 @@ TEST(PackageIndex, ReadsAMachineAnywhereAndClosesItsDatabase) {
     };
     const Machine machine;
     machine.writeRpm(harborHeader());
-    // Characters with a meaning in the address of a database.
+    // The name has characters with a meaning in the URI by which SQLite opens a database.
     const auto root = machine.root.makeFolder("100%41?a#b");
     std::filesystem::rename(machine.root / "usr", root / "usr");
     const auto rpm = MachineFiles::below(root);
@@ -169,7 +170,7 @@ TEST(PackageIndex, ReadsAMachineAnywhereAndClosesItsDatabase) {
     EXPECT_EQ(package(bare, {"/usr/share/applications"}, entry), "-");
     EXPECT_EQ(package(dpkg, {"/usr/share/applications"}, unit), "-");
     EXPECT_EQ(package(dpkg, {"/usr/lib/systemd/system"}, unit), "harbor");
-    // Where /lib is a folder of its own, a file there is another one.
+    // Where /lib is a folder rather than a link, a file in it is another one than in /usr/lib.
     std::filesystem::remove(other.root / "lib");
     other.root.makeFolder("lib");
     PackageIndex fresh;
@@ -346,7 +347,7 @@ TEST(PackageIndex, ReportsTheOwnerAsUnknownIfADatabaseIsDamagedOrBusy) {
             write(machine);
             each.spoil(machine);
             EXPECT_EQ(machine.owner(entry), each.expected) << each.name;
-            // No package installs there, so nothing has to be known.
+            // No package installs files there, so the answer needs no database.
             for (const char* other : {"/usr/local/share/applications/a.desktop", "/opt/a.desktop"})
                 EXPECT_EQ(machine.owner(other), "-") << each.name;
         }
@@ -374,7 +375,8 @@ TEST(PackageIndex, ReadsADatabaseAgainOnlyWhenItChanged) {
     Machine machine;
     machine.writeDpkg(dpkgStatus);
     EXPECT_EQ(machine.owner(entry), "harbor 1:2.4-3");
-    // A list that changes in place changes no status that is compared: it was not read again.
+    // Changing a list in place changes none of the file versions that the index compares, so the
+    // list is not read again.
     std::ofstream(machine.root / "var/lib/dpkg/info/harbor:amd64.list") << "/usr\n";
     EXPECT_EQ(machine.owner(entry), "harbor 1:2.4-3");
     machine.root.write("var/lib/dpkg/info/new.list", "");
@@ -442,7 +444,8 @@ std::string rpmHeader(const std::vector<RpmEntry>& entries, const std::string& d
     return bytes + data;
 }
 
-/// "package version path" of the first file, with "-" for what the header does not have.
+/// "package version path" of the first file, with "-" for what the header does not have; "refused"
+/// if it can't be parsed.
 std::string inRpmHeader(std::string_view bytes) {
     const auto header = RpmHeader::parse(bytes);
     if (!header)

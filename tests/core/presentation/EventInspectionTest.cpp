@@ -15,7 +15,7 @@ using test::application;
 
 namespace {
 
-/// The rows and changes, a line each, without those of time.
+/// The rows and changes, a line each, without the row for the time of the event.
 std::string rowsOf(const EventInspection& inspection) {
     std::string text;
     for (const auto& section : inspection.sections) {

@@ -8,7 +8,7 @@ using namespace tidemark;
 
 namespace {
 
-/// The parts one after the other, the words of them in brackets.
+/// The parts one after the other, those that are words (not names) in brackets.
 std::string markedParts(const eventParts::Parts& parts) {
     std::string text;
     for (const auto& part : parts)

@@ -41,8 +41,8 @@ FolderInspectionRow row(std::optional<FolderInspectionNode> before, FolderInspec
     return made;
 }
 
-/// One folder that is known by its parts, one that is larger than they are, one that became empty,
-/// and one whose size is not known.
+/// One folder whose parts add up to its size, one that is larger than its parts, one that became
+/// empty, and one whose size is not known.
 FolderMap exampleMap() {
     auto partial = node("machines", {}, {node("old", 6'000'000'000)});
     partial.recordedSubtotal = 6'000'000'000;
@@ -79,7 +79,7 @@ RC_GTEST_PROP(TreemapLayout, FillsTheAreaInProportionToTheSizes, ()) {
 }
 
 TEST(TreemapLayout, KeepsTilesNearToSquares) {
-    // The example by which the authors explain the method.
+    // The example in the paper on squarified treemaps.
     const std::vector<std::int64_t> sizes{6, 6, 4, 3, 2, 2, 1};
     const auto tiles = treemapLayout::rectangles(sizes, {0, 0, 6, 4});
     EXPECT_EQ(tiles[0], (TreemapRectangle{0, 0, 3, 2}));

@@ -23,7 +23,7 @@ std::string found(const std::vector<std::string>& texts, std::string_view query)
     return ids(HistoryMatches::find(events, query));
 }
 
-/// The language of the user, for one test.
+/// Sets the language of the user for its lifetime.
 class Language {
 public:
     explicit Language(const char* name) : before(icu::Locale::getDefault()) { set(name); }

@@ -20,7 +20,7 @@ using Activity = SystemActivity::Kind;
 constexpr double day = 86'400;
 constexpr Date now{100 * day};
 
-/// One event of every kind, a second apart, and some older ones.
+/// Events for every place, a second apart, and three older ones.
 const MergedHistory& history() {
     static const MergedHistory merged = MergedHistory::of(test::shared(
         event("old-app", 50 * day), memoryEvent("old-clip", 50 * day, Kind::clipboard),

@@ -19,7 +19,7 @@ bool namesOtherSystem(const std::string& text) {
     static const std::regex names(
         R"(\b(Mac|macOS|macActivity|Finder|Spotlight|XProtect|Gatekeeper|Xcode|IOBluetooth|APFS)\b)"
         R"(|\b(launchAgents|launchDaemons|Command-click)\b)"
-        // As the last part of a path they are not shown.
+        // Not after a slash: these names are not shown as a part of a path.
         R"(|(^|[^/])\b(LaunchAgents?|LaunchDaemons?)\b)"
         R"(|System Settings|Login Items|Full Disk Access|menu bar|–Command–|Control–|⌘|⌃)");
     return std::regex_search(text, names);
@@ -128,7 +128,8 @@ TEST(SystemWords, HaveARowForEachTextThatNamesTheOtherSystem) {
 TEST(SystemWords, NameNoOtherSystem) {
     for (const auto& [source, here] : systemWords::table()) {
         EXPECT_FALSE(namesOtherSystem(std::string(here))) << here;
-        // Other rows are superfluous, except for texts that describe what only that system does.
+        // A row whose source names no other system is superfluous, unless it hides the text or the
+        // text describes what only that system does.
         EXPECT_TRUE(namesOtherSystem(std::string(source)) || here.empty()
                     || source.contains("Casks") || source.contains("frontmost application"))
             << source;

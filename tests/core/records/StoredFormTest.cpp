@@ -77,7 +77,7 @@ void expectShape(const std::string& shape) {
     EXPECT_EQ(stored, keys);
 }
 
-/// The stored texts of an enumeration, in declared order.
+/// The stored texts of an enumeration, in declared order. Checks that each value reads back.
 template <class E>
 std::string rawTexts() {
     std::string list;
@@ -207,7 +207,7 @@ RC_GTEST_PROP(StoredForm, OfAnEventReadsBackEqual, ()) {
 
 namespace {
 
-/// Equal in several observations except for its date.
+/// A folder that is equal in all observations except for its date.
 FolderSize recurringFolder(int observation) {
     FolderSize size = test::folder("/same", 9, {{"x", 9}});
     size.directFileSizes.emplace({{"file", 9}});
@@ -244,7 +244,8 @@ TEST(StoredForm, LeavesOutAListThatIsTheSameAsInTheSnapshotBefore) {
     EXPECT_EQ(read, journal);
     EXPECT_TRUE(read.snapshots[0]->applications.sameObject(read.snapshots[2]->applications));
 
-    // The first snapshot follows none, and those in baselines are not in the list.
+    // A missing list is an error in the first snapshot, which has none before it, and in the
+    // snapshots of baselines, which are not in the sequence.
     for (const char* place : {"/snapshots/0/applications", "/baselines/0/snapshot/applications"}) {
         auto lacking = stored;
         const nlohmann::json::json_pointer at(place);

@@ -8,7 +8,8 @@
 
 using namespace tidemark;
 
-/// For ThreadSanitizer: each call while a measurement has released the lock.
+/// Makes each call on another thread during a pause of a measurement, in which the lock is
+/// released, so that ThreadSanitizer can find data races.
 TEST(ScannerThreads, AllowsEachCallDuringAMeasurement) {
     const test::TemporaryFolder folder;
     folder.write("sub/one", "1");

@@ -27,7 +27,8 @@ StorageTraversal opened(const fs::path& folder, std::int64_t entryLimit = 1'000'
     return StorageTraversal::open(folder, entryLimit).value();
 }
 
-/// Nested folders, created by descriptor because the path would be too long.
+/// Makes nested folders, each with an empty folder "aside" beside it, and a file in the deepest.
+/// They are made through descriptors, because the path would be too long.
 void makeDeepTree(const fs::path& root, int depth, const std::string& name) {
     FileDescriptor folder(::open(root.c_str(), O_RDONLY | O_DIRECTORY));
     for (int level = 0; level < depth; ++level) {
@@ -294,7 +295,8 @@ TEST(StorageTraversal, StaysInTheTreeWhenAFolderIsMovedAway) {
     const TemporaryFolder folder;
     for (const char* branch : {"one", "two"}) {
         folder.write(std::string("tree/") + branch + "/b/c/file", "1");
-        // Would be found by going up with ".." from where the folder is moved to.
+        // A walk that went up with ".." from the place to which the folder is moved would find
+        // this file.
         folder.write(std::string("decoy/") + branch + "/big", std::string(1000, 'x'));
     }
     folder.makeFolder("decoy/place");

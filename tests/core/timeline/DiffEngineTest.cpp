@@ -389,7 +389,8 @@ std::multiset<std::string> pathsOf(const std::vector<Change>& changes) {
 
 RC_GTEST_PROP(DiffEngine, ReportsNothingForEqualObservations, ()) {
     const Snapshot snapshot = drawnSnapshot(1);
-    // A deep copy, so that equality does not follow from the same address.
+    // Copies the applications and background items, so that their equality does not follow from the
+    // same address.
     Snapshot copy = snapshot;
     copy.applications = {};
     for (const auto& app : *snapshot.applications)

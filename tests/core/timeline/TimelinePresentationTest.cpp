@@ -87,7 +87,7 @@ TEST(TimelinePresentation, SearchesAllTextsOfAnEvent) {
 }
 
 TEST(TimelinePresentation, GroupsByLocalDays) {
-    // 23:30 and 00:30 UTC.
+    // "a" is at 23:30 UTC, "b" an hour later, and "c" on the third day.
     const Events events = test::shared(event("c", 200'000), event("b", 88'200), event("a", 84'600));
     const auto days = [&](const char* zone) {
         std::string text;
