@@ -2,9 +2,10 @@
 
 #include <gtest/gtest.h>
 
-/// Read by LeakSanitizer. The libraries keep the messages that were under way when the process
-/// ends, and libcrypto what it has for each thread, when a thread of the pool ends at the same
-/// time. (The tests of core, which digest as well, have no such exception.)
+/// LeakSanitizer calls this function to learn which leaks to ignore. The libraries of D-Bus and
+/// Wayland do not free the messages that are under way when the process ends, and libcrypto does
+/// not free the data of a thread of the pool that ends at the same time. (The tests of core, which
+/// also compute digests, need no such exception.)
 // The name is the sanitizer's. NOLINTBEGIN(bugprone-reserved-identifier)
 extern "C" const char* __lsan_default_suppressions();
 extern "C" const char* __lsan_default_suppressions() {

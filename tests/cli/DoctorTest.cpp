@@ -60,7 +60,7 @@ struct Doctor : test::RecorderProgram {
 
 TEST_F(Doctor, ReportsWithoutPrivateDetails) {
     recordSecrets();
-    // A folder that a capture can't measure.
+    // A capture can't measure this folder, because its name is not UTF-8.
     folder.write(secret + " folder/" + secret + "\xFF/file", "x");
     ASSERT_EQ(command({"capture"}).status, 0);
     const Words alone{"Measured sizes",
@@ -97,7 +97,7 @@ TEST_F(Doctor, ReportsWhatIsWrongWithDocumentsWithoutPrivateDetails) {
             EXPECT_TRUE(test::contains(text, problem));
         expectNothingPrivate(text);
     };
-    // The keys of this document are paths, which its errors name.
+    // The keys of this document are paths, and an error in it names the key.
     folder.write(secret + "/data/Tidemark/storage-measurements.json", "{\"" + secret + "\":[]}");
     std::filesystem::create_symlink(secret, data() / "recorder-runs.json");
     expectProblems({"  system-activity.json could not be read: ",

@@ -32,14 +32,14 @@ struct Erase : test::RecorderProgram {
             text += line + "\n";
         return text;
     }
-    /// A history as it is after a capture, without a recorder.
+    /// Makes a history by taking a capture without a recorder.
     void record() {
         ASSERT_EQ(command({"folders", "add", monitored()}).status, 0);
         ASSERT_EQ(command({"capture"}).status, 0);
     }
 };
 
-/// The name of a clip's contents.
+/// The name of the files with a clip's contents.
 const std::string digest(64, 'A');
 const std::string uuid = "01234567-89AB-4CDE-8F01-23456789ABCD";
 
@@ -138,7 +138,8 @@ TEST_F(Erase, RemovesNothingIfALinkOrFolderHasTheNameOfAFile) {
 
 TEST_F(Erase, RemovesNothingWhileAServiceThatCantBeTurnedOffIsEnabled) {
     record();
-    // No service manager has this folder of settings.
+    // Only this link shows that the service is enabled: in the made-up runtime folder of the
+    // command, no service manager answers.
     const auto link = folder / "config/systemd/user/default.target.wants/tidemark.service";
     std::filesystem::create_directories(link.parent_path());
     std::filesystem::create_symlink("/nonexistent", link);

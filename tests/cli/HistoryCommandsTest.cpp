@@ -12,7 +12,8 @@ using test::Words;
 
 namespace {
 
-/// Each test runs with a recorder and without one, where the commands read the stored files.
+/// Each test runs twice: with a recorder that carries out the commands, and without one, when the
+/// process of each command reads and writes the files itself.
 struct HistoryCommands : test::RecorderProgram, testing::WithParamInterface<bool> {
     /// Takes the first capture.
     void record() {
@@ -200,7 +201,8 @@ TEST_P(HistoryCommands, KeepDailySizesApartFromTheHistory) {
     record();
     change();
     const auto document = folder / "data/Tidemark/storage-history.json";
-    // Written by the recorder after the capture, or by the next command that locks the folder.
+    // The recorder writes the document after the capture. Without one, the next command that locks
+    // the folder does.
     if (!GetParam())
         outputOf({"snapshot", "save", "Now"});
     const auto hasSize = [&] {

@@ -67,7 +67,7 @@ void printLastWords() {
 TEST_F(RecorderProgram, FailsWithOneSentenceWithoutThreadsOrFileDescriptors) {
     std::filesystem::permissions(folder.path(), std::filesystem::perms(0777));
     std::filesystem::permissions(folder / "run", std::filesystem::perms(0777));
-    // Root can become a user without any other process.
+    // RLIMIT_NPROC counts all processes of a user. Root can become a user that has no others.
     const uid_t user = ::geteuid() == 0 ? 1'000'000 + static_cast<uid_t>(::getpid()) : ::geteuid();
     // The leak check of a sanitizer would start a thread of its own.
     Words variables = environment();
@@ -258,7 +258,7 @@ TEST(InterruptionDeathTest, EndsAHangingProcessAfterOneSignal) {
         << "the second signal";
     EXPECT_EXIT(
         {
-            // A program may be started like this.
+            // The parent may have started the program with this signal blocked.
             block(SIGALRM);
             const Interruption interruption(continues, 20ms);
             ::kill(::getpid(), SIGTERM);

@@ -35,8 +35,8 @@ bool isInstalled(const std::string& program) {
     return !printed("command -v " + program).empty();
 }
 
-/// The commands in a help: the lines that are indented by two. Options begin with a hyphen, values
-/// with a capital.
+/// The names of the commands in a help text: the first words of the lines that are indented by two
+/// spaces and go on with a small letter. Options begin with a hyphen, values with a capital.
 std::vector<std::string> listedIn(const std::string& help) {
     std::vector<std::string> names;
     std::istringstream lines(help);

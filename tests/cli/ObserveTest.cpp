@@ -67,8 +67,8 @@ std::string sentence(const std::string& file, const std::string& reason) {
     return "tidemark: " + file + reason + "\n";
 }
 
-/// The program, blocked at its first write to standard error, which is a full pipe. SIGINT stays
-/// blocked until the program itself handles it.
+/// The program, which hangs at its first write to standard error, a full pipe. It starts with
+/// SIGINT blocked, so that the signal has no effect before the program itself handles it.
 class StalledProgram {
 public:
     StalledProgram(Words words, const std::string& outFile) {
@@ -110,7 +110,7 @@ public:
         while (::read(standardError.reading.get(), block, sizeof block) > 0)
             ;
     }
-    /// Its exit status.
+    /// Waits for the program to end and returns its exit status; −1 when a signal ended it.
     int wait() const {
         int status = 0;
         ::waitpid(child, &status, 0);

@@ -63,7 +63,8 @@ Outcome run(const std::vector<std::string>& arguments, Output output,
                                 : output == Output::fullDisk ? "/dev/full"
                                                              : (folder / "out").native();
     const std::string errName = (folder / "err").native();
-    // Kept open until the child has ended, so that its output can still be read.
+    // The standard output of the child, unless that is the pipe. It is closed before a terminal is
+    // drained, since reading from the terminal would not end otherwise.
     const int kept = ::open(outName.c_str(), O_WRONLY | O_CREAT | O_NOCTTY | O_CLOEXEC, 0600);
     std::array<int, 2> ends{};
     if (::pipe2(ends.data(), O_CLOEXEC) != 0)
@@ -72,7 +73,8 @@ Outcome run(const std::vector<std::string>& arguments, Output output,
     const int out = output == Output::closedPipe ? ends[1] : kept;
     const pid_t child = ::fork();
     if (child == 0) {
-        // If the test gave up the rights of root, so must the program, also its real user.
+        // A test of root may act as another effective user: the program must be of that user
+        // entirely, so that it can't become root again.
         if (::setreuid(::geteuid(), ::geteuid()) != 0)
             ::_exit(126);
         const int err = ::open(errName.c_str(), O_WRONLY | O_CREAT, 0600);

@@ -19,14 +19,15 @@ struct Outcome {
     bool operator==(const Outcome&) const = default;
 };
 
-/// Shown by failed expectations.
+/// GoogleTest calls this to print an outcome in a failed expectation.
 void PrintTo(const Outcome& outcome, std::ostream* stream);
 
-/// Where the standard output of a program goes. Nobody reads from the pipe.
+/// Where the standard output of a program goes. The reading end of the pipe is closed.
 enum class Output { file, terminal, fullDisk, closedPipe };
 
 /// Runs the built program in English and UTC, unless `environment` has it otherwise, and waits for
-/// its end. `beforehand` is called in its process before the program begins.
+/// its end. The program has no other variables. `beforehand` is called in its process before it
+/// begins.
 Outcome run(
     const std::vector<std::string>& arguments, Output output = Output::file,
     const std::vector<std::string>& environment = {},

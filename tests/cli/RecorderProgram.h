@@ -23,7 +23,7 @@ struct RecorderProgram : testing::Test {
     pid_t recorder = -1;
     FileDescriptor log;
     std::string logged;
-    /// Further variables of the environment of recorders and commands.
+    /// Further environment variables of recorders and commands; they override the usual ones.
     Words more;
 
     RecorderProgram() {
@@ -59,7 +59,7 @@ struct RecorderProgram : testing::Test {
         log = std::move(pipe.reading);
         logged.clear();
     }
-    /// A recorder that monitors the folder and has taken its first capture.
+    /// Starts a recorder that monitors the folder, and waits for its first capture.
     void startRecording() {
         ASSERT_EQ(command({"folders", "add", monitored()}).status, 0);
         start();
@@ -89,7 +89,8 @@ struct RecorderProgram : testing::Test {
         }
         return true;
     }
-    /// Returns the exit status of the recorder; −1 when the signal ended it.
+    /// Sends a signal to the recorder, waits for its end and returns its exit status; −1 when a
+    /// signal ended it. Returns 0 at once when no recorder was started.
     int stop(int signal) {
         if (recorder <= 0)
             return 0;

@@ -15,7 +15,7 @@ using test::Words;
 
 namespace {
 
-/// Makes `path` the working directory of this process for its lifetime.
+/// Makes `path` the working directory of this process while the object exists.
 class WorkingDirectory {
 public:
     explicit WorkingDirectory(const std::filesystem::path& path) {
@@ -89,7 +89,7 @@ TEST_F(Requests, AreCheckedLikeACommandLine) {
          R"({"category":[],"place":"timeline","search":"","counts":false,"ids":false,"json":false,)"
          R"("window":"day","since":"7d"})",
          "together"},
-        // "Stuff", "/\0x" and "Zm9v=" as base64.
+        // The first two are "Stuff" and "/\0x" as base64, the third is no valid base64.
         {"folders add", R"({"path":{"bytes":"U3R1ZmY="},"purpose":[]})", "must be absolute"},
         {"folders add", R"({"path":{"bytes":"LwB4"},"purpose":[]})", "can't hold a NUL"},
         {"folders add", R"({"path":{"bytes":"Zm9v="},"purpose":[]})", "base64"},

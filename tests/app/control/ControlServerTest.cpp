@@ -116,7 +116,7 @@ struct ControlServerTest : testing::Test {
         const auto asking = [&](const std::stop_token&) {
             return ControlClient::ask(sockets, request(std::move(command)));
         };
-        // Not at the low priority of other work, since on a busy machine 50 MB would take minutes.
+        // At the low priority of other background work, 50 MB would take minutes on a busy machine.
         return test::await(runInBackground(asking, {}, WorkPriority::userInitiated));
     }
     std::string answerTo(const std::string& bytes) {
@@ -286,7 +286,7 @@ TEST_F(ControlServerTest, RefusesAnotherUser) {
     EXPECT_TRUE(requests.empty());
     EXPECT_EQ(ask("own")->output, "did own");
 
-    // Nor does the client use the recorder of another user, or the server a folder of that user.
+    // The client refuses a socket of another user, and the server refuses a folder of another user.
     const auto foreign = folder.makeFolder("foreign");
     ASSERT_EQ(::chown(foreign.c_str(), 65534, 65534), 0);
     std::filesystem::permissions(foreign, std::filesystem::perms(0700));
@@ -355,7 +355,7 @@ TEST_F(ControlServerTest, RestoresItsOwnSocketAndKeepsThatOfASuccessor) {
     lookAgain();
     EXPECT_TRUE(std::filesystem::exists(socket));
 
-    // The data folder was replaced, and another recorder has locked the new one.
+    // Another recorder has locked a new lock file, as after a replacement of the data folder.
     std::filesystem::remove(folder / "recorder.lock");
     const auto otherLock = FolderLock::take(folder.path()).value();
     {
@@ -381,7 +381,8 @@ TEST_F(ControlServerTest, ListensInTheDataFolderWithoutARuntimeFolder) {
     while (data.native().size() < 200)
         data /= std::string(50, 'd');
     folder.makeFolder(data.native().substr(folder.path().native().size() + 1));
-    // The first socket path can't be used, so server and client have to use the second.
+    // The path in the runtime folder can't be used, so server and client use the one in the data
+    // folder.
     std::filesystem::remove_all(folder / "Tidemark");
     folder.write("Tidemark", "in the way");
     for (const auto& runtime :

@@ -35,7 +35,7 @@ struct FakeApplications final : ApplicationSource {
     Report report;
 };
 
-/// A loaded service with both collectors, started by `start`.
+/// A loaded service with both collectors. A test calls `service->start()` to start them.
 struct Collectors : testing::Test {
     void SetUp() override { load(); }
     void load() {

@@ -73,7 +73,7 @@ TEST_F(GrowthTest, FillsDailySizesFromTheJournalAndAddsEachCapture) {
     test::until([&] { return points() == before + 1; });
     EXPECT_EQ(*storedSizes(), *model->dailySizes().history());
 
-    // The snapshots are gone, the sizes stay.
+    // Without the snapshots, the daily sizes are still there.
     std::filesystem::remove(data / "journal.json");
     restart();
     EXPECT_EQ(points(), before + 1);
@@ -144,7 +144,7 @@ TEST_F(GrowthTest, RecordsAPauseThatBeganOrEndedWhileTheRecorderDidNotRun) {
 
 TEST_F(GrowthTest, StartsNothingWhenItIsEndedDuringTheStart) {
     create();
-    // The records of runs are being read by then.
+    // This signal is emitted after the history was read, while the records of runs are being read.
     QObject::connect(
         &*model, &AppModel::readingEnded, &*model, [this] { model->stopAutomaticCaptures(); },
         Qt::SingleShotConnection);
@@ -179,7 +179,7 @@ TEST_F(GrowthTest, MakesAChartForEachChoiceAndAfterEachCapture) {
     EXPECT_EQ(made()->growth.monitoredChange, 4) << "from the last size before the period";
     add(sized(now() - hour / 2, 8, {{downloads, {{"a", 9}}}}));
     EXPECT_EQ(made()->chart.points.size(), 2U);
-    // A folder that is not measured any more shows free space instead.
+    // For a folder without any size, the chart shows free space instead.
     screen.choose("/elsewhere");
     EXPECT_EQ(made()->chart.subject.path, "");
 }

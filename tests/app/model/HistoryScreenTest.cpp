@@ -48,7 +48,7 @@ struct HistoryScreenTest : test::ModelFixture {
         test::until([&] { return !screen().isComparing(); });
         return shown();
     }
-    /// How often changes are announced until `change` is done.
+    /// Calls `change`, handles the events, and returns how often the screen announced a change.
     int announced(const std::function<void()>& change) {
         int changes = 0;
         const auto counting = QObject::connect(&screen(), &Observable::changed, [&] { ++changes; });
@@ -264,7 +264,8 @@ TEST_F(HistoryScreenTest, ComparesStatesInTheBackground) {
     screen().beginExport();
     EXPECT_EQ(screen().exportReport()->mode, "Compare States");
 
-    // Each snapshot keeps its mode, and a result is kept as long as the journal.
+    // Each named snapshot keeps its mode, and the result of its comparison is used again until
+    // there is a new capture.
     screen().setSnapshotViewMode(SnapshotViewMode::timeline);
     EXPECT_EQ(shown(), "folder");
     screen().setSnapshotViewMode(SnapshotViewMode::states);

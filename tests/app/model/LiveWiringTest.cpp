@@ -12,7 +12,7 @@ using Kind = SystemActivity::Kind;
 
 namespace {
 
-/// A monitor that logs its calls. The test records through `record`.
+/// A monitor that logs when it is started and stopped. The test makes records through `record`.
 class LoggedMonitor final : public ActivityMonitor {
 public:
     LoggedMonitor(std::string& log, std::string called) : all(log), name(std::move(called)) {}

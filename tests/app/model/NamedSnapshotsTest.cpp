@@ -114,7 +114,7 @@ TEST_F(NamedSnapshotsTest, OperationsEndAfterAnyException) {
         },
     };
     for (const auto& operation : operations) {
-        // A type that no handler of the program catches.
+        // This is no `std::exception`, so no handler turns it into a message.
         ownsFolder = []() -> bool { throw 1; };
         EXPECT_THROW(operation(), int);
         EXPECT_FALSE(state().isAnyRunning(exclusions::captures.with(exclusions::saves)));

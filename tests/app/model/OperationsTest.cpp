@@ -11,9 +11,9 @@ TEST(Operations, ExcludeEachOtherByTheTable) {
         Operation beginning;
         std::string_view refused;
     };
-    // In the order of the enumeration: opening, capturing, capturing in setup, saving, importing,
-    // naming, drafting, saving a draft, choosing, managing and checking folders, checking after a
-    // return, switching recording.
+    // The columns have the same order as the rows, that of the enumeration: opening, capturing,
+    // capturing in setup, saving, importing, naming, drafting, saving a draft, choosing, managing
+    // and checking folders, checking after a return, switching recording.
     const Row rows[] = {
         {opening, /*            */ "x------------"}, {capturing, /*          */ "xxxxxxxxxxxx-"},
         {capturingInSetup, /*   */ "xxxxxxxx--xx-"}, {saving, /*             */ "xxxxxxxxxxxxx"},

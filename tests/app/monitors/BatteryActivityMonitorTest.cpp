@@ -7,7 +7,8 @@ using State = BatterySource::State;
 
 namespace {
 
-/// What the test lets the sources of the monitor report.
+/// What the sources report to the monitor, and the functions by which a source tells the monitor of
+/// a change. The functions are empty while the monitor does not follow.
 struct Machine {
     State state = State::unknown;
     std::optional<BatteryObservation> battery;
@@ -66,7 +67,7 @@ TEST_F(BatteryActivityMonitorTest, RecordsWhatLasts) {
     advance(1);
     EXPECT_EQ(titles(), "Switched to Battery 2, ");
     EXPECT_EQ(last.batteryActivity->observation.percentage, 79);
-    // Interrupted by the loss of the reading, and over a pause.
+    // A change is dropped if the reading is lost or the setting turned off before it has settled.
     show(true, 79);
     advance(1);
     showState(State::unknown);
@@ -147,7 +148,7 @@ TEST_F(BatteryActivityMonitorTest, WaitsForAReadingAfterAWake) {
     show(true, 60);
     EXPECT_EQ(test::await(std::move(reading))->percentage, 60);
 
-    // Not for ever, not when there is no service, and not when the user turns it off.
+    // `reading` does not wait for ever, nor without a service, nor while the setting is off.
     machine.state = State::unknown;
     machine.battery.reset();
     auto late = monitor.reading();

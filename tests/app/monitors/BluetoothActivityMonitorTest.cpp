@@ -14,7 +14,7 @@ struct Bluetooth final : BluetoothSource {
     void stop() override { isRunning = false; }
     std::optional<std::string> absence() const override { return std::nullopt; }
 
-    /// Sends a state, also after the end, as a source that delivers from another thread may.
+    /// Sends a state, also after `stop`: a source that delivers from another thread may do so.
     Receive send;
     bool isRunning = false;
 };
@@ -47,14 +47,14 @@ TEST_F(BluetoothActivityMonitorTest, RecordsConnectionsThatLast) {
     };
     const Step steps[] = {
         {true, {{"A", true}}, 10, ""},
-        // Apart for a moment.
+        // Disconnected for a moment.
         {true, {{"A", false}}, 4, ""},
         {true, {{"A", true}}, 10, ""},
         // Without a session, since the start of the connection was not observed.
         {true, {{"A", false}}, 5, "A Disconnected 24, "},
         {true, {{"A", true}}, 11, "A Connected 29, "},
         {true, {{"A", false}}, 10, "A Disconnected 40, ", 11},
-        // Paired meanwhile: one that is apart, and one that is connected.
+        // Two more devices are paired: B is not connected, C is.
         {true, {{"A", false}, {"B", false}, {"C", true}}, 10, "C Connected 50, "},
         {true, {{"A", false}, {"B", true}, {"C", true}}, 10, "B Connected 60, "},
         // The pairing is removed while its change waits.
@@ -122,7 +122,7 @@ TEST_F(BluetoothActivityMonitorTest, SaysWhatPreventsIt) {
         EXPECT_EQ(*monitor.status, "Observing supported paired-device connections");
         bluetooth->send(state);
         EXPECT_EQ(*monitor.status, status);
-        // Afterwards begins anew.
+        // The next reading is a new starting point.
         send(true, {{"A", false}});
         advance(10);
         EXPECT_EQ(titles(), "");

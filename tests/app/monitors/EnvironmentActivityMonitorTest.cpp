@@ -9,9 +9,10 @@ namespace fs = std::filesystem;
 
 namespace {
 
-/// What the test lets the sources of the monitor report.
+/// What the sources report to the monitor, and the functions by which a source tells the monitor of
+/// a change. The functions are empty while the monitor does not follow.
 struct Machine {
-    // Read on another thread, but never while the test changes them.
+    // The volumes are read on another thread, but never while the test changes them.
     std::optional<std::vector<fs::path>> volumes = std::vector<fs::path>{};
     std::optional<std::vector<ObservedDisplay>> displays = std::vector<ObservedDisplay>{};
     std::optional<std::string_view> thermal = "nominal";
@@ -42,7 +43,7 @@ ObservedDisplay display(const std::string& key, std::int64_t width = 1920) {
 
 struct EnvironmentActivityMonitorTest : test::MonitorFixture {
     Machine machine;
-    /// The readings of the list of volumes that have ended.
+    /// How often reading the list of volumes has begun.
     std::atomic<int> readings = 0;
     EnvironmentActivityMonitor monitor{
         surroundings,
@@ -64,7 +65,8 @@ struct EnvironmentActivityMonitorTest : test::MonitorFixture {
         MonitorFixture::start(monitor);
         finishReading();
     }
-    /// Waits until a reading that has begun has ended.
+    /// Waits until a running reading of the volumes has ended: during it, a coroutine sleeps on the
+    /// clock.
     void finishReading() {
         const int before = readings;
         test::until([&] { return clock.sleeping() == 0 && readings >= before; });
@@ -109,7 +111,7 @@ TEST_F(EnvironmentActivityMonitorTest, ComparesTwoSecondsAfterTheLastChange) {
     EXPECT_TRUE(records.empty());
     EXPECT_EQ(titles(), "Disk b Mounted, Disk c Mounted, Screen 1 Connected, "
                         "High Thermal Pressure, ");
-    // Back within the wait, and a display with another mode.
+    // The volumes are back before two seconds have passed, and a display has another mode.
     mount({});
     mount({"/media/a", "/media/c", "/media/b"});
     connect({display("1", 2560)});
@@ -118,7 +120,7 @@ TEST_F(EnvironmentActivityMonitorTest, ComparesTwoSecondsAfterTheLastChange) {
     connect({{"1", "Screen 1", {}}});
     heat("fair");
     EXPECT_EQ(titles(), "Disk b Unmounted, Disk c Unmounted, Thermal Pressure Eased, ");
-    // Displays and thermal state are not known for a while; the volumes are.
+    // Displays and thermal state are not known for a while, but the volumes are.
     machine.displays.reset();
     machine.displaysChanged();
     heat(std::nullopt);
@@ -130,7 +132,7 @@ TEST_F(EnvironmentActivityMonitorTest, ComparesTwoSecondsAfterTheLastChange) {
     heat("critical");
     EXPECT_EQ(titles(), "");
     EXPECT_EQ(*monitor.status, "Observing drives, displays, and thermal pressure");
-    // The list can't be read, then it can.
+    // The list of volumes can't be read at first, then it can.
     mount({});
     machine.volumes.reset();
     EXPECT_EQ(titles(), "");
@@ -160,7 +162,7 @@ TEST_F(EnvironmentActivityMonitorTest, StartsAnewAfterGaps) {
         machine.thermal = "nominal";
         mount({"/media/a"});
         titles();
-        // A change that is pending when the gap begins.
+        // This change is pending when the gap begins.
         mount({"/media/a", "/media/b"});
         clock.advance(1);
         machine.displays = {display("3")};
@@ -202,7 +204,7 @@ TEST(VolumeObservationReader, ListsAVolumeThatDoesNotRespondWithoutDetails) {
             return text;
         };
         EXPECT_EQ(names(), "dead Named ");
-        // Not asked again while it hangs.
+        // The volume is not asked again while it hangs.
         EXPECT_EQ(test::await(reader.read({})).value().at("/mnt/dead").deviceName, "dead");
         EXPECT_EQ(asked, 1);
         server.count_down();

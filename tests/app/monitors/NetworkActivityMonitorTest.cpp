@@ -20,7 +20,7 @@ struct Path final : NetworkPathSource {
     }
     void stop() override { isRunning = false; }
 
-    /// Sends a state, also after the end, as a source that delivers from another thread may.
+    /// Sends a state, also after `stop`: a source that delivers from another thread may do so.
     Receive send;
     bool isRunning = false;
     bool works = true;
@@ -34,7 +34,7 @@ struct WiFi final : WiFiSource {
     }
     void stop() override {}
     std::optional<std::string> namesAbsence() const override { return absence; }
-    /// One interface; the network has a name if names are read.
+    /// Reports one interface, connected to a network, which has a name only if names are read.
     void sendNetwork(const char* name) const {
         WiFiDetails::Reading reading;
         if (names == Names::read)
@@ -90,7 +90,7 @@ TEST_F(NetworkActivityMonitorTest, RecordsAPathThatLasts) {
     EXPECT_EQ(*monitor->status, "Observing connection changes · Ethernet");
     path->send(nothing);
     advance(1.5);
-    // Repeated as it is.
+    // A repeated state does not begin the wait again.
     path->send(nothing);
     advance(0.5);
     EXPECT_EQ(titles(), "Network Connection Unavailable 2, ");

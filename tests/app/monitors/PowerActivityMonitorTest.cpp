@@ -32,7 +32,7 @@ struct PowerActivityMonitorTest : testing::Test {
                             .battery = [this] { return reading(); },
                         });
     }
-    /// Returns the number of records in the file; −1 when it did not start.
+    /// Starts the monitor and returns the number of records in the file; −1 when it did not start.
     int start() {
         const auto records = test::await(monitor->start());
         return records ? static_cast<int>(records->size()) : -1;
@@ -131,7 +131,7 @@ TEST_F(PowerActivityMonitorTest, WritesRecordsInOrder) {
         record(i);
         expected += std::to_string(i) + " ";
     }
-    // Reported from the event loop only.
+    // Records are reported from the event loop only, which has not run since.
     EXPECT_EQ(log, "");
     // The log has the numbers of stored records, which here equal their times.
     expectLog(expected);

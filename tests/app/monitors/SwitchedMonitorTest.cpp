@@ -17,7 +17,7 @@ public:
     ~LoggedMonitor() override { end(); }
 
     void make() { record(SystemActivity::observed(SystemActivity::Kind::volumeChanged, {})); }
-    /// What was called since the last call.
+    /// The functions of the monitor that were called since the last call of `calls`.
     std::string calls() { return std::exchange(log, ""); }
 
 private:
@@ -32,7 +32,8 @@ private:
 
 struct SwitchedMonitorTest : test::MonitorFixture {
     void turn(bool on) { set(preferenceKeys::batteryHistoryEnabled, on); }
-    /// The records of a moment: one while the monitor follows.
+    /// Lets the monitor make a record and returns how many arrive: one while it follows, otherwise
+    /// none.
     std::size_t recorded() {
         records.clear();
         monitor.make();

@@ -108,7 +108,7 @@ TEST(JsonPreferences, RenamesAndRemovesNothingWhenTheGuardRefuses) {
     for (const char* settings : {"{", "{}"}) {
         const TemporaryFolder folder;
         const auto file = folder.write("settings.json", settings);
-        // A copy that can't be updated is removed.
+        // Without the guard, this copy would be removed, because it can't be read.
         std::filesystem::create_symlink("nowhere", folder / "settings.json.bak");
         EXPECT_THROW(
             JsonPreferences(file, JsonPreferences::Opening::toWrite, Clock::system(), refused),

@@ -25,7 +25,8 @@ bool hasText(const std::vector<SettingsRow>& rows, std::string_view text) {
     return std::ranges::any_of(rows, [&](const auto& row) { return row.label.contains(text); });
 }
 
-/// Settings that are set elsewhere: in the toolbar, above the list, or by a button of the page.
+/// Settings without a row of their own: they are set in the toolbar, above the list, or by a button
+/// of the page.
 constexpr auto elsewhere = std::to_array<std::string_view>({
     preferenceKeys::recordingMode.name,
     preferenceKeys::historyTimeWindow.name,

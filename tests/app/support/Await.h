@@ -25,7 +25,7 @@ void until(const Condition& condition) {
     ASSERT_FALSE(hangs) << "the awaited condition was not met";
 }
 
-/// Handles the pending events and those that they cause.
+/// Handles the pending events and those that they cause, in ten rounds.
 inline void settle() {
     for (int round = 0; round < 10; ++round)
         QCoreApplication::processEvents();

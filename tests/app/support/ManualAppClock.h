@@ -11,8 +11,8 @@
 
 namespace tidemark::test {
 
-/// A clock that the test advances. `advance` resumes the coroutines that sleep on it, in the order
-/// of their times.
+/// A clock that the test advances. `advance` resumes the coroutines whose sleep ends within the
+/// given time, in the order in which it ends.
 class ManualAppClock final : public AppClock {
 public:
     static constexpr Date start{700'000'000};
@@ -44,7 +44,8 @@ public:
         }
         elapsed = end;
     }
-    /// The machine sleeps: only the wall time advances.
+    /// Changes only the wall time, as a sleep of the machine does. A negative number sets the clock
+    /// back.
     void suspend(double seconds) { suspended += seconds; }
 
     std::size_t sleeping() const { return sleepers.size(); }

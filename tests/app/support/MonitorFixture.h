@@ -28,7 +28,8 @@ struct MonitorFixture : testing::Test {
         clock.advance(seconds);
         settle();
     }
-    /// The titles of all records since the last call, each with its second since the first one.
+    /// The titles of all records since the last call, each with the seconds from the start of the
+    /// clock to its time.
     std::string titles() {
         settle();
         std::string text;
@@ -47,12 +48,12 @@ struct MonitorFixture : testing::Test {
     ManualAppClock clock;
     const SwitchedMonitor::Surroundings surroundings{preferences, workspace, clock};
     std::vector<SystemActivity> records;
-    /// The last record of `titles`.
+    /// The last record that `titles` has listed.
     SystemActivity last;
 };
 
-/// A source of a monitor over the values of a test. `didChange` is the function that the monitor
-/// passed to it; empty while the monitor follows nothing.
+/// A source of a monitor, which reports the values that the test has set. `didChange` is the
+/// function that the monitor passed to it; empty while the monitor follows nothing.
 template <class Port, class Values>
 class MadeUpSource : public Port {
 public:
@@ -62,7 +63,7 @@ public:
         : values(values), didChange(didChange) {}
     ~MadeUpSource() override { didChange = nullptr; }
 
-    /// Creates a `Source`, for the monitor.
+    /// Returns the function by which the monitor creates a `Source`.
     template <class Source>
     static auto creator(const Values& values, DidChange& didChange) {
         return [&](DidChange passed) {

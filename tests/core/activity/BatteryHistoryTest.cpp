@@ -36,8 +36,9 @@ std::string whole(Date date) {
     return std::to_string(static_cast<int>(date.secondsSince2001));
 }
 
-/// The records made from readings at 0, 10, 20 … seconds, as "Title@time[session]". A reading after
-/// "~" is replaced before it settles; at one after "<" the clock is set back to 5.
+/// The records made from readings at 0, 10, 20 … seconds, as "Title@time[session]". A reading with
+/// the prefix "~" is replaced before it settles; at one with the prefix "<" the clock has been set
+/// back to 5.
 std::string recordsOf(const char* readings) {
     BatteryHistory history;
     std::string story;

@@ -51,7 +51,7 @@ TEST(BluetoothConnectionHistory, TreatsTheFirstReportOfANewDeviceAsAChange) {
     for (const bool connected : {true, false}) {
         BluetoothConnectionHistory history;
         EXPECT_TRUE(history.receive({"A", "Headset", 4, connected}, Date{0}));
-        // The last reported name and class count.
+        // The record has the name and the class that were reported last.
         EXPECT_FALSE(history.receive({"A", "Renamed", 0, connected}, Date{1}));
         const auto record = history.settle("A", Date{5});
         ASSERT_TRUE(record);

@@ -92,9 +92,10 @@ TEST(EnvironmentHistory, ReportsReconfiguredDisplays) {
 TEST(EnvironmentHistory, ReportsElevatedThermalPressure) {
     struct Case {
         const char* what;
-        /// One state a second; "reset" and "unknown" between them.
+        /// One word a second: a state, "unknown", or "reset", which resets the history.
         const char* states;
-        /// The recorded changes of state, each with when it became elevated.
+        /// The recorded changes of state, each with "@" and the second at which the pressure became
+        /// elevated, if the record has it.
         const char* story;
     };
     const Case cases[] = {

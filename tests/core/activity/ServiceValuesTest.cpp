@@ -18,7 +18,7 @@ TEST(NetworkManagerValues, TranslatesFlagsOfAccessPoints) {
         {1, 0, 0, "WEP"},
         {1, 0x100, 0, "WPA Personal"},
         {1, 0x100, 0x100, "WPA / WPA2 Personal"},
-        // With the flags of ciphers.
+        // These flags also name ciphers.
         {1, 0, 0x188, "WPA2 Personal"},
         {1, 0, 0x500, "WPA2 / WPA3 Personal"},
         {1, 0, 0x400, "WPA3 Personal"},
@@ -27,7 +27,7 @@ TEST(NetworkManagerValues, TranslatesFlagsOfAccessPoints) {
         {1, 0, 0x200, "WPA2 Enterprise"},
         {1, 0, 0x2000, "WPA3 Enterprise"},
         {1, 0, 0x800, "-"},
-        // The open half of a pair.
+        // An open network that is paired with an encrypted one (OWE transition).
         {0, 0, 0x1000, "Open"},
         {1, 0, 0x88, "-"},
     };
@@ -100,7 +100,7 @@ TEST(BluetoothObjects, ListsThePairedDevicesOfPresentAdapters) {
                     .classOfDevice = 0,
                     .appearance = 0x03c2},
                    {.path = "/hci1/dev_C", .address = "C", .alias = "Near by"},
-                   // Of an adapter that is gone; the name of another begins like its own.
+                   // A device of the adapter hci10, which is gone. Its path begins with "/hci1".
                    {.path = "/hci10/dev_D", .address = "D", .isPaired = true}});
     EXPECT_EQ(paired,
               (std::vector<BluetoothDevice>{{"A", "Mouse", 5, false}, {"B", "On both", 4, true}}));

@@ -29,7 +29,8 @@ MemoryArchive archiveWithAClip() {
     return archive;
 }
 
-/// Every class that writes to a data folder, with the file that it writes.
+/// Calls by which classes write to a data folder, each with the path that is passed to it: a
+/// document, or a name in the folder of the payloads or of the backups.
 const struct Writer {
     std::string document;
     std::function<void(const fs::path&, const FolderGuard&)> write;

@@ -65,7 +65,7 @@ TEST(ReadFile, RefusesOtherThanRegularFilesWithoutBlocking) {
     const auto file = folder.write("file", "12345");
     EXPECT_EQ(readFile(file, 5), "12345");
     EXPECT_THROW(readFile(file, 4), FileError);
-    // Files that grow while they are read, as these do from the size that their status says.
+    // The status of a file in /proc says size 0, so it is read like a file that grows meanwhile.
     EXPECT_TRUE(readFile("/proc/self/status").ends_with('\n'));
     EXPECT_THROW(readFile("/proc/self/status", 4), FileError);
 }
@@ -81,7 +81,7 @@ TEST(CreatePrivateFolders, CreatesPrivateParentsAndLeavesExistingFolders) {
     folder.write("file", "");
     EXPECT_THROW(createPrivateFolders(folder / "file/below"), FileError);
 
-    // The guarded folder is removed just after the guard was asked.
+    // The guard permits it, but there is no guarded folder, as if it were removed just after that.
     const FolderGuard guard([] { return true; }, folder / "data");
     EXPECT_THROW(createPrivateFolders(folder / "data/Backups", guard), FileError);
     EXPECT_THROW(replaceFile(folder / "data/file", "", guard), FileError);

@@ -28,8 +28,8 @@ char readByte(const FileDescriptor& file) {
     return ::read(file.get(), &byte, 1) == 1 ? byte : '\0';
 }
 
-/// A process that waits for the start, tries to lock the folder, reports the result, and runs until
-/// it is killed.
+/// Starts a process that waits until `start` is closed, tries to lock the folder, writes the result
+/// to `outcome`, and runs until it is killed.
 pid_t startContender(const std::filesystem::path& folder, Pipe& start, Pipe& outcome) {
     const pid_t child = ::fork();
     if (child != 0)
@@ -151,7 +151,7 @@ TEST(FolderLock, CanBeTakenWhileOthersCheckWhetherItIsHeld) {
     ::flock(asking.get(), LOCK_UN);
     recorder.join();
     EXPECT_TRUE(isLocked);
-    // One that never ends is no asker.
+    // A shared lock that is not released is not that of a check, so the folder can't be locked.
     ASSERT_EQ(::flock(asking.get(), LOCK_SH), 0);
     EXPECT_FALSE(FolderLock::take(folder.path()));
 }

@@ -30,7 +30,8 @@ std::string repeated(std::string_view piece, int times) {
 
 constexpr int deep = 100'000;
 
-/// Tests the parts of the compile-time checks of `fieldsOf` and `Field`.
+/// For the assertions below, which test the parts of the compile-time checks of `fieldsOf` and
+/// `Field`.
 struct Counted {
     std::optional<std::string> text;
     Shared<std::map<std::string, std::int64_t>> sizes;

@@ -43,7 +43,7 @@ TEST(MachineFiles, ResolvesLinksAsTheMachineWouldAndNeverLeavesIt) {
     EXPECT_EQ(MachineFiles().outside("/usr/lib/a"), "/usr/lib/a");
     EXPECT_THROW(MachineFiles::below(folder / "secret"), FileError);
 
-    // A folder that somebody replaces by a link after the path was resolved.
+    // Somebody replaces a folder by a link after the path was resolved.
     const auto resolved = machine.canonical("/lib/a");
     fs::rename(root / "usr/lib", root / "usr/old");
     fs::create_symlink(folder.path(), root / "usr/lib");

@@ -97,7 +97,7 @@ TEST(Calendar, FindsTheMomentOfAClockTime) {
     const std::pair<local_days, const char*> halfPastTwo[] = {
         {local_days(2024y / May / 1), "2024-05-01T00:30:00Z"},
         {local_days(2024y / January / 1), "2024-01-01T01:30:00Z"},
-        // Skipped, and shown twice.
+        // 02:30 was skipped on the first of these days, and occurred twice on the second.
         {local_days(2024y / March / 31), "2024-03-31T01:00:00Z"},
         {local_days(2024y / October / 27), "2024-10-27T00:30:00Z"},
     };

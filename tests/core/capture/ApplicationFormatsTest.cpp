@@ -66,7 +66,7 @@ struct Machine {
         test::ManualClock clock;
         auto snapshot = SystemObserver::captureProgressively(
             options(), nullptr, [](const std::string&) {}, clock, {}, &packages);
-        // That of the machine that runs the test.
+        // The free space is that of the machine that runs the test.
         snapshot.freeBytes.reset();
         return snapshot;
     }
@@ -179,11 +179,11 @@ TEST(ApplicationFormats, ReadsFlatpaksWithoutFollowingTheirLinks) {
     struct Case {
         std::string current, active, deploy;
         Texts expected;
-        /// The desktop entry that comes with it.
+        /// The desktop entry that comes with the application; empty for none.
         std::string entry{};
     };
     const Texts unreadable{"!"s + flatpakFolder + "/org.example.Harbor"};
-    // Without name and version.
+    // This file has neither name nor version.
     const std::string bare = std::string(8, '\1') + std::string(3, '\0');
     const std::string tooLarge =
         std::string(1 << 20, 'x') + std::string(10, '\0') + '\x10' + std::string(9, '\0');
@@ -220,7 +220,7 @@ TEST(ApplicationFormats, ReadsFlatpaksWithoutFollowingTheirLinks) {
             machine.root.write(installed + "/export/share/applications/org.example.Harbor.desktop",
                                each.entry);
         fs::create_symlink(each.active, machine.root / (app + "x86_64/stable/active"));
-        // Where a link with too few names or out of the folder would lead.
+        // The places to which a link with too few components, or one out of the folder, would lead.
         for (const fs::path& branch :
              {fs::path(app + "x86_64"), fs::path(flatpakFolder + 1) / "other"}) {
             machine.root.write((branch / commit / "deploy").native(), deploy);
@@ -238,13 +238,15 @@ TEST(ApplicationFormats, ReadsFlatpaksWithoutFollowingTheirLinks) {
 }
 
 TEST(ApplicationFormats, RefusesADeployFileWithWrongOffsets) {
-    // The file as far as it is read: a number and a dictionary, then the ends of the parts before.
+    // Only the parts of the file that are read: a number, a dictionary, and the places at which the
+    // three parts before the number end. Those are left out here, so the true places are 0.
     const auto name = [](const std::string& dictionary, char listEnd) {
         const auto record = FlatpakDeploy::parse(std::string(8, '\1') + dictionary
                                                  + std::string{listEnd, '\0', '\0'});
         return record ? record->name.value_or("none") : "refused";
     };
-    // A name that is filled up to 16 bytes, a value, and the end of the name.
+    // An entry is its name, here filled up to 16 bytes, its value, and the place at which the name
+    // ends. The dictionary ends with the place at which the entry ends.
     const std::string key = "appdata-name\0\0\0\0"s;
     const std::tuple<const char*, std::string, char, const char*> cases[] = {
         {"no lie", key + "Harbor\0\0s\x0D\x1A"s, '\0', "Harbor"},
@@ -281,7 +283,7 @@ TEST(ApplicationFormats, ReadsAppImagesAndSnaps) {
     machine.root.makeFolder(folder + "folder.AppImage");
     machine.root.write("snap/fox/41/meta/snap.yaml", "name: fox\nversion: '123.0-2' # x\n");
     fs::create_symlink("41", machine.root / "snap/fox/current");
-    // Links to the files of another snap, and one without a description.
+    // "deer" and "hare" have links to the files of another snap, and "owl" has no description.
     machine.root.makeFolder("snap/deer/1/meta");
     fs::create_symlink("../fox/41", machine.root / "snap/deer/current");
     machine.root.makeFolder("snap/hare/1/meta");

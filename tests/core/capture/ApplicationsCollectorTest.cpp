@@ -34,7 +34,7 @@ Inventory<Application> collected(const fs::path& root, const std::stop_token& st
     return ApplicationsCollector::collect({root}, clock, stop);
 }
 
-/// The paths of the items below `folder`, joined by spaces.
+/// The paths of all items, relative to `folder`, joined by spaces.
 std::string pathsBelow(const Inventory<Application>& inventory, const TemporaryFolder& folder) {
     std::string list;
     for (const auto& item : inventory.items)
@@ -185,7 +185,8 @@ TEST(ApplicationsCollector, ReadsTheOneApplicationInAWrapper) {
     EXPECT_EQ(pathsBelow(inventory, folder), "file.app one.app");
     EXPECT_EQ(inventory.issues, unreadable(4));
 
-    // The clock is read for the deadline, then before the root, the wrapper and what is in it.
+    // The clock is read for the deadline, then before the root, before the bundle and before the
+    // entry of its folder "Wrapper".
     const TemporaryFolder single;
     single.write("one.app/Wrapper/Inner.app/Info.plist", good);
     for (const auto& [secondsPerLook, found] : {std::pair(2.66, "one.app"), std::pair(2.67, "")}) {
@@ -224,7 +225,7 @@ TEST(ApplicationsCollector, StopsReadingARootAfterEightSecondsOrWhenStopped) {
     const TemporaryFolder folder;
     for (const char* name : {"1/A.app", "1/B.app", "1/C.app", "1/D.app", "2/A.app"})
         makeBundle(folder, name);
-    // The clock is read once for the deadline, then before each folder and each item.
+    // The clock is read for the deadline of a root, then before the root and each entry in it.
     const auto foundWith = [&](double secondsPerLook) {
         ManualClock clock(secondsPerLook);
         return ApplicationsCollector::collect({folder / "1", folder / "2"}, clock);

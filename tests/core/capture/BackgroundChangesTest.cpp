@@ -313,7 +313,7 @@ TEST(BackgroundChanges, AreNotReportedIfUnitsCannotBeReadCompletely) {
         {"/etc/xdg/autostart", folderIssue("/etc/xdg/autostart")},
         {admin + "ssh.service.d/a.conf", unreadableFile},
         {vendor + "ssh.service", unreadableFile},
-        // And the timer that starts it.
+        // The timer that starts this service is excluded as well.
         {vendor + "backup.service", "Background items: 2" + unreadableFile.substr(19)},
     };
     for (const auto& [path, issue] : cases) {
@@ -321,7 +321,7 @@ TEST(BackgroundChanges, AreNotReportedIfUnitsCannotBeReadCompletely) {
         machine.write(admin + "ssh.service.d/a.conf", "[Service]\nUser=me\n");
         fs::permissions(machine.root(), fs::perms(0755));
         const Snapshot before = machine.observed();
-        // A folder may also be one that can be listed but not searched.
+        // A folder is tried a second time with a mode by which it can be listed but not searched.
         for (const unsigned mode : {0U, fs::is_directory(machine.at(path)) ? 0444U : 0U}) {
             fs::permissions(machine.at(path), fs::perms(mode));
             const test::OrdinaryUser user(machine.root());
@@ -348,7 +348,7 @@ TEST(BackgroundChanges, NeedAReadableFileAndStoreNoArguments) {
     struct Case {
         std::string path;
         std::string bytes;
-        /// The program of the item; "unreadable" when there is no item.
+        /// The program of the item, absent when it has none; "unreadable" when there is no item.
         std::optional<std::string> program;
     };
     const std::string unreadable = "unreadable";
@@ -420,7 +420,8 @@ TEST(BackgroundChanges, LeaveOutLinksAndPipes) {
     machine.link(admin + "x.service.d", outside.path().native());
     machine.write(admin + "bad.timer", "[Timer]\nUnit=a.service\n");
     machine.link(vendor + "bad.timer", "/dev/null");
-    // No link, as on machines whose /usr is not merged: still a folder of the distribution.
+    // Here /lib is no link, as on machines whose /usr is not merged. Its units are still those of
+    // the distribution.
     machine.remove("/lib");
     machine.write("/lib/systemd/system/plumbing.service", "[Service]\nExecStart=/x\n");
     machine.link("/usr/lib/systemd/user", outside.path().native());

@@ -141,7 +141,7 @@ TEST(BackgroundCollector, StopsReadingAFamilyAfterEightSeconds) {
         RootFamily family;
         std::vector<const char*> files;
         /// How often the clock is read after the deadline was set: before the folder, before each
-        /// entry in it and below it, and before each definition that is made of them.
+        /// entry in it and below it, and, for units, before each definition that is made of them.
         int looks;
     };
     const Case cases[] = {

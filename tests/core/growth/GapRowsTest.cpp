@@ -26,7 +26,8 @@ struct Records {
     std::vector<Shared<SystemActivity>> activity{};
     std::vector<RecorderRun> runs{};
 
-    /// "start-end reason", times in hours, with "…" for an ongoing one.
+    /// "start-end reason; " for each gap: times in hours, "…" after the end of an ongoing one, "?"
+    /// where no reason is known.
     std::string gaps(double since = 0, double through = 24) const {
         std::string text;
         for (const auto& row : gapRows({snapshots, events, activity, runs}, Date{since * hour},
@@ -71,7 +72,7 @@ TEST(GapRows, SayWhyNothingWasObserved) {
     const std::pair<std::vector<RecorderRun>, const char*> cases[] = {
         {{run(RunKind::started, 0), run(RunKind::stopped, 2), run(RunKind::started, 10.9)},
          "Tidemark was not running."},
-        // Killed: it was last known to run at the capture.
+        // Tidemark was killed. It was last known to run at 1:00, at the capture.
         {{run(RunKind::started, 0), run(RunKind::running, 1), run(RunKind::started, 10.9)},
          "Tidemark was not running."},
         {{run(RunKind::started, 0), run(RunKind::paused, 2), run(RunKind::stopped, 3),

@@ -19,7 +19,7 @@ inline const Calendar utc("UTC");
 inline constexpr std::int64_t gigabyte = 1'000'000'000;
 inline constexpr const char* downloads = "/home/Downloads";
 
-/// A folder whose size was added up from its children, by name.
+/// The report of a folder whose size was added up from its children, which are given by name.
 inline FolderStorageReport report(const std::string& path, Date at,
                                   const std::map<std::string, std::int64_t>& children) {
     FolderStorageReport made;

@@ -24,7 +24,8 @@ GrowthReport reportOf(const GrowthSource& source, double since, double through) 
     return GrowthReport::of(source, Date{since}, Date{through});
 }
 
-/// Two captures an hour apart, with this free space in GB and these sizes of folders.
+/// The summary for two captures an hour apart, with this free space in GB and these sizes of
+/// folders.
 std::string summaryOf(std::int64_t freeBefore, std::int64_t freeAfter, const Folders& before,
                       const Folders& after) {
     return growthText::summary(reportOf(source({sized(hour, freeBefore * gigabyte, before),

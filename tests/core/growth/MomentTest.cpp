@@ -78,7 +78,7 @@ TEST(Moment, IsSelectedByNameDateAgeAndPlace) {
          "No capture of \"2001-01-10T09:59\" or earlier is kept. The oldest one "
          "is @-3 (10 Jan 2001, 10:00:00)."},
         {"2001-01-10T10:00", "1"},
-        // Each capture is a little later than the second that is shown of it.
+        // This capture was taken 0.9 seconds after the time that is shown of it.
         {"2001-01-10 20:00:00", "2"},
         {"2001-01-10 20:00", "2"},
         {"2001-01-10 19:59:59", "1"},

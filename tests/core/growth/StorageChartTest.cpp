@@ -32,7 +32,8 @@ StorageChart chartOf(const GrowthSource& source, double through,
     return StorageChart::of(source, subject, std::nullopt, Date{through}, utc);
 }
 
-/// Points by line, times in hours: "1 2 | 5; gap 2-5".
+/// The points of each line, the gaps and the breaks, with times in hours: " 1 2 | 5; gap 2-5; break
+/// 5 Text".
 std::string shape(const StorageChart& chart) {
     std::string text;
     const auto hours = [](Date at) {
@@ -78,7 +79,7 @@ TEST(StorageChart, JoinsOnlyWhatIsWithinTheInterval) {
     };
     EXPECT_EQ(shape(chartOf(source(kept({1, 2, 5, 6})), 6 * hour)), " 1 2 | 5 6; gap 2-5");
     EXPECT_EQ(shape(chartOf(source(kept({1, 2})), 9 * hour)), " 1 2; gap 2-9") << "not over yet";
-    // Captures without the size are missing points, however close the next one is.
+    // A capture without the size is a missing point, however close the next capture is.
     auto missing = kept({1, 1.5, 2});
     missing[1].freeBytes.reset();
     EXPECT_EQ(shape(chartOf(source(missing), 2 * hour)), " 1 | 2; gap 1-2");
@@ -86,7 +87,7 @@ TEST(StorageChart, JoinsOnlyWhatIsWithinTheInterval) {
     StorageHistory days;
     days.series = test::shared(series("", 0, {1, 2}), series("", 4, {3}));
     EXPECT_EQ(shape(chartOf(source({}, days), 5 * day)), " 12 36 | 108; gap 36-108");
-    // The days of the kept snapshots are in both; the snapshots have more.
+    // The last day has a daily size and kept snapshots; the snapshots have more points.
     EXPECT_EQ(shape(chartOf(source(kept({108, 108.5, 109}), days), 109 * hour)),
               " 12 36 | 108 109 109; gap 36-108");
 }
@@ -147,7 +148,7 @@ TEST(StorageChart, MarksSnapshotsAndEventsOfItsSubject) {
 }
 
 TEST(StorageChart, IsReadByPointAndByTime) {
-    // A capture is not exactly as many hours later as it seems.
+    // The last capture is a second early, so the time without a size is not exactly 7 hours.
     const auto chart = chartOf(source({sized(1 * hour, 5 * gigabyte), sized(2 * hour, 7 * gigabyte),
                                        sized(9 * hour - 1, 6 * gigabyte)}),
                                9 * hour);
@@ -210,7 +211,7 @@ TEST(ChartScale, HasRoundSizesThatIncludeAll) {
             EXPECT_LE(ticks.front().bytes, least);
             EXPECT_GE(ticks.back().bytes, most);
         }
-    // Of a damaged document.
+    // Only a damaged document has such sizes.
     constexpr auto largest = std::numeric_limits<std::int64_t>::max();
     for (const auto& [least, most] : {std::pair(largest, largest), std::pair(-largest, largest)}) {
         const auto ticks = chartScale::sizeTicks(least, most, 5);

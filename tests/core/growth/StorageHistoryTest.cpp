@@ -82,7 +82,7 @@ TEST(StorageHistory, FollowsTheLargestChildren) {
     StorageHistory history;
     history.record(sized(hour, 7, {{downloads, children}}), utc);
     EXPECT_EQ(history.series.size(), 2 + StorageHistory::childLimit);
-    // One that is no longer among the largest is followed for a while.
+    // A child that is no longer among the largest is followed for a while.
     children["child 10"] = 91;
     history.record(sized(day, 7, {{downloads, children}}), utc);
     EXPECT_EQ(history.series.size(), 3 + StorageHistory::childLimit);

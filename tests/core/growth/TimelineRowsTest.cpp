@@ -27,8 +27,8 @@ Event resumed(const std::string& id, double time) {
     return made;
 }
 
-/// Headings with their number of events, ids of events, titles of gaps, those of gaps that stand
-/// for an event with a star.
+/// The rows, joined by " | ": "day" with the number of its events for a heading, the identifier of
+/// an event, the title of a gap. A star follows the title of a gap that stands for an event.
 std::string rowsOf(std::vector<Shared<Event>> events, const std::vector<GapRow>& gaps,
                    const std::set<Date>& unfolded = {}) {
     const Calendar calendar("UTC");
