@@ -1,6 +1,7 @@
 #include "tests/platform/DisplayServers.h"
 
 #include "app/base/MainThreadCalls.h"
+#include "platform/linux/WaylandConnection.h"
 #include "tests/app/support/Await.h"
 
 #include <QProcessEnvironment>
@@ -168,13 +169,16 @@ WaylandServer::WaylandServer() {
         setVariable(server.process, QLatin1String(variable), value);
     server.process.setStandardErrorFile(QProcess::nullDevice());
     server.start(command);
+    bool isListening = false;
     untilOutside([&] {
         for (const auto* name : {"wayland-0", "wayland-1"})
             if (fs::is_socket(run / name))
                 socket = (run / name).native();
-        return !socket.empty() || server.process.state() == QProcess::NotRunning;
+        // The socket is there for a moment before sway accepts connections.
+        isListening = !socket.empty() && WaylandConnection::open(socket, [] {});
+        return isListening || server.process.state() == QProcess::NotRunning;
     });
-    if (socket.empty())
+    if (!isListening)
         throw std::runtime_error("no sway");
 }
 
