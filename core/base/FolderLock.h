@@ -26,8 +26,8 @@ struct FolderHolder {
 
 /// Exclusive ownership of a folder among all processes, for the lifetime of this object. It is an
 /// flock(2) lock on the file "recorder.lock" in the folder, so the kernel releases it however the
-/// process ends. The file stays; the process number in it has no effect on the lock and only tells
-/// which process holds the folder.
+/// process ends. The file stays. It contains the number of the process that locked it last, for
+/// `FolderHolder`; the lock itself does not depend on that number.
 class FolderLock {
 public:
     /// Locks an existing folder, without waiting. Throws `FileError` when the lock file can't be

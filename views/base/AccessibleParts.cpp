@@ -94,7 +94,7 @@ public:
     }
     QAccessibleInterface* childAt(int x, int y) const override {
         const QPoint at = widget()->mapFromGlobal(QPoint(x, y));
-        // The last one lies on top.
+        // Where parts overlap, the last one lies on top.
         for (int number = childCount() - 1; number >= 0; --number)
             if (parts()->partArea(number).contains(at))
                 return child(number);

@@ -10,7 +10,7 @@ namespace tidemark {
 
 /// Gives all windows light or dark colours, as the user chose in the settings or for the whole
 /// desktop, and icons that can be seen on them. A palette that the desktop itself gives to programs
-/// stays as it is when it fits that choice.
+/// stays in use when it fits that choice and no high contrast is asked for.
 class Appearance : public QObject {
     Q_OBJECT
 

@@ -5,7 +5,7 @@
 namespace tidemark {
 
 /// A text on one line. Where it does not fit, a part is replaced by "…", and the tool tip shows the
-/// whole text.
+/// whole text, unless another tool tip was set.
 class ElidedLabel : public QLabel {
     Q_OBJECT
 

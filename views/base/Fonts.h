@@ -5,7 +5,7 @@
 /// Variants of fonts.
 namespace tidemark::fonts {
 
-/// That of second lines, times and notes.
+/// The font of second lines, times and notes: slightly smaller than `font`.
 QFont smaller(const QFont& font);
 QFont bold(QFont font);
 /// The font of the application, its size multiplied by a factor.

@@ -4,8 +4,9 @@ class QWidget;
 
 namespace tidemark {
 
-/// Makes a dialog as high as its content needs at its width, after a wrapping text in it has
-/// changed. Qt does so only when the dialog is shown, and then lets the texts overlap.
+/// Makes a dialog at least as high as its content needs at its width, after a wrapping text in it
+/// has changed. Qt does so only when the dialog opens, and lets texts that become longer later
+/// overlap.
 void growToFit(QWidget& dialog);
 
 } // namespace tidemark

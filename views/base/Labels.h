@@ -18,16 +18,17 @@ private:
     void adaptColor();
 };
 
-/// Makers of labels. Texts are plain, whatever they contain.
+/// Functions that make labels and what goes with them. Texts are shown as plain text, whatever they
+/// contain.
 namespace labels {
 
-/// `factor` times as large as other texts, and bold.
+/// A bold text, `factor` times as large as other texts.
 QLabel* title(const QString& text, double factor);
 /// The heading of a section: bold.
 QLabel* heading(const QString& text);
 /// A dim, wrapping text.
 DimLabel* note(const QString& text);
-/// A line between two parts, in the colour that separates panes.
+/// A horizontal line between two parts, in the colour that separates panes.
 QFrame* separator();
 /// Sets the font of a widget to `factor` times the size of other texts.
 void scale(QWidget& widget, double factor);

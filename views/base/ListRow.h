@@ -20,13 +20,13 @@ struct ListRow {
     QString trailing;
     /// Empty for a row of one line.
     QString below{};
-    /// A dot before the symbol; absent in a list whose rows have none.
+    /// Whether there is a dot before the symbol; absent in a list whose rows never have one.
     std::optional<bool> isMarked{};
-    /// A dot before what stands at the trailing edge.
+    /// Whether there is a dot before what stands at the trailing edge.
     bool isTrailingMarked = false;
 
-    /// The height of a row of two lines. From the font alone, never from a text: a list has
-    /// thousands of rows.
+    /// The height of a row of two lines. It depends on the font alone, never on a text, because a
+    /// list has thousands of rows.
     static int heightOfTwoLines(const QFont& font);
     /// Pixels from the edge of the panel to the texts.
     static int indent(const QFont& font, bool hasMarks);

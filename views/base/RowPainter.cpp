@@ -16,7 +16,7 @@ constexpr double hoverStrength = 0.06;
 constexpr qsizetype mostCharacters = 1000;
 constexpr double hatchStrength = 0.22;
 
-/// `strength` of the colour, over whatever is below.
+/// The colour with the opacity `strength`, from 0 to 1.
 QColor veil(QColor color, double strength) {
     color.setAlphaF(static_cast<float>(strength));
     return color;

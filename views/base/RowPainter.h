@@ -11,7 +11,7 @@ namespace tidemark {
 /// that is laid out from left to right, and mirrored where it is not.
 class RowPainter {
 public:
-    /// Both outlive the painter.
+    /// Both arguments outlive this object.
     RowPainter(QPainter& used, const QStyleOptionViewItem& styled);
 
     bool isSelected() const { return option.state.testFlag(QStyle::State_Selected); }

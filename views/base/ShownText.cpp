@@ -11,7 +11,7 @@ namespace tidemark {
 
 namespace {
 
-/// A fixed text in the language of the user; absent for any other text.
+/// A fixed text in the language of the user; absent if the catalogue has no other text for it.
 std::optional<QString> translatedWhole(std::string_view text) {
     if (text.empty())
         return std::nullopt;
@@ -54,7 +54,7 @@ QString wordsHere(std::string_view text) {
 }
 
 QString shownPart(std::string_view part) {
-    // First, since "Version not recorded" is no "Version %1".
+    // Fixed texts come first, since "Version not recorded" is not the pattern "Version %1".
     if (auto whole = translatedWhole(part))
         return *std::move(whole);
     if (const auto shown = translatedPart(part))
@@ -81,7 +81,7 @@ QString spokenText(std::string_view sentence, std::string_view name, const QStri
 }
 
 QString shownFolderName(std::string_view path, std::string_view name) {
-    // The files of a folder that are counted together have a path with a NUL.
+    // The row of the files of a folder that are counted together has a path with a NUL.
     const bool isWord = path.empty() || path.contains('\0') || TrashFolder::is(path);
     return isWord ? wordsHere(name) : QString::fromUtf8(name);
 }

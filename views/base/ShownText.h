@@ -10,8 +10,8 @@ namespace tidemark {
 /// for names.
 QString shownText(std::string_view text);
 
-/// A fixed text of the core in the words of this system (`systemWords::shown`) and the language of
-/// the user.
+/// A text of the core in the words of this system (`systemWords::shown`), translated by
+/// `shownText`.
 QString wordsHere(std::string_view text);
 
 /// The words in the title of an event (`eventParts::title`), in the language of the user. A name
@@ -20,24 +20,24 @@ QString shownEventTitle(std::string_view title);
 
 /// A part of a text that is put together of several. A fixed text and one that matches one of
 /// `partPatterns` are translated. Of a name followed by a size, such as "Projects +1.2 GB", only
-/// the size is. Any other part is shown by `wordsHere`.
+/// the size is translated; "Files in folder" is no name. Any other part is shown by `wordsHere`.
 QString shownPart(std::string_view part);
 
 /// A text of the core that is put together of parts with `separator` between them.
 QString shownParts(std::string_view text, std::string_view separator);
 
 /// A sentence for a screen reader, of which each part between commas is shown by `shownPart`. If it
-/// begins with `name`, `shownName` takes the place of that.
+/// begins with `name`, `shownName` takes its place.
 QString spokenText(std::string_view sentence, std::string_view name, const QString& shownName);
 
-/// The name of a row of a list of folders. The name of the folder at `path` stays as it is. That of
-/// a Trash, of files that are counted together, and of what has no path, such as free space, is a
-/// text of the core, shown by `wordsHere`.
+/// The name of a row of a list of folders. The name of the folder at `path` stays as it is. The
+/// name of a Trash, of files that are counted together, and of what has no path, such as free
+/// space, is a text of the core, shown by `wordsHere`.
 QString shownFolderName(std::string_view path, std::string_view name);
 
-/// A text within FIRST STRONG ISOLATE and POP DIRECTIONAL ISOLATE, so that "1 → 2" does not read
-/// "2 → 1" in a window that is laid out from right to left, and without the direction controls that
-/// it contains. To be done last, after eliding.
+/// A text within FIRST STRONG ISOLATE and POP DIRECTIONAL ISOLATE, so that "1 → 2" does not read "2
+/// → 1" in a window that is laid out from right to left. Controls for embeddings, overrides and
+/// isolates in the text are removed. To be done last, after eliding.
 QString isolated(const QString& text);
 
 } // namespace tidemark

@@ -7,7 +7,8 @@ namespace tidemark {
 
 namespace {
 
-/// The standard icon names of freedesktop.org and those of Breeze; then those of Adwaita.
+/// The icon names of a symbol: `first` is a standard name of freedesktop.org or one of Breeze,
+/// `second` one of Adwaita.
 struct Names {
     std::string_view symbol;
     const char* first;

@@ -6,8 +6,8 @@
 
 namespace tidemark {
 
-/// The image of a symbol from the icon theme of the desktop: the first of its freedesktop names
-/// that the theme has. Empty for a symbol that is not known.
+/// The image of a symbol from the icon theme of the desktop: the first of its two icon names that
+/// the theme has. Empty for an unknown symbol, and where the theme has neither name.
 QIcon symbolIcon(std::string_view symbol);
 
 /// The names of all symbols.

@@ -3,11 +3,11 @@
 #include <QStyleOptionViewItem>
 #include <QWidget>
 
-/// The two colours of text, by the palette and never by name, so that a dark or a high contrast
-/// palette is followed.
+/// The two colours of text. They are always taken from the palette, so that they fit a dark or a
+/// high contrast one.
 namespace tidemark::textColor {
 
-/// How much of the text colour a second line has.
+/// The opacity of the text of a second line.
 inline constexpr double dimness = 0.68;
 
 inline QColor dimmed(QColor color) {
@@ -26,7 +26,7 @@ inline QColor dim(const QStyleOptionViewItem& option) {
     return option.state & QStyle::State_Selected ? strong(option) : dimmed(strong(option));
 }
 
-/// Makes the text of a widget a second line.
+/// Gives the text of a widget the colour of second lines.
 inline void dim(QWidget& widget) {
     QPalette palette = widget.palette();
     palette.setColor(QPalette::WindowText, dimmed(palette.color(QPalette::Text)));

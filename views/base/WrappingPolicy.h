@@ -6,16 +6,18 @@
 /// How a label with a text of any length is laid out.
 namespace tidemark::wrappingPolicy {
 
-/// The edge of the window at which lines begin. Qt alone takes the direction of the text.
+/// The edge of the window at which lines begin. By default Qt aligns a text by its own direction
+/// instead.
 inline Qt::Alignment leadingEdge() {
     return Qt::AlignAbsolute | (QGuiApplication::isRightToLeft() ? Qt::AlignRight : Qt::AlignLeft);
 }
 
-/// Wraps, and never makes its window wider: a path has no blanks to wrap at.
+/// Makes a label wrap its text and never widen its window, even for a path, which has no blanks to
+/// wrap at.
 inline void apply(QLabel& label) {
     label.setWordWrap(true);
     QSizePolicy policy(QSizePolicy::Ignored, QSizePolicy::Preferred);
-    // Without that, the label is as high as at the width that it would like best.
+    // Otherwise the label would be as high as it needs to be at its preferred width.
     policy.setHeightForWidth(true);
     label.setSizePolicy(policy);
 }

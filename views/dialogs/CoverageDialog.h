@@ -6,7 +6,7 @@
 
 namespace tidemark {
 
-/// When nothing was captured, and what captures could not see.
+/// Shows when nothing was captured, and what captures could not read.
 class CoverageDialog : public QDialog {
     Q_OBJECT
 

@@ -14,13 +14,13 @@ namespace tidemark {
 class DimLabel;
 class WrappingLabel;
 
-/// The choice of recent installations that are added to the history: reads them when it opens, and
-/// imports them on confirmation.
+/// The choice of recent installations that are added to the history: `readAgain` reads them, and
+/// they are imported on confirmation.
 class ImportDialog : public QDialog {
     Q_OBJECT
 
 public:
-    /// Both outlive the dialog.
+    /// `controller` and `scope` outlive the dialog.
     ImportDialog(AppModel& controller, TaskScope& scope, QWidget* parent);
 
     void readAgain();
@@ -37,7 +37,8 @@ private:
     DimLabel* skipped;
     QPushButton* retry;
     QPushButton* confirmation;
-    /// The records are being imported; the view closes when that succeeds.
+    /// True from the confirmation until the list is read again; the dialog closes when the import
+    /// succeeds.
     bool isConfirmed = false;
 };
 

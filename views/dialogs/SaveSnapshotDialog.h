@@ -20,7 +20,7 @@ public:
     SaveSnapshotDialog(AppModel& controller, TaskScope& scope, QWidget* parent);
 
     /// Starts the capture, shows the dialog, and returns when the snapshot is saved or the user has
-    /// given up. Does nothing while another operation is running.
+    /// given up. Does nothing while recording is paused or another operation prevents it.
     void run();
 
 private:

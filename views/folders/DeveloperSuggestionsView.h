@@ -21,7 +21,7 @@ class DeveloperSuggestionsView : public QWidget {
 public:
     explicit DeveloperSuggestionsView(QWidget* parent = nullptr);
 
-    /// What was ticked stays ticked.
+    /// A folder that was ticked stays ticked, unless it is monitored now.
     void present(const std::vector<DeveloperFolderSuggestion>& suggestions);
 
 Q_SIGNALS:

@@ -58,7 +58,7 @@ FolderInspectorView::FolderInspectorView(QWidget* parent)
     tree->setModel(sizes);
     link = new FolderMapLink(*sizes, *tree, *map);
     tree->setAccessibleName(wordsHere(Table::title));
-    // The order of the core, until the user chooses one.
+    // The rows are in the order of the core until the user chooses one.
     tree->header()->setSortIndicator(-1, Qt::DescendingOrder);
     empty->present({.title = std::string(Table::title),
                     .explanation = systemWords::shown(Table::noFolders),

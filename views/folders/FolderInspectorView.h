@@ -30,7 +30,8 @@ public:
     /// From the next `present` on, the sizes that this event recorded are shown, until the user
     /// chooses another scope.
     void inspect(const OptionalShared<Event>& recorded);
-    /// Shows what the journal has. What is open stays open when there are newer sizes.
+    /// Shows the sizes of the chosen scope: those of the event, or the newest of the journal. Open
+    /// rows stay open when there are newer sizes.
     void present(const Journal& journal);
     void setTextScale(double scale);
     /// What is shown, in a line.

@@ -31,7 +31,7 @@ std::filesystem::path homeOf(FolderAccess& access) {
     return developerSuggestions::homeOf(access.recommendedFolders(), SystemFacts::homeDirectory());
 }
 
-/// The widget in the middle of a wider one.
+/// Puts a widget in the middle of a wider one, which is returned.
 QWidget* centred(QWidget* page) {
     page->setMaximumWidth(widestPage);
     auto* content = new QWidget;

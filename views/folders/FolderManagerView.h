@@ -24,7 +24,7 @@ class FolderManagerView : public QWidget {
     Q_OBJECT
 
 public:
-    /// Both must outlive the view.
+    /// `controller` and `scope` must outlive the view.
     FolderManagerView(AppModel& controller, TaskScope& scope, QWidget* parent = nullptr);
 
     /// Begins the choice, and shows the folders as they are.

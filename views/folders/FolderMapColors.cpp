@@ -11,7 +11,7 @@ using Trend = FolderMap::Trend;
 
 const QColor green(0x3d, 0x9b, 0x62);
 
-/// How much of the text colour is in the surface of a tile that did not change, and of a folder.
+/// How much of the text colour is in the surface of a tile without a known change, and of a folder.
 constexpr double ofTile = 0.11;
 constexpr double ofFolder = 0.045;
 /// The share of the colour of its trend in a tile with the smallest change.

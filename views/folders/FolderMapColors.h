@@ -5,8 +5,8 @@
 #include <QColor>
 #include <QPalette>
 
-/// The colours of a map of folder sizes, mixed from those of the palette, so that they fit dark and
-/// high-contrast palettes.
+/// The colours of a map of folder sizes, mixed from those of the palette and a green for what
+/// shrank, so that they fit dark and high-contrast palettes.
 namespace tidemark::folderMapColors {
 
 /// The mixture of two colours in which `above` has this share, from 0 to 1.

@@ -19,21 +19,22 @@ using Trend = FolderMap::Trend;
 namespace colors = folderMapColors;
 
 constexpr int tilePadding = 7;
-/// A tile that is narrower has no name; most names would be cut to nothing.
+/// Where less width is left for texts, a tile has none, because most names would be cut to nothing.
 constexpr int narrowestText = 44;
 /// A smaller tile has neither round corners nor a pattern.
 constexpr int smallestPattern = 14;
 constexpr double tileRadius = 4;
 constexpr double hoverStrength = 0.1;
 
-/// For readers who can’t see the colour of growth.
+/// The sign of a trend, for readers who can’t see the colours.
 QString signOf(Trend trend) {
     return trend == Trend::grew     ? QStringLiteral("▲ ")
            : trend == Trend::shrank ? QStringLiteral("▼ ")
                                     : QString();
 }
 
-/// With a thin space of the background on every side.
+/// The area that is painted. Around it a pixel of the background stays free; beside a small area,
+/// only at its right and below it.
 QRect spaced(const QRect& area) {
     return area.width() > 6 && area.height() > 6 ? area.adjusted(1, 1, -1, -1)
                                                  : area.adjusted(0, 0, -1, -1);
@@ -144,7 +145,7 @@ void FolderMapPainter::drawLine(const QRect& area, const QString& text, const QF
                      isolated(elided));
 }
 
-/// The size, and the change where there is room for both.
+/// The size, followed by the change, or by its sign alone, where there is room for that.
 QString FolderMapPainter::sizeText(const Tile& tile, const QFont& font, int width) const {
     QString size = wordsHere(sizeOf(tile));
     const QString change = shownText(changeOf(tile));

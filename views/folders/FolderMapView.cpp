@@ -17,7 +17,7 @@ namespace tidemark {
 
 namespace {
 
-/// To whole pixels, so that neighbours share their edges.
+/// Rounded to whole pixels, so that neighbours share their edges.
 QRect pixels(const TreemapRectangle& area) {
     const auto left = static_cast<int>(std::lround(area.x));
     const auto top = static_cast<int>(std::lround(area.y));

@@ -17,7 +17,8 @@ public:
     explicit FolderMapView(QWidget* parent = nullptr);
 
     void present(FolderMap map);
-    /// Marks the tile; none for an empty path, and for one that the map does not have.
+    /// Marks the tile with this path, or none if there is no such tile. A tile that combines
+    /// several stays marked if it has this path (`pathOf`).
     void select(const QStringList& path);
     const FolderMapLayout& layoutShown() const { return layout; }
 
@@ -32,9 +33,9 @@ public:
 
 Q_SIGNALS:
     void chosen(const QStringList& path);
-    /// The user wants to see what is inside.
+    /// The user wants to see what is inside of the tile.
     void openRequested(const QStringList& path);
-    /// The user wants to see what is around.
+    /// The user wants to see the folder around what is shown.
     void leaveRequested();
 
 protected:

@@ -37,7 +37,7 @@ void drawBar(const RowPainter& row, const QStyleOptionViewItem& option, double s
              color, barThickness / 2.0);
 }
 
-/// A sign beside the number, for readers who can’t see the colour of growth.
+/// Adds a sign to the number, for readers who can’t see the colour of growth.
 QString withTrend(const QString& text, const QVariant& trend) {
     using enum FolderSizeTable::Trend;
     if (!trend.isValid())

@@ -4,8 +4,8 @@
 
 namespace tidemark {
 
-/// Paints a cell of the folder sizes: the symbol and the name, or a size with a bar for its share.
-/// The view paints the background of the rows.
+/// Paints a cell of the folder sizes: the symbol and the name, or a size or change, below which a
+/// bar can show a share. The view paints the background of the rows.
 class FolderSizeDelegate : public QStyledItemDelegate {
     Q_OBJECT
 

@@ -15,7 +15,7 @@ struct FolderSizeModel::Node {
     FolderInspectionRow row{};
     Node* parent = nullptr;
     int position = 0;
-    /// Absent until the row is opened.
+    /// Absent until they are fetched.
     std::optional<std::vector<std::unique_ptr<Node>>> children{};
     std::int64_t largestChild = 0;
     std::optional<Table::Cells> cells{};

@@ -14,9 +14,10 @@ class FolderSizeModel : public QAbstractItemModel {
 
 public:
     enum Role {
-        /// The name of the symbol image; in the first column.
+        /// The name of the symbol image, which is painted in the first column.
         symbolRole = Qt::UserRole,
-        /// The present size as a share of the largest one of its level; absent where it is unknown.
+        /// The present size as a share of the largest one among the children of the same row; only
+        /// in the column of the present size, and absent where that size is unknown.
         shareRole,
         /// A `FolderSizeTable::Trend` as a number; in the column of the change.
         trendRole,
@@ -57,7 +58,7 @@ private:
 
     std::vector<FolderSizeTable::Header> headers;
     std::unique_ptr<Node> root;
-    /// Absent for the order of the core: the largest change first.
+    /// Absent for the order in which the core returns the rows.
     std::optional<std::pair<Column, Qt::SortOrder>> sorting;
 };
 

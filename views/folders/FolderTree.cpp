@@ -17,7 +17,7 @@ namespace {
 
 constexpr int margin = 8;
 constexpr int levelIndent = 20;
-/// As wide as any size of a disk, and as its change with its sign.
+/// As wide as the sizes of folders become on usual disks, and as changes of them with their sign.
 constexpr auto widestSize = "1,023.99 GB";
 constexpr auto widestChange = "+223.99 GB ▲";
 
@@ -29,7 +29,7 @@ FolderTree::FolderTree(QWidget* parent) : QTreeView(parent) {
     setFrameShape(QFrame::NoFrame);
     setUniformRowHeights(true);
     setSelectionBehavior(SelectRows);
-    // The style would draw a frame around the panel of the row.
+    // Otherwise the style would draw a frame around the panel of the row.
     setAllColumnsShowFocus(false);
     setVerticalScrollMode(ScrollPerPixel);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
@@ -71,7 +71,8 @@ void FolderTree::drawRow(QPainter* painter, const QStyleOptionViewItem& styled,
     QTreeView::drawRow(painter, styled, index);
 }
 
-/// Draws the panel over this part of a row, which the style fills to the edge when it is selected.
+/// Draws the panel of a row again over its branches, where the style has filled a selected row to
+/// the edge.
 void FolderTree::coverBranches(QPainter& painter, const QRect& rect,
                                const QModelIndex& index) const {
     QStyleOptionViewItem option;

@@ -100,7 +100,7 @@ QWidget* SearchPanelView::makeResults() {
     list->setAccessibleName(tr("Results"));
     list->installEventFilter(this);
     useThinScrollBars(*list);
-    // A press selects without opening, so that a row can be looked at before.
+    // A row is opened when the button is released over it; pressing the button only selects it.
     connect(list, &QListView::clicked, this, [this](const QModelIndex& index) {
         if (!search)
             return;
@@ -175,8 +175,9 @@ void SearchPanelView::dismiss() {
 }
 
 void SearchPanelView::endSearch() {
-    // Taken out first: destroying a running search handles events, and a queued one, such as
-    // another call of this after the panel was hidden, must not find the search here any more.
+    // `search` is emptied first: the destructor of a running search handles events, and none of
+    // them, such as the queued call of this function after the panel was hidden, may find the
+    // search there any more.
     const auto ended = std::exchange(search, nullptr);
 }
 
@@ -250,7 +251,8 @@ void SearchPanelView::changeEvent(QEvent* event) {
 void SearchPanelView::hideEvent(QHideEvent* event) {
     QWidget::hideEvent(event);
     wasActive = false;
-    // Later, since the search itself may be what called this when an event was chosen.
+    // The search is ended later, since it may itself have called this function when an event was
+    // chosen.
     QMetaObject::invokeMethod(
         this,
         [this] {

@@ -19,8 +19,8 @@ class DimLabel;
 class SearchResultModel;
 
 /// The search panel: a small window without a frame that opens in the middle of the screen and
-/// closes when the user leaves it. The keyboard stays in the text field, whichever part has the
-/// focus: the keys that move the selection go from the field to the list, all others to the field.
+/// closes when the user leaves it. Keys do the same in the text field and in the list: some move
+/// the selection, open it or close the panel, and all others but Tab go to the field.
 class SearchPanelView : public QWidget {
     Q_OBJECT
 
@@ -54,7 +54,7 @@ private:
 
     const HistorySearch::History history;
     const ViewSettings& settings;
-    /// Made anew each time the panel is opened; absent while it is closed.
+    /// Made anew each time the panel is opened, and destroyed soon after it is closed.
     std::unique_ptr<HistorySearch> search;
     SearchResultModel* results;
     QLabel* icon;

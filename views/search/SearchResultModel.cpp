@@ -9,7 +9,7 @@ namespace tidemark {
 
 namespace {
 
-/// In the language of the user.
+/// The texts of a result in the language of the user.
 SearchResultRow rowOf(const Event& event, const Calendar& calendar) {
     SearchResultRow row = SearchResultRow::of(event, calendar);
     row.title = eventText::title(event).toStdString();

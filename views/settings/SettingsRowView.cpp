@@ -35,13 +35,13 @@ const NumberKey* numberKey(std::string_view name) {
     return nullptr;
 }
 
-/// The name of a file stays as it is.
+/// The label in the language of the user; a path stays as it is.
 QString labelOf(const SettingsRow& row) {
     return row.kind == Kind::path ? isolated(QString::fromStdString(row.label))
                                   : shownText(row.label);
 }
 
-/// A spin box that the wheel does not change while the page is scrolled over it.
+/// A combo box or spin box that the wheel does not change while the page is scrolled over it.
 template <class Base>
 class WithoutWheel final : public Base {
 public:

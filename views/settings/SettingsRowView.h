@@ -15,7 +15,8 @@ namespace tidemark {
 
 class DimLabel;
 
-/// One line of the settings: a control, and below it why that does nothing here, if so.
+/// One line of the settings: a control, and if that does nothing on this machine, the reason below
+/// it.
 class SettingsRowView : public QWidget {
     Q_OBJECT
 

@@ -140,7 +140,7 @@ std::vector<SettingsSection> SettingsView::pageNow() const {
 }
 
 void SettingsView::refresh() {
-    // It is refreshed when it is shown again.
+    // The page is refreshed when it is shown again.
     if (!isVisible() && !shape.empty())
         return;
     const auto page = pageNow();
@@ -227,8 +227,8 @@ void SettingsView::carryOut(const SettingsRow& row) {
         return uses.files.remove(row.value);
     case Command::clearClipboard:
         return clearClipboard();
-    // The settings have rows with these commands only where the system has login items or an
-    // updater. This window is for systems that have neither.
+    // Rows with `none` do nothing here. The settings have rows with the other commands only where
+    // the system has login items or an updater. This window is for systems that have neither.
     case Command::openLoginItems:
     case Command::checkForUpdates:
     case Command::automaticUpdateChecks:

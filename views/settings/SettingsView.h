@@ -26,7 +26,7 @@ class SettingsView : public QScrollArea {
     Q_OBJECT
 
 public:
-    /// All of it outlives the view.
+    /// What the references and pointers refer to outlives the view.
     struct Uses {
         AppModel& model;
         MemoryHistoryService& memory;
@@ -69,11 +69,11 @@ private:
     void report(const QString& failure);
 
     const Uses uses;
-    /// One refresh for all changes of one turn of the event loop.
+    /// Combines all changes of one turn of the event loop in one refresh.
     QTimer refreshing;
     QVBoxLayout* column;
     std::vector<SettingsRowView*> rows;
-    /// The rows without their texts and values: what they consist of.
+    /// The headings and rows of the page, without texts and values of rows (`shapeOf`).
     std::vector<std::string> shape;
 };
 

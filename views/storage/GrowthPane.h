@@ -11,8 +11,8 @@ class FolderTree;
 class GrowthModel;
 class WrappingLabel;
 
-/// What grew: the change of free space in a sentence, and the folders and applications that it is
-/// made of.
+/// What grew: the change of free space in a sentence, and the folders and applications whose size
+/// changed.
 class GrowthPane : public QWidget {
     Q_OBJECT
 

@@ -29,7 +29,8 @@ constexpr float hatchStrength = 0.16F;
 constexpr float gridStrength = 0.09F;
 constexpr float chosenStrength = 0.08F;
 constexpr double cornerRadius = 6;
-/// A narrower gap is only hatched; the cursor and the table say how long it is.
+/// A narrower gap is only hatched, and a break with less room after it is only a line; the cursor
+/// and the table have the texts.
 constexpr double narrowestGapText = 64;
 
 QColor veil(QColor color, float strength) {
@@ -268,7 +269,7 @@ void StorageChartPainter::drawMarks(std::optional<std::size_t> emphasized) const
                  markImage(markRadius + 2, accent()));
 }
 
-/// Drawn once: a chart has hundreds of them.
+/// The image of a mark. It is drawn once for all marks, because a chart has hundreds of them.
 QPixmap StorageChartPainter::markImage(double radius, const QColor& color) const {
     const double side = 2 * radius + 3;
     const double ratio = painter.device()->devicePixelRatioF();
@@ -386,7 +387,8 @@ void StorageChartPainter::drawReading(const ChartReading& reading, double x) con
     const int line = QFontMetrics(small).height() + 1;
     const QString title = shownText(reading.title);
     QStringList lines;
-    // The first line is a size and a time; the others can have names in them.
+    // The first line has no name in it: of a point it is a size and a time. The others can have
+    // names.
     for (const auto& text : reading.lines)
         lines += lines.isEmpty() ? shownParts(text, " · ") : shownText(text);
     int width = QFontMetrics(heading).horizontalAdvance(title);

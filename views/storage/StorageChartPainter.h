@@ -25,16 +25,17 @@ public:
         QRect area;
     };
 
-    /// The references must outlive the painter.
+    /// The objects that are referred to must outlive this one.
     StorageChartPainter(QPainter& used, const StorageChart& shown, const ChartLayout& placed,
                         Look look);
 
-    /// What the chart needs around its plot.
+    /// The size of the chart, and the room that texts need around its plot.
     static ChartLayout::Metrics metrics(const QSize& size, const QFont& font);
 
-    /// Why there is no chart.
+    /// Draws the reason why there is no chart.
     void drawNothing(const QString& reason) const;
-    /// The surfaces below the lines. Before the grid, which is drawn over them.
+    /// Draws the surfaces below the lines. Called before `drawGrid`, so that the grid lies over
+    /// them.
     void drawAreas() const;
     void drawGrid() const;
     void drawGaps() const;
@@ -51,9 +52,10 @@ public:
     void drawReading(const ChartReading& reading, double x) const;
 
 private:
-    /// How many pieces of the lines are in a place, from left to right.
+    /// How many pieces of the lines are in `place`, which is a place of the layout: not mirrored.
     int linesBelow(const QRectF& place) const;
-    /// Beside the cursor, where a text hides the least of the lines.
+    /// The place beside the cursor at `x` where a text of this size hides the fewest pieces of the
+    /// lines; not mirrored.
     QRectF clearestPlace(double x, QSizeF size) const;
     double mirrored(double x) const;
     QPointF at(const ChartLayout::Position& position) const;

@@ -56,7 +56,8 @@ private:
     void lay();
     void move(std::ptrdiff_t steps);
     double leftToRight(double x) const;
-    /// True when `shownX`, in pixels of the widget, is between the axes or close beside them.
+    /// True when `shownX`, in pixels of the widget, is between the left and the right edge of the
+    /// plot or close beside them.
     bool isAtPlot(double shownX) const;
     std::optional<std::size_t> markNear(Date at) const;
     const ChartReading& readingAt(std::optional<std::size_t> point, std::optional<std::size_t> gap);
@@ -73,7 +74,8 @@ private:
         ChartReading text;
     };
     std::optional<Reading> reading;
-    /// The horizontal position of the pointer; absent outside of the plot.
+    /// The horizontal position of the pointer, measured in the layout; absent where `isAtPlot` is
+    /// false.
     std::optional<double> pointer;
 };
 

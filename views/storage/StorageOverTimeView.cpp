@@ -142,7 +142,7 @@ void StorageOverTimeView::refresh() {
         return;
     shown = content;
     showChoicesOf(*content);
-    // Both keep the content, of which the chart is a part.
+    // The chart and the table keep the whole content, of which `drawn` is a part.
     const std::shared_ptr<const StorageChart> drawn(content, &content->chart);
     chart->present(drawn);
     rows->show(drawn);

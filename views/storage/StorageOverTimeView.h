@@ -20,7 +20,7 @@ class StorageTableModel;
 class WrappingLabel;
 
 /// The place of storage over time: the chart of one size, the same as a table, and what grew in the
-/// time that it shows. It reads the screen when `refresh` is called.
+/// time that it shows. It reads the `GrowthScreen` when `refresh` is called.
 class StorageOverTimeView : public QWidget {
     Q_OBJECT
 

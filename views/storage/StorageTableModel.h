@@ -7,8 +7,8 @@
 
 namespace tidemark {
 
-/// A chart as a table, the newest first. It has the roles of `FolderSizeModel`, by whose delegate
-/// it is painted.
+/// A chart as a table, the newest first. It has the `symbolRole` of `FolderSizeModel`, since it is
+/// painted by the same delegate.
 class StorageTableModel : public QAbstractTableModel {
     Q_OBJECT
 

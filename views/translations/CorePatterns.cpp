@@ -13,7 +13,7 @@ namespace tidemark {
 
 namespace {
 
-/// Where a text can be of two of them, the longer one comes first.
+/// Where a text can match two of these patterns, the longer one comes first.
 constexpr std::array patterns{
     QT_TRANSLATE_NOOP("core",
                       "Added %1 recent installation records from the system. This partial history "
@@ -43,7 +43,7 @@ constexpr std::array patterns{
     QT_TRANSLATE_NOOP("core", "Snapshot: %1"),
 };
 
-/// Titles of events. Where one ends with another, the longer one comes first.
+/// Titles of events. Where one pattern ends like another, the longer one comes first.
 constexpr std::array titles{
     QT_TRANSLATE_NOOP("core", "%1 Configuration Changed"),
     QT_TRANSLATE_NOOP("core", "%1 Installation Recorded"),
@@ -70,8 +70,9 @@ constexpr std::string_view second = "%2";
 /// What stands for "%1" and "%2"; the second one is empty in a pattern that has only the first.
 using Parts = std::pair<std::string_view, std::string_view>;
 
-/// Absent for a text that is not of this pattern. Where what stands between the two occurs more
-/// than once, the last one counts: the first part is often a name, which can contain anything.
+/// Absent for a text that does not match the pattern. If what stands between "%1" and "%2" occurs
+/// more than once, its last occurrence counts: the first part is often a name, which can contain
+/// anything.
 std::optional<Parts> partsOf(std::string_view text, std::string_view pattern) {
     const auto atFirst = pattern.find(first);
     const auto atSecond = pattern.find(second);
@@ -106,7 +107,7 @@ bool isNumber(std::string_view text) {
     return !text.empty() && text.find_first_not_of("0123456789") == text.npos;
 }
 
-/// By the first of the patterns that the text is of, with a number for each "%1" and "%2".
+/// The translation by the first pattern that the text matches with a number for each "%1" and "%2".
 std::optional<QString> ofNumbers(std::span<const char* const> all, std::string_view text) {
     for (const char* pattern : all) {
         const auto parts = partsOf(text, pattern);

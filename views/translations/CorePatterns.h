@@ -14,8 +14,8 @@ namespace tidemark {
 std::span<const char* const> corePatterns();
 /// Titles of events: the name that "%1" stands for stays as it is.
 std::span<const char* const> titlePatterns();
-/// Sentences about what is recorded and about what a capture could not read. "%1" stands for a
-/// name, which stays as it is, and "%2" for a sentence or a quantity, which is translated.
+/// Sentences about what is recorded and about what a capture could not read. "%1" stands for a name
+/// or a number, which stays as it is, and "%2" for a sentence or a quantity, which is translated.
 std::span<const char* const> recordPatterns();
 /// Sentences about what could not be done. "%1" stands for the cause: a text of one of
 /// `causePatterns`, or one that stays as it is.
@@ -29,8 +29,8 @@ std::span<const char* const> growthPatterns();
 std::span<const char* const> lengthPatterns();
 /// Sizes: "%1.%2 GB", in which a language has its own sign between the two numbers.
 std::span<const char* const> sizePatterns();
-/// Parts of texts that have several, such as "%1 remaining", around quantities and versions. They
-/// are too short to be looked for in a text that may be a name.
+/// Parts of texts that have several, such as "%1 remaining": words around a quantity, a version, a
+/// date or a name. They are too short to be looked for in a text that may be a name.
 std::span<const char* const> partPatterns();
 
 /// The text in the language of the user, when it is of one of the `corePatterns`, `recordPatterns`,

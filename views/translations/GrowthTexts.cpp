@@ -40,7 +40,7 @@ constexpr std::array textsOfGrowth{
     QT_TRANSLATE_NOOP("core", "Under a minute"),
 };
 
-/// Where one fits inside of another, the longer one comes first.
+/// Where a text can match two of these patterns, the longer one comes first.
 constexpr std::array patternsOfGrowth{
     QT_TRANSLATE_NOOP("core", "%1 less free, although the folders you monitor shrank by %2."),
     QT_TRANSLATE_NOOP("core", "%1 more free, although the folders you monitor grew by %2."),

@@ -34,7 +34,7 @@ constexpr std::array textsSpoken{
     QT_TRANSLATE_NOOP("core", "Recording was paused."),
 };
 
-/// Where a text can be of two of them, the longer one comes first.
+/// Where a text can match two of these patterns, the longer one comes first.
 constexpr std::array patternsSpoken{
     QT_TRANSLATE_NOOP("core", "Before: measured %1"),
     QT_TRANSLATE_NOOP("core", "After: measured %1"),

@@ -22,7 +22,7 @@ class TrayCompanion : public QObject {
     Q_OBJECT
 
 public:
-    /// All of it outlives the companion.
+    /// What the references refer to outlives the companion.
     struct Uses {
         AppModel& model;
         MemoryHistoryService& memory;
@@ -56,7 +56,7 @@ private:
     void changeRecording();
 
     const Uses uses;
-    /// One refresh for all changes of one turn of the event loop.
+    /// Combines all changes of one turn of the event loop in one refresh.
     QTimer refreshing;
     std::unique_ptr<QMenu> menu;
     /// Declared after its menu, so that it is destroyed first.

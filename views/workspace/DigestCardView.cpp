@@ -40,7 +40,7 @@ QString joinedTexts(const Items& items, Text textOf) {
     QStringList texts;
     for (const auto& item : items)
         texts += textOf(item);
-    // A line ends between two items alone.
+    // Lines may break only between two items.
     for (QString& text : texts)
         text.replace(u' ', QChar(QChar::Nbsp));
     return texts.join(QStringLiteral("\u00A0\u00A0·  "));

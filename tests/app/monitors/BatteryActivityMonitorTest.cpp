@@ -7,8 +7,8 @@ using State = BatterySource::State;
 
 namespace {
 
-/// What the sources report to the monitor, and the functions by which a source tells the monitor of
-/// a change. The functions are empty while the monitor does not follow.
+/// The values that the sources return to the monitor, and the callbacks of the monitor that a
+/// source calls after a change. The callbacks are empty while the monitor does not follow.
 struct Machine {
     State state = State::unknown;
     std::optional<BatteryObservation> battery;

@@ -9,8 +9,8 @@ namespace fs = std::filesystem;
 
 namespace {
 
-/// What the sources report to the monitor, and the functions by which a source tells the monitor of
-/// a change. The functions are empty while the monitor does not follow.
+/// The values that the sources return to the monitor, and the callbacks of the monitor that a
+/// source calls after a change. The callbacks are empty while the monitor does not follow.
 struct Machine {
     // The volumes are read on another thread, but never while the test changes them.
     std::optional<std::vector<fs::path>> volumes = std::vector<fs::path>{};
