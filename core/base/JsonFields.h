@@ -64,6 +64,15 @@ inline constexpr RepeatsMark Repeats;
 template <class T>
 concept Described = requires { T::fields(); };
 
+class JsonWriter;
+class ValueReader;
+/// The reader of a `T` for the decoder, defined in JsonReaders.h.
+template <class T>
+const ValueReader& readerOf();
+/// Writes a record, defined in JsonEncoder.h.
+template <Described T>
+void encode(JsonWriter& out, const T& record);
+
 template <class T>
 inline constexpr bool isShared = false;
 template <class T>

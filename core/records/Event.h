@@ -73,4 +73,8 @@ struct Event {
     }
 };
 
+// Compiled once, in Event.cpp: the codec of every record inside it takes seconds to compile.
+extern template const json::ValueReader& json::readerOf<Event>();
+extern template void json::encode(json::JsonWriter&, const Event&);
+
 } // namespace tidemark

@@ -71,6 +71,10 @@ struct Snapshot {
     }
 };
 
+// Compiled once, in Snapshot.cpp: the codec of every record inside it takes seconds to compile.
+extern template const json::ValueReader& json::readerOf<Snapshot>();
+extern template void json::encode(json::JsonWriter&, const Snapshot&);
+
 /// A snapshot that the user named.
 struct Baseline {
     /// Id of the baseline, not of its snapshot.
