@@ -41,14 +41,14 @@ public:
     /// the program.
     void start(QCoro::Task<void> task) const;
 
-    /// The stop token for the waits and the background work of these coroutines.
+    /// The stop token for the waits and the background work of the object's coroutines.
     std::stop_token token() const { return source.get_token(); }
     bool isStopping() const { return source.stop_requested(); }
     void requestStop() { source.request_stop(); }
     bool isIdle() const { return *holds == 0; }
 
-    /// Requests the stop and runs the event loop, without user input, until all coroutines have
-    /// ended. Must not be called from one of them.
+    /// Requests the stop and runs the event loop, without user input, until no `Hold` is left. Must
+    /// not be called from a coroutine that has one.
     void drain();
 
 private:

@@ -10,8 +10,8 @@
 namespace tidemark {
 
 /// Functions that remember folders across runs of the program and open them again. Every successful
-/// `start` is followed by a `stop`. They block, are called on any thread, and throw `Error` on
-/// failure.
+/// `start` is followed by a `stop`. They block and are called on any thread. `create` and `resolve`
+/// throw `Error` on failure, `start` returns false.
 struct BookmarkOperations {
     struct Resolved {
         std::filesystem::path url;

@@ -36,21 +36,19 @@ FolderAccess::FolderAccess(Preferences& preferences, BookmarkOperations operatio
 }
 
 void FolderAccess::load() {
-    std::vector<FolderGrant> loaded;
     const auto stored = preferences.data(key);
     if (stored)
-        loaded = FolderGrant::unified(FolderGrant::decodeList(stored->bytes));
-    if (!read(preferences, preferenceKeys::unifiedFolderTrackingMigrated)) {
-        if (preferences.boolean(preferenceKeys::storageEnabled.name) == false)
-            for (auto& grant : loaded)
-                grant.purposes.erase(FolderPurpose::storage);
-        if (!preferences.isReadOnly()) {
-            if (stored)
-                persist(loaded);
-            preferences.note(preferenceKeys::unifiedFolderTrackingMigrated.name, true);
-        }
-    }
-    grantList = std::move(loaded);
+        grantList = FolderGrant::unified(FolderGrant::decodeList(stored->bytes));
+    if (read(preferences, preferenceKeys::unifiedFolderTrackingMigrated))
+        return;
+    if (preferences.boolean(preferenceKeys::storageEnabled.name) == false)
+        for (auto& grant : grantList)
+            grant.purposes.erase(FolderPurpose::storage);
+    if (preferences.isReadOnly())
+        return;
+    // Where the list can't be saved, this is repeated at the next start.
+    if (!stored || preferences.set(key, Data{json::encoded(grantList)}))
+        preferences.note(preferenceKeys::unifiedFolderTrackingMigrated.name, true);
 }
 
 void FolderAccess::persist(std::vector<FolderGrant> updated) {

@@ -61,7 +61,7 @@ public:
     /// the purposes that their names suggest. True when any were added; sets `message` on failure.
     QCoro::Task<bool> choose(std::optional<FolderPurpose> purpose,
                              std::optional<std::filesystem::path> suggested, FolderPicker picker);
-    /// These two set `message` on failure.
+    /// These two clear `message` on success and set it on failure. An unknown `id` changes nothing.
     void setTracking(FolderPurpose purpose, bool enabled, const Uuid& id);
     void remove(const Uuid& id);
 

@@ -18,10 +18,11 @@ class FolderCalls {
 public:
     explicit FolderCalls(std::chrono::milliseconds longest = std::chrono::seconds(30));
 
-    /// Returns or throws the result of `call`. Absent when the call takes too long or a stop is
-    /// requested before it ends. While an abandoned call for the same folder is still running,
-    /// `call` is not started and the result is absent at once. When an abandoned call returns a
-    /// result, `late` is called with it on the thread of that call.
+    /// Returns or throws the result of `call`; throws `Error` when no thread can be started. Absent
+    /// when the call takes too long or a stop is requested before it ends. While an abandoned call
+    /// for the same folder is still running, `call` is not started and the result is absent at
+    /// once. When an abandoned call returns a result, `late` is called with it on the thread of
+    /// that call.
     template <class Call, class Result = std::invoke_result_t<Call&>>
     std::optional<Result>
     answer(const std::filesystem::path& folder, Call call, const std::stop_token& stop,

@@ -300,6 +300,12 @@ TEST_F(FolderAccessTest, MigratesTheStorageSwitchOnce) {
     restart();
     EXPECT_EQ(access->grants()[0].purposes, FolderPurposes{applications});
     EXPECT_EQ(preferences.changes, changes) << "read-only preferences are not changed";
+
+    preferences.readOnly = false;
+    preferences.refuses = true;
+    restart();
+    EXPECT_EQ(access->grants()[0].purposes, FolderPurposes{applications}) << "full disk";
+    EXPECT_EQ(message(), "none");
 }
 
 TEST_F(FolderAccessTest, ReportsThatSavedAccessCannotBeRead) {
