@@ -24,6 +24,11 @@ public:
         if (!isRunning)
             tasks.start(run());
     }
+    /// Drops what is requested, and the result of a running reading.
+    void cancel() {
+        isWanted = false;
+        isCancelled = isRunning;
+    }
 
 private:
     QCoro::Task<void> run() {
@@ -39,7 +44,8 @@ private:
             }
             if (tasks.isStopping())
                 co_return;
-            if (value)
+            const bool isDropped = std::exchange(isCancelled, false);
+            if (value && !isDropped)
                 use(*std::move(value));
         }
         isRunning = false;
@@ -49,6 +55,7 @@ private:
     const std::function<void(Value)> use;
     bool isWanted = false;
     bool isRunning = false;
+    bool isCancelled = false;
     TaskScope tasks;
 };
 

@@ -25,6 +25,7 @@ bool KernelNetworkPath::start(Receive to) {
 
 void KernelNetworkPath::stop() {
     receive = nullptr;
+    reading.cancel();
     watch.reset();
     metered.reset();
     routes.reset();

@@ -1,5 +1,6 @@
 #include "platform/linux/KernelRoutes.h"
 
+#include "core/base/Error.h"
 #include "platform/linux/NetlinkAttributes.h"
 #include "platform/linux/NetlinkSocket.h"
 
@@ -55,7 +56,7 @@ split(std::span<const std::byte> body) {
     return std::pair(fields, body.subspan(sizeof fields));
 }
 
-/// Reads which radio a link has, which is only in the folder of its device.
+/// Reads whether a link is Wi-Fi or cellular, which only the folder of its device says.
 void readRadio(Link& link, const std::filesystem::path& devices) {
     std::error_code error;
     const auto folder = devices / link.name;
@@ -96,10 +97,13 @@ std::vector<Link> links(NetlinkSocket& kernel, const std::filesystem::path& devi
     Body body(fields);
     body.add(IFLA_EXT_MASK, &withoutStatistics, sizeof withoutStatistics);
     std::vector<Link> found;
-    kernel.ask(RTM_GETLINK, NLM_F_DUMP, body, [&](std::uint16_t type, const auto& message) {
+    const auto add = [&](std::uint16_t type, const auto& message) {
         if (auto link = type == RTM_NEWLINK ? linkOf(message) : std::nullopt)
             found.push_back(*std::move(link));
-    });
+    };
+    if (const int failure = kernel.ask(RTM_GETLINK, NLM_F_DUMP, body, add))
+        throw Error(std::string("The network interfaces can't be read: ") + std::strerror(failure)
+                    + ".");
     for (auto& link : found)
         if (link.kind.empty())
             readRadio(link, devices);

@@ -26,14 +26,18 @@ void set(int socket, int level, int option, const auto& value) {
     ::setsockopt(socket, level, option, &value, sizeof value);
 }
 
+Error failed(int error) {
+    return Error(std::string("The kernel can't be asked by netlink: ") + std::strerror(error)
+                 + ".");
+}
+
 } // namespace
 
 NetlinkSocket::NetlinkSocket(Protocol protocol)
     : socket(::socket(AF_NETLINK, SOCK_RAW | SOCK_CLOEXEC,
                       protocol == Protocol::routing ? NETLINK_ROUTE : NETLINK_GENERIC)) {
     if (!socket)
-        throw Error(std::string("The kernel can't be asked by netlink: ") + std::strerror(errno)
-                    + ".");
+        throw failed(errno);
     // Lets the kernel filter the routes of a table. Old kernels send the routes of all tables, so
     // the reader checks the table, too.
     set(socket.get(), SOL_NETLINK, NETLINK_GET_STRICT_CHK, 1);
@@ -42,15 +46,14 @@ NetlinkSocket::NetlinkSocket(Protocol protocol)
 
 int NetlinkSocket::ask(std::uint16_t type, std::uint16_t flags, std::span<const std::byte> body,
                        const Use& use) {
-    if (const int failure = send(type, flags, body))
-        return failure;
+    send(type, flags, body);
     int failure = 0;
     while (!receive(use, failure)) {
     }
     return failure;
 }
 
-int NetlinkSocket::send(std::uint16_t type, std::uint16_t flags, std::span<const std::byte> body) {
+void NetlinkSocket::send(std::uint16_t type, std::uint16_t flags, std::span<const std::byte> body) {
     nlmsghdr header{};
     header.nlmsg_len = static_cast<std::uint32_t>(sizeof header + body.size());
     header.nlmsg_type = type;
@@ -59,16 +62,17 @@ int NetlinkSocket::send(std::uint16_t type, std::uint16_t flags, std::span<const
     std::vector<std::byte> message(sizeof header + body.size());
     std::memcpy(message.data(), &header, sizeof header);
     std::ranges::copy(body, message.begin() + sizeof header);
-    return ::send(socket.get(), message.data(), message.size(), 0) < 0 ? errno : 0;
+    if (::send(socket.get(), message.data(), message.size(), 0) < 0)
+        throw failed(errno);
 }
 
 bool NetlinkSocket::receive(const Use& use, int& failure) {
     std::array<std::byte, std::size_t{32} * 1024> buffer;
     const ssize_t size = ::recv(socket.get(), buffer.data(), buffer.size(), 0);
-    if (size < 0) {
-        failure = errno;
-        return failure != EINTR;
-    }
+    if (size < 0 && errno == EINTR)
+        return false;
+    if (size < 0)
+        throw failed(errno);
     std::span<const std::byte> rest(buffer.data(), static_cast<std::size_t>(size));
     while (rest.size() >= sizeof(nlmsghdr)) {
         const auto header = netlinkAttributes::read<nlmsghdr>(rest);
@@ -76,7 +80,7 @@ bool NetlinkSocket::receive(const Use& use, int& failure) {
             break;
         const auto body = rest.first(header.nlmsg_len).subspan(sizeof header);
         rest = rest.subspan(std::min(rest.size(), aligned(header.nlmsg_len)));
-        // The rest of a reply to an earlier question that was not read to its end.
+        // This belongs to an earlier question, whose reply was not read to its end.
         if (header.nlmsg_seq != lastQuestion)
             continue;
         if (header.nlmsg_type == NLMSG_ERROR || header.nlmsg_type == NLMSG_DONE) {

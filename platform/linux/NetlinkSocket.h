@@ -27,7 +27,8 @@ public:
     explicit NetlinkSocket(Protocol protocol);
 
     /// Sends a question of this type, with NLM_F_… flags and a body, and calls `use` with each
-    /// message of the reply. Returns 0 or an error number.
+    /// message of the reply. Returns 0, or the error number with which the kernel replies. Throws
+    /// `Error` when the question can't be sent, or when no reply arrives for five seconds.
     int ask(std::uint16_t type, std::uint16_t flags, std::span<const std::byte> body,
             const Use& use);
 
@@ -35,8 +36,9 @@ public:
     static void discardAll(int socket);
 
 private:
-    int send(std::uint16_t type, std::uint16_t flags, std::span<const std::byte> body);
-    /// Reads one datagram. True when the reply has ended, `failure` is set then.
+    void send(std::uint16_t type, std::uint16_t flags, std::span<const std::byte> body);
+    /// Reads one datagram. Returns true when the reply has ended; `failure` is set if it ended with
+    /// an error.
     bool receive(const Use& use, int& failure);
 
     FileDescriptor socket;

@@ -27,6 +27,7 @@ bool WirelessLinks::start(Names names, Receive to) {
 
 void WirelessLinks::stop() {
     receive = nullptr;
+    reading.cancel();
     watch.reset();
     manager.reset();
     links.reset();

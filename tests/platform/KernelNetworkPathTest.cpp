@@ -51,6 +51,17 @@ struct KernelNetworkPathTest : testing::Test {
 
 } // namespace
 
+TEST_F(KernelNetworkPathTest, DropsAReadingThatBeganBeforeAStop) {
+    TIDEMARK_RUN_IN_NETWORK_NAMESPACE();
+    follow();
+    path.stop();
+    plugIn();
+    std::vector<std::string> labels;
+    path.start([&](const NetworkConnectionState& state) { labels.push_back(state.label()); });
+    test::until([&] { return !labels.empty(); });
+    EXPECT_EQ(labels.front(), "Ethernet");
+}
+
 TEST_F(KernelNetworkPathTest, FollowsRoutesLinksAndTunnels) {
     TIDEMARK_RUN_IN_NETWORK_NAMESPACE();
     follow();
