@@ -24,7 +24,8 @@ constexpr const char* noBus = "no message bus";
 
 constexpr std::chrono::seconds patience{3};
 
-/// A name on one of the two message buses.
+/// A service on one of the two message buses. Several may be for the same use, as one for each
+/// desktop; those have the same name here and follow each other.
 struct BusName {
     const char* name;
     const char* use;
@@ -36,11 +37,16 @@ constexpr auto busNames = std::to_array<BusName>({
     {"logind", "sleep and session", &MessageBus::system, "org.freedesktop.login1"},
     {"UPower", "power source and battery", &MessageBus::system, "org.freedesktop.UPower"},
     {"Power profiles", "low power mode", &MessageBus::system, "net.hadess.PowerProfiles"},
+    {"Power profiles", "low power mode", &MessageBus::system,
+     "org.freedesktop.UPower.PowerProfiles"},
     {"NetworkManager", "Wi-Fi and metered networks", &MessageBus::system,
      "org.freedesktop.NetworkManager"},
     {"BlueZ", "Bluetooth", &MessageBus::system, "org.bluez"},
     {"Service manager", "starts of applications", &MessageBus::session, "org.freedesktop.systemd1"},
     {"Screen saver", "screen sleep", &MessageBus::session, "org.freedesktop.ScreenSaver"},
+    {"Screen saver", "screen sleep", &MessageBus::session, "org.gnome.ScreenSaver"},
+    {"Screen saver", "screen sleep", &MessageBus::session, "org.cinnamon.ScreenSaver"},
+    {"Screen saver", "screen sleep", &MessageBus::session, "org.mate.ScreenSaver"},
     {"Status icons", "the icon beside the clock", &MessageBus::session,
      "org.kde.StatusNotifierWatcher"},
     {"Desktop portal", "appearance", &MessageBus::session, "org.freedesktop.portal.Desktop"},
@@ -79,12 +85,19 @@ public:
         }
     }
 
+    /// One report for each use: that of a service that answers, or else of the first.
     std::vector<ServiceReport> whenAnswered() {
         if (open > 0) {
             QTimer::singleShot(patience, &loop, &QEventLoop::quit);
             loop.exec();
         }
-        return reports;
+        std::vector<ServiceReport> found;
+        for (const auto& report : reports)
+            if (found.empty() || found.back().name != report.name)
+                found.push_back(report);
+            else if (report.state == answers)
+                found.back().state = answers;
+        return found;
     }
 
 private:

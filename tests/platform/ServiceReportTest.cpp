@@ -15,7 +15,8 @@ TEST(ServiceReport, ReportsWhichServicesAnswer) {
     const test::TemporaryFolder folder;
     const test::PrivateBus bus;
     auto service = bus.connect(u"service"_s);
-    ASSERT_TRUE(service.registerService(u"org.bluez"_s));
+    for (const auto& name : {u"org.bluez"_s, u"org.freedesktop.UPower.PowerProfiles"_s})
+        ASSERT_TRUE(service.registerService(name));
     auto variables = QProcessEnvironment::systemEnvironment();
     const QString root = QString::fromStdString(folder.path().native());
     for (const auto& name : {u"HOME"_s, u"XDG_DATA_HOME"_s, u"XDG_CONFIG_HOME"_s})
@@ -29,6 +30,7 @@ TEST(ServiceReport, ReportsWhichServicesAnswer) {
     const std::string report = doctor.readAllStandardOutput().toStdString();
     for (const char* state :
          {R"("name":"BlueZ","use":"Bluetooth","state":"answers")",
+          R"("name":"Power profiles","use":"low power mode","state":"answers")",
           R"("name":"UPower","use":"power source and battery","state":"not running")",
           R"("name":"Desktop portal","use":"appearance","state":"no message bus")"})
         EXPECT_TRUE(test::contains(report, state)) << report;
