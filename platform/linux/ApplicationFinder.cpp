@@ -68,7 +68,10 @@ std::optional<ClipApplication> ApplicationFinder::ofWindow(const std::vector<std
                                                            const std::vector<std::string>& classes,
                                                            std::optional<pid_t> process) {
     for (const auto& id : ids)
-        return entries.withId(id).value_or(ClipApplication{id, id});
+        if (auto application = entries.withId(id))
+            return application;
+    if (!ids.empty())
+        return ClipApplication{ids.front(), ids.front()};
     if (auto application = process ? ofUnit(unitOf(*process)) : std::nullopt)
         return application;
     for (const auto& name : classes)

@@ -52,6 +52,8 @@ TEST_F(ApplicationFinderTest, FindsTheEntryOfAWindowAndOfAProgram) {
     add("org.example.Tests", "Name=Tests\nExec=env A=1 \"/usr/bin/tidemark_platform_tests\" %f\n");
     EXPECT_EQ(id(finder.ofWindow({"org.example.Editor"}, {"other"})), "org.example.Editor=Editor");
     EXPECT_EQ(id(finder.ofWindow({"not.installed"}, {"ed"})), "not.installed=not.installed");
+    EXPECT_EQ(id(finder.ofWindow({"not.installed", "org.example.Editor"}, {})),
+              "org.example.Editor=Editor");
     EXPECT_EQ(id(finder.ofWindow({}, {"x", "ED"})), "org.example.Editor=Editor");
     EXPECT_EQ(id(finder.ofWindow({}, {"Org.Example.Editor"})), "org.example.Editor=Editor");
     EXPECT_EQ(id(finder.ofWindow({}, {"XTerm"})), "xterm=XTerm");
