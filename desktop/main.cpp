@@ -18,6 +18,7 @@
 #include <cstdlib>
 #include <memory>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <thread>
@@ -29,8 +30,8 @@ using namespace tidemark;
 constexpr int failed = 1;
 /// What the event loop, the locks, a capture and the connections to the display need.
 constexpr int neededDescriptors = 32;
-/// How many times the program tries to lock the data folder, which another recorder leaves or a
-/// command has for a moment. With the pauses in between, that takes fifteen seconds.
+/// How many times the program tries again to lock the data folder, which another recorder leaves or
+/// a command has for a moment. With the pauses in between, that takes fifteen seconds.
 constexpr int folderAttempts = 150;
 constexpr std::chrono::milliseconds folderPause{100};
 
@@ -136,8 +137,9 @@ int run(int count, char** arguments) {
 int main(int argc, char** argv) {
     limitThreadHeaps();
     desktopServices::ignoreRemoteDisplay();
-    if (const auto status = argc == 2 ? answered(argv[1]) : std::nullopt)
-        return *status;
+    for (const char* argument : std::span(argv, static_cast<std::size_t>(argc)).subspan(1))
+        if (const auto status = answered(argument))
+            return *status;
     if (!desktopServices::hasDisplay()) {
         complain("There is no display to open a window on; tidemark run records without one.");
         return failed;

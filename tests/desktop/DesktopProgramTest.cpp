@@ -107,6 +107,17 @@ TEST_F(Desktop, EndsWithOneSentenceWithoutADisplay) {
     }
 }
 
+TEST_F(Desktop, ReportsItsVersionBesideOtherOptionsAndWithoutADisplay) {
+    QProcess process;
+    auto variables = environment();
+    variables.insert(u"DISPLAY"_s, u""_s);
+    process.setProcessEnvironment(variables);
+    process.start(QString::fromUtf8(TIDEMARK_DESKTOP), {u"--background"_s, u"--version"_s});
+    process.waitForFinished(60'000);
+    EXPECT_EQ(process.exitCode(), 0);
+    EXPECT_TRUE(process.readAllStandardOutput().startsWith("tidemark-desktop "));
+}
+
 TEST_F(Desktop, LeavesTheHistoryWholeWhenTheDisplayIsLost) {
     const auto stuff = QString::fromStdString(folder.makeFolder("Stuff").native());
     ASSERT_EQ(command({u"folders"_s, u"add"_s, stuff}), 0);
