@@ -46,7 +46,8 @@ struct FolderSizeTable {
         Trend trend = Trend::unknown;
         /// The time of the measurement, and why the size is missing or partial; one line each.
         std::string help;
-        /// The label of the button that opens the row; empty for a row without children.
+        /// What opening or closing the row does, for a screen reader; empty for a row without
+        /// children.
         std::string toggle;
         /// For a row without children: whether it has none, or whether they were not recorded.
         /// Empty for other rows.

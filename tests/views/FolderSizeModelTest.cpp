@@ -61,6 +61,7 @@ TEST(FolderSizeModel, LoadsChildrenWhenARowIsOpenedAndKeepsThemInAnyOrder) {
     ASSERT_TRUE(model.canFetchMore(root));
     model.fetchMore(root);
     EXPECT_EQ(names(model, root), "b a c");
+    EXPECT_EQ(root.data(Qt::AccessibleDescriptionRole), "Toggle subfolder sizes");
 
     // It opens every row itself, which a model must not do while it is being reset.
     const QAbstractItemModelTester tester(&model,

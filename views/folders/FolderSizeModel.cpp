@@ -189,6 +189,8 @@ QVariant FolderSizeModel::data(const QModelIndex& index, int role) const {
         return column == Column::folder
                    ? spokenText(cellsAt(node).accessibleText, cellsAt(node).name, name())
                    : data(index, Qt::DisplayRole);
+    case Qt::AccessibleDescriptionRole:
+        return column == Column::folder ? wordsHere(cellsAt(node).toggle) : QVariant();
     case Qt::ToolTipRole:
         return tipOfRow(name(), cellsAt(node));
     case Qt::TextAlignmentRole:
