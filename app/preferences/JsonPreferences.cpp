@@ -52,7 +52,7 @@ JsonPreferences::JsonPreferences(const std::filesystem::path& file, Opening open
         load(clock);
     } catch (const FileError& error) {
         writable = false;
-        const std::string held = takeCopy() ? "a copy of them holds" : "the defaults hold";
+        const std::string held = takeCopy() ? "a copy of them is used" : "the defaults are used";
         const char* changes = isReadOnly() ? "" : " and changes are lost when Tidemark quits";
         loadProblem = "The settings can’t be read, so " + held + changes + ": " + error.what();
     }
@@ -71,8 +71,8 @@ void JsonPreferences::load(Clock& clock) {
         return;
     }
     if (isReadOnly()) {
-        loadProblem = takeCopy() ? "The settings are damaged, so a copy of them holds."
-                                 : "The settings are damaged, so the defaults hold.";
+        loadProblem = takeCopy() ? "The settings are damaged, so a copy of them is used."
+                                 : "The settings are damaged, so the defaults are used.";
         return;
     }
     const std::string aside = textFromBytes(setAside(clock).native());
@@ -81,7 +81,7 @@ void JsonPreferences::load(Clock& clock) {
     // settings were lost.
     save();
     loadProblem = "The settings were damaged and have been set aside as " + aside
-                  + (hasCopy ? "; a copy of them holds." : "; the defaults hold.");
+                  + (hasCopy ? "; a copy of them is used." : "; the defaults are used.");
 }
 
 std::filesystem::path JsonPreferences::setAside(Clock& clock) const {

@@ -29,7 +29,7 @@ struct NumberKey : PreferenceKey<std::int64_t> {
     std::int64_t most;
 };
 struct TextKey : PreferenceKey<std::string_view> {
-    /// Returns the fallback of this system, where systems differ; else null.
+    /// A function that returns the fallback of this system; null where systems do not differ.
     std::string_view (*systemFallback)() = nullptr;
 };
 /// A text that is not a choice is read as the fallback.
@@ -87,7 +87,7 @@ inline constexpr ChoiceKey recordingMode{
     {"recordingMode", "recording", "Whether anything is recorded"},
     detail::recordingModes,
     {"privateMode", "paused"},
-    // If recording was paused, it must not resume because the file was damaged.
+    // Damage of the file must not make a paused recording resume.
     "paused"};
 inline constexpr SwitchKey needsRecordingBaseline{
     {"needsRecordingBaseline", false, "The next capture is not compared with the one before",
@@ -98,7 +98,8 @@ inline constexpr SwitchKey settingsLost{
 inline constexpr ChoiceKey captureSchedule{
     {"captureSchedule", "halfHourly", "How often a capture is due"}, detail::captureSchedules};
 inline constexpr SwitchKey storageEnabled{
-    {"storageEnabled", true, "Measure the storage of folders; of an earlier release", true}};
+    {"storageEnabled", true, "Measure the storage of folders; a setting of an earlier release",
+     true}};
 
 // Screens.
 inline constexpr ChoiceKey historyTimeWindow{
@@ -174,7 +175,7 @@ inline constexpr NumberKey memoryClipboardDays{
     {"memoryClipboardDays", 7, "Days that clips are kept"}, 1, 3'650};
 inline constexpr TextKey memoryExcludedApps{
     {"memoryExcludedApps", "",
-     "Identifiers of applications whose launches and clips are not recorded, with commas"},
+     "Identifiers, separated by commas, of applications whose launches and clips are not recorded"},
     &detail::passwordManagers};
 
 /// All keys, except "privateUntil", which earlier releases stored and which is only removed.

@@ -69,14 +69,17 @@ public:
 private:
     void describeVersions() {
         const auto sentence = [](int count, std::string_view reason) {
-            return "Applications: the versions of " + std::to_string(count)
-                   + " applications could not be read, because " + std::string(reason)
-                   + ". They are excluded from comparisons.";
+            const bool isOne = count == 1;
+            return "Applications: "
+                   + (isOne ? "the version of 1 application"
+                            : "the versions of " + std::to_string(count) + " applications")
+                   + " could not be read, because " + std::string(reason)
+                   + (isOne ? ". It is" : ". They are") + " excluded from comparisons.";
         };
         if (withoutVersion > 0)
-            result.issues.push_back(sentence(
-                withoutVersion, "the records of their installation can't be read or are being "
-                                "changed"));
+            result.issues.push_back(
+                sentence(withoutVersion, "the records of installations can't be read or are being "
+                                         "changed"));
         if (ofUnknownForm > 0)
             result.notes.push_back(
                 sentence(ofUnknownForm, "the form of the package database is not supported"));

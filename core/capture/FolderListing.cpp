@@ -83,7 +83,7 @@ FileDescriptor FolderEntry::openFile() const {
     FileDescriptor file(
         ::openat(folder, name().c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
     if (!file)
-        throw FileError(path, "could not be opened", errno);
+        throw FileError::ofSystem(path, "could not be opened", errno);
     return file;
 }
 

@@ -65,7 +65,7 @@ std::string timeline(const HistoryReading& reading, const TimelineOptions& optio
         events.erase(events.begin() + *options.limit, events.end());
     const bool isNarrowed = !reading.history.merged().events.empty();
     return eventAnswer(events, reading, {options.json, options.ids},
-                       isNarrowed ? "Nothing of what was recorded is shown.\n"
+                       isNarrowed ? "The filters leave no event to show.\n"
                                   : "No changes have been recorded.\n");
 }
 

@@ -124,8 +124,8 @@ constexpr std::array textsOfInspector{
         "core", "Activity history couldn’t be opened. The existing file has not been replaced."),
     QT_TRANSLATE_NOOP("core",
                       "Activity history could not be saved. Activity history may be incomplete."),
-    QT_TRANSLATE_NOOP("core", "The settings are damaged, so a copy of them holds."),
-    QT_TRANSLATE_NOOP("core", "The settings are damaged, so the defaults hold."),
+    QT_TRANSLATE_NOOP("core", "The settings are damaged, so a copy of them is used."),
+    QT_TRANSLATE_NOOP("core", "The settings are damaged, so the defaults are used."),
     QT_TRANSLATE_NOOP("core", "Updated folder access couldn’t be saved."),
     QT_TRANSLATE_NOOP(
         "core",

@@ -1801,11 +1801,11 @@ Alle Änderungen, unabhängig von den Schwellen der Zeitleiste.</translation>
         <translation>Der Aktivitätsverlauf konnte nicht gesichert werden. Er kann unvollständig sein.</translation>
     </message>
     <message>
-        <source>The settings are damaged, so a copy of them holds.</source>
+        <source>The settings are damaged, so a copy of them is used.</source>
         <translation>Die Einstellungen sind beschädigt, deshalb gilt eine Kopie davon.</translation>
     </message>
     <message>
-        <source>The settings are damaged, so the defaults hold.</source>
+        <source>The settings are damaged, so the defaults are used.</source>
         <translation>Die Einstellungen sind beschädigt, deshalb gelten die Voreinstellungen.</translation>
     </message>
     <message>

@@ -167,7 +167,7 @@ TEST(JsonPreferences, UsesTheCopyInsteadOfADamagedFile) {
         EXPECT_EQ(read(preferences, preferenceKeys::recordingMode), "paused");
         EXPECT_EQ(preferences.boolean("flag"), true);
         EXPECT_FALSE(preferences.isLost());
-        EXPECT_NE(preferences.problem().value_or("").find("a copy of them holds"),
+        EXPECT_NE(preferences.problem().value_or("").find("a copy of them is used"),
                   std::string::npos);
     }
     EXPECT_EQ(JsonPreferences(file).problem(), std::nullopt) << "the file was written again";
@@ -224,7 +224,7 @@ TEST(JsonPreferences, OpenedForReadingChangesNoFile) {
         const bool isDamaged = !preferences.integer("a");
         EXPECT_EQ(preferences.problem(),
                   isDamaged ? std::optional<std::string>(
-                                  "The settings are damaged, so the defaults hold.")
+                                  "The settings are damaged, so the defaults are used.")
                             : std::nullopt);
         EXPECT_FALSE(preferences.note("a", true));
         EXPECT_EQ(preferences.boolean("a"), true);

@@ -154,8 +154,8 @@ TEST(ApplicationFormats, AnApplicationWithoutAReadableVersionIsNotCompared) {
     machine.root.write("var/lib/dpkg/updates/0000", "");
     const auto busy = machine.capture();
     EXPECT_EQ(busy.coverage.issues,
-              Texts{"Applications: the versions of 1 applications could not be read, because the "
-                    "records of their installation can't be read or are being changed. They are "
+              Texts{"Applications: the version of 1 application could not be read, because the "
+                    "records of installations can't be read or are being changed. It is "
                     "excluded from comparisons."});
     EXPECT_EQ(busy.applications->size(), 1U);
     EXPECT_TRUE(EventBuilder::build(before, busy).empty());
