@@ -27,7 +27,7 @@ inline void writeEntries(const TemporaryFolder& folder, std::initializer_list<co
 struct LaunchesByWindows {
     LaunchesByWindows(
         WindowApplications::Server server, std::shared_ptr<GraphicalSessions> sessions,
-        const TemporaryFolder& entries, std::function<void()> beforeReading = [] {})
+        const TemporaryFolder& entries, const std::function<void()>& beforeReading = [] {})
         : windows(*new WindowApplications({.server = server,
                                            .sessions = std::move(sessions),
                                            .clock = clock,

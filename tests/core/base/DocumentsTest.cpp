@@ -2,6 +2,7 @@
 
 #include "core/activity/SystemActivityStore.h"
 #include "core/base/FolderLock.h"
+#include "core/growth/StorageHistoryStore.h"
 #include "core/journal/JournalStore.h"
 #include "core/memory/MemoryHistoryStore.h"
 #include "core/storage/MeasurementCache.h"
@@ -58,6 +59,10 @@ const struct Writer {
          MeasurementCache cache(file, guard);
          cache.store(Shared(std::move(record)), 0);
          cache.save();
+     }},
+    {"storage-history.json",
+     [](const fs::path& file, const FolderGuard& guard) {
+         StorageHistoryStore(file, guard).save({});
      }},
     {"memory-payloads/made",
      [](const fs::path& file, const FolderGuard& guard) {
