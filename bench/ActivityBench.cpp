@@ -20,7 +20,8 @@ namespace {
 constexpr int runs = 51;
 constexpr std::size_t appended = 100;
 
-/// Records of all kinds, with as many losses of the Wi-Fi link as there can be.
+/// Records of lost connections, of the Wi-Fi link and of volumes in turn; each of the link is a
+/// loss.
 std::vector<Shared<SystemActivity>> fullHistory() {
     const auto online = NetworkConnectionState::make(
         NetworkConnectionState::Availability::available, {NetworkConnectionState::Interface::wifi});
@@ -67,7 +68,7 @@ void appending(MeasuredLoop& loop, const std::filesystem::path& file) {
     loop.runUntil([&] { return shown() == 1; });
     rows("opening 2,000 records", loop.longest);
 
-    // First one after the other, then all at once.
+    // Records are appended first one after the other, then all at once.
     const auto append = [&] { workspace.post(notification::willSleep); };
     loop.longest = {};
     const double duration = seconds([&] {

@@ -34,10 +34,10 @@ private:
 /// observed; a capture finds the made-up machine. Main thread only.
 class DemoRecorder {
 public:
-    /// Writes `history` into `folder`, which must exist.
+    /// Writes the journal of `history` into `folder`, which must exist.
     DemoRecorder(const std::filesystem::path& folder, MadeUpHistory history, Date now);
 
-    /// Reads the history that was written.
+    /// Shows the history, without asking for the folders first.
     QCoro::Task<void> open();
     /// Asks for the folders, as at the first start of all.
     QCoro::Task<void> setUp();

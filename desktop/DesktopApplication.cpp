@@ -10,7 +10,7 @@ DesktopApplication::DesktopApplication(const RecorderPlaces& where)
 DesktopApplication::~DesktopApplication() = default;
 
 QCoro::Task<void> DesktopApplication::start(Recorder& recorder) {
-    // The window shows what fails there.
+    // The window shows what fails during the start.
     co_await recorder.model().start();
 }
 

@@ -29,7 +29,7 @@ public:
     explicit DesktopWindows(Recorder& recorder);
 
     void showWindow();
-    /// Shows an event in the main window, if it is still there.
+    /// Shows the main window, and in it the event with this identifier if the history has it.
     void showEvent(const std::string& id);
     void showSearch();
     void showSettings();

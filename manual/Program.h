@@ -16,7 +16,8 @@ struct Family {
     std::string_view name;
     CommandGroup group{};
     std::string_view summary;
-    /// The command that the first word alone carries out; null if it needs a second word.
+    /// The command of one word, else that of `commands` which has the summary of the family: the
+    /// first word alone carries it out if it `answersFamily`.
     const Command* alone = nullptr;
     /// The commands with a second word.
     std::vector<const Command*> commands{};
@@ -62,7 +63,7 @@ struct Continuation {
     std::vector<Word> words{};
 };
 
-/// One for the program alone, and one for each command.
+/// One for the program alone, one for each first word, and one for each command of two words.
 std::vector<Continuation> continuations(const Program& program);
 
 /// The names of an option as they are written: "-o" and "--output". None if it has no name.

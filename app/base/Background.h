@@ -20,7 +20,8 @@ enum class WorkPriority { utility, userInitiated };
 
 namespace detail {
 
-/// Runs a function on the pool and resumes on the main thread.
+/// Runs a function on `pool`, or on the common pool of its priority if that is null, and resumes on
+/// the main thread.
 struct PoolWait {
     // Pointers, because GCC 12 copies an awaiter that is not a temporary: all copies must refer to
     // the same work and the same exception.
@@ -35,15 +36,17 @@ struct PoolWait {
     void await_resume() const {}
 };
 
-/// Runs a function on the pool for utility work, or at once where no thread can be started.
+/// Runs a function on the common pool for utility work, or on the calling thread when that pool has
+/// no thread and none can be started.
 void startOnPool(const std::function<void()>& work);
 
 } // namespace detail
 
-/// Calls `work` with `stop` on a thread of `pool`, or of a common pool if that is null. The
-/// awaiting coroutine is resumed on the main thread with the result or the exception of `work`.
-/// Throws `Error` at once when no thread can be started. `work` has to check `stop` itself, and
-/// is destroyed on the main thread. A pool of one thread runs its work in the order of the calls.
+/// Calls `work` with `stop` on a thread of `pool`, or of the common pool of the priority if that is
+/// null. The awaiting coroutine is resumed on the main thread with the result or the exception of
+/// `work`. Throws `Error` without calling `work` when the pool has no thread and none can be
+/// started. `work` has to check `stop` itself, and is destroyed on the main thread. A pool of one
+/// thread runs its work in the order of the calls.
 template <class Work, class Result = std::invoke_result_t<Work&, const std::stop_token&>>
 QCoro::Task<Result> runInBackground(Work work, std::stop_token stop = {},
                                     WorkPriority priority = WorkPriority::utility,
@@ -70,7 +73,7 @@ QCoro::Task<Result> runInBackground(Work work, std::stop_token stop = {},
         co_return std::move(*result);
 }
 
-/// Destroys a large value on a thread of the pool.
+/// Destroys a large value on a thread of the common pool for utility work.
 template <class T>
 void releaseInBackground(T value) {
     detail::startOnPool([held = std::make_shared<T>(std::move(value))]() mutable { held.reset(); });

@@ -40,7 +40,8 @@ public:
     [[nodiscard]] Token observe(Notification notification, Callback callback);
 
     /// Calls the observers in the order in which they were added. An observer that is removed
-    /// during the call is not called any more; one that is added is called from the next call on.
+    /// during the call is not called any more; one that is added is called from the next
+    /// notification on.
     ///
     /// A notification that is posted during another one, as when an observer runs the event loop,
     /// is delivered right after it: every observer gets all notifications in the same order.

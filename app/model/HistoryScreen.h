@@ -18,8 +18,8 @@ namespace tidemark {
 /// histories of thousands of events takes long, so it is done only when something changed, and each
 /// step has a part of its own: the user's place (`HistoryNavigation`), the events of all sources
 /// (`HistoryMerge`), those that are shown there (`HistoryPresentation`, `StateComparisons`), and
-/// the selected event (`EventSelection`). Follows the state and the settings; observers of the
-/// state that are added later find it up to date. Main thread only.
+/// the selected event (`EventSelection`). Follows the state and the settings; an observer that
+/// is connected to the state after this screen finds the screen up to date. Main thread only.
 class HistoryScreen : public Observable {
     Q_OBJECT
 
@@ -32,7 +32,8 @@ public:
     HistoryScreen(ModelState& state, Preferences& preferences, AppClock& clock,
                   const TaskScope& tasks, bool isMerging = true);
 
-    /// The merged history; may be read on any thread.
+    /// The merged history. A copy of the pointer may be read on any thread, because the object is
+    /// replaced and never changed.
     const std::shared_ptr<const MergedHistory>& history() const { return merge.history(); }
     /// Incremented with every change of the merged history.
     std::uint64_t historyRevision() const { return merge.revision(); }
@@ -76,7 +77,8 @@ public:
     void navigate(WorkspaceDestination to, bool clearSearch);
     /// See `HistoryNavigation::toggleFilter`.
     void toggleSystemFilter(WorkspaceDestination filter);
-    /// Goes to the place of the event and selects it.
+    /// Goes to the place of the event, sets the time window to the whole history, which is stored
+    /// as by `setRange`, and selects the event.
     void openEvent(const Shared<Event>& event);
 
     // The open named snapshot.
@@ -100,7 +102,8 @@ public:
     /// The captures that are compared; absent when none are.
     std::optional<CapturePair> comparedCaptures() const;
 
-    /// Shows the last week, which contains imported records, without a search.
+    /// Goes to the timeline of the last week, which contains imported records, without a search.
+    /// The time window is stored as by `setRange`.
     void showImported();
     /// Opens a snapshot that was just saved. Filters and search stay.
     void showSaved(const Uuid& id);

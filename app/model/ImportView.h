@@ -35,7 +35,8 @@ struct ImportView {
     static ImportView of(const InstallationPreview& preview, bool includeRoutine,
                          const std::set<std::string>& importedIDs, bool busy);
 
-    /// The records that can be imported.
+    /// The records of the preview, also those that were imported before; those of routine
+    /// maintenance only with `includeRoutine`.
     static std::vector<InstallationRecord> candidates(const InstallationPreview& preview,
                                                       bool includeRoutine);
 };

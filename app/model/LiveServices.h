@@ -16,7 +16,7 @@ public:
     virtual QCoro::Task<void> loadMemory() = 0;
     virtual void startActivityMonitors() = 0;
     virtual void startMemory() = 0;
-    /// Stops all recording, for a pause or at the end of the program.
+    /// Stops the monitors and the memory history, for a pause or at the end of the program.
     virtual void stop() = 0;
     /// Set when the memory history has stopped after a failure.
     virtual std::optional<std::string> memoryFailure() const = 0;

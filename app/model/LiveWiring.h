@@ -28,15 +28,15 @@ public:
         AppClock& clock = AppClock::system();
         /// Started and stopped in this order.
         std::vector<ActivityMonitor*> monitors{};
-        /// Returns the present state of the battery; absent while its history is turned off and
-        /// without one.
+        /// Reads the present state of the battery. Its result is absent on a machine without a
+        /// battery and while the history of the battery is turned off.
         PowerActivityMonitor::ReadBattery battery = PowerActivityMonitor::noBattery;
     };
 
     explicit LiveWiring(Setup setup);
     ~LiveWiring() override;
 
-    /// Waits until all records are on disk.
+    /// Waits until every accepted record has been written or could not be written.
     QCoro::Task<void> writer();
 
     QCoro::Task<void> loadMemory() override { return memory.load(); }

@@ -6,8 +6,8 @@ namespace tidemark {
 
 class ComponentStorageScanner;
 
-/// Observes this machine in the background and reports the progress. Both arguments must outlive
-/// all observations.
+/// Returns a function that observes this machine in the background and reports the progress. Both
+/// arguments must outlive all its observations.
 Observe machineObservation(ComponentStorageScanner& scanner, CaptureProgress& progress);
 
 } // namespace tidemark

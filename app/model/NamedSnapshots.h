@@ -31,12 +31,15 @@ public:
     /// Why the capture or the save failed.
     Published<std::optional<std::string>> snapshotError{this};
 
-    /// Begins naming and takes the capture. Does nothing while another operation is running.
+    /// Begins naming and takes the capture. Does nothing while recording is paused or another
+    /// operation is running.
     QCoro::Task<void> beginSavedSnapshot();
-    /// Takes the capture again, after a failure.
+    /// Takes the capture, and sets `snapshotDraft` or `snapshotError`. Called again when the
+    /// user retries after a failure. Does nothing unless naming has begun.
     QCoro::Task<void> prepareSnapshotDraft();
-    /// Saves the draft under a name of at most `longestName` characters and shows it. If that
-    /// fails, returns false, and the draft and the journal are unchanged.
+    /// Saves the draft under the name, cut to `longestName` characters, and shows it. Returns false
+    /// without a draft, with a blank name, or when saving fails; the draft and the journal are
+    /// unchanged then.
     QCoro::Task<bool> saveNamedSnapshot(std::string name);
     /// Ends naming. A running capture is dropped.
     void cancelSavedSnapshot();

@@ -33,7 +33,8 @@ QCoro::Task<void> RecorderRuns::open(bool recording) {
         qCWarning(capturesLog, "When the recorder ran is not known: %s", error.what());
         co_return;
     }
-    // A program that ends during its start records nothing, and has no later moment for `close`.
+    // A program that ends during its start records nothing: `close` is not called any more, so the
+    // end would be missing.
     if (!recording || state.isEnding)
         co_return;
     isRecording = true;
@@ -79,7 +80,7 @@ QCoro::Task<void> RecorderRuns::save() {
     try {
         co_await runInBackground(write, {}, WorkPriority::utility, &thread);
     } catch (const std::exception& error) {
-        // Nothing is lost: this record is written again together with the next one.
+        // This record stays in `known` and is written again together with the next one.
         qCWarning(capturesLog, "When the recorder ran is not stored: %s", error.what());
     }
 }

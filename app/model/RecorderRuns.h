@@ -16,9 +16,10 @@
 
 namespace tidemark {
 
-/// Records when recording began, paused and ended, in the document "recorder-runs.json", so that a
-/// gap between captures can be explained. A document that can't be read is never written; gaps are
-/// then shown without a reason. Main thread only.
+/// Records when recording began, paused, resumed and ended, and that it ran at each capture, in the
+/// document "recorder-runs.json", so that a gap between captures can be explained. A document that
+/// can't be read is never written; gaps are then explained by the records of sleep alone. Main
+/// thread only.
 class RecorderRuns : public Observable {
     Q_OBJECT
 
@@ -33,7 +34,8 @@ public:
     /// Reads the records. With `recording`, adds that recording has begun, and follows pauses and
     /// captures from then on; without it, changes nothing on disk. Does not throw.
     QCoro::Task<void> open(bool recording);
-    /// Adds that recording ends, at once: the program is ending.
+    /// Adds that recording has ended, if `open` added that it began. Called when the program ends;
+    /// the document is written in the background.
     void close();
 
     const std::vector<RecorderRun>& records() const { return known; }

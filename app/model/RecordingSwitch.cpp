@@ -14,7 +14,8 @@ void RecordingSwitch::restore() {
     const auto stored = read(preferences, preferenceKeys::recordingMode);
     const auto mode = json::fromRawValue<RecordingMode>(stored).value_or(RecordingMode::recording);
     state.recordingMode = mode;
-    // Recording counts as paused after the settings were lost, and no note of a pause is left.
+    // When the settings were lost, the mode is read as paused, and the note that a pause began was
+    // lost as well.
     if (preferences.isLost() && mode == RecordingMode::paused)
         preferences.note(preferenceKeys::needsRecordingBaseline.name, true);
     preferences.note(modeKey, std::string(rawValue(mode)));

@@ -17,7 +17,8 @@ public:
 
     /// Reads the stored mode, also in the form of an earlier release.
     void restore();
-    /// False while the journal is being changed by another operation than a capture.
+    /// False while the history is being read, saved or imported into, and while a snapshot is being
+    /// named. A running capture does not prevent the change.
     bool canChange() const;
     void set(RecordingMode mode);
 

@@ -25,7 +25,7 @@ public:
     StateComparisons(const TaskScope& tasks, Finished finished);
 
     /// The differences from `before` to `after`, if they are known; otherwise starts their
-    /// comparison, unless it is running.
+    /// comparison, unless it is running. Either way the comparison of another pair is dropped.
     std::optional<Differences> known(const Shared<Snapshot>& before, const Shared<Snapshot>& after);
     bool isRunning() const { return running.has_value(); }
     /// Drops a running comparison.

@@ -40,7 +40,8 @@ public:
     BatteryActivityMonitor(const Surroundings& surroundings, Sources sources);
     ~BatteryActivityMonitor() override;
 
-    /// Absent where the power source or the low power mode can be observed.
+    /// Why neither the power source nor the low power mode can be observed; absent where one can,
+    /// and while this is not following.
     Absence absence() const override;
 
     /// The present reading; absent without a battery and while this is off. While nothing is known
@@ -60,7 +61,7 @@ private:
     LowPowerModeHistory lowPowerHistory;
     std::unique_ptr<BatterySource> battery;
     std::unique_ptr<LowPowerModeSource> lowPowerMode;
-    /// Requested when a reading is there, or when there will be none.
+    /// Its stop is requested when a reading is there, or when there will be none.
     std::stop_source waitingForReading;
     SettlingTimer settling{clock(), tasks};
 };

@@ -39,7 +39,7 @@ private:
     const std::unique_ptr<BluetoothSource> bluetooth;
     BluetoothPowerHistory power;
     BluetoothConnectionHistory connections;
-    /// A timer for each device, by its address, whose change is not yet accepted.
+    /// A timer for each device whose change is not yet accepted, by the address of the device.
     std::map<std::string, SettlingTimer> timers;
     /// True when the paired devices have been read since the radio is on.
     bool isFollowingDevices = false;

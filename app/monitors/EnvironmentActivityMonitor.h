@@ -23,8 +23,8 @@ public:
     template <class Source>
     using Create = std::function<std::unique_ptr<Source>(std::function<void()> didChange)>;
 
-    /// Functions that create the sources, which do not return null, and those that read the
-    /// volumes.
+    /// The functions that create the sources, none of which returns null, and the functions that
+    /// read the volumes.
     struct Sources {
         Create<VolumeSource> volumes;
         Create<DisplaySource> displays;

@@ -16,8 +16,8 @@ namespace tidemark {
 
 /// The only writer of the activity file. It makes the records of sleep and wake itself; other
 /// monitors pass theirs to `record`. The file is read and written on a thread of its own, one
-/// record after the other, so that a slow disk blocks nothing. Accepted records are always written:
-/// after `stop` writing continues, and the destructor waits for it. Main thread only.
+/// record after the other, so that a slow disk blocks nothing. Writing continues after `stop`, and
+/// the destructor waits for it. Main thread only.
 class PowerActivityMonitor final : public QObject {
     Q_OBJECT
 
@@ -35,8 +35,8 @@ public:
         std::function<void(Records)> didRecord = [](const auto&) {};
         /// Called when a record could not be written and is lost.
         std::function<void(const std::exception&)> didFail = [](const auto&) {};
-        /// Returns the present state of the battery; absent without one. After a wake it may take
-        /// some seconds until that is known.
+        /// Reads the present state of the battery; the result is absent without a battery. After a
+        /// wake this may take some seconds.
         ReadBattery battery = noBattery;
     };
 

@@ -71,7 +71,7 @@ protected:
     bool isFollowing() const { return phase == Phase::following; }
     /// True while it is started and its setting is on, also during a sleep of the machine.
     bool isOn() const;
-    /// Passes a record on while following; afterwards does nothing.
+    /// Passes a record on while following; otherwise does nothing.
     void record(SystemActivity activity);
     AppClock& clock() const { return surroundings.clock; }
     const Preferences& preferences() const { return surroundings.preferences; }

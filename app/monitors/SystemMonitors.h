@@ -14,8 +14,9 @@ struct Monitors {
     /// In the order in which they are started and stopped. They follow nothing before they are
     /// started.
     std::vector<std::unique_ptr<ActivityMonitor>> all;
-    /// Returns the present state of the battery; absent while its history is turned off and without
-    /// one. Uses the monitors, so it must not be called after their end.
+    /// Reads the present state of the battery. Its result is absent on a machine without a battery
+    /// and while the history of the battery is turned off. Uses the monitors, so it must not be
+    /// called after they were destroyed.
     PowerActivityMonitor::ReadBattery battery = PowerActivityMonitor::noBattery;
 };
 

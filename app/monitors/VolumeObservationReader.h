@@ -34,8 +34,8 @@ public:
     VolumeObservationReader(const VolumeObservationReader&) = delete;
     VolumeObservationReader& operator=(const VolumeObservationReader&) = delete;
 
-    /// The volumes by their mount points. Absent when they can't be listed, and when `stop` was
-    /// requested, which is checked before each volume.
+    /// The volumes by their mount points. Absent when they can't be listed, after `end`, and when
+    /// `stop` was requested, which is checked before each volume.
     QCoro::Task<std::optional<EnvironmentHistory::Entries>> read(std::stop_token stop);
     /// Makes running and further readings end at once without a result.
     void end() { tasks.requestStop(); }
@@ -46,13 +46,14 @@ private:
     QCoro::Task<std::optional<EnvironmentHistory::Entries>> readAll(std::stop_token stop);
     QCoro::Task<std::optional<VolumeContext>> details(std::filesystem::path path);
     /// Calls `work` on the thread and then `use` on the main thread. Returns false when that took
-    /// too long; `use` is called even after that. Neither may refer to anything that this object
-    /// does not keep alive.
+    /// too long, and after `end`; `use` is called even then, when `work` has returned. When no
+    /// thread can be started, calls only `use` and returns false. Neither may refer to anything
+    /// that this object does not keep alive.
     QCoro::Task<bool> inTime(Work work, Work use);
 
     const VolumeReading reading;
     AppClock& clock;
-    /// Replaced when its thread does not return.
+    /// Replaced when its thread does not return in time.
     std::unique_ptr<WorkerPool> thread;
     /// Lets the threads call functions on the main thread while this object exists.
     MainThreadCalls calls;

@@ -26,7 +26,8 @@ public:
     WiFiContext context(const WiFiDetails::Reading& reading) const;
 
     Published<bool> permissionGranted{this};
-    /// What the user has to do so that names can be read; empty while they are turned off.
+    /// That names can be read, or what the user has to do so that they can; empty while names are
+    /// turned off.
     Published<std::string> status{this};
     /// Called after the setting or the permission has changed.
     std::function<void()> changed = [] {};

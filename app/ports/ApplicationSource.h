@@ -36,8 +36,8 @@ public:
 
     virtual ~ApplicationSource() = default;
 
-    /// Starts to follow. Applications that run already are not reported as launched. Called first
-    /// or after `stop`.
+    /// Starts to follow. Applications that run already are not reported as launched. May be called
+    /// once, and again after `stop`.
     virtual void start(Report report) = 0;
     /// `report` is not called any more.
     virtual void stop() = 0;

@@ -17,7 +17,8 @@ public:
     enum class State {
         /// Nothing is known yet, or not any more.
         unknown,
-        /// The system has no service that reports power sources; `absence` says which.
+        /// The system has no service that reports power sources; `absence` says which one is
+        /// missing.
         unavailable,
         following,
     };

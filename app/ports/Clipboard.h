@@ -20,8 +20,8 @@ struct ClipboardAccess {
     bool operator==(const ClipboardAccess&) const = default;
 };
 
-/// The clipboard of the user's session. When a session ends or begins, only its `ClipboardAccess`
-/// changes. Nothing blocks. Main thread only.
+/// The clipboard of the user's session. It may be watched while no session exists; when
+/// a session begins or ends, the `ClipboardAccess` changes. No call blocks. Main thread only.
 class Clipboard {
 public:
     using Copied = std::function<void(CopiedItem)>;

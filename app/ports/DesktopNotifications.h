@@ -20,7 +20,7 @@ public:
     };
 
     /// Shows a notification in place of the last one of this object, if that is still shown. Does
-    /// not block. Where nothing shows notifications at present, none is shown later either.
+    /// not block. Where nothing shows notifications at present, the notification is dropped.
     virtual void show(Notification notification) = 0;
 };
 

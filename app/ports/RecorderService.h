@@ -6,8 +6,8 @@
 namespace tidemark {
 
 /// The recorder without windows as a service, which the system starts with the user's session. For
-/// programs without an event loop: each function blocks until the system has answered, and throws
-/// `Error` when it can't or there is no such service.
+/// programs without an event loop: each function except `isEnabledByFiles` blocks until the system
+/// has answered, and throws `Error` when the system can't do it or has no such service.
 class RecorderService {
 public:
     enum class Activity { stopped, starting, running, failed };

@@ -18,9 +18,10 @@ namespace tidemark {
 class NotificationCenter;
 }
 
-/// Creates the implementations of the ports for this system, but for those of the monitors
-/// (`systemMonitors`). Each system defines these functions in one source file, the only one that
-/// chooses its adapters. A source that this system does not have is null.
+/// Creates the implementations of the ports for this system, except for those of the monitors
+/// (`systemMonitors`) and those that only windows need (DesktopServices.h). Each system defines
+/// these functions in one source file, the only one that chooses these adapters. A port that this
+/// system does not have is null.
 namespace tidemark::systemServices {
 
 /// `notifications` must outlive the source.
@@ -43,6 +44,7 @@ std::unique_ptr<DesktopNotifications> desktopNotifications();
 /// Why no notifications can be shown in the present session, as a sentence; absent when they can,
 /// as far as that is known before one is shown. An empty text where `desktopNotifications` is null.
 std::optional<std::string> desktopNotificationsAbsence();
+/// Whether `fileIndex` returns one.
 bool hasFileIndex();
 /// Null where this release has none for the system.
 std::unique_ptr<FileIndex> fileIndex();

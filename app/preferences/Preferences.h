@@ -47,13 +47,13 @@ public:
         return removeOrForget(key);
     }
 
-    /// True when nothing can be stored.
+    /// True when the settings were opened for reading only, so that nothing can be stored.
     virtual bool isReadOnly() const { return false; }
     /// True when there were settings but none could be read, so that the choices of the user are
     /// not known. Stored until the key `preferenceKeys::settingsLost` is removed.
     virtual bool isLost() const { return false; }
-    /// A problem to report to the user, as a sentence: the file was damaged and set aside, or can't
-    /// be written at present.
+    /// A problem to report to the user, as a sentence: the file could not be read, was damaged, or
+    /// can't be written at present.
     virtual std::optional<std::string> problem() const { return std::nullopt; }
     /// False after a change could not be stored, until one is stored.
     virtual bool isStored() const { return true; }

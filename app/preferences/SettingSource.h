@@ -8,7 +8,8 @@
 
 namespace tidemark {
 
-/// A source of records that settings control and that a system or a build may lack.
+/// What settings control and a system or a build may lack: a source of records, or a way to show
+/// something (`notifications`, `windows`).
 enum class SettingSource {
     formulas,
     diagnosticReports,

@@ -39,10 +39,11 @@ public:
     Published<bool> searching{this};
     /// At most `HistoryMatches::limit`, newest first.
     Published<std::vector<Shared<Event>>> results{this};
-    /// The identifier of one of the results.
+    /// The identifier of one of the results; absent without results.
     Published<std::optional<std::string>> selection{this};
 
-    /// Moves the selection by so many results, at most to the first or the last.
+    /// Moves the selection by `delta` results, towards older ones if positive; at most to the first
+    /// or the last.
     void moveSelection(std::ptrdiff_t delta);
     void openSelected() const;
 

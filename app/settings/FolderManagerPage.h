@@ -19,7 +19,7 @@ struct FolderManagerPage {
     static constexpr std::string_view later = "You can finish setup later.";
     static constexpr std::string_view finish = "Continue";
 
-    /// A recommended folder or one that is monitored.
+    /// A recommended folder or one that the user added.
     struct Row {
         /// What the button of the row does.
         enum class Action { none, allow, setUpAccess };
@@ -28,7 +28,8 @@ struct FolderManagerPage {
         /// True for the folder's own name; false for words of this program.
         bool isNamed = false;
         std::string path;
-        /// The identifier of the grant; absent for a folder that is not monitored.
+        /// The identifier of the folder's grant; absent without one. A folder whose grant has no
+        /// purpose is not monitored.
         std::optional<Uuid> grant;
         bool isMonitored = false;
         /// Whether the folder can be read; empty for one that is not monitored and was not checked.

@@ -5,8 +5,8 @@
 
 namespace tidemark {
 
-/// Why a place of the sidebar is always empty on this system, as a sentence; absent for a place
-/// that can have events.
+/// Why a place of the sidebar gets no new events on this system, as a sentence; absent for a place
+/// that can get some.
 std::optional<std::string> absentSourceOf(WorkspaceDestination place,
                                           const SettingSources& sources);
 

@@ -14,7 +14,7 @@ class UpdateController : public Observable {
     Q_OBJECT
 
 public:
-    /// The functions of the framework. Changes of its state are reported by `refresh`.
+    /// The functions of the framework. When its state changes, `refresh` has to be called.
     struct Framework {
         /// Starts its scheduled checks. Throws `Error`.
         std::function<void()> start;
@@ -49,9 +49,10 @@ public:
     Published<bool> automaticDownloads{this};
     Published<std::optional<std::string>> error{this};
 
-    /// Does nothing in a build without updater, and on further calls.
+    /// Starts the framework; sets `error` if that fails. Does nothing in a build without an updater
+    /// and after a start that succeeded.
     void start();
-    /// Reads the state of the framework.
+    /// Reads the state of the framework, if it has been started.
     void refresh();
     void checkForUpdates();
     void setAutomaticChecks(bool on);

@@ -30,7 +30,8 @@ struct FolderHolder {
 /// `FolderHolder`; the lock itself does not depend on that number.
 class FolderLock {
 public:
-    /// Locks an existing folder, without waiting. Throws `FileError` when the lock file can't be
+    /// Locks an existing folder. Doesn't wait for the end of another owner, only up to 20 ms for
+    /// processes that are in `holder`. Throws `FileError` when the lock file can't be
     /// created or locked, as in a folder without write permission.
     static std::expected<FolderLock, FolderHolder> take(const std::filesystem::path& folder);
 

@@ -54,9 +54,9 @@ struct StorageFileMetadata {
     std::int64_t blocks = 0;
     /// Device and inode are the identity of a file while it exists.
     FileVersion version;
-    /// When the file was created; absent where the file system does not store it. Together with
-    /// device and inode it identifies a file over time; these two alone don't, because the inode of
-    /// a removed file is reused.
+    /// When the file was created; absent where the file system does not store it, and on Linux
+    /// always after readEntry(). Together with device and inode it identifies a file over time;
+    /// these two alone don't, because the inode of a removed file is reused.
     std::optional<FileTime> birth;
 
     bool isDirectory() const { return S_ISDIR(mode); }

@@ -9,8 +9,8 @@
 #include <optional>
 #include <string>
 
-/// Facts about the operating system that the core needs. One source file per system. Values that
-/// the system doesn't report are absent, not guessed.
+/// Facts about the operating system that the core needs. One source file per system. Optional
+/// values that the system doesn't report are absent, not guessed.
 namespace tidemark::SystemFacts {
 
 /// The home directory of the user that the process runs as, without a slash at its end: `variable`,
@@ -23,7 +23,8 @@ std::filesystem::path homeDirectory();
 /// os-release(5) and the kernel release of uname(2).
 OperatingSystemObservation collectOperatingSystem();
 /// The same, read from the files of `machine`. On Linux the build is absent for another machine
-/// than this one, because its kernel is not running. Absent when its files have no version.
+/// than this one, because its kernel is not running. Absent when the files of another machine
+/// have no version.
 std::optional<OperatingSystemObservation> readOperatingSystem(const MachineFiles& machine);
 
 /// The free space of a volume, and the volume's identity: only free space of the same volume is
@@ -38,7 +39,7 @@ struct VolumeSpace {
 };
 VolumeSpace volumeSpace(const std::filesystem::path& path);
 
-/// Whether `path` is a mount point. Absent when the status of the path can't be read.
+/// Whether `path` is a mount point. Absent when the system does not say so.
 std::optional<bool> isMountRoot(const std::filesystem::path& path);
 
 /// Properties of the volume that contains `path`. A volume without a name gets the last component

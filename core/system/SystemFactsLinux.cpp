@@ -56,7 +56,7 @@ std::optional<MountEntry> mountOf(const fs::path& path) {
                              canonical.native(), device);
 }
 
-/// udev writes characters that a file name can't hold as "\x20".
+/// The name without the escapes that udev writes for some characters, such as "\x20" for a space.
 std::string unescapedLinkName(std::string_view name) {
     const auto value = [](char digit) {
         return digit >= '0' && digit <= '9'   ? digit - '0'

@@ -7,15 +7,15 @@
 namespace tidemark {
 
 /// The headline of an event. It is made from the payload each time, so that events stored by older
-/// releases get the present wording. Two kinds show the stored title, because it has information
-/// that the payload lacks: new background items that belong to an application, and items of
-/// additional sources.
+/// releases get the present wording. Events without a payload show the stored title, and so do
+/// two kinds whose payload lacks a part of it: new background items that belong to an application,
+/// and items of additional sources.
 std::string displayTitle(const Event& event);
 
 /// The title of a new background item that belongs to an application.
 std::string newBackgroundItemTitle(std::string_view application);
 
-/// The second line of an event.
+/// The second line of an event: for free space made from the payload, else the stored one.
 std::string displaySubtitle(const Event& event);
 
 } // namespace tidemark

@@ -12,8 +12,8 @@ namespace tidemark {
 /// Finds the periods without captures.
 namespace ObservationCoverage {
 
-/// The event "Captures Resumed", if the time between the snapshots is longer than their capture
-/// interval allows. Absent unless both have an interval.
+/// The event "Captures Resumed", if the time between the snapshots is longer than the longer of
+/// their capture intervals allows. Absent unless both have an interval.
 std::optional<Event> completedEvent(const Snapshot& from, const Snapshot& to);
 
 /// How many seconds after this snapshot the next one may follow without a gap between them.
@@ -37,8 +37,8 @@ struct ObservationCoverageReport {
     std::vector<ObservationGap> gaps;
     std::vector<ObservationAccessIssue> accessIssues;
 
-    /// The report for the period after `after` up to and including `through`. A gap that began
-    /// before `after` is included if it reaches into the period.
+    /// The report for the period from `after` to `through`, both included. Of a gap that began
+    /// before `after`, the part within the period is included.
     static ObservationCoverageReport build(const std::vector<Shared<Snapshot>>& snapshots,
                                            Date after, Date through);
 

@@ -20,9 +20,10 @@ struct StorageContribution {
 
 /// Which children contributed to the change between two sizes of one folder.
 struct StorageBreakdown {
-    /// The children that changed, the largest change first, ties by name.
+    /// The children that changed most, the largest change first, ties by name; empty unless
+    /// `isAvailable`.
     std::vector<StorageContribution> contributions;
-    /// The rest of the change, in bytes.
+    /// The change of the folder less that of the `contributions`, in bytes; 0 unless `isAvailable`.
     std::int64_t otherDelta = 0;
     /// See `available`.
     bool isAvailable = false;

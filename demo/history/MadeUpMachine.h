@@ -13,10 +13,12 @@ class MadeUpMachine {
 public:
     MadeUpMachine();
 
-    /// What a capture at `at` finds. With an `interval`, in seconds, the next one was due then.
+    /// What a capture at `at` finds. `interval` is the number of seconds after which the next
+    /// capture is due.
     Snapshot captured(Date at, std::optional<double> interval = {}) const;
 
-    // Changes. Applications and folders are given by their names, which must exist.
+    // Changes. Applications and folders are given by their names. updateApplication() and grow()
+    // throw `std::invalid_argument` for an unknown one.
 
     void updateApplication(const std::string& name);
     void install(const std::string& name, const std::string& version);

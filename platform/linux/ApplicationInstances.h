@@ -29,7 +29,8 @@ public:
     void assume(const std::string& instance, const Application& application);
     /// Adds an instance that began at `moment`, at `now` of the monotonic clock.
     void add(const std::string& instance, const Application& application, Date moment, double now);
-    /// Removes an instance. Returns the quit of the application when it was its last one.
+    /// Removes an instance. Returns the quit of the application when it was its last one, unless
+    /// its launch has not been reported yet.
     std::optional<Change> remove(const std::string& instance, Date moment);
 
     /// Removes the instances whose name begins with this word, without reporting a quit: whether

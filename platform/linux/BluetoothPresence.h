@@ -12,7 +12,7 @@ inline constexpr std::string_view noAdapter = "This computer has no Bluetooth ad
 
 /// Why this machine has no Bluetooth that can be followed, as a sentence: the kernel has no adapter
 /// in its folder `adapters`, or none of the data folders of the system (XDG_DATA_DIRS) describes
-/// the service BlueZ. Absent when it has.
+/// the service BlueZ. Absent when there are both.
 std::optional<std::string> absence(const std::filesystem::path& adapters,
                                    const std::vector<std::filesystem::path>& dataFolders);
 

@@ -70,7 +70,8 @@ public:
     void readProperties(const QString& path, const QString& interface, const UseValues& use);
 
     /// Calls `didChange` again after a pause, for a service whose answers can't be used at present.
-    /// The pause grows from one call to the next, up to a minute, while the owner is the same.
+    /// Does nothing while such a pause is running. The pause grows from one call to the next, up to
+    /// a minute, while the owner is the same.
     void startOver();
 
     /// Calls `handle` with each signal of this name that the running service sends from `path`.

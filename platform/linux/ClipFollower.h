@@ -22,7 +22,8 @@ public:
 
     /// The types of the item; absent when its program does not answer.
     virtual void readTypes(TypesRead use) = 0;
-    /// The content under a type; without bytes when its program does not answer.
+    /// The content under a type, of which `limit` bytes are enough; without bytes when its program
+    /// does not answer.
     virtual void read(const std::string& type, std::size_t limit, Read use) = 0;
 };
 
@@ -35,11 +36,11 @@ public:
     /// Monotonic time in seconds.
     using Seconds = std::function<double()>;
 
+    /// The functions are called on the thread of the connection.
     struct Setup {
         /// A value of `memoryExcludedApps`.
         std::string excluded;
         Copied copied;
-        /// Called on the thread of the connection.
         Seconds seconds = monotonicSeconds;
     };
     explicit ClipFollower(Setup setup) : uses(std::move(setup)) {}

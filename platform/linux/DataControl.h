@@ -29,9 +29,10 @@ inline constexpr std::uint32_t destroy = 1;
 } // namespace offerRequest
 
 struct DeviceListener {
-    /// A new offer. Its types follow, then the event that says what it is.
+    /// A new offer. Its types follow as events of the offer, then `selection` or `primarySelection`
+    /// says which selection it belongs to.
     void (*dataOffer)(void* data, wl_proxy* device, wl_proxy* offer);
-    /// The clipboard has this offer, or nothing.
+    /// The clipboard now has this offer; null when it is empty.
     void (*selection)(void* data, wl_proxy* device, wl_proxy* offer);
     /// The device is of no use any more.
     void (*finished)(void* data, wl_proxy* device);
@@ -52,12 +53,13 @@ struct OfferListener {
 /// True when the compositor has one of the protocols and a seat.
 bool isOffered(const WaylandConnection& connection);
 
-/// The manager of the one that it has; ext is preferred.
+/// Binds the manager of the protocol that the compositor has, ext if it has both. To be called only
+/// where `isOffered` is true.
 WaylandObject bindManager(WaylandConnection& connection);
 WaylandObject getDevice(const WaylandObject& manager, wl_seat* seat);
 WaylandObject createSource(const WaylandObject& manager);
 
-/// The first seat.
+/// Binds the first seat. To be called only where `isOffered` is true.
 WaylandObject bindSeat(WaylandConnection& connection);
 
 } // namespace tidemark::dataControl

@@ -22,7 +22,8 @@ using Application = ApplicationSource::Application;
 constexpr auto runners =
     std::to_array<std::string_view>({"env", "sh", "bash", "flatpak", "snap", "python3"});
 
-/// The program of the entry, else the entry itself.
+/// The path of the program that the entry starts; that of the entry itself when the program is a
+/// runner or is not found.
 std::string pathOf(const KeyFile& entry, const fs::path& file) {
     const auto command = entry.value(DesktopEntry::group, "Exec");
     const auto program = command ? CommandText::firstWord(KeyFile::unescaped(*command),
@@ -45,7 +46,7 @@ std::optional<Application> read(const std::string& identifier, const fs::path& f
     return Application{identifier, application->application.name, pathOf(*entry, file)};
 }
 
-/// The files that an identifier may stand for: a "-" in it may be a folder.
+/// The files that an identifier may stand for: its first "-" may separate a folder from a file.
 std::vector<fs::path> namesOf(const std::string& identifier) {
     std::vector<fs::path> names{identifier + ".desktop"};
     if (const auto dash = identifier.find('-'); dash != std::string::npos && dash > 0) {
@@ -56,7 +57,7 @@ std::vector<fs::path> namesOf(const std::string& identifier) {
     return names;
 }
 
-/// The bytes of the first entry of that name.
+/// The path and the bytes of the first entry with that identifier that can be read.
 std::optional<std::pair<fs::path, std::string>> firstEntry(const std::string& identifier,
                                                            const std::vector<fs::path>& folders) {
     for (const auto& folder : folders)

@@ -16,8 +16,8 @@ namespace tidemark::desktopApplications {
 std::vector<std::filesystem::path> folders();
 
 /// The application of the first identifier that has a desktop entry in one of the folders. Absent
-/// when there is none, and when it is one without a window of its own: hidden, not displayed, or
-/// run in a terminal.
+/// when no identifier has one, and when that entry can't be used: it is damaged, hidden, not
+/// displayed in menus, or runs in a terminal.
 std::optional<ApplicationSource::Application>
 find(const std::vector<std::string>& identifiers,
      const std::vector<std::filesystem::path>& folders);

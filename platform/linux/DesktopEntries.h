@@ -24,7 +24,8 @@ public:
 
     /// By the identifier of the entry: its path below the folder, "/" as "-", without ".desktop".
     std::optional<ClipApplication> withId(std::string_view id);
-    /// By the class of its windows: `StartupWMClass`, or an entry with that name.
+    /// By the class of its windows: the entry with that `StartupWMClass`, or else the one with that
+    /// identifier. Upper and lower case are not distinguished.
     std::optional<ClipApplication> withWindowClass(std::string_view windowClass);
     /// By the name of the program that it starts; absent when several entries start it.
     std::optional<ClipApplication> withProgram(std::string_view program);
@@ -39,10 +40,10 @@ private:
     const std::vector<std::filesystem::path> folders;
     /// The dates of the folders that were read, and of those in them; absent for unreadable ones.
     std::map<std::filesystem::path, std::optional<std::filesystem::file_time_type>> dates;
-    /// Names by identifier.
+    /// Names by identifier; empty for hidden entries.
     std::map<std::string, std::string, std::less<>> names;
-    /// Identifiers by lower-case class, by lower-case identifier, and by program; empty for
-    /// programs that several entries start.
+    /// Identifiers by lower-case class, by lower-case identifier, and by program. The last has an
+    /// empty identifier for a program that several entries start.
     std::map<std::string, std::string> idsByClass;
     std::map<std::string, std::string> idsByName;
     std::map<std::string, std::string> idsByProgram;

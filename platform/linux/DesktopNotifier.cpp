@@ -12,7 +12,7 @@ const QString notificationPath = QStringLiteral("/org/freedesktop/Notifications"
 const QString notificationInterface = QStringLiteral("org.freedesktop.Notifications");
 /// The action of a click on the notification itself.
 const QString clicked = QStringLiteral("default");
-/// As long as the service decides.
+/// The service decides how long a notification is shown.
 constexpr int usualTime = -1;
 
 bool isAbout(const QDBusMessage& signal, unsigned notification) {

@@ -9,8 +9,8 @@
 namespace tidemark {
 
 /// Shows notifications through the service of the desktop
-/// (https://specifications.freedesktop.org/notification-spec/1.2). It is never started by this:
-/// where none runs, nothing is shown. Main thread only.
+/// (https://specifications.freedesktop.org/notification-spec/1.2). The service is never started by
+/// this class: where none runs, nothing is shown. Main thread only.
 class DesktopNotifier final : public DesktopNotifications {
 public:
     explicit DesktopNotifier(const MessageBus& bus);

@@ -32,7 +32,7 @@ std::string variable(const char* name) {
     return value ? value : "";
 }
 
-/// Whether the compositor listens, and Qt has what it takes to speak with it.
+/// Whether the Wayland compositor accepts connections and Qt's plugin for Wayland is installed.
 bool hasWayland() {
     const std::filesystem::path name = variable("WAYLAND_DISPLAY");
     if (name.empty()

@@ -7,8 +7,8 @@
 
 namespace tidemark {
 
-/// The keys on a desktop where a program can't take them itself: by the portal, and by KGlobalAccel
-/// while the portal has none. Main thread only.
+/// Assigns the keys on a desktop where a program can't take them itself: through the portal, or
+/// through KGlobalAccel while the portal offers no shortcuts. Main thread only.
 class DesktopShortcut final : public GlobalShortcut {
 public:
     DesktopShortcut(const MessageBus& session, Observer observer);

@@ -12,7 +12,8 @@ DesktopTrayHost::DesktopTrayHost(const MessageBus& session, std::function<void(b
                                           }),
       embedder([this](bool isThere) {
           hasEmbedder = isThere;
-          // With a host of status notifier items, the icon stays one of them.
+          // While there is a host of status notifier items, the icon is such an item, and an
+          // embedder changes nothing.
           if (!hasNotifier)
               report();
       }) {}

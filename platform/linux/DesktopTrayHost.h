@@ -5,7 +5,8 @@
 
 namespace tidemark {
 
-/// A host of status notifier items, or else a program that embeds icons. Main thread only.
+/// Reports whether there is a host of status notifier items or a program that embeds icons. Main
+/// thread only.
 class DesktopTrayHost final : public TrayHost {
 public:
     DesktopTrayHost(const MessageBus& session, std::function<void(bool isThere)> changed);

@@ -33,10 +33,11 @@ template <class Connection>
 class DisplaySession {
 public:
     struct Plug {
-        /// Makes the reader; called on the thread, whenever there is a connection. The reader is
-        /// destroyed there when the connection is lost.
+        /// Makes the reader; called on the thread, once for each connection. The reader is
+        /// destroyed there when the connection is lost or the reader is removed.
         std::function<std::unique_ptr<DisplayReader>(Connection&)> make;
-        /// Called on the thread when there is no connection.
+        /// Called on the thread when the connection is lost, after each failed attempt to connect,
+        /// and at once for a plug that is added between two attempts.
         std::function<void()> noteAbsence;
     };
 

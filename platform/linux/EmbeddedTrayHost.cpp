@@ -20,7 +20,7 @@ std::string numberOfScreen(const X11Connection& connection) {
     return std::to_string(number);
 }
 
-/// Reports the owner of the selection. Lives on the thread of the connection.
+/// Reports whether the selection has an owner. Lives on the thread of the connection.
 class OwnerReader final : public DisplayReader, private X11Connection::Observer {
 public:
     OwnerReader(X11Connection& connection, std::function<void(bool)> changed)

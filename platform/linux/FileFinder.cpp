@@ -27,7 +27,7 @@ namespace fs = std::filesystem;
 constexpr std::size_t mostArrivals = 2'000;
 /// Seconds by which the dates of files may be behind the clock: the kernel updates them less often.
 constexpr double dateTolerance = 1;
-/// Dates of a file that are no further apart, in seconds, are those of one write.
+/// Dates of a file that are at most this many seconds apart are those of one write.
 constexpr double sameMoment = 1;
 /// The most runs of `gio` for one report.
 constexpr int mostQuestions = 200;
@@ -75,13 +75,14 @@ public:
         : event(::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)), stop(stop),
           wakeUp(stop, Wake{event.get()}) {}
 
-    /// Waits until `other` is readable, the stop is requested, or until a time. −1 for no `other`.
+    /// Waits until `time`, until `other` is readable, or until the stop is requested. `other` is −1
+    /// for none.
     void until(std::optional<double> time, int other) const {
         std::array<pollfd, 2> ready{pollfd{event.get(), POLLIN, 0}, pollfd{other, POLLIN, 0}};
         int left = -1;
         if (time)
             left = static_cast<int>(std::clamp((*time - monotonicNow()) * 1000 + 1, 0.0, 1e9));
-        // An interrupted wait is one that ends early.
+        // A wait that a signal interrupts only ends early.
         ::poll(ready.data(), ready.size(), stop.stop_requested() ? 0 : left);
     }
 

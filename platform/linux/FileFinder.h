@@ -18,22 +18,23 @@ namespace tidemark {
 /// then watching them, and those in the desktop's list of recently used files. Used by one thread,
 /// which it blocks.
 ///
-/// Where not every folder can be watched, it walks through all of them again from time to time and
-/// reports what has changed since the last walk.
+/// While a folder is missing or can't be watched, or after events were lost, it walks through all
+/// folders again from time to time and reports what has changed since the last walk.
 class FileFinder {
 public:
     /// In seconds.
     struct Delays {
         /// From a change until the changes up to then are reported.
         double batch = 3;
-        /// Between two walks where not all folders can be watched.
+        /// Between two walks while a folder is missing or can't be watched.
         double rewalk = 600;
         /// The shortest time between two walks, however many events were lost.
         double rest = 30;
     };
     struct Setup {
         FileIndex::Scope scope;
-        /// The folders of `scope`, or those that have documents. Canonical paths.
+        /// The folders of `scope`, or the folders for documents where it names none. Canonical
+        /// paths.
         std::vector<std::filesystem::path> folders;
         std::filesystem::path recentlyUsed;
         /// The folder whose files may have their origin in the metadata of the desktop.
@@ -63,11 +64,12 @@ private:
     void watchFolder(const std::filesystem::path& folder);
     void add(const std::filesystem::path& path, std::optional<FileStatus> status, Date since,
              NewestFiles& found);
-    /// How deep a path lies in one of the folders; absent when in none.
+    /// How deep a path lies below the outermost of the folders that contain it; 0 for one of the
+    /// folders itself, absent outside of all.
     std::optional<int> depthOf(const std::filesystem::path& path) const;
     FileIndex::Matches matches(const std::vector<File>& files, const std::stop_token& stop);
     IndexedFileObservation observation(const File& file, int& questions);
-    /// When the next walk is due; absent while every change is noticed.
+    /// When the next walk is due, in monotonic seconds; absent while every change is noticed.
     std::optional<double> nextWalk() const;
 
     Setup uses;
@@ -77,7 +79,7 @@ private:
     Uses used;
     /// When files arrived from other folders: their date of creation is older.
     std::unordered_map<std::string, Date> arrivals;
-    /// Whether the system or the budget allowed no further watched folder.
+    /// Whether a folder could not be watched, for example because a limit was reached.
     bool isOverBudget = false;
     bool hasMissingFolders = false;
     bool hasLostEvents = false;

@@ -20,7 +20,7 @@ std::optional<FileStatus> FileStatus::read(int folder, const char* name) {
     struct statx found;
     constexpr unsigned wanted =
         STATX_TYPE | STATX_MODE | STATX_SIZE | STATX_MTIME | STATX_CTIME | STATX_BTIME;
-    // Without the flag, a network file system asks its server for each file.
+    // Without AT_STATX_DONT_SYNC, a network file system asks its server for each file.
     if (::statx(folder, name, AT_SYMLINK_NOFOLLOW | AT_NO_AUTOMOUNT | AT_STATX_DONT_SYNC, wanted,
                 &found)
         != 0)

@@ -28,7 +28,7 @@ struct FileStatus {
 
     bool isFolder() const;
     bool isRegularFile() const;
-    /// The later of its dates.
+    /// The later of `modified` and `created`.
     Date latest() const;
 };
 

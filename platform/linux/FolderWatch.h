@@ -27,7 +27,8 @@ public:
             movedIn,
             /// A folder was created in a watched one or moved into it.
             newFolder,
-            /// A watched folder is not at its path any more.
+            /// A watched folder was deleted or unmounted, or was moved out of a folder that is not
+            /// watched.
             gone,
         };
 

@@ -15,7 +15,7 @@ namespace tidemark {
 class ForeignToplevels {
 public:
     /// `changed` is called when a window has appeared, changed or gone, and for each window that
-    /// exists at the start.
+    /// exists at the start; not when the compositor stops reporting windows.
     explicit ForeignToplevels(WaylandConnection& connection, std::function<void()> changed = [] {});
 
     /// False when this compositor does not report windows.

@@ -11,9 +11,9 @@
 
 namespace tidemark {
 
-/// The display servers of the user's session: a Wayland compositor, an X11 server, or both, which
-/// means that the X11 server serves the old programs of the Wayland session. Everything that
-/// follows them shares these connections. Main thread only.
+/// The display servers of the user's session: a Wayland compositor, an X11 server, or both; the X11
+/// server then serves the X11 programs of the Wayland session. Everything that follows them shares
+/// these connections. Main thread only.
 class GraphicalSessions {
 public:
     /// The addresses of the servers; empty where there is none.

@@ -29,8 +29,8 @@ public:
     }
 
     /// `handle` is called with each signal, and `missed` after each pause, in which some may have
-    /// been lost. No signals are received after the present owner of the service's name has ended.
-    /// `service` must outlive this object.
+    /// been lost. This object is to be made again when the service has another owner. `service`
+    /// must outlive this object.
     GuardedSubscription(BusService& service, Signal signal, BusService::Use handle,
                         std::function<void()> missed);
 
@@ -46,7 +46,7 @@ private:
     BusService::Subscription subscription;
     /// Started by the first of the signals that `received` counts.
     QElapsedTimer counting;
-    /// The number of signals within the last second at most.
+    /// The number of signals since `counting` was started, which is at most a second ago.
     int received = 0;
 };
 

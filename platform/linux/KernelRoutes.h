@@ -5,10 +5,11 @@
 #include <filesystem>
 #include <vector>
 
-/// Reads links and routes from the kernel (rtnetlink(7)) and the kinds of interfaces from its
-/// folder of network devices. Everything is answered by the kernel and nothing is sent to a
-/// network. The functions wait for locks of the kernel, so they must not be called on the event
-/// loop. They throw `Error` when the kernel can't be asked.
+/// Reads links and routes from the kernel (rtnetlink(7)) and, from its folder of network devices,
+/// which of the links are Wi-Fi or cellular. Everything is answered by the kernel and nothing is
+/// sent to a network. The functions wait for locks of the kernel, so they must not be called on the
+/// event loop. They throw `Error` when no netlink socket can be opened. What the kernel does not
+/// answer is left out.
 namespace tidemark::kernelRoutes {
 
 inline const std::filesystem::path deviceFolder = "/sys/class/net";

@@ -7,8 +7,8 @@
 namespace tidemark {
 
 /// Remembers which files were seen. Many programs save a file by writing another one and renaming
-/// it, so that the file with that name has a new date of creation. One that was seen before was
-/// replaced, not created.
+/// it, so that the file with that name has a new date of creation. A file whose path was seen
+/// before was replaced, not created.
 class KnownFiles {
 public:
     /// Files beyond this number count as not seen. Each remembered file takes about 40 bytes.

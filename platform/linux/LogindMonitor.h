@@ -13,12 +13,12 @@
 
 namespace tidemark {
 
-/// Sleep, wake, power-off and the return to the user's session, as logind reports them
-/// (org.freedesktop.login1, https://www.freedesktop.org/wiki/Software/systemd/logind). Posts
-/// `willSleep`, `didWake`, `willPowerOff`, `sessionDidBecomeActive` and `sessionDidResignActive`.
-/// Follows logind whenever it starts or restarts; without a bus, logind or session it posts
-/// nothing. If logind stops while the machine is about to sleep, posts `sleepAbandoned`. Does not
-/// block. Main thread only.
+/// Follows sleep, wake, power-off and the switches to and from the user's session, as logind
+/// reports them (org.freedesktop.login1, https://www.freedesktop.org/wiki/Software/systemd/logind).
+/// Posts `willSleep`, `didWake`, `willPowerOff`, `sessionDidBecomeActive` and
+/// `sessionDidResignActive`. Follows logind whenever it starts or restarts; without a bus or logind
+/// it posts nothing, and without a session nothing about the session. If logind stops while the
+/// machine is about to sleep, posts `sleepAbandoned`. Does not block. Main thread only.
 ///
 /// It holds a delay lock of logind (https://systemd.io/INHIBITOR_LOCKS), so that the machine does
 /// not sleep before the observers of `willSleep` are done. If logind grants none, the machine may
@@ -61,10 +61,10 @@ private:
     std::vector<BusService::Subscription> signalsOfManager;
     std::optional<LogindSession> session;
     bool isPreparingForSleep = false;
-    /// Incremented at the begin and the end of every sleep; replies to calls made under another
-    /// number are stale.
+    /// Incremented at the beginning and the end of every sleep, so that work begun for an earlier
+    /// one does not release the delay lock of the present one.
     std::uint64_t sleeps = 0;
-    /// True when the preparations for the present sleep are finished.
+    /// True when the preparations for the present sleep are finished or have taken `mostDelay`.
     bool isReadyToSleep = false;
     /// The delay lock: sleep is delayed while this is open. Invalid without a lock.
     QDBusUnixFileDescriptor delayLock;

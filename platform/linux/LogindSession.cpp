@@ -110,7 +110,8 @@ void LogindSession::read() {
                         [this, asked = session](const QVariant& value) {
                             if (asked != session)
                                 return;
-                            // The session has just ended. The next one is looked up when it begins.
+                            // The session has just ended, and the next one is looked up when it
+                            // begins; or logind did not answer, and `readProperty` starts over.
                             if (!value.isValid())
                                 return leave();
                             use(value.toBool());

@@ -14,8 +14,8 @@
 
 namespace tidemark {
 
-/// Notices volumes by the mount table of the kernel, which poll(2) reports as an exceptional
-/// condition after each change (proc_pid_mountinfo(5)). Main thread only.
+/// Follows the mounted volumes in the kernel's mount table. poll(2) reports an exceptional
+/// condition on its file after each change (proc_pid_mountinfo(5)). Main thread only.
 ///
 /// Containers and packages mount and unmount often. So the table is read after such a change, in
 /// the background, and the observer is called only if the list of volumes differs.
@@ -23,7 +23,8 @@ class MountTableWatch final : public VolumeSource {
 public:
     MountTableWatch(userVolumes::Tables tables, std::function<void()> didChange);
 
-    /// True once the table has been read; changes before that are not reported.
+    /// True once a first reading of the table has ended, even a failed one; changes before that are
+    /// not reported.
     bool isFollowing() const { return last.has_value(); }
 
 private:
@@ -35,7 +36,7 @@ private:
     const std::function<void()> didChange;
     FileDescriptor file;
     std::unique_ptr<QSocketNotifier> notifier;
-    /// Absent before the first reading.
+    /// Absent before the first reading has ended; holds no list when the last reading failed.
     std::optional<Volumes> last;
     bool isReading = false;
     bool isOutdated = false;

@@ -61,7 +61,7 @@ void NetworkManagerDevice::read() {
 }
 
 void NetworkManagerDevice::useDevice(const QVariantMap& properties) {
-    // The device has just been removed.
+    // The device has just been removed, or can't be read.
     if (properties.isEmpty())
         return rereading.ended();
     next.interface = properties.value(QStringLiteral("Interface")).toString().toStdString();
@@ -97,7 +97,7 @@ void NetworkManagerDevice::useConnection(const QVariantMap& properties) {
     readPoint(point, properties.value(QStringLiteral("Bitrate")).toUInt());
 }
 
-/// Property by property, since reading all at once would read the name as well.
+/// Reads property by property, since reading all at once would read the name as well.
 void NetworkManagerDevice::readPoint(const QString& point, std::uint32_t bitrate) {
     const auto reading = std::make_shared<PointReading>();
     reading->point.bitrate = bitrate;

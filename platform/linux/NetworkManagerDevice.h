@@ -14,8 +14,9 @@
 namespace tidemark {
 
 /// One Wi-Fi device of NetworkManager (org.freedesktop.NetworkManager.Device.Wireless,
-/// https://networkmanager.dev/docs/api). Follows only the state of the device: its bit rate and the
-/// strength of its access point change every few seconds and cause no reading. Main thread only.
+/// https://networkmanager.dev/docs/api). Reads again when the state of the device changes, or when
+/// an access point or a name that is still missing appears. The bit rate and the signal strength
+/// change every few seconds and cause no reading. Main thread only.
 class NetworkManagerDevice final : public QObject {
 public:
     struct State {
@@ -28,8 +29,8 @@ public:
         std::optional<NetworkManagerValues::AccessPoint> point;
     };
 
-    /// `changed` is called from the event loop after each reading. Without `withName` the network's
-    /// name is not read. `service` must outlive this object.
+    /// `changed` is called from the event loop after each reading, except when the device can't be
+    /// read. Without `withName` the network's name is not read. `service` must outlive this object.
     NetworkManagerDevice(BusService& service, QString path, bool withName,
                          std::function<void()> changed);
 
@@ -57,11 +58,11 @@ private:
     /// The state that is being read.
     State next;
     std::optional<GuardedSubscription> stateChanges;
-    /// Object path of the access point; empty when there is none.
+    /// Object path of the last access point; empty while the link is down.
     QString pointPath;
     /// Present while the access point or its name is not known yet.
     std::vector<std::unique_ptr<GuardedSubscription>> pointChanges;
-    /// The access point that these follow.
+    /// The access point that `pointChanges` follow; empty when none is known.
     QString followedPoint;
     Rereading rereading{[this] { read(); }};
 };

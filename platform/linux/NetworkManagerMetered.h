@@ -8,7 +8,7 @@
 
 namespace tidemark {
 
-/// Whether the present connection costs money, by NetworkManager. Main thread only.
+/// Whether the present connection costs money, as NetworkManager reports it. Main thread only.
 class NetworkManagerMetered {
 public:
     /// `changed` is called from the event loop.

@@ -9,8 +9,8 @@
 
 namespace tidemark {
 
-/// The Wi-Fi devices of NetworkManager, while it runs. It is not started, and does not search for
-/// networks because of this. Main thread only.
+/// The Wi-Fi devices of NetworkManager, while it runs. NetworkManager is not started, nor asked to
+/// search for networks. Main thread only.
 class NetworkManagerWiFi {
 public:
     /// `changed` is called from the event loop.

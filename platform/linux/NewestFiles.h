@@ -16,16 +16,16 @@ public:
         /// Absent when it was not read.
         std::optional<FileStatus> status;
         std::optional<Date> used;
-        /// The latest of all its dates.
+        /// The latest of its dates of creation, modification, use and arrival.
         Date latest;
-        /// Whether a file of this name was seen earlier.
+        /// Whether a file was seen at this path earlier.
         bool isKnown = false;
     };
 
     explicit NewestFiles(std::size_t most) : most(most) {}
 
     void add(File file);
-    /// The newest first.
+    /// Removes all files and returns them, the newest first.
     std::vector<File> take();
 
 private:

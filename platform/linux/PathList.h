@@ -5,8 +5,8 @@
 
 namespace tidemark {
 
-/// The absolute paths in the value of a variable such as `XDG_DATA_DIRS`, which has ":" between
-/// them; those in `otherwise` when it is empty or not set.
+/// The absolute paths, separated by ":", in the value of an environment variable such as
+/// `XDG_DATA_DIRS`; those in `otherwise` when the variable is empty or not set.
 std::vector<std::filesystem::path> pathList(const char* variable, const char* otherwise);
 
 /// The folders for data of all users, where packages put the files of their services. Always begins

@@ -22,11 +22,11 @@ public:
         std::chrono::milliseconds next;
         std::chrono::milliseconds all;
     };
-    /// The bytes, and whether these are all; absent when the writer took too long. May destroy the
-    /// reader.
+    /// The bytes, and whether these are all; absent when the writer took too long or reading
+    /// failed. May destroy the reader.
     using Finished = std::function<void(std::optional<std::string> bytes, bool isComplete)>;
 
-    /// Reads at most `limit` bytes, and one more to find out whether there are more.
+    /// Stops once there are more than `limit` bytes, and passes on the first `limit`.
     PipeReader(FileDescriptor pipe, std::size_t limit, Times times, Finished finished);
 
 private:
@@ -47,10 +47,10 @@ private:
 /// event loop. The process must ignore SIGPIPE.
 class PipeWriter {
 public:
-    /// May destroy the writer.
+    /// Called when everything was written, and when the writer gave up. May destroy the writer.
     using Finished = std::function<void()>;
 
-    /// Gives up when the reader takes longer than `time` for the next bytes.
+    /// Gives up when the reader takes longer than `time` for the next bytes, or closes the pipe.
     PipeWriter(FileDescriptor pipe, std::shared_ptr<const std::string> bytes,
                std::chrono::milliseconds time, Finished finished);
 

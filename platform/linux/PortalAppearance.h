@@ -5,9 +5,9 @@
 
 namespace tidemark {
 
-/// The keys "color-scheme" and "contrast" of the namespace org.freedesktop.appearance, as the
-/// desktop portal has them (https://flatpak.github.io/xdg-desktop-portal, Settings). Does not start
-/// the portal; one that starts late or again is read then. Main thread only.
+/// Follows the keys "color-scheme" and "contrast" of the namespace org.freedesktop.appearance, as
+/// the desktop portal has them (https://flatpak.github.io/xdg-desktop-portal, Settings). Does not
+/// start the portal, but reads it whenever it starts. Main thread only.
 class PortalAppearance final : public SystemAppearanceSource {
 public:
     PortalAppearance(const MessageBus& session, Changed changed);

@@ -4,7 +4,7 @@
 
 namespace tidemark {
 
-/// The names on the session bus of the service by which a program asks the desktop.
+/// The names of the desktop portal on the session bus.
 inline const QString portalService = QStringLiteral("org.freedesktop.portal.Desktop");
 inline const QString portalPath = QStringLiteral("/org/freedesktop/portal/desktop");
 

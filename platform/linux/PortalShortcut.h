@@ -28,9 +28,10 @@ private:
     void createSession();
     void list();
     void bind();
-    /// False when the shortcut is not among these.
+    /// Reports the keys of the own shortcut and returns true; returns false when it is not among
+    /// these.
     bool isAmong(const QVariant& shortcuts);
-    /// Makes a request, which the portal answers later, after it has asked the user.
+    /// Makes a request, which the portal answers later; it may ask the user first.
     void ask(const QString& method, const QVariantList& arguments, QVariantMap options, Use use);
     void report(const Availability& availability);
 

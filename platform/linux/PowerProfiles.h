@@ -15,7 +15,8 @@ namespace tidemark {
 /// profile is "power-saver". Main thread only.
 ///
 /// The daemon sets a profile when it starts, so it is never started from here. Newer daemons have
-/// two names at once; only the first of them is read then, or each change would count twice.
+/// two names at once; only the values under the first of them are used then, so that no change
+/// counts twice.
 class PowerProfiles final : public LowPowerModeSource {
 public:
     PowerProfiles(const MessageBus& bus, std::function<void()> didChange);

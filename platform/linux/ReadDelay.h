@@ -7,8 +7,8 @@
 namespace tidemark {
 
 /// Combines the signals of one change, and those of a service that floods the bus, into one reading
-/// of the whole state: reads a moment after the first signal, and at most that often. Main thread
-/// only.
+/// of the whole state: reads `length` after the first signal, and at most once in that time. Main
+/// thread only.
 class ReadDelay {
 public:
     static constexpr std::chrono::milliseconds length{200};

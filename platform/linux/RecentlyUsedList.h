@@ -28,8 +28,9 @@ struct Entry {
 /// The list in the data folder of the user.
 std::filesystem::path standardPath();
 
-/// The entries, the one used last first. Entries of other machines, and those that a program keeps
-/// private, are left out. Where the text is malformed, the entries before that place are returned.
+/// The entries, the most recently used first. Entries of other machines, and those that a program
+/// keeps private, are left out. Where the text is malformed, the entries before that place are
+/// returned.
 std::vector<Entry> parse(std::string_view bytes);
 
 /// The entries of a file; none when it can't be read.

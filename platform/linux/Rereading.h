@@ -16,12 +16,12 @@ public:
     explicit Rereading(std::function<void()> read)
         : read(std::move(read)), delay([this] { begin(); }) {}
 
-    /// Reads as soon as no other reading runs.
+    /// Reads at once; while a reading runs, a short time after its end.
     void readNow() {
         delay.cancel();
         begin();
     }
-    /// Reads after the delay.
+    /// Reads after the delay, which begins at the end of a running reading.
     void request() {
         isWanted = true;
         if (!isRunning)

@@ -10,9 +10,10 @@
 
 namespace tidemark {
 
-/// Notices changes of links, addresses and routes by the kernel's messages to rtnetlink(7) groups.
-/// The messages are only a reason to look again; they are not read, since some changes are not
-/// reported one by one (routes of a removed interface), and messages may be lost. Main thread only.
+/// Notices changes of links, and for `Subject::paths` also of addresses, routes and rules, by the
+/// kernel's messages to rtnetlink(7) groups. The messages are only a reason to look again; their
+/// content is not used, since some changes are not reported one by one (routes of a removed
+/// interface), and messages may be lost. Main thread only.
 class RoutingWatch {
 public:
     enum class Subject { links, paths };

@@ -13,12 +13,10 @@
 namespace tidemark {
 
 /// Whether the screens sleep or are locked, as the screen savers of the desktops, the display
-/// server of GNOME and logind report it. They sleep while any of them says so. Posts
-/// `screensDidSleep` and `screensDidWake`. Lockers that report to no service, such as
-/// swaylock, are not noticed. Main thread only.
-///
-/// A locker that was killed leaves the hint of logind set for ever, so that counts only where no
-/// screen saver answers.
+/// server of GNOME and logind report it. They count as asleep while a screen saver or the display
+/// server says so. logind counts only where no screen saver answers, because a locker that was
+/// killed leaves logind's hint set for ever. Posts `screensDidSleep` and `screensDidWake`. Lockers
+/// that report to no service, such as swaylock, are not noticed. Main thread only.
 class ScreenSleepMonitor final : public ScreenSleepSource {
 public:
     /// `center` must outlive the monitor.

@@ -13,7 +13,8 @@ namespace {
 constexpr std::string_view noProtocol =
     "This desktop does not let other programs watch the clipboard.";
 
-/// What is put on the clipboard of the first connection. On a later one it is not put there again.
+/// What to put on the clipboard when the first connection is made; absent after that, so that a
+/// later connection does not put it there again.
 using Once = std::optional<std::vector<ClipData>>;
 
 } // namespace
