@@ -54,7 +54,8 @@ struct HistoryFilter {
                 &HistoryFilter::checkWindow},
             Option{"category", &HistoryFilter::category,
                    "Only events of this category; can be given several times"},
-            Option{"place", &HistoryFilter::place, "Only what the sidebar of the windows shows under this name"},
+            Option{"place", &HistoryFilter::place,
+                   "Only what the sidebar of the windows shows under this name"},
             Option{"search", &HistoryFilter::search, "Only events with this text in them"},
         };
     }

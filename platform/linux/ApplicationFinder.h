@@ -22,8 +22,8 @@ public:
     /// application has one of its identifiers.
     std::optional<ClipApplication> ofUnit(std::string_view name);
     /// By what is known of a window: the identifiers that it names, the unit of its process, its
-    /// classes (the best first), and its program. The first identifier or, if nothing else is found,
-    /// a class in lower case is used even if no desktop entry has it.
+    /// classes (the best first), and its program. The first identifier or, if nothing else is
+    /// found, a class in lower case is used even if no desktop entry has it.
     std::optional<ClipApplication> ofWindow(const std::vector<std::string>& ids,
                                             const std::vector<std::string>& classes,
                                             std::optional<pid_t> process = {});

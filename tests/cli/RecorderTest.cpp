@@ -37,8 +37,7 @@ TEST_F(RecorderProgram, CarriesOutCommandsWithoutARecorder) {
     EXPECT_TRUE(test::contains(second.out, "Stuff Grew in Size"));
     EXPECT_EQ(second.err, "");
     EXPECT_TRUE(test::contains(command({"timeline"}).out, "+3 GB · part +3 GB"));
-    EXPECT_EQ(command({"timeline", "--limit", "0"}).out,
-              "The filters leave no event to show.\n");
+    EXPECT_EQ(command({"timeline", "--limit", "0"}).out, "The filters leave no event to show.\n");
     EXPECT_TRUE(test::contains(command({"status"}).out, "Captures kept   2"));
 
     command({"folders", "track", monitored(), "storage", "off"});
