@@ -7,8 +7,8 @@
 
 namespace tidemark {
 
-/// Draws a chart with ASCII characters: "*" is a measured size, "-" the line that joins two, "/" a
-/// time without a size, "!" a break, "v" a named snapshot.
+/// Draws a chart with ASCII characters: "*" is a measured size, "-" and "|" the line that joins
+/// two, "/" a time without a size, "!" a break, "v" a named snapshot.
 class ChartPrinter {
 public:
     static constexpr std::size_t leastWidth = 40;
@@ -17,7 +17,7 @@ public:
     /// `width` is the number of columns, limited to the bounds above.
     ChartPrinter(const Calendar& calendar, std::size_t width);
 
-    /// The drawing, and below it what the signs stand for.
+    /// The summary. Where there are sizes, also the drawing, and below it what the signs stand for.
     std::string text(const StorageChart& chart) const;
 
 private:

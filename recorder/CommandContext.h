@@ -31,7 +31,8 @@ struct CommandContext {
 
     /// Throws `Error` unless the history has been read.
     void requireHistory() const;
-    /// Throws `Error` while an operation is running that excludes a change of the history.
+    /// Throws `Error` unless the history can be changed now: it has been read, recording is not
+    /// paused, and no other operation is running.
     void requireFree() const;
     /// Throws `Error` when the changed settings are not stored.
     void requireStored() const;

@@ -5,9 +5,10 @@
 namespace tidemark {
 
 /// An object that publishes values. A read returns the present value at once. The signal `changed`
-/// is emitted later, from the event loop, once for all changes since it was last emitted. An
-/// operation that changes several values has therefore finished before the first observer is
-/// called, and no observer reads a half-changed state. Main thread only.
+/// is emitted later, from the event loop, once for all changes since it was last emitted. A
+/// function that changes several values without a return to the event loop in between has therefore
+/// finished before the first observer is called, which then reads no half-changed state. Main
+/// thread only.
 class Observable : public QObject {
     Q_OBJECT
 

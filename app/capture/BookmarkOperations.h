@@ -9,9 +9,9 @@
 
 namespace tidemark {
 
-/// Functions that remember folders across runs of the program and open them again. Every successful
-/// `start` is followed by a `stop`. They block and are called on any thread. `create` and `resolve`
-/// throw `Error` on failure, `start` returns false.
+/// Functions that remember folders across runs of the program and open them again. They may
+/// block and are called on any thread. `create` and `resolve` throw `Error` on failure; `start`
+/// returns false. The caller of a successful `start` has to call `stop`.
 struct BookmarkOperations {
     struct Resolved {
         std::filesystem::path url;

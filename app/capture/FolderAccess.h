@@ -18,7 +18,7 @@ namespace tidemark {
 /// The folders that the user allowed the program to read. They are stored in the preferences and
 /// opened for each capture; the rest of the program sees only roots and issues, not bookmarks. Main
 /// thread only. Everything that accesses a folder runs in the background, and a folder that does
-/// not respond counts as unavailable.
+/// not respond counts as unavailable or, in `add`, makes the call fail.
 class FolderAccess : public Observable {
     Q_OBJECT
 
@@ -28,8 +28,9 @@ public:
     using Check = std::function<bool(const std::filesystem::path&)>;
     using PurposesOf = std::function<FolderPurposes(const std::filesystem::path&)>;
 
-    /// Reads the grants; sets `message` when they can't be read. `preferences` must outlive this
-    /// object; read-only ones are not migrated.
+    /// Reads the grants; when they can't be read, there are none and `message` is set. Migrates
+    /// those of earlier releases; when that can't be saved, it is repeated at the next start.
+    /// `preferences` must outlive this object; read-only ones are not changed.
     FolderAccess(Preferences& preferences, BookmarkOperations operations,
                  std::vector<RecommendedFolder> recommended = RecommendedFolder::current(),
                  FolderCalls calls = FolderCalls());
@@ -42,7 +43,7 @@ public:
     /// The result of the last capture or check for the path of a grant or of a recommended folder.
     AccessStatus accessStatus(const std::string& path) const;
     /// Why the folder could not be opened by that capture or check, as a sentence; absent when it
-    /// could.
+    /// could, and when it has not been checked.
     std::optional<std::string> accessFailure(const std::string& path) const;
     /// The result of the last action, for the user.
     const std::optional<std::string>& message() const { return lastMessage; }
@@ -51,7 +52,8 @@ public:
     /// The tracked purposes, by path.
     std::map<std::string, FolderPurposes> selection() const;
 
-    /// Opens the tracked folders. A folder that can't be opened becomes an issue.
+    /// Opens the tracked folders, without `measureStorage` only those that are tracked for more
+    /// than their storage. A folder that can't be opened becomes an issue.
     QCoro::Task<FolderCaptureAccess> beginCapture(bool measureStorage);
 
     /// Allows folders, with links in their paths resolved, for the purposes of both the given and
@@ -61,18 +63,21 @@ public:
     /// the purposes that their names suggest. True when any were added; sets `message` on failure.
     QCoro::Task<bool> choose(std::optional<FolderPurpose> purpose,
                              std::optional<std::filesystem::path> suggested, FolderPicker picker);
-    /// These two clear `message` on success and set it on failure. An unknown `id` changes nothing.
+    /// `setTracking` and `remove` clear `message` on success and set it on failure.
     void setTracking(FolderPurpose purpose, bool enabled, const Uuid& id);
     void remove(const Uuid& id);
 
     /// Records that the user has chosen folders for the first time.
     void completeSetup();
     /// Checks `folders` and the granted folders, and allows those of `folders` that can be read.
+    /// Sets `message` to the result.
     QCoro::Task<void> enableReadableRecommended(std::vector<RecommendedFolder> folders,
                                                 Check check = {});
     /// Called at each start: allows the folders that became readable by a change in the system's
     /// settings, which requires a restart of the program. Does nothing on systems without such
-    /// settings. True when a folder was added.
+    /// settings. While the set-up is pending, true when the paths of the grants have changed; after
+    /// it, true when a protected folder without a grant has become readable, even if the new grant
+    /// could not be saved.
     QCoro::Task<bool> restoreRecommendedAccessAfterRestart(Check check = {});
 
     /// Stops waiting for folders. Those that have not responded yet count as unavailable.

@@ -28,7 +28,7 @@ FolderPurposes effectivePurposes(const FolderGrant& grant, bool measureStorage) 
     return purposes;
 }
 
-/// Collects the roots of one capture.
+/// The roots of one capture, or those of one folder and purpose.
 struct Roots {
     std::vector<ApplicationRoot> applications{};
     std::vector<BackgroundRoot> background{};
@@ -124,6 +124,7 @@ std::vector<Bookmarked> bookmarked(const BookmarkOperations& operations, const F
 /// The result of opening one grant.
 struct FolderAccess::Opened {
     FolderGrant grant;
+    /// Absent when the bookmark can't be resolved.
     std::optional<fs::path> url;
     /// Why access to the folder could not be started.
     std::optional<std::string> failure;
@@ -170,7 +171,7 @@ struct FolderAccess::Opened {
         }
     }
 
-    /// Opens a grant as the function above does, within the time limit of `calls`.
+    /// Opens a grant as the other `open` does, within the time limit of `calls`.
     static Opened open(const BookmarkOperations& operations, const FolderCalls& calls,
                        const FolderGrant& grant, const std::stop_token& stop) {
         const auto attempt = [operations, grant] { return open(operations, grant); };

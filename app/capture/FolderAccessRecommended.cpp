@@ -30,7 +30,7 @@ struct FolderAccess::Tested {
     fs::path named;
     /// True for a recommended folder.
     bool mayAdd = false;
-    /// The path without links; a recommended folder may be a link.
+    /// For a recommended folder, which may be a link, the path without links; else `named`.
     fs::path canonical = named;
     std::optional<std::string> failure{};
 };
@@ -66,7 +66,7 @@ struct FolderAccess::Checking {
         return folder;
     }
 
-    /// Checks each folder once, even if several links lead to it.
+    /// The results, only one for each folder, even if several links lead to it.
     std::vector<Tested> all(std::vector<Tested> folders, const FolderCalls& folderCalls,
                             const std::stop_token& stop) const {
         std::vector<Tested> seen;
@@ -161,7 +161,7 @@ QCoro::Task<bool> FolderAccess::restoreRecommendedAccessAfterRestart(Check check
     const bool isPending = read(preferences, preferenceKeys::diskAccessSetupPending);
     if (!isPending && !read(preferences, preferenceKeys::folderSetupCompleted))
         co_return false;
-    // Only where the system protects a folder does being able to read it mean that the user agreed.
+    // That a folder can be read shows that the user agreed only if the system protects it.
     if (std::ranges::none_of(recommended, &RecommendedFolder::isGuardedBySystem))
         co_return false;
     auto folders = candidates();

@@ -18,9 +18,9 @@ class FolderCalls {
 public:
     explicit FolderCalls(std::chrono::milliseconds longest = std::chrono::seconds(30));
 
-    /// Returns or throws the result of `call`; throws `Error` when no thread can be started. Absent
-    /// when the call takes too long or a stop is requested before it ends. While an abandoned call
-    /// for the same folder is still running, `call` is not started and the result is absent at
+    /// Returns or throws the result of `call`. Absent when the call takes too long or a stop is
+    /// requested before it ends. Throws `Error` when no thread can be started. While an abandoned
+    /// call for the same folder is still running, `call` is not started and the result is absent at
     /// once. When an abandoned call returns a result, `late` is called with it on the thread of
     /// that call.
     template <class Call, class Result = std::invoke_result_t<Call&>>

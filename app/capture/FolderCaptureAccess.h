@@ -33,7 +33,8 @@ public:
     }
 
     ObservationOptions options;
-    /// The folders that could not be opened, as sentences for the coverage of the capture.
+    /// What limits the capture, as sentences for its coverage: folders that could not be opened,
+    /// purposes for which no folder is open, and renewed bookmarks that could not be saved.
     std::vector<std::string> issues;
 
 private:

@@ -36,7 +36,7 @@ struct FolderGrant {
     /// The purposes that it can be tracked for.
     FolderPurposes availablePurposes;
 
-    /// The purposes suggested by the last component of the path.
+    /// Always storage, and the purpose that the last component of the path suggests, if any.
     static FolderPurposes suggestedPurposes(const std::filesystem::path& path);
 
     /// One grant per standardised path: the first one, with the purposes of all.

@@ -29,8 +29,8 @@ struct RecommendedFolder {
     current(const std::filesystem::path& home = SystemFacts::homeDirectory());
 
     static std::vector<RecommendedFolder> ofMac(const std::filesystem::path& home);
-    /// Uses the folders of the desktop under their localised names, and those that stand for
-    /// applications and for what starts by itself.
+    /// Finds the user's folders for downloads and documents under their localised names. The
+    /// folders of applications, agents and daemons each stand for their family.
     static std::vector<RecommendedFolder>
     ofLinux(const std::filesystem::path& home,
             const UserFolders::Environment& environment = UserFolders::processEnvironment);

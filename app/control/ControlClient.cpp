@@ -72,8 +72,8 @@ bool isOverdue(const QLocalSocket& socket) {
     return socket.error() == QLocalSocket::SocketTimeoutError;
 }
 
-/// Sends the request. Returns false when the recorder closed the connection before it had all of
-/// it.
+/// Sends the request. Returns false when the recorder closed the connection before the whole
+/// request was sent.
 bool send(QLocalSocket& socket, const std::string& frame, const QDeadlineTimer& deadline) {
     socket.write(frame.data(), static_cast<qint64>(frame.size()));
     while (socket.bytesToWrite() > 0)

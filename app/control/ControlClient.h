@@ -19,8 +19,8 @@ struct Patience {
     std::chrono::milliseconds answer{std::chrono::minutes(15)};
 };
 
-/// The recorder has received the whole request and closed the connection without an answer, for
-/// example because the recorder was ending. The command may have been carried out.
+/// The whole request was sent, and the recorder closed the connection before its answer was
+/// complete, for example because the recorder was ending. The command may have been carried out.
 class RecorderEnded : public Error {
 public:
     RecorderEnded()
@@ -28,9 +28,10 @@ public:
                 "the command was carried out.") {}
 };
 
-/// The answer of the recorder that listens at one of `sockets`; absent when none does, also when
-/// one ends before it has the whole request. Throws `RecorderEnded`, and `Error` when the request
-/// can't be sent or the answer takes too long.
+/// The answer of the recorder that listens at one of `sockets`; absent when none does, and when
+/// the recorder closes the connection before the whole request is sent. Throws `RecorderEnded`, and
+/// `Error` when the recorder can't be reached, the request can't be sent, or the answer takes too
+/// long or can't be decoded.
 std::optional<ControlAnswer> ask(const std::vector<std::filesystem::path>& sockets,
                                  const ControlRequest& request, const Patience& patience = {});
 

@@ -84,7 +84,7 @@ QCoro::Task<void> ControlConnection::answer(QPointer<ControlConnection> connecti
             co_await runInBackground(std::move(encode), stop, WorkPriority::userInitiated);
         frame = std::move(encoded);
     } catch (const std::exception& error) {
-        // Without an answer the client would wait for ever.
+        // Without an answer the client would wait until its time limit.
         frame = controlProtocol::answerFrame({1, "", error.what()});
     }
     if (connection && !stop.stop_requested())

@@ -14,8 +14,8 @@
 
 namespace tidemark {
 
-/// Carries out a request. `stop` is requested when the client has disconnected. An exception
-/// becomes the error of the answer.
+/// Carries out a request. `stop` is requested when the client has disconnected or the server ends.
+/// An exception becomes the error of the answer.
 using ControlHandler =
     std::function<QCoro::Task<ControlAnswer>(ControlRequest request, std::stop_token stop)>;
 
@@ -58,7 +58,7 @@ private:
     bool hasEnded = false;
     /// Ends the wait of `dropAfter`.
     std::stop_source deadline;
-    /// Stops the command when the client has disconnected.
+    /// Stops the command when the client has disconnected or the server ends.
     std::stop_source departure;
 };
 

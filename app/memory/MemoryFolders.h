@@ -29,8 +29,8 @@ public:
     /// systems where a process needs no bookmark. Blocks.
     std::vector<std::filesystem::path> open() const;
 
-    /// Adds a folder with the bookmark that `BookmarkOperations::create` made of it. False when the
-    /// settings can't be stored.
+    /// Adds a folder with the bookmark that `BookmarkOperations::create` made of it. `include`
+    /// and `remove` return false when the settings can't be stored.
     static bool include(Preferences& preferences, const std::filesystem::path& folder,
                         Data bookmark);
     static bool remove(Preferences& preferences, const std::filesystem::path& folder);

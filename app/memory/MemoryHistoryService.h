@@ -28,7 +28,7 @@ public:
     static constexpr std::string_view saveFailure =
         "New activity history could not be saved. Collection stopped to protect the existing file.";
 
-    /// The constructor's arguments. References must outlive the service.
+    /// The constructor's arguments. References and collectors must outlive the service.
     struct Setup {
         /// The document, "memory-history.json" in the data folder.
         std::filesystem::path url;
@@ -47,16 +47,17 @@ public:
     explicit MemoryHistoryService(Setup setup);
     ~MemoryHistoryService() override;
 
-    /// Reads the file, on the first call only, and applies the age limits. Throws an `Error` when
-    /// it can't be read. Then the file is not changed, nothing is collected, and the next call
-    /// tries again.
+    /// Reads the file and applies the age limits; does nothing once the file has been read. Throws
+    /// an `Error` when it can't be read. Then the file is not changed, nothing is collected, and
+    /// the next call tries again.
     QCoro::Task<void> load();
-    /// Starts the collectors. From then on they are suspended while the machine or its screens
-    /// sleep or the user's session is not active. Does nothing before `load` and after a `failure`.
+    /// Starts the collectors if recording is allowed. From then on they are suspended while the
+    /// machine or its screens sleep or the user's session is not active. Does nothing before `load`
+    /// and after a `failure`.
     void start();
     /// Stops all collectors until the next `start`.
     void stop();
-    /// Waits until everything is written.
+    /// Waits until everything is written or the writing has failed.
     QCoro::Task<void> writer();
 
     /// Adds records to the archive, as `MemoryArchive::upsert` does, and applies the limits. When

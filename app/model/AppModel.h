@@ -19,8 +19,8 @@ namespace tidemark {
 /// commands all change one journal, and only one of them may do so at a time; so one object has
 /// all of them, and each begins with a token of `Operations`. Each group of commands is a part of
 /// its own (`CaptureFlow`, `NamedSnapshots`, `HistoryImport` and others), and the parts share
-/// `ModelState`, which has the journal and which views read. It does not depend on views. Main
-/// thread only.
+/// `ModelState`, which has the journal and which views read. The model does not depend on views.
+/// Main thread only.
 class AppModel : public QObject {
     Q_OBJECT
 
@@ -65,9 +65,9 @@ public:
     /// services. A live service may do something only once in the lifetime of a history, such as
     /// `MemoryHistoryService::beginFileHistory`, which only a recorder that keeps running may do.
     QCoro::Task<void> startForOneCapture();
-    /// Waits for the first reading of the history to end, in whatever way, and for a `start` that
-    /// has not been called yet. Returns at once when the history has been read, when it can't be
-    /// read, and when the program is ending.
+    /// Waits until the first reading of the history has ended, with or without success; also when
+    /// `start` has not been called yet. Returns at once when the history has been read, when it
+    /// can't be read, and when the program is ending.
     QCoro::Task<void> historyRead();
     /// Ends all recording at the end of the program. A running capture is stopped; a running save
     /// is finished.

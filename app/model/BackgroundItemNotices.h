@@ -38,7 +38,7 @@ private:
     const Preferences& preferences;
     const MakeNotifications make;
     const OpeningOf openingOf;
-    /// Null while the setting is off.
+    /// Null while the setting is off, and on a system without notifications.
     std::unique_ptr<DesktopNotifications> notifications;
     /// `ModelState::keptCaptures` and the identifier of the journal's last event, as last read.
     std::uint64_t captures = 0;

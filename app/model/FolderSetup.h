@@ -5,8 +5,8 @@
 
 namespace tidemark {
 
-/// The commands for choosing folders. No capture runs while the user chooses, and one follows a
-/// choice that changed anything.
+/// The commands for choosing folders. No scheduled capture begins while the user chooses. If any
+/// folder is allowed, a capture follows the first choice and each that changed what is tracked.
 class FolderSetup {
 public:
     /// The arguments must outlive this object.
@@ -19,12 +19,14 @@ public:
     void present();
     /// The user begins to change folders.
     void begin();
+    /// Completes the choice. The first import and a capture follow where they are due.
     QCoro::Task<void> finish();
     /// Closes the folder manager without completing a first choice.
     void cancel();
     /// Completes the choice without a capture.
     void complete();
-    /// Checks which recommended folders can be read.
+    /// Checks the recommended folders and allows those that can be read. Does nothing while an
+    /// operation runs that excludes the check (`exclusions`).
     QCoro::Task<void> checkRecommendedAccess(FolderAccess::Check check = {});
     /// Opens the system's settings where the user can allow access to the whole disk; the check
     /// follows when the user returns. `open` opens one location and returns whether it succeeded.

@@ -60,7 +60,7 @@ GrowthScreen::GrowthScreen(ModelState& state, StorageHistoryKeeper& sizes, Recor
                            AppClock& clock, const TaskScope& tasks)
     : state(state), sizes(sizes), runs(runs), clock(clock), tasks(tasks) {
     // After each of these changes, a view that observes this object asks for the content, which is
-    // then made anew.
+    // made anew if the journal or the sizes have changed. The runs change only the gaps.
     connect(&state, &ModelState::changed, this, &GrowthScreen::followSources);
     connect(&sizes, &StorageHistoryKeeper::changed, this, &GrowthScreen::followSources);
     connect(&runs, &RecorderRuns::changed, this, &GrowthScreen::noteChange);

@@ -31,7 +31,8 @@ std::string_view label(GrowthSpan span);
 std::optional<Date> startOf(GrowthSpan span, Date now);
 
 /// Charts and the list of what grew, for the chosen subject and span. They are made in the
-/// background, when a view asks for them and when captures were added since. Main thread only.
+/// background, when a view asks for them and the choice or the sources have changed since they
+/// were last made. Main thread only.
 class GrowthScreen : public Observable {
     Q_OBJECT
 

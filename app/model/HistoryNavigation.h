@@ -48,7 +48,7 @@ public:
         return target && std::holds_alternative<sidebarDestination::OfComparison>(*target);
     }
 
-    // The moves. Those that return a bool return whether anything changed.
+    // The moves. Those that return a bool return whether the place changed.
 
     bool setRange(std::string range);
     bool setCustomWindowDays(std::int64_t days);
@@ -62,8 +62,8 @@ public:
     /// Shows the differences of two captures. Filters and search stay.
     bool goToComparison(const Uuid& from, const Uuid& to);
     /// Adds a place to the filters of the timeline or removes it. Goes to the place instead if it
-    /// can't be a filter, and to the timeline when no filter is left. True when the user's place
-    /// changed.
+    /// can't be a filter, and to the timeline when no filter is left. False when only the
+    /// filters changed.
     bool toggleFilter(WorkspaceDestination filter);
     /// Called when a snapshot was deleted.
     void forget(const Uuid& id) { modes.erase(id); }

@@ -30,8 +30,8 @@ namespace tidemark {
 /// thread-safe.
 class StorageTraversal {
 public:
-    /// Whether the result has the name and size of each file directly in the root. With millions of
-    /// files that takes hundreds of megabytes of memory.
+    /// Whether the result has the name and size of each file directly in the root, or only their
+    /// sum. With more than `FolderSize::directFileLimit` files, it has only the sum.
     enum class RootFiles { named, summed };
 
     using Result = std::expected<FolderSize, StorageMeasurementFailure>;
@@ -46,8 +46,8 @@ public:
     static Opened openItem(const std::filesystem::path& folder, std::int64_t entryLimit,
                            RootFiles files = RootFiles::named);
 
-    /// Visits one entry. Returns nothing while there is more to do; a result, a size or a failure,
-    /// ends the walk.
+    /// Visits at most one entry. Returns nothing while there is more to do; a result, a size or a
+    /// failure, ends the walk.
     std::optional<Result> step();
 
     /// Closes all descriptors, after reading the remaining names of the current folder. After a

@@ -14,7 +14,7 @@ class X11Clipboard final : public DisplayReader, private X11Connection::Observer
 public:
     struct Setup {
         ClipFollower::Setup follower;
-        /// Called once by the constructor. Tells what this server reports about copies.
+        /// Called once by the constructor, with what this server reports about copies.
         Clipboard::AccessChanged started;
         /// True for the X11 server inside of a Wayland session. There, only some compositors pass
         /// the copies of all programs on to it, and it knows only the windows of X11 programs.
