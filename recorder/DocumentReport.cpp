@@ -28,8 +28,9 @@ namespace {
 
 using Path = std::filesystem::path;
 
-/// A document is read in the same way as when it is used; each throws `Error`.
+/// Reads a document with the class that uses it. `read` throws `Error` when that fails.
 struct Reader {
+    /// The name of the document.
     std::string_view name;
     void (*read)(const Path& document);
 };
@@ -61,7 +62,7 @@ std::optional<DocumentReport> reportOn(const std::string& name, const Path& path
     DocumentReport report;
     report.name = name;
     if (::stat(path.c_str(), &status) != 0)
-        // The name of a link that leads nowhere, if it is one.
+        // A link that leads nowhere is reported by its name alone.
         return ::lstat(path.c_str(), &status) == 0 ? std::optional(report) : std::nullopt;
     report.mode = octal(status.st_mode);
     report.isOwn = status.st_uid == ::geteuid();

@@ -242,7 +242,7 @@ Erasure Erasure::of(const RecorderPlaces& places, const std::optional<fs::path>&
     if (loginItem)
         search.search(loginItem->parent_path(),
                       only(loginItem->filename().native(), "the start at login"), Folder::ofOthers);
-    // One folder on some systems.
+    // On some systems, they are one folder.
     if (settings != data)
         search.search(settings, settingsContent);
     search.search(data, settings == data ? ofBoth : dataContent, Folder::own,
