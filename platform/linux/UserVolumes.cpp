@@ -41,7 +41,8 @@ constexpr auto systemTypes = std::to_array<std::string_view>({
     "tmpfs",         "tracefs",
 });
 
-/// File systems whose mounts of a subvolume show it as a folder of the file system.
+/// File systems with subvolumes. For the mount of one, the kernel's table has its path as the root,
+/// as it has the path of a folder that is mounted alone.
 constexpr auto typesWithSubvolumes = std::to_array<std::string_view>({"btrfs", "zfs"});
 
 std::vector<std::string_view> parts(std::string_view text, char separator) {
@@ -85,7 +86,7 @@ bool isShare(const MountEntry& mount) {
 }
 
 bool isVolume(const MountEntry& mount, std::string_view options, const User& user) {
-    // What the administrator chose goes before every rule.
+    // What the administrator chose takes precedence over the rules below.
     if (hasMountOption(options, "x-gvfs-hide"))
         return false;
     if (hasMountOption(options, "x-gvfs-show"))

@@ -17,7 +17,8 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr PipeReader::Times readTimes{.first = 1s, .next = 2s, .all = 10s};
-/// The types of an item that has more than this count as unknown, since a mark may be among them.
+/// An item with more types than this counts as one whose types are unknown, because a type that
+/// marks passwords may be among those that were not read.
 constexpr std::size_t mostTypes = 1024;
 
 } // namespace

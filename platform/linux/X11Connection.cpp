@@ -10,7 +10,7 @@ namespace tidemark {
 
 namespace {
 
-/// Programs may make any number of atoms.
+/// The names of atoms to keep, because programs may make any number of atoms.
 constexpr std::size_t mostNames = 4096;
 
 } // namespace
@@ -103,7 +103,7 @@ xcb_atom_t X11Connection::atom(std::string_view name) {
 std::vector<std::string> X11Connection::namesOf(const std::vector<xcb_atom_t>& wanted) {
     if (names.size() > mostNames)
         names.clear();
-    // All requests before the first wait for a reply.
+    // Sends all requests before it waits for the first reply.
     std::map<xcb_atom_t, xcb_get_atom_name_cookie_t> asked;
     for (const auto atom : wanted)
         if (atom != XCB_ATOM_NONE && !names.contains(atom) && !asked.contains(atom))

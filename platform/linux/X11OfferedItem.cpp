@@ -7,7 +7,8 @@ namespace tidemark {
 
 namespace {
 
-/// The types of an item that has more than this count as unknown, since a mark may be among them.
+/// An item with more types than this counts as one whose types are unknown, because a type that
+/// marks passwords may be among those that were not read.
 constexpr std::size_t mostOfferedTypes = 1024;
 
 /// Names of the protocol itself, which are among the targets (ICCCM 2.6.2).
