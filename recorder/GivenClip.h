@@ -12,8 +12,9 @@ namespace tidemark {
 inline constexpr std::string_view givenClipHelp =
     "The identifier of a clip (timeline --place clipboard --ids), or a part of it that is unique";
 
-/// The clip with this identifier, or the only one that has it in its identifier. Throws `Error`
-/// when there is none or more than one.
+/// The clip with the identifier `id`, or the only one that has `id` in its identifier. The
+/// identifier of its event, which begins with "memory-", is accepted as well. Throws `Error` when
+/// there is none or more than one.
 Shared<MemoryRecord> givenClip(const std::vector<Shared<MemoryRecord>>& clips, std::string_view id);
 
 } // namespace tidemark

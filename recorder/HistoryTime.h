@@ -17,7 +17,7 @@ Date since(const std::string& text, Date now);
 void checkSince(const std::string& text);
 void checkSince(const std::optional<std::string>& text);
 
-/// The days of a custom time window: "10d", from "1d" to "365d".
+/// The days of a custom time window, from "1d" to "365d"; absent for any other text.
 std::optional<std::int64_t> days(const std::string& text);
 
 /// A date and time as text; `absent` if there is none.

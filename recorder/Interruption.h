@@ -9,8 +9,8 @@ namespace tidemark {
 
 /// Turns the first Control-C (SIGINT), SIGTERM or loss of the terminal (SIGHUP) into a request to
 /// stop; the second ends the process at once. The process also ends when stopping takes longer than
-/// `longestEnd`, since a system call can hang, as on a network volume that does not respond. Files
-/// are replaced whole, so no half-written one is left.
+/// `limit`, since a system call can hang, as on a network volume that does not respond. Files are
+/// replaced whole, so no half-written one is left.
 ///
 /// Construct it before any other thread, so that threads inherit the blocked signals; one instance
 /// at a time.
@@ -37,7 +37,8 @@ public:
     static void callBeforeEndingAtOnce(void (*work)());
 
 private:
-    /// Blocks the handled signals in all other threads.
+    /// Blocks the handled signals in the calling thread and in those that it starts; the waiter
+    /// takes them by sigwait(3).
     struct Masking {
         Masking();
         ~Masking();

@@ -6,8 +6,8 @@
 
 namespace tidemark {
 
-/// An observation as text: the items found, sizes, folders that could not be read and why, and the
-/// duration of each phase.
+/// An observation as text: the system, how many items were found, sizes and free space, folders
+/// that could not be read and why, notes, and the duration of each phase.
 std::string observationSummary(const Snapshot& snapshot);
 
 } // namespace tidemark
