@@ -15,7 +15,7 @@ KILL_EVERY ?= 600
 RUN_TESTS = ctest --preset $(1) --label-exclude services \
 	&& ctest --preset $(1) --label-regex services --repeat until-pass:3
 
-.PHONY: help run story demo screenshots test bench translations format check-format lint sanitize tsan clang fuzz faults soak \
+.PHONY: help run story demo screenshots test bench translations format check-format lint sanitize tsan gcc fuzz faults soak \
 	thorough install package check-package packages clean
 .DEFAULT_GOAL := help
 
@@ -25,8 +25,9 @@ help: ## Show this list
 packages:
 	@$(PACKAGES)
 
+# --fresh, because a change of the compiler would lose the other settings of a configured folder.
 build/%/build.ninja: CMakePresets.json | packages
-	cmake --preset $*
+	cmake --fresh --preset $*
 
 run: packages build/dev/build.ninja ## Build, then record changes of this machine, in a window where there is a display
 	@cmake --build --preset dev --target tidemark tidemark-desktop
@@ -56,10 +57,8 @@ tsan: packages build/tsan/build.ninja ## Build with ThreadSanitizer, then run th
 	@cmake --build --preset tsan
 	@ctest --preset tsan
 
-clang: ## Build with clang beside GCC, warnings as errors
-	@packaging/install-packages packaging/debian-packages.txt packaging/debian-packages-lint.txt
-	@cmake --preset clang >/dev/null
-	@cmake --build --preset clang
+gcc: packages build/release/build.ninja ## Build everything optimised and with GCC, warnings as errors
+	@cmake --build --preset release
 
 faults: packages build/dev/build.ninja ## Kill, fill up and start twice, FAULT_ROUNDS times each
 	@cmake --build --preset dev --target tidemark tidemark-desktop tidemark_preload
@@ -72,7 +71,7 @@ soak: packages build/dev/build.ninja ## Let something happen at every source for
 	@cmake --build --preset dev --target tidemark
 	@tests/faults/soak build/dev/cli/tidemark --seconds $(SECONDS) --kill-every $(KILL_EVERY)
 
-thorough: test sanitize tsan clang lint faults fuzz ## All checks, hours in all: before a release
+thorough: test sanitize tsan gcc lint faults fuzz ## All checks, hours in all: before a release
 
 fuzz: ## Feed damaged files to their readers, each for FUZZ_SECONDS
 	@packaging/install-packages packaging/debian-packages.txt packaging/debian-packages-fuzz.txt
@@ -112,8 +111,8 @@ check-format: packages ## Fail when a source is not formatted
 
 lint: ## Run clang-tidy over all sources
 	@packaging/install-packages packaging/debian-packages.txt packaging/debian-packages-lint.txt
-	@cmake --preset dev -DCMAKE_CXX_COMPILER=clang++-19 -DCMAKE_DISABLE_PRECOMPILE_HEADERS=ON \
-		-DTIDEMARK_BENCH=ON -DTIDEMARK_FUZZ=ON -B build/lint >/dev/null
+	@cmake --preset dev -DCMAKE_DISABLE_PRECOMPILE_HEADERS=ON -DTIDEMARK_BENCH=ON \
+		-DTIDEMARK_FUZZ=ON -B build/lint >/dev/null
 	@run-clang-tidy-19 -quiet -p build/lint /Unity/ $(filter %.cpp,$(abspath $(SOURCES)))
 
 clean: ## Remove everything that was built

@@ -45,9 +45,12 @@ function(tidemark_precompiled name)
     target_precompile_headers(${name} PRIVATE ${arg_HEADERS})
 endfunction()
 
-# For a unity build: units of up to eight sources of one folder. In other targets a unit is eight sources that follow one
-# another, whichever folder they are in.
+# For a unity build: units of sources of one folder. In other targets a unit is made of sources that follow one another,
+# whichever folder they are in.
 function(tidemark_unite_folders target)
+    if(NOT CMAKE_UNITY_BUILD)
+        return()
+    endif()
     set_target_properties(${target} PROPERTIES UNITY_BUILD_MODE GROUP)
     get_target_property(sources ${target} SOURCES)
     list(FILTER sources INCLUDE REGEX "\\.cpp$")
@@ -55,7 +58,7 @@ function(tidemark_unite_folders target)
     foreach(source ${sources})
         get_filename_component(folder "${source}" DIRECTORY)
         get_filename_component(folder "${folder}" NAME)
-        math(EXPR number "${count} / 8")
+        math(EXPR number "${count} / ${CMAKE_UNITY_BUILD_BATCH_SIZE}")
         set_source_files_properties("${source}" PROPERTIES UNITY_GROUP "${folder}_${number}")
         math(EXPR count "${count} + 1")
     endforeach()
