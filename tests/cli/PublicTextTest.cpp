@@ -39,7 +39,7 @@ TEST_F(RecorderProgram, LogsWithoutControlCharacters) {
     EXPECT_TRUE(test::contains(logged, "/da\uFFFD[2J\uFFFDta/Tidemark/journal.json"));
 }
 
-TEST_F(RecorderProgram, LogsLevelsAndNoPathsOnlyWhereTheSystemJournalReads) {
+TEST_F(RecorderProgram, LogsLevelsAndOmitsPathsOnlyForTheSystemJournal) {
     folder.write("data/Tidemark/journal.json", "{]");
     for (const bool isJournal : {true, false}) {
         test::Pipe pipe;

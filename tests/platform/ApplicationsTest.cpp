@@ -327,7 +327,7 @@ TEST_F(MockedUnits, CountOnlyUnitsThatBecomeActive) {
     expectReported("-two-words -org.example.Editor ");
 }
 
-TEST_F(MockedUnits, StartAnewWithTheServiceAndTheCollector) {
+TEST_F(MockedUnits, FollowAgainAfterARestartOfTheServiceOrTheCollector) {
     start();
     for (int i = 0; i < 2; ++i) {
         systemd.start();

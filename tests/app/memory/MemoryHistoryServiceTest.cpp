@@ -233,7 +233,7 @@ TEST_F(MemoryHistory, StopsPermanentlyAfterAFailedSave) {
     EXPECT_EQ(test::namesIn(folder / "data"), "memory-history.json memory-payloads");
 }
 
-TEST_F(MemoryHistory, IsSuspendedWhileAnythingSleeps) {
+TEST_F(MemoryHistory, IsSuspendedDuringSleepAndInactiveSessions) {
     service->start();
     EXPECT_EQ(collector.taken(), "") << "nothing starts before load";
     load();

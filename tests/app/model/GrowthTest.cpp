@@ -79,7 +79,7 @@ TEST_F(GrowthTest, FillsDailySizesFromTheJournalAndAddsEachCapture) {
     EXPECT_EQ(points(), before + 1);
 }
 
-TEST_F(GrowthTest, LeavesDailySizesThatItCantReadAlone) {
+TEST_F(GrowthTest, DoesNotReplaceDailySizesThatItCantRead) {
     storeJournal({sized(now() - day, 7)});
     const std::string damaged = R"({"schemaVersion":1,"series":[)";
     folder.write("Tidemark/storage-history.json", damaged);
@@ -93,7 +93,7 @@ TEST_F(GrowthTest, LeavesDailySizesThatItCantReadAlone) {
     EXPECT_EQ(error(), "none") << "the history itself goes on";
 }
 
-TEST_F(GrowthTest, ShowsGapsWholeThatBeganEarlier) {
+TEST_F(GrowthTest, ShowsTheWholeLengthOfAGapThatBeganEarlier) {
     storeJournal({sized(now() - 9 * day, 7), sized(now() - 8 * day, 7), sized(now() - day, 7)});
     start();
     finish();

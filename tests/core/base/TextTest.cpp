@@ -120,7 +120,7 @@ TEST(Text, ReplacesCharactersThatAreNotPrintable) {
     EXPECT_EQ(asSentence("Done."), "Done.");
 }
 
-TEST(Uuid, ReadsTheCanonicalFormOnly) {
+TEST(Uuid, ParsesOnlyTheCanonicalFormAndMakesVersion4) {
     const std::string canonical = "5B1B7C0E-6B0C-4B58-9A58-0E6C0E1F7A01";
     EXPECT_EQ(Uuid::parse(canonical)->text(), canonical);
     EXPECT_EQ(Uuid::parse("5b1b7c0e-6b0c-4b58-9a58-0e6c0e1f7a01")->text(), canonical);

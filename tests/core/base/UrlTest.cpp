@@ -7,7 +7,7 @@
 
 using namespace tidemark;
 
-TEST(UrlScheme, IsAbsentForOtherTexts) {
+TEST(UrlScheme, IsPresentOnlyInUrls) {
     const std::map<std::string, std::string> schemes = {
         {"https://example.org/a%20b?c=d#e", "https"},
         {"HTTP://[::1]:80/", "HTTP"},

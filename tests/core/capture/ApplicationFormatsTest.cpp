@@ -88,7 +88,7 @@ using Texts = std::vector<std::string>;
 
 } // namespace
 
-TEST(ApplicationFormats, ReadsDesktopEntriesAsAPersonSeesThem) {
+TEST(ApplicationFormats, ReadsDesktopEntriesOfVisibleApplications) {
     const Texts none;
     const Texts unreadable{"!"s + vendors + "/kde/a.b.desktop"};
     const Texts named{"kde-a.b|A|Unknown version|"};

@@ -91,7 +91,7 @@ TEST(GapRows, SayWhyNothingWasObserved) {
     EXPECT_EQ(records.gaps(2, 24), "12-24… Tidemark was not running.; 2-11 ?; ");
 }
 
-TEST(GapRows, SelectTheEventOfTheirEnd) {
+TEST(GapRows, ReferToTheEventThatEndsTheGap) {
     Records records = gapUntil11();
     records.events = test::shared(
         *ObservationCoverage::completedEvent(*records.snapshots[0], *records.snapshots[1]));

@@ -192,7 +192,7 @@ TEST(HistoryExport, RemovesTheFolderOfARememberedFile) {
     }
 }
 
-TEST(HistoryExport, HasEveryFieldExceptTheNamedOnes) {
+TEST(HistoryExport, OmitsOnlyInternalAndPrivateFields) {
     const auto event = test::fullSample<Event>();
     std::set<std::string> all, kept, cleaned, dates;
     walk(Json::parse(json::encoded(event)), all, dates);

@@ -184,7 +184,7 @@ TEST(InstallationHistory, LimitsTheReportTo16MiB) {
 
 // When SIGCHLD is ignored, the child can't be waited for. Terminating it must not signal every
 // process.
-TEST(InstallationHistory, WorksWhenChildrenAreIgnored) {
+TEST(InstallationHistory, WorksWhenTheProcessIgnoresSIGCHLD) {
     Tool tool("exit 0");
     if (::geteuid() != 0)
         GTEST_SKIP() << "a failure would end every process of this user";

@@ -178,7 +178,7 @@ TEST(MemoryHistoryStore, ReadsNothingThroughALink) {
         << "the archive could not be saved either";
 }
 
-TEST(MemoryHistoryStore, KeepsOtherRecordsInTheDocument) {
+TEST(MemoryHistoryStore, WritesOnlyPayloadsOfClipsToFiles) {
     Place place;
     auto odd = application("editor");
     odd.text = "kept";

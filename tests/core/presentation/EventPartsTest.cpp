@@ -99,7 +99,7 @@ TEST(EventParts, KeepNamesApartFromWords) {
     }
 }
 
-TEST(EventParts, TakeOnlyTitlesOfMemoryForNames) {
+TEST(EventParts, TreatTheTitleOfAFileAsAName) {
     using enum MemoryRecord::Kind;
     Event file = rememberedEvent(fileOpened);
     Event application = rememberedEvent(appLaunched);
