@@ -22,8 +22,8 @@ struct OptionForm {
     /// True when it is given by position and not by name.
     bool isPositional = false;
     bool isRequired = false;
-    /// The names of options that can't be given together with this one; those that are empty stand
-    /// for none.
+    /// The names of the options that can't be given together with this one; empty names have no
+    /// effect.
     std::array<std::string_view, 5> excludes{};
     /// The placeholder of the value in the help; if empty, one that depends on the type.
     std::string_view valueName{};

@@ -15,10 +15,11 @@ namespace tidemark {
 /// is followed. All functions block.
 class Erasure {
 public:
-    /// Files with one meaning in one folder.
+    /// Files of one kind in one folder, such as the texts of clips.
     struct Part {
-        /// The file, or the folder of several.
+        /// The file, or the folder when there may be several files.
         std::filesystem::path path;
+        /// What the files hold, in words for the user.
         std::string content;
         std::size_t files = 0;
         std::int64_t bytes = 0;

@@ -9,8 +9,8 @@
 
 namespace tidemark {
 
-/// A change of the monitored folders by a command. No other change can begin until `finish` or its
-/// destruction. Main thread only.
+/// A change of the monitored folders by a command. No other change can begin until `finish` is
+/// called or this object is destroyed. Main thread only.
 class FolderChange {
 public:
     /// Throws `Error` while another change is being made, since the end of one would end both.

@@ -16,7 +16,7 @@ namespace tidemark {
 /// at a time.
 class Interruption {
 public:
-    /// What the process does after a stop. With `ends`, it has to end within the time, even after
+    /// What the process does after a stop. With `ends`, it has to end within `limit`, even after
     /// this object is destroyed. With `continues`, for example to print partial results, only the
     /// work until the destruction of this object is limited.
     enum class AfterStop { continues, ends };

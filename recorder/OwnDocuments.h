@@ -4,7 +4,7 @@
 #include <string_view>
 
 /// The documents that the program writes. `tidemark erase` removes them and no others, and
-/// `tidemark doctor` reports on them; both need a row for a new one.
+/// `tidemark doctor` reports on them. For both, a new document needs a row here.
 namespace tidemark::ownDocuments {
 
 struct OwnDocument {

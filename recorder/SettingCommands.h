@@ -10,9 +10,9 @@
 /// Prints and changes the settings of the user.
 namespace tidemark::settingCommands {
 
-/// One line per setting, or all as JSON. A setting without its source in `sources` is marked with
-/// the reason. The configuration files in `suggestions`, which the user may want to observe, and a
-/// problem with the stored settings are appended.
+/// One line per setting, or all as JSON. A setting whose source is not in `sources` is marked
+/// with the reason. The configuration files in `suggestions`, which the user may want to observe,
+/// and a problem with the stored settings are appended.
 std::string list(const Preferences& preferences, const SettingSources& sources,
                  const std::vector<std::filesystem::path>& suggestions, bool asJson);
 /// The value of one setting in the first line, then why it is not available and a problem with the

@@ -3,7 +3,7 @@
 #include <string>
 #include <string_view>
 
-/// ECMA-48 select graphic rendition.
+/// Control sequences for terminals (ECMA-48, select graphic rendition).
 namespace tidemark::textStyle {
 
 inline constexpr std::string_view bold = "\033[1m";

@@ -28,8 +28,8 @@ struct InstallationRecord {
     std::string id() const;
     /// The headline of its event.
     std::string title() const;
-    /// True for silent updates of the system's own data and packages installed because others need
-    /// them.
+    /// True for a silent update of the system's own data, and for a package that was installed
+    /// because another one needs it.
     bool isRoutine() const;
     std::string sourceDescription() const;
 

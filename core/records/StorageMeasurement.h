@@ -48,8 +48,8 @@ struct StorageMeasurementItem {
     }
 };
 
-/// What is known of the size of one item. `bytes`, `measuredAt` and `measuredItem` come from the
-/// last successful attempt and are kept when later attempts fail.
+/// What is known of the size of one item. The sizes, `breakdown`, `measuredAt` and `measuredItem`
+/// come from the last successful attempt and are kept when later attempts fail.
 struct StorageMeasurementRecord {
     static constexpr bool recurs = true;
     /// How many parts `breakdown` keeps.
@@ -69,11 +69,11 @@ struct StorageMeasurementRecord {
     /// Logical size.
     std::optional<std::int64_t> bytes;
     std::optional<Date> measuredAt;
-    /// `item` as it was when `bytes` was measured.
+    /// `item` as it was when the measurement of `bytes` began.
     OptionalShared<StorageMeasurementItem> measuredItem;
     /// When the last attempt was made, whether it succeeded or not.
     std::optional<Date> attemptedAt;
-    /// Consecutive failed attempts, 0 to 3.
+    /// Consecutive failed attempts, counted up to 3.
     std::int64_t attempts = 0;
     /// Why the last attempt failed; absent after a success.
     std::optional<std::string> issue;

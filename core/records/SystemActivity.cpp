@@ -67,7 +67,7 @@ std::string capitalized(std::string words) {
     return words;
 }
 
-/// The second line for volumes, displays and thermal pressure.
+/// The second line of an event of a display or of thermal pressure; absent for other events.
 std::optional<std::string> environmentDetail(const EnvironmentActivity& activity) {
     if (activity.display)
         return activity.display->label();

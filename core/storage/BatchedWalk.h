@@ -27,16 +27,16 @@ struct WalkBatch {
     std::optional<double> start;
     std::int64_t steps = 0;
 
-    /// True after 1024 steps or 25 milliseconds.
+    /// True after 1024 steps, or 25 milliseconds after `start`.
     bool isOver(double now) const;
 };
 
 /// Waits `seconds` between two batches. Returns false when the run was cancelled meanwhile.
 using BatchPause = std::function<bool(double seconds)>;
 
-/// Continues a walk in batches of at most 1024 steps or 25 milliseconds, with a pause of a
-/// millisecond in between, so that a measurement in the background keeps neither the disk nor a
-/// core busy.
+/// Continues a walk in batches, with a pause of a millisecond in between, so that a measurement in
+/// the background keeps neither the disk nor a core busy. A batch ends after 1024 steps or 25
+/// milliseconds, whichever comes first.
 ///
 /// A value means that the walk is finished; it is the walk's own result, a size or a failure. An
 /// error means that the walk was interrupted and can be resumed by another call: `cancelled`,

@@ -338,9 +338,10 @@ ComponentStorageScanner::measureSlice(Lock& lock, const Shared<StorageMeasuremen
 }
 
 /// Whether an unfinished walk is continued for the present state of its item. A walk that began
-/// before the item changed gives a size of neither state, so it is started anew. But only once: a
-/// folder that changes between all captures would otherwise never be measured. From the second
-/// change on the walk is continued, and the size counts for the state in which it began.
+/// before the item changed gives a size of neither state, so it is started anew. When only the
+/// modification date changes, this happens once: a folder that changes between all captures would
+/// otherwise never be measured. After its second change the walk is continued, and the size counts
+/// for the state in which the walk began.
 bool ComponentStorageScanner::Cursor::continuesFor(const StorageMeasurementItem& now) const {
     StorageMeasurementItem unchanged = now;
     if (startedAnew)

@@ -28,8 +28,8 @@ std::map<std::string_view, Pair> childrenByPath(const Node* before, const Node* 
     return pairs;
 }
 
-/// The node of one side. If it is known to be absent there, a node of 0 bytes like that of the
-/// other side.
+/// The node of one side of a pair: `own`, or, if nothing exists on that side, a node of 0 bytes
+/// with the path and the name of `other`. Absent when it is not known whether something exists.
 std::optional<Node> sideOf(const Node* own, const Node& other, const Node* parent) {
     if (own)
         return *own;

@@ -15,7 +15,7 @@ struct FolderInspectionNode {
     /// Absent when no complete size is known.
     std::optional<std::int64_t> bytes;
     std::optional<Date> measuredAt;
-    /// Why the size is missing or partial.
+    /// Why the size is missing, partial or old, or what it does not include.
     std::optional<std::string> issue;
     /// Absent when nothing is known of the contents.
     std::optional<std::vector<FolderInspectionNode>> children;

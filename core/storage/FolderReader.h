@@ -11,7 +11,8 @@
 namespace tidemark {
 
 /// Reads one open folder: its names one by one, and the status of each relative to the open
-/// descriptor, so that no path is too long. Does not follow links. Errors are `errno` values.
+/// descriptor, so that no path is too long. Does not follow links. Errors are `errno` values,
+/// except that of `openRoot`.
 class FolderReader {
 public:
     /// Without an open folder.
