@@ -239,8 +239,8 @@ int main(int argc, char** argv) {
     longest = 0;
     handleEventsFor(1.5);
     row("longest block while a program does not answer", longest, "ms", 20);
-    // What did not answer may have been a marked item, so neither the time after it nor the next
-    // item of an unknown program is recorded.
+    // The item that could not be read may have been marked as secret. So nothing is recorded for
+    // some time after it, and then not the next item of an unknown program.
     handleEventsFor(MarkedClipGuard::keeperTime);
     SessionClipboard other(others);
     const auto copy = [&](int number) { other.put({{"UTF8_STRING", Copier::textOf(number)}}); };

@@ -30,7 +30,7 @@ Journal journalOfFolders() {
     return journal;
 }
 
-/// Ten years of days before the first capture, of everything that this one has.
+/// Daily sizes of the ten years before the first capture, of every folder in that capture.
 StorageHistory tenYears(const Snapshot& first) {
     StorageHistory history;
     history.record(first, Calendar());

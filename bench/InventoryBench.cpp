@@ -9,8 +9,8 @@
 #include <iterator>
 #include <stdexcept>
 
-/// The inventory of a full desktop of Linux, made as a machine in a folder: what dpkg recorded of
-/// its packages, its desktop entries, units with drop-ins and links, and start-up entries.
+// Takes the inventory of a full Linux desktop, whose files are made in a folder: the records of
+// dpkg, desktop entries, units with drop-ins and links, and start-up entries.
 using namespace tidemark;
 namespace fs = std::filesystem;
 

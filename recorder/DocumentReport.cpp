@@ -82,7 +82,7 @@ std::optional<std::int64_t> versionOf(const Path& document) {
         const auto bytes = readDocumentBytes(document);
         return bytes ? documentVersion(*bytes) : std::nullopt;
     } catch (const Error&) {
-        // The reader of the document reports it.
+        // `problemOf` reports the failure.
         return std::nullopt;
     }
 }

@@ -28,7 +28,8 @@ using Names = std::vector<std::string_view>;
 constexpr std::string_view lockFile = "recorder.lock";
 constexpr std::size_t digestDigits = 64;
 
-/// What the program calls its files in one kind of folder. Absent for a file that is not its own.
+/// Returns what a file of one kind of folder holds, by its name, in words for the user; absent for
+/// a file that is not the program's own.
 using Content = std::function<std::optional<std::string>(std::string_view name)>;
 
 bool isUuid(std::string_view text) {
@@ -103,7 +104,7 @@ bool isBackup(std::string_view folder) {
            || (folder.starts_with(unfinished) && isUuid(folder.substr(unfinished.size())));
 }
 
-/// Knows one file by its name, and no other.
+/// Describes the file of this name, and no other.
 Content only(const std::string& file, const std::string& content) {
     return [file, content](std::string_view name) {
         return name == file ? std::optional(content) : std::nullopt;

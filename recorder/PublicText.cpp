@@ -26,7 +26,8 @@ struct Quotes {
 };
 constexpr std::array quotes{Quotes{"\"", "\""}, Quotes{"“", "”"}};
 
-/// What follows the path in sentences about a file. What hardly ever occurs in a path comes first.
+/// The words after the path in sentences about a file. Those that a path hardly ever contains come
+/// first.
 constexpr auto afterPath = std::to_array<std::string_view>(
     {" could not ", " can’t be ", " can't be ", " is ", " was ", " has ", " lies "});
 

@@ -81,7 +81,7 @@ SettingSources Recorder::sourcesOf(const LiveMonitors& monitors,
     std::set<SettingSource> present = monitors.sources();
     for (const auto& [absent, reason] : reasons)
         present.erase(absent);
-    // The windows read their settings whenever they are opened.
+    // Always there, because a window reads its settings when it is opened.
     present.insert(SettingSource::windows);
     std::error_code error;
     const auto isFolder = [&](const std::filesystem::path& path) {

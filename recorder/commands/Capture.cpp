@@ -24,7 +24,7 @@ struct CaptureOptions {
     }
 };
 
-/// The events of the capture with this snapshot, whose id is part of theirs.
+/// The events of the capture that made this snapshot: their ids contain that of the snapshot.
 std::vector<Shared<Event>> eventsOf(const Journal& journal, const Uuid& snapshot) {
     const std::string name = snapshot.text();
     std::vector<Shared<Event>> made;

@@ -33,9 +33,9 @@ struct GrewOptions {
 
 } // namespace
 
-/// A size in JSON. Not in the anonymous namespace: the codec counts the members of a record that
-/// has an optional of this type by a conversion that is only declared, and clang would require its
-/// definition in this file.
+/// A size in JSON. Not in the anonymous namespace: the codec counts the members of a record by a
+/// conversion function that it declares and never defines. For a type of the anonymous namespace,
+/// clang requires the definition.
 struct SizeEntry {
     std::int64_t bytes = 0;
     Date measuredAt;

@@ -17,9 +17,9 @@ struct MemoryOptions {
     }
 };
 
-/// The records without their payloads, which are images and the formatting of texts; as in the
-/// document, `payloadStored` says which had one. The document has the texts of clips in files of
-/// their own, too; here they stay in the records.
+/// The records without their payloads, which are images and formatted texts. As in the stored
+/// document, `payloadStored` is set in a record that had a payload. Unlike there, the texts of
+/// clips stay in the records.
 std::vector<Shared<MemoryRecord>> withoutPayloads(std::vector<Shared<MemoryRecord>> records) {
     for (auto& record : records)
         if (record->payload) {

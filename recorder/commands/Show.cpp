@@ -20,7 +20,8 @@ struct ShowOptions {
     }
 };
 
-/// Throws `Error` unless the identifier of one event is `id`, or only one contains it.
+/// The event with the identifier `id`, or the only one whose identifier contains `id`. Throws
+/// `Error` when there is none or more than one.
 const Event& eventWith(const std::vector<Shared<Event>>& events, const std::string& id) {
     std::vector<const Event*> found;
     for (const auto& event : events) {
