@@ -20,7 +20,7 @@ public:
     virtual Date now() = 0;
     /// Seconds from an arbitrary start; never decreases.
     virtual double monotonicSeconds() = 0;
-    /// Waits so many seconds. Returns false when a stop is requested before or during the wait. A
+    /// Waits for `seconds`. Returns false when a stop is requested before or during the wait. A
     /// waiting coroutine is resumed by the event loop, never inside of the call of `request_stop`.
     virtual QCoro::Task<bool> sleep(double seconds, std::stop_token stop = {},
                                     Slack slack = Slack::none) = 0;

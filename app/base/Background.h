@@ -20,8 +20,8 @@ enum class WorkPriority { utility, userInitiated };
 
 namespace detail {
 
-/// Runs a function on `pool`, or on the common pool of its priority if that is null, and resumes on
-/// the main thread.
+/// Runs a function on `pool`, or on the common pool of its priority if `pool` is null, and resumes
+/// on the main thread.
 struct PoolWait {
     // Pointers, because GCC 12 copies an awaiter that is not a temporary: all copies must refer to
     // the same work and the same exception.
@@ -42,9 +42,9 @@ void startOnPool(const std::function<void()>& work);
 
 } // namespace detail
 
-/// Calls `work` with `stop` on a thread of `pool`, or of the common pool of the priority if that is
-/// null. The awaiting coroutine is resumed on the main thread with the result or the exception of
-/// `work`. Throws `Error` without calling `work` when the pool has no thread and none can be
+/// Calls `work` with `stop` on a thread of `pool`, or of the common pool of the priority if `pool`
+/// is null. The awaiting coroutine is resumed on the main thread with the result or the exception
+/// of `work`. Throws `Error` without calling `work` when the pool has no thread and none can be
 /// started. `work` has to check `stop` itself, and is destroyed on the main thread. A pool of one
 /// thread runs its work in the order of the calls.
 template <class Work, class Result = std::invoke_result_t<Work&, const std::stop_token&>>

@@ -52,8 +52,8 @@ public:
     /// The tracked purposes, by path.
     std::map<std::string, FolderPurposes> selection() const;
 
-    /// Opens the tracked folders, without `measureStorage` only those that are tracked for more
-    /// than their storage. A folder that can't be opened becomes an issue.
+    /// Opens the tracked folders; if `measureStorage` is false, only those that are tracked for
+    /// something else than their storage, too. A folder that can't be opened becomes an issue.
     QCoro::Task<FolderCaptureAccess> beginCapture(bool measureStorage);
 
     /// Allows folders, with links in their paths resolved, for the purposes of both the given and

@@ -18,7 +18,7 @@ struct FolderRequest {
     std::string title;
     std::string prompt;
     std::string message;
-    /// The one folder that may be picked; any, when absent.
+    /// The only folder that may be picked; absent when any may be.
     std::optional<std::filesystem::path> suggested;
     bool allowsSeveral = false;
     bool showsHiddenFiles = false;

@@ -22,10 +22,10 @@ class LocalListener {
 public:
     using Accept = std::function<void(FileDescriptor)>;
 
-    /// Listens at `socketPath`, whose folder is created with mode 0700 or must be private. A socket
-    /// at that path is removed, since the lock of the data folder proves that its process has
-    /// ended. Throws `Error`. `handOver` is called from the event loop with each client of this
-    /// user. The lock must outlive the listener.
+    /// Listens at `socketPath`. Its folder is created with mode 0700; one that exists must be
+    /// private. A socket at that path is removed, since the lock of the data folder proves that its
+    /// process has ended. Throws `Error`. `handOver` is called from the event loop with each client
+    /// of this user. The lock must outlive the listener.
     LocalListener(const std::filesystem::path& socketPath, const FolderLock& lock, Accept handOver);
     ~LocalListener();
     LocalListener(const LocalListener&) = delete;

@@ -36,8 +36,8 @@ public:
 
     /// What is recorded at present and what is not, as sentences.
     const std::string& status() const { return *statusText; }
-    /// Why copies can't be recorded in this session, as a sentence; empty when they can. Also
-    /// empty before `start`, which is what asks the session.
+    /// Why copies can't be recorded in this session, as a sentence; empty when they can. Also empty
+    /// before `start`, since only that asks the session.
     const std::string& absence() const { return absenceText; }
 
 private:

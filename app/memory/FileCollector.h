@@ -22,7 +22,7 @@ class FileCollector final : public Observable, public MemoryCollector {
     Q_OBJECT
 
 public:
-    /// At the first start, files of so many seconds before it are recorded as well.
+    /// At the first start, files of the last so many seconds are recorded as well.
     static constexpr double importedTime = 30 * 86'400.0;
 
     /// References must outlive the collector.

@@ -6,7 +6,8 @@
 namespace tidemark {
 
 /// The commands for choosing folders. No scheduled capture begins while the user chooses. If any
-/// folder is allowed, a capture follows the first choice and each that changed what is tracked.
+/// folder is allowed, a capture follows the first choice, and each later one that changed what is
+/// tracked.
 class FolderSetup {
 public:
     /// The arguments must outlive this object.

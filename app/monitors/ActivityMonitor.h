@@ -14,7 +14,7 @@
 namespace tidemark {
 
 /// Follows one aspect of the machine and makes a record of each change. Emits `changed` when its
-/// statuses do. Main thread only.
+/// statuses have changed. Main thread only.
 class ActivityMonitor : public Observable {
 public:
     using Record = std::function<void(SystemActivity)>;
@@ -25,8 +25,8 @@ public:
     /// Stops. `record` is not called any more.
     virtual void stop() = 0;
 
-    /// Why a source has nothing to observe on this machine, as a sentence; absent where it has, and
-    /// while that is not known.
+    /// Why a source has nothing to observe on this machine, as a sentence. Absent where there is
+    /// something to observe, and while that is not known.
     using Absence = std::optional<std::string>;
     /// The sources that it provides to the settings (`SettingSources`), with their absences.
     virtual std::map<SettingSource, Absence> settingSources() const = 0;

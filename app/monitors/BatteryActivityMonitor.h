@@ -40,8 +40,8 @@ public:
     BatteryActivityMonitor(const Surroundings& surroundings, Sources sources);
     ~BatteryActivityMonitor() override;
 
-    /// Why neither the power source nor the low power mode can be observed; absent where one can,
-    /// and while this is not following.
+    /// Why neither the power source nor the low power mode can be observed; absent where one of
+    /// them can, and while this monitor is not following.
     Absence absence() const override;
 
     /// The present reading; absent without a battery and while this is off. While nothing is known

@@ -15,9 +15,9 @@ namespace tidemark {
 /// Records volumes that are mounted and unmounted, displays that are connected, disconnected or
 /// configured, and thermal pressure. Main thread only.
 ///
-/// Each notification of a change causes a reading of everything two seconds after the last one, so
-/// that a burst of them becomes one comparison. The sources exist only while they are followed: not
-/// while the setting is off, and not during a sleep of the machine.
+/// Everything is read two seconds after the last notification of a change, so that a burst of
+/// notifications becomes one comparison. The sources exist only while they are followed: not while
+/// the setting is off, and not during a sleep of the machine.
 class EnvironmentActivityMonitor final : public SwitchedMonitor {
 public:
     template <class Source>

@@ -8,8 +8,8 @@
 
 namespace tidemark {
 
-/// What settings control and a system or a build may lack: a source of records, or a way to show
-/// something (`notifications`, `windows`).
+/// A source of records, or a way to show something (`notifications`, `windows`), that settings
+/// control. A system or a build may lack it.
 enum class SettingSource {
     formulas,
     diagnosticReports,

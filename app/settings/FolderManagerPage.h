@@ -9,8 +9,9 @@
 
 namespace tidemark {
 
-/// The page on which the user chooses what is observed, which is also the first set-up. The
-/// values are in the words of this system; the constants have to pass `systemWords::shown`.
+/// The page on which the user chooses what is observed, which is also the first set-up. The members
+/// are texts in the words of this system; the constants are passed through `systemWords::shown`
+/// before they are shown.
 struct FolderManagerPage {
     static constexpr std::string_view explanation =
         "Choose what Tidemark observes. Everything stays on this Mac.";
@@ -50,8 +51,8 @@ struct FolderManagerPage {
 struct FolderManagerState {
     bool isFirstSetup = false;
     const FolderAccess& access;
-    /// The paths of the recommended folders without links, in their order. Resolved in the
-    /// background, because a folder may not respond; empty until then.
+    /// The paths of the recommended folders, in their order, with links resolved. That is done in
+    /// the background, because a folder may not respond; empty until then.
     std::vector<std::string> recommendedPaths{};
     /// The title of the folder that the user is asked to choose.
     std::optional<std::string> currentFolder{};

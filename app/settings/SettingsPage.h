@@ -95,7 +95,7 @@ struct SettingsPageState {
     std::string fileStatus{};
     /// What is recorded of the clipboard at present; empty while its history is off.
     std::string clipboardStatus{};
-    /// Whether the keys work that open the search panel from any program.
+    /// Whether the keys that open the search panel from any program work.
     GlobalShortcut::Availability shortcut{};
     /// True when this build updates itself.
     bool hasUpdater = false;

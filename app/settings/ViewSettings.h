@@ -23,7 +23,8 @@ public:
 
     /// The text size of the history list in points; other texts are not affected.
     std::int64_t listingTextSize() const { return textSize; }
-    /// That size relative to the one of a new installation, where all texts are equally large.
+    /// The text size of the history list divided by its default, at which all texts are equally
+    /// large.
     double listingTextScale() const;
     void changeListingTextSize(std::int64_t step);
     void resetListingTextSize();

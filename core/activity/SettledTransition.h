@@ -48,8 +48,8 @@ public:
             waiting.emplace(Candidate{std::move(value), at});
     }
 
-    /// Accepts the candidate if it has lasted for `delay`. Absent when nothing was accepted or it
-    /// is the starting point. `at` is the time of the observation plus the monotonic seconds since
+    /// Accepts the candidate if it has lasted for `delay`. Absent when nothing was accepted, and
+    /// for the starting point. `at` is the time of the observation plus the monotonic seconds since
     /// then; the wall clock itself may have been set in between.
     std::optional<Transition> settle(Date at) {
         if (!waiting || settlingTime > at - waiting->since)

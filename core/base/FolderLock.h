@@ -30,9 +30,9 @@ struct FolderHolder {
 /// `FolderHolder`; the lock itself does not depend on that number.
 class FolderLock {
 public:
-    /// Locks an existing folder. Doesn't wait for the end of another owner, only up to 20 ms for
-    /// processes that are in `holder`. Throws `FileError` when the lock file can't be
-    /// created or locked, as in a folder without write permission.
+    /// Locks an existing folder. Doesn't wait until another owner ends, but waits up to 20 ms for
+    /// processes that are calling `holder`. Throws `FileError` when the lock file can't be created
+    /// or locked, as in a folder without write permission.
     static std::expected<FolderLock, FolderHolder> take(const std::filesystem::path& folder);
 
     /// The process, maybe this one, that has locked the folder at this moment. Absent when none

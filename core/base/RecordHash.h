@@ -16,7 +16,8 @@
 
 namespace tidemark {
 
-/// A hash of all stored fields: equal values in one `InternPool` have equal hashes.
+/// A hash of all stored fields. Values of one `InternPool` that are stored as the same bytes have
+/// equal hashes.
 namespace recordHash {
 
 template <class T>
@@ -39,7 +40,7 @@ struct Hash {
         }
     }
 };
-/// By bits: 0 and −0 are equal but must not replace each other.
+/// By bits: 0 and −0 compare equal, but are stored as different texts.
 template <>
 struct Hash<double> {
     std::size_t operator()(double value) const {

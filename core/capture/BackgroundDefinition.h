@@ -66,8 +66,8 @@ inline constexpr auto labels = std::to_array<Label>({
     {"ThrottleInterval", "Minimum restart interval (seconds)"},
 });
 
-/// Labels of keys whose values are not among the settings: only a digest of each is stored, and the
-/// path of the program.
+/// Labels of the other compared keys. Only a digest of each value is stored, and of the program
+/// also its path.
 inline constexpr auto furtherLabels = std::to_array<Label>({
     {"Program", "Executable"},
     {"ProgramArguments", "Launch arguments"},

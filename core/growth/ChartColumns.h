@@ -6,7 +6,8 @@
 #include <vector>
 
 /// A line of a chart on a surface of pixels. However many steps there are, a column of pixels is
-/// drawn once: a line goes from left to right without a jump, so it covers one stretch of each.
+/// drawn once: a line goes from left to right without a jump, so it covers one stretch of each
+/// column.
 namespace tidemark::chartColumns {
 
 /// Neighbouring columns of which a line covers the same stretch. `right` and `bottom` are the first

@@ -26,8 +26,8 @@ struct Row {
     /// The sizes: "—" where the item did not exist, "Unknown" where the size is not known.
     std::string before;
     std::string after;
-    /// With sign, after "New" or "Gone" for an application that appeared or was removed. Without
-    /// the size where that is not known.
+    /// The change with its sign, if it is known. For an application that appeared or was removed,
+    /// "New" or "Gone" comes before it.
     std::string change;
     /// "42 %".
     std::string share;

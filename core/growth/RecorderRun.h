@@ -8,7 +8,7 @@
 namespace tidemark {
 
 /// A moment at which recording began, was still going on, paused, resumed or ended. These records
-/// tell why nothing was observed.
+/// explain why nothing was observed in a period.
 struct RecorderRun {
     enum class Kind {
         /// The recorder started, with recording paused or not.

@@ -42,7 +42,7 @@ struct TimelineRow {
 /// The rows of the timeline, the newest first, each day below its heading. A gap is at the time at
 /// which it ended, in place of its event "Captures Resumed"; one that ended before the earliest day
 /// with events is left out. A day with `foldedFrom` gaps or more has one row for all of them,
-/// unless its start is in `unfolded`.
+/// unless the start of the day is in `unfolded`.
 struct TimelineRows {
     static constexpr std::size_t foldedFrom = 3;
 

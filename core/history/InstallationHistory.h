@@ -56,8 +56,8 @@ struct PackageLog {
     /// The log of apt, which groups packages into transactions and marks new automatic ones. It may
     /// be missing.
     std::filesystem::path transactions = "/var/log/apt/history.log";
-    /// Where apt keeps which packages are installed only because others need them. It may be
-    /// missing.
+    /// The file in which apt notes the packages that are installed only because others need them.
+    /// It may be missing.
     std::filesystem::path states = "/var/lib/apt/extended_states";
     /// The most bytes to read of each log together with its rotated predecessors, and of the
     /// states.

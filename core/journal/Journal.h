@@ -45,8 +45,8 @@ struct Journal {
     /// new and the last snapshot become shared.
     void append(Shared<Snapshot> snapshot, bool comparingPrevious);
 
-    /// Drops the oldest quarter of the snapshots, but never the newest two, which were compared
-    /// last and of which the next comparison needs the newer. False when there is none to drop.
+    /// Drops the oldest quarter of the snapshots, but never the newest two: they were compared
+    /// last, and the next comparison needs the newer one. False when there is none to drop.
     bool dropOldestSnapshots();
 
     /// Merges records by their id, oldest first; returns how many were new.

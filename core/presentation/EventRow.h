@@ -31,7 +31,7 @@ struct EventRow {
 std::string shownTitle(const Event& event);
 
 /// The time of day of an event under the heading of its day. For an interval that began on another
-/// day, the start is written with its date, and with the year if that is another one, too.
+/// day, the start is written with its date, and with the year if the years differ, too.
 std::string timesOf(const Event& event, const Calendar& calendar);
 
 /// The heading of a day, given by its start: "Today", "Yesterday", or the date.

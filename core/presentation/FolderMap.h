@@ -30,8 +30,8 @@ struct FolderMap {
         /// The change of the size since the earlier capture; absent where that is not known.
         std::optional<std::int64_t> change;
         Trend trend = Trend::unknown;
-        /// How strongly the tile is coloured, from 0 to 1: the square root of its change as a share
-        /// of the largest one of the map. A tile that stands for several has the largest of theirs.
+        /// How strongly the tile is coloured, from 0 to 1: the square root of its change divided by
+        /// the largest change in the map. A tile that stands for several has the largest of theirs.
         double strength = 0;
         /// How many items it stands for; 0 for the part of a folder that is not listed.
         std::size_t items = 1;

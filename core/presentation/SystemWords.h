@@ -10,8 +10,8 @@
 namespace tidemark::systemWords {
 
 /// One row of the table of a system. A "{}" in `source` matches any text, which replaces the "{}"
-/// in `here`. A row without "{}" is used before one with it; among several of these, the first that
-/// matches.
+/// in `here`. A row without "{}" takes precedence over one with it; among several rows with "{}",
+/// the first that matches is used.
 struct Entry {
     std::string_view source;
     std::string_view here;

@@ -23,8 +23,7 @@ struct FolderContents {
 
 /// Lists the folder at the canonical path `folder`. Fails if the folder or an entry can't be read,
 /// if there are more than 100,000 entries, after 3 seconds, or on a stop. In a Trash, files of the
-/// file manager itself are not counted
-/// (`TrashFolder::isFileManagersOwn`).
+/// file manager itself are not counted (`TrashFolder::isFileManagersOwn`).
 std::expected<FolderContents, StorageMeasurementFailure>
 listContents(const std::filesystem::path& folder, Clock& clock, const std::stop_token& stop);
 

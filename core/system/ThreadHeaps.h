@@ -2,8 +2,8 @@
 
 namespace tidemark {
 
-/// Makes all threads of the process allocate from at most two heaps. This keeps a process small
-/// that runs for weeks: otherwise each thread has a heap, which grows to the most memory that the
+/// Makes all threads of the process allocate from at most two heaps. A process that runs for weeks
+/// stays small this way: otherwise each thread has a heap, which grows to the most memory that the
 /// thread ever needed at one time and does not shrink again. Call it before other threads start.
 /// There is a source file for each system; the function does nothing on systems whose heaps don't
 /// belong to threads.

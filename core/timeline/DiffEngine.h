@@ -8,8 +8,8 @@
 
 /// Compares two observations. Sizes change all the time, so only differences that reach a fixed
 /// threshold are reported. A folder can be unreadable or not selected in one of the observations,
-/// so only folders that both have read are compared. A size, count or
-/// fingerprint that is absent on either side is never a change. Pure functions; thread-safe.
+/// so only folders that were read in both are compared. A size, count or fingerprint that is absent
+/// on either side is never a change. Pure functions; thread-safe.
 namespace tidemark::DiffEngine {
 
 /// Sizes in bytes that differ by this much or more are reported.

@@ -3,8 +3,8 @@
 #include "platform/linux/WaylandConnection.h"
 
 /// The protocols ext-data-control-v1 and wlr-data-control-unstable-v1, which have the same form: a
-/// program may read and set the clipboard without having the keyboard. Requests and events are
-/// numbered in the order of the protocol.
+/// program may read and set the clipboard without having the keyboard focus. Requests and events
+/// are numbered in the order of the protocol.
 namespace tidemark::dataControl {
 
 namespace managerRequest {

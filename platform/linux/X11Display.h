@@ -11,7 +11,8 @@ namespace tidemark::x11Display {
 
 using Connection = std::unique_ptr<xcb_connection_t, decltype(&xcb_disconnect)>;
 
-/// The display as xcb reaches it by a local socket alone; empty where it has none.
+/// The name by which xcb reaches the display through a local socket only; empty where it has no
+/// such socket.
 std::string local(const std::string& display);
 
 /// Connects to a display such as ":0", and sets `screen` to the number of its screen. Null when

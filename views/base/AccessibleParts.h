@@ -7,9 +7,9 @@ class QWidget;
 
 namespace tidemark {
 
-/// What a widget that paints its parts itself, such as the tiles of a map, says of them to a screen
-/// reader. A widget class derives from it and calls `accessibleParts::install` when it is made;
-/// each part is then a child of the widget for assistive programs. Parts have numbers from 0.
+/// Describes to a screen reader the parts that a widget paints itself, such as the tiles of a map.
+/// A widget class derives from it and calls `accessibleParts::install` when it is made; each part
+/// is then a child of the widget for assistive programs. Parts have numbers from 0.
 class AccessibleParts {
 public:
     AccessibleParts() = default;

@@ -15,8 +15,8 @@ namespace tidemark {
 
 class DimLabel;
 
-/// One line of the settings: a control, and if that does nothing on this machine, the reason below
-/// it.
+/// One line of the settings: a control and, where the control does nothing on this machine, the
+/// reason below it.
 class SettingsRowView : public QWidget {
     Q_OBJECT
 

@@ -51,16 +51,16 @@ public:
     void inspectFolders(const OptionalShared<Event>& event);
     bool showsFolders() const;
     bool showsStorage() const;
-    /// What takes the keyboard.
+    /// The widget that gets the keyboard focus.
     QWidget* content() const;
 
 Q_SIGNALS:
-    // Commands that are not this pane's.
+    // Commands that another object carries out.
     void retryTriggered(tidemark::WorkspaceMessage::Retry retry);
     void actionTriggered(tidemark::EmptyState::Action action);
     void deletionRequested(const tidemark::Uuid& snapshot);
     void captureCancelled();
-    /// The user changed what the pane shows by a choice that is only its own.
+    /// The user changed what the pane shows by a choice that the pane itself keeps.
     void contentChanged();
 
 private:
