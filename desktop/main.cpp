@@ -30,8 +30,8 @@ using namespace tidemark;
 constexpr int failed = 1;
 /// What the event loop, the locks, a capture and the connections to the display need.
 constexpr int neededDescriptors = 32;
-/// How many times the program tries again to lock the data folder, which another recorder leaves or
-/// a command has for a moment. With the pauses in between, that takes fifteen seconds.
+/// How many times the program tries again to lock the data folder, while another recorder leaves it
+/// or a command has it for a moment. With the pauses in between, that takes fifteen seconds.
 constexpr int folderAttempts = 150;
 constexpr std::chrono::milliseconds folderPause{100};
 

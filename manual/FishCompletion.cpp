@@ -17,7 +17,8 @@ std::string listOf(const std::vector<std::string>& words) {
     return inFishQuotes(text);
 }
 
-/// Holds when the words of the command and none of those that may follow it were given.
+/// A condition that holds when the words of the command were given and none of those that may
+/// follow it.
 std::string conditionOf(const Continuation& place) {
     std::string words(place.command);
     std::string text;

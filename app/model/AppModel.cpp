@@ -195,9 +195,9 @@ QCoro::Task<void> AppModel::startLiveServices() {
     }
 }
 
-/// Shows the choice of folders if the user still has to make it. Otherwise imports the installation
-/// logs if that was never done, and takes a capture if one is due. When access to folders was just
-/// restored, does both before that, and takes the capture even if none is due.
+/// When access to folders was just restored, imports the installation logs if that was never done,
+/// and takes a capture. Then, if the user still has to choose folders, shows the choice; otherwise
+/// imports the logs in the same way, and takes a capture if one is due.
 QCoro::Task<void> AppModel::catchUp() {
     const bool restored = co_await folders.restoreRecommendedAccessAfterRestart();
     if (isEnding())

@@ -61,10 +61,10 @@ void takeInventory(Inventory<Record>& found, Shared<std::vector<Shared<Record>>>
     excludedPaths.insert(found.excludedPaths.begin(), found.excludedPaths.end());
 }
 
-/// Excludes incomplete roots from the comparison: an item that was not read there may still be on
-/// disk, and would be reported as removed if a complete root contains the incomplete one. If none
-/// does, but the incomplete root contains a complete one, it is not excluded, because that would
-/// exclude the complete one as well.
+/// Excludes each incomplete root from the comparison: an item that was not read there may still be
+/// on disk, and would be reported as removed if a complete root contains the incomplete one. An
+/// incomplete root that contains a complete one, and lies in none, is not excluded, because that
+/// would exclude the complete one as well.
 void excludeIncomplete(const std::set<std::string>& incomplete,
                        const std::set<std::string>& complete, const Coverage& coverage,
                        std::set<std::string>& excludedPaths) {

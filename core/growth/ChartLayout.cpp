@@ -13,7 +13,7 @@ namespace {
 /// The seconds that a chart shows at least, also when all of its points have the same time.
 constexpr double shortestPeriod = 3'600;
 
-/// As a share of the period. A longer beginning without points is not shown.
+/// The longest beginning without points that is shown, as a share of the period.
 constexpr double longestLead = 0.05;
 
 Date firstShown(const StorageChart& chart) {

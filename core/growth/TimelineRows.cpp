@@ -42,7 +42,8 @@ public:
             into.push_back(std::move(rows[next]));
         }
     }
-    /// Sets the event of the row that is shown in its place. Call it before the rows are moved.
+    /// Sets the event of the row that is shown in place of `event`. Call it before the rows are
+    /// moved.
     void setEvent(const Shared<Event>& event) {
         for (std::size_t i = next; i < rows.size(); ++i)
             if (rows[i].gap->eventID == event->id)

@@ -9,8 +9,8 @@ namespace tidemark {
 
 namespace {
 
-/// Destroys the offers that the compositor announces to every device: this device only offers and
-/// reads none.
+/// Destroys the offers that the compositor announces to every device: this one only makes an offer
+/// and reads none.
 constexpr dataControl::DeviceListener deviceListener{
     .dataOffer =
         [](void*, wl_proxy*, wl_proxy* offer) {

@@ -125,7 +125,7 @@ bool HistoryPane::showsStorage() const {
            && !history.place().snapshot() && !history.comparedCaptures();
 }
 
-/// Nothing but time limits what the list shows.
+/// True when only the time window limits what the list shows.
 bool HistoryPane::isWholeTimeline() const {
     const auto& history = uses.model.history();
     const auto& place = history.place();

@@ -58,7 +58,7 @@ void TimelineModel::show(const TimelinePresentation& presentation, Date now,
     const bool isOtherDay = calendar.startOfDay(now) != calendar.startOfDay(shownAt);
     calendar = Calendar();
     shownAt = now;
-    // "Today" is "Yesterday" now.
+    // The heading "Today" becomes "Yesterday".
     if (isOtherDay && !rows.empty())
         Q_EMIT dataChanged(index(0), index(rowCount() - 1));
 }
