@@ -12,9 +12,6 @@ namespace tidemark {
 /// What a panel for choosing folders shows, and which folders it may return. A panel offers only
 /// existing folders.
 struct FolderRequest {
-    /// The domain of the errors with which a panel refuses a folder.
-    static constexpr const char* errorDomain = "Tidemark.FolderSelection";
-
     std::string title;
     std::string prompt;
     std::string message;

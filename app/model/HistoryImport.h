@@ -52,7 +52,6 @@ public:
 
     /// True while the import view is open.
     Published<bool> importPresented{this};
-    Published<bool> importInSettings{this};
     Published<std::optional<InstallationPreview>> importPreview{this};
     Published<std::optional<std::string>> importError{this};
     Published<std::optional<std::string>> initialHistoryMessage{this};
