@@ -104,13 +104,18 @@ std::string ReportProcess::readOutput(std::size_t limit) {
         const int count = left <= 0 ? 0 : ::poll(&ready, 1, static_cast<int>(left * 1000) + 1);
         if (count < 0 && errno == EINTR)
             continue;
-        if (count <= 0)
+        if (count <= 0) {
+            // Another process may still have the output open when this one has ended.
+            isCut = true;
             break;
+        }
         const ssize_t length = ::read(output.get(), block.data(), block.size());
         if (length < 0 && errno == EINTR)
             continue;
-        if (length <= 0)
+        if (length <= 0) {
+            isCut = length < 0;
             break;
+        }
         bytes.append(block.data(), static_cast<std::size_t>(length));
     }
     if (bytes.size() > limit)
@@ -121,7 +126,7 @@ std::string ReportProcess::readOutput(std::size_t limit) {
 bool ReportProcess::succeeded() {
     const bool ended = waitUntil(deadline);
     terminate();
-    return ended && WIFEXITED(status) && WEXITSTATUS(status) == 0;
+    return ended && !isCut && WIFEXITED(status) && WEXITSTATUS(status) == 0;
 }
 
 bool ReportProcess::waitUntil(double until) {

@@ -23,12 +23,12 @@ public:
     ReportProcess(const ReportProcess&) = delete;
     ReportProcess& operator=(const ReportProcess&) = delete;
 
-    /// The whole output of the process. If it exceeds `limit` bytes, the process is terminated and
-    /// more than `limit` bytes are returned.
+    /// The output of the process, up to the time limit. If it exceeds `limit` bytes, the process is
+    /// terminated; the caller recognises this by a result longer than `limit`.
     std::string readOutput(std::size_t limit);
 
     /// Waits for the process to end, and terminates it at the time limit. True when it exited with
-    /// status 0 before that.
+    /// status 0 before that, and its output was read whole.
     bool succeeded();
 
 private:
@@ -43,6 +43,8 @@ private:
     FileDescriptor output;
     double deadline = 0;
     double terminationGrace = 0;
+    /// True when reading ended before the end of the output.
+    bool isCut = false;
     int status = unknownStatus;
 };
 
