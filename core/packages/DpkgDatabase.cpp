@@ -99,11 +99,14 @@ bool addList(ListedPackages& all, int folder, const std::string& name, const Pac
     }
 }
 
-/// Returns false when a list can't be read, or when "status" has no stanza for it: then "status" is
-/// damaged, or was written at another time than the lists. False after a stop request, too.
+/// Returns false when a list can't be read or is missing, or when "status" has no stanza for it:
+/// then "status" is damaged, or was written at another time than the lists. False after a stop
+/// request, too.
 bool addLists(ListedPackages& all, FolderReader& folder, const Packages& packages,
               const std::stop_token& stop) {
     bool isWhole = true;
+    auto missing =
+        std::ranges::count_if(packages, [](const auto& each) { return each.second.has_value(); });
     while (const dirent* entry = folder.next()) {
         if (stop.stop_requested())
             return false;
@@ -112,12 +115,14 @@ bool addLists(ListedPackages& all, FolderReader& folder, const Packages& package
             continue;
         const auto package =
             packages.find(std::string_view(name).substr(0, name.size() - listExtension.size()));
-        if (package == packages.end())
+        if (package == packages.end()) {
             isWhole = false;
-        else if (package->second)
+        } else if (package->second) {
             isWhole = addList(all, folder.descriptor(), name, *package->second) && isWhole;
+            --missing;
+        }
     }
-    return isWhole && folder.readError() == 0;
+    return isWhole && missing == 0 && folder.readError() == 0;
 }
 
 DatabaseState state(const MachineFiles& machine) {

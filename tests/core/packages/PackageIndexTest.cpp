@@ -229,6 +229,10 @@ TEST(PackageIndex, ReportsTheOwnerAsUnknownIfADatabaseIsDamagedOrBusy) {
              it.root.write("var/lib/dpkg", "");
          },
          "-"},
+        {"a list is missing",
+         [](auto& it) {
+             std::filesystem::remove(it.root / "var/lib/dpkg/info/harbor:amd64.list");
+         }},
         {"a list is a link",
          [](auto& it) { it.replaceByLink("var/lib/dpkg/info/harbor:amd64.list"); }},
         {"a list is too large",
