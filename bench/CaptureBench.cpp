@@ -168,6 +168,8 @@ Capture captureOnce(const fs::path& root, bool withScanner) {
 void measureProgressively(const fs::path& root, bool withScanner) {
     std::fflush(stdout);
     const pid_t child = ::fork();
+    if (child < 0)
+        throw std::runtime_error("no process could be started");
     if (child == 0) {
         const char* what = withScanner ? "by child folders" : "whole";
         std::vector<double> stretches;

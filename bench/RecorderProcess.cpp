@@ -23,6 +23,9 @@ namespace {
 /// standard error is discarded. The first of the arguments is the program's path.
 pid_t spawn(const fs::path& home, std::vector<std::string> arguments, int output) {
     const pid_t child = ::fork();
+    // Otherwise the signals for the child would go to every process of the user.
+    if (child < 0)
+        throw std::runtime_error("no process could be started");
     if (child != 0)
         return child;
     std::vector<std::string> variables{"HOME=" + home.native(),
