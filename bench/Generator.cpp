@@ -14,7 +14,8 @@ constexpr double interval = 1800;
 
 constexpr std::array definitionKeys{"ProgramArguments", "RunAtLoad", "KeepAlive", "Disabled"};
 
-/// The version of item `index` in snapshot `generation`: one item in a hundred changes each time.
+/// The version of item `index` in snapshot `generation`. One item in a hundred changes each time,
+/// with `Sharing::none` every item.
 std::size_t versionOf(std::size_t index, std::size_t generation, Sharing sharing) {
     return sharing == Sharing::none ? generation : (generation + index * 37) / 100;
 }
@@ -64,7 +65,8 @@ FolderSize folder(std::size_t index, std::size_t children, std::size_t generatio
     return size;
 }
 
-/// The numbers of a realistic folder: its subfolders, the parts of each, its own files.
+/// The numbers of a realistic folder: its subfolders, the parts of all of them together, its own
+/// files.
 struct RealFolder {
     const char* path;
     std::size_t children;

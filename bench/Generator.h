@@ -6,7 +6,7 @@ namespace tidemark::bench {
 
 /// How much of a snapshot equals the one before.
 enum class Sharing {
-    /// As on a real machine: a few applications are updated, folder sizes move.
+    /// As on a real machine: a few applications are updated, folder sizes change.
     realistic,
     /// Nothing: each application and each background item differs in each snapshot.
     none,
@@ -34,7 +34,8 @@ Snapshot snapshotOf(std::size_t applications, std::size_t backgroundItems, std::
                     std::size_t childrenEach, std::size_t generation,
                     Sharing sharing = Sharing::realistic);
 
-/// Events of all kinds, newest first, some minutes apart.
+/// The events of the changes between two snapshots, repeated until there are `count`; newest first,
+/// some minutes apart.
 std::vector<Shared<Event>> eventsOf(std::size_t count);
 
 } // namespace tidemark::bench

@@ -30,7 +30,7 @@ Journal journalOfFolders() {
     return journal;
 }
 
-/// Daily sizes of the ten years before the first capture, of every folder in that capture.
+/// One size a day in the ten years before the capture `first`, for everything whose size it has.
 StorageHistory tenYears(const Snapshot& first) {
     StorageHistory history;
     history.record(first, Calendar());

@@ -48,7 +48,7 @@ std::vector<Shared<SystemActivity>> activities(Date end) {
     return records;
 }
 
-/// Files, downloads and applications, and 200 clips of so many bytes each.
+/// Files, downloads and applications, and 200 clips of about `clipBytes` bytes each.
 Events memories(Date end, std::size_t clipBytes) {
     using enum MemoryRecord::Kind;
     constexpr std::array kinds{fileOpened, fileModified, downloaded, appLaunched, appClosed};
@@ -151,7 +151,7 @@ void all(const Sources& sources, bool isBounded) {
     cancellation(history);
 }
 
-/// The time at which the history ends.
+/// A clock that stands still until `time` is changed.
 class StandingClock final : public AppClock {
 public:
     explicit StandingClock(Date at) : time(at) {}
@@ -164,7 +164,8 @@ public:
 };
 
 /// How long adding one file to a full memory history blocks the event loop of a recorder, from the
-/// record to the new presentation; for comparison, the same with all events made again.
+/// record to the new presentation. For comparison, also how long it takes to make the events of the
+/// memory history anew and merge them with those of the journal.
 void oneMoreRecord(const Sources& sources) {
     const Workspace workspace;
     StandingClock clock(sources.end);

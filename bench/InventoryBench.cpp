@@ -80,7 +80,7 @@ std::string desktopEntry(int number) {
     return text + "Exec=/usr/bin/application %U\nIcon=application\nCategories=Utility;\n";
 }
 
-/// A third of the units is enabled by a link, a tenth has a drop-in.
+/// Writes one unit. Every third unit is enabled by a link, every tenth has a drop-in.
 void writeUnit(const fs::path& root, int number) {
     const std::string path = unitPath(number);
     write(root.native() + path,

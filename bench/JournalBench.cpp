@@ -106,9 +106,9 @@ double measurement(const std::string_view what, const fs::path& document) {
     return residentAfterLoading(document);
 }
 
-/// Median times of loading and saving, and of their ratios to parsing and writing the same bytes as
-/// a generic tree. Each load and each parse has a process of its own, as at the start of a
-/// recorder: freeing a tree leaves a heap in pieces, which slows down whatever is loaded next.
+/// The medians of the times of loading and saving, and of their ratios to parsing and writing the
+/// same bytes as a generic tree. Each load and each parse has a process of its own, as at the start
+/// of a recorder: freeing a tree leaves a heap in pieces, which slows down whatever is loaded next.
 struct Times {
     double load;
     double loadByParse;
@@ -214,7 +214,8 @@ void measureLimits(const fs::path& document, Sharing sharing) {
 
 } // namespace
 
-/// With the path of a document as argument, prints only the rows for that document.
+/// With the path of a document as argument, prints only the rows for that document. With two
+/// arguments, prints the figure for `measuredApart`.
 int main(int argc, char** argv) {
     if (argc == 2) {
         measureDocument(argv[1], "", realFoldersBounds);

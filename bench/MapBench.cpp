@@ -16,7 +16,7 @@ constexpr int runs = 21;
 constexpr int tiles = 5'000;
 constexpr std::size_t captures = 720;
 
-/// Folders side by side, each of which changed or not.
+/// Rows of `count` folders: a third grew, a third shrank, a third kept its size.
 std::vector<FolderInspectionRow> foldersSideBySide(int count) {
     std::vector<FolderInspectionRow> rows;
     for (int i = 0; i < count; ++i) {

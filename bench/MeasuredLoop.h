@@ -30,13 +30,13 @@ struct Block {
     }
 };
 
-/// Prints both figures; the bound is 10 ms.
+/// Prints both figures; the time by the clock has a bound of 10 ms.
 inline void rows(const std::string& what, const Block& block) {
     row("longest block of the loop, " + what, block.wall * 1e3, "ms", 10);
     row("  of it on the processor", block.processor * 1e3, "ms");
 }
 
-/// Measures how long each event is handled.
+/// Measures the longest time that handling an event takes.
 class MeasuredLoop : public QCoreApplication {
 public:
     using QCoreApplication::QCoreApplication;

@@ -12,7 +12,7 @@ namespace {
 
 constexpr int runs = 21;
 constexpr Date now{800'000'000};
-/// With this size all clips together stay just below their limit in bytes.
+/// With these two sizes all clips together stay just below their limit in bytes.
 constexpr std::size_t payloadSize = 80'000;
 constexpr std::size_t textSize = 15'000;
 

@@ -1,8 +1,8 @@
 // The recorder with a journal at its limits: how soon it replies, how long its event loop is
 // blocked, its memory, and its processor time while nothing happens.
 //
-// bench_recorder              all but the last
-// bench_recorder idle [MIN]   the last, over so many minutes (10)
+// bench_recorder              measures all but the idle processor time
+// bench_recorder idle [MIN]   measures the idle processor time, over MIN minutes (10)
 
 #include "app/base/Background.h"
 #include "app/model/AppModel.h"
@@ -76,7 +76,8 @@ void makeFolders(const fs::path& root) {
     }
 }
 
-/// A capture of the realistic folders, of the same size as the snapshots before.
+/// A capture with `options`, to which generated items are added, so that it is as large as the
+/// snapshots before it.
 Snapshot observeMuch(const ObservationOptions& options, std::size_t generation,
                      const std::stop_token& stop) {
     const Snapshot real = SystemObserver::captureProgressively(

@@ -9,10 +9,11 @@
 
 namespace tidemark {
 
-/// Writes lines to a stream, without waiting for the reader of a pipe or a terminal. While a pipe
-/// is full or a terminal is stopped, up to `mostWaiting` bytes of lines are queued; further lines
-/// are dropped, and their number is logged with a later line. After the reader of a pipe has closed
-/// it, nothing more is written; the process must ignore SIGPIPE. Thread-safe.
+/// Writes lines to a stream, without waiting for the reader of a pipe or terminal that can be
+/// opened again with O_NONBLOCK. While a pipe is full or a terminal is stopped, up to `mostWaiting`
+/// bytes of lines are queued; further lines are dropped, and a later `write` logs their number.
+/// After the reader of a pipe has closed it, nothing more is written; the process must ignore
+/// SIGPIPE. Thread-safe.
 class LogWriter {
 public:
     static constexpr std::size_t mostWaiting = std::size_t{64} * 1024;

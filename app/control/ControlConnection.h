@@ -20,7 +20,8 @@ using ControlHandler =
     std::function<QCoro::Task<ControlAnswer>(ControlRequest request, std::stop_token stop)>;
 
 /// One client of the recorder: receives its request, has it carried out, and sends the answer. A
-/// client that violates the protocol or takes too long is disconnected without an answer.
+/// client whose request has a wrong length, or that takes too long, is disconnected without an
+/// answer; a request that can't be decoded is answered with the error.
 class ControlConnection final : public QObject {
 public:
     /// Seconds from the connection until the request must be complete.

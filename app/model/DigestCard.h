@@ -13,7 +13,7 @@ namespace tidemark {
 
 /// The card at the top of the timeline, for a user who comes back after a day or more. The windows
 /// report when the history is visible. The time when the user last saw the history is stored with
-/// the settings, by the program only. Main thread only.
+/// the settings, where the user can't set it. Main thread only.
 class DigestCard : public Observable {
     Q_OBJECT
 

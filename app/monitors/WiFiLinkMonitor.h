@@ -35,7 +35,8 @@ private:
     NamedWiFiHistory history;
     SettlingTimer timer;
     bool isStarted = false;
-    /// Incremented by every start of the source: links that it sent before are stale.
+    /// Incremented by every start and stop of the source. Links that arrive with an earlier number
+    /// are dropped.
     std::uint64_t generation = 0;
 };
 

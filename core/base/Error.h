@@ -4,7 +4,7 @@
 
 namespace tidemark {
 
-/// A failure whose `what()` is one sentence that a user may read.
+/// A failure whose `what()` is a text for the user, in whole sentences.
 class Error : public std::runtime_error {
 public:
     using std::runtime_error::runtime_error;

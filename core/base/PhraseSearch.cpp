@@ -48,7 +48,8 @@ public:
     static constexpr std::size_t longest = 4;
     struct Entry {
         std::array<char, longest> bytes;
-        /// 0 for a character whose folding depends on its neighbours.
+        /// 0 for a character that needs the full rules: its folding composes with its neighbours
+        /// or in itself.
         std::uint8_t length = 0;
     };
 
@@ -90,8 +91,8 @@ private:
     std::array<Entry, end> entries{};
 };
 
-/// The dots, dashes and arrows of the program's own texts, and the ideographs: they have no case,
-/// and nothing composes with them.
+/// The dots, dashes and arrows of the program's own texts, and the ideographs: they have no case
+/// and don't compose with the character before.
 bool isPlainSymbol(std::int32_t character) {
     return (character >= 0x2010 && character <= 0x2027)
            || (character >= 0x2190 && character <= 0x2193) || character == 0x2212
@@ -106,16 +107,17 @@ constexpr bool isAscii(Run run) {
     return (run & (everyByte * 0x80)) == 0;
 }
 
-/// Converts eight ASCII characters to lower case at once: the high bit of each byte of a sum shows
-/// whether it reached 0x80, and no sum overflows its byte.
+/// Converts eight ASCII characters to lower case at once. The high bit of a byte is set in `fromA`
+/// from 'A' on and in `beyondZ` after 'Z'; no byte overflows into the next one.
 constexpr Run lowered(Run run) {
     const Run fromA = run + everyByte * (0x80 - 'A');
     const Run beyondZ = run + everyByte * (0x7F - 'Z');
     return run | ((fromA & ~beyondZ & (everyByte * 0x80)) >> 2);
 }
 
-/// Folds `text` into the front of `buffer` and returns the length; absent when `text` has a
-/// character whose folding depends on its neighbours.
+/// Folds `text` into the front of `buffer` and returns the length; absent when `text` needs the
+/// full rules: it has invalid bytes, or a character that is neither in the table nor a plain
+/// symbol.
 std::optional<std::size_t> foldPlainText(std::string_view text, std::string& buffer, bool turkic) {
     // Folding at most doubles the length of a character in bytes.
     if (buffer.size() < 2 * text.size())

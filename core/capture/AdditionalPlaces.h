@@ -17,7 +17,8 @@ struct AdditionalPlaces {
     /// exist.
     static AdditionalPlaces standard(const std::filesystem::path& home);
 
-    /// The configuration files on this machine that decide what runs for the user.
+    /// The existing configuration files that are suggested for observation, such as the start files
+    /// of shells. Links are left out.
     static std::vector<std::filesystem::path>
     suggestedConfigurations(const std::filesystem::path& home);
 };

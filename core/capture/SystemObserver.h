@@ -14,10 +14,10 @@ class ComponentStorageScanner;
 class PackageIndex;
 
 /// Takes one observation of the machine, on the calling thread. Stateless. Does not throw: each
-/// problem becomes a sentence in the snapshot's coverage, and the size in question is missing. A
-/// capture that is stopped also returns a snapshot, with its unfinished parts marked incomplete.
-/// Fields that only the caller knows (the operating system, additional reports, when the next
-/// capture is due) are left absent.
+/// problem becomes a sentence in the snapshot's coverage; a size that could not be measured is
+/// missing or, with a scanner, may be an earlier one. A capture that is stopped also returns a
+/// snapshot, with its unfinished parts marked incomplete. Fields that only the caller knows (the
+/// operating system, additional reports, when the next capture is due) are left absent.
 namespace SystemObserver {
 
 /// Seconds that all measuring of a progressive capture may take, after the inventory.

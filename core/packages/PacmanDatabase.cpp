@@ -15,7 +15,7 @@ constexpr const char* localFolder = "/var/lib/pacman/local";
 constexpr const char* versionFile = "/var/lib/pacman/local/ALPM_DB_VERSION";
 constexpr const char* lockFile = "/var/lib/pacman/db.lck";
 constexpr std::string_view knownVersion = "9";
-/// The value of the field "%REASON%" of a package that others need.
+/// The value of the field "%REASON%" of a package that was installed because others needed it.
 constexpr std::string_view dependencyReason = "1";
 constexpr std::size_t largestFile = std::size_t{32} << 20;
 

@@ -44,8 +44,8 @@ struct EnvironmentActivity {
     std::string deviceName;
     /// Mount point of a volume.
     std::optional<std::string> path;
-    /// True when it was mounted or connected, false when unmounted or disconnected; absent for a
-    /// change of configuration.
+    /// True when a volume was mounted or a display connected, false when it was unmounted or
+    /// disconnected; absent when neither happened.
     std::optional<bool> connected;
     std::optional<VolumeContext> volume;
     std::optional<DisplayContext> display;

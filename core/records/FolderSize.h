@@ -27,7 +27,8 @@ struct FolderSize {
     std::string path;
     std::string name;
     std::int64_t bytes = 0;
-    /// Bytes of each direct subfolder, by name; those of all direct files under `filesInFolder`.
+    /// Bytes of each direct subfolder, by name, and of all files directly in the folder together,
+    /// by `filesInFolder`. Empty when not all of them are known.
     Shared<SizeByName> breakdown;
     /// Bytes of each file directly in the folder. Absent when the names are not known or were not
     /// kept, which does not mean that there are no files.

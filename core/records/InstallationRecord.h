@@ -28,8 +28,8 @@ struct InstallationRecord {
     std::string id() const;
     /// The headline of its event.
     std::string title() const;
-    /// True for a silent update of the system's own data, and for a package that was installed
-    /// because another one needs it.
+    /// True for packages that were installed because others need them, and for updates of some of
+    /// the system's own data, which are recognised by their names.
     bool isRoutine() const;
     std::string sourceDescription() const;
 

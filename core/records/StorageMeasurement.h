@@ -48,8 +48,9 @@ struct StorageMeasurementItem {
     }
 };
 
-/// What is known of the size of one item. The sizes, `breakdown`, `measuredAt` and `measuredItem`
-/// come from the last successful attempt and are kept when later attempts fail.
+/// What is known of the size of one item. `breakdown`, `breakdownComplete`, `allocatedBytes`,
+/// `bytes`, `measuredAt` and `measuredItem` come from the last successful attempt and are kept when
+/// later attempts fail.
 struct StorageMeasurementRecord {
     static constexpr bool recurs = true;
     /// How many parts `breakdown` keeps.
@@ -73,13 +74,13 @@ struct StorageMeasurementRecord {
     OptionalShared<StorageMeasurementItem> measuredItem;
     /// When the last attempt was made, whether it succeeded or not.
     std::optional<Date> attemptedAt;
-    /// Consecutive failed attempts, counted up to 3.
+    /// Number of consecutive failed attempts, counted up to 3.
     std::int64_t attempts = 0;
     /// Why the last attempt failed; absent after a success.
     std::optional<std::string> issue;
 
     /// True when the size belongs to the present state of the item and the last attempt succeeded.
-    /// Path and name are not compared, so an item that was only moved keeps its measurement.
+    /// Path and name are not compared.
     bool matchesObservedMetadata() const;
     /// The size in the form that is compared; absent while none is known. An incomplete breakdown
     /// is left out, so that a missing part is not reported as removed.
@@ -111,7 +112,7 @@ struct StorageMeasurementReport {
 
     /// Number of records with a size, however old it is.
     std::int64_t measuredCount() const;
-    /// Number of records whose size belongs to the present state of the item.
+    /// Number of records for which `matchesObservedMetadata` is true.
     std::int64_t matchingCount() const;
     /// The sum of all known sizes.
     std::int64_t knownBytes() const;

@@ -67,7 +67,8 @@ std::string capitalized(std::string words) {
     return words;
 }
 
-/// The second line of an event of a display or of thermal pressure; absent for other events.
+/// The second line for displays and thermal pressure; absent when neither a display nor two states
+/// are recorded.
 std::optional<std::string> environmentDetail(const EnvironmentActivity& activity) {
     if (activity.display)
         return activity.display->label();

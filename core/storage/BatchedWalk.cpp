@@ -9,8 +9,8 @@ namespace {
 constexpr std::int64_t batchSteps = 1024;
 constexpr double batchSeconds = 0.025;
 
-/// Walks up to `steps` steps and subtracts the steps done from `steps`. Ends earlier when the walk
-/// is finished, when the clock reaches `deadline`, or on a stop.
+/// Walks up to `steps` steps, or fewer when the walk ends, the clock reaches `deadline` or a stop
+/// is requested, and subtracts the steps done from `steps`. Returns nothing unless the walk ended.
 std::optional<StorageTraversal::Result> walkBatch(StorageTraversal& walk, std::int64_t& steps,
                                                   double deadline, Clock& clock,
                                                   const std::stop_token& stop) {

@@ -14,8 +14,8 @@ public:
     static constexpr std::size_t limit = 50'000;
 
     void clear();
-    /// Keeps the size of the folder at `path`, replacing an earlier one. Ignores the size of
-    /// another folder when there are `limit` sizes.
+    /// Keeps the size of the folder at `path`, replacing an earlier one. When there are `limit`
+    /// sizes, no further one is added.
     void add(const std::string& path, FolderSize size);
     /// Keeps the subfolders that a walk finished, up to `limit` sizes in all.
     void add(CompletedFolders folders);

@@ -76,7 +76,7 @@ private:
     std::string names;
     /// Number of finished folders in the set: those with a lower `rank`.
     std::size_t completed = 0;
-    /// All indices sorted by parent and name; made by `find` when folders were entered before it.
+    /// All indices sorted by parent and name. Made by `find`, and again when folders were added.
     mutable std::vector<Index> byName;
 };
 

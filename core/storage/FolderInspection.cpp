@@ -28,8 +28,8 @@ std::map<std::string_view, Pair> childrenByPath(const Node* before, const Node* 
     return pairs;
 }
 
-/// The node of one side of a pair: `own`, or, if nothing exists on that side, a node of 0 bytes
-/// with the path and the name of `other`. Absent when it is not known whether something exists.
+/// The node of one side: `own` if it is not null. Otherwise a node of 0 bytes with the path and
+/// name of `other` if `parent` lists all its children, or nothing if it does not.
 std::optional<Node> sideOf(const Node* own, const Node& other, const Node* parent) {
     if (own)
         return *own;

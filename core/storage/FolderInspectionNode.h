@@ -15,13 +15,13 @@ struct FolderInspectionNode {
     /// Absent when no complete size is known.
     std::optional<std::int64_t> bytes;
     std::optional<Date> measuredAt;
-    /// Why the size is missing, partial or old, or what it does not include.
+    /// Why the size is missing, partial or not the latest, or what it does not include.
     std::optional<std::string> issue;
     /// Absent when nothing is known of the contents.
     std::optional<std::vector<FolderInspectionNode>> children;
     /// True when `children` is complete, so that anything not in it is known to be absent.
     bool childrenComplete = false;
-    /// The sum of the known sizes, where `bytes` is absent.
+    /// The sum of the known sizes in a storage root whose `bytes` is absent.
     std::optional<std::int64_t> recordedSubtotal;
     /// True for a node that stands for all files directly in a folder.
     bool isFileGroup = false;

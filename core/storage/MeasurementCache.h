@@ -26,9 +26,10 @@ public:
     explicit MeasurementCache(std::filesystem::path path, FolderGuard guard = {})
         : path(std::move(path)), guard(std::move(guard)) {}
 
-    /// Reads the file, on the first call only; if it does not exist the cache is empty. Throws
-    /// `FileError` when it can't be read or decoded. Then the cache stays empty, `save` does not
-    /// write, and the next call tries again.
+    /// Reads the file, unless an earlier call has; if it does not exist the cache is empty. Throws
+    /// `FileError` when it can't be read or decoded; then the cache stays empty, and the next call
+    /// tries again. Until a call has succeeded, `store` must not be called, because `save` would
+    /// replace the file.
     void load();
     /// The record of the item at `itemPath`; null when there is none.
     const Shared<StorageMeasurementRecord>* find(const std::string& itemPath) const;

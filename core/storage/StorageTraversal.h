@@ -23,11 +23,11 @@ namespace tidemark {
 /// entries that were removed before they were visited.
 ///
 /// Folders are opened relative to their parent's descriptor, so no path is too long and a folder
-/// that is replaced by a link is not followed. At most two descriptors are open at any depth, and
-/// none after `rest`. To continue after a pause, the folders from the root to the current one are
-/// opened again by name and compared by device, inode and time of birth. A folder that is no longer
-/// at its path is removed from the sums, and what is there now is walked from its start. Not
-/// thread-safe.
+/// that is replaced by a link is not followed. Between two steps at most two descriptors are open,
+/// at any depth, and none after `rest`. To continue after a pause, the folders from the root to the
+/// current one are opened again by name and compared by device and by time of birth, or by inode
+/// where the file system has no time of birth. A folder that is no longer at its path is removed
+/// from the sums, and what is there now is walked from its start. Not thread-safe.
 class StorageTraversal {
 public:
     /// Whether the result has the name and size of each file directly in the root, or only their

@@ -31,7 +31,7 @@ private:
     };
 
     FileDescriptor folder;
-    /// The entries read last; allocated by the first `next`.
+    /// The entries read last, or on a Mac the folder's stream; made by the first `next`.
     std::unique_ptr<Batch, Delete> batch;
     int failedWith = 0;
 };

@@ -34,9 +34,10 @@ std::string unescapedMountField(std::string_view field);
 /// Whether a list such as "rw,noatime" contains an option.
 bool hasMountOption(std::string_view options, std::string_view sought);
 
-/// The mount that contains the file at the canonical path `path`, whose device number is `device`:
-/// the one with the deepest mount point above the path, and the latest of several there; but if its
-/// device number is not `device`, the latest mount above the path that has this device number.
+/// The mount that contains the file at the canonical path `path`; absent when the table has none at
+/// or above it. Of those it is the one with the longest mount point, the latest if there are
+/// several. If its device number is not `device`, that of the file, it is the latest with this
+/// number instead, if there is one.
 std::optional<MountEntry> mountOf(const std::vector<MountEntry>& table, std::string_view path,
                                   std::string_view device);
 

@@ -8,12 +8,13 @@ namespace {
 
 constexpr std::array<std::string_view, 2> managers{"ext_data_control_manager_v1",
                                                    "zwlr_data_control_manager_v1"};
-/// Version 2 of wlr is the same as version 1 of ext.
+/// The version of wlr, which is the same as version 1 of ext. `bind` lowers it to the version that
+/// the compositor has.
 constexpr std::uint32_t managerVersion = 2;
 
 // The tables refer to each other, so they are one object. It is never destroyed: another thread may
-// still use it when the process ends. The arrays of types are not const, because wl_message has a
-// pointer to types that are not.
+// still use it when the process ends. The arrays of types are not const, because wl_message
+// requires pointers that may be changed.
 struct Tables {
     wl_interface offer{};
     wl_interface source{};

@@ -17,7 +17,8 @@ namespace tidemark {
 /// is not read again. Reads files; for one thread.
 class DesktopEntries {
 public:
-    /// The folder with precedence first.
+    /// `folders` in the order of precedence: of entries with the same identifier, the first is
+    /// used.
     explicit DesktopEntries(
         std::vector<std::filesystem::path> folders = desktopApplications::folders())
         : folders(std::move(folders)) {}

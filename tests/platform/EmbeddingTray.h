@@ -23,7 +23,7 @@ public:
         announce(selection);
     }
 
-    /// Whether a program has asked since the last call to embed its icon.
+    /// Whether a program has asked to embed its icon since this function was last called.
     bool wasAsked() {
         const xcb_atom_t opcode = atom("_NET_SYSTEM_TRAY_OPCODE");
         while (const XcbPointer<xcb_generic_event_t> event{xcb_poll_for_event(connection.get())}) {
