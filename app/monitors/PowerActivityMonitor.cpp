@@ -62,7 +62,8 @@ QCoro::Task<std::optional<PowerActivityMonitor::Records>> PowerActivityMonitor::
 QCoro::Task<void> PowerActivityMonitor::writer() {
     const auto hold = tasks.hold();
     finish(std::nullopt);
-    // Records that arrived while the file is being read are only queued after that.
+    // Records that arrive while the file is being read are queued once it has been read, so the
+    // queue is awaited a second time for them.
     const int turns = phase == Phase::opening ? 2 : 1;
     for (int turn = 0; turn < turns; ++turn) {
         const auto nothing = [](const std::stop_token&) {};
