@@ -11,6 +11,9 @@ using namespace tidemark;
 TEST(CalendarThreads, ShareTheirPatterns) {
     // So many that both threads add patterns at the same time.
     constexpr int patterns = 1000;
+    // ICU makes its static data at the first use. It orders that by atomics, which the sanitizer
+    // does not see, since ICU is not built with it.
+    EXPECT_EQ(Calendar("GMT").format(Date{0}, "d"), "1");
     std::latch start(2);
     const auto formatAll = [&start] {
         const Calendar calendar("GMT");
