@@ -13,7 +13,7 @@ namespace tidemark {
 /// of its last save as `timestamp` and that of its first one as `observedAt`.
 namespace SaveSeries {
 
-/// Seconds between two saves of one series, and from the first to the last one, at most.
+/// The most seconds between two saves of one series, and from its first to its last save.
 inline constexpr double mostPause = 600;
 inline constexpr double mostLength = 3600;
 

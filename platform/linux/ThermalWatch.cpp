@@ -70,8 +70,8 @@ QCoro::Task<void> ThermalWatch::read() {
         didChange();
 }
 
-/// After a message the next ones are waited for only when an interval has passed: a zone whose
-/// temperature varies around a trip sends one after the other.
+/// After a message, the socket is watched again only when an interval has passed: a zone whose
+/// temperature varies around a trip sends one message after the other.
 void ThermalWatch::listen() {
     if (!eventsNotifier || eventsNotifier->isEnabled())
         return;

@@ -6,8 +6,9 @@
 
 namespace tidemark::test {
 
-/// Makes a process of root act as the user 65534 for its lifetime, so that file permissions apply.
-/// `folder` is first made accessible to all users. Does nothing unless the process runs as root.
+/// Makes a process of root act as the user 65534 while this object exists, so that file permissions
+/// apply. `folder` is first made accessible to all users. Does nothing unless the process runs as
+/// root.
 class OrdinaryUser {
 public:
     explicit OrdinaryUser(const std::filesystem::path& folder) {
