@@ -7,7 +7,7 @@
 
 namespace tidemark {
 
-/// Threads that do work in the order of the calls to `start`. A thread that is idle for a given
+/// Threads that begin work in the order of the calls to `start`. A thread that is idle for a given
 /// time ends.
 ///
 /// QThreadPool keeps work forever when the system refuses to start a thread for it; this pool

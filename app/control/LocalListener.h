@@ -16,8 +16,8 @@ namespace tidemark {
 
 /// A listening local socket that only its user can reach. Unlike QLocalServer it can leave clients
 /// waiting in the system's queue, and it recovers from a lack of file descriptors. The file of the
-/// socket may be removed or replaced by another listener at any time; a file of another listener is
-/// not removed.
+/// socket may be removed, or replaced by another listener, at any time; the destructor removes no
+/// file of another listener.
 class LocalListener {
 public:
     using Accept = std::function<void(FileDescriptor)>;

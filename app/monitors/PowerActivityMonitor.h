@@ -47,9 +47,9 @@ public:
     ~PowerActivityMonitor() override;
 
     /// Starts to follow the machine and reads the file; records made meanwhile are written after
-    /// that. Returns the records of the file; absent when `stop` was called meanwhile or it was
-    /// started already. Throws `FileError` when the file can't be read; then nothing is recorded
-    /// and the file is unchanged.
+    /// that. Returns the records of the file; absent when `stop` was called meanwhile or the
+    /// monitor was started already. Throws `FileError` when the file can't be read; then nothing is
+    /// recorded and the file is unchanged.
     QCoro::Task<std::optional<Records>> start();
     /// Stops following and accepting records. Records that wait for the file to be read are
     /// dropped.

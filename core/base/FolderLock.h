@@ -13,11 +13,11 @@
 
 namespace tidemark {
 
-/// The process that holds a folder which could not be locked.
+/// The process that has locked a folder.
 struct FolderHolder {
     std::filesystem::path folder;
-    /// Absent when the process has taken the lock but has not written its number yet, or could not
-    /// write it, as on a full disk.
+    /// The number in the lock file; just after the folder was locked, it can be that of an earlier
+    /// process. Absent when the file has none, as on a full disk.
     std::optional<pid_t> process;
 
     /// "Tidemark is already recording into /home/me/data (process 123)."

@@ -104,7 +104,7 @@ private:
         /// Compares the beginning of `text` with the texts of two values: the value read last, and
         /// the one that followed it the last time. Snapshots hold mostly the same values in the
         /// same order, so it is usually one of these. Any other value is parsed and passed to
-        /// `insert`, and the next call compares with the one that followed that value.
+        /// `insert`, and the next call compares with that value and the one that followed it.
         Recalled<T> recall(std::string_view text) {
             if (last == none)
                 return {};
