@@ -20,8 +20,7 @@ namespace {
 constexpr int runs = 51;
 constexpr std::size_t appended = 100;
 
-/// Records of lost connections, of the Wi-Fi link and of volumes in turn; each of the link is a
-/// loss.
+/// In turn a record of a lost connection, of a lost Wi-Fi link and of a volume.
 std::vector<Shared<SystemActivity>> fullHistory() {
     const auto online = NetworkConnectionState::make(
         NetworkConnectionState::Availability::available, {NetworkConnectionState::Interface::wifi});

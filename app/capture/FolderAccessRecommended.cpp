@@ -161,7 +161,8 @@ QCoro::Task<bool> FolderAccess::restoreRecommendedAccessAfterRestart(Check check
     const bool isPending = read(preferences, preferenceKeys::diskAccessSetupPending);
     if (!isPending && !read(preferences, preferenceKeys::folderSetupCompleted))
         co_return false;
-    // That a folder can be read shows that the user agreed only if the system protects it.
+    // Being able to read a folder shows that the user agreed only where the system protects
+    // folders.
     if (std::ranges::none_of(recommended, &RecommendedFolder::isGuardedBySystem))
         co_return false;
     auto folders = candidates();
