@@ -22,8 +22,8 @@ QCoro::Task<void> choose(Recorder& recorder, std::vector<RecommendedFolder> chos
     auto cancel = qScopeGuard([&model] { model.cancelFolderManagement(); });
     if (!chosen.empty())
         co_await model.folderAccess().enableReadableRecommended(std::move(chosen));
-    // The program is ending before all folders were checked; the choice is repeated at the next
-    // start.
+    // The program is ending, perhaps before all folders were checked: the choice is not recorded,
+    // so the next start makes it again.
     if (model.state().isEnding)
         co_return;
     cancel.dismiss();

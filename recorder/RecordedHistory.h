@@ -22,7 +22,7 @@ struct RecordedHistory {
     Journal journal;
     std::vector<Shared<SystemActivity>> activity;
     MemoryArchive memory;
-    /// The daily sizes of earlier years.
+    /// One size a day, over up to ten years.
     Shared<StorageHistory> dailySizes;
     /// When recording began, paused and ended; none where that could not be read.
     std::vector<RecorderRun> runs;

@@ -22,7 +22,7 @@ class FileCollector final : public Observable, public MemoryCollector {
     Q_OBJECT
 
 public:
-    /// At the first start, files of the last so many seconds are recorded as well.
+    /// How far back, in seconds, the first start also records files.
     static constexpr double importedTime = 30 * 86'400.0;
 
     /// References must outlive the collector.
@@ -55,7 +55,7 @@ private:
     QCoro::Task<void> add();
     std::vector<IndexedFileObservation> nextPart();
     void showMatches();
-    /// Whether what began under this generation may still be recorded.
+    /// Whether work that began when the service had this `generation` may still be recorded.
     bool isCurrent(std::uint64_t generation) const;
 
     static constexpr const char* unavailable =

@@ -16,7 +16,7 @@ public:
     static constexpr double delay = 2;
 
     /// Takes one reading, absent when there is none. True when the caller has to cancel any running
-    /// wait and call `settle` after `delay`; after an absent reading there is nothing to settle.
+    /// wait; unless the reading is absent, it then calls `settle` after `delay`.
     bool receive(std::optional<BatteryObservation> observation, Date at);
     /// The records of the change that has lasted: power connected or disconnected, full, low, each
     /// dated by when the change was first seen. Other changes of the percentage make none.

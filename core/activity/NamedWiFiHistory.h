@@ -16,9 +16,9 @@ public:
     static constexpr double delay = 2;
 
     /// Takes one observation, absent when the link can't be read. True when the caller has to
-    /// cancel any running wait and call `settle` after `delay`; after an absent one there is
-    /// nothing to settle. A name that becomes readable or unreadable makes a new starting point and
-    /// no record.
+    /// cancel any running wait; unless the observation is absent, it then calls `settle` after
+    /// `delay`. A name that becomes readable or unreadable makes a new starting point and no
+    /// record.
     bool receive(std::optional<WiFiObservation> observation, Date at);
     /// The record of the change that has lasted. The record of a lost link has the name of the
     /// previous network.

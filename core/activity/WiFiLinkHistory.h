@@ -14,8 +14,7 @@ public:
     static constexpr double delay = 2;
 
     /// Takes one state, absent when the link can't be read. True when the caller has to cancel any
-    /// running wait and call `settle` after `delay`; after an absent one there is nothing to
-    /// settle.
+    /// running wait; unless the state is absent, it then calls `settle` after `delay`.
     bool receive(std::optional<bool> connected, Date at);
     /// The record of the change that has lasted.
     std::optional<SystemActivity> settle(Date at);

@@ -13,12 +13,12 @@ namespace tidemark {
 /// The files of a machine: of the one that the program runs on, or of one whose root folder is
 /// mounted or unpacked somewhere else, such as an image, a container or a backup.
 ///
-/// All paths here are paths on that machine, except what `below` takes and `outside` returns:
-/// "/etc" is the folder "etc" in its root folder. Links are resolved as that machine would resolve
-/// them: an absolute link starts at its root folder, and ".." does not lead above that. When the
-/// root folder is mounted or unpacked somewhere else, folders are opened one by one from there,
-/// without following links, so that nothing outside of it is opened, even when a folder is replaced
-/// by a link meanwhile.
+/// All paths here are paths on that machine: "/etc" is the folder "etc" in its root folder. Only
+/// what `below` takes and `outside` returns are paths of this process. Links are resolved as that
+/// machine would resolve them: an absolute link starts at its root folder, and ".." does not lead
+/// above that. When the root folder is mounted or unpacked somewhere else, folders are opened one
+/// by one from there, without following links, so that nothing outside of it is opened, even when a
+/// folder is replaced by a link meanwhile.
 ///
 /// A value that is cheap to copy and that any thread may use.
 class MachineFiles {

@@ -35,7 +35,7 @@ struct GrowthItem {
     /// Absent for an item that was removed, and where the size is not known.
     std::optional<DatedSize> after{};
     /// Part of all growth, or of all shrinkage, that the list shows, from 0 to 1. An item inside of
-    /// another one has a share as well, but is not counted twice in the whole.
+    /// another one has a share as well, but the total counts it only once.
     double share = 0;
     /// The children that changed most, at most `partLimit`; empty where they are not known.
     std::vector<StorageContribution> parts{};
@@ -61,8 +61,8 @@ struct GrowthReport {
     /// The largest change first, ties by path. Items without a change are left out, but not
     /// applications that appeared or were removed, even if their size is not known.
     std::vector<GrowthItem> items{};
-    /// The change of all monitored folders with comparable sizes at both ends together, none
-    /// counted twice; absent when there is none.
+    /// The sum of the changes of all monitored folders that have comparable sizes at both ends,
+    /// with nothing counted twice; absent when there is no such folder.
     std::optional<std::int64_t> monitoredChange{};
     /// Names of the monitored folders without comparable sizes at both ends. They are not part of
     /// `monitoredChange`.

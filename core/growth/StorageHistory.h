@@ -18,8 +18,9 @@ struct StorageHistory {
     static constexpr double secondsKept = 10 * 366.0 * 86'400;
     /// The number of children of a folder, the largest ones, that get a series.
     static constexpr std::size_t childLimit = 6;
-    /// A child that has a series gets further points while it is among this many, so that two
-    /// children of about the same size don't take turns.
+    /// A child that has a series gets further points while it is one of this many largest children,
+    /// so that of two children of about the same size not one has a point one day and the other the
+    /// next.
     static constexpr std::size_t keptChildLimit = 12;
     /// The most series of children. When there are more, those that ended first are dropped.
     static constexpr std::size_t seriesLimit = 2'000;

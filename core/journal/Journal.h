@@ -40,9 +40,9 @@ struct Journal {
     std::optional<Date> eventsPrunedThrough;
 
     /// Adds a capture. With `comparingPrevious`, adds the events for its differences from the last
-    /// snapshot, then one if captures resumed after a gap. Drops the oldest snapshots and events
-    /// beyond the limits, and the file names in all but the newest snapshots. Equal parts of the
-    /// new and the last snapshot become shared.
+    /// snapshot, then an event if captures resumed after a gap. Drops the oldest snapshots and
+    /// events beyond the limits, and the file names in all but the newest snapshots. Equal parts of
+    /// the new and the last snapshot become shared.
     void append(Shared<Snapshot> snapshot, bool comparingPrevious);
 
     /// Drops the oldest quarter of the snapshots, but never the newest two: they were compared

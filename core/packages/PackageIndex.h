@@ -42,7 +42,8 @@ private:
     std::stop_token stop;
 };
 
-/// Lookups in the databases. Closes them when it is destroyed.
+/// Lookups in the databases. Its end closes their files; what was read from them stays in the
+/// index.
 class PackageIndex::Reading {
 public:
     ~Reading() { index.rest(); }

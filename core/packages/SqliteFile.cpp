@@ -7,7 +7,8 @@ namespace tidemark {
 
 namespace {
 
-/// The largest value, such as the header of a kernel with all its modules, has about 2 MB.
+/// Larger values are refused. The largest real one, the header of a kernel with all its modules,
+/// has about 2 MB.
 constexpr int largestValue = 64 << 20;
 
 /// Returns "file:…?immutable=1". Without this parameter, SQLite can't read a database with a
@@ -56,7 +57,8 @@ SqliteFile::Statement SqliteFile::prepare(const char* query) const {
 
 void restart(sqlite3_stmt* statement) {
     ::sqlite3_reset(statement);
-    // The limit of steps is compared with this counter, which counts on over all queries.
+    // The limit of steps is compared with this counter of the statement, which goes on counting
+    // from one run to the next. This resets it.
     ::sqlite3_stmt_status(statement, SQLITE_STMTSTATUS_VM_STEP, 1);
 }
 

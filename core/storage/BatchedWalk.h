@@ -40,11 +40,11 @@ using BatchPause = std::function<bool(double seconds)>;
 ///
 /// A value means that the walk is finished; it is the walk's own result, a size or a failure. An
 /// error means that the walk was interrupted and can be resumed by another call: `cancelled`,
-/// `timeLimit` (the deadline was reached; without a step if it had passed already) or `paused` (the
-/// steps of the budget are used up).
+/// `timeLimit` (the deadline was reached; if it had passed already, no step was made) or `paused`
+/// (the steps of the budget are used up).
 ///
 /// `batch` is the part walked since the last pause, and is updated. `pause` may unlock a mutex of
-/// the caller, because this function uses nothing during the call that other threads could change.
+/// the caller: while `pause` runs, this function uses nothing that other threads could change.
 std::expected<StorageTraversal::Result, StorageMeasurementFailure>
 walkInBatches(StorageTraversal& walk, const WalkBudget& budget, Clock& clock,
               const std::stop_token& stop, WalkBatch& batch, const BatchPause& pause);

@@ -28,7 +28,8 @@ void ThermalWatch::readEarly() {
 QCoro::Task<void> ThermalWatch::watch() {
     const auto hold = tasks.hold();
     while (!tasks.isStopping()) {
-        // Taken before the reading, which may miss what happens while it runs.
+        // Taken before the reading: what happens during it may be missed by it, and then ends the
+        // wait below at once.
         const auto sooner = early.get_token();
         co_await read();
         if (tasks.isStopping())
@@ -70,8 +71,9 @@ QCoro::Task<void> ThermalWatch::read() {
         didChange();
 }
 
-/// After a message, the socket is watched again only when an interval has passed: a zone whose
-/// temperature varies around a trip sends one message after the other.
+/// After a message, the socket is watched again only when a whole interval has passed; messages
+/// that arrived meanwhile are discarded. A zone whose temperature varies around a trip would
+/// otherwise cause one reading after the other.
 void ThermalWatch::listen() {
     if (!eventsNotifier || eventsNotifier->isEnabled())
         return;

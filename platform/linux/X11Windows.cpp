@@ -38,7 +38,8 @@ std::optional<ClipApplication> X11Windows::applicationOf(xcb_window_t window) {
         for (auto& id : texts(window, name))
             ids.push_back(std::move(id));
     auto classes = texts(window, "WM_CLASS");
-    // The class of the application follows that of the window, and is the better one.
+    // The name of the instance comes first, then the class, which is the better one and so is tried
+    // first.
     std::ranges::reverse(classes);
     return applications.ofWindow(ids, classes, processOf(window));
 }
@@ -62,7 +63,8 @@ std::optional<pid_t> X11Windows::processOf(xcb_window_t window) {
 xcb_window_t X11Windows::windowManager() {
     constexpr std::string_view check = "_NET_SUPPORTING_WM_CHECK";
     const auto window = windowIn(connection.root(), check);
-    // After the end of a window manager the property may still name a window of another program.
+    // The property may outlive its window manager, and then name a window that another program has
+    // made since. Only the window of a window manager names itself.
     const bool isOwn = window && windowIn(*window, check) == window;
     return isOwn ? *window : xcb_window_t{XCB_WINDOW_NONE};
 }
