@@ -7,7 +7,9 @@
 #include "tests/platform/DisplayServers.h"
 
 #include <algorithm>
+#include <array>
 #include <atomic>
+#include <cstring>
 
 #include <gtest/gtest.h>
 #include <unistd.h>
@@ -68,15 +70,16 @@ private:
                             numbers.data());
     }
     void answer(const xcb_selection_request_event_t& request, xcb_atom_t property) const {
-        std::array<std::uint32_t, 8> bytes{};
-        auto& notice = reinterpret_cast<xcb_selection_notify_event_t&>(bytes);
+        xcb_selection_notify_event_t notice{};
         notice.response_type = XCB_SELECTION_NOTIFY;
         notice.requestor = request.requestor;
         notice.selection = request.selection;
         notice.target = request.target;
         notice.property = property;
-        xcb_send_event(connection.raw(), 0, request.requestor, 0,
-                       reinterpret_cast<const char*>(&notice));
+        // xcb sends 32 bytes of an event, and this one is shorter.
+        std::array<char, 32> bytes{};
+        std::memcpy(bytes.data(), &notice, sizeof notice);
+        xcb_send_event(connection.raw(), 0, request.requestor, 0, bytes.data());
     }
 
     const Behaviour behaviour;
