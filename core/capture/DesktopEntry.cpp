@@ -20,14 +20,9 @@ std::expected<KeyFile, KeyFile::Failure> parsed(std::string bytes) {
     return KeyFile::parse(std::move(bytes), KeyFile::Continuation::none);
 }
 
-/// True for the values that desktops accept as true: old entries have a number.
-bool isTrue(const std::optional<std::string>& value) {
-    return value && (*value == "true" || *value == "1");
-}
-
 ApplicationReading described(const KeyFile& file, const FolderEntry& entry) {
-    if (file.value(group, "Type") != "Application" || isTrue(file.value(group, "Hidden"))
-        || isTrue(file.value(group, "NoDisplay")))
+    if (file.value(group, "Type") != "Application" || isTrue(file, "Hidden")
+        || isTrue(file, "NoDisplay"))
         return std::unexpected(ApplicationFailure::noApplication);
     const std::string name = KeyFile::unescaped(file.value(group, "Name").value_or(""));
     if (trimmed(name).empty())
@@ -89,6 +84,11 @@ ApplicationReading read(const FolderEntry& entry, const ApplicationSurroundings&
 ApplicationReading described(std::string bytes, const FolderEntry& entry) {
     const auto file = parsed(std::move(bytes));
     return file ? described(*file, entry) : unreadable();
+}
+
+bool isTrue(const KeyFile& file, std::string_view key) {
+    const auto value = file.value(group, key);
+    return value == "true" || value == "1";
 }
 
 std::string identifier(const std::filesystem::path& path, const std::filesystem::path& root) {

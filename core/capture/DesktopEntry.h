@@ -24,6 +24,9 @@ ApplicationReading read(const FolderEntry& entry, const ApplicationSurroundings&
 /// Makes the application from the bytes of the file, without its identifier and version.
 ApplicationReading described(std::string bytes, const FolderEntry& entry);
 
+/// The value of a key of the entry as a boolean: true for "true", and for "1" as in old entries.
+bool isTrue(const KeyFile& file, std::string_view key);
+
 /// The identifier of an entry: its path below the root, "/" as "-", without ".desktop".
 std::string identifier(const std::filesystem::path& path, const std::filesystem::path& root);
 

@@ -41,33 +41,36 @@ std::optional<Application> read(const std::string& identifier, const fs::path& f
     described.path = file;
     const auto application = DesktopEntry::described(bytes, described);
     const auto entry = KeyFile::parse(std::move(bytes), KeyFile::Continuation::none);
-    if (!application || !entry || entry->value(DesktopEntry::group, "Terminal") == "true")
+    if (!application || !entry || DesktopEntry::isTrue(*entry, "Terminal"))
         return std::nullopt;
     return Application{identifier, application->application.name, pathOf(*entry, file)};
 }
 
-/// The files that an identifier may stand for: its first "-" may separate a folder from a file.
-std::vector<fs::path> namesOf(const std::string& identifier) {
-    std::vector<fs::path> names{identifier + ".desktop"};
-    if (const auto dash = identifier.find('-'); dash != std::string::npos && dash > 0) {
-        std::string name = identifier;
-        name[dash] = '/';
-        names.emplace_back(name + ".desktop");
-    }
-    return names;
+/// A desktop entry's file and its bytes.
+using EntryFile = std::pair<fs::path, std::string>;
+
+bool isFolder(const fs::path& path) {
+    std::error_code unknown;
+    return fs::is_directory(path, unknown);
 }
 
-/// The path and the bytes of the first entry with that identifier that can be read.
-std::optional<std::pair<fs::path, std::string>> firstEntry(const std::string& identifier,
-                                                           const std::vector<fs::path>& folders) {
-    for (const auto& folder : folders)
-        for (const auto& name : namesOf(identifier)) {
-            try {
-                return std::pair(folder / name, readFile(folder / name, KeyFile::maximumSize));
-            } catch (const FileError&) {
-                // There is none, or it can't be read.
-            }
-        }
+/// The entry with that identifier that can be read. Each "-" of an identifier may stand for the "/"
+/// after the name of a folder.
+std::optional<EntryFile> entryIn(const fs::path& folder, const std::string& identifier) {
+    try {
+        const auto file = folder / (identifier + ".desktop");
+        return EntryFile(file, readFile(file, KeyFile::maximumSize));
+    } catch (const FileError&) {
+        // There is none, or it can't be read.
+    }
+    for (auto dash = identifier.find('-'); dash != std::string::npos;
+         dash = identifier.find('-', dash + 1)) {
+        const auto name = identifier.substr(0, dash);
+        if (name.empty() || name == "." || name == ".." || !isFolder(folder / name))
+            continue;
+        if (auto entry = entryIn(folder / name, identifier.substr(dash + 1)))
+            return entry;
+    }
     return std::nullopt;
 }
 
@@ -88,8 +91,9 @@ std::optional<Application> find(const std::vector<std::string>& identifiers,
     for (const auto& identifier : identifiers) {
         if (identifier.empty() || identifier.contains('/') || identifier.contains('\0'))
             continue;
-        if (auto entry = firstEntry(identifier, folders))
-            return read(identifier, entry->first, std::move(entry->second));
+        for (const auto& folder : folders)
+            if (auto entry = entryIn(folder, identifier))
+                return read(identifier, entry->first, std::move(entry->second));
     }
     return std::nullopt;
 }

@@ -4,6 +4,7 @@
 #include "core/base/Files.h"
 #include "core/base/KeyFile.h"
 #include "core/base/Text.h"
+#include "core/capture/DesktopEntry.h"
 
 #include <algorithm>
 #include <ranges>
@@ -15,7 +16,6 @@ namespace fs = std::filesystem;
 
 namespace {
 
-constexpr std::string_view group = "Desktop Entry";
 constexpr std::string_view suffix = ".desktop";
 constexpr int mostDepth = 3;
 
@@ -84,16 +84,16 @@ void DesktopEntries::readEntry(const fs::path& file, const std::string& id) {
         return;
     }
     const auto keys = KeyFile::parse(std::move(bytes), KeyFile::Continuation::none);
-    if (!keys || keys->value(group, "Type") != "Application")
+    if (!keys || keys->value(DesktopEntry::group, "Type") != "Application")
         return;
-    const bool isHidden = keys->value(group, "Hidden") == "true";
-    names[id] = isHidden ? std::string() : keys->value(group, "Name").value_or(id);
+    const bool isHidden = DesktopEntry::isTrue(*keys, "Hidden");
+    names[id] = isHidden ? std::string() : keys->value(DesktopEntry::group, "Name").value_or(id);
     if (isHidden)
         return;
     idsByName.emplace(asciiLowercased(id), id);
-    if (const auto windowClass = keys->value(group, "StartupWMClass"))
+    if (const auto windowClass = keys->value(DesktopEntry::group, "StartupWMClass"))
         idsByClass.emplace(asciiLowercased(*windowClass), id);
-    const auto program = programIn(keys->value(group, "Exec").value_or(""));
+    const auto program = programIn(keys->value(DesktopEntry::group, "Exec").value_or(""));
     if (const auto [known, isNew] = idsByProgram.emplace(program, id); !isNew)
         known->second.clear();
 }

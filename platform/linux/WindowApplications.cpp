@@ -44,24 +44,32 @@ void WindowApplications::stop() {
     launches = nullptr;
     reader.reset();
     calls.reset();
-    shown.reset();
-    ++generation;
+    forget();
 }
 
 void WindowApplications::show(Identifiers now) {
     const auto before = std::exchange(shown, std::move(now));
     for (const auto& id : *shown)
-        if (!before || !before->contains(id))
+        if (!before || !before->contains(id)) {
+            windowless.erase(id);
             tasks.start(open(id, !before));
+        }
     for (const auto& id : before.value_or(Identifiers()))
-        if (!shown->contains(id))
-            tasks.start(close(id, uses.clock.now()));
+        if (!shown->contains(id)) {
+            windowless[id] = {uses.clock.now(), ++lastNumber};
+            tasks.start(close(id));
+        }
 }
 
 void WindowApplications::lose() {
-    shown.reset();
-    ++generation;
+    forget();
     launches->forget(firstWord());
+}
+
+void WindowApplications::forget() {
+    shown.reset();
+    windowless.clear();
+    ++generation;
 }
 
 QCoro::Task<void> WindowApplications::open(std::string id, bool isAssumed) {
@@ -85,16 +93,18 @@ QCoro::Task<void> WindowApplications::open(std::string id, bool isAssumed) {
     else
         launches->add(instanceOf(id), *application, moment, now);
     // Its windows may have been closed before it was known which application it is.
-    if (!shown->contains(id))
-        tasks.start(close(id, uses.clock.now()));
+    if (windowless.contains(id))
+        tasks.start(close(id));
 }
 
-QCoro::Task<void> WindowApplications::close(std::string id, Date moment) {
+QCoro::Task<void> WindowApplications::close(std::string id) {
     const auto hold = tasks.hold();
-    const auto began = generation;
+    const auto closed = windowless.at(id);
     const bool isTimeOver = co_await uses.clock.sleep(windowlessTime, tasks.token());
-    if (isTimeOver && began == generation && !shown->contains(id))
-        launches->remove(instanceOf(id), moment);
+    // Meanwhile it may have had a window again, and have lost it again.
+    const auto now = windowless.find(id);
+    if (isTimeOver && now != windowless.end() && now->second.number == closed.number)
+        launches->remove(instanceOf(id), closed.since);
 }
 
 std::string_view WindowApplications::firstWord() const {

@@ -7,6 +7,7 @@
 #include "platform/linux/DesktopApplications.h"
 #include "platform/linux/GraphicalSessions.h"
 
+#include <map>
 #include <memory>
 #include <optional>
 #include <set>
@@ -43,6 +44,11 @@ public:
 
 private:
     using Identifiers = std::set<std::string>;
+    /// An application without a window: since when, and a number of its own for each such time.
+    struct Windowless {
+        Date since;
+        std::uint64_t number = 0;
+    };
 
     /// Follows the windows of a session by a `Reader`; does nothing where there is no session.
     template <class Reader, class Session>
@@ -50,8 +56,11 @@ private:
     void show(Identifiers now);
     /// There is no server at present.
     void lose();
+    /// Makes the applications that have a window unknown.
+    void forget();
     QCoro::Task<void> open(std::string id, bool isAssumed);
-    QCoro::Task<void> close(std::string id, Date moment);
+    /// Reports that an application quit if it is without a window for `windowlessTime` from now.
+    QCoro::Task<void> close(std::string id);
     /// The word with which the names of its instances begin.
     std::string_view firstWord() const;
     std::string instanceOf(const std::string& id) const;
@@ -60,6 +69,9 @@ private:
     ApplicationLaunches* launches = nullptr;
     /// The applications that have a window; absent until they are known.
     std::optional<Identifiers> shown;
+    /// Those that had a window and have none at present, by identifier.
+    std::map<std::string, Windowless> windowless;
+    std::uint64_t lastNumber = 0;
     /// Incremented when they become unknown: what began before is dropped then.
     std::uint64_t generation = 0;
     /// Replaced by each `start`, so that calls that an earlier one has posted are dropped.

@@ -221,7 +221,10 @@ TEST(DesktopApplications, AreNeitherHiddenNorForATerminal) {
     const std::vector<fs::path> folders{folder / "own", folder / "shared"};
     folder.write("shared/org.example.Editor.desktop", entryOf("Editor"));
     folder.write("shared/folder/Player.desktop", entryOf("Player", "Exec=flatpak run Player\n"));
+    folder.write("shared/my-folder/inner/My-Kit.desktop", entryOf("Kit", "Exec=flatpak run Kit\n"));
+    folder.write("outside.desktop", entryOf("Outside"));
     folder.write("shared/top.desktop", entryOf("Top", "Terminal=true\n"));
+    folder.write("shared/old.desktop", entryOf("Old", "Terminal=1\n"));
     folder.write("shared/part.desktop", entryOf("Part", "NoDisplay=true\n"));
     folder.write("own/gone.desktop", entryOf("Gone", "Hidden=true\n"));
     folder.write("shared/gone.desktop", entryOf("Gone"));
@@ -234,8 +237,11 @@ TEST(DesktopApplications, AreNeitherHiddenNorForATerminal) {
               "org.example.Editor Editor /bin/sleep");
     EXPECT_EQ(find({"folder-Player"}),
               "folder-Player Player " + (folder / "shared/folder/Player.desktop").native());
-    for (const char* none :
-         {"top", "part", "gone", "damaged", "unknown", "", "../own/gone", "/etc/passwd"})
+    EXPECT_EQ(find({"my-folder-inner-My-Kit"}),
+              "my-folder-inner-My-Kit Kit "
+                  + (folder / "shared/my-folder/inner/My-Kit.desktop").native());
+    for (const char* none : {"top", "old", "part", "gone", "damaged", "unknown", "", "../own/gone",
+                             "..-outside", "/etc/passwd"})
         EXPECT_EQ(find({none}), "") << none;
 }
 

@@ -111,6 +111,20 @@ TEST(WindowApplicationsTest, ReportLaunchesAndQuitsByWindows) {
     test::settleReaders(*sessions);
     editor = windowOf("Editor");
     launches.expect("+Editor ");
+    // The wait for another window begins anew when the application has had one meanwhile.
+    player.reset();
+    untilListed(2);
+    test::settleReaders(*sessions);
+    player = windowOf("Player");
+    untilListed(3);
+    test::settleReaders(*sessions);
+    launches.clock.advance(1);
+    player.reset();
+    untilListed(2);
+    test::settleReaders(*sessions);
+    launches.clock.advance(1.5);
+    EXPECT_EQ(launches.reported, "");
+    launches.expect("-Player ");
     launches.launches.stop();
     launches.clock.advance(10);
     EXPECT_EQ(launches.reported, "");

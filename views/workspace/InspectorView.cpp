@@ -1,5 +1,6 @@
 #include "views/workspace/InspectorView.h"
 
+#include "core/base/Characters.h"
 #include "views/base/CrossButton.h"
 #include "views/base/Labels.h"
 #include "views/base/ShownText.h"
@@ -17,16 +18,17 @@ namespace {
 
 constexpr int inspectorMargin = 20;
 constexpr int inspectorSymbolSide = 33;
-/// The limit of a title, which can be the name of a file or the text of a clip.
-constexpr qsizetype mostCharacters = 300;
+/// The limit of the title and of the line below it: a title can be the text of a clip.
+constexpr std::size_t mostCharacters = 300;
 
 QString headText(const std::string& text) {
-    const QString all = QString::fromStdString(text).simplified();
-    return isolated(all.size() <= mostCharacters ? all
-                                                 : all.left(mostCharacters) + QStringLiteral("…"));
+    const auto all = QString::fromStdString(text).simplified().toStdString();
+    const auto start = firstCharacters(all, mostCharacters);
+    return isolated(QString::fromUtf8(start.data(), static_cast<qsizetype>(start.size()))
+                    + (start.size() < all.size() ? QStringLiteral("…") : QString()));
 }
 
-/// May be narrower than its longest word.
+/// Sets up a label of the head: its text can be selected, wraps, and may be wider than the label.
 template <class Label>
 Label* wrappedInHead(Label* label) {
     label->setAlignment(Qt::AlignTop | wrappingPolicy::leadingEdge());
