@@ -13,7 +13,7 @@ struct FolderCalls::State {
     std::mutex mutex;
     std::condition_variable_any ended;
     /// The folder of each abandoned call that is still running. No new call is started for these
-    /// folders; a folder is here twice if two calls were already running.
+    /// folders. A folder with two abandoned calls is contained twice.
     std::multiset<std::filesystem::path> hanging;
 };
 

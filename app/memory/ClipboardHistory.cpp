@@ -76,9 +76,8 @@ QCoro::Task<void> ClipboardHistory::removeOldClips(std::stop_token stop) {
     }
 }
 
-void ClipboardHistory::copyAgain(const MemoryRecord& clip) {
-    if (clipboard)
-        clipboard->put(clipTypes::offered(clip));
+bool ClipboardHistory::copyAgain(const MemoryRecord& clip) {
+    return clipboard && clipboard->put(clipTypes::offered(clip));
 }
 
 } // namespace tidemark

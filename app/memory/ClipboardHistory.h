@@ -31,8 +31,9 @@ public:
     void start(MemoryHistoryService& history) override;
     void stop() override;
 
-    /// Puts a clip back on the clipboard, in the background. That adds no record.
-    void copyAgain(const MemoryRecord& clip);
+    /// Puts a clip back on the clipboard, in the background. That adds no record. False when there
+    /// is no graphical session.
+    bool copyAgain(const MemoryRecord& clip);
 
     /// What is recorded at present and what is not, as sentences.
     const std::string& status() const { return *statusText; }

@@ -79,8 +79,8 @@ void BluetoothActivityMonitor::followDevices(const std::vector<BluetoothDevice>&
     for (const auto& forgotten : connections.keepOnly(addresses))
         timers.erase(forgotten);
     for (const auto& device : paired) {
-        // A device that was paired later starts as not connected, so that its first connection is
-        // recorded.
+        // A device that is new in the list and not connected is followed from now. One that is new
+        // and connected counts as a connection to record.
         const bool isNewAndApart = !connections.isFollowing(device.address) && !device.connected;
         if (!isFollowingDevices || isNewAndApart)
             connections.follow(device);

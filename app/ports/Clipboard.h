@@ -37,8 +37,8 @@ public:
     virtual void watch(std::string excluded, Copied copied, AccessChanged accessChanged) = 0;
     virtual void unwatch() = 0;
     /// Replaces the content of the clipboard by an item that is offered under the types of
-    /// `contents`. Done in the background; has no effect without a session.
-    virtual void put(std::vector<ClipData> contents) = 0;
+    /// `contents`. Done in the background. False, without an effect, when there is no session.
+    virtual bool put(std::vector<ClipData> contents) = 0;
 };
 
 } // namespace tidemark

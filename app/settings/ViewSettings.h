@@ -23,8 +23,7 @@ public:
 
     /// The text size of the history list in points; other texts are not affected.
     std::int64_t listingTextSize() const { return textSize; }
-    /// The text size of the history list divided by its default, at which all texts are equally
-    /// large.
+    /// The ratio of that size to the default size.
     double listingTextScale() const;
     void changeListingTextSize(std::int64_t step);
     void resetListingTextSize();

@@ -48,9 +48,9 @@ public:
             waiting.emplace(Candidate{std::move(value), at});
     }
 
-    /// Accepts the candidate if it has lasted for `delay`. Absent when nothing was accepted, and
-    /// for the starting point. `at` is the time of the observation plus the monotonic seconds since
-    /// then; the wall clock itself may have been set in between.
+    /// Accepts the candidate if it has lasted for `delay` at the time `at`. Absent when nothing was
+    /// accepted, and for the starting point. The caller computes `at` as the time of an observation
+    /// plus the monotonic seconds since then, because the wall clock may have been set in between.
     std::optional<Transition> settle(Date at) {
         if (!waiting || settlingTime > at - waiting->since)
             return std::nullopt;

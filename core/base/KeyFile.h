@@ -35,8 +35,8 @@ public:
 
     enum class Failure {
         tooLarge,
-        /// The file has a NUL byte, or a line that begins with "[" but does not end with "]" or is
-        /// not UTF-8.
+        /// The file has a NUL byte, or a line that begins with "[" and either does not end with "]"
+        /// or is not valid UTF-8.
         malformed,
     };
 

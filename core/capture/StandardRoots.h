@@ -38,16 +38,17 @@ BackgroundRoot backgroundRoot(const std::filesystem::path& folder, BackgroundIte
                               const Places& places);
 
 /// The roots that a capture reads when the user granted `folder`: all standard roots of that
-/// purpose if `folder` represents them in a choice of folders, otherwise only the folder itself.
+/// purpose if `folder` represents them (see `folderOfApplications`), otherwise only the folder
+/// itself.
 std::vector<ApplicationRoot> applicationsFor(const std::filesystem::path& folder,
                                              const Places& places);
 std::vector<BackgroundRoot> backgroundFor(const std::filesystem::path& folder,
                                           BackgroundItem::Kind kind, const Places& places);
 
-/// The folders that represent all standard roots for applications, agents and daemons in a choice
-/// of folders; empty on systems where the user chooses each folder separately. For agents it is the
-/// user's folder of start-up entries or, if that does not exist, the system's. Each of the two
-/// represents all.
+/// The folder that represents all standard roots of a purpose: who grants it, grants all of them.
+/// Empty on systems where the user grants each folder separately. For agents, the user's folder of
+/// start-up entries and the system's both represent all; this returns the user's or, if that does
+/// not exist, the system's.
 std::filesystem::path folderOfApplications(const Places& places);
 std::filesystem::path folderOfAgents(const Places& places);
 std::filesystem::path folderOfDaemons(const Places& places);

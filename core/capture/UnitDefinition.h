@@ -28,10 +28,10 @@ struct Item {
 /// parts are sorted by name, and files with one name by preference.
 std::vector<Item> itemsOf(const UnitFolders& folders);
 
-/// The unit in the terms of launchd.plist(5), with the keys of `BackgroundDefinition`. Of
-/// several files with one name, drop-ins apply only to the most preferred one, but the links that
-/// enable the unit apply to each, and a mask applies to each in a less preferred folder. A timer, a
-/// socket or a path has the program of the unit that it starts.
+/// The unit in the terms of launchd.plist(5), with the keys of `BackgroundDefinition`. Several
+/// folders can have a file with one name. Drop-ins apply only to the file in the most preferred
+/// folder; a mask applies to the files in less preferred folders; the links that enable the unit
+/// apply to all of them. A timer, a socket or a path has the program of the unit that it starts.
 /// `unreadable` when the file or a drop-in of this unit or of the one that it starts can't be read.
 std::expected<PropertyList::Dictionary, BackgroundDefinition::Failure>
 definition(const UnitFolders& folders, const Item& item, const MergedFolders& merged);

@@ -37,7 +37,7 @@ QCoro::Task<void> MountTableWatch::read() {
     try {
         volumes = co_await runInBackground(work);
     } catch (const Error&) {
-        // No thread could be started at present; the next change reads again.
+        // No thread could be started. The volumes count as unknown until the next change.
     }
     isReading = false;
     if (tasks.isStopping())

@@ -76,7 +76,7 @@ void SessionClipboard::watchX11() {
                                           }});
 }
 
-void SessionClipboard::put(std::vector<ClipData> contents) {
+bool SessionClipboard::put(std::vector<ClipData> contents) {
     if (sessions->wayland() == nullptr)
         return putOnX11(std::move(contents));
     const auto tryX11 = [this, post = calls.post()](std::vector<ClipData> refused) {
@@ -93,11 +93,12 @@ void SessionClipboard::put(std::vector<ClipData> contents) {
         return nullptr;
     };
     owned = sessions->wayland()->add({std::move(make), [] {}});
+    return true;
 }
 
-void SessionClipboard::putOnX11(std::vector<ClipData> contents) {
+bool SessionClipboard::putOnX11(std::vector<ClipData> contents) {
     if (sessions->x11() == nullptr)
-        return;
+        return false;
     auto make = [once = std::make_shared<Once>(std::move(contents))](
                     X11Connection& connection) -> std::unique_ptr<DisplayReader> {
         if (!*once)
@@ -105,6 +106,7 @@ void SessionClipboard::putOnX11(std::vector<ClipData> contents) {
         return std::make_unique<X11SelectionOwner>(connection, *std::exchange(*once, {}));
     };
     owned = sessions->x11()->add({std::move(make), [] {}});
+    return true;
 }
 
 } // namespace tidemark

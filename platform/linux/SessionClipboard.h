@@ -25,7 +25,7 @@ public:
 
     void watch(std::string excluded, Copied copied, AccessChanged accessChanged) override;
     void unwatch() override;
-    void put(std::vector<ClipData> contents) override;
+    bool put(std::vector<ClipData> contents) override;
 
 private:
     struct Watch {
@@ -43,7 +43,7 @@ private:
     /// thread.
     AccessChanged accessPosted() const;
     ClipFollower::Setup followerSetup() const;
-    void putOnX11(std::vector<ClipData> contents);
+    bool putOnX11(std::vector<ClipData> contents);
 
     const std::shared_ptr<GraphicalSessions> sessions;
     const ClipFollower::Seconds seconds;

@@ -6,8 +6,8 @@
 
 namespace tidemark {
 
-/// The unit tidemark.service of systemd's manager for the user, by systemctl(1), which reaches it
-/// without a message bus, too.
+/// The recorder as the unit tidemark.service of systemd's manager for the user, read and changed by
+/// systemctl(1), which also works without a message bus.
 class SystemdService final : public RecorderService {
 public:
     static constexpr const char* unit = "tidemark.service";

@@ -34,7 +34,7 @@ private:
     void takePiece();
     /// Starts to wait for the answer or the next piece.
     void wait(std::chrono::milliseconds time);
-    /// Ends the request. `use` may destroy this object.
+    /// Ends the request and passes `answer` to `answered`, which may destroy this object.
     void finish(std::optional<X11Property> answer);
 
     const xcb_atom_t selection;

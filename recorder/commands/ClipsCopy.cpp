@@ -27,7 +27,9 @@ QCoro::Task<std::string> clipsCopy(CommandContext& context, const ClipsCopyOptio
         throw Error("No recorder is running, and only one that goes on can keep a clip on the "
                     "clipboard. tidemark run starts one.");
     const auto clip = givenClip(context.recorder.memoryHistory().clips(), options.id);
-    context.recorder.clipboardHistory().copyAgain(*clip);
+    if (!context.recorder.clipboardHistory().copyAgain(*clip))
+        throw Error("The recorder runs outside of a graphical session, so it can reach no "
+                    "clipboard.");
     co_return "\"" + oneLine(clip->title) + "\" is on the clipboard again.\n";
 }
 

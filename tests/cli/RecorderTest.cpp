@@ -111,6 +111,9 @@ TEST_F(RecorderProgram, PinsAndDeletesClips) {
     };
     for (const auto& [words, says] : refused)
         EXPECT_TRUE(test::contains(command(words).err, says));
+    startRecording();
+    EXPECT_TRUE(test::contains(command({"clips", "copy", "CLIP-two"}).err,
+                               "runs outside of a graphical session"));
     EXPECT_EQ(command({"clips", "clear", "--yes"}).status, 0);
     EXPECT_EQ(command({"memory"}).out, "Nothing has been remembered.\n");
 }

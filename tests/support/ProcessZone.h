@@ -6,8 +6,8 @@
 
 namespace tidemark::test {
 
-/// Sets TZ for its lifetime, and unsets it then. Does not call tzset(3), because nothing does when
-/// a user travels.
+/// Sets TZ for its lifetime, and then restores its earlier value. Does not call tzset(3), because
+/// nothing does when a user travels.
 class ProcessZone {
 public:
     explicit ProcessZone(const std::string& value) {

@@ -35,7 +35,10 @@ namespace {
 struct WrittenClipboard final : Clipboard {
     void watch(std::string, Copied, AccessChanged) override {}
     void unwatch() override {}
-    void put(std::vector<ClipData> put) override { contents = std::move(put); }
+    bool put(std::vector<ClipData> put) override {
+        contents = std::move(put);
+        return true;
+    }
 
     std::vector<ClipData> contents;
 };

@@ -18,7 +18,8 @@ public:
 
     void present(FolderMap map);
     /// Marks the tile with this path, or none if there is no such tile. A tile that combines
-    /// several stays marked if it has this path (`pathOf`).
+    /// several parts has the path of their folder: if one of these is marked, it stays marked when
+    /// `path` is that of its folder.
     void select(const QStringList& path);
     const FolderMapLayout& layoutShown() const { return layout; }
 

@@ -7,7 +7,8 @@
 
 namespace tidemark {
 
-/// The captures that the user marked, at most two. They stay marked when another size is shown.
+/// The captures that the user marked, at most two. They stay marked when the history of another
+/// size is shown.
 class ComparedMoments {
 public:
     struct Moment {

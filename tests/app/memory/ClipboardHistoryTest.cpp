@@ -20,7 +20,10 @@ struct TestClipboard final : Clipboard {
         accessChanged = std::move(changed);
     }
     void unwatch() override { copied = {}; }
-    void put(std::vector<ClipData> data) override { contents = std::move(data); }
+    bool put(std::vector<ClipData> data) override {
+        contents = std::move(data);
+        return true;
+    }
 
     std::string excluded;
     Copied copied;

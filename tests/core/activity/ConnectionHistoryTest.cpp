@@ -43,7 +43,7 @@ TEST(NetworkConnectionHistory, ReportsDifferencesThatLast) {
     }
 
     history.reset();
-    EXPECT_TRUE(history.receive(metered, Date{30})) << "after a reset nothing repeats";
+    EXPECT_TRUE(history.receive(onWifi, Date{30})) << "after a reset, no value is accepted";
     EXPECT_EQ(history.settle(Date{32}), std::nullopt);
 }
 
