@@ -34,7 +34,7 @@ public:
         : owner(owner), interface(QLatin1String(name)), path(QLatin1String(path)),
           service(bus, interface, [this] { follow(); }) {}
 
-    /// Absent while it does not run, and for a shell that has the name but can't say.
+    /// Absent while no program owns the name, and when the one that owns it can't say.
     std::optional<bool> isActive() const { return active; }
 
 private:

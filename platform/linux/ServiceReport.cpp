@@ -24,8 +24,8 @@ constexpr const char* noBus = "no message bus";
 
 constexpr std::chrono::seconds patience{3};
 
-/// A service on one of the two message buses. Several may be for the same use, as one for each
-/// desktop; those have the same name here and follow each other.
+/// A name on a message bus, and what its service is used for. Where each desktop has a service of
+/// its own for one use, all of them have the same `name` and stand one after the other.
 struct BusName {
     const char* name;
     const char* use;
@@ -85,7 +85,8 @@ public:
         }
     }
 
-    /// One report for each use: that of a service that answers, or else of the first.
+    /// One report for each use. Its state is `answers` if one of the services for that use answers,
+    /// otherwise the state of the first of them.
     std::vector<ServiceReport> whenAnswered() {
         if (open > 0) {
             QTimer::singleShot(patience, &loop, &QEventLoop::quit);

@@ -39,8 +39,8 @@ private:
 
     void watchWayland();
     void watchX11();
-    /// Functions for the threads of the connections; they call those of `watching` on the main
-    /// thread.
+    /// What the connections call on their own threads: functions that call those of `watching` on
+    /// the main thread.
     AccessChanged accessPosted() const;
     ClipFollower::Setup followerSetup() const;
     bool putOnX11(std::vector<ClipData> contents);

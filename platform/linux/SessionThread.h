@@ -6,8 +6,8 @@
 
 namespace tidemark {
 
-/// A thread with an event loop of its own, for a connection whose calls may block for as long as
-/// the other side likes. Main thread only.
+/// A thread with an event loop of its own, for the connection to a display server: its calls can
+/// block without a limit. Main thread only.
 class SessionThread {
 public:
     explicit SessionThread(const char* name);
