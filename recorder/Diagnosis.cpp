@@ -12,7 +12,7 @@ namespace tidemark::diagnosis {
 
 namespace {
 
-/// Fewer free bytes are too few for a journal at its limits and the copy that replaces it.
+/// A journal of the largest size and the copy that replaces it may not fit into fewer free bytes.
 constexpr std::int64_t littleSpace = 200'000'000;
 constexpr std::size_t labelWidth = 26;
 constexpr double allowedClockError = 60;

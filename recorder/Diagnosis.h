@@ -19,7 +19,7 @@ struct Diagnosis {
     struct Setting {
         std::string key;
         std::string value;
-        /// Why it has no effect here, if so.
+        /// Why the setting has no effect on this machine; absent when it has one.
         std::optional<std::string> notAvailable;
 
         static constexpr auto fields() {

@@ -23,7 +23,7 @@ struct DocumentReport {
     /// The version of the format; absent for a document without one.
     std::optional<std::int64_t> version;
     std::optional<Date> written;
-    /// Why it can't be read, or a folder not be written, as a sentence.
+    /// Why the document can't be read, or why the folder can't be written to, as a sentence.
     std::optional<std::string> problem;
 
     static constexpr auto fields() {

@@ -151,7 +151,8 @@ public:
     /// Who has files in a folder.
     enum class Folder { own, ofSeveralRecorders, ofOthers };
 
-    /// `subfolders` have searches of their own.
+    /// Searches the folder without its subfolders. Those in `subfolders` don't count as foreign
+    /// files.
     void search(const fs::path& folder, const Content& content, Folder kind = Folder::own,
                 const Names& subfolders = {}) {
         const auto descriptor = opened(folder);
@@ -243,7 +244,7 @@ Erasure Erasure::of(const RecorderPlaces& places, const std::optional<fs::path>&
     if (loginItem)
         search.search(loginItem->parent_path(),
                       only(loginItem->filename().native(), "the start at login"), Folder::ofOthers);
-    // On some systems, they are one folder.
+    // On some systems, settings and data are in the same folder.
     if (settings != data)
         search.search(settings, settingsContent);
     search.search(data, settings == data ? ofBoth : dataContent, Folder::own,

@@ -13,7 +13,7 @@ namespace tidemark {
 /// called or this object is destroyed. Main thread only.
 class FolderChange {
 public:
-    /// Throws `Error` while another change is being made, since the end of one would end both.
+    /// Throws `Error` while another change is being made.
     explicit FolderChange(const CommandContext& context);
     ~FolderChange();
     FolderChange(const FolderChange&) = delete;

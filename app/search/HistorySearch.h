@@ -13,7 +13,7 @@ namespace tidemark {
 
 /// The state of the search panel from opening to closing: a query over the whole recorded history,
 /// independent of the user's place in it, its results and the selected one. Searches run in the
-/// background on the history at their start. Main thread only.
+/// background; each searches the history as it was when the search began. Main thread only.
 class HistorySearch : public Observable {
     Q_OBJECT
 

@@ -30,7 +30,7 @@ BatteryObservation battery(std::int64_t percentage, bool isPlugged) {
             .fullyCharged = percentage == 100};
 }
 
-/// One day after the other, as a laptop sees it that is carried to work and back.
+/// The activity of a laptop that is carried to work and back, one day after the other.
 class Diary {
 public:
     explicit Diary(Date now) : end(now) {}

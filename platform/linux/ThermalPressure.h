@@ -37,7 +37,7 @@ private:
     using Level = std::size_t;
     struct Pending {
         double since = 0;
-        /// The state nearest to the present one that was read meanwhile.
+        /// Of the states that were read since then, the one nearest to the present state.
         Level level = 0;
     };
 

@@ -28,8 +28,8 @@ void ThermalWatch::readEarly() {
 QCoro::Task<void> ThermalWatch::watch() {
     const auto hold = tasks.hold();
     while (!tasks.isStopping()) {
-        // Taken before the reading: what happens during it may be missed by it, and then ends the
-        // wait below at once.
+        // Taken before the reading, so that a message that arrives during the reading ends the wait
+        // below at once: the reading may have missed what the message is about.
         const auto sooner = early.get_token();
         co_await read();
         if (tasks.isStopping())
@@ -53,7 +53,7 @@ QCoro::Task<void> ThermalWatch::read() {
     try {
         reading = co_await runInBackground(work);
     } catch (const Error&) {
-        // No thread could be started at present; then this is a reading without zones.
+        // No thread could be started: counts as a reading without zones.
     }
     if (tasks.isStopping())
         co_return;

@@ -14,10 +14,10 @@
 
 namespace tidemark {
 
-/// Reads the thermal pressure from the kernel at intervals, in the background, and at once when the
-/// kernel reports that a trip was passed or the power daemon that it lowered the performance. Most
-/// zones report nothing, and messages may be lost, so such reports do not replace the intervals.
-/// Main thread only.
+/// Reads the thermal pressure from the kernel in the background: at intervals, and at once when the
+/// kernel reports that a trip was passed or when the power daemon reports that it lowered the
+/// performance. Most zones report nothing and messages may be lost, so the intervals are needed,
+/// too. Main thread only.
 class ThermalWatch final : public ThermalSource {
 public:
     /// Seconds between two readings; shorter while the state is changing.

@@ -94,7 +94,8 @@ void UPowerBattery::subscribe() {
         readAfter(GuardedSubscription::propertiesOf(path, batteryInterface), batteryProperties);
 }
 
-/// Reads again after a signal, or only after one that is about these properties.
+/// Reads again after each such signal; where `properties` are given, only after one that is about
+/// some of them.
 void UPowerBattery::readAfter(const GuardedSubscription::Signal& signal,
                               const QStringList& properties) {
     subscriptions.push_back(std::make_unique<GuardedSubscription>(
@@ -194,7 +195,7 @@ void UPowerBattery::findBatteries() {
     if (std::exchange(batteries, found) == found)
         return;
     subscribe();
-    // A change of a new battery that followed its reading has been missed.
+    // A new battery may have changed after it was read and before its signals were subscribed to.
     delay.request();
 }
 

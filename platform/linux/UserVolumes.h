@@ -14,7 +14,8 @@
 /// that belong to the system, to containers and to packages.
 namespace tidemark::userVolumes {
 
-/// Options of mounts that only programs know, by mount point: lists such as "x-gvfs-hide".
+/// Options of mounts that are for programs and not known to the kernel, by mount point: lists such
+/// as "x-gvfs-hide".
 using UserOptions = std::map<std::string, std::string>;
 
 /// Parses the table of libmount, /run/mount/utab: lines such as "TARGET=/mnt/a OPTS=x-gvfs-hide".
@@ -27,9 +28,9 @@ struct User {
     std::function<bool(const std::filesystem::path&)> canEnter;
 };
 
-/// The mount points of the volumes among the mounts of a table. The same rule as that of the
-/// desktops (g_unix_mount_guess_should_display of GLib), but for what is mounted by hand below /mnt
-/// and for network file systems, which are volumes here.
+/// The mount points of the volumes among the mounts of a table. Follows the rule of the desktops
+/// (g_unix_mount_guess_should_display of GLib), with one difference: what is mounted by hand below
+/// /mnt and network file systems also count as volumes.
 std::vector<std::filesystem::path> among(const std::vector<MountEntry>& table,
                                          const UserOptions& options, const User& user);
 

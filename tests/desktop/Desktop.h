@@ -73,7 +73,7 @@ struct Desktop : testing::Test {
     /// Waits for a visible window with this title and returns its id.
     QString visible(const QString& title) const {
         QString window;
-        // A search ends without a result, too, when another window disappears during it.
+        // xdotool also finds nothing when another window disappears during its search.
         eventually([&] {
             window = xdotool({u"search"_s, u"--onlyvisible"_s, u"--name"_s, title});
             return !window.isEmpty();
