@@ -130,7 +130,7 @@ public:
             std::move(accessChanged));
     }
     void unwatch() override { clipboard.unwatch(); }
-    void put(std::vector<ClipData> contents) override { clipboard.put(std::move(contents)); }
+    bool put(std::vector<ClipData> contents) override { return clipboard.put(std::move(contents)); }
 
 private:
     SessionClipboard clipboard;
