@@ -13,7 +13,7 @@ namespace tidemark {
 QCoro::Task<Snapshot> ObservationFlow::take() {
     const auto hold = used.tasks.hold();
     running = std::stop_source();
-    // The capture is stopped when the controller is destroyed.
+    // Stops the capture when the tasks are stopped, as when the controller is destroyed.
     const auto source = running;
     std::stop_callback ending(used.tasks.token(), [source]() mutable { source.request_stop(); });
     Snapshot snapshot = co_await observed(source);

@@ -25,8 +25,8 @@ public:
     /// Stops. `record` is not called any more.
     virtual void stop() = 0;
 
-    /// Why a source has nothing to observe on this machine, as a sentence. Absent where there is
-    /// something to observe, and while that is not known.
+    /// Why a source has nothing to observe on this machine, as a sentence. Has no value where there
+    /// is something to observe, and while that is not known.
     using Absence = std::optional<std::string>;
     /// The sources that it provides to the settings (`SettingSources`), with their absences.
     virtual std::map<SettingSource, Absence> settingSources() const = 0;

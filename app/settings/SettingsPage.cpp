@@ -160,7 +160,7 @@ SettingsGroup clipboardHistory(const SettingsPageState& state) {
     const auto absence = state.sources.absence(preferenceKeys::memoryClipboard.name);
     Group group(state, "Clipboard History");
     group.toggle(preferenceKeys::memoryClipboard, "Remember what is copied");
-    // The reason is shown with the switch already.
+    // The switch already shows the reason for which copies can't be recorded.
     if (absence != state.clipboardStatus)
         group.text(state.clipboardStatus);
     group.text("Items that their program marks as secret are never read. Browser extensions of "

@@ -31,8 +31,8 @@ public:
     const std::vector<Shared<SystemActivity>>& records() const { return current; }
 
     /// Appends a record by replacing the file, with mode 0600 in folders of mode 0700. Throws
-    /// `Error`; `records` is unchanged then, and so is the file, unless only flushing its folder
-    /// failed.
+    /// `Error` and leaves `records` unchanged. The file is unchanged then, too, except when it was
+    /// already replaced and only flushing its folder failed.
     void append(SystemActivity activity);
 
 private:

@@ -71,8 +71,8 @@ Observed formula(const FolderEntry& entry, const ReadingBudget& budget) {
     if (entry.kind != Kind::folder)
         return std::nullopt;
     const auto listing = FolderListing::open(entry, FolderListing::Hidden::listed, budget);
-    // A folder that was just removed is not installed. After any other failure the versions are not
-    // known.
+    // A formula whose folder was just removed is not installed. After any other failure its
+    // versions are not known.
     if (!listing && listing.error() == FolderListing::Failure::missing)
         return std::nullopt;
     if (!listing)
@@ -238,7 +238,8 @@ struct Fingerprint {
     std::int64_t bytes;
 };
 
-/// The digest of the content of `file`, or the beginning of the issue.
+/// The digest of the content of `file`, or the text of an issue, to which the caller appends the
+/// path.
 std::expected<std::string, std::string_view> digestOf(const FileDescriptor& file,
                                                       const ReadingBudget& budget) {
     Sha256 digest;

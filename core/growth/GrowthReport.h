@@ -34,8 +34,9 @@ struct GrowthItem {
     std::optional<DatedSize> before{};
     /// Absent for an item that was removed, and where the size is not known.
     std::optional<DatedSize> after{};
-    /// Part of all growth, or of all shrinkage, that the list shows, from 0 to 1. An item inside of
-    /// another one has a share as well, but the total counts it only once.
+    /// Its part of the total growth in the list or, for an item that shrank, of the total
+    /// shrinkage; from 0 to 1. An item inside of another one has a share as well, but the total
+    /// counts it only once.
     double share = 0;
     /// The children that changed most, at most `partLimit`; empty where they are not known.
     std::vector<StorageContribution> parts{};

@@ -16,8 +16,9 @@ public:
     class Reading;
 
     /// Checks which databases have changed, for lookups of files below `folders` (paths without
-    /// links). After a stop request, a database that was not read yet is not read to its end:
-    /// lookups in it may report the owner as unknown, and after the next `read` it is read again.
+    /// links). After a stop request, a lookup that first has to load a database may give up before
+    /// its end and report the owner as unknown; after the next `read`, the database is loaded
+    /// again.
     Reading read(const MachineFiles& machine, const OwnedFolders& folders,
                  const std::stop_token& stop = {});
 
@@ -42,8 +43,8 @@ private:
     std::stop_token stop;
 };
 
-/// Lookups in the databases. Its end closes their files; what was read from them stays in the
-/// index.
+/// Lookups in the databases. The destructor closes their files; what was read from them stays in
+/// the index.
 class PackageIndex::Reading {
 public:
     ~Reading() { index.rest(); }

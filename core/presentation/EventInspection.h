@@ -27,7 +27,8 @@ struct InspectionAction {
 };
 
 /// All that is known of one event, as the inspector shows it and a terminal prints it: what was
-/// observed, and what the observation does not prove. In the words of this system.
+/// observed, and what the observation does not prove. The texts use the terms of the operating
+/// system that the program runs on.
 struct EventInspection {
     static constexpr std::string_view heading = "About this event";
     static constexpr std::string_view closeDetails = "Close details";

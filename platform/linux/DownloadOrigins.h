@@ -19,9 +19,9 @@ public:
     /// After so many failures in a row, `gio` is not run any more.
     static constexpr int mostFailures = 3;
 
-    /// `gio` is the path of that program; empty where it is not installed. It is run only while
-    /// `hasMetadata` returns true, which says that the service with the metadata is running: it
-    /// would start that service otherwise.
+    /// `gio` is the path of that program; empty where it is not installed. `gio` is run only while
+    /// `hasMetadata` returns true, that is, while the service that keeps the metadata is running;
+    /// otherwise `gio` would start that service.
     DownloadOrigins(std::filesystem::path gio, std::function<bool()> hasMetadata)
         : gio(std::move(gio)), hasMetadata(std::move(hasMetadata)) {}
 

@@ -14,9 +14,10 @@
 
 namespace tidemark {
 
-/// Applications by their windows on a display server (`X11Applications`, `WaylandApplications`),
-/// for desktops and launchers that start programs without a unit. Only those with a desktop entry
-/// count. Main thread only.
+/// Reports launches and quits of applications by their windows on a display server
+/// (`X11Applications`, `WaylandApplications`). This also notices programs that a desktop or a
+/// launcher starts without a unit of systemd. Only those with a desktop entry count. Main thread
+/// only.
 class WindowApplications final : public ApplicationLaunches::Source {
 public:
     /// Seconds for which an application may be without a window, as while its window is replaced
@@ -61,7 +62,7 @@ private:
     QCoro::Task<void> open(std::string id, bool isAssumed);
     /// Reports that an application quit if it is without a window for `windowlessTime` from now.
     QCoro::Task<void> close(std::string id);
-    /// The word with which the names of its instances begin.
+    /// The words with which the results of `instanceOf` begin.
     std::string_view firstWord() const;
     std::string instanceOf(const std::string& id) const;
 
@@ -72,7 +73,7 @@ private:
     /// Those that had a window and have none at present, by identifier.
     std::map<std::string, Windowless> windowless;
     std::uint64_t lastNumber = 0;
-    /// Incremented when they become unknown: what began before is dropped then.
+    /// Incremented when `shown` becomes absent; an `open` that began before has no effect then.
     std::uint64_t generation = 0;
     /// Replaced by each `start`, so that calls that an earlier one has posted are dropped.
     std::optional<MainThreadCalls> calls;

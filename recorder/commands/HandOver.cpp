@@ -16,8 +16,8 @@ Error noRecorder() {
     return Error("No recorder without a window is running.");
 }
 
-/// Calls `end` when the client disconnects, which it does when it has the answer, or after
-/// `answerSeconds`.
+/// Calls `end` as soon as the client has disconnected, which it does when it has the answer, and
+/// after `answerSeconds` at the latest.
 QCoro::Task<void> endAfterAnswer(Recorder& recorder, std::function<void()> end,
                                  std::stop_token departed) {
     const auto hold = recorder.tasks().hold();

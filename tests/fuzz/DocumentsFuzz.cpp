@@ -13,6 +13,7 @@
 #include <array>
 #include <cstdint>
 #include <cstdlib>
+#include <optional>
 
 namespace {
 
@@ -21,12 +22,13 @@ using namespace tidemark;
 /// A document that can be read can be written, and reads back the same.
 template <class T>
 void readAgain(std::string_view bytes) {
-    std::string written;
+    std::optional<T> document;
     try {
-        written = json::encoded(json::decode<T>(bytes));
+        document = json::decode<T>(bytes);
     } catch (const Error&) {
         return;
     }
+    const std::string written = json::encoded(*document);
     if (json::encoded(json::decode<T>(written)) != written)
         std::abort();
 }

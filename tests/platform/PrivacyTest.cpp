@@ -20,7 +20,8 @@ const QString pointPath = u"/org/freedesktop/NetworkManager/AccessPoint/home"_s;
 const QString wireless = u"org.freedesktop.NetworkManager.Device.Wireless"_s;
 
 /// The methods that a recorder may call on the bus and on the services of the machine. They change
-/// nothing, except that `Inhibit` takes the lock that delays sleep.
+/// nothing, except that `Inhibit` takes the lock that delays sleep. In addition, it may start
+/// UPower.
 const QStringList harmless{
     u"Hello"_s,  u"AddMatch"_s,          u"RemoveMatch"_s,      u"GetNameOwner"_s,    u"Get"_s,
     u"GetAll"_s, u"GetManagedObjects"_s, u"EnumerateDevices"_s, u"GetSessionByPID"_s, u"GetUser"_s,
@@ -95,7 +96,8 @@ struct Privacy : testing::Test {
     void untilSaid(const QString& text) {
         test::until([&] { return messages.contains(text); });
     }
-    /// The method calls of the recorder: their first lines, and their arguments on the lines after.
+    /// The method calls of the recorder. Each text has the first line of a call, and its arguments
+    /// on the lines below.
     QStringList calls() const {
         QStringList found;
         for (const QString& message : messages.split(QRegularExpression(u"\n(?=[a-z])"_s)))

@@ -102,9 +102,11 @@ TEST_F(ScreenSleepMonitorTest, CombinesWhatIsKnown) {
     turn(1);
     expectPosted("screensDidSleep ");
     turn(0);
+    expectPosted("screensDidWake ");
+    // The screens are on, but count as asleep while the session is locked.
     lock(true);
-    // The screens are on, but count as asleep while the session is locked. Then a screen saver
-    // appears, and where there is one, the lock does not count.
+    expectPosted("screensDidSleep ");
+    // Where there is a screen saver, the lock does not count.
     test::MockService saver{home, bus, u"gnome_screensaver"_s, saverName};
     saver.start();
     expectPosted("screensDidWake ");

@@ -112,8 +112,8 @@ struct WaylandSessionTest : testing::Test {
             untilLogged(number);
         }
     }
-    /// Copies an item of these types, and returns the types whose contents the clipboard has asked
-    /// for when it has handled everything.
+    /// Copies an item of these types, waits until the clipboard has handled that, and returns the
+    /// types whose contents it asked for.
     std::string askedOf(const std::vector<std::string>& types) const {
         const auto other = WaylandConnection::open(server->display(), [] {});
         const LoggedOffer offer(*other, types);

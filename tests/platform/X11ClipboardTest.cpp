@@ -41,8 +41,8 @@ private:
         if ((event.response_type & 0x7F) != XCB_SELECTION_REQUEST)
             return;
         const auto& request = reinterpret_cast<const xcb_selection_request_event_t&>(event);
-        // A recorder of another test may still follow an earlier display of the same number, and so
-        // connect to this one.
+        // Display numbers are used again, so a recorder of another test may connect to this
+        // display. Its requests don't count.
         if (request.owner != window || windows.processOf(request.requestor) != ::getpid())
             return;
         const auto name = connection.nameOf(request.target);
@@ -153,7 +153,8 @@ struct X11ClipboardTest : testing::Test {
         const LoggedOwner item(other, LoggedOwner::Behaviour::refuses, std::move(types));
         test::until([&] { return !item.asked.empty(); });
         finish(other);
-        // Twice when watching begins just then: for the item that is there, and for the change.
+        // The targets are asked for twice when watching begins at that moment: once for the item
+        // that is there, once for the change.
         EXPECT_TRUE(item.asked == "TARGETS " || item.asked == "TARGETS TARGETS ") << item.asked;
     }
     /// A connection of another program.

@@ -6,8 +6,9 @@
 
 namespace tidemark {
 
-/// The image of a symbol from the icon theme of the desktop: the first of its two icon names that
-/// the theme has. Empty for an unknown symbol, and where the theme has neither name.
+/// The icon of a symbol in the icon theme of the desktop. Each symbol has two icon names, and the
+/// first one that the theme has is used. Empty for an unknown symbol, and where the theme has
+/// neither name.
 QIcon symbolIcon(std::string_view symbol);
 
 /// The names of all symbols.

@@ -7,9 +7,9 @@
 
 namespace tidemark {
 
-/// The events of the list, each day below a row with its heading. The texts of a row are made when
-/// they are asked for, which a view does for what it paints: a history has 22,000 events. A new
-/// presentation replaces only the rows that differ, so that the view keeps its place.
+/// The events of the list, each day below a row with its heading. The texts of a row are made only
+/// when a view asks for them, which it does for the rows that it paints: a history can have 22,000
+/// events. A new presentation replaces only the rows that differ, so that the view keeps its place.
 class TimelineModel : public QAbstractListModel {
     Q_OBJECT
 
@@ -34,8 +34,8 @@ public:
     /// `now` determines which day is "Today".
     void show(const TimelinePresentation& presentation, Date now,
               const std::vector<GapRow>& gaps = {});
-    /// Folds the gaps of the day of this row, or unfolds them, when shown next. False for a row
-    /// that is no gap.
+    /// Folds the gaps of the day of this row, or unfolds them; this takes effect with the next
+    /// `show`. False for a row that is no gap.
     bool toggleGaps(const QModelIndex& index);
 
     /// Absent for the heading of a day, and for a gap without an event.
