@@ -12,7 +12,7 @@ namespace {
 constexpr std::array stages{SystemObserver::inventoryPhase, "Scanning Documents…",
                             "Scanning Projects…", SystemObserver::savingPhase};
 
-/// All that the screens show, so that no place says that it has no source here.
+/// All sources that a screen depends on, so that no screen reports a missing source.
 SettingSources everySource() {
     using enum SettingSource;
     return SettingSources({formulas, diagnosticReports, network, wifiNames, bluetooth, environment,
@@ -22,7 +22,7 @@ SettingSources everySource() {
 /// The home of the made-up user. Nothing in it is read, if there is such a folder.
 const std::filesystem::path home = "/home/ada";
 
-/// What the log of the made-up machine's package manager has.
+/// The installations in the log of the made-up machine's package manager.
 InstallationPreview madeUpInstallations(Date now) {
     constexpr double day = 86'400;
     InstallationPreview preview{

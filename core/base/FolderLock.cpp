@@ -19,8 +19,8 @@ namespace tidemark {
 namespace {
 
 constexpr const char* lockName = "recorder.lock";
-/// How many times locking is tried while other processes hold the lock only in `holder`, each for
-/// microseconds.
+/// How many times locking is tried while the only locks are those of `holder` in other processes,
+/// which last some microseconds each.
 constexpr int mostAsked = 20;
 constexpr std::chrono::milliseconds askedPause{1};
 
@@ -43,7 +43,7 @@ FileDescriptor openLockFile(const std::filesystem::path& path) {
     return file;
 }
 
-/// True when nobody has locked the file but processes in `holder`, whose locks are shared.
+/// True when no process has the file locked exclusively. The locks of `holder` are shared.
 bool isOnlyAsked(const FileDescriptor& file) {
     return ::flock(file.get(), LOCK_SH | LOCK_NB) == 0 && ::flock(file.get(), LOCK_UN) == 0;
 }
@@ -59,7 +59,7 @@ std::optional<pid_t> processIn(const FileDescriptor& file) {
 
 void noteProcess(const FileDescriptor& file) {
     const std::string text = std::to_string(::getpid()) + "\n";
-    // On a full disk the lock holds all the same; only the process number is missing.
+    // On a full disk the file is locked without the number of the process.
     if (::ftruncate(file.get(), 0) == 0)
         static_cast<void>(::pwrite(file.get(), text.data(), text.size(), 0) < 0);
 }

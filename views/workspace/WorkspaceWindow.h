@@ -103,7 +103,8 @@ private:
     SidebarView* sidebar;
     HistoryPane* pane;
     InspectorView* inspector;
-    /// The user asked for the choice of folders; other processes may change folders, too.
+    /// True when the running change of the folders is the user's in this window, and not that of
+    /// another process.
     bool managesFolders = false;
     /// The event and the snapshot that the inspector shows, so that a refresh that changes none of
     /// it leaves it alone.
