@@ -60,7 +60,8 @@ GrowthScreen::GrowthScreen(ModelState& state, StorageHistoryKeeper& sizes, Recor
                            AppClock& clock, const TaskScope& tasks)
     : state(state), sizes(sizes), runs(runs), clock(clock), tasks(tasks) {
     // After each of these changes, a view that observes this object asks for the content, which is
-    // made anew if the journal or the sizes have changed. The runs change only the gaps.
+    // made anew if the journal or the sizes have changed. The runs are not part of the content:
+    // they change only what `gapSource` returns.
     connect(&state, &ModelState::changed, this, &GrowthScreen::followSources);
     connect(&sizes, &StorageHistoryKeeper::changed, this, &GrowthScreen::followSources);
     connect(&runs, &RecorderRuns::changed, this, &GrowthScreen::noteChange);
@@ -78,9 +79,12 @@ GrowthScreen::Choice GrowthScreen::present() const {
 
 std::shared_ptr<const GrowthScreen::Content> GrowthScreen::content() {
     const Choice wanted = present();
-    if (madeFor == wanted || runningFor == wanted)
+    if (runningFor == wanted)
         return made;
     stopping.request_stop();
+    runningFor.reset();
+    if (madeFor == wanted)
+        return made;
     stopping = std::stop_source();
     runningFor = wanted;
     tasks.start(prepare(wanted, stopping.get_token()));

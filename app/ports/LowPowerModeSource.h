@@ -7,8 +7,8 @@ namespace tidemark {
 /// Reads whether the machine saves power at the cost of speed, and follows the mode for its
 /// lifetime. Main thread only; does not block.
 ///
-/// It is created with a function `didChange`, which it calls from the event loop, never from its
-/// constructor or destructor, whenever it returns another value than before.
+/// It is created with a function `didChange`, which it calls whenever `isOn` returns another value
+/// than before. The call comes from the event loop, never from the constructor or destructor.
 class LowPowerModeSource {
 public:
     virtual ~LowPowerModeSource() = default;

@@ -33,8 +33,8 @@ public:
     virtual bool start(Names names, Receive receive) = 0;
     virtual void stop() = 0;
 
-    /// Why the names of networks can't be read on this machine, as a sentence; absent where they
-    /// can, and while that is not known. Can be asked at any time.
+    /// A sentence that says why the names of networks can't be read on this machine; absent when
+    /// they can be read, and while it is not known whether they can. Can be asked at any time.
     virtual std::optional<std::string> namesAbsence() const = 0;
 };
 

@@ -17,8 +17,8 @@ public:
     /// regular file". `code` is an `errno` value, also when no system call failed.
     FileError(std::filesystem::path path, std::string reason, int code = EINVAL);
 
-    /// For a failed system call. The sentence is `failure`, such as "could not be read", followed
-    /// by the description of the `errno` in `code`.
+    /// For a failed system call. After the path, the sentence has `failure`, such as "could not be
+    /// read", and the description of the `errno` in `code`.
     static FileError ofSystem(const std::filesystem::path& file, std::string_view failure,
                               int code);
 

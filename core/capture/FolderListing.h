@@ -58,7 +58,7 @@ struct FolderEntry {
     FileDescriptor openFolder() const;
     /// The text of a link; empty if the entry is not a link.
     std::string linkText() const;
-    /// The bytes of a regular file of at most `limit` bytes. Throws `FileError`.
+    /// All bytes of a regular file. Throws `FileError`, also when it has more than `limit` bytes.
     std::string read(std::size_t limit) const;
     /// The first `count` bytes of a regular file, or all where it has fewer. Throws `FileError`.
     std::string readStart(std::size_t count) const;
@@ -83,8 +83,8 @@ public:
                                                       Hidden hidden, const ReadingBudget& budget) {
         return open(MachineFiles(), path, hidden, budget);
     }
-    /// The same for a folder of `machine`, at a canonical path. The entries have paths on that
-    /// machine as well.
+    /// The same for a folder of `machine`. `path` is canonical; it and the paths of the entries are
+    /// paths on that machine.
     static std::expected<FolderListing, Failure> open(const MachineFiles& machine,
                                                       const std::filesystem::path& path,
                                                       Hidden hidden, const ReadingBudget& budget);

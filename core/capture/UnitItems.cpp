@@ -32,7 +32,8 @@ FamilyDefinitions read(const MachineFiles& machine, const std::vector<fs::path>&
     result.definitions.reserve(items.size());
     for (const auto& item : items) {
         const std::size_t folder = folderOf(item.path, folders);
-        // With many drop-ins this is as much work as reading.
+        // The time for making the definitions is limited as well: with many drop-ins it is as much
+        // work as reading.
         if (!readings[folder].mayContinue()) {
             result.unreadable = result.unreadable.value_or(folders[folder]);
             break;

@@ -24,14 +24,15 @@ struct StorageSubject {
     bool operator==(const StorageSubject&) const = default;
 };
 
-/// Free space and every measured folder: free space first, then the folders of the latest capture,
-/// then those that only earlier ones had, each by name. Children of folders are not listed.
+/// Free space first, then the measured folders of the latest capture, then the folders that only
+/// earlier captures measured; both groups of folders are sorted by name. Children of folders are
+/// not listed.
 std::vector<StorageSubject> storageSubjects(const GrowthSource& source);
 
-/// The subject with this path, or the only one with this name, in any case of ASCII letters, also
-/// among children with daily points; "free" is free space. Children are searched only where no
-/// other subject is found. Throws `Error`, which names the possible ones, when there is none or
-/// more than one.
+/// Finds a subject by its path or its name, in which upper and lower case of ASCII letters are the
+/// same; "free" is free space. Children with daily points are searched only where no other subject
+/// is found. Throws `Error` with a list of subjects to choose from when no subject or more than one
+/// is found.
 StorageSubject storageSubject(const GrowthSource& source, std::string_view nameOrPath);
 
 } // namespace tidemark

@@ -105,7 +105,8 @@ std::string ReportProcess::readOutput(std::size_t limit) {
         if (count < 0 && errno == EINTR)
             continue;
         if (count <= 0) {
-            // Another process may still have the output open when this one has ended.
+            // Cut even if the child has ended well: another process may still have the output open
+            // and write to it.
             isCut = true;
             break;
         }
@@ -155,7 +156,8 @@ void ReportProcess::terminate() {
         // process.
         if (!waitUntil(now() + terminationGrace)) {
             ::kill(process, SIGKILL);
-            ::waitpid(process, &status, 0);
+            while (::waitpid(process, &status, 0) < 0 && errno == EINTR) {
+            }
             process = -1;
         }
     }

@@ -26,7 +26,8 @@ struct SearchPanelAction {
 /// `page`: how many results the panel shows at once.
 SearchPanelAction actionOf(SearchPanelKey key, std::ptrdiff_t page);
 
-/// The texts of one result, each without line breaks and in the words of this system.
+/// The texts of one result, without line breaks, in the terms of the operating system that the
+/// program runs on.
 struct SearchResultRow {
     std::string title;
     /// The second line of the event; may be empty.

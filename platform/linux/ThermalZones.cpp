@@ -42,7 +42,7 @@ std::optional<double> degreesIn(const fs::path& path) {
     return number ? std::optional(static_cast<double>(*number) / 1000) : std::nullopt;
 }
 
-/// The folders in a folder whose names begin with this, in the order of their names.
+/// The entries of `folder` whose names begin with `prefix`, sorted by name.
 std::vector<fs::path> foldersIn(const fs::path& folder, std::string_view prefix) {
     std::vector<fs::path> found;
     std::error_code error;
@@ -54,7 +54,8 @@ std::vector<fs::path> foldersIn(const fs::path& folder, std::string_view prefix)
     return found;
 }
 
-/// Zones of the whole machine. Those of a disk, a radio or a graphics card say nothing about it.
+/// The types that zones of processors and cases usually have. Those of disks and graphics cards say
+/// nothing about the whole machine.
 bool isOfMachine(std::string_view type) {
     return type == "x86_pkg_temp" || type == "acpitz" || type.starts_with("TCPU")
            || type.starts_with("cpu") || type.starts_with("soc")

@@ -10,7 +10,8 @@ namespace tidemark {
 
 namespace {
 
-/// The names of atoms to keep, because programs may make any number of atoms.
+/// When more names of atoms than this are kept, all are dropped, because programs may make any
+/// number of atoms.
 constexpr std::size_t mostNames = 4096;
 
 } // namespace

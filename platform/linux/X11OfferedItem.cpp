@@ -109,8 +109,8 @@ void X11OfferedItem::wait(std::chrono::milliseconds most) {
 }
 
 void X11OfferedItem::finish(std::optional<X11Property> answer) {
-    // Deleted later: when the owner did not answer, the timer that calls this has it as its
-    // context.
+    // `waiting` is deleted later, because it is the context of the timer that calls `finish` when
+    // the owner did not answer.
     if (waiting)
         waiting.release()->deleteLater();
     pieces.reset();

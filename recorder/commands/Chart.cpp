@@ -17,7 +17,8 @@ namespace {
 struct ChartOptions {
     std::string folder{"free"};
     std::optional<std::string> since;
-    /// Filled in by the process of the command line.
+    /// Set in the process of the command, which has the terminal, not in the recorder that answers
+    /// it.
     std::int64_t width = terminalColumns();
     bool table = false;
     bool json = false;
@@ -58,7 +59,7 @@ struct NoteEntry {
     Date start;
     Date end;
     std::string text;
-    /// The identifier of the event, if the note is one.
+    /// The identifier of the event or of the named snapshot that the note is about.
     std::optional<std::string> id;
 
     static constexpr auto fields() {

@@ -10,7 +10,7 @@
 
 namespace tidemark::test {
 
-/// A thread whose test can wait until it is done or blocked.
+/// A thread for tests: the test can wait until the thread is done or blocked.
 class WatchedThread {
 public:
     explicit WatchedThread(std::function<void()> work)

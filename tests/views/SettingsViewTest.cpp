@@ -37,7 +37,7 @@ struct Settings : test::ModelFixture {
     Widget& named(const char* text) {
         for (auto* each : view->findChildren<Widget*>()) {
             const auto* interface = QAccessible::queryAccessibleInterface(each);
-            // For a choice, Qt has the chosen entry as the name of the interface.
+            // For a combo box, Qt may have the chosen entry as the accessible name.
             if (each->accessibleName() == QString::fromUtf8(text)
                 || interface->text(QAccessible::Name) == QString::fromUtf8(text))
                 return *each;
@@ -83,7 +83,7 @@ TEST_F(Settings, ApplyAtOnceAndFollowWhatOthersChange) {
     test::settle();
     EXPECT_TRUE(shows("Use Check Now to capture manually."));
     EXPECT_FALSE(shows("Next capture due"));
-    // The row that took the place of another was made anew, and so was the control.
+    // The row was replaced by a new one with a new combo box, which has to be found again.
     EXPECT_EQ(named<QComboBox>("Automatic captures").currentData(), QStringLiteral("manual"));
 
     named<QPushButton>("Pause recording").click();

@@ -52,7 +52,8 @@ public:
     void drawReading(const ChartReading& reading, double x) const;
 
 private:
-    /// How many pieces of the lines are in `place`, which is a place of the layout: not mirrored.
+    /// How many pieces of the lines a text in `place` would cover. `place` has the coordinates of
+    /// the layout, before mirroring.
     int linesBelow(const QRectF& place) const;
     /// The place beside the cursor at `x` where a text of this size hides the fewest pieces of the
     /// lines; not mirrored.

@@ -171,9 +171,16 @@ TEST_F(GrowthTest, MakesAChartForEachChoiceAndAfterEachCapture) {
     EXPECT_EQ(first->subjects.size(), 2U);
     EXPECT_EQ(first->chart.points.size(), 2U);
     EXPECT_EQ(screen.content(), first) << "made once";
+    const auto span = screen.span();
     screen.choose(downloads);
     screen.setSpan(GrowthSpan::day);
     EXPECT_EQ(screen.content(), first) << "until the other one is ready";
+    screen.choose("");
+    screen.setSpan(span);
+    EXPECT_EQ(screen.content(), first);
+    EXPECT_EQ(made(), first) << "the other one is not prepared any more";
+    screen.choose(downloads);
+    screen.setSpan(GrowthSpan::day);
     EXPECT_EQ(made()->chart.points.size(), 1U);
     EXPECT_EQ(made()->chart.subject.path, downloads);
     EXPECT_EQ(made()->growth.monitoredChange, 4) << "from the last size before the period";

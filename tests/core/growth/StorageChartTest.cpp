@@ -87,7 +87,8 @@ TEST(StorageChart, JoinsOnlyWhatIsWithinTheInterval) {
     StorageHistory days;
     days.series = test::shared(series("", 0, {1, 2}), series("", 4, {3}));
     EXPECT_EQ(shape(chartOf(source({}, days), 5 * day)), " 12 36 | 108; gap 36-108");
-    // The last day has a daily size and kept snapshots; the snapshots have more points.
+    // For the last day there is a daily size and there are kept snapshots; the chart shows the
+    // snapshots, which have more points.
     EXPECT_EQ(shape(chartOf(source(kept({108, 108.5, 109}), days), 109 * hour)),
               " 12 36 | 108 109 109; gap 36-108");
 }

@@ -39,7 +39,8 @@ Json exported(const Event& event, bool keep) {
     return Json::parse(reportOf({event}).data(Format::json, keep)).at("events").at(0);
 }
 
-/// Evaluates a Python expression with `file`, a file of these bytes, and returns the result.
+/// Evaluates a Python expression, in which the variable `file` is an open file with `bytes` as its
+/// content, and returns the result.
 Json readByPython(const std::string& expression, std::string_view bytes) {
     const test::TemporaryFolder folder;
     const std::string script = R"(
@@ -58,7 +59,7 @@ json.dump()" + expression + ", sys.stdout)";
     return Json::parse(output);
 }
 
-/// Collects all keys of a tree and all values of keys with dates.
+/// Collects all keys of a tree, and the values of those keys that stand for dates.
 void walk(const Json& node, std::set<std::string>& keys, std::set<std::string>& dates) {
     if (node.is_object())
         for (const auto& [key, value] : node.items()) {
