@@ -70,7 +70,8 @@ ControlAnswer decodedAnswer(std::string_view json);
 
 /// The paths at which the recorder of a data folder may listen, in order of preference: in the
 /// user's runtime folder, if there is one, and inside the data folder. The recorder uses the first
-/// that works, and a client tries each, since the two may have been started in different sessions.
+/// that works. A client tries each, since it may have been started in another session than the
+/// recorder.
 std::vector<std::filesystem::path>
 socketPaths(const std::filesystem::path& dataFolder,
             const std::optional<std::filesystem::path>& runtimeFolder);

@@ -15,9 +15,9 @@ public:
     /// Seconds for which an observation must last.
     static constexpr double delay = 2;
 
-    /// Takes one observation, absent when the link can't be read. True when the caller has to
-    /// cancel any running wait; unless the observation is absent, it then calls `settle` after
-    /// `delay`. A name that becomes readable or unreadable makes a new starting point and no
+    /// Takes one observation, absent when the link can't be read. When this returns true, the
+    /// caller has to cancel any running wait and, if the observation is present, to call `settle`
+    /// after `delay`. A name that becomes readable or unreadable makes a new starting point and no
     /// record.
     bool receive(std::optional<WiFiObservation> observation, Date at);
     /// The record of the change that has lasted. The record of a lost link has the name of the

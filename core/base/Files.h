@@ -55,7 +55,7 @@ public:
     void write(std::string_view bytes);
     void commit();
 
-    /// Removes temporary files that killed processes left while replacing `path`.
+    /// Removes the temporary files of processes that were killed while they replaced `path`.
     static void removeLeftovers(const std::filesystem::path& path);
 
 private:

@@ -25,7 +25,7 @@ public:
         return a.isComparable(b, kind);
     }
 
-    /// Whether nothing that was due between the two is missing.
+    /// True when `b` follows `a` as soon as was expected, so that no size between them is missing.
     bool isWithinInterval(const StorageSample& a, const StorageSample& b) const {
         if (!a.snapshot || !b.snapshot)
             return calendar.startOfDay(b.at) <= calendar.startOfNextDay(a.at);
@@ -56,8 +56,8 @@ std::string breakText(const StorageSample& before, const StorageSample& after) {
     return "New volume: " + oneLine(after.volumeName);
 }
 
-/// False for two sizes of a volume whose identity is not known: they can't be compared, though
-/// no change of the volume was seen either.
+/// Whether another volume or another way of measuring was seen. Two sizes without a known volume
+/// count as unchanged.
 bool isChanged(const StorageSample& before, const StorageSample& after) {
     return before.volumeID != after.volumeID || before.isRolling != after.isRolling;
 }
@@ -121,9 +121,9 @@ void addFlags(StorageChart& chart, const Journal& journal) {
     std::ranges::stable_sort(chart.flags, {}, &StorageChart::Flag::at);
 }
 
-/// Whether a change concerns the subject. Free space is concerned by changes of the size of any
-/// folder, of free space and of the operating system; a folder by changes of its size and of those
-/// below it.
+/// Whether a change is marked in the chart of a subject. For free space: size changes of any
+/// folder, an emptied trash, and changes of free space and of the operating system. For a folder:
+/// size changes and an emptied trash at its path or below it.
 struct Concerns {
     const StorageSubject& subject;
 

@@ -17,10 +17,12 @@ std::span<const std::string_view> of(ClipPart part);
 /// the type is the mark; its content is not read.
 bool areMarked(const ClipTypeNames& types);
 
-/// The text as UTF-8, by the encoding that its type names. Empty when there are no bytes.
+/// The text, converted to UTF-8 from the encoding that its type contains. Empty when there are no
+/// bytes.
 std::string decodedText(const ClipData& data);
 
-/// The contents under which a clip is put back on the clipboard; empty when it has none.
+/// The contents, each with its type, that go on the clipboard when this clip is copied again; empty
+/// when there are none.
 std::vector<ClipData> offered(const MemoryRecord& clip);
 
 } // namespace tidemark::clipTypes

@@ -23,7 +23,8 @@ struct MemoryArchive {
     std::int64_t version = supportedVersion;
     /// Newest first after `prune`.
     std::vector<Shared<MemoryRecord>> records;
-    /// True once the file history has begun. Earlier files are added only when it begins, so once.
+    /// True once the file history has begun. Files from before that are added only once, when it
+    /// begins.
     bool fileHistoryStarted = false;
 
     /// Adds the records. Each replaces a record with the same id, and takes over the `pinned` and

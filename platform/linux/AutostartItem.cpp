@@ -19,8 +19,8 @@ namespace {
 namespace fs = std::filesystem;
 using Status = LoginItem::Status;
 
-/// The program's own mark in a file that hides an entry of the system. Desktops write the key
-/// "Hidden", too, when the user turns an entry off.
+/// Marks a file in which this program has hidden an entry of the system. The key "Hidden" alone
+/// does not show that: desktops write it when the user turns an entry off.
 constexpr const char* ownMark = "X-Tidemark-Removed";
 
 bool is(const KeyFile& entry, const char* key, const char* value) {
@@ -123,7 +123,8 @@ std::string AutostartItem::quoted(const std::vector<std::string>& command) {
     for (const std::string& word : command) {
         if (word.find_first_of(std::string_view("\n\r\0", 3)) != word.npos)
             throw Error("A program with a line break in its path can’t be started at login.");
-        // First the quoting of the command, then that of any value of a desktop entry.
+        // First the escapes within the quotes of a command and "%%" for "%", then those of each
+        // text in a desktop entry.
         std::string inQuotes = escaped(word, "\"`$\\");
         for (auto place = inQuotes.find('%'); place != word.npos;
              place = inQuotes.find('%', place + 2))

@@ -22,7 +22,7 @@ using Bytes = std::vector<std::byte>;
 using NetworkRoutes::Link;
 using NetworkRoutes::LinkIndex;
 
-/// The body of a question: a struct of the kernel and attributes.
+/// The body of a question: one of the kernel's structs, followed by attributes.
 class Body {
 public:
     explicit Body(const auto& fields) : bytes(sizeof fields) {

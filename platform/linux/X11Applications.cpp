@@ -24,8 +24,8 @@ void X11Applications::handle(const xcb_generic_event_t& event) {
 
 void X11Applications::read() {
     const auto windowsNow = connection.property(connection.root(), list);
-    // Without a window manager, one is being replaced by another: the windows stay open, so what is
-    // known is kept. With one, no list means that there are no windows.
+    // If no window manager runs, it is being replaced by another one: the windows stay open, so
+    // what is known is kept. If one runs, a missing list means that there are no windows.
     if (windowsNow.type == XCB_ATOM_NONE && !windows.hasWindowManager())
         return;
     std::map<xcb_window_t, std::optional<ClipApplication>> now;

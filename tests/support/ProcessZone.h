@@ -7,7 +7,7 @@
 namespace tidemark::test {
 
 /// Sets TZ for its lifetime, and then restores its earlier value. Does not call tzset(3), because
-/// nothing does when a user travels.
+/// nothing in a running program calls it when a user travels to another time zone.
 class ProcessZone {
 public:
     explicit ProcessZone(const std::string& value) {

@@ -2,11 +2,15 @@
 
 #include "tests/support/Observations.h"
 #include "views/folders/FolderInspectorView.h"
+#include "views/folders/FolderMapPainter.h"
 #include "views/folders/FolderSizeModel.h"
 
 #include <QAccessible>
+#include <QImage>
+#include <QPainter>
 #include <QTest>
 #include <QTreeView>
+#include <set>
 
 #include <gtest/gtest.h>
 
@@ -58,6 +62,28 @@ TEST(FolderMapView, ChoosesTheSameFolderAsTheTable) {
         EXPECT_EQ(map.currentPart(), part);
         EXPECT_TRUE(map.partText(part).startsWith(inspector.chosen())) << part;
     }
+}
+
+TEST(FolderMapPainter, PaintsThePatternOfAChangeOnlyOnClosedFolders) {
+    for (const bool isOpen : {false, true})
+        for (const bool isHovered : {false, true}) {
+            QImage image(200, 100, QImage::Format_RGB32);
+            QPainter painter(&image);
+            const FolderMapPainter tiles(painter, {.palette = {}, .font = {}});
+            tiles.draw({.area = {},
+                        .tile = {.id = "a",
+                                 .name = "A",
+                                 .bytes = 2,
+                                 .change = 1,
+                                 .trend = FolderMap::Trend::grew},
+                        .isOpen = isOpen},
+                       image.rect(), isHovered);
+            std::set<QRgb> colours;
+            for (int x = 10; x < 190; ++x)
+                for (int y = 70; y < 90; ++y)
+                    colours.insert(image.pixel(x, y));
+            EXPECT_EQ(colours.size() == 1, isOpen) << isHovered;
+        }
 }
 
 TEST(FolderMapView, MovesByKeyboardAndReportsThePositionToScreenReaders) {

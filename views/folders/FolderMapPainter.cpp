@@ -19,7 +19,8 @@ using Trend = FolderMap::Trend;
 namespace colors = folderMapColors;
 
 constexpr int tilePadding = 7;
-/// Where less width is left for texts, a tile has none, because most names would be cut to nothing.
+/// The least width for texts, in pixels. A tile with less has none, because most names would be cut
+/// to nothing.
 constexpr int narrowestText = 44;
 /// A smaller tile has neither round corners nor a pattern.
 constexpr int smallestPattern = 14;
@@ -71,25 +72,25 @@ void FolderMapPainter::draw(const FolderMapLayout::Placed& placed, const QRect& 
     if (isHovered)
         surface = colors::mixed(surface, look.palette.color(QPalette::Active, QPalette::Text),
                                 hoverStrength);
-    drawSurface(placed.tile, area, surface);
+    drawSurface(placed, area, surface);
     if (placed.isOpen)
         drawHeader(placed.tile, area);
     else
         drawTexts(placed.tile, area, surface);
 }
 
-void FolderMapPainter::drawSurface(const Tile& tile, const QRect& area,
+void FolderMapPainter::drawSurface(const FolderMapLayout::Placed& placed, const QRect& area,
                                    const QColor& surface) const {
     if (std::min(area.width(), area.height()) < smallestPattern)
         return painter.fillRect(area, surface);
     painter.setPen(Qt::NoPen);
     painter.setBrush(surface);
     painter.drawRoundedRect(area, tileRadius, tileRadius);
-    const Qt::BrushStyle style = colors::pattern(tile.trend);
-    const bool isFolder = surface == colors::folder(look.palette);
-    if (!look.isCompared || style == Qt::NoBrush || isFolder)
+    const Trend trend = placed.tile.trend;
+    const Qt::BrushStyle style = colors::pattern(trend);
+    if (!look.isCompared || style == Qt::NoBrush || placed.isOpen)
         return;
-    painter.setBrush(QBrush(colors::patternOn(look.palette, tile.trend, surface), style));
+    painter.setBrush(QBrush(colors::patternOn(look.palette, trend, surface), style));
     painter.drawRoundedRect(area, tileRadius, tileRadius);
 }
 

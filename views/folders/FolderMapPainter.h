@@ -33,7 +33,8 @@ public:
     void drawFrame(const QRect& area, bool hasFocus) const;
 
 private:
-    void drawSurface(const FolderMap::Tile& tile, const QRect& area, const QColor& surface) const;
+    void drawSurface(const FolderMapLayout::Placed& placed, const QRect& area,
+                     const QColor& surface) const;
     void drawTexts(const FolderMap::Tile& tile, const QRect& area, const QColor& surface) const;
     void drawHeader(const FolderMap::Tile& tile, const QRect& area) const;
     void drawLine(const QRect& area, const QString& text, const QFont& font,
