@@ -63,8 +63,8 @@ int main(int argc, char** argv) {
     // If the parent left SIGCHLD ignored, the status of child processes would be lost.
     std::signal(SIGCHLD, SIG_DFL);
     // Makes a write beyond the file size limit (ulimit -f) fail with an error instead of killing
-    // the program and leaving a temporary file. A handler, unlike an ignored signal, is not
-    // inherited by child processes.
+    // the program and leaving a temporary file. A handler, unlike an ignored signal, is not kept by
+    // the programs that this one starts.
     std::signal(SIGXFSZ, [](int) {});
     return run({argv + std::min(argc, 1), argv + argc});
 }

@@ -15,8 +15,8 @@ public:
     explicit DesktopApplication(const RecorderPlaces& where);
     ~DesktopApplication();
 
-    /// Records until the user or `interruption` ends the program, and shows the window at once or,
-    /// `inBackground`, when it is asked for. Returns the exit status.
+    /// Shows the window at once or, if `inBackground`, only when it is asked for. Records until the
+    /// user or `interruption` ends the program. Returns the exit status.
     int run(const Interruption& interruption, bool inBackground);
 
 private:

@@ -31,8 +31,8 @@ public:
     virtual ~BluetoothSource() = default;
 
     /// Starts to follow: calls `receive` from the event loop with the present state as soon as
-    /// anything is known about it, and again after changes; also with equal states. `receive` must
-    /// not destroy the source.
+    /// anything is known about it, and again after changes. A call may pass a state that equals the
+    /// one before. `receive` must not destroy the source.
     virtual void start(Receive receive) = 0;
     virtual void stop() = 0;
 

@@ -25,8 +25,8 @@ std::unique_ptr<GlobalShortcut> searchShortcut(GlobalShortcut::Observer observer
 std::unique_ptr<TrayHost> trayHost(std::function<void(bool isThere)> changed);
 std::unique_ptr<SystemAppearanceSource> appearance(SystemAppearanceSource::Changed changed);
 
-/// The service of the user as which the system started this process; absent for a process that was
-/// started in another way.
+/// The name of the user's service, if the system started this process as one; absent for a process
+/// that was started in another way.
 std::optional<std::string> ownService();
 /// Asks the system to start a service of the user, and does not wait for that. Allocates nothing,
 /// so that a signal handler can call it.

@@ -10,8 +10,8 @@
 namespace tidemark {
 
 /// The page on which the user chooses what is observed, which is also the first set-up. The members
-/// are texts in the words of this system; the constants are passed through `systemWords::shown`
-/// before they are shown.
+/// are ready to be shown. The constants have the terms of macOS; pass them through
+/// `systemWords::shown`, which replaces these by the terms of the system, before they are shown.
 struct FolderManagerPage {
     static constexpr std::string_view explanation =
         "Choose what Tidemark observes. Everything stays on this Mac.";

@@ -10,7 +10,8 @@
 /// functions.
 namespace tidemark::NetworkManagerValues {
 
-/// Whether the connection costs money by `Metered`; absent when that is not known.
+/// Whether a value of the property `Metered` means that the connection costs money; absent when
+/// that is not known.
 std::optional<bool> isMetered(std::uint32_t metered);
 
 /// Whether a Wi-Fi device in this `State` is associated with a network; absent when NetworkManager

@@ -38,9 +38,9 @@ struct UPowerDevice {
 bool isInternal(const UPowerDevice& device);
 
 /// Combines all internal batteries into one reading; absent when there is none or `onBattery` is
-/// absent. `onBattery` is a property of org.freedesktop.UPower itself. Full is what the batteries
-/// report as full, whatever their percentage: an old battery or one with a charge limit is full
-/// below 100 percent.
+/// absent. `onBattery` is a property of org.freedesktop.UPower itself. The reading is full when the
+/// batteries report that they are, whatever their percentage: an old battery or one with a charge
+/// limit is full below 100 percent.
 ///
 /// The display device of UPower combines them as well, but it guesses: with batteries in different
 /// states it reports charging though none is, and where there is a UPS it reports the UPS.

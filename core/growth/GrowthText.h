@@ -17,7 +17,7 @@ std::vector<std::string> remarks(const GrowthReport& report);
 /// Empty when there are none.
 std::string period(const GrowthReport& report, const Calendar& calendar);
 
-/// False when a size that the change would need is not known.
+/// False when a size from which the change would be computed is not known.
 bool isSizeKnown(const GrowthItem& item);
 
 /// One item as a row of a table.

@@ -23,7 +23,7 @@ struct Measured {
     Date at;
 };
 
-/// A size of this subject continues the series with the same key.
+/// Identifies a series. A size is added to the series that has the same key.
 using Key = std::tuple<std::string, StorageSubjectKind, std::optional<std::string>, bool>;
 
 Key keyOf(const StorageSeries& series) {
@@ -73,8 +73,8 @@ private:
         return found == changed.end() ? *history.series[place] : found->second;
     }
 
-    /// Drops the points dated after the capture, which were made while the clock was ahead: they
-    /// would keep all sizes out until their date.
+    /// Drops the points dated after the capture, which were made while the clock was ahead. As long
+    /// as they were kept, every size measured before their date would be ignored.
     void dropAfter(Date capture) {
         for (std::size_t i = 0; i < history.series.size(); ++i) {
             if (at(i).measuredAt.empty() || at(i).measuredAt.back() <= capture)
@@ -173,8 +173,8 @@ private:
         }
     }
 
-    /// The bounds of the last day are kept, because the calendar is slow and most sizes are of one
-    /// day.
+    /// Keeps the bounds of the day that was asked about last, because the calendar is slow and most
+    /// calls ask about the same day.
     bool isOneDay(Date a, Date b) {
         if (!(day.first <= b && b < day.second))
             day = {calendar.startOfDay(b), calendar.startOfNextDay(b)};

@@ -67,7 +67,8 @@ std::optional<InstallationRecord> recordFrom(const nlohmann::json& entry) {
     return record;
 }
 
-/// Empty when apt has no states or they can't be read.
+/// The packages that apt's file of states marks as installed automatically; empty when that file is
+/// missing or can't be read.
 AptHistory::Packages automaticPackages(const PackageLog& log) {
     try {
         return AptHistory::automaticPackages(readFile(log.states, log.limit));

@@ -61,7 +61,7 @@ JournalStore::JournalStore(fs::path url, std::optional<fs::path> legacyURL,
 
 Journal JournalStore::load() {
     const std::scoped_lock lock(mutex);
-    // Only the process that holds the lock of the folder passes this directory.
+    // Only the process that holds the lock of the data folder gives the constructor this directory.
     if (upgradeBackupDirectory) {
         guard.require();
         FileReplacement::removeLeftovers(canonicalPath(url));

@@ -5,7 +5,7 @@
 
 namespace tidemark {
 
-/// Where the size of a folder changed, as far as both measurements know their parts.
+/// The parts of a folder whose sizes changed, as far as both measurements recorded its parts.
 std::vector<InspectionSection>
 storageChangeDetail(const FolderSize& before, const FolderSize& after, const Calendar& calendar);
 

@@ -21,9 +21,10 @@ public:
     /// By the name of a unit of the user's service manager (`ApplicationUnit`); absent unless an
     /// application has one of its identifiers.
     std::optional<ClipApplication> ofUnit(std::string_view name);
-    /// By what is known of a window: the identifiers that it names, the unit of its process, its
-    /// classes (the best first), and its program. The first identifier or, if nothing else is
-    /// found, a class in lower case is used even if no desktop entry has it.
+    /// By what is known of a window: the identifiers that it names; if it names none, the unit of
+    /// its process, its classes (the best first) and its program. If no desktop entry is found,
+    /// returns the first identifier or, for a window that names none, the first class in lower
+    /// case.
     std::optional<ClipApplication> ofWindow(const std::vector<std::string>& ids,
                                             const std::vector<std::string>& classes,
                                             std::optional<pid_t> process = {});

@@ -19,7 +19,7 @@ struct LocalSocket {
 /// The address of the system bus: `DBUS_SYSTEM_BUS_ADDRESS`, else the default address.
 std::string ofSystem();
 /// The address of the user's session bus: `DBUS_SESSION_BUS_ADDRESS`, else the socket "bus" in
-/// `XDG_RUNTIME_DIR`, which systemd makes for each user; empty without both.
+/// `XDG_RUNTIME_DIR`, which systemd makes for each user. Empty if neither variable is set.
 std::string ofSession();
 
 /// The first address in a list, if it is a local socket; absent for other transports and invalid

@@ -18,8 +18,9 @@ class LogindSession {
 public:
     using Use = std::function<void(std::optional<bool> value)>;
 
-    /// `use` is called from the event loop with each value of the property, a boolean, also with an
-    /// unchanged one; with an absent value when there is no session any more or logind has stopped.
+    /// `property` is the name of a boolean property. `use` is called from the event loop with each
+    /// value of it, even an unchanged one. The value is absent when there is no session any more or
+    /// logind has stopped.
     LogindSession(const MessageBus& bus, QString property, Use use);
 
     bool isFollowing() const { return !session.isEmpty(); }

@@ -69,8 +69,8 @@ const WaylandConnection::Global* WaylandConnection::global(std::string_view inte
 
 wl_proxy* WaylandConnection::bind(const Global& global, const wl_interface& interface,
                                   std::uint32_t version) {
-    // Binds by the name that the compositor gives the interface, because protocols of the same form
-    // share one table.
+    // Sends `global.interface` and not `interface.name`, because protocols with the same requests
+    // and events share one `wl_interface`.
     const auto bound = std::min(version, global.version);
     return wl_proxy_marshal_flags(reinterpret_cast<wl_proxy*>(registry), WL_REGISTRY_BIND,
                                   &interface, bound, 0, global.name, global.interface.c_str(),
@@ -83,7 +83,8 @@ void WaylandConnection::finishRequests() {
 }
 
 void WaylandConnection::settle() {
-    // A full socket is emptied by the compositor; the rest is sent after the next event.
+    // If the socket is full, only a part is sent. The compositor reads that part, and the rest is
+    // sent after its next event.
     wl_display_flush(display);
     noteLoss();
 }

@@ -5,8 +5,8 @@
 
 #include <xcb/xcb.h>
 
-/// Connects to X11 servers of this machine alone. `xcb_connect` with a name such as "host:0" opens
-/// a connection over the network, and so it does for ":0" when there is no such local socket.
+/// Connects to X11 servers of this machine alone. `xcb_connect` opens a connection over the network
+/// for a name such as "host:0", and also for ":0" when that display has no local socket.
 namespace tidemark::x11Display {
 
 using Connection = std::unique_ptr<xcb_connection_t, decltype(&xcb_disconnect)>;

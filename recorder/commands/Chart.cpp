@@ -27,8 +27,7 @@ struct ChartOptions {
         return std::tuple{
             Option{"folder",
                    &ChartOptions::folder,
-                   "Name or path of a folder; \"free\", which is also taken without one, for free "
-                   "space",
+                   "Name or path of a folder, or \"free\" for free space (the default)",
                    {.isPositional = true}},
             Option{"since", &ChartOptions::since, sinceHelp, {}, &historyTime::checkSince},
             Option{"width", &ChartOptions::width,

@@ -18,8 +18,8 @@ struct MemoryOptions {
 };
 
 /// The records without their payloads, which are images and formatted texts. As in the stored
-/// document, `payloadStored` is set in a record that had a payload. Unlike there, the texts of
-/// clips stay in the records.
+/// document, `payloadStored` is set in a record that had a payload. The texts of clips, which the
+/// stored document keeps in files of their own, stay in the records here.
 std::vector<Shared<MemoryRecord>> withoutPayloads(std::vector<Shared<MemoryRecord>> records) {
     for (auto& record : records)
         if (record->payload) {

@@ -4,7 +4,7 @@
 
 /// LeakSanitizer calls this function to learn which leaks to ignore. The libraries of D-Bus and
 /// Wayland do not free the messages that are under way when the process ends, and libcrypto does
-/// not free the data of a thread of the pool that ends at the same time. (The tests of core, which
+/// not free the data of a pool thread that ends while the process ends. (The tests of core, which
 /// also compute digests, need no such exception.)
 // The name is the sanitizer's. NOLINTBEGIN(bugprone-reserved-identifier)
 extern "C" const char* __lsan_default_suppressions();

@@ -58,5 +58,5 @@ TEST_F(Desktop, IsReadByAScreenReaderInWholeSentences) {
     EXPECT_LT(sidebar, find(widgets, u"Storage, 1 event"_s));
     EXPECT_LT(sidebar, row) << "in the order in which they stand";
     EXPECT_LT(row, find(widgets, u"About this event"_s));
-    EXPECT_TRUE(widgets[static_cast<std::size_t>(row)].isFocusable);
+    EXPECT_TRUE(widgets.at(static_cast<std::size_t>(row)).isFocusable);
 }

@@ -44,8 +44,8 @@ struct BluezMonitorTest : testing::Test {
         mock(u"AddAdapter"_s, {u"hci0"_s, u"machine"_s});
         mock(u"AddDevice"_s, {u"hci0"_s, u"AA:BB:CC:DD:EE:FF"_s, u"Headset"_s});
     }
-    /// Changes properties of an object. Unlike methods of BlueZ's own interfaces, this also changes
-    /// what the mock answers.
+    /// Changes properties of an object. The mock's methods with the names of BlueZ's own only send
+    /// signals; this also changes the values that the mock answers.
     void change(const QString& path, const QString& interface, const QVariantMap& values) const {
         bluez.control(path, u"UpdateProperties"_s, {interface, values});
     }
@@ -72,7 +72,7 @@ TEST_F(BluezMonitorTest, ReportsRadioAndPairedDevices) {
     expectRadio(std::nullopt);
     addHeadset();
     expectDevices({});
-    // The adapter that BlueZ reports counts, whatever the files of the machine say.
+    // An adapter that BlueZ reports is enough, whatever the files of the machine say.
     EXPECT_EQ(monitor.absence(), std::nullopt);
     pair();
     expectDevices({headset(false)});

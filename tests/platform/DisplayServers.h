@@ -39,7 +39,7 @@ public:
 
     /// Its display, such as ":7".
     const std::string& display() const { return name; }
-    /// Runs a program of this display to its end and returns its output.
+    /// Runs a program on this display, waits until it ends, and returns its output.
     QByteArray run(const QStringList& command, const QByteArray& input = {}) const;
     void prepare(ChildProgram& program) const;
     void stop() { server.stop(); }
@@ -74,7 +74,7 @@ public:
 
     /// The path of its socket.
     const std::string& display() const { return socket; }
-    /// Runs a program of this display to its end and returns its output.
+    /// Runs a program on this display, waits until it ends, and returns its output.
     QByteArray run(const QStringList& command, const QByteArray& input = {}) const;
     void prepare(ChildProgram& program) const;
     /// Sends a command to sway.

@@ -25,7 +25,7 @@ public:
 private:
     __rlimit_resource_t resource;
     rlimit before{};
-    /// A handler, unlike an ignored signal, is not inherited by programs that a test starts.
+    /// A handler, unlike an ignored signal, is not kept by the programs that a test starts.
     sighandler_t previous = ::signal(SIGXFSZ, [](int) {});
 };
 

@@ -43,7 +43,7 @@ struct WrittenClipboard final : Clipboard {
     std::vector<ClipData> contents;
 };
 
-/// The window over a controller with a real journal.
+/// The window of a model with a real journal.
 struct Workspace : test::ModelFixture {
     Workspace()
         : memory({.url = data / "memory-history.json",

@@ -19,7 +19,8 @@ namespace {
 constexpr int stripeWidth = 3;
 constexpr float tintStrength = 0.10F;
 
-/// A message on a tint of the accent, with a stripe in it at the leading edge.
+/// A message on a faint tint of the accent colour, with a stripe of the full colour at the leading
+/// edge.
 class MessageFrame final : public QWidget {
 public:
     using QWidget::QWidget;

@@ -37,7 +37,7 @@ inline FolderStorageReport report(const std::string& path, Date at,
     return made;
 }
 
-/// A capture of the volume "disk" at `time`, half an hour before the next one was due.
+/// A capture of the volume "disk" at `time`, with an expected capture interval of half an hour.
 inline Snapshot
 sized(double time, std::int64_t free,
       const std::map<std::string, std::map<std::string, std::int64_t>>& folders = {}) {

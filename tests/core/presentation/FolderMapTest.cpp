@@ -98,9 +98,12 @@ TEST(TreemapLayout, CombinesWhatWouldBeTooSmallToSee) {
     } cases[] = {
         {"all are large enough", {20, 50, 30}, 10, {1, 2, 0}},
         {"the small ones", {5, 50, 5, 40}, 10, {1, 3}},
-        {"with the next one, as long as they are too small together", {80, 17, 3}, 10, {0}},
+        {"small ones and the next larger one, until they are large enough together",
+         {80, 17, 3},
+         10,
+         {0}},
         {"a large one has its own, however small the rest is", {99'999, 1}, 10, {0}},
-        {"nothing has no tile", {0, -1, 100}, 10, {2}},
+        {"a size of zero or less has no tile", {0, -1, 100}, 10, {2}},
         {"everything is too small", {1, 1}, 101, {}},
         {"sizes of a damaged record", {INT64_MAX, INT64_MAX, 1}, 10, {0, 1}},
     };
