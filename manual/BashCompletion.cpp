@@ -38,18 +38,19 @@ std::string joined(const Words& words, std::string_view between) {
     return text;
 }
 
-/// A case of a statement, with what is done then.
+/// One branch of a `case` statement of the shell: its patterns and the action for them.
 std::string branch(const Words& patterns, const std::string& action) {
     return "    " + joined(patterns, " | ") + ") " + action + " ;;\n";
 }
 
-/// Sets the variables to the words to choose from, and whether a path may be given.
+/// Shell code that sets `offered` to the words to choose from, and `paths` to true if a path may be
+/// given.
 std::string offer(const Words& words, bool takesPath) {
     return "offered=(" + joined(words, " ") + ")" + (takesPath ? " paths=true" : "");
 }
 
-/// Shell code that finds the command: it adds a word only where that makes the name of a command,
-/// and ignores all other words.
+/// Shell code that finds the command among the words that were typed: it appends a word to
+/// `command` only if the result is the name of a command, and skips all others.
 std::string recognition(const std::vector<Continuation>& places) {
     Words commands;
     for (const auto& place : places)

@@ -22,7 +22,7 @@ class FileCollector final : public Observable, public MemoryCollector {
     Q_OBJECT
 
 public:
-    /// How far back, in seconds, the first start also records files.
+    /// At the first start, files of this many seconds before it are recorded as well.
     static constexpr double importedTime = 30 * 86'400.0;
 
     /// References must outlive the collector.

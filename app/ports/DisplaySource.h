@@ -23,9 +23,9 @@ struct ObservedDisplay {
 
 /// Follows the displays of the user's session for its lifetime. Main thread only; does not block.
 ///
-/// It is created with a function `didChange`, which it calls from the event loop, never from its
-/// constructor or destructor, whenever `displays` returns another value than before. Several calls
-/// for one change are harmless.
+/// It is created with a function `didChange`, which it calls whenever `displays` returns another
+/// value than before. The call comes from the event loop, never from the constructor or destructor.
+/// Several calls for one change are harmless.
 class DisplaySource {
 public:
     virtual ~DisplaySource() = default;

@@ -8,8 +8,8 @@ namespace tidemark {
 /// Reads the thermal pressure of the whole machine and follows it for its lifetime. Main thread
 /// only; does not block.
 ///
-/// It is created with a function `didChange`, which it calls from the event loop, never from its
-/// constructor or destructor, whenever it returns another value than before.
+/// It is created with a function `didChange`, which it calls whenever `state` returns another value
+/// than before. The call comes from the event loop, never from the constructor or destructor.
 class ThermalSource {
 public:
     virtual ~ThermalSource() = default;

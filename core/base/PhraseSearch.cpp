@@ -48,8 +48,8 @@ public:
     static constexpr std::size_t longest = 4;
     struct Entry {
         std::array<char, longest> bytes;
-        /// 0 for a character that needs the full rules: its folding composes with its neighbours
-        /// or in itself.
+        /// 0 for a character that needs the full rules: its folding can compose with the character
+        /// before it, or is not itself composed (NFC).
         std::uint8_t length = 0;
     };
 
@@ -107,8 +107,9 @@ constexpr bool isAscii(Run run) {
     return (run & (everyByte * 0x80)) == 0;
 }
 
-/// Converts eight ASCII characters to lower case at once. The high bit of a byte is set in `fromA`
-/// from 'A' on and in `beyondZ` after 'Z'; no byte overflows into the next one.
+/// Converts eight ASCII characters to lower case at once. In `fromA`, the high bit of each byte
+/// says that the character is 'A' or above; in `beyondZ`, that it is above 'Z'. No byte overflows
+/// into the next one.
 constexpr Run lowered(Run run) {
     const Run fromA = run + everyByte * (0x80 - 'A');
     const Run beyondZ = run + everyByte * (0x7F - 'Z');

@@ -31,7 +31,7 @@ bool isValidUtf8(std::string_view bytes);
 
 /// Makes text for a record from a file name, which can be any bytes. Valid UTF-8 is kept; each
 /// other byte becomes U+FFFD followed by its two hexadecimal digits, so that different names stay
-/// different.
+/// different, unless a name itself contains such a sequence.
 std::string textFromBytes(std::string_view bytes);
 
 /// False for control characters, line separators, and the bidirectional embeddings, overrides and

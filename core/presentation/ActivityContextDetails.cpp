@@ -54,10 +54,10 @@ private:
     void row(const char* label, std::string value) {
         made.rows.push_back({label, std::move(value)});
     }
+    /// A row whose value is a name. Unlike the words of this program, it is not translated.
     void namedRow(const char* label, std::string value) {
         made.rows.push_back({label, std::move(value), true});
     }
-    /// A row whose value is a name, which is not translated as the words of this program are.
     void optionalNamedRow(const char* label, const std::optional<std::string>& value) {
         made.rows.push_back({label, value.value_or(notReported), value.has_value()});
     }

@@ -18,7 +18,8 @@ using SizeByName = std::map<std::string, std::int64_t>;
 /// One measured folder. Sizes are bytes.
 struct FolderSize {
     static constexpr bool recurs = true;
-    /// For a folder with more files directly in it, only their sum is recorded.
+    /// The most files directly in a folder whose sizes are recorded one by one; of more, only the
+    /// sum is recorded.
     static constexpr std::size_t directFileLimit = 10'000;
     /// The key of `breakdown` for the files that lie directly in the folder.
     static constexpr std::string_view filesInFolder = "Files in folder";

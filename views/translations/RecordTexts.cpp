@@ -88,7 +88,7 @@ constexpr std::array textsOfRecords{
                               "program crontab may read them."),
 };
 
-/// Where a pattern has two parts, the first one is a name, and the second one is translated.
+/// In most patterns with %1 and %2, a name is put for %1, and a translated text for %2.
 constexpr std::array patternsOfRecords{
     QT_TRANSLATE_NOOP("core", "Storage · %1: %2 child folders measured. Completed measurements are "
                               "retained; unfinished work continues on later checks."),

@@ -6,8 +6,8 @@
 
 namespace tidemark {
 
-/// The list of events. New events at the top leave what is being read where it is, unless the user
-/// is at the very top.
+/// The list of events. When events are added at the top, the rows that the user reads stay in their
+/// place, unless the list is scrolled to the very top.
 class TimelineView : public QListView {
     Q_OBJECT
 
@@ -24,7 +24,7 @@ public:
 Q_SIGNALS:
     /// The user chose an event; absent for none.
     void eventChosen(const tidemark::OptionalShared<tidemark::Event>& event);
-    /// The user folded or unfolded the gaps of a day, which show when they are presented again.
+    /// The user folded or unfolded the gaps of a day. The list shows this with the next `present`.
     void gapsToggled();
 
 protected:
