@@ -25,8 +25,8 @@ namespace {
 constexpr int frames = 300;
 constexpr int letters = 20;
 /// How long to wait before the wakeups of a started process are counted, and for how long they are
-/// counted. The process must be idle and its idle threads must have ended before: the waits of a
-/// thread that ends during the count would be missing.
+/// counted. When the count begins, the process must be idle and its unused threads must have ended,
+/// because the wakeups of a thread that ends during the count are lost from it.
 constexpr double settlingSeconds = 45;
 constexpr double idleSeconds = 30;
 
@@ -134,9 +134,9 @@ struct Opened {
 void measureWindow(const std::filesystem::path& folder, std::int64_t begin) {
     const std::chrono::duration<double> launched =
         std::chrono::steady_clock::now().time_since_epoch() - std::chrono::nanoseconds(begin);
-    // The journal of the generator ends then.
+    // The time at which the generated journal ends.
     const Date now{750'000'000 + 720 * 1800.0};
-    // Makes the history and stores it, which is no part of a start.
+    // Makes the history, which is no part of a start.
     Opened opened(folder, now);
     const auto ready = std::chrono::steady_clock::now();
     const auto since = [&] {

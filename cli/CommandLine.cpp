@@ -78,8 +78,8 @@ private:
     }
 
     CommandLine chosen() {
-        // Commands are checked before families: a family only matches when none of its commands was
-        // given.
+        // Commands are checked before families, because the parser of a family counts as parsed
+        // also when one of its commands was given.
         for (auto* candidates : {&entries, &families})
             for (auto& [parser, command, invocation] : *candidates)
                 if (parser->parsed()) {
@@ -158,7 +158,8 @@ private:
     CLI::App app;
     std::map<std::string, CLI::App*> familyParsers;
     std::vector<Entry> entries;
-    /// Commands whose name is also the first word of others, such as `folders`.
+    /// Commands that are also run when only the first word of their name is given, such as
+    /// `folders`.
     std::vector<Entry> families;
 };
 

@@ -19,7 +19,7 @@ SettingSources everySource() {
                            battery, recentFiles, applicationLaunches, clipboard, windows});
 }
 
-/// The home of the made-up user. Nothing in it is read, if there is such a folder.
+/// The home of the made-up user. Even if this machine has such a folder, nothing in it is read.
 const std::filesystem::path home = "/home/ada";
 
 /// The installations in the log of the made-up machine's package manager.

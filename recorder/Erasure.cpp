@@ -28,16 +28,15 @@ using Names = std::vector<std::string_view>;
 constexpr std::string_view lockFile = "recorder.lock";
 constexpr std::size_t digestDigits = 64;
 
-/// Returns what a file of one kind of folder holds, by its name, in words for the user; absent for
-/// a file that is not the program's own.
+/// Takes the name of a file and returns, in words for the user, what the file holds; absent for a
+/// file that is not the program's own. Each kind of folder has such a function.
 using Content = std::function<std::optional<std::string>(std::string_view name)>;
 
 bool isUuid(std::string_view text) {
     return Uuid::parse(text).has_value();
 }
 
-/// Whether `name` is that of a replacement of the document that was being written
-/// (`FileReplacement`).
+/// Whether `name` is that of an unfinished replacement of `document` (`FileReplacement`).
 bool isReplacementOf(std::string_view document, std::string_view name) {
     const std::string prefix = "." + std::string(document) + ".new-";
     return name.starts_with(prefix) && isUuid(name.substr(prefix.size()));

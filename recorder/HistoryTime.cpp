@@ -50,8 +50,8 @@ Date since(const std::string& text, Date now) {
     double count = 0;
     const char* end = text.data() + text.size();
     const auto number = std::from_chars(text.data(), end, count);
-    if (number.ec == std::errc() && number.ptr + 1 == end && count >= 0 && std::isfinite(count))
-        if (const auto unit = secondsOf(*number.ptr))
+    if (number.ec == std::errc() && number.ptr + 1 == end && count >= 0)
+        if (const auto unit = secondsOf(*number.ptr); unit && std::isfinite(count * *unit))
             return now + -count * *unit;
     if (const auto date = localMidnight(text))
         return *date;

@@ -9,7 +9,7 @@ namespace {
 
 /// Stores the mode for the next recorder. Throws `Error` when that fails.
 void storeForNextRecorder(Preferences& preferences, RecordingMode mode, bool wasPaused) {
-    // After the settings were lost, recording counts as paused although no pause is stored.
+    // `wasPaused` is also true after the settings were lost, although no pause is stored then.
     if (mode == RecordingMode::paused || wasPaused)
         preferences.note(preferenceKeys::needsRecordingBaseline.name, true);
     if (!preferences.set(preferenceKeys::recordingMode.name, std::string(rawValue(mode))))

@@ -12,8 +12,8 @@
 namespace tidemark {
 
 /// The card at the top of the timeline, for a user who comes back after a day or more. The windows
-/// report when the history is visible. The time when the user last saw the history is stored with
-/// the settings, where the user can't set it. Main thread only.
+/// report when the history is visible. The time when the user last saw the history is stored in the
+/// file of the settings, but is not a setting that the user can change. Main thread only.
 class DigestCard : public Observable {
     Q_OBJECT
 
@@ -27,9 +27,9 @@ public:
 
     /// The card, if there is one to show. It stays until `dismiss` or the next return.
     const std::optional<HistoryDigest>& shown() const { return card; }
-    /// Called when the history becomes visible. Makes a card, as soon as the history has been read,
-    /// if the history was last visible `leastAbsence` ago or earlier and something happened since.
-    /// Makes none when the history has never been visible before.
+    /// Called when the history becomes visible. If the history was last visible `leastAbsence` ago
+    /// or earlier and something happened since, makes a card as soon as the program has loaded the
+    /// history. Makes none when the history has never been visible before.
     void windowShown();
     /// Called when the history is not visible any more, and when the program ends.
     void windowHidden() { noteSeen(); }

@@ -31,8 +31,8 @@ QCoro::Task<void> StorageHistoryKeeper::open() {
 }
 
 void StorageHistoryKeeper::followState() {
-    // The event loop may run once more while the controller is being destroyed, when no task can be
-    // started. The next start adds what is missing.
+    // The event loop may run once more while the controller is being destroyed; no task can be
+    // started then. What is missing is added when the program runs next.
     if (state.isEnding)
         return;
     if (std::exchange(recordedCaptures, state.keptCaptures()) != state.keptCaptures())

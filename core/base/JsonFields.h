@@ -29,11 +29,11 @@
 /// A member of type `std::optional` or `OptionalShared` may be missing in a document; every other
 /// is required. A `Shared` member may be marked as repeating:
 ///
-///     Field{"names", &Point::names, Repeats}
+/// Field{"sizes", &Point::sizes, Repeats}
 ///
 /// In an array of records, it is then left out of every record where it is the same object as in
-/// the record before.
-/// A `std::variant` of records that each have a `tag` is stored as an object with that one key.
+/// the record before. A `std::variant` of records that each have a `tag` is stored as an object
+/// with one key, the `tag` of the record that it holds.
 ///
 /// Two mistakes don't compile: a member that no field describes, which would never be stored, and a
 /// field that can hold text but has no `Privacy`, which would appear in every exported report.
@@ -177,7 +177,7 @@ inline constexpr bool areFields<std::tuple<Field<Owners, Values>...>> = sizeof..
 template <class T, class Fields>
 constexpr void requireWhole() {
     constexpr auto fields = T::fields();
-    // A record that inherits its fields has no members of its own.
+    // The class whose members are counted: for a record that inherits `fields()`, its base.
     using Record = typename std::tuple_element_t<0, Fields>::Record;
     constexpr std::size_t count = std::tuple_size_v<Fields>;
     static_assert(std::is_aggregate_v<Record>,

@@ -140,7 +140,8 @@ private:
 
     std::string_view text;
     std::size_t place = 0;
-    /// The first is the document itself: libplist adds to it what follows an empty root element.
+    /// The first level is the document itself: libplist adds what follows an empty root element to
+    /// the document.
     std::vector<Level> levels{{.isDictionary = true}};
     std::size_t nodes = 0;
     std::uint64_t moves = 0;
@@ -210,8 +211,8 @@ private:
             return std::unexpected(Failure::malformed);
         const auto marker = static_cast<unsigned>(number(place++, 1));
         Head result{marker >> 4, marker & 0x0F, place};
-        // For data and all types above, a size of 15 means that the real size follows as an
-        // integer.
+        // For data and all types above except 8 (a UID), a size of 15 means that the real
+        // size follows as an integer.
         if (result.count < 15 || result.type < 0x4 || result.type == 0x8)
             return result;
         const auto sizeMarker = number(place++, 1);

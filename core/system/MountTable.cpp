@@ -118,8 +118,8 @@ std::optional<MountEntry> mountOf(const std::vector<MountEntry>& table, std::str
     for (const auto& entry : table)
         if (holds(entry, path) && (!best || entry.mountPoint.size() >= best->mountPoint.size()))
             best = &entry;
-    // A later mount at /a hides an earlier one at /a/b, although that has the longer path. So the
-    // mount must also have the device number of the file.
+    // A later mount at /a hides an earlier one at /a/b, although that has the longer path. So a
+    // mount with the device number of the file is preferred.
     if (best && best->device != device)
         for (const auto& entry : table)
             if (entry.device == device && holds(entry, path))

@@ -12,7 +12,7 @@
 namespace tidemark::desktopApplications {
 
 /// The folders with desktop entries, the one with precedence first; also those of Flatpak and snap,
-/// which services often lack in their environment.
+/// which the environment variables of a service often do not name.
 std::vector<std::filesystem::path> folders();
 
 /// The application of the first identifier that has a desktop entry in one of the folders. Absent

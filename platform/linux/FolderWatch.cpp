@@ -92,7 +92,8 @@ void FolderWatch::handle(const Raw& event, Events& result) {
     const std::filesystem::path path = folder / event.name;
     const bool isFolder = (event.mask & IN_ISDIR) != 0;
     if ((event.mask & (IN_DELETE_SELF | IN_MOVE_SELF | IN_IGNORED)) != 0) {
-        // A removed folder was empty, and another one may be watched at its path already.
+        // A moved folder takes its subfolders along. A removed one was empty, and its path may have
+        // a new watch already, so only this watch is dropped.
         if ((event.mask & IN_MOVE_SELF) != 0)
             removeBelow(folder);
         else

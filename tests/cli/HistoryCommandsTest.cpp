@@ -201,8 +201,8 @@ TEST_P(HistoryCommands, KeepDailySizesApartFromTheHistory) {
     record();
     change();
     const auto document = folder / "data/Tidemark/storage-history.json";
-    // The recorder writes the document after the capture. Without one, the next command that locks
-    // the folder does.
+    // The recorder writes the document after the capture. If no recorder runs, the next command
+    // that locks the folder writes it.
     if (!GetParam())
         outputOf({"snapshot", "save", "Now"});
     const auto hasSize = [&] {

@@ -22,7 +22,7 @@ struct Outcome {
 /// GoogleTest calls this to print an outcome in a failed expectation.
 void PrintTo(const Outcome& outcome, std::ostream* stream);
 
-/// Where the standard output of a program goes. The reading end of the pipe is closed.
+/// Where the standard output of a program goes; `closedPipe` is a pipe whose reading end is closed.
 enum class Output { file, terminal, fullDisk, closedPipe };
 
 /// Runs the built program in English and UTC, unless `environment` has it otherwise, and waits for

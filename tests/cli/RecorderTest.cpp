@@ -69,6 +69,7 @@ TEST_F(RecorderProgram, RefusesInvalidArguments) {
         {{"timeline", "--since", "3x"}, 2, "--since: \"3x\" is no time"},
         {{"export", "--format", "csv", "--since", "2026-02-30"}, 2, "is no time"},
         {{"chart", "--since", "foo"}, 2, "is no time"},
+        {{"chart", "--since", "1e308w"}, 2, "is no time"},
         {{"coverage", "--since", "foo"}, 2, "is no time"},
         {{"digest", "--since", "foo"}, 2, "is no time"},
         {{"grew", "--since", "foo"}, 2, "is no time"},

@@ -6,7 +6,8 @@
 
 namespace tidemark::test {
 
-/// Makes starting a thread fail for its lifetime, by a default stack larger than the address space.
+/// While an object of this class exists, no thread can be started: it makes the default stack
+/// larger than the address space of a process on x86-64.
 class NoThreads {
 public:
     NoThreads() {

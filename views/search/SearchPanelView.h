@@ -28,7 +28,7 @@ public:
     SearchPanelView(HistorySearch::History history, const ViewSettings& settings);
     ~SearchPanelView() override { endSearch(); }
 
-    /// Opens with an empty query, also when it is open.
+    /// Shows the panel with an empty query, even if it is already open with another one.
     void open();
 
 Q_SIGNALS:
@@ -64,7 +64,7 @@ private:
     QStackedWidget* stack;
     QLabel* emptyTitle;
     DimLabel* emptyExplanation;
-    /// True once the panel is the active window, so that it can be left.
+    /// True once the panel has been the active window: before that, the user can't have left it.
     bool wasActive = false;
 };
 

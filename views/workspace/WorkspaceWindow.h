@@ -25,8 +25,8 @@ class HistoryPane;
 class InspectorView;
 class SidebarView;
 
-/// The main window: sidebar, list and inspector. It reads the controller, and each of its controls
-/// is a command of the controller; what they say comes from `core/presentation`.
+/// The main window: sidebar, list and inspector. It shows the state of the model, and each of its
+/// controls carries out a command of the model; the texts come from `core/presentation`.
 class WorkspaceWindow : public QMainWindow {
     Q_OBJECT
 
@@ -106,8 +106,8 @@ private:
     /// True when the running change of the folders is the user's in this window, and not that of
     /// another process.
     bool managesFolders = false;
-    /// The event and the snapshot that the inspector shows, so that a refresh that changes none of
-    /// it leaves it alone.
+    /// The event and the snapshot that the inspector shows. A refresh that changes neither does not
+    /// touch the inspector.
     std::optional<std::pair<OptionalShared<Event>, Uuid>> inspected;
 };
 

@@ -37,8 +37,8 @@ std::string whole(Date date) {
 }
 
 /// The records made from readings at 0, 10, 20 … seconds, as "Title@time[session]". A reading with
-/// the prefix "~" is replaced before it settles; at one with the prefix "<" the clock has been set
-/// back to 5.
+/// the prefix "~" is replaced before it settles; one with the prefix "<" arrives after the clock
+/// was set back, at second 5.
 std::string recordsOf(const char* readings) {
     BatteryHistory history;
     std::string story;

@@ -51,8 +51,8 @@ Snapshot withFiles(unsigned number, int count) {
     return made;
 }
 
-/// The numbers of file names in the size and in the report of the folder, "-" where they are
-/// absent.
+/// How many file names the size of the folder has, followed by how many its report has; "-" for one
+/// that has none.
 std::string fileNames(const Snapshot& snapshot) {
     const auto count = [](const auto& folder) {
         return folder.directFileSizes ? std::to_string(folder.directFileSizes->size()) : "-";

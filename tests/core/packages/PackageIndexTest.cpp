@@ -351,7 +351,7 @@ TEST(PackageIndex, ReportsTheOwnerAsUnknownIfADatabaseIsDamagedOrBusy) {
             write(machine);
             each.spoil(machine);
             EXPECT_EQ(machine.owner(entry), each.expected) << each.name;
-            // No package installs files there, so the answer needs no database.
+            // No database is asked about files there.
             for (const char* other : {"/usr/local/share/applications/a.desktop", "/opt/a.desktop"})
                 EXPECT_EQ(machine.owner(other), "-") << each.name;
         }
