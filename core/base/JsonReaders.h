@@ -50,10 +50,10 @@ public:
 
     /// The value that the next tokens fill: for an optional, the value inside it.
     virtual Target open(void* value) const { return {this, value}; }
-    /// Called with the value that was passed to `open`, when that is complete. For an object or
-    /// array whose `open` returned another reader, `close` of that reader is called before, with
-    /// the value that `open` returned. `text` is the JSON text of an object or array, and empty for
-    /// any other value.
+    /// Called with the value that was passed to `open`, when that is complete. When `open` returned
+    /// another reader and the value is an object or array, that reader's `close` is called first,
+    /// with the value that `open` returned. `text` is the JSON text of an object or array, and
+    /// empty for any other value.
     virtual void close(void*, std::string_view text, InternPool&) const { static_cast<void>(text); }
     /// Called where an object or array begins, before `open`. When `text` begins with a value that
     /// the pool knows, sets that value and returns the length of its text, which is then not
@@ -292,7 +292,10 @@ public:
     bool beginObject(void*) const override { return true; }
     Target member(void* value, std::string_view key, std::uint64_t&) const override {
         auto& map = this->of(value);
+        const auto known = map.size();
         const auto place = map.try_emplace(map.end(), std::string(key));
+        if (map.size() == known)
+            readerOf<T>().reset(&place->second);
         return {&readerOf<T>(), &place->second};
     }
 };
@@ -365,7 +368,7 @@ constexpr auto memberTable() {
 template <Described Record>
 class Reader<Record> final : public TypedReader<Record> {
     static constexpr auto table = memberTable<Record>();
-    static_assert(table.size() < 64, "one bit of `seen` a member");
+    static_assert(table.size() < 64, "`seen` has one bit for each member");
 
 public:
     std::string_view expected() const override { return "an object"; }

@@ -196,6 +196,10 @@ TEST(JsonCodec, UsesTheLastOfTwoEqualKeys) {
     EXPECT_EQ(item.breakdown, (std::map<std::string, std::int64_t>{{"z", 5}}));
     EXPECT_FALSE(item.itemCount);
     EXPECT_EQ(item.measuredAt, Date{4});
+    const auto counts = json::decode<std::map<std::string, Counted>>(
+        R"({"a":{"text":"t","sizes":{},"flags":[true]},"a":{"sizes":{},"flags":[]}})");
+    EXPECT_FALSE(counts.at("a").text);
+    EXPECT_TRUE(counts.at("a").flags.empty());
     EXPECT_EQ(
         json::decode<Coverage>(
             R"({"applicationRoots":["/b","/a","/b"],"backgroundRoots":[],"issues":["i","i"]})")
