@@ -4,6 +4,7 @@
 #include "core/base/Files.h"
 #include "core/base/KeyFile.h"
 #include "core/base/Text.h"
+#include "core/capture/CommandText.h"
 #include "core/capture/DesktopEntry.h"
 
 #include <algorithm>
@@ -19,15 +20,18 @@ namespace {
 constexpr std::string_view suffix = ".desktop";
 constexpr int mostDepth = 3;
 
-/// The name of the program in a value of `Exec`; empty when it has none.
+/// The name of the program in a value of `Exec`; empty when it has none. Of a program that env(1)
+/// starts, the name is that of the program.
 std::string programIn(std::string_view command) {
-    for (const auto part : command | std::views::split(' ')) {
-        std::string_view word(part.begin(), part.end());
-        if (word.starts_with('"') && word.ends_with('"') && word.size() > 1)
-            word = word.substr(1, word.size() - 2);
-        const auto name = lastPathComponent(word);
-        if (!word.empty() && name != "env" && !word.contains('='))
+    using CommandText::Quoting;
+    bool isNameToUnset = false;
+    while (const auto word = CommandText::firstWord(command, Quoting::desktopEntry)) {
+        const bool isOption = word->starts_with('-');
+        const auto name = lastPathComponent(*word);
+        if (!isNameToUnset && !isOption && name != "env" && !word->contains('='))
             return std::string(name);
+        isNameToUnset = *word == "-u" || *word == "--unset";
+        command = CommandText::afterFirstWord(command, Quoting::desktopEntry);
     }
     return {};
 }
@@ -70,7 +74,7 @@ void DesktopEntries::readFolder(const fs::path& folder) {
         std::string id = path.native().substr(folder.native().size() + 1);
         id.resize(id.size() - suffix.size());
         std::ranges::replace(id, '/', '-');
-        // An entry in an earlier folder replaces one of the same identifier.
+        // If an earlier folder has an entry with the same identifier, this one is ignored.
         if (!names.contains(id))
             readEntry(path, textFromBytes(id));
     }

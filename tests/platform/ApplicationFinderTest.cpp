@@ -72,6 +72,22 @@ TEST_F(ApplicationFinderTest, FindsTheEntryOfAWindowAndOfAProgram) {
     EXPECT_EQ(id(finder.ofProcess(0)), "none");
 }
 
+TEST_F(ApplicationFinderTest, FindsTheProgramOfACommand) {
+    const char* const commands[] = {
+        "tidemark_platform_tests",
+        R"("/opt/My App/tidemark_platform_tests" %U)",
+        "env A=1 \"B=1 2\" /usr/bin/tidemark_platform_tests",
+        "env -i -u LANG --unset=HOME --unset TZ tidemark_platform_tests",
+    };
+    for (const auto* command : commands) {
+        const test::TemporaryFolder folder;
+        folder.write("it.desktop",
+                     std::string("[Desktop Entry]\nType=Application\nName=It\nExec=") + command);
+        ApplicationFinder one{DesktopEntries({folder.path()})};
+        EXPECT_EQ(id(one.ofProcess(::getpid())), "it=It") << command;
+    }
+}
+
 TEST_F(ApplicationFinderTest, PrefersTheFirstFolderAndSeesWhatIsAddedBelowIt) {
     add("one", "Name=One\nStartupWMClass=same\n");
     add("two", "Name=Two\nStartupWMClass=same\n", "second");
