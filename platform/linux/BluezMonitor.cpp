@@ -22,11 +22,12 @@ const QString adapterInterface = QStringLiteral("org.bluez.Adapter1");
 const QString deviceInterface = QStringLiteral("org.bluez.Device1");
 const QString anyPath;
 
-/// The properties that `BluetoothObjects` uses. A search for devices reports others, such as the
-/// signal strength, many times a second.
-const std::array<QString, 6> usedProperties{
-    QStringLiteral("Connected"), QStringLiteral("Paired"), QStringLiteral("Bonded"),
-    QStringLiteral("Alias"),     QStringLiteral("Class"),  QStringLiteral("Appearance")};
+/// The properties that `deviceOf` reads. A search for devices reports others, such as the signal
+/// strength, many times a second.
+const std::array<QString, 7> usedProperties{QStringLiteral("Address"),   QStringLiteral("Alias"),
+                                            QStringLiteral("Connected"), QStringLiteral("Paired"),
+                                            QStringLiteral("Bonded"),    QStringLiteral("Class"),
+                                            QStringLiteral("Appearance")};
 
 BluetoothObjects::Adapter adapterOf(const QDBusObjectPath& path, const QVariantMap& properties) {
     return {path.path().toStdString(), properties.value(QStringLiteral("Powered")).toBool()};

@@ -82,7 +82,12 @@ TEST_F(BluezMonitorTest, ReportsRadioAndPairedDevices) {
     expectRadio(false);
     change(adapterPath, adapterInterface, {{u"Powered"_s, true}});
     expectDevices({headset(true)});
-    changeHeadset({{u"Paired"_s, false}});
+    // As when a device that hid its address is paired.
+    auto renamed = headset(true);
+    renamed.address = "11:22:33:44:55:66";
+    changeHeadset({{u"Address"_s, u"11:22:33:44:55:66"_s}});
+    expectDevices({renamed});
+    changeHeadset({{u"Address"_s, u"AA:BB:CC:DD:EE:FF"_s}, {u"Paired"_s, false}});
     expectDevices({});
     // The mock keeps the devices of a removed adapter, as the real service may.
     pair();
