@@ -13,7 +13,7 @@ namespace {
 namespace fs = std::filesystem;
 using Kind = BackgroundItem::Kind;
 
-/// The family of folders whose path ends with this text and that are no standard root.
+/// A folder that is no standard root is of this `family` when its path ends with `end`.
 struct NamedFamily {
     std::string_view end;
     RootFamily family;
@@ -34,10 +34,12 @@ constexpr auto backgroundFamilies = std::to_array<NamedFamily>({
     {"/cron.monthly", RootFamily::cronScripts},
 });
 
-/// These folders hold only links, and the files that they point to are read elsewhere.
+/// Folders of XDG_DATA_DIRS whose path ends like this are left out: they hold only links to files
+/// that are read elsewhere.
 constexpr std::string_view linksToFlatpaks = "flatpak/exports/share";
 
-/// The value of a variable; `otherwise` when it is not set, or the machine is another one.
+/// The value of an environment variable; `otherwise` when it is not set or empty, or when `places`
+/// is of another machine than the one this program runs on.
 std::string variable(const Places& places, const char* name, std::string otherwise) {
     if (places.machine.isElsewhere())
         return otherwise;
@@ -45,7 +47,8 @@ std::string variable(const Places& places, const char* name, std::string otherwi
     return value && !value->empty() ? *std::move(value) : otherwise;
 }
 
-/// A folder of the user by its variable, which counts only when it is an absolute path.
+/// The folder that the variable `name` holds if that is an absolute path, otherwise `belowHome` in
+/// the home folder.
 fs::path userFolder(const Places& places, const char* name, const char* belowHome) {
     const fs::path usual = places.home / belowHome;
     const fs::path moved = variable(places, name, usual.native());
@@ -96,7 +99,7 @@ RootFamily familyByName(const std::array<NamedFamily, size>& families, const fs:
     return RootFamily::any;
 }
 
-/// The standard root at a folder, by its path without links.
+/// The root whose path, with links resolved, is `canonical`; null if there is none.
 template <class Root>
 const Root* standardRoot(const std::vector<Root>& roots, const fs::path& canonical,
                          const Places& places) {
@@ -169,7 +172,8 @@ fs::path folderOfApplications(const Places&) {
 fs::path folderOfAgents(const Places& places) {
     std::error_code unknown;
     auto own = ownAutostart(places);
-    return fs::exists(places.machine.outside(own), unknown) ? own : fs::path(sharedAutostart);
+    const auto found = places.machine.outside(places.machine.canonical(own));
+    return fs::exists(found, unknown) ? own : fs::path(sharedAutostart);
 }
 
 fs::path folderOfDaemons(const Places&) {

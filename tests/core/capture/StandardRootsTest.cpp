@@ -88,6 +88,9 @@ TEST(StandardRoots, AFolderRepresentsAllOfItsPurposeOrOnlyItself) {
     EXPECT_EQ(StandardRoots::folderOfAgents(machine), "/etc/xdg/autostart");
     folder.makeFolder("home/me/.config/autostart");
     EXPECT_EQ(StandardRoots::folderOfAgents(machine), "/home/me/.config/autostart");
+    fs::rename(folder / "home/me/.config/autostart", folder / "home/me/started");
+    fs::create_symlink("/home/me/started", folder / "home/me/.config/autostart");
+    EXPECT_EQ(StandardRoots::folderOfAgents(machine), "/home/me/.config/autostart");
 
     const std::pair<const char*, RootFamily> alone[] = {
         {"/home/me/units", RootFamily::userUnits},
