@@ -127,7 +127,8 @@ int run(int count, char** arguments) {
         return record(interruption);
     } catch (const std::exception& error) {
         // Whoever started it from a menu sees no standard error.
-        QMessageBox::critical(nullptr, QStringLiteral("Tidemark"), shownText(error.what()));
+        QMessageBox::critical(nullptr, QStringLiteral("Tidemark"),
+                              asPlainText(shownText(error.what())));
         throw;
     }
 }

@@ -4,6 +4,7 @@
 #include "views/folders/FolderInspectorView.h"
 
 #include <QAbstractItemModelTester>
+#include <QTextDocumentFragment>
 #include <QTreeView>
 
 #include <gtest/gtest.h>
@@ -76,6 +77,19 @@ TEST(FolderSizeModel, LoadsChildrenWhenARowIsOpenedAndKeepsThemInAnyOrder) {
         EXPECT_EQ(names(model, model.index(0, 0)), expected);
         EXPECT_EQ(child.data().toString(), "b");
     }
+}
+
+TEST(FolderSizeModel, ShowsTheCharactersOfANameInATip) {
+    const char* const name = "<b>bold</b> & <img src=x>";
+    const Measured measured({{name, 5'000}}, {{name, 9'000}});
+    FolderSizeModel model;
+    model.show(measured.rows(), headers());
+    const QModelIndex root = model.index(0, 0);
+    model.fetchMore(root);
+    const QString tip = model.index(0, 0, root).data(Qt::ToolTipRole).toString();
+    ASSERT_TRUE(Qt::mightBeRichText(tip));
+    const QString shown = QTextDocumentFragment::fromHtml(tip).toPlainText();
+    EXPECT_TRUE(shown.startsWith(QString::fromUtf8(name))) << shown.toStdString();
 }
 
 TEST(FolderInspectorView, KeepsWhatIsOpenWhenNewerSizesArrive) {

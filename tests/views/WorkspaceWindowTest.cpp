@@ -384,6 +384,8 @@ TEST_F(Workspace, SurvivesHostileNames) {
     EXPECT_FALSE(window->grab().isNull());
     EXPECT_LE(window->width(), 1400) << "no text makes the window wider";
     EXPECT_EQ(isolated(u"a\u2069\u202Eb"_qs), u"\u2068ab\u2069"_qs);
+    EXPECT_EQ(shortened(u"a😀b"_qs, 2), u"a…"_qs);
+    EXPECT_EQ(shortened(u"a😀b"_qs, 3), u"a😀…"_qs);
 }
 
 TEST_F(Workspace, NamesEveryControlForScreenReaders) {

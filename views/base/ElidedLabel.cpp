@@ -28,7 +28,8 @@ bool ElidedLabel::event(QEvent* event) {
     if (event->type() != QEvent::ToolTip || !toolTip().isEmpty()
         || fontMetrics().horizontalAdvance(text()) <= contentsRect().width())
         return QLabel::event(event);
-    QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), isolated(text()), this);
+    QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), asPlainText(isolated(text())),
+                       this);
     return true;
 }
 

@@ -12,7 +12,7 @@ class ElidedLabel : public QLabel {
 public:
     explicit ElidedLabel(Qt::TextElideMode elided = Qt::ElideRight, QWidget* parent = nullptr);
 
-    /// Draws the text in the dimmed colour of second lines.
+    /// Draws the text in the dimmed colour that the second line of a list row has.
     void setDim();
     QSize minimumSizeHint() const override;
 

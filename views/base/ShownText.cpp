@@ -6,6 +6,7 @@
 #include "views/translations/CorePatterns.h"
 
 #include <QCoreApplication>
+#include <QTextDocument>
 
 namespace tidemark {
 
@@ -96,6 +97,17 @@ QString isolated(const QString& text) {
                || (c >= QChar(0x2066) && c <= QChar(0x2069));
     });
     return QChar(0x2068) + inside + QChar(0x2069);
+}
+
+QString shortened(const QString& text, qsizetype most) {
+    if (text.size() <= most)
+        return text;
+    const bool isWithinPair = most > 0 && text[most - 1].isHighSurrogate();
+    return text.left(isWithinPair ? most - 1 : most) + QStringLiteral("…");
+}
+
+QString asPlainText(const QString& text) {
+    return Qt::mightBeRichText(text) ? Qt::convertFromPlainText(text, Qt::WhiteSpaceNormal) : text;
 }
 
 } // namespace tidemark

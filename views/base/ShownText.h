@@ -40,4 +40,12 @@ QString shownFolderName(std::string_view path, std::string_view name);
 /// isolates in the text are removed. To be done last, after eliding.
 QString isolated(const QString& text);
 
+/// The first `most` UTF-16 code units of a text with "…" after them, one less where a character
+/// would be cut in two; a text that is not longer stays as it is.
+QString shortened(const QString& text, qsizetype most);
+
+/// A text for a tool tip or a message box. Those show a text that looks like HTML as HTML, so this
+/// makes such a text, for example one with a file name "<b>", HTML that shows its characters.
+QString asPlainText(const QString& text);
+
 } // namespace tidemark

@@ -10,10 +10,6 @@ namespace {
 constexpr qsizetype mostCharactersInLabel = 600;
 constexpr qsizetype mostInTip = 4000;
 
-QString cut(const QString& text, qsizetype most) {
-    return text.size() <= most ? text : text.left(most) + QStringLiteral("…");
-}
-
 } // namespace
 
 WrappingLabel::WrappingLabel(const QString& text, QWidget* parent) : QLabel(parent) {
@@ -25,9 +21,10 @@ WrappingLabel::WrappingLabel(const QString& text, QWidget* parent) : QLabel(pare
 }
 
 void WrappingLabel::setWhole(const QString& text) {
-    QString shown = cut(text, mostCharactersInLabel);
+    QString shown = shortened(text, mostCharactersInLabel);
     setText(isolated(shown.replace(u'/', QStringLiteral("/\u200B"))));
-    setToolTip(text.size() > mostCharactersInLabel ? cut(text, mostInTip) : QString());
+    setToolTip(text.size() > mostCharactersInLabel ? asPlainText(shortened(text, mostInTip))
+                                                   : QString());
 }
 
 } // namespace tidemark

@@ -232,7 +232,8 @@ void FolderManagerView::monitorSuggested(const std::vector<std::filesystem::path
 }
 
 void FolderManagerView::stopMonitoring(const FolderManagerPage::Row& row) {
-    QMessageBox question(QMessageBox::Question, {}, shownText(StopMonitoring::title(row.name)),
+    QMessageBox question(QMessageBox::Question, {},
+                         asPlainText(shownText(StopMonitoring::title(row.name))),
                          QMessageBox::Cancel, this);
     question.setInformativeText(wordsHere(StopMonitoring::explanation));
     auto* stop = question.addButton(tr("Stop Monitoring"), QMessageBox::DestructiveRole);

@@ -14,7 +14,7 @@ const QColor green(0x3d, 0x9b, 0x62);
 /// How much of the text colour is in the surface of a tile without a known change, and of a folder.
 constexpr double ofTile = 0.11;
 constexpr double ofFolder = 0.045;
-/// The share of the colour of its trend in a tile with the smallest change.
+/// How much of the colour for growing or shrinking is in the tile with the smallest change.
 constexpr double weakest = 0.3;
 
 /// The least contrast at which text keeps its usual colour: between the 4.5 that WCAG 2 asks for,

@@ -61,7 +61,7 @@ FolderMapPane::FolderMapPane(QWidget* parent)
 void FolderMapPane::present(FolderMap map, const QStringList& around) {
     head->setVisible(!around.isEmpty());
     where->setText(around.join(QStringLiteral(" › ")));
-    where->setToolTip(where->text());
+    where->setToolTip(asPlainText(where->text()));
     showUnmeasured(map.unmeasured);
     legend->setVisible(map.isCompared);
     mapView->present(std::move(map));

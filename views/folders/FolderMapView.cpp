@@ -55,8 +55,8 @@ void FolderMapView::lay() {
 
 void FolderMapView::select(const QStringList& path) {
     selected = path;
-    // A tile that combines several has the path of the folder around it, so this path can mean the
-    // tile that is current, although `find` would return the folder.
+    // A tile that combines several parts has the same path as its folder. If such a tile is current
+    // and has this path, it stays current; `find` would return the folder.
     if (current >= 0 && pathOf(current) == path)
         return;
     const auto found = path.isEmpty()
@@ -106,7 +106,7 @@ QString FolderMapView::tipOf(int part) const {
     QStringList lines{isolated(folderTileName(tile)), isolated(wordsHere(sizeOf(tile)))};
     if (const auto change = changeOf(tile); !change.empty())
         lines.last() += QStringLiteral("  ") + isolated(QString::fromStdString(change));
-    return lines.join(u'\n');
+    return asPlainText(lines.join(u'\n'));
 }
 
 int FolderMapView::at(const QPointF& position) const {

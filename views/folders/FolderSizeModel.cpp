@@ -45,7 +45,7 @@ QString tipOfRow(const QString& name, const Table::Cells& cells) {
     QStringList lines{name, shownParts(cells.help, "\n")};
     if (!cells.noChildren.empty())
         lines += wordsHere(cells.noChildren);
-    return lines.join(u'\n');
+    return asPlainText(lines.join(u'\n'));
 }
 
 } // namespace

@@ -54,7 +54,7 @@ QVariant SearchResultModel::data(const QModelIndex& index, int role) const {
     switch (role) {
     case Qt::DisplayRole:
     case Qt::ToolTipRole:
-        return QString::fromStdString(row.title);
+        return asPlainText(QString::fromStdString(row.title));
     case Qt::AccessibleTextRole:
         return QString::fromStdString(row.accessibleText());
     case rowRole:

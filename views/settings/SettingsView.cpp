@@ -290,7 +290,7 @@ void SettingsView::clearClipboard() {
 }
 
 void SettingsView::report(const QString& failure) {
-    QMessageBox::warning(this, windowTitle(), wordsHere(failure.toStdString()));
+    QMessageBox::warning(this, windowTitle(), asPlainText(wordsHere(failure.toStdString())));
 }
 
 } // namespace tidemark

@@ -119,7 +119,7 @@ QVariant GrowthModel::itemData(const GrowthItem& item, const growthText::Row& ro
         return column == name ? spokenText(row.accessibleText, row.name, shownName())
                               : itemData(item, row, column, Qt::DisplayRole);
     case Qt::ToolTipRole:
-        return shownParts(row.help, "\n");
+        return asPlainText(shownParts(row.help, "\n"));
     case Roles::symbolRole:
         return symbolOf(item);
     case Roles::shareRole:

@@ -21,8 +21,8 @@ namespace {
 
 constexpr double noteScale = 0.93;
 
-/// No value is laid out in full that is longer than this; the record has all of it.
-constexpr std::size_t mostBytes = 4096;
+/// A longer value is shown only up to here; the record keeps all of it.
+constexpr std::size_t longestValue = 4096;
 
 /// A text that wraps, and can be selected and copied.
 template <class Label>
@@ -34,15 +34,15 @@ Label* wrapping(Label* made) {
     return made;
 }
 
-QString shortened(const std::string& text, bool isNamed) {
-    if (text.size() > mostBytes)
-        return QString::fromUtf8(text.data(), mostBytes) + QStringLiteral("…");
+QString shownValue(const std::string& text, bool isNamed) {
+    if (text.size() > longestValue)
+        return shortened(QString::fromStdString(text), longestValue);
     const QString shown = isNamed ? QString::fromStdString(text) : shownText(text);
     const bool hasParts = !isNamed && shown == QString::fromStdString(text);
     return hasParts ? shownParts(text, " · ") : shown;
 }
 
-/// The two times of an interval within one day on a line of their own.
+/// Moves the two times of an interval within one day to a line of their own.
 QString withTimesBelow(QString text) {
     static const QRegularExpression beforeTimes(
         QStringLiteral(", (?=\\d\\d?:\\d\\d(:\\d\\d)? – \\d\\d?:)"));
@@ -52,7 +52,7 @@ QString withTimesBelow(QString text) {
 
 /// Lets a text without blanks wrap at its slashes.
 QString breakable(const std::string& text, bool isNamed) {
-    QString shown = withTimesBelow(shortened(text, isNamed));
+    QString shown = withTimesBelow(shownValue(text, isNamed));
     return isolated(shown.replace(u'/', QStringLiteral("/\u200B")));
 }
 
@@ -61,7 +61,7 @@ QLabel* valueLabel(const std::string& text, bool isNamed = false) {
 }
 
 DimLabel* nameLabel(const std::string& text, bool isNamed = false) {
-    return wrapping(new DimLabel(isolated(shortened(text, isNamed))));
+    return wrapping(new DimLabel(isolated(shownValue(text, isNamed))));
 }
 
 /// A label of a fixed text, none of whose words is cut off in a narrow window.
@@ -120,20 +120,21 @@ public:
         layout->addWidget(valueLabel(change.after), at, 8, 1, 4);
     }
 
-    /// A change of a size, beside the `largest` of its section.
+    /// Adds a change of a size, with a bar in proportion to `largest`, the largest change of the
+    /// section.
     void addBar(const InspectionChange& change, std::int64_t largest) {
         const int at = layout->rowCount();
         const QString sizes =
             shownText(change.before) + QStringLiteral(" → ") + shownText(change.after);
         auto* name = new ElidedLabel(Qt::ElideMiddle);
-        const QString subject = shortened(change.subject, change.isNamed);
+        const QString subject = shownValue(change.subject, change.isNamed);
         name->setText(subject);
         auto* bar = new ShareBar(static_cast<double>(*change.growth)
                                  / static_cast<double>(std::max<std::int64_t>(1, largest)));
         auto* growth = new QLabel(isolated(shownText(signedBytes(*change.growth))));
         growth->setAlignment(Qt::AlignTrailing | Qt::AlignVCenter);
         for (QWidget* widget : std::initializer_list<QWidget*>{name, bar, growth}) {
-            widget->setToolTip(subject + QStringLiteral("\n") + sizes);
+            widget->setToolTip(asPlainText(subject + QStringLiteral("\n") + sizes));
             widget->setAccessibleDescription(sizes);
         }
         layout->addWidget(name, at, 0, 1, 5);

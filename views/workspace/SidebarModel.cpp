@@ -15,7 +15,7 @@ QString tipOf(const SidebarRow& row) {
         return shownText(row.help);
     // A long name is elided before its date.
     if (row.kind == Kind::snapshot)
-        return QString::fromStdString(row.label + "\n" + row.detail);
+        return asPlainText(QString::fromStdString(row.label + "\n" + row.detail));
     return shownText(row.filterToggle);
 }
 

@@ -324,7 +324,7 @@ void WorkspaceWindow::togglePin(const std::string& id) {
     try {
         uses.memory.togglePin(id);
     } catch (const Error& error) {
-        QMessageBox::warning(this, windowTitle(), wordsHere(error.what()));
+        QMessageBox::warning(this, windowTitle(), asPlainText(wordsHere(error.what())));
     }
 }
 
@@ -385,7 +385,7 @@ void WorkspaceWindow::deleteSnapshot(const Uuid& id) {
     if (found == baselines.end())
         return;
     const auto texts = SnapshotDeletion::of(*found);
-    QMessageBox question(QMessageBox::Question, {}, isolated(shownText(texts.title)),
+    QMessageBox question(QMessageBox::Question, {}, asPlainText(isolated(shownText(texts.title))),
                          QMessageBox::Cancel, this);
     question.setInformativeText(wordsHere(texts.explanation));
     auto* confirm = question.addButton(shownText(texts.confirmLabel), QMessageBox::DestructiveRole);
