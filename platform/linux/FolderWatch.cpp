@@ -61,7 +61,7 @@ FolderWatch::Events FolderWatch::read() {
     // The start of an event in the buffer must be aligned.
     alignas(inotify_event) std::array<char, std::size_t{64} * 1024> buffer;
     Events result;
-    while (result.events.size() < mostEvents) {
+    for (std::size_t handled = 0; handled < mostEvents;) {
         const ssize_t count = ::read(notifications.get(), buffer.data(), buffer.size());
         if (count < 0 && errno == EINTR)
             continue;
@@ -74,6 +74,7 @@ FolderWatch::Events FolderWatch::read() {
                     event->len > 0 ? std::string(event->name) : std::string()},
                    result);
             i += sizeof(inotify_event) + event->len;
+            ++handled;
         }
     }
     return result;
