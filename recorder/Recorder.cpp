@@ -81,7 +81,7 @@ SettingSources Recorder::sourcesOf(const LiveMonitors& monitors,
     std::set<SettingSource> present = monitors.sources();
     for (const auto& [absent, reason] : reasons)
         present.erase(absent);
-    // Always there, because a window reads its settings when it is opened.
+    // Present even while no window is open: a window reads these settings when it is opened.
     present.insert(SettingSource::windows);
     std::error_code error;
     const auto isFolder = [&](const std::filesystem::path& path) {

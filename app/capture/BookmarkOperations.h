@@ -29,8 +29,8 @@ struct BookmarkOperations {
 
     /// For a process with all rights of its user. A bookmark is a small JSON document with the
     /// bytes of the path and the identity of the folder. It resolves to the path even when nothing
-    /// is there, since a volume may be mounted again; it is stale when another folder is there. A
-    /// link does not count as the folder, nor does the empty mount point of a volume that is not
+    /// is there, since a volume may be mounted again; it is stale when another folder is there. It
+    /// has a `failure` when a link is there, or the empty mount point of a volume that is not
     /// mounted. `start` succeeds when the folder can be opened.
     static BookmarkOperations direct();
 };

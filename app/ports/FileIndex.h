@@ -17,15 +17,15 @@ public:
     static constexpr std::size_t mostMatches = 2'000;
 
     struct Scope {
-        /// Only files with a date from then on are matches.
+        /// Only files with a date at or after this are matches.
         Date since;
         /// The folders whose files are matches, with their subfolders; absent for all files that
         /// the system has an index of.
         std::optional<std::vector<std::filesystem::path>> folders;
     };
     struct Matches {
-        /// First all matches, in later calls those that are new or have changed. The newest first,
-        /// at most `mostMatches`.
+        /// In the first call all matches, in later calls those that are new or have changed; sorted
+        /// from the newest, and never more than the newest `mostMatches`.
         std::vector<IndexedFileObservation> files;
         /// False when the system reports only some of the changes as they happen; the others are
         /// found later, by looking again.

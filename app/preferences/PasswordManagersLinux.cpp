@@ -2,8 +2,8 @@
 
 namespace tidemark::preferenceKeys::detail {
 
-/// The identifiers of the desktop entries of password managers, of which some do not mark what they
-/// copy.
+/// The identifiers of the desktop entries of password managers. They are listed because some of
+/// these programs do not mark what they copy as a secret.
 std::string_view passwordManagers() {
     return "1password, com.1password.1password, bitwarden, com.bitwarden.desktop, "
            "org.gnome.World.Secrets, org.gnome.seahorse.Application, "

@@ -16,8 +16,8 @@ namespace tidemark {
 /// counts as unreadable, since every snapshot stores these texts.
 inline constexpr std::size_t longestText = 4'096;
 
-/// Whether none of the record's own text members is longer than `longestText`. The path may be: the
-/// system limits it.
+/// Whether every text member of the record itself has at most `longestText` bytes. The path is not
+/// checked, because the system limits its length.
 template <class Record>
 bool hasStorableTexts(const Record& record) {
     const auto isStorable = [&](const auto& field) {

@@ -11,7 +11,8 @@
 /// The units of one manager, the system's or a user's (systemd.unit(5)), as definitions.
 namespace tidemark::UnitItems {
 
-/// Reads the folders, the most preferred first, with a `RootReading` for each.
+/// Reads `folders`, which are sorted from the most preferred. `readings` has a `RootReading` for
+/// each folder, in the same order.
 FamilyDefinitions read(const MachineFiles& machine,
                        const std::vector<std::filesystem::path>& folders,
                        std::vector<RootReading>& readings, const MergedFolders& merged);

@@ -10,8 +10,8 @@
 /// column.
 namespace tidemark::chartColumns {
 
-/// Neighbouring columns of which a line covers the same stretch. `right` and `bottom` are the first
-/// pixels that it does not cover.
+/// Neighbouring columns in each of which the line covers the same pixels, from `top` to `bottom`.
+/// `right` and `bottom` are the first pixels that it does not cover.
 struct Run {
     int left = 0;
     int right = 0;

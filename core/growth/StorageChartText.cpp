@@ -74,8 +74,8 @@ std::string datesOf(const Event& event, const Calendar& calendar) {
 } // namespace
 
 std::string lengthInWords(double seconds) {
-    // Captures are seconds late: from the one at noon to the one at noon a week later it can be a
-    // little less than seven days.
+    // Captures are a few seconds late, some more than others. So the time between two captures at
+    // noon, a week apart, can be a little less than seven days.
     const double rounded = std::round(seconds / minute) * minute;
     for (const auto& unit : units) {
         const auto count = static_cast<std::int64_t>(std::floor(rounded / unit.seconds));

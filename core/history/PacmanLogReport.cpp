@@ -72,8 +72,9 @@ struct Installation {
     std::string_view version;
 };
 
-/// "installed NAME (VERSION)" or "upgraded NAME (OLD -> NEW)"; with empty texts for a message that
-/// begins like these and goes on differently, absent for others.
+/// The package and the new version in a message such as "installed NAME (VERSION)" or "upgraded
+/// NAME (OLD -> NEW)". Both are empty if the message begins with an action but has another form;
+/// absent if it begins with no action.
 std::optional<Installation> installationIn(std::string_view message) {
     for (const auto action : actions) {
         if (!message.starts_with(action))

@@ -12,8 +12,9 @@ namespace tidemark {
 /// Makes the records of files that an index of the system has found.
 namespace FileRecords {
 
-/// Whether the history has records of the file. Files of programs have none: hidden files, those in
-/// hidden folders, in folders named "Library" and in application bundles, and unfinished downloads.
+/// Whether a file at this path is recorded at all. Files of programs have none: hidden files, those
+/// in hidden folders, in folders named "Library" and in application bundles, and unfinished
+/// downloads.
 bool isRecorded(std::string_view path);
 
 /// The records of those files for which `isRecorded` is true, as `IndexedFileObservation::records`

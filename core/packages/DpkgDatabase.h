@@ -12,8 +12,8 @@ namespace tidemark::DpkgDatabase {
 
 PackageDatabaseForm form();
 
-/// The packages of "status", by the name of their list without ".list". The owner is absent for a
-/// package of which only configuration is left.
+/// The packages of "status". The key is the name of the package's file in "info" without ".list".
+/// The owner is absent for a package of which only configuration is left.
 std::map<std::string, std::optional<PackageOwner>, std::less<>> packages(std::string_view status);
 
 } // namespace tidemark::DpkgDatabase

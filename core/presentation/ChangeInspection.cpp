@@ -54,7 +54,7 @@ std::string presenceOf(State state, bool isDefinition) {
     return "Unknown · location was not fully observed.";
 }
 
-/// Fills the sections by the case of the first change.
+/// Fills the sections according to the kind of the event's first change.
 class Subject {
 public:
     Subject(const Event& described, const Snapshot* newest, const Calendar& dates)

@@ -103,7 +103,8 @@ bool filtersMemory(const HistoryPlace& place) {
            && !std::ranges::all_of(place.categoryFilters, appearsInTimeline);
 }
 
-/// The categories that are shown; absent for all, and where the sidebar item determines them.
+/// The categories to filter by; absent when there is no filter, or when it is just the category of
+/// the sidebar item.
 std::optional<std::set<EventCategory>> categoriesAt(const HistoryPlace& place) {
     const auto& filters = place.categoryFilters;
     const auto own = facts(place.workspace).category;

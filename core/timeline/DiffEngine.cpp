@@ -46,8 +46,9 @@ public:
     }
 
 private:
-    /// Excludes folders inside a common root that only one observation read as a root of its own:
-    /// the user began or stopped monitoring them, so their contents were seen only once.
+    /// Inside a common root, excludes each folder that only one of the observations read as a root
+    /// of its own: the user began or stopped monitoring them, so their contents were seen only
+    /// once.
     void excludeRootsOfOneSide(const std::set<std::string>& before,
                                const std::set<std::string>& after) {
         Roots ofOne;
@@ -74,7 +75,8 @@ private:
     std::set<std::string, std::less<>> excluded;
 };
 
-/// The items with one path in both observations; the first one if an observation has several.
+/// For one path, the item of each observation: its first if it has several there, null if it has
+/// none.
 template <class Item>
 struct Pair {
     const Shared<Item>* before = nullptr;

@@ -106,8 +106,9 @@ void LogindMonitor::prepareForShutdown(bool preparing) {
 }
 
 void LogindMonitor::setSessionActive(std::optional<bool> value) {
-    // The state from before logind restarted, or of an earlier session, is kept: only a change is
-    // posted, and the first reading is not a change.
+    // Without a value, the last known state is kept, also when logind restarts or the session is a
+    // new one. The next known state is posted if it differs. The first one ever is not posted,
+    // because there is nothing to compare it with.
     if (!value)
         return;
     const bool active = *value;

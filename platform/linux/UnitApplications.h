@@ -14,11 +14,11 @@
 
 namespace tidemark {
 
-/// Applications by the units that desktops start them in, as the user's service manager reports
-/// them (org.freedesktop.systemd1, https://www.freedesktop.org/wiki/Software/systemd/dbus). The
-/// name of a unit and the desktop entries say which application it contains. What a terminal
-/// starts, and what desktops start without a unit, is left to `WindowApplications`. Main thread
-/// only.
+/// Follows applications by the systemd units in which desktops start them. The user's service
+/// manager reports these units (org.freedesktop.systemd1,
+/// https://www.freedesktop.org/wiki/Software/systemd/dbus). The name of a unit and the desktop
+/// entries say which application it contains. What a terminal starts, and what desktops start
+/// without a unit, is left to `WindowApplications`. Main thread only.
 class UnitApplications final : public QObject, public ApplicationLaunches::Source {
 public:
     static constexpr std::string_view firstWord = "unit ";
@@ -50,7 +50,7 @@ private:
         bool isActive = false;
         /// Its state was read.
         bool isKnown = false;
-        /// Distinguishes several units of the same name, one after the other.
+        /// Distinguishes a unit from an earlier one of the same name.
         std::uint64_t number = 0;
         BusService::Subscription changes{};
     };

@@ -73,8 +73,8 @@ Outcome run(const std::vector<std::string>& arguments, Output output,
     const int out = output == Output::closedPipe ? ends[1] : kept;
     const pid_t child = ::fork();
     if (child == 0) {
-        // A test of root may act as another effective user: the program must be of that user
-        // entirely, so that it can't become root again.
+        // A test that runs as root may have changed its effective user. The program then gets that
+        // user as its real user too, so that it can't become root again.
         if (::setreuid(::geteuid(), ::geteuid()) != 0)
             ::_exit(126);
         const int err = ::open(errName.c_str(), O_WRONLY | O_CREAT, 0600);

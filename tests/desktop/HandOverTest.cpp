@@ -32,7 +32,7 @@ struct HandOver : testing::Test {
             test::programEnvironment(folder, u"unix:path=/nonexistent"_s, u"offscreen"_s));
         program.start(QString::fromUtf8(path), arguments);
     }
-    /// Receives the request of a client, whose connection is closed then.
+    /// Receives the request of a client. The caller closes the connection afterwards.
     void take(const FileDescriptor& client) {
         pollfd state{client.get(), POLLIN, 0};
         EXPECT_EQ(::poll(&state, 1, -1), 1);

@@ -62,7 +62,6 @@ TEST(TimelinePresentation, SearchesAllTextsOfAnEvent) {
     clip.title = "Copied";
     clip.subtitle = "From";
     clip.path = "/notes";
-    clip.memory.emplace({});
     MemoryRecord memory;
     memory.text = "Café secret";
     memory.appName = "Editor";
