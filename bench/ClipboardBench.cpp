@@ -239,8 +239,9 @@ int main(int argc, char** argv) {
     longest = 0;
     handleEventsFor(1.5);
     row("longest block while a program does not answer", longest, "ms", 20);
-    // The item of the program that did not answer may have been marked. So nothing is recorded for
-    // `keeperTime` after it, and then not the first item if an unknown program offers it.
+    // The item of the program that did not answer may have been marked as secret. So nothing is
+    // recorded for `keeperTime` after it, nor the first item after that if it is not known which
+    // program offers it.
     handleEventsFor(MarkedClipGuard::keeperTime);
     SessionClipboard other(others);
     const auto copy = [&](int number) { other.put({{"UTF8_STRING", Copier::textOf(number)}}); };

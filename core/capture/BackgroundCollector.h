@@ -32,8 +32,8 @@ struct BackgroundFormat {
 /// A format whose definitions are spread over several folders, where one file can override another.
 struct BackgroundFamily {
     RootFamily family;
-    /// Called with all folders of the family, the most preferred first, and a `RootReading` for
-    /// each.
+    /// Called with all folders of the family, sorted from the most preferred, and a `RootReading`
+    /// for each folder in the same order.
     FamilyDefinitions (*read)(const MachineFiles&, const std::vector<std::filesystem::path>&,
                               std::vector<RootReading>&, const MergedFolders&);
 };

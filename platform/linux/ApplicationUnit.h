@@ -11,7 +11,7 @@ namespace tidemark {
 /// (https://systemd.io/DESKTOP_ENVIRONMENTS).
 struct ApplicationUnit {
     /// Possible identifiers of its desktop entry, the most likely one first. There are several
-    /// because a name does not tell whether it begins with a launcher or with the identifier.
+    /// because the name does not show whether it begins with a launcher or with the identifier.
     std::vector<std::string> identifiers;
     /// Whether the session started it, and not the user.
     bool isAutostart = false;

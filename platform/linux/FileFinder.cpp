@@ -271,7 +271,8 @@ IndexedFileObservation FileFinder::observation(const File& file, int& questions)
         return result;
     if (!file.isKnown)
         result.created = file.status->created;
-    // Creating a file also sets its date of modification, which then says nothing more.
+    // Creating a file also sets its date of modification, so only a later date means a
+    // modification.
     if (!result.created || std::abs(file.status->modified - *result.created) > sameMoment)
         result.modified = file.status->modified;
     const auto arrival = arrivals.find(file.path.native());

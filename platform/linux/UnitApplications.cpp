@@ -131,7 +131,8 @@ void UnitApplications::add(const QString& name, const QString& path, bool isList
         return;
     Unit& unit = units[name];
     unit.path = path;
-    // The user has not launched what the session starts by itself.
+    // No launch is reported for a unit that was there already, or that the session starts by
+    // itself.
     unit.isAssumed = isListed || application->isAutostart;
     unit.application = *std::move(application);
     unit.number = ++lastNumber;

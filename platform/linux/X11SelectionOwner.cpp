@@ -13,7 +13,8 @@ X11SelectionOwner::X11SelectionOwner(X11Connection& connection, std::vector<Clip
     for (auto& data : offered)
         contents.push_back({connection.atom(data.type),
                             std::make_shared<const std::string>(std::move(data.bytes))});
-    // A selection is taken at a time of the server. The notification of this change has it.
+    // Taking a selection needs a time of the server. The notification of this change of a property
+    // has one.
     writeNumbers(window, timestamp, XCB_ATOM_INTEGER, {});
     xcb_flush(connection.raw());
 }

@@ -126,7 +126,7 @@ std::string labelsOf(const QWidget& window) {
     QString all;
     for (const auto* label : window.findChildren<QLabel*>())
         all += label->text() + u',';
-    // The isolates of texts.
+    // Removes the isolates around the texts.
     all.removeIf([](QChar c) { return c == QChar(0x2068) || c == QChar(0x2069); });
     return all.toStdString();
 }

@@ -44,8 +44,8 @@ QString isolated(const QString& text);
 /// would be cut in two; a text that is not longer stays as it is.
 QString shortened(const QString& text, qsizetype most);
 
-/// A text for a tool tip or a message box. Those show a text that looks like HTML as HTML, so this
-/// makes such a text, for example one with a file name "<b>", HTML that shows its characters.
+/// A text for a tool tip or a message box, which would take a text with a file name such as "<b>"
+/// for HTML. Such a text is returned as HTML in which these characters are escaped.
 QString asPlainText(const QString& text);
 
 } // namespace tidemark

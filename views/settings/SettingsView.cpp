@@ -108,7 +108,7 @@ void SettingsView::followModel() {
     });
 }
 
-// What the machine has changes without notice, such as when the user has installed a service in
+// What the machine has can change without notice, for example when the user installs a service in
 // another window.
 void SettingsView::showEvent(QShowEvent* event) {
     QScrollArea::showEvent(event);

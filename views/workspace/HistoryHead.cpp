@@ -18,7 +18,7 @@ namespace {
 
 /// The range of the setting.
 constexpr int mostDays = 365;
-/// The width from which the coverage has a text.
+/// The least width at which the coverage button has a text.
 constexpr int roomForText = 440;
 
 } // namespace

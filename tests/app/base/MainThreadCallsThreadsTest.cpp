@@ -12,7 +12,8 @@ using namespace tidemark;
 TEST(MainThreadCallsThreads, DropCallsOfAnotherThreadAtTheirEnd) {
     std::optional<MainThreadCalls> calls(std::in_place);
     int made = 0;
-    // Relaxed, so that nothing but the calls themselves orders the two threads.
+    // Relaxed, so that these order nothing between the two threads: a lock that the calls lack
+    // shows up as a data race.
     std::atomic<int> posted = 0;
     std::atomic<bool> isOver = false;
     std::jthread caller([&, post = calls->post()] {

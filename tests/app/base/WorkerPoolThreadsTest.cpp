@@ -26,8 +26,9 @@ TEST(WorkerPoolThreads, DoesAllWorkOfSeveralThreads) {
         threads.clear();
         done.wait();
     }
-    // A pool ends while its thread begins to wait for work. What the test waits with must order
-    // nothing, so that only the pool does.
+    // A pool ends while its thread begins to wait for work. The test itself waits by relaxed
+    // atomics, which order nothing between threads, so that a lock that the pool lacks shows up as
+    // a data race.
     std::optional<WorkerPool> ending(1);
     std::atomic<bool> isDone = false;
     ending->start([&] { isDone.store(true, std::memory_order_relaxed); });

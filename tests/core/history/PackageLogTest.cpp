@@ -192,7 +192,7 @@ End-Date: 2024-05-02  09:00:07
         folder.write("history.log", text);
         EXPECT_EQ(found(), expected) << text.substr(0, 400);
     }
-    // The log of apt doesn't tell why an upgraded package is installed.
+    // The log of apt does not say why an upgraded package is installed.
     const auto state = [](const std::string& package, const char* isAutomatic) {
         return "Package: " + package + "\nArchitecture: amd64\nAuto-Installed: " + isAutomatic
                + "\n\n";
