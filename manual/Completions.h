@@ -7,7 +7,8 @@ namespace tidemark::manual {
 
 /// Needs no other script; bash-completion(7) loads it from a file with the program's name.
 std::string bashCompletion(const Program& program);
-/// For a folder of `fpath`, zshcompsys(1), in a file with the program's name after an underscore.
+/// To be put into a folder of `fpath` (see zshcompsys(1)), in a file whose name is an underscore
+/// and the name of the program.
 std::string zshCompletion(const Program& program);
 std::string fishCompletion(const Program& program);
 

@@ -11,7 +11,7 @@
 namespace tidemark {
 
 /// The settings as they are stored: a JSON object with one value per key. Data is base64 text.
-/// Unknown keys are kept. A plain value, which does not read or write the file itself.
+/// Unknown keys are kept. This class only holds the settings; it does not read or write the file.
 class SettingsDocument {
 public:
     /// Absent when `bytes` are no JSON object, or one that is nested so deeply that it is damaged

@@ -121,9 +121,9 @@ std::optional<Parts> sizes(std::string_view line) {
     return parts;
 }
 
-/// Divides the stored second line of an event with one of these changes; the kind of the change
-/// says where names are in it. The line is not made anew from the change, because earlier releases
-/// wrote other texts.
+/// Divides the stored second line of an event. There is an operator for each kind of change with
+/// names in its line, since the kind says where they are; the last operator is for all other kinds.
+/// The line is not made anew from the change, because earlier releases wrote other texts.
 struct SubtitleOfChange {
     std::string_view line;
 

@@ -7,9 +7,9 @@
 namespace tidemark {
 
 /// The headline of an event. It is made from the payload each time, so that events stored by older
-/// releases get the present wording. Events without a payload show the stored title, and so do
-/// two kinds whose payload lacks a part of it: new background items that belong to an application,
-/// and items of additional sources.
+/// releases get the present wording. The stored title is shown for events without a payload, and
+/// for two kinds whose payload does not have everything that the title says: new background items
+/// that belong to an application, and items of additional sources.
 std::string displayTitle(const Event& event);
 
 /// The title of a new background item that belongs to an application.

@@ -39,8 +39,8 @@ private:
 
     void watchWayland();
     void watchX11();
-    /// What the connections call on their own threads: functions that call those of `watching` on
-    /// the main thread.
+    /// These return functions that a connection can call on its own thread, and that call those of
+    /// `watching` on the main thread.
     AccessChanged accessPosted() const;
     ClipFollower::Setup followerSetup() const;
     bool putOnX11(std::vector<ClipData> contents);

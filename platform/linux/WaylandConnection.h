@@ -56,8 +56,8 @@ public:
     wl_proxy* bind(const Global& global, const wl_interface& interface, std::uint32_t version);
     /// Waits until the compositor has handled all requests and their events are handled here.
     void finishRequests();
-    /// Sends all requests. Needed after requests that are not made while an event of this
-    /// connection is handled.
+    /// Sends all requests. Requests that are made while an event of this connection is handled are
+    /// sent after it; after all others, call this.
     void settle();
 
 private:

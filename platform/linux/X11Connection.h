@@ -72,7 +72,8 @@ public:
     bool isLost() const;
 
     /// Handles the events that were received while a call waited for a reply, and sends all
-    /// requests. Needed after calls that are not made while an event is handled.
+    /// requests. For calls that are made while an event is handled this is done after the event;
+    /// after all others, call this.
     void settle();
     /// Calls `work` and settles after a time, unless `context` is destroyed before.
     void after(std::chrono::milliseconds time, const QObject* context, std::function<void()> work);

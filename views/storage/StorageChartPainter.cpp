@@ -244,7 +244,7 @@ void StorageChartPainter::drawLines() const {
                 painter.drawEllipse(at(end), pointRadius, pointRadius);
 }
 
-/// Whole pixels are as sharp without smoothing and drawn faster.
+/// Fills the run as a rectangle of whole pixels, which is drawn faster than a path and is as sharp.
 void StorageChartPainter::fill(const chartColumns::Run& run, const QColor& color) const {
     if (run.right > run.left && run.bottom > run.top)
         painter.fillRect(QStyle::visualRect(
@@ -387,8 +387,8 @@ void StorageChartPainter::drawReading(const ChartReading& reading, double x) con
     const int line = QFontMetrics(small).height() + 1;
     const QString title = shownText(reading.title);
     QStringList lines;
-    // The first line has no name in it: of a point it is a size and a time. The others can have
-    // names.
+    // The first line never has a name in it; in the reading of a point it is a size and a time. The
+    // other lines can have names.
     for (const auto& text : reading.lines)
         lines += lines.isEmpty() ? shownParts(text, " · ") : shownText(text);
     int width = QFontMetrics(heading).horizontalAdvance(title);

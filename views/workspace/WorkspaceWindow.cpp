@@ -32,7 +32,7 @@ namespace {
 /// Below this width of the window, details and sidebar are not both shown.
 constexpr int roomForBoth = 1000;
 constexpr int roomForSidebar = 800;
-/// With two columns.
+/// At this width the sidebar is hidden, so there are at most two columns.
 constexpr QSize smallestWindow(620, 360);
 
 QCoro::Task<void> remove(NamedSnapshots& snapshots, Uuid id) {
@@ -87,8 +87,8 @@ void WorkspaceWindow::restoreLayout() {
     const auto stored = [this](const NumberKey& key) {
         return static_cast<int>(read(uses.preferences, key));
     };
-    // Otherwise the window could not become narrower than its three columns, and none of them would
-    // ever be hidden.
+    // Without a minimum size of its own, the window could not become narrower than its three
+    // columns, and none of them would ever be hidden.
     setMinimumSize(smallestWindow);
     resize(stored(preferenceKeys::windowWidth), stored(preferenceKeys::windowHeight));
     const int sides = stored(preferenceKeys::sidebarWidth) + stored(preferenceKeys::inspectorWidth);

@@ -159,7 +159,7 @@ TEST_F(HistoryScreenTest, FollowsChangesOfTheSettings) {
     test::settle();
     EXPECT_EQ(screen().place().range() + std::to_string(screen().place().customWindowDays()),
               "decade0")
-        << "its own values are kept, not replaced by the nearest allowed ones";
+        << "values that are set on the screen itself are kept, also those that are not allowed";
 }
 
 TEST_F(HistoryScreenTest, NavigationAndFiltersDetermineThePlace) {
