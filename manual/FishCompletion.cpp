@@ -17,20 +17,24 @@ std::string listOf(const std::vector<std::string>& words) {
     return inFishQuotes(text);
 }
 
-/// A condition that holds when the words of the command were given and none of those that may
-/// follow it.
+/// Functions that get the words of a command and compare them with those before the cursor: whether
+/// the command line begins with them, and whether only options follow them.
+constexpr std::string_view functions = R"fish(function __tidemark_in
+    string match -qr -- "^\S+ $argv( |\$)" (string join ' ' -- (commandline -opc))
+end
+function __tidemark_after
+    string match -qr -- "^\S+ $argv( -\S*)*\$" (string join ' ' -- (commandline -opc))
+end
+)fish";
+
+/// A condition that holds within the command, and if words may follow it, before any of them.
 std::string conditionOf(const Continuation& place) {
-    std::string words(place.command);
-    std::string text;
-    if (words.empty())
-        return place.words.empty() ? "" : " -n __fish_use_subcommand";
-    text =
-        "__fish_seen_subcommand_from " + replaced(words, " ", "; and __fish_seen_subcommand_from ");
-    if (!place.words.empty())
-        text += "; and not __fish_seen_subcommand_from";
-    for (const auto& word : place.words)
-        text += " " + std::string(word.name);
-    return " -n " + inFishQuotes(text);
+    const bool hasWords = !place.words.empty();
+    if (place.command.empty())
+        return hasWords ? " -n __fish_use_subcommand" : "";
+    return " -n "
+           + inFishQuotes((hasWords ? "__tidemark_after " : "__tidemark_in ")
+                          + std::string(place.command));
 }
 
 std::string optionOf(const OptionDescription& option) {
@@ -52,8 +56,10 @@ std::string optionOf(const OptionDescription& option) {
 
 std::string fishCompletion(const Program& program) {
     const std::string complete = "complete -c " + std::string(program.name);
-    std::string text =
-        "# Completes " + std::string(program.name) + " in fish.\n" + complete + " -f\n";
+    std::string text = "# Completes " + std::string(program.name) + " in fish.\n";
+    if (!program.families.empty())
+        text += functions;
+    text += complete + " -f\n";
     for (const auto& place : continuations(program)) {
         const std::string begin = complete + conditionOf(place);
         for (const auto& word : place.words)

@@ -47,10 +47,18 @@ std::vector<std::string> listedIn(const std::string& help) {
 }
 
 /// What bash offers after these words, the last of which is being typed.
-std::string completed(const std::string& words) {
+std::string completedByBash(const std::string& words) {
     return printed("bash -c 'source " + fileOf("bash/tidemark") + "; COMP_WORDS=(" + words
                    + "); COMP_CWORD=$((${#COMP_WORDS[@]} - 1)); _tidemark; "
                      "printf \"%s|\" \"${COMPREPLY[@]}\"'");
+}
+
+/// The same for fish.
+std::string completedByFish(const std::string& words) {
+    const test::TemporaryFolder home;
+    return printed("HOME='" + home.path().native() + "' fish -c 'source "
+                   + fileOf("fish/tidemark.fish") + "; complete -C \"" + words
+                   + "\" | cut -f1 | tr \"\\n\" \"|\"'");
 }
 
 } // namespace
@@ -106,5 +114,23 @@ TEST(Manual, CompletesCommandsOptionsAndValuesInBash) {
              {"tidemark folders add /et", "/etc|"},
              {"tidemark export --output /et", "/etc|"},
          })
-        EXPECT_EQ(completed(words), offered) << words;
+        EXPECT_EQ(completedByBash(words), offered) << words;
+}
+
+TEST(Manual, CompletesCommandsOptionsAndValuesInFish) {
+    if (!isInstalled("fish"))
+        GTEST_SKIP() << "fish is not installed";
+    for (const auto& [words, offered] : std::vector<std::pair<const char*, const char*>>{
+             {"tidemark sn", "snapshot|"},
+             {"tidemark snapshot s", "save|show|"},
+             {"tidemark snapshot --json s", "save|show|"},
+             {"tidemark snapshot save --", "--help|--version|"},
+             {"tidemark show --", "--help|--json|--version|"},
+             {"tidemark search snapshot s", ""},
+             {"tidemark snapshot show capture --", "--help|--json|--version|"},
+             {"tidemark timeline --c", "--category|--counts|"},
+             {"tidemark timeline --category B", "Background items|"},
+             {"tidemark schedule every", "everySixHours|everyThreeHours|everyTwelveHours|"},
+         })
+        EXPECT_EQ(completedByFish(words), offered) << words;
 }
