@@ -116,7 +116,7 @@ bool JsonPreferences::isLost() const {
 void JsonPreferences::keepCopy(const std::string& bytes) const {
     if (!writable)
         return;
-    // Throws before the copy is touched when the folder may belong to another process.
+    // If the folder may belong to another process by now, this throws, and the copy is not changed.
     guard.require();
     try {
         if (!fileExists(copy) || readFile(copy, largestFile) != bytes)
@@ -157,7 +157,9 @@ bool JsonPreferences::storeOrKeep(std::string_view key, PreferenceValue value) {
 }
 
 bool JsonPreferences::removeOrForget(std::string_view key) {
-    return !document->remove(key) || save();
+    // A removal that could not be written before is tried again.
+    const bool isGone = !document->remove(key) && !saveProblem;
+    return isGone || save();
 }
 
 bool JsonPreferences::storeOrRefuse(std::string_view key, PreferenceValue value) {

@@ -196,6 +196,14 @@ TEST(JsonPreferences, KeepsANoteThatCouldNotBeStoredUntilTheNextChange) {
     EXPECT_EQ(preferences.problem(), std::nullopt);
     EXPECT_TRUE(preferences.isStored());
     EXPECT_EQ(JsonPreferences(file).boolean("a"), true);
+
+    std::filesystem::remove_all(folder / "config");
+    folder.write("config", "");
+    EXPECT_FALSE(preferences.remove("a"));
+    EXPECT_FALSE(preferences.remove("a")) << "still on the disk";
+    std::filesystem::remove(folder / "config");
+    EXPECT_TRUE(preferences.remove("a"));
+    EXPECT_EQ(JsonPreferences(file).boolean("a"), std::nullopt);
 }
 
 TEST(JsonPreferences, KeepsTheOldValueWhenTheNewOneCannotBeStored) {
