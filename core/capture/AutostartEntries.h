@@ -11,11 +11,12 @@
 /// Programs that a desktop session starts: files "….desktop" in the XDG autostart folders.
 namespace tidemark::AutostartEntries {
 
-/// Reads the folders, the most preferred first, with a `RootReading` for each. Of several files
-/// with one name, each is a definition, except a file that only disables those in less preferred
-/// folders: it makes them disabled. When a file can't be read, those of its name in less preferred
-/// folders count as unreadable as well. Entries for other desktops and entries whose program is
-/// missing are definitions as well.
+/// Reads `folders`, which are sorted from the most preferred. `readings` has a `RootReading` for
+/// each folder, in the same order. If several folders have a file of the same name, each file is a
+/// definition. A file that only disables the others is none: instead, the definitions of that name
+/// in less preferred folders are disabled. When a file can't be read, those of its name in less
+/// preferred folders count as unreadable as well. Entries for other desktops and entries whose
+/// program is missing are definitions as well.
 FamilyDefinitions read(const MachineFiles& machine,
                        const std::vector<std::filesystem::path>& folders,
                        std::vector<RootReading>& readings, const MergedFolders& merged);

@@ -18,9 +18,9 @@ inline constexpr std::int64_t childFolderThreshold = 500'000'000;
 inline constexpr std::int64_t trashThreshold = 100'000'000;
 inline constexpr std::int64_t diskThreshold = 5'000'000'000;
 
-/// The changes from `previous` to `current`: applications and background items by path, folders
-/// in the order of `current`, emptied Trash folders without a size to compare, free space, the
-/// operating system, then the additional reports.
+/// The changes from `previous` to `current`: applications and background items by path, folders in
+/// the order of `current`, Trash folders that were emptied but whose sizes can't be compared, free
+/// space, the operating system, then the additional reports.
 std::vector<Change> compare(const Snapshot& previous, const Snapshot& current);
 
 /// Whether a child folder changed by `childFolderThreshold` or more. The files directly in the

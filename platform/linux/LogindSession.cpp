@@ -19,7 +19,8 @@ QString pathIn(const QDBusMessage& message, qsizetype argument = 0) {
     return message.arguments().value(argument).value<QDBusObjectPath>().path();
 }
 
-/// The object path in a pair of an identifier and a path; empty for the path of no object.
+/// The object path in a pair of an identifier and a path; empty if the identifier is, which means
+/// that there is no object.
 QString pathInPair(const QVariant& value) {
     const auto argument = value.value<QDBusArgument>();
     if (argument.currentSignature() != QLatin1String("(so)"))

@@ -318,6 +318,7 @@ TEST(FolderWatch, ReportsThatTheSystemAllowsNoFurtherFolder) {
     constexpr int notPossible = 77;
     // The limit is that of a user namespace, which only a process of one thread may create.
     const pid_t child = ::fork();
+    ASSERT_GE(child, 0);
     if (child == 0) {
         const bool isLimited =
             ::unshare(CLONE_NEWUSER) == 0
@@ -347,7 +348,8 @@ TEST_F(FileFinderTest, WalksAgainAfterAFlood) {
         GTEST_SKIP() << "the queue of events is too long to fill here";
     for (std::size_t i = 0; i <= limit / 2; ++i)
         for (const char* name : {"Documents/one", "Documents/two"})
-            // Without writing, which some file systems flush to the disk each time.
+            // The files are opened and closed without writing, because some file systems flush each
+            // write to the disk.
             ::close(::open((home / name).c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0600));
     home.write("Documents/flood/last.txt", "");
     release();

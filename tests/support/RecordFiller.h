@@ -9,7 +9,8 @@
 /// Fills any stored record by its list of fields.
 namespace tidemark::test {
 
-/// Where the values come from. Not a template parameter, so that `fill` is compiled once a record.
+/// Where the values come from. Not a template parameter, so that `fill` is compiled only once for
+/// each type of record.
 class ValueSource {
 public:
     virtual ~ValueSource() = default;
